@@ -1,0 +1,24 @@
+# Warnings and instrumentation for the targets of this project; nothing here reaches a client of the library.
+#
+# vrel_build_settings(target): applies them to one target.
+function(vrel_build_settings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
+  if(VREL_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(VREL_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${VREL_SANITIZE} -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VREL_SANITIZE})
+  endif()
+  if(VREL_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()
+
+# The program that caches compilations, where it is installed.
+find_program(VREL_CCACHE ccache)
+if(VREL_CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${VREL_CCACHE})
+endif()

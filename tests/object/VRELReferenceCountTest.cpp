@@ -1,0 +1,54 @@
+#include "VRELReferenceCount.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(VRELReferenceCountTest, StartsWithTheGivenCount) {
+  EXPECT_EQ(VRELReferenceCount(0).GetReferenceCount(), 0u);
+  EXPECT_EQ(VRELReferenceCount(3).GetReferenceCount(), 3u);
+}
+
+TEST(VRELReferenceCountTest, RaisesAndLowers) {
+  VRELReferenceCount object(0);
+  EXPECT_EQ(object.RaiseReference(), 1u);
+  EXPECT_EQ(object.RaiseReference(), 2u);
+  EXPECT_EQ(object.LowerReference(), 1u);
+  EXPECT_EQ(object.LowerReference(), 0u);
+  EXPECT_EQ(object.LowerReference(), 0u) << "a count never goes below 0";
+  EXPECT_EQ(object.GetReferenceCount(), 0u);
+}
+
+TEST(VRELReferenceCountTest, IsLastCallAtExactlyOne) {
+  VRELReferenceCount object(0);
+  EXPECT_FALSE(object.IsLastCall());
+  object.RaiseReference();
+  EXPECT_TRUE(object.IsLastCall());
+  object.RaiseReference();
+  EXPECT_FALSE(object.IsLastCall());
+}
+
+TEST(VRELReferenceCountTest, CopyStartsAtZero) {
+  VRELReferenceCount const source(4);
+  VRELReferenceCount const copy(source);
+  EXPECT_EQ(copy.GetReferenceCount(), 0u);
+  EXPECT_EQ(source.GetReferenceCount(), 4u);
+}
+
+TEST(VRELReferenceCountTest, AssignmentClearsTheTargetsCountAndNothingElse) {
+  VRELReferenceCount const source(4);
+  VRELReferenceCount target(7);
+  EXPECT_EQ(&(target = source), &target);
+  EXPECT_EQ(target.GetReferenceCount(), 0u);
+  EXPECT_EQ(source.GetReferenceCount(), 4u);
+  VRELReferenceCount& itself = target;
+  target.RaiseReference();
+  target = itself;
+  EXPECT_EQ(target.GetReferenceCount(), 0u) << "also when an object is assigned to itself";
+}
+
+TEST(VRELReferenceCountTest, HasNoName) {
+  EXPECT_EQ(VRELReferenceCount(0).GetName(), nullptr);
+}
+
+}  // namespace
