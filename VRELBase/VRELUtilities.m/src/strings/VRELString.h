@@ -69,8 +69,9 @@ class VREL_EXPORT VRELString {
   // UTF-16 units; -1 if uninitialized.
   int length() const noexcept;
   // The UTF-16 unit at an index; 0 at length(); 0xFFFF elsewhere, or if uninitialized.
-  int charAt(int index) const noexcept;
-  // At or above 0; 0 if uninitialized. Depends on case, as compareToIgnoreCase does not.
+  unsigned short charAt(int index) const noexcept;
+  // The absolute value of ICU's hash of the text with its terminator; 0 if uninitialized. Depends on case, as
+  // compareToIgnoreCase does not.
   int hashCode() const noexcept;
 
   // Below 0, 0 or above 0, in the order of code points; -1 if uninitialized.
@@ -122,7 +123,8 @@ class VREL_EXPORT VRELString {
   int getConvertToRestrictedASCIISize() const noexcept;
 
   // Convert into a buffer of `size` units, terminator included. VREL_E_INVALID_ARGUMENT for a null buffer, VREL_E_FAIL
-  // when the text does not fit or cannot be converted; the buffer then holds an empty text.
+  // when the text does not fit or cannot be converted; the buffer then holds an empty text. The first unit is written
+  // whatever `size` says.
   VRINResult convertToUTF8(char* buffer, int size) const noexcept;
   VRINResult convertToUTF16(unsigned short* buffer, int size) const noexcept;
   VRINResult convertToUTF32(int* buffer, int size) const noexcept;
@@ -130,7 +132,8 @@ class VREL_EXPORT VRELString {
   // VREL_E_UNEXPECTED when no codepage at all can be opened. With substToUnderscore, each of the `size` bytes that is
   // one of the bytes which the codepage puts for a character it lacks becomes an underscore.
   VRINResult convertToMBCS(char* buffer, int size, char const* codepage, bool substToUnderscore) const noexcept;
-  // ASCII, where every character that is not the same in all codepages (see invChars) is an underscore.
+  // ASCII, where every character that is not the same in all codepages (see invChars) is an underscore. All `size`
+  // bytes are written: zeros follow the text.
   VRINResult convertToRestrictedASCII(char* buffer, int size) const noexcept;
 
   // The text for programs of the standard library. The view is valid until the object is assigned to or destroyed;
@@ -140,9 +143,15 @@ class VREL_EXPORT VRELString {
   std::string toUtf8() const;
 
  private:
-  bool badConversion;
-  bool holdsZero;  // a U+0000 stands inside the text: a copy ends there
-  icu::UnicodeString* unicodeString;
+  explicit VRELString(icu::UnicodeString* text) noexcept;
+
+  void Adopt(icu::UnicodeString* text) noexcept;
+  void Destroy() noexcept;
+  std::u16string_view BeforeZero() const noexcept;
+
+  bool badConversion = false;
+  bool holdsZero = false;  // a U+0000 stands inside the text: a copy ends there
+  icu::UnicodeString* unicodeString = nullptr;
 };
 
 // Writes the text as UTF-8.

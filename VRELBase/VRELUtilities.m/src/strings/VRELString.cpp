@@ -1,0 +1,596 @@
+#include "VRELString.h"
+
+#include <unicode/stringoptions.h>
+#include <unicode/ucnv.h>
+#include <unicode/unistr.h>
+#include <unicode/ustring.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+#include <ostream>
+
+namespace {
+
+using icu::UnicodeString;
+
+constexpr char kSubstitution = 0x1A;  // what the codepage US-ASCII puts for a character that it lacks
+
+struct ConverterCloser {
+  void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
+};
+using Converter = std::unique_ptr<UConverter, ConverterCloser>;
+
+Converter OpenConverter(char const* codepage) noexcept {
+  UErrorCode status = U_ZERO_ERROR;
+  Converter converter(ucnv_open(codepage, &status));
+  if (U_FAILURE(status)) converter.reset();
+  return converter;
+}
+
+// A converter for the named codepage, or for the process's default one where that cannot be opened.
+Converter OpenBestConverter(char const* codepage) noexcept {
+  Converter converter = OpenConverter(codepage);
+  return converter != nullptr ? std::move(converter) : OpenConverter(nullptr);
+}
+
+bool IsUsAscii(char const* codepage) noexcept {
+  return codepage != nullptr && std::strcmp(codepage, VRELString::CODEPAGE_NAME_ASCII) == 0;
+}
+
+// Whether ASCII text has the same bytes in the codepage. Says no where it does not know.
+bool KeepsAscii(char const* codepage) noexcept {
+  if (codepage != nullptr) return IsUsAscii(codepage);
+  char const* const name = ucnv_getDefaultName();
+  return name != nullptr && (std::strcmp(name, "UTF-8") == 0 || std::strcmp(name, "US-ASCII") == 0 ||
+                             std::strcmp(name, "ISO-8859-1") == 0);
+}
+
+// Deletes a text that ran out of memory on its way.
+UnicodeString* Checked(UnicodeString* text) noexcept {
+  if (text != nullptr && text->isBogus()) {
+    delete text;
+    return nullptr;
+  }
+  return text;
+}
+
+// A new text of `count` units and the terminator, which `write(char16_t*)` fills in but for the terminator. Null when
+// memory runs out.
+template <class Write>
+UnicodeString* BuildUnits(std::size_t count, Write const& write) noexcept {
+  if (count >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return nullptr;
+  auto* text = new UnicodeString();
+  if (text == nullptr) return nullptr;
+  auto const length = static_cast<std::int32_t>(count);
+  char16_t* const buffer = text->getBuffer(length + 1);
+  if (buffer == nullptr) {
+    delete text;
+    return nullptr;
+  }
+  write(buffer);
+  buffer[length] = 0;
+  text->releaseBuffer(length + 1);
+  return text;
+}
+
+UnicodeString* BuildFrom(std::u16string_view units) noexcept {
+  return BuildUnits(units.size(), [&](char16_t* out) { std::copy(units.begin(), units.end(), out); });
+}
+
+UnicodeString* BuildJoined(std::u16string_view head, std::u16string_view tail) noexcept {
+  return BuildUnits(head.size() + tail.size(), [&](char16_t* out) {
+    std::copy(tail.begin(), tail.end(), std::copy(head.begin(), head.end(), out));
+  });
+}
+
+UnicodeString* BuildFromAscii(char const* text, std::size_t length) noexcept {
+  return BuildUnits(length, [&](char16_t* out) { std::copy(text, text + length, out); });
+}
+
+// Adds the terminator to a text that ICU made.
+UnicodeString* Terminated(UnicodeString* text) noexcept {
+  if (text != nullptr && !text->isBogus()) text->append(char16_t(0));
+  return Checked(text);
+}
+
+template <class Unit>
+std::size_t CountUnits(Unit const* text) noexcept {
+  std::size_t count = 0;
+  if (text != nullptr) {
+    while (text[count] != 0) ++count;
+  }
+  return count;
+}
+
+template <class Unit>
+int StringLength(Unit const* text) noexcept {
+  return static_cast<int>(CountUnits(text));
+}
+
+// A text of UTF-32 units. `bad` tells that a unit is no Unicode scalar value; the text is then empty.
+template <class Unit>
+UnicodeString* BuildFromScalars(Unit const* text, bool& bad) noexcept {
+  std::size_t units = 0;
+  std::size_t length = 0;
+  bad = false;
+  for (; text != nullptr && text[length] != 0; ++length) {
+    auto const scalar = static_cast<std::uint32_t>(text[length]);
+    bad = bad || scalar > 0x10FFFF || (scalar >= 0xD800 && scalar <= 0xDFFF);
+    units += scalar > 0xFFFF ? 2 : 1;
+  }
+  if (bad) return BuildFrom({});
+  return BuildUnits(units, [&](char16_t* out) {
+    for (std::size_t i = 0; i < length; ++i) {
+      auto const scalar = static_cast<std::uint32_t>(text[i]);
+      if (scalar <= 0xFFFF) {
+        *out++ = static_cast<char16_t>(scalar);
+      } else {
+        *out++ = U16_LEAD(scalar);
+        *out++ = U16_TRAIL(scalar);
+      }
+    }
+  });
+}
+
+// The length of a text that is all ASCII, or -1.
+std::ptrdiff_t AsciiLength(char const* text) noexcept {
+  std::size_t const length = std::strlen(text);
+  unsigned char bits = 0;
+  for (std::size_t i = 0; i < length; ++i) bits |= static_cast<unsigned char>(text[i]);
+  return bits < 0x80 ? static_cast<std::ptrdiff_t>(length) : -1;
+}
+
+bool IsAscii(std::u16string_view units) noexcept {
+  char16_t bits = 0;
+  for (char16_t const unit : units) bits |= unit;
+  return bits < 0x80;
+}
+
+char16_t FoldAscii(char16_t unit) noexcept {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
+// The size that a conversion of ICU asks for, terminator included. `convert` takes a length and a status.
+template <class Convert>
+int PreflightSize(Convert const& convert) noexcept {
+  UErrorCode status = U_ZERO_ERROR;
+  std::int32_t length = 0;
+  convert(&length, &status);
+  return length + 1;
+}
+
+// The outcome of a conversion into a buffer: any status but plain success, warnings included, empties it.
+template <class Unit>
+VRINResult Finish(UErrorCode status, Unit* buffer) noexcept {
+  if (status == U_ZERO_ERROR) return VREL_S_OK;
+  *buffer = 0;
+  return VREL_E_FAIL;
+}
+
+}  // namespace
+
+VRELString::VRELString() {
+  Adopt(BuildFrom({}));
+}
+
+VRELString::VRELString(VRELString const& other) : badConversion(other.badConversion) {
+  if (other.unicodeString == nullptr) return;
+  Adopt(other.holdsZero ? BuildFrom(other.BeforeZero()) : new UnicodeString(*other.unicodeString));
+}
+
+VRELString::VRELString(VRELString&& other) noexcept
+    : badConversion(other.badConversion), holdsZero(other.holdsZero), unicodeString(other.unicodeString) {
+  other.unicodeString = nullptr;
+  other.holdsZero = false;
+}
+
+VRELString::VRELString(int codePoint) {
+  int const text[2] = {codePoint, 0};
+  if (codePoint >= 0xD800 && codePoint <= 0xDFFF) {
+    char16_t const unit = static_cast<char16_t>(codePoint);
+    Adopt(BuildFrom({&unit, 1}));
+  } else {
+    bool outOfRange = false;
+    Adopt(BuildFromScalars(text, outOfRange));
+  }
+}
+
+VRELString::VRELString(unsigned short unit) {
+  char16_t const text = unit;
+  Adopt(BuildFrom({&text, unit == 0 ? std::size_t(0) : std::size_t(1)}));
+}
+
+VRELString::VRELString(int const* text) {
+  Adopt(BuildFromScalars(text, badConversion));
+}
+
+VRELString::VRELString(wchar_t const* text) {
+  Adopt(BuildFromScalars(text, badConversion));
+}
+
+VRELString::VRELString(unsigned short const* text) {
+  std::size_t const length = CountUnits(text);
+  Adopt(BuildUnits(length, [&](char16_t* out) { std::copy(text, text + length, out); }));
+}
+
+VRELString::VRELString(char const* text, char const* codepage) {
+  bool const isNamed = codepage != nullptr && *codepage != '\0';
+  if (text == nullptr) text = "";
+  if (KeepsAscii(isNamed ? codepage : nullptr)) {
+    std::ptrdiff_t const length = AsciiLength(text);
+    if (length >= 0) {
+      badConversion = !isNamed;
+      Adopt(BuildFromAscii(text, static_cast<std::size_t>(length)));
+      return;
+    }
+  }
+  Converter const converter = isNamed ? OpenConverter(codepage) : nullptr;
+  badConversion = converter == nullptr;
+  UErrorCode status = U_ZERO_ERROR;
+  Adopt(Terminated(converter != nullptr ? new UnicodeString(text, -1, converter.get(), status)
+                                        : new UnicodeString(text, static_cast<char const*>(nullptr))));
+  holdsZero = BeforeZero().size() != view().size();
+}
+
+VRELString::VRELString(std::string const& utf8) {
+  std::size_t const length = std::min(utf8.size(), std::strlen(utf8.c_str()));
+  if (length >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return;
+  icu::StringPiece const bytes(utf8.data(), static_cast<std::int32_t>(length));
+  Adopt(Terminated(new UnicodeString(UnicodeString::fromUTF8(bytes))));
+}
+
+VRELString::VRELString(std::u16string_view text) {
+  Adopt(BuildFrom(text.substr(0, text.find(u'\0'))));
+}
+
+VRELString::~VRELString() {
+  Destroy();
+}
+
+VRELString& VRELString::operator=(VRELString const& other) {
+  if (this == &other) return *this;
+  if (unicodeString != nullptr && other.unicodeString != nullptr && !other.holdsZero) {
+    *unicodeString = *other.unicodeString;
+    unicodeString = Checked(unicodeString);
+    holdsZero = false;
+    badConversion = other.badConversion;
+    return *this;
+  }
+  return *this = VRELString(other);
+}
+
+VRELString& VRELString::operator=(VRELString&& other) noexcept {
+  if (this == &other) return *this;
+  Destroy();
+  badConversion = other.badConversion;
+  holdsZero = other.holdsZero;
+  unicodeString = other.unicodeString;
+  other.unicodeString = nullptr;
+  other.holdsZero = false;
+  return *this;
+}
+
+VRELString::VRELString(UnicodeString* text) noexcept {
+  Adopt(text);
+}
+
+// Takes a text with its terminator; null, or a text that lacks memory, leaves the object uninitialized.
+void VRELString::Adopt(UnicodeString* text) noexcept {
+  unicodeString = Checked(text);
+}
+
+void VRELString::Destroy() noexcept {
+  delete unicodeString;
+  unicodeString = nullptr;
+}
+
+// The text up to its first U+0000: what a copy takes, and what ICU converts.
+std::u16string_view VRELString::BeforeZero() const noexcept {
+  std::u16string_view const text = view();
+  return text.substr(0, text.find(u'\0'));
+}
+
+std::u16string_view VRELString::view() const noexcept {
+  if (unicodeString == nullptr) return {};
+  return {unicodeString->getBuffer(), static_cast<std::size_t>(unicodeString->length() - 1)};
+}
+
+int VRELString::length() const noexcept {
+  return unicodeString != nullptr ? unicodeString->length() - 1 : -1;
+}
+
+unsigned short VRELString::charAt(int index) const noexcept {
+  return unicodeString != nullptr ? unicodeString->charAt(index) : 0xFFFF;
+}
+
+int VRELString::hashCode() const noexcept {
+  if (unicodeString == nullptr) return 0;
+  int const hash = unicodeString->hashCode();
+  // The lowest number has no absolute value and stays as it is.
+  return hash < 0 ? static_cast<int>(0u - static_cast<unsigned int>(hash)) : hash;
+}
+
+int VRELString::compareTo(VRELString const& other) const noexcept {
+  if (unicodeString == nullptr) return -1;
+  if (other.unicodeString == nullptr) return 1;
+  return unicodeString->compareCodePointOrder(*other.unicodeString);
+}
+
+int VRELString::compareToIgnoreCase(VRELString const& other) const noexcept {
+  if (unicodeString == nullptr) return -1;
+  if (other.unicodeString == nullptr) return 1;
+  // Case folding looks at one character at a time, so texts can be compared in ASCII up to the first character that is
+  // none. Both end in a zero that stops the walk.
+  char16_t const* mine = unicodeString->getBuffer();
+  char16_t const* theirs = other.unicodeString->getBuffer();
+  std::int32_t const common = std::min(unicodeString->length(), other.unicodeString->length());
+  std::int32_t i = 0;
+  for (; i < common && (mine[i] | theirs[i]) < 0x80; ++i) {
+    char16_t const a = FoldAscii(mine[i]);
+    char16_t const b = FoldAscii(theirs[i]);
+    if (a != b) return a < b ? -1 : 1;
+  }
+  std::int32_t const myRest = unicodeString->length() - i;
+  std::int32_t const theirRest = other.unicodeString->length() - i;
+  if (myRest == 0 || theirRest == 0) return (myRest > 0) - (theirRest > 0);
+  UErrorCode status = U_ZERO_ERROR;
+  std::int32_t const order =
+      u_strCaseCompare(mine + i, myRest, theirs + i, theirRest, U_COMPARE_CODE_POINT_ORDER, &status);
+  return (order > 0) - (order < 0);
+}
+
+bool VRELString::startsWith(VRELString const& other) const noexcept {
+  if (other.length() < 1) return false;
+  return view().substr(0, other.view().size()) == other.BeforeZero();
+}
+
+bool VRELString::endsWith(VRELString const& other) const noexcept {
+  if (other.length() < 1) return false;
+  std::u16string_view const text = view();
+  std::u16string_view const tail = other.view();
+  return tail.size() <= text.size() && text.substr(text.size() - tail.size()) == tail;
+}
+
+int VRELString::getStringLength(char const* text) noexcept {
+  return StringLength(text);
+}
+int VRELString::getStringLength(unsigned short const* text) noexcept {
+  return StringLength(text);
+}
+int VRELString::getStringLength(wchar_t const* text) noexcept {
+  return StringLength(text);
+}
+int VRELString::getStringLength(int const* text) noexcept {
+  return StringLength(text);
+}
+
+int VRELString::indexOf(unsigned short unit) const noexcept {
+  return indexOf(unit, 0);
+}
+
+int VRELString::indexOf(unsigned short unit, int start) const noexcept {
+  return unicodeString != nullptr ? unicodeString->indexOf(static_cast<char16_t>(unit), start) : -1;
+}
+
+int VRELString::lastIndexOf(unsigned short unit) const noexcept {
+  return lastIndexOf(unit, 0);
+}
+
+int VRELString::lastIndexOf(unsigned short unit, int start) const noexcept {
+  return unicodeString != nullptr ? unicodeString->lastIndexOf(static_cast<char16_t>(unit), start) : -1;
+}
+
+int VRELString::indexOf(VRELString const& text, int start) const noexcept {
+  if (unicodeString == nullptr || text.unicodeString == nullptr) return -1;
+  int const end = length();
+  if (text.length() == 0 && end > start) return end;
+  int const from = std::clamp(start, 0, end);
+  return unicodeString->indexOf(text.unicodeString->getBuffer(), 0, text.length(), from, end - from);
+}
+
+int VRELString::lastIndexOf(VRELString const& text, int start) const noexcept {
+  if (unicodeString == nullptr || text.unicodeString == nullptr) return -1;
+  int const end = length();
+  if (text.length() == 0 && end >= start) return end;
+  int const from = std::clamp(start, 0, end);
+  return unicodeString->lastIndexOf(text.unicodeString->getBuffer(), 0, text.length(), from, end - from);
+}
+
+VRELString VRELString::operator+(VRELString const& other) const {
+  // The joined units end at the first U+0000, wherever it stands.
+  bool const takesOther = unicodeString != nullptr && !holdsZero;
+  return VRELString(BuildJoined(BeforeZero(), takesOther ? other.BeforeZero() : std::u16string_view()));
+}
+
+VRELString VRELString::substring(int start, int end) const {
+  std::u16string_view const text = view();
+  int const from = std::max(start, 0);
+  int const to = std::min(end, static_cast<int>(text.size()));
+  if (to <= from) return VRELString();
+  return VRELString(text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)));
+}
+
+VRELString VRELString::substring(int start) const {
+  return substring(start, length());
+}
+
+VRELString VRELString::replace(unsigned short oldChar, unsigned short newChar) const {
+  if (unicodeString == nullptr) return VRELString();
+  UnicodeString text(*unicodeString);
+  // ICU, and not a plain walk: half of a surrogate pair is no match.
+  text.findAndReplace(UnicodeString(static_cast<char16_t>(oldChar)), UnicodeString(static_cast<char16_t>(newChar)));
+  return VRELString(std::u16string_view(text.getBuffer(), static_cast<std::size_t>(std::max(text.length(), 0))));
+}
+
+int VRELString::getConvertToUTF8Size() const noexcept {
+  if (unicodeString == nullptr) return 0;
+  std::u16string_view const text = BeforeZero();
+  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
+    u_strToUTF8(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  });
+}
+
+int VRELString::getConvertToUTF16Size() const noexcept {
+  return unicodeString != nullptr ? unicodeString->length() : 0;
+}
+
+int VRELString::getConvertToUTF32Size() const noexcept {
+  if (unicodeString == nullptr) return 0;
+  std::u16string_view const text = BeforeZero();
+  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
+    u_strToUTF32(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  });
+}
+
+int VRELString::getConvertToWideCharacterSize() const noexcept {
+  if (unicodeString == nullptr) return 0;
+  std::u16string_view const text = BeforeZero();
+  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
+    u_strToWCS(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  });
+}
+
+int VRELString::getConvertToMBCSSize(char const* codepage) const noexcept {
+  if (unicodeString == nullptr) return 0;
+  std::u16string_view const text = BeforeZero();
+  if (IsAscii(text) && KeepsAscii(codepage)) return static_cast<int>(text.size()) + 1;
+  Converter const converter = OpenBestConverter(codepage);
+  if (converter == nullptr) return 0;
+  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
+    *length = ucnv_fromUChars(converter.get(), nullptr, 0, text.data(), static_cast<std::int32_t>(text.size()), status);
+  });
+}
+
+int VRELString::getConvertToRestrictedASCIISize() const noexcept {
+  return getConvertToMBCSSize(CODEPAGE_NAME_ASCII);
+}
+
+VRINResult VRELString::convertToUTF8(char* buffer, int size) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (unicodeString == nullptr) return VREL_E_FAIL;
+  std::u16string_view const text = BeforeZero();
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF8(buffer, size, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
+  return Finish(status, buffer);
+}
+
+VRINResult VRELString::convertToUTF16(unsigned short* buffer, int size) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (unicodeString == nullptr || unicodeString->length() > size) return VREL_E_FAIL;
+  std::memcpy(buffer, unicodeString->getBuffer(), static_cast<std::size_t>(unicodeString->length()) * sizeof(char16_t));
+  return VREL_S_OK;
+}
+
+VRINResult VRELString::convertToUTF32(int* buffer, int size) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (unicodeString == nullptr) return VREL_E_FAIL;
+  std::u16string_view const text = BeforeZero();
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF32(buffer, size, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
+  return Finish(status, buffer);
+}
+
+VRINResult VRELString::convertToWideCharacter(wchar_t* buffer, int size) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (unicodeString == nullptr) return VREL_E_FAIL;
+  std::u16string_view const text = BeforeZero();
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToWCS(buffer, size, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
+  return Finish(status, buffer);
+}
+
+VRINResult VRELString::convertToMBCS(char* buffer, int size, char const* codepage,
+                                     bool substToUnderscore) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (unicodeString == nullptr) return VREL_E_FAIL;
+  std::u16string_view const text = BeforeZero();
+  if (!substToUnderscore && IsAscii(text) && KeepsAscii(codepage)) {
+    if (size <= static_cast<std::ptrdiff_t>(text.size())) return VREL_E_FAIL;
+    *std::copy(text.begin(), text.end(), buffer) = 0;
+    return VREL_S_OK;
+  }
+  Converter const converter = OpenBestConverter(codepage);
+  if (converter == nullptr) return VREL_E_UNEXPECTED;
+  UErrorCode status = U_ZERO_ERROR;
+  ucnv_fromUChars(converter.get(), buffer, size, text.data(), static_cast<std::int32_t>(text.size()), &status);
+  if (status == U_ZERO_ERROR && substToUnderscore) {
+    char substitutes[16];
+    std::int8_t count = sizeof substitutes;
+    ucnv_getSubstChars(converter.get(), substitutes, &count, &status);
+    if (U_FAILURE(status)) count = 0;
+    status = U_ZERO_ERROR;
+    std::replace_if(
+        buffer, buffer + size,
+        [&](char c) { return std::find(substitutes, substitutes + count, c) != substitutes + count; }, '_');
+  }
+  return Finish(status, buffer);
+}
+
+VRINResult VRELString::convertToRestrictedASCII(char* buffer, int size) const noexcept {
+  if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
+  *buffer = 0;
+  if (size < 0) return VREL_E_FAIL;
+  VRINResult const result = convertToMBCS(buffer, size, CODEPAGE_NAME_ASCII, false);
+  if (result.IsFailure()) return result;
+  char* const end = buffer + std::strlen(buffer);
+  std::replace_if(
+      buffer, end,
+      [](char c) {
+        auto const byte = static_cast<unsigned char>(c);
+        bool const isInvariant = byte < 0x80 && ((invChars[byte / 32] >> (byte % 32)) & 1) != 0;
+        return c == kSubstitution || !isInvariant;
+      },
+      '_');
+  std::fill(end, buffer + size, '\0');
+  return result;
+}
+
+std::string VRELString::toUtf8() const {
+  std::u16string_view const text = view();
+  std::string result;
+  UnicodeString(false, text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(result);
+  return result;
+}
+
+std::ostream& operator<<(std::ostream& stream, VRELString const& text) {
+  return stream << text.toUtf8();
+}
+
+VRINResult VRELStringToChars(VRELString const& text, char*& chars) {
+  int const size = text.getConvertToMBCSSize(nullptr);
+  chars = new (std::nothrow) char[static_cast<std::size_t>(std::max(size, 1))];
+  VRINResult result = VREL_E_FAIL;
+  if (chars != nullptr) result = text.convertToMBCS(chars, size, nullptr, false);
+  if (result.IsFailure()) VRELReleaseChars(chars);
+  return result;
+}
+
+VRINResult VRELStringToWideChars(VRELString const& text, wchar_t*& chars) {
+  int const size = text.getConvertToWideCharacterSize();
+  chars = new (std::nothrow) wchar_t[static_cast<std::size_t>(std::max(size, 1))];
+  VRINResult result = VREL_E_FAIL;
+  if (chars != nullptr) result = text.convertToWideCharacter(chars, size);
+  if (result.IsFailure()) VRELReleaseWideChars(chars);
+  return result;
+}
+
+VRINResult VRELReleaseChars(char*& chars) {
+  delete[] chars;
+  chars = nullptr;
+  return VREL_S_OK;
+}
+
+VRINResult VRELReleaseWideChars(wchar_t*& chars) {
+  delete[] chars;
+  chars = nullptr;
+  return VREL_S_OK;
+}
