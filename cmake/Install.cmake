@@ -1,0 +1,39 @@
+# What `cmake --install` puts where: the library with its versioned names, its headers side by side in
+# include/VRELBase, the package description for find_package and for pkg-config, and the driver.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS VRELBase EXPORT VRELBaseTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development)
+get_target_property(public_headers VRELBase VREL_PUBLIC_HEADERS)
+install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VRELBase COMPONENT Development)
+
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/VRELBase)
+install(EXPORT VRELBaseTargets NAMESPACE VRELBase:: DESTINATION ${package_directory} COMPONENT Development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/VRELBaseConfig.cmake.in
+                              ${PROJECT_BINARY_DIR}/VRELBaseConfig.cmake INSTALL_DESTINATION ${package_directory})
+# Before 1.0 a new minor version may change what a client sees.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/VRELBaseConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/VRELBaseConfig.cmake ${PROJECT_BINARY_DIR}/VRELBaseConfigVersion.cmake
+        DESTINATION ${package_directory} COMPONENT Development)
+
+# The pkg-config file finds the prefix from where it lies itself, so that an installed tree can be moved, unless the
+# folders were given as absolute paths.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(VREL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
+  set(VREL_PC_LIBDIR "${CMAKE_INSTALL_LIBDIR}")
+else()
+  file(RELATIVE_PATH VREL_PC_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+  string(REGEX REPLACE "/$" "" VREL_PC_PREFIX "\${pcfiledir}/${VREL_PC_PREFIX}")
+  set(VREL_PC_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
+endif()
+if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+  set(VREL_PC_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}")
+else()
+  set(VREL_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/VRELBase.pc.in ${PROJECT_BINARY_DIR}/VRELBase.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/VRELBase.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+
+if(TARGET brivet)
+  install(TARGETS brivet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
+endif()
