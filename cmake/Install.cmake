@@ -1,5 +1,5 @@
 # What `cmake --install` puts where: the library with its versioned names, its headers side by side in
-# include/VRELBase, the package description for find_package and for pkg-config, and the driver.
+# include/VRELBase, the package description for find_package and for pkg-config.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS VRELBase EXPORT VRELBaseTargets
@@ -33,7 +33,3 @@ else()
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/VRELBase.pc.in ${PROJECT_BINARY_DIR}/VRELBase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/VRELBase.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
-
-if(TARGET brivet)
-  install(TARGETS brivet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
-endif()
