@@ -233,7 +233,7 @@ VRELString::VRELString(char const* text, char const* codepage) {
   UErrorCode status = U_ZERO_ERROR;
   Adopt(Terminated(converter != nullptr ? new UnicodeString(text, -1, converter.get(), status)
                                         : new UnicodeString(text, static_cast<char const*>(nullptr))));
-  holdsZero = BeforeZero().size() != view().size();
+  holdsZero = view().find(u'\0') != std::u16string_view::npos;
 }
 
 VRELString::VRELString(std::string const& utf8) {
@@ -291,7 +291,7 @@ void VRELString::Destroy() noexcept {
 // The text up to its first U+0000: what a copy takes, and what ICU converts.
 std::u16string_view VRELString::BeforeZero() const noexcept {
   std::u16string_view const text = view();
-  return text.substr(0, text.find(u'\0'));
+  return holdsZero ? text.substr(0, text.find(u'\0')) : text;
 }
 
 std::u16string_view VRELString::view() const noexcept {
@@ -344,12 +344,13 @@ int VRELString::compareToIgnoreCase(VRELString const& other) const noexcept {
 }
 
 bool VRELString::startsWith(VRELString const& other) const noexcept {
-  if (other.length() < 1) return false;
-  return view().substr(0, other.view().size()) == other.BeforeZero();
+  // The start of this text ends at a U+0000, so it never equals a text that holds one.
+  if (other.length() < 1 || other.holdsZero) return false;
+  return view().substr(0, other.view().size()) == other.view();
 }
 
 bool VRELString::endsWith(VRELString const& other) const noexcept {
-  if (other.length() < 1) return false;
+  if (other.length() < 1 || other.holdsZero) return false;
   std::u16string_view const text = view();
   std::u16string_view const tail = other.view();
   return tail.size() <= text.size() && text.substr(text.size() - tail.size()) == tail;
@@ -538,7 +539,8 @@ VRINResult VRELString::convertToMBCS(char* buffer, int size, char const* codepag
 VRINResult VRELString::convertToRestrictedASCII(char* buffer, int size) const noexcept {
   if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
   *buffer = 0;
-  if (size < 0) return VREL_E_FAIL;
+  // A text that does not fit touches nothing behind the first byte.
+  if (size < 0 || size < getConvertToRestrictedASCIISize()) return VREL_E_FAIL;
   VRINResult const result = convertToMBCS(buffer, size, CODEPAGE_NAME_ASCII, false);
   if (result.IsFailure()) return result;
   char* const end = buffer + std::strlen(buffer);
