@@ -23,6 +23,16 @@ SOUND = {
     f"{SOURCES}/object/Names.h.in": "#pragma once\n",
     "brivet/Driver.cpp": '#include "VRELBase.h"\n#include "EntityReader.h"\n',
     "tests/object/GroundTest.cpp": '#include "Ground.h"\n',
+    "README.md": """# House
+## The map of the house
+```text
+VRELBase/             all
+  VRELUtilities.m/src/
+    object/           ground
+  public/             top
+brivet/  tests/       beside
+```
+""",
     "tests/tree/upward_calls.txt": "# comment\n",
     "tests/tree/untested_headers.txt": "Log.h it only declares\n",
 }
@@ -55,7 +65,7 @@ class TreeCheckTest(unittest.TestCase):
             self.assertIn(word, faults[0])
 
     def test_sound_tree_passes(self):
-        for check in ["floors", "circles", "names", "umbrella"]:
+        for check in ["floors", "circles", "names", "umbrella", "map"]:
             self.assertEqual(self.faults(check), [], check)
 
     def test_folder_without_floor(self):
@@ -149,6 +159,19 @@ class TreeCheckTest(unittest.TestCase):
         order = ["VRINResult.h", "Text.h", "Packet.h", "Library.h", "Log.h", "EntityReader.h"]
         places = [text.index(f'"{name}"') for name in order]
         self.assertEqual(places, sorted(places))
+
+    def test_map_names_absent_folder(self):
+        sound = SOUND["README.md"]
+        self.write({"README.md": sound.replace("object/ ", "objects/")})
+        self.assert_one_fault("map", f"{SOURCES}/objects")
+        self.write({"README.md": sound.replace("  public/", "    public/")})
+        self.assert_one_fault("map", f"{SOURCES}/public")
+        self.write({"README.md": sound.replace("  tests/", "  test/")})
+        self.assert_one_fault("map", "names test,")
+
+    def test_no_map(self):
+        self.write({"README.md": "# House\n"})
+        self.assert_one_fault("map", "no map")
 
 
 class ObjectCheckTest(unittest.TestCase):

@@ -4,7 +4,7 @@
 check_tree.py [--root FOLDER] CHECK     runs one check and fails with a line for each fault
 check_tree.py [--root FOLDER] --write-umbrella     writes VRELBase/VRELBase.h anew
 
-Checks: floors, circles, names, tests, umbrella.
+Checks: floors, circles, names, tests, umbrella, map.
 """
 import argparse
 import re
@@ -15,6 +15,7 @@ from source_tree import FLOORS, SourceTree
 
 UMBRELLA = "VRELBase/VRELBase.h"
 UPWARD_CALLS = "tests/tree/upward_calls.txt"
+README = "README.md"
 UNTESTED_HEADERS = "tests/tree/untested_headers.txt"
 
 
@@ -127,12 +128,34 @@ def check_umbrella(tree):
     ]
 
 
+def check_map(tree):
+    """README.md's map of the house names only folders that are there. An indented one lies in the one above it."""
+    path = tree.root / README
+    text = path.read_text(encoding="utf-8") if path.exists() else ""
+    found = re.search(r"^## The map of the house\n.*?^```text\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
+    if found is None:
+        return [f"{README}: has no map of the house"]
+    faults = []
+    outer = []
+    for line in found.group(1).splitlines():
+        indent = len(line) - len(line.lstrip())
+        outer = [(depth, folder) for depth, folder in outer if depth < indent]
+        # Folders with one line in common stand two blanks apart, what they are for follows behind three or more.
+        for name in re.split(r"\s{3,}", line.strip())[0].split():
+            folder = (outer[-1][1] if outer else tree.root) / name
+            if not folder.is_dir():
+                faults.append(f"{README}: the map names {folder.relative_to(tree.root)}, which does not exist")
+        outer.append((indent, folder))
+    return faults
+
+
 CHECKS = {
     "floors": check_floors,
     "circles": check_circles,
     "names": check_names,
     "tests": check_tests,
     "umbrella": check_umbrella,
+    "map": check_map,
 }
 
 
