@@ -16,7 +16,10 @@
 #include "VRINResult.h"
 
 // Containers.
+#include "VRELArrayHeader.h"
+#include "VRELDynamicArray.h"
 #include "VRELHashTraits.h"
+#include "VRELMemoryBound.h"
 
 // Strings.
 #include "VRELString.h"
