@@ -2,24 +2,16 @@
 
 #include <cstring>
 
-namespace {
+#include "VRELTextCopy.h"
 
-char* CopyOf(char const* name) {
-  if (name == nullptr || *name == '\0') return nullptr;
-  std::size_t const size = std::strlen(name) + 1;
-  return static_cast<char*>(std::memcpy(new char[size], name, size));
-}
+VRELObject::VRELObject(char const* name) : typeName(VRELTextCopy(name)) {}
 
-}  // namespace
-
-VRELObject::VRELObject(char const* name) : typeName(CopyOf(name)) {}
-
-VRELObject::VRELObject(VRELObject const& other) : VRELReferenceCount(other), typeName(CopyOf(other.typeName)) {}
+VRELObject::VRELObject(VRELObject const& other) : VRELReferenceCount(other), typeName(VRELTextCopy(other.typeName)) {}
 
 VRELObject& VRELObject::operator=(VRELObject const& other) {
   VRELReferenceCount::operator=(other);
   if (this != &other) {
-    char* const copy = CopyOf(other.typeName);
+    char* const copy = VRELTextCopy(other.typeName);
     delete[] typeName;
     typeName = copy;
   }

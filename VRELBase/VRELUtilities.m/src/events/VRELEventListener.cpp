@@ -1,0 +1,3 @@
+#include "VRELEventListener.h"
+
+VRELEventListener::~VRELEventListener() = default;
