@@ -12,6 +12,7 @@
 #include "VRELObject.h"
 #include "VRELReferenceCount.h"
 #include "VRELReferenceHandle.h"
+#include "VRELTextCopy.h"
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
@@ -23,3 +24,29 @@
 
 // Strings.
 #include "VRELString.h"
+
+// Events.
+#include "Gk_ErrMgr.h"
+#include "VRELAssert.h"
+#include "VRELAssertEvent.h"
+#include "VRELChannelLine.h"
+#include "VRELDebug.h"
+#include "VRELDebugEvent.h"
+#include "VRELError.h"
+#include "VRELErrorEvent.h"
+#include "VRELErrorTracker.h"
+#include "VRELEvent.h"
+#include "VRELEventBus.h"
+#include "VRELEventLevel.h"
+#include "VRELEventListener.h"
+#include "VRELIndentedChannel.h"
+#include "VRELInfo.h"
+#include "VRELMessageEvent.h"
+#include "VRELPrintfFormat.h"
+#include "VRELTest.h"
+#include "VRELTestEvent.h"
+#include "VRELTextEvent.h"
+#include "VRELVerbose.h"
+#include "VRELVerboseEvent.h"
+#include "VRELWarning.h"
+#include "VRELWarningEvent.h"

@@ -1,0 +1,5 @@
+#include "VRELVerbose.h"
+
+int _VRELVerboseTab = 0;
+
+VRELVerbose::~VRELVerbose() = default;

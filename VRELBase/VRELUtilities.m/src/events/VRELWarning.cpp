@@ -1,0 +1,5 @@
+#include "VRELWarning.h"
+
+int _VRELWarningTab = 0;
+
+VRELWarning::~VRELWarning() = default;
