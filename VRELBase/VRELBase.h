@@ -50,3 +50,8 @@
 #include "VRELVerboseEvent.h"
 #include "VRELWarning.h"
 #include "VRELWarningEvent.h"
+
+// Narrow.
+#include "Gk_ROString.h"
+#include "Gk_RWString.h"
+#include "Gk_String.h"
