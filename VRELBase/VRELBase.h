@@ -24,6 +24,14 @@
 
 // Strings.
 #include "VRELString.h"
+#include "VRELStringAsciiCharUtil.h"
+#include "VRELStringISO1030321Converter.h"
+#include "VRELStringISO1030321Reader.h"
+#include "VRELStringISO1030321Writer.h"
+#include "VRELStringISO10646Reader.h"
+#include "VRELStringISO10646Writer.h"
+#include "VRELStringISO8859Reader.h"
+#include "VRELStringUnicodeWCharUtil.h"
 
 // Events.
 #include "Gk_ErrMgr.h"
