@@ -2,7 +2,8 @@
 #
 # vrel_build_settings(target): applies them to one target.
 function(vrel_build_settings target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
+  # Values are promised to the bit: no product and sum may melt into one operation.
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -ffp-contract=off)
   if(VREL_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
