@@ -25,13 +25,23 @@
 // Strings.
 #include "VRELString.h"
 #include "VRELStringAsciiCharUtil.h"
+#include "VRELStringConversions.h"
 #include "VRELStringISO1030321Converter.h"
 #include "VRELStringISO1030321Reader.h"
 #include "VRELStringISO1030321Writer.h"
 #include "VRELStringISO10646Reader.h"
 #include "VRELStringISO10646Writer.h"
 #include "VRELStringISO8859Reader.h"
+#include "VRELStringTokenizer.h"
 #include "VRELStringUnicodeWCharUtil.h"
+
+// Numeric.
+#include "Gk_Def.h"
+#include "Gk_Func.h"
+#include "Gk_LinMap.h"
+#include "VRELDate.h"
+#include "VRELFloatUtil.h"
+#include "VRELLocalNumericLocaleOverride.h"
 
 // Events.
 #include "Gk_ErrMgr.h"
