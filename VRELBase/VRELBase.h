@@ -19,8 +19,13 @@
 // Containers.
 #include "VRELArrayHeader.h"
 #include "VRELDynamicArray.h"
+#include "VRELHashList.h"
+#include "VRELHashMap.h"
+#include "VRELHashRows.h"
+#include "VRELHashTable.h"
 #include "VRELHashTraits.h"
 #include "VRELMemoryBound.h"
+#include "VRELPair.h"
 
 // Strings.
 #include "VRELString.h"

@@ -51,6 +51,9 @@ class VRELDynamicArray {
 
   int size() const noexcept { return isValid() ? header->count : 0; }
 
+  // Whether another array holds the same storage.
+  bool isShared() const noexcept { return isValid() && header->shareCount > 0; }
+
   // No range check of any kind: index is 0 to size() - 1.
   T& operator[](int index) noexcept { return reinterpret_cast<T*>(header->data)[index]; }
   T const& operator[](int index) const noexcept { return reinterpret_cast<T const*>(header->data)[index]; }

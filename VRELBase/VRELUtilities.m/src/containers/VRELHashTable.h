@@ -1,0 +1,237 @@
+// The table behind VRELHashMap and VRELHashList. Programs use those two.
+#pragma once
+
+#include <limits>
+#include <type_traits>
+#include <utility>
+
+#include "VRELHashRows.h"
+
+template <class T>
+class VRELHashList;
+
+// Open addressing with linear probing, and no marks of what was removed: a removal places the rest of its probe run
+// anew. V is void for a list; `values` is the one value of a map's entry, and nothing for a list.
+template <class K, class V>
+class VRELHashTable {
+ public:
+  using HashFunction = unsigned int (*)(K const&);
+  using EqualFunction = bool (*)(K const&, K const&);
+
+  using Rows = VRELHashRows<K, V>;
+
+  static constexpr int defaultSlots = 17;
+
+  explicit VRELHashTable(int slots) { Grow(rows, slots); }
+  VRELHashTable(VRELHashTable const&) = default;
+
+  // Load factor and cursor stay as they are, which is promised.
+  VRELHashTable& operator=(VRELHashTable const& other) {
+    rows = other.rows;
+    hashFunction = other.hashFunction;
+    equalFunction = other.equalFunction;
+    count = other.count;
+    return *this;
+  }
+
+  int Size() const noexcept { return count; }
+
+  void SetFunctions(HashFunction hash, EqualFunction equal) noexcept {
+    hashFunction = hash;
+    equalFunction = equal;
+  }
+
+  unsigned int GetHashCode(K const& key) const {
+    return hashFunction != nullptr ? hashFunction(key) : VRELHashList<K>::GetHashValue(key);
+  }
+
+  bool CheckEqual(K const& a, K const& b) const {
+    return equalFunction != nullptr ? equalFunction(a, b) : VRELHashList<K>::HashEqualFunction(a, b);
+  }
+
+  int Find(K const& key) const { return Probe(rows, key).match; }
+
+  template <class... Values>
+  bool Add(K const& key, Values const&... values) {
+    if (!IsTooFullFor(count + 1)) return Place(key, values...);
+    // The arguments may stand in the arrays that go.
+    return AddAfterRehash(K(key), Values(values)...);
+  }
+
+  bool Remove(K const& key) {
+    int const removed = Find(key);
+    if (removed < 0) return false;
+    Reset(removed);
+    --count;
+    PlaceAnewBehind(removed);
+    return true;
+  }
+
+  void Clear() {
+    rows.ForEachColumn([](auto& column) { column.clear(); }, rows);
+    rows.occupied.clear();
+    Grow(rows, defaultSlots);
+    count = 0;
+  }
+
+  void Rehash(int slots) {
+    Rows fresh;
+    Grow(fresh, AtLeastOccupied(slots));
+    // A copy of the container may hold the same arrays.
+    bool const shared = rows.keys.isShared();
+    for (int row = 0, end = Slots(); row < end; ++row) {
+      if (!rows.occupied[row]) continue;
+      int const slot = Probe(fresh, rows.keys[row]).vacant;
+      if (slot < 0) continue;
+      auto const transfer = [=](auto& to, auto& from) {
+        if (shared || !std::is_nothrow_move_assignable_v<std::decay_t<decltype(to[0])>>) {
+          to[slot] = from[row];
+        } else {
+          to[slot] = std::move(from[row]);
+        }
+      };
+      rows.ForEachColumn(transfer, fresh, rows);
+      fresh.occupied[slot] = true;
+    }
+    rows = fresh;
+  }
+
+  void InitEnumeration() const noexcept { cursor = 0; }
+
+  bool HasNext() const noexcept { return NextOccupied() >= 0; }
+
+  // The slot that comes next, which the cursor then passes; -1 at the end.
+  int GetNext() const noexcept {
+    int const slot = NextOccupied();
+    if (slot >= 0) cursor = slot + 1;
+    return slot;
+  }
+
+  Rows rows;
+
+ private:
+  // Where a search ended: at the key, or at a free slot. Both are -1 after a round through a full table.
+  struct Ending {
+    int match;
+    int vacant;
+  };
+
+  static void Grow(Rows& target, int slots) {
+    target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
+    target.occupied.endGrow(slots);
+  }
+
+  int Slots() const noexcept { return rows.occupied.size(); }
+
+  // Whether this many entries are too many for the slots there are. Also where there is no slot at all.
+  bool IsTooFullFor(int entries) const noexcept {
+    return entries > static_cast<double>(loadFactor) * Slots() || Slots() < 1;
+  }
+
+  int DoubleSlots() const noexcept {
+    int const slots = Slots();
+    if (slots < 1) return defaultSlots;
+    return slots > std::numeric_limits<int>::max() / 2 ? std::numeric_limits<int>::max() : 2 * slots;
+  }
+
+  // The number of slots asked for, or that of the entries that need one.
+  int AtLeastOccupied(int slots) const noexcept {
+    int occupied = 0;
+    for (bool each : rows.occupied) occupied += each ? 1 : 0;
+    return slots < occupied ? occupied : slots;
+  }
+
+  // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
+  Ending Probe(Rows const& where, K const& key) const {
+    auto const slots = static_cast<unsigned int>(where.occupied.size());
+    if (slots == 0) return {-1, -1};
+    int const start = static_cast<int>(GetHashCode(key) % slots);
+    Ending ending = {-1, -1};
+    if (!ProbeRange(where, key, start, static_cast<int>(slots), ending)) ProbeRange(where, key, 0, start, ending);
+    return ending;
+  }
+
+  // Whether the search ended in this range.
+  bool ProbeRange(Rows const& where, K const& key, int first, int end, Ending& ending) const {
+    bool const* const occupied = where.occupied.getArray();
+    K const* const keys = where.keys.getArray();
+    for (int slot = first; slot < end; ++slot) {
+      if (!occupied[slot]) {
+        ending.vacant = slot;
+        return true;
+      }
+      if (CheckEqual(key, keys[slot])) {
+        ending.match = slot;
+        return true;
+      }
+    }
+    return false;
+  }
+
+  template <class... Values>
+  bool AddAfterRehash(K const& key, Values const&... values) {
+    Rehash(DoubleSlots());
+    return Place(key, values...);
+  }
+
+  template <class... Values>
+  bool Place(K const& key, Values const&... values) {
+    Ending const ending = Probe(rows, key);
+    if (ending.match >= 0) return false;
+    // Full, although the count allowed one more: a copy of the container has filled the arrays that both hold.
+    if (ending.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
+    rows.keys[ending.vacant] = key;
+    ((rows.values[ending.vacant] = values), ...);
+    rows.occupied[ending.vacant] = true;
+    ++count;
+    return true;
+  }
+
+  void Reset(int slot) {
+    auto const reset = [=](auto& column) { column[slot] = std::decay_t<decltype(column[0])>(); };
+    rows.ForEachColumn(reset, rows);
+    rows.occupied[slot] = false;
+  }
+
+  // Takes each entry of the probe run behind a slot that became free, and adds it again. What stands in front of that
+  // slot would only come back to where it is.
+  void PlaceAnewBehind(int freed) {
+    int const slots = Slots();
+    for (int step = 1; step < slots; ++step) {
+      int const slot = static_cast<int>((static_cast<unsigned int>(freed) + static_cast<unsigned int>(step)) %
+                                        static_cast<unsigned int>(slots));
+      if (!rows.occupied[slot]) return;
+      // To add it again would double the slots, which places everything anew.
+      if (IsTooFullFor(count)) return Rehash(DoubleSlots());
+      PlaceAnew(slot);
+    }
+  }
+
+  void PlaceAnew(int slot) {
+    rows.occupied[slot] = false;
+    Ending const ending = Probe(rows, rows.keys[slot]);
+    if (ending.match >= 0) {
+      // It has met an equal key, which it had not met when it came.
+      Reset(slot);
+      --count;
+      return;
+    }
+    rows.occupied[ending.vacant] = true;
+    if (ending.vacant == slot) return;
+    auto const exchange = [=](auto& column) { std::swap(column[slot], column[ending.vacant]); };
+    rows.ForEachColumn(exchange, rows);
+  }
+
+  int NextOccupied() const noexcept {
+    for (int slot = cursor, end = Slots(); slot < end; ++slot) {
+      if (rows.occupied[slot]) return slot;
+    }
+    return -1;
+  }
+
+  HashFunction hashFunction = nullptr;
+  EqualFunction equalFunction = nullptr;
+  float loadFactor = 0.75F;
+  int count = 0;
+  mutable int cursor = 0;
+};

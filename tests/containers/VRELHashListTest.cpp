@@ -1,0 +1,218 @@
+#include "VRELHashList.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <set>
+#include <vector>
+
+#include "HashModel.h"
+#include "VRELString.h"
+
+namespace {
+
+using IntList = VRELHashList<int>;
+
+unsigned int Itself(int const& element) {
+  return static_cast<unsigned int>(element);
+}
+bool Same(int const& a, int const& b) {
+  return a == b;
+}
+bool SameHalf(int const& a, int const& b) {
+  return a / 2 == b / 2;
+}
+
+IntList ListOf(std::initializer_list<int> elements) {
+  IntList list(17);
+  list.SetFunctions(Itself, Same);
+  for (int element : elements) list.Add(element);
+  return list;
+}
+
+std::vector<int> ElementsOf(IntList const& list) {
+  std::vector<int> elements;
+  int element = 0;
+  list.InitEnumeration();
+  while (list.GetNext(element)) elements.push_back(element);
+  return elements;
+}
+
+TEST(VRELHashListTest, HoldsEachElementOnce) {
+  VRELHashList<void*> list(17);
+  int numbers[3];
+  EXPECT_TRUE(list.Add(&numbers[0]));
+  EXPECT_TRUE(list.Add(nullptr));
+  EXPECT_FALSE(list.Add(&numbers[0]));
+  EXPECT_EQ(list.Size(), 2);
+  EXPECT_TRUE(list.Get(&numbers[0]));
+  EXPECT_TRUE(list.Get(nullptr));
+  EXPECT_FALSE(list.Get(&numbers[1]));
+  EXPECT_GE(list.Find(&numbers[0]), 0);
+  EXPECT_EQ(list.Find(&numbers[1]), -1);
+  EXPECT_TRUE(list.Remove(&numbers[0]));
+  EXPECT_FALSE(list.Remove(&numbers[0]));
+  EXPECT_EQ(list.Size(), 1);
+}
+
+TEST(VRELHashListTest, PutReplacesAnEqualElement) {
+  IntList list(17);
+  list.SetFunctions(Itself, SameHalf);
+  EXPECT_TRUE(list.Put(4));
+  EXPECT_FALSE(list.Add(4));
+  list.Rehash(1);
+  EXPECT_TRUE(list.Put(5));
+  EXPECT_EQ(ElementsOf(list), std::vector<int>{5});
+  EXPECT_EQ(list.Size(), 1);
+}
+
+TEST(VRELHashListTest, DoublesBeforeThreeQuartersAreExceeded) {
+  IntList list = ListOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
+  EXPECT_EQ(list.Find(20), 3);
+  EXPECT_FALSE(list.Add(0));
+  EXPECT_EQ(list.Find(20), 20);
+  list.Add(12);
+  EXPECT_EQ(list.Size(), 13);
+}
+
+TEST(VRELHashListTest, RemovalKeepsTheRestOfItsRunWithinReach) {
+  IntList list = ListOf({15, 32, 49, 0, 66});
+  EXPECT_TRUE(list.Remove(32));
+  EXPECT_EQ(ElementsOf(list), (std::vector<int>{0, 66, 15, 49}));
+  EXPECT_EQ(list.Size(), 4);
+}
+
+TEST(VRELHashListTest, ClearLeavesSeventeenSlotsAndTheCursor) {
+  IntList list = ListOf({});
+  for (int element = 0; element < 20; ++element) list.Add(element);
+  int out = 0;
+  list.GetNext(out);
+  list.GetNext(out);
+  EXPECT_EQ(out, 1);
+  list.Clear();
+  EXPECT_EQ(list.Size(), 0);
+  list.Add(18);
+  EXPECT_EQ(list.Find(18), 1);  // of 17
+  EXPECT_FALSE(list.HasNext());
+  list.Add(19);
+  EXPECT_TRUE(list.GetNext(out));
+  EXPECT_EQ(out, 19);
+}
+
+TEST(VRELHashListTest, EnumeratesInSlotOrderWithOneCursor) {
+  IntList const list = ListOf({9, 3});
+  int out = 0;
+  EXPECT_TRUE(list.HasNext());
+  EXPECT_TRUE(list.HasNext());
+  EXPECT_TRUE(list.GetNext(out));
+  EXPECT_EQ(out, 3);
+  EXPECT_TRUE(list.GetNext(out));
+  EXPECT_EQ(out, 9);
+  EXPECT_FALSE(list.HasNext());
+  EXPECT_FALSE(list.GetNext(out));
+  EXPECT_EQ(out, 9);
+}
+
+TEST(VRELHashListTest, ACopySharesSlotsAndCountsForItself) {
+  IntList source = ListOf({1, 2});
+  int out = 0;
+  source.GetNext(out);
+  IntList copy(source);
+  EXPECT_TRUE(copy.GetNext(out));
+  EXPECT_EQ(out, 2);
+  copy.Add(3);
+  EXPECT_TRUE(source.Get(3));
+  EXPECT_EQ(source.Size(), 2);
+  EXPECT_EQ(copy.Size(), 3);
+}
+
+TEST(VRELHashListTest, AssignmentSharesAndKeepsTheCursor) {
+  IntList source = ListOf({1, 2, 3});
+  int out = 0;
+  source.GetNext(out);
+  IntList target(17);
+  target.Add(9);
+  EXPECT_EQ(&(target = source), &target);
+  EXPECT_EQ(target.Size(), 3);
+  EXPECT_EQ(target.GetHashCode(7), 7u);
+  EXPECT_TRUE(target.GetNext(out));
+  EXPECT_EQ(out, 1);
+  target.Add(4);
+  EXPECT_TRUE(source.Get(4));
+  EXPECT_EQ(source.Size(), 3);
+}
+
+TEST(VRELHashListTest, UsesTheFunctionsThatWereSet) {
+  IntList list(17);
+  EXPECT_EQ(list.GetHashCode(1), 0x23744B91u);
+  EXPECT_FALSE(list.CheckEqual(4, 5));
+  list.SetFunctions(Itself, SameHalf);
+  EXPECT_EQ(list.GetHashCode(1), 1u);
+  EXPECT_TRUE(list.CheckEqual(4, 5));
+}
+
+TEST(VRELHashListTest, WithoutSlotsItIsEmptyUntilTheFirstElement) {
+  IntList list(0);
+  EXPECT_EQ(list.Find(1), -1);
+  EXPECT_FALSE(list.Get(1));
+  EXPECT_FALSE(list.Remove(1));
+  EXPECT_FALSE(list.HasNext());
+  EXPECT_TRUE(list.Add(1));
+  EXPECT_TRUE(list.Get(1));
+}
+
+TEST(VRELHashListTest, HoldsTexts) {
+  VRELHashList<VRELString> list(17);
+  EXPECT_TRUE(list.Add(VRELString(L"hub")));
+  EXPECT_FALSE(list.Add(VRELString(L"hub")));
+  EXPECT_TRUE(list.Get(VRELString(L"hub")));
+  EXPECT_FALSE(list.Get(VRELString(L"rim")));
+}
+
+TEST(VRELHashListTest, EverySlotFollowsTheModel) {
+  for (unsigned int seed = 0; seed < 10; ++seed) {
+    std::mt19937 random(seed);
+    IntList list(17);
+    list.SetFunctions(Itself, Same);
+    HashModel model;
+    for (int step = 0; step < 2000; ++step) {
+      int const element = static_cast<int>(random() % 60);
+      if (random() % 2 == 0) {
+        ASSERT_EQ(list.Add(element), model.Add(element, 0));
+      } else {
+        ASSERT_EQ(list.Remove(element), model.Remove(element));
+      }
+      ASSERT_EQ(list.Size(), model.count);
+      ASSERT_EQ(list.Find(element), model.Find(element));
+      std::vector<int> expected;
+      for (auto const& row : model.rows) {
+        if (row.occupied) expected.push_back(row.key);
+      }
+      ASSERT_EQ(ElementsOf(list), expected);
+    }
+  }
+}
+
+TEST(VRELHashListTest, PointersFollowAModel) {
+  std::mt19937 random(23);
+  VRELHashList<void*> list(17);
+  std::set<void*> model;
+  for (int step = 0; step < 50000; ++step) {
+    void* const element = reinterpret_cast<void*>(static_cast<std::uintptr_t>(random() % 2000) * 16);
+    switch (random() % 3) {
+      case 0:
+        ASSERT_EQ(list.Add(element), model.insert(element).second);
+        break;
+      case 1:
+        ASSERT_EQ(list.Remove(element), model.erase(element) == 1);
+        break;
+      default:
+        ASSERT_EQ(list.Get(element), model.count(element) == 1);
+        break;
+    }
+    ASSERT_EQ(list.Size(), static_cast<int>(model.size()));
+  }
+}
+
+}  // namespace

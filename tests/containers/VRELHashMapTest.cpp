@@ -1,0 +1,640 @@
+#include "VRELHashMap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "HashModel.h"
+#include "VRELString.h"
+
+// A key type of a client, who brings hash and equality beside it.
+struct ClientKey {
+  int number = 0;
+  int ignored = 0;
+};
+template <>
+unsigned int VRELHashList<ClientKey>::GetHashValue(ClientKey const& key) {
+  return static_cast<unsigned int>(key.number);
+}
+template <>
+bool VRELHashList<ClientKey>::HashEqualFunction(ClientKey const& a, ClientKey const& b) {
+  return a.number == b.number;
+}
+
+// The same by way of the traits.
+struct TraitsKey {
+  int number = 0;
+};
+template <>
+struct VRELHashTraits<TraitsKey> {
+  static unsigned int Hash(TraitsKey const& key) { return static_cast<unsigned int>(key.number) + 1; }
+  static bool Equal(TraitsKey const& a, TraitsKey const& b) { return a.number == b.number; }
+};
+
+namespace {
+
+using IntMap = VRELHashMap<int, int>;
+using Entries = std::vector<std::pair<int, int>>;
+
+// Hashes that can be worked out in the head: the slot of a key is its remainder.
+unsigned int Itself(int const& key) {
+  return static_cast<unsigned int>(key);
+}
+bool Same(int const& a, int const& b) {
+  return a == b;
+}
+bool SameHalf(int const& a, int const& b) {
+  return a / 2 == b / 2;
+}
+
+IntMap MapOf(std::initializer_list<int> keys, int slots = 17) {
+  IntMap map(slots);
+  map.SetFunctions(Itself, Same);
+  for (int key : keys) map.Add(key, 10 * key);
+  return map;
+}
+
+Entries EntriesOf(IntMap const& map) {
+  Entries entries;
+  VRELPair<int, int> pair;
+  map.InitEnumeration();
+  while (map.GetNext(pair)) entries.emplace_back(pair.key, pair.value);
+  return entries;
+}
+
+std::vector<int> KeysOf(IntMap const& map) {
+  std::vector<int> keys;
+  for (auto const& entry : EntriesOf(map)) keys.push_back(entry.first);
+  return keys;
+}
+
+TEST(VRELHashMapTest, StartsEmpty) {
+  IntMap const map(17);
+  EXPECT_EQ(map.Size(), 0);
+  EXPECT_EQ(map.FindKey(0), -1);
+  EXPECT_FALSE(map.HasNext());
+  VRELPair<int, int> pair(1, 2);
+  EXPECT_FALSE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 1);
+  EXPECT_EQ(pair.value, 2);
+}
+
+TEST(VRELHashMapTest, AddsAndGets) {
+  IntMap map(17);
+  EXPECT_TRUE(map.Add(5, 50));
+  EXPECT_TRUE(map.Add(-1, -10));
+  EXPECT_EQ(map.Size(), 2);
+  int out = 99;
+  EXPECT_FALSE(map.Get(6, out));
+  EXPECT_EQ(out, 99);
+  EXPECT_TRUE(map.Get(5, out));
+  EXPECT_EQ(out, 50);
+  EXPECT_TRUE(map.Get(-1, out));
+  EXPECT_EQ(out, -10);
+}
+
+TEST(VRELHashMapTest, AddKeepsAndPutReplacesThePresentValue) {
+  IntMap map(17);
+  int out = 0;
+  EXPECT_TRUE(map.Add(5, 50));
+  EXPECT_FALSE(map.Add(5, 51));
+  EXPECT_TRUE(map.Get(5, out));
+  EXPECT_EQ(out, 50);
+  EXPECT_EQ(map.Size(), 1);
+  EXPECT_TRUE(map.Put(5, 52));
+  EXPECT_TRUE(map.Get(5, out));
+  EXPECT_EQ(out, 52);
+  EXPECT_EQ(map.Size(), 1);
+  EXPECT_TRUE(map.Put(6, 60));
+  EXPECT_EQ(map.Size(), 2);
+}
+
+TEST(VRELHashMapTest, DoublesBeforeThreeQuartersAreExceeded) {
+  IntMap map = MapOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
+  EXPECT_EQ(map.Size(), 12);
+  EXPECT_EQ(map.FindKey(20), 3);  // of 17
+  EXPECT_TRUE(map.Add(12, 120));
+  EXPECT_EQ(map.FindKey(20), 20);  // of 34
+  for (int key : {13, 14, 15, 17, 18, 19, 21, 22, 23, 24, 25, 50}) map.Add(key, 0);
+  EXPECT_EQ(map.Size(), 25);
+  EXPECT_EQ(map.FindKey(50), 16);  // of 34
+  EXPECT_TRUE(map.Add(67, 0));
+  EXPECT_EQ(map.Size(), 26);
+  EXPECT_EQ(map.FindKey(50), 50);  // of 68
+  EXPECT_EQ(map.FindKey(67), 67);
+}
+
+TEST(VRELHashMapTest, ARefusedKeyMayDoubleTheSlotsAllTheSame) {
+  IntMap map = MapOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
+  EXPECT_FALSE(map.Add(20, 1));
+  EXPECT_EQ(map.Size(), 12);
+  EXPECT_EQ(map.FindKey(20), 20);
+}
+
+TEST(VRELHashMapTest, ProbesBehindTheHashAndRoundTheEnd) {
+  IntMap const map = MapOf({15, 32, 49, 0, 66});  // 15, 15, 15, 0, 15
+  EXPECT_EQ(map.FindKey(15), 15);
+  EXPECT_EQ(map.FindKey(32), 16);
+  EXPECT_EQ(map.FindKey(49), 0);
+  EXPECT_EQ(map.FindKey(0), 1);
+  EXPECT_EQ(map.FindKey(66), 2);
+  EXPECT_EQ(map.FindKey(83), -1);
+  EXPECT_EQ(map.FindKey(1), -1);
+  EXPECT_EQ(EntriesOf(map), (Entries{{49, 490}, {0, 0}, {66, 660}, {15, 150}, {32, 320}}));
+}
+
+TEST(VRELHashMapTest, RemovalKeepsTheRestOfItsRunWithinReach) {
+  for (int removed : {15, 32, 49, 0, 66}) {
+    SCOPED_TRACE(removed);
+    IntMap map = MapOf({15, 32, 49, 0, 66});
+    EXPECT_TRUE(map.Remove(removed));
+    EXPECT_EQ(map.Size(), 4);
+    EXPECT_FALSE(map.Remove(removed));
+    EXPECT_EQ(map.Size(), 4);
+    int out = 0;
+    for (int key : {15, 32, 49, 0, 66}) {
+      EXPECT_EQ(map.Get(key, out), key != removed) << key;
+      EXPECT_TRUE(key == removed || out == 10 * key) << key;
+    }
+  }
+  IntMap map = MapOf({15, 32, 49, 0, 66});
+  map.Remove(32);
+  EXPECT_EQ(EntriesOf(map), (Entries{{0, 0}, {66, 660}, {15, 150}, {49, 490}}));
+}
+
+TEST(VRELHashMapTest, RemovalOfTheOnlyEntryLeavesNothing) {
+  IntMap map = MapOf({5});
+  EXPECT_TRUE(map.Remove(5));
+  EXPECT_EQ(map.Size(), 0);
+  VRELPair<int, int> pair;
+  map.InitEnumeration();
+  EXPECT_FALSE(map.GetNext(pair));
+  EXPECT_FALSE(map.HasNext());
+}
+
+TEST(VRELHashMapTest, FreeSlotsHoldDefaults) {
+  VRELHashMap<int, VRELDynamicArray<int>> map(17);
+  VRELDynamicArray<int> watched;
+  struct Header {
+    VRELArrayHeader* header;
+  };
+  auto const owners = [&] { return reinterpret_cast<Header&>(watched).header->shareCount; };
+  map.Add(3, watched);
+  map.Add(4, watched);
+  EXPECT_EQ(owners(), 2);
+  map.Remove(3);
+  EXPECT_EQ(owners(), 1);
+  map.Clear();
+  EXPECT_EQ(owners(), 0);
+  map.Add(3, watched);
+  map.Rehash(100);
+  EXPECT_EQ(owners(), 1);
+}
+
+TEST(VRELHashMapTest, ClearLeavesSeventeenSlotsAndTheCursor) {
+  IntMap map = MapOf({});
+  for (int key = 0; key < 20; ++key) map.Add(key, 0);
+  VRELPair<int, int> pair;
+  map.InitEnumeration();
+  for (int i = 0; i < 5; ++i) map.GetNext(pair);
+  map.Clear();
+  EXPECT_EQ(map.Size(), 0);
+  EXPECT_EQ(map.FindKey(3), -1);
+  map.Add(20, 200);
+  EXPECT_EQ(map.FindKey(20), 3);  // of 17
+  EXPECT_FALSE(map.HasNext());    // the cursor stands at 5
+  map.Add(5, 50);
+  EXPECT_TRUE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 5);
+  map.Clear();
+  map.Clear();
+  map.Add(20, 200);
+  EXPECT_EQ(map.FindKey(20), 3);
+}
+
+TEST(VRELHashMapTest, ACursorBehindTheLastSlotFindsNothing) {
+  IntMap map = MapOf({33}, 34);
+  VRELPair<int, int> pair;
+  EXPECT_TRUE(map.GetNext(pair));
+  map.Clear();
+  map.Add(1, 1);
+  EXPECT_FALSE(map.HasNext());
+  EXPECT_FALSE(map.GetNext(pair));
+  map.InitEnumeration();
+  EXPECT_TRUE(map.HasNext());
+}
+
+TEST(VRELHashMapTest, EnumeratesInSlotOrderWithOneCursor) {
+  IntMap const map = MapOf({9, 3, 20});
+  EXPECT_TRUE(map.HasNext());
+  EXPECT_TRUE(map.HasNext());
+  VRELPair<int, int> pair;
+  EXPECT_TRUE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 3);
+  EXPECT_EQ(pair.value, 30);
+  EXPECT_TRUE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 20);
+  EXPECT_TRUE(map.HasNext());
+  EXPECT_TRUE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 9);
+  EXPECT_FALSE(map.HasNext());
+  EXPECT_FALSE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 9);
+  map.InitEnumeration();
+  EXPECT_TRUE(map.HasNext());
+}
+
+TEST(VRELHashMapTest, RehashKeepsCountAndCursor) {
+  IntMap map = MapOf({1, 2, 40});
+  VRELPair<int, int> pair;
+  map.GetNext(pair);
+  map.GetNext(pair);
+  EXPECT_EQ(pair.key, 2);
+  map.Rehash(50);
+  EXPECT_EQ(map.Size(), 3);
+  EXPECT_EQ(map.FindKey(40), 40);
+  EXPECT_TRUE(map.GetNext(pair));
+  EXPECT_EQ(pair.key, 40);
+}
+
+TEST(VRELHashMapTest, RehashDropsAnEntryThatMeetsItsEqual) {
+  IntMap map(17);
+  map.SetFunctions(Itself, [](int const& a, int const& b) { return a % 10 == b % 10; });
+  EXPECT_TRUE(map.Add(5, 50));
+  EXPECT_TRUE(map.Add(15, 150));  // does not pass slot 5
+  map.Rehash(10);
+  EXPECT_EQ(EntriesOf(map), (Entries{{5, 50}}));
+  EXPECT_EQ(map.Size(), 2);  // the dropped entry stays counted
+}
+
+TEST(VRELHashMapTest, UsesTheFunctionsThatWereSet) {
+  IntMap map(17);
+  EXPECT_EQ(map.GetHashCode(1), 0x23744B91u);
+  EXPECT_FALSE(map.CheckEqual(4, 5));
+  map.SetFunctions(Itself, SameHalf);
+  EXPECT_EQ(map.GetHashCode(1), 1u);
+  EXPECT_TRUE(map.CheckEqual(4, 5));
+  map.SetFunctions(nullptr, nullptr);
+  EXPECT_EQ(map.GetHashCode(1), 0x23744B91u);
+  EXPECT_FALSE(map.CheckEqual(4, 5));
+}
+
+TEST(VRELHashMapTest, ACopySharesSlotsAndCountsForItself) {
+  IntMap source = MapOf({1, 2});
+  VRELPair<int, int> pair;
+  source.GetNext(pair);
+  IntMap copy(source);
+  EXPECT_TRUE(copy.GetNext(pair));  // the cursor came along
+  EXPECT_EQ(pair.key, 2);
+  EXPECT_TRUE(source.GetNext(pair));
+  EXPECT_EQ(pair.key, 2);
+  EXPECT_EQ(copy.GetHashCode(7), 7u);
+  EXPECT_TRUE(copy.Add(3, 30));
+  EXPECT_EQ(copy.Size(), 3);
+  EXPECT_EQ(source.Size(), 2);
+  int out = 0;
+  EXPECT_TRUE(source.Get(3, out));
+  EXPECT_EQ(out, 30);
+  EXPECT_TRUE(source.Remove(1));
+  EXPECT_EQ(copy.FindKey(1), -1);
+  EXPECT_EQ(copy.Size(), 3);
+}
+
+TEST(VRELHashMapTest, ARehashedCopyLeavesTheSourceComplete) {
+  VRELHashMap<int, VRELString> source(17);
+  for (int key = 0; key < 10; ++key) source.Add(key, VRELString(L"value"));
+  VRELHashMap<int, VRELString> copy(source);
+  for (int key = 10; key < 40; ++key) copy.Add(key, VRELString(L"more"));
+  VRELString out;
+  for (int key = 0; key < 10; ++key) {
+    EXPECT_TRUE(source.Get(key, out));
+    EXPECT_EQ(out.toUtf8(), "value");
+    EXPECT_TRUE(copy.Get(key, out));
+    EXPECT_EQ(out.toUtf8(), "value");
+  }
+  EXPECT_FALSE(source.Get(39, out));
+}
+
+TEST(VRELHashMapTest, AssignmentSharesAndKeepsTheCursor) {
+  IntMap const source = MapOf({1, 2, 3});
+  VRELPair<int, int> pair;
+  source.GetNext(pair);
+  IntMap target(17);
+  for (int key = 0; key < 5; ++key) target.Add(key, 0);
+  target.GetNext(pair);
+  target.GetNext(pair);
+  target.InitEnumeration();
+  EXPECT_EQ(&(target = source), &target);
+  EXPECT_EQ(target.Size(), 3);
+  EXPECT_EQ(target.GetHashCode(7), 7u);
+  EXPECT_TRUE(target.GetNext(pair));
+  EXPECT_EQ(pair.key, 1);  // the source's cursor would give 2
+  target.Add(4, 40);
+  EXPECT_EQ(source.FindKey(4), 4);
+  EXPECT_EQ(source.Size(), 3);
+}
+
+TEST(VRELHashMapTest, CopiesMayFillTheSharedSlots) {
+  IntMap first = MapOf({});
+  IntMap second(first);
+  IntMap third(first);
+  for (int key = 0; key < 12; ++key) EXPECT_TRUE(first.Add(key, key));
+  for (int key = 12; key < 17; ++key) EXPECT_TRUE(second.Add(key, key));
+  // Every slot is taken; a search ends after one round, and so does a removal.
+  EXPECT_EQ(second.FindKey(100), -1);
+  EXPECT_EQ(first.FindKey(16), 16);
+  EXPECT_TRUE(third.Remove(3));
+  EXPECT_TRUE(third.Add(3, 3));
+  EXPECT_EQ(KeysOf(third).size(), 17u);
+  // There is room after a rehash only.
+  EXPECT_TRUE(third.Add(100, 100));
+  for (int key = 0; key < 17; ++key) EXPECT_NE(third.FindKey(key), -1) << key;
+  EXPECT_NE(third.FindKey(100), -1);
+  EXPECT_EQ(first.FindKey(100), -1);
+}
+
+TEST(VRELHashMapTest, ATableMayBeRehashedUntilItIsFull) {
+  for (int slots : {4, 3, 0, -5}) {
+    SCOPED_TRACE(slots);
+    IntMap map = MapOf({8, 1, 5, 7});
+    map.Rehash(slots);
+    EXPECT_EQ(map.Size(), 4);
+    EXPECT_EQ(EntriesOf(map), (Entries{{8, 80}, {1, 10}, {5, 50}, {7, 70}}));
+    EXPECT_EQ(map.FindKey(9), -1);
+    EXPECT_TRUE(map.Remove(1));
+    for (int key : {8, 5, 7}) EXPECT_NE(map.FindKey(key), -1) << key;
+    EXPECT_EQ(map.Size(), 3);
+    EXPECT_TRUE(map.Add(9, 90));
+    EXPECT_EQ(map.Size(), 4);
+  }
+}
+
+TEST(VRELHashMapTest, WithoutSlotsItIsEmptyUntilTheFirstEntry) {
+  for (int slots : {0, -1, -17}) {
+    SCOPED_TRACE(slots);
+    IntMap map(slots);
+    map.SetFunctions(Itself, Same);
+    int out = 0;
+    EXPECT_EQ(map.FindKey(1), -1);
+    EXPECT_FALSE(map.Get(1, out));
+    EXPECT_FALSE(map.Remove(1));
+    EXPECT_FALSE(map.HasNext());
+    map.Rehash(0);
+    EXPECT_TRUE(map.Add(20, 200));
+    EXPECT_EQ(map.FindKey(20), 3);  // of 17
+    EXPECT_EQ(map.Size(), 1);
+  }
+  IntMap map(0);
+  EXPECT_TRUE(map.Put(1, 10));
+  EXPECT_EQ(map.Size(), 1);
+  IntMap cleared(0);
+  cleared.Clear();
+  EXPECT_TRUE(cleared.Add(1, 10));
+}
+
+TEST(VRELHashMapTest, TakesOneSlotForAStart) {
+  IntMap map = MapOf({1, 2, 3, 4, 5}, 1);
+  EXPECT_EQ(map.Size(), 5);
+  for (int key = 1; key < 6; ++key) EXPECT_NE(map.FindKey(key), -1);
+}
+
+// Tells where its copies stand.
+struct Spy {
+  Spy() = default;
+  explicit Spy(int number) : value(number) {}
+  int value = 0;
+  static inline Spy const* stored = nullptr;
+};
+bool SameSpy(Spy const& a, Spy const& b) {
+  if (a.value == b.value) Spy::stored = &b;
+  return a.value == b.value;
+}
+unsigned int HashOfSpy(Spy const& spy) {
+  return static_cast<unsigned int>(spy.value);
+}
+
+TEST(VRELHashMapTest, ArgumentsMayStandInTheTable) {
+  VRELHashMap<Spy, Spy> map(17);
+  map.SetFunctions(HashOfSpy, SameSpy);
+  for (int i = 0; i < 12; ++i) map.Add(Spy(i), Spy(i));
+  EXPECT_EQ(map.FindKey(Spy(7)), 7);
+  Spy const* const inside = Spy::stored;
+  EXPECT_EQ(inside->value, 7);
+  // The key stands behind it in the array that the rehash frees.
+  EXPECT_FALSE(map.Add(*inside, inside[1]));
+  EXPECT_TRUE(map.Remove(Spy(7)));
+  for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(Spy(i), Spy(i)));
+  EXPECT_EQ(map.FindKey(Spy(9)), 9);
+  EXPECT_TRUE(map.Add(Spy(100), *Spy::stored));
+  Spy out;
+  EXPECT_TRUE(map.Get(Spy(100), out));
+  EXPECT_EQ(out.value, 9);
+}
+
+TEST(VRELHashMapTest, TakesHashAndEqualityOfAClientsKey) {
+  VRELHashMap<ClientKey, int> map(17);
+  EXPECT_TRUE(map.Add({3, 1}, 30));
+  EXPECT_FALSE(map.Add({3, 2}, 31));
+  EXPECT_EQ(map.FindKey({3, 9}), 3);
+  VRELHashMap<TraitsKey, int> other(17);
+  EXPECT_TRUE(other.Add({3}, 30));
+  EXPECT_FALSE(other.Add({3}, 31));
+  EXPECT_EQ(other.FindKey({3}), 4);
+}
+
+TEST(VRELHashMapTest, ATextInAnotherCaseIsFoundWhereTheHashesMeet) {
+  bool found = false;
+  bool missed = false;
+  VRELString const lower(L"key");
+  VRELString const upper(L"KEY");
+  for (int slots = 2; slots < 200; ++slots) {
+    bool const meet = lower.hashCode() % slots == upper.hashCode() % slots;
+    VRELHashMap<VRELString, int> map(slots);
+    map.Add(lower, 1);
+    int out = 0;
+    EXPECT_TRUE(map.Get(lower, out));
+    EXPECT_EQ(map.Get(upper, out), meet) << slots;
+    EXPECT_TRUE(slots == 2 || map.Add(upper, 2) != meet) << slots;
+    (meet ? found : missed) = true;
+  }
+  EXPECT_TRUE(found);
+  EXPECT_TRUE(missed);
+}
+
+unsigned int HashOfNone(VRELString const&) {
+  return 1;
+}
+bool EqualWithoutCase(VRELString const& a, VRELString const& b) {
+  return a.compareToIgnoreCase(b) == 0;
+}
+bool EqualLength(VRELString const& a, VRELString const& b) {
+  return a.length() == b.length();
+}
+
+TEST(VRELHashMapTest, ATextInAnotherCaseIsAlwaysFoundWithFunctionsWithoutCase) {
+  VRELHashMap<VRELString, int> map(17);
+  map.SetFunctions(HashOfNone, EqualWithoutCase);
+  EXPECT_TRUE(map.Add(VRELString(L"stra\u00DFe"), 1));
+  EXPECT_TRUE(map.Add(VRELString(L"Option"), 2));
+  int out = 0;
+  EXPECT_TRUE(map.Get(VRELString(L"OPTION"), out));
+  EXPECT_EQ(out, 2);
+  EXPECT_TRUE(map.Get(VRELString(L"STRASSE"), out));
+  EXPECT_EQ(out, 1);
+}
+
+TEST(VRELHashMapTest, AnyEqualityMayBeSetForTexts) {
+  VRELHashMap<VRELString, int> map(17);
+  map.SetFunctions(HashOfNone, EqualLength);
+  EXPECT_TRUE(map.Add(VRELString(L"abc"), 1));
+  EXPECT_FALSE(map.Add(VRELString(L"xyz"), 2));
+  EXPECT_EQ(map.FindKey(VRELString(L"ABQ")), 1);
+}
+
+// Texts that fold to ASCII or grow when folded, and the same in plain letters, hashed alike on purpose.
+TEST(VRELHashMapTest, TextsAreComparedByFullFoldingWhereTheHashesMeet) {
+  struct {
+    wchar_t const* stored;
+    wchar_t const* sought;
+    bool same;
+  } const rows[] = {
+      {L"Key", L"kEY", true},
+      {L"key", L"kez", false},
+      {L"\u212A", L"k", true},
+      {L"k", L"\u212A", true},
+      {L"ma\u00DF", L"MASS", true},
+      {L"MASS", L"ma\u00DF", true},
+      {L"\uFB03", L"ffi", true},
+      {L"\u017Fet", L"SET", true},
+      {L"\u00C4", L"\u00E4", true},
+      {L"\u00C4", L"A", false},
+      {L"[", L"{", false},
+      {L"@", L"`", false},
+      {L"", L"", true},
+      {L"", L"a", false},
+      {L"abcdefgh", L"ABCDEFGH", true},
+      {L"abcdefghi", L"ABCDEFGHI", true},
+      {L"abcdefgh", L"abcdefgj", false},
+      {L"abcd", L"abcde", false},
+      {L"ab\u00E9defghij", L"AB\u00C9DEFGHIJ", true},
+      {L"\u2126mega", L"\u03C9MEGA", true},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(VRELString(row.stored).toUtf8() + " " + VRELString(row.sought).toUtf8());
+    VRELHashMap<VRELString, int> map(17);
+    map.SetFunctions(HashOfNone, nullptr);
+    map.Add(VRELString(row.stored), 1);
+    EXPECT_EQ(map.FindKey(VRELString(row.sought)), row.same ? 1 : -1);
+    EXPECT_EQ(map.Add(VRELString(row.sought), 2), !row.same);
+  }
+}
+
+TEST(VRELHashMapTest, ATextWithoutMemoryEqualsNone) {
+  VRELString uninitialized(L"x");
+  VRELString const taken(std::move(uninitialized));
+  VRELHashMap<VRELString, int> map(17);
+  EXPECT_TRUE(map.Add(uninitialized, 1));
+  EXPECT_EQ(map.FindKey(uninitialized), -1);
+  EXPECT_EQ(map.FindKey(taken), -1);
+  EXPECT_TRUE(map.Add(VRELString(L""), 2));
+}
+
+// Both do the same, and every slot holds the same after every step.
+void FollowModel(IntMap& map, HashModel& model, unsigned int seed, int steps, int range) {
+  std::mt19937 random(seed);
+  for (int step = 0; step < steps; ++step) {
+    int const key = static_cast<int>(random() % static_cast<unsigned int>(range));
+    int const kind = static_cast<int>(random() % 1000);
+    if (kind < 450) {
+      ASSERT_EQ(map.Add(key, step), model.Add(key, step)) << step;
+    } else if (kind < 500) {
+      ASSERT_EQ(map.Put(key, step), model.Put(key, step)) << step;
+    } else if (kind < 990) {
+      ASSERT_EQ(map.Remove(key), model.Remove(key)) << step;
+    } else if (kind < 998) {
+      int const slots = 2 * static_cast<int>(model.rows.size()) - kind % 5;
+      if (slots < 300) map.Rehash(slots), model.Rehash(slots);
+    } else {
+      map.Clear();
+      model.Clear();
+    }
+    ASSERT_EQ(map.Size(), model.count) << step;
+    ASSERT_EQ(map.FindKey(key), model.Find(key)) << step;
+    Entries expected;
+    for (auto const& row : model.rows) {
+      if (row.occupied) expected.emplace_back(row.key, row.value);
+    }
+    ASSERT_EQ(EntriesOf(map), expected) << step;
+    for (auto const& entry : expected) ASSERT_EQ(map.FindKey(entry.first), model.Find(entry.first)) << step;
+  }
+}
+
+TEST(VRELHashMapTest, EverySlotFollowsTheModel) {
+  for (unsigned int seed = 0; seed < 10; ++seed) {
+    IntMap map(17);
+    map.SetFunctions(Itself, Same);
+    HashModel model;
+    FollowModel(map, model, seed, 2000, 20 + static_cast<int>(seed) * 10);
+  }
+}
+
+TEST(VRELHashMapTest, EverySlotFollowsTheModelWithPoorHashes) {
+  for (unsigned int seed = 0; seed < 10; ++seed) {
+    IntMap map(17);
+    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key * key) / 7u + 10u; }, Same);
+    HashModel model;
+    model.hash = [](int key) { return static_cast<unsigned int>(key * key) / 7u + 10u; };
+    FollowModel(map, model, seed, 2000, 60);
+  }
+}
+
+TEST(VRELHashMapTest, EverySlotFollowsTheModelWhereEqualKeysHashDifferently) {
+  for (unsigned int seed = 0; seed < 20; ++seed) {
+    IntMap map(17);
+    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, SameHalf);
+    HashModel model;
+    model.hash = [](int key) { return static_cast<unsigned int>(key % 5); };
+    model.equal = [](int a, int b) { return a / 2 == b / 2; };
+    FollowModel(map, model, seed, 2000, 40);
+  }
+}
+
+TEST(VRELHashMapTest, TextsFollowAModel) {
+  std::mt19937 random(22);
+  VRELHashMap<VRELString, int> map(17);
+  std::map<std::string, int> model;
+  for (int step = 0; step < 20000; ++step) {
+    std::string const name = "name." + std::to_string(random() % 300) + (step % 3 == 0 ? "\xC3\xA4" : "");
+    VRELString const key(name);
+    int out = -1;
+    switch (random() % 4) {
+      case 0:
+        ASSERT_EQ(map.Add(key, step), model.emplace(name, step).second);
+        break;
+      case 1:
+        ASSERT_TRUE(map.Put(key, step));
+        model[name] = step;
+        break;
+      case 2:
+        ASSERT_EQ(map.Remove(key), model.erase(name) == 1);
+        break;
+      default:
+        ASSERT_EQ(map.Get(key, out), model.count(name) == 1);
+        ASSERT_TRUE(out < 0 || out == model[name]);
+        break;
+    }
+    ASSERT_EQ(map.Size(), static_cast<int>(model.size()));
+  }
+  VRELPair<VRELString, int> pair;
+  std::map<std::string, int> found;
+  map.InitEnumeration();
+  while (map.GetNext(pair)) found[pair.key.toUtf8()] = pair.value;
+  EXPECT_EQ(found, model);
+}
+
+}  // namespace
