@@ -163,6 +163,13 @@ int PreflightSize(Convert const& convert) noexcept {
   return length + 1;
 }
 
+// ASCII text and its terminator, where both fit.
+VRINResult CopyAscii(std::u16string_view text, char* buffer, int size) noexcept {
+  if (size <= static_cast<std::ptrdiff_t>(text.size())) return VREL_E_FAIL;
+  *std::copy(text.begin(), text.end(), buffer) = 0;
+  return VREL_S_OK;
+}
+
 // The outcome of a conversion into a buffer: any status but plain success, warnings included, empties it.
 template <class Unit>
 VRINResult Finish(UErrorCode status, Unit* buffer) noexcept {
@@ -412,7 +419,9 @@ VRELString VRELString::substring(int start, int end) const {
   int const from = std::max(start, 0);
   int const to = std::min(end, static_cast<int>(text.size()));
   if (to <= from) return VRELString();
-  return VRELString(text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)));
+  std::u16string_view part = text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+  if (holdsZero) part = part.substr(0, part.find(u'\0'));
+  return VRELString(BuildFrom(part));
 }
 
 VRELString VRELString::substring(int start) const {
@@ -430,6 +439,7 @@ VRELString VRELString::replace(unsigned short oldChar, unsigned short newChar) c
 int VRELString::getConvertToUTF8Size() const noexcept {
   if (unicodeString == nullptr) return 0;
   std::u16string_view const text = BeforeZero();
+  if (IsAscii(text)) return static_cast<int>(text.size()) + 1;
   return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
     u_strToUTF8(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
   });
@@ -475,6 +485,7 @@ VRINResult VRELString::convertToUTF8(char* buffer, int size) const noexcept {
   *buffer = 0;
   if (unicodeString == nullptr) return VREL_E_FAIL;
   std::u16string_view const text = BeforeZero();
+  if (IsAscii(text)) return CopyAscii(text, buffer, size);
   UErrorCode status = U_ZERO_ERROR;
   u_strToUTF8(buffer, size, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
   return Finish(status, buffer);
@@ -514,11 +525,7 @@ VRINResult VRELString::convertToMBCS(char* buffer, int size, char const* codepag
   *buffer = 0;
   if (unicodeString == nullptr) return VREL_E_FAIL;
   std::u16string_view const text = BeforeZero();
-  if (!substToUnderscore && IsAscii(text) && KeepsAscii(codepage)) {
-    if (size <= static_cast<std::ptrdiff_t>(text.size())) return VREL_E_FAIL;
-    *std::copy(text.begin(), text.end(), buffer) = 0;
-    return VREL_S_OK;
-  }
+  if (!substToUnderscore && IsAscii(text) && KeepsAscii(codepage)) return CopyAscii(text, buffer, size);
   Converter const converter = OpenBestConverter(codepage);
   if (converter == nullptr) return VREL_E_UNEXPECTED;
   UErrorCode status = U_ZERO_ERROR;

@@ -1,7 +1,7 @@
 #include "VRELStringISO1030321Reader.h"
 
 #include <algorithm>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -60,24 +60,41 @@ class NextPlace {
   std::size_t place;
 };
 
-// Decodes the bytes behind the first escape of a text into `out` and moves it behind them. Gives the place behind the
-// last escape that was decoded.
-std::size_t DecodeTail(std::string_view tail, char16_t*& out) {
-  NextPlace page(tail, "\\S\\");
-  NextPlace units(tail, "\\X2\\");
-  NextPlace unitsEnd(tail, "\\X0\\");
+// Decodes bytes into `out` and moves it behind the units. Gives the place behind the last escape that was decoded; 0 if
+// there is none.
+std::size_t DecodeBytes(std::string_view text, char16_t*& out) {
+  NextPlace page(text, "\\S\\");
+  NextPlace units(text, "\\X2\\");
+  NextPlace unitsEnd(text, "\\X0\\");
   std::size_t position = 0;
   Escape escape{};
-  while (FirstEscape(page.From(position), units.From(position), unitsEnd.From(position), tail.size(), escape)) {
-    char16_t* const behindHead = std::copy(tail.begin() + static_cast<std::ptrdiff_t>(position),
-                                           tail.begin() + static_cast<std::ptrdiff_t>(escape.start), out);
-    char16_t* behind = behindHead;
-    if (!Decode(tail.substr(escape.start, escape.end - escape.start), escape.isPage, behind)) break;
+  while (FirstEscape(page.From(position), units.From(position), unitsEnd.From(position), text.size(), escape)) {
+    std::string_view const head = text.substr(position, escape.start - position);
+    char16_t* behind = std::copy(head.begin(), head.end(), out);
+    if (!Decode(text.substr(escape.start, escape.end - escape.start), escape.isPage, behind)) break;
     out = behind;
     position = escape.end;
   }
-  out = std::copy(tail.begin() + static_cast<std::ptrdiff_t>(position), tail.end(), out);
+  std::string_view const rest = text.substr(position);
+  out = std::copy(rest.begin(), rest.end(), out);
   return position;
+}
+
+// Whether a text has only ASCII characters, and the same as the bytes that it was read from.
+bool IsAsciiOf(std::u16string_view units, char const* bytes) {
+  auto const isSame = [](char16_t unit, char byte) {
+    return unit == static_cast<unsigned char>(byte) && static_cast<signed char>(byte) > 0;
+  };
+  return std::equal(units.begin(), units.end(), bytes, isSame) && bytes[units.size()] == '\0';
+}
+
+// Decodes the first escape of a text, behind the units before it. False if it is malformed.
+bool DecodeFirst(VRELString const& text, Escape const& first, char16_t*& out) {
+  VRELStringAsciiCharUtil const piece(text.substring(static_cast<int>(first.start), static_cast<int>(first.end)),
+                                      false);
+  char const* const bytes = piece;
+  out = std::copy_n(text.view().begin(), first.start, out);
+  return bytes != nullptr && Decode(bytes, first.isPage, out);
 }
 
 }  // namespace
@@ -85,28 +102,32 @@ std::size_t DecodeTail(std::string_view tail, char16_t*& out) {
 VRINResult VRELStringISO1030321Reader::ConvertFromASCII(char const* text, VRELString& out) {
   ResetUSAsciiString(text);
   VRELString whole(USAsciiString);
-  std::u16string_view const units = whole.view();
-  Escape escape{};
-  bool const hasEscape =
-      FirstEscape(units.find(u"\\S\\"), units.find(u"\\X2\\"), units.find(u"\\X0\\"), units.size(), escape);
-  if (!hasEscape) {
-    out = std::move(whole);
-    return VREL_S_OK;
-  }
-  // An escape takes more units than it stands for, so the decoded text is no longer than the encoded one.
-  std::u16string decoded(units.size(), u'\0');
-  char16_t* end = std::copy_n(units.begin(), escape.start, decoded.data());
-  VRELStringAsciiCharUtil const piece(whole.substring(static_cast<int>(escape.start), static_cast<int>(escape.end)),
-                                      false);
-  char const* const bytes = piece;
-  if (bytes == nullptr || !Decode(bytes, escape.isPage, end)) {
-    out = std::move(whole);
-    return VREL_S_OK;
-  }
-  VRELStringAsciiCharUtil const tail(whole.substring(static_cast<int>(escape.end)), false);
-  char const* const tailBytes = tail;
-  if (tailBytes != nullptr) ResetUSAsciiString(tailBytes + DecodeTail(tailBytes, end));
-  decoded.resize(static_cast<std::size_t>(end - decoded.data()));
-  out = VRELString(std::u16string_view(decoded));
+  if (!DecodeEscapes(whole, out)) out = std::move(whole);
   return VREL_S_OK;
+}
+
+// Decodes a text that was read from the held bytes, and then holds the bytes behind its last escape. False, with
+// nothing changed, if the text has no escape or a malformed one comes first.
+bool VRELStringISO1030321Reader::DecodeEscapes(VRELString const& whole, VRELString& out) {
+  std::u16string_view const units = whole.view();
+  Escape first{};
+  if (!FirstEscape(units.find(u"\\S\\"), units.find(u"\\X2\\"), units.find(u"\\X0\\"), units.size(), first))
+    return false;
+  // An escape takes more units than it stands for, so the decoded text is no longer than the encoded one.
+  std::unique_ptr<char16_t[]> const decoded(new char16_t[units.size()]);
+  char16_t* end = decoded.get();
+  if (IsAsciiOf(units, USAsciiString)) {
+    std::size_t const position = DecodeBytes(USAsciiString, end);
+    if (position == 0) return false;
+    ResetUSAsciiString(USAsciiString + position);
+  } else {
+    // The first escape and what stands before it are read from the text, the rest goes on as ASCII bytes.
+    if (!DecodeFirst(whole, first, end)) return false;
+    VRELStringAsciiCharUtil const tail(whole.substring(static_cast<int>(first.end)), false);
+    char const* const bytes = tail;
+    if (bytes == nullptr) return false;
+    ResetUSAsciiString(bytes + DecodeBytes(bytes, end));
+  }
+  out = VRELString(std::u16string_view(decoded.get(), static_cast<std::size_t>(end - decoded.get())));
+  return true;
 }

@@ -25,4 +25,7 @@ class VREL_EXPORT VRELStringISO1030321Reader : public VRELStringISO1030321Conver
   // Characters outside ASCII stay as they are up to the end of the first escape and become U+001A (or vanish, where
   // they have no shape of their own) behind it: what follows an escape goes on as ASCII bytes. All of this is promised.
   VRINResult ConvertFromASCII(char const* text, VRELString& out);
+
+ private:
+  bool DecodeEscapes(VRELString const& whole, VRELString& out);
 };
