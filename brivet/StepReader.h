@@ -1,0 +1,45 @@
+// The reader behind StepSummary::Read.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "StepScanner.h"
+#include "StepSummary.h"
+#include "VRELHashList.h"
+
+// Walks the tokens of one file once, section by section. Lists inside lists and scopes inside scopes are counted, not
+// descended into, so their depth costs nothing. Each Read... begins at the current token and leaves the token behind
+// what it read as the current one.
+class StepReader {
+ public:
+  explicit StepReader(ByteSource& source);
+
+  StepSummary Read();
+
+ private:
+  void ReadHeader();
+  void ReadHeaderEntity(StepSummary::HeaderEntity& entity);
+  void ReadHeaderParameter(StepSummary::Parameter& parameter);
+  void ReadHeaderText(StepSummary::Parameter& parameter);
+  void SkipSection();
+  void ReadData();
+  void ReadInstances();
+  void OpenInstance();
+  void CloseScope();
+  void ReadRecords();
+  void ReadParameters();
+
+  VRELString ReadText();
+  bool AtSymbol(char symbol) const { return scanner.Current().Is(symbol); }
+  bool AtWord(char const* word) const { return scanner.Current().Is(StepScanner::Keyword, word); }
+  void Expect(char symbol, std::string const& behind);
+  void ExpectWord(char const* word);
+  [[noreturn]] void Fail(std::string const& expected) const;
+
+  StepScanner scanner;
+  StepSummary summary;
+  VRELHashList<std::uint64_t> ids;
+  std::string place;
+};

@@ -1,0 +1,7 @@
+#include "StepSummary.h"
+
+#include "StepReader.h"
+
+StepSummary StepSummary::Read(ByteSource& source) {
+  return StepReader(source).Read();
+}
