@@ -1,6 +1,8 @@
 #include "StepReader.h"
 
+#include <initializer_list>
 #include <utility>
+#include <vector>
 
 #include "StepError.h"
 #include "StepText.h"
@@ -140,15 +142,16 @@ void StepReader::ReadData() {
 
 // Up to the ENDSEC of the section. An instance that holds a scope stays open while the instances of the scope are read.
 void StepReader::ReadInstances() {
-  std::size_t openScopes = 0;
-  while (!AtWord("ENDSEC") || openScopes != 0) {
-    if (openScopes != 0 && AtWord("ENDSCOPE")) {
-      --openScopes;
+  std::vector<std::string> openInstances;
+  while (!AtWord("ENDSEC") || !openInstances.empty()) {
+    if (!openInstances.empty() && AtWord("ENDSCOPE")) {
       CloseScope();
+      place = std::move(openInstances.back());
+      openInstances.pop_back();
     } else {
       OpenInstance();
       if (AtWord("&SCOPE")) {
-        ++openScopes;
+        openInstances.push_back(place);
         scanner.Next();
         continue;
       }

@@ -9,9 +9,9 @@
 #include "StepSummary.h"
 #include "VRELHashList.h"
 
-// Walks the tokens of one file once, section by section. Lists inside lists and scopes inside scopes are counted, not
-// descended into, so their depth costs nothing. Each Read... begins at the current token and leaves the token behind
-// what it read as the current one.
+// Walks the tokens of one file once, section by section. Lists inside lists are counted and scopes inside scopes
+// kept on a list, not descended into, so that no depth exhausts the stack. Each Read... begins at the current token and
+// leaves the token behind what it read as the current one.
 class StepReader {
  public:
   explicit StepReader(ByteSource& source);

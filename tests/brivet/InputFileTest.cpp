@@ -1,0 +1,69 @@
+#include "InputFile.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "ChildProcess.h"
+#include "StepError.h"
+#include "TextSource.h"
+
+namespace {
+
+long CodeOf(std::string const& path) {
+  try {
+    InputFile file(path);
+    char block[16];
+    file.Read(block, sizeof block);
+  } catch (StepError const& error) {
+    EXPECT_EQ(error.line, 0U);
+    EXPECT_EQ(error.text.rfind("expected a file that can be read, found: ", 0), 0U) << error.text;
+    return error.result;
+  }
+  return VREL_S_OK;
+}
+
+}  // namespace
+
+TEST(InputFileTest, ReadsBytesAsTheyStand) {
+  std::string const path = testing::TempDir() + "brivet_input_file";
+  std::FILE* const written = std::fopen(path.c_str(), "wb");
+  ASSERT_NE(written, nullptr);
+  std::fwrite("a\r\n\0\xFF", 1, 5, written);
+  std::fclose(written);
+
+  InputFile file(path);
+  char block[4];
+  ASSERT_EQ(file.Read(block, sizeof block), 4U);
+  EXPECT_EQ(std::string(block, 4), std::string("a\r\n\0", 4));
+  ASSERT_EQ(file.Read(block, sizeof block), 1U);
+  EXPECT_EQ(block[0], '\xFF');
+  EXPECT_EQ(file.Read(block, sizeof block), 0U);
+  std::remove(path.c_str());
+}
+
+TEST(InputFileTest, TellsWhyAFileCannotBeRead) {
+  EXPECT_EQ(CodeOf("/nowhere/at/all.stp"), VREL_E_FILE_NOT_FOUND);
+  EXPECT_EQ(CodeOf(BracketPath() + "/part.stp"), VREL_E_FILE_NOT_FOUND);
+  EXPECT_EQ(CodeOf(""), VREL_E_FILE_NOT_FOUND);
+  EXPECT_EQ(CodeOf(std::string(5000, 'a')), VREL_E_FILE_OPEN);
+  EXPECT_EQ(CodeOf(testing::TempDir()), VREL_E_FILE_OPEN);
+}
+
+TEST(InputFileTest, RefusesAFileThatMayNotBeRead) {
+  std::string const path = testing::TempDir() + "brivet_locked_file";
+  int const created = open(path.c_str(), O_CREAT | O_WRONLY, 0);
+  ASSERT_GE(created, 0);
+  close(created);
+  // Root may read everything, so root becomes nobody first.
+  ChildResult const result = RunInChildWithoutTeardown([&path] {
+    constexpr uid_t NOBODY = 65534;
+    if (geteuid() == 0 && setuid(NOBODY) != 0) return 1;
+    return CodeOf(path) == VREL_E_FILE_OPEN ? 0 : 2;
+  });
+  EXPECT_EQ(result.exitStatus, 0);
+  std::remove(path.c_str());
+}
