@@ -249,8 +249,8 @@ VRELString StepReader::ReadText() {
   return text;
 }
 
-void StepReader::Expect(char symbol, std::string const& behind) {
-  if (!AtSymbol(symbol)) Fail(std::string(1, symbol) + " behind " + behind);
+void StepReader::Expect(char symbol, std::string_view behind) {
+  if (!AtSymbol(symbol)) Fail(std::string(1, symbol) + " behind " + std::string(behind));
   scanner.Next();
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "StepScanner.h"
 #include "StepSummary.h"
@@ -34,7 +35,7 @@ class StepReader {
   VRELString ReadText();
   bool AtSymbol(char symbol) const { return scanner.Current().Is(symbol); }
   bool AtWord(char const* word) const { return scanner.Current().Is(StepScanner::Keyword, word); }
-  void Expect(char symbol, std::string const& behind);
+  void Expect(char symbol, std::string_view behind);
   void ExpectWord(char const* word);
   [[noreturn]] void Fail(std::string const& expected) const;
 
