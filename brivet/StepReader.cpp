@@ -105,9 +105,13 @@ void StepReader::ReadHeaderParameter(StepSummary::Parameter& parameter) {
     return;
   }
   scanner.Next();
-  while (!AtSymbol(')')) {
-    if (!parameter.texts.empty()) Expect(',', "a string");
-    ReadHeaderText(parameter);
+  for (bool first = true; !AtSymbol(')'); first = false) {
+    if (!first) Expect(',', "a string");
+    if (AtSymbol('$')) {
+      scanner.Next();
+    } else {
+      ReadHeaderText(parameter);
+    }
   }
   scanner.Next();
 }

@@ -63,8 +63,8 @@ VRELString DecodePlain(std::string const& bytes) {
   return valid ? utf8 : VRELString(bytes.c_str());
 }
 
-// One escape at a time: the reader knows neither the doubled backslash nor that an escape may begin inside what
-// resembles another, and it decodes what stands behind an escape by a call of itself.
+// One escape at a time: the reader takes no notice of doubled backslashes, and it reads what stands behind an escape as
+// ASCII.
 VRELString DecodeEscape(std::string const& bytes) {
   VRELStringISO1030321Reader reader;
   VRELString text;

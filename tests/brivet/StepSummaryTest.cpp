@@ -90,13 +90,15 @@ TEST(StepSummaryTest, ReadsTheHeader) {
 }
 
 TEST(StepSummaryTest, TakesHeadersThatAreNotByTheBook) {
-  // A string where a list belongs, parameters that are left out, another order, entities of other standards.
+  // A string where a list belongs, $ in a list, parameters that are left out, another order, other entities.
   StepSummary const summary = ReadSummary(
-      "ISO-10303-21;HEADER;FILE_SCHEMA('S');!MINE(1,(2,3),T('x'));FILE_NAME('n');SECTION_LANGUAGE($,'en');"
+      "ISO-10303-21;HEADER;FILE_SCHEMA('S');!MINE(1,(2,3),T('x'));FILE_NAME('n',$,($,'a',$));SECTION_LANGUAGE($,'en');"
       "FILE_DESCRIPTION();ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(Texts(summary.header[2].parameters[0]), std::vector<std::string>{"S"});
   EXPECT_EQ(Texts(summary.header[1].parameters[0]), std::vector<std::string>{"n"});
   EXPECT_FALSE(summary.header[1].parameters[1].isSet);
+  EXPECT_EQ(Texts(summary.header[1].parameters[2]), std::vector<std::string>{"a"});
+  EXPECT_FALSE(summary.header[1].parameters[3].isSet);
   EXPECT_FALSE(summary.header[0].parameters[0].isSet);
 }
 
