@@ -78,3 +78,6 @@
 #include "Gk_ROString.h"
 #include "Gk_RWString.h"
 #include "Gk_String.h"
+
+// Files.
+#include "VRELFilePath.h"
