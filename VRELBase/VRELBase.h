@@ -80,4 +80,8 @@
 #include "Gk_String.h"
 
 // Files.
+#include "VRELFile.h"
+#include "VRELFileDescriptor.h"
+#include "VRELFileDescriptorHandle.h"
+#include "VRELFileHandle.h"
 #include "VRELFilePath.h"
