@@ -71,6 +71,21 @@ TEST(VRELStringFromTest, UnicodeWideCharacters) {
   EXPECT_TRUE(VRELStringFromUnicodeWChars(surrogate).getBadConversion());
 }
 
+TEST(VRELStringIsWordTest, ComparesWithoutCase) {
+  struct Row {
+    wchar_t const* text;
+    char16_t const* word;
+    bool expected;
+  };
+  for (Row const& row :
+       {Row{L"kilometer", u"KiloMeter", true}, Row{L"\u212Aiometer", u"kiometer", true}, Row{L"o\uFB00", u"OFF", true},
+        Row{L"", u"", true}, Row{L"km", u"k", false}, Row{L"k", u"km", false}, Row{L"k\u00E9", u"km", false},
+        Row{L"@", u"`", false}, Row{L"[", u"{", false}}) {
+    EXPECT_EQ(VRELStringIsWord(VRELString(row.text), row.word), row.expected) << VRELString(row.text);
+  }
+  EXPECT_FALSE(VRELStringIsWord(Uninitialized(), u""));
+}
+
 TEST(VRELStringToBoolTest, KnowsSixWordsInAnyCase) {
   struct Row {
     wchar_t const* text;

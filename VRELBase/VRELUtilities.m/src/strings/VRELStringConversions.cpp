@@ -66,20 +66,13 @@ VRELString FromInteger(Integer value) {
   return VRELString(text);
 }
 
-// Compares without case; `word` is ASCII in lower case.
-bool IsWord(VRELString const& text, std::u16string_view word) {
-  std::u16string_view const units = text.view();
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    // A character beyond ASCII may fold to letters of ASCII, even to two of them.
-    if (units[i] > 0x7F) return text.compareToIgnoreCase(VRELString(word)) == 0;
-    char16_t const folded = units[i] >= u'A' && units[i] <= u'Z' ? units[i] | 0x20 : units[i];
-    if (i == word.size() || folded != word[i]) return false;
-  }
-  return units.size() == word.size();
+char16_t FoldAscii(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? unit | 0x20 : unit;
 }
 
 bool IsAnyOf(VRELString const& text, std::initializer_list<std::u16string_view> words) {
-  return std::any_of(words.begin(), words.end(), [&](std::u16string_view word) { return IsWord(text, word); });
+  return std::any_of(words.begin(), words.end(),
+                     [&](std::u16string_view word) { return VRELStringIsWord(text, word); });
 }
 
 bool IsLead(char16_t unit) {
@@ -221,6 +214,16 @@ VRELString VRELStringFromBool(bool value) {
 
 VRELString VRELStringFromUnicodeWChars(wchar_t const* text) {
   return VRELString(text);
+}
+
+bool VRELStringIsWord(VRELString const& text, std::u16string_view word) {
+  std::u16string_view const units = text.view();
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    // A character beyond ASCII may fold to letters of ASCII, even to two of them.
+    if (units[i] > 0x7F) return text.compareToIgnoreCase(VRELString(word)) == 0;
+    if (i == word.size() || FoldAscii(units[i]) != FoldAscii(word[i])) return false;
+  }
+  return text.getIsInitialized() && units.size() == word.size();
 }
 
 VRINResult VRELStringToBool(VRELString const& text, bool& value) {

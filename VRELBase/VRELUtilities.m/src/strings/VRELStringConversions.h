@@ -1,6 +1,8 @@
 // Texts to numbers and booleans and back; trimming, case, quotation marks.
 #pragma once
 
+#include <string_view>
+
 #include "VRELExport.h"
 #include "VRELString.h"
 #include "VRINResult.h"
@@ -16,6 +18,9 @@ VREL_EXPORT VRELString VRELStringFromInteger(int value);
 VREL_EXPORT VRELString VRELStringFromBool(bool value);
 // The text of UTF-32 in wide characters; empty for null.
 VREL_EXPORT VRELString VRELStringFromUnicodeWChars(wchar_t const* text);
+
+// Whether compareToIgnoreCase with `word`, which is ASCII, would give 0. Builds no text.
+VREL_EXPORT bool VRELStringIsWord(VRELString const& text, std::u16string_view word);
 
 // Numbers and booleans from text. VREL_E_FAIL leaves `value` as it is.
 //
