@@ -85,3 +85,8 @@
 #include "VRELFileDescriptorHandle.h"
 #include "VRELFileHandle.h"
 #include "VRELFilePath.h"
+
+// Units.
+#include "Gk_Unit.h"
+#include "VRELUnit.h"
+#include "VRELUnitValue.h"

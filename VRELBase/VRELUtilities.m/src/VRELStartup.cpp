@@ -1,10 +1,27 @@
 // Every object with a constructor or a destructor that lives for the whole process, in the order in which the library
 // comes up. They go down in the reverse order. No other source of the library defines such an object.
+#include "Gk_Unit.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
+#include "VRELUnit.h"
 #include "VRINResult.h"
 
 VRINResult VRINResult::E_FAIL_RESULT(VREL_E_FAIL);
+
+ReleaseUnits releaseUnits;
+
+Gk_Unit const Gk_Unit::meter("meter", 1000.0);
+Gk_Unit const Gk_Unit::cm("cm", 10.0);
+Gk_Unit const Gk_Unit::mm("mm", 1.0);
+Gk_Unit const Gk_Unit::inch("inch", 25.4);
+Gk_Unit const Gk_Unit::foot("foot", 304.79999999999995);
+Gk_Unit const Gk_Unit::yard("yard", 914.3999999999999);
+Gk_Unit const Gk_Unit::mile("mile", 1609343.9999999998);
+Gk_Unit const Gk_Unit::mils("mils", 0.0254);
+Gk_Unit const Gk_Unit::micr("micron", 0.001);
+Gk_Unit const Gk_Unit::deci("decimeter", 100.0);
+Gk_Unit const Gk_Unit::km("km", 1e6);
+Gk_Unit const Gk_Unit::uinch("microinch", 2.5399999999999997e-5);
 
 VRELError VRELError::FAIL_ERROR(VREL_E_FAIL);
 
