@@ -8,9 +8,12 @@
 
 namespace {
 
+// The lower case of a capital. Of the ASCII bytes, A to Z are capitals in every locale and no other is; what a capital
+// becomes is the locale's.
 unsigned char foldLower(char c) {
   int const byte = static_cast<unsigned char>(c);
-  return static_cast<unsigned char>(std::isupper(byte) ? std::tolower(byte) : byte);
+  bool const isCapital = byte < 0x80 ? byte >= 'A' && byte <= 'Z' : std::isupper(byte) != 0;
+  return static_cast<unsigned char>(isCapital ? std::tolower(byte) : byte);
 }
 
 // One match of a name against a pattern.
