@@ -78,6 +78,10 @@
 #include "Gk_ROString.h"
 #include "Gk_RWString.h"
 #include "Gk_String.h"
+#include "Gk_StringParser.h"
+
+// Values.
+#include "VRELValue.h"
 
 // Files.
 #include "VRELFile.h"
