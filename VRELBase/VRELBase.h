@@ -90,6 +90,10 @@
 #include "VRELFileHandle.h"
 #include "VRELFilePath.h"
 
+// Streams.
+#include "VRELOutputStream.h"
+#include "VRELStringOutputStream.h"
+
 // Units.
 #include "Gk_Unit.h"
 #include "VRELUnit.h"

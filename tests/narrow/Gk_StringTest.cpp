@@ -106,6 +106,37 @@ TEST(Gk_StringTest, AppendsAByteBehindTheTerminator) {
   EXPECT_STREQ(built, "x");
 }
 
+TEST(Gk_StringTest, AppendsBytesBehindTheTerminator) {
+  Gk_String string("ab");
+  string.appendBytes("c\0d", 3);
+  EXPECT_EQ(std::string_view(string, 6), std::string_view("ab\0c\0d", 6));
+  EXPECT_EQ(string.len(), 6);
+  string.appendBytes("x", 0);
+  string.appendBytes("x", -1);
+  string.appendBytes(nullptr, 1);
+  EXPECT_EQ(string.len(), 6);
+  string.appendBytes(string, 6);
+  EXPECT_EQ(std::string_view(string, 12), std::string_view("ab\0c\0dab\0c\0d", 12));
+  Gk_String empty;
+  empty.appendBytes("xy", 2);
+  EXPECT_EQ(std::string_view(empty, 2), "xy");
+  EXPECT_EQ(empty.len(), 2);
+}
+
+TEST(Gk_StringTest, TellsWhetherItsBytesAreShared) {
+  Gk_String const string("ab");
+  EXPECT_FALSE(string.isShared());
+  {
+    Gk_String const other(string);
+    EXPECT_TRUE(string.isShared());
+    EXPECT_TRUE(other.isShared());
+  }
+  EXPECT_FALSE(string.isShared());
+  EXPECT_FALSE(string.copy().isShared());
+  Gk_RWString const view = string.dataStr();
+  EXPECT_TRUE(string.isShared());
+}
+
 TEST(Gk_StringTest, AppendsText) {
   Gk_String string("ab");
   string.append("cd");

@@ -95,7 +95,7 @@ def check_tests(tree):
     untested = set()
     for file in tree.library_headers:
         name = tree.name(file)
-        test = Path("tests", file.parent.name, Path(name).stem + "Test.cpp")
+        test = Path("tests", tree.test_folder(file), Path(name).stem + "Test.cpp")
         if test not in tests:
             untested.add((name,))
             if (name,) not in listed:

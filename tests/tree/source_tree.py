@@ -98,5 +98,9 @@ class SourceTree:
             return "streams"
         return folder if folder in FLOORS else None
 
+    def test_folder(self, file):
+        """The folder of tests/ that mirrors a file's own: the streams have no folder below their src/."""
+        return "streams" if self.floor(file) == "streams" else file.parent.name
+
     def height(self, file):
         return FLOORS.index(self.floor(file))

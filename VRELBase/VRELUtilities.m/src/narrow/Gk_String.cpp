@@ -41,9 +41,12 @@ int Gk_String::offsetOf(char const* place) const {
   return static_cast<int>(place - begin);
 }
 
-// Puts the bytes, which may be the string's own, in the place of the last element.
 void Gk_String::replaceLast(char const* bytes, int count) {
-  int const kept = std::max(len() - 1, 0);
+  replaceFrom(std::max(len() - 1, 0), bytes, count);
+}
+
+// Keeps the first elements and puts the bytes, which may be the string's own, behind them.
+void Gk_String::replaceFrom(int kept, char const* bytes, int count) {
   if (count > INT_MAX - 1 - kept) throw VRELAllocException();
   int const own = offsetOf(bytes);
   array.resize(kept + count);
@@ -54,8 +57,8 @@ void Gk_String::terminate() {
   if (len() == 0 || array[len() - 1] != '\0') array.add('\0');
 }
 
-void Gk_String::append(char byte) {
-  array.add(byte);
+void Gk_String::appendBytes(char const* bytes, int n) {
+  if (bytes != nullptr && n > 0) replaceFrom(len(), bytes, n);
 }
 
 void Gk_String::append(char const* s) {

@@ -1,0 +1,9 @@
+#include "VRELOutputStream.h"
+
+VRELOutputStream::~VRELOutputStream() {
+  target = nullptr;
+}
+
+int VRELOutputStream::writeChar(char c) {
+  return write(&c, 1);
+}

@@ -1,0 +1,11 @@
+#include "VRELStringOutputStream.h"
+
+int VRELStringOutputStream::write(char const* buffer, int count) {
+  if (buffer == nullptr || count < 1) return 0;
+  text.appendBytes(buffer, count);
+  return count;
+}
+
+void VRELStringOutputStream::flush() {}
+
+void VRELStringOutputStream::close() {}

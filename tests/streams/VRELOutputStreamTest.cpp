@@ -1,0 +1,54 @@
+#include "VRELOutputStream.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+namespace {
+
+// Tells each call and gives what it is told to.
+class RecordingStream : public VRELOutputStream {
+ public:
+  explicit RecordingStream(int givenResult) : result(givenResult) {}
+
+  int write(char const* buffer, int count) override {
+    calls += "write(" + std::string(buffer, static_cast<std::size_t>(count)) + ")";
+    return result;
+  }
+  void flush() override { calls += "flush"; }
+  void close() override { calls += "close"; }
+
+  std::string calls;
+
+ private:
+  int result;
+};
+
+TEST(VRELOutputStreamTest, IsAbstract) {
+  EXPECT_TRUE(std::is_abstract_v<VRELOutputStream>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELOutputStream>);
+}
+
+// The table of virtual operations and the stream beneath.
+TEST(VRELOutputStreamTest, HoldsOneField) {
+  EXPECT_EQ(sizeof(VRELOutputStream), 2 * sizeof(void*));
+}
+
+TEST(VRELOutputStreamTest, WritesOneByteThroughWrite) {
+  for (int const result : {1, 0, -1, 7}) {
+    SCOPED_TRACE(result);
+    RecordingStream stream(result);
+    EXPECT_EQ(stream.writeChar('x'), result);
+    EXPECT_EQ(stream.calls, "write(x)");
+  }
+}
+
+TEST(VRELOutputStreamTest, WritesAnyByte) {
+  RecordingStream stream(1);
+  stream.writeChar('\xFF');
+  stream.writeChar('\0');
+  EXPECT_EQ(stream.calls, std::string("write(\xFF)write(\0)", 16));
+}
+
+}  // namespace
