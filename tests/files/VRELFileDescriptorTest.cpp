@@ -15,6 +15,7 @@
 #include "OpenDescriptors.h"
 #include "ScratchDirectory.h"
 #include "UnprivilegedProcess.h"
+#include "VRELErrorTracker.h"
 #include "VRELFileDescriptorHandle.h"
 #include "VRELFilePath.h"
 
@@ -159,6 +160,17 @@ TEST(VRELFileDescriptorTest, AFileThatCannotBeOpenedRaises) {
   EXPECT_TRUE(FailsToOpen(directory.Path(), Descriptor::ModeWrite));
   EXPECT_EQ(CountOpenDescriptors(directory.Path()), 0);
   EXPECT_EQ(CountOpenDescriptors(file), 0);
+}
+
+TEST(VRELFileDescriptorTest, AFailedOpenIsReportedAsAnError) {
+  ChildResult const result = RunInChild([] {
+    VRELErrorTracker::Initialize();
+    EXPECT_TRUE(FailsToOpen("", Descriptor::ModeRead));
+    EXPECT_EQ(VRELErrorTracker::GetInstance()->GetErrorCount(), 1);
+    delete VRELErrorTracker::GetInstance();
+    return ::testing::Test::HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
 }
 
 TEST(VRELFileDescriptorTest, AFileThatMayNotBeReadRaises) {
