@@ -3,16 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
-namespace {
+#include "DoubleBits.h"
 
-std::uint64_t Bits(double value) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &value, sizeof(bits));
-  return bits;
-}
+namespace {
 
 TEST(Gk_DefTest, Tolerances) {
   EXPECT_EQ(Gk_Def::FuzzReal, 1e-10);

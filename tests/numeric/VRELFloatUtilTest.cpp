@@ -5,20 +5,19 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <cstdlib>
+#include <initializer_list>
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
+
+#include "DoubleBits.h"
+#include "TurkishLocale.h"
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-std::uint64_t Bits(double value) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &value, sizeof(bits));
-  return bits;
-}
 
 struct Reading {
   double value;
@@ -62,6 +61,16 @@ TEST(VRELFloatUtilTest, VrelatofDropsTheValue) {
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof("2.5")), 0u);
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof("-2.5")), 0u);
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof(nullptr)), 0u);
+}
+
+TEST(VRELFloatUtilTest, TheDecimalMarkIsAPointInEveryLocale) {
+  ChildResult const child = RunInTurkishLocale([] {
+    bool const right = std::strtod("1,5", nullptr) == 1.5 && VRELFloatUtil::vrelstrtod("1.5", nullptr) == 1.5 &&
+                       VRELFloatUtil::vrelstrtod("1,5", nullptr) == 1.0;
+    return right ? 0 : 1;
+  });
+  if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "no locale";
+  EXPECT_EQ(child.exitStatus, 0);
 }
 
 struct Row {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "ChildProcess.h"
+#include "TurkishLocale.h"
 
 namespace {
 
@@ -81,6 +82,20 @@ TEST(VRELLocalNumericLocaleOverrideTest, RestoreFailsForTheNameOfMixedCategories
               std::printf("%d,%s", result == VREL_E_FAIL, NumericLocale().c_str());
             }),
             "1,C.UTF-8");
+}
+
+TEST(VRELLocalNumericLocaleOverrideTest, TheDecimalMarkIsAPoint) {
+  ChildResult const child = RunInTurkishLocale([] {
+    std::printf("%.1f ", 1.5);
+    {
+      VRELLocalNumericLocaleOverride const neutral;
+      std::printf("%.1f ", 1.5);
+    }
+    std::printf("%.1f", 1.5);
+    return 0;
+  });
+  if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "no locale";
+  EXPECT_EQ(child.output, "1,5 1.5 1,5");
 }
 
 }  // namespace

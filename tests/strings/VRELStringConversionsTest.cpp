@@ -10,6 +10,7 @@
 #include <string>
 
 #include "ChildProcess.h"
+#include "TurkishLocale.h"
 
 namespace {
 
@@ -279,6 +280,26 @@ TEST(VRELStringReplaceNonASCIICharsWithTest, ReplacesNothing) {
 TEST(VRELStringReplaceNonASCIICharsWithTest, ATextThatCannotBeConvertedIsCopied) {
   VRELString const text = Utf16({u'a', char16_t(0xD800), u'b'});
   EXPECT_EQ(VRELStringReplaceNonASCIICharsWith(text, L'_').toUtf16(), text.toUtf16());
+}
+
+// Letters of ASCII are no exception, and numbers go by the locale both ways.
+TEST(VRELStringConversionsTest, FollowTheLocale) {
+  ChildResult const child = RunInTurkishLocale([] {
+    EXPECT_EQ(VRELStringConvertToLowerCase(VRELString(L"I")).toUtf16(), u"\u0131");
+    EXPECT_EQ(VRELStringConvertToUpperCase(VRELString(L"i")).toUtf16(), u"\u0130");
+    EXPECT_EQ(VRELStringFromDouble(1.5).toUtf8(), "1,500000");
+    double value = 0.0;
+    EXPECT_EQ(VRELStringToDouble(VRELString(L"1,5"), value), VREL_S_OK);
+    EXPECT_EQ(value, 1.5);
+    EXPECT_EQ(VRELStringToDouble(VRELString(L"2.5"), value), VREL_S_OK);
+    EXPECT_EQ(value, 2.0);
+    bool flag = true;
+    EXPECT_EQ(VRELStringToBool(VRELString(L"FALSE"), flag), VREL_S_OK);
+    EXPECT_FALSE(flag);
+    return testing::Test::HasFailure() ? 1 : 0;
+  });
+  if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "no locale";
+  EXPECT_EQ(child.exitStatus, 0) << child.output << child.errors;
 }
 
 std::u16string Stripped(VRELString const& text) {

@@ -3,16 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <string>
 
-namespace {
+#include "DoubleBits.h"
 
-std::uint64_t Bits(double value) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &value, sizeof(bits));
-  return bits;
-}
+namespace {
 
 TEST(Gk_UnitTest, Constants) {
   struct Row {

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
 #include "ChildProcess.h"
+#include "DoubleBits.h"
 #include "Gk_Unit.h"
 #include "VRELUnitValue.h"
 
@@ -33,12 +33,6 @@ int const strangers[] = {-1, 14, std::numeric_limits<int>::min(), std::numeric_l
 
 VRELUnit Unit(int number) {
   return static_cast<VRELUnit>(number);
-}
-
-double FromBits(std::uint64_t bits) {
-  double value;
-  std::memcpy(&value, &bits, sizeof(value));
-  return value;
 }
 
 TEST(VRELUnitTest, Enumerators) {
