@@ -10,10 +10,14 @@ namespace {
 
 // The lower case of a capital. Of the ASCII bytes, A to Z are capitals in every locale and no other is; what a capital
 // becomes is the locale's.
-unsigned char foldLower(char c) {
-  int const byte = static_cast<unsigned char>(c);
-  bool const isCapital = byte < 0x80 ? byte >= 'A' && byte <= 'Z' : std::isupper(byte) != 0;
-  return static_cast<unsigned char>(isCapital ? std::tolower(byte) : byte);
+inline unsigned char foldLower(char c) {
+  unsigned char const byte = static_cast<unsigned char>(c);
+  if (byte < 0x80 && (byte < 'A' || byte > 'Z')) return byte;
+  return static_cast<unsigned char>(std::isupper(byte) != 0 ? std::tolower(byte) : byte);
+}
+
+inline bool equalFolded(char a, char b) {
+  return a == b || foldLower(a) == foldLower(b);
 }
 
 // One match of a name against a pattern.
@@ -78,7 +82,7 @@ class PathPatternMatch {
       default:
         break;
     }
-    return !NameEnded() && foldLower(name[nameAt]) == foldLower(element);
+    return !NameEnded() && equalFolded(name[nameAt], element);
   }
 
   // A "*" behind a "*" takes a byte too, where one is left.
@@ -123,7 +127,8 @@ class PathPatternMatch {
     if (first != '[') {
       if (first == '\\' && starPattern + 1 < pattern.size()) first = pattern[starPattern + 1];
       unsigned char const wanted = foldLower(first);
-      while (starName < name.size() && foldLower(name[starName]) != wanted) ++starName;
+      auto const takes = [wanted](char c) { return foldLower(c) == wanted; };
+      starName = static_cast<std::size_t>(std::find_if(name.begin() + starName, name.end(), takes) - name.begin());
     }
     nameAt = starName;
     patternAt = starPattern;
