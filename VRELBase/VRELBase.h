@@ -91,7 +91,13 @@
 #include "VRELFilePath.h"
 
 // Streams.
+#include "VRELFileInputStream.h"
+#include "VRELFileOutputStream.h"
+#include "VRELFilterInputStream.h"
+#include "VRELFilterOutputStream.h"
+#include "VRELInputStream.h"
 #include "VRELOutputStream.h"
+#include "VRELStringInputStream.h"
 #include "VRELStringOutputStream.h"
 
 // Units.

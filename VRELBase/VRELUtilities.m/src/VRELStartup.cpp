@@ -3,6 +3,8 @@
 #include "Gk_Unit.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
+#include "VRELFileInputStream.h"
+#include "VRELFileOutputStream.h"
 #include "VRELUnit.h"
 #include "VRINResult.h"
 
@@ -26,3 +28,6 @@ Gk_Unit const Gk_Unit::uinch("microinch", 2.5399999999999997e-5);
 VRELError VRELError::FAIL_ERROR(VREL_E_FAIL);
 
 VRELEventBus VRELEventBus::_eventBus;
+
+VRELFileInputStream VRELFileInputStream::console;
+VRELFileOutputStream VRELFileOutputStream::console;

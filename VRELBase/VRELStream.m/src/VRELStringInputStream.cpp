@@ -1,0 +1,42 @@
+#include "VRELStringInputStream.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "Gk_ErrMgr.h"
+
+namespace {
+
+// Assertions name this path and fixed lines, wherever the file stands.
+constexpr char file[] = "VRELBase/VRELStream.m/src/VRELStringInputStream";
+
+}  // namespace
+
+VRELStringInputStream::VRELStringInputStream(Gk_String const& string) : text(string) {
+  Gk_ErrMgr::checkAbort();
+  int const length = string.len();
+  if (length > 0 && string[length - 1] != '\0') Gk_ErrMgr::doAssert(file, 25);
+}
+
+VRELInputStream* VRELStringInputStream::duplicate() {
+  Gk_ErrMgr::checkAbort();
+  Gk_ErrMgr::doAssert(file, 32);
+  return nullptr;
+}
+
+int VRELStringInputStream::read(char* buffer, int count) {
+  long const taken = std::min<long>(count, remaining());
+  if (taken < 1 || buffer == nullptr) return 0;
+  std::memcpy(buffer, static_cast<char const*>(text) + position, static_cast<std::size_t>(taken));
+  position += taken;
+  return static_cast<int>(taken);
+}
+
+long VRELStringInputStream::available() const {
+  return remaining() > 0 ? 1 : 0;
+}
+
+bool VRELStringInputStream::add(Gk_String const& pushed) {
+  position = std::max<long>(position - pushed.len(), 0);
+  return true;
+}
