@@ -348,7 +348,9 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"xb", "*[ab]", true},
       {"xc", "*[ab]", false},
       {"xB/y", "*[ab]", true},
-      {"a.b", "*[.]b", true},
+      {"a.b", "*[.]b", false},
+      {"a.b", "*a[.]b", true},
+      {"a.b", "*[!x]b", false},
       {".b", "*[.]b", false},
       {"a/.b", "*[.]b", false},
       {"", "*a", false},
@@ -411,12 +413,13 @@ class PatternModel {
   PatternModel(std::string_view aName, std::string_view aPattern) : name(aName), pattern(aPattern) {}
 
   bool Match(std::size_t n, std::size_t p) const {
+    std::size_t const begin = n;
     while (true) {
       if (p == pattern.size()) return n == name.size() || name[n] == '/';
       char const c = pattern[p];
       if (c == '*') break;
       bool const ended = n == name.size();
-      bool const leading = !ended && name[n] == '.' && (n == 0 || name[n - 1] == '/');
+      bool const leading = !ended && name[n] == '.' && (n == begin || name[n - 1] == '/');
       if (c == '?') {
         if (ended || name[n] == '/' || leading) return false;
         ++p;

@@ -55,7 +55,10 @@ class PathPatternMatch {
   bool NameEnded() const { return nameAt >= name.size(); }
   bool PatternEnded() const { return patternAt >= pattern.size(); }
   bool AtSlash() const { return !NameEnded() && name[nameAt] == '/'; }
-  bool AtLeadingDot() const { return !NameEnded() && name[nameAt] == '.' && (nameAt == 0 || name[nameAt - 1] == '/'); }
+  // Behind a "*" the rest of the name is matched as a name of its own, so a dot that begins it is a leading one.
+  bool AtLeadingDot() const {
+    return !NameEnded() && name[nameAt] == '.' && (nameAt == starName || name[nameAt - 1] == '/');
+  }
 
   // Goes on to behind the next "*" and its companions, or to the end of the pattern.
   Outcome MatchSegment() {
@@ -140,7 +143,7 @@ class PathPatternMatch {
   std::size_t nameAt = 0;
   std::size_t patternAt = 0;
   bool starSeen = false;
-  std::size_t starName = 0;
+  std::size_t starName = 0;  // where the latest "*" goes on; the begin of the name as long as none was seen
   std::size_t starPattern = 0;
 };
 

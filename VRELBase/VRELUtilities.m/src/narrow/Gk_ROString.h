@@ -65,7 +65,8 @@ class VREL_EXPORT Gk_ROString {
   //   [a-z_]  one byte of the set, but no leading dot; "!" or "^" in front negates it; it must not hold a "/"
   //   \       takes the next pattern byte literally
   //
-  // The name may go on with a "/" where the pattern ends. That a "*" takes "/" and a leading dot, and that one which
+  // Behind a "*" the rest of the name counts as a name, so that a "[" right behind it takes no dot at all. The name may
+  // go on with a "/" where the pattern ends. That a "*" takes "/" and a leading dot, and that one which
   // ends the pattern takes all the rest, is promised: names are matched with their directories in front.
   //
   // Takes at most len() steps for each byte of the pattern, and no memory.
