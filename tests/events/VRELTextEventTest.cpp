@@ -1,0 +1,180 @@
+#include "VRELTextEvent.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include "RecordingListener.h"
+#include "VRELAssertEvent.h"
+#include "VRELDebugEvent.h"
+#include "VRELErrorEvent.h"
+#include "VRELMessageEvent.h"
+#include "VRELTestEvent.h"
+#include "VRELVerboseEvent.h"
+#include "VRELWarningEvent.h"
+
+namespace {
+
+template <class Event>
+std::unique_ptr<Event> MakeFromList(char const* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  auto event = std::make_unique<Event>(arguments, format);
+  va_end(arguments);
+  return event;
+}
+
+struct MessageEventRow {
+  char const* name;
+  int variadicLevel;
+  int listLevel;
+  std::unique_ptr<VRELTextEvent> (*makeVariadic)(char const* format, char const* argument);
+  std::unique_ptr<VRELTextEvent> (*makeFromList)(char const* format, char const* argument);
+  std::unique_ptr<VRELTextEvent> (*copy)(VRELTextEvent const& source);
+  void (*fire)(char const* format, char const* argument);
+};
+
+template <class Event>
+constexpr MessageEventRow Row(char const* name, int variadicLevel, int listLevel) {
+  return {name,
+          variadicLevel,
+          listLevel,
+          [](char const* format, char const* argument) -> std::unique_ptr<VRELTextEvent> {
+            return std::make_unique<Event>(format, argument);
+          },
+          [](char const* format, char const* argument) -> std::unique_ptr<VRELTextEvent> {
+            return MakeFromList<Event>(format, argument);
+          },
+          [](VRELTextEvent const& source) -> std::unique_ptr<VRELTextEvent> {
+            return std::make_unique<Event>(static_cast<Event const&>(source));
+          },
+          [](char const* format, char const* argument) { Event::Fire(format, argument); }};
+}
+
+MessageEventRow const rows[] = {
+    Row<VRELErrorEvent>("VRELErrorEvent", 80, 80),     Row<VRELWarningEvent>("VRELWarningEvent", 70, 50),
+    Row<VRELMessageEvent>("VRELMessageEvent", 50, 50), Row<VRELVerboseEvent>("VRELVerboseEvent", 30, 30),
+    Row<VRELTestEvent>("VRELTestEvent", 20, 20),       Row<VRELDebugEvent>("VRELDebugEvent", 10, 10),
+    Row<VRELAssertEvent>("VRELAssertEvent", 90, 30),
+};
+
+TEST(VRELTextEventTest, EachClassHasItsNameAndLevels) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    auto const variadic = row.makeVariadic("text %s", "x");
+    EXPECT_STREQ(variadic->GetEventName(), row.name);
+    EXPECT_EQ(variadic->GetLevel(), row.variadicLevel);
+    EXPECT_STREQ(variadic->GetMessage(), "text x");
+    auto const fromList = row.makeFromList("text %s", "y");
+    EXPECT_STREQ(fromList->GetEventName(), row.name);
+    EXPECT_EQ(fromList->GetLevel(), row.listLevel);
+    EXPECT_STREQ(fromList->GetMessage(), "text y");
+    EXPECT_FALSE(variadic->IsTimed());
+    EXPECT_TRUE(variadic->IsKindOf("VRELEvent"));
+    EXPECT_FALSE(variadic->IsKindOf(row.name));
+    EXPECT_TRUE(variadic->IsA(row.name));
+  }
+}
+
+TEST(VRELTextEventTest, EachClassFiresWithTheLevelOfItsListConstructor) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    RecordingListener const listener;
+    row.fire("text %s", "z");
+    ASSERT_EQ(listener.events.size(), 1u);
+    EXPECT_EQ(listener.events[0].name, row.name);
+    EXPECT_EQ(listener.events[0].level, row.listLevel);
+    EXPECT_EQ(listener.events[0].text, "text z");
+  }
+}
+
+TEST(VRELTextEventTest, FireFormatsOnce) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    RecordingListener const listener;
+    row.fire("100%% of %s", "%d %s %n 5%%");
+    EXPECT_EQ(listener.Texts(), std::vector<std::string>{"100% of %d %s %n 5%%"});
+  }
+}
+
+TEST(VRELTextEventTest, FireOfNullSendsNothing) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    RecordingListener const listener;
+    row.fire(nullptr, "x");
+    EXPECT_TRUE(listener.events.empty());
+  }
+}
+
+TEST(VRELTextEventTest, EmptyTextIsNone) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(row.makeVariadic("", "x")->GetMessage(), nullptr);
+    EXPECT_EQ(row.makeFromList("", "x")->GetMessage(), nullptr);
+    EXPECT_EQ(row.makeVariadic("%s", "")->GetMessage(), nullptr);
+    EXPECT_EQ(row.makeVariadic(nullptr, "x")->GetMessage(), nullptr);
+    EXPECT_EQ(row.makeFromList(nullptr, "x")->GetMessage(), nullptr);
+    RecordingListener const listener;
+    row.fire("", "x");
+    EXPECT_EQ(listener.Texts(), std::vector<std::string>{"(none)"});
+  }
+}
+
+TEST(VRELTextEventTest, TextIsCutBehind1023Bytes) {
+  std::string const fits(1023, 'x');
+  std::string const tooLong = fits + "y";
+  std::string const farTooLong(100000, 'x');
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(row.makeVariadic("%s", fits.c_str())->GetMessage(), fits);
+    EXPECT_EQ(row.makeVariadic("%s", tooLong.c_str())->GetMessage(), fits);
+    EXPECT_EQ(row.makeFromList("%s", tooLong.c_str())->GetMessage(), fits);
+    EXPECT_EQ(row.makeFromList("%s", farTooLong.c_str())->GetMessage(), fits);
+    EXPECT_EQ(row.makeFromList(farTooLong.c_str(), "")->GetMessage(), fits);
+    RecordingListener const listener;
+    row.fire("%s", tooLong.c_str());
+    EXPECT_EQ(listener.Texts(), std::vector<std::string>{fits});
+  }
+}
+
+TEST(VRELTextEventTest, CopyIsDeep) {
+  for (MessageEventRow const& row : rows) {
+    SCOPED_TRACE(row.name);
+    auto source = row.makeVariadic("text %s", "x");
+    auto const copy = row.copy(*source);
+    EXPECT_NE(copy->GetMessage(), source->GetMessage());
+    source.reset();
+    EXPECT_STREQ(copy->GetMessage(), "text x");
+    EXPECT_STREQ(copy->GetEventName(), row.name);
+    EXPECT_EQ(copy->GetLevel(), row.variadicLevel);
+    EXPECT_EQ(row.copy(*row.makeVariadic("", "x"))->GetMessage(), nullptr);
+  }
+}
+
+TEST(VRELTextEventTest, TextEndsAtAZeroByte) {
+  VRELTestEvent const event("a%cb", '\0');
+  EXPECT_STREQ(event.GetMessage(), "a");
+  VRELTestEvent const none("%cb", '\0');
+  EXPECT_EQ(none.GetMessage(), nullptr);
+}
+
+TEST(VRELTextEventTest, RefusedFormatGivesNoText) {
+  // No multibyte text in the C locale stands for this character.
+  VRELTestEvent const event("before %ls", L"\u4E2D");
+  EXPECT_EQ(event.GetMessage(), nullptr);
+}
+
+TEST(VRELTextEventTest, MessageIsTheOnlyFieldAdded) {
+  EXPECT_EQ(sizeof(VRELWarningEvent), sizeof(VRELEvent) + sizeof(char*));
+  EXPECT_EQ(sizeof(VRELVerboseEvent), sizeof(VRELEvent) + sizeof(char*));
+  EXPECT_EQ(sizeof(VRELTestEvent), sizeof(VRELEvent) + sizeof(char*));
+  EXPECT_EQ(sizeof(VRELDebugEvent), sizeof(VRELEvent) + sizeof(char*));
+  EXPECT_EQ(sizeof(VRELAssertEvent), sizeof(VRELEvent) + sizeof(char*));
+  EXPECT_EQ(sizeof(VRELErrorEvent), sizeof(VRELEvent) + sizeof(char*) + sizeof(VRELError*));
+  EXPECT_FALSE(std::is_copy_assignable_v<VRELWarningEvent>);
+}
+
+}  // namespace
