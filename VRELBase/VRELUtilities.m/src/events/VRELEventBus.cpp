@@ -2,19 +2,6 @@
 
 #include <ctime>
 
-#include "VRELEvent.h"
-
-namespace {
-
-void Stamp(VRELEvent& event) {
-  long const ticks = static_cast<long>(std::clock());
-  event.SetClock(ticks);
-  long const seconds = static_cast<long>(std::time(nullptr));
-  event.SetTime(seconds);
-}
-
-}  // namespace
-
 VRELEventBus::VRELEventBus() = default;
 
 VRELEventBus::~VRELEventBus() = default;
@@ -27,12 +14,9 @@ void VRELEventBus::RemoveListener(VRELEventListener* listener) {
   if (listener != nullptr) vrelArrayRemove<VRELEventListener*>(listeners, listener);
 }
 
-void VRELEventBus::Send(VRELEvent& event) {
-  if (event.IsTimed()) Stamp(event);
-  int const count = listeners.size();
-  // A listener that shortens the list ends the walk early, hence the second bound.
-  for (int i = 0; i < count && i < listeners.size(); ++i) {
-    VRELEventListener* const listener = listeners[i];
-    if (listener != nullptr) listener->HandleEvent(event);
-  }
+void VRELEventBus::Stamp(VRELEvent& event) {
+  long const ticks = static_cast<long>(std::clock());
+  event.SetClock(ticks);
+  long const seconds = static_cast<long>(std::time(nullptr));
+  event.SetTime(seconds);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "VRELDynamicArray.h"
+#include "VRELEvent.h"
 #include "VRELEventListener.h"
 #include "VRELExport.h"
 
@@ -38,7 +39,12 @@ class VREL_EXPORT VRELEventBus {
   // HandleEvent may change the list, which is walked by index up to the number of listeners at the start: one that is
   // added does not see the event in progress; when one is removed, those behind it move up, so that the one that takes
   // the place of the current listener misses this event.
-  void Send(VRELEvent& event);
+  void Send(VRELEvent& event) {
+    if (event.IsTimed()) Stamp(event);
+    int const count = listeners.size();
+    // A listener that shortens the list ends the walk early, hence the second bound.
+    for (int i = 0; i < count && i < listeners.size(); ++i) listeners[i]->HandleEvent(event);
+  }
 
   // Sends on the bus of the process.
   static void Fire(VRELEvent& event) { _eventBus.Send(event); }
@@ -46,5 +52,7 @@ class VREL_EXPORT VRELEventBus {
   static VRELEventBus _eventBus;
 
  private:
+  static void Stamp(VRELEvent& event);
+
   VRELDynamicArray<VRELEventListener*> listeners;
 };

@@ -1,0 +1,62 @@
+#include "VRELEventBus.h"
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <vector>
+
+#include "VRELEvent.h"
+
+namespace {
+
+// Two classes, so that the compiler cannot guess which HandleEvent the peer will call and put it in place.
+template <int step>
+class CountingListener : public VRELEventListener {
+ public:
+  void HandleEvent(VRELEvent& /*event*/) override { count += step; }
+  long count = 0;
+};
+
+std::vector<std::unique_ptr<VRELEventListener>> MakeListeners(benchmark::State const& state) {
+  std::vector<std::unique_ptr<VRELEventListener>> listeners;
+  for (long i = 0; i < state.range(0); ++i) {
+    if (state.range(0) > 100) {
+      listeners.push_back(std::make_unique<CountingListener<2>>());
+    } else {
+      listeners.push_back(std::make_unique<CountingListener<1>>());
+    }
+  }
+  return listeners;
+}
+
+void send(benchmark::State& state) {
+  auto const listeners = MakeListeners(state);
+  for (auto const& listener : listeners) VRELEventBus::GetEventBus()->AddListener(listener.get());
+  VRELEvent event("MyEvent", VREL_LEVEL_INFO);
+  for (auto _ : state) {
+    VRELEventBus::GetEventBus()->Send(event);
+    benchmark::ClobberMemory();
+  }
+  for (auto const& listener : listeners) VRELEventBus::GetEventBus()->RemoveListener(listener.get());
+}
+BENCHMARK(send)->Arg(0)->Arg(1)->Arg(8);
+
+// What anybody would write: ask the event whether it is timed, then call each listener.
+[[gnu::noipa]] void Loop(std::vector<VRELEventListener*>& listeners, VRELEvent& event) {
+  if (event.IsTimed()) return;
+  for (std::size_t i = 0; i < listeners.size(); ++i) listeners[i]->HandleEvent(event);
+}
+
+void peerLoop(benchmark::State& state) {
+  auto const storage = MakeListeners(state);
+  std::vector<VRELEventListener*> listeners;
+  for (auto const& listener : storage) listeners.push_back(listener.get());
+  VRELEvent event("MyEvent", VREL_LEVEL_INFO);
+  for (auto _ : state) {
+    Loop(listeners, event);
+    benchmark::ClobberMemory();
+  }
+}
+BENCHMARK(peerLoop)->Arg(0)->Arg(1)->Arg(8);
+
+}  // namespace

@@ -1,0 +1,57 @@
+#include "VRELChannelLine.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <string>
+#include <vector>
+
+#include "RecordingListener.h"
+#include "VRELTestEvent.h"
+
+namespace {
+
+void Add(VRELChannelLine& line, char const* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  line.Format(format, arguments);
+  va_end(arguments);
+}
+
+TEST(VRELChannelLineTest, GrowsToItsLimit) {
+  VRELChannelLine line(1);
+  Add(line, "%d", 5);
+  Add(line, "%s", "x");
+  EXPECT_STREQ(line.Unescape(), "   5x");
+  Add(line, "%s", std::string(1018, 'y').c_str());
+  Add(line, "%s", "z");
+  line.Format("z");
+  EXPECT_EQ(line.Unescape(), "   5x" + std::string(1018, 'y'));
+}
+
+TEST(VRELChannelLineTest, FormatWithoutArgumentsIsUnescapedOnce) {
+  VRELChannelLine line(0);
+  line.Format("%%%% %d");
+  EXPECT_STREQ(line.Unescape(), "% %d");
+}
+
+TEST(VRELChannelLineTest, RefusedFormatAddsNothing) {
+  VRELChannelLine line(1);
+  // No multibyte text in the C locale stands for this character.
+  Add(line, "before %ls", L"\u4E2D");
+  EXPECT_STREQ(line.Unescape(), "   ");
+  Add(line, "after");
+  EXPECT_STREQ(line.Unescape(), "   after");
+}
+
+TEST(VRELChannelLineTest, IsSentByTheVariadicConstructor) {
+  RecordingListener const listener;
+  VRELChannelLine line(1);
+  Add(line, "%s", "50%% %n");
+  VRELSendLine<VRELTestEvent>(line);
+  VRELSendLine<VRELTestEvent>("%%s");
+  EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"   50% %n", "%s"}));
+  EXPECT_EQ(listener.events[0].level, 20);
+}
+
+}  // namespace
