@@ -20,10 +20,10 @@ class CountingListener : public VRELEventListener {
 std::vector<std::unique_ptr<VRELEventListener>> MakeListeners(benchmark::State const& state) {
   std::vector<std::unique_ptr<VRELEventListener>> listeners;
   for (long i = 0; i < state.range(0); ++i) {
-    if (state.range(0) > 100) {
-      listeners.push_back(std::make_unique<CountingListener<2>>());
-    } else {
+    if (i < 100) {
       listeners.push_back(std::make_unique<CountingListener<1>>());
+    } else {
+      listeners.push_back(std::make_unique<CountingListener<2>>());
     }
   }
   return listeners;
@@ -33,8 +33,10 @@ void send(benchmark::State& state) {
   auto const listeners = MakeListeners(state);
   for (auto const& listener : listeners) VRELEventBus::GetEventBus()->AddListener(listener.get());
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
+  VRELEvent* sent = &event;
+  benchmark::DoNotOptimize(sent);
   for (auto _ : state) {
-    VRELEventBus::GetEventBus()->Send(event);
+    VRELEventBus::GetEventBus()->Send(*sent);
     benchmark::ClobberMemory();
   }
   for (auto const& listener : listeners) VRELEventBus::GetEventBus()->RemoveListener(listener.get());
@@ -42,7 +44,7 @@ void send(benchmark::State& state) {
 BENCHMARK(send)->Arg(0)->Arg(1)->Arg(8);
 
 // What anybody would write: ask the event whether it is timed, then call each listener.
-[[gnu::noipa]] void Loop(std::vector<VRELEventListener*>& listeners, VRELEvent& event) {
+[[gnu::noinline]] void Loop(std::vector<VRELEventListener*>& listeners, VRELEvent& event) {
   if (event.IsTimed()) return;
   for (std::size_t i = 0; i < listeners.size(); ++i) listeners[i]->HandleEvent(event);
 }
@@ -52,8 +54,10 @@ void peerLoop(benchmark::State& state) {
   std::vector<VRELEventListener*> listeners;
   for (auto const& listener : storage) listeners.push_back(listener.get());
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
+  VRELEvent* sent = &event;
+  benchmark::DoNotOptimize(sent);
   for (auto _ : state) {
-    Loop(listeners, event);
+    Loop(listeners, *sent);
     benchmark::ClobberMemory();
   }
 }
