@@ -1,0 +1,115 @@
+// VRELHashMap with text keys beside std::unordered_map and absl::flat_hash_map, both with ICU's own hash.
+#include "VRELHashMap.h"
+
+#include <benchmark/benchmark.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <random>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "VRELString.h"
+#ifdef VREL_BENCHMARK_ABSL
+#include <absl/container/flat_hash_map.h>
+#endif
+
+namespace {
+
+struct IcuHash {
+  std::size_t operator()(icu::UnicodeString const& text) const { return static_cast<std::size_t>(text.hashCode()); }
+};
+using StdMap = std::unordered_map<icu::UnicodeString, int, IcuHash>;
+
+icu::UnicodeString IcuText(std::string const& name) {
+  return icu::UnicodeString::fromUTF8(name);
+}
+VRELString Text(std::string const& name) {
+  return VRELString(name);
+}
+
+// Names of options as they come: words of different lengths, joined by points.
+std::vector<std::string> Names(int count, unsigned int seed) {
+  std::mt19937 random(seed);
+  std::vector<std::string> names;
+  for (int i = 0; i < count; ++i) {
+    std::string name(4 + random() % 8, ' ');
+    for (char& letter : name) letter = static_cast<char>((random() % 4 == 0 ? 'A' : 'a') + random() % 26);
+    names.push_back(name + "." + std::to_string(i) + (seed == 1 ? "" : "x"));
+  }
+  std::shuffle(names.begin(), names.end(), random);
+  return names;
+}
+
+// Fills the map by names and looks others up in it, or the same ones in another order and in other memory.
+template <class Key, class Map, class Fill, class Find>
+void Look(benchmark::State& state, Key (*key)(std::string const&), Map& map, Fill fill, Find find, bool hit) {
+  int const count = static_cast<int>(state.range(0));
+  std::vector<std::string> names = Names(count, 1);
+  for (int i = 0; i < count; ++i) fill(map, key(names[static_cast<std::size_t>(i)]), i);
+  std::shuffle(names.begin(), names.end(), std::mt19937(3));
+  std::vector<Key> sought;
+  for (std::string const& name : hit ? names : Names(count, 2)) sought.push_back(key(name));
+  std::size_t next = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(find(map, sought[next]));
+    if (++next == sought.size()) next = 0;
+  }
+}
+
+void LookVrel(benchmark::State& state, bool hit) {
+  VRELHashMap<VRELString, int> filled(17);
+  Look(
+      state, Text, filled, [](auto& map, VRELString const& key, int value) { map.Add(key, value); },
+      [](auto& map, VRELString const& key) {
+        int value = 0;
+        map.Get(key, value);
+        return value;
+      },
+      hit);
+}
+
+template <class Map>
+void LookPeer(benchmark::State& state, bool hit) {
+  Map filled;
+  Look(
+      state, IcuText, filled, [](auto& map, icu::UnicodeString const& key, int value) { map.emplace(key, value); },
+      [](auto& map, icu::UnicodeString const& key) {
+        auto const found = map.find(key);
+        return found != map.end() ? found->second : 0;
+      },
+      hit);
+}
+
+void MapGetHit(benchmark::State& state) {
+  LookVrel(state, true);
+}
+BENCHMARK(MapGetHit)->Arg(1000)->Arg(100000);
+void MapGetHitStdUnorderedMap(benchmark::State& state) {
+  LookPeer<StdMap>(state, true);
+}
+BENCHMARK(MapGetHitStdUnorderedMap)->Arg(1000)->Arg(100000);
+void MapGetMiss(benchmark::State& state) {
+  LookVrel(state, false);
+}
+BENCHMARK(MapGetMiss)->Arg(1000)->Arg(100000);
+void MapGetMissStdUnorderedMap(benchmark::State& state) {
+  LookPeer<StdMap>(state, false);
+}
+BENCHMARK(MapGetMissStdUnorderedMap)->Arg(1000)->Arg(100000);
+
+#ifdef VREL_BENCHMARK_ABSL
+using AbslMap = absl::flat_hash_map<icu::UnicodeString, int, IcuHash>;
+void MapGetHitAbslFlatHashMap(benchmark::State& state) {
+  LookPeer<AbslMap>(state, true);
+}
+BENCHMARK(MapGetHitAbslFlatHashMap)->Arg(1000)->Arg(100000);
+void MapGetMissAbslFlatHashMap(benchmark::State& state) {
+  LookPeer<AbslMap>(state, false);
+}
+BENCHMARK(MapGetMissAbslFlatHashMap)->Arg(1000)->Arg(100000);
+#endif
+
+}  // namespace
