@@ -18,9 +18,11 @@
 
 // Containers.
 #include "VRELArrayHeader.h"
+#include "VRELArraySort.h"
 #include "VRELDynamicArray.h"
 #include "VRELHashList.h"
 #include "VRELHashMap.h"
+#include "VRELHashMarks.h"
 #include "VRELHashRows.h"
 #include "VRELHashTable.h"
 #include "VRELHashTraits.h"

@@ -1,10 +1,13 @@
 // The table behind VRELHashMap and VRELHashList. Programs use those two.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 #include <utility>
 
+#include "VRELHashMarks.h"
 #include "VRELHashRows.h"
 
 template <class T>
@@ -22,7 +25,7 @@ class VRELHashTable {
 
   static constexpr int defaultSlots = 17;
 
-  explicit VRELHashTable(int slots) { Grow(rows, slots); }
+  explicit VRELHashTable(int slots) { Grow(rows, marks, slots); }
   VRELHashTable(VRELHashTable const&) = default;
 
   // Load factor and cursor stay as they are, which is promised.
@@ -31,6 +34,7 @@ class VRELHashTable {
     hashFunction = other.hashFunction;
     equalFunction = other.equalFunction;
     count = other.count;
+    marks = other.marks;
     return *this;
   }
 
@@ -49,7 +53,7 @@ class VRELHashTable {
     return equalFunction != nullptr ? equalFunction(a, b) : VRELHashList<K>::HashEqualFunction(a, b);
   }
 
-  int Find(K const& key) const { return Probe(rows, key).match; }
+  int Find(K const& key) const { return Probe(rows, marks, key, MarkOf(key)).match; }
 
   template <class... Values>
   bool Add(K const& key, Values const&... values) {
@@ -70,18 +74,20 @@ class VRELHashTable {
   void Clear() {
     rows.ForEachColumn([](auto& column) { column.clear(); }, rows);
     rows.occupied.clear();
-    Grow(rows, defaultSlots);
+    marks.clear();
+    Grow(rows, marks, defaultSlots);
     count = 0;
   }
 
   void Rehash(int slots) {
     Rows fresh;
-    Grow(fresh, AtLeastOccupied(slots));
+    Marks freshMarks;
+    Grow(fresh, freshMarks, AtLeastOccupied(slots));
     // A copy of the container may hold the same arrays.
     bool const shared = rows.keys.isShared();
     for (int row = 0, end = Slots(); row < end; ++row) {
       if (!rows.occupied[row]) continue;
-      int const slot = Probe(fresh, rows.keys[row]).vacant;
+      int const slot = Probe(fresh, freshMarks, rows.keys[row], marks.Get(row)).vacant;
       if (slot < 0) continue;
       auto const transfer = [=](auto& to, auto& from) {
         if (shared || !std::is_nothrow_move_assignable_v<std::decay_t<decltype(to[0])>>) {
@@ -92,8 +98,10 @@ class VRELHashTable {
       };
       rows.ForEachColumn(transfer, fresh, rows);
       fresh.occupied[slot] = true;
+      freshMarks.Set(slot, marks.Get(row));
     }
     rows = fresh;
+    marks = freshMarks;
   }
 
   void InitEnumeration() const noexcept { cursor = 0; }
@@ -116,9 +124,12 @@ class VRELHashTable {
     int vacant;
   };
 
-  static void Grow(Rows& target, int slots) {
+  using Marks = VRELHashMarks<K>;
+
+  static void Grow(Rows& target, Marks& targetMarks, int slots) {
     target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
     target.occupied.endGrow(slots);
+    targetMarks.endGrow(slots);
   }
 
   int Slots() const noexcept { return rows.occupied.size(); }
@@ -142,31 +153,51 @@ class VRELHashTable {
   }
 
   // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
-  Ending Probe(Rows const& where, K const& key) const {
+  Ending Probe(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark) const {
     auto const slots = static_cast<unsigned int>(where.occupied.size());
-    if (slots == 0) return {-1, -1};
-    int const start = static_cast<int>(GetHashCode(key) % slots);
     Ending ending = {-1, -1};
-    if (!ProbeRange(where, key, start, static_cast<int>(slots), ending)) ProbeRange(where, key, 0, start, ending);
+    if (slots == 0) return ending;
+    int const start = static_cast<int>(GetHashCode(key) % slots);
+    if (ProbeRange(where, whereMarks, key, mark, start, static_cast<int>(slots), ending)) return ending;
+    ProbeRange(where, whereMarks, key, mark, 0, start, ending);
     return ending;
   }
 
   // Whether the search ended in this range.
-  bool ProbeRange(Rows const& where, K const& key, int first, int end, Ending& ending) const {
+  bool ProbeRange(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark, int first, int end,
+                  Ending& ending) const {
     bool const* const occupied = where.occupied.getArray();
     K const* const keys = where.keys.getArray();
-    for (int slot = first; slot < end; ++slot) {
+    auto const endsAt = [&](int slot) {
       if (!occupied[slot]) {
         ending.vacant = slot;
-        return true;
-      }
-      if (CheckEqual(key, keys[slot])) {
+      } else if (CheckEqual(key, keys[slot])) {
         ending.match = slot;
-        return true;
+      } else {
+        return false;
       }
+      return true;
+    };
+    int slot = first;
+    if constexpr (Marks::exist) {
+      // Eight slots at a time; only a free one and those that may hold the key are looked at.
+      for (; end - slot >= 8; slot += 8) {
+        std::uint64_t eight;
+        std::memcpy(&eight, occupied + slot, sizeof eight);
+        std::uint64_t stops = VRELZeroBytes(eight) | whereMarks.Candidates(slot, mark);
+        for (; stops != 0; stops &= stops - 1) {
+          if (endsAt(slot + __builtin_ctzll(stops) / 8)) return true;
+        }
+      }
+    }
+    for (; slot < end; ++slot) {
+      if (endsAt(slot)) return true;
     }
     return false;
   }
+
+  // Nothing is known about keys that are equal by a function of the client.
+  unsigned char MarkOf(K const& key) const { return equalFunction == nullptr ? Marks::Of(key) : Marks::any; }
 
   template <class... Values>
   bool AddAfterRehash(K const& key, Values const&... values) {
@@ -176,13 +207,15 @@ class VRELHashTable {
 
   template <class... Values>
   bool Place(K const& key, Values const&... values) {
-    Ending const ending = Probe(rows, key);
+    unsigned char const mark = MarkOf(key);
+    Ending const ending = Probe(rows, marks, key, mark);
     if (ending.match >= 0) return false;
     // Full, although the count allowed one more: a copy of the container has filled the arrays that both hold.
     if (ending.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
     rows.keys[ending.vacant] = key;
     ((rows.values[ending.vacant] = values), ...);
     rows.occupied[ending.vacant] = true;
+    marks.Set(ending.vacant, mark);
     ++count;
     return true;
   }
@@ -209,7 +242,7 @@ class VRELHashTable {
 
   void PlaceAnew(int slot) {
     rows.occupied[slot] = false;
-    Ending const ending = Probe(rows, rows.keys[slot]);
+    Ending const ending = Probe(rows, marks, rows.keys[slot], marks.Get(slot));
     if (ending.match >= 0) {
       // It has met an equal key, which it had not met when it came.
       Reset(slot);
@@ -217,6 +250,7 @@ class VRELHashTable {
       return;
     }
     rows.occupied[ending.vacant] = true;
+    marks.Set(ending.vacant, marks.Get(slot));
     if (ending.vacant == slot) return;
     auto const exchange = [=](auto& column) { std::swap(column[slot], column[ending.vacant]); };
     rows.ForEachColumn(exchange, rows);
@@ -234,4 +268,5 @@ class VRELHashTable {
   float loadFactor = 0.75F;
   int count = 0;
   mutable int cursor = 0;
+  Marks marks;
 };

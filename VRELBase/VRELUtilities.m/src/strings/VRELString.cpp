@@ -335,6 +335,11 @@ int VRELString::compareToIgnoreCase(VRELString const& other) const noexcept {
   char16_t const* mine = unicodeString->getBuffer();
   char16_t const* theirs = other.unicodeString->getBuffer();
   std::int32_t const common = std::min(unicodeString->length(), other.unicodeString->length());
+  // The found key of a hash container is mostly the very same text.
+  if (unicodeString->length() == other.unicodeString->length() &&
+      std::memcmp(mine, theirs, static_cast<std::size_t>(common) * sizeof *mine) == 0) {
+    return 0;
+  }
   std::int32_t i = 0;
   for (; i < common && (mine[i] | theirs[i]) < 0x80; ++i) {
     char16_t const a = FoldAscii(mine[i]);
@@ -572,6 +577,28 @@ std::string VRELString::toUtf8() const {
 
 std::ostream& operator<<(std::ostream& stream, VRELString const& text) {
   return stream << text.toUtf8();
+}
+
+unsigned char VRELHashTraits<VRELString>::Mark(VRELString const& key) noexcept {
+  std::u16string_view const text = key.view();
+  std::uint64_t mixed = text.size();
+  std::uint64_t seen = 0;
+  // Four units at a time. The bit that is set in each is the one in which small and capital letters differ.
+  auto const mix = [&](std::uint64_t units) {
+    seen |= units;
+    mixed = (mixed << 5 | mixed >> 59) ^ (units | 0x0020002000200020);
+  };
+  std::size_t i = 0;
+  for (; i + 4 <= text.size(); i += 4) {
+    std::uint64_t units;
+    std::memcpy(&units, text.data() + i, sizeof units);
+    mix(units);
+  }
+  std::uint64_t rest = 0;
+  for (; i < text.size(); ++i) rest = rest << 16 | text[i];
+  mix(rest);
+  if ((seen & 0xFF80FF80FF80FF80) != 0) return 0;
+  return static_cast<unsigned char>((mixed ^ mixed >> 32) * 0x9E3779B97F4A7C15 >> 56 | 1);
 }
 
 VRINResult VRELStringToChars(VRELString const& text, char*& chars) {
