@@ -71,6 +71,10 @@ class VRELDynamicArray {
   void add(T const& value) {
     if (isValid() && header->count < header->capacity) {
       constructAtEnd(value);
+    } else if constexpr (std::is_trivially_copyable_v<T>) {
+      // The address of a copy, so that the caller's own variable may live in a register.
+      T const held = value;
+      addToFullArray(held);
     } else {
       addToFullArray(value);
     }
@@ -149,8 +153,10 @@ class VRELDynamicArray {
   bool isValid() const noexcept { return header != nullptr && header->IsValid(); }
 
   void constructAtEnd(T const& value) {
-    ::new (static_cast<void*>(getArray() + header->count)) T(value);
-    ++header->count;
+    // Read once: an int that is stored here could be the count, for all that the compiler knows.
+    int const last = header->count;
+    ::new (static_cast<void*>(getArray() + last)) T(value);
+    header->count = last + 1;
   }
 
   [[gnu::noinline]] void addToFullArray(T const& value) {
