@@ -93,6 +93,7 @@
 #include "VRELFilePath.h"
 
 // Streams.
+#include "Gk_Source.h"
 #include "VRELFileInputStream.h"
 #include "VRELFileOutputStream.h"
 #include "VRELFilterInputStream.h"

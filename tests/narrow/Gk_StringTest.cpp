@@ -123,6 +123,13 @@ TEST(Gk_StringTest, AppendsBytesBehindTheTerminator) {
   EXPECT_EQ(empty.len(), 2);
 }
 
+TEST(Gk_StringTest, WalksItsElements) {
+  Gk_String const string("ab");
+  EXPECT_EQ(std::string(string.begin(), string.end()), std::string("ab\0", 3));
+  Gk_String const empty;
+  EXPECT_EQ(empty.begin(), empty.end());
+}
+
 TEST(Gk_StringTest, TellsWhetherItsBytesAreShared) {
   Gk_String const string("ab");
   EXPECT_FALSE(string.isShared());

@@ -24,6 +24,10 @@ VRELInputStream* VRELStringInputStream::duplicate() {
   return nullptr;
 }
 
+int VRELStringInputStream::readChar() {
+  return remaining() > 0 ? static_cast<unsigned char>(text[static_cast<int>(position++)]) : -1;
+}
+
 int VRELStringInputStream::read(char* buffer, int count) {
   long const taken = std::min<long>(count, remaining());
   if (taken < 1 || buffer == nullptr) return 0;

@@ -17,6 +17,8 @@ class VREL_EXPORT VRELStringInputStream : public VRELInputStream {
 
   // Cannot be: polls the abort flag and returns null.
   VRELInputStream* duplicate() override;
+  // Takes the byte itself, without a call of read: scanners live on it.
+  int readChar() override;
   // At the end 0, not -1; 0 too for a count below 1.
   int read(char* buffer, int count) override;
   // 1 while there is anything to read, otherwise 0. That it is no count, as a file's is, is promised.

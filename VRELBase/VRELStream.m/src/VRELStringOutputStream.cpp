@@ -2,7 +2,11 @@
 
 int VRELStringOutputStream::write(char const* buffer, int count) {
   if (buffer == nullptr || count < 1) return 0;
-  text.appendBytes(buffer, count);
+  if (count == 1) {
+    text.append(*buffer);
+  } else {
+    text.appendBytes(buffer, count);
+  }
   return count;
 }
 

@@ -39,6 +39,10 @@ class VREL_EXPORT Gk_String {
   char& operator[](int index) { return array[index]; }
   char operator[](int index) const;
 
+  // All elements, a terminator included.
+  char const* begin() const { return array.begin(); }
+  char const* end() const { return array.end(); }
+
   // The bytes up to the first zero byte, or all of them; valid as long as nobody changes the string.
   std::string_view text() const;
 
