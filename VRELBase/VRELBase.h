@@ -93,13 +93,20 @@
 #include "VRELFilePath.h"
 
 // Streams.
+#include "Gk_HTMLAnchor.h"
+#include "Gk_HTMLEndline.h"
+#include "Gk_HTMLMargin.h"
+#include "Gk_HTMLSpace.h"
+#include "Gk_HTMLTag.h"
 #include "Gk_Source.h"
 #include "VRELFileInputStream.h"
 #include "VRELFileOutputStream.h"
 #include "VRELFilterInputStream.h"
 #include "VRELFilterOutputStream.h"
+#include "VRELHTMLStreamFormatter.h"
 #include "VRELInputStream.h"
 #include "VRELOutputStream.h"
+#include "VRELStreamFormatter.h"
 #include "VRELStringInputStream.h"
 #include "VRELStringOutputStream.h"
 

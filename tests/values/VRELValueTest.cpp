@@ -7,7 +7,9 @@
 #include <limits>
 #include <string>
 
+#include "StreamText.h"
 #include "VRELDynamicArray.h"
+#include "VRELStreamFormatter.h"
 
 namespace {
 
@@ -420,6 +422,21 @@ TEST(VRELValueTest, StandsInAnArray) {
   EXPECT_STREQ(static_cast<char const*>(values[38]), "38");
   EXPECT_STREQ(static_cast<char const*>(values[39]), "text");
   EXPECT_TRUE(values[4] == VRELValue(4));
+}
+
+// By its kind, through the formatter's own formats.
+TEST(VRELValueTest, DumpsItself) {
+  std::string const text = TextOf([](VRELOutputStream* stream) {
+    VRELStreamFormatter out(stream);
+    out.setIntFormat("i%d");
+    out.setDoubleFormat("d%.2f", false, 0);
+    for (VRELValue const& value : {VRELValue(1.5), VRELValue(-7), VRELValue(true), VRELValue(false), VRELValue(),
+                                   VRELValue(VRELString(L"text")), VRELValue("")}) {
+      value.Dump(out);
+      out << '|';
+    }
+  });
+  EXPECT_EQ(text, "d1.50|i-7|i1|i0||text||");
 }
 
 }  // namespace

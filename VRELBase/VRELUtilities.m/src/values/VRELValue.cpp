@@ -1,5 +1,6 @@
 #include "VRELValue.h"
 
+#include "VRELStreamFormatter.h"
 #include "VRELStringConversions.h"
 
 char const* const VRELValue::VRELValueTypeNames[6] = {"unknown", "double", "int", "bool", "string", nullptr};
@@ -185,6 +186,25 @@ VRELValue::operator wchar_t const*() const {
   VRELString form;
   if (wideText == nullptr && GetValue(form).IsSuccess()) VRELStringToWideChars(form, wideText);
   return wideText;
+}
+
+void VRELValue::Dump(VRELStreamFormatter& formatter) const {
+  switch (type) {
+    case DoubleType:
+      formatter << number.asDouble;
+      break;
+    case IntType:
+      formatter << number.asInt;
+      break;
+    case BoolType:
+      formatter << (number.asBool ? 1 : 0);
+      break;
+    case StringType:
+      formatter << text;
+      break;
+    case UnknownType:
+      break;
+  }
 }
 
 bool VRELValue::operator==(VRELValue const& other) const {

@@ -6,6 +6,8 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
+class VRELStreamFormatter;
+
 // A double, an integer, a boolean, a text, or nothing yet. Whatever is held can be read as each other kind, by these
 // conversions:
 //
@@ -68,6 +70,9 @@ class VREL_EXPORT VRELValue {
   // promised: callers keep the pointer.
   operator char const*() const;
   operator wchar_t const*() const;
+
+  // Writes the value by its kind, a boolean as the integer 1 or 0; nothing where there is no value.
+  void Dump(VRELStreamFormatter& formatter) const;
 
   // Same kind and same value; texts by case, doubles exactly. Two objects without a value are not equal.
   bool operator==(VRELValue const& other) const;
