@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "Gk_ErrMgr.h"
 #include "StepError.h"
 #include "StepText.h"
 
@@ -167,6 +168,7 @@ void StepReader::ReadInstances() {
 }
 
 void StepReader::OpenInstance() {
+  Gk_ErrMgr::checkAbort();
   StepScanner::Token const& token = scanner.Current();
   if (token.kind != StepScanner::Instance) Fail("an instance or ENDSEC");
   if (!token.idFits) Fail("an instance id below 2^64");

@@ -159,6 +159,8 @@ void StepScanner::ReadInstance() {
   token.kind = IsDigit(source.Peek()) ? Instance : Other;
   token.id = 0;
   token.idFits = true;
+  // Digit by digit: Gk_StringParser clips at 32 bits and VRELFloatUtil is exact up to 2^53, and ids that come out alike
+  // would be taken for one.
   constexpr std::uint64_t MAXIMUM = std::numeric_limits<std::uint64_t>::max();
   while (IsDigit(source.Peek())) {
     std::uint64_t const digit = static_cast<std::uint64_t>(source.Peek() - '0');

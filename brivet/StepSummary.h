@@ -38,7 +38,8 @@ struct StepSummary {
 
   // Reads the file to the end of the exchange structure; what stands behind END-ISO-10303-21; is not looked at.
   // Throws StepError (VREL_E_INVALID_FILE) for a file that breaks the format, that gives two instances one id, or
-  // that is cut off. References are not followed. Takes time in proportion to the bytes, and memory for the ids and
+  // that is cut off, and VRELAbortException once an abort is asked for (see Gk_ErrMgr): each instance polls. References
+  // are not followed. Takes time in proportion to the bytes, and memory for the ids and
   // for what the summary holds.
   static StepSummary Read(ByteSource& source);
 };

@@ -3,17 +3,17 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "ByteSource.h"
+#include "GuardedRun.h"
 #include "InputFile.h"
-#include "StepError.h"
+#include "ProblemReport.h"
+#include "StandardErrorListener.h"
 #include "StepSummary.h"
 #include "SummaryReport.h"
-#include "VRELAllocException.h"
-#include "VRINResult.h"
+#include "VRELErrorTracker.h"
 
 namespace {
 
@@ -53,50 +53,30 @@ standard error, and then nothing is printed on standard output:
   brivet: part.stp:12: expected ; behind #4, found #5
 )";
 
-// One line, whatever the file's name or bytes hold.
-std::string OneLine(std::string text) {
-  for (char& byte : text) {
-    if ((byte >= 0 && byte < ' ') || byte == 0x7F) byte = '?';
-  }
-  return text;
-}
-
-int Report(VRINResult result, std::string const& message) {
-  std::fprintf(stderr, "brivet: %s\n", OneLine(message).c_str());
+int StatusOf(VRINResult result) {
   return static_cast<int>(result.GetReturnCode());
-}
-
-int Report(std::string const& path, StepError const& error) {
-  std::string const line = error.line == 0 ? "" : ":" + std::to_string(error.line);
-  return Report(error.result, path + line + ": " + error.text);
 }
 
 int Print(std::string const& text) {
   errno = 0;
   bool const written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
   if (std::fflush(stdout) == 0 && written) return 0;
-  return Report(VREL_E_FILE_SAVE,
-                std::string("standard output: expected a place to write to, found: ") + std::strerror(errno));
+  ReportProblem("standard output", std::string("expected a place to write to, found: ") + std::strerror(errno));
+  return StatusOf(VREL_E_FILE_SAVE);
 }
 
 int Summarise(std::string const& path) {
   std::string page;
-  try {
+  VRINResult const result = RunGuarded(path, [&path, &page] {
     InputFile file(path);
     ByteSource source([&file](char* block, std::size_t size) { return file.Read(block, size); });
     page = FormatSummary(StepSummary::Read(source));
-  } catch (StepError const& error) {
-    return Report(path, error);
-  } catch (std::bad_alloc const&) {
-    return Report(VREL_E_UNEXPECTED, path + ": expected more memory, found no more");
-  } catch (VRELAllocException const&) {
-    return Report(VREL_E_UNEXPECTED, path + ": expected more memory, found no more");
-  }
-  return Print(page);
+  });
+  return result.IsSuccess() ? Print(page) : StatusOf(result);
 }
 
 int Refuse(std::string const& reason) {
-  Report(VREL_E_INVALID_ARGUMENT, reason);
+  ReportProblem(reason);
   std::fputs(USAGE, stderr);
   return USAGE_STATUS;
 }
@@ -105,6 +85,8 @@ int Refuse(std::string const& reason) {
 
 int main(int count, char** arguments) {
   std::setlocale(LC_ALL, "");
+  VRELErrorTracker::Initialize();
+  StandardErrorListener const listener;
   std::vector<std::string> words(arguments + (count > 0 ? 1 : 0), arguments + count);
   if (words.size() == 1) {
     if (words[0] == "--help" || words[0] == "-help") return Print(HELP);

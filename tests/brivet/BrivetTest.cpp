@@ -200,6 +200,29 @@ TEST_F(BrivetTest, RefusesWhatIsNoFile) {
   ExpectRefused(Brivet({"a\nb\x1B"}), 13, "a?b?: expected a file that can be read, found: No such file or directory");
 }
 
+// Messages pass the library's channels, which format twice and cut at 1023 bytes.
+TEST_F(BrivetTest, TellsNamesAndContentsAsTheyStand) {
+  ExpectRefused(Brivet({"100%s%%d %n.stp"}), 13,
+                "100%s%%d %n.stp: expected a file that can be read, found: No such file or directory");
+  ExpectRefused(Brivet({"m\xFC.stp"}), 13,
+                "m\xFC.stp: expected a file that can be read, found: No such file or directory");
+  Write("50%%.stp", "ISO-10303-21;HEADER;<100%s%%>");
+  ExpectRefused(Brivet({"50%%.stp"}), 21, "50%%.stp:1: expected an entity of the header or ENDSEC, found <100%s%%>");
+  Write("zero.stp", std::string("<a\0b>", 5));
+  ExpectRefused(Brivet({"zero.stp"}), 21, "zero.stp:1: expected ISO-10303-21, found <a?b>");
+}
+
+// The end of the name and the reason are seen.
+TEST_F(BrivetTest, ShortensALongName) {
+  std::string const path = std::string(2000, '/') + "missing.stp";
+  ExpectRefused(Brivet({path}), 13,
+                "..." + std::string(589, '/') +
+                    "missing.stp: expected a file that can be read, found: "
+                    "No such file or directory");
+  ExpectRefused(Brivet({std::string(100000, 'a')}), 14,
+                "..." + std::string(600, 'a') + ": expected a file that can be read, found: File name too long");
+}
+
 TEST_F(BrivetTest, RefusesWhatIsNoStepFile) {
   std::string const washer = WASHER;
   auto const cutBehind = [&washer](std::string const& text) {
