@@ -110,6 +110,11 @@
 #include "VRELStringInputStream.h"
 #include "VRELStringOutputStream.h"
 
+// Settings.
+#include "VRELArgs.h"
+#include "VRELEnvironment.h"
+#include "VRELProperties.h"
+
 // Units.
 #include "Gk_Unit.h"
 #include "VRELUnit.h"

@@ -637,4 +637,21 @@ TEST(VRELHashMapTest, TextsFollowAModel) {
   EXPECT_EQ(found, model);
 }
 
+TEST(VRELHashMapTest, SkipsEntries) {
+  VRELHashMap<int, int> map(17);
+  EXPECT_FALSE(map.SkipNext());
+  for (int key : {5, 2, 9}) map.Add(key, key * 10);
+  VRELPair<int, int> pair;
+  EXPECT_TRUE(map.SkipNext());
+  EXPECT_TRUE(map.GetNext(pair));
+  VRELPair<int, int> again;
+  map.InitEnumeration();
+  map.GetNext(again);
+  EXPECT_NE(pair.key, again.key);
+  map.GetNext(again);
+  EXPECT_EQ(pair.key, again.key);
+  EXPECT_TRUE(map.SkipNext());
+  EXPECT_FALSE(map.SkipNext());
+}
+
 }  // namespace

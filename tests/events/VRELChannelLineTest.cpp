@@ -35,6 +35,16 @@ TEST(VRELChannelLineTest, FormatWithoutArgumentsIsUnescapedOnce) {
   EXPECT_STREQ(line.Unescape(), "% %d");
 }
 
+TEST(VRELChannelLineTest, CopiesUnescaped) {
+  char target[] = "........";
+  EXPECT_EQ(VRELChannelLine::CopyUnescaped("a%%b%d%", target, 8), 6U);
+  EXPECT_STREQ(target, "a%b%d%..");
+  EXPECT_EQ(VRELChannelLine::CopyUnescaped("%%%%xyz", target, 3), 3U);
+  EXPECT_STREQ(target, "%%x%d%..");
+  EXPECT_EQ(VRELChannelLine::CopyUnescaped(target, target, 8), 7U);
+  EXPECT_STREQ(target, "%x%d%...");
+}
+
 TEST(VRELChannelLineTest, RefusedFormatAddsNothing) {
   VRELChannelLine line(1);
   // No multibyte text in the C locale stands for this character.

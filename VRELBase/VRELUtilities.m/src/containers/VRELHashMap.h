@@ -76,6 +76,8 @@ class VRELHashMap {
     out.value = table.rows.values[slot];
     return true;
   }
+  // Passes what GetNext would give, without a copy of it. False at the end.
+  bool SkipNext() const noexcept { return table.GetNext() >= 0; }
 
  private:
   VRELHashTable<K, V> table;

@@ -8,17 +8,6 @@ namespace {
 
 constexpr std::size_t blanksPerUnit = 3;
 
-// Copies `source` to `target`, which may be the same place, with each "%%" made "%". Takes at most `room` bytes of the
-// result, and returns their number.
-std::size_t CopyUnescaped(char const* source, char* target, std::size_t room) noexcept {
-  std::size_t length = 0;
-  while (*source != '\0' && length < room) {
-    if (source[0] == '%' && source[1] == '%') ++source;
-    target[length++] = *source++;
-  }
-  return length;
-}
-
 }  // namespace
 
 VRELChannelLine::VRELChannelLine(int indentation) noexcept : length(0) {
@@ -50,4 +39,13 @@ char const* VRELChannelLine::Unescape() noexcept {
     text[length] = '\0';
   }
   return text;
+}
+
+std::size_t VRELChannelLine::CopyUnescaped(char const* source, char* target, std::size_t room) noexcept {
+  std::size_t length = 0;
+  while (*source != '\0' && length < room) {
+    if (source[0] == '%' && source[1] == '%') ++source;
+    target[length++] = *source++;
+  }
+  return length;
 }

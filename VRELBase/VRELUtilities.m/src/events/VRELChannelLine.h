@@ -24,6 +24,10 @@ class VREL_EXPORT VRELChannelLine {
   // stands for itself, so that a directive which is left in the text is shown and never reads an argument.
   char const* Unescape() noexcept;
 
+  // Copies a text to `target`, which may be the text itself, with each "%%" made "%". Takes at most `room` bytes of the
+  // result, writes no zero byte behind them, and returns their number.
+  static std::size_t CopyUnescaped(char const* source, char* target, std::size_t room) noexcept;
+
  private:
   char text[1024];
   std::size_t length;

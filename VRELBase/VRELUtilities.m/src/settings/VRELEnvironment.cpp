@@ -1,0 +1,99 @@
+#include "VRELEnvironment.h"
+
+#include <pwd.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "VRELChannelLine.h"
+#include "VRELInfo.h"
+#include "VRELStringAsciiCharUtil.h"
+#include "VRELStringConversions.h"
+
+namespace {
+
+VRINResult GetUserName(VRELString& value) {
+  passwd const* const entry = getpwuid(getuid());
+  if (entry == nullptr) return VREL_E_FAIL;
+  value = VRELString(entry->pw_name);
+  return VREL_S_OK;
+}
+
+// `field` is one of the texts that uname fills in; it is empty where uname fails.
+template <class Field>
+VRINResult GetSystemName(Field utsname::*field, VRELString& value) {
+  utsname names{};
+  static_cast<void>(uname(&names));
+  value = VRELString(names.*field);
+  return VREL_S_OK;
+}
+
+// "name=value", the name as it is looked up, the value as it is read. False where one of them cannot be had.
+bool FormEntry(VRELString const& name, VRELString const& value, std::string& entry) {
+  VRELStringAsciiCharUtil const narrowName(name, false);
+  char* narrowValue = nullptr;
+  if (narrowName == nullptr || VRELStringToChars(value, narrowValue) != VREL_S_OK) return false;
+  entry = std::string(narrowName) + "=" + narrowValue;
+  VRELReleaseChars(narrowValue);
+  return true;
+}
+
+}  // namespace
+
+VRELEnvironment* VRELEnvironment::_pVariables = nullptr;
+
+VRELEnvironment::VRELEnvironment() = default;
+
+VRELEnvironment::~VRELEnvironment() = default;
+
+VRELEnvironment* VRELEnvironment::GetEnv() {
+  if (_pVariables == nullptr) {
+    _pVariables = new VRELEnvironment;
+    // Its own, so that no handle that comes and goes destroys it.
+    _pVariables->RaiseReference();
+  }
+  return _pVariables;
+}
+
+VRINResult VRELEnvironment::GetVariable(VRELString const& name, VRELString& value) {
+  std::u16string_view const exactName = name.view();
+  if (exactName == u"USERNAME") return GetUserName(value);
+  if (exactName == u"OS") return GetSystemName(&utsname::sysname, value);
+  if (exactName == u"COMPUTERNAME") return GetSystemName(&utsname::nodename, value);
+
+  VRELStringAsciiCharUtil const narrowName(name, false);
+  char const* const text = narrowName == nullptr ? nullptr : std::getenv(narrowName);
+  if (text == nullptr) return VREL_E_FAIL;
+  value = VRELString(text);
+  return VREL_S_OK;
+}
+
+VRINResult VRELEnvironment::GetVariable(VRELString const& name, int& value) {
+  VRELString text;
+  VRINResult const found = GetVariable(name, text);
+  if (found != VREL_S_OK) return found;
+  return VRELStringToInteger(text, value);
+}
+
+VRINResult VRELEnvironment::GetVariable(VRELString const& name, bool& value) {
+  value = false;
+  VRELString text;
+  VRINResult const found = GetVariable(name, text);
+  if (found == VREL_S_OK) VRELStringToBool(text, value);
+  return found;
+}
+
+VRINResult VRELEnvironment::PutVariable(VRELString const& name, VRELString& value) {
+  static char live[256];
+  std::string entry;
+  if (!FormEntry(name, value, entry)) return VREL_E_FAIL;
+  VRELInfo::Printf("Environment variable: %s\n", entry.c_str());
+  // Never longer than it was.
+  entry.resize(VRELChannelLine::CopyUnescaped(entry.c_str(), entry.data(), entry.size()));
+  if (entry.size() >= sizeof live) return VREL_E_FAIL;
+  std::memcpy(live, entry.c_str(), entry.size() + 1);
+  return putenv(live) == 0 ? VREL_S_OK : VREL_E_FAIL;
+}

@@ -1,0 +1,486 @@
+#include "VRELArgs.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Text = std::optional<std::string>;
+using Texts = std::vector<Text>;
+
+// The texts as a vector of C, each in a block of its own size, so that a sanitizer sees a step outside. What is not set
+// is null.
+class TextVector {
+ public:
+  TextVector(Texts const& texts) : pointers(new char*[texts.size()]), count(static_cast<int>(texts.size())) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      pointers[i] = nullptr;
+      if (!texts[i]) continue;
+      blocks.emplace_back(new char[texts[i]->size() + 1]);
+      pointers[i] = std::strcpy(blocks.back().get(), texts[i]->c_str());
+    }
+  }
+  TextVector(std::initializer_list<Text> texts) : TextVector(Texts(texts)) {}
+
+  char** Get() { return pointers.get(); }
+  char* operator[](int index) const { return pointers[static_cast<std::size_t>(index)]; }
+  int Count() const { return count; }
+
+ private:
+  std::unique_ptr<char*[]> pointers;
+  std::vector<std::unique_ptr<char[]>> blocks;
+  int count;
+};
+
+// Calls GetNextOption until it gives false twice in a row, and lists the positions.
+std::vector<int> OptionsOf(VRELArgs& args, TextVector& table) {
+  std::vector<int> found;
+  for (int misses = 0; misses < 2;) {
+    int index = 77;
+    bool const hit = args.GetNextOption(table.Count(), table.Get(), &index);
+    EXPECT_EQ(hit, index >= 0);
+    misses = hit ? 0 : misses + 1;
+    found.push_back(index);
+  }
+  return found;
+}
+
+TEST(VRELArgsTest, GivesArgumentsOneByOne) {
+  TextVector line{"program", "a", "-b", "", "c"};
+  VRELArgs args(line.Count(), line.Get());
+  for (int i = 1; i <= 4; ++i) EXPECT_EQ(args.GetNextArg(), line[i]);
+  EXPECT_EQ(args.GetNextArg(), nullptr);
+  EXPECT_EQ(args.GetNextArg(), nullptr);
+}
+
+TEST(VRELArgsTest, ToldWhetherOptionsAreToCome) {
+  TextVector line{"program", "-a", "b", "-c", "d"};
+  VRELArgs args(line.Count(), line.Get());
+  for (bool more : {true, true, true, false, false}) {
+    EXPECT_EQ(args.AreThereOneMoreOptions(), more);
+    args.GetNextArg();
+  }
+}
+
+TEST(VRELArgsTest, LineWithoutOptionsHasNoneToCome) {
+  TextVector plain{"program", "a", "b"};
+  EXPECT_FALSE(VRELArgs(plain.Count(), plain.Get()).AreThereOneMoreOptions());
+  TextVector dashedName{"-program", "a"};
+  EXPECT_FALSE(VRELArgs(dashedName.Count(), dashedName.Get()).AreThereOneMoreOptions());
+  TextVector dashOnly{"program", "-"};
+  EXPECT_TRUE(VRELArgs(dashOnly.Count(), dashOnly.Get()).AreThereOneMoreOptions());
+}
+
+TEST(VRELArgsTest, StoresTheArgumentOfAnOption) {
+  TextVector line{"program", "-f", "name", "", "-v", "-"};
+  VRELArgs args(line.Count(), line.Get());
+  char sentinel = 0;
+  char* argument = &sentinel;
+  // In front of an option, nothing is taken.
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, &sentinel);
+  EXPECT_EQ(args.GetNextArg(), line[1]);
+  EXPECT_TRUE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, line[2]);
+  EXPECT_TRUE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, line[3]);
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, line[3]);
+  EXPECT_EQ(args.GetNextArg(), line[4]);
+  // A dash alone begins with one.
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(args.GetNextArg(), line[5]);
+  // None follows.
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, line[3]);
+}
+
+TEST(VRELArgsTest, ArgumentWithNowhereToGoStays) {
+  TextVector line{"program", "a"};
+  VRELArgs args(line.Count(), line.Get());
+  EXPECT_FALSE(args.GetOptionArgument(nullptr));
+  EXPECT_EQ(args.GetNextArg(), line[1]);
+}
+
+TEST(VRELArgsTest, ShiftStepsOnceBehindTheEnd) {
+  TextVector line{"program", "a", "-b"};
+  TextVector table{"b"};
+  VRELArgs args(line.Count(), line.Get());
+  EXPECT_TRUE(args.Shift());
+  EXPECT_TRUE(args.AreThereOneMoreOptions());
+  EXPECT_TRUE(args.Shift());
+  EXPECT_FALSE(args.Shift());
+  EXPECT_FALSE(args.Shift());
+  EXPECT_EQ(args.GetNextArg(), nullptr);
+  EXPECT_FALSE(args.AreThereOneMoreOptions());
+  char* argument = nullptr;
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  EXPECT_FALSE(args.GetNextOption(1, table.Get(), nullptr));
+}
+
+TEST(VRELArgsTest, FindsNamesOfOneLetter) {
+  struct Row {
+    char letter;
+    int position;
+  };
+  TextVector table{"ab", "", ":", "c::", "a:", "c", "a", "::", std::nullopt, "d:"};
+  TextVector line{"program"};
+  VRELArgs const args(line.Count(), line.Get());
+  for (Row const& row : {Row{'a', 4}, Row{'b', -1}, Row{'c', 5}, Row{'d', 9}, Row{'\0', -1}, Row{'A', -1}}) {
+    SCOPED_TRACE(row.letter);
+    int index = 77;
+    EXPECT_EQ(args.IsLetterAnOption(table.Count(), table.Get(), row.letter, &index), row.position >= 0);
+    EXPECT_EQ(index, row.position);
+  }
+  // Of ":" nothing is left without its mark, of "::" the letter ":" is.
+  int index = 77;
+  EXPECT_TRUE(args.IsLetterAnOption(table.Count(), table.Get(), ':', &index));
+  EXPECT_EQ(index, 7);
+  // Only so many names as are told count.
+  EXPECT_FALSE(args.IsLetterAnOption(4, table.Get(), 'a', &index));
+  EXPECT_EQ(index, -1);
+}
+
+TEST(VRELArgsTest, FindsTheOptionThatAnArgumentMeans) {
+  struct Row {
+    char const* argument;
+    int position;
+  };
+  Row const rows[] = {
+      {"-v", 1},  // The first name that begins so, and not the one that is the same.
+      {"-fi", 0},
+      {"-file", 0},
+      {"-file:", 0},
+      {"-file:x", -1},
+      {"-verbose", 1},
+      {"-verboses", 2},  // No name: a
+                         // group.
+      {"-xv", -1},       // Only its first letter is looked at.
+      {"-vx", 2},
+      {"-", 0},
+      {"--", -1},
+      {"-V", -1},
+      {"v", -1},
+      {"", -1},
+      {"file:", -1},
+  };
+  TextVector table{"file:", "verbose", "v"};
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.argument);
+    TextVector line{"program", row.argument};
+    VRELArgs args(line.Count(), line.Get());
+    int index = 77;
+    EXPECT_EQ(args.IsAnOption(table.Count(), table.Get(), line[1], &index), row.position >= 0);
+    EXPECT_EQ(index, row.position);
+    VRELArgs walk(line.Count(), line.Get());
+    int found = 77;
+    EXPECT_EQ(walk.GetNextOption(table.Count(), table.Get(), &found), row.position >= 0);
+    EXPECT_EQ(found, row.position);
+  }
+}
+
+TEST(VRELArgsTest, DashAloneMeansTheFirstNameThereIs) {
+  TextVector line{"program", "-"};
+  VRELArgs args(line.Count(), line.Get());
+  TextVector withNull{std::nullopt, "a"};
+  int index = 77;
+  EXPECT_TRUE(args.IsAnOption(2, withNull.Get(), line[1], &index));
+  EXPECT_EQ(index, 1);
+  TextVector withEmpty{"", "a"};
+  EXPECT_TRUE(args.IsAnOption(2, withEmpty.Get(), line[1], &index));
+  EXPECT_EQ(index, 0);
+  EXPECT_FALSE(args.IsAnOption(0, withEmpty.Get(), line[1], &index));
+  EXPECT_EQ(index, -1);
+}
+
+TEST(VRELArgsTest, WalksOptionsAndPassesOverTheRest) {
+  TextVector line{"program", "in", "-verb", "-unknown", "out", "-f", "name", "rest"};
+  TextVector table{"file:", "verbose"};
+  VRELArgs args(line.Count(), line.Get());
+  int index = 77;
+  EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
+  EXPECT_EQ(index, 1);
+  EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
+  EXPECT_EQ(index, 0);
+  char* argument = nullptr;
+  EXPECT_TRUE(args.GetOptionArgument(&argument));
+  EXPECT_EQ(argument, line[6]);
+  EXPECT_FALSE(args.GetNextOption(2, table.Get(), &index));
+  EXPECT_EQ(index, -1);
+  // What is left stays to be taken.
+  EXPECT_EQ(args.GetNextArg(), line[7]);
+}
+
+TEST(VRELArgsTest, OptionWithoutItsArgument) {
+  TextVector line{"program", "-f", "-v", "-f"};
+  TextVector table{"file:", "verbose"};
+  VRELArgs args(line.Count(), line.Get());
+  char* argument = nullptr;
+  for (int expected : {0, 1, 0}) {
+    int index = 77;
+    EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
+    EXPECT_EQ(index, expected);
+    EXPECT_FALSE(args.GetOptionArgument(&argument));
+  }
+  EXPECT_EQ(argument, nullptr);
+}
+
+TEST(VRELArgsTest, WalksGroupsOfLetters) {
+  struct Row {
+    char const* argument;
+    std::vector<int> positions;
+  };
+  TextVector table{"a", "b", "c:"};
+  Row const rows[] = {
+      {"-ab", {0, 1, -1, -1}},
+      {"-cab", {2, 0, 1, -1, -1}},
+      {"-aa", {0, 0, -1, -1}},
+      // A letter that is not in the table ends a call and not the group.
+      {"-axb", {0, -1, 1, -1, -1}},
+      {"-a-b", {0, -1, 1, -1, -1}},
+      // The first letter decides whether it is a group at all.
+      {"-xab", {-1, -1}},
+      // These are names, and no group follows.
+      {"-a", {0, -1, -1}},
+      {"-c", {2, -1, -1}},
+      {"-c:", {2, -1, -1}},
+      // A colon is a letter of the group like any other.
+      {"-a:", {0, -1, -1}},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.argument);
+    TextVector line{"program", row.argument};
+    VRELArgs args(line.Count(), line.Get());
+    EXPECT_EQ(OptionsOf(args, table), row.positions);
+  }
+}
+
+TEST(VRELArgsTest, GroupsFollowEachOther) {
+  TextVector line{"program", "-ab", "x", "-ba", "-b"};
+  TextVector table{"a", "b"};
+  VRELArgs args(line.Count(), line.Get());
+  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, 1, 1, 0, 1, -1, -1}));
+}
+
+TEST(VRELArgsTest, GroupGoesOnInTheArgumentLastConsumed) {
+  TextVector table{"a", "b", "c:"};
+  {
+    TextVector line{"program", "-ca", "xyb", "-a"};
+    VRELArgs args(line.Count(), line.Get());
+    int index = 77;
+    EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
+    EXPECT_EQ(index, 2);
+    char* argument = nullptr;
+    EXPECT_TRUE(args.GetOptionArgument(&argument));
+    EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, -1, -1}));
+  }
+  {
+    // It is too short, or gone: the group is over.
+    TextVector line{"program", "-ca", "", "-ca"};
+    VRELArgs args(line.Count(), line.Get());
+    EXPECT_TRUE(args.GetNextOption(3, table.Get(), nullptr));
+    EXPECT_EQ(args.GetNextArg(), line[2]);
+    int index = 77;
+    EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
+    EXPECT_EQ(index, 2);
+    EXPECT_FALSE(args.Shift());
+    EXPECT_FALSE(args.GetNextOption(3, table.Get(), &index));
+    EXPECT_EQ(index, -1);
+  }
+}
+
+TEST(VRELArgsTest, AskingForAnArgumentEntersItsGroup) {
+  TextVector line{"a b", "-c"};
+  TextVector other{"-xy"};
+  TextVector table{"x", "b", "c"};
+  VRELArgs args(line.Count(), line.Get());
+  int index = 77;
+  EXPECT_TRUE(args.IsAnOption(3, table.Get(), other[0], &index));
+  EXPECT_EQ(index, 0);
+  // Now the group is sought in what was last consumed, which is the program's name.
+  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{1, 2, -1, -1}));
+}
+
+TEST(VRELArgsTest, NothingThereIsNoArgument) {
+  TextVector table{"a"};
+  for (int count : {0, -1, -2147483647 - 1, 1, 3}) {
+    SCOPED_TRACE(count);
+    VRELArgs args(count, nullptr);
+    EXPECT_FALSE(args.AreThereOneMoreOptions());
+    int index = 77;
+    EXPECT_FALSE(args.GetNextOption(1, table.Get(), &index));
+    EXPECT_EQ(index, -1);
+    char* argument = nullptr;
+    EXPECT_FALSE(args.GetOptionArgument(&argument));
+    EXPECT_EQ(args.GetNextArg(), nullptr);
+  }
+  VRELArgs none(0, nullptr);
+  EXPECT_FALSE(none.Shift());
+}
+
+TEST(VRELArgsTest, PassesOverNullArguments) {
+  TextVector line{"program", std::nullopt, "-a", std::nullopt};
+  TextVector table{"a"};
+  VRELArgs args(line.Count(), line.Get());
+  EXPECT_TRUE(args.AreThereOneMoreOptions());
+  char* argument = nullptr;
+  EXPECT_FALSE(args.GetOptionArgument(&argument));
+  int index = 77;
+  EXPECT_TRUE(args.GetNextOption(1, table.Get(), &index));
+  EXPECT_EQ(index, 0);
+  EXPECT_FALSE(args.IsAnOption(1, table.Get(), nullptr, &index));
+  EXPECT_EQ(index, -1);
+  EXPECT_EQ(args.GetNextArg(), nullptr);
+  EXPECT_FALSE(args.Shift());
+}
+
+TEST(VRELArgsTest, TableMayBeMissing) {
+  TextVector line{"program", "-a"};
+  VRELArgs args(line.Count(), line.Get());
+  int index = 77;
+  EXPECT_FALSE(args.IsLetterAnOption(1, nullptr, 'a', &index));
+  EXPECT_EQ(index, -1);
+  EXPECT_FALSE(args.IsAnOption(1, nullptr, line[1], &index));
+  EXPECT_FALSE(args.GetNextOption(-1, line.Get(), &index));
+  EXPECT_FALSE(args.IsAnOption(1, nullptr, line[1], nullptr));
+}
+
+// The walk over lists of texts, told once more.
+struct ArgsModel {
+  Texts line;
+  Texts table;
+  std::size_t current = 0;
+  bool inGroup = false;
+  std::size_t place = 0;
+
+  bool HasNext() const { return current + 1 < line.size(); }
+  static bool IsDashed(Text const& text) { return text && !text->empty() && text->front() == '-'; }
+
+  int Letter(char letter) const {
+    for (std::size_t i = 0; i < table.size(); ++i) {
+      if (!table[i]) continue;
+      std::string name = *table[i];
+      if (!name.empty() && name.back() == ':') name.pop_back();
+      if (name == std::string(1, letter)) return static_cast<int>(i);
+    }
+    return -1;
+  }
+
+  int Option(Text const& argument) {
+    if (!IsDashed(argument)) return -1;
+    std::string const text = argument->substr(1);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+      if (table[i] && table[i]->substr(0, text.size()) == text) return static_cast<int>(i);
+    }
+    int const position = text.empty() ? -1 : Letter(text[0]);
+    if (position >= 0) {
+      inGroup = true;
+      place = 1;
+    }
+    return position;
+  }
+
+  int NextOption() {
+    if (inGroup) {
+      ++place;
+      if (current < line.size() && line[current] && place < line[current]->size()) {
+        return Letter((*line[current])[place]);
+      }
+      inGroup = false;
+    }
+    for (std::size_t i = current + 1; i < line.size(); ++i) {
+      int const position = Option(line[i]);
+      if (position < 0) continue;
+      current = i;
+      return position;
+    }
+    return -1;
+  }
+
+  Text Take() {
+    if (!HasNext()) return std::nullopt;
+    return line[++current];
+  }
+
+  Text OptionArgument() {
+    return HasNext() && !IsDashed(line[current + 1]) && line[current + 1] ? Take() : std::nullopt;
+  }
+
+  bool Shift() {
+    bool const one = HasNext();
+    if (current < line.size()) ++current;
+    return one;
+  }
+
+  bool More() const {
+    for (std::size_t i = current + 1; i < line.size(); ++i) {
+      if (IsDashed(line[i])) return true;
+    }
+    return false;
+  }
+};
+
+Text TextOf(char const* text) {
+  return text == nullptr ? Text() : Text(text);
+}
+
+TEST(VRELArgsTest, AgreesWithTheModel) {
+  std::mt19937 random(20240611);
+  auto const below = [&](unsigned int end) { return random() % end; };
+  auto const anyText = [&](unsigned int dashes) -> Text {
+    if (below(20) == 0) return std::nullopt;
+    std::string text(below(10) < dashes ? "-" : "");
+    for (unsigned int length = below(5); length > 0; --length) text += "abc:-"[below(5)];
+    return text;
+  };
+  for (int run = 0; run < 20000; ++run) {
+    ArgsModel model;
+    model.line.emplace_back("program");
+    for (unsigned int count = below(7); count > 0; --count) model.line.push_back(anyText(7));
+    for (unsigned int count = below(6); count > 0; --count) model.table.push_back(anyText(0));
+    TextVector line(model.line);
+    TextVector table(model.table);
+    VRELArgs args(line.Count(), line.Get());
+    for (int step = 0; step < 20; ++step) {
+      int index = 77;
+      char* argument = nullptr;
+      switch (below(12)) {
+        case 0:
+          ASSERT_EQ(TextOf(args.GetNextArg()), model.Take());
+          break;
+        case 1:
+          ASSERT_EQ(args.Shift(), model.Shift());
+          break;
+        case 2:
+        case 3: {
+          Text const expected = model.OptionArgument();
+          ASSERT_EQ(args.GetOptionArgument(&argument), expected.has_value());
+          ASSERT_EQ(TextOf(argument), expected);
+          break;
+        }
+        case 4: {
+          unsigned int const place = below(static_cast<unsigned int>(line.Count()));
+          args.IsAnOption(table.Count(), table.Get(), line[static_cast<int>(place)], &index);
+          ASSERT_EQ(index, model.Option(model.line[place]));
+          break;
+        }
+        default: {
+          bool const hit = args.GetNextOption(table.Count(), table.Get(), &index);
+          ASSERT_EQ(hit, index >= 0);
+          ASSERT_EQ(index, model.NextOption());
+        }
+      }
+      ASSERT_EQ(args.AreThereOneMoreOptions(), model.More()) << "run " << run << ", step " << step;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,333 @@
+#include "VRELEnvironment.h"
+
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "RecordingListener.h"
+#include "VRELReferenceHandle.h"
+
+namespace {
+
+// Runs `body` in a process of its own, whose failures are this test's.
+void RunApart(std::function<void()> const& body) {
+  ChildResult const result = RunInChildWithoutTeardown([&] {
+    body();
+    return ::testing::Test::HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
+  EXPECT_EQ(result.signal, 0);
+}
+
+std::string TextOf(wchar_t const* name) {
+  VRELString text(L"untouched");
+  VRINResult const result = VRELEnvironment::GetVariable(VRELString(name), text);
+  EXPECT_EQ(result == VREL_S_OK, text.toUtf8() != "untouched");
+  EXPECT_TRUE(result == VREL_S_OK || result == VREL_E_FAIL);
+  return text.toUtf8();
+}
+
+VRINResult Put(VRELString const& name, VRELString value) {
+  return VRELEnvironment::PutVariable(name, value);
+}
+
+// What the C library finds.
+std::string FoundAs(char const* name) {
+  char const* const text = std::getenv(name);
+  return text == nullptr ? "(none)" : text;
+}
+
+TEST(VRELEnvironmentTest, ReadsText) {
+  RunApart([] {
+    setenv("VRELProbe", "some text = x", 1);
+    setenv("VRELEmpty", "", 1);
+    unsetenv("VRELMissing");
+    EXPECT_EQ(TextOf(L"VRELProbe"), "some text = x");
+    EXPECT_EQ(TextOf(L"VRELEmpty"), "");
+    EXPECT_EQ(TextOf(L"VRELMissing"), "untouched");
+    // Names differ by case.
+    EXPECT_EQ(TextOf(L"VRELPROBE"), "untouched");
+    EXPECT_EQ(TextOf(L""), "untouched");
+  });
+}
+
+TEST(VRELEnvironmentTest, ReadsNamesInAscii) {
+  RunApart([] {
+    setenv("VREL_\x1A", "by the substitute", 1);
+    setenv("VREL__", "by an underscore", 1);
+    EXPECT_EQ(TextOf(L"VREL_\u00D6"), "by the substitute");
+  });
+}
+
+TEST(VRELEnvironmentTest, ReadsTextInTheDefaultCodepage) {
+  RunApart([] {
+    for (char const* bytes : {"Schraube \xC3\x96", "broken \xC3", "\xFF\xFE"}) {
+      setenv("VRELProbe", bytes, 1);
+      VRELString text;
+      EXPECT_EQ(VRELEnvironment::GetVariable(L"VRELProbe", text), VREL_S_OK);
+      EXPECT_TRUE(text.equals(VRELString(bytes)));
+    }
+  });
+}
+
+TEST(VRELEnvironmentTest, UninitializedNameHasNoVariable) {
+  VRELString name(L"PATH");
+  VRELString const taken(std::move(name));
+  VRELString text(L"untouched");
+  // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+  EXPECT_EQ(VRELEnvironment::GetVariable(name, text), VREL_E_FAIL);
+  EXPECT_EQ(text.toUtf8(), "untouched");
+}
+
+TEST(VRELEnvironmentTest, SystemAnswersThreeNames) {
+  RunApart([] {
+    for (char const* name : {"USERNAME", "OS", "COMPUTERNAME"}) setenv(name, "from the environment", 1);
+    utsname names{};
+    ASSERT_EQ(uname(&names), 0);
+    passwd const* const user = getpwuid(getuid());
+    ASSERT_NE(user, nullptr);
+    EXPECT_EQ(TextOf(L"USERNAME"), user->pw_name);
+    EXPECT_EQ(TextOf(L"OS"), "Linux");
+    EXPECT_EQ(TextOf(L"COMPUTERNAME"), names.nodename);
+    for (char const* name : {"USERNAME", "OS", "COMPUTERNAME"}) unsetenv(name);
+    EXPECT_EQ(TextOf(L"OS"), "Linux");
+    EXPECT_EQ(TextOf(L"USERNAME"), user->pw_name);
+  });
+}
+
+TEST(VRELEnvironmentTest, OtherSpellingsAreVariables) {
+  RunApart([] {
+    setenv("os", "a variable", 1);
+    setenv("UserName", "another", 1);
+    setenv("COMPUTERNAME_", "a third", 1);
+    EXPECT_EQ(TextOf(L"os"), "a variable");
+    EXPECT_EQ(TextOf(L"UserName"), "another");
+    EXPECT_EQ(TextOf(L"COMPUTERNAME_"), "a third");
+  });
+}
+
+TEST(VRELEnvironmentTest, UserWithoutAnEntryHasNoName) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who is not there";
+  RunApart([] {
+    constexpr uid_t nobodyHasIt = 987654;
+    ASSERT_EQ(getpwuid(nobodyHasIt), nullptr);
+    ASSERT_EQ(setuid(nobodyHasIt), 0);
+    setenv("USERNAME", "from the environment", 1);
+    EXPECT_EQ(TextOf(L"USERNAME"), "untouched");
+    int number = 77;
+    EXPECT_EQ(VRELEnvironment::GetVariable(L"USERNAME", number), VREL_E_FAIL);
+    EXPECT_EQ(number, 77);
+  });
+}
+
+TEST(VRELEnvironmentTest, ReadsIntegers) {
+  struct Row {
+    char const* text;
+    long result;
+    int value;
+  };
+  Row const rows[] = {
+      {"42", VREL_S_OK, 42},         {"-7", VREL_S_OK, -7},     {"0", VREL_S_OK, 0},    {"12 and more", VREL_S_OK, 12},
+      {"00012", VREL_S_OK, 12},      {"0x1F", VREL_S_OK, 0},    {" 9", VREL_S_OK, 9},   {"4294967297", VREL_S_OK, 1},
+      {"", VREL_E_FAIL, 77},         {"text", VREL_E_FAIL, 77}, {"-", VREL_E_FAIL, 77}, {"-0", VREL_E_FAIL, 77},
+      {"\xC3\x96", VREL_E_FAIL, 77}, {"true", VREL_E_FAIL, 77},
+  };
+  RunApart([&] {
+    for (Row const& row : rows) {
+      SCOPED_TRACE(row.text);
+      setenv("VRELProbe", row.text, 1);
+      int value = 77;
+      EXPECT_EQ(VRELEnvironment::GetVariable(L"VRELProbe", value), row.result);
+      EXPECT_EQ(value, row.value);
+    }
+    unsetenv("VRELProbe");
+    int value = 77;
+    EXPECT_EQ(VRELEnvironment::GetVariable(L"VRELProbe", value), VREL_E_FAIL);
+    EXPECT_EQ(value, 77);
+  });
+}
+
+TEST(VRELEnvironmentTest, ReadsBooleans) {
+  struct Row {
+    char const* text;
+    bool value;
+  };
+  Row const rows[] = {
+      {"Yes", true}, {"true", true},   {"ON", true},     {"No", false}, {"False", false},    {"off", false},
+      {"", false},   {"maybe", false}, {"1", false},     {"0", false},  {" true", false},    {"true ", false},
+      {"t", false},  {"y", false},     {"trues", false}, {"yes", true}, {"\xC3\x96", false},
+  };
+  RunApart([&] {
+    for (Row const& row : rows) {
+      SCOPED_TRACE(row.text);
+      setenv("VRELProbe", row.text, 1);
+      for (bool before : {false, true}) {
+        bool value = before;
+        EXPECT_EQ(VRELEnvironment::GetVariable(L"VRELProbe", value), VREL_S_OK);
+        EXPECT_EQ(value, row.value);
+      }
+    }
+    unsetenv("VRELProbe");
+    bool value = true;
+    EXPECT_EQ(VRELEnvironment::GetVariable(L"VRELProbe", value), VREL_E_FAIL);
+    EXPECT_FALSE(value);
+  });
+}
+
+TEST(VRELEnvironmentTest, PutsAVariable) {
+  RunApart([] {
+    RecordingListener const listener;
+    EXPECT_EQ(Put(L"VRELProbe", L"some = text"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELProbe"), "some = text");
+    EXPECT_EQ(TextOf(L"VRELProbe"), "some = text");
+    EXPECT_EQ(Put(L"VRELProbe", L""), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELProbe"), "");
+    EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"Environment variable: VRELProbe=some = text\n",
+                                                          "Environment variable: VRELProbe=\n"}));
+    EXPECT_EQ(listener.events[0].level, 50);
+  });
+}
+
+TEST(VRELEnvironmentTest, OnlyTheVariableOfTheLastCallStands) {
+  RunApart([] {
+    setenv("VRELThird", "set by others", 1);
+    EXPECT_EQ(Put(L"VRELFirst", L"1"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELFirst"), "1");
+    EXPECT_EQ(Put(L"VRELSecond", L"2"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELFirst"), "(none)");
+    EXPECT_EQ(FoundAs("VRELSecond"), "2");
+    EXPECT_EQ(Put(L"VRELThird", L"3"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELSecond"), "(none)");
+    EXPECT_EQ(FoundAs("VRELThird"), "3");
+    EXPECT_EQ(Put(L"VRELFirst", L"4"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELFirst"), "4");
+    EXPECT_EQ(FoundAs("VRELThird"), "(none)");
+  });
+}
+
+TEST(VRELEnvironmentTest, PutTextIsReadAsAFormat) {
+  struct Row {
+    wchar_t const* value;
+    char const* found;
+  };
+  Row const rows[] = {
+      {L"100%%", "100%"}, {L"100%", "100%"},         {L"%s%d%n", "%s%d%n"}, {L"%%%%", "%%"},
+      {L"%%%", "%%"},     {L"%1$s %*d", "%1$s %*d"}, {L"%%s", "%s"},
+  };
+  RunApart([&] {
+    for (Row const& row : rows) {
+      SCOPED_TRACE(row.found);
+      EXPECT_EQ(Put(L"VRELProbe", row.value), VREL_S_OK);
+      EXPECT_EQ(FoundAs("VRELProbe"), row.found);
+    }
+    EXPECT_EQ(Put(L"VREL%%Probe%d", L"x"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VREL%Probe%d"), "x");
+  });
+}
+
+TEST(VRELEnvironmentTest, RefusesWhatDoesNotFit) {
+  RunApart([] {
+    auto const text = [](std::size_t length) { return VRELString(std::string(length, 'v')); };
+    // "N=" and the value: 255 bytes are the most.
+    EXPECT_EQ(Put(L"N", text(253)), VREL_S_OK);
+    EXPECT_EQ(FoundAs("N"), std::string(253, 'v'));
+    EXPECT_EQ(Put(L"N", L"short"), VREL_S_OK);
+    RecordingListener const listener;
+    for (std::size_t length : {254U, 255U, 256U, 2000U, 100000U}) EXPECT_EQ(Put(L"N", text(length)), VREL_E_FAIL);
+    EXPECT_EQ(Put(text(300), L"x"), VREL_E_FAIL);
+    // The environment is as it was, and each try was told.
+    EXPECT_EQ(FoundAs("N"), "short");
+    EXPECT_EQ(listener.events.size(), 6U);
+    // What counts is the text that is put: 252 bytes out of 504.
+    EXPECT_EQ(Put(L"N", VRELString(std::string(504, '%'))), VREL_S_OK);
+    EXPECT_EQ(FoundAs("N"), std::string(252, '%'));
+  });
+}
+
+TEST(VRELEnvironmentTest, PutsOddNames) {
+  RunApart([] {
+    // The system splits the text at the first mark.
+    EXPECT_EQ(Put(L"VRELA=B", L"C"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELA"), "B=C");
+    // A variable without a name is taken, and nobody finds it.
+    EXPECT_EQ(Put(L"", L"x"), VREL_S_OK);
+    EXPECT_EQ(FoundAs(""), "(none)");
+    EXPECT_EQ(FoundAs("VRELA"), "(none)");
+    VRELString name(L"VRELProbe");
+    VRELString const taken(std::move(name));
+    RecordingListener const listener;
+    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+    EXPECT_EQ(Put(name, L"x"), VREL_E_FAIL);
+    EXPECT_TRUE(listener.events.empty());
+  });
+}
+
+TEST(VRELEnvironmentTest, PutTextComesBack) {
+  RunApart([] {
+    // Whatever the default codepage is, what it can hold comes back.
+    VRELString value("Schraube \xC3\x96");
+    VRELString back;
+    EXPECT_EQ(VRELEnvironment::PutVariable(L"VREL_\u00D6", value), VREL_S_OK);
+    EXPECT_EQ(VRELEnvironment::GetVariable(L"VREL_\u00D6", back), VREL_S_OK);
+    EXPECT_TRUE(back.equals(value));
+  });
+}
+
+TEST(VRELEnvironmentTest, IsMadeOnFirstUse) {
+  RunApart([] {
+    VRELEnvironment::_pVariables = nullptr;
+    VRELEnvironment* const environment = VRELEnvironment::GetEnv();
+    ASSERT_NE(environment, nullptr);
+    EXPECT_EQ(VRELEnvironment::_pVariables, environment);
+    EXPECT_EQ(VRELEnvironment::GetEnv(), environment);
+    EXPECT_EQ(environment->GetCount(), 0);
+  });
+}
+
+TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
+  RunApart([] {
+    VRELEnvironment::_pVariables = nullptr;
+    VRELEnvironment::GetEnv()->Set(L"a=b");
+    { VRELReferenceHandle const handle(VRELEnvironment::GetEnv()); }
+    EXPECT_EQ(VRELEnvironment::GetEnv()->GetCount(), 1);
+  });
+}
+
+TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
+  RunApart([] {
+    VRELEnvironment::_pVariables = nullptr;
+    VRELEnvironment* const environment = VRELEnvironment::GetEnv();
+    setenv("VRELProbe", "x", 1);
+    EXPECT_EQ(Put(L"VRELOther", L"y"), VREL_S_OK);
+    EXPECT_EQ(environment->GetCount(), 0);
+    EXPECT_EQ(environment->Set(L"VRELProperty=z"), VREL_S_OK);
+    EXPECT_EQ(FoundAs("VRELProperty"), "(none)");
+    EXPECT_EQ(TextOf(L"VRELProperty"), "untouched");
+  });
+}
+
+TEST(VRELEnvironmentTest, IsNoLeak) {
+  ChildResult const result = RunInChild([] {
+    VRELEnvironment::GetEnv()->Set(L"a=b");
+    return 0;
+  });
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+}
+
+TEST(VRELEnvironmentTest, IsAPropertiesObject) {
+  EXPECT_TRUE((std::is_base_of_v<VRELProperties, VRELEnvironment>));
+  EXPECT_EQ(sizeof(VRELEnvironment), sizeof(VRELProperties));
+  VRELEnvironment own;
+  EXPECT_EQ(own.Set(L"a=b"), VREL_S_OK);
+  EXPECT_NE(&own, VRELEnvironment::_pVariables);
+}
+
+}  // namespace
