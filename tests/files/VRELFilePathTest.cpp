@@ -6,12 +6,10 @@
 #include <unicode/ucnv.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -19,6 +17,7 @@
 #include "LocaleProcess.h"
 #include "ScratchDirectory.h"
 #include "UnprivilegedProcess.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -285,16 +284,6 @@ TEST(VRELFilePathTest, FixSeparatorChangesItsArgumentAlone) {
   path.FixSeparator(text);
   EXPECT_EQ(text.toUtf8(), "/a//b/c/");
   EXPECT_EQ(Text(path), "own");
-}
-
-// The place of a virtual operation in the table, counted from 0 with both destructor entries, as a member pointer of
-// the Itanium ABI holds it.
-template <class Member>
-std::size_t SlotOf(Member member) {
-  static_assert(std::is_member_function_pointer_v<Member>);
-  std::uintptr_t word = 0;
-  std::memcpy(&word, &member, sizeof word);
-  return (word - 1) / sizeof(void*);
 }
 
 TEST(VRELFilePathTest, VirtualOperationsKeepTheirSlots) {

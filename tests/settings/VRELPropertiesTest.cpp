@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "VRELPair.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -36,13 +36,6 @@ Pairs PairsOf(VRELProperties const& properties) {
     pairs.emplace_back(key.toUtf8(), text.toUtf8());
   }
   return pairs;
-}
-
-template <class Member>
-std::size_t SlotOf(Member member) {
-  std::size_t offsetPlusOne = 0;
-  std::memcpy(&offsetPlusOne, &member, sizeof offsetPlusOne);
-  return (offsetPlusOne - 1) / sizeof(void*);
 }
 
 TEST(VRELPropertiesTest, IsEmptyAtFirst) {

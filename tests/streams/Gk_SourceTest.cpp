@@ -5,6 +5,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "Gk_ErrMgr.h"
@@ -126,6 +127,11 @@ TEST(Gk_SourceWhiteSpaceTest, CopiesKnowTheSame) {
     EXPECT_FALSE(set->isSpace(' '));
     EXPECT_EQ(Bytes(*set), ",;");
   }
+}
+
+TEST(Gk_SourceTest, HasNoVirtualOperations) {
+  EXPECT_FALSE(std::is_polymorphic_v<Gk_Source>);
+  EXPECT_FALSE(std::is_polymorphic_v<WhiteSpace>);
 }
 
 TEST(Gk_SourceTest, HasNoDelimitersAtFirst) {

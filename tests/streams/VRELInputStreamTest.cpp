@@ -9,6 +9,7 @@
 
 #include "Raised.h"
 #include "RecordingListener.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -43,6 +44,17 @@ TEST(VRELInputStreamTest, IsAbstract) {
 // The table of virtual operations and the stream beneath.
 TEST(VRELInputStreamTest, HoldsOneField) {
   EXPECT_EQ(sizeof(VRELInputStream), 2 * sizeof(void*));
+}
+
+TEST(VRELInputStreamTest, VirtualOperationsKeepTheirSlots) {
+  EXPECT_EQ(SlotOf(&VRELInputStream::duplicate), 2u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::readChar), 3u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::read), 4u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::skip), 5u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::available), 6u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::add), 7u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::getCurrentOffset), 8u);
+  EXPECT_EQ(SlotOf(&VRELInputStream::setOffset), 9u);
 }
 
 TEST(VRELInputStreamTest, ReadsACharacterThroughRead) {

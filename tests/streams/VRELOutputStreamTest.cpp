@@ -5,6 +5,8 @@
 #include <string>
 #include <type_traits>
 
+#include "VirtualSlot.h"
+
 namespace {
 
 // Tells each call and gives what it is told to.
@@ -33,6 +35,13 @@ TEST(VRELOutputStreamTest, IsAbstract) {
 // The table of virtual operations and the stream beneath.
 TEST(VRELOutputStreamTest, HoldsOneField) {
   EXPECT_EQ(sizeof(VRELOutputStream), 2 * sizeof(void*));
+}
+
+TEST(VRELOutputStreamTest, VirtualOperationsKeepTheirSlots) {
+  EXPECT_EQ(SlotOf(&VRELOutputStream::writeChar), 2u);
+  EXPECT_EQ(SlotOf(&VRELOutputStream::write), 3u);
+  EXPECT_EQ(SlotOf(&VRELOutputStream::flush), 4u);
+  EXPECT_EQ(SlotOf(&VRELOutputStream::close), 5u);
 }
 
 TEST(VRELOutputStreamTest, WritesOneByteThroughWrite) {
