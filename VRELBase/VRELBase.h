@@ -119,3 +119,6 @@
 #include "Gk_Unit.h"
 #include "VRELUnit.h"
 #include "VRELUnitValue.h"
+
+// Records.
+#include "VRELAssemblyComponentTransform.h"
