@@ -26,8 +26,12 @@
 #include "VRELHashRows.h"
 #include "VRELHashTable.h"
 #include "VRELHashTraits.h"
+#include "VRELList.h"
+#include "VRELMap.h"
 #include "VRELMemoryBound.h"
+#include "VRELNodeChain.h"
 #include "VRELPair.h"
+#include "VRELStack.h"
 
 // Strings.
 #include "VRELString.h"

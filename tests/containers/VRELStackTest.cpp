@@ -1,0 +1,99 @@
+#include "VRELStack.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+#include <vector>
+
+namespace {
+
+int values[4];
+
+TEST(VRELStackTest, StartsEmpty) {
+  VRELStack stack;
+  EXPECT_EQ(stack.Size(), 0);
+  EXPECT_TRUE(stack.IsEmpty());
+  EXPECT_EQ(stack.GetTop(), nullptr);
+  EXPECT_EQ(stack.Pop(), nullptr);
+  EXPECT_EQ(stack.Size(), 0);
+}
+
+TEST(VRELStackTest, GivesTheLastFirst) {
+  VRELStack stack;
+  EXPECT_EQ(stack.Push(&values[0]), 1);
+  EXPECT_EQ(stack.Push(&values[1]), 2);
+  EXPECT_EQ(stack.Push(nullptr), 3);
+  EXPECT_FALSE(stack.IsEmpty());
+  EXPECT_EQ(stack.Pop(), nullptr);
+  EXPECT_EQ(stack.GetTop(), &values[1]);
+  EXPECT_EQ(stack.Size(), 2);
+  EXPECT_EQ(stack.Pop(), &values[1]);
+  EXPECT_EQ(stack.Pop(), &values[0]);
+  EXPECT_EQ(stack.Pop(), nullptr);
+  EXPECT_TRUE(stack.IsEmpty());
+}
+
+TEST(VRELStackTest, GivesElementsByIndex) {
+  VRELStack stack;
+  stack.Push(&values[0]);
+  stack.Push(&values[1]);
+  EXPECT_EQ(stack.ElementAt(0), &values[0]);
+  EXPECT_EQ(stack.ElementAt(1), &values[1]);
+  for (int index : {-1, 2, 9, 1000000, INT_MIN, INT_MAX}) EXPECT_EQ(stack.ElementAt(index), nullptr) << index;
+}
+
+TEST(VRELStackTest, ACopySharesNothing) {
+  VRELStack source;
+  source.Push(&values[0]);
+  VRELStack copy(source);
+  VRELStack assigned;
+  assigned.Push(&values[3]);
+  EXPECT_EQ(&(assigned = source), &assigned);
+  source.Push(&values[1]);
+  for (VRELStack* each : {&copy, &assigned}) {
+    EXPECT_EQ(each->Size(), 1);
+    EXPECT_EQ(each->GetTop(), &values[0]);
+    each->Pop();
+  }
+  EXPECT_EQ(source.Size(), 2);
+  EXPECT_EQ(source.ElementAt(0), &values[0]);
+  VRELStack const& itself = source;
+  source = itself;
+  EXPECT_EQ(source.Size(), 2);
+  EXPECT_EQ(source.GetTop(), &values[1]);
+}
+
+TEST(VRELStackTest, ADerivedClassMayTakePart) {
+  struct Counting : VRELStack {
+    int Push(void* element) override {
+      ++pushes;
+      return VRELStack::Push(element);
+    }
+    int pushes = 0;
+  } counting;
+  VRELStack& stack = counting;
+  EXPECT_EQ(stack.Push(&values[0]), 1);
+  EXPECT_EQ(counting.pushes, 1);
+}
+
+TEST(VRELStackTest, AgreesWithAVector) {
+  std::mt19937 random(6);
+  VRELStack stack;
+  std::vector<void*> model;
+  for (int round = 0; round < 20000; ++round) {
+    if (random() % 5 < 3) {
+      void* const value = &values[random() % 4];
+      model.push_back(value);
+      ASSERT_EQ(stack.Push(value), static_cast<int>(model.size()));
+    } else {
+      ASSERT_EQ(stack.Pop(), model.empty() ? nullptr : model.back());
+      if (!model.empty()) model.pop_back();
+    }
+    ASSERT_EQ(stack.GetTop(), model.empty() ? nullptr : model.back());
+    ASSERT_EQ(stack.Size(), static_cast<int>(model.size()));
+  }
+  for (std::size_t i = 0; i < model.size(); ++i) ASSERT_EQ(stack.ElementAt(static_cast<int>(i)), model[i]);
+}
+
+}  // namespace
