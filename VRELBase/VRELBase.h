@@ -32,6 +32,7 @@
 #include "VRELNodeChain.h"
 #include "VRELPair.h"
 #include "VRELStack.h"
+#include "VRELTree.h"
 
 // Strings.
 #include "VRELString.h"
