@@ -86,6 +86,7 @@
 #include "Gk_RWString.h"
 #include "Gk_String.h"
 #include "Gk_StringParser.h"
+#include "VRELRoloNode.h"
 
 // Values.
 #include "VRELValue.h"
