@@ -89,6 +89,7 @@
 #include "VRELRoloNode.h"
 
 // Values.
+#include "VRELTable.h"
 #include "VRELValue.h"
 
 // Files.
