@@ -97,6 +97,7 @@
 #include "VRELFileDescriptor.h"
 #include "VRELFileDescriptorHandle.h"
 #include "VRELFileHandle.h"
+#include "VRELFileHeader.h"
 #include "VRELFilePath.h"
 
 // Streams.

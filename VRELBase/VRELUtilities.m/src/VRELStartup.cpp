@@ -3,6 +3,7 @@
 #include "Gk_Unit.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
+#include "VRELFileHeader.h"
 #include "VRELFileInputStream.h"
 #include "VRELFileOutputStream.h"
 #include "VRELUnit.h"
@@ -31,3 +32,17 @@ VRELEventBus VRELEventBus::_eventBus;
 
 VRELFileInputStream VRELFileInputStream::console;
 VRELFileOutputStream VRELFileOutputStream::console;
+
+VRELString const VRELFileHeader::MODIFICATION_DATE(L"Modification Date");
+VRELString const VRELFileHeader::FILE_NAME(L"File Name");
+VRELString const VRELFileHeader::AUTHOR(L"Author");
+VRELString const VRELFileHeader::ORGANIZATION(L"Organization");
+VRELString const VRELFileHeader::SOURCE_SYSTEM(L"Source System");
+VRELString const VRELFileHeader::VERSION(L"Version");
+VRELString const VRELFileHeader::UNITS(L"Units");
+VRELString const VRELFileHeader::COMMENT(L"Comment");
+VRELString const VRELFileHeader::TOLERANCE(L"Tolerance");
+VRELString const VRELFileHeader::DOCUMENT_TYPE(L"Document Type");
+VRELString const VRELFileHeader::CONFIGURATIONS_COUNT(L"Configurations Count");
+VRELString const VRELFileHeader::ACTIVE_CONFIGURATION(L"Active Configuration");
+VRELString const VRELFileHeader::CONFIGURATIONS(L"Configurations");
