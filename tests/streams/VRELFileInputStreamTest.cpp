@@ -76,6 +76,15 @@ TEST_F(VRELFileInputStreamTest, ADirectoryOpensAndFailsToRead) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
+TEST_F(VRELFileInputStreamTest, AFailedReadDoesNotMove) {
+  VRELFilePath const folder(directory.Path().c_str());
+  VRELFileInputStream stream(folder);
+  std::unique_ptr<VRELInputStream> const other(stream.duplicate());
+  stream.setOffset(5);
+  EXPECT_EQ(Read(stream, 4), "(failed)");
+  EXPECT_EQ(stream.getCurrentOffset(), 5);
+}
+
 TEST_F(VRELFileInputStreamTest, ANegativeCountFails) {
   VRELFileInputStream stream(path);
   char byte = '#';
