@@ -12,8 +12,8 @@ class ByteSource;
 struct StepSummary {
   // One parameter of a header entity: a string, a list of strings, or nothing.
   struct Parameter {
-    char const* name = nullptr;
-    bool isSet = false;  // false for $ and for a parameter that the entity does not have
+    char const* name = nullptr;  // as the format names it
+    bool isSet = false;          // false for $ and for a parameter that the entity does not have
     std::vector<VRELString> texts;
   };
 

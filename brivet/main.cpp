@@ -1,16 +1,15 @@
 // brivet: tells what an ISO 10303-21 file says about itself.
-#include <cerrno>
 #include <clocale>
 #include <cstdio>
-#include <cstring>
 #include <string>
-#include <vector>
 
 #include "ByteSource.h"
+#include "CommandLine.h"
 #include "GuardedRun.h"
 #include "InputFile.h"
 #include "ProblemReport.h"
 #include "StandardErrorListener.h"
+#include "StandardOutput.h"
 #include "StepSummary.h"
 #include "SummaryReport.h"
 #include "VRELErrorTracker.h"
@@ -26,7 +25,8 @@ constexpr char HELP[] =
 
 Reads an ISO 10303-21 (STEP) clear text file and prints, in UTF-8:
 
-  - the strings of its header, decoded, each behind the name of its parameter
+  - the strings of its header, decoded, each behind the name of its parameter:
+    File Name, Author, Organization, and the others as the format names them
   - how many data sections and entity instances it holds
   - every string with an escape, such as \S\| or \X2\30D6\X0\, decoded, with
     the line where it begins and the instance that holds it
@@ -34,9 +34,9 @@ Reads an ISO 10303-21 (STEP) clear text file and prints, in UTF-8:
 Example:
 
   $ brivet bracket.stp | grep schema
-    schema_identifiers    AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }
+  schema_identifiers       : AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }
 
-Options:
+Options, which may be shortened, as in -h or -vers:
 
   --help, -help        prints this page
   --version, -version  prints the version
@@ -57,26 +57,22 @@ int StatusOf(VRINResult result) {
   return static_cast<int>(result.GetReturnCode());
 }
 
-int Print(std::string const& text) {
-  errno = 0;
-  bool const written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-  if (std::fflush(stdout) == 0 && written) return 0;
-  ReportProblem("standard output", std::string("expected a place to write to, found: ") + std::strerror(errno));
-  return StatusOf(VREL_E_FILE_SAVE);
-}
-
-int Summarise(std::string const& path) {
+VRINResult Summarise(std::string const& path) {
   std::string page;
   VRINResult const result = RunGuarded(path, [&path, &page] {
     InputFile file(path);
     ByteSource source([&file](char* block, std::size_t size) { return file.Read(block, size); });
     page = FormatSummary(StepSummary::Read(source));
   });
-  return result.IsSuccess() ? Print(page) : StatusOf(result);
+  return result.IsSuccess() ? PrintPage(page) : result;
 }
 
-int Refuse(std::string const& reason) {
-  ReportProblem(reason);
+int Refuse(CommandLine const& line) {
+  if (line.advice.empty()) {
+    ReportProblem(line.problem);
+  } else {
+    ReportProblem(line.problem, line.advice);
+  }
   std::fputs(USAGE, stderr);
   return USAGE_STATUS;
 }
@@ -87,13 +83,16 @@ int main(int count, char** arguments) {
   std::setlocale(LC_ALL, "");
   VRELErrorTracker::Initialize();
   StandardErrorListener const listener;
-  std::vector<std::string> words(arguments + (count > 0 ? 1 : 0), arguments + count);
-  if (words.size() == 1) {
-    if (words[0] == "--help" || words[0] == "-help") return Print(HELP);
-    if (words[0] == "--version" || words[0] == "-version") return Print("brivet " BRIVET_VERSION "\n");
-    if (words[0].size() > 1 && words[0][0] == '-' && words[0] != "--") return Refuse("unknown option " + words[0]);
+  CommandLine const line = CommandLine::Read(count, arguments);
+  switch (line.action) {
+    case CommandLine::Summarise:
+      return StatusOf(Summarise(line.file));
+    case CommandLine::Help:
+      return StatusOf(PrintPage(HELP));
+    case CommandLine::Version:
+      return StatusOf(PrintPage("brivet " BRIVET_VERSION "\n"));
+    case CommandLine::Refuse:
+      break;
   }
-  if (!words.empty() && words[0] == "--") words.erase(words.begin());
-  if (words.size() != 1) return Refuse("expected one file, found " + std::to_string(words.size()) + " arguments");
-  return Summarise(words[0]);
+  return Refuse(line);
 }

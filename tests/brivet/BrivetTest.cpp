@@ -82,21 +82,21 @@ END-ISO-10303-21;
 
 constexpr char WASHER_PAGE[] =
     "FILE_DESCRIPTION\n"
-    "  description           Scheibe f\xC3\xBCr M8\n"
-    "  description           washer\n"
-    "  implementation_level  2;1\n"
+    "description              : Scheibe f\xC3\xBCr M8\n"
+    "description 2            : washer\n"
+    "implementation_level     : 2;1\n"
     "\n"
     "FILE_NAME\n"
-    "  name                  C:\\parts\\washer.stp\n"
-    "  time_stamp            2026-11-20T09:30:00\n"
-    "  author                J\xC3\xB6rg\n"
-    "  organization          (none)\n"
-    "  preprocessor_version  (unset)\n"
-    "  originating_system    drawn by 'hand'\n"
-    "  authorization         (empty)\n"
+    "File Name                : C:\\parts\\washer.stp\n"
+    "time_stamp               : 2026-11-20T09:30:00\n"
+    "Author                   : J\xC3\xB6rg\n"
+    "Organization             : (none)\n"
+    "preprocessor_version     : (unset)\n"
+    "originating_system       : drawn by 'hand'\n"
+    "authorization            : (empty)\n"
     "\n"
     "FILE_SCHEMA\n"
-    "  schema_identifiers    AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }\n"
+    "schema_identifiers       : AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }\n"
     "\n"
     "data sections              1\n"
     "entity instances           3\n"
@@ -143,12 +143,12 @@ TEST_F(BrivetTest, ReadsBytesBeyondAsciiAsUtf8OrByTheLocale) {
     Write("washer.stp", document);
     ChildResult const result = Brivet({"washer.stp"}, locale);
     EXPECT_EQ(result.exitStatus, 0);
-    std::size_t const at = result.output.find("  name ");
+    std::size_t const at = result.output.find("File Name ");
     return result.output.substr(at, result.output.find('\n', at) - at);
   };
-  EXPECT_EQ(nameLine("m\xC3\xBCller", "C"), "  name                  C:\\parts\\m\xC3\xBCller");
+  EXPECT_EQ(nameLine("m\xC3\xBCller", "C"), "File Name                : C:\\parts\\m\xC3\xBCller");
   // No UTF-8, and a locale that does not know the byte either.
-  EXPECT_EQ(nameLine("m\xFCller", "C.UTF-8"), "  name                  C:\\parts\\m\xEF\xBF\xBDller");
+  EXPECT_EQ(nameLine("m\xFCller", "C.UTF-8"), "File Name                : C:\\parts\\m\xEF\xBF\xBDller");
 }
 
 TEST_F(BrivetTest, SummarisesTheShippedDocument) {
@@ -156,10 +156,10 @@ TEST_F(BrivetTest, SummarisesTheShippedDocument) {
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "");
   for (char const* line : {
-           "\n  description           L bracket with two holes\n",
-           "\n  name                  bracket.stp\n",
-           "\n  author                \xE4\xBD\x90\xE8\x97\xA4 Yui\n",
-           "\n  schema_identifiers    AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }\n",
+           "\ndescription 2            : L bracket with two holes\n",
+           "\nFile Name                : bracket.stp\n",
+           "\nAuthor 2                 : \xE4\xBD\x90\xE8\x97\xA4 Yui\n",
+           "\nschema_identifiers       : AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }\n",
            "\nentity instances         232\n",
            "\n  complex                  5\n",
            "\nescaped strings           10\n",
@@ -265,15 +265,25 @@ TEST_F(BrivetTest, TellsWhenTheOutputCannotBeWritten) {
                 "standard output: expected a place to write to, found: Bad file descriptor");
 }
 
+// The system takes half a page, and refuses the rest only when it is asked again.
+TEST_F(BrivetTest, TakesHalfAPageForNoSuccess) {
+  ChildResult const result = Shell("trap '' XFSZ; ulimit -f 1; \"$b\" --help >page");
+  std::string const page = FileText(folder + "/page");
+  written.push_back("page");
+  EXPECT_GT(page.size(), 0U);
+  EXPECT_LT(page.size(), Brivet({"--help"}).output.size());
+  ExpectRefused(result, 15, "standard output: expected a place to write to, found: File too large");
+}
+
 TEST_F(BrivetTest, TeachesItsUse) {
-  for (char const* option : {"--help", "-help"}) {
+  for (char const* option : {"--help", "-help", "-h", "--he"}) {
     ChildResult const result = Brivet({option});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.output, StartsWith("brivet FILE\n"));
     EXPECT_THAT(result.output, HasSubstr("Exit status: 0 when all is well."));
     EXPECT_EQ(result.errors, "");
   }
-  for (char const* option : {"--version", "-version"}) {
+  for (char const* option : {"--version", "-version", "-v", "-vers"}) {
     ChildResult const result = Brivet({option});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.output, testing::MatchesRegex("brivet [0-9]+\\.[0-9]+\\.[0-9]+\n"));
@@ -285,11 +295,13 @@ TEST_F(BrivetTest, RefusesAWrongCommandLine) {
     std::vector<std::string> words;
     char const* reason;
   };
-  Row const rows[] = {{{}, "expected one file, found 0 arguments"},
-                      {{"a.stp", "b.stp"}, "expected one file, found 2 arguments"},
-                      {{"--"}, "expected one file, found 0 arguments"},
-                      {{"--help", "a.stp"}, "expected one file, found 2 arguments"},
-                      {{"--verbose"}, "unknown option --verbose"}};
+  Row const rows[] = {
+      {{}, "expected one file, found 0 arguments"},
+      {{"a.stp", "b.stp"}, "expected one file, found 2 arguments"},
+      {{"--"}, "expected one file, found 0 arguments"},
+      {{"--help", "a.stp"}, "expected one file, found 2 arguments"},
+      {{"--verbose"}, "unknown option --verbose: see brivet --help, or put -- in front of a file of this name"},
+      {{"part.stp", "-100%%"}, "unknown option -100%%: see brivet --help, or put -- in front of a file of this name"}};
   for (Row const& row : rows) {
     SCOPED_TRACE(row.reason);
     ChildResult const result = Brivet(row.words);

@@ -17,17 +17,56 @@ TEST(SummaryReportTest, ShowsEachTextOnALineOfItsOwn) {
   summary.complexInstances = 1;
   EXPECT_EQ(FormatSummary(summary),
             "FILE_NAME\n"
-            "  name                  part\n"
-            "  author                J\xC3\xB6rg\n"
-            "  author                (empty)\n"
-            "  organization          (none)\n"
-            "  preprocessor_version  (unset)\n"
+            "File Name                : part\n"
+            "Author                   : J\xC3\xB6rg\n"
+            "Author 2                 : (empty)\n"
+            "Organization             : (none)\n"
+            "preprocessor_version     : (unset)\n"
             "\n"
             "data sections              2\n"
             "entity instances     1200000\n"
             "  simple             1199999\n"
             "  complex                  1\n"
             "escaped strings            0\n");
+}
+
+// A parameter's name is in its row, whether the key is one of the common ones or the name itself.
+TEST(SummaryReportTest, ShowsEachParameterOfAFile) {
+  VRELString const text(L"\u30D6");
+  StepSummary summary;
+  summary.header = {
+      {"FILE_DESCRIPTION", 1, {{"description", true, {text, text, text}}, {"implementation_level", false, {}}}},
+      {"FILE_NAME",
+       2,
+       {{"name", true, {VRELString(L"a\nb")}},
+        {"time_stamp", false, {}},
+        {"author", false, {}},
+        {"organization", true, {text, text}},
+        {"preprocessor_version", false, {}},
+        {"originating_system", false, {}},
+        {"authorization", false, {}}}},
+      {"FILE_SCHEMA", 3, {{"schema_identifiers", true, {VRELString(L"100%d")}}}}};
+  std::string const page = FormatSummary(summary);
+  EXPECT_EQ(page.substr(0, page.find("data sections")),
+            "FILE_DESCRIPTION\n"
+            "description              : \xE3\x83\x96\n"
+            "description 2            : \xE3\x83\x96\n"
+            "description 3            : \xE3\x83\x96\n"
+            "implementation_level     : (unset)\n"
+            "\n"
+            "FILE_NAME\n"
+            "File Name                : a<U+000A>b\n"
+            "time_stamp               : (unset)\n"
+            "Author                   : (unset)\n"
+            "Organization             : \xE3\x83\x96\n"
+            "Organization 2           : \xE3\x83\x96\n"
+            "preprocessor_version     : (unset)\n"
+            "originating_system       : (unset)\n"
+            "authorization            : (unset)\n"
+            "\n"
+            "FILE_SCHEMA\n"
+            "schema_identifiers       : 100%d\n"
+            "\n");
 }
 
 TEST(SummaryReportTest, AlignsEscapedStrings) {
