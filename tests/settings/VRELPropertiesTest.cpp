@@ -3,19 +3,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
 #include <map>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "Gk_Source.h"
+#include "LocaleProcess.h"
+#include "StreamText.h"
+#include "TurkishLocale.h"
 #include "VRELPair.h"
+#include "VRELStreamFormatter.h"
+#include "VRELStringInputStream.h"
 #include "VirtualSlot.h"
 
 namespace {
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
-std::string TextOf(VRELProperties const& properties, VRELString const& key) {
+std::string ValueOf(VRELProperties const& properties, VRELString const& key) {
   VRELValue value(VRELString(L"untouched"));
   VRELString text(L"no text");
   VRINResult const result = properties.Get(key, value);
@@ -38,11 +45,36 @@ Pairs PairsOf(VRELProperties const& properties) {
   return pairs;
 }
 
+std::string Written(VRELProperties& properties) {
+  return TextOf([&](VRELOutputStream* stream) {
+    VRELStreamFormatter formatter(stream);
+    EXPECT_EQ(&(formatter << properties), &formatter);
+  });
+}
+
+// Reads the text with these delimiters in force.
+void Read(std::string const& text, VRELProperties& properties, char const* delimiters = "\r\n") {
+  VRELStringInputStream stream(Gk_String(text.c_str(), static_cast<int>(text.size()) + 1));
+  Gk_Source source(&stream);
+  source.setWhiteSpace(delimiters);
+  EXPECT_EQ(&(source >> properties), &source);
+  EXPECT_TRUE(source.isEmpty());
+}
+
+// The pairs that are read, sorted.
+Pairs PairsIn(std::string const& text, char const* delimiters = "\r\n") {
+  VRELProperties properties;
+  Read(text, properties, delimiters);
+  Pairs pairs = PairsOf(properties);
+  std::sort(pairs.begin(), pairs.end());
+  return pairs;
+}
+
 TEST(VRELPropertiesTest, IsEmptyAtFirst) {
   VRELProperties const properties;
   EXPECT_EQ(properties.GetCount(), 0);
   EXPECT_EQ(properties.GetReferenceCount(), 0U);
-  EXPECT_EQ(TextOf(properties, L"key"), "untouched");
+  EXPECT_EQ(ValueOf(properties, L"key"), "untouched");
 }
 
 TEST(VRELPropertiesTest, KeepsValuesOfEachKind) {
@@ -73,7 +105,7 @@ TEST(VRELPropertiesTest, SetReplacesTheValueOfAKey) {
   properties.Set(L"a", VRELValue(1));
   EXPECT_EQ(properties.Set(L"a", VRELValue(VRELString(L"two"))), VREL_S_OK);
   EXPECT_EQ(properties.GetCount(), 1);
-  EXPECT_EQ(TextOf(properties, L"a"), "two");
+  EXPECT_EQ(ValueOf(properties, L"a"), "two");
 }
 
 TEST(VRELPropertiesTest, ParsesKeyAndValue) {
@@ -93,7 +125,7 @@ TEST(VRELPropertiesTest, ParsesKeyAndValue) {
     VRELProperties properties;
     EXPECT_EQ(properties.Set(row.text), VREL_S_OK);
     EXPECT_EQ(properties.GetCount(), 1);
-    EXPECT_EQ(TextOf(properties, row.key), row.value);
+    EXPECT_EQ(ValueOf(properties, row.key), row.value);
     VRELValue value;
     VRELValue::VRELValueType kind = VRELValue::UnknownType;
     properties.Get(row.key, value);
@@ -132,8 +164,8 @@ TEST(VRELPropertiesTest, SpellingsThatDifferInCaseAreTwoKeys) {
   // Whether two spellings meet goes by the hash: in 17 buckets these stand apart.
   ASSERT_NE(VRELString(L"abc").hashCode() % 17, VRELString(L"ABC").hashCode() % 17);
   EXPECT_EQ(properties.GetCount(), 2);
-  EXPECT_EQ(TextOf(properties, L"abc"), "1");
-  EXPECT_EQ(TextOf(properties, L"ABC"), "2");
+  EXPECT_EQ(ValueOf(properties, L"abc"), "1");
+  EXPECT_EQ(ValueOf(properties, L"ABC"), "2");
 }
 
 TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
@@ -149,7 +181,7 @@ TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
   properties.Set(lower.c_str(), VRELValue(1));
   properties.Set(upper.c_str(), VRELValue(2));
   EXPECT_EQ(properties.GetCount(), 1);
-  EXPECT_EQ(TextOf(properties, lower.c_str()), "2");
+  EXPECT_EQ(ValueOf(properties, lower.c_str()), "2");
 }
 
 TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
@@ -211,7 +243,7 @@ TEST(VRELPropertiesTest, ACopySharesThePairsSoFar) {
   properties.Set(L"a=b");
   VRELProperties const copy(properties);
   EXPECT_EQ(copy.GetCount(), 1);
-  EXPECT_EQ(TextOf(copy, L"a"), "b");
+  EXPECT_EQ(ValueOf(copy, L"a"), "b");
 }
 
 TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
@@ -225,6 +257,220 @@ TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
   EXPECT_EQ(SlotOf(static_cast<TextSet>(&VRELProperties::Set)), first + 2);
   EXPECT_EQ(SlotOf(&VRELProperties::GetCount), first + 3);
   EXPECT_EQ(SlotOf(static_cast<IndexGet>(&VRELProperties::Get)), first + 4);
+}
+
+TEST(VRELPropertiesTest, IsWrittenSorted) {
+  VRELProperties properties;
+  EXPECT_EQ(Written(properties), "");
+  for (wchar_t const* text : {L"pear=1", L"apple=2", L"Zebra=3", L"apples= 4 ", L"app=", L"10=5", L"9=a=b"}) {
+    properties.Set(text);
+  }
+  EXPECT_EQ(Written(properties), "10=5\n9=a=b\nZebra=3\napp=\napple=2\napples= 4 \npear=1\n");
+}
+
+TEST(VRELPropertiesTest, IsWrittenSortedByCodePoints) {
+  VRELProperties properties;
+  // By units, the second would come first. No ASCII text stands for either.
+  properties.Set(L"\uFF21", VRELValue(1));
+  properties.Set(L"\U0001F600", VRELValue(2));
+  EXPECT_EQ(Written(properties), "\x1A=1\n\x1A=2\n");
+}
+
+TEST(VRELPropertiesTest, ValuesAreWrittenByKind) {
+  VRELProperties properties;
+  properties.Set(L"a", VRELValue(-2.5));
+  properties.Set(L"b", VRELValue(-7));
+  properties.Set(L"c", VRELValue(true));
+  properties.Set(L"d", VRELValue(false));
+  properties.Set(L"e", VRELValue(VRELString(L"text")));
+  properties.Set(L"f", VRELValue());
+  EXPECT_EQ(Written(properties), "a=-2.500000\nb=-7\nc=1\nd=0\ne=text\nf=\n");
+}
+
+TEST(VRELPropertiesTest, EmptyKeyIsNotWritten) {
+  VRELProperties properties;
+  properties.Set(VRELString(), VRELValue(1));
+  properties.Set(L"a=b");
+  EXPECT_EQ(Written(properties), "a=b\n");
+}
+
+TEST(VRELPropertiesTest, LineEndIsTheFormatters) {
+  class Stop : public VRELStreamFormatter::VRELStreamFormatterObject {
+   public:
+    Stop() : VRELStreamFormatterObject(" | ") {}
+  };
+  VRELProperties properties;
+  properties.Set(L"a=1");
+  properties.Set(L"b", VRELValue(2.0));
+  EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
+              VRELStreamFormatter formatter(stream);
+              formatter.endline() = VRELStreamFormatter::VRELStreamFormatterObjectHandle(new Stop);
+              formatter.setDoubleFormat("%.1f", false, 0);
+              formatter << properties << "end";
+            }),
+            "a=1 | b=2.0 | end");
+}
+
+TEST(VRELPropertiesTest, IsWrittenToNoStream) {
+  VRELProperties properties;
+  properties.Set(L"a=b");
+  VRELStreamFormatter formatter(nullptr);
+  formatter << properties;
+  EXPECT_EQ(properties.GetCount(), 1);
+}
+
+TEST(VRELPropertiesTest, IsWrittenByTheVirtualOperations) {
+  class Counting : public VRELProperties {
+   public:
+    VRINResult Get(VRELString const& key, VRELValue& value) const override {
+      value = VRELValue(VRELString(L"value of ") + key);
+      return VREL_S_OK;
+    }
+    int GetCount() const override { return 5; }
+    VRINResult Get(int index, VRELString& key, VRELValue&) const override {
+      key = VRELString('e' - index);
+      return index == 2 ? VREL_E_FAIL : VREL_S_OK;
+    }
+  };
+  Counting properties;
+  EXPECT_EQ(Written(properties), "a=value of a\nb=value of b\nd=value of d\ne=value of e\n");
+}
+
+TEST(VRELPropertiesTest, ValueThatCannotBeHadIsWrittenAsNothing) {
+  class Withholding : public VRELProperties {
+   public:
+    using VRELProperties::Get;
+    VRINResult Get(VRELString const& key, VRELValue& value) const override {
+      return key.length() == 2 ? VRINResult(VREL_E_FAIL) : VRELProperties::Get(key, value);
+    }
+  };
+  Withholding properties;
+  for (wchar_t const* text : {L"a=1", L"aa=2", L"b=3"}) properties.Set(text);
+  EXPECT_EQ(Written(properties), "a=1\naa=\nb=3\n");
+}
+
+TEST(VRELPropertiesTest, NumbersAreWrittenWithoutTheLocale) {
+  ChildResult const child = RunInTurkishLocale([] {
+    VRELProperties properties;
+    properties.Set(L"a", VRELValue(1.5));
+    properties.Set(L"b", VRELValue(2.5));
+    if (std::localeconv()->decimal_point != std::string(",")) return 2;
+    if (Written(properties) != "a=1.500000\nb=2.500000\n") return 3;
+    // Behind it the locale is as before.
+    return std::localeconv()->decimal_point == std::string(",") ? 0 : 4;
+  });
+  if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "localedef cannot make tr_TR.UTF-8 here";
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
+}
+
+TEST(VRELPropertiesTest, ReadsLines) {
+  struct Row {
+    char const* text;
+    Pairs pairs;
+  };
+  Row const rows[] = {
+      {"", {}},
+      {"\n\r\n\r", {}},
+      {"a=b", {{"a", "b"}}},
+      {"a=b\n", {{"a", "b"}}},
+      {"\r\n\r\na=b\r\n\r\n\nc=d\r", {{"a", "b"}, {"c", "d"}}},
+      {" a = b \n\tc=\t", {{"\tc", "\t"}, {" a ", " b "}}},
+      // Without a mark, or with several.
+      {"a\nb=1\nc=2=3\nd==\n==\n \n", {{"b", "1"}}},
+      // An empty value, and an empty key, which the text form of Set refuses.
+      {"a=\n=b\n", {{"", "b"}, {"a", ""}}},
+      {"=\n", {{"", ""}}},
+      // The last one counts.
+      {"a=1\na=2\n", {{"a", "2"}}},
+      {"# a=1\n[b]=2", {{"# a", "1"}, {"[b]", "2"}}},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.text);
+    EXPECT_EQ(PairsIn(row.text), row.pairs);
+  }
+}
+
+TEST(VRELPropertiesTest, LineEndsAtAZeroByte) {
+  EXPECT_EQ(PairsIn(std::string("a=b\0=c\nd=e", 11)), (Pairs{{"a", "b"}, {"d", "e"}}));
+}
+
+TEST(VRELPropertiesTest, DelimitersOfBeforeAreSkippedInFront) {
+  EXPECT_EQ(PairsIn("  a=1\n  b=2", " "), (Pairs{{"  b", "2"}, {"a", "1"}}));
+  // Where the ends of lines were none, the first of them belongs to the first line.
+  EXPECT_EQ(PairsIn("\na=1\nb=2", ""), (Pairs{{"\na", "1"}, {"b", "2"}}));
+  EXPECT_EQ(PairsIn("xxxx", "x"), Pairs());
+}
+
+TEST(VRELPropertiesTest, ReadingLeavesTheEndsOfLinesAsDelimiters) {
+  VRELProperties properties;
+  VRELStringInputStream stream(Gk_String("a=1"));
+  Gk_Source source(&stream);
+  source.setWhiteSpace(" ");
+  source >> properties;
+  EXPECT_TRUE(source.setWhiteSpace("").isSpace('\r'));
+  // Nothing is set where nothing is read.
+  source.setWhiteSpace(" ");
+  source >> properties;
+  EXPECT_TRUE(source.setWhiteSpace("").isSpace(' '));
+}
+
+TEST(VRELPropertiesTest, WhatIsReadIsTextAndGoesThroughTheVirtualSet) {
+  class Recording : public VRELProperties {
+   public:
+    using VRELProperties::Set;
+    VRINResult Set(VRELString const& key, VRELValue const& value) override {
+      VRELValue::VRELValueType kind = VRELValue::UnknownType;
+      value.GetValueType(kind);
+      seen += key.toUtf8() + ":" + VRELValue::VRELValueTypeNames[kind] + " ";
+      return VREL_E_FAIL;
+    }
+    std::string seen;
+  };
+  Recording properties;
+  Read("b=1\na=true\nc\n", properties);
+  EXPECT_EQ(properties.seen, "b:string a:string ");
+}
+
+TEST(VRELPropertiesTest, LinesAreInTheDefaultCodepage) {
+  RunTestInLocale("C.UTF-8", [] {
+    EXPECT_EQ(PairsIn("\xC3\x96=\xE4\xB8\xAD\n"), (Pairs{{"\xC3\x96", "\xE4\xB8\xAD"}}));
+    EXPECT_EQ(PairsIn("a=\xFF\n"), (Pairs{{"a", "\xEF\xBF\xBD"}}));
+  });
+}
+
+TEST(VRELPropertiesTest, StreamThatTellsOfMoreThanItHasEnds) {
+  class Lying : public VRELInputStream {
+   public:
+    VRELInputStream* duplicate() override { return nullptr; }
+    int read(char*, int) override { return 0; }
+    long available() const override { return 1; }
+  };
+  Lying stream;
+  Gk_Source source(&stream);
+  VRELProperties properties;
+  source >> properties;
+  EXPECT_EQ(properties.GetCount(), 0);
+  Gk_Source nothing(nullptr);
+  nothing >> properties;
+  EXPECT_EQ(properties.GetCount(), 0);
+}
+
+TEST(VRELPropertiesTest, WhatIsWrittenIsReadBack) {
+  std::mt19937 random(2280);
+  for (int run = 0; run < 50; ++run) {
+    std::map<std::string, std::string> model;
+    VRELProperties properties;
+    for (unsigned int count = random() % 60; count > 0; --count) {
+      std::string const key = std::to_string(random() % 1000);
+      std::string const value = std::to_string(random());
+      model[key] = value;
+      properties.Set(VRELString(key), VRELValue(VRELString(value)));
+    }
+    std::string expected;
+    for (auto const& [key, value] : model) expected += key + "=" + value + "\n";
+    EXPECT_EQ(Written(properties), expected);
+    EXPECT_EQ(PairsIn(expected), Pairs(model.begin(), model.end()));
+  }
 }
 
 }  // namespace

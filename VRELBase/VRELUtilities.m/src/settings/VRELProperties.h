@@ -8,6 +8,9 @@
 #include "VRELValue.h"
 #include "VRINResult.h"
 
+class Gk_Source;
+class VRELStreamFormatter;
+
 // A map of texts to values. A pair can be set from the text "key=value", and then its value is of kind text.
 //
 //   VRELProperties properties;
@@ -37,3 +40,13 @@ class VREL_EXPORT VRELProperties : public VRELReferenceCount {
  private:
   VRELHashMap<VRELString, VRELValue> values;
 };
+
+// Writes a line "key=value" for each key that is not empty, sorted by code points, the numbers with "." as the decimal
+// mark. The keys and their values come from the virtual Get of either kind.
+VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELProperties& properties);
+
+// Reads lines "key=value" to the end of the source, and sets each pair, with a value of kind text, by the virtual Set.
+// Lines are in the process's default codepage. It is promised that a line without "=", or with more than one, is
+// dropped without a word, that in front of the first line the delimiters of before are skipped and not the ends of
+// lines, and that the source then keeps these as its delimiters.
+VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, VRELProperties& properties);
