@@ -6,6 +6,8 @@
 #include <random>
 #include <vector>
 
+#include "VirtualSlot.h"
+
 namespace {
 
 int values[4];
@@ -17,6 +19,13 @@ TEST(VRELStackTest, StartsEmpty) {
   EXPECT_EQ(stack.GetTop(), nullptr);
   EXPECT_EQ(stack.Pop(), nullptr);
   EXPECT_EQ(stack.Size(), 0);
+}
+
+TEST(VRELStackTest, VirtualOperationsKeepTheirSlots) {
+  EXPECT_EQ(SlotOf(&VRELStack::Size), 0U);
+  EXPECT_EQ(SlotOf(&VRELStack::Push), 1U);
+  EXPECT_EQ(SlotOf(&VRELStack::Pop), 2U);
+  EXPECT_EQ(SlotOf(&VRELStack::GetTop), 3U);
 }
 
 TEST(VRELStackTest, GivesTheLastFirst) {

@@ -10,6 +10,7 @@
 
 #include "StreamText.h"
 #include "VRELStreamFormatter.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -67,6 +68,23 @@ TEST(VRELFileHeaderTest, StartsWithOneEmptyModel) {
   EXPECT_EQ(header.Get(0, key, value), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(Narrow(key), "untouched");
   EXPECT_TRUE(value == VRELValue(7));
+}
+
+TEST(VRELFileHeaderTest, VirtualOperationsKeepTheirSlots) {
+  using GetValue = VRINResult (VRELFileHeader::*)(VRELString const&, VRELValue&) const;
+  using GetText = VRINResult (VRELFileHeader::*)(VRELString const&, VRELString&) const;
+  using GetRow = VRINResult (VRELFileHeader::*)(int, VRELString&, VRELValue&) const;
+  using SetValue = VRINResult (VRELFileHeader::*)(VRELString const&, VRELValue const&);
+  using SetText = VRINResult (VRELFileHeader::*)(VRELString const&, VRELString const&);
+  EXPECT_EQ(SlotOf(&VRELFileHeader::GetModelsCount), 0U);
+  EXPECT_EQ(SlotOf(&VRELFileHeader::SelectModel), 1U);
+  EXPECT_EQ(SlotOf(static_cast<GetValue>(&VRELFileHeader::Get)), 2U);
+  EXPECT_EQ(SlotOf(static_cast<GetText>(&VRELFileHeader::Get)), 3U);
+  EXPECT_EQ(SlotOf(static_cast<SetValue>(&VRELFileHeader::Set)), 4U);
+  EXPECT_EQ(SlotOf(static_cast<SetText>(&VRELFileHeader::Set)), 5U);
+  EXPECT_EQ(SlotOf(&VRELFileHeader::AddSection), 6U);
+  EXPECT_EQ(SlotOf(&VRELFileHeader::GetCount), 7U);
+  EXPECT_EQ(SlotOf(static_cast<GetRow>(&VRELFileHeader::Get)), 8U);
 }
 
 TEST(VRELFileHeaderTest, GivesBackWhatWasSet) {

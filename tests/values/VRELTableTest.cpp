@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "VRELReferenceHandle.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -63,6 +64,17 @@ TEST(VRELTableTest, StartsEmpty) {
   EXPECT_EQ(table.Get(0, &value, nullptr), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(table.Get(&value, nullptr), VREL_E_FAIL);
   EXPECT_TRUE(value == VRELValue(7));
+}
+
+TEST(VRELTableTest, VirtualOperationsKeepTheirSlots) {
+  using ByKey = VRINResult (VRELTable::*)(VRELValue*, ...) const;
+  using ByRow = VRINResult (VRELTable::*)(int, VRELValue*, ...) const;
+  // Behind both destructors and the three operations of the counted base.
+  EXPECT_EQ(SlotOf(&VRELTable::Add), 5U);
+  EXPECT_EQ(SlotOf(&VRELTable::Set), 6U);
+  EXPECT_EQ(SlotOf(static_cast<ByKey>(&VRELTable::Get)), 7U);
+  EXPECT_EQ(SlotOf(&VRELTable::GetRowsCount), 8U);
+  EXPECT_EQ(SlotOf(static_cast<ByRow>(&VRELTable::Get)), 9U);
 }
 
 TEST(VRELTableTest, AddAppendsARow) {
