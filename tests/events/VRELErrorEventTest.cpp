@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingListener.h"
+#include "StreamText.h"
 
 namespace {
 
@@ -69,6 +70,23 @@ TEST(VRELErrorEventTest, ListMadeEventOfAnEmptyTextKeepsTheCommonFailure) {
   Watcher const listener;
   VRELErrorEvent::Fire("%s", "");
   EXPECT_EQ(listener.error, &VRELError::FAIL_ERROR);
+}
+
+// Without a text the error speaks for itself, by its own operation.
+TEST(VRELErrorEventTest, WritesItsErrorWithoutText) {
+  struct Speaking : VRELError {
+    void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("spoken", 6); }
+  };
+  auto const description = [](VRELErrorEvent event) {
+    return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
+  };
+  Speaking speaking;
+  VRELError described(5, VRELString(L"no such face"));
+  VRELError quiet(0, VRELString(L"no such face"));
+  EXPECT_EQ(description(VRELErrorEvent("%s", "")), "Error 16777217\n");
+  EXPECT_EQ(description(VRELErrorEvent(described)), "Error Description : no such face\n");
+  EXPECT_EQ(description(VRELErrorEvent(quiet)), "");
+  EXPECT_EQ(description(VRELErrorEvent(speaking)), "spoken");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "RecordingListener.h"
+#include "StreamText.h"
 
 namespace {
 
@@ -101,6 +102,28 @@ TEST(VRELErrorTest, HoldsItsFieldsAndNothingElse) {
     int sourceLine;
   };
   EXPECT_EQ(sizeof(VRELError), sizeof(Fields));
+}
+
+std::string Description(VRELError error) {
+  return TextOf([&](VRELOutputStream* stream) { error.GetFormattedDescription(stream); });
+}
+
+TEST(VRELErrorTest, WritesItsDescription) {
+  EXPECT_EQ(Description(VRELError(5, VRELString(L"no such face"))), "Error Description : no such face\n");
+  EXPECT_EQ(Description(VRELError(-1, VRELString(L" "))), "Error Description :  \n");
+}
+
+TEST(VRELErrorTest, WritesItsTypeWithoutDescription) {
+  EXPECT_EQ(Description(VRELError(5)), "Error 5\n");
+  EXPECT_EQ(Description(VRELError(VREL_E_FAIL)), "Error 16777217\n");
+  EXPECT_EQ(Description(VRELError(-7)), "Error -7\n");
+  // An int shows it.
+  EXPECT_EQ(Description(VRELError(0x100000003)), "Error 3\n");
+}
+
+TEST(VRELErrorTest, WritesNothingOfType0) {
+  EXPECT_EQ(Description(VRELError(0)), "");
+  EXPECT_EQ(Description(VRELError(0, VRELString(L"no such face"))), "");
 }
 
 }  // namespace

@@ -8,12 +8,18 @@
 #include <type_traits>
 
 #include "RecordingListener.h"
+#include "StreamText.h"
 #include "VRELAssertEvent.h"
+#include "VRELDebug.h"
 #include "VRELDebugEvent.h"
 #include "VRELErrorEvent.h"
+#include "VRELInfo.h"
 #include "VRELMessageEvent.h"
+#include "VRELTest.h"
 #include "VRELTestEvent.h"
+#include "VRELVerbose.h"
 #include "VRELVerboseEvent.h"
+#include "VRELWarning.h"
 #include "VRELWarningEvent.h"
 
 namespace {
@@ -175,6 +181,86 @@ TEST(VRELTextEventTest, MessageIsTheOnlyFieldAdded) {
   EXPECT_EQ(sizeof(VRELAssertEvent), sizeof(VRELEvent) + sizeof(char*));
   EXPECT_EQ(sizeof(VRELErrorEvent), sizeof(VRELEvent) + sizeof(char*) + sizeof(VRELError*));
   EXPECT_FALSE(std::is_copy_assignable_v<VRELWarningEvent>);
+}
+
+template <class Event>
+std::string Description(Event event) {
+  return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
+}
+
+TEST(VRELTextEventTest, WritesItsLine) {
+  EXPECT_EQ(Description(VRELErrorEvent("%s", "text")), "Error : text\n");
+  EXPECT_EQ(Description(VRELWarningEvent("%s", "text")), "Warning : text\n");
+  EXPECT_EQ(Description(VRELMessageEvent("%s", "text")), "Message : text\n");
+  EXPECT_EQ(Description(VRELMessageEvent("text", false)), "text\n");
+  EXPECT_EQ(Description(VRELMessageEvent("text", true)), "Message : text\n");
+  EXPECT_EQ(Description(VRELVerboseEvent("%s", "text")), "text\n");
+  EXPECT_EQ(Description(VRELTestEvent("%s", "text")), "text\n");
+  EXPECT_EQ(Description(VRELDebugEvent("%s", "text")), "text\n");
+  EXPECT_EQ(Description(VRELAssertEvent("%s", "text")), "Assert : text\n");
+}
+
+TEST(VRELTextEventTest, WritesThePrefixAloneWithoutText) {
+  EXPECT_EQ(Description(VRELWarningEvent("%s", "")), "Warning : \n");
+  EXPECT_EQ(Description(VRELMessageEvent("%s", "")), "Message : \n");
+  EXPECT_EQ(Description(VRELMessageEvent("", false)), "\n");
+  EXPECT_EQ(Description(VRELVerboseEvent("%s", "")), "\n");
+  EXPECT_EQ(Description(VRELTestEvent("%s", "")), "\n");
+  EXPECT_EQ(Description(VRELDebugEvent("%s", "")), "\n");
+  EXPECT_EQ(Description(VRELAssertEvent("%s", "")), "Assert : \n");
+}
+
+TEST(VRELTextEventTest, LeavesAnEmptyLineBehindALineFeed) {
+  EXPECT_EQ(Description(VRELWarningEvent("%s", "text\n")), "Warning : text\n\n");
+}
+
+// A percent sign is text by then, and so is every other byte.
+TEST(VRELTextEventTest, WritesTextAsItIs) {
+  EXPECT_EQ(Description(VRELDebugEvent("%s", "100%d \xC3\x96")), "100%d \xC3\x96\n");
+  EXPECT_EQ(Description(VRELWarningEvent("%s", std::string(1023, 'x').c_str())),
+            "Warning : " + std::string(1023, 'x') + "\n");
+}
+
+TEST(VRELTextEventTest, WritesNothingWithoutStream) {
+  VRELWarningEvent warning("text");
+  warning.GetFormattedDescription(nullptr);
+  VRELErrorEvent error("%s", "");
+  error.GetFormattedDescription(nullptr);
+}
+
+// Gathers what a log would hold.
+class WritingListener : public VRELEventListener {
+ public:
+  WritingListener() { VRELEventBus::GetEventBus()->AddListener(this); }
+  ~WritingListener() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
+  void HandleEvent(VRELEvent& event) override { event.GetFormattedDescription(&stream); }
+
+  VRELStringOutputStream stream;
+};
+
+TEST(VRELTextEventTest, ALoggerWritesPrefixIndentationAndText) {
+  WritingListener listener;
+  VRELInfo::Tab();
+  VRELInfo::Tab();
+  VRELInfo::Printf("x\n");
+  VRELInfo::PrintfAsItIs("x");
+  VRELInfo::NoTabPrintf("y");
+  VRELInfo::Untab();
+  VRELInfo::Untab();
+  VRELWarning::Printf("a");
+  VRELVerbose::Printf("b");
+  VRELTest::Printf("c");
+  VRELDebug::NoTabPrintf("d");
+  VRELVerboseEvent::Fire("e");
+  EXPECT_EQ(TakeText(listener.stream),
+            "Message :       x\n\n"
+            "      x\n"
+            "Message : y\n"
+            "Warning : a\n"
+            "Message : b\n"
+            "c\n"
+            "d\n"
+            "e\n");
 }
 
 }  // namespace

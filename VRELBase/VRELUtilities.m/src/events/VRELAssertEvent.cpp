@@ -9,3 +9,7 @@ VRELAssertEvent::VRELAssertEvent(char const* format, ...) : VRELTextEventOf("VRE
 
 VRELAssertEvent::VRELAssertEvent(va_list arguments, char const* format)
     : VRELTextEventOf("VRELAssertEvent", VREL_LEVEL_VERBOSE, format, arguments) {}
+
+void VRELAssertEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, "Assert : ");
+}

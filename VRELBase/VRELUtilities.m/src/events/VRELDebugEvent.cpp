@@ -9,3 +9,7 @@ VRELDebugEvent::VRELDebugEvent(char const* format, ...) : VRELTextEventOf("VRELD
 
 VRELDebugEvent::VRELDebugEvent(va_list arguments, char const* format)
     : VRELTextEventOf("VRELDebugEvent", VREL_LEVEL_DEBUG, format, arguments) {}
+
+void VRELDebugEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, "");
+}

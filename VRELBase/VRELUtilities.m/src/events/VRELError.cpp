@@ -5,6 +5,7 @@
 #include "VRELChannelLine.h"
 #include "VRELErrorEvent.h"
 #include "VRELErrorTracker.h"
+#include "VRELStreamFormatter.h"
 
 VRELError::VRELError() : VRELError(VREL_UNDETERMINED) {}
 
@@ -26,6 +27,17 @@ VRINResult VRELError::SetDescription(VRELString& text) {
 VRINResult VRELError::GetDescription(VRELString& text) {
   text = description;
   return VREL_S_OK;
+}
+
+void VRELError::GetFormattedDescription(VRELOutputStream* stream) {
+  if (type == 0) return;
+  VRELStreamFormatter formatter(stream);
+  if (description.length() > 0) {
+    formatter << "Error Description : " << description;
+  } else {
+    formatter << "Error " << static_cast<int>(type);
+  }
+  formatter << formatter.endline();
 }
 
 void VRELError::SetSourceFileInfo(char const* file, int line) {

@@ -6,6 +6,8 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
+class VRELOutputStream;
+
 // A plain value: what failed, in words and as a code, and where it was raised.
 class VREL_EXPORT VRELError {
  public:
@@ -21,6 +23,10 @@ class VREL_EXPORT VRELError {
   // Always VREL_S_OK.
   virtual VRINResult SetDescription(VRELString& description);
   virtual VRINResult GetDescription(VRELString& description);
+
+  // Writes "Error Description : ", the description and a line end; without a description "Error ", the low 32 bits of
+  // the type in decimal, and a line end. Nothing where the type is 0.
+  virtual void GetFormattedDescription(VRELOutputStream* stream);
 
   long GetErrorType() const noexcept { return type; }
 

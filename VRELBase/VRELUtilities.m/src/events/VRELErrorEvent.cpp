@@ -14,6 +14,14 @@ VRELErrorEvent::VRELErrorEvent(va_list arguments, char const* format)
 VRELErrorEvent::VRELErrorEvent(VRELError& error)
     : VRELTextEventOf("VRELErrorEvent", VREL_LEVEL_ERROR), failure(&error) {}
 
+void VRELErrorEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  if (GetMessage() != nullptr) {
+    WriteLine(stream, "Error : ");
+  } else {
+    failure->GetFormattedDescription(stream);
+  }
+}
+
 VRELError* VRELErrorEvent::GetError() {
   return failure;
 }

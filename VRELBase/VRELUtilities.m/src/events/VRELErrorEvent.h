@@ -12,6 +12,9 @@ class VREL_EXPORT VRELErrorEvent : public VRELTextEventOf<VRELErrorEvent> {
   // Level ERROR, without a text. The error is not owned and must outlive the event and its copies.
   explicit VRELErrorEvent(VRELError& error);
 
+  // "Error : ", the text and a line end; without a text what the error writes of itself.
+  void GetFormattedDescription(VRELOutputStream* stream) override;
+
   // What failed; not owned.
   virtual VRELError* GetError();
 

@@ -18,3 +18,7 @@ VRELMessageEvent::VRELMessageEvent(Prefix prefix, char const* format, ...)
   SetMessage(format, arguments);
   va_end(arguments);
 }
+
+void VRELMessageEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, prefixed ? "Message : " : "");
+}

@@ -17,6 +17,9 @@ class VREL_EXPORT VRELMessageEvent : public VRELTextEventOf<VRELMessageEvent> {
   VRELMessageEvent(char const* format, Flag withPrefix, Arguments... arguments)
       : VRELMessageEvent(Prefix{withPrefix}, format, arguments...) {}
 
+  // "Message : " if it is prefixed, the text and a line end.
+  void GetFormattedDescription(VRELOutputStream* stream) override;
+
   // Whether a log writes "Message : " in front of the text.
   bool IsPrefixed() const noexcept { return prefixed; }
 

@@ -9,3 +9,7 @@ VRELTestEvent::VRELTestEvent(char const* format, ...) : VRELTextEventOf("VRELTes
 
 VRELTestEvent::VRELTestEvent(va_list arguments, char const* format)
     : VRELTextEventOf("VRELTestEvent", VREL_LEVEL_TEST, format, arguments) {}
+
+void VRELTestEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, "");
+}

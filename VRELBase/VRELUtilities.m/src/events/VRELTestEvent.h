@@ -9,4 +9,7 @@ class VREL_EXPORT VRELTestEvent : public VRELTextEventOf<VRELTestEvent> {
   explicit VRELTestEvent(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
   // Level TEST.
   VRELTestEvent(va_list arguments, char const* format);
+
+  // The text and a line end.
+  void GetFormattedDescription(VRELOutputStream* stream) override;
 };

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "VRELStreamFormatter.h"
 #include "VRELTextCopy.h"
 
 VRELTextEvent::VRELTextEvent(char const* name, VRELEventLevel level) : VRELEvent(name, level), message(nullptr) {}
@@ -38,4 +39,9 @@ void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximu
     message[size] = '\0';
   }
   va_end(again);
+}
+
+void VRELTextEvent::WriteLine(VRELOutputStream* stream, char const* prefix) const {
+  VRELStreamFormatter formatter(stream);
+  formatter << prefix << message << formatter.endline();
 }

@@ -9,3 +9,7 @@ VRELVerboseEvent::VRELVerboseEvent(char const* format, ...) : VRELTextEventOf("V
 
 VRELVerboseEvent::VRELVerboseEvent(va_list arguments, char const* format)
     : VRELTextEventOf("VRELVerboseEvent", VREL_LEVEL_VERBOSE, format, arguments) {}
+
+void VRELVerboseEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, "");
+}

@@ -13,6 +13,10 @@ VRELWarningEvent::VRELWarningEvent(va_list arguments, char const* format)
 VRELWarningEvent::VRELWarningEvent(va_list arguments, char const* format, int size)
     : VRELTextEventOf("VRELWarningEvent", VREL_LEVEL_INFO, format, arguments, size) {}
 
+void VRELWarningEvent::GetFormattedDescription(VRELOutputStream* stream) {
+  WriteLine(stream, "Warning : ");
+}
+
 void VRELWarningEvent::Fire(int size, char const* format, ...) {
   if (format == nullptr) return;
   va_list arguments;

@@ -13,6 +13,9 @@ class VREL_EXPORT VRELWarningEvent : public VRELTextEventOf<VRELWarningEvent> {
   // Level INFO, for a text of up to `size` bytes in place of the usual limit. A size below 1 gives no text.
   VRELWarningEvent(va_list arguments, char const* format, int size);
 
+  // "Warning : ", the text and a line end.
+  void GetFormattedDescription(VRELOutputStream* stream) override;
+
   using VRELTextEventOf::Fire;
   // Sends a text of up to `size` bytes. A null format sends nothing.
   static void Fire(int size, char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
