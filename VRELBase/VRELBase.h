@@ -123,6 +123,9 @@
 #include "VRELEnvironment.h"
 #include "VRELProperties.h"
 
+// Logging.
+#include "VRELTrace.h"
+
 // Units.
 #include "Gk_Unit.h"
 #include "VRELUnit.h"

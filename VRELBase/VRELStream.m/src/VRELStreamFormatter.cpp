@@ -46,12 +46,13 @@ char const* DecimalPoint() noexcept {
 
 // Takes ASCII units as bytes; false, and the bytes are good for nothing, if there is any other unit or a zero.
 bool NarrowAscii(std::u16string_view text, char* bytes) noexcept {
-  bool isOther = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    isOther |= static_cast<std::uint16_t>(text[i] - 1) > 0x7E;
-    bytes[i] = static_cast<char>(text[i]);
+  unsigned int seen = 0;
+  for (char16_t const unit : text) {
+    // Less 1, a zero has high bits too.
+    seen |= static_cast<unsigned int>(unit) | (static_cast<unsigned int>(unit) - 1);
+    *bytes++ = static_cast<char>(unit);
   }
-  return !isOther;
+  return seen < 0x80;
 }
 
 // Writes a text of which it is not sure that a zero byte follows.
@@ -296,57 +297,6 @@ void VRELStreamFormatter::VRELStreamFormatterSpace::dump(VRELStreamFormatter& fo
 
 void VRELStreamFormatter::VRELStreamFormatterEndline::dump(VRELStreamFormatter& formatter) const {
   formatter << "\n";
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, int value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned int value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, long value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned long value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, double value) {
-  formatter.dump(value);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char const* text) {
-  formatter.dump(text);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter,
-                                VRELStreamFormatter::VRELStreamFormatterObject const* object) {
-  formatter.dump(object);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELString const& text) {
-  formatter.dump(text);
-  return formatter;
-}
-
-VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELValue const& value) {
-  formatter.dump(value);
-  return formatter;
 }
 
 VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, Gk_String const& text) {

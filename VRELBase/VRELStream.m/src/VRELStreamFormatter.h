@@ -204,17 +204,47 @@ class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterEndline : public VRELS
 };
 
 // Each calls the dump of its type, through the virtual table.
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, int value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned int value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, long value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned long value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, double value);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char const* text);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter,
-                                            VRELStreamFormatter::VRELStreamFormatterObject const* object);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELString const& text);
-VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELValue const& value);
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, int value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned int value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, long value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, unsigned long value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, double value) {
+  formatter.dump(value);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char const* text) {
+  formatter.dump(text);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter,
+                                       VRELStreamFormatter::VRELStreamFormatterObject const* object) {
+  formatter.dump(object);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELString const& text) {
+  formatter.dump(text);
+  return formatter;
+}
+inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELValue const& value) {
+  formatter.dump(value);
+  return formatter;
+}
 // An address is written by dump, or by define and refer; it must not pass for a boolean value.
 VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, void const* address) = delete;
 
