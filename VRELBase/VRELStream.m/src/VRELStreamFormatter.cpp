@@ -152,9 +152,9 @@ void VRELStreamFormatter::dump(VRELStreamFormatterObject const* object) {
 }
 
 void VRELStreamFormatter::dump(VRELString const& text) {
-  if (output == nullptr || text.length() <= 0) return;
-  char bytes[256];
   std::u16string_view const units = text.view();
+  if (output == nullptr || units.empty()) return;
+  char bytes[256];
   if (units.size() <= sizeof bytes && NarrowAscii(units, bytes)) {
     output->write(bytes, static_cast<int>(units.size()));
   } else {
