@@ -4,6 +4,7 @@
 
 #include "RecordingListener.h"
 #include "StreamText.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -87,6 +88,10 @@ TEST(VRELErrorEventTest, WritesItsErrorWithoutText) {
   EXPECT_EQ(description(VRELErrorEvent(described)), "Error Description : no such face\n");
   EXPECT_EQ(description(VRELErrorEvent(quiet)), "");
   EXPECT_EQ(description(VRELErrorEvent(speaking)), "spoken");
+}
+
+TEST(VRELErrorEventTest, AddsItsVirtualOperationAtTheEnd) {
+  EXPECT_EQ(SlotOf(&VRELErrorEvent::GetError), SlotOf(&VRELEvent::IsTimed) + 1);
 }
 
 }  // namespace

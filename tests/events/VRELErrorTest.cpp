@@ -7,6 +7,7 @@
 
 #include "RecordingListener.h"
 #include "StreamText.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -124,6 +125,12 @@ TEST(VRELErrorTest, WritesItsTypeWithoutDescription) {
 TEST(VRELErrorTest, WritesNothingOfType0) {
   EXPECT_EQ(Description(VRELError(0)), "");
   EXPECT_EQ(Description(VRELError(0, VRELString(L"no such face"))), "");
+}
+
+TEST(VRELErrorTest, KeepsItsVirtualOperationsInOrder) {
+  EXPECT_EQ(SlotOf(&VRELError::SetDescription), 2u);
+  EXPECT_EQ(SlotOf(&VRELError::GetDescription), 3u);
+  EXPECT_EQ(SlotOf(&VRELError::GetFormattedDescription), 4u);
 }
 
 }  // namespace

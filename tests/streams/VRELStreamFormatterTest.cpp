@@ -17,6 +17,7 @@
 #include "VRELOutputStream.h"
 #include "VRELString.h"
 #include "VRELValue.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -564,6 +565,41 @@ TEST(VRELStreamFormatterTest, HoldsItsFieldsInOrder) {
   };
   EXPECT_EQ(sizeof(VRELStreamFormatter), sizeof(Fields));
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELStreamFormatter>);
+}
+
+template <class Argument>
+std::size_t DumpSlot() {
+  return SlotOf(static_cast<void (VRELStreamFormatter::*)(Argument)>(&VRELStreamFormatter::dump));
+}
+
+template <class Argument>
+using Naming = ObjectHandle (VRELStreamFormatter::*)(Argument);
+
+TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
+  EXPECT_EQ(DumpSlot<char>(), 0U);
+  EXPECT_EQ(DumpSlot<int>(), 1U);
+  EXPECT_EQ(DumpSlot<unsigned int>(), 2U);
+  EXPECT_EQ(DumpSlot<long>(), 3U);
+  EXPECT_EQ(DumpSlot<unsigned long>(), 4U);
+  EXPECT_EQ(DumpSlot<double>(), 5U);
+  EXPECT_EQ(DumpSlot<char const*>(), 6U);
+  EXPECT_EQ(DumpSlot<void const*>(), 7U);
+  EXPECT_EQ(DumpSlot<Object const*>(), 8U);
+  EXPECT_EQ(DumpSlot<VRELString const&>(), 9U);
+  EXPECT_EQ(DumpSlot<VRELValue const&>(), 10U);
+  // The destructor has two entries.
+  EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::define)), 13U);
+  EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::refer)), 14U);
+  EXPECT_EQ(SlotOf(static_cast<Naming<long>>(&VRELStreamFormatter::define)), 15U);
+  EXPECT_EQ(SlotOf(static_cast<Naming<long>>(&VRELStreamFormatter::refer)), 16U);
+  EXPECT_EQ(SlotOf(&VRELStreamFormatter::format), 17U);
+}
+
+// Behind the destructor, RaiseReference, LowerReference and GetName.
+TEST(VRELStreamFormatterTest, ObjectsKeepTheirVirtualOperationsInOrder) {
+  EXPECT_EQ(SlotOf(&Object::dump), 5U);
+  EXPECT_EQ(SlotOf(&Margin::incr), 6U);
+  EXPECT_EQ(SlotOf(&Margin::decr), 7U);
 }
 
 }  // namespace
