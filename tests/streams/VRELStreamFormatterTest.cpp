@@ -154,12 +154,13 @@ TEST(VRELStreamFormatterTest, CallsTheStreamOncePerValue) {
 }
 
 TEST(VRELStreamFormatterTest, WritesNothingWithoutStream) {
+  std::vector<std::string> calls;
+  RecordingStream stream(calls);
   VRELStreamFormatter out(nullptr);
   out << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "t" << VRELString(L"w") << VRELValue(1) << out.space() << out.define(3L)
       << out.format("%d", 1);
   out.dump(reinterpret_cast<void const*>(0x10));
-  std::vector<std::string> calls;
-  RecordingStream stream(calls);
+  // Nothing has been kept back for the stream that comes.
   EXPECT_EQ(out.installOutputStream(&stream), nullptr);
   EXPECT_TRUE(calls.empty());
 }

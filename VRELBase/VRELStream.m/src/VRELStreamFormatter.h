@@ -26,8 +26,8 @@ enum VRELRealTrailingZerosRemovalFormat : int {
 //   VRELStreamFormatter out(&stream);
 //   out << out.margin() << "radius" << out.space() << 2.5 << out.endline();  // "radius 2.500000\n"
 //
-// Writes are not tested. Without a stream nothing is written. The stream is not owned; the destructor flushes it. A
-// formatter stays on one thread.
+// Writes are not tested. Without a stream nothing is written. The stream is not owned and must outlive the formatter,
+// whose destructor flushes it. A formatter stays on one thread.
 class VREL_EXPORT VRELStreamFormatter {
  public:
   class VRELStreamFormatterObject;
