@@ -121,6 +121,8 @@
 // Settings.
 #include "VRELArgs.h"
 #include "VRELEnvironment.h"
+#include "VRELOptionConstants.h"
+#include "VRELOptionName.h"
 #include "VRELProperties.h"
 
 // Logging.
@@ -133,3 +135,20 @@
 
 // Records.
 #include "VRELAssemblyComponentTransform.h"
+
+// Public.
+#include "VRINComponentName.h"
+#include "VRINFile.h"
+#include "VRINFileImpl.h"
+#include "VRINName.h"
+#include "VRINNameImpl.h"
+#include "VRINObject.h"
+#include "VRINObjectImpl.h"
+#include "VRINOptionName.h"
+#include "VRINReaderWriterName.h"
+#include "VRINRepresentationName.h"
+#include "VRINUnit.h"
+#include "VRINUnitImpl.h"
+#include "VRINUnitValue.h"
+#include "VRINValue.h"
+#include "VRINValueImpl.h"

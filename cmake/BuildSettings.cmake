@@ -20,6 +20,16 @@ function(vrel_build_settings target)
   endif()
 endfunction()
 
+# vrel_unloadable(target): lets dlclose unload a library. g++ marks constants that headers define as unique in the whole
+# process, and a library that holds such a mark stays loaded for good.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fno-gnu-unique VREL_HAS_NO_GNU_UNIQUE)
+function(vrel_unloadable target)
+  if(VREL_HAS_NO_GNU_UNIQUE)
+    target_compile_options(${target} PRIVATE -fno-gnu-unique)
+  endif()
+endfunction()
+
 # The program that caches compilations, where it is installed.
 find_program(VREL_CCACHE ccache)
 if(VREL_CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

@@ -72,6 +72,23 @@ TEST(VRELStringFromTest, UnicodeWideCharacters) {
   EXPECT_TRUE(VRELStringFromUnicodeWChars(surrogate).getBadConversion());
 }
 
+TEST(VRELStringEqualsIgnoreCaseTest, FoldsBothSides) {
+  struct Row {
+    char16_t const* a;
+    char16_t const* b;
+    bool expected;
+  };
+  for (Row const& row :
+       {Row{u"Step", u"sTEP", true}, Row{u"", u"", true}, Row{u"a", u"", false}, Row{u"a\u00E9", u"a", false},
+        Row{u"\u00C9t\u00C9", u"\u00E9T\u00E9", true}, Row{u"\u00E9", u"\u00E8", false},
+        Row{u"stra\u00DFe", u"STRASSE", true}, Row{u"\uFB00", u"FF", true}, Row{u"\u212A", u"k", true},
+        Row{u"k\u0130", u"ki", false}, Row{u"@", u"`", false}, Row{u"\u03A3", u"\u03C2", true},
+        Row{u"\U00010400", u"\U00010428", true}}) {
+    EXPECT_EQ(VRELStringEqualsIgnoreCase(row.a, row.b), row.expected) << VRELString(std::u16string_view(row.a));
+    EXPECT_EQ(VRELStringEqualsIgnoreCase(row.b, row.a), row.expected) << VRELString(std::u16string_view(row.b));
+  }
+}
+
 TEST(VRELStringIsWordTest, ComparesWithoutCase) {
   struct Row {
     wchar_t const* text;

@@ -1,15 +1,44 @@
 // Every object with a constructor or a destructor that lives for the whole process, in the order in which the library
 // comes up. They go down in the reverse order. No other source of the library defines such an object.
+#include <string_view>
+
 #include "Gk_Unit.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
 #include "VRELFileHeader.h"
 #include "VRELFileInputStream.h"
 #include "VRELFileOutputStream.h"
+#include "VRELOptionConstants.h"
+#include "VRELOptionName.h"
 #include "VRELUnit.h"
+#include "VRINComponentName.h"
+#include "VRINOptionName.h"
+#include "VRINReaderWriterName.h"
+#include "VRINRepresentationName.h"
 #include "VRINResult.h"
 
 VRINResult VRINResult::E_FAIL_RESULT(VREL_E_FAIL);
+
+VRELString const VREL_OPTION_WILDCARD(std::u16string_view(u"*"));
+
+// The names go down before the array that lists them.
+VRELDynamicArray<VRELOptionName*> VRELOptionName::_optionNames;
+
+#define VREL_NAME(identifier, text) VRELOptionName VRELOptionName::identifier(Literal{u##text});
+#include "VRELOptionNames.def"
+
+// Public objects are numbered in the order in which they come up.
+#define VREL_NAME(identifier, text) VRINOptionName VRINOptionName::identifier(Literal{u##text});
+#include "VRINOptionNames.def"
+
+#define VREL_NAME(identifier, text) VRINComponentName VRINComponentName::identifier(Literal{u##text});
+#include "VRINComponentNames.def"
+
+#define VREL_NAME(identifier, text) VRINReaderWriterName VRINReaderWriterName::identifier(Literal{u##text});
+#include "VRINReaderWriterNames.def"
+
+#define VREL_NAME(identifier, text) VRINRepresentationName VRINRepresentationName::identifier(Literal{u##text});
+#include "VRINRepresentationNames.def"
 
 ReleaseUnits releaseUnits;
 

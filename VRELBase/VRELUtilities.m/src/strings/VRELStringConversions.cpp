@@ -1,8 +1,12 @@
 #include "VRELStringConversions.h"
 
+#include <unicode/stringoptions.h>
+#include <unicode/ustring.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cwctype>
@@ -216,14 +220,24 @@ VRELString VRELStringFromUnicodeWChars(wchar_t const* text) {
   return VRELString(text);
 }
 
-bool VRELStringIsWord(VRELString const& text, std::u16string_view word) {
-  std::u16string_view const units = text.view();
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    // A character beyond ASCII may fold to letters of ASCII, even to two of them.
-    if (units[i] > 0x7F) return text.compareToIgnoreCase(VRELString(word)) == 0;
-    if (i == word.size() || FoldAscii(units[i]) != FoldAscii(word[i])) return false;
+bool VRELStringEqualsIgnoreCase(std::u16string_view a, std::u16string_view b) noexcept {
+  // Case folding looks at one character at a time, and a character beyond ASCII may fold to letters of ASCII, even to
+  // two of them.
+  std::size_t const common = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  for (; i < common && (a[i] | b[i]) < 0x80; ++i) {
+    if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
   }
-  return text.getIsInitialized() && units.size() == word.size();
+  a.remove_prefix(i);
+  b.remove_prefix(i);
+  if (a.empty() || b.empty()) return a.size() == b.size();
+  UErrorCode status = U_ZERO_ERROR;
+  return u_strCaseCompare(a.data(), static_cast<std::int32_t>(a.size()), b.data(), static_cast<std::int32_t>(b.size()),
+                          U_FOLD_CASE_DEFAULT, &status) == 0;
+}
+
+bool VRELStringIsWord(VRELString const& text, std::u16string_view word) {
+  return text.getIsInitialized() && VRELStringEqualsIgnoreCase(text.view(), word);
 }
 
 VRINResult VRELStringToBool(VRELString const& text, bool& value) {

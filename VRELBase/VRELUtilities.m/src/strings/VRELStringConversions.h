@@ -19,7 +19,9 @@ VREL_EXPORT VRELString VRELStringFromBool(bool value);
 // The text of UTF-32 in wide characters; empty for null.
 VREL_EXPORT VRELString VRELStringFromUnicodeWChars(wchar_t const* text);
 
-// Whether compareToIgnoreCase with `word`, which is ASCII, would give 0. Builds no text.
+// Whether compareToIgnoreCase of the two would give 0. Builds no text.
+VREL_EXPORT bool VRELStringEqualsIgnoreCase(std::u16string_view a, std::u16string_view b) noexcept;
+// The same for a text, which may be uninitialized and is then no word.
 VREL_EXPORT bool VRELStringIsWord(VRELString const& text, std::u16string_view word);
 
 // Numbers and booleans from text. VREL_E_FAIL leaves `value` as it is.

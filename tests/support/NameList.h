@@ -1,0 +1,13 @@
+// The vocabularies of names, read from the lists in the source tree as text.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct ListedName {
+  std::string identifier;
+  std::string text;
+};
+
+// The lines of a list (a path below VRELBase/), in order. Empty when there is no such list.
+std::vector<ListedName> ReadNameList(std::string const& path);
