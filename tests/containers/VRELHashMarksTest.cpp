@@ -41,6 +41,7 @@ TEST(VRELHashMarksTest, TextsThatDifferInCaseHaveOneMark) {
     unsigned char const mark = TextMarks::Of(VRELString(lower));
     EXPECT_EQ(TextMarks::Of(VRELString(other)), mark) << lower;
     EXPECT_NE(mark, TextMarks::any);
+    EXPECT_NE(mark, TextMarks::vacant);
     seen.insert(mark);
   }
   EXPECT_GT(seen.size(), 100u);  // texts that differ mostly have different marks
@@ -56,6 +57,7 @@ TEST(VRELHashMarksTest, NothingIsKnownOfTextsBeyondAscii) {
 TEST(VRELHashMarksTest, CandidatesAreTheFirstOfTheirKindAmongEight) {
   TextMarks marks;
   marks.endGrow(12);
+  EXPECT_EQ(marks.Candidates(0, 7), 0x8080808080808080U) << "free slots end a search";
   for (int slot = 0; slot < 12; ++slot) marks.Set(slot, 9);
   EXPECT_EQ(marks.Candidates(2, 7), 0u);
   EXPECT_EQ(marks.Candidates(2, TextMarks::any), 0x8080808080808080U);
@@ -63,6 +65,8 @@ TEST(VRELHashMarksTest, CandidatesAreTheFirstOfTheirKindAmongEight) {
   EXPECT_EQ(marks.Candidates(2, 7), 0x0000000080000000U);
   marks.Set(4, TextMarks::any);
   EXPECT_EQ(marks.Candidates(2, 7) & 0x0000000080FFFFFFU, 0x0000000080800000U);
+  marks.Set(3, TextMarks::vacant);
+  EXPECT_EQ(marks.Candidates(2, 7) & 0x000000008080FFFFU, 0x0000000080808000U);
   EXPECT_EQ(marks.Get(5), 7);
   marks.clear();
   marks.endGrow(8);

@@ -53,7 +53,19 @@ class VRELHashTable {
     return equalFunction != nullptr ? equalFunction(a, b) : VRELHashList<K>::HashEqualFunction(a, b);
   }
 
-  int Find(K const& key) const { return Probe(rows, marks, key, MarkOf(key)).match; }
+  int Find(K const& key) const {
+    auto const slots = static_cast<unsigned int>(rows.occupied.size());
+    if (slots == 0) return -1;
+    int const start = static_cast<int>(GetHashCode(key) % slots);
+    if constexpr (Marks::exist) {
+      if (marks.Get(start) == Marks::vacant) return -1;
+      // Mostly the key stands right there: a comparison is cheaper than the mark, as long as the texts are near.
+      if (slots <= 4096 && CheckEqual(key, rows.keys[start])) return start;
+      // Key and value of that slot are on their way while the mark is worked out.
+      rows.ForEachColumn([=](auto& column) { __builtin_prefetch(column.getArray() + start); }, rows);
+    }
+    return ProbeFrom(rows, marks, key, MarkOf(key), start).match;
+  }
 
   template <class... Values>
   bool Add(K const& key, Values const&... values) {
@@ -155,10 +167,13 @@ class VRELHashTable {
   // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
   Ending Probe(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark) const {
     auto const slots = static_cast<unsigned int>(where.occupied.size());
+    if (slots == 0) return {-1, -1};
+    return ProbeFrom(where, whereMarks, key, mark, static_cast<int>(GetHashCode(key) % slots));
+  }
+
+  Ending ProbeFrom(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark, int start) const {
     Ending ending = {-1, -1};
-    if (slots == 0) return ending;
-    int const start = static_cast<int>(GetHashCode(key) % slots);
-    if (ProbeRange(where, whereMarks, key, mark, start, static_cast<int>(slots), ending)) return ending;
+    if (ProbeRange(where, whereMarks, key, mark, start, where.occupied.size(), ending)) return ending;
     ProbeRange(where, whereMarks, key, mark, 0, start, ending);
     return ending;
   }
@@ -169,7 +184,7 @@ class VRELHashTable {
     bool const* const occupied = where.occupied.getArray();
     K const* const keys = where.keys.getArray();
     auto const endsAt = [&](int slot) {
-      if (!occupied[slot]) {
+      if (IsVacant(occupied, keys, whereMarks, slot)) {
         ending.vacant = slot;
       } else if (CheckEqual(key, keys[slot])) {
         ending.match = slot;
@@ -182,9 +197,7 @@ class VRELHashTable {
     if constexpr (Marks::exist) {
       // Eight slots at a time; only a free one and those that may hold the key are looked at.
       for (; end - slot >= 8; slot += 8) {
-        std::uint64_t eight;
-        std::memcpy(&eight, occupied + slot, sizeof eight);
-        std::uint64_t stops = VRELZeroBytes(eight) | whereMarks.Candidates(slot, mark);
+        std::uint64_t stops = whereMarks.Candidates(slot, mark);
         for (; stops != 0; stops &= stops - 1) {
           if (endsAt(slot + __builtin_ctzll(stops) / 8)) return true;
         }
@@ -194,6 +207,17 @@ class VRELHashTable {
       if (endsAt(slot)) return true;
     }
     return false;
+  }
+
+  // A free slot holds a default key, so that for plain keys another one tells it without a look at the flags.
+  static bool IsVacant(bool const* occupied, K const* keys, Marks const& marks, int slot) {
+    if constexpr (Marks::exist) {
+      return marks.Get(slot) == Marks::vacant;
+    } else if constexpr (std::is_pointer_v<K> || std::is_integral_v<K>) {
+      return keys[slot] == K() && !occupied[slot];
+    } else {
+      return !occupied[slot];
+    }
   }
 
   // Nothing is known about keys that are equal by a function of the client.
@@ -223,7 +247,7 @@ class VRELHashTable {
   void Reset(int slot) {
     auto const reset = [=](auto& column) { column[slot] = std::decay_t<decltype(column[0])>(); };
     rows.ForEachColumn(reset, rows);
-    rows.occupied[slot] = false;
+    Vacate(slot);
   }
 
   // Takes each entry of the probe run behind a slot that became free, and adds it again. What stands in front of that
@@ -240,20 +264,31 @@ class VRELHashTable {
     }
   }
 
-  void PlaceAnew(int slot) {
+  void Vacate(int slot) {
     rows.occupied[slot] = false;
-    Ending const ending = Probe(rows, marks, rows.keys[slot], marks.Get(slot));
+    marks.Set(slot, Marks::vacant);
+  }
+
+  void PlaceAnew(int slot) {
+    unsigned char const mark = marks.Get(slot);
+    K key = K();
+    std::swap(key, rows.keys[slot]);
+    Vacate(slot);
+    Ending const ending = Probe(rows, marks, key, mark);
     if (ending.match >= 0) {
       // It has met an equal key, which it had not met when it came.
       Reset(slot);
       --count;
       return;
     }
+    // The places of two values change; the key that is exchanged with is a free slot's.
+    if (ending.vacant != slot) {
+      auto const exchange = [=](auto& column) { std::swap(column[slot], column[ending.vacant]); };
+      rows.ForEachColumn(exchange, rows);
+    }
+    std::swap(key, rows.keys[ending.vacant]);
     rows.occupied[ending.vacant] = true;
-    marks.Set(ending.vacant, marks.Get(slot));
-    if (ending.vacant == slot) return;
-    auto const exchange = [=](auto& column) { std::swap(column[slot], column[ending.vacant]); };
-    rows.ForEachColumn(exchange, rows);
+    marks.Set(ending.vacant, mark);
   }
 
   int NextOccupied() const noexcept {
