@@ -1,15 +1,21 @@
 #include "NameList.h"
 
+#include <cstddef>
 #include <fstream>
-#include <regex>
 
 std::vector<ListedName> ReadNameList(std::string const& path) {
-  static std::regex const line(R"re(VREL_NAME\((\w+), "([^"]*)"\))re");
+  std::string const open = "VREL_NAME(";
+  std::string const middle = ", \"";
+  std::string const close = "\")";
   std::vector<ListedName> names;
   std::ifstream file(VREL_LIBRARY_SOURCES "/" + path);
-  for (std::string text; std::getline(file, text);) {
-    std::smatch match;
-    if (std::regex_match(text, match, line)) names.push_back({match[1], match[2]});
+  for (std::string line; std::getline(file, line);) {
+    std::size_t const comma = line.find(middle);
+    if (line.rfind(open, 0) != 0 || comma == line.npos || line.size() < comma + middle.size() + close.size()) continue;
+    std::size_t const end = line.size() - close.size();
+    if (line.compare(end, close.size(), close) != 0) continue;
+    std::size_t const text = comma + middle.size();
+    names.push_back({line.substr(open.size(), comma - open.size()), line.substr(text, end - text)});
   }
   return names;
 }
