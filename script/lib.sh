@@ -49,12 +49,19 @@ bootstrap() {
   script/bootstrap "$@"
 }
 
-# Configures and builds one of the presets, with further arguments for the configuration.
-build_preset() {
+# configure PRESET ARGUMENT...: prepares the build of a preset, with further arguments for cmake.
+configure() {
   local preset=$1
   shift
   step "configuring the $preset build" "the message of cmake above says what it misses"
   cmake --preset "$preset" --log-level=NOTICE "$@"
-  step "building in build/$preset" "mend what the first error above names and start again"
-  cmake --build --preset "$preset"
+}
+
+# build PRESET TARGET...: builds the named targets of a preset, or everything.
+build() {
+  local preset=$1
+  shift
+  step "building ${*:-everything} in build/$preset" "mend what the first error above names and start again"
+  if [[ $# -gt 0 ]]; then set -- --target "$@"; fi
+  cmake --build --preset "$preset" "$@"
 }
