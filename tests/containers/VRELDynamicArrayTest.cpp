@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "VRELAllocException.h"
+#include "VRELString.h"
 
 namespace {
 
@@ -482,6 +483,33 @@ TEST(VRELDynamicArrayTest, FollowsAModel) {
     }
     ASSERT_EQ(ValuesOf(array), model);
   }
+}
+
+TEST(VRELDynamicArrayTest, AppendsElementsInARow) {
+  int const numbers[] = {1, 2, 3};
+  VRELDynamicArray<int> array;
+  array.append(numbers, 3);
+  array.append(numbers + 1, 1);
+  array.append(numbers, 0);
+  array.append(numbers, -1);
+  array.append(static_cast<int const*>(nullptr), 0);
+  ASSERT_EQ(array.size(), 4);
+  EXPECT_EQ(array[0], 1);
+  EXPECT_EQ(array[2], 3);
+  EXPECT_EQ(array[3], 2);
+}
+
+// The storage moves under the elements.
+TEST(VRELDynamicArrayTest, AppendsItsOwnElementsInARow) {
+  VRELDynamicArray<VRELString> array;
+  array.add(VRELString("a"));
+  array.add(VRELString("b"));
+  VRELDynamicArray<VRELString> const shared(array);
+  for (int i = 0; i < 6; ++i) array.append(array.getArray() + 1, array.size() - 1);
+  ASSERT_EQ(array.size(), 65);
+  ASSERT_EQ(shared.size(), 65);
+  EXPECT_TRUE(array[0].equals(VRELString("a")));
+  for (int i = 1; i < 65; ++i) EXPECT_TRUE(array[i].equals(VRELString("b"))) << i;
 }
 
 }  // namespace

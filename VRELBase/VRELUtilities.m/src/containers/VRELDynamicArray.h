@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -88,6 +89,14 @@ class VRELDynamicArray {
     header->count += added;
   }
 
+  // Adds copies of n elements that stand in a row; they may stand in this array. Nothing for an n below 1.
+  void append(T const* elements, int n) {
+    if (n < 1 || !isValid()) return;
+    if (header->capacity - header->count < n) elements = growAround(elements, n);
+    std::uninitialized_copy_n(elements, n, getArray() + header->count);
+    header->count += n;
+  }
+
   // A new array with a storage and elements of its own.
   VRELDynamicArray copy() const {
     VRELDynamicArray result;
@@ -162,6 +171,15 @@ class VRELDynamicArray {
   [[gnu::noinline]] void addToFullArray(T const& value) {
     if (!isValid()) return;
     constructAtEnd(*static_cast<T const*>(vrelArrayReallocAround(header, std::addressof(value))));
+  }
+
+  // Makes room for n more elements; tells where the given ones stand then.
+  [[gnu::noinline]] T const* growAround(T const* elements, int n) {
+    std::less<T const*> const before;
+    bool const isOwn = !before(elements, begin()) && before(elements, end());
+    std::ptrdiff_t const place = isOwn ? elements - begin() : 0;
+    vrelArrayReallocFor(header, n);
+    return isOwn ? begin() + place : elements;
   }
 
   void destroy(int index) noexcept {

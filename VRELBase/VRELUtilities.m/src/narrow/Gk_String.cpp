@@ -58,7 +58,7 @@ void Gk_String::terminate() {
 }
 
 void Gk_String::appendBytes(char const* bytes, int n) {
-  if (bytes != nullptr && n > 0) replaceFrom(len(), bytes, n);
+  if (bytes != nullptr) array.append(bytes, n);
 }
 
 void Gk_String::append(char const* s) {
