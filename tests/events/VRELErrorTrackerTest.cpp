@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 #include "VRELWarning.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -180,6 +183,23 @@ TEST_F(VRELErrorTrackerTest, DeletedTrackerLeavesTheBus) {
   VRELErrorTracker::Initialize();
   VRELError::Printf("kept");
   EXPECT_EQ(VRELError::GetErrorCount(), 1);
+}
+
+TEST_F(VRELErrorTrackerTest, EndOfAnyTrackerTakesTheOneOfTheProcessOffTheBus) {
+  int const before = ListenerCount();
+  VRELErrorTracker::Initialize();
+  std::unique_ptr<VRELErrorTracker> const tracker(VRELErrorTracker::GetInstance());
+  { VRELErrorTracker const other; }
+  EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
+  EXPECT_EQ(ListenerCount(), before);
+  VRELError::Printf("lost");
+  EXPECT_EQ(tracker->GetErrorCount(), 0);
+}
+
+TEST_F(VRELErrorTrackerTest, KeepsItsVirtualOperationsInOrder) {
+  EXPECT_EQ(SlotOf(&VRELErrorTracker::HandleEvent), 0u);
+  // The two destructors stand between.
+  EXPECT_EQ(SlotOf(&VRELErrorTracker::GetLastError), 3u);
 }
 
 // Answers for the newest error itself.

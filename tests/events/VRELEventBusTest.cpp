@@ -13,6 +13,7 @@
 
 #include "ChildProcess.h"
 #include "VRELEvent.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -247,6 +248,10 @@ TEST_F(VRELEventBusTest, EachSendStampsAnew) {
 
 TEST(VRELEventListenerTest, HasNoField) {
   EXPECT_EQ(sizeof(VRELEventListener), sizeof(void*));
+}
+
+TEST(VRELEventListenerTest, HandlesEventsByItsFirstVirtualOperation) {
+  EXPECT_EQ(SlotOf(&VRELEventListener::HandleEvent), 0u);
 }
 
 TEST(VRELEventBusStopTest, LeavesItsListenersAlone) {

@@ -7,6 +7,7 @@
 
 #include "VRELString.h"
 #include "VRELWarningEvent.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -186,6 +187,15 @@ TEST(VRELEventTest, LevelsHaveTheirValues) {
   EXPECT_EQ(VREL_LEVEL_ABORT, 90);
   EXPECT_EQ(VREL_LEVEL_NONE, 999);
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<VRELEventLevel>, int>));
+}
+
+TEST(VRELEventTest, KeepsItsVirtualOperationsInOrder) {
+  EXPECT_EQ(SlotOf(&VRELEvent::RaiseReference), 2u);
+  EXPECT_EQ(SlotOf(&VRELEvent::LowerReference), 3u);
+  EXPECT_EQ(SlotOf(&VRELEvent::GetName), 4u);
+  EXPECT_EQ(SlotOf(&VRELEvent::IsKindOf), 5u);
+  EXPECT_EQ(SlotOf(&VRELEvent::GetFormattedDescription), 6u);
+  EXPECT_EQ(SlotOf(&VRELEvent::IsTimed), 7u);
 }
 
 TEST(VRELEventTest, HoldsItsFieldsAndNothingElse) {

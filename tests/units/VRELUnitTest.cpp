@@ -133,6 +133,22 @@ TEST(VRELUnitTest, GetVRELUnitHasItsTolerances) {
   }
 }
 
+TEST(VRELUnitTest, EachUnitHasItsToleranceOnBothSides) {
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.name);
+    double const factor = FromBits(row.bits);
+    double const tolerance = row.unit == 7 || row.unit == 10 ? 1e-5 : 1e-10;
+    for (double side : {-1.0, 1.0}) {
+      VRELUnit unit = Unit(99);
+      EXPECT_EQ(GetVRELUnit(factor + side * 0.95 * tolerance, unit), VREL_S_OK);
+      EXPECT_EQ(unit, row.unit);
+      unit = Unit(99);
+      EXPECT_EQ(GetVRELUnit(factor + side * 1.05 * tolerance, unit), VREL_S_OK);
+      EXPECT_EQ(unit, 0);
+    }
+  }
+}
+
 TEST(VRELUnitTest, ATolerancesEndIsOutside) {
   // The difference of 1 and the next numbers is exact: 1e-5 itself is too far.
   VRELUnit unit = Unit(99);
