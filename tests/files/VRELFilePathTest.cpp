@@ -410,6 +410,7 @@ TEST(VRELFilePathTest, ResolvesTheShortestTailThatExists) {
       {"C:/cad/part.dat", {"C:/cad/part.dat"}, "/cad/part.dat"},
       {"C:/cad/part.dat", {"part.dat"}, "/part.dat"},
       {"a/b:c/part.dat", {}, "/a/part.dat"},
+      {"a/:b/part.dat", {}, "/a/part.dat"},
       {"./part.dat", {}, "/part.dat"},
       {"a/./part.dat", {"a/part.dat"}, "/a/part.dat"},
       {"a/./part.dat", {}, "/a/part.dat"},
@@ -531,6 +532,37 @@ TEST(VRELFilePathTest, ALoneSurrogateHasNoWideForm) {
   wchar_t wide[16] = L"#";
   EXPECT_EQ(path.GetWideCharacterBuffer(wide, 16), VREL_E_FAIL);
   EXPECT_EQ(wide[0], L'\0');
+}
+
+// A text from which another was moved holds nothing, not even its terminator.
+TEST(VRELFilePathTest, ATextWithoutContentNamesNothing) {
+  VRELString source(L"a/b");
+  VRELString const taken(std::move(source));
+  VRELFilePath path(source);
+  ASSERT_EQ(path.GetPath().length(), -1);
+  EXPECT_FALSE(path.IsValid());
+  EXPECT_FALSE(path.IsAbsolute());
+  EXPECT_FALSE(path.DoesFileExist());
+  EXPECT_FALSE(path.RemoveFile());
+  EXPECT_EQ(path.OpenFile("r"), nullptr);
+  EXPECT_EQ(path.GetName().toUtf8(), "");
+  EXPECT_EQ(path.GetDirectory().toUtf8(), "");
+  VRELFilePath base("/m/top.asm");
+  EXPECT_EQ(Text(path.ResolveAgainst(base)), "");
+  EXPECT_EQ(Text(path + VRELString(L"c")), "/c");
+  EXPECT_EQ(Text(path.ReplaceLastExtension(L"x")), ".x");
+  char bytes[] = "##";
+  wchar_t wide[] = L"##";
+  for (int const size : {0, -1}) {
+    EXPECT_EQ(path.GetMBCSBuffer(bytes, size), VREL_E_FAIL);
+    EXPECT_EQ(path.GetWideCharacterBuffer(wide, size), VREL_E_FAIL);
+    EXPECT_STREQ(bytes, "##");
+    EXPECT_STREQ(wide, L"##");
+  }
+  EXPECT_EQ(path.GetMBCSBuffer(bytes, 2), VREL_E_FAIL);
+  EXPECT_EQ(path.GetWideCharacterBuffer(wide, 2), VREL_E_FAIL);
+  path.AddExtension(L"x");
+  EXPECT_EQ(Text(path), ".x");
 }
 
 TEST(VRELFilePathTest, TellsWhetherAFileCanBeOpenedForReading) {
