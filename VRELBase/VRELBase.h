@@ -125,6 +125,9 @@
 #include "VRELOptionName.h"
 #include "VRELProperties.h"
 
+// Options.
+#include "VRELOption.h"
+
 // Logging.
 #include "VRELTrace.h"
 
