@@ -126,6 +126,10 @@
 #include "VRELProperties.h"
 
 // Options.
+#include "VRELCfgFile.h"
+#include "VRELCfgFileIndex.h"
+#include "VRELCfgFileKey.h"
+#include "VRELCfgFileSection.h"
 #include "VRELOption.h"
 
 // Logging.

@@ -1,0 +1,25 @@
+#include "VRELCfgFileSection.h"
+
+#include <memory>
+
+VRELCfgFileSection::VRELCfgFileSection(char const* aName) : name(aName) {}
+
+VRELCfgFileSection::~VRELCfgFileSection() {
+  for (VRELCfgFileKey const* const key : keys) delete key;
+}
+
+VRELCfgFileKey* VRELCfgFileSection::GetKey(int place) const {
+  return place >= 0 && place < keys.size() ? keys[place] : nullptr;
+}
+
+VRELCfgFileKey* VRELCfgFileSection::findKey(char const* keyName) const {
+  VRELString const wanted(keyName);
+  return index.Find(keys.begin(), keys.size(), wanted.view(),
+                    [](VRELCfgFileKey const& key) { return key.GetName().view(); });
+}
+
+VRELCfgFileKey* VRELCfgFileSection::createKey(char const* keyName) {
+  auto key = std::make_unique<VRELCfgFileKey>(keyName);
+  keys.add(key.get());
+  return key.release();
+}
