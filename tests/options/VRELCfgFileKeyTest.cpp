@@ -42,6 +42,18 @@ TEST(VRELCfgFileKeyTest, ManyValuesKeepTheirOrder) {
   for (int i = 0; i < 1000; ++i) EXPECT_EQ(key.GetValue(i).toUtf8(), std::to_string(i));
 }
 
+TEST(VRELCfgFileKeyTest, ExpectedValuesAreNoLimit) {
+  for (int expected : {-1, 0, 1, 3, 20}) {
+    VRELCfgFileKey key("layers", expected);
+    EXPECT_EQ(key.GetName().toUtf8(), "layers");
+    EXPECT_EQ(key.GetNumValues(), 0);
+    EXPECT_EQ(key.GetValue(0).toUtf8(), "");
+    for (char const* value : {"1", "2", "3", "4"}) key.AppendValue(value);
+    EXPECT_EQ(key.GetNumValues(), 4);
+    EXPECT_EQ(key.GetAllValues().toUtf8(), "1,2,3,4");
+  }
+}
+
 TEST(VRELCfgFileKeyTest, NullIsTheEmptyText) {
   VRELCfgFileKey key(nullptr);
   EXPECT_EQ(key.GetName().toUtf8(), "");

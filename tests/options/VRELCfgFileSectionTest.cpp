@@ -35,6 +35,17 @@ TEST(VRELCfgFileSectionTest, KeepsKeysInOrder) {
   EXPECT_EQ(section.findKey("layer"), layer);
 }
 
+TEST(VRELCfgFileSectionTest, AppendsKeysOfExpectedValues) {
+  VRELCfgFileSection section("Import");
+  VRELCfgFileKey* const first = section.createKey("unit", 2);
+  VRELCfgFileKey* const second = section.createKey("unit", 1);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(section.GetKey(0), first);
+  EXPECT_EQ(section.GetKey(1), second);
+  EXPECT_EQ(section.findKey("unit"), first);
+  EXPECT_EQ(first->GetNumValues(), 0);
+}
+
 TEST(VRELCfgFileSectionTest, NamesDifferByCase) {
   VRELCfgFileSection section("Import");
   section.createKey("unit");

@@ -1,5 +1,6 @@
 #include "VRELCfgFile.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstring>
 #include <memory>
@@ -37,13 +38,16 @@ char* FindSeparator(char* line) {
   return isComplete ? separator : nullptr;
 }
 
-void AppendValues(VRELCfgFileKey& key, char* text) {
+// The text is cut up on the way.
+void AddKey(VRELCfgFileSection& section, char const* name, char* text) {
+  auto const commas = std::count(text, text + std::strlen(text), ',');
+  VRELCfgFileKey* const key = section.createKey(name, static_cast<int>(commas) + 1);
   while (char* const comma = std::strchr(text, ',')) {
     *comma = '\0';
-    key.AppendValue(text);
+    key->AppendValue(text);
     text = comma + 1;
   }
-  key.AppendValue(text);
+  key->AppendValue(text);
 }
 
 bool ParseDouble(VRELString const& text, double& value) {
@@ -123,7 +127,7 @@ void VRELCfgFile::ReadLine(char* line, long lineNumber, VRELCfgFileSection*& cur
     return;
   }
   *separator = '\0';
-  AppendValues(*current->createKey(Trimmed(line)), Trimmed(separator + 1));
+  AddKey(*current, Trimmed(line), Trimmed(separator + 1));
 }
 
 // Null, with the line as it was, where the line has no "]".

@@ -5,6 +5,11 @@
 
 VRELCfgFileKey::VRELCfgFileKey(char const* aName) : name(aName) {}
 
+VRELCfgFileKey::VRELCfgFileKey(char const* aName, int expectedValues)
+    : name(aName), values(expectedValues, VRELString()) {
+  values.clear();
+}
+
 VRELCfgFileKey::~VRELCfgFileKey() = default;
 
 VRELString VRELCfgFileKey::GetValue(int index) const {

@@ -11,6 +11,8 @@ class VREL_EXPORT VRELCfgFileKey {
  public:
   // Without values.
   explicit VRELCfgFileKey(char const* name);
+  // The same with memory for just so many values, at least 1. More can still come.
+  VRELCfgFileKey(char const* name, int expectedValues);
   virtual ~VRELCfgFileKey();
   VRELCfgFileKey(VRELCfgFileKey const&) = delete;
   VRELCfgFileKey& operator=(VRELCfgFileKey const&) = delete;

@@ -1,6 +1,6 @@
 #include "VRELCfgFileSection.h"
 
-#include <memory>
+#include <utility>
 
 VRELCfgFileSection::VRELCfgFileSection(char const* aName) : name(aName) {}
 
@@ -19,7 +19,14 @@ VRELCfgFileKey* VRELCfgFileSection::findKey(char const* keyName) const {
 }
 
 VRELCfgFileKey* VRELCfgFileSection::createKey(char const* keyName) {
-  auto key = std::make_unique<VRELCfgFileKey>(keyName);
+  return Append(std::make_unique<VRELCfgFileKey>(keyName));
+}
+
+VRELCfgFileKey* VRELCfgFileSection::createKey(char const* keyName, int expectedValues) {
+  return Append(std::make_unique<VRELCfgFileKey>(keyName, expectedValues));
+}
+
+VRELCfgFileKey* VRELCfgFileSection::Append(std::unique_ptr<VRELCfgFileKey> key) {
   keys.add(key.get());
   return key.release();
 }

@@ -1,6 +1,7 @@
 // One section of a configuration file, with its keys.
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include "Gk_String.h"
@@ -27,8 +28,12 @@ class VREL_EXPORT VRELCfgFileSection {
   VRELCfgFileKey* findKey(char const* keyName) const;
   // Appends a new key, also where there is one of that name.
   VRELCfgFileKey* createKey(char const* keyName);
+  // The same with memory for just so many values, at least 1.
+  VRELCfgFileKey* createKey(char const* keyName, int expectedValues);
 
  private:
+  VRELCfgFileKey* Append(std::unique_ptr<VRELCfgFileKey> key);
+
   Gk_String name;
   VRELDynamicArray<VRELCfgFileKey*> keys;
   mutable VRELCfgFileIndex<std::u16string_view, VRELCfgFileKey> index;
