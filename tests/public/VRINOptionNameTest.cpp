@@ -31,6 +31,11 @@ TEST(VRINOptionNameListTest, EachNameIsThereOnceAndNamedAsItsText) {
   EXPECT_EQ(texts.size(), 162U);
 }
 
+// Applications spell settings by these texts.
+TEST(VRINOptionNameListTest, TextsAndOrderStayAsTheyAre) {
+  EXPECT_EQ(FingerprintOf(Listed()), 0xE308BD591E505C4EU);
+}
+
 TEST(VRINOptionNameTest, MembersHaveTheirTextsAndNumbers) {
   NameRow const rows[] = {
       {&VRINOptionName::Representation, "Representation", 1},

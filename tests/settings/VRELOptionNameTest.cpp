@@ -115,6 +115,11 @@ TEST(VRELOptionNameListTest, EachNameIsThereOnce) {
   EXPECT_EQ(identifiers.size(), kNameCount);
 }
 
+// Other programs spell settings by these texts, and modules count on their order: neither changes by accident.
+TEST(VRELOptionNameListTest, TextsAndOrderStayAsTheyAre) {
+  EXPECT_EQ(FingerprintOf(ReadNameList(kList)), 0x2CBE7B7B9F325D06U);
+}
+
 TEST(VRELOptionNameListTest, IdentifiersFollowFromTexts) {
   std::map<std::string, std::string> wanted;
   for (NameRow const& row : exceptions) wanted[row.text] = row.identifier;

@@ -19,3 +19,11 @@ std::vector<ListedName> ReadNameList(std::string const& path) {
   }
   return names;
 }
+
+std::uint64_t FingerprintOf(std::vector<ListedName> const& names) {
+  std::uint64_t fingerprint = 0xCBF29CE484222325;
+  for (ListedName const& name : names) {
+    for (char const c : name.text + '\n') fingerprint = (fingerprint ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+  }
+  return fingerprint;
+}
