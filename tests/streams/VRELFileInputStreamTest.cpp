@@ -193,6 +193,22 @@ TEST_F(VRELFileInputStreamTest, MovesAPositionOfItsOwn) {
   Walk(*static_cast<VRELFileInputStream*>(other.get()), std::begin(steps), std::end(steps));
 }
 
+// -1 stands for no position, however it comes about: the stream goes with its file again, wherever that stands.
+TEST_F(VRELFileInputStreamTest, APositionOfMinusOneIsNone) {
+  VRELFileInputStream stream(path);
+  std::unique_ptr<VRELInputStream> const other(stream.duplicate());
+  EXPECT_EQ(Read(*other, 3), "012");
+  EXPECT_EQ(stream.setOffset(-1), -1);
+  EXPECT_EQ(stream.getCurrentOffset(), 3);
+  EXPECT_EQ(Read(stream, 1), "3");
+  // Its own position again only by another duplicate.
+  EXPECT_EQ(stream.setOffset(5), 5);
+  EXPECT_EQ(other->getCurrentOffset(), 3);
+  VRELFileInputStream copy(stream);
+  EXPECT_EQ(copy.readChar(), '5');
+  EXPECT_EQ(stream.readChar(), '6');
+}
+
 // Extreme offsets wrap around instead of being undefined.
 TEST_F(VRELFileInputStreamTest, TakesAnyOffset) {
   VRELFileInputStream stream(path);

@@ -12,7 +12,8 @@ class VRELFilePath;
 // Reads from a file that is open, or that it opens, with one call of the system for each read; nothing is buffered.
 //
 // At first a stream stands where its file stands, and moves it for all who share the file. duplicate() gives the stream
-// a position of its own, for good: two streams then read one open file without disturbing each other.
+// a position of its own, for good: two streams then read one open file without disturbing each other. Only -1 is no
+// position: a stream that is set or moved there stands again where its file stands.
 //
 //   VRELFileInputStream header(path);
 //   VRELInputStream* body = header.duplicate();
