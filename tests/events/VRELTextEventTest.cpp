@@ -221,6 +221,25 @@ TEST(VRELTextEventTest, WritesTextAsItIs) {
             "Warning : " + std::string(1023, 'x') + "\n");
 }
 
+// Each line has a formatter of its own, which flushes when it goes.
+TEST(VRELTextEventTest, FlushesBehindEachLine) {
+  class Stream : public VRELOutputStream {
+   public:
+    int write(char const* buffer, int count) override {
+      calls.append(buffer, static_cast<std::size_t>(count));
+      return count;
+    }
+    void flush() override { calls += "(flush)"; }
+    void close() override { calls += "(close)"; }
+    std::string calls;
+  };
+  Stream stream;
+  VRELWarningEvent("%s", "a").GetFormattedDescription(&stream);
+  VRELAssertEvent("%s", "b").GetFormattedDescription(&stream);
+  VRELErrorEvent("%s", "").GetFormattedDescription(&stream);
+  EXPECT_EQ(stream.calls, "Warning : a\n(flush)Assert : b\n(flush)Error 16777217\n(flush)");
+}
+
 TEST(VRELTextEventTest, WritesNothingWithoutStream) {
   VRELWarningEvent warning("text");
   warning.GetFormattedDescription(nullptr);

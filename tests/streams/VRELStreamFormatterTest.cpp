@@ -1,5 +1,6 @@
 #include "VRELStreamFormatter.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -18,6 +19,20 @@
 #include "VRELString.h"
 #include "VRELValue.h"
 #include "VirtualSlot.h"
+
+namespace {
+
+bool hasNoDecimalPoint = false;
+
+}  // namespace
+
+// Stands in front of the C library's, which always has a decimal point.
+extern "C" VREL_EXPORT lconv* localeconv() noexcept {
+  static lconv withoutPoint = {};
+  if (hasNoDecimalPoint) return &withoutPoint;
+  static auto* const inLibrary = reinterpret_cast<lconv* (*)()>(dlsym(RTLD_NEXT, "localeconv"));
+  return inLibrary();
+}
 
 namespace {
 
@@ -439,6 +454,19 @@ TEST(VRELStreamFormatterTest, GoesByTheDecimalPointOfTheLocale) {
   });
   if (result.exitStatus == noTurkishLocale) GTEST_SKIP() << "localedef cannot make tr_TR.UTF-8 here";
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
+}
+
+TEST(VRELStreamFormatterTest, LeavesTextsWhereTheLocaleHasNoDecimalPoint) {
+  hasNoDecimalPoint = true;
+  VRELString out("untouched");
+  VRINResult const result =
+      VRELStreamFormatter::TruncateTrailingZeroesKeepingDecimalAndOneZero(VRELString("1.500"), out);
+  std::string const shortened = Shortened("%lf", 1.5);
+  hasNoDecimalPoint = false;
+  EXPECT_EQ(result, 0x1000001);
+  EXPECT_EQ(out.toUtf8(), "1.500");
+  EXPECT_EQ(shortened, "1.500000");
+  EXPECT_EQ(Truncated("1.500"), "1.5");
 }
 
 TEST(VRELStreamFormatterTest, GivesOutItsObjects) {
