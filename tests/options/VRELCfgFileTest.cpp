@@ -545,7 +545,8 @@ TEST(VRELCfgFileTest, ReadsByKind) {
     double number = 7.5;
     int integer = 77;
     int logical = 77;
-    bool flag = false;
+    bool const before = std::string(row.asBool) == "false";
+    bool flag = before;
     int const gotDouble = file.GetDouble("k", number, 0, "s");
     char shownDouble[32];
     std::snprintf(shownDouble, sizeof shownDouble, "%g", number);
@@ -554,7 +555,6 @@ TEST(VRELCfgFileTest, ReadsByKind) {
     EXPECT_EQ(Shown(gotInt, std::to_string(integer)), row.asInt);
     int const gotLogical = file.GetLogical("k", logical, 0, "s");
     EXPECT_EQ(Shown(gotLogical, std::to_string(logical)), row.asLogical);
-    bool const before = flag = std::string(row.asBool) == "false";
     int const gotBool = file.GetBool("k", flag, 0, "s");
     EXPECT_EQ(Shown(gotBool, flag ? "true" : "false"), row.asBool);
     // Failures leave the target, and each is told.
