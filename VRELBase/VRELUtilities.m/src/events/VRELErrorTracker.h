@@ -32,7 +32,7 @@ class VREL_EXPORT VRELErrorTracker : public VRELEventListener {
   // Keeps a copy of the error of a VRELErrorEvent, and ignores every other event. The text of the event is not kept.
   void HandleEvent(VRELEvent& event) override;
 
-  // Takes the tracker of the process off the bus and forgets it.
+  // Takes the tracker of the process off the bus and forgets it; that the end of any tracker does so is promised.
   ~VRELErrorTracker() override;
 
   // The newest error; null when there is none.
