@@ -5,7 +5,19 @@
 #include <type_traits>
 
 #include "PublicObject.h"
+#include "VRELFileHandle.h"
+#include "VRELString.h"
+#include "VRELValue.h"
+#include "VRINFile.h"
+#include "VRINFileImpl.h"
 #include "VRINName.h"
+#include "VRINNameImpl.h"
+#include "VRINOptionName.h"
+#include "VRINUnit.h"
+#include "VRINUnitImpl.h"
+#include "VRINValue.h"
+#include "VRINValueImpl.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -55,6 +67,45 @@ TEST(VRINObjectTest, IsValidAndTheDestructorAreVirtual) {
   EXPECT_TRUE(object->IsValid());
   delete object;
   EXPECT_EQ(alive, 0);
+}
+
+// A table of virtual operations, the type and the data; derived handles have no state of their own.
+TEST(VRINObjectTest, HandlesAreThreeWords) {
+  EXPECT_EQ(SlotOf(&VRINObject::IsValid), 0U);
+  EXPECT_EQ(sizeof(VRINObject), 3 * sizeof(void*));
+  EXPECT_EQ(sizeof(VRINName), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINOptionName), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINComponentName), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINReaderWriterName), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINRepresentationName), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINValue), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINFile), sizeof(VRINObject));
+  EXPECT_EQ(sizeof(VRINUnit), sizeof(VRINObject));
+}
+
+TEST(VRINObjectTest, ImplementationsAddOneField) {
+  struct Root {
+    virtual ~Root() = default;
+    long count;
+    VRELString name;
+  };
+  struct WithName : Root {
+    VRELString text;
+  };
+  struct WithValue : Root {
+    VRELValue value;
+  };
+  struct WithFile : Root {
+    VRELFileHandle file;
+  };
+  struct WithUnit : Root {
+    VRELUnit unit;
+  };
+  EXPECT_EQ(sizeof(VRINObjectImpl), sizeof(Root));
+  EXPECT_EQ(sizeof(VRINNameImpl), sizeof(WithName));
+  EXPECT_EQ(sizeof(VRINValueImpl), sizeof(WithValue));
+  EXPECT_EQ(sizeof(VRINFileImpl), sizeof(WithFile));
+  EXPECT_EQ(sizeof(VRINUnitImpl), sizeof(WithUnit));
 }
 
 TEST(VRINObjectTest, TheLastHandleDeletesTheImplementation) {

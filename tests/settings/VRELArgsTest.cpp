@@ -7,6 +7,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -49,6 +50,20 @@ std::vector<int> OptionsOf(VRELArgs& args, TextVector& table) {
     found.push_back(index);
   }
   return found;
+}
+
+TEST(VRELArgsTest, HoldsItsFieldsInOrder) {
+  struct Fields {
+    int lastIndex;
+    char** arguments;
+    int current;
+    int lastOption;
+    bool inGroup;
+    char letter;
+    int groupPosition;
+  };
+  EXPECT_EQ(sizeof(VRELArgs), sizeof(Fields));
+  EXPECT_FALSE(std::is_polymorphic_v<VRELArgs>);
 }
 
 TEST(VRELArgsTest, GivesArgumentsOneByOne) {

@@ -77,6 +77,13 @@ TEST(VRELPropertiesTest, IsEmptyAtFirst) {
   EXPECT_EQ(ValueOf(properties, L"key"), "untouched");
 }
 
+TEST(VRELPropertiesTest, HasOneField) {
+  struct Fields : VRELReferenceCount {
+    VRELHashMap<VRELString, VRELValue> values{17};
+  };
+  EXPECT_EQ(sizeof(VRELProperties), sizeof(Fields));
+}
+
 TEST(VRELPropertiesTest, KeepsValuesOfEachKind) {
   VRELProperties properties;
   EXPECT_EQ(properties.Set(L"a", VRELValue(1.5)), VREL_S_OK);
