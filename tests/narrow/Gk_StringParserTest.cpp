@@ -257,6 +257,11 @@ TEST(Gk_StringParserTest, RubbishBehindTheNumberPollsTheAbortFlag) {
 
   EXPECT_EQ(parser.intValue(), 12);
   EXPECT_TRUE(parser.clean());
+
+  // One that ended well before does not count for the next.
+  Gk_ErrMgr::setAbort();
+  EXPECT_THROW(parser.testSpill(), VRELAbortException);
+  EXPECT_FALSE(parser.clean());
 }
 
 TEST(Gk_StringParserTest, WholeNumbersPollNothing) {

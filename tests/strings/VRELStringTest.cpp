@@ -776,6 +776,26 @@ TEST(VRELStringTest, ConvertsToUtf8) {
   EXPECT_STREQ(bytes, "");
 }
 
+TEST(VRELStringTest, AsciiTextNeedsRoomForItsTerminator) {
+  VRELString const text(L"abc");
+  EXPECT_EQ(text.getConvertToUTF8Size(), 4);
+  EXPECT_EQ(text.getConvertToMBCSSize("US-ASCII"), 4);
+  EXPECT_EQ(text.getConvertToMBCSSize(nullptr), 4);
+  for (int size : {4, 3, 2, 0, -1}) {
+    SCOPED_TRACE(size);
+    VRINResult const expected = size == 4 ? VRINResult(0) : VRINResult(VREL_E_FAIL);
+    std::string const content = size == 4 ? std::string("abc\0xx", 6) : std::string("\0xxxxx", 6);
+    std::string bytes(6, 'x');
+    EXPECT_EQ(text.convertToUTF8(bytes.data(), size), expected);
+    EXPECT_EQ(bytes, content);
+    for (char const* codepage : {static_cast<char const*>(nullptr), "US-ASCII"}) {
+      bytes.assign(6, 'x');
+      EXPECT_EQ(text.convertToMBCS(bytes.data(), size, codepage, false), expected);
+      EXPECT_EQ(bytes, content);
+    }
+  }
+}
+
 TEST(VRELStringTest, ConvertsToUtf16) {
   VRELString const text(L"a\U0001F600");
   EXPECT_EQ(text.getConvertToUTF16Size(), 4);
@@ -945,7 +965,16 @@ TEST(VRELStringTest, RestrictedAsciiFailsWhereItDoesNotFit) {
     EXPECT_EQ(text.convertToRestrictedASCII(bytes, size), VREL_E_FAIL);
     EXPECT_EQ(bytes[0], 0);
     EXPECT_EQ(bytes[1], 'x');
+    std::strcpy(bytes, "xxxx");
+    EXPECT_EQ(VRELString(L"\u00E9bc").convertToRestrictedASCII(bytes, size), VREL_E_FAIL);
+    EXPECT_EQ(std::string(bytes, 4), std::string("\0xxx", 4));
   }
+}
+
+TEST(VRELStringTest, RestrictedAsciiFillsTheBufferWithZeros) {
+  char bytes[6] = {'x', 'x', '#', '\x1A', 'x', 'x'};
+  EXPECT_EQ(VRELString(L"a").convertToRestrictedASCII(bytes, 5), 0);
+  EXPECT_EQ(std::string(bytes, 6), std::string("a\0\0\0\0x", 6));
 }
 
 TEST(VRELStringTest, GivesBuffersAway) {

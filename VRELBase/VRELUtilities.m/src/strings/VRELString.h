@@ -172,6 +172,6 @@ template <>
 struct VRELHashTraits<VRELString> {
   static unsigned int Hash(VRELString const& key) noexcept { return static_cast<unsigned int>(key.hashCode()); }
   static bool Equal(VRELString const& a, VRELString const& b) noexcept { return a.compareToIgnoreCase(b) == 0; }
-  // Of the letters of an ASCII text without their case; 0, which stands for any text, if another character is in it.
+  // Of the letters of an ASCII text without their case; 1, which stands for any text, if another character is in it.
   VREL_EXPORT static unsigned char Mark(VRELString const& key) noexcept;
 };
