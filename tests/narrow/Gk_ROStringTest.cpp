@@ -285,6 +285,10 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"d", "[^abc]", true},
       {"b", "[!abc]", false},
       {"b", "[^abc]", false},
+      {"!", "[!abc]", true},
+      {"^", "[^abc]", true},
+      {"^", "[!abc]", true},
+      {"!", "[!!]", false},
       {"", "[abc]", false},
       {"", "[!abc]", false},
       {".", "[.]", false},
@@ -399,6 +403,18 @@ TEST(Gk_ROStringTest, MatchesNamesAndPatternsWithoutTerminator) {
   Gk_ROString name("x/.a");
   name.offset(2);
   EXPECT_FALSE(name.matchPathPattern("?a"));
+}
+
+TEST(Gk_ROStringTest, FoldsTheCapitalsOfAsciiAndNoOtherByte) {
+  auto const folded = [](int byte) { return byte >= 'A' && byte <= 'Z' ? byte + 32 : byte; };
+  for (int inName = 1; inName < 256; ++inName) {
+    std::string const name(1, static_cast<char>(inName));
+    for (int inPattern = 1; inPattern < 256; ++inPattern) {
+      std::string const pattern = {'\\', static_cast<char>(inPattern)};
+      ASSERT_EQ(Gk_ROString(name.c_str()).matchPathPattern(pattern.c_str()), folded(inName) == folded(inPattern))
+          << inName << " against " << inPattern;
+    }
+  }
 }
 
 TEST(Gk_ROStringTest, BytesAboveAsciiAreNotSigned) {

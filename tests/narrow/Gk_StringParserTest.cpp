@@ -230,6 +230,17 @@ TEST(Gk_StringParserTest, ReadsTextWithoutTerminator) {
   EXPECT_EQ(spillIndex(twiceParser, twice), 6);
 }
 
+// The bytes of a text that was cut still stand behind it.
+TEST(Gk_StringParserTest, ReadsNothingBehindTheText) {
+  Gk_String text("12345");
+  text.shrinkEnd(4);
+  Gk_StringParser parser(text);
+  EXPECT_EQ(parser.intValue(), 12);
+  EXPECT_EQ(spillIndex(parser, text), 2);
+  EXPECT_EQ(parser.uIntValue(), 12u);
+  EXPECT_EQ(parser.realValue(), 12.0);
+}
+
 TEST(Gk_StringParserTest, StringOfNoElementsReadsAsZero) {
   Gk_StringParser parser{Gk_String()};
   EXPECT_EQ(parser.realValue(), 0.0);

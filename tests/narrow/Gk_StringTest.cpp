@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "VRELAllocException.h"
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -209,6 +211,13 @@ TEST(Gk_StringTest, AppendsCountedBytes) {
   string.append(-1, bytes);
   string.append(3, nullptr);
   EXPECT_EQ(elements(string), "abcdcdef\0"sv);
+}
+
+TEST(Gk_StringTest, MoreBytesThanAStringHoldsThrow) {
+  Gk_String string("ab");
+  EXPECT_THROW(string.append(INT_MAX, "x"), VRELAllocException);
+  EXPECT_THROW(string.append(INT_MAX - 2, "x"), VRELAllocException);
+  EXPECT_EQ(elements(string), "ab\0"sv);
 }
 
 TEST(Gk_StringTest, AppendsItself) {

@@ -89,6 +89,13 @@ TEST(Gk_FuncTest, BinCoeffMultipliesFromTheLargestQuotientDown) {
   EXPECT_EQ(Gk_Func::binCoeff(7, 3), 5.0 * (3.0 * first));
 }
 
+// Multiplied in as many steps as k has, these would be off in the last place, and the last row would take minutes.
+TEST(Gk_FuncTest, BinCoeffGoesByTheSmallerOfKAndTheRest) {
+  EXPECT_EQ(Gk_Func::binCoeff(8, 7), 8.0);
+  EXPECT_EQ(Gk_Func::binCoeff(10, 8), 45.0);
+  EXPECT_EQ(Gk_Func::binCoeff(2000000000, 1999999999), 2000000000.0);
+}
+
 TEST(Gk_FuncTest, BinCoeffOfHugeNumbersEnds) {
   EXPECT_EQ(Gk_Func::binCoeff(2147483647, 1000000000), infinity);
   EXPECT_EQ(Gk_Func::binCoeff(2147483647, std::numeric_limits<int>::min()), 0.0);

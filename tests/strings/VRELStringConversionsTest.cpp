@@ -370,6 +370,12 @@ TEST(RemoveDoubleQuotesTest, BothArgumentsMayBeOneObject) {
   EXPECT_EQ(text.toUtf8(), "abc");
 }
 
+TEST(RemoveDoubleQuotesTest, TheTextEndsAtAZeroInside) {
+  VRELString const text("x\"+AAA-b", "UTF-7");
+  ASSERT_EQ(text.length(), 4);
+  EXPECT_EQ(Stripped(text), u"x");
+}
+
 // The loop as it is promised, step by step.
 VRELString StripSlowly(VRELString const& in) {
   unsigned short const quote = u'"';

@@ -103,6 +103,8 @@ TEST(VRELStringTest, BuildsFromOneCodePoint) {
       {0, u""},
       {'A', u"A"},
       {0xE9, u"\u00E9"},
+      {0xD800, std::u16string(1, char16_t(0xD800))},
+      {0xDFFF, std::u16string(1, char16_t(0xDFFF))},
       {0xFFFD, u"\uFFFD"},
       {0xFFFF, std::u16string(1, char16_t(0xFFFF))},
       {0x10000, {char16_t(0xD800), char16_t(0xDC00)}},
@@ -536,6 +538,16 @@ TEST(VRELStringTest, ComparesFoldedTexts) {
     EXPECT_EQ(Sign(a.compareToIgnoreCase(b)), row.sign);
     EXPECT_EQ(Sign(b.compareToIgnoreCase(a)), -row.sign);
     EXPECT_EQ(a.equalsIgnoreCase(b), row.sign == 0);
+  }
+}
+
+TEST(VRELStringTest, FoldsTheLettersOfAsciiAndNothingElseOfIt) {
+  auto const folded = [](int c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; };
+  for (int a = 1; a < 128; ++a) {
+    for (int b = 1; b < 128; ++b) {
+      ASSERT_EQ(Sign(VRELString(a).compareToIgnoreCase(VRELString(b))), Sign(folded(a) - folded(b)))
+          << a << " and " << b;
+    }
   }
 }
 

@@ -47,6 +47,7 @@ TEST(VRELStringTokenizerTest, AnUninitializedTextHasNoToken) {
 
 TEST(VRELStringTokenizerTest, OfTheSeparatorTheLow16BitsCount) {
   EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString(L"a,b"), static_cast<wchar_t>(0x1002C))), (Expected{"a", "b"}));
+  EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString(L"a\u042Cb,c"), L'\u042C')), (Expected{"a", "b,c"}));
 }
 
 TEST(VRELStringTokenizerTest, AZeroSeparatorFindsTheEnd) {
