@@ -395,6 +395,20 @@ TEST(VRELStringTest, UninitializedTextAnswersEverything) {
   EXPECT_EQ(text.getConvertToRestrictedASCIISize(), 0);
 }
 
+// Nobody is promised an answer; but none of them may crash.
+TEST(VRELStringTest, UninitializedArgumentsAreHarmless) {
+  VRELString const text(L"abc");
+  VRELString const gone = Uninitialized();
+  EXPECT_NE(text.compareTo(gone), 0);
+  EXPECT_NE(text.compareToIgnoreCase(gone), 0);
+  EXPECT_FALSE(text.startsWith(gone));
+  EXPECT_FALSE(text.endsWith(gone));
+  EXPECT_EQ(text.indexOf(gone, 0), -1);
+  EXPECT_EQ(text.lastIndexOf(gone, 0), -1);
+  EXPECT_EQ(Units(text + gone), u"abc");
+  EXPECT_FALSE(VRELString(gone).getIsInitialized());
+}
+
 TEST(VRELStringTest, UninitializedTextFailsToConvert) {
   VRELString const text = Uninitialized();
   char bytes[4] = {'x', 'x', 'x', 'x'};
@@ -416,6 +430,7 @@ TEST(VRELStringTest, UninitializedTextFailsToConvert) {
   bytes[0] = 'x';
   EXPECT_EQ(text.convertToRestrictedASCII(bytes, 4), VREL_E_FAIL);
   EXPECT_EQ(bytes[0], 0);
+  EXPECT_EQ(bytes[1], 'x');
   char* chars = bytes;
   EXPECT_EQ(VRELStringToChars(text, chars), VREL_E_FAIL);
   EXPECT_EQ(chars, nullptr);
@@ -667,6 +682,15 @@ TEST(VRELStringTest, FindsTexts) {
   EXPECT_EQ(ab.charAt(2), 0);
   EXPECT_EQ(text.getConvertToUTF16Size(), 9);
   EXPECT_EQ(ab.getConvertToUTF16Size(), 3);
+}
+
+TEST(VRELStringTest, TheTerminatorTakesNoPartInASearchForAText) {
+  VRELString const sought("a+AAA-", "UTF-7");  // "a" and U+0000
+  ASSERT_EQ(sought.length(), 2);
+  EXPECT_EQ(VRELString(L"ba").indexOf(sought, 0), -1);
+  EXPECT_EQ(VRELString(L"ba").lastIndexOf(sought, 0), -1);
+  EXPECT_EQ(TextWithZero().indexOf(sought, 0), 0);
+  EXPECT_EQ(TextWithZero().lastIndexOf(sought, 0), 0);
 }
 
 TEST(VRELStringTest, EmptyTextIsFoundAtTheEnd) {
