@@ -3,8 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <limits>
 #include <string>
+
+#include "ChildProcess.h"
 
 namespace {
 
@@ -61,6 +66,19 @@ TEST(VRELDateTest, SecondsAreDatesInUtc) {
   EXPECT_EQ(out.toUtf8(), "Tue Feb 29 00:00:00 2000");
   EXPECT_EQ(VRELDate::FormatDate(-1L, out), VREL_S_OK);
   EXPECT_EQ(out.toUtf8(), "Wed Dec 31 23:59:59 1969");
+}
+
+TEST(VRELDateTest, TheTimeZoneTakesNoPart) {
+  ChildResult const child = RunInChild([] {
+    setenv("TZ", "EAST-5", 1);
+    tzset();
+    VRELString out;
+    VRELDate::FormatDate(0L, out);
+    std::printf("%s", out.toUtf8().c_str());
+    return 0;
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  EXPECT_EQ(child.output, "Thu Jan  1 00:00:00 1970");
 }
 
 TEST(VRELDateTest, AYearThatFitsNoIntFails) {
