@@ -38,6 +38,14 @@ TEST(VRELStringTokenizerTest, TakesBytes) {
   EXPECT_EQ(Tokens(VRELStringTokenizer(static_cast<char const*>(nullptr), L';')), Expected{});
 }
 
+TEST(VRELStringTokenizerTest, GivesThePiecesThemselves) {
+  VRELStringTokenizer const tokenizer(VRELString(L"a..bc"), L'.');
+  EXPECT_EQ(tokenizer.Token(0).toUtf8(), "a");
+  EXPECT_EQ(tokenizer.Token(1).toUtf8(), "");
+  EXPECT_EQ(tokenizer.Token(2).toUtf8(), "bc");
+  EXPECT_EQ(&tokenizer.Token(2), &tokenizer.Token(2));
+}
+
 TEST(VRELStringTokenizerTest, AnUninitializedTextHasNoToken) {
   VRELString text(L"a,b");
   VRELString const taken(std::move(text));

@@ -19,6 +19,8 @@ class VREL_EXPORT VRELStringTokenizer {
   int GetTokenCount() const;
   // VREL_E_FAIL, with `out` as it was, for an index outside 0 to count - 1.
   VRINResult GetToken(int index, VRELString& out) const;
+  // The piece itself, as long as this object lives; the index must be one of 0 to count - 1.
+  VRELString const& Token(int index) const noexcept { return tokens[index]; }
 
  private:
   void Initialize(VRELString const& text, wchar_t separator);

@@ -1,0 +1,5 @@
+#include "VRELOptionsArray.h"
+
+VRELOptionsArray::VRELOptionsArray() = default;
+
+VRELOptionsArray::~VRELOptionsArray() = default;

@@ -1,0 +1,236 @@
+#include "VRELOptionToken.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "TurkishLocale.h"
+#include "VRELOption.h"
+#include "VRELStringConversions.h"
+
+namespace {
+
+// A node without a parent that clears what it holds.
+struct Root {
+  ~Root() { node.RemoveAll(); }
+
+  VRELOptionToken node{nullptr};
+};
+
+VRELOptionToken* Add(VRELOptionToken& node, wchar_t const* key) {
+  VRELOptionToken* child = nullptr;
+  EXPECT_EQ(node.AddToken(key, child), VREL_S_OK);
+  return child;
+}
+
+std::vector<VRELOptionToken*> Children(VRELOptionToken const& node) {
+  std::vector<VRELOptionToken*> children;
+  EXPECT_EQ(node.InitEnumeration(), VREL_S_OK);
+  VRELOptionToken* child = nullptr;
+  while (node.GetNextChild(child).IsSuccess()) children.push_back(child);
+  EXPECT_EQ(child, nullptr);
+  return children;
+}
+
+TEST(VRELOptionTokenTest, FindsWhatWasAdded) {
+  Root root;
+  VRELOptionToken* const step = Add(root.node, L"Step");
+  VRELOptionToken* const wildcard = Add(root.node, L"*");
+  ASSERT_NE(step, nullptr);
+  ASSERT_NE(wildcard, nullptr);
+  EXPECT_NE(step, wildcard);
+  EXPECT_EQ(Add(root.node, L"sTEP"), step);
+  EXPECT_EQ(Add(root.node, L"*"), wildcard);
+
+  VRELOptionToken* found = &root.node;
+  EXPECT_EQ(root.node.GetToken(L"STEP", found), VREL_S_OK);
+  EXPECT_EQ(found, step);
+  EXPECT_EQ(root.node.GetToken(L"*", found), VREL_S_OK);
+  EXPECT_EQ(found, wildcard);
+  EXPECT_EQ(root.node.GetToken(L"Iges", found), VREL_E_FAIL);
+  EXPECT_EQ(found, nullptr);
+  found = &root.node;
+  EXPECT_EQ(step->GetToken(L"*", found), VREL_E_FAIL);
+  EXPECT_EQ(found, nullptr);
+}
+
+TEST(VRELOptionTokenTest, RefusesTheEmptyKey) {
+  Root root;
+  VRELOptionToken* found = &root.node;
+  EXPECT_EQ(root.node.GetToken(L"", found), VREL_E_FAIL);
+  EXPECT_EQ(found, nullptr);
+  found = &root.node;
+  EXPECT_EQ(root.node.AddToken(L"", found), VREL_E_FAIL);
+  EXPECT_EQ(found, nullptr);
+  EXPECT_TRUE(Children(root.node).empty());
+}
+
+TEST(VRELOptionTokenTest, LooksIntoNoToken) {
+  Root root;
+  std::vector<VRELOptionToken*> const added = {Add(root.node, L"true/Free"), Add(root.node, L"**"),
+                                               Add(root.node, L"HealBodyPostProcess|XIges"), Add(root.node, L"!"),
+                                               Add(root.node, L"a.b")};
+  EXPECT_EQ(Children(root.node).size(), added.size());
+}
+
+TEST(VRELOptionTokenTest, TellsItsParent) {
+  Root root;
+  VRELOptionToken* parent = &root.node;
+  EXPECT_EQ(root.node.GetParent(parent), VREL_E_FAIL);
+  EXPECT_EQ(parent, nullptr);
+  for (wchar_t const* key : {L"Step", L"*"}) {
+    EXPECT_EQ(Add(root.node, key)->GetParent(parent), VREL_S_OK);
+    EXPECT_EQ(parent, &root.node);
+  }
+}
+
+TEST(VRELOptionTokenTest, HoldsOneOption) {
+  Root root;
+  auto* const first = new VRELOption(VRELString(L"first"));
+  VRELOption* stored = first;
+  EXPECT_EQ(root.node.GetOption(stored), VREL_E_OPTION_UNSET);
+  EXPECT_EQ(stored, nullptr);
+  EXPECT_EQ(root.node.SetOption(nullptr), VREL_E_INVALID_ARGUMENT);
+  EXPECT_EQ(root.node.GetOption(stored), VREL_E_OPTION_UNSET);
+
+  EXPECT_EQ(root.node.SetOption(first), VREL_S_OK);
+  EXPECT_EQ(root.node.GetOption(stored), VREL_S_OK);
+  EXPECT_EQ(stored, first);
+  EXPECT_EQ(root.node.SetOption(first), VREL_S_OK);
+  EXPECT_EQ(root.node.SetOption(nullptr), VREL_E_INVALID_ARGUMENT);
+  EXPECT_EQ(root.node.GetOption(stored), VREL_S_OK);
+  EXPECT_EQ(stored, first);
+
+  // The node owns its option, and so deletes this one; what leaks is told by the leak check.
+  auto* const second = new VRELOption(VRELString(L"second"));
+  EXPECT_EQ(root.node.SetOption(second), VREL_S_OK);
+  EXPECT_EQ(root.node.GetOption(stored), VREL_S_OK);
+  EXPECT_EQ(stored, second);
+}
+
+TEST(VRELOptionTokenTest, GivesNamedChildrenByTheirSlotsAndTheWildcardLastAndOnce) {
+  Root root;
+  EXPECT_TRUE(Children(root.node).empty());
+  // Of 17 slots these take 8, 11, 14, 0 and 3.
+  VRELOptionToken* const wildcard = Add(root.node, L"*");
+  VRELOptionToken* const a = Add(root.node, L"a");
+  VRELOptionToken* const b = Add(root.node, L"B");
+  VRELOptionToken* const c = Add(root.node, L"C");
+  VRELOptionToken* const d = Add(root.node, L"d");
+  VRELOptionToken* const e = Add(root.node, L"E");
+  std::vector<VRELOptionToken*> const expected = {d, e, a, b, c, wildcard};
+  EXPECT_EQ(Children(root.node), expected);
+  EXPECT_EQ(Children(root.node), expected);
+
+  VRELOptionToken* child = a;
+  EXPECT_EQ(root.node.GetNextChild(child), VREL_E_FAIL);
+  EXPECT_EQ(child, nullptr);
+  root.node.InitEnumeration();
+  EXPECT_EQ(root.node.GetNextChild(child), VREL_S_OK);
+  EXPECT_EQ(child, d);
+}
+
+TEST(VRELOptionTokenTest, GivesTheWildcardAlone) {
+  Root root;
+  VRELOptionToken* const wildcard = Add(root.node, L"*");
+  EXPECT_EQ(Children(root.node), std::vector<VRELOptionToken*>{wildcard});
+  Root named;
+  VRELOptionToken* const child = Add(named.node, L"a");
+  EXPECT_EQ(Children(named.node), std::vector<VRELOptionToken*>{child});
+}
+
+TEST(VRELOptionTokenTest, RemovesAllThatLiesBelow) {
+  VRELOptionToken root(nullptr);
+  for (wchar_t const* key : {L"a", L"b", L"*"}) {
+    VRELOptionToken* const child = Add(root, key);
+    child->SetOption(new VRELOption);
+    Add(*child, L"c")->SetOption(new VRELOption);
+    Add(*child, L"*")->SetOption(new VRELOption);
+  }
+  root.SetOption(new VRELOption);
+  EXPECT_EQ(root.RemoveAll(), VREL_S_OK);
+  VRELOption* option = nullptr;
+  EXPECT_EQ(root.GetOption(option), VREL_E_OPTION_UNSET);
+  VRELOptionToken* child = nullptr;
+  for (wchar_t const* key : {L"a", L"b", L"*"}) EXPECT_EQ(root.GetToken(key, child), VREL_E_FAIL);
+  EXPECT_EQ(root.GetNextChild(child), VREL_E_FAIL);
+  // It serves on.
+  VRELOptionToken* const again = Add(root, L"b");
+  EXPECT_EQ(Children(root), std::vector<VRELOptionToken*>{again});
+  EXPECT_EQ(root.RemoveAll(), VREL_S_OK);
+}
+
+TEST(VRELOptionTokenTest, RemovesOnlyItsOwnBranch) {
+  Root root;
+  VRELOptionToken* const a = Add(root.node, L"a");
+  VRELOptionToken* const b = Add(root.node, L"b");
+  Add(*a, L"x");
+  Add(*b, L"y");
+  EXPECT_EQ(a->RemoveAll(), VREL_S_OK);
+  EXPECT_TRUE(Children(*a).empty());
+  EXPECT_EQ(Children(*b).size(), 1U);
+  EXPECT_EQ(Children(root.node).size(), 2U);
+}
+
+TEST(VRELOptionTokenTest, ADestructorDeletesNothing) {
+  VRELOption option(VRELString(L"mine"));
+  VRELOptionToken* named = nullptr;
+  VRELOptionToken* wildcard = nullptr;
+  {
+    VRELOptionToken node(nullptr);
+    named = Add(node, L"a");
+    wildcard = Add(node, L"*");
+    node.SetOption(&option);
+  }
+  EXPECT_EQ(option.SetValue(7), VREL_S_OK);
+  Add(*named, L"b");
+  EXPECT_EQ(Children(*named).size(), 1U);
+  EXPECT_TRUE(Children(*wildcard).empty());
+  named->RemoveAll();
+  delete named;
+  delete wildcard;
+}
+
+TEST(VRELOptionTokenTest, HashesTheUpperCase) {
+  // 65 * 37, for the letter and the zero behind it.
+  EXPECT_EQ(VRELOptionToken::GetHashValue(L"A"), 2405U);
+  EXPECT_EQ(VRELOptionToken::GetHashValue(L"a"), 2405U);
+  EXPECT_EQ(VRELOptionToken::GetHashValue(L"-"), 45U * 37U);
+  EXPECT_EQ(VRELOptionToken::GetHashValue(L"ab"), (65U * 37U + 66U) * 37U);
+  for (std::size_t length : {0U, 1U, 7U, 31U, 32U, 62U, 63U, 64U, 65U, 300U}) {
+    VRELString const text(std::string(length, 'q') + "R");
+    EXPECT_EQ(VRELOptionToken::GetHashValue(text),
+              static_cast<unsigned int>(VRELStringConvertToUpperCase(text).hashCode()));
+  }
+  for (wchar_t const* key : {L"", L"ConvertAttributes", L"HealBodyPostProcess|XIges", L"Schraube \u00F6\u00DF",
+                             L"\u0131i\u0130", L"\uFFFD\uFF41", L"\U0001F529", L"a\U00010428"}) {
+    EXPECT_EQ(VRELOptionToken::GetHashValue(key),
+              static_cast<unsigned int>(VRELStringConvertToUpperCase(VRELString(key)).hashCode()))
+        << VRELString(key);
+  }
+  std::u16string lone = u"ab";
+  lone += static_cast<char16_t>(0xD800);
+  VRELString const broken{std::u16string_view(lone)};
+  EXPECT_EQ(VRELOptionToken::GetHashValue(broken),
+            static_cast<unsigned int>(VRELStringConvertToUpperCase(broken).hashCode()));
+}
+
+TEST(VRELOptionTokenTest, TheUpperCaseIsThatOfTheLocale) {
+  ChildResult const child = RunInTurkishLocale([] {
+    // 304 * 37: the capital of "i" has a dot there.
+    return VRELOptionToken::GetHashValue(L"i") == 11248U && VRELOptionToken::GetHashValue(L"I") == 73U * 37U ? 0 : 1;
+  });
+  if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "no locale";
+  EXPECT_EQ(child.exitStatus, 0);
+}
+
+TEST(VRELOptionTokenTest, ComparesWithoutCase) {
+  EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"Step", L"sTEP"));
+  EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"", L""));
+  EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"\u00D6l", L"\u00F6L"));
+  EXPECT_FALSE(VRELOptionToken::HashEqualFunction(L"Step", L"Steps"));
+  EXPECT_FALSE(VRELOptionToken::HashEqualFunction(L"*", L"Step"));
+}
+
+}  // namespace
