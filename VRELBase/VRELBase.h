@@ -131,6 +131,9 @@
 #include "VRELCfgFileKey.h"
 #include "VRELCfgFileSection.h"
 #include "VRELOption.h"
+#include "VRELOptionToken.h"
+#include "VRELOptions.h"
+#include "VRELOptionsArray.h"
 
 // Logging.
 #include "VRELTrace.h"
