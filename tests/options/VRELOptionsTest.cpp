@@ -683,27 +683,42 @@ void AddEachKind(VRELOptions& options) {
   options.AddOption(L"B", "some text");
 }
 
+// What a dump writes behind its heading.
+std::string Written(VRELOptions const& options) {
+  std::string const text = TextOf([&](VRELOutputStream* stream) {
+    VRELStreamFormatter formatter(stream);
+    options.DumpOptions(formatter);
+  });
+  std::string const heading =
+      "Options currently present and there values are given below : \n"
+      "============================================================= \n"
+      "\n";
+  EXPECT_EQ(text.substr(0, heading.size()), heading);
+  return text.substr(heading.size());
+}
+
 TEST(VRELOptionsTest, DumpsOnAFormatter) {
   VRELOptions options;
+  EXPECT_EQ(Written(options), "");
   AddEachKind(options);
-  EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
-              VRELStreamFormatter formatter(stream);
-              options.DumpOptions(formatter);
-            }),
-            "Options currently present and there values are given below : \n"
-            "============================================================= \n"
-            "\n"
+  EXPECT_EQ(Written(options),
             "The Option \"Step.D\" value is\t\t=     3\n"
             "The Option \"E\" value is\t\t=     0.250000\n"
             "The Option \"A\" value is\t\t=     false\n"
             "The Option \"B\" value is\t\t=     some text\n");
-  EXPECT_EQ(TextOf([](VRELOutputStream* stream) {
+}
+
+TEST(VRELOptionsTest, DumpsByTheEndlineOfTheFormatter) {
+  VRELOptions options;
+  options.AddOption(L"A", 1);
+  EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
               VRELStreamFormatter formatter(stream);
-              VRELOptions().DumpOptions(formatter);
+              formatter.endline() = formatter.empty();
+              options.DumpOptions(formatter);
             }),
-            "Options currently present and there values are given below : \n"
-            "============================================================= \n"
-            "\n");
+            "Options currently present and there values are given below : "
+            "============================================================= "
+            "The Option \"A\" value is\t\t=     1");
 }
 
 TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
@@ -716,13 +731,7 @@ TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
   options.AddOption(L"A", "twelve");
   options.AddOption(L"B", true);
   options.AddOption(L"B", "off");
-  EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
-              VRELStreamFormatter formatter(stream);
-              options.DumpOptions(formatter);
-            }),
-            "Options currently present and there values are given below : \n"
-            "============================================================= \n"
-            "\n"
+  EXPECT_EQ(Written(options),
             "The Option \"D\" value is\t\t=     1.000000\n"
             "The Option \"E\" value is\t\t=     12\n"
             "The Option \"A\" value is\t\t=     twelve\n"
