@@ -164,7 +164,6 @@ void StepReader::ReadInstances() {
     ReadRecords();
     Expect(';', place);
   }
-  place = "data";
 }
 
 void StepReader::OpenInstance() {

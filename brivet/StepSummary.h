@@ -25,7 +25,7 @@ struct StepSummary {
 
   struct EscapedString {
     std::size_t line = 0;  // where it begins
-    std::string place;     // "#12", or in small letters the section: "header", "data"
+    std::string place;     // "#12", or in small letters the section: "header", "data", "anchor", "reference"
     VRELString text;
   };
 

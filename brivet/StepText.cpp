@@ -1,5 +1,7 @@
 #include "StepText.h"
 
+#include <langinfo.h>
+
 #include <cstddef>
 #include <string_view>
 
@@ -60,7 +62,8 @@ Escape Classify(std::string_view text, std::size_t& length) {
 VRELString DecodePlain(std::string const& bytes) {
   VRELString const utf8(bytes);
   bool const valid = utf8.view().find(u'\uFFFD') == std::u16string_view::npos;
-  return valid ? utf8 : VRELString(bytes.c_str());
+  // By name: without one, ICU may take UTF-8 whatever the locale says.
+  return valid ? utf8 : VRELString(bytes.c_str(), nl_langinfo(CODESET));
 }
 
 // One escape at a time: the reader takes no notice of doubled backslashes, and it reads what stands behind an escape as

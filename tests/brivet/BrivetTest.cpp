@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ChildProcess.h"
+#include "ScratchDirectory.h"
 #include "TextSource.h"
 
 namespace {
@@ -149,6 +150,20 @@ TEST_F(BrivetTest, ReadsBytesBeyondAsciiAsUtf8OrByTheLocale) {
   EXPECT_EQ(nameLine("m\xC3\xBCller", "C"), "File Name                : C:\\parts\\m\xC3\xBCller");
   // No UTF-8, and a locale that does not know the byte either.
   EXPECT_EQ(nameLine("m\xFCller", "C.UTF-8"), "File Name                : C:\\parts\\m\xEF\xBF\xBDller");
+}
+
+TEST_F(BrivetTest, ReadsBytesThatAreNoUtf8InTheEncodingOfTheLocale) {
+  ScratchDirectory const locales;
+  RunProgram({"localedef", "-i", "de_DE", "-f", "ISO-8859-1", locales.Path("de_DE.ISO-8859-1")});
+  if (!locales.Has("de_DE.ISO-8859-1")) GTEST_SKIP() << "the system cannot make a locale of ISO 8859-1";
+  std::string document = WASHER;
+  document.replace(document.find("washer.stp"), 10, "m\xFCller");
+  ProgramOptions options;
+  options.environment = {"LOCPATH=" + locales.Path(), "LC_ALL=de_DE.ISO-8859-1"};
+  options.input = document;
+  ChildResult const result = RunProgram({BRIVET_PROGRAM, "/dev/stdin"}, options);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, HasSubstr("File Name                : C:\\parts\\m\xC3\xBCller\n"));
 }
 
 TEST_F(BrivetTest, SummarisesTheShippedDocument) {

@@ -2,12 +2,17 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <string>
 
 #include "ChildProcess.h"
+#include "OpenDescriptors.h"
+#include "ScratchDirectory.h"
 #include "StepError.h"
 #include "TextSource.h"
 
@@ -24,6 +29,15 @@ long CodeOf(std::string const& path) {
     return error.result;
   }
   return VREL_S_OK;
+}
+
+volatile std::sig_atomic_t alarms = 0;
+int fifo = -1;
+
+// The third alarm brings the byte that the reader waits for.
+void CountAlarm(int) {
+  alarms = alarms + 1;
+  if (alarms == 3 && write(fifo, "x", 1) != 1) _exit(1);
 }
 
 }  // namespace
@@ -66,4 +80,37 @@ TEST(InputFileTest, RefusesAFileThatMayNotBeRead) {
   });
   EXPECT_EQ(result.exitStatus, 0);
   std::remove(path.c_str());
+}
+
+TEST(InputFileTest, ClosesTheFile) {
+  {
+    InputFile const file(BracketPath());
+    EXPECT_EQ(CountOpenDescriptors(BracketPath()), 1);
+  }
+  EXPECT_EQ(CountOpenDescriptors(BracketPath()), 0);
+}
+
+TEST(InputFileTest, ReadsOnAfterASignal) {
+  ScratchDirectory const directory;
+  std::string const path = directory.Path("fifo");
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  fifo = open(path.c_str(), O_RDWR);
+  ASSERT_GE(fifo, 0);
+  alarms = 0;
+  InputFile file(path);
+  struct sigaction interrupting = {};
+  struct sigaction old = {};
+  interrupting.sa_handler = CountAlarm;
+  sigaction(SIGALRM, &interrupting, &old);
+  itimerval const often = {{0, 20000}, {0, 20000}};
+  itimerval const never = {};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  char block[4];
+  std::size_t count = 0;
+  EXPECT_NO_THROW(count = file.Read(block, sizeof block));
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &old, nullptr);
+  close(fifo);
+  EXPECT_EQ(count, 1U);
+  EXPECT_GE(alarms, 3);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <random>
 #include <set>
 #include <string>
@@ -92,7 +93,8 @@ TEST(StepSummaryTest, ReadsTheHeader) {
 TEST(StepSummaryTest, TakesHeadersThatAreNotByTheBook) {
   // A string where a list belongs, $ in a list, parameters that are left out, another order, other entities.
   StepSummary const summary = ReadSummary(
-      "ISO-10303-21;HEADER;FILE_SCHEMA('S');!MINE(1,(2,3),T('x'));FILE_NAME('n',$,($,'a',$));SECTION_LANGUAGE($,'en');"
+      "ISO-10303-21;HEADER;FILE_SCHEMA('S');!MINE(1,(2,3),T('x'));FILE_NAME('n',$,($,'a',$),*);SECTION_LANGUAGE($,'en')"
+      ";"
       "FILE_DESCRIPTION();ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(Texts(summary.header[2].parameters[0]), std::vector<std::string>{"S"});
   EXPECT_EQ(Texts(summary.header[1].parameters[0]), std::vector<std::string>{"n"});
@@ -137,16 +139,19 @@ TEST(StepSummaryTest, ListsStringsWithEscapes) {
       "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('\\S\\d'),'2;1');\nFILE_NAME('\\\\','',(),(),'','','');\n"
       "FILE_SCHEMA(('S'));\nNOTE((T('\\S\\v')));ENDSEC;\nDATA('\\S\\|',('S'));\n#1=A('plain','a\\b',\n'two\n"
       "\\X2\\30\nD6\\X0\\ lines');\n#1204=(B('\\X\\E9')C(('x',L('\\S\\A'))));\n"
-      "#5=&SCOPE #6=A('\\S\\B');ENDSCOPE A('it''s \\S\\C');\nENDSEC;\nEND-ISO-10303-21;\n");
+      "#5=&SCOPE #6=A('\\S\\B');ENDSCOPE A('it''s \\S\\C');\nENDSEC;\nANCHOR;<a>='\\S\\D';ENDSEC;\n"
+      "REFERENCE;#9=('\\S\\E');ENDSEC;DATA('\\S\\F',('S'));ENDSEC;\nEND-ISO-10303-21;\n");
   struct Row {
     std::size_t line;
     char const* place;
     char const* text;
   };
-  Row const rows[] = {
-      {3, "header", "\xC3\xA4"},          {4, "header", "\\"},      {6, "header", "\xC3\xB6"}, {7, "data", "\xC3\xBC"},
-      {9, "#1", "two\xE3\x83\x96 lines"}, {12, "#1204", "\\X\\E9"}, {12, "#1204", "\xC3\x81"}, {13, "#6", "\xC3\x82"},
-      {13, "#5", "it's \xC3\x83"}};
+  Row const rows[] = {{3, "header", "\xC3\xA4"},          {4, "header", "\\"},
+                      {6, "header", "\xC3\xB6"},          {7, "data", "\xC3\xBC"},
+                      {9, "#1", "two\xE3\x83\x96 lines"}, {12, "#1204", "\\X\\E9"},
+                      {12, "#1204", "\xC3\x81"},          {13, "#6", "\xC3\x82"},
+                      {13, "#5", "it's \xC3\x83"},        {15, "anchor", "\xC3\x84"},
+                      {16, "reference", "\xC3\x85"},      {16, "data", "\xC3\x86"}};
   ASSERT_EQ(summary.escapedStrings.size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     EXPECT_EQ(summary.escapedStrings[i].line, rows[i].line) << i;
@@ -224,6 +229,29 @@ TEST(StepSummaryTest, TakesDeepListsAndScopes) {
     ends += "ENDSCOPE A();";
   }
   EXPECT_EQ(ReadSummary(Document(scopes + ends)).simpleInstances, DEPTH);
+}
+
+// Ids that agree in their lower half share no slot for it.
+TEST(StepSummaryTest, TakesIdsFarApart) {
+  constexpr std::size_t COUNT = 100000;
+  std::string data;
+  for (std::size_t i = 0; i < COUNT; ++i) data += "#" + std::to_string(std::uint64_t{i} << 32U) + "=A();";
+  std::string const document = Document(data);
+  std::clock_t const start = std::clock();
+  EXPECT_EQ(ReadSummary(document).simpleInstances, COUNT);
+  EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
+}
+
+// A terminal or a pipe may keep back what stands behind the end.
+TEST(StepSummaryTest, AsksForNothingBehindTheEnd) {
+  std::string const document = Document("#1=A();");
+  std::string const structure = document.substr(0, EndOf(document));
+  int calls = 0;
+  ByteSource source([&structure, &calls](char* block, std::size_t) {
+    return ++calls == 1 ? structure.copy(block, structure.size()) : 0;
+  });
+  EXPECT_EQ(StepSummary::Read(source).simpleInstances, 1U);
+  EXPECT_EQ(calls, 1);
 }
 
 TEST(StepSummaryTest, RefusesEveryPrefixOfADocument) {

@@ -32,6 +32,8 @@ TEST(StepTextTest, LeavesPlainTextAlone) {
              // A lone \S\ has no character to change.
              {"C:\\S\\", "C:\\S\\"},
              {"\\s\\A", "\\s\\A"},
+             {"\\S\\\x7F", "\\S\\\x7F"},
+             {"\\S\\\xC3\xA4", "\\S\\\xC3\xA4"},
              {"m\xC3\xBCller", "m\xC3\xBCller"}},
             false);
 }
@@ -82,6 +84,9 @@ TEST(StepTextTest, KeepsOtherAndBrokenEscapesAsTheyStand) {
              {"\\PA\\x", "\\PA\\x"},
              // The end of a page selection and the begin of the next escape are no doubled backslash.
              {"\\PA\\\\S\\A", "\\PA\\\xC3\x81"},
+             // Nor are the end of an escape that is not open and a backslash behind it.
+             {"\\X0\\", "\\X0\\"},
+             {"\\X0\\\\", "\\X0\\\\"},
              {"\\X2\\\\X0\\", "\\X2\\\\X0\\"},
              {"\\X2\\00E\\X0\\", "\\X2\\00E\\X0\\"},
              {"\\X2\\00E9", "\\X2\\00E9"},

@@ -84,9 +84,10 @@ TEST(SummaryReportTest, AlignsEscapedStrings) {
 // A text can neither begin a line of its own nor move the cursor of a terminal.
 TEST(SummaryReportTest, ShowsControlCharactersByTheirCodes) {
   StepSummary summary;
-  summary.escapedStrings = {{1, "#1", VRELString(L"a\nb\r\x1B[2J\x7F\x9B\u2028\tz")}};
+  summary.escapedStrings = {{1, "#1", VRELString(L"a\nb\r\x1B[2J\x7F\x9B\x9F\u00A0\u2028\u2029\tz")}};
   std::string const page = FormatSummary(summary);
-  EXPECT_EQ(page.substr(page.find("#1")), "#1        a<U+000A>b<U+000D><U+001B>[2J<U+007F><U+009B><U+2028><U+0009>z\n");
+  EXPECT_EQ(page.substr(page.find("#1")),
+            "#1        a<U+000A>b<U+000D><U+001B>[2J<U+007F><U+009B><U+009F>\xC2\xA0<U+2028><U+2029><U+0009>z\n");
 }
 
 // Half a surrogate pair is no character.
