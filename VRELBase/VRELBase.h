@@ -136,6 +136,9 @@
 #include "VRELOptionsArray.h"
 
 // Logging.
+#include "VRELConsoleLogger.h"
+#include "VRELLogFileWrapper.h"
+#include "VRELLogger.h"
 #include "VRELTrace.h"
 
 // Units.

@@ -240,6 +240,38 @@ TEST(VRELTextEventTest, FlushesBehindEachLine) {
   EXPECT_EQ(stream.calls, "Warning : a\n(flush)Assert : b\n(flush)Error 16777217\n(flush)");
 }
 
+// Gathers what a log would hold.
+template <class Stream = VRELStringOutputStream>
+class WritingListener : public VRELEventListener {
+ public:
+  WritingListener() { VRELEventBus::GetEventBus()->AddListener(this); }
+  ~WritingListener() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
+  void HandleEvent(VRELEvent& event) override { event.GetFormattedDescription(&stream); }
+
+  Stream stream;
+};
+
+class WriteCountingStream : public VRELStringOutputStream {
+ public:
+  int write(char const* buffer, int count) override {
+    ++writes;
+    return VRELStringOutputStream::write(buffer, count);
+  }
+  int writes = 0;
+};
+
+// Of whatever length: a log takes one call of the system for a line.
+TEST(VRELTextEventTest, WritesALineInOnePiece) {
+  for (std::size_t const size : {0U, 1U, 1023U, 1042U, 1043U, 1044U, 1045U, 5000U}) {
+    SCOPED_TRACE(size);
+    WritingListener<WriteCountingStream> listener;
+    std::string const text(size, 'x');
+    VRELWarningEvent::Fire(6000, "%s", text.c_str());
+    EXPECT_EQ(listener.stream.writes, 1);
+    EXPECT_EQ(TakeText(listener.stream), "Warning : " + text + "\n");
+  }
+}
+
 TEST(VRELTextEventTest, WritesNothingWithoutStream) {
   VRELWarningEvent warning("text");
   warning.GetFormattedDescription(nullptr);
@@ -247,18 +279,8 @@ TEST(VRELTextEventTest, WritesNothingWithoutStream) {
   error.GetFormattedDescription(nullptr);
 }
 
-// Gathers what a log would hold.
-class WritingListener : public VRELEventListener {
- public:
-  WritingListener() { VRELEventBus::GetEventBus()->AddListener(this); }
-  ~WritingListener() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
-  void HandleEvent(VRELEvent& event) override { event.GetFormattedDescription(&stream); }
-
-  VRELStringOutputStream stream;
-};
-
 TEST(VRELTextEventTest, ALoggerWritesPrefixIndentationAndText) {
-  WritingListener listener;
+  WritingListener<> listener;
   VRELInfo::Tab();
   VRELInfo::Tab();
   VRELInfo::Printf("x\n");

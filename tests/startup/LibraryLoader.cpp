@@ -1,7 +1,8 @@
 // LibraryLoader order LIBRARY       loads the library and prints the names of the objects that are to be torn down, in
 //                                   the order in which they came up
-// LibraryLoader repeat LIBRARY N    loads and unloads the library N times; fails when it stays, does not begin anew, or
-//                                   leaves memory behind
+// LibraryLoader repeat LIBRARY N    loads and unloads the library N times, each time with its console set up; fails
+// when
+//                                   it stays, does not begin anew, or leaves memory behind
 // LibraryLoader codepage LIBRARY    loads the library in the locale "C" and goes to UTF-8; fails when ICU does not
 // follow
 //
@@ -70,6 +71,10 @@ int Repeat(char const* path, int rounds) {
     if (library == nullptr) return Fail(round, "does not load");
     auto const* const counter = static_cast<int const*>(dlsym(library, "_ZN14VRINObjectImpl14_objectCounterE"));
     if (counter == nullptr || *counter != 186) return Fail(round, "does not begin anew");
+    auto* const setUpConsole =
+        reinterpret_cast<void (*)(int)>(dlsym(library, "_ZN17VRELConsoleLogger5SetUpE14VRELEventLevel"));
+    if (setUpConsole == nullptr) return Fail(round, "has no console");
+    setUpConsole(0);
     dlclose(library);
     if (dlopen(path, RTLD_NOW | RTLD_NOLOAD) != nullptr) return Fail(round, "stays loaded");
     std::size_t const now = mallinfo2().uordblks;

@@ -58,6 +58,15 @@ TEST(VRELStartupTest, NamesComeUpBeforeUnitsAndBus) {
   EXPECT_LT(place("Gk_Unit::uinch"), place("VRELEventBus::_eventBus"));
 }
 
+// What comes up later goes down earlier.
+TEST(VRELStartupTest, LoggersGoDownBeforeTheBus) {
+  std::vector<std::string> const actual = ComingUp();
+  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(place("VRELConsoleLogger::_console"), actual.end());
+  EXPECT_LT(place("VRELFileOutputStream::console"), place("VRELConsoleLogger::_console"));
+  EXPECT_LT(place("VRELEventBus::_eventBus"), place("VRELConsoleLogger::_console"));
+}
+
 TEST(VRELStartupTest, LoadsAndUnloadsAHundredTimes) {
   // The memory that the C library keeps at hand for a thread would count as held.
   ProgramOptions options;

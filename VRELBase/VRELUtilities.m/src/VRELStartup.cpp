@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "Gk_Unit.h"
+#include "VRELConsoleLogger.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
 #include "VRELFileHeader.h"
@@ -75,3 +76,6 @@ VRELString const VRELFileHeader::DOCUMENT_TYPE(L"Document Type");
 VRELString const VRELFileHeader::CONFIGURATIONS_COUNT(L"Configurations Count");
 VRELString const VRELFileHeader::ACTIVE_CONFIGURATION(L"Active Configuration");
 VRELString const VRELFileHeader::CONFIGURATIONS(L"Configurations");
+
+// The loggers go down before the bus that they leave.
+VRELConsoleLogger VRELConsoleLogger::_console;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <string>
+#include <string_view>
 
 #include "VRELStreamFormatter.h"
 #include "VRELTextCopy.h"
@@ -43,5 +45,15 @@ void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximu
 
 void VRELTextEvent::WriteLine(VRELOutputStream* stream, char const* prefix) const {
   VRELStreamFormatter formatter(stream);
-  formatter << prefix << message << formatter.endline();
+  std::string_view const text(message == nullptr ? "" : message);
+  std::string_view const start(prefix);
+  char line[MaximumLength + 32];
+  if (start.size() + text.size() + 2 > sizeof line) {
+    formatter << (prefix + std::string(text) + '\n').c_str();
+    return;
+  }
+  start.copy(line, start.size());
+  text.copy(line + start.size(), text.size());
+  std::memcpy(line + start.size() + text.size(), "\n", 2);
+  formatter << line;
 }

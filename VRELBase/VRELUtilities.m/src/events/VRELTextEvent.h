@@ -30,8 +30,8 @@ class VREL_EXPORT VRELTextEvent : public VRELEvent {
   VRELTextEvent(char const* name, VRELEventLevel level, char const* format, va_list arguments,
                 int maximumLength = MaximumLength);
 
-  // Writes the prefix, the text and a line end, on a formatter of its own. A text that ends in a line feed leaves an
-  // empty line behind it, which is promised.
+  // Writes the prefix, the text and a line end, on a formatter of its own and in one piece, so that a log takes one
+  // call of the system for a line. A text that ends in a line feed leaves an empty line behind it, which is promised.
   void WriteLine(VRELOutputStream* stream, char const* prefix) const;
 
   // Formats the text, at most `maximumLength` bytes of it. A null format gives none, like a length below 1. To be

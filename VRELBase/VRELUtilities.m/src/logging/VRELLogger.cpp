@@ -1,0 +1,63 @@
+#include "VRELLogger.h"
+
+#include "VRELAbortException.h"
+#include "VRELEnvironment.h"
+#include "VRELEventBus.h"
+#include "VRELFileOutputStream.h"
+#include "VRELFilePath.h"
+#include "VRELString.h"
+
+namespace {
+
+// A keyword that is missing or unknown gives INFO.
+VRELEventLevel LevelOfEnvironment() {
+  VRELString keyword;
+  VRELEnvironment::GetVariable(L"VRELLogLevel", keyword);
+  return VRELEvent::GetLevel(keyword, VREL_LEVEL_INFO);
+}
+
+}  // namespace
+
+VRELLogger::VRELLogger() : threshold(VREL_LEVEL_NONE), stream(nullptr) {}
+
+VRELLogger::~VRELLogger() {
+  VRELLogger::Finalize();
+}
+
+void VRELLogger::HandleEvent(VRELEvent& event) {
+  if (stream != nullptr && IsPassing(event)) event.GetFormattedDescription(stream);
+}
+
+void VRELLogger::Initialize(VRELFilePath& path, VRELEventLevel level) {
+  if (!path.IsValid()) return;
+  try {
+    Initialize(new VRELFileOutputStream(path), level);
+  } catch (VRELAbortException const&) {
+    throw VRELAbortException();
+  } catch (...) {
+    // A run goes on without its log.
+    return;
+  }
+}
+
+void VRELLogger::Initialize(std::FILE* file, VRELEventLevel level) {
+  if (file != nullptr) Initialize(new VRELFileOutputStream(file), level);
+}
+
+void VRELLogger::Initialize(VRELOutputStream* newStream, VRELEventLevel level) {
+  if (stream != nullptr || newStream == nullptr) return;
+  stream = newStream;
+  Listen(level == VREL_LEVEL_DEFAULT ? LevelOfEnvironment() : level);
+}
+
+void VRELLogger::Finalize() {
+  threshold = VREL_LEVEL_NONE;
+  VRELEventBus::GetEventBus()->RemoveListener(this);
+  delete stream;
+  stream = nullptr;
+}
+
+void VRELLogger::Listen(VRELEventLevel level) {
+  threshold = level;
+  VRELEventBus::GetEventBus()->AddListener(this);
+}
