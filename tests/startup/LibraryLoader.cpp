@@ -1,8 +1,7 @@
 // LibraryLoader order LIBRARY       loads the library and prints the names of the objects that are to be torn down, in
 //                                   the order in which they came up
-// LibraryLoader repeat LIBRARY N    loads and unloads the library N times, each time with its console set up; fails
-// when
-//                                   it stays, does not begin anew, or leaves memory behind
+// LibraryLoader repeat LIBRARY N    loads the library, sets its console up and unloads it, N times; fails when it
+//                                   stays, does not begin anew, or leaves memory behind
 // LibraryLoader codepage LIBRARY    loads the library in the locale "C" and goes to UTF-8; fails when ICU does not
 // follow
 //
