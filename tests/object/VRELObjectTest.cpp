@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "VirtualSlot.h"
+
 namespace {
 
 TEST(VRELObjectTest, HoldsACopyOfItsTypeName) {
@@ -12,6 +14,10 @@ TEST(VRELObjectTest, HoldsACopyOfItsTypeName) {
   name[0] = 'x';
   EXPECT_STREQ(object.GetTypeName(), "VRELEvent");
   EXPECT_EQ(object.GetReferenceCount(), 0u);
+}
+
+TEST(VRELObjectTest, VirtualOperationKeepsItsSlot) {
+  EXPECT_EQ(SlotOf(&VRELObject::IsKindOf), 5U);
 }
 
 TEST(VRELObjectTest, NullAndEmptyNamesAreNoName) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "VirtualSlot.h"
+
 namespace {
 
 TEST(VRELReferenceCountTest, StartsWithTheGivenCount) {
@@ -45,6 +47,12 @@ TEST(VRELReferenceCountTest, AssignmentClearsTheTargetsCountAndNothingElse) {
   target.RaiseReference();
   target = itself;
   EXPECT_EQ(target.GetReferenceCount(), 0u) << "also when an object is assigned to itself";
+}
+
+TEST(VRELReferenceCountTest, VirtualOperationsKeepTheirSlots) {
+  EXPECT_EQ(SlotOf(&VRELReferenceCount::RaiseReference), 2U);
+  EXPECT_EQ(SlotOf(&VRELReferenceCount::LowerReference), 3U);
+  EXPECT_EQ(SlotOf(&VRELReferenceCount::GetName), 4U);
 }
 
 TEST(VRELReferenceCountTest, HasNoName) {

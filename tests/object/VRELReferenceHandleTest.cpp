@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "VRELTypedHandle.h"
+#include "VirtualSlot.h"
 
 namespace {
 
@@ -120,6 +123,68 @@ TEST(VRELReferenceHandleTest, TakesOverFromAHandleInsideTheReleasedObject) {
   EXPECT_EQ(head.GetInstance(), second);
   EXPECT_EQ(second->GetReferenceCount(), 2u);
   EXPECT_EQ(secondDeaths, 0);
+}
+
+TEST(VRELReferenceHandleTest, WalksAlongAChainAndDropsItBehind) {
+  int deaths[3] = {};
+  auto* last = new Node(deaths[2]);
+  auto* middle = new Node(deaths[1]);
+  auto* first = new Node(deaths[0]);
+  first->next = VRELReferenceHandle(middle);
+  middle->next = VRELReferenceHandle(last);
+  VRELReferenceHandle place(first);
+  place = first->next;
+  EXPECT_EQ(deaths[0], 1);
+  EXPECT_EQ(deaths[1], 0);
+  EXPECT_EQ(place.GetInstance(), middle);
+  EXPECT_EQ(middle->GetReferenceCount(), 1u);
+  place = middle->next;
+  EXPECT_EQ(deaths[1], 1);
+  EXPECT_EQ(place.GetInstance(), last);
+  EXPECT_EQ(last->GetReferenceCount(), 1u);
+  place = last->next;
+  EXPECT_EQ(deaths[2], 1);
+  EXPECT_FALSE(place.IsValid());
+}
+
+// Writes down what happens to it.
+class Diarist : public VRELReferenceCount {
+ public:
+  Diarist(char theName, std::string& theDiary) : name(theName), diary(theDiary) {}
+  ~Diarist() override { Write("dies"); }
+
+  unsigned int RaiseReference() override {
+    Write("raised");
+    return VRELReferenceCount::RaiseReference();
+  }
+  unsigned int LowerReference() override {
+    Write("lowered");
+    return VRELReferenceCount::LowerReference();
+  }
+
+ private:
+  void Write(char const* what) { diary += std::string(1, name) + " " + what + ", "; }
+
+  char name;
+  std::string& diary;
+};
+
+TEST(VRELReferenceHandleTest, AssignmentLowersAndDeletesBeforeItRaises) {
+  std::string diary;
+  VRELReferenceHandle target(new Diarist('a', diary));
+  VRELReferenceHandle const source(new Diarist('b', diary));
+  VRELReferenceHandle const holder(new Diarist('c', diary));
+  diary.clear();
+  target = source;
+  EXPECT_EQ(diary, "a lowered, a dies, b raised, ");
+  diary.clear();
+  target = holder;
+  EXPECT_EQ(diary, "b lowered, c raised, ") << "the source keeps b alive";
+}
+
+TEST(VRELReferenceHandleTest, VirtualOperationsKeepTheirSlots) {
+  EXPECT_EQ(SlotOf(&VRELReferenceHandle::IsValid), 2U);
+  EXPECT_EQ(sizeof(VRELReferenceHandle), 2 * sizeof(void*));
 }
 
 TEST(VRELReferenceHandleTest, LoweringByHandDeletesNothing) {

@@ -19,9 +19,8 @@ bool VRELReferenceHandle::IsValid() const {
 
 VRELReferenceHandle& VRELReferenceHandle::operator=(VRELReferenceHandle const& other) {
   if (*this == other) return *this;
-  // The other handle may stand inside the object that goes now.
   VRELReferenceCount* const taken = other.instance;
-  Release();
+  ReleaseBeside(taken);
   instance = taken;
   if (instance != nullptr) instance->RaiseReference();
   return *this;
@@ -37,4 +36,13 @@ bool VRELReferenceHandle::operator<(VRELReferenceHandle const& other) const noex
 
 void VRELReferenceHandle::Release() {
   if (instance != nullptr && instance->LowerReference() == 0) delete instance;
+}
+
+// The object that dies may hold the only handle on `kept`, as the node of a list does on the next one.
+void VRELReferenceHandle::ReleaseBeside(VRELReferenceCount* kept) {
+  if (kept == nullptr) return Release();
+  if (instance == nullptr || instance->LowerReference() != 0) return;
+  kept->VRELReferenceCount::RaiseReference();
+  delete instance;
+  kept->VRELReferenceCount::LowerReference();
 }

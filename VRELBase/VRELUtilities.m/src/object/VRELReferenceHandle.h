@@ -17,7 +17,8 @@ class VREL_EXPORT VRELReferenceHandle {
   // Whether an object is held.
   virtual bool IsValid() const;
 
-  // Releases the held object, then takes the other's. Nothing happens when both hold the same object.
+  // Releases the held object, then takes the other's. Nothing happens when both hold the same object. The other handle
+  // may stand inside the object that is released: `node = node->next` walks down a list and drops it behind.
   VRELReferenceHandle& operator=(VRELReferenceHandle const& other);
 
   // The held object; null in an invalid handle. The handle keeps its use.
@@ -34,6 +35,7 @@ class VREL_EXPORT VRELReferenceHandle {
 
  private:
   void Release();
+  void ReleaseBeside(VRELReferenceCount* kept);
 
   VRELReferenceCount* instance;
 };
