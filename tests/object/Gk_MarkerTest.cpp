@@ -29,6 +29,18 @@ TEST(Gk_MarkerTest, EqualityAndOrderGoByCharacters) {
   EXPECT_FALSE(Gk_Marker("b") < Gk_Marker("a"));
 }
 
+TEST(Gk_MarkerTest, ANullTokenHasNoCharacters) {
+  Gk_Marker const null(nullptr);
+  EXPECT_EQ(null.token(), nullptr);
+  EXPECT_TRUE(null == Gk_Marker(""));
+  EXPECT_FALSE(Gk_Marker("a") == null);
+  EXPECT_TRUE(null < Gk_Marker("a"));
+  EXPECT_FALSE(Gk_Marker("a") < null);
+  EXPECT_EQ(null.compare(null), 0);
+  EXPECT_EQ(null.compare(Gk_Marker("a")), 1);
+  EXPECT_EQ(Gk_Marker("a").compare(null), -1);
+}
+
 struct CompareRow {
   char const* self;
   char const* other;

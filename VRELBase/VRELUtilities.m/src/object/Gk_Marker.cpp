@@ -4,6 +4,11 @@
 
 namespace {
 
+// A marker without a token reads as one of no characters.
+char const* Characters(char const* token) {
+  return token != nullptr ? token : "";
+}
+
 // Reads one keyword, character by character, lower-cased.
 struct KeywordReader {
   char const* next;
@@ -31,16 +36,16 @@ struct KeywordReader {
 }  // namespace
 
 bool Gk_Marker::operator==(Gk_Marker const& other) const noexcept {
-  return std::strcmp(text, other.text) == 0;
+  return std::strcmp(Characters(text), Characters(other.text)) == 0;
 }
 
 bool Gk_Marker::operator<(Gk_Marker const& other) const noexcept {
-  return std::strcmp(text, other.text) < 0;
+  return std::strcmp(Characters(text), Characters(other.text)) < 0;
 }
 
 int Gk_Marker::compare(Gk_Marker const& other) const noexcept {
-  KeywordReader self{text};
-  KeywordReader that{other.text};
+  KeywordReader self{Characters(text)};
+  KeywordReader that{Characters(other.text)};
   while (true) {
     unsigned char mine = self.Take();
     unsigned char theirs = that.Take();

@@ -11,7 +11,7 @@ class VREL_EXPORT Gk_Marker {
   // The token, not owned.
   char const* token() const noexcept { return text; }
 
-  // By the characters of the tokens.
+  // By the characters of the tokens; here and below a null token has none.
   bool operator==(Gk_Marker const& other) const noexcept;
   bool operator<(Gk_Marker const& other) const noexcept;
 
