@@ -140,4 +140,26 @@ TEST(VRELMemoryBoundTest, ADamagedSizeMisplacesTheWordsBehind) {
             "db3=0x0, cntB=0, szeB=0\n");
 }
 
+TEST(VRELMemoryBoundTest, ADamagedSizeLeadsToNoWordsOutsideTheBlock) {
+  for (std::uint32_t wrong : {0x100000u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
+    SCOPED_TRACE(wrong);
+    ChildResult const result = RunInChildWithoutTeardown([=] {
+      VRELHeapSizeCurrent = 0;
+      void* const block = VRELMemoryBoundAllocate(20);
+      std::memcpy(static_cast<unsigned char*>(block) - 16, &wrong, sizeof wrong);
+      VRELMemoryBoundFree(block);
+      return VRELHeapSizeCurrent == 32u - wrong ? 0 : 1;
+    });
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output.rfind("*** Error memory boundary overwrite: szeF=", 0), 0u) << result.output;
+  }
+}
+
+TEST(VRELMemoryBoundTest, ASizeThatRoundsBeyond32BitsGivesNoBlock) {
+  unsigned int const serial = VRELMemoryAllocCounter;
+  EXPECT_EQ(VRELMemoryBoundAllocate(0xFFFFFFF0u), nullptr);
+  EXPECT_EQ(VRELMemoryBoundAllocate(0xFFFFFFFFu), nullptr);
+  EXPECT_EQ(VRELMemoryAllocCounter, serial);
+}
+
 }  // namespace

@@ -1,10 +1,13 @@
 #include "VRELMemoryBound.h"
 
+#include <malloc.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 unsigned int VRELHeapSizeCurrent = 0;
 unsigned int VRELHeapSizeMax = 0;
@@ -38,6 +41,7 @@ bool IsSound(Front const& front, Back const& back) {
 
 void* VRELMemoryBoundAllocate(unsigned int size) {
   std::size_t const rounded = (static_cast<std::size_t>(size) / 16 + 1) * 16;
+  if (rounded > std::numeric_limits<std::uint32_t>::max()) return nullptr;
   auto* const block = static_cast<unsigned char*>(std::malloc(rounded + sizeof(Front) + sizeof(Back)));
   if (block == nullptr) return nullptr;
   ++VRELMemoryAllocCounter;
@@ -55,9 +59,11 @@ void VRELMemoryBoundFree(void* block) {
   if (block == nullptr) return;
   auto* const bytes = static_cast<unsigned char*>(block);
   Front front;
-  Back back;
+  Back back = {};
   std::memcpy(&front, bytes - sizeof front, sizeof front);
-  std::memcpy(&back, bytes + front.size, sizeof back);
+  // A damaged size misplaces the words behind, but never to where there is no memory.
+  std::size_t const extent = malloc_usable_size(bytes - sizeof front);
+  if (sizeof front + front.size + sizeof back <= extent) std::memcpy(&back, bytes + front.size, sizeof back);
   if (!IsSound(front, back)) {
     std::printf(
         "*** Error memory boundary overwrite: szeF=%d, cntF=%d, db0=0x%x, db1=0x%x, db2=0x%x, db3=0x%x, cntB=%d, "

@@ -12,7 +12,7 @@ VREL_EXPORT extern unsigned int VRELMemoryAllocCounter;
 VREL_EXPORT extern unsigned int VRELMemoryAllocate;
 
 // A block of at least size + 1 bytes, rounded up to a multiple of 16, with guard words in front and behind; null when
-// memory runs out. Goes back through VRELMemoryBoundFree.
+// memory runs out or the rounded size would not fit 32 bits. Goes back through VRELMemoryBoundFree.
 VREL_EXPORT void* VRELMemoryBoundAllocate(unsigned int size);
 
 // Frees a block; null does nothing. A block with damaged guards is reported on standard output first.
