@@ -156,6 +156,13 @@ TEST_F(VRELArrayHeaderTest, InsertsAnElementOfItsOwn) {
   EXPECT_EQ(Values(), (std::vector<int>{6, 1, 3, 1, 2, 2, 3, 4, 5, 6}));
 }
 
+TEST_F(VRELArrayHeaderTest, InsertsTheBytesOfAFreeSlot) {
+  Add({1, 2, 3});
+  Slots()[9] = 77;  // the last one of the storage
+  EXPECT_EQ(vrelArrayInsertAt(header, 1, &Slots()[9]), 1);
+  EXPECT_EQ(Values(), (std::vector<int>{1, 77, 2, 3}));
+}
+
 TEST_F(VRELArrayHeaderTest, SetsAndRemovesLiveElements) {
   Add({1, 2, 3, 4});
   int value = 9;

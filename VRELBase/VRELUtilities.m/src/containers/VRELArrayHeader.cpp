@@ -132,7 +132,8 @@ int vrelArrayInsertAt(VRELArrayHeader*& header, int index, void* element) {
   if (header->count >= header->capacity - 1) source = vrelArrayReallocAround(header, element);
   unsigned char* const slot = Slot(header, index);
   // An element of the tail moves with it.
-  if (OffsetOf(header, source) >= slot - header->data) {
+  std::ptrdiff_t const offset = OffsetOf(header, source);
+  if (offset >= slot - header->data && offset < Slot(header, header->count) - header->data) {
     source = static_cast<unsigned char const*>(source) + header->elementSize;
   }
   std::memmove(slot + header->elementSize, slot, Bytes(header, header->count - index));
