@@ -125,19 +125,19 @@ TEST_P(VRINResultClassTest, IsClassified) {
   EXPECT_EQ(result.IsDeterminedFailure(), row.determinedFailure);
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, VRINResultClassTest,
-                         testing::Values(ClassRow{0, true, false, true, false, false},
-                                         ClassRow{1, true, true, false, false, false},
-                                         ClassRow{2, true, false, true, false, false},
-                                         ClassRow{3, true, false, true, false, false},
-                                         ClassRow{kUnknownSuccess, true, false, true, false, false},
-                                         ClassRow{0x0010001, true, false, true, false, false},
-                                         ClassRow{0x1000001, false, false, false, false, true},
-                                         ClassRow{0x1000005, false, false, false, false, true},
-                                         ClassRow{0x2000003, false, false, false, false, true},
-                                         ClassRow{0x3000006, false, false, false, true, false},
-                                         ClassRow{0x3000007, false, false, false, false, true},
-                                         ClassRow{kForeignFailure, false, false, false, false, true}));
+INSTANTIATE_TEST_SUITE_P(
+    Classes, VRINResultClassTest,
+    testing::Values(
+        ClassRow{0, true, false, true, false, false}, ClassRow{1, true, true, false, false, false},
+        ClassRow{2, true, false, true, false, false}, ClassRow{3, true, false, true, false, false},
+        ClassRow{kUnknownSuccess, true, false, true, false, false},
+        ClassRow{0x0010001, true, false, true, false, false}, ClassRow{0x1000001, false, false, false, false, true},
+        ClassRow{0x1000005, false, false, false, false, true}, ClassRow{0x2000003, false, false, false, false, true},
+        ClassRow{0x3000006, false, false, false, true, false}, ClassRow{0x3000007, false, false, false, false, true},
+        ClassRow{0x4000001, false, false, false, false, true}, ClassRow{0x8000006, false, false, false, false, true},
+        // The top bits make another value, of the same criticity.
+        ClassRow{0x10000001, true, false, true, false, false}, ClassRow{0x13000006, false, false, false, false, true},
+        ClassRow{kForeignFailure, false, false, false, false, true}));
 
 TEST(VRINResultTest, ReturnCodeIsForTheProcess) {
   EXPECT_EQ(VRINResult(VREL_S_OK).GetReturnCode(), 0);
@@ -148,6 +148,9 @@ TEST(VRINResultTest, ReturnCodeIsForTheProcess) {
   EXPECT_EQ(VRINResult(VREL_E_ABORTED).GetReturnCode(), 3);
   EXPECT_EQ(VRINResult(VREL_UNDETERMINED).GetReturnCode(), 6);
   EXPECT_EQ(VRINResult(kForeignFailure).GetReturnCode(), 1);
+  EXPECT_EQ(VRINResult(0x1FF0000).GetReturnCode(), 1);
+  EXPECT_EQ(VRINResult(0x100FFFF).GetReturnCode(), 0xFFFF);
+  EXPECT_EQ(VRINResult(0x11000007).GetReturnCode(), 7) << "the top bits are of no domain";
 }
 
 TEST(VRINResultTest, FlagsReadTheOtherWayRound) {
