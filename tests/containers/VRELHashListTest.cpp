@@ -143,6 +143,18 @@ TEST(VRELHashListTest, AssignmentSharesAndKeepsTheCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
+TEST(VRELHashListTest, CopiesAndAssignmentsTakeTheFunctions) {
+  IntList source(17);
+  source.SetFunctions(Itself, SameHalf);
+  IntList const copy(source);
+  IntList assigned(17);
+  assigned = source;
+  for (IntList const* each : {&copy, static_cast<IntList const*>(&assigned)}) {
+    EXPECT_EQ(each->GetHashCode(7), 7u);
+    EXPECT_TRUE(each->CheckEqual(4, 5));
+  }
+}
+
 TEST(VRELHashListTest, UsesTheFunctionsThatWereSet) {
   IntList list(17);
   EXPECT_EQ(list.GetHashCode(1), 0x23744B91u);

@@ -339,6 +339,18 @@ TEST(VRELHashMapTest, AssignmentSharesAndKeepsTheCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
+TEST(VRELHashMapTest, CopiesAndAssignmentsTakeTheFunctions) {
+  IntMap source(17);
+  source.SetFunctions(Itself, SameHalf);
+  IntMap const copy(source);
+  IntMap assigned(17);
+  assigned = source;
+  for (IntMap const* each : {&copy, static_cast<IntMap const*>(&assigned)}) {
+    EXPECT_EQ(each->GetHashCode(7), 7u);
+    EXPECT_TRUE(each->CheckEqual(4, 5));
+  }
+}
+
 TEST(VRELHashMapTest, CopiesMayFillTheSharedSlots) {
   IntMap first = MapOf({});
   IntMap second(first);

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <list>
 #include <random>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -32,6 +33,10 @@ Values Contents(VRELList const& list) {
 
 void Fill(VRELList& list, Values const& contents) {
   for (void* value : contents) list.PushBack(value);
+}
+
+TEST(VRELListTest, IsDeletedThroughItsBase) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELList>);
 }
 
 TEST(VRELListTest, StartsEmpty) {

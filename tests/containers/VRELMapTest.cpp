@@ -7,6 +7,7 @@
 #include <list>
 #include <map>
 #include <random>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -38,6 +39,10 @@ Entries Contents(VRELMap const& map) {
 
 void Fill(VRELMap& map, Entries const& contents) {
   for (Entry const& entry : contents) map.PushBack(entry.first, entry.second);
+}
+
+TEST(VRELMapTest, IsDeletedThroughItsBase) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELMap>);
 }
 
 TEST(VRELMapTest, StartsEmpty) {

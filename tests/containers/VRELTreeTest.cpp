@@ -8,6 +8,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "ChildProcess.h"
@@ -237,6 +238,25 @@ TEST(VRELTreeTest, AWalkEndsAtANullChild) {
   tree.GetRoot()->AddChild(Object(3));
   EXPECT_EQ(WalkFrom(tree.GetRoot()), (Nodes{two}));
   EXPECT_EQ(tree.GetChildCount(), 2);
+}
+
+TEST(VRELTreeTest, AWalkGoesOnBehindANullChildFromAnotherNode) {
+  VRELTree tree(Object(1));
+  Node* const two = tree.GetRoot()->AddChild(Object(2));
+  tree.GetRoot()->AddChildPtr(nullptr);
+  Node* const three = tree.GetRoot()->AddChild(Object(3));
+  Iterator walk(tree.GetRoot());
+  EXPECT_EQ(walk.GetNextNode(), two);
+  EXPECT_EQ(walk.GetNextNode(), nullptr);
+  walk.SetNode(two);
+  EXPECT_EQ(walk.GetNextNode(), three);
+  EXPECT_EQ(walk.GetNextNode(), nullptr);
+}
+
+TEST(VRELTreeTest, ItsClassesAreDeletedThroughTheirBases) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELTree>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<Node>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<Iterator>);
 }
 
 TEST(VRELTreeTest, AsAKeyANodeIsHashedByAddressAndComparedByObject) {

@@ -99,6 +99,16 @@ TEST(VRELRoloNodeTest, FindsTheDeepestNodeOfAPath) {
   EXPECT_EQ(tree.root.findChildNode(nullptr, true), &tree.root);
 }
 
+TEST(VRELRoloNodeTest, AUsedUpPathGoesNoDeeper) {
+  VRELRoloNode root;
+  VRELRoloNode* const a = AddTo(root, "a");
+  AddTo(*a, "");
+  for (bool leaf : {false, true}) {
+    Gk_ROString path("a");
+    EXPECT_EQ(root.findChildNode(&path, leaf), a);
+  }
+}
+
 TEST(VRELRoloNodeTest, TakesTheFirstChildThatMatches) {
   VRELRoloNode root;
   root.getChildren().add(nullptr);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <type_traits>
 
 namespace {
 
@@ -38,6 +39,12 @@ double DeterminantOf(VRELAssemblyComponentTransform const& transform) {
   double determinant = -77.0;
   EXPECT_EQ(transform.GetDeterminant(determinant), VREL_S_OK);
   return determinant;
+}
+
+TEST(VRELAssemblyComponentTransformTest, HoldsItsFieldsBehindAVirtualDestructor) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELAssemblyComponentTransform>);
+  // The table, twelve doubles, the determinant, the scale and five flags.
+  EXPECT_EQ(sizeof(VRELAssemblyComponentTransform), 128U);
 }
 
 TEST(VRELAssemblyComponentTransformTest, StartsAsTheIdentity) {
