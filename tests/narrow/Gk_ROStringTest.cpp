@@ -322,10 +322,14 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"a", "[", false},
       {"a", "[a\\", false},
       {"a", "[a-", false},
-      {"a", "[a/b]", false},
+      {"a", "[a/b]", true},  // the rest of a set that has matched is not looked at
+      {"a", "[!a/b]", false},
+      {"a", "[a\\]b]", true},
+      {"a", "[a/", false},
       {"b", "[a/b]", false},
       {"c", "[!a/b]", false},
-      {"a", "[a\\/]", false},
+      {"a", "[a\\/]", true},
+      {"b", "[a\\/]", false},
       {"a", "[a-/]", false},
       {"a", "[]", false},
       {"a", "[!]", true},
@@ -469,31 +473,28 @@ class PatternModel {
 
   // The index behind the "]" of a set that takes the byte; 0 for one that does not.
   std::size_t BehindSet(int byte, std::size_t p) const {
-    std::size_t const close = Close(p);
-    if (close == 0) return 0;
-    bool const negated = pattern[p] == '!' || pattern[p] == '^';
+    bool const negated = p < pattern.size() && (pattern[p] == '!' || pattern[p] == '^');
     if (negated) ++p;
-    while (p < close) {
+    for (; p < pattern.size() && pattern[p] != ']';) {
       int const low = Take(p);
       int high = low;
-      if (p + 1 < close && pattern[p] == '-') high = Take(++p);
-      if (low <= byte && byte <= high) return negated ? 0 : close + 1;
+      if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = Take(++p);
+      if (low < 0 || high < 0) return 0;
+      if (low <= byte && byte <= high) return negated ? 0 : BehindClose(p);
     }
-    return negated ? close + 1 : 0;
+    return p < pattern.size() && negated ? p + 1 : 0;
   }
 
+  // The folded byte; -1 for the end of the pattern and for a "/".
   int Take(std::size_t& p) const {
     if (pattern[p] == '\\') ++p;
+    if (p >= pattern.size() || pattern[p] == '/') return -1;
     return Fold(pattern[p++]);
   }
 
-  // The index of the "]" that ends a set; 0 if none does, or a "/" stands before it.
-  std::size_t Close(std::size_t p) const {
-    for (; p < pattern.size() && pattern[p] != '/'; ++p) {
-      if (pattern[p] == ']') return p;
-      if (pattern[p] == '\\' && ++p < pattern.size() && pattern[p] == '/') return 0;
-    }
-    return 0;
+  std::size_t BehindClose(std::size_t p) const {
+    while (p < pattern.size() && pattern[p] != ']') p += pattern[p] == '\\' ? 2 : 1;
+    return p < pattern.size() ? p + 1 : 0;
   }
 
   std::string_view name;

@@ -103,6 +103,10 @@ class PathPatternMatch {
     if (negated) ++patternAt;
     bool found = false;
     while (!PatternEnded() && pattern[patternAt] != ']') {
+      if (found) {
+        SkipSetByte();
+        continue;
+      }
       unsigned char low;
       if (!TakeSetByte(low)) return false;
       unsigned char high = low;
@@ -110,11 +114,17 @@ class PathPatternMatch {
         ++patternAt;
         if (!TakeSetByte(high)) return false;
       }
-      found = found || (low <= byte && byte <= high);
+      found = low <= byte && byte <= high;
     }
     if (PatternEnded()) return false;
     ++patternAt;
     return found != negated;
+  }
+
+  // What stands behind the element that matched is not looked at, a "/" neither.
+  void SkipSetByte() {
+    if (pattern[patternAt] == '\\') ++patternAt;
+    if (!PatternEnded()) ++patternAt;
   }
 
   bool TakeSetByte(unsigned char& byte) {

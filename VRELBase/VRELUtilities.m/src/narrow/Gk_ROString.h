@@ -62,7 +62,8 @@ class VREL_EXPORT Gk_ROString {
   //
   //   ?       one byte, but no "/" and no leading dot (one that begins the name or follows a "/")
   //   *       any bytes; "?" and "*" that follow it take no "/", and each "*" that follows takes a byte if one is left
-  //   [a-z_]  one byte of the set, but no leading dot; "!" or "^" in front negates it; it must not hold a "/"
+  //   [a-z_]  one byte of the set, but no leading dot; "!" or "^" in front negates it; a "/" before the
+  //           element that matches fails
   //   \       takes the next pattern byte literally
   //
   // Behind a "*" the rest of the name counts as a name, so that a "[" right behind it takes no dot at all. The name may
