@@ -758,6 +758,8 @@ TEST(VRELOptionsTest, DumpsOnTheChannelForInformation) {
             (Texts{"<Step.D|3>", "<E|0.250000>", "<A|false>", "<B|some text>"}));
   EXPECT_EQ(Dumped(options, "Options:", nullptr, "."), (Texts{"Options:", "."}));
   EXPECT_EQ(Dumped(VRELOptions(), "Options:", "%s = %s", "."), (Texts{"Options:", "."}));
+  // Header and footer are formats of the channel, which reads each text twice.
+  EXPECT_EQ(Dumped(VRELOptions(), "100%%%%", nullptr, "50%% of %s"), (Texts{"100%", "50% of %s"}));
 }
 
 // A store as a plain list of paths, against which the tree is held.

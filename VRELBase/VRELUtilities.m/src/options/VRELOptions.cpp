@@ -5,6 +5,7 @@
 
 #include "Gk_StringParser.h"
 #include "VRELCfgFile.h"
+#include "VRELChannelLine.h"
 #include "VRELFilePath.h"
 #include "VRELInfo.h"
 #include "VRELOption.h"
@@ -83,6 +84,14 @@ VRELString ValueTextOf(VRELOption const& option) {
       option.GetValue(text);
       return text;
   }
+}
+
+// Sends a text as VRELInfo::Printf sends a format without arguments.
+void PrintText(char const* text) {
+  if (text == nullptr) return;
+  std::string line(text);
+  line.resize(VRELChannelLine::CopyUnescaped(text, line.data(), line.size()));
+  VRELInfo::Printf("%s", line.c_str());
 }
 
 // Calls action(option, name) for each option of a store.
@@ -271,13 +280,13 @@ VRINResult VRELOptions::ReadFromFile(std::FILE* stream) {
 }
 
 void VRELOptions::Dump(char const* header, char const* format, char const* footer) const {
-  if (header != nullptr) VRELInfo::Printf("%s", header);
+  PrintText(header);
   ForEachOption(*this, [format](VRELOption const& option, VRELString const& name) {
     VRELStringAsciiCharUtil const narrowName(name, false);
     VRELStringAsciiCharUtil const narrowValue(ValueTextOf(option), false);
     VRELInfo::Printf(format, static_cast<char const*>(narrowName), static_cast<char const*>(narrowValue));
   });
-  if (footer != nullptr) VRELInfo::Printf("%s", footer);
+  PrintText(footer);
 }
 
 void VRELOptions::DumpOptions(VRELStreamFormatter& formatter) const {
