@@ -79,7 +79,7 @@ class BootstrapTest(unittest.TestCase):
         return self.calls.read_text().splitlines()
 
     def test_asks_for_nothing_when_all_are_there(self):
-        expected = (["script/bootstrap: all 10 packages are there"], [], 0)
+        expected = (["script/bootstrap: all 11 packages are there"], [], 0)
         self.assertEqual(self.bootstrap(missing="chromium", root=False), expected)
         self.assertEqual(self.called(), [])
 
