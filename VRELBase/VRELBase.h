@@ -136,6 +136,7 @@
 #include "VRELOptionsArray.h"
 
 // Logging.
+#include "Gk_CPUTime.h"
 #include "VRELConsoleLogger.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELLogger.h"
