@@ -11,6 +11,7 @@
 #include "VRELFileOutputStream.h"
 #include "VRELOptionConstants.h"
 #include "VRELOptionName.h"
+#include "VRELPerfTrackerStatus.h"
 #include "VRELUnit.h"
 #include "VRINComponentName.h"
 #include "VRINOptionName.h"
@@ -76,6 +77,8 @@ VRELString const VRELFileHeader::DOCUMENT_TYPE(L"Document Type");
 VRELString const VRELFileHeader::CONFIGURATIONS_COUNT(L"Configurations Count");
 VRELString const VRELFileHeader::ACTIVE_CONFIGURATION(L"Active Configuration");
 VRELString const VRELFileHeader::CONFIGURATIONS(L"Configurations");
+
+VRELPerfTrackerStatus VRELPerfTrackerStatus::instance;
 
 // The loggers go down before the bus that they leave.
 VRELConsoleLogger VRELConsoleLogger::_console;

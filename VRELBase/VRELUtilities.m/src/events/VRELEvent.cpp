@@ -48,10 +48,7 @@ bool VRELEvent::IsTimed() {
 }
 
 void VRELEvent::SetEventName(char const* name) {
-  char* const copy = VRELTextCopy(name);
-  if (copy == nullptr) return;
-  delete[] eventName;
-  eventName = copy;
+  VRELTextReplace(eventName, name);
 }
 
 bool VRELEvent::IsA(char const* name) const noexcept {

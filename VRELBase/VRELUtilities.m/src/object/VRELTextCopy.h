@@ -10,3 +10,11 @@ inline char* VRELTextCopy(char const* text) {
   std::size_t const size = std::strlen(text) + 1;
   return static_cast<char*>(std::memcpy(new char[size], text, size));
 }
+
+// Puts a copy in the place of an owned text. A null or empty text leaves what is there.
+inline void VRELTextReplace(char*& owned, char const* text) {
+  char* const copy = VRELTextCopy(text);
+  if (copy == nullptr) return;
+  delete[] owned;
+  owned = copy;
+}

@@ -1,0 +1,5 @@
+#include "VRELPerfTrackerStatus.h"
+
+VRELPerfTrackerStatus::VRELPerfTrackerStatus() : tracking(false) {}
+
+VRELPerfTrackerStatus::~VRELPerfTrackerStatus() = default;

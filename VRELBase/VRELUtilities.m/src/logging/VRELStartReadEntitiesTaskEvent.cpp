@@ -1,0 +1,4 @@
+#include "VRELStartReadEntitiesTaskEvent.h"
+
+VRELStartReadEntitiesTaskEvent::VRELStartReadEntitiesTaskEvent()
+    : VRELStartTaskEvent("VRELStarReadEntitiesTaskEvent", "Read Entities", VREL_LEVEL_INFO) {}

@@ -1,0 +1,111 @@
+#include "VRELStartProductEvent.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "ChildProcess.h"
+#include "TaskEventFacts.h"
+#include "VRELEnvironment.h"
+
+namespace {
+
+class VRELStartProductEventTest : public testing::Test {
+ protected:
+  VRELStartProductEventTest() { unsetenv("VRELTrace"); }
+  ~VRELStartProductEventTest() override { unsetenv("VRELTrace"); }
+};
+
+TEST_F(VRELStartProductEventTest, IsTheStartOfTheProduct) {
+  VRELStartProductEvent event("p", "a");
+  ExpectTaskEvent(event, 0, "Start Product", "Product");
+}
+
+TEST_F(VRELStartProductEventTest, ShowsProductAndApplication) {
+  struct {
+    char const* product;
+    char const* application;
+    char const* text;
+  } const cases[] = {
+      {"Brivet 1.0", "brivet", "Product              : Brivet 1.0\nApplication          : brivet\n"},
+      {"Brivet 1.0", "", "Product              : Brivet 1.0\n"},
+      {"", "brivet", "Application          : brivet\n"},
+      {nullptr, "brivet", "Application          : brivet\n"},
+      {"Brivet 1.0", nullptr, "Product              : Brivet 1.0\n"},
+      {"100%s %n", "%d", "Product              : 100%s %n\nApplication          : %d\n"},
+      {"", "", ""},
+      {nullptr, nullptr, ""},
+  };
+  for (auto const& each : cases) {
+    EXPECT_EQ(DescriptionOf(VRELStartProductEvent(each.product, each.application)), each.text);
+  }
+}
+
+TEST_F(VRELStartProductEventTest, ShowsItsOptionsInTheOrderOfTheStore) {
+  VRELStartProductEvent event("Brivet", "brivet");
+  // Of two that end in one token, the wildcard goes last.
+  EXPECT_EQ(event.AddOption("*.AVeryLongNameOfAnOption", "high 100%d"), VREL_S_OK);
+  EXPECT_EQ(event.AddOption("Step.AVeryLongNameOfAnOption", "12"), VREL_S_OK);
+  EXPECT_EQ(DescriptionOf(event),
+            "Product              : Brivet\n"
+            "Application          : brivet\n"
+            "Step.AVeryLongNameOfAnOption : 12\n"
+            "*.AVeryLongNameOfAnOption : high 100%d\n");
+}
+
+TEST_F(VRELStartProductEventTest, ShowsAnOptionAlone) {
+  VRELStartProductEvent event("", "");
+  EXPECT_EQ(event.AddOption("Units", "mm"), VREL_S_OK);
+  EXPECT_EQ(event.AddOption("Units", "inch"), VREL_S_OK);
+  EXPECT_EQ(DescriptionOf(event), "Units                : inch\n");
+  // Twice is the same.
+  EXPECT_EQ(DescriptionOf(event), "Units                : inch\n");
+}
+
+TEST_F(VRELStartProductEventTest, ANameThatTheStoreRefusesIsASuccess) {
+  VRELStartProductEvent event("", "");
+  EXPECT_EQ(event.AddOption("", "x"), VREL_S_OK);
+  EXPECT_EQ(event.AddOption(nullptr, "x"), VREL_S_OK);
+  EXPECT_EQ(event.AddOption("a..b", "x"), VREL_S_OK);
+  EXPECT_EQ(DescriptionOf(event), "");
+  EXPECT_EQ(event.AddOption("Empty", nullptr), VREL_S_OK);
+  EXPECT_EQ(DescriptionOf(event), "Empty                : \n");
+}
+
+// The field holds 511 bytes.
+TEST_F(VRELStartProductEventTest, CutsAFarTooLongName) {
+  VRELStartProductEvent event("", "");
+  event.AddOption(std::string(10000, 'n').c_str(), "v");
+  EXPECT_EQ(DescriptionOf(event), std::string(511, 'n') + "v\n");
+}
+
+TEST_F(VRELStartProductEventTest, DumpsTheEnvironmentWhereItIsAskedFor) {
+  ChildResult const child = RunInChild([] {
+    setenv("VRELTrace", "topology,UserEnv,units", 1);
+    EXPECT_EQ(DescriptionOf(VRELStartProductEvent("", "")),
+              "=== Environment Variables ===\n"
+              "\n"
+              "=============================\n");
+    VRELEnvironment::GetEnv()->Set(L"b=2");
+    VRELEnvironment::GetEnv()->Set(L"a", VRELValue(true));
+    VRELStartProductEvent event("Brivet", "");
+    event.AddOption("Units", "mm");
+    EXPECT_EQ(DescriptionOf(event),
+              "Product              : Brivet\n"
+              "Units                : mm\n"
+              "=== Environment Variables ===\n"
+              "a=1\n"
+              "b=2\n"
+              "\n"
+              "=============================\n");
+    for (char const* const other : {"", "userenv", "User Env", "UserEn"}) {
+      setenv("VRELTrace", other, 1);
+      EXPECT_EQ(DescriptionOf(VRELStartProductEvent("", "")), "") << other;
+    }
+    return HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.output;
+}
+
+}  // namespace

@@ -1,0 +1,16 @@
+#include "VRELStartReadEntitiesTaskEvent.h"
+
+#include <gtest/gtest.h>
+
+#include "TaskEventFacts.h"
+
+namespace {
+
+TEST(VRELStartReadEntitiesTaskEventTest, KeepsItsOddName) {
+  VRELStartReadEntitiesTaskEvent event;
+  ExpectTaskEvent(event, 0, "VRELStarReadEntitiesTaskEvent", "Read Entities");
+  EXPECT_FALSE(event.IsA("VRELStartReadEntitiesTaskEvent"));
+  EXPECT_EQ(DescriptionOf(event), "");
+}
+
+}  // namespace
