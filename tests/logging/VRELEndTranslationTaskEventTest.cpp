@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
-#include <regex>
 #include <string>
 
 #include "TaskRecorder.h"
@@ -12,14 +11,16 @@ namespace {
 
 std::string const rule = std::string(80, '-') + "\n";
 
-// The text with its first two lines, which are checked, taken off.
+// The text with its first two lines, which are checked, taken off: a time of 24 characters, and an empty line.
 std::string AfterTime(std::string const& text) {
-  static std::regex const time(
-      "Finish Time : (Sun|Mon|Tue|Wed|Thu|Fri|Sat) (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) [ 123][0-9] "
-      "[0-2][0-9]:[0-5][0-9]:[0-6][0-9] [0-9]{4}\n\n");
-  std::smatch match;
-  bool const isFound = std::regex_search(text, match, time, std::regex_constants::match_continuous);
-  return isFound ? match.suffix().str() : "no time in " + text;
+  std::string const label = "Finish Time : ";
+  std::size_t const start = label.size() + 24 + 2;
+  if (text.rfind(label, 0) != 0 || text.size() < start || text.substr(start - 2, 2) != "\n\n")
+    return "no time: " + text;
+  std::string const time = text.substr(label.size(), 24);
+  std::tm fields{};
+  char const* const rest = strptime(time.c_str(), "%a %b %e %H:%M:%S %Y", &fields);
+  return rest != nullptr && *rest == '\0' ? text.substr(start) : "no time: " + text;
 }
 
 TEST(VRELEndTranslationTaskEventTest, IsTheEndOfTheTranslation) {
