@@ -135,6 +135,12 @@
 #include "VRELOptions.h"
 #include "VRELOptionsArray.h"
 
+// Plug-in libraries.
+#include "VRELBrivetLibrary.h"
+#include "VRELLibrary.h"
+#include "VRELLibraryHandle.h"
+#include "VRELLibraryManager.h"
+
 // Logging.
 #include "Gk_CPUTime.h"
 #include "VRELConsoleLogger.h"
@@ -164,6 +170,8 @@
 #include "VRELStartWriteFileTaskEvent.h"
 #include "VRELTaskEvent.h"
 #include "VRELTrace.h"
+
+// Plug-in readers.
 
 // Units.
 #include "Gk_Unit.h"

@@ -67,6 +67,13 @@ TEST(VRELStartupTest, LoggersGoDownBeforeTheBus) {
   EXPECT_LT(place("VRELEventBus::_eventBus"), place("VRELConsoleLogger::_console"));
 }
 
+TEST(VRELStartupTest, ModulesGoDownBeforeTheLoggers) {
+  std::vector<std::string> const actual = ComingUp();
+  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(place("VRELLibraryManager::_libraries"), actual.end());
+  EXPECT_LT(place("VRELConsoleLogger::_console"), place("VRELLibraryManager::_libraries"));
+}
+
 TEST(VRELStartupTest, LoadsAndUnloadsAHundredTimes) {
   // The memory that the C library keeps at hand for a thread would count as held.
   ProgramOptions options;

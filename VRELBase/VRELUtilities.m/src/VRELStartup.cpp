@@ -9,6 +9,7 @@
 #include "VRELFileHeader.h"
 #include "VRELFileInputStream.h"
 #include "VRELFileOutputStream.h"
+#include "VRELLibraryManager.h"
 #include "VRELOptionConstants.h"
 #include "VRELOptionName.h"
 #include "VRELPerfTrackerStatus.h"
@@ -82,3 +83,21 @@ VRELPerfTrackerStatus VRELPerfTrackerStatus::instance;
 
 // The loggers go down before the bus that they leave.
 VRELConsoleLogger VRELConsoleLogger::_console;
+
+// Modules are finalised while all else is there.
+VRELHashMap<VRELString, VRELLibraryHandle> VRELLibraryManager::_libraries(17);
+
+namespace {
+
+// Takes the modules out of their table before it goes: a module that is finalised may look for others there.
+struct ReleaseLibraries {
+  ~ReleaseLibraries() {
+    VRELLibrary::StopLoading();
+    while (VRELLibraryManager::_libraries.Size() > 0) {
+      auto const last = VRELLibraryManager::_libraries;
+      VRELLibraryManager::_libraries = VRELHashMap<VRELString, VRELLibraryHandle>(17);
+    }
+  }
+} releaseLibraries;
+
+}  // namespace

@@ -1,0 +1,17 @@
+// A module whose initialise entry point asks its own library for functions.
+#include "VRELExport.h"
+#include "VRELInfo.h"
+#include "VRELLibraryManager.h"
+
+extern "C" VREL_EXPORT int Answer() {
+  return 42;
+}
+
+extern "C" VREL_EXPORT void InitializeModule() {
+  VRELLibrary* own = nullptr;
+  VRELLibraryManager::CreateLibrary(MODULE_NAME, "", "", own);
+  void* function = nullptr;
+  VRINResult const result = own->GetFunction("Answer", function);
+  VRELInfo::NoTabPrintf("%s asked: %s, %s", MODULE_NAME, result.GetMessage(),
+                        function == reinterpret_cast<void*>(&Answer) ? "its own" : "another");
+}

@@ -1,0 +1,26 @@
+// A module whose entry points unload what they can reach, their own module among it, and bring up another.
+#include "VRELExport.h"
+#include "VRELInfo.h"
+#include "VRELLibraryManager.h"
+
+namespace {
+
+void Stir(char const* when) {
+  VRELLibraryManager::FreeLibraries();
+  VRELLibrary* library = nullptr;
+  VRELLibraryManager::CreateLibrary(MODULE_NAME, "InitializeModule", "FinalizeModule", library);
+  library->FinalizeAndUnload();
+  VRELLibraryManager::CreateLibrary("VRELTestBoth", "InitializeModule", "FinalizeModule", library);
+  library->LoadAndInitialize();
+  VRELInfo::NoTabPrintf("%s %s", MODULE_NAME, when);
+}
+
+}  // namespace
+
+extern "C" VREL_EXPORT void InitializeModule() {
+  Stir("initialised");
+}
+
+extern "C" VREL_EXPORT void FinalizeModule() {
+  Stir("finalised");
+}

@@ -1,0 +1,28 @@
+// A module one of whose entry points throws an exception of a class that only the module knows.
+#include <exception>
+
+#include "VRELExport.h"
+#include "VRELInfo.h"
+
+namespace {
+
+class ModuleException : public std::exception {
+ public:
+  char const* what() const noexcept override { return MODULE_NAME; }
+};
+
+}  // namespace
+
+extern "C" VREL_EXPORT void InitializeModule() {
+  VRELInfo::NoTabPrintf("%s initialises", MODULE_NAME);
+#ifdef THROW_FROM_INITIALIZE
+  throw ModuleException();
+#endif
+}
+
+extern "C" VREL_EXPORT void FinalizeModule() {
+  VRELInfo::NoTabPrintf("%s finalises", MODULE_NAME);
+#ifdef THROW_FROM_FINALIZE
+  throw ModuleException();
+#endif
+}

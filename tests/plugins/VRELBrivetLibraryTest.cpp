@@ -1,0 +1,142 @@
+#include "VRELBrivetLibrary.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "RecordingListener.h"
+#include "VRELLibraryManager.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class VRELBrivetLibraryTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
+  void TearDown() override {
+    // What is finalised may bring others up.
+    for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
+    ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+  }
+
+  // The library that the table holds for a name.
+  static VRELLibraryHandle Held(char const* name) {
+    VRELLibraryHandle library;
+    EXPECT_TRUE(VRELLibraryManager::_libraries.Get(name, library));
+    return library;
+  }
+
+  RecordingListener listener;
+};
+
+TEST_F(VRELBrivetLibraryTest, MakingOneLoadsNothing) {
+  static_assert(std::has_virtual_destructor_v<VRELBrivetLibrary>);
+  VRELBrivetLibrary const library("VRELTestBoth", "InitializeModule", "FinalizeModule");
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+}
+
+TEST_F(VRELBrivetLibraryTest, TwoShareOneLibrary) {
+  VRELBrivetLibrary first("VRELTestBoth", "InitializeModule", "FinalizeModule");
+  VRELBrivetLibrary second("VRELTestBoth", "OtherInitialize", "");
+  EXPECT_EQ(first.Load(), VREL_S_OK);
+  EXPECT_EQ(second.Load(), VREL_S_OK);
+  EXPECT_EQ(first.Load(), VREL_S_OK);
+  void* one = nullptr;
+  void* other = nullptr;
+  EXPECT_EQ(first.GetFunction("Answer", one), VREL_S_OK);
+  EXPECT_EQ(second.GetFunction("Answer", other), VREL_S_OK);
+  EXPECT_NE(one, nullptr);
+  EXPECT_EQ(one, other);
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  // The table's, one for each object, and the one that asks.
+  EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 4U);
+}
+
+TEST_F(VRELBrivetLibraryTest, GetFunctionLoads) {
+  VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
+  void* function = nullptr;
+  EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
+  ASSERT_NE(function, nullptr);
+  EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
+  EXPECT_EQ(library.GetFunction("Question", function), VREL_E_FAIL);
+  EXPECT_EQ(function, nullptr);
+  EXPECT_EQ(library.GetFunction("", function), VREL_E_INVALID_ARGUMENT);
+}
+
+TEST_F(VRELBrivetLibraryTest, FirstLoadTellsOfTheFailureAndTheSecondDoesNot) {
+  VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
+  std::string const warning = "VRELTestNoModule library not loaded.";
+  EXPECT_EQ(library.Load(), VREL_E_FAIL);
+  EXPECT_THAT(listener.Texts(), ElementsAre(warning));
+  EXPECT_EQ(library.Load(), VREL_S_OK);
+  EXPECT_THAT(listener.Texts(), ElementsAre(warning));
+  // The library tries again where a function is asked for.
+  int here = 0;
+  void* function = &here;
+  EXPECT_EQ(library.GetFunction("Answer", function), VREL_E_FAIL);
+  EXPECT_EQ(function, &here);
+  EXPECT_THAT(listener.Texts(), ElementsAre(warning, warning));
+}
+
+TEST_F(VRELBrivetLibraryTest, GetFunctionDoesNotAskWhatDidNotLoad) {
+  VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
+  int here = 0;
+  void* function = &here;
+  EXPECT_EQ(library.GetFunction("Answer", function), VREL_E_FAIL);
+  EXPECT_EQ(function, &here);
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoModule library not loaded."));
+}
+
+TEST_F(VRELBrivetLibraryTest, DestructorLeavesTheModuleLoaded) {
+  {
+    VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
+    library.Load();
+    VRELLibraryManager::FreeLibraries();
+    EXPECT_TRUE(Held("VRELTestBoth")->IsLoaded());
+  }
+  EXPECT_TRUE(Held("VRELTestBoth")->IsLoaded());
+  EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 2U);
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+}
+
+TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
+  VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
+  library.SetUnloadable(false);
+  library.Load();
+  VRELLibraryHandle held = Held("VRELTestBoth");
+  held->FinalizeAndUnload();
+  EXPECT_TRUE(held->IsLoaded());
+  library.SetUnloadable(true);
+  held->FinalizeAndUnload();
+  EXPECT_FALSE(held->IsLoaded());
+  // The object that loads last decides.
+  held->LoadAndInitialize();
+  held->SetUnloadable(false);
+  VRELBrivetLibrary later("VRELTestBoth", "", "");
+  later.Load();
+  held->FinalizeAndUnload();
+  EXPECT_FALSE(held->IsLoaded());
+}
+
+TEST_F(VRELBrivetLibraryTest, InitialiseMayFreeLibraries) {
+  VRELBrivetLibrary library("VRELTestRestless", "InitializeModule", "FinalizeModule");
+  EXPECT_EQ(library.Load(), VREL_S_OK);
+  EXPECT_TRUE(Held("VRELTestRestless")->IsLoaded());
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised"));
+}
+
+TEST_F(VRELBrivetLibraryTest, KeepsNoLibraryWhoseInitialiseThrows) {
+  VRELBrivetLibrary library("VRELTestThrowingInitialize", "InitializeModule", "FinalizeModule");
+  EXPECT_ANY_THROW(library.Load());
+  EXPECT_ANY_THROW(library.Load());
+  EXPECT_EQ(Held("VRELTestThrowingInitialize")->GetReferenceCount(), 2U);
+}
+
+}  // namespace

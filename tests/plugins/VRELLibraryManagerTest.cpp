@@ -1,0 +1,185 @@
+#include "VRELLibraryManager.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "RecordingListener.h"
+#include "VRELConsoleLogger.h"
+#include "VRELPair.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Tells when it dies.
+class WatchedLibrary : public VRELLibrary {
+ public:
+  WatchedLibrary(char const* name, bool& isDead)
+      : VRELLibrary(name, "InitializeModule", "FinalizeModule"), dead(isDead) {
+    dead = false;
+  }
+  ~WatchedLibrary() override { dead = true; }
+
+ private:
+  bool& dead;
+};
+
+// The table is one for the process: each test begins and ends with an empty one.
+class VRELLibraryManagerTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
+  void TearDown() override {
+    // What is finalised may bring others up.
+    for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
+    ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+  }
+
+  static VRELLibrary* Create(std::string const& name) {
+    VRELLibrary* library = nullptr;
+    EXPECT_EQ(VRELLibraryManager::CreateLibrary(name.c_str(), "InitializeModule", "FinalizeModule", library),
+              VREL_S_OK);
+    return library;
+  }
+
+  RecordingListener listener;
+};
+
+TEST_F(VRELLibraryManagerTest, SharesOneLibraryForEachName) {
+  VRELLibrary* const first = Create("VRELTestBoth");
+  ASSERT_NE(first, nullptr);
+  EXPECT_FALSE(first->IsLoaded());
+  EXPECT_EQ(first->GetReferenceCount(), 1U);
+  EXPECT_EQ(Create("VRELTestBoth"), first);
+  EXPECT_EQ(first->GetReferenceCount(), 1U);
+  VRELLibrary* const second = Create("VRELTestBare");
+  EXPECT_NE(second, first);
+  EXPECT_STREQ(second->GetLibraryName(), "VRELTestBare");
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 2);
+  VRELLibraryHandle held;
+  EXPECT_TRUE(VRELLibraryManager::_libraries.Get("VRELTestBare", held));
+  EXPECT_EQ(held, VRELLibraryHandle(second));
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+}
+
+TEST_F(VRELLibraryManagerTest, FirstEntryPointsStand) {
+  VRELLibrary* const first = Create("VRELTestBoth");
+  VRELLibrary* second = nullptr;
+  EXPECT_EQ(VRELLibraryManager::CreateLibrary("VRELTestBoth", "OtherInitialize", "", second), VREL_S_OK);
+  EXPECT_EQ(second, first);
+  second->LoadAndInitialize();
+  second->FinalizeAndUnload();
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+}
+
+TEST_F(VRELLibraryManagerTest, AddsUnderTheLibrarysOwnName) {
+  EXPECT_EQ(VRELLibraryManager::AddLibrary(nullptr), VREL_E_INVALID_ARGUMENT);
+  bool isDead = false;
+  auto* const library = new WatchedLibrary("VRELTestBoth", isDead);
+  EXPECT_EQ(VRELLibraryManager::AddLibrary(library), VREL_S_OK);
+  EXPECT_EQ(library->GetReferenceCount(), 1U);
+  EXPECT_FALSE(library->IsLoaded());
+  EXPECT_EQ(Create("VRELTestBoth"), library);
+  EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+  EXPECT_TRUE(isDead);
+}
+
+TEST_F(VRELLibraryManagerTest, RefusesASecondLibraryOfAName) {
+  VRELLibrary* const first = Create("VRELTestBoth");
+  bool isDead = false;
+  EXPECT_EQ(VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead)), VREL_S_OK);
+  EXPECT_TRUE(isDead);
+  VRELLibraryHandle const held(new WatchedLibrary("VRELTestBoth", isDead));
+  EXPECT_EQ(VRELLibraryManager::AddLibrary(held), VREL_S_OK);
+  EXPECT_FALSE(isDead);
+  EXPECT_EQ(Create("VRELTestBoth"), first);
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
+}
+
+TEST_F(VRELLibraryManagerTest, LongNamesMeetInTheirFirst63Bytes) {
+  std::string const cut(63, 'n');
+  VRELLibrary* const first = Create(cut + "one");
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first->GetLibraryName(), cut);
+  // Neither call finds its own name; both are safe and count as successes.
+  EXPECT_EQ(Create(cut + "one"), first);
+  EXPECT_EQ(Create(cut + "two"), first);
+  EXPECT_EQ(Create(cut), first);
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
+  EXPECT_EQ(first->GetReferenceCount(), 1U);
+}
+
+TEST_F(VRELLibraryManagerTest, FreesNothingOfAnEmptyTable) {
+  EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+}
+
+TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
+  bool isDead = false;
+  VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead));
+  Create("VRELTestBoth")->LoadAndInitialize();
+  {
+    VRELLibraryHandle const held(Create("VRELTestNoFinalize"));
+    held->LoadAndInitialize();
+    listener.events.clear();
+    EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+    EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalised"));
+    EXPECT_TRUE(isDead);
+    EXPECT_TRUE(held->IsLoaded());
+    EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
+    EXPECT_EQ(Create("VRELTestNoFinalize"), static_cast<VRELLibrary*>(held));
+  }
+  EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+}
+
+TEST_F(VRELLibraryManagerTest, FreesManyAtOnce) {
+  for (int i = 0; i < 100; ++i) Create("VRELTestNoSuchModule" + std::to_string(i));
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 100);
+  VRELLibraryHandle const held(Create("VRELTestNoSuchModule50"));
+  EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
+}
+
+TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTable) {
+  Create("VRELTestRestless")->LoadAndInitialize();
+  listener.events.clear();
+  EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
+  // The module brought another one up while it went down, which is freed by the next call.
+  EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestRestless finalised"));
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalised");
+}
+
+TEST_F(VRELLibraryManagerTest, WhatIsLeftIsFinalisedAtExit) {
+  ChildResult const child = RunInChild([]() -> int {
+    unsetenv("VRELConsoleTracesLevel");
+    Create("VRELTestBoth")->LoadAndInitialize();
+    VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
+    return 0;
+  });
+  EXPECT_EQ(child.exitStatus, 0);
+  EXPECT_EQ(child.output, "Message : VRELTestBoth finalised\n");
+}
+
+TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTableAtExit) {
+  ChildResult const child = RunInChild([]() -> int {
+    unsetenv("VRELConsoleTracesLevel");
+    Create("VRELTestRestless")->LoadAndInitialize();
+    VRELLibraryManager::_libraries.Remove("VRELTestBoth");
+    VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
+    return 0;
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  EXPECT_EQ(child.signal, 0);
+  // Nothing is loaded any more.
+  EXPECT_EQ(child.output, "Message : VRELTestRestless finalised\n");
+  EXPECT_THAT(child.errors, testing::HasSubstr("VRELTestBoth library not loaded."));
+}
+
+}  // namespace
