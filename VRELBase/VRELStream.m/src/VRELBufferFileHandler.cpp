@@ -1,0 +1,143 @@
+#include "VRELBufferFileHandler.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <new>
+
+#include "VRELFilePath.h"
+
+namespace {
+
+constexpr long kNoStream = 0x1000008;
+constexpr long kNoBlock = 0x1000051;
+constexpr long kBeyondEnd = 0x1000052;
+constexpr long kNoBufferSize = 0x1000053;
+constexpr long kNothingRead = 0x1000054;
+constexpr long kErrorOrEnd = 0x1000055;
+constexpr long kWindowStays = 0x1000056;
+
+constexpr unsigned long kSmallBlock = 2048;
+constexpr unsigned long kLargestBlock = 0x400000;
+
+void Print(char const* message) {
+  std::fputs(message, stdout);
+}
+
+}  // namespace
+
+VRELBufferFileHandler::VRELBufferFileHandler(VRELFileHandle const& source) : file(source) {
+  if (!file.IsValid() || file->GetFilePointer(filePointer).IsFailure()) {
+    Print("File pointer is NULL!!!");
+    return;
+  }
+  DecideFileBufferSize();
+  if (AllocateBuffer().IsSuccess()) FillBuffer();
+}
+
+VRELBufferFileHandler::~VRELBufferFileHandler() = default;
+
+// Whether the stream is still the file's own: otherwise the file has closed it.
+bool VRELBufferFileHandler::HasStream() const {
+  std::FILE* present = nullptr;
+  return filePointer != nullptr && file->GetFilePointer(present).IsSuccess() && present == filePointer;
+}
+
+VRINResult VRELBufferFileHandler::IsBufferValid() {
+  VRINResult result = VREL_S_OK;
+  if (buffer == nullptr) {
+    Print("Buffer is NULL. Looks like allocation of buffer failed!!!");
+    result = kNoBlock;
+  }
+  if (bufferSize == 0) {
+    Print("Buffer is allocated of size 0!!!");
+    result = kNoBlock;
+  }
+  return result;
+}
+
+VRINResult VRELBufferFileHandler::IsPointerPositionValid(unsigned long position) {
+  return windowStart <= position && windowEnd > position ? VREL_S_OK : VREL_E_FAIL;
+}
+
+VRINResult VRELBufferFileHandler::AdvanceFilePointerPosition(unsigned long position) {
+  if (!HasStream()) return kNoStream;
+  if (position > fileSize) return kBeyondEnd;
+  windowStart = position;
+  std::fseek(filePointer, static_cast<long>(position), SEEK_SET);
+  return VREL_S_OK;
+}
+
+// The number of bytes that came. A stream without a block to read into is only asked whether it has any.
+unsigned long VRELBufferFileHandler::ReadWindow() {
+  if (buffer != nullptr) return std::fread(buffer, 1, std::min(bufferSize, blockCapacity), filePointer);
+  int const byte = std::getc(filePointer);
+  if (byte != EOF) std::ungetc(byte, filePointer);
+  return 0;
+}
+
+VRINResult VRELBufferFileHandler::FillBuffer() {
+  if (!HasStream()) return kNoStream;
+  bytesInBuffer = ReadWindow();
+  if (bytesInBuffer > 0) {
+    windowEnd = windowStart + bytesInBuffer;
+    return VREL_S_OK;
+  }
+  // The block is lost, which is promised.
+  buffer = nullptr;
+  cursor = nullptr;
+  if (std::ferror(filePointer) != 0) {
+    Print("VRELBufferFileHandler::FillBuffer: Error has occured !!!!");
+    return kErrorOrEnd;
+  }
+  // That the end of the file is told of only where the stream does not flag it is promised.
+  if (std::feof(filePointer) == 0) {
+    Print("VRELBufferFileHandler::FillBuffer: Reached end of file !!!!");
+    return kNothingRead;
+  }
+  return kErrorOrEnd;
+}
+
+VRINResult VRELBufferFileHandler::AllocateBuffer() {
+  if (bufferSize == 0) {
+    Print("VRELBufferFileHandler::AllocateBuffer: Buffer size undefined!!!!");
+    return kNoBufferSize;
+  }
+  delete[] buffer;
+  bytesInBuffer = 0;
+  blockCapacity = bufferSize;
+  buffer = new (std::nothrow) char[blockCapacity];
+  if (buffer == nullptr) {
+    blockCapacity = kSmallBlock;
+    buffer = new (std::nothrow) char[blockCapacity];
+  }
+  cursor = buffer;
+  if (buffer == nullptr) {
+    Print("VRELBufferFileHandler::AllocateBuffer: Buffer not allocated properly!!!!");
+    return kNoBlock;
+  }
+  return VREL_S_OK;
+}
+
+VRINResult VRELBufferFileHandler::DecideFileBufferSize() {
+  VRELFilePath path;
+  struct stat stats = {};
+  if (file.IsValid()) file->GetFilePath(path);
+  if (path.GetFileStats(stats).IsSuccess()) {
+    fileSize = static_cast<unsigned long>(stats.st_size);
+    bufferSize = fileSize;
+  }
+  if (bufferSize == 0) bufferSize = kSmallBlock;
+  bufferSize = std::min(bufferSize, kLargestBlock);
+  return VREL_S_OK;
+}
+
+VRINResult VRELBufferFileHandler::GetCharOutside(unsigned long position, unsigned char& value) {
+  if (AdvanceFilePointerPosition(position).IsFailure()) {
+    Print("VRELBufferFileHandler::GetChar: Unable to get next info from buffer!!!");
+    return kWindowStays;
+  }
+  VRINResult const result = FillBuffer();
+  if (result.IsSuccess()) value = static_cast<unsigned char>(*cursor);
+  return result;
+}

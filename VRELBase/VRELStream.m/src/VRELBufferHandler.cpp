@@ -1,0 +1,7 @@
+#include "VRELBufferHandler.h"
+
+VRELBufferHandler::VRELBufferHandler() = default;
+
+VRELBufferHandler::~VRELBufferHandler() {
+  delete[] buffer;
+}

@@ -1,0 +1,43 @@
+#include "VRELBufferHandler.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "VRELBufferHandlerHandle.h"
+#include "VirtualSlot.h"
+
+namespace {
+
+// Gives out the bytes of a block of its own.
+class BlockHandler : public VRELBufferHandler {
+ public:
+  explicit BlockHandler(bool hasBlock) {
+    EXPECT_EQ(buffer, nullptr);
+    if (hasBlock) buffer = new char[3]{'a', 'b', 'c'};
+  }
+  VRINResult GetChar(long position, unsigned char& value) override {
+    if (buffer == nullptr || position < 0 || position > 2) return VREL_E_FAIL;
+    value = static_cast<unsigned char>(buffer[position]);
+    return VREL_S_OK;
+  }
+};
+
+TEST(VRELBufferHandlerTest, IsAFrame) {
+  static_assert(std::is_base_of_v<VRELReferenceCount, VRELBufferHandler>);
+  static_assert(std::is_abstract_v<VRELBufferHandler>);
+  EXPECT_EQ(SlotOf(&VRELBufferHandler::GetChar), 5U);
+}
+
+// The sanitizers tell whether the block goes with its handler.
+TEST(VRELBufferHandlerTest, ReleasesItsBlock) {
+  for (bool const hasBlock : {false, true}) {
+    SCOPED_TRACE(hasBlock);
+    VRELBufferHandlerHandle const handler(new BlockHandler(hasBlock));
+    unsigned char value = '-';
+    EXPECT_EQ(handler->GetChar(1, value), hasBlock ? VREL_S_OK : VREL_E_FAIL);
+    EXPECT_EQ(value, hasBlock ? 'b' : '-');
+  }
+}
+
+}  // namespace
