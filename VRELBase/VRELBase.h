@@ -178,6 +178,12 @@
 #include "VRELTrace.h"
 
 // Plug-in readers.
+#include "VRELEntityReader.h"
+#include "VRELFormatReader.h"
+#include "VRELFormatReaderHandle.h"
+#include "VRELReader.h"
+#include "VRELSectionReader.h"
+#include "VRELSectionReaderHandle.h"
 
 // Units.
 #include "Gk_Unit.h"
