@@ -1,54 +1,151 @@
 #include "CommandLine.h"
 
 #include <string_view>
-#include <vector>
 
+#include "OptionVocabulary.h"
 #include "VRELArgs.h"
 
 namespace {
 
+enum Meaning { ShowHelp, ShowVersion, ReadOptions, SetOption };
+
 struct Option {
-  char name[16];
-  CommandLine::Action action;
+  char const* name;
+  char const* argument;  // what stands behind it, as the usage names it; null where nothing does
+  Meaning meaning;
 };
 
-CommandLine Refused(std::string problem, std::string advice) {
+// Of options that begin alike, a short form means the first.
+constexpr Option OPTIONS[] = {
+    {"help", nullptr, ShowHelp},
+    {"version", nullptr, ShowVersion},
+    {"options", "FILE", ReadOptions},
+    {"set", "NAME=VALUE", SetOption},
+};
+
+// The names as VRELArgs takes them: texts that could be written to, a ":" behind those with an argument, and each once
+// more for the second dash.
+class OptionTable {
+ public:
+  OptionTable() {
+    for (char const* dash : {"", "-"}) {
+      for (Option const& option : OPTIONS)
+        texts.push_back(std::string(dash) + option.name + (option.argument ? ":" : ""));
+    }
+    for (std::string& text : texts) names.push_back(text.data());
+  }
+  OptionTable(OptionTable const&) = delete;
+  OptionTable& operator=(OptionTable const&) = delete;
+
+  // The option that a word means; null where it means none.
+  Option const* Find(VRELArgs& args, char* word) {
+    int index = -1;
+    if (!args.IsAnOption(static_cast<int>(names.size()), names.data(), word, &index)) return nullptr;
+    return &OPTIONS[static_cast<std::size_t>(index) % std::size(OPTIONS)];
+  }
+
+ private:
+  std::vector<std::string> texts;
+  std::vector<char*> names;
+};
+
+// One walk over the words of a line.
+class Reading {
+ public:
+  Reading(int count, char** arguments) : args(count, arguments) {}
+
+  CommandLine Read() {
+    bool onlyFiles = false;
+    while (char* const word = args.GetNextArg()) {
+      std::string_view const text(word);
+      if (!onlyFiles && text == "--") {
+        onlyFiles = true;
+      } else if (onlyFiles || text == "-" || text.substr(0, 1) != "-") {
+        ++words;
+        line.file = text;
+        line.action = CommandLine::Translate;
+      } else if (!TakeOption(word)) {
+        line.action = CommandLine::Refuse;
+        return std::move(line);
+      }
+    }
+    if (words != 1) Refuse("expected one file, found " + std::to_string(words) + " arguments", "");
+    return std::move(line);
+  }
+
+ private:
+  bool TakeOption(char* word) {
+    Option const* const option = table.Find(args, word);
+    if (option == nullptr) {
+      return Refuse("unknown option " + std::string(word),
+                    "see brivet --help, or put -- in front of a file of this name");
+    }
+    std::string argument;
+    if (option->argument != nullptr && !TakeArgument(*option, argument)) return false;
+    switch (option->meaning) {
+      case ShowHelp:
+      case ShowVersion:
+        ++words;
+        line.action = option->meaning == ShowHelp ? CommandLine::Help : CommandLine::Version;
+        return true;
+      case ReadOptions:
+        line.sources.push_back({OptionSource::File, argument});
+        return true;
+      case SetOption:
+        break;
+    }
+    return TakeSetting(argument);
+  }
+
+  bool TakeArgument(Option const& option, std::string& argument) {
+    char* given = nullptr;
+    if (args.GetOptionArgument(&given)) {
+      argument = given;
+      return true;
+    }
+    char const* const next = args.GetNextArg();
+    std::string const found = next != nullptr ? next : "nothing";
+    bool const isFile = option.meaning == ReadOptions && next != nullptr;
+    return Refuse(std::string("expected ") + option.argument + " behind -" + option.name + ", found " + found,
+                  isFile ? "put ./ in front of a file of this name" : "");
+  }
+
+  bool TakeSetting(std::string const& text) {
+    std::string name;
+    std::string value;
+    if (!SplitSetting(text, name, value)) {
+      return Refuse("expected NAME=VALUE behind -set, found " + text, "write -set Healing=On, for example");
+    }
+    if (name.empty()) return Refuse("expected a name in front of = behind -set, found " + text, "");
+    if (HasEmptyToken(name)) {
+      return Refuse("expected a name with something between its dots behind -set, found " + text, "");
+    }
+    if (value.empty()) {
+      return Refuse("expected a value behind -set " + name + "=, found nothing", "write \"\" for an empty text");
+    }
+    line.sources.push_back({OptionSource::Setting, text});
+    return true;
+  }
+
+  bool Refuse(std::string problem, std::string advice) {
+    line = CommandLine();
+    line.problem = std::move(problem);
+    line.advice = std::move(advice);
+    return false;
+  }
+
+  OptionTable table;
+  VRELArgs args;
   CommandLine line;
-  line.problem = std::move(problem);
-  line.advice = std::move(advice);
-  return line;
-}
+  int words = 0;  // files and options that stand alone
+};
 
 }  // namespace
 
 CommandLine CommandLine::Read(int count, char** arguments) {
-  // VRELArgs takes names that could be written to.
-  Option options[] = {{"help", Help}, {"version", Version}, {"-help", Help}, {"-version", Version}};
-  std::vector<char*> names;
-  for (Option& option : options) names.push_back(option.name);
+  return Reading(count, arguments).Read();
+}
 
-  CommandLine line;
-  int words = 0;
-  bool onlyFiles = false;
-  VRELArgs args(count, arguments);
-  while (char* const argument = args.GetNextArg()) {
-    std::string_view const word(argument);
-    int option = -1;
-    if (!onlyFiles && word == "--") {
-      onlyFiles = true;
-      continue;
-    }
-    ++words;
-    if (onlyFiles || word == "-" || word.substr(0, 1) != "-") {
-      line.file = word;
-      line.action = Summarise;
-    } else if (args.IsAnOption(static_cast<int>(names.size()), names.data(), argument, &option)) {
-      line.action = options[option].action;
-    } else {
-      return Refused("unknown option " + std::string(word),
-                     "see brivet --help, or put -- in front of a file of this name");
-    }
-  }
-  if (words != 1) return Refused("expected one file, found " + std::to_string(words) + " arguments", "");
-  return line;
+char const* CommandLine::Usage() {
+  return "usage: brivet [-options FILE] [-set NAME=VALUE]... FILE | --help | --version\n";
 }

@@ -3,6 +3,8 @@
 #include <cstddef>
 
 #include "VRELError.h"
+#include "VRELInfo.h"
+#include "VRELWarning.h"
 
 namespace {
 
@@ -43,4 +45,12 @@ void ReportProblem(std::string const& text) {
 
 void ReportProblem(std::string const& subject, std::string const& text) {
   ReportProblem(Shorten(subject) + ": " + text);
+}
+
+void ReportWarning(std::string const& subject, std::string const& text) {
+  VRELWarning::Printf("%s", ForChannel(Shorten(subject) + ": " + text).c_str());
+}
+
+void ReportMessage(std::string const& text) {
+  VRELInfo::Printf("%s", ForChannel(text).c_str());
 }

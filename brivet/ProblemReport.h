@@ -1,4 +1,4 @@
-// How the program tells what went wrong.
+// How the program tells what went wrong, and what is worth knowing.
 #pragma once
 
 #include <string>
@@ -10,3 +10,9 @@ void ReportProblem(std::string const& text);
 // Sends "SUBJECT: TEXT". Of a long subject, a file's name, only the end is told, behind "...", so that the text is
 // seen.
 void ReportProblem(std::string const& subject, std::string const& text);
+
+// The same on the channel VRELWarning.
+void ReportWarning(std::string const& subject, std::string const& text);
+
+// The same on the channel VRELInfo, which only a log shows.
+void ReportMessage(std::string const& text);

@@ -8,3 +8,7 @@
 // Writes the whole page to standard output. Where not all of it can be written, VREL_E_FILE_SAVE, reported by
 // ReportProblem: half a page is no success.
 VRINResult PrintPage(std::string const& page);
+
+// Fills the places of standard streams that are closed, so that no file which is opened later gets the page, or the
+// messages, of the program. What writes there still fails as on a closed stream. To be called first.
+void ReserveStandardStreams();

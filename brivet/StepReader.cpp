@@ -39,10 +39,14 @@ StepReader::StepReader(ByteSource& source) : scanner(source), ids(SLOTS) {
 }
 
 StepSummary StepReader::Read() {
-  scanner.Next();
-  ExpectWord("ISO-10303-21");
-  ExpectWord("HEADER");
   ReadHeader();
+  CheckHeader();
+  ReadSections();
+  return std::move(summary);
+}
+
+void StepReader::ReadSections() {
+  ExpectWord("ENDSEC");
   while (!AtWord("END-ISO-10303-21")) {
     if (AtWord("DATA")) {
       ReadData();
@@ -55,10 +59,12 @@ StepSummary StepReader::Read() {
   // The byte behind the end is not asked for: a terminal or a pipe may keep it back.
   scanner.Next();
   if (!AtSymbol(';')) Fail("; behind END-ISO-10303-21");
-  return std::move(summary);
 }
 
 void StepReader::ReadHeader() {
+  scanner.Next();
+  ExpectWord("ISO-10303-21");
+  ExpectWord("HEADER");
   place = "header";
   while (!AtWord("ENDSEC")) {
     StepSummary::HeaderEntity* known = nullptr;
@@ -75,10 +81,12 @@ void StepReader::ReadHeader() {
     }
     Expect(';', "an entity of the header");
   }
+}
+
+void StepReader::CheckHeader() const {
   for (StepSummary::HeaderEntity const& entity : summary.header) {
     if (entity.line == 0) Fail(std::string(entity.name) + " in the header");
   }
-  ExpectWord("ENDSEC");
 }
 
 void StepReader::ReadHeaderEntity(StepSummary::HeaderEntity& entity) {

@@ -17,10 +17,20 @@ class StepReader {
  public:
   explicit StepReader(ByteSource& source);
 
+  // The three steps of Read, each to be called once and in this order. They throw as StepSummary::Read does.
+  //
+  // Up to the end of the header.
+  void ReadHeader();
+  // Whether the header has all that it must have.
+  void CheckHeader() const;
+  // The rest, to the end of the exchange structure.
+  void ReadSections();
+  // What is known of the file so far; taken from the reader by Read.
+  StepSummary const& Summary() const { return summary; }
+
   StepSummary Read();
 
  private:
-  void ReadHeader();
   void ReadHeaderEntity(StepSummary::HeaderEntity& entity);
   void ReadHeaderParameter(StepSummary::Parameter& parameter);
   void ReadHeaderText(StepSummary::Parameter& parameter);

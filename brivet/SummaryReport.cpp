@@ -6,7 +6,6 @@
 
 #include "StepSummary.h"
 #include "Utf8StreamFormatter.h"
-#include "VRELFileHeader.h"
 #include "VRELStringOutputStream.h"
 
 namespace {
@@ -58,17 +57,6 @@ void SetParameter(VRELFileHeader& header, StepSummary::Parameter const& paramete
   }
 }
 
-// The header with a heading for each entity, and an empty one in front of all but the first.
-VRELFileHeader FileHeaderOf(StepSummary const& summary) {
-  VRELFileHeader header;
-  for (StepSummary::HeaderEntity const& entity : summary.header) {
-    if (header.GetCount() != 0) header.AddSection(VRELString());
-    header.AddSection(VRELString(entity.name));
-    for (StepSummary::Parameter const& parameter : entity.parameters) SetParameter(header, parameter);
-  }
-  return header;
-}
-
 std::string FormatHeader(StepSummary const& summary) {
   VRELStringOutputStream page;
   Utf8StreamFormatter out(&page);
@@ -97,6 +85,16 @@ void AppendEscapedStrings(std::string& page, StepSummary const& summary) {
 }
 
 }  // namespace
+
+VRELFileHeader FileHeaderOf(StepSummary const& summary) {
+  VRELFileHeader header;
+  for (StepSummary::HeaderEntity const& entity : summary.header) {
+    if (header.GetCount() != 0) header.AddSection(VRELString());
+    header.AddSection(VRELString(entity.name));
+    for (StepSummary::Parameter const& parameter : entity.parameters) SetParameter(header, parameter);
+  }
+  return header;
+}
 
 std::string FormatSummary(StepSummary const& summary) {
   std::string page = FormatHeader(summary);

@@ -7,7 +7,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,6 +15,7 @@
 #include "ChildProcess.h"
 #include "ScratchDirectory.h"
 #include "TextSource.h"
+#include "UnprivilegedProcess.h"
 
 namespace {
 
@@ -23,26 +24,14 @@ using testing::StartsWith;
 
 class BrivetTest : public testing::Test {
  protected:
-  BrivetTest() {
-    std::string pattern = testing::TempDir() + "brivetXXXXXX";
-    if (mkdtemp(pattern.data()) != nullptr) folder = pattern;
-  }
-  ~BrivetTest() override {
-    for (std::string const& name : written) std::remove((folder + "/" + name).c_str());
-    rmdir(folder.c_str());
-  }
-
-  void Write(std::string const& name, std::string const& bytes) {
-    std::ofstream(folder + "/" + name, std::ios::binary) << bytes;
-    written.push_back(name);
-  }
+  void Write(std::string const& name, std::string const& bytes) const { folder.Write(name, bytes); }
 
   // Runs where the written files are; messages in plain English.
   ChildResult Brivet(std::vector<std::string> words, std::string const& locale = "C.UTF-8",
                      std::string const& input = "") const {
     words.insert(words.begin(), BRIVET_PROGRAM);
     ProgramOptions options;
-    options.directory = folder;
+    options.directory = folder.Path();
     options.environment = {"LC_ALL=" + locale};
     options.input = input;
     return RunProgram(words, options);
@@ -50,9 +39,16 @@ class BrivetTest : public testing::Test {
 
   ChildResult Shell(std::string const& command) const {
     ProgramOptions options;
-    options.directory = folder;
+    options.directory = folder.Path();
     options.environment = {"LC_ALL=C.UTF-8"};
     return RunProgram({"sh", "-c", std::string("b='") + BRIVET_PROGRAM + "'; " + command}, options);
+  }
+
+  // The log, with what differs from run to run masked.
+  std::string Log() const {
+    std::string log = folder.Read("brivet_read.log");
+    log = std::regex_replace(log, std::regex("Finish Time : [^\n]*"), "Finish Time : TIME");
+    return std::regex_replace(log, std::regex("brivet [0-9]+\\.[0-9]+\\.[0-9]+"), "brivet VERSION");
   }
 
   void ExpectRefused(ChildResult const& result, int status, std::string const& error) const {
@@ -62,8 +58,7 @@ class BrivetTest : public testing::Test {
     EXPECT_EQ(result.errors, "brivet: " + error + "\n");
   }
 
-  std::string folder;
-  std::vector<std::string> written;
+  ScratchDirectory folder;
 };
 
 constexpr char WASHER[] = R"(ISO-10303-21;
@@ -167,6 +162,7 @@ TEST_F(BrivetTest, ReadsBytesThatAreNoUtf8InTheEncodingOfTheLocale) {
   std::string document = WASHER;
   document.replace(document.find("washer.stp"), 10, "m\xFCller");
   ProgramOptions options;
+  options.directory = folder.Path();
   options.environment = {"LOCPATH=" + locales.Path(), "LC_ALL=de_DE.ISO-8859-1"};
   options.input = document;
   ChildResult const result = RunProgram({BRIVET_PROGRAM, "/dev/stdin"}, options);
@@ -286,6 +282,11 @@ TEST_F(BrivetTest, TellsWhenTheOutputCannotBeWritten) {
   }
   ExpectRefused(Shell("\"$b\" washer.stp >&-"), 15,
                 "standard output: expected a place to write to, found: Bad file descriptor");
+  // No file of the run takes the place of a closed stream.
+  EXPECT_EQ(Shell("\"$b\" -set Healig=1 washer.stp <&- >&- 2>&-").exitStatus, 15);
+  EXPECT_EQ(Shell("\"$b\" -set Healig=1 washer.stp 2>&-").output, WASHER_PAGE);
+  EXPECT_THAT(Log(), StartsWith("Product              : STEP reader\nApplication "));
+  EXPECT_THAT(Log(), testing::EndsWith("----\nProduct Completed Successfully\n"));
 }
 
 // The system takes half a page, and refuses the rest only when it is asked again.
@@ -294,8 +295,7 @@ TEST_F(BrivetTest, TakesHalfAPageForNoSuccess) {
   GTEST_SKIP() << "the limit would cut the figures of the coverage too";
 #endif
   ChildResult const result = Shell("trap '' XFSZ; ulimit -f 1; \"$b\" --help >page");
-  std::string const page = FileText(folder + "/page");
-  written.push_back("page");
+  std::string const page = folder.Read("page");
   EXPECT_GT(page.size(), 0U);
   EXPECT_LT(page.size(), Brivet({"--help"}).output.size());
   ExpectRefused(result, 15, "standard output: expected a place to write to, found: File too large");
@@ -305,7 +305,7 @@ TEST_F(BrivetTest, TeachesItsUse) {
   for (char const* option : {"--help", "-help", "-h", "--he"}) {
     ChildResult const result = Brivet({option});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.output, StartsWith("brivet FILE\n"));
+    EXPECT_THAT(result.output, StartsWith("brivet [-options FILE] [-set NAME=VALUE]... FILE\n"));
     EXPECT_THAT(result.output, HasSubstr("Exit status: 0 when all is well."));
     EXPECT_EQ(result.errors, "");
   }
@@ -326,6 +326,14 @@ TEST_F(BrivetTest, RefusesAWrongCommandLine) {
       {{"a.stp", "b.stp"}, "expected one file, found 2 arguments"},
       {{"--"}, "expected one file, found 0 arguments"},
       {{"--help", "a.stp"}, "expected one file, found 2 arguments"},
+      {{"-set", "a=1"}, "expected one file, found 0 arguments"},
+      {{"a.stp", "-options"}, "expected FILE behind -options, found nothing"},
+      {{"a.stp", "-options", "-b"}, "expected FILE behind -options, found -b: put ./ in front of a file of this name"},
+      {{"a.stp", "-set"}, "expected NAME=VALUE behind -set, found nothing"},
+      {{"-set", "a.stp"}, "expected NAME=VALUE behind -set, found a.stp: write -set Healing=On, for example"},
+      {{"-set", "=1", "a.stp"}, "expected a name in front of = behind -set, found =1"},
+      {{"-set", "a..b=1", "a.stp"}, "expected a name with something between its dots behind -set, found a..b=1"},
+      {{"-set", "a=", "a.stp"}, "expected a value behind -set a=, found nothing: write \"\" for an empty text"},
       {{"--verbose"}, "unknown option --verbose: see brivet --help, or put -- in front of a file of this name"},
       {{"part.stp", "-100%%"}, "unknown option -100%%: see brivet --help, or put -- in front of a file of this name"}};
   for (Row const& row : rows) {
@@ -333,6 +341,183 @@ TEST_F(BrivetTest, RefusesAWrongCommandLine) {
     ChildResult const result = Brivet(row.words);
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, std::string("brivet: ") + row.reason + "\nusage: brivet FILE | --help | --version\n");
+    EXPECT_FALSE(folder.Has("brivet_read.log"));
+    EXPECT_EQ(result.errors, std::string("brivet: ") + row.reason +
+                                 "\nusage: brivet [-options FILE] [-set NAME=VALUE]... FILE | --help | --version\n");
   }
+}
+
+TEST_F(BrivetTest, WritesItsLog) {
+  Write("washer.stp", WASHER);
+  Write("base.cfg", "# for all parts\n\nConvertAttributes = On\n*.*.Reader.ConvertAttributes: off\n");
+  ChildResult const result =
+      Brivet({"-options", "base.cfg", "washer.stp", "-set", "Stp.*.Reader.ConvertAttributes=a=b c"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, WASHER_PAGE);
+  EXPECT_EQ(result.errors,
+            "brivet: warning: -set Stp.*.Reader.ConvertAttributes=a=b c: unknown option "
+            "Stp.*.Reader.ConvertAttributes, set all the same; did you mean Step.*.Reader.ConvertAttributes, "
+            "Step.*.Reader.ConvertEdgeAttributes or Step.*.ConvertAttributes?\n");
+  EXPECT_EQ(Log(), FileText(VREL_SOURCE_DIR "/tests/brivet/washer_log.txt"));
+}
+
+TEST_F(BrivetTest, LogsAFailure) {
+  Write("brivet_read.log", "the log of another run, which was longer" + std::string(10000, 'x'));
+  ExpectRefused(Brivet({"missing.stp"}), 13,
+                "missing.stp: expected a file that can be read, found: No such file or directory");
+  EXPECT_EQ(Log(),
+            "Product              : STEP reader\n"
+            "Application          : brivet VERSION\n"
+            "Input File           : missing.stp\n"
+            "--------------------- Options Set by User ------------------\n"
+            "Options : 0 set, 0 unknown\n"
+            "------------------------------------------------------------\n"
+            "Error : missing.stp: expected a file that can be read, found: No such file or directory\n"
+            "Finish Time : TIME\n"
+            "\n"
+            "--------------------------------------------------------------------------------\n"
+            "Translation Result : File Not Found\n"
+            "--------------------------------------------------------------------------------\n"
+            "--------------------------------------------------------------------------------\n"
+            "Product Failed with code 16777229 (File Not Found)\n");
+  Write("part.stp", Document("#1=A()\n"));
+  ExpectRefused(Brivet({"part.stp"}), 21, "part.stp:8: expected ; behind #1, found ENDSEC");
+  EXPECT_THAT(Log(), HasSubstr("\nError : part.stp:8: expected ; behind #1, found ENDSEC\n"
+                               "--------------------------------------------------------------------------------\n"
+                               "Entity Reading Result : Invalid file\n"));
+  ExpectRefused(Shell("\"$b\" ../nothing/../brivet.stp >/dev/full; exit $?"), 13,
+                "../nothing/../brivet.stp: expected a file that can be read, found: No such file or directory");
+}
+
+// As much as the environment asks for.
+TEST_F(BrivetTest, LogsByTheLevelOfTheEnvironment) {
+  Write("washer.stp", WASHER);
+  EXPECT_EQ(Shell("VRELLogLevel=NONE \"$b\" -set Healig=1 washer.stp").exitStatus, 0);
+  EXPECT_EQ(Log(), "");
+  EXPECT_EQ(Shell("VRELLogLevel=ERROR \"$b\" -set Healig=1 missing.stp").exitStatus, 13);
+  EXPECT_EQ(Log(), "Error : missing.stp: expected a file that can be read, found: No such file or directory\n");
+}
+
+TEST_F(BrivetTest, LogsThatThePageCouldNotBeWritten) {
+  Write("washer.stp", WASHER);
+  EXPECT_EQ(Shell("\"$b\" washer.stp >/dev/full").exitStatus, 15);
+  EXPECT_THAT(Log(), HasSubstr("Error : standard output: expected a place to write to, found: No space left on device\n"
+                               "Finish Time : TIME\n"));
+  EXPECT_THAT(Log(), testing::EndsWith("Product Failed with code 16777231 (File Save Error)\n"));
+}
+
+TEST_F(BrivetTest, ReadsOnWithoutALog) {
+  Write("washer.stp", WASHER);
+  std::string const warning = "brivet: warning: brivet_read.log: expected a log that can be written, found: ";
+  std::string const advice = "; the run goes on without a log\n";
+  ChildResult const full = Shell("ln -s /dev/full brivet_read.log; \"$b\" washer.stp");
+  EXPECT_EQ(full.exitStatus, 0);
+  EXPECT_EQ(full.output, WASHER_PAGE);
+  EXPECT_EQ(full.errors, warning + "No space left on device" + advice);
+  ChildResult const missing = Brivet({"missing.stp"});
+  EXPECT_EQ(missing.exitStatus, 13);
+  EXPECT_EQ(missing.errors, warning + "No space left on device" + advice +
+                                "brivet: missing.stp: expected a file that can be read, found: "
+                                "No such file or directory\n");
+  Shell("rm brivet_read.log; chmod 555 .");
+  RunUnprivileged([&] {
+    ChildResult const closed = Brivet({"washer.stp"});
+    EXPECT_EQ(closed.exitStatus, 0);
+    EXPECT_EQ(closed.output, WASHER_PAGE);
+    EXPECT_EQ(closed.errors, warning + "Permission denied" + advice);
+  });
+  EXPECT_FALSE(folder.Has("brivet_read.log"));
+}
+
+TEST_F(BrivetTest, DoesNotWriteItsLogOverWhatItReads) {
+  Write("brivet_read.log", WASHER);
+  ChildResult const result = Brivet({"brivet_read.log"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, WASHER_PAGE);
+  EXPECT_THAT(result.errors, HasSubstr("found: a file of this run; rename it to get a log"));
+  EXPECT_EQ(folder.Read("brivet_read.log"), WASHER);
+  Write("washer.stp", WASHER);
+  Write("brivet_read.log", "Healing=On\n");
+  EXPECT_EQ(Brivet({"-options", "brivet_read.log", "washer.stp"}).exitStatus, 0);
+  EXPECT_EQ(folder.Read("brivet_read.log"), "Healing=On\n");
+}
+
+// With all that is wrong, and before anything is read or written.
+TEST_F(BrivetTest, RefusesBrokenOptionsFiles) {
+  Write("washer.stp", WASHER);
+  Write("brivet_read.log", "of the run before");
+  struct Row {
+    std::string bytes;
+    std::string errors;
+  };
+  std::string const message = ": Incorrect syntax: line ";
+  Row const rows[] = {
+      {"Healing\n", "1" + message + "1:Healing *** \"key=value\" expected"},
+      {"Healing=\n", "1" + message + "1:Healing= *** \"key=value\" expected"},
+      {"=On", "1" + message + "1:=On *** \"key=value\" expected"},
+      {"Healing=On\n[Step\n", "2" + message + "2:[Step *** \"[section name]' expected."},
+      {"Healing=On\n\n a%sb%% \n[\n\x1B=\n", "3" + message + "3:a%sb%% *** \"key=value\" expected\n" +
+                                                 "brivet: base.cfg:4" + message +
+                                                 "4:[ *** \"[section name]' expected.\n" + "brivet: base.cfg:5" +
+                                                 message + "5:?= *** \"key=value\" expected"},
+      {"Healing=" + std::string(1020, 'x'),
+       "1: expected a line of at most 1023 bytes, found a longer one\n"
+       "brivet: base.cfg:1" +
+           message + "2:xxxxx *** \"key=value\" expected"},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.bytes);
+    Write("base.cfg", row.bytes);
+    ExpectRefused(Brivet({"-options", "base.cfg", "-set", "Healing=On", "washer.stp"}), 1, "base.cfg:" + row.errors);
+  }
+  Write("base.cfg", "x");
+  Write("more.cfg", "y");
+  ExpectRefused(Brivet({"-options", "base.cfg", "-options", "none.cfg", "-options", "more.cfg", "missing.stp"}), 1,
+                "base.cfg:1" + message + "1:x *** \"key=value\" expected\n" +
+                    "brivet: none.cfg: expected a file that can be read, found: No such file or directory\n" +
+                    "brivet: more.cfg:1" + message + "1:y *** \"key=value\" expected");
+  ExpectRefused(Brivet({"-options", "none.cfg", "washer.stp"}), 13,
+                "none.cfg: expected a file that can be read, found: No such file or directory");
+  ExpectRefused(Brivet({"-options", ".", "washer.stp"}), 14,
+                ".: expected a file that can be read, found: Is a directory");
+  ExpectRefused(Brivet({"-options", "/dev/zero", "washer.stp"}), 21,
+                "/dev/zero: expected an options file of at most 1048576 bytes, found more");
+  EXPECT_EQ(folder.Read("brivet_read.log"), "of the run before");
+}
+
+TEST_F(BrivetTest, WarnsOfUnknownOptions) {
+  Write("washer.stp", WASHER);
+  Write("base.cfg", "\nSewTolerence=1\nHealing=On\n\nFoo=1\n");
+  ChildResult const result = Brivet({"-set", "Healig=1", "-options", "base.cfg", "washer.stp", "-set", "Healig=2"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, WASHER_PAGE);
+  std::string const warnings[] = {
+      "-set Healig=1: unknown option Healig, set all the same; did you mean Healing?",
+      "base.cfg:2: unknown option SewTolerence, set all the same; did you mean SewTolerance?",
+      "base.cfg:5: unknown option Foo, set all the same; no known name is close to it",
+      "-set Healig=2: unknown option Healig, set all the same; did you mean Healing?",
+  };
+  std::string errors;
+  std::string logged;
+  for (std::string const& warning : warnings) {
+    errors += "brivet: warning: " + warning + "\n";
+    logged += "Warning : " + warning + "\n";
+  }
+  EXPECT_EQ(result.errors, errors);
+  EXPECT_THAT(Log(), HasSubstr("\nMessage : -set Healig=1\nMessage : -options base.cfg\nMessage : -set Healig=2\n"));
+  EXPECT_THAT(Log(), HasSubstr("\n" + logged + "Options : 5 set, 4 unknown\n"));
+  // Stored all the same, the last value of a name.
+  for (char const* line : {"\nMessage : Healig = 2\n", "\nMessage : Foo = 1\n", "\nMessage : Healing = true\n"}) {
+    EXPECT_THAT(Log(), HasSubstr(line));
+  }
+  EXPECT_THAT(Log(), Not(HasSubstr("Healig = 1")));
+}
+
+TEST_F(BrivetTest, ReadsOptionsFromAPipe) {
+  Write("washer.stp", WASHER);
+  ChildResult const result = Brivet({"-options", "/dev/stdin", "washer.stp"}, "C.UTF-8", "Healing=On\nHealig=On\n");
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors,
+            "brivet: warning: /dev/stdin:2: unknown option Healig, set all the same; did you mean Healing?\n");
+  EXPECT_THAT(Log(), HasSubstr("\nMessage : Healing = true\n"));
 }

@@ -26,7 +26,7 @@ TEST(CommandLineTest, TakesAFile) {
   for (Row const& row : rows) {
     SCOPED_TRACE(row.file);
     CommandLine const line = Read(row.words);
-    EXPECT_EQ(line.action, CommandLine::Summarise);
+    EXPECT_EQ(line.action, CommandLine::Translate);
     EXPECT_EQ(line.file, row.file);
   }
 }
@@ -41,7 +41,8 @@ TEST(CommandLineTest, TakesAnOptionByAnyBeginningOfItsName) {
 }
 
 TEST(CommandLineTest, RefusesAnUnknownOption) {
-  for (char const* word : {"-x", "-hx", "-xh", "--helpme", "-versions", "---help", "-H", "--verbose"}) {
+  for (char const* word :
+       {"-x", "-hx", "-optionsx", "-setx", "--set=a=b", "-xh", "--helpme", "-versions", "---help", "-H", "--verbose"}) {
     for (std::vector<std::string> const& words : {std::vector<std::string>{word}, {"a.stp", word}, {word, "-h"}}) {
       CommandLine const line = Read(words);
       EXPECT_EQ(line.action, CommandLine::Refuse) << word;
@@ -70,4 +71,67 @@ TEST(CommandLineTest, RefusesAnythingButOneArgument) {
     EXPECT_EQ(line.advice, "");
   }
   EXPECT_EQ(CommandLine::Read(0, nullptr).action, CommandLine::Refuse);
+}
+
+TEST(CommandLineTest, GathersOptionsInTheOrderOfTheLine) {
+  CommandLine const line =
+      Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=", "--se", "d = e=f ", "-o", ""});
+  EXPECT_EQ(line.action, CommandLine::Refuse);  // of the empty value
+  CommandLine const good =
+      Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=\"\"", "--se", "d = e=f ", "-o", "", "-set", "a=1"});
+  EXPECT_EQ(good.action, CommandLine::Translate);
+  EXPECT_EQ(good.file, "c.stp");
+  std::vector<std::string> words;
+  for (OptionSource const& source : good.sources) words.push_back(source.Words());
+  EXPECT_EQ(words, (std::vector<std::string>{"-set a=1", "-options b.cfg", "-set a=\"\"", "-set d = e=f ", "-options ",
+                                             "-set a=1"}));
+  EXPECT_TRUE(Read({"c.stp"}).sources.empty());
+}
+
+TEST(CommandLineTest, TakesOptionsBesideHelp) {
+  EXPECT_EQ(Read({"-set", "a=1", "-h"}).action, CommandLine::Help);
+  EXPECT_EQ(Read({"-v", "-options", "b.cfg"}).action, CommandLine::Version);
+}
+
+TEST(CommandLineTest, TakesWordsBehindTheDashesForFiles) {
+  EXPECT_EQ(Read({"--", "-set"}).file, "-set");
+  EXPECT_EQ(Read({"-set", "a=1", "--", "-options"}).file, "-options");
+}
+
+TEST(CommandLineTest, RefusesAWrongOption) {
+  struct Row {
+    std::vector<std::string> words;
+    char const* problem;
+    char const* advice;
+  };
+  Row const rows[] = {
+      {{"a.stp", "-options"}, "expected FILE behind -options, found nothing", ""},
+      {{"-o"}, "expected FILE behind -options, found nothing", ""},
+      {{"-options", "-set", "a=1", "a.stp"},
+       "expected FILE behind -options, found -set",
+       "put ./ in front of a file of this name"},
+      {{"-options", "-"}, "expected FILE behind -options, found -", "put ./ in front of a file of this name"},
+      {{"-set"}, "expected NAME=VALUE behind -set, found nothing", ""},
+      {{"-set", "-a=1", "a.stp"}, "expected NAME=VALUE behind -set, found -a=1", ""},
+      {{"-set", "a.stp"}, "expected NAME=VALUE behind -set, found a.stp", "write -set Healing=On, for example"},
+      {{"-set", "a:b", "a.stp"}, "expected NAME=VALUE behind -set, found a:b", "write -set Healing=On, for example"},
+      {{"-set", "", "a.stp"}, "expected NAME=VALUE behind -set, found ", "write -set Healing=On, for example"},
+      {{"-set", "=b", "a.stp"}, "expected a name in front of = behind -set, found =b", ""},
+      {{"-set", " =b", "a.stp"}, "expected a name in front of = behind -set, found  =b", ""},
+      {{"-set", "a..b=c", "a.stp"}, "expected a name with something between its dots behind -set, found a..b=c", ""},
+      {{"-set", "a.=c", "a.stp"}, "expected a name with something between its dots behind -set, found a.=c", ""},
+      {{"-set", "a=", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
+      {{"-set", "a= ", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
+      {{"-set", "a=1"}, "expected one file, found 0 arguments", ""},
+      {{"-set", "a=1", "a.stp", "b.stp"}, "expected one file, found 2 arguments", ""},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.problem);
+    CommandLine const line = Read(row.words);
+    EXPECT_EQ(line.action, CommandLine::Refuse);
+    EXPECT_EQ(line.problem, row.problem);
+    EXPECT_EQ(line.advice, row.advice);
+    EXPECT_TRUE(line.sources.empty());
+    EXPECT_EQ(line.file, "");
+  }
 }

@@ -55,3 +55,18 @@ TEST(ProblemReportTest, SendsATextWithoutASubject) {
   EXPECT_EQ(listener.events[0].text, "50% of --x");
   EXPECT_EQ(listener.events[1].text, std::string(1023, 'a'));
 }
+
+TEST(ProblemReportTest, SendsWarningsAndMessagesOnTheirChannels) {
+  RecordingListener listener;
+  ReportWarning("100%", "%s %%d");
+  ReportWarning("x" + std::string(600, 'a'), "b");
+  ReportMessage("-set a=100%%d");
+  ASSERT_EQ(listener.events.size(), 3U);
+  EXPECT_EQ(listener.events[0].name, "VRELWarningEvent");
+  EXPECT_EQ(listener.events[0].level, 70);
+  EXPECT_EQ(listener.events[0].text, "100%: %s %%d");
+  EXPECT_EQ(listener.events[1].text, "..." + std::string(600, 'a') + ": b");
+  EXPECT_EQ(listener.events[2].name, "VRELMessageEvent");
+  EXPECT_EQ(listener.events[2].level, 50);
+  EXPECT_EQ(listener.events[2].text, "-set a=100%%d");
+}

@@ -1,0 +1,20 @@
+#include "OptionSource.h"
+
+#include "VRELCfgFile.h"
+
+namespace {
+
+std::string Trimmed(std::string text) {
+  VRELCfgFile::removeWhiteSpaces(text.data());
+  return text.c_str();
+}
+
+}  // namespace
+
+bool SplitSetting(std::string const& text, std::string& name, std::string& value) {
+  std::size_t const separator = text.find('=');
+  if (separator == text.npos) return false;
+  name = Trimmed(text.substr(0, separator));
+  value = Trimmed(text.substr(separator + 1));
+  return true;
+}

@@ -1,0 +1,194 @@
+#include "OptionSet.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "RecordingListener.h"
+#include "ScratchDirectory.h"
+#include "VRELErrorTracker.h"
+#include "VRELOption.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class OptionSetTest : public testing::Test {
+ protected:
+  OptionSetTest() {
+    VRELErrorTracker::Initialize();
+    tracker.reset(VRELErrorTracker::GetInstance());
+  }
+
+  VRINResult Set(std::string const& text) { return options.Add({OptionSource::Setting, text}); }
+  VRINResult Read(std::string const& bytes) {
+    return options.Add({OptionSource::File, folder.Write("base.cfg", bytes)});
+  }
+
+  // The value of the stored option that serves for a name, "(none)" where there is none.
+  std::string ValueOf(wchar_t const* name) const {
+    VRELOption* option = nullptr;
+    VRELString value(L"(none)");
+    if (options.Store().GetOption(name, option).IsSuccess()) option->GetValue(value);
+    return value.toUtf8();
+  }
+
+  Texts Warnings() const {
+    Texts texts;
+    for (OptionSet::Warning const& warning : options.Warnings()) texts.push_back(warning.origin + ": " + warning.text);
+    return texts;
+  }
+
+  std::unique_ptr<VRELErrorTracker> tracker;
+  RecordingListener listener;
+  ScratchDirectory folder;
+  OptionSet options;
+};
+
+}  // namespace
+
+TEST_F(OptionSetTest, IsEmptyAtFirst) {
+  EXPECT_EQ(options.Store().Size(), 0);
+  EXPECT_TRUE(options.Sources().empty());
+  EXPECT_TRUE(options.Warnings().empty());
+  EXPECT_EQ(options.UnknownCount(), 0);
+}
+
+TEST_F(OptionSetTest, TakesWhatComesLater) {
+  EXPECT_EQ(Set("SewTolerance=1"), VREL_S_OK);
+  EXPECT_EQ(ValueOf(L"SewTolerance"), "1");
+  EXPECT_EQ(Read("SewTolerance=2\nAuthorName=\"x \"\nsewtolerance=3\n"), VREL_S_OK);
+  EXPECT_EQ(ValueOf(L"SewTolerance"), "3");
+  EXPECT_EQ(ValueOf(L"AuthorName"), "x ");
+  EXPECT_EQ(Set("SewTolerance=4"), VREL_S_OK);
+  EXPECT_EQ(Set("*.*.Reader.SewTolerance=5"), VREL_S_OK);
+  EXPECT_EQ(ValueOf(L"SewTolerance"), "4");
+  EXPECT_EQ(ValueOf(L"Step.BRep.Reader.SewTolerance"), "5");
+  EXPECT_EQ(ValueOf(L"Step.BRep.Writer.SewTolerance"), "4");
+  ASSERT_EQ(options.Sources().size(), 4U);
+  EXPECT_EQ(options.Sources()[0].Words(), "-set SewTolerance=1");
+  EXPECT_EQ(options.Sources()[1].Words(), "-options " + folder.Path("base.cfg"));
+  EXPECT_EQ(options.Sources()[3].Words(), "-set *.*.Reader.SewTolerance=5");
+  EXPECT_EQ(options.Store().Size(), 6);
+  EXPECT_EQ(Warnings(), Texts{});
+  EXPECT_EQ(options.UnknownCount(), 0);
+  EXPECT_TRUE(listener.events.empty());
+}
+
+TEST_F(OptionSetTest, FindsTheKindOfAValue) {
+  struct Row {
+    char const* text;
+    VRELValue::VRELValueType kind;
+    char const* value;
+  };
+  Row const rows[] = {{"Level=1", VRELValue::IntType, "1"},
+                      {"Level=-0x1F", VRELValue::IntType, "-31"},
+                      {"Level=1.5e2", VRELValue::DoubleType, "150.000000"},
+                      {"Level=off", VRELValue::BoolType, "false"},
+                      {"Level=\"off\"", VRELValue::StringType, "off"},
+                      {"Level=\"\"", VRELValue::StringType, ""},
+                      {"Level = a = b, c ", VRELValue::StringType, "a = b, c"}};
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.text);
+    OptionSet set;
+    EXPECT_EQ(set.Add({OptionSource::Setting, row.text}), VREL_S_OK);
+    VRELOption* option = nullptr;
+    ASSERT_EQ(set.Store().GetOption(L"Level", option), VREL_S_OK);
+    VRELValue::VRELValueType kind = VRELValue::UnknownType;
+    option->GetValueType(kind);
+    EXPECT_EQ(kind, row.kind);
+    VRELString value;
+    EXPECT_EQ(option->GetValue(value), VREL_S_OK);
+    EXPECT_EQ(value.toUtf8(), row.value);
+  }
+}
+
+TEST_F(OptionSetTest, StoresUnknownNamesWithAWarning) {
+  EXPECT_EQ(Set("SewTolerence=1"), VREL_S_OK);
+  EXPECT_EQ(Set("Foo=a=b"), VREL_S_OK);
+  EXPECT_EQ(Read("\nConvertAtributes=On\nHealing=On\n/XStep/Import/Mode/Solid/Tim=1\n"), VREL_S_OK);
+  EXPECT_EQ(ValueOf(L"SewTolerence"), "1");
+  EXPECT_EQ(ValueOf(L"ConvertAtributes"), "true");
+  std::string const path = folder.Path("base.cfg");
+  EXPECT_EQ(Warnings(),
+            (Texts{"-set SewTolerence=1: unknown option SewTolerence, set all the same; did you mean SewTolerance?",
+                   "-set Foo=a=b: unknown option Foo, set all the same; no known name is close to it",
+                   path + ":2: unknown option ConvertAtributes, set all the same; did you mean ConvertAttributes or "
+                          "ConvertEdgeAttributes?",
+                   path + ":4: unknown option /XStep/Import/Mode/Solid/Tim, set all the same; did you mean "
+                          "/XStep/Import/Mode/Solid/Trim, /XStep/Import/Mode/Solid/Wire or "
+                          "/XJt/Import/Mode/Solid/Trim?"}));
+  EXPECT_EQ(options.UnknownCount(), 4);
+  // Whoever tells them decides when.
+  EXPECT_TRUE(listener.events.empty());
+}
+
+TEST_F(OptionSetTest, ShowsTheBeginOfALongName) {
+  EXPECT_EQ(Set(std::string(100, 'x') + "=1"), VREL_S_OK);
+  EXPECT_EQ(Set(std::string(101, 'x') + "=1"), VREL_S_OK);
+  std::string const shown = "unknown option " + std::string(100, 'x');
+  EXPECT_EQ(options.Warnings()[0].text, shown + ", set all the same; no known name is close to it");
+  EXPECT_EQ(options.Warnings()[1].text, shown + "..., set all the same; no known name is close to it");
+}
+
+TEST_F(OptionSetTest, MakesNoMoreThanAHundredSuggestions) {
+  std::string bytes;
+  for (int i = 0; i < 102; ++i) bytes += "SewTolerence=1\n";
+  EXPECT_EQ(Read(bytes), VREL_S_OK);
+  ASSERT_EQ(options.Warnings().size(), 102U);
+  EXPECT_EQ(options.Warnings()[99].text, "unknown option SewTolerence, set all the same; did you mean SewTolerance?");
+  EXPECT_EQ(options.Warnings()[100].text, "unknown option SewTolerence, set all the same");
+  EXPECT_EQ(options.UnknownCount(), 102);
+}
+
+// A name that the store refuses would cut its enumerations short.
+TEST_F(OptionSetTest, PassesOverNamesWithAnEmptyToken) {
+  EXPECT_EQ(Read("A..SewTolerance=1\nSewTolerance=2\n.=3\nHealing.=4\n"), VREL_S_OK);
+  std::string const path = folder.Path("base.cfg");
+  std::string const expected = ": expected a name with something between its dots, found ";
+  EXPECT_EQ(Warnings(), (Texts{path + ":1" + expected + "A..SewTolerance, which is passed over",
+                               path + ":3" + expected + "., which is passed over",
+                               path + ":4" + expected + "Healing., which is passed over"}));
+  EXPECT_EQ(options.Store().Size(), 1);
+  VRELOption* option = nullptr;
+  options.Store().InitEnumeration();
+  EXPECT_EQ(options.Store().GetNext(option), VREL_S_OK);
+  EXPECT_EQ(options.Store().GetNext(option), VREL_E_FAIL);
+  EXPECT_EQ(options.UnknownCount(), 0);
+}
+
+TEST_F(OptionSetTest, WarnsOfKeysInSections) {
+  EXPECT_EQ(Read("Healing=On\n[Step]\n\nSewTolerance=1\nAuthorName=x\n"), VREL_S_OK);
+  EXPECT_EQ(Warnings(), Texts{folder.Path("base.cfg") +
+                              ":4: expected options above the first section header, found 2 below it, which are passed "
+                              "over"});
+  EXPECT_EQ(ValueOf(L"SewTolerance"), "(none)");
+}
+
+TEST_F(OptionSetTest, TakesNothingOfABrokenFile) {
+  EXPECT_EQ(Read("SewTolerance=1\nx\n[y\n"), VREL_E_FAIL);
+  std::string const path = folder.Path("base.cfg");
+  EXPECT_EQ(listener.Texts(), (Texts{path + ":2: Incorrect syntax: line 2:x *** \"key=value\" expected",
+                                     path + ":3: Incorrect syntax: line 3:[y *** \"[section name]' expected."}));
+  EXPECT_EQ(options.Store().Size(), 0);
+  EXPECT_TRUE(options.Sources().empty());
+}
+
+TEST_F(OptionSetTest, ReportsAFileThatCannotBeRead) {
+  EXPECT_EQ(options.Add({OptionSource::File, folder.Path("missing")}), VREL_E_FILE_NOT_FOUND);
+  EXPECT_EQ(options.Add({OptionSource::File, folder.Path()}), VREL_E_FILE_OPEN);
+  EXPECT_EQ(listener.Texts(),
+            (Texts{folder.Path("missing") + ": expected a file that can be read, found: No such file or directory",
+                   folder.Path() + ": expected a file that can be read, found: Is a directory"}));
+  EXPECT_TRUE(options.Sources().empty());
+}
+
+TEST_F(OptionSetTest, RefusesWhatIsNoSetting) {
+  for (char const* text : {"", "a", "=1", "a=", " = ", "a..b=1", ".a=1"}) {
+    SCOPED_TRACE(text);
+    listener.events.clear();
+    EXPECT_EQ(Set(text), VREL_E_INVALID_ARGUMENT);
+    EXPECT_EQ(listener.Texts(), Texts{"-set " + std::string(text) + ": expected NAME=VALUE"});
+  }
+  EXPECT_TRUE(options.Sources().empty());
+}
