@@ -1,6 +1,8 @@
 #include "CommandLine.h"
 
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "OptionVocabulary.h"
 #include "VRELArgs.h"
@@ -29,8 +31,9 @@ class OptionTable {
  public:
   OptionTable() {
     for (char const* dash : {"", "-"}) {
-      for (Option const& option : OPTIONS)
-        texts.push_back(std::string(dash) + option.name + (option.argument ? ":" : ""));
+      for (Option const& option : OPTIONS) {
+        texts.push_back(std::string(dash) + option.name + (option.argument != nullptr ? ":" : ""));
+      }
     }
     for (std::string& text : texts) names.push_back(text.data());
   }
@@ -65,7 +68,6 @@ class Reading {
         line.file = text;
         line.action = CommandLine::Translate;
       } else if (!TakeOption(word)) {
-        line.action = CommandLine::Refuse;
         return std::move(line);
       }
     }
@@ -127,6 +129,7 @@ class Reading {
     return true;
   }
 
+  // Gives false.
   bool Refuse(std::string problem, std::string advice) {
     line = CommandLine();
     line.problem = std::move(problem);

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
+#include <iterator>
 #include <numeric>
+#include <utility>
 
 #include "VRELOptionName.h"
 #include "VRELStringConversions.h"
@@ -157,9 +160,9 @@ View const* ClosestWord(Words const& words, View token, int& distance, std::vect
   return closest;
 }
 
-template <class Words>
-bool Holds(Words const& words, View token) {
-  return std::any_of(std::begin(words), std::end(words),
+template <class Range>
+bool Holds(Range const& range, View token) {
+  return std::any_of(std::begin(range), std::end(range),
                      [token](View word) { return VRELStringEqualsIgnoreCase(word, token); });
 }
 

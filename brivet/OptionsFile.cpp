@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <utility>
 
 #include "InputFile.h"
 #include "StepError.h"
