@@ -190,6 +190,30 @@
 #include "VRELUnit.h"
 #include "VRELUnitValue.h"
 
+// Geometry.
+#include "VRELAffine.h"
+#include "VRELAffine2D.h"
+#include "VRELAffine3D.h"
+#include "VRELApplyMorph.h"
+#include "VRELDirectionf.h"
+#include "VRELMorph.h"
+#include "VRELMorph2D.h"
+#include "VRELMorph3D.h"
+#include "VRELMorphOf.h"
+#include "VRELNormalizef.h"
+#include "VRELPlainPoint.h"
+#include "VRELPoint.h"
+#include "VRELPoint2D.h"
+#include "VRELPoint2DHandle.h"
+#include "VRELPoint3D.h"
+#include "VRELPoint3DHandle.h"
+#include "VRELPointHandle.h"
+#include "VRELPointf.h"
+#include "VRELVectorf.h"
+#include "VRELWeightPoint.h"
+#include "VRELWeightPoint2D.h"
+#include "VRELWeightPoint3D.h"
+
 // Records.
 #include "VRELAssemblyComponentTransform.h"
 

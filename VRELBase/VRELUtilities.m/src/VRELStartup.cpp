@@ -13,7 +13,9 @@
 #include "VRELOptionConstants.h"
 #include "VRELOptionName.h"
 #include "VRELPerfTrackerStatus.h"
+#include "VRELPointf.h"
 #include "VRELUnit.h"
+#include "VRELVectorf.h"
 #include "VRINComponentName.h"
 #include "VRINOptionName.h"
 #include "VRINReaderWriterName.h"
@@ -57,6 +59,12 @@ Gk_Unit const Gk_Unit::micr("micron", 0.001);
 Gk_Unit const Gk_Unit::deci("decimeter", 100.0);
 Gk_Unit const Gk_Unit::km("km", 1e6);
 Gk_Unit const Gk_Unit::uinch("microinch", 2.5399999999999997e-5);
+
+VRELPointf const VRELPointOf(0.0F, 0.0F, 0.0F);
+VRELVectorf const VRELNullVectorf(0.0F, 0.0F, 0.0F);
+VRELVectorf const VRELVectorIf(1.0F, 0.0F, 0.0F);
+VRELVectorf const VRELVectorJf(0.0F, 1.0F, 0.0F);
+VRELVectorf const VRELVectorKf(0.0F, 0.0F, 1.0F);
 
 VRELError VRELError::FAIL_ERROR(VREL_E_FAIL);
 

@@ -1,0 +1,20 @@
+#include "VRELPoint2D.h"
+
+#include "VRELApplyMorph.h"
+#include "VRELMorph2D.h"
+
+VRELPoint2D::VRELPoint2D(double x, double y) noexcept {
+  double* const stored = ChangeCoordinates();
+  stored[0] = x;
+  stored[1] = y;
+}
+
+VRELPoint2D::~VRELPoint2D() = default;
+
+void VRELPoint2D::Transform(VRELAffine2D const& affine) {
+  vrelApplyAffine<2>(affine, ChangeCoordinates());
+}
+
+void VRELPoint2D::Transform(VRELMorph2D const& morph, bool noTranslation) {
+  vrelApplyMorph<2>(morph, noTranslation, 1.0, ChangeCoordinates());
+}

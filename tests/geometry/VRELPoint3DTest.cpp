@@ -1,0 +1,76 @@
+#include "VRELPoint3D.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "Coordinates.h"
+#include "VRELAffine3D.h"
+#include "VRELMorph3D.h"
+#include "VirtualSlot.h"
+
+namespace {
+
+using Values = std::vector<double>;
+
+TEST(VRELPoint3DTest, TransformsStandBehindTheSlotsOfTheBase) {
+  static_assert(std::is_base_of_v<VRELPoint, VRELPoint3D>);
+  void (VRELPoint3D::*const byAffine)(VRELAffine3D const&) = &VRELPoint3D::Transform;
+  void (VRELPoint3D::*const byMorph)(VRELMorph3D const&, bool) = &VRELPoint3D::Transform;
+  EXPECT_EQ(SlotOf(byAffine), 15U);
+  EXPECT_EQ(SlotOf(byMorph), 16U);
+}
+
+TEST(VRELPoint3DTest, IsMadeFromThreeDoubles) {
+  double const values[] = {1.0, 2.0, 3.0};
+  EXPECT_EQ(Coordinates(VRELPoint3D(values)), (Values{1.0, 2.0, 3.0}));
+  EXPECT_EQ(Coordinates(VRELPoint3D(static_cast<double const*>(nullptr))), (Values{0.0, 0.0, 0.0}));
+}
+
+TEST(VRELPoint3DTest, GivesThreeDoublesOut) {
+  double values[] = {0.0, 0.0, 0.0, 99.0};
+  VRELGetDoublesFromVRELPoint3D(VRELPoint3D(1.0, 2.0, 3.0), values);
+  EXPECT_EQ((Values(values, values + 4)), (Values{1.0, 2.0, 3.0, 99.0}));
+  VRELGetDoublesFromVRELPoint3D(VRELPoint3D(1.0, 2.0, 3.0), nullptr);
+}
+
+TEST(VRELPoint3DTest, TheVectorProduct) {
+  VRELPoint3D const a(1.0, 2.0, 3.0);
+  EXPECT_EQ(Coordinates(VRELPoint3D::VectorProduct(a, VRELPoint3D(4.0, 5.0, 7.0))), (Values{-1.0, 5.0, -3.0}));
+  EXPECT_EQ(Coordinates(VRELPoint3D::VectorProduct(a, a)), (Values{0.0, 0.0, 0.0}));
+}
+
+TEST(VRELPoint3DTest, AnAffineIsTakenRowByRow) {
+  VRELAffine3D affine;
+  double const rows[3][3] = {{1.0, 2.0, 3.0}, {4.0, 5.0, 6.0}, {7.0, 8.0, 10.0}};
+  for (int i = 0; i < 3; ++i) affine.SetRow(i, rows[i]);
+  VRELPoint3D p(1.0, -1.0, 2.0);
+  p.Transform(affine);
+  EXPECT_EQ(Coordinates(p), (Values{5.0, 11.0, 19.0}));
+}
+
+// One pass from the back: the y and z values are exchanged when z is larger, then the x and y values.
+TEST(VRELPoint3DTest, OrthogonalizeExchangesSignedNeighboursOnce) {
+  struct {
+    VRELPoint3D point;
+    Values expected;
+  } const rows[] = {
+      {{9.0, 4.0, 3.0}, {0.0, 0.6, -0.8}},    // no exchange: (0, 3, -4) / 5
+      {{9.0, 3.0, 4.0}, {0.0, -0.8, 0.6}},    // y with z: a = 9, 4, 3 at 0, 2, 1
+      {{4.0, 9.0, 3.0}, {0.6, 0.0, -0.8}},    // x with y: a = 9, 4, 3 at 1, 0, 2: v1 = 3 at 0, v2 = -4 at 2
+      {{4.0, 3.0, 9.0}, {0.6, -0.8, 0.0}},    // y with z, then x with y: a = 9, 4, 3 at 2, 0, 1
+      {{3.0, 4.0, 9.0}, {0.8, -0.6, 0.0}},    // both exchanges, and no third: a = 9, 3, 4 at 2, 0, 1
+      {{1.0, -3.0, -4.0}, {0.0, -0.8, 0.6}},  // signed: no exchange, a = 1, -3, -4
+      {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}},
+      {{0.0, 0.0, 0.0}, {0.0, 1.0, 0.0}},
+      {{0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}},  // a = 1, 0, 0 at 2, 0, 1: the unit stands at the place of the second
+      {{0.0, 1.0, 0.0}, {1.0, 0.0, 0.0}},
+      {{5.0, 1e-11, -1e-11}, {0.0, 1.0, -1e-11}},  // what is that short is not divided
+  };
+  for (auto const& [point, expected] : rows) {
+    SCOPED_TRACE(testing::PrintToString(Coordinates(point)));
+    EXPECT_EQ(Coordinates(point.Orthogonalize()), expected);
+  }
+}
+
+}  // namespace
