@@ -13,11 +13,19 @@ namespace {
 
 constexpr char NAME[] = "brivet_read.log";
 
+bool IsLog(struct stat const& status) {
+  struct stat log;
+  return S_ISREG(status.st_mode) && stat(NAME, &log) == 0 && log.st_dev == status.st_dev && log.st_ino == status.st_ino;
+}
+
 bool IsLog(std::string const& path) {
-  struct stat logStatus;
   struct stat status;
-  return stat(NAME, &logStatus) == 0 && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-         logStatus.st_dev == status.st_dev && logStatus.st_ino == status.st_ino;
+  return stat(path.c_str(), &status) == 0 && IsLog(status);
+}
+
+bool IsLog(int descriptor) {
+  struct stat status;
+  return fstat(descriptor, &status) == 0 && IsLog(status);
 }
 
 // Writes a byte, since a full disk takes a new file but nothing in it; the log itself begins by emptying the file.
@@ -32,9 +40,9 @@ int TryToWrite() {
 
 // Why there can be no log; empty where there can.
 std::string Obstacle(std::vector<std::string> const& filesToRead) {
-  for (std::string const& path : filesToRead) {
-    if (IsLog(path)) return "a file of this run; rename it to get a log";
-  }
+  bool isInUse = IsLog(STDOUT_FILENO) || IsLog(STDERR_FILENO);
+  for (std::string const& path : filesToRead) isInUse = isInUse || IsLog(path);
+  if (isInUse) return "a file of this run; rename it to get a log";
   int const error = TryToWrite();
   return error == 0 ? "" : std::strerror(error);
 }

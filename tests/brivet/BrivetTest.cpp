@@ -449,6 +449,11 @@ TEST_F(BrivetTest, DoesNotWriteItsLogOverWhatItReads) {
   Write("brivet_read.log", "Healing=On\n");
   EXPECT_EQ(Brivet({"-options", "brivet_read.log", "washer.stp"}).exitStatus, 0);
   EXPECT_EQ(folder.Read("brivet_read.log"), "Healing=On\n");
+  Shell("\"$b\" washer.stp >brivet_read.log");
+  EXPECT_EQ(folder.Read("brivet_read.log"), WASHER_PAGE);
+  Shell("\"$b\" missing.stp 2>brivet_read.log");
+  EXPECT_THAT(folder.Read("brivet_read.log"),
+              testing::MatchesRegex("brivet: warning: brivet_read.log: [^\n]*\nbrivet: missing.stp: [^\n]*\n"));
 }
 
 // With all that is wrong, and before anything is read or written.
