@@ -149,6 +149,7 @@
 
 // Logging.
 #include "Gk_CPUTime.h"
+#include "VRELBasePerformanceMonitor.h"
 #include "VRELConsoleLogger.h"
 #include "VRELEndOptionsTaskEvent.h"
 #include "VRELEndPostprocessDocumentEvent.h"
@@ -175,6 +176,9 @@
 #include "VRELStartTranslateRepairEvent.h"
 #include "VRELStartWriteFileTaskEvent.h"
 #include "VRELTaskEvent.h"
+#include "VRELTaskOccurenceInfo.h"
+#include "VRELTaskTimingInfo.h"
+#include "VRELTimingLogger.h"
 #include "VRELTrace.h"
 
 // Plug-in readers.

@@ -74,6 +74,16 @@ TEST(VRELStartupTest, ModulesGoDownBeforeTheLoggers) {
   EXPECT_LT(place("VRELConsoleLogger::_console"), place("VRELLibraryManager::_libraries"));
 }
 
+TEST(VRELStartupTest, TheTimerGoesDownBeforeWhatItLeansOn) {
+  std::vector<std::string> const actual = ComingUp();
+  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(place("VRELTimingLogger::_timer"), actual.end());
+  for (char const* const earlier : {"VRELEventBus::_eventBus", "VRELPerfTrackerStatus::instance",
+                                    "VRELConsoleLogger::_console", "VRELLibraryManager::_libraries"}) {
+    EXPECT_LT(place(earlier), place("VRELTimingLogger::_timer")) << earlier;
+  }
+}
+
 TEST(VRELStartupTest, LoadsAndUnloadsAHundredTimes) {
   // The memory that the C library keeps at hand for a thread would count as held.
   ProgramOptions options;

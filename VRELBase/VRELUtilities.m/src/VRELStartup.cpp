@@ -14,6 +14,7 @@
 #include "VRELOptionName.h"
 #include "VRELPerfTrackerStatus.h"
 #include "VRELPointf.h"
+#include "VRELTimingLogger.h"
 #include "VRELUnit.h"
 #include "VRELVectorf.h"
 #include "VRINComponentName.h"
@@ -109,3 +110,7 @@ struct ReleaseLibraries {
 } releaseLibraries;
 
 }  // namespace
+
+// Goes down before the console that shows its summary, and before the modules: one of them may have brought its
+// monitor.
+VRELTimingLogger VRELTimingLogger::_timer;

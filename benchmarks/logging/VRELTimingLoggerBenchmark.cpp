@@ -1,0 +1,136 @@
+#include "VRELTimingLogger.h"
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "VRELEndTaskEvent.h"
+#include "VRELEventBus.h"
+#include "VRELStartTaskEvent.h"
+
+// Each measures as many pairs of a start and an end as the argument says, with two readings of the clocks for each.
+namespace {
+
+constexpr int identifierCount = 16;
+
+std::vector<std::string> Identifiers() {
+  std::vector<std::string> identifiers;
+  for (int i = 0; i < identifierCount; ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
+  return identifiers;
+}
+
+void Start(std::string const& identifier) {
+  VRELStartTaskEvent event("Stage", identifier.c_str(), VREL_LEVEL_INFO);
+  VRELEventBus::Fire(event);
+}
+
+void End(std::string const& identifier) {
+  VRELEndTaskEvent event(VREL_S_OK, "Stage", identifier.c_str(), VREL_LEVEL_INFO, true);
+  VRELEventBus::Fire(event);
+}
+
+void CountPairs(benchmark::State& state) {
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  state.counters["per pair"] = benchmark::Counter(static_cast<double>(state.iterations() * state.range(0)),
+                                                  benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+// One task behind the other.
+void pairsInARow(benchmark::State& state) {
+  std::vector<std::string> const identifiers = Identifiers();
+  VRELTimingLogger logger;
+  logger.Initialize();
+  for (auto _ : state) {
+    for (int i = 0; i < state.range(0); ++i) {
+      Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+      End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+    }
+  }
+  CountPairs(state);
+}
+BENCHMARK(pairsInARow)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+// One task within the other.
+void pairsNested(benchmark::State& state) {
+  std::vector<std::string> const identifiers = Identifiers();
+  VRELTimingLogger logger;
+  logger.Initialize();
+  for (auto _ : state) {
+    for (long i = 0; i < state.range(0); ++i) Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+    for (long i = state.range(0); i-- > 0;) End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+  }
+  CountPairs(state);
+}
+BENCHMARK(pairsNested)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+// Every task once, so that the summary grows by a row for each.
+void pairsOfTheirOwn(benchmark::State& state) {
+  std::vector<std::string> identifiers;
+  for (int i = 0; i < state.range(0); ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto* const logger = new VRELTimingLogger;
+    logger->Initialize();
+    state.ResumeTiming();
+    for (std::string const& identifier : identifiers) {
+      Start(identifier);
+      End(identifier);
+    }
+    state.PauseTiming();
+    delete logger;
+    state.ResumeTiming();
+  }
+  CountPairs(state);
+}
+BENCHMARK(pairsOfTheirOwn)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+// The clocks alone, which each pair must read.
+void peerClocks(benchmark::State& state) {
+  for (auto _ : state) {
+    for (int i = 0; i < 2 * state.range(0); ++i) {
+      benchmark::DoNotOptimize(std::clock());
+      benchmark::DoNotOptimize(std::time(nullptr));
+    }
+  }
+  CountPairs(state);
+}
+BENCHMARK(peerClocks)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+struct PeerTask {
+  std::string identifier;
+  long seconds;
+  long ticks;
+};
+struct PeerRow {
+  int count = 0;
+  double elapsed = 0;
+};
+
+// What one would write without a bus: the same clocks, a stack and a table of the standard library.
+void peerStandardContainers(benchmark::State& state) {
+  std::vector<std::string> const identifiers = Identifiers();
+  std::vector<PeerTask> stack;
+  std::unordered_map<std::string, PeerRow> rows;
+  for (auto _ : state) {
+    for (int i = 0; i < state.range(0); ++i) {
+      std::string const& identifier = identifiers[static_cast<std::size_t>(i % identifierCount)];
+      stack.push_back({identifier, std::time(nullptr), std::clock()});
+      long const ticks = std::clock();
+      long const seconds = std::time(nullptr);
+      PeerTask const task = stack.back();
+      stack.pop_back();
+      PeerRow& row = rows[task.identifier];
+      ++row.count;
+      double const wall = std::difftime(seconds, task.seconds);
+      row.elapsed += wall > 600 ? wall : static_cast<double>(ticks - task.ticks) / 1000000;
+    }
+  }
+  benchmark::DoNotOptimize(rows);
+  CountPairs(state);
+}
+BENCHMARK(peerStandardContainers)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+}  // namespace

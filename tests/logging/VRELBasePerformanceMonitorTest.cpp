@@ -1,0 +1,167 @@
+#include "VRELBasePerformanceMonitor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <type_traits>
+
+#include "RecordingListener.h"
+#include "VRELBrivetLibrary.h"
+#include "VRELLibraryManager.h"
+#include "VRELTimingLogger.h"
+#include "VirtualSlot.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class VRELBasePerformanceMonitorTest : public testing::Test {
+ protected:
+  // The slots and the modules are as the process found them.
+  ~VRELBasePerformanceMonitorTest() override {
+    EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+    EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+    VRELLibraryManager::FreeLibraries();
+    EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+  }
+
+  // Loads a module that installs its monitor.
+  static void LoadModule(char const* name) {
+    VRELBrivetLibrary module(name, "InitializeModule", "");
+    ASSERT_EQ(module.Load(), VREL_S_OK);
+  }
+
+  RecordingListener listener;
+};
+
+TEST_F(VRELBasePerformanceMonitorTest, AnswersNothingByItself) {
+  VRELBasePerformanceMonitor monitor;
+  double kernel = 1.5;
+  double user = 2.5;
+  EXPECT_EQ(monitor.PrintStatistics(), VREL_E_FAIL);
+  EXPECT_EQ(monitor.QueryProcessTimes(kernel, user), VREL_E_FAIL);
+  EXPECT_EQ(kernel, 1.5);
+  EXPECT_EQ(user, 2.5);
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, KeepsItsVirtualTableAndHasNoFields) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELBasePerformanceMonitor>);
+  EXPECT_EQ(SlotOf(&VRELBasePerformanceMonitor::PrintStatistics), 2U);
+  EXPECT_EQ(SlotOf(&VRELBasePerformanceMonitor::QueryProcessTimes), 3U);
+  EXPECT_EQ(sizeof(VRELBasePerformanceMonitor), sizeof(void*));
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, NoneIsInstalledAtFirst) {
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, AMonitorWithoutALibraryStays) {
+  VRELBasePerformanceMonitor monitor;
+  VRELBasePerformanceMonitor::Install(&monitor, nullptr);
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
+  VRELBasePerformanceMonitor::Install(nullptr, nullptr);
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, AMonitorThatDiesIsLetGo) {
+  VRELBasePerformanceMonitor lasting;
+  {
+    VRELBasePerformanceMonitor monitor;
+    VRELBasePerformanceMonitor::Install(&monitor, nullptr);
+    VRELTimingLogger::_pMonitor = &monitor;
+    { VRELBasePerformanceMonitor const another; }
+    EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
+    EXPECT_EQ(VRELTimingLogger::_pMonitor, &monitor);
+  }
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, ClearLetsTheModuleTakeItsMonitorBack) {
+  LoadModule("VRELTestMonitor");
+  EXPECT_NE(VRELBasePerformanceMonitor::Instance(), nullptr);
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, VRELBasePerformanceMonitor::Instance());
+  // Held by the object that is installed.
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestMonitor terminates"));
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_EQ(listener.events.size(), 1U);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, InstallClearsWhatWasThere) {
+  LoadModule("VRELTestMonitor");
+  VRELBasePerformanceMonitor monitor;
+  VRELBasePerformanceMonitor::Install(&monitor, nullptr);
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestMonitor terminates"));
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, InstallKeepsALibraryThatIsThereAlready) {
+  VRELBasePerformanceMonitor first;
+  VRELBasePerformanceMonitor second;
+  auto* const library = new VRELBrivetLibrary("VRELTestNoSuchModule", "", "");
+  VRELBasePerformanceMonitor::Install(&first, library);
+  VRELBasePerformanceMonitor::Install(&second, library);
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &second);
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoSuchModule library not loaded."));
+  VRELBasePerformanceMonitor::Clear();
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, AModuleWithoutTheEntryPointKeepsItsMonitor) {
+  LoadModule("VRELTestMonitorBare");
+  VRELBasePerformanceMonitor const* const monitor = VRELBasePerformanceMonitor::Instance();
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_THAT(listener.Texts(),
+              ElementsAre("No TerminatePerformanceMonitor function in VRELTestMonitorBare library.\n"));
+  EXPECT_NE(monitor, nullptr);
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), monitor);
+  // The library is gone.
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_EQ(listener.events.size(), 1U);
+  // The monitor goes with its module.
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, WhatTheEntryPointThrowsReachesTheCaller) {
+  LoadModule("VRELTestMonitorThrowing");
+  EXPECT_THROW(VRELBasePerformanceMonitor::Clear(), std::runtime_error);
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestMonitorThrowing terminates"));
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  VRELBasePerformanceMonitor::Clear();
+  VRELLibraryManager::FreeLibraries();
+  EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
+}
+
+TEST_F(VRELBasePerformanceMonitorTest, AModuleThatCannotBeLoadedIsDropped) {
+  VRELBasePerformanceMonitor monitor;
+  VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
+  EXPECT_EQ(listener.events.size(), 1U);
+  // Tries once more.
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_THAT(listener.Texts(),
+              ElementsAre("VRELTestNoSuchModule library not loaded.", "VRELTestNoSuchModule library not loaded."));
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_EQ(listener.events.size(), 2U);
+}
+
+}  // namespace

@@ -1,0 +1,756 @@
+#include "VRELTimingLogger.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "RecordingListener.h"
+#include "VRELBasePerformanceMonitor.h"
+#include "VRELBrivetLibrary.h"
+#include "VRELConsoleLogger.h"
+#include "VRELEndTaskEvent.h"
+#include "VRELEndTranslationTaskEvent.h"
+#include "VRELInfo.h"
+#include "VRELPerfTrackerStatus.h"
+#include "VRELStartConversionStageEvent.h"
+#include "VRELStartReadFileTaskEvent.h"
+#include "VRELStartTaskEvent.h"
+#include "VRELStartTranslateRepairEvent.h"
+#include "VirtualSlot.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Lines = std::vector<std::string>;
+
+constexpr char closingLine[] = "================= End Timing Performance Summary =================";
+constexpr char noSeconds[] = "    0.0000     0.0000     0.0000";
+
+// A text at the end of 50 columns.
+std::string Aligned(std::string const& text) {
+  return std::string(50 - std::min<std::size_t>(50, text.size()), ' ') + text;
+}
+
+// A row of the summary: the columns as they stand behind the equals sign.
+std::string Row(std::string const& identifier, std::string const& columns) {
+  return Aligned(identifier) + " = " + columns;
+}
+
+int ListenerCount() {
+  return VRELEventBus::GetEventBus()->GetListenerCount();
+}
+
+// Has the times that it is told.
+class ToldMonitor : public VRELBasePerformanceMonitor {
+ public:
+  VRINResult PrintStatistics() override {
+    VRELInfo::Printf("statistics");
+    return VREL_E_FAIL;
+  }
+  VRINResult QueryProcessTimes(double& kernel, double& user) override {
+    kernel = kernelTime;
+    user = userTime;
+    return result;
+  }
+  double kernelTime = 0;
+  double userTime = 0;
+  VRINResult result = VREL_S_OK;
+};
+
+// A logger of the test's own, which gets events with stamps of the test's own.
+class VRELTimingLoggerTest : public testing::Test {
+ protected:
+  ~VRELTimingLoggerTest() override {
+    VRELTimingLogger::_detailedTaskInfo = false;
+    VRELTimingLogger::_pMonitor = nullptr;
+  }
+
+  void Start(char const* identifier, long seconds, long ticks) {
+    VRELStartTaskEvent event("Start", identifier, VREL_LEVEL_INFO);
+    event.SetTime(seconds);
+    event.SetClock(ticks);
+    logger.HandleEvent(event);
+  }
+  void End(char const* identifier, long seconds, long ticks) {
+    VRELEndTaskEvent event(VREL_S_OK, "End", identifier, VREL_LEVEL_INFO, true);
+    event.SetTime(seconds);
+    event.SetClock(ticks);
+    logger.HandleEvent(event);
+  }
+  // A task of so many ticks.
+  void Run(char const* identifier, long ticks) {
+    Start(identifier, 100, 5000);
+    End(identifier, 100, 5000 + ticks);
+  }
+
+  // What was sent since the last call.
+  Lines Taken() {
+    Lines const lines = listener.Texts();
+    listener.events.clear();
+    return lines;
+  }
+
+  // What Finalize tells.
+  Lines Summary() {
+    logger.Initialize();
+    Taken();
+    logger.Finalize();
+    return Taken();
+  }
+
+  // The rows of the summary, sorted; checks that they stand in the right frame.
+  Lines Rows() {
+    Lines lines = Summary();
+    if (lines == Lines{closingLine}) return {};
+    Lines const heading = {
+        "                # task = elapsed(s), kernel(s), user(s), cpu=kernel+user(s), #calls ",
+        "                #        elapsed= wall clock time", "                #        kernel = system calls time",
+        "                #        user   = user code time", "                #        cpu    = actual cpu time"};
+    auto const start = std::search(lines.begin(), lines.end(), heading.begin(), heading.end());
+    EXPECT_TRUE(start != lines.end() && lines.back() == closingLine);
+    if (start == lines.end()) return {"no heading"};
+    Lines rows(start + static_cast<std::ptrdiff_t>(heading.size()), lines.end() - 1);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
+
+  RecordingListener listener;
+  VRELTimingLogger logger;
+};
+
+TEST_F(VRELTimingLoggerTest, InitializeJoinsTheBusOnce) {
+  EXPECT_EQ(ListenerCount(), 1);
+  logger.Initialize();
+  EXPECT_EQ(ListenerCount(), 2);
+  EXPECT_THAT(Taken(), ElementsAre("Task Timing On"));
+  logger.Initialize();
+  EXPECT_EQ(ListenerCount(), 2);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, FinalizeTellsAndLeavesTheBus) {
+  logger.Initialize();
+  Taken();
+  logger.Finalize();
+  EXPECT_EQ(ListenerCount(), 1);
+  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  logger.Finalize();
+  EXPECT_THAT(Taken(), IsEmpty());
+  logger.Initialize();
+  EXPECT_THAT(Taken(), ElementsAre("Task Timing On"));
+}
+
+TEST_F(VRELTimingLoggerTest, FinalizeRemovesWhatOthersPutOnTheBus) {
+  VRELEventBus::GetEventBus()->AddListener(&logger);
+  logger.Finalize();
+  EXPECT_EQ(ListenerCount(), 1);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, TellsTheWholeSummary) {
+  Run("Read File", 1500000);
+  listener.events.clear();
+  logger.Initialize();
+  Taken();
+  logger.Finalize();
+  EXPECT_EQ(listener.events.size(), 7U);
+  for (RecordedEvent const& event : listener.events) {
+    EXPECT_EQ(event.name, "VRELMessageEvent");
+    EXPECT_EQ(event.level, 50);
+  }
+  EXPECT_THAT(Taken(),
+              ElementsAre("                # task = elapsed(s), kernel(s), user(s), cpu=kernel+user(s), #calls ",
+                          "                #        elapsed= wall clock time",
+                          "                #        kernel = system calls time",
+                          "                #        user   = user code time",
+                          "                #        cpu    = actual cpu time",
+                          "                                         Read File =     1.5000     0.0000     0.0000"
+                          "     0.0000        1x",
+                          "================= End Timing Performance Summary ================="));
+}
+
+TEST_F(VRELTimingLoggerTest, AddsUpTheRunsOfATask) {
+  Run("Read Entities", 1000000);
+  Run("Read Entities", 250000);
+  Run("Read Entities", 1);
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(noSeconds) + "        3x")));
+}
+
+TEST_F(VRELTimingLoggerTest, KeepsTheLastRunOfConversionAndTranslationAlone) {
+  for (long const ticks : {1000000L, 3000000L, 2000000L}) {
+    Run("Conversion", ticks);
+    Run("Translation", ticks + 1000000);
+    Run("conversion stage", ticks);
+  }
+  EXPECT_THAT(Rows(), ElementsAre(Row("Conversion", "    2.0000 " + std::string(noSeconds) + "        1x"),
+                                  Row("Translation", "    3.0000 " + std::string(noSeconds) + "        1x"),
+                                  Row("conversion stage", "    6.0000 " + std::string(noSeconds) + "        3x")))
+      << "sorted by their blanks";
+}
+
+TEST_F(VRELTimingLoggerTest, SecondInitializeGoesOnCounting) {
+  Run("Options", 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  Run("Options", 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(noSeconds) + "        2x")));
+}
+
+TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
+  struct {
+    long startTime, endTime, startClock, endClock;
+    char const* elapsed;
+  } const cases[] = {
+      {1000, 1600, 0, 2500000, "    2.5000"},
+      {1000, 1601, 0, 2500000, "  601.0000"},
+      {1000, 1000, 7, 123463, "    0.1235"},
+      {1000, 1000, 0, 49, "    0.0000"},
+      {1000, 101000, 0, 1, "100000.0000"},
+      // A clock that was set back.
+      {1000, 10, 1000000, 2000000, "    1.0000"},
+      {1000, 1000, 2000000, 1000000, "   -1.0000"},
+      // Ticks that ran out.
+      {1000, 1000, LONG_MAX, LONG_MIN, "    0.0000"},
+      {-300, 301, 0, 0, "  601.0000"},
+  };
+  for (auto const& each : cases) {
+    VRELTimingLogger another;
+    VRELStartTaskEvent start("s", "Mesh", VREL_LEVEL_INFO);
+    start.SetTime(each.startTime);
+    start.SetClock(each.startClock);
+    VRELEndTaskEvent end(VREL_S_OK, "e", "Mesh", VREL_LEVEL_INFO, true);
+    end.SetTime(each.endTime);
+    end.SetClock(each.endClock);
+    another.HandleEvent(start);
+    another.HandleEvent(end);
+    another.Initialize();
+    Taken();
+    another.Finalize();
+    EXPECT_EQ(Taken()[5], Row("Mesh", std::string(each.elapsed) + " " + noSeconds + "        1x"));
+  }
+}
+
+TEST_F(VRELTimingLoggerTest, TasksNest) {
+  Start("Translation", 0, 0);
+  Start("Read", 0, 1000000);
+  Start("Read", 0, 2000000);
+  End("Read", 0, 4000000);
+  End("Read", 0, 5000000);
+  End("Translation", 0, 9000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read", "    6.0000 " + std::string(noSeconds) + "        2x"),
+                                  Row("Translation", "    9.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, DropsATaskThatNeverEnded) {
+  Start("A", 0, 0);
+  Start("B", 0, 0);
+  End("A", 0, 1000000);
+  End("B", 0, 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, AnUnknownEndDropsAll) {
+  Start("A", 0, 0);
+  Start("B", 0, 0);
+  End("C", 0, 0);
+  End("B", 0, 0);
+  End("A", 0, 0);
+  EXPECT_THAT(Rows(), IsEmpty());
+  End("A", 0, 0);
+  EXPECT_THAT(Rows(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, IdentifiersAreToldByCase) {
+  Start("Mesh", 0, 0);
+  End("mesh", 0, 0);
+  EXPECT_THAT(Rows(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, OpenTasksShowInNoRow) {
+  Run("A", 1000000);
+  Start("B", 0, 0);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, RepairsChangeNothing) {
+  VRELTimingLogger::_detailedTaskInfo = true;
+  Start("A", 0, 0);
+  Taken();
+  Start("Repair", 0, 0);
+  End("Repair", 0, 1000000);
+  VRELStartTranslateRepairEvent repair("Face", "Exact", 7, VREL_LEVEL_VERBOSE);
+  repair.SetTime(1);
+  logger.HandleEvent(repair);
+  EXPECT_THAT(Taken(), IsEmpty());
+  End("A", 0, 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
+  class Timed : public VRELEvent {
+   public:
+    Timed() : VRELEvent("Timed", VREL_LEVEL_INFO) {}
+    bool IsTimed() override { return true; }
+  };
+  class OtherKind : public VRELStartTaskEvent {
+   public:
+    explicit OtherKind(int told) : VRELStartTaskEvent("Other", "A", VREL_LEVEL_INFO), kind(told) {}
+    int GetKind() override { return kind; }
+
+   private:
+    int kind;
+  };
+  class Untimed : public VRELEndTaskEvent {
+   public:
+    Untimed() : VRELEndTaskEvent(VREL_S_OK, "Untimed", "C", VREL_LEVEL_INFO, true) {}
+    bool IsTimed() override { return false; }
+  };
+  VRELTimingLogger::_detailedTaskInfo = true;
+  Start("A", 0, 0);
+  Taken();
+  Timed timed;
+  timed.SetTime(1);
+  VRELEvent plain("Plain", VREL_LEVEL_INFO);
+  plain.SetTime(1);
+  VRELStartConversionStageEvent stage("Face", 1, 2, true);
+  stage.SetTime(1);
+  VRELStartTaskEvent start("Not stamped", "B", VREL_LEVEL_INFO);
+  VRELEndTaskEvent end(VREL_S_OK, "Not stamped", "C", VREL_LEVEL_INFO, true);
+  OtherKind above(2);
+  above.SetTime(1);
+  OtherKind below(-1);
+  below.SetTime(1);
+  Untimed untimed;
+  untimed.SetTime(1);
+  for (VRELEvent* const event :
+       std::vector<VRELEvent*>{&timed, &plain, &stage, &start, &end, &above, &below, &untimed}) {
+    logger.HandleEvent(*event);
+  }
+  EXPECT_THAT(Taken(), IsEmpty());
+  End("A", 0, 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, TellsOfEachTaskInDetail) {
+  VRELTimingLogger::_detailedTaskInfo = true;
+  Start("Read File", 0, 0);
+  EXPECT_THAT(Taken(), ElementsAre("***************************Read File Started***************************"));
+  End("Read File", 0, 1234567);
+  EXPECT_THAT(Taken(), ElementsAre("***************************Read File Ending***************************",
+                                   "                            Read File Elapsed Time =     1.2346 seconds. "));
+  End("Read File", 0, 1234567);
+  EXPECT_THAT(Taken(), ElementsAre("***************************Read File Ending***************************"));
+  VRELTimingLogger::_detailedTaskInfo = false;
+  Run("Read File", 1);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, PercentSignsAreText) {
+  VRELTimingLogger::_detailedTaskInfo = true;
+  Run("100%s %n", 2000000);
+  EXPECT_THAT(Taken(), ElementsAre("***************************100%s %n Started***************************",
+                                   "***************************100%s %n Ending***************************",
+                                   Aligned("100%s %n Elapsed Time") + " =     2.0000 seconds. "));
+  EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(noSeconds) + "        1x")));
+}
+
+TEST_F(VRELTimingLoggerTest, AFarTooLongIdentifierIsCutInItsLines) {
+  VRELTimingLogger::_detailedTaskInfo = true;
+  std::string const identifier(5000, 'x');
+  Run(identifier.c_str(), 1);
+  EXPECT_THAT(Taken(), ElementsAre(std::string(27, '*') + std::string(996, 'x'),
+                                   std::string(27, '*') + std::string(996, 'x'), std::string(1023, 'x')));
+  EXPECT_THAT(Rows(), ElementsAre(std::string(1023, 'x')));
+}
+
+TEST_F(VRELTimingLoggerTest, TakesTheTimesOfAMonitor) {
+  ToldMonitor monitor;
+  VRELTimingLogger::_pMonitor = &monitor;
+  monitor.kernelTime = 1;
+  monitor.userTime = 10;
+  Start("A", 0, 0);
+  monitor.kernelTime = 1.25;
+  monitor.userTime = 12;
+  End("A", 0, 3000000);
+  Start("A", 0, 0);
+  monitor.kernelTime = 2.25;
+  monitor.userTime = 15;
+  End("A", 0, 3000000);
+  EXPECT_THAT(Taken(), IsEmpty());
+  logger.Initialize();
+  Taken();
+  monitor.userTime = 20;
+  logger.Finalize();
+  EXPECT_THAT(Taken(),
+              ElementsAre("================ Start Memory Performance Summary ================", "statistics",
+                          "================= End Memory Performance Summary =================",
+                          "================ Start Timing Performance Summary ================",
+                          "                            Process total CPU Time =    22.2500 seconds",
+                          "                # task = elapsed(s), kernel(s), user(s), cpu=kernel+user(s), #calls ",
+                          "                #        elapsed= wall clock time",
+                          "                #        kernel = system calls time",
+                          "                #        user   = user code time",
+                          "                #        cpu    = actual cpu time",
+                          Row("A", "    6.0000     1.2500     5.0000     6.2500        2x"),
+                          "================= End Timing Performance Summary ================="));
+}
+
+TEST_F(VRELTimingLoggerTest, TellsTheTimesOfAMonitorInDetail) {
+  ToldMonitor monitor;
+  VRELTimingLogger::_pMonitor = &monitor;
+  VRELTimingLogger::_detailedTaskInfo = true;
+  Start("A", 0, 0);
+  monitor.kernelTime = 0.5;
+  monitor.userTime = 2.25;
+  Taken();
+  End("A", 0, 3000000);
+  EXPECT_THAT(Taken(), ElementsAre("***************************A Ending***************************",
+                                   Aligned("A Elapsed Time") + " =     3.0000 seconds. ",
+                                   Aligned("A Kernel Time") + " =     0.5000 seconds",
+                                   Aligned("A User Time") + " =     2.2500 seconds",
+                                   Aligned("A CPU Time") + " =     2.7500 seconds",
+                                   "================ Start Task Performance Info ================", "statistics",
+                                   "================= End Task Performance Info ================="));
+}
+
+TEST_F(VRELTimingLoggerTest, AMonitorThatDoesNotAnswerLeavesItsColumnsAtZero) {
+  ToldMonitor monitor;
+  VRELTimingLogger::_pMonitor = &monitor;
+  VRELTimingLogger::_detailedTaskInfo = true;
+  monitor.kernelTime = 5;
+  monitor.userTime = 5;
+  monitor.result = VREL_E_FAIL;
+  Start("A", 0, 0);
+  Taken();
+  End("A", 0, 3000000);
+  EXPECT_THAT(Taken(), ElementsAre("***************************A Ending***************************",
+                                   Aligned("A Elapsed Time") + " =     3.0000 seconds. ",
+                                   "================ Start Task Performance Info ================", "statistics",
+                                   "================= End Task Performance Info ================="));
+  // Answers at the end alone: the start counts as 0.
+  Start("B", 0, 0);
+  monitor.result = VREL_S_PARTIAL;
+  End("B", 0, 0);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(noSeconds) + "        1x"),
+                                  Row("B", "    0.0000     5.0000     5.0000    10.0000        1x")));
+  // Nor in the summary.
+  monitor.result = VREL_E_FAIL;
+  Lines const summary = Summary();
+  EXPECT_EQ(summary.size(), 4U + 5 + 2 + 1);
+  EXPECT_EQ(std::count(summary.begin(), summary.end(), Row("B", "    0.0000 " + std::string(noSeconds) + "        1x")),
+            1);
+}
+
+TEST_F(VRELTimingLoggerTest, ASummaryWithoutTasksTellsOfTheMonitor) {
+  ToldMonitor monitor;
+  VRELTimingLogger::_pMonitor = &monitor;
+  monitor.kernelTime = 1;
+  monitor.userTime = 2;
+  EXPECT_THAT(Summary(), ElementsAre("================ Start Memory Performance Summary ================", "statistics",
+                                     "================= End Memory Performance Summary =================",
+                                     "================ Start Timing Performance Summary ================",
+                                     "                            Process total CPU Time =     3.0000 seconds",
+                                     "================= End Timing Performance Summary ================="));
+}
+
+TEST_F(VRELTimingLoggerTest, AMonitorThatGoesLeavesTheRowsWithoutItsTimes) {
+  auto monitor = std::make_unique<ToldMonitor>();
+  VRELTimingLogger::_pMonitor = monitor.get();
+  Start("A", 0, 0);
+  monitor->userTime = 2;
+  End("A", 0, 1000000);
+  Start("A", 0, 0);
+  monitor.reset();
+  End("A", 0, 1000000);
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(noSeconds) + "        2x")));
+}
+
+TEST_F(VRELTimingLoggerTest, GoingFinalizesAndLetsTheMonitorGo) {
+  ToldMonitor monitor;
+  auto another = std::make_unique<VRELTimingLogger>();
+  another->Initialize();
+  EXPECT_EQ(ListenerCount(), 2);
+  // Left open.
+  VRELStartTaskEvent start("s", "Mesh", VREL_LEVEL_INFO);
+  VRELEventBus::Fire(start);
+  Taken();
+  VRELTimingLogger::_pMonitor = nullptr;
+  another.reset();
+  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  EXPECT_EQ(ListenerCount(), 1);
+
+  VRELTimingLogger::_pMonitor = &monitor;
+  { VRELTimingLogger const idle; }
+  EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+  EXPECT_THAT(Taken(), IsEmpty());
+}
+
+TEST_F(VRELTimingLoggerTest, ConstructionClearsTheDetail) {
+  VRELTimingLogger::_detailedTaskInfo = true;
+  VRELTimingLogger const another;
+  EXPECT_FALSE(VRELTimingLogger::_detailedTaskInfo);
+}
+
+TEST_F(VRELTimingLoggerTest, WhatAListenerThrowsEndsNoProcess) {
+  class Throwing : public VRELEventListener {
+   public:
+    void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
+  } throwing;
+  auto dying = std::make_unique<VRELTimingLogger>();
+  dying->Initialize();
+  VRELEventBus::GetEventBus()->AddListener(&throwing);
+  EXPECT_THROW(dying->Finalize(), std::runtime_error);
+  EXPECT_EQ(ListenerCount(), 3);
+  dying.reset();
+  EXPECT_EQ(ListenerCount(), 2);
+  VRELEventBus::GetEventBus()->RemoveListener(&throwing);
+}
+
+TEST_F(VRELTimingLoggerTest, KeepsItsVirtualTableAndFields) {
+  EXPECT_TRUE((std::is_base_of_v<VRELEventListener, VRELTimingLogger>));
+  EXPECT_EQ(SlotOf(&VRELTimingLogger::HandleEvent), 0U);
+  EXPECT_EQ(sizeof(VRELTimingLogger),
+            sizeof(void*) + sizeof(void*) + sizeof(VRELStack) + sizeof(VRELHashMap<VRELString, VRELTaskOccurenceInfo>));
+}
+
+// The logger of the process is set up in child processes alone.
+
+constexpr char const* notAsked = nullptr;
+
+// Runs `body` with the variables set, or unset for null, and is silent about what went well.
+ChildResult RunWithVariables(char const* timing, char const* detail, std::function<void()> const& body) {
+  return RunInChild([&] {
+    unsetenv("VRELTaskTiming");
+    unsetenv("VRELTaskInfoDetailed");
+    unsetenv("VRELConsoleTracesLevel");
+    if (timing != nullptr) setenv("VRELTaskTiming", timing, 1);
+    if (detail != nullptr) setenv("VRELTaskInfoDetailed", detail, 1);
+    body();
+    return testing::Test::HasFailure() ? 1 : 0;
+  });
+}
+
+void ExpectWell(ChildResult const& child) {
+  EXPECT_EQ(child.exitStatus, 0) << child.output << child.errors;
+  EXPECT_EQ(child.signal, 0);
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
+  for (char const* const value : {notAsked, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
+    SCOPED_TRACE(value == nullptr ? "(unset)" : value);
+    ExpectWell(RunWithVariables(value, "Yes", [] {
+      RecordingListener const listener;
+      VRELTimingLogger::SetUp();
+      EXPECT_FALSE(VRELTimingLogger::_isTimerOn);
+      EXPECT_FALSE(VRELTimingLogger::_detailedTaskInfo);
+      EXPECT_FALSE(VRELPerfTrackerStatus::instance.IsPerfTracking());
+      EXPECT_EQ(ListenerCount(), 1);
+      VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
+      EXPECT_THAT(listener.Texts(), IsEmpty());
+      // Has no such gate.
+      VRELStartReadFileTaskEvent::Fire("wheel.step");
+      EXPECT_EQ(listener.events.size(), 1U);
+      VRELTimingLogger::Stop();
+      EXPECT_EQ(listener.events.size(), 1U);
+    }));
+  }
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, IsOnWhereTheEnvironmentAsksForIt) {
+  for (char const* const value : {"Yes", "true", "ON"}) {
+    ExpectWell(RunWithVariables(value, notAsked, [] {
+      RecordingListener const listener;
+      VRELTimingLogger::SetUp();
+      EXPECT_TRUE(VRELTimingLogger::_isTimerOn);
+      EXPECT_FALSE(VRELTimingLogger::_detailedTaskInfo);
+      EXPECT_TRUE(VRELPerfTrackerStatus::instance.IsPerfTracking());
+      EXPECT_EQ(ListenerCount(), 2);
+      EXPECT_THAT(listener.Texts(), ElementsAre("Task Timing On"));
+      // Once.
+      VRELTimingLogger::SetUp();
+      EXPECT_EQ(listener.events.size(), 1U);
+    }));
+  }
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, TellsInDetailWhereTheEnvironmentAsksForIt) {
+  struct {
+    char const* value;
+    bool before;
+    bool after;
+  } const cases[] = {
+      {nullptr, false, false}, {nullptr, true, true}, {"Yes", false, true},  {"on", false, true},
+      {"No", true, false},     {"1", true, false},    {"text", true, false}, {"", true, false},
+  };
+  for (auto const& each : cases) {
+    SCOPED_TRACE(each.value == nullptr ? "(unset)" : each.value);
+    ExpectWell(RunWithVariables("Yes", each.value, [&] {
+      VRELTimingLogger::_detailedTaskInfo = each.before;
+      VRELTimingLogger::SetUp();
+      EXPECT_EQ(VRELTimingLogger::_detailedTaskInfo, each.after);
+    }));
+  }
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, StopDoesNothingUnlessTheEnvironmentAskedForTimes) {
+  ExpectWell(RunWithVariables(notAsked, notAsked, [] {
+    VRELTimingLogger::_timer.Initialize();
+    VRELBasePerformanceMonitor monitor;
+    VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
+    RecordingListener const listener;
+    VRELTimingLogger::Stop();
+    // Not even the attempt to load the module.
+    EXPECT_THAT(listener.Texts(), IsEmpty());
+    EXPECT_EQ(ListenerCount(), 2);
+  }));
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, MeasuresWhatIsFired) {
+  ExpectWell(RunWithVariables("Yes", notAsked, [] {
+    RecordingListener listener;
+    VRELTimingLogger::SetUp();
+    VRELStartTaskEvent::Fire("s", "Translation", VREL_LEVEL_INFO);
+    VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_DEBUG);
+    std::clock_t const start = std::clock();
+    while (std::clock() - start < 60000) {
+    }
+    VRELEndTaskEvent::Fire(VREL_S_OK, "e", "Mesh", VREL_LEVEL_DEBUG, true);
+    VRELEndTranslationTaskEvent::Fire(VREL_S_OK, false);
+    listener.events.clear();
+    VRELTimingLogger::Stop();
+    Lines const lines = listener.Texts();
+    ASSERT_EQ(lines.size(), 8U);
+    for (std::string const identifier : {"Mesh", "Translation"}) {
+      auto const row = std::find_if(lines.begin(), lines.end(), [&](std::string const& line) {
+        return line.rfind(Aligned(identifier) + " = ", 0) == 0;
+      });
+      ASSERT_NE(row, lines.end()) << identifier;
+      double const elapsed = std::strtod(row->c_str() + 53, nullptr);
+      EXPECT_GE(elapsed, 0.06);
+      EXPECT_LT(elapsed, 60);
+      EXPECT_EQ(row->substr(row->size() - 9), "       1x");
+    }
+    EXPECT_EQ(ListenerCount(), 1);
+    // Armed still, and no longer heard.
+    VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_DEBUG);
+    EXPECT_EQ(listener.events.back().name, "s");
+    listener.events.clear();
+    VRELTimingLogger::Stop();
+    EXPECT_THAT(listener.Texts(), IsEmpty());
+  }));
+}
+
+// Digits stand for any digit, and blanks in front of them too.
+std::string Masked(std::string line) {
+  for (char& c : line) {
+    if (c >= '0' && c <= '9') c = '0';
+  }
+  return line;
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
+  ExpectWell(RunWithVariables("Yes", "Yes", [] {
+    VRELTimingLogger::SetUp();
+    VRELBrivetLibrary module("VRELTestMonitor", "InitializeModule", "");
+    ASSERT_EQ(module.Load(), VREL_S_OK);
+    VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
+    std::clock_t const start = std::clock();
+    while (std::clock() - start < 200000) {
+    }
+    RecordingListener listener;
+    VRELEndTaskEvent::Fire(VREL_S_OK, "e", "Mesh", VREL_LEVEL_INFO, true);
+    std::string text;
+    for (std::string const& line : listener.Texts()) text += Masked(line) + "\n";
+    // The listener came last: the event reaches it behind what the timer tells.
+    EXPECT_EQ(text, "***************************Mesh Ending***************************\n" +
+                        Aligned("Mesh Elapsed Time") + " =     0.0000 seconds. \n" + Aligned("Mesh Kernel Time") +
+                        " =     0.0000 seconds\n" + Aligned("Mesh User Time") + " =     0.0000 seconds\n" +
+                        Aligned("Mesh CPU Time") +
+                        " =     0.0000 seconds\n"
+                        "================ Start Task Performance Info ================\n"
+                        "statistics of VRELTestMonitor\n"
+                        "================= End Task Performance Info =================\n"
+                        "(none)\n");
+    listener.events.clear();
+    VRELTimingLogger::Stop();
+    Lines const lines = listener.Texts();
+    ASSERT_EQ(lines.size(), 4U + 1 + 5 + 1 + 1 + 1);
+    EXPECT_EQ(lines[1], "statistics of VRELTestMonitor");
+    EXPECT_EQ(lines[4].rfind(Aligned("Process total CPU Time") + " = ", 0), 0U) << lines[4];
+    double elapsed = 0;
+    double kernel = 0;
+    double user = 0;
+    double cpu = 0;
+    int count = 0;
+    ASSERT_EQ(std::sscanf(lines[10].c_str(), " Mesh = %lf %lf %lf %lf %dx", &elapsed, &kernel, &user, &cpu, &count), 5);
+    EXPECT_GE(elapsed, 0.2);
+    EXPECT_GT(cpu, 0.1);
+    EXPECT_NEAR(cpu, kernel + user, 0.0002);
+    EXPECT_EQ(count, 1);
+    EXPECT_EQ(lines[12], "VRELTestMonitor terminates");
+    EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
+    EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  }));
+}
+
+// The timer goes down before the console that shows its summary.
+TEST(VRELTimingLoggerOfTheProcessTest, TellsItsSummaryAtTheEndOfTheProcess) {
+  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+    VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
+    VRELTimingLogger::SetUp();
+    VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
+    // Dies first.
+    static ToldMonitor monitor;
+    VRELTimingLogger::_pMonitor = &monitor;
+  });
+  ExpectWell(child);
+  EXPECT_EQ(child.output,
+            "Message : Task Timing On\n"
+            "Message : ================= End Timing Performance Summary =================\n");
+}
+
+TEST(VRELTimingLoggerOfTheProcessTest, TellsNothingMoreAfterStop) {
+  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+    VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
+    VRELTimingLogger::SetUp();
+    VRELTimingLogger::Stop();
+    VRELInfo::Printf("stopped");
+  });
+  ExpectWell(child);
+  EXPECT_EQ(child.output,
+            "Message : Task Timing On\n"
+            "Message : ================= End Timing Performance Summary =================\n"
+            "Message : stopped\n");
+}
+
+// The module stays as long as its monitor may be asked; a monitor that is a static object of its module goes before.
+TEST(VRELTimingLoggerOfTheProcessTest, AsksTheMonitorOfAModuleAtTheEndOfTheProcess) {
+  for (bool const isStatic : {false, true}) {
+    std::string const name = isStatic ? "VRELTestMonitorBare" : "VRELTestMonitor";
+    ChildResult const child = RunWithVariables("Yes", notAsked, [&] {
+      VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
+      VRELTimingLogger::SetUp();
+      VRELBrivetLibrary module(name.c_str(), "InitializeModule", "");
+      EXPECT_EQ(module.Load(), VREL_S_OK);
+    });
+    ExpectWell(child);
+    bool const isAsked = child.output.find("Message : statistics of " + name + "\n") != std::string::npos;
+    EXPECT_NE(isAsked, isStatic) << child.output;
+    EXPECT_NE(child.output.find("End Timing Performance Summary"), std::string::npos) << child.output;
+  }
+}
+
+}  // namespace
