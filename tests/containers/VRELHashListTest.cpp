@@ -114,6 +114,32 @@ TEST(VRELHashListTest, EnumeratesInSlotOrderWithOneCursor) {
   EXPECT_EQ(out, 9);
 }
 
+TEST(VRELHashListTest, CopyHasArraysOfItsOwnWithTheSameSlots) {
+  // 20 and 3 meet in slot 3 of 17, so that their order tells the slots.
+  IntList source = ListOf({20, 3, 16});
+  IntList own = source.copy();
+  EXPECT_EQ(ElementsOf(own), (std::vector<int>{20, 3, 16}));
+  EXPECT_EQ(own.Size(), 3);
+  own.Add(5);
+  source.Remove(20);
+  EXPECT_EQ(ElementsOf(own), (std::vector<int>{20, 3, 5, 16}));
+  EXPECT_EQ(ElementsOf(source), (std::vector<int>{3, 16}));
+  EXPECT_EQ(own.Size(), 4);
+  EXPECT_EQ(source.Size(), 2);
+}
+
+TEST(VRELHashListTest, CopyOfAListWithMarksFindsAndLosesForItself) {
+  VRELHashList<VRELString> source;
+  source.Add(VRELString(L"hub"));
+  VRELHashList<VRELString> own = source.copy();
+  own.Add(VRELString(L"rim"));
+  source.Remove(VRELString(L"hub"));
+  EXPECT_TRUE(own.Get(VRELString(L"hub")));
+  EXPECT_TRUE(own.Get(VRELString(L"rim")));
+  EXPECT_FALSE(source.Get(VRELString(L"hub")));
+  EXPECT_FALSE(source.Get(VRELString(L"rim")));
+}
+
 TEST(VRELHashListTest, ACopySharesSlotsAndCountsForItself) {
   IntList source = ListOf({1, 2});
   int out = 0;

@@ -27,6 +27,13 @@ class VRELHashList {
   // Takes arrays, functions and count, and keeps the own cursor.
   VRELHashList& operator=(VRELHashList const&) = default;
 
+  // A list with arrays of its own, the elements in the same slots.
+  VRELHashList copy() const {
+    VRELHashList result(*this);
+    result.table.Unshare();
+    return result;
+  }
+
   int Size() const noexcept { return table.Size(); }
 
   // Instead of the defaults; null stands for the default. Call it before the first element comes.

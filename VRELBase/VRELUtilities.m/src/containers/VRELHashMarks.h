@@ -29,6 +29,7 @@ class VRELHashMarks {
   static unsigned char Of(K const&) noexcept { return any; }
   void endGrow(int) noexcept {}
   void clear() noexcept {}
+  void Unshare() noexcept {}
   unsigned char Get(int) const noexcept { return any; }
   void Set(int, unsigned char) noexcept {}
 };
@@ -43,6 +44,7 @@ class VRELHashMarks<K, std::void_t<decltype(&VRELHashTraits<K>::Mark)>> {
   static unsigned char Of(K const& key) { return VRELHashTraits<K>::Mark(key); }
   void endGrow(int slots) { marks.endGrow(slots); }
   void clear() { marks.clear(); }
+  void Unshare() { marks = marks.copy(); }
   unsigned char Get(int slot) const noexcept { return marks[slot]; }
   void Set(int slot, unsigned char mark) noexcept { marks[slot] = mark; }
 

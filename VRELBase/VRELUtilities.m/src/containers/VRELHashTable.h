@@ -38,6 +38,13 @@ class VRELHashTable {
     return *this;
   }
 
+  // Goes on with arrays of its own.
+  void Unshare() {
+    rows.ForEachColumn([](auto& column) { column = column.copy(); }, rows);
+    rows.occupied = rows.occupied.copy();
+    marks.Unshare();
+  }
+
   int Size() const noexcept { return count; }
 
   void SetFunctions(HashFunction hash, EqualFunction equal) noexcept {
