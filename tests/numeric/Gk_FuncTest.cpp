@@ -10,6 +10,13 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
+TEST(Gk_FuncTest, SquareIsOfADouble) {
+  EXPECT_EQ(VRELSquare(-1.5), 2.25);
+  EXPECT_EQ(VRELSquare(1e200), std::numeric_limits<double>::infinity());
+  // A float's square that no float holds.
+  EXPECT_EQ(VRELSquare(16777213.0F), 281474876047369.0);
+}
+
 TEST(Gk_FuncTest, EqualTakesTheToleranceItself) {
   EXPECT_TRUE(Gk_Func::equal(1.0, 1.5, 0.5));
   EXPECT_TRUE(Gk_Func::equal(1.5, 1.0, 0.5));

@@ -5,6 +5,10 @@
 
 #include "VRELExport.h"
 
+constexpr double VRELSquare(double x) noexcept {
+  return x * x;
+}
+
 // Static functions without state; none fails.
 class VREL_EXPORT Gk_Func {
  public:
