@@ -1,0 +1,7 @@
+#include "VRELStrippedShell.h"
+
+VRELStrippedShell::~VRELStrippedShell() = default;
+
+bool VRELStrippedShell::IsStripped() const {
+  return true;
+}

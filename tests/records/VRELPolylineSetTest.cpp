@@ -1,0 +1,101 @@
+#include "VRELPolylineSet.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <type_traits>
+
+#include "VirtualSlot.h"
+
+namespace {
+
+// All that a set gives out.
+struct Data {
+  int pointCount = -7;
+  float* points = nullptr;
+  int polylineCount = -7;
+  int* polylines = nullptr;
+  int colorCount = -7;
+  float* colors = nullptr;
+};
+
+Data DataOf(VRELPolylineSet const& set) {
+  Data data;
+  EXPECT_EQ(set.GetPoints(data.pointCount, data.points), VREL_S_OK);
+  EXPECT_EQ(set.GetPolylines(data.polylineCount, data.polylines), VREL_S_OK);
+  EXPECT_EQ(set.GetColors(data.colorCount, data.colors), VREL_S_OK);
+  return data;
+}
+
+float const points[] = {0, 0, 0, 1, 0, 0};
+int const polylines[] = {2, 0, 1};
+float const colors[] = {1, 0, 0};
+
+TEST(VRELPolylineSetTest, OperationsStandInTheirOrder) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<VRELPolylineSet>);
+  EXPECT_EQ(SlotOf(&VRELPolylineSet::SetData), 2U);
+  EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPoints), 3U);
+  EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPolylines), 4U);
+  EXPECT_EQ(SlotOf(&VRELPolylineSet::GetColors), 5U);
+  EXPECT_EQ(SlotOf(&VRELPolylineSet::GetKey), 6U);
+  // The table, three counts with their arrays, the key beside the first and the flag beside the last count.
+  EXPECT_EQ(sizeof(VRELPolylineSet), 56U);
+}
+
+TEST(VRELPolylineSetTest, StartsWithItsKeyAlone) {
+  VRELPolylineSet const set(-42);
+  EXPECT_EQ(set.GetKey(), -42);
+  float untouched = 0;
+  int count = 5;
+  float* array = &untouched;
+  EXPECT_EQ(set.GetPoints(count, array), VREL_S_OK);
+  EXPECT_EQ(count, 0);
+  EXPECT_EQ(array, nullptr);
+  Data const data = DataOf(set);
+  EXPECT_EQ(data.polylineCount, 0);
+  EXPECT_EQ(data.polylines, nullptr);
+  EXPECT_EQ(data.colorCount, 0);
+  EXPECT_EQ(data.colors, nullptr);
+}
+
+TEST(VRELPolylineSetTest, HoldsTheArraysOfTheCallerAndNeverFreesThem) {
+  // The arrays are no heap blocks, so that a set that freed them would crash.
+  VRELPolylineSet set(1);
+  EXPECT_EQ(set.SetData(2, points, 1, polylines, 3, colors), VREL_S_OK);
+  Data const data = DataOf(set);
+  EXPECT_EQ(data.pointCount, 2);
+  EXPECT_EQ(data.points, points);
+  EXPECT_EQ(data.polylineCount, 1);
+  EXPECT_EQ(data.polylines, polylines);
+  EXPECT_EQ(data.colorCount, 3);
+  EXPECT_EQ(data.colors, colors);
+  EXPECT_EQ(set.GetKey(), 1);
+}
+
+TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
+  VRELPolylineSet set(1);
+  set.SetData(2, points, 1, polylines, 3, colors);
+  EXPECT_EQ(set.SetData(0, nullptr, 0, nullptr, 0, nullptr), VREL_S_OK);
+  Data const data = DataOf(set);
+  EXPECT_EQ(data.pointCount, 0);
+  EXPECT_EQ(data.points, nullptr);
+  EXPECT_EQ(data.polylineCount, 0);
+  EXPECT_EQ(data.polylines, nullptr);
+  EXPECT_EQ(data.colorCount, 0);
+  EXPECT_EQ(data.colors, nullptr);
+}
+
+TEST(VRELPolylineSetTest, CountsAndArraysAreNotLookedAt) {
+  VRELPolylineSet set(1);
+  constexpr int largest = std::numeric_limits<int>::max();
+  EXPECT_EQ(set.SetData(-1, points, largest, nullptr, std::numeric_limits<int>::min(), nullptr), VREL_S_OK);
+  Data const data = DataOf(set);
+  EXPECT_EQ(data.pointCount, -1);
+  EXPECT_EQ(data.points, points);
+  EXPECT_EQ(data.polylineCount, largest);
+  EXPECT_EQ(data.polylines, nullptr);
+  EXPECT_EQ(data.colorCount, std::numeric_limits<int>::min());
+  EXPECT_EQ(data.colors, nullptr);
+}
+
+}  // namespace
