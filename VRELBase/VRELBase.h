@@ -195,6 +195,7 @@
 #include "VRELUnitValue.h"
 
 // Geometry.
+#include "Gk_Domain.h"
 #include "VRELAffine.h"
 #include "VRELAffine2D.h"
 #include "VRELAffine3D.h"
@@ -220,6 +221,13 @@
 
 // Records.
 #include "VRELAssemblyComponentTransform.h"
+#include "VRELCamera.h"
+#include "VRELLayerFilterC.h"
+#include "VRELPolylineSet.h"
+#include "VRELRGBColor.h"
+#include "VRELSelectionSet.h"
+#include "VRELStrippedShell.h"
+#include "VRELSurfacicShell.h"
 
 // Public.
 #include "VRINComponentName.h"
