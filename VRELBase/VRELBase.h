@@ -93,12 +93,18 @@
 #include "VRELValue.h"
 
 // Files.
+#include "Gk_DirElement.h"
+#include "Gk_DirEntry.h"
+#include "Gk_DirTraversor.h"
+#include "Gk_FileElement.h"
 #include "VRELFile.h"
 #include "VRELFileDescriptor.h"
 #include "VRELFileDescriptorHandle.h"
 #include "VRELFileHandle.h"
 #include "VRELFileHeader.h"
 #include "VRELFilePath.h"
+#include "VRELPathBytes.h"
+#include "VRELTemporaryFile.h"
 
 // Streams.
 #include "Gk_HTMLAnchor.h"
