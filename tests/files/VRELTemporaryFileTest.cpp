@@ -254,7 +254,7 @@ TEST(VRELTemporaryFileTest, WithoutADirectoryForItTheFileIsHere) {
   ScratchDirectory const scratch;
   // The codepage is loaded before the files of the system are out of sight.
   PathOf(VRELTemporaryFile());
-  ChildResult const result = RunInChild([&] {
+  ChildResult const result = RunInChildWithoutTeardown([&] {
     if (chroot(scratch.Path().c_str()) != 0 || chdir("/") != 0) return 1;
     VRELTemporaryFile file;
     if (PathOf(file) != "VRELTemp_1") return 2;
