@@ -86,6 +86,7 @@
 #include "Gk_RWString.h"
 #include "Gk_String.h"
 #include "Gk_StringParser.h"
+#include "VRELNarrowText.h"
 #include "VRELRoloNode.h"
 
 // Values.
@@ -138,6 +139,9 @@
 #include "VRELProperties.h"
 
 // Options.
+#include "Gk_Nest.h"
+#include "Gk_Option.h"
+#include "Gk_OptionDoc.h"
 #include "VRELCfgFile.h"
 #include "VRELCfgFileIndex.h"
 #include "VRELCfgFileKey.h"
@@ -146,6 +150,7 @@
 #include "VRELOptionToken.h"
 #include "VRELOptions.h"
 #include "VRELOptionsArray.h"
+#include "VRELRoloTraits.h"
 
 // Plug-in libraries.
 #include "VRELBrivetLibrary.h"
@@ -155,7 +160,16 @@
 
 // Logging.
 #include "Gk_CPUTime.h"
+#include "Gk_DoubleObserver.h"
+#include "Gk_IntObserver.h"
+#include "Gk_ObsWraper.h"
+#include "Gk_Observable.h"
+#include "Gk_ObservableDoc.h"
+#include "Gk_Observer.h"
+#include "Gk_ProgressObserver.h"
+#include "Gk_StringObserver.h"
 #include "VRELBasePerformanceMonitor.h"
+#include "VRELCallbackShared.h"
 #include "VRELConsoleLogger.h"
 #include "VRELEndOptionsTaskEvent.h"
 #include "VRELEndPostprocessDocumentEvent.h"
@@ -166,10 +180,12 @@
 #include "VRELEndTaskEvent.h"
 #include "VRELEndTranslationTaskEvent.h"
 #include "VRELEndWriteFileTaskEvent.h"
+#include "VRELEntityCallback.h"
 #include "VRELFormatterBinding.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELLogger.h"
 #include "VRELPerfTrackerStatus.h"
+#include "VRELProgressReport.h"
 #include "VRELStartConversionStageEvent.h"
 #include "VRELStartConversionTaskEvent.h"
 #include "VRELStartOptionsTaskEvent.h"
@@ -184,6 +200,7 @@
 #include "VRELTaskEvent.h"
 #include "VRELTaskOccurenceInfo.h"
 #include "VRELTaskTimingInfo.h"
+#include "VRELThirdPartyProgressEvent.h"
 #include "VRELTimingLogger.h"
 #include "VRELTrace.h"
 

@@ -2,6 +2,7 @@
 // comes up. They go down in the reverse order. No other source of the library defines such an object.
 #include <string_view>
 
+#include "Gk_ObservableDoc.h"
 #include "Gk_Unit.h"
 #include "VRELConsoleLogger.h"
 #include "VRELError.h"
@@ -15,6 +16,7 @@
 #include "VRELPerfTrackerStatus.h"
 #include "VRELPointf.h"
 #include "VRELTimingLogger.h"
+#include "VRELStreamFormatter.h"
 #include "VRELUnit.h"
 #include "VRELVectorf.h"
 #include "VRINComponentName.h"
@@ -73,6 +75,9 @@ VRELEventBus VRELEventBus::_eventBus;
 
 VRELFileInputStream VRELFileInputStream::console;
 VRELFileOutputStream VRELFileOutputStream::console;
+
+// Goes down before the console, which may be its stream.
+VRELStreamFormatter Gk_ObservableDoc::_debugSink(nullptr);
 
 VRELString const VRELFileHeader::MODIFICATION_DATE(L"Modification Date");
 VRELString const VRELFileHeader::FILE_NAME(L"File Name");

@@ -79,6 +79,10 @@ class VREL_EXPORT VRELOption {
   VRINResult SetValue(double value);
   VRINResult SetValue(int value);
 
+ protected:
+  // The name, of an unset option too.
+  VRELString const& Name() const noexcept { return name; }
+
  private:
   VRELValue::VRELValueType Kind() const;
   template <class T>

@@ -1,0 +1,14 @@
+// Who is told of integers.
+#pragma once
+
+#include "Gk_Observer.h"
+#include "VRELExport.h"
+
+// An observer of type 0.
+class VREL_EXPORT Gk_IntObserver : public Gk_Observer {
+ public:
+  virtual void setInt(int value) = 0;
+
+ protected:
+  ~Gk_IntObserver() = default;
+};

@@ -1,0 +1,139 @@
+#include "Gk_ObsWraper.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "Gk_DoubleObserver.h"
+#include "Gk_IntObserver.h"
+#include "Gk_Observable.h"
+#include "Gk_ObservableDoc.h"
+#include "Gk_ProgressObserver.h"
+#include "Gk_StringObserver.h"
+#include "VRELEntityCallback.h"
+#include "VRELStreamFormatter.h"
+
+namespace {
+
+constexpr int usualCount = 16;
+
+// The observers of an observable as they are now, in the order of their list. The list cannot be walked itself while
+// observers run: they may change it, and a send within the send would take its one cursor along.
+class Recipients {
+ public:
+  explicit Recipients(VRELHashList<Gk_Observer*> const& list) {
+    if (list.Size() > usualCount) many.resize(static_cast<std::size_t>(list.Size()));
+    first = many.empty() ? few : many.data();
+    last = first;
+    Gk_Observer** const end = first + std::max(list.Size(), usualCount);
+    list.InitEnumeration();
+    while (last != end && list.GetNext(*last)) ++last;
+  }
+  Recipients(Recipients const&) = delete;
+  Recipients& operator=(Recipients const&) = delete;
+
+  Gk_Observer* const* begin() const { return first; }
+  Gk_Observer* const* end() const { return last; }
+
+ private:
+  Gk_Observer* few[usualCount];
+  std::vector<Gk_Observer*> many;
+  Gk_Observer** first;
+  Gk_Observer** last;
+};
+
+template <class Observer, class Call>
+void Deliver(Gk_Observable* observable, Gk_Observer::Type type, Call const& call) {
+  if (observable == nullptr) return;
+  VRELHashList<Gk_Observer*> const& list = observable->getObservers();
+  for (Gk_Observer* observer : Recipients(list)) {
+    // It may have been removed by one that was told before it.
+    if (observer == nullptr || !list.Get(observer)) continue;
+    if (observer->getType() == type) {
+      call(*static_cast<Observer*>(observer));
+    } else {
+      observer->wrongType();
+    }
+  }
+}
+
+template <class Value>
+void Trace(Gk_String const& name, char const* separator, Value const& value) {
+  VRELStreamFormatter& sink = Gk_ObservableDoc::debugSink();
+  sink << sink.margin() << name << separator << value << sink.endline();
+}
+
+}  // namespace
+
+Gk_ObsWraper::Gk_ObsWraper(Gk_String const& shownName, Gk_Observable* target)
+    : name(shownName.copy()), start(0), observable(target) {}
+
+Gk_ObsWraper::Gk_ObsWraper(Gk_ObsWraper const& other) = default;
+
+Gk_ObsWraper& Gk_ObsWraper::operator=(Gk_ObsWraper const& other) = default;
+
+Gk_ObsWraper::~Gk_ObsWraper() {
+  observable = nullptr;
+}
+
+void Gk_ObsWraper::setInt(int value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_IntObserver>(observable, Gk_Observer::IntType, [&](Gk_IntObserver& observer) { observer.setInt(value); });
+}
+
+void Gk_ObsWraper::setDouble(double value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_DoubleObserver>(observable, Gk_Observer::DoubleType,
+                             [&](Gk_DoubleObserver& observer) { observer.setDouble(value); });
+}
+
+void Gk_ObsWraper::setString(Gk_String value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_StringObserver>(observable, Gk_Observer::StringType,
+                             [&](Gk_StringObserver& observer) { observer.setString(value); });
+}
+
+void Gk_ObsWraper::setMax(int steps) {
+  Trace(name, "( start) : ", steps);
+  Gk_ObservableDoc::debugSink().margin()->incr();
+  start = Gk_CPUTime::now();
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setMax(steps); });
+}
+
+void Gk_ObsWraper::setDone(int steps) {
+  Trace(name, " : ", steps);
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setDone(steps); });
+}
+
+void Gk_ObsWraper::setOver() {
+  Gk_CPUTime span = Gk_CPUTime::now();
+  span -= start;
+  Gk_ObservableDoc::debugSink().margin()->decr();
+  Trace(name, "( over) : ", span.seconds());
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setOver(span.seconds()); });
+}
+
+void Gk_ObsWraper::setIntInfo(int value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setIntInfo(value); });
+}
+
+void Gk_ObsWraper::setDoubleInfo(double value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setDoubleInfo(value); });
+}
+
+void Gk_ObsWraper::setStringInfo(Gk_String value) {
+  Trace(name, " : ", value);
+  Deliver<Gk_ProgressObserver>(observable, Gk_Observer::ProgressType,
+                               [&](Gk_ProgressObserver& observer) { observer.setStringInfo(value); });
+}
+
+void Gk_ObsWraper::setEntityCallback(void* first, void* second) {
+  Deliver<VRELEntityCallback>(observable, Gk_Observer::EntityType,
+                              [&](VRELEntityCallback& observer) { observer.setEntityCallback(first, second); });
+}

@@ -1,0 +1,3 @@
+#include "Gk_Observer.h"
+
+void Gk_Observer::wrongType() const {}

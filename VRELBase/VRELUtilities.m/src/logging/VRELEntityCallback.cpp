@@ -1,0 +1,5 @@
+#include "VRELEntityCallback.h"
+
+Gk_Observer::Type VRELEntityCallback::getType() const {
+  return EntityType;
+}

@@ -1,0 +1,39 @@
+#include "Gk_Observable.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+#include "Gk_Nest.h"
+#include "Gk_ROString.h"
+
+namespace {
+
+TEST(Gk_ObservableTest, StartsEmpty) {
+  static_assert(std::has_virtual_destructor_v<Gk_Observable>);
+  Gk_Observable observable;
+  EXPECT_EQ(observable.getType(), 0);
+  EXPECT_EQ(observable.getValue().dataLen(), 0);
+  EXPECT_EQ(observable.getObservers().Size(), 0);
+}
+
+TEST(Gk_ObservableTest, TakesACopyOfItsName) {
+  Gk_Observable observable;
+  Gk_String name("faces");
+  observable.setValue(name);
+  name[0] = 'l';
+  EXPECT_STREQ(observable.getValue(), "faces");
+  observable.setType(Gk_Observer::ProgressType);
+  EXPECT_EQ(observable.getType(), 3);
+}
+
+TEST(Gk_ObservableTest, FetchGoesThroughTheFolders) {
+  EXPECT_EQ(Gk_Observable::fetch("Gk_ObservableTest/a/faces", false), nullptr);
+  Gk_Observable* const observable = Gk_Observable::fetch("Gk_ObservableTest/a/faces", true);
+  ASSERT_NE(observable, nullptr);
+  EXPECT_STREQ(observable->getValue(), "faces");
+  EXPECT_EQ(Gk_Observable::fetch("Gk_ObservableTest/a/faces", false), observable);
+  EXPECT_EQ(Gk_Nest::fetchObservable("/Gk_ObservableTest/a/faces", false), observable);
+}
+
+}  // namespace

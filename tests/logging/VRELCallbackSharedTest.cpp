@@ -1,0 +1,86 @@
+#include "VRELCallbackShared.h"
+
+#include <gtest/gtest.h>
+
+#include "Gk_ErrMgr.h"
+#include "VRELAbortException.h"
+
+namespace {
+
+int asked = 0;
+
+class VRELCallbackSharedTest : public testing::Test {
+ protected:
+  VRELCallbackSharedTest() { asked = 0; }
+  ~VRELCallbackSharedTest() override {
+    VRELCallbackShared::m_AbortCallback = nullptr;
+    TakeRequestBack();
+  }
+
+  static void TakeRequestBack() {
+    try {
+      Gk_ErrMgr::checkAbort();
+    } catch (VRELAbortException const&) {
+    }
+  }
+
+  static bool SayNo() {
+    ++asked;
+    return false;
+  }
+  static bool SayYes() {
+    ++asked;
+    return true;
+  }
+};
+
+TEST_F(VRELCallbackSharedTest, NothingIsAskedForAtFirst) {
+  EXPECT_EQ(VRELCallbackShared::m_AbortCallback, nullptr);
+  EXPECT_FALSE(VRELCallbackShared::IsAborted());
+}
+
+TEST_F(VRELCallbackSharedTest, TheCallbackDecides) {
+  VRELCallbackShared::m_AbortCallback = SayNo;
+  EXPECT_FALSE(VRELCallbackShared::IsAborted());
+  EXPECT_EQ(asked, 1);
+  VRELCallbackShared::m_AbortCallback = SayYes;
+  EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
+  EXPECT_EQ(asked, 2);
+  EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
+}
+
+TEST_F(VRELCallbackSharedTest, ARequestThrowsAndStays) {
+  VRELCallbackShared::m_AbortCallback = SayNo;
+  Gk_ErrMgr::setAbort();
+  EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
+  // The callback is asked all the same.
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
+  EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
+  TakeRequestBack();
+  EXPECT_FALSE(VRELCallbackShared::IsAborted());
+}
+
+TEST_F(VRELCallbackSharedTest, ARequestNeedsNoCallback) {
+  Gk_ErrMgr::setAbort();
+  EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
+  EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
+}
+
+// The request is read before the callback is asked, so one that the callback makes counts at the next question.
+TEST_F(VRELCallbackSharedTest, ARequestOfTheCallbackCountsTheNextTime) {
+  VRELCallbackShared::m_AbortCallback = [] {
+    Gk_ErrMgr::setAbort();
+    return false;
+  };
+  EXPECT_FALSE(VRELCallbackShared::IsAborted());
+  EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
+}
+
+TEST_F(VRELCallbackSharedTest, CanBeMade) {
+  VRELCallbackShared const shared;
+  VRELCallbackShared const copy(shared);
+  EXPECT_FALSE(copy.IsAborted());
+}
+
+}  // namespace
