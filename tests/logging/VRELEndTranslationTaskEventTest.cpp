@@ -1,6 +1,7 @@
 #include "VRELEndTranslationTaskEvent.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <ctime>
 #include <string>
@@ -66,8 +67,7 @@ TEST(VRELEndTranslationTaskEventTest, TellsTheLocalTimeOfItsConstruction) {
   std::time_t const before = std::time(nullptr);
   VRELEndTranslationTaskEvent event(VREL_S_OK, false, -1);
   std::time_t const after = std::time(nullptr);
-  while (std::time(nullptr) == after) {
-  }
+  while (std::time(nullptr) == after) usleep(10000);
   std::string const text = DescriptionOf(event);
   bool isFound = false;
   for (std::time_t time = before; time <= after; ++time) {

@@ -179,8 +179,11 @@ void VRELTimingLogger::HandleEvent(VRELEvent& event) {
   result &= event.GetClock(task->clock);
   if (!result.IsSuccess()) return;
   int const kind = taskEvent->GetKind();
-  if (kind == 0) StartTask(std::move(task));
-  if (kind == 1) EndTask(*task);
+  if (kind == 0) {
+    StartTask(std::move(task));
+  } else if (kind == 1) {
+    EndTask(*task);
+  }
 }
 
 void VRELTimingLogger::StartTask(OpenTask task) {
