@@ -64,6 +64,7 @@ VRINResult VRELBufferFileHandler::AdvanceFilePointerPosition(unsigned long posit
   if (!HasStream()) return kNoStream;
   if (position > fileSize) return kBeyondEnd;
   windowStart = position;
+  readable = position < windowEnd ? std::min(windowEnd - position, bytesInBuffer) : 0;
   std::fseek(filePointer, static_cast<long>(position), SEEK_SET);
   return VREL_S_OK;
 }
@@ -79,6 +80,7 @@ unsigned long VRELBufferFileHandler::ReadWindow() {
 VRINResult VRELBufferFileHandler::FillBuffer() {
   if (!HasStream()) return kNoStream;
   bytesInBuffer = ReadWindow();
+  readable = bytesInBuffer;
   if (bytesInBuffer > 0) {
     windowEnd = windowStart + bytesInBuffer;
     return VREL_S_OK;
@@ -105,6 +107,7 @@ VRINResult VRELBufferFileHandler::AllocateBuffer() {
   }
   delete[] buffer;
   bytesInBuffer = 0;
+  readable = 0;
   blockCapacity = bufferSize;
   buffer = new (std::nothrow) char[blockCapacity];
   if (buffer == nullptr) {

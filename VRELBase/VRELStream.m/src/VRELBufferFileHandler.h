@@ -40,13 +40,16 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   VRELBufferFileHandler(VRELFileHandle const& file);
   ~VRELBufferFileHandler() override;
 
+  // Exported although it is inline, so that a program may find it in the table of operations and call it in place.
+  //
   // 0x1000056 for a position that is negative or beyond the end, what FillBuffer gives where the window had to move.
   // That the position just behind the last byte gives 0x1000055 without a word is promised.
-  VRINResult GetChar(long position, unsigned char& value) override {
+  VREL_EXPORT VRINResult GetChar(long position, unsigned char& value) override {
     unsigned long const place = static_cast<unsigned long>(position);
-    // A start behind the place wraps round to what no window holds.
-    if (place - windowStart < bytesInBuffer && place < windowEnd) {
-      value = static_cast<unsigned char>(cursor[place - windowStart]);
+    // A start behind the place wraps round to more than any window holds.
+    unsigned long const index = place - windowStart;
+    if (index < readable) {
+      value = static_cast<unsigned char>(cursor[index]);
       return VREL_S_OK;
     }
     return GetCharOutside(place, value);
@@ -71,7 +74,8 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   VRINResult DecideFileBufferSize();
 
  private:
-  VRINResult GetCharOutside(unsigned long position, unsigned char& value);
+  // Never inlined, so that the way within the window saves no register.
+  [[gnu::noinline]] VRINResult GetCharOutside(unsigned long position, unsigned char& value);
   bool HasStream() const;
   unsigned long ReadWindow();
 
@@ -83,5 +87,6 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   char* cursor = nullptr;
   unsigned long windowStart = 0;
   unsigned long windowEnd = 0;
+  unsigned long readable = 0;       // how many bytes of the window are in the block
   unsigned long blockCapacity = 0;  // what the block really holds, which may be less than its decided size
 };
