@@ -1,39 +1,26 @@
 #include "VRELBufferFileHandler.h"
 
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 namespace {
 
 constexpr long kSize = 64 * 1024 * 1024;
 
-// A file of 64 MB, removed at the end of the program.
-class LargeFile {
- public:
-  static char const* Path() {
-    static LargeFile const file;
-    return file.path;
-  }
-
- private:
-  LargeFile() {
-    int const descriptor = mkstemp(path);
-    std::vector<char> block(1024 * 1024);
-    for (std::size_t i = 0; i < block.size(); ++i) block[i] = static_cast<char>(i * 31 + i / 251);
-    for (long written = 0; written < kSize; written += static_cast<long>(block.size())) {
-      if (write(descriptor, block.data(), block.size()) < 0) std::abort();
-    }
-    close(descriptor);
-  }
-  ~LargeFile() { unlink(path); }
-
-  char path[32] = "/tmp/VRELBenchmarkXXXXXX";
-};
+// The path of a file of 64 MB that goes with the process.
+char const* LargeFile() {
+  static std::string const path = [] {
+    std::FILE* const file = std::tmpfile();
+    if (file == nullptr) std::abort();
+    for (long i = 0; i < kSize; ++i) putc_unlocked(static_cast<int>((i * 31 + i / 251) & 0xFF), file);
+    if (std::fflush(file) != 0) std::abort();
+    return "/proc/self/fd/" + std::to_string(fileno(file));
+  }();
+  return path.c_str();
+}
 
 void Check(benchmark::State& state, unsigned long sum) {
   static unsigned long const expected = sum;
@@ -45,7 +32,7 @@ void Check(benchmark::State& state, unsigned long sum) {
 void GetChar(benchmark::State& state) {
   unsigned long sum = 0;
   for (auto _ : state) {
-    VRELFileHandle const file(new VRELFile(LargeFile::Path()));
+    VRELFileHandle const file(new VRELFile(LargeFile()));
     std::FILE* stream = nullptr;
     file->GetFilePointer(stream, VRELFile::BinaryOpen);
     VRELBufferFileHandler handler(file);
@@ -67,7 +54,7 @@ BENCHMARK(GetChar)->Unit(benchmark::kMillisecond);
 void GetCharOfFileHandler(benchmark::State& state) {
   unsigned long sum = 0;
   for (auto _ : state) {
-    VRELFileHandle const file(new VRELFile(LargeFile::Path()));
+    VRELFileHandle const file(new VRELFile(LargeFile()));
     std::FILE* stream = nullptr;
     file->GetFilePointer(stream, VRELFile::BinaryOpen);
     VRELBufferFileHandler handler(file);
@@ -86,7 +73,7 @@ BENCHMARK(GetCharOfFileHandler)->Unit(benchmark::kMillisecond);
 void peerGetcUnlocked(benchmark::State& state) {
   unsigned long sum = 0;
   for (auto _ : state) {
-    std::FILE* const stream = std::fopen(LargeFile::Path(), "rb");
+    std::FILE* const stream = std::fopen(LargeFile(), "rb");
     sum = 0;
     for (int byte = getc_unlocked(stream); byte != EOF; byte = getc_unlocked(stream)) {
       sum += static_cast<unsigned long>(byte);
