@@ -1,0 +1,39 @@
+#include "Gk_IndexedInputStream.h"
+
+#include <algorithm>
+
+namespace {
+
+unsigned LineFeeds(char const* begin, char const* end) {
+  return static_cast<unsigned>(std::count(begin, end, '\n'));
+}
+
+}  // namespace
+
+VRELInputStream* Gk_IndexedInputStream::duplicate() {
+  auto* const copy = new Gk_IndexedInputStream(*this);
+  if (source != nullptr) copy->source = source->duplicate();
+  return copy;
+}
+
+int Gk_IndexedInputStream::readChar() {
+  if (source == nullptr) return -1;
+  int const c = VRELFilterInputStream::readChar();
+  if (c == '\n') moveOn(1);
+  return c;
+}
+
+int Gk_IndexedInputStream::read(char* target, int count) {
+  if (source == nullptr) return -1;
+  int const taken = VRELFilterInputStream::read(target, count);
+  // A stream that tells of more than there is room for has not written there.
+  int const held = std::min(taken, count);
+  if (target != nullptr && held > 0) moveOn(LineFeeds(target, target + held));
+  return taken;
+}
+
+bool Gk_IndexedInputStream::add(Gk_String const& text) {
+  moveOn(0U - LineFeeds(text.begin(), text.end()));
+  if (source != nullptr) VRELFilterInputStream::add(text);
+  return true;
+}

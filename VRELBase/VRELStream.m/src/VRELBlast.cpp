@@ -1,0 +1,450 @@
+#include "VRELBlast.h"
+
+#include <array>
+#include <csetjmp>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+constexpr int maxBits = 13;          // of a code
+constexpr unsigned window = 4096;    // the largest dictionary, and the unit of output
+constexpr unsigned endLength = 519;  // the length that ends the data
+constexpr unsigned maxLength = endLength - 1;
+
+// A canonical code: how many codes there are of each length, and the symbols in the order of their codes.
+template <std::size_t Symbols>
+struct Code {
+  std::array<short, maxBits + 1> count{};
+  std::array<short, Symbols> symbol{};
+  int left = 0;  // codes of the longest length that stand for nothing
+};
+
+// Builds a code from bytes which tell in the low four bits a length, and in the high four how many more symbols than
+// one have it.
+template <std::size_t Symbols, std::size_t Runs>
+constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
+  std::array<int, Symbols> lengths{};
+  std::size_t symbol = 0;
+  for (unsigned char const run : runs) {
+    for (int i = 0; i <= run >> 4; ++i) lengths[symbol++] = run & 15;
+  }
+  Code<Symbols> code;
+  for (int const length : lengths) ++code.count[static_cast<std::size_t>(length)];
+  code.left = 1;
+  for (std::size_t length = 1; length <= maxBits; ++length) code.left = code.left * 2 - code.count[length];
+  std::size_t next = 0;
+  for (int length = 1; length <= maxBits; ++length) {
+    for (std::size_t i = 0; i < Symbols; ++i) {
+      if (lengths[i] == length) code.symbol[next++] = static_cast<short>(i);
+    }
+  }
+  return code;
+}
+
+constexpr unsigned char literalRuns[] = {
+    11, 124, 8,  7,  28, 7,  188, 13,  76,  4,   10,  8,   12, 10, 12, 10, 8,  23, 8,  9,  7,  6,  7,  8,  7,
+    6,  55,  8,  23, 24, 12, 11,  7,   9,   11,  12,  6,   7,  22, 5,  7,  24, 6,  11, 9,  6,  7,  22, 7,  11,
+    38, 7,   9,  8,  25, 11, 8,   11,  9,   12,  8,   12,  5,  38, 5,  38, 5,  11, 7,  5,  6,  21, 6,  10, 53,
+    8,  7,   24, 10, 27, 44, 253, 253, 253, 252, 252, 252, 13, 12, 45, 12, 45, 12, 61, 12, 45, 44, 173};
+constexpr unsigned char lengthRuns[] = {2, 35, 36, 53, 38, 23};
+constexpr unsigned char distanceRuns[] = {2, 20, 53, 230, 247, 151, 248};
+
+constexpr auto literalCode = Construct<256>(literalRuns);
+constexpr auto lengthCode = Construct<16>(lengthRuns);
+constexpr auto distanceCode = Construct<64>(distanceRuns);
+static_assert(literalCode.left == 0 && lengthCode.left == 0 && distanceCode.left == 0,
+              "every input stands for symbols");
+
+constexpr std::array<unsigned short, 16> baseLength = {3, 2, 4, 5, 6, 7, 8, 9, 10, 12, 16, 24, 40, 72, 136, 264};
+constexpr std::array<unsigned char, 16> extraBits = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+
+// Calls visit(symbol, bits, length) for each code; the bits are those of the data, the first one lowest. The data has
+// codes with their highest bit first and every bit inverted.
+template <std::size_t Symbols, class Visit>
+constexpr void ForEachCode(Code<Symbols> const& code, Visit const& visit) {
+  unsigned value = 0;
+  std::size_t next = 0;
+  for (int length = 1; length <= maxBits; ++length, value <<= 1) {
+    for (int i = 0; i < code.count[static_cast<std::size_t>(length)]; ++i, ++value) {
+      unsigned bits = 0;
+      for (int bit = 0; bit < length; ++bit) bits |= (~value >> bit & 1U) << (length - 1 - bit);
+      visit(static_cast<unsigned>(code.symbol[next++]), bits, static_cast<unsigned>(length));
+    }
+  }
+}
+
+// What the next bits of the data begin with: an entry of a table that is indexed by them. Bits 0 to 5 tell how many of
+// them it takes, bits 6 and 7 its kind, the rest depends on that.
+namespace entry {
+constexpr unsigned copy = 0U << 6;  // bits 8 to 11: extra bits within those taken; 16 to 31: the length without them
+constexpr unsigned literals = 1U << 6;  // bits 8 to 9: how many bytes, 1 or 2; 16 to 23 and 24 to 31: the bytes
+constexpr unsigned longer = 2U << 6;    // a literal whose code goes on; bits 16 to 31: where in the second table
+constexpr unsigned kinds = 3U << 6;
+
+constexpr unsigned Taken(std::uint32_t e) {
+  return e & 63;
+}
+constexpr unsigned Kind(std::uint32_t e) {
+  return e & kinds;
+}
+constexpr unsigned Detail(std::uint32_t e) {
+  return e >> 8 & 15;
+}
+constexpr unsigned Value(std::uint32_t e) {
+  return e >> 16;
+}
+constexpr std::uint32_t Make(unsigned kind, unsigned taken, unsigned detail, unsigned value) {
+  return value << 16 | detail << 8 | kind | taken;
+}
+}  // namespace entry
+
+constexpr unsigned itemBits = 12;                      // the index of the table of items
+constexpr unsigned restBits = maxBits + 1 - itemBits;  // that of each part of the table behind it
+constexpr unsigned distanceBits = 8;                   // the longest code of a distance
+
+// An item is a copy or a literal with the bit in front that tells which it is.
+struct ItemTable {
+  std::array<std::uint32_t, 1U << itemBits> item{};
+  std::array<std::uint32_t, 64U << restBits> rest{};  // for literals that `item` begins and does not end
+  unsigned restSize = 0;
+};
+
+constexpr void AddItem(ItemTable& table, unsigned bits, unsigned length, std::uint32_t value) {
+  for (std::size_t i = bits; i < table.item.size(); i += std::size_t{1} << length) table.item[i] = value;
+}
+
+constexpr void AddLongLiteral(ItemTable& table, unsigned bits, unsigned length, unsigned symbol) {
+  std::uint32_t& first = table.item[bits & ((1U << itemBits) - 1)];
+  if (entry::Kind(first) != entry::longer) {
+    first = entry::Make(entry::longer, itemBits, 0, table.restSize);
+    table.restSize += 1U << restBits;
+  }
+  unsigned const begin = entry::Value(first);
+  for (unsigned i = bits >> itemBits; i < 1U << restBits; i += 1U << (length - itemBits)) {
+    table.rest[begin + i] = entry::Make(entry::literals, length - itemBits, 1, symbol);
+  }
+}
+
+// Two literals that an index holds together become one entry.
+constexpr void PairLiterals(ItemTable& table) {
+  auto const single = table.item;
+  for (std::size_t i = 0; i < single.size(); ++i) {
+    if (entry::Kind(single[i]) != entry::literals) continue;
+    unsigned const taken = entry::Taken(single[i]);
+    std::uint32_t const next = single[i >> taken];
+    if (entry::Kind(next) != entry::literals || taken + entry::Taken(next) > itemBits) continue;
+    table.item[i] =
+        entry::Make(entry::literals, taken + entry::Taken(next), 2, entry::Value(single[i]) | entry::Value(next) << 8);
+  }
+}
+
+constexpr ItemTable MakeItems() {
+  ItemTable table;
+  ForEachCode(lengthCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    unsigned const extra = extraBits[symbol];
+    AddItem(table, bits << 1 | 1, length + 1, entry::Make(entry::copy, length + 1 + extra, extra, baseLength[symbol]));
+  });
+  ForEachCode(literalCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    if (length + 1 > itemBits) {
+      AddLongLiteral(table, bits << 1, length + 1, symbol);
+    } else {
+      AddItem(table, bits << 1, length + 1, entry::Make(entry::literals, length + 1, 1, symbol));
+    }
+  });
+  PairLiterals(table);
+  return table;
+}
+
+struct DistanceEntry {
+  unsigned char taken = 0;
+  unsigned char symbol = 0;
+};
+
+constexpr std::array<DistanceEntry, 1U << distanceBits> MakeDistances() {
+  std::array<DistanceEntry, 1U << distanceBits> table{};
+  ForEachCode(distanceCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    for (std::size_t i = bits; i < table.size(); i += std::size_t{1} << length) {
+      table[i].taken = static_cast<unsigned char>(length);
+      table[i].symbol = static_cast<unsigned char>(symbol);
+    }
+  });
+  return table;
+}
+
+constexpr ItemTable items = MakeItems();
+constexpr auto distances = MakeDistances();
+
+enum Outcome {
+  finished = 0,
+  outputFailed = 1,
+  inputEnded = 2,
+  badFlag = -1,
+  badDictionary = -2,
+  tooFar = -3,
+  goesOn = 3
+};
+
+constexpr unsigned wordSize = 8;
+constexpr unsigned refilled = 56;  // the bits that a refill leaves in the buffer at least
+
+// Bytes that may be written behind the end of a block before it is flushed: literals, a copy, and what copying in
+// blocks of 16 writes too much.
+constexpr std::size_t overrun = 16 + maxLength + 16;
+
+class Decoder {
+ public:
+  Decoder(blast_in infun, void* inhow, blast_out outfun, void* outhow)
+      : input(infun), inputHow(inhow), output(outfun), outputHow(outhow) {}
+
+  // All of the work but the last block. The jump from where the input ends comes back to here.
+  int Run() {
+    if (setjmp(env) != 0) return inputEnded;
+    return Decode();
+  }
+
+  // Hands over what no full block was made of.
+  bool FlushRest() { return next == 0 || output(outputHow, Block(), next) == 0; }
+
+ private:
+  unsigned char* Block() { return bytes + window; }
+
+  int Decode();
+  template <bool IsCoded>
+  int DecodeItems();
+  template <bool IsCoded>
+  int DecodeBuffered();
+  template <bool IsCoded>
+  int DecodeOne();
+  bool Flush();
+
+  unsigned Bits(unsigned need);
+  template <std::size_t Symbols>
+  unsigned Symbol(Code<Symbols> const& code);
+
+  blast_in input;
+  void* inputHow;
+  unsigned char* in = nullptr;
+  unsigned left = 0;
+  std::uint64_t bitBuffer = 0;  // nothing above the bits that count
+  unsigned bitCount = 0;
+  std::jmp_buf env;
+  blast_out output;
+  void* outputHow;
+  unsigned next = 0;     // of the block
+  bool isFirst = true;   // no block has been flushed
+  unsigned lowBits = 0;  // of a distance, unless the length is 2
+  // The last block and the one that is being made, so that a copy never goes round.
+  unsigned char bytes[2 * window + overrun];
+};
+
+// The next bits, the first one lowest. Asks for input only when it needs it.
+unsigned Decoder::Bits(unsigned need) {
+  while (bitCount < need) {
+    if (left == 0) {
+      left = input(inputHow, &in);
+      if (left == 0 || in == nullptr) std::longjmp(env, 1);
+    }
+    bitBuffer |= static_cast<std::uint64_t>(*in++) << bitCount;
+    --left;
+    bitCount += 8;
+  }
+  auto const value = static_cast<unsigned>(bitBuffer & ((std::uint64_t{1} << need) - 1));
+  bitBuffer >>= need;
+  bitCount -= need;
+  return value;
+}
+
+// Decodes bit by bit, so that no byte is asked for that the code does not need.
+template <std::size_t Symbols>
+unsigned Decoder::Symbol(Code<Symbols> const& code) {
+  int value = 0;
+  int first = 0;
+  int index = 0;
+  for (std::size_t length = 1;; ++length) {
+    value |= static_cast<int>(Bits(1) ^ 1);
+    int const count = code.count[length];
+    if (value < first + count)
+      return static_cast<unsigned>(code.symbol[static_cast<std::size_t>(index + value - first)]);
+    index += count;
+    first = (first + count) * 2;
+    value *= 2;
+  }
+}
+
+// Copies `length` bytes that begin `distance` bytes in front of the target, and may write 15 more behind them. A copy
+// that reaches into its own target repeats what it finds.
+void Copy(unsigned char* target, unsigned distance, unsigned length) {
+  unsigned char const* source = target - distance;
+  unsigned char const* const end = target + length;
+  if (distance >= 16) {
+    do {
+      std::memcpy(target, source, 16);
+      target += 16;
+      source += 16;
+    } while (target < end);
+    return;
+  }
+  for (int i = 0; i < 16; ++i) target[i] = source[i];
+  // From here on a whole number of repeats lies in front, 8 bytes of them or more.
+  unsigned const repeats = 16 - 16 % distance;
+  for (target += 16; target < end; target += 8) std::memcpy(target, target - repeats, 8);
+}
+
+// Hands over the block and begins the next one with what was written behind its end.
+bool Decoder::Flush() {
+  if (output(outputHow, Block(), window) != 0) {
+    next = 0;
+    return false;
+  }
+  isFirst = false;
+  next -= window;
+  std::memcpy(bytes, Block(), window);
+  std::memcpy(Block(), Block() + window, next);
+  return true;
+}
+
+std::uint64_t LoadWord(unsigned char const* from) {
+  std::uint64_t word = 0;
+  for (unsigned i = 0; i < wordSize; ++i) word |= static_cast<std::uint64_t>(from[i]) << (8 * i);
+  return word;
+}
+
+// Decodes items as long as the bytes of the input block last for any item.
+template <bool IsCoded>
+int Decoder::DecodeBuffered() {
+  constexpr unsigned mostTaken = 2 * wordSize;
+  unsigned char const* from = in;
+  unsigned char const* const fromEnd = in + left;
+  std::uint64_t bits = bitBuffer;
+  unsigned count = bitCount;
+  unsigned char* to = Block() + next;
+  unsigned char* const toEnd = Block() + window;
+  unsigned char const* lowest = isFirst ? Block() : bytes;
+  int outcome = goesOn;
+
+  auto const refill = [&] {
+    bits |= LoadWord(from) << count;
+    from += (63 - count) / 8;
+    count |= refilled;
+  };
+  auto const drop = [&](unsigned taken) {
+    bits >>= taken;
+    count -= taken;
+  };
+  auto const lookUp = [&] { return items.item[bits & ((1U << itemBits) - 1)]; };
+
+  while (outcome == goesOn && fromEnd - from >= static_cast<std::ptrdiff_t>(mostTaken)) {
+    refill();
+    std::uint32_t item = 0;
+    bool isCopy = false;
+    if constexpr (IsCoded) {
+      item = lookUp();
+      // Each of these takes at most 14 bits, so that there are enough to look up a fourth behind three of them.
+      for (int round = 0; round < 3 && entry::Kind(item) != entry::copy; ++round) {
+        drop(entry::Taken(item));
+        if (entry::Kind(item) == entry::longer) {
+          item = items.rest[entry::Value(item) + (bits & ((1U << restBits) - 1))];
+          drop(entry::Taken(item));
+        }
+        to[0] = static_cast<unsigned char>(entry::Value(item));
+        to[1] = static_cast<unsigned char>(entry::Value(item) >> 8);
+        to += entry::Detail(item);
+        item = lookUp();
+      }
+      isCopy = entry::Kind(item) == entry::copy;
+    } else {
+      // A plain literal is a bit 0 and 8 bits: six fit in, and all in front of the first copy are written at once.
+      constexpr unsigned most = 6;
+      constexpr std::uint64_t flags = 0x0000201008040201 & ((std::uint64_t{1} << 9 * most) - 1);
+      constexpr std::uint64_t behind = std::uint64_t{1} << 9 * most;
+      auto const taken = static_cast<unsigned>(__builtin_ctzll((bits & flags) | behind));
+      for (unsigned i = 0; i < most; ++i) to[i] = static_cast<unsigned char>(bits >> (9 * i + 1));
+      to += taken / 9;
+      drop(taken);
+      isCopy = taken < 9 * most;
+    }
+    if (isCopy) {
+      refill();
+      if constexpr (!IsCoded) item = lookUp();
+      unsigned const taken = entry::Taken(item);
+      auto const all = static_cast<unsigned>(bits & ((1U << taken) - 1));
+      unsigned const length = entry::Value(item) + (all >> (taken - entry::Detail(item)));
+      drop(taken);
+      if (length == endLength) {
+        outcome = finished;
+      } else {
+        DistanceEntry const high = distances[bits & ((1U << distanceBits) - 1)];
+        drop(high.taken);
+        unsigned const low = length == 2 ? 2 : lowBits;
+        unsigned const distance =
+            (static_cast<unsigned>(high.symbol) << low) + static_cast<unsigned>(bits & ((1U << low) - 1)) + 1;
+        drop(low);
+        if (to - lowest < static_cast<std::ptrdiff_t>(distance)) {
+          outcome = tooFar;
+        } else {
+          Copy(to, distance, length);
+          to += length;
+        }
+      }
+    }
+    if (to >= toEnd) {
+      next = static_cast<unsigned>(to - Block());
+      if (!Flush()) return outputFailed;
+      to = Block() + next;
+      lowest = bytes;
+    }
+  }
+  next = static_cast<unsigned>(to - Block());
+  left = static_cast<unsigned>(fromEnd - from);
+  in += from - in;
+  bitBuffer = bits & ((std::uint64_t{1} << count) - 1);
+  bitCount = count;
+  return outcome;
+}
+
+template <bool IsCoded>
+int Decoder::DecodeOne() {
+  if (Bits(1) == 0) {
+    Block()[next++] = static_cast<unsigned char>(IsCoded ? Symbol(literalCode) : Bits(8));
+  } else {
+    unsigned const symbol = Symbol(lengthCode);
+    unsigned const length = baseLength[symbol] + Bits(extraBits[symbol]);
+    if (length == endLength) return finished;
+    unsigned const low = length == 2 ? 2 : lowBits;
+    unsigned const high = Symbol(distanceCode) << low;
+    unsigned const distance = high + Bits(low) + 1;
+    if (isFirst && distance > next) return tooFar;
+    Copy(Block() + next, distance, length);
+    next += length;
+  }
+  return next < window || Flush() ? goesOn : outputFailed;
+}
+
+template <bool IsCoded>
+int Decoder::DecodeItems() {
+  int outcome = goesOn;
+  while (outcome == goesOn) {
+    outcome = DecodeBuffered<IsCoded>();
+    if (outcome == goesOn) outcome = DecodeOne<IsCoded>();
+  }
+  return outcome;
+}
+
+int Decoder::Decode() {
+  unsigned const isCoded = Bits(8);
+  if (isCoded > 1) return badFlag;
+  lowBits = Bits(8);
+  if (lowBits < 4 || lowBits > 6) return badDictionary;
+  return isCoded == 1 ? DecodeItems<true>() : DecodeItems<false>();
+}
+
+}  // namespace
+
+int blast(blast_in infun, void* inhow, blast_out outfun, void* outhow) {
+  Decoder decoder(infun, inhow, outfun, outhow);
+  int const outcome = decoder.Run();
+  if (outcome == outputFailed || decoder.FlushRest()) return outcome;
+  return outcome == finished ? outputFailed : outcome;
+}

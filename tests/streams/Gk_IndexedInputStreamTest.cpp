@@ -1,0 +1,166 @@
+#include "Gk_IndexedInputStream.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "Raised.h"
+#include "ScratchDirectory.h"
+#include "VRELFileInputStream.h"
+#include "VRELFilePath.h"
+#include "VRELStringInputStream.h"
+
+namespace {
+
+// Tells where it stands, as a stream beneath has no way to.
+class Indexed : public Gk_IndexedInputStream {
+ public:
+  using Gk_IndexedInputStream::Gk_IndexedInputStream;
+  static VRELInputStream* SourceOf(Gk_IndexedInputStream const& stream) { return stream.*(&Indexed::source); }
+};
+
+TEST(Gk_IndexedInputStreamTest, CountsBytes) {
+  VRELStringInputStream beneath(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  EXPECT_EQ(stream.getLineNumber(), 0);
+  EXPECT_EQ(stream.readChar(), 'a');
+  EXPECT_EQ(stream.getLineNumber(), 0);
+  EXPECT_EQ(stream.readChar(), '\n');
+  EXPECT_EQ(stream.getLineNumber(), 1);
+  EXPECT_EQ(stream.readChar(), 'b');
+  EXPECT_EQ(stream.readChar(), '\n');
+  EXPECT_EQ(stream.getLineNumber(), 2);
+  EXPECT_EQ(stream.readChar(), -1);
+  EXPECT_EQ(stream.getLineNumber(), 2);
+}
+
+TEST(Gk_IndexedInputStreamTest, CountsBlocks) {
+  VRELStringInputStream beneath(Gk_String("a\nb\n\n\nc\r\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  char target[20] = "\n\n\n\n\n\n\n\n\n\n";
+  EXPECT_EQ(stream.read(target, 3), 3);
+  EXPECT_EQ(std::string(target, 3), "a\nb");
+  EXPECT_EQ(stream.getLineNumber(), 1);
+  EXPECT_EQ(stream.read(target, 20), 6);
+  EXPECT_EQ(stream.getLineNumber(), 5);
+  EXPECT_EQ(stream.read(target, 20), 0);
+  EXPECT_EQ(stream.getLineNumber(), 5);
+}
+
+TEST(Gk_IndexedInputStreamTest, TakesPushedBackLinesOff) {
+  VRELStringInputStream beneath(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  char target[4];
+  EXPECT_EQ(stream.read(target, 4), 4);
+  EXPECT_EQ(stream.getLineNumber(), 2);
+  EXPECT_TRUE(stream.add(Gk_String("b\n", 2)));
+  EXPECT_EQ(stream.getLineNumber(), 1);
+  EXPECT_EQ(stream.readChar(), 'b');
+  EXPECT_EQ(stream.readChar(), '\n');
+  EXPECT_EQ(stream.getLineNumber(), 2);
+  // All elements count, also behind a zero byte; more may be taken off than was read.
+  EXPECT_TRUE(stream.add(Gk_String("\n\0\n\n", 4)));
+  EXPECT_EQ(stream.getLineNumber(), -1);
+}
+
+TEST(Gk_IndexedInputStreamTest, PushingBackAlwaysSucceeds) {
+  struct Refusing : VRELInputStream {
+    VRELInputStream* duplicate() override { return nullptr; }
+    int read(char* /*buffer*/, int /*count*/) override { return -1; }
+    bool add(Gk_String const& text) override {
+      pushed = text.len();
+      return false;
+    }
+    int pushed = 0;
+  };
+  Refusing beneath;
+  Gk_IndexedInputStream stream(&beneath);
+  EXPECT_TRUE(stream.add(Gk_String("x\n")));
+  EXPECT_EQ(beneath.pushed, 3);
+  EXPECT_EQ(stream.getLineNumber(), -1);
+  Gk_IndexedInputStream alone(nullptr);
+  EXPECT_TRUE(alone.add(Gk_String("x\n")));
+  EXPECT_EQ(alone.getLineNumber(), -1);
+}
+
+TEST(Gk_IndexedInputStreamTest, CountsNothingOfAFailedRead) {
+  struct Failing : VRELInputStream {
+    VRELInputStream* duplicate() override { return nullptr; }
+    int read(char* buffer, int count) override {
+      std::memset(buffer, '\n', static_cast<std::size_t>(count));
+      return result;
+    }
+    int result = -1;
+  };
+  Failing beneath;
+  Gk_IndexedInputStream stream(&beneath);
+  char target[4];
+  EXPECT_EQ(stream.read(target, 4), -1);
+  EXPECT_EQ(stream.getLineNumber(), 0);
+  EXPECT_EQ(stream.readChar(), -1);
+  EXPECT_EQ(stream.getLineNumber(), 0);
+  beneath.result = 1000;  // more than there is room for
+  EXPECT_EQ(stream.read(target, 4), 1000);
+  EXPECT_EQ(stream.getLineNumber(), 4);
+  EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");
+}
+
+TEST(Gk_IndexedInputStreamTest, DoesNotCountWhatIsSkipped) {
+  VRELStringInputStream beneath(Gk_String("a\nb\nc\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  EXPECT_EQ(stream.skip(4), 4);
+  EXPECT_EQ(stream.getLineNumber(), 0);
+  EXPECT_EQ(stream.readChar(), 'c');
+  EXPECT_EQ(stream.readChar(), '\n');
+  EXPECT_EQ(stream.getLineNumber(), 1);
+}
+
+TEST(Gk_IndexedInputStreamTest, ACopyStandsOnTheSameStream) {
+  VRELStringInputStream beneath(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  stream.readChar();
+  stream.readChar();
+  Gk_IndexedInputStream copy(stream);
+  EXPECT_EQ(copy.getLineNumber(), 1);
+  EXPECT_EQ(Indexed::SourceOf(copy), &beneath);
+  EXPECT_EQ(copy.readChar(), 'b');
+  EXPECT_EQ(stream.readChar(), '\n');
+  EXPECT_EQ(copy.getLineNumber(), 1);
+  EXPECT_EQ(stream.getLineNumber(), 2);
+}
+
+TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
+  ScratchDirectory const scratch;
+  VRELFilePath const path(VRELString(scratch.Write("lines", "a\nb\nc\n")));
+  VRELFileInputStream file(path);
+  Gk_IndexedInputStream stream(&file);
+  stream.readChar();
+  stream.readChar();
+  std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
+  auto& indexed = dynamic_cast<Gk_IndexedInputStream&>(*copy);
+  std::unique_ptr<VRELInputStream> const beneath(Indexed::SourceOf(indexed));  // which the copy does not delete
+  EXPECT_NE(beneath.get(), &file);
+  EXPECT_EQ(indexed.getLineNumber(), 1);
+  EXPECT_EQ(copy->readChar(), 'b');
+  EXPECT_EQ(copy->readChar(), '\n');
+  EXPECT_EQ(stream.readChar(), 'b');
+  EXPECT_EQ(indexed.getLineNumber(), 2);
+  EXPECT_EQ(stream.getLineNumber(), 1);
+}
+
+TEST(Gk_IndexedInputStreamTest, ADuplicateOfWhatHasNoneIsAtItsEnd) {
+  VRELStringInputStream beneath(Gk_String("a\n"));
+  Gk_IndexedInputStream stream(&beneath);
+  std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
+  ASSERT_NE(copy, nullptr);
+  char target[2];
+  EXPECT_EQ(copy->readChar(), -1);
+  EXPECT_EQ(copy->read(target, 2), -1);
+  EXPECT_TRUE(copy->add(Gk_String("a")));
+  std::unique_ptr<VRELInputStream> const again(copy->duplicate());
+  EXPECT_EQ(again->readChar(), -1);
+}
+
+}  // namespace
