@@ -106,6 +106,48 @@ TEST(VRELArchiveTest, OneValueAfterAnother) {
   EXPECT_EQ(archive.GetBytesRead(), 8);
 }
 
+// A stream in memory is read without its virtual operation, which must not show.
+TEST(VRELArchiveTest, ReadsFromMemoryAsFromAnyStream) {
+  std::string const bytes = "\x01\x02\x03\x04\x00\x00\x00\x02hi\xFF"s;
+  VRELStringInputStream stream(Gk_String(bytes.c_str(), static_cast<int>(bytes.size()) + 1));
+  VRELArchive archive(&stream);
+  unsigned char a = 0;
+  unsigned short b = 0;
+  int c = 0;
+  VRELString text;
+  archive >> a >> b;
+  EXPECT_EQ(stream.readChar(), 4);
+  stream.add(Gk_String("\x04", 1));
+  archive >> c;
+  archive.RestoreCString(text);
+  EXPECT_EQ(a, 1);
+  EXPECT_EQ(b, 0x302);
+  EXPECT_EQ(c, 4);
+  EXPECT_EQ(text.toUtf8(), "hi");
+  EXPECT_EQ(archive.GetBytesRead(), 10);
+  EXPECT_EQ(Thrown([&] { archive >> b; }), 1);
+  EXPECT_EQ(archive.GetBytesRead(), 11);
+  EXPECT_EQ(stream.readChar(), -1);  // the byte in front of the end is gone
+}
+
+TEST(VRELArchiveTest, AStreamMayReadItsMemoryInAnotherWay) {
+  struct Rotated : VRELStringInputStream {
+    using VRELStringInputStream::VRELStringInputStream;
+    int read(char* buffer, int count) override {
+      int const taken = VRELStringInputStream::read(buffer, count);
+      for (int i = 0; i < taken; ++i) ++buffer[i];
+      return taken;
+    }
+  };
+  Rotated stream(Gk_String("AB"));
+  VRELArchive archive(&stream);
+  char a = 0;
+  char b = 0;
+  archive >> a >> b;
+  EXPECT_EQ(a, 'B');
+  EXPECT_EQ(b, 'C');
+}
+
 TEST(VRELArchiveTest, ADoubleMustBeANumber) {
   Bytes stream("\x00\x00\x00\x00\x00\x00\xF8\x7F\x01\x00\x00\x00\x00\x00\xF0\xFF\x00\x00\x00\x00\x00\x00\xF0\xFF"s);
   VRELArchive archive(&stream);

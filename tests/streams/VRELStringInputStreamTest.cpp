@@ -44,6 +44,19 @@ TEST(VRELStringInputStreamTest, AnEmptyTextHasNothing) {
   }
 }
 
+TEST(VRELStringInputStreamTest, ReadsWholeOrNot) {
+  VRELStringInputStream stream(Gk_String("abcdef"));
+  char buffer[8] = "#######";
+  EXPECT_TRUE(stream.readWhole(buffer, 2));
+  EXPECT_STREQ(buffer, "ab#####");
+  EXPECT_FALSE(stream.readWhole(buffer, 5));
+  EXPECT_STREQ(buffer, "ab#####");
+  EXPECT_TRUE(stream.readWhole(buffer, 4));
+  EXPECT_STREQ(buffer, "cdef###");
+  EXPECT_FALSE(stream.readWhole(buffer, 1));
+  EXPECT_EQ(stream.readChar(), -1);
+}
+
 TEST(VRELStringInputStreamTest, ReadsNoFurtherThanItsEnd) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   EXPECT_EQ(Read(stream, 2), "ab");

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <typeinfo>
 #include <vector>
 
 #include "VRELArchiveException.h"
@@ -22,6 +23,12 @@ constexpr long firstPortion = 4096;
 }  // namespace
 
 static_assert(sizeof(wchar_t) == 4 && sizeof(int) == 4 && sizeof(float) == 4 && sizeof(double) == 8);
+
+VRELArchive::VRELArchive(VRELInputStream* input)
+    : stream(input),
+      memory(input != nullptr && typeid(*input) == typeid(VRELStringInputStream)
+                 ? static_cast<VRELStringInputStream*>(input)
+                 : nullptr) {}
 
 void VRELArchive::ThrowEndReached() {
   throw new VRELArchiveException(VRELArchiveEndReached);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELInputStream.h"
+#include "VRELStringInputStream.h"
 #include "VRINResult.h"
 
 class VRELString;
@@ -28,7 +28,7 @@ class VRELString;
 class VREL_EXPORT VRELArchive {
  public:
   // The stream is not owned and must outlive the archive; null is one at its end.
-  explicit VRELArchive(VRELInputStream* input) : stream(input) {}
+  explicit VRELArchive(VRELInputStream* input);
 
   // Reads exactly `count` bytes and returns `count`; throws code 1 if the stream gives any other number.
   int Read(char* buffer, int count) {
@@ -88,6 +88,17 @@ class VREL_EXPORT VRELArchive {
   template <class T>
   T Take() {
     T value;
+    if (memory == nullptr || !memory->readWhole(reinterpret_cast<char*>(&value), sizeof value)) {
+      return TakeFromStream<T>();
+    }
+    bytesRead += static_cast<long>(sizeof value);
+    return value;
+  }
+
+  // Apart, so that the values of the way above may live in registers.
+  template <class T>
+  [[gnu::noinline]] T TakeFromStream() {
+    T value;
     Read(reinterpret_cast<char*>(&value), sizeof value);
     return value;
   }
@@ -104,6 +115,7 @@ class VREL_EXPORT VRELArchive {
 
   VRELInputStream* stream;
   long bytesRead = 0;
+  VRELStringInputStream* memory;  // the stream, where it is one of this very class: its read is known and not called
 };
 
 // Looks at 4 bytes as a float: 0 for a finite one, otherwise its word with all bits of the mantissa set. That this

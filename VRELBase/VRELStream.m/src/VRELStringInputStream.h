@@ -1,6 +1,9 @@
 // Reads from memory.
 #pragma once
 
+#include <cstddef>
+#include <cstring>
+
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELInputStream.h"
@@ -21,6 +24,14 @@ class VREL_EXPORT VRELStringInputStream : public VRELInputStream {
   int readChar() override;
   // At the end 0, not -1; 0 too for a count below 1.
   int read(char* buffer, int count) override;
+  // Reads `count` bytes, 1 or more, if so many are left, and otherwise none and tells false. No virtual operation, for
+  // readers of many small values.
+  bool readWhole(char* buffer, int count) {
+    if (count > remaining()) return false;
+    std::memcpy(buffer, text.begin() + position, static_cast<std::size_t>(count));
+    position += count;
+    return true;
+  }
   // 1 while there is anything to read, otherwise 0. That it is no count, as a file's is, is promised.
   long available() const override;
   // Moves back by text.len(), but not beyond the beginning. Always true.
