@@ -187,7 +187,6 @@ enum Outcome {
 };
 
 constexpr unsigned wordSize = 8;
-constexpr unsigned refilled = 56;  // the bits that a refill leaves in the buffer at least
 
 // Bytes that may be written behind the end of a block before it is flushed: literals, a copy, and what copying in
 // blocks of 16 writes too much.
@@ -305,102 +304,119 @@ bool Decoder::Flush() {
   return true;
 }
 
-std::uint64_t LoadWord(unsigned char const* from) {
-  std::uint64_t word = 0;
-  for (unsigned i = 0; i < wordSize; ++i) word |= static_cast<std::uint64_t>(from[i]) << (8 * i);
-  return word;
+// Reads bits in words of eight bytes, which must be there.
+class WordReader {
+ public:
+  WordReader(unsigned char const* from, std::uint64_t bits, unsigned count) : at(from), buffer(bits), bitCount(count) {}
+
+  // Leaves 56 bits or more. Above those that count the buffer may hold bits of bytes that are read again.
+  void Refill() {
+    std::uint64_t word = 0;
+    for (unsigned i = 0; i < wordSize; ++i) word |= static_cast<std::uint64_t>(at[i]) << (8 * i);
+    buffer |= word << bitCount;
+    at += (63 - bitCount) / 8;
+    bitCount |= 56;
+  }
+
+  std::uint64_t Bits() const { return buffer; }
+  unsigned Peek(unsigned count) const { return static_cast<unsigned>(buffer & ((std::uint64_t{1} << count) - 1)); }
+  void Drop(unsigned count) {
+    buffer >>= count;
+    bitCount -= count;
+  }
+  unsigned Take(unsigned count) {
+    unsigned const value = Peek(count);
+    Drop(count);
+    return value;
+  }
+
+  unsigned char const* At() const { return at; }
+  unsigned Count() const { return bitCount; }
+
+ private:
+  unsigned char const* at;
+  std::uint64_t buffer;
+  unsigned bitCount;
+};
+
+// Takes coded literals behind a refill and returns the entry behind them; if that is a copy, after another refill.
+std::uint32_t TakeCodedLiterals(WordReader& reader, unsigned char*& to) {
+  std::uint32_t item = items.item[reader.Peek(itemBits)];
+  // Each of these takes 14 bits at most, so that there are enough to look up a fourth behind three of them.
+  for (int round = 0; round < 3 && entry::Kind(item) != entry::copy; ++round) {
+    reader.Drop(entry::Taken(item));
+    if (entry::Kind(item) == entry::longer) {
+      item = items.rest[entry::Value(item) + reader.Peek(restBits)];
+      reader.Drop(entry::Taken(item));
+    }
+    to[0] = static_cast<unsigned char>(entry::Value(item));
+    to[1] = static_cast<unsigned char>(entry::Value(item) >> 8);
+    to += entry::Detail(item);
+    item = items.item[reader.Peek(itemBits)];
+  }
+  if (entry::Kind(item) == entry::copy) reader.Refill();
+  return item;
 }
 
-// Decodes items as long as the bytes of the input block last for any item.
+// The same with plain literals: a bit 0 and 8 bits each. Six fit in, and all of them in front of the first copy are
+// taken at once.
+std::uint32_t TakePlainLiterals(WordReader& reader, unsigned char*& to) {
+  constexpr unsigned most = 6;
+  constexpr unsigned size = 9;
+  constexpr std::uint64_t flags = 0x0000201008040201;  // every ninth bit
+  constexpr std::uint64_t behind = std::uint64_t{1} << size * most;
+  auto const taken = static_cast<unsigned>(__builtin_ctzll((reader.Bits() & flags) | behind));
+  for (unsigned i = 0; i < most; ++i) to[i] = static_cast<unsigned char>(reader.Bits() >> (size * i + 1));
+  to += taken / size;
+  reader.Drop(taken);
+  if (taken == size * most) return entry::literals;
+  reader.Refill();
+  return items.item[reader.Peek(itemBits)];
+}
+
+// Makes the copy that an entry begins, which takes 30 bits at most.
+int TakeCopy(WordReader& reader, std::uint32_t item, unsigned lowBits, unsigned char*& to,
+             unsigned char const* lowest) {
+  unsigned const extra = reader.Take(entry::Taken(item)) >> (entry::Taken(item) - entry::Detail(item));
+  unsigned const length = entry::Value(item) + extra;
+  if (length == endLength) return finished;
+  DistanceEntry const high = distances[reader.Peek(distanceBits)];
+  reader.Drop(high.taken);
+  unsigned const low = length == 2 ? 2 : lowBits;
+  unsigned const distance = (static_cast<unsigned>(high.symbol) << low) + reader.Take(low) + 1;
+  if (to - lowest < static_cast<std::ptrdiff_t>(distance)) return tooFar;
+  Copy(to, distance, length);
+  to += length;
+  return goesOn;
+}
+
+// Decodes items as long as the bytes of the input block last for any of them.
 template <bool IsCoded>
 int Decoder::DecodeBuffered() {
-  constexpr unsigned mostTaken = 2 * wordSize;
-  unsigned char const* from = in;
-  unsigned char const* const fromEnd = in + left;
-  std::uint64_t bits = bitBuffer;
-  unsigned count = bitCount;
-  unsigned char* to = Block() + next;
-  unsigned char* const toEnd = Block() + window;
-  unsigned char const* lowest = isFirst ? Block() : bytes;
+  constexpr std::ptrdiff_t mostRead = 2 * wordSize;  // by two refills
+  WordReader reader(in, bitBuffer, bitCount);
+  unsigned char* const inEnd = in + left;
+  unsigned char* const begin = Block();
+  unsigned char* const end = begin + window;
+  unsigned char* to = begin + next;
+  unsigned char const* lowest = isFirst ? begin : bytes;
   int outcome = goesOn;
-
-  auto const refill = [&] {
-    bits |= LoadWord(from) << count;
-    from += (63 - count) / 8;
-    count |= refilled;
-  };
-  auto const drop = [&](unsigned taken) {
-    bits >>= taken;
-    count -= taken;
-  };
-  auto const lookUp = [&] { return items.item[bits & ((1U << itemBits) - 1)]; };
-
-  while (outcome == goesOn && fromEnd - from >= static_cast<std::ptrdiff_t>(mostTaken)) {
-    refill();
-    std::uint32_t item = 0;
-    bool isCopy = false;
-    if constexpr (IsCoded) {
-      item = lookUp();
-      // Each of these takes at most 14 bits, so that there are enough to look up a fourth behind three of them.
-      for (int round = 0; round < 3 && entry::Kind(item) != entry::copy; ++round) {
-        drop(entry::Taken(item));
-        if (entry::Kind(item) == entry::longer) {
-          item = items.rest[entry::Value(item) + (bits & ((1U << restBits) - 1))];
-          drop(entry::Taken(item));
-        }
-        to[0] = static_cast<unsigned char>(entry::Value(item));
-        to[1] = static_cast<unsigned char>(entry::Value(item) >> 8);
-        to += entry::Detail(item);
-        item = lookUp();
-      }
-      isCopy = entry::Kind(item) == entry::copy;
-    } else {
-      // A plain literal is a bit 0 and 8 bits: six fit in, and all in front of the first copy are written at once.
-      constexpr unsigned most = 6;
-      constexpr std::uint64_t flags = 0x0000201008040201 & ((std::uint64_t{1} << 9 * most) - 1);
-      constexpr std::uint64_t behind = std::uint64_t{1} << 9 * most;
-      auto const taken = static_cast<unsigned>(__builtin_ctzll((bits & flags) | behind));
-      for (unsigned i = 0; i < most; ++i) to[i] = static_cast<unsigned char>(bits >> (9 * i + 1));
-      to += taken / 9;
-      drop(taken);
-      isCopy = taken < 9 * most;
-    }
-    if (isCopy) {
-      refill();
-      if constexpr (!IsCoded) item = lookUp();
-      unsigned const taken = entry::Taken(item);
-      auto const all = static_cast<unsigned>(bits & ((1U << taken) - 1));
-      unsigned const length = entry::Value(item) + (all >> (taken - entry::Detail(item)));
-      drop(taken);
-      if (length == endLength) {
-        outcome = finished;
-      } else {
-        DistanceEntry const high = distances[bits & ((1U << distanceBits) - 1)];
-        drop(high.taken);
-        unsigned const low = length == 2 ? 2 : lowBits;
-        unsigned const distance =
-            (static_cast<unsigned>(high.symbol) << low) + static_cast<unsigned>(bits & ((1U << low) - 1)) + 1;
-        drop(low);
-        if (to - lowest < static_cast<std::ptrdiff_t>(distance)) {
-          outcome = tooFar;
-        } else {
-          Copy(to, distance, length);
-          to += length;
-        }
-      }
-    }
-    if (to >= toEnd) {
-      next = static_cast<unsigned>(to - Block());
+  while (outcome == goesOn && inEnd - reader.At() >= mostRead) {
+    reader.Refill();
+    std::uint32_t const item = IsCoded ? TakeCodedLiterals(reader, to) : TakePlainLiterals(reader, to);
+    if (entry::Kind(item) == entry::copy) outcome = TakeCopy(reader, item, lowBits, to, lowest);
+    if (to >= end) {
+      next = static_cast<unsigned>(to - begin);
       if (!Flush()) return outputFailed;
-      to = Block() + next;
+      to = begin + next;
       lowest = bytes;
     }
   }
-  next = static_cast<unsigned>(to - Block());
-  left = static_cast<unsigned>(fromEnd - from);
-  in += from - in;
-  bitBuffer = bits & ((std::uint64_t{1} << count) - 1);
-  bitCount = count;
+  next = static_cast<unsigned>(to - begin);
+  left = static_cast<unsigned>(inEnd - reader.At());
+  in = inEnd - left;
+  bitCount = reader.Count();
+  bitBuffer = reader.Bits() & ((std::uint64_t{1} << bitCount) - 1);
   return outcome;
 }
 
