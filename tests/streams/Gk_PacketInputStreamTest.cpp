@@ -286,7 +286,7 @@ TEST(Gk_PacketInputStreamTest, WithoutRoomForAPacketThereIsNothing) {
     EXPECT_EQ(stream.read(&target, 1), -1);
     EXPECT_EQ(stream.skip(1), -1);
     EXPECT_EQ(stream.available(), 3);
-    EXPECT_EQ(beneath.TakeCalls(), "read0 read0 read0 ");
+    EXPECT_EQ(beneath.TakeCalls(), "");
   }
 }
 

@@ -77,6 +77,7 @@ void Gk_PacketInputStream::giveBackUnread() {
 }
 
 void Gk_PacketInputStream::fetchPacket() {
-  end = std::min(VRELFilterInputStream::read(buffer, buffer.len()), buffer.len());
+  int const size = buffer.len();
+  end = size > 0 ? std::min(VRELFilterInputStream::read(buffer, size), size) : 0;
   position = 0;
 }
