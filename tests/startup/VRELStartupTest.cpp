@@ -84,6 +84,14 @@ TEST(VRELStartupTest, TheTimerGoesDownBeforeWhatItLeansOn) {
   }
 }
 
+// The console may be the stream that it flushes when it goes.
+TEST(VRELStartupTest, TheTraceOfObserversGoesDownBeforeTheConsole) {
+  std::vector<std::string> const actual = ComingUp();
+  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(place("Gk_ObservableDoc::_debugSink"), actual.end());
+  EXPECT_LT(place("VRELFileOutputStream::console"), place("Gk_ObservableDoc::_debugSink"));
+}
+
 TEST(VRELStartupTest, LoadsAndUnloadsAHundredTimes) {
   // The memory that the C library keeps at hand for a thread would count as held.
   ProgramOptions options;
