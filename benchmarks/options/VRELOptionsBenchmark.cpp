@@ -1,5 +1,5 @@
-// Looking one of 1,053 options up by a path of 4 tokens, where the stored name has wildcards in two of them. The peer
-// is asked for a path that it holds as it is: it knows no wildcards.
+// Looking one of 1,053 options up by a path of 4 tokens, where the stored name has wildcards in two of them. The peers
+// are asked for a path that they hold as it is: they know no wildcards.
 #include "VRELOptions.h"
 
 #include <benchmark/benchmark.h>
@@ -13,6 +13,10 @@
 
 #ifdef VREL_BENCHMARK_BOOST
 #include <boost/property_tree/ptree.hpp>
+#endif
+#ifdef VREL_BENCHMARK_QT
+#include <QSettings>
+#include <QTemporaryDir>
 #endif
 
 namespace {
@@ -62,6 +66,37 @@ void BM_BoostTreeLookUp(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_BoostTreeLookUp);
+
+void BM_BoostTreeGet(benchmark::State& state) {
+  boost::property_tree::ptree tree;
+  for (int i = 0; i < optionCount; ++i) tree.put(NameOf(i), i);
+  std::string const name = NameOf(498);
+  for (auto step : state) {
+    std::string const value = tree.get<std::string>(name);
+    benchmark::DoNotOptimize(value.data());
+  }
+}
+BENCHMARK(BM_BoostTreeGet);
+#endif
+
+#ifdef VREL_BENCHMARK_QT
+void BM_QtSettingsLookUp(benchmark::State& state) {
+  auto const keyOf = [](int index) { return QString::fromStdString(NameOf(index)).replace('.', '/'); };
+  QTemporaryDir const directory;
+  QString const file = directory.filePath("options.ini");
+  {
+    QSettings written(file, QSettings::IniFormat);
+    for (int i = 0; i < optionCount; ++i) written.setValue(keyOf(i), i);
+  }
+  QSettings const settings(file, QSettings::IniFormat);
+  QString const key = keyOf(498);
+  if (settings.value(key).toInt() != 498) std::abort();
+  for (auto step : state) {
+    QVariant const value = settings.value(key);
+    benchmark::DoNotOptimize(value.constData());
+  }
+}
+BENCHMARK(BM_QtSettingsLookUp);
 #endif
 
 void BM_OptionsAddAndRemove(benchmark::State& state) {

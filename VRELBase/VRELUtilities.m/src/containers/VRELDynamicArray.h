@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 #include "VRELArrayHeader.h"
 
@@ -79,6 +80,18 @@ class VRELDynamicArray {
     } else {
       addToFullArray(value);
     }
+  }
+
+  // Moves the value to the end. It may be an element of this array.
+  void addMoved(T&& value) {
+    if (!isValid()) return;
+    T* source = std::addressof(value);
+    if (header->count >= header->capacity) {
+      source = const_cast<T*>(static_cast<T const*>(vrelArrayReallocAround(header, source)));
+    }
+    int const last = header->count;
+    ::new (static_cast<void*>(getArray() + last)) T(std::move(*source));
+    header->count = last + 1;
   }
 
   // Adds a copy of each element of the other array, which may be this one.

@@ -47,6 +47,15 @@ class VRELHashMap {
     return true;
   }
 
+  // The value of the key that satisfies `equals(K const&)`, for a client that has what it looks for in another form
+  // than K: the hash is that of the key, and what satisfies `equals` is equal to it. Null if the key is not there; good
+  // until the next change.
+  template <class Equals>
+  V const* GetEqual(unsigned int hash, Equals const& equals) const {
+    int const slot = table.FindEqual(hash, equals);
+    return slot < 0 ? nullptr : &table.rows.values[slot];
+  }
+
   // False if the key is there already; its value stays. May rehash even then.
   bool Add(K const& key, V const& value) { return table.Add(key, value); }
   // Replaces the key's value, or adds it. Always true.

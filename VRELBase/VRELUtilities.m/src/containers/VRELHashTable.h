@@ -74,6 +74,21 @@ class VRELHashTable {
     return ProbeFrom(rows, marks, key, MarkOf(key), start).match;
   }
 
+  // The slot of the entry whose key satisfies `equals`; the hash is that of such a key. -1 if it is not there.
+  template <class Equals>
+  int FindEqual(unsigned int hash, Equals const& equals) const {
+    auto const slots = static_cast<unsigned int>(rows.occupied.size());
+    if (slots == 0) return -1;
+    auto const start = static_cast<int>(hash % slots);
+    int slot = start;
+    while (rows.occupied[slot]) {
+      if (equals(rows.keys[slot])) return slot;
+      if (++slot == Slots()) slot = 0;
+      if (slot == start) return -1;
+    }
+    return -1;
+  }
+
   template <class... Values>
   bool Add(K const& key, Values const&... values) {
     if (!IsTooFullFor(count + 1)) return Place(key, values...);

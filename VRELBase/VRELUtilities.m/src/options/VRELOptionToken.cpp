@@ -1,7 +1,5 @@
 #include "VRELOptionToken.h"
 
-#include <unicode/unistr.h>
-
 #include <cstdint>
 #include <cwctype>
 #include <string_view>
@@ -15,12 +13,8 @@ namespace {
 // Tokens are short; a longer one is converted to a text of its own.
 constexpr std::size_t longestOnStack = 63;
 
-bool IsWildcard(VRELString const& key) {
-  return key.view() == VREL_OPTION_WILDCARD.view();
-}
-
-bool IsEmpty(VRELString const& key) {
-  return key.length() <= 0;
+bool IsWildcard(std::u16string_view key) {
+  return key.size() == 1 && key == VREL_OPTION_WILDCARD.view();
 }
 
 // A unit that is a character by itself, and not the one that ends a text.
@@ -28,61 +22,78 @@ bool IsCharacter(std::uint32_t unit) {
   return (unit > 0 && unit < 0xD800) || (unit > 0xDFFF && unit <= 0xFFFF);
 }
 
-// The text in upper case, behind it a zero; false if a unit cannot be converted alone.
+// towupper. Of the ASCII letters i alone has different capitals in the locales of the C library, so only it is asked
+// for.
+std::uint32_t ConvertToUpperCase(std::uint32_t unit) {
+  if (unit < 0x80 && unit != u'i') return unit >= u'a' && unit <= u'z' ? unit - u'a' + u'A' : unit;
+  return static_cast<std::uint32_t>(std::towupper(unit));
+}
+
+// The text in upper case; false if a unit cannot be converted alone.
 bool ConvertToUpperCase(std::u16string_view text, char16_t* upper) {
   for (char16_t const unit : text) {
     if (!IsCharacter(unit)) return false;
-    auto const converted = static_cast<std::uint32_t>(std::towupper(unit));
+    std::uint32_t const converted = ConvertToUpperCase(std::uint32_t(unit));
     if (!IsCharacter(converted)) return false;
     *upper++ = static_cast<char16_t>(converted);
   }
-  *upper = 0;
   return true;
 }
 
 // VRELString::hashCode of the text in upper case.
-int HashOf(VRELString const& text) {
-  std::u16string_view const units = text.view();
-  char16_t upper[longestOnStack + 1];
-  if (units.empty() || units.size() > longestOnStack || !ConvertToUpperCase(units, upper)) {
-    return VRELStringConvertToUpperCase(text).hashCode();
-  }
-  // The hash of a text goes over its terminator too.
-  auto const length = static_cast<std::int32_t>(units.size()) + 1;
-  auto const hash = static_cast<std::uint32_t>(icu::UnicodeString(false, upper, length).hashCode());
-  return static_cast<int>(static_cast<std::int32_t>(hash) < 0 ? 0U - hash : hash);
+unsigned int HashOf(std::u16string_view text) {
+  char16_t upper[longestOnStack];
+  bool const isConverted = text.size() <= longestOnStack && ConvertToUpperCase(text, upper);
+  int const hash = isConverted ? VRELString::hashCode(std::u16string_view(upper, text.size()))
+                               : VRELStringConvertToUpperCase(VRELString(text)).hashCode();
+  return static_cast<unsigned int>(hash);
 }
 
 }  // namespace
 
-// Most nodes have no named child at all, so the 17 slots of the map are taken when the first one comes.
-VRELOptionToken::VRELOptionToken(VRELOptionToken* aParent) : children(0), parent(aParent) {
-  children.SetFunctions(GetHashValue, HashEqualFunction);
-}
+VRELOptionToken::VRELOptionToken(VRELOptionToken* aParent) : parent(aParent) {}
 
 VRELOptionToken::~VRELOptionToken() = default;
 
 VRINResult VRELOptionToken::GetToken(VRELString const& key, VRELOptionToken*& child) const {
-  child = nullptr;
-  if (IsEmpty(key)) return VREL_E_FAIL;
-  if (IsWildcard(key)) {
-    child = wildcardChild;
-  } else {
-    children.Get(key, child);
-  }
+  child = Find(key.view());
   return child != nullptr ? VREL_S_OK : VREL_E_FAIL;
 }
 
+VRELOptionToken* VRELOptionToken::Find(std::u16string_view key) const {
+  if (IsWildcard(key)) return wildcardChild;
+  if (key.empty() || children == nullptr) return nullptr;
+  auto const isKey = [key](VRELString const& stored) {
+    return VRELString::compareIgnoringCase(key, stored.view()) == 0;
+  };
+  VRELOptionToken* const* const child = children->GetEqual(HashOf(key), isKey);
+  return child != nullptr ? *child : nullptr;
+}
+
 VRINResult VRELOptionToken::AddToken(VRELString const& key, VRELOptionToken*& child) {
-  if (GetToken(key, child).IsSuccess()) return VREL_S_OK;
-  if (IsEmpty(key)) return VREL_E_FAIL;
-  child = new VRELOptionToken(this);
-  if (IsWildcard(key)) {
+  child = Find(key.view());
+  if (child == nullptr && key.length() > 0) child = Make(key);
+  return child != nullptr ? VREL_S_OK : VREL_E_FAIL;
+}
+
+VRELOptionToken* VRELOptionToken::FindOrAdd(std::u16string_view key) {
+  VRELOptionToken* const found = Find(key);
+  if (found != nullptr || key.empty()) return found;
+  return IsWildcard(key) ? Make(VREL_OPTION_WILDCARD) : Make(VRELString(key));
+}
+
+VRELOptionToken* VRELOptionToken::Make(VRELString const& key) {
+  auto* const child = new VRELOptionToken(this);
+  if (IsWildcard(key.view())) {
     wildcardChild = child;
-  } else {
-    children.Add(key, child);
+    return child;
   }
-  return VREL_S_OK;
+  if (children == nullptr) {
+    children = std::make_unique<VRELHashMap<VRELString, VRELOptionToken*>>(17);
+    children->SetFunctions(GetHashValue, HashEqualFunction);
+  }
+  children->Add(key, child);
+  return child;
 }
 
 VRINResult VRELOptionToken::GetOption(VRELOption*& stored) const {
@@ -103,7 +114,7 @@ VRINResult VRELOptionToken::GetParent(VRELOptionToken*& node) const {
 }
 
 VRINResult VRELOptionToken::InitEnumeration() const {
-  children.InitEnumeration();
+  if (children != nullptr) children->InitEnumeration();
   cursor = nullptr;
   return VREL_S_OK;
 }
@@ -111,7 +122,7 @@ VRINResult VRELOptionToken::InitEnumeration() const {
 VRINResult VRELOptionToken::GetNextChild(VRELOptionToken*& child) const {
   child = nullptr;
   VRELPair<VRELString, VRELOptionToken*> named;
-  if (children.GetNext(named)) {
+  if (children != nullptr && children->GetNext(named)) {
     child = named.value;
     cursor = child;
   } else if (cursor != wildcardChild) {
@@ -141,12 +152,12 @@ VRINResult VRELOptionToken::RemoveAll() {
   }
   option = nullptr;
   wildcardChild = nullptr;
-  children.Clear();
+  children.reset();
   return InitEnumeration();
 }
 
 unsigned int VRELOptionToken::GetHashValue(VRELString const& key) {
-  return static_cast<unsigned int>(HashOf(key));
+  return HashOf(key.view());
 }
 
 bool VRELOptionToken::HashEqualFunction(VRELString const& a, VRELString const& b) {

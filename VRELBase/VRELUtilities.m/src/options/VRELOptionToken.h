@@ -1,6 +1,9 @@
 // A node of the option store's tree.
 #pragma once
 
+#include <memory>
+#include <string_view>
+
 #include "VRELExport.h"
 #include "VRELHashMap.h"
 #include "VRELString.h"
@@ -24,8 +27,12 @@ class VREL_EXPORT VRELOptionToken {
 
   // The child for a key, "*" being one of them. VREL_E_FAIL, with null, when there is none, and for the empty key.
   VRINResult GetToken(VRELString const& key, VRELOptionToken*& child) const;
-  // The same, but a missing child is made. VREL_E_FAIL, with null, for the empty key alone.
+  // The same for a key within another text; null when there is none.
+  VRELOptionToken* Find(std::u16string_view key) const;
+  VRELOptionToken* FindWildcard() const noexcept { return wildcardChild; }
+  // As GetToken and Find, but a missing child is made. VREL_E_FAIL, with null, for the empty key alone.
   VRINResult AddToken(VRELString const& key, VRELOptionToken*& child);
+  VRELOptionToken* FindOrAdd(std::u16string_view key);
 
   // VREL_E_OPTION_UNSET, with null, when there is no option.
   VRINResult GetOption(VRELOption*& stored) const;
@@ -48,7 +55,10 @@ class VREL_EXPORT VRELOptionToken {
   static bool HashEqualFunction(VRELString const& a, VRELString const& b);
 
  private:
-  VRELHashMap<VRELString, VRELOptionToken*> children;
+  VRELOptionToken* Make(VRELString const& key);
+
+  // The named ones; null until the first comes, because most nodes have none.
+  std::unique_ptr<VRELHashMap<VRELString, VRELOptionToken*>> children;
   VRELOptionToken* parent;
   mutable VRELOptionToken* cursor = nullptr;
   VRELOptionToken* wildcardChild = nullptr;

@@ -1,5 +1,6 @@
 #include "VRELOptions.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,6 @@
 #include "VRELStreamFormatter.h"
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELStringConversions.h"
-#include "VRELStringTokenizer.h"
 
 namespace {
 
@@ -32,23 +32,91 @@ VRELOptionToken* ParentOf(VRELOptionToken const& node) {
   return parent;
 }
 
-// Goes down from a root along the path of a name: the last token, the others in their order, wildcards. `step` gives
-// the child of a node for a key, and stops the way by a failure.
-template <class Step>
-VRINResult FollowPath(VRELStringTokenizer const& tokens, VRELOptionToken*& node, Step const& step) {
-  int const others = tokens.GetTokenCount() - 1;
-  VRINResult result = step(node, tokens.Token(others));
-  for (int i = 0; i < others && result.IsSuccess(); ++i) result = step(node, tokens.Token(i));
-  for (int i = others; i < lowerLevels && result.IsSuccess(); ++i) result = step(node, VREL_OPTION_WILDCARD);
-  return result;
+constexpr auto separator = static_cast<char16_t>(VREL_OPTION_SEPARATOR);
+
+// Cuts the first token off a text in which each ends in a separator.
+std::u16string_view TakeToken(std::u16string_view& tokens) {
+  std::size_t const end = tokens.find(separator);
+  std::u16string_view const token = tokens.substr(0, end);
+  tokens.remove_prefix(end + 1);
+  return token;
 }
 
-// The first key of a look-up. The tokens from the seventh on make one word, which for more than 7 is no token that an
-// addition made; that is promised.
-VRELString FirstKey(VRELStringTokenizer const& tokens) {
-  std::u16string key;
-  for (int i = lowerLevels; i < tokens.GetTokenCount(); ++i) key += tokens.Token(i).view();
-  return VRELString(std::u16string_view(key));
+// The tokens of a name, as VRELStringTokenizer gives them, but where they stand. The name must outlive them.
+class Path {
+ public:
+  explicit Path(VRELString const& name) : text(name.view()) {
+    for (char16_t const unit : text) {
+      separators += unit == separator ? 1 : 0;
+      zeros += unit == 0 ? 1 : 0;
+    }
+    if (zeros > 0) CutAtZeros();
+    // Behind the last separator, or all.
+    last = text.substr(text.rfind(separator) + 1);
+  }
+  Path(Path const&) = delete;
+  Path& operator=(Path const&) = delete;
+
+  bool IsEmpty() const { return text.empty() && zeros == 0; }
+  int TokenCount() const { return IsEmpty() ? 0 : separators + 1; }
+  std::u16string_view Last() const { return last; }
+  // Those before the last, each with its separator.
+  std::u16string_view Others() const { return text.substr(0, text.size() - last.size()); }
+
+ private:
+  // Each token ends at its first U+0000.
+  void CutAtZeros() {
+    bool isKept = true;
+    for (char16_t const unit : text) {
+      isKept = unit == separator || (isKept && unit != 0);
+      if (isKept) cut += unit;
+    }
+    text = cut;
+  }
+
+  std::u16string_view text;
+  std::u16string_view last;
+  int separators = 0;
+  int zeros = 0;
+  std::u16string cut;
+};
+
+// Goes down from a root along the path of a name: the last token, the others in their order, wildcards. `step` gives
+// the child of a node for a key, or null, which ends the way.
+template <class Step>
+VRELOptionToken* FollowPath(Path const& path, VRELOptionToken& root, Step const& step) {
+  VRELOptionToken* node = step(root, path.Last());
+  int level = 0;
+  for (std::u16string_view others = path.Others(); node != nullptr && !others.empty(); ++level) {
+    node = step(*node, TakeToken(others));
+  }
+  std::u16string_view const wildcard = VREL_OPTION_WILDCARD.view();
+  for (; node != nullptr && level < lowerLevels; ++level) node = step(*node, wildcard);
+  return node;
+}
+
+// The first key of a look-up by more than 7 tokens: those from the seventh on make one word, which is no token that an
+// addition made. That is promised.
+std::u16string JoinedKey(Path const& path) {
+  std::u16string_view others = path.Others();
+  for (int i = 0; i < lowerLevels; ++i) TakeToken(others);
+  std::u16string key(others);
+  key.erase(std::remove(key.begin(), key.end(), separator), key.end());
+  return key.append(path.Last());
+}
+
+// The option that serves below a node for the tokens from this level on. `option` holds null when there is none.
+VRINResult GetOptionBelow(VRELOptionToken const* node, int level, std::u16string_view tokens, VRELOption*& option) {
+  if (node == nullptr) return VREL_E_FAIL;
+  VRINResult const own = node->GetOption(option);
+  if (own.IsSuccess() || level >= lowerLevels) return own;
+  if (!tokens.empty()) {
+    std::u16string_view const token = TakeToken(tokens);
+    VRINResult const result = GetOptionBelow(node->Find(token), level + 1, tokens, option);
+    // That a "*" in the name is tried as itself, and stands for nothing else, is promised.
+    if (result.IsSuccess() || token == VREL_OPTION_WILDCARD.view()) return result;
+  }
+  return GetOptionBelow(node->FindWildcard(), level + 1, tokens, option);
 }
 
 template <class Value>
@@ -118,16 +186,14 @@ VRELOptions::~VRELOptions() {
 VRINResult VRELOptions::AddOption(VRELOption const* option) {
   if (option == nullptr) return VREL_E_INVALID_ARGUMENT;
   VRELString name;
-  VRINResult result = option->GetName(name);
+  VRINResult const result = option->GetName(name);
   if (result.IsFailure()) return result;
-  VRELStringTokenizer const tokens(name, VREL_OPTION_SEPARATOR);
-  if (tokens.GetTokenCount() == 0) return VREL_E_INVALID_ARGUMENT;
-  VRELOptionToken* node = root;
-  result = FollowPath(tokens, node, [](VRELOptionToken*& place, VRELString const& key) {
-    VRELOptionToken* const above = place;
-    return above->AddToken(key, place);
-  });
-  if (result.IsFailure()) return result;
+  Path const path(name);
+  if (path.IsEmpty()) return VREL_E_INVALID_ARGUMENT;
+  auto const findOrAdd = [](VRELOptionToken& place, std::u16string_view key) { return place.FindOrAdd(key); };
+  VRELOptionToken* const node = FollowPath(path, *root, findOrAdd);
+  // A token is empty.
+  if (node == nullptr) return VREL_E_FAIL;
   VRELOption* stored = nullptr;
   if (node->GetOption(stored).IsSuccess()) {
     *stored = *option;
@@ -183,47 +249,21 @@ VRINResult VRELOptions::AddOptions(VRELOptions& other, bool overwrite) {
 }
 
 VRINResult VRELOptions::GetOption(VRELString const& name, VRELOption*& option) const {
-  VRELStringTokenizer const tokens(name, VREL_OPTION_SEPARATOR);
-  int const count = tokens.GetTokenCount();
-  if (count == 0) return VREL_E_INVALID_ARGUMENT;
-  VRELOptionToken* node = nullptr;
-  if (count <= VREL_OPTION_TOKENS) {
-    root->GetToken(tokens.Token(count - 1), node);
-  } else {
-    root->GetToken(FirstKey(tokens), node);
-  }
-  return GetOptionFromToken(tokens, 0, node, option);
-}
-
-VRINResult VRELOptions::GetOptionFromToken(VRELStringTokenizer const& tokens, int index, VRELOptionToken const* node,
-                                           VRELOption*& option) const {
-  if (node == nullptr) return VREL_E_FAIL;
-  VRINResult result = node->GetOption(option);
-  if (result.IsSuccess() || index >= lowerLevels) return result;
-  VRELOptionToken* child = nullptr;
-  if (index < tokens.GetTokenCount() - 1) {
-    VRELString const& token = tokens.Token(index);
-    result = node->GetToken(token, child);
-    if (result.IsSuccess()) result = GetOptionFromToken(tokens, index + 1, child, option);
-    // That a "*" in the name is tried as itself, and stands for nothing else, is promised.
-    if (result.IsSuccess() || token.equals(VREL_OPTION_WILDCARD)) return result;
-  }
-  node->GetToken(VREL_OPTION_WILDCARD, child);
-  return GetOptionFromToken(tokens, index + 1, child, option);
+  Path const path(name);
+  if (path.IsEmpty()) return VREL_E_INVALID_ARGUMENT;
+  bool const isPlain = path.TokenCount() <= VREL_OPTION_TOKENS;
+  VRELOptionToken const* const node = isPlain ? root->Find(path.Last()) : root->Find(JoinedKey(path));
+  return GetOptionBelow(node, 0, path.Others(), option);
 }
 
 bool VRELOptions::HasOption(VRELOption const& option) const {
   VRELString name;
   if (option.GetName(name).IsFailure()) return false;
-  VRELStringTokenizer const tokens(name, VREL_OPTION_SEPARATOR);
-  int const count = tokens.GetTokenCount();
-  if (count == 0 || count > VREL_OPTION_TOKENS) return false;
-  VRELOptionToken* node = root;
-  VRINResult const result = FollowPath(tokens, node, [](VRELOptionToken*& place, VRELString const& key) {
-    VRELOptionToken const* const above = place;
-    return above->GetToken(key, place);
-  });
-  return result.IsSuccess() && !HasNoOption(*node);
+  Path const path(name);
+  if (path.IsEmpty() || path.TokenCount() > VREL_OPTION_TOKENS) return false;
+  auto const find = [](VRELOptionToken const& place, std::u16string_view key) { return place.Find(key); };
+  VRELOptionToken const* const node = FollowPath(path, *root, find);
+  return node != nullptr && !HasNoOption(*node);
 }
 
 void VRELOptions::InitEnumeration() const {

@@ -10,7 +10,6 @@
 class VRELOption;
 class VRELOptionToken;
 class VRELStreamFormatter;
-class VRELStringTokenizer;
 
 // Options by their names, which are paths of tokens between dots: "Step.Assembly.Reader.ConvertAttributes". The last
 // token says what the setting is, those before it for what it holds. "*" stands for any token, and so does each token
@@ -97,8 +96,6 @@ class VREL_EXPORT VRELOptions {
 
  private:
   VRELOptionToken* FirstNode() const;
-  VRINResult GetOptionFromToken(VRELStringTokenizer const& tokens, int index, VRELOptionToken const* node,
-                                VRELOption*& option) const;
 
   VRELOptionToken* root;
   mutable VRELOptionToken* current = nullptr;

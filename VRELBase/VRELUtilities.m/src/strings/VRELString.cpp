@@ -158,20 +158,23 @@ bool IsAscii(std::u16string_view units) noexcept {
   return bits < 0x80;
 }
 
-// What UnicodeString::hashCode gives: h = 37 h + unit, over at most 32 units at equal distances. Four units go into one
-// step, so that the multiplications do not wait for each other; that makes it some times as fast.
-std::uint32_t IcuHash(char16_t const* text, std::int32_t length) noexcept {
+// What UnicodeString::hashCode gives for the text with a zero behind it: h = 37 h + unit, over at most 32 units at
+// equal distances. Four units go into one step, so that the multiplications do not wait for each other; that makes it
+// some times as fast.
+std::uint32_t IcuHash(std::u16string_view text) noexcept {
+  std::size_t const length = text.size();
   std::uint32_t hash = 0;
-  std::int32_t i = 0;
-  if (length <= 32) {
+  std::size_t i = 0;
+  if (length < 32) {
     for (; i + 4 <= length; i += 4) {
       hash = hash * (37u * 37u * 37u * 37u) + (text[i] * (37u * 37u * 37u) + text[i + 1] * (37u * 37u)) +
              (text[i + 2] * 37u + text[i + 3]);
     }
   }
-  std::int32_t const step = length <= 32 ? 1 : (length - 32) / 32 + 1;
+  std::size_t const step = length < 32 ? 1 : (length - 31) / 32 + 1;
   for (; i < length; i += step) hash = hash * 37u + text[i];
-  return hash != 0 ? hash : 1;  // ICU keeps 0 for itself
+  if (i == length) hash *= 37u;  // the zero
+  return hash != 0 ? hash : 1;   // ICU keeps 0 for itself
 }
 
 char16_t FoldAscii(char16_t unit) noexcept {
@@ -346,8 +349,11 @@ unsigned short VRELString::charAt(int index) const noexcept {
 }
 
 int VRELString::hashCode() const noexcept {
-  if (unicodeString == nullptr) return 0;
-  auto const hash = static_cast<std::uint32_t>(IcuHash(unicodeString->getBuffer(), unicodeString->length()));
+  return unicodeString != nullptr ? hashCode(view()) : 0;
+}
+
+int VRELString::hashCode(std::u16string_view text) noexcept {
+  std::uint32_t const hash = IcuHash(text);
   // The lowest number has no absolute value and stays as it is.
   return static_cast<int>(static_cast<std::int32_t>(hash) < 0 ? 0u - hash : hash);
 }
@@ -361,28 +367,28 @@ int VRELString::compareTo(VRELString const& other) const noexcept {
 int VRELString::compareToIgnoreCase(VRELString const& other) const noexcept {
   if (unicodeString == nullptr) return -1;
   if (other.unicodeString == nullptr) return 1;
-  // Case folding looks at one character at a time, so texts can be compared in ASCII up to the first character that is
-  // none. Both end in a zero that stops the walk.
-  char16_t const* mine = unicodeString->getBuffer();
-  char16_t const* theirs = other.unicodeString->getBuffer();
-  std::int32_t const common = std::min(unicodeString->length(), other.unicodeString->length());
+  return compareIgnoringCase(view(), other.view());
+}
+
+int VRELString::compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
   // The found key of a hash container is mostly the very same text.
-  if (unicodeString->length() == other.unicodeString->length() &&
-      std::memcmp(mine, theirs, static_cast<std::size_t>(common) * sizeof *mine) == 0) {
-    return 0;
+  bool const areOneSize = a.size() == b.size();
+  if (areOneSize && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0)) return 0;
+  // Case folding looks at one character at a time, so texts can be compared in ASCII up to the first character that is
+  // none.
+  std::size_t const common = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  for (; i < common && (a[i] | b[i]) < 0x80; ++i) {
+    char16_t const mine = FoldAscii(a[i]);
+    char16_t const theirs = FoldAscii(b[i]);
+    if (mine != theirs) return mine < theirs ? -1 : 1;
   }
-  std::int32_t i = 0;
-  for (; i < common && (mine[i] | theirs[i]) < 0x80; ++i) {
-    char16_t const a = FoldAscii(mine[i]);
-    char16_t const b = FoldAscii(theirs[i]);
-    if (a != b) return a < b ? -1 : 1;
-  }
-  std::int32_t const myRest = unicodeString->length() - i;
-  std::int32_t const theirRest = other.unicodeString->length() - i;
-  if (myRest == 0 || theirRest == 0) return (myRest > 0) - (theirRest > 0);
+  a.remove_prefix(i);
+  b.remove_prefix(i);
+  if (a.empty() || b.empty()) return (a.empty() ? 0 : 1) - (b.empty() ? 0 : 1);
   UErrorCode status = U_ZERO_ERROR;
-  std::int32_t const order =
-      u_strCaseCompare(mine + i, myRest, theirs + i, theirRest, U_COMPARE_CODE_POINT_ORDER, &status);
+  std::int32_t const order = u_strCaseCompare(a.data(), static_cast<std::int32_t>(a.size()), b.data(),
+                                              static_cast<std::int32_t>(b.size()), U_COMPARE_CODE_POINT_ORDER, &status);
   return (order > 0) - (order < 0);
 }
 

@@ -73,11 +73,15 @@ class VREL_EXPORT VRELString {
   // The absolute value of ICU's hash of the text with its terminator; 0 if uninitialized. Depends on case, as
   // compareToIgnoreCase does not.
   int hashCode() const noexcept;
+  // The same for a text that stands elsewhere.
+  static int hashCode(std::u16string_view text) noexcept;
 
   // Below 0, 0 or above 0, in the order of code points; -1 if uninitialized.
   int compareTo(VRELString const& other) const noexcept;
   // The same on the case-folded texts (Unicode default case folding).
   int compareToIgnoreCase(VRELString const& other) const noexcept;
+  // The same for texts that stand elsewhere.
+  static int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
   bool equals(VRELString const& other) const noexcept { return compareTo(other) == 0; }
   bool equalsIgnoreCase(VRELString const& other) const noexcept { return compareToIgnoreCase(other) == 0; }
   bool operator>(VRELString const& other) const noexcept { return compareTo(other) > 0; }

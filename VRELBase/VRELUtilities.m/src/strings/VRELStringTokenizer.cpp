@@ -24,7 +24,7 @@ void VRELStringTokenizer::Initialize(VRELString const& text, wchar_t separator) 
   int position = length > 0 ? 0 : -1;
   while (position != -1) {
     int const found = text.indexOf(unit, position);
-    tokens.add(text.substring(position, found == -1 ? length : found));
+    tokens.addMoved(text.substring(position, found == -1 ? length : found));
     position = found == -1 ? -1 : found + 1;
   }
 }
