@@ -6,6 +6,7 @@
 #include <memory>
 #include <random>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "VRELAllocException.h"
@@ -187,6 +188,24 @@ TEST(VRELDynamicArrayTest, AddsAnElementOfItsOwn) {
   }
   EXPECT_EQ(array.size(), 101);
   for (std::vector<int> const& each : array) EXPECT_EQ(each, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(VRELDynamicArrayTest, MovesToTheEnd) {
+  VRELDynamicArray<std::unique_ptr<int>> numbers;
+  for (int i = 0; i < 100; ++i) {
+    auto number = std::make_unique<int>(i);
+    int const* const place = number.get();
+    numbers.addMoved(std::move(number));
+    EXPECT_EQ(number, nullptr);
+    EXPECT_EQ(numbers[i].get(), place);
+  }
+  ASSERT_EQ(numbers.size(), 100);
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(*numbers[i], i);
+  // One of its own, in a full and in a grown array.
+  VRELDynamicArray<Words> words(3, Words{1, 2});
+  words.addMoved(std::move(words[1]));
+  words.addMoved(std::move(words[0]));
+  EXPECT_EQ(ValuesOf(words), (std::vector<Words>{{}, {}, {1, 2}, {1, 2}, {1, 2}}));
 }
 
 TEST(VRELDynamicArrayTest, RemovesAndShrinks) {

@@ -73,6 +73,49 @@ std::vector<int> KeysOf(IntMap const& map) {
   return keys;
 }
 
+// What a look-up by another form of a key finds; -1 for nothing. The keys that it compared with go into `met`.
+int FindEqual(IntMap const& map, int key, std::vector<int>& met) {
+  met.clear();
+  int const* const value = map.GetEqual(static_cast<unsigned int>(key), [&](int const& stored) {
+    met.push_back(stored);
+    return stored == key;
+  });
+  return value != nullptr ? *value : -1;
+}
+
+TEST(VRELHashMapTest, FindsAKeyInAnotherForm) {
+  std::vector<int> met;
+  // 33, 50 and 67 want the last slot, and all but the first of them go round to the front.
+  IntMap map = MapOf({33, 5, 50, 22, 67});
+  EXPECT_EQ(FindEqual(map, 33, met), 330);
+  EXPECT_EQ(met, std::vector<int>{33});
+  EXPECT_EQ(FindEqual(map, 67, met), 670);
+  EXPECT_EQ(met, (std::vector<int>{33, 50, 67}));
+  EXPECT_EQ(FindEqual(map, 22, met), 220);
+  EXPECT_EQ(met, (std::vector<int>{5, 22}));
+  EXPECT_EQ(FindEqual(map, 84, met), -1);
+  EXPECT_EQ(met, (std::vector<int>{33, 50, 67}));
+  EXPECT_EQ(FindEqual(map, 7, met), -1);
+  EXPECT_TRUE(met.empty());
+  map.Remove(50);
+  EXPECT_EQ(FindEqual(map, 67, met), 670);
+  EXPECT_EQ(met, (std::vector<int>{33, 67}));
+
+  EXPECT_EQ(FindEqual(IntMap(0), 7, met), -1);
+  // A full table is gone through once.
+  IntMap full = MapOf({0, 1, 2});
+  full.Rehash(3);
+  EXPECT_EQ(FindEqual(full, 4, met), -1);
+  EXPECT_EQ(met, (std::vector<int>{1, 2, 0}));
+
+  VRELHashMap<VRELString, int> texts(17);
+  texts.Put(L"hub", 3);
+  int const* const value = texts.GetEqual(static_cast<unsigned int>(VRELString(L"hub").hashCode()),
+                                          [](VRELString const& stored) { return stored.view() == u"hub"; });
+  ASSERT_NE(value, nullptr);
+  EXPECT_EQ(*value, 3);
+}
+
 TEST(VRELHashMapTest, StartsEmpty) {
   IntMap const map(17);
   EXPECT_EQ(map.Size(), 0);

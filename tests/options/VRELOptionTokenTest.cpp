@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "TurkishLocale.h"
 #include "VRELOption.h"
+#include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
 
 namespace {
@@ -53,6 +55,42 @@ TEST(VRELOptionTokenTest, FindsWhatWasAdded) {
   found = &root.node;
   EXPECT_EQ(step->GetToken(L"*", found), VREL_E_FAIL);
   EXPECT_EQ(found, nullptr);
+}
+
+TEST(VRELOptionTokenTest, FindsAndAddsAKeyWithinAnotherText) {
+  Root root;
+  std::u16string_view const name = u"Step.*.Step..X";
+  std::u16string_view const step = name.substr(0, 4);
+  std::u16string_view const wildcard = name.substr(5, 1);
+  std::u16string_view const empty = name.substr(12, 0);
+  EXPECT_EQ(root.node.Find(step), nullptr);
+  EXPECT_EQ(root.node.Find(wildcard), nullptr);
+  EXPECT_EQ(root.node.FindWildcard(), nullptr);
+  VRELOptionToken* const added = root.node.FindOrAdd(step);
+  VRELOptionToken* const wild = root.node.FindOrAdd(wildcard);
+  ASSERT_NE(added, nullptr);
+  ASSERT_NE(wild, nullptr);
+  EXPECT_NE(added, wild);
+  EXPECT_EQ(root.node.FindOrAdd(name.substr(7, 4)), added);
+  EXPECT_EQ(root.node.FindOrAdd(wildcard), wild);
+  EXPECT_EQ(root.node.FindWildcard(), wild);
+  EXPECT_EQ(root.node.Find(wildcard), wild);
+  EXPECT_EQ(root.node.Find(u"sTEP"), added);
+  EXPECT_EQ(root.node.Find(u"Ste"), nullptr);
+  EXPECT_EQ(root.node.Find(empty), nullptr);
+  EXPECT_EQ(root.node.FindOrAdd(empty), nullptr);
+  EXPECT_EQ(Children(root.node), (std::vector<VRELOptionToken*>{added, wild}));
+  VRELOptionToken* parent = nullptr;
+  EXPECT_EQ(added->GetParent(parent), VREL_S_OK);
+  EXPECT_EQ(parent, &root.node);
+  for (wchar_t const* key : {L"Stra\u00DFe", L"\u00D6l", L"HealBodyPostProcess|XIges", L"\U0001F529"}) {
+    VRELString const text(key);
+    EXPECT_EQ(root.node.Find(text.view()), nullptr);
+    EXPECT_EQ(root.node.FindOrAdd(text.view()), Add(root.node, key));
+    EXPECT_EQ(root.node.Find(text.view()), Add(root.node, key));
+  }
+  EXPECT_TRUE(VRELOptionToken::IsWildcard(VREL_OPTION_WILDCARD.view()));
+  for (std::u16string_view const key : {u"", u"**", u"?", u"*a"}) EXPECT_FALSE(VRELOptionToken::IsWildcard(key));
 }
 
 TEST(VRELOptionTokenTest, RefusesTheEmptyKey) {

@@ -355,6 +355,25 @@ TEST(VRELOptionsTest, ALookUpJoinsTheTokensFromTheSeventhOn) {
   EXPECT_EQ(Find(options, "1.2.3.4.5.6.7.xyz"), "-");
 }
 
+// UTF-7 carries U+0000 in other bytes; a token ends there, and the name does not.
+TEST(VRELOptionsTest, ATokenOfALookUpEndsAtAZero) {
+  VRELOptions options;
+  AddAll(options, {"A.B", "*.C.B", "gh", "D"});
+  struct Row {
+    char const* name;
+    char const* found;
+  };
+  for (Row const& row : {Row{"A+AAA-x.B", "A.B"}, Row{"A.B+AAA-x", "A.B"}, Row{"A+AAA-.q.B+AAA-+AAA-", "A.B"},
+                         Row{"+AAA-A.C.B", "*.C.B"}, Row{"*+AAA-x.C.B", "*.C.B"}, Row{"*+AAA-.A.B", "-"},
+                         Row{"+AAA-", "-"}, Row{"1.2.3.4.5.6.g+AAA-7.h", "gh"}, Row{"A.+AAA-B", "-"}, Row{"D", "D"}}) {
+    SCOPED_TRACE(row.name);
+    VRELOption* option = nullptr;
+    VRINResult const result = options.GetOption(VRELString(row.name, "UTF-7"), option);
+    EXPECT_EQ(option != nullptr ? NameOf(*option) : "-", row.found);
+    EXPECT_EQ(result, option != nullptr ? VREL_S_OK : VREL_E_FAIL);
+  }
+}
+
 TEST(VRELOptionsTest, HasOptionTestsTheVeryPath) {
   VRELOptions options;
   AddAll(options, {"X", "Step.*.Y", "a.b.c.d.e.f.g.h"});

@@ -486,6 +486,52 @@ TEST(VRELStringTest, HashTakesTheTerminatorIn) {
             static_cast<unsigned int>(std::abs(Model(u"key").hashCode())));
 }
 
+TEST(VRELStringTest, TextsElsewhereAreHashedAndComparedAlike) {
+  EXPECT_EQ(VRELString::hashCode(std::u16string_view()), 1);
+  EXPECT_EQ(VRELString::hashCode(u"A"), 65 * 37);
+  std::u16string units;
+  for (int length = 0; length < 300; ++length) {
+    EXPECT_EQ(VRELString::hashCode(units), std::abs(Model(units).hashCode())) << length;
+    units += static_cast<char16_t>(u'a' + length * 7 % 50);
+  }
+  std::u16string_view const within = u"xHubx";
+  struct {
+    std::u16string_view a;
+    std::u16string_view b;
+    int order;
+  } const cases[] = {
+      {{}, {}, 0},
+      {within.substr(1, 3), u"hUB", 0},
+      {within.substr(1, 3), u"hubs", -1},
+      {within.substr(1, 3), u"hu", 1},
+      {within.substr(1, 3), u"huc", -1},
+      {within.substr(1, 0), u"h", -1},
+      {u"h", {}, 1},
+      {u"Stra\u00DFe", u"sTRASSE", 0},
+      {u"\u00D6l", u"\u00F6L", 0},
+      {u"\u00D6", u"\u00D6l", -1},
+      {u"a", u"a\u0301", -1},
+      {u"\uFFFD", u"\U00010000", -1},
+  };
+  for (auto const& each : cases) {
+    SCOPED_TRACE(VRELString(each.a));
+    EXPECT_EQ(VRELString::compareIgnoringCase(each.a, each.b), each.order);
+    EXPECT_EQ(VRELString::compareIgnoringCase(each.b, each.a), -each.order);
+    EXPECT_EQ(VRELString(each.a).compareToIgnoreCase(VRELString(each.b)), each.order);
+  }
+}
+
+TEST(VRELStringTest, TellsOfAZeroInside) {
+  EXPECT_TRUE(TextWithZero().getHoldsZero());
+  EXPECT_FALSE(VRELString().getHoldsZero());
+  EXPECT_FALSE(VRELString(L"ab").getHoldsZero());
+  VRELString copy(TextWithZero());
+  EXPECT_TRUE(copy.getHoldsZero()) << "moved";
+  VRELString const source = TextWithZero();
+  copy = source;
+  EXPECT_FALSE(copy.getHoldsZero());
+}
+
 TEST(VRELStringTest, HashTakesAZeroInsideIn) {
   EXPECT_EQ(TextWithZero().hashCode(), std::abs(Model(std::u16string(u"a\0b", 3)).hashCode()));
 }

@@ -46,6 +46,11 @@ TEST(VRELStringTokenizerTest, GivesThePiecesThemselves) {
   EXPECT_EQ(&tokenizer.Token(2), &tokenizer.Token(2));
 }
 
+TEST(VRELStringTokenizerTest, APieceEndsAtAZero) {
+  // UTF-7 carries U+0000 in other bytes.
+  EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString("a+AAA-b,+AAA-,c", "UTF-7"), L',')), (Expected{"a", "", "c"}));
+}
+
 TEST(VRELStringTokenizerTest, AnUninitializedTextHasNoToken) {
   VRELString text(L"a,b");
   VRELString const taken(std::move(text));

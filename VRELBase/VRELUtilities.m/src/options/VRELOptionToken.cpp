@@ -13,27 +13,21 @@ namespace {
 // Tokens are short; a longer one is converted to a text of its own.
 constexpr std::size_t longestOnStack = 63;
 
-bool IsWildcard(std::u16string_view key) {
-  return key.size() == 1 && key == VREL_OPTION_WILDCARD.view();
-}
-
 // A unit that is a character by itself, and not the one that ends a text.
 bool IsCharacter(std::uint32_t unit) {
   return (unit > 0 && unit < 0xD800) || (unit > 0xDFFF && unit <= 0xFFFF);
 }
 
-// towupper. Of the ASCII letters i alone has different capitals in the locales of the C library, so only it is asked
-// for.
-std::uint32_t ConvertToUpperCase(std::uint32_t unit) {
-  if (unit < 0x80 && unit != u'i') return unit >= u'a' && unit <= u'z' ? unit - u'a' + u'A' : unit;
-  return static_cast<std::uint32_t>(std::towupper(unit));
-}
-
 // The text in upper case; false if a unit cannot be converted alone.
 bool ConvertToUpperCase(std::u16string_view text, char16_t* upper) {
   for (char16_t const unit : text) {
+    // Of the ASCII letters i alone has different capitals in the locales of the C library, so only it is asked for.
+    if (unit > 0 && unit < 0x80 && unit != u'i') {
+      *upper++ = static_cast<char16_t>(unit >= u'a' && unit <= u'z' ? unit - u'a' + u'A' : unit);
+      continue;
+    }
     if (!IsCharacter(unit)) return false;
-    std::uint32_t const converted = ConvertToUpperCase(std::uint32_t(unit));
+    auto const converted = static_cast<std::uint32_t>(std::towupper(unit));
     if (!IsCharacter(converted)) return false;
     *upper++ = static_cast<char16_t>(converted);
   }
@@ -94,11 +88,6 @@ VRELOptionToken* VRELOptionToken::Make(VRELString const& key) {
   }
   children->Add(key, child);
   return child;
-}
-
-VRINResult VRELOptionToken::GetOption(VRELOption*& stored) const {
-  stored = option;
-  return stored != nullptr ? VREL_S_OK : VREL_E_OPTION_UNSET;
 }
 
 VRINResult VRELOptionToken::SetOption(VRELOption* newOption) {

@@ -30,12 +30,17 @@ class VREL_EXPORT VRELOptionToken {
   // The same for a key within another text; null when there is none.
   VRELOptionToken* Find(std::u16string_view key) const;
   VRELOptionToken* FindWildcard() const noexcept { return wildcardChild; }
+  // Whether a key is "*".
+  static bool IsWildcard(std::u16string_view key) noexcept { return key.size() == 1 && key.front() == u'*'; }
   // As GetToken and Find, but a missing child is made. VREL_E_FAIL, with null, for the empty key alone.
   VRINResult AddToken(VRELString const& key, VRELOptionToken*& child);
   VRELOptionToken* FindOrAdd(std::u16string_view key);
 
   // VREL_E_OPTION_UNSET, with null, when there is no option.
-  VRINResult GetOption(VRELOption*& stored) const;
+  VRINResult GetOption(VRELOption*& stored) const {
+    stored = option;
+    return stored != nullptr ? VREL_S_OK : VREL_E_OPTION_UNSET;
+  }
   // Takes the option over, and deletes the one that was there. Null: VREL_E_INVALID_ARGUMENT.
   VRINResult SetOption(VRELOption* newOption);
 

@@ -46,21 +46,25 @@ std::u16string_view TakeToken(std::u16string_view& tokens) {
 class Path {
  public:
   explicit Path(VRELString const& name) : text(name.view()) {
-    for (char16_t const unit : text) {
-      separators += unit == separator ? 1 : 0;
-      zeros += unit == 0 ? 1 : 0;
+    if (text.empty()) return;
+    if (name.getHoldsZero()) CutAtZeros();
+    std::size_t start = 0;
+    for (std::size_t end = text.find(separator); end != text.npos; end = text.find(separator, start)) {
+      if (count < lowerLevels) first[count] = text.substr(start, end - start);
+      ++count;
+      start = end + 1;
     }
-    if (zeros > 0) CutAtZeros();
-    // Behind the last separator, or all.
-    last = text.substr(text.rfind(separator) + 1);
+    last = text.substr(start);
+    ++count;
   }
   Path(Path const&) = delete;
   Path& operator=(Path const&) = delete;
 
-  bool IsEmpty() const { return text.empty() && zeros == 0; }
-  int TokenCount() const { return IsEmpty() ? 0 : separators + 1; }
+  int TokenCount() const { return count; }
   std::u16string_view Last() const { return last; }
-  // Those before the last, each with its separator.
+  // One of the first 6, and not the last.
+  std::u16string_view Token(int index) const { return first[index]; }
+  // All before the last, each with a separator behind it.
   std::u16string_view Others() const { return text.substr(0, text.size() - last.size()); }
 
  private:
@@ -76,8 +80,8 @@ class Path {
 
   std::u16string_view text;
   std::u16string_view last;
-  int separators = 0;
-  int zeros = 0;
+  std::u16string_view first[lowerLevels];
+  int count = 0;
   std::u16string cut;
 };
 
@@ -106,17 +110,16 @@ std::u16string JoinedKey(Path const& path) {
 }
 
 // The option that serves below a node for the tokens from this level on. `option` holds null when there is none.
-VRINResult GetOptionBelow(VRELOptionToken const* node, int level, std::u16string_view tokens, VRELOption*& option) {
-  if (node == nullptr) return VREL_E_FAIL;
-  VRINResult const own = node->GetOption(option);
-  if (own.IsSuccess() || level >= lowerLevels) return own;
-  if (!tokens.empty()) {
-    std::u16string_view const token = TakeToken(tokens);
-    VRINResult const result = GetOptionBelow(node->Find(token), level + 1, tokens, option);
+VRINResult GetOptionBelow(VRELOptionToken const* node, int level, Path const& path, VRELOption*& option) {
+  for (; node != nullptr; ++level, node = node->FindWildcard()) {
+    VRINResult const own = node->GetOption(option);
+    if (own.IsSuccess() || level >= lowerLevels) return own;
+    if (level >= path.TokenCount() - 1) continue;
+    VRINResult const result = GetOptionBelow(node->Find(path.Token(level)), level + 1, path, option);
     // That a "*" in the name is tried as itself, and stands for nothing else, is promised.
-    if (result.IsSuccess() || token == VREL_OPTION_WILDCARD.view()) return result;
+    if (result.IsSuccess() || VRELOptionToken::IsWildcard(path.Token(level))) return result;
   }
-  return GetOptionBelow(node->FindWildcard(), level + 1, tokens, option);
+  return VREL_E_FAIL;
 }
 
 template <class Value>
@@ -189,7 +192,7 @@ VRINResult VRELOptions::AddOption(VRELOption const* option) {
   VRINResult const result = option->GetName(name);
   if (result.IsFailure()) return result;
   Path const path(name);
-  if (path.IsEmpty()) return VREL_E_INVALID_ARGUMENT;
+  if (path.TokenCount() == 0) return VREL_E_INVALID_ARGUMENT;
   auto const findOrAdd = [](VRELOptionToken& place, std::u16string_view key) { return place.FindOrAdd(key); };
   VRELOptionToken* const node = FollowPath(path, *root, findOrAdd);
   // A token is empty.
@@ -250,17 +253,17 @@ VRINResult VRELOptions::AddOptions(VRELOptions& other, bool overwrite) {
 
 VRINResult VRELOptions::GetOption(VRELString const& name, VRELOption*& option) const {
   Path const path(name);
-  if (path.IsEmpty()) return VREL_E_INVALID_ARGUMENT;
+  if (path.TokenCount() == 0) return VREL_E_INVALID_ARGUMENT;
   bool const isPlain = path.TokenCount() <= VREL_OPTION_TOKENS;
   VRELOptionToken const* const node = isPlain ? root->Find(path.Last()) : root->Find(JoinedKey(path));
-  return GetOptionBelow(node, 0, path.Others(), option);
+  return GetOptionBelow(node, 0, path, option);
 }
 
 bool VRELOptions::HasOption(VRELOption const& option) const {
   VRELString name;
   if (option.GetName(name).IsFailure()) return false;
   Path const path(name);
-  if (path.IsEmpty() || path.TokenCount() > VREL_OPTION_TOKENS) return false;
+  if (path.TokenCount() == 0 || path.TokenCount() > VREL_OPTION_TOKENS) return false;
   auto const find = [](VRELOptionToken const& place, std::u16string_view key) { return place.Find(key); };
   VRELOptionToken const* const node = FollowPath(path, *root, find);
   return node != nullptr && !HasNoOption(*node);

@@ -65,6 +65,8 @@ class VREL_EXPORT VRELString {
   // Whether the conversion that built this text failed, or fell back on the default codepage.
   bool getBadConversion() const noexcept { return badConversion; }
   bool getIsInitialized() const noexcept { return unicodeString != nullptr; }
+  // Whether a U+0000 stands inside the text, which bytes of some codepages bring: a copy ends there.
+  bool getHoldsZero() const noexcept { return holdsZero; }
 
   // UTF-16 units; -1 if uninitialized.
   int length() const noexcept;
@@ -154,7 +156,7 @@ class VREL_EXPORT VRELString {
   std::u16string_view BeforeZero() const noexcept;
 
   bool badConversion = false;
-  bool holdsZero = false;  // a U+0000 stands inside the text: a copy ends there
+  bool holdsZero = false;
   icu::UnicodeString* unicodeString = nullptr;
 };
 
