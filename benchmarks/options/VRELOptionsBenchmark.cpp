@@ -45,7 +45,7 @@ void BM_OptionsLookUp(benchmark::State& state) {
 }
 BENCHMARK(BM_OptionsLookUp);
 
-// What a look-up starts with, and all that it takes memory for.
+// The same path in texts of their own, of which a look-up makes none.
 void BM_OptionsTokenizer(benchmark::State& state) {
   for (auto step : state) {
     VRELStringTokenizer const tokens(AskedFor(), VREL_OPTION_SEPARATOR);

@@ -359,6 +359,9 @@ TEST(VRELOptionTest, IntegerServesABoolOption) {
   EXPECT_EQ(Current(option), "bool true");
   EXPECT_EQ(option.SetValue(VRELValue(0)), VREL_S_OK);
   EXPECT_EQ(Current(option), "bool false");
+  EXPECT_EQ(option.SetValue(-1), VREL_S_OK);
+  EXPECT_EQ(Current(option), "bool true");
+  EXPECT_EQ(option.SetValue(VRELValue(0)), VREL_S_OK);
   EXPECT_EQ(option.SetValue(VRELValue(-4)), VREL_S_OK);
   EXPECT_EQ(Current(option), "bool true");
   EXPECT_EQ(Default(option), "bool true");

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "OpenDescriptors.h"
 #include "RecordingListener.h"
 #include "ScratchDirectory.h"
 #include "StreamText.h"
@@ -667,6 +668,16 @@ TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
   EXPECT_EQ(options.ReadFromFile(static_cast<std::FILE*>(nullptr)), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(options.ReadFromFile(VRELString(directory.Path("missing.cfg"))), VREL_E_FILE_OPEN);
   EXPECT_EQ(options.Size(), 0);
+}
+
+TEST(VRELOptionsTest, ClosesTheFileThatItOpened) {
+  ScratchDirectory const directory;
+  for (char const* bytes : {"X=1\n", "no separator\n", "[Import]\nX=1\n", ""}) {
+    std::string const path = directory.Write("options.cfg", bytes);
+    VRELOptions options;
+    options.ReadFromFile(VRELString(path));
+    EXPECT_EQ(CountOpenDescriptors(path), 0) << bytes;
+  }
 }
 
 TEST(VRELOptionsTest, TheLastOfCallAndFileWins) {
