@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <type_traits>
 
 #include "Gk_Source.h"
 #include "VRELFileInputStream.h"
@@ -16,20 +17,20 @@ namespace {
 constexpr int tokenCount = 120000;
 constexpr int packetSize = 8192;
 
-// A file of words and numbers, gone at the end.
+// A file of words and numbers that goes away with its stream, and can be opened by a path as long.
 struct TokenFile {
-  TokenFile() {
-    int const descriptor = mkstemp(path);
-    std::FILE* const file = descriptor < 0 ? nullptr : fdopen(descriptor, "w");
-    if (file == nullptr) std::abort();
+  TokenFile() : stream(std::tmpfile()) {
+    if (stream == nullptr) std::abort();
     for (int i = 0; i < tokenCount / 6; ++i) {
-      size += std::fprintf(file, "bolt_%d hexagonal\t%f  12 M8x40 steel-8.8\n", i, i * 0.125);
+      size += std::fprintf(stream, "bolt_%d hexagonal\t%f  12 M8x40 steel-8.8\n", i, i * 0.125);
     }
-    if (std::fclose(file) != 0) std::abort();
+    if (std::fflush(stream) != 0) std::abort();
+    path = "/proc/self/fd/" + std::to_string(fileno(stream));
   }
-  ~TokenFile() { std::remove(path); }
+  ~TokenFile() { std::fclose(stream); }
 
-  char path[32] = "/tmp/packetbenchmarkXXXXXX";
+  std::FILE* stream;
+  std::string path;
   long size = 0;
 };
 
@@ -59,7 +60,7 @@ BENCHMARK_TEMPLATE(readChar, VRELInputStream)->Name("packetReadCharThroughTheBas
 void peerGetcUnlocked(benchmark::State& state) {
   TokenFile const file;
   for (auto _ : state) {
-    std::FILE* const stream = std::fopen(file.path, "r");
+    std::FILE* const stream = std::fopen(file.path.c_str(), "r");
     std::setvbuf(stream, nullptr, _IOFBF, packetSize);
     int sum = 0;
     for (int c = getc_unlocked(stream); c >= 0; c = getc_unlocked(stream)) sum += c;

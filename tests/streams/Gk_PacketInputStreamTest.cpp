@@ -9,7 +9,7 @@
 #include <random>
 #include <string>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 #include "Gk_Source.h"
 #include "Raised.h"

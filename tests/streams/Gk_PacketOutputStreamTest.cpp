@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <memory>
 #include <random>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "StreamText.h"
 #include "VRELStringOutputStream.h"
