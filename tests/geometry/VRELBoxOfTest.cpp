@@ -6,11 +6,13 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
 #include <type_traits>
 
+#include "DoubleBits.h"
 #include "VRELBox2D.h"
 #include "VRELBox3D.h"
 #include "VirtualSlot.h"
@@ -139,6 +141,27 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToPointsBeyondTheTolerance) {
   this->ExpectBox(box, this->At(0, -3, 0), this->At(2, 1, 1));
   EXPECT_TRUE(box.ExtendTo(this->At(-1, 5, 9)));
   this->ExpectBox(box, this->At(-1, -3, 0), this->At(2, 5, 9));
+}
+
+TYPED_TEST(VRELBoxOfTest, ExtendsAsItsDomainsDo) {
+  std::mt19937 random(808);
+  // Few numbers, so that many fall on an end or beside it.
+  double const numbers[] = {-1, -1e-10, -1e-11, 0, -0.0, 1e-11, 1e-10, 2e-10, 1, 1 + 1e-11, infinity, notANumber};
+  auto const number = [&] { return numbers[random() % std::size(numbers)]; };
+  for (int round = 0; round < 3000; ++round) {
+    typename TestFixture::TheBox box;
+    Gk_Domain model[TypeParam::axes];
+    for (int step = 0; step < 5; ++step) {
+      auto const point = this->At(number(), number(), number());
+      bool changed = false;
+      for (int i = 0; i < TypeParam::axes; ++i) changed = model[i].extend(point.GetCoordinates()[i]) || changed;
+      ASSERT_EQ(box.ExtendTo(point), changed);
+      for (int i = 0; i < TypeParam::axes; ++i) {
+        ASSERT_EQ(Bits(box.low().GetCoordinates()[i]), Bits(model[i].low()));
+        ASSERT_EQ(Bits(box.high().GetCoordinates()[i]), Bits(model[i].high()));
+      }
+    }
+  }
 }
 
 TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {

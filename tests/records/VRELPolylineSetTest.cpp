@@ -85,6 +85,18 @@ TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
+TEST(VRELPolylineSetTest, ACopyHoldsTheSameArrays) {
+  VRELPolylineSet source(1);
+  source.SetData(2, points, 1, polylines, 3, colors);
+  VRELPolylineSet const copy(source);
+  source = VRELPolylineSet(7);
+  EXPECT_EQ(copy.GetKey(), 1);
+  EXPECT_EQ(DataOf(copy).pointCount, 2);
+  EXPECT_EQ(DataOf(copy).points, points);
+  EXPECT_EQ(source.GetKey(), 7);
+  EXPECT_EQ(DataOf(source).points, nullptr);
+}
+
 TEST(VRELPolylineSetTest, CountsAndArraysAreNotLookedAt) {
   VRELPolylineSet set(1);
   constexpr int largest = std::numeric_limits<int>::max();

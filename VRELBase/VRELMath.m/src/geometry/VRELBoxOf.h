@@ -41,6 +41,7 @@ class VRELBoxOf : public VRELBox {
   // True if an axis changed: an empty box becomes the point; a point inside, or within the tolerance, changes nothing.
   virtual bool ExtendTo(Point const& point) {
     double const* const p = point.GetCoordinates();
+    if (IsBetweenCorners(p)) return false;
     bool changed = false;
     for (int i = 0; i < N; ++i) changed = domain[i].extend(p[i]) || changed;
     return changed;
@@ -106,5 +107,13 @@ class VRELBoxOf : public VRELBox {
   VRELBoxOf& operator=(VRELBoxOf const&) noexcept = default;
 
  private:
+  // Whether that is plain without a look at the tolerances, as for most points of a large number. All axes are set
+  // together.
+  bool IsBetweenCorners(double const* p) const noexcept {
+    bool between = domain[0].isFinite();
+    for (int i = 0; i < N; ++i) between = between && domain[i].low() <= p[i] && p[i] <= domain[i].high();
+    return between;
+  }
+
   Gk_Domain domain[N];
 };

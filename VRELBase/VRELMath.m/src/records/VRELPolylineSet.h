@@ -11,8 +11,9 @@ class VREL_EXPORT VRELPolylineSet {
  public:
   // Counts of 0 and null arrays.
   explicit VRELPolylineSet(int key) noexcept;
-  VRELPolylineSet(VRELPolylineSet const&) = delete;
-  VRELPolylineSet& operator=(VRELPolylineSet const&) = delete;
+  // A copy has the key, and holds the same arrays.
+  VRELPolylineSet(VRELPolylineSet const&) noexcept = default;
+  VRELPolylineSet& operator=(VRELPolylineSet const&) noexcept = default;
   // Frees none of the arrays, which is promised: SetData, which never owns them, is the only way to bring them.
   virtual ~VRELPolylineSet();
 
