@@ -224,6 +224,7 @@
 
 // Geometry.
 #include "Gk_Domain.h"
+#include "VREL4x4Matrix.h"
 #include "VRELAffine.h"
 #include "VRELAffine2D.h"
 #include "VRELAffine3D.h"
@@ -233,6 +234,8 @@
 #include "VRELBox3D.h"
 #include "VRELBoxOf.h"
 #include "VRELDirectionf.h"
+#include "VRELMath3x3Matrixf.h"
+#include "VRELMatrixOf.h"
 #include "VRELMorph.h"
 #include "VRELMorph2D.h"
 #include "VRELMorph3D.h"

@@ -58,6 +58,14 @@ TEST(VRELStartupTest, NamesComeUpBeforeUnitsAndBus) {
   EXPECT_LT(place("Gk_Unit::uinch"), place("VRELEventBus::_eventBus"));
 }
 
+TEST(VRELStartupTest, TheMatrixConstantComesUpBetweenUnitsAndHeaderKeys) {
+  std::vector<std::string> const actual = ComingUp();
+  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(place("VREL4x4MatrixI"), actual.end());
+  EXPECT_LT(place("Gk_Unit::uinch"), place("VREL4x4MatrixI"));
+  EXPECT_LT(place("VREL4x4MatrixI"), place("VRELFileHeader::MODIFICATION_DATE"));
+}
+
 // What comes up later goes down earlier.
 TEST(VRELStartupTest, LoggersGoDownBeforeTheBus) {
   std::vector<std::string> const actual = ComingUp();

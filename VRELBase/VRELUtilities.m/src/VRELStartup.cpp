@@ -4,6 +4,7 @@
 
 #include "Gk_ObservableDoc.h"
 #include "Gk_Unit.h"
+#include "VREL4x4Matrix.h"
 #include "VRELConsoleLogger.h"
 #include "VRELError.h"
 #include "VRELEventBus.h"
@@ -62,6 +63,8 @@ Gk_Unit const Gk_Unit::micr("micron", 0.001);
 Gk_Unit const Gk_Unit::deci("decimeter", 100.0);
 Gk_Unit const Gk_Unit::km("km", 1e6);
 Gk_Unit const Gk_Unit::uinch("microinch", 2.5399999999999997e-5);
+
+VREL4x4Matrix const VREL4x4MatrixI;
 
 VRELPointf const VRELPointOf(0.0F, 0.0F, 0.0F);
 VRELVectorf const VRELNullVectorf(0.0F, 0.0F, 0.0F);
