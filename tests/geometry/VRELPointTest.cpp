@@ -9,6 +9,7 @@
 #include "Coordinates.h"
 #include "PollsAbort.h"
 #include "StreamText.h"
+#include "VRELMorph3D.h"
 #include "VRELPoint2D.h"
 #include "VRELPoint2DHandle.h"
 #include "VRELPoint3D.h"

@@ -17,16 +17,6 @@ constexpr double noLength = 1e-15;
 constexpr float lowestUnit = 0.999999F;
 constexpr float highestUnit = 1.000001F;
 
-// Rows of a times b. Each sum is taken from left to right.
-void MultiplyRows(float const* a, float const* b, float* product) noexcept {
-  for (int row = 0; row < 16; row += 4) {
-    for (int column = 0; column < 4; ++column) {
-      product[row + column] =
-          a[row] * b[column] + a[row + 1] * b[column + 4] + a[row + 2] * b[column + 8] + a[row + 3] * b[column + 12];
-    }
-  }
-}
-
 VRELVectorf FromOrigin(VRELPointf const& point) noexcept {
   return VRELVectorf(point.X(), point.Y(), point.Z());
 }
@@ -185,14 +175,6 @@ bool VREL4x4Matrix::IsIdentity() const noexcept {
 
 VREL4x4Matrix& VREL4x4Matrix::operator*=(VREL4x4Matrix const& m) noexcept {
   return *this = *this * m;
-}
-
-VREL4x4Matrix VREL4x4Matrix::operator*(VREL4x4Matrix const& m) const noexcept {
-  VREL4x4Matrix product(Zeros{});
-  MultiplyRows(element, m.element, product.element);
-  product.determinant = determinant * m.determinant;
-  product.scaling = scaling * m.scaling;
-  return product;
 }
 
 void VREL4x4Matrix::GetInvertedMatrix(VREL4x4Matrix& out) const noexcept {

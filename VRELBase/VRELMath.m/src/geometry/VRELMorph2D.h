@@ -2,6 +2,7 @@
 #pragma once
 
 #include "VRELAffine2D.h"
+#include "VRELApplyMorph.h"
 #include "VRELExport.h"
 #include "VRELMorphOf.h"
 #include "VRELPoint2D.h"
@@ -34,3 +35,7 @@ class VREL_EXPORT VRELMorph2D : public VRELMorphOf<VRELMorph2D, VRELAffine2D, VR
   // Makes out the morph that runs `other` first and then this.
   void Multiply(VRELMorph const& other, VRELMorph& out) const override;
 };
+
+inline void VRELPoint2D::Transform(VRELMorph2D const& morph, bool noTranslation) {
+  vrelApplyMorph<2>(morph, noTranslation, 1.0, ChangeCoordinates());
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "VRELAffine3D.h"
+#include "VRELApplyMorph.h"
 #include "VRELExport.h"
 #include "VRELMorphOf.h"
 #include "VRELPoint3D.h"
@@ -41,6 +42,10 @@ class VREL_EXPORT VRELMorph3D : public VRELMorphOf<VRELMorph3D, VRELAffine3D, VR
   // Makes out the morph that runs this first and then `other`.
   void Multiply(VRELMorph const& other, VRELMorph& out) const override;
 };
+
+inline void VRELPoint3D::Transform(VRELMorph3D const& morph, bool noTranslation) {
+  vrelApplyMorph<3>(morph, noTranslation, 1.0, ChangeCoordinates());
+}
 
 // VRELPoint3D::Transform for three doubles, in place.
 VREL_EXPORT void Transform(double& x, double& y, double& z, VRELMorph3D const& morph, bool noTranslation);

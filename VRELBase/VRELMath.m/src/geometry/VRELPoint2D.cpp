@@ -14,7 +14,3 @@ VRELPoint2D::~VRELPoint2D() = default;
 void VRELPoint2D::Transform(VRELAffine2D const& affine) {
   vrelApplyAffine<2>(affine, ChangeCoordinates());
 }
-
-void VRELPoint2D::Transform(VRELMorph2D const& morph, bool noTranslation) {
-  vrelApplyMorph<2>(morph, noTranslation, 1.0, ChangeCoordinates());
-}

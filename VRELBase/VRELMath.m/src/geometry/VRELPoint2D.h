@@ -19,8 +19,9 @@ class VREL_EXPORT VRELPoint2D : public VRELPlainPoint<VRELPoint2D, 2> {
   VRELPoint2D& operator=(VRELPoint2D const& other) noexcept = default;
   ~VRELPoint2D() override;
 
-  // Replaces p by A p.
-  virtual void Transform(VRELAffine2D const& affine);
+  // Replaces p by A p. Neither form can be overridden, so that a call is as fast as that of a plain function.
+  virtual void Transform(VRELAffine2D const& affine) final;
   // Replaces p by s (A p) + t, or by s (A p). The flags of the morph, and not its numbers, tell what is applied.
-  virtual void Transform(VRELMorph2D const& morph, bool noTranslation);
+  // Inline: include VRELMorph2D.h, which defines it, for a call.
+  VREL_EXPORT virtual inline void Transform(VRELMorph2D const& morph, bool noTranslation) final;
 };

@@ -28,10 +28,6 @@ void VRELPoint3D::Transform(VRELAffine3D const& affine) {
   vrelApplyAffine<3>(affine, ChangeCoordinates());
 }
 
-void VRELPoint3D::Transform(VRELMorph3D const& morph, bool noTranslation) {
-  vrelApplyMorph<3>(morph, noTranslation, 1.0, ChangeCoordinates());
-}
-
 void VRELGetDoublesFromVRELPoint3D(VRELPoint3D const& point, double* out) noexcept {
   if (out != nullptr) std::copy_n(point.GetCoordinates(), 3, out);
 }

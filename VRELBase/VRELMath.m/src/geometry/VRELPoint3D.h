@@ -24,10 +24,11 @@ class VREL_EXPORT VRELPoint3D : public VRELPlainPoint<VRELPoint3D, 3> {
   // The cross product.
   static VRELPoint3D VectorProduct(VRELPoint3D const& a, VRELPoint3D const& b) noexcept;
 
-  // Replaces p by A p.
-  virtual void Transform(VRELAffine3D const& affine);
+  // Replaces p by A p. Neither form can be overridden, so that a call is as fast as that of a plain function.
+  virtual void Transform(VRELAffine3D const& affine) final;
   // Replaces p by s (A p) + t, or by s (A p). The flags of the morph, and not its numbers, tell what is applied.
-  virtual void Transform(VRELMorph3D const& morph, bool noTranslation);
+  // Inline: include VRELMorph3D.h, which defines it, for a call.
+  VREL_EXPORT virtual inline void Transform(VRELMorph3D const& morph, bool noTranslation) final;
 };
 
 // Copies the three coordinates out; does nothing for null.
