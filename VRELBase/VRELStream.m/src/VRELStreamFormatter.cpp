@@ -1,6 +1,7 @@
 #include "VRELStreamFormatter.h"
 
 #include <algorithm>
+#include <charconv>
 #include <climits>
 #include <clocale>
 #include <cstdarg>
@@ -20,6 +21,9 @@
 
 namespace {
 
+constexpr char defaultIntFormat[] = "%d";
+constexpr char defaultUnsignedIntFormat[] = "%u";
+constexpr char defaultLongFormat[] = "%ld";
 constexpr char defaultUnsignedLongFormat[] = "%ul";
 
 // The number that an int format shows for an address.
@@ -102,20 +106,32 @@ void VRELStreamFormatter::dumpNumber(char const* pattern, Arguments... arguments
   if (output != nullptr && print(pattern, arguments...)) writeText(numberText);
 }
 
+// The default formats write what to_chars writes, which is many times faster.
+template <class Integer>
+void VRELStreamFormatter::dumpInteger(char const* pattern, char const* defaultPattern, Integer value) {
+  if (pattern != defaultPattern || output == nullptr) {
+    dumpNumber(pattern, value);
+    return;
+  }
+  char* const end = std::to_chars(numberText, numberText + sizeof numberText - 1, value).ptr;
+  *end = '\0';
+  output->write(numberText, static_cast<int>(end - numberText));
+}
+
 void VRELStreamFormatter::dump(char value) {
   if (output != nullptr) output->writeChar(value);
 }
 
 void VRELStreamFormatter::dump(int value) {
-  dumpNumber(intFormat, value);
+  dumpInteger(intFormat, defaultIntFormat, value);
 }
 
 void VRELStreamFormatter::dump(unsigned int value) {
-  dumpNumber(unsignedIntFormat, value);
+  dumpInteger(unsignedIntFormat, defaultUnsignedIntFormat, value);
 }
 
 void VRELStreamFormatter::dump(long value) {
-  dumpNumber(longFormat, value);
+  dumpInteger(longFormat, defaultLongFormat, value);
 }
 
 void VRELStreamFormatter::dump(unsigned long value) {
@@ -209,10 +225,10 @@ VRELOutputStream* VRELStreamFormatter::installOutputStream(VRELOutputStream* str
 
 void VRELStreamFormatter::resetFormat() noexcept {
   doubleFormat = "%lf";
-  intFormat = "%d";
-  unsignedIntFormat = "%u";
+  intFormat = defaultIntFormat;
+  unsignedIntFormat = defaultUnsignedIntFormat;
   unsignedLongFormat = defaultUnsignedLongFormat;
-  longFormat = "%ld";
+  longFormat = defaultLongFormat;
   trailingZerosFormat = VREL_TRAILING_ZEROS_KEPT;
 }
 

@@ -120,6 +120,8 @@ class VREL_EXPORT VRELStreamFormatter {
   bool print(char const* pattern, Arguments... arguments);
   template <class... Arguments>
   void dumpNumber(char const* pattern, Arguments... arguments);
+  template <class Integer>
+  void dumpInteger(char const* pattern, char const* defaultPattern, Integer value);
   void dumpConverted(VRELString const& text);
 
   VRELOutputStream* output;
