@@ -4,12 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "Formats.h"
 #include "OptionVocabulary.h"
 #include "VRELArgs.h"
 
 namespace {
 
-enum Meaning { ShowHelp, ShowVersion, ReadOptions, SetOption };
+enum Meaning { ShowHelp, ShowVersion, ReadOptions, SetOption, WriteFormat, ShowProgress, BeQuiet, ListOnly };
 
 struct Option {
   char const* name;
@@ -23,6 +24,10 @@ constexpr Option OPTIONS[] = {
     {"version", nullptr, ShowVersion},
     {"options", "FILE", ReadOptions},
     {"set", "NAME=VALUE", SetOption},
+    {"write", "html, text or step", WriteFormat},
+    {"progress", nullptr, ShowProgress},
+    {"quiet", nullptr, BeQuiet},
+    {"list", nullptr, ListOnly},
 };
 
 // The names as VRELArgs takes them: texts that could be written to, a ":" behind those with an argument, and each once
@@ -64,18 +69,37 @@ class Reading {
       if (!onlyFiles && text == "--") {
         onlyFiles = true;
       } else if (onlyFiles || text == "-" || text.substr(0, 1) != "-") {
-        ++words;
-        line.file = text;
-        line.action = CommandLine::Translate;
+        files.emplace_back(text);
       } else if (!TakeOption(word)) {
         return std::move(line);
       }
     }
-    if (words != 1) Refuse("expected one file, found " + std::to_string(words) + " arguments", "");
+    TakeFiles();
     return std::move(line);
   }
 
  private:
+  void TakeFiles() {
+    bool const standsAlone = line.action == CommandLine::Help || line.action == CommandLine::Version;
+    std::string const found = ", found " + std::to_string(files.size()) + " files";
+    if (standsAlone) {
+      if (!files.empty() || lonely != 1) Refuse("expected nothing but options beside -help or -version", "");
+    } else if (isListing && files.size() != 1) {
+      Refuse("expected one INPUT beside -list" + found, "");
+    } else if (files.empty() || files.size() > 2) {
+      Refuse("expected INPUT and at most one OUTPUT" + found, "");
+    } else {
+      line.action = isListing ? CommandLine::List : CommandLine::Translate;
+      line.input = files[0];
+      if (files.size() == 2) TakeOutput(files[1]);
+    }
+  }
+
+  void TakeOutput(std::string const& path) {
+    line.output = path;
+    if (path.empty()) Refuse("expected a name for OUTPUT, found nothing", "");
+  }
+
   bool TakeOption(char* word) {
     Option const* const option = table.Find(args, word);
     if (option == nullptr) {
@@ -87,16 +111,32 @@ class Reading {
     switch (option->meaning) {
       case ShowHelp:
       case ShowVersion:
-        ++words;
+        ++lonely;
         line.action = option->meaning == ShowHelp ? CommandLine::Help : CommandLine::Version;
         return true;
       case ReadOptions:
         line.sources.push_back({OptionSource::File, argument});
         return true;
       case SetOption:
+        return TakeSetting(argument);
+      case WriteFormat:
+        return TakeFormat(argument);
+      case ShowProgress:
+        line.progress = true;
+        return true;
+      case BeQuiet:
+        line.quiet = true;
+        return true;
+      case ListOnly:
         break;
     }
-    return TakeSetting(argument);
+    isListing = true;
+    return true;
+  }
+
+  bool TakeFormat(std::string const& name) {
+    line.target = Format::Named(name);
+    return line.target != nullptr || Refuse("expected html, text or step behind -write, found " + name, "");
   }
 
   bool TakeArgument(Option const& option, std::string& argument) {
@@ -131,7 +171,9 @@ class Reading {
 
   // Gives false.
   bool Refuse(std::string problem, std::string advice) {
+    bool const quiet = line.quiet;
     line = CommandLine();
+    line.quiet = quiet;
     line.problem = std::move(problem);
     line.advice = std::move(advice);
     return false;
@@ -140,7 +182,9 @@ class Reading {
   OptionTable table;
   VRELArgs args;
   CommandLine line;
-  int words = 0;  // files and options that stand alone
+  std::vector<std::string> files;
+  int lonely = 0;  // options that stand alone
+  bool isListing = false;
 };
 
 }  // namespace
@@ -150,5 +194,17 @@ CommandLine CommandLine::Read(int count, char** arguments) {
 }
 
 char const* CommandLine::Usage() {
-  return "usage: brivet [-options FILE] [-set NAME=VALUE]... FILE | --help | --version\n";
+  return "usage: brivet [options] INPUT [OUTPUT]; brivet --help tells more\n";
+}
+
+Format const& CommandLine::Target() const {
+  if (target != nullptr) return *target;
+  Format const* const told = Format::OfOutput(output);
+  return told != nullptr ? *told : Format::Page();
+}
+
+std::string CommandLine::OutputPath() const {
+  if (!output.empty()) return output;
+  std::string const name(input == "-" ? "stdin" : BaseNameOf(input));
+  return name.substr(0, name.size() - ExtensionOf(name).size()) + Target().extension;
 }

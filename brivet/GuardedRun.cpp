@@ -1,30 +1,36 @@
 #include "GuardedRun.h"
 
+#include <exception>
 #include <new>
+#include <string>
 
 #include "Gk_Exception.h"
+#include "InputError.h"
 #include "ProblemReport.h"
-#include "StepError.h"
 #include "VRELAbortException.h"
 #include "VRELAllocException.h"
 #include "VRELError.h"
 
-VRINResult RunGuarded(std::string const& subject, std::function<void()> const& work) {
+VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> const& work) {
   int const errorsBefore = VRELError::GetErrorCount();
   try {
-    work();
-    return VRELError::GetErrorCount() == errorsBefore ? VREL_S_OK : VREL_E_FAIL;
-  } catch (StepError const& error) {
+    VRINResult const result = work();
+    bool const isUnsound = result.IsSuccess() && VRELError::GetErrorCount() != errorsBefore;
+    return isUnsound ? VRINResult(VREL_E_FAIL) : result;
+  } catch (InputError const& error) {
     ReportProblem(error.line == 0 ? subject : subject + ":" + std::to_string(error.line), error.text);
     return error.result;
   } catch (VRELAbortException const&) {
-    ReportProblem(subject, "expected the end of the file, found a request to stop");
+    ReportProblem(subject, "expected the end of the work, found a request to stop");
     return VREL_E_ABORTED;
   } catch (Gk_Exception const&) {
     return VREL_E_FAIL;
   } catch (std::bad_alloc const&) {
   } catch (VRELAllocException const&) {
+  } catch (std::exception const& error) {
+    ReportProblem(subject, std::string("expected to get on, found ") + error.what() + "; report this with the file");
+    return VREL_E_UNEXPECTED;
   }
-  ReportProblem(subject, "expected more memory, found no more");
+  ReportProblem(subject, "expected more memory, found no more; close other programs or split the file");
   return VREL_E_UNEXPECTED;
 }

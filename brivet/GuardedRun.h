@@ -9,10 +9,12 @@
 // Does the work and tells how it ended. What the work throws is reported by ReportProblem, once and with the subject in
 // front, and becomes a result:
 //
-//   StepError                          its result, the subject followed by its line
+//   InputError                          its result, the subject followed by its line
 //   VRELAbortException                 VREL_E_ABORTED
 //   std::bad_alloc, VRELAllocException VREL_E_UNEXPECTED
+//   another std::exception             VREL_E_UNEXPECTED
 //   Gk_Exception                       VREL_E_FAIL, without a report: it was told when it was raised
 //
-// Work that comes to its end is VREL_S_OK or, when an error was told on the way (see VRELErrorTracker), VREL_E_FAIL.
-VRINResult RunGuarded(std::string const& subject, std::function<void()> const& work);
+// Work that comes to its end gives its own result or, where that is a success and an error was told on the way (see
+// VRELErrorTracker), VREL_E_FAIL.
+VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> const& work);

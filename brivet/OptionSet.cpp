@@ -42,7 +42,7 @@ VRINResult OptionSet::Add(OptionSource const& source) {
 
 VRINResult OptionSet::AddFile(std::string const& path) {
   bool isGood = false;
-  VRINResult const result = RunGuarded(path, [&] {
+  VRINResult const result = RunGuarded(path, [&]() -> VRINResult {
     OptionsFile const file = OptionsFile::Read(path);
     for (OptionsFile::Problem const& problem : file.problems) ReportProblem(Place(path, problem.line), problem.text);
     for (OptionsFile::Entry const& entry : file.entries) AddOption(entry.name, entry.value, Place(path, entry.line));
@@ -52,6 +52,7 @@ VRINResult OptionSet::AddFile(std::string const& path) {
                               std::to_string(file.keysInSections) + " below it, which are passed over"});
     }
     isGood = file.problems.empty();
+    return VREL_S_OK;
   });
   return result.IsSuccess() && !isGood ? VRINResult(VREL_E_FAIL) : result;
 }
@@ -63,8 +64,10 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
     ReportProblem(source.Words(), "expected NAME=VALUE");
     return VREL_E_INVALID_ARGUMENT;
   }
-  return RunGuarded(source.Words(),
-                    [&] { AddOption(VRELString(name.c_str()), VRELString(value.c_str()), source.Words()); });
+  return RunGuarded(source.Words(), [&] {
+    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), source.Words());
+    return VRINResult(VREL_S_OK);
+  });
 }
 
 void OptionSet::AddOption(VRELString const& name, VRELString const& value, std::string const& origin) {

@@ -30,6 +30,7 @@ class OptionSet {
   VRINResult Add(OptionSource const& source);
 
   VRELOptions const& Store() const { return store; }
+  VRELOptions& Store() { return store; }
   // The sources that were taken, and the warnings about them, in the order in which they came.
   std::vector<OptionSource> const& Sources() const { return sources; }
   std::vector<Warning> const& Warnings() const { return warnings; }

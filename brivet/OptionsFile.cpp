@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "InputError.h"
 #include "InputFile.h"
-#include "StepError.h"
 #include "VRELCfgFile.h"
 
 namespace {
@@ -96,8 +96,8 @@ OptionsFile OptionsFile::Read(std::string const& path) {
   while (std::size_t const count = input.Read(block.data(), block.size())) {
     bytes.append(block.data(), count);
     if (bytes.size() > SIZE_LIMIT) {
-      throw StepError{VREL_E_INVALID_FILE, 0,
-                      "expected an options file of at most " + std::to_string(SIZE_LIMIT) + " bytes, found more"};
+      throw InputError{VREL_E_INVALID_FILE, 0,
+                       "expected an options file of at most " + std::to_string(SIZE_LIMIT) + " bytes, found more"};
     }
   }
   return Parse(std::move(bytes));

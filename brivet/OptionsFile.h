@@ -30,7 +30,7 @@ struct OptionsFile {
   std::size_t firstLineInSections = 0;  // of these keys; 0 where there are none
 
   // Reads a regular file, a pipe or a device to its end; a UTF-8 byte order mark in front is passed over. Throws
-  // StepError, as InputFile does, and with VREL_E_INVALID_FILE for more than SIZE_LIMIT bytes.
+  // InputError, as InputFile does, and with VREL_E_INVALID_FILE for more than SIZE_LIMIT bytes.
   static OptionsFile Read(std::string const& path);
   // The same with the bytes of a file.
   static OptionsFile Parse(std::string bytes);

@@ -1,4 +1,4 @@
-// The log of one run.
+// The logs of one run.
 #pragma once
 
 #include <optional>
@@ -7,14 +7,21 @@
 
 #include "VRELLogFileWrapper.h"
 
-// Writes "brivet_read.log" in the current directory, as VRELLogFileWrapper does, for as long as it is in scope; what
-// the file held before is lost. A log that cannot be written, or that would overwrite one of the files which the run
-// reads or the standard streams go to, is left out with one warning: the run matters more.
+// Writes "brivet_read.log" or "brivet_write.log" in the current directory, as VRELLogFileWrapper does, for as long as
+// it is in scope; what the file held before is lost. A log that cannot be written, or that would overwrite one of the
+// files of the run or what the standard streams go to, is left out with one warning: the run matters more.
 class RunLog {
  public:
-  explicit RunLog(std::vector<std::string> const& filesToRead);
+  enum Half { Read, Write };
+
+  // The files are those that the run reads and writes; they need not exist.
+  RunLog(Half half, std::vector<std::string> const& filesOfRun);
 
   bool IsWriting() const { return log.has_value(); }
+
+  // Removes the log of an earlier run, so that it is not taken for one of this run: a regular file that is none of the
+  // files of the run.
+  static void RemoveOld(Half half, std::vector<std::string> const& filesOfRun);
 
  private:
   std::optional<VRELLogFileWrapper> log;

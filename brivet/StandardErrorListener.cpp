@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "ProgressBar.h"
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 
@@ -29,7 +30,7 @@ std::string TextOf(VRELEvent& event) {
 
 }  // namespace
 
-StandardErrorListener::StandardErrorListener() {
+StandardErrorListener::StandardErrorListener(ProgressBar* progressBar) : bar(progressBar) {
   VRELEventBus::GetEventBus()->AddListener(this);
 }
 
@@ -40,5 +41,6 @@ StandardErrorListener::~StandardErrorListener() {
 void StandardErrorListener::HandleEvent(VRELEvent& event) {
   bool const isWarning = event.IsA("VRELWarningEvent");
   if (!isWarning && !event.IsA("VRELErrorEvent")) return;
+  if (bar != nullptr) bar->Hide();
   std::fprintf(stderr, "brivet: %s%s\n", isWarning ? "warning: " : "", OneLine(TextOf(event)).c_str());
 }

@@ -3,6 +3,8 @@
 
 #include "VRELEventListener.h"
 
+class ProgressBar;
+
 // Writes each error and each warning that is sent on the bus to standard error, from construction to destruction:
 //
 //   brivet: part.stp:12: expected ; behind #4, found #5
@@ -13,10 +15,14 @@
 // message of its code. Other events are passed over.
 class StandardErrorListener : public VRELEventListener {
  public:
-  StandardErrorListener();
+  // The bar, if there is one, makes way for each line.
+  explicit StandardErrorListener(ProgressBar* progressBar = nullptr);
   ~StandardErrorListener() override;
   StandardErrorListener(StandardErrorListener const&) = delete;
   StandardErrorListener& operator=(StandardErrorListener const&) = delete;
 
   void HandleEvent(VRELEvent& event) override;
+
+ private:
+  ProgressBar* bar;
 };

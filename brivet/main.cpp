@@ -1,85 +1,121 @@
-// brivet: reads an ISO 10303-21 file by the options of its user, and tells what the file says about itself.
+// brivet: reads a document by one format module and writes it by another, by the options of its user.
+#include <unistd.h>
+
 #include <clocale>
 #include <cstdio>
+#include <optional>
 #include <string>
+#include <utility>
 
+#include "AbortSignals.h"
 #include "CommandLine.h"
+#include "GuardedRun.h"
+#include "Job.h"
 #include "OptionSet.h"
 #include "ProblemReport.h"
+#include "ProgressBar.h"
 #include "StandardErrorListener.h"
 #include "StandardOutput.h"
+#include "ToldProgress.h"
 #include "Translation.h"
 #include "VRELErrorTracker.h"
+#include "VRELLibraryManager.h"
 
 namespace {
 
 constexpr int USAGE_STATUS = 2;
 
 constexpr char HELP[] =
-    R"(brivet [-options FILE] [-set NAME=VALUE]... FILE
+    R"(brivet [options] INPUT [OUTPUT]
 
-Reads an ISO 10303-21 (STEP) clear text file and prints, in UTF-8:
+Translates an ISO 10303-21 (STEP) clear text file to a page that people browse,
+to plain text, or to STEP again:
 
-  - the strings of its header, decoded, each behind the name of its parameter:
-    File Name, Author, Organization, and the others as the format names them
-  - how many data sections and entity instances it holds
-  - every string with an escape, such as \S\| or \X2\30D6\X0\, decoded, with
-    the line where it begins and the instance that holds it
+  $ brivet bracket.stp
+  bracket.html: 232 instances of 41 types from bracket.stp
 
-Example:
-
-  $ brivet bracket.stp | grep schema
-  schema_identifiers       : AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }
+Without OUTPUT the result lies in the current directory, under INPUT's name
+with another extension. - stands for standard input, or standard output.
 
 Options, which may be shortened, as in -h or -vers:
 
-  -options FILE        takes the options of the translation from a file
-  -set NAME=VALUE      sets one of them; what comes later wins, file or not
-  --help, -help        prints this page
-  --version, -version  prints the version
-  --                   what follows is a file, even if it begins with -
+  -write html|text|step  what to write (default: by OUTPUT's extension, else
+                         html)
+  -list                  prints what would be translated, with counts by type,
+                         and stops
+  -options FILE          takes the options of the translation from a file
+  -set NAME=VALUE        sets one of them; what comes later wins, file or not
+  -progress              shows a bar on standard error, which is the default on
+                         a terminal
+  -quiet                 prints nothing at all; the exit status tells
+  --help, -help          prints this page
+  --version, -version    prints the version
+  --                     what follows are files, even if they begin with -
 
 An options file holds a line NAME=VALUE for each option; lines that begin with
 # or ; are comments:
 
   $ cat base.cfg
   # for all parts of the drawing office
-  ConvertAttributes = On
-  Step.*.Reader.ConvertAttributes = Off
-  $ brivet -options base.cfg -set SewTolerance=0.01 bracket.stp
+  AuthorName = "drawing office"
+  Step.*.Writer.FileLineLength = 80
+  $ brivet -options base.cfg -set SendingSystemName=cad7 bracket.stp new.stp
 
 A value is a whole number, a real number, On or Off, or else a text, which may
 stand in double quotes. A name is one that the family knows, alone or behind a
 component, a representation and a direction; * stands for any. A name that is
 not known is set all the same, with a warning that tells those closest to it.
 
-The log of the run is written to brivet_read.log in the current directory: the
-options, the header of the file, each task with its result, and all warnings
-and errors. VRELLogLevel in the environment sets how much: ALL, DEBUG, TEST,
-VERBOSE, INFO (as long as it is not set), ERROR, ABORT or NONE.
+The log of the run is written to brivet_read.log in the current directory, and
+its writing half once more to brivet_write.log. Variables of the environment:
 
-Bytes beyond ASCII in a string are read as UTF-8 or, where they are none, in
-the encoding of the locale.
+  VRELLogLevel    how much is logged: ALL, DEBUG, TEST, VERBOSE, INFO (as long
+                  as it is not set), ERROR, ABORT or NONE
+  VRELTaskTiming  On: the log ends with the time that each task took
 
-Exit status: 0 when all is well. 1 for an options file with errors, 2 for a
-wrong command line, 13 for a file that is not there, 14 for one that cannot be
+The output comes into its place when it is whole: a run that fails leaves what
+was there. Ctrl-C stops the run within a second.
+
+Exit status: 0 when all is well, and when parts of the document were left out,
+each with a warning. 1 for an options file with errors, 2 for a wrong command
+line, 3 for a run that was stopped, 4 for a module that is missing, 7 when
+memory is short, 13 for a file that is not there, 14 for one that cannot be
 read, 15 when the output cannot be written, 21 for a file that breaks the
-format. Each problem is one line on standard error, and then nothing is
-printed on standard output:
+format. Each problem is one line on standard error:
 
-  brivet: part.stp:12: expected ; behind #4, found #5
+  brivet: warning: part.stp:12: expected ; behind #4, found #5; ...
 )";
 
 int StatusOf(VRINResult result) {
   return static_cast<int>(result.GetReturnCode());
 }
 
+int Print(std::string const& page) {
+  return StatusOf(RunGuarded("standard output", [&page] { return PrintPage(page); }));
+}
+
+Job JobOf(CommandLine const& line) {
+  Job job;
+  job.input = line.input;
+  job.prints = !line.quiet;
+  if (line.action == CommandLine::List) return job;
+  job.target = &line.Target();
+  job.output = line.OutputPath();
+  return job;
+}
+
 // All that is wrong with the options is told before the run is given up.
-VRINResult Translate(CommandLine const& line) {
+int Translate(CommandLine const& line) {
+  AbortOnSignals();
   OptionSet options;
   VRINResult result = VREL_S_OK;
   for (OptionSource const& source : line.sources) result &= options.Add(source);
-  return result.IsSuccess() ? Translation(line.file, options).Run() : result;
+  if (result.IsSuccess()) {
+    ToldProgress progress;
+    result = Translation(JobOf(line), options, progress).Run();
+  }
+  VRELLibraryManager::FreeLibraries();
+  return StatusOf(result);
 }
 
 int Refuse(CommandLine const& line) {
@@ -88,7 +124,7 @@ int Refuse(CommandLine const& line) {
   } else {
     ReportProblem(line.problem, line.advice);
   }
-  std::fputs(CommandLine::Usage(), stderr);
+  if (!line.quiet) std::fputs(CommandLine::Usage(), stderr);
   return USAGE_STATUS;
 }
 
@@ -98,15 +134,19 @@ int main(int count, char** arguments) {
   ReserveStandardStreams();
   std::setlocale(LC_ALL, "");
   VRELErrorTracker::Initialize();
-  StandardErrorListener const listener;
   CommandLine const line = CommandLine::Read(count, arguments);
+  std::optional<ProgressBar> bar;
+  if (!line.quiet && (line.progress || isatty(STDERR_FILENO) != 0)) bar.emplace();
+  std::optional<StandardErrorListener> listener;
+  if (!line.quiet) listener.emplace(bar ? &*bar : nullptr);
   switch (line.action) {
     case CommandLine::Translate:
-      return StatusOf(Translate(line));
+    case CommandLine::List:
+      return Translate(line);
     case CommandLine::Help:
-      return StatusOf(PrintPage(HELP));
+      return Print(HELP);
     case CommandLine::Version:
-      return StatusOf(PrintPage("brivet " BRIVET_VERSION "\n"));
+      return Print("brivet " BRIVET_VERSION "\n");
     case CommandLine::Refuse:
       break;
   }

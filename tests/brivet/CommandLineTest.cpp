@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "Formats.h"
+
 namespace {
 
 CommandLine Read(std::vector<std::string> words) {
@@ -27,7 +29,7 @@ TEST(CommandLineTest, TakesAFile) {
     SCOPED_TRACE(row.file);
     CommandLine const line = Read(row.words);
     EXPECT_EQ(line.action, CommandLine::Translate);
-    EXPECT_EQ(line.file, row.file);
+    EXPECT_EQ(line.input, row.file);
   }
 }
 
@@ -52,17 +54,21 @@ TEST(CommandLineTest, RefusesAnUnknownOption) {
   }
 }
 
-TEST(CommandLineTest, RefusesAnythingButOneArgument) {
+TEST(CommandLineTest, RefusesAnythingButOneOrTwoFiles) {
   struct Row {
     std::vector<std::string> words;
     char const* problem;
   };
-  Row const rows[] = {{{}, "expected one file, found 0 arguments"},
-                      {{"--"}, "expected one file, found 0 arguments"},
-                      {{"a", "b"}, "expected one file, found 2 arguments"},
-                      {{"-h", "a"}, "expected one file, found 2 arguments"},
-                      {{"-h", "-v"}, "expected one file, found 2 arguments"},
-                      {{"a", "--", "-b", "-c"}, "expected one file, found 3 arguments"}};
+  constexpr char LONELY[] = "expected nothing but options beside -help or -version";
+  Row const rows[] = {{{}, "expected INPUT and at most one OUTPUT, found 0 files"},
+                      {{"--"}, "expected INPUT and at most one OUTPUT, found 0 files"},
+                      {{"-quiet"}, "expected INPUT and at most one OUTPUT, found 0 files"},
+                      {{"a", "--", "-b", "-c"}, "expected INPUT and at most one OUTPUT, found 3 files"},
+                      {{"a", ""}, "expected a name for OUTPUT, found nothing"},
+                      {{"-list"}, "expected one INPUT beside -list, found 0 files"},
+                      {{"a", "b", "-list"}, "expected one INPUT beside -list, found 2 files"},
+                      {{"-h", "a"}, LONELY},
+                      {{"-h", "-v"}, LONELY}};
   for (Row const& row : rows) {
     SCOPED_TRACE(row.problem);
     CommandLine const line = Read(row.words);
@@ -73,6 +79,55 @@ TEST(CommandLineTest, RefusesAnythingButOneArgument) {
   EXPECT_EQ(CommandLine::Read(0, nullptr).action, CommandLine::Refuse);
 }
 
+TEST(CommandLineTest, TellsWhatToWriteAndWhere) {
+  struct Row {
+    std::vector<std::string> words;
+    char const* format;
+    char const* output;
+  };
+  Row const rows[] = {
+      {{"a.stp"}, "html", "a.html"},
+      {{"../parts/a.b.STEP"}, "html", "a.b.html"},
+      {{"/parts/a"}, "html", "a.html"},
+      {{".stp"}, "html", ".stp.html"},
+      {{"-"}, "html", "stdin.html"},
+      {{"/dev/stdin", "-w", "step"}, "step", "stdin.stp"},
+      {{"a.stp", "-write", "text"}, "text", "a.txt"},
+      {{"a.stp", "-write", "step"}, "step", "a.stp"},
+      {{"a.stp", "-write", "html"}, "html", "a.html"},
+      {{"a.stp", "b.txt"}, "text", "b.txt"},
+      {{"a.stp", "x.html/b.TEXT"}, "text", "x.html/b.TEXT"},
+      {{"a.stp", "b.step"}, "step", "b.step"},
+      {{"a.stp", "b.p21"}, "step", "b.p21"},
+      {{"a.stp", "b.htm"}, "html", "b.htm"},
+      {{"a.stp", "b.doc"}, "html", "b.doc"},
+      {{"a.stp", "-"}, "html", "-"},
+      {{"a.stp", "b.txt", "-write", "step"}, "step", "b.txt"},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.words));
+    CommandLine const line = Read(row.words);
+    EXPECT_EQ(line.action, CommandLine::Translate);
+    EXPECT_STREQ(line.Target().name, row.format);
+    EXPECT_EQ(line.OutputPath(), row.output);
+  }
+}
+
+TEST(CommandLineTest, TakesWhatTheRunShows) {
+  CommandLine const plain = Read({"a.stp"});
+  EXPECT_FALSE(plain.progress);
+  EXPECT_FALSE(plain.quiet);
+  EXPECT_TRUE(Read({"-progress", "a.stp"}).progress);
+  EXPECT_TRUE(Read({"a.stp", "--quiet"}).quiet);
+  CommandLine const listing = Read({"-l", "-q", "a.stp"});
+  EXPECT_EQ(listing.action, CommandLine::List);
+  EXPECT_TRUE(listing.quiet);
+  // Who wants to hear nothing hears nothing of a wrong line either.
+  CommandLine const wrong = Read({"-quiet", "-nothing"});
+  EXPECT_EQ(wrong.action, CommandLine::Refuse);
+  EXPECT_TRUE(wrong.quiet);
+}
+
 TEST(CommandLineTest, GathersOptionsInTheOrderOfTheLine) {
   CommandLine const line =
       Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=", "--se", "d = e=f ", "-o", ""});
@@ -80,7 +135,7 @@ TEST(CommandLineTest, GathersOptionsInTheOrderOfTheLine) {
   CommandLine const good =
       Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=\"\"", "--se", "d = e=f ", "-o", "", "-set", "a=1"});
   EXPECT_EQ(good.action, CommandLine::Translate);
-  EXPECT_EQ(good.file, "c.stp");
+  EXPECT_EQ(good.input, "c.stp");
   std::vector<std::string> words;
   for (OptionSource const& source : good.sources) words.push_back(source.Words());
   EXPECT_EQ(words, (std::vector<std::string>{"-set a=1", "-options b.cfg", "-set a=\"\"", "-set d = e=f ", "-options ",
@@ -94,8 +149,8 @@ TEST(CommandLineTest, TakesOptionsBesideHelp) {
 }
 
 TEST(CommandLineTest, TakesWordsBehindTheDashesForFiles) {
-  EXPECT_EQ(Read({"--", "-set"}).file, "-set");
-  EXPECT_EQ(Read({"-set", "a=1", "--", "-options"}).file, "-options");
+  EXPECT_EQ(Read({"--", "-set"}).input, "-set");
+  EXPECT_EQ(Read({"-set", "a=1", "--", "-options"}).input, "-options");
 }
 
 TEST(CommandLineTest, RefusesAWrongOption) {
@@ -122,8 +177,9 @@ TEST(CommandLineTest, RefusesAWrongOption) {
       {{"-set", "a.=c", "a.stp"}, "expected a name with something between its dots behind -set, found a.=c", ""},
       {{"-set", "a=", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
       {{"-set", "a= ", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
-      {{"-set", "a=1"}, "expected one file, found 0 arguments", ""},
-      {{"-set", "a=1", "a.stp", "b.stp"}, "expected one file, found 2 arguments", ""},
+      {{"-set", "a=1"}, "expected INPUT and at most one OUTPUT, found 0 files", ""},
+      {{"a.stp", "-write", "pdf"}, "expected html, text or step behind -write, found pdf", ""},
+      {{"a.stp", "-write"}, "expected html, text or step behind -write, found nothing", ""},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.problem);
@@ -132,6 +188,6 @@ TEST(CommandLineTest, RefusesAWrongOption) {
     EXPECT_EQ(line.problem, row.problem);
     EXPECT_EQ(line.advice, row.advice);
     EXPECT_TRUE(line.sources.empty());
-    EXPECT_EQ(line.file, "");
+    EXPECT_EQ(line.input, "");
   }
 }

@@ -11,10 +11,10 @@
 #include <string>
 
 #include "ChildProcess.h"
+#include "InputError.h"
 #include "OpenDescriptors.h"
 #include "ScratchDirectory.h"
-#include "StepError.h"
-#include "TextSource.h"
+#include "TestDocument.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ long CodeOf(std::string const& path) {
     InputFile file(path);
     char block[16];
     file.Read(block, sizeof block);
-  } catch (StepError const& error) {
+  } catch (InputError const& error) {
     EXPECT_EQ(error.line, 0U);
     EXPECT_EQ(error.text.rfind("expected a file that can be read, found: ", 0), 0U) << error.text;
     return error.result;

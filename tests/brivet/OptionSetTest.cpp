@@ -178,8 +178,10 @@ TEST_F(OptionSetTest, ReportsAFileThatCannotBeRead) {
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path("missing")}), VREL_E_FILE_NOT_FOUND);
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path()}), VREL_E_FILE_OPEN);
   EXPECT_EQ(listener.Texts(),
-            (Texts{folder.Path("missing") + ": expected a file that can be read, found: No such file or directory",
-                   folder.Path() + ": expected a file that can be read, found: Is a directory"}));
+            (Texts{folder.Path("missing") +
+                       ": expected a file that can be read, found: No such file or directory; check the name",
+                   folder.Path() + ": expected a file that can be read, found: Is a directory; check what stands "
+                                   "there, and whether you may read it"}));
   EXPECT_TRUE(options.Sources().empty());
 }
 

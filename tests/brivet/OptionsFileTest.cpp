@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "InputError.h"
 #include "ScratchDirectory.h"
-#include "StepError.h"
 
 namespace {
 
@@ -120,13 +120,16 @@ TEST(OptionsFileTest, RefusesWhatItCannotRead) {
   auto const errorOf = [](std::string const& path) -> std::string {
     try {
       OptionsFile::Read(path);
-    } catch (StepError const& error) {
+    } catch (InputError const& error) {
       return std::to_string(error.result.GetReturnCode()) + " " + std::to_string(error.line) + " " + error.text;
     }
     return "";
   };
-  EXPECT_EQ(errorOf(folder.Path("missing")), "13 0 expected a file that can be read, found: No such file or directory");
-  EXPECT_EQ(errorOf(folder.Path()), "14 0 expected a file that can be read, found: Is a directory");
+  EXPECT_EQ(errorOf(folder.Path("missing")),
+            "13 0 expected a file that can be read, found: No such file or directory; check the name");
+  EXPECT_EQ(errorOf(folder.Path()),
+            "14 0 expected a file that can be read, found: Is a directory; check what stands there, and whether you "
+            "may read it");
   EXPECT_EQ(errorOf("/dev/zero"), "21 0 expected an options file of at most 1048576 bytes, found more");
   std::string const whole = "#" + std::string(1022, 'x') + "\n";
   std::string bytes;

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <filesystem>
 
 #include "RecordingListener.h"
@@ -24,7 +25,7 @@ class RunLogTest : public testing::Test {
   // Opens a log, tells something, and gives the warnings on the way.
   Texts Run(std::vector<std::string> const& filesToRead) {
     RecordingListener listener;
-    RunLog const log(filesToRead);
+    RunLog const log(RunLog::Read, filesToRead);
     isWriting = log.IsWriting();
     Texts const texts = listener.Texts();
     VRELInfo::Printf("told");
@@ -96,4 +97,38 @@ TEST_F(RunLogTest, SparesTheFilesThatAreRead) {
     EXPECT_FALSE(isWriting);
     EXPECT_EQ(folder.Read("brivet_read.log"), "a document");
   }
+}
+
+// It is only now that the name stands for a file.
+TEST_F(RunLogTest, SparesAFileThatIsStillToBeWritten) {
+  EXPECT_EQ(Run({"./brivet_read.log"}), Texts{Refusal("a file of this run; rename it to get a log")});
+  EXPECT_FALSE(folder.Has("brivet_read.log"));
+}
+
+TEST_F(RunLogTest, WritesTheOtherHalf) {
+  {
+    RunLog const read(RunLog::Read, {});
+    VRELInfo::Printf("first");
+    RunLog const write(RunLog::Write, {});
+    VRELInfo::Printf("second");
+  }
+  EXPECT_EQ(folder.Read("brivet_read.log"), "Message : first\nMessage : second\n");
+  EXPECT_EQ(folder.Read("brivet_write.log"), "Message : second\n");
+}
+
+TEST_F(RunLogTest, RemovesTheLogOfAnEarlierRun) {
+  folder.Write("brivet_read.log", "r");
+  folder.Write("brivet_write.log", "w");
+  RunLog::RemoveOld(RunLog::Write, {"missing.stp"});
+  EXPECT_TRUE(folder.Has("brivet_read.log"));
+  EXPECT_FALSE(folder.Has("brivet_write.log"));
+  RunLog::RemoveOld(RunLog::Write, {});
+  // Nothing that is no log goes.
+  folder.Write("brivet_write.log", "a document");
+  RunLog::RemoveOld(RunLog::Write, {"brivet_write.log"});
+  EXPECT_EQ(folder.Read("brivet_write.log"), "a document");
+  ASSERT_EQ(rename("brivet_write.log", "a.stp"), 0);
+  ASSERT_EQ(symlink("a.stp", "brivet_write.log"), 0);
+  RunLog::RemoveOld(RunLog::Write, {});
+  EXPECT_TRUE(folder.Has("brivet_write.log"));
 }

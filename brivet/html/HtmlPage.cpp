@@ -1,0 +1,91 @@
+#include "HtmlPage.h"
+
+#include "Gk_HTMLAnchor.h"
+#include "Gk_HTMLTag.h"
+#include "HtmlText.h"
+
+namespace {
+
+using Object = VRELStreamFormatter::VRELStreamFormatterObject;
+using Handle = VRELStreamFormatter::VRELStreamFormatterObjectHandle;
+
+constexpr char STYLE[] =
+    "<META CHARSET=\"us-ascii\">\n"
+    "<STYLE>\n"
+    "BODY { font: 14px/1.5 sans-serif; margin: 2em; }\n"
+    "TABLE { border-collapse: collapse; }\n"
+    "TD { border-bottom: 1px solid #DDD; padding: 0.1em 1em 0.1em 0; vertical-align: top; }\n"
+    "TD[colspan] { border: 0; font-weight: bold; padding-top: 0.8em; }\n"
+    "DIV { font-family: monospace; overflow-wrap: anywhere; }\n"
+    "SMALL { color: #666; }\n"
+    "A { text-decoration: none; }\n"
+    "A[name] { font-weight: bold; }\n"
+    "A:target { background: #FFE680; }\n"
+    "</STYLE>\n";
+
+}  // namespace
+
+HtmlPage::HtmlPage(WatchedStream& target, std::string const& title)
+    : stream(target), formatter(&target, EscapeHtml(title).c_str(), "#FFFFFF") {
+  PutMarkup(STYLE);
+}
+
+void HtmlPage::Put(std::string_view utf8) {
+  AppendHtml(pending, utf8);
+}
+
+void HtmlPage::Flush() {
+  if (!pending.empty()) formatter << pending.c_str();
+  pending.clear();
+}
+
+void HtmlPage::EndLine() {
+  Flush();
+  formatter << formatter.endline();
+}
+
+void HtmlPage::PutDefinition(Id const& id) {
+  Flush();
+  if (id.fits()) {
+    formatter << formatter.define(static_cast<long>(id.number));
+  } else {
+    // The formatter's numbers end with those of a long.
+    std::string const digits(id.digits);
+    formatter << Handle(new Gk_HTMLAnchor(Handle(new Object(digits.c_str())), nullptr));
+  }
+}
+
+void HtmlPage::PutReference(Id const& id) {
+  Flush();
+  if (id.fits()) {
+    formatter << formatter.refer(static_cast<long>(id.number));
+  } else {
+    std::string const digits(id.digits);
+    formatter << Handle(new Gk_HTMLTag(Handle(new Object(digits.c_str())), nullptr));
+  }
+}
+
+void HtmlPage::PutTitle(std::string_view title) {
+  PutMarkup("<H1>");
+  Put(title);
+  PutMarkup("</H1>\n");
+}
+
+void HtmlPage::PutHeading(std::string_view heading) {
+  PutMarkup("<H2>");
+  Put(heading);
+  PutMarkup("</H2>\n");
+}
+
+void HtmlPage::PutRow(std::string_view key, std::string_view value) {
+  PutMarkup(key.empty() ? "<TR><TD COLSPAN=2>" : "<TR><TD>");
+  Put(key);
+  if (!key.empty()) PutMarkup("<TD>");
+  Put(value);
+  PutMarkup("\n");
+}
+
+void HtmlPage::EndReferrers() {
+  PutMarkup("</SMALL>");
+  EndLine();
+}

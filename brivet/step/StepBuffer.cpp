@@ -1,0 +1,77 @@
+#include "StepBuffer.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <string>
+
+#include "VRELBufferFileHandler.h"
+#include "VRELFile.h"
+#include "VRELString.h"
+
+StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document) : VRELBuffer(source), owner(document) {
+  std::FILE* stream = nullptr;
+  VRELFileHandle opened(source);
+  if (!opened.IsValid() || !opened->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) return;
+  struct stat status;
+  if (fstat(fileno(stream), &status) != 0 || !S_ISREG(status.st_mode)) return;
+  valid = true;
+  size = static_cast<unsigned long>(status.st_size);
+  // The window is not asked for an empty file: it would look for bytes behind the end, and lose its block.
+  if (size == 0) return;
+  window = new VRELBufferFileHandler(source);
+  handler = window;
+}
+
+StepBuffer::~StepBuffer() = default;
+
+VRINResult StepBuffer::IsValid() {
+  return valid ? VREL_S_OK : VREL_E_FAIL;
+}
+
+VRINResult StepBuffer::ReadUChar(unsigned char& byte) {
+  int const taken = Take();
+  if (taken == END) return VREL_E_FAIL;
+  byte = static_cast<unsigned char>(taken);
+  return VREL_S_OK;
+}
+
+VRINResult StepBuffer::ReadChar(char& byte) {
+  int const taken = Take();
+  if (taken == END) return VREL_E_FAIL;
+  byte = static_cast<char>(taken);
+  return VREL_S_OK;
+}
+
+VRINResult StepBuffer::ReadLine(VRELString& line) {
+  if (Peek() == END) return VREL_E_FAIL;
+  std::string bytes;
+  int byte = Take();
+  for (; byte != END && byte != '\n' && byte != '\r'; byte = Take()) bytes.push_back(static_cast<char>(byte));
+  if (byte == '\r' && Peek() == '\n') Take();
+  line = VRELString(bytes);
+  return VREL_S_OK;
+}
+
+VRINResult StepBuffer::SetOffset(unsigned long position) {
+  if (position > size) return VREL_E_INVALID_ARGUMENT;
+  offset = position;
+  next = UNKNOWN;
+  return VREL_S_OK;
+}
+
+VRINResult StepBuffer::GetOffset(unsigned long& position) {
+  position = offset;
+  return VREL_S_OK;
+}
+
+int StepBuffer::Load() {
+  unsigned char byte = 0;
+  // The call names its class: it need not go through the virtual table.
+  bool const there = offset < size && static_cast<VRELBufferFileHandler*>(handler)
+                                          ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
+                                          .IsSuccess();
+  if (!there) size = offset;
+  next = there ? byte : END;
+  return next;
+}

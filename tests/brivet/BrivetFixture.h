@@ -1,0 +1,98 @@
+// Runs the program as its users do.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "ScratchDirectory.h"
+#include "TestDocument.h"
+
+// Each test has a folder of its own, where the program runs.
+class BrivetFixture : public testing::Test {
+ protected:
+  void Write(std::string const& name, std::string const& bytes) const { folder.Write(name, bytes); }
+
+  // Runs where the written files are; messages in plain English.
+  ChildResult Brivet(std::vector<std::string> words, std::string const& locale = "C.UTF-8",
+                     std::string const& input = "") const {
+    words.insert(words.begin(), BRIVET_PROGRAM);
+    ProgramOptions options;
+    options.directory = folder.Path();
+    options.environment = {"LC_ALL=" + locale};
+    options.input = input;
+    return RunProgram(words, options);
+  }
+
+  ChildResult Shell(std::string const& command) const {
+    ProgramOptions options;
+    options.directory = folder.Path();
+    options.environment = {"LC_ALL=C.UTF-8"};
+    return RunProgram({"sh", "-c", std::string("b='") + BRIVET_PROGRAM + "'; " + command}, options);
+  }
+
+  // A log, with what differs from run to run masked: the version, and the time as asctime tells it.
+  std::string Log(std::string const& name = "brivet_read.log") const {
+    std::string log = folder.Read(name);
+    Mask(log, "\nApplication          : brivet ", sizeof BRIVET_VERSION - 1, "VERSION");
+    Mask(log, "\nFinish Time : ", sizeof "Thu Jan  1 00:00:00 1970" - 1, "TIME");
+    return log;
+  }
+
+  // Puts `mark` in place of the rest of a line, which must be as long as told.
+  static void Mask(std::string& log, std::string const& begin, std::size_t length, char const* mark) {
+    std::size_t const at = log.find(begin);
+    if (at == log.npos) return;
+    std::size_t const rest = at + begin.size();
+    EXPECT_EQ(log.find('\n', rest), rest + length);
+    log.replace(rest, length, mark);
+  }
+
+  void ExpectRefused(ChildResult const& result, int status, std::string const& error) const {
+    EXPECT_EQ(result.signal, 0);
+    EXPECT_EQ(result.exitStatus, status);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "brivet: " + error + "\n");
+  }
+
+  void ExpectTranslated(ChildResult const& result, std::string const& line) const {
+    EXPECT_EQ(result.signal, 0);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, line + "\n");
+    EXPECT_EQ(result.errors, "");
+  }
+
+  // The files in the folder, by name.
+  std::vector<std::string> Files() const {
+    std::vector<std::string> names;
+    for (auto const& entry : std::filesystem::directory_iterator(folder.Path())) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  ScratchDirectory folder;
+};
+
+// A document with most of what a file can hold.
+inline constexpr char WASHER[] = R"(ISO-10303-21;
+HEADER;
+/* it's a washer */
+FILE_DESCRIPTION(('Scheibe f\S\|r M8','washer'),'2;1');
+FILE_NAME('C:\\parts\\washer.stp','2026-11-20T09:30:00',('J\S\vrg'),(),
+  $,'drawn by ''hand''','');
+FILE_SCHEMA(('AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }'));
+ENDSEC;
+DATA;
+#10=PRODUCT('w','\X2\30D630EC
+30F330C9\X0\ R1','/* no comment */',(#20));
+#20=(A()B('\S\A'));
+#1204=C(''); /* '\S\A' */
+ENDSEC;
+END-ISO-10303-21;
+)";
