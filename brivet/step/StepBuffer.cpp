@@ -7,12 +7,25 @@
 
 #include "VRELBufferFileHandler.h"
 #include "VRELFile.h"
+#include "VRELFilePath.h"
 #include "VRELString.h"
+
+namespace {
+
+// Opening a pipe would wait for somebody to write into it.
+bool IsRegularFile(VRELFile const& file) {
+  VRELFilePath path;
+  struct stat status;
+  return file.GetFilePath(path).IsSuccess() && path.GetFileStats(status).IsSuccess() && S_ISREG(status.st_mode);
+}
+
+}  // namespace
 
 StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document) : VRELBuffer(source), owner(document) {
   std::FILE* stream = nullptr;
   VRELFileHandle opened(source);
-  if (!opened.IsValid() || !opened->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) return;
+  if (!opened.IsValid() || !IsRegularFile(*opened)) return;
+  if (!opened->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) return;
   struct stat status;
   if (fstat(fileno(stream), &status) != 0 || !S_ISREG(status.st_mode)) return;
   valid = true;

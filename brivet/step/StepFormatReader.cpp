@@ -107,8 +107,9 @@ void StepFormatReader::GoTo(Place place) {
   scanner->Next();
 }
 
-// Goes on to where the reading can begin anew: a semicolon, or a word or an instance that opens something.
-void StepFormatReader::Skip() {
+// Goes on to where the reading can begin anew: a semicolon, a word that opens or ends something or, where they serve,
+// an instance.
+void StepFormatReader::Skip(bool instancesServe) {
   bool found = false;
   bool broken = false;
   while (!found) {
@@ -116,7 +117,7 @@ void StepFormatReader::Skip() {
       // What follows a token that does not end, or is too long, may serve.
       if (broken) scanner->Next();
       broken = false;
-      found = SkipToken();
+      found = SkipToken(instancesServe);
     } catch (InputError const&) {
       broken = true;
     }
@@ -124,15 +125,15 @@ void StepFormatReader::Skip() {
 }
 
 // Whether the current token is such a place; goes to the next token if it is not.
-bool StepFormatReader::SkipToken() {
+bool StepFormatReader::SkipToken(bool instancesServe) {
   StepScanner::Token const& token = scanner->Current();
-  if (parser->AtSymbol(';') || token.kind == StepScanner::End) return true;
-  waiting = parser->AtWord("ENDSEC") || parser->AtWord("DATA") || parser->AtWord(END_OF_EXCHANGE);
+  if (parser->AtSymbol(';')) return true;
+  waiting = EndsAnySection();
   if (waiting) return true;
   bool const isInstance = token.kind == StepScanner::Instance;
   Place const place = {token.begin, token.line};
   scanner->Next();
-  if (!isInstance || !parser->AtSymbol('=')) return false;
+  if (!instancesServe || !isInstance || !parser->AtSymbol('=')) return false;
   GoTo(place);
   waiting = true;
   return true;
@@ -154,12 +155,16 @@ bool StepFormatReader::PassHeading(char const* word) {
   return true;
 }
 
+bool StepFormatReader::EndsAnySection() const {
+  return scanner->Current().kind == StepScanner::End || parser->AtWord("ENDSEC") || parser->AtWord("DATA") ||
+         parser->AtWord(END_OF_EXCHANGE);
+}
+
 // Whether the current token ends a section: its own end, or what can only stand behind that.
 bool StepFormatReader::EndsSection(char const* what) {
+  if (!EndsAnySection()) return false;
   if (PassHeading("ENDSEC")) return true;
-  bool const atEnd = scanner->Current().kind == StepScanner::End;
-  if (!atEnd && !parser->AtWord("DATA") && !parser->AtWord(END_OF_EXCHANGE)) return false;
-  incomplete = incomplete || atEnd;
+  incomplete = incomplete || scanner->Current().kind == StepScanner::End;
   problems.Warn(scanner->Current().line, std::string("expected ") + what + " or ENDSEC;, found " +
                                              scanner->Current().Name() + "; what was read up to here is kept");
   waiting = true;
@@ -182,7 +187,7 @@ VRELEntityReader* StepFormatReader::ReadNextHeaderEntity() {
       return new StepHeaderEntity(buffer, [this, place = headerRecords.back()] { return ReadHeaderEntity(place); });
     } catch (InputError const& error) {
       LeaveOut(error, "this part of the header");
-      Skip();
+      Skip(false);
     }
   }
 }
@@ -198,7 +203,7 @@ VRINResult StepFormatReader::ReadHeaderEntity(Place place) {
     return VREL_S_OK;
   } catch (InputError const& error) {
     LeaveOut(error, "this entity of the header");
-    Skip();
+    Skip(false);
     auto const same = [place](Place const& each) { return each.begin == place.begin; };
     headerRecords.erase(std::remove_if(headerRecords.begin(), headerRecords.end(), same), headerRecords.end());
     return error.result;
@@ -223,26 +228,32 @@ VRELSectionReader* StepFormatReader::GetNextDataSection() {
       PassSection();
     } catch (InputError const& error) {
       LeaveOut(error, "this part of the file");
-      Skip();
+      Skip(false);
     }
   }
   EndExchange();
   return nullptr;
 }
 
-// The byte behind the semicolon is not asked for.
 void StepFormatReader::EndExchange() {
   ended = true;
-  if (parser->AtWord(END_OF_EXCHANGE)) {
-    scanner->Next();
-    if (parser->AtSymbol(';')) return;
-  }
+  if (parser->AtWord(END_OF_EXCHANGE) && IsSemicolonNext()) return;
   // A file that broke off inside a section was told so already.
   if (!incomplete) {
     problems.Warn(scanner->Current().line, "expected END-ISO-10303-21;, found " + scanner->Current().Name() +
                                                "; what was read is kept, but the file may be cut off");
   }
   incomplete = true;
+}
+
+// The byte behind the semicolon is not asked for.
+bool StepFormatReader::IsSemicolonNext() {
+  try {
+    scanner->Next();
+    return parser->AtSymbol(';');
+  } catch (InputError const&) {
+    return false;
+  }
 }
 
 VRELSectionReader* StepFormatReader::ReadData() {
@@ -281,15 +292,24 @@ StepEntityReader* StepFormatReader::ReadNextInstance() {
       Advance();
       bool const inScope = !openScopes.empty();
       if (inScope && parser->AtWord("ENDSCOPE")) return LeaveScope();
-      if (!inScope && EndsSection("an instance")) return nullptr;
+      if (inScope && EndsAnySection()) LeaveOutScopes();
+      if (openScopes.empty() && EndsSection("an instance")) return nullptr;
       StepEntityReader* const entity = ReadInstanceName();
       if (entity != nullptr) return entity;
     } catch (InputError const& error) {
-      if (scanner->Current().kind == StepScanner::End) openScopes.clear();
       LeaveOut(error, "this instance");
-      Skip();
+      Skip(true);
     }
   }
+}
+
+// A section ends inside of scopes.
+void StepFormatReader::LeaveOutScopes() {
+  failed += static_cast<long>(openScopes.size());
+  problems.Warn(scanner->Current().line,
+                "expected ENDSCOPE, found " + scanner->Current().Name() +
+                    "; the instances around it are left out, mend the file and translate it again");
+  openScopes.clear();
 }
 
 // #12 = and the begin of the records. Null for an instance that opens a scope: it comes behind those of the scope.
@@ -345,7 +365,7 @@ VRINResult StepFormatReader::ReadInstance(StepEntityReader& entity) {
     return VREL_S_OK;
   } catch (InputError const& error) {
     LeaveOut(error, "the instance that begins in line " + std::to_string(entity.Line()));
-    Skip();
+    Skip(true);
     return error.result;
   }
 }

@@ -77,8 +77,10 @@ class StepFormatReader final : public Document {
 
   void Advance();
   void GoTo(Place place);
-  void Skip();
-  bool SkipToken();
+  void Skip(bool instancesServe);
+  bool SkipToken(bool instancesServe);
+  bool EndsAnySection() const;
+  void LeaveOutScopes();
   bool PassHeading(char const* word);
   void LeaveOut(InputError const& error, std::string const& what);
   void ReadOpening();
@@ -87,6 +89,7 @@ class StepFormatReader final : public Document {
   VRELSectionReader* ReadData();
   void PassSection();
   void EndExchange();
+  bool IsSemicolonNext();
   bool EndsSection(char const* word);
   StepEntityReader* ReadInstanceName();
   StepEntityReader* LeaveScope();

@@ -3,8 +3,8 @@
 
 #include <string>
 
-// Sends "NAME:LINE: TEXT" on VRELWarning or VRELError. Of each kind the first LIMIT are told, since a damaged file can
-// have millions; TellRest says how many more there were.
+// Sends "NAME:LINE: TEXT" on VRELWarning or VRELError, without the line where it is 0. Of each kind the first LIMIT are
+// told, since a damaged file can have millions; TellRest says how many more there were.
 class StepProblems {
  public:
   static constexpr long LIMIT = 100;
@@ -16,6 +16,8 @@ class StepProblems {
   void TellRest();
 
  private:
+  std::string Place(long line) const;
+
   std::string const name;
   long warnings = 0;
   long errors = 0;

@@ -1,0 +1,103 @@
+// STEP files for tests.
+#pragma once
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "DocumentRecorder.h"
+#include "Progress.h"
+#include "RecordingListener.h"
+#include "ScratchDirectory.h"
+#include "StepFormatReader.h"
+#include "VRELFile.h"
+#include "VRELFormatReaderHandle.h"
+#include "VRELReader.h"
+
+class NoProgress final : public Progress {
+ public:
+  void Begin(char const* /*stage*/, long /*total*/) override {}
+  void Done(long /*units*/) override {}
+  void End() override {}
+};
+
+inline std::string FileText(std::string const& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error("cannot read " + path);
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+inline std::string BracketPath() {
+  return VREL_SOURCE_DIR "/examples/bracket.stp";
+}
+
+// A document around the lines of its data section, which begin at line 7.
+inline std::string AroundData(std::string const& data) {
+  return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+         "FILE_SCHEMA(('S'));ENDSEC;\nDATA;\n" +
+         data + "ENDSEC;\nEND-ISO-10303-21;\n";
+}
+
+// The bytes as a file that is open.
+class BytesInFile {
+ public:
+  explicit BytesInFile(std::string const& bytes)
+      : path(directory.Write("part.stp", bytes)), buffer(VRELFileHandle(new VRELFile(path.c_str())), nullptr) {}
+
+  StepBuffer& Buffer() { return buffer; }
+
+ private:
+  ScratchDirectory directory;
+  std::string const path;
+  StepBuffer buffer;
+};
+
+// A document read from its first byte to its last, as the driver reads it, with what was told on the way.
+class ReadDocument {
+ public:
+  explicit ReadDocument(std::string const& bytes, std::string const& shownName = "part.stp")
+      : path(directory.Write("part.stp", bytes)) {
+    Read(shownName);
+  }
+
+  StepFormatReader* operator->() { return document; }
+  StepFormatReader& operator*() { return *document; }
+
+  // Each as "WARNING: TEXT" or "ERROR: TEXT".
+  std::vector<std::string> Messages() const {
+    std::vector<std::string> messages;
+    for (RecordedEvent const& event : listener.events) {
+      messages.push_back((event.name == "VRELErrorEvent" ? "ERROR: " : "WARNING: ") + event.text);
+    }
+    return messages;
+  }
+  std::string Record(bool referrers = false) {
+    DocumentRecorder recorder;
+    NoProgress progress;
+    EXPECT_EQ(document->Describe(recorder, progress, referrers), VREL_S_OK);
+    return recorder.text;
+  }
+
+  VRINResult opened = VREL_UNDETERMINED;
+  VRINResult resolved = VREL_UNDETERMINED;
+  RecordingListener listener;
+
+ private:
+  void Read(std::string const& shownName) {
+    document = new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), shownName);
+    handle = document;
+    opened = document->Open();
+    VRELReader reader(handle);
+    reader.ReadHeaderSection();
+    reader.ReadDataSection();
+    resolved = reader.Resolve();
+  }
+
+  ScratchDirectory directory;
+  std::string const path;
+  StepFormatReader* document = nullptr;
+  VRELFormatReaderHandle handle;
+};

@@ -1,0 +1,89 @@
+#include "StepReferrers.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
+
+// Sources must rise.
+StepReferrers::Walk WalkOver(Pairs const& pairs, int& walks) {
+  return [&pairs, &walks](StepReferrers::Note const& note) {
+    ++walks;
+    for (auto const& [source, target] : pairs) note(source, target);
+  };
+}
+
+std::vector<std::uint32_t> Of(StepReferrers& referrers, std::uint32_t target) {
+  StepReferrers::Range const range = referrers.Of(target);
+  return {range.begin(), range.end()};
+}
+
+}  // namespace
+
+TEST(StepReferrersTest, TellsEachReferrerOnceInOrder) {
+  Pairs const pairs = {{0, 2}, {0, 2}, {0, 1}, {0, 2}, {1, 2}, {2, 2}, {2, 0}};
+  int walks = 0;
+  StepReferrers referrers(3, WalkOver(pairs, walks));
+  EXPECT_EQ(walks, 1);
+  EXPECT_EQ(Of(referrers, 0), (std::vector<std::uint32_t>{2}));
+  EXPECT_EQ(Of(referrers, 1), (std::vector<std::uint32_t>{0}));
+  EXPECT_EQ(Of(referrers, 2), (std::vector<std::uint32_t>{0, 1, 2}));
+  EXPECT_EQ(walks, 2);
+}
+
+TEST(StepReferrersTest, TakesNoInstancesAndNoReferences) {
+  int walks = 0;
+  StepReferrers(0, WalkOver({}, walks));
+  Pairs const none;
+  StepReferrers referrers(2, WalkOver(none, walks));
+  EXPECT_TRUE(Of(referrers, 0).empty());
+  EXPECT_TRUE(Of(referrers, 1).empty());
+}
+
+// Each of 400 instances refers to all: far more than are kept at once.
+TEST(StepReferrersTest, WalksAgainWhereReferencesAreMany) {
+  constexpr std::uint32_t COUNT = 400;
+  int walks = 0;
+  StepReferrers referrers(COUNT, [&walks](StepReferrers::Note const& note) {
+    ++walks;
+    for (std::uint32_t source = 0; source < COUNT; ++source) {
+      for (std::uint32_t target = 0; target < COUNT; ++target) note(source, target);
+    }
+  });
+  for (std::uint32_t target = 0; target < COUNT; ++target) {
+    StepReferrers::Range const range = referrers.Of(target);
+    ASSERT_EQ(range.end() - range.begin(), COUNT);
+    ASSERT_EQ(range.begin()[0], 0U);
+    ASSERT_EQ(range.begin()[COUNT - 1], COUNT - 1);
+  }
+  // Three instances' referrers fit at once: one walk counts, 134 collect.
+  EXPECT_EQ(walks, 1 + 134);
+}
+
+TEST(StepReferrersTest, AgreesWithAModel) {
+  std::mt19937 random(7);
+  for (std::uint32_t const count : {1U, 5U, 300U, 3000U}) {
+    Pairs pairs;
+    std::vector<std::set<std::uint32_t>> model(count);
+    for (std::uint32_t source = 0; source < count; ++source) {
+      for (unsigned int left = random() % 12; left > 0; --left) {
+        std::uint32_t const target = random() % 3 == 0 ? 0 : random() % count;
+        pairs.emplace_back(source, target);
+        model[target].insert(source);
+      }
+    }
+    int walks = 0;
+    StepReferrers referrers(count, WalkOver(pairs, walks));
+    for (std::uint32_t target = 0; target < count; ++target) {
+      ASSERT_EQ(Of(referrers, target), std::vector<std::uint32_t>(model[target].begin(), model[target].end()));
+    }
+    // Back again, too.
+    EXPECT_EQ(Of(referrers, 0), std::vector<std::uint32_t>(model[0].begin(), model[0].end()));
+  }
+}

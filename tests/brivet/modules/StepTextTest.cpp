@@ -1,0 +1,110 @@
+#include "StepText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+struct Row {
+  char const* raw;
+  char const* text;  // UTF-8
+};
+
+void ExpectAll(std::initializer_list<Row> rows, bool escaped) {
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.raw);
+    StepText const decoded = DecodeStepText(row.raw);
+    EXPECT_EQ(decoded.text.toUtf8(), row.text);
+    EXPECT_EQ(decoded.escaped, escaped);
+  }
+}
+
+}  // namespace
+
+TEST(StepTextTest, LeavesPlainTextAlone) {
+  ExpectAll({{"", ""},
+             {"plain", "plain"},
+             {"it's", "it's"},
+             {"a\\b", "a\\b"},
+             {"C:\\TEMP\\", "C:\\TEMP\\"},
+             {"\\", "\\"},
+             // A lone \S\ has no character to change.
+             {"C:\\S\\", "C:\\S\\"},
+             {"\\s\\A", "\\s\\A"},
+             {"\\S\\\x7F", "\\S\\\x7F"},
+             {"\\S\\\xC3\xA4", "\\S\\\xC3\xA4"},
+             {"m\xC3\xBCller", "m\xC3\xBCller"}},
+            false);
+}
+
+TEST(StepTextTest, DecodesTheUpperHalfOfLatin1) {
+  ExpectAll({{"\\S\\A", "\xC3\x81"},
+             {"f\\S\\|r", "f\xC3\xBCr"},
+             {"Gr\\S\\v\\S\\_e",
+              "Gr\xC3\xB6\xC3\x9F"
+              "e"},
+             // The character behind \S\ may be a backslash or an apostrophe.
+             {"\\S\\\\berholung",
+              "\xC3\x9C"
+              "berholung"},
+             {"\\S\\' 5", "\xC2\xA7 5"},
+             {"\\S\\ ", "\xC2\xA0"}},
+            true);
+}
+
+TEST(StepTextTest, DecodesUtf16) {
+  ExpectAll({{"\\X2\\30D630EC30F330C9\\X0\\ R1", "\xE3\x83\x96\xE3\x83\xAC\xE3\x83\xB3\xE3\x83\x89 R1"},
+             {"\\X2\\00e9\\X0\\", "\xC3\xA9"},
+             {"ab\\X2\\00E9\\X0\\cd\\S\\A",
+              "ab\xC3\xA9"
+              "cd\xC3\x81"},
+             {"\\X2\\D83DDD29\\X0\\", "\xF0\x9F\x94\xA9"},
+             {"\\X2\\D83D\\X0\\\\X2\\DD29\\X0\\", "\xF0\x9F\x94\xA9"},
+             {"\\X2\\0000\\X0\\", ""},
+             // A stray end does not spoil the escapes behind it.
+             {"\\X0\\ \\X2\\0041\\X0\\", "\\X0\\ A"}},
+            true);
+}
+
+TEST(StepTextTest, ReducesDoubledBackslashesFromLeftToRight) {
+  ExpectAll({{"C:\\\\TEMP", "C:\\TEMP"},
+             {"\\\\S\\\\A", "\\S\\A"},
+             {"\\\\S\\A", "\\S\\A"},
+             {"\\\\X2\\\\00E9\\\\X0\\\\", "\\X2\\00E9\\X0\\"},
+             {"\\\\\\S\\A", "\\\xC3\x81"},
+             {"\\\\\\\\", "\\\\"},
+             {"a\\\\\\X2\\00E9\\X0\\\\\\b", "a\\\xC3\xA9\\b"}},
+            true);
+}
+
+TEST(StepTextTest, KeepsOtherAndBrokenEscapesAsTheyStand) {
+  ExpectAll({{"\\X\\E9", "\\X\\E9"},
+             {"\\X4\\0001F529\\X0\\", "\\X4\\0001F529\\X0\\"},
+             {"\\PA\\x", "\\PA\\x"},
+             // The end of a page selection and the begin of the next escape are no doubled backslash.
+             {"\\PA\\\\S\\A", "\\PA\\\xC3\x81"},
+             // Nor are the end of an escape that is not open and a backslash behind it.
+             {"\\X0\\", "\\X0\\"},
+             {"\\X0\\\\", "\\X0\\\\"},
+             {"\\X2\\\\X0\\", "\\X2\\\\X0\\"},
+             {"\\X2\\00E\\X0\\", "\\X2\\00E\\X0\\"},
+             {"\\X2\\00E9", "\\X2\\00E9"},
+             {"\\X2\\00G9\\X0\\", "\\X2\\00G9\\X0\\"},
+             {"\\X2\\00E9\\S\\A", "\\X2\\00E9\xC3\x81"}},
+            true);
+}
+
+// Long texts end in reasonable time and need no deep stack.
+TEST(StepTextTest, TakesManyEscapes) {
+  constexpr std::size_t COUNT = 100000;
+  auto const repeat = [](std::string const& part) {
+    std::string all;
+    for (std::size_t i = 0; i < COUNT; ++i) all += part;
+    return all;
+  };
+  EXPECT_EQ(DecodeStepText(repeat("\\S\\A")).text.length(), static_cast<int>(COUNT));
+  EXPECT_EQ(DecodeStepText(repeat("\\\\")).text.length(), static_cast<int>(COUNT));
+  EXPECT_EQ(DecodeStepText(repeat("\\X2\\00E9")).text.length(), static_cast<int>(8 * COUNT));
+  EXPECT_EQ(DecodeStepText("\\X2\\" + repeat("00E9") + "\\X0\\").text.length(), static_cast<int>(COUNT));
+}

@@ -1,0 +1,39 @@
+#include "StepTypes.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+TEST(StepTypesTest, NumbersTypesAsTheyCome) {
+  StepTypes types;
+  EXPECT_EQ(types.Size(), 0U);
+  EXPECT_EQ(types.Count("LINE"), 0U);
+  EXPECT_EQ(types.Count("PLANE"), 1U);
+  EXPECT_EQ(types.Count("LINE"), 0U);
+  ASSERT_EQ(types.Size(), 2U);
+  EXPECT_EQ(types.Name(0), "LINE");
+  EXPECT_EQ(types.Instances(0), 2);
+  EXPECT_EQ(types.Name(1), "PLANE");
+  EXPECT_EQ(types.Instances(1), 1);
+}
+
+TEST(StepTypesTest, TakesTypesBeyondTheLimitAsOne) {
+  StepTypes types;
+  for (std::size_t i = 0; i < StepTypes::LIMIT; ++i) ASSERT_EQ(types.Count("T" + std::to_string(i)), i);
+  EXPECT_EQ(types.Count("X"), StepTypes::LIMIT);
+  EXPECT_EQ(types.Count("Y"), StepTypes::LIMIT);
+  EXPECT_EQ(types.Count("T7"), 7U);
+  EXPECT_EQ(types.Size(), StepTypes::LIMIT + 1);
+  EXPECT_EQ(types.Name(StepTypes::LIMIT), "(other types)");
+  EXPECT_EQ(types.Instances(StepTypes::LIMIT), 2);
+}
+
+TEST(StepTypesTest, TakesLongNamesAsOne) {
+  StepTypes types;
+  std::string const longest(StepTypes::NAME_LIMIT, 'A');
+  EXPECT_EQ(types.Count(longest), 0U);
+  EXPECT_EQ(types.Name(0), longest);
+  EXPECT_EQ(types.Count(longest + "A"), 1U);
+  EXPECT_EQ(types.Count(longest + "B"), 1U);
+  EXPECT_EQ(types.Name(1), "(other types)");
+}
