@@ -447,3 +447,26 @@ TEST(StepFormatReaderTest, ReadsTheCorpus) {
     EXPECT_EQ(hasBlend, std::string(row.name) == "io1-cm-214.stp");
   }
 }
+
+// A listing asks for these alone, and needs no Resolve for them.
+TEST(StepFormatReaderTest, DescribesWhatHoldsEscapes) {
+  std::string const bytes =
+      HEADER +
+      "ENDSEC;DATA;\n#1=A('x');\n#2=B('\\S\\A',#1);\n#3=(C('y')D('\\S\\A',\n'\\S\\A'));\n#4=E();\n"
+      "ENDSEC;\nDATA('\\S\\A',('S'));\nENDSEC;END-ISO-10303-21;";
+  ScratchDirectory const directory;
+  StepFormatReader* const document =
+      new StepFormatReader(VRELFileHandle(new VRELFile(directory.Write("part.stp", bytes).c_str())), "part.stp");
+  VRELFormatReaderHandle const handle(document);
+  ASSERT_EQ(document->Open(), VREL_S_OK);
+  VRELReader reader(handle);
+  reader.ReadHeaderSection();
+  reader.ReadDataSection();
+  EXPECT_EQ(document->GetEscapedCount(), 4);
+  DocumentRecorder recorder;
+  EXPECT_EQ(document->DescribeEscaped(recorder), VREL_S_OK);
+  EXPECT_EQ(recorder.text,
+            "DATA #2 B< '\\S\\A=\xC3\x81@3' #1? >; #3c C< 'y' > D< '\\S\\A=\xC3\x81@4' '\\S\\A=\xC3\x81@5' >; ENDSEC "
+            "DATA < '\\S\\A=\xC3\x81@8' ( 'S' ) > ENDSEC");
+  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA;#1=A('x''y');ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
+}

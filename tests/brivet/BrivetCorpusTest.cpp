@@ -1,0 +1,116 @@
+// Documents that nobody here wrote, from the folder that VREL_CORPUS names.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "BrivetFixture.h"
+#include "HeadlessBrowser.h"
+
+namespace {
+
+struct Model {
+  char const* name;
+  int instances;  // as the folder's own page counts them
+};
+
+constexpr Model MODELS[] = {{"as1-oc-214", 6425}, {"dm1-id-214", 1189}, {"io1-cm-214", 917}, {"ATS10-out", 1102}};
+
+class BrivetCorpusTest : public BrivetFixture {
+ protected:
+  void SetUp() override {
+    char const* const named = std::getenv("VREL_CORPUS");
+    if (named == nullptr) GTEST_SKIP() << "VREL_CORPUS names no folder of documents";
+    corpus = named;
+  }
+
+  std::string PathOf(Model const& model) const { return corpus + "/" + model.name + ".stp"; }
+
+  // Translates, and returns what was written.
+  std::string Translated(std::string const& input, Model const& model, std::string const& output) const {
+    ChildResult const result = Brivet({input, output});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_THAT(result.output, testing::StartsWith(output + ": " + std::to_string(model.instances) + " instances of "));
+    return folder.Read(output);
+  }
+
+  static std::set<std::string> Matches(std::string const& text, char const* expression) {
+    std::regex const pattern(expression);
+    std::set<std::string> found;
+    for (std::sregex_iterator at(text.begin(), text.end(), pattern); at != std::sregex_iterator(); ++at) {
+      found.insert((*at)[1]);
+    }
+    return found;
+  }
+
+  std::string corpus;
+};
+
+}  // namespace
+
+TEST_F(BrivetCorpusTest, IsListed) {
+  for (Model const& model : MODELS) {
+    std::string const count = std::to_string(model.instances);
+    ChildResult const result = Brivet({"-list", PathOf(model)});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_THAT(result.output,
+                testing::HasSubstr("\nentity instances  " + std::string(10 - count.size(), ' ') + count + "\n"));
+  }
+}
+
+// Every instance is an anchor, and every link leads to one.
+TEST_F(BrivetCorpusTest, BecomesPages) {
+  for (Model const& model : MODELS) {
+    SCOPED_TRACE(model.name);
+    std::string const page = Translated(PathOf(model), model, "page.html");
+    std::set<std::string> const anchors = Matches(page, "<a name= \"([0-9]+)\">");
+    EXPECT_EQ(anchors.size(), static_cast<std::size_t>(model.instances));
+    for (std::string const& link : Matches(page, "<a href=\"#([0-9]+)\">")) EXPECT_EQ(anchors.count(link), 1U) << link;
+  }
+}
+
+TEST_F(BrivetCorpusTest, ReadsTheSameWhenItWasWritten) {
+  for (Model const& model : MODELS) {
+    SCOPED_TRACE(model.name);
+    std::string const once = Translated(PathOf(model), model, "once.stp");
+    std::string const twice = Translated("once.stp", model, "twice.stp");
+    EXPECT_TRUE(once == twice);
+    // The same title, so that the texts are the same from their first byte to their last.
+    Write("a/part.stp", FileText(PathOf(model)));
+    Write("b/part.stp", once);
+    EXPECT_TRUE(Translated("a/part.stp", model, "a.txt") == Translated("b/part.stp", model, "b.txt"));
+  }
+}
+
+// As the manual tells it: each run in a directory of its own.
+TEST_F(BrivetCorpusTest, IsTranslatedByJobsSideBySide) {
+  if (RunProgram({"sh", "-c", "command -v parallel"}).exitStatus != 0) GTEST_SKIP() << "there is no GNU parallel";
+  ChildResult const result = Shell(
+      "PATH=$(dirname \"$b\"):$PATH; HOME=$PWD parallel -j 4 "
+      "'mkdir -p out/{/.} && cd out/{/.} && brivet -quiet {} {/.}.html' ::: \"$VREL_CORPUS\"/*.stp");
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "");
+  for (Model const& model : MODELS) {
+    std::string const own = std::string("out/") + model.name + "/";
+    EXPECT_TRUE(folder.Has(own + model.name + ".html"));
+    for (char const* log : {"brivet_read.log", "brivet_write.log"}) {
+      EXPECT_THAT(folder.Read(own + log), testing::EndsWith("\nProduct Completed Successfully\n"));
+    }
+  }
+}
+
+TEST_F(BrivetCorpusTest, IsUnderstoodByABrowser) {
+  if (!HasHeadlessBrowser()) GTEST_SKIP() << "there is no chromium";
+  Model const& model = MODELS[2];
+  Translated(PathOf(model), model, "page.html");
+  std::string const document = OpenPage(folder.Path("page.html"));
+  EXPECT_EQ(Matches(document, "<a name=\"([0-9]+)\">").size(), static_cast<std::size_t>(model.instances));
+  // A text that the file writes in hexadecimal digits.
+  EXPECT_THAT(document, testing::HasSubstr("\xE3\x83\x96\xE3\x83\xAC\xE3\x83\xB3\xE3\x83\x89"));
+}

@@ -1,0 +1,136 @@
+// Documents that nobody should have written.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "BrivetFixture.h"
+
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class BrivetHostileTest : public BrivetFixture {
+ protected:
+  // Translates the bytes to text, which it returns; they are all read.
+  std::string Text(std::string const& bytes) const {
+    Write("a.stp", bytes);
+    ChildResult const result = Brivet({"a.stp", "a.txt"});
+    EXPECT_EQ(result.signal, 0);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, "");
+    return folder.Read("a.txt");
+  }
+};
+
+}  // namespace
+
+// A clean error or what could be read, and never a signal. (Each cut is tried by the tests of the reader.)
+TEST_F(BrivetHostileTest, IsCutAnywhere) {
+  std::string const whole = FileText(BracketPath());
+  for (std::size_t length = 0; length < whole.size(); length += 131) {
+    Write("a.stp", whole.substr(0, length));
+    ChildResult const result = Brivet({"a.stp"});
+    EXPECT_EQ(result.signal, 0) << length;
+    bool const isPartial = result.exitStatus == 0;
+    EXPECT_TRUE(isPartial || result.exitStatus == 21) << length << ": " << result.exitStatus;
+    EXPECT_EQ(folder.Has("a.html"), isPartial) << length;
+    EXPECT_THAT(result.errors, StartsWith("brivet: ")) << length;
+    if (isPartial) {
+      EXPECT_EQ(unlink(folder.Path("a.html").c_str()), 0);
+    }
+  }
+}
+
+TEST_F(BrivetHostileTest, NestsListsDeep) {
+  constexpr std::size_t DEPTH = 100000;
+  std::string const open(DEPTH, '(');
+  std::string const close(DEPTH, ')');
+  std::string const text = Text(DocumentText("#1=A(" + open + "1" + close + ");\n"));
+  EXPECT_TRUE(text.find("\n#1 = A(" + open + "1" + close + ")\n") != std::string::npos);
+  Write("deep.stp", DocumentText("#1=A(" + open + ");\n#2=B();\n"));
+  ChildResult const result = Brivet({"-list", "deep.stp"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, HasSubstr("\nentity instances           1\n"));
+}
+
+TEST_F(BrivetHostileTest, HoldsAStringOf100Megabytes) {
+  Write("a.stp", DocumentText("#1=A('" + std::string(100000000, 'x') + "');\n#2=B();\n"));
+  ChildResult const result = Brivet({"a.stp", "a.txt"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, "a.txt: 1 instance of 1 type from a.stp, 1 left out\n");
+  EXPECT_EQ(result.errors,
+            "brivet: warning: a.stp:7: expected a value of at most 16 MiB, found a longer one that begins here; the "
+            "instance that begins in line 7 is left out, mend the file and translate it again\n");
+}
+
+TEST_F(BrivetHostileTest, HasIdsOfAnySize) {
+  std::string const far = "123456789012345678901234567890";
+  std::string const text = Text(DocumentText("#" + far + "=A(#18446744073709551616);\n#18446744073709551616=B(#00" +
+                                             far + ");\n#2147483648=C();\n"));
+  EXPECT_THAT(
+      text, EndsWith("#" + far + " = A(#18446744073709551616)\n    referred to by #18446744073709551616\n" +
+                     "#18446744073709551616 = B(#" + far + ")\n    referred to by #" + far + "\n#2147483648 = C()\n"));
+}
+
+TEST_F(BrivetHostileTest, HasAMillionInstances) {
+  std::string data;
+  for (int i = 1; i <= 1000000; ++i) data.append("#").append(std::to_string(i)).append("=A();");
+  Write("a.stp", DocumentText(data));
+  ExpectTranslated(Brivet({"a.stp", "/dev/null"}), "/dev/null: 1000000 instances of 1 type from a.stp");
+}
+
+TEST_F(BrivetHostileTest, HasOddBytes) {
+  std::string const whole = DocumentText("#1=A('a');\n#2=B(#1);\n");
+  std::string const expected = "#1 = A('a')\n    referred to by #2\n#2 = B(#1)\n";
+  EXPECT_THAT(Text(whole), EndsWith(expected));
+  // CR LF, CR alone, a byte order mark, no line end at the end.
+  std::string crlf;
+  std::string cr;
+  for (char const byte : whole) {
+    crlf += byte == '\n' ? "\r\n" : std::string(1, byte);
+    cr += byte == '\n' ? '\r' : byte;
+  }
+  EXPECT_THAT(Text(crlf), EndsWith(expected));
+  EXPECT_THAT(Text(cr), EndsWith(expected));
+  EXPECT_THAT(Text("\xEF\xBB\xBF" + whole), EndsWith(expected));
+  EXPECT_THAT(Text(whole.substr(0, whole.size() - 1)), EndsWith(expected));
+  // Beyond ASCII: UTF-8, and what is none.
+  EXPECT_THAT(Text(DocumentText("#1=A('\xC3\xA4\xF0\x9F\x94\xA9');\n")),
+              EndsWith("#1 = A('\xC3\xA4\xF0\x9F\x94\xA9')\n"));
+  EXPECT_THAT(Text(DocumentText("#1=A('x\xFFy');\n")), EndsWith("#1 = A('x\xEF\xBF\xBDy')\n"));
+  // Control bytes within a string are not of it.
+  EXPECT_THAT(Text(DocumentText(std::string("#1=A('x\0y');\n", 13))), EndsWith("#1 = A('xy')\n"));
+  Write("a.stp", DocumentText(std::string("#1=A(\0);\n#2=B();\n", 17)));
+  ChildResult const zero = Brivet({"a.stp", "a.txt"});
+  EXPECT_EQ(zero.exitStatus, 0);
+  EXPECT_THAT(zero.errors, HasSubstr("a.stp:7: expected a parameter, found byte 0x00; the instance that begins in line "
+                                     "7 is left out"));
+}
+
+TEST_F(BrivetHostileTest, HasTwoDataSections) {
+  std::string const text = Text(
+      "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+      "FILE_SCHEMA(('S'));ENDSEC;\nDATA('first',('S'));\n#1=A(#2);\nENDSEC;\nDATA;\n#2=B();\nENDSEC;\n"
+      "END-ISO-10303-21;\n");
+  EXPECT_THAT(text, EndsWith("Data section 1\n--------------\n('first', ('S'))\n#1 = A(#2)\n\n"
+                             "Data section 2\n--------------\n#2 = B()\n    referred to by #1\n"));
+}
+
+TEST_F(BrivetHostileTest, LacksItsEnd) {
+  std::string const whole = DocumentText("#1=A();\n");
+  Write("a.stp", whole.substr(0, whole.find("END-ISO")));
+  ChildResult const result = Brivet({"a.stp"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors,
+            "brivet: warning: a.stp:9: expected END-ISO-10303-21;, found the end of the file; what was read is kept, "
+            "but the file may be cut off\n");
+  Write("a.stp", DocumentText("#1=A();\n/* no end"));
+  ChildResult const comment = Brivet({"a.stp"});
+  EXPECT_EQ(comment.exitStatus, 0);
+  EXPECT_THAT(comment.errors, HasSubstr("brivet: warning: a.stp:8: expected */ at the end of the comment that begins "
+                                        "here, found the end of the file"));
+}
