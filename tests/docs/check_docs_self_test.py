@@ -1,0 +1,84 @@
+#!/usr/bin/env python3
+"""Proves that each rule of check_docs.py bites, on a small book with one mistake at a time."""
+import tempfile
+import unittest
+from pathlib import Path
+
+from check_docs import faults
+
+BOOK = {
+    "README.md": "# House\n\nRead [the book](docs/README.md).\n",
+    "docs/README.md": "# Book\n\n- [Tour](tour.md#first-step)\n- [brivet](brivet.md)\n",
+    "docs/brivet.md": "# brivet\n\n```cpp\nanything();\n```\n",
+    "docs/tour.md": "# Tour\n\n## First step\n\n[a step](../examples/tour/1_first.cpp), `[no](link)`:\n\n"
+    "```cpp\nint main() {\n  Say();\n}\n```\n\n```text\nhello\n```\n\n"
+    "## Second step\n\n[the data](../examples/tour/data.txt):\n\n```text\nbolt 8\n```\n\n"
+    "[the step](../examples/tour/2_second.cpp):\n\n```cpp\nSayMore();\n```\n\n```text\nwritten\n```\n",
+    "examples/tour/1_first.cpp": "#include \"A.h\"\n\nint main() {\n  Say();\n}\n",
+    "examples/tour/1_first.out": "hello\n",
+    "examples/tour/2_second.cpp": "#include \"B.h\"\n\nint main() {\n  Say();\n  SayMore();\n}\n",
+    "examples/tour/2_second.out": "hello\nmore\n",
+    "examples/tour/2_second.out.log": "written\n",
+    "examples/tour/data.txt": "bolt 8\nnut 2\n",
+}
+
+
+class CheckDocsTest(unittest.TestCase):
+    def found(self, **changes):
+        """The faults of the book in which, of the file named by the first word, an old text became a new one."""
+        with tempfile.TemporaryDirectory() as folder:
+            root = Path(folder).resolve()
+            for name, text in BOOK.items():
+                path = root / name
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding="utf-8")
+            for name, (old, new) in changes.get("replace", {}).items():
+                text = BOOK.get(name, "")
+                self.assertIn(old, text)
+                (root / name).write_text(text.replace(old, new), encoding="utf-8")
+            return list(faults(root))
+
+    def test_the_book_itself_is_sound(self):
+        self.assertEqual(self.found(), [])
+
+    def test_a_link_leads_nowhere(self):
+        expected = ["README.md:3: nothing at docs/book.md", ]
+        self.assertEqual(self.found(replace={"README.md": ("docs/README.md", "docs/book.md")}), expected)
+
+    def test_an_anchor_is_no_heading(self):
+        expected = ["docs/README.md:3: no heading for tour.md#third-step"]
+        self.assertEqual(self.found(replace={"docs/README.md": ("first-step", "third-step")}), expected)
+
+    def test_a_page_is_not_listed(self):
+        expected = ["docs/README.md: does not list brivet.md"]
+        self.assertEqual(self.found(replace={"docs/README.md": ("- [brivet](brivet.md)\n", "")}), expected)
+
+    def test_a_block_differs_from_its_file(self):
+        expected = [
+            "docs/tour.md:7: not in 1_first.cpp as it stands here",
+            "docs/tour.md: does not show this line of 1_first.cpp: Say();",
+        ]
+        self.assertEqual(self.found(replace={"docs/tour.md": ("  Say();", "  Shout();")}), expected)
+
+    def test_a_block_has_no_file(self):
+        found = self.found(replace={"docs/tour.md": ("[the step](../examples/tour/2_second.cpp)", "The step")})
+        self.assertEqual(found[0], "docs/tour.md:27: no source file is linked above this block")
+        self.assertIn("examples/tour/2_second.cpp: no page shows it", found)
+
+    def test_an_output_is_not_what_is_expected(self):
+        for old, place in [("hello\n", "13: not in what 1_first.cpp"), ("written\n", "31: not in what 2_second.cpp"),
+                           ("bolt 8\n", "21: not in what data.txt")]:
+            with self.subTest(old):
+                self.assertEqual(
+                    self.found(replace={"docs/tour.md": (old, "other\n")}), [f"docs/tour.md:{place} stands for"]
+                )
+
+    def test_the_tour_leaves_a_line_out(self):
+        expected = ["docs/tour.md: does not show this line of 2_second.cpp: Whisper();"]
+        self.assertEqual(
+            self.found(replace={"examples/tour/2_second.cpp": ("  Say();\n", "  Say();\n  Whisper();\n")}), expected
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()
