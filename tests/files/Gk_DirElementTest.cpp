@@ -100,15 +100,24 @@ TEST(Gk_DirElementTest, MakesRelativeDirectories) {
   for (char const* name : {"p/q/r", "one", "w", "w\\x", "w\\x\\y"}) EXPECT_TRUE(fs::is_directory(scratch.Path(name)));
 }
 
-TEST(Gk_DirElementTest, TheUmaskLimitsTheMode) {
+TEST(Gk_DirElementTest, TheUmaskAloneLimitsTheMode) {
   ScratchDirectory const scratch;
-  mode_t const old = umask(027);
-  EXPECT_TRUE(Directory(scratch.Path("p/q")).mkdir());
-  umask(old);
-  struct stat stats;
-  for (char const* name : {"p", "p/q"}) {
-    ASSERT_EQ(stat(scratch.Path(name).c_str(), &stats), 0);
-    EXPECT_EQ(stats.st_mode & 07777U, 0750U);
+  struct {
+    mode_t mask;
+    char const* parent;
+    char const* name;
+    mode_t mode;
+  } const rows[] = {{027, "p", "p/q", 0750}, {0, "o", "o/q", 0777}};
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    mode_t const old = umask(row.mask);
+    EXPECT_TRUE(Directory(scratch.Path(row.name)).mkdir());
+    umask(old);
+    struct stat stats;
+    for (char const* name : {row.parent, row.name}) {
+      ASSERT_EQ(stat(scratch.Path(name).c_str(), &stats), 0);
+      EXPECT_EQ(stats.st_mode & 07777U, row.mode);
+    }
   }
 }
 

@@ -280,6 +280,8 @@ TEST(Gk_FileElementTest, EnsuresTheParent) {
   // Whether it could be made is not told.
   scratch.Write("plain", "");
   EXPECT_TRUE(Element(scratch.Path("plain/x/file")).ensureParent());
+  // A parent that exists need not be a directory.
+  EXPECT_FALSE(Element(scratch.Path("plain/file")).ensureParent());
   EXPECT_FALSE(Element("name").ensureParent());
 }
 

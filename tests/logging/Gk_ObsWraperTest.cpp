@@ -120,6 +120,48 @@ TEST(Gk_ObsWraperTest, TracesWhatIsSent) {
             "outer : 6\n");
 }
 
+TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
+  Gk_Observable observable;
+  RecordingProgress observer;
+  observable.getObservers().Add(&observer);
+  Gk_ObsWraper wrapper(Gk_String("w"), &observable);
+  Gk_ObsWraper inner(Gk_String("told"), nullptr);
+  int calls = 0;
+  observer.then = [&] { inner.setInt(++calls); };
+  VRELStringOutputStream stream;
+  Gk_ObservableDoc::installDebugStream(&stream);
+  wrapper.setInt(10);
+  wrapper.setDouble(0.5);
+  wrapper.setString(Gk_String("text"));
+  // The observers are told inside the phase.
+  wrapper.setMax(20);
+  wrapper.setDone(30);
+  wrapper.setIntInfo(40);
+  wrapper.setDoubleInfo(1.5);
+  wrapper.setStringInfo(Gk_String("info"));
+  wrapper.setOver();
+  Gk_ObservableDoc::installDebugStream(nullptr);
+  EXPECT_EQ(WithoutSeconds(TakeText(stream)),
+            "w : 10\n"
+            "told : 1\n"
+            "w : 0.500000\n"
+            "told : 2\n"
+            "w : text\n"
+            "told : 3\n"
+            "w( start) : 20\n"
+            "    told : 4\n"
+            "    w : 30\n"
+            "    told : 5\n"
+            "    w : 40\n"
+            "    told : 6\n"
+            "    w : 1.500000\n"
+            "    told : 7\n"
+            "    w : info\n"
+            "    told : 8\n"
+            "w( over) : S\n"
+            "told : 9\n");
+}
+
 TEST(Gk_ObsWraperTest, ThePhaseIsKeptWithoutAStream) {
   Gk_ObsWraper wrapper(Gk_String("w"), nullptr);
   wrapper.setMax(1);
@@ -144,6 +186,21 @@ TEST(Gk_ObsWraperTest, OverTellsTheProcessorTimeSinceMax) {
   wrapper.setOver();
   EXPECT_GE(progress.over, 0.02);
   EXPECT_LT(progress.over, 5.0);
+}
+
+TEST(Gk_ObsWraperTest, ThePhaseBeginsBeforeItsObserversAreTold) {
+  Gk_Observable observable;
+  RecordingProgress progress;
+  progress.then = [] {
+    std::clock_t const start = std::clock();
+    while (std::clock() - start < 20000) {
+    }
+  };
+  observable.getObservers().Add(&progress);
+  Gk_ObsWraper wrapper(Gk_String("w"), &observable);
+  wrapper.setMax(1);
+  wrapper.setOver();
+  EXPECT_GE(progress.over, 0.02);
 }
 
 TEST(Gk_ObsWraperTest, OverWithoutMaxCountsFromTickZero) {

@@ -81,6 +81,21 @@ TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
   EXPECT_EQ(other.calls, Calls{});
 }
 
+TEST(Gk_ObservableDocTest, AddingAgainLeavesTheObservers) {
+  RecordingInt integers;
+  RecordingDouble doubles;
+  Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::IntType);
+  EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &integers));
+  Gk_ObsWraper wrapper = Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::DoubleType);
+  EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &doubles));
+  // What they are told goes by their own type, not by that of the observable.
+  wrapper.setInt(1);
+  wrapper.setDouble(2.5);
+  EXPECT_EQ(integers.calls, (Calls{"int 1", "wrong"}));
+  EXPECT_EQ(doubles.calls, (Calls{"wrong", "double 2.500000"}));
+  Gk_ObservableDoc::removeAllObserver("ObsDoc.again/n");
+}
+
 TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
   RecordingInt first;
   RecordingInt second;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <type_traits>
+#include <vector>
 
 #include "Gk_Nest.h"
 #include "Gk_ROString.h"
@@ -15,6 +16,26 @@ TEST(Gk_ObservableTest, StartsEmpty) {
   EXPECT_EQ(observable.getType(), 0);
   EXPECT_EQ(observable.getValue().dataLen(), 0);
   EXPECT_EQ(observable.getObservers().Size(), 0);
+}
+
+TEST(Gk_ObservableTest, HoldsItsObserversInAListOfSize17) {
+  // The observers themselves are never looked at, only their addresses.
+  int places[40];
+  VRELHashList<Gk_Observer*> expected(17);
+  Gk_Observable observable;
+  for (int& place : places) {
+    auto* const observer = reinterpret_cast<Gk_Observer*>(&place);
+    expected.Add(observer);
+    observable.getObservers().Add(observer);
+  }
+  auto const listed = [](VRELHashList<Gk_Observer*> const& list) {
+    std::vector<Gk_Observer*> observers;
+    Gk_Observer* next = nullptr;
+    list.InitEnumeration();
+    while (list.GetNext(next)) observers.push_back(next);
+    return observers;
+  };
+  EXPECT_EQ(listed(observable.getObservers()), listed(expected));
 }
 
 TEST(Gk_ObservableTest, TakesACopyOfItsName) {

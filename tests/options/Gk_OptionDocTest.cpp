@@ -116,6 +116,36 @@ TEST(Gk_OptionDocTest, TheCurrentValueIsTheDefaultInTheStore) {
   EXPECT_EQ(value, 2);
 }
 
+// Case does not count in the store, so that options and folders of the tree meet there under one name: the first that
+// is copied gives the default, the last one the value.
+TEST(Gk_OptionDocTest, CopiesOptionsAndFoldersInTheirOrderAndFoldersLast) {
+  Gk_OptionDoc::addOption(L"OptionDoc.order/A", 1, nullptr);
+  Gk_OptionDoc::addOption(L"OptionDoc.order/a", 2, nullptr);
+  Gk_OptionDoc::addOption(L"OptionDoc.order/G/x", 3, nullptr);
+  Gk_OptionDoc::addOption(L"OptionDoc.order/g/x", 4, nullptr);
+  Gk_OptionDoc::addOption(L"OptionDoc.order/h/x", 5, nullptr);
+  Gk_Option* const own = Gk_Option::fetch(L"OptionDoc.order/own", true);
+  own->setValue(Gk_String("h/x"));
+  own->set(6);
+  VRELOptions store;
+  Gk_OptionDoc::FetchAllComponentOptions("OptionDoc.order", store);
+  struct {
+    wchar_t const* name;
+    int first;
+    int last;
+  } const rows[] = {{L"/a", 1, 2}, {L"/g/x", 3, 4}, {L"/h/x", 6, 5}};
+  for (auto const& row : rows) {
+    SCOPED_TRACE(VRELString(row.name).toUtf8());
+    VRELOption* const option = Find(store, row.name);
+    ASSERT_NE(option, nullptr);
+    int value = 0;
+    EXPECT_EQ(option->GetDefaultValue(value), VREL_S_OK);
+    EXPECT_EQ(value, row.first);
+    EXPECT_EQ(option->GetValue(value), VREL_S_OK);
+    EXPECT_EQ(value, row.last);
+  }
+}
+
 TEST(Gk_OptionDocTest, DotsDivideANameInTheStore) {
   Gk_OptionDoc::addOption(L"OptionDoc.dots/g/a.b", 3, nullptr);
   VRELOptions store;
@@ -218,6 +248,23 @@ TEST(Gk_OptionDocTest, SynchronisesWhatBothComponentsHave) {
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.target/only"), nullptr);
   // The mismatch is reported, once.
   EXPECT_EQ(listener.events.size(), 1U);
+}
+
+TEST(Gk_OptionDocTest, SynchronisingGivesIntegersToBoolsAndNotBoolsToIntegers) {
+  Gk_OptionDoc::addOption(L"OptionDoc.from/truth", 5, nullptr);
+  Gk_OptionDoc::addOption(L"OptionDoc.from/number", true, nullptr);
+  Gk_Option* const truth = Gk_OptionDoc::addOption(L"OptionDoc.to/truth", false, nullptr);
+  Gk_Option* const number = Gk_OptionDoc::addOption(L"OptionDoc.to/number", 7, nullptr);
+  Gk_Option* const unset = Gk_Option::fetch(L"OptionDoc.to/unset", true);
+  Gk_OptionDoc::addOption(L"OptionDoc.from/unset", 2.5, nullptr);
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.from", L"OptionDoc.to");
+  EXPECT_STREQ(truth->string(), "true");
+  EXPECT_EQ(number->count(), 7);
+  // One that has no kind as yet takes the source's.
+  VRELValue::VRELValueType kind = VRELValue::UnknownType;
+  EXPECT_EQ(unset->GetValueType(kind), VREL_S_OK);
+  EXPECT_EQ(kind, VRELValue::DoubleType);
+  EXPECT_EQ(unset->value(), 2.5);
 }
 
 TEST(Gk_OptionDocTest, SynchronisingAnUnknownComponentChangesNothing) {

@@ -175,6 +175,12 @@ TEST(VRELBlastTest, RejectsOtherLiteralFlags) {
   }
 }
 
+TEST(VRELBlastTest, RejectsTheFlagBeforeItAsksForTheDictionary) {
+  Decompression const done = Blast("\x02");
+  EXPECT_EQ(done.result, -1);
+  EXPECT_EQ(done.readsAtEnd, 0);
+}
+
 TEST(VRELBlastTest, RejectsOtherDictionaries) {
   for (int flag = 0; flag < 2; ++flag) {
     for (int dictionary = 0; dictionary < 256; ++dictionary) {
