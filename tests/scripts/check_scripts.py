@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-SCRIPTS = ["script/bootstrap", "script/demo", "script/test", "script/bench", ".ci/run"]
+SCRIPTS = ["script/bootstrap", "script/demo", "script/test", "script/bench", "script/fuzz", ".ci/run"]
 STAND_INS = {
     "dpkg-query": '[[ " $MISSING " == *" ${!#} "* ]] && exit 1\necho -n installed\n',
     "apt-get": 'echo "$DEBIAN_FRONTEND: $*" >>"$CALLS"\nexit "$APT_STATUS"\n',
@@ -99,6 +99,13 @@ class BootstrapTest(unittest.TestCase):
         self.assertEqual(status, 1)
         self.assertEqual(self.called(), ["sudo -n true"])
 
+    def test_asks_for_what_the_fuzzers_need(self):
+        output, errors, status = self.bootstrap("--fuzz", missing="libclang-rt-14-dev chromium", root=False)
+        self.assertEqual(output, ["libclang-rt-14-dev is missing: brings libFuzzer and the sanitizers"])
+        advice = "run as root: apt-get install libclang-rt-14-dev"
+        self.assertEqual(errors, [f"script/bootstrap: failed while installing packages: {advice}"])
+        self.assertEqual(status, 1)
+
     def test_installs_as_root(self):
         output, errors, status = self.bootstrap(missing="libgtest-dev ccache")
         self.assertEqual((errors, status), ([], 0))
@@ -125,8 +132,37 @@ class BootstrapTest(unittest.TestCase):
         output, errors, status = self.bootstrap("--all", root=False)
         self.assertEqual((output, status), ([], 1))
         self.assertEqual(
-            errors, ["script/bootstrap: failed while reading --all: the arguments are --bench and --checks"]
+            errors, ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks and --fuzz"]
         )
+
+
+class FuzzTest(unittest.TestCase):
+    def fuzz(self, *arguments):
+        command = [ROOT / "script/fuzz", *arguments]
+        answer = subprocess.run(command, cwd="/", stdin=subprocess.DEVNULL, capture_output=True, text=True)
+        return answer.stdout, answer.stderr, answer.returncode
+
+    def test_wants_to_know_how_long(self):
+        advice = "the first argument is the number of seconds for each fuzzer"
+        for arguments, text in [((), "no arguments"), (("VRELBlastFuzzer",), "VRELBlastFuzzer"), (("-1",), "-1")]:
+            with self.subTest(arguments):
+                expected = ("", f"script/fuzz: failed while reading {text}: {advice}\n", 1)
+                self.assertEqual(self.fuzz(*arguments), expected)
+
+    def test_knows_its_targets(self):
+        names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
+        for name in ["VRELString", "support/Require"]:
+            with self.subTest(name):
+                output, errors, status = self.fuzz("1", names[0], name)
+                start = f"script/fuzz: failed while looking for {name}: the fuzzers are "
+                self.assertTrue(errors.startswith(start), errors)
+                self.assertEqual(sorted(errors[len(start) :].split()), names)
+                self.assertEqual((output, status), ("", 1))
+
+    def test_each_target_has_seeds(self):
+        names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
+        folders = sorted(path.name for path in (ROOT / "fuzz/seeds").iterdir() if any(path.iterdir()))
+        self.assertEqual(names, folders)
 
 
 if __name__ == "__main__":

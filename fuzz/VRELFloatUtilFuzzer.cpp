@@ -1,0 +1,63 @@
+// Feeds vrelstrtod a text. Asserts the value, to the bit, and the end that a model says which takes one step after the
+// other; and that a plain decimal number of up to 15 digits and a power of ten up to 22 reads as the C library reads
+// it.
+#include "VRELFloatUtil.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "NumberModel.h"
+#include "Require.h"
+
+namespace {
+
+bool AreSame(double a, double b) {
+  return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
+// Whether the text is a decimal number whose value is one rounding away from exact whole numbers.
+bool IsSimple(std::string const& text) {
+  std::size_t at = 0;
+  long digits = 0;
+  long fraction = 0;
+  auto const count = [&](long& counter) {
+    for (; at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) != 0; ++at) ++counter;
+  };
+  if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
+  count(digits);
+  if (at < text.size() && text[at] == '.') {
+    ++at;
+    count(fraction);
+  }
+  digits += fraction;
+  if (digits == 0 || digits > 15) return false;
+  if (at == text.size()) return true;
+  if (text[at] != 'e' && text[at] != 'E') return false;
+  char* end = nullptr;
+  std::string const exponent = text.substr(at + 1);
+  bool const begins = !exponent.empty() && (std::isdigit(static_cast<unsigned char>(exponent.back())) != 0);
+  long const power = std::strtol(exponent.c_str(), &end, 10);
+  return begins && std::isspace(static_cast<unsigned char>(exponent[0])) == 0 && *end == '\0' &&
+         std::labs(power - fraction) <= 22;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t size) {
+  std::string const text = std::string(reinterpret_cast<char const*>(bytes), size).c_str();
+  char* end = nullptr;
+  double const value = VRELFloatUtil::vrelstrtod(text.c_str(), &end);
+  NumberModel const expected = ReadNumber(text);
+  Require(end == text.c_str() + expected.taken, "the end stands behind the last byte taken");
+  Require(AreSame(value, expected.value), "the value is that of the promised steps");
+  Require(AreSame(VRELFloatUtil::vrelstrtod(text.c_str(), nullptr), value), "the end need not be asked for");
+  Require(AreSame(VRELFloatUtil::vrelatof(text.c_str()), 0.0), "vrelatof gives 0");
+  if (IsSimple(text)) {
+    Require(AreSame(value, std::strtod(text.c_str(), nullptr)), "a short number reads as everywhere");
+  }
+  return 0;
+}

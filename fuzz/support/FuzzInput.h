@@ -1,0 +1,50 @@
+// The bytes that libFuzzer hands to a target, cut into readable pieces.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Gives out the input from front to back. Pieces are text, so that a seed can be written by hand; at the end of the
+// input every piece is empty and every byte 0.
+class FuzzInput {
+ public:
+  FuzzInput(std::uint8_t const* bytes, std::size_t size) : left(reinterpret_cast<char const*>(bytes), size) {}
+
+  bool IsAtEnd() const { return left.empty(); }
+
+  unsigned char Byte() {
+    if (left.empty()) return 0;
+    unsigned char const byte = static_cast<unsigned char>(left.front());
+    left.remove_prefix(1);
+    return byte;
+  }
+
+  // A number below `limit`, by the next byte; digits and small letters stand for the numbers from 0 to 35.
+  int Number(int limit) {
+    int const byte = Byte();
+    int const value = byte >= '0' && byte <= '9' ? byte - '0' : byte >= 'a' && byte <= 'z' ? byte - 'a' + 10 : byte;
+    return value % limit;
+  }
+
+  // The bytes up to the next line feed, which is passed over.
+  std::string Line() { return Piece('\n'); }
+
+  // The bytes up to the next separator, which is passed over.
+  std::string Piece(char separator) {
+    std::size_t const end = left.find(separator);
+    std::string const piece(left.substr(0, end));
+    left.remove_prefix(end == std::string_view::npos ? left.size() : end + 1);
+    return piece;
+  }
+
+  std::string Rest() {
+    std::string const rest(left);
+    left = {};
+    return rest;
+  }
+
+ private:
+  std::string_view left;
+};
