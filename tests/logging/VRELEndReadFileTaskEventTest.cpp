@@ -66,6 +66,18 @@ TEST(VRELEndReadFileTaskEventTest, NamesTheModelsWhereThereAreSeveral) {
   EXPECT_EQ(header.Get(VRELFileHeader::AUTHOR, author), VREL_S_OK);
 }
 
+TEST(VRELEndReadFileTaskEventTest, RowsOfAnyModelCount) {
+  VRELFileHeader header;
+  header.Set(VRELFileHeader::AUTHOR, L"Kim");
+  header.SelectModel(1);
+  EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
+            heading +
+                std::string("Model 1\n"
+                            "Author                   : Kim\n"
+                            "Model 2\n") +
+                rule);
+}
+
 TEST(VRELEndReadFileTaskEventTest, NamesAModelWithoutRows) {
   VRELFileHeader header;
   header.SelectModel(2);

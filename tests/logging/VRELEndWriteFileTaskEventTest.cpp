@@ -32,6 +32,8 @@ TEST(VRELEndWriteFileTaskEventTest, TellsFileAndResult) {
       // Other successes too.
       {L"a", VREL_S_PARTIAL, "Output File \"a\" Writing has Failed with code1\n"},
       {L"a", VREL_S_NO_ENTITY, "Output File \"a\" Writing has Failed with code2\n"},
+      // Of the criticity of an abort, and not the abort.
+      {L"a", 0x2000004, "Output File \"a\" Writing has Failed with code33554436\n"},
       {L"a", 0x80000000L, "Output File \"a\" Writing has Failed with code-2147483648\n"},
       {L"100%s %n", VREL_S_OK, "Output File \"100%s %n\" is Successfully Written\n"},
       {L"\u00D6l", VREL_S_OK, "Output File \"\x1Al\" is Successfully Written\n"},
@@ -39,6 +41,27 @@ TEST(VRELEndWriteFileTaskEventTest, TellsFileAndResult) {
   for (auto const& each : cases) {
     EXPECT_EQ(DescriptionOf(VRELEndWriteFileTaskEvent(each.name, each.result)), each.text + rule);
   }
+}
+
+// The stream is flushed by then, and not when the event goes.
+TEST(VRELEndWriteFileTaskEventTest, FlushesTheStreamBehindTheText) {
+  class Stream : public VRELOutputStream {
+   public:
+    int write(char const* buffer, int count) override {
+      calls.append(buffer, static_cast<std::size_t>(count));
+      return count;
+    }
+    void flush() override { calls += "flush"; }
+    void close() override { calls += "close"; }
+    std::string calls;
+  } stream;
+  {
+    VRELEndWriteFileTaskEvent event(L"a", VREL_S_OK);
+    event.GetFormattedDescription(&stream);
+    EXPECT_EQ(stream.calls, "Output File \"a\" is Successfully Written\n" + rule + "flush");
+    stream.calls.clear();
+  }
+  EXPECT_EQ(stream.calls, "");
 }
 
 // The formatter is the event's own, the stream is not.

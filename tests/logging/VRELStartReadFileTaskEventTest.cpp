@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "LocaleProcess.h"
 #include "TaskRecorder.h"
 
 namespace {
@@ -20,6 +21,14 @@ TEST(VRELStartReadFileTaskEventTest, KeepsTheFileName) {
   EXPECT_STREQ(fromBytes.GetFileName(), "100%s.step");
   EXPECT_EQ(DescriptionOf(fromText), "");
   EXPECT_EQ(DescriptionOf(fromBytes), "");
+}
+
+TEST(VRELStartReadFileTaskEventTest, KeepsTheFileNameInTheCodepageOfTheProcess) {
+  RunTestInLocale("C.UTF-8", [] {
+    EXPECT_STREQ(VRELStartReadFileTaskEvent(VRELString(L"\u00D6l/\u4E2D.step")).GetFileName(),
+                 "\xC3\x96l/\xE4\xB8\xAD.step");
+    EXPECT_STREQ(VRELStartReadFileTaskEvent("\xC3\x96l.step").GetFileName(), "\xC3\x96l.step");
+  });
 }
 
 TEST(VRELStartReadFileTaskEventTest, AnEmptyNameIsNone) {

@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -228,6 +229,21 @@ TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
   EXPECT_EQ(handler.IsPointerPositionValid(4500000), VREL_S_OK);
   ExpectByteOfFile(handler, 5242879);
   ExpectFailure(handler, 5242881, 0x1000056, kNoMove);
+}
+
+// With a hole in front of its last bytes.
+TEST_F(VRELBufferFileHandlerTest, ReachesBeyondFourGigabytes) {
+  constexpr long size = 5L * 1024 * kMega + 7;
+  std::string const path = directory.Write("data", "first");
+  std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size) - 4);
+  std::ofstream(path, std::ios::app | std::ios::binary) << "last";
+  VRELBufferFileHandler handler(Open(path));
+  ExpectByte(handler, size - 1, 't');
+  ExpectByte(handler, size - 4, 'l');
+  ExpectByte(handler, size - 5, 0);
+  ExpectByte(handler, 4L * 1024 * kMega, 0);
+  ExpectByte(handler, 0, 'f');
+  ExpectFailure(handler, size + 1, 0x1000056, kNoMove);
 }
 
 TEST_F(VRELBufferFileHandlerTest, WindowAgainstAModel) {
