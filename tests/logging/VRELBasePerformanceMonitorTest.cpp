@@ -151,6 +151,21 @@ TEST_F(VRELBasePerformanceMonitorTest, WhatTheEntryPointThrowsReachesTheCaller) 
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
+// The sanitizers tell whether the library goes.
+TEST_F(VRELBasePerformanceMonitorTest, InstallsNothingWhereAnEntryPointThrows) {
+  VRELBasePerformanceMonitor monitor;
+  EXPECT_ANY_THROW(VRELBasePerformanceMonitor::Install(
+      &monitor, new VRELBrivetLibrary("VRELTestThrowingInitialize", "InitializeModule", "")));
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  LoadModule("VRELTestMonitorThrowing");
+  EXPECT_THROW(VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestBare", "", "")),
+               std::runtime_error);
+  EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
+  listener.events.clear();
+  VRELBasePerformanceMonitor::Clear();
+  EXPECT_THAT(listener.Texts(), IsEmpty());
+}
+
 TEST_F(VRELBasePerformanceMonitorTest, AModuleThatCannotBeLoadedIsDropped) {
   VRELBasePerformanceMonitor monitor;
   VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));

@@ -33,10 +33,13 @@ VRELBasePerformanceMonitor* VRELBasePerformanceMonitor::Instance() noexcept {
 }
 
 void VRELBasePerformanceMonitor::Install(VRELBasePerformanceMonitor* monitor, VRELBrivetLibrary* library) {
-  if (library != nullptr) library->Load();
-  if (library != librarySlot) Clear();
+  if (library != librarySlot) {
+    std::unique_ptr<VRELBrivetLibrary> taken(library);
+    if (taken != nullptr) taken->Load();
+    Clear();
+    librarySlot = taken.release();
+  }
   monitorSlot = monitor;
-  librarySlot = library;
 }
 
 void VRELBasePerformanceMonitor::Clear() {

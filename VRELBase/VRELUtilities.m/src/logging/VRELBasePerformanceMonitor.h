@@ -35,7 +35,8 @@ class VREL_EXPORT VRELBasePerformanceMonitor {
 
   // Fills both slots; what was there before is cleared. The library, made by new, is taken and loaded, so that the
   // module stays as long as its monitor is installed; the monitor is not taken. Either may be null.
-  // VRELTimingLogger::_pMonitor stays as it is.
+  // VRELTimingLogger::_pMonitor stays as it is. What an entry point throws, of this library or of that before, reaches
+  // the caller: this library is gone then, and the monitor not installed.
   static void Install(VRELBasePerformanceMonitor* monitor, VRELBrivetLibrary* library);
 
   // Calls the entry point TerminatePerformanceMonitor of the library, if it has one, with the address of the monitor's
