@@ -239,7 +239,9 @@ TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
     another.Initialize();
     Taken();
     another.Finalize();
-    EXPECT_EQ(Taken()[5], Row("Mesh", std::string(each.elapsed) + " " + noSeconds + "        1x"));
+    Lines const lines = Taken();
+    ASSERT_EQ(lines.size(), 7U);
+    EXPECT_EQ(lines[5], Row("Mesh", std::string(each.elapsed) + " " + noSeconds + "        1x"));
   }
 }
 
