@@ -30,6 +30,9 @@ VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> co
   } catch (std::exception const& error) {
     ReportProblem(subject, std::string("expected to get on, found ") + error.what() + "; report this with the file");
     return VREL_E_UNEXPECTED;
+  } catch (...) {
+    ReportProblem(subject, "expected to get on, found an exception of an unknown kind; report this with the file");
+    return VREL_E_UNEXPECTED;
   }
   ReportProblem(subject, "expected more memory, found no more; close other programs or split the file");
   return VREL_E_UNEXPECTED;

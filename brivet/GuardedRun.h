@@ -12,7 +12,7 @@
 //   InputError                          its result, the subject followed by its line
 //   VRELAbortException                 VREL_E_ABORTED
 //   std::bad_alloc, VRELAllocException VREL_E_UNEXPECTED
-//   another std::exception             VREL_E_UNEXPECTED
+//   anything else                      VREL_E_UNEXPECTED
 //   Gk_Exception                       VREL_E_FAIL, without a report: it was told when it was raised
 //
 // Work that comes to its end gives its own result or, where that is a success and an error was told on the way (see

@@ -5,12 +5,15 @@
 #include <cstdio>
 #include <string>
 
+#include "Gk_ErrMgr.h"
 #include "VRELBufferFileHandler.h"
 #include "VRELFile.h"
 #include "VRELFilePath.h"
 #include "VRELString.h"
 
 namespace {
+
+constexpr unsigned long POLL_STEP = 1UL << 20U;  // bytes
 
 // Opening a pipe would wait for somebody to write into it.
 bool IsRegularFile(VRELFile const& file) {
@@ -79,6 +82,8 @@ VRINResult StepBuffer::GetOffset(unsigned long& position) {
 }
 
 int StepBuffer::Load() {
+  // A single comment or string may be longer than anybody waits for.
+  if (offset % POLL_STEP == 0) Gk_ErrMgr::checkAbort();
   unsigned char byte = 0;
   // The call names its class: it need not go through the virtual table.
   bool const there = offset < size && static_cast<VRELBufferFileHandler*>(handler)

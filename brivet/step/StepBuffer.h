@@ -9,6 +9,8 @@ class StepFormatReader;
 // Reads a file by position through a window that slides over it, so the memory does not depend on the length. The file
 // must have a length: a pipe has none.
 //
+// Polls Gk_ErrMgr for an abort at each mebibyte, besides those who read from here.
+//
 // A file that becomes shorter while it is read ends where its bytes end.
 class StepBuffer : public VRELBuffer {
  public:

@@ -462,10 +462,9 @@ VRINResult StepFormatReader::Describe(DocumentVisitor& visitor, Progress& receiv
   if (referrers == nullptr) return VREL_E_FAIL;
   try {
     for (std::size_t i = 0; i < sections.size(); ++i) {
-      std::uint32_t const end = i + 1 < sections.size() ? sections[i + 1].first : ids.Count();
       visitor.BeginSection();
       DescribeParameters(sections[i], visitor);
-      for (std::uint32_t instance = sections[i].first; instance < end; ++instance) {
+      for (std::uint32_t instance = sections[i].first; instance < EndOf(i); ++instance) {
         if (instance % PROGRESS_STEP == 0) receiver.Done(static_cast<long>(instance));
         DescribeInstance(instance, visitor, withReferrers);
       }
@@ -481,10 +480,9 @@ VRINResult StepFormatReader::DescribeEscaped(DocumentVisitor& visitor) {
   if (escaped == 0) return VREL_S_OK;
   try {
     for (std::size_t i = 0; i < sections.size(); ++i) {
-      std::uint32_t const end = i + 1 < sections.size() ? sections[i + 1].first : ids.Count();
       visitor.BeginSection();
       DescribeParameters(sections[i], visitor);
-      for (std::uint32_t instance = sections[i].first; instance < end; ++instance) {
+      for (std::uint32_t instance = sections[i].first; instance < EndOf(i); ++instance) {
         if (EntityAt(instance).HasEscapes()) DescribeInstance(instance, visitor, false);
       }
       visitor.EndSection();
@@ -493,6 +491,11 @@ VRINResult StepFormatReader::DescribeEscaped(DocumentVisitor& visitor) {
   } catch (InputError const& error) {
     return TellChange(error);
   }
+}
+
+// The number of the instance behind the last one of a section.
+std::uint32_t StepFormatReader::EndOf(std::size_t section) const {
+  return section + 1 < sections.size() ? sections[section + 1].first : ids.Count();
 }
 
 void StepFormatReader::DescribeParameters(Section const& section, DocumentVisitor& visitor) {

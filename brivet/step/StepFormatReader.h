@@ -94,6 +94,7 @@ class StepFormatReader final : public Document {
   StepEntityReader* ReadInstanceName();
   StepEntityReader* LeaveScope();
   StepEntityReader* MakeEntity(std::uint64_t number);
+  std::uint32_t EndOf(std::size_t section) const;
   StepEntityReader& EntityAt(std::uint32_t instance) const;
   void WalkReferences(NoteReference const& note);
   void SortIds();

@@ -67,6 +67,8 @@ TEST_F(GuardedRunTest, ReportsWhatStopsTheWork) {
        "part.stp: expected more memory, found no more; close other programs or split the file"},
       {[]() -> VRINResult { throw std::length_error("a length"); }, VREL_E_UNEXPECTED, 7,
        "part.stp: expected to get on, found a length; report this with the file"},
+      {[]() -> VRINResult { throw 12; }, VREL_E_UNEXPECTED, 7,
+       "part.stp: expected to get on, found an exception of an unknown kind; report this with the file"},
       {[]() -> VRINResult { throw VRELAllocException(); }, VREL_E_UNEXPECTED, 7,
        "part.stp: expected more memory, found no more; close other programs or split the file"},
       {[]() -> VRINResult { Gk_ErrMgr::raise(Gk_Exception("CANNOT_OPEN_FILE", nullptr)); }, VREL_E_FAIL, 1,

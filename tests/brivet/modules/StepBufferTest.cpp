@@ -6,7 +6,9 @@
 
 #include <fstream>
 
+#include "Gk_ErrMgr.h"
 #include "StepFixture.h"
+#include "VRELAbortException.h"
 
 TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   BytesInFile file("ab\xFF");
@@ -98,4 +100,20 @@ TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
   buffer.SetOffset(4 * 1024 * 1024 + 10);
   EXPECT_EQ(buffer.Peek(), StepBuffer::END);
   EXPECT_EQ(buffer.Take(), StepBuffer::END);
+}
+
+// However long a single token is.
+TEST(StepBufferTest, StopsOnRequestWithinAMebibyte) {
+  constexpr unsigned long MEBIBYTE = 1048576;
+  BytesInFile file(std::string(3 * MEBIBYTE, 'x'));
+  StepBuffer& buffer = file.Buffer();
+  for (int i = 0; i < 10; ++i) buffer.Take();
+  Gk_ErrMgr::setAbort();
+  EXPECT_THROW(
+      {
+        while (buffer.Take() != StepBuffer::END) {
+        }
+      },
+      VRELAbortException);
+  EXPECT_EQ(buffer.Offset(), MEBIBYTE);
 }

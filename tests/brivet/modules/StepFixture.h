@@ -1,10 +1,7 @@
 // STEP files for tests.
 #pragma once
 
-#include <fstream>
-#include <iterator>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,6 +10,7 @@
 #include "RecordingListener.h"
 #include "ScratchDirectory.h"
 #include "StepFormatReader.h"
+#include "TestDocument.h"
 #include "VRELFile.h"
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
@@ -23,23 +21,6 @@ class NoProgress final : public Progress {
   void Done(long /*units*/) override {}
   void End() override {}
 };
-
-inline std::string FileText(std::string const& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error("cannot read " + path);
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-inline std::string BracketPath() {
-  return VREL_SOURCE_DIR "/examples/bracket.stp";
-}
-
-// A document around the lines of its data section, which begin at line 7.
-inline std::string AroundData(std::string const& data) {
-  return "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
-         "FILE_SCHEMA(('S'));ENDSEC;\nDATA;\n" +
-         data + "ENDSEC;\nEND-ISO-10303-21;\n";
-}
 
 // The bytes as a file that is open.
 class BytesInFile {

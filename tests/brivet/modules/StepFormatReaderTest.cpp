@@ -66,21 +66,23 @@ std::size_t EndOf(std::string const& document) {
 }  // namespace
 
 TEST(StepFormatReaderTest, CountsInstances) {
-  ExpectCounts(AroundData(""), {1, 0, 0});
-  ExpectCounts(AroundData("#1=A();\n#2 = B ( 1 , #1 ) ;#3=(A()B(1));\n"), {1, 2, 1});
-  ExpectCounts(AroundData("/**/#1/**/=/* ; */A/* ( */(/* ) */)/**/;"), {1, 1, 0});
-  ExpectCounts(AroundData("#637540710=A();#18446744073709551615=B();#0=C();"), {1, 3, 0});
-  ExpectCounts(AroundData("#1=A($,*,.T.,\"0F\",'s;',(),((1),(2,())),T(1),T(T(#1)),!U((1.5)));#2=!MINE();"), {1, 2, 0});
-  ExpectCounts(AroundData("#1=A('#7=X();');ENDSEC;DATA('two',('S'));#2=B();#4294967297=C();"), {2, 3, 0});
+  ExpectCounts(DocumentText(""), {1, 0, 0});
+  ExpectCounts(DocumentText("#1=A();\n#2 = B ( 1 , #1 ) ;#3=(A()B(1));\n"), {1, 2, 1});
+  ExpectCounts(DocumentText("/**/#1/**/=/* ; */A/* ( */(/* ) */)/**/;"), {1, 1, 0});
+  ExpectCounts(DocumentText("#637540710=A();#18446744073709551615=B();#0=C();"), {1, 3, 0});
+  ExpectCounts(DocumentText("#1=A($,*,.T.,\"0F\",'s;',(),((1),(2,())),T(1),T(T(#1)),!U((1.5)));#2=!MINE();"),
+               {1, 2, 0});
+  ExpectCounts(DocumentText("#1=A('#7=X();');ENDSEC;DATA('two',('S'));#2=B();#4294967297=C();"), {2, 3, 0});
   // Instances inside a scope count as any other.
-  ExpectCounts(AroundData("#1=&SCOPE #2=A(); #3=&SCOPE #4=B(); ENDSCOPE C(); ENDSCOPE /#2,#3/ D();"), {1, 4, 0});
-  ExpectCounts(AroundData("#1=&SCOPE ENDSCOPE (A()B());"), {1, 0, 1});
-  ExpectCounts("\xEF\xBB\xBF\r\n " + AroundData("#1=A();") + "what follows is no part of it '", {1, 1, 0});
-  ExpectCounts(AroundData("#1=A();\r\n#2=B();\r").substr(0, AroundData("#1=A();\r\n#2=B();\r").size() - 1), {1, 2, 0});
+  ExpectCounts(DocumentText("#1=&SCOPE #2=A(); #3=&SCOPE #4=B(); ENDSCOPE C(); ENDSCOPE /#2,#3/ D();"), {1, 4, 0});
+  ExpectCounts(DocumentText("#1=&SCOPE ENDSCOPE (A()B());"), {1, 0, 1});
+  ExpectCounts("\xEF\xBB\xBF\r\n " + DocumentText("#1=A();") + "what follows is no part of it '", {1, 1, 0});
+  ExpectCounts(DocumentText("#1=A();\r\n#2=B();\r").substr(0, DocumentText("#1=A();\r\n#2=B();\r").size() - 1),
+               {1, 2, 0});
 }
 
 TEST(StepFormatReaderTest, CountsTypes) {
-  ReadDocument document(AroundData("#1=LINE();#2=(B()A());#3=LINE();#4=(B()A());#5=PLANE(T(1));#6=(A());"));
+  ReadDocument document(DocumentText("#1=LINE();#2=(B()A());#3=LINE();#4=(B()A());#5=PLANE(T(1));#6=(A());"));
   std::map<std::string, long> counts;
   for (std::size_t i = 0; i < document->GetTypeCount(); ++i) {
     counts[document->GetTypeName(i)] = document->GetTypeInstanceCount(i);
@@ -89,7 +91,7 @@ TEST(StepFormatReaderTest, CountsTypes) {
 }
 
 TEST(StepFormatReaderTest, DescribesInstancesInTheirOrder) {
-  ReadDocument document(AroundData(ALL_KINDS));
+  ReadDocument document(DocumentText(ALL_KINDS));
   EXPECT_THAT(document.Messages(), IsEmpty());
   EXPECT_EQ(document.Record(),
             "DATA #1 A< 'it's' '\\X2\\30D6\\X0\\=\xE3\x83\x96@7' .T r:-1.5E-3 b:0F $ * ( #2 T[ i:1 ] ) >; "
@@ -101,7 +103,7 @@ TEST(StepFormatReaderTest, DescribesInstancesInTheirOrder) {
 }
 
 TEST(StepFormatReaderTest, DescribesSectionsWithTheirParameters) {
-  ReadDocument document(AroundData("#1=A(#2);ENDSEC;DATA('two',('S'));#2=B(#1,#1);#3=C(#2,#2,#1);"));
+  ReadDocument document(DocumentText("#1=A(#2);ENDSEC;DATA('two',('S'));#2=B(#1,#1);#3=C(#2,#2,#1);"));
   EXPECT_EQ(document.Record(true),
             "DATA #1 A< #2 > <-2 <-3; ENDSEC DATA < 'two' ( 'S' ) > #2 B< #1 #1 > <-1 <-3; #3 C< #2 #2 #1 >; ENDSEC");
 }
@@ -116,7 +118,7 @@ TEST(StepFormatReaderTest, DescribesTheHeader) {
 }
 
 TEST(StepFormatReaderTest, WalksAsTheFrameDoes) {
-  ReadDocument document(AroundData("#7=A(1);#99999999999=B();"));
+  ReadDocument document(DocumentText("#7=A(1);#99999999999=B();"));
   VRELDynamicArray<VRELEntityReader*> const entities = document->GetDataEntityList();
   ASSERT_EQ(entities.size(), 2);
   int id = -5;
@@ -134,7 +136,7 @@ TEST(StepFormatReaderTest, WalksAsTheFrameDoes) {
 }
 
 TEST(StepFormatReaderTest, IsTheSameWithAllLineEnds) {
-  std::string const bytes = AroundData("#1=A('a\nb\\S\\A',\n#2);\n#2=B();\n");
+  std::string const bytes = DocumentText("#1=A('a\nb\\S\\A',\n#2);\n#2=B();\n");
   for (char const* end : {"\n", "\r\n", "\r"}) {
     std::string other;
     for (char const byte : bytes) other += byte == '\n' ? end : std::string(1, byte);
@@ -203,10 +205,10 @@ TEST(StepFormatReaderTest, LeavesOutWhatBreaksTheFormatAndGoesOnBehindIt) {
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.data);
-    std::vector<std::string> const told = Told(AroundData(row.data));
+    std::vector<std::string> const told = Told(DocumentText(row.data));
     ASSERT_FALSE(told.empty());
     EXPECT_EQ(told[0], row.told);
-    ReadDocument document(AroundData(row.data));
+    ReadDocument document(DocumentText(row.data));
     EXPECT_EQ(document->GetInstanceCount(), row.instances);
     EXPECT_GE(document->GetFailedCount(), 1);
     EXPECT_EQ(document->GetState(), row.instances == 0 ? VREL_E_INVALID_FILE : VREL_S_PARTIAL);
@@ -262,7 +264,7 @@ TEST(StepFormatReaderTest, TellsWhatTheHeaderLacks) {
 }
 
 TEST(StepFormatReaderTest, WarnsOfReferencesToNothing) {
-  ReadDocument document(AroundData("#1=LINE(#2,\n#5);\n#3=(A(#99999999999999999999)B());#4=A(1;#2=P(#4);"));
+  ReadDocument document(DocumentText("#1=LINE(#2,\n#5);\n#3=(A(#99999999999999999999)B());#4=A(1;#2=P(#4);"));
   EXPECT_EQ(document.resolved, VREL_S_OK);
   std::vector<std::string> const messages = document.Messages();
   ASSERT_EQ(messages.size(), 4U);
@@ -280,7 +282,7 @@ TEST(StepFormatReaderTest, WarnsOfReferencesToNothing) {
 }
 
 TEST(StepFormatReaderTest, RefusesIdsThatTwoInstancesHave) {
-  ReadDocument document(AroundData("#1=A();#5=A();\n#01=B();ENDSEC;DATA;\n#5=C();\n#1=D();"));
+  ReadDocument document(DocumentText("#1=A();#5=A();\n#01=B();ENDSEC;DATA;\n#5=C();\n#1=D();"));
   EXPECT_EQ(document.resolved, VREL_E_INVALID_FILE);
   EXPECT_EQ(document->GetState(), VREL_E_INVALID_FILE);
   std::string const two = ", which stands in line 7 too; give one of them another id";
@@ -293,21 +295,21 @@ TEST(StepFormatReaderTest, RefusesIdsThatTwoInstancesHave) {
 TEST(StepFormatReaderTest, TellsAHundredProblemsAndCountsTheRest) {
   std::string data;
   for (int i = 0; i < 150; ++i) data += "#" + std::to_string(i) + "=A(#1000);";
-  std::vector<std::string> const messages = ReadDocument(AroundData(data)).Messages();
+  std::vector<std::string> const messages = ReadDocument(DocumentText(data)).Messages();
   ASSERT_EQ(messages.size(), 101U);
   EXPECT_EQ(messages[100], "WARNING: part.stp: 50 more warnings of this kind");
 }
 
 TEST(StepFormatReaderTest, TakesDeepListsAndScopes) {
   constexpr long DEPTH = 100'000;
-  ExpectCounts(AroundData("#1=A(" + std::string(DEPTH, '(') + "1" + std::string(DEPTH, ')') + ");"), {1, 1, 0});
+  ExpectCounts(DocumentText("#1=A(" + std::string(DEPTH, '(') + "1" + std::string(DEPTH, ')') + ");"), {1, 1, 0});
   std::string scopes;
   std::string ends;
   for (long i = 0; i < DEPTH; ++i) {
     scopes += "#" + std::to_string(i) + "=&SCOPE ";
     ends += "ENDSCOPE A();";
   }
-  ExpectCounts(AroundData(scopes + ends), {1, DEPTH, 0});
+  ExpectCounts(DocumentText(scopes + ends), {1, DEPTH, 0});
 }
 
 // Ids that agree in their lower half share no slot for it.
@@ -316,13 +318,13 @@ TEST(StepFormatReaderTest, TakesIdsFarApart) {
   std::string data;
   for (long i = 0; i < COUNT; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
   std::clock_t const start = std::clock();
-  ExpectCounts(AroundData(data), {1, COUNT, 0});
+  ExpectCounts(DocumentText(data), {1, COUNT, 0});
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 
 TEST(StepFormatReaderTest, StopsOnRequest) {
   ScratchDirectory directory;
-  std::string const path = directory.Write("part.stp", AroundData("#1=A();#2=B();"));
+  std::string const path = directory.Write("part.stp", DocumentText("#1=A();#2=B();"));
   VRELFormatReaderHandle handle(new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), "part.stp"));
   auto* const document = static_cast<StepFormatReader*>(static_cast<VRELFormatReader*>(handle));
   ASSERT_EQ(document->Open(), VREL_S_OK);
@@ -336,7 +338,7 @@ TEST(StepFormatReaderTest, StopsOnRequest) {
 
 TEST(StepFormatReaderTest, TellsThatTheFileHasChanged) {
   ScratchDirectory directory;
-  std::string const path = directory.Write("part.stp", AroundData("#1=A();#2=B();"));
+  std::string const path = directory.Write("part.stp", DocumentText("#1=A();#2=B();"));
   VRELFormatReaderHandle handle(new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), "part.stp"));
   auto* const document = static_cast<StepFormatReader*>(static_cast<VRELFormatReader*>(handle));
   DocumentRecorder recorder;
@@ -364,7 +366,7 @@ TEST(StepFormatReaderTest, RefusesWhatCannotBeRead) {
 }
 
 TEST(StepFormatReaderTest, EndsOnEveryPrefixOfADocument) {
-  std::string const whole = AroundData(ALL_KINDS);
+  std::string const whole = DocumentText(ALL_KINDS);
   ASSERT_THAT(Told(whole), IsEmpty());
   for (std::size_t length = 0; length < EndOf(whole); ++length) {
     ReadDocument document(whole.substr(0, length));
@@ -386,7 +388,7 @@ TEST(StepFormatReaderTest, SurvivesRandomBytes) {
 
 // Whatever a document becomes by random changes: what is left of it can be described.
 TEST(StepFormatReaderTest, SurvivesRandomChanges) {
-  std::string const whole = AroundData(ALL_KINDS);
+  std::string const whole = DocumentText(ALL_KINDS);
   std::string const alphabet = "'\"()/*;=#,\\&$.!<>XS02A\n\r\xE9";
   std::mt19937 random(1994);
   int changedMeaning = 0;

@@ -82,7 +82,7 @@ TEST(StepWriterTest, FoldsLinesBetweenValues) {
   VRELOptions options;
   options.AddOption(L"FileLineLength", 16);
   EXPECT_THAT(
-      Rewritten(AroundData("#1=AB(1,22,333,'a long string here',(4,(5)),T(6));#2=(A(1)B(2)C(3)D(4));"), &options),
+      Rewritten(DocumentText("#1=AB(1,22,333,'a long string here',(4,(5)),T(6));#2=(A(1)B(2)C(3)D(4));"), &options),
       HasSubstr("#1=AB(1,22,333,\n"
                 "'a long string here',\n"
                 "(4,(5)),T(6));\n"
@@ -90,7 +90,7 @@ TEST(StepWriterTest, FoldsLinesBetweenValues) {
                 "D(4));\n"));
   VRELOptions none;
   none.AddOption(L"FileLineLength", 0);
-  EXPECT_THAT(Rewritten(AroundData("#1=AB(1,22,333);"), &none), HasSubstr("\n#1=AB(1,22,333);\n"));
+  EXPECT_THAT(Rewritten(DocumentText("#1=AB(1,22,333);"), &none), HasSubstr("\n#1=AB(1,22,333);\n"));
 }
 
 TEST(StepWriterTest, SetsFieldsOfTheHeaderFromOptions) {
@@ -126,12 +126,12 @@ TEST(StepWriterTest, KeepsEveryParameter) {
       "#1=A('it''s''','\\X2\\30D6\\X0\\ \\\\ \\X\\E9 \\X4\\0001F529\\X0\\ \\PA\\',.T.,-1.5E-3,5,.5,\"0F\",\"\",$,*,(),"
       "((1),(2,())),T(1),T(T(#1)),!U((1.5)),#18446744073709551617);#18446744073709551617=(B()C('\xC3\xA4'));\n"
       "#3=&SCOPE #4=D();ENDSCOPE/#4/E();\n";
-  ExpectRoundTrip(AroundData(kinds));
+  ExpectRoundTrip(DocumentText(kinds));
   ExpectRoundTrip(FileText(BracketPath()));
   for (int width : {1, 10, 80}) {
     VRELOptions options;
     options.AddOption(L"FileLineLength", width);
-    ExpectRoundTrip(AroundData(kinds), &options);
+    ExpectRoundTrip(DocumentText(kinds), &options);
     ExpectRoundTrip(FileText(BracketPath()), &options);
   }
 }
@@ -148,7 +148,7 @@ TEST(StepWriterTest, KeepsTheCorpus) {
 TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
   NoProgress progress;
   for (int room : {0, 5, 100, 172}) {
-    ReadDocument document(AroundData("#1=A();#2=B();#3=C();"));
+    ReadDocument document(DocumentText("#1=A();#2=B();#3=C();"));
     FullStream stream(room);
     BrivetWriteRequest request;
     request.document = &*document;
