@@ -1,0 +1,120 @@
+#include "Listing.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "Document.h"
+#include "FormatModule.h"
+#include "RecordingListener.h"
+#include "ScratchDirectory.h"
+#include "TestDocument.h"
+#include "VRELFormatReaderHandle.h"
+#include "VRELReader.h"
+
+namespace {
+
+class ListingTest : public testing::Test {
+ protected:
+  // A document that was read, and not resolved.
+  Document& Read(std::string const& bytes) {
+    BrivetOpenRequest request;
+    request.file = VRELFileHandle(new VRELFile(folder.Write("a.stp", bytes).c_str()));
+    request.shownName = "a.stp";
+    EXPECT_EQ(module.Open(request), VREL_S_OK);
+    handle = VRELFormatReaderHandle(request.document);
+    VRELReader reader(handle);
+    reader.ReadHeaderSection();
+    reader.ReadDataSection();
+    return *request.document;
+  }
+
+  ScratchDirectory folder;
+  FormatModule module{Format::OfInput("a.stp")};
+  VRELFormatReaderHandle handle;
+};
+
+constexpr char HEADER[] =
+    "FILE_DESCRIPTION\n"
+    "description              : (empty)\n"
+    "implementation_level     : 2;1\n"
+    "\n"
+    "FILE_NAME\n"
+    "File Name                : (empty)\n"
+    "time_stamp               : (empty)\n"
+    "Author                   : (empty)\n"
+    "Organization             : (empty)\n"
+    "preprocessor_version     : (empty)\n"
+    "originating_system       : (empty)\n"
+    "authorization            : (empty)\n"
+    "\n"
+    "FILE_SCHEMA\n"
+    "schema_identifiers       : S\n"
+    "\n";
+
+}  // namespace
+
+TEST_F(ListingTest, ShowsTheFrequentTypesFirst) {
+  Document& document = Read(DocumentText("#1=A();\n#2=B();\n#3=B();\n#4=(C()D());\n#5=A();\n#6=B();\n#7=A(;\n"));
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(PrintListing(document), VREL_S_OK);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(HEADER) +
+                                                        "data sections              1\n"
+                                                        "entity instances           6\n"
+                                                        "  simple                   5\n"
+                                                        "  complex                  1\n"
+                                                        "left out                   1\n"
+                                                        "entity types               3\n"
+                                                        "escaped strings            0\n"
+                                                        "\n"
+                                                        "     count  type\n"
+                                                        "         3  B\n"
+                                                        "         2  A\n"
+                                                        "         1  (C D)\n");
+}
+
+// Columns are as wide as what stands in them.
+TEST_F(ListingTest, ShowsTextsWithEscapes) {
+  Document& document =
+      Read(DocumentText("#1=A('plain');\n#1234567890=A('\\S\\|','\\X2\\000A\\X0\\');\n#3=B(('\\\\'));\n"));
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(PrintListing(document), VREL_S_OK);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(HEADER) +
+                                                        "data sections              1\n"
+                                                        "entity instances           3\n"
+                                                        "  simple                   3\n"
+                                                        "  complex                  0\n"
+                                                        "entity types               2\n"
+                                                        "escaped strings            3\n"
+                                                        "\n"
+                                                        "     count  type\n"
+                                                        "         2  A\n"
+                                                        "         1  B\n"
+                                                        "\n"
+                                                        "  line  instance     text\n"
+                                                        "     8  #1234567890  \xC3\xBC\n"
+                                                        "     8  #1234567890  <U+000A>\n"
+                                                        "     9  #3           \\\n");
+}
+
+TEST_F(ListingTest, TellsOnceThatItsPlaceIsFull) {
+  std::string data;
+  for (int i = 1; i <= 20000; ++i) data += "#" + std::to_string(i) + "=A('\\S\\|" + std::string(20, 'x') + "');\n";
+  Document& document = Read(DocumentText(data));
+  std::fflush(stdout);
+  int const before = dup(STDOUT_FILENO);
+  int const full = open("/dev/full", O_WRONLY);
+  dup2(full, STDOUT_FILENO);
+  RecordingListener const listener;
+  EXPECT_EQ(PrintListing(document), VREL_E_FILE_SAVE);
+  dup2(before, STDOUT_FILENO);
+  close(before);
+  close(full);
+  EXPECT_EQ(listener.Texts(),
+            (std::vector<std::string>{"standard output: expected a place to write to, found: No space left on device; "
+                                      "make room, or send it elsewhere"}));
+}
