@@ -40,7 +40,8 @@ std::string Follow(std::string path) {
     std::error_code error;
     std::string const next = std::filesystem::read_symlink(path, error).string();
     if (error) return path;
-    path = next.rfind('/', 0) == 0 ? next : FolderOf(path) + next;
+    path = next.rfind('/', 0) == 0 ? "" : FolderOf(path);
+    path += next;
   }
   Refuse(ELOOP);
 }
