@@ -1,0 +1,94 @@
+// What the debugger looks at: one variable of each kind that has a printer.
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "Gk_RWString.h"
+#include "Gk_String.h"
+#include "VRELDynamicArray.h"
+#include "VRELHashList.h"
+#include "VRELHashMap.h"
+#include "VRELReferenceHandle.h"
+#include "VRELString.h"
+#include "VRELTypedHandle.h"
+#include "VRELValue.h"
+#include "VRINResult.h"
+
+namespace shop {
+
+class Part : public VRELReferenceCount {
+ public:
+  int holes = 4;
+};
+
+class Bracket : public Part {};
+
+class PartHandle : public VRELTypedHandle<Part> {
+ public:
+  using VRELTypedHandle::VRELTypedHandle;
+};
+
+struct Drawing {
+  VRELString title;
+  VRINResult result;
+};
+
+}  // namespace shop
+
+// The debugger stops here.
+extern "C" [[gnu::noinline]] void LookAround() {
+  asm volatile("");
+}
+
+int main() {
+  VRELString uninitialized(L"moved away");
+  VRELString const moved(std::move(uninitialized));
+  VRELString const empty(L"");
+  VRELString const shortText(L"Winkel für Träger \U0001F529");
+  VRELString const longText(L"a text that does not fit into the object itself, \"all told\"");
+
+  Gk_String const bytes("bolt");
+  Gk_String const unended("bolt", 3);
+  Gk_String const noBytes;
+  Gk_ROString view("bolts/m8");
+  view.offset(6);
+  Gk_RWString const writable = bytes.dataStr();
+
+  VRELDynamicArray<int> numbers;
+  for (int number : {3, 1, 2}) numbers.add(number);
+  VRELDynamicArray<VRELString> names(1, VRELString(L"hub"));
+  VRELDynamicArray<VRELString> const sameNames = names;
+  VRELDynamicArray<int> const noNumbers;
+
+  VRELHashList<int> list;
+  list.SetFunctions([](int const& number) { return static_cast<unsigned int>(number); }, nullptr);
+  list.Add(19);
+  list.Add(1);
+  VRELHashMap<VRELString, int> map;
+  map.Put(L"hub", 3);
+  VRELHashMap<int, VRELString> const emptyMap;
+
+  shop::PartHandle const part(new shop::Bracket);
+  VRELReferenceHandle const samePart = part;
+  shop::PartHandle const noPart;
+
+  VRELValue const noValue;
+  VRELValue const doubleValue(0.5);
+  VRELValue const intValue(-7);
+  VRELValue const boolValue(true);
+  VRELValue const textValue(VRELString(L"On"));
+
+  [[maybe_unused]] VRINResult const ok = VREL_S_OK;
+  [[maybe_unused]] VRINResult const invalid = VREL_E_INVALID_FILE;
+  [[maybe_unused]] VRINResult const foreign = 0x1050003;
+  [[maybe_unused]] VRINResult const outside = static_cast<long>(0x91000001);
+  VRINResult const& aborted = VREL_E_ABORTED;
+
+  shop::Drawing const drawing = {VRELString(L"bracket"), VREL_S_PARTIAL};
+
+  alignas(16) unsigned char garbage[256];
+  std::fill(std::begin(garbage), std::end(garbage), static_cast<unsigned char>('Z'));
+
+  LookAround();
+  return garbage[0] == 'Z' && aborted.IsFailure() ? 0 : 1;
+}
