@@ -1,5 +1,6 @@
 # What `cmake --install` puts where: the library with its versioned names, its headers side by side in
-# include/VRELBase, the package description for find_package and for pkg-config.
+# include/VRELBase, the package description for find_package and for pkg-config, the printers of the debugger; and of the
+# driver its manual page and its completion.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS VRELBase EXPORT VRELBaseTargets
@@ -33,3 +34,18 @@ else()
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/VRELBase.pc.in ${PROJECT_BINARY_DIR}/VRELBase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/VRELBase.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+
+# gdb loads the printers along with the library: of a library below /usr from its own folder, of any other from beside
+# the library, where its user trusts that folder.
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set(printers_directory ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
+else()
+  set(printers_directory ${CMAKE_INSTALL_LIBDIR})
+endif()
+install(FILES tools/gdb/vrelbase_printers.py DESTINATION ${printers_directory} COMPONENT Development
+        RENAME $<TARGET_FILE_NAME:VRELBase>-gdb.py)
+
+if(VREL_BUILD_BRIVET)
+  install(FILES docs/man/brivet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Brivet)
+  install(FILES completions/brivet DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Brivet)
+endif()

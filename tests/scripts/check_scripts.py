@@ -9,7 +9,16 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-SCRIPTS = ["script/bootstrap", "script/demo", "script/test", "script/bench", "script/fuzz", ".ci/run"]
+SCRIPTS = [
+    "script/bootstrap",
+    "script/demo",
+    "script/test",
+    "script/bench",
+    "script/fuzz",
+    "script/abi",
+    "script/package",
+    ".ci/run",
+]
 STAND_INS = {
     "dpkg-query": '[[ " $MISSING " == *" ${!#} "* ]] && exit 1\necho -n installed\n',
     "apt-get": 'echo "$DEBIAN_FRONTEND: $*" >>"$CALLS"\nexit "$APT_STATUS"\n',

@@ -1,0 +1,55 @@
+# Debian packages, one for each component of the installation; script/package makes them.
+#
+#   libvrelbase0      the library, by the number of its soname
+#   libvrelbase-dev   headers, packages for CMake and pkg-config, printers for gdb
+#   brivet            the driver, its format modules, its manual page and its completion
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
+                                                WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/CompressManual.cmake)
+set(CPACK_PACKAGE_VENDOR VRELBase)
+set(CPACK_PACKAGE_CONTACT "VRELBase maintainers <maintainers@vrelbase.example>")
+set(CPACK_COMPONENTS_ALL Runtime Development)
+if(VREL_BUILD_BRIVET)
+  list(APPEND CPACK_COMPONENTS_ALL Brivet)
+endif()
+
+set(runtime libvrelbase${PROJECT_VERSION_MAJOR})
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime})
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvrelbase-dev)
+set(CPACK_DEBIAN_BRIVET_PACKAGE_NAME brivet)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_BRIVET_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+
+# Libraries are found in their packages; the project's own, which is in none yet, where it was built.
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS Runtime)
+set(CPACK_COMPONENT_BRIVET_DEPENDS Runtime)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_BRIVET_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+# From which version on the library has what a program was linked with. Before 1.0 a new minor version may change it.
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/debian/shlibs @ONLY NEWLINE_STYLE UNIX
+     CONTENT "libVRELBase ${PROJECT_VERSION_MAJOR} ${runtime} (>= ${PROJECT_VERSION})\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/shlibs)
+
+# Each begins with the line that lists of packages show.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(about "VRELBase gives format modules and translation drivers results, counted handles,
+containers, text, values and options, events and errors, files and streams,
+and the vocabulary of settings that all of them share.")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "base library of a family of CAD data translators\n${about}")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "base library of CAD data translators (development files)\n${about}
+.
+This package has the headers, and the printers that gdb loads by itself.")
+set(CPACK_COMPONENT_BRIVET_DESCRIPTION "translator of STEP files to pages, to plain text and to STEP
+brivet translates ISO 10303-21 clear text files to pages that people browse,
+by format modules that it loads by name, and lists what a file says of itself.")
+include(CPack)

@@ -1,0 +1,221 @@
+#!/usr/bin/env python3
+"""Installs the Debian packages, uses them as their users do, and removes them again, as root, in a view of the machine
+of its own: what it writes below /usr, /etc and /var lies over the real folders, seen by nobody else, and is gone when
+the test ends, however it ends.
+
+check_debs.py SCRATCH
+"""
+import os
+import re
+import shutil
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+VERSION = re.search(r"VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text().split("project(", 1)[1]).group(1)
+RUNTIME, DEVELOPMENT, DRIVER = f"libvrelbase{VERSION.split('.')[0]}", "libvrelbase-dev", "brivet"
+PACKAGES = [RUNTIME, DEVELOPMENT, DRIVER]
+SCRATCH = Path()
+
+ENVIRONMENT = {key: value for key, value in os.environ.items() if key not in ("LD_LIBRARY_PATH", "PKG_CONFIG_PATH")}
+ENVIRONMENT.update(LC_ALL="C.UTF-8", DEBIAN_FRONTEND="noninteractive")
+
+
+def run(*command, cwd=None, expected=0):
+    """Both outputs of a command that ends as expected."""
+    answer = subprocess.run(
+        command, cwd=cwd or SCRATCH, env=ENVIRONMENT, stdin=subprocess.DEVNULL, capture_output=True, text=True
+    )
+    if answer.returncode != expected:
+        raise AssertionError(f"{command}: {answer.returncode}\n{answer.stdout}\n{answer.stderr}")
+    return answer.stdout + answer.stderr
+
+
+def package(name, version=VERSION):
+    return next((SCRATCH if version != VERSION else ROOT / "build/package").glob(f"{name}_{version}_*.deb"))
+
+
+def field(name, which):
+    return run("dpkg-deb", "--field", package(name), which).strip()
+
+
+def files(name):
+    """What a package holds, without its folders: from the path to the line that tells of it."""
+    lines = run("dpkg-deb", "--contents", package(name)).splitlines()
+    entries = {line.split(None, 5)[5].split(" -> ")[0][1:]: line for line in lines}
+    return {path: line for path, line in entries.items() if not path.endswith("/")}
+
+
+def older(name):
+    """The same package under an older version."""
+    tree = SCRATCH / f"older-{name}"
+    run("dpkg-deb", "--raw-extract", package(name), tree)
+    control = tree / "DEBIAN/control"
+    control.write_text(control.read_text().replace(VERSION, "0.0.1"))
+    run("dpkg-deb", "--root-owner-group", "--build", tree, SCRATCH / f"{name}_0.0.1_all.deb")
+    return package(name, "0.0.1")
+
+
+def installed(name):
+    answer = subprocess.run(["dpkg-query", "-W", "-f=${Status} ${Version}", name], capture_output=True, text=True)
+    return answer.stdout.replace("install ok installed ", "") if "ok installed" in answer.stdout else None
+
+
+class MetadataTest(unittest.TestCase):
+    def test_tells_what_it_is(self):
+        sections = {RUNTIME: "libs", DEVELOPMENT: "libdevel", DRIVER: "utils"}
+        for name in PACKAGES:
+            with self.subTest(name):
+                self.assertEqual((field(name, "Package"), field(name, "Version")), (name, VERSION))
+                self.assertEqual(field(name, "Section"), sections[name])
+                self.assertEqual(field(name, "Priority"), "optional")
+                self.assertRegex(field(name, "Maintainer"), r"^\S.* <\S+@\S+>$")
+                description = field(name, "Description").splitlines()
+                self.assertLess(len(description[0]), 80)
+                self.assertGreater(len(description), 2)
+
+    def test_asks_for_what_it_needs(self):
+        library = f"{RUNTIME} (= {VERSION})"
+        self.assertEqual(field(DEVELOPMENT, "Depends"), library)
+        self.assertEqual(field(DRIVER, "Depends").split(", ")[0], library)
+        needed = [depends.split()[0] for depends in field(RUNTIME, "Depends").split(", ")]
+        self.assertIn("libc6", needed)
+        self.assertIn("libstdc++6", needed)
+        self.assertTrue([name for name in needed if re.fullmatch(r"libicu\d+", name)])
+        shlibs = run("dpkg-deb", "--info", package(RUNTIME), "shlibs")
+        self.assertEqual(shlibs, f"libVRELBase {VERSION.split('.')[0]} {RUNTIME} (>= {VERSION})\n")
+
+    def test_holds_what_belongs_to_it(self):
+        major = VERSION.split(".")[0]
+        library = sorted(path.rsplit("/", 1)[1] for path in files(RUNTIME))
+        self.assertEqual(library, [f"libVRELBase.so.{major}", f"libVRELBase.so.{VERSION}"])
+        development = files(DEVELOPMENT)
+        for end in ["/usr/include/VRELBase/VRELString.h", "/libVRELBase.so", "/VRELBaseConfig.cmake", "/VRELBase.pc"]:
+            self.assertEqual(len([path for path in development if path.endswith(end)]), 1, end)
+        driver = sorted(path.rsplit("/", 1)[1] for path in files(DRIVER))
+        self.assertEqual(driver, ["brivet", "brivet", "brivet.1.gz", "libBrivetHtml.so", "libBrivetStep.so",
+                                  "libBrivetText.so"])
+
+    def test_belongs_to_root_and_may_be_read(self):
+        for name in PACKAGES:
+            for path, line in files(name).items():
+                self.assertRegex(line, r"^(-rw-r--r--|-rwxr-xr-x|lrwxrwxrwx) root/root ", path)
+
+    def test_looks_for_libraries_in_no_place_of_its_own(self):
+        for name in [RUNTIME, DRIVER]:
+            tree = SCRATCH / f"tree-{name}"
+            run("dpkg-deb", "--extract", package(name), tree)
+            for path in files(name):
+                if ".so" in path or path.endswith("/bin/brivet"):
+                    self.assertNotRegex(run("readelf", "-d", f"{tree}{path}"), r"RPATH|RUNPATH")
+
+
+class InstallTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        for name in PACKAGES:
+            if installed(name):
+                run("dpkg", "--purge", "--force-depends", name)
+        run("dpkg", "--install", *[older(name) for name in PACKAGES])
+        assert installed(DRIVER) == "0.0.1"
+        run("dpkg", "--install", *[package(name) for name in PACKAGES])
+
+    def test_takes_the_place_of_an_older_version(self):
+        self.assertEqual([installed(name) for name in PACKAGES], [VERSION] * 3)
+
+    def test_the_driver_translates(self):
+        self.assertEqual(run("brivet", "--version"), f"brivet {VERSION}\n")
+        self.assertEqual(shutil.which("brivet"), "/usr/bin/brivet")
+        for name, begin in {"bracket.html": "<", "bracket.txt": "", "new.stp": "ISO-10303-21;"}.items():
+            run("brivet", ROOT / "examples/bracket.stp", name)
+            self.assertTrue((SCRATCH / name).read_text(encoding="utf-8").lstrip().startswith(begin))
+
+    def test_the_driver_has_its_manual_and_its_completion(self):
+        self.assertEqual(run("gunzip", "-c", "/usr/share/man/man1/brivet.1.gz"), (ROOT / "docs/man/brivet.1").read_text())
+        completion = "source /usr/share/bash-completion/completions/brivet; complete -p brivet"
+        self.assertIn("-F _brivet brivet", run("bash", "--norc", "-ec", completion))
+
+    def test_a_client_builds_by_pkg_config(self):
+        flags = run("pkg-config", "--cflags", "--libs", "VRELBase").split()
+        options = ["-std=c++17", "-Wall", "-Wextra", "-Werror", "-o", "by-pkg-config"]
+        run("c++", *options, ROOT / "tests/package/client/main.cpp", *flags)
+        run("./by-pkg-config")
+        self.assertIn("/libVRELBase.so.", run("ldd", "by-pkg-config").split("libVRELBase.so.", 1)[1])
+
+    def test_a_client_builds_by_cmake(self):
+        run(ROOT / "tests/package/build_with_cmake.sh", ROOT / "tests/package/client", "by-cmake", "-G", "Ninja")
+
+    def test_gdb_loads_the_printers(self):
+        if shutil.which("gdb") is None:
+            self.skipTest("there is no gdb")
+        (SCRATCH / "debugged.cpp").write_text(
+            '#include "VRINResult.h"\nint main() {\n  VRINResult result = VREL_E_FAIL;\n'
+            "  return result.IsSuccess();\n}\n"
+        )
+        flags = run("pkg-config", "--cflags", "--libs", "VRELBase").split()
+        run("c++", "-std=c++17", "-g", "-O0", "-Wl,--no-as-needed", "debugged.cpp", "-o", "debugged", *flags)
+        steps = ["break main", "run", "next", "print result"]
+        shown = run("gdb", "-nx", "-batch", *[word for step in steps for word in ["-ex", step]], "./debugged")
+        self.assertIn("$1 = VREL_E_FAIL (failure, number 1)", shown)
+
+    def test_z_goes_away_whole(self):
+        run("dpkg", "--remove", RUNTIME, expected=1)
+        held = [path for name in PACKAGES for path in files(name)]
+        self.assertTrue(all(os.path.lexists(path) for path in held))
+        run("dpkg", "--remove", *PACKAGES)
+        self.assertEqual([path for path in held if os.path.lexists(path)], [])
+        self.assertEqual([installed(name) for name in PACKAGES], [None] * 3)
+        self.assertFalse(os.path.exists("/usr/include/VRELBase"))
+
+
+def in_own_view():
+    """Lays the scratch folder over /usr, /etc and /var, and runs the tests."""
+    run("mount", "-t", "tmpfs", "scratch", SCRATCH, cwd="/")
+    for folder in ["usr", "etc", "var"]:
+        for part in ["upper", "work"]:
+            (SCRATCH / part / folder).mkdir(parents=True)
+        layers = f"lowerdir=/{folder},upperdir={SCRATCH}/upper/{folder},workdir={SCRATCH}/work/{folder}"
+        try:
+            run("mount", "-t", "overlay", "overlay", "-o", layers, f"/{folder}", cwd="/")
+        except AssertionError as fault:
+            print(f"skipped: no folder can be laid over another here: {fault}")
+            return 77
+    return 0 if unittest.main(argv=sys.argv[:1], exit=False).result.wasSuccessful() else 1
+
+
+def reason_to_skip():
+    if os.geteuid() != 0:
+        return "only root installs packages"
+    for tool in ["dpkg", "dpkg-deb", "dpkg-shlibdeps", "unshare", "mount"]:
+        if shutil.which(tool) is None:
+            return f"there is no {tool}"
+    if subprocess.run(["unshare", "--mount", "true"], capture_output=True).returncode != 0:
+        return "this machine gives nobody a view of its own"
+    return None
+
+
+def main():
+    reason = reason_to_skip()
+    if reason:
+        print(f"skipped: {reason}")
+        return 77
+    built = subprocess.run([ROOT / "script/package"], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    if built.returncode != 0:
+        print(built.stdout)
+        return 1
+    shutil.rmtree(SCRATCH, ignore_errors=True)
+    SCRATCH.mkdir(parents=True)
+    before = [installed(name) for name in PACKAGES]
+    command = ["unshare", "--mount", "--propagation", "private", sys.executable, __file__, "--inside", SCRATCH]
+    status = subprocess.run(command).returncode
+    if before != [installed(name) for name in PACKAGES]:
+        print("the machine is not as it was")
+        return 1
+    return status
+
+
+if __name__ == "__main__":
+    SCRATCH = Path(sys.argv.pop()).absolute()
+    sys.exit(in_own_view() if "--inside" in sys.argv else main())
