@@ -1,0 +1,43 @@
+// The page of the shipped document in a real browser.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "BrivetFixture.h"
+#include "HeadlessBrowser.h"
+
+namespace {
+
+// Looks at the page as a reader would, and puts what it finds into the title: whether every link leads to an anchor,
+// and where one leads that is clicked.
+constexpr char LOOK[] = R"(<SCRIPT>
+addEventListener('load', () => {
+  const links = [...document.querySelectorAll('a[href]')];
+  const lost = links.filter(link => document.getElementsByName(link.hash.slice(1)).length != 1);
+  const link = links.find(each => each.hash == '#48');
+  const target = document.getElementsByName('48')[0];
+  const before = target.getBoundingClientRect().top;
+  link.click();
+  setTimeout(() => {
+    const after = target.getBoundingClientRect().top;
+    const marked = getComputedStyle(target).backgroundColor;
+    document.title = [links.length > 500, lost.length, location.hash, before > innerHeight,
+                      Math.abs(after) < innerHeight, marked].join(' ');
+  }, 500);
+});
+</SCRIPT>)";
+
+class BrivetPageTest : public BrivetFixture {};
+
+}  // namespace
+
+TEST_F(BrivetPageTest, LeadsFromReferencesToInstances) {
+  if (!HasHeadlessBrowser()) GTEST_SKIP() << "there is no chromium";
+  ASSERT_EQ(Brivet({BracketPath(), "page.html"}).exitStatus, 0);
+  std::string page = folder.Read("page.html");
+  page.insert(page.rfind("</BODY>"), LOOK);
+  Write("look.html", page);
+  EXPECT_THAT(OpenPage(folder.Path("look.html")),
+              testing::HasSubstr("<title>true 0 #48 true true rgb(255, 230, 128)</title>"));
+}
