@@ -300,6 +300,30 @@ TEST(Gk_DomainTest, FarParametersEndSoon) {
   EXPECT_EQ(Gk_Domain(0, 3, fuzz).principalParam(-3000001), 2.0);
 }
 
+TEST(Gk_DomainTest, WholeTurnsFromAboveEndAtTheHighEndAndFromBelowAtTheLowEnd) {
+  for (double turns : {1.0, 2.0, 65535.0, 65536.0, 65537.0, 1e6, 1e9}) {
+    SCOPED_TRACE(turns);
+    EXPECT_EQ(Gk_Domain(2, 5, fuzz).principalParam(5 + 3 * turns), 5.0);
+    EXPECT_EQ(Gk_Domain(2, 5, fuzz).principalParam(2 - 3 * turns), 2.0);
+  }
+  // What is then a little below the low end has arrived, also from far away.
+  EXPECT_EQ(Gk_Domain(0, 1, fuzz).principalParam(-70000 - 5e-11), 0.0);
+  EXPECT_NEAR(Gk_Domain(0, 1, fuzz).principalParam(-70000 - 2e-10), 1.0, 1e-9);
+}
+
+TEST(Gk_DomainTest, FarParametersEndWhereSingleTurnsDo) {
+  std::mt19937 random(809);
+  for (int round = 0; round < 20; ++round) {
+    // Multiples of 1/1024 are stepped over without rounding.
+    double const v = (static_cast<double>(random() % 200000001) - 100000000.0) / 1024;
+    Gk_Domain const domain(-0.125, 0.375, fuzz);
+    double stepped = v;
+    while (stepped > 0.375) stepped -= 0.5;
+    while (stepped < -0.125) stepped += 0.5;
+    EXPECT_EQ(domain.principalParam(v), stepped) << v;
+  }
+}
+
 TEST(Gk_DomainTest, ExtendByAValueOfADomainThatIsNotSetMakesAPoint) {
   Gk_Domain domain = unset;
   EXPECT_TRUE(domain.extend(5.0));

@@ -159,6 +159,28 @@ TEST(VREL4x4MatrixTest, TheDeterminantIsThatOfTheUpperPart) {
   EXPECT_EQ(m.GetDeterminant(), -78.0F);
 }
 
+// The determinant is 1 + 1e8 - 1e8 in this order, of which floats leave 0, by its first row and by its first column.
+float const cancelling[] = {1, 1, 1, 0, -1e8F, 1, 0, 0, 1e8F, 0, 1, 0, 0, 0, 0, 1};
+
+TEST(VREL4x4MatrixTest, TheDeterminantIsTakenInSinglePrecisionSteps) {
+  VREL4x4Matrix m(cancelling);
+  m.ComputeDeterminant();
+  EXPECT_EQ(m.GetDeterminant(), 0.0F);
+}
+
+TEST(VREL4x4MatrixTest, TheThirdColumnIsTakenInSinglePrecisionSteps) {
+  float out[4] = {9, 9, 9, 9};
+  VREL4x4Matrix(cancelling).ComputeInverseTransposeThirdColumnNormalized(out);
+  EXPECT_EQ(FloatValues(out, out + 4), (FloatValues{0, 0, 0, 1}));
+}
+
+TEST(VREL4x4MatrixTest, ImagesAreTakenInSinglePrecisionSteps) {
+  // 1e8 + 1 is 1e8 in floats.
+  float const values[] = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0.5F, 0, 0, 1};
+  EXPECT_EQ((VREL4x4Matrix(values) * VRELPointf(1e8F, 1.0F, -1e8F)).X(), 0.5F);
+  EXPECT_EQ((VREL4x4Matrix(values) * VRELVectorf(1e8F, 1.0F, -1e8F)).X(), 0.0F);
+}
+
 TEST(VREL4x4MatrixTest, ADeterminantCloseToOneHasTheScalingOne) {
   for (std::uint32_t sign : {0U, 0x80000000U}) {
     for (std::uint32_t bits : {0x3F7FFFEFU, 0x3F800000U, 0x3F800004U, 0x3F800008U}) {

@@ -313,7 +313,9 @@ TEST(VRELAffineTest, EqualityHasATolerance) {
     VRELAffine3D other(identity);
     other.SetElement(i / 3, i % 3, other.GetElement(i / 3, i % 3) + 1e-7);
     EXPECT_TRUE(identity == other) << i;
-    other.SetElement(i / 3, i % 3, other.GetElement(i / 3, i % 3) - 2e-6);
+    other.SetElement(i / 3, i % 3, identity.GetElement(i / 3, i % 3) + 9.9e-7);
+    EXPECT_TRUE(identity == other) << i;
+    other.SetElement(i / 3, i % 3, identity.GetElement(i / 3, i % 3) - 1.01e-6);
     EXPECT_FALSE(identity == other) << i;
     EXPECT_TRUE(identity != other) << i;
     other.SetElement(i / 3, i % 3, notANumber);

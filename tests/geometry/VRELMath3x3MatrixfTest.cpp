@@ -228,6 +228,14 @@ TEST(VRELMath3x3MatrixfTest, DeterminantTraceAndNorm) {
   EXPECT_EQ(VRELMath3x3Matrixf(-2.0F).Determinant(), -8.0F);
 }
 
+TEST(VRELMath3x3MatrixfTest, TheDeterminantIsTakenInSinglePrecisionSteps) {
+  // 1 - 1e8 + 1e8 in this order, of which floats leave 0.
+  VRELMath3x3Matrixf const m = Make({1, 1, 1, -1e8F, 1, 0, 1e8F, 0, 1});
+  EXPECT_EQ(m.Determinant(), 0.0F);
+  VRELMath3x3Matrixf out;
+  EXPECT_FALSE(m.Inverse(out));
+}
+
 TEST(VRELMath3x3MatrixfTest, TransposesThroughTheSetter) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 9});
   FloatValues const expected{1, 4, 7, 2, 5, 8, 3, 6, 9};

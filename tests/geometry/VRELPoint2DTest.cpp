@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <type_traits>
 
 #include "Coordinates.h"
@@ -36,12 +37,14 @@ TEST(VRELPoint2DTest, OrthogonalizeExchangesSignedNeighbours) {
     VRELPoint2D point;
     Values expected;
   } const rows[] = {
-      {{3.0, 4.0}, {-0.8, 0.6}},                                // exchanged: a = 4, 3 at 1, 0
-      {{4.0, 3.0}, {0.6, -0.8}},                                // as it is
-      {{3.0, -4.0}, {-0.8, -0.6}},                              // as it is: no absolute values
-      {{-1.0, 0.0}, {0.0, -1.0}},                               // exchanged: a = 0, -1 at 1, 0
-      {{0.0, 0.0}, {0.0, 1.0}},    {{1e-11, 0.0}, {0.0, 1.0}},  // too short to be divided
-      {{0.0, 1e-11}, {1.0, 0.0}},                               // the same, exchanged
+      {{3.0, 4.0}, {-0.8, 0.6}},    // exchanged: a = 4, 3 at 1, 0
+      {{4.0, 3.0}, {0.6, -0.8}},    // as it is
+      {{3.0, -4.0}, {-0.8, -0.6}},  // as it is: no absolute values
+      {{-1.0, 0.0}, {0.0, -1.0}},   // exchanged: a = 0, -1 at 1, 0
+      {{0.0, 0.0}, {0.0, 1.0}},
+      {{1e-11, 0.0}, {0.0, 1.0}},                                   // too short to be divided
+      {{0.0, 1e-11}, {1.0, 0.0}},                                   // the same, exchanged
+      {{std::ldexp(4.0, -33), std::ldexp(3.0, -33)}, {0.6, -0.8}},  // long enough
   };
   for (auto const& [point, expected] : rows) {
     SCOPED_TRACE(testing::PrintToString(Coordinates(point)));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <type_traits>
 
 #include "Coordinates.h"
@@ -66,6 +67,9 @@ TEST(VRELPoint3DTest, OrthogonalizeExchangesSignedNeighboursOnce) {
       {{0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}},  // a = 1, 0, 0 at 2, 0, 1: the unit stands at the place of the second
       {{0.0, 1.0, 0.0}, {1.0, 0.0, 0.0}},
       {{5.0, 1e-11, -1e-11}, {0.0, 1.0, -1e-11}},  // what is that short is not divided
+      // Lengths of 7.3e-11 and 5.8e-10, below and above the tolerance of 1e-10.
+      {{5.0, std::ldexp(4.0, -36), std::ldexp(3.0, -36)}, {0.0, 1.0, -std::ldexp(4.0, -36)}},
+      {{5.0, std::ldexp(4.0, -33), std::ldexp(3.0, -33)}, {0.0, 0.6, -0.8}},
   };
   for (auto const& [point, expected] : rows) {
     SCOPED_TRACE(testing::PrintToString(Coordinates(point)));

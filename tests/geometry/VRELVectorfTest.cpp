@@ -69,6 +69,11 @@ TEST(VRELVectorfTest, TheScalarProductIsSummedInSinglePrecisionSteps) {
   EXPECT_EQ(VRELVectorf(1e4F, 1.0F, 1e4F) * VRELVectorf(1e4F, 1.0F, -1e4F), 0.0F);
 }
 
+TEST(VRELVectorfTest, TheVectorProductIsTakenInSinglePrecisionSteps) {
+  // 10001 * 10001 is 100020000 in floats, as 10000 * 10002 is.
+  EXPECT_EQ((VRELVectorf(0.0F, 10001.0F, 10000.0F) ^ VRELVectorf(0.0F, 10002.0F, 10001.0F)).X(), 0.0F);
+}
+
 TEST(VRELVectorfTest, NormIsTheEuclideanLength) {
   EXPECT_EQ(VRELVectorf(2.0F, -3.0F, 6.0F).Norm(), 7.0F);
   EXPECT_EQ(VRELNullVectorf.Norm(), 0.0F);
@@ -94,6 +99,13 @@ TEST(VRELVectorfTest, NormalizeMakesTheLengthOne) {
     any.Normalize();
     ASSERT_NEAR(any.Norm(), 1.0F, 3e-7F);
   }
+}
+
+TEST(VRELVectorfTest, NormalizeMultipliesByTheInverseRoot) {
+  VRELVectorf v(7.0F, 1.0F, 0.0F);
+  v.Normalize();
+  EXPECT_EQ(v.X(), 0.989949524F);  // 7 divided by the root is 0.989949465
+  EXPECT_EQ(VRELDirectionf(7.0F, 1.0F, 0.0F).X(), 0.989949524F);
 }
 
 TEST(VRELVectorfTest, WhatHasNoLengthNormalizesToTheXAxis) {
@@ -142,6 +154,13 @@ TEST(VRELVectorfTest, TheAngleToWhatHasNoLengthIsZero) {
   EXPECT_EQ(x.AngleTo(VRELNullVectorf, VRELVectorKf), 0.0);
   EXPECT_EQ(VRELNullVectorf.AngleTo(x, -VRELVectorKf), 0.0);
   EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-15F, 0.0F)), 0.0);
+  // The limit itself counts as no length, the next float does not.
+  VRELVectorf const shortest(0.0F, std::nextafter(1e-14F, 1.0F), 0.0F);
+  EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-14F, 0.0F)), 0.0);
+  EXPECT_EQ(VRELVectorf(0.0F, 1e-14F, 0.0F).AngleTo(x), 0.0);
+  EXPECT_EQ(VRELVectorf(0.0F, 1e-14F, 0.0F).AngleTo(x, VRELVectorKf), 0.0);
+  EXPECT_NEAR(x.AngleTo(shortest), VRELPIBY2, 1e-7);
+  EXPECT_NEAR(shortest.AngleTo(x, VRELVectorKf), VREL3PIBY2, 1e-6);
   EXPECT_NEAR(x.AngleTo(VRELVectorf(0.0F, 1e-13F, 0.0F)), VRELPIBY2, 1e-7);
 }
 

@@ -84,6 +84,8 @@ TEST(VRELRGBColorTest, AllWholeNumbersComeBack) {
 
 TEST(VRELRGBColorTest, ComponentsArePromisedToBeTruncated) {
   EXPECT_EQ(NumbersOf(VRELRGBColor(0.999F, 0.5F, 0.0039F, 0.1F)), (Numbers{254, 127, 0, 25}));
+  // 257 / 255 is rounded down to a float. Multiplied in floats it would be 257 again, in doubles it stays below.
+  EXPECT_EQ(NumbersOf(VRELRGBColor(257U, 0U, 0U, 0U))[0], 256U);
 }
 
 TEST(VRELRGBColorTest, ComponentsOutOfRangeAreKeptAndInvalid) {

@@ -1,5 +1,6 @@
 #include "Gk_Domain.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -10,10 +11,15 @@ namespace {
 // So many turns are made one by one, each with its rounding; further ones at once.
 constexpr int singleTurns = 65536;
 
-// v in the interval from low, a whole number of turns away. The distance itself may be too large for a double.
-double AllTurns(double v, double low, double period) noexcept {
+// v in the interval, a whole number of turns away. As with single turns, what comes from above may stop at the high
+// end, and what comes from below stops at the low end as soon as it is there within Gk_Def::FuzzReal. The distance
+// itself may be too large for a double.
+double AllTurns(double v, double low, double high) noexcept {
+  double const period = high - low;
   double const rest = std::fmod(std::fmod(v, period) - std::fmod(low, period), period);
-  return low + (rest < 0.0 ? rest + period : rest);
+  if (v > high) return std::min(low + (rest > 0.0 ? rest : rest + period), high);
+  double const upwards = rest < 0.0 ? rest + period : rest;
+  return Gk_Func::lesseq(period, upwards, Gk_Def::FuzzReal) ? low : low + upwards;
 }
 
 }  // namespace
@@ -53,7 +59,7 @@ double Gk_Domain::principalParam(double v) const noexcept {
   int turns = 0;
   for (; v > highEnd && turns < singleTurns; ++turns) v -= period;
   for (; isTooLow(v) && turns < singleTurns; ++turns) v += period;
-  if (turns == singleTurns) v = AllTurns(given, lowEnd, period);
+  if (v > highEnd || isTooLow(v)) v = AllTurns(given, lowEnd, highEnd);
   return lowEnd > v ? lowEnd : v;
 }
 

@@ -80,6 +80,7 @@ class VREL_EXPORT Gk_Domain {
   double stick(double v) const noexcept;
 
   // A parameter that repeats with the length, brought into the interval by whole turns; as it is where an end is open.
+  // Both ends are in the interval: a whole number of turns above the high end is the high end.
   // Where no number of turns would do, because the length is not above 0 or v is infinite, the low end; a v that is not
   // a number comes back.
   double principalParam(double v) const noexcept;

@@ -71,6 +71,7 @@ class VREL_EXPORT VREL4x4Matrix {
   // The determinant of the upper 3 by 3 part.
   void ComputeDeterminant() noexcept;
   // From the cached determinant: 1 if it lies within 1e-6 of 1 or -1, otherwise the cube root of its absolute value.
+  // That a reflection has the scaling of its mirror image is promised.
   void ComputeScaling() noexcept;
 
   // Whether the sixteen elements are exactly equal; cached values are not compared.
@@ -118,12 +119,12 @@ class VREL_EXPORT VREL4x4Matrix {
   }
 
   // The inverse of the upper 3 by 3 part and of the translation; the fourth column of this counts as 0, 0, 0, 1. Does
-  // nothing unless the absolute value of the cached determinant is above 1e-15. The out object may be this one; both
-  // its cached values are computed.
+  // nothing unless the absolute value of the cached determinant is above 1e-15; that the cached one counts, be it valid
+  // or not, is promised. The out object may be this one; both its cached values are computed.
   void GetInvertedMatrix(VREL4x4Matrix& out) const noexcept;
 
-  // Four floats: the third column of the inverse, transposed, of all sixteen elements, divided by the length of its
-  // first three. 0, 0, 0, 1 if the determinant or that length is 0. Does nothing for null.
+  // Four floats: the third column of the transposed inverse of all sixteen elements, divided by the length of its first
+  // three. 0, 0, 0, 1 if the determinant or that length is 0. Does nothing for null.
   void ComputeInverseTransposeThirdColumnNormalized(float* out) const noexcept;
 
  private:

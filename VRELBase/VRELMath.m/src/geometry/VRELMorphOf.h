@@ -22,8 +22,8 @@ class VRELMorphOf : public VRELMorph {
     fixMorphFlags();
   }
 
-  // The scale 1 / s, the transposed matrix and the translation that belongs to them: the matrix is taken to be
-  // orthogonal. The out object may be this one.
+  // The scale 1 / s, the transposed matrix and the translation that belongs to them. That the matrix is taken to be
+  // orthogonal, whatever it is, is promised. The out object may be this one.
   void Inverse(VRELMorph& out) const override;
   // The new morph, by the virtual Inverse.
   Morph inverse() const {

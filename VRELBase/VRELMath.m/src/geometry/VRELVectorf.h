@@ -43,7 +43,7 @@ class VREL_EXPORT VRELVectorf {
   // Makes the length 1. That a vector whose squared length is at most 1e-14 becomes 1, 0, 0 is promised.
   void Normalize() noexcept;
 
-  // The angle between the two in radians, 0 to pi; 0 if one of them is not longer than 1e-14.
+  // The angle between the two in radians, 0 to pi. That it is 0 if one of them is not longer than 1e-14 is promised.
   double AngleTo(VRELVectorf const& other) const noexcept;
   // The angle from this to the other around the reference, 0 to 2 pi: past half a turn where the vector product of the
   // two points away from the reference.
