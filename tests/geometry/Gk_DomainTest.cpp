@@ -400,6 +400,10 @@ TEST(Gk_DomainTest, ExtendByADomainTakesItsBoundedEnds) {
   domain = unset;
   EXPECT_TRUE(domain.extend(wide));
   ExpectDomain(domain, 3, -5, 5);
+  // The low end comes first, and the high one is then within the fuzz of it.
+  domain = unset;
+  EXPECT_TRUE(domain.extend(Gk_Domain(1, 1 + 5e-11, fuzz)));
+  ExpectDomain(domain, 3, 1, 1);
   domain = unset;
   EXPECT_FALSE(domain.extend(unset));
   ExpectDomain(domain, 0, 0, 0);

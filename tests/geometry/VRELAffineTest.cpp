@@ -244,6 +244,8 @@ TEST(VRELAffineTest, Determinants) {
   EXPECT_EQ(Flat({1, 2, 3, 5}).Determinant(), -1.0);
   EXPECT_EQ(Solid({2, 3, 5, 7, 11, 13, 17, 19, 23}).Determinant(), -78.0);
   EXPECT_EQ(Solid({1, 2, 3, 4, 5, 6, 7, 8, 9}).Determinant(), 0.0);
+  // Along the first column: 1, + 1e17, - 1e17, of which doubles leave 0.
+  EXPECT_EQ(Solid({1, 1, 1, -1e17, 1, 0, 1e17, 0, 1}).Determinant(), 0.0);
 }
 
 TEST(VRELAffineTest, TheCofactorInTwoDimensionsHasTheOppositeSign) {

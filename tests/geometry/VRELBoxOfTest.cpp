@@ -180,6 +180,14 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {
   this->ExpectBox(empty, this->At(-5, -5, -5), this->At(5, 5, 5));
 }
 
+TYPED_TEST(VRELBoxOfTest, TheHighCornerOfABoxComesFirst) {
+  using Box = typename TestFixture::TheBox;
+  // The low corner is then within the tolerance of what is there already.
+  Box empty;
+  EXPECT_TRUE(empty.ExtendTo(Box(this->At(0, 0, 0), this->At(5e-11, 5e-11, 5e-11))));
+  this->ExpectBox(empty, this->At(5e-11, 5e-11, 5e-11), this->At(5e-11, 5e-11, 5e-11));
+}
+
 TYPED_TEST(VRELBoxOfTest, AnEmptyBoxIsPromisedToCountAsTheOrigin) {
   using Box = typename TestFixture::TheBox;
   Box box(this->At(1, 1, 1), this->At(2, 2, 2));
