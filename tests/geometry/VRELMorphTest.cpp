@@ -225,6 +225,17 @@ TYPED_TEST(VRELMorphTest, TheInverseTakesTheMatrixToBeOrthogonal) {
   EXPECT_EQ(back.affine().GetElement(0, 1), 0.0);
 }
 
+TYPED_TEST(VRELMorphTest, NewMorphsComeOfTheVirtualOperations) {
+  class Own : public TypeParam::Morph {
+   public:
+    void Inverse(VRELMorph& out) const override { out.setScale(5.0); }
+    void Multiply(VRELMorph const& /*other*/, VRELMorph& out) const override { out.setScale(7.0); }
+  };
+  Own const morph;
+  EXPECT_EQ(morph.inverse().scaleFactor(), 5.0);
+  EXPECT_EQ(morph.multiply(morph).scaleFactor(), 7.0);
+}
+
 TYPED_TEST(VRELMorphTest, AMorphInvertsInPlace) {
   typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
   auto const expected = morph.inverse();
