@@ -423,6 +423,9 @@ TEST(VREL4x4MatrixTest, AShortAxisTurnsAboutX) {
   VREL4x4Matrix expected;
   expected.SetRotation(VRELDirectionf(1.0F, 0.0F, 0.0F), VRELPointOf, 1e-9F);
   EXPECT_TRUE(VREL4x4Matrix(VRELVectorf(0.0F, 0.0F, 1e-9F), VRELPointOf, 1.0F) == expected);
+  VRELVectorf const t(10.0F, 20.0F, 30.0F);
+  expected *= VREL4x4Matrix(t, 1.0F);
+  EXPECT_TRUE(VREL4x4Matrix(t, VRELVectorf(0.0F, 0.0F, 1e-9F), VRELPointOf, 1.0F) == expected);
 }
 
 TEST(VREL4x4MatrixTest, ARotationAndATranslation) {

@@ -339,6 +339,8 @@ TEST(VRELAffineTest, TheTestForTheIdentityLooksAtDiagonalAndRowSums) {
       {{1, 7, -7, -3, 1, 3, 1e6, -1e6, 1}, true},
       {{1, 0.5, 0, 0, 1, 0, 0, 0, 1}, false},
       {{1, 0, 0, 0, 1, 0, 0, 1e-9, 1}, false},
+      {{1, 0, 0, 0, 1, 0, 0, 1.5e-10, 1}, false},
+      {{1, 0, 0, 0, 1, 0, 0, 5e-11, 1}, true},
       {{1 + 5e-11, 0, 0, 0, 1, 0, 0, 0, 1}, true},
       {{1 + 2e-10, -2e-10, 0, 0, 1, 0, 0, 0, 1}, false},
       {{1 + 1e-7, 0, 0, 0, 1, 0, 0, 0, 1}, false},

@@ -106,6 +106,10 @@ TYPED_TEST(VRELWeightPointTest, WeightsOfZeroAndOneDoNotDivide) {
   }
 }
 
+TYPED_TEST(VRELWeightPointTest, CoordinatesAreDividedAndNotMultipliedByTheInverse) {
+  EXPECT_EQ(this->Stored(49.0, 0.0, 0.0, 49.0).GetCoords()[0], 1.0);  // 49 * (1 / 49) is one place below 1
+}
+
 TYPED_TEST(VRELWeightPointTest, TheLengthIncludesTheWeight) {
   EXPECT_EQ(this->Stored(2.0, 4.0, 5.0, 2.0).Length(),
             TypeParam::Make(0.0, 0.0, 0.0).GetDimension() == 2 ? std::sqrt(24.0) : 7.0);
