@@ -41,8 +41,8 @@ bool IsSimple(std::string const& text) {
   std::string const exponent = text.substr(at + 1);
   bool const begins = !exponent.empty() && (std::isdigit(static_cast<unsigned char>(exponent.back())) != 0);
   long const power = std::strtol(exponent.c_str(), &end, 10);
-  return begins && std::isspace(static_cast<unsigned char>(exponent[0])) == 0 && *end == '\0' &&
-         std::labs(power - fraction) <= 22;
+  bool const isWhole = begins && std::isspace(static_cast<unsigned char>(exponent[0])) == 0 && *end == '\0';
+  return isWhole && power <= 22 + fraction && power >= fraction - 22;
 }
 
 }  // namespace
