@@ -259,13 +259,13 @@ bool StepFormatReader::IsSemicolonNext() {
 VRELSectionReader* StepFormatReader::ReadData() {
   scanner->Next();
   Place parameters;
+  EscapeCounter counter;
   if (parser->AtSymbol('(')) {
     parameters = {scanner->Current().begin, scanner->Current().line};
-    EscapeCounter counter;
     parser->ReadRecord(counter);
-    escaped += counter.escaped;
   }
   if (!parser->AtSymbol(';')) parser->Fail("; behind DATA");
+  escaped += counter.escaped;
   auto* const section = new StepDataSection(buffer, *this);
   dataSections.add(section);
   sections.push_back({section, ids.Count(), parameters});

@@ -472,3 +472,9 @@ TEST(StepFormatReaderTest, DescribesWhatHoldsEscapes) {
             "DATA < '\\S\\A=\xC3\x81@8' ( 'S' ) > ENDSEC");
   EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA;#1=A('x''y');ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
 }
+
+TEST(StepFormatReaderTest, CountsNoEscapesOfASectionThatIsLeftOut) {
+  ReadDocument document(HEADER + "ENDSEC;DATA('\\\\') #1=A();ENDSEC;END-ISO-10303-21;");
+  EXPECT_EQ(document->GetSectionCount(), 0);
+  EXPECT_EQ(document->GetEscapedCount(), 0);
+}
