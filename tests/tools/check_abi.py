@@ -70,6 +70,11 @@ class AbiTest(unittest.TestCase):
         status, output = self.differences(("double Length", added + "Body::~Body() {}\ndouble Length"))
         self.assertEqual((status, "Volume" in output), (0, False))
 
+    def test_accepts_what_is_added_to_a_class_or_behind_an_enumeration(self):
+        member = ("virtual double Area() const;", "virtual double Area() const;\n  double Width() const;")
+        body = ("enum Kind", "double Shape::Width() const { return corner.y; }\nenum Kind")
+        self.assertEqual(self.differences(member, body, ("Round, Flat", "Round, Flat, Oval"))[0], 0)
+
     def test_accepts_the_loss_of_what_each_program_brings_itself(self):
         self.assertEqual(self.differences(("Twice(point.x)", "2 * point.x"))[0], 0)
 
