@@ -10,10 +10,12 @@ The rules:
   that file, be it indented less. A block of text behind such a link is a run of the lines of what the program is
   expected to print or write; behind a link to a data file, of that file. DRIVER_PAGES are free.
 - Every source file of examples/ is linked by a page.
+- docs/images/house.svg is what docs/images/draw_house.py draws.
 - The tour shows a step whole, as far as it differs from the step before: each line but includes and lone braces.
 """
 import argparse
 import re
+import subprocess
 import sys
 import textwrap
 from pathlib import Path
@@ -140,9 +142,22 @@ def check_tour(root, pages):
         before = set(lines)
 
 
+def check_picture(root, _pages):
+    script = root / "docs/images/draw_house.py"
+    if script.exists():
+        drawn = subprocess.run(
+            [sys.executable, "-c", "import draw_house; print(draw_house.draw(), end='')"],
+            cwd=script.parent, capture_output=True, text=True,
+        )
+        if drawn.returncode != 0:
+            yield drawn.stderr.strip()
+        elif drawn.stdout != script.with_name("house.svg").read_text(encoding="utf-8"):
+            yield "docs/images/house.svg: run docs/images/draw_house.py"
+
+
 def faults(root):
     pages = [Page(path) for path in [root / "README.md", *sorted((root / "docs").glob("*.md"))]]
-    for check in [check_links, check_contents, check_blocks, check_examples, check_tour]:
+    for check in [check_links, check_contents, check_blocks, check_examples, check_tour, check_picture]:
         yield from check(root, pages)
 
 

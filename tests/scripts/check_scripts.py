@@ -16,6 +16,7 @@ SCRIPTS = [
     "script/bench",
     "script/fuzz",
     "script/abi",
+    "script/docs",
     "script/package",
     ".ci/run",
 ]
@@ -141,7 +142,7 @@ class BootstrapTest(unittest.TestCase):
         output, errors, status = self.bootstrap("--all", root=False)
         self.assertEqual((output, status), ([], 1))
         self.assertEqual(
-            errors, ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks and --fuzz"]
+            errors, ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks, --docs and --fuzz"]
         )
 
 

@@ -1,0 +1,59 @@
+#!/usr/bin/env python3
+"""Turns the plain comments of a header into what Doxygen reads, and prints the header.
+
+A block of // in front of a declaration becomes ///, a // behind one ///<, and the block at the head of the file the
+description of the file. Lines that are indented within a block are code. Line numbers move, signs that mean something
+to Doxygen are shown as they are.
+"""
+import re
+import sys
+
+WHOLE_LINE = re.compile(r"^(\s*)//(?: (.*))?$")
+BEHIND_CODE = re.compile(r"^(\s*[^\s/].*?[;,{})])\s+// (.*)$")
+
+
+def escape(text):
+    """Prose without a sign that Doxygen would take for its own; what stands between backticks stays."""
+    pieces = re.split(r"(`[^`]*`)", text)
+    signs = re.compile(r"[\\@<>#%&*~|$\[\]]|(?<!\w)::")
+    return "".join(piece if piece.startswith("`") else signs.sub(r"\\\g<0>", piece) for piece in pieces)
+
+
+def comment(indent, lines):
+    """One block of comment lines as documentation."""
+    result = []
+    in_code = False
+    for line, following in zip(lines, [*lines[1:], ""]):
+        is_code = line.startswith("  ") or (in_code and not line and following.startswith("  "))
+        if is_code != in_code:
+            result.append("@code{.cpp}" if is_code else "@endcode")
+            in_code = is_code
+        result.append(line[2:] if is_code else escape(line))
+    if in_code:
+        result.append("@endcode")
+    return [f"{indent}/// {line}".rstrip() for line in result]
+
+
+def filtered(lines):
+    block = []
+    indent = ""
+    is_head = True
+    for line in [*lines, ""]:
+        whole = WHOLE_LINE.match(line)
+        if whole:
+            indent = whole.group(1)
+            block.append(whole.group(2) or "")
+            continue
+        if block and is_head:
+            yield from ["/// @file", *comment(indent, block)]
+        elif block:
+            yield from comment(indent, block)
+        is_head = is_head and not line.strip()
+        block = []
+        behind = BEHIND_CODE.match(line)
+        yield f"{behind.group(1)}  ///< {escape(behind.group(2))}" if behind else line
+
+
+if __name__ == "__main__":
+    with open(sys.argv[1], encoding="utf-8") as header:
+        sys.stdout.write("\n".join(filtered(header.read().splitlines())) + "\n")
