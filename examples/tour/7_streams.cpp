@@ -71,7 +71,7 @@ class Complaints : public VRELEventListener {
 };
 
 // A line for each part: its name and its quantity.
-VRINResult ReadParts(VRELFilePath const& path, PartList& parts) {
+VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
   if (!path.DoesFileExist()) return VREL_E_FILE_NOT_FOUND;
   VRELFileInputStream file(path);
   Gk_PacketInputStream input(&file, 4096);
@@ -104,7 +104,7 @@ int main() {
   VRELOptions options;
   options.ReadFromFile(L"bill.cfg");
   PartList parts;
-  VRINResult total = ReadParts(VRELFilePath("parts.txt"), parts);
+  VRINResult total = ReadList(VRELFilePath("parts.txt"), parts);
   int const minimum = Setting(options, L"Bill.MinimumQuantity", 0);
   for (PartHandle const& part : parts) total &= Check(part, minimum);
 

@@ -1,4 +1,4 @@
-// Parts have a place: the bill tells what room they take.
+// A part has a place, and the bill tells what room all of them take.
 #include "Gk_PacketInputStream.h"
 #include "Gk_Source.h"
 #include "VRELBox3D.h"
@@ -76,7 +76,7 @@ class Complaints : public VRELEventListener {
 };
 
 // A line for each part: its name, its quantity and its place.
-VRINResult ReadParts(VRELFilePath const& path, PartList& parts) {
+VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
   if (!path.DoesFileExist()) return VREL_E_FILE_NOT_FOUND;
   VRELFileInputStream file(path);
   Gk_PacketInputStream input(&file, 4096);
@@ -126,7 +126,7 @@ int main() {
   VRELOptions options;
   options.ReadFromFile(L"bill.cfg");
   PartList parts;
-  VRINResult total = ReadParts(VRELFilePath("placed.txt"), parts);
+  VRINResult total = ReadList(VRELFilePath("placed.txt"), parts);
   int const minimum = Setting(options, L"Bill.MinimumQuantity", 0);
   for (PartHandle const& part : parts) total &= Check(part, minimum);
 

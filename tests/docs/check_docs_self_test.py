@@ -1,10 +1,15 @@
 #!/usr/bin/env python3
-"""Proves that each rule of check_docs.py bites, on a small book with one mistake at a time."""
+"""Proves that each rule of check_docs.py bites, on a small book with one mistake at a time; and holds what is made of a
+header for Doxygen."""
+import subprocess
+import sys
 import tempfile
 import unittest
 from pathlib import Path
 
 from check_docs import faults
+
+ROOT = Path(__file__).resolve().parents[2]
 
 BOOK = {
     "README.md": "# House\n\nRead [the book](docs/README.md).\n",
@@ -78,6 +83,72 @@ class CheckDocsTest(unittest.TestCase):
         self.assertEqual(
             self.found(replace={"examples/tour/2_second.cpp": ("  Say();\n", "  Say();\n  Whisper();\n")}), expected
         )
+
+    def test_the_picture_is_not_as_drawn(self):
+        script = "def draw():\n    return '<svg/>\\n'\n"
+        picture = {"docs/images/draw_house.py": script, "docs/images/house.svg": "<svg/>\n"}
+        BOOK.update(picture)
+        try:
+            self.assertEqual(self.found(), [])
+            expected = ["docs/images/house.svg: run docs/images/draw_house.py"]
+            self.assertEqual(self.found(replace={"docs/images/house.svg": ("<svg/>", "<svg></svg>")}), expected)
+        finally:
+            for name in picture:
+                del BOOK[name]
+
+
+HEADER = """\
+// How things are.
+#pragma once
+
+// A thing, 100% <solid>, by `a::b` and \\S\\.
+//
+//   Thing thing;
+//
+//   thing.Use();
+//
+// Never fails.
+class Thing {
+  int size;  // in bytes
+  void Use() { size = 1; }
+};
+"""
+
+DOCUMENTED = """\
+/// @file
+/// How things are.
+#pragma once
+
+/// A thing, 100\\% \\<solid\\>, by `a::b` and \\\\S\\\\.
+///
+/// @code{.cpp}
+/// Thing thing;
+///
+/// thing.Use();
+/// @endcode
+///
+/// Never fails.
+class Thing {
+  int size;  ///< in bytes
+  void Use() { size = 1; }
+};
+
+"""
+
+
+class DoxygenHeadersTest(unittest.TestCase):
+    def test_comments_become_documentation(self):
+        with tempfile.TemporaryDirectory() as folder:
+            source = Path(folder) / "from/deep"
+            target = Path(folder) / "to"
+            source.mkdir(parents=True)
+            target.mkdir()
+            (source / "Thing.h").write_text(HEADER, encoding="utf-8")
+            (source / "Names.def").write_text("NAME(a)\n", encoding="utf-8")
+            (target / "Old.h").write_text("", encoding="utf-8")
+            subprocess.run([sys.executable, ROOT / "docs/doxygen_headers.py", source.parent, target], check=True)
+            self.assertEqual((target / "Thing.h").read_text(encoding="utf-8"), DOCUMENTED)
+            self.assertEqual(sorted(path.name for path in target.iterdir()), ["Names.def", "Thing.h"])
 
 
 if __name__ == "__main__":

@@ -142,7 +142,8 @@ class BootstrapTest(unittest.TestCase):
         output, errors, status = self.bootstrap("--all", root=False)
         self.assertEqual((output, status), ([], 1))
         self.assertEqual(
-            errors, ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks, --docs and --fuzz"]
+            errors,
+            ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks, --docs and --fuzz"],
         )
 
 

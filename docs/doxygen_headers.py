@@ -1,12 +1,17 @@
 #!/usr/bin/env python3
-"""Turns the plain comments of a header into what Doxygen reads, and prints the header.
+"""Turns the plain comments of headers into what Doxygen reads.
+
+doxygen_headers.py FROM TO     writes each header below the folder FROM, so changed, to the folder TO, which is made anew;
+                               lists of names go with them as they are
 
 A block of // in front of a declaration becomes ///, a // behind one ///<, and the block at the head of the file the
-description of the file. Lines that are indented within a block are code. Line numbers move, signs that mean something
-to Doxygen are shown as they are.
+description of the file. Lines that are indented within a block are code. Signs that mean something to Doxygen are shown
+as they are.
 """
 import re
+import shutil
 import sys
+from pathlib import Path
 
 WHOLE_LINE = re.compile(r"^(\s*)//(?: (.*))?$")
 BEHIND_CODE = re.compile(r"^(\s*[^\s/].*?[;,{})])\s+// (.*)$")
@@ -54,6 +59,16 @@ def filtered(lines):
         yield f"{behind.group(1)}  ///< {escape(behind.group(2))}" if behind else line
 
 
+def main():
+    source, target = map(Path, sys.argv[1:])
+    shutil.rmtree(target, ignore_errors=True)
+    target.mkdir(parents=True)
+    for names in source.rglob("*.def"):
+        shutil.copy(names, target)
+    for header in source.rglob("*.h"):
+        lines = header.read_text(encoding="utf-8").splitlines()
+        (target / header.name).write_text("\n".join(filtered(lines)) + "\n", encoding="utf-8")
+
+
 if __name__ == "__main__":
-    with open(sys.argv[1], encoding="utf-8") as header:
-        sys.stdout.write("\n".join(filtered(header.read().splitlines())) + "\n")
+    main()
