@@ -3,50 +3,80 @@
 #include <algorithm>
 #include <utility>
 
+#include "InputError.h"
+
 namespace {
 
 constexpr std::uint32_t NOBODY = UINT32_MAX;
-constexpr std::uint64_t LEAST_KEPT = 1024;
+
+[[noreturn]] void FailChanged() {
+  throw InputError{VREL_E_INVALID_FILE, 0, "expected the references that were counted, found others"};
+}
 
 }  // namespace
 
 StepReferrers::StepReferrers(std::uint32_t instances, Walk allReferences)
     : walk(std::move(allReferences)), counts(instances, 0) {
-  WalkOnce(0, instances, [this](std::uint32_t, std::uint32_t target) { ++counts[target]; });
+  Count();
+}
+
+void StepReferrers::Count() {
+  std::vector<std::uint32_t> lastSource(counts.size(), NOBODY);
+  walk([&](std::uint32_t source, std::uint32_t target) {
+    if (std::exchange(lastSource[target], source) != source) ++counts[target];
+  });
 }
 
 StepReferrers::Range StepReferrers::Of(std::uint32_t target) {
   if (target < spanBegin || target >= spanEnd) Collect(target);
-  std::uint32_t const end = ends[target - spanBegin];
-  return {sources.data() + (end - counts[target]), sources.data() + end};
+  return {sources.data() + counts[target], sources.data() + EndOf(target)};
+}
+
+// Behind the last referrer of an instance of the span.
+std::uint32_t StepReferrers::EndOf(std::uint32_t target) const {
+  return target + 1 < spanEnd ? counts[target + 1] : static_cast<std::uint32_t>(sources.size());
 }
 
 void StepReferrers::Collect(std::uint32_t first) {
-  std::uint64_t const limit = std::max<std::uint64_t>(LEAST_KEPT, std::uint64_t(KEPT) * counts.size());
+  EndSpan();
+  BeginSpan(first);
+  if (sources.empty()) return;
+  try {
+    Fill();
+  } catch (...) {
+    EndSpan();
+    throw;
+  }
+}
+
+void StepReferrers::BeginSpan(std::uint32_t first) {
+  std::uint64_t const limit = std::min<std::uint64_t>(std::max(LEAST_KEPT, KEPT * counts.size()), UINT32_MAX);
   spanBegin = first;
   spanEnd = first;
   std::uint64_t total = 0;
-  while (spanEnd < counts.size() && (spanEnd == first || total + counts[spanEnd] <= limit)) total += counts[spanEnd++];
-
-  // `ends` runs from the begin of each instance's places to their end.
-  sources.resize(total);
-  ends.clear();
-  std::uint32_t begin = 0;
-  for (std::uint32_t target = spanBegin; target < spanEnd; ++target) {
-    ends.push_back(begin);
-    begin += counts[target];
+  while (spanEnd < counts.size() && (spanEnd == first || total + counts[spanEnd] <= limit)) {
+    total += std::exchange(counts[spanEnd++], static_cast<std::uint32_t>(total));
   }
-  if (total == 0) return;
-  WalkOnce(spanBegin, spanEnd,
-           [this](std::uint32_t source, std::uint32_t target) { sources[ends[target - spanBegin]++] = source; });
+  sources.resize(total);
 }
 
-// The references to a span of instances, each pair once.
-void StepReferrers::WalkOnce(std::uint32_t first, std::uint32_t last, Note const& note) const {
-  std::vector<std::uint32_t> lastSource(last - first, NOBODY);
+// Gives the counts back their meaning.
+void StepReferrers::EndSpan() {
+  for (std::uint32_t target = spanBegin; target < spanEnd; ++target) counts[target] = EndOf(target) - counts[target];
+  spanEnd = spanBegin;
+}
+
+// Each pair once. A file that has changed has others than were counted: no more than those are kept.
+void StepReferrers::Fill() {
+  std::vector<std::uint32_t> places(counts.begin() + spanBegin, counts.begin() + spanEnd);
   walk([&](std::uint32_t source, std::uint32_t target) {
-    if (target < first || target >= last || lastSource[target - first] == source) return;
-    lastSource[target - first] = source;
-    note(source, target);
+    if (target < spanBegin || target >= spanEnd) return;
+    std::uint32_t& place = places[target - spanBegin];
+    if (place != counts[target] && sources[place - 1] == source) return;
+    if (place == EndOf(target)) FailChanged();
+    sources[place++] = source;
   });
+  for (std::uint32_t target = spanBegin; target < spanEnd; ++target) {
+    if (places[target - spanBegin] != EndOf(target)) FailChanged();
+  }
 }

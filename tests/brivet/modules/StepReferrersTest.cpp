@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "InputError.h"
+
 namespace {
 
 using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
@@ -46,9 +48,9 @@ TEST(StepReferrersTest, TakesNoInstancesAndNoReferences) {
   EXPECT_TRUE(Of(referrers, 1).empty());
 }
 
-// Each of 400 instances refers to all: far more than are kept at once.
+// Each of 1,100 instances refers to all: more than are kept at once.
 TEST(StepReferrersTest, WalksAgainWhereReferencesAreMany) {
-  constexpr std::uint32_t COUNT = 400;
+  constexpr std::uint32_t COUNT = 1100;
   int walks = 0;
   StepReferrers referrers(COUNT, [&walks](StepReferrers::Note const& note) {
     ++walks;
@@ -56,14 +58,60 @@ TEST(StepReferrersTest, WalksAgainWhereReferencesAreMany) {
       for (std::uint32_t target = 0; target < COUNT; ++target) note(source, target);
     }
   });
-  for (std::uint32_t target = 0; target < COUNT; ++target) {
-    StepReferrers::Range const range = referrers.Of(target);
-    ASSERT_EQ(range.end() - range.begin(), COUNT);
-    ASSERT_EQ(range.begin()[0], 0U);
-    ASSERT_EQ(range.begin()[COUNT - 1], COUNT - 1);
+  for (int round = 1; round <= 2; ++round) {
+    for (std::uint32_t target = 0; target < COUNT; ++target) {
+      StepReferrers::Range const range = referrers.Of(target);
+      ASSERT_EQ(range.end() - range.begin(), COUNT);
+      ASSERT_EQ(range.begin()[0], 0U);
+      ASSERT_EQ(range.begin()[COUNT - 1], COUNT - 1);
+    }
+    // The referrers of 953 instances are at most 2^20: one walk counts, two collect.
+    EXPECT_EQ(walks, 1 + 2 * round);
   }
-  // Three instances' referrers fit at once: one walk counts, 134 collect.
-  EXPECT_EQ(walks, 1 + 134);
+}
+
+// Of many instances two referrers each are kept, whatever they are.
+TEST(StepReferrersTest, KeepsTwoReferrersForEachInstance) {
+  constexpr std::uint32_t COUNT = 600'000;
+  for (std::uint32_t const each : {2U, 3U}) {
+    int walks = 0;
+    StepReferrers referrers(COUNT, [&walks, each](StepReferrers::Note const& note) {
+      ++walks;
+      for (std::uint32_t source = 0; source < COUNT; ++source) {
+        for (std::uint32_t i = 0; i < each; ++i) note(source, (source + i) % COUNT);
+      }
+    });
+    for (std::uint32_t target = 0; target < COUNT; ++target) {
+      StepReferrers::Range const range = referrers.Of(target);
+      ASSERT_EQ(range.end() - range.begin(), each);
+    }
+    EXPECT_EQ(walks, each == 2 ? 2 : 3);
+  }
+}
+
+// A file can change between two walks.
+TEST(StepReferrersTest, NoticesOtherReferencesThanWereCounted) {
+  Pairs const counted = {{0, 0}, {0, 1}, {1, 1}, {2, 2}};
+  for (Pairs const& found : {Pairs{}, Pairs{{0, 0}, {0, 1}, {1, 1}}, Pairs{{0, 0}, {0, 1}, {1, 1}, {2, 2}, {3, 2}},
+                             Pairs{{0, 0}, {0, 1}, {1, 0}, {2, 2}}, Pairs{{0, 0}, {0, 1}, {0, 1}, {2, 2}},
+                             Pairs{{0, 0}, {0, 1}, {1, 1}, {2, 2}, {3, 0}}}) {
+    bool isFirst = true;
+    bool changes = true;
+    StepReferrers referrers(3, [&](StepReferrers::Note const& note) {
+      for (auto const& [source, target] : isFirst || !changes ? counted : found) note(source, target);
+      isFirst = false;
+    });
+    try {
+      referrers.Of(0);
+      ADD_FAILURE() << "no error";
+    } catch (InputError const& error) {
+      EXPECT_EQ(error.result, VREL_E_INVALID_FILE);
+      EXPECT_EQ(error.text, "expected the references that were counted, found others");
+    }
+    // The counts are as they were.
+    changes = false;
+    EXPECT_EQ(Of(referrers, 1), (std::vector<std::uint32_t>{0, 1}));
+  }
 }
 
 TEST(StepReferrersTest, AgreesWithAModel) {
