@@ -42,15 +42,15 @@ Escape Classify(std::string_view text, std::size_t& length) {
   length = DigitsLength(text, "\\X2\\", 4);
   if (length != 0) return Decoded;
   length = DigitsLength(text, "\\X4\\", 8);
-  if (length != 0) return Kept;
+  if (length != 0) return Decoded;
 
   struct Form {
     char const* pattern;
     Escape escape;
   };
   // The openings and the end of a broken escape stay whole: its backslashes are no doubled ones.
-  static constexpr Form FORMS[] = {{"\\S\\?", Decoded}, {"\\P?\\", Kept}, {"\\X\\##", Kept},   {"\\X2\\", Kept},
-                                   {"\\X4\\", Kept},    {"\\X0\\", Kept}, {"\\\\", Backslash}, {"\\", None}};
+  static constexpr Form FORMS[] = {{"\\S\\?", Decoded}, {"\\P?\\", Kept}, {"\\X\\##", Decoded}, {"\\X2\\", Kept},
+                                   {"\\X4\\", Kept},    {"\\X0\\", Kept}, {"\\\\", Backslash},  {"\\", None}};
   for (Form const& form : FORMS) {
     if (!Matches(text, form.pattern)) continue;
     length = std::string_view(form.pattern).size();
@@ -66,13 +66,34 @@ VRELString DecodePlain(std::string const& bytes) {
   return valid ? utf8 : VRELString(bytes.c_str(), nl_langinfo(CODESET));
 }
 
+void AppendCharacter(std::u16string& units, unsigned long code) {
+  if (code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) code = 0xFFFD;
+  if (code < 0x10000) {
+    units += static_cast<char16_t>(code);
+    return;
+  }
+  units += static_cast<char16_t>(0xD7C0 + (code >> 10U));
+  units += static_cast<char16_t>(0xDC00 + (code & 0x3FFU));
+}
+
+// \X\ with its two digits, or \X4\: the reader knows neither.
+std::u16string DecodeCharacters(std::string const& bytes, std::size_t begin, std::size_t digitsEach) {
+  std::u16string units;
+  for (std::size_t at = begin; at < bytes.size() && IsHexDigit(bytes[at]); at += digitsEach) {
+    AppendCharacter(units, std::stoul(bytes.substr(at, digitsEach), nullptr, 16));
+  }
+  return units;
+}
+
 // One escape at a time: the reader takes no notice of doubled backslashes, and it reads what stands behind an escape as
 // ASCII.
-VRELString DecodeEscape(std::string const& bytes) {
+std::u16string DecodeEscape(std::string const& bytes) {
+  if (Matches(bytes, "\\X\\")) return DecodeCharacters(bytes, 3, 2);
+  if (Matches(bytes, "\\X4\\")) return DecodeCharacters(bytes, 4, 8);
   VRELStringISO1030321Reader reader;
   VRELString text;
   reader.ConvertFromASCII(bytes.c_str(), text);
-  return text;
+  return std::u16string(text.view());
 }
 
 }  // namespace
@@ -91,7 +112,7 @@ StepText DecodeStepText(std::string const& raw) {
     escaped = escaped || escape != None;
     if (escape == Backslash || escape == Decoded) {
       appendPlain(at);
-      units += escape == Backslash ? std::u16string(u"\\") : DecodeEscape(raw.substr(at, length)).toUtf16();
+      units += escape == Backslash ? std::u16string(u"\\") : DecodeEscape(raw.substr(at, length));
       plain = at + length;
     }
     at += length;

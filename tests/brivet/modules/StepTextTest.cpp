@@ -67,6 +67,24 @@ TEST(StepTextTest, DecodesUtf16) {
             true);
 }
 
+TEST(StepTextTest, DecodesSingleBytesAndUtf32) {
+  ExpectAll({{"caf\\X\\E9", "caf\xC3\xA9"},
+             {"\\X\\e9\\X\\FF0",
+              "\xC3\xA9\xC3\xBF"
+              "0"},
+             {"\\X\\0A", "\n"},
+             {"\\X4\\0001F529\\X0\\", "\xF0\x9F\x94\xA9"},
+             {"\\X4\\000000E9000030D6\\X0\\x", "\xC3\xA9\xE3\x83\x96x"},
+             {"\\X4\\0000FFFD\\X0\\", "\xEF\xBF\xBD"},
+             {"\\X4\\0010FFFF\\X0\\", "\xF4\x8F\xBF\xBF"},
+             {"\\X4\\00010000\\X0\\", "\xF0\x90\x80\x80"},
+             // No characters.
+             {"\\X4\\00110000\\X0\\", "\xEF\xBF\xBD"},
+             {"\\X4\\0000D83D0000DD29\\X0\\", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+             {"\\X4\\FFFFFFFF\\X0\\", "\xEF\xBF\xBD"}},
+            true);
+}
+
 TEST(StepTextTest, ReducesDoubledBackslashesFromLeftToRight) {
   ExpectAll({{"C:\\\\TEMP", "C:\\TEMP"},
              {"\\\\S\\\\A", "\\S\\A"},
@@ -79,9 +97,9 @@ TEST(StepTextTest, ReducesDoubledBackslashesFromLeftToRight) {
 }
 
 TEST(StepTextTest, KeepsOtherAndBrokenEscapesAsTheyStand) {
-  ExpectAll({{"\\X\\E9", "\\X\\E9"},
-             {"\\X4\\0001F529\\X0\\", "\\X4\\0001F529\\X0\\"},
-             {"\\PA\\x", "\\PA\\x"},
+  ExpectAll({{"\\PA\\x", "\\PA\\x"},
+             {"\\X4\\0001F52\\X0\\", "\\X4\\0001F52\\X0\\"},
+             {"\\X4\\0001F529", "\\X4\\0001F529"},
              // The end of a page selection and the begin of the next escape are no doubled backslash.
              {"\\PA\\\\S\\A", "\\PA\\\xC3\x81"},
              // Nor are the end of an escape that is not open and a backslash behind it.
