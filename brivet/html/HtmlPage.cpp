@@ -32,11 +32,13 @@ HtmlPage::HtmlPage(WatchedStream& target, std::string const& title)
 
 void HtmlPage::Put(std::string_view utf8) {
   AppendHtml(pending, utf8);
+  if (pending.size() >= BLOCK) Flush();
 }
 
 void HtmlPage::Flush() {
   if (!pending.empty()) formatter << pending.c_str();
   pending.clear();
+  stream.Check();
 }
 
 void HtmlPage::EndLine() {

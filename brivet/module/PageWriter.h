@@ -1,6 +1,7 @@
 // What all pages for people have in common.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,9 @@ class PageWriter : public DocumentVisitor {
   void Referrer(Id const& source) override;
 
  protected:
+  // A line may be as long as the document: what is kept of it goes out when it has so many bytes.
+  static constexpr std::size_t BLOCK = 65536;
+
   // Text of the page, in UTF-8. What Put is given may come in any number of calls to one line.
   virtual void Put(std::string_view utf8) = 0;
   virtual void EndLine() = 0;

@@ -18,7 +18,10 @@
 
 namespace {
 
-// The lines of the file. A piece is what no line end may come into.
+constexpr std::size_t BLOCK = 65536;  // bytes
+
+// The lines of the file. A piece is what no line end may come into. A line is sent in blocks: it may be as long as the
+// document.
 class LineWriter {
  public:
   LineWriter(WatchedStream& target, int width)
@@ -31,7 +34,7 @@ class LineWriter {
   void Join(std::string_view text) { piece += text; }
   void EndLine() {
     PlacePiece();
-    line += '\n';
+    BreakLine();
     Send();
   }
   void WriteLine(std::string_view text) {
@@ -41,22 +44,26 @@ class LineWriter {
 
  private:
   void PlacePiece() {
-    if (!line.empty() && limit - std::min(limit, line.size()) < piece.size()) {
-      line += '\n';
-      Send();
-    }
-    line += piece;
+    if (column != 0 && limit - std::min(limit, column) < piece.size()) BreakLine();
+    pending += piece;
+    column += piece.size();
     piece.clear();
+    if (pending.size() >= BLOCK) Send();
+  }
+  void BreakLine() {
+    pending += '\n';
+    column = 0;
   }
   void Send() {
-    stream.write(line.data(), static_cast<int>(line.size()));
+    stream.write(pending.data(), static_cast<int>(pending.size()));
     stream.Check();
-    line.clear();
+    pending.clear();
   }
 
   WatchedStream& stream;
   std::size_t const limit;
-  std::string line;
+  std::size_t column = 0;  // bytes of the present line
+  std::string pending;
   std::string piece;
 };
 

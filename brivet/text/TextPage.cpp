@@ -11,6 +11,12 @@ constexpr std::size_t KEY_WIDTH = 24;  // as in the dump of a file header
 void TextPage::Flush() {
   if (!pending.empty()) formatter << pending.c_str();
   pending.clear();
+  stream.Check();
+}
+
+void TextPage::Put(std::string_view utf8) {
+  pending += utf8;
+  if (pending.size() >= BLOCK) Flush();
 }
 
 void TextPage::EndLine() {

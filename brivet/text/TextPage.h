@@ -14,7 +14,7 @@ class TextPage final : public PageWriter {
   explicit TextPage(WatchedStream& target) : stream(target), formatter(&target) {}
 
  private:
-  void Put(std::string_view utf8) override { pending += utf8; }
+  void Put(std::string_view utf8) override;
   void EndLine() override;
   void PutDefinition(Id const& id) override { pending += id.digits; }
   void PutReference(Id const& id) override { pending += id.digits; }

@@ -78,3 +78,16 @@ TEST(HtmlPageTest, EndsWhereTheStreamIsFull) {
     EXPECT_TRUE(stream.HasFailed()) << room;
   }
 }
+
+// So that memory does not grow with the length of an instance.
+TEST(HtmlPageTest, WritesALongLineInPieces) {
+  ReadDocument document(LongDocument());
+  NoProgress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  PieceStream target;
+  WatchedStream stream(&target);
+  HtmlPage page(stream, "part.stp");
+  EXPECT_EQ(page.WritePage(request), VREL_S_OK);
+  EXPECT_GT(target.total, 1'200'000);
+  EXPECT_LT(target.largest, 70'000);
+}

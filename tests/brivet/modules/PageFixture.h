@@ -1,6 +1,7 @@
 // Pages for tests.
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include "BrivetModule.h"
@@ -32,6 +33,28 @@ class FullStream final : public VRELOutputStream {
  private:
   int room;
 };
+
+// Keeps the size of the largest piece that it is given.
+class PieceStream final : public VRELOutputStream {
+ public:
+  int write(char const* /*buffer*/, int count) override {
+    largest = std::max(largest, count);
+    total += count;
+    return count;
+  }
+  void flush() override {}
+  void close() override {}
+
+  int largest = 0;
+  long total = 0;
+};
+
+// A document of one instance, of more than a megabyte.
+inline std::string LongDocument() {
+  std::string values;
+  for (int i = 0; i < 200'000; ++i) values += "12345,";
+  return DocumentText("#1=A((" + values + "1));");
+}
 
 // A header, all kinds of parameters, two sections, a broken instance, a reference to nothing and an id beyond a long.
 inline std::string PageDocument() {

@@ -157,3 +157,36 @@ TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
     EXPECT_EQ(WriteStep(request), VREL_E_FILE_SAVE) << room;
   }
 }
+
+// So that memory does not grow with the length of an instance.
+TEST(StepWriterTest, WritesALongLineInPieces) {
+  std::string const bytes = LongDocument();
+  ReadDocument document(bytes);
+  NoProgress progress;
+  for (int width : {0, 1'000'000, 2'147'483'647}) {
+    VRELOptions options;
+    options.AddOption(L"FileLineLength", width);
+    BrivetWriteRequest request = PageRequest(document, progress, "");
+    PieceStream target;
+    request.stream = &target;
+    request.options = &options;
+    EXPECT_EQ(WriteStep(request), VREL_S_OK);
+    EXPECT_GT(target.total, 1'200'000);
+    EXPECT_LT(target.largest, 70'000);
+    EXPECT_EQ(Rewritten(document, &options).find("12345,\n12345") != std::string::npos, width == 1'000'000);
+  }
+  ExpectRoundTrip(bytes);
+}
+
+// Negative, or no number: as if it was not set.
+TEST(StepWriterTest, FoldsNothingAtALengthThatIsNone) {
+  std::string const bytes = DocumentText("#1=AB(1,22,333,'a long string here');");
+  for (char const* length : {"-5", "text", "", "99999999999999999999", "-99999999999999999999"}) {
+    VRELOptions options;
+    options.AddOption(L"FileLineLength", VRELString(length));
+    EXPECT_THAT(Rewritten(bytes, &options), HasSubstr("\n#1=AB(1,22,333,'a long string here');\n")) << length;
+  }
+  VRELOptions text;
+  text.AddOption(L"FileLineLength", VRELString("10"));
+  EXPECT_THAT(Rewritten(bytes, &text), HasSubstr("\n#1=AB(1,\n22,333,\n'a long string here');\n"));
+}

@@ -67,3 +67,16 @@ TEST(TextPageTest, EndsWhereTheStreamIsFull) {
   WatchedStream stream(&target);
   EXPECT_THROW(TextPage(stream).WritePage(request), WatchedStream::Failure);
 }
+
+// So that memory does not grow with the length of an instance.
+TEST(TextPageTest, WritesALongLineInPieces) {
+  ReadDocument document(LongDocument());
+  NoProgress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  PieceStream target;
+  WatchedStream stream(&target);
+  TextPage page(stream);
+  EXPECT_EQ(page.WritePage(request), VREL_S_OK);
+  EXPECT_GT(target.total, 1'200'000);
+  EXPECT_LT(target.largest, 70'000);
+}
