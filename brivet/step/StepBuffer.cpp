@@ -1,6 +1,7 @@
 #include "StepBuffer.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <string>
@@ -32,6 +33,7 @@ StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document)
   struct stat status;
   if (fstat(fileno(stream), &status) != 0 || !S_ISREG(status.st_mode)) return;
   valid = true;
+  descriptor = fileno(stream);
   size = static_cast<unsigned long>(status.st_size);
   // The window is not asked for an empty file: it would look for bytes behind the end, and lose its block.
   if (size == 0) return;
@@ -79,6 +81,11 @@ VRINResult StepBuffer::SetOffset(unsigned long position) {
 VRINResult StepBuffer::GetOffset(unsigned long& position) {
   position = offset;
   return VREL_S_OK;
+}
+
+std::size_t StepBuffer::ReadAt(unsigned long place, char* bytes, std::size_t room) const {
+  ssize_t const taken = pread(descriptor, bytes, room, static_cast<off_t>(place));
+  return taken < 0 ? 0 : static_cast<std::size_t>(taken);
 }
 
 int StepBuffer::Load() {

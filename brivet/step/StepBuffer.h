@@ -1,6 +1,8 @@
 // The bytes of a STEP file.
 #pragma once
 
+#include <cstddef>
+
 #include "VRELBuffer.h"
 #include "VRELBufferFileHandlerHandle.h"
 
@@ -32,6 +34,9 @@ class StepBuffer : public VRELBuffer {
   VRINResult SetOffset(unsigned long position) override;
   VRINResult GetOffset(unsigned long& position) override;
 
+  // Bytes from a place on, past the window and without a move. Gives how many there were.
+  std::size_t ReadAt(unsigned long place, char* bytes, std::size_t room) const;
+
   // The byte at the present position, 0 to 255, or END.
   int Peek() { return next != UNKNOWN ? next : Load(); }
   // The same, and goes past it.
@@ -58,5 +63,6 @@ class StepBuffer : public VRELBuffer {
   unsigned long offset = 0;
   unsigned long size = 0;
   int next = UNKNOWN;
+  int descriptor = -1;  // of the file's own stream
   bool valid = false;
 };

@@ -1,7 +1,11 @@
 #include "StepEntityReader.h"
 
+#include <algorithm>
+#include <climits>
+
 #include "StepBuffer.h"
 #include "StepFormatReader.h"
+#include "StepTypes.h"
 
 namespace {
 
@@ -9,11 +13,20 @@ StepFormatReader& DocumentOf(VRELBufferHandle const& buffer) {
   return static_cast<StepBuffer*>(buffer.GetInstance())->Document();
 }
 
+// One more type is that of all beyond the limit.
+static_assert(StepTypes::LIMIT < StepEntityReader::NO_TYPE);
+
 }  // namespace
 
-StepEntityReader::StepEntityReader(VRELBufferHandle& source, int number, unsigned long place, long lineThere)
-    : VRELEntityReader(source), offset(place), line(static_cast<std::uint32_t>(lineThere)) {
-  entityId = number;
+StepEntityReader::StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long place,
+                                   long lineThere)
+    : VRELEntityReader(source),
+      offset(place),
+      type(NO_TYPE),
+      escapes(0),
+      line(static_cast<std::uint32_t>(std::min<long>(lineThere, UINT32_MAX))),
+      highHalf(static_cast<std::uint32_t>(idNumber >> 32U)) {
+  entityId = static_cast<int>(static_cast<std::uint32_t>(idNumber));
 }
 
 VRINResult StepEntityReader::ReadEntity() {
@@ -21,7 +34,7 @@ VRINResult StepEntityReader::ReadEntity() {
 }
 
 VRINResult StepEntityReader::GetEntityId(int& id) const {
-  if (entityId < 0) return VREL_E_FAIL;
+  if (Number() > INT_MAX) return VREL_E_FAIL;
   return VRELEntityReader::GetEntityId(id);
 }
 

@@ -28,6 +28,8 @@ class EscapeCounter : public DocumentVisitor {
 class TypeCollector final : public EscapeCounter {
  public:
   void BeginRecord(std::string_view type) override {
+    // Of a longer name no more is told.
+    if (name.size() > StepTypes::NAME_LIMIT) return;
     if (!name.empty()) name += ' ';
     name += type;
   }
@@ -49,7 +51,14 @@ class StepHeaderEntity final : public VRELEntityReader {
 }  // namespace
 
 StepFormatReader::StepFormatReader(VRELFileHandle const& document, std::string shownName)
-    : Document(document), problems(std::move(shownName)) {}
+    : Document(document),
+      problems(std::move(shownName)),
+      ids(
+          [this](std::uint32_t instance) {
+            StepEntityReader const& entity = EntityAt(instance);
+            return entity.IsRead() ? entity.Number() : StepIds::LEFT_OUT;
+          },
+          [this](std::uint64_t place) { return DigitsAt(place); }) {}
 
 StepFormatReader::~StepFormatReader() {
   for (VRELSectionReader* section : headerSections) delete section;
@@ -58,7 +67,7 @@ StepFormatReader::~StepFormatReader() {
 
 VRINResult StepFormatReader::Open() {
   errno = 0;
-  auto* const bytes = new StepBuffer(file, this);
+  bytes = new StepBuffer(file, this);
   buffer = bytes;
   if (!bytes->IsValid().IsSuccess()) {
     int const error = errno;
@@ -258,18 +267,30 @@ bool StepFormatReader::IsSemicolonNext() {
 
 VRELSectionReader* StepFormatReader::ReadData() {
   scanner->Next();
-  Place parameters;
-  EscapeCounter counter;
-  if (parser->AtSymbol('(')) {
-    parameters = {scanner->Current().begin, scanner->Current().line};
-    parser->ReadRecord(counter);
-  }
-  if (!parser->AtSymbol(';')) parser->Fail("; behind DATA");
-  escaped += counter.escaped;
+  Place const parameters = ReadSectionParameters();
   auto* const section = new StepDataSection(buffer, *this);
   dataSections.add(section);
   sections.push_back({section, ids.Count(), parameters});
   return section;
+}
+
+// The parameters of a section, if there are any, and the semicolon. Whatever stands there: the instances are read.
+StepFormatReader::Place StepFormatReader::ReadSectionParameters() {
+  Place parameters;
+  try {
+    if (parser->AtSymbol('(')) {
+      Place const place = {scanner->Current().begin, scanner->Current().line};
+      EscapeCounter counter;
+      parser->ReadRecord(counter);
+      escaped += counter.escaped;
+      parameters = place;
+    }
+    if (!parser->AtSymbol(';')) parser->Fail("; behind DATA");
+  } catch (InputError const& error) {
+    LeaveOut(error, "this heading of a section");
+    Skip(true);
+  }
+  return parameters;
 }
 
 // A section of another kind.
@@ -277,11 +298,11 @@ void StepFormatReader::PassSection() {
   StepScanner::Token const& token = scanner->Current();
   problems.Warn(token.line, "expected DATA, found " + token.Name() + "; this section is left out");
   incomplete = true;
-  while (!parser->AtWord("ENDSEC") && token.kind != StepScanner::End) {
+  while (!EndsAnySection()) {
     Gk_ErrMgr::checkAbort();
     scanner->Next();
   }
-  if (!PassHeading("ENDSEC")) parser->Fail("ENDSEC;");
+  if (!PassHeading("ENDSEC")) waiting = true;
 }
 
 StepEntityReader* StepFormatReader::ReadNextInstance() {
@@ -316,7 +337,7 @@ void StepFormatReader::LeaveOutScopes() {
 StepEntityReader* StepFormatReader::ReadInstanceName() {
   StepScanner::Token const& token = scanner->Current();
   if (token.kind != StepScanner::Instance) parser->Fail("an instance or ENDSEC;");
-  std::uint64_t const number = ids.NumberOf(StepParser::IdOf(token));
+  std::uint64_t const number = StepIds::NumberOf(StepParser::IdOf(token), token.begin);
   std::string const name = token.Name();
   scanner->Next();
   parser->Expect('=', name);
@@ -346,7 +367,8 @@ StepEntityReader* StepFormatReader::LeaveScope() {
 StepEntityReader* StepFormatReader::MakeEntity(std::uint64_t number) {
   if (ids.Count() % PROGRESS_STEP == 0) Tell(scanner->Offset());
   StepScanner::Token const& token = scanner->Current();
-  return new StepEntityReader(buffer, ids.Add(number), token.begin, token.line);
+  ids.Add(number);
+  return new StepEntityReader(buffer, number, token.begin, token.line);
 }
 
 void StepFormatReader::Tell(unsigned long done) {
@@ -378,19 +400,37 @@ StepEntityReader& StepFormatReader::EntityAt(std::uint32_t instance) const {
 }
 
 DocumentVisitor::Id StepFormatReader::IdAt(std::uint32_t instance, std::string& digits) const {
-  std::uint64_t const number = ids.NumberAt(instance, EntityAt(instance).Number());
-  digits = ids.DigitsOf(number);
-  DocumentVisitor::Id id;
-  id.digits = digits;
-  id.number = static_cast<std::int64_t>(number);  // below 0 for those without one
-  return id;
+  return ids.IdOf(EntityAt(instance).Number(), digits);
+}
+
+// The window stays where it is: ids are asked for in any order.
+std::string StepFormatReader::DigitsAt(std::uint64_t place) const {
+  StepScanner::Token name;
+  name.text = "#";
+  char block[256];
+  std::size_t found = sizeof block;
+  for (++place; found == sizeof block; place += found) {
+    std::string_view const read(block, bytes->ReadAt(place, block, sizeof block));
+    found = std::min(read.find_first_not_of("0123456789"), read.size());
+    name.text += read.substr(0, found);
+  }
+  // Where the file has changed there may be none.
+  return name.text.size() == 1 ? std::string() : std::string(name.Digits());
+}
+
+// As messages tell it.
+std::string StepFormatReader::NameAt(std::uint32_t instance) const {
+  std::string digits;
+  IdAt(instance, digits);
+  return "#" + digits.substr(0, StepScanner::NAME_LIMIT - 1);
 }
 
 VRINResult StepFormatReader::Resolve() {
   if (!opened) return VREL_E_FAIL;
+  if (referrers != nullptr) return GetResolved();
   problems.TellRest();
   try {
-    SortIds();
+    IndexIds();
     // The first walk over the references counts them, and is the one that tells of those to nothing.
     bool isFirst = true;
     referrers = std::make_unique<StepReferrers>(ids.Count(), [this, isFirst](StepReferrers::Note const& note) mutable {
@@ -407,29 +447,26 @@ VRINResult StepFormatReader::Resolve() {
     return TellChange(error);
   }
   problems.TellRest();
+  return GetResolved();
+}
+
+VRINResult StepFormatReader::GetResolved() const {
   return repeated == 0 ? VREL_S_OK : VREL_E_INVALID_FILE;
 }
 
 // The current token is a reference to nothing.
 void StepFormatReader::TellMissing(std::uint32_t source) {
   StepScanner::Token const& token = scanner->Current();
-  std::string digits;
-  IdAt(source, digits);
-  problems.Warn(token.line, "expected an instance " + token.Name() + ", to which #" + digits + ", a " +
-                                types.Name(EntityAt(source).Type()) +
+  problems.Warn(token.line, "expected an instance " + token.Name() + ", to which " + NameAt(source) + ", a " +
+                                types.Name(EntityAt(source).Type()).substr(0, StepScanner::NAME_LIMIT) +
                                 ", refers, found none; it is written without a link");
 }
 
-void StepFormatReader::SortIds() {
-  auto const keptAt = [this](std::uint32_t instance) {
-    StepEntityReader const& entity = EntityAt(instance);
-    return entity.IsRead() ? entity.Number() : StepIds::LEFT_OUT;
-  };
-  ids.Sort(keptAt, [this](std::uint32_t instance, std::uint32_t first) {
+void StepFormatReader::IndexIds() {
+  repeated = 0;
+  ids.Index([this](std::uint32_t instance, std::uint32_t first) {
     ++repeated;
-    std::string digits;
-    IdAt(instance, digits);
-    problems.Error(EntityAt(instance).Line(), "expected an id that no other instance has, found #" + digits +
+    problems.Error(EntityAt(instance).Line(), "expected an id that no other instance has, found " + NameAt(instance) +
                                                   ", which stands in line " + std::to_string(EntityAt(first).Line()) +
                                                   " too; give one of them another id");
   });

@@ -24,7 +24,7 @@ struct InputError;
 // A STEP file as a document: one header section, any number of data sections with simple and complex instances. The
 // file is read through a window, from front to back: once by the walk, once by Resolve, and once or more by each
 // description, which needs Resolve. Memory grows with the number of instances, by less than 100 bytes each, and with
-// nothing else.
+// the header, but not with the length of the file.
 //
 // Sections of other kinds (ANCHOR, REFERENCE, SIGNATURE) are passed over with a warning. An instance with a scope
 // stands behind the instances of its scope.
@@ -87,6 +87,7 @@ class StepFormatReader final : public Document {
   VRINResult ReadHeaderEntity(Place place);
   void CheckHeader(long line);
   VRELSectionReader* ReadData();
+  Place ReadSectionParameters();
   void PassSection();
   void EndExchange();
   bool IsSemicolonNext();
@@ -97,7 +98,10 @@ class StepFormatReader final : public Document {
   std::uint32_t EndOf(std::size_t section) const;
   StepEntityReader& EntityAt(std::uint32_t instance) const;
   void WalkReferences(NoteReference const& note);
-  void SortIds();
+  void IndexIds();
+  std::string DigitsAt(std::uint64_t place) const;
+  VRINResult GetResolved() const;
+  std::string NameAt(std::uint32_t instance) const;
   void TellMissing(std::uint32_t source);
   void DescribeParameters(Section const& section, DocumentVisitor& visitor);
   void DescribeInstance(std::uint32_t instance, DocumentVisitor& visitor, bool withReferrers);
@@ -109,6 +113,7 @@ class StepFormatReader final : public Document {
   StepProblems problems;
   StepTypes types;
   StepIds ids;
+  StepBuffer* bytes = nullptr;  // the buffer
   std::unique_ptr<StepScanner> scanner;
   std::unique_ptr<StepParser> parser;
   std::unique_ptr<StepReferrers> referrers;  // made by Resolve

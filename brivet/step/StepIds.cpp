@@ -1,91 +1,94 @@
 #include "StepIds.h"
 
 #include <algorithm>
-#include <limits>
+#include <random>
+#include <utility>
 
 namespace {
 
-constexpr std::uint64_t FIRST_NAMED = std::uint64_t(1) << 63;
-// Ids are taken as indexes while at least every second one is used.
-constexpr std::uint64_t SPREAD = 2;
-constexpr std::uint64_t SMALL = 1024;
+// Marks a number that is a place.
+constexpr std::uint64_t FAR = std::uint64_t(1) << 63U;
+
+// How many places the index has: four for each three instances.
+constexpr std::uint64_t PlacesFor(std::uint64_t instances) {
+  return instances + instances / 3 + 1;
+}
+
+std::uint64_t RandomNumber() {
+  std::random_device source;
+  return std::uint64_t(source()) << 32U | source();
+}
+
+// Spreads numbers that lie side by side over all bits.
+std::uint64_t Mix(std::uint64_t number) {
+  number = (number ^ (number >> 30U)) * 0xBF58476D1CE4E5B9U;
+  number = (number ^ (number >> 27U)) * 0x94D049BB133111EBU;
+  return number ^ (number >> 31U);
+}
 
 }  // namespace
 
-std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id) {
-  if (id.fits()) return static_cast<std::uint64_t>(id.number);
-  auto const [place, isNew] = named.emplace(std::string(id.digits), FIRST_NAMED + names.size());
-  if (isNew) names.emplace_back(id.digits);
-  return place->second;
+StepIds::StepIds(NumberAt numbers, DigitsAt digits)
+    : numberAt(std::move(numbers)), digitsAt(std::move(digits)), seed(RandomNumber()) {}
+
+std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id, std::uint64_t place) {
+  return id.fits() ? static_cast<std::uint64_t>(id.number) : FAR | place;
 }
 
-int StepIds::Add(std::uint64_t number) {
+void StepIds::Add(std::uint64_t number) {
   highest = std::max(highest, number);
-  std::uint32_t const instance = count++;
-  if (number <= static_cast<std::uint64_t>(std::numeric_limits<int>::max())) return static_cast<int>(number);
-  longIds.push_back({instance, number});
-  return -1;
+  ++count;
 }
 
-std::uint64_t StepIds::NumberAt(std::uint32_t instance, int kept) const {
-  if (kept >= 0) return static_cast<std::uint64_t>(kept);
-  return std::lower_bound(longIds.begin(), longIds.end(), instance,
-                          [](LongId const& each, std::uint32_t wanted) { return each.instance < wanted; })
-      ->number;
+DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits) const {
+  bool const fits = number < FAR;
+  digits = fits ? std::to_string(number) : digitsAt(number & ~FAR);
+  DocumentVisitor::Id id;
+  id.digits = digits;
+  if (fits) id.number = static_cast<std::int64_t>(number);
+  return id;
 }
 
-std::string StepIds::DigitsOf(std::uint64_t number) const {
-  return number < FIRST_NAMED ? std::to_string(number) : names[number - FIRST_NAMED];
+bool StepIds::IsDense() const {
+  return highest < PlacesFor(count);
 }
 
-void StepIds::Sort(std::function<int(std::uint32_t)> const& keptAt,
-                   std::function<void(std::uint32_t, std::uint32_t)> const& twice) {
-  if (highest <= SPREAD * count + SMALL) {
-    direct.assign(highest + 1, NONE);
-    for (std::uint32_t i = 0; i < count; ++i) {
-      int const kept = keptAt(i);
-      if (kept == LEFT_OUT) continue;
-      std::uint32_t& place = direct[NumberAt(i, kept)];
-      if (place == NONE) {
-        place = i;
-      } else {
-        twice(i, place);
-      }
-    }
-    return;
+bool StepIds::IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const {
+  if (id.fits() || number < FAR) return number == static_cast<std::uint64_t>(id.number);
+  return digitsAt(number & ~FAR) == id.digits;
+}
+
+// Where the id stands in the index, or the free place where it would stand.
+std::size_t StepIds::PlaceOf(DocumentVisitor::Id const& id) const {
+  std::uint64_t hash = Mix(static_cast<std::uint64_t>(id.number) ^ seed);
+  if (!id.fits()) {
+    for (char const digit : id.digits) hash = Mix(hash + static_cast<unsigned char>(digit));
   }
-  std::vector<std::uint64_t> numbers(count);
+  std::size_t place = hash % index.size();
+  while (index[place] != NONE && !IsSame(numberAt(index[place]), id)) place = (place + 1) % index.size();
+  return place;
+}
+
+void StepIds::Index(std::function<void(std::uint32_t, std::uint32_t)> const& twice) {
+  dense = IsDense();
+  index.assign(PlacesFor(count), NONE);
+  std::string digits;
   for (std::uint32_t i = 0; i < count; ++i) {
-    int const kept = keptAt(i);
-    if (kept == LEFT_OUT) continue;
-    sortedInstances.push_back(i);
-    numbers[i] = NumberAt(i, kept);
-  }
-  std::sort(sortedInstances.begin(), sortedInstances.end(), [&numbers](std::uint32_t a, std::uint32_t b) {
-    return numbers[a] != numbers[b] ? numbers[a] < numbers[b] : a < b;
-  });
-  for (std::uint32_t const instance : sortedInstances) sortedNumbers.push_back(numbers[instance]);
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> repeated;
-  for (std::uint32_t i = 1, first = 0; i < sortedNumbers.size(); ++i) {
-    if (sortedNumbers[i] != sortedNumbers[first]) {
-      first = i;
+    std::uint64_t const number = numberAt(i);
+    if (number == LEFT_OUT) continue;
+    std::uint32_t& instance = index[dense ? number : PlaceOf(IdOf(number, digits))];
+    if (instance == NONE) {
+      instance = i;
     } else {
-      repeated.emplace_back(sortedInstances[i], sortedInstances[first]);
+      twice(i, instance);
     }
   }
-  std::sort(repeated.begin(), repeated.end());
-  for (auto const& [instance, first] : repeated) twice(instance, first);
 }
 
 std::uint32_t StepIds::Find(DocumentVisitor::Id const& id) const {
-  std::uint64_t number = static_cast<std::uint64_t>(id.number);
-  if (!id.fits()) {
-    auto const place = named.find(std::string(id.digits));
-    if (place == named.end()) return NONE;
-    number = place->second;
-  }
-  if (!direct.empty()) return number < direct.size() ? direct[number] : NONE;
-  auto const place = std::lower_bound(sortedNumbers.begin(), sortedNumbers.end(), number);
-  if (place == sortedNumbers.end() || *place != number) return NONE;
-  return sortedInstances[static_cast<std::size_t>(place - sortedNumbers.begin())];
+  if (index.empty()) return NONE;
+  if (!dense) return index[PlaceOf(id)];
+  // An id that does not fit is the highest of all numbers here.
+  std::uint64_t const number = static_cast<std::uint64_t>(id.number);
+  return number < index.size() ? index[number] : NONE;
 }

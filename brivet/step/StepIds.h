@@ -5,54 +5,56 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 #include "DocumentVisitor.h"
 
-// Filled with the instances of a document in their order, then sorted, then asked. Of an id that fits into 31 bits an
-// instance keeps the number itself (see StepEntityReader), so this class keeps numbers of its own only for longer ones.
+// Told of the instances of a document in their order, then indexed, then asked. An instance keeps its number itself
+// (see StepEntityReader): its id, or, where that does not fit, where in the file its digits stand, so that ids of any
+// length take no more memory than others.
 //
-// Sorted, it takes 8 bytes or less an instance while ids lie close to each other, and 12 where they are far apart.
+// The index takes less than 6 bytes an instance.
 class StepIds {
  public:
   static constexpr std::uint32_t NONE = UINT32_MAX;
+  // What `NumberAt` gives for an instance that does not count.
+  static constexpr std::uint64_t LEFT_OUT = UINT64_MAX;
 
-  // A number for an id, the same for the same id: its own, or one of those above 2^63 for an id that has none.
-  std::uint64_t NumberOf(DocumentVisitor::Id const& id);
-  // Adds the next instance. Gives the number that the instance keeps, -1 where it does not fit.
-  int Add(std::uint64_t number);
+  // The number that an instance, counted from 0 on, keeps.
+  using NumberAt = std::function<std::uint64_t(std::uint32_t instance)>;
+  // The digits of the id that begins at a place of the file, without zeros in front.
+  using DigitsAt = std::function<std::string(std::uint64_t place)>;
+
+  StepIds(NumberAt numbers, DigitsAt digits);
+
+  // The number for an id whose name begins at a place of the file.
+  static std::uint64_t NumberOf(DocumentVisitor::Id const& id, std::uint64_t place);
+  // Counts the next instance. There are fewer than NONE.
+  void Add(std::uint64_t number);
   std::uint32_t Count() const noexcept { return count; }
 
-  // The number of an instance. `kept` is what Add gave.
-  std::uint64_t NumberAt(std::uint32_t instance, int kept) const;
-  std::string DigitsOf(std::uint64_t number) const;
+  // The id behind a number; the digits are kept in the text.
+  DocumentVisitor::Id IdOf(std::uint64_t number, std::string& digits) const;
 
-  // What `keptAt` gives for an instance that does not count.
-  static constexpr int LEFT_OUT = -2;
+  // Makes the index. `twice(i, first)` is told, in the order of instances, of each one whose id an earlier one has; the
+  // first one serves.
+  void Index(std::function<void(std::uint32_t, std::uint32_t)> const& twice);
 
-  // Makes the index. `keptAt(i)` gives what Add gave for an instance. `twice(i, first)` is told, in the order of
-  // instances, of each one whose id an earlier one has; the first one serves.
-  void Sort(std::function<int(std::uint32_t)> const& keptAt,
-            std::function<void(std::uint32_t, std::uint32_t)> const& twice);
-
-  // The instance of an id, from 0 on, or NONE.
+  // The instance of an id, from 0 on, or NONE; NONE without an index, too.
   std::uint32_t Find(DocumentVisitor::Id const& id) const;
 
  private:
-  struct LongId {
-    std::uint32_t instance;
-    std::uint64_t number;
-  };
+  // Ids lie so close to each other that they serve as places.
+  bool IsDense() const;
+  bool IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const;
+  std::size_t PlaceOf(DocumentVisitor::Id const& id) const;
 
+  NumberAt const numberAt;
+  DigitsAt const digitsAt;
+  std::uint64_t const seed;  // nobody who makes a file can know it: no ids are bad ones for the index
   std::uint32_t count = 0;
   std::uint64_t highest = 0;
-  std::vector<LongId> longIds;                           // in the order of instances
-  std::unordered_map<std::string, std::uint64_t> named;  // numbers of ids without one of their own
-  std::vector<std::string> names;
-
-  // One of the two: instances by their numbers, or numbers in order beside their instances.
-  std::vector<std::uint32_t> direct;
-  std::vector<std::uint64_t> sortedNumbers;
-  std::vector<std::uint32_t> sortedInstances;
+  bool dense = false;
+  std::vector<std::uint32_t> index;  // instances, at their ids or, hashed, at the next free place
 };

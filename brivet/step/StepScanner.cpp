@@ -1,5 +1,6 @@
 #include "StepScanner.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "InputError.h"
@@ -13,6 +14,9 @@ bool IsDigit(int byte) {
 bool IsLetter(int byte) {
   return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
+bool IsHexDigit(int byte) {
+  return IsDigit(byte) || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
+}
 bool IsBlank(int byte) {
   return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
@@ -21,6 +25,13 @@ bool IsControl(int byte) {
 }
 bool IsWordByte(int byte) {
   return IsLetter(byte) || IsDigit(byte) || byte == '_' || byte == '-';
+}
+
+// With a question mark for each byte that has no sign of its own.
+std::string Printable(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char byte) { return byte < ' ' || byte > '~'; }, '?');
+  return text;
 }
 
 }  // namespace
@@ -35,13 +46,15 @@ std::string StepScanner::Token::Name() const {
       return "a string";
     case Binary:
       return "a binary";
+    case Resource:
+      return Printable(text.substr(0, NAME_LIMIT));
     case Other:
       break;
     default:
       return text.substr(0, NAME_LIMIT);
   }
   int const byte = static_cast<unsigned char>(text[0]);
-  if (byte > ' ' && byte < 0x7F) return text;
+  if (byte > ' ' && byte < 0x7F) return text.substr(0, NAME_LIMIT);
   char name[16];
   std::snprintf(name, sizeof name, "byte 0x%02X", static_cast<unsigned int>(byte));
   return name;
@@ -55,7 +68,8 @@ std::string_view StepScanner::Token::Digits() const {
 }
 
 void StepScanner::Seek(unsigned long offset, long lineThere) {
-  buffer.SetOffset(offset);
+  // A file that has become shorter ends in front of some places.
+  buffer.SetOffset(std::min(offset, buffer.Size()));
   line = lineThere;
   afterReturn = false;
   started = true;
@@ -71,9 +85,6 @@ bool StepScanner::NextReference() {
         return false;
       case '\'':
         SkipString();
-        break;
-      case '"':
-        ReadEnclosed(Binary, '"', "the binary");
         break;
       case '/':
         SkipBlanksAndComments();
@@ -96,6 +107,7 @@ bool StepScanner::NextReference() {
 
 StepScanner::Token const& StepScanner::Next() {
   token.text.clear();
+  tooLong = false;
   if (!started) SkipByteOrderMark();
   started = true;
   // A slash that opens no comment is left behind in the token.
@@ -109,9 +121,9 @@ StepScanner::Token const& StepScanner::Next() {
   } else if (byte == '\'') {
     ReadString();
   } else if (byte == '"') {
-    ReadEnclosed(Binary, '"', "the binary");
+    ReadBinary();
   } else if (byte == '<') {
-    ReadEnclosed(Resource, '>', "the resource");
+    ReadResource();
   } else if (byte == '#') {
     ReadInstance();
   } else if (IsLetter(byte) || byte == '!' || byte == '&') {
@@ -210,12 +222,25 @@ void StepScanner::SkipString() {
   FailUnended(token.line, "'", "the string");
 }
 
-void StepScanner::ReadEnclosed(Kind kind, char end, char const* name) {
-  token.kind = kind;
+// Line ends may stand between the digits; at anything else a broken one ends, so that it swallows nothing.
+void StepScanner::ReadBinary() {
+  token.kind = Other;
+  Keep();
+  while (IsHexDigit(buffer.Peek()) || IsBlank(buffer.Peek())) {
+    IsBlank(buffer.Peek()) ? static_cast<void>(Take()) : Keep();
+  }
+  if (buffer.Peek() == StepBuffer::END) FailUnended(token.line, "\"", "the binary");
+  if (buffer.Peek() != '"') return;
+  Keep();
+  token.kind = Binary;
+}
+
+void StepScanner::ReadResource() {
+  token.kind = Resource;
   do {
     Keep();
-    if (buffer.Peek() == StepBuffer::END) FailUnended(token.line, std::string(1, end).c_str(), name);
-  } while (buffer.Peek() != end);
+    if (buffer.Peek() == StepBuffer::END) FailUnended(token.line, ">", "the resource");
+  } while (buffer.Peek() != '>');
   Keep();
 }
 
@@ -266,6 +291,7 @@ void StepScanner::ReadNumber() {
   if (digits && (buffer.Peek() == 'E' || buffer.Peek() == 'e')) {
     Keep();
     if (buffer.Peek() == '+' || buffer.Peek() == '-') Keep();
+    digits = IsDigit(buffer.Peek());
     while (IsDigit(buffer.Peek())) Keep();
   }
   if (!digits) token.kind = Other;
@@ -278,7 +304,6 @@ void StepScanner::FailUnended(long began, char const* end, char const* name) con
 }
 
 void StepScanner::FailLong() {
-  tooLong = false;
   throw InputError{VREL_E_INVALID_FILE, token.line,
                    "expected a value of at most 16 MiB, found a longer one that begins here"};
 }

@@ -62,7 +62,8 @@ class StepScanner {
   void Seek(unsigned long offset, long lineThere);
 
   // Goes to the next instance name in front of the next semicolon; what is between is passed over, the texts of strings
-  // unread. False, with the semicolon or the end of the file as the current token, where there is none.
+  // unread. For an instance that was read before: what breaks the format is not told. False, with the semicolon or the
+  // end of the file as the current token, where there is none.
   bool NextReference();
 
  private:
@@ -74,7 +75,8 @@ class StepScanner {
   void SkipComment(long began);
   void SkipString();
   void ReadString();
-  void ReadEnclosed(Kind kind, char end, char const* name);
+  void ReadBinary();
+  void ReadResource();
   void ReadInstance();
   void ReadKeyword();
   void ReadPoint();

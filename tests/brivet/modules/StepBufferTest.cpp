@@ -40,6 +40,20 @@ TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   EXPECT_EQ(buffer.Offset(), 3U);
 }
 
+TEST(StepBufferTest, ReadsElsewhereWithoutAMove) {
+  BytesInFile file("abcdef");
+  StepBuffer& buffer = file.Buffer();
+  buffer.Take();
+  char bytes[4] = "";
+  EXPECT_EQ(buffer.ReadAt(2, bytes, 3), 3U);
+  EXPECT_STREQ(bytes, "cde");
+  EXPECT_EQ(buffer.ReadAt(5, bytes, 3), 1U);
+  EXPECT_EQ(bytes[0], 'f');
+  EXPECT_EQ(buffer.ReadAt(6, bytes, 3), 0U);
+  EXPECT_EQ(buffer.Take(), 'b');
+  EXPECT_EQ(StepBuffer(VRELFileHandle(), nullptr).ReadAt(0, bytes, 3), 0U);
+}
+
 TEST(StepBufferTest, ReadsLines) {
   BytesInFile file("a\r\n\nb\rJ\xC3\xB6");
   std::vector<std::string> lines;

@@ -39,13 +39,14 @@ class BytesInFile {
 // A document read from its first byte to its last, as the driver reads it, with what was told on the way.
 class ReadDocument {
  public:
-  explicit ReadDocument(std::string const& bytes, std::string const& shownName = "part.stp")
+  explicit ReadDocument(std::string const& bytes, std::string const& shownName = "part.stp", bool resolves = true)
       : path(directory.Write("part.stp", bytes)) {
-    Read(shownName);
+    Read(shownName, resolves);
   }
 
   StepFormatReader* operator->() { return document; }
   StepFormatReader& operator*() { return *document; }
+  std::string const& Path() const { return path; }
 
   // Each as "WARNING: TEXT" or "ERROR: TEXT".
   std::vector<std::string> Messages() const {
@@ -67,14 +68,14 @@ class ReadDocument {
   RecordingListener listener;
 
  private:
-  void Read(std::string const& shownName) {
+  void Read(std::string const& shownName, bool resolves) {
     document = new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), shownName);
     handle = document;
     opened = document->Open();
     VRELReader reader(handle);
     reader.ReadHeaderSection();
     reader.ReadDataSection();
-    resolved = reader.Resolve();
+    if (resolves) resolved = reader.Resolve();
   }
 
   ScratchDirectory directory;

@@ -2,11 +2,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
 #include <map>
 #include <random>
 #include <string>
@@ -322,6 +324,99 @@ TEST(StepFormatReaderTest, TakesIdsFarApart) {
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 
+TEST(StepFormatReaderTest, TakesIdsOfAnyLength) {
+  std::string const far = "1" + std::string(300, '0');
+  ReadDocument document(DocumentText("#" + far + "1=A(#00" + far + "2,#" + far + "3);#000" + far + "2=B(#1);#1=C(#" +
+                                     far + "1);\n#0" + far + "1=D();"));
+  std::string const shown = "#" + far.substr(0, 59);
+  EXPECT_THAT(document.Messages(), ElementsAre("ERROR: part.stp:8: expected an id that no other instance has, found " +
+                                                   shown + ", which stands in line 7 too; give one of them another id",
+                                               "WARNING: part.stp:7: expected an instance " + shown + ", to which " +
+                                                   shown + ", a A, refers, found none; it is written without a link"));
+  EXPECT_EQ(document.Record(true), "DATA ##" + far + "1 A< ##" + far + "2 ##" + far + "3? > <-1; ##" + far +
+                                       "2 B< #1 > <-" + far + "1; #1 C< ##" + far + "1 > <-" + far + "2; ##" + far +
+                                       "1 D< >; ENDSEC");
+}
+
+// Whatever their ids are.
+TEST(StepFormatReaderTest, TakesAtMostAHundredBytesForAnInstance) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "its blocks are not told";
+#else
+  auto const taken = [](std::string const& zeros, long count) {
+    std::string data;
+    for (long i = 0; i < count; ++i) data += "#1" + std::to_string(count + i) + zeros + "=A();";
+    ReadDocument document(DocumentText(data));
+    EXPECT_EQ(document.Record(true).empty(), false);
+    return static_cast<long>(mallinfo2().uordblks + mallinfo2().hblkhd) - static_cast<long>(4 * data.capacity());
+  };
+  for (char const* zeros : {"", "000", "0000000000", "00000000000000000000"}) {
+    SCOPED_TRACE(zeros);
+    long const few = taken(zeros, 100'000);
+    EXPECT_LT(taken(zeros, 400'000) - few, 300'000 * 100);
+  }
+#endif
+}
+
+TEST(StepFormatReaderTest, ReadsASectionWhateverItsHeadingIs) {
+  std::string const mend = "; this heading of a section is left out, mend the file and translate it again";
+  struct Row {
+    char const* heading;
+    char const* found;
+  };
+  Row const rows[] = {{"DATA", "expected ; behind DATA, found #1"},
+                      {"DATA('x'", "expected , or ) behind a parameter, found #1"},
+                      {"DATA('x',);", "expected a parameter, found )"},
+                      {"DATA('x'):", "expected ; behind DATA, found :"},
+                      {"DATA 5;", "expected ; behind DATA, found 5"}};
+  for (Row const& row : rows) {
+    std::string const bytes = HEADER + "ENDSEC;\n" + row.heading + " #1=A();#2=B();ENDSEC;END-ISO-10303-21;";
+    EXPECT_THAT(Told(bytes), ElementsAre(std::string("W 2: ") + row.found + mend)) << row.heading;
+    ReadDocument document(bytes);
+    EXPECT_EQ(document->GetInstanceCount(), 2) << row.heading;
+    EXPECT_EQ(document->GetSectionCount(), 1) << row.heading;
+    EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
+    EXPECT_THAT(document.Record(), testing::EndsWith("#1 A< >; #2 B< >; ENDSEC"));
+  }
+}
+
+TEST(StepFormatReaderTest, PassesOverNothingBehindASectionWithoutAnEnd) {
+  ReadDocument document(HEADER + "ENDSEC;\nANCHOR;<a>=#1;\nDATA;#1=A();ENDSEC;\nX;END-ISO-10303-21;");
+  EXPECT_THAT(document.Messages(),
+              ElementsAre("WARNING: part.stp:2: expected DATA, found ANCHOR; this section is left out",
+                          "WARNING: part.stp:4: expected DATA, found X; this section is left out"));
+  EXPECT_EQ(document->GetInstanceCount(), 1);
+  EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
+}
+
+TEST(StepFormatReaderTest, ResolvesTwiceAsOnce) {
+  for (char const* far : {"2", "2000000", "20000000000000000000000"}) {
+    ReadDocument document(DocumentText("#1=A(#9);#" + std::string(far) + "=B(#1);"));
+    std::string const record = document.Record(true);
+    EXPECT_EQ(document.Messages().size(), 1U);
+    EXPECT_EQ(document->Resolve(), VREL_S_OK);
+    EXPECT_EQ(document.Messages().size(), 1U);
+    EXPECT_EQ(document->GetState(), VREL_S_OK);
+    EXPECT_EQ(document.Record(true), record);
+  }
+  ReadDocument repeated(DocumentText("#1=A();#1=A();"));
+  EXPECT_EQ(repeated->Resolve(), VREL_E_INVALID_FILE);
+  EXPECT_EQ(repeated.Messages().size(), 1U);
+}
+
+// An abort ends it at any instance; nothing is told or counted twice then.
+TEST(StepFormatReaderTest, ResolvesAfterAnAbort) {
+  ReadDocument document(DocumentText("#1=A();#2000000=B(#1);"), "part.stp", false);
+  Gk_ErrMgr::setAbort();
+  EXPECT_THROW(document->Resolve(), VRELAbortException);
+  DocumentRecorder recorder;
+  NoProgress progress;
+  EXPECT_EQ(document->Describe(recorder, progress, true), VREL_E_FAIL);
+  EXPECT_EQ(document->Resolve(), VREL_S_OK);
+  EXPECT_THAT(document.Messages(), IsEmpty());
+  EXPECT_EQ(document.Record(true), "DATA #1 A< > <-2000000; #2000000 B< #1 >; ENDSEC");
+}
+
 TEST(StepFormatReaderTest, StopsOnRequest) {
   ScratchDirectory directory;
   std::string const path = directory.Write("part.stp", DocumentText("#1=A();#2=B();"));
@@ -336,16 +431,63 @@ TEST(StepFormatReaderTest, StopsOnRequest) {
   EXPECT_THROW(reader.ReadDataSection(), VRELAbortException);
 }
 
-TEST(StepFormatReaderTest, TellsThatTheFileHasChanged) {
+TEST(StepFormatReaderTest, DescribesNothingThatIsNotResolved) {
   ScratchDirectory directory;
   std::string const path = directory.Write("part.stp", DocumentText("#1=A();#2=B();"));
   VRELFormatReaderHandle handle(new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), "part.stp"));
   auto* const document = static_cast<StepFormatReader*>(static_cast<VRELFormatReader*>(handle));
   DocumentRecorder recorder;
   NoProgress progress;
-  // Nothing is described before it is resolved.
   EXPECT_EQ(document->Describe(recorder, progress, false), VREL_E_FAIL);
   EXPECT_EQ(document->Resolve(), VREL_E_FAIL);
+}
+
+// The window is 4 MiB: what it does not hold is read from the file again.
+TEST(StepFormatReaderTest, TellsThatTheFileHasChanged) {
+  std::string const filling = "/*" + std::string(5U << 20U, ' ') + "*/";
+  std::string const bytes = DocumentText("#1=A();#2=B(#1);" + filling + "#3=C(#1);#4=D(#2);");
+  std::string const mend = "; the file has changed since it was read, translate it again";
+  struct Row {
+    char const* from;  // empty: the file is cut behind the filling
+    char const* to;
+    std::string told;
+  };
+  Row const rows[] = {
+      {"C(#1)", "C(#2)", "part.stp: expected the references that were counted, found others" + mend},
+      {"D(#2)", "D(#9)", "part.stp: expected the references that were counted, found others" + mend},
+      {"C(#1)", "C(#1=", "part.stp:7: expected , or ) behind a parameter, found =" + mend},
+      {"", "", "part.stp: expected the references that were counted, found others" + mend},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.to);
+    ReadDocument document(bytes);
+    ASSERT_EQ(document.resolved, VREL_S_OK);
+    if (*row.from == '\0') {
+      ASSERT_EQ(truncate(document.Path().c_str(), static_cast<off_t>(bytes.find("#3="))), 0);
+    } else {
+      std::fstream(document.Path(), std::ios::in | std::ios::out | std::ios::binary)
+          .seekp(static_cast<std::streamoff>(bytes.find(row.from)))
+          .write(row.to, 5);
+    }
+    DocumentRecorder recorder;
+    NoProgress progress;
+    EXPECT_EQ(document->Describe(recorder, progress, true), VREL_E_INVALID_FILE);
+    EXPECT_THAT(document.Messages(), ElementsAre("ERROR: " + row.told));
+  }
+}
+
+// Without those who refer, too; not even the ids are there.
+TEST(StepFormatReaderTest, EndsWhereTheFileWasCut) {
+  std::string const filling = "/*" + std::string(5U << 20U, ' ') + "*/";
+  std::string const bytes = DocumentText("#1=A();" + filling + "#10000000000000000000=C();#2=D();");
+  ReadDocument document(bytes);
+  ASSERT_EQ(truncate(document.Path().c_str(), 1000), 0);
+  DocumentRecorder recorder;
+  NoProgress progress;
+  EXPECT_EQ(document->Describe(recorder, progress, false), VREL_E_INVALID_FILE);
+  EXPECT_THAT(document.Messages(),
+              ElementsAre("ERROR: part.stp:7: expected an entity name, found the end of the file; the file has changed "
+                          "since it was read, translate it again"));
 }
 
 // The folder, the pipe and the missing file are told by what the system says of them.
@@ -473,8 +615,8 @@ TEST(StepFormatReaderTest, DescribesWhatHoldsEscapes) {
   EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA;#1=A('x''y');ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
 }
 
-TEST(StepFormatReaderTest, CountsNoEscapesOfASectionThatIsLeftOut) {
-  ReadDocument document(HEADER + "ENDSEC;DATA('\\\\') #1=A();ENDSEC;END-ISO-10303-21;");
-  EXPECT_EQ(document->GetSectionCount(), 0);
-  EXPECT_EQ(document->GetEscapedCount(), 0);
+// As many as are described.
+TEST(StepFormatReaderTest, CountsTheEscapesOfAHeadingThatIsKept) {
+  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA('\\\\') #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 1);
+  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA('\\\\',) #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
 }

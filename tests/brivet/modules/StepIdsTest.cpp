@@ -17,82 +17,108 @@ DocumentVisitor::Id IdOf(std::string const& digits) {
   return id;
 }
 
-// Ids in the order of instances, and the pairs that were told as used twice.
-struct Filled {
-  explicit Filled(std::vector<std::string> const& digits) {
-    for (std::string const& each : digits) kept.push_back(ids.Add(ids.NumberOf(IdOf(each))));
-    Sort();
+using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
+
+// Ids in the order of instances, each at a place of its own, and the pairs that were told as used twice.
+struct Indexed {
+  explicit Indexed(std::vector<std::string> digits) : texts(std::move(digits)) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      numbers.push_back(StepIds::NumberOf(IdOf(texts[i]), 1000 + i));
+      ids.Add(numbers.back());
+    }
+    Index();
   }
-  void Sort() {
-    ids.Sort([this](std::uint32_t i) { return kept[i]; },
-             [this](std::uint32_t instance, std::uint32_t first) { twice.emplace_back(instance, first); });
+  Indexed(Indexed const&) = delete;
+  Indexed& operator=(Indexed const&) = delete;
+  void Index() {
+    twice.clear();
+    ids.Index([this](std::uint32_t instance, std::uint32_t first) { twice.emplace_back(instance, first); });
   }
-  StepIds ids;
-  std::vector<int> kept;
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> twice;
+
+  std::vector<std::string> texts;
+  std::vector<std::uint64_t> numbers;
+  Pairs twice;
+  StepIds ids{[this](std::uint32_t instance) { return numbers[instance]; },
+              [this](std::uint64_t place) { return texts.at(place - 1000); }};
 };
 
 }  // namespace
 
-TEST(StepIdsTest, KeepsShortIdsWithTheInstanceAndLongOnesItself) {
+TEST(StepIdsTest, NumbersAnIdByItselfOrByItsPlace) {
+  EXPECT_EQ(StepIds::NumberOf(IdOf("0"), 77), 0U);
+  EXPECT_EQ(StepIds::NumberOf(IdOf("999999999999999999"), 77), 999999999999999999U);
+  EXPECT_EQ(StepIds::NumberOf(IdOf("1000000000000000000"), 77), 9223372036854775885U);
+}
+
+TEST(StepIdsTest, TellsIdsOfAnyLength) {
   std::vector<std::string> const digits = {
       "5", "2147483647", "2147483648", "999999999999999999", "9223372036854775808", "123456789012345678901234567890"};
-  Filled filled(digits);
-  EXPECT_EQ(filled.kept, (std::vector<int>{5, 2147483647, -1, -1, -1, -1}));
+  Indexed indexed(digits);
+  std::string text;
   for (std::uint32_t i = 0; i < digits.size(); ++i) {
-    EXPECT_EQ(filled.ids.DigitsOf(filled.ids.NumberAt(i, filled.kept[i])), digits[i]);
-    EXPECT_EQ(filled.ids.Find(IdOf(digits[i])), i);
+    DocumentVisitor::Id const id = indexed.ids.IdOf(indexed.numbers[i], text);
+    EXPECT_EQ(id.digits, digits[i]);
+    EXPECT_EQ(id.number, i < 4 ? std::stoll(digits[i]) : -1);
+    EXPECT_EQ(indexed.ids.Find(id), i);
   }
-  EXPECT_EQ(filled.ids.Count(), 6U);
-  EXPECT_EQ(filled.ids.Find(IdOf("4")), StepIds::NONE);
-  EXPECT_EQ(filled.ids.Find(IdOf("123456789012345678901234567891")), StepIds::NONE);
+  EXPECT_EQ(indexed.ids.Count(), 6U);
+  EXPECT_EQ(indexed.ids.Find(IdOf("4")), StepIds::NONE);
+  EXPECT_EQ(indexed.ids.Find(IdOf("123456789012345678901234567891")), StepIds::NONE);
 }
 
 TEST(StepIdsTest, TellsOfIdsThatAreUsedTwice) {
   for (std::string const& far : {std::string("3"), std::string("4000000000"), std::string("12345678901234567890")}) {
-    Filled filled({"1", far, "2", far, "1", far});
-    EXPECT_EQ(filled.twice, (std::vector<std::pair<std::uint32_t, std::uint32_t>>{{3, 1}, {4, 0}, {5, 1}})) << far;
-    EXPECT_EQ(filled.ids.Find(IdOf(far)), 1U);
+    Indexed indexed({"1", far, "2", far, "1", far});
+    Pairs const expected = {{3, 1}, {4, 0}, {5, 1}};
+    EXPECT_EQ(indexed.twice, expected) << far;
+    EXPECT_EQ(indexed.ids.Find(IdOf(far)), 1U);
+    // The same again.
+    indexed.Index();
+    EXPECT_EQ(indexed.twice, expected) << far;
   }
 }
 
 TEST(StepIdsTest, LeavesInstancesOut) {
-  for (std::string const& far : {std::string("3"), std::string("4000000000")}) {
-    StepIds ids;
-    int const kept = ids.Add(ids.NumberOf(IdOf(far)));
-    ids.Add(ids.NumberOf(IdOf(far)));
-    int calls = 0;
-    ids.Sort([&](std::uint32_t i) { return i == 0 ? StepIds::LEFT_OUT : kept; },
-             [&](std::uint32_t, std::uint32_t) { ++calls; });
-    EXPECT_EQ(calls, 0);
-    EXPECT_EQ(ids.Find(IdOf(far)), 1U);
+  for (std::string const& far : {std::string("1"), std::string("4000000000"), std::string("12345678901234567890")}) {
+    Indexed indexed({far, far});
+    EXPECT_EQ(indexed.twice.size(), 1U);
+    indexed.numbers[0] = StepIds::LEFT_OUT;
+    indexed.Index();
+    EXPECT_TRUE(indexed.twice.empty());
+    EXPECT_EQ(indexed.ids.Find(IdOf(far)), 1U);
   }
 }
 
 TEST(StepIdsTest, FindsNothingInNothing) {
-  Filled filled({});
-  EXPECT_EQ(filled.ids.Find(IdOf("0")), StepIds::NONE);
-  EXPECT_EQ(filled.ids.Find(IdOf("5000")), StepIds::NONE);
+  Indexed indexed({});
+  for (char const* id : {"0", "5000", "12345678901234567890"}) EXPECT_EQ(indexed.ids.Find(IdOf(id)), StepIds::NONE);
+}
+
+TEST(StepIdsTest, FindsNothingWithoutAnIndex) {
+  StepIds ids([](std::uint32_t) { return 1U; }, [](std::uint64_t) { return std::string(); });
+  ids.Add(1);
+  EXPECT_EQ(ids.Find(IdOf("1")), StepIds::NONE);
+  EXPECT_EQ(ids.Find(IdOf("12345678901234567890")), StepIds::NONE);
 }
 
 TEST(StepIdsTest, AgreesWithAMap) {
   std::mt19937_64 random(20261120);
-  for (std::uint64_t const range : {std::uint64_t(3000), std::uint64_t(1) << 31, std::uint64_t(1) << 40}) {
+  for (std::uint64_t const range : {std::uint64_t(2000), std::uint64_t(1) << 31U, std::uint64_t(1) << 40U}) {
     std::map<std::string, std::uint32_t> model;
     std::vector<std::string> digits;
     for (std::uint32_t i = 0; i < 2000; ++i) {
       std::string id = std::to_string(random() % range);
-      if (range > 3000 && i % 50 == 0) id += "00000000000000000000";
+      if (range > 2000 && i % 50 == 0) id += "00000000000000000000";
       model.emplace(id, i);
       digits.push_back(id);
     }
-    Filled filled(digits);
-    EXPECT_EQ(filled.twice.size(), 2000 - model.size());
-    for (auto const& [id, instance] : model) ASSERT_EQ(filled.ids.Find(IdOf(id)), instance) << id;
+    Indexed indexed(digits);
+    EXPECT_EQ(indexed.twice.size(), 2000 - model.size());
+    for (auto const& [id, instance] : model) ASSERT_EQ(indexed.ids.Find(IdOf(id)), instance) << id;
     for (int i = 0; i < 2000; ++i) {
-      std::string const id = std::to_string(random() % range);
+      std::string const id = std::to_string(random() % (2 * range));
       auto const place = model.find(id);
-      ASSERT_EQ(filled.ids.Find(IdOf(id)), place == model.end() ? StepIds::NONE : place->second) << id;
+      ASSERT_EQ(indexed.ids.Find(IdOf(id)), place == model.end() ? StepIds::NONE : place->second) << id;
     }
   }
 }

@@ -89,11 +89,17 @@ TEST(StepScannerTest, ReadsNumbersAsRealFilesWriteThem) {
 }
 
 TEST(StepScannerTest, GivesBrokenPiecesAsOther) {
-  for (char const* piece : {"#", "!", "&", ".", ".T", "+", "-", "+.", "{", "/", "\\", "\xC3"}) {
+  for (char const* piece : {"#", "!", "&", ".", ".T", "+", "-", "+.", "1E", "-2.5E+", "{", "/", "\\", "\xC3"}) {
     ExpectTokens(piece, {{OTHER, 1, piece}});
   }
   ExpectTokens("# 1", {{OTHER, 1, "#"}, {NUMBER, 1, "1"}});
   ExpectTokens(std::string("\0", 1), {{OTHER, 1, std::string("\0", 1)}});
+}
+
+TEST(StepScannerTest, EndsABinaryAtWhatIsNoDigit) {
+  ExpectTokens("\"0\nfF3 \"1", {{StepScanner::Binary, 1, "\"0fF3\""}, {NUMBER, 2, "1"}});
+  ExpectTokens("\"01G\";", {{OTHER, 1, "\"01"}, {WORD, 1, "G"}, {OTHER, 1, "\""}, {OTHER, 1, ";"}});
+  ExpectTokens(std::string("\"0\0", 3), {{OTHER, 1, "\"0"}, {OTHER, 1, std::string("\0", 1)}});
 }
 
 TEST(StepScannerTest, ReducesApostrophesAndLeavesOutLineEnds) {
@@ -188,8 +194,25 @@ TEST(StepScannerTest, GoesBackToAToken) {
   EXPECT_EQ(scanner.Next().line, 3);
 }
 
+// The file has become shorter since the place was noted.
+TEST(StepScannerTest, IsAtTheEndBehindTheEnd) {
+  BytesInFile file("A B");
+  StepScanner scanner(file.Buffer());
+  scanner.Next();
+  scanner.Seek(100, 7);
+  EXPECT_EQ(scanner.Next().kind, StepScanner::End);
+  EXPECT_EQ(scanner.Current().line, 7);
+}
+
+TEST(StepScannerTest, TellsOnceOfALongStringThatDoesNotEnd) {
+  BytesInFile file("'" + std::string(StepScanner::TEXT_LIMIT + 1, 'a'));
+  StepScanner scanner(file.Buffer());
+  EXPECT_THROW(scanner.Next(), InputError);
+  EXPECT_EQ(scanner.Next().kind, StepScanner::End);
+}
+
 TEST(StepScannerTest, FindsReferencesUpToTheSemicolon) {
-  BytesInFile file("A('#1;''#2',/* #3; */#4,\"#5;\",(#0006)/#!,#7);#8=B(#9);");
+  BytesInFile file("A('#1;''#2',/* #3; */#4,\"05\",(#0006)/#!,#7);#8=B(#9);");
   StepScanner scanner(file.Buffer());
   std::string found;
   for (int instance = 0; instance < 3; ++instance) {
@@ -212,7 +235,7 @@ TEST(StepScannerTest, TellsTheLinesOfReferences) {
 TEST(StepScannerTest, NamesTokens) {
   struct Row {
     std::string text;
-    char const* name;
+    std::string name;
   };
   Row const rows[] = {{"", "the end of the file"},
                       {"'a'", "a string"},
@@ -220,6 +243,11 @@ TEST(StepScannerTest, NamesTokens) {
                       {"#12", "#12"},
                       {"WORD", "WORD"},
                       {"{", "{"},
+                      {"<http://a/b>", "<http://a/b>"},
+                      {"<http://a\n\x7F/b>", "<http://a??/b>"},
+                      {"<\xE9>", "<?>"},
+                      {"<" + std::string(100, 'a') + ">", "<" + std::string(59, 'a')},
+                      {"." + std::string(100, 'T'), "." + std::string(59, 'T')},
                       {"\x01", "byte 0x01"},
                       {"\xE9", "byte 0xE9"}};
   for (Row const& row : rows) {
