@@ -81,6 +81,7 @@ TEST(StepTextTest, DecodesSingleBytesAndUtf32) {
              // No characters.
              {"\\X4\\00110000\\X0\\", "\xEF\xBF\xBD"},
              {"\\X4\\0000D83D0000DD29\\X0\\", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+             {"\\X2\\D83D\\X0\\\\X4\\0000DD29\\X0\\", "\xEF\xBF\xBD\xEF\xBF\xBD"},
              {"\\X4\\FFFFFFFF\\X0\\", "\xEF\xBF\xBD"}},
             true);
 }
