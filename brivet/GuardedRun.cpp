@@ -10,11 +10,13 @@
 #include "VRELAbortException.h"
 #include "VRELAllocException.h"
 #include "VRELError.h"
+#include "VRELString.h"
 
 VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> const& work) {
   int const errorsBefore = VRELError::GetErrorCount();
   try {
     VRINResult const result = work();
+    if (result.IsSuccess()) CheckMemory();
     bool const isUnsound = result.IsSuccess() && VRELError::GetErrorCount() != errorsBefore;
     return isUnsound ? VRINResult(VREL_E_FAIL) : result;
   } catch (InputError const& error) {
@@ -36,4 +38,8 @@ VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> co
   }
   ReportProblem(subject, "expected more memory, found no more; close other programs or split the file");
   return VREL_E_UNEXPECTED;
+}
+
+void CheckMemory() {
+  if (VRELString::getFailureCount() != 0) throw std::bad_alloc();
 }

@@ -17,4 +17,9 @@
 //
 // Work that comes to its end gives its own result or, where that is a success and an error was told on the way (see
 // VRELErrorTracker), VREL_E_FAIL.
+// A success during which a text of the library was lost for want of memory counts as std::bad_alloc. Memory may be too
+// short even for the report; a std::bad_alloc or VRELAllocException then leaves for the caller.
 VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> const& work);
+
+// Throws std::bad_alloc once a text of the library was lost for want of memory: what is made of texts is not whole.
+void CheckMemory();

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
+#include "LogStream.h"
 #include "ProblemReport.h"
 
 namespace {
@@ -39,7 +41,7 @@ bool IsInUse(char const* name, std::vector<std::string> const& files) {
   return isStandard || IsAmong(name, files);
 }
 
-// Writes a byte, since a full disk takes a new file but nothing in it; the log itself begins by emptying the file.
+// Writes a byte, since a full disk takes a new file but nothing in it; the log itself empties the file again.
 // Gives the number of the error, 0 where there is none. A pipe that nobody reads is refused, and not waited for.
 int TryToWrite(char const* name) {
   int const descriptor = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666);
@@ -65,13 +67,21 @@ std::string Obstacle(char const* name, std::vector<std::string> const& files) {
 }  // namespace
 
 RunLog::RunLog(Half half, std::vector<std::string> const& filesOfRun) {
-  std::string const obstacle = Obstacle(NameOf(half), filesOfRun);
-  if (obstacle.empty()) {
-    log.emplace(half == Read);
-  } else {
+  std::string obstacle = Obstacle(NameOf(half), filesOfRun);
+  if (obstacle.empty()) obstacle = Begin(NameOf(half));
+  if (!obstacle.empty()) {
     ReportWarning(NameOf(half),
                   "expected a log that can be written, found: " + obstacle + "; the run goes on without a log");
   }
+}
+
+std::string RunLog::Begin(char const* name) {
+  int const descriptor = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
+  if (descriptor < 0) return std::strerror(errno);
+  auto stream = std::make_unique<LogStream>(descriptor);
+  log.emplace();
+  log->Initialize(stream.release(), VREL_LEVEL_DEFAULT);
+  return "";
 }
 
 void RunLog::RemoveOld(Half half, std::vector<std::string> const& filesOfRun) {

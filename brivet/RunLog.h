@@ -5,11 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "VRELLogFileWrapper.h"
+#include "VRELLogger.h"
 
-// Writes "brivet_read.log" or "brivet_write.log" in the current directory, as VRELLogFileWrapper does, for as long as
-// it is in scope; what the file held before is lost. A log that cannot be written, or that would overwrite one of the
-// files of the run or what the standard streams go to, is left out with one warning: the run matters more.
+// Writes "brivet_read.log" or "brivet_write.log" in the current directory, line by line, for as long as it is in scope;
+// what the file held before is lost. The level is that of the environment, as of VRELLogFileWrapper. A log that cannot
+// be written, or that would overwrite one of the files of the run or what the standard streams go to, is left out with
+// one warning: the run matters more.
 class RunLog {
  public:
   enum Half { Read, Write };
@@ -24,5 +25,8 @@ class RunLog {
   static void RemoveOld(Half half, std::vector<std::string> const& filesOfRun);
 
  private:
-  std::optional<VRELLogFileWrapper> log;
+  // Empty where the log began, else why it did not.
+  std::string Begin(char const* name);
+
+  std::optional<VRELLogger> log;
 };

@@ -277,7 +277,10 @@ VRINResult Translation::WriteDocument() {
   VRINResult const result = target->Write(request);
   // A place that took too little knows why, the module does not.
   if (result == VREL_E_FILE_SAVE) output->Check();
-  if (result.IsSuccess()) output->Commit();
+  if (result.IsSuccess()) {
+    CheckMemory();
+    output->Commit();
+  }
   return result;
 }
 

@@ -3,12 +3,14 @@
 
 #include <clocale>
 #include <cstdio>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "AbortSignals.h"
 #include "CommandLine.h"
+#include "EndWithoutMemory.h"
 #include "GuardedRun.h"
 #include "Job.h"
 #include "OptionSet.h"
@@ -18,6 +20,7 @@
 #include "StandardOutput.h"
 #include "ToldProgress.h"
 #include "Translation.h"
+#include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
 #include "VRELLibraryManager.h"
 
@@ -90,8 +93,8 @@ int StatusOf(VRINResult result) {
   return static_cast<int>(result.GetReturnCode());
 }
 
-int Print(std::string const& page) {
-  return StatusOf(RunGuarded("standard output", [&page] { return PrintPage(page); }));
+VRINResult Print(std::string const& page) {
+  return RunGuarded("standard output", [&page] { return PrintPage(page); });
 }
 
 Job JobOf(CommandLine const& line) {
@@ -105,7 +108,7 @@ Job JobOf(CommandLine const& line) {
 }
 
 // All that is wrong with the options is told before the run is given up.
-int Translate(CommandLine const& line) {
+VRINResult Translate(CommandLine const& line) {
   AbortOnSignals();
   OptionSet options;
   VRINResult result = VREL_S_OK;
@@ -115,7 +118,7 @@ int Translate(CommandLine const& line) {
     result = Translation(JobOf(line), options, progress).Run();
   }
   VRELLibraryManager::FreeLibraries();
-  return StatusOf(result);
+  return result;
 }
 
 int Refuse(CommandLine const& line) {
@@ -128,9 +131,19 @@ int Refuse(CommandLine const& line) {
   return USAGE_STATUS;
 }
 
-}  // namespace
+VRINResult Act(CommandLine const& line) {
+  CheckMemory();
+  switch (line.action) {
+    case CommandLine::Help:
+      return Print(HELP);
+    case CommandLine::Version:
+      return Print("brivet " BRIVET_VERSION "\n");
+    default:
+      return Translate(line);
+  }
+}
 
-int main(int count, char** arguments) {
+int Run(int count, char** arguments) {
   ReserveStandardStreams();
   std::setlocale(LC_ALL, "");
   VRELErrorTracker::Initialize();
@@ -139,16 +152,18 @@ int main(int count, char** arguments) {
   if (!line.quiet && (line.progress || isatty(STDERR_FILENO) != 0)) bar.emplace();
   std::optional<StandardErrorListener> listener;
   if (!line.quiet) listener.emplace(bar ? &*bar : nullptr);
-  switch (line.action) {
-    case CommandLine::Translate:
-    case CommandLine::List:
-      return Translate(line);
-    case CommandLine::Help:
-      return Print(HELP);
-    case CommandLine::Version:
-      return Print("brivet " BRIVET_VERSION "\n");
-    case CommandLine::Refuse:
-      break;
+  if (line.action == CommandLine::Refuse) return Refuse(line);
+  return StatusOf(RunGuarded(line.input, [&line] { return Act(line); }));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  EndWithoutMemory::Disarm();
+  try {
+    return Run(count, arguments);
+  } catch (std::bad_alloc const&) {
+  } catch (VRELAllocException const&) {
   }
-  return Refuse(line);
+  return EndWithoutMemory::Tell();
 }

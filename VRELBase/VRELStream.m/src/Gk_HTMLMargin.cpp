@@ -6,7 +6,7 @@
 #include "Gk_HTMLAnchor.h"
 #include "Gk_HTMLTag.h"
 
-Gk_HTMLMargin::Gk_HTMLMargin(VRELStreamFormatter* owner) noexcept : VRELStreamFormatterMargin(owner) {}
+Gk_HTMLMargin::Gk_HTMLMargin(VRELStreamFormatter* owner) : VRELStreamFormatterMargin(owner) {}
 
 void Gk_HTMLMargin::dump(VRELStreamFormatter& /*target*/) const {}
 

@@ -15,7 +15,7 @@
 class VREL_EXPORT Gk_HTMLMargin : public VRELStreamFormatter::VRELStreamFormatterMargin {
  public:
   // Where the blocks are written; with null they are only counted.
-  explicit Gk_HTMLMargin(VRELStreamFormatter* formatter) noexcept;
+  explicit Gk_HTMLMargin(VRELStreamFormatter* formatter);
 
   void dump(VRELStreamFormatter& formatter) const override;
   void incr() override;

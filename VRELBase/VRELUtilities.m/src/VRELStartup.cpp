@@ -112,9 +112,12 @@ struct ReleaseLibraries {
     VRELLibrary::StopLoading();
     while (VRELLibraryManager::_libraries.Size() > 0) {
       auto const last = VRELLibraryManager::_libraries;
-      VRELLibraryManager::_libraries = VRELHashMap<VRELString, VRELLibraryHandle>(17);
+      VRELLibraryManager::_libraries = none;
     }
   }
+
+  // Made early: there may be no memory for it at the end.
+  VRELHashMap<VRELString, VRELLibraryHandle> const none{17};
 } releaseLibraries;
 
 }  // namespace

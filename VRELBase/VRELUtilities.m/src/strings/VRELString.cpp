@@ -6,6 +6,7 @@
 #include <unicode/ustring.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -19,6 +20,13 @@ using icu::UnicodeString;
 
 constexpr char kSubstitution = 0x1A;  // what the codepage US-ASCII puts for a character that it lacks
 
+// Threads may build texts of their own at once.
+std::atomic<int> failureCount{0};
+
+void CountFailure(UErrorCode status) noexcept {
+  if (status == U_MEMORY_ALLOCATION_ERROR) ++failureCount;
+}
+
 struct ConverterCloser {
   void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
 };
@@ -27,6 +35,7 @@ using Converter = std::unique_ptr<UConverter, ConverterCloser>;
 Converter OpenConverter(char const* codepage) noexcept {
   UErrorCode status = U_ZERO_ERROR;
   Converter converter(ucnv_open(codepage, &status));
+  CountFailure(status);
   if (U_FAILURE(status)) converter.reset();
   return converter;
 }
@@ -56,13 +65,12 @@ UnicodeString* SharedEmpty() noexcept {
   return empty;
 }
 
-// Deletes a text that ran out of memory on its way.
+// Deletes a text that ran out of memory on its way; null stands for one that could not even begin.
 UnicodeString* Checked(UnicodeString* text) noexcept {
-  if (text != nullptr && text->isBogus()) {
-    delete text;
-    return nullptr;
-  }
-  return text;
+  if (text != nullptr && !text->isBogus()) return text;
+  ++failureCount;
+  delete text;
+  return nullptr;
 }
 
 // A new text of `count` units and the terminator, which `write(char16_t*)` fills in but for the terminator. Null when
@@ -102,7 +110,7 @@ UnicodeString* BuildFromAscii(char const* text, std::size_t length) noexcept {
 // Adds the terminator to a text that ICU made.
 UnicodeString* Terminated(UnicodeString* text) noexcept {
   if (text != nullptr && !text->isBogus()) text->append(char16_t(0));
-  return Checked(text);
+  return text;
 }
 
 template <class Unit>
@@ -187,6 +195,7 @@ int PreflightSize(Convert const& convert) noexcept {
   UErrorCode status = U_ZERO_ERROR;
   std::int32_t length = 0;
   convert(&length, &status);
+  CountFailure(status);
   return length + 1;
 }
 
@@ -201,6 +210,7 @@ VRINResult CopyAscii(std::u16string_view text, char* buffer, int size) noexcept 
 template <class Unit>
 VRINResult Finish(UErrorCode status, Unit* buffer) noexcept {
   if (status == U_ZERO_ERROR) return VREL_S_OK;
+  CountFailure(status);
   *buffer = 0;
   return VREL_E_FAIL;
 }
@@ -278,7 +288,10 @@ VRELString::VRELString(char const* text, char const* codepage) {
 
 VRELString::VRELString(std::string const& utf8) {
   std::size_t const length = std::min(utf8.size(), std::strlen(utf8.c_str()));
-  if (length >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return;
+  if (length >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+    Adopt(nullptr);
+    return;
+  }
   icu::StringPiece const bytes(utf8.data(), static_cast<std::int32_t>(length));
   Adopt(Terminated(new UnicodeString(UnicodeString::fromUTF8(bytes))));
 }
@@ -342,6 +355,10 @@ std::u16string_view VRELString::view() const noexcept {
 
 int VRELString::length() const noexcept {
   return unicodeString != nullptr ? unicodeString->length() - 1 : -1;
+}
+
+int VRELString::getFailureCount() noexcept {
+  return failureCount;
 }
 
 unsigned short VRELString::charAt(int index) const noexcept {
@@ -475,7 +492,8 @@ VRELString VRELString::replace(unsigned short oldChar, unsigned short newChar) c
   UnicodeString text(*unicodeString);
   // ICU, and not a plain walk: half of a surrogate pair is no match.
   text.findAndReplace(UnicodeString(static_cast<char16_t>(oldChar)), UnicodeString(static_cast<char16_t>(newChar)));
-  return VRELString(std::u16string_view(text.getBuffer(), static_cast<std::size_t>(std::max(text.length(), 0))));
+  if (text.isBogus()) return VRELString(static_cast<UnicodeString*>(nullptr));
+  return VRELString(std::u16string_view(text.getBuffer(), static_cast<std::size_t>(text.length())));
 }
 
 int VRELString::getConvertToUTF8Size() const noexcept {

@@ -20,9 +20,9 @@
 //
 // The held UnicodeString ends in one U+0000 that is no part of the text; a length counts UTF-16 units without it.
 //
-// Never throws. When memory runs out, or ICU fails, while a text is built, the object stays uninitialized:
-// getIsInitialized() is false, length() is -1, and each operation gives the value that it names for that case. The
-// text that an argument brings must be initialized.
+// Never throws, but for toUtf8 and toUtf16, whose results belong to the standard library. When memory runs out, or ICU
+// fails, while a text is built, the object stays uninitialized: getIsInitialized() is false, length() is -1, and each
+// operation gives the value that it names for that case. The text that an argument brings must be initialized.
 //
 // No locking; a text stays on one thread while it is assigned to.
 class VREL_EXPORT VRELString {
@@ -65,6 +65,9 @@ class VREL_EXPORT VRELString {
   // Whether the conversion that built this text failed, or fell back on the default codepage.
   bool getBadConversion() const noexcept { return badConversion; }
   bool getIsInitialized() const noexcept { return unicodeString != nullptr; }
+  // How often in this process a text could not be built, or a conversion found no memory. A program whose results must
+  // be whole looks here before it keeps them, and need not ask each text.
+  static int getFailureCount() noexcept;
   // Whether a U+0000 stands inside the text, which bytes of some codepages bring: a copy ends there.
   bool getHoldsZero() const noexcept { return holdsZero; }
 

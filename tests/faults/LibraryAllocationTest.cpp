@@ -1,0 +1,358 @@
+// Each allocation of an operation fails in turn, for the classes that promise not to throw, or not to change.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <new>
+#include <vector>
+
+#include "ChildProcess.h"
+#include "FaultPlan.h"
+#include "Gk_CPUTime.h"
+#include "ScratchDirectory.h"
+#include "VRELAllocException.h"
+#include "VRELAssemblyComponentTransform.h"
+#include "VRELCamera.h"
+#include "VRELDynamicArray.h"
+#include "VRELFilePath.h"
+#include "VRELHashMap.h"
+#include "VRELLayerFilterC.h"
+#include "VRELLibrary.h"
+#include "VRELPolylineSet.h"
+#include "VRELRGBColor.h"
+#include "VRELString.h"
+#include "VRELStringConversions.h"
+#include "VRELSurfacicShell.h"
+#include "VRELTemporaryFile.h"
+#include "VRINResult.h"
+
+namespace {
+
+// The allocations of this process fail by a plan while it lives.
+class Failing {
+ public:
+  explicit Failing(long number) {
+    plan.first = number;
+    plan.last = number;
+    faultPlan = &plan;
+  }
+  ~Failing() { faultPlan = nullptr; }
+  Failing(Failing const&) = delete;
+  Failing& operator=(Failing const&) = delete;
+
+  // Whether it came to the failure.
+  bool WasMet() const { return plan.count >= plan.first; }
+
+ private:
+  FaultPlan plan;
+};
+
+enum Outcome { Right, Lost, Wrong };
+
+struct Operation {
+  char const* name;
+  std::function<Outcome()> work;
+};
+
+// Beyond the few units that an ICU text holds in itself, and beyond ASCII.
+constexpr char16_t LONG[] = u"Z\u00FCndkerzen-Schl\u00FCssel f\u00FCr M14 \u2300 16, verl\u00E4ngert, mit Gelenk";
+
+VRELString const& Long() {
+  static VRELString const text{std::u16string_view(LONG)};
+  return text;
+}
+
+// A text is right, or says that it was lost.
+Outcome Is(VRELString const& text, std::u16string_view wanted) {
+  if (!text.getIsInitialized()) return text.length() == -1 && text.view().empty() ? Lost : Wrong;
+  return text.view() == wanted ? Right : Wrong;
+}
+
+// A conversion fails with an empty text, or gives the bytes.
+Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
+  char bytes[200] = "before";
+  VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
+  if (result.IsFailure()) return bytes[0] == '\0' ? Lost : Wrong;
+  return bytes == wanted ? Right : Wrong;
+}
+
+std::u16string const& Utf16() {
+  static std::u16string const text(LONG);
+  return text;
+}
+
+std::vector<Operation> const& TextOperations() {
+  static std::string const utf8 = Long().toUtf8();
+  static std::wstring const wide(LONG, LONG + Utf16().size());
+  static std::vector<int> const scalars = [] {
+    std::vector<int> all(LONG, LONG + Utf16().size());
+    all.push_back(0);
+    return all;
+  }();
+  static std::string const latin = "Z\xFCndkerzen-Schl\xFCssel, verl\xE4ngert, mit Gelenk und so weiter";
+  static std::u16string const fromLatin = u"Z\u00FCndkerzen-Schl\u00FCssel, verl\u00E4ngert, mit Gelenk und so weiter";
+  static VRELString const ofLatin{std::u16string_view(fromLatin)};
+  static std::vector<Operation> const operations = {
+      {"of UTF-8", [] { return Is(VRELString(utf8), LONG); }},
+      {"of UTF-16", [] { return Is(VRELString(std::u16string_view(LONG)), LONG); }},
+      {"of units", [] { return Is(VRELString(reinterpret_cast<unsigned short const*>(LONG)), LONG); }},
+      {"of wide characters", [] { return Is(VRELString(wide.c_str()), LONG); }},
+      {"of UTF-32", [] { return Is(VRELString(scalars.data()), LONG); }},
+      {"of a code point", [] { return Is(VRELString(0x1F529), u"\U0001F529"); }},
+      {"of a unit", [] { return Is(VRELString(static_cast<unsigned short>(0xFC)), u"\u00FC"); }},
+      {"empty", [] { return Is(VRELString(), u""); }},
+      {"copy", [] { return Is(VRELString(Long()), LONG); }},
+      {"assignment",
+       [] {
+         VRELString text(L"a");
+         text = Long();
+         return Is(text, LONG);
+       }},
+      {"sum", [] { return Is(Long() + Long(), Utf16() + Utf16()); }},
+      {"part", [] { return Is(Long().substring(1), Utf16().substr(1)); }},
+      {"replacement",
+       [] {
+         std::u16string wanted = Utf16();
+         for (char16_t& unit : wanted) unit = unit == u'e' ? u'i' : unit;
+         return Is(Long().replace('e', 'i'), wanted);
+       }},
+      {"bytes in ISO 8859-1", [] { return IsConverted(ofLatin, "ISO-8859-1", latin); }},
+      {"bytes in windows-1252", [] { return IsConverted(ofLatin, "windows-1252", latin); }},
+      {"characters",
+       [] {
+         char* bytes = nullptr;
+         if (VRELStringToChars(VRELString(L"bolt"), bytes).IsFailure()) return bytes == nullptr ? Lost : Wrong;
+         std::string const got = bytes;
+         VRELReleaseChars(bytes);
+         return got == "bolt" ? Right : Wrong;
+       }},
+      {"wide characters",
+       [] {
+         wchar_t* text = nullptr;
+         if (VRELStringToWideChars(Long(), text).IsFailure()) return text == nullptr ? Lost : Wrong;
+         bool const isRight = wide == text;
+         VRELReleaseWideChars(text);
+         return isRight ? Right : Wrong;
+       }},
+      {"comparison", [] { return Long().compareToIgnoreCase(Long() + VRELString(L"s")) <= 0 ? Right : Wrong; }},
+      {"equality", [] { return VRELStringEqualsIgnoreCase(LONG, LONG) ? Right : Wrong; }},
+      {"hash", [] { return VRELHashTraits<VRELString>::Hash(Long()) != 0 ? Right : Wrong; }},
+  };
+  return operations;
+}
+
+// 0, or the number of the allocation that did not end well; what is thrown ends the child.
+int TryEach(Operation const& operation, bool countsLosses) {
+  for (int number = 1; number < 200; ++number) {
+    int const lostBefore = VRELString::getFailureCount();
+    Outcome outcome = Right;
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      outcome = operation.work();
+      wasMet = failing.WasMet();
+    }
+    bool const isTold = !countsLosses || outcome != Lost || VRELString::getFailureCount() > lostBefore;
+    if (outcome == Wrong || !isTold) return number;
+    if (!wasMet) return outcome == Right ? 0 : number;
+  }
+  return 200;
+}
+
+void ExpectSound(std::vector<Operation> const& operations, bool countsLosses) {
+  for (Operation const& operation : operations) {
+    SCOPED_TRACE(operation.name);
+    ChildResult const result = RunInChildWithoutTeardown([&] { return TryEach(operation, countsLosses); });
+    EXPECT_EQ(result.signal, 0) << result.errors;
+    EXPECT_EQ(result.exitStatus, 0) << "the number of the allocation that failed";
+  }
+}
+
+std::vector<Operation> PathOperations(std::string const& folder) {
+  static VRELString const model(L"/somewhere/far/assembly/left front wheel.first.STEP");
+  static VRELString const extension(L"a rather long extension of a name");
+  VRELFilePath const there(VRELString((folder + "/a file whose name takes more than a few bytes.stp")));
+  auto const ignore = [](auto const& /*result*/) { return Right; };
+  return {
+      {"of bytes", [=] { return ignore(VRELFilePath("c:\\parts\\bolt and nut and washer and wheel.stp")); }},
+      {"name", [=] { return ignore(VRELFilePath(model).GetName()); }},
+      {"name without extension", [=] { return ignore(VRELFilePath(model).GetNameWithoutExtension()); }},
+      {"name without last extension", [=] { return ignore(VRELFilePath(model).GetNameWithoutLastExtension()); }},
+      {"extension", [=] { return ignore(VRELFilePath(model).GetLastExtension()); }},
+      {"directory", [=] { return ignore(VRELFilePath(model).GetDirectory()); }},
+      {"has extension", [=] { return ignore(VRELFilePath(model).HasLastExtensionIgnoringCase(extension)); }},
+      {"last extension replaced", [=] { return ignore(VRELFilePath(model).ReplaceLastExtension(extension)); }},
+      {"first extension replaced", [=] { return ignore(VRELFilePath(model).ReplaceFirstExtension(extension)); }},
+      {"extension added",
+       [=] {
+         VRELFilePath path(model);
+         path.AddExtension(extension);
+         return Right;
+       }},
+      {"joined", [=] { return ignore(VRELFilePath(model) + extension); }},
+      {"resolved",
+       [=] {
+         VRELFilePath base(model);
+         return ignore(VRELFilePath("x\\y\\z.dat").ResolveAgainst(base));
+       }},
+      {"looked for", [=] { return ignore(there.DoesFileExist()); }},
+      {"opened",
+       [=] {
+         std::FILE* const file = there.OpenFile("w");
+         if (file != nullptr) std::fclose(file);
+         return Right;
+       }},
+      {"size",
+       [=] {
+         long size = 0;
+         return ignore(there.GetFileSize(size));
+       }},
+      {"current directory", [=] { return ignore(VRELFilePath::GetCurrentWorkingDirectory()); }},
+      {"removed", [=] { return ignore(there.RemoveFile()); }},
+  };
+}
+
+std::vector<Operation> RecordOperations() {
+  return {
+      {"transform",
+       [] {
+         VRELAssemblyComponentTransform const made;
+         VRELAssemblyComponentTransform copy(made);
+         copy = made;
+         return Right;
+       }},
+      {"layer filter",
+       [] {
+         VRELLayerFilterC filter;
+         int count = 1;
+         filter.SetCurrent(true);
+         return filter.GetNumLayers(count).IsSuccess() && count == 0 ? Right : Wrong;
+       }},
+      {"polylines",
+       [] {
+         VRELPolylineSet const made(7);
+         return VRELPolylineSet(made).GetKey() == 7 ? Right : Wrong;
+       }},
+      {"shell", [] { return VRELSurfacicShell(7, 1, 2).GetKey() == 7 ? Right : Wrong; }},
+      {"camera",
+       [] {
+         VRELCamera const camera;
+         return Right;
+       }},
+      {"colour",
+       [] {
+         VRELRGBColor colour(0.5F, 0.25F, 1.0F, 0.0F);
+         return colour == VRELRGBColor(colour) ? Right : Wrong;
+       }},
+      {"time", [] { return Gk_CPUTime::now().seconds() >= 0 ? Right : Wrong; }},
+  };
+}
+
+}  // namespace
+
+TEST(LibraryAllocationTest, TextIsRightOrSaysThatItIsLost) {
+  ExpectSound(TextOperations(), true);
+}
+
+TEST(LibraryAllocationTest, PathsNeverThrow) {
+  ScratchDirectory const folder;
+  ExpectSound(PathOperations(folder.Path()), false);
+}
+
+TEST(LibraryAllocationTest, ATemporaryFileNeverThrowsAndLeavesNothing) {
+  ScratchDirectory const folder;
+  ASSERT_EQ(setenv("TMPDIR", folder.Path().c_str(), 1), 0);
+  ExpectSound({{"temporary file",
+                [] {
+                  VRELTemporaryFile file(VRELFilePath("/d/a model with a long name.stp"), "part.tmp", 3);
+                  if (std::FILE* const stream = file.Open(nullptr)) std::fputs("bytes", stream);
+                  return Right;
+                }}},
+              false);
+  unsetenv("TMPDIR");
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(LibraryAllocationTest, RecordsNeverThrow) {
+  ExpectSound(RecordOperations(), false);
+}
+
+TEST(LibraryAllocationTest, AnArrayThatCannotGrowStaysAsItWas) {
+  for (long number = 1;; ++number) {
+    VRELDynamicArray<int> array;
+    for (int i = 0; i < 10; ++i) array.add(i);
+    bool hasThrown = false;
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      try {
+        array.add(10);
+      } catch (VRELAllocException const&) {
+        hasThrown = true;
+      }
+      wasMet = failing.WasMet();
+    }
+    EXPECT_EQ(hasThrown, wasMet);
+    ASSERT_EQ(array.size(), wasMet ? 10 : 11);
+    for (int i = 0; i < array.size(); ++i) EXPECT_EQ(array[i], i);
+    if (!wasMet) break;
+  }
+}
+
+TEST(LibraryAllocationTest, AMapThatCannotGrowHoldsWhatItHeld) {
+  long met = 0;
+  for (long number = 1; number < 1000; ++number) {
+    VRELHashMap<int, int> map(3);
+    int added = 0;
+    bool hasThrown = false;
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      try {
+        for (; added < 50; ++added) map.Add(added, added * added);
+      } catch (VRELAllocException const&) {
+        hasThrown = true;
+      }
+      wasMet = failing.WasMet();
+    }
+    EXPECT_EQ(hasThrown, wasMet);
+    ASSERT_EQ(map.Size(), added);
+    for (int i = 0; i < 50; ++i) {
+      int value = -1;
+      ASSERT_EQ(map.Get(i, value), i < added) << "entry " << i << ", allocation " << number;
+      EXPECT_EQ(value, i < added ? i * i : -1);
+    }
+    // It goes on once there is memory again.
+    EXPECT_TRUE(map.Add(100, 1));
+    if (!wasMet) break;
+    ++met;
+  }
+  EXPECT_GT(met, 5);
+}
+
+TEST(LibraryAllocationTest, AShellThatCannotCopyStaysAsItWas) {
+  float const points[] = {1, 2, 3};
+  int const faces[] = {0, 0, 0};
+  for (long number = 1;; ++number) {
+    VRELSurfacicShell shell(1, 2, 3);
+    bool hasThrown = false;
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      try {
+        shell.CopyData(1, points, 1, points, 1, faces, 1, points);
+      } catch (std::bad_alloc const&) {
+        hasThrown = true;
+      }
+      wasMet = failing.WasMet();
+    }
+    int count = -1;
+    float* held = nullptr;
+    shell.GetPoints(count, held);
+    EXPECT_EQ(hasThrown, wasMet);
+    EXPECT_EQ(count, wasMet ? 0 : 1);
+    EXPECT_EQ(held == nullptr, wasMet);
+    if (!wasMet) break;
+  }
+}

@@ -1,0 +1,106 @@
+// Each system call of reading and writing fails in turn, or comes back short.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <set>
+
+#include "FaultyRun.h"
+#include "SystemCalls.h"
+
+namespace {
+
+constexpr int SHORT = 0;
+
+bool MayTrace() {
+  if (!CanTrace()) return false;
+  pid_t const process = fork();
+  if (process == 0) _exit(AllowTracing() ? 0 : 1);
+  int status = 0;
+  waitpid(process, &status, 0);
+  return status == 0;
+}
+
+SystemCallRun RunWith(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnnamedFiles) {
+  run.Reset();
+  pid_t const process = run.Start([] {
+    if (!AllowTracing()) _exit(126);
+  });
+  return Trace(process, fault, withoutUnnamedFiles);
+}
+
+struct Tried {
+  long faults = 0;
+  std::map<int, int> ends;
+};
+
+void TryCall(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnnamedFiles, Tried& tried) {
+  SystemCallRun const traced = RunWith(run, fault, withoutUnnamedFiles);
+  if (!traced.wasMet) return;
+  ChildResult const result = run.Collect(traced.status);
+  ++tried.faults;
+  ++tried.ends[result.exitStatus];
+  EXPECT_TRUE(run.IsSound(result)) << traced.met << ", call " << fault.number << ", error " << fault.error
+                                   << (fault.isForGood ? " for good" : "");
+  // What the loader reads it reads once.
+  if (fault.error == SHORT && result.exitStatus != 127) {
+    EXPECT_EQ(result.exitStatus, 0) << traced.met << ", call " << fault.number;
+  }
+}
+
+void TryCalls(std::size_t place, std::vector<int> const& errors, bool isForGood, long dense, long more,
+              bool withoutUnnamedFiles = false) {
+  if (!MayTrace()) GTEST_SKIP() << "no process can be traced here";
+  auto const& [name, words] = FaultyRuns()[place];
+  SCOPED_TRACE(name);
+  FaultyRun const run(words);
+  SystemCallRun const whole = RunWith(run, {}, withoutUnnamedFiles);
+  ASSERT_TRUE(run.IsSound(run.Collect(whole.status)));
+  ASSERT_EQ(whole.status, 0);
+  Tried tried;
+  for (int const error : errors) {
+    // From the last one on: in front stand those of the loader and of the locale.
+    std::vector<long> numbers = FaultNumbers(whole.count, dense, more);
+    for (long& number : numbers) number = whole.count + 1 - number;
+    for (long const number : error == SHORT ? whole.transfers : numbers) {
+      TryCall(run, {number, error, isForGood}, withoutUnnamedFiles, tried);
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+  std::printf("%ld calls of %ld failed; status:", tried.faults, whole.count);
+  for (auto const& [status, count] : tried.ends) std::printf(" %d (%d times)", status, count);
+  std::printf("\n");
+  EXPECT_GT(tried.faults, 10);
+}
+
+}  // namespace
+
+TEST(SystemCallFaultsTest, OneFailsWhileAPageIsWritten) {
+  TryCalls(0, {EIO, ENOSPC, EINTR}, false, 110, 40);
+}
+
+// A call that is cut short is made again for the rest, so that nothing changes.
+TEST(SystemCallFaultsTest, OneIsShortWhileAPageIsWritten) {
+  TryCalls(0, {SHORT}, false, 0, 0);
+}
+
+TEST(SystemCallFaultsTest, AllOfANameFailFromOneOnWhileAPageIsWritten) {
+  TryCalls(0, {EIO, ENOSPC}, true, 60, 40);
+}
+
+TEST(SystemCallFaultsTest, OneFailsWhileAPageIsWrittenIntoANamedFile) {
+  TryCalls(0, {EIO, ENOSPC}, false, 80, 0, true);
+}
+
+TEST(SystemCallFaultsTest, OneFailsWhileTextIsWritten) {
+  TryCalls(1, {EIO, SHORT}, false, 60, 20);
+}
+
+TEST(SystemCallFaultsTest, OneFailsWhileAStepFileIsWritten) {
+  TryCalls(2, {ENOSPC, SHORT}, false, 60, 20);
+}
+
+TEST(SystemCallFaultsTest, OneFailsWhileTheDocumentIsListed) {
+  TryCalls(3, {EIO, EINTR, SHORT}, false, 60, 20);
+}

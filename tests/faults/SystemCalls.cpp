@@ -1,0 +1,153 @@
+#include "SystemCalls.h"
+
+#include <fcntl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/user.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#if defined(__x86_64__)
+
+namespace {
+
+struct Call {
+  long number;
+  char const* name;
+  bool transfersBytes = false;  // as many as its third argument tells
+};
+
+constexpr Call CALLS[] = {
+    {SYS_read, "read", true},
+    {SYS_pread64, "pread", true},
+    {SYS_write, "write", true},
+    {SYS_pwrite64, "pwrite", true},
+    {SYS_open, "open"},
+    {SYS_openat, "openat"},
+    {SYS_close, "close"},
+    {SYS_lseek, "lseek"},
+    {SYS_fstat, "fstat"},
+    {SYS_stat, "stat"},
+    {SYS_lstat, "lstat"},
+    {SYS_newfstatat, "fstatat"},
+    {SYS_access, "access"},
+    {SYS_faccessat, "faccessat"},
+    {SYS_rename, "rename"},
+    {SYS_unlink, "unlink"},
+    {SYS_linkat, "linkat"},
+    {SYS_readlink, "readlink"},
+    {SYS_dup, "dup"},
+    {SYS_poll, "poll"},
+    {SYS_ftruncate, "ftruncate"},
+};
+
+Call const* Find(unsigned long long number) {
+  for (Call const& call : CALLS) {
+    if (static_cast<unsigned long long>(call.number) == number) return &call;
+  }
+  return nullptr;
+}
+
+bool AsksForUnnamedFile(user_regs_struct const& registers) {
+  return registers.orig_rax == SYS_openat && (registers.rdx & O_TMPFILE) == O_TMPFILE;
+}
+
+// Stands between the two stops of each call.
+class Watch {
+ public:
+  Watch(pid_t watched, SystemCallFault const& wantedFault, bool refusesUnnamed)
+      : process(watched), fault(wantedFault), withoutUnnamedFiles(refusesUnnamed) {}
+
+  void Stop() {
+    isInside = !isInside;
+    if (isInside) {
+      Enter();
+    } else if (answer != 0) {
+      user_regs_struct registers;
+      ptrace(PTRACE_GETREGS, process, nullptr, &registers);
+      registers.rax = static_cast<unsigned long long>(-static_cast<long long>(answer));
+      ptrace(PTRACE_SETREGS, process, nullptr, &registers);
+      answer = 0;
+    }
+  }
+
+  SystemCallRun run;
+
+ private:
+  void Enter() {
+    user_regs_struct registers;
+    ptrace(PTRACE_GETREGS, process, nullptr, &registers);
+    if (withoutUnnamedFiles && AsksForUnnamedFile(registers)) return Refuse(registers, EOPNOTSUPP);
+    Call const* const call = Find(registers.orig_rax);
+    if (call == nullptr) return;
+    ++run.count;
+    bool const canBeShort = call->transfersBytes && registers.rdx > 1;
+    if (canBeShort) run.transfers.push_back(run.count);
+    bool const isMeant = run.count == fault.number || (fault.isForGood && run.wasMet && run.met == call->name);
+    if (!isMeant) return;
+    if (fault.error != 0) {
+      Refuse(registers, fault.error);
+    } else if (!canBeShort) {
+      return;
+    } else {
+      registers.rdx /= 2;
+      ptrace(PTRACE_SETREGS, process, nullptr, &registers);
+    }
+    run.wasMet = true;
+    run.met = call->name;
+  }
+
+  void Refuse(user_regs_struct& registers, int error) {
+    registers.orig_rax = static_cast<unsigned long long>(-1);
+    ptrace(PTRACE_SETREGS, process, nullptr, &registers);
+    answer = error;
+  }
+
+  pid_t process;
+  SystemCallFault fault;
+  bool withoutUnnamedFiles;
+  bool isInside = false;
+  int answer = 0;
+};
+
+}  // namespace
+
+bool CanTrace() {
+  return true;
+}
+
+SystemCallRun Trace(pid_t process, SystemCallFault const& fault, bool withoutUnnamedFiles) {
+  Watch watch(process, fault, withoutUnnamedFiles);
+  int status = 0;
+  waitpid(process, &status, 0);
+  ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+  while (!WIFEXITED(status) && !WIFSIGNALED(status)) {
+    int const signal = WSTOPSIG(status);
+    bool const isCall = signal == (SIGTRAP | 0x80);
+    if (isCall) watch.Stop();
+    // The stop behind the exec is no signal of the program's.
+    ptrace(PTRACE_SYSCALL, process, nullptr, isCall || signal == SIGTRAP ? 0 : signal);
+    waitpid(process, &status, 0);
+  }
+  watch.run.status = status;
+  return watch.run;
+}
+
+#else
+
+bool CanTrace() {
+  return false;
+}
+
+SystemCallRun Trace(pid_t, SystemCallFault const&, bool) {
+  return {};
+}
+
+#endif
+
+bool AllowTracing() {
+  return ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0;
+}
