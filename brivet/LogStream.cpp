@@ -9,7 +9,7 @@
 LogStream::LogStream(int fileDescriptor) : descriptor(fileDescriptor) {}
 
 LogStream::~LogStream() {
-  LogStream::flush();
+  if (fill != 0) LogStream::write("\n", 1);
   ::close(descriptor);
 }
 
@@ -19,7 +19,10 @@ int LogStream::write(char const* bytes, int count) {
     char const* const upTo = bytes + std::min(end - bytes, room);
     fill = static_cast<std::size_t>(std::copy(bytes, upTo, line.data() + fill) - line.data());
     bytes = upTo;
-    if (fill == line.size()) flush();
+    if (fill == line.size()) {
+      WriteLine(fill);
+      fill = 0;
+    }
   }
   char const* const lines = line.data();
   auto const lastEnd = std::find(std::make_reverse_iterator(lines + fill), std::make_reverse_iterator(lines), '\n');
@@ -30,11 +33,6 @@ int LogStream::write(char const* bytes, int count) {
     fill -= whole;
   }
   return count;
-}
-
-void LogStream::flush() {
-  WriteLine(fill);
-  fill = 0;
 }
 
 void LogStream::WriteLine(std::size_t count) {

@@ -15,15 +15,16 @@ class LogStream final : public VRELOutputStream {
  public:
   // Owns the descriptor of an empty file.
   explicit LogStream(int fileDescriptor);
-  // Writes what is left of a line.
+  // Ends a line that has not ended.
   ~LogStream() override;
   LogStream(LogStream const&) = delete;
   LogStream& operator=(LogStream const&) = delete;
 
   // Takes all: nobody would look.
   int write(char const* bytes, int count) override;
-  void flush() override;
-  void close() override { flush(); }
+  // Do nothing: a line is written when it ends.
+  void flush() override {}
+  void close() override {}
 
  private:
   void WriteLine(std::size_t count);

@@ -21,7 +21,7 @@ constexpr int KILLS = 200;
 std::string LargeDocument() {
   std::string text(FAULT_DOCUMENT);
   std::string data;
-  for (int i = 2000; i < 50000; ++i) {
+  for (int i = 2000; i < 36000; ++i) {
     std::string const id = std::to_string(i);
     data.append("#").append(id).append("=ORIENTED_EDGE('Kante ").append(id).append("',*,*,#10,.F.);\n");
   }

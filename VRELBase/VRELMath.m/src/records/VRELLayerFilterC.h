@@ -24,7 +24,7 @@ enum eLayerFilterType : int {
 class VREL_EXPORT VRELLayerFilterC {
  public:
   // No name, no layers, not current, of the default type.
-  VRELLayerFilterC() noexcept;
+  VRELLayerFilterC();
   // As Set; with arguments that Set refuses the filter is as the default one.
   VRELLayerFilterC(int count, int const* layers, VRELString const& name, bool current, eLayerFilterType type);
   VRELLayerFilterC(VRELLayerFilterC const& other);

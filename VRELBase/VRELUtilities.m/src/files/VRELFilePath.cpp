@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -46,10 +47,15 @@ bool EndsWithSlash(VRELString const& text) {
 }
 
 VRELString Concatenate(std::u16string_view first, std::u16string_view second, std::u16string_view third) {
-  std::u16string sum;
-  sum.reserve(first.size() + second.size() + third.size());
-  sum.append(first).append(second).append(third);
-  return VRELString(std::u16string_view(sum));
+  try {
+    std::u16string sum;
+    sum.reserve(first.size() + second.size() + third.size());
+    sum.append(first).append(second).append(third);
+    return VRELString(std::u16string_view(sum));
+  } catch (std::bad_alloc const&) {
+    // Texts do not throw.
+    return VRELString(first) + VRELString(second) + VRELString(third);
+  }
 }
 
 // The whole text for an index of -1.

@@ -18,7 +18,7 @@ struct stat;
 // Backslashes are turned into slashes on the way in and that is all: case, "." and "..", doubled and trailing slashes
 // stay as they were given. The name is what follows the last slash, the directory what precedes it.
 //
-// Nothing here throws or sends an event. The file system is reached by the text in the process's default codepage, a
+// Nothing here sends an event, or throws but for a VRELAllocException of ResolveAgainst. The file system is reached by the text in the process's default codepage, a
 // bounded buffer of 4096 bytes, terminator included: a longer path names no file. Characters that the codepage lacks
 // arrive as what the codepage puts in their place.
 //

@@ -17,7 +17,8 @@ class VRELString;
 //   faces.setMax(120);
 //
 // A name is a path in the folders of Gk_Nest. What it stands for is made by addObservable and lives until the exit of
-// the process. Nothing here sends an event, or throws but for an abort that addObservable finds asked for.
+// the process. Nothing here sends an event, or throws but for an abort that addObservable finds asked for, and for
+// memory that runs out.
 class VREL_EXPORT Gk_ObservableDoc {
  public:
   // Makes the observable where it is missing, and gives it the type; observers that are attached stay. Text in wide

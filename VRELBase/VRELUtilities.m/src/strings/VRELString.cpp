@@ -665,7 +665,11 @@ VRINResult VRELStringToChars(VRELString const& text, char*& chars) {
   int const size = text.getConvertToMBCSSize(nullptr);
   chars = new (std::nothrow) char[static_cast<std::size_t>(std::max(size, 1))];
   VRINResult result = VREL_E_FAIL;
-  if (chars != nullptr) result = text.convertToMBCS(chars, size, nullptr, false);
+  if (chars != nullptr) {
+    result = text.convertToMBCS(chars, size, nullptr, false);
+  } else {
+    ++failureCount;
+  }
   if (result.IsFailure()) VRELReleaseChars(chars);
   return result;
 }
@@ -674,7 +678,11 @@ VRINResult VRELStringToWideChars(VRELString const& text, wchar_t*& chars) {
   int const size = text.getConvertToWideCharacterSize();
   chars = new (std::nothrow) wchar_t[static_cast<std::size_t>(std::max(size, 1))];
   VRINResult result = VREL_E_FAIL;
-  if (chars != nullptr) result = text.convertToWideCharacter(chars, size);
+  if (chars != nullptr) {
+    result = text.convertToWideCharacter(chars, size);
+  } else {
+    ++failureCount;
+  }
   if (result.IsFailure()) VRELReleaseWideChars(chars);
   return result;
 }

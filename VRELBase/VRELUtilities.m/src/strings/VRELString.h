@@ -65,8 +65,8 @@ class VREL_EXPORT VRELString {
   // Whether the conversion that built this text failed, or fell back on the default codepage.
   bool getBadConversion() const noexcept { return badConversion; }
   bool getIsInitialized() const noexcept { return unicodeString != nullptr; }
-  // How often in this process a text could not be built, or a conversion found no memory. A program whose results must
-  // be whole looks here before it keeps them, and need not ask each text.
+  // How often in this process a text could not be built, or ICU told that a conversion found no memory. A program whose
+  // results must be whole looks here before it keeps them, and need not ask each text.
   static int getFailureCount() noexcept;
   // Whether a U+0000 stands inside the text, which bytes of some codepages bring: a copy ends there.
   bool getHoldsZero() const noexcept { return holdsZero; }
