@@ -22,6 +22,9 @@ VRINResult RunGuarded(std::string const& subject, std::function<VRINResult()> co
   } catch (InputError const& error) {
     ReportProblem(error.line == 0 ? subject : subject + ":" + std::to_string(error.line), error.text);
     return error.result;
+  } catch (ReadFailure const& failure) {
+    ReportProblem(subject, failure.text);
+    return VREL_E_FILE_OPEN;
   } catch (VRELAbortException const&) {
     ReportProblem(subject, "expected the end of the work, found a request to stop");
     return VREL_E_ABORTED;

@@ -10,6 +10,7 @@
 // front, and becomes a result:
 //
 //   InputError                          its result, the subject followed by its line
+//   ReadFailure                        VREL_E_FILE_OPEN
 //   VRELAbortException                 VREL_E_ABORTED
 //   std::bad_alloc, VRELAllocException VREL_E_UNEXPECTED
 //   anything else                      VREL_E_UNEXPECTED

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Gk_ErrMgr.h"
+#include "InputError.h"
 #include "VRELBufferFileHandler.h"
 #include "VRELFile.h"
 #include "VRELFilePath.h"
@@ -26,7 +27,6 @@ bool IsRegularFile(VRELFile const& file) {
 }  // namespace
 
 StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document) : VRELBuffer(source), owner(document) {
-  std::FILE* stream = nullptr;
   VRELFileHandle opened(source);
   if (!opened.IsValid() || !IsRegularFile(*opened)) return;
   if (!opened->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) return;
@@ -96,6 +96,10 @@ int StepBuffer::Load() {
   bool const there = offset < size && static_cast<VRELBufferFileHandler*>(handler)
                                           ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
                                           .IsSuccess();
+  if (!there && stream != nullptr && std::ferror(stream) != 0) {
+    throw ReadFailure{"expected a document that can be read to its end, found an error of the system behind byte " +
+                      std::to_string(offset) + "; check where it lies, and translate it again"};
+  }
   if (!there) size = offset;
   next = there ? byte : END;
   return next;

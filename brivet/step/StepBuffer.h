@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 
 #include "VRELBuffer.h"
 #include "VRELBufferFileHandlerHandle.h"
@@ -13,7 +14,8 @@ class StepFormatReader;
 //
 // Polls Gk_ErrMgr for an abort at each mebibyte, besides those who read from here.
 //
-// A file that becomes shorter while it is read ends where its bytes end.
+// A file that becomes shorter while it is read ends where its bytes end. One that the system cannot read on throws a
+// ReadFailure: half a document must not pass for a whole one.
 class StepBuffer : public VRELBuffer {
  public:
   static constexpr int END = -1;
@@ -59,6 +61,7 @@ class StepBuffer : public VRELBuffer {
   int Load();
 
   StepFormatReader* owner;
+  std::FILE* stream = nullptr;  // of the file, which owns it
   VRELBufferFileHandlerHandle window;
   unsigned long offset = 0;
   unsigned long size = 0;

@@ -109,3 +109,8 @@ TEST_F(GuardedRunTest, KeepsTheFailureOfTheWork) {
                        }),
             VREL_E_INVALID_FILE);
 }
+
+TEST_F(GuardedRunTest, ADocumentThatCannotBeReadOnCannotBeOpened) {
+  EXPECT_EQ(RunGuarded("part.stp", []() -> VRINResult { throw ReadFailure{"expected a, found b"}; }), VREL_E_FILE_OPEN);
+  EXPECT_EQ(listener.Texts(), Texts{"part.stp: expected a, found b"});
+}

@@ -80,6 +80,16 @@ ConvertAtributes = On
 SewTolerance = 0.01
 )";
 
+std::string LargeFaultDocument(int instances) {
+  std::string text(FAULT_DOCUMENT);
+  std::string data;
+  for (int i = 2000; i < 2000 + instances; ++i) {
+    std::string const id = std::to_string(i);
+    data.append("#").append(id).append("=ORIENTED_EDGE('Kante ").append(id).append("',*,*,#10,.F.);\n");
+  }
+  return text.insert(text.find("#1204"), data);
+}
+
 FaultyRun::FaultyRun(Names programWords, std::string const& document) : words(std::move(programWords)) {
   folder.Write("washer.stp", document);
   folder.Write("large.stp", document);

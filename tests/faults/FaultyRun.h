@@ -18,6 +18,9 @@ using Names = std::vector<std::string>;
 extern char const FAULT_DOCUMENT[];
 extern char const FAULT_OPTIONS[];
 
+// The same with that many instances more, of 50 bytes each.
+std::string LargeFaultDocument(int instances);
+
 // What a program is run on, and what comes out where nothing fails.
 class FaultyRun {
  public:

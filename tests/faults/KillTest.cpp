@@ -17,21 +17,10 @@ using std::chrono::microseconds;
 
 constexpr int KILLS = 200;
 
-// Some MB.
-std::string LargeDocument() {
-  std::string text(FAULT_DOCUMENT);
-  std::string data;
-  for (int i = 2000; i < 36000; ++i) {
-    std::string const id = std::to_string(i);
-    data.append("#").append(id).append("=ORIENTED_EDGE('Kante ").append(id).append("',*,*,#10,.F.);\n");
-  }
-  return text.insert(text.find("#1204"), data);
-}
-
 // Over the same document time and again; signals of the list take turns.
 void Kill(std::vector<int> const& signals, int count, unsigned seed) {
   Names const words = {"large.stp", "new.html"};
-  FaultyRun const run(words, LargeDocument());
+  FaultyRun const run(words, LargeFaultDocument(34000));
   ASSERT_EQ(run.Undisturbed().exitStatus, 0) << run.Undisturbed().errors;
   // Some come while the program starts, and some behind its end.
   Clock::time_point const begin = Clock::now();

@@ -93,6 +93,24 @@ TEST(SystemCallFaultsTest, OneFailsWhileAPageIsWrittenIntoANamedFile) {
   TryCalls(0, {EIO, ENOSPC}, false, 80, 0, true);
 }
 
+// The document is read in pieces of 4 MiB, and once more when it is written.
+TEST(SystemCallFaultsTest, ALargeDocumentThatCannotBeReadOnIsNotTakenForAShorterOne) {
+  if (!MayTrace()) GTEST_SKIP() << "no process can be traced here";
+  FaultyRun const run({"large.stp", "new.html"}, LargeFaultDocument(100000));
+  SystemCallRun const whole = RunWith(run, {}, false);
+  ASSERT_EQ(whole.status, 0);
+  int refused = 0;
+  for (long const number : whole.reads) {
+    SystemCallRun const traced = RunWith(run, {number, EIO, true}, false);
+    ChildResult const result = run.Collect(traced.status);
+    EXPECT_TRUE(run.IsSound(result)) << "call " << number;
+    EXPECT_NE(result.exitStatus, 21) << "call " << number;
+    refused += result.exitStatus == 14 ? 1 : 0;
+    if (testing::Test::HasFailure()) return;
+  }
+  EXPECT_GT(refused, 3);
+}
+
 TEST(SystemCallFaultsTest, OneFailsWhileTextIsWritten) {
   TryCalls(1, {EIO, SHORT}, false, 60, 20);
 }

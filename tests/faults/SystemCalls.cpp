@@ -86,6 +86,7 @@ class Watch {
     ++run.count;
     bool const canBeShort = call->transfersBytes && registers.rdx > 1;
     if (canBeShort) run.transfers.push_back(run.count);
+    if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);
     bool const isMeant = run.count == fault.number || (fault.isForGood && run.wasMet && run.met == call->name);
     if (!isMeant) return;
     if (fault.error != 0) {

@@ -18,6 +18,7 @@ struct SystemCallRun {
   int status = 0;               // as waitpid tells it
   long count = 0;               // calls of reading and writing
   std::vector<long> transfers;  // the numbers of those that can come back short
+  std::vector<long> reads;      // those of them that read
   bool wasMet = false;          // the fault was put in; a call that transfers nothing cannot be short
   std::string met;              // the name of the call
 };
