@@ -18,8 +18,6 @@
 #include "VRELDynamicArray.h"
 #include "VRELFilePath.h"
 #include "VRELHashMap.h"
-#include "VRELLayerFilterC.h"
-#include "VRELLibrary.h"
 #include "VRELPolylineSet.h"
 #include "VRELRGBColor.h"
 #include "VRELString.h"
@@ -224,13 +222,6 @@ std::vector<Operation> RecordOperations() {
          VRELAssemblyComponentTransform copy(made);
          copy = made;
          return Right;
-       }},
-      {"layer filter",
-       [] {
-         VRELLayerFilterC filter;
-         int count = 1;
-         filter.SetCurrent(true);
-         return filter.GetNumLayers(count).IsSuccess() && count == 0 ? Right : Wrong;
        }},
       {"polylines",
        [] {
