@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -22,6 +23,11 @@ bool IsRegularFile(VRELFile const& file) {
   VRELFilePath path;
   struct stat status;
   return file.GetFilePath(path).IsSuccess() && path.GetFileStats(status).IsSuccess() && S_ISREG(status.st_mode);
+}
+
+[[noreturn]] void FailToRead(unsigned long place) {
+  throw ReadFailure{"expected a document that can be read to its end, found an error of the system behind byte " +
+                    std::to_string(place) + "; check where it lies, and translate it again"};
 }
 
 }  // namespace
@@ -84,8 +90,12 @@ VRINResult StepBuffer::GetOffset(unsigned long& position) {
 }
 
 std::size_t StepBuffer::ReadAt(unsigned long place, char* bytes, std::size_t room) const {
-  ssize_t const taken = pread(descriptor, bytes, room, static_cast<off_t>(place));
-  return taken < 0 ? 0 : static_cast<std::size_t>(taken);
+  ssize_t taken = -1;
+  do {
+    taken = pread(descriptor, bytes, room, static_cast<off_t>(place));
+  } while (taken < 0 && errno == EINTR);
+  if (taken < 0) FailToRead(place);
+  return static_cast<std::size_t>(taken);
 }
 
 int StepBuffer::Load() {
@@ -96,10 +106,7 @@ int StepBuffer::Load() {
   bool const there = offset < size && static_cast<VRELBufferFileHandler*>(handler)
                                           ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
                                           .IsSuccess();
-  if (!there && stream != nullptr && std::ferror(stream) != 0) {
-    throw ReadFailure{"expected a document that can be read to its end, found an error of the system behind byte " +
-                      std::to_string(offset) + "; check where it lies, and translate it again"};
-  }
+  if (!there && stream != nullptr && std::ferror(stream) != 0) FailToRead(offset);
   if (!there) size = offset;
   next = there ? byte : END;
   return next;
