@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,17 @@ class VRELDebugTest : public testing::Test {
  protected:
   ~VRELDebugTest() override { _VRELTraceTab = 0; }
 };
+
+TEST_F(VRELDebugTest, IsDeletedThroughItsBase) {
+  struct Derived : VRELDebug {
+    explicit Derived(int& theDeaths) : deaths(theDeaths) {}
+    ~Derived() override { ++deaths; }
+    int& deaths;
+  };
+  int deaths = 0;
+  std::unique_ptr<VRELDebug>(new Derived(deaths)).reset();
+  EXPECT_EQ(deaths, 1);
+}
 
 TEST_F(VRELDebugTest, IsSilent) {
   float const floats[16] = {};

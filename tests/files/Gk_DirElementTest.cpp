@@ -303,6 +303,7 @@ TEST(Gk_DirElementTest, FoldersWithoutRightsHideWhatTheyHold) {
     EXPECT_THAT(Found(scratch.Path(), "*"), ElementsAre("open/file"));
     EXPECT_EQ(Directory(scratch.Path("closed")).children().size(), 0);
     EXPECT_EQ(Directory(scratch.Path("listed")).children().size(), 3);
+    EXPECT_EQ(Directory(scratch.Path("listed")).fullPath().len(), 0) << "not even its dot is known to be a directory";
     EXPECT_FALSE(Directory(scratch.Path("new")).mkdir());
     EXPECT_FALSE(Directory(scratch.Path("closed/x/y")).mkdir());
   });
