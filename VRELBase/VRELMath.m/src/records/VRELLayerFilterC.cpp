@@ -2,8 +2,7 @@
 
 #include "VRELString.h"
 
-VRELLayerFilterC::VRELLayerFilterC()
-    : nameText(nullptr), currentFilter(false), filterType(eLayerFilterDefault) {}
+VRELLayerFilterC::VRELLayerFilterC() : nameText(nullptr), currentFilter(false), filterType(eLayerFilterDefault) {}
 
 VRELLayerFilterC::VRELLayerFilterC(int count, int const* layers, VRELString const& name, bool current,
                                    eLayerFilterType type)

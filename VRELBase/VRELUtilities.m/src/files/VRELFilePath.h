@@ -18,9 +18,9 @@ struct stat;
 // Backslashes are turned into slashes on the way in and that is all: case, "." and "..", doubled and trailing slashes
 // stay as they were given. The name is what follows the last slash, the directory what precedes it.
 //
-// Nothing here sends an event, or throws but for a VRELAllocException of ResolveAgainst. The file system is reached by the text in the process's default codepage, a
-// bounded buffer of 4096 bytes, terminator included: a longer path names no file. Characters that the codepage lacks
-// arrive as what the codepage puts in their place.
+// Nothing here sends an event, or throws but for a VRELAllocException of ResolveAgainst. The file system is reached by
+// the text in the process's default codepage, a bounded buffer of 4096 bytes, terminator included: a longer path names
+// no file. Characters that the codepage lacks arrive as what the codepage puts in their place.
 //
 // The operations that lean on others call them through the virtual table, so a derived class may change one of them.
 // A path is used on one thread at a time.
