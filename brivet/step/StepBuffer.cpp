@@ -90,6 +90,7 @@ VRINResult StepBuffer::GetOffset(unsigned long& position) {
 }
 
 std::size_t StepBuffer::ReadAt(unsigned long place, char* bytes, std::size_t room) const {
+  if (!valid) return 0;
   ssize_t taken = -1;
   do {
     taken = pread(descriptor, bytes, room, static_cast<off_t>(place));

@@ -60,7 +60,7 @@ class VRELMorphTest : public testing::Test {
   static Values First(double x, double y, double z) { return Coordinates(Kind::Make(x, y, z)); }
 };
 using Kinds = testing::Types<Flat, Solid>;
-TYPED_TEST_SUITE(VRELMorphTest, Kinds);
+TYPED_TEST_SUITE(VRELMorphTest, Kinds, );
 
 TYPED_TEST(VRELMorphTest, VirtualOperationsHaveTheirSlots) {
   static_assert(std::is_base_of_v<VRELMorph, typename TypeParam::Morph>);

@@ -37,7 +37,7 @@ class VRELPlainPointTest : public testing::Test {
   }
 };
 using Points = testing::Types<VRELPoint2D, VRELPoint3D>;
-TYPED_TEST_SUITE(VRELPlainPointTest, Points);
+TYPED_TEST_SUITE(VRELPlainPointTest, Points, );
 
 TYPED_TEST(VRELPlainPointTest, StartsAtZero) {
   EXPECT_EQ(Coordinates(TypeParam()), this->First(0.0, 0.0, 0.0));

@@ -43,7 +43,7 @@ class VRELWeightPointTest : public testing::Test {
   }
 };
 using Kinds = testing::Types<Flat, Solid>;
-TYPED_TEST_SUITE(VRELWeightPointTest, Kinds);
+TYPED_TEST_SUITE(VRELWeightPointTest, Kinds, );
 
 TYPED_TEST(VRELWeightPointTest, StoresWeightedCoordinates) {
   using Point = typename TypeParam::Weighted;

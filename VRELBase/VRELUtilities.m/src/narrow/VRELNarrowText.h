@@ -10,7 +10,7 @@
 inline Gk_String VRELNarrowText(VRELString const& text) {
   char* bytes = nullptr;
   VRELStringToChars(text, bytes);
-  Gk_String const narrow(bytes);
+  Gk_String narrow(bytes);
   VRELReleaseChars(bytes);
   return narrow;
 }
