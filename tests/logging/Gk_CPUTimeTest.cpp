@@ -20,7 +20,8 @@ TEST(Gk_CPUTimeTest, AddsAndSubtractsTicks) {
   EXPECT_EQ(time.seconds(), 2.5);
   time += Gk_CPUTime(1000000);
   EXPECT_EQ(time.seconds(), 3.5);
-  Gk_CPUTime& same = (time -= time);
+  Gk_CPUTime const& itself = time;
+  Gk_CPUTime& same = (time -= itself);
   EXPECT_EQ(&same, &time);
   EXPECT_EQ(time.seconds(), 0.0);
   EXPECT_EQ(&(time += Gk_CPUTime(1)), &time);
