@@ -1,12 +1,15 @@
 #include "OptionSource.h"
 
+#include <cstring>
+
 #include "VRELCfgFile.h"
 
 namespace {
 
 std::string Trimmed(std::string text) {
   VRELCfgFile::removeWhiteSpaces(text.data());
-  return text.c_str();
+  text.resize(std::strlen(text.c_str()));
+  return text;
 }
 
 }  // namespace

@@ -20,21 +20,21 @@ constexpr int NO_LIMIT = 1 << 20;
 constexpr std::size_t LENGTH_LIMIT = 4096;  // of what is compared; no name is as long
 
 constexpr View COMPONENTS[] = {
-#define VREL_NAME(identifier, text) u"" text,
+#define VREL_NAME(identifier, text) u##text,
 #include "VRINComponentNames.def"
 };
 constexpr View REPRESENTATIONS[] = {
-#define VREL_NAME(identifier, text) u"" text,
+#define VREL_NAME(identifier, text) u##text,
 #include "VRINRepresentationNames.def"
 };
 constexpr View DIRECTIONS[] = {
-#define VREL_NAME(identifier, text) u"" text,
+#define VREL_NAME(identifier, text) u##text,
 #include "VRINReaderWriterNames.def"
 };
 
 // The names that applications use; some of them are no internal ones.
 constexpr View PUBLIC_NAMES[] = {
-#define VREL_NAME(identifier, text) u"" text,
+#define VREL_NAME(identifier, text) u##text,
 #include "VRINOptionNames.def"
 };
 

@@ -36,6 +36,8 @@ Gk_String const& Gk_Option::getValue() {
   return nameCache;
 }
 
+// The text comes by value, as derived classes take it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 VRINResult Gk_Option::set(VRELString value, char const* /*remark*/) {
   return SetValue(value);
 }

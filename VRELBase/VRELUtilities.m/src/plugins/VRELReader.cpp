@@ -1,9 +1,11 @@
 #include "VRELReader.h"
 
+#include <utility>
+
 #include "VRELEntityReader.h"
 #include "VRELSectionReader.h"
 
-VRELReader::VRELReader(VRELFormatReaderHandle reader) : formatReader(reader) {}
+VRELReader::VRELReader(VRELFormatReaderHandle reader) : formatReader(std::move(reader)) {}
 
 VRELReader::~VRELReader() = default;
 

@@ -1,6 +1,8 @@
 #include "VRELSectionReader.h"
 
-VRELSectionReader::VRELSectionReader(VRELBufferHandle source) : buffer(source) {}
+#include <utility>
+
+VRELSectionReader::VRELSectionReader(VRELBufferHandle source) : buffer(std::move(source)) {}
 
 VRELSectionReader::~VRELSectionReader() {
   entityList.clear();
