@@ -61,7 +61,8 @@ Escape Classify(std::string_view text, std::size_t& length) {
 
 VRELString DecodePlain(std::string const& bytes) {
   VRELString const utf8(bytes);
-  bool const valid = utf8.view().find(u'\uFFFD') == std::u16string_view::npos;
+  // U+FFFD stands for what is no UTF-8, or for itself.
+  bool const valid = utf8.view().find(u'\uFFFD') == std::u16string_view::npos || utf8.toUtf8() == bytes;
   // By name: without one, ICU may take UTF-8 whatever the locale says.
   return valid ? utf8 : VRELString(bytes.c_str(), nl_langinfo(CODESET));
 }

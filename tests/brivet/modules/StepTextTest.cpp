@@ -34,7 +34,9 @@ TEST(StepTextTest, LeavesPlainTextAlone) {
              {"\\s\\A", "\\s\\A"},
              {"\\S\\\x7F", "\\S\\\x7F"},
              {"\\S\\\xC3\xA4", "\\S\\\xC3\xA4"},
-             {"m\xC3\xBCller", "m\xC3\xBCller"}},
+             {"m\xC3\xBCller", "m\xC3\xBCller"},
+             // U+FFFD in the file itself does not make the rest of the string something else than UTF-8.
+             {"\xC3\xBC \xEF\xBF\xBD", "\xC3\xBC \xEF\xBF\xBD"}},
             false);
 }
 
