@@ -30,7 +30,7 @@ class TextStream final : public VRELOutputStream {
 
 std::string Written(ReadDocument& read, VRELOptions& options) {
   TextStream stream;
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request;
   request.document = read.document;
   request.stream = &stream;

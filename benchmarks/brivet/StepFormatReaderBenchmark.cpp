@@ -69,13 +69,6 @@ class LargeFile {
   std::size_t size = 0;
 };
 
-class NoProgress final : public Progress {
- public:
-  void Begin(char const* /*stage*/, long /*total*/) override {}
-  void Done(long /*units*/) override {}
-  void End() override {}
-};
-
 // Gathers what is written as a file stream would, and drops it.
 class Discarded final : public VRELOutputStream {
  public:
@@ -129,7 +122,7 @@ void WritesAPage(benchmark::State& state) {
     document->Resolve();
     Discarded target;
     WatchedStream stream(&target);
-    NoProgress progress;
+    Progress progress;
     BrivetWriteRequest request;
     request.document = document;
     request.progress = &progress;

@@ -342,7 +342,7 @@ StepEntityReader* StepFormatReader::ReadInstanceName() {
   scanner->Next();
   parser->Expect('=', name);
   if (!parser->AtWord("&SCOPE")) return MakeEntity(number);
-  openScopes.push_back({number});
+  openScopes.push_back(number);
   // The instances of the scope follow without a semicolon.
   scanner->Next();
   waiting = true;
@@ -351,7 +351,7 @@ StepEntityReader* StepFormatReader::ReadInstanceName() {
 
 // ENDSCOPE, and the instances that the scope lets out: /#1, #2/. The record of the instance around it follows.
 StepEntityReader* StepFormatReader::LeaveScope() {
-  Scope const scope = openScopes.back();
+  std::uint64_t const number = openScopes.back();
   openScopes.pop_back();
   scanner->Next();
   if (parser->AtSymbol('/')) {
@@ -361,7 +361,7 @@ StepEntityReader* StepFormatReader::LeaveScope() {
     } while (parser->AtSymbol(','));
     parser->Expect('/', "the instances that the scope lets out");
   }
-  return MakeEntity(scope.number);
+  return MakeEntity(number);
 }
 
 StepEntityReader* StepFormatReader::MakeEntity(std::uint64_t number) {

@@ -70,9 +70,6 @@ class StepFormatReader final : public Document {
     std::uint32_t first;  // its first instance, counted through the document
     Place parameters;     // of the section itself; begins at 0 if there are none
   };
-  struct Scope {
-    std::uint64_t number;  // of the instance around it
-  };
   using NoteReference = std::function<void(std::uint32_t source, std::uint32_t target)>;
 
   void Advance();
@@ -120,7 +117,7 @@ class StepFormatReader final : public Document {
   std::vector<Place> headerRecords;
   std::vector<std::string> missing{"FILE_DESCRIPTION", "FILE_NAME", "FILE_SCHEMA"};  // of the header
   std::vector<Section> sections;
-  std::vector<Scope> openScopes;
+  std::vector<std::uint64_t> openScopes;  // the ids of the instances around them
   long simple = 0;
   long complex = 0;
   long failed = 0;

@@ -73,6 +73,8 @@ void StepScanner::Seek(unsigned long offset, long lineThere) {
   line = lineThere;
   afterReturn = false;
   started = true;
+  // Whoever asks where the current token stands finds none.
+  token.kind = End;
 }
 
 bool StepScanner::NextReference() {

@@ -16,13 +16,6 @@
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 
-class NoProgress final : public Progress {
- public:
-  void Begin(char const* /*stage*/, long /*total*/) override {}
-  void Done(long /*units*/) override {}
-  void End() override {}
-};
-
 // Writes a document's data as a STEP file has it, and counts what comes.
 class PlainWriter final : public DocumentVisitor {
  public:
@@ -143,7 +136,7 @@ class ReadDocument {
   }
 
   void Describe(PlainWriter& writer, bool withReferrers) {
-    NoProgress progress;
+    Progress progress;
     VRINResult const result = document->Describe(writer, progress, withReferrers);
     Require(result == VREL_S_OK, "a document that was resolved is described");
   }

@@ -12,7 +12,7 @@ namespace {
 
 std::string Page(std::string const& title) {
   ReadDocument document(PageDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, title);
   return TextOf([&](VRELOutputStream* target) {
     WatchedStream stream(target);
@@ -66,7 +66,7 @@ TEST(HtmlPageTest, LinksInstancesToEachOther) {
 
 TEST(HtmlPageTest, EndsWhereTheStreamIsFull) {
   ReadDocument document(PageDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
   for (int room : {0, 100, 1200}) {
     FullStream target(room);
@@ -82,7 +82,7 @@ TEST(HtmlPageTest, EndsWhereTheStreamIsFull) {
 // So that memory does not grow with the length of an instance.
 TEST(HtmlPageTest, WritesALongLineInPieces) {
   ReadDocument document(LongDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
   PieceStream target;
   WatchedStream stream(&target);

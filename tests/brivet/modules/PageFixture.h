@@ -10,7 +10,7 @@
 #include "StreamText.h"
 #include "WatchedStream.h"
 
-inline BrivetWriteRequest PageRequest(ReadDocument& document, NoProgress& progress, std::string const& title) {
+inline BrivetWriteRequest PageRequest(ReadDocument& document, Progress& progress, std::string const& title) {
   BrivetWriteRequest request;
   request.document = &*document;
   request.progress = &progress;

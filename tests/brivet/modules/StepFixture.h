@@ -15,13 +15,6 @@
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 
-class NoProgress final : public Progress {
- public:
-  void Begin(char const* /*stage*/, long /*total*/) override {}
-  void Done(long /*units*/) override {}
-  void End() override {}
-};
-
 // The bytes as a file that is open.
 class BytesInFile {
  public:
@@ -58,7 +51,7 @@ class ReadDocument {
   }
   std::string Record(bool referrers = false) {
     DocumentRecorder recorder;
-    NoProgress progress;
+    Progress progress;
     EXPECT_EQ(document->Describe(recorder, progress, referrers), VREL_S_OK);
     return recorder.text;
   }

@@ -414,7 +414,7 @@ TEST(StepFormatReaderTest, ResolvesAfterAnAbort) {
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(document->Resolve(), VRELAbortException);
   DocumentRecorder recorder;
-  NoProgress progress;
+  Progress progress;
   EXPECT_EQ(document->Describe(recorder, progress, true), VREL_E_FAIL);
   EXPECT_EQ(document->Resolve(), VREL_S_OK);
   EXPECT_THAT(document.Messages(), IsEmpty());
@@ -441,7 +441,7 @@ TEST(StepFormatReaderTest, DescribesNothingThatIsNotResolved) {
   VRELFormatReaderHandle handle(new StepFormatReader(VRELFileHandle(new VRELFile(path.c_str())), "part.stp"));
   auto* const document = static_cast<StepFormatReader*>(static_cast<VRELFormatReader*>(handle));
   DocumentRecorder recorder;
-  NoProgress progress;
+  Progress progress;
   EXPECT_EQ(document->Describe(recorder, progress, false), VREL_E_FAIL);
   EXPECT_EQ(document->Resolve(), VREL_E_FAIL);
 }
@@ -474,7 +474,7 @@ TEST(StepFormatReaderTest, TellsThatTheFileHasChanged) {
           .write(row.to, 5);
     }
     DocumentRecorder recorder;
-    NoProgress progress;
+    Progress progress;
     EXPECT_EQ(document->Describe(recorder, progress, true), VREL_E_INVALID_FILE);
     EXPECT_THAT(document.Messages(), ElementsAre("ERROR: " + row.told));
   }
@@ -487,7 +487,7 @@ TEST(StepFormatReaderTest, EndsWhereTheFileWasCut) {
   ReadDocument document(bytes);
   ASSERT_EQ(truncate(document.Path().c_str(), 1000), 0);
   DocumentRecorder recorder;
-  NoProgress progress;
+  Progress progress;
   EXPECT_EQ(document->Describe(recorder, progress, false), VREL_E_INVALID_FILE);
   EXPECT_THAT(document.Messages(),
               ElementsAre("ERROR: part.stp:7: expected an entity name, found the end of the file; the file has changed "

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 namespace {
 
 std::string Rewritten(ReadDocument& document, VRELOptions* options = nullptr) {
-  NoProgress progress;
+  Progress progress;
   return TextOf([&](VRELOutputStream* stream) {
     BrivetWriteRequest request;
     request.document = &*document;
@@ -146,7 +146,7 @@ TEST(StepWriterTest, KeepsTheCorpus) {
 }
 
 TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
-  NoProgress progress;
+  Progress progress;
   for (int room : {0, 5, 100, 172}) {
     ReadDocument document(DocumentText("#1=A();#2=B();#3=C();"));
     FullStream stream(room);
@@ -162,7 +162,7 @@ TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
 TEST(StepWriterTest, WritesALongLineInPieces) {
   std::string const bytes = LongDocument();
   ReadDocument document(bytes);
-  NoProgress progress;
+  Progress progress;
   for (int width : {0, 1'000'000, 2'147'483'647}) {
     VRELOptions options;
     options.AddOption(L"FileLineLength", width);

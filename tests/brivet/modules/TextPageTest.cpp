@@ -6,7 +6,7 @@
 
 TEST(TextPageTest, WritesTheWholeDocument) {
   ReadDocument document(PageDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
   std::string const page = TextOf([&request](VRELOutputStream* target) {
     WatchedStream stream(target);
@@ -61,7 +61,7 @@ TEST(TextPageTest, WritesTheWholeDocument) {
 
 TEST(TextPageTest, EndsWhereTheStreamIsFull) {
   ReadDocument document(PageDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
   FullStream target(700);
   WatchedStream stream(&target);
@@ -71,7 +71,7 @@ TEST(TextPageTest, EndsWhereTheStreamIsFull) {
 // So that memory does not grow with the length of an instance.
 TEST(TextPageTest, WritesALongLineInPieces) {
   ReadDocument document(LongDocument());
-  NoProgress progress;
+  Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
   PieceStream target;
   WatchedStream stream(&target);
