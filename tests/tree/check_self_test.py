@@ -29,6 +29,8 @@ SOUND = {
 VRELBase/             all
   VRELUtilities.m/src/
     object/           ground
+    strings/  logging/  plugins/    above it
+  VRELStream.m/src/   bytes
   public/             top
 brivet/  tests/       beside
 ```
@@ -162,12 +164,18 @@ class TreeCheckTest(unittest.TestCase):
 
     def test_map_names_absent_folder(self):
         sound = SOUND["README.md"]
-        self.write({"README.md": sound.replace("object/ ", "objects/")})
+        self.write({"README.md": sound.replace("    strings/", "    objects/  strings/")})
         self.assert_one_fault("map", f"{SOURCES}/objects")
-        self.write({"README.md": sound.replace("  public/", "    public/")})
+        self.write({"README.md": sound.replace("    strings/", "    public/  strings/")})
         self.assert_one_fault("map", f"{SOURCES}/public")
         self.write({"README.md": sound.replace("  tests/", "  test/")})
         self.assert_one_fault("map", "names test,")
+
+    def test_map_leaves_out_a_folder(self):
+        self.write({f"{SOURCES}/values/Value.h": ""})
+        self.assert_one_fault("map", "does not name", f"{SOURCES}/values")
+        self.write({"brivet/step/Reader.h": ""})
+        self.assertEqual(len(self.faults("map")), 2)
 
     def test_no_map(self):
         self.write({"README.md": "# House\n"})

@@ -129,13 +129,15 @@ def check_umbrella(tree):
 
 
 def check_map(tree):
-    """README.md's map of the house names only folders that are there. An indented one lies in the one above it."""
+    """README.md's map of the house names only folders that are there, and all in which the library and the driver have
+    files. An indented one lies in the one above it."""
     path = tree.root / README
     text = path.read_text(encoding="utf-8") if path.exists() else ""
     found = re.search(r"^## The map of the house\n.*?^```text\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
     if found is None:
         return [f"{README}: has no map of the house"]
     faults = []
+    named = set()
     outer = []
     for line in found.group(1).splitlines():
         indent = len(line) - len(line.lstrip())
@@ -143,9 +145,13 @@ def check_map(tree):
         # Folders with one line in common stand two blanks apart, what they are for follows behind three or more.
         for name in re.split(r"\s{3,}", line.strip())[0].split():
             folder = (outer[-1][1] if outer else tree.root) / name
+            named.add(folder)
             if not folder.is_dir():
                 faults.append(f"{README}: the map names {folder.relative_to(tree.root)}, which does not exist")
         outer.append((indent, folder))
+    for folder in sorted({file.parent for file in tree.files if file.parts[0] in ("VRELBase", "brivet")}):
+        if tree.root / folder not in named:
+            faults.append(f"{README}: the map does not name {folder}")
     return faults
 
 
