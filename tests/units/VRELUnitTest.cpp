@@ -318,16 +318,20 @@ TEST(VRELUnitSystemTest, ACallersVariableIsNotDeletedAtTheEnd) {
   });
 }
 
-TEST(VRELUnitSystemTest, ReleasedSettingsAreTheModelUnit) {
+TEST(VRELUnitSystemTest, ReleasedSettingsAreTheModelUnitAndACallersVariableStays) {
   InChild([] {
     static VRELUnit variable = VRELUnitInch;
     set_sending_system_unit(VRELUnitFoot);
     set_receiving_system_unit(&variable);
     { ReleaseUnits const release; }
-    for (System const& system : systems) EXPECT_EQ(system.Get(), 1);
+    EXPECT_EQ(systems[0].Get(), 1);
+    EXPECT_EQ(systems[1].Get(), 8);
     EXPECT_EQ(variable, 8);
     set_sending_system_unit(VRELUnitMile);
+    set_receiving_system_unit(VRELUnitMeter);
     EXPECT_EQ(systems[0].Get(), 10);
+    EXPECT_EQ(systems[1].Get(), 7);
+    EXPECT_EQ(variable, 8);
   });
 }
 

@@ -53,13 +53,14 @@ class SystemUnit {
 
   VRINResult Set(VRELUnit* variable) {
     if (variable == nullptr || CheckUnit(*variable).IsFailure()) return VREL_E_ERROR;
-    Release();
+    ReleaseOwned();
     unit = variable;
     return VREL_S_OK;
   }
 
-  void Release() {
-    if (isOwned) delete unit;
+  void ReleaseOwned() {
+    if (!isOwned) return;
+    delete unit;
     unit = nullptr;
     isOwned = false;
   }
@@ -150,6 +151,6 @@ VRINResult set_internal_unit(bool writing) {
 }
 
 ReleaseUnits::~ReleaseUnits() {
-  sendingUnit.Release();
-  receivingUnit.Release();
+  sendingUnit.ReleaseOwned();
+  receivingUnit.ReleaseOwned();
 }

@@ -65,7 +65,8 @@ VREL_EXPORT VRINResult set_internal_unit(VRELUnit sending, VRELUnit receiving);
 // application's.
 VREL_EXPORT VRINResult set_internal_unit(bool writing);
 
-// Frees the two settings when the process ends; a caller's variable is let go and not touched.
+// Frees those of the two settings that were made by value when the process ends, and leaves the model unit there. That
+// a caller's variable is neither touched nor let go is promised.
 class VREL_EXPORT ReleaseUnits {
  public:
   ~ReleaseUnits();
