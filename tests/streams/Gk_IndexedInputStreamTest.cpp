@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "Raised.h"
@@ -148,6 +149,18 @@ TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(indexed.getLineNumber(), 2);
   EXPECT_EQ(stream.getLineNumber(), 1);
+}
+
+// Nothing is left behind either.
+TEST(Gk_IndexedInputStreamTest, WhatADuplicateBeneathThrowsPassesThrough) {
+  struct Throwing : VRELInputStream {
+    VRELInputStream* duplicate() override { throw std::runtime_error("no duplicate"); }
+    int read(char* /*buffer*/, int /*count*/) override { return -1; }
+  };
+  Throwing beneath;
+  Gk_IndexedInputStream stream(&beneath);
+  EXPECT_THROW(stream.duplicate(), std::runtime_error);
+  EXPECT_EQ(stream.getLineNumber(), 0);
 }
 
 TEST(Gk_IndexedInputStreamTest, ADuplicateOfWhatHasNoneIsAtItsEnd) {

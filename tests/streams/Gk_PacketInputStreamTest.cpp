@@ -190,6 +190,18 @@ TEST(Gk_PacketInputStreamTest, SetOffsetGivesTheUnreadBytesBack) {
   EXPECT_EQ(beneath.TakeCalls(), "read4 ");
 }
 
+TEST(Gk_PacketInputStreamTest, GivesBackUnreadBytesAlsoWhereThereAreNone) {
+  Bytes beneath("abcdef");
+  Gk_PacketInputStream stream(&beneath, 4);
+  EXPECT_EQ(stream.setOffset(1), 1);
+  EXPECT_EQ(beneath.TakeCalls(), "add set1 ");
+  EXPECT_EQ(stream.skip(4), 4);
+  beneath.TakeCalls();
+  EXPECT_TRUE(stream.add(Gk_String("abcde", 5)));
+  EXPECT_EQ(beneath.TakeCalls(), "add addabcde ");
+  EXPECT_EQ(stream.readChar(), 'a');
+}
+
 TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
   ScratchDirectory const scratch;
   VRELFilePath const path(VRELString(scratch.Write("letters", "abcdefghij")));

@@ -1,6 +1,7 @@
 #include "Gk_IndexedInputStream.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -11,9 +12,9 @@ unsigned LineFeeds(char const* begin, char const* end) {
 }  // namespace
 
 VRELInputStream* Gk_IndexedInputStream::duplicate() {
-  auto* const copy = new Gk_IndexedInputStream(*this);
+  auto copy = std::make_unique<Gk_IndexedInputStream>(*this);
   if (source != nullptr) copy->source = source->duplicate();
-  return copy;
+  return copy.release();
 }
 
 int Gk_IndexedInputStream::readChar() {
