@@ -409,7 +409,7 @@ TEST(VREL4x4MatrixTest, AnAxisGivesTheAngleByItsLength) {
   EXPECT_NEAR(scaled.GetDeterminant(), 8.0F, 1e-5F);
 }
 
-TEST(VREL4x4MatrixTest, WithoutAnAxisTheLastOneStandsInTheThirdRow) {
+TEST(VREL4x4MatrixTest, WithoutAnAxisTheOneOfTheLastRowStandsInTheThirdColumn) {
   for (float length : {0.0F, 1e-16F}) {
     VREL4x4Matrix const m(VRELVectorf(length, 0.0F, 0.0F), VRELPointf(1.0F, 2.0F, 3.0F), 3.0F);
     EXPECT_EQ(Elements(m), (FloatValues{3, 0, 0, 0, 0, 3, 0, 0, 0, 0, 3, 0, 0, 0, 1, 0}));

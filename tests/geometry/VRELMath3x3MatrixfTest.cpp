@@ -254,6 +254,16 @@ TEST(VRELMath3x3MatrixfTest, TheInverseOfAnIsometryIsItsTranspose) {
   VRELMath3x3Matrixf out;
   EXPECT_TRUE(turn.Inverse(out));
   EXPECT_EQ(Coefficients(out), Coefficients(turn.Transpose()));
+  EXPECT_EQ(out.GetType(), 0);  // computed anew
+}
+
+// The transpose of 4 times the identity has type 0 by its coefficients, and a positive multiple of that has type -2.
+TEST(VRELMath3x3MatrixfTest, TheTypeOfTheInverseOfAScalingIsThatOfAMultipleOfTheTranspose) {
+  EXPECT_EQ(VRELMath3x3Matrixf(4.0F).Inverse().GetType(), -2);
+  EXPECT_EQ(VRELMath3x3Matrixf(-4.0F).Inverse().GetType(), -2);
+  // Here the type of the transpose is seen.
+  EXPECT_EQ(VRELMath3x3Matrixf(1.16684937F).Inverse().GetType(), 2);
+  EXPECT_EQ(VRELMath3x3Matrixf(-1.16684937F).Inverse().GetType(), -2);
 }
 
 TEST(VRELMath3x3MatrixfTest, TheInverseOfAScaledRotation) {

@@ -32,7 +32,7 @@ class VREL_EXPORT VREL4x4Matrix {
   VREL4x4Matrix(VRELVectorf const& row0, VRELVectorf const& row1, VRELVectorf const& row2,
                 VRELVectorf const& translation) noexcept;
   // The rotation about the axis through the point by an angle that is the length of the axis, then scaled by s; see
-  // SetRotation and SetScaling. Without an axis, up to a length of 1e-15, a scaling by s whose fourth column is
+  // SetRotation and SetScaling. Without an axis, up to a length of 1e-15, a scaling by s whose last row is
   // 0, 0, 1, 0, which is promised.
   VREL4x4Matrix(VRELVectorf const& axis, VRELPointf const& point, float s) noexcept;
   // The same rotation, then the translation, then scaled by s, the translation not. Zeros without an axis.

@@ -62,7 +62,9 @@ class VREL_EXPORT VRELMath3x3Matrixf {
 
   void Transpose(VRELMath3x3Matrixf& out) const noexcept;
   VRELMath3x3Matrixf Transpose() const noexcept;
-  // False, and out as it was, unless the absolute value of the determinant is above 1e-14. Out may be this matrix.
+  // False, and out as it was, unless the absolute value of the determinant is above 1e-14. Out may be this matrix. The
+  // type of the inverse is that of the transpose, or of a multiple of it for the types 2 and -2: that the inverse of a
+  // scaling thus mostly has type -2, whatever its sign, is promised.
   bool Inverse(VRELMath3x3Matrixf& out) const noexcept;
   // The identity where there is no inverse.
   VRELMath3x3Matrixf Inverse() const noexcept;
