@@ -174,6 +174,10 @@ TEST(VRELAffineTest, SetToCopiesAndReturnsItself) {
   VRELAffine2D flat;
   flat.SetTo(source);
   EXPECT_EQ(Elements(flat), (Values{1, 2, 4, 5}));
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(flat.GetElements()[i][2], 0.0);
+    EXPECT_EQ(flat.GetElements()[2][i], 0.0);
+  }
   target.SetTo(Flat({10, 20, 30, 40}));
   EXPECT_EQ(Elements(target), (Values{10, 20, 0, 30, 40, 0, 0, 0, 0}));
 }
