@@ -1,14 +1,31 @@
 #include "VRELTaskEvent.h"
 
+#include <memory>
+
 #include "VRELStreamFormatter.h"
 #include "VRELString.h"
 #include "VRELTextCopy.h"
 
+namespace {
+
+// Copies both texts, or none where memory runs out.
+void CopyTexts(char const* identifier, char const* name, char*& identifierCopy, char*& nameCopy) {
+  std::unique_ptr<char[]> first(VRELTextCopy(identifier));
+  nameCopy = VRELTextCopy(name);
+  identifierCopy = first.release();
+}
+
+}  // namespace
+
 VRELTaskEvent::VRELTaskEvent(char const* name, char const* identifier, VRELEventLevel level)
-    : VRELEvent(name, level), taskIdentifier(VRELTextCopy(identifier)), taskName(VRELTextCopy(name)) {}
+    : VRELEvent(name, level), taskIdentifier(nullptr), taskName(nullptr) {
+  CopyTexts(identifier, name, taskIdentifier, taskName);
+}
 
 VRELTaskEvent::VRELTaskEvent(VRELTaskEvent const& other)
-    : VRELEvent(other), taskIdentifier(VRELTextCopy(other.taskIdentifier)), taskName(VRELTextCopy(other.taskName)) {}
+    : VRELEvent(other), taskIdentifier(nullptr), taskName(nullptr) {
+  CopyTexts(other.taskIdentifier, other.taskName, taskIdentifier, taskName);
+}
 
 VRELTaskEvent::~VRELTaskEvent() {
   delete[] taskIdentifier;

@@ -77,17 +77,14 @@ VRELOptionToken* VRELOptionToken::FindOrAdd(std::u16string_view key) {
 }
 
 VRELOptionToken* VRELOptionToken::Make(VRELString const& key) {
-  auto* const child = new VRELOptionToken(this);
-  if (IsWildcard(key.view())) {
-    wildcardChild = child;
-    return child;
-  }
+  auto child = std::make_unique<VRELOptionToken>(this);
+  if (IsWildcard(key.view())) return wildcardChild = child.release();
   if (children == nullptr) {
     children = std::make_unique<VRELHashMap<VRELString, VRELOptionToken*>>(17);
     children->SetFunctions(GetHashValue, HashEqualFunction);
   }
-  children->Add(key, child);
-  return child;
+  children->Add(key, child.get());
+  return child.release();
 }
 
 VRINResult VRELOptionToken::SetOption(VRELOption* newOption) {
