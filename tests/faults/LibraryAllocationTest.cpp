@@ -1,27 +1,39 @@
 // Each allocation of an operation fails in turn, for the classes that promise not to throw, or not to change.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <new>
 #include <vector>
 
 #include "ChildProcess.h"
 #include "FaultPlan.h"
 #include "Gk_CPUTime.h"
+#include "OpenDescriptors.h"
 #include "ScratchDirectory.h"
 #include "VRELAllocException.h"
 #include "VRELAssemblyComponentTransform.h"
 #include "VRELCamera.h"
+#include "VRELConsoleLogger.h"
 #include "VRELDynamicArray.h"
+#include "VRELError.h"
+#include "VRELErrorTracker.h"
+#include "VRELEventBus.h"
 #include "VRELFilePath.h"
 #include "VRELHashMap.h"
+#include "VRELLogFileWrapper.h"
+#include "VRELLogger.h"
+#include "VRELOptionToken.h"
 #include "VRELPolylineSet.h"
 #include "VRELRGBColor.h"
+#include "VRELStartTaskEvent.h"
 #include "VRELString.h"
 #include "VRELStringConversions.h"
+#include "VRELStringOutputStream.h"
 #include "VRELSurfacicShell.h"
 #include "VRELTemporaryFile.h"
 #include "VRINResult.h"
@@ -349,4 +361,184 @@ TEST(LibraryAllocationTest, AShellThatCannotCopyStaysAsItWas) {
     EXPECT_EQ(held == nullptr, wasMet);
     if (!wasMet) break;
   }
+}
+
+namespace {
+
+// Runs the work with each of its allocations failing in turn, and `check` after each failure. Tells how many there
+// were.
+int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
+  for (long number = 1;; ++number) {
+    SCOPED_TRACE("allocation " + std::to_string(number));
+    bool wasMet = false;
+    bool hasThrown = false;
+    {
+      Failing const failing(number);
+      try {
+        work();
+      } catch (std::bad_alloc const&) {
+        hasThrown = true;
+      } catch (VRELAllocException const&) {
+        hasThrown = true;
+      }
+      wasMet = failing.WasMet();
+    }
+    if (!wasMet) return static_cast<int>(number - 1);
+    if (hasThrown) check();
+  }
+}
+
+int ListenerCount() {
+  return VRELEventBus::GetEventBus()->GetListenerCount();
+}
+
+// Fills the bus, so that one more listener needs memory.
+class FullBus {
+ public:
+  FullBus() {
+    for (Silent& listener : listeners) VRELEventBus::GetEventBus()->AddListener(&listener);
+  }
+  ~FullBus() {
+    for (Silent& listener : listeners) VRELEventBus::GetEventBus()->RemoveListener(&listener);
+  }
+  FullBus(FullBus const&) = delete;
+  FullBus& operator=(FullBus const&) = delete;
+
+ private:
+  struct Silent : VRELEventListener {
+    void HandleEvent(VRELEvent& /*event*/) override {}
+  };
+  Silent listeners[10];
+};
+
+// Does the work in a process of its own, where the bus has just the room for ten.
+void ExpectWellApart(std::function<void()> const& work) {
+  ChildResult const result = RunInChildWithoutTeardown([&] {
+    unsetenv("VRELLogLevel");
+    unsetenv("VRELConsoleTracesLevel");
+    work();
+    return testing::Test::HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
+  EXPECT_EQ(result.signal, 0);
+}
+
+}  // namespace
+
+TEST(LibraryAllocationTest, ALogThatCannotStartClosesItsFile) {
+  ScratchDirectory const folder;
+  std::string const name = folder.Path("log");
+  VRELFilePath const path(name.c_str());
+  ExpectWellApart([&] {
+    FullBus const bus;
+    int const failures = FailEach([&] { VRELLogFileWrapper const log(path); },
+                                  [&] {
+                                    EXPECT_EQ(CountOpenDescriptors(name), 0);
+                                    EXPECT_EQ(ListenerCount(), 10);
+                                  });
+    EXPECT_GT(failures, 1);
+    // A borrowed one stays open.
+    std::FILE* const file = std::fopen(name.c_str(), "w");
+    FailEach([&] { VRELLogFileWrapper const log(file); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 1); });
+    EXPECT_EQ(std::fclose(file), 0);
+  });
+}
+
+TEST(LibraryAllocationTest, ALoggerThatCannotStartStaysIdle) {
+  ScratchDirectory const folder;
+  std::string const name = folder.Path("log");
+  folder.Write("log", "");
+  ExpectWellApart([&] {
+    VRELFilePath path(name.c_str());
+    for (long number = 1;; ++number) {
+      FullBus const bus;
+      VRELLogger logger;
+      bool wasMet = false;
+      {
+        Failing const failing(number);
+        logger.Initialize(path, VREL_LEVEL_DEFAULT);
+        wasMet = failing.WasMet();
+      }
+      if (!wasMet) break;
+      // Some losses are made up for; no half of a start is left of the others.
+      bool const isActive = logger.GetOutputStream() != nullptr;
+      EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
+      EXPECT_EQ(CountOpenDescriptors(name), isActive ? 1 : 0) << "allocation " << number;
+      if (isActive) continue;
+      logger.Initialize(path, VREL_LEVEL_DEFAULT);
+      EXPECT_NE(logger.GetOutputStream(), nullptr);
+      EXPECT_EQ(ListenerCount(), 11);
+    }
+  });
+}
+
+TEST(LibraryAllocationTest, AConsoleThatCannotStartCanBeStartedLater) {
+  ExpectWellApart([] {
+    for (long number = 1;; ++number) {
+      FullBus const bus;
+      VRELConsoleLogger console;
+      bool wasMet = false;
+      try {
+        Failing const failing(number);
+        console.Initialize(VREL_LEVEL_NONE);
+        wasMet = failing.WasMet();
+      } catch (...) {
+        wasMet = true;
+        EXPECT_FALSE(console.IsInitialized()) << "allocation " << number;
+        EXPECT_EQ(ListenerCount(), 10);
+      }
+      if (!wasMet) break;
+      console.Initialize(VREL_LEVEL_NONE);
+      EXPECT_TRUE(console.IsInitialized());
+      EXPECT_EQ(ListenerCount(), 11);
+    }
+  });
+}
+
+TEST(LibraryAllocationTest, ATrackerThatCannotStartCanBeStartedLater) {
+  ExpectWellApart([] {
+    FullBus const bus;
+    int const failures = FailEach(VRELErrorTracker::Initialize, [] {
+      EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
+      EXPECT_EQ(ListenerCount(), 10);
+    });
+    EXPECT_GT(failures, 1);
+    EXPECT_NE(VRELErrorTracker::GetInstance(), nullptr);
+    VRELError::Printf("kept");
+    EXPECT_EQ(VRELError::GetErrorCount(), 1);
+  });
+}
+
+TEST(LibraryAllocationTest, WhatIsHalfMadeIsReleased) {
+  std::string const text(50000, 'x');
+  VRELStartTaskEvent const source("Start", text.c_str(), VREL_LEVEL_INFO);
+  std::size_t used = mallinfo2().uordblks;
+  auto const expectNothingMore = [&] {
+    std::size_t const now = mallinfo2().uordblks;
+    EXPECT_LT(now, used + 25000);
+    used = now;
+  };
+  EXPECT_GT(
+      FailEach([&] { VRELStartTaskEvent const event("Start", text.c_str(), VREL_LEVEL_INFO); }, expectNothingMore), 2);
+  EXPECT_GT(FailEach([&] { VRELStartTaskEvent const event(source); }, expectNothingMore), 2);
+}
+
+TEST(LibraryAllocationTest, AnOptionsNodeThatCannotBeAddedIsReleased) {
+  auto const addInVain = [] {
+    for (long number = 1; number < 10; ++number) {
+      VRELOptionToken root(nullptr);
+      VRELOptionToken* child = nullptr;
+      try {
+        Failing const failing(number);
+        root.AddToken(L"Tolerance", child);
+      } catch (...) {
+        EXPECT_EQ(child, nullptr);
+      }
+      root.RemoveAll();
+    }
+  };
+  addInVain();
+  std::size_t const used = mallinfo2().uordblks;
+  for (int i = 0; i < 1000; ++i) addInVain();
+  EXPECT_LT(mallinfo2().uordblks, used + 20000);
 }

@@ -1,5 +1,7 @@
 #include "VRELErrorTracker.h"
 
+#include <memory>
+
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 
@@ -15,8 +17,9 @@ VRELErrorTracker::~VRELErrorTracker() {
 
 VRINResult VRELErrorTracker::Initialize() {
   if (_pTracker == nullptr) {
-    _pTracker = new VRELErrorTracker;
-    VRELEventBus::GetEventBus()->AddListener(_pTracker);
+    auto tracker = std::make_unique<VRELErrorTracker>();
+    VRELEventBus::GetEventBus()->AddListener(tracker.get());
+    _pTracker = tracker.release();
   }
   return VREL_S_OK;
 }

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <memory>
+
 #include "VRELEnvironment.h"
 #include "VRELEventBus.h"
 #include "VRELFileDescriptor.h"
@@ -10,8 +12,9 @@
 
 namespace {
 
-VRELOutputStream* MakeStream(int descriptor) {
-  return new VRELFileOutputStream(new VRELFileDescriptor(descriptor, VRELFileDescriptor::ModeWrite));
+std::unique_ptr<VRELOutputStream> MakeStream(int descriptor) {
+  return std::unique_ptr<VRELOutputStream>(
+      new VRELFileOutputStream(new VRELFileDescriptor(descriptor, VRELFileDescriptor::ModeWrite)));
 }
 
 VRELEventLevel Threshold(VRELEventLevel wanted) {
@@ -38,9 +41,11 @@ void VRELConsoleLogger::SetUp(VRELEventLevel level) {
 
 void VRELConsoleLogger::Initialize(VRELEventLevel level) {
   if (IsInitialized()) return;
-  standardOutput = MakeStream(STDOUT_FILENO);
-  standardError = MakeStream(STDERR_FILENO);
+  std::unique_ptr<VRELOutputStream> output = MakeStream(STDOUT_FILENO);
+  std::unique_ptr<VRELOutputStream> error = MakeStream(STDERR_FILENO);
   Listen(Threshold(level));
+  standardOutput = output.release();
+  standardError = error.release();
 }
 
 void VRELConsoleLogger::HandleEvent(VRELEvent& event) {

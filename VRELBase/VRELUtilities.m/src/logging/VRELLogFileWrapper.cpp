@@ -1,5 +1,7 @@
 #include "VRELLogFileWrapper.h"
 
+#include <memory>
+
 #include "VRELFilePath.h"
 
 VRELLogFileWrapper::VRELLogFileWrapper(std::FILE* borrowedFile) : file(nullptr), borrowed(borrowedFile != nullptr) {
@@ -22,6 +24,9 @@ VRELLogFileWrapper::~VRELLogFileWrapper() {
 
 void VRELLogFileWrapper::Start(std::FILE* openFile) {
   if (openFile == nullptr) return;
+  // Closed again where memory runs out.
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> opened(borrowed ? nullptr : openFile, &std::fclose);
+  logger.Initialize(openFile, VREL_LEVEL_DEFAULT);
   file = openFile;
-  logger.Initialize(file, VREL_LEVEL_DEFAULT);
+  static_cast<void>(opened.release());
 }

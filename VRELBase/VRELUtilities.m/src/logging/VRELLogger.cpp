@@ -1,5 +1,7 @@
 #include "VRELLogger.h"
 
+#include <memory>
+
 #include "VRELAbortException.h"
 #include "VRELEnvironment.h"
 #include "VRELEventBus.h"
@@ -46,8 +48,9 @@ void VRELLogger::Initialize(std::FILE* file, VRELEventLevel level) {
 
 void VRELLogger::Initialize(VRELOutputStream* newStream, VRELEventLevel level) {
   if (stream != nullptr || newStream == nullptr) return;
-  stream = newStream;
+  std::unique_ptr<VRELOutputStream> taken(newStream);
   Listen(level == VREL_LEVEL_DEFAULT ? LevelOfEnvironment() : level);
+  stream = taken.release();
 }
 
 void VRELLogger::Finalize() {
@@ -58,6 +61,6 @@ void VRELLogger::Finalize() {
 }
 
 void VRELLogger::Listen(VRELEventLevel level) {
-  threshold = level;
   VRELEventBus::GetEventBus()->AddListener(this);
+  threshold = level;
 }

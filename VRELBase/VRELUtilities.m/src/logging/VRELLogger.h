@@ -41,7 +41,7 @@ class VREL_EXPORT VRELLogger : public VRELEventListener {
   // Writes to the descriptor of a file that stays the caller's, and open as long as the logger is active. What the
   // caller still buffers there is not waited for.
   virtual void Initialize(std::FILE* file, VRELEventLevel level);
-  // Takes the stream, unless it does nothing.
+  // Takes the stream, unless it does nothing. Where memory runs out the stream is deleted, and the logger stays idle.
   virtual void Initialize(VRELOutputStream* newStream, VRELEventLevel level);
 
   // Leaves the bus and deletes the stream.
