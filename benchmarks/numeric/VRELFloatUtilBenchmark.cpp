@@ -14,9 +14,8 @@
 #include <string>
 #include <vector>
 
-#if __has_include(<fast_float/fast_float.h>)
+#ifdef VREL_BENCHMARK_FAST_FLOAT
 #include <fast_float/fast_float.h>
-#define VREL_HAS_FAST_FLOAT
 #endif
 
 namespace {
@@ -79,7 +78,7 @@ void Strtod(benchmark::State& state) {
 }
 BENCHMARK(Strtod);
 
-#ifdef VREL_HAS_FAST_FLOAT
+#ifdef VREL_BENCHMARK_FAST_FLOAT
 void FastFloat(benchmark::State& state) {
   ReadAll(state, [](std::string const& text) {
     double value = 0.0;

@@ -39,13 +39,4 @@ void SetOfStdStringMiss(benchmark::State& state) {
 }
 BENCHMARK(SetOfStdStringMiss);
 
-void TemporaryName(benchmark::State& state) {
-  VRELString const text(L"SettingOfAModule");
-  for (auto _ : state) {
-    VRELOptionName const name(text);
-    benchmark::DoNotOptimize(&name);
-  }
-}
-BENCHMARK(TemporaryName)->Iterations(100000);
-
 }  // namespace

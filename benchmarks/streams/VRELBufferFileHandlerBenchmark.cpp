@@ -63,7 +63,7 @@ void GetCharOfFileHandler(benchmark::State& state) {
 }
 BENCHMARK(GetCharOfFileHandler)->Unit(benchmark::kMillisecond);
 
-void peerGetcUnlocked(benchmark::State& state) {
+void peerGetcUnlockedLargeFile(benchmark::State& state) {
   unsigned long sum = 0;
   for (auto _ : state) {
     std::FILE* const stream = std::fopen(LargeFile(), "rb");
@@ -76,6 +76,6 @@ void peerGetcUnlocked(benchmark::State& state) {
   }
   Check(state, sum);
 }
-BENCHMARK(peerGetcUnlocked)->Unit(benchmark::kMillisecond);
+BENCHMARK(peerGetcUnlockedLargeFile)->Unit(benchmark::kMillisecond);
 
 }  // namespace

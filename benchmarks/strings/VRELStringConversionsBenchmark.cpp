@@ -47,10 +47,10 @@ void StringToDouble(benchmark::State& state) {
 }
 BENCHMARK(StringToDouble);
 
-void Strtod(benchmark::State& state) {
+void StrtodOfReals(benchmark::State& state) {
   ReadBytes(state, Reals(), [](char const* text) { return std::strtod(text, nullptr); });
 }
-BENCHMARK(Strtod);
+BENCHMARK(StrtodOfReals);
 
 void StringToInteger(benchmark::State& state) {
   ReadTexts(state, Integers(), [](VRELString const& text) {
