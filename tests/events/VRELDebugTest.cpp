@@ -88,6 +88,8 @@ TEST_F(VRELDebugTest, StopwatchCountsWholeSecondsInMilliseconds) {
   // A second may end in between.
   float const elapsed = VRELDebug::StopTimer(timer);
   EXPECT_TRUE(elapsed == 3000.0F || elapsed == 4000.0F) << elapsed;
+  // It is not released, and goes on.
+  EXPECT_GE(VRELDebug::StopTimer(timer), elapsed);
 }
 
 TEST_F(VRELDebugTest, StopwatchOfNullShowsNothing) {

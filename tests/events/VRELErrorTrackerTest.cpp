@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 
+#include "ChildProcess.h"
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 #include "VRELWarning.h"
@@ -194,6 +197,21 @@ TEST_F(VRELErrorTrackerTest, EndOfAnyTrackerTakesTheOneOfTheProcessOffTheBus) {
   EXPECT_EQ(ListenerCount(), before);
   VRELError::Printf("lost");
   EXPECT_EQ(tracker->GetErrorCount(), 0);
+}
+
+TEST_F(VRELErrorTrackerTest, IsThereToTheEndOfTheProcess) {
+  ChildResult const child = RunInChild([] {
+    // Registered before the tracker is made, and so called after all that goes because of it.
+    std::atexit([] {
+      VRELError::Printf("late");
+      std::printf("%d errors", VRELError::GetErrorCount());
+    });
+    VRELErrorTracker::Initialize();
+    VRELError::Printf("early");
+    return 0;
+  });
+  EXPECT_EQ(child.output, "2 errors");
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
 TEST_F(VRELErrorTrackerTest, KeepsItsVirtualOperationsInOrder) {

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <functional>
@@ -20,6 +21,7 @@
 #include "VRELCamera.h"
 #include "VRELConsoleLogger.h"
 #include "VRELDynamicArray.h"
+#include "VRELEnvironment.h"
 #include "VRELError.h"
 #include "VRELErrorTracker.h"
 #include "VRELEventBus.h"
@@ -541,4 +543,32 @@ TEST(LibraryAllocationTest, AnOptionsNodeThatCannotBeAddedIsReleased) {
   std::size_t const used = mallinfo2().uordblks;
   for (int i = 0; i < 1000; ++i) addInVain();
   EXPECT_LT(mallinfo2().uordblks, used + 20000);
+}
+
+TEST(LibraryAllocationTest, AVariableThatTheSystemRefusesIsAFailure) {
+  enum Answer { NotMet, Refused, Thrown, Wrong };
+  // The room in the environment is asked for last.
+  int last = Wrong;
+  for (long number = 1;; ++number) {
+    ChildResult const child = RunInChildWithoutTeardown([number] {
+      VRELString value(L"x");
+      VRINResult result = VREL_S_OK;
+      bool wasMet = false;
+      try {
+        Failing const failing(number);
+        result = VRELEnvironment::PutVariable(L"VRELFault", value);
+        wasMet = failing.WasMet();
+      } catch (...) {
+        return std::getenv("VRELFault") == nullptr ? Thrown : Wrong;
+      }
+      bool const isThere = std::getenv("VRELFault") != nullptr;
+      if (!wasMet) return isThere && result == VREL_S_OK ? NotMet : Wrong;
+      return !isThere && result == VREL_E_FAIL ? Refused : Wrong;
+    });
+    ASSERT_NE(child.exitStatus, Wrong) << "allocation " << number;
+    ASSERT_EQ(child.signal, 0);
+    if (child.exitStatus == NotMet) break;
+    last = child.exitStatus;
+  }
+  EXPECT_EQ(last, Refused);
 }

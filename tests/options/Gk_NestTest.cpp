@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 #include <type_traits>
 
+#include "ChildProcess.h"
 #include "Gk_ErrMgr.h"
 #include "Gk_Observable.h"
 #include "Gk_Option.h"
@@ -131,6 +133,18 @@ TEST(Gk_NestTest, ANodeThatIsNoFolderHoldsNothing) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.node/name", false), nullptr);
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.node/name", true), nullptr);
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.node/name", true), nullptr);
+}
+
+TEST(Gk_NestTest, TheTreeIsTornDownAtExit) {
+  struct Node : VRELRoloNode {
+    ~Node() override { std::fputs("gone", stdout); }
+  };
+  ChildResult const child = RunInChild([] {
+    Gk_Nest::fetchRoot().getChildren().add(new Node());
+    return 0;
+  });
+  EXPECT_EQ(child.output, "gone");
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
 TEST(Gk_NestTest, AFolderOwnsWhatItHolds) {

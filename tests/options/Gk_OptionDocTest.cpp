@@ -250,6 +250,28 @@ TEST(Gk_OptionDocTest, SynchronisesWhatBothComponentsHave) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
+// Whatever the store makes of their tokens.
+TEST(Gk_OptionDocTest, SynchronisesOptionsOfAnyName) {
+  struct {
+    wchar_t const* source;
+    wchar_t const* target;
+  } const rows[] = {
+      {L"OptionDoc.a/Upper", L"OptionDoc.b/Upper"},
+      {L"OptionDoc.a/Group/Two.Tokens", L"OptionDoc.b/Group/Two.Tokens"},
+      {L"OptionDoc.a/n.i.n.e.t.o.k.e.n", L"OptionDoc.b/n.i.n.e.t.o.k.e.n"},
+      {L"OptionDoc.a/*", L"OptionDoc.b/*"},
+      {L"OptionDoc.a/last.*", L"OptionDoc.b/last.*"},
+  };
+  for (auto const& row : rows) {
+    Gk_OptionDoc::addOption(row.source, 1, nullptr);
+    Gk_OptionDoc::addOption(row.target, 2, nullptr);
+  }
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.a", L"OptionDoc.b");
+  for (auto const& row : rows) {
+    EXPECT_EQ(Gk_OptionDoc::fetchOption(row.target)->count(), 1) << VRELString(row.target).toUtf8();
+  }
+}
+
 TEST(Gk_OptionDocTest, SynchronisingGivesIntegersToBoolsAndNotBoolsToIntegers) {
   Gk_OptionDoc::addOption(L"OptionDoc.from/truth", 5, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.from/number", true, nullptr);

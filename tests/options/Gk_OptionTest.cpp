@@ -32,6 +32,10 @@ TEST(Gk_OptionTest, StartsUnsetWithAnEmptyName) {
   EXPECT_EQ(option.getVRELString().length(), 0);
 }
 
+TEST(Gk_OptionTest, AddsTwoTexts) {
+  EXPECT_EQ(sizeof(Gk_Option), sizeof(VRELOption) + 2 * sizeof(Gk_String));
+}
+
 TEST(Gk_OptionTest, WhatIsCalledTheValueIsTheName) {
   Gk_Option option;
   option.getValue();

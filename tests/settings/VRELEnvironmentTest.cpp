@@ -5,6 +5,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -299,6 +300,20 @@ TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
     { VRELReferenceHandle const handle(VRELEnvironment::GetEnv()); }
     EXPECT_EQ(VRELEnvironment::GetEnv()->GetCount(), 1);
   });
+}
+
+TEST(VRELEnvironmentTest, IsThereToTheEndOfTheProcess) {
+  ChildResult const child = RunInChild([] {
+    VRELEnvironment::_pVariables = nullptr;
+    // Registered before the object is made, and so called after all that goes because of it.
+    std::atexit([] {
+      if (VRELEnvironment::GetEnv()->GetCount() == 1) std::fputs("there", stdout);
+    });
+    VRELEnvironment::GetEnv()->Set(L"a=b");
+    return 0;
+  });
+  EXPECT_EQ(child.output, "there");
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
 TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
