@@ -30,6 +30,7 @@
 #include "VRELLogFileWrapper.h"
 #include "VRELLogger.h"
 #include "VRELOptionToken.h"
+#include "VRELOptions.h"
 #include "VRELPolylineSet.h"
 #include "VRELRGBColor.h"
 #include "VRELStartTaskEvent.h"
@@ -571,4 +572,14 @@ TEST(LibraryAllocationTest, AVariableThatTheSystemRefusesIsAFailure) {
     last = child.exitStatus;
   }
   EXPECT_EQ(last, Refused);
+}
+
+TEST(LibraryAllocationTest, OptionsThatCannotBeReadCloseTheirFile) {
+  ScratchDirectory const folder;
+  std::string const name = folder.Write("options.cfg", "Step.Reader.Tolerance=0.5\nHeal=a text longer than in place\n");
+  ExpectWellApart([&] {
+    VRELString const path(name);
+    VRELOptions options;
+    EXPECT_GT(FailEach([&] { options.ReadFromFile(path); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 0); }), 10);
+  });
 }

@@ -1,6 +1,7 @@
 #include "VRELOptions.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -302,11 +303,9 @@ VRINResult VRELOptions::GetNext(VRELOptionToken*& node) const {
 
 VRINResult VRELOptions::ReadFromFile(VRELString const& path) {
   if (path.length() <= 0) return VREL_E_INVALID_ARGUMENT;
-  std::FILE* const stream = VRELFilePath(path).OpenFile("rt");
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> const stream(VRELFilePath(path).OpenFile("rt"), &std::fclose);
   if (stream == nullptr) return VREL_E_FILE_OPEN;
-  VRINResult const result = ReadFromFile(stream);
-  std::fclose(stream);
-  return result;
+  return ReadFromFile(stream.get());
 }
 
 VRINResult VRELOptions::ReadFromFile(std::FILE* stream) {
