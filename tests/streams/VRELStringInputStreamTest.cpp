@@ -104,6 +104,21 @@ TEST(VRELStringInputStreamTest, PushesBackButNotBeforeItsBeginning) {
   EXPECT_EQ(Read(stream, 60), "h");
 }
 
+TEST(VRELStringInputStreamTest, ReadsACharacterThroughReadOfADerivedClass) {
+  struct Rotated : VRELStringInputStream {
+    using VRELStringInputStream::VRELStringInputStream;
+    int read(char* buffer, int count) override {
+      int const taken = VRELStringInputStream::read(buffer, count);
+      for (int i = 0; i < taken; ++i) ++buffer[i];
+      return taken;
+    }
+  };
+  Rotated stream(Gk_String("A\xFE"));
+  EXPECT_EQ(stream.readChar(), 'B');
+  EXPECT_EQ(stream.readChar(), 255);
+  EXPECT_EQ(stream.readChar(), -1);
+}
+
 TEST(VRELStringInputStreamTest, SkipsByReading) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   EXPECT_EQ(stream.skip(2), 2);

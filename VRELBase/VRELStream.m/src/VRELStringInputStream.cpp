@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <typeinfo>
 
 #include "Gk_ErrMgr.h"
 
@@ -25,6 +26,7 @@ VRELInputStream* VRELStringInputStream::duplicate() {
 }
 
 int VRELStringInputStream::readChar() {
+  if (&typeid(*this) != &typeid(VRELStringInputStream)) return VRELInputStream::readChar();
   return remaining() > 0 ? static_cast<unsigned char>(text[static_cast<int>(position++)]) : -1;
 }
 

@@ -20,7 +20,7 @@ class VREL_EXPORT VRELStringInputStream : public VRELInputStream {
 
   // Cannot be: polls the abort flag and returns null.
   VRELInputStream* duplicate() override;
-  // Takes the byte itself, without a call of read: scanners live on it.
+  // Takes the byte itself, because scanners live on it; a derived class is asked for it by its read.
   int readChar() override;
   // At the end 0, not -1; 0 too for a count below 1.
   int read(char* buffer, int count) override;
