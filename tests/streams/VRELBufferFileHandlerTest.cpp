@@ -416,6 +416,27 @@ TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasClosed) {
   ExpectByteOfFile(handler, 0);
 }
 
+// A stream that was handed in stays open where the file forgets it.
+TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasForgotten) {
+  std::string bytes = Bytes(5000);
+  std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
+  ASSERT_NE(stream, nullptr);
+  {
+    VRELFileHandle const file(new VRELFile(stream));
+    VRELBufferFileHandler handler(file);
+    std::FILE* forgotten = stream;
+    EXPECT_EQ(file->GetFilePointer(forgotten, VRELFile::BinaryOpen), VREL_E_FAIL);
+    EXPECT_EQ(forgotten, nullptr);
+    EXPECT_EQ(handler.FillBuffer(), VREL_S_OK);
+    ExpectByte(handler, 0, static_cast<unsigned char>(ByteAt(2048)));
+    EXPECT_EQ(handler.AdvanceFilePointerPosition(0), VREL_S_OK);
+    EXPECT_EQ(handler.FillBuffer(), VREL_S_OK);
+    ExpectByteOfFile(handler, 0);
+    ExpectByteOfFile(handler, 2047);
+  }
+  std::fclose(stream);
+}
+
 TEST_F(VRELBufferFileHandlerTest, DescriptorThatWasClosed) {
   VRELFileHandle const file = Open(Write(5 * kMega));
   VRELBufferFileHandler handler(file);

@@ -31,16 +31,18 @@ VRELBufferFileHandler::VRELBufferFileHandler(VRELFileHandle const& source) : fil
     Print("File pointer is NULL!!!");
     return;
   }
+  isOpenedByFile = file->GetFilePointerOpenType() != VRELFile::NoOpen;
   DecideFileBufferSize();
   if (AllocateBuffer().IsSuccess()) FillBuffer();
 }
 
 VRELBufferFileHandler::~VRELBufferFileHandler() = default;
 
-// Whether the stream is still the file's own: otherwise the file has closed it.
+// A stream that the file opened is the file's own as long as it is there: otherwise the file has closed it.
 bool VRELBufferFileHandler::HasStream() const {
+  if (!isOpenedByFile) return filePointer != nullptr;
   std::FILE* present = nullptr;
-  return filePointer != nullptr && file->GetFilePointer(present).IsSuccess() && present == filePointer;
+  return file->GetFilePointer(present).IsSuccess() && present == filePointer;
 }
 
 VRINResult VRELBufferFileHandler::IsBufferValid() {

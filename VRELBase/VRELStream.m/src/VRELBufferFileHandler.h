@@ -19,8 +19,8 @@
 //   if (bytes.GetChar(0, first).IsSuccess()) ...
 //
 // The stream must be open and stand at its beginning; it is not closed here, and nobody else may close it meanwhile. A
-// VRELFile that has opened another one since counts as one without a stream. The size of the file is the one that it
-// had at the start: a file that grows ends there.
+// VRELFile that had opened it and has opened another one since counts as one without a stream; one that was given the
+// stream may forget it. The size of the file is the one that it had at the start: a file that grows ends there.
 //
 // Problems are told on standard output, without a line end. Results besides those of VRINResult.h:
 //
@@ -89,4 +89,5 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   unsigned long windowEnd = 0;
   unsigned long readable = 0;       // how many bytes of the window are in the block
   unsigned long blockCapacity = 0;  // what the block really holds, which may be less than its decided size
+  bool isOpenedByFile = false;      // whether the VRELFile closes the stream when it opens another
 };
