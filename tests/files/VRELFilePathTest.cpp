@@ -462,6 +462,39 @@ TEST(VRELFilePathTest, ResolvesWithoutDoublingASlashOfTheBase) {
   EXPECT_EQ(Text(VRELFilePath("z.dat").ResolveAgainst(base)), directory.Path("z.dat"));
 }
 
+// The time grows with the length of the path: nothing is looked for that is too long to exist.
+TEST(VRELFilePathTest, ResolvesAPathOfAnyLength) {
+  ScratchDirectory const directory;
+  directory.Write("z.dat", "x");
+  std::string path;
+  std::string longest = directory.Path();
+  for (int i = 0; i < 50000; ++i) {
+    path += "/a/./C:/b";
+    longest += "/a/b";
+  }
+  VRELFilePath base(directory.Path("top.asm").c_str());
+  EXPECT_EQ(Text(VRELFilePath((path + "/z.dat").c_str()).ResolveAgainst(base)), directory.Path("z.dat"));
+  EXPECT_EQ(Text(VRELFilePath((path + "/y.dat").c_str()).ResolveAgainst(base)), longest + "/y.dat");
+  EXPECT_EQ(Text(VRELFilePath(("/" + path + "/y.dat").c_str()).ResolveAgainst(base)),
+            directory.Path() + "/b" + longest.substr(directory.Path().size() + 4) + "/y.dat");
+}
+
+// 4095 bytes and the terminator.
+TEST(VRELFilePathTest, ResolvesToTheLongestPathThatAFileCanHave) {
+  ScratchDirectory const directory;
+  directory.Write("q/z.dat", "x");
+  ChildResult const result = RunInChild([&] {
+    if (chdir(directory.Path().c_str()) != 0) return 1;
+    VRELFilePath base("top.asm");
+    std::string const longest = "q" + std::string(4095 - 6, '/') + "z.dat";
+    EXPECT_EQ(Text(VRELFilePath(("no/" + longest).c_str()).ResolveAgainst(base)), longest);
+    std::string const tooLong = "q" + std::string(4096 - 6, '/') + "z.dat";
+    EXPECT_EQ(Text(VRELFilePath(("no/" + tooLong).c_str()).ResolveAgainst(base)), "no/" + tooLong);
+    return ::testing::Test::HasFailure() ? 1 : 0;
+  });
+  EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
+}
+
 TEST(VRELFilePathTest, ResolvesRelativeToTheCurrentDirectoryWithoutADirectory) {
   ScratchDirectory const directory;
   directory.Write("b/z.dat", "x");

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <utility>
 
+#include "VRELAllocException.h"
 #include "VRELStringTokenizer.h"
 
 namespace {
@@ -71,6 +72,31 @@ VRELString NameBefore(VRELString&& name, int index) {
 // No codepage makes more than 8 bytes of a unit, or more than those of 10 units for entering and leaving its states.
 bool IsSurelyEnough(int size, VRELString const& text) {
   return size / 8 - 10 > text.length();
+}
+
+// Whether the text takes more bytes than any path. No look at the bytes where it has fewer units.
+bool IsTooLong(VRELString const& text) {
+  return text.length() >= VRELFilePath::maxByteCount && text.getConvertToMBCSSize(nullptr) > VRELFilePath::maxByteCount;
+}
+
+// A drive of another machine, and the directory itself, lead nowhere here.
+bool IsUsable(VRELString const& component) {
+  return component.indexOf(colon) < 0 && component.view() != u".";
+}
+
+// The usable components from `begin` on, up to but not with `end`, in front of the tail.
+VRELString WithFront(VRELStringTokenizer const& components, int begin, int end, VRELString const& tail) {
+  try {
+    std::u16string sum;
+    for (int i = begin; i < end; ++i) {
+      VRELString component;
+      components.GetToken(i, component);
+      if (IsUsable(component)) sum.append(component.view()).append(u"/");
+    }
+    return VRELString(std::u16string_view(sum.append(tail.view())));
+  } catch (std::bad_alloc const&) {
+    throw VRELAllocException();
+  }
 }
 
 template <class Field>
@@ -197,10 +223,13 @@ VRELFilePath VRELFilePath::ResolveAgainst(VRELFilePath& base) const {
   for (int i = components.GetTokenCount() - 1; i >= first; --i) {
     VRELString component;
     components.GetToken(i, component);
-    if (component.indexOf(colon) >= 0 || component.view() == u".") continue;
+    if (!IsUsable(component)) continue;
     tail = IsEmpty(tail) ? component : Concatenate(component.view(), u"/", tail.view());
+    // What is too long to exist stays so with more in front: the longest tail is then all that is asked for.
+    bool const isTooLong = IsTooLong(tail);
+    if (isTooLong) tail = WithFront(components, first, i, tail);
     candidate = Concatenate(directory.view(), separator, tail.view());
-    if (candidate.DoesFileExist()) break;
+    if (isTooLong || candidate.DoesFileExist()) break;
   }
   return candidate;
 }
