@@ -301,10 +301,13 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   EXPECT_EQ(handler.IsPointerPositionValid(100), VREL_E_FAIL);
   ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
-  // The window's numbers reach over more than the block holds.
+  // The window starts elsewhere and the block stays: 60 bytes of the last fill in front, 40 of the first behind.
   EXPECT_EQ(handler.AdvanceFilePointerPosition(10), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(99), VREL_S_OK);
-  ExpectByteOfFile(handler, 99);
+  ExpectByte(handler, 10, static_cast<unsigned char>(ByteAt(40)));
+  ExpectByte(handler, 69, static_cast<unsigned char>(ByteAt(99)));
+  ExpectByte(handler, 70, static_cast<unsigned char>(ByteAt(60)));
+  ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(89)));
   // A new block holds nothing yet.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
   ExpectByteOfFile(handler, 99);

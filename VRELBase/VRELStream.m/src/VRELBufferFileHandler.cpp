@@ -66,7 +66,7 @@ VRINResult VRELBufferFileHandler::AdvanceFilePointerPosition(unsigned long posit
   if (!HasStream()) return kNoStream;
   if (position > fileSize) return kBeyondEnd;
   windowStart = position;
-  readable = position < windowEnd ? std::min(windowEnd - position, bytesInBuffer) : 0;
+  readable = position < windowEnd ? std::min(windowEnd - position, blockFilled) : 0;
   std::fseek(filePointer, static_cast<long>(position), SEEK_SET);
   return VREL_S_OK;
 }
@@ -83,6 +83,7 @@ VRINResult VRELBufferFileHandler::FillBuffer() {
   if (!HasStream()) return kNoStream;
   bytesInBuffer = ReadWindow();
   readable = bytesInBuffer;
+  blockFilled = std::max(blockFilled, bytesInBuffer);
   if (bytesInBuffer > 0) {
     windowEnd = windowStart + bytesInBuffer;
     return VREL_S_OK;
@@ -90,6 +91,7 @@ VRINResult VRELBufferFileHandler::FillBuffer() {
   // The block is lost, which is promised.
   buffer = nullptr;
   cursor = nullptr;
+  blockFilled = 0;
   if (std::ferror(filePointer) != 0) {
     Print("VRELBufferFileHandler::FillBuffer: Error has occured !!!!");
     return kErrorOrEnd;
@@ -108,8 +110,8 @@ VRINResult VRELBufferFileHandler::AllocateBuffer() {
     return kNoBufferSize;
   }
   delete[] buffer;
-  bytesInBuffer = 0;
   readable = 0;
+  blockFilled = 0;
   blockCapacity = bufferSize;
   buffer = new (std::nothrow) char[blockCapacity];
   if (buffer == nullptr) {

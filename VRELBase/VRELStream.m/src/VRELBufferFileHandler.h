@@ -61,7 +61,8 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   // VREL_S_OK for a position in the window, otherwise VREL_E_FAIL.
   VRINResult IsPointerPositionValid(unsigned long position);
 
-  // Moves the start of the window and the stream, and reads nothing.
+  // Moves the start of the window and the stream, and reads nothing. That up to the old end of the window GetChar then
+  // gives what the block still holds, as if it began there, is promised: fill it first.
   VRINResult AdvanceFilePointerPosition(unsigned long position);
 
   // Reads the window from where the stream stands.
@@ -88,6 +89,7 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   unsigned long windowStart = 0;
   unsigned long windowEnd = 0;
   unsigned long readable = 0;       // how many bytes of the window are in the block
+  unsigned long blockFilled = 0;    // how many bytes of the block were ever read into it
   unsigned long blockCapacity = 0;  // what the block really holds, which may be less than its decided size
   bool isOpenedByFile = false;      // whether the VRELFile closes the stream when it opens another
 };
