@@ -174,6 +174,16 @@ TEST(VRELTemporaryFileTest, TakesAFileThatThisUserPutThere) {
   EXPECT_EQ(ReadFile(PathOf(file)), "");
 }
 
+TEST(VRELTemporaryFileTest, RemovesAtItsEndAlsoWhatItNeverOpened) {
+  std::string path;
+  {
+    VRELTemporaryFile const file;
+    path = PathOf(file);
+    WriteFile(path, "made by a tool");
+  }
+  EXPECT_FALSE(IsThere(path));
+}
+
 TEST(VRELTemporaryFileTest, OpensNoTrap) {
   ScratchDirectory const scratch;
   std::string const victim = scratch.Write("victim", "precious");

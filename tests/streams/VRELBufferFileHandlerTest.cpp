@@ -310,6 +310,8 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(89)));
   // A new block holds nothing yet.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
+  EXPECT_EQ(handler.AdvanceFilePointerPosition(40), VREL_S_OK);
+  ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
   ExpectByteOfFile(handler, 0);
   // The file has grown and so has the size, but not the block.
@@ -320,6 +322,16 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   EXPECT_EQ(handler.IsPointerPositionValid(99), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(100), VREL_E_FAIL);
   ExpectByteOfFile(handler, 4321);
+}
+
+TEST_F(VRELBufferFileHandlerTest, AWindowThatIsNotFilledEndsWhereItEnded) {
+  VRELBufferFileHandler handler(Open(Write(100)));
+  EXPECT_EQ(handler.AdvanceFilePointerPosition(95), VREL_S_OK);
+  ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(4)));
+  ExpectFailure(handler, 100, 0x1000055, "");
+  VRELBufferFileHandler other(Open(Write(100)));
+  EXPECT_EQ(other.AdvanceFilePointerPosition(100), VREL_S_OK);
+  ExpectFailure(other, 100, 0x1000055, "");
 }
 
 TEST_F(VRELBufferFileHandlerTest, StreamWithoutAPathHasASmallWindow) {
