@@ -1,5 +1,7 @@
 #include "Gk_DirElement.h"
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -8,6 +10,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <type_traits>
@@ -18,6 +21,27 @@
 #include "OpenDescriptors.h"
 #include "ScratchDirectory.h"
 #include "UnprivilegedProcess.h"
+#include "VRELExport.h"
+
+namespace {
+
+// The names that the next walk gets, in this order, and nothing but them; empty for what is really there.
+std::vector<char const*> givenNames;
+
+}  // namespace
+
+// Stands in front of the C library's, whose order is that of the file system.
+extern "C" VREL_EXPORT dirent* readdir(DIR* directory) {
+  static dirent given = {};
+  static auto* const inLibrary = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
+  if (givenNames.empty()) return inLibrary(directory);
+  char const* const name = givenNames.front();
+  givenNames.erase(givenNames.begin());
+  if (name == nullptr) return nullptr;
+  std::strcpy(given.d_name, name);
+  given.d_type = DT_UNKNOWN;
+  return &given;
+}
 
 namespace {
 
@@ -319,6 +343,19 @@ TEST(Gk_DirElementTest, FullPathIsThatOfTheDotEntry) {
   // A file is no such child.
   scratch.Write("sub/a.", "");
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
+}
+
+TEST(Gk_DirElementTest, FullPathPassesOverAllThatIsNoDot) {
+  ScratchDirectory const scratch;
+  for (char const* name : {"a", "b..", "c."}) fs::create_directory(scratch.Path(name));
+  scratch.Write("d.", "");
+  givenNames = {"..", "a", "b..", "missing.", "d.", "c.", ".", nullptr};
+  EXPECT_STREQ(Directory(scratch.Path()).fullPath(), (scratch.Path() + "/").c_str()) << "c. without its last two";
+  givenNames = {"d.", "..", ".", "c.", nullptr};
+  EXPECT_STREQ(Directory(scratch.Path()).fullPath(), scratch.Path().c_str());
+  givenNames = {"..", "a", "d.", nullptr};
+  EXPECT_EQ(Directory(scratch.Path()).fullPath().len(), 0);
+  givenNames.clear();
 }
 
 TEST(Gk_DirElementTest, FullPathTakesTheFirstDirectoryThatEndsInADot) {
