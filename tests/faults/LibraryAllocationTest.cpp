@@ -194,6 +194,7 @@ std::vector<Operation> PathOperations(std::string const& folder) {
   static VRELString const model(L"/somewhere/far/assembly/left front wheel.first.STEP");
   static VRELString const extension(L"a rather long extension of a name");
   VRELFilePath const there(VRELString((folder + "/a file whose name takes more than a few bytes.stp")));
+  VRELFilePath const tooLong(("first folder of all/" + std::string(5000, 'x') + "/wheel.stp").c_str());
   auto const ignore = [](auto const& /*result*/) { return Right; };
   return {
       {"of bytes", [=] { return ignore(VRELFilePath("c:\\parts\\bolt and nut and washer and wheel.stp")); }},
@@ -226,6 +227,16 @@ std::vector<Operation> PathOperations(std::string const& folder) {
        }},
       {"current directory", [=] { return ignore(VRELFilePath::GetCurrentWorkingDirectory()); }},
       {"removed", [=] { return ignore(there.RemoveFile()); }},
+      // The texts of this one are lost without a word, but for the text of all that is too long to look for.
+      {"resolved",
+       [=] {
+         VRELFilePath base("/no/such/folder/of/that/name/top.asm");
+         try {
+           return ignore(tooLong.ResolveAgainst(base));
+         } catch (VRELAllocException const&) {
+           return Lost;
+         }
+       }},
   };
 }
 

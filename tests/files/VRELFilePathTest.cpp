@@ -634,6 +634,17 @@ TEST(VRELFilePathTest, LooksForAFileWithoutKeepingItOpen) {
   EXPECT_EQ(openDescriptors(), before);
 }
 
+// A process without a standard input gets the descriptor 0.
+TEST(VRELFilePathTest, FindsAFileUnderAnyDescriptor) {
+  ScratchDirectory const directory;
+  std::string const file = directory.Write("file", "");
+  ChildResult const result = RunInChild([&] {
+    close(STDIN_FILENO);
+    return VRELFilePath(file.c_str()).DoesFileExist() ? 0 : 1;
+  });
+  EXPECT_EQ(result.exitStatus, 0);
+}
+
 TEST(VRELFilePathTest, OpensAStream) {
   ScratchDirectory const directory;
   VRELFilePath const path(directory.Path("file").c_str());
