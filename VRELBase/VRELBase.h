@@ -19,7 +19,6 @@
 // Containers.
 #include "VRELArrayHeader.h"
 #include "VRELArraySort.h"
-#include "VRELByteSwap.h"
 #include "VRELDynamicArray.h"
 #include "VRELHashList.h"
 #include "VRELHashMap.h"

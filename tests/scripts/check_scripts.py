@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Runs the scripts as a newcomer does: each explains itself, and script/bootstrap installs what is missing, as root,
 through sudo, or not at all. Stand-ins take the place of dpkg-query, apt-get and sudo; nothing is installed."""
+import json
 import os
 import shutil
 import subprocess
@@ -14,6 +15,7 @@ SCRIPTS = [
     "script/demo",
     "script/test",
     "script/bench",
+    "script/coverage",
     "script/fuzz",
     "script/abi",
     "script/docs",
@@ -143,7 +145,10 @@ class BootstrapTest(unittest.TestCase):
         self.assertEqual((output, status), ([], 1))
         self.assertEqual(
             errors,
-            ["script/bootstrap: failed while reading --all: the arguments are --bench, --checks, --docs and --fuzz"],
+            [
+                "script/bootstrap: failed while reading --all: "
+                "the arguments are --bench, --checks, --coverage, --docs and --fuzz"
+            ],
         )
 
 
@@ -174,6 +179,56 @@ class FuzzTest(unittest.TestCase):
         names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
         folders = sorted(path.name for path in (ROOT / "fuzz/seeds").iterdir() if any(path.iterdir()))
         self.assertEqual(names, folders)
+
+
+class CoverageTest(unittest.TestCase):
+    """What script/coverage says about counts that are made up, of a source of three lines."""
+
+    def report(self, counts, branches=(), reasons=""):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        source, found, given = (Path(folder.name) / name for name in ["One.cpp", "found.json", "reasons.txt"])
+        source.write_text("".join(f"  line {number}\n" for number in range(1, len(counts) + 1)))
+        lines = [
+            {"line_number": number, "count": count, "gcovr/noncode": count is None, "branches": []}
+            for number, count in enumerate(counts, 1)
+        ]
+        lines[0]["branches"] = [{"count": count, "throw": throw} for count, throw in branches]
+        found.write_text(json.dumps({"files": [{"file": str(source), "lines": lines}]}))
+        given.write_text(reasons)
+        command = [ROOT / "tests/coverage/report.py", found, given]
+        answer = subprocess.run(command, capture_output=True, text=True)
+        self.assertEqual(answer.stderr, "")
+        return answer.stdout.replace(str(source), "One.cpp").splitlines(), answer.returncode
+
+    def test_passes_where_all_is_reached(self):
+        output, status = self.report([1, None, 5], [(1, False), (0, True)])
+        self.assertEqual(
+            output,
+            [
+                "100.0 % of 2 lines and 100.0 % of 1 branches are reached (50.0 % of 2 with those of exceptions); "
+                "0 lines are not, 0 of them without a reason"
+            ],
+        )
+        self.assertEqual(status, 0)
+
+    def test_wants_a_reason_for_each_line(self):
+        reasons = "# of these\n\nOne.cpp: nobody goes there: never\n    line 2\n"
+        output, status = self.report([1, 0] + 98 * [1], reasons=reasons)
+        self.assertEqual(output[:2], ["One.cpp:2: line 2", "    nobody goes there: never"])
+        self.assertTrue(output[2].startswith("99.0 % of 100 lines and 100.0 % of 0 branches"), output)
+        self.assertEqual((len(output), status), (3, 0))
+        output, status = self.report([1, 0, 0] + 97 * [1], reasons=reasons)
+        self.assertEqual(output[2:4], ["One.cpp:3: line 3", "    NO REASON IS GIVEN"])
+        self.assertTrue(output[4].endswith("; 2 lines are not, 1 of them without a reason"), output)
+        self.assertEqual(status, 1)
+
+    def test_fails_below_its_shares(self):
+        reasons = "One.cpp: why\n" + "".join(f"  line {number}\n" for number in range(1, 5))
+        self.assertEqual(self.report(3 * [0] + 97 * [1], reasons=reasons)[1], 0)
+        self.assertEqual(self.report(4 * [0] + 96 * [1], reasons=reasons)[1], 1)
+        self.assertEqual(self.report([1], [(0, False)] + 9 * [(1, False)])[1], 0)
+        self.assertEqual(self.report([1], [(0, False)] + 8 * [(1, False)])[1], 1)
 
 
 if __name__ == "__main__":

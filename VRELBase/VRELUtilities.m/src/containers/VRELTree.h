@@ -145,7 +145,6 @@ class VREL_EXPORT VRELTree::VRELTreeNode::VRELTreeNodeIterator {
 
  private:
   int NextUnvisitedChild(int first) const;
-  void Descend(int index);
 
   VRELTreeNode* current;
   VRELHashList<VRELTreeNode*> visited;
