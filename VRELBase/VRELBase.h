@@ -19,6 +19,7 @@
 // Containers.
 #include "VRELArrayHeader.h"
 #include "VRELArraySort.h"
+#include "VRELByteSwap.h"
 #include "VRELDynamicArray.h"
 #include "VRELHashList.h"
 #include "VRELHashMap.h"

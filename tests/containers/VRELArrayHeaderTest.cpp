@@ -102,6 +102,23 @@ TEST_F(VRELArrayHeaderTest, AddsAnElementOfItsOwnAcrossAGrowth) {
   EXPECT_EQ(vrelArrayAdd(header, &Slots()[9]), 1);
   EXPECT_EQ(header->capacity, 16);
   EXPECT_EQ(Slots()[10], 9);
+  Add({11, 12, 13, 14, 15});
+  EXPECT_EQ(vrelArrayAdd(header, &Slots()[0]), 1);
+  EXPECT_EQ(header->capacity, 25);
+  EXPECT_EQ(Slots()[16], 7);
+}
+
+TEST_F(VRELArrayHeaderTest, GrowthTellsWhereAnElementIsNow) {
+  Add({7, 8});
+  int elsewhere = 9;
+  for (int index : {0, 1, 9}) {
+    SCOPED_TRACE(index);
+    void const* const moved = vrelArrayReallocAround(header, &Slots()[index]);
+    EXPECT_EQ(moved, &Slots()[index]);
+  }
+  EXPECT_EQ(vrelArrayReallocAround(header, &elsewhere), &elsewhere);
+  void const* const behind = &Slots()[header->capacity];
+  EXPECT_EQ(vrelArrayReallocAround(header, behind), behind);
 }
 
 TEST_F(VRELArrayHeaderTest, InsertsBeforeAnIndex) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -499,6 +500,75 @@ TEST(VRELHashMapTest, ArgumentsMayStandInTheTable) {
   Spy out;
   EXPECT_TRUE(map.Get(Spy(100), out));
   EXPECT_EQ(out.value, 9);
+}
+
+// Its copies fail while `fails` is set.
+struct Stubborn {
+  Stubborn() = default;
+  explicit Stubborn(int number) : value(number) {}
+  Stubborn(Stubborn const& other) : value(other.value) { Fail(); }
+  Stubborn& operator=(Stubborn const& other) {
+    Fail();
+    value = other.value;
+    return *this;
+  }
+  static void Fail() {
+    if (fails) throw std::runtime_error("no copy");
+  }
+
+  int value = 0;
+  static inline bool fails = false;
+};
+
+class VRELHashMapStubbornTest : public testing::Test {
+ protected:
+  VRELHashMapStubbornTest() {
+    for (int i = 0; i < 10; ++i) map.Add(KeyOf(i), Stubborn(i));
+  }
+  ~VRELHashMapStubbornTest() override { Stubborn::fails = false; }
+
+  static VRELString KeyOf(int number) { return VRELString("key" + std::to_string(number)); }
+
+  static void ExpectWhole(VRELHashMap<VRELString, Stubborn> const& whole) {
+    Stubborn::fails = false;
+    EXPECT_EQ(whole.Size(), 10);
+    Stubborn out;
+    for (int i = 0; i < 10; ++i) {
+      ASSERT_TRUE(whole.Get(KeyOf(i), out)) << i;
+      EXPECT_EQ(out.value, i);
+    }
+  }
+
+  VRELHashMap<VRELString, Stubborn> map{17};
+};
+
+TEST_F(VRELHashMapStubbornTest, ARehashCopiesNothing) {
+  Stubborn::fails = true;
+  EXPECT_NO_THROW(map.Rehash(100));
+  ExpectWhole(map);
+}
+
+TEST_F(VRELHashMapStubbornTest, ARehashOfSharedArraysThatFailsChangesNothing) {
+  VRELHashMap<VRELString, Stubborn> const copy(map);
+  Stubborn::fails = true;
+  EXPECT_THROW(map.Rehash(100), std::runtime_error);
+  ExpectWhole(map);
+  ExpectWhole(copy);
+}
+
+TEST_F(VRELHashMapStubbornTest, AnEntryWhoseValueCannotBeCopiedIsNotThere) {
+  VRELHashMap<int, Stubborn> numbers(17);
+  Stubborn const value(5);
+  Stubborn::fails = true;
+  EXPECT_THROW(numbers.Add(5, value), std::runtime_error);
+  EXPECT_THROW(map.Add(KeyOf(99), value), std::runtime_error);
+  EXPECT_EQ(numbers.Size(), 0);
+  EXPECT_EQ(numbers.FindKey(5), -1);
+  EXPECT_FALSE(numbers.HasNext());
+  EXPECT_EQ(map.FindKey(KeyOf(99)), -1);
+  ExpectWhole(map);
+  EXPECT_TRUE(numbers.Add(5, value));
+  EXPECT_EQ(numbers.Size(), 1);
 }
 
 TEST(VRELHashMapTest, TakesHashAndEqualityOfAClientsKey) {

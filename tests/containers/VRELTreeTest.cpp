@@ -195,6 +195,10 @@ TEST(VRELTreeTest, ClearForgetsWhatWasVisitedAndTheWayBack) {
   walk.SetNode(&tree.root);
   walk.Clear();
   EXPECT_EQ(walk.GetNextNode(), tree.two);
+  // Without the way back the walk never comes to three.
+  walk.Clear();
+  EXPECT_EQ(walk.GetNextNode(), tree.four);
+  EXPECT_EQ(walk.GetNextNode(), nullptr);
 }
 
 TEST(VRELTreeTest, ChildrenMayComeDuringAWalk) {

@@ -33,13 +33,16 @@
 #include "VRELOptions.h"
 #include "VRELPolylineSet.h"
 #include "VRELRGBColor.h"
+#include "VRELRoloNode.h"
 #include "VRELStartTaskEvent.h"
 #include "VRELString.h"
 #include "VRELStringConversions.h"
 #include "VRELStringOutputStream.h"
 #include "VRELSurfacicShell.h"
+#include "VRELTable.h"
 #include "VRELTemporaryFile.h"
 #include "VRELTree.h"
+#include "VRELValue.h"
 #include "VRINResult.h"
 
 namespace {
@@ -47,9 +50,10 @@ namespace {
 // The allocations of this process fail by a plan while it lives.
 class Failing {
  public:
-  explicit Failing(long number) {
-    plan.first = number;
-    plan.last = number;
+  explicit Failing(long number) : Failing(number, number) {}
+  Failing(long first, long last) {
+    plan.first = first;
+    plan.last = last;
     faultPlan = &plan;
   }
   ~Failing() { faultPlan = nullptr; }
@@ -350,6 +354,172 @@ TEST(LibraryAllocationTest, AMapThatCannotGrowHoldsWhatItHeld) {
     ++met;
   }
   EXPECT_GT(met, 5);
+}
+
+TEST(LibraryAllocationTest, AMapThatCannotBeClearedIsEmptyAllTheSame) {
+  VRELString const keys[] = {VRELString(L"hub"), VRELString(L"rim"), VRELString(L"axle")};
+  long met = 0;
+  for (long number = 1; number < 100; ++number) {
+    VRELHashMap<VRELString, int> map(3);
+    map.Add(keys[0], 0);
+    map.Add(keys[1], 1);
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      try {
+        map.Clear();
+      } catch (VRELAllocException const&) {
+      }
+      wasMet = failing.WasMet();
+    }
+    EXPECT_EQ(map.Size(), 0);
+    EXPECT_FALSE(map.HasNext());
+    for (VRELString const& key : keys) EXPECT_EQ(map.FindKey(key), -1);
+    for (VRELString const& key : keys) EXPECT_TRUE(map.Add(key, 7));
+    for (VRELString const& key : keys) EXPECT_NE(map.FindKey(key), -1);
+    EXPECT_EQ(map.Size(), 3);
+    if (!wasMet) break;
+    ++met;
+  }
+  EXPECT_GT(met, 2);
+}
+
+TEST(LibraryAllocationTest, ATreeNodeIsLinkedAtBothEndsOrAtNone) {
+  using Node = VRELTree::VRELTreeNode;
+  int object = 0;
+  long met = 0;
+  for (long number = 1; number < 1000; ++number) {
+    VRELTree tree(&object);
+    Node* const hub = tree.GetRoot()->AddChild(&object);
+    std::vector<Node*> spokes;
+    for (int i = 0; i < 20; ++i) spokes.push_back(tree.GetRoot()->AddChild(&object));
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      for (Node* spoke : spokes) {
+        try {
+          hub->AddChildPtr(spoke);
+        } catch (VRELAllocException const&) {
+        } catch (std::bad_alloc const&) {
+        }
+        try {
+          spoke->AddChildPtr(hub);
+        } catch (VRELAllocException const&) {
+        } catch (std::bad_alloc const&) {
+        }
+      }
+      wasMet = failing.WasMet();
+    }
+    for (Node* spoke : spokes) {
+      ASSERT_EQ(vrelArrayFind<Node*>(hub->GetChildren(), spoke) >= 0,
+                vrelArrayFind<Node*>(spoke->GetParents(), hub) >= 0);
+      ASSERT_EQ(vrelArrayFind<Node*>(spoke->GetChildren(), hub) >= 0,
+                vrelArrayFind<Node*>(hub->GetParents(), spoke) >= 0);
+    }
+    if (!wasMet) break;
+    ++met;
+  }
+  EXPECT_GT(met, 5);
+}
+
+TEST(LibraryAllocationTest, AWalkThatWantsMemoryGoesOnWhenThereIsSome) {
+  int objects[40] = {};
+  long met = 0;
+  for (long number = 1; number < 1000; ++number) {
+    VRELTree tree(&objects[0]);
+    VRELTree::VRELTreeNode* node = tree.GetRoot();
+    for (int i = 1; i < 40; ++i) {
+      VRELTree::VRELTreeNode* const child = node->AddChild(&objects[i]);
+      if (i % 3 != 0) node = child;
+    }
+    std::vector<void*> expected;
+    VRELTree::VRELTreeNode::VRELTreeNodeIterator whole(tree.GetRoot());
+    while (void* const object = whole.GetNextObject()) expected.push_back(object);
+    ASSERT_EQ(expected.size(), 39U);
+    std::vector<void*> seen;
+    seen.reserve(100);
+    VRELTree::VRELTreeNode::VRELTreeNodeIterator walk(tree.GetRoot());
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      bool isOver = false;
+      while (!isOver && seen.size() < 100) {
+        try {
+          void* const object = walk.GetNextObject();
+          isOver = object == nullptr;
+          if (!isOver) seen.push_back(object);
+        } catch (VRELAllocException const&) {
+        } catch (std::bad_alloc const&) {
+        }
+      }
+      wasMet = failing.WasMet();
+    }
+    ASSERT_EQ(seen, expected) << number;
+    if (!wasMet) break;
+    ++met;
+  }
+  EXPECT_GT(met, 50);
+}
+
+TEST(LibraryAllocationTest, ATableThatCannotTakeARowFindsNoOtherByItsKey) {
+  long met = 0;
+  for (long number = 1; number < 1000; ++number) {
+    VRELTable table;
+    std::vector<bool> isThere(40);
+    bool wasMet = false;
+    {
+      Failing const failing(number);
+      for (int i = 0; i < 40; ++i) {
+        VRELValue const key(i);
+        try {
+          isThere[static_cast<std::size_t>(i)] =
+              (i % 2 == 0 ? table.Add(&key, nullptr) : table.Set(&key, nullptr)).IsSuccess();
+        } catch (VRELAllocException const&) {
+        }
+      }
+      wasMet = failing.WasMet();
+    }
+    EXPECT_EQ(table.GetRowsCount(), wasMet ? 39 : 40);
+    for (int i = 0; i < 40; ++i) {
+      VRELValue key(i);
+      ASSERT_EQ(table.Get(&key, nullptr).IsSuccess(), isThere[static_cast<std::size_t>(i)]) << i;
+      ASSERT_TRUE(key == VRELValue(i));
+    }
+    if (!wasMet) break;
+    ++met;
+  }
+  EXPECT_GT(met, 40);
+}
+
+struct CountedFolder : VRELRoloNode {
+  CountedFolder() { ++alive; }
+  ~CountedFolder() override { --alive; }
+  static inline int alive = 0;
+};
+
+TEST(LibraryAllocationTest, AFolderIsDeletedWithAllBelowWithoutMemory) {
+  for (bool lasts : {false, true}) {
+    long met = 0;
+    for (long number = 1; number < 100; ++number) {
+      auto* const root = new CountedFolder();
+      for (int i = 0; i < 5; ++i) {
+        auto* const child = new CountedFolder();
+        root->getChildren().add(child);
+        for (int j = 0; j < 20; ++j) child->getChildren().add(new CountedFolder());
+      }
+      EXPECT_EQ(CountedFolder::alive, 106);
+      bool wasMet = false;
+      {
+        Failing const failing(number, lasts ? 1000000 : number);
+        delete root;
+        wasMet = failing.WasMet();
+      }
+      EXPECT_EQ(CountedFolder::alive, 0);
+      if (!wasMet) break;
+      ++met;
+    }
+    EXPECT_GT(met, 2);
+  }
 }
 
 TEST(LibraryAllocationTest, AShellThatCannotCopyStaysAsItWas) {

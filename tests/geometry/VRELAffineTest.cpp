@@ -11,6 +11,7 @@
 #include "Coordinates.h"
 #include "PollsAbort.h"
 #include "Raised.h"
+#include "RecordingListener.h"
 #include "StreamText.h"
 #include "VRELAffine2D.h"
 #include "VRELAffine3D.h"
@@ -117,6 +118,15 @@ TEST(VRELAffineTest, ElementsOutsideRaise) {
   EXPECT_EQ(Raised([&] { flat.GetElement(0, 2); }), outOfBound);
   EXPECT_EQ(Raised([&] { solid.SetElement(2, 2, 1.0); }), "(none)");
   EXPECT_EQ(solid.GetElement(2, 2), 1.0);
+}
+
+TEST(VRELAffineTest, ElementsOutsideRaiseWithoutAnEvent) {
+  RecordingListener const listener;
+  VRELAffine3D solid;
+  VRELAffine2D flat;
+  EXPECT_EQ(Raised([&] { solid.GetElement(3, 0); }), outOfBound);
+  EXPECT_EQ(Raised([&] { flat.SetElement(0, -1, 1.0); }), outOfBound);
+  EXPECT_TRUE(listener.events.empty());
 }
 
 TEST(VRELAffineTest, RowsAndColumns) {

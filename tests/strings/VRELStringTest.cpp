@@ -220,9 +220,13 @@ TEST(VRELStringTest, BuildsFromBytesInANamedCodepage) {
     std::u16string units;
   };
   Row const rows[] = {
-      {"abc", "US-ASCII", u"abc"},          {"", "US-ASCII", u""},
-      {"a\xE9", "US-ASCII", u"a\uFFFD"},    {"\xE9", "ISO-8859-1", u"\u00E9"},
-      {"\x80", "windows-1252", u"\u20AC"},  {"\xC3\xA9\xF0\x9F\x98\x80", "UTF-8", u"\u00E9\U0001F600"},
+      {"abc", "US-ASCII", u"abc"},
+      {"", "US-ASCII", u""},
+      {"a\xE9", "US-ASCII", u"a\uFFFD"},
+      {"\xE9", "ISO-8859-1", u"\u00E9"},
+      {"\x80", "US-ASCII", u"\uFFFD"},
+      {"\x80", "windows-1252", u"\u20AC"},
+      {"\xC3\xA9\xF0\x9F\x98\x80", "UTF-8", u"\u00E9\U0001F600"},
       {"\x83\x41", "Shift_JIS", u"\u30A2"},
   };
   for (Row const& row : rows) {
@@ -530,6 +534,11 @@ TEST(VRELStringTest, TellsOfAZeroInside) {
   VRELString const source = TextWithZero();
   copy = source;
   EXPECT_FALSE(copy.getHoldsZero());
+  copy = TextWithZero();
+  VRELString const plain(L"xyz");
+  copy = plain;
+  EXPECT_FALSE(copy.getHoldsZero());
+  EXPECT_EQ(Units(copy + plain), u"xyzxyz");
 }
 
 TEST(VRELStringTest, HashTakesAZeroInsideIn) {
@@ -734,7 +743,9 @@ TEST(VRELStringTest, TheTerminatorTakesNoPartInASearchForAText) {
   VRELString const sought("a+AAA-", "UTF-7");  // "a" and U+0000
   ASSERT_EQ(sought.length(), 2);
   EXPECT_EQ(VRELString(L"ba").indexOf(sought, 0), -1);
+  EXPECT_EQ(VRELString(L"ba").indexOf(sought, 1), -1);
   EXPECT_EQ(VRELString(L"ba").lastIndexOf(sought, 0), -1);
+  EXPECT_EQ(VRELString(L"ba").lastIndexOf(sought, 1), -1);
   EXPECT_EQ(TextWithZero().indexOf(sought, 0), 0);
   EXPECT_EQ(TextWithZero().lastIndexOf(sought, 0), 0);
 }

@@ -6,6 +6,7 @@
 
 #include "Gk_Def.h"
 #include "Gk_ErrMgr.h"
+#include "Gk_Exception.h"
 #include "Gk_Func.h"
 #include "VRELStreamFormatter.h"
 
@@ -186,9 +187,10 @@ bool VRELAffine::IsIdentity() const noexcept {
   return true;
 }
 
+// That nothing is told to the error manager is promised: no listener hears of it.
 void VRELAffine::CheckIndexes(int row, int column) const {
   bool const isInside = row >= 0 && row < dimension && column >= 0 && column < dimension;
-  if (!isInside) Gk_ErrMgr::raise(Gk_Exception("Array index is out of bound"));
+  if (!isInside) throw Gk_Exception("Array index is out of bound");
 }
 
 VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELAffine const& affine) {

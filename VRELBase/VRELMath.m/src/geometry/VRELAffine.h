@@ -35,7 +35,8 @@ class VREL_EXPORT VRELAffine {
   void Initialize(double value) noexcept;
   void MakeIdentity() noexcept;
 
-  // Each throws a Gk_Exception, "Array index is out of bound", for a row or column that the affine does not have.
+  // Each throws a Gk_Exception, "Array index is out of bound", for a row or column that the affine does not have; no
+  // event tells of it.
   double GetElement(int row, int column) const;
   void SetElement(int row, int column, double value);
 

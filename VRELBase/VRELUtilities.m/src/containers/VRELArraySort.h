@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "VRELByteSwap.h"
 #include "VRELDynamicArray.h"
 
 // One run of qsort. Programs call qsort, below.
@@ -88,11 +89,7 @@ class VRELArraySort {
   unsigned char const* Bytes() const { return reinterpret_cast<unsigned char const*>(elements); }
 
   void Swap(int a, int b) {
-    if (a == b) return;
-    alignas(T) unsigned char held[sizeof(T)];
-    std::memcpy(held, static_cast<void*>(elements + a), sizeof(T));
-    std::memcpy(static_cast<void*>(elements + a), static_cast<void*>(elements + b), sizeof(T));
-    std::memcpy(static_cast<void*>(elements + b), held, sizeof(T));
+    if (a != b) VRELByteSwap(elements[a], elements[b]);
   }
 
   VRELDynamicArray<T>& array;

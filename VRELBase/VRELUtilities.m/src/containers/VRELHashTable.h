@@ -5,8 +5,8 @@
 #include <cstring>
 #include <limits>
 #include <type_traits>
-#include <utility>
 
+#include "VRELByteSwap.h"
 #include "VRELHashMarks.h"
 #include "VRELHashRows.h"
 
@@ -109,8 +109,8 @@ class VRELHashTable {
     rows.ForEachColumn([](auto& column) { column.clear(); }, rows);
     rows.occupied.clear();
     marks.clear();
-    Grow(rows, marks, defaultSlots);
     count = 0;
+    Grow(rows, marks, defaultSlots);
   }
 
   void Rehash(int slots) {
@@ -124,10 +124,10 @@ class VRELHashTable {
       int const slot = Probe(fresh, freshMarks, rows.keys[row], marks.Get(row)).vacant;
       if (slot < 0) continue;
       auto const transfer = [=](auto& to, auto& from) {
-        if (shared || !std::is_nothrow_move_assignable_v<std::decay_t<decltype(to[0])>>) {
+        if (shared) {
           to[slot] = from[row];
         } else {
-          to[slot] = std::move(from[row]);
+          VRELByteSwap(to[slot], from[row]);
         }
       };
       rows.ForEachColumn(transfer, fresh, rows);
@@ -162,8 +162,9 @@ class VRELHashTable {
 
   static void Grow(Rows& target, Marks& targetMarks, int slots) {
     target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
-    target.occupied.endGrow(slots);
     targetMarks.endGrow(slots);
+    // Last, as it tells the number of slots: where memory runs out there are none.
+    target.occupied.endGrow(slots);
   }
 
   int Slots() const noexcept { return rows.occupied.size(); }
@@ -258,8 +259,9 @@ class VRELHashTable {
     if (ending.match >= 0) return false;
     // Full, although the count allowed one more: a copy of the container has filled the arrays that both hold.
     if (ending.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
-    rows.keys[ending.vacant] = key;
+    // The value first, which may throw: a key without one could be taken for an entry.
     ((rows.values[ending.vacant] = values), ...);
+    rows.keys[ending.vacant] = key;
     rows.occupied[ending.vacant] = true;
     marks.Set(ending.vacant, mark);
     ++count;
@@ -294,7 +296,7 @@ class VRELHashTable {
   void PlaceAnew(int slot) {
     unsigned char const mark = marks.Get(slot);
     K key = K();
-    std::swap(key, rows.keys[slot]);
+    VRELByteSwap(key, rows.keys[slot]);
     Vacate(slot);
     Ending const ending = Probe(rows, marks, key, mark);
     if (ending.match >= 0) {
@@ -305,10 +307,10 @@ class VRELHashTable {
     }
     // The places of two values change; the key that is exchanged with is a free slot's.
     if (ending.vacant != slot) {
-      auto const exchange = [=](auto& column) { std::swap(column[slot], column[ending.vacant]); };
+      auto const exchange = [=](auto& column) { VRELByteSwap(column[slot], column[ending.vacant]); };
       rows.ForEachColumn(exchange, rows);
     }
-    std::swap(key, rows.keys[ending.vacant]);
+    VRELByteSwap(key, rows.keys[ending.vacant]);
     rows.occupied[ending.vacant] = true;
     marks.Set(ending.vacant, mark);
   }

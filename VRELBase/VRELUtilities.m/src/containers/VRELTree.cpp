@@ -155,14 +155,27 @@ VRELTree::VRELTreeNode* VRELTree::VRELTreeNode::AddChild(void* childObject) {
   return child.release();
 }
 
+// Both take the first step back when there is no memory for the second: half a link would outlive its node.
 void VRELTree::VRELTreeNode::AddChildPtr(VRELTreeNode* node) {
-  if (node != nullptr) node->AddParent(this);
   children.add(node);
+  if (node == nullptr) return;
+  try {
+    node->AddParent(this);
+  } catch (...) {
+    children.endShrink(1);
+    throw;
+  }
 }
 
 void VRELTree::VRELTreeNode::AddParent(VRELTreeNode* node) {
-  if (node != nullptr) node->namedBy.push_back(this);
   parents.add(node);
+  if (node == nullptr) return;
+  try {
+    node->namedBy.push_back(this);
+  } catch (...) {
+    parents.endShrink(1);
+    throw;
+  }
 }
 
 VRELTree::VRELTreeNode::VRELTreeNodeIterator::~VRELTreeNodeIterator() = default;
@@ -181,12 +194,23 @@ VRELTree::VRELTreeNode* VRELTree::VRELTreeNode::VRELTreeNodeIterator::GetNextNod
     stack.Pop();
     index = NextUnvisitedChild(taken + 1);
   }
+  Descend(index);
+  return current;
+}
+
+// To a child of the current node; where memory runs out the walk stays where it is.
+void VRELTree::VRELTreeNode::VRELTreeNodeIterator::Descend(int index) {
   VRELTreeNode* const child = current->children[index];
-  visited.Add(child);
-  stack.Push(current);
-  stack.Push(reinterpret_cast<void*>(static_cast<std::intptr_t>(index)));
+  int const depth = stack.GetSize();
+  try {
+    stack.Push(current);
+    stack.Push(reinterpret_cast<void*>(static_cast<std::intptr_t>(index)));
+    visited.Add(child);
+  } catch (...) {
+    while (stack.GetSize() > depth) stack.Pop();
+    throw;
+  }
   current = child;
-  return child;
 }
 
 void* VRELTree::VRELTreeNode::VRELTreeNodeIterator::GetNextObject() {

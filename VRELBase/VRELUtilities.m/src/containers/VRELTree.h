@@ -145,6 +145,7 @@ class VREL_EXPORT VRELTree::VRELTreeNode::VRELTreeNodeIterator {
 
  private:
   int NextUnvisitedChild(int first) const;
+  void Descend(int index);
 
   VRELTreeNode* current;
   VRELHashList<VRELTreeNode*> visited;

@@ -3,13 +3,20 @@
 #include <memory>
 #include <string_view>
 
-// The descendants are gathered first and deleted without children, so that no call nests.
+#include "VRELAllocException.h"
+
+// The descendants are gathered first and deleted without children, so that no call nests. Where memory runs out a node
+// keeps its children, and deletes them itself.
 VRELRoloNode::~VRELRoloNode() {
   VRELDynamicArray<VRELRoloNode*> doomed = children;
   for (int i = 0; i < doomed.size(); ++i) {
     VRELRoloNode* const node = doomed[i];
     if (node == nullptr) continue;
-    doomed.append(node->children);
+    try {
+      doomed.append(node->children);
+    } catch (VRELAllocException const&) {
+      continue;
+    }
     node->children.clear();
   }
   for (VRELRoloNode* node : doomed) delete node;

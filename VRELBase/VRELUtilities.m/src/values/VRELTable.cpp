@@ -5,8 +5,7 @@ VRINResult VRELTable::Add(VRELValue const* first, ...) {
   va_start(more, first);
   Row const row = MakeRow(first, more);
   va_end(more);
-  if (VRELValue const* const key = KeyOf(row)) index.Put(*key, GetRowsCount());
-  rows.add(row);
+  Append(row, KeyOf(row));
   return VREL_S_OK;
 }
 
@@ -22,8 +21,7 @@ VRINResult VRELTable::Set(VRELValue const* first, ...) {
     rows[number] = row;
     return VREL_S_OK;
   }
-  if (hasKey) index.Put(*key, rows.size());
-  rows.add(row);
+  Append(row, hasKey ? key : nullptr);
   return VREL_S_OK;
 }
 
@@ -52,6 +50,19 @@ VRINResult VRELTable::Get(int row, VRELValue* first, ...) const {
   CopyRow(rows[row], first, more);
   va_end(more);
   return VREL_S_OK;
+}
+
+// Null for a row that no key shall find. A key without its row would later find another one.
+void VRELTable::Append(Row const& row, VRELValue const* key) {
+  int const number = GetRowsCount();
+  rows.add(row);
+  if (key == nullptr) return;
+  try {
+    index.Put(*key, number);
+  } catch (...) {
+    rows.endShrink(1);
+    throw;
+  }
 }
 
 VRELTable::Row VRELTable::MakeRow(VRELValue const* first, va_list more) {

@@ -42,6 +42,7 @@ class VREL_EXPORT VRELTable : public VRELReferenceCount {
  private:
   using Row = VRELDynamicArray<VRELValue>;
 
+  void Append(Row const& row, VRELValue const* key);
   static Row MakeRow(VRELValue const* first, va_list more);
   static void CopyRow(Row const& row, VRELValue* first, va_list more);
   VRELValue const* KeyOf(Row const& row) const;
