@@ -146,6 +146,7 @@ TEST(Gk_ROStringTest, ReverseFind) {
   EXPECT_EQ(view.reverseFind('x', 0), -1);
   EXPECT_EQ(view.reverseFind('c', -3), 4);
   EXPECT_EQ(view.reverseFind('c', INT_MIN), 4);
+  EXPECT_EQ(view.reverseFind('\0', -3), 5);
   EXPECT_EQ(view.reverseFind('a', INT_MAX), -1);
 }
 

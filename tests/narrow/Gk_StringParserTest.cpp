@@ -80,6 +80,9 @@ TEST(Gk_StringParserTest, CountThatMeetsTheEndLeavesTheSpill) {
   EXPECT_EQ(parser.countDigits(0), 0);
   EXPECT_EQ(parser.countHexDigits(1), 2);
   EXPECT_EQ(spillIndex(parser, text), 0);
+  Gk_StringParser allDigits(Gk_String("12", 2));
+  EXPECT_EQ(allDigits.countDigits(0), 2);
+  EXPECT_EQ(allDigits.spill(), nullptr);
 }
 
 TEST(Gk_StringParserTest, CountsNothingOutsideTheText) {

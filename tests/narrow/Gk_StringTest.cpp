@@ -51,6 +51,7 @@ TEST(Gk_StringTest, Construction) {
 TEST(Gk_StringTest, ConstructionFromAView) {
   EXPECT_EQ(elements(Gk_String(Gk_ROString("abc"))), "abc\0"sv);
   EXPECT_EQ(elements(Gk_String(Gk_ROString("abc", 3))), "abc\0"sv);
+  EXPECT_EQ(elements(Gk_String(Gk_ROString("a", 1))), "a\0"sv);
   EXPECT_EQ(elements(Gk_String(Gk_ROString("ab\0", 4))), "ab\0\0"sv);
   Gk_ROString view("abcdef");
   view.offset(4);
@@ -251,6 +252,9 @@ TEST(Gk_StringTest, AppendsItself) {
   Gk_String openText("abc", 3);
   openText.append(static_cast<char const*>(openText));
   EXPECT_EQ(elements(openText), "ababc\0"sv);
+  Gk_String openTail("abc", 3);
+  openTail.append(&openTail[1]);
+  EXPECT_EQ(elements(openTail), "abbc\0"sv);
 }
 
 TEST(Gk_StringTest, Chop) {
@@ -376,6 +380,7 @@ TEST(Gk_StringTest, ViewsShareTheBytes) {
   Gk_String string("abc");
   EXPECT_EQ(static_cast<char const*>(string.dataStr()), static_cast<char*>(string));
   EXPECT_EQ(string.rwString().len(), 4);
+  EXPECT_EQ(Gk_String("").dataStr().len(), 1);
   Gk_String empty;
   Gk_RWString const none = empty.dataStr();
   empty.append("abc");

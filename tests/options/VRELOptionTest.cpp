@@ -248,6 +248,9 @@ TEST(VRELOptionTest, ReadsSeeTheCurrentValueOnly) {
   EXPECT_EQ(integer, 8);
   EXPECT_EQ(option.GetDefaultValue(integer), VREL_S_OK);
   EXPECT_EQ(integer, 7);
+  VRELValue value;
+  EXPECT_EQ(option.GetValue(value), VREL_S_OK);
+  EXPECT_EQ(option.GetDefaultValue(value), VREL_S_OK);
 }
 
 TEST(VRELOptionTest, FirstValueSetsTheType) {

@@ -667,6 +667,7 @@ TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
   EXPECT_EQ(options.ReadFromFile(L""), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(options.ReadFromFile(static_cast<std::FILE*>(nullptr)), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(options.ReadFromFile(VRELString(directory.Path("missing.cfg"))), VREL_E_FILE_OPEN);
+  EXPECT_EQ(options.ReadFromFile(L"?"), VREL_E_FILE_OPEN);
   EXPECT_EQ(options.Size(), 0);
 }
 
@@ -766,6 +767,20 @@ TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
             "The Option \"E\" value is\t\t=     12\n"
             "The Option \"A\" value is\t\t=     twelve\n"
             "The Option \"B\" value is\t\t=     false\n");
+}
+
+TEST(VRELOptionsTest, ADumpBeginsAnewAmidAnEnumeration) {
+  VRELOptions options;
+  AddAll(options, {"A", "D", "E"});
+  VRELOption* option = nullptr;
+  EXPECT_EQ(options.GetNext(option), VREL_S_OK);
+  EXPECT_EQ(Written(options),
+            "The Option \"D\" value is\t\t=     1\n"
+            "The Option \"E\" value is\t\t=     1\n"
+            "The Option \"A\" value is\t\t=     1\n");
+  // It went to the end, so the next call begins with the first.
+  EXPECT_EQ(options.GetNext(option), VREL_S_OK);
+  EXPECT_EQ(NameOf(*option), "D");
 }
 
 // The texts that a dump sends on the channel for information; a read of a boolean value tells of itself on another.

@@ -79,8 +79,8 @@ TEST(VRELStringEqualsIgnoreCaseTest, FoldsBothSides) {
     bool expected;
   };
   for (Row const& row :
-       {Row{u"Step", u"sTEP", true}, Row{u"", u"", true}, Row{u"a", u"", false}, Row{u"a\u00E9", u"a", false},
-        Row{u"\u00C9t\u00C9", u"\u00E9T\u00E9", true}, Row{u"\u00E9", u"\u00E8", false},
+       {Row{u"Step", u"sTEP", true}, Row{u"AZ", u"az", true}, Row{u"", u"", true}, Row{u"a", u"", false},
+        Row{u"a\u00E9", u"a", false}, Row{u"\u00C9t\u00C9", u"\u00E9T\u00E9", true}, Row{u"\u00E9", u"\u00E8", false},
         Row{u"stra\u00DFe", u"STRASSE", true}, Row{u"\uFB00", u"FF", true}, Row{u"\u212A", u"k", true},
         Row{u"k\u0130", u"ki", false}, Row{u"@", u"`", false}, Row{u"\u03A3", u"\u03C2", true},
         Row{u"\U00010400", u"\U00010428", true}}) {
@@ -256,6 +256,8 @@ TEST(VRELStringGetTrimmedStringTest, WhiteSpaceGoesByTheLocale) {
 TEST(VRELStringConvertCaseTest, Ascii) {
   EXPECT_EQ(VRELStringConvertToLowerCase(VRELString(L"AbC-9[Z]")).toUtf8(), "abc-9[z]");
   EXPECT_EQ(VRELStringConvertToUpperCase(VRELString(L"AbC-9{z}")).toUtf8(), "ABC-9{Z}");
+  EXPECT_EQ(VRELStringConvertToLowerCase(VRELString(L"A")).toUtf8(), "a");
+  EXPECT_EQ(VRELStringConvertToUpperCase(VRELString(L"z")).toUtf8(), "Z");
   EXPECT_EQ(VRELStringConvertToLowerCase(VRELString()).length(), 0);
   EXPECT_EQ(VRELStringConvertToUpperCase(VRELString()).length(), 0);
   EXPECT_FALSE(VRELStringConvertToLowerCase(VRELString("A")).getBadConversion());

@@ -33,6 +33,9 @@ TEST(VRELStringISO1030321WriterTest, Encodes) {
       {L"a\\b", "a\\b"},
       {L"it's", "it's"},
       {L"line\nend\t\x01", "line\nend\t\x01"},
+      // The byte that the codepage puts for a character it lacks is a character too.
+      {L"a\x1A", "a\x1A"},
+      {L"\x1A\u00E9", "\x1A\\X2\\00E9\\X0\\"},
       {L"\\X2\\00E9\\X0\\", "\\X2\\00E9\\X0\\"},
       {L"\\S\\A", "\\S\\A"},
   };

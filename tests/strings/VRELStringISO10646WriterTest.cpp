@@ -110,7 +110,7 @@ TEST(VRELStringISO10646WriterTest, WritesQuadruplets) {
   VRELStringISO10646Writer writer{VRELString()};
   for (Row const& row : rows) {
     VRELString out(L"before");
-    writer.GetQuadrupletAsciiString(row.unit, out);
+    EXPECT_EQ(writer.GetQuadrupletAsciiString(row.unit, out), 0);
     EXPECT_EQ(out.toUtf16(), row.digits);
   }
 }
@@ -120,6 +120,8 @@ TEST(VRELStringISO10646WriterTest, EncodesAllUnitsOfAText) {
   VRELString out(L"before");
   EXPECT_EQ(writer.GetEncodedAsciiString(VRELString(L"A\u00E9\U0001F600"), out), 0);
   EXPECT_EQ(out.toUtf16(), u"\\X2\\004100E9D83DDE00\\X0\\");
+  EXPECT_EQ(writer.GetEncodedAsciiString(VRELString(L"A"), out), 0);
+  EXPECT_EQ(out.toUtf16(), u"\\X2\\0041\\X0\\");
   EXPECT_EQ(writer.GetEncodedAsciiString(VRELString(), out), 0);
   EXPECT_EQ(out.length(), 0);
   VRELString gone(L"gone");

@@ -1,12 +1,8 @@
 #include "VRELStringConversions.h"
 
-#include <unicode/stringoptions.h>
-#include <unicode/ustring.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cwctype>
@@ -68,10 +64,6 @@ VRELString FromInteger(Integer value) {
   char text[32];
   *std::to_chars(text, text + sizeof(text) - 1, value).ptr = '\0';
   return VRELString(text);
-}
-
-char16_t FoldAscii(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? unit | 0x20 : unit;
 }
 
 bool IsAnyOf(VRELString const& text, std::initializer_list<std::u16string_view> words) {
@@ -221,19 +213,7 @@ VRELString VRELStringFromUnicodeWChars(wchar_t const* text) {
 }
 
 bool VRELStringEqualsIgnoreCase(std::u16string_view a, std::u16string_view b) noexcept {
-  // Case folding looks at one character at a time, and a character beyond ASCII may fold to letters of ASCII, even to
-  // two of them.
-  std::size_t const common = std::min(a.size(), b.size());
-  std::size_t i = 0;
-  for (; i < common && (a[i] | b[i]) < 0x80; ++i) {
-    if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
-  }
-  a.remove_prefix(i);
-  b.remove_prefix(i);
-  if (a.empty() || b.empty()) return a.size() == b.size();
-  UErrorCode status = U_ZERO_ERROR;
-  return u_strCaseCompare(a.data(), static_cast<std::int32_t>(a.size()), b.data(), static_cast<std::int32_t>(b.size()),
-                          U_FOLD_CASE_DEFAULT, &status) == 0;
+  return VRELString::compareIgnoringCase(a, b) == 0;
 }
 
 bool VRELStringIsWord(VRELString const& text, std::u16string_view word) {
