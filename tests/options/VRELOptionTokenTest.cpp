@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -197,6 +199,57 @@ TEST(VRELOptionTokenTest, RemovesAllThatLiesBelow) {
   VRELOptionToken* const again = Add(root, L"b");
   EXPECT_EQ(Children(root), std::vector<VRELOptionToken*>{again});
   EXPECT_EQ(root.RemoveAll(), VREL_S_OK);
+}
+
+// Two keys that are equal and hash differently may meet only when the map grows, which then drops one.
+TEST(VRELOptionTokenTest, RemovesChildrenThatTheMapHasDropped) {
+  std::mt19937 random(1);
+  std::size_t dropped = 0;
+  for (int round = 0; round < 500; ++round) {
+    Root root;
+    std::set<VRELOptionToken*> made;
+    for (int i = 0; i < 7; ++i) {
+      std::u16string const number = VRELStringFromInteger(static_cast<int>(random() % 1000)).toUtf16();
+      for (std::u16string const& word : {u"x\u00DF" + number, u"xSS" + number}) {
+        VRELOptionToken* const child = root.node.FindOrAdd(word);
+        ASSERT_EQ(root.node.Find(word), child);
+        if (made.insert(child).second) child->SetOption(new VRELOption);
+      }
+    }
+    dropped += made.size() - Children(root.node).size();
+  }
+  EXPECT_GT(dropped, 0U);
+}
+
+// The first of the numbered words that has its place in this slot of 34.
+std::u16string WordOfSlot(std::u16string const& word, unsigned int slot) {
+  for (int number = 0;; ++number) {
+    std::u16string const numbered = word + VRELStringFromInteger(number).toUtf16();
+    if (VRELOptionToken::GetHashValue(VRELString(std::u16string_view(numbered))) % 34 == slot) return numbered;
+  }
+}
+
+// Or it refuses the new one: what is found then is the child of both.
+TEST(VRELOptionTokenTest, AKeyThatMeetsAnEqualWhenTheMapGrowsIsFound) {
+  std::u16string mine;
+  std::u16string equal;
+  for (int number = 0; mine.empty(); ++number) {
+    std::u16string const tail = VRELStringFromInteger(number).toUtf16();
+    equal = WordOfSlot(u"x\u00DF" + tail, 16);
+    std::u16string const other = u"xSS" + equal.substr(2);
+    if (VRELOptionToken::GetHashValue(VRELString(std::u16string_view(other))) % 34 == 17) mine = other;
+  }
+  Root root;
+  // Of 17 slots the first takes the last one, and the second, which belongs there too, goes round to the first.
+  VRELOptionToken* const first = root.node.FindOrAdd(equal);
+  ASSERT_NE(root.node.FindOrAdd(WordOfSlot(u"y", 16)), nullptr);
+  for (unsigned int slot = 3; slot < 13; ++slot) ASSERT_NE(root.node.FindOrAdd(WordOfSlot(u"z", slot)), nullptr);
+  ASSERT_EQ(root.node.Find(mine), nullptr);
+  // Of 34 slots they share two, in the other order.
+  VRELOptionToken* const child = root.node.FindOrAdd(mine);
+  EXPECT_EQ(child, first);
+  EXPECT_EQ(root.node.Find(mine), child);
+  EXPECT_EQ(Children(root.node).size(), 12U);
 }
 
 TEST(VRELOptionTokenTest, RemovesOnlyItsOwnBranch) {

@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <cwctype>
+#include <memory>
 #include <string_view>
+#include <utility>
 
+#include "VRELDynamicArray.h"
 #include "VRELOption.h"
 #include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
@@ -45,9 +48,18 @@ unsigned int HashOf(std::u16string_view text) {
 
 }  // namespace
 
+// A map that grows drops a key which meets an equal that it had not met before, so it may hold fewer than were made.
+struct VRELOptionToken::NamedChildren : VRELHashMap<VRELString, VRELOptionToken*> {
+  NamedChildren() : VRELHashMap(17) { SetFunctions(GetHashValue, HashEqualFunction); }
+
+  VRELDynamicArray<VRELOptionToken*> made;
+};
+
 VRELOptionToken::VRELOptionToken(VRELOptionToken* aParent) : parent(aParent) {}
 
-VRELOptionToken::~VRELOptionToken() = default;
+VRELOptionToken::~VRELOptionToken() {
+  DeleteMap();
+}
 
 VRINResult VRELOptionToken::GetToken(VRELString const& key, VRELOptionToken*& child) const {
   child = Find(key.view());
@@ -79,12 +91,24 @@ VRELOptionToken* VRELOptionToken::FindOrAdd(std::u16string_view key) {
 VRELOptionToken* VRELOptionToken::Make(VRELString const& key) {
   auto child = std::make_unique<VRELOptionToken>(this);
   if (IsWildcard(key.view())) return wildcardChild = child.release();
-  if (children == nullptr) {
-    children = std::make_unique<VRELHashMap<VRELString, VRELOptionToken*>>(17);
-    children->SetFunctions(GetHashValue, HashEqualFunction);
-  }
-  children->Add(key, child.get());
-  return child.release();
+  if (children == nullptr) children = std::make_unique<NamedChildren>();
+  static_cast<NamedChildren&>(*children).made.add(child.get());
+  VRELOptionToken* const node = child.release();
+  // The map may grow first, and the key then meet an equal that Find had not met.
+  return children->Add(key, node) ? node : Find(key.view());
+}
+
+// One of the children that were made, which is then none of this node's any more; null when there is none left.
+VRELOptionToken* VRELOptionToken::TakeChild() noexcept {
+  auto* const named = static_cast<NamedChildren*>(children.get());
+  if (named == nullptr || named->made.size() == 0) return std::exchange(wildcardChild, nullptr);
+  VRELOptionToken* const child = named->made[named->made.size() - 1];
+  named->made.endShrink(1);
+  return child;
+}
+
+void VRELOptionToken::DeleteMap() noexcept {
+  delete static_cast<NamedChildren*>(children.release());
 }
 
 VRINResult VRELOptionToken::SetOption(VRELOption* newOption) {
@@ -121,24 +145,19 @@ VRINResult VRELOptionToken::GetNextChild(VRELOptionToken*& child) const {
 // A name can have any number of tokens, so the way back from below goes by the parents and not by the call stack.
 VRINResult VRELOptionToken::RemoveAll() {
   VRELOptionToken* node = this;
-  InitEnumeration();
   while (true) {
-    VRELOptionToken* child = nullptr;
-    if (node->GetNextChild(child).IsSuccess()) {
-      child->InitEnumeration();
+    if (VRELOptionToken* const child = node->TakeChild()) {
       node = child;
       continue;
     }
     delete node->option;
     if (node == this) break;
-    // The walk through the children above has passed this node, which nobody looks at any more.
     VRELOptionToken* const above = node->parent;
     delete node;
     node = above;
   }
   option = nullptr;
-  wildcardChild = nullptr;
-  children.reset();
+  DeleteMap();
   return InitEnumeration();
 }
 

@@ -60,9 +60,14 @@ class VREL_EXPORT VRELOptionToken {
   static bool HashEqualFunction(VRELString const& a, VRELString const& b);
 
  private:
-  VRELOptionToken* Make(VRELString const& key);
+  struct NamedChildren;
 
-  // The named ones; null until the first comes, because most nodes have none.
+  VRELOptionToken* Make(VRELString const& key);
+  VRELOptionToken* TakeChild() noexcept;
+  void DeleteMap() noexcept;
+
+  // Those with a name, always a NamedChildren, which only DeleteMap deletes; null until the first comes, because most
+  // nodes have none.
   std::unique_ptr<VRELHashMap<VRELString, VRELOptionToken*>> children;
   VRELOptionToken* parent;
   mutable VRELOptionToken* cursor = nullptr;
