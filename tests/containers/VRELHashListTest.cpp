@@ -253,4 +253,70 @@ TEST(VRELHashListTest, PointersFollowAModel) {
   }
 }
 
+// Pointers in slots, placed by going on from the slot of the hash to the first free one.
+std::vector<void*> PlacedOneByOne(std::vector<void*> const& pointers, std::size_t slots) {
+  std::vector<void*> placed(slots);
+  for (void* const pointer : pointers) {
+    std::size_t slot = VRELHashList<void*>::GetHashValue(pointer) % slots;
+    while (placed[slot] != nullptr) slot = (slot + 1) % slots;
+    placed[slot] = pointer;
+  }
+  return placed;
+}
+
+// Different addresses, none of them null; a hundred of them meet in the last slots of a table of this many.
+std::vector<void*> AddressesThatWrap(std::size_t count, unsigned int slots) {
+  std::vector<void*> addresses;
+  std::size_t crowd = 100;
+  for (std::uintptr_t address = 0x10000; addresses.size() < count; address += 16) {
+    void* const pointer = reinterpret_cast<void*>(address);
+    bool const isLast = VRELHashList<void*>::GetHashValue(pointer) % slots > slots - 20;
+    if (!isLast && addresses.size() >= count - crowd) continue;
+    if (isLast && crowd > 0) --crowd;
+    addresses.push_back(pointer);
+  }
+  return addresses;
+}
+
+TEST(VRELHashListTest, AmongManySlotsPointersStandWhereProbingPutsThem) {
+  constexpr unsigned int slots = 8191;
+  std::vector<void*> const all = AddressesThatWrap(6000, slots);
+  std::vector<void*> const present(all.begin(), all.begin() + 5900);
+  VRELHashList<void*> list(slots);
+  for (void* const pointer : present) EXPECT_TRUE(list.Add(pointer));
+  std::vector<void*> const placed = PlacedOneByOne(present, slots);
+  for (std::size_t slot = 0; slot < slots; ++slot) {
+    if (placed[slot] == nullptr) continue;
+    ASSERT_EQ(list.Find(placed[slot]), static_cast<int>(slot));
+  }
+  for (std::size_t i = present.size(); i < all.size(); ++i) EXPECT_EQ(list.Find(all[i]), -1);
+  EXPECT_EQ(list.Find(nullptr), -1);
+  EXPECT_TRUE(list.Add(nullptr));
+  EXPECT_GE(list.Find(nullptr), 0);
+  for (std::size_t i = 0; i < present.size(); i += 2) EXPECT_TRUE(list.Remove(present[i]));
+  for (std::size_t i = 0; i < present.size(); ++i) ASSERT_EQ(list.Get(present[i]), i % 2 == 1) << i;
+}
+
+TEST(VRELHashListTest, ASearchAmongManyFullSlotsEndsAfterOneRound) {
+  std::vector<void*> const all = AddressesThatWrap(5100, 5000);
+  VRELHashList<void*> list(8000);
+  for (std::size_t i = 0; i < 5000; ++i) list.Add(all[i]);
+  list.Rehash(5000);
+  for (std::size_t i = 0; i < all.size(); ++i) ASSERT_EQ(list.Get(all[i]), i < 5000) << i;
+}
+
+TEST(VRELHashListTest, AmongManySlotsAFunctionThatWasSetDecides) {
+  VRELHashList<void*> list(8191);
+  list.SetFunctions(
+      [](void* const& pointer) { return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(pointer) / 64); },
+      [](void* const& a, void* const& b) {
+        return reinterpret_cast<std::uintptr_t>(a) / 64 == reinterpret_cast<std::uintptr_t>(b) / 64;
+      });
+  EXPECT_TRUE(list.Add(reinterpret_cast<void*>(640)));
+  for (std::uintptr_t address = 640; address < 704; ++address) {
+    EXPECT_TRUE(list.Get(reinterpret_cast<void*>(address))) << address;
+  }
+  EXPECT_FALSE(list.Get(reinterpret_cast<void*>(704)));
+}
+
 }  // namespace

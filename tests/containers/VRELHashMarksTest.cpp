@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <random>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "VRELString.h"
 
@@ -12,16 +15,10 @@ namespace {
 
 using TextMarks = VRELHashMarks<VRELString>;
 
-TEST(VRELHashMarksTest, NamesZeroBytesByTheirHighestBit) {
-  EXPECT_EQ(VRELZeroBytes(0), 0x8080808080808080U);
-  EXPECT_EQ(VRELZeroBytes(0x0102030405060708), 0u);
-  EXPECT_EQ(VRELZeroBytes(0x8182838485868788), 0u);
-  EXPECT_EQ(VRELZeroBytes(0x01FF030400060708), 0x0000000080000000U);
-  EXPECT_EQ(VRELZeroBytes(0x00FFFFFFFFFFFFFF), 0x8000000000000000U);
-}
-
-TEST(VRELHashMarksTest, OnlyKeysWithAMarkHaveBytes) {
+TEST(VRELHashMarksTest, KeysWithoutMarksAreAllAlike) {
   EXPECT_TRUE(TextMarks::exist);
+  EXPECT_TRUE(VRELHashMarks<void*>::exist);
+  EXPECT_FALSE(VRELHashMarks<int*>::exist);
   EXPECT_FALSE(VRELHashMarks<int>::exist);
   EXPECT_EQ(VRELHashMarks<int>::Of(7), VRELHashMarks<int>::any);
 }
@@ -54,23 +51,57 @@ TEST(VRELHashMarksTest, NothingIsKnownOfTextsBeyondAscii) {
   }
 }
 
-TEST(VRELHashMarksTest, CandidatesAreTheFirstOfTheirKindAmongEight) {
-  TextMarks marks;
-  marks.endGrow(12);
-  EXPECT_EQ(marks.Candidates(0, 7), 0x8080808080808080U) << "free slots end a search";
-  for (int slot = 0; slot < 12; ++slot) marks.Set(slot, 9);
-  EXPECT_EQ(marks.Candidates(2, 7), 0u);
-  EXPECT_EQ(marks.Candidates(2, TextMarks::any), 0x8080808080808080U);
-  marks.Set(5, 7);
-  EXPECT_EQ(marks.Candidates(2, 7), 0x0000000080000000U);
-  marks.Set(4, TextMarks::any);
-  EXPECT_EQ(marks.Candidates(2, 7) & 0x0000000080FFFFFFU, 0x0000000080800000U);
-  marks.Set(3, TextMarks::vacant);
-  EXPECT_EQ(marks.Candidates(2, 7) & 0x000000008080FFFFU, 0x0000000080808000U);
-  EXPECT_EQ(marks.Get(5), 7);
-  marks.clear();
-  marks.endGrow(8);
-  EXPECT_EQ(marks.Candidates(0, 7), 0x8080808080808080U);
+TEST(VRELHashMarksTest, PointersThatDifferMostlyHaveDifferentMarks) {
+  std::vector<int> counts(256);
+  std::vector<char> objects(16 * 10000);
+  for (std::size_t i = 0; i < objects.size(); i += 16) ++counts[VRELHashMarks<void*>::Of(&objects[i])];
+  EXPECT_EQ(counts[VRELHashMarks<void*>::vacant], 0);
+  EXPECT_EQ(counts[VRELHashMarks<void*>::any], 0);
+  EXPECT_LT(*std::max_element(counts.begin(), counts.end()), 10000 / 40) << "128 marks, 78 pointers for each";
+}
+
+// Sixteen slots with mark 9 from slot 3 on; those in front and behind are of no interest.
+std::vector<unsigned char> SixteenNines() {
+  std::vector<unsigned char> marks(22, 7);
+  std::fill_n(marks.begin() + 3, 16, static_cast<unsigned char>(9));
+  return marks;
+}
+
+TEST(VRELHashMarksTest, AGroupNamesTheKeysThatMayBeEqual) {
+  std::vector<unsigned char> marks = SixteenNines();
+  VRELHashGroup const without(&marks[3], 7);
+  EXPECT_EQ(without.candidates, 0u);
+  EXPECT_EQ(without.vacant, 0u);
+  marks[3] = 7;
+  marks[9] = TextMarks::any;
+  marks[18] = 7;
+  VRELHashGroup const with(&marks[3], 7);
+  EXPECT_EQ(with.candidates, 0x8041u);
+  EXPECT_EQ(with.vacant, 0u);
+}
+
+TEST(VRELHashMarksTest, AGroupNamesNoKeyBehindAFreeSlot) {
+  std::vector<unsigned char> marks = SixteenNines();
+  marks[4] = 7;
+  marks[8] = TextMarks::vacant;
+  marks[9] = 7;
+  marks[18] = TextMarks::vacant;
+  VRELHashGroup const group(&marks[3], 7);
+  EXPECT_EQ(group.candidates, 0x2u);
+  EXPECT_EQ(group.vacant, 0x8020u);
+  marks[3] = TextMarks::vacant;
+  VRELHashGroup const empty(&marks[3], 7);
+  EXPECT_EQ(empty.candidates, 0u);
+  EXPECT_EQ(empty.vacant, 0x8021u);
+}
+
+TEST(VRELHashMarksTest, AKeyOfWhichNothingIsKnownMayBeEqualToAll) {
+  std::vector<unsigned char> marks = SixteenNines();
+  EXPECT_EQ(VRELHashGroup(&marks[3], TextMarks::any).candidates, 0xFFFFu);
+  marks[8] = TextMarks::vacant;
+  VRELHashGroup const group(&marks[3], TextMarks::any);
+  EXPECT_EQ(group.candidates, 0x1Fu);
+  EXPECT_EQ(group.vacant, 0x20u);
 }
 
 }  // namespace

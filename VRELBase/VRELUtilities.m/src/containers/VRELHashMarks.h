@@ -1,24 +1,21 @@
 // What a hash container notes of its keys, so that a search passes those that cannot be equal without reading them.
 #pragma once
 
-#include <cstdint>
-#include <cstring>
 #include <type_traits>
 
-#include "VRELDynamicArray.h"
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "VRELHashTraits.h"
 
-// The zero bytes of a word, by their highest bits. Bytes behind the first zero may be named wrongly.
-constexpr std::uint64_t VRELZeroBytes(std::uint64_t word) noexcept {
-  return (word - 0x0101010101010101U) & ~word & 0x8080808080808080U;
-}
-
-// One byte for each slot, for key types whose VRELHashTraits have
+// The byte that says of a slot that it is occupied: 0 for a free one, else the mark of its key. A key type brings marks
+// by an operation of its VRELHashTraits:
 //
 //   static unsigned char Mark(K const& key);
 //
 // Keys with different marks are never equal by VRELHashTraits<K>::Equal, except that `any` stands for a key of which
-// nothing is known. No key has the mark `vacant`, which a free slot has. Without that operation there are no bytes.
+// nothing is known. No key has the mark `vacant`. Without that operation every key has the mark `any`.
 template <class K, class = void>
 class VRELHashMarks {
  public:
@@ -27,11 +24,6 @@ class VRELHashMarks {
   static constexpr unsigned char any = 1;
 
   static unsigned char Of(K const&) noexcept { return any; }
-  void endGrow(int) noexcept {}
-  void clear() noexcept {}
-  void Unshare() noexcept {}
-  unsigned char Get(int) const noexcept { return any; }
-  void Set(int, unsigned char) noexcept {}
 };
 
 template <class K>
@@ -42,22 +34,31 @@ class VRELHashMarks<K, std::void_t<decltype(&VRELHashTraits<K>::Mark)>> {
   static constexpr unsigned char any = 1;
 
   static unsigned char Of(K const& key) { return VRELHashTraits<K>::Mark(key); }
-  void endGrow(int slots) { marks.endGrow(slots); }
-  void clear() { marks.clear(); }
-  void Unshare() { marks = marks.copy(); }
-  unsigned char Get(int slot) const noexcept { return marks[slot]; }
-  void Set(int slot, unsigned char mark) noexcept { marks[slot] = mark; }
+};
 
-  // Among eight slots from this one on, those that are free and those whose keys may be equal to one with this mark:
-  // the highest bit of their bytes. Behind the first of them others may be named too.
-  std::uint64_t Candidates(int slot, unsigned char mark) const noexcept {
-    constexpr std::uint64_t each = 0x0101010101010101U;
-    if (mark == any) return VRELZeroBytes(0);
-    std::uint64_t eight;
-    std::memcpy(&eight, marks.getArray() + slot, sizeof eight);
-    return VRELZeroBytes(eight) | VRELZeroBytes(eight ^ mark * each) | VRELZeroBytes(eight ^ any * each);
+// Sixteen slots in a row, as a search for a key meets them: a bit for each, the lowest for the first of them.
+struct VRELHashGroup {
+  static constexpr int size = 16;
+
+  // Of the slots that begin with this one, for a key with this mark. An int, so that it need not be widened on its way.
+  VRELHashGroup(unsigned char const* marks, int mark) noexcept {
+    vacant = Equal(marks, 0);
+    unsigned int const equal = mark == 1 ? ~vacant : Equal(marks, mark) | Equal(marks, 1);
+    candidates = equal & (vacant - 1) & 0xFFFF;
   }
 
+  unsigned int vacant;      // free slots
+  unsigned int candidates;  // those in front of the first free one whose keys may be equal
+
  private:
-  VRELDynamicArray<unsigned char> marks;
+  static unsigned int Equal(unsigned char const* marks, int mark) noexcept {
+#ifdef __SSE2__
+    __m128i const all = _mm_loadu_si128(reinterpret_cast<__m128i const*>(marks));
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_cmpeq_epi8(all, _mm_set1_epi8(static_cast<char>(mark)))));
+#else
+    unsigned int bits = 0;
+    for (int i = 0; i < size; ++i) bits |= static_cast<unsigned int>(marks[i] == mark) << i;
+    return bits;
+#endif
+  }
 };

@@ -1,8 +1,6 @@
 // The table behind VRELHashMap and VRELHashList. Programs use those two.
 #pragma once
 
-#include <cstdint>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -25,7 +23,7 @@ class VRELHashTable {
 
   static constexpr int defaultSlots = 17;
 
-  explicit VRELHashTable(int slots) { Grow(rows, marks, slots); }
+  explicit VRELHashTable(int slots) { Grow(rows, slots); }
   VRELHashTable(VRELHashTable const&) = default;
 
   // Load factor and cursor stay as they are, which is promised.
@@ -34,7 +32,6 @@ class VRELHashTable {
     hashFunction = other.hashFunction;
     equalFunction = other.equalFunction;
     count = other.count;
-    marks = other.marks;
     return *this;
   }
 
@@ -42,7 +39,6 @@ class VRELHashTable {
   void Unshare() {
     rows.ForEachColumn([](auto& column) { column = column.copy(); }, rows);
     rows.occupied = rows.occupied.copy();
-    marks.Unshare();
   }
 
   int Size() const noexcept { return count; }
@@ -64,14 +60,18 @@ class VRELHashTable {
     auto const slots = static_cast<unsigned int>(rows.occupied.size());
     if (slots == 0) return -1;
     int const start = static_cast<int>(GetHashCode(key) % slots);
-    if constexpr (Marks::exist) {
-      if (marks.Get(start) == Marks::vacant) return -1;
-      // Mostly the key stands right there: a comparison is cheaper than the mark, as long as the texts are near.
-      if (slots <= 4096 && CheckEqual(key, rows.keys[start])) return start;
-      // Key and value of that slot are on their way while the mark is worked out.
-      rows.ForEachColumn([=](auto& column) { __builtin_prefetch(column.getArray() + start); }, rows);
+    if constexpr (Marks::exist && isPlain) {
+      if (slots > fewSlots && equalFunction == nullptr) return FindByMark(key, start);
+    } else if constexpr (Marks::exist) {
+      if (slots > fewSlots) {
+        PrefetchRow(start);
+      } else if (IsVacant(start)) {
+        return -1;
+      } else if (CheckEqual(key, rows.keys[start])) {
+        return start;
+      }
     }
-    return ProbeFrom(rows, marks, key, MarkOf(key), start).match;
+    return ProbeFrom(rows, key, MarkOf(key), start).match;
   }
 
   // The slot of the entry whose key satisfies `equals`; the hash is that of such a key. -1 if it is not there.
@@ -81,7 +81,7 @@ class VRELHashTable {
     if (slots == 0) return -1;
     auto const start = static_cast<int>(hash % slots);
     int slot = start;
-    while (rows.occupied[slot]) {
+    while (!IsVacant(slot)) {
       if (equals(rows.keys[slot])) return slot;
       if (++slot == Slots()) slot = 0;
       if (slot == start) return -1;
@@ -108,20 +108,18 @@ class VRELHashTable {
   void Clear() {
     rows.ForEachColumn([](auto& column) { column.clear(); }, rows);
     rows.occupied.clear();
-    marks.clear();
     count = 0;
-    Grow(rows, marks, defaultSlots);
+    Grow(rows, defaultSlots);
   }
 
   void Rehash(int slots) {
     Rows fresh;
-    Marks freshMarks;
-    Grow(fresh, freshMarks, AtLeastOccupied(slots));
+    Grow(fresh, AtLeastOccupied(slots));
     // A copy of the container may hold the same arrays.
     bool const shared = rows.keys.isShared();
     for (int row = 0, end = Slots(); row < end; ++row) {
-      if (!rows.occupied[row]) continue;
-      int const slot = Probe(fresh, freshMarks, rows.keys[row], marks.Get(row)).vacant;
+      if (IsVacant(row)) continue;
+      int const slot = Probe(fresh, rows.keys[row], rows.occupied[row]).vacant;
       if (slot < 0) continue;
       auto const transfer = [=](auto& to, auto& from) {
         if (shared) {
@@ -131,11 +129,9 @@ class VRELHashTable {
         }
       };
       rows.ForEachColumn(transfer, fresh, rows);
-      fresh.occupied[slot] = true;
-      freshMarks.Set(slot, marks.Get(row));
+      fresh.occupied[slot] = rows.occupied[row];
     }
     rows = fresh;
-    marks = freshMarks;
   }
 
   void InitEnumeration() const noexcept { cursor = 0; }
@@ -160,12 +156,20 @@ class VRELHashTable {
 
   using Marks = VRELHashMarks<K>;
 
-  static void Grow(Rows& target, Marks& targetMarks, int slots) {
+  // Keys that are compared as fast as their marks.
+  static constexpr bool isPlain = std::is_pointer_v<K> || std::is_integral_v<K>;
+
+  // A table of so many slots stays near: there the key of the first slot is cheaper to look at than its mark, and plain
+  // keys need none.
+  static constexpr unsigned int fewSlots = 4096;
+
+  static void Grow(Rows& target, int slots) {
     target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
-    targetMarks.endGrow(slots);
     // Last, as it tells the number of slots: where memory runs out there are none.
     target.occupied.endGrow(slots);
   }
+
+  bool IsVacant(int slot) const noexcept { return rows.occupied[slot] == Marks::vacant; }
 
   int Slots() const noexcept { return rows.occupied.size(); }
 
@@ -183,64 +187,92 @@ class VRELHashTable {
   // The number of slots asked for, or that of the entries that need one.
   int AtLeastOccupied(int slots) const noexcept {
     int occupied = 0;
-    for (bool each : rows.occupied) occupied += each ? 1 : 0;
+    for (unsigned char const mark : rows.occupied) occupied += mark != Marks::vacant ? 1 : 0;
     return slots < occupied ? occupied : slots;
   }
 
-  // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
-  Ending Probe(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark) const {
-    auto const slots = static_cast<unsigned int>(where.occupied.size());
-    if (slots == 0) return {-1, -1};
-    return ProbeFrom(where, whereMarks, key, mark, static_cast<int>(GetHashCode(key) % slots));
+  // Key and value of a slot are on their way while its mark is looked at.
+  void PrefetchRow(int slot) const noexcept {
+    rows.ForEachColumn([=](auto& column) { __builtin_prefetch(column.getArray() + slot); }, rows);
   }
 
-  Ending ProbeFrom(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark, int start) const {
+  // Find for plain keys among many slots, where a miss mostly reads no other key. Apart, so that the way through few
+  // slots stays short.
+  [[gnu::noinline]] int FindByMark(K const key, int start) const {
+    PrefetchRow(start);
+    unsigned char const* const occupied = rows.occupied.getArray();
+    K const* const keys = rows.keys.getArray();
+    int const mark = Marks::Of(key);
+    int slot = start;
+    for (int end = Slots();; end = start) {
+      for (; end - slot >= VRELHashGroup::size; slot += VRELHashGroup::size) {
+        VRELHashGroup const group(occupied + slot, mark);
+        for (unsigned int left = group.candidates; left != 0; left &= left - 1) {
+          int const candidate = slot + __builtin_ctz(left);
+          if (VRELHashList<K>::HashEqualFunction(key, keys[candidate])) return candidate;
+        }
+        if (group.vacant != 0) return -1;
+      }
+      for (; slot < end; ++slot) {
+        if (IsVacant(slot)) return -1;
+        if (VRELHashList<K>::HashEqualFunction(key, keys[slot])) return slot;
+      }
+      if (end == start) return -1;
+      slot = 0;
+    }
+  }
+
+  // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
+  Ending Probe(Rows const& where, K const& key, int mark) const {
+    auto const slots = static_cast<unsigned int>(where.occupied.size());
+    if (slots == 0) return {-1, -1};
+    return ProbeFrom(where, key, mark, static_cast<int>(GetHashCode(key) % slots));
+  }
+
+  Ending ProbeFrom(Rows const& where, K const& key, int mark, int start) const {
     Ending ending = {-1, -1};
-    if (ProbeRange(where, whereMarks, key, mark, start, where.occupied.size(), ending)) return ending;
-    ProbeRange(where, whereMarks, key, mark, 0, start, ending);
+    if (ProbeRange(where, key, mark, start, where.occupied.size(), ending)) return ending;
+    ProbeRange(where, key, mark, 0, start, ending);
     return ending;
   }
 
   // Whether the search ended in this range.
-  bool ProbeRange(Rows const& where, Marks const& whereMarks, K const& key, unsigned char mark, int first, int end,
-                  Ending& ending) const {
-    bool const* const occupied = where.occupied.getArray();
+  bool ProbeRange(Rows const& where, K const& key, int mark, int first, int end, Ending& ending) const {
+    unsigned char const* const occupied = where.occupied.getArray();
     K const* const keys = where.keys.getArray();
-    auto const endsAt = [&](int slot) {
-      if (IsVacant(occupied, keys, whereMarks, slot)) {
-        ending.vacant = slot;
-      } else if (CheckEqual(key, keys[slot])) {
-        ending.match = slot;
-      } else {
-        return false;
-      }
-      return true;
-    };
     int slot = first;
-    if constexpr (Marks::exist) {
-      // Eight slots at a time; only a free one and those that may hold the key are looked at.
-      for (; end - slot >= 8; slot += 8) {
-        std::uint64_t stops = whereMarks.Candidates(slot, mark);
-        for (; stops != 0; stops &= stops - 1) {
-          if (endsAt(slot + __builtin_ctzll(stops) / 8)) return true;
+    if constexpr (Marks::exist && !isPlain) {
+      for (; end - slot >= VRELHashGroup::size; slot += VRELHashGroup::size) {
+        VRELHashGroup const group(occupied + slot, mark);
+        for (unsigned int left = group.candidates; left != 0; left &= left - 1) {
+          int const candidate = slot + __builtin_ctz(left);
+          if (!CheckEqual(key, keys[candidate])) continue;
+          ending.match = candidate;
+          return true;
         }
+        if (group.vacant == 0) continue;
+        ending.vacant = slot + __builtin_ctz(group.vacant);
+        return true;
       }
     }
     for (; slot < end; ++slot) {
-      if (endsAt(slot)) return true;
+      if (IsVacant(occupied, keys, slot)) {
+        ending.vacant = slot;
+        return true;
+      }
+      if (CheckEqual(key, keys[slot])) {
+        ending.match = slot;
+        return true;
+      }
     }
     return false;
   }
 
   // A free slot holds a default key, so that for plain keys another one tells it without a look at the flags.
-  static bool IsVacant(bool const* occupied, K const* keys, Marks const& marks, int slot) {
-    if constexpr (Marks::exist) {
-      return marks.Get(slot) == Marks::vacant;
-    } else if constexpr (std::is_pointer_v<K> || std::is_integral_v<K>) {
-      return keys[slot] == K() && !occupied[slot];
-    } else {
-      return !occupied[slot];
-    }
+  static bool IsVacant(unsigned char const* occupied, K const* keys, int slot) {
+    bool const isFlagged = occupied[slot] != Marks::vacant;
+    if constexpr (isPlain) return keys[slot] == K() && !isFlagged;
+    return !isFlagged;
   }
 
   // Nothing is known about keys that are equal by a function of the client.
@@ -255,15 +287,14 @@ class VRELHashTable {
   template <class... Values>
   bool Place(K const& key, Values const&... values) {
     unsigned char const mark = MarkOf(key);
-    Ending const ending = Probe(rows, marks, key, mark);
+    Ending const ending = Probe(rows, key, mark);
     if (ending.match >= 0) return false;
     // Full, although the count allowed one more: a copy of the container has filled the arrays that both hold.
     if (ending.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
     // The value first, which may throw: a key without one could be taken for an entry.
     ((rows.values[ending.vacant] = values), ...);
     rows.keys[ending.vacant] = key;
-    rows.occupied[ending.vacant] = true;
-    marks.Set(ending.vacant, mark);
+    rows.occupied[ending.vacant] = mark;
     ++count;
     return true;
   }
@@ -271,7 +302,7 @@ class VRELHashTable {
   void Reset(int slot) {
     auto const reset = [=](auto& column) { column[slot] = std::decay_t<decltype(column[0])>(); };
     rows.ForEachColumn(reset, rows);
-    Vacate(slot);
+    rows.occupied[slot] = Marks::vacant;
   }
 
   // Takes each entry of the probe run behind a slot that became free, and adds it again. What stands in front of that
@@ -281,24 +312,19 @@ class VRELHashTable {
     for (int step = 1; step < slots; ++step) {
       int const slot = static_cast<int>((static_cast<unsigned int>(freed) + static_cast<unsigned int>(step)) %
                                         static_cast<unsigned int>(slots));
-      if (!rows.occupied[slot]) return;
+      if (IsVacant(slot)) return;
       // To add it again would double the slots, which places everything anew.
       if (IsTooFullFor(count)) return Rehash(DoubleSlots());
       PlaceAnew(slot);
     }
   }
 
-  void Vacate(int slot) {
-    rows.occupied[slot] = false;
-    marks.Set(slot, Marks::vacant);
-  }
-
   void PlaceAnew(int slot) {
-    unsigned char const mark = marks.Get(slot);
+    unsigned char const mark = rows.occupied[slot];
     K key = K();
     VRELByteSwap(key, rows.keys[slot]);
-    Vacate(slot);
-    Ending const ending = Probe(rows, marks, key, mark);
+    rows.occupied[slot] = Marks::vacant;
+    Ending const ending = Probe(rows, key, mark);
     if (ending.match >= 0) {
       // It has met an equal key, which it had not met when it came.
       Reset(slot);
@@ -311,13 +337,12 @@ class VRELHashTable {
       rows.ForEachColumn(exchange, rows);
     }
     VRELByteSwap(key, rows.keys[ending.vacant]);
-    rows.occupied[ending.vacant] = true;
-    marks.Set(ending.vacant, mark);
+    rows.occupied[ending.vacant] = mark;
   }
 
   int NextOccupied() const noexcept {
     for (int slot = cursor, end = Slots(); slot < end; ++slot) {
-      if (rows.occupied[slot]) return slot;
+      if (!IsVacant(slot)) return slot;
     }
     return -1;
   }
@@ -327,5 +352,4 @@ class VRELHashTable {
   float loadFactor = 0.75F;
   int count = 0;
   mutable int cursor = 0;
-  Marks marks;
 };

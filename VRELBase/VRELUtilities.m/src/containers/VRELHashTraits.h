@@ -63,3 +63,18 @@ struct VRELHashTraits {
   struct HasEquality<U, std::void_t<decltype(std::declval<U const&>() == std::declval<U const&>())>> : std::true_type {
   };
 };
+
+// Sets of bare pointers may be large and far from the processor, where marks tell most other keys without a look at
+// them.
+template <>
+struct VRELHashTraits<void*> {
+  static unsigned int Hash(void* const& key) noexcept {
+    return VRELMixInteger(static_cast<int>(reinterpret_cast<std::uintptr_t>(key)));
+  }
+  static bool Equal(void* const& a, void* const& b) noexcept { return a == b; }
+  // Of other bits than the slot is, by a multiplication that spreads the low ones.
+  static unsigned char Mark(void* const& key) noexcept {
+    auto const address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(key));
+    return static_cast<unsigned char>(address * 0x9E3779B1U >> 24 | 2);
+  }
+};
