@@ -4,10 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <limits>
 #include <memory>
-#include <numeric>
 #include <type_traits>
 #include <vector>
 
@@ -139,21 +137,6 @@ TEST(VRELSurfacicShellTest, CopyDataKeepsEveryBit) {
   EXPECT_NE(data.points, points);
   EXPECT_TRUE(std::equal(points, points + 3, data.points));
   EXPECT_TRUE(std::signbit(data.points[0]));
-}
-
-// Some of its pages are large ones, and the first and the last are not.
-TEST(VRELSurfacicShellTest, CopyDataKeepsManyPointsWhole) {
-  VRELSurfacicShell shell(1, 2, 3);
-  constexpr int count = 600000;
-  std::vector<float> points(3 * static_cast<std::size_t>(count));
-  std::iota(points.begin(), points.end(), 0.0F);
-  std::vector<int> faces(2 * static_cast<std::size_t>(count));
-  std::iota(faces.begin(), faces.end(), -7);
-  EXPECT_EQ(shell.CopyData(count, points.data(), 0, nullptr, 2 * count, faces.data(), 1, points.data()), VREL_S_OK);
-  Data const data = DataOf(shell);
-  EXPECT_TRUE(std::equal(points.begin(), points.end(), data.points));
-  EXPECT_TRUE(std::equal(faces.begin(), faces.end(), data.faces));
-  EXPECT_TRUE(std::equal(data.colors, data.colors + 3, points.begin()));
 }
 
 TEST(VRELSurfacicShellTest, CopyDataOfNothingHasEmptyArrays) {

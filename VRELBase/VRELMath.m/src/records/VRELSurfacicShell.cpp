@@ -1,9 +1,6 @@
 #include "VRELSurfacicShell.h"
 
-#include <sys/mman.h>
-
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 
@@ -13,28 +10,11 @@ bool CanCopy(int count, void const* array) noexcept {
   return count == 0 || (count > 0 && array != nullptr);
 }
 
-// Asks that new memory come in pages of 2 MB, as far as it holds whole ones. A large array is new to the process, and
-// to be given it in pages of 4 KB takes longer than to fill it. A kernel that knows no such pages says no, which is as
-// good as before.
-void AskForLargePages(void* memory, std::size_t bytes) noexcept {
-#ifdef MADV_HUGEPAGE
-  constexpr std::size_t page = 2 * 1024 * 1024;
-  std::size_t const begin = reinterpret_cast<std::uintptr_t>(memory);
-  std::size_t const first = (begin + page - 1) / page * page;
-  std::size_t const end = (begin + bytes) / page * page;
-  if (first < end) madvise(static_cast<char*>(memory) + (first - begin), end - first, MADV_HUGEPAGE);
-#else
-  static_cast<void>(memory);
-  static_cast<void>(bytes);
-#endif
-}
-
 // An array also for a count of 0. Its elements are written once.
 template <class T>
 std::unique_ptr<T[]> CopyOf(T const* array, int count, std::size_t width) {
   std::size_t const length = static_cast<std::size_t>(count) * width;
   std::unique_ptr<T[]> copy(new T[length]);
-  AskForLargePages(copy.get(), length * sizeof(T));
   if (length > 0) std::memcpy(copy.get(), array, length * sizeof(T));
   return copy;
 }
