@@ -203,6 +203,9 @@ TEST_F(BrivetTranslateTest, TellsTheTimeOfItsTasks) {
 }
 
 TEST_F(BrivetTranslateTest, RefusesAnOutputBeforeItReads) {
+#ifdef VREL_COVERAGE
+  GTEST_SKIP() << "another user may not write the figures of the coverage, and is told so";
+#endif
   struct Row {
     std::vector<std::string> words;
     char const* error;
