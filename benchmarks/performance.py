@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
 """Writes docs/performance.md, with a plot for each group of comparisons, from the results of a run.
 
-performance.py RESULTS     reads what VRELBaseBenchmarks wrote with --benchmark_out=RESULTS
-performance.py --packages  lists the Debian packages whose versions belong to the results
+performance.py RESULTS                              reads what a run wrote
+performance.py RESULTS --run PROGRAM [ARGUMENT...]  runs the benchmarks of VRELBaseBenchmarks first, and writes RESULTS
+performance.py --packages                           lists the Debian packages whose versions belong to the results
 
-What is compared stands in comparisons.toml. Of each pair of benchmarks, repetition k of ours is held against repetition
-k of the peer: the ratio is the median of theirs, the spread goes from the least to the most. The same input gives the
-same page, byte for byte. A benchmark that is named there but is not among the results is an error, unless it stands on
-a peer that was not there when the program was built.
+What is compared stands in comparisons.toml. The benchmarks that are compared with one another run in a process of their
+own: the heap and the caches are theirs, and little time lies between the two sides. Of each pair of benchmarks,
+repetition k of ours is held against repetition k of the peer: the ratio is the median of theirs, the spread goes from
+the least to the most. The same results give the same page, byte for byte. A benchmark that is named there but is not
+among the results is an error, unless it stands on a peer that was not there when the program was built.
 
 script/bench does all of it; it puts the processor (cpu), the load average before (load) and the versions of packages
 into the results by --benchmark_context.
@@ -16,6 +18,7 @@ import argparse
 import json
 import math
 import re
+import subprocess
 import sys
 import tomllib
 from dataclasses import dataclass
@@ -147,6 +150,46 @@ class Comparisons:
             yield row
 
 
+def sets_to_run(rows):
+    """The names of the benchmarks, those that are compared with one another together, in the order of the rows."""
+    sets = []
+    for row in rows:
+        names = [row.ours] + ([row.theirs] if row.theirs else [])
+        joined = [each for each in sets if not set(names).isdisjoint(each)]
+        first = joined[0] if joined else []
+        for other in joined[1:]:
+            first += other
+            sets.remove(other)
+        first += [name for name in names if name not in first]
+        if not joined:
+            sets.append(first)
+    return sets
+
+
+def run_all(comparisons, program, arguments, results):
+    """Runs what is compared, a process for each set, and writes the results of all of them as those of one run."""
+    sets = sets_to_run([row for rows in comparisons.groups.values() for row in rows])
+    whole = None
+    for number, names in enumerate(sets, 1):
+        print(f"{number} of {len(sets)}: {', '.join(names)}", flush=True)
+        pattern = f"^({'|'.join(names)})(/[a-z_]+:[0-9.]+|{CLOCKS.pattern[:-1]})*$"
+        command = [program, *arguments, f"--benchmark_filter={pattern}", f"--benchmark_out={results}"]
+        ended = subprocess.run([*command, "--benchmark_out_format=json"], capture_output=True, text=True)
+        if ended.returncode != 0:
+            raise Fault(f"{program} ended with status {ended.returncode} over {names[0]}: {ended.stderr.strip()}")
+        try:
+            part = json.loads(results.read_text(encoding="utf-8"))
+        except (OSError, json.JSONDecodeError) as error:
+            raise Fault(f"{program} has run no benchmark called {' or '.join(names)}: {error}") from error
+        finally:
+            results.unlink(missing_ok=True)
+        if whole is None:
+            whole = part
+        else:
+            whole["benchmarks"] += part["benchmarks"]
+    results.write_text(json.dumps(whole, indent=1), encoding="utf-8")
+
+
 class Run:
     """The results of a run: of each benchmark the repetitions in order."""
 
@@ -268,10 +311,11 @@ at while it is worked on:
 READING = """\
 ## How to read it
 
-A ratio is the library's cost divided by its peer's: below 1 the library is cheaper. The benchmarks run several times in
-a random order, so that all of them see the same machine; each repetition of ours is divided by the same one of the
-peer. The ratio is the median of these, and the least and the most stand behind it. The columns of costs are medians as
-well. What is timed is the processor's time, except where several processes or the loading of libraries are involved.
+A ratio is the library's cost divided by its peer's: below 1 the library is cheaper. What is compared with one another
+runs in a process of its own, several times in a random order, so that both see the same machine; each repetition of
+ours is divided by the same one of the peer. The ratio is the median of these, and the least and the most stand behind
+it. The columns of costs are medians as well. What is timed is the processor's time, except where several processes or
+the loading of libraries are involved.
 
 In the plots a mark is a ratio and the line through it its spread, which ends at the edge where it runs far out; the
 dashed line is the target. The mark is a dot where the target is met, a diamond where it is missed, and hollow where
@@ -359,6 +403,7 @@ def main():
     parser.add_argument("results", type=Path, nargs="?")
     parser.add_argument("--packages", action="store_true")
     parser.add_argument("--comparisons", type=Path, default=ROOT / "benchmarks/comparisons.toml")
+    parser.add_argument("--run", nargs=argparse.REMAINDER, metavar="PROGRAM", help="and what it is to be given")
     parser.add_argument("--docs", type=Path, default=ROOT / "docs", help="where the page and images/ are written")
     options = parser.parse_args()
     if (options.results is None) != options.packages:
@@ -368,6 +413,8 @@ def main():
         if options.packages:
             print("\n".join(comparisons.packages))
         else:
+            if options.run:
+                run_all(comparisons, options.run[0], options.run[1:], options.results)
             write(comparisons, Run(options.results), options.docs)
     except Fault as fault:
         print(f"performance.py: {fault}", file=sys.stderr)

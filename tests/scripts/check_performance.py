@@ -65,6 +65,23 @@ measure = "peak bytes per instance"
 """
 
 
+# Stands for VRELBaseBenchmarks: writes those of the results in its folder that the filter names, and notes what it was
+# given.
+PROGRAM = """#!/usr/bin/env python3
+import json, pathlib, re, sys
+folder = pathlib.Path(sys.argv[0]).parent
+given = dict(word.lstrip("-").split("=", 1) for word in sys.argv[1:])
+with (folder / "calls").open("a") as calls:
+    calls.write(f"{given['benchmark_repetitions']} {given['benchmark_filter']}\\n")
+results = json.loads((folder / "all.json").read_text())
+wanted = re.compile(given["benchmark_filter"])
+results["benchmarks"] = [each for each in results["benchmarks"] if wanted.search(each["run_name"])]
+out = pathlib.Path(given["benchmark_out"])
+out.write_text(json.dumps(results) if results["benchmarks"] else "")
+sys.exit((folder / "fails").exists() and "no memory")
+"""
+
+
 def repetitions(name, times, unit="ns", **more):
     """The entries of a benchmark, one for each time; a list among `more` has a value for each."""
     entries = []
@@ -109,6 +126,59 @@ class PerformanceTest(unittest.TestCase):
         self.folder = Path(folder.name)
         self.run_results = run()
         self.list = LIST
+
+    def write_by_running(self):
+        """The same where the program runs the benchmarks first."""
+        (self.folder / "all.json").write_text(json.dumps(self.run_results), encoding="utf-8")
+        (self.folder / "list.toml").write_text(self.list, encoding="utf-8")
+        program = self.folder / "program"
+        program.write_text(PROGRAM, encoding="utf-8")
+        program.chmod(0o755)
+        command = [sys.executable, BENCHMARKS / "performance.py", self.folder / "ran.json"]
+        command += ["--comparisons", self.folder / "list.toml", "--docs", self.folder / "docs"]
+        command += ["--run", program, "--benchmark_repetitions=3"]
+        return subprocess.run(command, capture_output=True, text=True)
+
+    def test_runs_what_is_compared_together(self):
+        self.write()
+        page = (self.folder / "docs/performance.md").read_text(encoding="utf-8")
+        answer = self.write_by_running()
+        self.assertEqual(answer.returncode, 0, answer.stderr)
+        self.assertEqual((self.folder / "docs/performance.md").read_text(encoding="utf-8"), page)
+        told = [line for line in answer.stdout.splitlines() if " of " in line and ": " in line]
+        self.assertEqual(
+            told[:5],
+            [
+                "1 of 5: Own/1000, Peer/1000, Shade",
+                "2 of 5: Own/Few, Peer/Few",
+                "3 of 5: Wait, PeerWait",
+                "4 of 5: Rate, PeerRate",
+                "5 of 5: Keep",
+            ],
+        )
+        calls = (self.folder / "calls").read_text().splitlines()
+        self.assertEqual(len(calls), 5)
+        self.assertTrue(calls[0].startswith("3 ^(Own/1000|Peer/1000|Shade)("), calls[0])
+
+    def test_runs_no_benchmark_of_a_longer_name(self):
+        self.run_results["benchmarks"] += repetitions("Own/10000", [1.0] * 3) + repetitions("MyWait", [1.0] * 3)
+        self.assertEqual(self.write_by_running().returncode, 0)
+        ran = json.loads((self.folder / "ran.json").read_text(encoding="utf-8"))
+        names = {entry["run_name"] for entry in ran["benchmarks"]}
+        self.assertIn("Own/1000", names)
+        self.assertIn("Keep/iterations:1/repeats:2/real_time", names)
+        self.assertFalse(names & {"Own/10000", "MyWait"})
+
+    def test_a_benchmark_that_cannot_be_run(self):
+        self.list = self.list.replace("Keep", "Kept")
+        answer = self.write_by_running()
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("has run no benchmark called Kept", answer.stderr)
+        (self.folder / "fails").touch()
+        answer = self.write_by_running()
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("ended with status 1 over Own/1000: no memory", answer.stderr)
+        self.assertFalse((self.folder / "docs").exists())
 
     def write(self):
         """The answer of the program; the page is read by page(), a plot by plot()."""
