@@ -367,7 +367,7 @@ def page(comparisons, run, outcomes, left_out):
     states = [each.state for group in outcomes.values() for each in group]
     met, judged = states.count("met"), len(states) - states.count("shown")
     lines = [HEAD, *machine(run, comparisons), "", READING]
-    end = "" if met == judged else "; [those that are missed](#targets-that-are-missed) stand at the end"
+    end = "" if met == judged else "; those that are missed stand at the end"
     lines.append(f"Of {judged} targets {met} are met{end}.\n")
     for name, group in outcomes.items():
         lines += group_section(name, group)

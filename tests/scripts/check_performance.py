@@ -232,7 +232,7 @@ class PerformanceTest(unittest.TestCase):
             "| bytes kept | a limit of 100 bytes | 81.0 bytes | 100 bytes | 0.81 (0.80–0.82) | 1 | met |",
         ]
         self.assertEqual(self.rows(), expected)
-        end = "[those that are missed](#targets-that-are-missed) stand at the end."
+        end = "those that are missed stand at the end."
         self.assertIn(f"Of 5 targets 4 are met; {end}", self.page())
 
     def test_tells_the_machine(self):
