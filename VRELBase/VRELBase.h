@@ -1,4 +1,4 @@
-// All of VRELBase in one include: every public header, from the ground floor up.
+// The whole public API of VRELBase in one header, from the lowest layer to the highest.
 #pragma once
 
 // Object.
@@ -12,25 +12,18 @@
 #include "VRELObject.h"
 #include "VRELReferenceCount.h"
 #include "VRELReferenceHandle.h"
-#include "VRELTextCopy.h"
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
 // Containers.
 #include "VRELArrayHeader.h"
 #include "VRELArraySort.h"
-#include "VRELByteSwap.h"
 #include "VRELDynamicArray.h"
 #include "VRELHashList.h"
 #include "VRELHashMap.h"
-#include "VRELHashMarks.h"
-#include "VRELHashRows.h"
-#include "VRELHashTable.h"
 #include "VRELHashTraits.h"
 #include "VRELList.h"
 #include "VRELMap.h"
-#include "VRELMemoryBound.h"
-#include "VRELNodeChain.h"
 #include "VRELPair.h"
 #include "VRELStack.h"
 #include "VRELTree.h"
@@ -60,7 +53,6 @@
 #include "Gk_ErrMgr.h"
 #include "VRELAssert.h"
 #include "VRELAssertEvent.h"
-#include "VRELChannelLine.h"
 #include "VRELDebug.h"
 #include "VRELDebugEvent.h"
 #include "VRELError.h"
@@ -73,7 +65,6 @@
 #include "VRELIndentedChannel.h"
 #include "VRELInfo.h"
 #include "VRELMessageEvent.h"
-#include "VRELPrintfFormat.h"
 #include "VRELTest.h"
 #include "VRELTestEvent.h"
 #include "VRELTextEvent.h"
@@ -87,7 +78,6 @@
 #include "Gk_RWString.h"
 #include "Gk_String.h"
 #include "Gk_StringParser.h"
-#include "VRELNarrowText.h"
 #include "VRELRoloNode.h"
 
 // Values.
@@ -105,7 +95,6 @@
 #include "VRELFileHandle.h"
 #include "VRELFileHeader.h"
 #include "VRELFilePath.h"
-#include "VRELPathBytes.h"
 #include "VRELTemporaryFile.h"
 
 // Streams.
@@ -149,7 +138,6 @@
 #include "Gk_Option.h"
 #include "Gk_OptionDoc.h"
 #include "VRELCfgFile.h"
-#include "VRELCfgFileIndex.h"
 #include "VRELCfgFileKey.h"
 #include "VRELCfgFileSection.h"
 #include "VRELOption.h"
@@ -158,7 +146,7 @@
 #include "VRELOptionsArray.h"
 #include "VRELRoloTraits.h"
 
-// Plug-in libraries.
+// Plugins.
 #include "VRELBrivetLibrary.h"
 #include "VRELLibrary.h"
 #include "VRELLibraryHandle.h"
@@ -187,11 +175,9 @@
 #include "VRELEndTranslationTaskEvent.h"
 #include "VRELEndWriteFileTaskEvent.h"
 #include "VRELEntityCallback.h"
-#include "VRELFormatterBinding.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELLogger.h"
 #include "VRELPerfTrackerStatus.h"
-#include "VRELProgressReport.h"
 #include "VRELStartConversionStageEvent.h"
 #include "VRELStartConversionTaskEvent.h"
 #include "VRELStartOptionsTaskEvent.h"
@@ -210,7 +196,7 @@
 #include "VRELTimingLogger.h"
 #include "VRELTrace.h"
 
-// Plug-in readers.
+// Readers.
 #include "VRELEntityReader.h"
 #include "VRELFormatReader.h"
 #include "VRELFormatReaderHandle.h"
@@ -229,20 +215,14 @@
 #include "VRELAffine.h"
 #include "VRELAffine2D.h"
 #include "VRELAffine3D.h"
-#include "VRELApplyMorph.h"
 #include "VRELBox.h"
 #include "VRELBox2D.h"
 #include "VRELBox3D.h"
-#include "VRELBoxOf.h"
 #include "VRELDirectionf.h"
 #include "VRELMath3x3Matrixf.h"
-#include "VRELMatrixOf.h"
 #include "VRELMorph.h"
 #include "VRELMorph2D.h"
 #include "VRELMorph3D.h"
-#include "VRELMorphOf.h"
-#include "VRELNormalizef.h"
-#include "VRELPlainPoint.h"
 #include "VRELPoint.h"
 #include "VRELPoint2D.h"
 #include "VRELPoint2DHandle.h"

@@ -10,15 +10,15 @@
 
 #include "AbortSignals.h"
 #include "CommandLine.h"
-#include "EndWithoutMemory.h"
-#include "GuardedRun.h"
+#include "OutOfMemoryHandler.h"
+#include "CatchAsResult.h"
 #include "Job.h"
 #include "OptionSet.h"
-#include "ProblemReport.h"
+#include "Diagnostics.h"
 #include "ProgressBar.h"
 #include "StandardErrorListener.h"
 #include "StandardOutput.h"
-#include "ToldProgress.h"
+#include "ProgressReporter.h"
 #include "Translation.h"
 #include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
@@ -94,7 +94,7 @@ int StatusOf(VRINResult result) {
 }
 
 VRINResult Print(std::string const& page) {
-  return RunGuarded("standard output", [&page] { return PrintPage(page); });
+  return CatchAsResult("standard output", [&page] { return PrintPage(page); });
 }
 
 Job JobOf(CommandLine const& line) {
@@ -114,7 +114,7 @@ VRINResult Translate(CommandLine const& line) {
   VRINResult result = VREL_S_OK;
   for (OptionSource const& source : line.sources) result &= options.Add(source);
   if (result.IsSuccess()) {
-    ToldProgress progress;
+    ProgressReporter progress;
     result = Translation(JobOf(line), options, progress).Run();
   }
   VRELLibraryManager::FreeLibraries();
@@ -153,17 +153,17 @@ int Run(int count, char** arguments) {
   std::optional<StandardErrorListener> listener;
   if (!line.quiet) listener.emplace(bar ? &*bar : nullptr);
   if (line.action == CommandLine::Refuse) return Refuse(line);
-  return StatusOf(RunGuarded(line.input, [&line] { return Act(line); }));
+  return StatusOf(CatchAsResult(line.input, [&line] { return Act(line); }));
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  EndWithoutMemory::Disarm();
+  OutOfMemoryHandler::Disarm();
   try {
     return Run(count, arguments);
   } catch (std::bad_alloc const&) {
   } catch (VRELAllocException const&) {
   }
-  return EndWithoutMemory::Tell();
+  return OutOfMemoryHandler::Tell();
 }

@@ -7,6 +7,8 @@ install(TARGETS VRELBase EXPORT VRELBaseTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development)
 get_target_property(public_headers VRELBase VREL_PUBLIC_HEADERS)
 install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VRELBase COMPONENT Development)
+get_target_property(detail_headers VRELBase VREL_DETAIL_HEADERS)
+install(FILES ${detail_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VRELBase/detail COMPONENT Development)
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/VRELBase)
 install(EXPORT VRELBaseTargets NAMESPACE VRELBase:: DESTINATION ${package_directory} COMPONENT Development)

@@ -1,4 +1,4 @@
-// Feeds the text of pages any bytes, as AppendShown gives them and bare. Asserts that nothing in the result has a
+// Feeds the text of pages any bytes, as AppendEscapingControls gives them and bare. Asserts that nothing in the result has a
 // meaning in HTML, that all of it is ASCII, and that it reads back as the text, with U+FFFD for what is no UTF-8.
 #include "HtmlText.h"
 
@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "Require.h"
-#include "ShownText.h"
+#include "EscapedText.h"
 #include "VRELString.h"
 
 namespace {
@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::string const text(reinterpret_cast<char const*>(bytes), size);
   Check(text);
   std::string shown;
-  AppendShown(shown, text);
+  AppendEscapingControls(shown, text);
   auto const isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
   Require(std::none_of(shown.begin(), shown.end(), isControl), "control characters are shown by their codes");
   Check(shown);

@@ -8,7 +8,7 @@
 #include "StepFormatReader.h"
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
-#include "WatchedStream.h"
+#include "CheckedOutputStream.h"
 #ifdef VREL_BENCHMARK_OCCT_STEP
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
@@ -57,7 +57,7 @@ std::size_t WritePageOfStepFile(char const* path) {
   StepFormatReader* const document = Read(path, handle);
   document->Resolve();
   Discarded target;
-  WatchedStream stream(&target);
+  CheckedOutputStream stream(&target);
   Progress progress;
   BrivetWriteRequest request;
   request.document = document;

@@ -7,11 +7,11 @@ BRIVET_MODULE_ENTRY BrivetInitialize() {}
 BRIVET_MODULE_ENTRY BrivetFinalize() {}
 
 BRIVET_MODULE_ENTRY BrivetWriteDocument(BrivetWriteRequest& request) {
-  WatchedStream stream(request.stream);
+  CheckedOutputStream stream(request.stream);
   try {
     HtmlPage page(stream, request.title);
     request.result = page.WritePage(request);
-  } catch (WatchedStream::Failure const&) {
+  } catch (CheckedOutputStream::Failure const&) {
     request.result = VREL_E_FILE_SAVE;
   }
   if (request.result.IsSuccess() && stream.HasFailed()) request.result = VREL_E_FILE_SAVE;

@@ -25,7 +25,7 @@ constexpr char STYLE[] =
 
 }  // namespace
 
-HtmlPage::HtmlPage(WatchedStream& target, std::string const& title)
+HtmlPage::HtmlPage(CheckedOutputStream& target, std::string const& title)
     : stream(target), formatter(&target, EscapeHtml(title).c_str(), "#FFFFFF") {
   PutMarkup(STYLE);
 }

@@ -6,14 +6,14 @@
 
 #include "PageWriter.h"
 #include "VRELHTMLStreamFormatter.h"
-#include "WatchedStream.h"
+#include "CheckedOutputStream.h"
 
 // Each instance is an anchor named by its id, each reference a link to it. Characters beyond ASCII stand as numeric
-// references, so that the page reads the same in every encoding. Throws WatchedStream::Failure when the stream takes
+// references, so that the page reads the same in every encoding. Throws CheckedOutputStream::Failure when the stream takes
 // less than it is given.
 class HtmlPage final : public PageWriter {
  public:
-  HtmlPage(WatchedStream& target, std::string const& title);
+  HtmlPage(CheckedOutputStream& target, std::string const& title);
 
  private:
   void Put(std::string_view utf8) override;
@@ -32,7 +32,7 @@ class HtmlPage final : public PageWriter {
   void PutMarkup(std::string_view markup) { pending += markup; }
   void Flush();
 
-  WatchedStream& stream;
+  CheckedOutputStream& stream;
   VRELHTMLStreamFormatter formatter;
   std::string pending;  // what is to be written before the next object of the formatter
 };

@@ -428,7 +428,7 @@ std::string StepFormatReader::NameAt(std::uint32_t instance) const {
 VRINResult StepFormatReader::Resolve() {
   if (!opened) return VREL_E_FAIL;
   if (referrers != nullptr) return GetResolved();
-  problems.TellRest();
+  problems.ReportSuppressed();
   try {
     IndexIds();
     // The first walk over the references counts them, and is the one that tells of those to nothing.
@@ -446,7 +446,7 @@ VRINResult StepFormatReader::Resolve() {
   } catch (InputError const& error) {
     return TellChange(error);
   }
-  problems.TellRest();
+  problems.ReportSuppressed();
   return GetResolved();
 }
 

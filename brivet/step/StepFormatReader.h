@@ -11,7 +11,7 @@
 #include "StepBuffer.h"
 #include "StepIds.h"
 #include "StepParser.h"
-#include "StepProblems.h"
+#include "StepDiagnostics.h"
 #include "StepReferrers.h"
 #include "StepScanner.h"
 #include "StepTypes.h"
@@ -107,7 +107,7 @@ class StepFormatReader final : public Document {
   void Tell(unsigned long done);
 
   VRELFileHeader header;
-  StepProblems problems;
+  StepDiagnostics problems;
   StepTypes types;
   StepIds ids;
   StepBuffer* bytes = nullptr;  // the buffer

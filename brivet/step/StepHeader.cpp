@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ShownText.h"
+#include "EscapedText.h"
 #include "VRELFileHeader.h"
 #include "VRELString.h"
 
@@ -58,7 +58,7 @@ void StepHeader::SetRows(char const* name, Parameter const& parameter) {
 
 void StepHeader::String(Text const& text) {
   std::string shown;
-  AppendShown(shown, text.utf8);
+  AppendEscapingControls(shown, text.utf8);
   Add(shown.empty() ? "(empty)" : shown);
 }
 

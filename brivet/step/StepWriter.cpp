@@ -14,7 +14,7 @@
 #include "VRELOptions.h"
 #include "VRELString.h"
 #include "VRELStringISO1030321Writer.h"
-#include "WatchedStream.h"
+#include "CheckedOutputStream.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ constexpr std::size_t BLOCK = 65536;  // bytes
 // document.
 class LineWriter {
  public:
-  LineWriter(WatchedStream& target, int width)
+  LineWriter(CheckedOutputStream& target, int width)
       : stream(target), limit(width > 0 ? static_cast<std::size_t>(width) : std::string::npos) {}
 
   void Begin(std::string_view text) {
@@ -60,7 +60,7 @@ class LineWriter {
     pending.clear();
   }
 
-  WatchedStream& stream;
+  CheckedOutputStream& stream;
   std::size_t const limit;
   std::size_t column = 0;  // bytes of the present line
   std::string pending;
@@ -291,14 +291,14 @@ VRINResult Write(BrivetWriteRequest& request, LineWriter& out) {
 }  // namespace
 
 VRINResult WriteStep(BrivetWriteRequest& request) {
-  WatchedStream stream(request.stream);
+  CheckedOutputStream stream(request.stream);
   int width = 0;
   VRELOption const* const option = Find(request.options, VRELOptionName::FileLineLength);
   if (option != nullptr) option->GetValue(width);
   LineWriter out(stream, width);
   try {
     return Write(request, out);
-  } catch (WatchedStream::Failure const&) {
+  } catch (CheckedOutputStream::Failure const&) {
     return VREL_E_FILE_SAVE;
   }
 }

@@ -6,12 +6,12 @@
 
 #include "PageWriter.h"
 #include "Utf8StreamFormatter.h"
-#include "WatchedStream.h"
+#include "CheckedOutputStream.h"
 
-// UTF-8, an instance a line. Throws WatchedStream::Failure when the stream takes less than it is given.
+// UTF-8, an instance a line. Throws CheckedOutputStream::Failure when the stream takes less than it is given.
 class TextPage final : public PageWriter {
  public:
-  explicit TextPage(WatchedStream& target) : stream(target), formatter(&target) {}
+  explicit TextPage(CheckedOutputStream& target) : stream(target), formatter(&target) {}
 
  private:
   void Put(std::string_view utf8) override;
@@ -29,7 +29,7 @@ class TextPage final : public PageWriter {
 
   void Flush();
 
-  WatchedStream& stream;
+  CheckedOutputStream& stream;
   Utf8StreamFormatter formatter;
   std::string pending;
 };

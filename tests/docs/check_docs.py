@@ -10,7 +10,7 @@ The rules:
   that file, be it indented less. A block of text behind such a link is a run of the lines of what the program is
   expected to print or write; behind a link to a data file, of that file. DRIVER_PAGES are free.
 - Every source file of examples/ is linked by a page.
-- docs/images/house.svg is what docs/images/draw_house.py draws.
+- docs/images/layers.svg is what docs/images/draw_layers.py draws.
 - The tour shows a step whole, as far as it differs from the step before: each line but includes and lone braces.
 """
 import argparse
@@ -143,16 +143,16 @@ def check_tour(root, pages):
 
 
 def check_picture(root, _pages):
-    script = root / "docs/images/draw_house.py"
+    script = root / "docs/images/draw_layers.py"
     if script.exists():
         drawn = subprocess.run(
-            [sys.executable, "-c", "import draw_house; print(draw_house.draw(), end='')"],
+            [sys.executable, "-c", "import draw_layers; print(draw_layers.draw(), end='')"],
             cwd=script.parent, capture_output=True, text=True,
         )
         if drawn.returncode != 0:
             yield drawn.stderr.strip()
-        elif drawn.stdout != script.with_name("house.svg").read_text(encoding="utf-8"):
-            yield "docs/images/house.svg: run docs/images/draw_house.py"
+        elif drawn.stdout != script.with_name("layers.svg").read_text(encoding="utf-8"):
+            yield "docs/images/layers.svg: run docs/images/draw_layers.py"
 
 
 def faults(root):

@@ -86,12 +86,12 @@ class CheckDocsTest(unittest.TestCase):
 
     def test_the_picture_is_not_as_drawn(self):
         script = "def draw():\n    return '<svg/>\\n'\n"
-        picture = {"docs/images/draw_house.py": script, "docs/images/house.svg": "<svg/>\n"}
+        picture = {"docs/images/draw_layers.py": script, "docs/images/layers.svg": "<svg/>\n"}
         BOOK.update(picture)
         try:
             self.assertEqual(self.found(), [])
-            expected = ["docs/images/house.svg: run docs/images/draw_house.py"]
-            self.assertEqual(self.found(replace={"docs/images/house.svg": ("<svg/>", "<svg></svg>")}), expected)
+            expected = ["docs/images/layers.svg: run docs/images/draw_layers.py"]
+            self.assertEqual(self.found(replace={"docs/images/layers.svg": ("<svg/>", "<svg></svg>")}), expected)
         finally:
             for name in picture:
                 del BOOK[name]

@@ -1,4 +1,4 @@
-#include "VRELBoxOf.h"
+#include "detail/VRELBoxOf.h"
 
 #include <gtest/gtest.h>
 

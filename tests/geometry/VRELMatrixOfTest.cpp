@@ -1,4 +1,4 @@
-#include "VRELMatrixOf.h"
+#include "detail/VRELMatrixOf.h"
 
 #include <gtest/gtest.h>
 

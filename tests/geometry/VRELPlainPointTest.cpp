@@ -1,5 +1,5 @@
 // What VRELPoint2D and VRELPoint3D promise alike; each has a test of its own for the rest.
-#include "VRELPlainPoint.h"
+#include "detail/VRELPlainPoint.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "VRELCfgFileIndex.h"
+#include "detail/VRELCfgFileIndex.h"
 
 #include <gtest/gtest.h>
 

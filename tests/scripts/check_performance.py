@@ -320,10 +320,10 @@ class PerformanceTest(unittest.TestCase):
         self.written()
         first = {path.name: path.read_bytes() for path in (self.folder / "docs").rglob("*.*")}
         (self.folder / "docs/images/performance-gone.svg").write_text("")
-        (self.folder / "docs/images/house.svg").write_text("kept")
+        (self.folder / "docs/images/layers.svg").write_text("kept")
         self.written()
         second = {path.name: path.read_bytes() for path in (self.folder / "docs").rglob("*.*")}
-        self.assertEqual(second, dict(first, **{"house.svg": b"kept"}))
+        self.assertEqual(second, dict(first, **{"layers.svg": b"kept"}))
 
     def test_refuses_a_name_without_results(self):
         for name in ["Shade", "PeerRate"]:

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Shows that each check of the tree bites: a small sound tree passes, and each fault put into it is found."""
+"""Tests the checks of the source tree: a small valid tree passes, and each violation put into it is found."""
 import os
 import subprocess
 import tempfile
@@ -11,28 +11,29 @@ import check_tree
 from source_tree import SourceTree
 
 SOURCES = "VRELBase/VRELUtilities.m/src"
-SOUND = {
+VALID = {
     f"{SOURCES}/object/Ground.h": "#pragma once\n",
     f"{SOURCES}/strings/Text.h": '#pragma once\n#include <string>\n#include "Ground.h"\n',
     f"{SOURCES}/strings/Text.cpp": '#include "Text.h"\n',
     f"{SOURCES}/plugins/Library.h": '#include "Text.h"\n',
     f"{SOURCES}/logging/Log.h": '#include "Library.h"\n',
-    f"{SOURCES}/plugins/EntityReader.h": '#include "Log.h"\n#include "Packet.h"\n',
-    "VRELBase/VRELStream.m/src/Packet.h": '#include "Text.h"\n',
+    f"{SOURCES}/readers/EntityReader.h": '#include "Log.h"\n#include "Packet.h"\n',
+    "VRELBase/VRELStream.m/src/buffers/Packet.h": '#include "Text.h"\n',
     "VRELBase/public/VRINResult.h": "#pragma once\n",
     f"{SOURCES}/object/Names.h.in": "#pragma once\n",
-    "brivet/Driver.cpp": '#include "VRELBase.h"\n#include "EntityReader.h"\n',
+    "brivet/main.cpp": '#include "VRELBase.h"\n#include "EntityReader.h"\n',
     "tests/object/GroundTest.cpp": '#include "Ground.h"\n',
-    "README.md": """# House
-## The map of the house
+    "README.md": """# Library
+## Source tree
 ```text
-VRELBase/             all
+VRELBase/             the library
   VRELUtilities.m/src/
-    object/           ground
-    strings/  logging/  plugins/    above it
-  VRELStream.m/src/   bytes
-  public/             top
-brivet/  tests/       beside
+    object/           objects
+    strings/  logging/  plugins/  readers/    higher layers
+  VRELStream.m/src/
+    buffers/          bytes
+  public/             the API
+brivet/  tests/       the driver and the tests
 ```
 """,
     "tests/tree/upward_calls.txt": "# comment\n",
@@ -45,7 +46,7 @@ class TreeCheckTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.root = Path(folder.name)
-        self.write(SOUND)
+        self.write(VALID)
         self.write_umbrella()
 
     def write(self, files):
@@ -66,62 +67,83 @@ class TreeCheckTest(unittest.TestCase):
         for word in words:
             self.assertIn(word, faults[0])
 
-    def test_sound_tree_passes(self):
-        for check in ["floors", "circles", "names", "umbrella", "map"]:
+    def test_valid_tree_passes(self):
+        for check in ["layers", "cycles", "names", "umbrella", "map"]:
             self.assertEqual(self.faults(check), [], check)
 
-    def test_folder_without_floor(self):
+    def test_folder_without_layer(self):
         self.write({"VRELBase/VRELUtilities.m/src/misc/Names.h.in": ""})
-        self.assert_one_fault("floors", "Names.h.in", "no floor")
+        self.assert_one_fault("layers", "Names.h.in", "no layer")
 
-    def test_header_climbs(self):
+    def test_header_includes_higher_layer(self):
         self.write({f"{SOURCES}/object/Ground.h": '#  include "Text.h"\n'})
-        self.assert_one_fault("floors", "Ground.h", "from object to strings for Text.h", "declare it forward")
+        self.assert_one_fault("layers", "Ground.h", "layer object includes Text.h of layer strings", "declare it forward")
 
-    def test_public_header_is_above_records_but_results_are_ground(self):
+    def test_public_is_above_records_but_results_are_lowest(self):
         self.write({"VRELBase/public/VRINFile.h": "", f"{SOURCES}/object/Ground.h": '#include "VRINResult.h"\n'})
-        self.assertEqual(self.faults("floors"), [])
+        self.assertEqual(self.faults("layers"), [])
         self.write({"VRELBase/VRELMath.m/src/records/Shell.h": '#include "VRINFile.h"\n'})
-        self.assert_one_fault("floors", "Shell.h", "from records to public")
+        self.assert_one_fault("layers", "Shell.h", "of layer public")
 
-    def test_plugin_library_may_not_log(self):
+    def test_plugins_may_not_include_logging(self):
         self.write({f"{SOURCES}/plugins/Library.h": '#include "Log.h"\n'})
-        self.assert_one_fault("floors", "Library.h", "from plug-in libraries to logging")
+        self.assert_one_fault("layers", "Library.h", "layer plugins includes Log.h of layer logging")
 
-    def test_library_may_not_lean_on_driver_tests_or_umbrella(self):
-        self.write({"brivet/Module.h": "", "tests/support/Child.h": ""})
+    def test_library_may_not_include_driver_tests_or_umbrella(self):
+        self.write({"brivet/sdk/Module.h": "", "tests/support/Child.h": ""})
         self.write({f"{SOURCES}/strings/Text.cpp": '#include "Module.h"\n#include "Child.h"\n#include "VRELBase.h"\n'})
-        self.assertEqual(len(self.faults("floors")), 3)
+        self.assertEqual(len(self.faults("layers")), 3)
 
-    def test_source_climbs_only_when_listed(self):
+    def test_source_may_include_higher_layer_if_listed(self):
         self.write({f"{SOURCES}/strings/Text.cpp": '#include "Packet.h"\n'})
-        self.assert_one_fault("floors", "Text.cpp", "from strings to streams for Packet.h", "list it")
+        self.assert_one_fault("layers", "Text.cpp", "layer strings includes Packet.h of layer streams", "list it")
         self.write({"tests/tree/upward_calls.txt": "Text.cpp Packet.h writes itself\n"})
-        self.assertEqual(self.faults("floors"), [])
+        self.assertEqual(self.faults("layers"), [])
 
-    def test_header_climbs_even_when_listed(self):
+    def test_listed_header_is_still_a_violation(self):
         self.write({f"{SOURCES}/object/Ground.h": '#include "Text.h"\n'})
         self.write({"tests/tree/upward_calls.txt": "Ground.h Text.h wants to\n"})
-        self.assertEqual(len(self.faults("floors")), 2)
+        self.assertEqual(len(self.faults("layers")), 2)
 
     def test_stale_or_bare_entry_of_list(self):
         self.write({"tests/tree/upward_calls.txt": "Text.cpp Packet.h\n"})
-        faults = self.faults("floors")
+        faults = self.faults("layers")
         self.assertEqual(len(faults), 2)
         self.assertIn("no reason given", faults[0])
-        self.assertIn("does not climb", faults[1])
+        self.assertIn("is listed but not needed", faults[1])
+
+    def test_driver_layers(self):
+        self.write({"brivet/io/File.h": "", "brivet/translate/Job.h": '#include "File.h"\n'})
+        self.assertEqual(self.faults("layers"), [])
+        self.write({"brivet/io/File.h": '#include "Job.h"\n'})
+        self.assert_one_fault("layers", "layer brivet/io includes Job.h of layer brivet/translate")
+
+    def test_format_module_may_include_only_sdk_and_model(self):
+        self.write({"brivet/sdk/Page.h": "", "brivet/step/Reader.h": '#include "Page.h"\n#include "Text.h"\n'})
+        self.assertEqual(self.faults("layers"), [])
+        self.write({"brivet/io/File.h": "", "brivet/step/Reader.h": '#include "File.h"\n'})
+        self.assert_one_fault("layers", "layer brivet/step includes File.h of layer brivet/io")
+        self.write({"brivet/step/Reader.h": "", "brivet/io/File.h": '#include "Reader.h"\n'})
+        self.assert_one_fault("layers", "layer brivet/io includes Reader.h of layer brivet/step")
+
+    def test_detail_header_is_included_with_its_folder(self):
+        self.write({f"{SOURCES}/object/detail/Rows.h": "", f"{SOURCES}/strings/Text.cpp": '#include "detail/Rows.h"\n'})
+        for check in ["layers", "names"]:
+            self.assertEqual(self.faults(check), [], check)
+        self.write({f"{SOURCES}/strings/Text.cpp": '#include "Rows.h"\n'})
+        self.assert_one_fault("layers", "Text.cpp", "Rows.h", "does not have")
 
     def test_unknown_header(self):
         self.write({f"{SOURCES}/strings/Text.cpp": '#include "Absent.h"\n'})
-        self.assert_one_fault("floors", "Text.cpp", "Absent.h", "does not have")
+        self.assert_one_fault("layers", "Text.cpp", "Absent.h", "does not have")
 
-    def test_circle(self):
+    def test_cycle(self):
         self.write({f"{SOURCES}/strings/Text.h": '#include "Token.h"\n', f"{SOURCES}/strings/Token.h": '#include "Text.h"'})
-        self.assert_one_fault("circles", "Text.h -> Token.h -> Text.h")
+        self.assert_one_fault("cycles", "Text.h -> Token.h -> Text.h")
 
     def test_header_that_includes_itself(self):
         self.write({f"{SOURCES}/strings/Text.h": '#include "Text.h"\n'})
-        self.assert_one_fault("circles", "Text.h -> Text.h")
+        self.assert_one_fault("cycles", "Text.h -> Text.h")
 
     def test_name_twice(self):
         self.write({"tests/support/Text.h": ""})
@@ -156,30 +178,34 @@ class TreeCheckTest(unittest.TestCase):
         self.assertEqual(len(faults), 2)
         self.assertIn("Token.h is missing", faults[0])
 
-    def test_umbrella_goes_from_the_ground_up(self):
+    def test_umbrella_lists_lowest_layer_first(self):
         text = (self.root / check_tree.UMBRELLA).read_text()
         order = ["VRINResult.h", "Text.h", "Packet.h", "Library.h", "Log.h", "EntityReader.h"]
-        places = [text.index(f'"{name}"') for name in order]
-        self.assertEqual(places, sorted(places))
+        positions = [text.index(f'"{name}"') for name in order]
+        self.assertEqual(positions, sorted(positions))
+
+    def test_detail_and_internal_headers_are_not_in_umbrella(self):
+        self.write({f"{SOURCES}/strings/detail/Rows.h": "", f"{SOURCES}/strings/internal/Bytes.h": ""})
+        self.assertEqual(self.faults("umbrella"), [])
 
     def test_map_names_absent_folder(self):
-        sound = SOUND["README.md"]
-        self.write({"README.md": sound.replace("    strings/", "    objects/  strings/")})
+        valid = VALID["README.md"]
+        self.write({"README.md": valid.replace("    strings/", "    objects/  strings/")})
         self.assert_one_fault("map", f"{SOURCES}/objects")
-        self.write({"README.md": sound.replace("    strings/", "    public/  strings/")})
+        self.write({"README.md": valid.replace("    strings/", "    public/  strings/")})
         self.assert_one_fault("map", f"{SOURCES}/public")
-        self.write({"README.md": sound.replace("  tests/", "  test/")})
+        self.write({"README.md": valid.replace("  tests/", "  test/")})
         self.assert_one_fault("map", "names test,")
 
-    def test_map_leaves_out_a_folder(self):
+    def test_map_omits_folder(self):
         self.write({f"{SOURCES}/values/Value.h": ""})
         self.assert_one_fault("map", "does not name", f"{SOURCES}/values")
         self.write({"brivet/step/Reader.h": ""})
         self.assertEqual(len(self.faults("map")), 2)
 
-    def test_no_map(self):
-        self.write({"README.md": "# House\n"})
-        self.assert_one_fault("map", "no map")
+    def test_readme_without_map(self):
+        self.write({"README.md": "# Library\n"})
+        self.assert_one_fault("map", "has no section")
 
 
 class ObjectCheckTest(unittest.TestCase):
@@ -195,7 +221,7 @@ class ObjectCheckTest(unittest.TestCase):
         subprocess.run([os.environ.get("CXX", "c++"), "-std=c++17", "-c", str(source), "-o", target], check=True)
         return target
 
-    def test_what_runs_at_load_is_found(self):
+    def test_dynamic_initialization_is_found(self):
         for number, text in enumerate(
             [
                 "struct A { A(); int a; }; A a;",
@@ -222,7 +248,7 @@ class ObjectCheckTest(unittest.TestCase):
             with self.subTest(text):
                 self.assertEqual(check_objects.faults([self.compile(f"Good{number}.cpp", text)]), [])
 
-    def test_startup_is_the_one_place(self):
+    def test_startup_file_may_initialize(self):
         self.assertEqual(check_objects.faults([self.compile("VRELStartup.cpp", "struct A { A(); }; A a;")]), [])
 
 

@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
-"""Holds the source tree against the rules of the house.
+"""Checks the rules of the source tree.
 
-check_tree.py [--root FOLDER] CHECK     runs one check and fails with a line for each fault
-check_tree.py [--root FOLDER] --write-umbrella     writes VRELBase/VRELBase.h anew
+check_tree.py [--root FOLDER] CHECK                runs one check and fails with a line for each violation
+check_tree.py [--root FOLDER] --write-umbrella     rewrites VRELBase/VRELBase.h
 
-Checks: floors, circles, names, tests, umbrella, map.
+Checks: layers, cycles, names, tests, umbrella, map.
 """
 import argparse
 import re
 import sys
 from pathlib import Path
 
-from source_tree import FLOORS, SourceTree
+from source_tree import LIBRARY_LAYERS, SourceTree
 
 UMBRELLA = "VRELBase/VRELBase.h"
 UPWARD_CALLS = "tests/tree/upward_calls.txt"
@@ -20,7 +20,7 @@ UNTESTED_HEADERS = "tests/tree/untested_headers.txt"
 
 
 def read_list(tree, name, words):
-    """The lines of a list: `words` words and a reason each. Blank lines and lines behind # do not count."""
+    """Reads a list whose lines have `words` words and a reason each. Skips blank lines and lines that begin with #."""
     path = tree.root / name
     lines = path.read_text(encoding="utf-8").splitlines() if path.exists() else []
     entries = [line.split(None, words) for line in lines if line.strip() and not line.startswith("#")]
@@ -28,46 +28,47 @@ def read_list(tree, name, words):
     return {tuple(entry[:words]) for entry in entries}, faults
 
 
-def check_floors(tree):
-    """A header includes nothing from a higher floor; a source does so only where the list says why."""
+def check_layers(tree):
+    """Checks that no header includes a higher layer, and a source only if it is listed with a reason."""
     listed, faults = read_list(tree, UPWARD_CALLS, 2)
     used = set()
     for file in tree.files:
-        if tree.floor(file) is None:
-            faults.append(f"{file}: its folder is no floor of the house")
+        if tree.layer(file) is None:
+            faults.append(f"{file}: its folder is no layer of the source tree")
             continue
         for name in tree.includes(file):
-            included = tree.by_name.get(name)
+            included = tree.included_file(name)
             if included is None:
                 faults.append(f'{file}: includes "{name}", which the tree does not have')
-            elif tree.floor(included) is not None and tree.height(included) > tree.height(file):
-                climb = (file.name, name)
-                if file.suffix == ".cpp" and climb in listed:
-                    used.add(climb)
+            elif not tree.may_include(file, included):
+                call = (file.name, name)
+                if file.suffix == ".cpp" and call in listed:
+                    used.add(call)
                 else:
-                    way = "declare it forward" if file.suffix != ".cpp" else f"list it with its reason in {UPWARD_CALLS}"
+                    fix = "declare it forward" if file.suffix != ".cpp" else f"list it with its reason in {UPWARD_CALLS}"
                     faults.append(
-                        f"{file}: climbs from {tree.floor(file)} to {tree.floor(included)} for {name}; if it must, {way}"
+                        f"{file}: layer {tree.layer(file)} includes {name} of layer {tree.layer(included)}; if it must, {fix}"
                     )
-    faults += [f"{UPWARD_CALLS}: {' '.join(climb)} is listed and does not climb" for climb in sorted(listed - used)]
+    faults += [f"{UPWARD_CALLS}: {' '.join(call)} is listed but not needed" for call in sorted(listed - used)]
     return faults
 
 
-def check_circles(tree):
-    """No header includes itself, on whatever way round."""
+def check_cycles(tree):
+    """Checks that no header includes itself, directly or through others."""
     faults = []
     done = set()
 
-    def visit(file, way):
-        if file in way:
-            names = [tree.name(step) for step in way[way.index(file) :] + [file]]
-            faults.append("circle: " + " -> ".join(names))
+    def visit(file, path):
+        if file in path:
+            names = [tree.name(step) for step in path[path.index(file) :] + [file]]
+            faults.append("cycle: " + " -> ".join(names))
             return
         if file in done:
             return
         for name in tree.includes(file):
-            if name in tree.by_name:
-                visit(tree.by_name[name], way + [file])
+            included = tree.included_file(name)
+            if included is not None:
+                visit(included, path + [file])
         done.add(file)
 
     for file in tree.headers:
@@ -76,7 +77,7 @@ def check_circles(tree):
 
 
 def check_names(tree):
-    """Headers are included by their bare names, so a name stands for one header."""
+    """Checks that header names are unique, and that headers are included without a path other than "detail/"."""
     faults = []
     seen = {}
     for file in tree.headers:
@@ -84,18 +85,19 @@ def check_names(tree):
         if first != file:
             faults.append(f"{file}: {first} has the same name")
     for file in tree.files:
-        faults += [f'{file}: includes "{name}" by a path' for name in tree.includes(file) if "/" in name]
+        paths = [name for name in tree.includes(file) if "/" in name.removeprefix("detail/")]
+        faults += [f'{file}: includes "{name}" by a path' for name in paths]
     return faults
 
 
 def check_tests(tree):
-    """Each header of the library has its test in the folder of the same name, or a reason why it has none."""
+    """Checks that each header of the library has a test in the folder of the same name, or a reason to have none."""
     listed, faults = read_list(tree, UNTESTED_HEADERS, 1)
     tests = {file for file in tree.files if file.parts[0] == "tests"}
     untested = set()
     for file in tree.library_headers:
         name = tree.name(file)
-        test = Path("tests", tree.test_folder(file), Path(name).stem + "Test.cpp")
+        test = Path(tree.test_folder(file), Path(name).stem + "Test.cpp")
         if test not in tests:
             untested.add((name,))
             if (name,) not in listed:
@@ -105,17 +107,17 @@ def check_tests(tree):
 
 
 def umbrella_text(tree):
-    """What the umbrella header must be: every header of the library, floor by floor."""
-    text = "// All of VRELBase in one include: every public header, from the ground floor up.\n#pragma once\n"
-    for floor in FLOORS[: FLOORS.index("umbrella")]:
-        names = sorted(tree.name(file) for file in tree.library_headers if tree.floor(file) == floor)
+    """Returns the content of the umbrella header: every public header of the library, layer by layer."""
+    text = "// The whole public API of VRELBase in one header, from the lowest layer to the highest.\n#pragma once\n"
+    for layer in LIBRARY_LAYERS[: LIBRARY_LAYERS.index("umbrella")]:
+        names = sorted(tree.name(file) for file in tree.public_headers if tree.layer(file) == layer)
         if names:
-            text += f"\n// {floor[0].upper()}{floor[1:]}.\n" + "".join(f'#include "{name}"\n' for name in names)
+            text += f"\n// {layer[0].upper()}{layer[1:]}.\n" + "".join(f'#include "{name}"\n' for name in names)
     return text
 
 
 def check_umbrella(tree):
-    """The umbrella header includes every public header."""
+    """Checks that the umbrella header includes every public header and no other."""
     path = tree.root / UMBRELLA
     present = path.read_text(encoding="utf-8") if path.exists() else ""
     wanted = umbrella_text(tree)
@@ -124,40 +126,41 @@ def check_umbrella(tree):
     include = re.compile(r'#include "(.*)"')
     missing = sorted(set(include.findall(wanted)) - set(include.findall(present)))
     return [f"{UMBRELLA}: {name} is missing" for name in missing] + [
-        f"{UMBRELLA}: is not in order; write it anew by: python3 tests/tree/check_tree.py --write-umbrella"
+        f"{UMBRELLA}: is not up to date; rewrite it: python3 tests/tree/check_tree.py --write-umbrella"
     ]
 
 
 def check_map(tree):
-    """README.md's map of the house names only folders that are there, and all in which the library and the driver have
-    files. An indented one lies in the one above it."""
+    """Checks that the source tree in README.md names only existing folders, and every folder of the library and the
+    driver that has files. An indented folder is in the one above it."""
     path = tree.root / README
     text = path.read_text(encoding="utf-8") if path.exists() else ""
-    found = re.search(r"^## The map of the house\n.*?^```text\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
+    found = re.search(r"^## Source tree\n.*?^```text\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
     if found is None:
-        return [f"{README}: has no map of the house"]
+        return [f"{README}: has no section with the source tree"]
     faults = []
     named = set()
     outer = []
     for line in found.group(1).splitlines():
         indent = len(line) - len(line.lstrip())
         outer = [(depth, folder) for depth, folder in outer if depth < indent]
-        # Folders with one line in common stand two blanks apart, what they are for follows behind three or more.
+        # Folders on one line are separated by two blanks; the description follows after three or more.
         for name in re.split(r"\s{3,}", line.strip())[0].split():
             folder = (outer[-1][1] if outer else tree.root) / name
             named.add(folder)
             if not folder.is_dir():
-                faults.append(f"{README}: the map names {folder.relative_to(tree.root)}, which does not exist")
+                faults.append(f"{README}: the source tree names {folder.relative_to(tree.root)}, which does not exist")
         outer.append((indent, folder))
-    for folder in sorted({file.parent for file in tree.files if file.parts[0] in ("VRELBase", "brivet")}):
-        if tree.root / folder not in named:
-            faults.append(f"{README}: the map does not name {folder}")
+    folders = {file.parent for file in tree.files if file.parts[0] in ("VRELBase", "brivet")}
+    for folder in sorted(folders):
+        if folder.name not in ("detail", "internal") and tree.root / folder not in named:
+            faults.append(f"{README}: the source tree does not name {folder}")
     return faults
 
 
 CHECKS = {
-    "floors": check_floors,
-    "circles": check_circles,
+    "layers": check_layers,
+    "cycles": check_cycles,
     "names": check_names,
     "tests": check_tests,
     "umbrella": check_umbrella,

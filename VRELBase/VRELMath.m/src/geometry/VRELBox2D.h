@@ -1,7 +1,7 @@
 // The box along the axes in 2D.
 #pragma once
 
-#include "VRELBoxOf.h"
+#include "detail/VRELBoxOf.h"
 #include "VRELExport.h"
 #include "VRELMorph2D.h"
 #include "VRELPoint2D.h"

@@ -1,7 +1,7 @@
 // The box along the axes in 3D.
 #pragma once
 
-#include "VRELBoxOf.h"
+#include "detail/VRELBoxOf.h"
 #include "VRELExport.h"
 #include "VRELMorph3D.h"
 #include "VRELPoint3D.h"

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "VRELAffine2D.h"
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELExport.h"
-#include "VRELMorphOf.h"
+#include "detail/VRELMorphOf.h"
 #include "VRELPoint2D.h"
 
 //   VRELMorph2D const twice(2.0);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "VRELAffine3D.h"
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELExport.h"
-#include "VRELMorphOf.h"
+#include "detail/VRELMorphOf.h"
 #include "VRELPoint3D.h"
 
 class VRELAssemblyComponentTransform;

@@ -1,6 +1,6 @@
 #include "VRELPoint2D.h"
 
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELMorph2D.h"
 
 VRELPoint2D::VRELPoint2D(double x, double y) noexcept {

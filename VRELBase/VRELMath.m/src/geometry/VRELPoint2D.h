@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPlainPoint.h"
+#include "detail/VRELPlainPoint.h"
 
 class VRELAffine2D;
 class VRELMorph2D;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELMorph3D.h"
 
 VRELPoint3D::VRELPoint3D(double x, double y, double z) noexcept {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPlainPoint.h"
+#include "detail/VRELPlainPoint.h"
 
 class VRELAffine3D;
 class VRELMorph3D;

@@ -1,6 +1,6 @@
 #include "VRELWeightPoint2D.h"
 
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELMorph2D.h"
 
 VRELWeightPoint2D::VRELWeightPoint2D() noexcept : VRELWeightPoint2D(1.0) {}

@@ -1,6 +1,6 @@
 #include "VRELWeightPoint3D.h"
 
-#include "VRELApplyMorph.h"
+#include "detail/VRELApplyMorph.h"
 #include "VRELMorph3D.h"
 
 VRELWeightPoint3D::VRELWeightPoint3D() noexcept : VRELWeightPoint3D(1.0) {}

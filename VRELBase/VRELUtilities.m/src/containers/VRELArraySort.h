@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "VRELByteSwap.h"
+#include "detail/VRELSwapObjectBytes.h"
 #include "VRELDynamicArray.h"
 
 // One run of qsort. Programs call qsort, below.
@@ -89,7 +89,7 @@ class VRELArraySort {
   unsigned char const* Bytes() const { return reinterpret_cast<unsigned char const*>(elements); }
 
   void Swap(int a, int b) {
-    if (a != b) VRELByteSwap(elements[a], elements[b]);
+    if (a != b) VRELSwapObjectBytes(elements[a], elements[b]);
   }
 
   VRELDynamicArray<T>& array;

@@ -1,7 +1,7 @@
 // The set of the library: elements without order, each there once.
 #pragma once
 
-#include "VRELHashTable.h"
+#include "detail/VRELHashTable.h"
 #include "VRELHashTraits.h"
 
 // Open addressing with linear probing: 17 slots at first, doubled before an entry would fill more than three quarters

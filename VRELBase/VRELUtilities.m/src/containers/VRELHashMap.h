@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELHashList.h"
-#include "VRELHashTable.h"
+#include "detail/VRELHashTable.h"
 #include "VRELPair.h"
 
 // Open addressing with linear probing: 17 slots at first, doubled before an entry would fill more than three quarters

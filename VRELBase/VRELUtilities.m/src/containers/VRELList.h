@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELNodeChain.h"
+#include "detail/VRELNodeChain.h"
 
 // A list of pointers, which never looks at what they point at and never deletes it. Null is a value like any other.
 // Pushing, popping and erasing take constant time; what searches takes linear time. Push, GetTop and Pop make a stack

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELNodeChain.h"
+#include "detail/VRELNodeChain.h"
 
 // A list of pointers, each under a key. Keys need not differ, and stay in the order of coming; a search goes from the
 // head and finds the first. For a map that searches in constant time take VRELHashMap. The pointers are never looked

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 
 // Beside the function of the same name, `class VRELAssert` names the type; VRELAssert::Printf needs no such care.
 class VREL_EXPORT VRELAssert {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 
 // The indentation of the channel; nothing that the channel sends is indented.
 extern VREL_EXPORT int _VRELTraceTab;

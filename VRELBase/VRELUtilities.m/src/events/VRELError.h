@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 #include "VRELString.h"
 #include "VRINResult.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "VRELExport.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 
 // What VRELWarning, VRELInfo, VRELVerbose and VRELTest share. Each call formats a text as printf does, puts it into an
 // event of the channel's class and sends that on the bus; whether it appears anywhere is up to the loggers. Nothing

@@ -5,7 +5,7 @@
 
 #include "VRELEvent.h"
 #include "VRELEventBus.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 
 // Each class below has a name, a level for its variadic constructor and one for its constructor on an argument list,
 // and a Fire of its own; the formatting stands here.

@@ -5,11 +5,11 @@
 #include <string_view>
 
 #include "Gk_String.h"
-#include "VRELCfgFileIndex.h"
+#include "detail/VRELCfgFileIndex.h"
 #include "VRELCfgFileSection.h"
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
-#include "VRELPrintfFormat.h"
+#include "detail/VRELPrintfFormat.h"
 #include "VRELString.h"
 #include "VRINResult.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "Gk_String.h"
-#include "VRELCfgFileIndex.h"
+#include "detail/VRELCfgFileIndex.h"
 #include "VRELCfgFileKey.h"
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"

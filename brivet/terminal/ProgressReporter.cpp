@@ -1,0 +1,32 @@
+#include "ProgressReporter.h"
+
+#include <algorithm>
+
+#include "Gk_ObservableDoc.h"
+#include "Gk_String.h"
+#include "VRELThirdPartyProgressEvent.h"
+
+ProgressReporter::ProgressReporter() : observable(Gk_ObservableDoc::addObservable(OBSERVABLE, Gk_Observer::ProgressType)) {}
+
+void ProgressReporter::Begin(char const* stage, long total) {
+  units = std::max(total, 1L);
+  observable.setStringInfo(Gk_String(stage));
+  observable.setMax(STEPS);
+  Tell(0);
+}
+
+void ProgressReporter::Done(long done) {
+  double const part = static_cast<double>(std::clamp(done, 0L, units)) / static_cast<double>(units);
+  int const now = static_cast<int>(part * STEPS);
+  if (now > told) Tell(now);
+}
+
+void ProgressReporter::End() {
+  observable.setOver();
+}
+
+void ProgressReporter::Tell(int steps) {
+  told = steps;
+  observable.setDone(steps);
+  VRELThirdPartyProgressEvent::Fire(static_cast<double>(steps) / STEPS);
+}

@@ -1,0 +1,82 @@
+#include "TextPage.h"
+
+#include <gtest/gtest.h>
+
+#include "PageFixture.h"
+
+TEST(TextPageTest, WritesTheWholeDocument) {
+  ReadDocument document(PageDocument());
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  std::string const page = TextOf([&request](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(TextPage(stream).WritePage(request), VREL_S_OK);
+  });
+  EXPECT_EQ(page,
+            "part.stp\n"
+            "\n"
+            "Header\n"
+            "------\n"
+            "FILE_NAME\n"
+            "File Name                : a<b\n"
+            "time_stamp               : (empty)\n"
+            "Author                   : (none)\n"
+            "Organization             : (none)\n"
+            "preprocessor_version     : (empty)\n"
+            "originating_system       : (empty)\n"
+            "authorization            : (empty)\n"
+            "\n"
+            "FILE_DESCRIPTION\n"
+            "description              : x\n"
+            "implementation_level     : (empty)\n"
+            "\n"
+            "FILE_SCHEMA\n"
+            "schema_identifiers       : S\n"
+            "\n"
+            "Instances\n"
+            "---------\n"
+            "data sections            : 2\n"
+            "instances                : 3\n"
+            "complex ones             : 1\n"
+            "left out                 : 1\n"
+            "\n"
+            "Types\n"
+            "-----\n"
+            "A                        : 2\n"
+            "(B C)                    : 1\n"
+            "\n"
+            "Data section 1\n"
+            "--------------\n"
+            "#1 = A('it's \xE3\x83\x96<U+000A> & <co>', .T., -1.5E-3, \"0F\", $, *, (#2, T(1), ()))\n"
+            "    referred to by #2\n"
+            "#2 = (B() C(#1, #1))\n"
+            "    referred to by #1 #99999999999999999999\n"
+            "\n"
+            "Data section 2\n"
+            "--------------\n"
+            "('two')\n"
+            "#99999999999999999999 = A(#2, #7, #99999999999999999999)\n"
+            "    referred to by #99999999999999999999\n");
+}
+
+TEST(TextPageTest, EndsWhereTheStreamIsFull) {
+  ReadDocument document(PageDocument());
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  FullStream target(700);
+  CheckedOutputStream stream(&target);
+  EXPECT_THROW(TextPage(stream).WritePage(request), CheckedOutputStream::Failure);
+}
+
+// So that memory does not grow with the length of an instance.
+TEST(TextPageTest, WritesALongLineInPieces) {
+  ReadDocument document(LongDocument());
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  PieceStream target;
+  CheckedOutputStream stream(&target);
+  TextPage page(stream);
+  EXPECT_EQ(page.WritePage(request), VREL_S_OK);
+  EXPECT_GT(target.total, 1'200'000);
+  EXPECT_LT(target.largest, 70'000);
+}
