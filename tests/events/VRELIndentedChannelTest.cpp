@@ -59,7 +59,7 @@ class VRELIndentedChannelTest : public testing::Test {
     for (ChannelRow const& channel : channels) *channel.counter = 0;
   }
 
-  // What one call sends.
+  // Returns the messages that one call sends.
   template <class... Arguments>
   static std::string TextOf(void (*print)(char const*, ...), char const* format, Arguments... arguments) {
     RecordingListener const listener;
@@ -69,7 +69,7 @@ class VRELIndentedChannelTest : public testing::Test {
   }
 };
 
-TEST_F(VRELIndentedChannelTest, EachChannelSendsItsEvent) {
+TEST_F(VRELIndentedChannelTest, ChannelsSendTheirEvents) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     for (auto* print : {channel.print, channel.noTabPrint}) {
@@ -94,7 +94,7 @@ TEST_F(VRELIndentedChannelTest, NullFormatSendsNothing) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, EmptyTextIsSentAsNone) {
+TEST_F(VRELIndentedChannelTest, EmptyMessageIsNull) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(TextOf(channel.print, ""), "(none)");
@@ -106,7 +106,7 @@ TEST_F(VRELIndentedChannelTest, EmptyTextIsSentAsNone) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, IndentsByThreeBlanksAUnit) {
+TEST_F(VRELIndentedChannelTest, IndentsThreeSpacesPerUnit) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(*channel.counter, 0);
@@ -127,7 +127,7 @@ TEST_F(VRELIndentedChannelTest, IndentsByThreeBlanksAUnit) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, EachChannelHasACounterOfItsOwn) {
+TEST_F(VRELIndentedChannelTest, CountersAreIndependent) {
   for (ChannelRow const& tabbed : channels) {
     tabbed.tab();
     for (ChannelRow const& channel : channels) {
@@ -138,7 +138,7 @@ TEST_F(VRELIndentedChannelTest, EachChannelHasACounterOfItsOwn) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, CountersOfAnySizeAreSafe) {
+TEST_F(VRELIndentedChannelTest, ExtremeCountersAreBounded) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     struct {
@@ -166,7 +166,7 @@ TEST_F(VRELIndentedChannelTest, CountersOfAnySizeAreSafe) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, CutsBehind1023Bytes) {
+TEST_F(VRELIndentedChannelTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
@@ -178,7 +178,7 @@ TEST_F(VRELIndentedChannelTest, CutsBehind1023Bytes) {
     EXPECT_EQ(TextOf(channel.print, "%s", fits.c_str()), "      " + std::string(1017, 'x'));
     EXPECT_EQ(TextOf(channel.print, "%s", std::string(1017, 'y').c_str()), "      " + std::string(1017, 'y'));
     *channel.counter = 0;
-    // The cut falls between two percent signs, before the second pass.
+    // The cut is between two percent signs, before the second pass.
     EXPECT_EQ(TextOf(channel.print, "%s", (std::string(1022, 'x') + "%%").c_str()), std::string(1022, 'x') + "%");
     EXPECT_EQ(TextOf(channel.print, "%s", (std::string(1021, 'x') + "%%y").c_str()), std::string(1021, 'x') + "%");
   }
@@ -199,7 +199,7 @@ TEST_F(VRELIndentedChannelTest, FormatsTwice) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, DirectivesLeftInTheTextReadNoArgument) {
+TEST_F(VRELIndentedChannelTest, SecondPassReadsNoArgument) {
   char const* const texts[] = {"%s %n %d %5$s %*d",
                                "%s%s%s%s%s%s%s%s%s%s%s%s",
                                "%n%n%n%n%n%n",
@@ -224,7 +224,7 @@ TEST_F(VRELIndentedChannelTest, DirectivesLeftInTheTextReadNoArgument) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSignsFromTheLeft) {
+TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSigns) {
   std::mt19937 random(20240607);
   char const letters[] = {'%', '%', '%', 's', 'n', 'd', '*', '$', '5', ' ', '\n', '\xE9'};
   for (int round = 0; round < 2000; ++round) {
@@ -245,7 +245,7 @@ TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSignsFromTheLeft) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, FormatsAlsoWhenNobodyListens) {
+TEST_F(VRELIndentedChannelTest, FormatsWithoutListener) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     int written = 0;
@@ -254,7 +254,7 @@ TEST_F(VRELIndentedChannelTest, FormatsAlsoWhenNobodyListens) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, ShowsMatricesByRows) {
+TEST_F(VRELIndentedChannelTest, PrintsMatricesByRows) {
   float const by4[16] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12.5F, -13.25F, 1234.5F, -0.0F};
   Texts const rowsBy4 = {
       "[ 0.000,  4.000,  8.000, 12.500]\n",
@@ -293,7 +293,7 @@ TEST_F(VRELIndentedChannelTest, ShowsMatricesByRows) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, ShowsPointsLastCoordinateFirst) {
+TEST_F(VRELIndentedChannelTest, PrintsPointsInReverse) {
   float const points[9] = {1, 2, 3, -4.5F, 0, 100.125F, 7, 8, 9};
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
@@ -310,7 +310,7 @@ TEST_F(VRELIndentedChannelTest, ShowsPointsLastCoordinateFirst) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, PrintsNothingOfNull) {
+TEST_F(VRELIndentedChannelTest, PrintsNothingForNull) {
   for (ChannelRow const& channel : channels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
@@ -321,7 +321,7 @@ TEST_F(VRELIndentedChannelTest, PrintsNothingOfNull) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, LineOfHugeNumbersIsCut) {
+TEST_F(VRELIndentedChannelTest, CutsLineOfHugeNumbers) {
   double huge[12];
   for (double& each : huge) each = 1e308;
   RecordingListener const listener;

@@ -34,7 +34,7 @@ void* NewImpl(int& alive) {
   return static_cast<VRINObjectImpl*>(new WatchedImpl(alive));
 }
 
-TEST(VRINObjectTest, BeginsInvalid) {
+TEST(VRINObjectTest, StartsInvalid) {
   VRINObject object("Watched");
   EXPECT_FALSE(object.IsValid());
   EXPECT_EQ(object.GetData(), nullptr);
@@ -44,7 +44,7 @@ TEST(VRINObjectTest, BeginsInvalid) {
   EXPECT_TRUE((std::is_same_v<decltype(object.Unref()), long>));
 }
 
-TEST(VRINObjectTest, IsValidWithATypeAndData) {
+TEST(VRINObjectTest, IsValidNeedsTypeAndData) {
   int alive = 0;
   VRINObject object("Watched");
   object.SetData(NewImpl(alive));
@@ -55,7 +55,7 @@ TEST(VRINObjectTest, IsValidWithATypeAndData) {
   EXPECT_NE(nameless.GetData(), nullptr);
 }
 
-TEST(VRINObjectTest, IsValidAndTheDestructorAreVirtual) {
+TEST(VRINObjectTest, IsValidAndDestructorAreVirtual) {
   int alive = 0;
   struct Derived : VRINObject {
     explicit Derived(int& count) : VRINObject("Derived"), alive(count) { ++alive; }
@@ -69,8 +69,8 @@ TEST(VRINObjectTest, IsValidAndTheDestructorAreVirtual) {
   EXPECT_EQ(alive, 0);
 }
 
-// A table of virtual operations, the type and the data; derived handles have no state of their own.
-TEST(VRINObjectTest, HandlesAreThreeWords) {
+// Virtual table pointer, type name and data; derived handles add no field.
+TEST(VRINObjectTest, HandlesHaveThreeWords) {
   EXPECT_EQ(SlotOf(&VRINObject::IsValid), 0U);
   EXPECT_EQ(sizeof(VRINObject), 3 * sizeof(void*));
   EXPECT_EQ(sizeof(VRINName), sizeof(VRINObject));
@@ -108,7 +108,7 @@ TEST(VRINObjectTest, ImplementationsAddOneField) {
   EXPECT_EQ(sizeof(VRINUnitImpl), sizeof(WithUnit));
 }
 
-TEST(VRINObjectTest, TheLastHandleDeletesTheImplementation) {
+TEST(VRINObjectTest, LastHandleDeletesImplementation) {
   int alive = 0;
   {
     VRINObject first("Watched");
@@ -125,7 +125,7 @@ TEST(VRINObjectTest, TheLastHandleDeletesTheImplementation) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(VRINObjectTest, SetDataLetsGoOfTheOldImplementation) {
+TEST(VRINObjectTest, SetDataReleasesPrevious) {
   int alive = 0;
   VRINObject object("Watched");
   object.SetData(NewImpl(alive));
@@ -141,7 +141,7 @@ TEST(VRINObjectTest, SetDataLetsGoOfTheOldImplementation) {
   EXPECT_FALSE(object.IsValid());
 }
 
-TEST(VRINObjectTest, RefAndUnrefGiveTheCount) {
+TEST(VRINObjectTest, RefAndUnrefReturnCount) {
   int alive = 0;
   VRINObject object("Watched");
   object.SetData(NewImpl(alive));
@@ -156,7 +156,7 @@ TEST(VRINObjectTest, RefAndUnrefGiveTheCount) {
   EXPECT_EQ(object.Unref(), 0);
 }
 
-TEST(VRINObjectTest, ACountBelowZeroDeletesToo) {
+TEST(VRINObjectTest, NegativeCountDeletes) {
   int alive = 0;
   VRINObject object("Watched");
   object.SetData(NewImpl(alive));
@@ -195,7 +195,7 @@ TEST(VRINObjectTest, CopiesAndAssignmentsShare) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(VRINObjectTest, DerivedClassesCopyRightToo) {
+TEST(VRINObjectTest, DerivedClassesShareOnCopy) {
   VRINName first("a");
   {
     VRINName const copy(first);

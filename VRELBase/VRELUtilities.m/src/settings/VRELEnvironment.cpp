@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "VRELChannelLine.h"
@@ -49,13 +50,17 @@ VRELEnvironment::VRELEnvironment() = default;
 
 VRELEnvironment::~VRELEnvironment() = default;
 
+// The first calls can run on several threads: each creates an object, one of them stores its own, and the others delete
+// theirs.
 VRELEnvironment* VRELEnvironment::GetEnv() {
-  if (_pVariables == nullptr) {
-    _pVariables = new VRELEnvironment;
-    // Its own, so that no handle that comes and goes destroys it.
-    _pVariables->RaiseReference();
-  }
-  return _pVariables;
+  VRELEnvironment* current = __atomic_load_n(&_pVariables, __ATOMIC_ACQUIRE);
+  if (current != nullptr) return current;
+  auto created = std::make_unique<VRELEnvironment>();
+  // A reference of its own, so that no handle deletes it.
+  created->RaiseReference();
+  bool const isStored = __atomic_compare_exchange_n(&_pVariables, &current, created.get(), false, __ATOMIC_ACQ_REL,
+                                                    __ATOMIC_ACQUIRE);
+  return isStored ? created.release() : current;
 }
 
 VRINResult VRELEnvironment::GetVariable(VRELString const& name, VRELString& value) {
