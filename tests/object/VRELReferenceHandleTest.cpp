@@ -353,6 +353,21 @@ TEST(VRELReferenceHandleTest, LoopReleasesLongChain) {
   EXPECT_EQ(deletions, 2 * kLength);
 }
 
+TEST(VRELReferenceHandleTest, LoopKeepsSharedTail) {
+  int deletions = 0;
+  VRELReferenceHandle head;
+  for (int i = 0; i < 3; ++i) {
+    auto* const node = new Node(deletions);
+    node->next = std::move(head);
+    head.reset(node);
+  }
+  VRELReferenceHandle const second(static_cast<Node*>(head.GetInstance())->next);
+  while (head != nullptr) head = static_cast<Node*>(head.GetInstance())->next;
+  EXPECT_EQ(deletions, 1);
+  EXPECT_TRUE(second.IsLastCall());
+  EXPECT_TRUE(static_cast<Node*>(second.GetInstance())->next.IsLastCall());
+}
+
 TEST(VRELTypedHandleTest, ComparesWithNullptrAndPointer) {
   int deletions = 0;
   auto* const object = new Counter(deletions);

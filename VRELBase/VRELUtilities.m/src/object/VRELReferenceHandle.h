@@ -22,7 +22,7 @@
 //
 // The destructor of an object that holds a handle on the next one runs recursively. Release a long chain in a loop:
 //
-//   while (head) head = std::move(head->next);
+//   while (head != nullptr) head = head->next;
 class VREL_EXPORT VRELReferenceHandle {
  public:
   // Creates a handle on `object`, or an invalid handle if it is null.
