@@ -11,11 +11,25 @@
 #include "Document.h"
 #include "OnThreads.h"
 #include "Progress.h"
+#include "VRELFilePath.h"
 #include "VRELFormatReaderHandle.h"
 #include "VRELOptions.h"
-#include "VRELStringOutputStream.h"
+#include "VRELOutputStream.h"
+#include "VRELReader.h"
 
 namespace {
+
+class StringStream : public VRELOutputStream {
+ public:
+  int write(char const* bytes, int count) override {
+    text.append(bytes, static_cast<std::size_t>(count));
+    return count;
+  }
+  void flush() override {}
+  void close() override {}
+
+  std::string text;
+};
 
 template <class Function>
 Function* Find(char const* module, char const* name) {
@@ -29,15 +43,18 @@ std::string Translate(BrivetOpenFunction* open, BrivetWriteFunction* write) {
   open(request);
   EXPECT_TRUE(request.result.IsSuccess()) << request.result.GetMessage();
   if (request.document == nullptr) return "";
-  VRELFormatReaderHandle const owner(request.document);
-  VRELStringOutputStream stream;
+  VRELFormatReaderHandle owner(request.document);
+  VRELReader reader(owner);
+  reader.ReadHeaderSection();
+  reader.ReadDataSection();
+  reader.Resolve();
+  StringStream stream;
   VRELOptions options;
   Progress progress;
   BrivetWriteRequest output{request.document, &stream, &options, &progress, "bracket"};
   write(output);
   EXPECT_TRUE(output.result.IsSuccess()) << output.result.GetMessage();
-  stream.writeChar('\0');
-  return stream.contents();
+  return stream.text;
 }
 
 TEST(DocumentsTest, EightPagesAtOnce) {

@@ -45,7 +45,7 @@ TEST(IndependentObjectsTest, StringsAndContainers) {
     VRELDynamicArray<VRELString> array;
     for (int i = 0; i < 200; ++i) {
       VRELString const key = VRELString(L"r\u00E4der ") + VRELString(std::to_string(i * (thread + 1)));
-      map.Set(key, i);
+      map.Add(key, i);
       array.add(key);
       char* bytes = nullptr;
       EXPECT_TRUE(VRELStringToChars(key, bytes).IsSuccess());
@@ -106,7 +106,7 @@ TEST(IndependentObjectsTest, FilesAndStreams) {
     EXPECT_EQ(filePath.GetName().toUtf8(), name);
     VRELFileInputStream stream(path.c_str());
     EXPECT_EQ(stream.readChar(), 'a' + thread);
-    EXPECT_EQ(stream.skip(9000), 9000);
+    stream.skip(9000);
     EXPECT_EQ(stream.readChar(), 'a' + thread);
     VRELFileHeader header;
     header.Set(VRELFileHeader::AUTHOR, name.c_str());

@@ -22,7 +22,7 @@ class VREL_EXPORT VRELReferenceCount {
  public:
   explicit VRELReferenceCount(unsigned int initialCount = 0) noexcept : count(initialCount) {}
 
-  // Creates an object with count 0, whatever the count of the source.
+  // Creates an object with count 0; the count of the source is not copied.
   VRELReferenceCount(VRELReferenceCount const&) noexcept : count(0) {}
 
   // Sets the count to 0, also in a self-assignment. See Compatibility above.
