@@ -64,15 +64,15 @@ TEST(VRINObjectImplTest, CastKeepsPointer) {
 }
 
 TEST(VRINObjectImplTest, DestructorIsVirtual) {
-  struct Watched : VRINObjectImpl {
-    explicit Watched(bool& flag) : VRINObjectImpl("Watched"), isGone(flag) {}
-    ~Watched() override { isGone = true; }
-    bool& isGone;
+  struct CountedImpl : VRINObjectImpl {
+    explicit CountedImpl(bool& flag) : VRINObjectImpl("Counted"), isDestroyed(flag) {}
+    ~CountedImpl() override { isDestroyed = true; }
+    bool& isDestroyed;
   };
-  bool isGone = false;
-  VRINObjectImpl* const object = new Watched(isGone);
+  bool isDestroyed = false;
+  VRINObjectImpl* const object = new CountedImpl(isDestroyed);
   delete object;
-  EXPECT_TRUE(isGone);
+  EXPECT_TRUE(isDestroyed);
 }
 
 }  // namespace

@@ -51,52 +51,52 @@ TEST(VRELStartupTest, NamesFollowTheirArrayInListOrder) {
 
 TEST(VRELStartupTest, NamesPrecedeUnitsAndBus) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("VRELEventBus::_eventBus"), actual.end());
-  ASSERT_NE(place("Gk_Unit::meter"), actual.end());
-  EXPECT_LT(place("VRINRepresentationName::Visualization"), place("Gk_Unit::meter"));
-  EXPECT_LT(place("Gk_Unit::uinch"), place("VRELEventBus::_eventBus"));
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("VRELEventBus::_eventBus"), actual.end());
+  ASSERT_NE(position("Gk_Unit::meter"), actual.end());
+  EXPECT_LT(position("VRINRepresentationName::Visualization"), position("Gk_Unit::meter"));
+  EXPECT_LT(position("Gk_Unit::uinch"), position("VRELEventBus::_eventBus"));
 }
 
 TEST(VRELStartupTest, MatrixIsBetweenUnitsAndHeaderKeys) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("VREL4x4MatrixI"), actual.end());
-  EXPECT_LT(place("Gk_Unit::uinch"), place("VREL4x4MatrixI"));
-  EXPECT_LT(place("VREL4x4MatrixI"), place("VRELFileHeader::MODIFICATION_DATE"));
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("VREL4x4MatrixI"), actual.end());
+  EXPECT_LT(position("Gk_Unit::uinch"), position("VREL4x4MatrixI"));
+  EXPECT_LT(position("VREL4x4MatrixI"), position("VRELFileHeader::MODIFICATION_DATE"));
 }
 
 TEST(VRELStartupTest, BusPrecedesConsoleLogger) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("VRELConsoleLogger::_console"), actual.end());
-  EXPECT_LT(place("VRELFileOutputStream::console"), place("VRELConsoleLogger::_console"));
-  EXPECT_LT(place("VRELEventBus::_eventBus"), place("VRELConsoleLogger::_console"));
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("VRELConsoleLogger::_console"), actual.end());
+  EXPECT_LT(position("VRELFileOutputStream::console"), position("VRELConsoleLogger::_console"));
+  EXPECT_LT(position("VRELEventBus::_eventBus"), position("VRELConsoleLogger::_console"));
 }
 
 TEST(VRELStartupTest, ConsoleLoggerPrecedesModules) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("VRELLibraryManager::_libraries"), actual.end());
-  EXPECT_LT(place("VRELConsoleLogger::_console"), place("VRELLibraryManager::_libraries"));
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("VRELLibraryManager::_libraries"), actual.end());
+  EXPECT_LT(position("VRELConsoleLogger::_console"), position("VRELLibraryManager::_libraries"));
 }
 
 TEST(VRELStartupTest, TimingLoggerIsAfterWhatItUses) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("VRELTimingLogger::_timer"), actual.end());
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("VRELTimingLogger::_timer"), actual.end());
   for (char const* const earlier : {"VRELEventBus::_eventBus", "VRELPerfTrackerStatus::instance",
                                     "VRELConsoleLogger::_console", "VRELLibraryManager::_libraries"}) {
-    EXPECT_LT(place(earlier), place("VRELTimingLogger::_timer")) << earlier;
+    EXPECT_LT(position(earlier), position("VRELTimingLogger::_timer")) << earlier;
   }
 }
 
 // The formatter flushes its stream, which can be the console, in its destructor.
 TEST(VRELStartupTest, ConsoleStreamPrecedesObserverTrace) {
   std::vector<std::string> const actual = ConstructedObjects();
-  auto const place = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
-  ASSERT_NE(place("Gk_ObservableDoc::_debugSink"), actual.end());
-  EXPECT_LT(place("VRELFileOutputStream::console"), place("Gk_ObservableDoc::_debugSink"));
+  auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
+  ASSERT_NE(position("Gk_ObservableDoc::_debugSink"), actual.end());
+  EXPECT_LT(position("VRELFileOutputStream::console"), position("Gk_ObservableDoc::_debugSink"));
 }
 
 TEST(VRELStartupTest, LoadsAndUnloadsRepeatedly) {

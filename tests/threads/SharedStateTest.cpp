@@ -3,19 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "Gk_ErrMgr.h"
 #include "OnThreads.h"
+#include "VRELEnvironment.h"
 #include "VRELErrorEvent.h"
 #include "VRELErrorTracker.h"
 #include "VRELEventBus.h"
 #include "VRELFileHeader.h"
 #include "VRELInfo.h"
+#include "VRELInputStream.h"
 #include "VRELOption.h"
 #include "VRELOptions.h"
 #include "VRELReferenceHandle.h"
 #include "VRELStreamFormatter.h"
+#include "VRELUnit.h"
 #include "VRELValue.h"
 #include "VRINValue.h"
 
@@ -113,6 +117,34 @@ TEST_F(SharedStateTest, FormatBuffer) {
     VRELStreamFormatter formatter(nullptr);
     formatter.format("%d", thread);
   }));
+}
+
+// Returns the requested number of bytes.
+class EndlessStream : public VRELInputStream {
+ public:
+  VRELInputStream* duplicate() override { return nullptr; }
+  int read(char* buffer, int count) override {
+    std::memset(buffer, 'x', static_cast<std::size_t>(count));
+    return count;
+  }
+};
+
+TEST_F(SharedStateTest, SkipBuffer) {
+  EXPECT_RACE(Share([](int) {
+    EndlessStream stream;
+    stream.skip(100);
+  }));
+}
+
+TEST_F(SharedStateTest, Environment) {
+  EXPECT_RACE(Share([](int thread) {
+    VRELString value(std::to_string(thread));
+    VRELEnvironment::PutVariable(VRELString(L"VRELProbe"), value);
+  }));
+}
+
+TEST_F(SharedStateTest, SystemUnits) {
+  EXPECT_RACE(Share([](int thread) { set_sending_system_unit(thread % 2 == 0 ? VRELUnitMillimeter : VRELUnitInch); }));
 }
 
 #else

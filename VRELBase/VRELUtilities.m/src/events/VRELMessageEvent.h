@@ -29,7 +29,7 @@ class VREL_EXPORT VRELMessageEvent : public VRELTextEventOf<VRELMessageEvent> {
 
  private:
   struct Prefix {
-    bool shown;
+    bool isEnabled;
   };
   VRELMessageEvent(Prefix prefix, char const* format, ...);
 

@@ -27,8 +27,8 @@ VRELTextEvent::~VRELTextEvent() {
 void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximumLength) {
   if (format == nullptr) return;
   char text[kMaximumLength + 1];
-  va_list again;
-  va_copy(again, arguments);
+  va_list copy;
+  va_copy(copy, arguments);
   int const length = std::min(std::vsnprintf(text, sizeof text, format, arguments), maximumLength);
   if (length > 0 && text[0] != '\0') {
     std::size_t const size = static_cast<std::size_t>(length);
@@ -36,11 +36,11 @@ void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximu
     if (length <= kMaximumLength) {
       std::memcpy(message, text, size);
     } else {
-      std::vsnprintf(message, size + 1, format, again);
+      std::vsnprintf(message, size + 1, format, copy);
     }
     message[size] = '\0';
   }
-  va_end(again);
+  va_end(copy);
 }
 
 void VRELTextEvent::WriteLine(VRELOutputStream* stream, char const* prefix) const {
