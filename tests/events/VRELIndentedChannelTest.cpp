@@ -46,7 +46,7 @@ constexpr ChannelRow Row(char const* name, int& counter, char const* eventName, 
           Channel::PrintPointArray};
 }
 
-ChannelRow const channels[] = {
+ChannelRow const kChannels[] = {
     Row<VRELWarning>("VRELWarning", _VRELWarningTab, "VRELWarningEvent", 70),
     Row<VRELInfo>("VRELInfo", _VRELInfoTab, "VRELMessageEvent", 50),
     Row<VRELVerbose>("VRELVerbose", _VRELVerboseTab, "VRELMessageEvent", 50),
@@ -56,7 +56,7 @@ ChannelRow const channels[] = {
 class VRELIndentedChannelTest : public testing::Test {
  protected:
   ~VRELIndentedChannelTest() override {
-    for (ChannelRow const& channel : channels) *channel.counter = 0;
+    for (ChannelRow const& channel : kChannels) *channel.counter = 0;
   }
 
   // Returns the messages that one call sends.
@@ -70,7 +70,7 @@ class VRELIndentedChannelTest : public testing::Test {
 };
 
 TEST_F(VRELIndentedChannelTest, ChannelsSendTheirEvents) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (auto* print : {channel.print, channel.noTabPrint}) {
       RecordingListener const listener;
@@ -84,7 +84,7 @@ TEST_F(VRELIndentedChannelTest, ChannelsSendTheirEvents) {
 }
 
 TEST_F(VRELIndentedChannelTest, NullFormatSendsNothing) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     *channel.counter = 1;
@@ -95,7 +95,7 @@ TEST_F(VRELIndentedChannelTest, NullFormatSendsNothing) {
 }
 
 TEST_F(VRELIndentedChannelTest, EmptyMessageIsNull) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(TextOf(channel.print, ""), "(none)");
     EXPECT_EQ(TextOf(channel.print, "%s", ""), "(none)");
@@ -107,7 +107,7 @@ TEST_F(VRELIndentedChannelTest, EmptyMessageIsNull) {
 }
 
 TEST_F(VRELIndentedChannelTest, IndentsThreeSpacesPerUnit) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(*channel.counter, 0);
     EXPECT_EQ(TextOf(channel.print, "x\n"), "x\n");
@@ -128,9 +128,9 @@ TEST_F(VRELIndentedChannelTest, IndentsThreeSpacesPerUnit) {
 }
 
 TEST_F(VRELIndentedChannelTest, CountersAreIndependent) {
-  for (ChannelRow const& tabbed : channels) {
+  for (ChannelRow const& tabbed : kChannels) {
     tabbed.tab();
-    for (ChannelRow const& channel : channels) {
+    for (ChannelRow const& channel : kChannels) {
       SCOPED_TRACE(std::string(tabbed.name) + " " + channel.name);
       EXPECT_EQ(TextOf(channel.print, "x"), &channel == &tabbed ? "   x" : "x");
     }
@@ -139,7 +139,7 @@ TEST_F(VRELIndentedChannelTest, CountersAreIndependent) {
 }
 
 TEST_F(VRELIndentedChannelTest, ExtremeCountersAreBounded) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     struct {
       int counter;
@@ -168,7 +168,7 @@ TEST_F(VRELIndentedChannelTest, ExtremeCountersAreBounded) {
 
 TEST_F(VRELIndentedChannelTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(TextOf(channel.print, "%s", fits.c_str()), fits);
     EXPECT_EQ(TextOf(channel.print, "%sy", fits.c_str()), fits);
@@ -185,7 +185,7 @@ TEST_F(VRELIndentedChannelTest, CutsAfter1023Bytes) {
 }
 
 TEST_F(VRELIndentedChannelTest, FormatsTwice) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (auto* print : {channel.print, channel.noTabPrint}) {
       EXPECT_EQ(TextOf(print, "100%%%%"), "100%");
@@ -213,7 +213,7 @@ TEST_F(VRELIndentedChannelTest, SecondPassReadsNoArgument) {
                                "%5%",
                                "%Lf %a",
                                "%99999999d"};
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (char const* text : texts) {
       EXPECT_EQ(TextOf(channel.print, "%s", text), text);
@@ -246,7 +246,7 @@ TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSigns) {
 }
 
 TEST_F(VRELIndentedChannelTest, FormatsWithoutListener) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     int written = 0;
     channel.print("abc%n", &written);
@@ -268,7 +268,7 @@ TEST_F(VRELIndentedChannelTest, PrintsMatricesByRows) {
       "[1.000, -4.500, 7.000, 1000.062]\n",
       "[2.000, 5.000, 8.000, 0.000]\n",
   };
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     {
       RecordingListener const listener;
@@ -295,7 +295,7 @@ TEST_F(VRELIndentedChannelTest, PrintsMatricesByRows) {
 
 TEST_F(VRELIndentedChannelTest, PrintsPointsInReverse) {
   float const points[9] = {1, 2, 3, -4.5F, 0, 100.125F, 7, 8, 9};
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     channel.printPoints(points, 2);
@@ -311,7 +311,7 @@ TEST_F(VRELIndentedChannelTest, PrintsPointsInReverse) {
 }
 
 TEST_F(VRELIndentedChannelTest, PrintsNothingForNull) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     channel.print4x4(nullptr);

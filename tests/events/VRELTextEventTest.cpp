@@ -60,7 +60,7 @@ constexpr MessageEventRow Row(char const* name, int variadicLevel, int listLevel
           [](char const* format, char const* argument) { Event::Fire(format, argument); }};
 }
 
-MessageEventRow const rows[] = {
+MessageEventRow const kRows[] = {
     Row<VRELErrorEvent>("VRELErrorEvent", 80, 80),     Row<VRELWarningEvent>("VRELWarningEvent", 70, 50),
     Row<VRELMessageEvent>("VRELMessageEvent", 50, 50), Row<VRELVerboseEvent>("VRELVerboseEvent", 30, 30),
     Row<VRELTestEvent>("VRELTestEvent", 20, 20),       Row<VRELDebugEvent>("VRELDebugEvent", 10, 10),
@@ -68,7 +68,7 @@ MessageEventRow const rows[] = {
 };
 
 TEST(VRELTextEventTest, ClassesHaveNamesAndLevels) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     auto const variadic = row.makeVariadic("text %s", "x");
     EXPECT_STREQ(variadic->GetEventName(), row.name);
@@ -86,7 +86,7 @@ TEST(VRELTextEventTest, ClassesHaveNamesAndLevels) {
 }
 
 TEST(VRELTextEventTest, FireUsesLevelOfListConstructor) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire("text %s", "z");
@@ -98,7 +98,7 @@ TEST(VRELTextEventTest, FireUsesLevelOfListConstructor) {
 }
 
 TEST(VRELTextEventTest, FireFormatsOnce) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire("100%% of %s", "%d %s %n 5%%");
@@ -107,7 +107,7 @@ TEST(VRELTextEventTest, FireFormatsOnce) {
 }
 
 TEST(VRELTextEventTest, FireOfNullSendsNothing) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire(nullptr, "x");
@@ -116,7 +116,7 @@ TEST(VRELTextEventTest, FireOfNullSendsNothing) {
 }
 
 TEST(VRELTextEventTest, EmptyMessageIsNull) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.makeVariadic("", "x")->GetMessage(), nullptr);
     EXPECT_EQ(row.makeFromList("", "x")->GetMessage(), nullptr);
@@ -133,7 +133,7 @@ TEST(VRELTextEventTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
   std::string const tooLong = fits + "y";
   std::string const farTooLong(100000, 'x');
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.makeVariadic("%s", fits.c_str())->GetMessage(), fits);
     EXPECT_EQ(row.makeVariadic("%s", tooLong.c_str())->GetMessage(), fits);
@@ -147,7 +147,7 @@ TEST(VRELTextEventTest, CutsAfter1023Bytes) {
 }
 
 TEST(VRELTextEventTest, CopyIsDeep) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     auto source = row.makeVariadic("text %s", "x");
     auto const copy = row.copy(*source);

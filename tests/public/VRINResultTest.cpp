@@ -8,7 +8,7 @@
 namespace {
 
 constexpr long kUnknownSuccess = 0x1234;
-constexpr long kForeignFailure = 0x1050007;
+constexpr long kOtherDomainFailure = 0x1050007;
 
 struct CodeRow {
   long code;
@@ -58,7 +58,7 @@ TEST(VRINResultTest, OtherValuesAreUnknownResult) {
 }
 
 TEST(VRINResultTest, ReadsPackedFields) {
-  VRINResult const result(kForeignFailure);
+  VRINResult const result(kOtherDomainFailure);
   EXPECT_EQ(result.GetCriticity(), 1);
   EXPECT_EQ(result.GetDomain(), 5);
   EXPECT_EQ(result.GetNumber(), 7);
@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
         ClassRow{0x4000001, false, false, false, false, true}, ClassRow{0x8000006, false, false, false, false, true},
         // Another value of the same criticity.
         ClassRow{0x10000001, true, false, true, false, false}, ClassRow{0x13000006, false, false, false, false, true},
-        ClassRow{kForeignFailure, false, false, false, false, true}));
+        ClassRow{kOtherDomainFailure, false, false, false, false, true}));
 
 TEST(VRINResultTest, GetReturnCodeReturnsExitStatus) {
   EXPECT_EQ(VRINResult(VREL_S_OK).GetReturnCode(), 0);
@@ -147,7 +147,7 @@ TEST(VRINResultTest, GetReturnCodeReturnsExitStatus) {
   EXPECT_EQ(VRINResult(VREL_E_INVALID_ARGUMENT).GetReturnCode(), 11);
   EXPECT_EQ(VRINResult(VREL_E_ABORTED).GetReturnCode(), 3);
   EXPECT_EQ(VRINResult(VREL_UNDETERMINED).GetReturnCode(), 6);
-  EXPECT_EQ(VRINResult(kForeignFailure).GetReturnCode(), 1);
+  EXPECT_EQ(VRINResult(kOtherDomainFailure).GetReturnCode(), 1);
   EXPECT_EQ(VRINResult(0x1FF0000).GetReturnCode(), 1);
   EXPECT_EQ(VRINResult(0x100FFFF).GetReturnCode(), 0xFFFF);
   EXPECT_EQ(VRINResult(0x11000007).GetReturnCode(), 7) << "bits 28 to 31 are ignored";
@@ -161,35 +161,39 @@ TEST(VRINResultTest, GetReturnCodeOfFlagIsInverted) {
   EXPECT_EQ(VRINResult::GetOKKOString(true), VRINResult::GetOKKOString(true));
 }
 
-// Rows: left sides; columns: right sides; in the order of `sides`.
+// Left sides are rows and right sides are columns, in the order of kSides.
 constexpr long kOk = 0;
 constexpr long kPartial = 1;
 constexpr long kNoEntity = 2;
 constexpr long kNoGeometry = 3;
 constexpr long kFail = 0x1000001;
-constexpr long kMissing = 0x1000005;
+constexpr long kNotImplemented = 0x1000005;
 constexpr long kAborted = 0x2000003;
-constexpr long kOpen = 0x3000006;
-std::vector<long> const sides = {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, 0x1234};
+constexpr long kUndetermined = 0x3000006;
+std::vector<long> const kSides = {kOk,      kPartial,      kNoEntity, kNoGeometry, kFail, kNotImplemented,
+                                  kAborted, kUndetermined, 0x1234};
 
 TEST(VRINResultTest, ConjunctionKeepsWorse) {
   std::vector<std::vector<long>> const expected = {
-      /* success     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, kOk},
-      /* partial     */ {1, 1, 1, 1, kFail, kMissing, kAborted, kOpen, 1},
-      /* no entity   */ {2, kPartial, 2, 3, kFail, kMissing, kAborted, kOpen, 2},
-      /* no geometry */ {3, kPartial, 3, 3, kFail, kMissing, kAborted, kOpen, 3},
+      /* success     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kNotImplemented, kAborted, kUndetermined, kOk},
+      /* partial     */ {1, 1, 1, 1, kFail, kNotImplemented, kAborted, kUndetermined, 1},
+      /* no entity   */ {2, kPartial, 2, 3, kFail, kNotImplemented, kAborted, kUndetermined, 2},
+      /* no geometry */ {3, kPartial, 3, 3, kFail, kNotImplemented, kAborted, kUndetermined, 3},
       /* failure     */ {kFail, kFail, kFail, kFail, kFail, kFail, kFail, kFail, kFail},
-      /* missing     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, 0x1234},
+      /* missing     */
+      {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kNotImplemented, kAborted, kUndetermined, 0x1234},
       /* aborted     */
       {kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted},
-      /* open        */ {kOpen, kOpen, kOpen, kOpen, kFail, kMissing, kAborted, kOpen, kOpen},
-      /* 0x1234      */ {0x1234, kPartial, 2, 3, kFail, kMissing, kAborted, kOpen, 0x1234},
+      /* open        */
+      {kUndetermined, kUndetermined, kUndetermined, kUndetermined, kFail, kNotImplemented, kAborted, kUndetermined,
+       kUndetermined},
+      /* 0x1234      */ {0x1234, kPartial, 2, 3, kFail, kNotImplemented, kAborted, kUndetermined, 0x1234},
   };
-  for (std::size_t left = 0; left < sides.size(); ++left) {
-    for (std::size_t right = 0; right < sides.size(); ++right) {
-      VRINResult result(sides[left]);
-      VRINResult const returned = (result &= VRINResult(sides[right]));
-      EXPECT_EQ(result, expected[left][right]) << std::hex << sides[left] << " &= " << sides[right];
+  for (std::size_t left = 0; left < kSides.size(); ++left) {
+    for (std::size_t right = 0; right < kSides.size(); ++right) {
+      VRINResult result(kSides[left]);
+      VRINResult const returned = (result &= VRINResult(kSides[right]));
+      EXPECT_EQ(result, expected[left][right]) << std::hex << kSides[left] << " &= " << kSides[right];
       EXPECT_EQ(returned, result);
     }
   }
@@ -202,16 +206,16 @@ TEST(VRINResultTest, DisjunctionBecomesPartial) {
       /* no entity   */ {2, 1, 2, 2, 1, 1, 1, 1, 2},
       /* no geometry */ {3, 1, 3, 3, 1, 1, 1, 1, 3},
       /* failure     */ {1, 1, 1, 1, kFail, kFail, kFail, kFail, 1},
-      /* missing     */ {1, 1, 1, 1, kMissing, kMissing, kMissing, kMissing, 1},
+      /* missing     */ {1, 1, 1, 1, kNotImplemented, kNotImplemented, kNotImplemented, kNotImplemented, 1},
       /* aborted     */ {1, 1, 1, 1, kAborted, kAborted, kAborted, kAborted, 1},
-      /* open        */ {1, kOpen, 1, 1, kFail, kMissing, kAborted, kOpen, 1},
+      /* open        */ {1, kUndetermined, 1, 1, kFail, kNotImplemented, kAborted, kUndetermined, 1},
       /* 0x1234      */ {0x1234, 1, 0x1234, 0x1234, 1, 1, 1, 1, 0x1234},
   };
-  for (std::size_t left = 0; left < sides.size(); ++left) {
-    for (std::size_t right = 0; right < sides.size(); ++right) {
-      VRINResult result(sides[left]);
-      VRINResult const returned = (result |= VRINResult(sides[right]));
-      EXPECT_EQ(result, expected[left][right]) << std::hex << sides[left] << " |= " << sides[right];
+  for (std::size_t left = 0; left < kSides.size(); ++left) {
+    for (std::size_t right = 0; right < kSides.size(); ++right) {
+      VRINResult result(kSides[left]);
+      VRINResult const returned = (result |= VRINResult(kSides[right]));
+      EXPECT_EQ(result, expected[left][right]) << std::hex << kSides[left] << " |= " << kSides[right];
       EXPECT_EQ(returned, result);
     }
   }
