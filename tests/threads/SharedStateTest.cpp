@@ -8,7 +8,6 @@
 
 #include "Gk_ErrMgr.h"
 #include "OnThreads.h"
-#include "VRELEnvironment.h"
 #include "VRELErrorEvent.h"
 #include "VRELErrorTracker.h"
 #include "VRELEventBus.h"
@@ -133,13 +132,6 @@ TEST_F(SharedStateTest, SkipBuffer) {
   EXPECT_RACE(Share([](int) {
     EndlessStream stream;
     stream.skip(100);
-  }));
-}
-
-TEST_F(SharedStateTest, Environment) {
-  EXPECT_RACE(Share([](int thread) {
-    VRELString value(std::to_string(thread));
-    VRELEnvironment::PutVariable(VRELString(L"VRELProbe"), value);
   }));
 }
 
