@@ -164,7 +164,7 @@ class FuzzTest(unittest.TestCase):
         return answer.stdout, answer.stderr, answer.returncode
 
     def test_requires_duration(self):
-        advice = "the first argument is the number of seconds for each fuzzer, or --fixed"
+        advice = "the first argument is the number of seconds for each fuzzer, --fixed or --minimize"
         for arguments, text in [((), "no arguments"), (("VRELBlastFuzzer",), "VRELBlastFuzzer"), (("-1",), "-1")]:
             with self.subTest(arguments):
                 expected = ("", f"script/fuzz: failed while reading {text}\nhint: {advice}\n", 1)
