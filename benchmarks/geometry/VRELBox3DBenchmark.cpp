@@ -1,4 +1,4 @@
-// VRELBox3D::ExtendTo beside Eigen::AlignedBox3d::extend.
+// VRELBox3D::ExtendTo, point by point and for an array, compared with Eigen::AlignedBox3d::extend.
 #include "VRELBox3D.h"
 
 #include <benchmark/benchmark.h>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// The same coordinates for each kind of point.
+// Returns points with the same coordinates for each type of point.
 template <class Point>
 std::vector<Point> Points(std::int64_t count) {
   std::mt19937 random(84);
@@ -37,6 +37,17 @@ void BoxExtendTo(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BoxExtendTo)->Arg(1000)->Arg(1000000);
+
+void BoxExtendToArray(benchmark::State& state) {
+  std::vector<VRELPoint3D> const points = Points<VRELPoint3D>(state.range(0));
+  for (auto _ : state) {
+    VRELBox3D box;
+    box.ExtendTo(points.data(), points.size());
+    benchmark::DoNotOptimize(box);
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BoxExtendToArray)->Arg(1000)->Arg(1000000);
 
 #ifdef VREL_BENCHMARK_EIGEN
 void EigenExtend(benchmark::State& state) {

@@ -5,6 +5,9 @@
 #include <climits>
 
 #include "Coordinates.h"
+#include "VRELMatrixOfVRELPoint3D.h"
+#include "VRELMatrixOfVRELWeightPoint3D.h"
+#include "VRELMatrixOfdouble.h"
 
 namespace {
 
