@@ -11,9 +11,9 @@ namespace {
 // Number of periods that principalParam adds or subtracts one by one.
 constexpr int kMaxSinglePeriods = 1 << 24;
 
-// Adds `step` to `v` until `isDone` returns true, at most kMaxSinglePeriods times, and returns whether it got there. Stops
-// early if the step is lost in rounding. A distance of more than twice that many steps is not even tried: rounding
-// enlarges a step that has an effect to at most twice its size.
+// Adds `step` to `v` until `isDone` returns true, at most kMaxSinglePeriods times, and returns whether it got there.
+// Stops early if the step is lost in rounding. A distance of more than twice that many steps is not even tried:
+// rounding enlarges a step that has an effect to at most twice its size.
 template <class Condition>
 bool Step(double& v, double distance, double step, Condition const& isDone) noexcept {
   if (!(distance / std::fabs(step) <= 2.0 * kMaxSinglePeriods)) return false;
@@ -74,8 +74,7 @@ double Gk_Domain::principalParam(double v) const noexcept {
   if (!isPeriodic) return lowEnd;
 
   double const given = v;
-  bool const isReduced =
-      Step(v, v - highEnd, -period, isNotAbove) && Step(v, lowEnd - v, period, isNotBelow);
+  bool const isReduced = Step(v, v - highEnd, -period, isNotAbove) && Step(v, lowEnd - v, period, isNotBelow);
   if (!isReduced) v = ReduceAtOnce(given, lowEnd, highEnd);
   return lowEnd > v ? lowEnd : v;
 }

@@ -8,8 +8,8 @@
 
 class VRELStreamFormatter;
 
-// Interval from low to high with its own tolerance, the fuzz. Either end may be unbounded; the number of an unbounded end
-// is then ignored unless noted otherwise.
+// Interval from low to high with its own tolerance, the fuzz. Either end may be unbounded; the number of an unbounded
+// end is then ignored unless noted otherwise.
 //
 //   Gk_Domain knots(0.0, 1.0, Gk_Def::FuzzKnot);
 //   knots.extend(2.5);                                // true, now 0 to 2.5
@@ -75,12 +75,13 @@ class VREL_EXPORT Gk_Domain {
     return isContained(other.lowEnd) && isContained(other.highEnd);
   }
 
-  // Return true if the number, or both ends of `other`, are on the inner side of each bounded end by more than the fuzz.
+  // Return true if the number, or both ends of `other`, are on the inner side of each bounded end by more than the
+  // fuzz.
   bool isInside(double v) const noexcept;
   bool isInside(Gk_Domain const& other) const noexcept { return isInside(other.lowEnd) && isInside(other.highEnd); }
 
-  // Returns true if the same ends are bounded and they are equal within the tolerance `within`. -1.0 selects the fuzz of
-  // this interval.
+  // Returns true if the same ends are bounded and they are equal within the tolerance `within`. -1.0 selects the fuzz
+  // of this interval.
   bool isSame(Gk_Domain const& other, double within) const noexcept;
 
   // Clamps `v` to the interval and snaps it to an end within the fuzz, whether the ends are bounded or not.
@@ -88,8 +89,8 @@ class VREL_EXPORT Gk_Domain {
 
   // Reduces a periodic parameter to the interval by adding or subtracting the length as often as needed. Returns `v`
   // unchanged if an end is unbounded or if `v` is NaN. A parameter that is a whole number of periods above the high end
-  // becomes the high end. Returns the low end if `v` is outside and cannot be reduced, because the length is not above 0
-  // or because `v` or the length is infinite.
+  // becomes the high end. Returns the low end if `v` is outside and cannot be reduced, because the length is not above
+  // 0 or because `v` or the length is infinite.
   //
   // Up to 2^24 periods are added one by one, with the rounding of each addition; larger distances are reduced in one
   // step.

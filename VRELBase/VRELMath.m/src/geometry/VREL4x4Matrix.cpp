@@ -120,8 +120,8 @@ void VREL4x4Matrix::GetTranslation(VRELVectorf& translation) const noexcept {
 }
 
 // Change of basis: transforms into a frame in which the axis is the z axis through the origin, rotates about z, and
-// transforms back, that is F^-1 R F for row vectors. If the axis is parallel to z, the frame is only translated, and the
-// sign of z selects the sense of the rotation.
+// transforms back, that is F^-1 R F for row vectors. If the axis is parallel to z, the frame is only translated, and
+// the sign of z selects the sense of the rotation.
 void VREL4x4Matrix::SetRotation(VRELDirectionf const& direction, VRELPointf const& point, float const& angle) noexcept {
   float const x = direction.X();
   float const y = direction.Y();

@@ -9,8 +9,8 @@
 #include "VRELVectorf.h"
 
 // 4 by 4 matrix of floats for row vectors: rows 0 to 2 are the images of the axes, row 3 is the translation, and the
-// fourth column is normally 0, 0, 0, 1. The determinant and the uniform scaling of the upper 3 by 3 part are cached; the
-// cache is valid only after the operations that compute it.
+// fourth column is normally 0, 0, 0, 1. The determinant and the uniform scaling of the upper 3 by 3 part are cached;
+// the cache is valid only after the operations that compute it.
 //
 //   VREL4x4Matrix const m(VRELVectorf(1.0F, 2.0F, 3.0F), 2.0F);
 //   VRELPointf const p = m * VRELPointf(1.0F, 0.0F, 0.0F);  // 3, 2, 3
@@ -36,8 +36,8 @@ class VREL_EXPORT VREL4x4Matrix {
   // Compatibility: if the length of the axis is at most 1e-15, the matrix is a scaling by `s` with the last row
   // 0, 0, 1, 0.
   VREL4x4Matrix(VRELVectorf const& axis, VRELPointf const& point, float s) noexcept;
-  // Creates the same rotation, followed by the translation, with the upper 3 by 3 part then scaled by `s`. If the length
-  // of the axis is at most 1e-15, all elements are 0.
+  // Creates the same rotation, followed by the translation, with the upper 3 by 3 part then scaled by `s`. If the
+  // length of the axis is at most 1e-15, all elements are 0.
   VREL4x4Matrix(VRELVectorf const& translation, VRELVectorf const& axis, VRELPointf const& point, float s) noexcept;
   VREL4x4Matrix(VREL4x4Matrix const& other) noexcept = default;
   VREL4x4Matrix& operator=(VREL4x4Matrix const& other) noexcept = default;
@@ -59,9 +59,9 @@ class VREL_EXPORT VREL4x4Matrix {
   // Returns the first three values of row 3.
   void GetTranslation(VRELVectorf& translation) const noexcept;
 
-  // Sets the matrix to the rotation about the direction through `point` by an angle in radians. Computes determinant and
-  // scaling.
-  // Compatibility: the rotation is left-handed, from y to x about the z axis, opposite to VRELMath3x3Matrixf.
+  // Sets the matrix to the rotation about the direction through `point` by an angle in radians. Computes determinant
+  // and scaling. Compatibility: the rotation is left-handed, from y to x about the z axis, opposite to
+  // VRELMath3x3Matrixf.
   void SetRotation(VRELDirectionf const& direction, VRELPointf const& point, float const& angle) noexcept;
 
   // Multiplies the upper 3 by 3 part by `s` and computes determinant and scaling. The translation does not change.

@@ -139,8 +139,8 @@ double SignedMinor(VRELAffine const& affine, int row, int column) {
 
 }  // namespace
 
-// In three dimensions, the cyclic indexes (i + 1) mod 3 and (i + 2) mod 3 include the sign of the cofactor. The value is
-// checked against the textbook formula; a difference is only asserted.
+// In three dimensions, the cyclic indexes (i + 1) mod 3 and (i + 2) mod 3 include the sign of the cofactor. The value
+// is checked against the textbook formula; a difference is only asserted.
 double VRELAffine::DeterminantOfCofactor(int row, int column) const {
   if (dimension != 2 && dimension != 3) return 0.0;
   int const r = Modulo(row, dimension);

@@ -57,12 +57,12 @@ class VREL_EXPORT VRELAffine {
   VRELAffine& SetTo(VRELAffine const& other);
   VRELAffine& Multiply(double factor) noexcept;
   // Polls for an abort and multiplies every element by 1 / divisor; a divisor of 0 results in infinities.
-  // Compatibility: asserts that the divisor is 0 within Gk_Def::FuzzReal, so that the assertion fails for every ordinary
-  // divisor. It has no effect on the result.
+  // Compatibility: asserts that the divisor is 0 within Gk_Def::FuzzReal, so that the assertion fails for every
+  // ordinary divisor. It has no effect on the result.
   VRELAffine& Divide(double divisor);
 
-  // Sets `out` to the product of this matrix and `other`. Requires: `out` is neither of the two; its elements are written
-  // before the operands are read completely.
+  // Sets `out` to the product of this matrix and `other`. Requires: `out` is neither of the two; its elements are
+  // written before the operands are read completely.
   void Multiply(VRELAffine const& other, VRELAffine& out) const noexcept;
 
   // Transposes in place.

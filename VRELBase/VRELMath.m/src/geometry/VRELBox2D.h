@@ -1,10 +1,10 @@
 // Axis-aligned box in 2D.
 #pragma once
 
-#include "detail/VRELBoxOf.h"
 #include "VRELExport.h"
 #include "VRELMorph2D.h"
 #include "VRELPoint2D.h"
+#include "detail/VRELBoxOf.h"
 
 // Axis-aligned box in 2D.
 //

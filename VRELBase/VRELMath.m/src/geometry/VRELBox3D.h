@@ -1,10 +1,10 @@
 // Axis-aligned box in 3D.
 #pragma once
 
-#include "detail/VRELBoxOf.h"
 #include "VRELExport.h"
 #include "VRELMorph3D.h"
 #include "VRELPoint3D.h"
+#include "detail/VRELBoxOf.h"
 
 // Axis-aligned box in 3D.
 //

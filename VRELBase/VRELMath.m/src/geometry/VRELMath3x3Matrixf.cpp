@@ -4,11 +4,11 @@
 #include <cmath>
 #include <iterator>
 
-// Classification: a matrix whose columns are orthogonal to each other is a rotation, a reflection or both, times a scale,
-// if all columns have the same length. The type then records the sign of the determinant and whether the length is 1.
-// The type is only a cache for Determinant and Inverse: the inverse of an isometry is its transpose, the inverse of a
-// uniformly scaled one is the transpose times |det|^(-2/3), and any other matrix is inverted by its adjugate (Cramer's
-// rule).
+// Classification: a matrix whose columns are orthogonal to each other is a rotation, a reflection or both, times a
+// scale, if all columns have the same length. The type then records the sign of the determinant and whether the length
+// is 1. The type is only a cache for Determinant and Inverse: the inverse of an isometry is its transpose, the inverse
+// of a uniformly scaled one is the transpose times |det|^(-2/3), and any other matrix is inverted by its adjugate
+// (Cramer's rule).
 
 namespace {
 

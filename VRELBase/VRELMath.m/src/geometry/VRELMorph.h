@@ -7,8 +7,8 @@
 
 class VRELStreamFormatter;
 
-// Transformation p' = s (A p) + t with a scale s, a square matrix A and a translation t. Use VRELMorph2D and VRELMorph3D;
-// use this base class in code that does not depend on the dimension:
+// Transformation p' = s (A p) + t with a scale s, a square matrix A and a translation t. Use VRELMorph2D and
+// VRELMorph3D; use this base class in code that does not depend on the dimension:
 //
 //   double ScaledLength(VRELMorph const& morph, double length) { return morph.scaleFactor() * length; }
 //

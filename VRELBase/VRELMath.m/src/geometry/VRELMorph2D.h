@@ -2,10 +2,10 @@
 #pragma once
 
 #include "VRELAffine2D.h"
-#include "detail/VRELApplyMorph.h"
 #include "VRELExport.h"
-#include "detail/VRELMorphOf.h"
 #include "VRELPoint2D.h"
+#include "detail/VRELApplyMorph.h"
+#include "detail/VRELMorphOf.h"
 
 // Transformation p' = s (A p) + t of 2D points.
 //

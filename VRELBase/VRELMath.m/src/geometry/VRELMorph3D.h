@@ -2,10 +2,10 @@
 #pragma once
 
 #include "VRELAffine3D.h"
-#include "detail/VRELApplyMorph.h"
 #include "VRELExport.h"
-#include "detail/VRELMorphOf.h"
 #include "VRELPoint3D.h"
+#include "detail/VRELApplyMorph.h"
+#include "detail/VRELMorphOf.h"
 
 class VRELAssemblyComponentTransform;
 

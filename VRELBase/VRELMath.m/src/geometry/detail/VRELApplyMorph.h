@@ -58,8 +58,8 @@ inline void vrelApplyAffine(VRELAffine const& affine, double* p) noexcept {
   local.Store(p);
 }
 
-// Replaces the N coordinates p by s (A p) + w t, leaving out the parts that have no effect according to the flags of the
-// morph. The weight w is 1 for a point without a weight.
+// Replaces the N coordinates p by s (A p) + w t, leaving out the parts that have no effect according to the flags of
+// the morph. The weight w is 1 for a point without a weight.
 template <int N, class Morph>
 inline void vrelApplyMorph(Morph const& morph, bool noTranslation, double weight, double* p) noexcept {
   if (morph.isIdentity()) return;

@@ -10,8 +10,8 @@
 #include "VRELBox.h"
 #include "VRINResult.h"
 
-// Axis-aligned box with one Gk_Domain for each of N axes, as a CRTP base class of `Box`. All tolerances are those of the
-// domains, 1e-10. No operation fails.
+// Axis-aligned box with one Gk_Domain for each of N axes, as a CRTP base class of `Box`. All tolerances are those of
+// the domains, 1e-10. No operation fails.
 template <class Box, class Point, class Morph, int N>
 class VRELBoxOf : public VRELBox {
  public:
@@ -40,8 +40,8 @@ class VRELBoxOf : public VRELBox {
     return VREL_S_OK;
   }
 
-  // Extends the box to contain `point`; an empty box becomes the point. Returns true if a side moved. A point inside the
-  // box, or outside within the tolerance, moves nothing.
+  // Extends the box to contain `point`; an empty box becomes the point. Returns true if a side moved. A point inside
+  // the box, or outside within the tolerance, moves nothing.
   virtual bool ExtendTo(Point const& point) {
     double const* const p = point.GetCoordinates();
     return !IsBetweenCorners(p) && ExtendAxes(p);
@@ -56,8 +56,8 @@ class VRELBoxOf : public VRELBox {
     return byHigh || byLow;
   }
 
-  // Extends the box to contain `count` points of an array, with the result of one ExtendTo after the other but without a
-  // virtual call for each: the fastest way to bound many points. Returns true if a side moved. Does nothing for null.
+  // Extends the box to contain `count` points of an array, with the result of one ExtendTo after the other but without
+  // a virtual call for each: the fastest way to bound many points. Returns true if a side moved. Does nothing for null.
   bool ExtendTo(Point const* points, std::size_t count) noexcept {
     bool changed = false;
     Corners corners(domain);
@@ -121,9 +121,9 @@ class VRELBoxOf : public VRELBox {
   VRELBoxOf& operator=(VRELBoxOf const&) noexcept = default;
 
  private:
-  // Copy of the bounds of all axes, which the compiler keeps in registers while an array is searched for points that are
-  // not between the corners. This needs no tolerances, and skips most points of a large number. Nothing is between the
-  // corners of an empty box.
+  // Copy of the bounds of all axes, which the compiler keeps in registers while an array is searched for points that
+  // are not between the corners. This needs no tolerances, and skips most points of a large number. Nothing is between
+  // the corners of an empty box.
   class Corners {
    public:
     explicit Corners(Gk_Domain const (&domains)[N]) noexcept {
