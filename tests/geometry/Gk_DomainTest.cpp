@@ -557,4 +557,39 @@ TEST(Gk_DomainTest, ExtendedDomainsAreTheBoundsOfTheirNumbers) {
   }
 }
 
+// The same loop as principalParam describes, without a limit.
+double AddPeriods(double v, double low, double high) {
+  double const period = high - low;
+  while (v > high) v -= period;
+  while (!(low - v <= Gk_Def::FuzzReal)) v += period;
+  return low > v ? low : v;
+}
+
+TEST(Gk_DomainTest, PrincipalParamRoundsEachOf16MillionPeriods) {
+  struct {
+    double low;
+    double high;
+    double v;
+  } const cases[] = {
+      {0.0, 0.1, 1677721.55},       // 2^24 - 1 periods; the sum of the roundings is 2e-4 of a period
+      {0.0, 0.1, -1677721.55},      // the same from below
+      {-0.3, 0.4, 70000.0 * 0.77},  // 77000 periods, above the old limit of 65536
+      {100.0, 100.7, 1e7},          // 14285572 periods
+  };
+  for (auto const& each : cases) {
+    double const expected = AddPeriods(each.v, each.low, each.high);
+    double const fast = std::fmod(each.v - each.low, each.high - each.low);
+    EXPECT_EQ(Gk_Domain(each.low, each.high, fuzz).principalParam(each.v), expected) << each.v;
+    EXPECT_NE(expected, each.low + (fast < 0.0 ? fast + each.high - each.low : fast)) << "cannot tell the two apart";
+  }
+}
+
+TEST(Gk_DomainTest, PrincipalParamEndsIfPeriodIsLostInRounding) {
+  // At 1e17 doubles are 16 apart: adding 1 changes nothing, adding 9 adds 16.
+  EXPECT_EQ(Gk_Domain(0, 1, fuzz).principalParam(1e17), 1.0);
+  double const reduced = Gk_Domain(0, 9, fuzz).principalParam(1e17);
+  EXPECT_GE(reduced, 0.0);
+  EXPECT_LE(reduced, 9.0);
+}
+
 }  // namespace

@@ -390,4 +390,24 @@ TYPED_TEST(VRELBoxOfTest, BoundsThePointsThatItIsExtendedTo) {
   }
 }
 
+TYPED_TEST(VRELBoxOfTest, ExtendToArrayEqualsExtendToEach) {
+  using Box = typename TestFixture::TheBox;
+  // Points within the tolerance of a side do not move it, so that the result depends on the order.
+  decltype(this->At(0, 0, 0)) const points[] = {
+      this->At(0, 0, 0),          this->At(1, 1, 1),  this->At(1 + 5e-11, 1, 1),  this->At(1 + 2e-10, 0.5, 0.5),
+      this->At(notANumber, 0, 0), this->At(0, -3, 0), this->At(0.5, 0, infinity), this->At(0.5, 0.5, 0.5)};
+  for (std::size_t count = 0; count <= 8; ++count) {
+    SCOPED_TRACE(count);
+    Box one;
+    bool changed = false;
+    for (std::size_t i = 0; i < count; ++i) changed = one.ExtendTo(points[i]) || changed;
+    Box all;
+    EXPECT_EQ(all.ExtendTo(points, count), changed);
+    this->ExpectBox(all, one.low(), one.high());
+  }
+  Box box = this->UnitBox();
+  EXPECT_FALSE(box.ExtendTo(nullptr, 3));
+  EXPECT_FALSE(box.ExtendTo(points, 1));
+}
+
 }  // namespace

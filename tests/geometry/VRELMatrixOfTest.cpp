@@ -1,3 +1,9 @@
+// The grids are classes that a client can declare without their headers.
+class VRELMatrixOfdouble;
+class VRELMatrixOfVRELPoint3D;
+class VRELMatrixOfVRELWeightPoint3D;
+int RowCount(VRELMatrixOfdouble const& grid);
+
 #include "detail/VRELMatrixOf.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +14,10 @@
 #include "VRELMatrixOfVRELPoint3D.h"
 #include "VRELMatrixOfVRELWeightPoint3D.h"
 #include "VRELMatrixOfdouble.h"
+
+int RowCount(VRELMatrixOfdouble const& grid) {
+  return grid.uSize();
+}
 
 namespace {
 
@@ -144,6 +154,21 @@ TEST(VRELMatrixOfTest, ASubsetIsZeroOutsideOfTheGrid) {
   VRELMatrixOfdouble const none = m.subset(0, 0, 2, 2);
   EXPECT_EQ(none.uSize(), 0);
   EXPECT_EQ(none.vSize(), 0);
+}
+
+TEST(VRELMatrixOfTest, IteratesRowByRow) {
+  VRELMatrixOfdouble m(sixValues, 2, 3);
+  VRELMatrixOfdouble const& constant = m;
+  EXPECT_EQ(Values(constant.begin(), constant.end()), Values(sixValues, sixValues + 6));
+  for (double& value : m) value *= 2.0;
+  EXPECT_EQ(m.elem(1, 2), 12.0);
+  VRELMatrixOfdouble const none;
+  EXPECT_EQ(none.begin(), none.end());
+}
+
+TEST(VRELMatrixOfTest, CanBeDeclaredAhead) {
+  VRELMatrixOfdouble const m(sixValues, 2, 3);
+  EXPECT_EQ(RowCount(m), 2);
 }
 
 }  // namespace

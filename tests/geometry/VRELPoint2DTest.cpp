@@ -8,6 +8,7 @@
 #include "Coordinates.h"
 #include "VRELAffine2D.h"
 #include "VRELMorph2D.h"
+#include "VRELPoint2DHandle.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -50,6 +51,61 @@ TEST(VRELPoint2DTest, OrthogonalizeExchangesSignedNeighbours) {
     SCOPED_TRACE(testing::PrintToString(Coordinates(point)));
     EXPECT_EQ(Coordinates(point.Orthogonalize()), expected);
   }
+}
+
+class RecordingPoint : public VRELPoint2D {
+ public:
+  using VRELPoint2D::VRELPoint2D;
+  void Transform(VRELAffine2D const&) override { ++affines; }
+  void Transform(VRELMorph2D const&, bool) override { ++morphs; }
+  int affines = 0;
+  int morphs = 0;
+};
+
+TEST(VRELPoint2DTest, TransformCanBeOverridden) {
+  RecordingPoint recording;
+  VRELPoint2D& point = recording;
+  point.Transform(VRELAffine2D());
+  point.Transform(VRELMorph2D(2.0), false);
+  EXPECT_EQ(recording.affines, 1);
+  EXPECT_EQ(recording.morphs, 1);
+}
+
+TEST(VRELPoint2DTest, TransformAllEqualsTransformOfEach) {
+  VRELMorph2D morph(VRELPoint2D(0.5, 1.5));
+  morph.setScale(3.0);
+  for (bool noTranslation : {false, true}) {
+    VRELPoint2D points[] = {VRELPoint2D(1.0, 2.0), VRELPoint2D(), VRELPoint2D(7.0, 8.0)};
+    VRELPoint2D::TransformAll(points, 2, morph, noTranslation);
+    VRELPoint2D first(1.0, 2.0);
+    VRELPoint2D second;
+    first.Transform(morph, noTranslation);
+    second.Transform(morph, noTranslation);
+    EXPECT_EQ(points[0], first);
+    EXPECT_EQ(points[1], second);
+    EXPECT_EQ(points[2], VRELPoint2D(7.0, 8.0));
+  }
+  VRELPoint2D::TransformAll(nullptr, 5, morph, false);
+}
+
+TEST(VRELPoint2DTest, CopyFromKeepsReferenceCount) {
+  VRELPoint2DHandle handle(new VRELPoint2D(1.0, 2.0));
+  VRELPoint2DHandle const second(handle);
+  handle->CopyFrom(VRELPoint2D(7.0, 8.0));
+  EXPECT_EQ(handle->GetReferenceCount(), 2U);
+  EXPECT_EQ(*second.operator->(), VRELPoint2D(7.0, 8.0));
+  handle->CopyFrom(*handle.operator->());
+  EXPECT_EQ(*second.operator->(), VRELPoint2D(7.0, 8.0));
+}
+
+TEST(VRELPoint2DTest, ComparesExactly) {
+  EXPECT_TRUE(VRELPoint2D(1.0, 2.0) == VRELPoint2D(1.0, 2.0));
+  EXPECT_FALSE(VRELPoint2D(1.0, 2.0) != VRELPoint2D(1.0, 2.0));
+  VRELPoint2D other(1.0, 2.0);
+  other[1] += 1e-12;
+  EXPECT_TRUE(VRELPoint2D(1.0, 2.0) != other);
+  other[0] = notANumber;
+  EXPECT_FALSE(other == other);
 }
 
 }  // namespace

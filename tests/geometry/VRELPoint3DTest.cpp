@@ -8,6 +8,7 @@
 #include "Coordinates.h"
 #include "VRELAffine3D.h"
 #include "VRELMorph3D.h"
+#include "VRELPoint3DHandle.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -75,6 +76,61 @@ TEST(VRELPoint3DTest, OrthogonalizeExchangesSignedNeighboursOnce) {
     SCOPED_TRACE(testing::PrintToString(Coordinates(point)));
     EXPECT_EQ(Coordinates(point.Orthogonalize()), expected);
   }
+}
+
+class RecordingPoint : public VRELPoint3D {
+ public:
+  using VRELPoint3D::VRELPoint3D;
+  void Transform(VRELAffine3D const&) override { ++affines; }
+  void Transform(VRELMorph3D const&, bool) override { ++morphs; }
+  int affines = 0;
+  int morphs = 0;
+};
+
+TEST(VRELPoint3DTest, TransformCanBeOverridden) {
+  RecordingPoint recording;
+  VRELPoint3D& point = recording;
+  point.Transform(VRELAffine3D());
+  point.Transform(VRELMorph3D(2.0), false);
+  EXPECT_EQ(recording.affines, 1);
+  EXPECT_EQ(recording.morphs, 1);
+}
+
+TEST(VRELPoint3DTest, TransformAllEqualsTransformOfEach) {
+  VRELMorph3D morph(VRELPoint3D(0.5, 1.5, -2.0));
+  morph.setScale(3.0);
+  for (bool noTranslation : {false, true}) {
+    VRELPoint3D points[] = {VRELPoint3D(1.0, 2.0, 3.0), VRELPoint3D(), VRELPoint3D(7.0, 8.0, 9.0)};
+    VRELPoint3D::TransformAll(points, 2, morph, noTranslation);
+    VRELPoint3D first(1.0, 2.0, 3.0);
+    VRELPoint3D second;
+    first.Transform(morph, noTranslation);
+    second.Transform(morph, noTranslation);
+    EXPECT_EQ(points[0], first);
+    EXPECT_EQ(points[1], second);
+    EXPECT_EQ(points[2], VRELPoint3D(7.0, 8.0, 9.0));
+  }
+  VRELPoint3D::TransformAll(nullptr, 5, morph, false);
+}
+
+TEST(VRELPoint3DTest, CopyFromKeepsReferenceCount) {
+  VRELPoint3DHandle handle(new VRELPoint3D(1.0, 2.0, 3.0));
+  VRELPoint3DHandle const second(handle);
+  handle->CopyFrom(VRELPoint3D(7.0, 8.0, 9.0));
+  EXPECT_EQ(handle->GetReferenceCount(), 2U);
+  EXPECT_EQ(*second.operator->(), VRELPoint3D(7.0, 8.0, 9.0));
+  handle->CopyFrom(*handle.operator->());
+  EXPECT_EQ(*second.operator->(), VRELPoint3D(7.0, 8.0, 9.0));
+}
+
+TEST(VRELPoint3DTest, ComparesExactly) {
+  EXPECT_TRUE(VRELPoint3D(1.0, 2.0, 3.0) == VRELPoint3D(1.0, 2.0, 3.0));
+  EXPECT_FALSE(VRELPoint3D(1.0, 2.0, 3.0) != VRELPoint3D(1.0, 2.0, 3.0));
+  VRELPoint3D other(1.0, 2.0, 3.0);
+  other[2] += 1e-12;
+  EXPECT_TRUE(VRELPoint3D(1.0, 2.0, 3.0) != other);
+  other[0] = notANumber;
+  EXPECT_FALSE(other == other);
 }
 
 }  // namespace

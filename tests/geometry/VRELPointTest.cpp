@@ -304,4 +304,26 @@ TEST(VRELPointTest, HandlesHoldAndRelease) {
   EXPECT_FALSE(VRELPointHandle().IsValid());
 }
 
+TEST(VRELPointTest, CopyFromCopiesCoordinatesOfAnyKind) {
+  VRELPointHandle handle(new VRELPoint3D(1.0, 2.0, 3.0));
+  handle->CopyFrom(VRELPoint2D(5.0, 6.0));
+  EXPECT_EQ(Coordinates(*handle.operator->()), (Values{5.0, 6.0, 6.0}));
+  EXPECT_EQ(handle->GetReferenceCount(), 1U);
+
+  VRELPointHandle weighted(new VRELWeightPoint3D(7.0));
+  weighted->CopyFrom(VRELPoint3D(1.0, 2.0, 3.0));
+  EXPECT_EQ(Coordinates(*weighted.operator->(), 4), (Values{1.0, 2.0, 3.0, 7.0}));
+  weighted->CopyFrom(VRELWeightPoint3D(VRELPoint3D(4.0, 5.0, 6.0), 2.0, false));
+  EXPECT_EQ(Coordinates(*weighted.operator->(), 4), (Values{4.0, 5.0, 6.0, 2.0}));
+  EXPECT_EQ(weighted->GetReferenceCount(), 1U);
+}
+
+TEST(VRELPointTest, IteratesOverCoordinates) {
+  VRELPoint2D const flat(3.0, 4.0);
+  EXPECT_EQ(Values(flat.begin(), flat.end()), (Values{3.0, 4.0}));
+  double sum = 0.0;
+  for (double coordinate : VRELWeightPoint3D(VRELPoint3D(1.0, 2.0, 4.0), 9.0, false)) sum += coordinate;
+  EXPECT_EQ(sum, 7.0);
+}
+
 }  // namespace

@@ -73,4 +73,12 @@ TEST(VRELPointfTest, MinimumAndMaximumReplaceEachCoordinate) {
   EXPECT_EQ(Floats(high), (FloatValues{2.0F, 5.0F, 3.5F}));
 }
 
+TEST(VRELPointfTest, IsEqualComparesAllCoordinates) {
+  VRELPointf const point(1.0F, 2.0F, 3.0F);
+  EXPECT_TRUE(point.IsEqual(point));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(1.0F, 2.0F, 4.0F)));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(1.0F, 5.0F, 3.0F)));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(0.0F, 2.0F, 3.0F)));
+}
+
 }  // namespace

@@ -192,4 +192,19 @@ TYPED_TEST(VRELWeightPointTest, CheckedOperationsPollForAnAbortBeforeTheyChangeA
   EXPECT_FALSE(PollsAbort([&] { p += target; }));
 }
 
+TYPED_TEST(VRELWeightPointTest, CopyFromKeepsReferenceCount) {
+  using Point = typename TypeParam::Weighted;
+  Point point = this->Stored(1.0, 2.0, 3.0, 4.0);
+  point.RaiseReference();
+  point.CopyFrom(this->Stored(5.0, 6.0, 7.0, 8.0));
+  EXPECT_EQ(this->All(point), this->All(5.0, 6.0, 7.0, 8.0));
+  EXPECT_EQ(point.GetReferenceCount(), 1U);
+}
+
+TYPED_TEST(VRELWeightPointTest, ComparesCoordinatesAndWeight) {
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) == this->Stored(1.0, 2.0, 3.0, 4.0));
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) != this->Stored(1.0, 2.0, 3.0, 5.0));
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) != this->Stored(1.0, 9.0, 3.0, 4.0));
+}
+
 }  // namespace
