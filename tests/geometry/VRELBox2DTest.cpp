@@ -15,12 +15,12 @@ TEST(VRELBox2DTest, HasTwoDimensions) {
   EXPECT_EQ(box.high()[1], 2.0);
 }
 
-TEST(VRELBox2DTest, TheDiagonalGoesFromCornerToCorner) {
+TEST(VRELBox2DTest, DiagonalIsDistanceOfCorners) {
   EXPECT_EQ(VRELBox2D(VRELPoint2D(4, 5), VRELPoint2D(1, 1)).diagonal(), 5.0);
   EXPECT_EQ(VRELBox2D().diagonal(), 0.0);
 }
 
-TEST(VRELBox2DTest, ApplyIsPromisedToTurnTwoCornersAlone) {
+TEST(VRELBox2DTest, ApplyTransformsTwoCorners) {
   // A quarter turn.
   VRELAffine2D turn;
   turn.SetElement(0, 1, -1.0);

@@ -15,12 +15,12 @@ TEST(VRELBox3DTest, HasThreeDimensions) {
   EXPECT_EQ(box.high()[2], 7.0);
 }
 
-TEST(VRELBox3DTest, TheDiagonalGoesFromCornerToCorner) {
+TEST(VRELBox3DTest, DiagonalIsDistanceOfCorners) {
   EXPECT_EQ(VRELBox3D(VRELPoint3D(1, 2, 3), VRELPoint3D(4, 6, 15)).diagonal(), 13.0);
   EXPECT_EQ(VRELBox3D().diagonal(), 0.0);
 }
 
-TEST(VRELBox3DTest, ApplyIsPromisedToTurnTwoCornersAlone) {
+TEST(VRELBox3DTest, ApplyTransformsTwoCorners) {
   // By a quarter turn about z (0, 0, 0) stays, and (1, 2, 0) goes to (-2, 1, 0).
   VRELBox3D box(VRELPoint3D(0, 0, 0), VRELPoint3D(1, 2, 0));
   box.apply(VRELMorph3D(VRELPoint3D(0, 0, 1), VRELPIBY2));

@@ -72,7 +72,7 @@ struct NameOfDimension {
 };
 TYPED_TEST_SUITE(VRELBoxOfTest, Dimensions, NameOfDimension);
 
-TYPED_TEST(VRELBoxOfTest, OperationsStandInTheirOrder) {
+TYPED_TEST(VRELBoxOfTest, VirtualSlots) {
   using Box = typename TestFixture::TheBox;
   using Point = typename TestFixture::ThePoint;
   EXPECT_EQ(SlotOf(&VRELBox::Reset), 0U);
@@ -92,7 +92,7 @@ TYPED_TEST(VRELBoxOfTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&Box::isEqual), 13U);
 }
 
-TYPED_TEST(VRELBoxOfTest, IsABoxOfOneDomainForEachAxis) {
+TYPED_TEST(VRELBoxOfTest, HasDomainForEachAxis) {
   using Box = typename TestFixture::TheBox;
   EXPECT_TRUE(std::is_abstract_v<VRELBox>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELBox>);
@@ -104,7 +104,7 @@ TYPED_TEST(VRELBoxOfTest, IsABoxOfOneDomainForEachAxis) {
   EXPECT_EQ(base.GetDimension(), TypeParam::axes);
 }
 
-TYPED_TEST(VRELBoxOfTest, IsMadeBetweenTwoOppositeCorners) {
+TYPED_TEST(VRELBoxOfTest, CornersInAnyOrder) {
   using Box = typename TestFixture::TheBox;
   this->ExpectBox(Box(this->At(2, 0, -1), this->At(0, 2, 5)), this->At(0, 0, -1), this->At(2, 2, 5));
   Box box;
@@ -115,7 +115,7 @@ TYPED_TEST(VRELBoxOfTest, IsMadeBetweenTwoOppositeCorners) {
   this->ExpectBox(box, this->At(1, 1, 1), this->At(1, 1, 1));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxBecomesItsFirstPoint) {
+TYPED_TEST(VRELBoxOfTest, EmptyBoxBecomesFirstPoint) {
   using Box = typename TestFixture::TheBox;
   Box made;
   Box reset = this->UnitBox();
@@ -129,7 +129,7 @@ TYPED_TEST(VRELBoxOfTest, AnEmptyBoxBecomesItsFirstPoint) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsToPointsBeyondTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, ExtendToUsesTolerance) {
   auto box = this->UnitBox();
   EXPECT_FALSE(box.ExtendTo(this->At(0.5, 0.5, 0.5)));
   EXPECT_FALSE(box.ExtendTo(this->At(1 + 1e-11, -1e-11, 1 + 1e-11)));
@@ -143,7 +143,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToPointsBeyondTheTolerance) {
   this->ExpectBox(box, this->At(-1, -3, 0), this->At(2, 5, 9));
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsAsItsDomainsDo) {
+TYPED_TEST(VRELBoxOfTest, ExtendToEqualsDomains) {
   std::mt19937 random(808);
   // Few numbers, so that many fall on an end or beside it.
   double const numbers[] = {-1, -1e-10, -1e-11, 0, -0.0, 1e-11, 1e-10, 2e-10, 1, 1 + 1e-11, infinity, notANumber};
@@ -164,7 +164,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendsAsItsDomainsDo) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBox) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   EXPECT_FALSE(box.ExtendTo(Box(this->At(0.25, 0.25, 0.25), this->At(1, 1, 1))));
@@ -180,7 +180,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {
   this->ExpectBox(empty, this->At(-5, -5, -5), this->At(5, 5, 5));
 }
 
-TYPED_TEST(VRELBoxOfTest, TheHighCornerOfABoxComesFirst) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBoxUsesHighCornerFirst) {
   using Box = typename TestFixture::TheBox;
   // The low corner is then within the tolerance of what is there already.
   Box empty;
@@ -188,14 +188,14 @@ TYPED_TEST(VRELBoxOfTest, TheHighCornerOfABoxComesFirst) {
   this->ExpectBox(empty, this->At(5e-11, 5e-11, 5e-11), this->At(5e-11, 5e-11, 5e-11));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxIsPromisedToCountAsTheOrigin) {
+TYPED_TEST(VRELBoxOfTest, ExtendToEmptyBoxAddsOrigin) {
   using Box = typename TestFixture::TheBox;
   Box box(this->At(1, 1, 1), this->At(2, 2, 2));
   EXPECT_TRUE(box.ExtendTo(Box()));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(2, 2, 2));
 }
 
-TYPED_TEST(VRELBoxOfTest, ExpandsOnAllSides) {
+TYPED_TEST(VRELBoxOfTest, ExpandMovesAllSides) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   VRELBox& base = box;
@@ -209,7 +209,7 @@ TYPED_TEST(VRELBoxOfTest, ExpandsOnAllSides) {
   this->ExpectBox(empty, this->At(0, 0, 0), this->At(0, 0, 0));
 }
 
-TYPED_TEST(VRELBoxOfTest, ContainsABoxWithinTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, IsContainedUsesTolerance) {
   using Box = typename TestFixture::TheBox;
   auto const box = this->UnitBox();
   EXPECT_TRUE(box.isContained(box));
@@ -228,7 +228,7 @@ TYPED_TEST(VRELBoxOfTest, ContainsABoxWithinTheTolerance) {
   EXPECT_FALSE(Box(this->At(1, 1, 1), this->At(2, 2, 2)).isContained(Box()));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsEqualWithinTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, IsEqualUsesTolerance) {
   using Box = typename TestFixture::TheBox;
   auto const box = this->UnitBox();
   EXPECT_TRUE(box.isEqual(box));
@@ -255,7 +255,7 @@ TYPED_TEST(VRELBoxOfTest, CornersAreNewPoints) {
   this->ExpectBox(box, this->At(0, 0, 0), this->At(1, 1, 1));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsCopied) {
+TYPED_TEST(VRELBoxOfTest, CopiesAreIndependent) {
   auto box = this->UnitBox();
   auto const copy = box;
   box.Reset();
@@ -264,7 +264,7 @@ TYPED_TEST(VRELBoxOfTest, IsCopied) {
   EXPECT_TRUE(box.isEqual(copy));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsDeletedByItsOwnType) {
+TYPED_TEST(VRELBoxOfTest, DeleteThroughOwnType) {
   struct Counting : TestFixture::TheBox {
     explicit Counting(int& deletions) : count(deletions) {}
     ~Counting() override { ++count; }
@@ -276,7 +276,7 @@ TYPED_TEST(VRELBoxOfTest, IsDeletedByItsOwnType) {
   EXPECT_EQ(deletions, 1);
 }
 
-TYPED_TEST(VRELBoxOfTest, NumbersThatAreNoneDoNoHarm) {
+TYPED_TEST(VRELBoxOfTest, NaNIsHarmless) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   EXPECT_TRUE(box.ExtendTo(this->At(notANumber, 0.5, 0.5)));
@@ -296,7 +296,7 @@ TYPED_TEST(VRELBoxOfTest, NumbersThatAreNoneDoNoHarm) {
   EXPECT_FALSE(small.ExtendTo(this->At(-denormal, 0, 0)));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxIsPromisedToBecomeTheImageOfTheOrigin) {
+TYPED_TEST(VRELBoxOfTest, ApplyToEmptyTransformsOrigin) {
   typename TestFixture::TheBox box;
   box.apply(typename TypeParam::Morph(this->At(3, 4, 5)));
   this->ExpectBox(box, this->At(3, 4, 5), this->At(3, 4, 5));
@@ -317,7 +317,7 @@ TYPED_TEST(VRELBoxOfTest, ApplyShiftsAndScales) {
   this->ExpectBox(box, this->At(-28, -52, -76), this->At(-22, -44, -66));
 }
 
-TYPED_TEST(VRELBoxOfTest, ApplyIsTheBoxOfTheImagesOfTwoCorners) {
+TYPED_TEST(VRELBoxOfTest, ApplyBoundsImagesOfCorners) {
   using Box = typename TestFixture::TheBox;
   using Coordinates = typename TestFixture::TheCoordinates;
   constexpr auto axes = static_cast<std::size_t>(TypeParam::axes);
@@ -351,7 +351,7 @@ TYPED_TEST(VRELBoxOfTest, ApplyIsTheBoxOfTheImagesOfTwoCorners) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, BoundsThePointsThatItIsExtendedTo) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBoundsPoints) {
   using Box = typename TestFixture::TheBox;
   constexpr auto axes = static_cast<std::size_t>(TypeParam::axes);
   std::mt19937 random(807);

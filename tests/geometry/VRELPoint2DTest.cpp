@@ -15,7 +15,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-TEST(VRELPoint2DTest, TransformsStandBehindTheSlotsOfTheBase) {
+TEST(VRELPoint2DTest, TransformSlotsFollowBase) {
   static_assert(std::is_base_of_v<VRELPoint, VRELPoint2D>);
   void (VRELPoint2D::*const byAffine)(VRELAffine2D const&) = &VRELPoint2D::Transform;
   void (VRELPoint2D::*const byMorph)(VRELMorph2D const&, bool) = &VRELPoint2D::Transform;
@@ -23,7 +23,7 @@ TEST(VRELPoint2DTest, TransformsStandBehindTheSlotsOfTheBase) {
   EXPECT_EQ(SlotOf(byMorph), 16U);
 }
 
-TEST(VRELPoint2DTest, AnAffineIsTakenRowByRow) {
+TEST(VRELPoint2DTest, TransformByAffineUsesRows) {
   VRELAffine2D affine;
   double const rows[2][2] = {{1.0, 2.0}, {3.0, 4.0}};
   for (int i = 0; i < 2; ++i) affine.SetRow(i, rows[i]);
@@ -33,7 +33,7 @@ TEST(VRELPoint2DTest, AnAffineIsTakenRowByRow) {
 }
 
 // The exchanges look at signed values, and the two that remain are turned against each other.
-TEST(VRELPoint2DTest, OrthogonalizeExchangesSignedNeighbours) {
+TEST(VRELPoint2DTest, OrthogonalizeSwapsSignedNeighbours) {
   struct {
     VRELPoint2D point;
     Values expected;

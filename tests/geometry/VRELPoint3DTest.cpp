@@ -15,7 +15,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-TEST(VRELPoint3DTest, TransformsStandBehindTheSlotsOfTheBase) {
+TEST(VRELPoint3DTest, TransformSlotsFollowBase) {
   static_assert(std::is_base_of_v<VRELPoint, VRELPoint3D>);
   void (VRELPoint3D::*const byAffine)(VRELAffine3D const&) = &VRELPoint3D::Transform;
   void (VRELPoint3D::*const byMorph)(VRELMorph3D const&, bool) = &VRELPoint3D::Transform;
@@ -23,26 +23,26 @@ TEST(VRELPoint3DTest, TransformsStandBehindTheSlotsOfTheBase) {
   EXPECT_EQ(SlotOf(byMorph), 16U);
 }
 
-TEST(VRELPoint3DTest, IsMadeFromThreeDoubles) {
+TEST(VRELPoint3DTest, ConstructorReadsThreeDoubles) {
   double const values[] = {1.0, 2.0, 3.0};
   EXPECT_EQ(Coordinates(VRELPoint3D(values)), (Values{1.0, 2.0, 3.0}));
   EXPECT_EQ(Coordinates(VRELPoint3D(static_cast<double const*>(nullptr))), (Values{0.0, 0.0, 0.0}));
 }
 
-TEST(VRELPoint3DTest, GivesThreeDoublesOut) {
+TEST(VRELPoint3DTest, GetDoublesCopiesCoordinates) {
   double values[] = {0.0, 0.0, 0.0, 99.0};
   VRELGetDoublesFromVRELPoint3D(VRELPoint3D(1.0, 2.0, 3.0), values);
   EXPECT_EQ((Values(values, values + 4)), (Values{1.0, 2.0, 3.0, 99.0}));
   VRELGetDoublesFromVRELPoint3D(VRELPoint3D(1.0, 2.0, 3.0), nullptr);
 }
 
-TEST(VRELPoint3DTest, TheVectorProduct) {
+TEST(VRELPoint3DTest, VectorProduct) {
   VRELPoint3D const a(1.0, 2.0, 3.0);
   EXPECT_EQ(Coordinates(VRELPoint3D::VectorProduct(a, VRELPoint3D(4.0, 5.0, 7.0))), (Values{-1.0, 5.0, -3.0}));
   EXPECT_EQ(Coordinates(VRELPoint3D::VectorProduct(a, a)), (Values{0.0, 0.0, 0.0}));
 }
 
-TEST(VRELPoint3DTest, AnAffineIsTakenRowByRow) {
+TEST(VRELPoint3DTest, TransformByAffineUsesRows) {
   VRELAffine3D affine;
   double const rows[3][3] = {{1.0, 2.0, 3.0}, {4.0, 5.0, 6.0}, {7.0, 8.0, 10.0}};
   for (int i = 0; i < 3; ++i) affine.SetRow(i, rows[i]);
@@ -52,7 +52,7 @@ TEST(VRELPoint3DTest, AnAffineIsTakenRowByRow) {
 }
 
 // One pass from the back: the y and z values are exchanged when z is larger, then the x and y values.
-TEST(VRELPoint3DTest, OrthogonalizeExchangesSignedNeighboursOnce) {
+TEST(VRELPoint3DTest, OrthogonalizeSwapsSignedNeighboursOnce) {
   struct {
     VRELPoint3D point;
     Values expected;

@@ -31,7 +31,7 @@ float const points[] = {0, 0, 0, 1, 0, 0};
 int const polylines[] = {2, 0, 1};
 float const colors[] = {1, 0, 0};
 
-TEST(VRELPolylineSetTest, OperationsStandInTheirOrder) {
+TEST(VRELPolylineSetTest, VirtualSlots) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELPolylineSet>);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::SetData), 2U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPoints), 3U);
@@ -42,7 +42,7 @@ TEST(VRELPolylineSetTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(sizeof(VRELPolylineSet), 56U);
 }
 
-TEST(VRELPolylineSetTest, StartsWithItsKeyAlone) {
+TEST(VRELPolylineSetTest, DefaultHasKeyOnly) {
   VRELPolylineSet const set(-42);
   EXPECT_EQ(set.GetKey(), -42);
   float untouched = 0;
@@ -58,7 +58,7 @@ TEST(VRELPolylineSetTest, StartsWithItsKeyAlone) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
-TEST(VRELPolylineSetTest, HoldsTheArraysOfTheCallerAndNeverFreesThem) {
+TEST(VRELPolylineSetTest, SetDataDoesNotTakeOwnership) {
   // The arrays are no heap blocks, so that a set that freed them would crash.
   VRELPolylineSet set(1);
   EXPECT_EQ(set.SetData(2, points, 1, polylines, 3, colors), VREL_S_OK);
@@ -72,7 +72,7 @@ TEST(VRELPolylineSetTest, HoldsTheArraysOfTheCallerAndNeverFreesThem) {
   EXPECT_EQ(set.GetKey(), 1);
 }
 
-TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
+TEST(VRELPolylineSetTest, SetDataReplacesEverything) {
   VRELPolylineSet set(1);
   set.SetData(2, points, 1, polylines, 3, colors);
   EXPECT_EQ(set.SetData(0, nullptr, 0, nullptr, 0, nullptr), VREL_S_OK);
@@ -85,7 +85,7 @@ TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
-TEST(VRELPolylineSetTest, ACopyHoldsTheSameArrays) {
+TEST(VRELPolylineSetTest, CopySharesArrays) {
   VRELPolylineSet source(1);
   source.SetData(2, points, 1, polylines, 3, colors);
   VRELPolylineSet const copy(source);
@@ -97,7 +97,7 @@ TEST(VRELPolylineSetTest, ACopyHoldsTheSameArrays) {
   EXPECT_EQ(DataOf(source).points, nullptr);
 }
 
-TEST(VRELPolylineSetTest, CountsAndArraysAreNotLookedAt) {
+TEST(VRELPolylineSetTest, SetDataDoesNotCheck) {
   VRELPolylineSet set(1);
   constexpr int largest = std::numeric_limits<int>::max();
   EXPECT_EQ(set.SetData(-1, points, largest, nullptr, std::numeric_limits<int>::min(), nullptr), VREL_S_OK);

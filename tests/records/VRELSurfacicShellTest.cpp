@@ -71,7 +71,7 @@ void Release(Data const& data) {
   delete[] data.colors;
 }
 
-TEST(VRELSurfacicShellTest, OperationsStandInTheirOrder) {
+TEST(VRELSurfacicShellTest, VirtualSlots) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELSurfacicShell>);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::SetData), 2U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::CopyData), 3U);
@@ -87,7 +87,7 @@ TEST(VRELSurfacicShellTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(sizeof(VRELSurfacicShell), 80U);
 }
 
-TEST(VRELSurfacicShellTest, StartsWithKeyLevelAndPassAlone) {
+TEST(VRELSurfacicShellTest, DefaultHasKeyLevelAndPass) {
   VRELSurfacicShell const shell(11, 22, 33);
   EXPECT_EQ(shell.GetKey(), 11);
   EXPECT_EQ(shell.GetLOD(), 22);
@@ -96,7 +96,7 @@ TEST(VRELSurfacicShellTest, StartsWithKeyLevelAndPassAlone) {
   EXPECT_EQ(DataOf(shell), (Data{0, nullptr, 0, nullptr, 0, nullptr, 0, nullptr}));
 }
 
-TEST(VRELSurfacicShellTest, SetDataHoldsTheArraysOfTheCallerAndDoesNotFreeThem) {
+TEST(VRELSurfacicShellTest, SetDataDoesNotTakeOwnership) {
   Sources sources;
   VRELSurfacicShell shell(1, 2, 3);
   EXPECT_EQ(sources.SetInto(shell), VREL_S_OK);
@@ -104,14 +104,14 @@ TEST(VRELSurfacicShellTest, SetDataHoldsTheArraysOfTheCallerAndDoesNotFreeThem) 
                                  sources.colors.data()}));
 }
 
-TEST(VRELSurfacicShellTest, SetDataDoesNotLookAtCountsAndArrays) {
+TEST(VRELSurfacicShellTest, SetDataDoesNotCheck) {
   VRELSurfacicShell shell(1, 2, 3);
   constexpr int largest = std::numeric_limits<int>::max();
   EXPECT_EQ(shell.SetData(-1, nullptr, largest, nullptr, 5, nullptr, -9, nullptr), VREL_S_OK);
   EXPECT_EQ(DataOf(shell), (Data{-1, nullptr, largest, nullptr, 5, nullptr, -9, nullptr}));
 }
 
-TEST(VRELSurfacicShellTest, CopyDataDoesNotNeedTheSourceArrays) {
+TEST(VRELSurfacicShellTest, CopyDataIsDeep) {
   VRELSurfacicShell shell(1, 2, 3);
   {
     Sources sources;
@@ -139,7 +139,7 @@ TEST(VRELSurfacicShellTest, CopyDataKeepsEveryBit) {
   EXPECT_TRUE(std::signbit(data.points[0]));
 }
 
-TEST(VRELSurfacicShellTest, CopyDataOfNothingHasEmptyArrays) {
+TEST(VRELSurfacicShellTest, CopyDataOfZeroCounts) {
   VRELSurfacicShell shell(1, 2, 3);
   float const unused = 5;
   EXPECT_EQ(shell.CopyData(0, nullptr, 0, &unused, 0, nullptr, 0, nullptr), VREL_S_OK);
@@ -152,7 +152,7 @@ TEST(VRELSurfacicShellTest, CopyDataOfNothingHasEmptyArrays) {
   EXPECT_NE(data.colors, nullptr);
 }
 
-TEST(VRELSurfacicShellTest, CopyDataRefusesWhatCannotBeCopiedAndChangesNothing) {
+TEST(VRELSurfacicShellTest, CopyDataFailsWithoutChange) {
   float const floats[] = {1, 2, 3};
   int const ints[] = {1};
   VRELSurfacicShell shell(1, 2, 3);
@@ -170,7 +170,7 @@ TEST(VRELSurfacicShellTest, CopyDataRefusesWhatCannotBeCopiedAndChangesNothing) 
   EXPECT_EQ(DataOf(shell), before);
 }
 
-TEST(VRELSurfacicShellTest, ASecondCopyDataIsPromisedNotToFreeTheFirstArrays) {
+TEST(VRELSurfacicShellTest, SecondCopyDataKeepsFirstArrays) {
   auto shell = std::make_unique<VRELSurfacicShell>(1, 2, 3);
   Sources().CopyInto(*shell);
   Data const first = DataOf(*shell);
@@ -184,7 +184,7 @@ TEST(VRELSurfacicShellTest, ASecondCopyDataIsPromisedNotToFreeTheFirstArrays) {
   Release(first);
 }
 
-TEST(VRELSurfacicShellTest, SetDataAfterCopyDataIsPromisedNotToFreeTheCopies) {
+TEST(VRELSurfacicShellTest, SetDataKeepsArraysOfCopyData) {
   Sources const sources;
   Data copied;
   {
@@ -201,7 +201,7 @@ TEST(VRELSurfacicShellTest, SetDataAfterCopyDataIsPromisedNotToFreeTheCopies) {
                 sources);
 }
 
-TEST(VRELSurfacicShellTest, CopyDataAfterSetDataLeavesTheArraysOfTheCaller) {
+TEST(VRELSurfacicShellTest, CopyDataKeepsArraysOfCaller) {
   Sources const sources;
   {
     VRELSurfacicShell shell(1, 2, 3);
@@ -212,7 +212,7 @@ TEST(VRELSurfacicShellTest, CopyDataAfterSetDataLeavesTheArraysOfTheCaller) {
   EXPECT_EQ(sources.points, Sources().points);
 }
 
-TEST(VRELSurfacicShellTest, CopiesItsOwnArrays) {
+TEST(VRELSurfacicShellTest, CopyDataOfOwnArrays) {
   VRELSurfacicShell shell(1, 2, 3);
   Sources().CopyInto(shell);
   Data const own = DataOf(shell);
