@@ -408,7 +408,7 @@ void CheckMatrix4x4(FuzzInput& input) {
   VREL4x4Matrix const matrix(rows[0], rows[1], rows[2], rows[3]);
   VREL4x4Matrix inverted;
   matrix.GetInvertedMatrix(inverted);
-  if (!(std::fabs(matrix.GetDeterminant()) > 1e-15F)) {
+  if (!(std::fabs(static_cast<double>(matrix.GetDeterminant())) > 1e-15)) {
     Require(inverted.IsIdentity(), "a singular matrix leaves the output unchanged");
   }
   Require(!(matrix.GetScaling() < 0.0F), "a scaling is not negative");

@@ -347,7 +347,7 @@ TEST(GeometryInterfaceTest, MorphSlots) {
 
 TEST(GeometryInterfaceTest, PointFields) {
   VRELPoint3DHandle const handle(new VRELPoint3D(1.0, 2.0, 3.0));
-  VRELPoint3D const& point = *handle.operator->();
+  VRELPoint3D const& point = *handle;
   EXPECT_EQ(FieldAt<std::uint32_t>(point, 8), 1U);
   EXPECT_EQ(FieldAt<double>(point, 16), 1.0);
   EXPECT_EQ(FieldAt<double>(point, 24), 2.0);

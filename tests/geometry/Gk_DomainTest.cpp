@@ -94,12 +94,12 @@ TEST(Gk_DomainTest, LocateInterpolates) {
   EXPECT_EQ(domain.locate(1.0), 10.0);
   EXPECT_EQ(domain.locate(0.25), 4.0);
   EXPECT_EQ(domain.locate(-1.0), -6.0);
-  // high t + (1 - t) low, and not low + t length: this stays exact at the upper end.
+  // high t + (1 - t) low, and not low + t length, which is not exact at the upper end.
   EXPECT_EQ(Gk_Domain(1e16, 1.0, fuzz).locate(1.0), 1.0);
 }
 
 TEST(Gk_DomainTest, IsLowAndIsHighUseFuzz) {
-  // All of these go by the numbers, whatever is bounded.
+  // None of these tests whether the end is bounded.
   for (int ends = 0; ends <= 3; ++ends) {
     Gk_Domain const domain(static_cast<Gk_Domain::EndCondn>(ends), 1, 2, 0.25);
     EXPECT_TRUE(domain.isLow(1.25));
@@ -168,7 +168,7 @@ TEST(Gk_DomainTest, ContainmentOfDomainTestsBothEnds) {
   EXPECT_FALSE(oneToTwo.isContained(Gk_Domain(1.5, 2.5, fuzz)));
   EXPECT_FALSE(oneToTwo.isInside(Gk_Domain(1, 1.5, fuzz)));
   EXPECT_FALSE(oneToTwo.isInside(Gk_Domain(1.5, 2, fuzz)));
-  // The ends count as numbers, also open ones.
+  // Both ends are compared, also if they are unbounded.
   EXPECT_FALSE(oneToTwo.isContained(Gk_Domain(Gk_Domain::Unset, 0, 1.5, fuzz)));
   EXPECT_TRUE(fromOne.isContained(Gk_Domain(1, 100, fuzz)));
 }
@@ -212,7 +212,7 @@ TEST(Gk_DomainTest, IsSameIgnoresUnboundedEnds) {
 }
 
 TEST(Gk_DomainTest, StickClampsAndSnaps) {
-  // By the numbers, whatever is bounded.
+  // Whether the ends are bounded is not tested.
   for (int ends = 0; ends <= 3; ++ends) {
     Gk_Domain const domain(static_cast<Gk_Domain::EndCondn>(ends), 1, 2, 0.25);
     EXPECT_EQ(domain.stick(-5), 1.0);
@@ -227,7 +227,7 @@ TEST(Gk_DomainTest, StickClampsAndSnaps) {
     EXPECT_EQ(domain.stick(-infinity), 1.0);
     EXPECT_TRUE(std::isnan(domain.stick(notANumber)));
   }
-  // Near both ends the low one comes first.
+  // The low end is tested first.
   EXPECT_EQ(Gk_Domain(1, 1.125, 0.25).stick(1.125), 1.0);
 }
 
@@ -248,7 +248,7 @@ TEST(Gk_DomainTest, PrincipalParamSnapsToLowEnd) {
   Gk_Domain const turn(0, 1, 0.5);
   EXPECT_EQ(turn.principalParam(-1e-10), 0.0);
   EXPECT_EQ(turn.principalParam(-5e-11), 0.0);
-  // Not by the fuzz of the domain: this one is a turn away.
+  // The fuzz of the domain is not used: this number is one period away.
   EXPECT_EQ(turn.principalParam(-2e-10), 1.0 - 2e-10);
 }
 
@@ -306,7 +306,7 @@ TEST(Gk_DomainTest, PrincipalParamEndsAtNearestEnd) {
     EXPECT_EQ(Gk_Domain(2, 5, fuzz).principalParam(5 + 3 * turns), 5.0);
     EXPECT_EQ(Gk_Domain(2, 5, fuzz).principalParam(2 - 3 * turns), 2.0);
   }
-  // What is then a little below the low end has arrived, also from far away.
+  // A result slightly below the low end becomes the low end, also for a far parameter.
   EXPECT_EQ(Gk_Domain(0, 1, fuzz).principalParam(-70000 - 5e-11), 0.0);
   EXPECT_NEAR(Gk_Domain(0, 1, fuzz).principalParam(-70000 - 2e-10), 1.0, 1e-9);
 }
@@ -314,7 +314,7 @@ TEST(Gk_DomainTest, PrincipalParamEndsAtNearestEnd) {
 TEST(Gk_DomainTest, PrincipalParamOfFarEqualsLoop) {
   std::mt19937 random(809);
   for (int round = 0; round < 20; ++round) {
-    // Multiples of 1/1024 are stepped over without rounding.
+    // Adding multiples of 1/1024 does not round.
     double const v = (static_cast<double>(random() % 200000001) - 100000000.0) / 1024;
     Gk_Domain const domain(-0.125, 0.375, fuzz);
     double stepped = v;
@@ -329,7 +329,7 @@ TEST(Gk_DomainTest, ExtendOfUnsetCreatesPoint) {
   EXPECT_TRUE(domain.extend(5.0));
   ExpectDomain(domain, 3, 5, 5);
   EXPECT_FALSE(domain.extend(5.0));
-  // Also by 0, which its unset ends hold already.
+  // Also for 0, the value of its unset ends.
   Gk_Domain other = unset;
   EXPECT_TRUE(other.extend(0.0));
   ExpectDomain(other, 3, 0, 0);
@@ -393,14 +393,14 @@ TEST(Gk_DomainTest, ExtendByDomainUsesBoundedEnds) {
   domain = oneToTwo;
   EXPECT_FALSE(domain.extend(Gk_Domain(Gk_Domain::Unset, -5, 5, fuzz)));
   ExpectDomain(domain, 3, 1, 2);
-  // True if either end changed something.
+  // True if either end changed the domain.
   EXPECT_TRUE(domain.extend(Gk_Domain(0, 2, fuzz)));
   EXPECT_TRUE(domain.extend(Gk_Domain(0, 3, fuzz)));
   ExpectDomain(domain, 3, 0, 3);
   domain = unset;
   EXPECT_TRUE(domain.extend(wide));
   ExpectDomain(domain, 3, -5, 5);
-  // The low end comes first, and the high one is then within the fuzz of it.
+  // The low end is added first; the high end is then within the fuzz of it.
   domain = unset;
   EXPECT_TRUE(domain.extend(Gk_Domain(1, 1 + 5e-11, fuzz)));
   ExpectDomain(domain, 3, 1, 1);
@@ -418,9 +418,9 @@ TEST(Gk_DomainTest, IntersectionUsesContainedEnds) {
   ExpectDomain(domain.intersection(Gk_Domain(2, 5, 7)), 3, 2, 5, 0.5);
   ExpectDomain(domain.intersection(Gk_Domain(-2, 5, 7)), 3, 0, 5, 0.5);
   ExpectDomain(domain.intersection(Gk_Domain(2, 15, 7)), 3, 2, 10, 0.5);
-  // Within the fuzz is contained.
+  // Numbers within the fuzz are contained.
   ExpectDomain(domain.intersection(Gk_Domain(-0.5, 10.5, 7)), 3, -0.5, 10.5, 0.5);
-  // Finite, whatever the two were.
+  // The result is finite, also if the operands are not.
   ExpectDomain(fromOne.intersection(toTwo), 3, 1, 2);
   ExpectDomain(unset.intersection(oneToTwo), 3, 1, 2);
 }
@@ -428,7 +428,7 @@ TEST(Gk_DomainTest, IntersectionUsesContainedEnds) {
 TEST(Gk_DomainTest, IntersectionOfDisjointIsFirst) {
   ExpectDomain(oneToTwo.intersection(Gk_Domain(5, 6, 9)), 3, 1, 2);
   ExpectDomain(oneToTwo.intersection(Gk_Domain(-6, -5, 9)), 3, 1, 2);
-  // So is that with one that contains it, and with no numbers.
+  // The same holds for a domain that contains this one, and for NaN.
   ExpectDomain(oneToTwo.intersection(Gk_Domain(-9, 9, 9)), 3, 1, 2);
   ExpectDomain(oneToTwo.intersection(Gk_Domain(notANumber, notANumber, 9)), 3, 1, 2);
 }
@@ -511,16 +511,16 @@ TEST(Gk_DomainTest, ApplyEqualsMapOfNumbers) {
     ASSERT_EQ(image.low(), std::fmin(map.apply(a), map.apply(b)));
     ASSERT_EQ(image.high(), std::fmax(map.apply(a), map.apply(b)));
     ASSERT_GT(image.fuzz(), 0.0);
-    // Numbers that are clearly inside or outside are so in the image too.
+    // Numbers clearly inside or outside stay so in the image.
     for (double ratio : {-0.5, 0.25, 0.75, 1.5}) {
       double const v = source.locate(ratio);
       ASSERT_EQ(source.isInside(v), image.isInside(map.apply(v)));
       ASSERT_EQ(source.isContained(v), image.isContained(map.apply(v)));
     }
-    // There and back again.
+    // The inverse map restores the domain.
     image.apply(map.inverse());
     ASSERT_TRUE(image.isSame(source, 1e-8 * (1 + 1 / std::fabs(slope))));
-    // The map between two domains takes ends to ends, and mirrored domains to mirrored ones.
+    // The map between two domains maps ends to ends, and mirrored domains to mirrored ones.
     Gk_Domain const target(number(random) - 300, number(random) + 300, 1e-6);
     Gk_LinMap const between = source.mapTo(target);
     ASSERT_NEAR(between.apply(a), target.low(), 1e-6);
@@ -542,13 +542,13 @@ TEST(Gk_DomainTest, ExtendBoundsNumbers) {
     for (int step = 0; step < 50; ++step) {
       double const v = number(random);
       bool const grows = v < low || v > high;
-      // None of these numbers is within 1e-10 of another one.
+      // No two of these numbers are within 1e-10 of each other.
       ASSERT_EQ(domain.extend(v), grows);
       low = std::fmin(low, v);
       high = std::fmax(high, v);
       ExpectDomain(domain, 3, low, high);
     }
-    // A parameter and what is a whole number of turns away have the same place.
+    // Adding a whole number of periods does not change the result.
     double const period = domain.length();
     for (int turns = -5; turns <= 5; ++turns) {
       double const v = domain.locate(0.3) + turns * period;
@@ -557,7 +557,7 @@ TEST(Gk_DomainTest, ExtendBoundsNumbers) {
   }
 }
 
-// The same loop as principalParam describes, without a limit.
+// Reduces a parameter by the documented loop, without a limit.
 double AddPeriods(double v, double low, double high) {
   double const period = high - low;
   while (v > high) v -= period;

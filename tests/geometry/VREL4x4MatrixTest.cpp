@@ -27,7 +27,7 @@ float FloatFromBits(std::uint32_t bits) {
   return value;
 }
 
-// A matrix of just this determinant, up to the rounding of a multiplication by 1.
+// Returns a matrix with exactly this determinant.
 VREL4x4Matrix OfDeterminant(float determinant) {
   return VREL4x4Matrix(VRELVectorf(determinant, 0.0F, 0.0F), VRELVectorJf, VRELVectorKf, VRELNullVectorf);
 }
@@ -67,7 +67,7 @@ TEST(VREL4x4MatrixTest, TranslationAndScale) {
   EXPECT_EQ(m.GetScaling(), 2.0F);
   EXPECT_EQ(m.GetDeterminant(), 8.0F);
   EXPECT_EQ(Floats(m * VRELPointf(1.0F, 0.0F, 0.0F)), (FloatValues{3.0F, 2.0F, 3.0F}));
-  // Not computed but set: the scaling keeps its sign, also where it is infinite.
+  // The scaling is stored and not computed, so that it keeps its sign.
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, -2.0F).GetScaling(), -2.0F);
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, -2.0F).GetDeterminant(), -8.0F);
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, std::numeric_limits<float>::infinity()).GetElements()[1], 0.0F);
@@ -159,7 +159,7 @@ TEST(VREL4x4MatrixTest, DeterminantOfUpperPart) {
   EXPECT_EQ(m.GetDeterminant(), -78.0F);
 }
 
-// The determinant is 1 + 1e8 - 1e8 in this order, of which floats leave 0, by its first row and by its first column.
+// The determinant is 1 + 1e8 - 1e8, which is 0 in floats, by its first row and by its first column.
 float const cancelling[] = {1, 1, 1, 0, -1e8F, 1, 0, 0, 1e8F, 0, 1, 0, 0, 0, 0, 1};
 
 TEST(VREL4x4MatrixTest, DeterminantRoundsToFloat) {
@@ -333,13 +333,13 @@ TEST(VREL4x4MatrixTest, InverseUsesCachedDeterminant) {
   EXPECT_TRUE(out.IsIdentity());
   OfDeterminant(std::nanf("")).GetInvertedMatrix(out);
   EXPECT_TRUE(out.IsIdentity());
-  // The limit is compared as a double: the float nearest to 1e-15 lies above it.
+  // The limit is compared as a double: the float nearest to 1e-15 is above it.
   ASSERT_GT(static_cast<double>(1e-15F), 1e-15);
   OfDeterminant(1e-15F).GetInvertedMatrix(out);
   EXPECT_FALSE(out.IsIdentity());
 }
 
-// As seen against the direction from the tip, y turns to x.
+// Seen from the tip of the direction, y rotates to x.
 TEST(VREL4x4MatrixTest, RotationIsLeftHanded) {
   VREL4x4Matrix m(FloatValues(16, 9.0F).data());
   float const quarter = static_cast<float>(VRELPIBY2);
@@ -366,7 +366,7 @@ TEST(VREL4x4MatrixTest, RotationIsLeftHanded) {
   }
 }
 
-// The formula of Rodrigues, with the angle the other way round.
+// Rodrigues' rotation formula with the negated angle.
 TEST(VREL4x4MatrixTest, RotationEqualsRodriguesFormula) {
   std::mt19937 random(88);
   std::uniform_real_distribution<float> uniform(-3.0F, 3.0F);
@@ -418,7 +418,7 @@ TEST(VREL4x4MatrixTest, ZeroAxisSetsThirdColumnOfLastRow) {
   }
 }
 
-// An axis that is too short to be normalized turns about the X axis.
+// An axis that is too short to be normalized becomes the X axis.
 TEST(VREL4x4MatrixTest, ShortAxisRotatesAboutX) {
   VREL4x4Matrix expected;
   expected.SetRotation(VRELDirectionf(1.0F, 0.0F, 0.0F), VRELPointOf, 1e-9F);
@@ -438,11 +438,11 @@ TEST(VREL4x4MatrixTest, RotationAndTranslation) {
   VREL4x4Matrix const scaled(t, axis, VRELPointf(1.0F, 0.0F, 0.0F), 2.0F);
   VRELVectorf moved;
   scaled.GetTranslation(moved);
-  EXPECT_NEAR(moved.X(), 11.0F, 1e-5F);  // 1, 0 goes round to itself; the scale leaves the translation
+  EXPECT_NEAR(moved.X(), 11.0F, 1e-5F);  // the scale does not apply to the translation
   EXPECT_NEAR(moved.Y(), 21.0F, 1e-5F);
   EXPECT_EQ(moved.Z(), 30.0F);
   EXPECT_NEAR(scaled.GetScaling(), 2.0F, 1e-6F);
-  // Without an axis nothing is set.
+  // A zero axis sets no element.
   EXPECT_EQ(Elements(VREL4x4Matrix(t, VRELNullVectorf, VRELPointOf, 2.0F)), FloatValues(16, 0.0F));
   EXPECT_EQ(Elements(VREL4x4Matrix(t, VRELNullVectorf, VRELPointOf, 1.0F)), FloatValues(16, 0.0F));
 }
@@ -476,7 +476,7 @@ TEST(VREL4x4MatrixTest, SingularThirdColumnIsLastAxis) {
   float out[4] = {9, 9, 9, 9};
   VREL4x4Matrix(FloatValues(16, 0.0F).data()).ComputeInverseTransposeThirdColumnNormalized(out);
   EXPECT_EQ(FloatValues(out, out + 4), (FloatValues{0, 0, 0, 1}));
-  // Its third row is the last axis, so that the cofactors of the third column vanish but for the last.
+  // Its third row is the last axis, so that all cofactors of the third column but the last are 0.
   float const values[] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0};
   float again[4] = {9, 9, 9, 9};
   VREL4x4Matrix(values).ComputeInverseTransposeThirdColumnNormalized(again);

@@ -23,7 +23,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// The elements row by row, as many as the dimension has.
+// Returns the used elements, row by row.
 Values Elements(VRELAffine const& affine) {
   Values elements;
   for (int i = 0; i < affine.GetDimension(); ++i) {
@@ -224,7 +224,7 @@ TEST(VRELAffineTest, MultiplyComputesProduct) {
   EXPECT_EQ(Elements(solid), (Values{3, 1, 2, 6, 4, 5, 9, 7, 8}));
 }
 
-// Each sum grows where it will stand, so that an affine multiplied into itself reads what it has written.
+// Sums are accumulated in the output, so that an affine multiplied into itself reads elements already overwritten.
 TEST(VRELAffineTest, MultiplyIntoFactorReadsResult) {
   VRELAffine2D flat = Flat({1, 2, 3, 4});
   flat.Multiply(Flat({1, 2, 3, 4}), flat);
@@ -258,7 +258,7 @@ TEST(VRELAffineTest, Determinants) {
   EXPECT_EQ(Flat({1, 2, 3, 5}).Determinant(), -1.0);
   EXPECT_EQ(Solid({2, 3, 5, 7, 11, 13, 17, 19, 23}).Determinant(), -78.0);
   EXPECT_EQ(Solid({1, 2, 3, 4, 5, 6, 7, 8, 9}).Determinant(), 0.0);
-  // Along the first column: 1, + 1e17, - 1e17, of which doubles leave 0.
+  // Expansion along the first column: 1 + 1e17 - 1e17, which is 0 in doubles.
   EXPECT_EQ(Solid({1, 1, 1, -1e17, 1, 0, 1e17, 0, 1}).Determinant(), 0.0);
 }
 
@@ -308,7 +308,7 @@ TEST(VRELAffineTest, Inverse2DIsNegated) {
   VRELAffine2D out;
   Flat({1, 0, 0, 1}).GetInverse(out);
   EXPECT_EQ(Elements(out), (Values{-1, 0, 0, -1}));
-  // The true inverse is 4, -2, -3, 1 by -2.
+  // The true inverse is (4, -2, -3, 1) / -2.
   Flat({1, 2, 3, 4}).GetInverse(out);
   EXPECT_EQ(Elements(out), (Values{2, -1, -1.5, 0.5}));
 }

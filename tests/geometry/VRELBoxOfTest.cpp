@@ -44,7 +44,7 @@ class VRELBoxOfTest : public testing::Test {
   using ThePoint = typename Dimension::Point;
   using TheCoordinates = std::array<double, static_cast<std::size_t>(Dimension::axes)>;
 
-  // The first two or three of these.
+  // Returns a point with the first two or three of these coordinates.
   static ThePoint At(double x, double y, double z) {
     double const coordinates[] = {x, y, z};
     ThePoint point;
@@ -110,7 +110,7 @@ TYPED_TEST(VRELBoxOfTest, CornersInAnyOrder) {
   Box box;
   EXPECT_EQ(box.Set(this->At(2, 0, 5), this->At(0, 2, -1)), VREL_S_OK);
   this->ExpectBox(box, this->At(0, 0, -1), this->At(2, 2, 5));
-  // Nothing of the earlier box is left.
+  // The previous corners have no effect.
   EXPECT_EQ(box.Set(this->At(1, 1, 1), this->At(1, 1, 1)), VREL_S_OK);
   this->ExpectBox(box, this->At(1, 1, 1), this->At(1, 1, 1));
 }
@@ -134,7 +134,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendToUsesTolerance) {
   EXPECT_FALSE(box.ExtendTo(this->At(0.5, 0.5, 0.5)));
   EXPECT_FALSE(box.ExtendTo(this->At(1 + 1e-11, -1e-11, 1 + 1e-11)));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(1, 1, 1));
-  // A change of one axis is enough, be it the first or the last one.
+  // A change on a single axis is reported, on the first and on the last one.
   EXPECT_TRUE(box.ExtendTo(this->At(2, 0.5, 0.5)));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(2, 1, 1));
   EXPECT_TRUE(box.ExtendTo(this->At(0.5, -3, 0.5)));
@@ -145,7 +145,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendToUsesTolerance) {
 
 TYPED_TEST(VRELBoxOfTest, ExtendToEqualsDomains) {
   std::mt19937 random(808);
-  // Few numbers, so that many fall on an end or beside it.
+  // Few different numbers, so that many are equal to an end or next to it.
   double const numbers[] = {-1, -1e-10, -1e-11, 0, -0.0, 1e-11, 1e-10, 2e-10, 1, 1 + 1e-11, infinity, notANumber};
   auto const number = [&] { return numbers[random() % std::size(numbers)]; };
   for (int round = 0; round < 3000; ++round) {
@@ -182,7 +182,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendToBox) {
 
 TYPED_TEST(VRELBoxOfTest, ExtendToBoxUsesHighCornerFirst) {
   using Box = typename TestFixture::TheBox;
-  // The low corner is then within the tolerance of what is there already.
+  // The low corner is then within the tolerance of the box.
   Box empty;
   EXPECT_TRUE(empty.ExtendTo(Box(this->At(0, 0, 0), this->At(5e-11, 5e-11, 5e-11))));
   this->ExpectBox(empty, this->At(5e-11, 5e-11, 5e-11), this->At(5e-11, 5e-11, 5e-11));
@@ -222,7 +222,7 @@ TYPED_TEST(VRELBoxOfTest, IsContainedUsesTolerance) {
     corner[axis] = -1e-9;
     EXPECT_FALSE(box.isContained(Box(corner, this->At(1, 1, 1))));
   }
-  // Each axis of an empty box is open.
+  // Each axis of an empty box is unbounded.
   EXPECT_TRUE(Box().isContained(box));
   EXPECT_TRUE(box.isContained(Box()));
   EXPECT_FALSE(Box(this->At(1, 1, 1), this->At(2, 2, 2)).isContained(Box()));
@@ -312,7 +312,7 @@ TYPED_TEST(VRELBoxOfTest, ApplyShiftsAndScales) {
   this->ExpectBox(box, this->At(11, 22, 33), this->At(14, 26, 38));
   box.apply(typename TypeParam::Morph(2.0));
   this->ExpectBox(box, this->At(22, 44, 66), this->At(28, 52, 76));
-  // A negative scale exchanges the corners.
+  // A negative scale swaps the corners.
   box.apply(typename TypeParam::Morph(-1.0));
   this->ExpectBox(box, this->At(-28, -52, -76), this->At(-22, -44, -66));
 }
@@ -378,7 +378,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendToBoundsPoints) {
       ASSERT_TRUE(box.isContained(Box(point, point)));
       halves[step % 2].ExtendTo(point);
     }
-    // Two boxes of half the points each make the same one.
+    // Two boxes of half the points each combine to the same box.
     ASSERT_TRUE(box.isContained(halves[0]) && box.isContained(halves[1]));
     halves[0].ExtendTo(halves[1]);
     ASSERT_TRUE(halves[0].isEqual(box));

@@ -43,7 +43,7 @@ TEST(VRELDirectionfTest, ZeroLengthBecomesXAxis) {
 }
 
 TEST(VRELDirectionfTest, CopyIsNotNormalized) {
-  // A pattern of bits that is no unit vector.
+  // Bits that are not a unit vector.
   VRELDirectionf direction;
   float const bits[] = {3.0F, 0.0F, 0.0F};
   std::memcpy(static_cast<void*>(&direction), bits, sizeof bits);

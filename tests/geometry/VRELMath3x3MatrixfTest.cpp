@@ -69,7 +69,7 @@ TEST(VRELMath3x3MatrixfTest, UnevenDiagonalHasTypeZero) {
   EXPECT_EQ(VRELMath3x3Matrixf(1.0F, 1.0F, 2.0F).GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf(1.0F, 2.0F, 1.0F).GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf(2.0F, 1.0F, 1.0F).GetType(), 0);
-  // Also where the coefficients would tell one.
+  // Also if the coefficients are those of another type.
   VRELMath3x3Matrixf m(1.0F, 1.0F, -1.0F);
   EXPECT_EQ(m.GetType(), 0);
   EXPECT_EQ(PELTMathComputeType(m), -1);
@@ -88,12 +88,12 @@ TEST(VRELMath3x3MatrixfTest, TypeOfCoefficients) {
       {{1, 2, 3, 4, 5, 6, 7, 8, 9}, 0},
       {{1, 0, 0, 0, 1, 0, 0, 0, 2}, 0},
       {{0, 0, 0, 0, 0, 0, 0, 0, 0}, 0},
-      // Scalar products of the columns: at the tolerance passes, above it does not.
+      // Scalar products of the columns equal to the tolerance pass, larger ones do not.
       {{1, tiny, 0, 0, 1, 0, 0, 0, 1}, 1},
       {{1, 2 * tiny, 0, 0, 1, 0, 0, 0, 1}, 0},
       {{1, 0, 2 * tiny, 0, 1, 0, 0, 0, 1}, 0},
       {{1, 0, 0, 0, 1, 2 * tiny, 0, 0, 1}, 0},
-      // One place off a length of 1.
+      // A length one unit in the last place from 1.
       {{1.00000012F, 0, 0, 0, 1, 0, 0, 0, 1}, 0},
       // A determinant below the tolerance.
       {{1e-5F, 0, 0, 0, 1e-5F, 0, 0, 0, 1e-5F}, 0},
@@ -105,17 +105,17 @@ TEST(VRELMath3x3MatrixfTest, TypeOfCoefficients) {
   EXPECT_EQ(Make(FloatValues(9, std::nanf(""))).GetType(), 0);
 }
 
-// 8 to the power of the float nearest to a third is off 2 by 4e-8, so that nearly every computed scale is passed over.
+// 8 to the power of the float nearest to 1/3 differs from 2 by 4e-8, so that most scaled rotations get the type 0.
 TEST(VRELMath3x3MatrixfTest, MostScaledRotationsHaveTypeZero) {
   EXPECT_EQ(Make({0, -2, 0, 2, 0, 0, 0, 0, 2}).GetType(), 0);
   EXPECT_EQ(Make({0, 2, 0, 2, 0, 0, 0, 0, 2}).GetType(), 0);
-  // Here the rounding of the determinant makes up for that of the exponent.
-  float const seen = 1.16684937F;
-  EXPECT_EQ(Make({seen, 0, 0, 0, seen, 0, 0, 0, seen}).GetType(), 2);
-  EXPECT_EQ(Make({0, -seen, 0, seen, 0, 0, 0, 0, seen}).GetType(), 2);
-  EXPECT_EQ(Make({0, seen, 0, seen, 0, 0, 0, 0, seen}).GetType(), -2);
-  EXPECT_EQ(Make({-seen, 0, 0, 0, -seen, 0, 0, 0, -seen}).GetType(), -2);
-  EXPECT_EQ(Make({seen, 0, 0, 0, seen, 0, 0, 0, 1}).GetType(), 0);
+  // Here the rounding errors of determinant and exponent cancel.
+  float const scaleWithType = 1.16684937F;
+  EXPECT_EQ(Make({scaleWithType, 0, 0, 0, scaleWithType, 0, 0, 0, scaleWithType}).GetType(), 2);
+  EXPECT_EQ(Make({0, -scaleWithType, 0, scaleWithType, 0, 0, 0, 0, scaleWithType}).GetType(), 2);
+  EXPECT_EQ(Make({0, scaleWithType, 0, scaleWithType, 0, 0, 0, 0, scaleWithType}).GetType(), -2);
+  EXPECT_EQ(Make({-scaleWithType, 0, 0, 0, -scaleWithType, 0, 0, 0, -scaleWithType}).GetType(), -2);
+  EXPECT_EQ(Make({scaleWithType, 0, 0, 0, scaleWithType, 0, 0, 0, 1}).GetType(), 0);
 }
 
 TEST(VRELMath3x3MatrixfTest, ComputeTypeReplacesType) {
@@ -223,13 +223,13 @@ TEST(VRELMath3x3MatrixfTest, DeterminantTraceAndNorm) {
   EXPECT_EQ(m.InfiniteNorm(), 23.0F);
   EXPECT_EQ(VRELMath3x3Matrixf().InfiniteNorm(), 1.0F);
   EXPECT_EQ(Make({1, 2, 3, 4, -5, 1, 2, 3, 4}).InfiniteNorm(), 5.0F);
-  // An isometry is taken at its word.
+  // The determinant of an isometry is its type, without computation.
   EXPECT_EQ(VRELMath3x3Matrixf(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7).Determinant(), 1.0F);
   EXPECT_EQ(VRELMath3x3Matrixf(-2.0F).Determinant(), -8.0F);
 }
 
 TEST(VRELMath3x3MatrixfTest, DeterminantRoundsToFloat) {
-  // 1 - 1e8 + 1e8 in this order, of which floats leave 0.
+  // 1 - 1e8 + 1e8, which is 0 in floats.
   VRELMath3x3Matrixf const m = Make({1, 1, 1, -1e8F, 1, 0, 1e8F, 0, 1});
   EXPECT_EQ(m.Determinant(), 0.0F);
   VRELMath3x3Matrixf out;
@@ -243,7 +243,7 @@ TEST(VRELMath3x3MatrixfTest, TransposeComputesType) {
   VRELMath3x3Matrixf inPlace(m);
   inPlace.Transpose(inPlace);
   EXPECT_EQ(Coefficients(inPlace), expected);
-  // The type is computed anew, and that of a rotation in floats is 0.
+  // The type is computed again, and is 0 for a rotation in floats.
   VRELMath3x3Matrixf const turn(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7);
   EXPECT_EQ(turn.Transpose().GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf().Transpose().GetType(), 1);
@@ -254,14 +254,14 @@ TEST(VRELMath3x3MatrixfTest, InverseOfIsometryIsTranspose) {
   VRELMath3x3Matrixf out;
   EXPECT_TRUE(turn.Inverse(out));
   EXPECT_EQ(Coefficients(out), Coefficients(turn.Transpose()));
-  EXPECT_EQ(out.GetType(), 0);  // computed anew
+  EXPECT_EQ(out.GetType(), 0);  // computed again
 }
 
 // The transpose of 4 times the identity has type 0 by its coefficients, and a positive multiple of that has type -2.
 TEST(VRELMath3x3MatrixfTest, InverseOfScalingHasTypeOfMultiple) {
   EXPECT_EQ(VRELMath3x3Matrixf(4.0F).Inverse().GetType(), -2);
   EXPECT_EQ(VRELMath3x3Matrixf(-4.0F).Inverse().GetType(), -2);
-  // Here the type of the transpose is seen.
+  // Here the type of the transpose is 2.
   EXPECT_EQ(VRELMath3x3Matrixf(1.16684937F).Inverse().GetType(), 2);
   EXPECT_EQ(VRELMath3x3Matrixf(-1.16684937F).Inverse().GetType(), -2);
 }
@@ -316,7 +316,7 @@ TEST(VRELMath3x3MatrixfTest, InverseOfSingularFails) {
             (FloatValues{1.0F / 2e-14F, 0, 0, 0, 1, 0, 0, 0, 1}));
 }
 
-// A matrix of type 0 gets a type from each factor but 1, -1 and 0.
+// A matrix of type 0 gets the type 2 or -2 from any factor but 1, -1 and 0.
 TEST(VRELMath3x3MatrixfTest, TypeOfMultipleDependsOnSigns) {
   struct {
     float factor;

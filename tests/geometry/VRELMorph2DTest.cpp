@@ -102,7 +102,7 @@ TEST(VRELMorph2DTest, ProductCanReplaceFactor) {
   EXPECT_TRUE(inPlace.isEqual(expected));
 }
 
-// Against the order of composition written out point by point.
+// Compares with applying both morphs to the point.
 TEST(VRELMorph2DTest, ProductEqualsSuccession) {
   std::mt19937 random(84);
   std::uniform_real_distribution<double> uniform(-3.0, 3.0);

@@ -197,7 +197,7 @@ TEST(VRELMorph3DTest, ProductCanReplaceFactor) {
   EXPECT_TRUE(inPlace.isEqual(expected));
 }
 
-// Against the order of composition written out point by point.
+// Compares with applying both morphs to the point.
 TEST(VRELMorph3DTest, ProductEqualsSuccession) {
   std::mt19937 random(86);
   std::uniform_real_distribution<double> uniform(-3.0, 3.0);

@@ -1,4 +1,4 @@
-// What VRELMorph2D and VRELMorph3D promise alike.
+// Tests what VRELMorph2D and VRELMorph3D have in common.
 #include "VRELMorph.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ class VRELMorphTest : public testing::Test {
     affine.MakeIdentity();
     return affine;
   }
-  // A quarter turn, with the third axis staying.
+  // A rotation by 90 degrees about the third axis.
   static Affine Turn() {
     Affine affine = Identity();
     affine.SetElement(0, 0, 0.0);
@@ -114,7 +114,7 @@ TYPED_TEST(VRELMorphTest, ShortTranslationHasNoEffect) {
   EXPECT_FALSE(typename TypeParam::Morph(TypeParam::Make(1e-6, 0.0, 0.0)).isTranslation());
   EXPECT_TRUE(typename TypeParam::Morph(TypeParam::Make(2e-6, 0.0, 0.0)).isTranslation());
   EXPECT_TRUE(typename TypeParam::Morph(TypeParam::Make(notANumber, 0.0, 0.0)).isTranslation());
-  // Not added beside another part either.
+  // Not added if another part has an effect, either.
   typename TypeParam::Morph const doubled(this->Identity(), TypeParam::Make(5e-7, 0.0, 0.0), 2.0);
   EXPECT_EQ(this->Image(doubled, TypeParam::Make(1.0, 2.0, 3.0)), this->First(2.0, 4.0, 6.0));
 }
@@ -247,7 +247,7 @@ TYPED_TEST(VRELMorphTest, InverseOfZeroScaleIsInfinite) {
   typename TypeParam::Morph const morph(this->Identity(), TypeParam::Make(2.0, -4.0, 6.0), 0.0);
   auto const back = morph.inverse();
   EXPECT_EQ(back.scaleFactor(), infinity);
-  // What is not a number comes of the zeros in the matrix.
+  // The NaN results from infinity times the zeros in the matrix.
   for (double coordinate : Coordinates(back.translation())) EXPECT_FALSE(std::isfinite(coordinate));
 }
 

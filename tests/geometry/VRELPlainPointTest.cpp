@@ -1,4 +1,4 @@
-// What VRELPoint2D and VRELPoint3D promise alike; each has a test of its own for the rest.
+// Tests what VRELPoint2D and VRELPoint3D have in common.
 #include "detail/VRELPlainPoint.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ VRELPoint3D Make(double x, double y, double z) {
 template <class Point>
 class VRELPlainPointTest : public testing::Test {
  protected:
-  // As many of the values as the point has coordinates.
+  // Returns as many of the values as the point has coordinates.
   static Values First(double x, double y, double z) {
     Values values{x, y, z};
     values.resize(static_cast<std::size_t>(Point().GetDimension()));
@@ -94,7 +94,7 @@ TYPED_TEST(VRELPlainPointTest, DivisionByZeroDoesNothing) {
 
 TYPED_TEST(VRELPlainPointTest, DivisionIsExact) {
   auto const third = Make<TypeParam>(49.0, 49.0, 49.0) / 49.0;
-  EXPECT_EQ(third[0], 1.0);  // 49 * (1 / 49) is one place below 1
+  EXPECT_EQ(third[0], 1.0);  // 49 * (1 / 49) is one unit in the last place below 1
 }
 
 TYPED_TEST(VRELPlainPointTest, ScalarProduct) {
@@ -106,7 +106,7 @@ TYPED_TEST(VRELPlainPointTest, NormalizeHasNoTolerance) {
   EXPECT_EQ(Coordinates(Make<TypeParam>(0.0, -4.0, 0.0).Normalize()), this->First(0.0, -1.0, 0.0));
   EXPECT_EQ(Coordinates(Make<TypeParam>(1e-150, 0.0, 0.0).Normalize()), this->First(1.0, 0.0, 0.0));
   EXPECT_EQ(Coordinates(TypeParam().Normalize()), this->First(0.0, 0.0, 0.0));
-  // The square vanishes, so that the length is exactly 0.
+  // The square underflows, so that the length is exactly 0.
   EXPECT_EQ(Coordinates(Make<TypeParam>(1e-200, 0.0, 0.0).Normalize()), this->First(1e-200, 0.0, 0.0));
   EXPECT_TRUE(std::isnan(Make<TypeParam>(infinity, 0.0, 0.0).Normalize()[0]));
   EXPECT_TRUE(std::isnan(Make<TypeParam>(notANumber, 1.0, 0.0).Normalize()[1]));

@@ -32,19 +32,19 @@ TEST(VRELPoint2DTest, TransformByAffineUsesRows) {
   EXPECT_EQ(Coordinates(p), (Values{17.0, 39.0}));
 }
 
-// The exchanges look at signed values, and the two that remain are turned against each other.
+// Signed coordinates are swapped; (p, q) becomes (q, -p).
 TEST(VRELPoint2DTest, OrthogonalizeSwapsSignedNeighbours) {
   struct {
     VRELPoint2D point;
     Values expected;
   } const rows[] = {
-      {{3.0, 4.0}, {-0.8, 0.6}},    // exchanged: a = 4, 3 at 1, 0
-      {{4.0, 3.0}, {0.6, -0.8}},    // as it is
-      {{3.0, -4.0}, {-0.8, -0.6}},  // as it is: no absolute values
-      {{-1.0, 0.0}, {0.0, -1.0}},   // exchanged: a = 0, -1 at 1, 0
+      {{3.0, 4.0}, {-0.8, 0.6}},    // swapped: a = 4, 3 at 1, 0
+      {{4.0, 3.0}, {0.6, -0.8}},    // not swapped
+      {{3.0, -4.0}, {-0.8, -0.6}},  // not swapped: no absolute values
+      {{-1.0, 0.0}, {0.0, -1.0}},   // swapped: a = 0, -1 at 1, 0
       {{0.0, 0.0}, {0.0, 1.0}},
       {{1e-11, 0.0}, {0.0, 1.0}},                                   // too short to be divided
-      {{0.0, 1e-11}, {1.0, 0.0}},                                   // the same, exchanged
+      {{0.0, 1e-11}, {1.0, 0.0}},                                   // the same, swapped
       {{std::ldexp(4.0, -33), std::ldexp(3.0, -33)}, {0.6, -0.8}},  // long enough
   };
   for (auto const& [point, expected] : rows) {
@@ -93,9 +93,9 @@ TEST(VRELPoint2DTest, CopyFromKeepsReferenceCount) {
   VRELPoint2DHandle const second(handle);
   handle->CopyFrom(VRELPoint2D(7.0, 8.0));
   EXPECT_EQ(handle->GetReferenceCount(), 2U);
-  EXPECT_EQ(*second.operator->(), VRELPoint2D(7.0, 8.0));
-  handle->CopyFrom(*handle.operator->());
-  EXPECT_EQ(*second.operator->(), VRELPoint2D(7.0, 8.0));
+  EXPECT_EQ(*second, VRELPoint2D(7.0, 8.0));
+  handle->CopyFrom(*handle);
+  EXPECT_EQ(*second, VRELPoint2D(7.0, 8.0));
 }
 
 TEST(VRELPoint2DTest, ComparesExactly) {

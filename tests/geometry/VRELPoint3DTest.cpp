@@ -51,23 +51,23 @@ TEST(VRELPoint3DTest, TransformByAffineUsesRows) {
   EXPECT_EQ(Coordinates(p), (Values{5.0, 11.0, 19.0}));
 }
 
-// One pass from the back: the y and z values are exchanged when z is larger, then the x and y values.
+// One pass from the last coordinate: y and z are swapped if z is larger, then x and y.
 TEST(VRELPoint3DTest, OrthogonalizeSwapsSignedNeighboursOnce) {
   struct {
     VRELPoint3D point;
     Values expected;
   } const rows[] = {
-      {{9.0, 4.0, 3.0}, {0.0, 0.6, -0.8}},    // no exchange: (0, 3, -4) / 5
+      {{9.0, 4.0, 3.0}, {0.0, 0.6, -0.8}},    // no swap: (0, 3, -4) / 5
       {{9.0, 3.0, 4.0}, {0.0, -0.8, 0.6}},    // y with z: a = 9, 4, 3 at 0, 2, 1
       {{4.0, 9.0, 3.0}, {0.6, 0.0, -0.8}},    // x with y: a = 9, 4, 3 at 1, 0, 2: v1 = 3 at 0, v2 = -4 at 2
       {{4.0, 3.0, 9.0}, {0.6, -0.8, 0.0}},    // y with z, then x with y: a = 9, 4, 3 at 2, 0, 1
-      {{3.0, 4.0, 9.0}, {0.8, -0.6, 0.0}},    // both exchanges, and no third: a = 9, 3, 4 at 2, 0, 1
-      {{1.0, -3.0, -4.0}, {0.0, -0.8, 0.6}},  // signed: no exchange, a = 1, -3, -4
+      {{3.0, 4.0, 9.0}, {0.8, -0.6, 0.0}},    // both swaps, and no third: a = 9, 3, 4 at 2, 0, 1
+      {{1.0, -3.0, -4.0}, {0.0, -0.8, 0.6}},  // signed: no swap, a = 1, -3, -4
       {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}},
       {{0.0, 0.0, 0.0}, {0.0, 1.0, 0.0}},
-      {{0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}},  // a = 1, 0, 0 at 2, 0, 1: the unit stands at the place of the second
+      {{0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}},  // a = 1, 0, 0 at 2, 0, 1: the 1 is at the position of the second
       {{0.0, 1.0, 0.0}, {1.0, 0.0, 0.0}},
-      {{5.0, 1e-11, -1e-11}, {0.0, 1.0, -1e-11}},  // what is that short is not divided
+      {{5.0, 1e-11, -1e-11}, {0.0, 1.0, -1e-11}},  // too short to be divided
       // Lengths of 7.3e-11 and 5.8e-10, below and above the tolerance of 1e-10.
       {{5.0, std::ldexp(4.0, -36), std::ldexp(3.0, -36)}, {0.0, 1.0, -std::ldexp(4.0, -36)}},
       {{5.0, std::ldexp(4.0, -33), std::ldexp(3.0, -33)}, {0.0, 0.6, -0.8}},
@@ -118,9 +118,9 @@ TEST(VRELPoint3DTest, CopyFromKeepsReferenceCount) {
   VRELPoint3DHandle const second(handle);
   handle->CopyFrom(VRELPoint3D(7.0, 8.0, 9.0));
   EXPECT_EQ(handle->GetReferenceCount(), 2U);
-  EXPECT_EQ(*second.operator->(), VRELPoint3D(7.0, 8.0, 9.0));
-  handle->CopyFrom(*handle.operator->());
-  EXPECT_EQ(*second.operator->(), VRELPoint3D(7.0, 8.0, 9.0));
+  EXPECT_EQ(*second, VRELPoint3D(7.0, 8.0, 9.0));
+  handle->CopyFrom(*handle);
+  EXPECT_EQ(*second, VRELPoint3D(7.0, 8.0, 9.0));
 }
 
 TEST(VRELPoint3DTest, ComparesExactly) {

@@ -78,7 +78,7 @@ TEST(VRELPointTest, AssignmentReadsByIndexOperator) {
   VRELPoint target(3);
   target = VRELPoint3D(1.0, 2.0, 3.0);
   EXPECT_EQ(Coordinates(target), (Values{1.0, 2.0, 3.0}));
-  // A 2D point has no z: its y stands there.
+  // A 2D point has no z; its y is used.
   EXPECT_EQ(&(target = VRELPoint2D(4.0, 5.0)), &target);
   EXPECT_EQ(Coordinates(target), (Values{4.0, 5.0, 5.0}));
   EXPECT_EQ(target.GetDimension(), 3);
@@ -117,7 +117,7 @@ TEST(VRELPointTest, LengthIsEuclideanNorm) {
   EXPECT_EQ(VRELPoint(3).Length(), 0.0);
   EXPECT_EQ(VRELPoint3D(-infinity, 0.0, 0.0).Length(), infinity);
   EXPECT_TRUE(std::isnan(VRELPoint3D(1.0, notANumber, 0.0).Length()));
-  // The squares of what is that small vanish.
+  // The squares underflow.
   EXPECT_EQ(VRELPoint3D(1e-200, 0.0, 0.0).Length(), 0.0);
 }
 
@@ -307,14 +307,14 @@ TEST(VRELPointTest, HandlesCountReferences) {
 TEST(VRELPointTest, CopyFromCopiesCoordinatesOfAnyKind) {
   VRELPointHandle handle(new VRELPoint3D(1.0, 2.0, 3.0));
   handle->CopyFrom(VRELPoint2D(5.0, 6.0));
-  EXPECT_EQ(Coordinates(*handle.operator->()), (Values{5.0, 6.0, 6.0}));
+  EXPECT_EQ(Coordinates(*handle), (Values{5.0, 6.0, 6.0}));
   EXPECT_EQ(handle->GetReferenceCount(), 1U);
 
   VRELPointHandle weighted(new VRELWeightPoint3D(7.0));
   weighted->CopyFrom(VRELPoint3D(1.0, 2.0, 3.0));
-  EXPECT_EQ(Coordinates(*weighted.operator->(), 4), (Values{1.0, 2.0, 3.0, 7.0}));
+  EXPECT_EQ(Coordinates(*weighted, 4), (Values{1.0, 2.0, 3.0, 7.0}));
   weighted->CopyFrom(VRELWeightPoint3D(VRELPoint3D(4.0, 5.0, 6.0), 2.0, false));
-  EXPECT_EQ(Coordinates(*weighted.operator->(), 4), (Values{4.0, 5.0, 6.0, 2.0}));
+  EXPECT_EQ(Coordinates(*weighted, 4), (Values{4.0, 5.0, 6.0, 2.0}));
   EXPECT_EQ(weighted->GetReferenceCount(), 1U);
 }
 

@@ -65,7 +65,7 @@ TEST(VRELVectorfTest, Arithmetic) {
 }
 
 TEST(VRELVectorfTest, ScalarProductRoundsToFloat) {
-  // 1e8 + 1 is 1e8 in floats, so that nothing is left.
+  // 1e8 + 1 is 1e8 in floats, so that the sum is 0.
   EXPECT_EQ(VRELVectorf(1e4F, 1.0F, 1e4F) * VRELVectorf(1e4F, 1.0F, -1e4F), 0.0F);
 }
 
@@ -104,7 +104,7 @@ TEST(VRELVectorfTest, NormalizeSetsLengthOne) {
 TEST(VRELVectorfTest, NormalizeMultipliesByReciprocal) {
   VRELVectorf v(7.0F, 1.0F, 0.0F);
   v.Normalize();
-  EXPECT_EQ(v.X(), 0.989949524F);  // 7 divided by the root is 0.989949465
+  EXPECT_EQ(v.X(), 0.989949524F);  // 7 divided by the square root is 0.989949465
   EXPECT_EQ(VRELDirectionf(7.0F, 1.0F, 0.0F).X(), 0.989949524F);
 }
 
@@ -113,7 +113,7 @@ TEST(VRELVectorfTest, NormalizeOfZeroIsXAxis) {
   VRELVectorf zero;
   zero.Normalize();
   EXPECT_EQ(Floats(zero), xAxis);
-  // The squared length is compared with the float nearest to 1e-14, which still counts as none.
+  // The squared length is compared with the float nearest to 1e-14, which is still taken as 0.
   float const limit = 1e-14F;
   float const root = 1e-7F;
   VRELVectorf shorter(0.0F, root, 0.0F);
@@ -131,7 +131,7 @@ TEST(VRELVectorfTest, NormalizeKeepsNaN) {
   v.Normalize();
   EXPECT_TRUE(std::isnan(v.X()));
   EXPECT_TRUE(std::isnan(v.Y()));
-  // A length that overflows leaves nothing.
+  // An overflow of the length results in the zero vector.
   VRELVectorf huge(1e30F, 0.0F, 0.0F);
   huge.Normalize();
   EXPECT_EQ(Floats(huge), (FloatValues{0.0F, 0.0F, 0.0F}));
@@ -154,7 +154,7 @@ TEST(VRELVectorfTest, AngleToZeroVectorIsZero) {
   EXPECT_EQ(x.AngleTo(VRELNullVectorf, VRELVectorKf), 0.0);
   EXPECT_EQ(VRELNullVectorf.AngleTo(x, -VRELVectorKf), 0.0);
   EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-15F, 0.0F)), 0.0);
-  // The limit itself counts as no length, the next float does not.
+  // The limit itself is taken as 0, the next float is not.
   VRELVectorf const shortest(0.0F, std::nextafter(1e-14F, 1.0F), 0.0F);
   EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-14F, 0.0F)), 0.0);
   EXPECT_EQ(VRELVectorf(0.0F, 1e-14F, 0.0F).AngleTo(x), 0.0);

@@ -13,7 +13,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// A quarter turn.
+// A rotation by 90 degrees.
 VRELAffine2D Turn() {
   VRELAffine2D affine;
   double const rows[2][2] = {{0.0, -1.0}, {1.0, 0.0}};

@@ -13,7 +13,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// A quarter turn.
+// A rotation by 90 degrees.
 VRELAffine3D Turn() {
   VRELAffine3D affine;
   double const rows[3][3] = {{0.0, -1.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}};

@@ -1,4 +1,4 @@
-// What VRELWeightPoint2D and VRELWeightPoint3D promise alike.
+// Tests what VRELWeightPoint2D and VRELWeightPoint3D have in common.
 #include "VRELWeightPoint.h"
 
 #include <gtest/gtest.h>
@@ -32,12 +32,12 @@ class VRELWeightPointTest : public testing::Test {
   using Weighted = typename Kind::Weighted;
   using Plain = typename Kind::Plain;
 
-  // As many of the coordinates as there are, and the weight.
+  // Returns as many coordinates as the point has, and the weight.
   static Values All(double x, double y, double z, double weight) {
     return Weighted().GetDimension() == 2 ? Values{x, y, weight} : Values{x, y, z, weight};
   }
   static Values All(Weighted const& point) { return Coordinates(point, point.GetDimension() + 1); }
-  // Stores the coordinates as they are.
+  // Stores the coordinates without multiplying them by the weight.
   static Weighted Stored(double x, double y, double z, double weight) {
     return Weighted(Kind::Make(x, y, z), weight, false);
   }
@@ -107,7 +107,8 @@ TYPED_TEST(VRELWeightPointTest, GetCoordsOfZeroWeightIsUndivided) {
 }
 
 TYPED_TEST(VRELWeightPointTest, GetCoordsDividesExactly) {
-  EXPECT_EQ(this->Stored(49.0, 0.0, 0.0, 49.0).GetCoords()[0], 1.0);  // 49 * (1 / 49) is one place below 1
+  EXPECT_EQ(this->Stored(49.0, 0.0, 0.0, 49.0).GetCoords()[0],
+            1.0);  // 49 * (1 / 49) is one unit in the last place below 1
 }
 
 TYPED_TEST(VRELWeightPointTest, LengthIncludesWeight) {
@@ -161,7 +162,7 @@ TYPED_TEST(VRELWeightPointTest, ShiftMovesStoredValues) {
   EXPECT_EQ(this->All(p), this->All(12.0, 24.0, 36.0, 8.0));
 }
 
-// A plain point has no weight and counts with its last coordinate, as an index operator that clamps gives it.
+// A plain point has no weight; operator[] clamps, so that its last coordinate is used.
 TYPED_TEST(VRELWeightPointTest, PlainPointRepeatsLastCoordinate) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   p.Add(TypeParam::Make(10.0, 20.0, 30.0));

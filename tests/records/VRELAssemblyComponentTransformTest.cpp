@@ -16,7 +16,7 @@ using Matrix = std::array<double, 12>;
 
 constexpr Matrix identity = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
 constexpr Matrix counting = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-// Turns x to y, y to z and z to x, and shifts.
+// Maps x to y, y to z and z to x, and translates.
 constexpr Matrix turn = {0, 1, 0, 0, 0, 1, 1, 0, 0, 10, 20, 30};
 
 VRELAssemblyComponentTransform Make(Matrix const& matrix, double scale = 1.0) {
@@ -43,7 +43,7 @@ double DeterminantOf(VRELAssemblyComponentTransform const& transform) {
 
 TEST(VRELAssemblyComponentTransformTest, HasVirtualDestructorAndFields) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELAssemblyComponentTransform>);
-  // The table, twelve doubles, the determinant, the scale and five flags.
+  // The virtual table, twelve doubles, the determinant, the scale and five flags.
   EXPECT_EQ(sizeof(VRELAssemblyComponentTransform), 128U);
 }
 
@@ -340,7 +340,7 @@ TEST(VRELAssemblyComponentTransformTest, ProductWithIdentityHasScaleOne) {
   EXPECT_EQ(ScaleOf(Make(counting, 3.0) * one), 1.0);
 }
 
-// The same as full matrices of 4 by 4, element [row][column].
+// Independent model: full 4 by 4 matrices, element [row][column].
 struct Model {
   double at[4][4] = {};
 

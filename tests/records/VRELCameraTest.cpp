@@ -35,7 +35,7 @@ Triple const someZenith = {0, 5, 0};
 TEST(VRELCameraTest, HasFieldsAndNoVirtualDestructor) {
   EXPECT_TRUE(std::is_polymorphic_v<VRELCamera>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELCamera>);
-  // The table, the type, and fourteen floats.
+  // The virtual table, the type, and fourteen floats.
   EXPECT_EQ(sizeof(VRELCamera), 72U);
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<VRELCameraType>, int>));
   EXPECT_TRUE((std::is_convertible_v<VRELCameraType, int>));
@@ -83,7 +83,7 @@ TEST(VRELCameraTest, ConstructorNormalizesDirection) {
 }
 
 TEST(VRELCameraTest, DirectionIsComputedInDoubles) {
-  // In floats each of the three would come out one place off.
+  // In floats each of the three would differ in the last place.
   Triple const position = {-55.6F, 98.5F, -13.5F};
   Triple const target = {48.7F, -94.0F, 8.1F};
   VRELCamera const camera(type7, position.data(), target.data(), someZenith.data(), 0, 0);
@@ -122,7 +122,7 @@ TEST(VRELCameraTest, NullArrayIsDefault) {
   EXPECT_EQ(Get(camera, &VRELCamera::GetPosition), (Triple{1, 1, 1}));
   EXPECT_EQ(Get(camera, &VRELCamera::GetTarget), (Triple{0, 0, 0}));
   EXPECT_EQ(Get(camera, &VRELCamera::GetZenith), (Triple{0, 0, 1}));
-  // Computed as ever: here it is a unit vector.
+  // The direction is computed as for other cameras: here it is a unit vector.
   for (float each : Get(camera, &VRELCamera::GetDirection)) EXPECT_FLOAT_EQ(each, -0.57735026F);
 }
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-// All that a filter tells of itself.
+// All values that a filter returns.
 struct Content {
   bool named = false;
   std::string name;
@@ -101,7 +101,7 @@ TEST(VRELLayerFilterCTest, SetFailsIfCountAndArrayDisagree) {
     VRELLayerFilterC filter = Some();
     EXPECT_EQ(filter.Set(each.count, each.layers, L"other", false, eLayerFilterAll), 0x1000001);
     EXPECT_EQ(ContentOf(filter), some);
-    // The constructor drops that result.
+    // The constructor ignores that result.
     EXPECT_EQ(ContentOf(VRELLayerFilterC(each.count, each.layers, L"other", true, eLayerFilterAll)), fresh);
   }
 }
@@ -164,7 +164,7 @@ TEST(VRELLayerFilterCTest, CopyIsDeep) {
   source.Set(0, nullptr, L"", false, eLayerFilterAll);
   EXPECT_EQ(ContentOf(copy), some);
   EXPECT_EQ(ContentOf(assigned), some);
-  // A missing name is copied too.
+  // A missing name is copied, too.
   assigned = source;
   EXPECT_EQ(ContentOf(assigned), (Content{false, "untouched", false, 0, true, {}}));
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-// All that a set gives out.
+// All values that a set returns.
 struct Data {
   int pointCount = -7;
   float* points = nullptr;
@@ -38,7 +38,7 @@ TEST(VRELPolylineSetTest, VirtualSlots) {
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPolylines), 4U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetColors), 5U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetKey), 6U);
-  // The table, three counts with their arrays, the key beside the first and the flag beside the last count.
+  // The virtual table, three counts with their arrays, the key next to the first and the flag next to the last count.
   EXPECT_EQ(sizeof(VRELPolylineSet), 56U);
 }
 
@@ -59,7 +59,7 @@ TEST(VRELPolylineSetTest, DefaultHasKeyOnly) {
 }
 
 TEST(VRELPolylineSetTest, SetDataDoesNotTakeOwnership) {
-  // The arrays are no heap blocks, so that a set that freed them would crash.
+  // The arrays are not on the heap, so that freeing them would crash.
   VRELPolylineSet set(1);
   EXPECT_EQ(set.SetData(2, points, 1, polylines, 3, colors), VREL_S_OK);
   Data const data = DataOf(set);

@@ -43,7 +43,7 @@ std::string Shown(VRELRGBColor const& color) {
 TEST(VRELRGBColorTest, HasFieldsAndNoVirtualDestructor) {
   EXPECT_TRUE(std::is_polymorphic_v<VRELRGBColor>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELRGBColor>);
-  // The table, four floats and a flag.
+  // The virtual table, four floats and a flag.
   EXPECT_EQ(sizeof(VRELRGBColor), 32U);
 }
 
@@ -224,7 +224,7 @@ TEST(VRELRGBColorTest, HashOfTruncatedWeightedSum) {
   EXPECT_EQ(VRELRGBColor(0.0F, 1.0F, 1.0F, 0.0F).hashCode(), 0x3BEC4E6EU);  // of 20
   EXPECT_EQ(VRELRGBColor(1.0F, 1.0F, 1.0F, 1.0F).hashCode(), 0x4346796FU);  // of 38
   EXPECT_EQ(VRELRGBColor(0.99F, 0.0F, 0.0F, 0.0F).hashCode(), 0U);          // truncated to 0
-  // What no int holds counts as the smallest one.
+  // A number that does not fit into an int is taken as INT_MIN.
   for (float each : {notANumber, infinity, -infinity, 3e38F}) {
     EXPECT_EQ(VRELRGBColor(each, 0.0F, 0.0F, 0.0F).hashCode(), 0x5CE4DCE4U);
   }
@@ -253,7 +253,7 @@ TEST(VRELRGBColorTest, WritingResetsPrecisionFlag) {
               char const* const withPrecision = "%.*f";
               formatter.setDoubleFormat(withPrecision, true, 1);
               formatter << red;
-              // Still the same format; the flag is off, and 10 is the precision that it is given here again.
+              // The format is unchanged; the flag is off, and 10 is the precision set here.
               EXPECT_EQ(formatter.setDoubleFormat("%.*f", true, 10), withPrecision);
               formatter << 0.5;
             }),

@@ -18,7 +18,7 @@ std::vector<void*> MembersOf(VRELSelectionSet const& set) {
   return members;
 }
 
-// Addresses that are never followed.
+// Addresses that are never dereferenced.
 void* Entity(std::size_t number) {
   static char entities[4096];
   return entities + number;

@@ -14,7 +14,7 @@
 
 namespace {
 
-// All that a shell gives out.
+// All values that a shell returns.
 struct Data {
   int pointCount = -7;
   float* points = nullptr;
@@ -41,7 +41,7 @@ Data DataOf(VRELSurfacicShell const& shell) {
   return data;
 }
 
-// Sources of a shell that can be lost.
+// Arrays that a shell is set from.
 struct Sources {
   std::vector<float> points = {0, 0, 0, 1, 0, 0, 0, 1, 0};
   std::vector<float> normals = {0, 0, 1, 0, 0, -1};
@@ -63,7 +63,7 @@ void ExpectContent(Data const& data, Sources const& sources) {
   EXPECT_EQ(std::vector<float>(data.colors, data.colors + sources.colors.size()), sources.colors);
 }
 
-// Releases arrays that a shell has left to whoever holds them.
+// Frees arrays that a shell no longer owns.
 void Release(Data const& data) {
   delete[] data.points;
   delete[] data.normals;
@@ -83,7 +83,7 @@ TEST(VRELSurfacicShellTest, VirtualSlots) {
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::GetLOD), 9U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::GetPass), 10U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::IsStripped), 11U);
-  // The table, three ints, four counts with their arrays, and the flag beside a count.
+  // The virtual table, three ints, four counts with their arrays, and the flag next to a count.
   EXPECT_EQ(sizeof(VRELSurfacicShell), 80U);
 }
 
@@ -192,7 +192,7 @@ TEST(VRELSurfacicShellTest, SetDataKeepsArraysOfCopyData) {
     sources.CopyInto(shell);
     copied = DataOf(shell);
     sources.SetInto(shell);
-    // The shell owns nothing any more: its end frees neither the copies nor the arrays of the caller.
+    // The shell owns nothing now: its destructor frees neither the copies nor the arrays of the caller.
   }
   ExpectContent(copied, Sources());
   Release(copied);

@@ -150,7 +150,7 @@ TEST(VRELUnitTest, TolerancesOnBothSides) {
 }
 
 TEST(VRELUnitTest, ToleranceIsExclusive) {
-  // The difference of 1 and the next numbers is exact: 1e-5 itself is too far.
+  // The difference between 1 and these numbers is exact: a difference of 1e-5 does not match.
   VRELUnit unit = Unit(99);
   double const inside = 1.0 + 0x1.4f8bp-17;   // below 1e-5
   double const outside = 1.0 + 0x1.4f8cp-17;  // above
@@ -211,7 +211,7 @@ TEST(VRELUnitTest, ToGkUnitWithoutFactorFails) {
   }
 }
 
-// The two settings behave alike.
+// Both settings behave alike.
 struct System {
   VRINResult (*get)(VRELUnit&);
   VRINResult (*setValue)(VRELUnit);
@@ -227,7 +227,7 @@ struct System {
 System const systems[] = {{get_sending_system_unit, set_sending_system_unit, set_sending_system_unit},
                           {get_receiving_system_unit, set_receiving_system_unit, set_receiving_system_unit}};
 
-// The settings belong to the process: each test has one of its own, that ends as a program does.
+// The settings belong to the process: each test runs in a child process that ends like a program.
 template <class Body>
 void InChild(Body body) {
   ChildResult const child = RunInChild([&] {
@@ -296,9 +296,9 @@ TEST(VRELUnitSystemTest, SetByPointerKeepsVariable) {
       EXPECT_EQ(system.Get(), 8);
       variable = VRELUnitMile;
       EXPECT_EQ(system.Get(), 10);
-      variable = Unit(77);  // is handed on unchecked
+      variable = Unit(77);  // is returned unchecked
       EXPECT_EQ(system.Get(), 77);
-      // Another setting lets go of the variable and leaves it as it is.
+      // Another setting no longer uses the variable and does not change it.
       EXPECT_EQ(system.setValue(VRELUnitMeter), VREL_S_OK);
       EXPECT_EQ(variable, 77);
       variable = VRELUnitFoot;
