@@ -7,6 +7,10 @@
 #include "detail/VRELApplyMorph.h"
 #include "detail/VRELMorphOf.h"
 
+// A morph has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // Transformation p' = s (A p) + t of 2D points.
 //
 //   VRELMorph2D const twice(2.0);
@@ -38,6 +42,8 @@ class VREL_EXPORT VRELMorph2D : public VRELMorphOf<VRELMorph2D, VRELAffine2D, VR
   // Sets `out` to the morph that applies `other` first and then this one.
   void Multiply(VRELMorph const& other, VRELMorph& out) const override;
 };
+
+#pragma GCC diagnostic pop
 
 inline void VRELPoint2D::Transform(VRELMorph2D const& morph, bool noTranslation) {
   vrelApplyMorph<2>(morph, noTranslation, 1.0, ChangeCoordinates());

@@ -9,6 +9,10 @@
 
 class VRELAssemblyComponentTransform;
 
+// A morph has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // Transformation p' = s (A p) + t of 3D points.
 //
 //   VRELMorph3D const rotation(VRELPoint3D(0.0, 0.0, 1.0), VRELPIBY2);
@@ -44,6 +48,8 @@ class VREL_EXPORT VRELMorph3D : public VRELMorphOf<VRELMorph3D, VRELAffine3D, VR
   // Sets `out` to the morph that applies this one first and then `other`.
   void Multiply(VRELMorph const& other, VRELMorph& out) const override;
 };
+
+#pragma GCC diagnostic pop
 
 inline void VRELPoint3D::Transform(VRELMorph3D const& morph, bool noTranslation) {
   vrelApplyMorph<3>(morph, noTranslation, 1.0, ChangeCoordinates());

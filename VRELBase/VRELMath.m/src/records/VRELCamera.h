@@ -9,6 +9,10 @@ enum VRELCameraType : int {
   VRELCameraTypeDefault = 2,
 };
 
+// A camera has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // Camera: position, target, zenith (up direction), angle of view in degrees and zoom. Positions and directions are
 // arrays of three floats.
 //
@@ -49,3 +53,5 @@ class VREL_EXPORT VRELCamera {
   float angleOfSight;
   float zoomFactor;
 };
+
+#pragma GCC diagnostic pop

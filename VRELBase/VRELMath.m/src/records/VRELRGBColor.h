@@ -6,6 +6,10 @@
 
 class VRELStreamFormatter;
 
+// A colour has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // Colour of red, green, blue and alpha as floats, 0 to 1 if the colour is valid. Integer components are divided by 255.
 // Components out of range are stored unchanged; IsValid() reports them.
 //
@@ -65,6 +69,8 @@ class VREL_EXPORT VRELRGBColor {
   float components[4];
   bool valid;
 };
+
+#pragma GCC diagnostic pop
 
 // Writes "Color[red;green;blue]", or "Color[red;green;blue;alpha]" if alpha is not 0, with two digits after the decimal
 // point.

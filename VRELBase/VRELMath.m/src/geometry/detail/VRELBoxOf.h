@@ -121,12 +121,14 @@ class VRELBoxOf : public VRELBox {
   VRELBoxOf& operator=(VRELBoxOf const&) noexcept = default;
 
  private:
+  static constexpr auto kAxes = static_cast<std::size_t>(N);
+
   // Copy of the bounds of all axes, which the compiler keeps in registers while an array is searched for points that
   // are not between the corners. This needs no tolerances, and skips most points of a large number. Nothing is between
   // the corners of an empty box.
   class Corners {
    public:
-    explicit Corners(Gk_Domain const (&domains)[N]) noexcept {
+    explicit Corners(Gk_Domain const (&domains)[kAxes]) noexcept {
       constexpr double infinity = std::numeric_limits<double>::infinity();
       bool const isSet = domains[0].isFinite();  // all axes are set together
       for (int i = 0; i < N; ++i) {
@@ -142,8 +144,8 @@ class VRELBoxOf : public VRELBox {
     }
 
    private:
-    double low[N];
-    double high[N];
+    double low[kAxes];
+    double high[kAxes];
   };
 
   bool IsBetweenCorners(double const* p) const noexcept {
@@ -158,5 +160,5 @@ class VRELBoxOf : public VRELBox {
     return changed;
   }
 
-  Gk_Domain domain[N];
+  Gk_Domain domain[kAxes];
 };

@@ -124,8 +124,9 @@ class VRELPlainPoint : public VRELPoint {
 // perpendicular vectors is returned.
 template <class Point, int N>
 Point VRELPlainPoint<Point, N>::Orthogonalize() const {
-  double a[N];
-  int position[N];
+  constexpr auto kCoordinates = static_cast<std::size_t>(N);
+  double a[kCoordinates];
+  int position[kCoordinates];
   for (int i = 0; i < N; ++i) {
     a[i] = GetCoordinates()[i];
     position[i] = i;
