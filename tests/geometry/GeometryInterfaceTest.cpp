@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "Gk_Domain.h"
 #include "VREL4x4Matrix.h"
@@ -122,6 +123,14 @@ static_assert(Declares<float (VRELPointf::*)(VRELPointf const&) const>(&VRELPoin
 static_assert(Declares<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMinimum));
 static_assert(Declares<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMaximum));
 static_assert(std::is_constructible_v<VRELPointf, float const*>);
+
+// The negation of VRELPointf::operator== would be true for identical points.
+template <class T, class = void>
+struct HasNotEqual : std::false_type {};
+template <class T>
+struct HasNotEqual<T, std::void_t<decltype(std::declval<T const&>() != std::declval<T const&>())>> : std::true_type {};
+static_assert(!HasNotEqual<VRELPointf>::value);
+static_assert(HasNotEqual<VRELPoint3D>::value);
 
 static_assert(std::is_constructible_v<VRELVectorf, VRELPointf const&, VRELPointf const&>);
 static_assert(std::is_convertible_v<VRELDirectionf, VRELVectorf>);

@@ -580,7 +580,8 @@ TEST(Gk_DomainTest, PrincipalParamRoundsEachOf16MillionPeriods) {
     double const expected = AddPeriods(each.v, each.low, each.high);
     double const fast = std::fmod(each.v - each.low, each.high - each.low);
     EXPECT_EQ(Gk_Domain(each.low, each.high, fuzz).principalParam(each.v), expected) << each.v;
-    EXPECT_NE(expected, each.low + (fast < 0.0 ? fast + each.high - each.low : fast)) << "cannot tell the two apart";
+    EXPECT_NE(expected, each.low + (fast < 0.0 ? fast + each.high - each.low : fast))
+        << "the case does not distinguish the two";
   }
 }
 

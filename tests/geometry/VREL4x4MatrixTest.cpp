@@ -390,8 +390,8 @@ TEST(VREL4x4MatrixTest, RotationEqualsRodriguesFormula) {
     for (std::size_t i = 0; i < 3; ++i) {
       std::size_t const j = (i + 1) % 3;
       std::size_t const k = (i + 2) % 3;
-      double const turned = v[i] * c + (u[j] * v[k] - u[k] * v[j]) * s + u[i] * along * (1.0 - c);
-      ASSERT_NEAR(actual[i], base[i] + turned, 2e-5);
+      double const rotated = v[i] * c + (u[j] * v[k] - u[k] * v[j]) * s + u[i] * along * (1.0 - c);
+      ASSERT_NEAR(actual[i], base[i] + rotated, 2e-5);
     }
   }
 }

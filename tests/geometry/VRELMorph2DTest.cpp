@@ -112,8 +112,8 @@ TEST(VRELMorph2DTest, ProductEqualsSuccession) {
   auto const image = [](VRELMorph2D const& m, Values const& p) {
     Values q;
     for (int i = 0; i < 2; ++i) {
-      double const turned = m.affine().GetElement(i, 0) * p[0] + m.affine().GetElement(i, 1) * p[1];
-      q.push_back(m.scaleFactor() * turned + m.translation()[i]);
+      double const rotated = m.affine().GetElement(i, 0) * p[0] + m.affine().GetElement(i, 1) * p[1];
+      q.push_back(m.scaleFactor() * rotated + m.translation()[i]);
     }
     return q;
   };

@@ -208,9 +208,9 @@ TEST(VRELMorph3DTest, ProductEqualsSuccession) {
   auto const image = [](VRELMorph3D const& m, Values const& p) {
     Values q;
     for (int i = 0; i < 3; ++i) {
-      double turned = 0.0;
-      for (int j = 0; j < 3; ++j) turned += m.affine().GetElement(i, j) * p[static_cast<std::size_t>(j)];
-      q.push_back(m.scaleFactor() * turned + m.translation()[i]);
+      double rotated = 0.0;
+      for (int j = 0; j < 3; ++j) rotated += m.affine().GetElement(i, j) * p[static_cast<std::size_t>(j)];
+      q.push_back(m.scaleFactor() * rotated + m.translation()[i]);
     }
     return q;
   };

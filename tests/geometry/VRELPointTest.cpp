@@ -299,8 +299,8 @@ TEST(VRELPointTest, HandlesCountReferences) {
   EXPECT_TRUE(isGone);
   VRELPoint2DHandle const flat(new VRELPoint2D(3.0, 4.0));
   EXPECT_EQ(flat->Length(), 5.0);
-  VRELPoint2D* const held = flat;
-  EXPECT_EQ((*held)[1], 4.0);
+  VRELPoint2D* const pointer = flat;
+  EXPECT_EQ((*pointer)[1], 4.0);
   EXPECT_FALSE(VRELPointHandle().IsValid());
 }
 

@@ -327,10 +327,10 @@ TEST(VRELAssemblyComponentTransformTest, ScaleIsNotApplied) {
 
 TEST(VRELAssemblyComponentTransformTest, ProductAppliesRightFirst) {
   VRELAssemblyComponentTransform const twice = Make({2, 0, 0, 0, 2, 0, 0, 0, 2, 1, 1, 1}, 5.0);
-  VRELAssemblyComponentTransform const turned = Make(turn, 7.0);
-  EXPECT_EQ(MatrixOf(twice * turned), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 21, 41, 61}));
-  EXPECT_EQ(MatrixOf(turned * twice), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 11, 21, 31}));
-  EXPECT_EQ(ScaleOf(twice * turned), 1.0);
+  VRELAssemblyComponentTransform const rotated = Make(turn, 7.0);
+  EXPECT_EQ(MatrixOf(twice * rotated), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 21, 41, 61}));
+  EXPECT_EQ(MatrixOf(rotated * twice), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 11, 21, 31}));
+  EXPECT_EQ(ScaleOf(twice * rotated), 1.0);
 }
 
 TEST(VRELAssemblyComponentTransformTest, ProductWithIdentityHasScaleOne) {

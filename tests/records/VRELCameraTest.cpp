@@ -108,10 +108,10 @@ TEST(VRELCameraTest, NaNIsKept) {
   constexpr float infinity = std::numeric_limits<float>::infinity();
   Triple const position = {notANumber, infinity, std::numeric_limits<float>::denorm_min()};
   VRELCamera const camera(type7, position.data(), someTarget.data(), someZenith.data(), notANumber, -infinity);
-  Triple const held = Get(camera, &VRELCamera::GetPosition);
-  EXPECT_TRUE(std::isnan(held[0]));
-  EXPECT_EQ(held[1], infinity);
-  EXPECT_EQ(held[2], position[2]);
+  Triple const stored = Get(camera, &VRELCamera::GetPosition);
+  EXPECT_TRUE(std::isnan(stored[0]));
+  EXPECT_EQ(stored[1], infinity);
+  EXPECT_EQ(stored[2], position[2]);
   for (float each : Get(camera, &VRELCamera::GetDirection)) EXPECT_TRUE(std::isnan(each));
   EXPECT_TRUE(std::isnan(camera.GetAngle(1)));
   EXPECT_EQ(camera.GetZoom(1), -infinity);

@@ -117,7 +117,7 @@ class VRELPlainPoint : public VRELPoint {
 };
 
 // Swaps two coordinates and negates one of them: (.., p, q) becomes (.., q, -p) with zeros elsewhere, which is
-// perpendicular whatever p and q are. A single bubble sort pass over the signed coordinates, from the last to the
+// perpendicular for any p and q. A single bubble sort pass over the signed coordinates, from the last to the
 // first, selects p and q.
 //
 // Compatibility: the pass neither sorts completely nor compares absolute values. It determines which of the
