@@ -54,14 +54,15 @@ class VREL_EXPORT VREL4x4Matrix {
   void GetComponents(VRELDirectionf& row0, VRELDirectionf& row1, VRELDirectionf& row2,
                      VRELPointf& point) const noexcept;
 
-  // Sets the first three values of row 3. Compatibility: the second argument is ignored.
+  // Sets the first three values of row 3.
+  // Compatibility: the second argument is ignored.
   void SetTranslation(VRELVectorf const& translation, float unused) noexcept;
   // Returns the first three values of row 3.
   void GetTranslation(VRELVectorf& translation) const noexcept;
 
   // Sets the matrix to the rotation about the direction through `point` by an angle in radians. Computes determinant
-  // and scaling. Compatibility: the rotation is left-handed, from y to x about the z axis, opposite to
-  // VRELMath3x3Matrixf.
+  // and scaling.
+  // Compatibility: the rotation is left-handed, from y to x about the z axis, opposite to VRELMath3x3Matrixf.
   void SetRotation(VRELDirectionf const& direction, VRELPointf const& point, float const& angle) noexcept;
 
   // Multiplies the upper 3 by 3 part by `s` and computes determinant and scaling. The translation does not change.

@@ -53,7 +53,8 @@ class VREL_EXPORT VRELAffine {
   void SetRow(int row, double const* values);
   void SetColumn(int column, double const* values);
 
-  // Polls for an abort and copies the elements. Requires: the dimensions are equal.
+  // Polls for an abort and copies the elements.
+  // Requires: the dimensions are equal.
   VRELAffine& SetTo(VRELAffine const& other);
   VRELAffine& Multiply(double factor) noexcept;
   // Polls for an abort and multiplies every element by 1 / divisor; a divisor of 0 results in infinities.
@@ -61,8 +62,8 @@ class VREL_EXPORT VRELAffine {
   // ordinary divisor. It has no effect on the result.
   VRELAffine& Divide(double divisor);
 
-  // Sets `out` to the product of this matrix and `other`. Requires: `out` is neither of the two; its elements are
-  // written before the operands are read completely.
+  // Sets `out` to the product of this matrix and `other`.
+  // Requires: `out` is neither of the two; its elements are written before the operands are read completely.
   void Multiply(VRELAffine const& other, VRELAffine& out) const noexcept;
 
   // Transposes in place.

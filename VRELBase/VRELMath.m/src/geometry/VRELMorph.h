@@ -49,7 +49,8 @@ class VREL_EXPORT VRELMorph {
  protected:
   // Creates a morph of scale 1 in which no part has an effect.
   VRELMorph() noexcept : scale(1.0), unitScale(true), identityAffine(true), zeroTranslation(true) {}
-  // Stores the scale. Requires: the derived class calls fixMorphFlags().
+  // Stores the scale.
+  // Requires: the derived class calls fixMorphFlags().
   explicit VRELMorph(double theScale) noexcept : VRELMorph() { scale = theScale; }
   VRELMorph(VRELMorph const& other) noexcept = default;
   VRELMorph& operator=(VRELMorph const& other) noexcept = default;

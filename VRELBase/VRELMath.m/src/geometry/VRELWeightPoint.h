@@ -43,7 +43,8 @@ template <class Self, class Plain>
 class VRELWeightPointOf : public VRELWeightPoint {
  public:
   VRELWeightPointOf(VRELWeightPointOf const& other) noexcept = default;
-  // Copies coordinates and weight. Compatibility: sets the reference count to 0; see CopyFrom.
+  // Copies coordinates and weight.
+  // Compatibility: sets the reference count to 0; see CopyFrom.
   VRELWeightPointOf& operator=(VRELWeightPointOf const& other) noexcept = default;
 
   // Copies the stored coordinates and the weight, and leaves the reference count unchanged.

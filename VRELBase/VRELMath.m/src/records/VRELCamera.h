@@ -30,7 +30,8 @@ class VREL_EXPORT VRELCamera {
   // Compatibility: its direction is (-1, -1, -1), which is not a unit vector.
   VRELCamera() noexcept;
   // Creates a camera whose direction is the unit vector from `position` to `target`. A null array is replaced by that
-  // of the default camera. Compatibility: if position and target are equal, the direction consists of NaN.
+  // of the default camera.
+  // Compatibility: if position and target are equal, the direction consists of NaN.
   VRELCamera(VRELCameraType type, float const* position, float const* target, float const* zenith, float angle,
              float zoom) noexcept;
 

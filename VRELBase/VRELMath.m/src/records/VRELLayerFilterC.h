@@ -36,14 +36,17 @@ class VREL_EXPORT VRELLayerFilterC {
   // Errors: VREL_E_FAIL unless `count` is above 0 and `layers` is not null, or `count` is 0 and `layers` is null.
   VRINResult Set(int count, int const* layers, VRELString const& name, bool current, eLayerFilterType type);
 
-  // Sets the name. Errors: VREL_E_FAIL if `name` is empty.
+  // Sets the name.
+  // Errors: VREL_E_FAIL if `name` is empty.
   VRINResult SetName(VRELString const& name);
-  // Returns the name. Errors: VREL_E_FAIL, with `out` unchanged, if there is none.
+  // Returns the name.
+  // Errors: VREL_E_FAIL, with `out` unchanged, if there is none.
   VRINResult GetName(VRELString& out) const;
 
   // Returns the number of layers.
   VRINResult GetNumLayers(int& out) const noexcept;
-  // Returns the layer with this index. Errors: VREL_E_FAIL, with `out` set to -1, if the index is out of range.
+  // Returns the layer with this index.
+  // Errors: VREL_E_FAIL, with `out` set to -1, if the index is out of range.
   VRINResult GetLayerAt(int index, int& out) const noexcept;
 
   VRINResult SetCurrent(bool current) noexcept;

@@ -15,8 +15,8 @@
 //
 // Ownership: the entities belong to the caller; the set does not access them.
 // Performance: a member is found in constant time, but GetMemberAtIndex iterates from the start, so that a loop over
-// all indexes takes quadratic time. Thread safety: none, also for const objects: GetMemberAtIndex uses the cursor of
-// the hash list.
+// all indexes takes quadratic time.
+// Thread safety: none, also for const objects: GetMemberAtIndex uses the cursor of the hash list.
 class VREL_EXPORT VRELSelectionSet {
  public:
   // Creates a set without members.
@@ -33,7 +33,8 @@ class VREL_EXPORT VRELSelectionSet {
   VRELString GetName() const;
   bool IsCurrent() const noexcept;
 
-  // Adds a member. Adding a member again has no effect and succeeds. Errors: VREL_E_FAIL for null.
+  // Adds a member. Adding a member again has no effect and succeeds.
+  // Errors: VREL_E_FAIL for null.
   VRINResult AddMember(void* member);
   bool IsMember(void* member) const;
   int SelectionSetLength() const noexcept;

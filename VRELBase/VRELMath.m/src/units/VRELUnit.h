@@ -44,7 +44,8 @@ VREL_EXPORT VRINResult GetUnitName(VRELUnit unit, VRELString& name);
 // Returns the size of the unit in metres.
 //
 // Errors: VREL_E_ERROR, with `factor` set to 0, for the unknown unit, the model unit and values outside the
-// enumeration. Compatibility: the doubles of foot and mile are one unit in the last place below 0.3048 and 1609.344.
+// enumeration.
+// Compatibility: the doubles of foot and mile are one unit in the last place below 0.3048 and 1609.344.
 VREL_EXPORT VRINResult GetUnitScaleFactor(VRELUnit unit, double& factor);
 
 // Finds the unit of the given size in metres: the first one whose factor differs by less than 1e-10, or 1e-5 for metre

@@ -42,7 +42,8 @@ class VRELMatrixOf {
   int uSize() const noexcept { return rowCount; }
   int vSize() const noexcept { return columnCount; }
 
-  // Returns the element in row `u` and column `v`. Requires: both are in range.
+  // Returns the element in row `u` and column `v`.
+  // Requires: both are in range.
   T& elem(int u, int v) noexcept { return values[Index(u, v)]; }
   T const& elem(int u, int v) const noexcept { return values[Index(u, v)]; }
 

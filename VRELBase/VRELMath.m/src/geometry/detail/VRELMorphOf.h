@@ -24,7 +24,8 @@ class VRELMorphOf : public VRELMorph {
   }
 
   // Sets `out`, which may be this morph, to the inverse: scale 1 / s, the transposed matrix and the matching
-  // translation. Compatibility: the matrix is taken as orthogonal without a check.
+  // translation.
+  // Compatibility: the matrix is taken as orthogonal without a check.
   void Inverse(VRELMorph& out) const override;
   // Returns the inverse, computed by the virtual Inverse.
   Morph inverse() const {

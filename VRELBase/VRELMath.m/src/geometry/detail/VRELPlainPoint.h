@@ -13,7 +13,8 @@ template <class Point, int N>
 class VRELPlainPoint : public VRELPoint {
  public:
   VRELPlainPoint(VRELPlainPoint const& other) noexcept = default;
-  // Copies the coordinates. Compatibility: sets the reference count to 0; see CopyFrom.
+  // Copies the coordinates.
+  // Compatibility: sets the reference count to 0; see CopyFrom.
   VRELPlainPoint& operator=(VRELPlainPoint const& other) noexcept {
     VRELReferenceCount::operator=(other);
     CopyFrom(static_cast<Point const&>(other));
@@ -51,7 +52,8 @@ class VRELPlainPoint : public VRELPoint {
   // Adds the coordinates of `by`.
   void Shift(Point const& by) noexcept { *this += by; }
 
-  // Returns a copy on the heap. Ownership: the caller deletes it.
+  // Returns a copy on the heap.
+  // Ownership: the caller deletes it.
   Point* Copy() const { return new Point(static_cast<Point const&>(*this)); }
 
   // Returns the vector divided by its length, or a copy if the length is exactly 0. There is no tolerance.

@@ -14,7 +14,8 @@ inline float VRELInvSqrtf(float x) noexcept {
 // Lengths and squared lengths up to this value are taken as 0: the float nearest to 1e-14, bits 0x283424DC.
 inline constexpr float kZeroLengthf = 1e-14F;
 
-// Scales (x, y, z) to the length 1. Compatibility: a vector of zero length becomes (1, 0, 0).
+// Scales (x, y, z) to the length 1.
+// Compatibility: a vector of zero length becomes (1, 0, 0).
 inline void vrelNormalizef(float& x, float& y, float& z) noexcept {
   float const square = x * x + y * y + z * z;
   if (square <= kZeroLengthf) {
