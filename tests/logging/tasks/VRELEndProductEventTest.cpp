@@ -45,4 +45,14 @@ TEST(VRELEndProductEventTest, WritesOnSeveralStreamsThatGoBeforeIt) {
   event.GetFormattedDescription(nullptr);
 }
 
+TEST(VRELEndProductEventTest, CopyIsIndependent) {
+  auto source = std::make_unique<VRELEndProductEvent>(VREL_E_ABORTED);
+  VRELEndProductEvent copy(*source);
+  source->setTaskResult(VREL_S_OK);
+  EXPECT_EQ(DescriptionOf(*source), "Product Completed Successfully\n");
+  source.reset();
+  ExpectTaskEvent(copy, 1, "Product End", "Product");
+  EXPECT_EQ(DescriptionOf(copy), "Product Aborted\n");
+}
+
 }  // namespace

@@ -75,4 +75,13 @@ TEST(VRELEndWriteFileTaskEventTest, WritesOnSeveralStreamsThatGoBeforeIt) {
   event.GetFormattedDescription(nullptr);
 }
 
+TEST(VRELEndWriteFileTaskEventTest, CopyIsIndependent) {
+  auto source = std::make_unique<VRELEndWriteFileTaskEvent>(L"a", VREL_S_OK);
+  VRELEndWriteFileTaskEvent copy(*source);
+  source->setTaskResult(VREL_E_FAIL);
+  source.reset();
+  ExpectTaskEvent(copy, 1, "File Write", "File Write");
+  EXPECT_EQ(DescriptionOf(copy), "Output File \"a\" is Successfully Written\n" + rule);
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "ChildProcess.h"
@@ -106,6 +107,35 @@ TEST_F(VRELStartProductEventTest, DumpsTheEnvironmentWhereItIsAskedFor) {
     return HasFailure() ? 1 : 0;
   });
   EXPECT_EQ(child.exitStatus, 0) << child.output;
+}
+
+TEST_F(VRELStartProductEventTest, CopyIsIndependent) {
+  auto source = std::make_unique<VRELStartProductEvent>("Brivet", "brivet");
+  source->AddOption("Units", "mm");
+  VRELStartProductEvent copy(*source);
+  source->AddOption("Units", "inch");
+  source.reset();
+  copy.AddOption("Scale", "2");
+  VRELStartProductEvent second(copy);
+  ExpectTaskEvent(copy, 0, "Start Product", "Product");
+  EXPECT_EQ(DescriptionOf(second), DescriptionOf(copy));
+  EXPECT_NE(DescriptionOf(copy).find("Units                : mm\n"), std::string::npos);
+  EXPECT_NE(DescriptionOf(copy).find("Scale                : 2\n"), std::string::npos);
+}
+
+// The order of an enumeration depends on the order of the additions, and a refused name can leave nodes without option.
+TEST_F(VRELStartProductEventTest, CopyKeepsOptionOrder) {
+  VRELStartProductEvent source("", "");
+  for (int i = 0; i < 300; ++i) {
+    std::string const number = std::to_string(i * 7919 % 300);
+    source.AddOption(("Key" + number).c_str(), number.c_str());
+    source.AddOption(("*.Key" + number).c_str(), "any");
+    source.AddOption(("Refused" + number + "..X").c_str(), "refused");
+  }
+  std::string const expected = DescriptionOf(source);
+  VRELStartProductEvent copy(source);
+  EXPECT_EQ(DescriptionOf(copy), expected);
+  EXPECT_EQ(DescriptionOf(source), expected);
 }
 
 }  // namespace
