@@ -70,7 +70,7 @@ std::vector<std::string> Found(std::string const& directory, char const* pattern
   return names;
 }
 
-TEST(Gk_DirElementTest, IsAFileElementAndNoMore) {
+TEST(Gk_DirElementTest, AddsNoField) {
   static_assert(std::is_base_of_v<Gk_FileElement, Gk_DirElement>);
   static_assert(sizeof(Gk_DirElement) == sizeof(Gk_String));
   static_assert(!std::is_polymorphic_v<Gk_DirElement>);
@@ -80,7 +80,7 @@ TEST(Gk_DirElementTest, IsAFileElementAndNoMore) {
   EXPECT_EQ(element.text(), "a/b");
 }
 
-TEST(Gk_DirElementTest, DotsCountAtTheEndOfTheText) {
+TEST(Gk_DirElementTest, IsDotTestsEndOfPath) {
   struct {
     char const* path;
     bool isDot;
@@ -97,7 +97,7 @@ TEST(Gk_DirElementTest, DotsCountAtTheEndOfTheText) {
   }
 }
 
-TEST(Gk_DirElementTest, MakesMissingParents) {
+TEST(Gk_DirElementTest, MkdirCreatesMissingParents) {
   ScratchDirectory const scratch;
   EXPECT_TRUE(Directory(scratch.Path("p/q/r")).mkdir());
   EXPECT_TRUE(fs::is_directory(scratch.Path("p/q/r")));
@@ -111,7 +111,7 @@ TEST(Gk_DirElementTest, MakesMissingParents) {
   EXPECT_FALSE(Directory(scratch.Path("plain/x/y")).mkdir());
 }
 
-TEST(Gk_DirElementTest, MakesRelativeDirectories) {
+TEST(Gk_DirElementTest, MkdirAcceptsRelativePath) {
   ScratchDirectory const scratch;
   ChildResult const result = RunInChild([&] {
     if (chdir(scratch.Path().c_str()) != 0) return 1;
@@ -124,7 +124,7 @@ TEST(Gk_DirElementTest, MakesRelativeDirectories) {
   for (char const* name : {"p/q/r", "one", "w", "w\\x", "w\\x\\y"}) EXPECT_TRUE(fs::is_directory(scratch.Path(name)));
 }
 
-TEST(Gk_DirElementTest, TheUmaskAloneLimitsTheMode) {
+TEST(Gk_DirElementTest, MkdirModeIsLimitedByUmask) {
   ScratchDirectory const scratch;
   struct {
     mode_t mask;
@@ -145,7 +145,7 @@ TEST(Gk_DirElementTest, TheUmaskAloneLimitsTheMode) {
   }
 }
 
-TEST(Gk_DirElementTest, HostilePathsAreNoHarmToMkdir) {
+TEST(Gk_DirElementTest, MkdirSurvivesHostilePaths) {
   ScratchDirectory const scratch;
   std::string const name(200, 'd');
   std::string deep = scratch.Path();
@@ -156,7 +156,7 @@ TEST(Gk_DirElementTest, HostilePathsAreNoHarmToMkdir) {
   EXPECT_FALSE(Directory(scratch.Path(std::string(256, 'n'))).mkdir());
 }
 
-TEST(Gk_DirElementTest, MkdirOfADotEndsWhereThereIsNoCurrentDirectory) {
+TEST(Gk_DirElementTest, MkdirFailsWithoutCurrentDirectory) {
   ScratchDirectory const scratch;
   ChildResult const result = RunInChild([&] {
     fs::create_directory(scratch.Path("gone"));
@@ -167,7 +167,7 @@ TEST(Gk_DirElementTest, MkdirOfADotEndsWhereThereIsNoCurrentDirectory) {
   EXPECT_EQ(result.signal, 0);
 }
 
-TEST(Gk_DirElementTest, RemovesEmptyDirectories) {
+TEST(Gk_DirElementTest, RmdirRemovesEmptyDirectory) {
   ScratchDirectory const scratch;
   scratch.Write("full/file", "");
   fs::create_directory(scratch.Path("empty"));
@@ -177,7 +177,7 @@ TEST(Gk_DirElementTest, RemovesEmptyDirectories) {
   EXPECT_FALSE(Directory(scratch.Path("full/file")).rmdir());
 }
 
-TEST(Gk_DirElementTest, ChildrenAreAllEntries) {
+TEST(Gk_DirElementTest, ChildrenReturnsAllEntries) {
   ScratchDirectory const scratch;
   scratch.Write("one", "");
   scratch.Write(".hidden", "");
@@ -191,7 +191,7 @@ TEST(Gk_DirElementTest, ChildrenAreAllEntries) {
   for (Gk_FileElement const& child : Directory(path).children()) EXPECT_EQ(child.dataLen(), child.len() - 1);
 }
 
-TEST(Gk_DirElementTest, ADirectoryThatCannotBeReadHasNoChildren) {
+TEST(Gk_DirElementTest, UnreadableDirectoryHasNoChildren) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
   for (std::string const& path : {scratch.Path("missing"), scratch.Path("file"), std::string()}) {
@@ -202,7 +202,7 @@ TEST(Gk_DirElementTest, ADirectoryThatCannotBeReadHasNoChildren) {
   }
 }
 
-TEST(Gk_DirElementTest, NoDirectoryStaysOpen) {
+TEST(Gk_DirElementTest, ClosesDirectories) {
   ScratchDirectory const scratch;
   scratch.Write("sub/file", "");
   Directory(scratch.Path()).children();
@@ -212,7 +212,7 @@ TEST(Gk_DirElementTest, NoDirectoryStaysOpen) {
   EXPECT_EQ(CountOpenDescriptors(scratch.Path("sub")), 0);
 }
 
-TEST(Gk_DirElementTest, FindsFilesByTheirPaths) {
+TEST(Gk_DirElementTest, FetchLeafFilesMatchesPaths) {
   ScratchDirectory const scratch;
   for (char const* name : {"a.stp", "b.STP", "c.igs", ".x.stp", "sub/d.stp", "sub/deep/e.stp", "sub/deep/f.txt",
                            "dir.stp/g", "dot./h.stp", "dots../i.stp"}) {
@@ -230,7 +230,7 @@ TEST(Gk_DirElementTest, FindsFilesByTheirPaths) {
   EXPECT_THAT(Found(path, "nothing*"), IsEmpty());
 }
 
-TEST(Gk_DirElementTest, ASearchFollowsTheOrderOfTheChildrenDepthFirst) {
+TEST(Gk_DirElementTest, FetchLeafFilesIsDepthFirst) {
   ScratchDirectory const scratch;
   for (int i = 0; i < 20; ++i) {
     scratch.Write("f" + std::to_string(i), "");
@@ -250,7 +250,7 @@ TEST(Gk_DirElementTest, ASearchFollowsTheOrderOfTheChildrenDepthFirst) {
   EXPECT_EQ(Texts(Directory(scratch.Path()).fetchLeafFiles("*")), expected);
 }
 
-TEST(Gk_DirElementTest, LinksCountAsWhatTheyLeadTo) {
+TEST(Gk_DirElementTest, FetchLeafFilesFollowsLinks) {
   ScratchDirectory const scratch;
   scratch.Write("real/file", "");
   fs::create_symlink("real/file", scratch.Path("tofile"));
@@ -261,7 +261,7 @@ TEST(Gk_DirElementTest, LinksCountAsWhatTheyLeadTo) {
   EXPECT_THAT(Found(scratch.Path(), "*"), UnorderedElementsAre("real/file", "tofile", "todirectory/file"));
 }
 
-TEST(Gk_DirElementTest, LinksInACircleEndTheSearch) {
+TEST(Gk_DirElementTest, FetchLeafFilesEndsAtLinkCycle) {
   ScratchDirectory const scratch;
   scratch.Write("a/file", "");
   for (char const* name : {"a/up", "a/up2", "a/up3"}) fs::create_symlink("..", scratch.Path(name));
@@ -273,7 +273,7 @@ TEST(Gk_DirElementTest, LinksInACircleEndTheSearch) {
   EXPECT_THAT(Found(scratch.Path("b"), "*"), UnorderedElementsAre("file"));
 }
 
-TEST(Gk_DirElementTest, NamesNeedNotBeText) {
+TEST(Gk_DirElementTest, FetchLeafFilesAcceptsInvalidText) {
   ScratchDirectory const scratch;
   std::string const longName(255, 'n');
   scratch.Write("\xFF\xFE\n", "");
@@ -282,7 +282,7 @@ TEST(Gk_DirElementTest, NamesNeedNotBeText) {
 }
 
 // Steps down with chdir, because no path leads to the bottom.
-TEST(Gk_DirElementTest, ATreeBeyondTheLongestPathIsSearchedAsFarAsPathsLead) {
+TEST(Gk_DirElementTest, FetchLeafFilesStopsAtPathMax) {
   ScratchDirectory const scratch;
   std::string const name(200, 'd');
   ChildResult const result = RunInChild([&] {
@@ -301,7 +301,7 @@ TEST(Gk_DirElementTest, ATreeBeyondTheLongestPathIsSearchedAsFarAsPathsLead) {
   EXPECT_EQ(Found(scratch.Path(), "*").size(), expected);
 }
 
-TEST(Gk_DirElementTest, DepthCostsNoDescriptors) {
+TEST(Gk_DirElementTest, DepthNeedsNoDescriptors) {
   ScratchDirectory const scratch;
   std::string below;
   for (int i = 0; i < 200; ++i) below += "d/";
@@ -314,7 +314,7 @@ TEST(Gk_DirElementTest, DepthCostsNoDescriptors) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(Gk_DirElementTest, FoldersWithoutRightsHideWhatTheyHold) {
+TEST(Gk_DirElementTest, FetchLeafFilesSkipsUnreadableFolders) {
   ScratchDirectory const scratch;
   scratch.Write("closed/file", "");
   scratch.Write("listed/file", "");
@@ -335,7 +335,7 @@ TEST(Gk_DirElementTest, FoldersWithoutRightsHideWhatTheyHold) {
   ASSERT_EQ(chmod(scratch.Path("listed").c_str(), 0700), 0);
 }
 
-TEST(Gk_DirElementTest, FullPathIsThatOfTheDotEntry) {
+TEST(Gk_DirElementTest, FullPathDropsDotEntry) {
   ScratchDirectory const scratch;
   fs::create_directory(scratch.Path("sub"));
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
@@ -345,7 +345,7 @@ TEST(Gk_DirElementTest, FullPathIsThatOfTheDotEntry) {
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
 }
 
-TEST(Gk_DirElementTest, FullPathPassesOverAllThatIsNoDot) {
+TEST(Gk_DirElementTest, FullPathSkipsOtherEntries) {
   ScratchDirectory const scratch;
   for (char const* name : {"a", "b..", "c."}) fs::create_directory(scratch.Path(name));
   scratch.Write("d.", "");
@@ -358,7 +358,7 @@ TEST(Gk_DirElementTest, FullPathPassesOverAllThatIsNoDot) {
   givenNames.clear();
 }
 
-TEST(Gk_DirElementTest, FullPathTakesTheFirstDirectoryThatEndsInADot) {
+TEST(Gk_DirElementTest, FullPathUsesFirstDirectoryEndingInDot) {
   ScratchDirectory const scratch;
   std::string expected;
   for (int i = 0; i < 30 && expected.empty(); ++i) {

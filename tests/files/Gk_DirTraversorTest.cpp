@@ -20,7 +20,7 @@ std::unique_ptr<Gk_DirTraversor> Walk(std::string const& path) {
   return std::unique_ptr<Gk_DirTraversor>(Gk_DirTraversor::create(Gk_DirElement(Gk_String(path.c_str()))));
 }
 
-TEST(Gk_DirTraversorTest, AnEntryMayBeMissing) {
+TEST(Gk_DirTraversorTest, EntryMayBeNull) {
   Gk_DirEntry const none;
   EXPECT_FALSE(none.isValid());
   EXPECT_EQ(none.name(), nullptr);
@@ -35,7 +35,7 @@ TEST(Gk_DirTraversorTest, AnEntryMayBeMissing) {
   static_assert(sizeof(Gk_DirEntry) == sizeof(dirent*));
 }
 
-TEST(Gk_DirTraversorTest, StandsAtTheFirstEntry) {
+TEST(Gk_DirTraversorTest, CreateReadsFirstEntry) {
   ScratchDirectory const scratch;
   std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
   ASSERT_NE(walk, nullptr);
@@ -47,7 +47,7 @@ TEST(Gk_DirTraversorTest, StandsAtTheFirstEntry) {
   EXPECT_EQ(CountOpenDescriptors(scratch.Path()), 1);
 }
 
-TEST(Gk_DirTraversorTest, ReadsEveryEntryAndCloses) {
+TEST(Gk_DirTraversorTest, NextReadsAllEntriesAndCloses) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
   std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
@@ -65,7 +65,7 @@ TEST(Gk_DirTraversorTest, ReadsEveryEntryAndCloses) {
   EXPECT_FALSE(walk->next());
 }
 
-TEST(Gk_DirTraversorTest, ListsFromTheCurrentEntryOn) {
+TEST(Gk_DirTraversorTest, ReadAllStartsAtCurrentEntry) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
   std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
@@ -80,20 +80,20 @@ TEST(Gk_DirTraversorTest, ListsFromTheCurrentEntryOn) {
   EXPECT_EQ(walk->entries().size(), 2);
 }
 
-TEST(Gk_DirTraversorTest, TheDestructorCloses) {
+TEST(Gk_DirTraversorTest, DestructorCloses) {
   ScratchDirectory const scratch;
   Walk(scratch.Path());
   EXPECT_EQ(CountOpenDescriptors(scratch.Path()), 0);
 }
 
-TEST(Gk_DirTraversorTest, NullForWhatCannotBeOpened) {
+TEST(Gk_DirTraversorTest, CreateReturnsNullOnFailure) {
   ScratchDirectory const scratch;
   EXPECT_EQ(Walk(scratch.Path("missing")), nullptr);
   EXPECT_EQ(Walk(scratch.Write("file", "")), nullptr);
   EXPECT_EQ(Walk(""), nullptr);
 }
 
-TEST(Gk_DirTraversorTest, EntriesMayBeRemovedWhileItWalks) {
+TEST(Gk_DirTraversorTest, EntriesCanBeRemovedDuringIteration) {
   ScratchDirectory const scratch;
   for (int i = 0; i < 500; ++i) scratch.Write("f" + std::to_string(i), "");
   std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());

@@ -167,11 +167,11 @@ std::string GoldenLog(char const* name) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-TEST(TranslationLogTest, TellsATranslationThatGoesWell) {
+TEST(TranslationLogTest, LogOfSuccessfulTranslation) {
   EXPECT_EQ(LogOf(TranslateWell, "INFO"), GoldenLog("brivet_read.log"));
 }
 
-TEST(TranslationLogTest, TellsATranslationThatGoesBadly) {
+TEST(TranslationLogTest, LogOfFailedTranslation) {
   EXPECT_EQ(LogOf(TranslateBadly, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
 }
 

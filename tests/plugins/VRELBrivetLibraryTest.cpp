@@ -34,14 +34,14 @@ class VRELBrivetLibraryTest : public testing::Test {
   RecordingListener listener;
 };
 
-TEST_F(VRELBrivetLibraryTest, MakingOneLoadsNothing) {
+TEST_F(VRELBrivetLibraryTest, ConstructorLoadsNothing) {
   static_assert(std::has_virtual_destructor_v<VRELBrivetLibrary>);
   VRELBrivetLibrary const library("VRELTestBoth", "InitializeModule", "FinalizeModule");
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELBrivetLibraryTest, TwoShareOneLibrary) {
+TEST_F(VRELBrivetLibraryTest, ObjectsShareLibrary) {
   VRELBrivetLibrary first("VRELTestBoth", "InitializeModule", "FinalizeModule");
   VRELBrivetLibrary second("VRELTestBoth", "OtherInitialize", "");
   EXPECT_EQ(first.Load(), VREL_S_OK);
@@ -69,7 +69,7 @@ TEST_F(VRELBrivetLibraryTest, GetFunctionLoads) {
   EXPECT_EQ(library.GetFunction("", function), VREL_E_INVALID_ARGUMENT);
 }
 
-TEST_F(VRELBrivetLibraryTest, FirstLoadTellsOfTheFailureAndTheSecondDoesNot) {
+TEST_F(VRELBrivetLibraryTest, OnlyFirstLoadReportsFailure) {
   VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
   std::string const warning = "VRELTestNoModule library not loaded.";
   EXPECT_EQ(library.Load(), VREL_E_FAIL);
@@ -84,7 +84,7 @@ TEST_F(VRELBrivetLibraryTest, FirstLoadTellsOfTheFailureAndTheSecondDoesNot) {
   EXPECT_THAT(listener.Texts(), ElementsAre(warning, warning));
 }
 
-TEST_F(VRELBrivetLibraryTest, GetFunctionDoesNotAskWhatDidNotLoad) {
+TEST_F(VRELBrivetLibraryTest, GetFunctionFailsAfterFailedLoad) {
   VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
   int here = 0;
   void* function = &here;
@@ -93,7 +93,7 @@ TEST_F(VRELBrivetLibraryTest, GetFunctionDoesNotAskWhatDidNotLoad) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoModule library not loaded."));
 }
 
-TEST_F(VRELBrivetLibraryTest, DestructorLeavesTheModuleLoaded) {
+TEST_F(VRELBrivetLibraryTest, DestructorKeepsModuleLoaded) {
   {
     VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
     library.Load();
@@ -106,7 +106,7 @@ TEST_F(VRELBrivetLibraryTest, DestructorLeavesTheModuleLoaded) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
 }
 
-TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
+TEST_F(VRELBrivetLibraryTest, SetUnloadableReachesLibrary) {
   VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
   library.SetUnloadable(false);
   library.Load();
@@ -125,14 +125,14 @@ TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
   EXPECT_FALSE(held->IsLoaded());
 }
 
-TEST_F(VRELBrivetLibraryTest, InitialiseMayFreeLibraries) {
+TEST_F(VRELBrivetLibraryTest, InitializeFunctionCanFreeLibraries) {
   VRELBrivetLibrary library("VRELTestRestless", "InitializeModule", "FinalizeModule");
   EXPECT_EQ(library.Load(), VREL_S_OK);
   EXPECT_TRUE(Held("VRELTestRestless")->IsLoaded());
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised"));
 }
 
-TEST_F(VRELBrivetLibraryTest, KeepsNoLibraryWhoseInitialiseThrows) {
+TEST_F(VRELBrivetLibraryTest, ThrowingInitializeKeepsNoLibrary) {
   VRELBrivetLibrary library("VRELTestThrowingInitialize", "InitializeModule", "FinalizeModule");
   EXPECT_ANY_THROW(library.Load());
   EXPECT_ANY_THROW(library.Load());

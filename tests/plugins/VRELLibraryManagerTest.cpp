@@ -50,7 +50,7 @@ class VRELLibraryManagerTest : public testing::Test {
   RecordingListener listener;
 };
 
-TEST_F(VRELLibraryManagerTest, SharesOneLibraryForEachName) {
+TEST_F(VRELLibraryManagerTest, SharesLibraryByName) {
   VRELLibrary* const first = Create("VRELTestBoth");
   ASSERT_NE(first, nullptr);
   EXPECT_FALSE(first->IsLoaded());
@@ -67,7 +67,7 @@ TEST_F(VRELLibraryManagerTest, SharesOneLibraryForEachName) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELLibraryManagerTest, FirstEntryPointsStand) {
+TEST_F(VRELLibraryManagerTest, FirstEntryPointNamesAreKept) {
   VRELLibrary* const first = Create("VRELTestBoth");
   VRELLibrary* second = nullptr;
   EXPECT_EQ(VRELLibraryManager::CreateLibrary("VRELTestBoth", "OtherInitialize", "", second), VREL_S_OK);
@@ -77,7 +77,7 @@ TEST_F(VRELLibraryManagerTest, FirstEntryPointsStand) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
 }
 
-TEST_F(VRELLibraryManagerTest, AddsUnderTheLibrarysOwnName) {
+TEST_F(VRELLibraryManagerTest, AddLibraryUsesNameOfLibrary) {
   EXPECT_EQ(VRELLibraryManager::AddLibrary(nullptr), VREL_E_INVALID_ARGUMENT);
   bool isDead = false;
   auto* const library = new WatchedLibrary("VRELTestBoth", isDead);
@@ -89,7 +89,7 @@ TEST_F(VRELLibraryManagerTest, AddsUnderTheLibrarysOwnName) {
   EXPECT_TRUE(isDead);
 }
 
-TEST_F(VRELLibraryManagerTest, RefusesASecondLibraryOfAName) {
+TEST_F(VRELLibraryManagerTest, AddLibraryIgnoresSecondLibrary) {
   VRELLibrary* const first = Create("VRELTestBoth");
   bool isDead = false;
   EXPECT_EQ(VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead)), VREL_S_OK);
@@ -101,7 +101,7 @@ TEST_F(VRELLibraryManagerTest, RefusesASecondLibraryOfAName) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
 }
 
-TEST_F(VRELLibraryManagerTest, LongNamesMeetInTheirFirst63Bytes) {
+TEST_F(VRELLibraryManagerTest, LongNamesShareFirst63Bytes) {
   std::string const cut(63, 'n');
   VRELLibrary* const first = Create(cut + "one");
   ASSERT_NE(first, nullptr);
@@ -114,12 +114,12 @@ TEST_F(VRELLibraryManagerTest, LongNamesMeetInTheirFirst63Bytes) {
   EXPECT_EQ(first->GetReferenceCount(), 1U);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesNothingOfAnEmptyTable) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesAcceptsEmptyTable) {
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesKeepsUsedLibraries) {
   bool isDead = false;
   VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead));
   Create("VRELTestBoth")->LoadAndInitialize();
@@ -138,7 +138,7 @@ TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesManyAtOnce) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesRemovesMany) {
   for (int i = 0; i < 100; ++i) Create("VRELTestNoSuchModule" + std::to_string(i));
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 100);
   VRELLibraryHandle const held(Create("VRELTestNoSuchModule50"));
@@ -146,7 +146,7 @@ TEST_F(VRELLibraryManagerTest, FreesManyAtOnce) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
 }
 
-TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTable) {
+TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTable) {
   Create("VRELTestRestless")->LoadAndInitialize();
   listener.events.clear();
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
@@ -156,7 +156,7 @@ TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTable) {
   EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalised");
 }
 
-TEST_F(VRELLibraryManagerTest, WhatIsLeftIsFinalisedAtExit) {
+TEST_F(VRELLibraryManagerTest, ExitFinalizesLibraries) {
   ChildResult const child = RunInChild([]() -> int {
     unsetenv("VRELConsoleTracesLevel");
     Create("VRELTestBoth")->LoadAndInitialize();
@@ -167,7 +167,7 @@ TEST_F(VRELLibraryManagerTest, WhatIsLeftIsFinalisedAtExit) {
   EXPECT_EQ(child.output, "Message : VRELTestBoth finalised\n");
 }
 
-TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTableAtExit) {
+TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTableAtExit) {
   ChildResult const child = RunInChild([]() -> int {
     unsetenv("VRELConsoleTracesLevel");
     Create("VRELTestRestless")->LoadAndInitialize();

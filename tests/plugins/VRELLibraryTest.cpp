@@ -41,7 +41,7 @@ bool IsMapped(std::string const& name) {
 
 std::string const longestName = "VRELTest" + std::string(55, 'l');
 
-TEST(VRELLibraryTest, StandsOnACountedObject) {
+TEST(VRELLibraryTest, IsCountedObject) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELLibrary>);
   EXPECT_EQ(SlotOf(&VRELLibrary::RaiseReference), 2U);
   EXPECT_EQ(SlotOf(&VRELLibrary::LowerReference), 3U);
@@ -55,7 +55,7 @@ TEST(VRELLibraryTest, StandsOnACountedObject) {
   EXPECT_EQ(library.GetReferenceCount(), 1U);
 }
 
-TEST(VRELLibraryTest, MakingOneLoadsNothing) {
+TEST(VRELLibraryTest, ConstructorLoadsNothing) {
   RecordingListener listener;
   {
     TestLibrary library("VRELTestBoth");
@@ -66,7 +66,7 @@ TEST(VRELLibraryTest, MakingOneLoadsNothing) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, KeepsAtMost63Bytes) {
+TEST(VRELLibraryTest, NameHasAtMost63Bytes) {
   ASSERT_EQ(longestName.size(), 63U);
   RecordingListener listener;
   for (std::string const tail : {"", "x", "xy", "and a tail that is rather long, longer than all the rest"}) {
@@ -79,7 +79,7 @@ TEST(VRELLibraryTest, KeepsAtMost63Bytes) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, NameIsCutInBytes) {
+TEST(VRELLibraryTest, NameIsTruncatedByBytes) {
   RunTestInLocale("C.UTF-8", [] {
     VRELLibrary library(VRELString((std::wstring(31, L'\u00F6') + L"ab").c_str()), "", "");
     std::string expected;
@@ -88,7 +88,7 @@ TEST(VRELLibraryTest, NameIsCutInBytes) {
   });
 }
 
-TEST(VRELLibraryTest, LongestNameLoadsWholeAndCut) {
+TEST(VRELLibraryTest, LongestNameLoads) {
   for (std::string const tail : {"", "x"}) {
     SCOPED_TRACE(tail);
     RecordingListener listener;
@@ -100,7 +100,7 @@ TEST(VRELLibraryTest, LongestNameLoadsWholeAndCut) {
   }
 }
 
-TEST(VRELLibraryTest, LoadsAndInitialisesOnce) {
+TEST(VRELLibraryTest, InitializesOnce) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
@@ -110,7 +110,7 @@ TEST(VRELLibraryTest, LoadsAndInitialisesOnce) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
 }
 
-TEST(VRELLibraryTest, WarnsOfAModuleThatDoesNotLoad) {
+TEST(VRELLibraryTest, FailedLoadSendsWarning) {
   for (std::string const name : {"VRELTestNoSuchModule", "VRELTestNoModule", ""}) {
     SCOPED_TRACE(name);
     RecordingListener listener;
@@ -124,7 +124,7 @@ TEST(VRELLibraryTest, WarnsOfAModuleThatDoesNotLoad) {
   }
 }
 
-TEST(VRELLibraryTest, ModuleWithoutInitialiseCountsAsLoaded) {
+TEST(VRELLibraryTest, MissingInitializeFunctionCountsAsLoaded) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoInitialize");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
@@ -144,7 +144,7 @@ TEST(VRELLibraryTest, ModuleWithoutInitialiseCountsAsLoaded) {
   EXPECT_THAT(listener.Texts(), ElementsAre(error, error));
 }
 
-TEST(VRELLibraryTest, NamelessEntryPointsAreNotMissed) {
+TEST(VRELLibraryTest, EmptyEntryPointNamesAreIgnored) {
   RecordingListener listener;
   VRELLibrary library("VRELTestBare", "", "");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
@@ -166,7 +166,7 @@ TEST(VRELLibraryTest, GetFunctionLoadsFirst) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
 }
 
-TEST(VRELLibraryTest, GetFunctionTakesNamesOfAnyLength) {
+TEST(VRELLibraryTest, GetFunctionAcceptsLongNames) {
   TestLibrary library("VRELTestBoth");
   std::string name;
   for (int i = 0; i < 6; ++i) name += "FunctionWhoseNameIsLong";
@@ -184,7 +184,7 @@ TEST(VRELLibraryTest, GetFunctionTakesNamesOfAnyLength) {
   }
 }
 
-TEST(VRELLibraryTest, GetFunctionRefusesAnEmptyName) {
+TEST(VRELLibraryTest, GetFunctionRefusesEmptyName) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   VRELString taken("x");
@@ -200,7 +200,7 @@ TEST(VRELLibraryTest, GetFunctionRefusesAnEmptyName) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, GetFunctionTellsOfAMissingFunction) {
+TEST(VRELLibraryTest, GetFunctionReportsMissingFunction) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   int here = 0;
@@ -213,7 +213,7 @@ TEST(VRELLibraryTest, GetFunctionTellsOfAMissingFunction) {
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
 }
 
-TEST(VRELLibraryTest, GetFunctionOfAModuleThatDoesNotLoad) {
+TEST(VRELLibraryTest, GetFunctionFailsWithoutModule) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoModule");
   int here = 0;
@@ -223,7 +223,7 @@ TEST(VRELLibraryTest, GetFunctionOfAModuleThatDoesNotLoad) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoModule library not loaded."));
 }
 
-TEST(VRELLibraryTest, SymbolsAreResolvedAtLoadAndSeenByLaterModules) {
+TEST(VRELLibraryTest, SymbolsAreGlobalAndResolvedAtLoad) {
   ChildResult const child = RunInChild([]() -> int {
     VRELLibrary needy("VRELTestNeedy", "", "");
     if (needy.LoadAndInitialize() != VREL_E_FAIL) return 1;
@@ -249,7 +249,7 @@ TEST(VRELLibraryTest, FinalizesAndUnloads) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
 }
 
-TEST(VRELLibraryTest, ModuleThatMayNotBeUnloadedStays) {
+TEST(VRELLibraryTest, SetUnloadableFalseKeepsModule) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   library.SetUnloadable(false);
@@ -268,7 +268,7 @@ TEST(VRELLibraryTest, ModuleThatMayNotBeUnloadedStays) {
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
 }
 
-TEST(VRELLibraryTest, ModuleWithoutFinaliseStaysInitialised) {
+TEST(VRELLibraryTest, MissingFinalizeFunctionStaysInitialized) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoFinalize");
   library.LoadAndInitialize();
@@ -296,7 +296,7 @@ TEST(VRELLibraryTest, DestructorFinalizesAndUnloads) {
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
 }
 
-TEST(VRELLibraryTest, InitialiseMayAskForFunctions) {
+TEST(VRELLibraryTest, InitializeFunctionCanCallGetFunction) {
   RecordingListener listener;
   VRELLibrary* library = nullptr;
   ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestAsking", "InitializeModule", "", library), VREL_S_OK);
@@ -305,7 +305,7 @@ TEST(VRELLibraryTest, InitialiseMayAskForFunctions) {
   VRELLibraryManager::FreeLibraries();
 }
 
-TEST(VRELLibraryTest, WhatInitialiseThrowsPassesThrough) {
+TEST(VRELLibraryTest, ExceptionOfInitializeIsRethrown) {
   RecordingListener listener;
   TestLibrary library("VRELTestThrowingInitialize");
   for (int i = 0; i < 2; ++i) {
@@ -324,7 +324,7 @@ TEST(VRELLibraryTest, WhatInitialiseThrowsPassesThrough) {
   EXPECT_THAT(listener.Texts(), ElementsAre(begun, begun));
 }
 
-TEST(VRELLibraryTest, WhatFinaliseThrowsStopsAtTheDestructor) {
+TEST(VRELLibraryTest, DestructorDropsExceptionOfFinalize) {
   RecordingListener listener;
   {
     TestLibrary library("VRELTestThrowingFinalize");
@@ -343,7 +343,7 @@ TEST(VRELLibraryTest, WhatFinaliseThrowsStopsAtTheDestructor) {
   EXPECT_TRUE(IsMapped("VRELTestThrowingFinalize"));
 }
 
-TEST(VRELLibraryTest, EntryPointsDoNotUnloadTheirOwnModule) {
+TEST(VRELLibraryTest, RunningModuleIsNotUnloaded) {
   VRELLibraryManager::FreeLibraries();
   RecordingListener listener;
   {

@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(VRELFormatReaderTest, OperationsStandInTheirOrder) {
+TEST(VRELFormatReaderTest, OperationsKeepSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELFormatReader>);
   EXPECT_EQ(SlotOf(&VRELFormatReader::GetNextHeaderSection), 5U);
   EXPECT_EQ(SlotOf(&VRELFormatReader::GetNextDataSection), 6U);
@@ -23,7 +23,7 @@ TEST(VRELFormatReaderTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELFormatReader::Resolve), 8U);
 }
 
-TEST(VRELFormatReaderTest, FreshOneIsEmpty) {
+TEST(VRELFormatReaderTest, StartsEmpty) {
   VRELFileHandle const file(new VRELFile("wheel.step"));
   {
     VRELFormatReaderHandle const reader(new VRELFormatReader(file));
@@ -39,7 +39,7 @@ TEST(VRELFormatReaderTest, FreshOneIsEmpty) {
   EXPECT_EQ(file->GetReferenceCount(), 1U);
 }
 
-TEST(VRELFormatReaderTest, GivesOutItsSectionsOnce) {
+TEST(VRELFormatReaderTest, GetNextSectionTraversesOnce) {
   toy::Journal journal;
   toy::Format reader(journal);
   toy::Section& header = reader.AddHeader(1, {0});
@@ -54,7 +54,7 @@ TEST(VRELFormatReaderTest, GivesOutItsSectionsOnce) {
   }
 }
 
-TEST(VRELFormatReaderTest, GivesOutNothingWithoutABuffer) {
+TEST(VRELFormatReaderTest, GetNextSectionNeedsBuffer) {
   toy::Journal journal;
   toy::Format reader(journal, false);
   reader.AddHeader(1, {0});
@@ -66,7 +66,7 @@ TEST(VRELFormatReaderTest, GivesOutNothingWithoutABuffer) {
   EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList()), ElementsAre(2));
 }
 
-TEST(VRELFormatReaderTest, ListsTheEntitiesOfAllSections) {
+TEST(VRELFormatReaderTest, GetEntityListReturnsAllSections) {
   toy::Journal journal;
   toy::Format reader(journal);
   reader.AddHeader(10, {0});
@@ -86,7 +86,7 @@ TEST(VRELFormatReaderTest, ListsTheEntitiesOfAllSections) {
   EXPECT_EQ(reader.GetDataEntityList().size(), 5);
 }
 
-TEST(VRELFormatReaderTest, ListsTheEntitiesOfAnySections) {
+TEST(VRELFormatReaderTest, GetEntityListAcceptsAnySections) {
   toy::Journal journal;
   toy::Format reader(journal);
   toy::Section one(VRELBufferHandle(), 1, {0, 0}, journal);
@@ -102,7 +102,7 @@ TEST(VRELFormatReaderTest, ListsTheEntitiesOfAnySections) {
   EXPECT_THAT(toy::IdsOf(reader.GetHeaderEntityList(sections)), ElementsAre(7, 1, 2));
 }
 
-TEST(VRELFormatReaderTest, LeavesItsSectionsAlone) {
+TEST(VRELFormatReaderTest, DestructorKeepsSections) {
   class Borrowing : public VRELFormatReader {
    public:
     explicit Borrowing(VRELSectionReader& section) : VRELFormatReader(VRELFileHandle()) {

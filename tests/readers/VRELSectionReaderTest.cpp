@@ -18,13 +18,13 @@ VRELBufferHandle NewBuffer() {
   return VRELBufferHandle(new VRELBuffer(VRELFileHandle()));
 }
 
-TEST(VRELSectionReaderTest, OperationsStandInTheirOrder) {
+TEST(VRELSectionReaderTest, OperationsKeepSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELSectionReader>);
   EXPECT_EQ(SlotOf(&VRELSectionReader::GetNextKey), 5U);
   EXPECT_EQ(SlotOf(&VRELSectionReader::PreProcess), 6U);
 }
 
-TEST(VRELSectionReaderTest, FreshOneIsEmpty) {
+TEST(VRELSectionReaderTest, StartsEmpty) {
   VRELBufferHandle const buffer = NewBuffer();
   {
     VRELSectionReaderHandle const section(new VRELSectionReader(buffer));
@@ -38,7 +38,7 @@ TEST(VRELSectionReaderTest, FreshOneIsEmpty) {
 }
 
 // With a buffer and without one.
-TEST(VRELSectionReaderTest, GivesOutItsEntitiesOnce) {
+TEST(VRELSectionReaderTest, GetNextKeyTraversesOnce) {
   for (VRELBufferHandle const& buffer : {NewBuffer(), VRELBufferHandle()}) {
     SCOPED_TRACE(buffer.IsValid());
     toy::Journal journal;
@@ -50,7 +50,7 @@ TEST(VRELSectionReaderTest, GivesOutItsEntitiesOnce) {
   }
 }
 
-TEST(VRELSectionReaderTest, ListIsShared) {
+TEST(VRELSectionReaderTest, GetEntityListSharesStorage) {
   class Growing : public VRELSectionReader {
    public:
     using VRELSectionReader::VRELSectionReader;

@@ -69,7 +69,7 @@ void ExpectOutput(ChildResult const& child, std::string const& output, std::stri
   EXPECT_EQ(child.errors, errors);
 }
 
-TEST(VRELConsoleLoggerTest, IsIdleUntilItIsSetUp) {
+TEST(VRELConsoleLoggerTest, StartsIdle) {
   EXPECT_FALSE(VRELConsoleLogger::_console.IsInitialized());
   ExpectOutput(RunWithVariable("ALL",
                                [] {
@@ -81,7 +81,7 @@ TEST(VRELConsoleLoggerTest, IsIdleUntilItIsSetUp) {
                "", "");
 }
 
-TEST(VRELConsoleLoggerTest, SetUpStartsTheConsoleOfTheProcess) {
+TEST(VRELConsoleLoggerTest, SetUpInitializesConsole) {
   ExpectOutput(RunWithVariable(nullptr,
                                [] {
                                  VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
@@ -102,7 +102,7 @@ TEST(VRELConsoleLoggerTest, SplitsByLevel) {
   ExpectOutput(child, "0 10 20 30 50 69 ", "70 80 90 ");
 }
 
-TEST(VRELConsoleLoggerTest, ShowsMessageEventsWhereTheirLevelSays) {
+TEST(VRELConsoleLoggerTest, LevelSelectsStreamOfMessages) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     VRELDebugEvent::Fire("debug");
@@ -119,7 +119,7 @@ TEST(VRELConsoleLoggerTest, ShowsMessageEventsWhereTheirLevelSays) {
                "Warning : printed\nError : error\nAssert : assert\n");
 }
 
-TEST(VRELConsoleLoggerTest, TheEnvironmentWinsOverTheArgument) {
+TEST(VRELConsoleLoggerTest, EnvironmentOverridesLevel) {
   struct {
     char const* variable;
     int argument;
@@ -157,7 +157,7 @@ TEST(VRELConsoleLoggerTest, TheEnvironmentWinsOverTheArgument) {
   }
 }
 
-TEST(VRELConsoleLoggerTest, ASecondSetUpChangesNothing) {
+TEST(VRELConsoleLoggerTest, SecondSetUpIsIgnored) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ERROR);
     VRELConsoleLogger::SetUp(VREL_LEVEL_DEBUG);
@@ -170,7 +170,7 @@ TEST(VRELConsoleLoggerTest, ASecondSetUpChangesNothing) {
 }
 
 // Also one that the environment has turned off.
-TEST(VRELConsoleLoggerTest, TheVariableIsReadOnce) {
+TEST(VRELConsoleLoggerTest, VariableIsReadOnce) {
   ChildResult const child = RunWithVariable("no keyword", [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     EXPECT_TRUE(VRELConsoleLogger::_console.IsInitialized());
@@ -181,7 +181,7 @@ TEST(VRELConsoleLoggerTest, TheVariableIsReadOnce) {
   ExpectOutput(child, "", "");
 }
 
-TEST(VRELConsoleLoggerTest, FinalizedItStaysSilent) {
+TEST(VRELConsoleLoggerTest, FinalizedConsoleStaysSilent) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     VRELConsoleLogger::_console.Finalize();
@@ -197,7 +197,7 @@ TEST(VRELConsoleLoggerTest, FinalizedItStaysSilent) {
   ExpectOutput(child, "", "");
 }
 
-TEST(VRELConsoleLoggerTest, AStreamOfItsBaseIsNotWrittenTo) {
+TEST(VRELConsoleLoggerTest, BaseStreamIsNotUsed) {
   VRELConsoleLogger logger;
   auto* const stream = new VRELStringOutputStream;
   logger.Initialize(stream, VREL_LEVEL_ALL);
@@ -208,7 +208,7 @@ TEST(VRELConsoleLoggerTest, AStreamOfItsBaseIsNotWrittenTo) {
   EXPECT_EQ(TakeText(*stream), "");
 }
 
-TEST(VRELConsoleLoggerTest, AnotherOneLeavesTheBusWhenItGoes) {
+TEST(VRELConsoleLoggerTest, DestructorRemovesListener) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     {
       VRELConsoleLogger logger;
@@ -225,7 +225,7 @@ TEST(VRELConsoleLoggerTest, AnotherOneLeavesTheBusWhenItGoes) {
   ExpectOutput(child, "Message : shown\nopen\n", "");
 }
 
-TEST(VRELConsoleLoggerTest, WritesPastWhatTheCLibraryBuffers) {
+TEST(VRELConsoleLoggerTest, BypassesStdioBuffers) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     std::fputs("buffered\n", stdout);
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
@@ -235,7 +235,7 @@ TEST(VRELConsoleLoggerTest, WritesPastWhatTheCLibraryBuffers) {
 }
 
 // What the application does at exit comes before the library goes down.
-TEST(VRELConsoleLoggerTest, IsActiveToTheEndOfTheProcess) {
+TEST(VRELConsoleLoggerTest, WritesUntilExit) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     std::atexit([] {
@@ -246,7 +246,7 @@ TEST(VRELConsoleLoggerTest, IsActiveToTheEndOfTheProcess) {
   ExpectOutput(child, "Message : at exit\n", "Error : at exit\n");
 }
 
-TEST(VRELConsoleLoggerTest, GoesOnWithoutStandardStreams) {
+TEST(VRELConsoleLoggerTest, ClosedStandardStreamsAreIgnored) {
   for (bool const isClosed : {true, false}) {
     ChildResult const child = RunWithVariable(nullptr, [&] {
       int const full = open("/dev/full", O_WRONLY);
@@ -266,7 +266,7 @@ TEST(VRELConsoleLoggerTest, GoesOnWithoutStandardStreams) {
   }
 }
 
-TEST(VRELConsoleLoggerTest, KeepsItsVirtualTableAndFields) {
+TEST(VRELConsoleLoggerTest, KeepsSlotsAndSize) {
   using OfLevel = void (VRELConsoleLogger::*)(VRELEventLevel);
   EXPECT_EQ(SlotOf(&VRELConsoleLogger::HandleEvent), 0U);
   EXPECT_EQ(SlotOf(static_cast<OfLevel>(&VRELConsoleLogger::Initialize)), 7U);

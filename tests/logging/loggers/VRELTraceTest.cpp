@@ -31,14 +31,14 @@ class VRELTraceTest : public testing::Test {
   }
 };
 
-TEST_F(VRELTraceTest, SaysNothingWithoutTheVariable) {
+TEST_F(VRELTraceTest, IsDisabledWithoutVariable) {
   RecordingListener const listener;
   VRELTrace trace("topology");
   for (VRELTraceLevel const level : {debug, message, error}) trace.Printf(level, "x");
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELTraceTest, SendsAnEventByItsLevel) {
+TEST_F(VRELTraceTest, LevelSelectsEvent) {
   SetLoggers("topology");
   RecordingListener const listener;
   VRELTrace trace("topology");
@@ -58,7 +58,7 @@ TEST_F(VRELTraceTest, SendsAnEventByItsLevel) {
 }
 
 // A prefixed message.
-TEST_F(VRELTraceTest, MessagesAreWrittenWithTheirPrefix) {
+TEST_F(VRELTraceTest, MessageHasPrefix) {
   class Writing : public VRELEventListener {
    public:
     void HandleEvent(VRELEvent& event) override { event.GetFormattedDescription(&stream); }
@@ -81,7 +81,7 @@ TEST_F(VRELTraceTest, OtherLevelsSendNothing) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELTraceTest, IsEnabledByItsNameAnywhereInTheValue) {
+TEST_F(VRELTraceTest, NameCanBeAnywhereInVariable) {
   struct {
     char const* value;
     char const* name;
@@ -104,7 +104,7 @@ TEST_F(VRELTraceTest, IsEnabledByItsNameAnywhereInTheValue) {
   }
 }
 
-TEST_F(VRELTraceTest, ReadsTheVariableWhenItIsMade) {
+TEST_F(VRELTraceTest, ConstructorReadsVariable) {
   SetLoggers("topology");
   VRELTrace const early("topology");
   unsetenv("VRELLoggers");
@@ -116,7 +116,7 @@ TEST_F(VRELTraceTest, ReadsTheVariableWhenItIsMade) {
 }
 
 // As in every channel: formatted twice, cut, and nothing for a null format.
-TEST_F(VRELTraceTest, FormatsLikeAChannel) {
+TEST_F(VRELTraceTest, FormatsTwiceAndTruncates) {
   SetLoggers("topology");
   RecordingListener const listener;
   VRELTrace const trace("topology");
@@ -128,7 +128,7 @@ TEST_F(VRELTraceTest, FormatsLikeAChannel) {
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"50% of 8", "(none)", std::string(1023, 'x')}));
 }
 
-TEST_F(VRELTraceTest, HoldsOneFlag) {
+TEST_F(VRELTraceTest, HasOneField) {
   struct Fields {
     virtual ~Fields() = default;
     bool enabled;

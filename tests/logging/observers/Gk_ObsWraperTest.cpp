@@ -18,7 +18,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-TEST(Gk_ObsWraperTest, EachSendReachesTheObserversOfItsType) {
+TEST(Gk_ObsWraperTest, SendReachesObserversOfType) {
   Gk_Observable observable;
   Gk_ObsWraper wrapper(Gk_String("name"), &observable);
   RecordingInt integers;
@@ -61,7 +61,7 @@ TEST(Gk_ObsWraperTest, EachSendReachesTheObserversOfItsType) {
   EXPECT_EQ(entities.second, &wrapper);
 }
 
-TEST(Gk_ObsWraperTest, NothingHappensWithoutAnObservable) {
+TEST(Gk_ObsWraperTest, SendIgnoresNullObservable) {
   Gk_ObsWraper wrapper(Gk_String("name"), nullptr);
   EXPECT_EQ(TextOf([&](VRELStringOutputStream* stream) {
               Gk_ObservableDoc::installDebugStream(stream);
@@ -84,7 +84,7 @@ std::string WithoutSeconds(std::string text) {
   return text;
 }
 
-TEST(Gk_ObsWraperTest, TracesWhatIsSent) {
+TEST(Gk_ObsWraperTest, SendWritesDebugLine) {
   Gk_Observable observable;
   Gk_ObsWraper outer(Gk_String("outer"), &observable);
   Gk_ObsWraper inner(Gk_String("inner"), nullptr);
@@ -120,7 +120,7 @@ TEST(Gk_ObsWraperTest, TracesWhatIsSent) {
             "outer : 6\n");
 }
 
-TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
+TEST(Gk_ObsWraperTest, DebugLinePrecedesDelivery) {
   Gk_Observable observable;
   RecordingProgress observer;
   observable.getObservers().Add(&observer);
@@ -162,7 +162,7 @@ TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
             "told : 9\n");
 }
 
-TEST(Gk_ObsWraperTest, ThePhaseIsKeptWithoutAStream) {
+TEST(Gk_ObsWraperTest, PhaseIsTimedWithoutStream) {
   Gk_ObsWraper wrapper(Gk_String("w"), nullptr);
   wrapper.setMax(1);
   EXPECT_EQ(TextOf([&](VRELStringOutputStream* stream) {
@@ -174,7 +174,7 @@ TEST(Gk_ObsWraperTest, ThePhaseIsKeptWithoutAStream) {
   wrapper.setOver();
 }
 
-TEST(Gk_ObsWraperTest, OverTellsTheProcessorTimeSinceMax) {
+TEST(Gk_ObsWraperTest, SetOverSendsTimeSinceSetMax) {
   Gk_Observable observable;
   RecordingProgress progress;
   observable.getObservers().Add(&progress);
@@ -188,7 +188,7 @@ TEST(Gk_ObsWraperTest, OverTellsTheProcessorTimeSinceMax) {
   EXPECT_LT(progress.over, 5.0);
 }
 
-TEST(Gk_ObsWraperTest, ThePhaseBeginsBeforeItsObserversAreTold) {
+TEST(Gk_ObsWraperTest, SetMaxStartsPhaseBeforeDelivery) {
   Gk_Observable observable;
   RecordingProgress progress;
   progress.then = [] {
@@ -203,7 +203,7 @@ TEST(Gk_ObsWraperTest, ThePhaseBeginsBeforeItsObserversAreTold) {
   EXPECT_GE(progress.over, 0.02);
 }
 
-TEST(Gk_ObsWraperTest, OverWithoutMaxCountsFromTickZero) {
+TEST(Gk_ObsWraperTest, SetOverWithoutSetMaxStartsAtZero) {
   Gk_Observable observable;
   RecordingProgress progress;
   observable.getObservers().Add(&progress);
@@ -217,7 +217,7 @@ TEST(Gk_ObsWraperTest, OverWithoutMaxCountsFromTickZero) {
   EXPECT_LE(progress.over, after);
 }
 
-TEST(Gk_ObsWraperTest, IsAPlainValue) {
+TEST(Gk_ObsWraperTest, IsCopyable) {
   Gk_Observable observable;
   RecordingInt observer;
   observable.getObservers().Add(&observer);
@@ -238,7 +238,7 @@ TEST(Gk_ObsWraperTest, IsAPlainValue) {
   EXPECT_EQ(observer.calls, (Calls{"int 1", "int 2"}));
 }
 
-TEST(Gk_ObsWraperTest, GoesByTheOrderOfTheList) {
+TEST(Gk_ObsWraperTest, DeliversInListOrder) {
   Gk_Observable observable;
   Gk_ObsWraper wrapper(Gk_String("w"), &observable);
   std::vector<RecordingInt> observers(40);
@@ -256,7 +256,7 @@ TEST(Gk_ObsWraperTest, GoesByTheOrderOfTheList) {
   EXPECT_EQ(called, expected);
 }
 
-TEST(Gk_ObsWraperTest, ANullObserverIsPassedOver) {
+TEST(Gk_ObsWraperTest, NullObserverIsSkipped) {
   Gk_Observable observable;
   RecordingInt observer;
   observable.getObservers().Add(nullptr);
@@ -286,7 +286,7 @@ class Gk_ObsWraperChangesTest : public testing::Test {
   std::vector<std::unique_ptr<RecordingInt>> observers;
 };
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveThemselves) {
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveThemselves) {
   for (auto const& observer : observers) {
     observer->then = [this, self = observer.get()] { observable.getObservers().Remove(self); };
   }
@@ -295,7 +295,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveThemselves) {
   EXPECT_EQ(observable.getObservers().Size(), 0);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, AnObserverThatIsGoneIsNotTold) {
+TEST_F(Gk_ObsWraperChangesTest, RemovedObserverIsNotCalled) {
   // The first that is told removes and deletes all others.
   for (auto const& observer : observers) {
     observer->then = [this, self = observer.get()] {
@@ -316,7 +316,7 @@ TEST_F(Gk_ObsWraperChangesTest, AnObserverThatIsGoneIsNotTold) {
   EXPECT_EQ(alive, 1);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveAll) {
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveAll) {
   std::size_t told = 0;
   for (auto const& observer : observers) {
     observer->then = [&] {
@@ -328,7 +328,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveAll) {
   EXPECT_EQ(told, 1U);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, AddedObserversSeeTheNextValue) {
+TEST_F(Gk_ObsWraperChangesTest, AddedObserversGetNextValue) {
   std::vector<std::unique_ptr<RecordingInt>> added;
   for (auto const& observer : observers) {
     observer->then = [&] {
@@ -345,7 +345,7 @@ TEST_F(Gk_ObsWraperChangesTest, AddedObserversSeeTheNextValue) {
   for (auto const& observer : added) EXPECT_EQ(observer->calls, Calls{"int 2"});
 }
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMaySendToTheSameName) {
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanSendToSameName) {
   int depth = 0;
   observers[7]->then = [&] {
     if (++depth == 1) wrapper.setInt(2);
@@ -354,7 +354,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversMaySendToTheSameName) {
   ExpectEachToldOnce(2);
 }
 
-TEST(Gk_ObsWraperTest, WhatAnObserverThrowsReachesTheSender) {
+TEST(Gk_ObsWraperTest, ExceptionOfObserverReachesSender) {
   Gk_Observable observable;
   RecordingInt observer;
   observer.then = [] { throw 7; };

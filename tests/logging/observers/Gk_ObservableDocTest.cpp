@@ -28,7 +28,7 @@ std::string Line(Gk_ObsWraper wrapper) {
   });
 }
 
-TEST(Gk_ObservableDocTest, AddMakesTheObservableAndSetsItsType) {
+TEST(Gk_ObservableDocTest, AddObservableCreatesAndSetsType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.add/a/n", false), nullptr);
   Gk_ObsWraper const wrapper = Gk_ObservableDoc::addObservable(Gk_ROString("ObsDoc.add/a/n"), Gk_Observer::DoubleType);
   EXPECT_EQ(Line(wrapper), "ObsDoc.add/a/n : 1\n");
@@ -43,7 +43,7 @@ TEST(Gk_ObservableDocTest, AddMakesTheObservableAndSetsItsType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.add/a/n", false), observable);
 }
 
-TEST(Gk_ObservableDocTest, FetchJoinsNameAndChild) {
+TEST(Gk_ObservableDocTest, FetchObservableJoinsNameAndChild) {
   RecordingInt observer;
   Gk_ObservableDoc::addObservable("ObsDoc.fetch/n", Gk_Observer::IntType);
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.fetch/n", &observer));
@@ -59,12 +59,12 @@ TEST(Gk_ObservableDocTest, FetchJoinsNameAndChild) {
   EXPECT_EQ(observer.calls.size(), 5U);
 }
 
-TEST(Gk_ObservableDocTest, AnUnknownNameGivesAWrapperOnNothing) {
+TEST(Gk_ObservableDocTest, UnknownNameReturnsEmptyWrapper) {
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.unknown/n")), "ObsDoc.unknown/n : 1\n");
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.unknown/n", false), nullptr);
 }
 
-TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
+TEST(Gk_ObservableDocTest, AttachObserverTestsType) {
   RecordingInt observer;
   RecordingProgress other;
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
@@ -81,7 +81,7 @@ TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
   EXPECT_EQ(other.calls, Calls{});
 }
 
-TEST(Gk_ObservableDocTest, AddingAgainLeavesTheObservers) {
+TEST(Gk_ObservableDocTest, SecondAddKeepsObservers) {
   RecordingInt integers;
   RecordingDouble doubles;
   Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::IntType);
@@ -96,7 +96,7 @@ TEST(Gk_ObservableDocTest, AddingAgainLeavesTheObservers) {
   Gk_ObservableDoc::removeAllObserver("ObsDoc.again/n");
 }
 
-TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
+TEST(Gk_ObservableDocTest, RemoveObserverTestsType) {
   RecordingInt first;
   RecordingInt second;
   EXPECT_FALSE(Gk_ObservableDoc::removeObserver("ObsDoc.remove/n", &first));
@@ -120,7 +120,7 @@ TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.missing/n", false), nullptr);
 }
 
-TEST(Gk_ObservableDocTest, AnObserverMayAskForAnAbort) {
+TEST(Gk_ObservableDocTest, ObserverCanRequestAbort) {
   RecordingInt observer;
   observer.then = [] { Gk_ErrMgr::setAbort(); };
   Gk_ObsWraper wrapper = Gk_ObservableDoc::addObservable("ObsDoc.abort/n", Gk_Observer::IntType);
@@ -130,7 +130,7 @@ TEST(Gk_ObservableDocTest, AnObserverMayAskForAnAbort) {
   Gk_ObservableDoc::removeAllObserver("ObsDoc.abort/n");
 }
 
-TEST(Gk_ObservableDocTest, TheConsoleMayServeToTheEnd) {
+TEST(Gk_ObservableDocTest, DebugStreamCanBeConsoleUntilExit) {
   ChildResult const result = RunInChild([] {
     Gk_ObservableDoc::installDebugStream(&VRELFileOutputStream::console);
     Gk_ObservableDoc::addObservable("console", Gk_Observer::IntType).setInt(5);

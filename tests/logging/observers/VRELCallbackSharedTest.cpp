@@ -34,12 +34,12 @@ class VRELCallbackSharedTest : public testing::Test {
   }
 };
 
-TEST_F(VRELCallbackSharedTest, NothingIsAskedForAtFirst) {
+TEST_F(VRELCallbackSharedTest, IsNotAbortedInitially) {
   EXPECT_EQ(VRELCallbackShared::m_AbortCallback, nullptr);
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
 }
 
-TEST_F(VRELCallbackSharedTest, TheCallbackDecides) {
+TEST_F(VRELCallbackSharedTest, CallbackDecides) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
   EXPECT_EQ(asked, 1);
@@ -49,7 +49,7 @@ TEST_F(VRELCallbackSharedTest, TheCallbackDecides) {
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
-TEST_F(VRELCallbackSharedTest, ARequestThrowsAndStays) {
+TEST_F(VRELCallbackSharedTest, RequestThrowsRepeatedly) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
@@ -61,14 +61,14 @@ TEST_F(VRELCallbackSharedTest, ARequestThrowsAndStays) {
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
 }
 
-TEST_F(VRELCallbackSharedTest, ARequestNeedsNoCallback) {
+TEST_F(VRELCallbackSharedTest, RequestThrowsWithoutCallback) {
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
 }
 
 // The request is read before the callback is asked, so one that the callback makes counts at the next question.
-TEST_F(VRELCallbackSharedTest, ARequestOfTheCallbackCountsTheNextTime) {
+TEST_F(VRELCallbackSharedTest, RequestOfCallbackThrowsNextTime) {
   VRELCallbackShared::m_AbortCallback = [] {
     Gk_ErrMgr::setAbort();
     return false;
@@ -77,7 +77,7 @@ TEST_F(VRELCallbackSharedTest, ARequestOfTheCallbackCountsTheNextTime) {
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
 }
 
-TEST_F(VRELCallbackSharedTest, CanBeMade) {
+TEST_F(VRELCallbackSharedTest, IsConstructible) {
   VRELCallbackShared const shared;
   VRELCallbackShared const copy(shared);
   EXPECT_FALSE(copy.IsAborted());

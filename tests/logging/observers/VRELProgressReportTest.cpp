@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(VRELProgressReportTest, TheFunctionDoesNothingUntilTheApplicationSetsOne) {
+TEST(VRELProgressReportTest, DefaultFunctionDoesNothing) {
   EXPECT_EQ(VRELProgressReport_fct, &VRELProgressReport_DefaultFct);
   int state = 7;
   VRELProgressReport_fct(0.5, state);

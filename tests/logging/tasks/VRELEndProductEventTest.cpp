@@ -8,14 +8,14 @@
 
 namespace {
 
-TEST(VRELEndProductEventTest, IsTheEndOfTheProduct) {
+TEST(VRELEndProductEventTest, HasProductTask) {
   VRINResult result = VREL_E_FAIL;
   VRELEndProductEvent event(result);
   ExpectTaskEvent(event, 1, "Product End", "Product");
   EXPECT_EQ(event.getTaskResult(), VREL_E_FAIL);
 }
 
-TEST(VRELEndProductEventTest, TellsTheResult) {
+TEST(VRELEndProductEventTest, WritesResult) {
   struct {
     long result;
     char const* text;
@@ -35,7 +35,7 @@ TEST(VRELEndProductEventTest, TellsTheResult) {
   for (auto const& each : cases) EXPECT_EQ(DescriptionOf(VRELEndProductEvent(each.result)), each.text);
 }
 
-TEST(VRELEndProductEventTest, WritesOnSeveralStreamsThatGoBeforeIt) {
+TEST(VRELEndProductEventTest, WritesToSeveralStreams) {
   VRELEndProductEvent event(VREL_S_OK);
   for (int i = 0; i < 2; ++i) {
     auto const stream = std::make_unique<VRELStringOutputStream>();

@@ -25,7 +25,7 @@ class WatchedHeader : public VRELFileHeader {
   std::string calls;
 };
 
-TEST(VRELEndReadFileTaskEventTest, IsTheEndOfReadFile) {
+TEST(VRELEndReadFileTaskEventTest, HasReadFileTask) {
   VRINResult result = VREL_E_FILE_OPEN;
   VRELEndReadFileTaskEvent event(result, nullptr);
   ExpectTaskEvent(event, 1, "File Reading", "Read File");
@@ -33,7 +33,7 @@ TEST(VRELEndReadFileTaskEventTest, IsTheEndOfReadFile) {
   EXPECT_EQ(DescriptionOf(event), "");
 }
 
-TEST(VRELEndReadFileTaskEventTest, WritesTheHeaderOfOneModel) {
+TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
   WatchedHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim 100%s");
   header.AddSection(L"Size");
@@ -48,7 +48,7 @@ TEST(VRELEndReadFileTaskEventTest, WritesTheHeaderOfOneModel) {
   EXPECT_EQ(header.TakeCalls(), "0 0 ");
 }
 
-TEST(VRELEndReadFileTaskEventTest, NamesTheModelsWhereThereAreSeveral) {
+TEST(VRELEndReadFileTaskEventTest, WritesModelNumbers) {
   WatchedHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
@@ -66,7 +66,7 @@ TEST(VRELEndReadFileTaskEventTest, NamesTheModelsWhereThereAreSeveral) {
   EXPECT_EQ(header.Get(VRELFileHeader::AUTHOR, author), VREL_S_OK);
 }
 
-TEST(VRELEndReadFileTaskEventTest, RowsOfAnyModelCount) {
+TEST(VRELEndReadFileTaskEventTest, WritesIfAnyModelHasRows) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
@@ -78,7 +78,7 @@ TEST(VRELEndReadFileTaskEventTest, RowsOfAnyModelCount) {
                 rule);
 }
 
-TEST(VRELEndReadFileTaskEventTest, NamesAModelWithoutRows) {
+TEST(VRELEndReadFileTaskEventTest, WritesNumberOfEmptyModel) {
   VRELFileHeader header;
   header.SelectModel(2);
   header.Set(VRELFileHeader::UNITS, L"mm");
@@ -91,7 +91,7 @@ TEST(VRELEndReadFileTaskEventTest, NamesAModelWithoutRows) {
                 rule);
 }
 
-TEST(VRELEndReadFileTaskEventTest, AHeaderWithoutRowsWritesNothing) {
+TEST(VRELEndReadFileTaskEventTest, EmptyHeaderWritesNothing) {
   WatchedHeader header;
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)), "");
   EXPECT_EQ(header.TakeCalls(), "0 0 ");

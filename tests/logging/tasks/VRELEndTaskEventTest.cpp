@@ -12,7 +12,7 @@ namespace {
 
 std::string const rule(80, '-');
 
-TEST(VRELEndTaskEventTest, IsAnEndWithAResult) {
+TEST(VRELEndTaskEventTest, KeepsResult) {
   VRINResult result = VREL_S_PARTIAL;
   VRELEndTaskEvent event(result, "Meshing", "Mesh", VREL_LEVEL_VERBOSE, false);
   ExpectTaskEvent(event, 1, "Meshing", "Mesh", 30);
@@ -23,7 +23,7 @@ TEST(VRELEndTaskEventTest, IsAnEndWithAResult) {
   EXPECT_EQ(event.getTaskResult(), VREL_E_FAIL);
 }
 
-TEST(VRELEndTaskEventTest, WritesItsResultBetweenTwoRules) {
+TEST(VRELEndTaskEventTest, WritesResultBetweenRules) {
   struct {
     long result;
     char const* line;
@@ -39,7 +39,7 @@ TEST(VRELEndTaskEventTest, WritesItsResultBetweenTwoRules) {
   }
 }
 
-TEST(VRELEndTaskEventTest, WritesTheEventNameAsItIs) {
+TEST(VRELEndTaskEventTest, WritesEventNameVerbatim) {
   VRELEndTaskEvent event(VREL_S_OK, "100%s %n \xC3\x96", "Mesh", VREL_LEVEL_INFO, false);
   event.SetTaskName("another");
   EXPECT_EQ(DescriptionOf(event), rule + "\n100%s %n \xC3\x96 Result : Success\n" + rule + "\n");
@@ -47,17 +47,17 @@ TEST(VRELEndTaskEventTest, WritesTheEventNameAsItIs) {
             rule + "\n Result : Success\n" + rule + "\n");
 }
 
-TEST(VRELEndTaskEventTest, WritesNothingWhenSilent) {
+TEST(VRELEndTaskEventTest, SilentEventWritesNothing) {
   EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(VREL_E_FAIL, "Meshing", "Mesh", VREL_LEVEL_INFO, true)), "");
 }
 
-TEST(VRELEndTaskEventTest, FiresNothingUnlessTasksAreMeasured) {
+TEST(VRELEndTaskEventTest, FireSendsNothingWithoutTracking) {
   TaskRecorder const recorder;
   VRELEndTaskEvent::Fire(VREL_S_OK, "Meshing", "Mesh", VREL_LEVEL_INFO, false);
   EXPECT_TRUE(recorder.tasks.empty());
 }
 
-TEST(VRELEndTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
+TEST(VRELEndTaskEventTest, FireSendsStampedEventWithTracking) {
   PerfTracking const tracking;
   TaskRecorder const recorder;
   VRINResult result = VREL_E_ERROR;
@@ -73,7 +73,7 @@ TEST(VRELEndTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
   EXPECT_EQ(task.text, rule + "\nMeshing Result : Error Encountered\n" + rule + "\n");
 }
 
-TEST(VRELEndTaskEventTest, ASilentEndReachesListenersAndNoLog) {
+TEST(VRELEndTaskEventTest, SilentEventReachesListeners) {
   PerfTracking const tracking;
   VRELLogger logger;
   auto* const log = new VRELStringOutputStream;

@@ -24,14 +24,14 @@ std::string AfterTime(std::string const& text) {
   return rest != nullptr && *rest == '\0' ? text.substr(start) : "no time: " + text;
 }
 
-TEST(VRELEndTranslationTaskEventTest, IsTheEndOfTheTranslation) {
+TEST(VRELEndTranslationTaskEventTest, HasTranslationTask) {
   VRINResult result = VREL_S_PARTIAL;
   VRELEndTranslationTaskEvent event(result, false, 3);
   ExpectTaskEvent(event, 1, "Translation", "Translation");
   EXPECT_EQ(event.getTaskResult(), VREL_S_PARTIAL);
 }
 
-TEST(VRELEndTranslationTaskEventTest, TellsResultFailuresAndPart) {
+TEST(VRELEndTranslationTaskEventTest, WritesResultFailuresAndPart) {
   struct {
     long result;
     bool isPartInAssembly;
@@ -63,7 +63,7 @@ TEST(VRELEndTranslationTaskEventTest, TellsResultFailuresAndPart) {
 }
 
 // The time of the construction, not of the writing.
-TEST(VRELEndTranslationTaskEventTest, TellsTheLocalTimeOfItsConstruction) {
+TEST(VRELEndTranslationTaskEventTest, WritesLocalTimeOfConstruction) {
   std::time_t const before = std::time(nullptr);
   VRELEndTranslationTaskEvent event(VREL_S_OK, false, -1);
   std::time_t const after = std::time(nullptr);
@@ -78,7 +78,7 @@ TEST(VRELEndTranslationTaskEventTest, TellsTheLocalTimeOfItsConstruction) {
   EXPECT_TRUE(isFound) << text;
 }
 
-TEST(VRELEndTranslationTaskEventTest, FiresAlwaysWithoutACountOfFailures) {
+TEST(VRELEndTranslationTaskEventTest, FireSendsUnknownFailureCount) {
   TaskRecorder const recorder;
   VRINResult const failure = VREL_E_FAIL;
   VRELEndTranslationTaskEvent::Fire(failure, true);

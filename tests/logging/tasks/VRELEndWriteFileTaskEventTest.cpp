@@ -11,13 +11,13 @@ namespace {
 
 std::string const rule = std::string(80, '-') + "\n";
 
-TEST(VRELEndWriteFileTaskEventTest, IsTheEndOfFileWrite) {
+TEST(VRELEndWriteFileTaskEventTest, HasFileWriteTask) {
   VRELEndWriteFileTaskEvent event(L"wheel.html", VREL_S_PARTIAL);
   ExpectTaskEvent(event, 1, "File Write", "File Write");
   EXPECT_EQ(event.getTaskResult(), VREL_S_PARTIAL);
 }
 
-TEST(VRELEndWriteFileTaskEventTest, TellsFileAndResult) {
+TEST(VRELEndWriteFileTaskEventTest, WritesFileAndResult) {
   struct {
     wchar_t const* name;
     long result;
@@ -44,7 +44,7 @@ TEST(VRELEndWriteFileTaskEventTest, TellsFileAndResult) {
 }
 
 // The stream is flushed by then, and not when the event goes.
-TEST(VRELEndWriteFileTaskEventTest, FlushesTheStreamBehindTheText) {
+TEST(VRELEndWriteFileTaskEventTest, FlushesStreamAfterText) {
   class Stream : public VRELOutputStream {
    public:
     int write(char const* buffer, int count) override {
@@ -65,7 +65,7 @@ TEST(VRELEndWriteFileTaskEventTest, FlushesTheStreamBehindTheText) {
 }
 
 // The formatter is the event's own, the stream is not.
-TEST(VRELEndWriteFileTaskEventTest, WritesOnSeveralStreamsThatGoBeforeIt) {
+TEST(VRELEndWriteFileTaskEventTest, WritesToSeveralStreams) {
   VRELEndWriteFileTaskEvent event(L"a", VREL_S_OK);
   for (int i = 0; i < 2; ++i) {
     auto const stream = std::make_unique<VRELStringOutputStream>();

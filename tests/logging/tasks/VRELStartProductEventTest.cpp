@@ -18,12 +18,12 @@ class VRELStartProductEventTest : public testing::Test {
   ~VRELStartProductEventTest() override { unsetenv("VRELTrace"); }
 };
 
-TEST_F(VRELStartProductEventTest, IsTheStartOfTheProduct) {
+TEST_F(VRELStartProductEventTest, HasProductTask) {
   VRELStartProductEvent event("p", "a");
   ExpectTaskEvent(event, 0, "Start Product", "Product");
 }
 
-TEST_F(VRELStartProductEventTest, ShowsProductAndApplication) {
+TEST_F(VRELStartProductEventTest, WritesProductAndApplication) {
   struct {
     char const* product;
     char const* application;
@@ -43,7 +43,7 @@ TEST_F(VRELStartProductEventTest, ShowsProductAndApplication) {
   }
 }
 
-TEST_F(VRELStartProductEventTest, ShowsItsOptionsInTheOrderOfTheStore) {
+TEST_F(VRELStartProductEventTest, WritesOptionsInStoreOrder) {
   VRELStartProductEvent event("Brivet", "brivet");
   // Of two that end in one token, the wildcard goes last.
   EXPECT_EQ(event.AddOption("*.AVeryLongNameOfAnOption", "high 100%d"), VREL_S_OK);
@@ -55,7 +55,7 @@ TEST_F(VRELStartProductEventTest, ShowsItsOptionsInTheOrderOfTheStore) {
             "*.AVeryLongNameOfAnOption : high 100%d\n");
 }
 
-TEST_F(VRELStartProductEventTest, ShowsAnOptionAlone) {
+TEST_F(VRELStartProductEventTest, WritesOptionWithoutProduct) {
   VRELStartProductEvent event("", "");
   EXPECT_EQ(event.AddOption("Units", "mm"), VREL_S_OK);
   EXPECT_EQ(event.AddOption("Units", "inch"), VREL_S_OK);
@@ -64,7 +64,7 @@ TEST_F(VRELStartProductEventTest, ShowsAnOptionAlone) {
   EXPECT_EQ(DescriptionOf(event), "Units                : inch\n");
 }
 
-TEST_F(VRELStartProductEventTest, ANameThatTheStoreRefusesIsASuccess) {
+TEST_F(VRELStartProductEventTest, AddOptionSucceedsForRefusedName) {
   VRELStartProductEvent event("", "");
   EXPECT_EQ(event.AddOption("", "x"), VREL_S_OK);
   EXPECT_EQ(event.AddOption(nullptr, "x"), VREL_S_OK);
@@ -75,13 +75,13 @@ TEST_F(VRELStartProductEventTest, ANameThatTheStoreRefusesIsASuccess) {
 }
 
 // The field holds 511 bytes.
-TEST_F(VRELStartProductEventTest, CutsAFarTooLongName) {
+TEST_F(VRELStartProductEventTest, OverlongOptionNameIsTruncated) {
   VRELStartProductEvent event("", "");
   event.AddOption(std::string(10000, 'n').c_str(), "v");
   EXPECT_EQ(DescriptionOf(event), std::string(511, 'n') + "v\n");
 }
 
-TEST_F(VRELStartProductEventTest, DumpsTheEnvironmentWhereItIsAskedFor) {
+TEST_F(VRELStartProductEventTest, WritesEnvironmentOnRequest) {
   ChildResult const child = RunInChild([] {
     setenv("VRELTrace", "topology,UserEnv,units", 1);
     EXPECT_EQ(DescriptionOf(VRELStartProductEvent("", "")),

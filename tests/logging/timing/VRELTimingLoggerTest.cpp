@@ -132,7 +132,7 @@ class VRELTimingLoggerTest : public testing::Test {
   VRELTimingLogger logger;
 };
 
-TEST_F(VRELTimingLoggerTest, InitializeJoinsTheBusOnce) {
+TEST_F(VRELTimingLoggerTest, InitializeAddsListenerOnce) {
   EXPECT_EQ(ListenerCount(), 1);
   logger.Initialize();
   EXPECT_EQ(ListenerCount(), 2);
@@ -142,7 +142,7 @@ TEST_F(VRELTimingLoggerTest, InitializeJoinsTheBusOnce) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, FinalizeTellsAndLeavesTheBus) {
+TEST_F(VRELTimingLoggerTest, FinalizePrintsAndRemovesListener) {
   logger.Initialize();
   Taken();
   logger.Finalize();
@@ -154,14 +154,14 @@ TEST_F(VRELTimingLoggerTest, FinalizeTellsAndLeavesTheBus) {
   EXPECT_THAT(Taken(), ElementsAre("Task Timing On"));
 }
 
-TEST_F(VRELTimingLoggerTest, FinalizeRemovesWhatOthersPutOnTheBus) {
+TEST_F(VRELTimingLoggerTest, FinalizeRemovesListenerAddedByOthers) {
   VRELEventBus::GetEventBus()->AddListener(&logger);
   logger.Finalize();
   EXPECT_EQ(ListenerCount(), 1);
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, TellsTheWholeSummary) {
+TEST_F(VRELTimingLoggerTest, PrintsWholeSummary) {
   Run("Read File", 1500000);
   listener.events.clear();
   logger.Initialize();
@@ -183,14 +183,14 @@ TEST_F(VRELTimingLoggerTest, TellsTheWholeSummary) {
                           "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AddsUpTheRunsOfATask) {
+TEST_F(VRELTimingLoggerTest, AddsRunsOfTask) {
   Run("Read Entities", 1000000);
   Run("Read Entities", 250000);
   Run("Read Entities", 1);
   EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(noSeconds) + "        3x")));
 }
 
-TEST_F(VRELTimingLoggerTest, KeepsTheLastRunOfConversionAndTranslationAlone) {
+TEST_F(VRELTimingLoggerTest, ConversionAndTranslationKeepLastRun) {
   for (long const ticks : {1000000L, 3000000L, 2000000L}) {
     Run("Conversion", ticks);
     Run("Translation", ticks + 1000000);
@@ -202,14 +202,14 @@ TEST_F(VRELTimingLoggerTest, KeepsTheLastRunOfConversionAndTranslationAlone) {
       << "sorted by their blanks";
 }
 
-TEST_F(VRELTimingLoggerTest, SecondInitializeGoesOnCounting) {
+TEST_F(VRELTimingLoggerTest, SecondInitializeKeepsRows) {
   Run("Options", 1000000);
   EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(noSeconds) + "        1x")));
   Run("Options", 1000000);
   EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(noSeconds) + "        2x")));
 }
 
-TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
+TEST_F(VRELTimingLoggerTest, WallClockCountsAbove600Seconds) {
   struct {
     long startTime, endTime, startClock, endClock;
     char const* elapsed;
@@ -256,7 +256,7 @@ TEST_F(VRELTimingLoggerTest, TasksNest) {
                                   Row("Translation", "    9.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, DropsATaskThatNeverEnded) {
+TEST_F(VRELTimingLoggerTest, UnfinishedTaskIsDropped) {
   Start("A", 0, 0);
   Start("B", 0, 0);
   End("A", 0, 1000000);
@@ -264,7 +264,7 @@ TEST_F(VRELTimingLoggerTest, DropsATaskThatNeverEnded) {
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, AnUnknownEndDropsAll) {
+TEST_F(VRELTimingLoggerTest, UnknownEndDropsAllTasks) {
   Start("A", 0, 0);
   Start("B", 0, 0);
   End("C", 0, 0);
@@ -275,19 +275,19 @@ TEST_F(VRELTimingLoggerTest, AnUnknownEndDropsAll) {
   EXPECT_THAT(Rows(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, IdentifiersAreToldByCase) {
+TEST_F(VRELTimingLoggerTest, IdentifiersAreCaseSensitive) {
   Start("Mesh", 0, 0);
   End("mesh", 0, 0);
   EXPECT_THAT(Rows(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, OpenTasksShowInNoRow) {
+TEST_F(VRELTimingLoggerTest, OpenTasksHaveNoRow) {
   Run("A", 1000000);
   Start("B", 0, 0);
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, RepairsChangeNothing) {
+TEST_F(VRELTimingLoggerTest, RepairsAreIgnored) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("A", 0, 0);
   Taken();
@@ -301,7 +301,7 @@ TEST_F(VRELTimingLoggerTest, RepairsChangeNothing) {
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
+TEST_F(VRELTimingLoggerTest, IgnoresUntimedEvents) {
   class Timed : public VRELEvent {
    public:
     Timed() : VRELEvent("Timed", VREL_LEVEL_INFO) {}
@@ -346,7 +346,7 @@ TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, TellsOfEachTaskInDetail) {
+TEST_F(VRELTimingLoggerTest, PrintsDetailsOfTasks) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("Read File", 0, 0);
   EXPECT_THAT(Taken(), ElementsAre("***************************Read File Started***************************"));
@@ -360,7 +360,7 @@ TEST_F(VRELTimingLoggerTest, TellsOfEachTaskInDetail) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, PercentSignsAreText) {
+TEST_F(VRELTimingLoggerTest, PercentSignsArePrintedVerbatim) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Run("100%s %n", 2000000);
   EXPECT_THAT(Taken(), ElementsAre("***************************100%s %n Started***************************",
@@ -369,7 +369,7 @@ TEST_F(VRELTimingLoggerTest, PercentSignsAreText) {
   EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(noSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, AFarTooLongIdentifierIsCutInItsLines) {
+TEST_F(VRELTimingLoggerTest, OverlongIdentifierIsTruncated) {
   VRELTimingLogger::_detailedTaskInfo = true;
   std::string const identifier(5000, 'x');
   Run(identifier.c_str(), 1);
@@ -378,7 +378,7 @@ TEST_F(VRELTimingLoggerTest, AFarTooLongIdentifierIsCutInItsLines) {
   EXPECT_THAT(Rows(), ElementsAre(std::string(1023, 'x')));
 }
 
-TEST_F(VRELTimingLoggerTest, TakesTheTimesOfAMonitor) {
+TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
@@ -410,7 +410,7 @@ TEST_F(VRELTimingLoggerTest, TakesTheTimesOfAMonitor) {
                           "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, TellsTheTimesOfAMonitorInDetail) {
+TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
@@ -428,7 +428,7 @@ TEST_F(VRELTimingLoggerTest, TellsTheTimesOfAMonitorInDetail) {
                                    "================= End Task Performance Info ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AMonitorThatDoesNotAnswerLeavesItsColumnsAtZero) {
+TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
@@ -456,7 +456,7 @@ TEST_F(VRELTimingLoggerTest, AMonitorThatDoesNotAnswerLeavesItsColumnsAtZero) {
             1);
 }
 
-TEST_F(VRELTimingLoggerTest, ASummaryWithoutTasksTellsOfTheMonitor) {
+TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
@@ -468,7 +468,7 @@ TEST_F(VRELTimingLoggerTest, ASummaryWithoutTasksTellsOfTheMonitor) {
                                      "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AMonitorThatGoesLeavesTheRowsWithoutItsTimes) {
+TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
   auto monitor = std::make_unique<ToldMonitor>();
   VRELTimingLogger::_pMonitor = monitor.get();
   Start("A", 0, 0);
@@ -480,7 +480,7 @@ TEST_F(VRELTimingLoggerTest, AMonitorThatGoesLeavesTheRowsWithoutItsTimes) {
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(noSeconds) + "        2x")));
 }
 
-TEST_F(VRELTimingLoggerTest, GoingFinalizesAndLetsTheMonitorGo) {
+TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
   ToldMonitor monitor;
   auto another = std::make_unique<VRELTimingLogger>();
   another->Initialize();
@@ -500,13 +500,13 @@ TEST_F(VRELTimingLoggerTest, GoingFinalizesAndLetsTheMonitorGo) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, ConstructionClearsTheDetail) {
+TEST_F(VRELTimingLoggerTest, ConstructorClearsDetailFlag) {
   VRELTimingLogger::_detailedTaskInfo = true;
   VRELTimingLogger const another;
   EXPECT_FALSE(VRELTimingLogger::_detailedTaskInfo);
 }
 
-TEST_F(VRELTimingLoggerTest, WhatAListenerThrowsEndsNoProcess) {
+TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
   class Throwing : public VRELEventListener {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
@@ -521,7 +521,7 @@ TEST_F(VRELTimingLoggerTest, WhatAListenerThrowsEndsNoProcess) {
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
 
-TEST_F(VRELTimingLoggerTest, KeepsItsVirtualTableAndFields) {
+TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
   EXPECT_TRUE((std::is_base_of_v<VRELEventListener, VRELTimingLogger>));
   EXPECT_EQ(SlotOf(&VRELTimingLogger::HandleEvent), 0U);
   EXPECT_EQ(sizeof(VRELTimingLogger),
@@ -550,7 +550,7 @@ void ExpectWell(ChildResult const& child) {
   EXPECT_EQ(child.signal, 0);
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
+TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
   for (char const* const value : {notAsked, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
     SCOPED_TRACE(value == nullptr ? "(unset)" : value);
     ExpectWell(RunWithVariables(value, "Yes", [] {
@@ -571,7 +571,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, IsOnWhereTheEnvironmentAsksForIt) {
+TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
   for (char const* const value : {"Yes", "true", "ON"}) {
     ExpectWell(RunWithVariables(value, notAsked, [] {
       RecordingListener const listener;
@@ -588,7 +588,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, IsOnWhereTheEnvironmentAsksForIt) {
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsInDetailWhereTheEnvironmentAsksForIt) {
+TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
   struct {
     char const* value;
     bool before;
@@ -607,7 +607,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsInDetailWhereTheEnvironmentAsksForIt
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, StopDoesNothingUnlessTheEnvironmentAskedForTimes) {
+TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
   ExpectWell(RunWithVariables(notAsked, notAsked, [] {
     VRELTimingLogger::_timer.Initialize();
     VRELBasePerformanceMonitor monitor;
@@ -620,7 +620,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, StopDoesNothingUnlessTheEnvironmentAskedF
   }));
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, MeasuresWhatIsFired) {
+TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
   ExpectWell(RunWithVariables("Yes", notAsked, [] {
     RecordingListener listener;
     VRELTimingLogger::SetUp();
@@ -663,7 +663,7 @@ std::string Masked(std::string line) {
   return line;
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
+TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
   ExpectWell(RunWithVariables("Yes", "Yes", [] {
     VRELTimingLogger::SetUp();
     VRELBrivetLibrary module("VRELTestMonitor", "InitializeModule", "");
@@ -709,7 +709,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
 }
 
 // The timer goes down before the console that shows its summary.
-TEST(VRELTimingLoggerOfTheProcessTest, TellsItsSummaryAtTheEndOfTheProcess) {
+TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
   ChildResult const child = RunWithVariables("Yes", notAsked, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
@@ -724,7 +724,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsItsSummaryAtTheEndOfTheProcess) {
             "Message : ================= End Timing Performance Summary =================\n");
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsNothingMoreAfterStop) {
+TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
   ChildResult const child = RunWithVariables("Yes", notAsked, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
@@ -739,7 +739,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsNothingMoreAfterStop) {
 }
 
 // The module stays as long as its monitor may be asked; a monitor that is a static object of its module goes before.
-TEST(VRELTimingLoggerOfTheProcessTest, AsksTheMonitorOfAModuleAtTheEndOfTheProcess) {
+TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
   for (bool const isStatic : {false, true}) {
     std::string const name = isStatic ? "VRELTestMonitorBare" : "VRELTestMonitor";
     ChildResult const child = RunWithVariables("Yes", notAsked, [&] {
