@@ -1,4 +1,4 @@
-// The pieces of a path of 100 letters, beside std::filesystem::path; both give new objects.
+// Parts of a path of 100 characters, compared with std::filesystem::path. Both return new objects.
 #include "VRELFilePath.h"
 
 #include <benchmark/benchmark.h>

@@ -17,12 +17,12 @@
 #include <memory>
 #endif
 
-// Each writes the same bytes, a line a call, so that all are in the file when the call returns.
+// Each writes the same bytes, one call per line, and all bytes are in the file when the call returns.
 namespace {
 
 constexpr int messageCount = 100000;
 
-// A log in the current directory that is gone at the end.
+// Log in the current directory that is removed at the end.
 struct LogFile {
   std::string name = "benchmark_" + std::to_string(getpid()) + ".log";
   ~LogFile() { std::remove(name.c_str()); }

@@ -11,7 +11,7 @@
 #include "VRELEventBus.h"
 #include "VRELStartTaskEvent.h"
 
-// Each measures as many pairs of a start and an end as the argument says, with two readings of the clocks for each.
+// Each measures the given number of pairs of start and end events, with two readings of the clocks for each.
 namespace {
 
 constexpr int identifierCount = 16;
@@ -38,7 +38,7 @@ void CountPairs(benchmark::State& state) {
                                                   benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-// One task behind the other.
+// Consecutive tasks.
 void pairsInARow(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   VRELTimingLogger logger;
@@ -53,7 +53,7 @@ void pairsInARow(benchmark::State& state) {
 }
 BENCHMARK(pairsInARow)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// One task within the other.
+// Nested tasks.
 void pairsNested(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   VRELTimingLogger logger;
@@ -66,7 +66,7 @@ void pairsNested(benchmark::State& state) {
 }
 BENCHMARK(pairsNested)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// Every task once, so that the summary grows by a row for each.
+// Each task once, so that the summary gets a row for each.
 void pairsOfTheirOwn(benchmark::State& state) {
   std::vector<std::string> identifiers;
   for (int i = 0; i < state.range(0); ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
@@ -87,7 +87,7 @@ void pairsOfTheirOwn(benchmark::State& state) {
 }
 BENCHMARK(pairsOfTheirOwn)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// The clocks alone, which each pair must read.
+// Only the readings of the clocks.
 void peerClocks(benchmark::State& state) {
   for (auto _ : state) {
     for (int i = 0; i < 2 * state.range(0); ++i) {
@@ -109,7 +109,7 @@ struct PeerRow {
   double elapsed = 0;
 };
 
-// What one would write without a bus: the same clocks, a stack and a table of the standard library.
+// The same without an event bus: clocks, a stack and a hash table of the standard library.
 void peerStandardContainers(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   std::vector<PeerTask> stack;

@@ -25,12 +25,12 @@
 
 namespace {
 
-// The names that the next walk gets, in this order, and nothing but them; empty for what is really there.
+// Names that readdir returns in place of the real entries, in this order. Empty for the real entries.
 std::vector<char const*> givenNames;
 
 }  // namespace
 
-// Stands in front of the C library's, whose order is that of the file system.
+// Replaces readdir of the C library, whose order depends on the file system.
 extern "C" VREL_EXPORT dirent* readdir(DIR* directory) {
   static dirent given = {};
   static auto* const inLibrary = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
@@ -60,7 +60,7 @@ std::vector<std::string> Texts(VRELDynamicArray<Gk_FileElement> const& elements)
   return texts;
 }
 
-// The paths below a directory of what its search finds.
+// Returns the paths, relative to the directory, that fetchLeafFiles returns.
 std::vector<std::string> Found(std::string const& directory, char const* pattern) {
   std::vector<std::string> names;
   for (std::string const& path : Texts(Directory(directory).fetchLeafFiles(pattern))) {
@@ -104,7 +104,7 @@ TEST(Gk_DirElementTest, MkdirCreatesMissingParents) {
   // It exists.
   EXPECT_FALSE(Directory(scratch.Path("p/q/r")).mkdir());
   EXPECT_FALSE(Directory("").mkdir());
-  // The parent of a path with a slash at its end is the directory itself, which is then there.
+  // The parent of a path that ends in a slash is the directory itself, which exists then.
   EXPECT_FALSE(Directory(scratch.Path("s/t/")).mkdir());
   EXPECT_TRUE(fs::is_directory(scratch.Path("s/t")));
   scratch.Write("plain", "");
@@ -185,7 +185,7 @@ TEST(Gk_DirElementTest, ChildrenReturnsAllEntries) {
   std::string const path = scratch.Path();
   EXPECT_THAT(Texts(Directory(path).children()),
               UnorderedElementsAre(path + "/.", path + "/..", path + "/one", path + "/.hidden", path + "/sub"));
-  // The path stays as it was given.
+  // The path is used as given.
   EXPECT_THAT(Texts(Directory(scratch.Path("sub/")).children()),
               UnorderedElementsAre(path + "/sub//.", path + "/sub//..", path + "/sub//below"));
   for (Gk_FileElement const& child : Directory(path).children()) EXPECT_EQ(child.dataLen(), child.len() - 1);
@@ -219,11 +219,11 @@ TEST(Gk_DirElementTest, FetchLeafFilesMatchesPaths) {
     scratch.Write(name, "");
   }
   std::string const path = scratch.Path();
-  // A "*" takes slashes and leading dots, and a pattern may end where the name goes on with a "/".
+  // "*" matches slashes and leading dots, and a pattern may end before a "/" of the path.
   EXPECT_THAT(Found(path, "*.stp"),
               UnorderedElementsAre("a.stp", "b.STP", ".x.stp", "sub/d.stp", "sub/deep/e.stp", "dir.stp/g"));
   EXPECT_THAT(Found(path, "*/sub/*"), UnorderedElementsAre("sub/d.stp", "sub/deep/e.stp", "sub/deep/f.txt"));
-  // The pattern is for the whole path.
+  // The pattern matches the whole path.
   EXPECT_THAT(Found(path, "a.stp"), IsEmpty());
   EXPECT_THAT(Found(path, (path + "/?.igs").c_str()), ElementsAre("c.igs"));
   EXPECT_THAT(Found(path, "*/e.*"), ElementsAre("sub/deep/e.stp"));
@@ -268,7 +268,7 @@ TEST(Gk_DirElementTest, FetchLeafFilesEndsAtLinkCycle) {
   fs::create_symlink(".", scratch.Path("a/self"));
   fs::create_symlink("loop", scratch.Path("loop"));
   EXPECT_THAT(Found(scratch.Path(), "*"), ElementsAre("a/file"));
-  // Begun at a link, the way back is the directory itself.
+  // If the search starts at a link, the link back refers to the start.
   fs::create_symlink("a", scratch.Path("b"));
   EXPECT_THAT(Found(scratch.Path("b"), "*"), UnorderedElementsAre("file"));
 }
@@ -281,7 +281,7 @@ TEST(Gk_DirElementTest, FetchLeafFilesAcceptsInvalidText) {
   EXPECT_THAT(Found(scratch.Path(), "*"), UnorderedElementsAre("\xFF\xFE\n", "sub/" + longName));
 }
 
-// Steps down with chdir, because no path leads to the bottom.
+// Descends with chdir, because the path to the bottom exceeds PATH_MAX.
 TEST(Gk_DirElementTest, FetchLeafFilesStopsAtPathMax) {
   ScratchDirectory const scratch;
   std::string const name(200, 'd');
@@ -296,7 +296,7 @@ TEST(Gk_DirElementTest, FetchLeafFilesStopsAtPathMax) {
     return 0;
   });
   ASSERT_EQ(result.exitStatus, 0);
-  // "/f" has to fit behind each "/ddd..." below the longest path of 4095 bytes.
+  // "/f" must fit after each "/ddd..." within the longest path of 4095 bytes.
   std::size_t const expected = (PATH_MAX - 1 - 2 - scratch.Path().size()) / (name.size() + 1);
   EXPECT_EQ(Found(scratch.Path(), "*").size(), expected);
 }
@@ -321,7 +321,7 @@ TEST(Gk_DirElementTest, FetchLeafFilesSkipsUnreadableFolders) {
   scratch.Write("open/file", "");
   ASSERT_EQ(chmod(scratch.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(scratch.Path("closed").c_str(), 0), 0);
-  // Its names can be read, but nothing be learnt about its files.
+  // Its entries can be listed, but stat of its files fails.
   ASSERT_EQ(chmod(scratch.Path("listed").c_str(), 0444), 0);
   RunUnprivileged([&] {
     EXPECT_THAT(Found(scratch.Path(), "*"), ElementsAre("open/file"));
@@ -340,7 +340,7 @@ TEST(Gk_DirElementTest, FullPathDropsDotEntry) {
   fs::create_directory(scratch.Path("sub"));
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
   EXPECT_STREQ(Directory(scratch.Path("sub/")).fullPath(), scratch.Path("sub/").c_str());
-  // A file is no such child.
+  // A file does not count.
   scratch.Write("sub/a.", "");
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
 }

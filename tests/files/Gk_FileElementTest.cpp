@@ -277,7 +277,7 @@ TEST(Gk_FileElementTest, EnsureParentCreatesDirectories) {
   EXPECT_FALSE(Element(scratch.Path("new/file")).ensureParent());
   EXPECT_TRUE(Element(scratch.Path("p/q/r/file")).ensureParent());
   EXPECT_TRUE(fs::is_directory(scratch.Path("p/q/r")));
-  // Whether it could be made is not told.
+  // The result does not say whether it could be created.
   scratch.Write("plain", "");
   EXPECT_TRUE(Element(scratch.Path("plain/x/file")).ensureParent());
   // A parent that exists need not be a directory.

@@ -23,7 +23,7 @@ namespace {
 
 using Descriptor = VRELFileDescriptor;
 
-// A descriptor of the operating system that closes at the end.
+// Descriptor that is closed at the end of the scope.
 struct Opened {
   Opened(std::string const& path, int flags) : number(open(path.c_str(), flags)) {}
   explicit Opened(int descriptor) : number(descriptor) {}
@@ -34,7 +34,7 @@ struct Opened {
   int const number;
 };
 
-// Opens `path` and tells whether that raised the token of a failed open.
+// Returns whether opening `path` raised "CANNOT_OPEN_FILE".
 bool FailsToOpen(std::string const& path, Descriptor::IOMode mode) {
   try {
     Descriptor const file(VRELFilePath(path.c_str()), mode);
@@ -63,7 +63,7 @@ TEST(VRELFileDescriptorTest, ModeFindUsesOwnerPermissions) {
   };
   ScratchDirectory const directory;
   std::string const path = directory.Write("file", "");
-  // Opened for reading: that does not count.
+  // Opened for reading, which does not matter.
   Opened const reading(path, O_RDONLY);
   std::FILE* const stream = std::fopen(path.c_str(), "r");
   ASSERT_NE(stream, nullptr);
@@ -291,7 +291,7 @@ TEST(VRELFileDescriptorTest, ReadBytesUsesPositionOrCurrent) {
       {9, 10, ""},
       {9, 99, ""},
       {2, 1, "12"},
-      // A position that cannot be taken leaves the file where it stands, and the bytes are read from there.
+      // If the position cannot be set, the bytes are read at the current position.
       {2, -2, "34"},
   };
   for (auto const& row : rows) {

@@ -23,7 +23,7 @@ std::string Narrow(VRELString const& text) {
   return static_cast<char const*>(value);
 }
 
-// The text under a key, "none" if the key is not there.
+// Returns the value of a key as a string, or "none" if there is no such key.
 std::string Found(VRELFileHeader const& header, VRELString const& key) {
   VRELString text(L"untouched");
   VRINResult const result = header.Get(key, text);
@@ -229,7 +229,7 @@ TEST(VRELFileHeaderTest, ResizeModelsKeepsCurrentIndex) {
   VRELValue value;
   EXPECT_EQ(header.Get(0, key, value), VREL_E_INVALID_ARGUMENT);
 
-  // A model that comes again is a new one.
+  // A model that is created again is empty.
   EXPECT_EQ(header.ResizeModels(3), VREL_S_OK);
   EXPECT_EQ(header.GetCount(), 0);
   EXPECT_EQ(header.SelectModel(0), VREL_S_OK);
@@ -369,7 +369,7 @@ TEST(VRELFileHeaderTest, PrintsRowsWithoutValue) {
             "                         : 3\n");
 }
 
-// Rows of its own making: all that printing asks for comes through the virtual operations.
+// Header with rows of its own, to test that printing uses the virtual operations.
 struct OwnRows : VRELFileHeader {
   using VRELFileHeader::Get;
   int GetCount() const override { return 5; }

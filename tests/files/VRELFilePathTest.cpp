@@ -312,15 +312,15 @@ TEST(VRELFilePathTest, VirtualOperationsKeepSlots) {
   for (std::size_t const slot : slots) EXPECT_EQ(slot, expected++);
 }
 
-// A path whose pieces are what the test says.
-class Steered : public VRELFilePath {
+// Path whose operations return what the test sets.
+class OverriddenPath : public VRELFilePath {
  public:
   using VRELFilePath::VRELFilePath;
 
   VRELString GetPath() const override { return Count(0), whole; }
   VRELString GetName() const override { return Count(1), name; }
   VRELString GetLastExtension() const override {
-    return steersExtension ? VRELString(L"steered") : VRELFilePath::GetLastExtension();
+    return overridesExtension ? VRELString(L"other") : VRELFilePath::GetLastExtension();
   }
   VRELString GetDirectory() const override { return Count(2), directory; }
   bool IsValid() const override { return isValid; }
@@ -334,7 +334,7 @@ class Steered : public VRELFilePath {
   VRELString whole = L"x/y.z";
   VRELString name = L"n.x.y";
   VRELString directory = L"/no/such/directory";
-  bool steersExtension = false;
+  bool overridesExtension = false;
   bool isValid = true;
   bool isAbsolute = false;
   bool exists = false;
@@ -346,20 +346,20 @@ class Steered : public VRELFilePath {
 };
 
 TEST(VRELFilePathTest, OperationsUseVirtualTable) {
-  Steered path("/held.text");
+  OverriddenPath path("/held.text");
   EXPECT_EQ(path.GetLastExtension().toUtf8(), "y");
   EXPECT_EQ(path.GetNameWithoutLastExtension().toUtf8(), "n.x");
   EXPECT_EQ(path.GetNameWithoutExtension().toUtf8(), "n");
   EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"Y"));
-  path.steersExtension = true;
-  EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"STEERED"));
+  path.overridesExtension = true;
+  EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"OTHER"));
   EXPECT_TRUE(path.IsAbsoluteByTheBase());
   path.isValid = false;
   EXPECT_FALSE(path.IsAbsoluteByTheBase());
 }
 
 TEST(VRELFilePathTest, ConstructorsCallNoVirtualOperation) {
-  Steered path("a\\b");
+  OverriddenPath path("a\\b");
   EXPECT_EQ(path.VRELFilePath::GetPath().toUtf8(), "a/b");
   EXPECT_EQ(path.initialized, 0);
   path.Initialize();
@@ -370,13 +370,13 @@ TEST(VRELFilePathTest, ConstructorsCallNoVirtualOperation) {
 }
 
 TEST(VRELFilePathTest, ResolveAgainstUsesVirtualTable) {
-  Steered path("/held.text");
-  Steered base("/base.text");
+  OverriddenPath path("/held.text");
+  OverriddenPath base("/base.text");
   EXPECT_EQ(Text(path.ResolveAgainst(base)), "/no/such/directory/x/y.z");
   EXPECT_EQ(path.calls[0], 1);
   EXPECT_EQ(path.calls[1], 1);
   EXPECT_EQ(base.calls[2], 1);
-  // A path that is not absolute is not looked for as it stands.
+  // A relative path itself is not probed.
   EXPECT_EQ(path.calls[3], 0);
   path.isAbsolute = true;
   EXPECT_EQ(Text(path.ResolveAgainst(base)), "/no/such/directory/x/y.z");
@@ -462,7 +462,7 @@ TEST(VRELFilePathTest, ResolveAgainstAddsNoSecondSlash) {
   EXPECT_EQ(Text(VRELFilePath("z.dat").ResolveAgainst(base)), directory.Path("z.dat"));
 }
 
-// The time grows with the length of the path: nothing is looked for that is too long to exist.
+// Tails that are too long to exist are not probed, so that the time is linear.
 TEST(VRELFilePathTest, ResolveAgainstIsLinear) {
   ScratchDirectory const directory;
   directory.Write("z.dat", "x");
@@ -567,7 +567,7 @@ TEST(VRELFilePathTest, LoneSurrogateFailsInWideBuffer) {
   EXPECT_EQ(wide[0], L'\0');
 }
 
-// A text from which another was moved holds nothing, not even its terminator.
+// A moved-from string has no content, not even a terminator.
 TEST(VRELFilePathTest, MovedFromStringIsEmptyPath) {
   VRELString source(L"a/b");
   VRELString const taken(std::move(source));
@@ -634,7 +634,7 @@ TEST(VRELFilePathTest, DoesFileExistClosesFile) {
   EXPECT_EQ(openDescriptors(), before);
 }
 
-// A process without a standard input gets the descriptor 0.
+// In a process without standard input, open returns descriptor 0.
 TEST(VRELFilePathTest, DoesFileExistAcceptsDescriptorZero) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "");
@@ -725,14 +725,14 @@ TEST(VRELFilePathTest, FailedQueryKeepsArgument) {
 
 TEST(VRELFilePathTest, GetFileStatsCallsIsValid) {
   ScratchDirectory const directory;
-  Steered path(directory.Write("file", "12345").c_str());
+  OverriddenPath path(directory.Write("file", "12345").c_str());
   long size = 0;
   EXPECT_EQ(path.GetFileSize(size), VREL_S_OK);
   path.isValid = false;
   EXPECT_EQ(path.GetFileSize(size), VREL_E_FAIL);
 }
 
-// A path of `length` bytes to a file: as many slashes as it takes stand between the directory and the name.
+// Returns a path of `length` bytes to a file, padded with slashes between the directory and the name.
 std::string PathOfLength(ScratchDirectory const& directory, std::string const& name, std::size_t length) {
   return directory.Path() + std::string(length - directory.Path().size() - name.size(), '/') + name;
 }
@@ -821,7 +821,7 @@ TEST(VRELFilePathTest, LoneSurrogateIsReplaced) {
 
 TEST(VRELFilePathTest, PlainLocaleUsesDefaultCodepage) {
   RunTestInLocale("C", [] {
-    // ICU goes by the locale, where an umlaut is lost in US-ASCII, or is built to speak UTF-8 always.
+    // ICU uses the locale, whose US-ASCII lacks the umlaut, or is built to use UTF-8 always.
     bool const isUtf8 = std::string(ucnv_getDefaultName()) == "UTF-8";
     std::string const name = isUtf8 ? "\xC3\xB6" : "\x1A";
     ScratchDirectory const directory;

@@ -13,7 +13,7 @@
 
 namespace {
 
-// What an output argument holds that nobody wrote to.
+// Initial value of output arguments.
 std::FILE* const untouchedStream = stderr;
 
 TEST(VRELFileTest, DefaultFileIsInvalid) {
@@ -149,7 +149,7 @@ TEST(VRELFileTest, FailedOpenReturnsNullAndDropsStream) {
   ASSERT_EQ(std::remove(name.c_str()), 0);
   EXPECT_EQ(file.GetFilePointer(stream, VRELFile::BinaryOpen), VREL_E_FAIL);
   EXPECT_EQ(stream, nullptr);
-  // The type tells of the attempt.
+  // The type is that of the attempt.
   EXPECT_EQ(file.GetFilePointerOpenType(), VRELFile::BinaryOpen);
   directory.Write("x.txt", "text");
   EXPECT_EQ(CountOpenDescriptors(name), 0);

@@ -73,17 +73,17 @@ TEST(VRELTemporaryFileTest, NameContainsSourceNameAndNumber) {
 }
 
 TEST(VRELTemporaryFileTest, OverlongPartsAreLeftOut) {
-  // 15 and 4079 characters are 4094, which is below 4095.
+  // 15 + 4079 = 4094 characters, which is below 4095.
   std::string const fits(4079, 's');
   std::string const tooLong(4080, 's');
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(fits.c_str()), nullptr, 0)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(tooLong.c_str()), nullptr, 0)).size(), 15U);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), fits.c_str(), 0)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), tooLong.c_str(), 0)).size(), 15U);
-  // The number belongs to the name.
+  // The number counts as part of the name.
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), std::string(4077, 's').c_str(), 3)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), std::string(4078, 's').c_str(), 3)).size(), 15U);
-  // 15, 1 and 2000 of the source, then 2078 or 2079 of the name.
+  // 15 + 1 + 2000 characters for the source, then 2078 or 2079 for the name.
   VRELFilePath const source(std::string(2000, 's').c_str());
   EXPECT_EQ(PathOf(VRELTemporaryFile(source, std::string(2078, 'n').c_str(), 0)).size(), 4095U);
   EXPECT_EQ(PathOf(VRELTemporaryFile(source, std::string(2079, 'n').c_str(), 0)).size(), 2016U);
@@ -110,7 +110,7 @@ TEST(VRELTemporaryFileTest, FileExistsFromOpenToDestructor) {
     std::FILE* const stream = file.Open(nullptr);
     ASSERT_NE(stream, nullptr);
     EXPECT_TRUE(IsThere(path));
-    // Null stands for "w+b".
+    // Null means "w+b".
     EXPECT_EQ(std::fputs("text", stream), 1);
     std::rewind(stream);
     char bytes[8] = {};
@@ -258,11 +258,11 @@ TEST(VRELTemporaryFileTest, HasVirtualDestructor) {
   EXPECT_FALSE(IsThere(path));
 }
 
-// In a file system of its own that has no /tmp.
+// In a file system without /tmp.
 TEST(VRELTemporaryFileTest, FallsBackToCurrentDirectory) {
   if (geteuid() != 0) GTEST_SKIP() << "chroot needs root";
   ScratchDirectory const scratch;
-  // The codepage is loaded before the files of the system are out of sight.
+  // Loads the codepage before the system's files become inaccessible.
   PathOf(VRELTemporaryFile());
   ChildResult const result = RunInChildWithoutTeardown([&] {
     if (chroot(scratch.Path().c_str()) != 0 || chdir("/") != 0) return 1;

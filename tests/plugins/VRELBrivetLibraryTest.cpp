@@ -19,12 +19,12 @@ class VRELBrivetLibraryTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
   void TearDown() override {
-    // What is finalised may bring others up.
+    // A finalize entry point may load other modules.
     for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
     ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   }
 
-  // The library that the table holds for a name.
+  // Returns the library in the table with this name.
   static VRELLibraryHandle Held(char const* name) {
     VRELLibraryHandle library;
     EXPECT_TRUE(VRELLibraryManager::_libraries.Get(name, library));
@@ -54,7 +54,7 @@ TEST_F(VRELBrivetLibraryTest, ObjectsShareLibrary) {
   EXPECT_NE(one, nullptr);
   EXPECT_EQ(one, other);
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
-  // The table's, one for each object, and the one that asks.
+  // One reference each of the table, the two objects and the local handle.
   EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 4U);
 }
 
@@ -76,7 +76,7 @@ TEST_F(VRELBrivetLibraryTest, OnlyFirstLoadReportsFailure) {
   EXPECT_THAT(listener.Texts(), ElementsAre(warning));
   EXPECT_EQ(library.Load(), VREL_S_OK);
   EXPECT_THAT(listener.Texts(), ElementsAre(warning));
-  // The library tries again where a function is asked for.
+  // GetFunction of the library tries to load again.
   int here = 0;
   void* function = &here;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_E_FAIL);
@@ -116,7 +116,7 @@ TEST_F(VRELBrivetLibraryTest, SetUnloadableReachesLibrary) {
   library.SetUnloadable(true);
   held->FinalizeAndUnload();
   EXPECT_FALSE(held->IsLoaded());
-  // The object that loads last decides.
+  // The last Load determines the setting.
   held->LoadAndInitialize();
   held->SetUnloadable(false);
   VRELBrivetLibrary later("VRELTestBoth", "", "");

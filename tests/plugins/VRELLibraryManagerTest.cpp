@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Tells when it dies.
+// Library that reports its destruction.
 class WatchedLibrary : public VRELLibrary {
  public:
   WatchedLibrary(char const* name, bool& isDead)
@@ -30,12 +30,12 @@ class WatchedLibrary : public VRELLibrary {
   bool& dead;
 };
 
-// The table is one for the process: each test begins and ends with an empty one.
+// There is one table in the process. Each test starts and ends with an empty table.
 class VRELLibraryManagerTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
   void TearDown() override {
-    // What is finalised may bring others up.
+    // A finalize entry point may load other modules.
     for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
     ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   }
@@ -106,7 +106,7 @@ TEST_F(VRELLibraryManagerTest, LongNamesShareFirst63Bytes) {
   VRELLibrary* const first = Create(cut + "one");
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(first->GetLibraryName(), cut);
-  // Neither call finds its own name; both are safe and count as successes.
+  // Neither call finds the full name. Both succeed.
   EXPECT_EQ(Create(cut + "one"), first);
   EXPECT_EQ(Create(cut + "two"), first);
   EXPECT_EQ(Create(cut), first);
@@ -150,7 +150,7 @@ TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTable) {
   Create("VRELTestRestless")->LoadAndInitialize();
   listener.events.clear();
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
-  // The module brought another one up while it went down, which is freed by the next call.
+  // The module loaded another one during its finalization, which the next call frees.
   EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestRestless finalised"));
   VRELLibraryManager::FreeLibraries();
   EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalised");
@@ -177,7 +177,7 @@ TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTableAtExit) {
   });
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
   EXPECT_EQ(child.signal, 0);
-  // Nothing is loaded any more.
+  // Loading is disabled.
   EXPECT_EQ(child.output, "Message : VRELTestRestless finalised\n");
   EXPECT_THAT(child.errors, testing::HasSubstr("VRELTestBoth library not loaded."));
 }

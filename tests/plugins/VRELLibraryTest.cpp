@@ -27,12 +27,12 @@ VRELString Text(std::string const& text) {
   return VRELString(text.c_str());
 }
 
-// A library with the entry points that most test modules have.
+// Library with the entry points of most test modules.
 struct TestLibrary : VRELLibrary {
   explicit TestLibrary(std::string const& name) : VRELLibrary(Text(name), "InitializeModule", "FinalizeModule") {}
 };
 
-// Whether the loader has the module in memory.
+// Returns whether the module is mapped.
 bool IsMapped(std::string const& name) {
   void* const handle = dlopen(("lib" + name + ".so").c_str(), RTLD_NOW | RTLD_NOLOAD);
   if (handle != nullptr) dlclose(handle);
@@ -132,13 +132,13 @@ TEST(VRELLibraryTest, MissingInitializeFunctionCountsAsLoaded) {
   std::string const error = "No InitializeModule function in VRELTestNoInitialize library.\n";
   ASSERT_THAT(listener.Texts(), ElementsAre(error));
   EXPECT_EQ(listener.events[0].level, VREL_LEVEL_ERROR);
-  // Each call looks for the entry point once more.
+  // Each call looks for the entry point again.
   void* function = nullptr;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
   ASSERT_NE(function, nullptr);
   EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
   EXPECT_THAT(listener.Texts(), ElementsAre(error, error));
-  // It was never initialised, so there is nothing to finalise.
+  // It was never initialized, so it is not finalized.
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_THAT(listener.Texts(), ElementsAre(error, error));
@@ -278,7 +278,7 @@ TEST(VRELLibraryTest, MissingFinalizeFunctionStaysInitialized) {
   std::string const error = "No FinalizeModule function in VRELTestNoFinalize library.\n";
   ASSERT_THAT(listener.Texts(), ElementsAre("VRELTestNoFinalize initialised", error));
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
-  // Loaded again, it is not initialised again.
+  // It is not initialized again when it is loaded again.
   listener.events.clear();
   void* function = nullptr;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
@@ -301,7 +301,7 @@ TEST(VRELLibraryTest, InitializeFunctionCanCallGetFunction) {
   VRELLibrary* library = nullptr;
   ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestAsking", "InitializeModule", "", library), VREL_S_OK);
   EXPECT_EQ(library->LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestAsking asked: Success, its own"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestAsking called: Success, its own"));
   VRELLibraryManager::FreeLibraries();
 }
 
@@ -317,7 +317,7 @@ TEST(VRELLibraryTest, ExceptionOfInitializeIsRethrown) {
     }
     EXPECT_TRUE(library.IsLoaded());
   }
-  // The second call tried again; what was never initialised is not finalised.
+  // The second call tried again. A module that was not initialized is not finalized.
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
   std::string const begun = "VRELTestThrowingInitialize initialises";

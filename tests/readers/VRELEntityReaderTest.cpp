@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -47,9 +47,9 @@ TEST(VRELEntityReaderTest, BufferMayBeInvalid) {
 }
 
 TEST(VRELEntityReaderTest, DerivedClassSetsFields) {
-  toy::Journal journal;
-  toy::Entity const root(VRELBufferHandle(), 1, VREL_S_OK, journal);
-  toy::Entity const other(VRELBufferHandle(), 2, VREL_S_OK, journal);
+  recording::Journal journal;
+  recording::Entity const root(VRELBufferHandle(), 1, VREL_S_OK, journal);
+  recording::Entity const other(VRELBufferHandle(), 2, VREL_S_OK, journal);
   int id = 0;
   EXPECT_EQ(root.GetEntityId(id), VREL_S_OK);
   EXPECT_EQ(id, 1);

@@ -8,19 +8,19 @@
 #include <type_traits>
 #include <vector>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A document on the heap, its reader, and what they did.
+// Document, its reader, and the recorded calls.
 struct Document {
-  explicit Document(bool hasBuffer = true) : format(new toy::Format(journal, hasBuffer)), reader(handle) {}
+  explicit Document(bool hasBuffer = true) : format(new recording::Format(journal, hasBuffer)), reader(handle) {}
 
-  toy::Journal journal;
-  toy::Format* format;
+  recording::Journal journal;
+  recording::Format* format;
   VRELFormatReaderHandle handle{format};
   VRELReader reader;
 };
@@ -39,8 +39,8 @@ TEST(VRELReaderTest, ResultsHaveExactValues) {
 
 TEST(VRELReaderTest, HoldsFormatReader) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELReader>);
-  toy::Journal journal;
-  VRELFormatReaderHandle const format(new toy::Format(journal));
+  recording::Journal journal;
+  VRELFormatReaderHandle const format(new recording::Format(journal));
   {
     VRELReader const reader(format);
     EXPECT_EQ(reader.GetReferenceCount(), 0U);
@@ -78,7 +78,7 @@ TEST(VRELReaderTest, FailsWithoutBuffer) {
 TEST(VRELReaderTest, ReadDataSectionPreparesAndReads) {
   Document document;
   document.format->AddHeader(1, {0});
-  toy::Section& first = document.format->AddData(10, {0, 0});
+  recording::Section& first = document.format->AddData(10, {0, 0});
   document.format->AddData(20, {0});
   EXPECT_EQ(document.reader.ReadDataSection(), VREL_S_OK);
   EXPECT_THAT(document.journal, ElementsAre("prepare data", "prepare section of 2", "read 10", "read 11",
@@ -117,7 +117,7 @@ TEST(VRELReaderTest, ReadDataSectionReturnsLastResult) {
   }
 }
 
-// A section starts with a determined failure, and such a failure stays when others are folded in.
+// A section starts with a failure, which stays when other results are combined with it.
 TEST(VRELReaderTest, ReadHeaderSectionKeepsInitialFailure) {
   struct Case {
     std::vector<std::vector<long>> sections;
@@ -168,8 +168,8 @@ TEST(VRELReaderTest, SectionWithoutBufferIsTraversed) {
       dataSections.add(&section);
     }
   };
-  toy::Journal journal;
-  toy::Section section(VRELBufferHandle(), 1, {0, 0}, journal);
+  recording::Journal journal;
+  recording::Section section(VRELBufferHandle(), 1, {0, 0}, journal);
   VRELReader reader{VRELFormatReaderHandle(new Borrowing(section))};
   EXPECT_EQ(reader.ReadDataSection(), VREL_S_OK);
   EXPECT_THAT(journal, ElementsAre("prepare section of 2", "read 1", "read 2"));
@@ -193,8 +193,8 @@ TEST(VRELReaderTest, ListsAllEntities) {
   document.format->AddData(10, {0, 0});
   document.format->AddData(12, {0, 0, 0});
   document.reader.ReadDataSection();
-  EXPECT_THAT(toy::IdsOf(document.reader.GetHeaderEntityList()), ElementsAre(1, 2, 3));
-  EXPECT_THAT(toy::IdsOf(document.reader.GetDataEntityList()), ElementsAre(10, 11, 12, 13, 14));
+  EXPECT_THAT(recording::IdsOf(document.reader.GetHeaderEntityList()), ElementsAre(1, 2, 3));
+  EXPECT_THAT(recording::IdsOf(document.reader.GetDataEntityList()), ElementsAre(10, 11, 12, 13, 14));
 }
 
 TEST(VRELReaderTest, ExceptionsAreRethrown) {

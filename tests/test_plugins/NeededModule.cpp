@@ -1,4 +1,4 @@
-// A module that lends a function to modules that are loaded later.
+// Module that exports a function to modules that are loaded later.
 #include "VRELExport.h"
 
 extern "C" VREL_EXPORT int LentFunction() {

@@ -1,4 +1,4 @@
-// A module that calls a function of VRELTestNeeded.
+// Module that calls a function of VRELTestNeeded.
 #include "VRELExport.h"
 
 extern "C" int LentFunction();

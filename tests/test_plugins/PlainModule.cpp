@@ -1,4 +1,4 @@
-// A module with the entry points that it is built with. They tell on the bus that they ran.
+// Module with the entry points that its macros select. They send a message when they run.
 #include "VRELExport.h"
 #include "VRELInfo.h"
 
@@ -22,7 +22,7 @@ extern "C" VREL_EXPORT int Answer() {
   return 42;
 }
 
-// 138 characters: more than a buffer on the stack would hold.
+// 138 characters, more than the buffer on the stack.
 extern "C" VREL_EXPORT int
 FunctionWhoseNameIsLongFunctionWhoseNameIsLongFunctionWhoseNameIsLongFunctionWhoseNameIsLongFunctionWhoseNameIsLongFunctionWhoseNameIsLong() {
   return 138;

@@ -1,4 +1,4 @@
-// A module whose entry points unload what they can reach, their own module among it, and bring up another.
+// Module whose entry points try to unload all modules, their own included, and load another one.
 #include "VRELExport.h"
 #include "VRELInfo.h"
 #include "VRELLibraryManager.h"

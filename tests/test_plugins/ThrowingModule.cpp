@@ -1,4 +1,4 @@
-// A module one of whose entry points throws an exception of a class that only the module knows.
+// Module with an entry point that throws an exception of a class defined in the module.
 #include <exception>
 
 #include "VRELExport.h"

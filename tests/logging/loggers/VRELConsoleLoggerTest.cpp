@@ -24,7 +24,7 @@
 #include "VRELWarningEvent.h"
 #include "VirtualSlot.h"
 
-// The console is one for the process, and is set up in child processes alone.
+// There is one console in the process, which is only set up in child processes.
 namespace {
 
 constexpr auto asTheEnvironmentSays = static_cast<VRELEventLevel>(-1);
@@ -33,7 +33,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Tells its level, without a line end.
+// Event that writes its level without a line end.
 class LevelEvent : public VRELEvent {
  public:
   explicit LevelEvent(int level) : VRELEvent("LevelEvent", static_cast<VRELEventLevel>(level)) {}
@@ -50,11 +50,11 @@ void SendLevels() {
   }
 }
 
-// Runs `body` with the variable set, or unset for null, and is silent about what went well.
+// Runs `body` in a child process with the variable set, or unset for null. Reports failures only.
 ChildResult RunWithVariable(char const* value, std::function<void()> const& body) {
   return RunInChild([&] {
     unsetenv("VRELConsoleTracesLevel");
-    // Belongs to other loggers.
+    // Used by other loggers.
     setenv("VRELLogLevel", "ALL", 1);
     if (value != nullptr) setenv("VRELConsoleTracesLevel", value, 1);
     body();
@@ -169,7 +169,7 @@ TEST(VRELConsoleLoggerTest, SecondSetUpIsIgnored) {
   ExpectOutput(child, "", "80 90 ");
 }
 
-// Also one that the environment has turned off.
+// Also if the environment turned the console off.
 TEST(VRELConsoleLoggerTest, VariableIsReadOnce) {
   ChildResult const child = RunWithVariable("no keyword", [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
@@ -190,7 +190,7 @@ TEST(VRELConsoleLoggerTest, FinalizedConsoleStaysSilent) {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     EXPECT_EQ(ListenerCount(), 0);
     SendLevels();
-    // Its threshold is above every event.
+    // The threshold is above every level.
     LevelEvent event(998);
     VRELConsoleLogger::_console.HandleEvent(event);
   });
@@ -234,7 +234,7 @@ TEST(VRELConsoleLoggerTest, BypassesStdioBuffers) {
   ExpectOutput(child, "Message : first\nbuffered\n", "");
 }
 
-// What the application does at exit comes before the library goes down.
+// Exit handlers of the application run before the library is destroyed.
 TEST(VRELConsoleLoggerTest, WritesUntilExit) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);

@@ -95,17 +95,17 @@ TEST_F(VRELLogFileWrapperTest, PathIsOpenDuringLifetime) {
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
 }
 
-// The path opens itself.
+// Path that overrides OpenFile.
 TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
   class AskedPath : public VRELFilePath {
    public:
     AskedPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
     bool IsValid() const override { return isValid; }
     std::FILE* OpenFile(char const* mode) const override {
-      asked += mode;
+      modes += mode;
       return file;
     }
-    mutable std::string asked;
+    mutable std::string modes;
 
    private:
     std::FILE* file;
@@ -116,16 +116,16 @@ TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
     VRELLogFileWrapper const log(valid);
     VRELInfo::Printf("text");
   }
-  EXPECT_EQ(valid.asked, "w");
+  EXPECT_EQ(valid.modes, "w");
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
   EXPECT_EQ(CountOpenDescriptors(directory.Path("log")), 0);
 
   AskedPath const invalid(nullptr, false);
   VRELLogFileWrapper const none(invalid);
-  EXPECT_EQ(invalid.asked, "");
+  EXPECT_EQ(invalid.modes, "");
   AskedPath const refusing(nullptr, true);
   VRELLogFileWrapper const idle(refusing);
-  EXPECT_EQ(refusing.asked, "w");
+  EXPECT_EQ(refusing.modes, "w");
   EXPECT_EQ(ListenerCount(), 0);
 }
 
@@ -297,7 +297,7 @@ TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
   EXPECT_EQ(directory.Read("log"), "Message : last words\n");
 }
 
-// A wrapper of the application goes down before the library does.
+// A static wrapper of the application is destroyed before the library.
 TEST_F(VRELLogFileWrapperTest, StaticWrapperWritesUntilExit) {
   RunThere([] {
     static VRELLogFileWrapper const log(true);

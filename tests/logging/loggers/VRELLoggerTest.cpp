@@ -30,7 +30,7 @@
 
 namespace {
 
-// What was done to a stream; outlives it.
+// Records calls on a stream, beyond its lifetime.
 struct StreamHistory {
   std::string text;
   int writes = 0;
@@ -39,7 +39,7 @@ struct StreamHistory {
 
 class HistoryStream : public VRELOutputStream {
  public:
-  explicit HistoryStream(StreamHistory& told) : history(told) {}
+  explicit HistoryStream(StreamHistory& streamHistory) : history(streamHistory) {}
   ~HistoryStream() override { history.isDeleted = true; }
   int write(char const* buffer, int count) override {
     ++history.writes;
@@ -57,7 +57,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// One event of each level that events have.
+// Sends one event of each level.
 void SendAll() {
   VRELDebugEvent::Fire("debug");
   VRELTestEvent::Fire("test");
@@ -85,7 +85,7 @@ class VRELLoggerTest : public testing::Test {
     EXPECT_EQ(ListenerCount(), 0);
   }
 
-  // What a logger of that level writes of all events.
+  // Returns what a logger with this threshold writes.
   static std::string Passing(int level) {
     StreamHistory history;
     VRELLogger logger;
@@ -157,7 +157,7 @@ TEST_F(VRELLoggerTest, LevelOverridesEnvironment) {
   EXPECT_EQ(Passing(80), FROM_ERROR);
 }
 
-// No text and no end of a line is added, and none is taken away; one write a line.
+// Nothing is added or removed, line ends included. Each event is one write.
 TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
   class Saying : public VRELEvent {
    public:
@@ -184,7 +184,7 @@ TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
   EXPECT_EQ(history.writes, 4);
 }
 
-// The event writes on the logger's own stream, with nothing in between.
+// The event writes to the stream of the logger itself.
 TEST_F(VRELLoggerTest, PassesStreamToEvent) {
   class Looking : public VRELEvent {
    public:
@@ -308,7 +308,7 @@ TEST_F(VRELLoggerTest, FailedOpenSendsErrorEvent) {
     logger.Initialize(path, VREL_LEVEL_ALL);
     EXPECT_EQ(logger.GetOutputStream(), nullptr);
     EXPECT_EQ(ListenerCount(), 1);
-    // It can be given another file.
+    // It can be initialized with another file.
     VRELFilePath possible(directory.Path("log").c_str());
     logger.Initialize(possible, VREL_LEVEL_ALL);
     EXPECT_EQ(ListenerCount(), 2);
@@ -319,7 +319,7 @@ TEST_F(VRELLoggerTest, FailedOpenSendsErrorEvent) {
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"CANNOT_OPEN_FILE", "CANNOT_OPEN_FILE"}));
 }
 
-// Throws what it is given at each event.
+// Throws the given exception at each event.
 class ThrowingListener : public VRELEventListener {
  public:
   explicit ThrowingListener(std::function<void()> const& thrower) : toss(thrower) {
@@ -369,7 +369,7 @@ TEST_F(VRELLoggerTest, OtherExceptionsAreDropped) {
   }
 }
 
-// Starts with a stream by itself.
+// Overrides the stream form.
 class DerivedLogger : public VRELLogger {
  public:
   using VRELLogger::Initialize;
@@ -425,7 +425,7 @@ TEST_F(VRELLoggerTest, OnlyPathFormCatchesExceptions) {
   std::fclose(file);
 }
 
-// The stream on the second file is never released, and so its file stays open.
+// The stream on the second file is never deleted, so its file stays open.
 TEST_F(VRELLoggerTest, ActiveLoggerTruncatesSecondFile) {
   StreamHistory history;
   directory.Write("other", "before");

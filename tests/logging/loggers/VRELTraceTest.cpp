@@ -115,7 +115,7 @@ TEST_F(VRELTraceTest, ConstructorReadsVariable) {
   EXPECT_EQ(listener.Texts(), std::vector<std::string>{"early"});
 }
 
-// As in every channel: formatted twice, cut, and nothing for a null format.
+// As in every channel: formatted twice, truncated, and nothing for a null format.
 TEST_F(VRELTraceTest, FormatsTwiceAndTruncates) {
   SetLoggers("topology");
   RecordingListener const listener;

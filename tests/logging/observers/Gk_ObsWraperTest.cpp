@@ -72,7 +72,7 @@ TEST(Gk_ObsWraperTest, SendIgnoresNullObservable) {
             "name : 1\n");
 }
 
-// The seconds of a phase, which no test can know, as an S.
+// Replaces the seconds of a phase, which vary, by S.
 std::string WithoutSeconds(std::string text) {
   std::string const mark = "( over) : ";
   for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos;) {
@@ -125,7 +125,7 @@ TEST(Gk_ObsWraperTest, DebugLinePrecedesDelivery) {
   RecordingProgress observer;
   observable.getObservers().Add(&observer);
   Gk_ObsWraper wrapper(Gk_String("w"), &observable);
-  Gk_ObsWraper inner(Gk_String("told"), nullptr);
+  Gk_ObsWraper inner(Gk_String("inner"), nullptr);
   int calls = 0;
   observer.then = [&] { inner.setInt(++calls); };
   VRELStringOutputStream stream;
@@ -133,7 +133,7 @@ TEST(Gk_ObsWraperTest, DebugLinePrecedesDelivery) {
   wrapper.setInt(10);
   wrapper.setDouble(0.5);
   wrapper.setString(Gk_String("text"));
-  // The observers are told inside the phase.
+  // Observers are called during the phase.
   wrapper.setMax(20);
   wrapper.setDone(30);
   wrapper.setIntInfo(40);
@@ -143,23 +143,23 @@ TEST(Gk_ObsWraperTest, DebugLinePrecedesDelivery) {
   Gk_ObservableDoc::installDebugStream(nullptr);
   EXPECT_EQ(WithoutSeconds(TakeText(stream)),
             "w : 10\n"
-            "told : 1\n"
+            "inner : 1\n"
             "w : 0.500000\n"
-            "told : 2\n"
+            "inner : 2\n"
             "w : text\n"
-            "told : 3\n"
+            "inner : 3\n"
             "w( start) : 20\n"
-            "    told : 4\n"
+            "    inner : 4\n"
             "    w : 30\n"
-            "    told : 5\n"
+            "    inner : 5\n"
             "    w : 40\n"
-            "    told : 6\n"
+            "    inner : 6\n"
             "    w : 1.500000\n"
-            "    told : 7\n"
+            "    inner : 7\n"
             "    w : info\n"
-            "    told : 8\n"
+            "    inner : 8\n"
             "w( over) : S\n"
-            "told : 9\n");
+            "inner : 9\n");
 }
 
 TEST(Gk_ObsWraperTest, PhaseIsTimedWithoutStream) {
@@ -211,7 +211,7 @@ TEST(Gk_ObsWraperTest, SetOverWithoutSetMaxStartsAtZero) {
   double const before = static_cast<double>(std::clock()) / 1000000;
   wrapper.setOver();
   double const after = static_cast<double>(std::clock()) / 1000000;
-  // The margin is taken back all the same.
+  // The margin is decremented nevertheless.
   Gk_ObsWraper(Gk_String("w"), nullptr).setMax(0);
   EXPECT_GE(progress.over, before);
   EXPECT_LE(progress.over, after);
@@ -265,7 +265,7 @@ TEST(Gk_ObsWraperTest, NullObserverIsSkipped) {
   EXPECT_EQ(observer.calls, Calls{"int 1"});
 }
 
-// How often each of many observers is told, while each call does something to the list.
+// Many observers, each of which changes the list when it is called.
 class Gk_ObsWraperChangesTest : public testing::Test {
  protected:
   static constexpr int count = 60;
@@ -296,7 +296,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveThemselves) {
 }
 
 TEST_F(Gk_ObsWraperChangesTest, RemovedObserverIsNotCalled) {
-  // The first that is told removes and deletes all others.
+  // The first observer that is called removes and deletes all others.
   for (auto const& observer : observers) {
     observer->then = [this, self = observer.get()] {
       for (auto& other : observers) {
@@ -317,15 +317,15 @@ TEST_F(Gk_ObsWraperChangesTest, RemovedObserverIsNotCalled) {
 }
 
 TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveAll) {
-  std::size_t told = 0;
+  std::size_t called = 0;
   for (auto const& observer : observers) {
     observer->then = [&] {
-      ++told;
+      ++called;
       observable.getObservers().Clear();
     };
   }
   wrapper.setInt(1);
-  EXPECT_EQ(told, 1U);
+  EXPECT_EQ(called, 1U);
 }
 
 TEST_F(Gk_ObsWraperChangesTest, AddedObserversGetNextValue) {

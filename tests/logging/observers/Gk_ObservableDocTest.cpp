@@ -19,7 +19,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// The trace line of a wrapper, which shows its name.
+// Returns the debug line of a wrapper, which contains its name.
 std::string Line(Gk_ObsWraper wrapper) {
   return TextOf([&](VRELStringOutputStream* stream) {
     Gk_ObservableDoc::installDebugStream(stream);
@@ -51,7 +51,7 @@ TEST(Gk_ObservableDocTest, FetchObservableJoinsNameAndChild) {
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.fetch", "n")), "ObsDoc.fetch/n : 1\n");
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.fetch/n", nullptr)), "ObsDoc.fetch/n : 1\n");
   EXPECT_EQ(observer.calls.size(), 3U);
-  // Views without a terminator, and one that begins further on.
+  // Views without a terminator, and one with an offset.
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable(Gk_ROString("ObsDoc.fetch", 12), "n")), "ObsDoc.fetch/n : 1\n");
   Gk_ROString later("xx/ObsDoc.fetch");
   later.offset(3);
@@ -72,7 +72,7 @@ TEST(Gk_ObservableDocTest, AttachObserverTestsType) {
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", nullptr));
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &other));
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
-  // It is held once.
+  // It is in the list once.
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
   wrapper.setInt(3);
   EXPECT_EQ(observer.calls, Calls{"int 3"});
@@ -88,7 +88,7 @@ TEST(Gk_ObservableDocTest, SecondAddKeepsObservers) {
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &integers));
   Gk_ObsWraper wrapper = Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::DoubleType);
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &doubles));
-  // What they are told goes by their own type, not by that of the observable.
+  // Delivery depends on the type of the observer, not of the observable.
   wrapper.setInt(1);
   wrapper.setDouble(2.5);
   EXPECT_EQ(integers.calls, (Calls{"int 1", "wrong"}));
@@ -110,7 +110,7 @@ TEST(Gk_ObservableDocTest, RemoveObserverTestsType) {
   wrapper.setInt(1);
   EXPECT_EQ(first.calls, Calls{});
   EXPECT_EQ(second.calls, Calls{"int 1"});
-  // The type of the observable has changed since.
+  // The type of the observable changed meanwhile.
   Gk_ObservableDoc::addObservable("ObsDoc.remove/n", Gk_Observer::DoubleType);
   EXPECT_FALSE(Gk_ObservableDoc::removeObserver("ObsDoc.remove/n", &second));
   Gk_ObservableDoc::removeAllObserver("ObsDoc.remove/n");

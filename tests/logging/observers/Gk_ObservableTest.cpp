@@ -19,7 +19,7 @@ TEST(Gk_ObservableTest, StartsEmpty) {
 }
 
 TEST(Gk_ObservableTest, ObserverListHasSize17) {
-  // The observers themselves are never looked at, only their addresses.
+  // Only the addresses of the observers are used.
   int places[40];
   VRELHashList<Gk_Observer*> expected(17);
   Gk_Observable observable;

@@ -7,11 +7,11 @@
 
 namespace {
 
-int asked = 0;
+int callCount = 0;
 
 class VRELCallbackSharedTest : public testing::Test {
  protected:
-  VRELCallbackSharedTest() { asked = 0; }
+  VRELCallbackSharedTest() { callCount = 0; }
   ~VRELCallbackSharedTest() override {
     VRELCallbackShared::m_AbortCallback = nullptr;
     TakeRequestBack();
@@ -25,11 +25,11 @@ class VRELCallbackSharedTest : public testing::Test {
   }
 
   static bool SayNo() {
-    ++asked;
+    ++callCount;
     return false;
   }
   static bool SayYes() {
-    ++asked;
+    ++callCount;
     return true;
   }
 };
@@ -42,10 +42,10 @@ TEST_F(VRELCallbackSharedTest, IsNotAbortedInitially) {
 TEST_F(VRELCallbackSharedTest, CallbackDecides) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(callCount, 1);
   VRELCallbackShared::m_AbortCallback = SayYes;
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(callCount, 2);
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
@@ -53,8 +53,8 @@ TEST_F(VRELCallbackSharedTest, RequestThrowsRepeatedly) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
-  // The callback is asked all the same.
-  EXPECT_EQ(asked, 1);
+  // The callback is called nevertheless.
+  EXPECT_EQ(callCount, 1);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   TakeRequestBack();
@@ -67,7 +67,7 @@ TEST_F(VRELCallbackSharedTest, RequestThrowsWithoutCallback) {
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
 }
 
-// The request is read before the callback is asked, so one that the callback makes counts at the next question.
+// The flag is read before the callback is called, so a request of the callback takes effect in the next call.
 TEST_F(VRELCallbackSharedTest, RequestOfCallbackThrowsNextTime) {
   VRELCallbackShared::m_AbortCallback = [] {
     Gk_ErrMgr::setAbort();

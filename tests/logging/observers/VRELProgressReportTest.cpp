@@ -9,7 +9,7 @@ TEST(VRELProgressReportTest, DefaultFunctionDoesNothing) {
   int state = 7;
   VRELProgressReport_fct(0.5, state);
   EXPECT_EQ(state, 7);
-  VRELProgressReport_fct = [](double progress, int& told) { told = static_cast<int>(progress * 100); };
+  VRELProgressReport_fct = [](double progress, int& status) { status = static_cast<int>(progress * 100); };
   VRELProgressReport_fct(0.5, state);
   EXPECT_EQ(state, 50);
   VRELProgressReport_fct = VRELProgressReport_DefaultFct;

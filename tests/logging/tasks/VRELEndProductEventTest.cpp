@@ -27,7 +27,7 @@ TEST(VRELEndProductEventTest, WritesResult) {
       {VREL_S_NO_GEOMETRY, "Product Failed with code 3 (No translatable geometry)\n"},
       {VREL_E_FAIL, "Product Failed with code 16777217 (Failure)\n"},
       {VREL_E_INVALID_FILE, "Product Failed with code 16777237 (Invalid file)\n"},
-      // Of the criticity of an abort, and not the abort.
+      // Has the criticity of an abort, but is not VREL_E_ABORTED.
       {0x2000004, "Product Failed with code 33554436 (Unknown Result)\n"},
       {VREL_UNDETERMINED, "Product Failed with code 50331654 (Undetermined)\n"},
       {-1, "Product Failed with code -1 (Unknown Result)\n"},

@@ -12,7 +12,7 @@ namespace {
 constexpr char heading[] = "-------------------------Source File Header Information-------------------------\n";
 std::string const rule = std::string(80, '-') + "\n";
 
-// Tells which models were made current, and how often rows were counted.
+// Records the selected models and the number of GetCount calls.
 class WatchedHeader : public VRELFileHeader {
  public:
   VRINResult SelectModel(int index) override {
@@ -44,7 +44,7 @@ TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
                             "Size\n"
                             "Configurations Count     : 2\n") +
                 rule);
-  // To count its rows, and last.
+  // Once to count the rows, and once at the end.
   EXPECT_EQ(header.TakeCalls(), "0 0 ");
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 std::string const rule = std::string(80, '-') + "\n";
 
-// The text with its first two lines, which are checked, taken off: a time of 24 characters, and an empty line.
+// Checks the first two lines, a time of 24 characters and an empty line, and returns the rest.
 std::string AfterTime(std::string const& text) {
   std::string const label = "Finish Time : ";
   std::size_t const start = label.size() + 24 + 2;

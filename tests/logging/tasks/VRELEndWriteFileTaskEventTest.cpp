@@ -29,10 +29,10 @@ TEST(VRELEndWriteFileTaskEventTest, WritesFileAndResult) {
       {L"", VREL_E_ABORTED, "Output File Writing is Aborted\n"},
       {L"wheel.html", VREL_E_FAIL, "Output File \"wheel.html\" Writing has Failed with code16777217\n"},
       {L"", VREL_E_FILE_SAVE, "Output File Writing has Failed with code16777231\n"},
-      // Other successes too.
+      // Other success codes.
       {L"a", VREL_S_PARTIAL, "Output File \"a\" Writing has Failed with code1\n"},
       {L"a", VREL_S_NO_ENTITY, "Output File \"a\" Writing has Failed with code2\n"},
-      // Of the criticity of an abort, and not the abort.
+      // Has the criticity of an abort, but is not VREL_E_ABORTED.
       {L"a", 0x2000004, "Output File \"a\" Writing has Failed with code33554436\n"},
       {L"a", 0x80000000L, "Output File \"a\" Writing has Failed with code-2147483648\n"},
       {L"100%s %n", VREL_S_OK, "Output File \"100%s %n\" is Successfully Written\n"},
@@ -43,7 +43,7 @@ TEST(VRELEndWriteFileTaskEventTest, WritesFileAndResult) {
   }
 }
 
-// The stream is flushed by then, and not when the event goes.
+// The stream is flushed after the text, not by the destructor of the event.
 TEST(VRELEndWriteFileTaskEventTest, FlushesStreamAfterText) {
   class Stream : public VRELOutputStream {
    public:
@@ -64,7 +64,7 @@ TEST(VRELEndWriteFileTaskEventTest, FlushesStreamAfterText) {
   EXPECT_EQ(stream.calls, "");
 }
 
-// The formatter is the event's own, the stream is not.
+// The event owns the formatter but not the stream.
 TEST(VRELEndWriteFileTaskEventTest, WritesToSeveralStreams) {
   VRELEndWriteFileTaskEvent event(L"a", VREL_S_OK);
   for (int i = 0; i < 2; ++i) {

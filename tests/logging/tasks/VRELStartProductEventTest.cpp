@@ -45,7 +45,7 @@ TEST_F(VRELStartProductEventTest, WritesProductAndApplication) {
 
 TEST_F(VRELStartProductEventTest, WritesOptionsInStoreOrder) {
   VRELStartProductEvent event("Brivet", "brivet");
-  // Of two that end in one token, the wildcard goes last.
+  // Of two names with the same last token, the one with the wildcard is last.
   EXPECT_EQ(event.AddOption("*.AVeryLongNameOfAnOption", "high 100%d"), VREL_S_OK);
   EXPECT_EQ(event.AddOption("Step.AVeryLongNameOfAnOption", "12"), VREL_S_OK);
   EXPECT_EQ(DescriptionOf(event),
@@ -60,7 +60,7 @@ TEST_F(VRELStartProductEventTest, WritesOptionWithoutProduct) {
   EXPECT_EQ(event.AddOption("Units", "mm"), VREL_S_OK);
   EXPECT_EQ(event.AddOption("Units", "inch"), VREL_S_OK);
   EXPECT_EQ(DescriptionOf(event), "Units                : inch\n");
-  // Twice is the same.
+  // A second call writes the same.
   EXPECT_EQ(DescriptionOf(event), "Units                : inch\n");
 }
 
@@ -74,7 +74,7 @@ TEST_F(VRELStartProductEventTest, AddOptionSucceedsForRefusedName) {
   EXPECT_EQ(DescriptionOf(event), "Empty                : \n");
 }
 
-// The field holds 511 bytes.
+// The buffer of the formatter holds 511 bytes.
 TEST_F(VRELStartProductEventTest, OverlongOptionNameIsTruncated) {
   VRELStartProductEvent event("", "");
   event.AddOption(std::string(10000, 'n').c_str(), "v");

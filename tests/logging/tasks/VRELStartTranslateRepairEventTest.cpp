@@ -11,7 +11,7 @@ TEST(VRELStartTranslateRepairEventTest, ReturnsEntity) {
   char const representation[] = "Exact";
   VRELStartTranslateRepairEvent event(type, representation, 12, VREL_LEVEL_ERROR);
   ExpectTaskEvent(event, 0, "VRELStartTranslateRepairEvent", "Repair", 80);
-  // Borrowed.
+  // Not copied.
   EXPECT_EQ(event.GetEntityType(), type);
   EXPECT_EQ(event.GetRepresentation(), representation);
   EXPECT_EQ(event.GetEntityNumber(), 12);

@@ -60,7 +60,7 @@ TEST(VRELTaskEventTest, SettersIgnoreNullAndEmpty) {
   EXPECT_STREQ(task.GetTaskName(), "Fine Meshing");
   EXPECT_STREQ(task.GetEventName(), "Meshing");
   EXPECT_EQ(IdentifierOf(task), "Fine 100%");
-  // Its own text, which is released meanwhile.
+  // The event's own string, which is released by the call.
   task.SetTaskName(task.GetTaskName() + 5);
   EXPECT_STREQ(task.GetTaskName(), "Meshing");
 
@@ -92,7 +92,7 @@ TEST(VRELTaskEventTest, CopyIsDeep) {
   EXPECT_FALSE(std::is_copy_assignable_v<VRELTaskEvent>);
 }
 
-// A log takes one call of the system for a text.
+// A logger writes each text with one system call.
 TEST(VRELTaskEventTest, WriteTextWritesOnce) {
   class Stream : public VRELOutputStream {
    public:

@@ -20,7 +20,7 @@ using testing::IsEmpty;
 
 class VRELBasePerformanceMonitorTest : public testing::Test {
  protected:
-  // The slots and the modules are as the process found them.
+  // No monitor is installed and no module loaded.
   ~VRELBasePerformanceMonitorTest() override {
     EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
     EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
@@ -91,7 +91,7 @@ TEST_F(VRELBasePerformanceMonitorTest, ClearCallsTerminateFunction) {
   LoadModule("VRELTestMonitor");
   EXPECT_NE(VRELBasePerformanceMonitor::Instance(), nullptr);
   EXPECT_EQ(VRELTimingLogger::_pMonitor, VRELBasePerformanceMonitor::Instance());
-  // Held by the object that is installed.
+  // Referenced by the installed object.
   VRELLibraryManager::FreeLibraries();
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
   EXPECT_THAT(listener.Texts(), IsEmpty());
@@ -132,10 +132,10 @@ TEST_F(VRELBasePerformanceMonitorTest, MissingTerminateFunctionKeepsMonitor) {
               ElementsAre("No TerminatePerformanceMonitor function in VRELTestMonitorBare library.\n"));
   EXPECT_NE(monitor, nullptr);
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), monitor);
-  // The library is gone.
+  // The library was deleted.
   VRELBasePerformanceMonitor::Clear();
   EXPECT_EQ(listener.events.size(), 1U);
-  // The monitor goes with its module.
+  // The monitor is destroyed with its module.
   VRELLibraryManager::FreeLibraries();
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
   EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
@@ -151,7 +151,7 @@ TEST_F(VRELBasePerformanceMonitorTest, ClearRethrowsException) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-// The sanitizers tell whether the library goes.
+// Sanitizers report a leak if the library is not deleted.
 TEST_F(VRELBasePerformanceMonitorTest, InstallFailsIfEntryPointThrows) {
   VRELBasePerformanceMonitor monitor;
   EXPECT_ANY_THROW(VRELBasePerformanceMonitor::Install(
@@ -170,7 +170,7 @@ TEST_F(VRELBasePerformanceMonitorTest, ClearDropsUnloadableModule) {
   VRELBasePerformanceMonitor monitor;
   VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
   EXPECT_EQ(listener.events.size(), 1U);
-  // Tries once more.
+  // Tries again.
   VRELBasePerformanceMonitor::Clear();
   EXPECT_THAT(listener.Texts(),
               ElementsAre("VRELTestNoSuchModule library not loaded.", "VRELTestNoSuchModule library not loaded."));

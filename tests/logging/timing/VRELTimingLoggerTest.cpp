@@ -40,12 +40,12 @@ using Lines = std::vector<std::string>;
 constexpr char closingLine[] = "================= End Timing Performance Summary =================";
 constexpr char noSeconds[] = "    0.0000     0.0000     0.0000";
 
-// A text at the end of 50 columns.
+// Returns the string right-aligned in 50 columns.
 std::string Aligned(std::string const& text) {
   return std::string(50 - std::min<std::size_t>(50, text.size()), ' ') + text;
 }
 
-// A row of the summary: the columns as they stand behind the equals sign.
+// Returns a row of the summary from its columns after the equals sign.
 std::string Row(std::string const& identifier, std::string const& columns) {
   return Aligned(identifier) + " = " + columns;
 }
@@ -54,7 +54,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Has the times that it is told.
+// Monitor that returns the times that the test sets.
 class ToldMonitor : public VRELBasePerformanceMonitor {
  public:
   VRINResult PrintStatistics() override {
@@ -71,7 +71,7 @@ class ToldMonitor : public VRELBasePerformanceMonitor {
   VRINResult result = VREL_S_OK;
 };
 
-// A logger of the test's own, which gets events with stamps of the test's own.
+// Logger that receives events with stamps set by the test.
 class VRELTimingLoggerTest : public testing::Test {
  protected:
   ~VRELTimingLoggerTest() override {
@@ -91,20 +91,20 @@ class VRELTimingLoggerTest : public testing::Test {
     event.SetClock(ticks);
     logger.HandleEvent(event);
   }
-  // A task of so many ticks.
+  // Runs a task of the given number of ticks.
   void Run(char const* identifier, long ticks) {
     Start(identifier, 100, 5000);
     End(identifier, 100, 5000 + ticks);
   }
 
-  // What was sent since the last call.
+  // Returns the texts sent since the last call.
   Lines Taken() {
     Lines const lines = listener.Texts();
     listener.events.clear();
     return lines;
   }
 
-  // What Finalize tells.
+  // Returns what Finalize prints.
   Lines Summary() {
     logger.Initialize();
     Taken();
@@ -112,7 +112,7 @@ class VRELTimingLoggerTest : public testing::Test {
     return Taken();
   }
 
-  // The rows of the summary, sorted; checks that they stand in the right frame.
+  // Returns the rows of the summary, sorted, and checks the lines around them.
   Lines Rows() {
     Lines lines = Summary();
     if (lines == Lines{closingLine}) return {};
@@ -219,10 +219,10 @@ TEST_F(VRELTimingLoggerTest, WallClockCountsAbove600Seconds) {
       {1000, 1000, 7, 123463, "    0.1235"},
       {1000, 1000, 0, 49, "    0.0000"},
       {1000, 101000, 0, 1, "100000.0000"},
-      // A clock that was set back.
+      // The clock was set back.
       {1000, 10, 1000000, 2000000, "    1.0000"},
       {1000, 1000, 2000000, 1000000, "   -1.0000"},
-      // Ticks that ran out.
+      // The ticks wrapped around.
       {1000, 1000, LONG_MAX, LONG_MIN, "    0.0000"},
       {-300, 301, 0, 0, "  601.0000"},
   };
@@ -309,7 +309,7 @@ TEST_F(VRELTimingLoggerTest, IgnoresUntimedEvents) {
   };
   class OtherKind : public VRELStartTaskEvent {
    public:
-    explicit OtherKind(int told) : VRELStartTaskEvent("Other", "A", VREL_LEVEL_INFO), kind(told) {}
+    explicit OtherKind(int taskKind) : VRELStartTaskEvent("Other", "A", VREL_LEVEL_INFO), kind(taskKind) {}
     int GetKind() override { return kind; }
 
    private:
@@ -442,13 +442,13 @@ TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
                                    Aligned("A Elapsed Time") + " =     3.0000 seconds. ",
                                    "================ Start Task Performance Info ================", "statistics",
                                    "================= End Task Performance Info ================="));
-  // Answers at the end alone: the start counts as 0.
+  // The query succeeds at the end only: the start counts as 0.
   Start("B", 0, 0);
   monitor.result = VREL_S_PARTIAL;
   End("B", 0, 0);
   EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(noSeconds) + "        1x"),
                                   Row("B", "    0.0000     5.0000     5.0000    10.0000        1x")));
-  // Nor in the summary.
+  // The summary query fails too.
   monitor.result = VREL_E_FAIL;
   Lines const summary = Summary();
   EXPECT_EQ(summary.size(), 4U + 5 + 2 + 1);
@@ -485,7 +485,7 @@ TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
   auto another = std::make_unique<VRELTimingLogger>();
   another->Initialize();
   EXPECT_EQ(ListenerCount(), 2);
-  // Left open.
+  // Never ended.
   VRELStartTaskEvent start("s", "Mesh", VREL_LEVEL_INFO);
   VRELEventBus::Fire(start);
   Taken();
@@ -528,11 +528,11 @@ TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
             sizeof(void*) + sizeof(void*) + sizeof(VRELStack) + sizeof(VRELHashMap<VRELString, VRELTaskOccurenceInfo>));
 }
 
-// The logger of the process is set up in child processes alone.
+// The logger of the process is only set up in child processes.
 
 constexpr char const* notAsked = nullptr;
 
-// Runs `body` with the variables set, or unset for null, and is silent about what went well.
+// Runs `body` in a child process with the variables set, or unset for null. Reports failures only.
 ChildResult RunWithVariables(char const* timing, char const* detail, std::function<void()> const& body) {
   return RunInChild([&] {
     unsetenv("VRELTaskTiming");
@@ -562,7 +562,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
       EXPECT_EQ(ListenerCount(), 1);
       VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
       EXPECT_THAT(listener.Texts(), IsEmpty());
-      // Has no such gate.
+      // Is sent without tracking.
       VRELStartReadFileTaskEvent::Fire("wheel.step");
       EXPECT_EQ(listener.events.size(), 1U);
       VRELTimingLogger::Stop();
@@ -581,7 +581,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
       EXPECT_TRUE(VRELPerfTrackerStatus::instance.IsPerfTracking());
       EXPECT_EQ(ListenerCount(), 2);
       EXPECT_THAT(listener.Texts(), ElementsAre("Task Timing On"));
-      // Once.
+      // Printed once.
       VRELTimingLogger::SetUp();
       EXPECT_EQ(listener.events.size(), 1U);
     }));
@@ -614,7 +614,7 @@ TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
     VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
     RecordingListener const listener;
     VRELTimingLogger::Stop();
-    // Not even the attempt to load the module.
+    // Not even an attempt to load the module.
     EXPECT_THAT(listener.Texts(), IsEmpty());
     EXPECT_EQ(ListenerCount(), 2);
   }));
@@ -646,7 +646,7 @@ TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
       EXPECT_EQ(row->substr(row->size() - 9), "       1x");
     }
     EXPECT_EQ(ListenerCount(), 1);
-    // Armed still, and no longer heard.
+    // Still sent, but not received.
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_DEBUG);
     EXPECT_EQ(listener.events.back().name, "s");
     listener.events.clear();
@@ -655,7 +655,7 @@ TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
   }));
 }
 
-// Digits stand for any digit, and blanks in front of them too.
+// Returns a pattern in which digits, and blanks before them, match any digit.
 std::string Masked(std::string line) {
   for (char& c : line) {
     if (c >= '0' && c <= '9') c = '0';
@@ -676,7 +676,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
     VRELEndTaskEvent::Fire(VREL_S_OK, "e", "Mesh", VREL_LEVEL_INFO, true);
     std::string text;
     for (std::string const& line : listener.Texts()) text += Masked(line) + "\n";
-    // The listener came last: the event reaches it behind what the timer tells.
+    // The listener was added last: it receives the event after what the timer prints.
     EXPECT_EQ(text, "***************************Mesh Ending***************************\n" +
                         Aligned("Mesh Elapsed Time") + " =     0.0000 seconds. \n" + Aligned("Mesh Kernel Time") +
                         " =     0.0000 seconds\n" + Aligned("Mesh User Time") + " =     0.0000 seconds\n" +
@@ -708,13 +708,13 @@ TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
   }));
 }
 
-// The timer goes down before the console that shows its summary.
+// The timer is destroyed before the console that prints its summary.
 TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
   ChildResult const child = RunWithVariables("Yes", notAsked, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
-    // Dies first.
+    // Is destroyed first.
     static ToldMonitor monitor;
     VRELTimingLogger::_pMonitor = &monitor;
   });
@@ -738,7 +738,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
             "Message : stopped\n");
 }
 
-// The module stays as long as its monitor may be asked; a monitor that is a static object of its module goes before.
+// The module stays loaded while its monitor can be queried. A static monitor is destroyed with its module.
 TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
   for (bool const isStatic : {false, true}) {
     std::string const name = isStatic ? "VRELTestMonitorBare" : "VRELTestMonitor";
