@@ -17,9 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int directoryCount = 500;
-constexpr int filesInEach = 100;
-constexpr std::size_t matching = 25000;
+constexpr int kDirectoryCount = 500;
+constexpr int kFilesPerDirectory = 100;
+constexpr std::size_t kMatchingCount = 25000;
 
 // Created by the first benchmark that needs it, removed when the program exits.
 class Tree {
@@ -32,10 +32,10 @@ class Tree {
  private:
   Tree() : path((fs::temp_directory_path() / "vrel-benchmark-XXXXXX").string()) {
     if (mkdtemp(path.data()) == nullptr) std::abort();
-    for (int i = 0; i < directoryCount; ++i) {
+    for (int i = 0; i < kDirectoryCount; ++i) {
       std::string const directory = path + "/assembly" + std::to_string(i);
       fs::create_directory(directory);
-      for (int j = 0; j < filesInEach; ++j) {
+      for (int j = 0; j < kFilesPerDirectory; ++j) {
         std::ofstream(directory + "/wheel" + std::to_string(j) + (j % 2 == 0 ? ".stp" : ".igs"));
       }
     }
@@ -46,7 +46,7 @@ class Tree {
 };
 
 void Check(benchmark::State& state, std::size_t found) {
-  if (found != matching) state.SkipWithError("found another number of files");
+  if (found != kMatchingCount) state.SkipWithError("found another number of files");
 }
 
 void FetchLeafFiles(benchmark::State& state) {

@@ -14,11 +14,11 @@
 // Each measures the given number of pairs of start and end events, with two readings of the clocks for each.
 namespace {
 
-constexpr int identifierCount = 16;
+constexpr int kIdentifierCount = 16;
 
 std::vector<std::string> Identifiers() {
   std::vector<std::string> identifiers;
-  for (int i = 0; i < identifierCount; ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
+  for (int i = 0; i < kIdentifierCount; ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
   return identifiers;
 }
 
@@ -45,8 +45,8 @@ void pairsInARow(benchmark::State& state) {
   logger.Initialize();
   for (auto _ : state) {
     for (int i = 0; i < state.range(0); ++i) {
-      Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
-      End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+      Start(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
+      End(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
     }
   }
   CountPairs(state);
@@ -59,8 +59,8 @@ void pairsNested(benchmark::State& state) {
   VRELTimingLogger logger;
   logger.Initialize();
   for (auto _ : state) {
-    for (long i = 0; i < state.range(0); ++i) Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
-    for (long i = state.range(0); i-- > 0;) End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+    for (long i = 0; i < state.range(0); ++i) Start(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
+    for (long i = state.range(0); i-- > 0;) End(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
   }
   CountPairs(state);
 }
@@ -116,7 +116,7 @@ void peerStandardContainers(benchmark::State& state) {
   std::unordered_map<std::string, PeerRow> rows;
   for (auto _ : state) {
     for (int i = 0; i < state.range(0); ++i) {
-      std::string const& identifier = identifiers[static_cast<std::size_t>(i % identifierCount)];
+      std::string const& identifier = identifiers[static_cast<std::size_t>(i % kIdentifierCount)];
       stack.push_back({identifier, std::time(nullptr), std::clock()});
       long const ticks = std::clock();
       long const seconds = std::time(nullptr);

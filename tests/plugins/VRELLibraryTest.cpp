@@ -39,7 +39,7 @@ bool IsMapped(std::string const& name) {
   return handle != nullptr;
 }
 
-std::string const longestName = "VRELTest" + std::string(55, 'l');
+std::string const kLongestName = "VRELTest" + std::string(55, 'l');
 
 TEST(VRELLibraryTest, IsCountedObject) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELLibrary>);
@@ -67,12 +67,12 @@ TEST(VRELLibraryTest, ConstructorLoadsNothing) {
 }
 
 TEST(VRELLibraryTest, NameHasAtMost63Bytes) {
-  ASSERT_EQ(longestName.size(), 63U);
+  ASSERT_EQ(kLongestName.size(), 63U);
   RecordingListener listener;
   for (std::string const tail : {"", "x", "xy", "and a tail that is rather long, longer than all the rest"}) {
     SCOPED_TRACE(tail);
-    TestLibrary library(longestName + tail);
-    EXPECT_EQ(library.GetLibraryName(), longestName);
+    TestLibrary library(kLongestName + tail);
+    EXPECT_EQ(library.GetLibraryName(), kLongestName);
   }
   EXPECT_STREQ(TestLibrary(std::string(62, 'a')).GetLibraryName(), std::string(62, 'a').c_str());
   EXPECT_STREQ(TestLibrary(std::string(1000, 'a')).GetLibraryName(), std::string(63, 'a').c_str());
@@ -93,10 +93,10 @@ TEST(VRELLibraryTest, LongestNameLoads) {
     SCOPED_TRACE(tail);
     RecordingListener listener;
     {
-      TestLibrary library(longestName + tail);
+      TestLibrary library(kLongestName + tail);
       EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
     }
-    EXPECT_THAT(listener.Texts(), ElementsAre(longestName + " initialised", longestName + " finalised"));
+    EXPECT_THAT(listener.Texts(), ElementsAre(kLongestName + " initialised", kLongestName + " finalised"));
   }
 }
 

@@ -27,7 +27,7 @@
 // There is one console in the process, which is only set up in child processes.
 namespace {
 
-constexpr auto asTheEnvironmentSays = static_cast<VRELEventLevel>(-1);
+constexpr auto kDefaultLevel = static_cast<VRELEventLevel>(-1);
 
 int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
@@ -162,7 +162,7 @@ TEST(VRELConsoleLoggerTest, SecondSetUpIsIgnored) {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ERROR);
     VRELConsoleLogger::SetUp(VREL_LEVEL_DEBUG);
     setenv("VRELConsoleTracesLevel", "ALL", 1);
-    VRELConsoleLogger::SetUp(asTheEnvironmentSays);
+    VRELConsoleLogger::SetUp(kDefaultLevel);
     EXPECT_EQ(ListenerCount(), 1);
     SendLevels();
   });

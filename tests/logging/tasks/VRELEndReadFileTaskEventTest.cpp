@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr char heading[] = "-------------------------Source File Header Information-------------------------\n";
-std::string const rule = std::string(80, '-') + "\n";
+constexpr char kHeading[] = "-------------------------Source File Header Information-------------------------\n";
+std::string const kRule = std::string(80, '-') + "\n";
 
 // Records the selected models and the number of GetCount calls.
 class WatchedHeader : public VRELFileHeader {
@@ -39,11 +39,11 @@ TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
   header.AddSection(L"Size");
   header.Set(L"Configurations Count", VRELValue(2));
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_E_FAIL, &header)),
-            heading +
+            kHeading +
                 std::string("Author                   : Kim 100%s\n"
                             "Size\n"
                             "Configurations Count     : 2\n") +
-                rule);
+                kRule);
   // Once to count the rows, and once at the end.
   EXPECT_EQ(header.TakeCalls(), "0 0 ");
 }
@@ -55,12 +55,12 @@ TEST(VRELEndReadFileTaskEventTest, WritesModelNumbers) {
   header.Set(VRELFileHeader::UNITS, L"mm");
   header.TakeCalls();
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Author                   : Kim\n"
                             "Model 2\n"
                             "Units                    : mm\n") +
-                rule);
+                kRule);
   EXPECT_EQ(header.TakeCalls(), "0 1 0 1 0 ");
   VRELValue author;
   EXPECT_EQ(header.Get(VRELFileHeader::AUTHOR, author), VREL_S_OK);
@@ -71,11 +71,11 @@ TEST(VRELEndReadFileTaskEventTest, WritesIfAnyModelHasRows) {
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Author                   : Kim\n"
                             "Model 2\n") +
-                rule);
+                kRule);
 }
 
 TEST(VRELEndReadFileTaskEventTest, WritesNumberOfEmptyModel) {
@@ -83,12 +83,12 @@ TEST(VRELEndReadFileTaskEventTest, WritesNumberOfEmptyModel) {
   header.SelectModel(2);
   header.Set(VRELFileHeader::UNITS, L"mm");
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Model 2\n"
                             "Model 3\n"
                             "Units                    : mm\n") +
-                rule);
+                kRule);
 }
 
 TEST(VRELEndReadFileTaskEventTest, EmptyHeaderWritesNothing) {

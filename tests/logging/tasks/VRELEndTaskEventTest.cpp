@@ -10,7 +10,7 @@
 
 namespace {
 
-std::string const rule(80, '-');
+std::string const kRule(80, '-');
 
 TEST(VRELEndTaskEventTest, KeepsResult) {
   VRINResult result = VREL_S_PARTIAL;
@@ -35,16 +35,16 @@ TEST(VRELEndTaskEventTest, WritesResultBetweenRules) {
   };
   for (auto const& each : cases) {
     EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(each.result, "Meshing", "Mesh", VREL_LEVEL_INFO, false)),
-              rule + "\n" + each.line + rule + "\n");
+              kRule + "\n" + each.line + kRule + "\n");
   }
 }
 
 TEST(VRELEndTaskEventTest, WritesEventNameVerbatim) {
   VRELEndTaskEvent event(VREL_S_OK, "100%s %n \xC3\x96", "Mesh", VREL_LEVEL_INFO, false);
   event.SetTaskName("another");
-  EXPECT_EQ(DescriptionOf(event), rule + "\n100%s %n \xC3\x96 Result : Success\n" + rule + "\n");
+  EXPECT_EQ(DescriptionOf(event), kRule + "\n100%s %n \xC3\x96 Result : Success\n" + kRule + "\n");
   EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(VREL_S_OK, nullptr, nullptr, VREL_LEVEL_INFO, false)),
-            rule + "\n Result : Success\n" + rule + "\n");
+            kRule + "\n Result : Success\n" + kRule + "\n");
 }
 
 TEST(VRELEndTaskEventTest, SilentEventWritesNothing) {
@@ -70,7 +70,7 @@ TEST(VRELEndTaskEventTest, FireSendsStampedEventWithTracking) {
   EXPECT_EQ(task.level, 10);
   EXPECT_EQ(task.result, 0x1000002);
   EXPECT_TRUE(task.isStamped);
-  EXPECT_EQ(task.text, rule + "\nMeshing Result : Error Encountered\n" + rule + "\n");
+  EXPECT_EQ(task.text, kRule + "\nMeshing Result : Error Encountered\n" + kRule + "\n");
 }
 
 TEST(VRELEndTaskEventTest, SilentEventReachesListeners) {
@@ -84,7 +84,7 @@ TEST(VRELEndTaskEventTest, SilentEventReachesListeners) {
   EXPECT_EQ(recorder.tasks[0].identifier, "Mesh");
   EXPECT_EQ(recorder.tasks[0].text, "");
   VRELEndTaskEvent::Fire(VREL_S_OK, "Meshing", "Mesh", VREL_LEVEL_INFO, false);
-  EXPECT_EQ(TakeText(*log), rule + "\nMeshing Result : Success\n" + rule + "\n");
+  EXPECT_EQ(TakeText(*log), kRule + "\nMeshing Result : Success\n" + kRule + "\n");
 }
 
 TEST(VRELEndTaskEventTest, AddsTwoFields) {

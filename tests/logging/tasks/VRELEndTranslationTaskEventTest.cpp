@@ -10,7 +10,7 @@
 
 namespace {
 
-std::string const rule = std::string(80, '-') + "\n";
+std::string const kRule = std::string(80, '-') + "\n";
 
 // Checks the first two lines, a time of 24 characters and an empty line, and returns the rest.
 std::string AfterTime(std::string const& text) {
@@ -54,8 +54,8 @@ TEST(VRELEndTranslationTaskEventTest, WritesResultFailuresAndPart) {
   };
   for (auto const& each : cases) {
     SCOPED_TRACE(std::to_string(each.result) + " " + std::to_string(each.failedEntities));
-    std::string expected = rule + "Translation Result : " + each.message + "\n" + rule + each.failures + rule;
-    if (each.isPartInAssembly) expected += "End Translation of Part Definition Document In Assembly\n" + rule;
+    std::string expected = kRule + "Translation Result : " + each.message + "\n" + kRule + each.failures + kRule;
+    if (each.isPartInAssembly) expected += "End Translation of Part Definition Document In Assembly\n" + kRule;
     EXPECT_EQ(
         AfterTime(DescriptionOf(VRELEndTranslationTaskEvent(each.result, each.isPartInAssembly, each.failedEntities))),
         expected);
@@ -85,10 +85,10 @@ TEST(VRELEndTranslationTaskEventTest, FireSendsUnknownFailureCount) {
   VRELEndTranslationTaskEvent::Fire(VREL_E_FAIL, false);
   VRELEndTranslationTaskEvent::Fire(0, false);
   ASSERT_EQ(recorder.tasks.size(), 3U);
-  EXPECT_EQ(AfterTime(recorder.tasks[0].text), rule + "Translation Result : Failure\n" + rule + rule +
-                                                   "End Translation of Part Definition Document In Assembly\n" + rule);
-  EXPECT_EQ(AfterTime(recorder.tasks[1].text), rule + "Translation Result : Failure\n" + rule + rule);
-  EXPECT_EQ(AfterTime(recorder.tasks[2].text), rule + "Translation Result : Success\n" + rule + rule);
+  EXPECT_EQ(AfterTime(recorder.tasks[0].text), kRule + "Translation Result : Failure\n" + kRule + kRule +
+                                                   "End Translation of Part Definition Document In Assembly\n" + kRule);
+  EXPECT_EQ(AfterTime(recorder.tasks[1].text), kRule + "Translation Result : Failure\n" + kRule + kRule);
+  EXPECT_EQ(AfterTime(recorder.tasks[2].text), kRule + "Translation Result : Success\n" + kRule + kRule);
   for (RecordedTask const& task : recorder.tasks) {
     EXPECT_EQ(task.identifier, "Translation");
     EXPECT_EQ(task.level, 50);

@@ -9,7 +9,7 @@
 
 namespace {
 
-std::string const rule = std::string(80, '-') + "\n";
+std::string const kRule = std::string(80, '-') + "\n";
 
 TEST(VRELEndWriteFileTaskEventTest, HasFileWriteTask) {
   VRELEndWriteFileTaskEvent event(L"wheel.html", VREL_S_PARTIAL);
@@ -39,7 +39,7 @@ TEST(VRELEndWriteFileTaskEventTest, WritesFileAndResult) {
       {L"\u00D6l", VREL_S_OK, "Output File \"\x1Al\" is Successfully Written\n"},
   };
   for (auto const& each : cases) {
-    EXPECT_EQ(DescriptionOf(VRELEndWriteFileTaskEvent(each.name, each.result)), each.text + rule);
+    EXPECT_EQ(DescriptionOf(VRELEndWriteFileTaskEvent(each.name, each.result)), each.text + kRule);
   }
 }
 
@@ -58,7 +58,7 @@ TEST(VRELEndWriteFileTaskEventTest, FlushesStreamAfterText) {
   {
     VRELEndWriteFileTaskEvent event(L"a", VREL_S_OK);
     event.GetFormattedDescription(&stream);
-    EXPECT_EQ(stream.calls, "Output File \"a\" is Successfully Written\n" + rule + "flush");
+    EXPECT_EQ(stream.calls, "Output File \"a\" is Successfully Written\n" + kRule + "flush");
     stream.calls.clear();
   }
   EXPECT_EQ(stream.calls, "");
@@ -70,7 +70,7 @@ TEST(VRELEndWriteFileTaskEventTest, WritesToSeveralStreams) {
   for (int i = 0; i < 2; ++i) {
     auto const stream = std::make_unique<VRELStringOutputStream>();
     event.GetFormattedDescription(stream.get());
-    EXPECT_EQ(TakeText(*stream), "Output File \"a\" is Successfully Written\n" + rule);
+    EXPECT_EQ(TakeText(*stream), "Output File \"a\" is Successfully Written\n" + kRule);
   }
   event.GetFormattedDescription(nullptr);
 }
@@ -81,7 +81,7 @@ TEST(VRELEndWriteFileTaskEventTest, CopyIsIndependent) {
   source->setTaskResult(VREL_E_FAIL);
   source.reset();
   ExpectTaskEvent(copy, 1, "File Write", "File Write");
-  EXPECT_EQ(DescriptionOf(copy), "Output File \"a\" is Successfully Written\n" + rule);
+  EXPECT_EQ(DescriptionOf(copy), "Output File \"a\" is Successfully Written\n" + kRule);
 }
 
 }  // namespace

@@ -37,8 +37,8 @@ using testing::IsEmpty;
 
 using Lines = std::vector<std::string>;
 
-constexpr char closingLine[] = "================= End Timing Performance Summary =================";
-constexpr char noSeconds[] = "    0.0000     0.0000     0.0000";
+constexpr char kClosingLine[] = "================= End Timing Performance Summary =================";
+constexpr char kNoSeconds[] = "    0.0000     0.0000     0.0000";
 
 // Returns the string right-aligned in 50 columns.
 std::string Aligned(std::string const& text) {
@@ -115,13 +115,13 @@ class VRELTimingLoggerTest : public testing::Test {
   // Returns the rows of the summary, sorted, and checks the lines around them.
   Lines Rows() {
     Lines lines = Summary();
-    if (lines == Lines{closingLine}) return {};
+    if (lines == Lines{kClosingLine}) return {};
     Lines const heading = {
         "                # task = elapsed(s), kernel(s), user(s), cpu=kernel+user(s), #calls ",
         "                #        elapsed= wall clock time", "                #        kernel = system calls time",
         "                #        user   = user code time", "                #        cpu    = actual cpu time"};
     auto const start = std::search(lines.begin(), lines.end(), heading.begin(), heading.end());
-    EXPECT_TRUE(start != lines.end() && lines.back() == closingLine);
+    EXPECT_TRUE(start != lines.end() && lines.back() == kClosingLine);
     if (start == lines.end()) return {"no heading"};
     Lines rows(start + static_cast<std::ptrdiff_t>(heading.size()), lines.end() - 1);
     std::sort(rows.begin(), rows.end());
@@ -147,7 +147,7 @@ TEST_F(VRELTimingLoggerTest, FinalizePrintsAndRemovesListener) {
   Taken();
   logger.Finalize();
   EXPECT_EQ(ListenerCount(), 1);
-  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  EXPECT_THAT(Taken(), ElementsAre(kClosingLine));
   logger.Finalize();
   EXPECT_THAT(Taken(), IsEmpty());
   logger.Initialize();
@@ -187,7 +187,7 @@ TEST_F(VRELTimingLoggerTest, AddsRunsOfTask) {
   Run("Read Entities", 1000000);
   Run("Read Entities", 250000);
   Run("Read Entities", 1);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(noSeconds) + "        3x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(kNoSeconds) + "        3x")));
 }
 
 TEST_F(VRELTimingLoggerTest, ConversionAndTranslationKeepLastRun) {
@@ -196,17 +196,17 @@ TEST_F(VRELTimingLoggerTest, ConversionAndTranslationKeepLastRun) {
     Run("Translation", ticks + 1000000);
     Run("conversion stage", ticks);
   }
-  EXPECT_THAT(Rows(), ElementsAre(Row("Conversion", "    2.0000 " + std::string(noSeconds) + "        1x"),
-                                  Row("Translation", "    3.0000 " + std::string(noSeconds) + "        1x"),
-                                  Row("conversion stage", "    6.0000 " + std::string(noSeconds) + "        3x")))
+  EXPECT_THAT(Rows(), ElementsAre(Row("Conversion", "    2.0000 " + std::string(kNoSeconds) + "        1x"),
+                                  Row("Translation", "    3.0000 " + std::string(kNoSeconds) + "        1x"),
+                                  Row("conversion stage", "    6.0000 " + std::string(kNoSeconds) + "        3x")))
       << "sorted by their blanks";
 }
 
 TEST_F(VRELTimingLoggerTest, SecondInitializeKeepsRows) {
   Run("Options", 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
   Run("Options", 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(noSeconds) + "        2x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(kNoSeconds) + "        2x")));
 }
 
 TEST_F(VRELTimingLoggerTest, WallClockCountsAbove600Seconds) {
@@ -241,7 +241,7 @@ TEST_F(VRELTimingLoggerTest, WallClockCountsAbove600Seconds) {
     another.Finalize();
     Lines const lines = Taken();
     ASSERT_EQ(lines.size(), 7U);
-    EXPECT_EQ(lines[5], Row("Mesh", std::string(each.elapsed) + " " + noSeconds + "        1x"));
+    EXPECT_EQ(lines[5], Row("Mesh", std::string(each.elapsed) + " " + kNoSeconds + "        1x"));
   }
 }
 
@@ -252,8 +252,8 @@ TEST_F(VRELTimingLoggerTest, TasksNest) {
   End("Read", 0, 4000000);
   End("Read", 0, 5000000);
   End("Translation", 0, 9000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Read", "    6.0000 " + std::string(noSeconds) + "        2x"),
-                                  Row("Translation", "    9.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read", "    6.0000 " + std::string(kNoSeconds) + "        2x"),
+                                  Row("Translation", "    9.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, UnfinishedTaskIsDropped) {
@@ -261,7 +261,7 @@ TEST_F(VRELTimingLoggerTest, UnfinishedTaskIsDropped) {
   Start("B", 0, 0);
   End("A", 0, 1000000);
   End("B", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, UnknownEndDropsAllTasks) {
@@ -284,7 +284,7 @@ TEST_F(VRELTimingLoggerTest, IdentifiersAreCaseSensitive) {
 TEST_F(VRELTimingLoggerTest, OpenTasksHaveNoRow) {
   Run("A", 1000000);
   Start("B", 0, 0);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, RepairsAreIgnored) {
@@ -298,7 +298,7 @@ TEST_F(VRELTimingLoggerTest, RepairsAreIgnored) {
   logger.HandleEvent(repair);
   EXPECT_THAT(Taken(), IsEmpty());
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, IgnoresUntimedEvents) {
@@ -343,7 +343,7 @@ TEST_F(VRELTimingLoggerTest, IgnoresUntimedEvents) {
   }
   EXPECT_THAT(Taken(), IsEmpty());
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, PrintsDetailsOfTasks) {
@@ -366,7 +366,7 @@ TEST_F(VRELTimingLoggerTest, PercentSignsArePrintedVerbatim) {
   EXPECT_THAT(Taken(), ElementsAre("***************************100%s %n Started***************************",
                                    "***************************100%s %n Ending***************************",
                                    Aligned("100%s %n Elapsed Time") + " =     2.0000 seconds. "));
-  EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
 TEST_F(VRELTimingLoggerTest, OverlongIdentifierIsTruncated) {
@@ -446,14 +446,14 @@ TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
   Start("B", 0, 0);
   monitor.result = VREL_S_PARTIAL;
   End("B", 0, 0);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(noSeconds) + "        1x"),
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(kNoSeconds) + "        1x"),
                                   Row("B", "    0.0000     5.0000     5.0000    10.0000        1x")));
   // The summary query fails too.
   monitor.result = VREL_E_FAIL;
   Lines const summary = Summary();
   EXPECT_EQ(summary.size(), 4U + 5 + 2 + 1);
-  EXPECT_EQ(std::count(summary.begin(), summary.end(), Row("B", "    0.0000 " + std::string(noSeconds) + "        1x")),
-            1);
+  EXPECT_EQ(
+      std::count(summary.begin(), summary.end(), Row("B", "    0.0000 " + std::string(kNoSeconds) + "        1x")), 1);
 }
 
 TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
@@ -477,7 +477,7 @@ TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
   Start("A", 0, 0);
   monitor.reset();
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(noSeconds) + "        2x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(kNoSeconds) + "        2x")));
 }
 
 TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
@@ -491,7 +491,7 @@ TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
   Taken();
   VRELTimingLogger::_pMonitor = nullptr;
   another.reset();
-  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  EXPECT_THAT(Taken(), ElementsAre(kClosingLine));
   EXPECT_EQ(ListenerCount(), 1);
 
   VRELTimingLogger::_pMonitor = &monitor;
@@ -530,7 +530,7 @@ TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
 
 // The logger of the process is only set up in child processes.
 
-constexpr char const* notAsked = nullptr;
+constexpr char const* kUnset = nullptr;
 
 // Runs `body` in a child process with the variables set, or unset for null. Reports failures only.
 ChildResult RunWithVariables(char const* timing, char const* detail, std::function<void()> const& body) {
@@ -551,7 +551,7 @@ void ExpectWell(ChildResult const& child) {
 }
 
 TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
-  for (char const* const value : {notAsked, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
+  for (char const* const value : {kUnset, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
     SCOPED_TRACE(value == nullptr ? "(unset)" : value);
     ExpectWell(RunWithVariables(value, "Yes", [] {
       RecordingListener const listener;
@@ -573,7 +573,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
 
 TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
   for (char const* const value : {"Yes", "true", "ON"}) {
-    ExpectWell(RunWithVariables(value, notAsked, [] {
+    ExpectWell(RunWithVariables(value, kUnset, [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_TRUE(VRELTimingLogger::_isTimerOn);
@@ -608,7 +608,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
 }
 
 TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
-  ExpectWell(RunWithVariables(notAsked, notAsked, [] {
+  ExpectWell(RunWithVariables(kUnset, kUnset, [] {
     VRELTimingLogger::_timer.Initialize();
     VRELBasePerformanceMonitor monitor;
     VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
@@ -621,7 +621,7 @@ TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
 }
 
 TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
-  ExpectWell(RunWithVariables("Yes", notAsked, [] {
+  ExpectWell(RunWithVariables("Yes", kUnset, [] {
     RecordingListener listener;
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Translation", VREL_LEVEL_INFO);
@@ -710,7 +710,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
 
 // The timer is destroyed before the console that prints its summary.
 TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
-  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+  ChildResult const child = RunWithVariables("Yes", kUnset, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
@@ -725,7 +725,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
 }
 
 TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
-  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+  ChildResult const child = RunWithVariables("Yes", kUnset, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
     VRELTimingLogger::Stop();
@@ -742,7 +742,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
 TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
   for (bool const isStatic : {false, true}) {
     std::string const name = isStatic ? "VRELTestMonitorBare" : "VRELTestMonitor";
-    ChildResult const child = RunWithVariables("Yes", notAsked, [&] {
+    ChildResult const child = RunWithVariables("Yes", kUnset, [&] {
       VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
       VRELTimingLogger::SetUp();
       VRELBrivetLibrary module(name.c_str(), "InitializeModule", "");

@@ -45,9 +45,11 @@ template <class Observer, class Call>
 void Deliver(Gk_Observable* observable, Gk_Observer::Type type, Call const& call) {
   if (observable == nullptr) return;
   VRELHashList<Gk_Observer*> const& list = observable->getObservers();
+  bool isFirst = true;
   for (Gk_Observer* observer : Recipients(list)) {
     // An observer that was called before it may have removed it.
-    if (observer == nullptr || !list.Get(observer)) continue;
+    if (observer == nullptr || (!isFirst && !list.Get(observer))) continue;
+    isFirst = false;
     if (observer->getType() == type) {
       call(*static_cast<Observer*>(observer));
     } else {
