@@ -53,7 +53,7 @@ TEST_F(VRELBrivetLibraryTest, ObjectsShareLibrary) {
   EXPECT_EQ(second.GetFunction("Answer", other), VREL_S_OK);
   EXPECT_NE(one, nullptr);
   EXPECT_EQ(one, other);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
   // One reference each of the table, the two objects and the local handle.
   EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 4U);
 }
@@ -103,7 +103,7 @@ TEST_F(VRELBrivetLibraryTest, DestructorKeepsModuleLoaded) {
   EXPECT_TRUE(Held("VRELTestBoth")->IsLoaded());
   EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 2U);
   VRELLibraryManager::FreeLibraries();
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
 TEST_F(VRELBrivetLibraryTest, SetUnloadableReachesLibrary) {
@@ -126,10 +126,10 @@ TEST_F(VRELBrivetLibraryTest, SetUnloadableReachesLibrary) {
 }
 
 TEST_F(VRELBrivetLibraryTest, InitializeFunctionCanFreeLibraries) {
-  VRELBrivetLibrary library("VRELTestRestless", "InitializeModule", "FinalizeModule");
+  VRELBrivetLibrary library("VRELTestReentrant", "InitializeModule", "FinalizeModule");
   EXPECT_EQ(library.Load(), VREL_S_OK);
-  EXPECT_TRUE(Held("VRELTestRestless")->IsLoaded());
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised"));
+  EXPECT_TRUE(Held("VRELTestReentrant")->IsLoaded());
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestReentrant initialized"));
 }
 
 TEST_F(VRELBrivetLibraryTest, ThrowingInitializeKeepsNoLibrary) {

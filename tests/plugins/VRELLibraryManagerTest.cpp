@@ -74,7 +74,7 @@ TEST_F(VRELLibraryManagerTest, FirstEntryPointNamesAreKept) {
   EXPECT_EQ(second, first);
   second->LoadAndInitialize();
   second->FinalizeAndUnload();
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
 TEST_F(VRELLibraryManagerTest, AddLibraryUsesNameOfLibrary) {
@@ -128,7 +128,7 @@ TEST_F(VRELLibraryManagerTest, FreeLibrariesKeepsUsedLibraries) {
     held->LoadAndInitialize();
     listener.events.clear();
     EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
-    EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalised"));
+    EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalized"));
     EXPECT_TRUE(isDead);
     EXPECT_TRUE(held->IsLoaded());
     EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
@@ -147,13 +147,13 @@ TEST_F(VRELLibraryManagerTest, FreeLibrariesRemovesMany) {
 }
 
 TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTable) {
-  Create("VRELTestRestless")->LoadAndInitialize();
+  Create("VRELTestReentrant")->LoadAndInitialize();
   listener.events.clear();
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
   // The module loaded another one during its finalization, which the next call frees.
-  EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestRestless finalised"));
+  EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestReentrant finalized"));
   VRELLibraryManager::FreeLibraries();
-  EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalised");
+  EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalized");
 }
 
 TEST_F(VRELLibraryManagerTest, ExitFinalizesLibraries) {
@@ -164,13 +164,13 @@ TEST_F(VRELLibraryManagerTest, ExitFinalizesLibraries) {
     return 0;
   });
   EXPECT_EQ(child.exitStatus, 0);
-  EXPECT_EQ(child.output, "Message : VRELTestBoth finalised\n");
+  EXPECT_EQ(child.output, "Message : VRELTestBoth finalized\n");
 }
 
 TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTableAtExit) {
   ChildResult const child = RunInChild([]() -> int {
     unsetenv("VRELConsoleTracesLevel");
-    Create("VRELTestRestless")->LoadAndInitialize();
+    Create("VRELTestReentrant")->LoadAndInitialize();
     VRELLibraryManager::_libraries.Remove("VRELTestBoth");
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     return 0;
@@ -178,7 +178,7 @@ TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTableAtExit) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
   EXPECT_EQ(child.signal, 0);
   // Loading is disabled.
-  EXPECT_EQ(child.output, "Message : VRELTestRestless finalised\n");
+  EXPECT_EQ(child.output, "Message : VRELTestReentrant finalized\n");
   EXPECT_THAT(child.errors, testing::HasSubstr("VRELTestBoth library not loaded."));
 }
 

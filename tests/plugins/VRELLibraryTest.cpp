@@ -96,7 +96,7 @@ TEST(VRELLibraryTest, LongestNameLoads) {
       TestLibrary library(kLongestName + tail);
       EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
     }
-    EXPECT_THAT(listener.Texts(), ElementsAre(kLongestName + " initialised", kLongestName + " finalised"));
+    EXPECT_THAT(listener.Texts(), ElementsAre(kLongestName + " initialized", kLongestName + " finalized"));
   }
 }
 
@@ -107,7 +107,7 @@ TEST(VRELLibraryTest, InitializesOnce) {
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_TRUE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
 }
 
 TEST(VRELLibraryTest, FailedLoadSendsWarning) {
@@ -163,7 +163,7 @@ TEST(VRELLibraryTest, GetFunctionLoadsFirst) {
   ASSERT_NE(function, nullptr);
   EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
 }
 
 TEST(VRELLibraryTest, GetFunctionAcceptsLongNames) {
@@ -209,7 +209,7 @@ TEST(VRELLibraryTest, GetFunctionReportsMissingFunction) {
   EXPECT_EQ(function, nullptr);
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestBoth initialised", "No Question function in VRELTestBoth library.\n"));
+              ElementsAre("VRELTestBoth initialized", "No Question function in VRELTestBoth library.\n"));
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
 }
 
@@ -225,12 +225,12 @@ TEST(VRELLibraryTest, GetFunctionFailsWithoutModule) {
 
 TEST(VRELLibraryTest, SymbolsAreGlobalAndResolvedAtLoad) {
   ChildResult const child = RunInChild([]() -> int {
-    VRELLibrary needy("VRELTestNeedy", "", "");
-    if (needy.LoadAndInitialize() != VREL_E_FAIL) return 1;
-    VRELLibrary needed("VRELTestNeeded", "", "");
-    if (needed.LoadAndInitialize() != VREL_S_OK) return 2;
+    VRELLibrary dependent("VRELTestDependent", "", "");
+    if (dependent.LoadAndInitialize() != VREL_E_FAIL) return 1;
+    VRELLibrary dependency("VRELTestDependency", "", "");
+    if (dependency.LoadAndInitialize() != VREL_S_OK) return 2;
     void* function = nullptr;
-    if (needy.GetFunction("CallLentFunction", function) != VREL_S_OK) return 3;
+    if (dependent.GetFunction("CallDependency", function) != VREL_S_OK) return 3;
     return reinterpret_cast<int (*)()>(function)() == 7 ? 0 : 4;
   });
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
@@ -246,7 +246,7 @@ TEST(VRELLibraryTest, FinalizesAndUnloads) {
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
 TEST(VRELLibraryTest, SetUnloadableFalseKeepsModule) {
@@ -258,10 +258,10 @@ TEST(VRELLibraryTest, SetUnloadableFalseKeepsModule) {
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_TRUE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
   listener.events.clear();
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
   library.SetUnloadable(true);
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
@@ -276,7 +276,7 @@ TEST(VRELLibraryTest, MissingFinalizeFunctionStaysInitialized) {
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_FALSE(IsMapped("VRELTestNoFinalize"));
   std::string const error = "No FinalizeModule function in VRELTestNoFinalize library.\n";
-  ASSERT_THAT(listener.Texts(), ElementsAre("VRELTestNoFinalize initialised", error));
+  ASSERT_THAT(listener.Texts(), ElementsAre("VRELTestNoFinalize initialized", error));
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
   // It is not initialized again when it is loaded again.
   listener.events.clear();
@@ -292,16 +292,16 @@ TEST(VRELLibraryTest, DestructorFinalizesAndUnloads) {
     VRELLibraryHandle const library(new TestLibrary("VRELTestBoth"));
     library->LoadAndInitialize();
   }
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
 }
 
 TEST(VRELLibraryTest, InitializeFunctionCanCallGetFunction) {
   RecordingListener listener;
   VRELLibrary* library = nullptr;
-  ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestAsking", "InitializeModule", "", library), VREL_S_OK);
+  ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestLookup", "InitializeModule", "", library), VREL_S_OK);
   EXPECT_EQ(library->LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestAsking called: Success, its own"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestLookup called: Success, its own"));
   VRELLibraryManager::FreeLibraries();
 }
 
@@ -320,7 +320,7 @@ TEST(VRELLibraryTest, ExceptionOfInitializeIsRethrown) {
   // The second call tried again. A module that was not initialized is not finalized.
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
-  std::string const begun = "VRELTestThrowingInitialize initialises";
+  std::string const begun = "VRELTestThrowingInitialize initializes";
   EXPECT_THAT(listener.Texts(), ElementsAre(begun, begun));
 }
 
@@ -338,7 +338,7 @@ TEST(VRELLibraryTest, DestructorDropsExceptionOfFinalize) {
     EXPECT_TRUE(library.IsLoaded());
   }
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestThrowingFinalize initialises", "VRELTestThrowingFinalize finalises",
+              ElementsAre("VRELTestThrowingFinalize initializes", "VRELTestThrowingFinalize finalises",
                           "VRELTestThrowingFinalize finalises"));
   EXPECT_TRUE(IsMapped("VRELTestThrowingFinalize"));
 }
@@ -348,7 +348,7 @@ TEST(VRELLibraryTest, RunningModuleIsNotUnloaded) {
   RecordingListener listener;
   {
     VRELLibrary* created = nullptr;
-    VRELLibraryManager::CreateLibrary("VRELTestRestless", "InitializeModule", "FinalizeModule", created);
+    VRELLibraryManager::CreateLibrary("VRELTestReentrant", "InitializeModule", "FinalizeModule", created);
     VRELLibraryHandle const library(created);
     EXPECT_EQ(library->LoadAndInitialize(), VREL_S_OK);
     EXPECT_TRUE(library->IsLoaded());
@@ -356,8 +356,8 @@ TEST(VRELLibraryTest, RunningModuleIsNotUnloaded) {
     EXPECT_FALSE(library->IsLoaded());
   }
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised", "VRELTestBoth finalised",
-                          "VRELTestBoth initialised", "VRELTestRestless finalised"));
+              ElementsAre("VRELTestBoth initialized", "VRELTestReentrant initialized", "VRELTestBoth finalized",
+                          "VRELTestBoth initialized", "VRELTestReentrant finalized"));
   VRELLibraryManager::FreeLibraries();
 }
 

@@ -4,18 +4,18 @@
 
 #ifdef HAS_INITIALIZE
 extern "C" VREL_EXPORT void InitializeModule() {
-  VRELInfo::NoTabPrintf("%s initialised", MODULE_NAME);
+  VRELInfo::NoTabPrintf("%s initialized", MODULE_NAME);
 }
 #endif
 
 #ifdef HAS_FINALIZE
 extern "C" VREL_EXPORT void FinalizeModule() {
-  VRELInfo::NoTabPrintf("%s finalised", MODULE_NAME);
+  VRELInfo::NoTabPrintf("%s finalized", MODULE_NAME);
 }
 #endif
 
 extern "C" VREL_EXPORT void OtherInitialize() {
-  VRELInfo::NoTabPrintf("%s initialised in another way", MODULE_NAME);
+  VRELInfo::NoTabPrintf("%s initialized in another way", MODULE_NAME);
 }
 
 extern "C" VREL_EXPORT int Answer() {

@@ -14,7 +14,7 @@ class ModuleException : public std::exception {
 }  // namespace
 
 extern "C" VREL_EXPORT void InitializeModule() {
-  VRELInfo::NoTabPrintf("%s initialises", MODULE_NAME);
+  VRELInfo::NoTabPrintf("%s initializes", MODULE_NAME);
 #ifdef THROW_FROM_INITIALIZE
   throw ModuleException();
 #endif

@@ -5,7 +5,7 @@
 
 namespace {
 
-void Stir(char const* when) {
+void ReloadModules(char const* when) {
   VRELLibraryManager::FreeLibraries();
   VRELLibrary* library = nullptr;
   VRELLibraryManager::CreateLibrary(MODULE_NAME, "InitializeModule", "FinalizeModule", library);
@@ -18,9 +18,9 @@ void Stir(char const* when) {
 }  // namespace
 
 extern "C" VREL_EXPORT void InitializeModule() {
-  Stir("initialised");
+  ReloadModules("initialized");
 }
 
 extern "C" VREL_EXPORT void FinalizeModule() {
-  Stir("finalised");
+  ReloadModules("finalized");
 }
