@@ -115,7 +115,7 @@ TEST(VRELFileTest, GetFilePointerReopensFromStart) {
       EXPECT_EQ(CountOpenDescriptors(name), 1);
       EXPECT_EQ(std::fgetc(stream), 't');
       EXPECT_EQ(std::fgetc(stream), 'e');
-      // Neither of the calls that open nothing moves the stream.
+      // Calls with NoOpen do not move the stream.
       std::FILE* again = nullptr;
       EXPECT_EQ(file.GetFilePointer(again, VRELFile::NoOpen), VREL_S_OK);
       EXPECT_EQ(again, stream);
