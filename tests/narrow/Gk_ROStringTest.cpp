@@ -73,21 +73,67 @@ TEST(Gk_ROStringTest, OffsetMovesTheStart) {
   EXPECT_STREQ(view, "ef");
 }
 
-TEST(Gk_ROStringTest, OffsetAndIndexStayWithinTheBytes) {
-  Gk_ROString view("abc");
+TEST(Gk_ROStringTest, IndexOutsideBytesReadsZero) {
+  Gk_ROString const view("abc");
   EXPECT_EQ(view[4], '\0');
   EXPECT_EQ(view[-1], '\0');
   EXPECT_EQ(view[INT_MAX], '\0');
   EXPECT_EQ(view[INT_MIN], '\0');
-  view.offset(INT_MAX);
-  EXPECT_EQ(view.len(), 0);
+}
+
+TEST(Gk_ROStringTest, OffsetBeyondEndReadsNothing) {
+  Gk_ROString view("abc");
+  view.offset(6);
+  EXPECT_EQ(view.len(), -2);
   EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(view[0], '\0');
+  EXPECT_EQ(view[-4], 'c');
   EXPECT_EQ(view.find('a'), -1);
+  EXPECT_EQ(view.find('\0'), -1);
+  EXPECT_EQ(view.find(Gk_ROString("a")), -2);
   EXPECT_EQ(view.reverseFind('a', 0), -1);
   EXPECT_EQ(view.matchPathString("abc"), -1);
   EXPECT_TRUE(view.matchPathPattern("*"));
-  view.offset(INT_MIN);
+  EXPECT_TRUE(view == "");
+  view.offset(-6);
+  EXPECT_EQ(view.len(), 4);
   EXPECT_STREQ(view, "abc");
+}
+
+TEST(Gk_ROStringTest, OffsetBeforeStartReadsNothing) {
+  Gk_ROString view("abc");
+  view.offset(-2);
+  EXPECT_EQ(view.len(), 6);
+  EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(view[0], '\0');
+  EXPECT_EQ(view[2], 'a');
+  EXPECT_EQ(view.find('a'), 2);
+  EXPECT_EQ(view.find('\0'), 5);
+  EXPECT_EQ(view.find('x'), -1);
+  EXPECT_EQ(view.reverseFind('a', 5), 0);
+  EXPECT_EQ(view.reverseFind('c', 0), 2);
+  EXPECT_EQ(view.matchPathString("abc"), -1);
+  EXPECT_FALSE(view.matchPathPattern("a*"));
+  view.offset(3);
+  EXPECT_STREQ(view, "bc");
+}
+
+TEST(Gk_ROStringTest, OffsetStopsAtIntLimits) {
+  Gk_ROString view("abc");
+  view.offset(INT_MAX);
+  EXPECT_EQ(view.len(), 4 - INT_MAX);
+  view.offset(INT_MAX);
+  EXPECT_EQ(view.len(), 4 - INT_MAX);
+  view.offset(-INT_MAX);
+  EXPECT_STREQ(view, "abc");
+  view.offset(INT_MIN);
+  EXPECT_EQ(view.len(), INT_MAX);
+  view.offset(INT_MIN);
+  EXPECT_EQ(view.len(), INT_MAX);
+  EXPECT_EQ(view.find('a'), INT_MAX);
+  EXPECT_EQ(view.reverseFind('c', INT_MIN), 2);
+  EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(Gk_ROString(view).len(), INT_MAX);
 }
 
 TEST(Gk_ROStringTest, ViewOfAnArrayThatWasCutIsEmpty) {
@@ -95,7 +141,7 @@ TEST(Gk_ROStringTest, ViewOfAnArrayThatWasCutIsEmpty) {
   Gk_ROString view(array);
   view.offset(4);
   array.resize(2);
-  EXPECT_EQ(view.len(), 0);
+  EXPECT_EQ(view.len(), -2);
   EXPECT_EQ(view.text(), "");
   EXPECT_EQ(view[0], '\0');
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <string_view>
+
 #include "Gk_String.h"
 
 namespace {
@@ -47,6 +50,23 @@ TEST(Gk_RWStringTest, LowersAllOfItsBytes) {
   writer.toLower();
   EXPECT_EQ(std::string_view(string, 9), std::string_view("Ab\0cd-1\xC9", 9));
   Gk_RWString().toLower();
+}
+
+TEST(Gk_RWStringTest, ViewOutsideBytesAccessesNothing) {
+  Gk_String string("ABCC");
+  Gk_RWString after = string.dataStr();
+  after.offset(9);
+  after.toLower();
+  after[0] = 'x';
+  EXPECT_EQ(after[0], '\0');
+  EXPECT_STREQ(string, "ABCC");
+  after[-7] = 'y';
+  EXPECT_STREQ(string, "AByC");
+  Gk_RWString before = string.dataStr();
+  before.offset(INT_MIN);
+  EXPECT_EQ(before[0], '\0');
+  before.toLower();
+  EXPECT_STREQ(string, "abyc");
 }
 
 }  // namespace

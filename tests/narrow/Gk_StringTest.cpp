@@ -59,6 +59,22 @@ TEST(Gk_StringTest, ConstructionFromAView) {
   EXPECT_EQ(Gk_String(Gk_ROString()).len(), 0);
 }
 
+TEST(Gk_StringTest, CopiesOnlyBytesInsideView) {
+  Gk_ROString before("abc");
+  before.offset(-7);
+  EXPECT_EQ(elements(Gk_String(before)), "abc\0"sv);
+  before.offset(INT_MIN);
+  EXPECT_EQ(elements(Gk_String(before)), "abc\0"sv);
+  Gk_ROString after("abc");
+  after.offset(9);
+  EXPECT_EQ(Gk_String(after).len(), 0);
+  Gk_String string("xy");
+  string.append(before);
+  EXPECT_EQ(elements(string), "xyabc\0"sv);
+  string.append(after);
+  EXPECT_EQ(elements(string), "xyabc\0"sv);
+}
+
 TEST(Gk_StringTest, ConstructionFromAViewCopies) {
   Gk_String source("abc");
   Gk_String const string(Gk_ROString(source.dataStr()));
@@ -288,31 +304,42 @@ TEST(Gk_StringTest, Ensure) {
     int n;
     std::string_view result;
   } const rows[] = {
-      {5, "ab  \0"sv}, {4, "ab \0"sv}, {3, "ab\0"sv}, {2, "a\0"sv}, {1, "\0"sv}, {0, ""sv}, {-1, ""sv}, {INT_MIN, ""sv},
+      {5, "ab  \0"sv}, {4, "ab \0"sv}, {3, "ab\0"sv}, {2, "ab\0\0"sv},
+      {1, "ab\0"sv},   {0, "a\0"sv},   {-1, "\0"sv},  {INT_MIN, "\0"sv},
   };
   for (auto const& row : rows) {
     SCOPED_TRACE(row.n);
     Gk_String string("ab");
     string.ensure(row.n);
     EXPECT_EQ(elements(string), row.result);
-    EXPECT_EQ(string.len(), std::max(row.n, 0));
   }
   Gk_String empty;
   empty.ensure(4);
-  EXPECT_EQ(elements(empty), "   \0"sv);
+  EXPECT_EQ(elements(empty), "    \0"sv);
   Gk_String single;
   single.ensure(1);
-  EXPECT_EQ(elements(single), "\0"sv);
-  single.ensure(0);
-  single.ensure(-5);
-  EXPECT_EQ(single.len(), 0);
+  EXPECT_EQ(elements(single), " \0"sv);
+  Gk_String none;
+  none.ensure(0);
+  EXPECT_EQ(none.len(), 0);
+  none.ensure(-5);
+  EXPECT_EQ(elements(none), "\0"sv);
+  Gk_String open("abc", 3);
+  open.ensure(5);
+  EXPECT_EQ(elements(open), "ab  \0"sv);
   Gk_String large("x");
   large.ensure(4096);
   EXPECT_EQ(large.len(), 4096);
   EXPECT_EQ(large.text(), "x" + std::string(4094, ' '));
 }
 
-TEST(Gk_StringTest, EnsureOfALengthThatIsThereChangesNothing) {
+TEST(Gk_StringTest, EnsureOfMoreElementsThanAnIntThrows) {
+  Gk_String empty;
+  EXPECT_THROW(empty.ensure(INT_MAX), VRELAllocException);
+  EXPECT_EQ(empty.len(), 0);
+}
+
+TEST(Gk_StringTest, EnsureOfOwnLengthChangesNothing) {
   Gk_String open("abc", 3);
   open.ensure(3);
   EXPECT_EQ(elements(open), "abc");
@@ -440,14 +467,13 @@ struct StringModel {
   }
   void ensure(int n) {
     int const length = static_cast<int>(held.size());
-    if (n < 1) {
-      held.clear();
-    } else if (n < length) {
-      held = held.substr(0, static_cast<std::size_t>(n - 1)) + '\0';
-    } else if (n > length) {
-      dropLast();
-      held += std::string(static_cast<std::size_t>(n - 1) - held.size(), ' ') + '\0';
+    if (n <= length) {
+      chop(n);
+      return;
     }
+    dropLast();
+    for (int i = length; i < n; ++i) held += ' ';
+    held += '\0';
   }
 };
 
