@@ -8,13 +8,16 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -290,6 +293,138 @@ TEST(VRELStringTest, GivesTextOfTheStandardLibrary) {
   EXPECT_EQ(Uninitialized().view(), u"");
   EXPECT_EQ(Uninitialized().toUtf16(), u"");
   EXPECT_EQ(Uninitialized().toUtf8(), "");
+}
+
+TEST(VRELStringTest, ConstructsFromViewsAndUtf16Literals) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Units(VRELString("Tr\xC3\xA4ger M8"sv.substr(0, 7))), u"Tr\u00E4ger");
+  EXPECT_EQ(Units(VRELString("a\0b"sv)), u"a");
+  EXPECT_EQ(Units(VRELString("\xFF"sv)), u"\uFFFD");
+  EXPECT_EQ(VRELString(std::string_view()).length(), 0);
+  EXPECT_EQ(Units(VRELString(L"bolt \U0001F529 M8"sv.substr(0, 6))), u"bolt \U0001F529");
+  EXPECT_EQ(Units(VRELString(L"a\0b"sv)), u"a");
+  EXPECT_EQ(VRELString(std::wstring_view()).length(), 0);
+  VRELString const surrogate(std::wstring(1, wchar_t(0xD800)));
+  EXPECT_EQ(surrogate.length(), 0);
+  EXPECT_TRUE(surrogate.getBadConversion());
+  VRELString const literal = u"\u00E9";
+  EXPECT_EQ(Units(literal), u"\u00E9");
+  EXPECT_FALSE(literal.getBadConversion());
+  EXPECT_EQ(VRELString(static_cast<char16_t const*>(nullptr)).length(), 0);
+}
+
+TEST(VRELStringTest, WideTextOfEveryKindOfUnit) {
+  // One value on each side of the limits of the fast path, of the surrogates and of the planes.
+  for (std::uint32_t scalar : {0x7Fu, 0x80u, 0x7FFFu, 0x8000u, 0xD7FFu, 0xE000u, 0xFFFFu, 0x10000u, 0x10FFFFu}) {
+    for (std::size_t length : {1u, 3u, 4u, 26u, 27u, 400u}) {
+      std::wstring wide(length, L'a');
+      wide[length / 2] = static_cast<wchar_t>(scalar);
+      VRELString const text(wide.c_str());
+      EXPECT_FALSE(text.getBadConversion());
+      EXPECT_EQ(text.length(), static_cast<int>(length) + (scalar > 0xFFFF ? 1 : 0));
+      EXPECT_EQ(text.toWide(), wide);
+    }
+  }
+  for (std::uint32_t value : {0xD800u, 0xDFFFu, 0x110000u, 0xFFFFFFFFu}) {
+    std::wstring wide(400, L'a');
+    wide[399] = static_cast<wchar_t>(value);
+    VRELString const text(wide.c_str());
+    EXPECT_TRUE(text.getBadConversion());
+    EXPECT_EQ(text.length(), 0);
+  }
+}
+
+TEST(VRELStringTest, ToWideReplacesLoneSurrogates) {
+  EXPECT_EQ(Text(u"a\u00E9\U0001F600").toWide(), L"a\u00E9\U0001F600");
+  EXPECT_EQ(Text({u'a', 0xD83D}).toWide(), L"a\uFFFD");
+  EXPECT_EQ(Text({0xDE00, u'b'}).toWide(), L"\uFFFDb");
+  EXPECT_EQ(Uninitialized().toWide(), L"");
+  EXPECT_EQ(TextWithZero().toWide(), std::wstring(L"a\0b", 3));
+}
+
+TEST(VRELStringTest, EqualityComparesAllUnits) {
+  VRELString const text(L"Stra\u00DFe");
+  EXPECT_TRUE(text == L"Stra\u00DFe");
+  EXPECT_TRUE(u"Stra\u00DFe" == text);
+  EXPECT_TRUE(text != L"strasse");
+  EXPECT_TRUE("Stra" != text);
+  EXPECT_FALSE(text == VRELString());
+  EXPECT_FALSE(text != text);
+  EXPECT_TRUE(VRELString(L"\u00E9") != VRELString(L"e\u0301"));
+  EXPECT_TRUE(TextWithZero() == TextWithZero());
+  EXPECT_TRUE(TextWithZero() != VRELString(L"a"));
+  EXPECT_TRUE(Uninitialized() == Uninitialized());
+  EXPECT_TRUE(Uninitialized() != VRELString());
+  EXPECT_TRUE(VRELString() != Uninitialized());
+  // The flag is not part of the string.
+  EXPECT_TRUE(VRELString("a") == VRELString(L"a"));
+}
+
+TEST(VRELStringTest, StandardHashAgreesWithEquality) {
+  std::hash<VRELString> const hash;
+  EXPECT_EQ(hash(L"bolt"), hash("bolt"));
+  EXPECT_NE(hash(L"bolt"), hash(L"Bolt"));
+  EXPECT_EQ(hash(Uninitialized()), hash(Uninitialized()));
+  std::unordered_map<VRELString, int> counts;
+  ++counts[L"bolt"];
+  ++counts[u"bolt"];
+  ++counts[L"Bolt"];
+  EXPECT_EQ(counts.size(), 2u);
+  EXPECT_EQ(counts[L"bolt"], 2);
+}
+
+TEST(VRELStringTest, JoinsLiteralsOnBothSides) {
+  VRELString const text(L"b");
+  EXPECT_EQ(Units(L"a\u00E9" + text + L"c"), u"a\u00E9bc");
+  EXPECT_EQ(Units(u"a" + text + u"c"), u"abc");
+  EXPECT_EQ(Units("a" + text + "c"), u"abc");
+  EXPECT_EQ(Units(static_cast<wchar_t const*>(nullptr) + text), u"b");
+  EXPECT_FALSE(("a" + text).getBadConversion());
+}
+
+TEST(VRELStringTest, AppendEqualsConcatenation) {
+  struct {
+    VRELString left;
+    VRELString right;
+  } const rows[] = {
+      {VRELString(), VRELString()},
+      {VRELString(), VRELString(L"b")},
+      {VRELString(L"a"), VRELString()},
+      {VRELString("a"), VRELString(L"b")},
+      {VRELString(std::wstring(26, L'a')), VRELString(L"\U0001F529")},
+      {VRELString(std::wstring(300, L'a')), VRELString(std::wstring(500, L'b'))},
+      {TextWithZero(), VRELString(L"b")},
+      {VRELString(L"x"), TextWithZero()},
+      {Uninitialized(), VRELString(L"b")},
+      {VRELString(L"a"), Uninitialized()},
+      {Uninitialized(), Uninitialized()},
+  };
+  for (auto const& row : rows) {
+    VRELString const expected = row.left + row.right;
+    VRELString text(row.left);
+    if (row.left.getHoldsZero()) text = TextWithZero();
+    if (!row.left.getIsInitialized()) text = Uninitialized();
+    VRELString& same = text += row.right;
+    EXPECT_EQ(&same, &text);
+    EXPECT_EQ(Units(text), Units(expected));
+    EXPECT_EQ(text.getIsInitialized(), expected.getIsInitialized());
+    EXPECT_EQ(text.getBadConversion(), expected.getBadConversion());
+    EXPECT_EQ(text.getHoldsZero(), expected.getHoldsZero());
+    EXPECT_EQ(text.charAt(text.length()), expected.charAt(expected.length()));
+  }
+}
+
+TEST(VRELStringTest, AppendsItselfAndLeavesCopiesUnchanged) {
+  VRELString text(std::wstring(40, L'a'));
+  VRELString const copy(text);
+  text += text;
+  EXPECT_EQ(Units(text), std::u16string(80, u'a'));
+  text += L"b";
+  EXPECT_EQ(Units(copy), std::u16string(40, u'a'));
+  VRELString many;
+  for (int i = 0; i < 200000; ++i) many += L"xy";
+  EXPECT_EQ(many.length(), 400000);
+  EXPECT_EQ(many.charAt(399999), 'y');
 }
 
 TEST(VRELStringTest, CopiesTextAndFlag) {

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "StreamText.h"
 #include "VRELDynamicArray.h"
@@ -51,6 +53,63 @@ TEST(VRELValueTest, ConstructorsSetTheKind) {
   EXPECT_EQ(textOf(VRELValue("x")), "x");
   EXPECT_EQ(textOf(VRELValue(static_cast<char const*>(nullptr))), "");
   EXPECT_EQ(textOf(VRELValue("")), "");
+}
+
+TEST(VRELValueTest, LiteralsAndStandardStringsBecomeStrings) {
+  std::string const utf8 =
+      "gr\xC3\xB6\xC3\x9F"
+      "er";
+  struct {
+    VRELValue value;
+    char const* text;
+  } const rows[] = {
+      {L"gr\u00F6\u00DFer", utf8.c_str()},
+      {u"gr\u00F6\u00DFer", utf8.c_str()},
+      {utf8, utf8.c_str()},
+      {std::string_view(utf8).substr(0, 2), "gr"},
+      {std::wstring_view(L"flag", 2), "fl"},
+      {L"", ""},
+      {static_cast<wchar_t const*>(nullptr), ""},
+      {static_cast<char16_t const*>(nullptr), ""},
+      {std::string(), ""},
+      {std::string_view(), ""},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(kindOf(row.value), VRELValue::StringType);
+    EXPECT_EQ(textOf(row.value), row.text);
+  }
+}
+
+TEST(VRELValueTest, SetValueStoresLiteralsAndStandardStringsAsStrings) {
+  std::string const utf8 = "\xC3\xA9";
+  char narrow[] = "array";
+  wchar_t wide[] = L"wide";
+  VRELValue value;
+  auto const expect = [&value](VRINResult result, char const* text) {
+    EXPECT_EQ(static_cast<long>(result), 0);
+    EXPECT_EQ(kindOf(value), VRELValue::StringType);
+    EXPECT_EQ(textOf(value), text);
+    value.SetValue(true);
+  };
+  expect(value.SetValue("text"), "text");
+  expect(value.SetValue(narrow), "array");
+  expect(value.SetValue(L"text"), "text");
+  expect(value.SetValue(wide), "wide");
+  expect(value.SetValue(u"text"), "text");
+  expect(value.SetValue(utf8), utf8.c_str());
+  expect(value.SetValue(std::string_view(utf8)), utf8.c_str());
+  expect(value.SetValue(std::wstring_view(wide, 2)), "wi");
+  expect(value.SetValue(static_cast<char const*>(nullptr)), "");
+  expect(value.SetValue(static_cast<wchar_t const*>(nullptr)), "");
+  expect(value.SetValue(VRELString(L"x")), "x");
+}
+
+TEST(VRELValueTest, PointersDoNotConvertToBool) {
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, int*>));
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, VRELString const*>));
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, void*>));
+  EXPECT_TRUE((std::is_constructible_v<VRELValue, char*>));
+  EXPECT_TRUE((std::is_convertible_v<wchar_t const*, VRELValue>));
 }
 
 TEST(VRELValueTest, TellsWhetherItIsValidAndAnInteger) {
