@@ -3,29 +3,24 @@
 #include <cstdio>
 #include <cstring>
 
+#include "VRELAscii.h"
+
 namespace {
 
 constexpr std::string_view kOpening = "\\X2\\";
 constexpr std::string_view kClosing = "\\X0\\";
 
-// The value of a hexadecimal digit; above 15 for any other byte.
-constexpr unsigned int HexValue(char c) noexcept {
-  if (c >= '0' && c <= '9') return static_cast<unsigned int>(c - '0');
-  if (c >= 'A' && c <= 'F') return static_cast<unsigned int>(c - 'A' + 10);
-  if (c >= 'a' && c <= 'f') return static_cast<unsigned int>(c - 'a' + 10);
-  return 0x100;
-}
-
-// The unit of the four bytes at `quadruplet`.
+// Returns the code unit of the four bytes at `quadruplet`. Bytes that are not all hexadecimal digits take the slow path
+// through GetUChar, whose result for them is that of sscanf.
 unsigned short QuadrupletValue(char const* quadruplet) noexcept {
-  unsigned int value = 0;
-  unsigned int digits = 0;
+  int value = 0;
+  int allDigits = 0;
   for (int i = 0; i < 4; ++i) {
-    unsigned int const digit = HexValue(quadruplet[i]);
+    int const digit = VRELHexDigitValue(quadruplet[i]);
     value = value << 4 | (digit & 0xF);
-    digits |= digit;
+    allDigits |= digit;
   }
-  if (digits < 0x100) return static_cast<unsigned short>(value);
+  if (allDigits >= 0) return static_cast<unsigned short>(value);
   char text[5] = {};
   std::memcpy(text, quadruplet, 4);
   return VRELStringISO10646Reader::GetUChar(text);
