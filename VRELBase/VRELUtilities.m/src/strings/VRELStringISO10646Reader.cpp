@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "VRELAscii.h"
 
@@ -29,11 +30,14 @@ unsigned short QuadrupletValue(char const* quadruplet) noexcept {
 }  // namespace
 
 VRELStringISO10646Reader::VRELStringISO10646Reader(char const* text) {
-  if (text != nullptr) encodedString = text;
+  if (text == nullptr) return;
+  size = std::strlen(text);
+  encodedString.reset(new char[size + 1]);
+  std::memcpy(encodedString.get(), text, size + 1);
 }
 
 void VRELStringISO10646Reader::DetermineEncoding() {
-  if (encoding == -1) encoding = encodedString && IsSequence(*encodedString) ? 2 : 0;
+  if (encoding == -1) encoding = IsSequence(Encoded()) ? 2 : 0;
 }
 
 VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
@@ -42,7 +46,7 @@ VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
     DetermineEncoding();
     if (encoding == 2) {
       std::u16string units(static_cast<std::size_t>(GetNumberOfQuadruplets()), u'\0');
-      units.resize(static_cast<std::size_t>(Decode(*encodedString, units.data()) - units.data()));
+      units.resize(static_cast<std::size_t>(Decode(Encoded(), units.data()) - units.data()));
       result = VRELString(std::u16string_view(units));
       status = VREL_S_OK;
     }
@@ -52,12 +56,12 @@ VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
 }
 
 int VRELStringISO10646Reader::GetNumberOfQuadruplets() const {
-  return encodedString ? (static_cast<int>(encodedString->size()) - 8) / 4 : 0;
+  return encodedString != nullptr ? (static_cast<int>(size) - 8) / 4 : 0;
 }
 
 void VRELStringISO10646Reader::GetQuadrupletAt(int index, char* out) const {
   if (out == nullptr || index < 0 || index >= GetNumberOfQuadruplets()) return;
-  std::memcpy(out, encodedString->data() + kOpening.size() + 4 * static_cast<std::size_t>(index), 4);
+  std::memcpy(out, encodedString.get() + kOpening.size() + 4 * static_cast<std::size_t>(index), 4);
   out[4] = '\0';
 }
 

@@ -1,9 +1,9 @@
 // Decoder of one \X2\...\X0\ escape of ISO 10303-21.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string>
+#include <memory>
 #include <string_view>
 
 #include "VRELExport.h"
@@ -43,7 +43,10 @@ class VREL_EXPORT VRELStringISO10646Reader {
   static char16_t* Decode(std::string_view sequence, char16_t* units) noexcept;
 
  private:
-  std::optional<std::string> encodedString;
-  std::int32_t encoding = -1;  // -1 not determined, 0 not an escape, 2 the \X2\ form
+  std::string_view Encoded() const noexcept { return {encodedString.get(), size}; }
+
+  std::unique_ptr<char[]> encodedString;  // null for a null argument
+  std::int32_t encoding = -1;             // -1 not determined, 0 not an escape, 2 the \X2\ form
   VRELString result;
+  std::size_t size = 0;
 };

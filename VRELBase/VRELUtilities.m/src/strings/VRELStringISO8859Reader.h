@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "VRELExport.h"
 #include "VRELString.h"
@@ -28,7 +29,7 @@ class VREL_EXPORT VRELStringISO8859Reader {
   }
 
  private:
-  char encodedString[5];
-  std::int32_t encoding = -1;  // -1 not determined, 0 not an escape, 1 the \S\ form
+  std::unique_ptr<char[]> encodedString;  // always five bytes
+  std::int32_t encoding = -1;             // -1 not determined, 0 not an escape, 1 the \S\ form
   VRELString result;
 };
