@@ -1,9 +1,9 @@
-// Says in each run's results which compiler made the program, and which peers it was built with.
+// Adds the compiler and the available peers to the results of each run.
 #include <benchmark/benchmark.h>
 
 namespace {
 
-bool const isTold = [] {
+bool const isAdded = [] {
   benchmark::AddCustomContext("compiler", BENCHMARK_COMPILER);
   benchmark::AddCustomContext("peers", BENCHMARK_PEERS);
   return true;

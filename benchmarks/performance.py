@@ -1,188 +1,84 @@
-#!/usr/bin/env python3
-"""Writes docs/performance.md, with a plot for each group of comparisons, from the results of a run.
+#!/usr/bin/python3
+"""Runs the comparisons of comparisons.toml, and writes docs/performance.md with a plot for each group.
 
-performance.py RESULTS                              reads what a run wrote
-performance.py RESULTS --run PROGRAM [ARGUMENT...]  runs the benchmarks of VRELBaseBenchmarks first, and writes RESULTS
-performance.py --packages                           lists the Debian packages whose versions belong to the results
+performance.py --run PROGRAM RESULTS [ARGUMENT...]   runs VRELBaseBenchmarks and writes RESULTS (JSON)
+performance.py RESULTS [--docs FOLDER]               writes the page and its plots from RESULTS
+performance.py --packages                            lists the Debian packages whose versions belong to the results
 
-What is compared stands in comparisons.toml. The benchmarks that are compared with one another run in a process of their
-own: the heap and the caches are theirs, and little time lies between the two sides. Of each pair of benchmarks,
-repetition k of ours is held against repetition k of the peer: the ratio is the median of theirs, the spread goes from
-the least to the most. The same results give the same page, byte for byte. A benchmark that is named there but is not
-among the results is an error, unless it stands on a peer that was not there when the program was built.
-
-script/bench does all of it; it puts the processor (cpu), the load average before (load) and the versions of packages
-into the results by --benchmark_context.
+Benchmarks that are compared with each other run in a process of their own, so that they share no heap and little time
+passes between them. Repetition k of ours is divided by repetition k of the peer; the ratio is the median of these, the
+spread goes from the smallest to the largest. Results of Google Benchmark: name, cpu_time or real_time in time_unit, and
+counters. script/bench does all of it.
 """
 import argparse
 import json
-import math
 import re
 import subprocess
 import sys
 import tomllib
-from dataclasses import dataclass
 from pathlib import Path
 from statistics import median
 
-import performance_plot
-
 ROOT = Path(__file__).resolve().parents[1]
-UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0, "bytes": 1.0, "kB": 1e3, "MB": 1e6}
-SECONDS, BYTES = ("ns", "us", "ms", "s"), ("bytes", "kB", "MB")
-# Which unit a measure has, and what it costs by the value of a counter: a rate costs the less the higher it is.
+LIST = ROOT / "benchmarks/comparisons.toml"
+TIMES = [("ns", 1e-9), ("us", 1e-6), ("ms", 1e-3), ("s", 1.0)]
+SIZES = [("bytes", 1.0), ("kB", 1e3), ("MB", 1e6)]
+UNITS = dict(TIMES + SIZES)
+# What a row can compare: the units of its cost, and whether it is a rate, which is inverted.
 MEASURES = {
-    "time": (SECONDS, None),
-    "bytes_per_second": (SECONDS, lambda rate: 1 / rate),
-    "items_per_second": (SECONDS, lambda rate: 1 / rate),
-    "per pair": (SECONDS, lambda value: value),
-    "per instance": (SECONDS, lambda value: value),
-    "peak bytes": (BYTES, lambda value: value),
-    "peak bytes per instance": (BYTES, lambda value: value),
+    "time": (TIMES, False),
+    "bytes_per_second": (TIMES, True),
+    "items_per_second": (TIMES, True),
+    "per pair": (TIMES, False),
+    "per instance": (TIMES, False),
+    "peak bytes": (SIZES, False),
+    "peak bytes per instance": (SIZES, False),
 }
-# What Google Benchmark appends to a name for the way in which it was run.
-APPENDED = re.compile(r"/(iterations:\d+|repeats:\d+|min_time:[\d.]+|min_warmup_time:[\d.]+)(?=/|$)")
-CLOCKS = re.compile(r"/(real_time|manual_time|process_time)$")
-ROW_KEYS = {"what", "ours", "peer", "theirs", "limit", "target", "measure", "needs", "note", "each"}
+# Suffixes that Google Benchmark appends to a name.
+SUFFIX = re.compile(r"/(iterations:\d+|repeats:\d+|min_time:[\d.]+|real_time|manual_time|process_time)(?=/|$)")
+# A benchmark that does not measure processor time has such a suffix.
+WAITS = re.compile(r"/(real|manual|process)_time")
 
 
-class Fault(Exception):
-    """What is wrong with the list or the results, for people."""
+def read_rows(path=LIST):
+    """Returns the table and its rows, one for each value of `each`, with the name of their group."""
+    table = tomllib.loads(Path(path).read_text(encoding="utf-8"))
+    rows = []
+    for group in table["group"]:
+        for entry in group["row"]:
+            for value in entry.get("each", [""]):
+                key, word = value if isinstance(value, list) else (value, f"{value:,}" if value != "" else "")
+                row = {"group": group["name"], "measure": "time", **entry}
+                row["what"] = row["what"].replace("{}", str(word))
+                for name in {"ours", "theirs"} & set(row):
+                    row[name] = row[name].replace("{}", str(key))
+                if "limit" in row:
+                    number, unit = row["limit"].split(" ")
+                    row.update(peer=f"limit of {number} {unit}", allowed=float(number) * UNITS[unit], target=1.0)
+                rows.append(row)
+    return table, rows
 
 
-@dataclass
-class Row:
-    """One comparison, as comparisons.toml has it."""
-
-    what: str
-    ours: str
-    peer: str
-    theirs: str | None = None
-    limit: float | None = None  # what ours may cost, instead of theirs
-    target: float | None = None
-    measure: str = "time"
-    needs: str | None = None
-    note: str | None = None
-
-
-@dataclass
-class Outcome:
-    """What a run says about a row; the names are those of performance_plot's bars."""
-
-    row: Row
-    ours: float
-    theirs: float
-    ratios: list
-
-    what = property(lambda self: self.row.what)
-    peer = property(lambda self: self.row.peer)
-    target = property(lambda self: self.row.target)
-    ratio = property(lambda self: median(self.ratios))
-    low = property(lambda self: min(self.ratios))
-    high = property(lambda self: max(self.ratios))
-
-    @property
-    def text(self):
-        return f"{shown(self.ratio)} ({shown(self.low)}–{shown(self.high)})"
-
-    @property
-    def told_target(self):
-        return "" if self.target is None else f", target {self.target:g}, {self.state}"
-
-    @property
-    def state(self):
-        """Judged by the ratio as it is shown, so that nobody reads that 1.00 is more than 1."""
-        if self.target is None:
-            return "shown"
-        return "met" if float(shown(self.ratio)) <= self.target else "missed"
-
-
-def shown(ratio):
-    return f"{ratio:.3f}" if ratio < 0.1 else f"{ratio:.2f}" if ratio < 10 else f"{ratio:.0f}"
-
-
-def in_unit(value, units):
-    """The value in the unit that fits it, with three digits."""
-    unit = next((unit for unit in reversed(units) if value >= UNITS[unit]), units[0])
-    number = value / UNITS[unit]
-    digits = max(0, 2 - math.floor(math.log10(number))) if number > 0 else 0
-    return f"{number:.{digits}f} {unit.replace('us', 'µs')}"
-
-
-class Comparisons:
-    """The list of what is compared."""
-
-    def __init__(self, path):
-        try:
-            table = tomllib.loads(path.read_text(encoding="utf-8"))
-        except (OSError, tomllib.TOMLDecodeError) as error:
-            raise Fault(f"{path}: {error}") from error
-        self.needs = table.get("needs", {})
-        self.notes = {name: " ".join(text.split()) for name, text in table.get("notes", {}).items()}
-        self.packages = table.get("packages", []) + [name for need in self.needs.values() for name in need["packages"]]
-        self.groups = {
-            group["name"]: [row for entry in group["row"] for row in self.rows(entry, f"{path.name}: {group['name']}")]
-            for group in table["group"]
-        }
-
-    def rows(self, entry, place):
-        place += f": {entry.get('what', entry.get('ours', 'a row'))}"
-        if unknown := set(entry) - ROW_KEYS:
-            raise Fault(f"{place}: no such key: {', '.join(sorted(unknown))}")
-        if not {"what", "ours"} <= set(entry) or ({"peer", "theirs"} <= set(entry)) == ("limit" in entry):
-            raise Fault(f"{place}: needs what and ours, and either peer and theirs or a limit")
-        for key, table in [("measure", MEASURES), ("needs", self.needs), ("note", self.notes)]:
-            if key in entry and entry[key] not in table:
-                raise Fault(f"{place}: no such {key}: {entry[key]}")
-        entry = dict(entry)
-        if "limit" in entry:
-            number, _, unit = entry["limit"].partition(" ")
-            if unit not in MEASURES[entry.get("measure", "time")][0]:
-                raise Fault(f"{place}: a limit in {unit or 'no unit'}")
-            limit = f"a limit of {number} {unit.replace('us', 'µs')}"
-            entry.update(limit=float(number) * UNITS[unit], peer=limit, target=1.0)
-        for each in entry.pop("each", [""]):
-            value, word = each if isinstance(each, list) else (each, f"{each:,}" if isinstance(each, int) else each)
-            row = Row(**entry)
-            row.what = row.what.replace("{}", word)
-            row.ours = row.ours.replace("{}", str(value))
-            row.theirs = row.theirs and row.theirs.replace("{}", str(value))
-            yield row
-
-
-def sets_to_run(rows):
-    """The names of the benchmarks, those that are compared with one another together, in the order of the rows."""
+def comparable_sets(rows):
+    """Returns the names of the benchmarks in sets: those that are compared with each other belong to one set."""
     sets = []
     for row in rows:
-        names = [row.ours] + ([row.theirs] if row.theirs else [])
-        joined = [each for each in sets if not set(names).isdisjoint(each)]
-        first = joined[0] if joined else []
-        for other in joined[1:]:
-            first += other
-            sets.remove(other)
-        first += [name for name in names if name not in first]
-        if not joined:
-            sets.append(first)
+        names = {row["ours"], row.get("theirs", row["ours"])}
+        joined = [each for each in sets if each & names]
+        sets = [each for each in sets if not each & names] + [names.union(*joined)]
     return sets
 
 
-def run_all(comparisons, program, arguments, results):
-    """Runs what is compared, a process for each set, and writes the results of all of them as those of one run."""
-    sets = sets_to_run([row for rows in comparisons.groups.values() for row in rows])
+def run(program, rows, results, arguments):
+    """Runs each set in a process of its own, and writes the results of all as those of one run."""
     whole = None
+    sets = comparable_sets(rows)
     for number, names in enumerate(sets, 1):
-        print(f"{number} of {len(sets)}: {', '.join(names)}", flush=True)
-        pattern = f"^({'|'.join(names)})(/[a-z_]+:[0-9.]+|{CLOCKS.pattern[:-1]})*$"
-        command = [program, *arguments, f"--benchmark_filter={pattern}", f"--benchmark_out={results}"]
-        ended = subprocess.run([*command, "--benchmark_out_format=json"], capture_output=True, text=True)
-        if ended.returncode != 0:
-            raise Fault(f"{program} ended with status {ended.returncode} over {names[0]}: {ended.stderr.strip()}")
-        try:
-            part = json.loads(results.read_text(encoding="utf-8"))
-        except (OSError, json.JSONDecodeError) as error:
-            raise Fault(f"{program} has run no benchmark called {' or '.join(names)}: {error}") from error
-        finally:
-            results.unlink(missing_ok=True)
+        print(f"{number} of {len(sets)}: {', '.join(sorted(names))}", flush=True)
+        pattern = f"^({'|'.join(map(re.escape, sorted(names)))})(/[a-z_]+:[0-9.]+|/[a-z_]+_time)*$"
+        options = [f"--benchmark_filter={pattern}", f"--benchmark_out={results}", "--benchmark_out_format=json"]
+        subprocess.run([program, *arguments, *options], stdout=subprocess.DEVNULL, check=True)
+        part = json.loads(results.read_text(encoding="utf-8"))
         if whole is None:
             whole = part
         else:
@@ -190,237 +86,183 @@ def run_all(comparisons, program, arguments, results):
     results.write_text(json.dumps(whole, indent=1), encoding="utf-8")
 
 
-class Run:
-    """The results of a run: of each benchmark the repetitions in order."""
-
-    def __init__(self, path):
-        try:
-            results = json.loads(path.read_text(encoding="utf-8"))
-        except (OSError, json.JSONDecodeError) as error:
-            raise Fault(f"{path}: {error}") from error
-        self.context = results["context"]
-        self.peers = self.context.get("peers", "").split()
-        self.repetitions = {}
-        for entry in results["benchmarks"]:
-            if entry.get("run_type", "iteration") != "iteration":
-                continue
-            name = CLOCKS.sub("", APPENDED.sub("", entry.get("run_name", entry["name"])))
-            of_name = self.repetitions.setdefault(name, {})
-            number = entry.get("repetition_index", 0)
-            if number in of_name:
-                raise Fault(f"{path.name}: two benchmarks are called {name}")
-            of_name[number] = entry
-
-    def entries(self, name):
-        if name not in self.repetitions:
-            raise Fault(f"no benchmark is called {name}: mend comparisons.toml, or run all of the benchmarks")
-        of_name = self.repetitions[name]
-        return [of_name[number] for number in sorted(of_name)]
-
-    def error(self, name):
-        """What a benchmark said when it gave up, or nothing."""
-        return next((entry.get("error_message") for entry in self.entries(name) if entry.get("error_occurred")), None)
-
-    def costs(self, name, measure):
-        return [cost(entry, measure) for entry in self.entries(name)]
-
-
-def cost(entry, measure):
-    """What one repetition costs, in seconds or bytes."""
+def costs_of(entries, measure):
+    """Returns the costs of the repetitions of one benchmark, in seconds or bytes."""
     if measure == "time":
-        clock = "real_time" if CLOCKS.search(entry.get("run_name", entry["name"])) else "cpu_time"
-        return entry[clock] * UNITS[entry["time_unit"]]
-    if measure not in entry:
-        raise Fault(f"{entry['name']} does not count {measure}")
-    return MEASURES[measure][1](entry[measure])
+        return [
+            entry["real_time" if WAITS.search(entry["run_name"]) else "cpu_time"] * UNITS[entry["time_unit"]]
+            for entry in entries
+        ]
+    return [1 / entry[measure] if MEASURES[measure][1] else entry[measure] for entry in entries]
 
 
-def outcome(row, run):
-    if error := run.error(row.ours):
-        raise Fault(f"{row.ours} gave up: {error}")
-    ours = run.costs(row.ours, row.measure)
-    theirs = [row.limit] * len(ours) if row.theirs is None else run.costs(row.theirs, row.measure)
-    ratios = [our / their for our, their in zip(ours, theirs)]
-    return Outcome(row, median(ours), median(theirs), ratios)
+def compare(rows, results, needs):
+    """Adds costs, ratios and state to each row. Returns the rows with results, and a reason for each other row."""
+    repetitions = {}
+    for entry in results["benchmarks"]:
+        if entry.get("run_type") == "iteration":
+            repetitions.setdefault(SUFFIX.sub("", entry["run_name"]), []).append(entry)
+    compared, left_out = [], []
+    for row in rows:
+        need = needs.get(row.get("needs"))
+        names = [row["ours"]] + ([row["theirs"]] if "theirs" in row else [])
+        if need and row["needs"] not in results["context"].get("peers", "").split():
+            left_out.append((row, f"{need['name']} was not installed ({', '.join(need['packages'])})"))
+            continue
+        for name in names:
+            if name not in repetitions:
+                raise SystemExit(f"performance.py: no benchmark is called {name}: fix comparisons.toml or run it")
+        failed = [entry["error_message"] for name in names for entry in repetitions[name] if entry.get("error_occurred")]
+        if failed:
+            left_out.append((row, failed[0]))
+            continue
+        costs = [costs_of(repetitions[name], row["measure"]) for name in names]
+        row["ours_cost"] = median(costs[0])
+        row["peer_cost"] = median(costs[1]) if len(costs) > 1 else row["allowed"]
+        others = costs[1] if len(costs) > 1 else [row["allowed"]] * len(costs[0])
+        row["ratios"] = [ours / theirs for ours, theirs in zip(costs[0], others)]
+        row["ratio"] = median(row["ratios"])
+        # The rounded ratio decides: a displayed 1.00 meets a target of 1.
+        meets = float(rounded(row["ratio"])) <= row.get("target", 0)
+        row["state"] = "" if "target" not in row else "met" if meets else "missed"
+        compared.append(row)
+    return compared, left_out
 
 
-def compare(comparisons, run):
-    """Of each group the outcomes; and of the rows that cannot be had, what they lack."""
-    outcomes, left_out = {}, []
-    for name, rows in comparisons.groups.items():
-        outcomes[name] = []
-        for row in rows:
-            if row.needs and row.needs not in run.peers:
-                need = comparisons.needs[row.needs]
-                left_out.append((row, f"{need['name']} is not installed ({', '.join(need['packages'])})"))
-            elif row.theirs and (error := run.error(row.theirs)):
-                left_out.append((row, error))
-            else:
-                outcomes[name].append(outcome(row, run))
-    return {name: rows for name, rows in outcomes.items() if rows}, left_out
+def rounded(ratio):
+    return f"{ratio:.3f}" if ratio < 0.1 else f"{ratio:.2f}" if ratio < 10 else f"{ratio:.0f}"
 
 
-def picture(group):
-    return f"performance-{re.sub(r'[^a-z0-9]+', '-', group.lower()).strip('-')}.svg"
+def with_unit(value, units):
+    name, size = next(((name, size) for name, size in reversed(units) if value >= size), units[0])
+    return f"{value / size:.3g} {name.replace('us', 'µs')}"
 
 
-def table(head, rows):
-    lines = [head, ["---"] * len(head), *rows]
-    return ["| " + " | ".join(cell.replace("|", "\\|") for cell in line) + " |" for line in lines]
+def spread(row):
+    return f"{rounded(row['ratio'])} ({rounded(min(row['ratios']))}–{rounded(max(row['ratios']))})"
 
 
-def machine(run, comparisons):
-    context = run.context
-    count = context["num_cpus"]
-    caches = ", ".join(
-        f"L{cache['level']} {cache['type'].lower()} {cache['size'] // 1024} KiB" for cache in context.get("caches", [])
-    )
-    rows = [
-        ["Date", context["date"][:10]],
-        ["Processor", f"{context.get('cpu', 'unknown')}, {count} of them" + (f"; {caches}" if caches else "")],
-        ["Compiler", context.get("compiler", "unknown")],
-        ["Repetitions", str(max(len(entries) for entries in run.repetitions.values()))],
-    ]
-    if "load" in context:
-        busy = float(context["load"]) > 0.25 * count
-        doubt = ": **the machine was busy, trust no figure of this page**" if busy else ""
-        rows.append(["Load average before", context["load"] + doubt])
-    rows += [[f"`{name}`", context[name]] for name in sorted(set(comparisons.packages)) if name in context]
-    return table(["", ""], rows)
+def image_name(group):
+    return "performance-" + re.sub(r"[^a-z0-9]+", "-", group.lower()).strip("-") + ".svg"
+
+
+def draw(group, rows, path):
+    """Draws the ratios of a group: a marker for each row, a line for its spread, a dash for its target."""
+    import matplotlib
+
+    matplotlib.use("svg")
+    matplotlib.rcParams.update({"svg.hashsalt": "performance", "svg.fonttype": "none", "font.size": 9})
+    from matplotlib import pyplot
+
+    looks = {"met": ("o", "#17785a"), "missed": ("D", "#c2410c"), "": ("o", "#5a6672")}
+    figure, axes = pyplot.subplots(figsize=(9.6, 0.9 + 0.33 * len(rows)), layout="constrained")
+    for y, row in enumerate(reversed(rows)):
+        marker, colour = looks[row["state"]]
+        axes.plot([min(row["ratios"]), max(row["ratios"])], [y, y], color=colour, linewidth=2)
+        fill = colour if row["state"] else "white"
+        axes.plot(row["ratio"], y, marker, color=colour, markerfacecolor=fill)
+        if "target" in row:
+            axes.plot([row["target"]] * 2, [y - 0.35, y + 0.35], color="#6d3fc4", linestyle="--", linewidth=2)
+    axes.set_yticks(range(len(rows)), [f"{row['what']} / {row['peer']}" for row in reversed(rows)])
+    axes.axvline(1, color="black", linewidth=1)
+    ratios = [row["ratio"] for row in rows]
+    if max(ratios) / min(ratios) > 10:
+        axes.set_xscale("log")
+    axes.set_xlabel("cost of the library divided by that of the peer (left of 1: cheaper)")
+    axes.set_title(f"{group}: filled dot: target met; diamond: missed; dashed line: target", fontsize=10)
+    axes.grid(axis="x", alpha=0.3)
+    figure.savefig(path, metadata={"Date": None})
+    pyplot.close(figure)
 
 
 HEAD = """\
 # Performance
 
-What the library costs beside what one would take in its stead. `script/bench` writes this page and its plots from a run
-of the benchmarks; change `benchmarks/comparisons.toml`, which lists what is compared, and not this page.
+The cost of the library compared with what a user would take instead. `script/bench` writes this page and its plots from a
+run of the benchmarks; to change it, change `benchmarks/comparisons.toml`, which lists the comparisons.
 
-## To make it anew
+    script/bench                                                                     # everything; on an idle machine
+    script/bench --benchmark_filter=MapGet --benchmark_repetitions=5                 # only some, without the page
 
-    script/bench
+A ratio is the cost of the library divided by that of its peer: below 1 the library is cheaper. Compared benchmarks run in
+a process of their own, several times in random order; each repetition of ours is divided by the same one of the peer.
+The ratio is the median, with the smallest and the largest in parentheses. Time is processor time unless the benchmark
+waits for something. With a limit, the ratio is the used share of it. Where the peer is the library itself with less
+input, the target says that cost grows in proportion to the input. A row without a target is for information: it
+shows a peer with other guarantees.
 
-on a machine that does nothing else: it installs the peers, builds, runs everything and writes the page, all within some
-ten minutes on two processors. With arguments it runs the benchmarks and prints what they say, so that one can be looked
-at while it is worked on:
-
-    script/bench --benchmark_filter=MapGet --benchmark_repetitions=5
-
-## Where it was measured
-"""
-
-READING = """\
-## How to read it
-
-A ratio is the library's cost divided by its peer's: below 1 the library is cheaper. What is compared with one another
-runs in a process of its own, several times in a random order, so that both see the same machine; each repetition of
-ours is divided by the same one of the peer. The ratio is the median of these, and the least and the most stand behind
-it. The columns of costs are medians as well. What is timed is the processor's time, except where several processes or
-the loading of libraries are involved.
-
-In the plots a mark is a ratio and the line through it its spread, which ends at the edge where it runs far out; the
-dashed line is the target. The mark is a dot where the target is met, a diamond where it is missed, and hollow where
-there is none. Beside a limit the ratio is the share of it that is used. Where the other side is the library itself with
-less to do, the target says that the cost grows in step with the work.
+## Machine
 """
 
 
-def group_section(name, outcomes):
-    yield f"## {name}\n"
-    yield f"![The ratios of the table below, with their spread and targets](images/{picture(name)})\n"
-    rows = []
-    for each in outcomes:
-        unit = MEASURES[each.row.measure][0]
-        target = "" if each.target is None else f"{each.target:g}"
-        verdict = {"met": "met", "missed": "**missed**", "shown": ""}[each.state]
-        costs = [in_unit(value, unit) for value in (each.ours, each.theirs)]
-        rows.append([each.what, each.peer, *costs, each.text, target, verdict])
-    yield from table(["What", "Beside", "Ours", "Peer's", "Ratio (spread)", "Target", ""], rows)
-    yield ""
-
-
-def missed_section(outcomes, notes):
-    missed = {}
-    for name, group in outcomes.items():
-        for each in group:
-            if each.state == "missed":
-                missed.setdefault(each.row.note, []).append(
-                    f"- {name}: {each.what}, beside {each.peer}: {each.text}, target {each.target:g}"
-                )
-    yield "## Targets that are missed\n"
-    if not missed:
-        yield "None."
-    for number, (note, lines) in enumerate(missed.items()):
-        yield from ([""] if number else []) + lines
-        yield "\n" + wrapped(notes.get(note, "Why, and what helps, is not known yet."))
-
-
-def wrapped(text, width=120):
-    lines = [""]
-    for word in text.split():
-        if lines[-1] and len(lines[-1]) + 1 + len(word) > width:
-            lines.append("")
-        lines[-1] += (" " if lines[-1] else "") + word
-    return "\n".join(lines)
-
-
-def page(comparisons, run, outcomes, left_out):
-    states = [each.state for group in outcomes.values() for each in group]
-    met, judged = states.count("met"), len(states) - states.count("shown")
-    lines = [HEAD, *machine(run, comparisons), "", READING]
-    end = "" if met == judged else "; those that are missed stand at the end"
-    lines.append(f"Of {judged} targets {met} are met{end}.\n")
-    for name, group in outcomes.items():
-        lines += group_section(name, group)
-    lines += missed_section(outcomes, comparisons.notes)
+def page(table, results, rows, left_out):
+    context = results["context"]
+    machine = [("Date", context["date"][:10]), ("Processor", f"{context.get('cpu', 'unknown')}, {context['num_cpus']}")]
+    machine += [("Compiler", context.get("compiler", "unknown")), ("Load before", context.get("load", "unknown"))]
+    names = table["packages"] + [name for need in table["needs"].values() for name in need["packages"]]
+    machine += [(f"`{name}`", context[name]) for name in sorted(set(names)) if name in context]
+    lines = [HEAD, "| | |", "|---|---|"] + [f"| {key} | {value} |" for key, value in machine]
+    if float(context.get("load", 0)) > 0.25 * context["num_cpus"]:
+        lines.append("\n**The machine was busy: the results are not valid.**")
+    judged = [row for row in rows if row["state"]]
+    missed = [row for row in rows if row["state"] == "missed"]
+    lines.append(f"\n{len(judged) - len(missed)} of {len(judged)} targets are met.")
+    for group in dict.fromkeys(row["group"] for row in rows):
+        lines += [f"\n## {group}\n", f"![Ratios of the table below, with spread and targets](images/{image_name(group)})\n"]
+        lines += ["| What | Peer | Ours | Peer's | Ratio (spread) | Target | |", "|---|---|---|---|---|---|---|"]
+        for row in rows:
+            if row["group"] == group:
+                costs = [with_unit(row[key], MEASURES[row["measure"]][0]) for key in ("ours_cost", "peer_cost")]
+                target = f"{row['target']:g}" if "target" in row else ""
+                state = "**missed**" if row["state"] == "missed" else row["state"]
+                lines.append("| " + " | ".join([row["what"], row["peer"], *costs, spread(row), target, state]) + " |")
+    if missed:
+        lines.append("\n## Missed targets\n")
+    for note in dict.fromkeys(row.get("note") for row in missed):
+        lines += [f"- {r['group']}: {r['what']} / {r['peer']}: {spread(r)}, target {r['target']:g}"
+                  for r in missed if r.get("note") == note]
+        lines.append("\n" + table["notes"].get(note, "The reason is not known yet.").strip() + "\n")
     if left_out:
-        lines.append("\n## What is left out\n")
-        lines += [f"- {row.what}, beside {row.peer}: {why}" for row, why in left_out]
-    return "\n".join(lines) + "\n"
+        lines.append("\n## Not measured\n")
+        lines += [f"- {row['what']} / {row['peer']}: {reason}" for row, reason in left_out]
+    return "\n".join(lines).rstrip() + "\n"
 
 
-def write(comparisons, run, docs):
-    outcomes, left_out = compare(comparisons, run)
-    text = page(comparisons, run, outcomes, left_out)
-    plots = {picture(name): performance_plot.draw(name, group) for name, group in outcomes.items()}
+def write(table, rows, results_path, docs):
+    results = json.loads(results_path.read_text(encoding="utf-8"))
+    rows, left_out = compare(rows, results, table["needs"])
     images = docs / "images"
     images.mkdir(parents=True, exist_ok=True)
     for old in images.glob("performance-*.svg"):
         old.unlink()
-    for name, plot in plots.items():
-        (images / name).write_text(plot, encoding="utf-8")
-    (docs / "performance.md").write_text(text, encoding="utf-8")
-    for row, why in left_out:
-        print(f"left out: {row.what}, beside {row.peer}: {why}")
-    for group in outcomes.values():
-        for each in group:
-            if each.state == "missed":
-                known = "" if each.row.note else "; comparisons.toml has no note that says why"
-                print(f"missed: {each.what}, beside {each.peer}: {each.text}, target {each.target:g}{known}")
+    for group in dict.fromkeys(row["group"] for row in rows):
+        draw(group, [row for row in rows if row["group"] == group], images / image_name(group))
+    (docs / "performance.md").write_text(page(table, results, rows, left_out), encoding="utf-8")
+    for row in rows:
+        if row["state"] == "missed":
+            print(f"missed: {row['what']} / {row['peer']}: {spread(row)}, target {row['target']:g}")
+    for row, reason in left_out:
+        print(f"not measured: {row['what']} / {row['peer']}: {reason}")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("results", type=Path, nargs="?")
     parser.add_argument("--packages", action="store_true")
-    parser.add_argument("--comparisons", type=Path, default=ROOT / "benchmarks/comparisons.toml")
-    parser.add_argument("--run", nargs=argparse.REMAINDER, metavar="PROGRAM", help="and what it is to be given")
-    parser.add_argument("--docs", type=Path, default=ROOT / "docs", help="where the page and images/ are written")
-    options = parser.parse_args()
-    if (options.results is None) != options.packages:
-        parser.error("give either RESULTS or --packages")
-    try:
-        comparisons = Comparisons(options.comparisons)
-        if options.packages:
-            print("\n".join(comparisons.packages))
-        else:
-            if options.run:
-                run_all(comparisons, options.run[0], options.run[1:], options.results)
-            write(comparisons, Run(options.results), options.docs)
-    except Fault as fault:
-        print(f"performance.py: {fault}", file=sys.stderr)
-        return 1
-    return 0
+    parser.add_argument("--run", metavar="PROGRAM")
+    parser.add_argument("--comparisons", type=Path, default=LIST)
+    parser.add_argument("--docs", type=Path, default=ROOT / "docs", help="folder of the page and of images/")
+    options, arguments = parser.parse_known_args()
+    table, rows = read_rows(options.comparisons)
+    if options.packages:
+        print("\n".join(table["packages"] + [name for need in table["needs"].values() for name in need["packages"]]))
+    elif options.results is None:
+        parser.error("RESULTS is missing")
+    elif options.run:
+        run(options.run, rows, options.results, arguments)
+    else:
+        write(table, rows, options.results, options.docs)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()

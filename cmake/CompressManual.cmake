@@ -1,4 +1,4 @@
-# Debian keeps manual pages compressed. CPack runs this over what it has installed, before it packs.
+# Compresses manual pages, as Debian requires. CPack runs this script on the installed tree before it packs.
 file(GLOB_RECURSE pages ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*.[1-9])
 list(FILTER pages INCLUDE REGEX "/share/man/")
 foreach(page IN LISTS pages)

@@ -1,6 +1,6 @@
-# What `cmake --install` puts where: the library with its versioned names, its headers side by side in
-# include/VRELBase, the package description for find_package and for pkg-config, the printers of the debugger; and of the
-# driver its manual page and its completion.
+# The files that `cmake --install` installs: the library with its versioned names, its headers in one folder
+# include/VRELBase, the package descriptions for find_package and pkg-config, the gdb printers; and the manual page and
+# the completion of the driver.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS VRELBase EXPORT VRELBaseTargets
@@ -14,13 +14,13 @@ set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/VRELBase)
 install(EXPORT VRELBaseTargets NAMESPACE VRELBase:: DESTINATION ${package_directory} COMPONENT Development)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/VRELBaseConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/VRELBaseConfig.cmake INSTALL_DESTINATION ${package_directory})
-# Before 1.0 a new minor version may change what a client sees.
+# Before 1.0 a new minor version may change the API.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/VRELBaseConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/VRELBaseConfig.cmake ${PROJECT_BINARY_DIR}/VRELBaseConfigVersion.cmake
         DESTINATION ${package_directory} COMPONENT Development)
 
-# The pkg-config file finds the prefix from where it lies itself, so that an installed tree can be moved, unless the
-# folders were given as absolute paths.
+# The pkg-config file derives the prefix from its own path, so that an installed tree can be moved, unless the folders
+# were given as absolute paths.
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
   set(VREL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
   set(VREL_PC_LIBDIR "${CMAKE_INSTALL_LIBDIR}")
@@ -37,8 +37,8 @@ endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/VRELBase.pc.in ${PROJECT_BINARY_DIR}/VRELBase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/VRELBase.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 
-# gdb loads the printers along with the library: of a library below /usr from its own folder, of any other from beside
-# the library, where its user trusts that folder.
+# gdb loads the printers with the library: from a folder of its own if the library is below /usr, else from the folder of
+# the library, if the user trusts that folder.
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   set(printers_directory ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
 else()

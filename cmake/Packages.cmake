@@ -28,28 +28,28 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_BRIVET_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
-# Libraries are found in their packages; the project's own, which is in none yet, where it was built.
+# dpkg-shlibdeps finds libraries in their packages; the project's own library, which is in none yet, in the build folder.
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS Runtime)
 set(CPACK_COMPONENT_BRIVET_DEPENDS Runtime)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_BRIVET_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-# From which version on the library has what a program was linked with. Before 1.0 a new minor version may change it.
+# The first version of the library that a linked program can use. Before 1.0 a new minor version may change the ABI.
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/debian/shlibs @ONLY NEWLINE_STYLE UNIX
      CONTENT "libVRELBase ${PROJECT_VERSION_MAJOR} ${runtime} (>= ${PROJECT_VERSION})\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/shlibs)
 
-# Each begins with the line that lists of packages show.
+# Each description begins with the line that package lists show.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
-set(about "VRELBase gives format modules and translation drivers results, counted handles,
-containers, text, values and options, events and errors, files and streams,
-and the vocabulary of settings that all of them share.")
+set(about "VRELBase provides format modules and translation drivers with results, counted
+handles, containers, strings, values and options, events and errors, files and streams,
+and the names of the options that all of them share.")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "base library of a family of CAD data translators\n${about}")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "base library of CAD data translators (development files)\n${about}
 .
 This package has the headers, and the printers that gdb loads by itself.")
-set(CPACK_COMPONENT_BRIVET_DESCRIPTION "translator of STEP files to pages, to plain text and to STEP
-brivet translates ISO 10303-21 clear text files to pages that people browse,
-by format modules that it loads by name, and lists what a file says of itself.")
+set(CPACK_COMPONENT_BRIVET_DESCRIPTION "translator of STEP files to HTML pages, text and STEP
+brivet translates ISO 10303-21 clear text files to HTML pages, plain text and
+STEP files, by format modules that it loads by name, and lists file headers.")
 include(CPack)

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Turns the plain comments of headers into what Doxygen reads.
+"""Converts the plain comments of headers to Doxygen comments.
 
-doxygen_headers.py FROM TO     writes each header below the folder FROM, so changed, to the folder TO, which is made anew;
-                               lists of names go with them as they are
+doxygen_headers.py FROM TO     writes each header below the folder FROM, converted, to the folder TO, which is recreated;
+                               lists of names are copied unchanged
 
-A block of // in front of a declaration becomes ///, a // behind one ///<, and the block at the head of the file the
-description of the file. Lines that are indented within a block are code. Signs that mean something to Doxygen are shown
-as they are.
+A block of // before a declaration becomes ///, a // after one becomes ///<, and the block at the head of the file becomes
+the description of the file. Indented lines in a block are code. Labels such as "Errors:" become bold. Characters that
+have a meaning for Doxygen are escaped.
 """
 import re
 import shutil
@@ -14,18 +14,19 @@ import sys
 from pathlib import Path
 
 WHOLE_LINE = re.compile(r"^(\s*)//(?: (.*))?$")
-BEHIND_CODE = re.compile(r"^(\s*[^\s/].*?[;,{})])\s+// (.*)$")
+AFTER_CODE = re.compile(r"^(\s*[^\s/].*?[;,{})])\s+// (.*)$")
+LABEL = re.compile(r"^(Requires|Returns|Errors|Ownership|Thread safety|Compatibility|Note):")
 
 
 def escape(text):
-    """Prose without a sign that Doxygen would take for its own; what stands between backticks stays."""
+    """Escapes the characters of prose that have a meaning for Doxygen, except between backticks."""
     pieces = re.split(r"(`[^`]*`)", text)
     signs = re.compile(r"[\\@<>#%&*~|$\[\]]|(?<!\w)::")
     return "".join(piece if piece.startswith("`") else signs.sub(r"\\\g<0>", piece) for piece in pieces)
 
 
 def comment(indent, lines):
-    """One block of comment lines as documentation."""
+    """Returns one block of comment lines as documentation."""
     result = []
     in_code = False
     for line, following in zip(lines, [*lines[1:], ""]):
@@ -33,7 +34,7 @@ def comment(indent, lines):
         if is_code != in_code:
             result.append("@code{.cpp}" if is_code else "@endcode")
             in_code = is_code
-        result.append(line[2:] if is_code else escape(line))
+        result.append(line[2:] if is_code else LABEL.sub(r"**\1:**", escape(line)))
     if in_code:
         result.append("@endcode")
     return [f"{indent}/// {line}".rstrip() for line in result]
@@ -55,8 +56,8 @@ def filtered(lines):
             yield from comment(indent, block)
         is_head = is_head and not line.strip()
         block = []
-        behind = BEHIND_CODE.match(line)
-        yield f"{behind.group(1)}  ///< {escape(behind.group(2))}" if behind else line
+        trailing = AFTER_CODE.match(line)
+        yield f"{trailing.group(1)}  ///< {escape(trailing.group(2))}" if trailing else line
 
 
 def main():

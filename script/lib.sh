@@ -1,23 +1,23 @@
 # shellcheck shell=bash
-# What the scripts share; each sources it first. A script says what it is doing by step, and its last line, whether it
-# succeeds or fails, says what happened: the script leaves it in `happened`.
+# Functions that all scripts share; each script sources this file first. A script announces each step by `step`. Its last
+# line says what happened: the script leaves that in `happened`, and a failure names the step and a remedy.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 self=$(realpath --relative-to="$root" "$0")
 step=starting
 advice="see $self --help"
-happened="all done"
+happened="done"
 cd "$root"
 
-# step WHAT ADVICE: tells what is done next, and keeps what to do should it fail.
+# step WHAT ADVICE: announces the next step, and keeps the remedy in case it fails.
 step() {
   step=$1
   advice=$2
   printf '== %s\n' "$step"
 }
 
-# Prints the comment at the head of the script and ends, when that is asked for.
+# answer_help ARGUMENT...: prints the comment at the head of the script and exits, if the first argument asks for it.
 answer_help() {
   if [[ ${1-} == --help || ${1-} == -h ]]; then
     trap - EXIT
@@ -26,34 +26,34 @@ answer_help() {
   fi
 }
 
-# Ends the script with one line that says why it cannot go on, and what to do.
-give_up() {
+# fail WHAT ADVICE: exits with status 1 and one line that names the failed step and a remedy.
+fail() {
   step=$1
   advice=$2
   exit 1
 }
 
-say_what_happened() {
+report_outcome() {
   local status=$?
   if [[ $status -eq 0 ]]; then
     printf '%s: %s\n' "$self" "$happened"
   else
-    printf '%s: failed while %s: %s\n' "$self" "$step" "$advice" >&2
+    printf '%s: failed while %s\nhint: %s\n' "$self" "$step" "$advice" >&2
   fi
 }
-trap say_what_happened EXIT
+trap report_outcome EXIT
 
-# bootstrap ARGUMENT...: installs what is missing.
+# bootstrap ARGUMENT...: installs missing packages.
 bootstrap() {
-  step "looking for packages that are missing" "do what script/bootstrap says above"
+  step "looking for missing packages" "follow the message of script/bootstrap above"
   script/bootstrap "$@"
 }
 
-# configure PRESET ARGUMENT...: prepares the build of a preset, with further arguments for cmake.
+# configure PRESET ARGUMENT...: configures the build of a preset, with further arguments for cmake.
 configure() {
   local preset=$1
   shift
-  step "configuring the $preset build" "the message of cmake above says what it misses"
+  step "configuring the $preset build" "the message of cmake above names what is missing"
   cmake --preset "$preset" --log-level=NOTICE "$@"
 }
 
@@ -61,7 +61,7 @@ configure() {
 build() {
   local preset=$1
   shift
-  step "building ${*:-everything} in build/$preset" "mend what the first error above names and start again"
+  step "building ${*:-everything} in build/$preset" "fix the first error above and run the script again"
   if [[ $# -gt 0 ]]; then set -- --target "$@"; fi
   cmake --build --preset "$preset" "$@"
 }

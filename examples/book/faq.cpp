@@ -1,4 +1,4 @@
-// The mistakes of the questions and answers, beside what is right.
+// The programs of the questions and answers.
 #include <iostream>
 #include <string>
 
@@ -11,28 +11,13 @@
 #include "VRELFileOutputStream.h"
 #include "VRELHashMap.h"
 #include "VRELInfo.h"
-#include "VRELOption.h"
 #include "VRELOptionToken.h"
-#include "VRELOptions.h"
 #include "VRELReferenceCount.h"
 #include "VRELStreamFormatter.h"
 #include "VRELTypedHandle.h"
 #include "VRELVerbose.h"
 
-void WideLiteral() {
-  VRELOptions options;
-  options.AddOption(L"Unit", L"mm");
-  options.AddOption(L"WriteUnit", VRELString(L"mm"));
-  for (wchar_t const* const name : {L"Unit", L"WriteUnit"}) {
-    VRELOption* option = nullptr;
-    VRELValue::VRELValueType type = VRELValue::UnknownType;
-    options.GetOption(name, option);
-    option->GetValueType(type);
-    std::cout << (type == VRELValue::BoolType ? "a bool" : "a text") << "\n";
-  }
-}
-
-void SharedCopies() {
+void CopyArray() {
   VRELDynamicArray<int> faces;
   faces.add(1);
   VRELDynamicArray<int> const before = faces.copy();
@@ -42,17 +27,17 @@ void SharedCopies() {
 
 class Name : public VRELReferenceCount {
  public:
-  explicit Name(std::string const& theText) : text(theText) {}
+  explicit Name(std::string const& initialText) : text(initialText) {}
   std::string text;
 };
 
-void ElementsThatMove() {
+void PrintSharedElement() {
   VRELDynamicArray<VRELTypedHandle<Name>> names;
   for (int i = 0; i < 20; ++i) names.add(new Name("bolt"));
   std::cout << names[19]->text << "\n";
 }
 
-void KeysWithoutCase() {
+void FindIgnoringCase() {
   VRELHashMap<VRELString, int> counts(17);
   counts.SetFunctions(VRELOptionToken::GetHashValue, VRELOptionToken::HashEqualFunction);
   counts.Put(L"Bolt", 8);
@@ -60,10 +45,10 @@ void KeysWithoutCase() {
   std::cout << counts.Get(L"BOLT", count) << count << "\n";
 }
 
-void Silence() {
-  VRELInfo::Printf("nobody hears this");
+void PrintMessages() {
+  VRELInfo::Printf("nobody receives this");
   VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
-  VRELInfo::Printf("12 faces, 100%%%% of them plane");
+  VRELInfo::Printf("12 faces, 100%% of them plane");
   VRELConsoleLogger::_console.Finalize();
 }
 
@@ -75,7 +60,7 @@ class Listener : public VRELEventListener {
   int events = 0;
 };
 
-void ListenersThatLeave() {
+void RemoveListener() {
   {
     Listener const listener;
     VRELInfo::Printf("one");
@@ -84,13 +69,13 @@ void ListenersThatLeave() {
   VRELInfo::Printf("two");
 }
 
-void TextBeyondAscii() {
+void WriteUtf8() {
   VRELString const name(L"Tr\u00E4ger");
   VRELStreamFormatter out(&VRELFileOutputStream::console);
   out << name.toUtf8().c_str() << out.endline();
 }
 
-void PacketsThatWait() {
+void FlushPackets() {
   Gk_PacketOutputStream packets(&VRELFileOutputStream::console, 4096);
   packets.write("end\n", 4);
   packets.flush();
@@ -98,12 +83,11 @@ void PacketsThatWait() {
 
 int main() {
   std::cout << std::unitbuf;
-  WideLiteral();
-  SharedCopies();
-  ElementsThatMove();
-  KeysWithoutCase();
-  Silence();
-  ListenersThatLeave();
-  TextBeyondAscii();
-  PacketsThatWait();
+  CopyArray();
+  PrintSharedElement();
+  FindIgnoringCase();
+  PrintMessages();
+  RemoveListener();
+  WriteUtf8();
+  FlushPackets();
 }

@@ -1,11 +1,11 @@
-// Two handles on one part, and a result that gathers others.
+// Shares a part between two handles, and combines results.
 #include <iostream>
 
 #include "VRELReferenceCount.h"
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(char const* partName, int partQuantity) : name(partName), quantity(partQuantity) {}

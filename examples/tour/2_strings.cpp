@@ -1,4 +1,4 @@
-// The name of a part as text, and as a STEP file holds it.
+// Prints the name of a part, and its encoding in a STEP file.
 #include <iostream>
 
 #include "VRELReferenceCount.h"
@@ -8,7 +8,7 @@
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -36,5 +36,5 @@ int main() {
   VRELStringISO1030321Reader reader;
   VRELString decoded;
   reader.ConvertFromASCII(encoded, decoded);
-  std::cout << (decoded.equals(name) ? "the same again" : "another text") << "\n";
+  std::cout << (decoded.equals(name) ? "equal" : "different") << "\n";
 }

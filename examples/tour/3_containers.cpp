@@ -1,4 +1,4 @@
-// A list of parts, and how many of each there are.
+// Lists parts, and counts them by name.
 #include <iostream>
 
 #include "VRELDynamicArray.h"
@@ -8,7 +8,7 @@
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -24,7 +24,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// How many there are of each name.
+// Returns the total quantity for each name.
 VRELHashMap<VRELString, int> Count(PartList const& parts) {
   VRELHashMap<VRELString, int> counts(17);
   for (PartHandle const& part : parts) {

@@ -1,4 +1,4 @@
-// The same list, held against what a user has set.
+// Checks the parts against options.
 #include <iostream>
 
 #include "VRELDynamicArray.h"
@@ -10,7 +10,7 @@
 #include "VRELValue.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -26,7 +26,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// What the store has for a name, or else the fallback.
+// Returns the value of an option, or the fallback if there is none.
 template <class T>
 T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   VRELOption* option = nullptr;
@@ -49,11 +49,11 @@ int main() {
     if (part->quantity < minimum) std::cout << "only " << part->quantity << " of " << part->name << "\n";
   }
 
-  // Whatever is held can be read as each kind.
+  // A value can be read as any type.
   VRELValue const pitch(Setting(options, L"Bill.Pitch", 0.0));
   VRELString text;
   int number = 0;
   pitch.GetValue(text);
   pitch.GetValue(number);
-  std::cout << "as a text " << text << ", as an integer " << number << "\n";
+  std::cout << "as a string " << text << ", as an integer " << number << "\n";
 }

@@ -1,4 +1,4 @@
-// The settings come from a file.
+// Reads the options from a file.
 #include <iostream>
 
 #include "VRELDynamicArray.h"
@@ -9,7 +9,7 @@
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -25,7 +25,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// What the store has for a name, or else the fallback.
+// Returns the value of an option, or the fallback if there is none.
 template <class T>
 T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   VRELOption* option = nullptr;

@@ -1,4 +1,4 @@
-// What is wrong with a part is told to whoever listens, and written to a log.
+// Reports invalid parts as events, and writes a log.
 #include <iostream>
 
 #include "VRELDynamicArray.h"
@@ -17,7 +17,7 @@
 #include "VRELWarning.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -33,7 +33,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// What the store has for a name, or else the fallback.
+// Returns the value of an option, or the fallback if there is none.
 template <class T>
 T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   VRELOption* option = nullptr;
@@ -41,7 +41,7 @@ T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   return fallback;
 }
 
-// A failure tells itself and comes back as its own code.
+// Reports a failure as an event and returns its code.
 VRINResult Check(PartHandle const& part, int minimum) {
   if (part->quantity < 1) {
     VRELError error(VREL_E_INVALID_ARGUMENT, part->name + L" has no quantity");
@@ -55,8 +55,8 @@ VRINResult Check(PartHandle const& part, int minimum) {
   return VREL_S_OK;
 }
 
-// Counts what is wrong.
-class Complaints : public VRELEventListener {
+// Counts warnings and errors.
+class ProblemCounter : public VRELEventListener {
  public:
   void HandleEvent(VRELEvent& event) override {
     if (event.IsA("VRELErrorEvent")) ++errors;
@@ -69,8 +69,8 @@ class Complaints : public VRELEventListener {
 
 int main() {
   VRELLogFileWrapper const log(VRELFilePath("bill.log"));
-  Complaints complaints;
-  VRELEventBus::GetEventBus()->AddListener(&complaints);
+  ProblemCounter problems;
+  VRELEventBus::GetEventBus()->AddListener(&problems);
 
   PartList parts;
   parts.add(PartHandle(new Part(L"bolt", 8)));
@@ -82,6 +82,6 @@ int main() {
   VRINResult total = VREL_S_OK;
   for (PartHandle const& part : parts) total &= Check(part, minimum);
 
-  VRELEventBus::GetEventBus()->RemoveListener(&complaints);
-  std::cout << complaints.warnings << " warnings, " << complaints.errors << " errors: " << total.GetMessage() << "\n";
+  VRELEventBus::GetEventBus()->RemoveListener(&problems);
+  std::cout << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage() << "\n";
 }

@@ -1,4 +1,4 @@
-// The parts come from a file, and the bill is written by a formatter.
+// Reads the parts from a file, and writes the list with a formatter.
 #include "Gk_PacketInputStream.h"
 #include "Gk_Source.h"
 #include "VRELDynamicArray.h"
@@ -20,7 +20,7 @@
 #include "VRELWarning.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
@@ -36,7 +36,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// What the store has for a name, or else the fallback.
+// Returns the value of an option, or the fallback if there is none.
 template <class T>
 T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   VRELOption* option = nullptr;
@@ -44,7 +44,7 @@ T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   return fallback;
 }
 
-// A failure tells itself and comes back as its own code.
+// Reports a failure as an event and returns its code.
 VRINResult Check(PartHandle const& part, int minimum) {
   if (part->quantity < 1) {
     VRELError error(VREL_E_INVALID_ARGUMENT, part->name + L" has no quantity");
@@ -58,8 +58,8 @@ VRINResult Check(PartHandle const& part, int minimum) {
   return VREL_S_OK;
 }
 
-// Counts what is wrong.
-class Complaints : public VRELEventListener {
+// Counts warnings and errors.
+class ProblemCounter : public VRELEventListener {
  public:
   void HandleEvent(VRELEvent& event) override {
     if (event.IsA("VRELErrorEvent")) ++errors;
@@ -70,7 +70,7 @@ class Complaints : public VRELEventListener {
   int warnings = 0;
 };
 
-// A line for each part: its name and its quantity.
+// Reads one part per line: its name and its quantity.
 VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
   if (!path.DoesFileExist()) return VREL_E_FILE_NOT_FOUND;
   VRELFileInputStream file(path);
@@ -86,7 +86,7 @@ VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
   return parts.size() > 0 ? VREL_S_OK : VREL_S_NO_ENTITY;
 }
 
-// The title, and below it the parts.
+// Writes the title, and the parts below it.
 void Write(VRELStreamFormatter& out, VRELString const& title, PartList const& parts) {
   out << out.margin() << title << out.endline();
   out.margin()->incr();
@@ -98,8 +98,8 @@ void Write(VRELStreamFormatter& out, VRELString const& title, PartList const& pa
 
 int main() {
   VRELLogFileWrapper const log(VRELFilePath("bill.log"));
-  Complaints complaints;
-  VRELEventBus::GetEventBus()->AddListener(&complaints);
+  ProblemCounter problems;
+  VRELEventBus::GetEventBus()->AddListener(&problems);
 
   VRELOptions options;
   options.ReadFromFile(L"bill.cfg");
@@ -111,7 +111,7 @@ int main() {
   VRELStreamFormatter out(&VRELFileOutputStream::console);
   Write(out, Setting(options, L"Bill.Title", VRELString()), parts);
 
-  VRELEventBus::GetEventBus()->RemoveListener(&complaints);
-  out << complaints.warnings << " warnings, " << complaints.errors << " errors: " << total.GetMessage()
+  VRELEventBus::GetEventBus()->RemoveListener(&problems);
+  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage()
       << out.endline();
 }

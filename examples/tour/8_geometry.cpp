@@ -1,4 +1,4 @@
-// A part has a place, and the bill tells what room all of them take.
+// Positions the parts, and computes the box around them.
 #include "Gk_PacketInputStream.h"
 #include "Gk_Source.h"
 #include "VRELBox3D.h"
@@ -24,14 +24,14 @@
 #include "VRELWarning.h"
 #include "VRINResult.h"
 
-// A part is shared by all who speak of it, so it is counted.
+// A part, shared by handles.
 class Part : public VRELReferenceCount {
  public:
   Part(VRELString const& partName, int partQuantity) : name(partName), quantity(partQuantity) {}
 
   VRELString name;
   int quantity;
-  VRELPoint3D place;
+  VRELPoint3D position;
 };
 
 class PartHandle : public VRELTypedHandle<Part> {
@@ -41,7 +41,7 @@ class PartHandle : public VRELTypedHandle<Part> {
 
 using PartList = VRELDynamicArray<PartHandle>;
 
-// What the store has for a name, or else the fallback.
+// Returns the value of an option, or the fallback if there is none.
 template <class T>
 T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   VRELOption* option = nullptr;
@@ -49,7 +49,7 @@ T Setting(VRELOptions const& options, VRELString const& name, T fallback) {
   return fallback;
 }
 
-// A failure tells itself and comes back as its own code.
+// Reports a failure as an event and returns its code.
 VRINResult Check(PartHandle const& part, int minimum) {
   if (part->quantity < 1) {
     VRELError error(VREL_E_INVALID_ARGUMENT, part->name + L" has no quantity");
@@ -63,8 +63,8 @@ VRINResult Check(PartHandle const& part, int minimum) {
   return VREL_S_OK;
 }
 
-// Counts what is wrong.
-class Complaints : public VRELEventListener {
+// Counts warnings and errors.
+class ProblemCounter : public VRELEventListener {
  public:
   void HandleEvent(VRELEvent& event) override {
     if (event.IsA("VRELErrorEvent")) ++errors;
@@ -75,7 +75,7 @@ class Complaints : public VRELEventListener {
   int warnings = 0;
 };
 
-// A line for each part: its name, its quantity and its place.
+// Reads one part per line: its name, its quantity and its position.
 VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
   if (!path.DoesFileExist()) return VREL_E_FILE_NOT_FOUND;
   VRELFileInputStream file(path);
@@ -87,13 +87,13 @@ VRINResult ReadList(VRELFilePath const& path, PartList& parts) {
     int quantity = 0;
     source >> quantity;
     PartHandle const part(new Part(name, quantity));
-    source >> part->place[0] >> part->place[1] >> part->place[2];
+    source >> part->position[0] >> part->position[1] >> part->position[2];
     parts.add(part);
   }
   return parts.size() > 0 ? VREL_S_OK : VREL_S_NO_ENTITY;
 }
 
-// The title, and below it the parts.
+// Writes the title, and the parts below it.
 void Write(VRELStreamFormatter& out, VRELString const& title, PartList const& parts) {
   out << out.margin() << title << out.endline();
   out.margin()->incr();
@@ -103,25 +103,25 @@ void Write(VRELStreamFormatter& out, VRELString const& title, PartList const& pa
   out.margin()->decr();
 }
 
-// The room that the parts take in millimetres, when they are turned by a right angle about z.
-VRELBox3D Room(PartList const& parts, VRELUnit unit) {
+// Returns the box around the parts in millimetres, rotated by a right angle about z.
+VRELBox3D BoxAround(PartList const& parts, VRELUnit unit) {
   double metres = 0.0;
   GetUnitScaleFactor(unit, metres);
-  VRELMorph3D place(VRELPoint3D(0.0, 0.0, 1.0), VRELPIBY2);
-  place.setScale(metres * 1000.0);
-  VRELBox3D room;
+  VRELMorph3D rotation(VRELPoint3D(0.0, 0.0, 1.0), VRELPIBY2);
+  rotation.setScale(metres * 1000.0);
+  VRELBox3D box;
   for (PartHandle const& part : parts) {
-    VRELPoint3D corner = part->place;
-    corner.Transform(place, false);
-    room.ExtendTo(corner);
+    VRELPoint3D corner = part->position;
+    corner.Transform(rotation, false);
+    box.ExtendTo(corner);
   }
-  return room;
+  return box;
 }
 
 int main() {
   VRELLogFileWrapper const log(VRELFilePath("bill.log"));
-  Complaints complaints;
-  VRELEventBus::GetEventBus()->AddListener(&complaints);
+  ProblemCounter problems;
+  VRELEventBus::GetEventBus()->AddListener(&problems);
 
   VRELOptions options;
   options.ReadFromFile(L"bill.cfg");
@@ -135,12 +135,12 @@ int main() {
 
   VRELUnit unit = VRELUnitMillimeter;
   VRELUnitValue::GetUnitFromString(unit, Setting(options, L"Bill.Unit", VRELString()));
-  VRELBox3D const room = Room(parts, unit);
+  VRELBox3D const box = BoxAround(parts, unit);
   out.SetTrailingZerosRemovalFormat(VREL_TRAILING_ZEROS_REMOVED);
-  out << "from " << room.low()[0] << ", " << room.low()[1] << ", " << room.low()[2] << out.endline();
-  out << "to " << room.high()[0] << ", " << room.high()[1] << ", " << room.high()[2] << out.endline();
+  out << "from " << box.low()[0] << ", " << box.low()[1] << ", " << box.low()[2] << out.endline();
+  out << "to " << box.high()[0] << ", " << box.high()[1] << ", " << box.high()[2] << out.endline();
 
-  VRELEventBus::GetEventBus()->RemoveListener(&complaints);
-  out << complaints.warnings << " warnings, " << complaints.errors << " errors: " << total.GetMessage()
+  VRELEventBus::GetEventBus()->RemoveListener(&problems);
+  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage()
       << out.endline();
 }

@@ -6,7 +6,7 @@
 
 extern "C" {
 
-// Runs when the module has been loaded, and before it is unloaded.
+// Called after the module is loaded, and before it is unloaded.
 VREL_EXPORT void StartWeights() {
   VRELInfo::Printf("weights come from TourWeights");
 }

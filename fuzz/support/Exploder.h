@@ -1,4 +1,4 @@
-// A second decompressor of imploded data: slow, simple, and written from the format alone.
+// Reference decompressor of imploded data: slow, simple, and written from the format alone.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,9 @@
 #include <utility>
 #include <vector>
 
-// A code of prefixes: symbols in the order of their codes' lengths, and of their own numbers. A byte of the list gives
-// the length of a code in its low half, and how many symbols in a row have it, less one, in its high half.
+// Canonical prefix code: symbols in the order of the lengths of their codes, and of their own numbers. Each byte of the
+// list has the length of a code in its low four bits, and the number of consecutive symbols of that length, minus one,
+// in its high four bits.
 class PrefixCode {
  public:
   explicit PrefixCode(std::vector<int> const& list) {
@@ -22,7 +23,7 @@ class PrefixCode {
     }
   }
 
-  // Takes inverted bits, the highest of the code first.
+  // Decodes one symbol from inverted bits, the highest bit of the code first.
   template <class NextBit>
   int Decode(NextBit const& next) const {
     std::pair<int, int> code{0, 0};
@@ -37,7 +38,7 @@ class PrefixCode {
   std::map<std::pair<int, int>, int> symbols;
 };
 
-// Decompresses and returns the result that blast gives; `text` is what came out up to there.
+// Decompresses `data`, appends the output to `text`, and returns the result that blast must return.
 inline int Explode(std::string const& data, std::string& text) {
   static PrefixCode const literals(
       {11, 124, 8,  7,  28, 7,  188, 13,  76,  4,   10,  8,   12, 10, 12, 10, 8,  23, 8,  9,  7,  6,  7,  8,  7,

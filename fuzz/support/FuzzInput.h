@@ -1,4 +1,4 @@
-// The bytes that libFuzzer hands to a target, cut into readable pieces.
+// Splits the bytes from libFuzzer into readable pieces.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// Gives out the input from front to back. Pieces are text, so that a seed can be written by hand; at the end of the
-// input every piece is empty and every byte 0.
+// Returns the input piece by piece. Pieces are text, so that a seed can be written by hand. At the end of the input
+// every piece is empty and every byte 0.
 class FuzzInput {
  public:
   FuzzInput(std::uint8_t const* bytes, std::size_t size) : left(reinterpret_cast<char const*>(bytes), size) {}
@@ -21,17 +21,17 @@ class FuzzInput {
     return byte;
   }
 
-  // A number below `limit`, by the next byte; digits and small letters stand for the numbers from 0 to 35.
+  // Returns a number below `limit` from the next byte. Digits and lower-case letters are the numbers from 0 to 35.
   int Number(int limit) {
     int const byte = Byte();
     int const value = byte >= '0' && byte <= '9' ? byte - '0' : byte >= 'a' && byte <= 'z' ? byte - 'a' + 10 : byte;
     return value % limit;
   }
 
-  // The bytes up to the next line feed, which is passed over.
+  // Returns the bytes up to the next line feed, and skips it.
   std::string Line() { return Piece('\n'); }
 
-  // The bytes up to the next separator, which is passed over.
+  // Returns the bytes up to the next separator, and skips it.
   std::string Piece(char separator) {
     std::size_t const end = left.find(separator);
     std::string const piece(left.substr(0, end));

@@ -1,4 +1,4 @@
-// A stream in memory that can do all that a stream can.
+// Input stream in memory with all operations of a stream.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 #include "VRELInputStream.h"
 
-// Reads a text, no more than `most` bytes at a time, as a pipe would; `most` is 1 or more.
+// Reads a string, at most `most` bytes per call, as from a pipe. Requires: `most` >= 1.
 class MemoryStream : public VRELInputStream {
  public:
   MemoryStream(std::string bytes, int mostAtOnce) : text(std::move(bytes)), most(mostAtOnce) {}

@@ -1,4 +1,4 @@
-// What the number reader of the library promises, step by step.
+// Model of the number parser of the library, step by step.
 #pragma once
 
 #include <cmath>
@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <string>
 
-// A number read from the beginning of a text, and how many bytes of the text it takes.
+// A number parsed from the beginning of a string, and the number of bytes that it occupies.
 struct NumberModel {
   double value = 0;
   std::size_t taken = 0;
 };
 
-// Reads digit by digit, with no way around a step. The text holds no zero byte.
+// Parses digit by digit, without shortcuts. Requires: `text` has no zero byte.
 inline NumberModel ReadNumber(std::string const& text) {
   auto const isIn = [](char c, char const* set) { return c != '\0' && std::string(set).find(c) != std::string::npos; };
   auto const isDigit = [&](char c) { return isIn(c, "0123456789"); };

@@ -1,12 +1,12 @@
-// What a fuzzer asserts.
+// The assertion of the fuzzers.
 #pragma once
 
 #include <cstdio>
 #include <cstdlib>
 
-// Ends the program where a promise does not hold, so that libFuzzer keeps the input.
-inline void Require(bool holds, char const* promise) {
+// Aborts the program if a contract is violated, so that libFuzzer keeps the input.
+inline void Require(bool holds, char const* contract) {
   if (holds) return;
-  std::fprintf(stderr, "Contract violated: %s\n", promise);
+  std::fprintf(stderr, "Contract violated: %s\n", contract);
   std::abort();
 }

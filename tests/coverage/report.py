@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Tells what share of the lines and branches the tests reached, and each line that they did not, with its reason.
+"""Reports the share of lines and branches that the tests executed, and each other line with its reason.
 
 report.py COVERAGE.json [UNREACHED.txt]
 
-Reads what gcovr wrote. A paragraph of UNREACHED.txt begins with a file and a reason, behind a colon; below it stand, each
-indented, the lines that the reason is for, as they are in the file. Fails below the shares that are asked for, and for a
-line without a reason.
+Reads the output of gcovr. A paragraph of UNREACHED.txt begins with a file, a colon and a reason; the lines that the
+reason is for follow, indented, as they are in the file. Fails below the limits, and for a line without a reason.
 """
 import json
 import sys
@@ -17,7 +16,7 @@ BRANCHES = 90.0
 
 
 def read_reasons(path):
-    """The reason of each line: by the name of its file and its text."""
+    """Returns the reason of each line, by the name of its file and its text."""
     reasons = {}
     for line in Path(path).read_text().splitlines():
         if line.startswith("#") or not line.strip():
@@ -55,12 +54,12 @@ def main(coverage, reasons_file=Path(__file__).with_name("unreached.txt")):
     for path, number, text in unreached:
         reason = reasons.get((path.name, text))
         failed += reason is None
-        print(f"{path}:{number}: {text}\n    {reason or 'NO REASON IS GIVEN'}")
+        print(f"{path}:{number}: {text}\n    {reason or 'no reason given'}")
     shares = share(*lines), share(*without_throws)
     print(
-        f"{shares[0]:.1f} % of {lines[1]} lines and {shares[1]:.1f} % of {without_throws[1]} branches are reached "
-        f"({share(*branches):.1f} % of {branches[1]} with those of exceptions); "
-        f"{len(unreached)} lines are not, {failed} of them without a reason"
+        f"executed {shares[0]:.1f} % of {lines[1]} lines and {shares[1]:.1f} % of {without_throws[1]} branches "
+        f"({share(*branches):.1f} % of {branches[1]} with exception exits); "
+        f"{len(unreached)} lines not executed, {failed} of them without a reason"
     )
     return failed != 0 or shares[0] < LINES or shares[1] < BRANCHES
 

@@ -1,17 +1,18 @@
 #!/usr/bin/env python3
-"""Holds the book against the files that it shows.
+"""Compares the book with the files that it shows.
 
-check_docs.py [--root FOLDER]     fails with a line for each fault
+check_docs.py [--root FOLDER]     fails with a line for each violation
 
 The rules:
-- A link of docs/*.md and README.md leads to a file or folder of the tree, and behind a # to a heading of that page.
+- A link of docs/*.md and README.md refers to a file or folder of the tree, and after a # to a heading of that page.
 - docs/README.md links every page of docs/.
-- A block of C++ belongs to the source file that was last linked above it, in its section, and is a run of the lines of
-  that file, be it indented less. A block of text behind such a link is a run of the lines of what the program is
-  expected to print or write; behind a link to a data file, of that file. DRIVER_PAGES are free.
+- A block of C++ belongs to the source file of the last link above it, in its section, and is a run of the lines of that
+  file, possibly with less indentation. A block of text after such a link is a run of the lines of the program's
+  expected output; after a link to a data file, of that file. FREE_PAGES are exempt.
 - Every source file of examples/ is linked by a page.
-- docs/images/layers.svg is what docs/images/draw_layers.py draws.
-- The tour shows a step whole, as far as it differs from the step before: each line but includes and lone braces.
+- docs/images/layers.svg is the output of docs/images/draw_layers.py.
+- The tour shows each step completely, as far as it differs from the previous step: every line except includes and
+  single braces.
 """
 import argparse
 import re
@@ -20,7 +21,7 @@ import sys
 import textwrap
 from pathlib import Path
 
-DRIVER_PAGES = {"brivet.md", "fuzzing.md", "packaging.md"}
+FREE_PAGES = {"brivet.md", "fuzzing.md", "packaging.md", "platforms.md", "modules.md"}
 HEADING = re.compile(r"^#+ +(.*?) *$")
 FENCE = re.compile(r"^```(\w*)")
 LINK = re.compile(r"\[(?:[^\[\]]|\[[^\]]*\])*\]\(([^()\s]+)\)")
@@ -28,9 +29,9 @@ INLINE_CODE = re.compile(r"`[^`]*`")
 
 
 class Page:
-    """A page taken apart: its headings, its links and the files behind them, and its blocks.
+    """A parsed page: its headings, its links and their files, and its blocks.
 
-    Each block comes with the example that was last linked above it, in its section."""
+    Each block has the example of the last link above it in its section."""
 
     def __init__(self, path):
         self.path = path
@@ -64,13 +65,13 @@ class Page:
 
 
 def slug(heading):
-    """The name of a heading's anchor, as the pages of a repository are shown."""
+    """Returns the anchor of a heading, as repository hosts generate it."""
     plain = re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", heading).lower()
     return re.sub(r"[^\w\- ]", "", plain).strip().replace(" ", "-")
 
 
 def is_run(block, text):
-    """Whether the lines stand in the text in one run, less what they may be indented by."""
+    """Returns whether the lines are a contiguous run of the text, apart from indentation."""
     lines = text.splitlines()
     wanted = textwrap.dedent("\n".join(block))
     size = len(block)
@@ -87,11 +88,11 @@ def check_links(root, pages):
                 continue
             name, _, anchor = target.partition("#")
             file = (page.path.parent / name).resolve() if name else page.path.resolve()
-            place = f"{page.path.relative_to(root)}:{number}"
+            location = f"{page.path.relative_to(root)}:{number}"
             if not file.exists():
-                yield f"{place}: nothing at {target}"
+                yield f"{location}: {target} does not exist"
             elif anchor and anchor not in headings.get(file, {anchor}):
-                yield f"{place}: no heading for {target}"
+                yield f"{location}: {target} has no such heading"
 
 
 def check_contents(root, pages):
@@ -104,25 +105,25 @@ def check_contents(root, pages):
 
 def check_blocks(root, pages):
     for page in pages:
-        if page.path.parent != root / "docs" or page.path.name in DRIVER_PAGES:
+        if page.path.parent != root / "docs" or page.path.name in FREE_PAGES:
             continue
         for number, language, lines, example in page.blocks:
-            place = f"{page.path.relative_to(root)}:{number}"
+            location = f"{page.path.relative_to(root)}:{number}"
             if language == "cpp" and (example is None or example.suffix != ".cpp"):
-                yield f"{place}: no source file is linked above this block"
+                yield f"{location}: no source file is linked above this block"
             elif language == "cpp" and not is_run(lines, example.read_text(encoding="utf-8")):
-                yield f"{place}: not in {example.name} as it stands here"
+                yield f"{location}: differs from {example.name}"
             elif language == "text" and example is not None:
                 files = sorted(example.parent.glob(f"{example.stem}.out*")) if example.suffix == ".cpp" else [example]
                 if not any(is_run(lines, file.read_text(encoding="utf-8")) for file in files):
-                    yield f"{place}: not in what {example.name} stands for"
+                    yield f"{location}: differs from the expected output of {example.name}"
 
 
 def check_examples(root, pages):
     linked = {file for page in pages for file in page.files}
     for source in sorted((root / "examples").rglob("*.cpp")):
         if source.resolve() not in linked:
-            yield f"{source.relative_to(root)}: no page shows it"
+            yield f"{source.relative_to(root)}: no page links to it"
 
 
 def check_tour(root, pages):

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Proves that each rule of check_docs.py bites, on a small book with one mistake at a time; and holds what is made of a
-header for Doxygen."""
+"""Tests each rule of check_docs.py on a small book with one mistake at a time, and the conversion of headers for
+Doxygen."""
 import subprocess
 import sys
 import tempfile
@@ -12,7 +12,7 @@ from check_docs import faults
 ROOT = Path(__file__).resolve().parents[2]
 
 BOOK = {
-    "README.md": "# House\n\nRead [the book](docs/README.md).\n",
+    "README.md": "# Library\n\nRead [the book](docs/README.md).\n",
     "docs/README.md": "# Book\n\n- [Tour](tour.md#first-step)\n- [brivet](brivet.md)\n",
     "docs/brivet.md": "# brivet\n\n```cpp\nanything();\n```\n",
     "docs/tour.md": "# Tour\n\n## First step\n\n[a step](../examples/tour/1_first.cpp), `[no](link)`:\n\n"
@@ -30,7 +30,7 @@ BOOK = {
 
 class CheckDocsTest(unittest.TestCase):
     def found(self, **changes):
-        """The faults of the book in which, of the file named by the first word, an old text became a new one."""
+        """Returns the violations in the book after some replacements: file name -> (old text, new text)."""
         with tempfile.TemporaryDirectory() as folder:
             root = Path(folder).resolve()
             for name, text in BOOK.items():
@@ -43,48 +43,47 @@ class CheckDocsTest(unittest.TestCase):
                 (root / name).write_text(text.replace(old, new), encoding="utf-8")
             return list(faults(root))
 
-    def test_the_book_itself_is_sound(self):
+    def test_book_without_mistake(self):
         self.assertEqual(self.found(), [])
 
-    def test_a_link_leads_nowhere(self):
-        expected = ["README.md:3: nothing at docs/book.md", ]
+    def test_broken_link(self):
+        expected = ["README.md:3: docs/book.md does not exist"]
         self.assertEqual(self.found(replace={"README.md": ("docs/README.md", "docs/book.md")}), expected)
 
-    def test_an_anchor_is_no_heading(self):
-        expected = ["docs/README.md:3: no heading for tour.md#third-step"]
+    def test_missing_anchor(self):
+        expected = ["docs/README.md:3: tour.md#third-step has no such heading"]
         self.assertEqual(self.found(replace={"docs/README.md": ("first-step", "third-step")}), expected)
 
-    def test_a_page_is_not_listed(self):
+    def test_unlisted_page(self):
         expected = ["docs/README.md: does not list brivet.md"]
         self.assertEqual(self.found(replace={"docs/README.md": ("- [brivet](brivet.md)\n", "")}), expected)
 
-    def test_a_block_differs_from_its_file(self):
+    def test_block_differs_from_file(self):
         expected = [
-            "docs/tour.md:7: not in 1_first.cpp as it stands here",
+            "docs/tour.md:7: differs from 1_first.cpp",
             "docs/tour.md: does not show this line of 1_first.cpp: Say();",
         ]
         self.assertEqual(self.found(replace={"docs/tour.md": ("  Say();", "  Shout();")}), expected)
 
-    def test_a_block_has_no_file(self):
+    def test_block_without_file(self):
         found = self.found(replace={"docs/tour.md": ("[the step](../examples/tour/2_second.cpp)", "The step")})
         self.assertEqual(found[0], "docs/tour.md:27: no source file is linked above this block")
-        self.assertIn("examples/tour/2_second.cpp: no page shows it", found)
+        self.assertIn("examples/tour/2_second.cpp: no page links to it", found)
 
-    def test_an_output_is_not_what_is_expected(self):
-        for old, place in [("hello\n", "13: not in what 1_first.cpp"), ("written\n", "31: not in what 2_second.cpp"),
-                           ("bolt 8\n", "21: not in what data.txt")]:
+    def test_output_differs(self):
+        for old, line, name in [("hello\n", 13, "1_first.cpp"), ("written\n", 31, "2_second.cpp"),
+                                ("bolt 8\n", 21, "data.txt")]:
             with self.subTest(old):
-                self.assertEqual(
-                    self.found(replace={"docs/tour.md": (old, "other\n")}), [f"docs/tour.md:{place} stands for"]
-                )
+                expected = [f"docs/tour.md:{line}: differs from the expected output of {name}"]
+                self.assertEqual(self.found(replace={"docs/tour.md": (old, "other\n")}), expected)
 
-    def test_the_tour_leaves_a_line_out(self):
+    def test_tour_omits_line(self):
         expected = ["docs/tour.md: does not show this line of 2_second.cpp: Whisper();"]
         self.assertEqual(
             self.found(replace={"examples/tour/2_second.cpp": ("  Say();\n", "  Say();\n  Whisper();\n")}), expected
         )
 
-    def test_the_picture_is_not_as_drawn(self):
+    def test_outdated_picture(self):
         script = "def draw():\n    return '<svg/>\\n'\n"
         picture = {"docs/images/draw_layers.py": script, "docs/images/layers.svg": "<svg/>\n"}
         BOOK.update(picture)
@@ -98,7 +97,7 @@ class CheckDocsTest(unittest.TestCase):
 
 
 HEADER = """\
-// How things are.
+// Describes things.
 #pragma once
 
 // A thing, 100% <solid>, by `a::b` and \\S\\.
@@ -107,7 +106,7 @@ HEADER = """\
 //
 //   thing.Use();
 //
-// Never fails.
+// Errors: none.
 class Thing {
   int size;  // in bytes
   void Use() { size = 1; }
@@ -116,7 +115,7 @@ class Thing {
 
 DOCUMENTED = """\
 /// @file
-/// How things are.
+/// Describes things.
 #pragma once
 
 /// A thing, 100\\% \\<solid\\>, by `a::b` and \\\\S\\\\.
@@ -127,7 +126,7 @@ DOCUMENTED = """\
 /// thing.Use();
 /// @endcode
 ///
-/// Never fails.
+/// **Errors:** none.
 class Thing {
   int size;  ///< in bytes
   void Use() { size = 1; }
@@ -137,7 +136,7 @@ class Thing {
 
 
 class DoxygenHeadersTest(unittest.TestCase):
-    def test_comments_become_documentation(self):
+    def test_comments_are_converted(self):
         with tempfile.TemporaryDirectory() as folder:
             source = Path(folder) / "from/deep"
             target = Path(folder) / "to"

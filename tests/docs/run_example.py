@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Runs one program of the book and holds what it does against the files beside its source.
+"""Runs one program of the book and compares its output with the files next to its source.
 
 run_example.py --program FILE --source FILE --work FOLDER
 
-The program starts in FOLDER, which is made anew and gets a copy of each data file of the source's folder: all but the
-sources and what is expected. It must end with status 0, print NAME.out, and write for each NAME.out.FILE a FILE with
+The program starts in FOLDER, which is recreated with a copy of each data file of the source's folder (all files but the
+sources and the expected output). It must exit with status 0, print NAME.out, and for each NAME.out.FILE write a FILE with
 these bytes.
 """
 import argparse
@@ -40,9 +40,9 @@ def main():
         written = work / name
         faults += differences(name, expected.read_bytes(), written.read_bytes() if written.exists() else b"")
     if answer.returncode != 0:
-        faults.append(f"ends with status {answer.returncode}\n")
+        faults.append(f"exits with status {answer.returncode}\n")
     if answer.stderr:
-        faults.append(f"says on standard error: {answer.stderr.decode('utf-8', 'backslashreplace')}\n")
+        faults.append(f"prints on standard error: {answer.stderr.decode('utf-8', 'backslashreplace')}\n")
     sys.stdout.writelines(faults)
     return 1 if faults else 0
 

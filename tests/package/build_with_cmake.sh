@@ -1,5 +1,5 @@
 #!/bin/bash
-# Configures, builds and runs the client project. What was built the last time is taken up again.
+# Configures, builds and runs the client project. Reuses an existing build folder.
 # build_with_cmake.sh CLIENT BUILD CMAKE-ARGUMENT...
 set -euo pipefail
 

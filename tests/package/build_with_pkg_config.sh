@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds and runs a source with what pkg-config says of the installed library, as a Makefile would.
+# Builds and runs a source with the flags of pkg-config for the installed library, as a Makefile would.
 # build_with_pkg_config.sh COMPILER PKG_CONFIG_FOLDER SOURCE PROGRAM
 set -euo pipefail
 
@@ -8,5 +8,7 @@ export PKG_CONFIG_PATH=$2
 
 read -ra flags <<<"$(pkg-config --cflags VRELBase)"
 read -ra libraries <<<"$(pkg-config --libs VRELBase)"
-"$compiler" -std=c++17 -Wall -Wextra -Werror -pedantic "${flags[@]}" "$source" -o "$program" "${libraries[@]}"
-LD_LIBRARY_PATH=$(pkg-config --variable=libdir VRELBase) "$program"
+libdir=$(pkg-config --variable=libdir VRELBase)
+"$compiler" -std=c++17 -Wall -Wextra -Werror -pedantic "${flags[@]}" "$source" -o "$program" "${libraries[@]}" \
+  "-Wl,-rpath,$libdir"
+"$program"

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Does what README.md says, exactly as it stands there: builds its first program with its CMakeLists.txt and with its
-pkg-config line, and compares what the program prints.
+"""Follows README.md literally: builds its first program with its CMakeLists.txt and with its pkg-config line, and
+compares the output of the program.
 
 check_readme.py --readme FILE --prefix FOLDER --libraries FOLDER --work FOLDER -- CMAKE-ARGUMENT...
 """
@@ -12,9 +12,9 @@ import sys
 from pathlib import Path
 
 
-def block(readme, language, behind=0):
-    """The first fenced block in a language, behind a place in the text."""
-    found = re.compile(rf"^```{language}\n(.*?)^```$", re.MULTILINE | re.DOTALL).search(readme, behind)
+def block(readme, language, start=0):
+    """Returns the first fenced block in a language after a position of the text."""
+    found = re.compile(rf"^```{language}\n(.*?)^```$", re.MULTILINE | re.DOTALL).search(readme, start)
     if found is None:
         sys.exit(f"README.md has no {language} block")
     return found
@@ -33,12 +33,9 @@ def main():
     program = block(readme, "cpp")
     (work / "first.cpp").write_text(program.group(1), encoding="utf-8")
     (work / "CMakeLists.txt").write_text(block(readme, "cmake").group(1), encoding="utf-8")
-    promised = block(readme, "text", program.end()).group(1)
-    environment = dict(
-        os.environ,
-        PKG_CONFIG_PATH=str(arguments.libraries / "pkgconfig"),
-        LD_LIBRARY_PATH=str(arguments.libraries),
-    )
+    expected = block(readme, "text", program.end()).group(1)
+    environment = dict(os.environ, PKG_CONFIG_PATH=str(arguments.libraries / "pkgconfig"))
+    environment.pop("LD_LIBRARY_PATH", None)
 
     def run(*command):
         return subprocess.run(command, cwd=work, check=True, env=environment, stdout=subprocess.PIPE, text=True).stdout
@@ -49,8 +46,8 @@ def main():
     faults = []
     for built in ["build/first", "./first"]:
         printed = run(built)
-        if printed != promised:
-            faults.append(f"{built} prints {printed!r}, README.md says {promised!r}")
+        if printed != expected:
+            faults.append(f"{built} prints {printed!r}, README.md says {expected!r}")
     for fault in faults:
         print(fault)
     return 1 if faults else 0

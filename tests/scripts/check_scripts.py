@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Runs the scripts as a newcomer does: each explains itself, and script/bootstrap installs what is missing, as root,
-through sudo, or not at all. Stand-ins take the place of dpkg-query, apt-get and sudo; nothing is installed."""
+"""Tests the scripts from outside: their help, and that script/bootstrap installs missing packages as root, by sudo, or
+not at all. Fakes replace dpkg-query, apt-get and sudo; nothing is installed."""
 import json
 import os
 import shutil
@@ -22,7 +22,7 @@ SCRIPTS = [
     "script/package",
     ".ci/run",
 ]
-STAND_INS = {
+FAKES = {
     "dpkg-query": '[[ " $MISSING " == *" ${!#} "* ]] && exit 1\necho -n installed\n',
     "apt-get": 'echo "$DEBIAN_FRONTEND: $*" >>"$CALLS"\nexit "$APT_STATUS"\n',
     "sudo": 'echo "sudo $*" >>"$CALLS"\n[[ $MAY_SUDO == yes && $1 == -n ]] && exec "${@:2}"\nexit 1\n',
@@ -34,7 +34,7 @@ APT_CALLS = [
 
 
 class HelpTest(unittest.TestCase):
-    def test_each_script_explains_itself(self):
+    def test_each_script_prints_help(self):
         for script in SCRIPTS:
             for option in ["--help", "-h"]:
                 with self.subTest(f"{script} {option}"):
@@ -45,7 +45,7 @@ class HelpTest(unittest.TestCase):
                     self.assertGreater(len(lines), 2)
                     self.assertFalse([line for line in lines if line.startswith(("#", "source", "=="))])
 
-    def test_no_script_is_forgotten(self):
+    def test_every_script_is_tested(self):
         found = [path for folder in ["script", ".ci"] for path in (ROOT / folder).iterdir() if path.name != "lib.sh"]
         self.assertEqual(sorted(SCRIPTS), sorted(str(path.relative_to(ROOT)) for path in found))
 
@@ -56,17 +56,17 @@ class BootstrapTest(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
         self.folder.chmod(0o777)
-        # A copy, because the user nobody need not reach the tree.
+        # A copy, since the user nobody may not have access to the source tree.
         shutil.copytree(ROOT / "script", self.folder / "script")
         self.calls = self.folder / "calls"
-        for name, text in STAND_INS.items():
+        for name, text in FAKES.items():
             path = self.folder / "bin" / name
             path.parent.mkdir(exist_ok=True)
             path.write_text("#!/bin/bash\n" + text)
             path.chmod(0o755)
 
     def bootstrap(self, *arguments, missing="", root=True, sudo=False, apt_status=0):
-        """The lines of both outputs and the status; ends the test where the user cannot be had."""
+        """Returns the lines of both outputs and the status. Skips the test if the user is not available."""
         self.calls.write_text("")
         self.calls.chmod(0o666)
         command = [self.folder / "script/bootstrap", *arguments]
@@ -90,32 +90,32 @@ class BootstrapTest(unittest.TestCase):
     def called(self):
         return self.calls.read_text().splitlines()
 
-    def test_asks_for_nothing_when_all_are_there(self):
-        expected = (["script/bootstrap: all 11 packages are there"], [], 0)
+    def test_does_nothing_if_all_are_installed(self):
+        expected = (["script/bootstrap: all 11 packages are installed"], [], 0)
         self.assertEqual(self.bootstrap(missing="chromium", root=False), expected)
         self.assertEqual(self.called(), [])
 
-    def test_says_what_is_missing_and_why(self):
+    def test_lists_missing_packages_with_reasons(self):
         output, errors, status = self.bootstrap("--bench", "--checks", missing="cmake libbenchmark-dev git", root=False)
         self.assertEqual(
             output,
             [
                 "cmake is missing: configures the build",
-                "libbenchmark-dev is missing: the benchmarks stand on Google Benchmark",
-                "git is missing: names the files to check",
+                "libbenchmark-dev is missing: provides the benchmark framework",
+                "git is missing: lists the files to check",
             ],
         )
-        # Without root and without sudo it tells what would help.
+        # Without root and sudo it prints a remedy.
         advice = "run as root: apt-get install cmake libbenchmark-dev git"
-        self.assertEqual(errors, [f"script/bootstrap: failed while installing packages: {advice}"])
+        self.assertEqual(errors, ["script/bootstrap: failed while installing packages", f"hint: {advice}"])
         self.assertEqual(status, 1)
         self.assertEqual(self.called(), ["sudo -n true"])
 
-    def test_asks_for_what_the_fuzzers_need(self):
+    def test_installs_packages_of_fuzzers(self):
         output, errors, status = self.bootstrap("--fuzz", missing="libclang-rt-14-dev chromium", root=False)
-        self.assertEqual(output, ["libclang-rt-14-dev is missing: brings libFuzzer and the sanitizers"])
+        self.assertEqual(output, ["libclang-rt-14-dev is missing: provides libFuzzer and the sanitizers"])
         advice = "run as root: apt-get install libclang-rt-14-dev"
-        self.assertEqual(errors, [f"script/bootstrap: failed while installing packages: {advice}"])
+        self.assertEqual(errors, ["script/bootstrap: failed while installing packages", f"hint: {advice}"])
         self.assertEqual(status, 1)
 
     def test_installs_as_root(self):
@@ -133,11 +133,16 @@ class BootstrapTest(unittest.TestCase):
         self.assertEqual(calls[0], "sudo -n true")
         self.assertEqual([call for call in calls if not call.startswith("sudo ")], APT_CALLS)
 
-    def test_says_what_failed(self):
+    def test_names_failed_step(self):
         output, errors, status = self.bootstrap(missing="ccache", root=False, sudo=True, apt_status=100)
-        self.assertEqual(output[-1], "== bringing the package lists up to date")
-        place = "bringing the package lists up to date: check the network and /etc/apt/sources.list"
-        self.assertEqual(errors, [f"script/bootstrap: failed while {place}"])
+        self.assertEqual(output[-1], "== updating the package lists")
+        self.assertEqual(
+            errors,
+            [
+                "script/bootstrap: failed while updating the package lists",
+                "hint: check the network and /etc/apt/sources.list",
+            ],
+        )
         self.assertEqual(status, 100)
 
     def test_refuses_unknown_arguments(self):
@@ -146,8 +151,8 @@ class BootstrapTest(unittest.TestCase):
         self.assertEqual(
             errors,
             [
-                "script/bootstrap: failed while reading --all: "
-                "the arguments are --bench, --checks, --coverage, --docs and --fuzz"
+                "script/bootstrap: failed while reading --all",
+                "hint: the arguments are --bench, --checks, --coverage, --docs and --fuzz",
             ],
         )
 
@@ -158,22 +163,29 @@ class FuzzTest(unittest.TestCase):
         answer = subprocess.run(command, cwd="/", stdin=subprocess.DEVNULL, capture_output=True, text=True)
         return answer.stdout, answer.stderr, answer.returncode
 
-    def test_wants_to_know_how_long(self):
-        advice = "the first argument is the number of seconds for each fuzzer"
+    def test_requires_duration(self):
+        advice = "the first argument is the number of seconds for each fuzzer, --fixed or --minimize"
         for arguments, text in [((), "no arguments"), (("VRELBlastFuzzer",), "VRELBlastFuzzer"), (("-1",), "-1")]:
             with self.subTest(arguments):
-                expected = ("", f"script/fuzz: failed while reading {text}: {advice}\n", 1)
+                expected = ("", f"script/fuzz: failed while reading {text}\nhint: {advice}\n", 1)
                 self.assertEqual(self.fuzz(*arguments), expected)
 
-    def test_knows_its_targets(self):
+    def test_refuses_unknown_target(self):
         names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
         for name in ["VRELString", "support/Require"]:
             with self.subTest(name):
                 output, errors, status = self.fuzz("1", names[0], name)
-                start = f"script/fuzz: failed while looking for {name}: the fuzzers are "
+                start = f"script/fuzz: failed while looking for {name}\nhint: the fuzzers are "
                 self.assertTrue(errors.startswith(start), errors)
                 self.assertEqual(sorted(errors[len(start) :].split()), names)
                 self.assertEqual((output, status), ("", 1))
+
+    def test_each_target_has_a_number_of_runs(self):
+        names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
+        lines = (ROOT / "fuzz/runs.txt").read_text().splitlines()
+        listed = [line.split() for line in lines if not line.startswith("#")]
+        self.assertEqual(sorted(name for name, _ in listed), names)
+        self.assertEqual([name for name, runs in listed if not 100 <= int(runs) <= 10_000_000], [])
 
     def test_each_target_has_seeds(self):
         names = sorted(path.stem for path in (ROOT / "fuzz").glob("*Fuzzer.cpp"))
@@ -181,8 +193,32 @@ class FuzzTest(unittest.TestCase):
         self.assertEqual(names, folders)
 
 
+class TestScriptTest(unittest.TestCase):
+    """Tests which programs script/test builds for a pattern. A fake ctest lists one test that is not a test case."""
+
+    def programs(self, pattern):
+        text = (ROOT / "script/test").read_text()
+        functions = text[text.index("# test_names:") : text.index("pattern=\n")]
+        fake = "ctest() { echo '  Test   #1: tree.layers'; echo '  Test #12: tests_strings_NOT_BUILT'; }\n"
+        command = ["bash", "-euo", "pipefail", "-c", f'{fake}{functions}programs_for "$1"', "bash", pattern]
+        answer = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
+        self.assertEqual(answer.stderr, "")
+        return answer.stdout.split()
+
+    def test_pattern_of_one_class_needs_one_program(self):
+        self.assertEqual(self.programs("^VRELHashMapTest"), ["tests_containers"])
+
+    def test_pattern_of_driver_class_needs_its_program(self):
+        self.assertEqual(self.programs("OptionSetTest"), ["BrivetTests"])
+        self.assertEqual(self.programs("StepParserTest"), ["BrivetModuleTests"])
+
+    def test_pattern_of_other_tests_needs_everything(self):
+        self.assertEqual(self.programs("layers"), [])
+        self.assertEqual(self.programs("NoSuchTest"), [])
+
+
 class CoverageTest(unittest.TestCase):
-    """What script/coverage says about counts that are made up, of a source of three lines."""
+    """Tests the report of script/coverage on generated counts of one source."""
 
     def report(self, counts, branches=(), reasons=""):
         folder = tempfile.TemporaryDirectory()
@@ -201,29 +237,29 @@ class CoverageTest(unittest.TestCase):
         self.assertEqual(answer.stderr, "")
         return answer.stdout.replace(str(source), "One.cpp").splitlines(), answer.returncode
 
-    def test_passes_where_all_is_reached(self):
+    def test_passes_if_all_lines_are_executed(self):
         output, status = self.report([1, None, 5], [(1, False), (0, True)])
         self.assertEqual(
             output,
             [
-                "100.0 % of 2 lines and 100.0 % of 1 branches are reached (50.0 % of 2 with those of exceptions); "
-                "0 lines are not, 0 of them without a reason"
+                "executed 100.0 % of 2 lines and 100.0 % of 1 branches (50.0 % of 2 with exception exits); "
+                "0 lines not executed, 0 of them without a reason"
             ],
         )
         self.assertEqual(status, 0)
 
-    def test_wants_a_reason_for_each_line(self):
-        reasons = "# of these\n\nOne.cpp: nobody goes there: never\n    line 2\n"
+    def test_requires_reason_for_each_line(self):
+        reasons = "# of these\n\nOne.cpp: unreachable: never\n    line 2\n"
         output, status = self.report([1, 0] + 98 * [1], reasons=reasons)
-        self.assertEqual(output[:2], ["One.cpp:2: line 2", "    nobody goes there: never"])
-        self.assertTrue(output[2].startswith("99.0 % of 100 lines and 100.0 % of 0 branches"), output)
+        self.assertEqual(output[:2], ["One.cpp:2: line 2", "    unreachable: never"])
+        self.assertTrue(output[2].startswith("executed 99.0 % of 100 lines and 100.0 % of 0 branches"), output)
         self.assertEqual((len(output), status), (3, 0))
         output, status = self.report([1, 0, 0] + 97 * [1], reasons=reasons)
-        self.assertEqual(output[2:4], ["One.cpp:3: line 3", "    NO REASON IS GIVEN"])
-        self.assertTrue(output[4].endswith("; 2 lines are not, 1 of them without a reason"), output)
+        self.assertEqual(output[2:4], ["One.cpp:3: line 3", "    no reason given"])
+        self.assertTrue(output[4].endswith("; 2 lines not executed, 1 of them without a reason"), output)
         self.assertEqual(status, 1)
 
-    def test_fails_below_its_shares(self):
+    def test_fails_below_limits(self):
         reasons = "One.cpp: why\n" + "".join(f"  line {number}\n" for number in range(1, 5))
         self.assertEqual(self.report(3 * [0] + 97 * [1], reasons=reasons)[1], 0)
         self.assertEqual(self.report(4 * [0] + 96 * [1], reasons=reasons)[1], 1)

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Finds objects with constructors or destructors that live for the whole process.
+"""Finds objects with static storage duration that have a constructor or destructor.
 
-check_objects.py --list FILE     reads the names of object files, one a line; fails if any but VRELStartup's runs code
-                                 when the library is loaded
+check_objects.py --list FILE     reads the names of object files, one per line; fails if any except VRELStartup's
+                                 runs code when the library is loaded
 
-What must run at load time stands in the section .init_array of the object file: constructors, and the registration of
-destructors. A constant that the compiler lays out itself leaves nothing there.
+Code that runs at load time is in the section .init_array of the object file: constructors, and the registration of
+destructors. A constant that the compiler initializes has none.
 """
 import argparse
 import subprocess
@@ -24,8 +24,8 @@ def runs_at_load(object_file):
 
 def faults(object_files):
     return [
-        f"{file}: defines an object with a constructor or destructor that lives for the whole process; "
-        "such an object belongs into VRELStartup.cpp"
+        f"{file}: defines an object with static storage duration and a constructor or destructor; "
+        "define it in VRELStartup.cpp"
         for file in object_files
         if Path(file).name != ALLOWED and runs_at_load(file)
     ]

@@ -1,4 +1,4 @@
-// Uses a little of each layer that a client sees, through the umbrella header, and prints what came of it.
+// Uses some classes of the API through the umbrella header, and prints the result.
 #include <cstdio>
 
 #include "VRELBase.h"
