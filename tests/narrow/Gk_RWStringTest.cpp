@@ -13,7 +13,7 @@ TEST(Gk_RWStringTest, AddsNoField) {
   EXPECT_EQ(sizeof(Gk_RWString), sizeof(Gk_ROString));
 }
 
-TEST(Gk_RWStringTest, WritesShowInEverySharer) {
+TEST(Gk_RWStringTest, WritesAreVisibleInAllOwners) {
   Gk_String string("abc");
   Gk_ROString const reader(string.dataStr());
   Gk_RWString writer = string.rwString();
@@ -27,7 +27,7 @@ TEST(Gk_RWStringTest, WritesShowInEverySharer) {
   EXPECT_EQ(other[1], 'Y');
 }
 
-TEST(Gk_RWStringTest, SharesAnArray) {
+TEST(Gk_RWStringTest, SharesArray) {
   VRELDynamicArray<char> array(3, 'a');
   Gk_RWString writer(array);
   writer[2] = 'b';
@@ -35,7 +35,7 @@ TEST(Gk_RWStringTest, SharesAnArray) {
   EXPECT_EQ(writer.len(), 3);
 }
 
-TEST(Gk_RWStringTest, WritesBehindItsOffset) {
+TEST(Gk_RWStringTest, WritesAfterOffset) {
   Gk_String string("abcd");
   Gk_RWString writer = string.dataStr();
   writer.offset(2);
@@ -43,7 +43,7 @@ TEST(Gk_RWStringTest, WritesBehindItsOffset) {
   EXPECT_STREQ(string, "abXd");
 }
 
-TEST(Gk_RWStringTest, LowersAllOfItsBytes) {
+TEST(Gk_RWStringTest, ToLowerConvertsAllBytes) {
   Gk_String string("AB\0CD-1\xC9", 9);
   Gk_RWString writer = string.dataStr();
   writer.offset(1);

@@ -34,7 +34,7 @@ VRELValue textValue(wchar_t const* text) {
   return VRELValue(VRELString(text));
 }
 
-TEST(VRELValueTest, NamesItsKinds) {
+TEST(VRELValueTest, NamesOfKinds) {
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[0], "unknown");
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[1], "double");
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[2], "int");
@@ -43,7 +43,7 @@ TEST(VRELValueTest, NamesItsKinds) {
   EXPECT_EQ(VRELValue::VRELValueTypeNames[5], nullptr);
 }
 
-TEST(VRELValueTest, ConstructorsSetTheKind) {
+TEST(VRELValueTest, ConstructorsSetKind) {
   EXPECT_EQ(kindOf(VRELValue()), 0);
   EXPECT_EQ(kindOf(VRELValue(1.5)), 1);
   EXPECT_EQ(kindOf(VRELValue(7)), 2);
@@ -80,7 +80,7 @@ TEST(VRELValueTest, LiteralsAndStandardStringsBecomeStrings) {
   }
 }
 
-TEST(VRELValueTest, SetValueStoresLiteralsAndStandardStringsAsStrings) {
+TEST(VRELValueTest, SetValueStoresLiteralsAsStrings) {
   std::string const utf8 = "\xC3\xA9";
   char narrow[] = "array";
   wchar_t wide[] = L"wide";
@@ -112,7 +112,7 @@ TEST(VRELValueTest, PointersDoNotConvertToBool) {
   EXPECT_TRUE((std::is_convertible_v<wchar_t const*, VRELValue>));
 }
 
-TEST(VRELValueTest, TellsWhetherItIsValidAndAnInteger) {
+TEST(VRELValueTest, IsValidAndIsInteger) {
   EXPECT_FALSE(VRELValue().IsValid());
   EXPECT_FALSE(VRELValue().IsInteger());
   EXPECT_TRUE(VRELValue(0.0).IsValid());
@@ -125,7 +125,7 @@ TEST(VRELValueTest, TellsWhetherItIsValidAndAnInteger) {
   EXPECT_FALSE(VRELValue("1").IsInteger());
 }
 
-TEST(VRELValueTest, SetValueChangesTheKind) {
+TEST(VRELValueTest, SetValueChangesKind) {
   VRELValue value;
   EXPECT_TRUE(value.SetValue(2.5) == VREL_S_OK);
   EXPECT_EQ(kindOf(value), 1);
@@ -141,7 +141,7 @@ TEST(VRELValueTest, SetValueChangesTheKind) {
   EXPECT_EQ(textOf(value), "-3");
 }
 
-TEST(VRELValueTest, UnsetValueReadsAsNothing) {
+TEST(VRELValueTest, UnsetValueFails) {
   VRELValue const value;
   double real = 4.5;
   int integer = 45;
@@ -223,7 +223,7 @@ TEST(VRELValueTest, ReadsAsBool) {
   }
 }
 
-TEST(VRELValueTest, ReadsAsText) {
+TEST(VRELValueTest, ReadsAsString) {
   struct {
     VRELValue value;
     char const* expected;
@@ -240,7 +240,7 @@ TEST(VRELValueTest, ReadsAsText) {
   }
 }
 
-TEST(VRELValueTest, TextThatIsNoNumberFailsAndLeavesTheTarget) {
+TEST(VRELValueTest, InvalidNumberKeepsTarget) {
   for (wchar_t const* text : {L"abc", L"", L" Yes", L"-0", L"maybe"}) {
     VRELValue const value = textValue(text);
     SCOPED_TRACE(textOf(value));
@@ -259,7 +259,7 @@ TEST(VRELValueTest, TextThatIsNoNumberFailsAndLeavesTheTarget) {
   }
 }
 
-TEST(VRELValueTest, GivesTextForms) {
+TEST(VRELValueTest, ConvertsToCStrings) {
   struct {
     VRELValue value;
     char const* narrow;
@@ -275,7 +275,7 @@ TEST(VRELValueTest, GivesTextForms) {
   }
 }
 
-TEST(VRELValueTest, KeepsTheFirstTextForms) {
+TEST(VRELValueTest, CStringsAreCached) {
   VRELValue value(5);
   char const* const narrow = value;
   wchar_t const* const wide = value;
@@ -291,28 +291,28 @@ TEST(VRELValueTest, KeepsTheFirstTextForms) {
   value.SetValue(VRELString(L"x"));
   EXPECT_EQ(static_cast<char const*>(value), narrow);
 
-  // Each form is made when it is first asked for.
+  // Each C string is created by the first conversion.
   VRELValue late(1);
   EXPECT_STREQ(static_cast<char const*>(late), "1");
   late.SetValue(2);
   EXPECT_STREQ(static_cast<wchar_t const*>(late), L"2");
 }
 
-TEST(VRELValueTest, ValueOfPlainTextKeepsItsNarrowForm) {
+TEST(VRELValueTest, ConstructorFromCStringFillsCache) {
   VRELValue value("abc");
   value.SetValue(7);
   EXPECT_STREQ(static_cast<char const*>(value), "abc");
   EXPECT_STREQ(static_cast<wchar_t const*>(value), L"7");
 }
 
-TEST(VRELValueTest, UnsetValueGetsItsTextFormsWithItsValue) {
+TEST(VRELValueTest, UnsetValueHasNoCString) {
   VRELValue value;
   EXPECT_EQ(static_cast<char const*>(value), nullptr);
   value.SetValue(1);
   EXPECT_STREQ(static_cast<char const*>(value), "1");
 }
 
-TEST(VRELValueTest, AssignmentTakesKindAndValueAndNoTextForms) {
+TEST(VRELValueTest, AssignmentCopiesNoCStrings) {
   VRELValue const sources[] = {VRELValue(2.5), VRELValue(7), VRELValue(true), VRELValue("abc")};
   char const* const forms[] = {"2.500000", "7", "true", "abc"};
   for (int i = 0; i < 4; ++i) {
@@ -325,12 +325,12 @@ TEST(VRELValueTest, AssignmentTakesKindAndValueAndNoTextForms) {
     EXPECT_TRUE(target == sources[i]);
     EXPECT_STREQ(static_cast<char const*>(target), forms[i]);
     EXPECT_NE(static_cast<char const*>(target), given);
-    EXPECT_STREQ(old, "old");  // still good: it was let go, not released
+    EXPECT_STREQ(old, "old");  // still valid, since it was not released
     VRELReleaseChars(old);
   }
 }
 
-TEST(VRELValueTest, AssignmentClearsTheStaleForms) {
+TEST(VRELValueTest, AssignmentClearsCache) {
   VRELValue value(5);
   char* narrow = const_cast<char*>(static_cast<char const*>(value));
   wchar_t* wide = const_cast<wchar_t*>(static_cast<wchar_t const*>(value));
@@ -344,8 +344,8 @@ TEST(VRELValueTest, AssignmentClearsTheStaleForms) {
   VRELReleaseWideChars(wide);
 }
 
-TEST(VRELValueTest, AssignmentLetsTheOldFormsGo) {
-  // Nobody releases the three forms: that is promised.
+TEST(VRELValueTest, AssignmentDoesNotReleaseCStrings) {
+  // The three C strings are not released by the value.
   VRELValue value("first");
   value = VRELValue(1);
   EXPECT_STREQ(static_cast<char const*>(value), "1");
@@ -354,7 +354,7 @@ TEST(VRELValueTest, AssignmentLetsTheOldFormsGo) {
   EXPECT_STREQ(static_cast<char const*>(value), "2");
 }
 
-TEST(VRELValueTest, AssignmentOfAnUnsetValue) {
+TEST(VRELValueTest, AssignmentOfUnsetValue) {
   VRELValue value(7);
   value = VRELValue();
   EXPECT_FALSE(value.IsValid());
@@ -364,7 +364,7 @@ TEST(VRELValueTest, AssignmentOfAnUnsetValue) {
   EXPECT_EQ(number, 45);
 }
 
-TEST(VRELValueTest, AssignmentToItselfClearsTheFormsAndKeepsTheValue) {
+TEST(VRELValueTest, SelfAssignmentKeepsValue) {
   VRELValue const originals[] = {VRELValue(2.5), VRELValue(7), VRELValue(true), textValue(L"abc")};
   for (VRELValue const& original : originals) {
     SCOPED_TRACE(textOf(original));
@@ -392,7 +392,7 @@ TEST(VRELValueTest, AssignmentToItselfClearsTheFormsAndKeepsTheValue) {
   }
 }
 
-TEST(VRELValueTest, CopyBeginsWithoutTextForms) {
+TEST(VRELValueTest, CopyHasNoCachedCStrings) {
   VRELValue original(5);
   EXPECT_STREQ(static_cast<char const*>(original), "5");
   original.SetValue(6);
@@ -403,7 +403,7 @@ TEST(VRELValueTest, CopyBeginsWithoutTextForms) {
   EXPECT_FALSE(VRELValue(VRELValue()).IsValid());
 }
 
-TEST(VRELValueTest, EqualityWantsTheSameKind) {
+TEST(VRELValueTest, EqualityRequiresSameKind) {
   EXPECT_TRUE(VRELValue(1.5) == VRELValue(1.5));
   EXPECT_FALSE(VRELValue(1.5) == VRELValue(1.25));
   EXPECT_TRUE(VRELValue(0.0) == VRELValue(-0.0));
@@ -458,21 +458,21 @@ TEST(VRELValueTest, HashesByKind) {
   EXPECT_EQ(VRELValue(0.9).GetHashCode(), 0);
   EXPECT_EQ(VRELValue("abc").GetHashCode(), VRELString(L"abc").hashCode());
   EXPECT_NE(VRELValue("abc").GetHashCode(), VRELValue("abd").GetHashCode());
-  // What no int holds.
+  // Values outside the range of int.
   for (double number : {1e300, -1e300, infinity, notANumber, 2147483648.0}) {
     SCOPED_TRACE(number);
     EXPECT_EQ(VRELValue(number).GetHashCode(), 1558502628);
   }
 }
 
-TEST(VRELValueTest, ServesAsAKey) {
+TEST(VRELValueTest, CanBeHashKey) {
   EXPECT_EQ(VRELHashTraits<VRELValue>::Hash(VRELValue(-1)), 594805658u);
   EXPECT_TRUE(VRELHashTraits<VRELValue>::Equal(VRELValue("a"), VRELValue("a")));
   EXPECT_FALSE(VRELHashTraits<VRELValue>::Equal(VRELValue("a"), VRELValue("A")));
   EXPECT_FALSE(VRELHashTraits<VRELValue>::Equal(VRELValue(true), VRELValue(1)));
 }
 
-TEST(VRELValueTest, StandsInAnArray) {
+TEST(VRELValueTest, CanBeArrayElement) {
   VRELDynamicArray<VRELValue> values;
   for (int i = 0; i < 40; ++i) {
     values.add(i % 2 == 0 ? VRELValue(i) : VRELValue(VRELString(L"text")));
@@ -483,8 +483,8 @@ TEST(VRELValueTest, StandsInAnArray) {
   EXPECT_TRUE(values[4] == VRELValue(4));
 }
 
-// By its kind, through the formatter's own formats.
-TEST(VRELValueTest, DumpsItself) {
+// The formats are those of the formatter.
+TEST(VRELValueTest, DumpsValue) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
     out.setIntFormat("i%d");

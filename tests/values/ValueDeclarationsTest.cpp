@@ -64,7 +64,7 @@ TEST(ValueDeclarationsTest, FieldsKeepTheirOffsets) {
   EXPECT_EQ(FieldAt<std::int32_t>(V(), 48), 0);
 }
 
-TEST(ValueDeclarationsTest, TableRowsFollowTheCount) {
+TEST(ValueDeclarationsTest, TableRowsKeepOffset) {
   Table const table;
   EXPECT_EQ(FieldAt<std::uint32_t>(table, 8), 0U);
   using Rows = VRELDynamicArray<VRELDynamicArray<V>>;
