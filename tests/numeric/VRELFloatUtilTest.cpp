@@ -193,7 +193,7 @@ TEST(VRELFloatUtilTest, MantissaStopsAtTwoToThe53) {
   ExpectReadings({
       {"9007199254740991", 9007199254740991.0, 16},
       {"9007199254740992", 9007199254740992.0, 16},
-      // 2^53 + 1 is rounded to 2^53. Exactly there, more digits are dropped without being counted.
+      // 2^53 + 1 is rounded to 2^53. At exactly 2^53 further digits are dropped and not counted.
       {"9007199254740993", 9007199254740992.0, 16},
       {"90071992547409931", 9007199254740992.0, 17},
       {"9007199254740992123", 9007199254740992.0, 19},
