@@ -145,27 +145,30 @@ int StringLength(Unit const* text) noexcept {
 
 // Builds a string from UTF-32. Sets `bad` if a unit is not a Unicode scalar value; the string is then empty.
 //
-// One pass combines all units by "or", which the compiler turns into vector instructions. If no bit from 0x8000 on is
-// set, each unit is one UTF-16 code unit and no surrogate, and the units are narrowed, several at a time. Otherwise a
-// second pass looks at each unit.
+// All loops but the last one have no branch, so that the compiler turns them into vector instructions. The first
+// combines all units by "or": if no bit from 0x8000 on is set, no unit is invalid or needs two code units. Otherwise
+// the second loop counts the invalid and the large units. Without large units each unit is narrowed to one code unit.
 template <class Unit>
 UnicodeString* BuildFromScalars(Unit const* text, std::size_t length, bool& bad) noexcept {
   std::uint32_t bits = 0;
   for (std::size_t i = 0; i < length; ++i) bits |= static_cast<std::uint32_t>(text[i]);
-  bad = false;
-  if (bits < 0x8000) {
+  std::uint32_t invalid = 0;
+  std::uint32_t large = 0;
+  if (bits >= 0x8000) {
+    for (std::size_t i = 0; i < length; ++i) {
+      auto const scalar = static_cast<std::uint32_t>(text[i]);
+      invalid |= static_cast<std::uint32_t>(scalar > 0x10FFFF) | static_cast<std::uint32_t>(scalar - 0xD800 < 0x800);
+      large += static_cast<std::uint32_t>(scalar > 0xFFFF);
+    }
+  }
+  bad = invalid != 0;
+  if (bad) return BuildFrom({});
+  if (large == 0) {
     return BuildUnits(length, [&](char16_t* out) {
       for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char16_t>(text[i]);
     });
   }
-  std::size_t units = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    auto const scalar = static_cast<std::uint32_t>(text[i]);
-    bad = bad || scalar > 0x10FFFF || (scalar >= 0xD800 && scalar <= 0xDFFF);
-    units += scalar > 0xFFFF ? 2 : 1;
-  }
-  if (bad) return BuildFrom({});
-  return BuildUnits(units, [&](char16_t* out) {
+  return BuildUnits(length + large, [&](char16_t* out) {
     for (std::size_t i = 0; i < length; ++i) {
       auto const scalar = static_cast<std::uint32_t>(text[i]);
       if (scalar <= 0xFFFF) {
