@@ -1294,6 +1294,9 @@ TEST(VRELStringTest, NothingThrowsWithoutMemory) {
     VRELString const part(L"for");
     VRELString const unnamed("unnamed");
     if (before.getConvertToMBCSSize("US-ASCII") != 7) return 1;
+    // 26 units and the terminator are the most that the object itself has space for.
+    VRELString full(L"abcdefghijklmnopqrstuvwxyz");
+    VRELString small(L"a");
     LimitMemory(0);
     // In small steps at the end: freed blocks are kept in lists, one for each size.
     for (std::size_t size = 1 << 20; size >= 16; size -= size > 2048 ? size / 2 : 16) {
@@ -1308,6 +1311,9 @@ TEST(VRELStringTest, NothingThrowsWithoutMemory) {
                                  VRELString(L"wide"),
                                  VRELString("bytes"),
                                  VRELString("bytes", "US-ASCII"),
+                                 VRELString(u"utf16"),
+                                 VRELString(std::string_view("utf8")),
+                                 VRELString(std::wstring_view(L"wide")),
                                  VRELString(before)};
     int status = 10;
     for (VRELString const& text : failed) {
@@ -1317,6 +1323,9 @@ TEST(VRELStringTest, NothingThrowsWithoutMemory) {
     if ((before + before).length() > 0 || before.substring(1).length() > 0 || before.replace('b', 'x').length() > 0) {
       return 30;
     }
+    int const failures = VRELString::getFailureCount();
+    if ((full += part).getIsInitialized() || VRELString::getFailureCount() != failures + 1) return 37;
+    if ((small += part).length() != 4 || (small += VRELString()).length() != 4) return 38;
     char bytes[16] = "x";
     if (before.convertToUTF8(bytes, 16) != 0 || before.indexOf(part, 0) != 2) return 31;
     // No converter can be opened.
