@@ -9,6 +9,9 @@
 #include <string>
 #include <string_view>
 
+#include "RepeatedUnits.h"
+#include "VRELAllocException.h"
+
 namespace {
 
 VRELDynamicArray<char> arrayOf(std::string_view bytes) {
@@ -37,6 +40,12 @@ TEST(Gk_ROStringTest, Construction) {
   EXPECT_EQ(Gk_ROString(nullptr, 3).len(), 0);
   EXPECT_EQ(Gk_ROString("abc", 0).len(), 0);
   EXPECT_EQ(Gk_ROString("abc", -2).len(), 0);
+}
+
+TEST(Gk_ROStringTest, MoreBytesThanIntMaxThrow) {
+  RepeatedUnits const bytes(u'\u6161', std::size_t(1) << 30);
+  if (!bytes.IsMapped()) GTEST_SKIP() << "cannot map 2 GiB of addresses";
+  EXPECT_THROW(Gk_ROString(reinterpret_cast<char const*>(bytes.View().data())), VRELAllocException);
 }
 
 TEST(Gk_ROStringTest, CopiesBytes) {

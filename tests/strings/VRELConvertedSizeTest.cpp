@@ -1,44 +1,15 @@
 #include "VRELConvertedSize.h"
 
 #include <gtest/gtest.h>
-#include <sys/mman.h>
 #include <unicode/ustring.h>
-#include <unistd.h>
 
 #include <climits>
 #include <string>
 
+#include "RepeatedUnits.h"
+#include "VRELString.h"
+
 namespace {
-
-// Maps `units` UTF-16 units, all of the same value, with the memory of 2 MiB only.
-class RepeatedUnits {
- public:
-  RepeatedUnits(char16_t unit, std::size_t units) : count(units), size(units * sizeof(char16_t)) {
-    constexpr std::size_t block = std::size_t(1) << 21;
-    std::u16string const content(block / sizeof(char16_t), unit);
-    int const file = memfd_create("units", 0);
-    if (file < 0 || write(file, content.data(), block) != static_cast<ssize_t>(block)) return;
-    void* const place = mmap(nullptr, size + block, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    if (place == MAP_FAILED) return;
-    base = static_cast<char*>(place);
-    for (std::size_t at = 0; at < size; at += block) {
-      if (mmap(base + at, block, PROT_READ, MAP_SHARED | MAP_FIXED, file, 0) == MAP_FAILED) isMapped = false;
-    }
-    close(file);
-  }
-  ~RepeatedUnits() {
-    if (base != nullptr) munmap(base, size + (std::size_t(1) << 21));
-  }
-
-  bool IsMapped() const { return base != nullptr && isMapped; }
-  std::u16string_view View() const { return {reinterpret_cast<char16_t const*>(base), count}; }
-
- private:
-  std::size_t count;
-  std::size_t size;
-  char* base = nullptr;
-  bool isMapped = true;
-};
 
 int Utf8Length(std::u16string_view part) {
   UErrorCode status = U_ZERO_ERROR;
@@ -78,7 +49,17 @@ TEST(VRELConvertedSizeTest, EightHundredMillionEuroSigns) {
   if (!text.IsMapped()) GTEST_SKIP() << "cannot map 1.6 GB of addresses";
   EXPECT_EQ(VRELConvertedSize(text.View(), Utf8Length), 0);
   EXPECT_TRUE(VRELMayExceedInt(text.View()));
-  EXPECT_EQ(VRELConvertedSize(text.View().substr(0, 700'000'000), Utf8Length), 2'100'000'001);
+}
+
+TEST(VRELConvertedSizeTest, StringsAboveIntMaxBytesAreRefused) {
+  RepeatedUnits const bytes(u'\u6161', std::size_t(1) << 30);
+  if (!bytes.IsMapped()) GTEST_SKIP() << "cannot map 2 GiB of addresses";
+  auto const* const text = reinterpret_cast<char const*>(bytes.View().data());
+  EXPECT_EQ(VRELString::getStringLength(text), 0);
+  EXPECT_EQ(VRELString::getStringLength(text + 1), INT_MAX);
+  EXPECT_FALSE(VRELString(text).getIsInitialized());
+  EXPECT_FALSE(VRELString(text, "ISO-8859-1").getIsInitialized());
+  EXPECT_FALSE(VRELString(std::string_view(text)).getIsInitialized());
 }
 
 }  // namespace
