@@ -120,9 +120,10 @@ class StringPrinter:
 
 
 class ArrayHeader:
-    """Header of a VRELDynamicArray; empty if it cannot be read."""
+    """Header of a VRELDynamicArray, or of a class derived from it; empty if it cannot be read."""
 
     def __init__(self, array):
+        array = ancestor(array, "VRELDynamicArray")
         self.element = plain_type(array.type).template_argument(0)
         header = array["header"]
         try:
@@ -425,7 +426,7 @@ class Printers(gdb.printing.PrettyPrinter):
             return None
         try:
             return printer(source)
-        except (gdb.error, KeyError, ValueError) as error:
+        except (RuntimeError, KeyError, TypeError, ValueError) as error:
             return HintPrinter(name, f"the printer does not match this version of the library: {error}")
 
     def find(self, name, value, is_template):
