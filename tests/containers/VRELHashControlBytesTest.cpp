@@ -16,11 +16,11 @@ namespace {
 using TextMarks = VRELHashControlBytes<VRELString>;
 
 TEST(VRELHashControlBytesTest, KeysWithoutMarksAreAllAlike) {
-  EXPECT_TRUE(TextMarks::exist);
-  EXPECT_TRUE(VRELHashControlBytes<void*>::exist);
-  EXPECT_FALSE(VRELHashControlBytes<int*>::exist);
-  EXPECT_FALSE(VRELHashControlBytes<int>::exist);
-  EXPECT_EQ(VRELHashControlBytes<int>::Of(7), VRELHashControlBytes<int>::any);
+  EXPECT_TRUE(TextMarks::kExist);
+  EXPECT_TRUE(VRELHashControlBytes<void*>::kExist);
+  EXPECT_FALSE(VRELHashControlBytes<int*>::kExist);
+  EXPECT_FALSE(VRELHashControlBytes<int>::kExist);
+  EXPECT_EQ(VRELHashControlBytes<int>::Of(7), VRELHashControlBytes<int>::kAny);
 }
 
 TEST(VRELHashControlBytesTest, TextsThatDifferInCaseHaveOneMark) {
@@ -37,8 +37,8 @@ TEST(VRELHashControlBytesTest, TextsThatDifferInCaseHaveOneMark) {
     }
     unsigned char const mark = TextMarks::Of(VRELString(lower));
     EXPECT_EQ(TextMarks::Of(VRELString(other)), mark) << lower;
-    EXPECT_NE(mark, TextMarks::any);
-    EXPECT_NE(mark, TextMarks::vacant);
+    EXPECT_NE(mark, TextMarks::kAny);
+    EXPECT_NE(mark, TextMarks::kVacant);
     seen.insert(mark);
   }
   EXPECT_GT(seen.size(), 100u);  // texts that differ mostly have different marks
@@ -47,7 +47,7 @@ TEST(VRELHashControlBytesTest, TextsThatDifferInCaseHaveOneMark) {
 TEST(VRELHashControlBytesTest, NothingIsKnownOfTextsBeyondAscii) {
   for (wchar_t const* text :
        {L"\u212A", L"ma\u00DF", L"abc\u017F", L"\u00E4bcdefgh", L"abcdefgh\uFB03", L"\U0001F600"}) {
-    EXPECT_EQ(TextMarks::Of(VRELString(text)), TextMarks::any) << VRELString(text).toUtf8();
+    EXPECT_EQ(TextMarks::Of(VRELString(text)), TextMarks::kAny) << VRELString(text).toUtf8();
   }
 }
 
@@ -55,8 +55,8 @@ TEST(VRELHashControlBytesTest, PointersThatDifferMostlyHaveDifferentMarks) {
   std::vector<int> counts(256);
   std::vector<char> objects(16 * 10000);
   for (std::size_t i = 0; i < objects.size(); i += 16) ++counts[VRELHashControlBytes<void*>::Of(&objects[i])];
-  EXPECT_EQ(counts[VRELHashControlBytes<void*>::vacant], 0);
-  EXPECT_EQ(counts[VRELHashControlBytes<void*>::any], 0);
+  EXPECT_EQ(counts[VRELHashControlBytes<void*>::kVacant], 0);
+  EXPECT_EQ(counts[VRELHashControlBytes<void*>::kAny], 0);
   EXPECT_LT(*std::max_element(counts.begin(), counts.end()), 10000 / 40) << "128 marks, 78 pointers for each";
 }
 
@@ -73,7 +73,7 @@ TEST(VRELHashControlBytesTest, AGroupNamesTheKeysThatMayBeEqual) {
   EXPECT_EQ(without.candidates, 0u);
   EXPECT_EQ(without.vacant, 0u);
   marks[3] = 7;
-  marks[9] = TextMarks::any;
+  marks[9] = TextMarks::kAny;
   marks[18] = 7;
   VRELHashGroup const with(&marks[3], 7);
   EXPECT_EQ(with.candidates, 0x8041u);
@@ -83,13 +83,13 @@ TEST(VRELHashControlBytesTest, AGroupNamesTheKeysThatMayBeEqual) {
 TEST(VRELHashControlBytesTest, AGroupNamesNoKeyBehindAFreeSlot) {
   std::vector<unsigned char> marks = SixteenNines();
   marks[4] = 7;
-  marks[8] = TextMarks::vacant;
+  marks[8] = TextMarks::kVacant;
   marks[9] = 7;
-  marks[18] = TextMarks::vacant;
+  marks[18] = TextMarks::kVacant;
   VRELHashGroup const group(&marks[3], 7);
   EXPECT_EQ(group.candidates, 0x2u);
   EXPECT_EQ(group.vacant, 0x8020u);
-  marks[3] = TextMarks::vacant;
+  marks[3] = TextMarks::kVacant;
   VRELHashGroup const empty(&marks[3], 7);
   EXPECT_EQ(empty.candidates, 0u);
   EXPECT_EQ(empty.vacant, 0x8021u);
@@ -97,9 +97,9 @@ TEST(VRELHashControlBytesTest, AGroupNamesNoKeyBehindAFreeSlot) {
 
 TEST(VRELHashControlBytesTest, AKeyOfWhichNothingIsKnownMayBeEqualToAll) {
   std::vector<unsigned char> marks = SixteenNines();
-  EXPECT_EQ(VRELHashGroup(&marks[3], TextMarks::any).candidates, 0xFFFFu);
-  marks[8] = TextMarks::vacant;
-  VRELHashGroup const group(&marks[3], TextMarks::any);
+  EXPECT_EQ(VRELHashGroup(&marks[3], TextMarks::kAny).candidates, 0xFFFFu);
+  marks[8] = TextMarks::kVacant;
+  VRELHashGroup const group(&marks[3], TextMarks::kAny);
   EXPECT_EQ(group.candidates, 0x1Fu);
   EXPECT_EQ(group.vacant, 0x20u);
 }

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#include "detail/VRELSwapObjectBytes.h"
 #include "VRELDynamicArray.h"
+#include "detail/VRELSwapObjectBytes.h"
 
 // One run of qsort. Programs call qsort, below.
 template <class T>

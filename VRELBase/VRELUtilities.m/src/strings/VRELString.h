@@ -183,4 +183,7 @@ struct VRELHashTraits<VRELString> {
   static bool Equal(VRELString const& a, VRELString const& b) noexcept { return a.compareToIgnoreCase(b) == 0; }
   // Of the letters of an ASCII text without their case; 1, which stands for any text, if another character is in it.
   VREL_EXPORT static unsigned char Mark(VRELString const& key) noexcept;
+  // Returns the seeded hash of the case-folded string.
+  VREL_EXPORT static std::uint64_t SeededHash(VRELString const& key) noexcept;
+  VREL_EXPORT static std::uint64_t SeededHashOf(std::u16string_view key) noexcept;
 };
