@@ -7,8 +7,9 @@
 
 #include "VRELExport.h"
 
-// SipHash-1-3 (Aumasson and Bernstein, "SipHash: a fast short-input PRF", 2012) of a sequence of 16-bit units, under a
-// random key of the process. Two sequences collide with probability 2^-64, whoever chose them.
+// SipHash-1-3 (Aumasson and Bernstein, "SipHash: a fast short-input PRF", 2012) of a sequence of 16-bit units in
+// little-endian order, under a random key of the process. Two sequences collide with probability 2^-64, whoever chose
+// them.
 //
 //   VRELSeededHash hash;
 //   for (char16_t unit : name) hash.Add(unit);
@@ -18,7 +19,22 @@
 // derive an order from it.
 class VRELSeededHash {
  public:
+  struct Key {
+    std::uint64_t low;
+    std::uint64_t high;
+  };
+
+  // Begins with the key of the process.
   VRELSeededHash() noexcept : VRELSeededHash(ProcessKey()) {}
+  explicit VRELSeededHash(Key const& key) noexcept
+      : v0(key.low ^ 0x736F6D6570736575),
+        v1(key.high ^ 0x646F72616E646F6D),
+        v2(key.low ^ 0x6C7967656E657261),
+        v3(key.high ^ 0x7465646279746573) {}
+
+  // Returns the key, which is drawn at the first call.
+  // Thread safety: safe.
+  VREL_EXPORT static Key const& ProcessKey() noexcept;
 
   void Add(std::uint16_t unit) noexcept {
     word |= static_cast<std::uint64_t>(unit) << (count % 4 * 16);
@@ -29,8 +45,8 @@ class VRELSeededHash {
   }
 
   std::uint64_t Finish() noexcept {
-    // The last word holds at most three units, so that the length fits its upper bits.
-    Compress(word | static_cast<std::uint64_t>(count) << 48);
+    // The last word has at most three units, and the length in bytes, modulo 256, in its upper byte.
+    Compress(word | static_cast<std::uint64_t>(count) << 57);
     v2 ^= 0xFF;
     for (int i = 0; i < 3; ++i) Round();
     return v0 ^ v1 ^ v2 ^ v3;
@@ -49,21 +65,6 @@ class VRELSeededHash {
   }
 
  private:
-  struct Key {
-    std::uint64_t low;
-    std::uint64_t high;
-  };
-
-  explicit VRELSeededHash(Key const& key) noexcept
-      : v0(key.low ^ 0x736F6D6570736575),
-        v1(key.high ^ 0x646F72616E646F6D),
-        v2(key.low ^ 0x6C7967656E657261),
-        v3(key.high ^ 0x7465646279746573) {}
-
-  // Returns the key, which is drawn at the first call.
-  // Thread safety: safe.
-  VREL_EXPORT static Key const& ProcessKey() noexcept;
-
   static std::uint64_t Rotated(std::uint64_t x, int bits) noexcept { return x << bits | x >> (64 - bits); }
 
   void Round() noexcept {
