@@ -209,7 +209,7 @@ TEST(VRELDynamicArrayTest, AddMovedEmptiesSource) {
   }
   ASSERT_EQ(numbers.size(), 100);
   for (int i = 0; i < 100; ++i) EXPECT_EQ(*numbers[i], i);
-  // One of its own, in a full and in a grown array.
+  // Own elements, in a full and in a grown array.
   VRELDynamicArray<Words> words(3, Words{1, 2});
   words.addMoved(std::move(words[1]));
   words.addMoved(std::move(words[0]));
@@ -681,6 +681,29 @@ TEST(VRELDynamicArrayTest, AppendTakesOwnConsecutiveElements) {
   ASSERT_EQ(shared.size(), 65);
   EXPECT_TRUE(array[0].equals(VRELString("a")));
   for (int i = 1; i < 65; ++i) EXPECT_TRUE(array[i].equals(VRELString("b"))) << i;
+}
+
+TEST(VRELDynamicArrayTest, DeclarationsMatch) {
+  using Array = VRELDynamicArray<double>;
+  static_assert(std::is_same_v<decltype(&Array::size), int (Array::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Array::add), void (Array::*)(double const&)>);
+  static_assert(std::is_same_v<decltype(static_cast<void (Array::*)(Array const&)>(&Array::append)),
+                               void (Array::*)(Array const&)>);
+  static_assert(std::is_same_v<decltype(&Array::copy), Array (Array::*)() const>);
+  static_assert(std::is_same_v<decltype(&Array::clear), void (Array::*)()>);
+  static_assert(std::is_same_v<decltype(&Array::removeAt), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::endGrow), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::endShrink), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::frontShrink), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::resize), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(std::declval<Array&>()[0]), double&>);
+  static_assert(std::is_same_v<decltype(std::declval<Array const&>()[0]), double const&>);
+  static_assert(std::is_same_v<decltype(std::declval<Array&>().getArray()), double*>);
+  static_assert(std::is_same_v<decltype(std::declval<Array const&>().getArray()), double const*>);
+  static_assert(std::is_constructible_v<Array, int, double const&>);
+  static_assert(std::is_same_v<decltype(&vrelArrayFind<double>), int (*)(Array const&, double const&)>);
+  static_assert(std::is_same_v<decltype(&vrelArrayRemove<double>), int (*)(Array&, double const&)>);
+  static_assert(std::is_same_v<decltype(&vrelArrayAddUnique<double>), bool (*)(Array&, double const&)>);
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST(VRELSeededHashTest, IsStableWithinProcess) {
   EXPECT_EQ(&VRELSeededHash::ProcessKey(), &VRELSeededHash::ProcessKey());
 }
 
-// Runs the program twice, which prints a hash of its own process.
+// Runs the program twice; each run draws its own key.
 TEST(VRELSeededHashTest, DiffersBetweenProcesses) {
   char const* const variable = "VREL_TEST_PRINTS_HASH";
   if (std::getenv(variable) != nullptr) {

@@ -54,7 +54,7 @@ constexpr bool IsSelfReferential() noexcept {
   return std::is_class_v<T> && IsStandardTemplate(NameOf<T>(), kNames);
 }
 
-// Whether T holds objects of its template arguments in place, so that it is as movable as they are.
+// Whether T stores objects of its template arguments in itself, so that it is as movable as they are.
 template <class T>
 constexpr bool IsAggregateOfArguments() noexcept {
   constexpr char const* kNames[] = {"array", "optional", "pair", "tuple", "variant"};

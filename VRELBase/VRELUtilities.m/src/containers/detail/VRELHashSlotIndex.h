@@ -14,11 +14,11 @@
 // are found here without a visit of the slots between:
 //
 // - Vacant slots are bits of a bitmap, with a bitmap above it that has one bit for each nonzero word of the one below,
-//   and so on up to a single word. A search goes up until a word has a bit at or after the place and then down again.
+//   and so on up to a single word. A search goes up until a word has a bit at or after the slot, and then down again.
 // - Occupied slots are in chains by a second hash of their keys, which an attacker cannot predict. A chain has one slot
 //   for each hash. If several keys have the same hash, which happens for keys that are equal and yet in different runs,
-//   all their slots are in an ordered set in addition, so that the first one after a place is found in logarithmic
-//   time.
+//   all their slots are in an ordered set in addition, so that the first one after a given slot is found in
+//   logarithmic time.
 //
 // Operations that change the index throw std::bad_alloc; it is not usable afterwards.
 class VRELHashSlotIndex {

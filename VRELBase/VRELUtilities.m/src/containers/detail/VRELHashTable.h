@@ -497,7 +497,7 @@ class VRELHashTable {
     SetVacant(rows, slot);
     ProbeResult const result = ProbeForInsertion(rows, key, controlByte);
     if (result.match >= 0) {
-      // The key equals one that it did not equal, or did not meet, when it was added.
+      // The key equals one that was not equal, or not in its probe run, when it was added.
       ResetColumns(slot);
       --count;
       return;
