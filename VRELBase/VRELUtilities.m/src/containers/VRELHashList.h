@@ -152,7 +152,7 @@ class VRELHashList {
   // Whether both lists have the same elements, each by the other's equality. Slots do not matter.
   friend bool operator==(VRELHashList const& a, VRELHashList const& b) {
     return a.table.IsEqual(
-        b.table, [](auto const& table, int slot, auto const& other) { return other.Find(table.rows.keys[slot]) >= 0; });
+        b.table, [](auto const& one, int slot, auto const& other) { return other.Find(one.rows.keys[slot]) >= 0; });
   }
   friend bool operator!=(VRELHashList const& a, VRELHashList const& b) { return !(a == b); }
 

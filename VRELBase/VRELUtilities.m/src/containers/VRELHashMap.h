@@ -178,9 +178,9 @@ class VRELHashMap {
 
   // Whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.
   friend bool operator==(VRELHashMap const& a, VRELHashMap const& b) {
-    return a.table.IsEqual(b.table, [](auto const& table, int slot, auto const& other) {
-      int const match = other.Find(table.rows.keys[slot]);
-      return match >= 0 && static_cast<bool>(table.rows.values[slot] == other.rows.values[match]);
+    return a.table.IsEqual(b.table, [](auto const& one, int slot, auto const& other) {
+      int const match = other.Find(one.rows.keys[slot]);
+      return match >= 0 && static_cast<bool>(one.rows.values[slot] == other.rows.values[match]);
     });
   }
   friend bool operator!=(VRELHashMap const& a, VRELHashMap const& b) { return !(a == b); }
