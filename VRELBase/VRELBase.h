@@ -22,6 +22,7 @@
 #include "VRELHashList.h"
 #include "VRELHashMap.h"
 #include "VRELHashTraits.h"
+#include "VRELIsByteMovable.h"
 #include "VRELList.h"
 #include "VRELMap.h"
 #include "VRELPair.h"

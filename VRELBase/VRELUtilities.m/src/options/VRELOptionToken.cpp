@@ -50,7 +50,8 @@ unsigned int HashOf(std::u16string_view text) {
 
 // A map that grows drops a key which meets an equal that it had not met before, so it may hold fewer than were made.
 struct VRELOptionToken::NamedChildren : VRELHashMap<VRELString, VRELOptionToken*> {
-  NamedChildren() : VRELHashMap(17) { SetFunctions(GetHashValue, HashEqualFunction); }
+  // The default equality is HashEqualFunction.
+  NamedChildren() : VRELHashMap(17) { SetFunctions(GetHashValue, nullptr); }
 
   VRELDynamicArray<VRELOptionToken*> made;
 };
@@ -72,7 +73,8 @@ VRELOptionToken* VRELOptionToken::Find(std::u16string_view key) const {
   auto const isKey = [key](VRELString const& stored) {
     return VRELString::compareIgnoringCase(key, stored.view()) == 0;
   };
-  VRELOptionToken* const* const child = children->GetEqual(HashOf(key), isKey);
+  auto const seededHash = [key] { return VRELHashTraits<VRELString>::SeededHashOf(key); };
+  VRELOptionToken* const* const child = children->GetEqual(HashOf(key), isKey, seededHash);
   return child != nullptr ? *child : nullptr;
 }
 

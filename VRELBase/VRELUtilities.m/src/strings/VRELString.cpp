@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
@@ -17,6 +18,7 @@
 
 #include "VRELAscii.h"
 #include "VRELConvertedSize.h"
+#include "detail/VRELSeededHash.h"
 
 // How strings are built. Every constructor ends in BuildUnits, which writes the code units directly into the buffer of
 // a new UnicodeString, or in a UnicodeString that ICU decoded and Terminated completed. Checked then turns a string
@@ -734,6 +736,33 @@ unsigned char VRELHashTraits<VRELString>::Mark(VRELString const& key) noexcept {
   }
   if ((seen & 0xFF80FF80FF80FF80) != 0) return 1;
   return static_cast<unsigned char>((mixed ^ mixed >> 32) * 0x9E3779B97F4A7C15 >> 56 | 2);
+}
+
+std::uint64_t VRELHashTraits<VRELString>::SeededHash(VRELString const& key) noexcept {
+  return SeededHashOf(key.view());
+}
+
+// Folds without an allocation, a piece at a time: the folding of a character does not depend on its neighbours.
+std::uint64_t VRELHashTraits<VRELString>::SeededHashOf(std::u16string_view key) noexcept {
+  constexpr std::size_t kPiece = 64;
+  constexpr std::size_t kLongestFolding = 3;  // units for one unit
+  VRELSeededHash hash;
+  while (!key.empty()) {
+    if (key[0] < 0x80) {
+      hash.Add(FoldAscii(key[0]));
+      key.remove_prefix(1);
+      continue;
+    }
+    std::size_t size = std::min(key.size(), kPiece);
+    if (size < key.size() && U16_IS_LEAD(key[size - 1]) && U16_IS_TRAIL(key[size])) --size;
+    char16_t folded[kPiece * kLongestFolding];
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t const count = u_strFoldCase(folded, static_cast<std::int32_t>(std::size(folded)), key.data(),
+                                             static_cast<std::int32_t>(size), U_FOLD_CASE_DEFAULT, &status);
+    for (std::int32_t i = 0; i < count && i < static_cast<std::int32_t>(std::size(folded)); ++i) hash.Add(folded[i]);
+    key.remove_prefix(size);
+  }
+  return hash.Finish();
 }
 
 VRINResult VRELStringToChars(VRELString const& text, char*& chars) {

@@ -220,4 +220,7 @@ struct VRELHashTraits<VRELString> {
   static bool Equal(VRELString const& a, VRELString const& b) noexcept { return a.compareToIgnoreCase(b) == 0; }
   // Hashes the folded letters of an ASCII string; 1, which matches any key, if it contains other characters.
   VREL_EXPORT static unsigned char Mark(VRELString const& key) noexcept;
+  // Returns the seeded hash of the case-folded string.
+  VREL_EXPORT static std::uint64_t SeededHash(VRELString const& key) noexcept;
+  VREL_EXPORT static std::uint64_t SeededHashOf(std::u16string_view key) noexcept;
 };
