@@ -2,7 +2,8 @@
 
 #include <cstring>
 
-Gk_PacketOutputStream::Gk_PacketOutputStream(VRELOutputStream* beneath, int size) : VRELFilterOutputStream(beneath) {
+Gk_PacketOutputStream::Gk_PacketOutputStream(VRELOutputStream* underlying, int size)
+    : VRELFilterOutputStream(underlying), buffer("") {
   buffer.ensure(size);
 }
 
@@ -34,6 +35,6 @@ void Gk_PacketOutputStream::flush() {
 }
 
 void Gk_PacketOutputStream::flushBuffer() {
-  if (fill > 0) VRELFilterOutputStream::write(buffer, fill);
+  VRELFilterOutputStream::write(buffer, fill);
   fill = 0;
 }
