@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "Gk_Nest.h"
 #include "Gk_Option.h"
@@ -295,6 +296,23 @@ TEST(Gk_OptionDocTest, SynchronisingAnUnknownComponentChangesNothing) {
   Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.lonely", L"OptionDoc.nobody");
   EXPECT_EQ(option->count(), 1);
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.nobody/a"), nullptr);
+}
+
+TEST(Gk_OptionDocTest, AddOptionTakesStrings) {
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/a", "narrow")->string(), "narrow");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/b", L"wide")->string(), "wide");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/c", std::string("text"))->string(), "text");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/d", std::string_view("view and more", 4))->string(), "view");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/a", "again", "remark")->string(), "again");
+  Gk_Option* const option = Gk_OptionDoc::fetchOption(L"strings/a");
+  EXPECT_EQ(option->set("b"), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "b");
+  EXPECT_EQ(option->set(L"c"), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "c");
+  EXPECT_EQ(option->set(std::string("d")), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "d");
+  EXPECT_EQ(option->set(std::string_view("efg", 1)), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "e");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -565,6 +566,42 @@ TEST(VRELOptionTest, LongTextIsCutInTheWarningAlone) {
   EXPECT_EQ(value.toUtf8(), text);
   // 31 bytes stand in front of the text, and 1023 are the most.
   EXPECT_EQ(listener.Texts(), Texts{"Probe.Name value overridden to " + std::string(1023 - 31, 'x')});
+}
+
+std::string StringOf(VRELOption const& option) {
+  VRELValue::VRELValueType type = VRELValue::UnknownType;
+  VRELString value;
+  option.GetValueType(type);
+  if (type != VRELValue::StringType) return "no string";
+  option.GetValue(value);
+  return value.toUtf8();
+}
+
+TEST(VRELOptionTest, ConstructorsTakeStrings) {
+  VRELOptionName const name(L"Test.Strings");
+  EXPECT_EQ(StringOf(VRELOption(name, "narrow", false)), "narrow");
+  EXPECT_EQ(StringOf(VRELOption(name, L"wide \u00D6", false)), "wide \xC3\x96");
+  EXPECT_EQ(StringOf(VRELOption(name, std::string("text \xC3\x96"), false)), "text \xC3\x96");
+  EXPECT_EQ(StringOf(VRELOption(name, std::string_view("view and more", 4), false)), "view");
+  EXPECT_EQ(StringOf(VRELOption(name, static_cast<char const*>(nullptr), false)), "");
+  EXPECT_EQ(StringOf(VRELOption(name, static_cast<wchar_t const*>(nullptr), false)), "");
+}
+
+TEST(VRELOptionTest, SetValueTakesStrings) {
+  VRELOption option(VRELString(L"Test.Strings"));
+  EXPECT_EQ(option.SetValue("narrow"), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "narrow");
+  EXPECT_EQ(option.SetValue(L"wide \u00D6"), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "wide \xC3\x96");
+  EXPECT_EQ(option.SetValue(std::string("text \xC3\x96")), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "text \xC3\x96");
+  EXPECT_EQ(option.SetValue(std::string_view("view and more", 4)), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "view");
+  EXPECT_EQ(option.SetValue(static_cast<char const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "");
+  // A string is refused by an option of another kind.
+  VRELOption flag(VRELOptionName(VRELString(L"Test.Flag")), true, false);
+  EXPECT_EQ(flag.SetValue("text"), VREL_E_ERROR);
 }
 
 }  // namespace

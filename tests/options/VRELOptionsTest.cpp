@@ -1,16 +1,21 @@
 #include "VRELOptions.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <map>
 #include <memory>
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "ChildProcess.h"
 #include "OpenDescriptors.h"
 #include "RecordingListener.h"
 #include "ScratchDirectory.h"
@@ -21,6 +26,7 @@
 #include "VRELOptionToken.h"
 #include "VRELStreamFormatter.h"
 #include "VRELStringOutputStream.h"
+#include "VRELValue.h"
 
 namespace {
 
@@ -1029,6 +1035,128 @@ TEST(VRELOptionsModelTest, EnumeratesAndMerges) {
     ASSERT_NO_FATAL_FAILURE(mine.Enumerate());
     for (int step = 0; step < 30; ++step) ASSERT_NO_FATAL_FAILURE(mine.LookUp(random.Name(7, true)));
   }
+}
+
+// A megabyte of lines with names that `nameOf` returns.
+template <class NameOf>
+std::string OneMegabyte(NameOf const& nameOf) {
+  std::string bytes;
+  for (unsigned i = 0; bytes.size() < (1 << 20) - 1024; ++i) bytes += nameOf(i) + "=1\n";
+  return bytes;
+}
+
+std::string ToLetters(unsigned number, int length) {
+  std::string letters;
+  for (; length > 0; --length, number /= 26) letters += static_cast<char>('a' + number % 26);
+  return letters;
+}
+
+// Peak memory of this process since its start, in bytes.
+long PeakMemory() {
+  rusage usage = {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss * 1024;
+}
+
+TEST(VRELOptionsTest, ReadFromFileBoundsMemoryForLongNames) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "AddressSanitizer needs memory of its own";
+#endif
+  ScratchDirectory const directory;
+  auto const withTokens = [](char const* token, int count) {
+    return [=](unsigned i) {
+      std::string name = ToLetters(i, 3);
+      for (int level = 1; level < count; ++level) name += token;
+      return name;
+    };
+  };
+  for (std::string const& bytes : {OneMegabyte(withTokens(".a", 501)), OneMegabyte(withTokens(".ab", 300))}) {
+    VRELString const path(directory.Write("options.cfg", bytes));
+    auto const lines = std::count(bytes.begin(), bytes.end(), '\n');
+    ChildResult const child = RunInChild([&] {
+      long const before = PeakMemory();
+      VRELOptions options;
+      if (options.ReadFromFile(path).IsFailure() || options.Size() != lines) return 1;
+      return PeakMemory() - before <= 50L << 20 ? 0 : 2;
+    });
+    EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  }
+}
+
+double ReadSeconds(std::string const& path, int expectedSize) {
+  double best = 1e9;
+  for (int run = 0; run < 5; ++run) {
+    VRELOptions options;
+    std::clock_t const start = std::clock();
+    EXPECT_EQ(options.ReadFromFile(VRELString(path)), VREL_S_OK);
+    best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    EXPECT_EQ(options.Size(), expectedSize);
+  }
+  return best;
+}
+
+// 37 * 'A' + 'U' is 37 * 'B' + '0', so that all names have one hash code.
+TEST(VRELOptionsTest, ReadFromFileIsLinearForCollidingNames) {
+  ScratchDirectory const directory;
+  std::string colliding;
+  std::string ordinary;
+  std::mt19937 random(11);
+  constexpr int names = 30000;
+  for (int i = 0; i < names; ++i) {
+    for (int bit = 0; bit < 15; ++bit) colliding += (i >> bit & 1) != 0 ? "AU" : "B0";
+    for (int letter = 0; letter < 30; ++letter) ordinary += static_cast<char>('A' + random() % 26);
+    colliding += "=1\n";
+    ordinary += "=1\n";
+  }
+  double const reference = ReadSeconds(directory.Write("ordinary.cfg", ordinary), names);
+  EXPECT_LE(ReadSeconds(directory.Write("colliding.cfg", colliding), names), 3 * reference);
+  // The same keys as tokens below another one.
+  std::string nested;
+  for (std::size_t at = 0; at < colliding.size(); at += 33) nested += colliding.substr(at, 30) + ".X=1\n";
+  EXPECT_LE(ReadSeconds(directory.Write("nested.cfg", nested), names), 3 * reference);
+}
+
+TEST(VRELOptionsTest, DestroysDeepTreesIteratively) {
+  std::string name = "a";
+  for (int i = 0; i < 300000; ++i) name += ".a";
+  VRELOptions options;
+  EXPECT_EQ(options.AddOption(VRELString(name), 1), VREL_S_OK);
+  VRELOption* option = nullptr;
+  options.InitEnumeration();
+  EXPECT_EQ(options.GetNext(option), VREL_S_OK);
+  VRELOptions copy;
+  EXPECT_EQ(copy.AddOptions(options, true), VREL_S_OK);
+  EXPECT_EQ(copy.RemoveAll(), VREL_S_OK);
+}
+
+std::string StoredString(VRELOptions const& options, wchar_t const* name) {
+  VRELOption* option = nullptr;
+  VRELValue::VRELValueType type = VRELValue::UnknownType;
+  VRELString value;
+  if (options.GetOption(name, option).IsFailure()) return "no option";
+  option->GetValueType(type);
+  if (type != VRELValue::StringType) return "no string";
+  option->GetValue(value);
+  return value.toUtf8();
+}
+
+TEST(VRELOptionsTest, AddOptionTakesStrings) {
+  VRELOptions options;
+  EXPECT_EQ(options.AddOption(L"a", "narrow"), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"b", L"wide \u00D6"), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"c", std::string("text \xC3\x96")), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"d", std::string_view("view and more", 4)), VREL_S_OK);
+  char buffer[] = "array";
+  EXPECT_EQ(options.AddOption(L"e", buffer), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"f", static_cast<wchar_t const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"g", static_cast<char const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(StoredString(options, L"a"), "narrow");
+  EXPECT_EQ(StoredString(options, L"b"), "wide \xC3\x96");
+  EXPECT_EQ(StoredString(options, L"c"), "text \xC3\x96");
+  EXPECT_EQ(StoredString(options, L"d"), "view");
+  EXPECT_EQ(StoredString(options, L"e"), "array");
+  EXPECT_EQ(StoredString(options, L"f"), "");
+  EXPECT_EQ(StoredString(options, L"g"), "");
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <clocale>
+#include <ctime>
 #include <map>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Gk_Source.h"
@@ -15,7 +17,9 @@
 #include "TurkishLocale.h"
 #include "VRELPair.h"
 #include "VRELStreamFormatter.h"
+#include "VRELStringConversions.h"
 #include "VRELStringInputStream.h"
+#include "VRELStringOutputStream.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -478,6 +482,54 @@ TEST(VRELPropertiesTest, WhatIsWrittenIsReadBack) {
     EXPECT_EQ(Written(properties), expected);
     EXPECT_EQ(PairsIn(expected), Pairs(model.begin(), model.end()));
   }
+}
+
+TEST(VRELPropertiesTest, SetTakesEveryKindOfValue) {
+  VRELProperties properties;
+  EXPECT_EQ(properties.Set(L"a", "narrow"), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"b", L"wide"), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"c", std::string("text")), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"d", std::string_view("view and more", 4)), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"e", 0), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"f", true), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"g", 1.5), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"h", VRELString(L"string")), VREL_S_OK);
+  struct {
+    wchar_t const* key;
+    VRELValue::VRELValueType type;
+    char const* text;
+  } const rows[] = {{L"a", VRELValue::StringType, "narrow"},   {L"b", VRELValue::StringType, "wide"},
+                    {L"c", VRELValue::StringType, "text"},     {L"d", VRELValue::StringType, "view"},
+                    {L"e", VRELValue::IntType, "0"},           {L"f", VRELValue::BoolType, "true"},
+                    {L"g", VRELValue::DoubleType, "1.500000"}, {L"h", VRELValue::StringType, "string"}};
+  for (auto const& row : rows) {
+    VRELValue value;
+    VRELValue::VRELValueType type = VRELValue::UnknownType;
+    VRELString text;
+    ASSERT_EQ(properties.Get(row.key, value), VREL_S_OK);
+    value.GetValueType(type);
+    value.GetValue(text);
+    EXPECT_EQ(type, row.type);
+    EXPECT_EQ(text.toUtf8(), row.text);
+  }
+}
+
+// The output of n pairs costs n log n, not n squared.
+TEST(VRELPropertiesTest, OutputTimeIsNotQuadratic) {
+  auto const secondsFor = [](int count) {
+    VRELProperties properties;
+    for (int i = 0; i < count; ++i) properties.Set(VRELStringFromInteger(i), 1);
+    double best = 1e9;
+    for (int run = 0; run < 3; ++run) {
+      VRELStringOutputStream out;
+      VRELStreamFormatter formatter(&out);
+      std::clock_t const start = std::clock();
+      formatter << properties;
+      best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return best;
+  };
+  EXPECT_LE(secondsFor(64000), 16 * secondsFor(8000));
 }
 
 }  // namespace

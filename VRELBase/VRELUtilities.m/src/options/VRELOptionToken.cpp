@@ -1,12 +1,15 @@
 // Storage of named children. Most nodes have one named child or none, and a hostile options file can bring half a
 // million of them in a megabyte. A node is therefore allocated together with its key, and a single child is referred to
-// directly. The hash map is built when the second child comes; it is the table that VRELHashMap documents (17 slots,
-// linear probing, no tombstones), whose slots decide the order of enumeration and, for keys that are equal but hash
-// differently, which keys are found. A single child behaves as if it were in such a map.
+// directly. A table is built when the second child comes. It has the slots of a VRELHashMap (17 at first, doubled
+// before more than three quarters are used; linear probing), because they decide the order of enumeration and, for keys
+// that are equal but hash differently, which keys are found. A single child behaves as if it were in such a table.
 //
-// Colliding keys. The hash that decides the slots is known to anyone, so keys that collide can be computed. The keys of
-// the map therefore carry a second hash, of the case-folded key and a random seed of the process. Its high bits are the
-// control byte by which the map compares sixteen slots at a time; keys are compared only where all of it agrees.
+// Colliding keys. The hash that decides the slots is known to anyone, so keys that collide can be computed, and a probe
+// run can become as long as the table. Since children are never removed one by one, the end of a run is found with a
+// union-find structure instead of a walk (Knuth, The Art of Computer Programming, volume 3, section 6.4, describes the
+// runs; Tarjan, "Efficiency of a good but not linear set union algorithm", the structure). A run that is longer than 32
+// slots is not searched, but looked up in an index by a second hash, of the case-folded key with a random seed. Both
+// keep each operation at constant cost on average, whatever the keys are.
 #include "VRELOptionToken.h"
 
 #include <unicode/uchar.h>
@@ -18,10 +21,11 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "VRELDynamicArray.h"
-#include "VRELHashMap.h"
 #include "VRELOption.h"
 #include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
@@ -31,8 +35,11 @@ namespace {
 // Keys up to this length are converted on the stack.
 constexpr std::size_t kMaxStackLength = 63;
 
-// Slots of a new map.
-constexpr int kSlots = 17;
+// Slots of a new table.
+constexpr std::uint32_t kSlots = 17;
+
+// Probe runs up to this length are searched slot by slot.
+constexpr std::uint32_t kShortRun = 32;
 
 // Returns whether a UTF-16 unit is a code point by itself, and not U+0000.
 bool IsCharacter(std::uint32_t unit) {
@@ -93,37 +100,7 @@ std::uint32_t FoldedHashOf(std::u16string_view text) {
   return static_cast<std::uint32_t>(hash);
 }
 
-// Key of the map: a view of the key of a node, which lives as long as the node, with both hashes.
-struct TokenKey {
-  TokenKey() = default;
-  explicit TokenKey(std::u16string_view key)
-      : text(key.data()),
-        length(static_cast<std::uint32_t>(key.size())),
-        hash(HashOf(key)),
-        foldedHash(FoldedHashOf(key)) {}
-
-  std::u16string_view View() const { return std::u16string_view(text, length); }
-
-  char16_t const* text = nullptr;
-  std::uint32_t length = 0;
-  std::uint32_t hash = 0;
-  std::uint32_t foldedHash = 0;
-};
-
 }  // namespace
-
-template <>
-struct VRELHashTraits<TokenKey> {
-  static unsigned int Hash(TokenKey const& key) noexcept { return key.hash; }
-  static bool Equal(TokenKey const& a, TokenKey const& b) noexcept {
-    return a.foldedHash == b.foldedHash && VRELString::compareIgnoringCase(a.View(), b.View()) == 0;
-  }
-  // 0 and 1 have a meaning of their own.
-  static unsigned char Mark(TokenKey const& key) noexcept {
-    unsigned int const byte = key.foldedHash >> 24;
-    return static_cast<unsigned char>(byte < 2 ? byte + 2 : byte);
-  }
-};
 
 // A named child. The units of its key follow the object in memory.
 struct VRELOptionToken::NamedToken : VRELOptionToken {
@@ -143,10 +120,124 @@ struct VRELOptionToken::NamedToken : VRELOptionToken {
   NamedToken(VRELOptionToken* aParent, std::uint32_t keyLength) : VRELOptionToken(aParent), length(keyLength) {}
 };
 
-// The map drops a key that becomes equal to another during a rehash, so that it can hold fewer children than were made.
+// Table of two or more named children.
+//
+// Keys that are equal but hash differently can become neighbours when the table grows: the second one is then dropped
+// from the table, and stays in `made`.
 struct VRELOptionToken::NamedChildren {
-  VRELHashMap<TokenKey, VRELOptionToken*> map = VRELHashMap<TokenKey, VRELOptionToken*>(kSlots);
-  VRELDynamicArray<VRELOptionToken*> made;
+ public:
+  NamedChildren() : NamedChildren(kSlots) {}
+
+  // Returns the child that a search for the key finds, or null.
+  NamedToken* Find(std::u16string_view key) const {
+    NamedToken const* const child = At(Search(key, HashOf(key), FoldedHashOf(key)));
+    return const_cast<NamedToken*>(child);
+  }
+
+  // Adds a child. Returns false if its key meets an equal one.
+  bool Add(NamedToken& child) {
+    // Before the check for an equal key, as VRELHashMap::Add does.
+    if (4 * (count + 1) > 3 * slots.size()) Grow();
+    if (!Place(child, HashOf(child.Key()), FoldedHashOf(child.Key()))) return false;
+    ++count;
+    return true;
+  }
+
+  void InitEnumeration() noexcept { cursor = 0; }
+  // Returns the child in the next occupied slot, or null.
+  NamedToken* GetNext() noexcept {
+    while (cursor < slots.size()) {
+      if (NamedToken* const child = slots[cursor++].child) return child;
+    }
+    return nullptr;
+  }
+
+  VRELDynamicArray<VRELOptionToken*> made;  // all children, including those that were dropped
+
+ private:
+  struct Slot {
+    NamedToken* child = nullptr;
+    std::uint32_t hash = 0;
+    std::uint32_t foldedHash = 0;
+  };
+
+  explicit NamedChildren(std::size_t slotCount) : slots(slotCount), nextFree(slotCount) {
+    for (std::size_t i = 0; i < slotCount; ++i) nextFree[i] = static_cast<std::uint32_t>(i);
+  }
+
+  std::uint32_t SlotCount() const { return static_cast<std::uint32_t>(slots.size()); }
+  NamedToken const* At(std::uint32_t slot) const { return slots[slot].child; }
+  std::uint32_t Distance(std::uint32_t from, std::uint32_t to) const {
+    return to >= from ? to - from : to + SlotCount() - from;
+  }
+
+  // Returns the first free slot at or after a slot, and halves the path to it. There is always a free slot.
+  std::uint32_t FreeSlot(std::uint32_t slot) const {
+    while (nextFree[slot] != slot) {
+      nextFree[slot] = nextFree[nextFree[slot]];
+      slot = nextFree[slot];
+    }
+    return slot;
+  }
+
+  bool IsEqual(Slot const& slot, std::u16string_view key, std::uint32_t foldedHash) const {
+    return slot.foldedHash == foldedHash && VRELString::compareIgnoringCase(key, slot.child->Key()) == 0;
+  }
+
+  // Returns the first slot of the probe run whose key is equal, or the free slot at its end.
+  std::uint32_t Search(std::u16string_view key, std::uint32_t hash, std::uint32_t foldedHash) const {
+    std::uint32_t const start = hash % SlotCount();
+    std::uint32_t const end = FreeSlot(start);
+    std::uint32_t const length = Distance(start, end);
+    if (length > kShortRun) return SearchLongRun(key, foldedHash, start, end);
+    for (std::uint32_t slot = start; slot != end; slot = slot + 1 == SlotCount() ? 0 : slot + 1) {
+      if (IsEqual(slots[slot], key, foldedHash)) return slot;
+    }
+    return end;
+  }
+
+  std::uint32_t SearchLongRun(std::u16string_view key, std::uint32_t foldedHash, std::uint32_t start,
+                              std::uint32_t end) const {
+    if (index.empty()) {
+      for (std::uint32_t slot = 0; slot < SlotCount(); ++slot) {
+        if (slots[slot].child != nullptr) index.emplace(slots[slot].foldedHash, slot);
+      }
+    }
+    std::uint32_t found = end;
+    auto const candidates = index.equal_range(foldedHash);
+    for (auto i = candidates.first; i != candidates.second; ++i) {
+      bool const isBefore = Distance(start, i->second) < Distance(start, found);
+      if (isBefore && IsEqual(slots[i->second], key, foldedHash)) found = i->second;
+    }
+    return found;
+  }
+
+  bool Place(NamedToken& child, std::uint32_t hash, std::uint32_t foldedHash) {
+    std::uint32_t const slot = Search(child.Key(), hash, foldedHash);
+    if (slots[slot].child != nullptr) return false;
+    if (!index.empty()) index.emplace(foldedHash, slot);
+    slots[slot] = {&child, hash, foldedHash};
+    nextFree[slot] = slot + 1 == SlotCount() ? 0 : slot + 1;
+    return true;
+  }
+
+  void Grow() {
+    NamedChildren larger(2 * slots.size());
+    for (Slot const& slot : slots) {
+      if (slot.child != nullptr) larger.Place(*slot.child, slot.hash, slot.foldedHash);
+    }
+    slots.swap(larger.slots);
+    nextFree.swap(larger.nextFree);
+    index.swap(larger.index);
+  }
+
+  std::vector<Slot> slots;
+  // Of a free slot, the slot itself; of an occupied one, a slot nearer to the next free one.
+  mutable std::vector<std::uint32_t> nextFree;
+  // Slots by foldedHash. Empty until a long run is searched.
+  mutable std::unordered_multimap<std::uint32_t, std::uint32_t> index;
+  std::size_t count = 0;  // includes dropped children
+  std::size_t cursor = 0;
 };
 
 VRELOptionToken::VRELOptionToken(VRELOptionToken* aParent) : parent(aParent) {}
@@ -159,12 +250,12 @@ VRELOptionToken::NamedToken* VRELOptionToken::OnlyChild() const noexcept {
   return (named & 1) == 0 ? reinterpret_cast<NamedToken*>(named) : nullptr;
 }
 
-VRELOptionToken::NamedChildren* VRELOptionToken::Map() const noexcept {
+VRELOptionToken::NamedChildren* VRELOptionToken::Table() const noexcept {
   return (named & 1) != 0 ? reinterpret_cast<NamedChildren*>(named & ~std::uintptr_t{1}) : nullptr;
 }
 
 void VRELOptionToken::ForgetNamed() noexcept {
-  delete Map();
+  delete Table();
   named = 0;
 }
 
@@ -176,16 +267,12 @@ VRINResult VRELOptionToken::GetToken(VRELString const& key, VRELOptionToken*& ch
 VRELOptionToken* VRELOptionToken::Find(std::u16string_view key) const {
   if (IsWildcard(key)) return wildcardChild;
   if (key.empty()) return nullptr;
-  if (NamedChildren const* const children = Map()) {
-    VRELOptionToken* child = nullptr;
-    children->map.Get(TokenKey(key), child);
-    return child;
-  }
+  if (NamedChildren const* const children = Table()) return children->Find(key);
   NamedToken* const child = OnlyChild();
   if (child == nullptr) return nullptr;
   std::u16string_view const childKey = child->Key();
   if (childKey == key) return child;
-  // In a map of 17 slots, equal keys that hash to different slots would not meet.
+  // In a table of 17 slots, equal keys that hash to different slots would not meet.
   bool const isFound =
       VRELString::compareIgnoringCase(key, childKey) == 0 && HashOf(key) % kSlots == HashOf(childKey) % kSlots;
   return isFound ? child : nullptr;
@@ -212,27 +299,27 @@ VRELOptionToken* VRELOptionToken::AddNamed(std::u16string_view key) {
     named = reinterpret_cast<std::uintptr_t>(static_cast<NamedToken*>(child.release()));
     return OnlyChild();
   }
-  if (OnlyChild() != nullptr) ConvertToMap();
-  NamedChildren& children = *Map();
+  if (OnlyChild() != nullptr) ConvertToTable();
+  NamedChildren& children = *Table();
   children.made.add(child.get());
   auto* const token = static_cast<NamedToken*>(child.release());
   // A rehash before the addition can bring the key next to an equal one that Find did not reach.
-  return children.map.Add(TokenKey(token->Key()), token) ? token : Find(key);
+  return children.Add(*token) ? token : Find(key);
 }
 
-// Moves the only child into a map, with the state of the enumeration.
-void VRELOptionToken::ConvertToMap() {
+// Moves the only child into a table, with the state of the enumeration.
+void VRELOptionToken::ConvertToTable() {
   NamedToken* const child = OnlyChild();
   auto children = std::make_unique<NamedChildren>();
   children->made.add(child);
-  children->map.Add(TokenKey(child->Key()), child);
-  if (child->isEnumerated) children->map.SkipNext();
+  children->Add(*child);
+  if (child->isEnumerated) children->GetNext();
   named = reinterpret_cast<std::uintptr_t>(children.release()) | 1;
 }
 
 // Removes one of the children and returns it; null if there is none left.
 VRELOptionToken* VRELOptionToken::TakeChild() noexcept {
-  if (NamedChildren* const children = Map(); children != nullptr && children->made.size() > 0) {
+  if (NamedChildren* const children = Table(); children != nullptr && children->made.size() > 0) {
     VRELOptionToken* const child = children->made[children->made.size() - 1];
     children->made.endShrink(1);
     return child;
@@ -257,7 +344,7 @@ VRINResult VRELOptionToken::GetParent(VRELOptionToken*& node) const {
 }
 
 VRINResult VRELOptionToken::InitEnumeration() const {
-  if (NamedChildren const* const children = Map()) children->map.InitEnumeration();
+  if (NamedChildren* const children = Table()) children->InitEnumeration();
   if (NamedToken* const child = OnlyChild()) child->isEnumerated = false;
   cursor = nullptr;
   return VREL_S_OK;
@@ -265,9 +352,8 @@ VRINResult VRELOptionToken::InitEnumeration() const {
 
 VRINResult VRELOptionToken::GetNextChild(VRELOptionToken*& child) const {
   child = nullptr;
-  VRELPair<TokenKey, VRELOptionToken*> next;
-  if (NamedChildren const* const children = Map()) {
-    if (children->map.GetNext(next)) child = next.value;
+  if (NamedChildren* const children = Table()) {
+    child = children->GetNext();
   } else if (NamedToken* const only = OnlyChild(); only != nullptr && !only->isEnumerated) {
     only->isEnumerated = true;
     child = only;

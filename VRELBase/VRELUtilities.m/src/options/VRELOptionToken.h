@@ -19,7 +19,7 @@ class VRELOption;
 //   node->InitEnumeration();
 //   while (node->GetNextChild(child).IsSuccess()) ...
 //
-// Named children are found without regard to case, in a hash map with 17 slots at first. The child for "*" is kept
+// Named children are found without regard to case, in a hash table with 17 slots at first. The child for "*" is kept
 // apart from them.
 //
 // Ownership: a node owns its option and its children, but only RemoveAll deletes them; the destructor does not.
@@ -86,9 +86,9 @@ class VREL_EXPORT VRELOptionToken {
   struct NamedChildren;
 
   NamedToken* OnlyChild() const noexcept;
-  NamedChildren* Map() const noexcept;
+  NamedChildren* Table() const noexcept;
   VRELOptionToken* AddNamed(std::u16string_view key);
-  void ConvertToMap();
+  void ConvertToTable();
   VRELOptionToken* TakeChild() noexcept;
   void ForgetNamed() noexcept;
 

@@ -23,8 +23,8 @@
 //
 // Compatibility: prefixes are compared with the name including its ":"; only single letters are compared without it.
 //
-// Ownership: the vectors belong to the caller and are not copied; they must outlive the object. A null argument, name or
-// vector counts as absent.
+// Ownership: the vectors belong to the caller and are not copied; they must outlive the object. A null argument, name
+// or vector counts as absent.
 class VREL_EXPORT VRELArgs {
  public:
   // Takes the parameters of main. The name of the program counts as consumed.
@@ -41,8 +41,8 @@ class VREL_EXPORT VRELArgs {
   // Consumes an argument, or moves once past the last one. Returns whether there was an argument.
   bool Shift() noexcept;
 
-  // Looks up a single-letter name in a table of `count` names. Stores its position in `index`, or -1, and returns whether
-  // it was found. `index` can be null, here and below.
+  // Looks up a single-letter name in a table of `count` names. Stores its position in `index`, or -1, and returns
+  // whether it was found. `index` can be null, here and below.
   bool IsLetterAnOption(int count, char** table, char letter, int* index) const noexcept;
   // Looks up an argument in a table of `count` names, first as a prefix of a name, then as a group of single letters,
   // which is then current. Stores the position, or -1, and returns whether it was found.
@@ -52,8 +52,8 @@ class VREL_EXPORT VRELArgs {
   //
   // Returns false and consumes nothing if there is no further option: `index` is then -1, or unchanged if there was no
   // argument left to look at.
-  // Compatibility: a letter that is not in the table returns false, and the group continues. The letter is read from the
-  // argument last consumed, also if another operation consumed it.
+  // Compatibility: a letter that is not in the table returns false, and the group continues. The letter is read from
+  // the argument last consumed, also if another operation consumed it.
   bool GetNextOption(int count, char** table, int* index) noexcept;
 
  private:
