@@ -83,7 +83,7 @@ T Read(std::string const& bytes) {
   return value;
 }
 
-TEST(VRELArchiveTest, ReadsValuesInTheirWidths) {
+TEST(VRELArchiveTest, ValueWidths) {
   EXPECT_EQ(Read<unsigned char>("\xFE"), 254);
   EXPECT_EQ(Read<char>("\xFE"), '\xFE');
   EXPECT_EQ(Read<unsigned short>("\x01\xFF"), 0xFF01);
@@ -96,7 +96,7 @@ TEST(VRELArchiveTest, ReadsValuesInTheirWidths) {
   EXPECT_EQ(Read<double>("\x00\x00\x00\x00\x00\x00\xF4\x3F"s), 1.25);
 }
 
-TEST(VRELArchiveTest, OneValueAfterAnother) {
+TEST(VRELArchiveTest, ChainedReads) {
   Bytes stream("\x01\x02\x03\x04\x00\x00\x00Z"s);
   VRELArchive archive(&stream);
   unsigned char a = 0;
@@ -112,7 +112,7 @@ TEST(VRELArchiveTest, OneValueAfterAnother) {
 }
 
 // A stream in memory is read without its virtual operation, which must not show.
-TEST(VRELArchiveTest, ReadsFromMemoryAsFromAnyStream) {
+TEST(VRELArchiveTest, MemoryStreamFastPath) {
   std::string const bytes = "\x01\x02\x03\x04\x00\x00\x00\x02hi\xFF"s;
   VRELStringInputStream stream(Gk_String(bytes.c_str(), static_cast<int>(bytes.size()) + 1));
   VRELArchive archive(&stream);
@@ -135,7 +135,7 @@ TEST(VRELArchiveTest, ReadsFromMemoryAsFromAnyStream) {
   EXPECT_EQ(stream.readChar(), -1);  // the byte in front of the end is gone
 }
 
-TEST(VRELArchiveTest, AStreamMayReadItsMemoryInAnotherWay) {
+TEST(VRELArchiveTest, DerivedMemoryStreamIsCalled) {
   struct Rotated : VRELStringInputStream {
     using VRELStringInputStream::VRELStringInputStream;
     int read(char* buffer, int count) override {
@@ -153,7 +153,7 @@ TEST(VRELArchiveTest, AStreamMayReadItsMemoryInAnotherWay) {
   EXPECT_EQ(b, 'C');
 }
 
-TEST(VRELArchiveTest, ADoubleMustBeANumber) {
+TEST(VRELArchiveTest, NanDoubleThrows) {
   Bytes stream("\x00\x00\x00\x00\x00\x00\xF8\x7F\x01\x00\x00\x00\x00\x00\xF0\xFF\x00\x00\x00\x00\x00\x00\xF0\xFF"s);
   VRELArchive archive(&stream);
   double value = 5;
@@ -167,7 +167,7 @@ TEST(VRELArchiveTest, ADoubleMustBeANumber) {
   EXPECT_EQ(archive.GetBytesRead(), 24);
 }
 
-TEST(VRELArchiveTest, AFloatNeedNotBeANumber) {
+TEST(VRELArchiveTest, NanFloatIsRead) {
   EXPECT_TRUE(std::isnan(Read<float>("\x00\x00\xC0\x7F"s)));
   EXPECT_TRUE(std::isnan(Read<float>("\x01\x00\x80\x7F"s)));
 }
@@ -186,7 +186,7 @@ void ExpectEndInside(std::string const& bytes) {
   }
 }
 
-TEST(VRELArchiveTest, TheEndInsideAValueThrows) {
+TEST(VRELArchiveTest, TruncatedValueThrows) {
   ExpectEndInside<unsigned char>("a");
   ExpectEndInside<char>("a");
   ExpectEndInside<unsigned short>("ab");
@@ -198,7 +198,7 @@ TEST(VRELArchiveTest, TheEndInsideAValueThrows) {
   ExpectEndInside<double>("abcdefgh");
 }
 
-TEST(VRELArchiveTest, ReadsExactlyWhatIsAskedFor) {
+TEST(VRELArchiveTest, ReadIsExact) {
   Bytes stream("abcdef");
   VRELArchive archive(&stream);
   char buffer[8] = {};
@@ -211,7 +211,7 @@ TEST(VRELArchiveTest, ReadsExactlyWhatIsAskedFor) {
   EXPECT_EQ(Thrown([&] { archive.Read(buffer, -5); }), 1);
 }
 
-TEST(VRELArchiveTest, AFailedReadCountsAsItTells) {
+TEST(VRELArchiveTest, FailedReadIsCounted) {
   Bytes stream("abcdef");
   VRELArchive archive(&stream);
   unsigned short value = 7;
@@ -222,7 +222,7 @@ TEST(VRELArchiveTest, AFailedReadCountsAsItTells) {
   EXPECT_EQ(value, 0x6261);
 }
 
-TEST(VRELArchiveTest, NoStreamIsTheEnd) {
+TEST(VRELArchiveTest, NullStreamThrows) {
   VRELArchive archive(nullptr);
   char byte = 0;
   double number = 0;
@@ -239,7 +239,7 @@ TEST(VRELArchiveTest, NoStreamIsTheEnd) {
   EXPECT_EQ(archive.GetBytesRead(), 0);
 }
 
-TEST(VRELArchiveTest, RestoresCounts) {
+TEST(VRELArchiveTest, RestoreCount) {
   struct {
     std::string bytes;
     long count;
@@ -261,7 +261,7 @@ TEST(VRELArchiveTest, RestoresCounts) {
   }
 }
 
-TEST(VRELArchiveTest, GetsStringLengths) {
+TEST(VRELArchiveTest, GetCStringLength) {
   struct {
     std::string bytes;
     long length;
@@ -303,7 +303,7 @@ std::string Wide(std::u32string const& text) {
   return std::string(reinterpret_cast<char const*>(text.data()), text.size() * 4);
 }
 
-TEST(VRELArchiveTest, RestoresNarrowStrings) {
+TEST(VRELArchiveTest, NarrowStrings) {
   EXPECT_EQ(Restored("\x00"s).length(), 0);
   EXPECT_EQ(Restored("\x04"
                      "bolt")
@@ -319,7 +319,7 @@ TEST(VRELArchiveTest, RestoresNarrowStrings) {
             "ab");
 }
 
-TEST(VRELArchiveTest, RestoresLongStringsWhole) {
+TEST(VRELArchiveTest, LongStrings) {
   for (std::size_t const length : {4095, 4096, 4097, 8191, 8192, 8193, 65533, 200000}) {
     SCOPED_TRACE(length);
     std::string text(length, ' ');
@@ -332,14 +332,14 @@ TEST(VRELArchiveTest, RestoresLongStringsWhole) {
   }
 }
 
-TEST(VRELArchiveTest, RestoresWideStrings) {
+TEST(VRELArchiveTest, WideStrings) {
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x02"s + Wide(U"Zo")).view(), u"Zo");
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x02"s + Wide(U"\u00D6\U0001F529")).view(), u"\u00D6\U0001F529");
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x00"s).length(), 0);
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x03"s + Wide(U"a\0b"s)).view(), u"a");
 }
 
-TEST(VRELArchiveTest, WideStringsMayHoldWhatIsNoCharacter) {
+TEST(VRELArchiveTest, WideStringsWithInvalidUnits) {
   for (unsigned const unit : {0xD800U, 0xDFFFU, 0x110000U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     SCOPED_TRACE(unit);
     std::u32string text = U"ab?c";
@@ -351,7 +351,7 @@ TEST(VRELArchiveTest, WideStringsMayHoldWhatIsNoCharacter) {
 }
 
 // A second mark in the place of a length is no length.
-TEST(VRELArchiveTest, AStringIsWideOnlyOnce) {
+TEST(VRELArchiveTest, SecondWideMarkThrows) {
   Bytes stream("\xFF\xFE\xFF\xFF\xFE\xFF\x01" + Wide(U"a"));
   VRELArchive archive(&stream);
   VRELString text(L"kept");
@@ -359,7 +359,7 @@ TEST(VRELArchiveTest, AStringIsWideOnlyOnce) {
   EXPECT_EQ(text.toUtf8(), "kept");
 }
 
-TEST(VRELArchiveTest, AnEmptyStringMayBeTheLastThing) {
+TEST(VRELArchiveTest, EmptyStringAtEnd) {
   VRELStringInputStream beneath(Gk_String("\0\0", 2));
   Gk_PacketInputStream stream(&beneath, 16);  // gives -1 for 0 bytes at its end
   VRELArchive archive(&stream);
@@ -368,7 +368,7 @@ TEST(VRELArchiveTest, AnEmptyStringMayBeTheLastThing) {
   EXPECT_EQ(text.length(), 0);
 }
 
-TEST(VRELArchiveTest, AStringThatIsCutThrowsAndLeavesTheTextAlone) {
+TEST(VRELArchiveTest, TruncatedStringThrows) {
   std::string const narrow =
       "\x04"
       "bolt";
@@ -483,7 +483,7 @@ std::string NewClass(std::string const& name) {
   return "\xFF\xFF\x01\x00"s + static_cast<char>(name.size()) + '\0' + name;
 }
 
-TEST(VRELArchiveTest, ANewClassTellsItsName) {
+TEST(VRELArchiveTest, NewClassStoresName) {
   ClassRecord const record = RestoreClass(NewClass("Foo") + "rest", "");
   EXPECT_EQ(record.result, 0);
   EXPECT_EQ(record.tag, 0xFFFF);
@@ -491,7 +491,7 @@ TEST(VRELArchiveTest, ANewClassTellsItsName) {
   EXPECT_EQ(record.left, 4U);
 }
 
-TEST(VRELArchiveTest, ANewClassMustBeTheExpectedOne) {
+TEST(VRELArchiveTest, NewClassMustMatchName) {
   ClassRecord const same = RestoreClass(NewClass("Foo") + "rest", "Foo");
   EXPECT_EQ(same.result, 0);
   EXPECT_EQ(same.name, "Foo");
@@ -505,12 +505,12 @@ TEST(VRELArchiveTest, ANewClassMustBeTheExpectedOne) {
   }
 }
 
-TEST(VRELArchiveTest, AClassMayHaveNoName) {
+TEST(VRELArchiveTest, ClassWithoutName) {
   EXPECT_EQ(RestoreClass(NewClass(""), "").result, 0);
   EXPECT_EQ(RestoreClass(NewClass(""), "Foo").result, 0x1000001);
 }
 
-TEST(VRELArchiveTest, NamesHaveLessThan64Bytes) {
+TEST(VRELArchiveTest, LongClassNameFails) {
   std::string const longest(63, 'N');
   ClassRecord const good = RestoreClass(NewClass(longest) + "rest", "");
   EXPECT_EQ(good.result, 0);
@@ -527,7 +527,7 @@ TEST(VRELArchiveTest, NamesHaveLessThan64Bytes) {
   }
 }
 
-TEST(VRELArchiveTest, TagsTellClassesFromObjects) {
+TEST(VRELArchiveTest, ObjectTags) {
   struct {
     std::string bytes;
     long result;
@@ -556,7 +556,7 @@ TEST(VRELArchiveTest, TagsTellClassesFromObjects) {
   }
 }
 
-TEST(VRELArchiveTest, ARecordThatIsCutThrows) {
+TEST(VRELArchiveTest, TruncatedRecordThrows) {
   for (std::string const& bytes : {NewClass("Foo"), "\xFF\x7F\x01\x00\x00\x80"s}) {
     for (std::size_t cut = 0; cut < bytes.size(); ++cut) {
       SCOPED_TRACE(cut);
@@ -573,7 +573,7 @@ TEST(VRELArchiveTest, ARecordThatIsCutThrows) {
   }
 }
 
-TEST(VRELArchiveTest, NoExpectedNameTakesAny) {
+TEST(VRELArchiveTest, NullNameMatchesAny) {
   Bytes stream(NewClass("Foo") + NewClass("Bar"));
   VRELArchive archive(&stream);
   EXPECT_EQ(archive.RestoreClassObject(nullptr, nullptr), 0);
@@ -600,7 +600,7 @@ std::string Model() {
          "\xFF\xFE\xFF\x02"s + Wide(U"Zo") + "\x02\x00\x00\x00"s + std::string(12, '\0');
 }
 
-TEST(VRELArchiveTest, EveryPrefixOfAnArchiveEndsInTheException) {
+TEST(VRELArchiveTest, EveryPrefixThrows) {
   std::string const model = Model();
   for (std::size_t cut = 0; cut <= model.size(); ++cut) {
     SCOPED_TRACE(cut);
@@ -610,7 +610,7 @@ TEST(VRELArchiveTest, EveryPrefixOfAnArchiveEndsInTheException) {
   }
 }
 
-TEST(VRELArchiveTest, RandomBytesAreHarmless) {
+TEST(VRELArchiveTest, RandomBytes) {
   std::mt19937 random(31);
   int ends = 0;
   for (int i = 0; i < 20000; ++i) {
@@ -634,7 +634,7 @@ TEST(VRELArchiveTest, RandomBytesAreHarmless) {
   EXPECT_GT(ends, 1000);
 }
 
-TEST(VRELArchiveTest, IsnanLooksAtTheExponent) {
+TEST(VRELArchiveTest, IsnanTestsExponent) {
   struct {
     std::string bytes;
     std::uint32_t result;

@@ -146,7 +146,7 @@ TEST(VRELBlastTest, HasCLinkage) {
   EXPECT_EQ(dlsym(RTLD_DEFAULT, "blast"), reinterpret_cast<void*>(&blast));
 }
 
-TEST(VRELBlastTest, TheEncoderWritesTheFormat) {
+TEST(VRELBlastTest, EncoderWritesFormat) {
   // By hand: A, I, a copy of 11 bytes from 2 back, the end.
   ImplodedData data(false, 4);
   data.Literals("AI").Copy(11, 2).End();
@@ -159,7 +159,7 @@ TEST(VRELBlastTest, TheEncoderWritesTheFormat) {
   EXPECT_EQ(coded.BitCount(), 37U);
 }
 
-TEST(VRELBlastTest, EmptyInputIsTheEnd) {
+TEST(VRELBlastTest, EmptyInput) {
   Decompression const done = Blast("");
   EXPECT_EQ(done.result, 2);
   EXPECT_TRUE(done.writes.empty());
@@ -175,7 +175,7 @@ TEST(VRELBlastTest, RejectsOtherLiteralFlags) {
   }
 }
 
-TEST(VRELBlastTest, RejectsTheFlagBeforeItAsksForTheDictionary) {
+TEST(VRELBlastTest, RejectsFlagBeforeReadingDictionary) {
   Decompression const done = Blast("\x02");
   EXPECT_EQ(done.result, -1);
   EXPECT_EQ(done.readsAtEnd, 0);
@@ -193,7 +193,7 @@ TEST(VRELBlastTest, RejectsOtherDictionaries) {
   }
 }
 
-TEST(VRELBlastTest, RejectsCopiesFromInFrontOfTheOutput) {
+TEST(VRELBlastTest, RejectsCopiesBeforeOutput) {
   for (bool const isCoded : {false, true}) {
     for (int before : {0, 1, 2, 100, 4000}) {
       SCOPED_TRACE(before);
@@ -214,7 +214,7 @@ TEST(VRELBlastTest, RejectsCopiesFromInFrontOfTheOutput) {
   }
 }
 
-TEST(VRELBlastTest, WritesABlockThatIsFullOnce) {
+TEST(VRELBlastTest, WritesFullBlockOnce) {
   for (bool const isCoded : {false, true}) {
     std::string const text(window, 'q');
     std::string const literals = ImplodedData(isCoded, 4).Literals(text).End().Bytes();
@@ -238,7 +238,7 @@ TEST(VRELBlastTest, WritesInBlocksOf4096) {
   EXPECT_EQ(done.writes, (std::vector<unsigned>{4096, 4096, 4096, 5}));
 }
 
-TEST(VRELBlastTest, WritesAFullBlockBeforeItAsksForMore) {
+TEST(VRELBlastTest, WritesFullBlockBeforeReading) {
   std::mt19937 random(5);
   std::string const text = RandomBytes(random, 2 * window);
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
@@ -248,7 +248,7 @@ TEST(VRELBlastTest, WritesAFullBlockBeforeItAsksForMore) {
   EXPECT_EQ(done.output, text);
 }
 
-TEST(VRELBlastTest, AsksForNothingBehindTheEnd) {
+TEST(VRELBlastTest, ReadsNothingAfterEnd) {
   for (bool const isCoded : {false, true}) {
     for (int length = 0; length < 40; ++length) {
       SCOPED_TRACE(length);
@@ -261,7 +261,7 @@ TEST(VRELBlastTest, AsksForNothingBehindTheEnd) {
   }
 }
 
-TEST(VRELBlastTest, TellsThatOutputFailed) {
+TEST(VRELBlastTest, ReportsFailedOutput) {
   std::mt19937 random(6);
   std::string const text = RandomBytes(random, 3 * window + 100);
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
@@ -276,7 +276,7 @@ TEST(VRELBlastTest, TellsThatOutputFailed) {
   EXPECT_EQ(Blast(data, 4096, 4).result, 0);
 }
 
-TEST(VRELBlastTest, AnEarlierErrorStandsWhenTheRestCannotBeWritten) {
+TEST(VRELBlastTest, KeepsEarlierError) {
   std::string const cut = ImplodedData(false, 4).Literals("abc").Bytes();
   Decompression const ended = Blast(cut, 1, 0);
   EXPECT_EQ(ended.result, 2);
@@ -286,7 +286,7 @@ TEST(VRELBlastTest, AnEarlierErrorStandsWhenTheRestCannotBeWritten) {
   EXPECT_EQ(reaching.output, "abc");
 }
 
-TEST(VRELBlastTest, CopiesReachIntoTheBlockBefore) {
+TEST(VRELBlastTest, CopiesFromPreviousBlock) {
   std::mt19937 random(7);
   for (bool const isCoded : {false, true}) {
     Sample sample(isCoded, 6);
@@ -336,7 +336,7 @@ TEST(VRELBlastTest, CopiesFromEveryDistance) {
 }
 
 // Short distances repeat what they find, at every length and from every place.
-TEST(VRELBlastTest, CopiesThatOverlapTheirTargetRepeat) {
+TEST(VRELBlastTest, OverlappingCopiesRepeat) {
   std::mt19937 random(10);
   Sample sample(false, 4);
   sample.Literals(RandomBytes(random, 64));
@@ -351,7 +351,7 @@ TEST(VRELBlastTest, CopiesThatOverlapTheirTargetRepeat) {
   sample.Check();
 }
 
-TEST(VRELBlastTest, CopiesGoOverTheEdgeOfABlock) {
+TEST(VRELBlastTest, CopiesCrossBlockBoundary) {
   std::mt19937 random(11);
   for (bool const isCoded : {false, true}) {
     for (int distance : {1, 2, 3, 7, 8, 15, 16, 17, 500, 2048, 4080, 4096}) {
@@ -401,7 +401,7 @@ void ExpectRoundTrip(std::string const& text) {
   }
 }
 
-TEST(VRELBlastTest, BringsRandomTextsBack) {
+TEST(VRELBlastTest, RoundTripOfRandomData) {
   std::mt19937 random(12);
   for (std::size_t const length : {0, 1, 2, 3, 100, 4095, 4096, 4097, 20000}) {
     SCOPED_TRACE(length);
@@ -412,7 +412,7 @@ TEST(VRELBlastTest, BringsRandomTextsBack) {
   }
 }
 
-TEST(VRELBlastTest, BringsStructuredTextsBack) {
+TEST(VRELBlastTest, RoundTripOfStructuredData) {
   std::string table;
   for (int i = 0; i < 700; ++i) {
     table += "#" + std::to_string(i) + "=CARTESIAN_POINT('',(" + std::to_string(i * 7) + ".,0.," +
@@ -427,7 +427,7 @@ TEST(VRELBlastTest, BringsStructuredTextsBack) {
   ExpectRoundTrip(record);
 }
 
-TEST(VRELBlastTest, BringsRealTextsBack) {
+TEST(VRELBlastTest, RoundTripOfRealData) {
   ExpectRoundTrip(Prose());
   std::ifstream own(REAL_TEXT, std::ios::binary);
   std::string const source(std::istreambuf_iterator<char>(own), {});
@@ -439,7 +439,7 @@ TEST(VRELBlastTest, BringsRealTextsBack) {
   ExpectRoundTrip(code);
 }
 
-TEST(VRELBlastTest, InputMayEndAtEveryByte) {
+TEST(VRELBlastTest, InputEndsAtEveryByte) {
   std::string text;
   for (int i = 0; i < 20; ++i) text += Prose() + std::to_string(i * 12345);
   ASSERT_GT(text.size(), window);
@@ -462,7 +462,7 @@ TEST(VRELBlastTest, InputMayEndAtEveryByte) {
 }
 
 // Up to where the input ends everything is delivered: after each byte, as many items as lie in it whole.
-TEST(VRELBlastTest, DeliversWhatWasDecodedBeforeTheEnd) {
+TEST(VRELBlastTest, WritesDecodedBytesBeforeEnd) {
   std::string const text = Prose();
   ImplodedData data(false, 4);
   data.Literals(text);
@@ -478,7 +478,7 @@ TEST(VRELBlastTest, DeliversWhatWasDecodedBeforeTheEnd) {
 
 // What comes of bytes that nobody imploded does not depend on how they come, and is no more than they can stand for:
 // 518 bytes for a copy, which takes 22 bits at least.
-TEST(VRELBlastTest, RandomBytesAreHarmless) {
+TEST(VRELBlastTest, RandomBytes) {
   std::mt19937 random(13);
   int results[6] = {};
   for (int i = 0; i < 10000; ++i) {
@@ -506,7 +506,7 @@ TEST(VRELBlastTest, RandomBytesAreHarmless) {
   EXPECT_GT(results[5], 0);
 }
 
-TEST(VRELBlastTest, ABlockWithoutBytesIsTheEnd) {
+TEST(VRELBlastTest, EmptyBlockIsEnd) {
   blast_in const nothing = [](void* /*how*/, unsigned char** buffer) -> unsigned {
     *buffer = nullptr;
     return 5;

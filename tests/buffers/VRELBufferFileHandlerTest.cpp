@@ -116,7 +116,7 @@ class VRELBufferFileHandlerTest : public testing::Test {
   ScratchDirectory directory;
 };
 
-TEST_F(VRELBufferFileHandlerTest, IsABufferHandler) {
+TEST_F(VRELBufferFileHandlerTest, DerivesFromBufferHandler) {
   static_assert(std::is_base_of_v<VRELBufferHandler, VRELBufferFileHandler>);
   EXPECT_EQ(SlotOf(&VRELBufferFileHandler::GetChar), 5U);
   VRELBufferFileHandlerHandle const handler(new VRELBufferFileHandler(Open(Write(3))));
@@ -126,7 +126,7 @@ TEST_F(VRELBufferFileHandlerTest, IsABufferHandler) {
   EXPECT_EQ(value, static_cast<unsigned char>(ByteAt(2)));
 }
 
-TEST_F(VRELBufferFileHandlerTest, HoldsASmallFileWhole) {
+TEST_F(VRELBufferFileHandlerTest, SmallFileIsOneWindow) {
   VRELFileHandle const file = Open(directory.Write("data", "0123456789"));
   std::unique_ptr<VRELBufferFileHandler> handler;
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), "");
@@ -147,7 +147,7 @@ TEST_F(VRELBufferFileHandlerTest, HoldsASmallFileWhole) {
   EXPECT_EQ(std::getc(StreamOf(file)), '0');
 }
 
-TEST_F(VRELBufferFileHandlerTest, PositionBehindTheLastByteFailsSilently) {
+TEST_F(VRELBufferFileHandlerTest, PositionAtEndFailsSilently) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
   // The block is lost; the end is told again.
@@ -156,7 +156,7 @@ TEST_F(VRELBufferFileHandlerTest, PositionBehindTheLastByteFailsSilently) {
   EXPECT_EQ(printed, kNull);
 }
 
-TEST_F(VRELBufferFileHandlerTest, PositionsOutsideTheFileFail) {
+TEST_F(VRELBufferFileHandlerTest, PositionsOutsideFileFail) {
   VRELBufferFileHandler handler(Open(Write(10)));
   for (long const position : {11L, 12L, 4194304L, 0x7FFFFFFFFFFFFFFFL, -1L, -10L, -0x7FFFFFFFFFFFFFFFL - 1}) {
     ExpectFailure(handler, position, 0x1000056, kNoMove);
@@ -165,7 +165,7 @@ TEST_F(VRELBufferFileHandlerTest, PositionsOutsideTheFileFail) {
   for (long position = 0; position < 10; ++position) ExpectByteOfFile(handler, position);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DrainedHandlerGivesOutNothing) {
+TEST_F(VRELBufferFileHandlerTest, DrainedHandlerFails) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
   // There are bytes, and no block to read them into.
@@ -179,7 +179,7 @@ TEST_F(VRELBufferFileHandlerTest, DrainedHandlerGivesOutNothing) {
   ExpectByteOfFile(handler, 3);
 }
 
-TEST_F(VRELBufferFileHandlerTest, EmptyFileDrainsAtOnce) {
+TEST_F(VRELBufferFileHandlerTest, EmptyFileIsDrained) {
   std::unique_ptr<VRELBufferFileHandler> handler;
   VRELFileHandle const file = Open(Write(0));
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), "");
@@ -189,7 +189,7 @@ TEST_F(VRELBufferFileHandlerTest, EmptyFileDrainsAtOnce) {
   EXPECT_EQ(printed, kNull);
 }
 
-TEST_F(VRELBufferFileHandlerTest, HoldsFourMegabytesWhole) {
+TEST_F(VRELBufferFileHandlerTest, FourMegabytesAreOneWindow) {
   VRELFileHandle const file = Open(Write(4 * kMega));
   VRELBufferFileHandler handler(file);
   EXPECT_EQ(KernelOffset(file), 4 * kMega);
@@ -205,7 +205,7 @@ TEST_F(VRELBufferFileHandlerTest, HoldsFourMegabytesWhole) {
   ExpectFailure(handler, 4 * kMega, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
+TEST_F(VRELBufferFileHandlerTest, WindowRestartsAtPosition) {
   VRELFileHandle const file = Open(Write(5 * kMega));
   VRELBufferFileHandler handler(file);
   EXPECT_EQ(KernelOffset(file), 4194304);
@@ -232,7 +232,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
 }
 
 // With a hole in front of its last bytes.
-TEST_F(VRELBufferFileHandlerTest, ReachesBeyondFourGigabytes) {
+TEST_F(VRELBufferFileHandlerTest, PositionsAboveFourGigabytes) {
   constexpr long size = 5L * 1024 * kMega + 7;
   std::string const path = directory.Write("data", "first");
   std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size) - 4);
@@ -246,7 +246,7 @@ TEST_F(VRELBufferFileHandlerTest, ReachesBeyondFourGigabytes) {
   ExpectFailure(handler, size + 1, 0x1000056, kNoMove);
 }
 
-TEST_F(VRELBufferFileHandlerTest, WindowAgainstAModel) {
+TEST_F(VRELBufferFileHandlerTest, AgreesWithModel) {
   constexpr long size = 9 * kMega + 12345;
   VRELBufferFileHandler handler(Open(Write(size)));
   unsigned long state = 20261120;
@@ -262,7 +262,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowAgainstAModel) {
   }
 }
 
-TEST_F(VRELBufferFileHandlerTest, NeedsAStreamThatIsOpen) {
+TEST_F(VRELBufferFileHandlerTest, RequiresOpenStream) {
   VRELFileHandle const closed(new VRELFile(Write(10).c_str()));
   for (VRELFileHandle const& file : {closed, VRELFileHandle(new VRELFile()), VRELFileHandle()}) {
     std::unique_ptr<VRELBufferFileHandler> handler;
@@ -280,12 +280,12 @@ TEST_F(VRELBufferFileHandlerTest, NeedsAStreamThatIsOpen) {
   EXPECT_EQ(StreamOf(closed), nullptr);
 }
 
-TEST_F(VRELBufferFileHandlerTest, BufferIsValidOnceMade) {
+TEST_F(VRELBufferFileHandlerTest, IsBufferValid) {
   VRELBufferFileHandler handler(Open(Write(10)));
   EXPECT_EQ(PrintedBy([&] { EXPECT_EQ(handler.IsBufferValid(), VREL_S_OK); }), "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
+TEST_F(VRELBufferFileHandlerTest, HelpersInAnyOrder) {
   std::string const path = Write(100);
   VRELBufferFileHandler handler(Open(path));
   EXPECT_EQ(handler.AdvanceFilePointerPosition(101), 0x1000052);
@@ -324,7 +324,7 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   ExpectByteOfFile(handler, 4321);
 }
 
-TEST_F(VRELBufferFileHandlerTest, AWindowThatIsNotFilledEndsWhereItEnded) {
+TEST_F(VRELBufferFileHandlerTest, AdvanceKeepsWindowEnd) {
   VRELBufferFileHandler handler(Open(Write(100)));
   EXPECT_EQ(handler.AdvanceFilePointerPosition(95), VREL_S_OK);
   ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(4)));
@@ -334,7 +334,7 @@ TEST_F(VRELBufferFileHandlerTest, AWindowThatIsNotFilledEndsWhereItEnded) {
   ExpectFailure(other, 100, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, StreamWithoutAPathHasASmallWindow) {
+TEST_F(VRELBufferFileHandlerTest, StreamWithoutPathHasSmallWindow) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -348,7 +348,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamWithoutAPathHasASmallWindow) {
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FirstFillCountsFromWhereTheStreamStands) {
+TEST_F(VRELBufferFileHandlerTest, FirstFillStartsAtStreamPosition) {
   VRELFileHandle const file = Open(directory.Write("data", "0123456789"));
   std::fseek(StreamOf(file), 4, SEEK_SET);
   VRELBufferFileHandler handler(file);
@@ -374,21 +374,21 @@ TEST_F(VRELBufferFileHandlerTest, PipeIsReadOnce) {
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, EndlessDeviceHasASmallWindow) {
+TEST_F(VRELBufferFileHandlerTest, EndlessDeviceHasSmallWindow) {
   VRELBufferFileHandler handler(Open("/dev/zero"));
   ExpectByte(handler, 0, 0);
   ExpectByte(handler, 2047, 0);
   ExpectFailure(handler, 2048, 0x1000056, kNoMove);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DirectoryIsAnError) {
+TEST_F(VRELBufferFileHandlerTest, DirectoryFails) {
   VRELFileHandle const file = Open(directory.Path());
   std::unique_ptr<VRELBufferFileHandler> handler;
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), kError);
   ExpectFailure(*handler, 0, 0x1000055, kError);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatShrinks) {
+TEST_F(VRELBufferFileHandlerTest, ShrinkingFile) {
   std::string const path = Write(5 * kMega);
   VRELBufferFileHandler handler(Open(path));
   std::filesystem::resize_file(path, 1000);
@@ -397,7 +397,7 @@ TEST_F(VRELBufferFileHandlerTest, FileThatShrinks) {
   ExpectFailure(handler, 4500000, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatShrinksWithinTheWindow) {
+TEST_F(VRELBufferFileHandlerTest, FileShrinkingWithinWindow) {
   std::string const path = Write(5 * kMega);
   VRELBufferFileHandler handler(Open(path));
   std::filesystem::resize_file(path, 4500000);
@@ -406,7 +406,7 @@ TEST_F(VRELBufferFileHandlerTest, FileThatShrinksWithinTheWindow) {
   EXPECT_EQ(handler.IsPointerPositionValid(4500000), VREL_E_FAIL);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatGrowsEndsWhereItEnded) {
+TEST_F(VRELBufferFileHandlerTest, GrowingFileKeepsSize) {
   std::string const path = directory.Write("data", "0123456789");
   VRELBufferFileHandler handler(Open(path));
   std::ofstream(path, std::ios::app) << "abc";
@@ -417,7 +417,7 @@ TEST_F(VRELBufferFileHandlerTest, FileThatGrowsEndsWhereItEnded) {
   ExpectByte(handler, 5, '5');
 }
 
-TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasClosed) {
+TEST_F(VRELBufferFileHandlerTest, StreamClosedByFile) {
   std::string const path = Write(5 * kMega);
   VRELFileHandle const file = Open(path);
   VRELBufferFileHandler handler(file);
@@ -432,7 +432,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasClosed) {
 }
 
 // A stream that was handed in stays open where the file forgets it.
-TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasForgotten) {
+TEST_F(VRELBufferFileHandlerTest, StreamForgottenByFile) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -452,7 +452,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasForgotten) {
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DescriptorThatWasClosed) {
+TEST_F(VRELBufferFileHandlerTest, ClosedDescriptor) {
   VRELFileHandle const file = Open(Write(5 * kMega));
   VRELBufferFileHandler handler(file);
   ExpectByteOfFile(handler, 4194303);
@@ -466,7 +466,7 @@ TEST_F(VRELBufferFileHandlerTest, DescriptorThatWasClosed) {
   EXPECT_EQ(printed, kError);
 }
 
-TEST_F(VRELBufferFileHandlerTest, ReadsAWindowAtOnce) {
+TEST_F(VRELBufferFileHandlerTest, WindowIsReadAtOnce) {
   VRELFileHandle const file = Open(Write(16 * kMega));
   VRELBufferFileHandler handler(file);
   ReadCalls const calls;
@@ -490,7 +490,7 @@ void ExhaustMemory(std::size_t size) {
   }
 }
 
-TEST_F(VRELBufferFileHandlerTest, SmallBlockServesWhereMemoryIsShort) {
+TEST_F(VRELBufferFileHandlerTest, SmallBlockIfMemoryIsShort) {
   std::string const path = Write(5 * kMega);
   ChildResult const child = RunInChildWithoutTeardown([&]() -> int {
     VRELFileHandle const file = Open(path);
@@ -513,7 +513,7 @@ TEST_F(VRELBufferFileHandlerTest, SmallBlockServesWhereMemoryIsShort) {
   EXPECT_EQ(child.output, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, NoBlockWhereThereIsNoMemory) {
+TEST_F(VRELBufferFileHandlerTest, NoBlockWithoutMemory) {
   ChildResult const child = RunInChildWithoutTeardown([]() -> int {
     VRELFileHandle const file(new VRELFile(stdin));
     VRELBufferFileHandler handler{VRELFileHandle()};

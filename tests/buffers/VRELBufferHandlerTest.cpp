@@ -23,14 +23,14 @@ class BlockHandler : public VRELBufferHandler {
   }
 };
 
-TEST(VRELBufferHandlerTest, IsAFrame) {
+TEST(VRELBufferHandlerTest, IsAbstract) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELBufferHandler>);
   static_assert(std::is_abstract_v<VRELBufferHandler>);
   EXPECT_EQ(SlotOf(&VRELBufferHandler::GetChar), 5U);
 }
 
 // The sanitizers tell whether the block goes with its handler.
-TEST(VRELBufferHandlerTest, ReleasesItsBlock) {
+TEST(VRELBufferHandlerTest, DeletesBlock) {
   for (bool const hasBlock : {false, true}) {
     SCOPED_TRACE(hasBlock);
     VRELBufferHandlerHandle const handler(new BlockHandler(hasBlock));

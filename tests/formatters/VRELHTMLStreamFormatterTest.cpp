@@ -39,7 +39,7 @@ TEST(VRELHTMLStreamFormatterTest, WritesHeadAndFoot) {
   EXPECT_EQ(page, "<HTML> <title>A title</title><BODY BGCOLOR=\"red\" > text</BODY> </HTML>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, TakesNullTitleAndColour) {
+TEST(VRELHTMLStreamFormatterTest, NullTitleAndColour) {
   std::string const page = TextOf([](VRELOutputStream* stream) { VRELHTMLStreamFormatter(stream, nullptr, nullptr); });
   EXPECT_EQ(page, "<HTML> <title></title><BODY BGCOLOR=\"\" > </BODY> </HTML>");
 }
@@ -52,7 +52,7 @@ TEST(VRELHTMLStreamFormatterTest, WorksWithoutStream) {
 }
 
 // The end of the page goes out before the flush.
-TEST(VRELHTMLStreamFormatterTest, FlushesBehindTheFoot) {
+TEST(VRELHTMLStreamFormatterTest, FlushesAfterFoot) {
   class Stream : public VRELOutputStream {
    public:
     int write(char const* buffer, int count) override {
@@ -68,12 +68,12 @@ TEST(VRELHTMLStreamFormatterTest, FlushesBehindTheFoot) {
   EXPECT_EQ(stream.last, "</BODY> </HTML> flush");
 }
 
-TEST(VRELHTMLStreamFormatterTest, BringsItsOwnObjects) {
+TEST(VRELHTMLStreamFormatterTest, ReplacesFormatObjects) {
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << "a" << out.space() << "b" << out.endline() << out.empty(); }),
             "a&nbsp;b<br>\r\n");
 }
 
-TEST(VRELHTMLStreamFormatterTest, WritesABlock) {
+TEST(VRELHTMLStreamFormatterTest, WritesBlock) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out.margin()->incr();
     out << out.margin() << "x";
@@ -84,18 +84,18 @@ TEST(VRELHTMLStreamFormatterTest, WritesABlock) {
             "</BLOCKQUOTE><a name= \"AM}\"></a><a href=\"#AM{\">}</a><br>\r\n");
 }
 
-TEST(VRELHTMLStreamFormatterTest, DefinesAndRefersByNumber) {
+TEST(VRELHTMLStreamFormatterTest, DefineAndReferNumber) {
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << out.define(123L); }), "<a name= \"123\">123</a>");
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << out.refer(123L); }), "<a href=\"#123\">123</a>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, DefinesAndRefersByAddress) {
+TEST(VRELHTMLStreamFormatterTest, DefineAndReferAddress) {
   void const* const address = reinterpret_cast<void const*>(0x10);
   EXPECT_EQ(Body([&](VRELStreamFormatter& out) { out << out.define(address); }), "<a name= \"16\">16</a>");
   EXPECT_EQ(Body([&](VRELStreamFormatter& out) { out << out.refer(address); }), "<a href=\"#16\">16</a>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, NamesGoByTheSetFormats) {
+TEST(VRELHTMLStreamFormatterTest, NamesUseIntFormat) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out.setIntFormat("p%d");
     out.setLongFormat("n%ld");
@@ -105,7 +105,7 @@ TEST(VRELHTMLStreamFormatterTest, NamesGoByTheSetFormats) {
 }
 
 // Everything else is written as in a plain dump.
-TEST(VRELHTMLStreamFormatterTest, WritesValuesAsTheyAre) {
+TEST(VRELHTMLStreamFormatterTest, WritesValuesUnchanged) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "<b>" << VRELString(L"w") << VRELValue(6) << out.format("%d", 7);
   });
@@ -148,7 +148,7 @@ std::size_t CountOf(std::string const& text, std::string const& piece) {
   return AllBetween(text, piece, "").size();
 }
 
-TEST(VRELHTMLStreamFormatterTest, MakesAPageThatABrowserReads) {
+TEST(VRELHTMLStreamFormatterTest, BrowserReadsPage) {
   if (!HasHeadlessBrowser()) GTEST_SKIP() << "chromium is not installed";
   ScratchDirectory const directory;
   std::string const page = TextOf([](VRELOutputStream* stream) {

@@ -111,7 +111,7 @@ std::string Truncated(char const* number) {
   return out.toUtf8();
 }
 
-TEST(VRELStreamFormatterTest, WritesEachTypeByItsDefaultFormat) {
+TEST(VRELStreamFormatterTest, DefaultFormats) {
   EXPECT_EQ(Dumped('x'), "x");
   EXPECT_EQ(Dumped(-12), "-12");
   EXPECT_EQ(Dumped(INT_MIN), "-2147483648");
@@ -124,7 +124,7 @@ TEST(VRELStreamFormatterTest, WritesEachTypeByItsDefaultFormat) {
   EXPECT_EQ(Dumped(VRELValue(true)), "1");
 }
 
-TEST(VRELStreamFormatterTest, WritesUnsignedLongWithLetter) {
+TEST(VRELStreamFormatterTest, UnsignedLongHasLetter) {
   EXPECT_EQ(Dumped(7UL), "7l");
   EXPECT_EQ(Dumped(12UL), "12l");
   // The low 32 bits alone.
@@ -132,7 +132,7 @@ TEST(VRELStreamFormatterTest, WritesUnsignedLongWithLetter) {
   EXPECT_EQ(Dumped(ULONG_MAX), "4294967295l");
 }
 
-TEST(VRELStreamFormatterTest, WritesAddressesInHexadecimal) {
+TEST(VRELStreamFormatterTest, AddressesAreHexadecimal) {
   EXPECT_EQ(Dumped(static_cast<void const*>(nullptr)), "0");
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0x10)), "0x10");
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0xFFFFFFFF)), "0xffffffff");
@@ -140,7 +140,7 @@ TEST(VRELStreamFormatterTest, WritesAddressesInHexadecimal) {
 }
 
 // The int format plays no part in it.
-TEST(VRELStreamFormatterTest, WritesAddressesByAFixedFormat) {
+TEST(VRELStreamFormatterTest, AddressFormatIsFixed) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
     out.setIntFormat("[%d]");
@@ -150,7 +150,7 @@ TEST(VRELStreamFormatterTest, WritesAddressesByAFixedFormat) {
   EXPECT_EQ(text, "0xab");
 }
 
-TEST(VRELStreamFormatterTest, CallsTheStreamOncePerValue) {
+TEST(VRELStreamFormatterTest, OneWritePerValue) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   {
@@ -168,7 +168,7 @@ TEST(VRELStreamFormatterTest, CallsTheStreamOncePerValue) {
   EXPECT_EQ(calls, std::vector<std::string>{"flush"});
 }
 
-TEST(VRELStreamFormatterTest, WritesNothingWithoutStream) {
+TEST(VRELStreamFormatterTest, NullStreamWritesNothing) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(nullptr);
@@ -181,7 +181,7 @@ TEST(VRELStreamFormatterTest, WritesNothingWithoutStream) {
 }
 
 // An object writes itself also where there is no stream, and so reaches the other operations.
-TEST(VRELStreamFormatterTest, AsksObjectsWithoutStream) {
+TEST(VRELStreamFormatterTest, NullStreamCallsObjects) {
   struct Counting : Object {
     void dump(VRELStreamFormatter& formatter) const override {
       ++count;
@@ -196,7 +196,7 @@ TEST(VRELStreamFormatterTest, AsksObjectsWithoutStream) {
   EXPECT_EQ(object.count, 2);
 }
 
-TEST(VRELStreamFormatterTest, SwapsTheStream) {
+TEST(VRELStreamFormatterTest, InstallOutputStream) {
   VRELStringOutputStream first;
   VRELStringOutputStream second;
   VRELStreamFormatter out(&first);
@@ -209,7 +209,7 @@ TEST(VRELStreamFormatterTest, SwapsTheStream) {
   EXPECT_EQ(TakeText(second), "2");
 }
 
-TEST(VRELStreamFormatterTest, OperatorsCallTheDumpOfTheirType) {
+TEST(VRELStreamFormatterTest, OperatorsCallDump) {
   TellingFormatter out;
   VRELStreamFormatter& base = out;
   ObjectHandle const number = out.define(8L);
@@ -226,7 +226,7 @@ template <class T>
 struct IsWritable<T, std::void_t<decltype(std::declval<VRELStreamFormatter&>() << std::declval<T>())>>
     : std::true_type {};
 
-TEST(VRELStreamFormatterTest, HasNoOperatorForAddresses) {
+TEST(VRELStreamFormatterTest, NoOperatorForAddresses) {
   EXPECT_FALSE((IsWritable<void const*>::value));
   EXPECT_FALSE((IsWritable<std::vector<int>*>::value));
   EXPECT_TRUE((IsWritable<char*>::value));
@@ -249,7 +249,7 @@ TEST(VRELStreamFormatterTest, WritesNarrowStrings) {
   EXPECT_EQ(text, "bolt|a|m8|m8|");
 }
 
-TEST(VRELStreamFormatterTest, WritesTextsInAscii) {
+TEST(VRELStreamFormatterTest, StringsAreAscii) {
   EXPECT_EQ(Dumped(VRELString(L"a\u00D6b")),
             "a\x1A"
             "b");
@@ -264,7 +264,7 @@ TEST(VRELStreamFormatterTest, WritesTextsInAscii) {
 }
 
 // A surrogate pair is one byte, and nothing behind the bytes is written for its second unit.
-TEST(VRELStreamFormatterTest, WritesNoMoreBytesThanATextHas) {
+TEST(VRELStreamFormatterTest, StringWritesAtMostItsLength) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(&stream);
@@ -272,7 +272,7 @@ TEST(VRELStreamFormatterTest, WritesNoMoreBytesThanATextHas) {
   EXPECT_EQ(calls, (std::vector<std::string>{"write \x1A", "write a\x1A\x1A\x1A\x1Az"}));
 }
 
-TEST(VRELStreamFormatterTest, WritesATextOnlyUpToAZero) {
+TEST(VRELStreamFormatterTest, StringEndsAtZero) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(&stream);
@@ -283,7 +283,7 @@ TEST(VRELStreamFormatterTest, WritesATextOnlyUpToAZero) {
   EXPECT_LE(calls[0].size(), 9U);
 }
 
-TEST(VRELStreamFormatterTest, SetsFormats) {
+TEST(VRELStreamFormatterTest, SetFormats) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   EXPECT_STREQ(out.setIntFormat("%04d"), "%d");
@@ -301,7 +301,7 @@ TEST(VRELStreamFormatterTest, SetsFormats) {
 }
 
 // A format set back to what a caller had remembered is the default again.
-TEST(VRELStreamFormatterTest, SetsTheUnsignedLongFormatBack) {
+TEST(VRELStreamFormatterTest, RestoresUnsignedLongFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   std::string const remembered = out.setULongFormat("%lu");
@@ -311,7 +311,7 @@ TEST(VRELStreamFormatterTest, SetsTheUnsignedLongFormatBack) {
   EXPECT_EQ(TakeText(stream), "18446744073709551615|12l");
 }
 
-TEST(VRELStreamFormatterTest, TakesAPrecision) {
+TEST(VRELStreamFormatterTest, Precision) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.setDoubleFormat("%.*f", true, 2);
@@ -324,7 +324,7 @@ TEST(VRELStreamFormatterTest, TakesAPrecision) {
 }
 
 // The precision and its flag are left alone, so a format with a star comes back to life.
-TEST(VRELStreamFormatterTest, ResetsFormats) {
+TEST(VRELStreamFormatterTest, ResetFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.setIntFormat("i");
@@ -363,7 +363,7 @@ TEST(VRELStreamFormatterTest, NullFormatWritesNothing) {
   EXPECT_EQ(TakeText(stream), "0.250000");
 }
 
-TEST(VRELStreamFormatterTest, CutsNumbersAtTheNumberText) {
+TEST(VRELStreamFormatterTest, NumbersAreBounded) {
   EXPECT_EQ(Dumped(1e300).size(), 127U);
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -373,7 +373,7 @@ TEST(VRELStreamFormatterTest, CutsNumbersAtTheNumberText) {
   EXPECT_EQ(text, std::string(127, ' '));
 }
 
-TEST(VRELStreamFormatterTest, ShortensDoublesInMode1) {
+TEST(VRELStreamFormatterTest, RemovesTrailingZeros) {
   EXPECT_EQ(Shortened("%lf", 1.5), "1.5");
   EXPECT_EQ(Shortened("%lf", 3.0), "3.0");
   EXPECT_EQ(Shortened("%lf", 2.0), "2.0");
@@ -397,7 +397,7 @@ TEST(VRELStreamFormatterTest, ShortensDoublesInMode1) {
   EXPECT_EQ(Shortened("", 1.5), "");
 }
 
-TEST(VRELStreamFormatterTest, OtherModesLeaveZeros) {
+TEST(VRELStreamFormatterTest, OtherModesKeepZeros) {
   for (int const mode : {0, 2, -1, 99}) {
     SCOPED_TRACE(mode);
     VRELStringOutputStream stream;
@@ -409,7 +409,7 @@ TEST(VRELStreamFormatterTest, OtherModesLeaveZeros) {
 }
 
 // The mode is for doubles alone, and both operations can be called at any time.
-TEST(VRELStreamFormatterTest, ShortensNothingElse) {
+TEST(VRELStreamFormatterTest, RemovesZerosOfDoublesOnly) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.RemoveTrailingZeros();
@@ -422,7 +422,7 @@ TEST(VRELStreamFormatterTest, ShortensNothingElse) {
   EXPECT_EQ(TakeText(stream), "1.100");
 }
 
-TEST(VRELStreamFormatterTest, TruncatesTexts) {
+TEST(VRELStreamFormatterTest, TruncateTrailingZeroes) {
   EXPECT_EQ(Truncated("1.500000"), "1.5");
   EXPECT_EQ(Truncated("2.000000"), "2.0");
   EXPECT_EQ(Truncated("1.0"), "1.0");
@@ -439,7 +439,7 @@ TEST(VRELStreamFormatterTest, TruncatesTexts) {
   EXPECT_EQ(Truncated("1,500"), "1,500");
 }
 
-TEST(VRELStreamFormatterTest, TruncatesInPlace) {
+TEST(VRELStreamFormatterTest, TruncateInPlace) {
   VRELString number("2.500");
   EXPECT_EQ(VRELStreamFormatter::TruncateTrailingZeroesKeepingDecimalAndOneZero(number, number), VREL_S_OK);
   EXPECT_EQ(number.toUtf8(), "2.5");
@@ -447,7 +447,7 @@ TEST(VRELStreamFormatterTest, TruncatesInPlace) {
   EXPECT_EQ(number.toUtf8(), "2.5");
 }
 
-TEST(VRELStreamFormatterTest, GoesByTheDecimalPointOfTheLocale) {
+TEST(VRELStreamFormatterTest, DecimalPointOfLocale) {
   ChildResult const result = RunInTurkishLocale([] {
     bool const isRight = Shortened("%lf", 1.5) == "1,5" && Shortened("%lf", 2.0) == "2,0" &&
                          Shortened("%e", 1200.0) == "1,2e+03" && Truncated("1,500000") == "1,5" &&
@@ -458,7 +458,7 @@ TEST(VRELStreamFormatterTest, GoesByTheDecimalPointOfTheLocale) {
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
 }
 
-TEST(VRELStreamFormatterTest, LeavesTextsWhereTheLocaleHasNoDecimalPoint) {
+TEST(VRELStreamFormatterTest, LocaleWithoutDecimalPoint) {
   hasNoDecimalPoint = true;
   VRELString out("untouched");
   VRINResult const result =
@@ -471,7 +471,7 @@ TEST(VRELStreamFormatterTest, LeavesTextsWhereTheLocaleHasNoDecimalPoint) {
   EXPECT_EQ(Truncated("1.500"), "1.5");
 }
 
-TEST(VRELStreamFormatterTest, GivesOutItsObjects) {
+TEST(VRELStreamFormatterTest, FormatObjects) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out << out.margin() << "a" << out.space() << "b" << out.empty() << out.endline();
@@ -522,7 +522,7 @@ TEST(VRELStreamFormatterTest, MarginOutlivesItsFormatter) {
   EXPECT_EQ(text, "    x");
 }
 
-TEST(VRELStreamFormatterTest, DefinesAndRefers) {
+TEST(VRELStreamFormatterTest, DefineAndRefer) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   void const* const address = reinterpret_cast<void const*>(0x10);
@@ -543,7 +543,7 @@ TEST(VRELStreamFormatterTest, ObjectsWriteThroughTheFormatter) {
   EXPECT_EQ(out.calls, "object long:5 object int:6 object text:     object text:  object text:\n object text: ");
 }
 
-TEST(VRELStreamFormatterTest, FormatsATextOfTheMoment) {
+TEST(VRELStreamFormatterTest, FormatSharesBuffer) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out << out.format("%d-%s", 5, "x") << '|';
@@ -560,7 +560,7 @@ TEST(VRELStreamFormatterTest, FormatsATextOfTheMoment) {
   EXPECT_EQ(TakeText(stream), "5-x|second 2|second 2|third|");
 }
 
-TEST(VRELStreamFormatterTest, CutsFormattedTextAtItsBuffer) {
+TEST(VRELStreamFormatterTest, FormatIsBounded) {
   std::string const longText(600, 'y');
   std::string const text = TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -569,7 +569,7 @@ TEST(VRELStreamFormatterTest, CutsFormattedTextAtItsBuffer) {
   EXPECT_EQ(text, std::string(511, 'y'));
 }
 
-TEST(VRELStreamFormatterTest, ObjectHoldsAText) {
+TEST(VRELStreamFormatterTest, ObjectRefersToString) {
   char word[] = "ab";
   Object const object(word);
   Object const nothing(nullptr);
@@ -582,7 +582,7 @@ TEST(VRELStreamFormatterTest, ObjectHoldsAText) {
   EXPECT_EQ(text, "xb");
 }
 
-TEST(VRELStreamFormatterTest, HoldsItsFieldsInOrder) {
+TEST(VRELStreamFormatterTest, Fields) {
   struct Fields {
     void* table;
     VRELOutputStream* output;
@@ -606,7 +606,7 @@ std::size_t DumpSlot() {
 template <class Argument>
 using Naming = ObjectHandle (VRELStreamFormatter::*)(Argument);
 
-TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
+TEST(VRELStreamFormatterTest, VirtualSlots) {
   EXPECT_EQ(DumpSlot<char>(), 0U);
   EXPECT_EQ(DumpSlot<int>(), 1U);
   EXPECT_EQ(DumpSlot<unsigned int>(), 2U);
@@ -627,7 +627,7 @@ TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
 }
 
 // Behind the destructor, RaiseReference, LowerReference and GetName.
-TEST(VRELStreamFormatterTest, ObjectsKeepTheirVirtualOperationsInOrder) {
+TEST(VRELStreamFormatterTest, VirtualSlotsOfObjects) {
   EXPECT_EQ(SlotOf(&Object::dump), 5U);
   EXPECT_EQ(SlotOf(&Margin::incr), 6U);
   EXPECT_EQ(SlotOf(&Margin::decr), 7U);

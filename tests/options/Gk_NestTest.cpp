@@ -14,7 +14,7 @@
 
 namespace {
 
-TEST(Gk_NestTest, TheRootIsAFolderByTheNameOfASlash) {
+TEST(Gk_NestTest, RootIsNamedSlash) {
   static_assert(std::is_base_of_v<VRELRoloNode, Gk_Nest>);
   Gk_Nest& root = Gk_Nest::fetchRoot();
   EXPECT_TRUE(root.getValue() == "/");
@@ -32,7 +32,7 @@ TEST(Gk_NestTest, FoldersAreNests) {
   EXPECT_EQ(path.text(), "name");
 }
 
-TEST(Gk_NestTest, OptionsAreFoundAndMadeByPath) {
+TEST(Gk_NestTest, FetchOptionByPath) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.options/a/name", false), nullptr);
   // Nothing was made.
   Gk_ROString folder("Gk_NestTest.options/");
@@ -57,7 +57,7 @@ TEST(Gk_NestTest, OptionsAreFoundAndMadeByPath) {
   EXPECT_EQ(Gk_Nest::fetchOption("", false), nullptr);
 }
 
-TEST(Gk_NestTest, OddPathsAreNames) {
+TEST(Gk_NestTest, OddPaths) {
   struct {
     char const* path;
     char const* name;
@@ -76,7 +76,7 @@ TEST(Gk_NestTest, OddPathsAreNames) {
   }
 }
 
-TEST(Gk_NestTest, TheLatestOfOptionsOfOneNameIsFound) {
+TEST(Gk_NestTest, FetchOptionFindsLatest) {
   Gk_Option* const first = Gk_Nest::fetchOption("Gk_NestTest.latest/first", true);
   Gk_Option* const second = Gk_Nest::fetchOption("Gk_NestTest.latest/second", true);
   // An option that was made keeps the name that it gave out, so two of one name come from an assignment.
@@ -86,7 +86,7 @@ TEST(Gk_NestTest, TheLatestOfOptionsOfOneNameIsFound) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.latest/second", false), first);
 }
 
-TEST(Gk_NestTest, ObservablesStandBesideTheOptions) {
+TEST(Gk_NestTest, ObservablesAndOptions) {
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.both/name", false), nullptr);
   Gk_Option* const option = Gk_Nest::fetchOption("Gk_NestTest.both/name", true);
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.both/name", false), nullptr);
@@ -99,7 +99,7 @@ TEST(Gk_NestTest, ObservablesStandBesideTheOptions) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.both/name", false), option);
 }
 
-TEST(Gk_NestTest, CreatingThrowsAnAbortThatIsAskedFor) {
+TEST(Gk_NestTest, CreatePollsAbortFlag) {
   Gk_Option* const option = Gk_Nest::fetchOption("Gk_NestTest.abort/name", true);
   struct {
     char const* text;
@@ -124,7 +124,7 @@ TEST(Gk_NestTest, CreatingThrowsAnAbortThatIsAskedFor) {
   EXPECT_THROW(Gk_ErrMgr::checkAbort(), VRELAbortException);
 }
 
-TEST(Gk_NestTest, ANodeThatIsNoFolderHoldsNothing) {
+TEST(Gk_NestTest, PlainNodeHasNoOptions) {
   auto* const plain = new VRELRoloNode();
   plain->setValue(Gk_String("Gk_NestTest.node"));
   Gk_Nest::fetchRoot().getChildren().add(plain);
@@ -135,7 +135,7 @@ TEST(Gk_NestTest, ANodeThatIsNoFolderHoldsNothing) {
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.node/name", true), nullptr);
 }
 
-TEST(Gk_NestTest, TheTreeIsTornDownAtExit) {
+TEST(Gk_NestTest, TreeIsDestroyedAtExit) {
   struct Node : VRELRoloNode {
     ~Node() override { std::fputs("gone", stdout); }
   };
@@ -147,7 +147,7 @@ TEST(Gk_NestTest, TheTreeIsTornDownAtExit) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(Gk_NestTest, AFolderOwnsWhatItHolds) {
+TEST(Gk_NestTest, FolderOwnsItems) {
   // What is not deleted with it is found as a leak.
   Gk_Nest nest;
   EXPECT_EQ(nest.getValue().len(), 0);

@@ -13,7 +13,7 @@ std::string_view NameOf(std::string const& object) {
   return object;
 }
 
-TEST(VRELCfgFileIndexTest, FindsTheFirstAsAWalkDoes) {
+TEST(VRELCfgFileIndexTest, FindsFirstObject) {
   VRELCfgFileIndex<std::string_view, std::string> index;
   std::vector<std::unique_ptr<std::string>> owned;
   std::vector<std::string*> objects;
@@ -32,7 +32,7 @@ TEST(VRELCfgFileIndexTest, FindsTheFirstAsAWalkDoes) {
   }
 }
 
-TEST(VRELCfgFileIndexTest, NothingIsFoundInNothing) {
+TEST(VRELCfgFileIndexTest, EmptyIndex) {
   VRELCfgFileIndex<std::string_view, std::string> index;
   std::string* const* const none = nullptr;
   EXPECT_EQ(index.Find(none, 0, "", NameOf), nullptr);

@@ -89,7 +89,7 @@ TEST(VRELCfgFileTest, ReadsSectionsAndKeys) {
   EXPECT_TRUE(file.findSection("Import")->GetSectionName() == "Import");
 }
 
-TEST(VRELCfgFileTest, EmptyFileMakesTheDefaultSection) {
+TEST(VRELCfgFileTest, EmptyFileHasDefaultSection) {
   for (char const* bytes : {"", "\n", " \t\r\n", "# only this"}) {
     Loaded const file(bytes);
     EXPECT_EQ(file.result, VREL_S_OK);
@@ -97,7 +97,7 @@ TEST(VRELCfgFileTest, EmptyFileMakesTheDefaultSection) {
   }
 }
 
-TEST(VRELCfgFileTest, ReadsLines) {
+TEST(VRELCfgFileTest, LineSyntax) {
   struct Row {
     char const* bytes;
     Texts keys;
@@ -159,7 +159,7 @@ TEST(VRELCfgFileTest, ReadsLines) {
   }
 }
 
-TEST(VRELCfgFileTest, ReadsSectionNames) {
+TEST(VRELCfgFileTest, SectionNames) {
   struct Row {
     char const* line;
     char const* name;
@@ -179,7 +179,7 @@ TEST(VRELCfgFileTest, ReadsSectionNames) {
   }
 }
 
-TEST(VRELCfgFileTest, BadLineLeavesTheSection) {
+TEST(VRELCfgFileTest, BadLineKeepsSection) {
   Loaded const file("[a]\nk=1\n[b\nl=2\nbad\nm=3\n");
   EXPECT_EQ(file.result, VREL_E_FAIL);
   EXPECT_EQ(Keys(file, "a"), (Texts{"k[1]", "l[2]", "m[3]"}));
@@ -187,7 +187,7 @@ TEST(VRELCfgFileTest, BadLineLeavesTheSection) {
   EXPECT_EQ(file.findSection("b"), nullptr);
 }
 
-TEST(VRELCfgFileTest, TextComesInTheDefaultCodepage) {
+TEST(VRELCfgFileTest, TextIsInDefaultCodepage) {
   Loaded const file("Gr\xC3\xB6\xC3\x9F\x65=\xC3\x96,\xFF\n");
   EXPECT_EQ(file.result, VREL_S_OK);
   VRELCfgFileKey const* const key = file.findSection("")->GetKey(0);
@@ -197,7 +197,7 @@ TEST(VRELCfgFileTest, TextComesInTheDefaultCodepage) {
   EXPECT_TRUE(file.ExistKey("Gr\xC3\xB6\xC3\x9F\x65", ""));
 }
 
-TEST(VRELCfgFileTest, ByteOrderMarkBelongsToTheFirstLine) {
+TEST(VRELCfgFileTest, ByteOrderMarkIsPartOfFirstLine) {
   Loaded const file("\xEF\xBB\xBF[a]\nk=1\n");
   EXPECT_EQ(file.result, VREL_E_FAIL);
   EXPECT_EQ(Errors(file), Texts{KeyError(1, "\xEF\xBB\xBF[a]")});
@@ -209,7 +209,7 @@ TEST(VRELCfgFileTest, ByteOrderMarkBelongsToTheFirstLine) {
   EXPECT_TRUE(marked.ExistKey("\xEF\xBB\xBFk", nullptr));
 }
 
-TEST(VRELCfgFileTest, ZeroByteEndsALine) {
+TEST(VRELCfgFileTest, ZeroByteEndsLine) {
   using std::string_literals::operator""s;
   Loaded const file("a=1\0=2\n\0b=3\n[c\0]\nd\0=4\ne=5\0"s);
   EXPECT_EQ(file.result, VREL_E_FAIL);
@@ -243,7 +243,7 @@ TEST(VRELCfgFileTest, LongLineIsReadInPieces) {
   }
 }
 
-TEST(VRELCfgFileTest, PieceOfALongLineIsALine) {
+TEST(VRELCfgFileTest, PieceOfLongLineIsLine) {
   // The piece behind the first 1023 bytes is a section, the next a key, the next, cut at a carriage return, is blank.
   std::string const comment = "#" + std::string(1022, 'c');
   std::string const section = "[s]" + std::string(1020, ' ');
@@ -253,7 +253,7 @@ TEST(VRELCfgFileTest, PieceOfALongLineIsALine) {
   EXPECT_EQ(Errors(file), Texts{KeyError(5, "bad")});
 }
 
-TEST(VRELCfgFileTest, LineOfAMegabyteIsReadInPieces) {
+TEST(VRELCfgFileTest, LineOfOneMegabyte) {
   // 1,048,576 bytes are 1025 pieces of 1023 and one byte.
   Loaded const file(std::string(1048576, 'x'));
   EXPECT_EQ(file.result, VREL_E_FAIL);
@@ -298,7 +298,7 @@ TEST(VRELCfgFileTest, ManyKeysAreFound) {
   }
 }
 
-TEST(VRELCfgFileTest, LoadsAFile) {
+TEST(VRELCfgFileTest, LoadsFile) {
   ScratchDirectory const directory;
   std::string const path = directory.Write("settings.cfg", "[a]\nk=1\n");
   VRELCfgFile file;
@@ -310,7 +310,7 @@ TEST(VRELCfgFileTest, LoadsAFile) {
   EXPECT_EQ(CountOpenDescriptors(bad), 0);
 }
 
-TEST(VRELCfgFileTest, RefusesWhatItCannotOpen) {
+TEST(VRELCfgFileTest, LoadFailureCodes) {
   ScratchDirectory const directory;
   VRELCfgFile file;
   EXPECT_EQ(file.Load(VRELFilePath()), VREL_E_INVALID_ARGUMENT);
@@ -345,7 +345,7 @@ TEST(VRELCfgFileTest, OpensInTextMode) {
   EXPECT_EQ(empty.modes, Texts{});
 }
 
-TEST(VRELCfgFileTest, StreamIsReadFromWhereItStands) {
+TEST(VRELCfgFileTest, LoadStartsAtStreamPosition) {
   std::FILE* const stream = std::tmpfile();
   ASSERT_NE(stream, nullptr);
   std::fputs("a=1\nb=2\n", stream);
@@ -358,7 +358,7 @@ TEST(VRELCfgFileTest, StreamIsReadFromWhereItStands) {
   EXPECT_EQ(std::fclose(stream), 0);
 }
 
-TEST(VRELCfgFileTest, LoadsGather) {
+TEST(VRELCfgFileTest, LoadsAccumulate) {
   Loaded file("a=1\n[s]\nb=2\n");
   // The second file starts in the default section, on line 1.
   EXPECT_EQ(LoadBytes(file, "c=3\n[s]\nd=4\nbad\n"), VREL_E_FAIL);
@@ -380,7 +380,7 @@ TEST(VRELCfgFileTest, FailedReadFailsTheNextLoad) {
   EXPECT_EQ(LoadBytes(file, "b=1\n"), VREL_E_FAIL);
 }
 
-TEST(VRELCfgFileTest, SectionsAreMadeOnce) {
+TEST(VRELCfgFileTest, CreateSectionFindsExisting) {
   VRELCfgFile file;
   VRELCfgFileSection* const section = file.createSection("a");
   ASSERT_NE(section, nullptr);
@@ -396,7 +396,7 @@ TEST(VRELCfgFileTest, SectionsAreMadeOnce) {
   EXPECT_EQ(value, 5);
 }
 
-TEST(VRELCfgFileTest, ErrorsAreGivenByIndex) {
+TEST(VRELCfgFileTest, GetErrorMessage) {
   VRELCfgFile file;
   EXPECT_EQ(file.GetErrorMessage(0), nullptr);
   file.flagError("%s is %d%%", "share", 40);
@@ -411,7 +411,7 @@ TEST(VRELCfgFileTest, ErrorsAreGivenByIndex) {
   }
 }
 
-TEST(VRELCfgFileTest, LongErrorIsCut) {
+TEST(VRELCfgFileTest, LongErrorIsTruncated) {
   VRELCfgFile file;
   file.flagError("%s", std::string(100000, 'e').c_str());
   EXPECT_EQ(file.GetErrorMessage(0), std::string(4095, 'e'));
@@ -421,7 +421,7 @@ TEST(VRELCfgFileTest, LongErrorIsCut) {
   EXPECT_EQ(file.GetErrorCount(), 1);
 }
 
-TEST(VRELCfgFileTest, CutsWhiteSpaceInPlace) {
+TEST(VRELCfgFileTest, RemoveWhiteSpaces) {
   struct Row {
     char const* text;
     char const* rest;
@@ -437,7 +437,7 @@ TEST(VRELCfgFileTest, CutsWhiteSpaceInPlace) {
   VRELCfgFile::removeWhiteSpaces(nullptr);
 }
 
-TEST(VRELCfgFileTest, TellsOfKeys) {
+TEST(VRELCfgFileTest, ExistKeyAndGetArraySize) {
   Loaded const file("a=1,2,3\n[s]\nb=4\nb=5,6\n");
   EXPECT_TRUE(file.ExistKey("a", nullptr));
   EXPECT_TRUE(file.ExistKey("a", ""));
@@ -452,7 +452,7 @@ TEST(VRELCfgFileTest, TellsOfKeys) {
   EXPECT_EQ(file.GetArraySize("b", "t"), 0);
 }
 
-TEST(VRELCfgFileTest, ReadsByIndexFromTheFirstKey) {
+TEST(VRELCfgFileTest, ReadsFirstKeyByIndex) {
   Loaded file("a=1,2,3\na=7\n[s]\na=9\n");
   int value = 0;
   EXPECT_EQ(file.GetInt("a", value, 2, nullptr), 1);
@@ -467,7 +467,7 @@ TEST(VRELCfgFileTest, ReadsByIndexFromTheFirstKey) {
   EXPECT_EQ(Errors(file), (Texts(2, "Incorrect syntax: key:a *** integer value expected.")));
 }
 
-TEST(VRELCfgFileTest, MissingKeyIsNoError) {
+TEST(VRELCfgFileTest, MissingKeyAddsNoError) {
   Loaded file("a=1\n");
   for (char const* section : {"", "s"}) {
     VRELString text(L"untouched");
@@ -487,7 +487,7 @@ TEST(VRELCfgFileTest, MissingKeyIsNoError) {
   EXPECT_EQ(file.GetErrorCount(), 0);
 }
 
-TEST(VRELCfgFileTest, StringsNeverFail) {
+TEST(VRELCfgFileTest, GetStringNeverFails) {
   Loaded const file("a=x,, y\n");
   char const* const values[] = {"x", "", " y", ""};
   for (int index = 0; index < 4; ++index) {
@@ -512,7 +512,7 @@ std::string Shown(int result, std::string const& value) {
   return result == 1 ? value : "-";
 }
 
-TEST(VRELCfgFileTest, ReadsByKind) {
+TEST(VRELCfgFileTest, TypedReads) {
   Reading const rows[] = {
       {"0", "0", "0", "0", "-"},
       {"1", "1", "1", "1", "-"},
@@ -580,7 +580,7 @@ TEST(VRELCfgFileTest, ReadsByKind) {
   }
 }
 
-TEST(VRELCfgFileTest, ErrorNamesTheKeyInAscii) {
+TEST(VRELCfgFileTest, ErrorHasAsciiKey) {
   VRELCfgFile file;
   VRELString const name(L"100% \u00D6");
   char* bytes = nullptr;
@@ -593,7 +593,7 @@ TEST(VRELCfgFileTest, ErrorNamesTheKeyInAscii) {
   EXPECT_EQ(Errors(file), Texts{"Incorrect syntax: key:100% \x1A *** integer value expected."});
 }
 
-TEST(VRELCfgFileTest, RandomFilesAreReadSafely) {
+TEST(VRELCfgFileTest, RandomFiles) {
   // Whatever the bytes are, each piece is skipped, a section, a key or an error.
   std::uint32_t state = 20260311;
   auto const next = [&state] { return (state = state * 1664525U + 1013904223U) >> 16; };

@@ -81,7 +81,7 @@ std::string Name(VRELOption const& option) {
   return name.toUtf8();
 }
 
-TEST(VRELOptionTest, IsAPlainClass) {
+TEST(VRELOptionTest, IsNotPolymorphic) {
   EXPECT_FALSE(std::is_polymorphic_v<VRELOption>);
 }
 
@@ -118,7 +118,7 @@ TEST(VRELOptionTest, ConstructorsSetBothValues) {
   }
 }
 
-TEST(VRELOptionTest, UnsetOptionGivesNothing) {
+TEST(VRELOptionTest, UnsetOptionFails) {
   VRELValue none;
   for (VRELOption const& option :
        {VRELOption(), VRELOption(VRELString(L"Probe.Name")), VRELOption(Probe(), none, true)}) {
@@ -158,7 +158,7 @@ TEST(VRELOptionTest, UnsetOptionGivesNothing) {
   }
 }
 
-TEST(VRELOptionTest, NameCanBeReadOnceThereIsAValue) {
+TEST(VRELOptionTest, NameRequiresValue) {
   VRELOption option(VRELString(L"Probe.Name"));
   EXPECT_EQ(Name(option), "untouched");
   EXPECT_EQ(option.SetValue(3), VREL_S_OK);
@@ -174,7 +174,7 @@ TEST(VRELOptionTest, NameCanBeReadOnceThereIsAValue) {
   EXPECT_FALSE(isPrivate);
 }
 
-TEST(VRELOptionTest, NameChanges) {
+TEST(VRELOptionTest, ChangeName) {
   VRELOption option(Probe(), 7, false);
   EXPECT_EQ(option.ChangeName(L"other"), VREL_S_OK);
   EXPECT_EQ(Name(option), "other");
@@ -184,7 +184,7 @@ TEST(VRELOptionTest, NameChanges) {
   EXPECT_EQ(Name(unset), "later");
 }
 
-TEST(VRELOptionTest, ReadsConvert) {
+TEST(VRELOptionTest, TypedReadsConvert) {
   struct Row {
     VRELOption option;
     char const* text;
@@ -221,7 +221,7 @@ TEST(VRELOptionTest, ReadsConvert) {
   }
 }
 
-TEST(VRELOptionTest, UnfitTextGivesTheParsersFailure) {
+TEST(VRELOptionTest, UnparsableStringFails) {
   VRELOption const option = TextOption(L"abc");
   // What would be told goes to a channel that is silent.
   RecordingListener const listener;
@@ -239,7 +239,7 @@ TEST(VRELOptionTest, UnfitTextGivesTheParsersFailure) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST(VRELOptionTest, ReadsSeeTheCurrentValueOnly) {
+TEST(VRELOptionTest, ReadsReturnCurrentValue) {
   VRELOption option(Probe(), 7, false);
   EXPECT_EQ(option.SetValue(8), VREL_S_OK);
   EXPECT_EQ(Current(option), "int 8");
@@ -283,7 +283,7 @@ TEST(VRELOptionTest, FirstValueSetsTheType) {
   EXPECT_EQ(Current(integer) + ", " + Default(integer), "int 9, int 9");
 }
 
-TEST(VRELOptionTest, ValueWithoutAKindLeavesItUnset) {
+TEST(VRELOptionTest, UnknownKindLeavesUnset) {
   VRELOption option;
   RecordingListener const listener;
   EXPECT_EQ(option.SetValue(VRELValue()), VREL_S_OK);
@@ -326,7 +326,7 @@ std::string Refusal(char const* offered, char const* held) {
          ") for option 'Probe.Name'.";
 }
 
-TEST(VRELOptionTest, WritesByKind) {
+TEST(VRELOptionTest, SetValueByKind) {
   char const* const names[] = {"unknown", "double", "int", "bool", "string"};
   char const* const taken[] = {"", "double 0.250000", "int 5", "bool true", "string wood"};
   for (int held = 1; held < 5; ++held) {
@@ -355,7 +355,7 @@ TEST(VRELOptionTest, WritesByKind) {
   }
 }
 
-TEST(VRELOptionTest, IntegerServesABoolOption) {
+TEST(VRELOptionTest, BoolOptionAcceptsInteger) {
   VRELOption option(Probe(), true, false);
   EXPECT_EQ(option.SetValue(0), VREL_S_OK);
   EXPECT_EQ(Current(option), "bool false");
@@ -371,7 +371,7 @@ TEST(VRELOptionTest, IntegerServesABoolOption) {
   EXPECT_EQ(Default(option), "bool true");
 }
 
-TEST(VRELOptionTest, RefusalNamesWhatIsNotAscii) {
+TEST(VRELOptionTest, RefusalWithNonAsciiName) {
   VRELOption option(VRELString(L"100% \u00D6"));
   EXPECT_EQ(option.SetValue(7), VREL_S_OK);
   RecordingListener const listener;
@@ -380,7 +380,7 @@ TEST(VRELOptionTest, RefusalNamesWhatIsNotAscii) {
                                     "option '100% \x1A'."});
 }
 
-TEST(VRELOptionTest, AssignmentKeepsAnOwnDefault) {
+TEST(VRELOptionTest, AssignmentKeepsDefault) {
   VRELOption left(Probe(), 7, false);
   VRELOption right = TextOption(L"steel");
   right.ChangeName(L"right");
@@ -398,7 +398,7 @@ TEST(VRELOptionTest, AssignmentKeepsAnOwnDefault) {
   EXPECT_EQ(Current(right), "int 8");
 }
 
-TEST(VRELOptionTest, AssignmentToAnUnsetOptionBringsTheDefault) {
+TEST(VRELOptionTest, AssignmentToUnsetCopiesDefault) {
   VRELOption right(Probe(), 7, true);
   right.SetValue(8);
   VRELOption left(VRELString(L"left"));
@@ -416,7 +416,7 @@ TEST(VRELOptionTest, AssignmentToAnUnsetOptionBringsTheDefault) {
   EXPECT_EQ(Name(copy), "Probe.Name");
 }
 
-TEST(VRELOptionTest, AssignmentOfAnUnsetOptionTakesTheCurrentValueAway) {
+TEST(VRELOptionTest, AssignmentOfUnsetClearsValue) {
   VRELOption left(Probe(), 7, true);
   left = VRELOption(VRELString(L"right"));
   EXPECT_EQ(Default(left), "int 7");
@@ -432,7 +432,7 @@ TEST(VRELOptionTest, AssignmentOfAnUnsetOptionTakesTheCurrentValueAway) {
   EXPECT_EQ(integer, 77);
 }
 
-TEST(VRELOptionTest, AssignmentToItselfChangesNothing) {
+TEST(VRELOptionTest, SelfAssignment) {
   VRELOption option(Probe(), 7, true);
   option.SetValue(8);
   VRELOption const& same = option;
@@ -442,7 +442,7 @@ TEST(VRELOptionTest, AssignmentToItselfChangesNothing) {
   EXPECT_EQ(Name(option), "Probe.Name");
 }
 
-TEST(VRELOptionTest, NamesItsVariable) {
+TEST(VRELOptionTest, FormEnvVarName) {
   EXPECT_EQ(formEnvVarName(L"Probe.Name").toUtf8(), "VRELProbe.Name");
   EXPECT_EQ(formEnvVarName(L"").toUtf8(), "VREL");
   EXPECT_EQ(formEnvVarName(L"a b=*\u00D6").toUtf8(), "VRELa b=*\xC3\x96");
@@ -461,7 +461,7 @@ struct EnvironmentReads {
   std::vector<VRINResult> results;
 };
 
-TEST(VRELOptionTest, EnvironmentBeatsTheCurrentValue) {
+TEST(VRELOptionTest, EnvironmentOverridesValue) {
   Variable const variable(probeVariable, "2.5");
   // Also in an option that is unset, and in one of whatever kind.
   for (VRELOption const& option : OneOfEachKind()) {
@@ -480,7 +480,7 @@ TEST(VRELOptionTest, EnvironmentBeatsTheCurrentValue) {
   }
 }
 
-TEST(VRELOptionTest, EnvironmentSwitchesOn) {
+TEST(VRELOptionTest, EnvironmentSetsBool) {
   Variable const variable(probeVariable, "YES");
   RecordingListener const listener;
   bool flag = false;
@@ -489,7 +489,7 @@ TEST(VRELOptionTest, EnvironmentSwitchesOn) {
   EXPECT_EQ(listener.Texts(), Texts{"Probe.Name value overridden to On by environment variable"});
 }
 
-TEST(VRELOptionTest, EnvironmentTextThatIsNoNumberIsIgnored) {
+TEST(VRELOptionTest, EnvironmentIgnoresInvalidNumber) {
   Variable const variable(probeVariable, "many");
   RecordingListener const listener;
   EnvironmentReads const reads(VRELOption(Probe(), 7, false), true);
@@ -505,7 +505,7 @@ TEST(VRELOptionTest, EnvironmentTextThatIsNoNumberIsIgnored) {
   EXPECT_EQ(integer, 77);
 }
 
-TEST(VRELOptionTest, EnvironmentIsAskedOnlyWithTheFlag) {
+TEST(VRELOptionTest, EnvironmentRequiresFlag) {
   Variable const variable(probeVariable, "2");
   RecordingListener const listener;
   VRELOption const option(Probe(), 7, false);
@@ -524,7 +524,7 @@ TEST(VRELOptionTest, EnvironmentIsAskedOnlyWithTheFlag) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST(VRELOptionTest, WithoutAVariableTheCurrentValueIsRead) {
+TEST(VRELOptionTest, MissingVariableReadsValue) {
   RecordingListener const listener;
   VRELOption option(Probe(), 7, false);
   option.SetValue(8);
@@ -541,7 +541,7 @@ TEST(VRELOptionTest, WithoutAVariableTheCurrentValueIsRead) {
   EXPECT_TRUE(flag);
 }
 
-TEST(VRELOptionTest, NumbersAreWarnedOfInShort) {
+TEST(VRELOptionTest, WarningShortensNumbers) {
   struct Row {
     char const* text;
     char const* warned;
@@ -557,7 +557,7 @@ TEST(VRELOptionTest, NumbersAreWarnedOfInShort) {
   }
 }
 
-TEST(VRELOptionTest, LongTextIsCutInTheWarningAlone) {
+TEST(VRELOptionTest, WarningTruncatesLongString) {
   std::string const text(5000, 'x');
   Variable const variable(probeVariable, text.c_str());
   RecordingListener const listener;

@@ -104,7 +104,7 @@ TEST(VRELOptionsTest, Constants) {
   EXPECT_EQ(VREL_OPTION_WILDCARD.toUtf8(), "*");
 }
 
-TEST(VRELOptionsTest, IsEmptyAtFirst) {
+TEST(VRELOptionsTest, StartsEmpty) {
   VRELOptions const options;
   EXPECT_EQ(options.Size(), 0);
   VRELOption* option = nullptr;
@@ -114,7 +114,7 @@ TEST(VRELOptionsTest, IsEmptyAtFirst) {
   EXPECT_FALSE(Has(options, "X"));
 }
 
-TEST(VRELOptionsTest, RefusesWhatHasNoName) {
+TEST(VRELOptionsTest, AddOptionWithoutNameFails) {
   VRELOptions options;
   EXPECT_EQ(options.AddOption(nullptr), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(options.AddOption(VRELOption()), VREL_E_OPTION_UNSET);
@@ -125,7 +125,7 @@ TEST(VRELOptionsTest, RefusesWhatHasNoName) {
   EXPECT_EQ(Names(options), Texts{});
 }
 
-TEST(VRELOptionsTest, RefusesEmptyTokens) {
+TEST(VRELOptionsTest, AddOptionWithEmptyTokenFails) {
   VRELOptions options;
   for (wchar_t const* name : {L"A.", L"A..B", L".A", L".", L"..", L"A.B..C.D.E.F.G.H.I"}) {
     EXPECT_EQ(options.AddOption(name, 1), VREL_E_FAIL) << VRELString(name);
@@ -134,7 +134,7 @@ TEST(VRELOptionsTest, RefusesEmptyTokens) {
   EXPECT_EQ(Find(options, "A"), "-");
 }
 
-TEST(VRELOptionsTest, StoresACopy) {
+TEST(VRELOptionsTest, AddOptionCopies) {
   VRELOptions options;
   VRELOption option = Named("Step.X", 3);
   ASSERT_EQ(options.AddOption(option), VREL_S_OK);
@@ -148,7 +148,7 @@ TEST(VRELOptionsTest, StoresACopy) {
   EXPECT_EQ(ValueOf(*stored), "4");
 }
 
-TEST(VRELOptionsTest, GivesTheStoredObject) {
+TEST(VRELOptionsTest, GetOptionReturnsStoredObject) {
   VRELOptions options;
   options.AddOption(L"X", 1);
   VRELOption* option = nullptr;
@@ -157,7 +157,7 @@ TEST(VRELOptionsTest, GivesTheStoredObject) {
   EXPECT_EQ(ValueOf(*Get(options, "X")), "9");
 }
 
-TEST(VRELOptionsTest, AddsEachKindAsDefaultAndCurrentValue) {
+TEST(VRELOptionsTest, AddOptionByKind) {
   VRELOptions options;
   EXPECT_EQ(options.AddOption(L"Text", VRELString(L"wide \u00D6")), VREL_S_OK);
   EXPECT_EQ(options.AddOption(L"Chars", "narrow"), VREL_S_OK);
@@ -187,7 +187,7 @@ TEST(VRELOptionsTest, AddsEachKindAsDefaultAndCurrentValue) {
   EXPECT_EQ(options.Size(), 6);
 }
 
-TEST(VRELOptionsTest, ASecondAdditionKeepsTheDefaultAndReplacesTheRest) {
+TEST(VRELOptionsTest, SecondAdditionKeepsDefault) {
   VRELOptions options;
   options.AddOption(L"step.x", 1);
   VRELOption secret(VRELOptionName::XStep_Import_Mode_Assem, VRELString(L"text"), true);
@@ -205,7 +205,7 @@ TEST(VRELOptionsTest, ASecondAdditionKeepsTheDefaultAndReplacesTheRest) {
   EXPECT_TRUE(isPrivate);
 }
 
-TEST(VRELOptionsTest, AnOptionCanBeAddedToItself) {
+TEST(VRELOptionsTest, AddOptionToItself) {
   VRELOptions options;
   options.AddOption(L"X", 5);
   EXPECT_EQ(options.AddOption(Get(options, "X")), VREL_S_OK);
@@ -213,7 +213,7 @@ TEST(VRELOptionsTest, AnOptionCanBeAddedToItself) {
   EXPECT_EQ(options.Size(), 2);
 }
 
-TEST(VRELOptionsTest, ShortNamesServeThroughWildcards) {
+TEST(VRELOptionsTest, ShortNamesMatchLongerOnes) {
   VRELOptions options;
   AddAll(options, {"X"});
   EXPECT_EQ(Find(options, "Step.Reader.X"), "X");
@@ -224,7 +224,7 @@ TEST(VRELOptionsTest, ShortNamesServeThroughWildcards) {
   EXPECT_EQ(Find(options, "X"), "X");
 }
 
-TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
+TEST(VRELOptionsTest, MoreSpecificOptionWins) {
   struct Row {
     Texts stored;
     std::string query;
@@ -280,7 +280,7 @@ TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
   }
 }
 
-TEST(VRELOptionsTest, TellsHowALookUpFails) {
+TEST(VRELOptionsTest, GetOptionFailureCodes) {
   VRELOptions options;
   options.AddOption(L"Step.Reader.X", 1);
   // Names of more than 7 tokens leave nodes without an option on level 7.
@@ -319,7 +319,7 @@ std::string Path(int count, std::string const& token) {
   return path;
 }
 
-TEST(VRELOptionsTest, SevenTokensTakeNoWildcardLevels) {
+TEST(VRELOptionsTest, SevenTokensHaveNoWildcardLevels) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.X"});
   EXPECT_EQ(Find(options, "a.b.c.d.e.f.X"), "a.b.c.d.e.f.X");
@@ -333,7 +333,7 @@ TEST(VRELOptionsTest, SevenTokensTakeNoWildcardLevels) {
   EXPECT_EQ(Find(options, "Y"), "*.*.*.*.*.*.Y");
 }
 
-TEST(VRELOptionsTest, LongerNamesAreOnlySeenByAnEnumeration) {
+TEST(VRELOptionsTest, LongNamesAreOnlyEnumerated) {
   for (int count : {8, 9, 100, 200000}) {
     SCOPED_TRACE(count);
     VRELOptions options;
@@ -352,7 +352,7 @@ TEST(VRELOptionsTest, LongerNamesAreOnlySeenByAnEnumeration) {
   }
 }
 
-TEST(VRELOptionsTest, ALookUpJoinsTheTokensFromTheSeventhOn) {
+TEST(VRELOptionsTest, GetOptionJoinsTokensFromSeventh) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.gh", "xyz"});
   EXPECT_EQ(Find(options, "a.b.c.d.e.f.g.h"), "a.b.c.d.e.f.gh");
@@ -363,7 +363,7 @@ TEST(VRELOptionsTest, ALookUpJoinsTheTokensFromTheSeventhOn) {
 }
 
 // UTF-7 carries U+0000 in other bytes; a token ends there, and the name does not.
-TEST(VRELOptionsTest, ATokenOfALookUpEndsAtAZero) {
+TEST(VRELOptionsTest, TokenEndsAtZero) {
   VRELOptions options;
   AddAll(options, {"A.B", "*.C.B", "gh", "D"});
   struct Row {
@@ -381,7 +381,7 @@ TEST(VRELOptionsTest, ATokenOfALookUpEndsAtAZero) {
   }
 }
 
-TEST(VRELOptionsTest, HasOptionTestsTheVeryPath) {
+TEST(VRELOptionsTest, HasOptionIsExact) {
   VRELOptions options;
   AddAll(options, {"X", "Step.*.Y", "a.b.c.d.e.f.g.h"});
   VRELOption unset(VRELString(L"X"));
@@ -399,7 +399,7 @@ TEST(VRELOptionsTest, HasOptionTestsTheVeryPath) {
   }
 }
 
-TEST(VRELOptionsTest, DecidesTheKindByTheText) {
+TEST(VRELOptionsTest, AddOptionParseValue) {
   struct Row {
     wchar_t const* text;
     VRELValue::VRELValueType kind;
@@ -442,7 +442,7 @@ TEST(VRELOptionsTest, DecidesTheKindByTheText) {
   EXPECT_EQ(options.AddOptionParseValue(L"A..X", L"1"), VREL_E_FAIL);
 }
 
-TEST(VRELOptionsTest, MergesWhatIsMissingOrEverything) {
+TEST(VRELOptionsTest, AddOptions) {
   for (bool overwrite : {false, true}) {
     SCOPED_TRACE(overwrite);
     VRELOptions mine;
@@ -464,7 +464,7 @@ TEST(VRELOptionsTest, MergesWhatIsMissingOrEverything) {
   }
 }
 
-TEST(VRELOptionsTest, MergesFromTheStart) {
+TEST(VRELOptionsTest, AddOptionsRestartsEnumeration) {
   VRELOptions other;
   AddAll(other, {"A", "B", "C"});
   VRELOption* option = nullptr;
@@ -481,7 +481,7 @@ TEST(VRELOptionsTest, MergesFromTheStart) {
   EXPECT_EQ(Names(mine).size(), 3U);
 }
 
-TEST(VRELOptionsTest, EnumeratesDepthFirstAndWildcardsLast) {
+TEST(VRELOptionsTest, EnumeratesDepthFirst) {
   VRELOptions options;
   // Of 17 slots A, B, C, D and E take 8, 11, 14, 0 and 3.
   AddAll(options, {"A", "B", "X.C", "C", "E.C", "D.C", "D", "*", "E", "D.B.C", "D.A.C"});
@@ -492,7 +492,7 @@ TEST(VRELOptionsTest, EnumeratesDepthFirstAndWildcardsLast) {
   EXPECT_EQ(Rest(options), expected);
 }
 
-TEST(VRELOptionsTest, AnEnumerationBeginsAnewWhenAskedTo) {
+TEST(VRELOptionsTest, InitEnumerationRestarts) {
   VRELOptions options;
   AddAll(options, {"A", "D", "E"});
   VRELOption* option = nullptr;
@@ -504,7 +504,7 @@ TEST(VRELOptionsTest, AnEnumerationBeginsAnewWhenAskedTo) {
   EXPECT_EQ(Rest(options), (Texts{"D", "E", "A"}));
 }
 
-TEST(VRELOptionsTest, ABranchWithoutOptionsEndsTheWalk) {
+TEST(VRELOptionsTest, EmptyBranchEndsTraversal) {
   VRELOptions options;
   AddAll(options, {"A", "D"});
   // The branch of E lies between the two.
@@ -525,7 +525,7 @@ TEST(VRELOptionsTest, ABranchWithoutOptionsEndsTheWalk) {
   EXPECT_EQ(Names(lower), (Texts{"D.X", "Y"}));
 }
 
-TEST(VRELOptionsTest, WhatLiesBelowAnOptionIsPassedOver) {
+TEST(VRELOptionsTest, OptionsBelowOptionAreSkipped) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.g", "a.b.c.d.e.f.x.g", "Z"});
   EXPECT_EQ(Names(options), (Texts{"a.b.c.d.e.f.g", "Z"}));
@@ -539,7 +539,7 @@ TEST(VRELOptionsTest, WhatLiesBelowAnOptionIsPassedOver) {
   EXPECT_EQ(Rest(late), Texts{"a.b.c.d.e.f.g"});
 }
 
-TEST(VRELOptionsTest, FindsTheNextNodeWithAnOption) {
+TEST(VRELOptionsTest, GetNextNode) {
   VRELOptions const options;
   VRELOptionToken* node = nullptr;
   EXPECT_EQ(options.GetNext(node), VREL_E_FAIL);
@@ -573,7 +573,7 @@ TEST(VRELOptionsTest, FindsTheNextNodeWithAnOption) {
   root.RemoveAll();
 }
 
-TEST(VRELOptionsTest, RemovesAll) {
+TEST(VRELOptionsTest, RemoveAll) {
   VRELOptions options;
   AddAll(options, {"A", "Step.B", "a.b.c.d.e.f.g.h.i", "*"});
   VRELOption* option = nullptr;
@@ -608,7 +608,7 @@ FileResult ReadFile(std::string const& bytes) {
   return read;
 }
 
-TEST(VRELOptionsTest, ReadsAFile) {
+TEST(VRELOptionsTest, ReadFromFile) {
   struct Row {
     char const* what;
     std::string bytes;
@@ -646,7 +646,7 @@ TEST(VRELOptionsTest, ReadsAFile) {
   }
 }
 
-TEST(VRELOptionsTest, AByteOrderMarkBelongsToTheFirstName) {
+TEST(VRELOptionsTest, ByteOrderMarkIsPartOfFirstName) {
   FileResult const read = ReadFile("\xEF\xBB\xBFX=1\nY=2\n");
   EXPECT_EQ(read.result, VREL_S_OK);
   EXPECT_EQ(read.size, 2);
@@ -656,7 +656,7 @@ TEST(VRELOptionsTest, AByteOrderMarkBelongsToTheFirstName) {
   EXPECT_EQ(ReadFile("\xEF\xBB\xBF# a comment\nY=2\n").result, VREL_E_FAIL);
 }
 
-TEST(VRELOptionsTest, ASyntaxErrorRejectsTheWholeFile) {
+TEST(VRELOptionsTest, SyntaxErrorRejectsFile) {
   for (std::string const& bytes : {std::string("X=1\nno separator"), std::string("X=1\nno separator\n"),
                                    std::string("X=1\n[Import\nY=2\n"), std::string("X=1\n=2\n"), std::string("X=\n"),
                                    std::string("X=1\n[Import]\nbad\n"), "Name=" + std::string(1019, 'v') + "\n"}) {
@@ -667,7 +667,7 @@ TEST(VRELOptionsTest, ASyntaxErrorRejectsTheWholeFile) {
   }
 }
 
-TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
+TEST(VRELOptionsTest, ReadFromFileFailureCodes) {
   ScratchDirectory const directory;
   VRELOptions options;
   EXPECT_EQ(options.ReadFromFile(L""), VREL_E_INVALID_ARGUMENT);
@@ -677,7 +677,7 @@ TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
   EXPECT_EQ(options.Size(), 0);
 }
 
-TEST(VRELOptionsTest, ClosesTheFileThatItOpened) {
+TEST(VRELOptionsTest, ReadFromFileClosesFile) {
   ScratchDirectory const directory;
   for (char const* bytes : {"X=1\n", "no separator\n", "[Import]\nX=1\n", ""}) {
     std::string const path = directory.Write("options.cfg", bytes);
@@ -687,7 +687,7 @@ TEST(VRELOptionsTest, ClosesTheFileThatItOpened) {
   }
 }
 
-TEST(VRELOptionsTest, TheLastOfCallAndFileWins) {
+TEST(VRELOptionsTest, LastAdditionWins) {
   ScratchDirectory const directory;
   VRELString const path(directory.Write("options.cfg", "X=file\nY=file\n"));
   VRELOptions options;
@@ -701,7 +701,7 @@ TEST(VRELOptionsTest, TheLastOfCallAndFileWins) {
   EXPECT_EQ(options.Size(), 4);
 }
 
-TEST(VRELOptionsTest, ReadsAStreamAndLeavesItOpen) {
+TEST(VRELOptionsTest, ReadFromFileKeepsStreamOpen) {
   std::string bytes = "X=1\n";
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -734,7 +734,7 @@ std::string Written(VRELOptions const& options) {
   return text.substr(heading.size());
 }
 
-TEST(VRELOptionsTest, DumpsOnAFormatter) {
+TEST(VRELOptionsTest, DumpOptions) {
   VRELOptions options;
   EXPECT_EQ(Written(options), "");
   AddEachKind(options);
@@ -745,7 +745,7 @@ TEST(VRELOptionsTest, DumpsOnAFormatter) {
             "The Option \"B\" value is\t\t=     some text\n");
 }
 
-TEST(VRELOptionsTest, DumpsByTheEndlineOfTheFormatter) {
+TEST(VRELOptionsTest, DumpOptionsUsesEndline) {
   VRELOptions options;
   options.AddOption(L"A", 1);
   EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
@@ -758,7 +758,7 @@ TEST(VRELOptionsTest, DumpsByTheEndlineOfTheFormatter) {
             "The Option \"A\" value is\t\t=     1");
 }
 
-TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
+TEST(VRELOptionsTest, DumpFormatsByKind) {
   VRELOptions options;
   options.AddOption(L"D", 1.5);
   options.AddOption(L"D", 1);
@@ -775,7 +775,7 @@ TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
             "The Option \"B\" value is\t\t=     false\n");
 }
 
-TEST(VRELOptionsTest, ADumpBeginsAnewAmidAnEnumeration) {
+TEST(VRELOptionsTest, DumpRestartsEnumeration) {
   VRELOptions options;
   AddAll(options, {"A", "D", "E"});
   VRELOption* option = nullptr;
@@ -800,7 +800,7 @@ Texts Dumped(VRELOptions const& options, char const* header, char const* format,
   return texts;
 }
 
-TEST(VRELOptionsTest, DumpsOnTheChannelForInformation) {
+TEST(VRELOptionsTest, DumpPrintsOnInfoChannel) {
   VRELOptions options;
   AddEachKind(options);
   EXPECT_EQ(Dumped(options, "Options:", "%s = %s", "%d options"),
@@ -1000,7 +1000,7 @@ struct Pair {
   Model model;
 };
 
-TEST(VRELOptionsModelTest, AddsAndLooksUp) {
+TEST(VRELOptionsModelTest, AdditionsAndLookUps) {
   RandomNames random(20260101);
   for (int round = 0; round < 40; ++round) {
     SCOPED_TRACE(round);
@@ -1017,7 +1017,7 @@ TEST(VRELOptionsModelTest, AddsAndLooksUp) {
   }
 }
 
-TEST(VRELOptionsModelTest, EnumeratesAndMerges) {
+TEST(VRELOptionsModelTest, EnumerationsAndMerges) {
   RandomNames random(47);
   for (int round = 0; round < 60; ++round) {
     SCOPED_TRACE(round);

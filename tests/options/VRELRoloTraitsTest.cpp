@@ -17,7 +17,7 @@ VRELRoloNode* Child(VRELRoloNode& parent, char const* name) {
   return nullptr;
 }
 
-TEST(VRELRoloTraitsTest, FindsTheDeepestFolderAndLeavesTheRest) {
+TEST(VRELRoloTraitsTest, FetchLeavesRestOfPath) {
   VRELRoloNode& root = Gk_Nest::fetchRoot();
   Gk_ROString made("VRELRoloTraitsTest/a/b/name");
   VRELRoloNode* const b = VRELRoloTraits::fetch(&made, true, true);
@@ -56,7 +56,7 @@ TEST(VRELRoloTraitsTest, FindsTheDeepestFolderAndLeavesTheRest) {
   EXPECT_EQ(Child(root, "unknown"), nullptr);
 }
 
-TEST(VRELRoloTraitsTest, CreatesWhatIsLeft) {
+TEST(VRELRoloTraitsTest, FetchCreatesFolders) {
   Gk_ROString path("/VRELRoloTraitsTest.create/a/name");
   VRELRoloNode* const a = VRELRoloTraits::fetch(&path, true, true);
   EXPECT_TRUE(a->getValue() == "a");

@@ -55,7 +55,7 @@ std::vector<int> OptionsOf(VRELArgs& args, TextVector& table) {
   return found;
 }
 
-TEST(VRELArgsTest, HoldsItsFieldsInOrder) {
+TEST(VRELArgsTest, Fields) {
   struct Fields {
     int lastIndex;
     char** arguments;
@@ -69,7 +69,7 @@ TEST(VRELArgsTest, HoldsItsFieldsInOrder) {
   EXPECT_FALSE(std::is_polymorphic_v<VRELArgs>);
 }
 
-TEST(VRELArgsTest, GivesArgumentsOneByOne) {
+TEST(VRELArgsTest, GetNextArg) {
   TextVector line{"program", "a", "-b", "", "c"};
   VRELArgs args(line.Count(), line.Get());
   for (int i = 1; i <= 4; ++i) EXPECT_EQ(args.GetNextArg(), line[i]);
@@ -77,7 +77,7 @@ TEST(VRELArgsTest, GivesArgumentsOneByOne) {
   EXPECT_EQ(args.GetNextArg(), nullptr);
 }
 
-TEST(VRELArgsTest, ToldWhetherOptionsAreToCome) {
+TEST(VRELArgsTest, AreThereOneMoreOptions) {
   TextVector line{"program", "-a", "b", "-c", "d"};
   VRELArgs args(line.Count(), line.Get());
   for (bool more : {true, true, true, false, false}) {
@@ -86,7 +86,7 @@ TEST(VRELArgsTest, ToldWhetherOptionsAreToCome) {
   }
 }
 
-TEST(VRELArgsTest, LineWithoutOptionsHasNoneToCome) {
+TEST(VRELArgsTest, NoMoreOptionsWithoutDash) {
   TextVector plain{"program", "a", "b"};
   EXPECT_FALSE(VRELArgs(plain.Count(), plain.Get()).AreThereOneMoreOptions());
   TextVector dashedName{"-program", "a"};
@@ -95,7 +95,7 @@ TEST(VRELArgsTest, LineWithoutOptionsHasNoneToCome) {
   EXPECT_TRUE(VRELArgs(dashOnly.Count(), dashOnly.Get()).AreThereOneMoreOptions());
 }
 
-TEST(VRELArgsTest, StoresTheArgumentOfAnOption) {
+TEST(VRELArgsTest, GetOptionArgument) {
   TextVector line{"program", "-f", "name", "", "-v", "-"};
   VRELArgs args(line.Count(), line.Get());
   char sentinel = 0;
@@ -119,14 +119,14 @@ TEST(VRELArgsTest, StoresTheArgumentOfAnOption) {
   EXPECT_EQ(argument, line[3]);
 }
 
-TEST(VRELArgsTest, ArgumentWithNowhereToGoStays) {
+TEST(VRELArgsTest, GetOptionArgumentToNull) {
   TextVector line{"program", "a"};
   VRELArgs args(line.Count(), line.Get());
   EXPECT_FALSE(args.GetOptionArgument(nullptr));
   EXPECT_EQ(args.GetNextArg(), line[1]);
 }
 
-TEST(VRELArgsTest, ShiftStepsOnceBehindTheEnd) {
+TEST(VRELArgsTest, ShiftMovesOncePastEnd) {
   TextVector line{"program", "a", "-b"};
   TextVector table{"b"};
   VRELArgs args(line.Count(), line.Get());
@@ -142,7 +142,7 @@ TEST(VRELArgsTest, ShiftStepsOnceBehindTheEnd) {
   EXPECT_FALSE(args.GetNextOption(1, table.Get(), nullptr));
 }
 
-TEST(VRELArgsTest, FindsNamesOfOneLetter) {
+TEST(VRELArgsTest, IsLetterAnOption) {
   struct Row {
     char letter;
     int position;
@@ -165,7 +165,7 @@ TEST(VRELArgsTest, FindsNamesOfOneLetter) {
   EXPECT_EQ(index, -1);
 }
 
-TEST(VRELArgsTest, FindsTheOptionThatAnArgumentMeans) {
+TEST(VRELArgsTest, IsAnOption) {
   struct Row {
     char const* argument;
     int position;
@@ -217,7 +217,7 @@ TEST(VRELArgsTest, SingleDashIsFirstName) {
   EXPECT_EQ(index, -1);
 }
 
-TEST(VRELArgsTest, WalksOptionsAndPassesOverTheRest) {
+TEST(VRELArgsTest, GetNextOptionSkipsArguments) {
   TextVector line{"program", "in", "-verb", "-unknown", "out", "-f", "name", "rest"};
   TextVector table{"file:", "verbose"};
   VRELArgs args(line.Count(), line.Get());
@@ -235,7 +235,7 @@ TEST(VRELArgsTest, WalksOptionsAndPassesOverTheRest) {
   EXPECT_EQ(args.GetNextArg(), line[7]);
 }
 
-TEST(VRELArgsTest, OptionWithoutItsArgument) {
+TEST(VRELArgsTest, OptionWithoutArgument) {
   TextVector line{"program", "-f", "-v", "-f"};
   TextVector table{"file:", "verbose"};
   VRELArgs args(line.Count(), line.Get());

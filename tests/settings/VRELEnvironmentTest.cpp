@@ -46,7 +46,7 @@ std::string FoundAs(char const* name) {
   return text == nullptr ? "(none)" : text;
 }
 
-TEST(VRELEnvironmentTest, ReadsText) {
+TEST(VRELEnvironmentTest, ReadsString) {
   RunApart([] {
     setenv("VRELProbe", "some text = x", 1);
     setenv("VRELEmpty", "", 1);
@@ -60,7 +60,7 @@ TEST(VRELEnvironmentTest, ReadsText) {
   });
 }
 
-TEST(VRELEnvironmentTest, ReadsNamesInAscii) {
+TEST(VRELEnvironmentTest, NamesAreAscii) {
   RunApart([] {
     setenv("VREL_\x1A", "by the substitute", 1);
     setenv("VREL__", "by an underscore", 1);
@@ -68,7 +68,7 @@ TEST(VRELEnvironmentTest, ReadsNamesInAscii) {
   });
 }
 
-TEST(VRELEnvironmentTest, ReadsTextInTheDefaultCodepage) {
+TEST(VRELEnvironmentTest, ValuesAreInDefaultCodepage) {
   RunApart([] {
     for (char const* bytes : {"Schraube \xC3\x96", "broken \xC3", "\xFF\xFE"}) {
       setenv("VRELProbe", bytes, 1);
@@ -79,7 +79,7 @@ TEST(VRELEnvironmentTest, ReadsTextInTheDefaultCodepage) {
   });
 }
 
-TEST(VRELEnvironmentTest, UninitializedNameHasNoVariable) {
+TEST(VRELEnvironmentTest, UninitializedNameFails) {
   VRELString name(L"PATH");
   VRELString const taken(std::move(name));
   VRELString text(L"untouched");
@@ -88,7 +88,7 @@ TEST(VRELEnvironmentTest, UninitializedNameHasNoVariable) {
   EXPECT_EQ(text.toUtf8(), "untouched");
 }
 
-TEST(VRELEnvironmentTest, SystemAnswersThreeNames) {
+TEST(VRELEnvironmentTest, SystemNames) {
   RunApart([] {
     for (char const* name : {"USERNAME", "OS", "COMPUTERNAME"}) setenv(name, "from the environment", 1);
     utsname names{};
@@ -104,7 +104,7 @@ TEST(VRELEnvironmentTest, SystemAnswersThreeNames) {
   });
 }
 
-TEST(VRELEnvironmentTest, OtherSpellingsAreVariables) {
+TEST(VRELEnvironmentTest, SystemNamesAreCaseSensitive) {
   RunApart([] {
     setenv("os", "a variable", 1);
     setenv("UserName", "another", 1);
@@ -115,7 +115,7 @@ TEST(VRELEnvironmentTest, OtherSpellingsAreVariables) {
   });
 }
 
-TEST(VRELEnvironmentTest, UserWithoutAnEntryHasNoName) {
+TEST(VRELEnvironmentTest, UserWithoutEntryFails) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who is not there";
   RunApart([] {
     constexpr uid_t nobodyHasIt = 987654;
@@ -183,7 +183,7 @@ TEST(VRELEnvironmentTest, ReadsBooleans) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutsAVariable) {
+TEST(VRELEnvironmentTest, PutVariable) {
   RunApart([] {
     RecordingListener const listener;
     EXPECT_EQ(Put(L"VRELProbe", L"some = text"), VREL_S_OK);
@@ -197,7 +197,7 @@ TEST(VRELEnvironmentTest, PutsAVariable) {
   });
 }
 
-TEST(VRELEnvironmentTest, OnlyTheVariableOfTheLastCallStands) {
+TEST(VRELEnvironmentTest, PutVariableRemovesPrevious) {
   RunApart([] {
     setenv("VRELThird", "set by others", 1);
     EXPECT_EQ(Put(L"VRELFirst", L"1"), VREL_S_OK);
@@ -214,7 +214,7 @@ TEST(VRELEnvironmentTest, OnlyTheVariableOfTheLastCallStands) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutTextIsReadAsAFormat) {
+TEST(VRELEnvironmentTest, PutVariableReadsFormat) {
   struct Row {
     wchar_t const* value;
     char const* found;
@@ -234,7 +234,7 @@ TEST(VRELEnvironmentTest, PutTextIsReadAsAFormat) {
   });
 }
 
-TEST(VRELEnvironmentTest, RefusesWhatDoesNotFit) {
+TEST(VRELEnvironmentTest, PutVariableRefusesLongString) {
   RunApart([] {
     auto const text = [](std::size_t length) { return VRELString(std::string(length, 'v')); };
     // "N=" and the value: 255 bytes are the most.
@@ -253,7 +253,7 @@ TEST(VRELEnvironmentTest, RefusesWhatDoesNotFit) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutsOddNames) {
+TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
   RunApart([] {
     // The system splits the text at the first mark.
     EXPECT_EQ(Put(L"VRELA=B", L"C"), VREL_S_OK);
@@ -271,7 +271,7 @@ TEST(VRELEnvironmentTest, PutsOddNames) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutTextComesBack) {
+TEST(VRELEnvironmentTest, PutVariableRoundTrip) {
   RunApart([] {
     // Whatever the default codepage is, what it can hold comes back.
     VRELString value("Schraube \xC3\x96");
@@ -282,7 +282,7 @@ TEST(VRELEnvironmentTest, PutTextComesBack) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsMadeOnFirstUse) {
+TEST(VRELEnvironmentTest, GetEnvReturnsOneObject) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
@@ -293,7 +293,7 @@ TEST(VRELEnvironmentTest, IsMadeOnFirstUse) {
   });
 }
 
-TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
+TEST(VRELEnvironmentTest, OutlivesHandles) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment::GetEnv()->Set(L"a=b");
@@ -302,7 +302,7 @@ TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsThereToTheEndOfTheProcess) {
+TEST(VRELEnvironmentTest, ExistsUntilExit) {
   ChildResult const child = RunInChild([] {
     // Registered before the object is made, and so called after all that goes because of it.
     std::atexit([] {
@@ -316,7 +316,7 @@ TEST(VRELEnvironmentTest, IsThereToTheEndOfTheProcess) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
+TEST(VRELEnvironmentTest, PropertiesAreNotVariables) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
@@ -329,7 +329,7 @@ TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsNoLeak) {
+TEST(VRELEnvironmentTest, IsNotReportedAsLeak) {
   ChildResult const result = RunInChild([] {
     VRELEnvironment::GetEnv()->Set(L"a=b");
     return 0;
@@ -337,7 +337,7 @@ TEST(VRELEnvironmentTest, IsNoLeak) {
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
 }
 
-TEST(VRELEnvironmentTest, IsAPropertiesObject) {
+TEST(VRELEnvironmentTest, DerivesFromProperties) {
   EXPECT_TRUE((std::is_base_of_v<VRELProperties, VRELEnvironment>));
   EXPECT_EQ(sizeof(VRELEnvironment), sizeof(VRELProperties));
   VRELEnvironment own;

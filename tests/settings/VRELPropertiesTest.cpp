@@ -74,7 +74,7 @@ Pairs PairsIn(std::string const& text, char const* delimiters = "\r\n") {
   return pairs;
 }
 
-TEST(VRELPropertiesTest, IsEmptyAtFirst) {
+TEST(VRELPropertiesTest, StartsEmpty) {
   VRELProperties const properties;
   EXPECT_EQ(properties.GetCount(), 0);
   EXPECT_EQ(properties.GetReferenceCount(), 0U);
@@ -88,7 +88,7 @@ TEST(VRELPropertiesTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELProperties), sizeof(Fields));
 }
 
-TEST(VRELPropertiesTest, KeepsValuesOfEachKind) {
+TEST(VRELPropertiesTest, ValuesOfEveryKind) {
   VRELProperties properties;
   EXPECT_EQ(properties.Set(L"a", VRELValue(1.5)), VREL_S_OK);
   EXPECT_EQ(properties.Set(L"b", VRELValue(7)), VREL_S_OK);
@@ -119,7 +119,7 @@ TEST(VRELPropertiesTest, SetReplacesTheValueOfAKey) {
   EXPECT_EQ(ValueOf(properties, L"a"), "two");
 }
 
-TEST(VRELPropertiesTest, ParsesKeyAndValue) {
+TEST(VRELPropertiesTest, SetParsesPair) {
   struct Row {
     wchar_t const* text;
     wchar_t const* key;
@@ -145,7 +145,7 @@ TEST(VRELPropertiesTest, ParsesKeyAndValue) {
   }
 }
 
-TEST(VRELPropertiesTest, RefusesTextWithoutAKey) {
+TEST(VRELPropertiesTest, SetWithoutKeyFails) {
   VRELProperties properties;
   for (wchar_t const* text : {L"", L"=", L"=x", L"==x", L"a", L"a:b"}) {
     EXPECT_EQ(properties.Set(text), VREL_E_FAIL);
@@ -153,7 +153,7 @@ TEST(VRELPropertiesTest, RefusesTextWithoutAKey) {
   EXPECT_EQ(properties.GetCount(), 0);
 }
 
-TEST(VRELPropertiesTest, ParsedPairsGoThroughTheVirtualSet) {
+TEST(VRELPropertiesTest, SetCallsVirtualSet) {
   class Refusing : public VRELProperties {
    public:
     using VRELProperties::Set;
@@ -168,7 +168,7 @@ TEST(VRELPropertiesTest, ParsedPairsGoThroughTheVirtualSet) {
   EXPECT_EQ(properties.keys, "a");
 }
 
-TEST(VRELPropertiesTest, SpellingsThatDifferInCaseAreTwoKeys) {
+TEST(VRELPropertiesTest, CaseVariantsAreTwoKeys) {
   VRELProperties properties;
   properties.Set(L"abc=1");
   properties.Set(L"ABC=2");
@@ -179,7 +179,7 @@ TEST(VRELPropertiesTest, SpellingsThatDifferInCaseAreTwoKeys) {
   EXPECT_EQ(ValueOf(properties, L"ABC"), "2");
 }
 
-TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
+TEST(VRELPropertiesTest, CaseVariantsInOneSlotAreOneKey) {
   // The shortest run of one letter whose two spellings share one of the 17 buckets.
   std::wstring lower(1, L'a');
   std::wstring upper(1, L'A');
@@ -195,7 +195,7 @@ TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
   EXPECT_EQ(ValueOf(properties, lower.c_str()), "2");
 }
 
-TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
+TEST(VRELPropertiesTest, EnumeratesInSlotOrder) {
   VRELProperties properties;
   VRELHashMap<VRELString, VRELValue> map(17);
   for (int i = 0; i < 40; ++i) {
@@ -221,7 +221,7 @@ TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
   }
 }
 
-TEST(VRELPropertiesTest, IndexOutOfRangeLeavesTheTargets) {
+TEST(VRELPropertiesTest, IndexOutOfRangeFails) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELString key(L"key");
@@ -233,7 +233,7 @@ TEST(VRELPropertiesTest, IndexOutOfRangeLeavesTheTargets) {
   }
 }
 
-TEST(VRELPropertiesTest, AgreesWithAModel) {
+TEST(VRELPropertiesTest, AgreesWithModel) {
   std::mt19937 random(417);
   VRELProperties properties;
   std::map<std::string, std::string> model;
@@ -249,7 +249,7 @@ TEST(VRELPropertiesTest, AgreesWithAModel) {
   EXPECT_EQ(pairs, Pairs(model.begin(), model.end()));
 }
 
-TEST(VRELPropertiesTest, ACopySharesThePairsSoFar) {
+TEST(VRELPropertiesTest, CopySharesPairs) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELProperties const copy(properties);
@@ -257,7 +257,7 @@ TEST(VRELPropertiesTest, ACopySharesThePairsSoFar) {
   EXPECT_EQ(ValueOf(copy, L"a"), "b");
 }
 
-TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
+TEST(VRELPropertiesTest, VirtualSlots) {
   using KeyGet = VRINResult (VRELProperties::*)(VRELString const&, VRELValue&) const;
   using PairSet = VRINResult (VRELProperties::*)(VRELString const&, VRELValue const&);
   using TextSet = VRINResult (VRELProperties::*)(VRELString const&);
@@ -270,7 +270,7 @@ TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
   EXPECT_EQ(SlotOf(static_cast<IndexGet>(&VRELProperties::Get)), first + 4);
 }
 
-TEST(VRELPropertiesTest, IsWrittenSorted) {
+TEST(VRELPropertiesTest, OutputIsSorted) {
   VRELProperties properties;
   EXPECT_EQ(Written(properties), "");
   for (wchar_t const* text : {L"pear=1", L"apple=2", L"Zebra=3", L"apples= 4 ", L"app=", L"10=5", L"9=a=b"}) {
@@ -279,7 +279,7 @@ TEST(VRELPropertiesTest, IsWrittenSorted) {
   EXPECT_EQ(Written(properties), "10=5\n9=a=b\nZebra=3\napp=\napple=2\napples= 4 \npear=1\n");
 }
 
-TEST(VRELPropertiesTest, IsWrittenSortedByCodePoints) {
+TEST(VRELPropertiesTest, OutputIsSortedByCodePoints) {
   VRELProperties properties;
   // By units, the second would come first. No ASCII text stands for either.
   properties.Set(L"\uFF21", VRELValue(1));
@@ -287,7 +287,7 @@ TEST(VRELPropertiesTest, IsWrittenSortedByCodePoints) {
   EXPECT_EQ(Written(properties), "\x1A=1\n\x1A=2\n");
 }
 
-TEST(VRELPropertiesTest, ValuesAreWrittenByKind) {
+TEST(VRELPropertiesTest, OutputByKind) {
   VRELProperties properties;
   properties.Set(L"a", VRELValue(-2.5));
   properties.Set(L"b", VRELValue(-7));
@@ -298,14 +298,14 @@ TEST(VRELPropertiesTest, ValuesAreWrittenByKind) {
   EXPECT_EQ(Written(properties), "a=-2.500000\nb=-7\nc=1\nd=0\ne=text\nf=\n");
 }
 
-TEST(VRELPropertiesTest, EmptyKeyIsNotWritten) {
+TEST(VRELPropertiesTest, OutputSkipsEmptyKey) {
   VRELProperties properties;
   properties.Set(VRELString(), VRELValue(1));
   properties.Set(L"a=b");
   EXPECT_EQ(Written(properties), "a=b\n");
 }
 
-TEST(VRELPropertiesTest, LineEndIsTheFormatters) {
+TEST(VRELPropertiesTest, OutputUsesEndline) {
   class Stop : public VRELStreamFormatter::VRELStreamFormatterObject {
    public:
     Stop() : VRELStreamFormatterObject(" | ") {}
@@ -322,7 +322,7 @@ TEST(VRELPropertiesTest, LineEndIsTheFormatters) {
             "a=1 | b=2.0 | end");
 }
 
-TEST(VRELPropertiesTest, IsWrittenToNoStream) {
+TEST(VRELPropertiesTest, OutputWithoutStream) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELStreamFormatter formatter(nullptr);
@@ -330,7 +330,7 @@ TEST(VRELPropertiesTest, IsWrittenToNoStream) {
   EXPECT_EQ(properties.GetCount(), 1);
 }
 
-TEST(VRELPropertiesTest, IsWrittenByTheVirtualOperations) {
+TEST(VRELPropertiesTest, OutputCallsVirtualGet) {
   class Counting : public VRELProperties {
    public:
     VRINResult Get(VRELString const& key, VRELValue& value) const override {
@@ -347,7 +347,7 @@ TEST(VRELPropertiesTest, IsWrittenByTheVirtualOperations) {
   EXPECT_EQ(Written(properties), "a=value of a\nb=value of b\nd=value of d\ne=value of e\n");
 }
 
-TEST(VRELPropertiesTest, ValueThatCannotBeHadIsWrittenAsNothing) {
+TEST(VRELPropertiesTest, OutputOfUnreadableValue) {
   class Withholding : public VRELProperties {
    public:
     using VRELProperties::Get;
@@ -360,7 +360,7 @@ TEST(VRELPropertiesTest, ValueThatCannotBeHadIsWrittenAsNothing) {
   EXPECT_EQ(Written(properties), "a=1\naa=\nb=3\n");
 }
 
-TEST(VRELPropertiesTest, NumbersAreWrittenWithoutTheLocale) {
+TEST(VRELPropertiesTest, OutputIgnoresLocale) {
   ChildResult const child = RunInTurkishLocale([] {
     VRELProperties properties;
     properties.Set(L"a", VRELValue(1.5));
@@ -401,18 +401,18 @@ TEST(VRELPropertiesTest, ReadsLines) {
   }
 }
 
-TEST(VRELPropertiesTest, LineEndsAtAZeroByte) {
+TEST(VRELPropertiesTest, LineEndsAtZeroByte) {
   EXPECT_EQ(PairsIn(std::string("a=b\0=c\nd=e", 11)), (Pairs{{"a", "b"}, {"d", "e"}}));
 }
 
-TEST(VRELPropertiesTest, DelimitersOfBeforeAreSkippedInFront) {
+TEST(VRELPropertiesTest, InputSkipsPreviousDelimiters) {
   EXPECT_EQ(PairsIn("  a=1\n  b=2", " "), (Pairs{{"  b", "2"}, {"a", "1"}}));
   // Where the ends of lines were none, the first of them belongs to the first line.
   EXPECT_EQ(PairsIn("\na=1\nb=2", ""), (Pairs{{"\na", "1"}, {"b", "2"}}));
   EXPECT_EQ(PairsIn("xxxx", "x"), Pairs());
 }
 
-TEST(VRELPropertiesTest, ReadingLeavesTheEndsOfLinesAsDelimiters) {
+TEST(VRELPropertiesTest, InputSetsLineEndDelimiters) {
   VRELProperties properties;
   VRELStringInputStream stream(Gk_String("a=1"));
   Gk_Source source(&stream);
@@ -425,7 +425,7 @@ TEST(VRELPropertiesTest, ReadingLeavesTheEndsOfLinesAsDelimiters) {
   EXPECT_TRUE(source.setWhiteSpace("").isSpace(' '));
 }
 
-TEST(VRELPropertiesTest, WhatIsReadIsTextAndGoesThroughTheVirtualSet) {
+TEST(VRELPropertiesTest, InputCallsVirtualSet) {
   class Recording : public VRELProperties {
    public:
     using VRELProperties::Set;
@@ -442,14 +442,14 @@ TEST(VRELPropertiesTest, WhatIsReadIsTextAndGoesThroughTheVirtualSet) {
   EXPECT_EQ(properties.seen, "b:string a:string ");
 }
 
-TEST(VRELPropertiesTest, LinesAreInTheDefaultCodepage) {
+TEST(VRELPropertiesTest, InputIsInDefaultCodepage) {
   RunTestInLocale("C.UTF-8", [] {
     EXPECT_EQ(PairsIn("\xC3\x96=\xE4\xB8\xAD\n"), (Pairs{{"\xC3\x96", "\xE4\xB8\xAD"}}));
     EXPECT_EQ(PairsIn("a=\xFF\n"), (Pairs{{"a", "\xEF\xBF\xBD"}}));
   });
 }
 
-TEST(VRELPropertiesTest, StreamThatTellsOfMoreThanItHasEnds) {
+TEST(VRELPropertiesTest, InputEndsAtShortStream) {
   class Lying : public VRELInputStream {
    public:
     VRELInputStream* duplicate() override { return nullptr; }
@@ -466,7 +466,7 @@ TEST(VRELPropertiesTest, StreamThatTellsOfMoreThanItHasEnds) {
   EXPECT_EQ(properties.GetCount(), 0);
 }
 
-TEST(VRELPropertiesTest, WhatIsWrittenIsReadBack) {
+TEST(VRELPropertiesTest, RoundTrip) {
   std::mt19937 random(2280);
   for (int run = 0; run < 50; ++run) {
     std::map<std::string, std::string> model;

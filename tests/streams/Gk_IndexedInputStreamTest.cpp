@@ -22,7 +22,7 @@ class Indexed : public Gk_IndexedInputStream {
   static VRELInputStream* SourceOf(Gk_IndexedInputStream const& stream) { return stream.*(&Indexed::source); }
 };
 
-TEST(Gk_IndexedInputStreamTest, CountsBytes) {
+TEST(Gk_IndexedInputStreamTest, ReadCharCountsLines) {
   VRELStringInputStream beneath(Gk_String("a\nb\n"));
   Gk_IndexedInputStream stream(&beneath);
   EXPECT_EQ(stream.getLineNumber(), 0);
@@ -37,7 +37,7 @@ TEST(Gk_IndexedInputStreamTest, CountsBytes) {
   EXPECT_EQ(stream.getLineNumber(), 2);
 }
 
-TEST(Gk_IndexedInputStreamTest, CountsBlocks) {
+TEST(Gk_IndexedInputStreamTest, ReadCountsLines) {
   VRELStringInputStream beneath(Gk_String("a\nb\n\n\nc\r\n"));
   Gk_IndexedInputStream stream(&beneath);
   char target[20] = "\n\n\n\n\n\n\n\n\n\n";
@@ -50,7 +50,7 @@ TEST(Gk_IndexedInputStreamTest, CountsBlocks) {
   EXPECT_EQ(stream.getLineNumber(), 5);
 }
 
-TEST(Gk_IndexedInputStreamTest, TakesPushedBackLinesOff) {
+TEST(Gk_IndexedInputStreamTest, AddSubtractsLines) {
   VRELStringInputStream beneath(Gk_String("a\nb\n"));
   Gk_IndexedInputStream stream(&beneath);
   char target[4];
@@ -66,7 +66,7 @@ TEST(Gk_IndexedInputStreamTest, TakesPushedBackLinesOff) {
   EXPECT_EQ(stream.getLineNumber(), -1);
 }
 
-TEST(Gk_IndexedInputStreamTest, PushingBackAlwaysSucceeds) {
+TEST(Gk_IndexedInputStreamTest, AddReturnsTrue) {
   struct Refusing : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
@@ -86,7 +86,7 @@ TEST(Gk_IndexedInputStreamTest, PushingBackAlwaysSucceeds) {
   EXPECT_EQ(alone.getLineNumber(), -1);
 }
 
-TEST(Gk_IndexedInputStreamTest, CountsNothingOfAFailedRead) {
+TEST(Gk_IndexedInputStreamTest, FailedReadCountsNothing) {
   struct Failing : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
@@ -108,7 +108,7 @@ TEST(Gk_IndexedInputStreamTest, CountsNothingOfAFailedRead) {
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");
 }
 
-TEST(Gk_IndexedInputStreamTest, DoesNotCountWhatIsSkipped) {
+TEST(Gk_IndexedInputStreamTest, SkipCountsNothing) {
   VRELStringInputStream beneath(Gk_String("a\nb\nc\n"));
   Gk_IndexedInputStream stream(&beneath);
   EXPECT_EQ(stream.skip(4), 4);
@@ -118,7 +118,7 @@ TEST(Gk_IndexedInputStreamTest, DoesNotCountWhatIsSkipped) {
   EXPECT_EQ(stream.getLineNumber(), 1);
 }
 
-TEST(Gk_IndexedInputStreamTest, ACopyStandsOnTheSameStream) {
+TEST(Gk_IndexedInputStreamTest, CopySharesStream) {
   VRELStringInputStream beneath(Gk_String("a\nb\n"));
   Gk_IndexedInputStream stream(&beneath);
   stream.readChar();
@@ -132,7 +132,7 @@ TEST(Gk_IndexedInputStreamTest, ACopyStandsOnTheSameStream) {
   EXPECT_EQ(stream.getLineNumber(), 2);
 }
 
-TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
+TEST(Gk_IndexedInputStreamTest, DuplicateIsIndependent) {
   ScratchDirectory const scratch;
   VRELFilePath const path(VRELString(scratch.Write("lines", "a\nb\nc\n")));
   VRELFileInputStream file(path);
@@ -152,7 +152,7 @@ TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
 }
 
 // Nothing is left behind either.
-TEST(Gk_IndexedInputStreamTest, WhatADuplicateBeneathThrowsPassesThrough) {
+TEST(Gk_IndexedInputStreamTest, DuplicatePropagatesExceptions) {
   struct Throwing : VRELInputStream {
     VRELInputStream* duplicate() override { throw std::runtime_error("no duplicate"); }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
@@ -163,7 +163,7 @@ TEST(Gk_IndexedInputStreamTest, WhatADuplicateBeneathThrowsPassesThrough) {
   EXPECT_EQ(stream.getLineNumber(), 0);
 }
 
-TEST(Gk_IndexedInputStreamTest, ADuplicateOfWhatHasNoneIsAtItsEnd) {
+TEST(Gk_IndexedInputStreamTest, DuplicateWithoutStreamIsAtEnd) {
   VRELStringInputStream beneath(Gk_String("a\n"));
   Gk_IndexedInputStream stream(&beneath);
   std::unique_ptr<VRELInputStream> const copy(stream.duplicate());

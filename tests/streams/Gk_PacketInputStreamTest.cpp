@@ -54,7 +54,7 @@ class Bytes : public VRELInputStream {
   std::string calls;
 };
 
-TEST(Gk_PacketInputStreamTest, ReadsByteByByteWithOneReadForEachPacket) {
+TEST(Gk_PacketInputStreamTest, ReadCharReadsOncePerPacket) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(beneath.TakeCalls(), "");
@@ -81,7 +81,7 @@ TEST(Gk_PacketInputStreamTest, BytesAreUnsigned) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadGoesOverPackets) {
+TEST(Gk_PacketInputStreamTest, ReadCrossesPackets) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   char target[8] = {};
@@ -91,7 +91,7 @@ TEST(Gk_PacketInputStreamTest, AReadGoesOverPackets) {
   EXPECT_EQ(stream.read(target, 6), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadTakesWhatThereIs) {
+TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -101,7 +101,7 @@ TEST(Gk_PacketInputStreamTest, AReadTakesWhatThereIs) {
   EXPECT_EQ(stream.read(target, 1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadWithinThePacketReadsNothingBeneath) {
+TEST(Gk_PacketInputStreamTest, ReadWithinPacket) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   char target[8] = {};
@@ -111,7 +111,7 @@ TEST(Gk_PacketInputStreamTest, AReadWithinThePacketReadsNothingBeneath) {
   EXPECT_EQ(beneath.TakeCalls(), "read4 ");
 }
 
-TEST(Gk_PacketInputStreamTest, ARequestForNothing) {
+TEST(Gk_PacketInputStreamTest, ReadOfZeroBytes) {
   Bytes beneath("abcde");
   Gk_PacketInputStream stream(&beneath, 4);
   char target = 'x';
@@ -128,7 +128,7 @@ TEST(Gk_PacketInputStreamTest, ARequestForNothing) {
   EXPECT_EQ(target, 'x');
 }
 
-TEST(Gk_PacketInputStreamTest, SkipsOverPackets) {
+TEST(Gk_PacketInputStreamTest, SkipCrossesPackets) {
   Bytes beneath("abcdefghij");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -140,14 +140,14 @@ TEST(Gk_PacketInputStreamTest, SkipsOverPackets) {
   EXPECT_EQ(stream.skip(1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, SkipsWhatThereIs) {
+TEST(Gk_PacketInputStreamTest, SkipReturnsWhatIsLeft) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.skip(LONG_MAX), 6);
   EXPECT_EQ(stream.skip(LONG_MAX), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, ACountBelowZeroIsRefused) {
+TEST(Gk_PacketInputStreamTest, NegativeCountFails) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -160,7 +160,7 @@ TEST(Gk_PacketInputStreamTest, ACountBelowZeroIsRefused) {
   EXPECT_EQ(stream.readChar(), 'b');
 }
 
-TEST(Gk_PacketInputStreamTest, CountsWhatIsAvailableInBothPlaces) {
+TEST(Gk_PacketInputStreamTest, AvailableAddsBoth) {
   Bytes beneath("abcdefg");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.available(), 7);
@@ -169,7 +169,7 @@ TEST(Gk_PacketInputStreamTest, CountsWhatIsAvailableInBothPlaces) {
   EXPECT_EQ(stream.available(), 6);
 }
 
-TEST(Gk_PacketInputStreamTest, TellsTheOffsetOfTheNextByte) {
+TEST(Gk_PacketInputStreamTest, GetCurrentOffset) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
@@ -178,7 +178,7 @@ TEST(Gk_PacketInputStreamTest, TellsTheOffsetOfTheNextByte) {
   EXPECT_EQ(beneath.getCurrentOffset(), 4);
 }
 
-TEST(Gk_PacketInputStreamTest, SetOffsetGivesTheUnreadBytesBack) {
+TEST(Gk_PacketInputStreamTest, SetOffsetPushesBack) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   stream.readChar();
@@ -190,7 +190,7 @@ TEST(Gk_PacketInputStreamTest, SetOffsetGivesTheUnreadBytesBack) {
   EXPECT_EQ(beneath.TakeCalls(), "read4 ");
 }
 
-TEST(Gk_PacketInputStreamTest, GivesBackUnreadBytesAlsoWhereThereAreNone) {
+TEST(Gk_PacketInputStreamTest, SetOffsetPushesBackZeroBytes) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.setOffset(1), 1);
@@ -217,7 +217,7 @@ TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
   EXPECT_EQ(stream.available(), 1);
 }
 
-TEST(Gk_PacketInputStreamTest, PushesBackInThePacket) {
+TEST(Gk_PacketInputStreamTest, AddWithinPacket) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   for (int i = 0; i < 3; ++i) stream.readChar();
@@ -231,7 +231,7 @@ TEST(Gk_PacketInputStreamTest, PushesBackInThePacket) {
   EXPECT_EQ(beneath.TakeCalls(), "");
 }
 
-TEST(Gk_PacketInputStreamTest, PushesBackBeneathWhatThePacketDoesNotHold) {
+TEST(Gk_PacketInputStreamTest, AddBeyondPacket) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   for (int i = 0; i < 5; ++i) stream.readChar();
@@ -245,7 +245,7 @@ TEST(Gk_PacketInputStreamTest, PushesBackBeneathWhatThePacketDoesNotHold) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, CannotBeDuplicatedOrCopied) {
+TEST(Gk_PacketInputStreamTest, IsNotCopyable) {
   Bytes beneath("abc");
   Gk_PacketInputStream stream(&beneath, 4);
   EXPECT_EQ(stream.duplicate(), nullptr);
@@ -253,7 +253,7 @@ TEST(Gk_PacketInputStreamTest, CannotBeDuplicatedOrCopied) {
   EXPECT_FALSE(std::is_copy_assignable_v<Gk_PacketInputStream>);
 }
 
-TEST(Gk_PacketInputStreamTest, AFailedReadIsTheEndAndIsTriedAgain) {
+TEST(Gk_PacketInputStreamTest, FailedReadIsRetried) {
   Bytes beneath("abcdef");
   Gk_PacketInputStream stream(&beneath, 4);
   beneath.mustFail = true;
@@ -274,7 +274,7 @@ TEST(Gk_PacketInputStreamTest, AFailedReadIsTheEndAndIsTriedAgain) {
   EXPECT_EQ(stream.readChar(), 'c');
 }
 
-TEST(Gk_PacketInputStreamTest, AStreamThatTellsOfTooMuchIsNotBelieved) {
+TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
   struct Boaster : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
@@ -289,7 +289,7 @@ TEST(Gk_PacketInputStreamTest, AStreamThatTellsOfTooMuchIsNotBelieved) {
   EXPECT_EQ(stream.read(target, 100), 4);
 }
 
-TEST(Gk_PacketInputStreamTest, WithoutRoomForAPacketThereIsNothing) {
+TEST(Gk_PacketInputStreamTest, NonPositiveSizeIsAtEnd) {
   for (int size : {0, -1, INT_MIN}) {
     Bytes beneath("abc");
     Gk_PacketInputStream stream(&beneath, size);
@@ -302,7 +302,7 @@ TEST(Gk_PacketInputStreamTest, WithoutRoomForAPacketThereIsNothing) {
   }
 }
 
-TEST(Gk_PacketInputStreamTest, APacketOfOneByte) {
+TEST(Gk_PacketInputStreamTest, PacketOfOneByte) {
   Bytes beneath("ab");
   Gk_PacketInputStream stream(&beneath, 1);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -313,7 +313,7 @@ TEST(Gk_PacketInputStreamTest, APacketOfOneByte) {
   EXPECT_EQ(beneath.TakeCalls(), "read1 read1 read1 ");
 }
 
-TEST(Gk_PacketInputStreamTest, LetsWhatIsBeneathRaise) {
+TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
   struct Poor : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
@@ -332,7 +332,7 @@ TEST(Gk_PacketInputStreamTest, LetsWhatIsBeneathRaise) {
 }
 
 // Fetching is the one operation that a subclass may change, and all reading goes through it.
-TEST(Gk_PacketInputStreamTest, FetchesThroughTheVirtualTable) {
+TEST(Gk_PacketInputStreamTest, FetchPacketIsVirtual) {
   struct Counting : Gk_PacketInputStream {
     using Gk_PacketInputStream::Gk_PacketInputStream;
     void fetchPacket() override {
@@ -357,7 +357,7 @@ TEST(Gk_PacketInputStreamTest, FetchesThroughTheVirtualTable) {
 }
 
 // All ways of reading and moving, in any order, give what the bytes themselves give.
-TEST(Gk_PacketInputStreamTest, FollowsAModel) {
+TEST(Gk_PacketInputStreamTest, AgreesWithModel) {
   std::mt19937 random(21);
   std::string text;
   for (int i = 0; i < 500; ++i) text.push_back(static_cast<char>(random()));
@@ -410,7 +410,7 @@ TEST(Gk_PacketInputStreamTest, FollowsAModel) {
   }
 }
 
-TEST(Gk_PacketInputStreamTest, CarriesASource) {
+TEST(Gk_PacketInputStreamTest, ServesSource) {
   ScratchDirectory const scratch;
   std::string text;
   for (int i = 0; i < 200; ++i) text += "token" + std::to_string(i) + (i % 3 == 0 ? "  \n" : " ");

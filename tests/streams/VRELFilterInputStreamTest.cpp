@@ -62,12 +62,12 @@ class Filter : public VRELFilterInputStream {
   VRELInputStream* Source() const { return source; }
 };
 
-TEST(VRELFilterInputStreamTest, LeavesDuplicateOpen) {
+TEST(VRELFilterInputStreamTest, DuplicateIsPure) {
   EXPECT_TRUE(std::is_abstract_v<VRELFilterInputStream>);
   EXPECT_EQ(sizeof(VRELFilterInputStream), sizeof(VRELInputStream));
 }
 
-TEST(VRELFilterInputStreamTest, HandsAllOn) {
+TEST(VRELFilterInputStreamTest, ForwardsEverything) {
   RecordingStream beneath;
   Filter filter(&beneath);
   VRELInputStream& stream = filter;
@@ -85,7 +85,7 @@ TEST(VRELFilterInputStreamTest, HandsAllOn) {
   EXPECT_EQ(beneath.calls, "readChar read7 skip8 available add3 add4 getCurrentOffset setOffset-9 ");
 }
 
-TEST(VRELFilterInputStreamTest, CopiesStandOnTheSameStreamAndDeleteNothing) {
+TEST(VRELFilterInputStreamTest, CopiesShareStream) {
   RecordingStream beneath;
   RecordingStream::destroyed = 0;
   {
@@ -100,7 +100,7 @@ TEST(VRELFilterInputStreamTest, CopiesStandOnTheSameStreamAndDeleteNothing) {
   EXPECT_EQ(beneath.calls, "readChar ");
 }
 
-TEST(VRELFilterInputStreamTest, LetsWhatIsBeneathRaise) {
+TEST(VRELFilterInputStreamTest, PropagatesExceptions) {
   struct Poor : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }

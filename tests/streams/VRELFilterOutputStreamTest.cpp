@@ -33,7 +33,7 @@ class Filter : public VRELFilterOutputStream {
   VRELOutputStream* Target() const { return target; }
 };
 
-TEST(VRELFilterOutputStreamTest, HandsAllOn) {
+TEST(VRELFilterOutputStreamTest, ForwardsEverything) {
   RecordingStream beneath;
   VRELFilterOutputStream filter(&beneath);
   VRELOutputStream& stream = filter;
@@ -44,7 +44,7 @@ TEST(VRELFilterOutputStreamTest, HandsAllOn) {
   EXPECT_EQ(beneath.calls, "writeChara writebc flush close ");
 }
 
-TEST(VRELFilterOutputStreamTest, CopiesStandOnTheSameStreamAndDeleteNothing) {
+TEST(VRELFilterOutputStreamTest, CopiesShareStream) {
   RecordingStream beneath;
   RecordingStream::destroyed = 0;
   {
