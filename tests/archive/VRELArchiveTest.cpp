@@ -61,7 +61,7 @@ class Bytes : public VRELInputStream {
   std::size_t heapAtStart;
 };
 
-// The code of the exception that `body` throws, 0 if it throws none.
+// Returns the code of the exception that `body` throws, or 0.
 int Thrown(std::function<void()> const& body) {
   try {
     body();
@@ -111,7 +111,7 @@ TEST(VRELArchiveTest, ChainedReads) {
   EXPECT_EQ(archive.GetBytesRead(), 8);
 }
 
-// A stream in memory is read without its virtual operation, which must not show.
+// A memory stream is read without a virtual call, with the same results.
 TEST(VRELArchiveTest, MemoryStreamFastPath) {
   std::string const bytes = "\x01\x02\x03\x04\x00\x00\x00\x02hi\xFF"s;
   VRELStringInputStream stream(Gk_String(bytes.c_str(), static_cast<int>(bytes.size()) + 1));
@@ -132,7 +132,7 @@ TEST(VRELArchiveTest, MemoryStreamFastPath) {
   EXPECT_EQ(archive.GetBytesRead(), 10);
   EXPECT_EQ(Thrown([&] { archive >> b; }), 1);
   EXPECT_EQ(archive.GetBytesRead(), 11);
-  EXPECT_EQ(stream.readChar(), -1);  // the byte in front of the end is gone
+  EXPECT_EQ(stream.readChar(), -1);  // the last byte was consumed
 }
 
 TEST(VRELArchiveTest, DerivedMemoryStreamIsCalled) {
@@ -289,7 +289,7 @@ TEST(VRELArchiveTest, GetCStringLength) {
   }
 }
 
-// The text that an archive of one string gives.
+// Returns the string of an archive with one string.
 VRELString Restored(std::string const& bytes) {
   Bytes stream(bytes);
   VRELArchive archive(&stream);
@@ -312,7 +312,7 @@ TEST(VRELArchiveTest, NarrowStrings) {
   std::string const longer(256, 'x');
   EXPECT_EQ(Restored("\xFF\x00\x01"s + longer).toUtf8(), longer);
   EXPECT_EQ(Restored("\xFF\xFF\xFF\x02\x00\x00\x00no"s).toUtf8(), "no");
-  // It ends at its first zero, as a text does; the bytes behind are read all the same.
+  // The string ends at its first zero; the bytes after it are read nevertheless.
   EXPECT_EQ(Restored("\x05"
                      "ab\0cd"s)
                 .toUtf8(),
@@ -350,7 +350,7 @@ TEST(VRELArchiveTest, WideStringsWithInvalidUnits) {
   }
 }
 
-// A second mark in the place of a length is no length.
+// A second mark is not a length.
 TEST(VRELArchiveTest, SecondWideMarkThrows) {
   Bytes stream("\xFF\xFE\xFF\xFF\xFE\xFF\x01" + Wide(U"a"));
   VRELArchive archive(&stream);
@@ -360,8 +360,8 @@ TEST(VRELArchiveTest, SecondWideMarkThrows) {
 }
 
 TEST(VRELArchiveTest, EmptyStringAtEnd) {
-  VRELStringInputStream beneath(Gk_String("\0\0", 2));
-  Gk_PacketInputStream stream(&beneath, 16);  // gives -1 for 0 bytes at its end
+  VRELStringInputStream underlying(Gk_String("\0\0", 2));
+  Gk_PacketInputStream stream(&underlying, 16);  // returns -1 for 0 bytes at its end
   VRELArchive archive(&stream);
   VRELString text(L"before");
   archive.RestoreCString(text);
@@ -471,7 +471,7 @@ ClassRecord RestoreClass(std::string const& bytes, std::string const& name) {
   record.name = text.toUtf8();
   record.left = stream.Left();
 
-  // The same with a name that is only expected, and without a tag.
+  // The overload with an expected name, without a tag.
   Bytes again(bytes);
   VRELArchive other(&again);
   EXPECT_EQ(other.RestoreClassObject(name.c_str(), nullptr), record.result);
@@ -532,7 +532,7 @@ TEST(VRELArchiveTest, ObjectTags) {
     std::string bytes;
     long result;
     unsigned short tag;
-  } const cases[] = {{"\x01\x80"s, 0, 0x8001},          // a class that is known
+  } const cases[] = {{"\x01\x80"s, 0, 0x8001},          // a class read before
                      {"\xFE\xFF"s, 0, 0xFFFE},          //
                      {"\x00\x80"s, 0, 0x8000},          //
                      {"\x05\x00"s, 0x1000001, 5},       // an object
@@ -566,7 +566,7 @@ TEST(VRELArchiveTest, TruncatedRecordThrows) {
       unsigned short tag = 0x1234;
       EXPECT_EQ(Thrown([&] { archive.RestoreClassObject(name, &tag); }), 1);
       EXPECT_EQ(name.length(), 0);
-      // The tag is told as soon as it and the one of four bytes are read.
+      // The tag is stored once both tags are read.
       bool const isTagRead = cut >= 2 && bytes[1] != '\x7F';
       EXPECT_EQ(tag, isTagRead ? 0xFFFF : 0x1234);
     }
@@ -580,7 +580,7 @@ TEST(VRELArchiveTest, NullNameMatchesAny) {
   EXPECT_EQ(archive.RestoreClassObject("", nullptr), 0);
 }
 
-// Reads a small model, as a format module would.
+// Reads a small model like a format module.
 void ReadModel(VRELArchive& archive) {
   VRELString name;
   unsigned short tag = 0;

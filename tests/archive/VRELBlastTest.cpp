@@ -19,17 +19,17 @@ namespace {
 
 constexpr std::size_t window = 4096;
 
-// What one decompression did.
+// Result of a decompression.
 struct Decompression {
   int result = 99;
   std::string output;
-  std::vector<unsigned> writes;          // the length of each
-  std::vector<std::size_t> readAtWrite;  // bytes of input that had been given out
+  std::vector<unsigned> writes;          // lengths of the writes
+  std::vector<std::size_t> readAtWrite;  // bytes of input read before each write
   std::size_t bytesRead = 0;
-  int readsAtEnd = 0;  // questions for input when there was none left
+  int readsAtEnd = 0;  // input requests after the end of input
 };
 
-// Gives input in blocks of one length and gathers output.
+// Provides input in blocks of one length and collects the output.
 class Ends {
  public:
   Ends(std::string const& bytes, std::size_t length, std::size_t writesTaken)
@@ -49,7 +49,7 @@ class Ends {
       ++done.readsAtEnd;
       return 0;
     }
-    // In memory of its own, so that nothing can be read behind it, nor after the next question.
+    // In separate memory, so that a sanitizer detects reads after its end and after the next request.
     block = std::make_unique<unsigned char[]>(length);
     std::memcpy(block.get(), data.data() + done.bytesRead, length);
     done.bytesRead += length;
@@ -78,7 +78,7 @@ Decompression Blast(std::string const& data, std::size_t blockLength = 65536, st
 
 constexpr std::size_t blockLengths[] = {1, 2, 7, 4096};
 
-// Enough bytes behind the data that it lies far from the end of its block.
+// Appends bytes, so that the data is far from the end of its block.
 std::string Padded(std::string const& data) {
   return data + std::string(64, '\x55');
 }
@@ -89,12 +89,12 @@ std::string RandomBytes(std::mt19937& random, std::size_t count) {
   return bytes;
 }
 
-// Appends what a copy makes of a text.
+// Appends the result of a copy.
 void CopyInText(std::string& text, int length, int distance) {
   for (int i = 0; i < length; ++i) text.push_back(text[text.size() - static_cast<std::size_t>(distance)]);
 }
 
-// Imploded data with the text that it stands for.
+// Imploded data with the expected output.
 struct Sample {
   Sample(bool isCoded, int dictionary) : data(isCoded, dictionary) {}
 
@@ -107,7 +107,7 @@ struct Sample {
     CopyInText(text, length, distance);
   }
 
-  // Decompresses in blocks of all lengths.
+  // Decompresses with blocks of all lengths.
   void Check() {
     data.End();
     for (std::size_t const blockLength : blockLengths) {
@@ -243,7 +243,7 @@ TEST(VRELBlastTest, WritesFullBlockBeforeReading) {
   std::string const text = RandomBytes(random, 2 * window);
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
   Decompression const done = Blast(data, 1);
-  // 16 bits in front, then 9 for each literal.
+  // 16 bits of header, then 9 for each literal.
   EXPECT_EQ(done.readAtWrite, (std::vector<std::size_t>{2 + 4608, 2 + 9216}));
   EXPECT_EQ(done.output, text);
 }
@@ -335,7 +335,7 @@ TEST(VRELBlastTest, CopiesFromEveryDistance) {
   }
 }
 
-// Short distances repeat what they find, at every length and from every place.
+// Short distances repeat a pattern, for every length and position.
 TEST(VRELBlastTest, OverlappingCopiesRepeat) {
   std::mt19937 random(10);
   Sample sample(false, 4);
@@ -376,7 +376,7 @@ TEST(VRELBlastTest, DecodesEveryCodedLiteral) {
   std::string all;
   for (int byte = 0; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
   sample.Literals(all);
-  // Each one in front of and behind literals with short and with long codes.
+  // Each one before and after literals with short and with long codes.
   for (char const byte : all) sample.Literals(std::string{byte, ' ', byte, 'e', '\xFE', byte, byte, '\x01'});
   for (char const byte : all) {
     sample.Literals(std::string(1, byte));
@@ -461,7 +461,7 @@ TEST(VRELBlastTest, InputEndsAtEveryByte) {
   }
 }
 
-// Up to where the input ends everything is delivered: after each byte, as many items as lie in it whole.
+// All complete items before the end of input are written.
 TEST(VRELBlastTest, WritesDecodedBytesBeforeEnd) {
   std::string const text = Prose();
   ImplodedData data(false, 4);
@@ -476,7 +476,7 @@ TEST(VRELBlastTest, WritesDecodedBytesBeforeEnd) {
   }
 }
 
-// What comes of bytes that nobody imploded does not depend on how they come, and is no more than they can stand for:
+// The result of random bytes does not depend on the block lengths, and its length is bounded:
 // 518 bytes for a copy, which takes 22 bits at least.
 TEST(VRELBlastTest, RandomBytes) {
   std::mt19937 random(13);
@@ -488,7 +488,7 @@ TEST(VRELBlastTest, RandomBytes) {
       data[0] = static_cast<char>(random() % 2);
       data[1] = static_cast<char>(4 + random() % 3);
     }
-    // A good beginning, so that copies have something to reach for.
+    // A valid beginning, so that copies have a source.
     if (i % 3 == 0) data = ImplodedData(i % 2 == 0, 6).Literals(RandomBytes(random, 4090)).Bytes() + data;
     Decompression const whole = Blast(data);
     Decompression const single = Blast(data, 1);
@@ -515,7 +515,7 @@ TEST(VRELBlastTest, EmptyBlockIsEnd) {
   EXPECT_EQ(blast(nothing, nullptr, noOutput, nullptr), 2);
 }
 
-// Looks at the heap from within.
+// Measures the heap during decompression.
 struct HeapWatch {
   static unsigned Read(void* how, unsigned char** buffer) {
     auto& watch = *static_cast<HeapWatch*>(how);

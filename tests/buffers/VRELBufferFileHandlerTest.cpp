@@ -28,7 +28,7 @@ constexpr char kNull[] = "Buffer is NULL. Looks like allocation of buffer failed
 
 constexpr long kMega = 1024 * 1024;
 
-// Bytes that tell their position: no window of them looks like another.
+// Bytes that depend on their position, so that no two windows are equal.
 char ByteAt(long position) {
   return static_cast<char>(position * 31 + position / 251 + position / 65521);
 }
@@ -39,7 +39,7 @@ std::string Bytes(long count) {
   return bytes;
 }
 
-// An open file, as a handler needs it.
+// An open file.
 VRELFileHandle Open(std::string const& path) {
   VRELFileHandle file(new VRELFile(path.c_str()));
   std::FILE* stream = nullptr;
@@ -53,12 +53,12 @@ std::FILE* StreamOf(VRELFileHandle const& file) {
   return stream;
 }
 
-// Where the stream stands for the kernel: it moves whenever bytes are read.
+// Position of the file description, which moves with each read.
 off_t KernelOffset(VRELFileHandle const& file) {
   return lseek(fileno(StreamOf(file)), 0, SEEK_CUR);
 }
 
-// The number of calls by which this process has read anything, from when the object was made.
+// Counts the read system calls of this process since construction.
 class ReadCalls {
  public:
   ReadCalls() : before(Now()) {
@@ -85,15 +85,15 @@ class ReadCalls {
   }
 
   long before;
-  long cost = 0;  // of asking
+  long cost = 0;  // system calls of the measurement itself
 };
 
 class VRELBufferFileHandlerTest : public testing::Test {
  protected:
-  // A file of so many bytes, each of which tells its position.
+  // Writes a file of `size` bytes that depend on their position.
   std::string Write(long count) { return directory.Write("data", Bytes(count)); }
 
-  // Expects the byte and no word.
+  // Expects the byte and no message.
   static void ExpectByte(VRELBufferFileHandler& handler, long position, unsigned char expected) {
     SCOPED_TRACE(position);
     unsigned char value = static_cast<unsigned char>(~expected);
@@ -142,7 +142,7 @@ TEST_F(VRELBufferFileHandlerTest, SmallFileIsOneWindow) {
   EXPECT_EQ(file->GetReferenceCount(), 2U);
   handler.reset();
   EXPECT_EQ(file->GetReferenceCount(), 1U);
-  // The stream is left open.
+  // The stream is still open.
   EXPECT_EQ(std::fseek(StreamOf(file), 0, SEEK_SET), 0);
   EXPECT_EQ(std::getc(StreamOf(file)), '0');
 }
@@ -150,7 +150,7 @@ TEST_F(VRELBufferFileHandlerTest, SmallFileIsOneWindow) {
 TEST_F(VRELBufferFileHandlerTest, PositionAtEndFailsSilently) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
-  // The block is lost; the end is told again.
+  // The block is dropped; the end is reported again.
   ExpectFailure(handler, 10, 0x1000055, "");
   std::string const printed = PrintedBy([&] { EXPECT_EQ(handler.IsBufferValid(), 0x1000051); });
   EXPECT_EQ(printed, kNull);
@@ -161,20 +161,20 @@ TEST_F(VRELBufferFileHandlerTest, PositionsOutsideFileFail) {
   for (long const position : {11L, 12L, 4194304L, 0x7FFFFFFFFFFFFFFFL, -1L, -10L, -0x7FFFFFFFFFFFFFFFL - 1}) {
     ExpectFailure(handler, position, 0x1000056, kNoMove);
   }
-  // The window stays as it was.
+  // The window is unchanged.
   for (long position = 0; position < 10; ++position) ExpectByteOfFile(handler, position);
 }
 
 TEST_F(VRELBufferFileHandlerTest, DrainedHandlerFails) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
-  // There are bytes, and no block to read them into.
+  // There are bytes, but no block.
   ExpectFailure(handler, 3, 0x1000054, kEnd);
   ExpectFailure(handler, 3, 0x1000054, kEnd);
   ExpectFailure(handler, 9, 0x1000054, kEnd);
   ExpectFailure(handler, 10, 0x1000055, "");
   ExpectFailure(handler, 11, 0x1000056, kNoMove);
-  // A new block makes it whole again.
+  // A new block makes the object usable again.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
   ExpectByteOfFile(handler, 3);
 }
@@ -222,7 +222,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowRestartsAtPosition) {
   ExpectByteOfFile(handler, 0);
   EXPECT_EQ(handler.IsPointerPositionValid(4194303), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(4194304), VREL_E_FAIL);
-  // One byte back at the start of a window reloads it all.
+  // A step back by one byte at the start of a window reads a whole window.
   ExpectByteOfFile(handler, 4500000);
   EXPECT_EQ(handler.IsPointerPositionValid(4499999), VREL_E_FAIL);
   ExpectByteOfFile(handler, 4499999);
@@ -231,7 +231,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowRestartsAtPosition) {
   ExpectFailure(handler, 5242881, 0x1000056, kNoMove);
 }
 
-// With a hole in front of its last bytes.
+// A sparse file with bytes at its end.
 TEST_F(VRELBufferFileHandlerTest, PositionsAboveFourGigabytes) {
   constexpr long size = 5L * 1024 * kMega + 7;
   std::string const path = directory.Write("data", "first");
@@ -253,7 +253,7 @@ TEST_F(VRELBufferFileHandlerTest, AgreesWithModel) {
   long position = 0;
   for (int i = 0; i < 300; ++i) {
     state = state * 6364136223846793005UL + 1442695040888963407UL;
-    // Mostly near, sometimes far.
+    // Mostly near positions, sometimes far ones.
     long const step = static_cast<long>(state >> 40) % (i % 7 == 0 ? size : 5000) - (i % 7 == 0 ? 0 : 2500);
     position = (position + step % size + size) % size;
     unsigned char value = 0;
@@ -301,20 +301,20 @@ TEST_F(VRELBufferFileHandlerTest, HelpersInAnyOrder) {
   EXPECT_EQ(handler.IsPointerPositionValid(100), VREL_E_FAIL);
   ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
-  // The window starts elsewhere and the block stays: 60 bytes of the last fill in front, 40 of the first behind.
+  // The window moves, and the block keeps 60 bytes of the last fill and then 40 of the first.
   EXPECT_EQ(handler.AdvanceFilePointerPosition(10), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(99), VREL_S_OK);
   ExpectByte(handler, 10, static_cast<unsigned char>(ByteAt(40)));
   ExpectByte(handler, 69, static_cast<unsigned char>(ByteAt(99)));
   ExpectByte(handler, 70, static_cast<unsigned char>(ByteAt(60)));
   ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(89)));
-  // A new block holds nothing yet.
+  // A new block is empty.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
   EXPECT_EQ(handler.AdvanceFilePointerPosition(40), VREL_S_OK);
   ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
   ExpectByteOfFile(handler, 0);
-  // The file has grown and so has the size, but not the block.
+  // The file and its size have grown, but not the block.
   directory.Write("data", Bytes(5000));
   EXPECT_EQ(handler.DecideFileBufferSize(), VREL_S_OK);
   EXPECT_EQ(handler.AdvanceFilePointerPosition(0), VREL_S_OK);
@@ -341,7 +341,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamWithoutPathHasSmallWindow) {
   {
     VRELBufferFileHandler handler(VRELFileHandle(new VRELFile(stream)));
     for (long const position : {0, 1, 2046, 2047}) ExpectByteOfFile(handler, position);
-    // A size of 0 is all that is known of the file.
+    // The size of the file counts as 0.
     ExpectFailure(handler, 2048, 0x1000056, kNoMove);
     ExpectByteOfFile(handler, 2047);
   }
@@ -392,7 +392,7 @@ TEST_F(VRELBufferFileHandlerTest, ShrinkingFile) {
   std::string const path = Write(5 * kMega);
   VRELBufferFileHandler handler(Open(path));
   std::filesystem::resize_file(path, 1000);
-  // What the window holds it holds.
+  // Bytes in the window stay readable.
   ExpectByteOfFile(handler, 4000000);
   ExpectFailure(handler, 4500000, 0x1000055, "");
 }
@@ -411,7 +411,7 @@ TEST_F(VRELBufferFileHandlerTest, GrowingFileKeepsSize) {
   VRELBufferFileHandler handler(Open(path));
   std::ofstream(path, std::ios::app) << "abc";
   ExpectFailure(handler, 11, 0x1000056, kNoMove);
-  // The place just behind the old end may be read, up to the size of the block.
+  // The position after the old end can be read, up to the size of the block.
   ExpectByte(handler, 10, 'a');
   ExpectByte(handler, 12, 'c');
   ExpectByte(handler, 5, '5');
@@ -431,7 +431,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamClosedByFile) {
   ExpectByteOfFile(handler, 0);
 }
 
-// A stream that was handed in stays open where the file forgets it.
+// A stream that the caller opened stays open when the file forgets it.
 TEST_F(VRELBufferFileHandlerTest, StreamForgottenByFile) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
@@ -457,7 +457,7 @@ TEST_F(VRELBufferFileHandlerTest, ClosedDescriptor) {
   VRELBufferFileHandler handler(file);
   ExpectByteOfFile(handler, 4194303);
   std::string const printed = PrintedBy([&] {
-    // Here, so that nothing else is opened under its number.
+    // Closed here, so that the number is not reused.
     close(fileno(StreamOf(file)));
     unsigned char value = 77;
     EXPECT_EQ(handler.GetChar(4194304, value), 0x1000055);
@@ -476,11 +476,11 @@ TEST_F(VRELBufferFileHandlerTest, WindowIsReadAtOnce) {
     if (handler.GetChar(position, value) == VREL_S_OK) sum += static_cast<char>(value) == ByteAt(position) ? 1 : 0;
   }
   EXPECT_EQ(sum, 16 * kMega);
-  // Three windows, each in few pieces.
+  // Three windows, each with few reads.
   EXPECT_LE(calls.Count(), 12);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // which takes failing allocations for errors of its own
+#ifndef __SANITIZE_ADDRESS__  // which reports failing allocations as errors
 
 void ExhaustMemory(std::size_t size) {
   rlimit const limit = {1, 1};

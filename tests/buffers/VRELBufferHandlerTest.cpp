@@ -9,7 +9,7 @@
 
 namespace {
 
-// Gives out the bytes of a block of its own.
+// Reads the bytes of its own block.
 class BlockHandler : public VRELBufferHandler {
  public:
   explicit BlockHandler(bool hasBlock) {
@@ -29,7 +29,7 @@ TEST(VRELBufferHandlerTest, IsAbstract) {
   EXPECT_EQ(SlotOf(&VRELBufferHandler::GetChar), 5U);
 }
 
-// The sanitizers tell whether the block goes with its handler.
+// A leak would be reported by the leak check.
 TEST(VRELBufferHandlerTest, DeletesBlock) {
   for (bool const hasBlock : {false, true}) {
     SCOPED_TRACE(hasBlock);

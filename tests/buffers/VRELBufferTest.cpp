@@ -11,7 +11,7 @@
 
 namespace {
 
-// Shows what a format module sees.
+// Gives access to the protected members.
 class OpenBuffer : public VRELBuffer {
  public:
   using VRELBuffer::file;

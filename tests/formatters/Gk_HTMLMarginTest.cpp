@@ -9,7 +9,7 @@
 
 namespace {
 
-// Steps of a margin in a plain formatter: '{' in, '}' out, '.' writes the margin, anything else is text.
+// Executes steps: '{' is incr, '}' is decr, '.' writes the margin, and other characters are text.
 std::string Walk(std::string const& steps) {
   return TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -69,7 +69,7 @@ TEST(Gk_HTMLMarginTest, LettersAfterZ) {
   EXPECT_EQ(text.substr(text.size() - end.size()), end);
 }
 
-// 'A' and 191 make 256: the zero byte is left out, and 'A' comes round again after 256 blocks.
+// 'A' + 191 is 256: the zero byte is omitted, and 'A' returns after 256 blocks.
 TEST(Gk_HTMLMarginTest, LettersWrapAround) {
   std::string steps;
   for (int i = 0; i < 257; ++i) steps += "{}";
@@ -79,7 +79,7 @@ TEST(Gk_HTMLMarginTest, LettersWrapAround) {
   EXPECT_EQ(text.substr(text.size() - end.size()), end);
 }
 
-// A name of 97 letters and the mark is the longest.
+// The longest name has 97 letters and the mark.
 TEST(Gk_HTMLMarginTest, NamesAreBounded) {
   constexpr int depth = 500;
   std::string expected;

@@ -26,7 +26,7 @@ bool hasNoDecimalPoint = false;
 
 }  // namespace
 
-// Stands in front of the C library's, which always has a decimal point.
+// Replaces localeconv of the C library, which always has a decimal point.
 extern "C" VREL_EXPORT lconv* localeconv() noexcept {
   static lconv withoutPoint = {};
   if (hasNoDecimalPoint) return &withoutPoint;
@@ -43,7 +43,7 @@ using MarginHandle = VRELStreamFormatter::VRELStreamFormatterMarginHandle;
 
 constexpr auto mode1 = static_cast<VRELRealTrailingZerosRemovalFormat>(1);
 
-// Tells each call.
+// Records each call.
 class RecordingStream : public VRELOutputStream {
  public:
   explicit RecordingStream(std::vector<std::string>& record) : calls(record) {}
@@ -63,7 +63,7 @@ class RecordingStream : public VRELOutputStream {
   std::vector<std::string>& calls;
 };
 
-// Tells which dump each value came to.
+// Records which dump is called for each value.
 class TellingFormatter : public VRELStreamFormatter {
  public:
   explicit TellingFormatter(VRELOutputStream* stream = nullptr) : VRELStreamFormatter(stream) {}
@@ -89,13 +89,13 @@ class TellingFormatter : public VRELStreamFormatter {
   std::string calls;
 };
 
-// What a formatter of default settings writes of a value.
+// Returns the output of a formatter with default settings.
 template <class T>
 std::string Dumped(T const& value) {
   return TextOf([&](VRELOutputStream* stream) { VRELStreamFormatter(stream).dump(value); });
 }
 
-// The text of a double in mode 1.
+// Returns the output of a double in mode 1.
 std::string Shortened(char const* format, double value) {
   return TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -127,7 +127,7 @@ TEST(VRELStreamFormatterTest, DefaultFormats) {
 TEST(VRELStreamFormatterTest, UnsignedLongHasLetter) {
   EXPECT_EQ(Dumped(7UL), "7l");
   EXPECT_EQ(Dumped(12UL), "12l");
-  // The low 32 bits alone.
+  // Only the low 32 bits.
   EXPECT_EQ(Dumped(4294967296UL + 12), "12l");
   EXPECT_EQ(Dumped(ULONG_MAX), "4294967295l");
 }
@@ -139,7 +139,7 @@ TEST(VRELStreamFormatterTest, AddressesAreHexadecimal) {
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0x1234567890)), "0x34567890");
 }
 
-// The int format plays no part in it.
+// The int format is not used.
 TEST(VRELStreamFormatterTest, AddressFormatIsFixed) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -164,7 +164,7 @@ TEST(VRELStreamFormatterTest, OneWritePerValue) {
                                         "write ", "write t", "write w", "write " + std::string(300, 'm')}));
     calls.clear();
   }
-  // Flushed, and not closed.
+  // Flushed but not closed.
   EXPECT_EQ(calls, std::vector<std::string>{"flush"});
 }
 
@@ -175,12 +175,12 @@ TEST(VRELStreamFormatterTest, NullStreamWritesNothing) {
   out << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "t" << VRELString(L"w") << VRELValue(1) << out.space() << out.define(3L)
       << out.format("%d", 1);
   out.dump(reinterpret_cast<void const*>(0x10));
-  // Nothing has been kept back for the stream that comes.
+  // Nothing was buffered for the new stream.
   EXPECT_EQ(out.installOutputStream(&stream), nullptr);
   EXPECT_TRUE(calls.empty());
 }
 
-// An object writes itself also where there is no stream, and so reaches the other operations.
+// Objects are called without a stream too, and call the other operations.
 TEST(VRELStreamFormatterTest, NullStreamCallsObjects) {
   struct Counting : Object {
     void dump(VRELStreamFormatter& formatter) const override {
@@ -242,7 +242,7 @@ TEST(VRELStreamFormatterTest, WritesNarrowStrings) {
     VRELStreamFormatter out(stream);
     Gk_ROString moved("xm8");
     moved.offset(1);
-    // Without a terminator, with one inside, and of no elements.
+    // Without a terminator, with a zero inside, and empty.
     out << Gk_String("bolts", 4) << '|' << Gk_String("a\0b", 3) << '|' << moved << '|' << Gk_ROString("m8x40", 2) << '|'
         << Gk_String() << Gk_ROString() << Gk_String("");
   });
@@ -256,14 +256,14 @@ TEST(VRELStreamFormatterTest, StringsAreAscii) {
   std::string const longText(1000, 'x');
   EXPECT_EQ(Dumped(VRELString(longText)), longText);
   EXPECT_EQ(Dumped(VRELString(longText + "\u00D6")), longText + "\x1A");
-  // Every ASCII character arrives.
+  // Every ASCII character is written.
   for (int c = 1; c < 128; ++c) {
     SCOPED_TRACE(c);
     EXPECT_EQ(Dumped(VRELString(c)), std::string(1, static_cast<char>(c)));
   }
 }
 
-// A surrogate pair is one byte, and nothing behind the bytes is written for its second unit.
+// A surrogate pair is one byte, and nothing is written for its second unit.
 TEST(VRELStreamFormatterTest, StringWritesAtMostItsLength) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
@@ -276,7 +276,7 @@ TEST(VRELStreamFormatterTest, StringEndsAtZero) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(&stream);
-  // A derived text keeps a zero inside.
+  // A concatenation keeps a zero inside.
   out << VRELString(L"a-b").replace('-', 0);
   ASSERT_EQ(calls.size(), 1U);
   EXPECT_EQ(calls[0].substr(0, 7), "write a");
@@ -300,7 +300,7 @@ TEST(VRELStreamFormatterTest, SetFormats) {
   EXPECT_EQ(TakeText(stream), "0005|ff|+6|9000000000|1.50e+03");
 }
 
-// A format set back to what a caller had remembered is the default again.
+// Restoring the previous format restores the default.
 TEST(VRELStreamFormatterTest, RestoresUnsignedLongFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
@@ -323,7 +323,7 @@ TEST(VRELStreamFormatterTest, Precision) {
   EXPECT_EQ(TakeText(stream), "1.23|0.3333333333|0.250000");
 }
 
-// The precision and its flag are left alone, so a format with a star comes back to life.
+// The precision and its flag are kept.
 TEST(VRELStreamFormatterTest, ResetFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
@@ -359,7 +359,7 @@ TEST(VRELStreamFormatterTest, NullFormatWritesNothing) {
   out << 1 << 2U << 3L << 4UL << 0.5;
   out.setDoubleFormat(nullptr, true, 0);
   out << 0.5;
-  // Nor the number from before once more.
+  // The previous number is not written again.
   EXPECT_EQ(TakeText(stream), "0.250000");
 }
 
@@ -389,7 +389,7 @@ TEST(VRELStreamFormatterTest, RemovesTrailingZeros) {
   EXPECT_EQ(Shortened("%e", 1e100), "1.0e+100");
   EXPECT_EQ(Shortened("%.0e", 2e10), "2e+10");
   EXPECT_EQ(Shortened("%lf", 1.0 / 0.0), "inf");
-  // The first e parts the text, wherever it stands.
+  // The first e begins the exponent, wherever it is.
   EXPECT_EQ(Shortened("%.3f e", 1.5), "1.500 e");
   EXPECT_EQ(Shortened("%.3fe", 1.5), "1.5e");
   EXPECT_EQ(Shortened("e%.3f", 1.5), "e1.500");
@@ -408,7 +408,7 @@ TEST(VRELStreamFormatterTest, OtherModesKeepZeros) {
   }
 }
 
-// The mode is for doubles alone, and both operations can be called at any time.
+// The mode applies to doubles only; both operations can be called at any time.
 TEST(VRELStreamFormatterTest, RemovesZerosOfDoublesOnly) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
@@ -433,7 +433,7 @@ TEST(VRELStreamFormatterTest, TruncateTrailingZeroes) {
   EXPECT_EQ(Truncated(""), "");
   EXPECT_EQ(Truncated("1.00x0"), "1.00x");
   EXPECT_EQ(Truncated("1.2.300"), "1.2.3");
-  // The exponent is no matter of this one.
+  // Exponents are not treated specially.
   EXPECT_EQ(Truncated("1.500000e+12"), "1.500000e+12");
   EXPECT_EQ(Truncated("1.500000e+10"), "1.500000e+1");
   EXPECT_EQ(Truncated("1,500"), "1,500");
@@ -534,7 +534,7 @@ TEST(VRELStreamFormatterTest, DefineAndRefer) {
   EXPECT_EQ(TakeText(stream), "123|-9000000000|16|16|-1|(123)<16>");
 }
 
-// A number and an address go through the operations of their types, and a margin, a space and a line end are texts.
+// Objects write numbers, addresses and strings through the operations of the formatter.
 TEST(VRELStreamFormatterTest, ObjectsWriteThroughTheFormatter) {
   TellingFormatter out;
   out.margin()->incr();
@@ -551,7 +551,7 @@ TEST(VRELStreamFormatterTest, FormatSharesBuffer) {
   ObjectHandle const second = out.format("second %d", 2);
   EXPECT_NE(first, second);
   out << first << '|' << second << '|';
-  // One buffer for all formatters.
+  // All formatters share one buffer.
   VRELStreamFormatter other(nullptr);
   ObjectHandle const third = other.format("third");
   out << first << '|';
@@ -618,7 +618,7 @@ TEST(VRELStreamFormatterTest, VirtualSlots) {
   EXPECT_EQ(DumpSlot<Object const*>(), 8U);
   EXPECT_EQ(DumpSlot<VRELString const&>(), 9U);
   EXPECT_EQ(DumpSlot<VRELValue const&>(), 10U);
-  // The destructor has two entries.
+  // The destructor has two slots.
   EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::define)), 13U);
   EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::refer)), 14U);
   EXPECT_EQ(SlotOf(static_cast<Naming<long>>(&VRELStreamFormatter::define)), 15U);
@@ -626,7 +626,7 @@ TEST(VRELStreamFormatterTest, VirtualSlots) {
   EXPECT_EQ(SlotOf(&VRELStreamFormatter::format), 17U);
 }
 
-// Behind the destructor, RaiseReference, LowerReference and GetName.
+// After the destructor, RaiseReference, LowerReference and GetName.
 TEST(VRELStreamFormatterTest, VirtualSlotsOfObjects) {
   EXPECT_EQ(SlotOf(&Object::dump), 5U);
   EXPECT_EQ(SlotOf(&Margin::incr), 6U);

@@ -19,7 +19,7 @@ TEST(Gk_NestTest, RootIsNamedSlash) {
   Gk_Nest& root = Gk_Nest::fetchRoot();
   EXPECT_TRUE(root.getValue() == "/");
   EXPECT_EQ(&Gk_Nest::fetchRoot(), &root);
-  // Derived from singly, and not virtually.
+  // Single and not virtual inheritance.
   EXPECT_EQ(static_cast<void*>(static_cast<VRELRoloNode*>(&root)), static_cast<void*>(&root));
 }
 
@@ -52,7 +52,7 @@ TEST(Gk_NestTest, FetchOptionByPath) {
   ASSERT_EQ(nest->getOptions().size(), 2);
   EXPECT_EQ(nest->getOptions()[0], option);
   EXPECT_EQ(nest->getOptions()[1], other);
-  // A folder's name is no option's.
+  // The name of a folder is not an option.
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.options/a", false), nullptr);
   EXPECT_EQ(Gk_Nest::fetchOption("", false), nullptr);
 }
@@ -62,8 +62,8 @@ TEST(Gk_NestTest, OddPaths) {
     char const* path;
     char const* name;
   } const rows[] = {
-      {"Gk_NestTest.odd/", ""},      // the folder's nameless option
-      {"Gk_NestTest.odd//x", "/x"},  // an empty segment makes no folder
+      {"Gk_NestTest.odd/", ""},      // the option of the folder with an empty name
+      {"Gk_NestTest.odd//x", "/x"},  // an empty segment is no folder
       {"Gk_NestTest.plain", "Gk_NestTest.plain"},
   };
   for (auto const& row : rows) {
@@ -79,7 +79,7 @@ TEST(Gk_NestTest, OddPaths) {
 TEST(Gk_NestTest, FetchOptionFindsLatest) {
   Gk_Option* const first = Gk_Nest::fetchOption("Gk_NestTest.latest/first", true);
   Gk_Option* const second = Gk_Nest::fetchOption("Gk_NestTest.latest/second", true);
-  // An option that was made keeps the name that it gave out, so two of one name come from an assignment.
+  // An option keeps its cached name, so that an assignment makes two options of one name.
   *first = *second;
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.latest/second", false), second);
   *second = *Gk_Nest::fetchOption("Gk_NestTest.latest/third", true);
@@ -148,7 +148,7 @@ TEST(Gk_NestTest, TreeIsDestroyedAtExit) {
 }
 
 TEST(Gk_NestTest, FolderOwnsItems) {
-  // What is not deleted with it is found as a leak.
+  // Items that are not deleted would be reported as leaks.
   Gk_Nest nest;
   EXPECT_EQ(nest.getValue().len(), 0);
   Gk_ROString path("a/b/name");

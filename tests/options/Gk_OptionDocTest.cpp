@@ -13,7 +13,7 @@
 
 namespace {
 
-// The names in a store, with their values as texts.
+// Returns the names in a store with their values as strings.
 std::map<std::string, std::string> Contents(VRELOptions const& store) {
   std::map<std::string, std::string> contents;
   VRELOption* option = nullptr;
@@ -79,7 +79,7 @@ TEST(Gk_OptionDocTest, FetchAllComponentOptions) {
   Gk_OptionDoc::addOption(L"OptionDoc.copy/group/c", true, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/group/deep/d", 2.5, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/next/e", 1, nullptr);
-  // It has no value.
+  // The option has no value.
   ASSERT_NE(Gk_Option::fetch(L"OptionDoc.copy/unset", true), nullptr);
 
   VRELOptions store;
@@ -117,8 +117,8 @@ TEST(Gk_OptionDocTest, CurrentValueBecomesDefault) {
   EXPECT_EQ(value, 2);
 }
 
-// Case does not count in the store, so that options and folders of the tree meet there under one name: the first that
-// is copied gives the default, the last one the value.
+// The store ignores case, so that options and folders of the tree can have one name in it: the first one that
+// is copied sets the default, and the last one the value.
 TEST(Gk_OptionDocTest, CopiesOptionsBeforeFolders) {
   Gk_OptionDoc::addOption(L"OptionDoc.order/A", 1, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.order/a", 2, nullptr);
@@ -168,7 +168,7 @@ TEST(Gk_OptionDocTest, MissingFolderUsesDeepest) {
     Pairs contents;
   } const rows[] = {
       {"OptionDoc.deep/g/", {{"/b", "2"}}},
-      // What stands behind the last "/" names something in the folder.
+      // The part after the last "/" names an item in the folder.
       {"OptionDoc.deep/g", {{"/a", "1"}, {"/g/b", "2"}}},
       {"OptionDoc.deep/x/y", {{"/a", "1"}, {"/g/b", "2"}}},
   };
@@ -251,7 +251,7 @@ TEST(Gk_OptionDocTest, SynchCopiesCommonOptions) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-// Whatever the store makes of their tokens.
+// Independent of the tokens in the store.
 TEST(Gk_OptionDocTest, SynchWithAnyName) {
   struct {
     wchar_t const* source;
@@ -283,7 +283,7 @@ TEST(Gk_OptionDocTest, SynchConvertsIntegerToBool) {
   Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.from", L"OptionDoc.to");
   EXPECT_STREQ(truth->string(), "true");
   EXPECT_EQ(number->count(), 7);
-  // One that has no kind as yet takes the source's.
+  // An unset option takes the type of the source.
   VRELValue::VRELValueType kind = VRELValue::UnknownType;
   EXPECT_EQ(unset->GetValueType(kind), VREL_S_OK);
   EXPECT_EQ(kind, VRELValue::DoubleType);

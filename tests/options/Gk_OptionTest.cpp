@@ -8,7 +8,7 @@
 
 namespace {
 
-// The name as VRELOption has it, which tells it of an option with a value alone; "(unset)" for one without.
+// Returns the name as VRELOption reports it; "(unset)" for an unset option.
 std::string NameOf(VRELOption const& option) {
   VRELString name(L"(unset)");
   option.GetName(name);
@@ -41,7 +41,7 @@ TEST(Gk_OptionTest, SetValueSetsName) {
   option.getValue();
   option.setValue(Gk_String("first"));
   EXPECT_STREQ(option.getValue(), "first");
-  // The name that was given once stays.
+  // The cached name is kept.
   option.setValue(Gk_String("second"));
   EXPECT_STREQ(option.getValue(), "first");
   option.set(1);
@@ -113,7 +113,7 @@ TEST(Gk_OptionTest, CopyHasNameAndValue) {
   EXPECT_EQ(NameOf(copy), "name");
   EXPECT_STREQ(copy.getValue(), "name");
   EXPECT_EQ(copy.count(), 7);
-  // The copy is named anew as well, whatever name the first gave out.
+  // The copy has the current name, not the cached one.
   option.setValue(Gk_String("other"));
   Gk_Option renamed(option);
   EXPECT_EQ(NameOf(renamed), "other");
@@ -133,7 +133,7 @@ TEST(Gk_OptionTest, AssignmentCopiesCaches) {
   EXPECT_EQ(NameOf(target), "source");
   EXPECT_STREQ(target.getValue(), "source");
   EXPECT_STREQ(target.string(), "text");
-  // The texts are not shared.
+  // The strings are not shared.
   EXPECT_NE(target.string(), text);
   target.set(VRELString(L"after"));
   target.string();

@@ -18,7 +18,7 @@ TEST(VRELCfgFileIndexTest, FindsFirstObject) {
   std::vector<std::unique_ptr<std::string>> owned;
   std::vector<std::string*> objects;
   for (int i = 0; i < 200; ++i) {
-    // Each name comes twice.
+    // Each name occurs twice.
     owned.push_back(std::make_unique<std::string>(std::to_string(i * 7 % 100)));
     objects.push_back(owned.back().get());
     for (int wanted = 0; wanted <= 100; ++wanted) {

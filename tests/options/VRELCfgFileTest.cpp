@@ -16,7 +16,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Loads the bytes from a stream.
+// Loads a file from a stream of bytes.
 VRINResult LoadBytes(VRELCfgFile& file, std::string const& bytes) {
   std::FILE* const stream = std::tmpfile();
   EXPECT_NE(stream, nullptr);
@@ -41,7 +41,7 @@ Texts Errors(VRELCfgFile const& file) {
   return errors;
 }
 
-// The keys of a section, each as its name and its values in brackets.
+// Returns the keys of a section, each as its name and its values in brackets.
 Texts Keys(VRELCfgFile const& file, char const* section = "") {
   VRELCfgFileSection const* const found = file.findSection(section);
   if (found == nullptr) return {"(none)"};
@@ -107,11 +107,11 @@ TEST(VRELCfgFileTest, LineSyntax) {
       {"a=1", {"a[1]"}, {}},
       {"a=1\nb=2", {"a[1]", "b[2]"}, {}},
       {"a=1\r\nb=2\r\n", {"a[1]", "b[2]"}, {}},
-      // A carriage return alone ends no line.
+      // A carriage return alone does not end a line.
       {"a=1\rb=2\r", {"a[1\rb=2]"}, {}},
       {" \t a \t = \t 1 \t \r\n", {"a[1]"}, {}},
       {"\v=\f", {"\v[\f]"}, {}},
-      // Comments stand on lines of their own.
+      // Comments are whole lines.
       {"#a=1\n;b=2\n \t# c=3\n\t ; d=4\n", {}, {}},
       {"a=1 # one\nb=2;two\n", {"a[1 # one]", "b[2;two]"}, {}},
       // Separators.
@@ -131,17 +131,17 @@ TEST(VRELCfgFileTest, LineSyntax) {
       {"a=,", {"a[][]"}, {}},
       {"a=1,", {"a[1][]"}, {}},
       {"a=\"1,2\"", {"a[\"1][2\"]"}, {}},
-      // One key does not go on with another.
+      // Repeated keys are not merged.
       {"a=1\na=2,3\n", {"a[1]", "a[2][3]"}, {}},
       {"A=1\na=2\n", {"A[1]", "a[2]"}, {}},
-      // Bad lines cost nothing else.
+      // Bad lines do not affect the others.
       {"=value", {}, {KeyError(1, "=value")}},
       {"key=", {}, {KeyError(1, "key=")}},
       {"key = \t", {}, {KeyError(1, "key =")}},
       {" = value", {}, {KeyError(1, "= value")}},
       {"=", {}, {KeyError(1, "=")}},
       {":", {}, {KeyError(1, ":")}},
-      // The first "=" separates, whatever a ":" would do.
+      // The first "=" is the separator, also after a ":".
       {"a:b=", {}, {KeyError(1, "a:b=")}},
       {"=a:b", {}, {KeyError(1, "=a:b")}},
       {"  text  \n", {}, {KeyError(1, "text")}},
@@ -220,11 +220,11 @@ TEST(VRELCfgFileTest, ZeroByteEndsLine) {
 
 TEST(VRELCfgFileTest, LongLineIsReadInPieces) {
   struct Row {
-    std::size_t length;  // of the line, without its end
+    std::size_t length;  // of the line without its end
     std::size_t value;
     Texts errors;
   };
-  // The bad line behind it tells how many pieces there were.
+  // The line number of the bad line after it shows the number of pieces.
   Row const rows[] = {
       {1021, 1019, {KeyError(2, "bad")}},
       {1022, 1020, {KeyError(2, "bad")}},
@@ -244,7 +244,7 @@ TEST(VRELCfgFileTest, LongLineIsReadInPieces) {
 }
 
 TEST(VRELCfgFileTest, PieceOfLongLineIsLine) {
-  // The piece behind the first 1023 bytes is a section, the next a key, the next, cut at a carriage return, is blank.
+  // The piece after the first 1023 bytes is a section, the next a key, and the next, with a carriage return, is blank.
   std::string const comment = "#" + std::string(1022, 'c');
   std::string const section = "[s]" + std::string(1020, ' ');
   std::string const key = "k=1" + std::string(1019, ' ') + "\r";
@@ -261,7 +261,7 @@ TEST(VRELCfgFileTest, LineOfOneMegabyte) {
   EXPECT_EQ(file.GetErrorMessage(0), KeyError(1, std::string(1023, 'x')));
   EXPECT_EQ(file.GetErrorMessage(1024), KeyError(1025, std::string(1023, 'x')));
   EXPECT_EQ(file.GetErrorMessage(1025), KeyError(1026, "x"));
-  // Each piece of commas is without a separator; only the first has one.
+  // Only the first piece has a separator.
   Loaded const commas("k=" + std::string(1048576, ','));
   EXPECT_EQ(commas.GetArraySize("k", nullptr), 1022);
   EXPECT_EQ(commas.GetErrorCount(), 1025);
@@ -316,15 +316,15 @@ TEST(VRELCfgFileTest, LoadFailureCodes) {
   EXPECT_EQ(file.Load(VRELFilePath()), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(file.Load(VRELFilePath(directory.Path("missing").c_str())), VREL_E_FILE_OPEN);
   EXPECT_EQ(file.Load(static_cast<std::FILE*>(nullptr)), VREL_E_INVALID_ARGUMENT);
-  // Nothing was begun.
+  // Nothing was loaded.
   EXPECT_EQ(file.findSection(""), nullptr);
   EXPECT_EQ(file.GetErrorCount(), 0);
-  // A directory can be opened; there is nothing in it to read.
+  // A directory can be opened, and has no content.
   EXPECT_EQ(file.Load(VRELFilePath(directory.Path().c_str())), VREL_S_OK);
   EXPECT_EQ(Keys(file), Texts{});
 }
 
-// How a path opens its file is the path's to say.
+// The mode that is passed to VRELFilePath::OpenFile.
 class RecordingPath : public VRELFilePath {
  public:
   using VRELFilePath::VRELFilePath;
@@ -353,7 +353,7 @@ TEST(VRELCfgFileTest, LoadStartsAtStreamPosition) {
   VRELCfgFile file;
   EXPECT_EQ(file.Load(stream), VREL_S_OK);
   EXPECT_EQ(Keys(file), Texts{"b[2]"});
-  // It stays open, at its end.
+  // The stream is still open, at its end.
   EXPECT_EQ(std::ftell(stream), 8);
   EXPECT_EQ(std::fclose(stream), 0);
 }
@@ -365,7 +365,7 @@ TEST(VRELCfgFileTest, LoadsAccumulate) {
   EXPECT_EQ(Keys(file), (Texts{"a[1]", "c[3]"}));
   EXPECT_EQ(Keys(file, "s"), (Texts{"b[2]", "d[4]"}));
   EXPECT_EQ(Errors(file), Texts{KeyError(4, "bad")});
-  // Errors stay, and a good file fails with them.
+  // Errors are kept, so that a later load fails.
   EXPECT_EQ(LoadBytes(file, "e=5\n"), VREL_E_FAIL);
   EXPECT_EQ(Keys(file), (Texts{"a[1]", "c[3]", "e[5]"}));
   EXPECT_EQ(file.GetErrorCount(), 1);
@@ -416,7 +416,7 @@ TEST(VRELCfgFileTest, LongErrorIsTruncated) {
   file.flagError("%s", std::string(100000, 'e').c_str());
   EXPECT_EQ(file.GetErrorMessage(0), std::string(4095, 'e'));
 
-  // What is not there is no format.
+  // A null format adds nothing.
   file.flagError(file.GetErrorMessage(1), 1);
   EXPECT_EQ(file.GetErrorCount(), 1);
 }
@@ -498,7 +498,7 @@ TEST(VRELCfgFileTest, GetStringNeverFails) {
   EXPECT_EQ(file.GetErrorCount(), 0);
 }
 
-// A value as each kind; "-" where the read fails.
+// Returns a value read as each kind; "-" if the read fails.
 struct Reading {
   char const* value;
   char const* asDouble;
@@ -533,7 +533,7 @@ TEST(VRELCfgFileTest, TypedReads) {
       {"on", "-", "-", "-", "-"},
       {" true", "-", "-", "-", "-"},
       {"", "-", "-", "-", "-"},
-      // A sign is an integer of no digits.
+      // A sign is an integer without digits.
       {"-", "-", "0", "0", "-"},
       {"9999999999", "1e+10", "2147483647", "-", "-"},
       {"\xC3\x96", "-", "-", "-", "-"},
@@ -557,7 +557,7 @@ TEST(VRELCfgFileTest, TypedReads) {
     EXPECT_EQ(Shown(gotLogical, std::to_string(logical)), row.asLogical);
     int const gotBool = file.GetBool("k", flag, 0, "s");
     EXPECT_EQ(Shown(gotBool, flag ? "true" : "false"), row.asBool);
-    // Failures leave the target, and each is told.
+    // Failed reads keep the target, and each adds an error.
     Texts errors;
     if (gotDouble == 0) {
       EXPECT_EQ(number, 7.5);
@@ -594,7 +594,7 @@ TEST(VRELCfgFileTest, ErrorHasAsciiKey) {
 }
 
 TEST(VRELCfgFileTest, RandomFiles) {
-  // Whatever the bytes are, each piece is skipped, a section, a key or an error.
+  // Each piece is skipped, a section, a key or an error.
   std::uint32_t state = 20260311;
   auto const next = [&state] { return (state = state * 1664525U + 1013904223U) >> 16; };
   char const alphabet[] = "ab=:,[]#; \t\r\n\n\0\xC3\xFF";

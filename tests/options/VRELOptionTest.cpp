@@ -18,7 +18,7 @@ using Kind = VRELValue::VRELValueType;
 constexpr int errorLevel = 80;
 constexpr int warningLevel = 70;
 
-// One variable of the environment, as long as the object lives.
+// Sets an environment variable for the lifetime of the object.
 class Variable {
  public:
   Variable(char const* aName, char const* text) : name(aName) { setenv(name, text, 1); }
@@ -30,7 +30,7 @@ class Variable {
   char const* name;
 };
 
-// A name of this test's, as long as an option is made of it.
+// An option name for the lifetime of the object.
 VRELOptionName Probe() {
   return VRELOptionName(L"Probe.Name");
 }
@@ -42,7 +42,7 @@ VRELOption TextOption(wchar_t const* text) {
   return VRELOption(Probe(), value, false);
 }
 
-// An option of each kind, from unset to text.
+// An option of each kind, from unset to string.
 std::vector<VRELOption> OneOfEachKind() {
   return {VRELOption(VRELString(L"Probe.Name")), VRELOption(Probe(), 1.5, false), VRELOption(Probe(), 7, false),
           VRELOption(Probe(), false, false), TextOption(L"steel")};
@@ -54,7 +54,7 @@ Kind KindOf(VRELOption const& option) {
   return kind;
 }
 
-// The kind of the value and its text, "?" where there is none.
+// Returns the kind of the value and its string form, "?" if there is none.
 std::string Shown(VRELValue const& value) {
   Kind kind = VRELValue::UnknownType;
   value.GetValueType(kind);
@@ -223,7 +223,7 @@ TEST(VRELOptionTest, TypedReadsConvert) {
 
 TEST(VRELOptionTest, UnparsableStringFails) {
   VRELOption const option = TextOption(L"abc");
-  // What would be told goes to a channel that is silent.
+  // The message is sent to a silent channel.
   RecordingListener const listener;
   for (bool fromDefault : {false, true}) {
     bool flag = true;
@@ -389,7 +389,7 @@ TEST(VRELOptionTest, AssignmentKeepsDefault) {
   EXPECT_EQ(Current(left), "string steel");
   EXPECT_EQ(Name(left), "right");
   EXPECT_EQ(KindOf(left), VRELValue::IntType);
-  // The type is still that of the default.
+  // The type is still that of the default value.
   EXPECT_EQ(left.SetValue(VRELString(L"wood")), VREL_E_ERROR);
   EXPECT_EQ(left.SetValue(8), VREL_S_OK);
   EXPECT_EQ(Current(left), "int 8");
@@ -463,7 +463,7 @@ struct EnvironmentReads {
 
 TEST(VRELOptionTest, EnvironmentOverridesValue) {
   Variable const variable(probeVariable, "2.5");
-  // Also in an option that is unset, and in one of whatever kind.
+  // Also for an unset option, and for any kind.
   for (VRELOption const& option : OneOfEachKind()) {
     RecordingListener const listener;
     EnvironmentReads const reads(option, true);
@@ -535,7 +535,7 @@ TEST(VRELOptionTest, MissingVariableReadsValue) {
   EXPECT_EQ(reads.number, 8.0);
   EXPECT_EQ(reads.integer, 8);
   EXPECT_TRUE(listener.events.empty());
-  // And what the plain read leaves alone stays as it was.
+  // An argument that the plain read leaves unchanged is unchanged.
   bool flag = true;
   EXPECT_EQ(TextOption(L"abc").GetValue(flag, true), VREL_E_FAIL);
   EXPECT_TRUE(flag);
@@ -564,7 +564,7 @@ TEST(VRELOptionTest, WarningTruncatesLongString) {
   VRELString value;
   EXPECT_EQ(VRELOption(Probe(), 1, false).GetValue(value, true), VREL_S_OK);
   EXPECT_EQ(value.toUtf8(), text);
-  // 31 bytes stand in front of the text, and 1023 are the most.
+  // 31 bytes are before the string, and a message has at most 1023.
   EXPECT_EQ(listener.Texts(), Texts{"Probe.Name value overridden to " + std::string(1023 - 31, 'x')});
 }
 

@@ -154,7 +154,7 @@ TEST(VRELOptionTokenTest, SetOptionReplacesOption) {
 TEST(VRELOptionTokenTest, EnumeratesSlotsThenWildcard) {
   Root root;
   EXPECT_TRUE(Children(root.node).empty());
-  // Of 17 slots these take 8, 11, 14, 0 and 3.
+  // Their slots of 17 are 8, 11, 14, 0 and 3.
   VRELOptionToken* const wildcard = Add(root.node, L"*");
   VRELOptionToken* const a = Add(root.node, L"a");
   VRELOptionToken* const b = Add(root.node, L"B");
@@ -369,7 +369,7 @@ TEST(VRELOptionTokenTest, DestructorKeepsChildren) {
 }
 
 TEST(VRELOptionTokenTest, HashIsThatOfUpperCase) {
-  // 65 * 37, for the letter and the zero behind it.
+  // 65 * 37, for the letter and the terminator.
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"A"), 2405U);
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"a"), 2405U);
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"-"), 45U * 37U);

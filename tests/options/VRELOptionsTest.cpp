@@ -62,7 +62,7 @@ VRELOption Named(std::string const& name, int value = 0) {
   return option;
 }
 
-// The name of the option that a look-up gives; "-" when it gives none.
+// Returns the name of the option that a look-up finds; "-" for none.
 std::string Find(VRELOptions const& options, std::string const& name) {
   VRELOption* option = nullptr;
   if (options.GetOption(VRELString(name), option).IsFailure()) return "-";
@@ -80,7 +80,7 @@ bool Has(VRELOptions const& options, std::string const& name) {
   return options.HasOption(option);
 }
 
-// The names from here to the end of the enumeration.
+// Returns the remaining names of the enumeration.
 Texts Rest(VRELOptions const& options) {
   Texts names;
   VRELOption* option = nullptr;
@@ -233,15 +233,15 @@ TEST(VRELOptionsTest, MoreSpecificOptionWins) {
   for (Row const& row : std::vector<Row>{
            {{"Step.*.X", "Step.Reader.X"}, "Step.Writer.X", "Step.*.X"},
            {{"Step.*.X", "Step.Reader.X"}, "Step.Reader.X", "Step.Reader.X"},
-           // The first token counts most.
+           // The first token has the highest priority.
            {{"A.*.X", "*.B.X"}, "A.B.X", "A.*.X"},
            {{"A.*.*.X", "*.B.C.X"}, "A.B.C.X", "A.*.*.X"},
            {{"A.*.X", "*.B.X"}, "Q.B.X", "*.B.X"},
-           // A branch that leads nowhere is left again, at each level.
+           // Backtracking at each level.
            {{"A.B.C.X", "*.B.D.X"}, "A.B.D.X", "*.B.D.X"},
            {{"A.B.C.X", "A.*.D.X", "X"}, "A.B.D.X", "A.*.D.X"},
            {{"A.B.C.X", "A.*.D.X", "X"}, "A.B.E.X", "X"},
-           // A "*" that is asked for finds only one that is stored.
+           // A "*" in the name matches only a stored "*".
            {{"Step.X"}, "*.X", "-"},
            {{"*.X"}, "Step.X", "*.X"},
            {{"*.X"}, "*.X", "*.X"},
@@ -251,22 +251,22 @@ TEST(VRELOptionsTest, MoreSpecificOptionWins) {
            {{"A.B.X"}, "A.*.X", "-"},
            {{"A.*.X"}, "A.*.X", "A.*.X"},
            {{"*.X"}, "*", "-"},
-           // So does one in the last place, which serves for nothing else.
+           // Also as the last token.
            {{"Step.*"}, "Step.X", "-"},
            {{"Step.*"}, "Step.*", "Step.*"},
            {{"*"}, "X", "-"},
            {{"*"}, "Step.*", "*"},
-           // A level that is not named takes wildcards alone.
+           // Missing tokens match only wildcards.
            {{"Step.X"}, "X", "-"},
            {{"X"}, "Step.X", "X"},
            {{"Step.Reader.X"}, "Step.X", "-"},
            {{"Step.*.X"}, "Step.X", "Step.*.X"},
-           // Case does not count, and no token is looked into.
+           // Case is ignored, and tokens are not parsed.
            {{"Step.X"}, "sTEP.x", "Step.X"},
            {{"Import/Mode/Assem.true/Free"}, "import/mode/assem.TRUE/free", "Import/Mode/Assem.true/Free"},
            {{"HealBodyPostProcess|XIges"}, "HealBodyPostProcess", "-"},
            {{"\u00D6l.Stra\u00DFe"}, "\u00D6L.stra\u00DFE", "\u00D6l.Stra\u00DFe"},
-           // An empty token fails itself, and the wildcard serves.
+           // An empty token matches only a wildcard.
            {{"X"}, "A..X", "X"},
            {{"A.*.X"}, "A..X", "A.*.X"},
            {{"A.B.X"}, "A..X", "-"},
@@ -283,7 +283,7 @@ TEST(VRELOptionsTest, MoreSpecificOptionWins) {
 TEST(VRELOptionsTest, GetOptionFailureCodes) {
   VRELOptions options;
   options.AddOption(L"Step.Reader.X", 1);
-  // Names of more than 7 tokens leave nodes without an option on level 7.
+  // Names of more than 7 tokens have nodes without an option on level 7.
   options.AddOption(L"a.b.c.d.e.f.deeper.Named", 1);
   options.AddOption(L"*.*.*.*.*.*.deeper.Wild", 1);
   options.AddOption(L"*.*.*.*.*.f.deeper.Last", 1);
@@ -312,7 +312,7 @@ TEST(VRELOptionsTest, GetOptionFailureCodes) {
   }
 }
 
-// `count` times the token, between dots.
+// Returns `count` tokens separated by dots.
 std::string Path(int count, std::string const& token) {
   std::string path;
   for (int i = 0; i < count; ++i) path += (i > 0 ? "." : "") + token;
@@ -326,7 +326,7 @@ TEST(VRELOptionsTest, SevenTokensHaveNoWildcardLevels) {
   EXPECT_EQ(Find(options, "a.b.c.d.e.X"), "-");
   EXPECT_TRUE(Has(options, "A.b.c.d.e.f.x"));
   EXPECT_EQ(Names(options), Texts{"a.b.c.d.e.f.X"});
-  // The same path by its wildcards.
+  // The same path with explicit wildcards.
   options.AddOption(L"Y", 1);
   options.AddOption(L"*.*.*.*.*.*.Y", 2);
   EXPECT_EQ(Names(options).size(), 2U);
@@ -337,7 +337,7 @@ TEST(VRELOptionsTest, LongNamesAreOnlyEnumerated) {
   for (int count : {8, 9, 100, 200000}) {
     SCOPED_TRACE(count);
     VRELOptions options;
-    // A wildcard takes less memory.
+    // Wildcards need less memory.
     std::string const name = Path(count, count > 100 ? "*" : "t");
     EXPECT_EQ(options.AddOption(VRELString(name), 1), VREL_S_OK);
     EXPECT_EQ(options.Size(), 1);
@@ -362,7 +362,7 @@ TEST(VRELOptionsTest, GetOptionJoinsTokensFromSeventh) {
   EXPECT_EQ(Find(options, "1.2.3.4.5.6.7.xyz"), "-");
 }
 
-// UTF-7 carries U+0000 in other bytes; a token ends there, and the name does not.
+// UTF-7 can encode U+0000, which ends a token but not the name.
 TEST(VRELOptionsTest, TokenEndsAtZero) {
   VRELOptions options;
   AddAll(options, {"A.B", "*.C.B", "gh", "D"});
@@ -483,10 +483,10 @@ TEST(VRELOptionsTest, AddOptionsRestartsEnumeration) {
 
 TEST(VRELOptionsTest, EnumeratesDepthFirst) {
   VRELOptions options;
-  // Of 17 slots A, B, C, D and E take 8, 11, 14, 0 and 3.
+  // The slots of A, B, C, D and E are 8, 11, 14, 0 and 3 of 17.
   AddAll(options, {"A", "B", "X.C", "C", "E.C", "D.C", "D", "*", "E", "D.B.C", "D.A.C"});
   Texts const expected = {"D", "E", "A", "B", "D.A.C", "D.B.C", "D.C", "E.C", "X.C", "C", "*"};
-  // X takes 88 * 37 modulo 17, which is 9.
+  // The slot of X is 88 * 37 modulo 17, which is 9.
   EXPECT_EQ(Names(options), expected);
   EXPECT_EQ(Names(options), expected);
   EXPECT_EQ(Rest(options), expected);
@@ -507,18 +507,18 @@ TEST(VRELOptionsTest, InitEnumerationRestarts) {
 TEST(VRELOptionsTest, EmptyBranchEndsTraversal) {
   VRELOptions options;
   AddAll(options, {"A", "D"});
-  // The branch of E lies between the two.
+  // The branch of E is between the two.
   EXPECT_EQ(options.AddOption(L"Q..E", 1), VREL_E_FAIL);
   EXPECT_EQ(Names(options), Texts{"D"});
   EXPECT_EQ(Find(options, "A"), "A");
 
-  // As the first of all it ends only its own walk.
+  // As the first branch it ends only its own traversal.
   VRELOptions first;
   AddAll(first, {"A", "B"});
   EXPECT_EQ(first.AddOption(L"Q..E", 1), VREL_E_FAIL);
   EXPECT_EQ(Names(first), (Texts{"A", "B"}));
 
-  // Below the root the walk goes on above the node that it ended for.
+  // Below the root the traversal continues above the node that it ended at.
   VRELOptions lower;
   AddAll(lower, {"A.X", "D.X", "Y"});
   EXPECT_EQ(lower.AddOption(L"E..X", 1), VREL_E_FAIL);
@@ -529,7 +529,7 @@ TEST(VRELOptionsTest, OptionsBelowOptionAreSkipped) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.g", "a.b.c.d.e.f.x.g", "Z"});
   EXPECT_EQ(Names(options), (Texts{"a.b.c.d.e.f.g", "Z"}));
-  // Which is seen once the option comes while the walk stands below it.
+  // Visible if the option is added while the traversal is below it.
   VRELOptions late;
   AddAll(late, {"a.b.c.d.e.f.x.g"});
   VRELOption* option = nullptr;
@@ -590,7 +590,7 @@ TEST(VRELOptionsTest, RemoveAll) {
   EXPECT_EQ(Names(options), Texts{"A"});
 }
 
-// What a file adds: each name and value, in the order of an enumeration.
+// Returns the names and values that a file adds, in enumeration order.
 struct FileResult {
   VRINResult result = VREL_E_FAIL;
   int size = 0;
@@ -621,8 +621,8 @@ TEST(VRELOptionsTest, ReadFromFile) {
            {"a line", "Step.X=3\n", 1, {{"Step.X", "3"}}},
            {"no line end", "Step.X=3", 1, {{"Step.X", "3"}}},
            {"a colon", "Step.X: On\n", 1, {{"Step.X", "true"}}},
-           {"a colon in front of an equals sign", "A:B=1\n", 1, {{"A:B", "1"}}},
-           {"a colon behind an equals sign", "A=B:1\n", 1, {{"A", "B:1"}}},
+           {"a colon before an equals sign", "A:B=1\n", 1, {{"A:B", "1"}}},
+           {"a colon after an equals sign", "A=B:1\n", 1, {{"A", "B:1"}}},
            {"carriage returns", "X = 1 \r\n\r\n  Y=2.5\r\n", 2, {{"X", "1"}, {"Y", "2.500000"}}},
            {"comments", "# a\n; b\n  # c\nX=1 # d\n", 1, {{"X", "1 # d"}}},
            {"commas", "X= a, b ,,c\nY=1,2\n", 2, {{"X", "a, b ,,c"}, {"Y", "1,2"}}},
@@ -652,7 +652,7 @@ TEST(VRELOptionsTest, ByteOrderMarkIsPartOfFirstName) {
   EXPECT_EQ(read.size, 2);
   EXPECT_EQ(read.values.count("X"), 0U);
   EXPECT_EQ(read.values.count("Y"), 1U);
-  // So that a comment behind it is none.
+  // A comment after it is not a comment.
   EXPECT_EQ(ReadFile("\xEF\xBB\xBF# a comment\nY=2\n").result, VREL_E_FAIL);
 }
 
@@ -720,7 +720,7 @@ void AddEachKind(VRELOptions& options) {
   options.AddOption(L"B", "some text");
 }
 
-// What a dump writes behind its heading.
+// Returns the output of a dump after its heading.
 std::string Written(VRELOptions const& options) {
   std::string const text = TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter formatter(stream);
@@ -784,12 +784,12 @@ TEST(VRELOptionsTest, DumpRestartsEnumeration) {
             "The Option \"D\" value is\t\t=     1\n"
             "The Option \"E\" value is\t\t=     1\n"
             "The Option \"A\" value is\t\t=     1\n");
-  // It went to the end, so the next call begins with the first.
+  // The dump reached the end, so that the next call returns the first option.
   EXPECT_EQ(options.GetNext(option), VREL_S_OK);
   EXPECT_EQ(NameOf(*option), "D");
 }
 
-// The texts that a dump sends on the channel for information; a read of a boolean value tells of itself on another.
+// Returns the messages of a dump on the info channel; reads of boolean values use another channel.
 Texts Dumped(VRELOptions const& options, char const* header, char const* format, char const* footer) {
   RecordingListener listener;
   options.Dump(header, format, footer);
@@ -809,11 +809,11 @@ TEST(VRELOptionsTest, DumpPrintsOnInfoChannel) {
             (Texts{"<Step.D|3>", "<E|0.250000>", "<A|false>", "<B|some text>"}));
   EXPECT_EQ(Dumped(options, "Options:", nullptr, "."), (Texts{"Options:", "."}));
   EXPECT_EQ(Dumped(VRELOptions(), "Options:", "%s = %s", "."), (Texts{"Options:", "."}));
-  // Header and footer are formats of the channel, which reads each text twice.
+  // Header and footer are formats, which are unescaped twice.
   EXPECT_EQ(Dumped(VRELOptions(), "100%%%%", nullptr, "50%% of %s"), (Texts{"100%", "50% of %s"}));
 }
 
-// A store as a plain list of paths, against which the tree is held.
+// Model of the store: a list of paths.
 class Model {
  public:
   using Tokens = std::vector<std::string>;
@@ -838,7 +838,7 @@ class Model {
     return tokens;
   }
 
-  // The last token, the others, and wildcards up to 7.
+  // The last token, the other tokens, and wildcards up to 7.
   static Tokens PathOf(Tokens tokens) {
     tokens.insert(tokens.begin(), tokens.back());
     tokens.pop_back();
@@ -866,7 +866,7 @@ class Model {
     return !tokens.empty() && tokens.size() <= 7 && entries.count(PathOf(tokens)) > 0;
   }
 
-  // Of all paths that the name matches, the one whose wildcards come last; null for none.
+  // Returns the matching path whose wildcards come last; null for none.
   Entry const* Get(std::string const& name) const {
     Tokens const query = Query(name);
     Entry const* best = nullptr;
@@ -880,7 +880,7 @@ class Model {
     return best;
   }
 
-  // What a look-up that finds nothing ends with, unless it asks for a "*".
+  // Returns the failure code of a look-up without "*".
   long FailureOf(std::string const& name) const {
     Tokens const query = Query(name);
     if (query.empty()) return VREL_E_INVALID_ARGUMENT;
@@ -906,7 +906,7 @@ class Model {
   int size = 0;
 
  private:
-  // The first key and the tokens that are asked for below it.
+  // The first key and the tokens below it.
   static Tokens Query(std::string const& name) {
     Tokens tokens = Split(name);
     if (tokens.empty()) return tokens;
@@ -936,7 +936,7 @@ class RandomNames {
 
   int Below(int limit) { return static_cast<int>(engine() % static_cast<unsigned int>(limit)); }
 
-  // Of few tokens, so that they meet; at most one in ten has an empty one.
+  // From few tokens, so that they collide; at most one in ten has an empty token.
   std::string Name(int longest, bool mayBeBroken) {
     static char const* const tokens[] = {"*", "*", "*", "Step", "STEP", "a", "A", "b", "C"};
     static char const* const last[] = {"X", "x", "Y", "z", "AX", "*"};
@@ -1006,7 +1006,7 @@ TEST(VRELOptionsModelTest, AdditionsAndLookUps) {
     SCOPED_TRACE(round);
     Pair pair;
     for (int step = 0; step < 300; ++step) {
-      // Few at first, so that many look-ups fail.
+      // Few options at first, so that many look-ups fail.
       if (random.Below(4) == 0) {
         ASSERT_NO_FATAL_FAILURE(pair.Add(random.Name(9, true), random));
       }

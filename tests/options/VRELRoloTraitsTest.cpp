@@ -9,7 +9,7 @@
 
 namespace {
 
-// The folder's way up from the root cannot be asked, so it is found from there.
+// Returns the path of a folder, searched from the root.
 VRELRoloNode* Child(VRELRoloNode& parent, char const* name) {
   for (VRELRoloNode* child : parent.getChildren()) {
     if (child->getValue() == name) return child;
@@ -67,7 +67,7 @@ TEST(VRELRoloTraitsTest, FetchCreatesFolders) {
   VRELRoloNode* const c = VRELRoloTraits::fetch(&further, true, false);
   EXPECT_TRUE(c->getValue() == "c");
   EXPECT_EQ(further.text(), "");
-  // A name without a folder makes none: the folder is the root.
+  // A name without a folder is in the root.
   Gk_ROString plain("VRELRoloTraitsTest.plain");
   EXPECT_EQ(VRELRoloTraits::fetch(&plain, true, true), &Gk_Nest::fetchRoot());
   EXPECT_EQ(plain.text(), "VRELRoloTraitsTest.plain");

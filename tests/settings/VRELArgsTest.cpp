@@ -15,8 +15,8 @@ namespace {
 using Text = std::optional<std::string>;
 using Texts = std::vector<Text>;
 
-// The texts as a vector of C, each in a block of its own size, so that a sanitizer sees a step outside. What is not set
-// is null.
+// Strings as a C vector, each in memory of exactly its size, so that a sanitizer detects overruns. A missing string is
+// null.
 class TextVector {
  public:
   TextVector(Texts const& texts) : pointers(new char*[texts.size()]), count(static_cast<int>(texts.size())) {
@@ -100,7 +100,7 @@ TEST(VRELArgsTest, GetOptionArgument) {
   VRELArgs args(line.Count(), line.Get());
   char sentinel = 0;
   char* argument = &sentinel;
-  // In front of an option, nothing is taken.
+  // Nothing is consumed before an option.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, &sentinel);
   EXPECT_EQ(args.GetNextArg(), line[1]);
@@ -111,10 +111,10 @@ TEST(VRELArgsTest, GetOptionArgument) {
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, line[3]);
   EXPECT_EQ(args.GetNextArg(), line[4]);
-  // A dash alone begins with one.
+  // A single dash is an option.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(args.GetNextArg(), line[5]);
-  // None follows.
+  // No argument follows.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, line[3]);
 }
@@ -156,11 +156,11 @@ TEST(VRELArgsTest, IsLetterAnOption) {
     EXPECT_EQ(args.IsLetterAnOption(table.Count(), table.Get(), row.letter, &index), row.position >= 0);
     EXPECT_EQ(index, row.position);
   }
-  // Of ":" nothing is left without its mark, of "::" the letter ":" is.
+  // Without the trailing colon, ":" is empty and "::" is the letter ":".
   int index = kUnchanged;
   EXPECT_TRUE(args.IsLetterAnOption(table.Count(), table.Get(), ':', &index));
   EXPECT_EQ(index, 7);
-  // Only so many names as are told count.
+  // Only the first `count` names are used.
   EXPECT_FALSE(args.IsLetterAnOption(4, table.Get(), 'a', &index));
   EXPECT_EQ(index, -1);
 }
@@ -171,7 +171,7 @@ TEST(VRELArgsTest, IsAnOption) {
     int position;
   };
   Row const rows[] = {
-      {"-v", 1},  // The first name that begins so, and not the one that is the same.
+      {"-v", 1},  // The first name with this prefix, not the equal one.
       {"-fi", 0},
       {"-file", 0},
       {"-file:", 0},
@@ -179,7 +179,7 @@ TEST(VRELArgsTest, IsAnOption) {
       {"-verbose", 1},
       {"-verboses", 2},  // No name: a
                          // group.
-      {"-xv", -1},       // Only its first letter is looked at.
+      {"-xv", -1},       // Only the first letter is tested.
       {"-vx", 2},
       {"-", 0},
       {"--", -1},

@@ -18,7 +18,7 @@
 
 namespace {
 
-// Runs `body` in a process of its own, whose failures are this test's.
+// Runs `body` in a child process and reports its failures.
 void RunApart(std::function<void()> const& body) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     body();
@@ -40,7 +40,7 @@ VRINResult Put(VRELString const& name, VRELString value) {
   return VRELEnvironment::PutVariable(name, value);
 }
 
-// What the C library finds.
+// Returns the result of getenv.
 std::string FoundAs(char const* name) {
   char const* const text = std::getenv(name);
   return text == nullptr ? "(none)" : text;
@@ -54,7 +54,7 @@ TEST(VRELEnvironmentTest, ReadsString) {
     EXPECT_EQ(TextOf(L"VRELProbe"), "some text = x");
     EXPECT_EQ(TextOf(L"VRELEmpty"), "");
     EXPECT_EQ(TextOf(L"VRELMissing"), "untouched");
-    // Names differ by case.
+    // Names are case-sensitive.
     EXPECT_EQ(TextOf(L"VRELPROBE"), "untouched");
     EXPECT_EQ(TextOf(L""), "untouched");
   });
@@ -83,7 +83,7 @@ TEST(VRELEnvironmentTest, UninitializedNameFails) {
   VRELString name(L"PATH");
   VRELString const taken(std::move(name));
   VRELString text(L"untouched");
-  // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+  // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from object is tested.
   EXPECT_EQ(VRELEnvironment::GetVariable(name, text), VREL_E_FAIL);
   EXPECT_EQ(text.toUtf8(), "untouched");
 }
@@ -237,17 +237,17 @@ TEST(VRELEnvironmentTest, PutVariableReadsFormat) {
 TEST(VRELEnvironmentTest, PutVariableRefusesLongString) {
   RunApart([] {
     auto const text = [](std::size_t length) { return VRELString(std::string(length, 'v')); };
-    // "N=" and the value: 255 bytes are the most.
+    // "N=" and the value, at most 255 bytes.
     EXPECT_EQ(Put(L"N", text(253)), VREL_S_OK);
     EXPECT_EQ(FoundAs("N"), std::string(253, 'v'));
     EXPECT_EQ(Put(L"N", L"short"), VREL_S_OK);
     RecordingListener const listener;
     for (std::size_t length : {254U, 255U, 256U, 2000U, 100000U}) EXPECT_EQ(Put(L"N", text(length)), VREL_E_FAIL);
     EXPECT_EQ(Put(text(300), L"x"), VREL_E_FAIL);
-    // The environment is as it was, and each try was told.
+    // The environment is unchanged, and each call was reported.
     EXPECT_EQ(FoundAs("N"), "short");
     EXPECT_EQ(listener.events.size(), 6U);
-    // What counts is the text that is put: 252 bytes out of 504.
+    // The limit applies to the unescaped string: 252 bytes of 504.
     EXPECT_EQ(Put(L"N", VRELString(std::string(504, '%'))), VREL_S_OK);
     EXPECT_EQ(FoundAs("N"), std::string(252, '%'));
   });
@@ -255,17 +255,17 @@ TEST(VRELEnvironmentTest, PutVariableRefusesLongString) {
 
 TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
   RunApart([] {
-    // The system splits the text at the first mark.
+    // The system splits the string at the first "=".
     EXPECT_EQ(Put(L"VRELA=B", L"C"), VREL_S_OK);
     EXPECT_EQ(FoundAs("VRELA"), "B=C");
-    // A variable without a name is taken, and nobody finds it.
+    // A variable without a name is accepted, and cannot be read.
     EXPECT_EQ(Put(L"", L"x"), VREL_S_OK);
     EXPECT_EQ(FoundAs(""), "(none)");
     EXPECT_EQ(FoundAs("VRELA"), "(none)");
     VRELString name(L"VRELProbe");
     VRELString const taken(std::move(name));
     RecordingListener const listener;
-    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+    // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from object is tested.
     EXPECT_EQ(Put(name, L"x"), VREL_E_FAIL);
     EXPECT_TRUE(listener.events.empty());
   });
@@ -273,7 +273,7 @@ TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
 
 TEST(VRELEnvironmentTest, PutVariableRoundTrip) {
   RunApart([] {
-    // Whatever the default codepage is, what it can hold comes back.
+    // Characters of the default codepage are read back.
     VRELString value("Schraube \xC3\x96");
     VRELString back;
     EXPECT_EQ(VRELEnvironment::PutVariable(L"VREL_\u00D6", value), VREL_S_OK);
@@ -304,7 +304,7 @@ TEST(VRELEnvironmentTest, OutlivesHandles) {
 
 TEST(VRELEnvironmentTest, ExistsUntilExit) {
   ChildResult const child = RunInChild([] {
-    // Registered before the object is made, and so called after all that goes because of it.
+    // Registered before the object is made, and therefore called after its exit handlers.
     std::atexit([] {
       VRELValue value;
       if (VRELEnvironment::GetEnv()->Get(L"a", value) == VREL_S_OK) std::fputs("there", stdout);

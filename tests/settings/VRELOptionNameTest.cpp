@@ -38,7 +38,7 @@ bool IsKnown(VRELString const& text) {
   return result == VREL_S_OK;
 }
 
-// `count` times "*", or "a", between dots.
+// Returns `count` tokens "*" or "a" separated by dots.
 VRELString Repeated(std::string const& token, int count) {
   std::string text = token;
   for (int i = 1; i < count; ++i) text += "." + token;
@@ -71,7 +71,7 @@ NameRow const nameRows[] = {
     NAME_ROW(1052, EnableCurveSimplification, "EnableCurveSimplification"),
 };
 
-// The members whose identifiers do not follow from their texts.
+// Members whose identifiers do not follow from their names.
 NameRow const exceptions[] = {
     NAME_ROW(-1, PELTAR5_Visualization_ExportTopology, "PELTAR5.Visualization.Reader.ExportTopology"),
     NAME_ROW(-1, PeltaR5_Assembly_Writer_Jt_Representation, "PeltaR5.Assembly.Writer.JT.Representation"),
@@ -115,7 +115,7 @@ TEST(VRELOptionNameListTest, NamesAreUnique) {
   EXPECT_EQ(identifiers.size(), kNameCount);
 }
 
-// Other programs spell settings by these texts, and modules count on their order: neither changes by accident.
+// Clients depend on the names and their order.
 TEST(VRELOptionNameListTest, NamesAndOrder) {
   EXPECT_EQ(FingerprintOf(ReadNameList(kList)), 0x2CBE7B7B9F325D06U);
 }
@@ -217,14 +217,14 @@ TEST(VRELOptionNameMatchTest, ScoresTokens) {
       {L"Step.Assembly", L"Steps.*", 65535},
       {L"Step.Assembly", L"S*.Assembly", 65535},
       {L"Step.Assembly", L"**.Assembly", 65535},
-      // A wildcard that is known stands for nothing but itself.
+      // A wildcard in the known name matches only itself.
       {L"*.Assembly", L"Step.Assembly", 65535},
       {L"*.Assembly", L"*.Assembly", 0},
       {L"*.Assembly", L"*.ASSEMBLY", 0},
       {L"*.Assembly", L"*.*", 3},
       {L"*", L"*", 0},
       {L"Step", L"*", 1},
-      // No token at all, and tokens without text.
+      // No tokens, and empty tokens.
       {L"", L"", 0},
       {L"", L"*", 65535},
       {L"*", L"", 65535},
@@ -234,7 +234,7 @@ TEST(VRELOptionNameMatchTest, ScoresTokens) {
       {L".", L".*", 2},
       {L".", L"", 65535},
       {L"a..b", L"a.*.b", 2},
-      // Folding beyond ASCII.
+      // Case folding of non-ASCII characters.
       {L"Stra\u00DFe.x", L"STRASSE.X", 0},
       {L"\u00C9chelle.x", L"\u00E9CHELLE.*", 2},
       {L"\u00E9.x", L"\u00E8.x", 65535},
@@ -319,7 +319,7 @@ TEST(VRELOptionNameIsValidTest, ModuleNamesAreValidWhileTheyExist) {
     EXPECT_TRUE(IsKnown(text));
     EXPECT_TRUE(IsKnown(VRELString(L"MODULE.*")));
   }
-  // The entry stays, and tells of no name any more.
+  // The entry is kept, as null.
   ASSERT_EQ(VRELOptionName::_optionNames.size(), before + 1);
   EXPECT_EQ(VRELOptionName::_optionNames[before], nullptr);
   EXPECT_FALSE(IsKnown(text));
@@ -343,7 +343,7 @@ TEST(VRELOptionNameTest, DestructionInAnyOrder) {
   EXPECT_TRUE(IsKnown(VRELString(L"SecondOfTwo")));
 }
 
-// The array is open to clients, who may take entries out.
+// Clients can remove entries from the public array.
 TEST(VRELOptionNameTest, DestructionFindsMovedEntry) {
   ChildResult const child = RunInChild([] {
     auto& names = VRELOptionName::_optionNames;
@@ -360,7 +360,7 @@ TEST(VRELOptionNameTest, DestructionFindsMovedEntry) {
   EXPECT_EQ(child.signal, 0);
 }
 
-// An object of this program dies before the library does, and after all that main() made.
+// A static object of the program is destroyed before those of the library.
 TEST(VRELOptionNameTest, NamesOutliveClients) {
   ChildResult const child = RunInChild([] {
     struct LastWord {

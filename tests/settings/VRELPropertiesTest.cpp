@@ -35,7 +35,7 @@ std::string ValueOf(VRELProperties const& properties, VRELString const& key) {
   return text.toUtf8();
 }
 
-// In the order of the enumeration.
+// Returns the pairs in enumeration order.
 Pairs PairsOf(VRELProperties const& properties) {
   Pairs pairs;
   for (int i = 0; i < properties.GetCount(); ++i) {
@@ -56,7 +56,7 @@ std::string Written(VRELProperties& properties) {
   });
 }
 
-// Reads the text with these delimiters in force.
+// Reads the string with these initial delimiters.
 void Read(std::string const& text, VRELProperties& properties, char const* delimiters = "\r\n") {
   VRELStringInputStream stream(Gk_String(text.c_str(), static_cast<int>(text.size()) + 1));
   Gk_Source source(&stream);
@@ -65,7 +65,7 @@ void Read(std::string const& text, VRELProperties& properties, char const* delim
   EXPECT_TRUE(source.isEmpty());
 }
 
-// The pairs that are read, sorted.
+// Returns the pairs that are read, sorted.
 Pairs PairsIn(std::string const& text, char const* delimiters = "\r\n") {
   VRELProperties properties;
   Read(text, properties, delimiters);
@@ -172,7 +172,7 @@ TEST(VRELPropertiesTest, CaseVariantsAreTwoKeys) {
   VRELProperties properties;
   properties.Set(L"abc=1");
   properties.Set(L"ABC=2");
-  // Whether two spellings meet goes by the hash: in 17 buckets these stand apart.
+  // With 17 slots, these spellings have different slots.
   ASSERT_NE(VRELString(L"abc").hashCode() % 17, VRELString(L"ABC").hashCode() % 17);
   EXPECT_EQ(properties.GetCount(), 2);
   EXPECT_EQ(ValueOf(properties, L"abc"), "1");
@@ -180,7 +180,7 @@ TEST(VRELPropertiesTest, CaseVariantsAreTwoKeys) {
 }
 
 TEST(VRELPropertiesTest, CaseVariantsInOneSlotAreOneKey) {
-  // The shortest run of one letter whose two spellings share one of the 17 buckets.
+  // The shortest repetition of one letter whose two spellings share one of 17 slots.
   std::wstring lower(1, L'a');
   std::wstring upper(1, L'A');
   while (VRELString(lower.c_str()).hashCode() % 17 != VRELString(upper.c_str()).hashCode() % 17) {
@@ -212,7 +212,7 @@ TEST(VRELPropertiesTest, EnumeratesInSlotOrder) {
   }
   ASSERT_EQ(expected.size(), 40U);
   EXPECT_EQ(PairsOf(properties), expected);
-  // Each call starts anew, so that any order of calls gives the same.
+  // Each call restarts, so that the order of calls does not matter.
   VRELString key;
   VRELValue value;
   for (int i : {39, 3, 4, 4, 0}) {
@@ -281,7 +281,7 @@ TEST(VRELPropertiesTest, OutputIsSorted) {
 
 TEST(VRELPropertiesTest, OutputIsSortedByCodePoints) {
   VRELProperties properties;
-  // By units, the second would come first. No ASCII text stands for either.
+  // In the order of UTF-16 units, the second would be first. Neither has an ASCII form.
   properties.Set(L"\uFF21", VRELValue(1));
   properties.Set(L"\U0001F600", VRELValue(2));
   EXPECT_EQ(Written(properties), "\x1A=1\n\x1A=2\n");
@@ -367,7 +367,7 @@ TEST(VRELPropertiesTest, OutputIgnoresLocale) {
     properties.Set(L"b", VRELValue(2.5));
     if (std::localeconv()->decimal_point != std::string(",")) return 2;
     if (Written(properties) != "a=1.500000\nb=2.500000\n") return 3;
-    // Behind it the locale is as before.
+    // The locale is restored.
     return std::localeconv()->decimal_point == std::string(",") ? 0 : 4;
   });
   if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "localedef cannot make tr_TR.UTF-8 here";
@@ -386,12 +386,12 @@ TEST(VRELPropertiesTest, ReadsLines) {
       {"a=b\n", {{"a", "b"}}},
       {"\r\n\r\na=b\r\n\r\n\nc=d\r", {{"a", "b"}, {"c", "d"}}},
       {" a = b \n\tc=\t", {{"\tc", "\t"}, {" a ", " b "}}},
-      // Without a mark, or with several.
+      // Without "=", or with several.
       {"a\nb=1\nc=2=3\nd==\n==\n \n", {{"b", "1"}}},
-      // An empty value, and an empty key, which the text form of Set refuses.
+      // An empty value, and an empty key, which Set of a string refuses.
       {"a=\n=b\n", {{"", "b"}, {"a", ""}}},
       {"=\n", {{"", ""}}},
-      // The last one counts.
+      // The last one wins.
       {"a=1\na=2\n", {{"a", "2"}}},
       {"# a=1\n[b]=2", {{"# a", "1"}, {"[b]", "2"}}},
   };
@@ -407,7 +407,7 @@ TEST(VRELPropertiesTest, LineEndsAtZeroByte) {
 
 TEST(VRELPropertiesTest, InputSkipsPreviousDelimiters) {
   EXPECT_EQ(PairsIn("  a=1\n  b=2", " "), (Pairs{{"  b", "2"}, {"a", "1"}}));
-  // Where the ends of lines were none, the first of them belongs to the first line.
+  // Line ends that were not delimiters before belong to the first line.
   EXPECT_EQ(PairsIn("\na=1\nb=2", ""), (Pairs{{"\na", "1"}, {"b", "2"}}));
   EXPECT_EQ(PairsIn("xxxx", "x"), Pairs());
 }
@@ -419,7 +419,7 @@ TEST(VRELPropertiesTest, InputSetsLineEndDelimiters) {
   source.setWhiteSpace(" ");
   source >> properties;
   EXPECT_TRUE(source.setWhiteSpace("").isSpace('\r'));
-  // Nothing is set where nothing is read.
+  // Nothing is set if nothing is read.
   source.setWhiteSpace(" ");
   source >> properties;
   EXPECT_TRUE(source.setWhiteSpace("").isSpace(' '));
@@ -514,7 +514,7 @@ TEST(VRELPropertiesTest, SetTakesEveryKindOfValue) {
   }
 }
 
-// The output of n pairs costs n log n, not n squared.
+// The output of n pairs takes n log n steps, not n squared.
 TEST(VRELPropertiesTest, OutputTimeIsNotQuadratic) {
   auto const secondsFor = [](int count) {
     VRELProperties properties;

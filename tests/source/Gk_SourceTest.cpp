@@ -20,12 +20,12 @@ namespace {
 
 using WhiteSpace = Gk_Source::WhiteSpace;
 
-// All elements of a string.
+// Returns all elements of a string.
 std::string Bytes(Gk_String const& string) {
   return std::string(string.begin(), string.end());
 }
 
-// The text of a token. One that is not empty has one terminator.
+// Returns a token as a string, and checks its terminator.
 std::string Text(Gk_String const& token) {
   std::string bytes = Bytes(token);
   if (bytes.empty()) return bytes;
@@ -35,12 +35,12 @@ std::string Text(Gk_String const& token) {
   return bytes;
 }
 
-// A string with a terminator, whatever the text holds.
+// Makes a string with a terminator from any bytes.
 Gk_String Terminated(std::string const& text) {
   return Gk_String(text.c_str(), static_cast<int>(text.size()) + 1);
 }
 
-// A stream over a text that tells its calls: a byte that is read, -1 at the end, what is pushed back in parentheses.
+// Records its calls: bytes read, -1 at the end, and pushed back bytes in parentheses.
 class RecordingStream : public VRELInputStream {
  public:
   explicit RecordingStream(std::string givenText) : text(std::move(givenText)) {}
@@ -72,7 +72,7 @@ class RecordingStream : public VRELInputStream {
   std::vector<Gk_String> kept;
 };
 
-// A source over a text in memory.
+// A source on a string in memory.
 struct Scan {
   Scan(std::string const& text, char const* delimiters, bool singleDelimiter = false)
       : stream(Terminated(text)), source(&stream, singleDelimiter) {
@@ -83,7 +83,7 @@ struct Scan {
   Gk_Source source;
 };
 
-// What an operation of a source gives until it is empty `empties` times.
+// Returns the results of an operation until `empties` of them were empty.
 std::vector<std::string> All(Gk_Source& source, Gk_String (Gk_Source::*operation)(), int empties = 1) {
   std::vector<std::string> tokens;
   while (empties > 0) {
@@ -229,7 +229,7 @@ TEST(Gk_SourceTest, LongTokens) {
   EXPECT_EQ(Text(scan.source.next()), word + "x");
 }
 
-// A token that is kept, or changed, is none of the source's business any more.
+// A token that is kept or modified does not affect the source.
 TEST(Gk_SourceTest, TokensAreNotOverwritten) {
   Scan scan("first second third fourth", " ");
   Gk_String const first = scan.source.next();
@@ -262,7 +262,7 @@ TEST(Gk_SourceTest, NextStringWithoutFlag) {
 TEST(Gk_SourceTest, NextStringWithFlag) {
   struct {
     char const* text;
-    Tokens tokens;  // until three were empty
+    Tokens tokens;  // up to the third empty one
   } const rows[] = {
       {"a,,b", {"a", "", "b", "", ""}},
       {",a", {"a", "", "", ""}},
@@ -347,7 +347,7 @@ TEST(Gk_SourceTest, IsEmptyConsumesDelimiters) {
   EXPECT_TRUE(scan.source.isEmpty());
 }
 
-// Also below 0, as standard input says it.
+// Also below 0, as for standard input.
 TEST(Gk_SourceTest, IsEmptyUsesAvailable) {
   struct Stream : RecordingStream {
     using RecordingStream::RecordingStream;
@@ -368,7 +368,7 @@ TEST(Gk_SourceTest, IsEmptyUsesAvailable) {
   }
 }
 
-// What a client's stream sees: each byte by readChar, and what goes back by add, without terminators.
+// The calls that a stream receives: readChar for each byte, and add without terminators.
 TEST(Gk_SourceTest, ReadsSingleBytes) {
   struct {
     char const* text;
@@ -417,7 +417,7 @@ TEST(Gk_SourceTest, SkipWhitePushesBack) {
   EXPECT_EQ(stream.calls, "-1");
 }
 
-// A stream that stores what it is given back finds it unchanged later on.
+// A stream that keeps the pushed back string finds it unchanged.
 TEST(Gk_SourceTest, PushedBackBytesAreNotOverwritten) {
   RecordingStream stream("a,b;c,d e");
   Gk_Source source(&stream, false);
@@ -448,7 +448,7 @@ TEST(Gk_SourceTest, StreamWithoutAddRaises) {
   EXPECT_EQ(Raised([&] { source.skipWhite(); }), "Gk_IOException");
   source.setWhiteSpace(" ");
   EXPECT_EQ(Raised([&] { source.next(); }), "Gk_IOException");
-  // Nothing goes back at the end, but the end cannot be told.
+  // Nothing is pushed back at the end, but available() raises.
   EXPECT_EQ(Text(source.next()), "c");
   EXPECT_EQ(Text(source.next()), "");
   EXPECT_EQ(Raised([&] { source.skipWhite(); }), "(none)");
@@ -505,7 +505,7 @@ TEST(Gk_SourceTest, ReadsStringIntoBuffer) {
   EXPECT_EQ(&(scan.source >> text), &scan.source);
   EXPECT_EQ(text, buffer);
   EXPECT_EQ(std::string(buffer, 7), std::string("abc\0###", 7));
-  // The empty token between the commas, and the end, leave it alone.
+  // An empty token and the end of input leave the buffer unchanged.
   scan.source >> text;
   EXPECT_STREQ(buffer, "abc");
   scan.source >> text;
@@ -594,7 +594,7 @@ TEST(Gk_SourceTest, ReadsFiles) {
   EXPECT_TRUE(source.isEmpty());
 }
 
-// The rules, told in terms of a text and a place in it.
+// Model of the tokenizer on a string and a position.
 class Model {
  public:
   Model(std::string givenText, std::string givenDelimiters)

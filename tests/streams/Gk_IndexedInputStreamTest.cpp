@@ -15,7 +15,7 @@
 
 namespace {
 
-// Tells where it stands, as a stream beneath has no way to.
+// Supports offsets, and returns them.
 class Indexed : public Gk_IndexedInputStream {
  public:
   using Gk_IndexedInputStream::Gk_IndexedInputStream;
@@ -23,8 +23,8 @@ class Indexed : public Gk_IndexedInputStream {
 };
 
 TEST(Gk_IndexedInputStreamTest, ReadCharCountsLines) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.getLineNumber(), 0);
@@ -38,8 +38,8 @@ TEST(Gk_IndexedInputStreamTest, ReadCharCountsLines) {
 }
 
 TEST(Gk_IndexedInputStreamTest, ReadCountsLines) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n\n\nc\r\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\nb\n\n\nc\r\n"));
+  Gk_IndexedInputStream stream(&underlying);
   char target[20] = "\n\n\n\n\n\n\n\n\n\n";
   EXPECT_EQ(stream.read(target, 3), 3);
   EXPECT_EQ(std::string(target, 3), "a\nb");
@@ -51,8 +51,8 @@ TEST(Gk_IndexedInputStreamTest, ReadCountsLines) {
 }
 
 TEST(Gk_IndexedInputStreamTest, AddSubtractsLines) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   char target[4];
   EXPECT_EQ(stream.read(target, 4), 4);
   EXPECT_EQ(stream.getLineNumber(), 2);
@@ -61,7 +61,7 @@ TEST(Gk_IndexedInputStreamTest, AddSubtractsLines) {
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), '\n');
   EXPECT_EQ(stream.getLineNumber(), 2);
-  // All elements count, also behind a zero byte; more may be taken off than was read.
+  // All elements count, also after a zero byte; more lines can be subtracted than were read.
   EXPECT_TRUE(stream.add(Gk_String("\n\0\n\n", 4)));
   EXPECT_EQ(stream.getLineNumber(), -1);
 }
@@ -76,10 +76,10 @@ TEST(Gk_IndexedInputStreamTest, AddReturnsTrue) {
     }
     int pushed = 0;
   };
-  Refusing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Refusing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_TRUE(stream.add(Gk_String("x\n")));
-  EXPECT_EQ(beneath.pushed, 3);
+  EXPECT_EQ(underlying.pushed, 3);
   EXPECT_EQ(stream.getLineNumber(), -1);
   Gk_IndexedInputStream alone(nullptr);
   EXPECT_TRUE(alone.add(Gk_String("x\n")));
@@ -95,22 +95,22 @@ TEST(Gk_IndexedInputStreamTest, FailedReadCountsNothing) {
     }
     int result = -1;
   };
-  Failing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Failing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   char target[4];
   EXPECT_EQ(stream.read(target, 4), -1);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.getLineNumber(), 0);
-  beneath.result = 1000;  // more than there is room for
+  underlying.result = 1000;  // more than was asked for
   EXPECT_EQ(stream.read(target, 4), 1000);
   EXPECT_EQ(stream.getLineNumber(), 4);
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");
 }
 
 TEST(Gk_IndexedInputStreamTest, SkipCountsNothing) {
-  VRELStringInputStream beneath(Gk_String("a\nb\nc\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\nb\nc\n"));
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_EQ(stream.skip(4), 4);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), 'c');
@@ -119,13 +119,13 @@ TEST(Gk_IndexedInputStreamTest, SkipCountsNothing) {
 }
 
 TEST(Gk_IndexedInputStreamTest, CopySharesStream) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   stream.readChar();
   stream.readChar();
   Gk_IndexedInputStream copy(stream);
   EXPECT_EQ(copy.getLineNumber(), 1);
-  EXPECT_EQ(Indexed::SourceOf(copy), &beneath);
+  EXPECT_EQ(Indexed::SourceOf(copy), &underlying);
   EXPECT_EQ(copy.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), '\n');
   EXPECT_EQ(copy.getLineNumber(), 1);
@@ -141,8 +141,8 @@ TEST(Gk_IndexedInputStreamTest, DuplicateIsIndependent) {
   stream.readChar();
   std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
   auto& indexed = dynamic_cast<Gk_IndexedInputStream&>(*copy);
-  std::unique_ptr<VRELInputStream> const beneath(Indexed::SourceOf(indexed));  // which the copy does not delete
-  EXPECT_NE(beneath.get(), &file);
+  std::unique_ptr<VRELInputStream> const underlying(Indexed::SourceOf(indexed));  // not deleted by the copy
+  EXPECT_NE(underlying.get(), &file);
   EXPECT_EQ(indexed.getLineNumber(), 1);
   EXPECT_EQ(copy->readChar(), 'b');
   EXPECT_EQ(copy->readChar(), '\n');
@@ -151,21 +151,21 @@ TEST(Gk_IndexedInputStreamTest, DuplicateIsIndependent) {
   EXPECT_EQ(stream.getLineNumber(), 1);
 }
 
-// Nothing is left behind either.
+// Nothing leaks.
 TEST(Gk_IndexedInputStreamTest, DuplicatePropagatesExceptions) {
   struct Throwing : VRELInputStream {
     VRELInputStream* duplicate() override { throw std::runtime_error("no duplicate"); }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
   };
-  Throwing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Throwing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_THROW(stream.duplicate(), std::runtime_error);
   EXPECT_EQ(stream.getLineNumber(), 0);
 }
 
 TEST(Gk_IndexedInputStreamTest, DuplicateWithoutStreamIsAtEnd) {
-  VRELStringInputStream beneath(Gk_String("a\n"));
-  Gk_IndexedInputStream stream(&beneath);
+  VRELStringInputStream underlying(Gk_String("a\n"));
+  Gk_IndexedInputStream stream(&underlying);
   std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
   ASSERT_NE(copy, nullptr);
   char target[2];

@@ -20,7 +20,7 @@
 
 namespace {
 
-// Reads from memory and tells what it was asked for.
+// Reads from memory and records the calls.
 class Bytes : public VRELInputStream {
  public:
   explicit Bytes(std::string bytes) : text(std::move(bytes)) {}
@@ -55,45 +55,45 @@ class Bytes : public VRELInputStream {
 };
 
 TEST(Gk_PacketInputStreamTest, ReadCharReadsOncePerPacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), 'a');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), 'c');
   EXPECT_EQ(stream.readChar(), 'd');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), 'e');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.readChar(), 'f');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.readChar(), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
 }
 
 TEST(Gk_PacketInputStreamTest, BytesAreUnsigned) {
-  Bytes beneath("\xFF\x80");
-  Gk_PacketInputStream stream(&beneath, 16);
+  Bytes underlying("\xFF\x80");
+  Gk_PacketInputStream stream(&underlying, 16);
   EXPECT_EQ(stream.readChar(), 255);
   EXPECT_EQ(stream.readChar(), 128);
   EXPECT_EQ(stream.readChar(), -1);
 }
 
 TEST(Gk_PacketInputStreamTest, ReadCrossesPackets) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target[8] = {};
   EXPECT_EQ(stream.read(target, 6), 6);
   EXPECT_STREQ(target, "abcdef");
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
   EXPECT_EQ(stream.read(target, 6), -1);
 }
 
 TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   char target[20] = {};
   EXPECT_EQ(stream.read(target, 20), 5);
@@ -102,54 +102,54 @@ TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
 }
 
 TEST(Gk_PacketInputStreamTest, ReadWithinPacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target[8] = {};
   EXPECT_EQ(stream.read(target, 3), 3);
   EXPECT_EQ(stream.read(target, 1), 1);
   EXPECT_EQ(target[0], 'd');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
 }
 
 TEST(Gk_PacketInputStreamTest, ReadOfZeroBytes) {
-  Bytes beneath("abcde");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcde");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target = 'x';
   EXPECT_EQ(stream.read(&target, 0), 0);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");  // a packet was fetched first
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");  // a packet was fetched first
   EXPECT_EQ(stream.read(&target, 0), 0);
   EXPECT_EQ(stream.skip(0), 0);
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.skip(5), 5);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.read(&target, 0), -1);
   EXPECT_EQ(stream.skip(0), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
   EXPECT_EQ(target, 'x');
 }
 
 TEST(Gk_PacketInputStreamTest, SkipCrossesPackets) {
-  Bytes beneath("abcdefghij");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdefghij");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.skip(2), 2);
   EXPECT_EQ(stream.readChar(), 'd');
   EXPECT_EQ(stream.skip(5), 5);
   EXPECT_EQ(stream.readChar(), 'j');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 read4 ");
   EXPECT_EQ(stream.skip(1), -1);
 }
 
 TEST(Gk_PacketInputStreamTest, SkipReturnsWhatIsLeft) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.skip(LONG_MAX), 6);
   EXPECT_EQ(stream.skip(LONG_MAX), -1);
 }
 
 TEST(Gk_PacketInputStreamTest, NegativeCountFails) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   char target[4] = {};
   EXPECT_EQ(stream.read(target, -1), -1);
@@ -161,44 +161,44 @@ TEST(Gk_PacketInputStreamTest, NegativeCountFails) {
 }
 
 TEST(Gk_PacketInputStreamTest, AvailableAddsBoth) {
-  Bytes beneath("abcdefg");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdefg");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.available(), 7);
   stream.readChar();
-  EXPECT_EQ(beneath.available(), 3);
+  EXPECT_EQ(underlying.available(), 3);
   EXPECT_EQ(stream.available(), 6);
 }
 
 TEST(Gk_PacketInputStreamTest, GetCurrentOffset) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
   for (int i = 0; i < 3; ++i) stream.readChar();
   EXPECT_EQ(stream.getCurrentOffset(), 3);
-  EXPECT_EQ(beneath.getCurrentOffset(), 4);
+  EXPECT_EQ(underlying.getCurrentOffset(), 4);
 }
 
 TEST(Gk_PacketInputStreamTest, SetOffsetPushesBack) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   stream.readChar();
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_EQ(stream.setOffset(5), 5);
-  EXPECT_EQ(beneath.TakeCalls(), "addbcd set5 ");
+  EXPECT_EQ(underlying.TakeCalls(), "addbcd set5 ");
   EXPECT_EQ(stream.getCurrentOffset(), 5);
   EXPECT_EQ(stream.readChar(), 'f');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
 }
 
 TEST(Gk_PacketInputStreamTest, SetOffsetPushesBackZeroBytes) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.setOffset(1), 1);
-  EXPECT_EQ(beneath.TakeCalls(), "add set1 ");
+  EXPECT_EQ(underlying.TakeCalls(), "add set1 ");
   EXPECT_EQ(stream.skip(4), 4);
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_TRUE(stream.add(Gk_String("abcde", 5)));
-  EXPECT_EQ(beneath.TakeCalls(), "add addabcde ");
+  EXPECT_EQ(underlying.TakeCalls(), "add addabcde ");
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
@@ -218,26 +218,26 @@ TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
 }
 
 TEST(Gk_PacketInputStreamTest, AddWithinPacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   for (int i = 0; i < 3; ++i) stream.readChar();
-  beneath.TakeCalls();
-  EXPECT_TRUE(stream.add(Gk_String("??", 2)));  // the text itself is not looked at
+  underlying.TakeCalls();
+  EXPECT_TRUE(stream.add(Gk_String("??", 2)));  // the content is not compared
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_TRUE(stream.add(Gk_String("b")));  // two bytes with the terminator
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_TRUE(stream.add(Gk_String()));
   EXPECT_EQ(stream.readChar(), 'b');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
 }
 
 TEST(Gk_PacketInputStreamTest, AddBeyondPacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   for (int i = 0; i < 5; ++i) stream.readChar();
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_TRUE(stream.add(Gk_String("de", 2)));
-  EXPECT_EQ(beneath.TakeCalls(), "addf addde ");
+  EXPECT_EQ(underlying.TakeCalls(), "addf addde ");
   EXPECT_EQ(stream.getCurrentOffset(), 3);
   EXPECT_EQ(stream.readChar(), 'd');
   EXPECT_EQ(stream.readChar(), 'e');
@@ -246,31 +246,31 @@ TEST(Gk_PacketInputStreamTest, AddBeyondPacket) {
 }
 
 TEST(Gk_PacketInputStreamTest, IsNotCopyable) {
-  Bytes beneath("abc");
-  Gk_PacketInputStream stream(&beneath, 4);
+  Bytes underlying("abc");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.duplicate(), nullptr);
   EXPECT_FALSE(std::is_copy_constructible_v<Gk_PacketInputStream>);
   EXPECT_FALSE(std::is_copy_assignable_v<Gk_PacketInputStream>);
 }
 
 TEST(Gk_PacketInputStreamTest, FailedReadIsRetried) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
-  beneath.mustFail = true;
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
+  underlying.mustFail = true;
   char target[8];
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.read(target, 3), -1);
   EXPECT_EQ(stream.skip(3), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 read4 ");
   EXPECT_EQ(stream.available(), 6);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
-  beneath.mustFail = false;
+  underlying.mustFail = false;
   EXPECT_EQ(stream.read(target, 5), 5);
-  beneath.mustFail = true;
+  underlying.mustFail = true;
   EXPECT_EQ(stream.read(target, 5), 1);
   EXPECT_EQ(target[0], 'f');
   stream.setOffset(2);
-  beneath.mustFail = false;
+  underlying.mustFail = false;
   EXPECT_EQ(stream.readChar(), 'c');
 }
 
@@ -291,26 +291,26 @@ TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
 
 TEST(Gk_PacketInputStreamTest, NonPositiveSizeIsAtEnd) {
   for (int size : {0, -1, INT_MIN}) {
-    Bytes beneath("abc");
-    Gk_PacketInputStream stream(&beneath, size);
+    Bytes underlying("abc");
+    Gk_PacketInputStream stream(&underlying, size);
     char target = 0;
     EXPECT_EQ(stream.readChar(), -1);
     EXPECT_EQ(stream.read(&target, 1), -1);
     EXPECT_EQ(stream.skip(1), -1);
     EXPECT_EQ(stream.available(), 3);
-    EXPECT_EQ(beneath.TakeCalls(), "");
+    EXPECT_EQ(underlying.TakeCalls(), "");
   }
 }
 
 TEST(Gk_PacketInputStreamTest, PacketOfOneByte) {
-  Bytes beneath("ab");
-  Gk_PacketInputStream stream(&beneath, 1);
+  Bytes underlying("ab");
+  Gk_PacketInputStream stream(&underlying, 1);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_TRUE(stream.add(Gk_String("a", 1)));
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read1 read1 read1 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read1 read1 read1 ");
 }
 
 TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
@@ -331,7 +331,7 @@ TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
   EXPECT_TRUE(stream.add(Gk_String("p", 1)));
 }
 
-// Fetching is the one operation that a subclass may change, and all reading goes through it.
+// All reading goes through fetchPacket, which a derived class can override.
 TEST(Gk_PacketInputStreamTest, FetchPacketIsVirtual) {
   struct Counting : Gk_PacketInputStream {
     using Gk_PacketInputStream::Gk_PacketInputStream;
@@ -341,8 +341,8 @@ TEST(Gk_PacketInputStreamTest, FetchPacketIsVirtual) {
     }
     int fetched = 0;
   };
-  Bytes beneath("abcdefghi");
-  Counting stream(&beneath, 2);
+  Bytes underlying("abcdefghi");
+  Counting stream(&underlying, 2);
   char target[4];
   stream.readChar();
   EXPECT_EQ(stream.fetched, 1);
@@ -356,7 +356,7 @@ TEST(Gk_PacketInputStreamTest, FetchPacketIsVirtual) {
   EXPECT_EQ(SlotOf(&Gk_PacketInputStream::fetchPacket), 10U);
 }
 
-// All ways of reading and moving, in any order, give what the bytes themselves give.
+// Compares all operations in random order with a model.
 TEST(Gk_PacketInputStreamTest, AgreesWithModel) {
   std::mt19937 random(21);
   std::string text;
@@ -364,8 +364,8 @@ TEST(Gk_PacketInputStreamTest, AgreesWithModel) {
   long const size = static_cast<long>(text.size());
   for (int packet : {1, 2, 3, 7, 64, 499, 500, 501, 1000}) {
     SCOPED_TRACE(packet);
-    Bytes beneath(text);
-    Gk_PacketInputStream stream(&beneath, packet);
+    Bytes underlying(text);
+    Gk_PacketInputStream stream(&underlying, packet);
     long place = 0;
     for (int step = 0; step < 3000; ++step) {
       int const count = static_cast<int>(random() % 40);

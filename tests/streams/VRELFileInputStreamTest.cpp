@@ -19,7 +19,7 @@ namespace {
 
 class VRELFileInputStreamTest : public testing::Test {
  protected:
-  // What the stream gives when it is asked for `count` bytes.
+  // Returns the bytes that a read of `count` returns.
   static std::string Read(VRELInputStream& stream, int count) {
     std::string bytes(static_cast<std::size_t>(count), '#');
     int const taken = stream.read(bytes.data(), count);
@@ -94,7 +94,7 @@ TEST_F(VRELFileInputStreamTest, NegativeCountFails) {
   EXPECT_EQ(stream.getCurrentOffset(), 0);
 }
 
-// The file of a stream that the caller has opened: its place is that of the descriptor, and it stays open.
+// The stream uses the position of the descriptor, and leaves the file open.
 TEST_F(VRELFileInputStreamTest, ReadsFileOfStream) {
   std::FILE* const given = std::fopen(file.c_str(), "r");
   ASSERT_NE(given, nullptr);
@@ -124,8 +124,8 @@ struct Step {
   char const* what;
   long argument;
   long result;
-  long offset;     // where the stream stands then
-  long available;  // and what it has left
+  long offset;     // position after the operation
+  long available;  // available() after the operation
 };
 
 void Walk(VRELFileInputStream& stream, Step const* begin, Step const* end) {
@@ -156,7 +156,7 @@ TEST_F(VRELFileInputStreamTest, SharedModeMovesFile) {
       {"read", 9, 0, 10, 0},
       {"skip", 5, 15, 15, -5},
       {"read", 1, 0, 15, -5},
-      // The file does not move before its beginning; a push back succeeds all the same.
+      // The file does not move before its beginning; add returns true nevertheless.
       {"set", 2, 2, 2, 8},
       {"add", 3, 1, 2, 8},
       {"skip", -3, -1, 2, 8},
@@ -178,7 +178,7 @@ TEST_F(VRELFileInputStreamTest, PrivatePosition) {
       {"read", 9, 0, 10, 0},
       {"skip", 5, 15, 15, -5},
       {"read", 1, 0, 15, -5},
-      // A number that is not looked at until something is read.
+      // A position that is not checked until the next read.
       {"set", 2, 2, 2, 8},
       {"skip", -7, -5, -5, 15},
       {"skip", 6, 1, 1, 9},
@@ -193,7 +193,7 @@ TEST_F(VRELFileInputStreamTest, PrivatePosition) {
   Walk(*static_cast<VRELFileInputStream*>(other.get()), std::begin(steps), std::end(steps));
 }
 
-// -1 stands for no position, however it comes about: the stream goes with its file again, wherever that stands.
+// At position -1, the stream returns to shared mode.
 TEST_F(VRELFileInputStreamTest, MinusOneIsSharedMode) {
   VRELFileInputStream stream(path);
   std::unique_ptr<VRELInputStream> const other(stream.duplicate());
@@ -201,7 +201,7 @@ TEST_F(VRELFileInputStreamTest, MinusOneIsSharedMode) {
   EXPECT_EQ(stream.setOffset(-1), -1);
   EXPECT_EQ(stream.getCurrentOffset(), 3);
   EXPECT_EQ(Read(stream, 1), "3");
-  // Its own position again only by another duplicate.
+  // Only duplicate switches to a private position again.
   EXPECT_EQ(stream.setOffset(5), 5);
   EXPECT_EQ(other->getCurrentOffset(), 3);
   VRELFileInputStream copy(stream);
@@ -233,7 +233,7 @@ TEST_F(VRELFileInputStreamTest, AddMovesByLength) {
     EXPECT_TRUE(stream.add(Gk_String("abc", 3)));
     EXPECT_EQ(stream.getCurrentOffset(), 2);
     EXPECT_TRUE(stream.add(Gk_String()));
-    // What stands there is read, not what was pushed back.
+    // The bytes of the file are read, not those that were pushed back.
     EXPECT_EQ(Read(stream, 3), "234");
   }
 }
@@ -255,7 +255,7 @@ TEST_F(VRELFileInputStreamTest, DuplicateIsIndependent) {
   EXPECT_EQ(CountOpenDescriptors(file), 1);
 }
 
-// Before: one position for both. Then the first has its own, and a copy that was made before goes on with the file.
+// At first both share the position. After duplicate, the first stream has its own, and the earlier copy does not.
 TEST_F(VRELFileInputStreamTest, CopySharesPosition) {
   VRELFileInputStream stream(path);
   VRELFileInputStream copy(stream);
@@ -309,7 +309,7 @@ TEST_F(VRELFileInputStreamTest, Assignment) {
   EXPECT_EQ(Read(stream, 2), "23");
 }
 
-// The size is taken once.
+// The size is read once.
 TEST_F(VRELFileInputStreamTest, SizeIsThatOfConstruction) {
   VRELFileInputStream stream(path);
   directory.Write("digits", "012");

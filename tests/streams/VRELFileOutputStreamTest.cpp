@@ -41,7 +41,7 @@ TEST_F(VRELFileOutputStreamTest, TruncatesFile) {
   EXPECT_EQ(directory.Read("file"), "");
 }
 
-// Nothing is held back: the bytes are in the file before any flush.
+// Not buffered: the bytes are in the file before any flush.
 TEST_F(VRELFileOutputStreamTest, WriteIsImmediate) {
   VRELFileOutputStream stream(path);
   EXPECT_EQ(stream.write("abc", 3), 3);

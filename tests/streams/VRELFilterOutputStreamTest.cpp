@@ -34,27 +34,27 @@ class Filter : public VRELFilterOutputStream {
 };
 
 TEST(VRELFilterOutputStreamTest, ForwardsEverything) {
-  RecordingStream beneath;
-  VRELFilterOutputStream filter(&beneath);
+  RecordingStream underlying;
+  VRELFilterOutputStream filter(&underlying);
   VRELOutputStream& stream = filter;
   EXPECT_EQ(stream.writeChar('a'), 1);
   EXPECT_EQ(stream.write("bc", 2), 2);
   stream.flush();
   stream.close();
-  EXPECT_EQ(beneath.calls, "writeChara writebc flush close ");
+  EXPECT_EQ(underlying.calls, "writeChara writebc flush close ");
 }
 
 TEST(VRELFilterOutputStreamTest, CopiesShareStream) {
-  RecordingStream beneath;
+  RecordingStream underlying;
   RecordingStream::destroyed = 0;
   {
-    Filter filter(&beneath);
+    Filter filter(&underlying);
     Filter const copy(filter);
-    EXPECT_EQ(copy.Target(), &beneath);
-    EXPECT_EQ(filter.Target(), &beneath);
+    EXPECT_EQ(copy.Target(), &underlying);
+    EXPECT_EQ(filter.Target(), &underlying);
   }
   EXPECT_EQ(RecordingStream::destroyed, 0);
-  EXPECT_EQ(beneath.calls, "");
+  EXPECT_EQ(underlying.calls, "");
   EXPECT_EQ(sizeof(VRELFilterOutputStream), sizeof(VRELOutputStream));
 }
 

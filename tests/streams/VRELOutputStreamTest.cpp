@@ -9,7 +9,7 @@
 
 namespace {
 
-// Tells each call and gives what it is told to.
+// Records each call and returns a given result.
 class RecordingStream : public VRELOutputStream {
  public:
   explicit RecordingStream(int givenResult) : result(givenResult) {}
@@ -32,7 +32,7 @@ TEST(VRELOutputStreamTest, IsAbstract) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELOutputStream>);
 }
 
-// The table of virtual operations and the stream beneath.
+// A virtual table pointer and the underlying stream.
 TEST(VRELOutputStreamTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELOutputStream), 2 * sizeof(void*));
 }

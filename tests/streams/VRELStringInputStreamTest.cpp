@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the stream gives when it is asked for `count` bytes.
+// Returns the bytes that a read of `count` returns.
 std::string Read(VRELInputStream& stream, int count) {
   char buffer[64] = {};
   int const taken = stream.read(buffer, count);
@@ -81,7 +81,7 @@ TEST(VRELStringInputStreamTest, ReadsEveryByte) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-// The last byte of a text without a terminator is never read.
+// The last byte of a string without a terminator is never read.
 TEST(VRELStringInputStreamTest, LastByteIsTerminator) {
   VRELStringInputStream stream(Gk_String("abc", 3));
   EXPECT_EQ(Read(stream, 9), "ab");
@@ -162,7 +162,7 @@ TEST(VRELStringInputStreamTest, CopyHasOwnPosition) {
   EXPECT_EQ(stream.readChar(), 'b');
 }
 
-// The bytes are shared; a text that became shorter is not read beyond its end.
+// The bytes are shared; a string that became shorter is not read beyond its end.
 TEST(VRELStringInputStreamTest, SurvivesShrinkingString) {
   Gk_String text("abcdef");
   VRELStringInputStream stream(text);

@@ -20,7 +20,7 @@ TEST(VRELStringOutputStreamTest, WriteAppendsWithoutTerminator) {
   EXPECT_EQ(std::string_view(out.contents(), 6), "abcdex");
 }
 
-// A terminator stays where it was written, also in front of what follows.
+// A terminator is kept, also before later bytes.
 TEST(VRELStringOutputStreamTest, KeepsZeroBytes) {
   VRELStringOutputStream out;
   EXPECT_EQ(out.write("a\0b", 3), 3);

@@ -1,9 +1,9 @@
 // Decoder for the implode format: a bit stream of literals and copies (LZ77) with fixed canonical Huffman codes.
 //
-// Tables. All codes are fixed, so the tables are built at compile time. `items` is indexed by the next 12 bits and
+// Tables. All codes are fixed, so the tables are built at compile time. `kItems` is indexed by the next 12 bits and
 // describes what they begin with: a copy (its length symbol with the extra bits), one literal, two literals that fit
 // into the index together, or a literal whose code is longer than the index, which continues in the table `rest`.
-// `distances` is indexed by 8 bits, the longest distance code. An entry is a word of packed fields (see namespace
+// `kDistances` is indexed by 8 bits, the longest distance code. An entry is a word of packed fields (see namespace
 // entry), so that the main loop does one load for each item.
 //
 // Two loops. DecodeBuffered runs while the input block has bytes for two refills of the 64-bit bit buffer, and does not
@@ -23,15 +23,15 @@
 
 namespace {
 
-constexpr int maxBits = 13;          // longest code
-constexpr unsigned window = 4096;    // the largest dictionary, and the unit of output
-constexpr unsigned endLength = 519;  // the length that ends the data
-constexpr unsigned maxLength = endLength - 1;
+constexpr int kMaxBits = 13;          // longest code
+constexpr unsigned kWindow = 4096;    // the largest dictionary, and the unit of output
+constexpr unsigned kEndLength = 519;  // the length that ends the data
+constexpr unsigned kMaxLength = kEndLength - 1;
 
 // Canonical code: the number of codes of each length, and the symbols in code order.
 template <std::size_t Symbols>
 struct Code {
-  std::array<short, maxBits + 1> count{};
+  std::array<short, kMaxBits + 1> count{};
   std::array<short, Symbols> symbol{};
   int left = 0;  // unused codes of the longest length
 };
@@ -48,9 +48,9 @@ constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
   Code<Symbols> code;
   for (int const length : lengths) ++code.count[static_cast<std::size_t>(length)];
   code.left = 1;
-  for (std::size_t length = 1; length <= maxBits; ++length) code.left = code.left * 2 - code.count[length];
+  for (std::size_t length = 1; length <= kMaxBits; ++length) code.left = code.left * 2 - code.count[length];
   std::size_t next = 0;
-  for (int length = 1; length <= maxBits; ++length) {
+  for (int length = 1; length <= kMaxBits; ++length) {
     for (std::size_t i = 0; i < Symbols; ++i) {
       if (lengths[i] == length) code.symbol[next++] = static_cast<short>(i);
     }
@@ -58,21 +58,21 @@ constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
   return code;
 }
 
-constexpr unsigned char literalRuns[] = {
+constexpr unsigned char kLiteralRuns[] = {
     11, 124, 8,  7,  28, 7,  188, 13,  76,  4,   10,  8,   12, 10, 12, 10, 8,  23, 8,  9,  7,  6,  7,  8,  7,
     6,  55,  8,  23, 24, 12, 11,  7,   9,   11,  12,  6,   7,  22, 5,  7,  24, 6,  11, 9,  6,  7,  22, 7,  11,
     38, 7,   9,  8,  25, 11, 8,   11,  9,   12,  8,   12,  5,  38, 5,  38, 5,  11, 7,  5,  6,  21, 6,  10, 53,
     8,  7,   24, 10, 27, 44, 253, 253, 253, 252, 252, 252, 13, 12, 45, 12, 45, 12, 61, 12, 45, 44, 173};
-constexpr unsigned char lengthRuns[] = {2, 35, 36, 53, 38, 23};
-constexpr unsigned char distanceRuns[] = {2, 20, 53, 230, 247, 151, 248};
+constexpr unsigned char kLengthRuns[] = {2, 35, 36, 53, 38, 23};
+constexpr unsigned char kDistanceRuns[] = {2, 20, 53, 230, 247, 151, 248};
 
-constexpr auto literalCode = Construct<256>(literalRuns);
-constexpr auto lengthCode = Construct<16>(lengthRuns);
-constexpr auto distanceCode = Construct<64>(distanceRuns);
-static_assert(literalCode.left == 0 && lengthCode.left == 0 && distanceCode.left == 0, "the codes are complete");
+constexpr auto kLiteralCode = Construct<256>(kLiteralRuns);
+constexpr auto kLengthCode = Construct<16>(kLengthRuns);
+constexpr auto kDistanceCode = Construct<64>(kDistanceRuns);
+static_assert(kLiteralCode.left == 0 && kLengthCode.left == 0 && kDistanceCode.left == 0, "the codes are complete");
 
-constexpr std::array<unsigned short, 16> baseLength = {3, 2, 4, 5, 6, 7, 8, 9, 10, 12, 16, 24, 40, 72, 136, 264};
-constexpr std::array<unsigned char, 16> extraBits = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+constexpr std::array<unsigned short, 16> kBaseLength = {3, 2, 4, 5, 6, 7, 8, 9, 10, 12, 16, 24, 40, 72, 136, 264};
+constexpr std::array<unsigned char, 16> kExtraBits = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
 
 // Calls visit(symbol, bits, length) for each code. `bits` are as in the bit stream, first bit lowest: codes are stored
 // with their highest bit first and every bit inverted.
@@ -80,7 +80,7 @@ template <std::size_t Symbols, class Visit>
 constexpr void ForEachCode(Code<Symbols> const& code, Visit const& visit) {
   unsigned value = 0;
   std::size_t next = 0;
-  for (int length = 1; length <= maxBits; ++length, value <<= 1) {
+  for (int length = 1; length <= kMaxBits; ++length, value <<= 1) {
     for (int i = 0; i < code.count[static_cast<std::size_t>(length)]; ++i, ++value) {
       unsigned bits = 0;
       for (int bit = 0; bit < length; ++bit) bits |= (~value >> bit & 1U) << (length - 1 - bit);
@@ -115,14 +115,14 @@ constexpr std::uint32_t Make(unsigned kind, unsigned taken, unsigned detail, uns
 }
 }  // namespace entry
 
-constexpr unsigned itemBits = 12;                      // index of the item table
-constexpr unsigned restBits = maxBits + 1 - itemBits;  // index of each part of the second table
-constexpr unsigned distanceBits = 8;                   // longest distance code
+constexpr unsigned kItemBits = 12;                        // index of the item table
+constexpr unsigned kRestBits = kMaxBits + 1 - kItemBits;  // index of each part of the second table
+constexpr unsigned kDistanceBits = 8;                     // longest distance code
 
 // Items: copies and literals, with the flag bit before them.
 struct ItemTable {
-  std::array<std::uint32_t, 1U << itemBits> item{};
-  std::array<std::uint32_t, 64U << restBits> rest{};  // for literals with codes longer than the index of `item`
+  std::array<std::uint32_t, 1U << kItemBits> item{};
+  std::array<std::uint32_t, 64U << kRestBits> rest{};  // for literals with codes longer than the index of `item`
   unsigned restSize = 0;
 };
 
@@ -131,14 +131,14 @@ constexpr void AddItem(ItemTable& table, unsigned bits, unsigned length, std::ui
 }
 
 constexpr void AddLongLiteral(ItemTable& table, unsigned bits, unsigned length, unsigned symbol) {
-  std::uint32_t& first = table.item[bits & ((1U << itemBits) - 1)];
+  std::uint32_t& first = table.item[bits & ((1U << kItemBits) - 1)];
   if (entry::Kind(first) != entry::longer) {
-    first = entry::Make(entry::longer, itemBits, 0, table.restSize);
-    table.restSize += 1U << restBits;
+    first = entry::Make(entry::longer, kItemBits, 0, table.restSize);
+    table.restSize += 1U << kRestBits;
   }
   unsigned const begin = entry::Value(first);
-  for (unsigned i = bits >> itemBits; i < 1U << restBits; i += 1U << (length - itemBits)) {
-    table.rest[begin + i] = entry::Make(entry::literals, length - itemBits, 1, symbol);
+  for (unsigned i = bits >> kItemBits; i < 1U << kRestBits; i += 1U << (length - kItemBits)) {
+    table.rest[begin + i] = entry::Make(entry::literals, length - kItemBits, 1, symbol);
   }
 }
 
@@ -149,7 +149,7 @@ constexpr void PairLiterals(ItemTable& table) {
     if (entry::Kind(single[i]) != entry::literals) continue;
     unsigned const taken = entry::Taken(single[i]);
     std::uint32_t const next = single[i >> taken];
-    if (entry::Kind(next) != entry::literals || taken + entry::Taken(next) > itemBits) continue;
+    if (entry::Kind(next) != entry::literals || taken + entry::Taken(next) > kItemBits) continue;
     table.item[i] =
         entry::Make(entry::literals, taken + entry::Taken(next), 2, entry::Value(single[i]) | entry::Value(next) << 8);
   }
@@ -157,12 +157,12 @@ constexpr void PairLiterals(ItemTable& table) {
 
 constexpr ItemTable MakeItems() {
   ItemTable table;
-  ForEachCode(lengthCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
-    unsigned const extra = extraBits[symbol];
-    AddItem(table, bits << 1 | 1, length + 1, entry::Make(entry::copy, length + 1 + extra, extra, baseLength[symbol]));
+  ForEachCode(kLengthCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    unsigned const extra = kExtraBits[symbol];
+    AddItem(table, bits << 1 | 1, length + 1, entry::Make(entry::copy, length + 1 + extra, extra, kBaseLength[symbol]));
   });
-  ForEachCode(literalCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
-    if (length + 1 > itemBits) {
+  ForEachCode(kLiteralCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    if (length + 1 > kItemBits) {
       AddLongLiteral(table, bits << 1, length + 1, symbol);
     } else {
       AddItem(table, bits << 1, length + 1, entry::Make(entry::literals, length + 1, 1, symbol));
@@ -177,9 +177,9 @@ struct DistanceEntry {
   unsigned char symbol = 0;
 };
 
-constexpr std::array<DistanceEntry, 1U << distanceBits> MakeDistances() {
-  std::array<DistanceEntry, 1U << distanceBits> table{};
-  ForEachCode(distanceCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+constexpr std::array<DistanceEntry, 1U << kDistanceBits> MakeDistances() {
+  std::array<DistanceEntry, 1U << kDistanceBits> table{};
+  ForEachCode(kDistanceCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
     for (std::size_t i = bits; i < table.size(); i += std::size_t{1} << length) {
       table[i].taken = static_cast<unsigned char>(length);
       table[i].symbol = static_cast<unsigned char>(symbol);
@@ -188,24 +188,24 @@ constexpr std::array<DistanceEntry, 1U << distanceBits> MakeDistances() {
   return table;
 }
 
-constexpr ItemTable items = MakeItems();
-constexpr auto distances = MakeDistances();
+constexpr ItemTable kItems = MakeItems();
+constexpr auto kDistances = MakeDistances();
 
 enum Outcome {
-  finished = 0,
-  outputFailed = 1,
-  inputEnded = 2,
-  badFlag = -1,
-  badDictionary = -2,
-  tooFar = -3,
-  goesOn = 3
+  kFinished = 0,
+  kOutputFailed = 1,
+  kInputEnded = 2,
+  kBadFlag = -1,
+  kBadDictionary = -2,
+  kTooFar = -3,
+  kContinues = 3
 };
 
-constexpr unsigned wordSize = 8;
+constexpr unsigned kWordSize = 8;
 
 // Bytes that can be written after the end of a block before it is flushed: literals, a copy, and the excess of copying
 // in units of 16 bytes.
-constexpr std::size_t overrun = 16 + maxLength + 16;
+constexpr std::size_t kOverrun = 16 + kMaxLength + 16;
 
 class Decoder {
  public:
@@ -214,7 +214,7 @@ class Decoder {
 
   // Decodes everything but the last block. The longjmp at the end of input returns here.
   int Run() {
-    if (setjmp(env) != 0) return inputEnded;
+    if (setjmp(env) != 0) return kInputEnded;
     return Decode();
   }
 
@@ -222,7 +222,7 @@ class Decoder {
   bool FlushRest() { return next == 0 || output(outputHow, Block(), next) == 0; }
 
  private:
-  unsigned char* Block() { return bytes + window; }
+  unsigned char* Block() { return bytes + kWindow; }
 
   int Decode();
   template <bool IsCoded>
@@ -250,7 +250,7 @@ class Decoder {
   bool isFirst = true;   // no block was flushed
   unsigned lowBits = 0;  // low bits of a distance, unless the length is 2
   // The previous block and the current one, so that a copy never wraps around.
-  unsigned char bytes[2 * window + overrun];
+  unsigned char bytes[2 * kWindow + kOverrun];
 };
 
 // Reads bits, first bit lowest. Requests input only if bits are missing.
@@ -308,14 +308,14 @@ void Copy(unsigned char* target, unsigned distance, unsigned length) {
 
 // Writes the block, and begins the next one with the bytes after its end.
 bool Decoder::Flush() {
-  if (output(outputHow, Block(), window) != 0) {
+  if (output(outputHow, Block(), kWindow) != 0) {
     next = 0;
     return false;
   }
   isFirst = false;
-  next -= window;
-  std::memcpy(bytes, Block(), window);
-  std::memcpy(Block(), Block() + window, next);
+  next -= kWindow;
+  std::memcpy(bytes, Block(), kWindow);
+  std::memcpy(Block(), Block() + kWindow, next);
   return true;
 }
 
@@ -327,7 +327,7 @@ class WordReader {
   // Refills to at least 56 bits. The buffer can have bits above the valid ones; these bytes are read again.
   void Refill() {
     std::uint64_t word = 0;
-    for (unsigned i = 0; i < wordSize; ++i) word |= static_cast<std::uint64_t>(at[i]) << (8 * i);
+    for (unsigned i = 0; i < kWordSize; ++i) word |= static_cast<std::uint64_t>(at[i]) << (8 * i);
     buffer |= word << bitCount;
     at += (63 - bitCount) / 8;
     bitCount |= 56;
@@ -356,18 +356,18 @@ class WordReader {
 
 // Decodes coded literals after a refill, and returns the entry after them; refills again if that is a copy.
 std::uint32_t TakeCodedLiterals(WordReader& reader, unsigned char*& to) {
-  std::uint32_t item = items.item[reader.Peek(itemBits)];
+  std::uint32_t item = kItems.item[reader.Peek(kItemBits)];
   // Each entry consumes at most 14 bits, so that three fit before the next look-up.
   for (int round = 0; round < 3 && entry::Kind(item) != entry::copy; ++round) {
     reader.Drop(entry::Taken(item));
     if (entry::Kind(item) == entry::longer) {
-      item = items.rest[entry::Value(item) + reader.Peek(restBits)];
+      item = kItems.rest[entry::Value(item) + reader.Peek(kRestBits)];
       reader.Drop(entry::Taken(item));
     }
     to[0] = static_cast<unsigned char>(entry::Value(item));
     to[1] = static_cast<unsigned char>(entry::Value(item) >> 8);
     to += entry::Detail(item);
-    item = items.item[reader.Peek(itemBits)];
+    item = kItems.item[reader.Peek(kItemBits)];
   }
   if (entry::Kind(item) == entry::copy) reader.Refill();
   return item;
@@ -386,7 +386,7 @@ std::uint32_t TakePlainLiterals(WordReader& reader, unsigned char*& to) {
   reader.Drop(taken);
   if (taken == size * most) return entry::literals;
   reader.Refill();
-  return items.item[reader.Peek(itemBits)];
+  return kItems.item[reader.Peek(kItemBits)];
 }
 
 // Executes a copy, which consumes at most 30 bits.
@@ -394,35 +394,35 @@ int TakeCopy(WordReader& reader, std::uint32_t item, unsigned lowBits, unsigned 
              unsigned char const* lowest) {
   unsigned const extra = reader.Take(entry::Taken(item)) >> (entry::Taken(item) - entry::Detail(item));
   unsigned const length = entry::Value(item) + extra;
-  if (length == endLength) return finished;
-  DistanceEntry const high = distances[reader.Peek(distanceBits)];
+  if (length == kEndLength) return kFinished;
+  DistanceEntry const high = kDistances[reader.Peek(kDistanceBits)];
   reader.Drop(high.taken);
   unsigned const low = length == 2 ? 2 : lowBits;
   unsigned const distance = (static_cast<unsigned>(high.symbol) << low) + reader.Take(low) + 1;
-  if (to - lowest < static_cast<std::ptrdiff_t>(distance)) return tooFar;
+  if (to - lowest < static_cast<std::ptrdiff_t>(distance)) return kTooFar;
   Copy(to, distance, length);
   to += length;
-  return goesOn;
+  return kContinues;
 }
 
 // Decodes items while the input block has enough bytes for any of them.
 template <bool IsCoded>
 int Decoder::DecodeBuffered() {
-  constexpr std::ptrdiff_t mostRead = 2 * wordSize;  // two refills
+  constexpr std::ptrdiff_t mostRead = 2 * kWordSize;  // two refills
   WordReader reader(in, bitBuffer, bitCount);
   unsigned char* const inEnd = in + left;
   unsigned char* const begin = Block();
-  unsigned char* const end = begin + window;
+  unsigned char* const end = begin + kWindow;
   unsigned char* to = begin + next;
   unsigned char const* lowest = isFirst ? begin : bytes;
-  int outcome = goesOn;
-  while (outcome == goesOn && inEnd - reader.At() >= mostRead) {
+  int outcome = kContinues;
+  while (outcome == kContinues && inEnd - reader.At() >= mostRead) {
     reader.Refill();
     std::uint32_t const item = IsCoded ? TakeCodedLiterals(reader, to) : TakePlainLiterals(reader, to);
     if (entry::Kind(item) == entry::copy) outcome = TakeCopy(reader, item, lowBits, to, lowest);
     if (to >= end) {
       next = static_cast<unsigned>(to - begin);
-      if (!Flush()) return outputFailed;
+      if (!Flush()) return kOutputFailed;
       to = begin + next;
       lowest = bytes;
     }
@@ -438,36 +438,36 @@ int Decoder::DecodeBuffered() {
 template <bool IsCoded>
 int Decoder::DecodeOne() {
   if (Bits(1) == 0) {
-    Block()[next++] = static_cast<unsigned char>(IsCoded ? Symbol(literalCode) : Bits(8));
+    Block()[next++] = static_cast<unsigned char>(IsCoded ? Symbol(kLiteralCode) : Bits(8));
   } else {
-    unsigned const symbol = Symbol(lengthCode);
-    unsigned const length = baseLength[symbol] + Bits(extraBits[symbol]);
-    if (length == endLength) return finished;
+    unsigned const symbol = Symbol(kLengthCode);
+    unsigned const length = kBaseLength[symbol] + Bits(kExtraBits[symbol]);
+    if (length == kEndLength) return kFinished;
     unsigned const low = length == 2 ? 2 : lowBits;
-    unsigned const high = Symbol(distanceCode) << low;
+    unsigned const high = Symbol(kDistanceCode) << low;
     unsigned const distance = high + Bits(low) + 1;
-    if (isFirst && distance > next) return tooFar;
+    if (isFirst && distance > next) return kTooFar;
     Copy(Block() + next, distance, length);
     next += length;
   }
-  return next < window || Flush() ? goesOn : outputFailed;
+  return next < kWindow || Flush() ? kContinues : kOutputFailed;
 }
 
 template <bool IsCoded>
 int Decoder::DecodeItems() {
-  int outcome = goesOn;
-  while (outcome == goesOn) {
+  int outcome = kContinues;
+  while (outcome == kContinues) {
     outcome = DecodeBuffered<IsCoded>();
-    if (outcome == goesOn) outcome = DecodeOne<IsCoded>();
+    if (outcome == kContinues) outcome = DecodeOne<IsCoded>();
   }
   return outcome;
 }
 
 int Decoder::Decode() {
   unsigned const isCoded = Bits(8);
-  if (isCoded > 1) return badFlag;
+  if (isCoded > 1) return kBadFlag;
   lowBits = Bits(8);
-  if (lowBits < 4 || lowBits > 6) return badDictionary;
+  if (lowBits < 4 || lowBits > 6) return kBadDictionary;
   return isCoded == 1 ? DecodeItems<true>() : DecodeItems<false>();
 }
 
@@ -476,6 +476,6 @@ int Decoder::Decode() {
 int blast(blast_in infun, void* inhow, blast_out outfun, void* outhow) {
   Decoder decoder(infun, inhow, outfun, outhow);
   int const outcome = decoder.Run();
-  if (outcome == outputFailed || decoder.FlushRest()) return outcome;
-  return outcome == finished ? outputFailed : outcome;
+  if (outcome == kOutputFailed || decoder.FlushRest()) return outcome;
+  return outcome == kFinished ? kOutputFailed : outcome;
 }

@@ -130,7 +130,7 @@ struct VRELOptionToken::NamedChildren {
 
   // Returns the child that a search for the key finds, or null.
   NamedToken* Find(std::u16string_view key) const {
-    NamedToken const* const child = At(Search(key, HashOf(key), FoldedHashOf(key)));
+    NamedToken const* const child = At(Search(key, HashOf(key)));
     return const_cast<NamedToken*>(child);
   }
 
@@ -138,7 +138,7 @@ struct VRELOptionToken::NamedChildren {
   bool Add(NamedToken& child) {
     // Before the check for an equal key, as VRELHashMap::Add does.
     if (4 * (count + 1) > 3 * slots.size()) Grow();
-    if (!Place(child, HashOf(child.Key()), FoldedHashOf(child.Key()))) return false;
+    if (!Place(child, HashOf(child.Key()))) return false;
     ++count;
     return true;
   }
@@ -158,7 +158,6 @@ struct VRELOptionToken::NamedChildren {
   struct Slot {
     NamedToken* child = nullptr;
     std::uint32_t hash = 0;
-    std::uint32_t foldedHash = 0;
   };
 
   explicit NamedChildren(std::size_t slotCount) : slots(slotCount), nextFree(slotCount) {
@@ -180,43 +179,42 @@ struct VRELOptionToken::NamedChildren {
     return slot;
   }
 
-  bool IsEqual(Slot const& slot, std::u16string_view key, std::uint32_t foldedHash) const {
-    return slot.foldedHash == foldedHash && VRELString::compareIgnoringCase(key, slot.child->Key()) == 0;
+  static bool IsEqual(Slot const& slot, std::u16string_view key) {
+    return VRELString::compareIgnoringCase(key, slot.child->Key()) == 0;
   }
 
-  // Returns the first slot of the probe run whose key is equal, or the free slot at its end.
-  std::uint32_t Search(std::u16string_view key, std::uint32_t hash, std::uint32_t foldedHash) const {
+  // Returns the first slot of the probe run whose key is equal, or the free slot at its end. A search in a short run
+  // does without the second hash.
+  std::uint32_t Search(std::u16string_view key, std::uint32_t hash) const {
     std::uint32_t const start = hash % SlotCount();
     std::uint32_t const end = FreeSlot(start);
-    std::uint32_t const length = Distance(start, end);
-    if (length > kShortRun) return SearchLongRun(key, foldedHash, start, end);
+    if (Distance(start, end) > kShortRun) return SearchLongRun(key, start, end);
     for (std::uint32_t slot = start; slot != end; slot = slot + 1 == SlotCount() ? 0 : slot + 1) {
-      if (IsEqual(slots[slot], key, foldedHash)) return slot;
+      if (IsEqual(slots[slot], key)) return slot;
     }
     return end;
   }
 
-  std::uint32_t SearchLongRun(std::u16string_view key, std::uint32_t foldedHash, std::uint32_t start,
-                              std::uint32_t end) const {
+  std::uint32_t SearchLongRun(std::u16string_view key, std::uint32_t start, std::uint32_t end) const {
     if (index.empty()) {
       for (std::uint32_t slot = 0; slot < SlotCount(); ++slot) {
-        if (slots[slot].child != nullptr) index.emplace(slots[slot].foldedHash, slot);
+        if (slots[slot].child != nullptr) index.emplace(FoldedHashOf(slots[slot].child->Key()), slot);
       }
     }
     std::uint32_t found = end;
-    auto const candidates = index.equal_range(foldedHash);
+    auto const candidates = index.equal_range(FoldedHashOf(key));
     for (auto i = candidates.first; i != candidates.second; ++i) {
       bool const isBefore = Distance(start, i->second) < Distance(start, found);
-      if (isBefore && IsEqual(slots[i->second], key, foldedHash)) found = i->second;
+      if (isBefore && IsEqual(slots[i->second], key)) found = i->second;
     }
     return found;
   }
 
-  bool Place(NamedToken& child, std::uint32_t hash, std::uint32_t foldedHash) {
-    std::uint32_t const slot = Search(child.Key(), hash, foldedHash);
+  bool Place(NamedToken& child, std::uint32_t hash) {
+    std::uint32_t const slot = Search(child.Key(), hash);
     if (slots[slot].child != nullptr) return false;
-    if (!index.empty()) index.emplace(foldedHash, slot);
-    slots[slot] = {&child, hash, foldedHash};
+    if (!index.empty()) index.emplace(FoldedHashOf(child.Key()), slot);
+    slots[slot] = {&child, hash};
     nextFree[slot] = slot + 1 == SlotCount() ? 0 : slot + 1;
     return true;
   }
@@ -224,7 +222,7 @@ struct VRELOptionToken::NamedChildren {
   void Grow() {
     NamedChildren larger(2 * slots.size());
     for (Slot const& slot : slots) {
-      if (slot.child != nullptr) larger.Place(*slot.child, slot.hash, slot.foldedHash);
+      if (slot.child != nullptr) larger.Place(*slot.child, slot.hash);
     }
     slots.swap(larger.slots);
     nextFree.swap(larger.nextFree);
@@ -234,7 +232,7 @@ struct VRELOptionToken::NamedChildren {
   std::vector<Slot> slots;
   // Of a free slot, the slot itself; of an occupied one, a slot nearer to the next free one.
   mutable std::vector<std::uint32_t> nextFree;
-  // Slots by foldedHash. Empty until a long run is searched.
+  // Slots by the second hash of their keys. Empty until a long run is searched.
   mutable std::unordered_multimap<std::uint32_t, std::uint32_t> index;
   std::size_t count = 0;  // includes dropped children
   std::size_t cursor = 0;
