@@ -19,7 +19,7 @@ namespace {
 class Reader {
  public:
   Reader(std::string const& bytes, int most, int size)
-      : text(bytes), beneath(bytes, most), packets(&beneath, size), stream(&packets) {}
+      : text(bytes), underlying(bytes, most), packets(&underlying, size), stream(&packets) {}
 
   void Do(int operation, int number) {
     switch (operation) {
@@ -41,7 +41,7 @@ class Reader {
         break;
       default:
         packets.fetchPacket();
-        at = beneath.getCurrentOffset() - Held();
+        at = underlying.getCurrentOffset() - Held();
         break;
     }
     Require(stream.available() == Size() - at, "available() is the number of bytes left");
@@ -52,7 +52,7 @@ class Reader {
  private:
   long Size() const { return static_cast<long>(text.size()); }
 
-  long Held() const { return packets.available() - beneath.available(); }
+  long Held() const { return packets.available() - underlying.available(); }
 
   void ReadChar() {
     int const c = stream.readChar();
@@ -91,7 +91,7 @@ class Reader {
   }
 
   std::string const& text;
-  MemoryStream beneath;
+  MemoryStream underlying;
   Gk_PacketInputStream packets;
   Gk_IndexedInputStream stream;
   long at = 0;

@@ -291,11 +291,11 @@ TEST(Gk_OptionDocTest, SynchConvertsIntegerToBool) {
 }
 
 TEST(Gk_OptionDocTest, SynchOfUnknownComponent) {
-  Gk_Option* const option = Gk_OptionDoc::addOption(L"OptionDoc.lonely/a", 1, nullptr);
-  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.nobody", L"OptionDoc.lonely");
-  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.lonely", L"OptionDoc.nobody");
+  Gk_Option* const option = Gk_OptionDoc::addOption(L"OptionDoc.single/a", 1, nullptr);
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.unknown", L"OptionDoc.single");
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.single", L"OptionDoc.unknown");
   EXPECT_EQ(option->count(), 1);
-  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.nobody/a"), nullptr);
+  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.unknown/a"), nullptr);
 }
 
 TEST(Gk_OptionDocTest, AddOptionTakesStrings) {

@@ -563,7 +563,7 @@ TEST(VRELOptionsTest, GetNextNode) {
   EXPECT_EQ(options.GetNext(node), VREL_S_OK);
   EXPECT_EQ(node, below);
   node = &root;
-  EXPECT_EQ(options.GetNext(node), VREL_E_FAIL) << "the enumeration of the root stands behind its only child";
+  EXPECT_EQ(options.GetNext(node), VREL_E_FAIL) << "the enumeration of the root is after its only child";
 
   child->SetOption(new VRELOption);
   root.InitEnumeration();

@@ -196,9 +196,9 @@ TEST(VRELArgsTest, IsAnOption) {
     int index = kUnchanged;
     EXPECT_EQ(args.IsAnOption(table.Count(), table.Get(), line[1], &index), row.position >= 0);
     EXPECT_EQ(index, row.position);
-    VRELArgs walk(line.Count(), line.Get());
+    VRELArgs fresh(line.Count(), line.Get());
     int found = kUnchanged;
-    EXPECT_EQ(walk.GetNextOption(table.Count(), table.Get(), &found), row.position >= 0);
+    EXPECT_EQ(fresh.GetNextOption(table.Count(), table.Get(), &found), row.position >= 0);
     EXPECT_EQ(found, row.position);
   }
 }

@@ -5,10 +5,13 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -291,6 +294,31 @@ TEST(VRELEnvironmentTest, GetEnvReturnsOneObject) {
     EXPECT_EQ(VRELEnvironment::GetEnv(), environment);
     EXPECT_EQ(environment->GetCount(), 0);
   });
+}
+
+TEST(VRELEnvironmentTest, GetEnvOnSeveralThreadsReturnsOneObject) {
+  ChildResult const child = RunInChild([] {
+    for (int round = 0; round < 200; ++round) {
+      VRELEnvironment::_pVariables = nullptr;
+      std::atomic<int> notStarted = 4;
+      std::array<VRELEnvironment*, 4> found{};
+      std::vector<std::thread> threads;
+      for (VRELEnvironment*& environment : found) {
+        threads.emplace_back([&notStarted, &environment] {
+          --notStarted;
+          while (notStarted > 0) {
+          }
+          environment = VRELEnvironment::GetEnv();
+        });
+      }
+      for (std::thread& thread : threads) thread.join();
+      for (VRELEnvironment const* const environment : found) {
+        if (environment == nullptr || environment != VRELEnvironment::_pVariables) return 1;
+      }
+    }
+    std::_Exit(0);
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
 TEST(VRELEnvironmentTest, OutlivesHandles) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <limits>
 #include <string>
 
 #include "Gk_ErrMgr.h"
@@ -127,6 +128,21 @@ TEST(VRELStringInputStreamTest, SkipReads) {
   EXPECT_EQ(stream.skip(-5), 0);
   EXPECT_EQ(stream.skip(LONG_MAX), 3);
   EXPECT_EQ(stream.skip(1), 0);
+  EXPECT_EQ(stream.readChar(), -1);
+}
+
+// The base skip would call read for ever, since 0 is the end of input here.
+TEST(VRELStringInputStreamTest, SkipEndsAtEndOfInput) {
+  std::string const bytes(5000, 'x');
+  VRELStringInputStream stream(Gk_String(bytes.c_str()));
+  EXPECT_EQ(stream.skip(10), 10);
+  EXPECT_EQ(stream.skip(4000), 4000);
+  EXPECT_EQ(stream.skip(1000000), 990);
+  EXPECT_EQ(stream.skip(1), 0);
+  EXPECT_EQ(stream.skip(0), 0);
+  EXPECT_EQ(stream.skip(-1), 0);
+  EXPECT_EQ(stream.skip(std::numeric_limits<long>::min()), 0);
+  EXPECT_EQ(stream.skip(std::numeric_limits<long>::max()), 0);
   EXPECT_EQ(stream.readChar(), -1);
 }
 

@@ -51,7 +51,7 @@ class VREL_EXPORT VRELArchive {
   VRELArchive& operator>>(short& value) { return Restore(value); }
   VRELArchive& operator>>(unsigned int& value) { return Restore(value); }
   VRELArchive& operator>>(int& value) { return Restore(value); }
-  // Reads a signed value of 4 bytes, whatever the size of long.
+  // Reads a signed value of 4 bytes, independent of the size of long.
   VRELArchive& operator>>(long& value) {
     value = Take<int>();
     return *this;

@@ -24,7 +24,7 @@ class VREL_EXPORT Gk_PacketOutputStream : public VRELFilterOutputStream {
 
   // Writes `count` bytes. If they fill a packet, they go to the underlying stream directly, after the pending bytes,
   // and the result is that of the underlying stream. Otherwise they are buffered, after a flush if they do not fit, and
-  // the result is `count`, whatever happened to the flushed bytes.
+  // the result is `count`, also if the flush failed.
   // Writes nothing and returns 0 for a negative count, and for null with a count above 0.
   int write(char const* data, int count) override;
   // Buffers one byte and returns it.

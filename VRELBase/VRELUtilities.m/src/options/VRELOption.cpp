@@ -222,7 +222,7 @@ VRINResult VRELOption::Store(T const& value) {
   return currentValue.SetValue(value);
 }
 
-void VRELOption::TellMismatch(VRELValue::VRELValueType kind) const {
+void VRELOption::ReportMismatch(VRELValue::VRELValueType kind) const {
   VRELError::Printf(kMismatchFormat, VRELValue::VRELValueTypeNames[kind], VRELValue::VRELValueTypeNames[Kind()],
                     NarrowText(name).Get());
 }
@@ -236,7 +236,7 @@ VRINResult VRELOption::SetValue(VRELValue const& value) {
     return currentValue.SetValue(truth);
   }
   if (!MayHold(kind)) {
-    TellMismatch(kind);
+    ReportMismatch(kind);
     return VREL_E_ERROR;
   }
   if (!defaultValue.IsValid()) defaultValue = value;
@@ -246,19 +246,19 @@ VRINResult VRELOption::SetValue(VRELValue const& value) {
 
 VRINResult VRELOption::SetValue(VRELString const& value) {
   if (MayHold(VRELValue::StringType)) return Store(value);
-  TellMismatch(VRELValue::StringType);
+  ReportMismatch(VRELValue::StringType);
   return VREL_E_ERROR;
 }
 
 VRINResult VRELOption::SetValue(bool value) {
   if (MayHold(VRELValue::BoolType)) return Store(value);
-  TellMismatch(VRELValue::BoolType);
+  ReportMismatch(VRELValue::BoolType);
   return VREL_E_ERROR;
 }
 
 VRINResult VRELOption::SetValue(double value) {
   if (MayHold(VRELValue::DoubleType)) return Store(value);
-  TellMismatch(VRELValue::DoubleType);
+  ReportMismatch(VRELValue::DoubleType);
   return VREL_E_ERROR;
 }
 

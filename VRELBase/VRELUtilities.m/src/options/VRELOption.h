@@ -123,7 +123,7 @@ class VREL_EXPORT VRELOption {
   bool MayHold(VRELValue::VRELValueType kind) const { return !defaultValue.IsValid() || kind == Kind(); }
   template <class T>
   VRINResult Store(T const& value);
-  void TellMismatch(VRELValue::VRELValueType kind) const;
+  void ReportMismatch(VRELValue::VRELValueType kind) const;
 
   VRELValue defaultValue;
   VRELValue currentValue;

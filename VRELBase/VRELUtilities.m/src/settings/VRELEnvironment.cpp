@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <string>
 
 #include "VRELChannelLine.h"
@@ -49,15 +50,18 @@ VRELEnvironment::VRELEnvironment() = default;
 
 VRELEnvironment::~VRELEnvironment() = default;
 
+// Double-checked locking on the public pointer, which is a plain one.
 VRELEnvironment* VRELEnvironment::GetEnv() {
-  // The initialization of a local static variable is safe on several threads.
-  [[maybe_unused]] static bool const isMade = [] {
-    auto* const shared = new VRELEnvironment;
+  static std::mutex creation;
+  VRELEnvironment* shared = __atomic_load_n(&_pVariables, __ATOMIC_ACQUIRE);
+  if (shared != nullptr) return shared;
+  std::lock_guard<std::mutex> const lock(creation);
+  if (_pVariables == nullptr) {
+    shared = new VRELEnvironment;
     // A reference of its own, so that handles do not destroy the object.
     shared->RaiseReference();
-    _pVariables = shared;
-    return true;
-  }();
+    __atomic_store_n(&_pVariables, shared, __ATOMIC_RELEASE);
+  }
   return _pVariables;
 }
 
