@@ -529,7 +529,8 @@ TEST(VRELPropertiesTest, OutputTimeIsNotQuadratic) {
     }
     return best;
   };
-  EXPECT_LE(secondsFor(64000), 16 * secondsFor(8000));
+  // Quadratic time would be 64 times as long.
+  EXPECT_LE(secondsFor(64000), 32 * secondsFor(8000));
 }
 
 }  // namespace
