@@ -5,7 +5,11 @@
 
 Gk_PacketInputStream::Gk_PacketInputStream(VRELInputStream* underlying, int size)
     : VRELFilterInputStream(underlying), buffer("") {
-  buffer.ensure(size);
+  if (size > 0) {
+    buffer.ensure(size);
+  } else {
+    buffer.clear();
+  }
 }
 
 VRELInputStream* Gk_PacketInputStream::duplicate() {

@@ -4,7 +4,11 @@
 
 Gk_PacketOutputStream::Gk_PacketOutputStream(VRELOutputStream* underlying, int size)
     : VRELFilterOutputStream(underlying), buffer("") {
-  buffer.ensure(size);
+  if (size > 0) {
+    buffer.ensure(size);
+  } else {
+    buffer.clear();
+  }
 }
 
 int Gk_PacketOutputStream::write(char const* data, int count) {
