@@ -23,7 +23,7 @@ VRINResult GetUserName(VRELString& value) {
   return VREL_S_OK;
 }
 
-// `field` is one of the texts that uname fills in; it is empty where uname fails.
+// Reads one of the strings of uname; the empty string if uname fails.
 template <class Field>
 VRINResult GetSystemName(Field utsname::*field, VRELString& value) {
   utsname names{};
@@ -32,7 +32,7 @@ VRINResult GetSystemName(Field utsname::*field, VRELString& value) {
   return VREL_S_OK;
 }
 
-// "name=value", the name as it is looked up, the value as it is read. False where one of them cannot be had.
+// Forms "name=value" with both in the encodings of GetVariable. Returns false if one of them cannot be converted.
 bool FormEntry(VRELString const& name, VRELString const& value, std::string& entry) {
   VRELStringAsciiCharUtil const narrowName(name, false);
   char* narrowValue = nullptr;
@@ -96,7 +96,7 @@ VRINResult VRELEnvironment::PutVariable(VRELString const& name, VRELString& valu
   std::string entry;
   if (!FormEntry(name, value, entry)) return VREL_E_FAIL;
   VRELInfo::Printf("Environment variable: %s\n", entry.c_str());
-  // Never longer than it was.
+  // Unescaping never makes the string longer.
   entry.resize(VRELChannelLine::CopyUnescaped(entry.c_str(), entry.data(), entry.size()));
   if (entry.size() >= sizeof live) return VREL_E_FAIL;
   std::memcpy(live, entry.c_str(), entry.size() + 1);
