@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "EscapedText.h"
 #include "VRELCfgFile.h"
 
 namespace {
@@ -14,10 +15,20 @@ std::string Trimmed(std::string text) {
 
 }  // namespace
 
+std::string OptionSource::ShownWords() const {
+  std::string escaped;
+  AppendEscapingControls(escaped, Words());
+  return escaped;
+}
+
 bool SplitSetting(std::string const& text, std::string& name, std::string& value) {
   std::size_t const separator = text.find('=');
   if (separator == text.npos) return false;
   name = Trimmed(text.substr(0, separator));
   value = Trimmed(text.substr(separator + 1));
   return true;
+}
+
+bool HasEmptyToken(std::string_view name) {
+  return name.empty() || name.front() == '.' || name.back() == '.' || name.find("..") != name.npos;
 }
