@@ -2,19 +2,28 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
+#include "Diagnostics.h"
+#include "EscapedText.h"
 #include "ProgressBar.h"
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 
 namespace {
 
-std::string OneLine(std::string text) {
+constexpr char kHintMark[] = "\nhint: ";
+
+// Only a hint is on a line of its own: see Diagnostics.h.
+std::string EscapeControls(std::string text) {
   if (!text.empty() && text.back() == '\n') text.pop_back();
-  for (char& byte : text) {
-    if ((byte >= 0 && byte < ' ') || byte == 0x7F) byte = '?';
-  }
-  return text;
+  std::size_t const hint = text.find(kHintMark);
+  std::string escaped;
+  AppendEscapingControls(escaped, std::string_view(text).substr(0, hint));
+  if (hint == std::string::npos) return escaped;
+  escaped += '\n';
+  AppendEscapingControls(escaped, std::string_view(text).substr(hint + 1));
+  return escaped;
 }
 
 std::string TextOf(VRELEvent& event) {
@@ -42,5 +51,7 @@ void StandardErrorListener::HandleEvent(VRELEvent& event) {
   bool const isWarning = event.IsA("VRELWarningEvent");
   if (!isWarning && !event.IsA("VRELErrorEvent")) return;
   if (bar != nullptr) bar->Hide();
-  std::fprintf(stderr, "brivet: %s%s\n", isWarning ? "warning: " : "", OneLine(TextOf(event)).c_str());
+  std::string const text = EscapeControls(TextOf(event));
+  char const* const prefix = HasLocation(text) ? "" : isWarning ? "brivet: warning: " : "brivet: ";
+  std::fprintf(stderr, "%s%s\n", prefix, text.c_str());
 }

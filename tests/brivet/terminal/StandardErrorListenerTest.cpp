@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Diagnostics.h"
 #include "VRELAssert.h"
 #include "VRELDebug.h"
 #include "VRELErrorEvent.h"
@@ -38,9 +39,10 @@ TEST(StandardErrorListenerTest, WritesErrorsAndWarnings) {
             "brivet: first\nbrivet: warning: second\nbrivet: third\n");
 }
 
-TEST(StandardErrorListenerTest, WritesOneLineForEachEvent) {
-  EXPECT_EQ(Heard([] { VRELError::Printf("a\nb\r\x1B[2J\x7F\tc\xC3\xB6\n"); }), "brivet: a?b??[2J??c\xC3\xB6\n");
-  EXPECT_EQ(Heard([] { VRELWarning::Printf("a\n\n"); }), "brivet: warning: a?\n");
+TEST(StandardErrorListenerTest, EscapesControls) {
+  EXPECT_EQ(Heard([] { VRELError::Printf("a\nb\r\x1B[2J\x7F\tc\xC3\xB6\n"); }),
+            "brivet: a<U+000A>b<U+000D><U+001B>[2J<U+007F><U+0009>c\xC3\xB6\n");
+  EXPECT_EQ(Heard([] { VRELWarning::Printf("a\n\n"); }), "brivet: warning: a<U+000A>\n");
 }
 
 TEST(StandardErrorListenerTest, ShowsTheErrorOfAnEventWithoutAText) {
@@ -85,4 +87,15 @@ TEST(StandardErrorListenerTest, ListensFromConstructionToDestruction) {
     EXPECT_EQ(VRELEventBus::GetEventBus()->GetListenerCount(), before + 1);
   }
   EXPECT_EQ(VRELEventBus::GetEventBus()->GetListenerCount(), before);
+}
+
+TEST(StandardErrorListenerTest, LocationReplacesProgramName) {
+  EXPECT_EQ(Heard([] {
+              ReportErrorAt({"part.stp", 12, 34}, "expected ')', found ';'", "add it");
+            }),
+            "part.stp:12:34: error: expected ')', found ';'\nhint: add it\n");
+  EXPECT_EQ(Heard([] {
+              ReportWarningAt({"part.stp", 9, 0}, "a\nhint: b");
+            }),
+            "part.stp:9: warning: a<U+000A>hint: b\n");
 }
