@@ -20,9 +20,11 @@ struct Option {
   OptionId id;
 };
 
+// VRELArgs would take "-options" for a one-letter option with its argument.
+constexpr Option kOutput = {"o", "FILE", OptionId::Output};
+
 // An abbreviation means the first option that begins with it.
 constexpr Option kOptions[] = {
-    {"o", "FILE", OptionId::Output},
     {"help", nullptr, OptionId::Help},
     {"version", nullptr, OptionId::Version},
     {"options", "FILE", OptionId::Options},
@@ -51,6 +53,9 @@ class OptionTable {
 
   // Returns the option of a word, or null if it is none.
   Option const* Find(VRELArgs& args, char* word) {
+    std::string_view const text(word);
+    if (text == "-" || text == "--") return nullptr;
+    if (text == "-o" || text == "--o") return &kOutput;
     int index = -1;
     if (!args.IsAnOption(static_cast<int>(names.size()), names.data(), word, &index)) return nullptr;
     return &kOptions[static_cast<std::size_t>(index) % std::size(kOptions)];

@@ -1,7 +1,8 @@
 #include "OptionSet.h"
 
+#include <utility>
+
 #include "CatchAsResult.h"
-#include "Diagnostics.h"
 #include "EscapedText.h"
 #include "FileError.h"
 #include "OptionVocabulary.h"
@@ -13,10 +14,6 @@ constexpr std::size_t kNameLimit = 100;
 
 // A file with more unknown names is not an options file of brivet; more suggestions would not help.
 constexpr int kSuggestionLimit = 100;
-
-std::string Location(std::string const& path, std::size_t line) {
-  return line == 0 ? path : path + ":" + std::to_string(line);
-}
 
 std::string Quote(VRELString const& name) {
   VRELString const begin = name.substring(0, static_cast<int>(kNameLimit));
@@ -56,12 +53,13 @@ VRINResult OptionSet::AddFile(std::string const& path) {
   VRINResult const result = CatchAsResult(path, [&]() -> VRINResult {
     OptionsFile const file = OptionsFile::Read(path);
     for (OptionsFile::Problem const& problem : file.problems) {
-      ReportProblem(Location(path, problem.line), "error: " + problem.text);
+      ReportErrorAt({path, static_cast<long>(problem.line)}, problem.text);
     }
-    for (OptionsFile::Entry const& entry : file.entries) AddOption(entry.name, entry.value, Location(path, entry.line), "warning: ");
+    for (OptionsFile::Entry const& entry : file.entries) AddOption(entry.name, entry.value, Warning{{path, static_cast<long>(entry.line)}, "", ""});
     if (file.keysInSections != 0) {
-      warnings.push_back({Location(path, file.firstLineInSections), "warning: options below a section header are ignored: " +
-                                                                        std::to_string(file.keysInSections)});
+      warnings.push_back({{path, static_cast<long>(file.firstLineInSections)},
+                          "",
+                          "options below a section header are ignored: " + std::to_string(file.keysInSections)});
     }
     isValid = file.problems.empty();
     return VREL_S_OK;
@@ -73,35 +71,35 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
   std::string name;
   std::string value;
   if (!SplitSetting(source.text, name, value) || HasEmptyToken(name) || value.empty()) {
-    ReportProblem(source.ShownWords(), "not of the form NAME=VALUE");
+    ReportProblem(source.Words(), "not of the form NAME=VALUE");
     return VREL_E_INVALID_ARGUMENT;
   }
   return CatchAsResult(source.ShownWords(), [&] {
-    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), source.ShownWords(), "");
+    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), Warning{{}, source.Words(), ""});
     return VRINResult(VREL_S_OK);
   });
 }
 
-void OptionSet::AddOption(VRELString const& name, VRELString const& value, std::string const& origin,
-                          std::string const& severity) {
+void OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning origin) {
   if (HasEmptyToken(name.toUtf8())) {
-    warnings.push_back({origin, severity + "option name " + Quote(name) + " has an empty part between dots; it is ignored"});
+    origin.text = "option name " + Quote(name) + " has an empty part between dots; it is ignored";
+    warnings.push_back(std::move(origin));
     return;
   }
-  if (!IsKnownOption(name)) WarnOfUnknown(name, origin, severity);
+  if (!IsKnownOption(name)) WarnOfUnknown(name, std::move(origin));
   hasControls = hasControls || HasControls(name) || HasControls(value);
   entries.emplace_back(name, value);
   store.AddOptionParseValue(name, value);
 }
 
-void OptionSet::WarnOfUnknown(VRELString const& name, std::string const& origin, std::string const& severity) {
+void OptionSet::WarnOfUnknown(VRELString const& name, Warning origin) {
   ++unknownCount;
-  std::string text = severity + "unknown option " + Quote(name);
+  origin.text = "unknown option " + Quote(name);
   if (unknownCount <= kSuggestionLimit) {
     std::vector<std::string> const closest = ClosestOptions(name);
-    if (!closest.empty()) text += "; did you mean " + Alternatives(closest) + "?";
+    if (!closest.empty()) origin.text += "; did you mean " + Alternatives(closest) + "?";
   }
-  warnings.push_back({origin, text});
+  warnings.push_back(std::move(origin));
 }
 
 void OptionSet::Dump() const {
@@ -113,4 +111,14 @@ void OptionSet::Dump() const {
   VRELOptions shown;
   for (auto const& [name, value] : entries) shown.AddOptionParseValue(Escaped(name), Escaped(value));
   shown.Dump(nullptr, kFormat, nullptr);
+}
+
+void OptionSet::ReportWarnings() const {
+  for (Warning const& warning : warnings) {
+    if (warning.location.file.empty()) {
+      ReportWarning(warning.setting, warning.text);
+    } else {
+      ReportWarningAt(warning.location, warning.text);
+    }
+  }
 }

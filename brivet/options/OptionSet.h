@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "Diagnostics.h"
 #include "OptionSource.h"
 #include "VRELOptions.h"
 #include "VRINResult.h"
@@ -16,8 +17,9 @@
 class OptionSet {
  public:
   struct Warning {
-    std::string origin;  // "base.cfg:3", "-set Asembly=On"
-    std::string text;    // one line; begins with "warning: " if the origin is a line of a file
+    SourceLocation location;  // in an options file; without a file for a setting
+    std::string setting;      // "-set Asembly=On"
+    std::string text;         // one line
   };
 
   // Adds all options of a source, or none if it has an error. Errors are reported by ReportProblem, those of a file with
@@ -33,6 +35,8 @@ class OptionSet {
   VRELOptions& Store() { return store; }
   // Sends a message "NAME = VALUE" for each option in the store, as VRELOptions::Dump, with control characters escaped.
   void Dump() const;
+  // Reports the warnings about the sources, in order of addition.
+  void ReportWarnings() const;
   // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }
   std::vector<Warning> const& Warnings() const { return warnings; }
@@ -42,9 +46,8 @@ class OptionSet {
  private:
   VRINResult AddFile(std::string const& path);
   VRINResult AddSetting(OptionSource const& source);
-  void AddOption(VRELString const& name, VRELString const& value, std::string const& origin,
-                 std::string const& severity);
-  void WarnOfUnknown(VRELString const& name, std::string const& origin, std::string const& severity);
+  void AddOption(VRELString const& name, VRELString const& value, Warning origin);
+  void WarnOfUnknown(VRELString const& name, Warning origin);
 
   VRELOptions store;
   std::vector<std::pair<VRELString, VRELString>> entries;  // all names and values that were stored

@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "EscapedText.h"
 #include "VRELCfgFile.h"
 
 namespace {
@@ -14,12 +13,6 @@ std::string Trimmed(std::string text) {
 }
 
 }  // namespace
-
-std::string OptionSource::ShownWords() const {
-  std::string escaped;
-  AppendEscapingControls(escaped, Words());
-  return escaped;
-}
 
 bool SplitSetting(std::string const& text, std::string& name, std::string& value) {
   std::size_t const separator = text.find('=');

@@ -12,8 +12,6 @@ struct OptionSource {
 
   // Returns the source as on the command line: "-options base.cfg", "-set Assembly=On".
   std::string Words() const { return (kind == File ? "-options " : "-set ") + text; }
-  // Returns the same with control characters escaped.
-  std::string ShownWords() const;
 };
 
 // Splits NAME=VALUE at its first "=" and removes white space from the ends of both, as an options file does. Returns

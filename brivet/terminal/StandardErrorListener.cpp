@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "Diagnostics.h"
 #include "EscapedText.h"
 #include "ProgressBar.h"
 #include "VRELErrorEvent.h"
@@ -15,18 +16,6 @@ constexpr std::string_view kHint = "hint: ";
 
 bool StartsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
-}
-
-// Returns whether the text begins as "FILE:LINE: error: " or "FILE:LINE:COLUMN: warning: ".
-bool HasLocation(std::string_view text) {
-  std::size_t at = 0;
-  for (std::string_view const severity : {": error: ", ": warning: "}) {
-    std::size_t const found = text.find(severity);
-    if (found != text.npos && (at == 0 || found < at)) at = found;
-  }
-  if (at == 0) return false;
-  std::size_t const digits = text.find_last_not_of("0123456789", at - 1);
-  return digits != text.npos && digits + 1 < at && text[digits] == ':' && digits != 0;
 }
 
 std::string OneLine(std::string_view text) {
@@ -64,7 +53,7 @@ void StandardErrorListener::HandleEvent(VRELEvent& event) {
   if (!message.empty() && message.back() == '\n') message.remove_suffix(1);
   std::size_t const hint = message.find("\nhint: ");
   std::string lines;
-  if (!StartsWith(message, kHint) && !HasLocation(message)) lines = isWarning ? "brivet: warning: " : "brivet: ";
+  if (!StartsWith(message, kHint) && !HasLocation(text)) lines = isWarning ? "brivet: warning: " : "brivet: ";
   lines += OneLine(message.substr(0, hint));
   if (hint != message.npos) lines += OneLine(message.substr(hint + 1));
   if (bar != nullptr) bar->Hide();

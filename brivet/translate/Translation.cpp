@@ -136,9 +136,9 @@ void Translation::ReportProduct() const {
 VRINResult Translation::ReportOptions() const {
   VRELStartOptionsTaskEvent::Fire();
   VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
-    for (OptionSource const& each : options.Sources()) ReportMessage(each.ShownWords());
+    for (OptionSource const& each : options.Sources()) ReportMessage(each.Words());
     options.Dump();
-    for (OptionSet::Warning const& warning : options.Warnings()) ReportWarning(warning.origin, warning.text);
+    options.ReportWarnings();
     return VREL_S_OK;
   });
   Send<EndOptionsEvent>(result, options.Store().Size(), options.UnknownCount());

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -200,6 +201,8 @@ TEST(InputDocumentTest, ReadsStandardInputWithoutPermissionForFile) {
   int const before = dup(STDIN_FILENO);
   dup2(descriptor, STDIN_FILENO);
   RunUnprivileged([] {
+    // The file descriptors in /proc belong to root again after setuid without exec.
+    prctl(PR_SET_DUMPABLE, 1);
     InputDocument const document("-");
     EXPECT_EQ(FileText(document.Path()), "content");
     EXPECT_EQ(document.Size(), 7);

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Gk_ObservableDoc.h"
-#include "StandardErrorListener.h"
 #include "ProgressReporter.h"
+#include "StandardErrorListener.h"
 #include "VRELWarning.h"
 
 namespace {

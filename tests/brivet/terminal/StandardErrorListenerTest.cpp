@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Diagnostics.h"
 #include "VRELAssert.h"
 #include "VRELDebug.h"
 #include "VRELErrorEvent.h"
@@ -38,17 +39,16 @@ TEST(StandardErrorListenerTest, WritesErrorsAndWarnings) {
             "brivet: first\nbrivet: warning: second\nbrivet: third\n");
 }
 
-TEST(StandardErrorListenerTest, WritesLocatedMessagesWithoutProgramName) {
-  for (char const* text : {"part.stp:12: error: expected ';'", "part.stp:12:34: warning: odd", "a: error: b:1: error: c",
-                           "C:1: error: x"}) {
-    SCOPED_TRACE(text);
-    bool const isLocated = text[0] != 'a';
-    EXPECT_EQ(Output([text] { VRELError::Printf("%s", text); }),
-              (isLocated ? "" : std::string("brivet: ")) + text + "\n");
-  }
-  for (char const* text : {":1: error: x", "12: error: x", "part.stp: error: x", "part.stp:12: note", " : error: "}) {
-    EXPECT_EQ(Output([text] { VRELWarning::Printf("%s", text); }), std::string("brivet: warning: ") + text + "\n");
-  }
+TEST(StandardErrorListenerTest, LocationReplacesProgramName) {
+  EXPECT_EQ(Output([] {
+              ReportErrorAt({"part.stp", 12, 34}, "expected ')', found ';'", "add it");
+            }),
+            "part.stp:12:34: error: expected ')', found ';'\nhint: add it\n");
+  EXPECT_EQ(Output([] {
+              ReportWarningAt({"part.stp", 9, 0}, "a\nhint: b");
+            }),
+            "part.stp:9: warning: a<U+000A>hint: b\n");
+  EXPECT_EQ(Output([] { ReportWarning("part.stp", "odd"); }), "brivet: warning: part.stp: odd\n");
 }
 
 TEST(StandardErrorListenerTest, WritesHintsOnLinesOfTheirOwn) {
