@@ -25,14 +25,10 @@ constexpr Option kOutput = {"o", "FILE", OptionId::Output};
 
 // An abbreviation means the first option that begins with it.
 constexpr Option kOptions[] = {
-    {"help", nullptr, OptionId::Help},
-    {"version", nullptr, OptionId::Version},
-    {"options", "FILE", OptionId::Options},
-    {"set", "NAME=VALUE", OptionId::Set},
-    {"write", "FORMAT", OptionId::Write},
-    {"progress", nullptr, OptionId::Progress},
-    {"quiet", nullptr, OptionId::Quiet},
-    {"list", nullptr, OptionId::List},
+    {"help", nullptr, OptionId::Help},      {"version", nullptr, OptionId::Version},
+    {"options", "FILE", OptionId::Options}, {"set", "NAME=VALUE", OptionId::Set},
+    {"write", "FORMAT", OptionId::Write},   {"progress", nullptr, OptionId::Progress},
+    {"quiet", nullptr, OptionId::Quiet},    {"list", nullptr, OptionId::List},
     {"nosync", nullptr, OptionId::NoSync},
 };
 

@@ -7,18 +7,18 @@
 
 #include "InputFile.h"
 
-// A regular file is used as it is. Other input is first copied into an unnamed temporary file, which disappears with the
-// object: a pipe, a device, a standard input that is not at its beginning or that this user may not open again. The
+// A regular file is used as it is. Other input is first copied into an unnamed temporary file, which disappears with
+// the object: a pipe, a device, a standard input that is not at its beginning or that this user may not open again. The
 // temporary file is in the folder that TMPDIR names, by default in /tmp. "-" and "/dev/stdin" are standard input.
 //
-// Errors: FileError with VREL_E_FILE_NOT_FOUND or VREL_E_FILE_OPEN if the input cannot be read, with VREL_E_FILE_SAVE if
-// the copy cannot be written; VRELAbortException if an abort is requested while the constructor waits for bytes.
+// Errors: FileError with VREL_E_FILE_NOT_FOUND or VREL_E_FILE_OPEN if the input cannot be read, with VREL_E_FILE_SAVE
+// if the copy cannot be written; VRELAbortException if an abort is requested while the constructor waits for bytes.
 class InputDocument {
  public:
   explicit InputDocument(std::string const& path);
 
-  // Returns a path that opens the bytes, from the first one on, any number of times while the object exists. It contains
-  // nothing of the document's name, so that a name in any encoding will do.
+  // Returns a path that opens the bytes, from the first one on, any number of times while the object exists. It
+  // contains nothing of the document's name, so that a name in any encoding will do.
   std::string const& Path() const { return readable; }
   long Size() const { return size; }
   // Returns the status of the named file at the time when it was opened.

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cinttypes>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -44,12 +45,10 @@ std::string ResolveLinks(std::string const& path) {
   Refuse(path, std::strerror(ELOOP));
 }
 
-// A name that nobody can predict, so that nobody can create the file first.
+// Returns a name that nobody can predict, so that nobody can create the file first; empty, with errno, on failure.
 std::string RandomName(std::string const& folder) {
   std::uint64_t number = 0;
-  if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) {
-    throw std::system_error(errno, std::generic_category(), "getrandom");
-  }
+  if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) return "";
   char name[32];
   std::snprintf(name, sizeof name, ".brivet-%016" PRIx64, number);
   return folder + name;
@@ -117,6 +116,7 @@ void OutputFile::CreateTemporary() {
   mode_t const mode = isReplacement ? 0600 : 0666;
   for (int i = 0; i < kNameAttempts; ++i) {
     temporary = RandomName(folder);
+    if (temporary.empty()) break;
     descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor >= 0) return;
     if (errno != EEXIST) break;
@@ -184,6 +184,7 @@ void OutputFile::Synchronize() {
 void OutputFile::LinkTemporary() {
   for (int i = 0; i < kNameAttempts; ++i) {
     std::string name = RandomName(folder);
+    if (name.empty()) break;
     if (linkat(AT_FDCWD, DescriptorPath(descriptor).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
       temporary = std::move(name);
       return;

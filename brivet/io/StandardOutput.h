@@ -11,6 +11,6 @@
 // is requested while it waits.
 VRINResult PrintText(std::string const& text);
 
-// Opens /dev/null for each standard stream that is closed, so that no file that is opened later takes its descriptor and
-// receives the program's messages. Writing to such a stream still fails. Call it first.
+// Opens /dev/null for each standard stream that is closed, so that no file that is opened later takes its descriptor
+// and receives the program's messages. Writing to such a stream still fails. Call it first.
 void ReserveStandardStreams();

@@ -1,7 +1,5 @@
 #include "OptionSet.h"
 
-#include <utility>
-
 #include "CatchAsResult.h"
 #include "EscapedText.h"
 #include "FileError.h"
@@ -55,11 +53,15 @@ VRINResult OptionSet::AddFile(std::string const& path) {
     for (OptionsFile::Problem const& problem : file.problems) {
       ReportErrorAt({path, static_cast<long>(problem.line)}, problem.text);
     }
-    for (OptionsFile::Entry const& entry : file.entries) AddOption(entry.name, entry.value, Warning{{path, static_cast<long>(entry.line)}, "", ""});
+    Warning origin;
+    origin.location.file = path;
+    for (OptionsFile::Entry const& entry : file.entries) {
+      origin.location.line = static_cast<long>(entry.line);
+      AddOption(entry.name, entry.value, origin);
+    }
     if (file.keysInSections != 0) {
-      warnings.push_back({{path, static_cast<long>(file.firstLineInSections)},
-                          "",
-                          "options below a section header are ignored: " + std::to_string(file.keysInSections)});
+      origin.location.line = static_cast<long>(file.firstLineInSections);
+      Warn(origin, "options below a section header are ignored: " + std::to_string(file.keysInSections));
     }
     isValid = file.problems.empty();
     return VREL_S_OK;
@@ -74,32 +76,38 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
     ReportProblem(source.Words(), "not of the form NAME=VALUE");
     return VREL_E_INVALID_ARGUMENT;
   }
-  return CatchAsResult(source.ShownWords(), [&] {
-    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), Warning{{}, source.Words(), ""});
+  return CatchAsResult(source.Words(), [&] {
+    Warning origin;
+    origin.setting = source.Words();
+    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
     return VRINResult(VREL_S_OK);
   });
 }
 
-void OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning origin) {
+void OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning const& origin) {
   if (HasEmptyToken(name.toUtf8())) {
-    origin.text = "option name " + Quote(name) + " has an empty part between dots; it is ignored";
-    warnings.push_back(std::move(origin));
+    Warn(origin, "option name " + Quote(name) + " has an empty part between dots; it is ignored");
     return;
   }
-  if (!IsKnownOption(name)) WarnOfUnknown(name, std::move(origin));
+  if (!IsKnownOption(name)) WarnOfUnknown(name, origin);
   hasControls = hasControls || HasControls(name) || HasControls(value);
   entries.emplace_back(name, value);
   store.AddOptionParseValue(name, value);
 }
 
-void OptionSet::WarnOfUnknown(VRELString const& name, Warning origin) {
+void OptionSet::WarnOfUnknown(VRELString const& name, Warning const& origin) {
   ++unknownCount;
-  origin.text = "unknown option " + Quote(name);
+  std::string text = "unknown option " + Quote(name);
   if (unknownCount <= kSuggestionLimit) {
     std::vector<std::string> const closest = ClosestOptions(name);
-    if (!closest.empty()) origin.text += "; did you mean " + Alternatives(closest) + "?";
+    if (!closest.empty()) text += "; did you mean " + Alternatives(closest) + "?";
   }
-  warnings.push_back(std::move(origin));
+  Warn(origin, text);
+}
+
+void OptionSet::Warn(Warning const& origin, std::string const& text) {
+  warnings.push_back(origin);
+  warnings.back().text = text;
 }
 
 void OptionSet::Dump() const {

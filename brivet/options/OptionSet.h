@@ -22,13 +22,13 @@ class OptionSet {
     std::string text;         // one line
   };
 
-  // Adds all options of a source, or none if it has an error. Errors are reported by ReportProblem, those of a file with
-  // their lines.
+  // Adds all options of a source, or none if it has an error. Errors are reported by ReportProblem, those of a file
+  // with their lines.
   //
-  // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with a
-  // warning that suggests the closest known ones.
-  // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
-  // setting without "=", without a value or with an empty token in its name.
+  // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
+  // a warning that suggests the closest known ones. Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file
+  // with syntax errors; VREL_E_INVALID_ARGUMENT for a setting without "=", without a value or with an empty token in
+  // its name.
   VRINResult Add(OptionSource const& source);
 
   VRELOptions const& Store() const { return store; }
@@ -46,8 +46,10 @@ class OptionSet {
  private:
   VRINResult AddFile(std::string const& path);
   VRINResult AddSetting(OptionSource const& source);
-  void AddOption(VRELString const& name, VRELString const& value, Warning origin);
-  void WarnOfUnknown(VRELString const& name, Warning origin);
+  void AddOption(VRELString const& name, VRELString const& value, Warning const& origin);
+  void WarnOfUnknown(VRELString const& name, Warning const& origin);
+
+  void Warn(Warning const& origin, std::string const& text);
 
   VRELOptions store;
   std::vector<std::pair<VRELString, VRELString>> entries;  // all names and values that were stored

@@ -18,6 +18,6 @@ struct OptionSource {
 // false and leaves both unchanged if there is no "=". Either may be empty.
 bool SplitSetting(std::string const& text, std::string& name, std::string& value);
 
-// Returns whether a dotted name is empty or has an empty token: ".a", "a..b", "a.". The option store refuses such a name
-// and then misses options in its enumerations, so that it must not be stored.
+// Returns whether a dotted name is empty or has an empty token: ".a", "a..b", "a.". The option store refuses such a
+// name and then misses options in its enumerations, so that it must not be stored.
 bool HasEmptyToken(std::string_view name);

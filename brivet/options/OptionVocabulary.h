@@ -13,6 +13,6 @@
 //   ConvertAttributes   Step.ConvertAttributes   *.*.Reader.ConvertAttributes
 bool IsKnownOption(VRELString const& name);
 
-// Returns up to three known names in UTF-8, the closest first, whose Levenshtein distance from `name` is at most a third
-// of its length. Case is ignored. Takes well below a millisecond for the thousand known names.
+// Returns up to three known names in UTF-8, the closest first, whose Levenshtein distance from `name` is at most a
+// third of its length. Case is ignored. Takes well below a millisecond for the thousand known names.
 std::vector<std::string> ClosestOptions(VRELString const& name);

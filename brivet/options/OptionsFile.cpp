@@ -75,8 +75,7 @@ std::size_t PieceOf(char const* message) {
 std::vector<OptionsFile::Problem> ProblemsOf(VRELCfgFile& settings, LineScanner const& lines) {
   std::vector<OptionsFile::Problem> problems;
   for (std::size_t const line : lines.overlong) {
-    problems.push_back(
-        {line, "line is longer than " + std::to_string(OptionsFile::kLineLimit) + " bytes"});
+    problems.push_back({line, "line is longer than " + std::to_string(OptionsFile::kLineLimit) + " bytes"});
   }
   for (int i = 0; i < settings.GetErrorCount(); ++i) {
     std::size_t const piece = PieceOf(settings.GetErrorMessage(i));

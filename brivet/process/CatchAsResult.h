@@ -22,6 +22,6 @@
 // Errors: std::bad_alloc or VRELAllocException if there is too little memory even for the message.
 VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()> const& work);
 
-// Throws std::bad_alloc if a string of the library has lost its content for want of memory: output made from strings may
-// be incomplete.
+// Throws std::bad_alloc if a string of the library has lost its content for want of memory: output made from strings
+// may be incomplete.
 void CheckMemory();

@@ -7,13 +7,13 @@
 #include "Formats.h"
 
 struct Job {
-  std::string input;               // "-" is standard input
-  std::string output;              // "-" is standard output; unused for a listing
-  Format const* target = nullptr;  // what to write; null for a listing
+  std::string input;                          // "-" is standard input
+  std::string output;                         // "-" is standard output; unused for a listing
+  Format const* target = nullptr;             // what to write; null for a listing
   std::string readLog = "brivet_read.log";    // path of the log of the run; empty for none
   std::string writeLog = "brivet_write.log";  // path of the log of its writing phase; empty for none
-  bool isQuiet = false;            // prints neither the listing nor the summary line
-  bool isSynchronized = true;      // the output is synchronized with the disk
+  bool isQuiet = false;                       // prints neither the listing nor the summary line
+  bool isSynchronized = true;                 // the output is synchronized with the disk
 
   // Return the names for messages and logs, with control characters escaped.
   std::string ShownInput() const { return input == "-" ? "standard input" : Escaped(input); }

@@ -10,9 +10,9 @@
 // Writes all events to a log file, line by line, while the object exists. An existing log is overwritten. The level is
 // that of the environment, as for VRELLogFileWrapper.
 //
-// The log is left out, with one warning, if it cannot be written, if it is a file that the run reads or writes or that a
-// standard stream is connected to, or if its name is anything but a regular file of this user with one link: a symbolic
-// or hard link that somebody has put there must not redirect the log to another file.
+// The log is left out, with one warning, if it cannot be written, if it is a file that the run reads or writes or that
+// a standard stream is connected to, or if its name is anything but a regular file of this user with one link: a
+// symbolic or hard link that somebody has put there must not redirect the log to another file.
 class RunLog {
  public:
   // `filesOfRun` are the files that the run reads and writes. They need not exist.
@@ -20,8 +20,8 @@ class RunLog {
 
   bool IsWriting() const { return log.has_value(); }
 
-  // Removes the log of an earlier run, so that it is not taken for one of this run. Leaves anything that the constructor
-  // would not overwrite.
+  // Removes the log of an earlier run, so that it is not taken for one of this run. Leaves anything that the
+  // constructor would not overwrite.
   static void RemoveOld(std::string const& path, std::vector<std::string> const& filesOfRun);
 
  private:

@@ -259,8 +259,7 @@ TEST_F(BrivetTest, ReportsUnwritableStandardOutput) {
   for (char const* command :
        {"\"$b\" -list washer.stp >/dev/full", "\"$b\" --help >/dev/full", "\"$b\" --version >/dev/full"}) {
     SCOPED_TRACE(command);
-    ExpectRefused(Shell(command), 15,
-                  "cannot write to standard output: No space left on device");
+    ExpectRefused(Shell(command), 15, "cannot write to standard output: No space left on device");
   }
   ExpectRefused(Shell("\"$b\" -list washer.stp >&-"), 15, "cannot write to standard output: Bad file descriptor");
   // No file of the run gets the descriptor of a closed stream.
@@ -307,8 +306,9 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
       {{}, "missing INPUT"},
       {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'"},
       {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write\nhint: the formats are html, text, step"},
-      {{"-set", "a=", "a.stp"}, "invalid argument 'a=' for -set: no value after '='\n"
-                                "hint: write \"\" for an empty string"},
+      {{"-set", "a=", "a.stp"},
+       "invalid argument 'a=' for -set: no value after '='\n"
+       "hint: write \"\" for an empty string"},
       {{"--nothing"}, "unknown option '--nothing'" + hint},
       {{"part.stp", "-100%%\n"}, "unknown option '-100%%<U+000A>'" + hint}};
   for (Row const& row : rows) {
@@ -339,8 +339,7 @@ TEST_F(BrivetTest, WritesLog) {
 
 TEST_F(BrivetTest, LogsFailure) {
   Write("brivet_read.log", "the log of another run, which was longer" + std::string(10000, 'x'));
-  ExpectRefused(Brivet({"-list", "missing.stp"}), 13,
-                "cannot open 'missing.stp': No such file or directory");
+  ExpectRefused(Brivet({"-list", "missing.stp"}), 13, "cannot open 'missing.stp': No such file or directory");
   EXPECT_EQ(Log(),
             "Product              : STEP reader\n"
             "Application          : brivet VERSION\n"
@@ -361,9 +360,8 @@ TEST_F(BrivetTest, LogsFailure) {
   EXPECT_THAT(Log(), HasSubstr("\nError : part.stp: no instance could be read\n"
                                "--------------------------------------------------------------------------------\n"
                                "Entity Reading Result : Invalid file\n"));
-  ExpectRefused(
-      Shell("\"$b\" ../nothing/../brivet.stp >/dev/full; exit $?"), 13,
-      "cannot open '../nothing/../brivet.stp': No such file or directory");
+  ExpectRefused(Shell("\"$b\" ../nothing/../brivet.stp >/dev/full; exit $?"), 13,
+                "cannot open '../nothing/../brivet.stp': No such file or directory");
 }
 
 TEST_F(BrivetTest, LogLevelIsThatOfEnvironment) {
@@ -371,9 +369,7 @@ TEST_F(BrivetTest, LogLevelIsThatOfEnvironment) {
   EXPECT_EQ(Shell("VRELLogLevel=NONE \"$b\" -list -set Healig=1 washer.stp").exitStatus, 0);
   EXPECT_EQ(Log(), "");
   EXPECT_EQ(Shell("VRELLogLevel=ERROR \"$b\" -set Healig=1 missing.stp").exitStatus, 13);
-  EXPECT_EQ(
-      Log(),
-      "Error : cannot open 'missing.stp': No such file or directory\n");
+  EXPECT_EQ(Log(), "Error : cannot open 'missing.stp': No such file or directory\n");
 }
 
 TEST_F(BrivetTest, LogsUnwritableStandardOutput) {
@@ -396,7 +392,8 @@ TEST_F(BrivetTest, ContinuesWithoutLog) {
   EXPECT_EQ(full.errors, warning + "it is a symbolic link\n");
   ChildResult const missing = Brivet({"-list", "missing.stp"});
   EXPECT_EQ(missing.exitStatus, 13);
-  EXPECT_EQ(missing.errors, warning + "it is a symbolic link\n" + "brivet: cannot open 'missing.stp': No such file or directory\n");
+  EXPECT_EQ(missing.errors,
+            warning + "it is a symbolic link\n" + "brivet: cannot open 'missing.stp': No such file or directory\n");
   Shell("rm brivet_read.log; chmod 555 .");
   RunUnprivileged([&] {
     ChildResult const closed = Brivet({"-list", "washer.stp"});
@@ -422,7 +419,8 @@ TEST_F(BrivetTest, LogDoesNotOverwriteInput) {
   EXPECT_EQ(folder.Read("brivet_read.log"), kWasherListing);
   Shell("\"$b\" -list missing.stp 2>brivet_read.log");
   EXPECT_THAT(folder.Read("brivet_read.log"),
-              testing::MatchesRegex("brivet: warning: cannot write the log [^\n]*\nbrivet: cannot open 'missing.stp': [^\n]*\n"));
+              testing::MatchesRegex(
+                  "brivet: warning: cannot write the log [^\n]*\nbrivet: cannot open 'missing.stp': [^\n]*\n"));
 }
 
 // Reports all errors before anything is read or written.
@@ -441,8 +439,7 @@ TEST_F(BrivetTest, RefusesInvalidOptionsFiles) {
       {"Healing=On\n[Step\n", "base.cfg:2" + message + "2:[Step *** \"[section name]' expected.\n"},
       {"Healing=On\n\n a%sb%% \n[\n\x1B=\n", "base.cfg:3" + message + "3:a%sb%% *** \"key=value\" expected\n" +
                                                  "base.cfg:4" + message + "4:[ *** \"[section name]' expected.\n" +
-                                                 "base.cfg:5" + message +
-                                                 "5:<U+001B>= *** \"key=value\" expected\n"},
+                                                 "base.cfg:5" + message + "5:<U+001B>= *** \"key=value\" expected\n"},
       {"Healing=" + std::string(1020, 'x'), "base.cfg:1: error: line is longer than 1023 bytes\nbase.cfg:1" + message +
                                                 "2:xxxxx *** \"key=value\" expected\n"},
   };

@@ -211,8 +211,7 @@ TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
   };
   Row const rows[] = {
       {{"washer.stp", "."}, "'.': Is a directory"},
-      {{"washer.stp", "missing/a.html"},
-       "'missing/a.html': No such file or directory"},
+      {{"washer.stp", "missing/a.html"}, "'missing/a.html': No such file or directory"},
       {{"washer.stp", "washer.stp"}, "'washer.stp': it is the input file"},
       {{"washer.stp", "-write", "step"}, "'washer.stp': it is the input file"},
       {{"washer.stp", "./washer.stp"}, "'./washer.stp': it is the input file"},
@@ -228,8 +227,7 @@ TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   RunUnprivileged([this] {
     unlink(folder.Path("brivet_read.log").c_str());
-    ExpectRefused(Brivet({"washer.stp", "closed/a.html"}), 15,
-                  "cannot write 'closed/a.html': Permission denied");
+    ExpectRefused(Brivet({"washer.stp", "closed/a.html"}), 15, "cannot write 'closed/a.html': Permission denied");
   });
 }
 
@@ -243,16 +241,14 @@ TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
   EXPECT_EQ(folder.Read("washer.html"), "old");
   // As on a full disk: the limit for a file is 1,024 bytes.
   ChildResult const full = Shell("ulimit -f 1; VRELLogLevel=NONE \"$b\" washer.stp");
-  ExpectRefused(full, 15,
-                "cannot write 'washer.html': File too large");
+  ExpectRefused(full, 15, "cannot write 'washer.html': File too large");
   EXPECT_EQ(folder.Read("washer.html"), "old");
   EXPECT_EQ(Files(), (Names{"brivet_read.log", "brivet_write.log", "broken.stp", "washer.html", "washer.stp"}));
 }
 
 TEST_F(BrivetTranslateTest, WritesToDevices) {
   ExpectTranslated(Brivet({"washer.stp", "/dev/null"}), "/dev/null: 3 instances of 3 types from washer.stp");
-  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15,
-                "cannot write '/dev/full': No space left on device");
+  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("Output File \"/dev/full\" Writing has Failed with code16777231\n"));
   EXPECT_EQ(Shell("mkfifo p; cat p >copy & \"$b\" washer.stp p -w text; wait; test -p p").exitStatus, 0);
   EXPECT_EQ(folder.Read("copy"), kWasherText);
@@ -262,8 +258,7 @@ TEST_F(BrivetTranslateTest, LogDoesNotOverwriteOutput) {
   ChildResult const result = Brivet({"washer.stp", "brivet_write.log", "-w", "text"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(folder.Read("brivet_write.log"), kWasherText);
-  EXPECT_EQ(result.errors,
-            "brivet: warning: cannot write the log 'brivet_write.log': it is a file of this run\n");
+  EXPECT_EQ(result.errors, "brivet: warning: cannot write the log 'brivet_write.log': it is a file of this run\n");
   ChildResult const other = Brivet({"washer.stp", "brivet_read.log", "-w", "text"});
   EXPECT_EQ(other.exitStatus, 0);
   EXPECT_EQ(folder.Read("brivet_read.log"), kWasherText);
@@ -358,8 +353,9 @@ TEST_F(BrivetTranslateTest, ControlCharactersCannotForgeOutput) {
   ChildResult const result = Brivet({name, "-set", "Healig=x\nError : forged\x07"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, shown + ".html: 3 instances of 3 types from " + shown + ".stp\n");
-  EXPECT_EQ(result.errors, "brivet: warning: -set Healig=x<U+000A>Error : forged<U+0007>: unknown option 'Healig'; did "
-                           "you mean 'Healing'?\n");
+  EXPECT_EQ(result.errors,
+            "brivet: warning: -set Healig=x<U+000A>Error : forged<U+0007>: unknown option 'Healig'; did "
+            "you mean 'Healing'?\n");
   for (char const* log : {"brivet_read.log", "brivet_write.log"}) {
     EXPECT_THAT(folder.Read(log), Not(HasSubstr("\nError : forged"))) << log;
     EXPECT_THAT(folder.Read(log), Not(HasSubstr("\x1B"))) << log;

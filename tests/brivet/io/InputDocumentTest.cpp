@@ -12,8 +12,8 @@
 #include <thread>
 
 #include "ChildProcess.h"
-#include "Gk_ErrMgr.h"
 #include "FileError.h"
+#include "Gk_ErrMgr.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
 #include "UnprivilegedProcess.h"

@@ -14,8 +14,8 @@
 #include <thread>
 
 #include "ChildProcess.h"
-#include "Gk_ErrMgr.h"
 #include "FileError.h"
+#include "Gk_ErrMgr.h"
 #include "ScratchDirectory.h"
 #include "UnprivilegedProcess.h"
 #include "VRELAbortException.h"
@@ -131,16 +131,20 @@ TEST_F(OutputFileTest, FollowsSymbolicLinks) {
   EXPECT_EQ(folder.Read("there/page.html"), "twice.html");
   EXPECT_EQ(folder.Read("there/new.html"), "dangling.html");
   ASSERT_EQ(symlink("loop.html", folder.Path("loop.html").c_str()), 0);
-  EXPECT_EQ(Refusal(folder.Path("loop.html")), RefusalText(folder.Path("loop.html"), "Too many levels of symbolic links"));
+  EXPECT_EQ(Refusal(folder.Path("loop.html")),
+            RefusalText(folder.Path("loop.html"), "Too many levels of symbolic links"));
 }
 
 TEST_F(OutputFileTest, ReportsUnwritablePaths) {
   folder.Write("there/file", "");
   EXPECT_EQ(Refusal(folder.Path()), RefusalText(folder.Path(), "Is a directory"));
   EXPECT_EQ(Refusal(folder.Path("new/")), RefusalText(folder.Path("new/"), "Is a directory"));
-  EXPECT_EQ(Refusal(folder.Path("missing/page.html")), RefusalText(folder.Path("missing/page.html"), "No such file or directory"));
-  EXPECT_EQ(Refusal(folder.Path("there/file/page.html")), RefusalText(folder.Path("there/file/page.html"), "Not a directory"));
-  EXPECT_EQ(Refusal(folder.Path(std::string(300, 'a'))), RefusalText(folder.Path(std::string(300, 'a')), "File name too long"));
+  EXPECT_EQ(Refusal(folder.Path("missing/page.html")),
+            RefusalText(folder.Path("missing/page.html"), "No such file or directory"));
+  EXPECT_EQ(Refusal(folder.Path("there/file/page.html")),
+            RefusalText(folder.Path("there/file/page.html"), "Not a directory"));
+  EXPECT_EQ(Refusal(folder.Path(std::string(300, 'a'))),
+            RefusalText(folder.Path(std::string(300, 'a')), "File name too long"));
   EXPECT_EQ(Refusal(""), RefusalText("", "No such file or directory"));
   folder.Write("closed/page.html", "");
   ASSERT_EQ(chmod(folder.Path("closed").c_str(), 0555), 0);
@@ -148,8 +152,10 @@ TEST_F(OutputFileTest, ReportsUnwritablePaths) {
   ASSERT_EQ(chmod(folder.Path("there").c_str(), 0777), 0);
   ASSERT_EQ(chmod(folder.Path("there/page.html").c_str(), 0444), 0);
   RunUnprivileged([this] {
-    EXPECT_EQ(Refusal(folder.Path("closed/new.html")), RefusalText(folder.Path("closed/new.html"), "Permission denied"));
-    EXPECT_EQ(Refusal(folder.Path("there/page.html")), RefusalText(folder.Path("there/page.html"), "Permission denied"));
+    EXPECT_EQ(Refusal(folder.Path("closed/new.html")),
+              RefusalText(folder.Path("closed/new.html"), "Permission denied"));
+    EXPECT_EQ(Refusal(folder.Path("there/page.html")),
+              RefusalText(folder.Path("there/page.html"), "Permission denied"));
   });
 }
 

@@ -144,9 +144,9 @@ TEST_F(OptionSetTest, SkipsNamesWithEmptyToken) {
   EXPECT_EQ(Read("A..SewTolerance=1\nSewTolerance=2\n.=3\nHealing.=4\n"), VREL_S_OK);
   std::string const path = folder.Path("base.cfg");
   std::string const end = " has an empty part between dots; it is ignored";
-  EXPECT_EQ(Warnings(), (Texts{path + ":1: warning: option name 'A..SewTolerance'" + end,
-                               path + ":3: warning: option name '.'" + end,
-                               path + ":4: warning: option name 'Healing.'" + end}));
+  EXPECT_EQ(Warnings(),
+            (Texts{path + ":1: warning: option name 'A..SewTolerance'" + end,
+                   path + ":3: warning: option name '.'" + end, path + ":4: warning: option name 'Healing.'" + end}));
   EXPECT_EQ(options.Store().Size(), 1);
   VRELOption* option = nullptr;
   options.Store().InitEnumeration();
@@ -157,8 +157,7 @@ TEST_F(OptionSetTest, SkipsNamesWithEmptyToken) {
 
 TEST_F(OptionSetTest, WarnsAboutKeysInSections) {
   EXPECT_EQ(Read("Healing=On\n[Step]\n\nSewTolerance=1\nAuthorName=x\n"), VREL_S_OK);
-  EXPECT_EQ(Warnings(), Texts{folder.Path("base.cfg") +
-                              ":4: warning: options below a section header are ignored: 2"});
+  EXPECT_EQ(Warnings(), Texts{folder.Path("base.cfg") + ":4: warning: options below a section header are ignored: 2"});
   EXPECT_EQ(ValueOf(L"SewTolerance"), "(none)");
 }
 
@@ -174,9 +173,8 @@ TEST_F(OptionSetTest, AddsNothingOfInvalidFile) {
 TEST_F(OptionSetTest, ReportsUnreadableFile) {
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path("missing")}), VREL_E_FILE_NOT_FOUND);
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path()}), VREL_E_FILE_OPEN);
-  EXPECT_EQ(listener.Texts(),
-            (Texts{"cannot open '" + folder.Path("missing") + "': No such file or directory",
-                   "cannot read '" + folder.Path() + "': Is a directory"}));
+  EXPECT_EQ(listener.Texts(), (Texts{"cannot open '" + folder.Path("missing") + "': No such file or directory",
+                                     "cannot read '" + folder.Path() + "': Is a directory"}));
   EXPECT_TRUE(options.Sources().empty());
 }
 

@@ -37,10 +37,10 @@ class CatchAsResultTest : public testing::Test {
 TEST_F(CatchAsResultTest, ReturnsResultOfWork) {
   int runs = 0;
   EXPECT_EQ(CatchAsResult("part.stp",
-                       [&runs]() -> VRINResult {
-                         ++runs;
-                         return VREL_S_OK;
-                       }),
+                          [&runs]() -> VRINResult {
+                            ++runs;
+                            return VREL_S_OK;
+                          }),
             VREL_S_OK);
   EXPECT_EQ(runs, 1);
   EXPECT_TRUE(listener.events.empty());
@@ -62,16 +62,12 @@ TEST_F(CatchAsResultTest, ReportsExceptions) {
          throw InputError{VREL_E_FILE_OPEN, 0, "expected a"};
        },
        VREL_E_FILE_OPEN, 14, "part.stp: expected a"},
-      {[]() -> VRINResult { throw VRELAbortException(); }, VREL_E_ABORTED, 3,
-       "interrupted"},
-      {[]() -> VRINResult { throw std::bad_alloc(); }, VREL_E_UNEXPECTED, 7,
-       "out of memory"},
+      {[]() -> VRINResult { throw VRELAbortException(); }, VREL_E_ABORTED, 3, "interrupted"},
+      {[]() -> VRINResult { throw std::bad_alloc(); }, VREL_E_UNEXPECTED, 7, "out of memory"},
       {[]() -> VRINResult { throw std::length_error("a length"); }, VREL_E_UNEXPECTED, 7,
        "part.stp: internal error: a length"},
-      {[]() -> VRINResult { throw 12; }, VREL_E_UNEXPECTED, 7,
-       "part.stp: internal error: unknown exception"},
-      {[]() -> VRINResult { throw VRELAllocException(); }, VREL_E_UNEXPECTED, 7,
-       "out of memory"},
+      {[]() -> VRINResult { throw 12; }, VREL_E_UNEXPECTED, 7, "part.stp: internal error: unknown exception"},
+      {[]() -> VRINResult { throw VRELAllocException(); }, VREL_E_UNEXPECTED, 7, "out of memory"},
       {[]() -> VRINResult { Gk_ErrMgr::raise(Gk_Exception("CANNOT_OPEN_FILE", nullptr)); }, VREL_E_FAIL, 1,
        "CANNOT_OPEN_FILE"},
       {[]() -> VRINResult {
@@ -105,23 +101,24 @@ TEST_F(CatchAsResultTest, HintFollowsMessage) {
 
 TEST_F(CatchAsResultTest, WarningIsNoFailure) {
   EXPECT_EQ(CatchAsResult("part.stp",
-                       []() -> VRINResult {
-                         VRELWarning::Printf("odd");
-                         return VREL_S_PARTIAL;
-                       }),
+                          []() -> VRINResult {
+                            VRELWarning::Printf("odd");
+                            return VREL_S_PARTIAL;
+                          }),
             VREL_S_PARTIAL);
 }
 
 TEST_F(CatchAsResultTest, KeepsFailureOfWork) {
   EXPECT_EQ(CatchAsResult("part.stp",
-                       []() -> VRINResult {
-                         VRELError::Printf("it broke");
-                         return VREL_E_INVALID_FILE;
-                       }),
+                          []() -> VRINResult {
+                            VRELError::Printf("it broke");
+                            return VREL_E_INVALID_FILE;
+                          }),
             VREL_E_INVALID_FILE);
 }
 
 TEST_F(CatchAsResultTest, ReadFailureIsOpenFailure) {
-  EXPECT_EQ(CatchAsResult("part.stp", []() -> VRINResult { throw ReadFailure{"expected a, found b"}; }), VREL_E_FILE_OPEN);
+  EXPECT_EQ(CatchAsResult("part.stp", []() -> VRINResult { throw ReadFailure{"expected a, found b"}; }),
+            VREL_E_FILE_OPEN);
   EXPECT_EQ(listener.Texts(), Texts{"part.stp: expected a, found b"});
 }

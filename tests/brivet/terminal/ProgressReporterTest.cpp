@@ -65,7 +65,8 @@ TEST(ProgressReporterTest, ReportsEachStepOnce) {
   progress.Begin("reading", 1000);
   for (long const units : {0L, 9L, 10L, 19L, 500L, 499L, 999L, 1000L, 2000L}) progress.Done(units);
   progress.End();
-  EXPECT_EQ(observer.calls, (Texts{"reading", "max 100", "done 0", "done 1", "done 50", "done 99", "done 100", "over"}));
+  EXPECT_EQ(observer.calls,
+            (Texts{"reading", "max 100", "done 0", "done 1", "done 50", "done 99", "done 100", "over"}));
   EXPECT_EQ(events.values, (std::vector<double>{0.0, 0.01, 0.5, 0.99, 1.0}));
 }
 

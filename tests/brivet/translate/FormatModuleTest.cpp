@@ -45,6 +45,7 @@ TEST(FormatModuleTest, ReportsMissingEntryPoint) {
   EXPECT_EQ(module.Open(request), VREL_E_NOT_SUPPORTED);
   EXPECT_EQ(request.document, nullptr);
   ASSERT_FALSE(listener.events.empty());
-  EXPECT_THAT(listener.Texts(), testing::Contains(testing::MatchesRegex(
-                                    "cannot load the module for reading HTML: .*undefined symbol: BrivetOpenDocument")));
+  EXPECT_THAT(listener.Texts(),
+              testing::Contains(testing::MatchesRegex(
+                  "cannot load the module for reading HTML: .*undefined symbol: BrivetOpenDocument")));
 }

@@ -114,6 +114,5 @@ TEST_F(ListingTest, ReportsFullOutputOnce) {
   dup2(before, STDOUT_FILENO);
   close(before);
   close(full);
-  EXPECT_EQ(listener.Texts(),
-            (std::vector<std::string>{"cannot write to standard output: No space left on device"}));
+  EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"cannot write to standard output: No space left on device"}));
 }

@@ -38,9 +38,7 @@ class RunLogTest : public testing::Test {
     return texts;
   }
 
-  static std::string Refusal(std::string const& reason) {
-    return "cannot write the log 'brivet_read.log': " + reason;
-  }
+  static std::string Refusal(std::string const& reason) { return "cannot write the log 'brivet_read.log': " + reason; }
 
   ScratchDirectory folder;
   std::filesystem::path before;

@@ -94,17 +94,17 @@ class TranslationTest : public testing::Test {
 
 Texts const kOpening = {"Start Product", "VRELStartOptionsTaskEvent", "Options logging"};
 Texts const kReading = {"VRELStartReadFileTaskEvent",          "File Reading",
-                       "Start Source Document Preprocessing", "Source Document Preprocessing",
-                       "VRELStarReadEntitiesTaskEvent",       "Entity Reading"};
+                        "Start Source Document Preprocessing", "Source Document Preprocessing",
+                        "VRELStarReadEntitiesTaskEvent",       "Entity Reading"};
 Texts const kWriting = {"VRELStartConversionTaskEvent",
-                       "VRELStartConversionStageEvent",
-                       "VRELStartConversionStageEvent",
-                       "Start Target Document Preprocessing",
-                       "Target Document Preprocessing",
-                       "Start Target Document Postprocessing",
-                       "Target Document Postprocessing",
-                       "Writing File",
-                       "File Write"};
+                        "VRELStartConversionStageEvent",
+                        "VRELStartConversionStageEvent",
+                        "Start Target Document Preprocessing",
+                        "Target Document Preprocessing",
+                        "Start Target Document Postprocessing",
+                        "Target Document Postprocessing",
+                        "Writing File",
+                        "File Write"};
 Texts const kClosing = {"Translation", "Product End"};
 
 Texts operator+(Texts texts, Texts const& more) {
