@@ -198,16 +198,13 @@ TEST(InputDocumentTest, ReadsStandardInputWithoutPermissionForFile) {
   ASSERT_EQ(chmod(path.c_str(), 0), 0);
   int const descriptor = open(path.c_str(), O_RDONLY);
   if (descriptor < 0) GTEST_SKIP() << "only root may open such a file";
-  int const before = dup(STDIN_FILENO);
-  dup2(descriptor, STDIN_FILENO);
-  RunUnprivileged([] {
+  RunUnprivileged([descriptor] {
+    dup2(descriptor, STDIN_FILENO);
     // The file descriptors in /proc belong to root again after setuid without exec.
     prctl(PR_SET_DUMPABLE, 1);
     InputDocument const document("-");
     EXPECT_EQ(FileText(document.Path()), "content");
     EXPECT_EQ(document.Size(), 7);
   });
-  dup2(before, STDIN_FILENO);
-  close(before);
   close(descriptor);
 }
