@@ -54,18 +54,28 @@ VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
   return result;
 }
 
+VRINResult Translate(CommandLine const& line, OptionSet& options) {
+  ProgressReporter progress;
+  Translation translation(JobOf(line), options, progress);
+  VRINResult const result = translation.Run();
+  // Once the output is in place, nothing turns the run into a failure.
+  return translation.IsCommitted() ? result : CatchAsResult(line.input, [&result] { return result; });
+}
+
+void FreeLibraries() {
+  try {
+    VRELLibraryManager::FreeLibraries();
+  } catch (std::bad_alloc const&) {
+  } catch (VRELAllocException const&) {
+  }
+}
+
 VRINResult Translate(CommandLine const& line) {
   AbortOnSignals();
   OptionSet options;
   VRINResult result = CatchAsResult(line.input, [&] { return ReadOptions(line, options); });
-  if (result.IsSuccess()) {
-    ProgressReporter progress;
-    Translation translation(JobOf(line), options, progress);
-    result = translation.Run();
-    // Once the output is in place, nothing turns the run into a failure.
-    if (!translation.IsCommitted()) result = CatchAsResult(line.input, [&] { return result; });
-  }
-  VRELLibraryManager::FreeLibraries();
+  if (result.IsSuccess()) result = Translate(line, options);
+  FreeLibraries();
   return result;
 }
 
