@@ -12,18 +12,16 @@
 
 namespace {
 
-constexpr char kHintMark[] = "\nhint: ";
+constexpr std::string_view kHint = "hint: ";
 
-// Only a hint is on a line of its own: see Diagnostics.h.
-std::string EscapeControls(std::string text) {
-  if (!text.empty() && text.back() == '\n') text.pop_back();
-  std::size_t const hint = text.find(kHintMark);
-  std::string escaped;
-  AppendEscapingControls(escaped, std::string_view(text).substr(0, hint));
-  if (hint == std::string::npos) return escaped;
-  escaped += '\n';
-  AppendEscapingControls(escaped, std::string_view(text).substr(hint + 1));
-  return escaped;
+bool StartsWith(std::string_view text, std::string_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+std::string OneLine(std::string_view text) {
+  std::string line;
+  AppendEscapingControls(line, text);
+  return line + "\n";
 }
 
 std::string TextOf(VRELEvent& event) {
@@ -50,8 +48,14 @@ StandardErrorListener::~StandardErrorListener() {
 void StandardErrorListener::HandleEvent(VRELEvent& event) {
   bool const isWarning = event.IsA("VRELWarningEvent");
   if (!isWarning && !event.IsA("VRELErrorEvent")) return;
+  std::string const text = TextOf(event);
+  std::string_view message = text;
+  if (!message.empty() && message.back() == '\n') message.remove_suffix(1);
+  std::size_t const hint = message.find("\nhint: ");
+  std::string lines;
+  if (!StartsWith(message, kHint) && !HasLocation(text)) lines = isWarning ? "brivet: warning: " : "brivet: ";
+  lines += OneLine(message.substr(0, hint));
+  if (hint != message.npos) lines += OneLine(message.substr(hint + 1));
   if (bar != nullptr) bar->Hide();
-  std::string const text = EscapeControls(TextOf(event));
-  char const* const prefix = HasLocation(text) ? "" : isWarning ? "brivet: warning: " : "brivet: ";
-  std::fprintf(stderr, "%s%s\n", prefix, text.c_str());
+  std::fputs(lines.c_str(), stderr);
 }
