@@ -210,6 +210,7 @@ VRINResult Translation::OpenDocument() {
   BrivetOpenRequest request;
   request.file = VRELFileHandle(new VRELFile(input->Path().c_str()));
   request.shownName = job.ShownInput();
+  request.options = &options.Store();
   VRINResult const result = source.Open(request);
   if (result.IsFailure()) return result;
   document = request.document;
