@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -16,6 +17,7 @@
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 18U;
+constexpr std::size_t kPrefix = 4096;  // bytes in which a STEP file begins
 constexpr char kSpaceHint[] = "set TMPDIR to a folder with enough space";
 
 bool IsStandardInput(std::string const& path) {
@@ -144,4 +146,37 @@ void InputDocument::CheckUnchanged() const {
                           (named.st_dev != status.st_dev || named.st_ino != status.st_ino);
   if (!isReplaced && !IsModified(status, file.Status())) return;
   ThrowChanged(name);
+}
+
+bool IsStepDocument(std::string const& path) {
+  constexpr std::string_view kKeyword = "ISO-10303-21";
+  int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) return false;
+  InputFile const opened(descriptor, path);
+  std::vector<char> block(kPrefix);
+  ssize_t const count = pread(descriptor, block.data(), block.size(), 0);
+  if (count <= 0 || !S_ISREG(opened.Status().st_mode)) return false;
+  std::string text(block.data(), static_cast<std::size_t>(count));
+  switch (DetectCompression(text)) {
+    case Compression::Zip:
+      return true;
+    case Compression::Gzip: {
+      std::string_view rest = text;
+      std::string plain;
+      DecompressGzip(
+          [&rest](char* target, std::size_t capacity) {
+            std::size_t const copied = rest.copy(target, capacity);
+            rest.remove_prefix(copied);
+            return copied;
+          },
+          [&plain](std::string_view bytes) { plain += bytes.substr(0, kPrefix - std::min(kPrefix, plain.size())); });
+      text = plain;
+      break;
+    }
+    case Compression::None:
+      break;
+  }
+  std::size_t const keyword = text.find(kKeyword);
+  // White space, comments and a byte order mark may precede it, but no other keyword.
+  return keyword != text.npos && text.substr(0, keyword).find(';') == text.npos;
 }

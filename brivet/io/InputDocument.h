@@ -55,3 +55,6 @@ class InputDocument {
   long limit;
   long size = 0;
 };
+
+// Returns whether a regular file begins as a STEP file or, decompressed, as one. A zip archive counts as one.
+bool IsStepDocument(std::string const& path);

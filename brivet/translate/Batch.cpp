@@ -90,10 +90,11 @@ struct Batch::Worker {
 // One run of a batch. Starts workers and polls their pipes until all are done.
 class Batch::Loop {
  public:
-  Loop(Batch const& runBatch, VRELOutputStream* runReport, bool showsProgress, bool isQuietRun)
+  Loop(Batch const& runBatch, VRELOutputStream* runReport, bool showsProgress, bool isQuietRun, bool areSummariesHidden)
       : batch(runBatch),
         report(runReport),
         isQuiet(isQuietRun),
+        hidesSummaries(areSummariesHidden),
         sizes(SizesOf(runBatch.items)),
         bar(showsProgress, runBatch.items.size(), Sum(sizes)),
         statuses(runBatch.items.size(), -1),
@@ -246,6 +247,10 @@ class Batch::Loop {
     }
     int exitStatus = kCrashStatus;
     if (ended == worker.process && WIFEXITED(status)) exitStatus = WEXITSTATUS(status);
+    if (exitStatus == kExecFailure) {
+      Complain("cannot start a process for " + QuoteName(batch.items[worker.item].input));
+      exitStatus = kCrashStatus;
+    }
     if (ended == worker.process && WIFSIGNALED(status)) {
       exitStatus = isAborted ? kAbortedStatus : kCrashStatus;
       if (!isAborted) {
@@ -287,9 +292,13 @@ class Batch::Loop {
     std::size_t const end = text.rfind('\n') + 1;
     if (end == 0) return;
     bar.Hide();
+    // After an abort each worker reports the interruption as well.
+    if (isAborted || (hidesSummaries && stream == stdout)) stream = nullptr;
     // The output is there even if its summary cannot be printed.
-    if (!isQuiet) std::fwrite(text.data(), 1, end, stream);
-    std::fflush(stream);
+    if (!isQuiet && stream != nullptr) {
+      std::fwrite(text.data(), 1, end, stream);
+      std::fflush(stream);
+    }
     text.erase(0, end);
   }
 
@@ -345,6 +354,7 @@ class Batch::Loop {
   Batch const& batch;
   VRELOutputStream* const report;
   bool const isQuiet;
+  bool const hidesSummaries;
   std::vector<long> const sizes;
   BatchProgressBar bar;
   std::vector<Worker> workers;
@@ -402,6 +412,6 @@ std::string FindConflict(std::vector<BatchItem> const& items) {
 Batch::Batch(std::vector<BatchItem> batchItems, std::vector<std::string> workerWords, int jobCount)
     : items(std::move(batchItems)), words(std::move(workerWords)), jobs(std::max(jobCount, 1)) {}
 
-int Batch::Run(VRELOutputStream* report, bool showsProgress, bool isQuiet) {
-  return Loop(*this, report, showsProgress, isQuiet).Run();
+int Batch::Run(VRELOutputStream* report, bool showsProgress, bool isQuiet, bool hidesSummaries) {
+  return Loop(*this, report, showsProgress, isQuiet, hidesSummaries).Run();
 }

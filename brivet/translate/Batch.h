@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Formats.h"
-#include "OutputFile.h"
+#include "VRELOutputStream.h"
 
 // One input of a batch with the files that its worker writes.
 struct BatchItem {
@@ -33,14 +33,15 @@ std::string FindConflict(std::vector<BatchItem> const& items);
 // If an abort is requested, no worker is started any more, and the running ones are terminated within two seconds.
 //
 //   Batch batch(items, {"-write=html"}, 4);
-//   return batch.Run(report, false, true);
+//   return batch.Run(report, true, false, false);
 class Batch {
  public:
   Batch(std::vector<BatchItem> batchItems, std::vector<std::string> workerWords, int jobCount);
 
   // Runs all workers. `report` gets a line of JSON for each input, in their order; it may be null. Returns the exit
-  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort.
-  int Run(VRELOutputStream* report, bool showsProgress, bool isQuiet);
+  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort. With `hidesSummaries` the
+  // summary lines are not printed, and with `isQuiet` no messages either.
+  int Run(VRELOutputStream* report, bool showsProgress, bool isQuiet, bool hidesSummaries);
 
  private:
   struct Worker;

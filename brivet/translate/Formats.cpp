@@ -62,9 +62,8 @@ Format const& Format::Page() {
 }
 
 std::string Format::OutputName(std::string_view input) const {
-  bool const isStandardInput = input == "-";
-  std::string_view const name = WithoutGzipExtension(BaseNameOf(isStandardInput ? "stdin" : input));
-  return std::string(name.substr(0, name.size() - ExtensionOf(name).size())) + extension;
+  std::string_view const file = WithoutGzipExtension(BaseNameOf(input == "-" ? "stdin" : input));
+  return std::string(file.substr(0, file.size() - ExtensionOf(file).size())) + extension;
 }
 
 std::string_view WithoutGzipExtension(std::string_view path) {

@@ -10,7 +10,7 @@
 namespace {
 
 void AppendEscape(std::string& json, unsigned int unit) {
-  char escape[8];
+  char escape[16];
   std::snprintf(escape, sizeof escape, "\\u%04x", unit);
   json += escape;
 }
