@@ -1,169 +1,285 @@
-// brivet: reads a document by one format module and writes it by another, by the options of its user.
+// brivet: translates a document by format modules.
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
-#include <utility>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 #include "AbortSignals.h"
-#include "CommandLine.h"
-#include "OutOfMemoryHandler.h"
+#include "Batch.h"
 #include "CatchAsResult.h"
-#include "Job.h"
-#include "OptionSet.h"
+#include "CommandLine.h"
 #include "Diagnostics.h"
+#include "FileError.h"
+#include "Formats.h"
+#include "HelpText.h"
+#include "InputDocument.h"
+#include "Job.h"
+#include "OptionDescriptions.h"
+#include "OptionSet.h"
+#include "OutOfMemory.h"
+#include "OutputFile.h"
 #include "ProgressBar.h"
+#include "ProgressReporter.h"
+#include "RunReport.h"
 #include "StandardErrorListener.h"
 #include "StandardOutput.h"
-#include "ProgressReporter.h"
 #include "Translation.h"
+#include "VRELAbortException.h"
 #include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
 #include "VRELLibraryManager.h"
 
 namespace {
 
-constexpr int USAGE_STATUS = 2;
+constexpr int kUsageStatus = 2;
 
-constexpr char HELP[] =
-    R"(brivet [options] INPUT [OUTPUT]
-
-Translates an ISO 10303-21 (STEP) clear text file to a page that people browse,
-to plain text, or to STEP again:
-
-  $ brivet bracket.stp
-  bracket.html: 232 instances of 41 types from bracket.stp
-
-Without OUTPUT the result lies in the current directory, under INPUT's name
-with another extension. - stands for standard input, or standard output.
-
-Options, which may be shortened, as in -h or -vers:
-
-  -write html|text|step  what to write (default: by OUTPUT's extension, else
-                         html)
-  -list                  prints what would be translated, with counts by type,
-                         and stops
-  -options FILE          takes the options of the translation from a file
-  -set NAME=VALUE        sets one of them; what comes later wins, file or not
-  -progress              shows a bar on standard error, which is the default on
-                         a terminal
-  -quiet                 prints nothing at all; the exit status tells
-  --help, -help          prints this page
-  --version, -version    prints the version
-  --                     what follows are files, even if they begin with -
-
-An options file holds a line NAME=VALUE for each option; lines that begin with
-# or ; are comments:
-
-  $ cat base.cfg
-  # for all parts of the drawing office
-  AuthorName = "drawing office"
-  Step.*.Writer.FileLineLength = 80
-  $ brivet -options base.cfg -set SendingSystemName=cad7 bracket.stp new.stp
-
-A value is a whole number, a real number, On or Off, or else a text, which may
-stand in double quotes. A name is one that the family knows, alone or behind a
-component, a representation and a direction; * stands for any. A name that is
-not known is set all the same, with a warning that tells those closest to it.
-
-The log of the run is written to brivet_read.log in the current directory, and
-its writing half once more to brivet_write.log. Variables of the environment:
-
-  VRELLogLevel    how much is logged: ALL, DEBUG, TEST, VERBOSE, INFO (as long
-                  as it is not set), ERROR, ABORT or NONE
-  VRELTaskTiming  On: the log ends with the time that each task took
-
-The output comes into its place when it is whole: a run that fails leaves what
-was there. Ctrl-C stops the run within a second.
-
-Exit status: 0 when all is well, and when parts of the document were left out,
-each with a warning. 1 for an options file with errors, 2 for a wrong command
-line, 3 for a run that was stopped, 4 for a module that is missing, 7 when
-memory is short, 13 for a file that is not there, 14 for one that cannot be
-read, 15 when the output cannot be written, 21 for a file that breaks the
-format. Each problem is one line on standard error:
-
-  brivet: warning: part.stp:12: expected ; behind #4, found #5; ...
-)";
-
-int StatusOf(VRINResult result) {
-  return static_cast<int>(result.GetReturnCode());
+// Returns the path of a log: that of a worker, else `name` in the folder of -logdir; empty if there is none.
+std::string LogPath(CommandLine const& line, std::string const& ofWorker, char const* name) {
+  if (!line.hasLogs) return "";
+  if (!ofWorker.empty()) return ofWorker;
+  return line.logFolder.empty() ? name : line.logFolder + "/" + name;
 }
 
-VRINResult Print(std::string const& page) {
-  return CatchAsResult("standard output", [&page] { return PrintPage(page); });
+int Print(std::string const& text) {
+  return ExitStatusOf(CatchAsResult("standard output", [&text] { return PrintText(text); }));
+}
+
+int RefuseToRun(std::string const& problem, std::string const& hint) {
+  ReportProblem(problem);
+  if (!hint.empty()) ReportProblem("hint", hint);
+  return kUsageStatus;
 }
 
 Job JobOf(CommandLine const& line) {
   Job job;
   job.input = line.input;
-  job.prints = !line.quiet;
+  job.readLog = LogPath(line, line.readLog, "brivet_read.log");
+  job.writeLog = LogPath(line, line.writeLog, "brivet_write.log");
+  job.temporarySpace = line.temporarySpace;
+  job.isStrict = line.isStrict;
+  job.isVerbose = line.isVerbose;
+  job.areOptionsReported = !line.isWorker;
+  job.isQuiet = line.isQuiet || line.report == "-";
+  job.isSynchronized = line.isSynchronized;
   if (line.action == CommandLine::List) return job;
   job.target = &line.Target();
   job.output = line.OutputPath();
   return job;
 }
 
-// All that is wrong with the options is told before the run is given up.
-VRINResult Translate(CommandLine const& line) {
+// Reports the errors of all option sources, not only of the first.
+VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
+  return CatchAsResult(line.input, [&] {
+    VRINResult result = VREL_S_OK;
+    for (OptionSource const& source : line.sources) result &= options.Add(source);
+    return result;
+  });
+}
+
+// The file of -report, which is opened before anything is read.
+class ReportFile {
+ public:
+  // Fails after a report.
+  VRINResult Open(CommandLine const& line) {
+    if (line.report.empty()) return VREL_S_OK;
+    return CatchAsResult(line.report, [&]() -> VRINResult {
+      file.emplace(line.report, kNoInput, OutputFile::NotSynchronized);
+      return VREL_S_OK;
+    });
+  }
+
+  OutputFile* Stream() { return file ? &*file : nullptr; }
+
+  // Completes the file. The translations are done, so that a failure is a warning.
+  void Commit() {
+    if (!file) return;
+    try {
+      file->Commit();
+    } catch (FileError const& error) {
+      ReportWarning("the report is incomplete", error.message);
+    } catch (VRELAbortException const&) {
+    }
+  }
+
+ private:
+  static constexpr struct stat kNoInput = {};
+
+  std::optional<OutputFile> file;
+};
+
+// Runs a translation and returns its result, which is final once the output is in place.
+VRINResult Run(Translation& translation, Job const& job) {
+  VRINResult const result = translation.Run();
+  return translation.IsCommitted() ? result : CatchAsResult(job.ShownInput(), [&result] { return result; });
+}
+
+RunReport Translate(CommandLine const& line, OptionSet& options) {
+  Job const job = JobOf(line);
+  ProgressReporter progress;
+  Translation translation(job, options, progress);
+  return translation.Report(Run(translation, job));
+}
+
+void FreeLibraries() {
+  try {
+    VRELLibraryManager::FreeLibraries();
+  } catch (std::bad_alloc const&) {
+  } catch (VRELAllocException const&) {
+  }
+}
+
+// Refuses an existing STEP file as the output: "brivet *.stp" in a folder of two files would overwrite the second.
+std::string WhyNotOverwrite(CommandLine const& line) {
+  if (line.output.empty() || line.output == "-" || line.target != nullptr || line.isForced) return "";
+  struct stat input;
+  struct stat output;
+  bool const exists = stat(line.output.c_str(), &output) == 0 && S_ISREG(output.st_mode);
+  // The input itself is refused with a message of its own.
+  bool const isInput = stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev &&
+                       input.st_ino == output.st_ino;
+  if (!exists || isInput || !IsStepDocument(line.output)) return "";
+  return "OUTPUT " + QuoteName(line.output) + " is an existing STEP file";
+}
+
+int TranslateOne(CommandLine const& line) {
+  auto const begin = std::chrono::steady_clock::now();
   AbortOnSignals();
+  std::string const obstacle = WhyNotOverwrite(line);
+  if (!obstacle.empty()) {
+    return RefuseToRun(obstacle, "to overwrite it, use -force or -write; to translate several files, use -outdir DIR");
+  }
   OptionSet options;
-  VRINResult result = VREL_S_OK;
-  for (OptionSource const& source : line.sources) result &= options.Add(source);
-  if (result.IsSuccess()) {
-    ProgressReporter progress;
-    result = Translation(JobOf(line), options, progress).Run();
+  VRINResult result = ReadOptions(line, options);
+  ReportFile reportFile;
+  if (result.IsSuccess()) result = reportFile.Open(line);
+  if (result.IsFailure()) return ExitStatusOf(result);
+  RunReport report = Translate(line, options);
+  FreeLibraries();
+  report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  if (reportFile.Stream() != nullptr) {
+    std::string const json = report.ToJson();
+    reportFile.Stream()->write(json.data(), static_cast<int>(json.size()));
+    reportFile.Commit();
   }
-  VRELLibraryManager::FreeLibraries();
-  return result;
+  return report.exitStatus;
 }
 
-int Refuse(CommandLine const& line) {
-  if (line.advice.empty()) {
-    ReportProblem(line.problem);
-  } else {
-    ReportProblem(line.problem, line.advice);
-  }
-  if (!line.quiet) std::fputs(CommandLine::Usage(), stderr);
-  return USAGE_STATUS;
+int JobCount(CommandLine const& line) {
+  if (line.jobs != 0) return line.jobs;
+  return static_cast<int>(std::clamp<unsigned>(std::thread::hardware_concurrency(), 1, CommandLine::kJobLimit));
 }
 
-VRINResult Act(CommandLine const& line) {
-  CheckMemory();
+std::vector<std::string> WorkerWords(CommandLine const& line) {
+  std::vector<std::string> words = {"-write=" + std::string(line.Target().name),
+                                    "-tempspace=" + std::to_string(line.temporarySpace)};
+  if (line.isQuiet) words.emplace_back("-quiet");
+  if (line.isStrict) words.emplace_back("-strict");
+  if (!line.hasLogs) words.emplace_back("-nolog");
+  if (!line.isSynchronized) words.emplace_back("-nosync");
+  for (OptionSource const& source : line.sources) {
+    words.push_back((source.kind == OptionSource::File ? "-options=" : "-set=") + source.text);
+  }
+  return words;
+}
+
+void CreateFolder(std::string const& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (!error && !std::filesystem::is_directory(folder)) error = std::make_error_code(std::errc::not_a_directory);
+  if (error) throw MakeFileError(VREL_E_FILE_SAVE, "create the folder", folder, error.value());
+}
+
+// A worker reads the options files again.
+void CheckOptionsFiles(CommandLine const& line) {
+  for (OptionSource const& source : line.sources) {
+    if (source.kind == OptionSource::File && !std::filesystem::is_regular_file(source.text)) {
+      throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file",
+                      ""};
+    }
+  }
+}
+
+int TranslateAll(CommandLine const& line) {
+  AbortOnSignals();
+  std::string const logFolder = line.hasLogs ? (line.logFolder.empty() ? line.outputFolder : line.logFolder) : "";
+  std::vector<BatchItem> const items = MakeBatch(line.inputs, line.Target(), line.outputFolder, logFolder);
+  std::string const conflict = FindConflict(items);
+  if (!conflict.empty()) return RefuseToRun(conflict, "translate them to different folders");
+  VRINResult result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
+    CheckOptionsFiles(line);
+    OptionSet options;
+    VRINResult const read = ReadOptions(line, options);
+    options.ReportWarnings();
+    if (read.IsSuccess()) CreateFolder(line.outputFolder);
+    if (read.IsSuccess() && !logFolder.empty()) CreateFolder(logFolder);
+    return read;
+  });
+  ReportFile reportFile;
+  if (result.IsSuccess()) result = reportFile.Open(line);
+  if (result.IsFailure()) return ExitStatusOf(result);
+  int status = 0;
+  result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
+    bool const showsProgress = !line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0);
+    Batch batch(items, WorkerWords(line), JobCount(line));
+    status = batch.Run(reportFile.Stream(), showsProgress, line.isQuiet, line.report == "-");
+    return VREL_S_OK;
+  });
+  reportFile.Commit();
+  return result.IsFailure() && status == 0 ? ExitStatusOf(result) : status;
+}
+
+int Act(CommandLine const& line) {
   switch (line.action) {
+    case CommandLine::Refuse:
+      RefuseToRun(line.problem, line.hint);
+      if (!line.isQuiet) std::fputs(CommandLine::Usage(), stderr);
+      return kUsageStatus;
     case CommandLine::Help:
-      return Print(HELP);
+      return Print(kHelpText);
     case CommandLine::Version:
       return Print("brivet " BRIVET_VERSION "\n");
+    case CommandLine::ListFormats:
+      return Print(Format::Table());
+    case CommandLine::ListSettings:
+      return Print(ListOptions(line.pattern));
+    case CommandLine::TranslateAll:
+      return TranslateAll(line);
     default:
-      return Translate(line);
+      return TranslateOne(line);
   }
 }
 
 int Run(int count, char** arguments) {
   ReserveStandardStreams();
+  IgnoreFileSizeSignal();
   std::setlocale(LC_ALL, "");
   VRELErrorTracker::Initialize();
-  CommandLine const line = CommandLine::Read(count, arguments);
+  CommandLine const line = CommandLine::Parse(count, arguments);
+  bool const isSingle = line.action == CommandLine::Translate || line.action == CommandLine::List;
   std::optional<ProgressBar> bar;
-  if (!line.quiet && (line.progress || isatty(STDERR_FILENO) != 0)) bar.emplace();
+  if (isSingle && !line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0)) bar.emplace();
   std::optional<StandardErrorListener> listener;
-  if (!line.quiet) listener.emplace(bar ? &*bar : nullptr);
-  if (line.action == CommandLine::Refuse) return Refuse(line);
-  return StatusOf(CatchAsResult(line.input, [&line] { return Act(line); }));
+  if (!line.isQuiet) listener.emplace(bar ? &*bar : nullptr, line.isVerbose);
+  return Act(line);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  OutOfMemoryHandler::Disarm();
   try {
     return Run(count, arguments);
   } catch (std::bad_alloc const&) {
   } catch (VRELAllocException const&) {
   }
-  return OutOfMemoryHandler::Tell();
+  return ReportOutOfMemory(count, arguments);
 }
