@@ -19,8 +19,8 @@
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 18U;
-constexpr int kGzip = 16;               // added to the window size for the format gzip
-constexpr int kEntryLimit = 100000;     // of a zip archive
+constexpr int kGzip = 16;                // added to the window size for the format gzip
+constexpr int kEntryLimit = 100000;      // of a zip archive
 constexpr unsigned long kEncrypted = 1;  // flag of an entry
 
 // Inflates one gzip member after the other.

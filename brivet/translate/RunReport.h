@@ -24,7 +24,7 @@ struct RunReport {
   double seconds = 0;  // of wall-clock time
   long bytes = 0;      // of the input, after decompression
 
-  // Returns the report as one line of JSON, with its line end. A byte of a name that is not valid UTF-8 is written as the
-  // escape of a lone surrogate, "\udc80" to "\udcff", as Python does.
+  // Returns the report as one line of JSON, with its line end. A byte of a name that is not valid UTF-8 is written as
+  // the escape of a lone surrogate, "\udc80" to "\udcff", as Python does.
   std::string ToJson() const;
 };

@@ -30,7 +30,7 @@ class BrivetCorpusTest : public BrivetFixture {
 
   // Translates and returns the output.
   std::string Translated(std::string const& input, Model const& model, std::string const& output) const {
-    ChildResult const result = Brivet({input, output});
+    ChildResult const result = Brivet({"-force", input, output});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.errors, "");
     EXPECT_THAT(result.output, testing::StartsWith(output + ": " + std::to_string(model.instances) + " instances of "));

@@ -150,7 +150,7 @@ TEST_F(BrivetTranslateTest, QuietPrintsNothing) {
     int status;
   };
   Row const rows[] = {{{"washer.stp"}, 0},
-                      {{"half.stp"}, 0},
+                      {{"half.stp"}, 8},
                       {{"broken.stp"}, 21},
                       {{"missing.stp"}, 13},
                       {{"-set", "Healig=1", "washer.stp"}, 0},
@@ -276,7 +276,7 @@ TEST_F(BrivetTranslateTest, WarnsAboutDanglingReferences) {
 TEST_F(BrivetTranslateTest, SkipsInvalidInstance) {
   Write("a.stp", DocumentText("#1=A(;\n#2=B();\n"));
   ChildResult const result = Brivet({"a.stp", "a.txt"});
-  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.exitStatus, 8);
   EXPECT_EQ(result.output, "a.txt: 1 instance of 1 type from a.stp, 1 lost\n");
   EXPECT_THAT(result.errors, HasSubstr("a.stp:7:"));
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("\nTranslation Result : Partial Success\n"));
