@@ -85,8 +85,8 @@ void PageWriter::WriteCounts(Document& document) {
   BeginTable();
   PutRow("data sections", std::to_string(document.GetSectionCount()));
   PutRow("instances", std::to_string(document.GetInstanceCount()));
-  PutRow("complex instances", std::to_string(document.GetComplexCount()));
-  if (document.GetFailedCount() != 0) PutRow("lost parts", std::to_string(document.GetFailedCount()));
+  PutRow("complex ones", std::to_string(document.GetComplexCount()));
+  if (document.GetFailedCount() != 0) PutRow("left out", std::to_string(document.GetFailedCount()));
   EndTable();
 
   PutHeading("Types");
