@@ -10,7 +10,8 @@
 // The exit status of a partial result.
 constexpr int kPartialStatus = 8;
 
-// Returns the exit status of a run with this result: 0 for a success, 8 for a partial one, otherwise the return code.
+// Returns the exit status of a run with this result: 0 for a success, 8 for a partial one, 1 for an
+// invalid option, otherwise the return code.
 int ExitStatusOf(VRINResult result);
 
 // The result of one input, for -report.

@@ -78,7 +78,7 @@ TEST_F(BrivetCompressionTest, RefusesUnusableArchives) {
   };
   Row const rows[] = {{"two.zip", "the zip archive contains several STEP files"},
                       {"none.zip", "the zip archive contains no STEP file"},
-                      {"empty.zip", "the zip archive contains no STEP file"},
+                      {"empty.zip", "the zip archive is truncated or damaged"},
                       {"lzma.zip", "the zip archive uses an unsupported compression method: 14"},
                       {"cut2.zip", "the zip archive is truncated or damaged"},
                       {"short.gz", "the compressed data is truncated"}};

@@ -121,10 +121,10 @@ TEST_F(BrivetHostileTest, WarnsAboutMissingEnd) {
   std::string const whole = DocumentText("#1=A();\n");
   Write("a.stp", whole.substr(0, whole.find("END-ISO")));
   ChildResult const result = Brivet({"a.stp"});
-  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.exitStatus, 8);
   EXPECT_THAT(result.errors, HasSubstr("a.stp:9:"));
   Write("a.stp", DocumentText("#1=A();\n/* no end"));
   ChildResult const comment = Brivet({"a.stp"});
-  EXPECT_EQ(comment.exitStatus, 0);
+  EXPECT_EQ(comment.exitStatus, 8);
   EXPECT_THAT(comment.errors, HasSubstr("a.stp:8:"));
 }

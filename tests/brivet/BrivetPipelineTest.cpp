@@ -160,11 +160,11 @@ TEST_F(BrivetPipelineTest, PlacesLogs) {
 }
 
 TEST_F(BrivetPipelineTest, ListsSettings) {
-  ChildResult const one = Brivet({"-settings", "*filelinelength"});
+  ChildResult const one = Brivet({"-settings", "*writer.filelinelength"});
   EXPECT_EQ(one.exitStatus, 0);
   EXPECT_EQ(one.output,
             "Step.*.Writer.FileLineLength         integer  default: 0    maximum length of a line; 0 for no limit\n");
-  EXPECT_EQ(Brivet({"-settings", "sewtol"}).output, "SewTolerance\n");
+  EXPECT_EQ(Brivet({"-settings", "sewtolerance"}).output, "SewTolerance\n");
   EXPECT_EQ(Brivet({"-settings", "NoSuchName"}).output, "");
   EXPECT_THAT(Brivet({"-settings"}).output, HasSubstr("\nHealing\n"));
 }
@@ -228,6 +228,7 @@ TEST_F(BrivetPipelineTest, RecipeForSlurmArray) {
   }
   if (RunProgram({"sh", "-c", "command -v sbatch && sinfo"}).exitStatus != 0) return;
   Shell("rm -r pages");
-  EXPECT_EQ(Shell(setup + "sbatch --wait --array=1-2 " VREL_SOURCE_DIR "/examples/brivet-array.sh files.txt pages").exitStatus,
+  EXPECT_EQ(Shell(setup + "sbatch --wait --array=1-2 " VREL_SOURCE_DIR "/examples/brivet-array.sh files.txt pages")
+                .exitStatus,
             8);
 }

@@ -232,7 +232,7 @@ TEST_F(BrivetTest, ReadsDamagedFiles) {
       {cutAfter("30EC\n"), 21, "", {"part.stp:10:", "part.stp:11:", nothing}},
       {cutAfter("#20=(A()"), 8, "1", {"part.stp:12:", "part.stp:12:"}},
       {cutAfter("#1204=C('')"), 8, "2", {"part.stp:13:", "part.stp:13:"}},
-      {cutAfter("*/\nENDSEC;\n"), 0, "3", {"part.stp:15:"}},
+      {cutAfter("*/\nENDSEC;\n"), 8, "3", {"part.stp:15:"}},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.bytes);
@@ -318,7 +318,8 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
     EXPECT_EQ(result.output, "");
     EXPECT_FALSE(folder.Has("brivet_read.log"));
     EXPECT_EQ(result.errors, "brivet: " + row.error +
-                                 "\nusage: brivet [options] INPUT [OUTPUT]\n       brivet [options] -outdir DIR INPUT...\nTry 'brivet -help' for more "
+                                 "\nusage: brivet [options] INPUT [OUTPUT]\n       brivet [options] -outdir DIR "
+                                 "INPUT...\nTry 'brivet -help' for more "
                                  "information.\n");
   }
 }

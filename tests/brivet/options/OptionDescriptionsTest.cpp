@@ -41,7 +41,7 @@ TEST(OptionDescriptionsTest, KnowsWhatHasEffect) {
 }
 
 TEST(OptionDescriptionsTest, ListsMatchingNames) {
-  EXPECT_EQ(ListOptions("filelinelength"),
+  EXPECT_EQ(ListOptions("writer.filelinelength"),
             "Step.*.Writer.FileLineLength         integer  default: 0    maximum length of a line; 0 for no limit\n");
   EXPECT_EQ(ListOptions("Sew?olerance"), "SewTolerance\n");
   EXPECT_EQ(ListOptions("Sew?"), "");

@@ -11,6 +11,8 @@ TEST(RunReportTest, MapsResultsToStatuses) {
   EXPECT_EQ(ExitStatusOf(VREL_E_FILE_NOT_FOUND), 13);
   EXPECT_EQ(ExitStatusOf(VREL_E_FILE_SAVE), 15);
   EXPECT_EQ(ExitStatusOf(VREL_E_INVALID_FILE), 21);
+  // An option that a module cannot use.
+  EXPECT_EQ(ExitStatusOf(VREL_E_INVALID_ARGUMENT), 1);
 }
 
 TEST(RunReportTest, WritesJson) {
