@@ -110,7 +110,7 @@ class CompletionTest(unittest.TestCase):
 
     def test_completes_settings(self):
         self.assertEqual(self.complete("-set", "SewTol"), ["SewTolerance="])
-        self.assertEqual(self.complete("-set", "FileLine"), ["FileLineLength="])
+        self.assertEqual(self.complete("-set", "FileLineL"), ["FileLineLength="])
 
     def test_completes_folders(self):
         self.assertEqual(self.complete("-outdir", str(ROOT / "docs/ma")), [str(ROOT / "docs/man")])
