@@ -225,6 +225,7 @@ int TranslateAll(CommandLine const& line) {
     OptionSet options;
     VRINResult const read = ReadOptions(line, options);
     options.ReportWarnings();
+    if (line.isVerbose) options.ReportWithoutEffect(Format::OfInput("").name, line.Target().name);
     if (read.IsSuccess()) CreateFolder(line.outputFolder);
     if (read.IsSuccess() && !logFolder.empty()) CreateFolder(logFolder);
     return read;

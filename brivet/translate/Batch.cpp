@@ -145,9 +145,9 @@ class Batch::Loop {
     Worker worker;
     worker.item = item;
     worker.begin = Clock::now();
-    std::vector<std::string> words = WordsFor(batch.items[item]);
+    std::vector<std::string> command = WordsFor(batch.items[item]);
     std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
+    for (std::string& word : command) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     pid_t const parent = getpid();
     worker.process = areOpen ? fork() : -1;

@@ -88,8 +88,8 @@ Outcome Is(VRELString const& text, std::u16string_view wanted) {
   return text.view() == wanted ? Right : Wrong;
 }
 
-// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the default
-// converter is used and the failure is counted.
+// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the
+// default converter is used and the failure is counted.
 Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
   char bytes[200] = "before";
   VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
