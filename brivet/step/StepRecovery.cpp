@@ -90,7 +90,9 @@ StepScanner::Position StepRecovery::Find(StepScanner::Position from, Part part) 
       Start const start = mayStart ? StartAt(here.offset, part) : Start::None;
       atLineBegin = at == LineBegin;
       if (start == Start::Instance && at == LineBegin) return here;
-      if (start != Start::None && (at == LineBegin || !inString || noLines)) {
+      if (start != Start::None && at == AfterSemicolon && (!inString || noLines)) return here;
+      // The section ends: no line of it begins with an instance.
+      if (start == Start::Word && at == LineBegin) {
         if (!hasFallback) return here;
         break;
       }
