@@ -1,24 +1,21 @@
 // Translates several inputs at once.
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <csignal>
+#include <algorithm>
+#include <filesystem>
 #include <regex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "BrivetFixture.h"
+#include "UnprivilegedProcess.h"
 
 namespace {
 
 using testing::HasSubstr;
-using Clock = std::chrono::steady_clock;
 using Names = std::vector<std::string>;
 
 class BrivetBatchTest : public BrivetFixture {
@@ -95,12 +92,13 @@ TEST_F(BrivetBatchTest, FailureDoesNotStopOthers) {
     Names inputs;
     int status;
   };
-  mkfifo(folder.Path("fifo.stp").c_str(), 0600);
+  Write("empty.stp", "");
   Row const rows[] = {{{"a.stp", "b.step"}, 0},
                       {{"a.stp", "half.stp", "b.step"}, 8},
                       {{"half.stp", "bad.stp", "missing.stp", "b.step"}, 21},
                       {{"missing.stp", "bad.stp", "b.step"}, 13},
-                      {{"half.stp", ".", "b.step"}, 14}};
+                      {{"half.stp", ".", "b.step"}, 14},
+                      {{"empty.stp", "b.step"}, 21}};
   for (Row const& row : rows) {
     SCOPED_TRACE(testing::PrintToString(row.inputs));
     Names words = {"-outdir", "out", "-quiet"};
@@ -217,6 +215,26 @@ TEST_F(BrivetBatchTest, ShowsTotalProgress) {
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.errors, testing::StartsWith("\r0 of 2 files [" + std::string(40, ' ') + "]   0%"));
   EXPECT_EQ(result.errors.back(), '\r');
+}
+
+TEST_F(BrivetBatchTest, VerboseNotesUnusedOptionsOnce) {
+  ChildResult const result = Brivet({"-verbose", "-outdir", "out", "-set", "Healing=On", "a.stp", "b.step"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "brivet: note: option 'Healing' has no effect on this translation\n");
+}
+
+TEST_F(BrivetBatchTest, ReportsUnreadableInput) {
+#ifdef VREL_COVERAGE
+  GTEST_SKIP() << "another user may not write the coverage data";
+#endif
+  ASSERT_EQ(chmod(folder.Path("a.stp").c_str(), 0), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  RunUnprivileged([this] {
+    ChildResult const result = Brivet({"-outdir", "out", "a.stp", "b.step"});
+    EXPECT_EQ(result.exitStatus, 14);
+    EXPECT_EQ(result.errors, "brivet: cannot open 'a.stp': Permission denied\n");
+    EXPECT_TRUE(folder.Has("out/b.html"));
+  });
 }
 
 // A worker that is killed is a failure of its input alone.
