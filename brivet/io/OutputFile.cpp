@@ -45,7 +45,7 @@ std::string ResolveLinks(std::string const& path) {
   Refuse(path, std::strerror(ELOOP));
 }
 
-// Returns a name that nobody can predict, so that nobody can create the file first; empty, with errno, on failure.
+// Returns an unpredictable name, so that no other process creates the file first; empty, with errno, on failure.
 std::string RandomName(std::string const& folder) {
   std::uint64_t number = 0;
   if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) return "";

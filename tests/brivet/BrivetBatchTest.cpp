@@ -21,13 +21,13 @@ using Names = std::vector<std::string>;
 class BrivetBatchTest : public BrivetFixture {
  protected:
   BrivetBatchTest() {
-    Write("a.stp", WASHER);
-    Write("b.step", WASHER);
+    Write("a.stp", kWasher);
+    Write("b.step", kWasher);
     Write("half.stp", DocumentText("#1=A(;\n#2=B();\n"));
     Write("bad.stp", "solid");
   }
 
-  // A line of a report without its time.
+  // Returns a report with all times set to 0.
   static std::string WithoutSeconds(std::string const& report) {
     return std::regex_replace(report, std::regex("\"seconds\":[0-9.]+"), "\"seconds\":0");
   }
@@ -134,8 +134,8 @@ TEST_F(BrivetBatchTest, ReportsEachInputInOrder) {
 }
 
 TEST_F(BrivetBatchTest, RefusesEqualOutputs) {
-  Write("x/a.stp", WASHER);
-  Write("a.step", WASHER);
+  Write("x/a.stp", kWasher);
+  Write("a.step", kWasher);
   for (char const* other : {"a.step", "x/a.stp", "a.stp"}) {
     ChildResult const result = Brivet({"-outdir", "out", "b.step", "a.stp", other});
     EXPECT_EQ(result.exitStatus, 2);
@@ -153,7 +153,7 @@ TEST_F(BrivetBatchTest, RefusesOverwritingInputs) {
   ChildResult const result = Brivet({"-outdir", ".", "-write", "step", "b.step", "a.stp"});
   EXPECT_EQ(result.exitStatus, 2);
   EXPECT_THAT(result.errors, HasSubstr("brivet: the output of 'a.stp' would overwrite the input 'a.stp'\n"));
-  EXPECT_EQ(folder.Read("a.stp"), WASHER);
+  EXPECT_EQ(folder.Read("a.stp"), kWasher);
 }
 
 TEST_F(BrivetBatchTest, ReportsUnusableFolders) {
@@ -189,7 +189,7 @@ TEST_F(BrivetBatchTest, ReadsStandardInputAndPipes) {
 }
 
 TEST_F(BrivetBatchTest, EscapesNamesWithControlCharacters) {
-  Write("c\nd.stp", WASHER);
+  Write("c\nd.stp", kWasher);
   ChildResult const result = Brivet({"-outdir", "out", "-report", "r.json", "c\nd.stp"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, "out/c<U+000A>d.html: 3 instances of 3 types from c<U+000A>d.stp\n");
@@ -201,7 +201,7 @@ TEST_F(BrivetBatchTest, TranslatesManyInputs) {
   Names words = {"-outdir", "out", "-nolog", "-quiet", "-nosync", "-report", "r.json", "-write", "text"};
   for (int i = 0; i < 200; ++i) {
     std::string const name = "part" + std::to_string(i) + ".stp";
-    Write(name, WASHER);
+    Write(name, kWasher);
     words.push_back(name);
   }
   EXPECT_EQ(Brivet(words).exitStatus, 0);

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 class BrivetCompressionTest : public BrivetFixture {
  protected:
   BrivetCompressionTest() {
-    Write("washer.stp", WASHER);
+    Write("washer.stp", kWasher);
     std::string data;
     for (int i = 1; i <= 3000; ++i)
       data += "#" + std::to_string(i * 7 % 3001) + "=EDGE('e" + std::to_string(i * i) + "',$);\n";

@@ -26,7 +26,7 @@ class BrivetPipelineTest : public BrivetFixture {
   }
 
   BrivetPipelineTest() {
-    Write("washer.stp", WASHER);
+    Write("washer.stp", kWasher);
     Write("half.stp", DocumentText("#1=A(;\n#2=B();\n"));
   }
 };
@@ -80,7 +80,7 @@ TEST_F(BrivetPipelineTest, FileWithoutInstancesIsSuccess) {
 }
 
 TEST_F(BrivetPipelineTest, ReportsToFileOrStandardOutput) {
-  std::string const bytes = std::to_string(std::string(WASHER).size());
+  std::string const bytes = std::to_string(std::string(kWasher).size());
   std::string const begin =
       "{\"input\":\"washer.stp\",\"output\":\"washer.html\",\"status\":\"success\",\"exit\":0,\"instances\":3,"
       "\"lost\":[],\"dangling\":0,\"seconds\":";
@@ -107,8 +107,8 @@ TEST_F(BrivetPipelineTest, ReportsToFileOrStandardOutput) {
 
 // "brivet *.stp" in a folder of two files.
 TEST_F(BrivetPipelineTest, RefusesOutputThatIsDocument) {
-  Write("other.stp", WASHER);
-  Write("bom.step", std::string("\xEF\xBB\xBF/* c */\n") + WASHER);
+  Write("other.stp", kWasher);
+  Write("bom.step", std::string("\xEF\xBB\xBF/* c */\n") + kWasher);
   Shell("gzip -c washer.stp >z.stp.gz");
   for (char const* output : {"other.stp", "bom.step", "z.stp.gz"}) {
     SCOPED_TRACE(output);
@@ -190,8 +190,8 @@ TEST_F(BrivetPipelineTest, RefusesUnusableValue) {
 // The recipes of docs/brivet.md.
 TEST_F(BrivetPipelineTest, RecipeForParallelRuns) {
   if (RunProgram({"sh", "-c", "command -v parallel"}).exitStatus != 0) GTEST_SKIP() << "GNU parallel is missing";
-  Write("parts/x.stp", WASHER);
-  Write("parts/x.step", WASHER);
+  Write("parts/x.stp", kWasher);
+  Write("parts/x.step", kWasher);
   Write("parts/y.p21", folder.Read("half.stp"));
   Shell("gzip -c washer.stp >parts/z.stpZ; mkdir pages");
   std::string const setup = "PATH=$(dirname \"$b\"):$PATH; HOME=$PWD; export PATH HOME; ";
@@ -202,7 +202,7 @@ TEST_F(BrivetPipelineTest, RecipeForParallelRuns) {
   }
   // The partial run is repeated, the others are not.
   Shell("rm pages/x.stp.html");
-  Write("parts/y.p21", WASHER);
+  Write("parts/y.p21", kWasher);
   ChildResult const second = Shell(setup + CommandOfManual("parallel --retry-failed"));
   EXPECT_EQ(second.exitStatus, 0) << second.errors;
   EXPECT_FALSE(folder.Has("pages/x.stp.html"));
@@ -210,8 +210,8 @@ TEST_F(BrivetPipelineTest, RecipeForParallelRuns) {
 }
 
 TEST_F(BrivetPipelineTest, RecipeForSlurmArray) {
-  Write("parts/x.stp", WASHER);
-  Write("parts/x.step", WASHER);
+  Write("parts/x.stp", kWasher);
+  Write("parts/x.step", kWasher);
   Write("parts/y.p21", folder.Read("half.stp"));
   Write("parts/other.txt", "");
   Shell("gzip -c washer.stp >parts/z.stpZ");

@@ -23,7 +23,7 @@ std::string Gzip(std::string const& plain) {
   return bytes;
 }
 
-// The damage and the decompressed bytes, from a source that delivers `step` bytes at a time.
+// Returns the damage and the decompressed bytes, for a source that delivers `step` bytes at a time.
 std::pair<std::string, std::string> Decompress(std::string const& bytes, std::size_t step) {
   std::string plain;
   std::size_t at = 0;

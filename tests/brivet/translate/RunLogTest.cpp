@@ -145,7 +145,7 @@ TEST_F(RunLogTest, RefusesFilesOfRun) {
   EXPECT_EQ(Run({"hard.stp"}), Texts{Refusal("it is a file of this run")});
 }
 
-// It does not exist before the log is created.
+// The output does not exist before the log is created.
 TEST_F(RunLogTest, RefusesFutureOutput) {
   EXPECT_EQ(Run({"./brivet_read.log"}), Texts{Refusal("it is a file of this run")});
   EXPECT_FALSE(folder.Has(kLog));
