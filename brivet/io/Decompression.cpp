@@ -211,7 +211,7 @@ std::string DecompressZip(int descriptor, ByteSink const& sink) {
   ZipFile file{descriptor};
   ZipArchive const archive = Open(file);
   if (archive == nullptr) return "the zip archive is truncated or damaged";
-  if (std::string const problem = SelectEntry(archive.get()); !problem.empty()) return problem;
+  if (std::string problem = SelectEntry(archive.get()); !problem.empty()) return problem;
   unz_file_info64 info = {};
   if (unzGetCurrentFileInfo64(archive.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
     return "the zip archive is damaged";

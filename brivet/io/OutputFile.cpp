@@ -40,7 +40,8 @@ std::string ResolveLinks(std::string const& path) {
     std::error_code error;
     std::string const next = std::filesystem::read_symlink(resolved, error).string();
     if (error) return resolved;
-    resolved = next.rfind('/', 0) == 0 ? next : std::string(FolderOf(resolved)) + next;
+    resolved.resize(next.rfind('/', 0) == 0 ? 0 : FolderOf(resolved).size());
+    resolved += next;
   }
   Refuse(path, std::strerror(ELOOP));
 }
