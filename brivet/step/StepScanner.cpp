@@ -335,9 +335,8 @@ void StepScanner::ReadResource() {
   do {
     last = buffer.Peek();
     Keep();
-    if (buffer.Peek() == StepBuffer::kEnd || (last == ';' && IsLineEnd(buffer.Peek()))) {
-      FailUnterminated("'>'", "resource");
-    }
+    if (buffer.Peek() == StepBuffer::kEnd) FailUnterminated("'>'", "resource");
+    if (last == ';' && IsLineEnd(buffer.Peek())) Fail("expected '>' at the end of the resource, found end of line");
   } while (buffer.Peek() != '>');
   Keep();
 }
