@@ -45,10 +45,7 @@ class PlainWriter final : public DocumentVisitor {
     text += ";\n";
     inEntry = false;
   }
-  void Lines(std::string_view lines) override {
-    text += lines;
-    if (!lines.empty() && lines.back() != '\n' && lines.back() != '\r') text += '\n';
-  }
+  void Lines(std::string_view lines) override { text += lines; }
   void BeginInstance(Id const& id, bool isComplex) override {
     EndHeading();
     present = std::string(id.digits);
@@ -69,7 +66,7 @@ class PlainWriter final : public DocumentVisitor {
     std::string quoted;
     for (char const c : value.encoded) quoted.append(c == '\'' ? 2 : 1, c);
     Value("'" + quoted + "'");
-    escaped += value.escaped ? 1 : 0;
+    escaped += value.escaped && !inEntry ? 1 : 0;
   }
   void Enumeration(std::string_view name) override { Value("." + std::string(name) + "."); }
   void Binary(std::string_view digits) override { Value("\"" + std::string(digits) + "\""); }

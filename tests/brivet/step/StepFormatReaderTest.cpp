@@ -655,7 +655,7 @@ TEST(StepFormatReaderTest, ReadsEdition3Sections) {
   EXPECT_EQ(document->GetInstanceCount(), 1);
   EXPECT_EQ(document.Record(),
             "ANCHOR <top>= #1 {label: 'x' } ; ENDSEC REFERENCE #10= <a.stp#b> ; #0011= <c> ; @12= <d> ; ENDSEC "
-            "DATA #1 A< #10 #11 #12? @12 >; ENDSEC SIGNATURE [\nMII/B=\n] ENDSEC SIGNATURE [\nC=\n] ENDSEC");
+            "DATA #1 A< #10 #11 #12? @12 >; ENDSEC SIGNATURE [MII/B=\n] ENDSEC SIGNATURE [C=\n] ENDSEC");
 }
 
 TEST(StepFormatReaderTest, DamagedEntryIsLost) {

@@ -329,9 +329,13 @@ TEST(StepScannerTest, ReadsLinesBeforeEnd) {
   StepScanner scanner(file.Buffer());
   scanner.Next();
   scanner.Next();
-  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), "\nMIIB/ENDSEC+\n ab/*==\n");
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), "MIIB/ENDSEC+\n ab/*==\n");
   EXPECT_EQ(scanner.Next().text, "ENDSEC");
   EXPECT_EQ(scanner.Current().line, 4);
-  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), ";A");
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), ";A\n");
   EXPECT_EQ(scanner.Next().kind, StepScanner::End);
+  BytesInFile otherEnds(" \r\na\r\rb\r\n\nENDSEC");
+  StepScanner other(otherEnds.Buffer());
+  EXPECT_EQ(other.ReadLinesBeforeEnd(), "a\n\nb\n\n");
+  EXPECT_EQ(other.Next().line, 6);
 }
