@@ -274,11 +274,9 @@ void PageWriter::EndEntry() {
 
 void PageWriter::Lines(std::string_view text) {
   while (!text.empty()) {
-    std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
-    if (end != 0) {
-      PutEscaped(text.substr(0, end));
-      EndLine();
-    }
+    std::size_t const end = std::min(text.find('\n'), text.size());
+    PutEscaped(text.substr(0, end));
+    EndLine();
     text.remove_prefix(std::min(end + 1, text.size()));
   }
 }

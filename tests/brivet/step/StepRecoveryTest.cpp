@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
+#include <cstdlib>
 #include <map>
 #include <random>
 #include <string>
@@ -262,5 +262,24 @@ TEST(StepRecoveryTest, ReadsDamagedOpening) {
     EXPECT_EQ(document->GetInstanceCount(), 1);
     ASSERT_FALSE(document->GetLosses().empty());
     EXPECT_EQ(document->GetLosses()[0].firstLine, 1);
+  }
+}
+
+TEST(StepRecoveryTest, CorpusKeepsBounds) {
+  char const* const folder = std::getenv("VREL_CORPUS");
+  if (folder == nullptr) GTEST_SKIP() << "set VREL_CORPUS to a folder of STEP files to run this test";
+  std::mt19937 random(18623);
+  for (char const* name : {"dm1-id-214.stp", "io1-cm-214.stp", "ATS10-out.stp"}) {
+    std::string whole = FileText(std::string(folder) + "/" + name);
+    whole.erase(std::remove(whole.begin(), whole.end(), '\r'), whole.end());
+    for (int run = 0; run < 60; ++run) {
+      SCOPED_TRACE(std::string(name) + " " + std::to_string(run));
+      std::size_t const at = random() % whole.size();
+      std::size_t const next = whole.find('\'', at);
+      std::string changed = whole;
+      ExpectFewLost(whole, changed.insert(at, 1, run % 2 == 0 ? '\'' : '('), run % 2 == 0 ? 3 : 2);
+      changed = whole;
+      if (next != whole.npos) ExpectFewLost(whole, changed.erase(next, 1), 3);
+    }
   }
 }
