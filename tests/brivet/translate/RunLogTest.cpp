@@ -33,7 +33,7 @@ class RunLogTest : public testing::Test {
     RecordingListener listener;
     RunLog const log(kLog, filesOfRun);
     isWriting = log.IsWriting();
-    Texts const texts = listener.Texts();
+    Texts texts = listener.Texts();
     VRELInfo::Printf("text");
     return texts;
   }
