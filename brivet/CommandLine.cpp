@@ -318,7 +318,8 @@ class CommandLineParser {
 
   bool ParseTemporarySpace(std::string const& text) {
     return ParseSize(text, line.temporarySpace) ||
-           Refuse("invalid argument " + QuoteName(text) + " for -tempspace: not a size", "for example: -tempspace 500M");
+           Refuse("invalid argument " + QuoteName(text) + " for -tempspace: not a size",
+                  "for example: -tempspace 500M");
   }
 
   bool ParseFormat(std::string const& name) {

@@ -85,8 +85,8 @@ void PageWriter::WriteCounts(Document& document) {
   BeginTable();
   PutRow("data sections", std::to_string(document.GetSectionCount()));
   PutRow("instances", std::to_string(document.GetInstanceCount()));
-  PutRow("complex instances", std::to_string(document.GetComplexCount()));
-  if (document.GetFailedCount() != 0) PutRow("lost parts", std::to_string(document.GetFailedCount()));
+  PutRow("complex ones", std::to_string(document.GetComplexCount()));
+  if (document.GetFailedCount() != 0) PutRow("left out", std::to_string(document.GetFailedCount()));
   EndTable();
 
   PutHeading("Types");
@@ -274,11 +274,9 @@ void PageWriter::EndEntry() {
 
 void PageWriter::Lines(std::string_view text) {
   while (!text.empty()) {
-    std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
-    if (end != 0) {
-      PutEscaped(text.substr(0, end));
-      EndLine();
-    }
+    std::size_t const end = std::min(text.find('\n'), text.size());
+    PutEscaped(text.substr(0, end));
+    EndLine();
     text.remove_prefix(std::min(end + 1, text.size()));
   }
 }

@@ -7,7 +7,7 @@
 //
 // In files with several instances on a line, a ";" followed by an instance is accepted as well, if the number of
 // apostrophes since the begin of the failed instance is even. If no line begins with an instance, the first ";"
-// followed by an instance is accepted whatever that number is.
+// followed by an instance is accepted for any number.
 //
 // The search never goes back before `from`, and it remembers up to where no line begins with an instance, so that all
 // searches of a file together take linear time.
@@ -90,7 +90,9 @@ StepScanner::Position StepRecovery::Find(StepScanner::Position from, Part part) 
       Start const start = mayStart ? StartAt(here.offset, part) : Start::None;
       atLineBegin = at == LineBegin;
       if (start == Start::Instance && at == LineBegin) return here;
-      if (start != Start::None && (at == LineBegin || !inString || noLines)) {
+      if (start != Start::None && at == AfterSemicolon && (!inString || noLines)) return here;
+      // The section ends: no line of it begins with an instance.
+      if (start == Start::Word && at == LineBegin) {
         if (!hasFallback) return here;
         break;
       }

@@ -39,8 +39,8 @@ class Batch {
   Batch(std::vector<BatchItem> batchItems, std::vector<std::string> workerWords, int jobCount);
 
   // Runs all workers. `report` gets a line of JSON for each input, in their order; it may be null. Returns the exit
-  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort. With `hidesSummaries` the
-  // summary lines are not printed, and with `isQuiet` no messages either.
+  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort. With `hidesSummaries`
+  // the summary lines are not printed, and with `isQuiet` no messages either.
   int Run(VRELOutputStream* report, bool showsProgress, bool isQuiet, bool hidesSummaries);
 
  private:

@@ -42,8 +42,8 @@ std::string WithoutTime(std::string log) {
 
 // Returns whether a line of a log may be there because of a failure.
 bool IsAboutFailure(std::string const& line) {
-  for (char const* const word :
-       {"Error", "Warning", "hint: ", "Product ", "Output File", "Translation Result", "Failed Entities", "Finish Time"}) {
+  for (char const* const word : {"Error", "Warning", "hint: ", "Product ", "Output File", "Translation Result",
+                                 "Failed Entities", "Finish Time"}) {
     if (line.rfind(word, 0) == 0) return true;
   }
   return line.find(" Result : ") != std::string::npos;

@@ -88,8 +88,8 @@ Outcome Is(VRELString const& text, std::u16string_view wanted) {
   return text.view() == wanted ? Right : Wrong;
 }
 
-// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the default
-// converter is used and the failure is counted.
+// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the
+// default converter is used and the failure is counted.
 Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
   char bytes[200] = "before";
   VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
@@ -550,8 +550,7 @@ TEST(LibraryAllocationTest, ShellIsUnchangedAfterFailedCopy) {
 
 namespace {
 
-// Runs the work with each of its allocations failing in turn, and `check` after each failure. Tells how many there
-// were.
+// Calls `work` once for each of its allocations, which fails, and `check` after each failure. Returns their number.
 int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
   for (long number = 1;; ++number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
@@ -577,7 +576,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Fills the bus, so that one more listener needs memory.
+// Fills the listener array of the bus, so that one more listener needs memory.
 class FullBus {
  public:
   FullBus() {
@@ -596,7 +595,7 @@ class FullBus {
   Silent listeners[10];
 };
 
-// Does the work in a process of its own, where the bus has just the room for ten.
+// Runs in a process of its own, where the bus has room for exactly ten listeners.
 void ExpectWellApart(std::function<void()> const& work) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     unsetenv("VRELLogLevel");
@@ -622,7 +621,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
                                     EXPECT_EQ(ListenerCount(), 10);
                                   });
     EXPECT_GT(failures, 1);
-    // A borrowed one stays open.
+    // A stream of the caller stays open.
     std::FILE* const file = std::fopen(name.c_str(), "w");
     FailEach([&] { VRELLogFileWrapper const log(file); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 1); });
     EXPECT_EQ(std::fclose(file), 0);
@@ -645,7 +644,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
         hasFailed = failing.HasFailed();
       }
       if (!hasFailed) break;
-      // Some losses are made up for; no half of a start is left of the others.
+      // Some failures are compensated; after the others nothing is started.
       bool const isActive = logger.GetOutputStream() != nullptr;
       EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
       EXPECT_EQ(CountOpenDescriptors(name), isActive ? 1 : 0) << "allocation " << number;
@@ -730,7 +729,7 @@ TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
 
 TEST(LibraryAllocationTest, FailedSetenvIsReported) {
   enum Answer { NotMet, Refused, Thrown, Broken };
-  // The room in the environment is asked for last.
+  // The memory of the environment is allocated last.
   int last = Broken;
   for (long number = 1;; ++number) {
     ChildResult const child = RunInChildWithoutTeardown([number] {
@@ -765,7 +764,7 @@ class CountedNode : public VRELTree::VRELTreeNode {
   int& dead;
 };
 
-// A node with two children, each of which has two.
+// Returns a node with two children that have two children each.
 VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   auto* const root = new CountedNode(dead);
   for (int i = 0; i < 2; ++i) {
@@ -776,9 +775,9 @@ VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   return root;
 }
 
-// Those that a dying node cannot hand over stay behind; the others go, and nothing is thrown.
+// Children that a destroyed node cannot pass to its parent stay; the others are passed on, and nothing is thrown.
 TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
-  // No child of the root is handed over; one of them; both, but one child of the first to go is not.
+  // No child of the root is passed on; one of them; both, but not one child of the first.
   std::vector<int> const expected = {1, 4, 6};
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);

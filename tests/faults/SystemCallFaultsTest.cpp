@@ -122,3 +122,18 @@ TEST(SystemCallFaultsTest, OneFailsWritingStep) {
 TEST(SystemCallFaultsTest, OneFailsListing) {
   TryCalls(3, {EIO, EINTR, kShort}, false, 60, 20);
 }
+
+// The file is synchronized before the rename and its folder after it, unless -nosync is given.
+TEST(SystemCallFaultsTest, OutputIsSynchronizedAroundRename) {
+  if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
+  auto const synchronization = [](Names const& words) {
+    FaultyRun const run(words);
+    std::string order;
+    for (std::string const& name : RunWith(run, {}, false).names) {
+      if (name == "fsync" || name == "rename") order += name + " ";
+    }
+    return order;
+  };
+  EXPECT_EQ(synchronization({"washer.stp", "new.html"}), "fsync rename fsync ");
+  EXPECT_EQ(synchronization({"-nosync", "washer.stp", "new.html"}), "rename ");
+}

@@ -88,6 +88,7 @@ class CallTracer {
     Call const* const call = Find(registers.orig_rax);
     if (call == nullptr) return;
     ++run.count;
+    run.names.emplace_back(call->name);
     bool const canBeShort = call->transfersBytes && registers.rdx > 1;
     if (canBeShort) run.transfers.push_back(run.count);
     if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);

@@ -32,7 +32,7 @@ std::string Rewritten(std::string const& bytes, VRELOptions* options = nullptr) 
   return Rewritten(document, options);
 }
 
-// What a description hands on, without the lines, which are written behind an @ and in front of an apostrophe.
+// Returns the record of a description without the line numbers, which are between an @ and an apostrophe.
 std::string Parameters(ReadDocument& document) {
   std::string const record = document.Record();
   std::string parameters;
@@ -57,7 +57,7 @@ void ExpectRoundTrip(std::string const& bytes, VRELOptions* options = nullptr) {
 
 }  // namespace
 
-TEST(StepWriterTest, WritesOneInstanceALine) {
+TEST(StepWriterTest, WritesInstancesOnLines) {
   EXPECT_EQ(Rewritten("ISO-10303-21;HEADER;/* c */FILE_DESCRIPTION(('d'),'2;1');FILE_NAME('n','t',('a','b'),('o'),\n"
                       "'p','s','');FILE_SCHEMA(('S'));ENDSEC;DATA;\n"
                       "#1 = A ( 'it''s' , '\\X2\\30D6\\X0\\' , .T. , -1.5E-3 , \"0F\" , $ , * , ( #2 , T ( 1 ) ) ) ;\n"

@@ -98,6 +98,18 @@ TEST(StandardErrorListenerTest, AcceptsForeignEventOfThatName) {
             "brivet: \n");
 }
 
+TEST(StandardErrorListenerTest, WritesNotesOnRequest) {
+  testing::internal::CaptureStderr();
+  {
+    StandardErrorListener const listener(nullptr, true);
+    VRELInfo::Printf("note: odd");
+    VRELInfo::Printf("Healing = On");
+    VRELWarning::Printf("first");
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "brivet: note: odd\nbrivet: warning: first\n");
+  EXPECT_EQ(Output([] { VRELInfo::Printf("note: odd"); }), "");
+}
+
 TEST(StandardErrorListenerTest, DestructorRemovesListener) {
   int const before = VRELEventBus::GetEventBus()->GetListenerCount();
   {

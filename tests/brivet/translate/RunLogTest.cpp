@@ -33,7 +33,7 @@ class RunLogTest : public testing::Test {
     RecordingListener listener;
     RunLog const log(kLog, filesOfRun);
     isWriting = log.IsWriting();
-    Texts const texts = listener.Texts();
+    Texts texts = listener.Texts();
     VRELInfo::Printf("text");
     return texts;
   }
@@ -145,7 +145,7 @@ TEST_F(RunLogTest, RefusesFilesOfRun) {
   EXPECT_EQ(Run({"hard.stp"}), Texts{Refusal("it is a file of this run")});
 }
 
-// It does not exist before the log is created.
+// The output does not exist before the log is created.
 TEST_F(RunLogTest, RefusesFutureOutput) {
   EXPECT_EQ(Run({"./brivet_read.log"}), Texts{Refusal("it is a file of this run")});
   EXPECT_FALSE(folder.Has(kLog));

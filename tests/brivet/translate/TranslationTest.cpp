@@ -134,7 +134,7 @@ TEST_F(TranslationTest, ListingHasNoWritePhase) {
 
 TEST_F(TranslationTest, SendsGenericTasksWhenMeasuring) {
   VRELPerfTrackerStatus::instance.SetPerfTracking(true);
-  Texts const texts = Run(DocumentText(""));
+  Texts const texts = Run(DocumentText("#1=A();\n"));
   VRELPerfTrackerStatus::instance.SetPerfTracking(false);
   Texts writing = kWriting;
   writing.insert(writing.begin() + 3, "Conversion");
