@@ -151,7 +151,7 @@ TEST_F(BrivetTest, ListsExampleDocument) {
   }
 }
 
-TEST_F(BrivetTest, ListingIsThatOfManual) {
+TEST_F(BrivetTest, ListingEqualsManual) {
   std::string shown;
   std::istringstream documentation(FileText(VREL_SOURCE_DIR "/docs/brivet.md"));
   std::string line;
@@ -364,7 +364,7 @@ TEST_F(BrivetTest, LogsFailure) {
                 "cannot open '../nothing/../brivet.stp': No such file or directory");
 }
 
-TEST_F(BrivetTest, LogLevelIsThatOfEnvironment) {
+TEST_F(BrivetTest, LogLevelIsReadFromEnvironment) {
   Write("washer.stp", WASHER);
   EXPECT_EQ(Shell("VRELLogLevel=NONE \"$b\" -list -set Healig=1 washer.stp").exitStatus, 0);
   EXPECT_EQ(Log(), "");

@@ -156,7 +156,7 @@ TEST(VRELArraySortTest, ClipsIndexes) {
   EXPECT_EQ(Elements(array), (Keys{3, 1}));
 }
 
-TEST(VRELArraySortTest, EndsWhereStepsNeverEnd) {
+TEST(VRELArraySortTest, EndsIfReferenceStepsNeverEnd) {
   EXPECT_FALSE(CheckAgainstModel({0, 1, 1, 1}));
   EXPECT_TRUE(IsOrderOf(Sorted({0, 1, 1, 1}), {0, 1, 1, 1}));
   EXPECT_FALSE(CheckAgainstModel({1, 1, 1, 1, 0, 1}));

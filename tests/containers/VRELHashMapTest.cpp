@@ -52,7 +52,7 @@ unsigned int Itself(int const& key) {
 bool Same(int const& a, int const& b) {
   return a == b;
 }
-bool SameHalf(int const& a, int const& b) {
+bool HaveEqualHalves(int const& a, int const& b) {
   return a / 2 == b / 2;
 }
 
@@ -344,11 +344,11 @@ TEST(VRELHashMapTest, RemoveDropsEqualKeyInProbeRun) {
   EXPECT_EQ(map.FindKey(173), -1);
 }
 
-TEST(VRELHashMapTest, UsesFunctionsThatWereSet) {
+TEST(VRELHashMapTest, UsesFunctionsOfSetFunctions) {
   IntMap map(17);
   EXPECT_EQ(map.GetHashCode(1), 0x23744B91u);
   EXPECT_FALSE(map.CheckEqual(4, 5));
-  map.SetFunctions(Itself, SameHalf);
+  map.SetFunctions(Itself, HaveEqualHalves);
   EXPECT_EQ(map.GetHashCode(1), 1u);
   EXPECT_TRUE(map.CheckEqual(4, 5));
   map.SetFunctions(nullptr, nullptr);
@@ -411,9 +411,9 @@ TEST(VRELHashMapTest, AssignmentSharesAndKeepsCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
-TEST(VRELHashMapTest, CopyAndAssignmentTakeFunctions) {
+TEST(VRELHashMapTest, CopyAndAssignmentCopyFunctions) {
   IntMap source(17);
-  source.SetFunctions(Itself, SameHalf);
+  source.SetFunctions(Itself, HaveEqualHalves);
   IntMap const copy(source);
   IntMap assigned(17);
   assigned = source;
@@ -749,7 +749,7 @@ TEST(VRELHashMapTest, SlotsMatchModelWithPoorHashes) {
 TEST(VRELHashMapTest, SlotsMatchModelWithUnequalHashes) {
   for (unsigned int seed = 0; seed < 20; ++seed) {
     IntMap map(17);
-    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, SameHalf);
+    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, HaveEqualHalves);
     HashModel model;
     model.hash = [](int key) { return static_cast<unsigned int>(key % 5); };
     model.equal = [](int a, int b) { return a / 2 == b / 2; };
@@ -843,7 +843,7 @@ TEST(VRELHashMapTest, IteratorEndsAfterChange) {
   EXPECT_EQ(visited, 2);
 }
 
-TEST(VRELHashMapTest, TakesInitializerList) {
+TEST(VRELHashMapTest, ConstructsFromInitializerList) {
   VRELHashMap<VRELString, int> const map = {{L"hub", 1}, {L"rim", 2}, {L"hub", 3}};
   EXPECT_EQ(map.Size(), 2);
   int value = 0;
@@ -906,7 +906,7 @@ TEST(VRELHashMapTest, ComparesKeysAndValues) {
   EXPECT_TRUE(IntMap() == IntMap(0));
   // One key of `loose` equals both of the other map.
   IntMap loose = MapOf({2, 5});
-  loose.SetFunctions([](int const&) { return 2u; }, SameHalf);
+  loose.SetFunctions([](int const&) { return 2u; }, HaveEqualHalves);
   IntMap strict(17);
   strict.SetFunctions([](int const&) { return 2u; }, Same);
   strict.Add(2, 20);

@@ -75,7 +75,7 @@ TEST(VRELMapTest, PushAndPopWorkAtBothEnds) {
   EXPECT_EQ(Contents(map), Entries());
 }
 
-TEST(VRELMapTest, TakesAnyLongAsKey) {
+TEST(VRELMapTest, AcceptsAnyLongAsKey) {
   long const low = std::numeric_limits<long>::min();
   long const high = std::numeric_limits<long>::max();
   VRELMap map;

@@ -267,16 +267,16 @@ TEST(VRELTreeTest, ClassesAreDeletedThroughBase) {
 TEST(VRELTreeTest, NodeKeyUsesAddressHashAndObjectEquality) {
   using List = VRELHashList<Node*>;
   Node one(Object(7));
-  Node twin(Object(7));
+  Node equal(Object(7));
   Node other(Object(8));
   EXPECT_TRUE(List::HashEqualFunction(&one, &one));
-  EXPECT_TRUE(List::HashEqualFunction(&one, &twin));
+  EXPECT_TRUE(List::HashEqualFunction(&one, &equal));
   EXPECT_FALSE(List::HashEqualFunction(&one, &other));
   EXPECT_FALSE(List::HashEqualFunction(&one, nullptr));
   EXPECT_FALSE(List::HashEqualFunction(nullptr, &one));
   EXPECT_FALSE(List::HashEqualFunction(nullptr, nullptr));
   EXPECT_EQ(List::GetHashValue(&one), VRELHashList<void*>::GetHashValue(&one));
-  EXPECT_NE(List::GetHashValue(&one), List::GetHashValue(&twin));
+  EXPECT_NE(List::GetHashValue(&one), List::GetHashValue(&equal));
 }
 
 TEST(VRELTreeTest, GetChildCountCountsReachedNodes) {

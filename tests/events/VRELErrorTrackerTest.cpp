@@ -33,7 +33,7 @@ TEST_F(VRELErrorTrackerTest, IsNullAtStart) {
   EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
 }
 
-TEST_F(VRELErrorTrackerTest, KeepsNothingWithoutTracker) {
+TEST_F(VRELErrorTrackerTest, StoresNoErrorWithoutTracker) {
   VRELError::Printf("lost");
   SendError(5, L"lost");
   EXPECT_EQ(VRELError::GetErrorCount(), 0);

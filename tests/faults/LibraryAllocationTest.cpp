@@ -88,8 +88,8 @@ Outcome Is(VRELString const& text, std::u16string_view wanted) {
   return text.view() == wanted ? Right : Wrong;
 }
 
-// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the default
-// converter is used and the failure is counted.
+// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the
+// default converter is used and the failure is counted.
 Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
   char bytes[200] = "before";
   VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
@@ -356,7 +356,7 @@ TEST(LibraryAllocationTest, MapIsUnchangedAfterFailedGrowth) {
   EXPECT_GT(met, 5);
 }
 
-TEST(LibraryAllocationTest, ClearEmptiesMapInAnyCase) {
+TEST(LibraryAllocationTest, ClearEmptiesMapAfterFailure) {
   VRELString const keys[] = {VRELString(L"hub"), VRELString(L"rim"), VRELString(L"axle")};
   long met = 0;
   for (long number = 1; number < 100; ++number) {
@@ -497,7 +497,7 @@ struct CountedFolder : VRELRoloNode {
   static inline int alive = 0;
 };
 
-TEST(LibraryAllocationTest, FolderIsDeletedWithoutMemory) {
+TEST(LibraryAllocationTest, FolderDestructorNeedsNoMemory) {
   for (bool lasts : {false, true}) {
     long met = 0;
     for (long number = 1; number < 100; ++number) {

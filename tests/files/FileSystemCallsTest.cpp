@@ -218,7 +218,7 @@ TEST_F(FileSystemCallsTest, ResolveAgainstProbesShortestTailFirst) {
                           "open DIR/y/z.dat 0x80000 00", "open DIR/x/y/z.dat 0x80000 00"));
 }
 
-TEST_F(FileSystemCallsTest, ResolveAgainstOverlongDirectoryProbesNothing) {
+TEST_F(FileSystemCallsTest, ResolveAgainstProbesNoOverlongPath) {
   VRELFilePath const path("x/y/z.dat");
   std::string const longName(5000, 'd');
   VRELFilePath base((longName + "/top.asm").c_str());

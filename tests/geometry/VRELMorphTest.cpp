@@ -128,7 +128,7 @@ TYPED_TEST(VRELMorphTest, AllPartsHaveEffect) {
   EXPECT_EQ(this->Image(morph, TypeParam::Make(1.0, 2.0, 4.0), true), this->First(-6.0, 3.0, 12.0));
 }
 
-TYPED_TEST(VRELMorphTest, CopyTakesFlags) {
+TYPED_TEST(VRELMorphTest, CopyKeepsFlags) {
   typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 1.0 + 1e-12);
   morph.setScale(1.0);
   ASSERT_FALSE(morph.isScale());

@@ -52,7 +52,7 @@ void Send(Event&& event) {
   VRELEventBus::Fire(event);
 }
 
-void TellOptions(long result) {
+void SendOptions(long result) {
   VRELOptions options;
   options.AddOption(L"*.Healing", true);
   options.AddOption(L"Step.Healing", 12);
@@ -61,22 +61,22 @@ void TellOptions(long result) {
   Send(EndOptions(result));
 }
 
-void TellPreprocessing(bool source) {
+void SendPreprocessing(bool source) {
   Send(VRELStartPreprocessDocumentEvent(source));
   Send(VRELEndPreprocessDocumentEvent(VREL_S_OK, source));
 }
 
-void TellEntities(long result) {
+void SendEntities(long result) {
   Send(VRELStartReadEntitiesTaskEvent());
   Send(VRELEndReadEntitiesTaskEvent(result));
 }
 
-void TellPostprocessing(long result) {
+void SendPostprocessing(long result) {
   Send(VRELStartPostprocessDocumentEvent());
   Send(VRELEndPostprocessDocumentEvent(result));
 }
 
-void TellWriting(wchar_t const* name, long result) {
+void SendWriting(wchar_t const* name, long result) {
   Send(VRELStartWriteFileTaskEvent(VRELFilePath("wheel.html")));
   Send(VRELEndWriteFileTaskEvent(name, result));
 }
@@ -87,23 +87,23 @@ void TranslateWell() {
   start.AddOption("Step.File", "wheel.step");
   Send(start);
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
-  TellOptions(VREL_S_OK);
+  SendOptions(VREL_S_OK);
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.Set(VRELFileHeader::UNITS, L"mm");
   VRELStartReadFileTaskEvent::Fire("wheel.step");
   Send(VRELEndReadFileTaskEvent(VREL_S_OK, &header));
-  TellPreprocessing(true);
-  TellEntities(VREL_S_OK);
+  SendPreprocessing(true);
+  SendEntities(VREL_S_OK);
   VRELStartConversionTaskEvent::Fire();
   Send(VRELStartConversionStageEvent("Face", 3, 100, true));
   VRELStartTranslateRepairEvent::Fire("Face", "Exact", 7);
   VRELDebugEvent::Fire("below the threshold");
   VRELInfo::Printf("%d faces converted", 3);
   VRELEndTaskEvent::Fire(VREL_S_OK, "Conversion", "Conversion", VREL_LEVEL_INFO, false);
-  TellPreprocessing(false);
-  TellPostprocessing(VREL_S_OK);
-  TellWriting(L"wheel.html", VREL_S_OK);
+  SendPreprocessing(false);
+  SendPostprocessing(VREL_S_OK);
+  SendWriting(L"wheel.html", VREL_S_OK);
   VRELEndTranslationTaskEvent::Fire(VREL_S_OK, false);
   Send(VRELEndProductEvent(VREL_S_OK));
 }
@@ -114,15 +114,15 @@ void TranslateBadly() {
   PerfTracking const tracking;
   Send(VRELStartProductEvent("Brivet 1.0", ""));
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
-  TellOptions(VREL_S_PARTIAL);
+  SendOptions(VREL_S_PARTIAL);
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   header.Set(VRELFileHeader::UNITS, L"mm");
   VRELStartReadFileTaskEvent::Fire("wheel.step");
   Send(VRELEndReadFileTaskEvent(VREL_S_OK, &header));
-  TellPreprocessing(true);
-  TellEntities(VREL_S_PARTIAL);
+  SendPreprocessing(true);
+  SendEntities(VREL_S_PARTIAL);
   VRELStartConversionTaskEvent::Fire();
   Send(VRELStartConversionStageEvent("Face", 3, 100, true));
   VRELWarning::Printf("face %d is open by 5%%%% of its length", 7);
@@ -133,9 +133,9 @@ void TranslateBadly() {
   VRELErrorEvent::Fire("face %d has no surface", 8);
   VRELAssertEvent::Fire("%s", "face 8 %d");
   VRELEndTaskEvent::Fire(VREL_S_PARTIAL, "Conversion", "Conversion", VREL_LEVEL_INFO, true);
-  TellPreprocessing(false);
-  TellPostprocessing(VREL_E_FAIL);
-  TellWriting(L"", VREL_E_FILE_SAVE);
+  SendPreprocessing(false);
+  SendPostprocessing(VREL_E_FAIL);
+  SendWriting(L"", VREL_E_FILE_SAVE);
   Send(VRELEndTranslationTaskEvent(VREL_S_PARTIAL, true, 2));
   Send(VRELEndProductEvent(VREL_S_PARTIAL));
 }

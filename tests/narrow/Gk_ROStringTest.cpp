@@ -501,9 +501,9 @@ class PatternModel {
         ++p;
       } else if (c == '[') {
         if (ended || leading) return false;
-        std::size_t const behind = BehindSet(Fold(name[n]), p + 1);
-        if (behind == 0) return false;
-        p = behind;
+        std::size_t const end = EndOfSet(Fold(name[n]), p + 1);
+        if (end == 0) return false;
+        p = end;
       } else {
         if (c == '\\' && ++p == pattern.size()) return false;
         if (ended || Fold(name[n]) != Fold(pattern[p])) return false;
@@ -527,12 +527,12 @@ class PatternModel {
  private:
   static int Fold(char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; }
 
-  // Returns the index after the "]" of a set that takes the byte; 0 for a set that does not.
-  std::size_t BehindSet(int byte, std::size_t p) const {
+  // Returns the index after the "]" of a set that contains the byte; 0 if it does not contain the byte.
+  std::size_t EndOfSet(int byte, std::size_t p) const {
     bool const negated = p < pattern.size() && (pattern[p] == '!' || pattern[p] == '^');
     if (negated) ++p;
     for (; p < pattern.size() && pattern[p] != ']';) {
-      int const low = Take(p);
+      int const low = ReadByte(p);
       int high = low;
       if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = Take(++p);
       if (low < 0 || high < 0) return 0;
@@ -542,7 +542,7 @@ class PatternModel {
   }
 
   // Returns the folded byte; -1 for the end of the pattern and for a "/".
-  int Take(std::size_t& p) const {
+  int ReadByte(std::size_t& p) const {
     if (pattern[p] == '\\') ++p;
     if (p >= pattern.size() || pattern[p] == '/') return -1;
     return Fold(pattern[p++]);
@@ -580,7 +580,7 @@ TEST(Gk_ROStringTest, EqualsRecursiveModel) {
   EXPECT_LT(matches, pairs * 19 / 20);
 }
 
-TEST(Gk_ROStringTest, HostilePatternsTakePolynomialTime) {
+TEST(Gk_ROStringTest, HostilePatternsNeedPolynomialTime) {
   std::string const name(10000, 'a');
   std::string stars;
   for (int i = 0; i < 1000; ++i) stars += "*a";

@@ -31,7 +31,7 @@ TEST(Gk_FuncTest, FloatsAreComparedAsFloats) {
   EXPECT_TRUE(Gk_Func::equal(16777216.0f, -1.0f, 16777216.0f));
 }
 
-TEST(Gk_FuncTest, WhatIsNotANumberEqualsNothing) {
+TEST(Gk_FuncTest, NaNEqualsNothing) {
   EXPECT_FALSE(Gk_Func::equal(notANumber, 1.0, 10.0));
   EXPECT_FALSE(Gk_Func::equal(1.0, notANumber, 10.0));
   EXPECT_FALSE(Gk_Func::equal(notANumber, notANumber, 10.0));

@@ -254,7 +254,7 @@ TEST(VRELOptionTest, ReadsReturnCurrentValue) {
   EXPECT_EQ(option.GetDefaultValue(value), VREL_S_OK);
 }
 
-TEST(VRELOptionTest, FirstValueSetsTheType) {
+TEST(VRELOptionTest, FirstValueSetsType) {
   struct Row {
     VRELValue value;
     char const* shown;
@@ -577,7 +577,7 @@ std::string StringOf(VRELOption const& option) {
   return value.toUtf8();
 }
 
-TEST(VRELOptionTest, ConstructorsTakeStrings) {
+TEST(VRELOptionTest, ConstructorsAcceptStrings) {
   VRELOptionName const name(L"Test.Strings");
   EXPECT_EQ(StringOf(VRELOption(name, "narrow", false)), "narrow");
   EXPECT_EQ(StringOf(VRELOption(name, L"wide \u00D6", false)), "wide \xC3\x96");
@@ -587,7 +587,7 @@ TEST(VRELOptionTest, ConstructorsTakeStrings) {
   EXPECT_EQ(StringOf(VRELOption(name, static_cast<wchar_t const*>(nullptr), false)), "");
 }
 
-TEST(VRELOptionTest, SetValueTakesStrings) {
+TEST(VRELOptionTest, SetValueAcceptsStrings) {
   VRELOption option(VRELString(L"Test.Strings"));
   EXPECT_EQ(option.SetValue("narrow"), VREL_S_OK);
   EXPECT_EQ(StringOf(option), "narrow");

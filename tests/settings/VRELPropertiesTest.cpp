@@ -111,7 +111,7 @@ TEST(VRELPropertiesTest, ValuesOfEveryKind) {
   EXPECT_TRUE(value == VRELValue(8));
 }
 
-TEST(VRELPropertiesTest, SetReplacesTheValueOfAKey) {
+TEST(VRELPropertiesTest, SetReplacesValueOfKey) {
   VRELProperties properties;
   properties.Set(L"a", VRELValue(1));
   EXPECT_EQ(properties.Set(L"a", VRELValue(VRELString(L"two"))), VREL_S_OK);
@@ -484,7 +484,7 @@ TEST(VRELPropertiesTest, RoundTrip) {
   }
 }
 
-TEST(VRELPropertiesTest, SetTakesEveryKindOfValue) {
+TEST(VRELPropertiesTest, SetAcceptsEveryKindOfValue) {
   VRELProperties properties;
   EXPECT_EQ(properties.Set(L"a", "narrow"), VREL_S_OK);
   EXPECT_EQ(properties.Set(L"b", L"wide"), VREL_S_OK);

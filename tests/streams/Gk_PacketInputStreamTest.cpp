@@ -91,7 +91,7 @@ TEST(Gk_PacketInputStreamTest, ReadCrossesPackets) {
   EXPECT_EQ(stream.read(target, 6), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
+TEST(Gk_PacketInputStreamTest, ReadReturnsRemainingBytes) {
   Bytes underlying("abcdef");
   Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -140,7 +140,7 @@ TEST(Gk_PacketInputStreamTest, SkipCrossesPackets) {
   EXPECT_EQ(stream.skip(1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, SkipReturnsWhatIsLeft) {
+TEST(Gk_PacketInputStreamTest, SkipReturnsRemainingBytes) {
   Bytes underlying("abcdef");
   Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.skip(LONG_MAX), 6);
@@ -202,7 +202,7 @@ TEST(Gk_PacketInputStreamTest, SetOffsetPushesBackZeroBytes) {
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
-TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
+TEST(Gk_PacketInputStreamTest, SetOffsetOnFile) {
   ScratchDirectory const scratch;
   VRELFilePath const path(VRELString(scratch.Write("letters", "abcdefghij")));
   VRELFileInputStream file(path);

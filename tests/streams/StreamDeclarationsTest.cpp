@@ -143,7 +143,7 @@ static_assert(std::is_base_of_v<VRELOutputStream, VRELFileOutputStream>);
 static_assert(std::is_base_of_v<VRELOutputStream, VRELStringOutputStream>);
 static_assert(std::is_base_of_v<VRELFilterOutputStream, Gk_PacketOutputStream>);
 
-// The object at an offset in another one.
+// Returns the part of type `Field` at `offset` of `object`.
 template <class Field, class Object>
 Field const& FieldAt(Object const& object, std::size_t offset) {
   return *reinterpret_cast<Field const*>(reinterpret_cast<char const*>(&object) + offset);

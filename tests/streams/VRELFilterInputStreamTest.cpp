@@ -67,7 +67,7 @@ TEST(VRELFilterInputStreamTest, DuplicateIsPure) {
   EXPECT_EQ(sizeof(VRELFilterInputStream), sizeof(VRELInputStream));
 }
 
-TEST(VRELFilterInputStreamTest, ForwardsEverything) {
+TEST(VRELFilterInputStreamTest, ForwardsAllOperations) {
   RecordingStream underlying;
   Filter filter(&underlying);
   VRELInputStream& stream = filter;

@@ -45,7 +45,7 @@ TEST(VRELStringInputStreamTest, EmptyString) {
   }
 }
 
-TEST(VRELStringInputStreamTest, ReadWholeIsAllOrNothing) {
+TEST(VRELStringInputStreamTest, ReadWholeFailsIfTooShort) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   char buffer[8] = "#######";
   EXPECT_TRUE(stream.readWhole(buffer, 2));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(HtmlTextTest, EscapesWhatHasAMeaning) {
+TEST(HtmlTextTest, EscapesMarkupCharacters) {
   EXPECT_EQ(EscapeHtml(""), "");
   EXPECT_EQ(EscapeHtml("a < b & c > \"d\" 'e'"), "a &lt; b &amp; c &gt; &quot;d&quot; 'e'");
   EXPECT_EQ(EscapeHtml("&#12;</SCRIPT>"), "&amp;#12;&lt;/SCRIPT&gt;");
@@ -27,7 +27,7 @@ TEST(HtmlTextTest, WritesCharactersBeyondAsciiAsReferences) {
   for (Row const& row : rows) EXPECT_EQ(EscapeHtml(row.text), row.html);
 }
 
-TEST(HtmlTextTest, ReplacesBytesThatAreNoUtf8) {
+TEST(HtmlTextTest, ReplacesInvalidUtf8) {
   std::string const bad = "&#65533;";
   EXPECT_EQ(EscapeHtml("\x80z"), bad + "z");
   EXPECT_EQ(EscapeHtml("\xC3"), bad);

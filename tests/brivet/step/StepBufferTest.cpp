@@ -10,7 +10,7 @@
 #include "StepFixture.h"
 #include "VRELAbortException.h"
 
-TEST(StepBufferTest, ReadsBytesAndGoesBack) {
+TEST(StepBufferTest, ReadsBytesAndSeeksBack) {
   BytesInFile file("ab\xFF");
   StepBuffer& buffer = file.Buffer();
   EXPECT_EQ(buffer.IsValid(), VREL_S_OK);
@@ -40,7 +40,7 @@ TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   EXPECT_EQ(buffer.Offset(), 3U);
 }
 
-TEST(StepBufferTest, ReadsElsewhereWithoutAMove) {
+TEST(StepBufferTest, ReadAtKeepsPosition) {
   BytesInFile file("abcdef");
   StepBuffer& buffer = file.Buffer();
   buffer.Take();
@@ -71,13 +71,13 @@ TEST(StepBufferTest, HasNoBinaryValues) {
   EXPECT_EQ(number, 5);
 }
 
-TEST(StepBufferTest, TakesAnEmptyFile) {
+TEST(StepBufferTest, AcceptsEmptyFile) {
   BytesInFile file("");
   EXPECT_EQ(file.Buffer().IsValid(), VREL_S_OK);
   EXPECT_EQ(file.Buffer().Peek(), StepBuffer::kEnd);
 }
 
-TEST(StepBufferTest, RefusesWhatHasNoLength) {
+TEST(StepBufferTest, RefusesStreamWithoutLength) {
   ScratchDirectory directory;
   std::string const pipe = directory.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -90,7 +90,7 @@ TEST(StepBufferTest, RefusesWhatHasNoLength) {
 }
 
 // The window is 4 MiB: what lies behind it comes with another.
-TEST(StepBufferTest, SlidesOverALargeFile) {
+TEST(StepBufferTest, MovesWindowOverLargeFile) {
   std::string bytes(5 * 1024 * 1024, 'a');
   bytes[4 * 1024 * 1024] = 'b';
   bytes.back() = 'c';
@@ -106,7 +106,7 @@ TEST(StepBufferTest, SlidesOverALargeFile) {
   EXPECT_EQ(buffer.Take(), 'a');
 }
 
-TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
+TEST(StepBufferTest, EndsAtNewEndOfTruncatedFile) {
   ScratchDirectory directory;
   std::string const path = directory.Write("part.stp", std::string(5 * 1024 * 1024, 'a'));
   StepBuffer buffer(VRELFileHandle(new VRELFile(path.c_str())), nullptr);
@@ -117,7 +117,7 @@ TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
 }
 
 // However long a single token is.
-TEST(StepBufferTest, StopsOnRequestWithinAMebibyte) {
+TEST(StepBufferTest, StopsOnAbortWithinOneMebibyte) {
   constexpr unsigned long MEBIBYTE = 1048576;
   BytesInFile file(std::string(3 * MEBIBYTE, 'x'));
   StepBuffer& buffer = file.Buffer();

@@ -137,7 +137,7 @@ TEST(StepFormatReaderTest, FillsReaderLists) {
   EXPECT_EQ(document->GetNextDataSection(), nullptr);
 }
 
-TEST(StepFormatReaderTest, TakesAllLineEnds) {
+TEST(StepFormatReaderTest, AcceptsAllLineEnds) {
   std::string const bytes = DocumentText("#1=A('a\nb\\S\\A',\n#2);\n#2=B();\n");
   for (char const* end : {"\n", "\r\n", "\r"}) {
     std::string other;
@@ -318,7 +318,7 @@ TEST(StepFormatReaderTest, ReportsHundredWarnings) {
   EXPECT_EQ(messages[100], "WARNING: part.stp: warning: 50 more warnings were not shown");
 }
 
-TEST(StepFormatReaderTest, TakesDeepListsAndScopes) {
+TEST(StepFormatReaderTest, AcceptsDeepListsAndScopes) {
   constexpr long DEPTH = 100'000;
   ExpectCounts(DocumentText("#1=A(" + std::string(DEPTH, '(') + "1" + std::string(DEPTH, ')') + ");"), {1, 1, 0});
   std::string scopes;
@@ -331,7 +331,7 @@ TEST(StepFormatReaderTest, TakesDeepListsAndScopes) {
 }
 
 // Ids that agree in their lower half share no slot for it.
-TEST(StepFormatReaderTest, TakesSparseIds) {
+TEST(StepFormatReaderTest, AcceptsSparseIds) {
   constexpr long COUNT = 100'000;
   std::string data;
   for (long i = 0; i < COUNT; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
@@ -340,7 +340,7 @@ TEST(StepFormatReaderTest, TakesSparseIds) {
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 
-TEST(StepFormatReaderTest, TakesIdsOfAnyLength) {
+TEST(StepFormatReaderTest, AcceptsIdsOfAnyLength) {
   std::string const far = "1" + std::string(300, '0');
   ReadDocument document(DocumentText("#" + far + "1=A(#00" + far + "2,#" + far + "3);#000" + far + "2=B(#1);#1=C(#" +
                                      far + "1);\n#0" + far + "1=D();"));

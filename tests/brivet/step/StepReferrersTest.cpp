@@ -39,7 +39,7 @@ TEST(StepReferrersTest, ReturnsEachReferrerOnce) {
   EXPECT_EQ(walks, 2);
 }
 
-TEST(StepReferrersTest, TakesEmptyDocument) {
+TEST(StepReferrersTest, AcceptsEmptyDocument) {
   int walks = 0;
   StepReferrers(0, WalkOver({}, walks));
   Pairs const none;
@@ -49,7 +49,7 @@ TEST(StepReferrersTest, TakesEmptyDocument) {
 }
 
 // Each of 1,100 instances refers to all: more than are kept at once.
-TEST(StepReferrersTest, ManyReferencesTakeMorePasses) {
+TEST(StepReferrersTest, ManyReferencesNeedMorePasses) {
   constexpr std::uint32_t COUNT = 1100;
   int walks = 0;
   StepReferrers referrers(COUNT, [&walks](StepReferrers::Note const& note) {
@@ -136,7 +136,7 @@ TEST(StepReferrersTest, AgreesWithModel) {
   }
 }
 
-TEST(StepReferrersTest, KeepsAsManyAsGiven) {
+TEST(StepReferrersTest, KeepsUpToGivenCount) {
   constexpr std::uint32_t kCount = 1100;
   int walks = 0;
   StepReferrers referrers(

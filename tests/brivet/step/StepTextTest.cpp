@@ -116,7 +116,7 @@ TEST(StepTextTest, KeepsInvalidEscapes) {
 }
 
 // Cost: linear time, no deep stack.
-TEST(StepTextTest, TakesManyEscapes) {
+TEST(StepTextTest, DecodesManyEscapes) {
   constexpr std::size_t COUNT = 100000;
   auto const repeat = [](std::string const& part) {
     std::string all;

@@ -57,7 +57,7 @@ void ExpectRoundTrip(std::string const& bytes, VRELOptions* options = nullptr) {
 
 }  // namespace
 
-TEST(StepWriterTest, WritesOneInstanceALine) {
+TEST(StepWriterTest, WritesOneInstancePerLine) {
   EXPECT_EQ(Rewritten("ISO-10303-21;HEADER;/* c */FILE_DESCRIPTION(('d'),'2;1');FILE_NAME('n','t',('a','b'),('o'),\n"
                       "'p','s','');FILE_SCHEMA(('S'));ENDSEC;DATA;\n"
                       "#1 = A ( 'it''s' , '\\X2\\30D6\\X0\\' , .T. , -1.5E-3 , \"0F\" , $ , * , ( #2 , T ( 1 ) ) ) ;\n"
@@ -256,7 +256,7 @@ TEST(StepWriterTest, KeepsEdition3Sections) {
   EXPECT_EQ(Rewritten(document), bytes);
 }
 
-TEST(StepWriterTest, CommentSaysWhatIsIncomplete) {
+TEST(StepWriterTest, CommentListsIncompleteParts) {
   EXPECT_THAT(
       Rewritten(DocumentText("#1=A(;\n#2=B();\n")),
       HasSubstr("FILE_SCHEMA(('S'));\nENDSEC;\n/* INCOMPLETE: 1 part of the document could not be read and is not "

@@ -105,7 +105,7 @@ TEST_F(VRELLoggerTest, StartsIdle) {
   logger.HandleEvent(event);
 }
 
-TEST_F(VRELLoggerTest, InitializeTakesStreamAndAddsListener) {
+TEST_F(VRELLoggerTest, InitializeSetsStreamAndAddsListener) {
   StreamHistory history;
   auto* const stream = new HistoryStream(history);
   VRELLogger logger;
@@ -337,7 +337,7 @@ class SpecialAbort : public VRELAbortException {
   virtual ~SpecialAbort() = default;
 };
 
-TEST_F(VRELLoggerTest, AbortIsRethrownAsNew) {
+TEST_F(VRELLoggerTest, AbortIsRethrownAsNewObject) {
   ThrowingListener const listener([] { throw SpecialAbort(); });
   VRELFilePath path(directory.Path("no/such/log").c_str());
   VRELLogger logger;

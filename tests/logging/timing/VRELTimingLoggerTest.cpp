@@ -55,7 +55,7 @@ int ListenerCount() {
 }
 
 // Monitor that returns the times that the test sets.
-class ToldMonitor : public VRELBasePerformanceMonitor {
+class RecordingMonitor : public VRELBasePerformanceMonitor {
  public:
   VRINResult PrintStatistics() override {
     VRELInfo::Printf("statistics");
@@ -379,7 +379,7 @@ TEST_F(VRELTimingLoggerTest, OverlongIdentifierIsTruncated) {
 }
 
 TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
   monitor.userTime = 10;
@@ -411,7 +411,7 @@ TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("A", 0, 0);
@@ -429,7 +429,7 @@ TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
   monitor.kernelTime = 5;
@@ -457,7 +457,7 @@ TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
 }
 
 TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
   monitor.userTime = 2;
@@ -469,7 +469,7 @@ TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
-  auto monitor = std::make_unique<ToldMonitor>();
+  auto monitor = std::make_unique<RecordingMonitor>();
   VRELTimingLogger::_pMonitor = monitor.get();
   Start("A", 0, 0);
   monitor->userTime = 2;
@@ -481,7 +481,7 @@ TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
 }
 
 TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   auto another = std::make_unique<VRELTimingLogger>();
   another->Initialize();
   EXPECT_EQ(ListenerCount(), 2);
@@ -715,7 +715,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
     // Is destroyed first.
-    static ToldMonitor monitor;
+    static RecordingMonitor monitor;
     VRELTimingLogger::_pMonitor = &monitor;
   });
   ExpectWell(child);
