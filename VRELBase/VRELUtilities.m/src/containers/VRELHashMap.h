@@ -120,8 +120,8 @@ class VRELHashMap {
     return true;
   }
 
-  // Returns the value of the key for which equals(K const&) holds, or null, so that a caller need not make a K to
-  // search for one. The pointer is valid until the next change.
+  // Returns the value of the key for which equals(K const&) holds, or null, so that a caller can
+  // search without constructing a K. The pointer is valid until the next change.
   //
   // Requires: `hash` is the hash of such a key.
   template <class Equals>

@@ -68,8 +68,8 @@ constexpr bool IsAggregateOfArguments() noexcept {
 //
 // False for the standard types that are known to fail in libstdc++ or libc++ (std::string, list, deque, map, set, the
 // unordered containers, function, any), and for an array, optional, pair, tuple or variant of them. True for all other
-// types, because a class cannot be looked into. Specialize it for a class of yours that must not be moved, or
-// for a standard type that your program may move:
+// types, because the members of a class cannot be examined. Specialize it for your own class that must not be
+// moved, or for a standard type that your program may move:
 //
 //   struct Node { Node* self = this; };
 //   template <>

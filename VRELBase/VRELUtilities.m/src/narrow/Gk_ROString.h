@@ -77,8 +77,8 @@ class VREL_EXPORT Gk_ROString {
   //   \       takes the next pattern byte literally
   //
   // After a "*" the rest of the name counts as a name, so that a "[" directly after it takes no dot at all. The name
-  // may continue with a "/" where the pattern ends. Compatibility: unlike a shell pattern, "*" takes "/" and a leading
-  // dot, and a "*" at the end takes the whole rest.
+  // may continue with a "/" where the pattern ends.
+  // Compatibility: unlike a shell pattern, "*" takes "/" and a leading dot, and a "*" at the end takes the whole rest.
   //
   // Takes at most len() steps for each byte of the pattern, and no memory.
   bool matchPathPattern(Gk_ROString const& pattern) const;

@@ -391,7 +391,7 @@ class VRELHashTable {
     return false;
   }
 
-  // A vacant slot has a default key, so that a plain key that is none shows an occupied slot without a look at the
+  // A vacant slot has a default key, so that a plain key that is not the default one marks an occupied slot without reading the
   // control byte.
   static bool IsVacant(unsigned char const* occupied, K const* keys, int slot) {
     bool const isOccupied = occupied[slot] != ControlBytes::kVacant;
