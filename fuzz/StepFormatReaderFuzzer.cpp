@@ -1,8 +1,6 @@
-// Feeds the reader of STEP files a file in memory, read whole as the driver
-// reads it. Asserts that the description agrees with the counts and with
-// itself: a document that is written from it, plainly, is read without a
-// failure and has the same description, and the referrers of an instance are
-// those that refer to it.
+// Reads a generated STEP file in memory completely, as the driver does. Checks that the description agrees with the
+// counts, that a document written from the description is read without a failure and has the same description, and that
+// the referrers of each instance are the instances that refer to it.
 #include "StepFormatReader.h"
 
 #include <cstdint>
@@ -32,8 +30,8 @@ void CheckCounts(StepFormatReader& document, PlainWriter const& data) {
   Require(ofTypes == data.instances, "every instance has a type");
 
   PlainWriter onlyEscaped;
-  Require(document.DescribeEscaped(onlyEscaped) == VREL_S_OK, "texts with escapes are described");
-  Require(onlyEscaped.escaped == data.escaped, "all texts with escapes are described");
+  Require(document.DescribeEscaped(onlyEscaped) == VREL_S_OK, "strings with escapes are described");
+  Require(onlyEscaped.escaped == data.escaped, "all strings with escapes are described");
 }
 
 // In the order of the document, which is that of the references too.
@@ -51,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   PlainWriter header;
   read.document->DescribeHeader(header);
   if (!read.isOpen) {
-    Require(!read.document->GetState().IsSuccess(), "a file that is none is told");
+    Require(!read.document->GetState().IsSuccess(), "a file of another format is refused");
     return 0;
   }
   if (!read.isResolved) return 0;

@@ -1,5 +1,5 @@
-// Feeds DecodeStepText a string as a STEP file has it. Asserts that a string without an escape is its own text, and
-// that a text which is written with escapes and doubled backslashes is read back.
+// Decodes a generated string of a STEP file. Checks that a string without an escape is unchanged, and that a string
+// that is encoded with escapes and doubled backslashes decodes to itself.
 #include "StepText.h"
 
 #include <cstdint>
@@ -15,7 +15,7 @@ std::string Encode(VRELString const& text) {
   for (char const c : text.toUtf8()) doubled.append(c == '\\' ? 2 : 1, c);
   VRELStringISO1030321Writer writer;
   char const* written = nullptr;
-  Require(writer.ConvertToASCII(VRELString(doubled), written) == VREL_S_OK, "every text is written");
+  Require(writer.ConvertToASCII(VRELString(doubled), written) == VREL_S_OK, "every string is encoded");
   return written != nullptr ? written : "";
 }
 
@@ -27,9 +27,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   VRELString const plain(raw);
   if (raw.find('\\') == std::string::npos) Require(!decoded.escaped, "an escape has a backslash");
   bool const isUtf8 = plain.toUtf8() == raw;
-  if (isUtf8 && !decoded.escaped) Require(decoded.text.equals(plain), "a string without an escape is its own text");
+  if (isUtf8 && !decoded.escaped) Require(decoded.text.equals(plain), "a string without an escape is unchanged");
 
   StepText const back = DecodeStepText(Encode(plain));
-  Require(back.text.equals(plain), "what is written is read back");
+  Require(back.text.equals(plain), "an encoded string decodes to itself");
   return 0;
 }

@@ -1,7 +1,7 @@
 // StepMemory read|page|occt FILE
 //
-// Does that work on a STEP file and prints by how many bytes the process has grown at its largest; 0 for a peer that is
-// not there, or when the work led to nothing.
+// Reads a STEP file, or writes a page of it, and prints the peak memory of the process in bytes, less the memory at its
+// start; 0 if the peer is not available or nothing was read.
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// A figure of the process in bytes: VmRSS is what it has now, VmHWM what it had at its largest.
+// Returns a memory size of the process in bytes: VmRSS is the present size, VmHWM the peak.
 long long Memory(char const* name) {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {

@@ -16,7 +16,7 @@
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 
-// Writes a document's data as a STEP file has it, and counts what comes.
+// Writes the data of a document as in a STEP file, and counts instances, references and escapes.
 class PlainWriter final : public DocumentVisitor {
  public:
   using Names = std::vector<std::string>;
@@ -121,7 +121,7 @@ class FileInMemory {
   std::string path = "/proc/self/fd/" + std::to_string(descriptor);
 };
 
-// A document read from its first byte to its last, as the driver reads it.
+// A document that is read completely, as the driver does.
 class ReadDocument {
  public:
   explicit ReadDocument(std::string const& bytes) {

@@ -96,11 +96,11 @@ TEST_F(BrivetHostileTest, AcceptsUnusualBytes) {
   EXPECT_THAT(Text(cr), EndsWith(expected));
   EXPECT_THAT(Text("\xEF\xBB\xBF" + whole), EndsWith(expected));
   EXPECT_THAT(Text(whole.substr(0, whole.size() - 1)), EndsWith(expected));
-  // Beyond ASCII: UTF-8, and what is none.
+  // Beyond ASCII: valid and invalid UTF-8.
   EXPECT_THAT(Text(DocumentText("#1=A('\xC3\xA4\xF0\x9F\x94\xA9');\n")),
               EndsWith("#1 = A('\xC3\xA4\xF0\x9F\x94\xA9')\n"));
   EXPECT_THAT(Text(DocumentText("#1=A('x\xFFy');\n")), EndsWith("#1 = A('x\xEF\xBF\xBDy')\n"));
-  // Control bytes within a string are not of it.
+  // Control bytes within a string are not part of it.
   EXPECT_THAT(Text(DocumentText(std::string("#1=A('x\0y');\n", 13))), EndsWith("#1 = A('xy')\n"));
   Write("a.stp", DocumentText(std::string("#1=A(\0);\n#2=B();\n", 17)));
   ChildResult const zero = Brivet({"a.stp", "a.txt"});

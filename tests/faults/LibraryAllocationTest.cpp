@@ -550,8 +550,8 @@ TEST(LibraryAllocationTest, ShellIsUnchangedAfterFailedCopy) {
 
 namespace {
 
-// Runs the work with each of its allocations failing in turn, and `check` after each failure. Tells how many there
-// were.
+// Runs the work with each of its allocations failing in turn, and `check` after each failure. Returns the number
+// of failures.
 int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
   for (long number = 1;; ++number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
@@ -596,7 +596,7 @@ class FullBus {
   Silent listeners[10];
 };
 
-// Does the work in a process of its own, where the bus has just the room for ten.
+// Does the work in a process of its own, where the bus has capacity for ten listeners.
 void ExpectWellApart(std::function<void()> const& work) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     unsetenv("VRELLogLevel");
@@ -645,7 +645,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
         hasFailed = failing.HasFailed();
       }
       if (!hasFailed) break;
-      // Some losses are made up for; no half of a start is left of the others.
+      // Some failures are compensated; the others leave no partial initialization.
       bool const isActive = logger.GetOutputStream() != nullptr;
       EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
       EXPECT_EQ(CountOpenDescriptors(name), isActive ? 1 : 0) << "allocation " << number;
@@ -730,7 +730,7 @@ TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
 
 TEST(LibraryAllocationTest, FailedSetenvIsReported) {
   enum Answer { NotMet, Refused, Thrown, Broken };
-  // The room in the environment is asked for last.
+  // The memory for the environment is allocated last.
   int last = Broken;
   for (long number = 1;; ++number) {
     ChildResult const child = RunInChildWithoutTeardown([number] {
@@ -776,9 +776,10 @@ VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   return root;
 }
 
-// Those that a dying node cannot hand over stay behind; the others go, and nothing is thrown.
+// Children that a destructor cannot add to the list of pending deletions are kept; the others are deleted, and nothing
+// is thrown.
 TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
-  // No child of the root is handed over; one of them; both, but one child of the first to go is not.
+  // No child of the root is added; one of them; both, but one child of the first that is deleted is not.
   std::vector<int> const expected = {1, 4, 6};
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);

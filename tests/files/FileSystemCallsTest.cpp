@@ -309,7 +309,7 @@ TEST_F(FileSystemCallsTest, LogFileWrapperOpensGivenPath) {
   EXPECT_THAT(Record([&] { VRELLogFileWrapper const log(path); }), ElementsAre("fopen DIR/run.log w"));
 }
 
-// What the name refers to is the caller's business.
+// The target of the name is not checked.
 TEST_F(FileSystemCallsTest, LogFileWrapperFollowsSymbolicLink) {
   directory.Write("victim", "old");
   ASSERT_EQ(symlink("victim", directory.Path("run.log").c_str()), 0);

@@ -34,7 +34,7 @@ TEST(HtmlTextTest, ReplacesInvalidUtf8) {
   EXPECT_EQ(EscapeHtml("\xC3z"), bad + "z");
   EXPECT_EQ(EscapeHtml("\xE3\x83z"), bad + bad + "z");
   EXPECT_EQ(EscapeHtml("\xFF"), bad);
-  // Longer than need be, half a pair, behind the last character.
+  // An overlong form, half of a surrogate pair, a number above the last code point.
   EXPECT_EQ(EscapeHtml("\xC0\x80"), bad + bad);
   EXPECT_EQ(EscapeHtml("\xE0\x80\x80"), bad + bad + bad);
   EXPECT_EQ(EscapeHtml("\xF0\x80\x80\x80"), bad + bad + bad + bad);

@@ -21,7 +21,7 @@ TEST(DiagnosticsTest, ReportProblemSendsOneEscapedEvent) {
     std::string message;
   };
   Row const rows[] = {
-      {"part.stp:12", "expected ; behind #4, found #5", "part.stp:12: expected ; behind #4, found #5"},
+      {"part.stp:12", "expected ; after #4, found #5", "part.stp:12: expected ; after #4, found #5"},
       {"", "b", ": b"},
       {"100%", "%s %%d %%%n", "100%: %s %%d %%%n"},
       {"m\xFCller\n", std::string("a\0b", 3), "m\xFCller<U+000A>: a<U+0000>b"},

@@ -89,7 +89,7 @@ TEST(StepBufferTest, RefusesStreamWithoutLength) {
   EXPECT_EQ(StepBuffer(VRELFileHandle(), nullptr).IsValid(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: what lies behind it comes with another.
+// The window is 4 MiB: bytes after it are in the next one.
 TEST(StepBufferTest, MovesWindowOverLargeFile) {
   std::string bytes(5 * 1024 * 1024, 'a');
   bytes[4 * 1024 * 1024] = 'b';

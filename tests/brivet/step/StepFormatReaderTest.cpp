@@ -273,7 +273,7 @@ TEST(StepFormatReaderTest, ReportsDanglingReferences) {
   EXPECT_EQ(messages[2],
             "WARNING: part.stp:9:7: warning: no instance '#99999999999999999999' in the file, referred to in #3 of "
             "type (A B)");
-  // An instance that could not be read is not there.
+  // An instance that could not be read is not defined.
   EXPECT_THAT(messages[3], HasSubstr("no instance '#4' in the file, referred to in #2 of type P"));
   EXPECT_EQ(document->GetDanglingCount(), 3);
   EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
@@ -457,7 +457,7 @@ TEST(StepFormatReaderTest, DescribeNeedsResolve) {
   EXPECT_EQ(document->Resolve(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: what it does not hold is read from the file again.
+// The window is 4 MiB: bytes outside it are read from the file again.
 TEST(StepFormatReaderTest, ReportsChangedFile) {
   std::string const filling = "/*" + std::string(5U << 20U, ' ') + "*/";
   std::string const bytes = DocumentText("#1=A();#2=B(#1);" + filling + "#3=C(#1);#4=D(#2);");

@@ -73,7 +73,7 @@ TEST(StepHeaderTest, AcceptsNonconformingHeaders) {
             "implementation_level     : (unset)\n");
 }
 
-// A text can neither begin a line of its own nor move the cursor of a terminal.
+// A string can neither begin a new line nor move the cursor of a terminal.
 TEST(StepHeaderTest, PrintsCodesOfControlCharacters) {
   EXPECT_EQ(Printed("FILE_SCHEMA('a\\X2\\000A001B2028\\X0\\z');"),
             "FILE_SCHEMA\nschema_identifiers       : a<U+000A><U+001B><U+2028>z\n");

@@ -32,7 +32,7 @@ std::string Rewritten(std::string const& bytes, VRELOptions* options = nullptr) 
   return Rewritten(document, options);
 }
 
-// What a description hands on, without the lines, which are written behind an @ and in front of an apostrophe.
+// Returns what a description passes to a visitor, without the line numbers, which are between "@" and an apostrophe.
 std::string Parameters(ReadDocument& document) {
   std::string const record = document.Record();
   std::string parameters;
@@ -100,7 +100,7 @@ TEST(StepWriterTest, OptionsReplaceHeaderFields) {
   options.AddOption(L"PreProcessorVersion", VRELString("p\n1"));
   options.AddOption(L"SendingSystemName", VRELString("brivet"));
   options.AddOption(L"FileDescription", VRELString("d"));
-  // Options of other directions don't count.
+  // Options of other directions have no effect.
   options.AddOption(L"Step.Assembly.Reader.SendingSystemName", VRELString("no"));
   std::string const bytes =
       "ISO-10303-21;HEADER;FILE_DESCRIPTION(('x','y'),'2;1');FILE_NAME('n','t',('a','b'),('o'),'p','s','z');"

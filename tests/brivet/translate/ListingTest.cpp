@@ -77,7 +77,7 @@ TEST_F(ListingTest, SortsTypesByCount) {
                                                         "         1  (C D)\n");
 }
 
-// Columns are as wide as what stands in them.
+// Columns are as wide as their contents.
 TEST_F(ListingTest, ShowsEscapedStrings) {
   Document& document =
       Read(DocumentText("#1=A('plain');\n#1234567890=A('\\S\\|','\\X2\\000A\\X0\\');\n#3=B(('\\\\'));\n"));
