@@ -74,7 +74,7 @@ void MeasureTime(benchmark::State& state) {
 }
 
 // Measures the peak memory of the work in a separate process.
-void Grows(benchmark::State& state, char const* how) {
+void MeasureMemory(benchmark::State& state, char const* how) {
   LargeFile const file(state.range(0));
   std::string const command = std::string(STEP_MEMORY " ") + how + " " + file.path;
   long long bytes = 0;
@@ -102,12 +102,12 @@ void Twice(benchmark::internal::Benchmark* each) {
 
 BENCHMARK_TEMPLATE(MeasureTime, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
 BENCHMARK_TEMPLATE(MeasureTime, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
-BENCHMARK_CAPTURE(Grows, Read, "read")->Apply(Twice);
-BENCHMARK_CAPTURE(Grows, Page, "page")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, Read, "read")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, Page, "page")->Apply(Twice);
 #ifdef VREL_BENCHMARK_OCCT_STEP
 BENCHMARK_TEMPLATE(MeasureTime, ReadStepFileByOpenCascade)
     ->Name("STEP file read, peer Open CASCADE")
     ->Arg(kLargest)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Grows, OpenCascade, "occt")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, OpenCascade, "occt")->Apply(Twice);
 #endif
