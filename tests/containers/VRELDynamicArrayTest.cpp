@@ -39,8 +39,8 @@ using Words = std::vector<int>;
 
 // Counts constructions, and records values and addresses in order of destruction.
 struct Counted {
-  explicit Counted(int number = 0) : value(number), born(this) { ++made; }
-  Counted(Counted const& other) : value(other.value), born(this) { ++copied; }
+  explicit Counted(int number = 0) : value(number), constructedAt(this) { ++made; }
+  Counted(Counted const& other) : value(other.value), constructedAt(this) { ++copied; }
   Counted& operator=(Counted const&) = default;
   ~Counted() {
     deaths.push_back(value);
@@ -54,7 +54,7 @@ struct Counted {
   }
 
   int value;
-  Counted* born;  // where the constructor ran
+  Counted* constructedAt;  // where the constructor ran
 
   static inline int made = 0;
   static inline int copied = 0;
@@ -464,7 +464,7 @@ TEST_F(VRELDynamicArrayCountedTest, GrowthMovesBytes) {
   EXPECT_EQ(Counted::copied, 2);
   EXPECT_EQ(Counted::deaths.size(), 0u);
   EXPECT_EQ(HeaderOf(array)->capacity, 4);
-  EXPECT_EQ(array[0].born, first);  // as the bytes were when the constructor ran
+  EXPECT_EQ(array[0].constructedAt, first);  // as the bytes were when the constructor ran
   EXPECT_EQ(array[2].value, 1);
 }
 

@@ -42,7 +42,7 @@ struct Ring {};
 
 template <>
 struct VRELIsByteMovable<Node> : std::false_type {};
-// What a program may decide whose standard library moves its maps.
+// As a program decides whose standard library has maps that survive a byte move.
 template <>
 struct VRELIsByteMovable<std::map<short, short>> : std::true_type {};
 

@@ -758,20 +758,20 @@ TEST(LibraryAllocationTest, FailedSetenvIsReported) {
 
 class CountedNode : public VRELTree::VRELTreeNode {
  public:
-  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), dead(theDead) {}
-  ~CountedNode() noexcept(false) override { ++dead; }
+  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), deleted(theDead) {}
+  ~CountedNode() noexcept(false) override { ++deleted; }
 
  private:
-  int& dead;
+  int& deleted;
 };
 
 // A node with two children, each of which has two.
-VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
-  auto* const root = new CountedNode(dead);
+VRELTree::VRELTreeNode* TreeOfSevenNodes(int& deleted) {
+  auto* const root = new CountedNode(deleted);
   for (int i = 0; i < 2; ++i) {
-    auto* const child = new CountedNode(dead);
+    auto* const child = new CountedNode(deleted);
     root->AddChildPtr(child);
-    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(dead));
+    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(deleted));
   }
   return root;
 }
@@ -784,11 +784,11 @@ TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);
     ChildResult const result = RunInChildWithoutTeardown([number = static_cast<long>(i) + 1] {
-      int dead = 0;
-      VRELTree::VRELTreeNode* const root = FamilyOfSeven(dead);
+      int deleted = 0;
+      VRELTree::VRELTreeNode* const root = TreeOfSevenNodes(deleted);
       Failing const failing(number);
       delete root;
-      return failing.HasFailed() ? dead : -1;
+      return failing.HasFailed() ? deleted : -1;
     });
     EXPECT_EQ(result.signal, 0);
     EXPECT_EQ(result.exitStatus, expected[i]);

@@ -395,7 +395,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"ab/x", "[a]b", true},
       {"a/b", "a[!x]b", true},
       {"a/b", "a[+-9]b", true},
-      // Stars.
+      // "*".
       {"", "*", true},
       {"a/b/c", "*", true},
       {".x", "*", true},
@@ -422,7 +422,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"aab", "*ab", true},
       {"mississippi", "m*iss*ip*i", true},
       {"mississippi", "m*iss*ip*s", false},
-      // What follows a star.
+      // Elements after a star.
       {"a", "*?", true},
       {"", "*?", false},
       {"/", "*?", false},
@@ -534,9 +534,9 @@ class PatternModel {
     for (; p < pattern.size() && pattern[p] != ']';) {
       int const low = ReadByte(p);
       int high = low;
-      if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = Take(++p);
+      if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = ReadByte(++p);
       if (low < 0 || high < 0) return 0;
-      if (low <= byte && byte <= high) return negated ? 0 : BehindClose(p);
+      if (low <= byte && byte <= high) return negated ? 0 : EndOfClose(p);
     }
     return p < pattern.size() && negated ? p + 1 : 0;
   }
@@ -548,7 +548,7 @@ class PatternModel {
     return Fold(pattern[p++]);
   }
 
-  std::size_t BehindClose(std::size_t p) const {
+  std::size_t EndOfClose(std::size_t p) const {
     while (p < pattern.size() && pattern[p] != ']') p += pattern[p] == '\\' ? 2 : 1;
     return p < pattern.size() ? p + 1 : 0;
   }

@@ -121,9 +121,9 @@ TEST(VRELEnvironmentTest, SystemNamesAreCaseSensitive) {
 TEST(VRELEnvironmentTest, UserWithoutEntryFails) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who is not there";
   RunApart([] {
-    constexpr uid_t nobodyHasIt = 987654;
-    ASSERT_EQ(getpwuid(nobodyHasIt), nullptr);
-    ASSERT_EQ(setuid(nobodyHasIt), 0);
+    constexpr uid_t kUnusedUser = 987654;
+    ASSERT_EQ(getpwuid(kUnusedUser), nullptr);
+    ASSERT_EQ(setuid(kUnusedUser), 0);
     setenv("USERNAME", "from the environment", 1);
     EXPECT_EQ(TextOf(L"USERNAME"), "untouched");
     int number = 77;

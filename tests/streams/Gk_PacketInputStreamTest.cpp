@@ -314,14 +314,14 @@ TEST(Gk_PacketInputStreamTest, PacketOfOneByte) {
 }
 
 TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
-  struct Poor : VRELInputStream {
+  struct MinimalStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
       *buffer = 'p';
       return 1;
     }
   };
-  Poor poor;
+  MinimalStream poor;
   Gk_PacketInputStream stream(&poor, 4);
   EXPECT_EQ(Raised([&] { stream.available(); }), "Gk_IOException");
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");

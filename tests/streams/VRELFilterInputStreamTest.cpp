@@ -101,11 +101,11 @@ TEST(VRELFilterInputStreamTest, CopiesShareStream) {
 }
 
 TEST(VRELFilterInputStreamTest, PropagatesExceptions) {
-  struct Poor : VRELInputStream {
+  struct MinimalStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
   };
-  Poor underlying;
+  MinimalStream underlying;
   Filter filter(&underlying);
   EXPECT_EQ(filter.readChar(), -1);
   EXPECT_EQ(filter.skip(5), 0);

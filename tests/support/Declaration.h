@@ -15,7 +15,7 @@ constexpr bool IsDeclared(Member /*member*/) {
   return true;
 }
 
-// Whether `Derived` has `Base` as its public direct or indirect base at offset 0, without virtual inheritance.
+// Returns whether `Derived` has `Base` as its public direct or indirect base at offset 0, without virtual inheritance.
 template <class Base, class Derived>
 bool IsFirstBase(Derived const& object) {
   static_assert(std::is_convertible_v<Derived const*, Base const*>);

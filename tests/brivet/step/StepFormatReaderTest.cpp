@@ -545,7 +545,7 @@ TEST(StepFormatReaderTest, SurvivesRandomBytes) {
   }
 }
 
-// What remains of a document after random changes can be described.
+// A document can be described after random changes.
 TEST(StepFormatReaderTest, SurvivesRandomChanges) {
   std::string const whole = DocumentText(ALL_KINDS);
   std::string const alphabet = "'\"()/*;=#,\\&$.!<>XS02A\n\r\xE9";

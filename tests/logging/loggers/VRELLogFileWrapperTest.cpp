@@ -97,9 +97,9 @@ TEST_F(VRELLogFileWrapperTest, PathIsOpenDuringLifetime) {
 
 // Path that overrides OpenFile.
 TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
-  class AskedPath : public VRELFilePath {
+  class OverridingPath : public VRELFilePath {
    public:
-    AskedPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
+    OverridingPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
     bool IsValid() const override { return isValid; }
     std::FILE* OpenFile(char const* mode) const override {
       modes += mode;
@@ -111,7 +111,7 @@ TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
     std::FILE* file;
     bool isValid;
   };
-  AskedPath const valid(std::fopen(directory.Path("log").c_str(), "w"), true);
+  OverridingPath const valid(std::fopen(directory.Path("log").c_str(), "w"), true);
   {
     VRELLogFileWrapper const log(valid);
     VRELInfo::Printf("text");
@@ -120,10 +120,10 @@ TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
   EXPECT_EQ(CountOpenDescriptors(directory.Path("log")), 0);
 
-  AskedPath const invalid(nullptr, false);
+  OverridingPath const invalid(nullptr, false);
   VRELLogFileWrapper const none(invalid);
   EXPECT_EQ(invalid.modes, "");
-  AskedPath const refusing(nullptr, true);
+  OverridingPath const refusing(nullptr, true);
   VRELLogFileWrapper const idle(refusing);
   EXPECT_EQ(refusing.modes, "w");
   EXPECT_EQ(ListenerCount(), 0);

@@ -511,12 +511,12 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
   } throwing;
-  auto dying = std::make_unique<VRELTimingLogger>();
-  dying->Initialize();
+  auto throwing = std::make_unique<VRELTimingLogger>();
+  throwing->Initialize();
   VRELEventBus::GetEventBus()->AddListener(&throwing);
-  EXPECT_THROW(dying->Finalize(), std::runtime_error);
+  EXPECT_THROW(throwing->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
-  dying.reset();
+  throwing.reset();
   EXPECT_EQ(ListenerCount(), 2);
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }

@@ -176,7 +176,7 @@ class VRELHashMap {
   const_iterator begin() const noexcept { return {&table, table.FindOccupied(0)}; }
   const_iterator end() const noexcept { return {&table, -1}; }
 
-  // Whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.
+  // Returns whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.
   friend bool operator==(VRELHashMap const& a, VRELHashMap const& b) {
     return a.table.IsEqual(b.table, [](auto const& one, int slot, auto const& other) {
       int const match = other.Find(one.rows.keys[slot]);

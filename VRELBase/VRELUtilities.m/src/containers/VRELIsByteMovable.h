@@ -6,7 +6,7 @@
 
 namespace VRELByteMovableDetail {
 
-// Whether `name` begins with `prefix`.
+// Returns whether `name` begins with `prefix`.
 constexpr bool StartsWith(char const* name, char const* prefix) noexcept {
   for (; *prefix != '\0'; ++name, ++prefix) {
     if (*name != *prefix) return false;
@@ -14,8 +14,8 @@ constexpr bool StartsWith(char const* name, char const* prefix) noexcept {
   return true;
 }
 
-// Whether `name`, as the compiler spells a type, is one of the standard class templates `names` with its arguments.
-// The inline namespaces of libstdc++ and libc++ are skipped.
+// Returns whether `name`, as the compiler spells a type, is one of the standard class templates `names` with its
+// arguments. The inline namespaces of libstdc++ and libc++ are skipped.
 template <std::size_t n>
 constexpr bool IsStandardTemplate(char const* name, char const* const (&names)[n]) noexcept {
   if (!StartsWith(name, "std::")) return false;
