@@ -41,11 +41,11 @@ void TryCall(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnn
   ChildResult const result = run.Collect(traced.status);
   ++tally.faults;
   ++tally.ends[result.exitStatus];
-  EXPECT_TRUE(run.IsSound(result)) << traced.met << ", call " << fault.number << ", error " << fault.error
+  EXPECT_TRUE(run.IsSound(result)) << traced.failedCall << ", call " << fault.number << ", error " << fault.error
                                    << (fault.isPermanent ? " permanently" : "");
   // The loader does not repeat a short read.
   if (fault.error == kShort && result.exitStatus != 127) {
-    EXPECT_EQ(result.exitStatus, 0) << traced.met << ", call " << fault.number;
+    EXPECT_EQ(result.exitStatus, 0) << traced.failedCall << ", call " << fault.number;
   }
 }
 

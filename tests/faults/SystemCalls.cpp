@@ -92,7 +92,7 @@ class CallTracer {
     if (canBeShort) run.transfers.push_back(run.count);
     if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);
     bool const isSelected =
-        run.count == fault.number || (fault.isPermanent && run.hasOccurred && run.met == call->name);
+        run.count == fault.number || (fault.isPermanent && run.hasOccurred && run.failedCall == call->name);
     if (!isSelected) return;
     if (fault.error != 0) {
       Refuse(registers, fault.error);
@@ -103,7 +103,7 @@ class CallTracer {
       ptrace(PTRACE_SETREGS, process, nullptr, &registers);
     }
     run.hasOccurred = true;
-    run.met = call->name;
+    run.failedCall = call->name;
   }
 
   void Refuse(user_regs_struct& registers, int error) {
