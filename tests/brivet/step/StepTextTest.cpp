@@ -115,7 +115,7 @@ TEST(StepTextTest, KeepsInvalidEscapes) {
             true);
 }
 
-// Cost: linear time, no deep stack.
+// Performance: linear time, no deep stack.
 TEST(StepTextTest, DecodesManyEscapes) {
   constexpr std::size_t COUNT = 100000;
   auto const repeat = [](std::string const& part) {

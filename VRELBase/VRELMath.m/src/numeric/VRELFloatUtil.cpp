@@ -11,12 +11,10 @@
 
 // How a number is parsed. The value of a string is defined by a loop over its bytes:
 //
-//   - A digit of the mantissa m makes it 10 m + digit, in doubles, as long as m is below 2^53. Later digits are
-//   dropped;
-//     those before the point are counted in the exponent, but only while m is above 2^53, not equal to it.
-//   - The digits of the written exponent go into the same number as that count. With such a mantissa, and no point,
-//   they
-//     are dropped and counted too.
+//   - A digit of the mantissa m sets it to 10 m + digit, in doubles, as long as m is below 2^53.
+//     Later digits are dropped; those before the point are counted in the exponent, but only while m is above 2^53.
+//   - The digits of the written exponent are added to the same number as that count.
+//     With such a mantissa, and no point, they are dropped and counted too.
 //   - The value is m * 5^e * 2^e, or m / 5^-e * 2^e for a negative exponent e. 5^e is computed by repeated squaring.
 //
 // This is not the correctly rounded conversion of strtod (compare Clinger, "How to read floating point numbers
