@@ -94,7 +94,7 @@ void Sizes(benchmark::internal::Benchmark* each) {
 }
 
 // The memory differs by one or two pages between runs, so that two repetitions are sufficient.
-void Twice(benchmark::internal::Benchmark* each) {
+void OnceRepeated(benchmark::internal::Benchmark* each) {
   each->Arg(kLargest)->Iterations(1)->Repetitions(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 
@@ -102,12 +102,12 @@ void Twice(benchmark::internal::Benchmark* each) {
 
 BENCHMARK_TEMPLATE(MeasureTime, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
 BENCHMARK_TEMPLATE(MeasureTime, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
-BENCHMARK_CAPTURE(MeasureMemory, Read, "read")->Apply(Twice);
-BENCHMARK_CAPTURE(MeasureMemory, Page, "page")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, Read, "read")->Apply(OnceRepeated);
+BENCHMARK_CAPTURE(MeasureMemory, Page, "page")->Apply(OnceRepeated);
 #ifdef VREL_BENCHMARK_OCCT_STEP
 BENCHMARK_TEMPLATE(MeasureTime, ReadStepFileByOpenCascade)
     ->Name("STEP file read, peer Open CASCADE")
     ->Arg(kLargest)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(MeasureMemory, OpenCascade, "occt")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, OpenCascade, "occt")->Apply(OnceRepeated);
 #endif

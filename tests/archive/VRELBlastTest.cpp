@@ -360,7 +360,7 @@ TEST(VRELBlastTest, CopiesCrossBlockBoundary) {
         Sample sample(isCoded, 6);
         sample.Literals(RandomBytes(random, 2 * window - static_cast<std::size_t>(before)));
         sample.Copy(518, distance);
-        sample.Literals("behind");
+        sample.Literals("after");
         sample.Copy(300, distance);
         sample.data.End();
         Decompression const done = Blast(sample.data.Bytes());

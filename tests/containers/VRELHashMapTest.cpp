@@ -488,35 +488,35 @@ TEST(VRELHashMapTest, StartsWithOneSlot) {
 }
 
 // Records where its copies are.
-struct Spy {
-  Spy() = default;
-  explicit Spy(int number) : value(number) {}
+struct TrackedKey {
+  TrackedKey() = default;
+  explicit TrackedKey(int number) : value(number) {}
   int value = 0;
-  static inline Spy const* stored = nullptr;
+  static inline TrackedKey const* stored = nullptr;
 };
-bool SameSpy(Spy const& a, Spy const& b) {
-  if (a.value == b.value) Spy::stored = &b;
+bool EqualTrackedKeys(TrackedKey const& a, TrackedKey const& b) {
+  if (a.value == b.value) TrackedKey::stored = &b;
   return a.value == b.value;
 }
-unsigned int HashOfSpy(Spy const& spy) {
+unsigned int HashOfTrackedKey(TrackedKey const& spy) {
   return static_cast<unsigned int>(spy.value);
 }
 
 TEST(VRELHashMapTest, ArgumentsCanBeInTable) {
-  VRELHashMap<Spy, Spy> map(17);
-  map.SetFunctions(HashOfSpy, SameSpy);
-  for (int i = 0; i < 12; ++i) map.Add(Spy(i), Spy(i));
-  EXPECT_EQ(map.FindKey(Spy(7)), 7);
-  Spy const* const inside = Spy::stored;
+  VRELHashMap<TrackedKey, TrackedKey> map(17);
+  map.SetFunctions(HashOfTrackedKey, EqualTrackedKeys);
+  for (int i = 0; i < 12; ++i) map.Add(TrackedKey(i), TrackedKey(i));
+  EXPECT_EQ(map.FindKey(TrackedKey(7)), 7);
+  TrackedKey const* const inside = TrackedKey::stored;
   EXPECT_EQ(inside->value, 7);
   // The key follows it in the array that the rehash frees.
   EXPECT_FALSE(map.Add(*inside, inside[1]));
-  EXPECT_TRUE(map.Remove(Spy(7)));
-  for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(Spy(i), Spy(i)));
-  EXPECT_EQ(map.FindKey(Spy(9)), 9);
-  EXPECT_TRUE(map.Add(Spy(100), *Spy::stored));
-  Spy out;
-  EXPECT_TRUE(map.Get(Spy(100), out));
+  EXPECT_TRUE(map.Remove(TrackedKey(7)));
+  for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(TrackedKey(i), TrackedKey(i)));
+  EXPECT_EQ(map.FindKey(TrackedKey(9)), 9);
+  EXPECT_TRUE(map.Add(TrackedKey(100), *TrackedKey::stored));
+  TrackedKey out;
+  EXPECT_TRUE(map.Get(TrackedKey(100), out));
   EXPECT_EQ(out.value, 9);
 }
 

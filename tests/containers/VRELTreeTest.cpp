@@ -474,10 +474,10 @@ TEST(VRELTreeTest, RemovedChildOutlivesParent) {
 }
 
 // Its destructor changes the tree around it.
-class Meddler : public Node {
+class TreeChangingNode : public Node {
  public:
-  explicit Meddler(void* theObject) : Node(theObject) {}
-  ~Meddler() noexcept(false) override {
+  explicit TreeChangingNode(void* theObject) : Node(theObject) {}
+  ~TreeChangingNode() noexcept(false) override {
     childrenSeen += GetChildren().size();
     delete victim;
     VRELTree apart(Object(1));
@@ -486,14 +486,14 @@ class Meddler : public Node {
   Node* victim = nullptr;
   static int childrenSeen;
 };
-int Meddler::childrenSeen = 0;
+int TreeChangingNode::childrenSeen = 0;
 
 TEST(VRELTreeTest, DestructorCanDeleteOtherNodes) {
   std::vector<int> deleted;
-  Meddler::childrenSeen = 0;
+  TreeChangingNode::childrenSeen = 0;
   {
     VRELTree tree(Object(1));
-    auto* const first = new Meddler(Object(2));
+    auto* const first = new TreeChangingNode(Object(2));
     auto* const second = new Recorder(3, deleted);
     auto* const third = new Recorder(4, deleted);
     tree.GetRoot()->AddChildPtr(first);
@@ -504,7 +504,7 @@ TEST(VRELTreeTest, DestructorCanDeleteOtherNodes) {
     second->AddChildPtr(new Recorder(7, deleted));
     first->victim = second;
   }
-  EXPECT_EQ(Meddler::childrenSeen, 2);
+  EXPECT_EQ(TreeChangingNode::childrenSeen, 2);
   EXPECT_EQ(deleted, (std::vector<int>{3, 7, 4}));
 }
 

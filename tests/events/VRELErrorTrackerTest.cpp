@@ -221,7 +221,7 @@ TEST_F(VRELErrorTrackerTest, VirtualFunctionsHaveSlots) {
 }
 
 // Overrides GetLastError.
-class OwnTracker : public VRELErrorTracker {
+class DerivedTracker : public VRELErrorTracker {
  public:
   VRELError* GetLastError() override { return &newest; }
 
@@ -230,7 +230,7 @@ class OwnTracker : public VRELErrorTracker {
 };
 
 TEST_F(VRELErrorTrackerTest, GetLastErrorIsVirtual) {
-  VRELErrorTracker::_pTracker = new OwnTracker;
+  VRELErrorTracker::_pTracker = new DerivedTracker;
   EXPECT_EQ(VRELError::GetLastError()->GetErrorType(), 99);
 }
 

@@ -597,7 +597,7 @@ class FullBus {
 };
 
 // Does the work in a process of its own, where the bus has capacity for ten listeners.
-void ExpectWellApart(std::function<void()> const& work) {
+void ExpectSuccessInChild(std::function<void()> const& work) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     unsetenv("VRELLogLevel");
     unsetenv("VRELConsoleTracesLevel");
@@ -614,7 +614,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   VRELFilePath const path(name.c_str());
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     FullBus const bus;
     int const failures = FailEach([&] { VRELLogFileWrapper const log(path); },
                                   [&] {
@@ -633,7 +633,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   folder.Write("log", "");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELFilePath path(name.c_str());
     for (long number = 1;; ++number) {
       FullBus const bus;
@@ -658,7 +658,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
 }
 
 TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     for (long number = 1;; ++number) {
       FullBus const bus;
       VRELConsoleLogger console;
@@ -681,7 +681,7 @@ TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
 }
 
 TEST(LibraryAllocationTest, FailedTrackerCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     FullBus const bus;
     int const failures = FailEach(VRELErrorTracker::Initialize, [] {
       EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
@@ -798,7 +798,7 @@ TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
 TEST(LibraryAllocationTest, FailedReadClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Write("options.cfg", "Step.Reader.Tolerance=0.5\nHeal=a text longer than in place\n");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELString const path(name);
     VRELOptions options;
     EXPECT_GT(FailEach([&] { options.ReadFromFile(path); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 0); }), 10);

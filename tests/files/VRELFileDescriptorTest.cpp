@@ -225,10 +225,10 @@ TEST(VRELFileDescriptorTest, LoneSurrogateIsReplaced) {
 }
 
 TEST(VRELFileDescriptorTest, CallsGetPathOfDerivedPath) {
-  struct Elsewhere : VRELFilePath {
+  struct OverriddenPath : VRELFilePath {
     VRELString GetPath() const override { return VRELString(L"/dev/null"); }
   };
-  Descriptor file(Elsewhere(), Descriptor::ModeRead);
+  Descriptor file(OverriddenPath(), Descriptor::ModeRead);
   char byte;
   EXPECT_EQ(file.readBytes(&byte, 1, -1), 0);
 }

@@ -81,7 +81,7 @@ void SendWriting(wchar_t const* name, long result) {
   Send(VRELEndWriteFileTaskEvent(name, result));
 }
 
-void TranslateWell() {
+void TranslateSuccessfully() {
   VRELStartProductEvent start("Brivet 1.0", "brivet");
   start.AddOption("*.File", "wheel.html");
   start.AddOption("Step.File", "wheel.step");
@@ -110,7 +110,7 @@ void TranslateWell() {
 
 // Part of an assembly in a file of two models, with failures, logged in all detail except debug events. Tasks are
 // measured, but their generic end events are silent.
-void TranslateBadly() {
+void TranslateWithFailure() {
   PerfTracking const tracking;
   Send(VRELStartProductEvent("Brivet 1.0", ""));
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
@@ -167,11 +167,11 @@ std::string GoldenLog(char const* name) {
 }
 
 TEST(TranslationLogTest, LogOfSuccessfulTranslation) {
-  EXPECT_EQ(LogOf(TranslateWell, "INFO"), GoldenLog("brivet_read.log"));
+  EXPECT_EQ(LogOf(TranslateSuccessfully, "INFO"), GoldenLog("brivet_read.log"));
 }
 
 TEST(TranslationLogTest, LogOfFailedTranslation) {
-  EXPECT_EQ(LogOf(TranslateBadly, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
+  EXPECT_EQ(LogOf(TranslateWithFailure, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
 }
 
 }  // namespace

@@ -275,7 +275,7 @@ TEST(Gk_PacketInputStreamTest, FailedReadIsRetried) {
 }
 
 TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
-  struct Boaster : VRELInputStream {
+  struct OverreportingStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
       std::memset(buffer, 'x', static_cast<std::size_t>(count));
@@ -283,7 +283,7 @@ TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
     }
     bool isFirst = true;
   };
-  Boaster boaster;
+  OverreportingStream boaster;
   Gk_PacketInputStream stream(&boaster, 4);
   char target[100];
   EXPECT_EQ(stream.read(target, 100), 4);

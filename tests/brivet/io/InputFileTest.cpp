@@ -74,8 +74,8 @@ TEST(InputFileTest, ReportsMissingPermission) {
   close(created);
   // Root may read everything, so that the child changes to the user nobody.
   ChildResult const result = RunInChildWithoutTeardown([&path] {
-    constexpr uid_t NOBODY = 65534;
-    if (geteuid() == 0 && setuid(NOBODY) != 0) return 1;
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0) return 1;
     return CodeOf(path) == VREL_E_FILE_OPEN ? 0 : 2;
   });
   EXPECT_EQ(result.exitStatus, 0);

@@ -118,8 +118,8 @@ TEST(StepBufferTest, EndsAtNewEndOfTruncatedFile) {
 
 // However long a single token is.
 TEST(StepBufferTest, StopsOnAbortWithinOneMebibyte) {
-  constexpr unsigned long MEBIBYTE = 1048576;
-  BytesInFile file(std::string(3 * MEBIBYTE, 'x'));
+  constexpr unsigned long kMebibyte = 1048576;
+  BytesInFile file(std::string(3 * kMebibyte, 'x'));
   StepBuffer& buffer = file.Buffer();
   for (int i = 0; i < 10; ++i) buffer.Take();
   Gk_ErrMgr::setAbort();
@@ -129,5 +129,5 @@ TEST(StepBufferTest, StopsOnAbortWithinOneMebibyte) {
         }
       },
       VRELAbortException);
-  EXPECT_EQ(buffer.Offset(), MEBIBYTE);
+  EXPECT_EQ(buffer.Offset(), kMebibyte);
 }

@@ -319,24 +319,24 @@ TEST(StepFormatReaderTest, ReportsHundredWarnings) {
 }
 
 TEST(StepFormatReaderTest, AcceptsDeepListsAndScopes) {
-  constexpr long DEPTH = 100'000;
-  ExpectCounts(DocumentText("#1=A(" + std::string(DEPTH, '(') + "1" + std::string(DEPTH, ')') + ");"), {1, 1, 0});
+  constexpr long kDepth = 100'000;
+  ExpectCounts(DocumentText("#1=A(" + std::string(kDepth, '(') + "1" + std::string(kDepth, ')') + ");"), {1, 1, 0});
   std::string scopes;
   std::string ends;
-  for (long i = 0; i < DEPTH; ++i) {
+  for (long i = 0; i < kDepth; ++i) {
     scopes += "#" + std::to_string(i) + "=&SCOPE ";
     ends += "ENDSCOPE A();";
   }
-  ExpectCounts(DocumentText(scopes + ends), {1, DEPTH, 0});
+  ExpectCounts(DocumentText(scopes + ends), {1, kDepth, 0});
 }
 
 // Ids that agree in their lower half share no slot for it.
 TEST(StepFormatReaderTest, AcceptsSparseIds) {
-  constexpr long COUNT = 100'000;
+  constexpr long kCount = 100'000;
   std::string data;
-  for (long i = 0; i < COUNT; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
+  for (long i = 0; i < kCount; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
   std::clock_t const start = std::clock();
-  ExpectCounts(DocumentText(data), {1, COUNT, 0});
+  ExpectCounts(DocumentText(data), {1, kCount, 0});
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 

@@ -41,7 +41,7 @@ class VRELLogFileWrapperTest : public testing::Test {
   VRELFilePath PathOf(char const* name) const { return directory.Path(name).c_str(); }
 
   // Runs `body` in the directory.
-  void RunThere(std::function<void()> const& body) const {
+  void RunInDirectory(std::function<void()> const& body) const {
     ChildResult const child = RunInChild([&] {
       if (chdir(directory.Path().c_str()) != 0) return 2;
       body();
@@ -142,7 +142,7 @@ TEST_F(VRELLogFileWrapperTest, FailedOpenIsSilent) {
 TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsAreInCurrentDirectory) {
   directory.Write("brivet_read.log", "the run before");
   directory.Write("brivet_write.log", "the run before");
-  RunThere([] {
+  RunInDirectory([] {
     {
       VRELLogFileWrapper const log(true);
       VRELInfo::Printf("reading");
@@ -155,7 +155,7 @@ TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsAreInCurrentDirectory) {
 }
 
 TEST_F(VRELLogFileWrapperTest, CreatesOnlyOneLog) {
-  RunThere([] { VRELLogFileWrapper const log(false); });
+  RunInDirectory([] { VRELLogFileWrapper const log(false); });
   EXPECT_TRUE(directory.Has("brivet_write.log"));
   EXPECT_FALSE(directory.Has("brivet_read.log"));
 }
@@ -204,7 +204,7 @@ TEST_F(VRELLogFileWrapperTest, ThresholdIsReadFromEnvironment) {
 
 TEST_F(VRELLogFileWrapperTest, ThresholdAppliesToAllConstructors) {
   setenv("VRELLogLevel", "ERROR", 1);
-  RunThere([&] {
+  RunInDirectory([&] {
     std::FILE* const file = std::fopen("borrowed", "w");
     {
       VRELLogFileWrapper const borrowing(file);
@@ -299,7 +299,7 @@ TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
 
 // A static wrapper of the application is destroyed before the library.
 TEST_F(VRELLogFileWrapperTest, StaticWrapperWritesUntilExit) {
-  RunThere([] {
+  RunInDirectory([] {
     static VRELLogFileWrapper const log(true);
     std::atexit([] { VRELInfo::Printf("at exit"); });
   });

@@ -545,7 +545,7 @@ ChildResult RunWithVariables(char const* timing, char const* detail, std::functi
   });
 }
 
-void ExpectWell(ChildResult const& child) {
+void ExpectSuccess(ChildResult const& child) {
   EXPECT_EQ(child.exitStatus, 0) << child.output << child.errors;
   EXPECT_EQ(child.signal, 0);
 }
@@ -553,7 +553,7 @@ void ExpectWell(ChildResult const& child) {
 TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
   for (char const* const value : {kUnset, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
     SCOPED_TRACE(value == nullptr ? "(unset)" : value);
-    ExpectWell(RunWithVariables(value, "Yes", [] {
+    ExpectSuccess(RunWithVariables(value, "Yes", [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_FALSE(VRELTimingLogger::_isTimerOn);
@@ -573,7 +573,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
 
 TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
   for (char const* const value : {"Yes", "true", "ON"}) {
-    ExpectWell(RunWithVariables(value, kUnset, [] {
+    ExpectSuccess(RunWithVariables(value, kUnset, [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_TRUE(VRELTimingLogger::_isTimerOn);
@@ -599,7 +599,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
   };
   for (auto const& each : cases) {
     SCOPED_TRACE(each.value == nullptr ? "(unset)" : each.value);
-    ExpectWell(RunWithVariables("Yes", each.value, [&] {
+    ExpectSuccess(RunWithVariables("Yes", each.value, [&] {
       VRELTimingLogger::_detailedTaskInfo = each.before;
       VRELTimingLogger::SetUp();
       EXPECT_EQ(VRELTimingLogger::_detailedTaskInfo, each.after);
@@ -608,7 +608,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
 }
 
 TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
-  ExpectWell(RunWithVariables(kUnset, kUnset, [] {
+  ExpectSuccess(RunWithVariables(kUnset, kUnset, [] {
     VRELTimingLogger::_timer.Initialize();
     VRELBasePerformanceMonitor monitor;
     VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
@@ -621,7 +621,7 @@ TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
 }
 
 TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
-  ExpectWell(RunWithVariables("Yes", kUnset, [] {
+  ExpectSuccess(RunWithVariables("Yes", kUnset, [] {
     RecordingListener listener;
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Translation", VREL_LEVEL_INFO);
@@ -664,7 +664,7 @@ std::string Masked(std::string line) {
 }
 
 TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
-  ExpectWell(RunWithVariables("Yes", "Yes", [] {
+  ExpectSuccess(RunWithVariables("Yes", "Yes", [] {
     VRELTimingLogger::SetUp();
     VRELBrivetLibrary module("VRELTestMonitor", "InitializeModule", "");
     ASSERT_EQ(module.Load(), VREL_S_OK);
@@ -718,7 +718,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
     static RecordingMonitor monitor;
     VRELTimingLogger::_pMonitor = &monitor;
   });
-  ExpectWell(child);
+  ExpectSuccess(child);
   EXPECT_EQ(child.output,
             "Message : Task Timing On\n"
             "Message : ================= End Timing Performance Summary =================\n");
@@ -731,7 +731,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
     VRELTimingLogger::Stop();
     VRELInfo::Printf("stopped");
   });
-  ExpectWell(child);
+  ExpectSuccess(child);
   EXPECT_EQ(child.output,
             "Message : Task Timing On\n"
             "Message : ================= End Timing Performance Summary =================\n"
@@ -748,7 +748,7 @@ TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
       VRELBrivetLibrary module(name.c_str(), "InitializeModule", "");
       EXPECT_EQ(module.Load(), VREL_S_OK);
     });
-    ExpectWell(child);
+    ExpectSuccess(child);
     bool const isAsked = child.output.find("Message : statistics of " + name + "\n") != std::string::npos;
     EXPECT_NE(isAsked, isStatic) << child.output;
     EXPECT_NE(child.output.find("End Timing Performance Summary"), std::string::npos) << child.output;
