@@ -442,7 +442,7 @@ TEST(VRELHashMapTest, CopiesCanFillSharedSlots) {
   EXPECT_EQ(first.FindKey(100), -1);
 }
 
-TEST(VRELHashMapTest, RehashKeepsRoomForAllEntries) {
+TEST(VRELHashMapTest, RehashKeepsSlotsForAllEntries) {
   for (int slots : {4, 3, 0, -5}) {
     SCOPED_TRACE(slots);
     IntMap map = MapOf({8, 1, 5, 7});
@@ -498,8 +498,8 @@ bool EqualTrackedKeys(TrackedKey const& a, TrackedKey const& b) {
   if (a.value == b.value) TrackedKey::stored = &b;
   return a.value == b.value;
 }
-unsigned int HashOfTrackedKey(TrackedKey const& spy) {
-  return static_cast<unsigned int>(spy.value);
+unsigned int HashOfTrackedKey(TrackedKey const& key) {
+  return static_cast<unsigned int>(key.value);
 }
 
 TEST(VRELHashMapTest, ArgumentsCanBeInTable) {

@@ -54,7 +54,7 @@ TEST(VRELMapTest, StartsEmpty) {
   EXPECT_EQ(map.GetValueByKey(0), nullptr);
 }
 
-TEST(VRELMapTest, PushAndPopWorkAtBothEnds) {
+TEST(VRELMapTest, PushAndPopAtBothEnds) {
   VRELMap map;
   map.PushFront(2, b);
   map.PushFront(1, a);

@@ -52,7 +52,7 @@ TEST(VRELTreeTest, StartsWithoutRoot) {
   EXPECT_EQ(tree.GetRoot(), nullptr);
 }
 
-TEST(VRELTreeTest, ConstructorMakesRoot) {
+TEST(VRELTreeTest, ConstructorCreatesRoot) {
   VRELTree tree(Object(1));
   ASSERT_NE(tree.GetRoot(), nullptr);
   EXPECT_EQ(tree.GetRoot()->GetObjectPtr(), Object(1));
@@ -219,7 +219,7 @@ TEST(VRELTreeTest, VisitsNodeOfTwoParentsOnce) {
   EXPECT_EQ(VisitedFrom(tree.three), (Nodes{tree.five, tree.four}));
 }
 
-TEST(VRELTreeTest, VisitsStartAgainThroughCycleOnce) {
+TEST(VRELTreeTest, VisitsStartThroughCycleOnce) {
   VRELTree tree(Object(1));
   Node* const root = tree.GetRoot();
   Node* const two = root->AddChild(Object(2));

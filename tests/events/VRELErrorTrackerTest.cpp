@@ -175,7 +175,7 @@ TEST_F(VRELErrorTrackerTest, ResetClearsListAndKeepsListening) {
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
 }
 
-TEST_F(VRELErrorTrackerTest, DestructorLeavesBus) {
+TEST_F(VRELErrorTrackerTest, DestructorRemovesListener) {
   int const before = ListenerCount();
   VRELErrorTracker::Initialize();
   delete VRELErrorTracker::GetInstance();

@@ -10,7 +10,7 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(Gk_FuncTest, SquareIsOfADouble) {
+TEST(Gk_FuncTest, SquareIsComputedInDoubles) {
   EXPECT_EQ(VRELSquare(-1.5), 2.25);
   EXPECT_EQ(VRELSquare(1e200), std::numeric_limits<double>::infinity());
   // The square of a float outside the range of float.

@@ -287,7 +287,7 @@ TEST_F(VRELLogFileWrapperTest, RemovedLogIsNotRecreated) {
   EXPECT_EQ(directory.Read("log"), "Message : 3\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
+TEST_F(VRELLogFileWrapperTest, KilledProcessKeepsLog) {
   ChildResult const child = RunInChildWithoutTeardown([&]() -> int {
     VRELLogFileWrapper const log(PathOf("log"));
     VRELInfo::Printf("last words");
