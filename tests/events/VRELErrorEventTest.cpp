@@ -39,7 +39,7 @@ class ErrorRecorder : public RecordingListener {
   int line = 0;
 };
 
-TEST(VRELErrorEventTest, FireSetsPlaceAndReturnsType) {
+TEST(VRELErrorEventTest, FireSetsLocationAndReturnsType) {
   ErrorRecorder const listener;
   VRELError error(5, VRELString(L"no such face"));
   EXPECT_EQ(VRELErrorEvent::Fire(error, "reader.cpp", 17), 5);

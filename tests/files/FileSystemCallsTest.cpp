@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "Gk_DirElement.h"
+#include "Sanitizer.h"
 #include "ScratchDirectory.h"
 #include "VRELExport.h"
 #include "VRELFile.h"
@@ -20,14 +21,6 @@
 #include "VRELFilePath.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELTemporaryFile.h"
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VREL_TEST_HAS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VREL_TEST_HAS_SANITIZER
-#endif
-#endif
 
 namespace {
 

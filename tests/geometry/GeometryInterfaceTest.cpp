@@ -313,39 +313,6 @@ TEST(GeometryInterfaceTest, BoxSlots) {
   ExpectBoxSlots<VRELBox3D, VRELPoint3D, VRELMorph3D>();
 }
 
-template <class Point, class Affine, class Morph>
-void ExpectTransformSlots() {
-  EXPECT_EQ(SlotOf(static_cast<void (Point::*)(Affine const&)>(&Point::Transform)), 15U);
-  EXPECT_EQ(SlotOf(static_cast<void (Point::*)(Morph const&, bool)>(&Point::Transform)), 16U);
-}
-
-// Slots 0 to 4 are those of VRELReferenceCount.
-TEST(GeometryInterfaceTest, PointSlots) {
-  EXPECT_EQ(SlotOf(static_cast<double& (VRELPoint::*)(int)>(&VRELPoint::operator[])), 5U);
-  EXPECT_EQ(SlotOf(static_cast<double (VRELPoint::*)(int) const>(&VRELPoint::operator[])), 6U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Length), 7U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Negate), 8U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Multiply), 9U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Divide), 10U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Substract), 11U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Add), 12U);
-  EXPECT_EQ(SlotOf(&VRELPoint::CopyIn), 13U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Dump), 14U);
-  ExpectTransformSlots<VRELPoint2D, VRELAffine2D, VRELMorph2D>();
-  ExpectTransformSlots<VRELPoint3D, VRELAffine3D, VRELMorph3D>();
-  ExpectTransformSlots<VRELWeightPoint2D, VRELAffine2D, VRELMorph2D>();
-  ExpectTransformSlots<VRELWeightPoint3D, VRELAffine3D, VRELMorph3D>();
-}
-
-TEST(GeometryInterfaceTest, MorphSlots) {
-  EXPECT_EQ(SlotOf(&VRELMorph::setScale), 0U);
-  EXPECT_EQ(SlotOf(&VRELMorph::Inverse), 1U);
-  EXPECT_EQ(SlotOf(&VRELMorph::Multiply), 2U);
-  EXPECT_EQ(SlotOf(&VRELMorph::isEqual), 3U);
-  EXPECT_EQ(SlotOf(&VRELMorph::GetTranslation), 4U);
-  EXPECT_EQ(SlotOf(&VRELMorph::GetAffine), 5U);
-}
-
 TEST(GeometryInterfaceTest, PointFields) {
   VRELPoint3DHandle const handle(new VRELPoint3D(1.0, 2.0, 3.0));
   VRELPoint3D const& point = *handle;

@@ -11,19 +11,12 @@
 #include <vector>
 
 #include "Declaration.h"
+#include "Sanitizer.h"
 #include "VRELBrivetLibrary.h"
 #include "VRELExport.h"
 #include "VRELLibrary.h"
 #include "VRELLibraryHandle.h"
 #include "VRELLibraryManager.h"
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VREL_TEST_HAS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VREL_TEST_HAS_SANITIZER
-#endif
-#endif
 
 namespace {
 
