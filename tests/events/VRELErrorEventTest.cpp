@@ -75,19 +75,19 @@ TEST(VRELErrorEventTest, EmptyMessageKeepsFailError) {
 
 // Without a message, the virtual GetFormattedDescription of the error writes.
 TEST(VRELErrorEventTest, WritesErrorWithoutMessage) {
-  struct DescribedError : VRELError {
-    void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("spoken", 6); }
+  struct CustomError : VRELError {
+    void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("custom", 6); }
   };
   auto const description = [](VRELErrorEvent event) {
     return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
   };
-  DescribedError described;
+  CustomError custom;
   VRELError described(5, VRELString(L"no such face"));
   VRELError quiet(0, VRELString(L"no such face"));
   EXPECT_EQ(description(VRELErrorEvent("%s", "")), "Error 16777217\n");
   EXPECT_EQ(description(VRELErrorEvent(described)), "Error Description : no such face\n");
   EXPECT_EQ(description(VRELErrorEvent(quiet)), "");
-  EXPECT_EQ(description(VRELErrorEvent(described)), "spoken");
+  EXPECT_EQ(description(VRELErrorEvent(custom)), "custom");
 }
 
 TEST(VRELErrorEventTest, GetErrorHasLastSlot) {
