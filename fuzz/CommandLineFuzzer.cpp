@@ -1,4 +1,4 @@
-// Feeds brivet's command line parser a list of words, one a line. Checks that a refused line has a reason and nothing
+// Feeds brivet's command line parser a list of words, one per line. Checks that a refused line has a reason and nothing
 // else, that an accepted one can be run, that files are words of the line, and that parsing has no state.
 #include "CommandLine.h"
 

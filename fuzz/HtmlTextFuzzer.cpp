@@ -46,12 +46,12 @@ std::string Unescape(std::string const& html) {
 
 void Check(std::string const& text) {
   std::string const html = EscapeHtml(text);
-  Require(html.find_first_of("<>\"") == std::string::npos, "nothing has a meaning in HTML");
+  Require(html.find_first_of("<>\"") == std::string::npos, "escaped text contains no markup");
   Require(std::none_of(html.begin(), html.end(), [](char c) { return (c & 0x80) != 0; }), "escaped text is ASCII");
   std::string const back = Unescape(html);
   bool const isUtf8 = text.find('\0') == std::string::npos && VRELString(text).toUtf8() == text;
-  if (isUtf8) Require(back == text, "escaped text reads back");
-  Require(EscapeHtml(back) == html, "what reads back is escaped the same");
+  if (isUtf8) Require(back == text, "escaped text decodes to the input");
+  Require(EscapeHtml(back) == html, "decoded text is escaped in the same way");
 }
 
 }  // namespace

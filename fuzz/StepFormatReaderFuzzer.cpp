@@ -30,8 +30,8 @@ void CheckCounts(StepFormatReader& document, PlainWriter const& data) {
   Require(ofTypes == data.instances, "every instance has a type");
 
   PlainWriter onlyEscaped;
-  Require(document.DescribeEscaped(onlyEscaped) == VREL_S_OK, "texts with escapes are described");
-  Require(onlyEscaped.escaped == data.escaped, "all texts with escapes are described");
+  Require(document.DescribeEscaped(onlyEscaped) == VREL_S_OK, "strings with escapes are described");
+  Require(onlyEscaped.escaped == data.escaped, "all strings with escapes are described");
 }
 
 // Both are in the order of the document.

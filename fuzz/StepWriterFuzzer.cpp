@@ -53,8 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::string const written = Written(first, options);
 
   ReadDocument second(written);
-  Require(second.isOpen && second.isResolved, "what is written is read");
-  Require(second.document->GetFailedCount() == 0, "what is written has no failure");
+  Require(second.isOpen && second.isResolved, "the output is read");
+  Require(second.document->GetFailedCount() == 0, "the output has no failure");
   PlainWriter same;
   second.Describe(same, false);
   Require(same.text == data.text, "what is written has the same data");

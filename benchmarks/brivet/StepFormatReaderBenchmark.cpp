@@ -65,7 +65,7 @@ void SetCounters(benchmark::State& state, LargeFile const& file) {
 }
 
 template <std::size_t (*work)(char const*)>
-void Works(benchmark::State& state) {
+void MeasureTime(benchmark::State& state) {
   LargeFile const file(state.range(0));
   for (auto _ : state) {
     if (work(file.path) == 0) return state.SkipWithError("nothing was read");
@@ -100,14 +100,14 @@ void Twice(benchmark::internal::Benchmark* each) {
 
 }  // namespace
 
-BENCHMARK_TEMPLATE(Works, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
-BENCHMARK_TEMPLATE(Works, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
-BENCHMARK_CAPTURE(Grows, Read, "read")->Apply(Twice);
-BENCHMARK_CAPTURE(Grows, Page, "page")->Apply(Twice);
+BENCHMARK_TEMPLATE(MeasureTime, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
+BENCHMARK_TEMPLATE(MeasureTime, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
+BENCHMARK_CAPTURE(MeasureMemory, Read, "read")->Apply(OnceRepeated);
+BENCHMARK_CAPTURE(MeasureMemory, Page, "page")->Apply(OnceRepeated);
 #ifdef VREL_BENCHMARK_OCCT_STEP
-BENCHMARK_TEMPLATE(Works, ReadStepFileByOpenCascade)
+BENCHMARK_TEMPLATE(MeasureTime, ReadStepFileByOpenCascade)
     ->Name("STEP file read, peer Open CASCADE")
     ->Arg(kLargest)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Grows, OpenCascade, "occt")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, OpenCascade, "occt")->Apply(OnceRepeated);
 #endif

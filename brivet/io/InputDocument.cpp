@@ -84,7 +84,7 @@ bool InputDocument::IsUsable(std::string const& path) {
   if (DetectCompression(FirstBytes(file.Descriptor(), kSignatureSize)) != Compression::None) return false;
   readable = "/proc/self/fd/" + std::to_string(file.Descriptor());
   if (access(readable.c_str(), R_OK) == 0) return true;
-  // Without a mounted /proc the name must do.
+  // Without a mounted /proc the file is opened again by its name.
   if (IsStandardInput(path) || access(readable.c_str(), F_OK) == 0) return false;
   readable = path;
   return true;

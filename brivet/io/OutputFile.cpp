@@ -199,7 +199,7 @@ void OutputFile::RenameIntoPlace() {
   int const opened =
       isSynchronized ? open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
   int const error = rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
-  // Without this a crash may bring the old file back; it is whole as well, so that a failure is no error.
+  // Without this a crash may bring the old file back; it is complete as well, so that a failure is no error.
   if (opened >= 0 && error == 0) fsync(opened);
   if (opened >= 0) ::close(opened);
   if (error != 0) Fail(error);

@@ -26,9 +26,9 @@ class OptionSet {
   // with their lines.
   //
   // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
-  // a warning that suggests the closest known ones. Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file
-  // with syntax errors; VREL_E_INVALID_ARGUMENT for a setting without "=", without a value or with an empty token in
-  // its name.
+  // a warning that suggests the closest known ones.
+  // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
+  // setting without "=", without a value or with an empty token in its name.
   VRINResult Add(OptionSource const& source);
 
   VRELOptions const& Store() const { return store; }

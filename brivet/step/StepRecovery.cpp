@@ -1,9 +1,8 @@
 // Panic-mode recovery on bytes, not on tokens: after a missing apostrophe the scanner takes strings for tokens and
 // tokens for strings, and no token can be trusted. What can be trusted is the layout that nearly all exporters use, one
-// instance after a line end. Reading therefore resumes at the first line after the begin of the failed instance that
-// begins with
-// "#12=" or with a word that begins or ends a section. So a single missing apostrophe loses one instance, although the
-// error may be found thousands of lines later.
+// instance after a line end. Reading therefore resumes at the first line after the start of the failed instance that
+// begins with "#12=" or with a word that begins or ends a section. So a single missing apostrophe loses one instance,
+// although the error may be found thousands of lines later.
 //
 // In files with several instances on a line, a ";" followed by an instance is accepted as well, if the number of
 // apostrophes since the begin of the failed instance is even. If no line begins with an instance, the first ";"

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr char kUnterminatedString[] = "expected \"'\" at the end of the string, found another instance";
-constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the begin of a line
+constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the start of a line
 
 // Recognizes ";", a line end and "#12=" in a row, with blanks between, in the bytes of a string.
 class InstanceStart {
@@ -195,7 +195,7 @@ StepScanner::Token const& StepScanner::Next() {
 std::string StepScanner::ReadLinesBeforeEnd() {
   constexpr std::string_view kEndWord = "ENDSEC";
   std::string text;
-  std::size_t matched = 0;  // bytes of kEndWord at the begin of this line
+  std::size_t matched = 0;  // bytes of kEndWord at the start of this line
   bool atLineBegin = true;
   // The rest of the line is not part of the content.
   while (IsBlank(buffer.Peek()) && !IsLineEnd(buffer.Peek())) Take();

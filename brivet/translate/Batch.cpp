@@ -37,7 +37,7 @@ constexpr int kPollMilliseconds = 100;
 constexpr auto kTerminationTime = std::chrono::milliseconds(1300);
 constexpr int kReportDescriptor = 3;  // of a worker
 constexpr int kAbortedStatus = 3;
-constexpr int kCrashStatus = 7;  // of a worker that a signal ended, often for want of memory
+constexpr int kCrashStatus = 7;  // of a worker that a signal ended, often because memory ran out
 constexpr int kExecFailure = 127;
 
 bool IsStandardInput(std::string const& path) {

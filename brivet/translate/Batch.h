@@ -28,7 +28,7 @@ std::string FindConflict(std::vector<BatchItem> const& items);
 
 // Runs a worker process for each item, several at a time. The workers are this program, called with the words for the
 // worker and those of the item: one process translates one input. Their messages and summary lines are printed as they
-// come, whole lines at a time. A worker that fails does not stop the others.
+// arrive, complete lines at a time. A worker that fails does not stop the others.
 //
 // If an abort is requested, no worker is started any more, and the running ones are terminated within two seconds.
 //

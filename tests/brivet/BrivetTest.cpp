@@ -151,7 +151,7 @@ TEST_F(BrivetTest, ListsExampleDocument) {
   }
 }
 
-TEST_F(BrivetTest, ListingIsThatOfManual) {
+TEST_F(BrivetTest, ListingEqualsManual) {
   std::string shown;
   std::istringstream documentation(FileText(VREL_SOURCE_DIR "/docs/brivet.md"));
   std::string line;

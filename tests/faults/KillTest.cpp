@@ -53,7 +53,7 @@ void Kill(std::vector<int> const& signals, int count, unsigned seed) {
 
 }  // namespace
 
-TEST(KillTest, SigkillLeavesWholeFiles) {
+TEST(KillTest, SigkillLeavesCompleteFiles) {
   Kill({SIGKILL}, kKills / 2, 1);
 }
 

@@ -356,7 +356,7 @@ TEST(LibraryAllocationTest, MapIsUnchangedAfterFailedGrowth) {
   EXPECT_GT(met, 5);
 }
 
-TEST(LibraryAllocationTest, ClearEmptiesMapInAnyCase) {
+TEST(LibraryAllocationTest, ClearEmptiesMapAfterFailure) {
   VRELString const keys[] = {VRELString(L"hub"), VRELString(L"rim"), VRELString(L"axle")};
   long met = 0;
   for (long number = 1; number < 100; ++number) {
@@ -497,7 +497,7 @@ struct CountedFolder : VRELRoloNode {
   static inline int alive = 0;
 };
 
-TEST(LibraryAllocationTest, FolderIsDeletedWithoutMemory) {
+TEST(LibraryAllocationTest, FolderDestructorNeedsNoMemory) {
   for (bool lasts : {false, true}) {
     long met = 0;
     for (long number = 1; number < 100; ++number) {
@@ -613,7 +613,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   VRELFilePath const path(name.c_str());
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     FullBus const bus;
     int const failures = FailEach([&] { VRELLogFileWrapper const log(path); },
                                   [&] {
@@ -632,7 +632,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   folder.Write("log", "");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELFilePath path(name.c_str());
     for (long number = 1;; ++number) {
       FullBus const bus;
@@ -657,7 +657,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
 }
 
 TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     for (long number = 1;; ++number) {
       FullBus const bus;
       VRELConsoleLogger console;
@@ -680,7 +680,7 @@ TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
 }
 
 TEST(LibraryAllocationTest, FailedTrackerCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     FullBus const bus;
     int const failures = FailEach(VRELErrorTracker::Initialize, [] {
       EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
@@ -757,20 +757,20 @@ TEST(LibraryAllocationTest, FailedSetenvIsReported) {
 
 class CountedNode : public VRELTree::VRELTreeNode {
  public:
-  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), dead(theDead) {}
-  ~CountedNode() noexcept(false) override { ++dead; }
+  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), deleted(theDead) {}
+  ~CountedNode() noexcept(false) override { ++deleted; }
 
  private:
-  int& dead;
+  int& deleted;
 };
 
 // Returns a node with two children that have two children each.
 VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   auto* const root = new CountedNode(dead);
   for (int i = 0; i < 2; ++i) {
-    auto* const child = new CountedNode(dead);
+    auto* const child = new CountedNode(deleted);
     root->AddChildPtr(child);
-    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(dead));
+    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(deleted));
   }
   return root;
 }
@@ -782,11 +782,11 @@ TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);
     ChildResult const result = RunInChildWithoutTeardown([number = static_cast<long>(i) + 1] {
-      int dead = 0;
-      VRELTree::VRELTreeNode* const root = FamilyOfSeven(dead);
+      int deleted = 0;
+      VRELTree::VRELTreeNode* const root = TreeOfSevenNodes(deleted);
       Failing const failing(number);
       delete root;
-      return failing.HasFailed() ? dead : -1;
+      return failing.HasFailed() ? deleted : -1;
     });
     EXPECT_EQ(result.signal, 0);
     EXPECT_EQ(result.exitStatus, expected[i]);
@@ -796,7 +796,7 @@ TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
 TEST(LibraryAllocationTest, FailedReadClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Write("options.cfg", "Step.Reader.Tolerance=0.5\nHeal=a text longer than in place\n");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELString const path(name);
     VRELOptions options;
     EXPECT_GT(FailEach([&] { options.ReadFromFile(path); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 0); }), 10);

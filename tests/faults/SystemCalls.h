@@ -9,9 +9,9 @@
 // Fault of one of the traced system calls, which are numbered from 1 in a run. The call is not made, or is made for
 // fewer bytes.
 struct SystemCallFault {
-  long number = 0;         // 0 for none
-  int error = 0;           // an errno; 0 for a transfer of half of the requested bytes
-  bool isForGood = false;  // also for all later calls of the same name
+  long number = 0;           // 0 for none
+  int error = 0;             // an errno; 0 for a transfer of half of the requested bytes
+  bool isPermanent = false;  // also for all later calls of the same name
 };
 
 struct SystemCallRun {

@@ -48,7 +48,7 @@ TEST(DiagnosticsTest, ReportProblemEscapesText) {
   }
 }
 
-TEST(DiagnosticsTest, ReportProblemTakesNoSubject) {
+TEST(DiagnosticsTest, ReportProblemNeedsNoSubject) {
   RecordingListener listener;
   ReportProblem("50% of --x");
   ReportProblem(std::string(2000, 'a'));

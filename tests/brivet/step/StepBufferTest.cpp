@@ -63,7 +63,7 @@ TEST(StepBufferTest, ReadsLines) {
   EXPECT_EQ(line.toUtf8(), "J\xC3\xB6");
 }
 
-// What a typed reader of binary formats would offer fails here as in the base.
+// The operations of typed readers of binary formats fail as in the base class.
 TEST(StepBufferTest, HasNoBinaryValues) {
   BytesInFile file("1234");
   int number = 5;
@@ -77,7 +77,7 @@ TEST(StepBufferTest, ReadsEmptyFile) {
   EXPECT_EQ(file.Buffer().Peek(), StepBuffer::kEnd);
 }
 
-TEST(StepBufferTest, RefusesWhatHasNoLength) {
+TEST(StepBufferTest, RefusesStreamWithoutLength) {
   ScratchDirectory directory;
   std::string const pipe = directory.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

@@ -138,7 +138,7 @@ TEST(StepFormatReaderTest, FillsReaderLists) {
   EXPECT_EQ(document->GetNextDataSection(), nullptr);
 }
 
-TEST(StepFormatReaderTest, TakesAllLineEnds) {
+TEST(StepFormatReaderTest, AcceptsAllLineEnds) {
   std::string const bytes = DocumentText("#1=A('a\nb\\S\\A',\n#2);\n#2=B();\n");
   for (char const* end : {"\n", "\r\n", "\r"}) {
     std::string other;
@@ -274,7 +274,7 @@ TEST(StepFormatReaderTest, ReportsDanglingReferences) {
   EXPECT_EQ(messages[2],
             "WARNING: part.stp:9:7: warning: no instance '#99999999999999999999' in the file, referred to in #3 of "
             "type (A B)");
-  // An instance that could not be read is not there.
+  // An instance that could not be read is not defined.
   EXPECT_THAT(messages[3], HasSubstr("no instance '#4' in the file, referred to in #2 of type P"));
   EXPECT_EQ(document->GetDanglingCount(), 3);
   EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
@@ -341,7 +341,7 @@ TEST(StepFormatReaderTest, TakesSparseIds) {
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 
-TEST(StepFormatReaderTest, TakesIdsOfAnyLength) {
+TEST(StepFormatReaderTest, AcceptsIdsOfAnyLength) {
   std::string const far = "1" + std::string(300, '0');
   ReadDocument document(DocumentText("#" + far + "1=A(#00" + far + "2,#" + far + "3);#000" + far + "2=B(#1);#1=C(#" +
                                      far + "1);\n#0" + far + "1=D();"));
@@ -458,7 +458,7 @@ TEST(StepFormatReaderTest, DescribeNeedsResolve) {
   EXPECT_EQ(document->Resolve(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: what it does not hold is read from the file again.
+// The window is 4 MiB: bytes outside it are read from the file again.
 TEST(StepFormatReaderTest, ReportsChangedFile) {
   std::string const filling = "/*" + std::string(5U << 20U, ' ') + "*/";
   std::string const bytes = DocumentText("#1=A();#2=B(#1);" + filling + "#3=C(#1);#4=D(#2);");
@@ -546,7 +546,7 @@ TEST(StepFormatReaderTest, SurvivesRandomBytes) {
   }
 }
 
-// What remains of a document after random changes can be described.
+// A document can be described after random changes.
 TEST(StepFormatReaderTest, SurvivesRandomChanges) {
   std::string const whole = DocumentText(kAllKinds);
   std::string const alphabet = "'\"()/*;=#,\\&$.!<>XS02A\n\r\xE9";

@@ -143,7 +143,7 @@ TEST(StepParserTest, ReadsDeepLists) {
   EXPECT_EQ(Parsed("A(" + open + "1" + close + ";"), "1:200004: expected ',' or ')' after a parameter, found ';'");
 }
 
-TEST(StepParserTest, RefusesTooDeepLists) {
+TEST(StepParserTest, RefusesListsBeyondDepthLimit) {
   std::string const open(StepParser::kDepthLimit + 1, '(');
   EXPECT_EQ(Parsed("A(" + open + "1"), "1:10000003: expected lists at most 10,000,000 deep, found '('");
 }

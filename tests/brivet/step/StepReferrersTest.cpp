@@ -136,7 +136,7 @@ TEST(StepReferrersTest, AgreesWithModel) {
   }
 }
 
-TEST(StepReferrersTest, KeepsAsManyAsGiven) {
+TEST(StepReferrersTest, KeepsUpToGivenCount) {
   constexpr std::uint32_t kCount = 1100;
   int passes = 0;
   StepReferrers referrers(

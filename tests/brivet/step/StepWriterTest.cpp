@@ -100,7 +100,7 @@ TEST(StepWriterTest, OptionsReplaceHeaderFields) {
   options.AddOption(L"PreProcessorVersion", VRELString("p\n1"));
   options.AddOption(L"SendingSystemName", VRELString("brivet"));
   options.AddOption(L"FileDescription", VRELString("d"));
-  // Options of other directions don't count.
+  // Options of other directions have no effect.
   options.AddOption(L"Step.Assembly.Reader.SendingSystemName", VRELString("no"));
   std::string const bytes =
       "ISO-10303-21;HEADER;FILE_DESCRIPTION(('x','y'),'2;1');FILE_NAME('n','t',('a','b'),('o'),'p','s','z');"
@@ -256,7 +256,7 @@ TEST(StepWriterTest, KeepsEdition3Sections) {
   EXPECT_EQ(Rewritten(document), bytes);
 }
 
-TEST(StepWriterTest, CommentSaysWhatIsIncomplete) {
+TEST(StepWriterTest, CommentListsIncompleteParts) {
   EXPECT_THAT(
       Rewritten(DocumentText("#1=A(;\n#2=B();\n")),
       HasSubstr("FILE_SCHEMA(('S'));\nENDSEC;\n/* INCOMPLETE: 1 part of the document could not be read and is not "

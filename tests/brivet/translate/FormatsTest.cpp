@@ -22,7 +22,7 @@ TEST(FormatsTest, FindsByExtension) {
   }
 }
 
-TEST(FormatsTest, EveryInputIsStep) {
+TEST(FormatsTest, InputFormatIsAlwaysStep) {
   for (char const* path : {"a.stp", "a", "a.html", "-"}) {
     EXPECT_STREQ(Format::OfInput(path).module, "BrivetStep") << path;
   }

@@ -77,7 +77,7 @@ TEST_F(RunLogTest, RefusesPipeWithoutWaiting) {
   EXPECT_FALSE(isWriting);
 }
 
-// A link that somebody has put there must not redirect the log.
+// A link that another user created must not redirect the log.
 TEST_F(RunLogTest, RefusesSymbolicLinks) {
   folder.Write("victim", "precious");
   for (char const* target : {"victim", "dangling", "/dev/null"}) {
@@ -121,7 +121,7 @@ TEST_F(RunLogTest, ReportsMissingPermission) {
   EXPECT_FALSE(folder.Has(kLog));
 }
 
-// A full disk takes an empty file.
+// A full disk accepts an empty file.
 TEST_F(RunLogTest, ReportsFullDisk) {
   ChildResult const result = RunInChild([this] {
     std::signal(SIGXFSZ, SIG_IGN);

@@ -243,7 +243,7 @@ class FileChanger final : public VRELEventListener {
 
 }  // namespace
 
-TEST_F(TranslationTest, ReportsInputThatChanges) {
+TEST_F(TranslationTest, ReportsChangedInput) {
   folder.Write("a.html", "old");
   for (char const* event : {"VRELStartReadFileTaskEvent", "Writing File"}) {
     SCOPED_TRACE(event);
