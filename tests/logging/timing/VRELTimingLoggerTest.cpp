@@ -511,14 +511,14 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
   } throwing;
-  auto throwing = std::make_unique<VRELTimingLogger>();
-  throwing->Initialize();
-  VRELEventBus::GetEventBus()->AddListener(&throwing);
-  EXPECT_THROW(throwing->Finalize(), std::runtime_error);
+  auto logger = std::make_unique<VRELTimingLogger>();
+  logger->Initialize();
+  VRELEventBus::GetEventBus()->AddListener(&logger);
+  EXPECT_THROW(logger->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
-  throwing.reset();
+  logger.reset();
   EXPECT_EQ(ListenerCount(), 2);
-  VRELEventBus::GetEventBus()->RemoveListener(&throwing);
+  VRELEventBus::GetEventBus()->RemoveListener(&logger);
 }
 
 TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
