@@ -513,12 +513,12 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
   } throwing;
   auto logger = std::make_unique<VRELTimingLogger>();
   logger->Initialize();
-  VRELEventBus::GetEventBus()->AddListener(&logger);
+  VRELEventBus::GetEventBus()->AddListener(&throwing);
   EXPECT_THROW(logger->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
   logger.reset();
   EXPECT_EQ(ListenerCount(), 2);
-  VRELEventBus::GetEventBus()->RemoveListener(&logger);
+  VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
 
 TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
