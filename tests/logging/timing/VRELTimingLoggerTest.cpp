@@ -511,12 +511,12 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
   } throwing;
-  auto logger = std::make_unique<VRELTimingLogger>();
-  logger->Initialize();
+  auto activeLogger = std::make_unique<VRELTimingLogger>();
+  activeLogger->Initialize();
   VRELEventBus::GetEventBus()->AddListener(&throwing);
-  EXPECT_THROW(logger->Finalize(), std::runtime_error);
+  EXPECT_THROW(activeLogger->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
-  logger.reset();
+  activeLogger.reset();
   EXPECT_EQ(ListenerCount(), 2);
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
