@@ -550,7 +550,8 @@ TEST(LibraryAllocationTest, ShellIsUnchangedAfterFailedCopy) {
 
 namespace {
 
-// Calls `work` once for each of its allocations, which fails, and `check` after each failure. Returns their number.
+// Runs the work with each of its allocations failing in turn, and `check` after each failure. Returns the number
+// of failures.
 int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
   for (long number = 1;; ++number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
@@ -576,7 +577,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Fills the listener array of the bus, so that one more listener needs memory.
+// Fills the bus, so that one more listener needs memory.
 class FullBus {
  public:
   FullBus() {
@@ -595,8 +596,8 @@ class FullBus {
   Silent listeners[10];
 };
 
-// Runs in a process of its own, where the bus has room for exactly ten listeners.
-void ExpectWellApart(std::function<void()> const& work) {
+// Does the work in a process of its own, where the bus has capacity for ten listeners.
+void ExpectSuccessInChild(std::function<void()> const& work) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     unsetenv("VRELLogLevel");
     unsetenv("VRELConsoleTracesLevel");
@@ -621,7 +622,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
                                     EXPECT_EQ(ListenerCount(), 10);
                                   });
     EXPECT_GT(failures, 1);
-    // A stream of the caller stays open.
+    // A borrowed one stays open.
     std::FILE* const file = std::fopen(name.c_str(), "w");
     FailEach([&] { VRELLogFileWrapper const log(file); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 1); });
     EXPECT_EQ(std::fclose(file), 0);
@@ -644,7 +645,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
         hasFailed = failing.HasFailed();
       }
       if (!hasFailed) break;
-      // Some failures are compensated; after the others nothing is started.
+      // Some failures are compensated; the others leave no partial initialization.
       bool const isActive = logger.GetOutputStream() != nullptr;
       EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
       EXPECT_EQ(CountOpenDescriptors(name), isActive ? 1 : 0) << "allocation " << number;
@@ -729,7 +730,7 @@ TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
 
 TEST(LibraryAllocationTest, FailedSetenvIsReported) {
   enum Answer { NotMet, Refused, Thrown, Broken };
-  // The memory of the environment is allocated last.
+  // The memory for the environment is allocated last.
   int last = Broken;
   for (long number = 1;; ++number) {
     ChildResult const child = RunInChildWithoutTeardown([number] {
@@ -764,9 +765,9 @@ class CountedNode : public VRELTree::VRELTreeNode {
   int& deleted;
 };
 
-// Returns a node with two children that have two children each.
-VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
-  auto* const root = new CountedNode(dead);
+// A node with two children, each of which has two.
+VRELTree::VRELTreeNode* TreeOfSevenNodes(int& deleted) {
+  auto* const root = new CountedNode(deleted);
   for (int i = 0; i < 2; ++i) {
     auto* const child = new CountedNode(deleted);
     root->AddChildPtr(child);
@@ -775,9 +776,10 @@ VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   return root;
 }
 
-// Children that a destroyed node cannot pass to its parent stay; the others are passed on, and nothing is thrown.
+// Children that a destructor cannot add to the list of pending deletions are kept; the others are deleted, and nothing
+// is thrown.
 TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
-  // No child of the root is passed on; one of them; both, but not one child of the first.
+  // No child of the root is added; one of them; both, but one child of the first that is deleted is not.
   std::vector<int> const expected = {1, 4, 6};
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);

@@ -20,8 +20,8 @@ struct SystemCallRun {
   std::vector<long> transfers;     // the numbers of those that can transfer fewer bytes
   std::vector<long> reads;         // those of them that read
   std::vector<std::string> names;  // the names of all calls, in order
-  bool wasMet = false;             // the fault has occurred; a call that transfers nothing cannot be short
-  std::string met;                 // the name of the call
+  bool hasOccurred = false;        // the fault has occurred; a call that transfers nothing cannot be short
+  std::string failedCall;          // the name of the call
 };
 
 // Prepares the calling process for tracing, before exec. Returns false if the system does not allow it.

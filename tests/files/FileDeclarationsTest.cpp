@@ -264,11 +264,11 @@ TEST(FileDeclarationsTest, DirectoryTraversorKeepsFieldOffsets) {
   std::size_t const open = list + sizeof(VRELDynamicArray<Gk_FileElement>);
   auto const* const bytes = reinterpret_cast<char const*>(traversor);
   EXPECT_EQ(static_cast<void const*>(bytes + list), &traversor->entries());
-  EXPECT_NE(FieldAt<void*>(traversor, open), nullptr);
+  EXPECT_NE(FieldAt<void*>(*traversor, open), nullptr);
   EXPECT_EQ(static_cast<void const*>(bytes + open + 8), &traversor->current());
   EXPECT_EQ(static_cast<void const*>(bytes + open + 16), &traversor->currentName());
   while (traversor->next()) continue;
-  EXPECT_EQ(FieldAt<void*>(traversor, open), nullptr);
+  EXPECT_EQ(FieldAt<void*>(*traversor, open), nullptr);
   delete traversor;
 }
 

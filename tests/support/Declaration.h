@@ -25,6 +25,7 @@ bool IsFirstBase(Derived const& object) {
 // Returns the bytes at `offset` of `object` as a `Field`.
 template <class Field, class Object>
 Field FieldAt(Object const& object, std::size_t offset) {
+  static_assert(!std::is_pointer_v<Object>, "pass the object, not its address");
   static_assert(std::is_trivially_copyable_v<Field>);
   Field field;
   std::memcpy(&field, reinterpret_cast<unsigned char const*>(&object) + offset, sizeof field);
