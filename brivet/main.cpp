@@ -82,7 +82,8 @@ VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
   return CatchAsResult(line.input, [&] {
     VRINResult result = VREL_S_OK;
     for (OptionSource const& source : line.sources) result &= options.Add(source);
-    return result;
+    if (result.IsFailure() || line.sources.empty() || line.action == CommandLine::TranslateAll) return result;
+    return options.Check(Format::OfInput(line.input).name, line.action == CommandLine::List ? "" : line.Target().name);
   });
 }
 
@@ -145,8 +146,8 @@ std::string WhyNotOverwrite(CommandLine const& line) {
   struct stat output;
   bool const exists = stat(line.output.c_str(), &output) == 0 && S_ISREG(output.st_mode);
   // The input itself is refused with a message of its own.
-  bool const isInput = stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev &&
-                       input.st_ino == output.st_ino;
+  bool const isInput =
+      stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev && input.st_ino == output.st_ino;
   if (!exists || isInput || !IsStepDocument(line.output)) return "";
   return "OUTPUT " + QuoteName(line.output) + " is an existing STEP file";
 }
@@ -203,8 +204,8 @@ void CreateFolder(std::string const& folder) {
 void CheckOptionsFiles(CommandLine const& line) {
   for (OptionSource const& source : line.sources) {
     if (source.kind == OptionSource::File && !std::filesystem::is_regular_file(source.text)) {
-      throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file",
-                      ""};
+      throw FileError{VREL_E_FILE_OPEN,
+                      "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file", ""};
     }
   }
 }
@@ -238,6 +239,12 @@ int TranslateAll(CommandLine const& line) {
   return result.IsFailure() && status == 0 ? ExitStatusOf(result) : status;
 }
 
+int PrintFormat(std::string const& name) {
+  std::string const text = DescribeFormat(name);
+  if (!text.empty()) return Print(text);
+  return RefuseToRun("unknown format " + QuoteName(name) + " for -help", "'brivet -formats' lists the formats");
+}
+
 int Act(CommandLine const& line) {
   switch (line.action) {
     case CommandLine::Refuse:
@@ -245,7 +252,7 @@ int Act(CommandLine const& line) {
       if (!line.isQuiet) std::fputs(CommandLine::Usage(), stderr);
       return kUsageStatus;
     case CommandLine::Help:
-      return Print(kHelpText);
+      return line.format.empty() ? Print(kHelpText) : PrintFormat(line.format);
     case CommandLine::Version:
       return Print("brivet " BRIVET_VERSION "\n");
     case CommandLine::ListFormats:
