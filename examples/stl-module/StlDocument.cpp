@@ -96,17 +96,18 @@ VRINResult StlDocument::Open() {
     return VREL_E_FILE_OPEN;
   }
   char block[65536];
-  while (std::size_t const count = std::fread(block, 1, sizeof block, stream)) bytes.append(block, count);
+  while (std::size_t const size = std::fread(block, 1, sizeof block, stream)) bytes.append(block, size);
   bool const isComplete = std::ferror(stream) == 0;
   std::fclose(stream);
   return isComplete ? VREL_S_OK : VREL_E_FILE_OPEN;
 }
 
 VRINResult StlDocument::PreprocessData() {
-  std::uint32_t count = 0;
-  if (bytes.size() >= kHeaderSize) std::memcpy(&count, bytes.data() + 80, sizeof count);
+  std::uint32_t facetCount = 0;
+  if (bytes.size() >= kHeaderSize) std::memcpy(&facetCount, bytes.data() + 80, sizeof facetCount);
   // Some binary files begin with "solid", too.
-  bool const isBinary = bytes.size() >= kHeaderSize && bytes.size() == kHeaderSize + std::size_t{count} * kFacetSize;
+  bool const isBinary =
+      bytes.size() >= kHeaderSize && bytes.size() == kHeaderSize + std::size_t{facetCount} * kFacetSize;
   if (!isBinary && bytes.compare(0, 5, "solid") == 0) {
     ReadAscii();
   } else if (bytes.size() >= kHeaderSize) {
@@ -124,10 +125,10 @@ VRINResult StlDocument::PreprocessData() {
 }
 
 void StlDocument::ReadBinary() {
-  std::uint32_t count = 0;
-  std::memcpy(&count, bytes.data() + 80, sizeof count);
+  std::uint32_t facetCount = 0;
+  std::memcpy(&facetCount, bytes.data() + 80, sizeof facetCount);
   std::size_t at = kHeaderSize;
-  for (; facets.size() < count && at + kFacetSize <= bytes.size(); at += kFacetSize) {
+  for (; facets.size() < facetCount && at + kFacetSize <= bytes.size(); at += kFacetSize) {
     Gk_ErrMgr::checkAbort();
     Facet facet;
     std::memcpy(facet.data(), bytes.data() + at, sizeof facet);
@@ -138,8 +139,8 @@ void StlDocument::ReadBinary() {
     facets.push_back(facet);
     if (progress != nullptr) progress->Done(static_cast<long>(at));
   }
-  if (facets.size() < count) {
-    Lose(0, "the file ends after " + std::to_string(facets.size()) + " of " + std::to_string(count) + " facets");
+  if (facets.size() < facetCount) {
+    Lose(0, "the file ends after " + std::to_string(facets.size()) + " of " + std::to_string(facetCount) + " facets");
   }
 }
 
