@@ -164,6 +164,11 @@ int TranslateOne(CommandLine const& line) {
   ReportFile reportFile;
   if (result.IsSuccess()) result = reportFile.Open(line);
   if (result.IsFailure()) return ExitStatusOf(result);
+  if (line.hasLogs && !line.logFolder.empty()) {
+    // Without the folder the logs are left out, with a warning.
+    std::error_code error;
+    std::filesystem::create_directories(line.logFolder, error);
+  }
   RunReport report = Translate(line, options);
   FreeLibraries();
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
@@ -221,6 +226,7 @@ int TranslateAll(CommandLine const& line) {
     OptionSet options;
     VRINResult const read = ReadOptions(line, options);
     options.ReportWarnings();
+    if (line.isVerbose) options.ReportWithoutEffect(Format::OfInput("").name, line.Target().name);
     if (read.IsSuccess()) CreateFolder(line.outputFolder);
     if (read.IsSuccess() && !logFolder.empty()) CreateFolder(logFolder);
     return read;

@@ -60,4 +60,6 @@ if(VREL_BUILD_BRIVET)
   configure_file(${CMAKE_CURRENT_LIST_DIR}/brivet-sdk.pc.in ${PROJECT_BINARY_DIR}/brivet-sdk.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/brivet-sdk.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
           COMPONENT BrivetDevelopment)
+  install(FILES completions/_brivet DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT Brivet)
+  install(FILES completions/brivet.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT Brivet)
 endif()

@@ -73,7 +73,8 @@ class Document : public VRELFormatReader {
   // before Resolve, but then no reference counts as defined.
   virtual VRINResult DescribeEscaped(DocumentVisitor& /*visitor*/) { return VREL_S_OK; }
 
-  // Sets where reading reports its progress; null for nowhere. Ownership: the caller keeps it.
+  // Sets where reading reports its progress; null for none.
+  // Ownership: the caller keeps it.
   void SetProgress(Progress* receiver) noexcept { progress = receiver; }
 
  protected:

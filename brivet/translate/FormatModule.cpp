@@ -57,9 +57,13 @@ VRINResult FormatModule::Find(char const* entry, char const* task, void*& functi
     isGuarded = true;
     ++loadedModules;
   }
-  VRINResult const loaded = LoadFromPath();
+  VRINResult const loaded = LoadFromPath(task);
   if (loaded.IsFailure()) return loaded;
   if (library.GetFunction(entry, function).IsSuccess()) return VREL_S_OK;
+  return ReportLoaderError(task);
+}
+
+VRINResult FormatModule::ReportLoaderError(char const* task) const {
   char const* const reason = dlerror();
   ReportProblem(std::string("cannot load the module for ") + task + format.title + ": " +
                 (reason != nullptr ? reason : std::string("lib") + format.module + ".so not found"));
@@ -68,14 +72,10 @@ VRINResult FormatModule::Find(char const* entry, char const* task, void*& functi
   return VREL_E_NOT_SUPPORTED;
 }
 
-VRINResult FormatModule::LoadFromPath() {
+VRINResult FormatModule::LoadFromPath(char const* task) {
   if (format.path == nullptr || fromPath != nullptr) return VREL_S_OK;
   void* const module = dlopen(format.path, RTLD_NOW | RTLD_LOCAL);
-  if (module == nullptr) {
-    ReportProblem("cannot load the module for " + std::string(format.title) + ": " + LoaderMessage());
-    ReportProblem("hint", "'brivet -formats' lists the modules and their folders");
-    return VREL_E_NOT_SUPPORTED;
-  }
+  if (module == nullptr) return ReportLoaderError(task);
   std::string const problem = WhyNotUsable(module);
   if (problem.empty()) {
     fromPath = module;

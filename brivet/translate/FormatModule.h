@@ -33,7 +33,8 @@ class FormatModule {
 
  private:
   VRINResult Find(char const* entry, char const* task, void*& function);
-  VRINResult LoadFromPath();
+  VRINResult LoadFromPath(char const* task);
+  VRINResult ReportLoaderError(char const* task) const;
   std::string WhyNotUsable(void* module) const;
   template <class Call>
   VRINResult Run(Call const& call);

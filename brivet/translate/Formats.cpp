@@ -8,6 +8,7 @@
 #include <list>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "ModuleRegistry.h"
@@ -109,19 +110,21 @@ std::string ShadowNote(Module const& module, FormatDescription const& format) {
   return note.empty() ? "" : " (" + note.substr(2) + ")";
 }
 
-// Returns the names of the formats that can be written, sorted.
-std::set<std::string> WritableFormats() {
-  std::set<std::string> names;
+// Returns the names of the formats that can be written: first those that are only written, each group sorted.
+std::vector<std::string> WritableFormats() {
+  std::set<std::pair<bool, std::string>> found;
   for (Module const& module : ModuleRegistry::Get().All()) {
     if (!module.shadowedBy.empty()) continue;
     for (FormatDescription const& format : module.description.formats) {
-      if (format.writes) names.insert(format.name);
+      if (format.writes) found.emplace(format.reads, format.name);
     }
   }
+  std::vector<std::string> names;
+  for (auto const& each : found) names.push_back(each.second);
   return names;
 }
 
-std::string Listed(std::set<std::string> const& words) {
+std::string Listed(std::vector<std::string> const& words) {
   std::string list;
   for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
   return list;
@@ -173,10 +176,10 @@ std::string Format::WrittenExtensions() {
 }
 
 std::string Format::Table() {
-  std::multimap<std::string, std::string> rows;
+  std::multimap<std::pair<bool, std::string>, std::string> rows;
   for (Module const& module : ModuleRegistry::Get().All()) {
     for (FormatDescription const& format : module.description.formats) {
-      rows.emplace(format.name, Row(module, format) + ShadowNote(module, format) + "\n");
+      rows.emplace(std::make_pair(format.reads, format.name), Row(module, format) + ShadowNote(module, format) + "\n");
     }
   }
   std::string table;

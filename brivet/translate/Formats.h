@@ -29,7 +29,7 @@ struct Format {
   static std::string WrittenNames();
   // Returns their extensions: ".html, .htm, .txt, ...".
   static std::string WrittenExtensions();
-  // Returns a table of all formats, one a line: name, title, what can be done, module, version, extensions and path. A
+  // Returns a table of all formats, one per line: name, title, what can be done, module, version, extensions and path. A
   // format that is not used, because another one of its name is before it in the path, is marked.
   static std::string Table();
 

@@ -4,6 +4,7 @@
 check_modules.py PREFIX LIBRARY-FOLDER BINARY-FOLDER ROOT SCRATCH
 """
 import os
+import re
 import shutil
 import subprocess
 import struct
@@ -97,6 +98,33 @@ class StlTest(unittest.TestCase):
         self.translate("clang++-14" if shutil.which("clang++-14") else "clang++")
 
 
+class TutorialTest(unittest.TestCase):
+    def test_files_and_commands(self):
+        folder = SCRATCH / "tutorial"
+        folder.mkdir()
+        name, block, commands = None, None, []
+        for line in (ROOT / "docs/modules.md").read_text(encoding="utf-8").split("## Reference")[0].splitlines():
+            if block is None and (found := re.match(r"`([\w.]+)`", line)):
+                name = found.group(1)
+            if line.startswith("```") and block is None:
+                block = []
+                commands = block if line == "```sh" else commands
+            elif line.startswith("```"):
+                if block is not commands:
+                    with open(folder / name, "a", encoding="utf-8") as file:
+                        file.write("".join(f"{each}\n" for each in block))
+                block = None
+            elif block is not None:
+                block.append(line)
+        script = "\n".join(["set -e", f"PATH={BINARIES}:$PATH CXXFLAGS='-Wall -Wextra -Werror'", "export CXXFLAGS",
+                            f"export CMAKE_PREFIX_PATH={PREFIX}", *commands])
+        output = run("bash", "-c", script, cwd=folder)
+        self.assertIn("xyz      point list read        BrivetXyz    1.0", output)
+        self.assertIn("Xyz.*.Reader.Scale\n", output)
+        self.assertIn("points.txt: 2 instances of 1 type from points.xyz", output)
+        self.assertIn("#2 = POINT(10., 25., 0.)", (folder / "points.txt").read_text(encoding="utf-8"))
+
+
 class BadModuleTest(unittest.TestCase):
     def setUp(self):
         self.folder = SCRATCH / self.id().rsplit(".", 1)[1]
@@ -126,14 +154,14 @@ class BadModuleTest(unittest.TestCase):
 
     def test_missing(self):
         self.build().unlink()
-        self.assertRegex(self.use(), "cannot load the module for Bad: .*No such file or directory")
+        self.assertRegex(self.use(), "cannot load the module for writing Bad: .*No such file or directory")
 
     def test_other_architecture(self):
         library = self.build()
         content = bytearray(library.read_bytes())
         content[18:20] = struct.pack("<H", 8)
         library.write_bytes(content)
-        self.assertRegex(self.use(), "cannot load the module for Bad: .*libBrivetBad.so: ")
+        self.assertRegex(self.use(), "cannot load the module for writing Bad: .*libBrivetBad.so: ")
 
     def test_without_entry_points(self):
         library = self.replace("-DNO_OPEN")
