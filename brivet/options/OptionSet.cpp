@@ -88,7 +88,7 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
     Warning origin;
     origin.setting = source.Words();
     bool const isAccepted = AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
-    return VRINResult(isAccepted ? VREL_S_OK : VREL_E_INVALID_ARGUMENT);
+    return VRINResult(isAccepted ? VREL_S_OK : VREL_E_FAIL);
   });
 }
 
@@ -124,7 +124,7 @@ VRINResult OptionSet::Check(std::string const& source, std::string const& target
     std::string const reason = WhyInvalidValue(entry.name, entry.value, source, target);
     if (reason.empty()) continue;
     ReportInvalid(entry, reason);
-    result = VREL_E_INVALID_ARGUMENT;
+    result = VREL_E_FAIL;
   }
   return result;
 }

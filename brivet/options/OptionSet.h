@@ -28,13 +28,13 @@ class OptionSet {
   // a warning that suggests the closest known ones.
   // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
   // setting without "=", without a value or with an empty token in its name. A value that no module accepts (see
-  // WhyInvalidValue) is an error as well: VREL_E_FAIL in a file, VREL_E_INVALID_ARGUMENT in a setting.
+  // WhyInvalidValue) is an error as well: VREL_E_FAIL.
   VRINResult Add(OptionSource const& source);
 
   // Reports each option whose value does not have the type that the format that is read or the one that is written
   // declares for it. `target` is empty if nothing is written.
   //
-  // Errors: VREL_E_INVALID_ARGUMENT if there is any.
+  // Errors: VREL_E_FAIL if there is any.
   VRINResult Check(std::string const& source, std::string const& target) const;
 
   VRELOptions const& Store() const { return store; }
@@ -43,8 +43,8 @@ class OptionSet {
   void Dump() const;
   // Reports the warnings about the sources, in order of addition.
   void ReportWarnings() const;
-  // Reports a note for each known name that was stored and that has no effect when one format is read and another written
-  // (see HasEffect).
+  // Reports a note for each known name that was stored and that has no effect when one format is read and another
+  // written (see HasEffect).
   void ReportWithoutEffect(std::string const& source, std::string const& target) const;
   // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }

@@ -197,7 +197,7 @@ TEST_F(OptionSetTest, DumpEscapesControlCharacters) {
 
 TEST_F(OptionSetTest, RefusesValuesOfOtherTypes) {
   EXPECT_EQ(Read("AuthorName = me\nFileLineLength = abc\n"), VREL_E_FAIL);
-  EXPECT_EQ(options.Add({OptionSource::Setting, "Step.*.Writer.FileLineLength=-1"}), VREL_E_INVALID_ARGUMENT);
+  EXPECT_EQ(options.Add({OptionSource::Setting, "Step.*.Writer.FileLineLength=-1"}), VREL_E_FAIL);
   EXPECT_EQ(options.Add({OptionSource::Setting, "*.*.Reader.FileLineLength=abc"}), VREL_S_OK);
   EXPECT_EQ(options.Add({OptionSource::Setting, "Html.*.Writer.FileLineLength=abc"}), VREL_S_OK);
   ASSERT_GE(listener.events.size(), 2U);
