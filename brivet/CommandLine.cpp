@@ -133,8 +133,12 @@ class CommandLineParser {
       Refuse("options " + exclusiveNames + " exclude each other", "");
     } else if (line.action == CommandLine::ListSettings) {
       ParsePattern();
+    } else if (line.action == CommandLine::Help && files.size() == 1 && !hasOutputOption) {
+      line.format = files[0];
     } else if (exclusiveOptionCount == 1) {
-      if (!files.empty() || hasOutputOption) Refuse("option " + exclusiveNames + " takes no file", "");
+      if (!files.empty() || hasOutputOption)
+        Refuse("option " + exclusiveNames + " takes no file",
+               line.action == CommandLine::Help ? "it takes one FORMAT" : "");
     } else if (isListing) {
       ParseListing();
     } else if (!line.outputFolder.empty() || hasOutputFolder) {

@@ -20,6 +20,7 @@ struct CommandLine {
   std::string output;                     // empty if none is given
   std::string outputFolder;               // of TranslateAll
   std::string pattern;                    // of ListSettings; empty for all
+  std::string format;                     // of Help; empty for help on the program
   Format const* target = nullptr;         // the format of -write; null if it is not given
   int jobs = 0;                           // worker processes; 0 for one for each processor
   std::string report;                     // file of -report; empty for none

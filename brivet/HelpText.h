@@ -40,8 +40,8 @@ follows as the next word or after "=": -write text, --write=text.
   -verbose               also print notes, for example about unused options
   -nosync                do not wait until the output is on the disk
   -tempspace SIZE        limit for a temporary copy of the input; 16G by default
-  -formats               list the formats: name, title, what can be done, module
-                         and extensions
+  -formats               list the formats: name, title, what can be done, module,
+                         version, extensions and path
   -settings              list the names for -set that match a PATTERN, for
                          example 'Step*'; all without a PATTERN
   -help, --help          print this text

@@ -82,7 +82,8 @@ VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
   return CatchAsResult(line.input, [&] {
     VRINResult result = VREL_S_OK;
     for (OptionSource const& source : line.sources) result &= options.Add(source);
-    return result;
+    if (result.IsFailure() || line.sources.empty() || line.action == CommandLine::TranslateAll) return result;
+    return options.Check(Format::OfInput(line.input).name, line.action == CommandLine::List ? "" : line.Target().name);
   });
 }
 
@@ -244,6 +245,12 @@ int TranslateAll(CommandLine const& line) {
   return result.IsFailure() && status == 0 ? ExitStatusOf(result) : status;
 }
 
+int PrintFormat(std::string const& name) {
+  std::string const text = DescribeFormat(name);
+  if (!text.empty()) return Print(text);
+  return RefuseToRun("unknown format " + QuoteName(name) + " for -help", "'brivet -formats' lists the formats");
+}
+
 int Act(CommandLine const& line) {
   switch (line.action) {
     case CommandLine::Refuse:
@@ -251,7 +258,7 @@ int Act(CommandLine const& line) {
       if (!line.isQuiet) std::fputs(CommandLine::Usage(), stderr);
       return kUsageStatus;
     case CommandLine::Help:
-      return Print(kHelpText);
+      return line.format.empty() ? Print(kHelpText) : PrintFormat(line.format);
     case CommandLine::Version:
       return Print("brivet " BRIVET_VERSION "\n");
     case CommandLine::ListFormats:

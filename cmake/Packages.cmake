@@ -2,7 +2,8 @@
 #
 #   libvrelbase0      the library, by the number of its soname
 #   libvrelbase-dev   headers, packages for CMake and pkg-config, printers for gdb
-#   brivet            the driver, its format modules, its manual page and its completion
+#   brivet            the driver, its format modules, the library of their SDK, its manual page and its completion
+#   brivet-dev        the SDK for format modules: headers, packages for CMake and pkg-config, brivet-describe
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -13,7 +14,7 @@ set(CPACK_PACKAGE_VENDOR VRELBase)
 set(CPACK_PACKAGE_CONTACT "VRELBase maintainers <maintainers@vrelbase.example>")
 set(CPACK_COMPONENTS_ALL Runtime Development)
 if(VREL_BUILD_BRIVET)
-  list(APPEND CPACK_COMPONENTS_ALL Brivet)
+  list(APPEND CPACK_COMPONENTS_ALL Brivet BrivetDevelopment)
 endif()
 
 set(runtime libvrelbase${PROJECT_VERSION_MAJOR})
@@ -23,22 +24,30 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvrelbase-dev)
 set(CPACK_DEBIAN_BRIVET_PACKAGE_NAME brivet)
+set(CPACK_DEBIAN_BRIVETDEVELOPMENT_PACKAGE_NAME brivet-dev)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_BRIVET_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_BRIVETDEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
 # dpkg-shlibdeps finds libraries in their packages; the project's own library, which is in none yet, in the build folder.
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS Runtime)
 set(CPACK_COMPONENT_BRIVET_DEPENDS Runtime)
+set(CPACK_COMPONENT_BRIVETDEVELOPMENT_DEPENDS Brivet Development)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_BRIVET_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_BRIVETDEVELOPMENT_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 # The first version of the library that a linked program can use. Before 1.0 a new minor version may change the ABI.
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/debian/shlibs @ONLY NEWLINE_STYLE UNIX
      CONTENT "libVRELBase ${PROJECT_VERSION_MAJOR} ${runtime} (>= ${PROJECT_VERSION})\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/shlibs)
+# The same for format modules, which are linked with the library of the SDK.
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/debian/brivet/shlibs @ONLY NEWLINE_STYLE UNIX
+     CONTENT "libBrivetSdk ${BRIVET_SDK_VERSION} brivet (>= ${PROJECT_VERSION})\n")
+set(CPACK_DEBIAN_BRIVET_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/brivet/shlibs)
 
 # Each description begins with the line that package lists show.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
@@ -52,4 +61,7 @@ This package has the headers, and the printers that gdb loads by itself.")
 set(CPACK_COMPONENT_BRIVET_DESCRIPTION "translator of STEP files to HTML pages, text and STEP
 brivet translates ISO 10303-21 clear text files to HTML pages, plain text and
 STEP files, by format modules that it loads by name, and lists file headers.")
+set(CPACK_COMPONENT_BRIVETDEVELOPMENT_DESCRIPTION "format modules for brivet (development files)
+The headers, the packages for CMake and pkg-config, and the program
+brivet-describe, with which format modules for brivet are built.")
 include(CPack)

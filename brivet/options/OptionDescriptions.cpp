@@ -1,42 +1,73 @@
 #include "OptionDescriptions.h"
 
 #include <fnmatch.h>
+#include <strings.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <vector>
 
+#include "ModuleRegistry.h"
 #include "OptionVocabulary.h"
-#include "VRELStringConversions.h"
 
 namespace {
 
-constexpr OptionDescription kDescriptions[] = {
-    {"Encoding", "step", "Reader", "string", "", "encoding of bytes that are not ASCII, by any name that ICU knows"},
-    {"Encoding", "step", "Writer", "string", "", "encoding of characters that are not ASCII; escapes for the others"},
-    {"FileLineLength", "step", "Writer", "integer", "0", "maximum length of a line; 0 for no limit"},
-    {"AuthorName", "step", "Writer", "string", "", "replaces the authors of the header"},
-    {"OrganizationName", "step", "Writer", "string", "", "replaces the organizations of the header"},
-    {"PreProcessorVersion", "step", "Writer", "string", "", "replaces the preprocessor version of the header"},
-    {"SendingSystemName", "step", "Writer", "string", "", "replaces the originating system of the header"},
-    {"FileDescription", "step", "Writer", "string", "", "replaces the description of the header"},
+constexpr char kReader[] = "Reader";
+constexpr char kWriter[] = "Writer";
+
+// Declared names are ASCII.
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
+
+bool MatchesToken(std::string const& token, std::string_view word) {
+  return token == "*" || EqualsIgnoringCase(token, word);
+}
+
+std::vector<std::string> TokensOf(VRELString const& name) {
+  std::string rest = name.toUtf8();
+  std::vector<std::string> tokens;
+  for (std::size_t dot = 0; (dot = rest.find('.')) != rest.npos; rest.erase(0, dot + 1)) {
+    tokens.push_back(rest.substr(0, dot));
+  }
+  tokens.push_back(rest);
+  return tokens;
+}
+
+// Option of a format that is used, not of one that another module shadows.
+struct DeclaredOption {
+  FormatDescription const* format;
+  char const* task;
+  OptionDescription const* option;
 };
 
-std::string LastToken(VRELString const& name) {
-  std::string const text = name.toUtf8();
-  return text.substr(text.rfind('.') + 1);
+std::vector<DeclaredOption> FindDeclaredOptions() {
+  std::vector<DeclaredOption> all;
+  for (ModuleRegistry::Module const& module : ModuleRegistry::Get().All()) {
+    if (!module.shadowedBy.empty()) continue;
+    for (FormatDescription const& format : module.description.formats) {
+      for (OptionDescription const& option : format.readerOptions) all.push_back({&format, kReader, &option});
+      for (OptionDescription const& option : format.writerOptions) all.push_back({&format, kWriter, &option});
+    }
+  }
+  return all;
 }
 
-bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-  return VRELStringEqualsIgnoreCase(VRELString(std::string(a)).view(), VRELString(std::string(b)).view());
+std::vector<DeclaredOption> const& DeclaredOptions() {
+  static std::vector<DeclaredOption> const kAll = FindDeclaredOptions();
+  return kAll;
 }
 
-// Returns the token of a task in a name, if it has four tokens: "Reader" of "Step.*.Reader.Encoding".
-std::string TaskOf(VRELString const& name) {
-  std::string text = name.toUtf8();
-  if (std::count(text.begin(), text.end(), '.') != 3) return "*";
-  text.erase(text.rfind('.'));
-  return text.substr(text.rfind('.') + 1);
+// A name has up to three leading tokens: component, representation, direction. Representations are not declared.
+bool Names(std::vector<std::string> const& tokens, DeclaredOption const& each) {
+  if (tokens.size() > 4 || !MatchesToken(tokens.back(), each.option->name)) return false;
+  if (tokens.size() > 1 && !MatchesToken(tokens[0], each.format->Component())) return false;
+  return tokens.size() < 4 || MatchesToken(tokens[2], each.task);
+}
+
+bool IsUsed(DeclaredOption const& each, std::string_view source, std::string_view target) {
+  return each.format->name == (each.task == kReader ? source : target);
 }
 
 std::string Lower(std::string text) {
@@ -49,39 +80,124 @@ bool Matches(std::string const& pattern, std::string const& name) {
   return fnmatch(pattern.c_str(), name.c_str(), FNM_CASEFOLD) == 0;
 }
 
+std::string FullName(DeclaredOption const& each) {
+  return each.format->Component() + ".*." + each.task + "." + each.option->name;
+}
+
+// "choice of mm, inch"
+std::string RangeOf(OptionDescription const& option) {
+  std::string range;
+  for (std::string const& choice : option.choices) range += (range.empty() ? " of " : ", ") + choice;
+  if (!option.minimum.empty()) range += " from " + option.minimum;
+  if (!option.maximum.empty()) range += " to " + option.maximum;
+  return range;
+}
+
+std::string DefaultOf(OptionDescription const& option) {
+  return option.defaultValue.empty() ? "none" : option.defaultValue;
+}
+
+std::string Padded(std::string text, std::size_t width) {
+  if (text.size() < width) text.append(width - text.size(), ' ');
+  return text;
+}
+
 }  // namespace
 
 bool IsModuleOption(VRELString const& name) {
-  std::string const token = LastToken(name);
-  return std::any_of(std::begin(kDescriptions), std::end(kDescriptions),
-                     [&token](OptionDescription const& each) { return EqualsIgnoringCase(each.name, token); });
+  std::string const token = TokensOf(name).back();
+  std::vector<DeclaredOption> const& all = DeclaredOptions();
+  return std::any_of(all.begin(), all.end(),
+                     [&token](DeclaredOption const& each) { return EqualsIgnoringCase(each.option->name, token); });
+}
+
+bool IsDeclaredOption(VRELString const& name) {
+  std::vector<std::string> const tokens = TokensOf(name);
+  std::vector<DeclaredOption> const& all = DeclaredOptions();
+  return tokens.back() != "*" &&
+         std::any_of(all.begin(), all.end(), [&tokens](DeclaredOption const& each) { return Names(tokens, each); });
 }
 
 bool HasEffect(VRELString const& name, std::string_view source, std::string_view target) {
-  std::string const token = LastToken(name);
-  std::string const task = TaskOf(name);
-  return std::any_of(std::begin(kDescriptions), std::end(kDescriptions), [&](OptionDescription const& each) {
-    bool const isReader = std::string_view(each.task) == "Reader";
-    return (token == "*" || EqualsIgnoringCase(each.name, token)) &&
-           (task == "*" || EqualsIgnoringCase(each.task, task)) && (isReader ? source : target) == each.format;
-  });
+  std::vector<std::string> const tokens = TokensOf(name);
+  std::vector<DeclaredOption> const& all = DeclaredOptions();
+  return std::any_of(all.begin(), all.end(),
+                     [&](DeclaredOption const& each) { return Names(tokens, each) && IsUsed(each, source, target); });
+}
+
+std::string WhyInvalidValue(VRELString const& name, VRELString const& value) {
+  std::vector<std::string> const tokens = TokensOf(name);
+  std::string first;
+  for (DeclaredOption const& each : DeclaredOptions()) {
+    if (!Names(tokens, each)) continue;
+    std::string const reason = each.option->WhyInvalid(value.toUtf8());
+    if (reason.empty()) return "";
+    if (first.empty()) first = reason;
+  }
+  return first;
+}
+
+std::string WhyInvalidValue(VRELString const& name, VRELString const& value, std::string_view source,
+                            std::string_view target) {
+  std::vector<std::string> const tokens = TokensOf(name);
+  for (DeclaredOption const& each : DeclaredOptions()) {
+    if (!Names(tokens, each) || !IsUsed(each, source, target)) continue;
+    std::string const reason = each.option->WhyInvalid(value.toUtf8());
+    if (!reason.empty()) return reason;
+  }
+  return "";
 }
 
 std::string ListOptions(std::string const& pattern) {
   std::vector<std::string> lines;
-  for (OptionDescription const& each : kDescriptions) {
-    std::string const name = std::string("Step.*.") + each.task + "." + each.name;
-    if (!Matches(pattern, name) && !Matches(pattern, each.name)) continue;
-    char line[256];
-    std::snprintf(line, sizeof line, "%-36s %-8s default: %-4s %s", name.c_str(), each.type,
-                  *each.defaultValue != '\0' ? each.defaultValue : "none", each.help);
-    lines.emplace_back(line);
+  std::vector<DeclaredOption> const& all = DeclaredOptions();
+  for (DeclaredOption const& each : all) {
+    std::string const name = FullName(each);
+    if (!Matches(pattern, name) && !Matches(pattern, each.option->name)) continue;
+    lines.push_back(Padded(name, 36) + " " + Padded(NameOf(each.option->type) + RangeOf(*each.option), 8) +
+                    " default: " + Padded(DefaultOf(*each.option), 4) + " " + each.option->help);
   }
   for (std::string const& name : KnownSettings()) {
-    if (!IsModuleOption(VRELString(name)) && Matches(pattern, name)) lines.push_back(name);
+    bool const isDeclared = std::any_of(all.begin(), all.end(), [&name](DeclaredOption const& each) {
+      return EqualsIgnoringCase(each.option->name, name);
+    });
+    if (!isDeclared && Matches(pattern, name)) lines.push_back(name);
   }
   std::sort(lines.begin(), lines.end());
   std::string list;
   for (std::string const& line : lines) list += line + "\n";
   return list;
+}
+
+std::string DescribeFormat(std::string const& format) {
+  ModuleRegistry& registry = ModuleRegistry::Get();
+  ModuleRegistry::Match const reader = registry.FindName(format, ModuleRegistry::Reading);
+  ModuleRegistry::Match const writer = registry.FindName(format, ModuleRegistry::Writing);
+  if (!reader && !writer) return "";
+  ModuleRegistry::Match const& any = writer ? writer : reader;
+  std::string text = any.format->name + ": " + any.format->title + "\n";
+  auto const addLine = [&text](char const* key, std::string const& value) {
+    if (!value.empty()) text += Padded(key, 12) + value + "\n";
+  };
+  std::string extensions;
+  for (std::string const& each : any.format->extensions) extensions += (extensions.empty() ? "" : " ") + each;
+  addLine("extensions", extensions);
+  addLine("media type", any.format->mediaType);
+  if (reader) addLine("read by", reader.module->library + " " + reader.module->description.version);
+  if (writer) addLine("written by", writer.module->library + " " + writer.module->description.version);
+  bool hasOptions = false;
+  auto const addOptions = [&](ModuleRegistry::Match const& match, char const* task) {
+    if (!match) return;
+    auto const& options = task == kReader ? match.format->readerOptions : match.format->writerOptions;
+    for (OptionDescription const& option : options) {
+      if (!hasOptions) text += "options:\n";
+      hasOptions = true;
+      text += "  " + FullName({match.format, task, &option}) + "\n      " + option.help + "\n      " +
+              NameOf(option.type) + RangeOf(option) + ", default: " + DefaultOf(option) + "\n";
+    }
+  };
+  addOptions(reader, kReader);
+  addOptions(writer, kWriter);
+  if (!hasOptions) text += "no options\n";
+  return text;
 }

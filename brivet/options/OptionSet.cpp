@@ -41,6 +41,10 @@ std::string Alternatives(std::vector<std::string> const& names) {
   return text;
 }
 
+bool IsKnown(VRELString const& name) {
+  return IsKnownOption(name) || IsDeclaredOption(name);
+}
+
 }  // namespace
 
 VRINResult OptionSet::Add(OptionSource const& source) {
@@ -56,17 +60,18 @@ VRINResult OptionSet::AddFile(std::string const& path) {
     for (OptionsFile::Problem const& problem : file.problems) {
       ReportErrorAt({path, static_cast<long>(problem.line)}, problem.text);
     }
+    bool isAccepted = true;
     Warning origin;
     origin.location.file = path;
     for (OptionsFile::Entry const& entry : file.entries) {
       origin.location.line = static_cast<long>(entry.line);
-      AddOption(entry.name, entry.value, origin);
+      isAccepted = AddOption(entry.name, entry.value, origin) && isAccepted;
     }
     if (file.keysInSections != 0) {
       origin.location.line = static_cast<long>(file.firstLineInSections);
       Warn(origin, "options below a section header are ignored: " + std::to_string(file.keysInSections));
     }
-    isValid = file.problems.empty();
+    isValid = file.problems.empty() && isAccepted;
     return VREL_S_OK;
   });
   return result.IsSuccess() && !isValid ? VRINResult(VREL_E_FAIL) : result;
@@ -82,20 +87,46 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
   return CatchAsResult(source.Words(), [&] {
     Warning origin;
     origin.setting = source.Words();
-    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
-    return VRINResult(VREL_S_OK);
+    bool const isAccepted = AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
+    return VRINResult(isAccepted ? VREL_S_OK : VREL_E_FAIL);
   });
 }
 
-void OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning const& origin) {
+bool OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning const& origin) {
   if (HasEmptyToken(name.toUtf8())) {
     Warn(origin, "option name " + Quote(name) + " has an empty part between dots; it is ignored");
-    return;
+    return true;
   }
-  if (!IsKnownOption(name)) WarnOfUnknown(name, origin);
+  std::string const reason = WhyInvalidValue(name, value);
+  if (!reason.empty()) {
+    ReportInvalid({name, value, origin}, reason);
+    return false;
+  }
+  if (!IsKnown(name)) WarnOfUnknown(name, origin);
   hasControls = hasControls || HasControls(name) || HasControls(value);
-  entries.emplace_back(name, value);
+  entries.push_back({name, value, origin});
   store.AddOptionParseValue(name, value);
+  return true;
+}
+
+void OptionSet::ReportInvalid(Entry const& entry, std::string const& reason) {
+  std::string const text = "option " + Quote(entry.name) + ": " + reason;
+  if (entry.origin.location.file.empty()) {
+    ReportProblem(entry.origin.setting, text);
+  } else {
+    ReportErrorAt(entry.origin.location, text);
+  }
+}
+
+VRINResult OptionSet::Check(std::string const& source, std::string const& target) const {
+  VRINResult result = VREL_S_OK;
+  for (Entry const& entry : entries) {
+    std::string const reason = WhyInvalidValue(entry.name, entry.value, source, target);
+    if (reason.empty()) continue;
+    ReportInvalid(entry, reason);
+    result = VREL_E_FAIL;
+  }
+  return result;
 }
 
 void OptionSet::WarnOfUnknown(VRELString const& name, Warning const& origin) {
@@ -120,7 +151,7 @@ void OptionSet::Dump() const {
     return;
   }
   VRELOptions shown;
-  for (auto const& [name, value] : entries) shown.AddOptionParseValue(Escaped(name), Escaped(value));
+  for (Entry const& entry : entries) shown.AddOptionParseValue(Escaped(entry.name), Escaped(entry.value));
   shown.Dump(nullptr, kFormat, nullptr);
 }
 
@@ -136,9 +167,9 @@ void OptionSet::ReportWarnings() const {
 
 void OptionSet::ReportWithoutEffect(std::string const& source, std::string const& target) const {
   std::set<std::string> reported;
-  for (auto const& entry : entries) {
-    std::string const name = entry.first.toUtf8();
-    bool const isUnused = IsKnownOption(entry.first) && !HasEffect(entry.first, source, target);
+  for (Entry const& entry : entries) {
+    std::string const name = entry.name.toUtf8();
+    bool const isUnused = IsKnown(entry.name) && !HasEffect(entry.name, source, target);
     if (isUnused && reported.insert(name).second) {
       ReportMessage("note: option " + QuoteName(name) + " has no effect on this translation");
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "Diagnostics.h"
@@ -28,8 +27,15 @@ class OptionSet {
   // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
   // a warning that suggests the closest known ones.
   // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
-  // setting without "=", without a value or with an empty token in its name.
+  // setting without "=", without a value or with an empty token in its name. A value that no module accepts (see
+  // WhyInvalidValue) is an error as well: VREL_E_FAIL.
   VRINResult Add(OptionSource const& source);
+
+  // Reports each option whose value does not have the type that the format that is read or the one that is written
+  // declares for it. `target` is empty if nothing is written.
+  //
+  // Errors: VREL_E_FAIL if there is any.
+  VRINResult Check(std::string const& source, std::string const& target) const;
 
   VRELOptions const& Store() const { return store; }
   VRELOptions& Store() { return store; }
@@ -37,8 +43,8 @@ class OptionSet {
   void Dump() const;
   // Reports the warnings about the sources, in order of addition.
   void ReportWarnings() const;
-  // Reports a note for each known name that was stored and that has no effect when one format is read and another written
-  // (see HasEffect).
+  // Reports a note for each known name that was stored and that has no effect when one format is read and another
+  // written (see HasEffect).
   void ReportWithoutEffect(std::string const& source, std::string const& target) const;
   // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }
@@ -49,14 +55,22 @@ class OptionSet {
  private:
   VRINResult AddFile(std::string const& path);
   VRINResult AddSetting(OptionSource const& source);
-  void AddOption(VRELString const& name, VRELString const& value, Warning const& origin);
+  struct Entry {
+    VRELString name;
+    VRELString value;
+    Warning origin;
+  };
+
+  // Returns false, after a report, if the value is invalid.
+  bool AddOption(VRELString const& name, VRELString const& value, Warning const& origin);
+  static void ReportInvalid(Entry const& entry, std::string const& reason);
   void WarnOfUnknown(VRELString const& name, Warning const& origin);
 
   void Warn(Warning const& origin, std::string const& text);
 
   VRELOptions store;
-  std::vector<std::pair<VRELString, VRELString>> entries;  // all names and values that were stored
-  bool hasControls = false;                                // one of them contains a control character
+  std::vector<Entry> entries;  // all names and values that were stored
+  bool hasControls = false;    // one of them contains a control character
   std::vector<OptionSource> sources;
   std::vector<Warning> warnings;
   int unknownCount = 0;

@@ -17,6 +17,7 @@
 #include "Progress.h"
 #include "StepBytes.h"
 #include "StepEncoder.h"
+#include "StepFormatReader.h"
 #include "StepOptions.h"
 #include "VRELOption.h"
 #include "VRELOptionName.h"
@@ -331,6 +332,29 @@ void WriteLosses(Document& document, LineWriter& out) {
                 " of the document could not be read and " + (count == 1 ? "is" : "are") + " not part of this file. */");
 }
 
+// Finds whether a header names a schema.
+class SchemaFinder final : public DocumentVisitor {
+ public:
+  void BeginRecord(std::string_view type) override { isInSchema = type == "FILE_SCHEMA"; }
+  void String(Text const& text) override { hasSchema = hasSchema || (isInSchema && !text.encoded.empty()); }
+
+  bool hasSchema = false;
+
+ private:
+  bool isInSchema = false;
+};
+
+// Without the name of a schema nobody knows what the entities of a file mean. A STEP file is copied as it is.
+VRINResult CheckSchema(Document& document) {
+  if (dynamic_cast<StepFormatReader*>(&document) != nullptr) return VREL_S_OK;
+  SchemaFinder finder;
+  VRINResult const result = document.DescribeHeader(finder);
+  if (result.IsFailure() || finder.hasSchema) return result;
+  ReportProblem("cannot write STEP: the format of the input has no ISO 10303-21 schema");
+  ReportProblem("hint", "write html or text");
+  return VREL_E_NOT_SUPPORTED;
+}
+
 VRINResult Write(BrivetWriteRequest& request, LineWriter& out, StepEncoder& encoder) {
   out.WriteLine("ISO-10303-21;");
   out.WriteLine("HEADER;");
@@ -383,6 +407,7 @@ VRINResult WriteStep(BrivetWriteRequest& request) {
   StepEncoder encoder;
   VRINResult result = FindLineLength(request.options, length);
   if (result.IsSuccess()) result = FindEncoding(request.options, encoder);
+  if (result.IsSuccess()) result = CheckSchema(*request.document);
   if (result.IsFailure()) return result;
   CheckedOutputStream stream(request.stream);
   LineWriter out(stream, length);

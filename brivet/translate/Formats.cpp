@@ -1,24 +1,27 @@
 #include "Formats.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdio>
-#include <iterator>
-#include <string>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <list>
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "ModuleRegistry.h"
 #include "PathNames.h"
 
 namespace {
 
-// The formats that can be read and those that can be written. The first of each table is the default.
-constexpr Format kRead[] = {
-    {"step", "STEP", "BrivetStep", ".stp", " .stp .step .p21 "},
-};
-constexpr Format kWritten[] = {
-    {"html", "HTML", "BrivetHtml", ".html", " .html .htm "},
-    {"text", "text", "BrivetText", ".txt", " .txt .text "},
-    {"step", "STEP", "BrivetStep", ".stp", " .stp .step .p21 "},
-};
+using Match = ModuleRegistry::Match;
+using Module = ModuleRegistry::Module;
+
+// The defaults, also if their modules are not installed: their use is then refused with the reason.
+constexpr Format kStep = {"step", "STEP", "BrivetStep", ".stp", " .stp "};
+constexpr Format kPage = {"html", "HTML", "BrivetHtml", ".html", " .html "};
 
 std::string Lower(std::string_view text) {
   std::string lower(text);
@@ -28,37 +31,125 @@ std::string Lower(std::string_view text) {
   return lower;
 }
 
-template <std::size_t N>
-Format const* Find(Format const (&table)[N], std::string_view path) {
-  std::string const extension = Lower(ExtensionOf(path));
-  if (extension.empty() || extension.find(' ') != extension.npos) return nullptr;
-  std::string const word = " " + extension + " ";
-  for (Format const& format : table) {
-    if (std::string_view(format.extensions).find(word) != std::string_view::npos) return &format;
+std::string Joined(std::vector<std::string> const& extensions) {
+  std::string text;
+  for (std::string const& each : extensions) text += (text.empty() ? "" : " ") + each;
+  return text;
+}
+
+// Returns the format of a match; null for none.
+Format const* FormatOf(Match const& match) {
+  struct Storage {
+    std::string extensions;
+    Format format;
+  };
+  static std::map<FormatDescription const*, Storage> all;
+  if (!match) return nullptr;
+  auto const [place, isNew] = all.try_emplace(match.format);
+  Storage& storage = place->second;
+  if (isNew) {
+    FormatDescription const& format = *match.format;
+    storage.extensions = " " + Joined(format.extensions) + " ";
+    storage.format = {format.name.c_str(),          format.title.c_str(),       match.module->name.c_str(),
+                      format.extensions[0].c_str(), storage.extensions.c_str(), match.module->library.c_str(),
+                      &match.module->description};
   }
-  return nullptr;
+  return &storage.format;
+}
+
+// Returns the first bytes of a regular file; nothing of any other.
+std::string FirstBytes(std::string const& path) {
+  std::string bytes;
+  int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) return bytes;
+  struct stat status;
+  if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+    bytes.resize(kRecognisedBytes);
+    ssize_t const count = read(descriptor, bytes.data(), bytes.size());
+    bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  }
+  close(descriptor);
+  return bytes;
+}
+
+Format const* FindInput(std::string_view path) {
+  ModuleRegistry& registry = ModuleRegistry::Get();
+  if (path == "-") return nullptr;
+  std::string const extension = Lower(ExtensionOf(WithoutGzipExtension(path)));
+  Match match = registry.FindExtension(extension, ModuleRegistry::Reading);
+  if (!match) match = registry.FindSignature(FirstBytes(std::string(path)));
+  return FormatOf(match);
+}
+
+// A row of the table of formats.
+std::string Row(Module const& module, FormatDescription const& format) {
+  auto const padded = [](std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text + " ";
+  };
+  char const* const tasks = !format.writes ? "read" : format.reads ? "read,write" : "write";
+  return padded(format.name, 8) + padded(format.title, 8) + padded(tasks, 11) + padded(module.name, 12) +
+         padded(module.description.version, 7) + padded(Joined(format.extensions), 17) + module.library;
+}
+
+// Returns which module is used instead of this one: " (not used: PATH is before it)"; empty for none.
+std::string ShadowNote(Module const& module, FormatDescription const& format) {
+  ModuleRegistry& registry = ModuleRegistry::Get();
+  if (!module.shadowedBy.empty()) return " (not used: " + module.shadowedBy + " is before it)";
+  std::string note;
+  for (auto const task : {ModuleRegistry::Reading, ModuleRegistry::Writing}) {
+    if (!(task == ModuleRegistry::Reading ? format.reads : format.writes)) continue;
+    Match const used = registry.FindName(format.name, task);
+    if (used.format != &format) return " (not used: " + used.module->manifest + " is before it)";
+    for (std::string const& extension : format.extensions) {
+      Match const other = registry.FindExtension(extension, task);
+      std::string const part = "; " + extension + " is of " + other.format->name + " in " + other.module->manifest;
+      if (other.format != &format && note.find(part) == note.npos) note += part;
+    }
+  }
+  return note.empty() ? "" : " (" + note.substr(2) + ")";
+}
+
+// Returns the names of the formats that can be written: first those that are only written, each group sorted.
+std::vector<std::string> WritableFormats() {
+  std::set<std::pair<bool, std::string>> found;
+  for (Module const& module : ModuleRegistry::Get().All()) {
+    if (!module.shadowedBy.empty()) continue;
+    for (FormatDescription const& format : module.description.formats) {
+      if (format.writes) found.emplace(format.reads, format.name);
+    }
+  }
+  std::vector<std::string> names;
+  for (auto const& each : found) names.push_back(each.second);
+  return names;
+}
+
+std::string Listed(std::vector<std::string> const& words) {
+  std::string list;
+  for (std::string const& word : words) list += (list.empty() ? "" : ", ") + word;
+  return list;
 }
 
 }  // namespace
 
 Format const& Format::OfInput(std::string_view path) {
-  Format const* const format = Find(kRead, path);
-  return format != nullptr ? *format : kRead[0];
+  Format const* format = FindInput(path);
+  if (format == nullptr) format = FormatOf(ModuleRegistry::Get().FindName("step", ModuleRegistry::Reading));
+  return format != nullptr ? *format : kStep;
 }
 
 Format const* Format::OfOutput(std::string_view path) {
-  return Find(kWritten, WithoutGzipExtension(path));
+  std::string const extension = Lower(ExtensionOf(WithoutGzipExtension(path)));
+  return FormatOf(ModuleRegistry::Get().FindExtension(extension, ModuleRegistry::Writing));
 }
 
 Format const* Format::Named(std::string_view name) {
-  for (Format const& format : kWritten) {
-    if (name == format.name) return &format;
-  }
-  return nullptr;
+  return FormatOf(ModuleRegistry::Get().FindName(name, ModuleRegistry::Writing));
 }
 
 Format const& Format::Page() {
-  return kWritten[0];
+  Format const* const page = Named("html");
+  return page != nullptr ? *page : kPage;
 }
 
 std::string Format::OutputName(std::string_view input) const {
@@ -76,35 +167,26 @@ bool IsGzipName(std::string_view path) {
 
 std::string Format::WrittenExtensions() {
   std::string list;
-  for (Format const& format : kWritten) {
-    std::string_view rest = format.extensions;
-    for (std::size_t end = 0; (end = rest.find(' ', 1)) != rest.npos; rest.remove_prefix(end)) {
-      list += (list.empty() ? "" : ", ") + std::string(rest.substr(1, end - 1));
+  for (std::string const& name : WritableFormats()) {
+    for (std::string const& each : ModuleRegistry::Get().FindName(name, ModuleRegistry::Writing).format->extensions) {
+      list += (list.empty() ? "" : ", ") + each;
     }
   }
   return list;
 }
 
 std::string Format::Table() {
-  std::string table;
-  auto const add = [&table](Format const& format, char const* task) {
-    char line[256];
-    std::snprintf(line, sizeof line, "%-8s %-8s %-11s %-12s%s\n", format.name, format.title, task, format.module,
-                  format.extensions);
-    table += line;
-    table.erase(table.size() - 2, 1);
-  };
-  for (Format const& format : kWritten) {
-    bool const isRead = std::any_of(std::begin(kRead), std::end(kRead), [&format](Format const& each) {
-      return std::string_view(each.name) == format.name;
-    });
-    add(format, isRead ? "read,write" : "write");
+  std::multimap<std::pair<bool, std::string>, std::string> rows;
+  for (Module const& module : ModuleRegistry::Get().All()) {
+    for (FormatDescription const& format : module.description.formats) {
+      rows.emplace(std::make_pair(format.reads, format.name), Row(module, format) + ShadowNote(module, format) + "\n");
+    }
   }
+  std::string table;
+  for (auto const& row : rows) table += row.second;
   return table;
 }
 
 std::string Format::WrittenNames() {
-  std::string names;
-  for (Format const& format : kWritten) names += (names.empty() ? "" : ", ") + std::string(format.name);
-  return names;
+  return Listed(WritableFormats());
 }

@@ -3,16 +3,21 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
+struct ModuleDescription;
+
+// The strings are valid until the program ends.
 struct Format {
-  char const* name;        // on the command line: "html"
-  char const* title;       // for people: "HTML"
-  char const* module;      // name of the library without "lib" and ".so"
-  char const* extension;   // of new files: ".html"
-  char const* extensions;  // of files of this format, each between blanks: " .html .htm "
+  char const* name;                                // on the command line: "html"
+  char const* title;                               // for people: "HTML"
+  char const* module;                              // name of the library without "lib" and ".so"
+  char const* extension;                           // of new files: ".html"
+  char const* extensions;                          // of files of this format, each between blanks: " .html .htm "
+  char const* path = nullptr;                      // of the library; null to have the loader search it by name
+  ModuleDescription const* description = nullptr;  // of the module, as in its manifest; null if there is none
 
-  // Returns the format for reading a file of this name: always STEP, the only format that can be read.
+  // Returns the format for reading a file: the one that has its extension, else the one that recognises its first
+  // bytes, else STEP. A final ".gz" is ignored. Only a regular file that is not compressed is opened.
   static Format const& OfInput(std::string_view path);
   // Returns the format for writing a file of this name, or null if its extension is unknown. A final ".gz" is ignored.
   static Format const* OfOutput(std::string_view path);
@@ -24,7 +29,8 @@ struct Format {
   static std::string WrittenNames();
   // Returns their extensions: ".html, .htm, .txt, ...".
   static std::string WrittenExtensions();
-  // Returns a table of all formats, one per line: name, title, what can be done, module and extensions.
+  // Returns a table of all formats, one per line: name, title, what can be done, module, version, extensions and path. A
+  // format that is not used, because another one of its name is before it in the path, is marked.
   static std::string Table();
 
   // Returns the name of the output for an input, without folder: the input's name with the extension of this format

@@ -12,6 +12,7 @@
 namespace {
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::StartsWith;
 using Names = std::vector<std::string>;
 
@@ -133,10 +134,13 @@ TEST_F(BrivetPipelineTest, RefusesOutputThatIsDocument) {
 TEST_F(BrivetPipelineTest, ListsFormats) {
   ChildResult const result = Brivet({"-formats"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.output,
-            "html     HTML     write       BrivetHtml   .html .htm\n"
-            "text     text     write       BrivetText   .txt .text\n"
-            "step     STEP     read,write  BrivetStep   .stp .step .p21\n");
+  EXPECT_THAT(
+      result.output,
+      MatchesRegex("html     HTML     write       BrivetHtml   [^ ]* +.html .htm +/.*/libBrivetHtml.so\n"
+                   "text     text     write       BrivetText   [^ ]* +.txt .text +/.*/libBrivetText.so\n"
+                   "step     STEP     read,write  BrivetStep   [^ ]* +.stp .step .p21 +/.*/libBrivetStep.so\n"));
+  EXPECT_THAT(Brivet({"-help", "step"}).output, HasSubstr("\n  Step.*.Writer.FileLineLength\n"));
+  EXPECT_EQ(Brivet({"-help", "nosuch"}).exitStatus, 2);
 }
 
 TEST_F(BrivetPipelineTest, AcceptsUsualSpellings) {
@@ -163,7 +167,8 @@ TEST_F(BrivetPipelineTest, ListsSettings) {
   ChildResult const one = Brivet({"-settings", "*writer.filelinelength"});
   EXPECT_EQ(one.exitStatus, 0);
   EXPECT_EQ(one.output,
-            "Step.*.Writer.FileLineLength         integer  default: 0    maximum length of a line; 0 for no limit\n");
+            "Step.*.Writer.FileLineLength         int from 0 to 2147483647 default: 0    maximum length of a line; 0 "
+            "for no limit\n");
   EXPECT_EQ(Brivet({"-settings", "sewtolerance"}).output, "SewTolerance\n");
   EXPECT_EQ(Brivet({"-settings", "NoSuchName"}).output, "");
   EXPECT_THAT(Brivet({"-settings"}).output, HasSubstr("\nHealing\n"));

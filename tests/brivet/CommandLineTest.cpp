@@ -71,7 +71,7 @@ TEST(CommandLineTest, RefusesWrongNumberOfFiles) {
                       {{"a", ""}, "the name of OUTPUT is empty"},
                       {{"a", "-o", ""}, "the name of OUTPUT is empty"},
                       {{"a", "-list", "-o", "b"}, "option -list writes no OUTPUT"},
-                      {{"-h", "a"}, "option -help takes no file"},
+                      {{"-h", "a", "b"}, "option -help takes no file"},
                       {{"-formats", "a"}, "option -formats takes no file"},
                       {{"-settings", "a", "b"}, "option -settings takes one PATTERN"},
                       {{"-jobs", "2", "a"}, "option -jobs requires -outdir"},
@@ -180,6 +180,8 @@ TEST(CommandLineTest, ParsesSeveralInputs) {
 TEST(CommandLineTest, ParsesLists) {
   EXPECT_EQ(Parse({"-formats"}).action, CommandLine::ListFormats);
   EXPECT_EQ(Parse({"-settings"}).action, CommandLine::ListSettings);
+  EXPECT_EQ(Parse({"-help", "step"}).action, CommandLine::Help);
+  EXPECT_EQ(Parse({"-help", "step"}).format, "step");
   EXPECT_EQ(Parse({"-settings", "Step*"}).pattern, "Step*");
 }
 

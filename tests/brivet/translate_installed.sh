@@ -14,12 +14,12 @@ done
 
 mkdir -p "tree/$binaries" "tree/$libraries"
 cp -a "$prefix/$binaries/brivet" "tree/$binaries"
-cp -a "$prefix/$libraries"/lib*.so* "tree/$libraries"
-rm "tree/$libraries/libBrivetText.so" bracket.txt
+cp -a "$prefix/$libraries"/lib*.so* "$prefix/$libraries/brivet" "tree/$libraries"
+rm "tree/$libraries/brivet/libBrivetText.so" bracket.txt
 status=0
 "tree/$binaries/brivet" "$document" bracket.txt 2>errors || status=$?
 cat errors
 [[ $status -eq 4 && ! -e bracket.txt ]]
 grep -q '^brivet: cannot load the module for writing text: .*libBrivetText\.so: cannot open shared object file' errors
-grep -q '^hint: the module belongs in .* or in a folder of LD_LIBRARY_PATH$' errors
-LD_LIBRARY_PATH="$prefix/$libraries" "tree/$binaries/brivet" "$document" bracket.txt
+grep -q '^hint: the module belongs in .* or in a folder of BRIVET_MODULE_PATH$' errors
+BRIVET_MODULE_PATH="$prefix/$libraries/brivet" "tree/$binaries/brivet" "$document" bracket.txt

@@ -14,8 +14,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 VERSION = re.search(r"VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text().split("project(", 1)[1]).group(1)
-RUNTIME, DEVELOPMENT, DRIVER = f"libvrelbase{VERSION.split('.')[0]}", "libvrelbase-dev", "brivet"
-PACKAGES = [RUNTIME, DEVELOPMENT, DRIVER]
+RUNTIME, DEVELOPMENT, DRIVER, SDK = f"libvrelbase{VERSION.split('.')[0]}", "libvrelbase-dev", "brivet", "brivet-dev"
+PACKAGES = [RUNTIME, DEVELOPMENT, DRIVER, SDK]
 SCRATCH = Path()
 
 ENVIRONMENT = {key: value for key, value in os.environ.items() if key not in ("LD_LIBRARY_PATH", "PKG_CONFIG_PATH")}
@@ -64,7 +64,7 @@ def installed(name):
 
 class MetadataTest(unittest.TestCase):
     def test_description(self):
-        sections = {RUNTIME: "libs", DEVELOPMENT: "libdevel", DRIVER: "utils"}
+        sections = {RUNTIME: "libs", DEVELOPMENT: "libdevel", DRIVER: "utils", SDK: "libdevel"}
         for name in PACKAGES:
             with self.subTest(name):
                 self.assertEqual((field(name, "Package"), field(name, "Version")), (name, VERSION))
@@ -77,6 +77,8 @@ class MetadataTest(unittest.TestCase):
 
     def test_dependencies(self):
         library = f"{RUNTIME} (= {VERSION})"
+        for name in [DRIVER, DEVELOPMENT]:
+            self.assertIn(f"{name} (= {VERSION})", field(SDK, "Depends").split(", "))
         self.assertEqual(field(DEVELOPMENT, "Depends"), library)
         self.assertEqual(field(DRIVER, "Depends").split(", ")[0], library)
         needed = [depends.split()[0] for depends in field(RUNTIME, "Depends").split(", ")]
@@ -94,8 +96,13 @@ class MetadataTest(unittest.TestCase):
         for end in ["/usr/include/VRELBase/VRELString.h", "/libVRELBase.so", "/VRELBaseConfig.cmake", "/VRELBase.pc"]:
             self.assertEqual(len([path for path in development if path.endswith(end)]), 1, end)
         driver = sorted(path.rsplit("/", 1)[1] for path in files(DRIVER))
-        self.assertEqual(driver, ["brivet", "brivet", "brivet.1.gz", "libBrivetHtml.so", "libBrivetStep.so",
-                                  "libBrivetText.so"])
+        self.assertEqual(driver, ["BrivetHtml.brivet", "BrivetStep.brivet", "BrivetText.brivet", "_brivet", "brivet",
+                                  "brivet", "brivet.1.gz", "brivet.fish", "libBrivetHtml.so", "libBrivetSdk.so.1",
+                                  "libBrivetSdk.so.1.0.1", "libBrivetStep.so", "libBrivetText.so"])
+        sdk = files(SDK)
+        for end in ["/usr/include/brivet/Document.h", "/libBrivetSdk.so", "/BrivetModule.cmake", "/brivet-sdk.pc",
+                    "/brivet-describe"]:
+            self.assertEqual(len([path for path in sdk if path.endswith(end)]), 1, end)
 
     def test_owner_and_modes(self):
         for name in PACKAGES:
@@ -122,7 +129,7 @@ class InstallTest(unittest.TestCase):
         run("dpkg", "--install", *[package(name) for name in PACKAGES])
 
     def test_replaces_older_version(self):
-        self.assertEqual([installed(name) for name in PACKAGES], [VERSION] * 3)
+        self.assertEqual([installed(name) for name in PACKAGES], [VERSION] * 4)
 
     def test_driver_translates(self):
         self.assertEqual(run("brivet", "--version"), f"brivet {VERSION}\n")
@@ -173,7 +180,7 @@ class InstallTest(unittest.TestCase):
         self.assertTrue(all(os.path.lexists(path) for path in held))
         run("dpkg", "--remove", *PACKAGES)
         self.assertEqual([path for path in held if os.path.lexists(path)], [])
-        self.assertEqual([installed(name) for name in PACKAGES], [None] * 3)
+        self.assertEqual([installed(name) for name in PACKAGES], [None] * 4)
         self.assertFalse(os.path.exists("/usr/include/VRELBase"))
 
 

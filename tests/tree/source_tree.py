@@ -34,6 +34,7 @@ DRIVER_LAYERS = [
     ["model"],
     ["process"],
     ["io"],
+    ["modules"],
     ["terminal"],
     ["options"],
     ["translate"],

@@ -194,3 +194,19 @@ TEST_F(OptionSetTest, DumpEscapesControlCharacters) {
   EXPECT_EQ(listener.Texts(), Texts{"AuthorName = a<U+000A>Error : forged<U+001B>"});
   EXPECT_EQ(ValueOf(L"AuthorName"), "a\nError : forged\x1B");
 }
+
+TEST_F(OptionSetTest, RefusesValuesOfOtherTypes) {
+  EXPECT_EQ(Read("AuthorName = me\nFileLineLength = abc\n"), VREL_E_FAIL);
+  EXPECT_EQ(options.Add({OptionSource::Setting, "Step.*.Writer.FileLineLength=-1"}), VREL_E_FAIL);
+  EXPECT_EQ(options.Add({OptionSource::Setting, "*.*.Reader.FileLineLength=abc"}), VREL_S_OK);
+  EXPECT_EQ(options.Add({OptionSource::Setting, "Html.*.Writer.FileLineLength=abc"}), VREL_S_OK);
+  ASSERT_GE(listener.events.size(), 2U);
+  EXPECT_EQ(listener.events[0].text,
+            folder.Path() +
+                "/base.cfg:2: error: option 'FileLineLength': expected a whole number from 0 to "
+                "2147483647, found 'abc'");
+  EXPECT_EQ(listener.events[1].text,
+            "-set Step.*.Writer.FileLineLength=-1: option 'Step.*.Writer.FileLineLength': "
+            "expected a whole number from 0 to 2147483647, found '-1'");
+  EXPECT_EQ(options.Check("step", "step"), VREL_S_OK);
+}

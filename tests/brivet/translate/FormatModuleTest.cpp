@@ -33,7 +33,7 @@ TEST(FormatModuleTest, ReportsLoaderMessage) {
               testing::MatchesRegex("cannot load the module for reading IGES: .*libBrivetIges.so: cannot open shared "
                                     "object file: No such file or directory"));
   EXPECT_THAT(listener.events[2].text,
-              testing::MatchesRegex("hint: the module belongs in /.* or in a folder of LD_LIBRARY_PATH"));
+              testing::MatchesRegex("hint: the module belongs in /.* or in a folder of BRIVET_MODULE_PATH"));
 }
 
 // The HTML module only writes.
