@@ -1,68 +1,73 @@
 #include "CommandLine.h"
 
+#include <cstddef>
 #include <iterator>
 #include <string_view>
 #include <utility>
 
+#include "FileError.h"
 #include "Formats.h"
-#include "OptionVocabulary.h"
+#include "PathNames.h"
 #include "VRELArgs.h"
 
 namespace {
 
-enum Meaning { ShowHelp, ShowVersion, ReadOptions, SetOption, WriteFormat, ShowProgress, BeQuiet, ListOnly };
+enum class OptionId { Output, Help, Version, Options, Set, Write, Progress, Quiet, List, NoSync };
 
 struct Option {
   char const* name;
-  char const* argument;  // what stands behind it, as the usage names it; null where nothing does
-  Meaning meaning;
+  char const* argument;  // name of the argument; null for none
+  OptionId id;
 };
 
-// Of options that begin alike, a short form means the first.
-constexpr Option OPTIONS[] = {
-    {"help", nullptr, ShowHelp},
-    {"version", nullptr, ShowVersion},
-    {"options", "FILE", ReadOptions},
-    {"set", "NAME=VALUE", SetOption},
-    {"write", "html, text or step", WriteFormat},
-    {"progress", nullptr, ShowProgress},
-    {"quiet", nullptr, BeQuiet},
-    {"list", nullptr, ListOnly},
+// VRELArgs would take "-options" for a one-letter option with its argument.
+constexpr Option kOutput = {"o", "FILE", OptionId::Output};
+
+// An abbreviation means the first option that begins with it.
+constexpr Option kOptions[] = {
+    {"help", nullptr, OptionId::Help},      {"version", nullptr, OptionId::Version},
+    {"options", "FILE", OptionId::Options}, {"set", "NAME=VALUE", OptionId::Set},
+    {"write", "FORMAT", OptionId::Write},   {"progress", nullptr, OptionId::Progress},
+    {"quiet", nullptr, OptionId::Quiet},    {"list", nullptr, OptionId::List},
+    {"nosync", nullptr, OptionId::NoSync},
 };
 
-// The names as VRELArgs takes them: texts that could be written to, a ":" behind those with an argument, and each once
-// more for the second dash.
+// The names in the form that VRELArgs requires: writable strings, with ":" after those that take an argument, once for
+// each number of dashes.
 class OptionTable {
  public:
   OptionTable() {
     for (char const* dash : {"", "-"}) {
-      for (Option const& option : OPTIONS) {
-        texts.push_back(std::string(dash) + option.name + (option.argument != nullptr ? ":" : ""));
+      for (Option const& option : kOptions) {
+        strings.push_back(std::string(dash) + option.name + (option.argument != nullptr ? ":" : ""));
       }
     }
-    for (std::string& text : texts) names.push_back(text.data());
+    for (std::string& string : strings) names.push_back(string.data());
   }
   OptionTable(OptionTable const&) = delete;
   OptionTable& operator=(OptionTable const&) = delete;
 
-  // The option that a word means; null where it means none.
+  // Returns the option of a word, or null if it is none.
   Option const* Find(VRELArgs& args, char* word) {
+    std::string_view const text(word);
+    if (text == "-" || text == "--") return nullptr;
+    if (text == "-o" || text == "--o") return &kOutput;
     int index = -1;
     if (!args.IsAnOption(static_cast<int>(names.size()), names.data(), word, &index)) return nullptr;
-    return &OPTIONS[static_cast<std::size_t>(index) % std::size(OPTIONS)];
+    return &kOptions[static_cast<std::size_t>(index) % std::size(kOptions)];
   }
 
  private:
-  std::vector<std::string> texts;
+  std::vector<std::string> strings;
   std::vector<char*> names;
 };
 
-// One walk over the words of a line.
-class Reading {
+// Parses one command line, from its first word to its last.
+class CommandLineParser {
  public:
-  Reading(int count, char** arguments) : args(count, arguments) {}
+  CommandLineParser(int count, char** arguments) : args(count, arguments) {}
 
-  CommandLine Read() {
+  CommandLine Parse() {
     bool onlyFiles = false;
     while (char* const word = args.GetNextArg()) {
       std::string_view const text(word);
@@ -70,112 +75,132 @@ class Reading {
         onlyFiles = true;
       } else if (onlyFiles || text == "-" || text.substr(0, 1) != "-") {
         files.emplace_back(text);
-      } else if (!TakeOption(word)) {
+      } else if (!ParseOption(word)) {
         return std::move(line);
       }
     }
-    TakeFiles();
+    ParseFiles();
     return std::move(line);
   }
 
  private:
-  void TakeFiles() {
-    bool const standsAlone = line.action == CommandLine::Help || line.action == CommandLine::Version;
-    std::string const found = ", found " + std::to_string(files.size()) + " files";
-    if (standsAlone) {
-      if (!files.empty() || lonely != 1) Refuse("expected nothing but options beside -help or -version", "");
-    } else if (isListing && files.size() != 1) {
-      Refuse("expected one INPUT beside -list" + found, "");
-    } else if (files.empty() || files.size() > 2) {
-      Refuse("expected INPUT and at most one OUTPUT" + found, "");
+  void ParseFiles() {
+    if (line.action == CommandLine::Help || line.action == CommandLine::Version) {
+      if (exclusiveOptionCount > 1) {
+        Refuse("options -help and -version exclude each other", "");
+      } else if (!files.empty() || hasOutputOption) {
+        Refuse("options -help and -version take no file", "");
+      }
+      return;
+    }
+    std::size_t const limit = isListing || hasOutputOption ? 1 : 2;
+    if (isListing && hasOutputOption) {
+      Refuse("option -list writes no OUTPUT", "");
+    } else if (files.empty()) {
+      Refuse("missing INPUT", "");
+    } else if (files.size() > limit) {
+      Refuse("extra argument " + QuoteName(files[limit]), isListing ? "-list takes one INPUT" : "");
     } else {
       line.action = isListing ? CommandLine::List : CommandLine::Translate;
       line.input = files[0];
-      if (files.size() == 2) TakeOutput(files[1]);
+      if (files.size() == 2) line.output = files[1];
+      if ((files.size() == 2 || hasOutputOption) && line.output.empty()) Refuse("the name of OUTPUT is empty", "");
     }
   }
 
-  void TakeOutput(std::string const& path) {
-    line.output = path;
-    if (path.empty()) Refuse("expected a name for OUTPUT, found nothing", "");
-  }
-
-  bool TakeOption(char* word) {
-    Option const* const option = table.Find(args, word);
-    if (option == nullptr) {
-      return Refuse("unknown option " + std::string(word),
-                    "see brivet --help, or put -- in front of a file of this name");
+  bool ParseOption(char* word) {
+    std::string_view const text(word);
+    std::size_t const equals = text.find('=');
+    std::string name(text.substr(0, equals));
+    Option const* const option = table.Find(args, name.data());
+    if (option == nullptr || (equals != text.npos && option->argument == nullptr)) {
+      std::string const problem = option == nullptr ? "unknown option " : "option takes no argument: ";
+      return Refuse(problem + QuoteName(text), "to use a file of this name, put -- before it");
     }
     std::string argument;
-    if (option->argument != nullptr && !TakeArgument(*option, argument)) return false;
-    switch (option->meaning) {
-      case ShowHelp:
-      case ShowVersion:
-        ++lonely;
-        line.action = option->meaning == ShowHelp ? CommandLine::Help : CommandLine::Version;
-        return true;
-      case ReadOptions:
+    if (equals != text.npos) {
+      argument = text.substr(equals + 1);
+    } else if (option->argument != nullptr && !ParseArgument(*option, argument)) {
+      return false;
+    }
+    return Apply(*option, argument);
+  }
+
+  bool Apply(Option const& option, std::string const& argument) {
+    switch (option.id) {
+      case OptionId::Help:
+      case OptionId::Version:
+        ++exclusiveOptionCount;
+        line.action = option.id == OptionId::Help ? CommandLine::Help : CommandLine::Version;
+        break;
+      case OptionId::Output:
+        line.output = argument;
+        hasOutputOption = true;
+        break;
+      case OptionId::Options:
         line.sources.push_back({OptionSource::File, argument});
-        return true;
-      case SetOption:
-        return TakeSetting(argument);
-      case WriteFormat:
-        return TakeFormat(argument);
-      case ShowProgress:
-        line.progress = true;
-        return true;
-      case BeQuiet:
-        line.quiet = true;
-        return true;
-      case ListOnly:
+        break;
+      case OptionId::Set:
+        return ParseSetting(argument);
+      case OptionId::Write:
+        return ParseFormat(argument);
+      case OptionId::Progress:
+        line.showsProgress = true;
+        break;
+      case OptionId::Quiet:
+        line.isQuiet = true;
+        break;
+      case OptionId::List:
+        isListing = true;
+        break;
+      case OptionId::NoSync:
+        line.isSynchronized = false;
         break;
     }
-    isListing = true;
     return true;
   }
 
-  bool TakeFormat(std::string const& name) {
+  bool ParseFormat(std::string const& name) {
     line.target = Format::Named(name);
-    return line.target != nullptr || Refuse("expected html, text or step behind -write, found " + name, "");
+    return line.target != nullptr ||
+           Refuse("unknown format " + QuoteName(name) + " for -write", "the formats are " + Format::WrittenNames());
   }
 
-  bool TakeArgument(Option const& option, std::string& argument) {
+  bool ParseArgument(Option const& option, std::string& argument) {
     char* given = nullptr;
     if (args.GetOptionArgument(&given)) {
       argument = given;
       return true;
     }
     char const* const next = args.GetNextArg();
-    std::string const found = next != nullptr ? next : "nothing";
-    bool const isFile = option.meaning == ReadOptions && next != nullptr;
-    return Refuse(std::string("expected ") + option.argument + " behind -" + option.name + ", found " + found,
-                  isFile ? "put ./ in front of a file of this name" : "");
+    if (option.id == OptionId::Output && next != nullptr && std::string_view(next) == "-") {
+      argument = next;
+      return true;
+    }
+    std::string const problem = std::string("option -") + option.name + " requires an argument: " + option.argument;
+    bool const isFile = std::string_view(option.argument) == "FILE" && next != nullptr;
+    return Refuse(problem, isFile ? "to use a file of the name " + QuoteName(next) + ", put ./ before it" : "");
   }
 
-  bool TakeSetting(std::string const& text) {
+  bool ParseSetting(std::string const& text) {
+    std::string const problem = "invalid argument " + QuoteName(text) + " for -set: ";
     std::string name;
     std::string value;
-    if (!SplitSetting(text, name, value)) {
-      return Refuse("expected NAME=VALUE behind -set, found " + text, "write -set Healing=On, for example");
-    }
-    if (name.empty()) return Refuse("expected a name in front of = behind -set, found " + text, "");
-    if (HasEmptyToken(name)) {
-      return Refuse("expected a name with something between its dots behind -set, found " + text, "");
-    }
-    if (value.empty()) {
-      return Refuse("expected a value behind -set " + name + "=, found nothing", "write \"\" for an empty text");
-    }
+    if (!SplitSetting(text, name, value)) return Refuse(problem + "no '=' in it", "for example: -set Healing=On");
+    if (name.empty()) return Refuse(problem + "no name before '='", "for example: -set Healing=On");
+    if (HasEmptyToken(name)) return Refuse(problem + "the name has an empty part between dots", "");
+    if (value.empty()) return Refuse(problem + "no value after '='", "write \"\" for an empty string");
     line.sources.push_back({OptionSource::Setting, text});
     return true;
   }
 
-  // Gives false.
-  bool Refuse(std::string problem, std::string advice) {
-    bool const quiet = line.quiet;
+  // Returns false.
+  bool Refuse(std::string problem, std::string hint) {
+    bool const isQuiet = line.isQuiet;
     line = CommandLine();
-    line.quiet = quiet;
+    line.isQuiet = isQuiet;
     line.problem = std::move(problem);
-    line.advice = std::move(advice);
+    line.hint = std::move(hint);
     return false;
   }
 
@@ -183,24 +208,25 @@ class Reading {
   VRELArgs args;
   CommandLine line;
   std::vector<std::string> files;
-  int lonely = 0;  // options that stand alone
+  int exclusiveOptionCount = 0;  // -help and -version
   bool isListing = false;
+  bool hasOutputOption = false;
 };
 
 }  // namespace
 
-CommandLine CommandLine::Read(int count, char** arguments) {
-  return Reading(count, arguments).Read();
+CommandLine CommandLine::Parse(int count, char** arguments) {
+  return CommandLineParser(count, arguments).Parse();
 }
 
 char const* CommandLine::Usage() {
-  return "usage: brivet [options] INPUT [OUTPUT]; brivet --help tells more\n";
+  return "usage: brivet [options] INPUT [OUTPUT]\nTry 'brivet -help' for more information.\n";
 }
 
 Format const& CommandLine::Target() const {
   if (target != nullptr) return *target;
-  Format const* const told = Format::OfOutput(output);
-  return told != nullptr ? *told : Format::Page();
+  Format const* const byExtension = Format::OfOutput(output);
+  return byExtension != nullptr ? *byExtension : Format::Page();
 }
 
 std::string CommandLine::OutputPath() const {

@@ -1,4 +1,4 @@
-// What a user asks of the program.
+// Command line of the program.
 #pragma once
 
 #include <string>
@@ -13,24 +13,25 @@ struct CommandLine {
 
   Action action = Refuse;
   std::string input;
-  std::string output;                 // empty where none is named
-  Format const* target = nullptr;     // what -write names; null where it is not given
-  bool progress = false;              // a bar is wanted, whatever standard error is
-  bool quiet = false;                 // kept of a refused line too
-  std::vector<OptionSource> sources;  // of options, in the order of the line; settings are good ones
+  std::string output;                 // empty if none is given
+  Format const* target = nullptr;     // the format of -write; null if it is not given
+  bool showsProgress = false;         // a progress bar even if standard error is no terminal
+  bool isQuiet = false;               // also set if the line is refused
+  bool isSynchronized = true;         // the output is synchronized with the disk
+  std::vector<OptionSource> sources;  // of options, in order; the settings are valid
   std::string problem;                // why the line is refused
-  std::string advice;                 // what to do instead; empty where the usage tells it
+  std::string hint;                   // what to do instead; may be empty
 
-  // Takes the arguments of main: INPUT and perhaps OUTPUT, or --help or --version alone, and options among them.
-  // Options are those of VRELArgs, with one dash or with two, and may be shortened: -help, --help, -h. What begins with
-  // "-" is a file behind "--", and "-" alone is one.
-  static CommandLine Read(int count, char** arguments);
+  // Parses the arguments of main. Options have the syntax of VRELArgs: one dash or two, any abbreviation of the name
+  // (-help, --help, -h), the argument as the next word; after "=" it may also be in the same word (--write=text). Words
+  // after "--" are files, and so is "-".
+  static CommandLine Parse(int count, char** arguments);
 
-  // The line that shows how to call the program, with its line end.
+  // Returns the usage line, with its line end.
   static char const* Usage();
 
-  // What to write: what -write names, else what OUTPUT's extension tells, else a page.
+  // Returns the format to write: that of -write, else by the extension of OUTPUT, else a page.
   Format const& Target() const;
-  // Where: OUTPUT, else INPUT's name in the current directory with the extension of the target.
+  // Returns OUTPUT, else the name of INPUT in the current directory with the extension of the format.
   std::string OutputPath() const;
 };

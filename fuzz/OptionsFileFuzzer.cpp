@@ -1,5 +1,5 @@
-// Feeds brivet's reader of options files a file. Asserts that what it takes is what the option store takes of the same
-// bytes, that each entry stands in the line that is told, and that problems come in the order of lines.
+// Feeds brivet's parser of options files a file. Checks that its entries are those that the option store reads from the
+// same bytes, that each entry is in the line that is reported, and that problems are sorted by line.
 #include "OptionsFile.h"
 
 #include <algorithm>
@@ -35,11 +35,11 @@ void CheckEntries(OptionsFile const& file, std::string const& text) {
   std::vector<std::string> const lines = LinesOf(text);
   std::size_t last = 0;
   for (OptionsFile::Entry const& entry : file.entries) {
-    Require(entry.line > last && entry.line <= lines.size(), "entries come in the order of lines");
+    Require(entry.line > last && entry.line <= lines.size(), "entries are sorted by line");
     last = entry.line;
     VRELString const line(lines[entry.line - 1].c_str());
     int const name = line.indexOf(entry.name, 0);
-    Require(name >= 0 && line.indexOf(entry.value, name) >= 0, "an entry stands in its line");
+    Require(name >= 0 && line.indexOf(entry.value, name) >= 0, "an entry is in its line");
     Require(entry.value.length() != 0, "a value is not empty");
   }
 }
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   if (!file.problems.empty()) {
     Require(file.entries.empty(), "a file with a problem has no entries");
     auto const isBefore = [](auto const& a, auto const& b) { return a.line < b.line; };
-    Require(std::is_sorted(file.problems.begin(), file.problems.end(), isBefore), "problems come by their lines");
+    Require(std::is_sorted(file.problems.begin(), file.problems.end(), isBefore), "problems are sorted by line");
     Require(file.problems.front().line != 0, "a problem has a line");
     return 0;
   }
@@ -61,9 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   Require((file.keysInSections == 0) == (file.firstLineInSections == 0), "keys in sections have a first line");
 
   VRELOptions fromFile;
-  Require(ReadIntoStore(unmarked, fromFile) == VREL_S_OK, "the store takes the same files");
+  Require(ReadIntoStore(unmarked, fromFile) == VREL_S_OK, "the store accepts the same files");
   VRELOptions fromEntries;
   for (OptionsFile::Entry const& entry : file.entries) fromEntries.AddOptionParseValue(entry.name, entry.value);
-  Require(fromFile.Size() == fromEntries.Size(), "the store takes the same entries");
+  Require(fromFile.Size() == fromEntries.Size(), "the store has the same entries");
   return 0;
 }

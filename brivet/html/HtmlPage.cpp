@@ -1,15 +1,10 @@
 #include "HtmlPage.h"
 
-#include "Gk_HTMLAnchor.h"
-#include "Gk_HTMLTag.h"
 #include "HtmlText.h"
 
 namespace {
 
-using Object = VRELStreamFormatter::VRELStreamFormatterObject;
-using Handle = VRELStreamFormatter::VRELStreamFormatterObjectHandle;
-
-constexpr char STYLE[] =
+constexpr char kStyle[] =
     "<META CHARSET=\"us-ascii\">\n"
     "<STYLE>\n"
     "BODY { font: 14px/1.5 sans-serif; margin: 2em; }\n"
@@ -27,12 +22,12 @@ constexpr char STYLE[] =
 
 HtmlPage::HtmlPage(CheckedOutputStream& target, std::string const& title)
     : stream(target), formatter(&target, EscapeHtml(title).c_str(), "#FFFFFF") {
-  PutMarkup(STYLE);
+  PutMarkup(kStyle);
 }
 
 void HtmlPage::Put(std::string_view utf8) {
   AppendHtml(pending, utf8);
-  if (pending.size() >= BLOCK) Flush();
+  if (pending.size() >= kBlockSize) Flush();
 }
 
 void HtmlPage::Flush() {
@@ -46,25 +41,34 @@ void HtmlPage::EndLine() {
   formatter << formatter.endline();
 }
 
+// Numbers of the formatter are of type long. Other ids have the position of the instance as the name of their anchor,
+// because an id can have any number of digits and be referred to any number of times.
+std::string HtmlPage::AnchorOf(Id const& id) {
+  return id.ordinal != 0 ? "n" + std::to_string(id.ordinal) : std::string();
+}
+
 void HtmlPage::PutDefinition(Id const& id) {
   Flush();
   if (id.fits()) {
     formatter << formatter.define(static_cast<long>(id.number));
-  } else {
-    // The formatter's numbers end with those of a long.
-    std::string const digits(id.digits);
-    formatter << Handle(new Gk_HTMLAnchor(Handle(new Object(digits.c_str())), nullptr));
+    return;
   }
+  std::string const anchor = AnchorOf(id);
+  if (!anchor.empty()) PutMarkup("<a name= \"" + anchor + "\">");
+  Put(ShownDigits(id));
+  if (!anchor.empty()) PutMarkup("</a>");
 }
 
 void HtmlPage::PutReference(Id const& id) {
   Flush();
   if (id.fits()) {
     formatter << formatter.refer(static_cast<long>(id.number));
-  } else {
-    std::string const digits(id.digits);
-    formatter << Handle(new Gk_HTMLTag(Handle(new Object(digits.c_str())), nullptr));
+    return;
   }
+  std::string const anchor = AnchorOf(id);
+  if (!anchor.empty()) PutMarkup("<a href=\"#" + anchor + "\">");
+  Put(ShownDigits(id));
+  if (!anchor.empty()) PutMarkup("</a>");
 }
 
 void HtmlPage::PutTitle(std::string_view title) {

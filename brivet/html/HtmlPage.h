@@ -1,16 +1,17 @@
-// The page that people browse.
+// HTML page of a document.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "CheckedOutputStream.h"
 #include "PageWriter.h"
 #include "VRELHTMLStreamFormatter.h"
-#include "CheckedOutputStream.h"
 
-// Each instance is an anchor named by its id, each reference a link to it. Characters beyond ASCII stand as numeric
-// references, so that the page reads the same in every encoding. Throws CheckedOutputStream::Failure when the stream takes
-// less than it is given.
+// Each instance is an anchor with its id as the name, and each reference is a link to it. Characters beyond ASCII are
+// written as numeric character references, so that the page is the same in every encoding.
+//
+// Errors: CheckedOutputStream::Failure if the stream does not accept everything.
 class HtmlPage final : public PageWriter {
  public:
   HtmlPage(CheckedOutputStream& target, std::string const& title);
@@ -29,10 +30,11 @@ class HtmlPage final : public PageWriter {
   void EndReferrers() override;
   void Check() override { stream.Check(); }
 
+  static std::string AnchorOf(Id const& id);
   void PutMarkup(std::string_view markup) { pending += markup; }
   void Flush();
 
   CheckedOutputStream& stream;
   VRELHTMLStreamFormatter formatter;
-  std::string pending;  // what is to be written before the next object of the formatter
+  std::string pending;  // written before the next object of the formatter
 };

@@ -1,35 +1,13 @@
 #include "HtmlText.h"
 
+#include <unicode/utf8.h>
+
 #include <cstddef>
+#include <cstdint>
 
 namespace {
 
-constexpr unsigned int REPLACEMENT = 0xFFFD;
-
-struct Character {
-  unsigned int code;
-  std::size_t length;
-};
-
-bool Continues(std::string_view text, std::size_t i) {
-  return i < text.size() && (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80;
-}
-
-// The character at the begin of a text of bytes beyond ASCII.
-Character Decode(std::string_view text) {
-  unsigned char const lead = static_cast<unsigned char>(text[0]);
-  std::size_t const length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4) return {REPLACEMENT, 1};
-  unsigned int code = lead & (0xFFU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    if (!Continues(text, i)) return {REPLACEMENT, 1};
-    code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
-  }
-  // Longer than need be, half a pair, or behind the last character.
-  static constexpr unsigned int LEAST[] = {0, 0, 0x80, 0x800, 0x10000};
-  bool const valid = code >= LEAST[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-  return valid ? Character{code, length} : Character{REPLACEMENT, 1};
-}
+constexpr UChar32 kReplacement = 0xFFFD;
 
 char const* NameOf(char byte) {
   switch (byte) {
@@ -49,19 +27,23 @@ char const* NameOf(char byte) {
 }  // namespace
 
 void AppendHtml(std::string& target, std::string_view utf8) {
-  while (!utf8.empty()) {
-    char const byte = utf8.front();
-    std::size_t length = 1;
-    if (static_cast<unsigned char>(byte) >= 0x80) {
-      Character const character = Decode(utf8);
-      target += "&#" + std::to_string(character.code) + ";";
-      length = character.length;
-    } else if (char const* const name = NameOf(byte)) {
+  auto const* const bytes = reinterpret_cast<std::uint8_t const*>(utf8.data());
+  std::size_t at = 0;
+  while (at < utf8.size()) {
+    std::size_t const begin = at;
+    UChar32 code = 0;
+    U8_NEXT(bytes, at, utf8.size(), code);
+    if (code < 0) {
+      code = kReplacement;
+      at = begin + 1;
+    }
+    if (code >= 0x80) {
+      target += "&#" + std::to_string(code) + ";";
+    } else if (char const* const name = NameOf(static_cast<char>(code))) {
       target += name;
     } else {
-      target += byte;
+      target += static_cast<char>(code);
     }
-    utf8.remove_prefix(length);
   }
 }
 

@@ -1,11 +1,12 @@
-// Texts inside a page.
+// Strings in HTML.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-// Appends the text so that a browser shows it as it is: characters with a meaning in HTML by name, those beyond ASCII
-// as numeric character references. Bytes that are no UTF-8 become U+FFFD each.
+// Appends the string so that a browser shows it as it is: the characters & < > " by name, those beyond ASCII as numeric
+// character references. Each byte that is not valid UTF-8 becomes U+FFFD.
 void AppendHtml(std::string& target, std::string_view utf8);
 
+// Returns the same as a new string.
 std::string EscapeHtml(std::string_view utf8);

@@ -9,15 +9,15 @@
 
 namespace {
 
-// A signal between the look at the flag and the wait would be seen late without a limit.
-constexpr int WAIT = 200;  // milliseconds
+// A signal that arrives between the check of the abort flag and poll does not interrupt poll, so that it needs a limit.
+constexpr int kWaitMilliseconds = 200;
 
 void Wait(int descriptor, short event) {
   pollfd waited = {descriptor, event, 0};
   int count = 0;
   do {
     Gk_ErrMgr::checkAbort();
-    count = poll(&waited, 1, WAIT);
+    count = poll(&waited, 1, kWaitMilliseconds);
   } while (count == 0 || (count < 0 && errno == EINTR));
 }
 

@@ -1,12 +1,14 @@
-// Reading from and writing to descriptors that may wait.
+// Reading from and writing to descriptors that may block.
 #pragma once
 
 #include <string_view>
 
-// Waits until the descriptor has something to read, or takes something to write, and asks Gk_ErrMgr::checkAbort a few
-// times a second meanwhile: an abort ends the wait with VRELAbortException. Regular files are ready at once.
+// Waits until the descriptor can be read or written, and calls Gk_ErrMgr::checkAbort a few times a second meanwhile.
+// Regular files are always ready.
+//
+// Errors: VRELAbortException if an abort is requested.
 void WaitToRead(int descriptor);
 void WaitToWrite(int descriptor);
 
-// Writes all of it, waiting as above. False, with errno, for what cannot be written.
+// Writes all bytes, waiting as above. Returns false and sets errno if they cannot be written.
 bool WriteAll(int descriptor, std::string_view bytes);

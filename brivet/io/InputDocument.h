@@ -1,4 +1,4 @@
-// The document that is translated, as modules can read it.
+// Document to translate, in a form that modules can read.
 #pragma once
 
 #include <sys/stat.h>
@@ -7,30 +7,36 @@
 
 #include "InputFile.h"
 
-// A regular file stays where it is; what has no length (a pipe, a device, standard input behind its begin) is first
-// copied into a file without a name in the folder that TMPDIR names, else in /tmp, which is gone with the object. "-"
-// and /dev/stdin are standard input.
+// A regular file is used as it is. Other input is first copied into an unnamed temporary file, which disappears with
+// the object: a pipe, a device, a standard input that is not at its beginning or that this user may not open again. The
+// temporary file is in the folder that TMPDIR names, by default in /tmp. "-" and "/dev/stdin" are standard input.
 //
-// Throws InputError without a line where there is nothing to read (VREL_E_FILE_NOT_FOUND, VREL_E_FILE_OPEN) or no room
-// for the copy (VREL_E_FILE_SAVE); VRELAbortException when an abort is asked for while it waits for bytes.
+// Errors: FileError with VREL_E_FILE_NOT_FOUND or VREL_E_FILE_OPEN if the input cannot be read, with VREL_E_FILE_SAVE
+// if the copy cannot be written; VRELAbortException if an abort is requested while the constructor waits for bytes.
 class InputDocument {
  public:
   explicit InputDocument(std::string const& path);
 
-  // What opens the bytes, from the first one on, as often as wanted while the object lives. It holds no letter of the
-  // document's name, so that a name in any encoding will do.
+  // Returns a path that opens the bytes, from the first one on, any number of times while the object exists. It
+  // contains nothing of the document's name, so that a name in any encoding will do.
   std::string const& Path() const { return readable; }
   long Size() const { return size; }
-  // Of what was named.
+  // Returns the status of the named file at the time when it was opened.
   struct stat Status() const {
-    return file.Status();
+    return status;
   }
+
+  // Throws FileError with VREL_E_FILE_OPEN if the document has changed since it was opened: its size, its time of
+  // modification, or the file that its name refers to. A copied document cannot change.
+  void CheckUnchanged() const;
 
  private:
   void Spool();
 
+  std::string name;
   InputFile file;
-  InputFile copy;  // in use where there had to be one
+  InputFile copy;  // no file if the document is used as it is
+  struct stat status;
   std::string readable;
   long size = 0;
 };

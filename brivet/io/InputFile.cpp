@@ -4,16 +4,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include "Descriptor.h"
+#include "FileError.h"
 #include "Gk_ErrMgr.h"
-#include "InputError.h"
 
 namespace {
 
-// A pipe without a writer waits for one.
+// Opening a pipe without a writer waits for one.
 int Open(std::string const& path) {
   int descriptor = -1;
   do {
@@ -25,25 +24,22 @@ int Open(std::string const& path) {
 
 }  // namespace
 
-void InputFile::Fail(int error) {
-  bool const missing = error == ENOENT || error == ENOTDIR;
-  throw InputError{missing ? VREL_E_FILE_NOT_FOUND : VREL_E_FILE_OPEN, 0,
-                   std::string("expected a file that can be read, found: ") + std::strerror(error) +
-                       (missing ? "; check the name" : "; check what stands there, and whether you may read it")};
-}
-
-InputFile::InputFile(std::string const& path) : descriptor(Open(path)) {
-  if (descriptor < 0) Fail(errno);
+InputFile::InputFile(std::string const& path) : descriptor(Open(path)), name(path) {
+  if (descriptor >= 0) return;
+  bool const isMissing = errno == ENOENT || errno == ENOTDIR;
+  throw MakeFileError(isMissing ? VREL_E_FILE_NOT_FOUND : VREL_E_FILE_OPEN, "open", path, errno);
 }
 
 InputFile::~InputFile() {
   if (descriptor >= 0) close(descriptor);
 }
 
-InputFile::InputFile(InputFile&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
+InputFile::InputFile(InputFile&& other) noexcept
+    : descriptor(std::exchange(other.descriptor, -1)), name(std::move(other.name)) {}
 
 InputFile& InputFile::operator=(InputFile&& other) noexcept {
   std::swap(descriptor, other.descriptor);
+  std::swap(name, other.name);
   return *this;
 }
 
@@ -53,12 +49,12 @@ std::size_t InputFile::Read(char* block, std::size_t size) {
     WaitToRead(descriptor);
     count = read(descriptor, block, size);
   } while (count < 0 && (errno == EINTR || errno == EAGAIN));
-  if (count < 0) Fail(errno);
+  if (count < 0) throw MakeFileError(VREL_E_FILE_OPEN, "read", name, errno);
   return static_cast<std::size_t>(count);
 }
 
 struct stat InputFile::Status() const {
   struct stat status;
-  if (fstat(descriptor, &status) != 0) Fail(errno);
+  if (fstat(descriptor, &status) != 0) throw MakeFileError(VREL_E_FILE_OPEN, "read", name, errno);
   return status;
 }

@@ -1,4 +1,4 @@
-// A file that is open for reading.
+// File that is open for reading.
 #pragma once
 
 #include <sys/stat.h>
@@ -6,29 +6,29 @@
 #include <cstddef>
 #include <string>
 
-// A regular file, a pipe or a device; closed with the object. Throws InputError without a line when the file cannot be
-// opened (VREL_E_FILE_NOT_FOUND, VREL_E_FILE_OPEN) or read (VREL_E_FILE_OPEN), and VRELAbortException when an abort is
-// asked for while it waits.
+// Regular file, pipe or device, closed by the destructor.
+//
+// Errors: FileError with VREL_E_FILE_NOT_FOUND or VREL_E_FILE_OPEN if the file cannot be opened, and with
+// VREL_E_FILE_OPEN if it cannot be read; VRELAbortException if an abort is requested while an operation waits.
 class InputFile {
  public:
   explicit InputFile(std::string const& path);
-  // Takes a descriptor over; -1 for none.
-  explicit InputFile(int openDescriptor) noexcept : descriptor(openDescriptor) {}
+  // Takes ownership of a descriptor; -1 for none. `shownName` is used in messages.
+  InputFile(int openDescriptor, std::string shownName) noexcept
+      : descriptor(openDescriptor), name(std::move(shownName)) {}
   ~InputFile();
   InputFile(InputFile&& other) noexcept;
   InputFile& operator=(InputFile&& other) noexcept;
   InputFile(InputFile const&) = delete;
   InputFile& operator=(InputFile const&) = delete;
 
-  // Up to `size` bytes into `block`; 0 at the end of the file.
+  // Reads up to `size` bytes into `block`. Returns their number, 0 at the end of the file.
   std::size_t Read(char* block, std::size_t size);
 
   struct stat Status() const;
   int Descriptor() const noexcept { return descriptor; }
 
-  // Throws what a file gives that meets this error of the system.
-  [[noreturn]] static void Fail(int error);
-
  private:
   int descriptor;
+  std::string name;
 };

@@ -15,29 +15,29 @@ LogStream::~LogStream() {
 
 int LogStream::write(char const* bytes, int count) {
   for (char const* const end = bytes + count; bytes < end && !isBroken;) {
-    auto const room = static_cast<std::ptrdiff_t>(line.size() - fill);
+    auto const room = static_cast<std::ptrdiff_t>(buffer.size() - fill);
     char const* const upTo = bytes + std::min(end - bytes, room);
-    fill = static_cast<std::size_t>(std::copy(bytes, upTo, line.data() + fill) - line.data());
+    fill = static_cast<std::size_t>(std::copy(bytes, upTo, buffer.data() + fill) - buffer.data());
     bytes = upTo;
-    if (fill == line.size()) {
-      WriteLine(fill);
+    if (fill == buffer.size()) {
+      WriteLines(fill);
       fill = 0;
     }
   }
-  char const* const lines = line.data();
+  char const* const lines = buffer.data();
   auto const lastEnd = std::find(std::make_reverse_iterator(lines + fill), std::make_reverse_iterator(lines), '\n');
   auto const whole = static_cast<std::size_t>(lastEnd.base() - lines);
   if (whole != 0) {
-    WriteLine(whole);
-    std::copy(lines + whole, lines + fill, line.data());
+    WriteLines(whole);
+    std::copy(lines + whole, lines + fill, buffer.data());
     fill -= whole;
   }
   return count;
 }
 
-void LogStream::WriteLine(std::size_t count) {
+void LogStream::WriteLines(std::size_t count) {
   for (std::size_t done = 0; done < count && !isBroken;) {
-    ssize_t const taken = ::write(descriptor, line.data() + done, count - done);
+    ssize_t const taken = ::write(descriptor, buffer.data() + done, count - done);
     if (taken > 0) {
       done += static_cast<std::size_t>(taken);
     } else if (taken == 0 || errno != EINTR) {
@@ -47,6 +47,6 @@ void LogStream::WriteLine(std::size_t count) {
   if (!isBroken) {
     length += static_cast<off_t>(count);
   } else if (ftruncate(descriptor, length) != 0) {
-    // A pipe, say, keeps what it has.
+    // A pipe cannot be truncated.
   }
 }

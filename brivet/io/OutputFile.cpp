@@ -1,125 +1,149 @@
 #include "OutputFile.h"
 
 #include <fcntl.h>
+#include <sys/random.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cinttypes>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
 #include "Descriptor.h"
+#include "FileError.h"
 #include "Gk_ErrMgr.h"
-#include "InputError.h"
+#include "PathNames.h"
 
 namespace {
 
-constexpr std::size_t BUFFER = std::size_t{1} << 18U;
-constexpr int LINK_LIMIT = 40;
-constexpr int NAME_LIMIT = 1000;
+constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
+constexpr int kLinkLimit = 40;
+constexpr int kNameAttempts = 100;
+constexpr mode_t kGroupBits = 070;
+constexpr mode_t kSetIdBits = 06000;
 
-[[noreturn]] void Refuse(std::string const& found, char const* advice) {
-  throw InputError{VREL_E_FILE_SAVE, 0, "expected a place to write to, found: " + found + "; " + advice};
-}
-
-[[noreturn]] void Refuse(int error) {
-  Refuse(std::strerror(error), "name another OUTPUT");
+[[noreturn]] void Refuse(std::string const& path, std::string const& reason) {
+  throw FileError{VREL_E_FILE_SAVE, "cannot write " + QuoteName(path) + ": " + reason, ""};
 }
 
 bool AreSame(struct stat const& a, struct stat const& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-std::string FolderOf(std::string const& path) {
-  return path.substr(0, path.rfind('/') + 1);
-}
-
-// The name behind symbolic links; it need not exist.
-std::string Follow(std::string path) {
-  for (int i = 0; i < LINK_LIMIT; ++i) {
+// Resolves the symbolic links of the last component, which need not exist.
+std::string ResolveLinks(std::string const& path) {
+  std::string resolved = path;
+  for (int i = 0; i < kLinkLimit; ++i) {
     std::error_code error;
-    std::string const next = std::filesystem::read_symlink(path, error).string();
-    if (error) return path;
-    path = next.rfind('/', 0) == 0 ? "" : FolderOf(path);
-    path += next;
+    std::string const next = std::filesystem::read_symlink(resolved, error).string();
+    if (error) return resolved;
+    resolved = next.rfind('/', 0) == 0 ? next : std::string(FolderOf(resolved)) + next;
   }
-  Refuse(ELOOP);
+  Refuse(path, std::strerror(ELOOP));
 }
 
-[[noreturn]] void FailHalfway(int error) {
-  throw InputError{VREL_E_FILE_SAVE, 0,
-                   std::string("expected a place that takes all of the output, found: ") + std::strerror(error) +
-                       "; make room, or name another OUTPUT"};
+// Returns a name that nobody can predict, so that nobody can create the file first; empty, with errno, on failure.
+std::string RandomName(std::string const& folder) {
+  std::uint64_t number = 0;
+  if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) return "";
+  char name[32];
+  std::snprintf(name, sizeof name, ".brivet-%016" PRIx64, number);
+  return folder + name;
 }
 
-std::string NameOf(int descriptor) {
+std::string DescriptorPath(int descriptor) {
   return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
 }  // namespace
 
-OutputFile::OutputFile(std::string const& place, struct stat const& input) {
-  buffer.reserve(BUFFER);
-  struct stat status;
-  struct stat output;
-  bool const toStandardOutput = place == "-";
-  bool const exists = toStandardOutput ? fstat(STDOUT_FILENO, &status) == 0 : stat(place.c_str(), &status) == 0;
-  if (!exists && (toStandardOutput || errno != ENOENT || place.empty())) Refuse(errno);
-  if (exists && S_ISREG(status.st_mode) && AreSame(status, input)) {
-    Refuse("the input itself", "name another OUTPUT");
-  }
-  isStandardOutput = toStandardOutput || (exists && fstat(STDOUT_FILENO, &output) == 0 && AreSame(status, output));
-  isDirect = isStandardOutput || (exists && !S_ISREG(status.st_mode));
+OutputFile::OutputFile(std::string const& path, struct stat const& input, Durability durability)
+    : shownName(path), isSynchronized(durability == Synchronized) {
+  buffer.reserve(kBufferSize);
+  struct stat existing;
+  struct stat standardOutput;
+  bool const toStandardOutput = path == "-";
+  bool const exists = toStandardOutput ? fstat(STDOUT_FILENO, &existing) == 0 : stat(path.c_str(), &existing) == 0;
+  if (!exists && (toStandardOutput || errno != ENOENT || path.empty())) Fail(errno);
+  if (exists && S_ISREG(existing.st_mode) && AreSame(existing, input)) Refuse(path, "it is the input file");
+  isStandardOutput =
+      toStandardOutput || (exists && fstat(STDOUT_FILENO, &standardOutput) == 0 && AreSame(existing, standardOutput));
+  isDirect = isStandardOutput || (exists && !S_ISREG(existing.st_mode));
   if (isDirect) {
-    OpenDirectly(place);
+    OpenDirectly();
     return;
   }
-  target = Follow(place);
+  target = ResolveLinks(path);
   folder = FolderOf(target);
-  if (target.empty() || target.back() == '/') Refuse(EISDIR);
-  // A rename asks for leave to change the folder alone.
-  if (exists && access(target.c_str(), W_OK) != 0) Refuse(errno);
-  OpenBeside();
+  if (target.empty() || target.back() == '/') Fail(EISDIR);
+  // rename needs write permission for the folder only; a file that may not be written is not replaced either.
+  if (exists && access(target.c_str(), W_OK) != 0) Fail(errno);
+  isReplacement = exists;
+  OpenTemporary();
+  if (exists) KeepAttributes(existing);
 }
 
 OutputFile::~OutputFile() {
   if (descriptor >= 0) ::close(descriptor);
-  RemoveNamed();
+  if (!temporary.empty()) unlink(temporary.c_str());
 }
 
-void OutputFile::OpenDirectly(std::string const& place) {
+void OutputFile::Fail(int error) const {
+  throw MakeFileError(VREL_E_FILE_SAVE, "write", isStandardOutput ? "standard output" : shownName, error);
+}
+
+void OutputFile::OpenDirectly() {
   do {
     Gk_ErrMgr::checkAbort();
-    descriptor = isStandardOutput ? dup(STDOUT_FILENO) : open(place.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    descriptor = isStandardOutput ? dup(STDOUT_FILENO) : open(shownName.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
   } while (descriptor < 0 && errno == EINTR);
-  if (descriptor < 0) Refuse(errno);
+  if (descriptor < 0) Fail(errno);
 }
 
-void OutputFile::OpenBeside() {
-  descriptor = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
-  // Not every file system knows files without a name, and such a file needs a name of the process for its own.
-  if (descriptor >= 0 && access(NameOf(descriptor).c_str(), F_OK) == 0) return;
+void OutputFile::OpenTemporary() {
+  mode_t const mode = isReplacement ? 0600 : 0666;
+  descriptor = open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+  // linkat needs a path of the unnamed file, which only a mounted /proc has.
+  if (descriptor >= 0 && access(DescriptorPath(descriptor).c_str(), F_OK) == 0) return;
   if (descriptor >= 0) ::close(descriptor);
-  if (!MakeNamed()) Refuse(errno);
+  CreateTemporary();
 }
 
-// Tries names until one is free.
-bool OutputFile::MakeNamed() {
-  for (int i = 0; i < NAME_LIMIT; ++i) {
-    temporary = folder + ".brivet-" + std::to_string(getpid()) + "-" + std::to_string(i);
-    descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor >= 0) return true;
+void OutputFile::CreateTemporary() {
+  mode_t const mode = isReplacement ? 0600 : 0666;
+  for (int i = 0; i < kNameAttempts; ++i) {
+    temporary = RandomName(folder);
+    if (temporary.empty()) break;
+    descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (descriptor >= 0) return;
     if (errno != EEXIST) break;
   }
+  int const error = errno;
   temporary.clear();
-  return false;
+  Fail(error);
+}
+
+// A group that this user may not set gets no more access than everybody, and set-id bits only go with their owner.
+void OutputFile::KeepAttributes(struct stat const& replaced) {
+  mode_t mode = replaced.st_mode & 07777U;
+  bool isOwnerKept = fchown(descriptor, replaced.st_uid, replaced.st_gid) == 0;
+  if (!isOwnerKept) {
+    bool const isGroupKept = fchown(descriptor, static_cast<uid_t>(-1), replaced.st_gid) == 0;
+    if (!isGroupKept) mode = (mode & ~kGroupBits) | ((mode & (mode << 3U)) & kGroupBits);
+    mode &= ~kSetIdBits;
+  }
+  // A file system without permissions refuses this; it has none to keep.
+  if (fchmod(descriptor, mode) != 0) return;
 }
 
 int OutputFile::write(char const* bytes, int count) {
-  if (buffer.size() + static_cast<std::size_t>(count) > BUFFER) flush();
+  if (buffer.size() + static_cast<std::size_t>(count) > kBufferSize) flush();
   if (writeError != 0) return -1;
   std::string_view const given(bytes, static_cast<std::size_t>(count));
-  if (given.size() < BUFFER) {
+  if (given.size() < kBufferSize) {
     buffer += given;
   } else if (!WriteAll(descriptor, given)) {
     writeError = errno;
@@ -134,34 +158,49 @@ void OutputFile::flush() {
 }
 
 void OutputFile::Check() const {
-  if (writeError != 0) FailHalfway(writeError);
+  if (writeError != 0) Fail(writeError);
 }
 
 void OutputFile::Commit() {
   flush();
-  // A file system may tell of a full disk only when the file is closed.
-  int const twin = writeError == 0 ? dup(descriptor) : -1;
-  if (twin >= 0 && ::close(twin) != 0) writeError = errno;
+  // A network file system may report a full disk only when a descriptor of the file is closed.
+  int const duplicate = writeError == 0 ? dup(descriptor) : -1;
+  if (duplicate >= 0 && ::close(duplicate) != 0) writeError = errno;
   Check();
-  if (isDirect) return;
-  Gk_ErrMgr::checkAbort();
-  GiveName();
-}
-
-void OutputFile::GiveName() {
-  for (int i = 0; temporary.empty(); ++i) {
-    std::string const name = folder + ".brivet-" + std::to_string(getpid()) + "-" + std::to_string(i);
-    int const linked = linkat(AT_FDCWD, NameOf(descriptor).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
-    if (linked == 0) {
-      temporary = name;
-    } else if (errno != EEXIST || i == NAME_LIMIT) {
-      FailHalfway(errno);
-    }
+  if (!isDirect) {
+    if (isSynchronized) Synchronize();
+    Gk_ErrMgr::checkAbort();
+    if (temporary.empty()) LinkTemporary();
+    RenameIntoPlace();
   }
-  if (rename(temporary.c_str(), target.c_str()) != 0) FailHalfway(errno);
-  temporary.clear();
+  isCommitted = true;
 }
 
-void OutputFile::RemoveNamed() noexcept {
-  if (!temporary.empty()) unlink(temporary.c_str());
+void OutputFile::Synchronize() {
+  // EINVAL and ENOSYS: the file system cannot synchronize files.
+  if (fsync(descriptor) != 0 && errno != EINVAL && errno != ENOSYS) Fail(errno);
+}
+
+void OutputFile::LinkTemporary() {
+  for (int i = 0; i < kNameAttempts; ++i) {
+    std::string name = RandomName(folder);
+    if (name.empty()) break;
+    if (linkat(AT_FDCWD, DescriptorPath(descriptor).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+      temporary = std::move(name);
+      return;
+    }
+    if (errno != EEXIST) break;
+  }
+  Fail(errno);
+}
+
+void OutputFile::RenameIntoPlace() {
+  int const opened =
+      isSynchronized ? open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
+  int const error = rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
+  // Without this a crash may bring the old file back; it is whole as well, so that a failure is no error.
+  if (opened >= 0 && error == 0) fsync(opened);
+  if (opened >= 0) ::close(opened);
+  if (error != 0) Fail(error);
+  temporary.clear();
 }

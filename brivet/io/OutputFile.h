@@ -1,4 +1,4 @@
-// The file that a translation writes.
+// Output file of a translation, replaced atomically.
 #pragma once
 
 #include <sys/stat.h>
@@ -7,51 +7,65 @@
 
 #include "VRELOutputStream.h"
 
-// Bytes go through a buffer into a file without a name beside their place, and Commit gives it the name: whatever
-// happens before, what stood there stays as it was, and nothing else is left. A symbolic link is followed. What exists
-// and is no regular file (a device, a pipe) is written to directly, and so are "-" and whatever else is the standard
-// output of the program.
+// Bytes are written to an unnamed file in the folder of the output, or to one with an unpredictable name where the file
+// system does not support unnamed files. Commit synchronizes it with the disk and renames it to the output. Until then
+// an existing output is unchanged, and the destructor leaves no temporary file.
 //
-//   OutputFile file("page.html", input);
+// The new file has the permissions of the one that it replaces, and its owner and group as far as this user may set
+// them. A symbolic link is followed. A hard link is not kept: the other names still refer to the old content. A device
+// or a pipe is written to directly, and so are "-" and any name of the program's standard output.
+//
+//   OutputFile file("page.html", inputStatus, OutputFile::Synchronized);
 //   writer.Write(&file);
 //   file.Commit();
 //
-// Throws InputError without a line (VREL_E_FILE_SAVE) for a place that cannot be written or that is the input, and
-// VRELAbortException when an abort is asked for while it waits.
+// Errors: FileError with VREL_E_FILE_SAVE if the output cannot be written or is the input; VRELAbortException if an
+// abort is requested while an operation waits.
 class OutputFile final : public VRELOutputStream {
  public:
-  // The input is a file that is never written over.
-  OutputFile(std::string const& place, struct stat const& input);
+  enum Durability { Synchronized, NotSynchronized };
+
+  // `input` is the status of a file that is never overwritten.
+  OutputFile(std::string const& path, struct stat const& input, Durability durability);
   ~OutputFile() override;
   OutputFile(OutputFile const&) = delete;
   OutputFile& operator=(OutputFile const&) = delete;
 
-  // Takes all, or gives -1 once the system took less; Commit tells why.
+  // Returns `count`, or -1 after the first failure, which Check and Commit report.
   int write(char const* bytes, int count) override;
   void flush() override;
   void close() override { flush(); }
 
-  // Whether the bytes go where the program's own words go.
   bool IsStandardOutput() const noexcept { return isStandardOutput; }
 
-  // Throws what a failed write met, if there was one.
+  // Throws the error of the first write that failed.
   void Check() const;
-  // To be called once, behind the last byte. Throws what a failed write met.
+  // Completes the output. Call it once, after the last byte. Throws the error of the first write that failed. After the
+  // rename it neither fails nor allocates memory.
   void Commit();
+  // Returns true once the output is in place.
+  bool IsCommitted() const noexcept { return isCommitted; }
 
  private:
-  void OpenDirectly(std::string const& place);
-  void OpenBeside();
-  bool MakeNamed();
-  void GiveName();
-  void RemoveNamed() noexcept;
+  void OpenDirectly();
+  void OpenTemporary();
+  void CreateTemporary();
+  void KeepAttributes(struct stat const& replaced);
+  void Synchronize();
+  void LinkTemporary();
+  void RenameIntoPlace();
+  [[noreturn]] void Fail(int error) const;
 
+  std::string const shownName;
   int descriptor = -1;
   bool isStandardOutput = false;
   bool isDirect = false;
+  bool isSynchronized;
+  bool isReplacement = false;
+  bool isCommitted = false;
   int writeError = 0;
-  std::string target;     // behind all links
-  std::string folder;     // of the target, with a slash at the end
-  std::string temporary;  // a name that stands as long as it is not empty
+  std::string target;     // the path with all symbolic links resolved
+  std::string folder;     // of the target, with a final slash
+  std::string temporary;  // name of the temporary file; empty if it has none
   std::string buffer;
 };

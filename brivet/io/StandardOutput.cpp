@@ -9,15 +9,14 @@
 #include "Descriptor.h"
 #include "Diagnostics.h"
 
-VRINResult PrintPage(std::string const& page) {
-  if (WriteAll(STDOUT_FILENO, page)) return VREL_S_OK;
-  ReportProblem("standard output", std::string("expected a place to write to, found: ") + std::strerror(errno) +
-                                       "; make room, or send it elsewhere");
+VRINResult PrintText(std::string const& text) {
+  if (WriteAll(STDOUT_FILENO, text)) return VREL_S_OK;
+  ReportProblem(std::string("cannot write to standard output: ") + std::strerror(errno));
   return VREL_E_FILE_SAVE;
 }
 
 void ReserveStandardStreams() {
-  // A new descriptor takes the lowest free place.
+  // open returns the lowest free descriptor.
   int descriptor = 0;
   do {
     descriptor = open("/dev/null", O_RDONLY);

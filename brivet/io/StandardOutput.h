@@ -1,14 +1,16 @@
-// The place where pages go.
+// Standard output of the program.
 #pragma once
 
 #include <string>
 
 #include "VRINResult.h"
 
-// Writes the whole page to standard output. Where not all of it can be written, VREL_E_FILE_SAVE, reported by
-// ReportProblem: half a page is no success. Throws VRELAbortException when an abort is asked for while it waits.
-VRINResult PrintPage(std::string const& page);
+// Writes the whole text to standard output.
+//
+// Errors: VREL_E_FILE_SAVE, reported by ReportProblem, if not all of it can be written; VRELAbortException if an abort
+// is requested while it waits.
+VRINResult PrintText(std::string const& text);
 
-// Fills the places of standard streams that are closed, so that no file which is opened later gets the page, or the
-// messages, of the program. What writes there still fails as on a closed stream. To be called first.
+// Opens /dev/null for each standard stream that is closed, so that no file that is opened later takes its descriptor
+// and receives the program's messages. Writing to such a stream still fails. Call it first.
 void ReserveStandardStreams();

@@ -1,33 +1,39 @@
 #include "OptionSet.h"
 
 #include "CatchAsResult.h"
+#include "EscapedText.h"
+#include "FileError.h"
 #include "OptionVocabulary.h"
 #include "OptionsFile.h"
-#include "Diagnostics.h"
 
 namespace {
 
-constexpr std::size_t NAME_LIMIT = 100;
+constexpr std::size_t kNameLimit = 100;
 
-// A file that holds more unknown names is none of this family; its user is not helped by more.
-constexpr int SUGGESTION_LIMIT = 100;
+// A file with more unknown names is not an options file of brivet; more suggestions would not help.
+constexpr int kSuggestionLimit = 100;
 
-std::string Place(std::string const& path, std::size_t line) {
-  return line == 0 ? path : path + ":" + std::to_string(line);
+std::string Quote(VRELString const& name) {
+  VRELString const begin = name.substring(0, static_cast<int>(kNameLimit));
+  return QuoteName(begin.toUtf8() + (begin.length() < name.length() ? "..." : ""));
 }
 
-// A name for a message: whole, or its begin.
-std::string Shown(VRELString const& name) {
-  VRELString const begin = name.substring(0, static_cast<int>(NAME_LIMIT));
-  return begin.toUtf8() + (begin.length() < name.length() ? "..." : "");
+VRELString Escaped(VRELString const& text) {
+  std::string escaped;
+  AppendEscapingControls(escaped, text.toUtf8());
+  return VRELString(escaped);
 }
 
-// "a", "a or b", "a, b or c".
+bool HasControls(VRELString const& text) {
+  return Escaped(text).toUtf8() != text.toUtf8();
+}
+
+// Returns "'a'", "'a' or 'b'", "'a', 'b' or 'c'".
 std::string Alternatives(std::vector<std::string> const& names) {
   std::string text;
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (i != 0) text += i + 1 == names.size() ? " or " : ", ";
-    text += names[i];
+    text += QuoteName(names[i]);
   }
   return text;
 }
@@ -41,51 +47,86 @@ VRINResult OptionSet::Add(OptionSource const& source) {
 }
 
 VRINResult OptionSet::AddFile(std::string const& path) {
-  bool isGood = false;
+  bool isValid = false;
   VRINResult const result = CatchAsResult(path, [&]() -> VRINResult {
     OptionsFile const file = OptionsFile::Read(path);
-    for (OptionsFile::Problem const& problem : file.problems) ReportProblem(Place(path, problem.line), problem.text);
-    for (OptionsFile::Entry const& entry : file.entries) AddOption(entry.name, entry.value, Place(path, entry.line));
-    if (file.keysInSections != 0) {
-      warnings.push_back({Place(path, file.firstLineInSections),
-                          "expected options above the first section header, found " +
-                              std::to_string(file.keysInSections) + " below it, which are passed over"});
+    for (OptionsFile::Problem const& problem : file.problems) {
+      ReportErrorAt({path, static_cast<long>(problem.line)}, problem.text);
     }
-    isGood = file.problems.empty();
+    Warning origin;
+    origin.location.file = path;
+    for (OptionsFile::Entry const& entry : file.entries) {
+      origin.location.line = static_cast<long>(entry.line);
+      AddOption(entry.name, entry.value, origin);
+    }
+    if (file.keysInSections != 0) {
+      origin.location.line = static_cast<long>(file.firstLineInSections);
+      Warn(origin, "options below a section header are ignored: " + std::to_string(file.keysInSections));
+    }
+    isValid = file.problems.empty();
     return VREL_S_OK;
   });
-  return result.IsSuccess() && !isGood ? VRINResult(VREL_E_FAIL) : result;
+  return result.IsSuccess() && !isValid ? VRINResult(VREL_E_FAIL) : result;
 }
 
 VRINResult OptionSet::AddSetting(OptionSource const& source) {
   std::string name;
   std::string value;
   if (!SplitSetting(source.text, name, value) || HasEmptyToken(name) || value.empty()) {
-    ReportProblem(source.Words(), "expected NAME=VALUE");
+    ReportProblem(source.Words(), "not of the form NAME=VALUE");
     return VREL_E_INVALID_ARGUMENT;
   }
   return CatchAsResult(source.Words(), [&] {
-    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), source.Words());
+    Warning origin;
+    origin.setting = source.Words();
+    AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
     return VRINResult(VREL_S_OK);
   });
 }
 
-void OptionSet::AddOption(VRELString const& name, VRELString const& value, std::string const& origin) {
+void OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning const& origin) {
   if (HasEmptyToken(name.toUtf8())) {
-    warnings.push_back(
-        {origin, "expected a name with something between its dots, found " + Shown(name) + ", which is passed over"});
+    Warn(origin, "option name " + Quote(name) + " has an empty part between dots; it is ignored");
     return;
   }
-  store.AddOptionParseValue(name, value);
   if (!IsKnownOption(name)) WarnOfUnknown(name, origin);
+  hasControls = hasControls || HasControls(name) || HasControls(value);
+  entries.emplace_back(name, value);
+  store.AddOptionParseValue(name, value);
 }
 
-void OptionSet::WarnOfUnknown(VRELString const& name, std::string const& origin) {
-  ++unknown;
-  std::string text = "unknown option " + Shown(name) + ", set all the same";
-  if (unknown <= SUGGESTION_LIMIT) {
+void OptionSet::WarnOfUnknown(VRELString const& name, Warning const& origin) {
+  ++unknownCount;
+  std::string text = "unknown option " + Quote(name);
+  if (unknownCount <= kSuggestionLimit) {
     std::vector<std::string> const closest = ClosestOptions(name);
-    text += closest.empty() ? "; no known name is close to it" : "; did you mean " + Alternatives(closest) + "?";
+    if (!closest.empty()) text += "; did you mean " + Alternatives(closest) + "?";
   }
-  warnings.push_back({origin, text});
+  Warn(origin, text);
+}
+
+void OptionSet::Warn(Warning const& origin, std::string const& text) {
+  warnings.push_back(origin);
+  warnings.back().text = text;
+}
+
+void OptionSet::Dump() const {
+  constexpr char kFormat[] = "%s = %s";
+  if (!hasControls) {
+    store.Dump(nullptr, kFormat, nullptr);
+    return;
+  }
+  VRELOptions shown;
+  for (auto const& [name, value] : entries) shown.AddOptionParseValue(Escaped(name), Escaped(value));
+  shown.Dump(nullptr, kFormat, nullptr);
+}
+
+void OptionSet::ReportWarnings() const {
+  for (Warning const& warning : warnings) {
+    if (warning.location.file.empty()) {
+      ReportWarning(warning.setting, warning.text);
+    } else {
+      ReportWarningAt(warning.location, warning.text);
+    }
+  }
 }

@@ -1,51 +1,60 @@
-// The options of one run, and where they came from.
+// Options of one run and their sources.
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "Diagnostics.h"
 #include "OptionSource.h"
 #include "VRELOptions.h"
 #include "VRINResult.h"
 
-// Fills an option store from options files and settings. What comes later wins, as the store promises.
+// Fills an option store from options files and settings. A later option replaces an earlier one of the same name.
 //
 //   OptionSet options;
 //   if (options.Add({OptionSource::Setting, "Assembly=On"}).IsSuccess()) Use(options.Store());
 class OptionSet {
  public:
-  // What a user should know of an option that is used all the same.
   struct Warning {
-    std::string origin;  // "base.cfg:3", "-set Asembly=On"
-    std::string text;    // one line
+    SourceLocation location;  // in an options file; without a file for a setting
+    std::string setting;      // "-set Asembly=On"
+    std::string text;         // one line
   };
 
-  // Takes all that the source brings or, where there is anything wrong with it, nothing. What is wrong is reported by
-  // ReportProblem, each fault of a file with its line. A file that cannot be read gives the result of InputFile, one
-  // that breaks the format VREL_E_FAIL, a setting without "=", without a value, or with an empty token in its name
-  // (see HasEmptyToken) VREL_E_INVALID_ARGUMENT.
+  // Adds all options of a source, or none if it has an error. Errors are reported by ReportProblem, those of a file
+  // with their lines.
   //
-  // A name with an empty token in a file is passed over with a warning, as the store passes over it; a name that no
-  // translator of the family knows (see IsKnownOption) is stored with one that names the closest known ones.
+  // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
+  // a warning that suggests the closest known ones. Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file
+  // with syntax errors; VREL_E_INVALID_ARGUMENT for a setting without "=", without a value or with an empty token in
+  // its name.
   VRINResult Add(OptionSource const& source);
 
   VRELOptions const& Store() const { return store; }
   VRELOptions& Store() { return store; }
-  // The sources that were taken, and the warnings about them, in the order in which they came.
+  // Sends a message "NAME = VALUE" for each option in the store, as VRELOptions::Dump, with control characters escaped.
+  void Dump() const;
+  // Reports the warnings about the sources, in order of addition.
+  void ReportWarnings() const;
+  // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }
   std::vector<Warning> const& Warnings() const { return warnings; }
-  // How often an unknown name was set.
-  int UnknownCount() const { return unknown; }
+  // Returns how many times an unknown name was set.
+  int UnknownCount() const { return unknownCount; }
 
  private:
   VRINResult AddFile(std::string const& path);
   VRINResult AddSetting(OptionSource const& source);
-  void AddOption(VRELString const& name, VRELString const& value, std::string const& origin);
+  void AddOption(VRELString const& name, VRELString const& value, Warning const& origin);
+  void WarnOfUnknown(VRELString const& name, Warning const& origin);
 
-  void WarnOfUnknown(VRELString const& name, std::string const& origin);
+  void Warn(Warning const& origin, std::string const& text);
 
   VRELOptions store;
+  std::vector<std::pair<VRELString, VRELString>> entries;  // all names and values that were stored
+  bool hasControls = false;                                // one of them contains a control character
   std::vector<OptionSource> sources;
   std::vector<Warning> warnings;
-  int unknown = 0;
+  int unknownCount = 0;
 };

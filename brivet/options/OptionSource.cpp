@@ -21,3 +21,7 @@ bool SplitSetting(std::string const& text, std::string& name, std::string& value
   value = Trimmed(text.substr(separator + 1));
   return true;
 }
+
+bool HasEmptyToken(std::string_view name) {
+  return name.empty() || name.front() == '.' || name.back() == '.' || name.find("..") != name.npos;
+}

@@ -14,26 +14,26 @@ namespace {
 
 using View = std::u16string_view;
 
-constexpr char16_t SEPARATOR = '.';
-constexpr std::size_t SUGGESTIONS = 3;
-constexpr int NO_LIMIT = 1 << 20;
-constexpr std::size_t LENGTH_LIMIT = 4096;  // of what is compared; no name is as long
+constexpr char16_t kSeparator = '.';
+constexpr std::size_t kSuggestions = 3;
+constexpr int kNoLimit = 1 << 20;
+constexpr std::size_t kLengthLimit = 4096;  // of the strings that are compared; no known name is as long
 
-constexpr View COMPONENTS[] = {
+constexpr View kComponents[] = {
 #define VREL_NAME(identifier, text) u##text,
 #include "VRINComponentNames.def"
 };
-constexpr View REPRESENTATIONS[] = {
+constexpr View kRepresentations[] = {
 #define VREL_NAME(identifier, text) u##text,
 #include "VRINRepresentationNames.def"
 };
-constexpr View DIRECTIONS[] = {
+constexpr View kDirections[] = {
 #define VREL_NAME(identifier, text) u##text,
 #include "VRINReaderWriterNames.def"
 };
 
-// The names that applications use; some of them are no internal ones.
-constexpr View PUBLIC_NAMES[] = {
+// The names for applications; some of them are not in VRELOptionName.
+constexpr View kPublicNames[] = {
 #define VREL_NAME(identifier, text) u##text,
 #include "VRINOptionNames.def"
 };
@@ -46,23 +46,23 @@ struct Words {
   View const* end() const { return first + count; }
 };
 
-// What may stand in front of a setting, in this order.
-constexpr Words LEADING_TOKENS[] = {
-    {COMPONENTS, std::size(COMPONENTS)},
-    {REPRESENTATIONS, std::size(REPRESENTATIONS)},
-    {DIRECTIONS, std::size(DIRECTIONS)},
+// The tokens that may precede the name of a setting, in this order.
+constexpr Words kLeadingTokens[] = {
+    {kComponents, std::size(kComponents)},
+    {kRepresentations, std::size(kRepresentations)},
+    {kDirections, std::size(kDirections)},
 };
 
-// Names are ASCII; other letters only ever differ from theirs.
+// Folds ASCII letters only: known names have no others.
 char16_t Fold(char16_t unit) {
   return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
 
-// How many letters have to be put in, left out or changed to come from one text to the other. Everything above the
-// limit is the limit and 1, so that only cells near the diagonal are looked at. The row is the caller's for reuse.
+// Returns the Levenshtein distance of two names, or `limit` + 1 if it exceeds the limit. Computes only the cells of the
+// table within `limit` of its diagonal (Ukkonen's cut-off), row by row in `row`, which the caller keeps for reuse.
 int Distance(View a, View b, int limit, std::vector<int>& row) {
-  int const rows = static_cast<int>(std::min(a.size(), LENGTH_LIMIT));
-  int const columns = static_cast<int>(std::min(b.size(), LENGTH_LIMIT));
+  int const rows = static_cast<int>(std::min(a.size(), kLengthLimit));
+  int const columns = static_cast<int>(std::min(b.size(), kLengthLimit));
   if (std::abs(rows - columns) > limit) return limit + 1;
   row.resize(static_cast<std::size_t>(columns) + 1);
   std::iota(row.begin(), row.end(), 0);
@@ -86,14 +86,14 @@ int Distance(View a, View b, int limit, std::vector<int>& row) {
 }
 
 int LimitFor(View text) {
-  return std::max(1, static_cast<int>(std::min(text.size(), LENGTH_LIMIT) / 3));
+  return std::max(1, static_cast<int>(std::min(text.size(), kLengthLimit) / 3));
 }
 
-// The best names so far, the closest first; of equally close ones, the one that came first.
+// The closest names found so far, in order of distance and, for equal distances, of insertion.
 class Suggestions {
  public:
-  // The largest distance of a name that would still be taken.
-  int Limit() const { return all.size() < SUGGESTIONS ? NO_LIMIT : all.back().distance - 1; }
+  // Returns the largest distance at which a name is still accepted.
+  int Limit() const { return all.size() < kSuggestions ? kNoLimit : all.back().distance - 1; }
 
   void Add(std::u16string text, int distance) {
     for (Suggestion const& each : all) {
@@ -102,7 +102,7 @@ class Suggestions {
     auto const place =
         std::find_if(all.begin(), all.end(), [distance](Suggestion const& each) { return each.distance > distance; });
     all.insert(place, {std::move(text), distance});
-    if (all.size() > SUGGESTIONS) all.pop_back();
+    if (all.size() > kSuggestions) all.pop_back();
   }
 
   std::vector<std::string> Texts() const {
@@ -120,7 +120,7 @@ class Suggestions {
   std::vector<Suggestion> all;
 };
 
-// Offers the settings that are close to one, behind leading tokens that differ by `distance` already.
+// Searches the settings that are close to `wanted`, for leading tokens that already have a distance of their own.
 class SettingSearch {
  public:
   SettingSearch(std::u16string leadingText, int leadingDistance, View wantedSetting, Suggestions& found)
@@ -130,7 +130,7 @@ class SettingSearch {
     for (VRELOptionName const* const name : VRELOptionName::_optionNames) {
       if (name != nullptr) Offer(VRELString(*name).view());
     }
-    for (View const name : PUBLIC_NAMES) Offer(name);
+    for (View const name : kPublicNames) Offer(name);
   }
 
  private:
@@ -147,7 +147,7 @@ class SettingSearch {
   std::vector<int> row;
 };
 
-// The word that is closest to a token, and how far it is; null where none is close.
+// Returns the word closest to a token and its distance, or null if none is close.
 View const* ClosestWord(Words const& words, View token, int& distance, std::vector<int>& row) {
   View const* closest = nullptr;
   distance = LimitFor(token) + 1;
@@ -167,20 +167,16 @@ bool Holds(Range const& range, View token) {
 }
 
 bool IsSetting(View name) {
-  return VRELOptionName::IsValid(VRELString(name)).IsSuccess() || Holds(PUBLIC_NAMES, name);
+  return VRELOptionName::IsValid(VRELString(name)).IsSuccess() || Holds(kPublicNames, name);
 }
 
 }  // namespace
 
-bool HasEmptyToken(std::string_view name) {
-  return name.empty() || name.front() == '.' || name.back() == '.' || name.find("..") != name.npos;
-}
-
 bool IsKnownOption(VRELString const& name) {
   View rest = name.view();
   if (IsSetting(rest)) return true;
-  for (Words const& words : LEADING_TOKENS) {
-    std::size_t const end = rest.find(SEPARATOR);
+  for (Words const& words : kLeadingTokens) {
+    std::size_t const end = rest.find(kSeparator);
     if (end == rest.npos || !Holds(words, rest.substr(0, end))) return false;
     rest.remove_prefix(end + 1);
     if (IsSetting(rest)) return true;
@@ -195,13 +191,13 @@ std::vector<std::string> ClosestOptions(VRELString const& name) {
   std::u16string leading;
   int distance = 0;
   SettingSearch(leading, distance, rest, suggestions).Run();
-  for (Words const& words : LEADING_TOKENS) {
-    std::size_t const end = rest.find(SEPARATOR);
+  for (Words const& words : kLeadingTokens) {
+    std::size_t const end = rest.find(kSeparator);
     if (end == rest.npos) break;
     int more = 0;
     View const* const word = ClosestWord(words, rest.substr(0, end), more, row);
     if (word == nullptr) break;
-    leading += std::u16string(*word) + SEPARATOR;
+    leading += std::u16string(*word) + kSeparator;
     distance += more;
     rest.remove_prefix(end + 1);
     SettingSearch(leading, distance, rest, suggestions).Run();

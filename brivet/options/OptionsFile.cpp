@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "InputError.h"
+#include "FileError.h"
 #include "InputFile.h"
 #include "VRELCfgFile.h"
 
@@ -17,13 +17,14 @@ struct FileCloser {
   void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
 };
 
-// Walks the pieces that VRELCfgFile takes for lines, and keeps what it does not tell: where they stand.
-class LineWalk {
+// Finds the line numbers of keys and errors, which VRELCfgFile does not report. VRELCfgFile reads a line of more than
+// 1023 bytes as several "pieces" and counts those; the scanner splits the file in the same way.
+class LineScanner {
  public:
-  explicit LineWalk(std::string const& bytes) {
+  explicit LineScanner(std::string const& bytes) {
     for (std::size_t at = 0; at < bytes.size();) {
       std::size_t const end = bytes.find('\n', at);
-      std::size_t const length = std::min(bytes.size() - at, OptionsFile::LINE_LIMIT);
+      std::size_t const length = std::min(bytes.size() - at, OptionsFile::kLineLimit);
       bool const endsLine = end < at + length;
       TakePiece(bytes.substr(at, endsLine ? end - at + 1 : length));
       at += endsLine ? end - at + 1 : length;
@@ -53,7 +54,7 @@ class LineWalk {
   }
 
   std::size_t line = 1;
-  bool isInLine = false;  // the piece goes on with a line
+  bool isInLine = false;  // the piece continues a line
   bool isInDefaultSection = true;
 };
 
@@ -64,18 +65,17 @@ void Load(VRELCfgFile& settings, std::string& bytes) {
   settings.Load(stream.get());
 }
 
-// The messages name the piece.
+// Returns the number of the piece in a message of VRELCfgFile, or 0.
 std::size_t PieceOf(char const* message) {
   long piece = 0;
   return std::sscanf(message, "Incorrect syntax: line %ld:", &piece) == 1 && piece > 0 ? static_cast<std::size_t>(piece)
                                                                                        : 0;
 }
 
-std::vector<OptionsFile::Problem> ProblemsOf(VRELCfgFile& settings, LineWalk const& lines) {
+std::vector<OptionsFile::Problem> ProblemsOf(VRELCfgFile& settings, LineScanner const& lines) {
   std::vector<OptionsFile::Problem> problems;
   for (std::size_t const line : lines.overlong) {
-    problems.push_back(
-        {line, "expected a line of at most " + std::to_string(OptionsFile::LINE_LIMIT) + " bytes, found a longer one"});
+    problems.push_back({line, "line is longer than " + std::to_string(OptionsFile::kLineLimit) + " bytes"});
   }
   for (int i = 0; i < settings.GetErrorCount(); ++i) {
     std::size_t const piece = PieceOf(settings.GetErrorMessage(i));
@@ -95,9 +95,11 @@ OptionsFile OptionsFile::Read(std::string const& path) {
   std::vector<char> block(65536);
   while (std::size_t const count = input.Read(block.data(), block.size())) {
     bytes.append(block.data(), count);
-    if (bytes.size() > SIZE_LIMIT) {
-      throw InputError{VREL_E_INVALID_FILE, 0,
-                       "expected an options file of at most " + std::to_string(SIZE_LIMIT) + " bytes, found more"};
+    if (bytes.size() > kSizeLimit) {
+      throw FileError{VREL_E_INVALID_FILE,
+                      "cannot read " + QuoteName(path) + ": larger than the limit for options files of " +
+                          std::to_string(kSizeLimit) + " bytes",
+                      ""};
     }
   }
   return Parse(std::move(bytes));
@@ -107,7 +109,7 @@ OptionsFile OptionsFile::Parse(std::string bytes) {
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);
   VRELCfgFile settings;
   Load(settings, bytes);
-  LineWalk const lines(bytes);
+  LineScanner const lines(bytes);
   OptionsFile file;
   file.problems = ProblemsOf(settings, lines);
   if (!file.problems.empty()) return file;

@@ -1,4 +1,4 @@
-// A file of options, with the lines where they stand.
+// Options file with the line numbers of its entries.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,7 @@
 
 #include "VRELString.h"
 
-// What VRELCfgFile makes of a file: the keys above the first section header, in their order. Either all of the file is
-// good, or there are problems and no entries.
+// The keys of a VRELCfgFile above its first section header, in order. A file with problems has no entries.
 struct OptionsFile {
   struct Entry {
     VRELString name;
@@ -18,20 +17,20 @@ struct OptionsFile {
 
   struct Problem {
     std::size_t line = 0;
-    std::string text;  // the message of VRELCfgFile, or what a line that it would cut is told
+    std::string text;  // the message of VRELCfgFile, or that the line is too long
   };
 
-  static constexpr std::size_t SIZE_LIMIT = std::size_t{1} << 20U;  // bytes
-  static constexpr std::size_t LINE_LIMIT = 1023;                   // bytes; VRELCfgFile reads no longer lines
+  static constexpr std::size_t kSizeLimit = std::size_t{1} << 20U;  // bytes
+  static constexpr std::size_t kLineLimit = 1023;                   // bytes; VRELCfgFile splits longer lines
 
   std::vector<Entry> entries;
-  std::vector<Problem> problems;        // by line
-  std::size_t keysInSections = 0;       // which are no options
-  std::size_t firstLineInSections = 0;  // of these keys; 0 where there are none
+  std::vector<Problem> problems;        // sorted by line
+  std::size_t keysInSections = 0;       // keys below a section header, which are no options
+  std::size_t firstLineInSections = 0;  // line of the first of them; 0 if there is none
 
-  // Reads a regular file, a pipe or a device to its end; a UTF-8 byte order mark in front is passed over. Throws
-  // InputError, as InputFile does, and with VREL_E_INVALID_FILE for more than SIZE_LIMIT bytes.
+  // Reads a regular file, a pipe or a device to its end. Skips a UTF-8 byte order mark.
+  // Errors: FileError as InputFile, and with VREL_E_INVALID_FILE for more than kSizeLimit bytes.
   static OptionsFile Read(std::string const& path);
-  // The same with the bytes of a file.
+  // Parses the bytes of a file.
   static OptionsFile Parse(std::string bytes);
 };

@@ -7,8 +7,8 @@
 
 namespace {
 
-// Sets a flag and nothing else: that is all a handler may do.
-extern "C" void AskForAbort(int) {
+// Sets a flag only; a signal handler may do little more.
+extern "C" void RequestAbort(int) {
   Gk_ErrMgr::setAbort();
 }
 
@@ -19,8 +19,12 @@ void AbortOnSignals() {
     struct sigaction action = {};
     if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) continue;
     action = {};
-    action.sa_handler = AskForAbort;
+    action.sa_handler = RequestAbort;
     action.sa_flags = SA_RESETHAND;
     sigaction(signal, &action, nullptr);
   }
+}
+
+void IgnoreFileSizeSignal() {
+  std::signal(SIGXFSZ, SIG_IGN);
 }

@@ -1,7 +1,10 @@
-// Ctrl-C.
+// Signal handling.
 #pragma once
 
-// From here on the first SIGINT, SIGTERM or SIGHUP asks for an abort by Gk_ErrMgr::setAbort, and the second of its kind
-// ends the program as it would have at first. A signal that is ignored stays so: nohup keeps its word. System calls
-// that wait are interrupted.
+// From this call on, the first SIGINT, SIGTERM or SIGHUP requests an abort by Gk_ErrMgr::setAbort, and a second signal
+// of the same kind ends the program. Signals that are ignored stay ignored, as under nohup. System calls that wait are
+// interrupted.
 void AbortOnSignals();
+
+// Ignores SIGXFSZ: writing beyond the limit for file sizes fails with EFBIG instead of ending the program.
+void IgnoreFileSizeSignal();

@@ -4,21 +4,36 @@
 #include <new>
 #include <string>
 
+#include "Diagnostics.h"
+#include "FileError.h"
 #include "Gk_Exception.h"
 #include "InputError.h"
-#include "Diagnostics.h"
 #include "VRELAbortException.h"
 #include "VRELAllocException.h"
 #include "VRELError.h"
 #include "VRELString.h"
+
+namespace {
+
+VRINResult ReportInternalError(std::string const& subject, char const* text) {
+  ReportProblem(subject, std::string("internal error: ") + text);
+  ReportProblem("hint", "please report this, with the file if possible");
+  return VREL_E_UNEXPECTED;
+}
+
+}  // namespace
 
 VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()> const& work) {
   int const errorsBefore = VRELError::GetErrorCount();
   try {
     VRINResult const result = work();
     if (result.IsSuccess()) CheckMemory();
-    bool const isUnsound = result.IsSuccess() && VRELError::GetErrorCount() != errorsBefore;
-    return isUnsound ? VRINResult(VREL_E_FAIL) : result;
+    bool const hasNewErrors = VRELError::GetErrorCount() != errorsBefore;
+    return result.IsSuccess() && hasNewErrors ? VRINResult(VREL_E_FAIL) : result;
+  } catch (FileError const& error) {
+    ReportProblem(error.message);
+    if (!error.hint.empty()) ReportProblem("hint", error.hint);
+    return error.result;
   } catch (InputError const& error) {
     ReportProblem(error.line == 0 ? subject : subject + ":" + std::to_string(error.line), error.text);
     return error.result;
@@ -26,20 +41,18 @@ VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()>
     ReportProblem(subject, failure.text);
     return VREL_E_FILE_OPEN;
   } catch (VRELAbortException const&) {
-    ReportProblem(subject, "expected the end of the work, found a request to stop");
+    ReportProblem("interrupted");
     return VREL_E_ABORTED;
   } catch (Gk_Exception const&) {
     return VREL_E_FAIL;
   } catch (std::bad_alloc const&) {
   } catch (VRELAllocException const&) {
   } catch (std::exception const& error) {
-    ReportProblem(subject, std::string("expected to get on, found ") + error.what() + "; report this with the file");
-    return VREL_E_UNEXPECTED;
+    return ReportInternalError(subject, error.what());
   } catch (...) {
-    ReportProblem(subject, "expected to get on, found an exception of an unknown kind; report this with the file");
-    return VREL_E_UNEXPECTED;
+    return ReportInternalError(subject, "unknown exception");
   }
-  ReportProblem(subject, "expected more memory, found no more; close other programs or split the file");
+  ReportProblem("out of memory");
   return VREL_E_UNEXPECTED;
 }
 

@@ -1,4 +1,4 @@
-// Where exceptions end and become results.
+// Conversion of exceptions to results.
 #pragma once
 
 #include <functional>
@@ -6,21 +6,22 @@
 
 #include "VRINResult.h"
 
-// Does the work and tells how it ended. What the work throws is reported by ReportProblem, once and with the subject in
-// front, and becomes a result:
+// Calls `work` and returns its result. An exception is reported once by ReportProblem and becomes a result:
 //
-//   InputError                          its result, the subject followed by its line
-//   ReadFailure                        VREL_E_FILE_OPEN
-//   VRELAbortException                 VREL_E_ABORTED
-//   std::bad_alloc, VRELAllocException VREL_E_UNEXPECTED
-//   anything else                      VREL_E_UNEXPECTED
-//   Gk_Exception                       VREL_E_FAIL, without a report: it was told when it was raised
+//   exception                           result              message
+//   FileError                           its own             its own, then its hint on a line of its own
+//   InputError                          its own             `subject`, the line, its text
+//   ReadFailure                         VREL_E_FILE_OPEN    `subject`, its text
+//   VRELAbortException                  VREL_E_ABORTED      "interrupted"
+//   std::bad_alloc, VRELAllocException  VREL_E_UNEXPECTED   "out of memory"
+//   any other                           VREL_E_UNEXPECTED   "internal error"
+//   Gk_Exception                        VREL_E_FAIL         none: it was reported when it was raised
 //
-// Work that comes to its end gives its own result or, where that is a success and an error was told on the way (see
-// VRELErrorTracker), VREL_E_FAIL.
-// A success during which a text of the library was lost for want of memory counts as std::bad_alloc. Memory may be too
-// short even for the report; a std::bad_alloc or VRELAllocException then leaves for the caller.
+// A success becomes VREL_E_FAIL if VRELErrorTracker counted an error during the call, and counts as std::bad_alloc if a
+// string of the library lost its content for want of memory.
+// Errors: std::bad_alloc or VRELAllocException if there is too little memory even for the message.
 VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()> const& work);
 
-// Throws std::bad_alloc once a text of the library was lost for want of memory: what is made of texts is not whole.
+// Throws std::bad_alloc if a string of the library has lost its content for want of memory: output made from strings
+// may be incomplete.
 void CheckMemory();

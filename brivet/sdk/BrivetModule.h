@@ -1,7 +1,7 @@
-// What a format module and the driver agree on.
+// Interface between the driver and the format modules.
 //
-// A module is a shared library, lib + NAME + .so, that lies beside libVRELBase.so and offers, with C linkage, the
-// functions named here. One that only writes leaves out the opening function, and the other way round.
+// A module is a shared library, lib + NAME + .so, in the folder of libVRELBase.so. It exports the functions that are
+// named here, with C linkage. A module that only writes omits the function that opens, and vice versa.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ class Progress;
 class VRELOptions;
 class VRELOutputStream;
 
-// The entry points of VRELBrivetLibrary: called when the module comes and goes.
+// The entry points that VRELBrivetLibrary calls after loading and before unloading a module.
 #define BRIVET_INITIALIZE "BrivetInitialize"
 #define BRIVET_FINALIZE "BrivetFinalize"
 #define BRIVET_OPEN "BrivetOpenDocument"
@@ -23,21 +23,23 @@ class VRELOutputStream;
 
 #define BRIVET_MODULE_ENTRY extern "C" __attribute__((visibility("default"))) void
 
-// Asks a module for a document. The module makes it with `new` and opens it.
+// Request to open a document.
 struct BrivetOpenRequest {
   VRELFileHandle file;           // the document: a path
   std::string shownName;         // how messages name it
-  Document* document = nullptr;  // set by the module if the result is a success; goes into a VRELFormatReaderHandle
+  Document* document = nullptr;  // set by the module on success: allocated with new and opened; owned by the caller,
+                                 // who stores it in a VRELFormatReaderHandle
   VRINResult result = VREL_E_NOT_IMPLEMENTED;
+  VRELOptions* options = nullptr;  // those that the user set; may be null
 };
 
-// Asks a module to write a document that was read.
+// Request to write a document that was read.
 struct BrivetWriteRequest {
   Document* document = nullptr;
-  VRELOutputStream* stream = nullptr;  // a write that takes fewer bytes ends the work
-  VRELOptions* options = nullptr;      // those that the user set
+  VRELOutputStream* stream = nullptr;  // if it accepts fewer bytes than it is given, writing ends with VREL_E_FILE_SAVE
+  VRELOptions* options = nullptr;      // those that the user set; may be null
   Progress* progress = nullptr;
-  std::string title;  // for people: the document's name
+  std::string title;  // the document's name, for readers
   VRINResult result = VREL_E_NOT_IMPLEMENTED;
 };
 

@@ -1,24 +1,25 @@
-// A stream that remembers whether all it was given was taken.
+// Output stream that records failures.
 #pragma once
 
 #include "VRELOutputStream.h"
 
-// Hands everything on. Formatters don't look at what their stream took; who writes through one looks here.
+// Passes everything on to another stream. Formatters ignore how many bytes their stream accepts; a writer that uses one
+// checks here.
 class CheckedOutputStream final : public VRELOutputStream {
  public:
-  // Not owned.
+  // Ownership: `beneath` is not owned.
   explicit CheckedOutputStream(VRELOutputStream* beneath) : VRELOutputStream(beneath) {}
 
-  // After the first failure nothing more is handed on, and -1 is returned.
+  // After the first failure nothing is passed on, and -1 is returned.
   int write(char const* buffer, int count) override;
   void flush() override;
   void close() override;
 
   bool HasFailed() const noexcept { return failed; }
-  // Throws Failure once a write failed.
+  // Throws Failure if a write has failed.
   void Check() const;
 
-  // What a writing module throws to end its work.
+  // Thrown by a writer to end writing.
   struct Failure {};
 
  private:

@@ -2,55 +2,91 @@
 
 #include <cstddef>
 
+#include "EscapedText.h"
 #include "VRELError.h"
 #include "VRELInfo.h"
 #include "VRELWarning.h"
 
 namespace {
 
-// In bytes of the channel, in which a percent sign has two. The texts of brivet fit into what this leaves.
-constexpr std::size_t SUBJECT_LIMIT = 600;
+// In bytes of the channel, where a percent sign takes two. The messages of brivet fit into the rest.
+constexpr std::size_t kSubjectLimit = 600;
 
-// A channel formats its text a second time, when a doubled percent sign becomes one.
-std::string ForChannel(std::string const& text) {
+// Returns the text as a format: the channel formats what it is given a second time, and "%%" becomes "%".
+std::string FormatOf(std::string const& text, std::string const& hint) {
   std::string escaped;
-  for (char const byte : text) {
-    if (byte == '%') escaped += '%';
-    escaped += byte == '\0' ? '?' : byte;
+  AppendEscapingControls(escaped, text);
+  if (!hint.empty()) {
+    escaped += "\nhint: ";
+    AppendEscapingControls(escaped, hint);
   }
-  return escaped;
+  std::string format;
+  for (char const byte : escaped) {
+    if (byte == '%') format += '%';
+    format += byte;
+  }
+  return format;
 }
 
 bool ContinuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-// The end of the text; UTF-8 is cut between characters.
+// Returns the end of the text, which begins with a whole UTF-8 character.
 std::string Shorten(std::string const& text) {
-  std::size_t begin = text.size();
-  for (std::size_t cost = 0; begin > 0; --begin) {
-    cost += text[begin - 1] == '%' ? 2 : 1;
-    if (cost > SUBJECT_LIMIT) break;
+  std::string escaped;
+  AppendEscapingControls(escaped, text);
+  std::size_t begin = escaped.size();
+  for (std::size_t length = 0; begin > 0; --begin) {
+    length += escaped[begin - 1] == '%' ? 2 : 1;
+    if (length > kSubjectLimit) break;
   }
-  if (begin == 0) return text;
-  while (begin < text.size() && ContinuesCharacter(text[begin])) ++begin;
-  return "..." + text.substr(begin);
+  if (begin == 0) return escaped;
+  while (begin < escaped.size() && ContinuesCharacter(escaped[begin])) ++begin;
+  return "..." + escaped.substr(begin);
+}
+
+void SendError(std::string const& text, std::string const& hint = "") {
+  VRELError::Printf("%s", FormatOf(text, hint).c_str());
+}
+
+void SendWarning(std::string const& text, std::string const& hint = "") {
+  VRELWarning::Printf("%s", FormatOf(text, hint).c_str());
 }
 
 }  // namespace
 
 void ReportProblem(std::string const& text) {
-  VRELError::Printf("%s", ForChannel(text).c_str());
+  SendError(text);
 }
 
 void ReportProblem(std::string const& subject, std::string const& text) {
-  ReportProblem(Shorten(subject) + ": " + text);
+  SendError(Shorten(subject) + ": " + text);
 }
 
 void ReportWarning(std::string const& subject, std::string const& text) {
-  VRELWarning::Printf("%s", ForChannel(Shorten(subject) + ": " + text).c_str());
+  SendWarning(Shorten(subject) + ": " + text);
 }
 
 void ReportMessage(std::string const& text) {
-  VRELInfo::Printf("%s", ForChannel(text).c_str());
+  VRELInfo::Printf("%s", FormatOf(text, "").c_str());
+}
+
+void ReportErrorAt(SourceLocation const& location, std::string const& text, std::string const& hint) {
+  SendError(FormatLocation(location) + ": error: " + text, hint);
+}
+
+void ReportWarningAt(SourceLocation const& location, std::string const& text, std::string const& hint) {
+  SendWarning(FormatLocation(location) + ": warning: " + text, hint);
+}
+
+std::string FormatLocation(SourceLocation const& location) {
+  std::string text = Shorten(location.file);
+  if (location.line > 0) text += ":" + std::to_string(location.line);
+  if (location.line > 0 && location.column > 0) text += ":" + std::to_string(location.column);
+  return text;
+}
+
+bool HasLocation(std::string const& message) {
+  return message.find(": error: ") != std::string::npos || message.find(": warning: ") != std::string::npos;
 }

@@ -1,67 +1,89 @@
-// A document as the driver and the writing modules see it.
+// Document as the driver and the writing modules see it.
 #pragma once
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
+#include "Loss.h"
 #include "VRELFileHeader.h"
 #include "VRELFormatReader.h"
 
 class DocumentVisitor;
 class Progress;
+struct ProductModel;
 
-// What a module that reads derives from. The driver reads it with a VRELReader, once:
+// Base class of the documents that reading modules provide. The driver reads a document once, with a VRELReader:
 //
 //   VRELReader reader(document);
 //   reader.ReadHeaderSection();
 //   reader.ReadDataSection();
 //   reader.Resolve();
 //
-// and after that the document can be described any number of times. Problems go out on the channels VRELError and
-// VRELWarning, with file and line; an instance that cannot be read is left out, and the reading goes on behind it.
-// Operations poll Gk_ErrMgr for an abort at each instance.
+// After that the document can be described any number of times.
+//
+// Errors are reported on the channels VRELError and VRELWarning, with file and line. An instance that cannot be read is
+// lost, and reading continues after it. Operations call Gk_ErrMgr::checkAbort at each instance.
 class Document : public VRELFormatReader {
  public:
   using VRELFormatReader::VRELFormatReader;
 
-  // Opens the file and gets ready for the walk. Failures: VREL_E_FILE_NOT_FOUND, VREL_E_FILE_OPEN,
-  // VREL_E_INVALID_FILE.
+  // Opens the file and prepares it for reading.
+  //
+  // Errors: VREL_E_FILE_NOT_FOUND, VREL_E_FILE_OPEN, VREL_E_INVALID_FILE.
   virtual VRINResult Open() = 0;
 
-  // What the document says about itself. Filled by the walk over the header.
+  // Returns what the document says about itself; empty until ReadHeaderSection.
   virtual VRELFileHeader& GetFileHeader() = 0;
 
-  // What came of the walk: VREL_S_OK; VREL_S_PARTIAL if something was left out; a failure if there is nothing to
-  // describe or what there is cannot be trusted.
+  // Returns the result of reading: VREL_S_OK; VREL_S_PARTIAL if something was lost; a failure if there is nothing to
+  // describe, or if what there is cannot be trusted.
   virtual VRINResult GetState() const = 0;
-  // How many of the document's instances could not be read; they are not among those that follow.
+  // Returns the number of parts that could not be read. The counts below do not include them.
   virtual long GetFailedCount() const = 0;
   virtual long GetSectionCount() const = 0;
   virtual long GetInstanceCount() const = 0;
-  // Of those, how many have several records.
+  // Returns the number of instances with several records.
   virtual long GetComplexCount() const = 0;
 
-  // The types of the instances, in the order in which they first came; from 0 on. A complex instance's type is made of
-  // those of its records: "(A B)".
+  // Returns what was lost, in the order of the lines; empty if and only if GetState is not VREL_S_PARTIAL or a failure
+  // of reading. Beyond 100,000 losses the last entry covers all that follow.
+  std::vector<Loss> const& GetLosses() const noexcept { return losses; }
+  // Returns the number of references to instances that the document does not contain; 0 before Resolve.
+  long GetDanglingCount() const noexcept { return danglingCount; }
+
+  // The types of the instances, numbered from 0 in the order of their first instances. The type of a complex instance
+  // consists of those of its records: "(A B)".
   virtual std::size_t GetTypeCount() const = 0;
   virtual std::string GetTypeName(std::size_t type) const = 0;
   virtual long GetTypeInstanceCount(std::size_t type) const = 0;
 
-  // The records of the header.
+  // Passes the records of the header to the visitor.
   virtual VRINResult DescribeHeader(DocumentVisitor& visitor) = 0;
-  // All data sections. VREL_E_INVALID_FILE, and an error, if the file is no longer what was read;
-  // VREL_E_FAIL for a document that was not resolved. With `referrers` each instance is followed by those that refer to
-  // it, which costs another pass over the file (more, where references are so many that memory would grow with them).
+  // Passes all data sections to the visitor. With `referrers` each instance is followed by the instances that refer to
+  // it, which takes another pass over the file, or several if there are very many references.
+  //
+  // Errors: VREL_E_INVALID_FILE, after a report, if the file is no longer what was read; VREL_E_FAIL before Resolve.
   virtual VRINResult Describe(DocumentVisitor& visitor, Progress& receiver, bool referrers) = 0;
 
-  // How many texts in the data sections hold escapes, and the records around them as Describe tells them, no others;
-  // neither needs Resolve, without which no reference counts as defined. A format without escapes has none.
+  // Returns the number of strings of the data sections with escapes. A format without escapes has none.
   virtual long GetEscapedCount() const { return 0; }
+  // Passes the sections and the records that contain such strings to the visitor, as Describe does. May be called
+  // before Resolve, but then no reference counts as defined.
   virtual VRINResult DescribeEscaped(DocumentVisitor& /*visitor*/) { return VREL_S_OK; }
 
-  // Where the walk tells how far it is; null for nowhere. Not owned.
+  // Returns the product model, which takes a pass over the document at the first call; null for a format that has none.
+  // With `geometry` it contains polylines and meshes. Ownership: the document owns the model; a call with another
+  // argument replaces it.
+  //
+  // Errors: null after a report if the file is no longer what was read. Requires: Resolve.
+  virtual ProductModel const* GetModel(bool /*geometry*/, Progress& /*receiver*/) { return nullptr; }
+
+  // Sets where reading reports its progress; null for nowhere. Ownership: the caller keeps it.
   void SetProgress(Progress* receiver) noexcept { progress = receiver; }
 
  protected:
   Progress* progress = nullptr;
+  std::vector<Loss> losses;
+  long danglingCount = 0;
 };

@@ -1,38 +1,43 @@
 #include "EscapedText.h"
 
+#include <unicode/utf8.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 
 namespace {
 
-// The code of the control character or separator at the begin of the text and the number of its bytes; 0 for others.
-std::size_t ControlLength(std::string_view text, unsigned int& code) {
-  auto const byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  code = byte(0);
-  if (code < 0x20 || code == 0x7F) return 1;
-  if (code == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0) {
-    code = byte(1);
-    return 2;
-  }
-  if (code != 0xE2 || byte(1) != 0x80 || (byte(2) != 0xA8 && byte(2) != 0xA9)) return 0;
-  code = 0x2000 + (byte(2) - 0x80);
-  return 3;
+bool IsEscaped(UChar32 code) {
+  return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E || code == 0x200F ||
+         (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
 }  // namespace
 
 void AppendEscapingControls(std::string& target, std::string_view utf8) {
-  while (!utf8.empty()) {
-    unsigned int code = 0;
-    std::size_t const length = ControlLength(utf8, code);
-    if (length == 0) {
-      target += utf8.front();
-      utf8.remove_prefix(1);
+  auto const* const bytes = reinterpret_cast<std::uint8_t const*>(utf8.data());
+  std::size_t unescaped = 0;  // what begins here is still to be appended
+  std::size_t at = 0;
+  while (at < utf8.size()) {
+    if (bytes[at] >= ' ' && bytes[at] < 0x7F) {
+      ++at;
       continue;
     }
+    std::size_t const begin = at;
+    UChar32 code = 0;
+    U8_NEXT(bytes, at, utf8.size(), code);
+    if (code < 0) {
+      at = begin + 1;
+      code = bytes[begin];
+      if (code >= 0xA0) continue;
+    }
+    if (!IsEscaped(code)) continue;
+    target += utf8.substr(unescaped, begin - unescaped);
     char name[16];
-    std::snprintf(name, sizeof name, "<U+%04X>", code);
+    std::snprintf(name, sizeof name, "<U+%04X>", static_cast<unsigned int>(code));
     target += name;
-    utf8.remove_prefix(length);
+    unescaped = at;
   }
+  target += utf8.substr(unescaped);
 }

@@ -1,19 +1,20 @@
-// What stops the reading of a file.
+// Errors that stop the reading of a file.
 #pragma once
 
 #include <string>
 
 #include "VRINResult.h"
 
-// Thrown by value. The text is one line without the file's name; it reads "expected ..., found ...".
+// Thrown by value where the content of a file breaks its format.
 struct InputError {
-  VRINResult result;  // a failure; it decides the exit status of the program
-  long line = 0;      // counted from 1; 0 where no line can be named
-  std::string text;
+  VRINResult result;  // a failure; decides the exit status of the program
+  long line = 0;      // from 1; 0 if unknown
+  std::string text;   // one line without the file's name: "expected ')', found ';'"
+  long column = 0;    // in bytes, from 1; 0 if unknown
 };
 
-// Thrown by value where the system cannot read a document on: nobody who passes over an InputError passes over this.
-// The text is as there; the program ends with VREL_E_FILE_OPEN.
+// Thrown by value where the system cannot read any more of a document. It is not an InputError, so that the recovery
+// from those does not catch it. The program ends with VREL_E_FILE_OPEN.
 struct ReadFailure {
   std::string text;
 };

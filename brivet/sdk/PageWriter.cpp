@@ -11,11 +11,57 @@
 #include "VRELFileHeader.h"
 #include "VRELString.h"
 
+namespace {
+
+constexpr std::size_t kShownDigits = 40;  // ids with more digits are cut
+constexpr std::size_t kCutDigits = 20;
+constexpr std::size_t kShownLosses = 100;
+constexpr std::size_t kShownInstances = 100;  // of one loss
+
+std::string LinesOf(Loss const& loss) {
+  if (loss.lastLine <= loss.firstLine) return "line " + std::to_string(loss.firstLine);
+  return "lines " + std::to_string(loss.firstLine) + " to " + std::to_string(loss.lastLine);
+}
+
+std::string DescriptionOf(Loss const& loss) {
+  std::string text;
+  for (std::size_t i = 0; i < loss.instances.size() && i < kShownInstances; ++i) text += loss.instances[i] + " ";
+  if (loss.instances.size() > kShownInstances) {
+    text += "(" + std::to_string(loss.instances.size()) + " instances) ";
+  }
+  return text + loss.reason;
+}
+
+}  // namespace
+
+std::string PageWriter::ShownDigits(Id const& id) {
+  if (id.digits.size() <= kShownDigits) return std::string(id.digits);
+  return std::string(id.digits.substr(0, kCutDigits)) + "...";
+}
+
 VRINResult PageWriter::WritePage(BrivetWriteRequest& request) {
-  PutTitle(request.title);
+  escaped.clear();
+  AppendEscapingControls(escaped, request.title);
+  PutTitle(std::string(escaped));
+  WriteLosses(*request.document);
   WriteHeader(*request.document);
   WriteCounts(*request.document);
   return request.document->Describe(*this, *request.progress, true);
+}
+
+void PageWriter::WriteLosses(Document& document) {
+  std::vector<Loss> const& losses = document.GetLosses();
+  if (losses.empty()) return;
+  PutHeading("Incomplete");
+  BeginTable();
+  PutRow("", "Parts of the document could not be read and are not part of this page.");
+  for (std::size_t i = 0; i < losses.size() && i < kShownLosses; ++i) {
+    escaped.clear();
+    AppendEscapingControls(escaped, DescriptionOf(losses[i]));
+    PutRow(LinesOf(losses[i]), std::string(escaped));
+  }
+  if (losses.size() > kShownLosses) PutRow("losses", std::to_string(losses.size()));
+  EndTable();
 }
 
 void PageWriter::WriteHeader(Document& document) {
@@ -25,7 +71,7 @@ void PageWriter::WriteHeader(Document& document) {
   for (int row = 0; row < header.GetCount(); ++row) {
     VRELString key;
     VRELValue value;
-    // A heading comes as a failure, with its title in the value.
+    // For a heading Get fails and returns the title as the value.
     bool const isRow = header.Get(row, key, value).IsSuccess();
     VRELString text;
     value.GetValue(text);
@@ -51,6 +97,7 @@ void PageWriter::WriteCounts(Document& document) {
   });
   BeginTable();
   for (std::size_t const type : order) {
+    if (document.GetTypeInstanceCount(type) == 0) continue;
     PutRow(document.GetTypeName(type), std::to_string(document.GetTypeInstanceCount(type)));
   }
   EndTable();
@@ -90,6 +137,7 @@ void PageWriter::BeginRecord(std::string_view type) {
   Put("(");
   isFirst = true;
   inRecords = true;
+  depth = 0;
 }
 
 void PageWriter::EndRecord() {
@@ -114,10 +162,21 @@ void PageWriter::PutValue(std::string_view value) {
 
 void PageWriter::String(Text const& text) {
   Separate();
-  shown = "'";
-  AppendEscapingControls(shown, text.utf8);
-  shown += '\'';
-  Put(shown);
+  escaped = "'";
+  AppendEscapingControls(escaped, text.utf8);
+  escaped += '\'';
+  Put(escaped);
+}
+
+void PageWriter::Resource(std::string_view resource) {
+  Separate();
+  PutEscaped(resource);
+}
+
+void PageWriter::PutEscaped(std::string_view utf8) {
+  escaped.clear();
+  AppendEscapingControls(escaped, utf8);
+  Put(escaped);
 }
 
 void PageWriter::Enumeration(std::string_view name) {
@@ -137,24 +196,40 @@ void PageWriter::Reference(Id const& target, bool defined) {
   if (defined) {
     PutReference(target);
   } else {
-    Put(target.digits);
+    Put(ShownDigits(target));
   }
 }
 
 void PageWriter::BeginTyped(std::string_view type) {
-  PutValue(type);
+  Open(type);
   Put("(");
+}
+
+// The braces of an entry are not separated from its value.
+void PageWriter::BeginBraces(std::string_view tag) {
+  if (inEntry && depth == 0 && !isFirst) {
+    Put(" {");
+    ++depth;
+  } else {
+    Open("{");
+  }
+  if (!tag.empty()) {
+    Put(tag);
+    Put(": ");
+  }
   isFirst = true;
 }
 
 void PageWriter::Open(std::string_view text) {
   PutValue(text);
   isFirst = true;
+  ++depth;
 }
 
-void PageWriter::Close() {
-  Put(")");
+void PageWriter::Close(std::string_view text) {
+  Put(text);
   isFirst = false;
+  --depth;
 }
 
 void PageWriter::Referrer(Id const& source) {
@@ -166,4 +241,44 @@ void PageWriter::Referrer(Id const& source) {
   Put(hasReferrers ? " #" : "#");
   hasReferrers = true;
   PutReference(source);
+}
+
+void PageWriter::BeginOtherSection(std::string_view keyword) {
+  PutHeading(std::string(keyword) + " section");
+  inRecords = false;
+}
+
+// The name may be that of an instance, which references in the data sections lead to.
+void PageWriter::BeginEntry(std::string_view name) {
+  inEntry = true;
+  isFirst = true;
+  depth = 0;
+  if (name.size() > 1 && name[0] == '#') {
+    std::size_t const begin = std::min(name.find_first_not_of('0', 1), name.size() - 1);
+    Id id;
+    id.digits = name.substr(begin);
+    if (id.digits.size() <= 18) id.number = std::stoll(std::string(id.digits));
+    Put("#");
+    PutDefinition(id);
+  } else {
+    PutEscaped(name);
+  }
+  Put(" = ");
+}
+
+void PageWriter::EndEntry() {
+  inEntry = false;
+  EndLine();
+  Check();
+}
+
+void PageWriter::Lines(std::string_view text) {
+  while (!text.empty()) {
+    std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
+    if (end != 0) {
+      PutEscaped(text.substr(0, end));
+      EndLine();
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
 }

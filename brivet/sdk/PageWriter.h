@@ -1,4 +1,4 @@
-// What all pages for people have in common.
+// Base class of all pages for readers.
 #pragma once
 
 #include <cstddef>
@@ -9,16 +9,17 @@
 #include "VRINResult.h"
 
 struct BrivetWriteRequest;
+struct Loss;
 class Document;
 
-// Writes a document from its title to its last instance, in the order
+// Writes a document from its title to its last instance, in this order:
 //
-//   title, header, counts by type, each data section: its instances, each with those that refer to it
+//   title, what was lost, header, counts by type, each section: its instances, each with those that refer to it
 //
-// A derived class brings the marks of its kind of page.
+// A derived class provides the markup. Of ids with very many digits only the first ones are shown.
 class PageWriter : public DocumentVisitor {
  public:
-  // Fails as Document::Describe does.
+  // Errors: those of Document::Describe.
   VRINResult WritePage(BrivetWriteRequest& request);
 
   void BeginSection() override;
@@ -36,46 +37,62 @@ class PageWriter : public DocumentVisitor {
   void Unset() override { PutValue("$"); }
   void Derived() override { PutValue("*"); }
   void BeginList() override { Open("("); }
-  void EndList() override { Close(); }
+  void EndList() override { Close(")"); }
   void BeginTyped(std::string_view type) override;
-  void EndTyped() override { Close(); }
+  void EndTyped() override { Close(")"); }
+  void Name(std::string_view name) override { PutValue(name); }
+  void Resource(std::string_view resource) override;
+  void BeginBraces(std::string_view tag) override;
+  void EndBraces() override { Close("}"); }
   void Referrer(Id const& source) override;
+  void BeginOtherSection(std::string_view keyword) override;
+  void EndOtherSection() override { EndSection(); }
+  void BeginEntry(std::string_view name) override;
+  void EndEntry() override;
+  void Lines(std::string_view text) override;
 
  protected:
-  // A line may be as long as the document: what is kept of it goes out when it has so many bytes.
-  static constexpr std::size_t BLOCK = 65536;
+  // A line can be as long as the document. It is written in blocks of about this many bytes.
+  static constexpr std::size_t kBlockSize = 65536;
 
-  // Text of the page, in UTF-8. What Put is given may come in any number of calls to one line.
+  // Returns the digits of an id as they are shown.
+  static std::string ShownDigits(Id const& id);
+
+  // Puts UTF-8 text. A line may be put in any number of calls.
   virtual void Put(std::string_view utf8) = 0;
   virtual void EndLine() = 0;
-  // The name of an instance, where it is defined and where something leads to it.
+  // Put the id of an instance where it is defined, and where something refers to it.
   virtual void PutDefinition(Id const& id) = 0;
   virtual void PutReference(Id const& id) = 0;
   virtual void PutTitle(std::string_view title) = 0;
   virtual void PutHeading(std::string_view heading) = 0;
-  // Tables of two columns: BeginTable, rows, EndTable. The key of a row is empty in a row between others.
+  // Tables of two columns: BeginTable, rows, EndTable. A row with an empty key is a heading.
   virtual void BeginTable() = 0;
   virtual void PutRow(std::string_view key, std::string_view value) = 0;
   virtual void EndTable() = 0;
   // The line of those that refer to an instance.
   virtual void BeginReferrers() = 0;
   virtual void EndReferrers() = 0;
-  // Called behind each instance: throws to end the work.
+  // Called after each instance. Throws to end writing.
   virtual void Check() = 0;
 
  private:
+  void WriteLosses(Document& document);
   void WriteHeader(Document& document);
   void WriteCounts(Document& document);
   void Separate();
   void PutValue(std::string_view value);
+  void PutEscaped(std::string_view utf8);
   void Open(std::string_view text);
-  void Close();
+  void Close(std::string_view text);
   void EndRecords();
 
-  std::string shown;  // kept between calls for its memory
+  std::string escaped;  // a member so that its memory is reused
   long section = 0;
+  std::size_t depth = 0;  // of lists within the record or the entry
   bool isComplex = false;
-  bool isFirst = true;        // nothing stands in the present list yet
-  bool inRecords = false;     // the line of the instance has not ended
-  bool hasReferrers = false;  // that of the referrers has begun
+  bool isFirst = true;     // nothing precedes in the present list
+  bool inRecords = false;  // the line of the instance has not ended
+  bool inEntry = false;
+  bool hasReferrers = false;  // the line of the referrers has begun
 };

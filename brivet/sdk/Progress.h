@@ -1,8 +1,8 @@
-// Where a long piece of work tells how far it is.
+// Receiver for the progress of a long operation.
 #pragma once
 
-// One stage at a time: Begin, any number of Done, End. Units are the worker's own. An object of this class itself tells
-// nobody.
+// Each stage consists of Begin, any number of Done and End; stages do not overlap. The unit is up to the operation.
+// This class itself ignores everything.
 class Progress {
  public:
   Progress() = default;
@@ -10,7 +10,7 @@ class Progress {
   Progress& operator=(Progress const&) = delete;
   virtual ~Progress() = default;
 
-  // The stage names the work for people: "reading".
+  // `stage` is shown to the user: "reading".
   virtual void Begin(char const* /*stage*/, long /*total*/) {}
   virtual void Done(long /*units*/) {}
   virtual void End() {}

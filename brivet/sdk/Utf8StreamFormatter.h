@@ -1,10 +1,10 @@
-// A formatter for pages in UTF-8.
+// Stream formatter for UTF-8.
 #pragma once
 
 #include "VRELStreamFormatter.h"
 
-// Writes texts in UTF-8, where a plain formatter knows no characters beyond ASCII. Since values and the file header
-// write their texts through their formatter, they come out readable too. Half a surrogate pair becomes U+FFFD.
+// Writes strings in UTF-8, where the base class writes ASCII only. Values and the file header write their strings
+// through their formatter, so that they are UTF-8 too. An unpaired surrogate becomes U+FFFD.
 class Utf8StreamFormatter : public VRELStreamFormatter {
  public:
   using VRELStreamFormatter::dump;

@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "Gk_ErrMgr.h"
@@ -16,18 +18,17 @@
 
 namespace {
 
-constexpr unsigned long POLL_STEP = 1UL << 20U;  // bytes
+constexpr unsigned long kPollInterval = 1UL << 20U;  // bytes
 
-// Opening a pipe would wait for somebody to write into it.
+// Opening a pipe would block until it has a writer.
 bool IsRegularFile(VRELFile const& file) {
   VRELFilePath path;
   struct stat status;
   return file.GetFilePath(path).IsSuccess() && path.GetFileStats(status).IsSuccess() && S_ISREG(status.st_mode);
 }
 
-[[noreturn]] void FailToRead(unsigned long place) {
-  throw ReadFailure{"expected a document that can be read to its end, found an error of the system behind byte " +
-                    std::to_string(place) + "; check where it lies, and translate it again"};
+[[noreturn]] void FailToRead(unsigned long position) {
+  throw ReadFailure{"cannot read beyond byte " + std::to_string(position) + ": " + std::strerror(errno)};
 }
 
 }  // namespace
@@ -41,7 +42,8 @@ StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document)
   valid = true;
   descriptor = fileno(stream);
   size = static_cast<unsigned long>(status.st_size);
-  // The window is not asked for an empty file: it would look for bytes behind the end, and lose its block.
+  end = size;
+  // The window cannot be used for an empty file: it would read after the end and drop its block.
   if (size == 0) return;
   window = new VRELBufferFileHandler(source);
   handler = window;
@@ -55,23 +57,23 @@ VRINResult StepBuffer::IsValid() {
 
 VRINResult StepBuffer::ReadUChar(unsigned char& byte) {
   int const taken = Take();
-  if (taken == END) return VREL_E_FAIL;
+  if (taken == kEnd) return VREL_E_FAIL;
   byte = static_cast<unsigned char>(taken);
   return VREL_S_OK;
 }
 
 VRINResult StepBuffer::ReadChar(char& byte) {
   int const taken = Take();
-  if (taken == END) return VREL_E_FAIL;
+  if (taken == kEnd) return VREL_E_FAIL;
   byte = static_cast<char>(taken);
   return VREL_S_OK;
 }
 
 VRINResult StepBuffer::ReadLine(VRELString& line) {
-  if (Peek() == END) return VREL_E_FAIL;
+  if (Peek() == kEnd) return VREL_E_FAIL;
   std::string bytes;
   int byte = Take();
-  for (; byte != END && byte != '\n' && byte != '\r'; byte = Take()) bytes.push_back(static_cast<char>(byte));
+  for (; byte != kEnd && byte != '\n' && byte != '\r'; byte = Take()) bytes.push_back(static_cast<char>(byte));
   if (byte == '\r' && Peek() == '\n') Take();
   line = VRELString(bytes);
   return VREL_S_OK;
@@ -80,7 +82,7 @@ VRINResult StepBuffer::ReadLine(VRELString& line) {
 VRINResult StepBuffer::SetOffset(unsigned long position) {
   if (position > size) return VREL_E_INVALID_ARGUMENT;
   offset = position;
-  next = UNKNOWN;
+  next = kUnknown;
   return VREL_S_OK;
 }
 
@@ -89,26 +91,31 @@ VRINResult StepBuffer::GetOffset(unsigned long& position) {
   return VREL_S_OK;
 }
 
-std::size_t StepBuffer::ReadAt(unsigned long place, char* bytes, std::size_t room) const {
+void StepBuffer::LimitTo(unsigned long position) {
+  end = std::min(position, size);
+  next = kUnknown;
+}
+
+std::size_t StepBuffer::ReadAt(unsigned long position, char* bytes, std::size_t capacity) const {
   if (!valid) return 0;
   ssize_t taken = -1;
   do {
-    taken = pread(descriptor, bytes, room, static_cast<off_t>(place));
+    taken = pread(descriptor, bytes, capacity, static_cast<off_t>(position));
   } while (taken < 0 && errno == EINTR);
-  if (taken < 0) FailToRead(place);
+  if (taken < 0) FailToRead(position);
   return static_cast<std::size_t>(taken);
 }
 
 int StepBuffer::Load() {
-  // A single comment or string may be longer than anybody waits for.
-  if (offset % POLL_STEP == 0) Gk_ErrMgr::checkAbort();
+  // A single comment or string may be very long.
+  if (offset % kPollInterval == 0) Gk_ErrMgr::checkAbort();
+  if (offset >= end) return next = kEnd;
   unsigned char byte = 0;
-  // The call names its class: it need not go through the virtual table.
-  bool const there = offset < size && static_cast<VRELBufferFileHandler*>(handler)
-                                          ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
-                                          .IsSuccess();
-  if (!there && stream != nullptr && std::ferror(stream) != 0) FailToRead(offset);
-  if (!there) size = offset;
-  next = there ? byte : END;
-  return next;
+  // A qualified call, because a virtual one for each byte is slow.
+  bool const isRead = static_cast<VRELBufferFileHandler*>(handler)
+                          ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
+                          .IsSuccess();
+  if (!isRead && stream != nullptr && std::ferror(stream) != 0) FailToRead(offset);
+  if (!isRead) size = end = offset;
+  return next = isRead ? byte : kEnd;
 }

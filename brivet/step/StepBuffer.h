@@ -1,4 +1,4 @@
-// The bytes of a STEP file.
+// Bytes of a STEP file.
 #pragma once
 
 #include <cstddef>
@@ -9,44 +9,53 @@
 
 class StepFormatReader;
 
-// Reads a file by position through a window that slides over it, so the memory does not depend on the length. The file
-// must have a length: a pipe has none.
+// Reads a file by offset through a sliding window, so that memory does not depend on the length of the file. The file
+// must be a regular file. Calls Gk_ErrMgr::checkAbort at each mebibyte.
 //
-// Polls Gk_ErrMgr for an abort at each mebibyte, besides those who read from here.
-//
-// A file that becomes shorter while it is read ends where its bytes end. One that the system cannot read on throws a
-// ReadFailure: half a document must not pass for a whole one.
+// A file that is truncated while it is read ends where its bytes end.
+// Errors: ReadFailure if the system cannot read on, so that a part of a document is never taken for the whole.
 class StepBuffer : public VRELBuffer {
  public:
-  static constexpr int END = -1;
+  static constexpr int kEnd = -1;
 
-  // Opens the file's path. The document is the one whose entities read from here; not owned.
+  // Opens the file's path. Ownership: `document`, whose entities read from here, is not owned.
   StepBuffer(VRELFileHandle const& source, StepFormatReader* document);
   ~StepBuffer() override;
 
-  // VREL_S_OK if there is something to read from: an empty file is valid, a folder is not.
+  // Returns VREL_S_OK if the file can be read. An empty file is valid, a folder is not.
   VRINResult IsValid() override;
-  // Single bytes and lines, from the present position on. Each fails at the end of the file and leaves its argument
-  // alone then.
+  // Read a byte at the current offset. At the end of the file they fail and leave the argument unchanged.
   VRINResult ReadChar(char& byte) override;
   VRINResult ReadUChar(unsigned char& byte) override;
-  // The bytes up to the next line end, which is passed over, as UTF-8.
+  // Reads the bytes up to the next line end as UTF-8, and skips the line end.
   VRINResult ReadLine(VRELString& line) override;
-  // A position at or before the end of the file.
+  // Requires: `position` is not after the end of the file.
   VRINResult SetOffset(unsigned long position) override;
   VRINResult GetOffset(unsigned long& position) override;
 
-  // Bytes from a place on, past the window and without a move. Gives how many there were.
-  std::size_t ReadAt(unsigned long place, char* bytes, std::size_t room) const;
+  // Reads bytes from `position` without using the window or moving the offset. Returns the number of bytes read.
+  std::size_t ReadAt(unsigned long position, char* bytes, std::size_t capacity) const;
 
-  // The byte at the present position, 0 to 255, or END.
-  int Peek() { return next != UNKNOWN ? next : Load(); }
-  // The same, and goes past it.
+  // Makes the file end at `position` for Peek and Take while it exists. Only one at a time.
+  class Limit {
+   public:
+    Limit(StepBuffer& limited, unsigned long position) : buffer(limited) { buffer.LimitTo(position); }
+    ~Limit() { buffer.LimitTo(buffer.size); }
+    Limit(Limit const&) = delete;
+    Limit& operator=(Limit const&) = delete;
+
+   private:
+    StepBuffer& buffer;
+  };
+
+  // Returns the byte at the current offset, 0 to 255, or kEnd.
+  int Peek() { return next != kUnknown ? next : Load(); }
+  // Returns the same and advances.
   int Take() {
     int const byte = Peek();
-    if (byte != END) {
+    if (byte != kEnd) {
       ++offset;
-      next = UNKNOWN;
+      next = kUnknown;
     }
     return byte;
   }
@@ -56,16 +65,18 @@ class StepBuffer : public VRELBuffer {
   StepFormatReader& Document() const noexcept { return *owner; }
 
  private:
-  static constexpr int UNKNOWN = -2;
+  static constexpr int kUnknown = -2;
 
   int Load();
+  void LimitTo(unsigned long position);
 
   StepFormatReader* owner;
-  std::FILE* stream = nullptr;  // of the file, which owns it
+  std::FILE* stream = nullptr;  // owned by the file
   VRELBufferFileHandlerHandle window;
   unsigned long offset = 0;
   unsigned long size = 0;
-  int next = UNKNOWN;
-  int descriptor = -1;  // of the file's own stream
+  unsigned long end = 0;  // at most size
+  int next = kUnknown;
+  int descriptor = -1;  // of `stream`
   bool valid = false;
 };

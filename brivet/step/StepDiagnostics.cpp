@@ -1,22 +1,28 @@
 #include "StepDiagnostics.h"
 
-#include "Diagnostics.h"
+namespace {
 
-void StepDiagnostics::Warn(long line, std::string const& text) {
-  if (++warnings <= LIMIT) ReportWarning(Place(line), text);
+std::string Suppressed(long count, char const* kind) {
+  return std::to_string(count) + " more " + kind + (count == 1 ? " was" : "s were") + " not shown";
 }
 
-void StepDiagnostics::Error(long line, std::string const& text) {
-  if (++errors <= LIMIT) ReportProblem(Place(line), text);
+}  // namespace
+
+void StepDiagnostics::Warn(long line, long column, std::string const& text, std::string const& hint) {
+  if (++warnings <= kLimit) ReportWarningAt({name, line, column}, text, hint);
 }
 
-std::string StepDiagnostics::Place(long line) const {
-  return line == 0 ? name : name + ":" + std::to_string(line);
+void StepDiagnostics::Error(long line, long column, std::string const& text, std::string const& hint) {
+  if (++errors <= kLimit) ReportErrorAt({name, line, column}, text, hint);
+}
+
+void StepDiagnostics::Note(std::string const& text) const {
+  ReportMessage(name + ": " + text);
 }
 
 void StepDiagnostics::ReportSuppressed() {
-  if (warnings > LIMIT) ReportWarning(name, std::to_string(warnings - LIMIT) + " more warnings of this kind");
-  if (errors > LIMIT) ReportProblem(name, std::to_string(errors - LIMIT) + " more errors of this kind");
+  if (warnings > kLimit) ReportWarningAt({name}, Suppressed(warnings - kLimit, "warning"));
+  if (errors > kLimit) ReportErrorAt({name}, Suppressed(errors - kLimit, "error"));
   warnings = 0;
   errors = 0;
 }

@@ -1,23 +1,32 @@
-// What is told about a file while it is read.
+// Diagnostics of a STEP file.
 #pragma once
 
 #include <string>
+#include <utility>
 
-// Sends "NAME:LINE: TEXT" on VRELWarning or VRELError, without the line where it is 0. Of each kind the first LIMIT are
-// told, since a damaged file can have millions; ReportSuppressed says how many more there were.
+#include "Diagnostics.h"
+
+// Reports errors and warnings with their location. Only the first kLimit of each kind are sent, because a damaged file
+// can have millions; ReportSuppressed reports the number of the others.
 class StepDiagnostics {
  public:
-  static constexpr long LIMIT = 100;
+  static constexpr long kLimit = 100;
 
+  // `shownName` is how messages name the file.
   explicit StepDiagnostics(std::string shownName) : name(std::move(shownName)) {}
 
-  void Warn(long line, std::string const& text);
-  void Error(long line, std::string const& text);
+  // Returns whether the next warning is sent, so that the caller need not compose one that is not.
+  bool SendsWarning() const noexcept { return warnings < kLimit; }
+  void CountWarning() noexcept { ++warnings; }
+
+  void Warn(long line, long column, std::string const& text, std::string const& hint = "");
+  void Error(long line, long column, std::string const& text, std::string const& hint = "");
+  // Sends a message without a location on the channel of messages.
+  void Note(std::string const& text) const;
+  // Reports how many warnings and errors were not sent, and begins to count again.
   void ReportSuppressed();
 
  private:
-  std::string Place(long line) const;
-
   std::string const name;
   long warnings = 0;
   long errors = 0;

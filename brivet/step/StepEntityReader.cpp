@@ -13,18 +13,18 @@ StepFormatReader& DocumentOf(VRELBufferHandle const& buffer) {
   return static_cast<StepBuffer*>(buffer.GetInstance())->Document();
 }
 
-// One more type is that of all beyond the limit.
-static_assert(StepTypes::LIMIT < StepEntityReader::NO_TYPE);
+// All types beyond the limit together have one more number.
+static_assert(StepTypes::kLimit < StepEntityReader::kNoType);
 
 }  // namespace
 
-StepEntityReader::StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long place,
-                                   long lineThere)
+StepEntityReader::StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long position,
+                                   long lineNumber)
     : VRELEntityReader(source),
-      offset(place),
-      type(NO_TYPE),
+      offset(position),
+      type(kNoType),
       escapes(0),
-      line(static_cast<std::uint32_t>(std::min<long>(lineThere, UINT32_MAX))),
+      line(static_cast<std::uint32_t>(std::min<long>(lineNumber, UINT32_MAX))),
       highHalf(static_cast<std::uint32_t>(idNumber >> 32U)) {
   entityId = static_cast<int>(static_cast<std::uint32_t>(idNumber));
 }

@@ -1,45 +1,47 @@
-// One instance of a STEP file.
+// Instance of a STEP file.
 #pragma once
 
 #include <cstdint>
 
 #include "VRELEntityReader.h"
 
-// Holds where its records begin, and little more: a document has one for each instance, and they are what its memory
-// grows with. The bytes are read from the file each time.
+// Stores where the records of the instance begin, and little more: a document has one object for each instance, and
+// these objects are most of its memory. The bytes are read from the file each time.
 class StepEntityReader final : public VRELEntityReader {
  public:
-  // The type of an instance that cannot be read, or was not yet.
-  static constexpr std::uint32_t NO_TYPE = 0x7FFF;
+  // The type of an instance that was not read or cannot be read.
+  static constexpr std::uint32_t kNoType = 0x7FFF;
 
-  // The buffer is a StepBuffer. The number is that of StepIds for the id, the place that behind the "=".
-  StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long place, long lineThere);
+  // `source` is a StepBuffer, `idNumber` the number of StepIds, `position` the offset after the "=".
+  StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long position, long lineNumber);
 
-  // Reads the records and notes their type; the document's visitors see nothing. Fails, with a warning, where they
-  // break the format.
+  // Reads the records and stores their type; they are not passed to a visitor.
+  // Errors: a failure, after a report, for a syntax error.
   VRINResult ReadEntity() override;
-  // VREL_E_FAIL for an id that an int does not hold.
+  // Errors: VREL_E_FAIL for an id that does not fit into an int.
   VRINResult GetEntityId(int& id) const override;
   VRELString GetEntityType() const override;
 
   unsigned long Offset() const noexcept { return offset; }
-  // From the line 4294967295 on it is that one.
+  // Returns the line; at most 4294967295.
   long Line() const noexcept { return line; }
   std::uint32_t Type() const noexcept { return type; }
-  // The number is below NO_TYPE.
+  // Requires: typeNumber < kNoType.
   void SetType(std::uint32_t typeNumber, bool hasEscapes) noexcept {
     type = typeNumber;
     escapes = hasEscapes;
   }
-  // Whether a text of the instance holds escapes.
+  void SetUnread() noexcept { SetType(kNoType, false); }
+  // Returns whether a string of the instance has escapes.
   bool HasEscapes() const noexcept { return escapes; }
   std::uint64_t Number() const noexcept {
     return std::uint64_t(highHalf) << 32U | static_cast<std::uint32_t>(entityId);
   }
-  bool IsRead() const noexcept { return type != NO_TYPE; }
+  bool IsRead() const noexcept { return type != kNoType; }
 
  private:
-  // Eight bytes more would cost sixteen. The lower half of the number is the base's id.
+  // Bit fields, because eight more bytes would make each allocation sixteen bytes larger. The lower half of the number
+  // is the id of the base class.
   std::uint64_t const offset : 48;
   std::uint64_t type : 15;
   std::uint64_t escapes : 1;

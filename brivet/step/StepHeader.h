@@ -1,4 +1,4 @@
-// The header of a STEP file as the family shows it.
+// Header of a STEP file as rows of the file header.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +11,21 @@ class VRELFileHeader;
 class VRELString;
 
 // Fills a file header with the strings of FILE_DESCRIPTION, FILE_NAME and FILE_SCHEMA: a heading for each entity, then
-// a row for each text. The keys are the header's own where they still show the parameter's name (File Name, Author,
-// Organization), else that name. Each item of a list has a row of its own, from the second on with its number: Author,
-// Author 2. "(unset)" stands for $ and for a parameter that the file leaves out, "(none)" for an empty list, "(empty)"
-// for an empty string, <U+000A> for a control character.
+// a row for each string. The key is that of the file header where it resembles the parameter's name (File Name, Author,
+// Organization), otherwise that name. Each item of a list has its own row, from the second on with its number: Author,
+// Author 2. Only the first kListLimit items are stored; a last row, "Author (number)", has the number of items.
 //
-// Handed to a parser as a visitor, for one record after the other.
+// "(unset)" is the value of $ and of a parameter that the file omits, "(none)" that of an empty list, "(empty)" that of
+// an empty string. Control characters are escaped: <U+000A>.
+//
+// Passed to a parser as the visitor for one record at a time.
 class StepHeader final : public DocumentVisitor {
  public:
+  static constexpr std::size_t kListLimit = 100;
+
   explicit StepHeader(VRELFileHeader& target) : header(target) {}
 
-  // The names of an entity's parameters; null behind the last. Null for an entity that is not one of the three.
+  // Returns the names of an entity's parameters, which end with null; null for an entity that is not one of the three.
   static char const* const* ParametersOf(std::string_view type);
 
   void BeginRecord(std::string_view type) override;
@@ -32,25 +36,32 @@ class StepHeader final : public DocumentVisitor {
   void Enumeration(std::string_view name) override { Add(name); }
   void Binary(std::string_view digits) override { Add(digits); }
   void Reference(Id const& target, bool defined) override;
+  void Name(std::string_view name) override { Add(name); }
+  void Resource(std::string_view resource) override { Add(resource); }
   void Unset() override;
   void Derived() override { Unset(); }
   void BeginList() override;
   void EndList() override;
-  void BeginTyped(std::string_view type) override;
+  void BeginTyped(std::string_view /*type*/) override { BeginList(); }
   void EndTyped() override { EndList(); }
+  void BeginBraces(std::string_view /*tag*/) override { BeginList(); }
+  void EndBraces() override { EndList(); }
 
  private:
   struct Parameter {
     bool isSet = false;
-    std::vector<std::string> texts;
+    std::size_t count = 0;
+    std::vector<std::string> items;  // the first ones
   };
 
-  void Add(std::string_view shown);
+  void AddParameter(bool isSet);
+  void Add(std::string_view item);
   void SetRows(char const* name, Parameter const& parameter);
 
   VRELFileHeader& header;
   std::string heading;
   char const* const* names = nullptr;
-  std::vector<Parameter> parameters;
+  std::vector<Parameter> parameters;  // no more than an entity has
   std::size_t depth = 0;
+  std::size_t index = 0;  // of the present parameter, from 1
 };

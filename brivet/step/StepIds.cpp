@@ -1,38 +1,30 @@
+// Two table layouts. Exporters number instances almost without gaps: then the id is the slot, and a look-up is one
+// access. Otherwise the table is a hash table with linear probing at a load of at most three quarters, with a seeded
+// hash function so that no document can choose ids that collide. Both tables contain instances, not ids: the id is read
+// from the instance.
 #include "StepIds.h"
 
 #include <algorithm>
-#include <random>
 #include <utility>
+
+#include "StepHash.h"
 
 namespace {
 
-// Marks a number that is a place.
-constexpr std::uint64_t FAR = std::uint64_t(1) << 63U;
+// Marks a number that is an offset.
+constexpr std::uint64_t kOffsetMark = std::uint64_t(1) << 63U;
 
-// How many places the index has: four for each three instances.
-constexpr std::uint64_t PlacesFor(std::uint64_t instances) {
+constexpr std::uint64_t SlotsFor(std::uint64_t instances) {
   return instances + instances / 3 + 1;
-}
-
-std::uint64_t RandomNumber() {
-  std::random_device source;
-  return std::uint64_t(source()) << 32U | source();
-}
-
-// Spreads numbers that lie side by side over all bits.
-std::uint64_t Mix(std::uint64_t number) {
-  number = (number ^ (number >> 30U)) * 0xBF58476D1CE4E5B9U;
-  number = (number ^ (number >> 27U)) * 0x94D049BB133111EBU;
-  return number ^ (number >> 31U);
 }
 
 }  // namespace
 
 StepIds::StepIds(NumberAt numbers, DigitsAt digits)
-    : numberAt(std::move(numbers)), digitsAt(std::move(digits)), seed(RandomNumber()) {}
+    : numberAt(std::move(numbers)), digitsAt(std::move(digits)), seed(RandomSeed()) {}
 
-std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id, std::uint64_t place) {
-  return id.fits() ? static_cast<std::uint64_t>(id.number) : FAR | place;
+std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id, std::uint64_t offset) {
+  return id.fits() ? static_cast<std::uint64_t>(id.number) : kOffsetMark | offset;
 }
 
 void StepIds::Add(std::uint64_t number) {
@@ -40,9 +32,9 @@ void StepIds::Add(std::uint64_t number) {
   ++count;
 }
 
-DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits) const {
-  bool const fits = number < FAR;
-  digits = fits ? std::to_string(number) : digitsAt(number & ~FAR);
+DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits, std::size_t limit) const {
+  bool const fits = number < kOffsetMark;
+  digits = fits ? std::to_string(number) : digitsAt(number & ~kOffsetMark, limit);
   DocumentVisitor::Id id;
   id.digits = digits;
   if (fits) id.number = static_cast<std::int64_t>(number);
@@ -50,45 +42,43 @@ DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits) con
 }
 
 bool StepIds::IsDense() const {
-  return highest < PlacesFor(count);
+  return highest < SlotsFor(count);
 }
 
 bool StepIds::IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const {
-  if (id.fits() || number < FAR) return number == static_cast<std::uint64_t>(id.number);
-  return digitsAt(number & ~FAR) == id.digits;
+  if (id.fits() || number < kOffsetMark) return number == static_cast<std::uint64_t>(id.number);
+  return digitsAt(number & ~kOffsetMark, id.digits.size() + 1) == id.digits;
 }
 
-// Where the id stands in the index, or the free place where it would stand.
-std::size_t StepIds::PlaceOf(DocumentVisitor::Id const& id) const {
-  std::uint64_t hash = Mix(static_cast<std::uint64_t>(id.number) ^ seed);
-  if (!id.fits()) {
-    for (char const digit : id.digits) hash = Mix(hash + static_cast<unsigned char>(digit));
-  }
-  std::size_t place = hash % index.size();
-  while (index[place] != NONE && !IsSame(numberAt(index[place]), id)) place = (place + 1) % index.size();
-  return place;
+// Returns the slot that contains the id, or the free one for it.
+std::size_t StepIds::SlotOf(DocumentVisitor::Id const& id) const {
+  std::uint64_t const hash =
+      id.fits() ? MixBits(static_cast<std::uint64_t>(id.number) ^ seed) : HashString(id.digits, seed);
+  std::size_t slot = hash % index.size();
+  while (index[slot] != kNone && !IsSame(numberAt(index[slot]), id)) slot = (slot + 1) % index.size();
+  return slot;
 }
 
-void StepIds::Index(std::function<void(std::uint32_t, std::uint32_t)> const& twice) {
+void StepIds::Index(std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate) {
   dense = IsDense();
-  index.assign(PlacesFor(count), NONE);
+  index.assign(SlotsFor(count), kNone);
   std::string digits;
   for (std::uint32_t i = 0; i < count; ++i) {
     std::uint64_t const number = numberAt(i);
-    if (number == LEFT_OUT) continue;
-    std::uint32_t& instance = index[dense ? number : PlaceOf(IdOf(number, digits))];
-    if (instance == NONE) {
+    if (number == kLeftOut) continue;
+    std::uint32_t& instance = index[dense ? number : SlotOf(IdOf(number, digits))];
+    if (instance == kNone) {
       instance = i;
     } else {
-      twice(i, instance);
+      onDuplicate(i, instance);
     }
   }
 }
 
 std::uint32_t StepIds::Find(DocumentVisitor::Id const& id) const {
-  if (index.empty()) return NONE;
-  if (!dense) return index[PlaceOf(id)];
-  // An id that does not fit is the highest of all numbers here.
+  if (index.empty()) return kNone;
+  if (!dense) return index[SlotOf(id)];
+  // Converted, the -1 of an id that does not fit is above all slots.
   std::uint64_t const number = static_cast<std::uint64_t>(id.number);
-  return number < index.size() ? index[number] : NONE;
+  return number < index.size() ? index[number] : kNone;
 }

@@ -1,4 +1,4 @@
-// Which instance an id names.
+// Index from instance ids to instances.
 #pragma once
 
 #include <cstddef>
@@ -10,51 +10,52 @@
 
 #include "DocumentVisitor.h"
 
-// Told of the instances of a document in their order, then indexed, then asked. An instance keeps its number itself
-// (see StepEntityReader): its id, or, where that does not fit, where in the file its digits stand, so that ids of any
-// length take no more memory than others.
+// Instances are added in the order of the document, then indexed, then found. An instance stores its number itself (see
+// StepEntityReader): its id or, if that does not fit, the offset of its digits in the file. Ids of any length therefore
+// take no more memory than others.
 //
-// The index takes less than 6 bytes an instance.
+// Memory: less than 6 bytes an instance.
 class StepIds {
  public:
-  static constexpr std::uint32_t NONE = UINT32_MAX;
-  // What `NumberAt` gives for an instance that does not count.
-  static constexpr std::uint64_t LEFT_OUT = UINT64_MAX;
+  static constexpr std::uint32_t kNone = UINT32_MAX;
+  static constexpr std::size_t kAllDigits = SIZE_MAX;
+  // Returned by `NumberAt` for an instance that is not part of the index.
+  static constexpr std::uint64_t kLeftOut = UINT64_MAX;
 
-  // The number that an instance, counted from 0 on, keeps.
+  // Returns the number that an instance, counted from 0, stores.
   using NumberAt = std::function<std::uint64_t(std::uint32_t instance)>;
-  // The digits of the id that begins at a place of the file, without zeros in front.
-  using DigitsAt = std::function<std::string(std::uint64_t place)>;
+  // Returns up to `limit` digits at an offset of the file, where an id begins without its leading zeros.
+  using DigitsAt = std::function<std::string(std::uint64_t offset, std::size_t limit)>;
 
   StepIds(NumberAt numbers, DigitsAt digits);
 
-  // The number for an id whose name begins at a place of the file.
-  static std::uint64_t NumberOf(DocumentVisitor::Id const& id, std::uint64_t place);
-  // Counts the next instance. There are fewer than NONE.
+  // Returns the number for an id whose first digit, after leading zeros, is at `offset`.
+  static std::uint64_t NumberOf(DocumentVisitor::Id const& id, std::uint64_t offset);
+  // Adds the next instance. Requires: fewer than kNone instances.
   void Add(std::uint64_t number);
   std::uint32_t Count() const noexcept { return count; }
 
-  // The id behind a number; the digits are kept in the text.
-  DocumentVisitor::Id IdOf(std::uint64_t number, std::string& digits) const;
+  // Returns the id for a number. Its digits, at most `limit` of those that do not fit, are stored in `digits`.
+  DocumentVisitor::Id IdOf(std::uint64_t number, std::string& digits, std::size_t limit = kAllDigits) const;
 
-  // Makes the index. `twice(i, first)` is told, in the order of instances, of each one whose id an earlier one has; the
-  // first one serves.
-  void Index(std::function<void(std::uint32_t, std::uint32_t)> const& twice);
+  // Builds the index. Calls `onDuplicate(i, first)`, in the order of instances, for each instance whose id an earlier
+  // one has; the index contains the first one.
+  void Index(std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
 
-  // The instance of an id, from 0 on, or NONE; NONE without an index, too.
+  // Returns the instance of an id, from 0, or kNone; kNone before Index.
   std::uint32_t Find(DocumentVisitor::Id const& id) const;
 
  private:
-  // Ids lie so close to each other that they serve as places.
+  // Returns whether the ids are so close to each other that they can be used as slots.
   bool IsDense() const;
   bool IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const;
-  std::size_t PlaceOf(DocumentVisitor::Id const& id) const;
+  std::size_t SlotOf(DocumentVisitor::Id const& id) const;
 
   NumberAt const numberAt;
   DigitsAt const digitsAt;
-  std::uint64_t const seed;  // nobody who makes a file can know it: no ids are bad ones for the index
+  std::uint64_t const seed;
   std::uint32_t count = 0;
   std::uint64_t highest = 0;
   bool dense = false;
-  std::vector<std::uint32_t> index;  // instances, at their ids or, hashed, at the next free place
+  std::vector<std::uint32_t> index;  // instances, at their ids or, hashed with linear probing, at the next free slot
 };

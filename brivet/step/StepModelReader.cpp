@@ -2,7 +2,7 @@
 
 #include "StepModelContext.h"
 #include "StepProperties.h"
-#include "StepStructure.h"
+#include "StepAssembly.h"
 #include "StepStyles.h"
 #include "StepUnits.h"
 
@@ -11,7 +11,7 @@ void ReadStepModel(StepEntityStore const& store, StepShapes::Settings const& set
   StepUnits units(context);
   StepStyles styles(context);
   StepShapes shapes(context, units, styles, settings);
-  StepStructure structure(context, units, shapes);
+  StepAssembly structure(context, units, shapes);
   styles.Read();
   structure.Read();
   StepProperties(context, units, structure).Read();

@@ -1,22 +1,18 @@
 #include "StepParser.h"
 
 #include <string>
-#include <vector>
 
 #include "InputError.h"
-#include "StepIds.h"
+#include "StepReferences.h"
 #include "StepText.h"
 
 namespace {
 
-// 2 to the power of 63 has 19 digits.
-constexpr std::size_t SURE_DIGITS = 18;
+// Every number of 18 digits fits into 63 bits.
+constexpr std::size_t kSafeDigits = 18;
 
-bool IsPlain(std::string_view text) {
-  for (char const byte : text) {
-    if (byte == '\\' || static_cast<unsigned char>(byte) >= 0x80) return false;
-  }
-  return true;
+std::string Quote(char symbol) {
+  return std::string("'") + symbol + "'";
 }
 
 }  // namespace
@@ -24,24 +20,28 @@ bool IsPlain(std::string_view text) {
 DocumentVisitor::Id StepParser::IdOf(StepScanner::Token const& token) {
   DocumentVisitor::Id id;
   id.digits = token.Digits();
-  // Digit by digit: Gk_StringParser clips at 32 bits and VRELFloatUtil is exact up to 2^53, and ids that come out alike
-  // would be taken for one.
-  if (id.digits.size() <= SURE_DIGITS) {
+  // Not Gk_StringParser, which clips at 32 bits, and not VRELFloatUtil, which is exact up to 2^53: ids must stay
+  // distinct.
+  if (id.digits.size() <= kSafeDigits) {
     id.number = 0;
     for (char const digit : id.digits) id.number = id.number * 10 + (digit - '0');
   }
   return id;
 }
 
+unsigned long StepParser::DigitsOffset(StepScanner::Token const& token) {
+  return token.begin + token.text.size() - token.Digits().size();
+}
+
 bool StepParser::ReadInstance(DocumentVisitor& visitor) {
   bool const isComplex = AtSymbol('(');
   if (isComplex) scanner.Next();
   do {
-    if (scanner.Current().kind != StepScanner::Keyword) Fail("an entity name");
+    if (scanner.Current().kind != StepScanner::Keyword) Fail("entity name");
     ReadRecord(visitor);
   } while (isComplex && !AtSymbol(')'));
   if (isComplex) scanner.Next();
-  if (!AtSymbol(';')) Fail("; behind an instance");
+  if (!AtSymbol(';')) Fail("';' after an instance");
   return isComplex;
 }
 
@@ -53,32 +53,48 @@ void StepParser::ReadRecord(DocumentVisitor& visitor) {
   visitor.EndRecord();
 }
 
-// From the parenthesis that opens the list to the one that closes it.
+void StepParser::ReadEntry(DocumentVisitor& visitor) {
+  StepScanner::Kind const kind = scanner.Current().kind;
+  bool const isName = kind == StepScanner::Resource || kind == StepScanner::Instance || kind == StepScanner::Name;
+  if (!isName) Fail("name of an entry");
+  visitor.BeginEntry(scanner.Current().text);
+  scanner.Next();
+  Expect('=', "the name of an entry");
+  open.clear();
+  do {
+    if (BeginNested(visitor)) {
+      ReadNested(visitor);
+    } else {
+      ReadValue(visitor);
+    }
+  } while (AtSymbol('{'));
+  if (!AtSymbol(';')) Fail("';' after an entry");
+  visitor.EndEntry();
+}
+
+// Reads from the opening parenthesis of a record to the closing one.
 void StepParser::ReadParameters(DocumentVisitor& visitor) {
   Expect('(', "an entity name");
-  std::vector<bool> openTyped;  // an entry for each open list or typed parameter inside: whether it is typed
-  bool mayClose = true;         // an empty list, or a value just read
+  open.assign(1, Nested::Record);
+  ReadNested(visitor);
+}
+
+// Reads up to the end of everything that is open.
+void StepParser::ReadNested(DocumentVisitor& visitor) {
+  bool mayClose = true;  // after an opening parenthesis or a value
   bool afterValue = false;
-  while (true) {
-    StepScanner::Token const& token = scanner.Current();
-    if (mayClose && AtSymbol(')')) {
+  while (!open.empty()) {
+    char const end = open.back() == Nested::Braces ? '}' : ')';
+    if (mayClose && AtSymbol(end)) {
       scanner.Next();
-      if (openTyped.empty()) return;
-      openTyped.back() ? visitor.EndTyped() : visitor.EndList();
-      openTyped.pop_back();
+      EndNested(visitor);
       afterValue = true;
     } else if (afterValue) {
-      if (!AtSymbol(',')) Fail(", or ) behind a parameter");
+      if (!AtSymbol(',')) Fail("',' or " + Quote(end) + " after a parameter");
+      scanner.Next();
       afterValue = false;
       mayClose = false;
-      scanner.Next();
-    } else if (AtSymbol('(') || token.kind == StepScanner::Keyword) {
-      if (openTyped.size() == DEPTH_LIMIT) Fail("lists at most 10,000,000 deep");
-      bool const isTyped = token.kind == StepScanner::Keyword;
-      isTyped ? visitor.BeginTyped(token.text) : visitor.BeginList();
-      scanner.Next();
-      if (isTyped) Expect('(', "a type name");
-      openTyped.push_back(isTyped);
+    } else if (BeginNested(visitor)) {
       mayClose = true;
     } else {
       ReadValue(visitor);
@@ -86,6 +102,63 @@ void StepParser::ReadParameters(DocumentVisitor& visitor) {
       mayClose = true;
     }
   }
+}
+
+// Returns whether the current token began a list, a typed parameter or braces.
+bool StepParser::BeginNested(DocumentVisitor& visitor) {
+  bool const isTyped = scanner.Current().kind == StepScanner::Keyword;
+  bool const isList = !isTyped && AtSymbol('(');
+  if (!isTyped && !isList && !AtSymbol('{')) return false;
+  if (open.size() > kDepthLimit) Fail("lists at most 10,000,000 deep");
+  if (isTyped) {
+    BeginTyped(visitor);
+  } else if (isList) {
+    visitor.BeginList();
+    scanner.Next();
+    open.push_back(Nested::List);
+  } else {
+    BeginBraces(visitor);
+  }
+  return true;
+}
+
+void StepParser::BeginTyped(DocumentVisitor& visitor) {
+  visitor.BeginTyped(scanner.Current().text);
+  scanner.Next();
+  Expect('(', "a type name");
+  open.push_back(Nested::Typed);
+}
+
+// A keyword after the brace is a tag or the name of a type.
+void StepParser::BeginBraces(DocumentVisitor& visitor) {
+  scanner.Next();
+  std::string const word = scanner.Current().kind == StepScanner::Keyword ? scanner.Current().text : std::string();
+  if (!word.empty()) scanner.Next();
+  bool const isTag = !word.empty() && AtSymbol(':');
+  visitor.BeginBraces(isTag ? word : std::string_view());
+  open.push_back(Nested::Braces);
+  if (isTag) scanner.Next();
+  if (word.empty() || isTag) return;
+  visitor.BeginTyped(word);
+  Expect('(', "a type name");
+  open.push_back(Nested::Typed);
+}
+
+void StepParser::EndNested(DocumentVisitor& visitor) {
+  switch (open.back()) {
+    case Nested::Record:
+      break;
+    case Nested::List:
+      visitor.EndList();
+      break;
+    case Nested::Typed:
+      visitor.EndTyped();
+      break;
+    case Nested::Braces:
+      visitor.EndBraces();
+      break;
+  }
+  open.pop_back();
 }
 
 void StepParser::ReadValue(DocumentVisitor& visitor) {
@@ -99,8 +172,9 @@ void StepParser::ReadValue(DocumentVisitor& visitor) {
       text.find_first_of(".Ee") == std::string_view::npos ? visitor.Integer(text) : visitor.Real(text);
       break;
     case StepScanner::Instance: {
-      DocumentVisitor::Id const id = IdOf(token);
-      visitor.Reference(id, defined == nullptr || defined->Find(id) != StepIds::NONE);
+      DocumentVisitor::Id id = IdOf(token);
+      bool const isDefined = references == nullptr || references->Resolve(id);
+      visitor.Reference(id, isDefined);
       break;
     }
     case StepScanner::Enumeration:
@@ -109,38 +183,51 @@ void StepParser::ReadValue(DocumentVisitor& visitor) {
     case StepScanner::Binary:
       visitor.Binary(text.substr(1, text.size() - 2));
       break;
+    case StepScanner::Name:
+      visitor.Name(text);
+      break;
+    case StepScanner::Resource:
+      visitor.Resource(text);
+      break;
     default:
       if (AtSymbol('$')) {
         visitor.Unset();
       } else if (AtSymbol('*')) {
         visitor.Derived();
       } else {
-        Fail("a parameter");
+        Fail("parameter");
       }
   }
   scanner.Next();
 }
 
-// Most strings stand for themselves.
+// Most strings are plain ASCII without escapes.
 void StepParser::ReadText(DocumentVisitor& visitor) {
   StepScanner::Token const& token = scanner.Current();
   DocumentVisitor::Text text;
   text.encoded = token.text;
   text.line = token.line;
-  if (IsPlain(token.text)) {
+  if (!token.hasNul && StepText::IsPlain(token.text)) {
     text.utf8 = token.text;
     visitor.String(text);
     return;
   }
-  StepText const decoded = DecodeStepText(token.text);
-  std::string const utf8 = decoded.text.toUtf8();
-  text.utf8 = utf8;
+  StepText::Decoded const decoded = strings.Decode(token.text);
+  text.utf8 = decoded.utf8;
   text.escaped = decoded.escaped;
+  // Zero bytes are not part of the format: only the decoded string has them.
+  std::string withoutNul;
+  if (token.hasNul) {
+    for (char const byte : token.text) {
+      if (byte != '\0') withoutNul += byte;
+    }
+    text.encoded = withoutNul;
+  }
   visitor.String(text);
 }
 
-void StepParser::Expect(char symbol, std::string_view behind) {
-  if (!AtSymbol(symbol)) Fail(std::string(1, symbol) + " behind " + std::string(behind));
+void StepParser::Expect(char symbol, std::string_view after) {
+  if (!AtSymbol(symbol)) Fail(Quote(symbol) + " after " + std::string(after));
   scanner.Next();
 }
 
@@ -152,5 +239,6 @@ void StepParser::ExpectWord(char const* word) {
 
 void StepParser::Fail(std::string const& expected) const {
   StepScanner::Token const& token = scanner.Current();
-  throw InputError{VREL_E_INVALID_FILE, token.line, "expected " + expected + ", found " + token.Name()};
+  throw InputError{VREL_E_INVALID_FILE, token.line, "expected " + expected + ", found " + token.Describe(),
+                   scanner.Column()};
 }

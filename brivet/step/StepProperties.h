@@ -5,12 +5,12 @@
 #include <unordered_map>
 
 #include "StepModelContext.h"
-#include "StepStructure.h"
+#include "StepAssembly.h"
 #include "StepUnits.h"
 
 class StepProperties {
  public:
-  StepProperties(StepModelContext& modelContext, StepUnits& stepUnits, StepStructure const& stepStructure)
+  StepProperties(StepModelContext& modelContext, StepUnits& stepUnits, StepAssembly const& stepStructure)
       : context(modelContext), units(stepUnits), structure(stepStructure) {}
 
   void Read();
@@ -27,6 +27,6 @@ class StepProperties {
 
   StepModelContext& context;
   StepUnits& units;
-  StepStructure const& structure;
+  StepAssembly const& structure;
   std::unordered_map<std::uint32_t, std::string> viewOfItem;  // by annotation occurrence or callout
 };

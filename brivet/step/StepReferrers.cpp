@@ -1,3 +1,8 @@
+// Inversion by counting, in spans. One pass over all references counts the referrers of each target. Targets are then
+// handled in spans of consecutive instances whose referrers fit into memory together: the counts of a span are replaced
+// by their running sums, which are the positions of each target's first referrer, and another pass places the sources
+// (a distribution sort; Knuth, The Art of Computer Programming 3, 5.2). Ending a span turns the positions back into
+// counts. Sources ascend, so that a repeated pair follows the first one directly and needs no set to be found.
 #include "StepReferrers.h"
 
 #include <algorithm>
@@ -7,21 +12,23 @@
 
 namespace {
 
-constexpr std::uint32_t NOBODY = UINT32_MAX;
+constexpr std::uint32_t kNoSource = UINT32_MAX;
 
 [[noreturn]] void FailChanged() {
-  throw InputError{VREL_E_INVALID_FILE, 0, "expected the references that were counted, found others"};
+  throw InputError{VREL_E_INVALID_FILE, 0, "the references are not those that were counted"};
 }
 
 }  // namespace
 
-StepReferrers::StepReferrers(std::uint32_t instances, Walk allReferences)
-    : walk(std::move(allReferences)), counts(instances, 0) {
+StepReferrers::StepReferrers(std::uint32_t instances, Walk allReferences, std::uint64_t kept)
+    : walk(std::move(allReferences)),
+      limit(std::min<std::uint64_t>(std::max({kept, kLeastKept, kKeptEach * instances}), UINT32_MAX)),
+      counts(instances, 0) {
   Count();
 }
 
 void StepReferrers::Count() {
-  std::vector<std::uint32_t> lastSource(counts.size(), NOBODY);
+  std::vector<std::uint32_t> lastSource(counts.size(), kNoSource);
   walk([&](std::uint32_t source, std::uint32_t target) {
     if (std::exchange(lastSource[target], source) != source) ++counts[target];
   });
@@ -32,7 +39,7 @@ StepReferrers::Range StepReferrers::Of(std::uint32_t target) {
   return {sources.data() + counts[target], sources.data() + EndOf(target)};
 }
 
-// Behind the last referrer of an instance of the span.
+// Returns the position after the last referrer of an instance of the span.
 std::uint32_t StepReferrers::EndOf(std::uint32_t target) const {
   return target + 1 < spanEnd ? counts[target + 1] : static_cast<std::uint32_t>(sources.size());
 }
@@ -50,7 +57,6 @@ void StepReferrers::Collect(std::uint32_t first) {
 }
 
 void StepReferrers::BeginSpan(std::uint32_t first) {
-  std::uint64_t const limit = std::min<std::uint64_t>(std::max(LEAST_KEPT, KEPT * counts.size()), UINT32_MAX);
   spanBegin = first;
   spanEnd = first;
   std::uint64_t total = 0;
@@ -60,23 +66,23 @@ void StepReferrers::BeginSpan(std::uint32_t first) {
   sources.resize(total);
 }
 
-// Gives the counts back their meaning.
+// Turns the positions into counts again.
 void StepReferrers::EndSpan() {
   for (std::uint32_t target = spanBegin; target < spanEnd; ++target) counts[target] = EndOf(target) - counts[target];
   spanEnd = spanBegin;
 }
 
-// Each pair once. A file that has changed has others than were counted: no more than those are kept.
+// Places each pair once. A file that was changed may have more than were counted; those would not fit.
 void StepReferrers::Fill() {
-  std::vector<std::uint32_t> places(counts.begin() + spanBegin, counts.begin() + spanEnd);
+  std::vector<std::uint32_t> positions(counts.begin() + spanBegin, counts.begin() + spanEnd);
   walk([&](std::uint32_t source, std::uint32_t target) {
     if (target < spanBegin || target >= spanEnd) return;
-    std::uint32_t& place = places[target - spanBegin];
-    if (place != counts[target] && sources[place - 1] == source) return;
-    if (place == EndOf(target)) FailChanged();
-    sources[place++] = source;
+    std::uint32_t& position = positions[target - spanBegin];
+    if (position != counts[target] && sources[position - 1] == source) return;
+    if (position == EndOf(target)) FailChanged();
+    sources[position++] = source;
   });
   for (std::uint32_t target = spanBegin; target < spanEnd; ++target) {
-    if (places[target - spanBegin] != EndOf(target)) FailChanged();
+    if (positions[target - spanBegin] != EndOf(target)) FailChanged();
   }
 }

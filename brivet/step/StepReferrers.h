@@ -1,16 +1,15 @@
-// Who refers to whom.
+// Inverted index of references: the referrers of each instance.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
-// Tells the referrers of each instance of a document, in the document's order. Takes memory in proportion to the number
-// of instances, not of references: the referrers are collected for one span of instances after the other, each time by
-// a walk over all references. Most documents are one or two spans. Takes 16 bytes an instance at most, and up to
-// 4 MiB.
+// Returns the referrers of each instance of a document, in the document's order. Memory does not grow with the number
+// of references: see the source. Most documents need one or two passes over the references.
 //
-// Throws InputError (VREL_E_INVALID_FILE) if a walk finds other references than the one before.
+// Memory: 16 bytes an instance at most, and what is kept at once.
+// Errors: InputError (VREL_E_INVALID_FILE) if a pass finds other references than the one before.
 //
 //   StepReferrers referrers(count, walk);
 //   for (std::uint32_t i = 0; i < count; ++i)
@@ -18,15 +17,16 @@
 class StepReferrers {
  public:
   using Note = std::function<void(std::uint32_t source, std::uint32_t target)>;
-  // Calls `note` for each reference of the document, sources in rising order.
+  // Calls `note` for each reference of the document, with the sources in ascending order.
   using Walk = std::function<void(Note const& note)>;
 
-  // How many referrers are kept at once: so many for each instance of the document, and at least so many in all.
-  static constexpr std::uint64_t KEPT = 2;
-  static constexpr std::uint64_t LEAST_KEPT = std::uint64_t(1) << 20U;
+  // How many referrers are kept at once: this number for each instance of the document, and at least this number in
+  // all.
+  static constexpr std::uint64_t kKeptEach = 2;
+  static constexpr std::uint64_t kLeastKept = std::uint64_t(1) << 20U;
 
-  // Walks once, to count.
-  StepReferrers(std::uint32_t instances, Walk walk);
+  // Counts the referrers in one pass. At least `kept` of them are kept at once.
+  StepReferrers(std::uint32_t instances, Walk walk, std::uint64_t kept = 0);
 
   struct Range {
     std::uint32_t const* first;
@@ -35,8 +35,8 @@ class StepReferrers {
     std::uint32_t const* end() const noexcept { return last; }
   };
 
-  // The referrers of an instance, each once, in rising order; good until the next call. Asked from 0 on in rising
-  // order, each span is walked for once.
+  // Returns the referrers of an instance, each once, in ascending order; valid until the next call. If the calls are in
+  // ascending order from 0, each span takes one pass.
   Range Of(std::uint32_t target);
 
  private:
@@ -48,9 +48,10 @@ class StepReferrers {
   std::uint32_t EndOf(std::uint32_t target) const;
 
   Walk const walk;
-  // How many referrers each instance has; within the span, where they begin.
+  std::uint64_t const limit;
+  // The number of referrers of each instance; within the span, the position of the first one in `sources`.
   std::vector<std::uint32_t> counts;
   std::uint32_t spanBegin = 0;
   std::uint32_t spanEnd = 0;
-  std::vector<std::uint32_t> sources;  // the referrers of the span, those of one instance after those of the other
+  std::vector<std::uint32_t> sources;  // the referrers of the span, grouped by target
 };

@@ -1,60 +1,91 @@
+// The scanner is a hand-written deterministic automaton with one byte of lookahead. It reads each byte once: tokens are
+// collected in a buffer that is reused, and white space is counted in lines but not kept.
+//
+// Two rules limit the damage of a missing apostrophe or a stray "<". A string that contains ";", a line end and "#12="
+// in a row counts as unterminated: without this, two missing apostrophes would form one string over thousands of
+// instances. A resource ends at a line end after ";".
 #include "StepScanner.h"
 
 #include <algorithm>
 #include <cstdio>
 
 #include "InputError.h"
+#include "StepBytes.h"
 
 namespace {
 
-// The C library's classes of characters follow the locale; these do not.
-bool IsDigit(int byte) {
-  return byte >= '0' && byte <= '9';
-}
-bool IsLetter(int byte) {
-  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
-bool IsHexDigit(int byte) {
-  return IsDigit(byte) || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
-}
-bool IsBlank(int byte) {
-  return byte == ' ' || (byte >= '\t' && byte <= '\r');
-}
-bool IsControl(int byte) {
-  return (byte >= 0 && byte < ' ') || byte == 0x7F;
-}
-bool IsWordByte(int byte) {
-  return IsLetter(byte) || IsDigit(byte) || byte == '_' || byte == '-';
-}
+constexpr char kUnterminatedString[] = "expected \"'\" at the end of the string, found another instance";
+constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the begin of a line
 
-// With a question mark for each byte that has no sign of its own.
+// Recognizes ";", a line end and "#12=" in a row, with blanks between, in the bytes of a string.
+class InstanceStart {
+ public:
+  // Returns whether the next byte matters; a semicolon always does.
+  bool IsActive() const { return state != None; }
+  // Returns whether the sequence is complete.
+  bool Take(int byte) {
+    switch (state) {
+      case None:
+        if (byte == ';') state = Semicolon;
+        return false;
+      case Semicolon:
+        state = IsLineEnd(byte) ? Line : IsBlank(byte) ? Semicolon : byte == ';' ? Semicolon : None;
+        return false;
+      case Line:
+        state = IsBlank(byte) ? Line : byte == '#' ? Sign : byte == ';' ? Semicolon : None;
+        return false;
+      case Sign:
+        state = IsDigit(byte) ? Digits : byte == ';' ? Semicolon : None;
+        return false;
+      case Digits:
+        if (byte == '=') return true;
+        if (!IsDigit(byte)) state = byte == ';' ? Semicolon : byte == ' ' ? Blanks : None;
+        return false;
+      case Blanks:
+        if (byte == '=') return true;
+        if (byte != ' ') state = byte == ';' ? Semicolon : None;
+        return false;
+    }
+    return false;
+  }
+
+ private:
+  enum State { None, Semicolon, Line, Sign, Digits, Blanks };
+  State state = None;
+};
+
+// Returns the text with a question mark for each byte that is not printable ASCII.
 std::string Printable(std::string text) {
   std::replace_if(
       text.begin(), text.end(), [](char byte) { return byte < ' ' || byte > '~'; }, '?');
   return text;
 }
 
+std::string Cut(std::string const& text) {
+  return text.size() <= StepScanner::kNameLimit ? text : text.substr(0, StepScanner::kNameLimit) + "...";
+}
+
 }  // namespace
 
 StepScanner::StepScanner(StepBuffer& bytes) : buffer(bytes) {}
 
-std::string StepScanner::Token::Name() const {
+std::string StepScanner::Token::Describe() const {
   switch (kind) {
     case End:
-      return "the end of the file";
+      return "end of file";
     case String:
-      return "a string";
+      return "string";
     case Binary:
-      return "a binary";
+      return "binary";
     case Resource:
-      return Printable(text.substr(0, NAME_LIMIT));
+      return "'" + Printable(Cut(text)) + "'";
     case Other:
       break;
     default:
-      return text.substr(0, NAME_LIMIT);
+      return "'" + Cut(text) + "'";
   }
   int const byte = static_cast<unsigned char>(text[0]);
-  if (byte > ' ' && byte < 0x7F) return text.substr(0, NAME_LIMIT);
+  if (byte > ' ' && byte < 0x7F) return "'" + Cut(text) + "'";
   char name[16];
   std::snprintf(name, sizeof name, "byte 0x%02X", static_cast<unsigned int>(byte));
   return name;
@@ -67,22 +98,38 @@ std::string_view StepScanner::Token::Digits() const {
   return digits;
 }
 
-void StepScanner::Seek(unsigned long offset, long lineThere) {
-  // A file that has become shorter ends in front of some places.
-  buffer.SetOffset(std::min(offset, buffer.Size()));
-  line = lineThere;
+long StepScanner::Column() const {
+  if (token.column != 0) return token.column;
+  char bytes[kColumnLimit];
+  std::size_t const count = std::min<unsigned long>(token.begin, kColumnLimit);
+  std::size_t const found = buffer.ReadAt(token.begin - count, bytes, count);
+  if (found != count) return 0;
+  for (std::size_t i = count; i > 0; --i) {
+    if (IsLineEnd(bytes[i - 1])) return static_cast<long>(count - i) + 1;
+  }
+  return count == token.begin ? static_cast<long>(count) + 1 : 0;
+}
+
+void StepScanner::Seek(Position position) {
+  // A file that was truncated meanwhile ends before some positions.
+  buffer.SetOffset(std::min(position.offset, buffer.Size()));
+  line = position.line;
+  lineBegin = kUnknown;
   afterReturn = false;
   started = true;
-  // Whoever asks where the current token stands finds none.
   token.kind = End;
+  token.text.clear();
+  token.begin = buffer.Offset();
+  token.line = line;
+  token.column = 0;
 }
 
 bool StepScanner::NextReference() {
   while (true) {
     token.text.clear();
     token.line = line;
-    switch (int const byte = buffer.Peek()) {
-      case StepBuffer::END:
+    switch (buffer.Peek()) {
+      case StepBuffer::kEnd:
         token.kind = End;
         return false;
       case '\'':
@@ -93,15 +140,16 @@ bool StepScanner::NextReference() {
         break;
       case '#':
         token.begin = buffer.Offset();
+        token.column = 0;
         ReadInstance();
         if (token.kind == Instance) return true;
         break;
       case ';':
+        BeginToken();
         Keep();
         token.kind = Other;
         return false;
       default:
-        static_cast<void>(byte);
         Take();
     }
   }
@@ -109,16 +157,16 @@ bool StepScanner::NextReference() {
 
 StepScanner::Token const& StepScanner::Next() {
   token.text.clear();
-  tooLong = false;
+  token.hasNul = false;
+  isTooLong = false;
   if (!started) SkipByteOrderMark();
   started = true;
-  // A slash that opens no comment is left behind in the token.
+  // A slash that begins no comment is the token.
   if (!SkipBlanksAndComments()) return token;
 
-  token.line = line;
-  token.begin = buffer.Offset();
+  BeginToken();
   int const byte = buffer.Peek();
-  if (byte == StepBuffer::END) {
+  if (byte == StepBuffer::kEnd) {
     token.kind = End;
   } else if (byte == '\'') {
     ReadString();
@@ -128,6 +176,8 @@ StepScanner::Token const& StepScanner::Next() {
     ReadResource();
   } else if (byte == '#') {
     ReadInstance();
+  } else if (byte == '@') {
+    ReadName();
   } else if (IsLetter(byte) || byte == '!' || byte == '&') {
     ReadKeyword();
   } else if (byte == '.') {
@@ -138,13 +188,41 @@ StepScanner::Token const& StepScanner::Next() {
     token.kind = Other;
     Keep();
   }
-  if (tooLong) FailLong();
+  if (isTooLong) Fail("expected a value of at most 16 MiB, found a longer one");
   return token;
+}
+
+std::string StepScanner::ReadLinesBeforeEnd() {
+  constexpr std::string_view kEndWord = "ENDSEC";
+  std::string text;
+  std::size_t matched = 0;  // bytes of kEndWord at the begin of this line
+  bool atLineBegin = true;
+  while (true) {
+    int const byte = buffer.Peek();
+    if (byte == StepBuffer::kEnd) break;
+    if (atLineBegin && byte == kEndWord[matched]) {
+      ++matched;
+      if (matched == kEndWord.size()) {
+        text.resize(text.size() - (matched - 1));
+        Seek({buffer.Offset() - (matched - 1), line});
+        break;
+      }
+    } else {
+      matched = 0;
+      atLineBegin = IsLineEnd(byte) || (atLineBegin && matched == 0 && IsBlank(byte));
+    }
+    if (text.size() == kTextLimit) Fail("expected a section of at most 16 MiB, found a longer one");
+    text += static_cast<char>(Take());
+  }
+  return text;
 }
 
 int StepScanner::Take() {
   int const byte = buffer.Take();
-  if (byte == '\r' || (byte == '\n' && !afterReturn)) ++line;
+  if (byte == '\r' || byte == '\n') {
+    if (byte == '\r' || !afterReturn) ++line;
+    lineBegin = buffer.Offset();
+  }
   afterReturn = byte == '\r';
   return byte;
 }
@@ -155,11 +233,17 @@ void StepScanner::Keep() {
 }
 
 void StepScanner::Append(int byte) {
-  if (token.text.size() < TEXT_LIMIT) {
+  if (token.text.size() < kTextLimit) {
     token.text.push_back(static_cast<char>(byte));
   } else {
-    tooLong = true;
+    isTooLong = true;
   }
+}
+
+void StepScanner::BeginToken() {
+  token.line = line;
+  token.begin = buffer.Offset();
+  token.column = lineBegin == kUnknown ? 0 : static_cast<long>(token.begin - lineBegin) + 1;
 }
 
 void StepScanner::SkipByteOrderMark() {
@@ -167,6 +251,7 @@ void StepScanner::SkipByteOrderMark() {
     if (buffer.Peek() != byte) return;
     Take();
   }
+  lineBegin = buffer.Offset();
 }
 
 bool StepScanner::SkipBlanksAndComments() {
@@ -175,63 +260,70 @@ bool StepScanner::SkipBlanksAndComments() {
     if (IsBlank(byte)) {
       Take();
     } else if (byte == '/') {
-      long const began = line;
+      BeginToken();
       Take();
       if (buffer.Peek() != '*') {
         token.kind = Other;
-        token.line = began;
-        token.begin = buffer.Offset() - 1;
         token.text = "/";
         return false;
       }
-      SkipComment(began);
+      SkipComment();
     } else {
       return true;
     }
   }
 }
 
-void StepScanner::SkipComment(long began) {
+void StepScanner::SkipComment() {
   Take();
-  for (int byte = Take(); byte != StepBuffer::END; byte = Take()) {
+  unsigned long const begin = buffer.Offset();
+  for (int byte = begin < noCommentEnd ? Take() : StepBuffer::kEnd; byte != StepBuffer::kEnd; byte = Take()) {
     if (byte == '*' && buffer.Peek() == '/') {
       Take();
       return;
     }
   }
-  FailUnended(began, "*/", "the comment");
+  noCommentEnd = std::min(noCommentEnd, begin);
+  FailUnterminated("'*/'", "comment");
 }
 
 void StepScanner::ReadString() {
   token.kind = String;
   Take();
-  for (int byte = Take(); byte != StepBuffer::END; byte = Take()) {
+  InstanceStart start;
+  for (int byte = Take(); byte != StepBuffer::kEnd; byte = Take()) {
     if (byte == '\'') {
       if (buffer.Peek() != '\'') return;
       Take();
     }
-    if (!IsControl(byte) || byte == '\t') Append(byte);
+    if ((byte == ';' || start.IsActive()) && start.Take(byte)) Fail(kUnterminatedString);
+    if (IsControl(byte) && byte != '\t') {
+      if (byte != 0) continue;
+      token.hasNul = true;
+    }
+    Append(byte);
   }
-  FailUnended(token.line, "'", "the string");
+  FailUnterminated("\"'\"", "string");
 }
 
 void StepScanner::SkipString() {
+  BeginToken();
   Take();
-  for (int byte = Take(); byte != StepBuffer::END; byte = Take()) {
-    // Of a doubled apostrophe the second half opens a string again.
+  for (int byte = Take(); byte != StepBuffer::kEnd; byte = Take()) {
+    // The second of two apostrophes opens a string again.
     if (byte == '\'') return;
   }
-  FailUnended(token.line, "'", "the string");
+  FailUnterminated("\"'\"", "string");
 }
 
-// Line ends may stand between the digits; at anything else a broken one ends, so that it swallows nothing.
+// Line ends may be between the digits. Any other byte ends the token, so that an unterminated one is short.
 void StepScanner::ReadBinary() {
   token.kind = Other;
   Keep();
   while (IsHexDigit(buffer.Peek()) || IsBlank(buffer.Peek())) {
     IsBlank(buffer.Peek()) ? static_cast<void>(Take()) : Keep();
   }
-  if (buffer.Peek() == StepBuffer::END) FailUnended(token.line, "\"", "the binary");
+  if (buffer.Peek() == StepBuffer::kEnd) FailUnterminated("'\"'", "binary");
   if (buffer.Peek() != '"') return;
   Keep();
   token.kind = Binary;
@@ -239,17 +331,27 @@ void StepScanner::ReadBinary() {
 
 void StepScanner::ReadResource() {
   token.kind = Resource;
+  int last = 0;
   do {
+    last = buffer.Peek();
     Keep();
-    if (buffer.Peek() == StepBuffer::END) FailUnended(token.line, ">", "the resource");
+    if (buffer.Peek() == StepBuffer::kEnd || (last == ';' && IsLineEnd(buffer.Peek()))) {
+      FailUnterminated("'>'", "resource");
+    }
   } while (buffer.Peek() != '>');
   Keep();
 }
 
+// An instance name or the name of a constant.
 void StepScanner::ReadInstance() {
   Keep();
-  token.kind = IsDigit(buffer.Peek()) ? Instance : Other;
-  while (IsDigit(buffer.Peek())) Keep();
+  token.kind = IsDigit(buffer.Peek()) ? Instance : IsLetter(buffer.Peek()) ? Name : Other;
+  while (IsDigit(buffer.Peek()) || (token.kind == Name && IsLetter(buffer.Peek()))) Keep();
+}
+
+void StepScanner::ReadName() {
+  ReadInstance();
+  if (token.kind == Instance) token.kind = Name;
 }
 
 void StepScanner::ReadKeyword() {
@@ -258,7 +360,7 @@ void StepScanner::ReadKeyword() {
   token.kind = IsWordByte(static_cast<unsigned char>(token.text.back())) ? Keyword : Other;
 }
 
-// A point opens an enumeration or, in files that leave out the zero, a number.
+// A point begins an enumeration or, in files that omit the zero, a number.
 void StepScanner::ReadPoint() {
   Keep();
   if (IsDigit(buffer.Peek())) {
@@ -266,14 +368,14 @@ void StepScanner::ReadPoint() {
     return;
   }
   token.kind = Other;
-  if (!IsLetter(buffer.Peek()) && buffer.Peek() != '_') return;
+  if (!IsLetter(buffer.Peek())) return;
   while (IsWordByte(buffer.Peek())) Keep();
   if (buffer.Peek() != '.') return;
   Keep();
   token.kind = Enumeration;
 }
 
-// Reads on where only a sign, a point or nothing was taken.
+// Requires: at most a sign or a point was taken.
 void StepScanner::ReadNumber() {
   token.kind = Number;
   if (buffer.Peek() == '+' || buffer.Peek() == '-') Keep();
@@ -299,13 +401,10 @@ void StepScanner::ReadNumber() {
   if (!digits) token.kind = Other;
 }
 
-void StepScanner::FailUnended(long began, char const* end, char const* name) const {
-  throw InputError{
-      VREL_E_INVALID_FILE, began,
-      std::string("expected ") + end + " at the end of " + name + " that begins here, found the end of the file"};
+void StepScanner::Fail(std::string const& text) const {
+  throw InputError{VREL_E_INVALID_FILE, token.line, text, Column()};
 }
 
-void StepScanner::FailLong() {
-  throw InputError{VREL_E_INVALID_FILE, token.line,
-                   "expected a value of at most 16 MiB, found a longer one that begins here"};
+void StepScanner::FailUnterminated(char const* end, char const* name) const {
+  Fail(std::string("expected ") + end + " at the end of the " + name + ", found end of file");
 }

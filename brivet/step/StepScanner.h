@@ -1,4 +1,4 @@
-// The words of an ISO 10303-21 clear text file.
+// Lexical scanner for ISO 10303-21 clear text.
 #pragma once
 
 #include <cstddef>
@@ -8,86 +8,113 @@
 
 #include "StepBuffer.h"
 
-// Splits bytes into tokens and passes over white space, line ends (LF, CR LF, CR), comments and a UTF-8 byte order
-// mark. What no rule knows comes out as a token of kind Other: only who reads the tokens can say what was expected.
+// Splits bytes into tokens and skips white space, line ends (LF, CR LF, CR), comments and a UTF-8 byte order mark. A
+// byte that begins no token is returned as a token of kind Other, because only the parser knows what it expects.
 //
 //   StepScanner scanner(buffer);
 //   while (scanner.Next().kind != StepScanner::End) Use(scanner.Current());
 //
-// Needs no more memory than the longest token, which has at most TEXT_LIMIT bytes. Throws InputError
-// (VREL_E_INVALID_FILE) behind a longer one, and at the end of the file for what begins and does not end: a comment, a
-// string, a binary, a resource; its line is the one where it began. The scanner can go on from there.
+// Memory: the longest token, at most kTextLimit bytes.
+// Errors: InputError (VREL_E_INVALID_FILE) after a longer token, at the end of the file for an unterminated comment,
+// string, binary or resource, and where a string cannot be terminated: it contains a semicolon, a line end and the
+// beginning of an instance ("#12=") in a row, as happens when an apostrophe is missing. Line and column are those where
+// the token begins. The scanner can continue afterwards.
 class StepScanner {
  public:
   enum Kind {
     End,          // of the file
     Keyword,      // FILE_NAME, !USER_DEFINED, ISO-10303-21, &SCOPE
     Instance,     // #12
+    Name,         // @12, #PI, @PI
     String,       // 'text'
     Number,       // 1, -2.5E+3
     Enumeration,  // .T.
     Binary,       // "0F3"
     Resource,     // <http://...>
-    Other         // one byte, ( ) , ; = / $ * among them, or a broken piece of the kinds above
+    Other         // one byte, such as ( ) , ; = $ * { } /, or an incomplete token of the kinds above
   };
 
   struct Token {
     Kind kind = End;
-    long line = 1;            // where it begins, counted from 1
-    unsigned long begin = 0;  // the place of its first byte in the file
-    // As it stands. Of a string what is between its apostrophes: doubled ones made one, no control bytes but the tab,
-    // escapes as they stand.
-    std::string text;
+    bool hasNul = false;      // a string with zero bytes, which `text` contains
+    long line = 1;            // of the first byte, from 1
+    long column = 1;          // of the first byte, from 1; 0 if unknown
+    unsigned long begin = 0;  // offset of the first byte
+    std::string text;         // as in the file; of a string what is between its apostrophes: doubled ones reduced,
+                              // without control bytes except tab and NUL, escapes kept
 
     bool Is(Kind other, char const* otherText) const { return kind == other && text == otherText; }
     bool Is(char symbol) const { return kind == Other && text.size() == 1 && text[0] == symbol; }
-    // How an error message names it: "the end of the file", "a string", "#12"; the first NAME_LIMIT bytes.
-    std::string Name() const;
-    // Of an instance, the digits without zeros in front.
+    // Returns how an error message names the token: "end of file", "string", "'#12'". Longer than kNameLimit bytes, it
+    // is cut and ends with "...".
+    std::string Describe() const;
+    // Returns the digits of an instance name without leading zeros.
     std::string_view Digits() const;
   };
 
-  static constexpr std::size_t TEXT_LIMIT = 16 * 1024 * 1024;
-  static constexpr std::size_t NAME_LIMIT = 60;
+  // A position to return to.
+  struct Position {
+    unsigned long offset = 0;
+    long line = 0;
+  };
+
+  static constexpr std::size_t kTextLimit = 16 * 1024 * 1024;
+  static constexpr std::size_t kNameLimit = 60;
 
   explicit StepScanner(StepBuffer& buffer);
 
-  // Goes to the next token; at the end of the file it stays there. The reference is valid until the next call.
+  // Advances to the next token; at the end of the file it stays there. The reference is valid until the next call.
   Token const& Next();
   Token const& Current() const { return token; }
+  Position CurrentPosition() const { return {token.begin, token.line}; }
 
-  // How far it has read.
+  // Returns the offset of the next byte to read.
   unsigned long Offset() const noexcept { return buffer.Offset(); }
-  // Goes back to a token, by its begin and line; Next gives it. Until then the current token is void.
-  void Seek(unsigned long offset, long lineThere);
+  // Returns the line of that byte.
+  long Line() const noexcept { return line; }
+  // Returns the column of the current token. After Seek it is found by reading backwards, up to a limit; 0 if unknown.
+  long Column() const;
+  // Continues at a token, which the next call of Next returns. Until then there is no current token.
+  void Seek(Position position);
 
-  // Goes to the next instance name in front of the next semicolon; what is between is passed over, the texts of strings
-  // unread. For an instance that was read before: what breaks the format is not told. False, with the semicolon or the
-  // end of the file as the current token, where there is none.
+  // Advances to the next instance name before the next semicolon, skipping everything else; strings are not decoded.
+  // Requires: the instance was read before; syntax errors are not detected. Returns false, with the semicolon or the
+  // end of the file as the current token, if there is none.
   bool NextReference();
 
+  // Returns the bytes up to the next line that begins with ENDSEC, and makes that word the next token. At most
+  // kTextLimit bytes are returned.
+  std::string ReadLinesBeforeEnd();
+
  private:
+  static constexpr unsigned long kUnknown = ~0UL;
+
   int Take();
   void Keep();
   void Append(int byte);
+  void BeginToken();
   void SkipByteOrderMark();
   bool SkipBlanksAndComments();
-  void SkipComment(long began);
+  void SkipComment();
   void SkipString();
   void ReadString();
   void ReadBinary();
   void ReadResource();
   void ReadInstance();
+  void ReadName();
   void ReadKeyword();
   void ReadPoint();
   void ReadNumber();
-  [[noreturn]] void FailUnended(long began, char const* end, char const* name) const;
-  [[noreturn]] void FailLong();
+  [[noreturn]] void Fail(std::string const& text) const;
+  [[noreturn]] void FailUnterminated(char const* end, char const* name) const;
 
   StepBuffer& buffer;
   Token token;
   long line = 1;
-  bool afterReturn = false;  // the last byte was CR: an LF behind it ends the same line
+  unsigned long lineBegin = 0;  // offset of the first byte of the line; kUnknown after Seek
+  // No comment ends at or after this offset: the rest of the file is not searched again for the end of one.
+  unsigned long noCommentEnd = kUnknown;
+  bool afterReturn = false;  // the last byte was CR, so that a following LF ends the same line
   bool started = false;
-  bool tooLong = false;  // the current token had more bytes than are kept
+  bool isTooLong = false;  // the current token has more bytes than were kept
 };

@@ -11,6 +11,10 @@ void DeleteAll(VRELDynamicArray<VRELEntityReader*>& entities) {
 
 }  // namespace
 
+VRINResult StepHeaderEntity::ReadEntity() {
+  return document.ReadHeaderEntity(begin);
+}
+
 StepHeaderSection::StepHeaderSection(VRELBufferHandle const& source, StepFormatReader& owner)
     : VRELSectionReader(source), document(owner) {}
 

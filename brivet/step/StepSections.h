@@ -1,21 +1,36 @@
-// The sections of a STEP file.
+// Sections of a STEP file.
 #pragma once
 
 #include <cstdint>
 
+#include "StepScanner.h"
+#include "VRELEntityReader.h"
 #include "VRELSectionReader.h"
 
 class StepEntityReader;
 class StepFormatReader;
 
-// Both read on in the file as they are walked, and own the entities that they made.
+// An entity of the header.
+class StepHeaderEntity final : public VRELEntityReader {
+ public:
+  StepHeaderEntity(VRELBufferHandle& source, StepFormatReader& owner, StepScanner::Position position)
+      : VRELEntityReader(source), document(owner), begin(position) {}
+
+  VRINResult ReadEntity() override;
+
+ private:
+  StepFormatReader& document;
+  StepScanner::Position const begin;
+};
+
+// Both sections read the file while they are traversed, and own the entities that they create.
 class StepHeaderSection final : public VRELSectionReader {
  public:
   // The document must outlive the section.
   StepHeaderSection(VRELBufferHandle const& source, StepFormatReader& owner);
   ~StepHeaderSection() override;
 
-  // The next record; null behind the last.
+  // Returns the next entity, or null at the end.
   VRELEntityReader* GetNextKey() override;
 
  private:
@@ -27,9 +42,9 @@ class StepDataSection final : public VRELSectionReader {
   StepDataSection(VRELBufferHandle const& source, StepFormatReader& owner);
   ~StepDataSection() override;
 
-  // The next instance; null behind the last.
+  // Returns the next instance, or null at the end.
   VRELEntityReader* GetNextKey() override;
-  // One that was walked over, from 0 on.
+  // Returns an instance that was traversed, from 0.
   StepEntityReader& At(std::uint32_t index) const;
 
  private:

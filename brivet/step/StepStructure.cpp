@@ -1,461 +1,466 @@
+// Grammar: an exchange structure is a header section, optional ANCHOR and REFERENCE sections, data sections and the
+// end, which SIGNATURE sections may follow. The functions are those of a recursive-descent parser, turned inside out
+// because the reader frame asks for one entity after the other. There is one token of lookahead: `hasPendingToken` says
+// that the current token was examined and belongs to what is read next.
+//
+// Recovery: whatever fails has a begin, the first token of the entity, entry or instance. From there StepRecovery finds
+// where reading resumes, which may be before the position of the error, so that bytes are read again. A hostile file
+// could make each instance fail at the end of the file. Once kRescanFactor times the size of the file was read again,
+// reading therefore resumes after the error instead, which bounds the total time.
 #include "StepStructure.h"
 
 #include <algorithm>
-#include <cmath>
-#include <utility>
+#include <string_view>
 
-// The shape of a product definition is found by
-//
-//   PRODUCT_DEFINITION_SHAPE -> SHAPE_DEFINITION_REPRESENTATION -> representation
-//
-// and from there by SHAPE_REPRESENTATION_RELATIONSHIPs without a transformation, which connect the representation of the
-// structure with those of solids. A relationship with a transformation places a child in its parent: placement times the
-// child's item equals the parent's item. Exporters disagree about the order of both, so that the representations to which
-// items and shapes belong decide, and the order in the file only if they do not.
-//
-// Cycles are cut by a depth-first search with an explicit stack: an occurrence that leads to a product on the present
-// path is lost. All steps are linear in the number of instances.
+#include "Gk_ErrMgr.h"
+#include "Progress.h"
+#include "StepHeader.h"
 
 namespace {
 
-constexpr std::size_t kExtentStepLimit = 50000000;
+constexpr char kEndOfExchange[] = "END-ISO-10303-21";
+constexpr std::uint32_t kProgressInterval = 4096;  // instances
+constexpr unsigned long kRescanFactor = 4;
+constexpr char kInstanceIsLost[] = "the instance is lost";
+constexpr unsigned long kOpeningLimit = 4096;  // bytes that are searched for the header of a damaged file
 
-bool IsWord(std::string const& text, char const* word) {
-  return text.find(word) != std::string::npos;
+// Counts the strings with escapes.
+class EscapeCounter : public DocumentVisitor {
+ public:
+  void String(Text const& text) override { escaped += text.escaped ? 1 : 0; }
+  long escaped = 0;
+};
+
+// Composes the type of an instance from those of its records.
+class TypeCollector final : public EscapeCounter {
+ public:
+  void BeginRecord(std::string_view type) override {
+    // Longer names are all counted as one type.
+    if (name.size() > StepTypes::kNameLimit) return;
+    if (!name.empty()) name += ' ';
+    name += type;
+  }
+  std::string name;
+};
+
+// Returns the position after a word of the text and `next`, with blanks between; npos if the text does not contain
+// them.
+std::size_t FindAfter(std::string_view text, std::string_view word, char next) {
+  for (std::size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) {
+    std::size_t const end = text.find_first_not_of(" \t\r\n", at + word.size());
+    if (end != text.npos && text[end] == next) return end + 1;
+  }
+  return text.npos;
 }
 
 }  // namespace
 
-void StepStructure::Read() {
-  ReadProducts();
-  FindExcludedProducts();
-  ReadRepresentations();
-  ReadOccurrences();
-  ReadPlacements();
-  PlaceByMappedItems();
-  CutCycles();
-  FindRoots();
-  ReadShapes();
-}
+StepStructure::StepStructure(Parts const& documentParts)
+    : parts(documentParts), scanner(parts.scanner), parser(parts.parser), recovery(parts.buffer) {}
 
-int StepStructure::ProductOf(std::uint32_t definition) const {
-  auto const found = products.find(definition);
-  return found == products.end() ? -1 : found->second;
-}
-
-std::uint32_t StepStructure::OwnerOf(std::uint32_t propertyDefinition) const {
-  auto const& store = context.store;
-  std::uint32_t definition = propertyDefinition;
-  for (int depth = 0; depth < 8 && definition != 0; ++depth) {
-    if (store.Is(definition, StepEntity::ProductDefinition) ||
-        store.Is(definition, StepEntity::ProductDefinitionRelationship)) {
-      return definition;
-    }
-    if (store.Is(definition, StepEntity::PropertyDefinition)) {
-      definition = context.AnyInstance(definition, STEP_ATTRIBUTE(PropertyDefinition, "definition"));
-    } else if (store.Is(definition, StepEntity::ShapeAspect)) {
-      definition = context.AnyInstance(definition, STEP_ATTRIBUTE(ShapeAspect, "of_shape"));
-    } else {
-      return 0;
-    }
+// Goes to the next token, unless the current one is still to be read.
+void StepStructure::Advance() {
+  try {
+    if (!hasPendingToken) scanner.Next();
+  } catch (InputError const&) {
+    pieceBegin = scanner.CurrentPosition();
+    throw;
   }
-  return 0;
+  hasPendingToken = false;
+  pieceBegin = scanner.CurrentPosition();
 }
 
-void StepStructure::ReadProducts() {
-  for (std::uint32_t const definition : context.store.InstancesOf(StepEntity::ProductDefinition)) {
-    ModelProduct product;
-    product.definition = context.IdOf(definition);
-    std::uint32_t const formation =
-        context.Instance(definition, STEP_ATTRIBUTE(ProductDefinition, "formation"), StepEntity::ProductDefinitionFormation);
-    if (formation != 0) {
-      product.version = context.Text(formation, STEP_ATTRIBUTE(ProductDefinitionFormation, "id"));
-      std::uint32_t const item =
-          context.Instance(formation, STEP_ATTRIBUTE(ProductDefinitionFormation, "of_product"), StepEntity::Product);
-      if (item != 0) {
-        product.instance = context.IdOf(item);
-        product.id = context.Text(item, STEP_ATTRIBUTE(Product, "id"));
-        product.name = context.Text(item, STEP_ATTRIBUTE(Product, "name"));
-        product.description = context.Text(item, STEP_ATTRIBUTE(Product, "description"));
-      }
-    }
-    products.emplace(definition, static_cast<int>(context.model.products.size()));
-    context.model.products.push_back(std::move(product));
-  }
-  representations.resize(context.model.products.size());
-  representationSets.resize(context.model.products.size());
+void StepStructure::GoTo(StepScanner::Position position) {
+  hasPendingToken = false;
+  if (scanner.Current().begin == position.offset && scanner.Current().kind != StepScanner::End) return;
+  scanner.Seek(position);
+  scanner.Next();
 }
 
-// Documents and raw material are products of a category, and no roots.
-void StepStructure::FindExcludedProducts() {
-  std::unordered_set<std::string> excluded;
-  for (std::uint32_t const category : context.store.InstancesOf(StepEntity::ProductRelatedProductCategory)) {
-    std::string const name = context.Text(category, STEP_ATTRIBUTE(ProductCategory, "name")).value_or("");
-    if (name != "document" && name != "raw material" && !IsWord(name, "document")) continue;
-    for (std::uint32_t const item :
-         context.Instances(category, STEP_ATTRIBUTE(ProductRelatedProductCategory, "products"), StepEntity::Product)) {
-      excluded.insert(context.IdOf(item));
-    }
+void StepStructure::Resume(StepScanner::Position position) {
+  hasPendingToken = false;
+  scanner.Seek(position);
+}
+
+StepScanner::Position StepStructure::FindResumption(StepScanner::Position begin, Part part) {
+  StepScanner::Position const failure = {scanner.Offset(), scanner.Line()};
+  StepScanner::Position const position = recovery.Find(begin, part);
+  if (position.offset >= failure.offset) return position;
+  rescanned += failure.offset - position.offset;
+  return rescanned <= kRescanFactor * parts.buffer.Size() ? position : recovery.Find(failure, part);
+}
+
+// Reports an error, adds a loss from `begin` on, and resumes reading after it.
+void StepStructure::Lose(InputError const& error, StepScanner::Position begin, Part part, char const* what,
+                         std::string const& instance) {
+  if (parts.diagnostics.SendsWarning()) {
+    std::string const in = instance.empty() ? "" : " in " + instance;
+    parts.diagnostics.Warn(error.line, error.column, error.text + in + "; " + what);
+  } else {
+    parts.diagnostics.CountWarning();
   }
-  for (ModelProduct& product : context.model.products) {
-    if (excluded.count(product.instance) != 0) product.isRootCandidate = false;
+  StepScanner::Position const position = FindResumption(begin, part);
+  bool const endsBefore = recovery.IsAtLineBegin() && position.line > begin.line;
+  Loss loss = {begin.line, endsBefore ? position.line - 1 : position.line, {}, error.text};
+  if (!instance.empty()) loss.instances.push_back(instance);
+  parts.losses.Add(std::move(loss));
+  Resume(position);
+}
+
+// Reports that the file lacks something at the current token.
+void StepStructure::MarkIncomplete(std::string const& expected, std::string const& consequence) {
+  StepScanner::Token const& token = scanner.Current();
+  std::string const text = "expected " + expected + ", found " + token.Describe();
+  parts.diagnostics.Warn(token.line, scanner.Column(), text + "; " + consequence);
+  parts.losses.AddIncomplete(token.line, text);
+}
+
+void StepStructure::ReadOpening() {
+  try {
+    scanner.Next();
+    parser.ExpectWord("ISO-10303-21");
+    if (!parser.AtWord("HEADER")) parser.Fail("HEADER");
+    scanner.Next();
+    if (!parser.AtSymbol(';')) parser.Fail("';' after HEADER");
+  } catch (InputError const& error) {
+    FindHeader(error);
   }
 }
 
-void StepStructure::ReadRepresentations() {
-  auto const& store = context.store;
-  auto const add = [this](int product, std::uint32_t representation) {
-    auto const index = static_cast<std::size_t>(product);
-    if (!representationSets[index].insert(representation).second) return;
-    representations[index].push_back(representation);
-  };
-  std::unordered_set<std::uint32_t> direct;
-  for (std::uint32_t const link : store.InstancesOf(StepEntity::ShapeDefinitionRepresentation)) {
-    std::uint32_t const definition = context.Instance(
-        link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "definition"), StepEntity::PropertyDefinition);
-    std::uint32_t const representation = context.Instance(
-        link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "used_representation"), StepEntity::Representation);
-    if (definition == 0 || representation == 0) continue;
-    std::uint32_t const owner = context.AnyInstance(definition, STEP_ATTRIBUTE(PropertyDefinition, "definition"));
-    int const product = ProductOf(owner);
-    if (product < 0) continue;
-    direct.insert(representation);
-    add(product, representation);
-  }
-
-  std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> neighbours;
-  for (std::uint32_t const link : store.InstancesOf(StepEntity::ShapeRepresentationRelationship)) {
-    if (store.Is(link, StepEntity::RepresentationRelationshipWithTransformation)) continue;
-    std::uint32_t const first =
-        context.Instance(link, STEP_ATTRIBUTE(RepresentationRelationship, "rep_1"), StepEntity::Representation);
-    std::uint32_t const second =
-        context.Instance(link, STEP_ATTRIBUTE(RepresentationRelationship, "rep_2"), StepEntity::Representation);
-    if (first == 0 || second == 0) continue;
-    neighbours[first].push_back(second);
-    neighbours[second].push_back(first);
-  }
-  for (std::size_t index = 0; index < representations.size(); ++index) {
-    // The vector grows while it is traversed. Another product's own representation is not entered.
-    for (std::size_t i = 0; i < representations[index].size(); ++i) {
-      auto const found = neighbours.find(representations[index][i]);
-      if (found == neighbours.end()) continue;
-      for (std::uint32_t const next : found->second) {
-        if (direct.count(next) == 0) add(static_cast<int>(index), next);
-      }
-    }
-    ModelProduct& product = context.model.products[index];
-    for (std::uint32_t const representation : representations[index]) {
-      product.shapes.push_back(context.IdOf(representation));
-      int const used = units.OfContext(
-          context.AnyInstance(representation, STEP_ATTRIBUTE(Representation, "context_of_items")));
-      if (product.units < 0) product.units = used;
+// Finds the header of a file whose first lines are damaged.
+void StepStructure::FindHeader(InputError const& error) {
+  std::string bytes(kOpeningLimit, '\0');
+  bytes.resize(parts.buffer.ReadAt(0, bytes.data(), bytes.size()));
+  std::size_t begin = FindAfter(bytes, "HEADER", ';');
+  if (begin == std::string::npos) {
+    for (char const* type : {"FILE_DESCRIPTION", "FILE_NAME", "FILE_SCHEMA"}) {
+      if (FindAfter(bytes, type, '(') != std::string::npos) begin = std::min(begin, bytes.find(type));
     }
   }
+  if (begin == std::string::npos) throw error;
+  long const line = 1 + std::count(bytes.begin(), bytes.begin() + static_cast<long>(begin), '\n');
+  parts.diagnostics.Warn(error.line, error.column, error.text + "; reading begins at the header");
+  parts.losses.Add({1, line, {}, error.text});
+  Resume({begin, line});
 }
 
-void StepStructure::ReadOccurrences() {
-  auto const& store = context.store;
-  for (std::uint32_t const usage : store.InstancesOf(StepEntity::AssemblyComponentUsage)) {
-    if (store.Is(usage, StepEntity::PromissoryUsageOccurrence) || store.Is(usage, StepEntity::SpecifiedHigherUsageOccurrence)) {
-      continue;
-    }
-    ModelOccurrence occurrence;
-    occurrence.instance = context.IdOf(usage);
-    std::uint32_t const parent = context.Instance(
-        usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "relating_product_definition"), StepEntity::ProductDefinition);
-    std::uint32_t const child = context.Instance(
-        usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "related_product_definition"), StepEntity::ProductDefinition);
-    if (parent == 0 || child == 0) continue;
-    occurrence.parent = ProductOf(parent);
-    occurrence.child = ProductOf(child);
-    occurrence.id = context.Text(usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "id"));
-    occurrence.name = context.Text(usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "name"));
-    occurrence.designator = context.Text(usage, STEP_ATTRIBUTE(AssemblyComponentUsage, "reference_designator"));
-    std::uint32_t const quantity =
-        context.AnyInstance(usage, STEP_ATTRIBUTE(QuantifiedAssemblyComponentUsage, "quantity"));
-    if (quantity != 0) {
-      occurrence.quantity = context.Number(quantity, STEP_ATTRIBUTE(MeasureWithUnit, "value_component")).value_or(1.0);
-    }
-    double const factor = MetresOf(occurrence.child) / MetresOf(occurrence.parent);
-    if (factor != 1.0) occurrence.placement = Placement::Scaling(factor);
-    occurrenceOf.emplace(usage, static_cast<int>(context.model.occurrences.size()));
-    context.model.occurrences.push_back(std::move(occurrence));
-  }
-  isPlaced.assign(context.model.occurrences.size(), false);
-}
-
-double StepStructure::MetresOf(int product) const {
-  int const index = product < 0 ? -1 : context.model.products[static_cast<std::size_t>(product)].units;
-  return index < 0 ? 1.0 : context.model.units[static_cast<std::size_t>(index)].metres;
-}
-
-bool StepStructure::Belongs(std::uint32_t representation, int product) const {
-  return product >= 0 && representationSets[static_cast<std::size_t>(product)].count(representation) != 0;
-}
-
-bool StepStructure::IsItemOf(std::uint32_t item, std::uint32_t representation) {
-  auto const [found, isNew] = itemSets.try_emplace(representation);
-  if (isNew) {
-    for (std::uint32_t const each : context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"))) {
-      found->second.insert(each);
-    }
-  }
-  return found->second.count(item) != 0;
-}
-
-void StepStructure::ReadPlacements() {
-  for (std::uint32_t const link : context.store.InstancesOf(StepEntity::ContextDependentShapeRepresentation)) {
-    std::uint32_t const relationship =
-        context.Instance(link, STEP_ATTRIBUTE(ContextDependentShapeRepresentation, "representation_relation"),
-                         StepEntity::RepresentationRelationship);
-    std::uint32_t const shape =
-        context.Instance(link, STEP_ATTRIBUTE(ContextDependentShapeRepresentation, "represented_product_relation"),
-                         StepEntity::ProductDefinitionShape);
-    if (relationship == 0 || shape == 0) continue;
-    auto const found = occurrenceOf.find(context.AnyInstance(shape, STEP_ATTRIBUTE(PropertyDefinition, "definition")));
-    if (found == occurrenceOf.end()) continue;
-    auto const index = static_cast<std::size_t>(found->second);
-    if (!isPlaced[index] && ReadRelationship(relationship, context.model.occurrences[index])) isPlaced[index] = true;
-  }
-}
-
-bool StepStructure::ReadRelationship(std::uint32_t relationship, ModelOccurrence& occurrence) {
-  auto const& store = context.store;
-  std::uint32_t childShape = context.AnyInstance(relationship, STEP_ATTRIBUTE(RepresentationRelationship, "rep_1"));
-  std::uint32_t parentShape = context.AnyInstance(relationship, STEP_ATTRIBUTE(RepresentationRelationship, "rep_2"));
-  std::uint32_t const transformation = context.AnyInstance(
-      relationship, STEP_ATTRIBUTE(RepresentationRelationshipWithTransformation, "transformation_operator"));
-  if (transformation == 0) return false;
-  bool const isReversed = !(Belongs(childShape, occurrence.child) && Belongs(parentShape, occurrence.parent)) &&
-                          Belongs(parentShape, occurrence.child) && Belongs(childShape, occurrence.parent);
-  if (isReversed) std::swap(childShape, parentShape);
-  double const factor = MetresOf(occurrence.child) / MetresOf(occurrence.parent);
-
-  if (store.Is(transformation, StepEntity::CartesianTransformationOperator)) {
-    Placement placement;
-    if (!shapes.Geometry().ReadPlacement(transformation, placement)) return false;
-    if (isReversed && !placement.Invert(placement)) return false;
-    occurrence.placement = placement * Placement::Scaling(factor);
+// Skips a word and its semicolon. A missing semicolon is reported, and what is there instead is read next.
+bool StepStructure::SkipHeading(char const* word) {
+  if (!parser.AtWord(word)) return false;
+  try {
+    scanner.Next();
+  } catch (InputError const&) {
     return true;
   }
-  std::uint32_t first = context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_1"));
-  std::uint32_t second = context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_2"));
-  if (first == 0 || second == 0) {
-    context.Warn(transformation, "a transformation without two placements is skipped");
-    return false;
-  }
-  // Items belong to rep_1 and rep_2 in this order; of a reversed relationship the first is the parent's.
-  if (isReversed) std::swap(first, second);
-  bool const isInOrder = IsItemOf(first, childShape) && IsItemOf(second, parentShape);
-  if (!isInOrder && IsItemOf(second, childShape) && IsItemOf(first, parentShape)) std::swap(first, second);
-  return MapItems(first, second, factor, occurrence.placement);
-}
-
-bool StepStructure::MapItems(std::uint32_t childItem, std::uint32_t parentItem, double factor, Placement& placement) {
-  Placement child;
-  Placement parent;
-  Placement inverse;
-  if (!shapes.Geometry().ReadPlacement(childItem, child) || !shapes.Geometry().ReadPlacement(parentItem, parent) ||
-      !child.Invert(inverse)) {
-    return false;
-  }
-  placement = factor == 1.0 ? parent * inverse : parent * Placement::Scaling(factor) * inverse;
+  if (parser.AtSymbol(';')) return true;
+  parts.diagnostics.Warn(scanner.Current().line, scanner.Column(),
+                         std::string("expected ';' after ") + word + ", found " + scanner.Current().Describe());
+  hasPendingToken = true;
   return true;
 }
 
-// Occurrences without a transformation are placed by the mapped items of their parent that map a shape of the child, in
-// the order of both.
-void StepStructure::PlaceByMappedItems() {
-  auto const& store = context.store;
-  auto& occurrences = context.model.occurrences;
-  std::unordered_map<int, std::vector<std::size_t>> unplaced;  // by parent
-  for (std::size_t i = 0; i < occurrences.size(); ++i) {
-    if (!isPlaced[i]) unplaced[occurrences[i].parent].push_back(i);
+bool StepStructure::EndsAnySection() const {
+  if (scanner.Current().kind == StepScanner::End) return true;
+  for (char const* word : {"ENDSEC", "DATA", "ANCHOR", "REFERENCE", kEndOfExchange}) {
+    if (parser.AtWord(word)) return true;
   }
-  std::unordered_map<std::uint32_t, int> productOfShape;
-  for (std::size_t i = 0; i < representations.size(); ++i) {
-    for (std::uint32_t const shape : representations[i]) productOfShape.try_emplace(shape, static_cast<int>(i));
+  return false;
+}
+
+// Returns whether the current token ends a section: ENDSEC, or what can only be after that.
+bool StepStructure::EndsSection(char const* content) {
+  if (!EndsAnySection()) return false;
+  if (SkipHeading("ENDSEC")) return true;
+  std::string const expected = std::string(content) + " or ENDSEC";
+  if (scanner.Current().kind == StepScanner::End) {
+    MarkIncomplete(expected, "the file is cut off");
+  } else {
+    parts.diagnostics.Warn(scanner.Current().line, scanner.Column(),
+                           "expected " + expected + ", found " + scanner.Current().Describe());
   }
-  for (auto const& [parent, waiting] : unplaced) {
-    std::unordered_map<int, std::vector<std::uint32_t>> mappedItems;  // by child
-    for (std::uint32_t const shape : representations[static_cast<std::size_t>(parent)]) {
-      for (std::uint32_t const item : context.AnyInstances(shape, STEP_ATTRIBUTE(Representation, "items"))) {
-        if (!store.Is(item, StepEntity::MappedItem)) continue;
-        std::uint32_t const source = context.AnyInstance(item, STEP_ATTRIBUTE(MappedItem, "mapping_source"));
-        auto const found = productOfShape.find(
-            context.AnyInstance(source, STEP_ATTRIBUTE(RepresentationMap, "mapped_representation")));
-        if (found != productOfShape.end() && found->second != parent) mappedItems[found->second].push_back(item);
+  hasPendingToken = true;
+  return true;
+}
+
+bool StepStructure::NextHeaderEntity(StepScanner::Position& begin) {
+  if (ended) return false;
+  while (true) {
+    Gk_ErrMgr::checkAbort();
+    try {
+      Advance();
+      bool const isInstance = scanner.Current().kind == StepScanner::Instance;
+      if (isInstance || EndsSection("header entity")) {
+        hasPendingToken = hasPendingToken || isInstance;
+        CheckHeader(scanner.Current().line);
+        return false;
       }
-    }
-    std::unordered_map<int, std::size_t> used;
-    for (std::size_t const index : waiting) {
-      ModelOccurrence& occurrence = occurrences[index];
-      auto const& items = mappedItems[occurrence.child];
-      std::size_t const position = used[occurrence.child]++;
-      if (position >= items.size()) continue;
-      shapes.Skip(items[position]);
-      std::uint32_t const source = context.AnyInstance(items[position], STEP_ATTRIBUTE(MappedItem, "mapping_source"));
-      isPlaced[index] = MapItems(context.AnyInstance(source, STEP_ATTRIBUTE(RepresentationMap, "mapping_origin")),
-                                 context.AnyInstance(items[position], STEP_ATTRIBUTE(MappedItem, "mapping_target")),
-                                 MetresOf(occurrence.child) / MetresOf(occurrence.parent), occurrence.placement);
+      if (scanner.Current().kind != StepScanner::Keyword) parser.Fail("header entity or ENDSEC");
+      begin = pieceBegin;
+      headerEntities.push_back(begin);
+      return true;
+    } catch (InputError const& error) {
+      Lose(error, pieceBegin, Part::Header, "this part of the header is lost");
     }
   }
 }
 
-void StepStructure::CutCycles() {
-  auto& model = context.model;
-  for (std::size_t i = 0; i < model.occurrences.size(); ++i) {
-    model.products[static_cast<std::size_t>(model.occurrences[i].parent)].occurrences.push_back(static_cast<int>(i));
+VRINResult StepStructure::ReadHeaderEntity(StepScanner::Position begin, VRELFileHeader& header) {
+  try {
+    GoTo(begin);
+    std::string const type = scanner.Current().text;
+    StepHeader filler(header);
+    parser.ReadRecord(filler);
+    if (!parser.AtSymbol(';')) parser.Fail("';' after a header entity");
+    missingEntities.erase(std::remove(missingEntities.begin(), missingEntities.end(), type), missingEntities.end());
+    return VREL_S_OK;
+  } catch (InputError const& error) {
+    // The entity that is read is always the last one that was found.
+    headerEntities.pop_back();
+    Lose(error, begin, Part::Header, "the header entity is lost");
+    return error.result;
   }
-  enum State : char { Unvisited, OnPath, Done };
-  std::vector<State> states(model.products.size(), Unvisited);
-  std::vector<bool> isLost(model.occurrences.size(), false);
-  std::vector<std::pair<std::size_t, std::size_t>> path;  // product and its next occurrence
+}
 
-  auto const search = [&](std::size_t start) {
-    if (states[start] != Unvisited) return;
-    states[start] = OnPath;
-    path.emplace_back(start, 0);
-    while (!path.empty()) {
-      auto& [product, next] = path.back();
-      auto const& children = model.products[product].occurrences;
-      if (next == children.size()) {
-        states[product] = Done;
-        path.pop_back();
-        continue;
+void StepStructure::CheckHeader(long line) {
+  for (std::string const& type : missingEntities) {
+    parts.diagnostics.Warn(line, 0, "expected " + type + " in the header, found none");
+  }
+}
+
+bool StepStructure::NextDataSection() {
+  while (!ended) {
+    Gk_ErrMgr::checkAbort();
+    try {
+      Advance();
+      StepScanner::Token const& token = scanner.Current();
+      if (parser.AtWord("DATA")) {
+        BeginData();
+        return true;
       }
-      auto const index = static_cast<std::size_t>(children[next++]);
-      auto const child = static_cast<std::size_t>(model.occurrences[index].child);
-      if (states[child] == OnPath) {
-        isLost[index] = true;
-        model.warnings.push_back(model.occurrences[index].instance + ": the occurrence closes a cycle and is skipped");
-      } else if (states[child] == Unvisited) {
-        states[child] = OnPath;
-        path.emplace_back(child, 0);
+      if (token.kind == StepScanner::Instance) {
+        BeginDataWithoutHeading();
+        return true;
       }
-    }
-  };
-  // Roots first, so that a cycle loses the occurrence that closes it as seen from the root.
-  std::vector<bool> isChild(model.products.size(), false);
-  for (ModelOccurrence const& each : model.occurrences) isChild[static_cast<std::size_t>(each.child)] = true;
-  for (std::size_t i = 0; i < model.products.size(); ++i) {
-    if (!isChild[i]) search(i);
-  }
-  for (std::size_t i = 0; i < model.products.size(); ++i) search(i);
-  for (ModelProduct& product : model.products) {
-    auto& children = product.occurrences;
-    children.erase(std::remove_if(children.begin(), children.end(),
-                                  [&](int index) { return isLost[static_cast<std::size_t>(index)]; }),
-                   children.end());
-  }
-}
-
-void StepStructure::FindRoots() {
-  auto& model = context.model;
-  std::vector<bool> isChild(model.products.size(), false);
-  for (ModelProduct const& product : model.products) {
-    for (int const index : product.occurrences) {
-      isChild[static_cast<std::size_t>(model.occurrences[static_cast<std::size_t>(index)].child)] = true;
-    }
-  }
-  for (std::size_t i = 0; i < model.products.size(); ++i) {
-    if (!isChild[i] && model.products[i].isRootCandidate) model.roots.push_back(static_cast<int>(i));
-  }
-}
-
-void StepStructure::ReadShapes() {
-  auto& model = context.model;
-  std::vector<StepExtent> extents(model.products.size());
-  for (std::size_t i = 0; i < model.products.size(); ++i) {
-    shapes.Read(model.products[i], representations[i]);
-    extents[i] = shapes.Extent();
-  }
-  ComputeExtents(extents);
-}
-
-// Returns the products with children before their parents.
-std::vector<std::size_t> StepStructure::BottomUp() const {
-  auto const& model = context.model;
-  std::vector<std::size_t> order;
-  std::vector<bool> isVisited(model.products.size(), false);
-  std::vector<std::pair<std::size_t, std::size_t>> path;
-  for (std::size_t start = 0; start < model.products.size(); ++start) {
-    if (isVisited[start]) continue;
-    isVisited[start] = true;
-    path.emplace_back(start, 0);
-    while (!path.empty()) {
-      auto& [product, next] = path.back();
-      auto const& children = model.products[product].occurrences;
-      if (next == children.size()) {
-        order.push_back(product);
-        path.pop_back();
-        continue;
+      if (parser.AtWord("ANCHOR") || parser.AtWord("REFERENCE")) {
+        ReadEntries();
+      } else if (parser.AtWord("SIGNATURE")) {
+        ReadSignature();
+      } else if (parser.AtWord(kEndOfExchange) || token.kind == StepScanner::End) {
+        EndExchange();
+      } else if (!SkipHeading("ENDSEC")) {
+        parser.Fail("DATA or END-ISO-10303-21");
       }
-      auto const& occurrence = model.occurrences[static_cast<std::size_t>(children[next++])];
-      auto const child = static_cast<std::size_t>(occurrence.child);
-      if (isVisited[child]) continue;
-      isVisited[child] = true;
-      path.emplace_back(child, 0);
+    } catch (InputError const& error) {
+      Lose(error, pieceBegin, Part::Data, "this part of the file is lost");
     }
   }
-  return order;
+  return false;
 }
 
-// The extent of an assembly is exact if its nodes have few enough points and arcs: each is placed. Otherwise it is the
-// extent of the placed boxes of its children, so that deep structures do not take quadratic time.
-void StepStructure::ComputeExtents(std::vector<StepExtent> const& extents) {
-  auto& model = context.model;
-  std::vector<std::size_t> steps(model.products.size(), 0);
-  std::size_t budget = kExtentStepLimit;
-  for (std::size_t const index : BottomUp()) {
-    ModelProduct& product = model.products[index];
-    steps[index] = 1 + extents[index].Size();
-    for (int const each : product.occurrences) {
-      auto const child = static_cast<std::size_t>(model.occurrences[static_cast<std::size_t>(each)].child);
-      steps[index] = std::min(steps[index] + steps[child], kExtentStepLimit + 1);
-    }
-    if (product.occurrences.empty()) continue;
-    if (steps[index] <= budget) {
-      budget -= steps[index];
-      ExtendByTree(static_cast<int>(index), extents, product.extent);
-      continue;
-    }
-    for (int const each : product.occurrences) {
-      ModelOccurrence const& occurrence = model.occurrences[static_cast<std::size_t>(each)];
-      ModelBox const& box = model.products[static_cast<std::size_t>(occurrence.child)].extent;
-      for (int corner = 0; corner < 8 && !box.isEmpty; ++corner) {
-        double point[3];
-        for (int i = 0; i < 3; ++i) point[i] = (corner >> i & 1) != 0 ? box.high[i] : box.low[i];
-        occurrence.placement.Apply(point);
-        product.extent.Extend(point);
-      }
-    }
+void StepStructure::EndExchange() {
+  ended = true;
+  if (parser.AtWord(kEndOfExchange) && SkipSemicolon()) {
+    ReadTrailingSignatures();
+    return;
   }
-  if (model.roots.empty()) return;
-  model.extentUnits = model.products[static_cast<std::size_t>(model.roots.front())].units;
-  double const target = MetresOf(model.roots.front());
-  for (int const root : model.roots) {
-    ModelBox box = model.products[static_cast<std::size_t>(root)].extent;
-    double const factor = MetresOf(root) / target;
-    for (int i = 0; i < 3; ++i) {
-      box.low[i] *= factor;
-      box.high[i] *= factor;
-    }
-    model.extent.Extend(box);
+  // If the file ends within a section, that was reported.
+  if (!parts.losses.IsIncomplete()) MarkIncomplete("END-ISO-10303-21;", "the file may be cut off");
+}
+
+bool StepStructure::SkipSemicolon() {
+  try {
+    scanner.Next();
+    return parser.AtSymbol(';');
+  } catch (InputError const&) {
+    return false;
   }
 }
 
-void StepStructure::ExtendByTree(int root, std::vector<StepExtent> const& extents, ModelBox& box) const {
-  auto const& model = context.model;
-  std::vector<std::pair<int, Placement>> pending{{root, Placement()}};
-  while (!pending.empty()) {
-    auto const [index, placement] = pending.back();
-    pending.pop_back();
-    extents[static_cast<std::size_t>(index)].Extend(placement, box);
-    for (int const each : model.products[static_cast<std::size_t>(index)].occurrences) {
-      ModelOccurrence const& occurrence = model.occurrences[static_cast<std::size_t>(each)];
-      Placement const child = placement * occurrence.placement;
-      if (child.IsFinite()) pending.emplace_back(occurrence.child, child);
+// Anything else after the end of the exchange structure is ignored.
+void StepStructure::ReadTrailingSignatures() {
+  try {
+    scanner.Next();
+    while (parser.AtWord("SIGNATURE")) {
+      ReadSignature();
+      scanner.Next();
+    }
+  } catch (InputError const&) {
+  }
+}
+
+void StepStructure::ReadSignature() {
+  if (!SkipSemicolon()) parser.Fail("';' after SIGNATURE");
+  StepContents::Section& section = parts.contents.Add(StepContents::Kind::Lines, "SIGNATURE");
+  section.begin = {scanner.Offset(), scanner.Line()};
+  scanner.ReadLinesBeforeEnd();
+  scanner.Next();
+  if (!SkipHeading("ENDSEC")) MarkIncomplete("ENDSEC", "the file is cut off");
+}
+
+// The keyword of the section is the current token.
+void StepStructure::ReadEntries() {
+  StepContents::Section& section = parts.contents.Add(StepContents::Kind::Entries, scanner.Current().text);
+  SkipHeading(section.keyword.c_str());
+  while (true) {
+    Gk_ErrMgr::checkAbort();
+    try {
+      Advance();
+      if (EndsSection("entry")) return;
+      ReadEntry(section);
+    } catch (InputError const& error) {
+      Lose(error, pieceBegin, Part::Entries, "the entry is lost");
     }
   }
+}
+
+void StepStructure::ReadEntry(StepContents::Section& section) {
+  bool const definesInstance = scanner.Current().kind == StepScanner::Instance;
+  std::string const name = scanner.Current().text;
+  DocumentVisitor ignored;
+  parser.ReadEntry(ignored);
+  section.entries.push_back(pieceBegin);
+  if (!definesInstance) return;
+  StepScanner::Token token;
+  token.text = name;
+  parts.references.AddExternal(StepParser::IdOf(token));
+}
+
+void StepStructure::BeginData() {
+  parts.contents.Add(StepContents::Kind::Data);
+  scanner.Next();
+  ReadSectionParameters();
+}
+
+// The current token is the name of an instance.
+void StepStructure::BeginDataWithoutHeading() {
+  parts.contents.Add(StepContents::Kind::Data);
+  StepScanner::Token const& token = scanner.Current();
+  std::string const text = "expected DATA, found " + token.Describe();
+  parts.diagnostics.Warn(token.line, scanner.Column(), text);
+  parts.losses.Add({token.line, token.line, {}, text});
+  hasPendingToken = true;
+}
+
+// Reads the parameters of a section, if there are any, and the semicolon. Errors do not affect the instances.
+void StepStructure::ReadSectionParameters() {
+  try {
+    if (parser.AtSymbol('(')) {
+      StepScanner::Position const begin = scanner.CurrentPosition();
+      EscapeCounter counter;
+      parser.ReadRecord(counter);
+      escaped += counter.escaped;
+      parts.contents.Last().hasParameters = true;
+      parts.contents.Last().begin = begin;
+    }
+    if (!parser.AtSymbol(';')) parser.Fail("';' after DATA");
+  } catch (InputError const& error) {
+    bool const atInstance = scanner.Current().kind == StepScanner::Instance;
+    StepScanner::Position const instance = scanner.CurrentPosition();
+    Lose(error, pieceBegin, Part::Data, "the heading of the section is lost");
+    if (atInstance) Resume(instance);
+  }
+}
+
+StepEntityReader* StepStructure::NextInstance(VRELBufferHandle& buffer, Progress* progress) {
+  if (ended) return nullptr;
+  if (progress != nullptr && parts.contents.Count() % kProgressInterval == 0) {
+    progress->Done(static_cast<long>(scanner.Offset()));
+  }
+  while (true) {
+    Gk_ErrMgr::checkAbort();
+    Part part = openScopes.empty() ? Part::Data : Part::Scope;
+    try {
+      Advance();
+      if (!openScopes.empty() && parser.AtWord("ENDSCOPE")) return LeaveScope(buffer);
+      if (!openScopes.empty() && EndsAnySection()) LoseScopes();
+      if (openScopes.empty() && EndsSection("instance")) return nullptr;
+      StepEntityReader* const entity = ReadInstanceName(buffer);
+      if (entity != nullptr) return entity;
+    } catch (InputError const& error) {
+      Lose(error, pieceBegin, part, "this part of the section is lost");
+    }
+  }
+}
+
+// A section ends within scopes.
+void StepStructure::LoseScopes() {
+  StepScanner::Token const& token = scanner.Current();
+  std::string const text = "expected ENDSCOPE, found " + token.Describe();
+  parts.diagnostics.Warn(token.line, scanner.Column(), text + "; the instances of the open scopes are lost");
+  for (std::uint64_t const number : openScopes) {
+    parts.losses.Add({token.line, token.line, {parts.references.NameOf(number)}, text});
+  }
+  openScopes.clear();
+}
+
+// Reads "#12=". Returns null for an instance that opens a scope: it follows the instances of the scope.
+StepEntityReader* StepStructure::ReadInstanceName(VRELBufferHandle& buffer) {
+  StepScanner::Token const& token = scanner.Current();
+  if (token.kind != StepScanner::Instance) parser.Fail("instance or ENDSEC");
+  std::uint64_t const number = StepIds::NumberOf(StepParser::IdOf(token), StepParser::DigitsOffset(token));
+  scanner.Next();
+  if (!parser.AtSymbol('=')) parser.Fail("'=' after the name of an instance");
+  try {
+    scanner.Next();
+  } catch (InputError const& error) {
+    Lose(error, pieceBegin, openScopes.empty() ? Part::Data : Part::Scope, kInstanceIsLost,
+         parts.references.NameOf(number));
+    return nullptr;
+  }
+  if (!parser.AtWord("&SCOPE")) return MakeEntity(number, buffer);
+  openScopes.push_back(number);
+  // The instances of the scope follow without a semicolon.
+  scanner.Next();
+  hasPendingToken = true;
+  return nullptr;
+}
+
+// Reads ENDSCOPE and the instances that the scope exports: /#1, #2/. The record of the instance around it follows.
+StepEntityReader* StepStructure::LeaveScope(VRELBufferHandle& buffer) {
+  std::uint64_t const number = openScopes.back();
+  openScopes.pop_back();
+  scanner.Next();
+  if (parser.AtSymbol('/')) {
+    do {
+      if (scanner.Next().kind != StepScanner::Instance) parser.Fail("exported instance");
+      scanner.Next();
+    } while (parser.AtSymbol(','));
+    parser.Expect('/', "the exported instances");
+  }
+  return MakeEntity(number, buffer);
+}
+
+StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, VRELBufferHandle& buffer) {
+  StepScanner::Position const begin = scanner.CurrentPosition();
+  parts.contents.AddInstance();
+  parts.references.Add(number);
+  return new StepEntityReader(buffer, number, begin.offset, begin.line);
+}
+
+VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
+  if (entity.IsRead()) return VREL_S_OK;
+  StepScanner::Position const begin = {entity.Offset(), entity.Line()};
+  try {
+    GoTo(begin);
+    TypeCollector type;
+    bool const isComplex = parser.ReadInstance(type);
+    entity.SetType(parts.types.Count(isComplex ? "(" + type.name + ")" : type.name), type.escaped != 0);
+    escaped += type.escaped;
+    ++(isComplex ? complex : simple);
+    return VREL_S_OK;
+  } catch (InputError const& error) {
+    Lose(error, begin, openScopes.empty() ? Part::Data : Part::Scope, kInstanceIsLost,
+         parts.references.NameOf(entity.Number()));
+    return error.result;
+  }
+}
+
+void StepStructure::RemoveFromCounts(StepEntityReader& entity) {
+  GoTo({entity.Offset(), entity.Line()});
+  EscapeCounter counter;
+  bool const isComplex = parser.ReadInstance(counter);
+  escaped -= counter.escaped;
+  --(isComplex ? complex : simple);
+  parts.types.Remove(entity.Type());
+  entity.SetUnread();
 }

@@ -1,55 +1,113 @@
-// Products, their shapes, and the assembly structure.
+// Parser for the structure of ISO 10303-21 clear text, with error recovery.
 #pragma once
 
 #include <cstdint>
-#include <unordered_map>
-#include <unordered_set>
+#include <string>
 #include <vector>
 
-#include "StepModelContext.h"
-#include "StepShapes.h"
-#include "StepUnits.h"
+#include "InputError.h"
+#include "StepBuffer.h"
+#include "StepContents.h"
+#include "StepDiagnostics.h"
+#include "StepEntityReader.h"
+#include "StepLosses.h"
+#include "StepParser.h"
+#include "StepRecovery.h"
+#include "StepReferences.h"
+#include "StepScanner.h"
+#include "StepTypes.h"
 
-// Reads products and occurrences with their placements, and the extents of shapes and assemblies.
+class Progress;
+class VRELFileHeader;
+
+// Reads a file from the first byte to the last: the opening, the header, each section with its entries or instances,
+// the end. What breaks the format is reported, added to the losses and left out; reading resumes after it. The records
+// of instances are checked and counted, but not stored.
+//
+// The functions are called in this order: ReadOpening, NextHeaderEntity until false, NextDataSection until false, and
+// within a data section NextInstance until null; the entity that was returned is read before the next call.
 class StepStructure {
  public:
-  StepStructure(StepModelContext& modelContext, StepUnits& stepUnits, StepShapes& stepShapes)
-      : context(modelContext), units(stepUnits), shapes(stepShapes) {}
+  // What the functions read from and add to. Ownership: nothing is owned.
+  struct Parts {
+    StepBuffer& buffer;
+    StepScanner& scanner;
+    StepParser& parser;
+    StepContents& contents;
+    StepReferences& references;
+    StepTypes& types;
+    StepDiagnostics& diagnostics;
+    StepLosses& losses;
+  };
 
-  void Read();
+  explicit StepStructure(Parts const& documentParts);
 
-  // Returns the index of a product definition, or -1.
-  int ProductOf(std::uint32_t definition) const;
-  // Returns the definition that a property definition, or a chain of them, finally belongs to: a product definition or
-  // an occurrence; 0 if it is neither.
-  std::uint32_t OwnerOf(std::uint32_t propertyDefinition) const;
+  // Errors: InputError if the file is not ISO 10303-21 clear text.
+  void ReadOpening();
+
+  // Finds the next entity of the header. Returns false at the end of the header.
+  bool NextHeaderEntity(StepScanner::Position& begin);
+  // Reads that entity. Errors: a failure after a report.
+  VRINResult ReadHeaderEntity(StepScanner::Position begin, VRELFileHeader& header);
+  std::vector<StepScanner::Position> const& HeaderEntities() const noexcept { return headerEntities; }
+
+  // Adds the next data section to the contents. Returns false at the end of the file.
+  bool NextDataSection();
+  // Returns the next instance of the data section, or null at its end. Ownership: the caller's.
+  StepEntityReader* NextInstance(VRELBufferHandle& buffer, Progress* progress);
+  // Reads the records of that instance. Errors: a failure after a report.
+  VRINResult ReadInstance(StepEntityReader& entity);
+
+  bool IsEnded() const noexcept { return ended; }
+  long SimpleCount() const noexcept { return simple; }
+  long ComplexCount() const noexcept { return complex; }
+  long EscapedCount() const noexcept { return escaped; }
+  // Removes an instance from the counts. Requires: the instance was read.
+  void RemoveFromCounts(StepEntityReader& entity);
+
+  // Goes to the token at a position and makes it the current one.
+  void GoTo(StepScanner::Position position);
 
  private:
-  void ReadProducts();
-  void FindExcludedProducts();
-  void ReadRepresentations();
-  void ReadOccurrences();
-  void ReadPlacements();
-  bool ReadRelationship(std::uint32_t relationship, ModelOccurrence& occurrence);
-  bool MapItems(std::uint32_t childItem, std::uint32_t parentItem, double factor, Placement& placement);
-  void PlaceByMappedItems();
-  void CutCycles();
-  void FindRoots();
-  void ReadShapes();
-  std::vector<std::size_t> BottomUp() const;
-  void ComputeExtents(std::vector<StepExtent> const& extents);
-  void ExtendByTree(int root, std::vector<StepExtent> const& extents, ModelBox& box) const;
-  double MetresOf(int product) const;
-  bool Belongs(std::uint32_t representation, int product) const;
-  bool IsItemOf(std::uint32_t item, std::uint32_t representation);
+  using Part = StepRecovery::Part;
 
-  StepModelContext& context;
-  StepUnits& units;
-  StepShapes& shapes;
-  std::unordered_map<std::uint32_t, int> products;                          // by definition
-  std::unordered_map<std::uint32_t, int> occurrenceOf;                      // by usage
-  std::vector<std::vector<std::uint32_t>> representations;                  // by product
-  std::vector<std::unordered_set<std::uint32_t>> representationSets;        // the same
-  std::unordered_map<std::uint32_t, std::unordered_set<std::uint32_t>> itemSets;  // by representation
-  std::vector<bool> isPlaced;                                               // by occurrence
+  void Advance();
+  void FindHeader(InputError const& error);
+  void Lose(InputError const& error, StepScanner::Position begin, Part part, char const* what,
+            std::string const& instance = "");
+  void Resume(StepScanner::Position position);
+  StepScanner::Position FindResumption(StepScanner::Position begin, Part part);
+  void MarkIncomplete(std::string const& expected, std::string const& consequence);
+  bool EndsAnySection() const;
+  bool EndsSection(char const* content);
+  bool SkipHeading(char const* word);
+  void CheckHeader(long line);
+  void BeginData();
+  void BeginDataWithoutHeading();
+  void ReadSectionParameters();
+  void ReadEntries();
+  void ReadEntry(StepContents::Section& section);
+  void ReadSignature();
+  void EndExchange();
+  bool SkipSemicolon();
+  void ReadTrailingSignatures();
+  StepEntityReader* ReadInstanceName(VRELBufferHandle& buffer);
+  StepEntityReader* LeaveScope(VRELBufferHandle& buffer);
+  StepEntityReader* MakeEntity(std::uint64_t number, VRELBufferHandle& buffer);
+  void LoseScopes();
+
+  Parts parts;
+  StepScanner& scanner;
+  StepParser& parser;
+  StepRecovery recovery;
+  std::vector<StepScanner::Position> headerEntities;
+  std::vector<std::string> missingEntities{"FILE_DESCRIPTION", "FILE_NAME", "FILE_SCHEMA"};  // of the header
+  std::vector<std::uint64_t> openScopes;  // numbers of the instances around the current one
+  StepScanner::Position pieceBegin;       // of what is being read
+  unsigned long rescanned = 0;            // bytes that were read again after errors
+  long simple = 0;
+  long complex = 0;
+  long escaped = 0;              // strings of the data sections with escapes
+  bool hasPendingToken = false;  // the current token is still to be read
+  bool ended = false;            // the end of the exchange structure was reached
 };

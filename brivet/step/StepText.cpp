@@ -1,32 +1,36 @@
+// Escapes are recognized by patterns, the longest first, at each backslash from left to right. The digits become UTF-16
+// code units, which are collected over consecutive escapes so that a surrogate pair may be divided between two of them.
 #include "StepText.h"
 
 #include <langinfo.h>
+#include <unicode/ucnv.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 
-#include <cstddef>
-#include <string_view>
+#include <algorithm>
+#include <cstdint>
 
-#include "VRELStringISO1030321Reader.h"
+#include "StepBytes.h"
 
 namespace {
 
-bool IsHexDigit(char byte) {
-  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
-}
+constexpr std::uint32_t kReplacement = 0xFFFD;
 
-// Whether `text` begins with the pattern, in which ? stands for any printable ASCII character and # for a hexadecimal
+// Returns whether the text begins with the pattern, in which ? is any printable ASCII character and # a hexadecimal
 // digit.
 bool Matches(std::string_view text, std::string_view pattern) {
   if (text.size() < pattern.size()) return false;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
-    bool const fits = pattern[i] == '?'   ? text[i] >= ' ' && text[i] <= '~'
-                      : pattern[i] == '#' ? IsHexDigit(text[i])
-                                          : text[i] == pattern[i];
-    if (!fits) return false;
+    bool const matches = pattern[i] == '?'   ? text[i] >= ' ' && text[i] <= '~'
+                         : pattern[i] == '#' ? IsHexDigit(text[i])
+                                             : text[i] == pattern[i];
+    if (!matches) return false;
   }
   return true;
 }
 
-// The length of an escape of hexadecimal digits up to \X0\; 0 where the text does not begin with a complete one.
+// Returns the length of an escape of hexadecimal digits up to \X0\, or 0 if the text does not begin with a complete
+// one.
 std::size_t DigitsLength(std::string_view text, std::string_view opening, std::size_t digitsEach) {
   if (!Matches(text, opening)) return 0;
   std::size_t end = opening.size();
@@ -35,89 +39,234 @@ std::size_t DigitsLength(std::string_view text, std::string_view opening, std::s
   return digits != 0 && digits % digitsEach == 0 && Matches(text.substr(end), "\\X0\\") ? end + 4 : 0;
 }
 
-enum Escape { None, Backslash, Decoded, Kept };
+enum class Escape { None, Backslash, Latin1, Byte, Utf16, Utf32, Kept };
 
-// What the backslash at the begin of `text` opens, and how many bytes belong to it.
-Escape Classify(std::string_view text, std::size_t& length) {
-  length = DigitsLength(text, "\\X2\\", 4);
-  if (length != 0) return Decoded;
-  length = DigitsLength(text, "\\X4\\", 8);
-  if (length != 0) return Decoded;
+struct Match {
+  Escape escape;
+  std::size_t length;
+};
 
+// Returns what the backslash at the begin of the text opens.
+Match Classify(std::string_view text) {
+  if (std::size_t const length = DigitsLength(text, "\\X2\\", 4)) return {Escape::Utf16, length};
+  if (std::size_t const length = DigitsLength(text, "\\X4\\", 8)) return {Escape::Utf32, length};
   struct Form {
     char const* pattern;
     Escape escape;
   };
-  // The openings and the end of a broken escape stay whole: its backslashes are no doubled ones.
-  static constexpr Form FORMS[] = {{"\\S\\?", Decoded}, {"\\P?\\", Kept}, {"\\X\\##", Decoded}, {"\\X2\\", Kept},
-                                   {"\\X4\\", Kept},    {"\\X0\\", Kept}, {"\\\\", Backslash},  {"\\", None}};
-  for (Form const& form : FORMS) {
-    if (!Matches(text, form.pattern)) continue;
-    length = std::string_view(form.pattern).size();
-    return form.escape;
+  // The openings and the end of an incomplete escape are kept as a whole: their backslashes are not doubled ones.
+  static constexpr Form kForms[] = {{"\\S\\?", Escape::Latin1},  {"\\P?\\", Escape::Kept}, {"\\X\\##", Escape::Byte},
+                                    {"\\X2\\", Escape::Kept},    {"\\X4\\", Escape::Kept}, {"\\X0\\", Escape::Kept},
+                                    {"\\\\", Escape::Backslash}, {"\\", Escape::None}};
+  for (Form const& form : kForms) {
+    if (Matches(text, form.pattern)) return {form.escape, std::string_view(form.pattern).size()};
   }
-  return None;
+  return {Escape::None, 1};
 }
 
-VRELString DecodePlain(std::string const& bytes) {
-  VRELString const utf8(bytes);
-  // U+FFFD stands for what is no UTF-8, or for itself.
-  bool const valid = utf8.view().find(u'\uFFFD') == std::u16string_view::npos || utf8.toUtf8() == bytes;
-  // By name: without one, ICU may take UTF-8 whatever the locale says.
-  return valid ? utf8 : VRELString(bytes.c_str(), nl_langinfo(CODESET));
-}
-
-void AppendCharacter(std::u16string& units, unsigned long code) {
-  if (code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) code = 0xFFFD;
-  if (code < 0x10000) {
-    units += static_cast<char16_t>(code);
-    return;
+std::uint32_t Hexadecimal(std::string_view digits) {
+  std::uint32_t number = 0;
+  for (char const digit : digits) {
+    number = number << 4U | static_cast<std::uint32_t>(digit <= '9' ? digit - '0' : (digit & 0xDF) - 'A' + 10);
   }
-  units += static_cast<char16_t>(0xD7C0 + (code >> 10U));
-  units += static_cast<char16_t>(0xDC00 + (code & 0x3FFU));
+  return number;
 }
 
-// \X\ with its two digits, or \X4\: the reader knows neither.
-std::u16string DecodeCharacters(std::string const& bytes, std::size_t begin, std::size_t digitsEach) {
-  std::u16string units;
-  for (std::size_t at = begin; at < bytes.size() && IsHexDigit(bytes[at]); at += digitsEach) {
-    AppendCharacter(units, std::stoul(bytes.substr(at, digitsEach), nullptr, 16));
+void AppendCharacter(std::string& utf8, std::uint32_t code) {
+  if (code > 0x10FFFF || U_IS_SURROGATE(code)) code = kReplacement;
+  char bytes[4];
+  std::size_t length = 0;
+  U8_APPEND_UNSAFE(bytes, length, code);
+  utf8.append(bytes, length);
+}
+
+// Joins the code units of consecutive \X2\ escapes.
+class Utf16Joiner {
+ public:
+  explicit Utf16Joiner(std::string& target) : utf8(target) {}
+
+  void Add(std::uint32_t unit) {
+    if (U16_IS_TRAIL(unit) && lead != 0) {
+      AppendCharacter(utf8, static_cast<std::uint32_t>(U16_GET_SUPPLEMENTARY(lead, unit)));
+      lead = 0;
+      return;
+    }
+    Flush();
+    if (U16_IS_LEAD(unit)) {
+      lead = unit;
+    } else {
+      AppendCharacter(utf8, unit);
+    }
   }
-  return units;
+  // Ends the run of escapes.
+  void Flush() {
+    if (lead != 0) AppendCharacter(utf8, kReplacement);
+    lead = 0;
+  }
+
+ private:
+  std::string& utf8;
+  std::uint32_t lead = 0;
+};
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-// One escape at a time: the reader takes no notice of doubled backslashes, and it reads what stands behind an escape as
-// ASCII.
-std::u16string DecodeEscape(std::string const& bytes) {
-  if (Matches(bytes, "\\X\\")) return DecodeCharacters(bytes, 3, 2);
-  if (Matches(bytes, "\\X4\\")) return DecodeCharacters(bytes, 4, 8);
-  VRELStringISO1030321Reader reader;
-  VRELString text;
-  reader.ConvertFromASCII(bytes.c_str(), text);
-  return std::u16string(text.view());
+bool IsUtf8(std::string_view text) {
+  auto const* const bytes = reinterpret_cast<std::uint8_t const*>(text.data());
+  std::size_t at = 0;
+  while (at < text.size()) {
+    UChar32 code = 0;
+    U8_NEXT(bytes, at, text.size(), code);
+    if (code < 0) return false;
+  }
+  return true;
+}
+
+UConverter* OpenConverter(std::string const& name) {
+  UErrorCode error = U_ZERO_ERROR;
+  UConverter* const converter = ucnv_open(name.c_str(), &error);
+  return U_SUCCESS(error) ? converter : nullptr;
+}
+
+std::string NameOf(UConverter const* converter) {
+  UErrorCode error = U_ZERO_ERROR;
+  char const* const name = ucnv_getName(converter, &error);
+  return U_SUCCESS(error) ? name : "";
 }
 
 }  // namespace
 
-StepText DecodeStepText(std::string const& raw) {
-  std::string_view const all(raw);
-  std::u16string units;
-  bool escaped = false;
-  std::size_t plain = 0;  // where the text that stands for itself begins
+void StepText::Close::operator()(UConverter* converter) const {
+  ucnv_close(converter);
+}
+
+StepText::StepText() {
+  utf8Encoding.name = "UTF-8";
+  latin1.name = "ISO-8859-1";
+  localeEncoding.name = nl_langinfo(CODESET);
+  localeEncoding.converter.reset(OpenConverter(localeEncoding.name));
+  if (localeEncoding.converter == nullptr) return;
+  std::string const name = NameOf(localeEncoding.converter.get());
+  if (name == "UTF-8" || name == "US-ASCII" || name == "ISO-8859-1") localeEncoding.converter.reset();
+}
+
+StepText::~StepText() = default;
+
+bool StepText::SetEncoding(std::string const& name) {
+  if (name.empty()) {
+    given = Encoding();
+    return true;
+  }
+  std::unique_ptr<UConverter, Close> converter(OpenConverter(name));
+  if (converter == nullptr) return false;
+  given.name = name;
+  given.converter = std::move(converter);
+  return true;
+}
+
+bool StepText::IsPlain(std::string_view raw) {
+  for (char const byte : raw) {
+    if (byte == '\\' || static_cast<unsigned char>(byte) >= 0x80) return false;
+  }
+  return true;
+}
+
+// Bytes are decoded before escapes are recognized: in some encodings a byte of a character looks like a backslash.
+StepText::Decoded StepText::Decode(std::string_view encoded) {
+  std::string storage;
+  std::string_view const raw = DecodeBytes(encoded, storage);
+  Decoded decoded;
+  Utf16Joiner units(decoded.utf8);
+  std::size_t plain = 0;  // begin of what has no escapes
   auto const appendPlain = [&](std::size_t end) {
-    if (end > plain) units += DecodePlain(raw.substr(plain, end - plain)).view();
+    if (end == plain) return;
+    units.Flush();
+    decoded.utf8 += raw.substr(plain, end - plain);
   };
-  for (std::size_t at = raw.find('\\'); at != std::string::npos; at = raw.find('\\', at)) {
-    std::size_t length = 0;
-    Escape const escape = Classify(all.substr(at), length);
-    escaped = escaped || escape != None;
-    if (escape == Backslash || escape == Decoded) {
+  std::size_t at = raw.find('\\');
+  while (at != std::string_view::npos) {
+    auto const [escape, length] = Classify(raw.substr(at));
+    std::string_view const text = raw.substr(at, length);
+    decoded.escaped = decoded.escaped || escape != Escape::None;
+    if (escape != Escape::None && escape != Escape::Kept) {
       appendPlain(at);
-      units += escape == Backslash ? std::u16string(u"\\") : DecodeEscape(raw.substr(at, length));
       plain = at + length;
     }
-    at += length;
+    switch (escape) {
+      case Escape::Utf16:
+        for (std::size_t i = 4; i + 4 < length; i += 4) units.Add(Hexadecimal(text.substr(i, 4)));
+        break;
+      case Escape::Utf32:
+        units.Flush();
+        for (std::size_t i = 4; i + 4 < length; i += 8) AppendCharacter(decoded.utf8, Hexadecimal(text.substr(i, 8)));
+        break;
+      case Escape::Byte:
+        units.Flush();
+        AppendCharacter(decoded.utf8, Hexadecimal(text.substr(3, 2)));
+        break;
+      case Escape::Latin1:
+        units.Flush();
+        AppendCharacter(decoded.utf8, static_cast<unsigned char>(text[3]) + 0x80U);
+        break;
+      case Escape::Backslash:
+        units.Flush();
+        decoded.utf8 += '\\';
+        break;
+      case Escape::None:
+      case Escape::Kept:
+        break;
+    }
+    at = raw.find('\\', at + length);
   }
   appendPlain(raw.size());
-  return {VRELString(std::u16string_view(units)), escaped};
+  units.Flush();
+  return decoded;
+}
+
+// Returns the bytes as UTF-8; `storage` contains them if they had to be converted.
+std::string_view StepText::DecodeBytes(std::string_view bytes, std::string& storage) {
+  if (IsAscii(bytes)) return bytes;
+  if (given.converter != nullptr) {
+    Convert(storage, bytes, given, true);
+  } else if (IsUtf8(bytes)) {
+    ++utf8Encoding.strings;
+    return bytes;
+  } else if (localeEncoding.converter == nullptr || !Convert(storage, bytes, localeEncoding, false)) {
+    for (char const byte : bytes) AppendCharacter(storage, static_cast<unsigned char>(byte));
+    ++latin1.strings;
+  }
+  return storage;
+}
+
+// Returns whether the bytes are valid in the encoding. Without `substitutes` nothing is appended if they are not.
+bool StepText::Convert(std::string& utf8, std::string_view bytes, Encoding& encoding, bool substitutes) {
+  UConverter* const converter = encoding.converter.get();
+  UErrorCode error = U_ZERO_ERROR;
+  ucnv_reset(converter);
+  ucnv_setToUCallBack(converter, substitutes ? UCNV_TO_U_CALLBACK_SUBSTITUTE : UCNV_TO_U_CALLBACK_STOP, nullptr,
+                      nullptr, nullptr, &error);
+  std::u16string units(bytes.size() * 2 + 16, u'\0');
+  char const* source = bytes.data();
+  UChar* target = units.data();
+  ucnv_toUnicode(converter, &target, units.data() + units.size(), &source, bytes.data() + bytes.size(), nullptr, true,
+                 &error);
+  if (U_FAILURE(error)) return false;
+  Utf16Joiner joiner(utf8);
+  for (UChar const* unit = units.data(); unit != target; ++unit) joiner.Add(*unit);
+  joiner.Flush();
+  ++encoding.strings;
+  return true;
+}
+
+std::string StepText::UsedEncodings() const {
+  std::string text;
+  for (Encoding const* encoding : {&given, &utf8Encoding, &localeEncoding, &latin1}) {
+    if (encoding->strings == 0) continue;
+    if (!text.empty()) text += ", ";
+    text +=
+        encoding->name + " (" + std::to_string(encoding->strings) + (encoding->strings == 1 ? " string)" : " strings)");
+  }
+  return text;
 }

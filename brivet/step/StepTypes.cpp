@@ -3,14 +3,14 @@
 #include <tuple>
 
 std::uint32_t StepTypes::Count(std::string_view name) {
-  key.assign(name.size() > NAME_LIMIT ? "(other types)" : name);
-  auto place = numbers.find(key);
-  if (place == numbers.end()) {
-    if (types.size() >= LIMIT) key = "(other types)";
+  key.assign(name.size() > kNameLimit ? "(other types)" : name);
+  auto entry = numbers.find(key);
+  if (entry == numbers.end()) {
+    if (types.size() >= kLimit) key = "(other types)";
     bool isNew = false;
-    std::tie(place, isNew) = numbers.emplace(key, static_cast<std::uint32_t>(types.size()));
-    if (isNew) types.push_back({&place->first, 0});
+    std::tie(entry, isNew) = numbers.emplace(key, static_cast<std::uint32_t>(types.size()));
+    if (isNew) types.push_back({&entry->first, 0});
   }
-  ++types[place->second].instances;
-  return place->second;
+  ++types[entry->second].instances;
+  return entry->second;
 }

@@ -1,4 +1,4 @@
-// The entity types of a document.
+// Entity types of a document.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +8,21 @@
 #include <unordered_map>
 #include <vector>
 
-// Numbers the types from 0 on as they first come, and counts their instances. Of types beyond LIMIT, and of those with
-// a name of more than NAME_LIMIT bytes, which only a damaged file has, all are one: "(other types)".
+#include "StepHash.h"
+
+// Numbers the types from 0 in the order of their first instances, and counts the instances. All types beyond kLimit,
+// and those with a name of more than kNameLimit bytes, which only a damaged file has, are one type: "(other types)".
+// The hash function is seeded, so that no document can choose names that collide.
 class StepTypes {
  public:
-  static constexpr std::size_t LIMIT = 20'000;
-  static constexpr std::size_t NAME_LIMIT = 1'000;
+  static constexpr std::size_t kLimit = 20'000;
+  static constexpr std::size_t kNameLimit = 1'000;
 
-  // Counts an instance of the type and gives the type's number.
+  // Counts an instance of the type and returns the type's number.
   std::uint32_t Count(std::string_view name);
+
+  // Takes back one Count.
+  void Remove(std::uint32_t type) { --types[type].instances; }
 
   std::size_t Size() const noexcept { return types.size(); }
   std::string const& Name(std::size_t type) const { return *types[type].name; }
@@ -28,7 +34,7 @@ class StepTypes {
     long instances;
   };
 
-  std::unordered_map<std::string, std::uint32_t> numbers;
+  std::unordered_map<std::string, std::uint32_t, SeededStringHash> numbers;
   std::vector<Type> types;
-  std::string key;  // kept between calls for its memory
+  std::string key;  // a member so that its memory is reused
 };

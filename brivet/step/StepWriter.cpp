@@ -1,27 +1,35 @@
+// Three layers: LineWriter folds lines, StepWriter turns the calls of a visitor into tokens, HeaderWriter replaces
+// fields of the header.
 #include "StepWriter.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "BrivetModule.h"
+#include "CheckedOutputStream.h"
+#include "Diagnostics.h"
 #include "Document.h"
 #include "DocumentVisitor.h"
 #include "Progress.h"
+#include "StepBytes.h"
+#include "StepEncoder.h"
+#include "StepOptions.h"
 #include "VRELOption.h"
 #include "VRELOptionName.h"
 #include "VRELOptions.h"
 #include "VRELString.h"
 #include "VRELStringISO1030321Writer.h"
-#include "CheckedOutputStream.h"
 
 namespace {
 
-constexpr std::size_t BLOCK = 65536;  // bytes
+constexpr std::size_t kBlockSize = 65536;  // bytes
 
-// The lines of the file. A piece is what no line end may come into. A line is sent in blocks: it may be as long as the
-// document.
+// Writes lines of a limited length. A piece is what no line end may divide. Lines are sent in blocks, because one may
+// be as long as the document.
 class LineWriter {
  public:
   LineWriter(CheckedOutputStream& target, int width)
@@ -48,7 +56,7 @@ class LineWriter {
     pending += piece;
     column += piece.size();
     piece.clear();
-    if (pending.size() >= BLOCK) Send();
+    if (pending.size() >= kBlockSize) Send();
   }
   void BreakLine() {
     pending += '\n';
@@ -76,9 +84,10 @@ std::string Quote(std::string_view encoded) {
   return quoted + "'";
 }
 
+// Writes what is not in the header.
 class StepWriter : public DocumentVisitor {
  public:
-  explicit StepWriter(LineWriter& target) : out(target) {}
+  StepWriter(LineWriter& target, StepEncoder& stringEncoder) : out(target), encoder(stringEncoder) {}
 
   void BeginSection() override {
     out.Begin("DATA");
@@ -95,6 +104,7 @@ class StepWriter : public DocumentVisitor {
     out.Join(complex ? "=(" : "=");
     isComplex = complex;
     isFirst = true;
+    depth = 0;
   }
   void EndInstance() override {
     out.Join(isComplex ? ");" : ";");
@@ -102,7 +112,7 @@ class StepWriter : public DocumentVisitor {
   }
 
   void BeginRecord(std::string_view type) override {
-    // The first record of an instance stands right behind the sign.
+    // The first record of an instance is not separated from the equals sign.
     isFirst ? out.Join(type) : out.Begin(type);
     out.Join("(");
     isFirst = true;
@@ -113,16 +123,56 @@ class StepWriter : public DocumentVisitor {
   }
   void Integer(std::string_view number) override { Put(number); }
   void Real(std::string_view number) override { Put(number); }
-  void String(Text const& text) override { Put(Quote(text.encoded)); }
+  void String(Text const& text) override { Put(encoder.IsActive() ? encoder.Encode(text) : Quote(text.encoded)); }
   void Enumeration(std::string_view name) override { Put("." + std::string(name) + "."); }
   void Binary(std::string_view digits) override { Put("\"" + std::string(digits) + "\""); }
   void Reference(Id const& target, bool /*defined*/) override { Put("#" + std::string(target.digits)); }
   void Unset() override { Put("$"); }
   void Derived() override { Put("*"); }
   void BeginList() override { Open("("); }
-  void EndList() override { Close(); }
+  void EndList() override { Close(")"); }
   void BeginTyped(std::string_view type) override { Open(std::string(type) + "("); }
-  void EndTyped() override { Close(); }
+  void EndTyped() override { Close(")"); }
+  void Name(std::string_view name) override { Put(name); }
+  void Resource(std::string_view resource) override { Put(resource); }
+  void BeginBraces(std::string_view tag) override {
+    std::string const text = "{" + std::string(tag) + (tag.empty() ? "" : ":");
+    // Those of an entry follow its value without a comma.
+    if (inEntry && depth == 0) isFirst = true;
+    Open(text);
+  }
+  void EndBraces() override { Close("}"); }
+
+  void BeginOtherSection(std::string_view keyword) override {
+    // Signatures are after the end of the exchange structure.
+    if (keyword == "SIGNATURE") EndExchange();
+    out.WriteLine(std::string(keyword) + ";");
+  }
+  void EndOtherSection() override { out.WriteLine("ENDSEC;"); }
+  void BeginEntry(std::string_view name) override {
+    out.Begin(name);
+    out.Join("=");
+    inEntry = true;
+    isFirst = true;
+    depth = 0;
+  }
+  void EndEntry() override {
+    out.Join(";");
+    out.EndLine();
+    inEntry = false;
+  }
+  void Lines(std::string_view text) override {
+    while (!text.empty()) {
+      std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
+      if (end != 0) out.WriteLine(text.substr(0, end));
+      text.remove_prefix(std::min(end + 1, text.size()));
+    }
+  }
+
+  void EndExchange() {
+    if (!isEnded) out.WriteLine("END-ISO-10303-21;");
+    isEnded = true;
+  }
 
  protected:
   virtual void Put(std::string_view value) {
@@ -134,20 +184,24 @@ class StepWriter : public DocumentVisitor {
     Separate();
     out.Begin(text);
     isFirst = true;
+    ++depth;
   }
-  virtual void Close() {
-    out.Join(")");
+  virtual void Close(std::string_view text) {
+    out.Join(text);
     isFirst = false;
+    --depth;
   }
 
   LineWriter& out;
-  bool isFirst = true;  // nothing stands in the present list yet
+  StepEncoder& encoder;
+  bool isFirst = true;    // nothing precedes in the present list
+  std::size_t depth = 0;  // of lists within the record or the entry
 
  private:
   void Separate() {
     if (!isFirst) out.Join(",");
   }
-  // The section's own parameters stand in its heading.
+  // The parameters of the section itself are in its heading.
   void EndHeading() {
     if (!inHeading) return;
     out.Join(";");
@@ -156,7 +210,9 @@ class StepWriter : public DocumentVisitor {
   }
 
   bool inHeading = false;
+  bool inEntry = false;
   bool isComplex = false;
+  bool isEnded = false;
 };
 
 // A field of the header that an option sets.
@@ -168,24 +224,20 @@ struct HeaderField {
 };
 
 std::vector<HeaderField> const& HeaderFields() {
-  static std::vector<HeaderField> const FIELDS = {
+  static std::vector<HeaderField> const kFields = {
       {"FILE_DESCRIPTION", 0, true, VRELOptionName::FileDescription},
       {"FILE_NAME", 2, true, VRELOptionName::AuthorName},
       {"FILE_NAME", 3, true, VRELOptionName::OrganizationName},
       {"FILE_NAME", 4, false, VRELOptionName::PreProcessorVersion},
       {"FILE_NAME", 5, false, VRELOptionName::SendingSystemName},
   };
-  return FIELDS;
+  return kFields;
 }
 
-VRELOption* Find(VRELOptions* options, VRELOptionName const& name) {
-  VRELOption* option = nullptr;
-  if (options == nullptr) return nullptr;
-  VRELString const path = VRELString("Step.Assembly.Writer.") + static_cast<VRELString>(name);
-  return options->GetOption(path, option).IsSuccess() ? option : nullptr;
-}
+constexpr char kDirection[] = "Writer";
 
-// As a string of the file. Control characters become blanks: the format has none.
+// Returns the value of an option as a string of the file. Control characters, which the format does not have, become
+// blanks.
 std::string Encode(VRELString const& text) {
   std::u16string units;
   for (char16_t const unit : text.view()) {
@@ -198,16 +250,17 @@ std::string Encode(VRELString const& text) {
   return Quote(encoded == nullptr ? "" : encoded);
 }
 
-// The header, with the fields that options set in the place of the document's.
+// Writes the header, with the fields that options set instead of those of the document.
 class HeaderWriter final : public StepWriter {
  public:
-  HeaderWriter(LineWriter& target, VRELOptions* given) : StepWriter(target), options(given) {}
+  HeaderWriter(LineWriter& target, StepEncoder& stringEncoder, VRELOptions* given)
+      : StepWriter(target, stringEncoder), options(given) {}
 
   void BeginRecord(std::string_view type) override {
     entity = type;
     written.emplace_back(type);
     parameter = -1;
-    depth = 0;
+    level = 0;
     out.Begin("");
     isFirst = true;
     StepWriter::BeginRecord(type);
@@ -221,27 +274,26 @@ class HeaderWriter final : public StepWriter {
 
  private:
   void Put(std::string_view value) override {
-    if (depth != 0 ? isReplaced : Replace()) return;
+    if (level != 0 ? isReplaced : Replace()) return;
     StepWriter::Put(value);
   }
   void Open(std::string_view text) override {
-    if (depth == 0) isReplaced = Replace();
-    ++depth;
+    if (level == 0) isReplaced = Replace();
+    ++level;
     if (!isReplaced) StepWriter::Open(text);
   }
-  void Close() override {
-    --depth;
-    if (!isReplaced) StepWriter::Close();
+  void Close(std::string_view text) override {
+    --level;
+    if (!isReplaced) StepWriter::Close(text);
   }
 
-  // Begins the next parameter of the entity. Whether an option took its place.
+  // Begins the next parameter of the entity. Returns whether an option replaces it.
   bool Replace() {
     ++parameter;
     for (HeaderField const& field : HeaderFields()) {
       if (entity != field.entity || parameter != field.parameter) continue;
-      VRELOption const* const option = Find(options, field.option);
       VRELString value;
-      if (option == nullptr || !option->GetValue(value).IsSuccess()) return false;
+      if (!FindStepOption(options, kDirection, static_cast<VRELString>(field.option), value)) return false;
       StepWriter::Put(field.isList ? "(" + Encode(value) + ")" : Encode(value));
       return true;
     }
@@ -252,11 +304,11 @@ class HeaderWriter final : public StepWriter {
   std::string entity;
   std::vector<std::string> written;
   int parameter = -1;
-  int depth = 0;
+  int level = 0;  // of lists, replaced ones too
   bool isReplaced = false;
 };
 
-// An entity that every header has, where the document's has none.
+// Writes an entity that every header has, if the document has none.
 void WriteEmpty(HeaderWriter& header, char const* type, std::initializer_list<char const*> parameters) {
   if (header.HasWritten(type)) return;
   header.BeginRecord(type);
@@ -271,33 +323,71 @@ void WriteEmpty(HeaderWriter& header, char const* type, std::initializer_list<ch
   header.EndRecord();
 }
 
-VRINResult Write(BrivetWriteRequest& request, LineWriter& out) {
+// Says after the header that parts of the document are missing.
+void WriteLosses(Document& document, LineWriter& out) {
+  std::size_t const count = document.GetLosses().size();
+  if (count == 0) return;
+  out.WriteLine("/* INCOMPLETE: " + std::to_string(count) + (count == 1 ? " part" : " parts") +
+                " of the document could not be read and " + (count == 1 ? "is" : "are") + " not part of this file. */");
+}
+
+VRINResult Write(BrivetWriteRequest& request, LineWriter& out, StepEncoder& encoder) {
   out.WriteLine("ISO-10303-21;");
   out.WriteLine("HEADER;");
-  HeaderWriter header(out, request.options);
+  HeaderWriter header(out, encoder, request.options);
   VRINResult result = request.document->DescribeHeader(header);
   if (!result.IsSuccess()) return result;
   WriteEmpty(header, "FILE_DESCRIPTION", {"list", "2;1"});
   WriteEmpty(header, "FILE_NAME", {"", "", "list", "list", "", "", ""});
   WriteEmpty(header, "FILE_SCHEMA", {"list"});
   out.WriteLine("ENDSEC;");
+  WriteLosses(*request.document, out);
 
-  StepWriter data(out);
+  StepWriter data(out, encoder);
   result = request.document->Describe(data, *request.progress, false);
-  if (result.IsSuccess()) out.WriteLine("END-ISO-10303-21;");
+  if (result.IsSuccess()) data.EndExchange();
   return result;
+}
+
+VRINResult RefuseOption(char const* name, VRELString const& value, char const* expected) {
+  ReportProblem(std::string("option Step.*.Writer.") + name,
+                std::string("expected ") + expected + ", found '" + value.toUtf8() + "'");
+  return VREL_E_INVALID_ARGUMENT;
+}
+
+// Sets the length of a line, 0 for any. Returns a failure, after a report, if the option is no number.
+VRINResult FindLineLength(VRELOptions* options, int& length) {
+  constexpr char kName[] = "FileLineLength";
+  VRELString value;
+  if (!FindStepOption(options, kDirection, kName, value)) return VREL_S_OK;
+  std::string const text = value.toUtf8();
+  bool const isDigits = std::all_of(text.begin(), text.end(), [](char byte) { return IsDigit(byte); });
+  bool const isNumber = isDigits && !text.empty() && text.size() <= 10 && std::stoll(text) <= INT_MAX;
+  if (!isNumber) return RefuseOption(kName, value, "a whole number from 0 to 2147483647");
+  length = std::stoi(text);
+  return VREL_S_OK;
+}
+
+VRINResult FindEncoding(VRELOptions* options, StepEncoder& encoder) {
+  constexpr char kName[] = "Encoding";
+  VRELString value;
+  if (!FindStepOption(options, kDirection, kName, value)) return VREL_S_OK;
+  if (encoder.SetEncoding(value.toUtf8())) return VREL_S_OK;
+  return RefuseOption(kName, value, "an encoding that contains ASCII, such as US-ASCII or UTF-8");
 }
 
 }  // namespace
 
 VRINResult WriteStep(BrivetWriteRequest& request) {
+  int length = 0;
+  StepEncoder encoder;
+  VRINResult result = FindLineLength(request.options, length);
+  if (result.IsSuccess()) result = FindEncoding(request.options, encoder);
+  if (result.IsFailure()) return result;
   CheckedOutputStream stream(request.stream);
-  int width = 0;
-  VRELOption const* const option = Find(request.options, VRELOptionName::FileLineLength);
-  if (option != nullptr) option->GetValue(width);
-  LineWriter out(stream, width);
+  LineWriter out(stream, length);
   try {
-    return Write(request, out);
+    return Write(request, out, encoder);
   } catch (CheckedOutputStream::Failure const&) {
     return VREL_E_FILE_SAVE;
   }

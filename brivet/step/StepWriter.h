@@ -1,17 +1,20 @@
-// Writes a document as an ISO 10303-21 clear text file.
+// Writer of ISO 10303-21 clear text.
 #pragma once
 
 #include "VRINResult.h"
 
 struct BrivetWriteRequest;
 
-// One instance a line, in the document's order; a line longer than the option FileLineLength, where that is set, goes
-// on in the next one wherever the format allows a line end between two values. A value is never broken. Strings keep
-// their escapes.
+// Writes a document as a STEP file: one instance a line, in the document's order. If the option FileLineLength is set,
+// a longer line continues in the next one, between two values; a value is never divided. Strings keep their bytes and
+// escapes; if the option Encoding is set, characters beyond ASCII are written in that encoding, or as escapes if it
+// does not have them. Comments and line ends of the document are not kept. If parts of the document were lost, a
+// comment after the header says so.
 //
-// The options AuthorName, OrganizationName, PreProcessorVersion, SendingSystemName and FileDescription, asked for as
-// Step.Assembly.Writer.AuthorName and so on, take the place of what the document's header says. Comments and line ends
-// of the document are not kept. The same document and options give the same bytes.
+// The options AuthorName, OrganizationName, PreProcessorVersion, SendingSystemName and FileDescription replace what the
+// header of the document says. All options are looked up as "Step.Assembly.Writer.NAME". The same document and options
+// give the same bytes.
 //
-// VREL_E_FILE_SAVE if the stream takes less than it was given.
+// Errors: VREL_E_FILE_SAVE if the stream does not accept everything; VREL_E_INVALID_ARGUMENT, after a report, for a
+// value of an option that cannot be used.
 VRINResult WriteStep(BrivetWriteRequest& request);

@@ -9,23 +9,23 @@
 
 namespace {
 
-constexpr int WIDTH = 40;
+constexpr int kBarWidth = 40;
 
 }  // namespace
 
 ProgressBar::ProgressBar() {
-  Gk_ObservableDoc::addObservable(ProgressReporter::OBSERVABLE, Gk_Observer::ProgressType);
-  Gk_ObservableDoc::attachObserver(ProgressReporter::OBSERVABLE, this);
+  Gk_ObservableDoc::addObservable(ProgressReporter::kObservable, Gk_Observer::ProgressType);
+  Gk_ObservableDoc::attachObserver(ProgressReporter::kObservable, this);
 }
 
 ProgressBar::~ProgressBar() {
-  Gk_ObservableDoc::removeObserver(ProgressReporter::OBSERVABLE, this);
+  Gk_ObservableDoc::removeObserver(ProgressReporter::kObservable, this);
   Hide();
 }
 
 void ProgressBar::Hide() {
-  if (shown != 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(shown), "");
-  shown = 0;
+  if (width != 0) std::fprintf(stderr, "\r%*s\r", static_cast<int>(width), "");
+  width = 0;
 }
 
 void ProgressBar::setMax(int maximum) {
@@ -34,13 +34,13 @@ void ProgressBar::setMax(int maximum) {
 
 void ProgressBar::setDone(int done) {
   long const part = std::clamp(done, 0, steps);
-  int const filled = static_cast<int>(part * WIDTH / steps);
+  int const filled = static_cast<int>(part * kBarWidth / steps);
   char line[64];
   std::snprintf(line, sizeof line, " [%.*s%*s] %3d%%", filled, "########################################",
-                WIDTH - filled, "", static_cast<int>(part * 100 / steps));
+                kBarWidth - filled, "", static_cast<int>(part * 100 / steps));
   std::string const text = stage + line;
   std::fprintf(stderr, "\r%s", text.c_str());
-  shown = std::max(shown, text.size());
+  width = std::max(width, text.size());
 }
 
 void ProgressBar::setOver(double /*seconds*/) {

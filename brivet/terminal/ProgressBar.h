@@ -1,12 +1,12 @@
-// The bar on standard error.
+// Progress bar on standard error.
 #pragma once
 
 #include <string>
 
 #include "Gk_ProgressObserver.h"
 
-// Draws what ProgressReporter tells, from construction to destruction, on the line where the cursor stands, and takes it
-// away when the stage is over:
+// Draws the progress that ProgressReporter reports, on the line of the cursor, while the object exists. The line is
+// cleared at the end of each stage:
 //
 //   reading [##########                              ]  25%
 class ProgressBar final : public Gk_ProgressObserver {
@@ -17,7 +17,7 @@ class ProgressBar final : public Gk_ProgressObserver {
   ProgressBar& operator=(ProgressBar const&) = delete;
 
   Type getType() const override { return ProgressType; }
-  // Clears the line for somebody else's words; the next step draws it again.
+  // Clears the line for other output. The next step draws it again.
   void Hide();
 
   void setMax(int maximum) override;
@@ -30,5 +30,5 @@ class ProgressBar final : public Gk_ProgressObserver {
  private:
   std::string stage;
   int steps = 1;
-  std::size_t shown = 0;  // letters on the line
+  std::size_t width = 0;  // of the line as drawn; 0 if it is clear
 };

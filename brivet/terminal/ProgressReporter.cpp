@@ -6,27 +6,28 @@
 #include "Gk_String.h"
 #include "VRELThirdPartyProgressEvent.h"
 
-ProgressReporter::ProgressReporter() : observable(Gk_ObservableDoc::addObservable(OBSERVABLE, Gk_Observer::ProgressType)) {}
+ProgressReporter::ProgressReporter()
+    : observable(Gk_ObservableDoc::addObservable(kObservable, Gk_Observer::ProgressType)) {}
 
 void ProgressReporter::Begin(char const* stage, long total) {
   units = std::max(total, 1L);
   observable.setStringInfo(Gk_String(stage));
-  observable.setMax(STEPS);
-  Tell(0);
+  observable.setMax(kSteps);
+  Report(0);
 }
 
 void ProgressReporter::Done(long done) {
   double const part = static_cast<double>(std::clamp(done, 0L, units)) / static_cast<double>(units);
-  int const now = static_cast<int>(part * STEPS);
-  if (now > told) Tell(now);
+  int const steps = static_cast<int>(part * kSteps);
+  if (steps > reported) Report(steps);
 }
 
 void ProgressReporter::End() {
   observable.setOver();
 }
 
-void ProgressReporter::Tell(int steps) {
-  told = steps;
+void ProgressReporter::Report(int steps) {
+  reported = steps;
   observable.setDone(steps);
-  VRELThirdPartyProgressEvent::Fire(static_cast<double>(steps) / STEPS);
+  VRELThirdPartyProgressEvent::Fire(static_cast<double>(steps) / kSteps);
 }

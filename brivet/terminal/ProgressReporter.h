@@ -1,16 +1,16 @@
-// How far a translation is, for whoever wants to know.
+// Progress of a translation, for observers and listeners of the library.
 #pragma once
 
 #include "Gk_ObsWraper.h"
 #include "Progress.h"
 
-// Tells each stage on two roads: to the progress observers of OBSERVABLE, by setStringInfo with the stage's name,
-// setMax with STEPS, setDone with the steps done, and setOver; and to the listeners of the event bus, by a
-// VRELThirdPartyProgressEvent with the part of the stage that is done, from 0 to 1. Each step is told once.
+// Reports each stage in two ways, each step once: to the progress observers of kObservable, by setStringInfo with the
+// name of the stage, setMax with kSteps, setDone with the steps done, and setOver; and on the event bus, by a
+// VRELThirdPartyProgressEvent with the part of the stage that is done, from 0 to 1.
 class ProgressReporter final : public Progress {
  public:
-  static constexpr char OBSERVABLE[] = "brivet/translation";
-  static constexpr int STEPS = 100;
+  static constexpr char kObservable[] = "brivet/translation";
+  static constexpr int kSteps = 100;
 
   ProgressReporter();
 
@@ -19,9 +19,9 @@ class ProgressReporter final : public Progress {
   void End() override;
 
  private:
-  void Tell(int steps);
+  void Report(int steps);
 
   Gk_ObsWraper observable;
   long units = 0;
-  int told = 0;
+  int reported = 0;
 };

@@ -2,19 +2,26 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
+#include "Diagnostics.h"
+#include "EscapedText.h"
 #include "ProgressBar.h"
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
 
 namespace {
 
-std::string OneLine(std::string text) {
-  if (!text.empty() && text.back() == '\n') text.pop_back();
-  for (char& byte : text) {
-    if ((byte >= 0 && byte < ' ') || byte == 0x7F) byte = '?';
-  }
-  return text;
+constexpr std::string_view kHint = "hint: ";
+
+bool StartsWith(std::string_view text, std::string_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+std::string OneLine(std::string_view text) {
+  std::string line;
+  AppendEscapingControls(line, text);
+  return line + "\n";
 }
 
 std::string TextOf(VRELEvent& event) {
@@ -41,6 +48,14 @@ StandardErrorListener::~StandardErrorListener() {
 void StandardErrorListener::HandleEvent(VRELEvent& event) {
   bool const isWarning = event.IsA("VRELWarningEvent");
   if (!isWarning && !event.IsA("VRELErrorEvent")) return;
+  std::string const text = TextOf(event);
+  std::string_view message = text;
+  if (!message.empty() && message.back() == '\n') message.remove_suffix(1);
+  std::size_t const hint = message.find("\nhint: ");
+  std::string lines;
+  if (!StartsWith(message, kHint) && !HasLocation(text)) lines = isWarning ? "brivet: warning: " : "brivet: ";
+  lines += OneLine(message.substr(0, hint));
+  if (hint != message.npos) lines += OneLine(message.substr(hint + 1));
   if (bar != nullptr) bar->Hide();
-  std::fprintf(stderr, "brivet: %s%s\n", isWarning ? "warning: " : "", OneLine(TextOf(event)).c_str());
+  std::fputs(lines.c_str(), stderr);
 }

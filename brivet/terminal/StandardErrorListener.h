@@ -1,21 +1,25 @@
-// The program's voice.
+// Errors and warnings on standard error.
 #pragma once
 
 #include "VRELEventListener.h"
 
 class ProgressBar;
 
-// Writes each error and each warning that is sent on the bus to standard error, from construction to destruction:
+// Writes each error and each warning that is sent on the event bus to standard error while the object exists. A message
+// that begins with a location and its severity is written as it is; the name of the program precedes any other. A hint
+// follows on a line of its own:
 //
-//   brivet: part.stp:12: expected ; behind #4, found #5
+//   part.stp:12: error: expected ')', found ';'
+//   brivet: cannot open 'part.stp': No such file or directory
 //   brivet: warning: TEXT
+//   hint: TEXT
 //
-// One event is one line: a control character in its text is shown as a question mark, and a line end that closes the
-// text is left out. An error event without a text shows the description of its error or, where that is empty too, the
-// message of its code. Other events are passed over.
+// Control characters are escaped as by AppendEscapingControls, so that each message is one line. An error event without
+// a text is shown by the description of its error, or by the message of its code if that is empty. Other events are
+// ignored.
 class StandardErrorListener : public VRELEventListener {
  public:
-  // The bar, if there is one, makes way for each line.
+  // A progress bar is hidden before each line. It may be null and must exist as long as the listener.
   explicit StandardErrorListener(ProgressBar* progressBar = nullptr);
   ~StandardErrorListener() override;
   StandardErrorListener(StandardErrorListener const&) = delete;

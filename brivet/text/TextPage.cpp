@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::size_t KEY_WIDTH = 24;  // as in the dump of a file header
+constexpr std::size_t kKeyWidth = 24;  // as in the dump of a file header
 
 }  // namespace
 
@@ -16,7 +16,7 @@ void TextPage::Flush() {
 
 void TextPage::Put(std::string_view utf8) {
   pending += utf8;
-  if (pending.size() >= BLOCK) Flush();
+  if (pending.size() >= kBlockSize) Flush();
 }
 
 void TextPage::EndLine() {
@@ -40,7 +40,7 @@ void TextPage::PutHeading(std::string_view heading) {
 void TextPage::PutRow(std::string_view key, std::string_view value) {
   Put(key);
   if (!key.empty()) {
-    pending.append(KEY_WIDTH - std::min(KEY_WIDTH, key.size()), ' ');
+    pending.append(kKeyWidth - std::min(kKeyWidth, key.size()), ' ');
     Put(" : ");
   }
   Put(value);

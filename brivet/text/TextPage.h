@@ -1,23 +1,26 @@
-// The page as plain text.
+// Plain text page of a document.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "CheckedOutputStream.h"
 #include "PageWriter.h"
 #include "Utf8StreamFormatter.h"
-#include "CheckedOutputStream.h"
 
-// UTF-8, an instance a line. Throws CheckedOutputStream::Failure when the stream takes less than it is given.
+// UTF-8, one instance a line.
+//
+// Errors: CheckedOutputStream::Failure if the stream does not accept everything.
 class TextPage final : public PageWriter {
  public:
-  explicit TextPage(CheckedOutputStream& target) : stream(target), formatter(&target) {}
+  explicit TextPage(CheckedOutputStream& target, std::string const& /*title*/ = "")
+      : stream(target), formatter(&target) {}
 
  private:
   void Put(std::string_view utf8) override;
   void EndLine() override;
-  void PutDefinition(Id const& id) override { pending += id.digits; }
-  void PutReference(Id const& id) override { pending += id.digits; }
+  void PutDefinition(Id const& id) override { pending += ShownDigits(id); }
+  void PutReference(Id const& id) override { pending += ShownDigits(id); }
   void PutTitle(std::string_view title) override;
   void PutHeading(std::string_view heading) override;
   void BeginTable() override {}

@@ -2,11 +2,11 @@
 
 #include "VRELStreamFormatter.h"
 
-EndOptionsEvent::EndOptionsEvent(VRINResult const& result, int setCount, int unknownCount)
-    : VRELEndOptionsTaskEvent(result), set(setCount), unknown(unknownCount) {}
+EndOptionsEvent::EndOptionsEvent(VRINResult const& result, int storedCount, int unknownNameCount)
+    : VRELEndOptionsTaskEvent(result), setCount(storedCount), unknownCount(unknownNameCount) {}
 
 void EndOptionsEvent::GetFormattedDescription(VRELOutputStream* stream) {
   VRELStreamFormatter formatter(stream);
-  formatter << "Options : " << set << " set, " << unknown << " unknown" << formatter.endline();
+  formatter << "Options : " << setCount << " set, " << unknownCount << " unknown" << formatter.endline();
   formatter << "------------------------------------------------------------" << formatter.endline();
 }

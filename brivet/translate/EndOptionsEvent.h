@@ -1,17 +1,17 @@
-// What closes the list of options in a log.
+// End of the list of options in a log.
 #pragma once
 
 #include "VRELEndOptionsTaskEvent.h"
 
 class EndOptionsEvent : public VRELEndOptionsTaskEvent {
  public:
-  // How often an option was set, and how often one that no translator knows.
-  EndOptionsEvent(VRINResult const& result, int setCount, int unknownCount);
+  // Takes the number of options in the store and how many times an unknown name was set.
+  EndOptionsEvent(VRINResult const& result, int storedCount, int unknownNameCount);
 
-  // "Options : 3 set, 1 unknown", and a line of hyphens as long as the heading of the list.
+  // Writes "Options : 3 set, 1 unknown" and a line of hyphens as long as the heading of the list.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
  private:
-  int set;
-  int unknown;
+  int setCount;
+  int unknownCount;
 };

@@ -3,40 +3,39 @@
 #include <dlfcn.h>
 
 #include "Diagnostics.h"
+#include "PathNames.h"
 #include "VRELLibraryManager.h"
 
 namespace {
 
-// The folder of libVRELBase.so, where the loader looks for modules first.
+// Returns the folder of libVRELBase.so, where the loader looks for modules first.
 std::string LibraryFolder() {
   Dl_info info;
   void* const address = reinterpret_cast<void*>(&VRELLibraryManager::FreeLibraries);
   if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) return "the folder of libVRELBase.so";
-  std::string const path = info.dli_fname;
-  std::size_t const slash = path.rfind('/');
-  return slash == path.npos ? "." : path.substr(0, slash);
+  std::string const folder(FolderOf(info.dli_fname));
+  return folder.size() > 1 ? folder.substr(0, folder.size() - 1) : ".";
 }
 
 }  // namespace
 
-FormatModule::FormatModule(Format const& served)
-    : format(served), library(served.module, BRIVET_INITIALIZE, BRIVET_FINALIZE) {}
+FormatModule::FormatModule(Format const& moduleFormat)
+    : format(moduleFormat), library(moduleFormat.module, BRIVET_INITIALIZE, BRIVET_FINALIZE) {}
 
 VRINResult FormatModule::FindReader() {
-  return Find(BRIVET_OPEN, "reads ", openFunction);
+  return Find(BRIVET_OPEN, "reading ", openFunction);
 }
 
 VRINResult FormatModule::FindWriter() {
-  return Find(BRIVET_WRITE, "writes ", writeFunction);
+  return Find(BRIVET_WRITE, "writing ", writeFunction);
 }
 
 VRINResult FormatModule::Find(char const* entry, char const* task, void*& function) {
   if (function != nullptr || library.GetFunction(entry, function).IsSuccess()) return VREL_S_OK;
-  char const* const found = dlerror();
-  ReportProblem(std::string("lib") + format.module + ".so",
-                std::string("expected the module that ") + task + format.title + ", found " +
-                    (found != nullptr ? found : "none") + "; put it into " + LibraryFolder() +
-                    ", or its folder into LD_LIBRARY_PATH");
+  char const* const reason = dlerror();
+  ReportProblem(std::string("cannot load the module for ") + task + format.title + ": " +
+                (reason != nullptr ? reason : std::string("lib") + format.module + ".so not found"));
+  ReportProblem("hint", "the module belongs in " + LibraryFolder() + " or in a folder of LD_LIBRARY_PATH");
   return VREL_E_NOT_SUPPORTED;
 }
 

@@ -1,4 +1,4 @@
-// A format module as the driver uses it.
+// Format module of the driver.
 #pragma once
 
 #include <string>
@@ -7,17 +7,19 @@
 #include "Formats.h"
 #include "VRELBrivetLibrary.h"
 
-// Loads the module of a format when it is first needed. A module that is missing, or that lacks what is asked of it, is
-// reported by ReportProblem, with where it was looked for, and gives VREL_E_NOT_SUPPORTED.
+// Loads the module of a format when it is first needed.
+//
+// Errors: VREL_E_NOT_SUPPORTED if the module cannot be loaded or does not have the entry point; ReportProblem gets the
+// message of the dynamic loader and the folder that was searched.
 class FormatModule {
  public:
-  explicit FormatModule(Format const& served);
+  explicit FormatModule(Format const& moduleFormat);
 
-  // Finds the entry point, so that a failure is told before any work is done.
+  // Find the entry point, so that a missing one is reported before any work is done.
   VRINResult FindReader();
   VRINResult FindWriter();
 
-  // What the module answers.
+  // Return the result of the module.
   VRINResult Open(BrivetOpenRequest& request);
   VRINResult Write(BrivetWriteRequest& request);
 

@@ -1,18 +1,21 @@
 #include "Formats.h"
 
+#include <cstddef>
 #include <string>
+
+#include "PathNames.h"
 
 namespace {
 
-// A format that is read is a line in the first table, one that is written a line in the second; the first lines serve
-// where a name tells nothing.
-constexpr Format READ[] = {
+// The formats that can be read and those that can be written. The first of each table is the default.
+constexpr Format kRead[] = {
     {"step", "STEP", "BrivetStep", ".stp", " .stp .step .p21 "},
 };
-constexpr Format WRITTEN[] = {
+constexpr Format kWritten[] = {
     {"html", "HTML", "BrivetHtml", ".html", " .html .htm "},
     {"text", "text", "BrivetText", ".txt", " .txt .text "},
     {"step", "STEP", "BrivetStep", ".stp", " .stp .step .p21 "},
+    {"json", "JSON", "BrivetJson", ".json", " .json "},
 };
 
 template <std::size_t N>
@@ -31,32 +34,27 @@ Format const* Find(Format const (&table)[N], std::string_view path) {
 }  // namespace
 
 Format const& Format::OfInput(std::string_view path) {
-  Format const* const format = Find(READ, path);
-  return format != nullptr ? *format : READ[0];
+  Format const* const format = Find(kRead, path);
+  return format != nullptr ? *format : kRead[0];
 }
 
 Format const* Format::OfOutput(std::string_view path) {
-  return Find(WRITTEN, path);
+  return Find(kWritten, path);
 }
 
 Format const* Format::Named(std::string_view name) {
-  for (Format const& format : WRITTEN) {
+  for (Format const& format : kWritten) {
     if (name == format.name) return &format;
   }
   return nullptr;
 }
 
 Format const& Format::Page() {
-  return WRITTEN[0];
+  return kWritten[0];
 }
 
-std::string_view BaseNameOf(std::string_view path) {
-  std::size_t const slash = path.rfind('/');
-  return slash == std::string_view::npos ? path : path.substr(slash + 1);
-}
-
-std::string_view ExtensionOf(std::string_view path) {
-  std::string_view const name = BaseNameOf(path);
-  std::size_t const point = name.rfind('.');
-  return point == std::string_view::npos || point == 0 ? std::string_view() : name.substr(point);
+std::string Format::WrittenNames() {
+  std::string names;
+  for (Format const& format : kWritten) names += (names.empty() ? "" : ", ") + std::string(format.name);
+  return names;
 }

@@ -1,26 +1,25 @@
-// The formats that the driver reads and writes, and the modules that do it.
+// Formats that the driver reads and writes.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 struct Format {
   char const* name;        // on the command line: "html"
   char const* title;       // for people: "HTML"
-  char const* module;      // lib + this + .so
-  char const* extension;   // of files that are written: ".html"
-  char const* extensions;  // of files that are taken for it, each between blanks: " .html .htm "
+  char const* module;      // name of the library without "lib" and ".so"
+  char const* extension;   // of new files: ".html"
+  char const* extensions;  // of files of this format, each between blanks: " .html .htm "
 
-  // The format that is read from a file of that name: STEP, whatever the name, as long as no other is read.
+  // Returns the format for reading a file of this name: always STEP, the only format that can be read.
   static Format const& OfInput(std::string_view path);
-  // The format that is written into a file of that name; null where its extension tells none.
+  // Returns the format for writing a file of this name, or null if its extension is unknown.
   static Format const* OfOutput(std::string_view path);
-  // The format of that name that can be written; null where there is none.
+  // Returns the format of this name that can be written, or null.
   static Format const* Named(std::string_view name);
-  // What is written where nobody says: a page.
+  // Returns the default: an HTML page.
   static Format const& Page();
+  // Returns the names of the formats that can be written: "html, text, step".
+  static std::string WrittenNames();
 };
-
-// The extension of a file's name, with its point; empty where there is none. A point in front of a name begins none.
-std::string_view ExtensionOf(std::string_view path);
-// The name without its folder.
-std::string_view BaseNameOf(std::string_view path);

@@ -1,17 +1,28 @@
-// What a translation is to do.
+// One translation to do.
 #pragma once
 
 #include <string>
 
+#include "EscapedText.h"
 #include "Formats.h"
 
 struct Job {
-  std::string input;               // "-": standard input
-  std::string output;              // "-": standard output; not used by a listing
-  Format const* target = nullptr;  // what to write; null lists what would be translated
-  bool prints = true;              // the listing, or a line that says what was written, on standard output
+  std::string input;                          // "-" is standard input
+  std::string output;                         // "-" is standard output; unused for a listing
+  Format const* target = nullptr;             // what to write; null for a listing
+  std::string readLog = "brivet_read.log";    // path of the log of the run; empty for none
+  std::string writeLog = "brivet_write.log";  // path of the log of its writing phase; empty for none
+  bool isQuiet = false;                       // prints neither the listing nor the summary line
+  bool isSynchronized = true;                 // the output is synchronized with the disk
 
-  // How messages name them.
-  std::string ShownInput() const { return input == "-" ? "standard input" : input; }
-  std::string ShownOutput() const { return output == "-" ? "standard output" : output; }
+  // Return the names for messages and logs, with control characters escaped.
+  std::string ShownInput() const { return input == "-" ? "standard input" : Escaped(input); }
+  std::string ShownOutput() const { return output == "-" ? "standard output" : Escaped(output); }
+
+ private:
+  static std::string Escaped(std::string const& name) {
+    std::string escaped;
+    AppendEscapingControls(escaped, name);
+    return escaped;
+  }
 };

@@ -17,11 +17,11 @@
 
 namespace {
 
-constexpr std::size_t COUNT_WIDTH = 18;
-constexpr std::size_t PAGE = 65536;  // bytes that are printed at once
+constexpr std::size_t kCountWidth = 18;
+constexpr std::size_t kBlockSize = 65536;  // bytes that are printed at once
 
-// Thrown once standard output takes no more, which was told.
-struct NoOutput {
+// Thrown after a failure that was reported.
+struct ListingFailure {
   VRINResult result;
 };
 
@@ -33,23 +33,23 @@ std::string PadLeft(std::string_view text, std::size_t width) {
   return std::string(width - std::min(width, text.size()), ' ') + std::string(text);
 }
 
-// The text and the place of each string with escapes.
-class EscapedTexts final : public DocumentVisitor {
+// Passes each string with escapes and its position to a receiver.
+class EscapedStrings final : public DocumentVisitor {
  public:
-  using Receiver = std::function<void(Text const& text, std::string_view place)>;
+  using Receiver = std::function<void(Text const& text, std::string_view position)>;
 
-  explicit EscapedTexts(Receiver take) : receiver(std::move(take)) {}
+  explicit EscapedStrings(Receiver take) : receiver(std::move(take)) {}
 
-  void BeginSection() override { place = "data"; }
-  void BeginInstance(Id const& id, bool /*complex*/) override { place = "#" + std::string(id.digits); }
-  void EndInstance() override { place = "data"; }
+  void BeginSection() override { position = "data"; }
+  void BeginInstance(Id const& id, bool /*complex*/) override { position = "#" + std::string(id.digits); }
+  void EndInstance() override { position = "data"; }
   void String(Text const& text) override {
-    if (text.escaped) receiver(text, place);
+    if (text.escaped) receiver(text, position);
   }
 
  private:
   Receiver const receiver;
-  std::string place = "header";
+  std::string position = "header";
 };
 
 class Listing {
@@ -61,24 +61,24 @@ class Listing {
     AppendHeader();
     AppendCounts();
     AppendTypes();
-    if (escaped != 0) AppendEscapedTexts();
+    if (escaped != 0) AppendEscapedStrings();
     Flush();
   }
 
  private:
-  // A file that has changed meanwhile is told by the document.
-  void Walk(EscapedTexts::Receiver const& receiver) {
-    EscapedTexts texts(receiver);
-    VRINResult result = document.DescribeHeader(texts);
-    if (result.IsSuccess()) result = document.DescribeEscaped(texts);
-    if (result.IsFailure()) throw NoOutput{result};
+  // The document reports it if the file has changed since it was read.
+  void VisitStrings(EscapedStrings::Receiver const& receiver) {
+    EscapedStrings strings(receiver);
+    VRINResult result = document.DescribeHeader(strings);
+    if (result.IsSuccess()) result = document.DescribeEscaped(strings);
+    if (result.IsFailure()) throw ListingFailure{result};
   }
 
   void Measure() {
-    Walk([this](DocumentVisitor::Text const& text, std::string_view place) {
+    VisitStrings([this](DocumentVisitor::Text const& text, std::string_view position) {
       ++escaped;
       lineWidth = std::max(lineWidth, std::to_string(text.line).size());
-      placeWidth = std::max(placeWidth, place.size());
+      positionWidth = std::max(positionWidth, position.size());
     });
   }
 
@@ -91,7 +91,7 @@ class Listing {
   }
 
   void AppendCount(std::string_view name, long count) {
-    page += PadRight(name, COUNT_WIDTH) + PadLeft(std::to_string(count), 10) + "\n";
+    page += PadRight(name, kCountWidth) + PadLeft(std::to_string(count), 10) + "\n";
   }
 
   void AppendCounts() {
@@ -100,12 +100,12 @@ class Listing {
     AppendCount("entity instances", instances);
     AppendCount("  simple", instances - document.GetComplexCount());
     AppendCount("  complex", document.GetComplexCount());
-    if (document.GetFailedCount() != 0) AppendCount("left out", document.GetFailedCount());
+    if (document.GetFailedCount() != 0) AppendCount("lost", document.GetFailedCount());
     AppendCount("entity types", static_cast<long>(document.GetTypeCount()));
     AppendCount("escaped strings", escaped);
   }
 
-  // The most frequent first; of equally frequent ones, the one that came first.
+  // The most frequent type first; equally frequent ones in order of appearance.
   void AppendTypes() {
     if (document.GetTypeCount() == 0) return;
     std::vector<std::size_t> order(document.GetTypeCount());
@@ -121,10 +121,10 @@ class Listing {
     }
   }
 
-  void AppendEscapedTexts() {
-    page += "\n  " + PadLeft("line", lineWidth) + "  " + PadRight("instance", placeWidth) + "  text\n";
-    Walk([this](DocumentVisitor::Text const& text, std::string_view place) {
-      page += "  " + PadLeft(std::to_string(text.line), lineWidth) + "  " + PadRight(place, placeWidth) + "  ";
+  void AppendEscapedStrings() {
+    page += "\n  " + PadLeft("line", lineWidth) + "  " + PadRight("instance", positionWidth) + "  text\n";
+    VisitStrings([this](DocumentVisitor::Text const& text, std::string_view position) {
+      page += "  " + PadLeft(std::to_string(text.line), lineWidth) + "  " + PadRight(position, positionWidth) + "  ";
       if (text.utf8.empty()) page += "(empty)";
       AppendEscapingControls(page, text.utf8);
       page += "\n";
@@ -133,12 +133,12 @@ class Listing {
   }
 
   void FlushFull() {
-    if (page.size() >= PAGE) Flush();
+    if (page.size() >= kBlockSize) Flush();
   }
 
   void Flush() {
-    VRINResult const result = PrintPage(page);
-    if (result.IsFailure()) throw NoOutput{result};
+    VRINResult const result = PrintText(page);
+    if (result.IsFailure()) throw ListingFailure{result};
     page.clear();
   }
 
@@ -146,7 +146,7 @@ class Listing {
   std::string page;
   long escaped = 0;
   std::size_t lineWidth = 4;
-  std::size_t placeWidth = 8;
+  std::size_t positionWidth = 8;
 };
 
 }  // namespace
@@ -155,7 +155,7 @@ VRINResult PrintListing(Document& document) {
   try {
     Listing(document).Print();
     return VREL_S_OK;
-  } catch (NoOutput const& failure) {
+  } catch (ListingFailure const& failure) {
     return failure.result;
   }
 }

@@ -1,16 +1,14 @@
-// What -list prints.
+// Output of -list.
 #pragma once
-
-#include <string>
 
 #include "VRINResult.h"
 
 class Document;
 
-// Prints on standard output, in UTF-8, what the document tells of itself: its header as the logs of the family show it,
-// the numbers of its instances, the types by their numbers, and each text with escapes, decoded, with the line where it
-// begins and the instance that holds it. One text is one line: a control character is shown as <U+000A>.
+// Prints a summary of the document on standard output, in UTF-8: its header as in the logs, the numbers of its
+// instances, its types with their counts, and each string with escapes, decoded, with its line and instance. Each
+// string is one line: control characters are shown as <U+000A>. The listing depends on nothing but the document.
 //
-// The document was read, and need not be resolved. Nothing but the document decides a byte. VREL_E_FILE_SAVE, reported,
-// where standard output does not take all.
+// Requires: the document was read; it need not be resolved.
+// Errors: VREL_E_FILE_SAVE, reported, if standard output does not take all.
 VRINResult PrintListing(Document& document);

@@ -9,84 +9,109 @@
 #include <cstring>
 #include <memory>
 
-#include "LogStream.h"
 #include "Diagnostics.h"
+#include "FileError.h"
+#include "LogStream.h"
 
 namespace {
 
-char const* NameOf(RunLog::Half half) {
-  return half == RunLog::Read ? "brivet_read.log" : "brivet_write.log";
+using Names = std::vector<std::string>;
+
+constexpr char kInUse[] = "it is a file of this run";
+
+bool AreSame(struct stat const& a, struct stat const& b) {
+  return S_ISREG(a.st_mode) && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-bool IsLog(char const* name, struct stat const& status) {
-  struct stat log;
-  return S_ISREG(status.st_mode) && stat(name, &log) == 0 && log.st_dev == status.st_dev && log.st_ino == status.st_ino;
-}
-
-bool IsLog(char const* name, int descriptor) {
+bool IsStandardStream(struct stat const& log) {
   struct stat status;
-  return fstat(descriptor, &status) == 0 && IsLog(name, status);
+  for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fstat(stream, &status) == 0 && AreSame(log, status)) return true;
+  }
+  return false;
 }
 
-bool IsAmong(char const* name, std::vector<std::string> const& files) {
-  return std::any_of(files.begin(), files.end(), [name](std::string const& path) {
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && IsLog(name, status);
-  });
+bool IsInUse(struct stat const& log, Names const& files) {
+  return IsStandardStream(log) || std::any_of(files.begin(), files.end(), [&log](std::string const& path) {
+           struct stat status;
+           return stat(path.c_str(), &status) == 0 && AreSame(log, status);
+         });
 }
 
-bool IsInUse(char const* name, std::vector<std::string> const& files) {
-  bool isStandard = false;
-  for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) isStandard = isStandard || IsLog(name, stream);
-  return isStandard || IsAmong(name, files);
+// Returns why a file must not be overwritten by a log; empty if it may.
+std::string WhyNotLog(struct stat const& status) {
+  if (S_ISLNK(status.st_mode)) return "it is a symbolic link";
+  if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
+  if (!S_ISREG(status.st_mode)) return "it is not a regular file";
+  if (status.st_nlink > 1) return "it has several hard links";
+  return status.st_uid == geteuid() ? "" : "it belongs to another user";
 }
 
-// Writes a byte, since a full disk takes a new file but nothing in it; the log itself empties the file again.
-// Gives the number of the error, 0 where there is none. A pipe that nobody reads is refused, and not waited for.
-int TryToWrite(char const* name) {
-  int const descriptor = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666);
-  if (descriptor < 0) return errno;
-  int const writeError = write(descriptor, "\n", 1) == 1 ? 0 : errno;
-  int const closeError = close(descriptor) == 0 ? 0 : errno;
-  return writeError != 0 ? writeError : closeError;
+// Open log file.
+struct LogFile {
+  int descriptor = -1;
+  bool isNew = false;
+  std::string obstacle;  // why there is no log; empty if there is one
+};
+
+LogFile Refuse(LogFile const& file, std::string const& obstacle) {
+  if (file.descriptor >= 0) close(file.descriptor);
+  return {-1, file.isNew, obstacle};
 }
 
-// Why there can be no log; empty where there can.
-std::string Obstacle(char const* name, std::vector<std::string> const& files) {
-  constexpr char IN_USE[] = "a file of this run; rename it to get a log";
-  if (IsInUse(name, files)) return IN_USE;
-  bool const stood = access(name, F_OK) == 0;
-  int const error = TryToWrite(name);
-  if (error != 0) return std::strerror(error);
-  // A file that is still to be written is known as the same only now.
-  if (stood || !IsAmong(name, files)) return "";
-  unlink(name);
-  return IN_USE;
+// Opens without following a link and without waiting for the reader of a pipe. Nothing is changed yet.
+LogFile Open(std::string const& path) {
+  constexpr int kFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+  LogFile file;
+  file.descriptor = open(path.c_str(), kFlags | O_CREAT | O_EXCL, 0666);
+  file.isNew = file.descriptor >= 0;
+  if (file.isNew) return file;
+  if (errno != EEXIST) return Refuse(file, std::strerror(errno));
+  struct stat status;
+  if (lstat(path.c_str(), &status) == 0) {
+    std::string const obstacle = WhyNotLog(status);
+    if (!obstacle.empty()) return Refuse(file, obstacle);
+  }
+  file.descriptor = open(path.c_str(), kFlags);
+  if (file.descriptor < 0) return Refuse(file, std::strerror(errno));
+  // Again for what is open: the name may refer to another file since lstat.
+  std::string const obstacle = fstat(file.descriptor, &status) == 0 ? WhyNotLog(status) : std::strerror(errno);
+  return obstacle.empty() ? file : Refuse(file, obstacle);
+}
+
+LogFile OpenLog(std::string const& path, Names const& files) {
+  struct stat status;
+  if (lstat(path.c_str(), &status) == 0 && IsInUse(status, files)) return Refuse({}, kInUse);
+  LogFile file = Open(path);
+  if (file.descriptor < 0) return file;
+  // An output that does not exist yet can be recognized only now.
+  if (fstat(file.descriptor, &status) == 0 && IsInUse(status, files)) {
+    if (file.isNew) unlink(path.c_str());
+    return Refuse(file, kInUse);
+  }
+  // A full disk accepts an empty file; only a write fails.
+  if (ftruncate(file.descriptor, 0) != 0 || pwrite(file.descriptor, "\n", 1, 0) != 1 ||
+      ftruncate(file.descriptor, 0) != 0) {
+    return Refuse(file, std::strerror(errno));
+  }
+  return file;
 }
 
 }  // namespace
 
-RunLog::RunLog(Half half, std::vector<std::string> const& filesOfRun) {
-  std::string obstacle = Obstacle(NameOf(half), filesOfRun);
-  if (obstacle.empty()) obstacle = Begin(NameOf(half));
-  if (!obstacle.empty()) {
-    ReportWarning(NameOf(half),
-                  "expected a log that can be written, found: " + obstacle + "; the run goes on without a log");
+RunLog::RunLog(std::string const& path, Names const& filesOfRun) {
+  LogFile const file = OpenLog(path, filesOfRun);
+  if (!file.obstacle.empty()) {
+    ReportWarning("cannot write the log " + QuoteName(path), file.obstacle);
+    return;
   }
-}
-
-std::string RunLog::Begin(char const* name) {
-  int const descriptor = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
-  if (descriptor < 0) return std::strerror(errno);
-  auto stream = std::make_unique<LogStream>(descriptor);
+  auto stream = std::make_unique<LogStream>(file.descriptor);
   log.emplace();
   log->Initialize(stream.release(), VREL_LEVEL_DEFAULT);
-  return "";
 }
 
-void RunLog::RemoveOld(Half half, std::vector<std::string> const& filesOfRun) {
-  char const* const name = NameOf(half);
+void RunLog::RemoveOld(std::string const& path, Names const& filesOfRun) {
   struct stat status;
-  bool const isRegular = lstat(name, &status) == 0 && S_ISREG(status.st_mode);
-  if (isRegular && !IsInUse(name, filesOfRun)) unlink(name);
+  if (lstat(path.c_str(), &status) != 0 || !WhyNotLog(status).empty() || IsInUse(status, filesOfRun)) return;
+  unlink(path.c_str());
 }

@@ -1,4 +1,4 @@
-// The logs of one run.
+// Log file of a run.
 #pragma once
 
 #include <optional>
@@ -7,26 +7,23 @@
 
 #include "VRELLogger.h"
 
-// Writes "brivet_read.log" or "brivet_write.log" in the current directory, line by line, for as long as it is in scope;
-// what the file held before is lost. The level is that of the environment, as of VRELLogFileWrapper. A log that cannot
-// be written, or that would overwrite one of the files of the run or what the standard streams go to, is left out with
-// one warning: the run matters more.
+// Writes all events to a log file, line by line, while the object exists. An existing log is overwritten. The level is
+// that of the environment, as for VRELLogFileWrapper.
+//
+// The log is left out, with one warning, if it cannot be written, if it is a file that the run reads or writes or that
+// a standard stream is connected to, or if its name is anything but a regular file of this user with one link: a
+// symbolic or hard link that somebody has put there must not redirect the log to another file.
 class RunLog {
  public:
-  enum Half { Read, Write };
-
-  // The files are those that the run reads and writes; they need not exist.
-  RunLog(Half half, std::vector<std::string> const& filesOfRun);
+  // `filesOfRun` are the files that the run reads and writes. They need not exist.
+  RunLog(std::string const& path, std::vector<std::string> const& filesOfRun);
 
   bool IsWriting() const { return log.has_value(); }
 
-  // Removes the log of an earlier run, so that it is not taken for one of this run: a regular file that is none of the
-  // files of the run.
-  static void RemoveOld(Half half, std::vector<std::string> const& filesOfRun);
+  // Removes the log of an earlier run, so that it is not taken for one of this run. Leaves anything that the
+  // constructor would not overwrite.
+  static void RemoveOld(std::string const& path, std::vector<std::string> const& filesOfRun);
 
  private:
-  // Empty where the log began, else why it did not.
-  std::string Begin(char const* name);
-
   std::optional<VRELLogger> log;
 };

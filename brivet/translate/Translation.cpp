@@ -1,15 +1,23 @@
 #include "Translation.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <climits>
+#include <cstring>
+#include <new>
 #include <utility>
 
+#include "CatchAsResult.h"
+#include "Descriptor.h"
+#include "Diagnostics.h"
 #include "Document.h"
 #include "EndOptionsEvent.h"
-#include "CatchAsResult.h"
 #include "Listing.h"
-#include "Diagnostics.h"
-#include "StandardOutput.h"
+#include "PathNames.h"
+#include "VRELAbortException.h"
+#include "VRELAllocException.h"
 #include "VRELEndPostprocessDocumentEvent.h"
 #include "VRELEndPreprocessDocumentEvent.h"
 #include "VRELEndProductEvent.h"
@@ -34,19 +42,17 @@
 
 namespace {
 
-// Makes an event and sends it.
 template <class Event, class... Arguments>
 void Send(Arguments&&... arguments) {
   Event event(std::forward<Arguments>(arguments)...);
   VRELEventBus::Fire(event);
 }
 
-// The number of a long's things as an event counts them.
-int CountOf(long number) {
+int ClampToInt(long number) {
   return static_cast<int>(std::min<long>(number, INT_MAX));
 }
 
-// Shows a stage of the work while it lives.
+// Stage of the progress while the object exists.
 class Stage {
  public:
   Stage(Progress& shownProgress, char const* name, long total) : progress(shownProgress) {
@@ -65,7 +71,7 @@ std::string Counted(long number, char const* things) {
   return number == 1 ? text : text + "s";
 }
 
-// Measures the tasks while it lives, if the environment asks for that.
+// Measures tasks while the object exists, if the environment requests it.
 class Timing {
  public:
   Timing() { VRELTimingLogger::SetUp(); }
@@ -85,13 +91,25 @@ Translation::Translation(Job translationJob, OptionSet& givenOptions, Progress& 
 }
 
 VRINResult Translation::Run() {
-  RunLog const readLog(RunLog::Read, FilesOfRun());
-  if (target != nullptr) RunLog::RemoveOld(RunLog::Write, FilesOfRun());
-  // Goes before the other, and is told of the times too.
+  try {
+    return RunTasks();
+  } catch (std::bad_alloc const&) {
+    if (!IsCommitted()) throw;
+  } catch (VRELAllocException const&) {
+    if (!IsCommitted()) throw;
+  }
+  return committedResult;
+}
+
+VRINResult Translation::RunTasks() {
+  std::optional<RunLog> readLog;
+  if (!job.readLog.empty()) readLog.emplace(job.readLog, FilesOfRun());
+  if (target != nullptr && !job.writeLog.empty()) RunLog::RemoveOld(job.writeLog, FilesOfRun());
+  // Declared before the timing, whose report at its end goes to both logs.
   std::optional<RunLog> writeLog;
   Timing const timing;
-  TellProduct();
-  VRINResult result = TellOptions();
+  ReportProduct();
+  VRINResult result = ReportOptions();
   if (result.IsSuccess()) result = Translate(writeLog);
   Send<VRELEndProductEvent>(result);
   return result;
@@ -106,7 +124,7 @@ std::vector<std::string> Translation::FilesOfRun() const {
   return files;
 }
 
-void Translation::TellProduct() const {
+void Translation::ReportProduct() const {
   std::string const from = Format::OfInput(job.input).title;
   std::string const product = target != nullptr ? from + " to " + job.target->title + " translator" : from + " reader";
   VRELStartProductEvent event(product.c_str(), "brivet " BRIVET_VERSION);
@@ -115,12 +133,12 @@ void Translation::TellProduct() const {
   VRELEventBus::Fire(event);
 }
 
-VRINResult Translation::TellOptions() const {
+VRINResult Translation::ReportOptions() const {
   VRELStartOptionsTaskEvent::Fire();
   VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
     for (OptionSource const& each : options.Sources()) ReportMessage(each.Words());
-    options.Store().Dump(nullptr, "%s = %s", nullptr);
-    for (OptionSet::Warning const& warning : options.Warnings()) ReportWarning(warning.origin, warning.text);
+    options.Dump();
+    options.ReportWarnings();
     return VREL_S_OK;
   });
   Send<EndOptionsEvent>(result, options.Store().Size(), options.UnknownCount());
@@ -129,38 +147,38 @@ VRINResult Translation::TellOptions() const {
 
 VRINResult Translation::Translate(std::optional<RunLog>& writeLog) {
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
-  VRINResult result = ReadHalf();
+  VRINResult result = RunReadPhase();
   if (result.IsSuccess() && target != nullptr) {
-    writeLog.emplace(RunLog::Write, FilesOfRun());
-    result &= WriteHalf();
+    if (!job.writeLog.empty()) writeLog.emplace(job.writeLog, FilesOfRun());
+    result &= RunWritePhase();
   }
   long const failed = document != nullptr ? document->GetFailedCount() : -1;
-  Send<VRELEndTranslationTaskEvent>(result, false, CountOf(failed));
+  Send<VRELEndTranslationTaskEvent>(result, false, ClampToInt(failed));
   return result;
 }
 
-VRINResult Translation::ReadHalf() {
-  VRINResult result = Prepare();
+VRINResult Translation::RunReadPhase() {
+  VRINResult result = OpenFiles();
   if (result.IsSuccess()) result &= ReadFile();
   if (result.IsSuccess()) result &= PreprocessSource();
   if (result.IsSuccess()) result &= ReadEntities();
-  if (result.IsSuccess() && target == nullptr && job.prints) {
+  if (result.IsSuccess() && target == nullptr && !job.isQuiet) {
     result &= CatchAsResult(job.ShownInput(), [this] { return PrintListing(*document); });
   }
   return result;
 }
 
-VRINResult Translation::WriteHalf() {
+VRINResult Translation::RunWritePhase() {
   VRINResult result = Convert();
   if (result.IsSuccess()) result &= PreprocessTarget();
   if (result.IsSuccess()) result &= PostprocessTarget();
   if (result.IsSuccess()) result &= WriteFile();
-  if (result.IsSuccess()) result &= PrintSummary();
+  if (result.IsSuccess()) PrintSummary();
   return result;
 }
 
-// Whatever would stop the translation in the end is told before the document is read.
-VRINResult Translation::Prepare() {
+// Opens everything that could make the translation fail later, before the document is read.
+VRINResult Translation::OpenFiles() {
   VRINResult result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
     input = std::make_unique<InputDocument>(job.input);
     return VREL_S_OK;
@@ -170,25 +188,26 @@ VRINResult Translation::Prepare() {
   if (result.IsSuccess()) result = target->FindWriter();
   if (result.IsFailure()) return result;
   return CatchAsResult(job.ShownOutput(), [this]() -> VRINResult {
-    output = std::make_unique<OutputFile>(job.output, input->Status());
+    auto const durability = job.isSynchronized ? OutputFile::Synchronized : OutputFile::NotSynchronized;
+    output = std::make_unique<OutputFile>(job.output, input->Status(), durability);
     return VREL_S_OK;
   });
 }
 
 VRINResult Translation::ReadFile() {
   VRELStartReadFileTaskEvent::Fire(job.ShownInput().c_str());
-  VRINResult const result = CatchAsResult(job.ShownInput(), [this] { return OpenDocument(); });
+  VRINResult const result = CheckInput(CatchAsResult(job.ShownInput(), [this] { return OpenDocument(); }));
   VRELFileHeader none;
   Send<VRELEndReadFileTaskEvent>(result, document != nullptr ? &document->GetFileHeader() : &none);
   return result;
 }
 
-// That the walk over a header gives a failure even where all went well is its promise: the document tells what came of
-// it.
+// VRELReader::ReadHeaderSection returns a failure even if the header is fine; the document knows its state.
 VRINResult Translation::OpenDocument() {
   BrivetOpenRequest request;
   request.file = VRELFileHandle(new VRELFile(input->Path().c_str()));
   request.shownName = job.ShownInput();
+  request.options = &options.Store();
   VRINResult const result = source.Open(request);
   if (result.IsFailure()) return result;
   document = request.document;
@@ -207,34 +226,43 @@ VRINResult Translation::PreprocessSource() {
 
 VRINResult Translation::ReadEntities() {
   Send<VRELStartReadEntitiesTaskEvent>();
-  VRINResult const result = CatchAsResult(job.ShownInput(), [this] {
+  VRINResult const result = CheckInput(CatchAsResult(job.ShownInput(), [this] {
     Stage const stage(progress, "reading", input->Size());
     document->SetProgress(&progress);
     reader->ReadDataSection();
     document->SetProgress(nullptr);
-    return StateOfDocument();
-  });
+    return CheckDocument();
+  }));
   Send<VRELEndReadEntitiesTaskEvent>(result);
   return result;
 }
 
-// Says why there is nothing to go on with, unless that was said.
-VRINResult Translation::StateOfDocument() const {
+// Returns the state of the document. Reports a failure that nothing else has reported.
+VRINResult Translation::CheckDocument() const {
   VRINResult const state = document->GetState();
   if (state.IsFailure() && VRELError::GetErrorCount() == 0) {
-    ReportProblem(job.ShownInput(),
-                  "expected instances that can be read, found none; mend the file and translate it again");
+    ReportProblem(job.ShownInput(), "no instance could be read");
   }
   return state;
 }
 
+// Returns `result` if the input is still what was opened. A file that changes fails in any way, or not at all.
+VRINResult Translation::CheckInput(VRINResult result) const {
+  if (result == VREL_E_ABORTED) return result;
+  VRINResult const unchanged = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
+    input->CheckUnchanged();
+    return VREL_S_OK;
+  });
+  return unchanged.IsFailure() ? unchanged : result;
+}
+
 VRINResult Translation::Convert() {
   VRELStartConversionTaskEvent::Fire();
-  VRELStartConversionStageEvent stage("References", CountOf(document->GetInstanceCount()), 100.0, true);
+  VRELStartConversionStageEvent stage("References", ClampToInt(document->GetInstanceCount()), 100.0, true);
   VRELEventBus::Fire(stage);
   VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
     VRINResult const resolved = reader->Resolve();
-    // Not every format has something to link.
+    // A format without references does not implement this.
     return resolved == VREL_E_NOT_IMPLEMENTED ? VRINResult(VREL_S_OK) : resolved;
   });
   stage.SetFinished();
@@ -252,15 +280,23 @@ VRINResult Translation::PreprocessTarget() {
 
 VRINResult Translation::PostprocessTarget() {
   Send<VRELStartPostprocessDocumentEvent>();
-  VRINResult const result = StateOfDocument();
+  VRINResult const result = CheckDocument();
   Send<VRELEndPostprocessDocumentEvent>(result);
   return result;
 }
 
 VRINResult Translation::WriteFile() {
-  Send<VRELStartWriteFileTaskEvent>(VRELFilePath(job.output.c_str()));
-  VRINResult const result = CatchAsResult(job.ShownOutput(), [this] { return WriteDocument(); });
-  // What is left of the output goes before anybody hears that there is none.
+  Send<VRELStartWriteFileTaskEvent>(VRELFilePath(job.ShownOutput().c_str()));
+  VRINResult result = CheckInput(CatchAsResult(job.ShownOutput(), [this] { return WriteDocument(); }));
+  if (result.IsSuccess()) {
+    result = CatchAsResult(job.ShownOutput(), [this]() -> VRINResult {
+      CheckMemory();
+      output->Commit();
+      return VREL_S_OK;
+    });
+  }
+  if (IsCommitted()) committedResult = document->GetState();
+  // Removes the temporary file before the failure is reported.
   if (result.IsFailure()) output.reset();
   Send<VRELEndWriteFileTaskEvent>(VRELString(job.ShownOutput().c_str()), result);
   return result;
@@ -275,19 +311,24 @@ VRINResult Translation::WriteDocument() {
   request.title = BaseNameOf(job.ShownInput());
   Stage const stage(progress, "writing", document->GetInstanceCount());
   VRINResult const result = target->Write(request);
-  // A place that took too little knows why, the module does not.
+  // The module does not know why a write failed.
   if (result == VREL_E_FILE_SAVE) output->Check();
-  if (result.IsSuccess()) {
-    CheckMemory();
-    output->Commit();
-  }
   return result;
 }
 
-VRINResult Translation::PrintSummary() {
-  if (!job.prints || output->IsStandardOutput()) return VREL_S_OK;
+bool Translation::IsCommitted() const {
+  return output != nullptr && output->IsCommitted();
+}
+
+// The output is in place, so that nothing is an error any more.
+void Translation::PrintSummary() {
+  if (job.isQuiet || output->IsStandardOutput()) return;
   std::string line = job.ShownOutput() + ": " + Counted(document->GetInstanceCount(), "instance") + " of " +
                      Counted(static_cast<long>(document->GetTypeCount()), "type") + " from " + job.ShownInput();
-  if (document->GetFailedCount() != 0) line += ", " + std::to_string(document->GetFailedCount()) + " left out";
-  return CatchAsResult(job.ShownOutput(), [&line] { return PrintPage(line + "\n"); });
+  if (document->GetFailedCount() != 0) line += ", " + std::to_string(document->GetFailedCount()) + " lost";
+  try {
+    if (WriteAll(STDOUT_FILENO, line + "\n")) return;
+    ReportWarning("cannot write to standard output", std::strerror(errno));
+  } catch (VRELAbortException const&) {
+  }
 }

@@ -1,4 +1,4 @@
-// The road of one translation, from its first event to its last.
+// One translation, from its first event to its last.
 #pragma once
 
 #include <memory>
@@ -18,38 +18,41 @@
 #include "VRELReader.h"
 #include "VRINResult.h"
 
-// Reads a document by one format module and writes it by another, and sends the events of the tasks on the way:
+// Reads a document by one format module and writes it by another, and sends the events of its tasks:
 //
-//   Product                                      what runs, the input and the output
-//   Options                                      where options came from, all options, warnings about them
-//   Translation                                  from here on
-//     Read File                                  opens the document and reads its header
-//     Source Document Preprocessing              whether the header could be read whole
-//     Read Entities                              reads the rest; a listing is printed behind it, and ends the road
-//     Conversion                                 links the entities: one stage
-//     Target Document Preprocessing              gets the writing module ready
-//     Target Document Postprocessing             what came of the document so far
-//     File Write                                 writes the document, and puts the file in its place
+//   Product                            the program, the input and the output
+//   Options                            the sources of options, all options, warnings about them
+//   Translation                        encloses the following
+//     Read File                        opens the document and reads its header
+//     Source Document Preprocessing    whether the header was read completely
+//     Read Entities                    reads the rest; a listing is printed and ends the translation
+//     Conversion                       resolves references, as one stage
+//     Target Document Preprocessing    prepares the writing module
+//     Target Document Postprocessing   the state of the document so far
+//     File Write                       writes the document and replaces the output file
 //
-// brivet_read.log holds all of them, brivet_write.log those from the conversion on. A task that fails is the last one;
-// the tasks around it end with its result. What goes wrong is reported by ReportProblem before the end of its task.
+// The read log holds all of them, the write log those from the conversion on. A task that fails is the last one; the
+// enclosing tasks end with its result. An error is reported by ReportProblem before the end of its task.
 class Translation {
  public:
   // The options and the progress must outlive the translation.
   Translation(Job translationJob, OptionSet& givenOptions, Progress& shownProgress);
 
-  // To be called once. The folded result: VREL_S_PARTIAL if something was left out, VREL_E_ABORTED if the run was
-  // stopped.
+  // Runs the translation. Call it once. Returns the combined result: VREL_S_PARTIAL if instances were lost,
+  // VREL_E_ABORTED after an abort. Once the output is replaced the result is a success.
   VRINResult Run();
+  // Returns true once the output is replaced.
+  bool IsCommitted() const;
 
  private:
   std::vector<std::string> FilesOfRun() const;
-  void TellProduct() const;
-  VRINResult TellOptions() const;
+  VRINResult RunTasks();
+  void ReportProduct() const;
+  VRINResult ReportOptions() const;
   VRINResult Translate(std::optional<RunLog>& writeLog);
-  VRINResult ReadHalf();
-  VRINResult WriteHalf();
-  VRINResult Prepare();
+  VRINResult RunReadPhase();
+  VRINResult RunWritePhase();
+  VRINResult OpenFiles();
   VRINResult ReadFile();
   VRINResult OpenDocument();
   VRINResult PreprocessSource();
@@ -59,8 +62,9 @@ class Translation {
   VRINResult PostprocessTarget();
   VRINResult WriteFile();
   VRINResult WriteDocument();
-  VRINResult PrintSummary();
-  VRINResult StateOfDocument() const;
+  void PrintSummary();
+  VRINResult CheckDocument() const;
+  VRINResult CheckInput(VRINResult result) const;
 
   Job const job;
   OptionSet& options;
@@ -69,7 +73,8 @@ class Translation {
   std::unique_ptr<FormatModule> target;
   std::unique_ptr<InputDocument> input;
   std::unique_ptr<OutputFile> output;
-  Document* document = nullptr;  // held by the handle
+  VRINResult committedResult = VREL_UNDETERMINED;  // known once the output is replaced
+  Document* document = nullptr;                    // owned by the handle
   VRELFormatReaderHandle handle;
   std::unique_ptr<VRELReader> reader;
 };

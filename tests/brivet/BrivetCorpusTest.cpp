@@ -1,4 +1,4 @@
-// Documents that nobody here wrote, from the folder that VREL_CORPUS names.
+// Documents of other systems, from the folder that VREL_CORPUS names.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 struct Model {
   char const* name;
-  int instances;  // as the folder's own page counts them
+  int instances;  // as listed in the README of the folder
 };
 
 constexpr Model MODELS[] = {{"as1-oc-214", 6425}, {"dm1-id-214", 1189}, {"io1-cm-214", 917}, {"ATS10-out", 1102}};
@@ -28,7 +28,7 @@ class BrivetCorpusTest : public BrivetFixture {
 
   std::string PathOf(Model const& model) const { return corpus + "/" + model.name + ".stp"; }
 
-  // Translates, and returns what was written.
+  // Translates and returns the output.
   std::string Translated(std::string const& input, Model const& model, std::string const& output) const {
     ChildResult const result = Brivet({input, output});
     EXPECT_EQ(result.exitStatus, 0);
@@ -37,7 +37,7 @@ class BrivetCorpusTest : public BrivetFixture {
     return folder.Read(output);
   }
 
-  // The numbers that stand between two pieces of text.
+  // Returns the numbers between two strings.
   static std::set<std::string> Between(std::string const& text, std::string const& begin, std::string const& end) {
     std::set<std::string> found;
     for (std::size_t at = text.find(begin); at != text.npos; at = text.find(begin, at)) {
@@ -53,7 +53,7 @@ class BrivetCorpusTest : public BrivetFixture {
 
 }  // namespace
 
-TEST_F(BrivetCorpusTest, IsListed) {
+TEST_F(BrivetCorpusTest, ListsCorpus) {
   for (Model const& model : MODELS) {
     std::string const count = std::to_string(model.instances);
     ChildResult const result = Brivet({"-list", PathOf(model)});
@@ -65,7 +65,7 @@ TEST_F(BrivetCorpusTest, IsListed) {
 }
 
 // Every instance is an anchor, and every link leads to one.
-TEST_F(BrivetCorpusTest, BecomesPages) {
+TEST_F(BrivetCorpusTest, WritesPages) {
   for (Model const& model : MODELS) {
     SCOPED_TRACE(model.name);
     std::string const page = Translated(PathOf(model), model, "page.html");
@@ -75,21 +75,21 @@ TEST_F(BrivetCorpusTest, BecomesPages) {
   }
 }
 
-TEST_F(BrivetCorpusTest, ReadsTheSameWhenItWasWritten) {
+TEST_F(BrivetCorpusTest, RoundTripIsStable) {
   for (Model const& model : MODELS) {
     SCOPED_TRACE(model.name);
     std::string const once = Translated(PathOf(model), model, "once.stp");
     std::string const twice = Translated("once.stp", model, "twice.stp");
     EXPECT_TRUE(once == twice);
-    // The same title, so that the texts are the same from their first byte to their last.
+    // The same title makes the texts equal from their first byte to their last.
     Write("a/part.stp", FileText(PathOf(model)));
     Write("b/part.stp", once);
     EXPECT_TRUE(Translated("a/part.stp", model, "a.txt") == Translated("b/part.stp", model, "b.txt"));
   }
 }
 
-// As the manual tells it: each run in a directory of its own.
-TEST_F(BrivetCorpusTest, IsTranslatedByJobsSideBySide) {
+// As in docs/brivet.md: each run in a directory of its own.
+TEST_F(BrivetCorpusTest, RunsInParallelJobs) {
   if (RunProgram({"sh", "-c", "command -v parallel"}).exitStatus != 0) GTEST_SKIP() << "there is no GNU parallel";
   ChildResult const result = Shell(
       "PATH=$(dirname \"$b\"):$PATH; HOME=$PWD parallel -j 4 "
@@ -105,12 +105,12 @@ TEST_F(BrivetCorpusTest, IsTranslatedByJobsSideBySide) {
   }
 }
 
-TEST_F(BrivetCorpusTest, IsUnderstoodByABrowser) {
+TEST_F(BrivetCorpusTest, PageOpensInBrowser) {
   if (!HasHeadlessBrowser()) GTEST_SKIP() << "there is no chromium";
   Model const& model = MODELS[2];
   Translated(PathOf(model), model, "page.html");
   std::string const document = OpenPage(folder.Path("page.html"));
   EXPECT_EQ(Between(document, "<a name=\"", "\">").size(), static_cast<std::size_t>(model.instances));
-  // A text that the file writes in hexadecimal digits.
+  // A string that is encoded in the file.
   EXPECT_THAT(document, testing::HasSubstr("\xE3\x83\x96\xE3\x83\xAC\xE3\x83\xB3\xE3\x83\x89"));
 }

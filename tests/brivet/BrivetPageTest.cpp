@@ -9,8 +9,7 @@
 
 namespace {
 
-// Looks at the page as a reader would, and puts what it finds into the title: whether every link leads to an anchor,
-// and where one leads that is clicked.
+// Checks that every link has an anchor and clicks one, and writes the findings to the title.
 constexpr char LOOK[] = R"(<SCRIPT>
 addEventListener('load', () => {
   const links = [...document.querySelectorAll('a[href]')];
@@ -32,7 +31,7 @@ class BrivetPageTest : public BrivetFixture {};
 
 }  // namespace
 
-TEST_F(BrivetPageTest, LeadsFromReferencesToInstances) {
+TEST_F(BrivetPageTest, LinksLeadToInstances) {
   if (!HasHeadlessBrowser()) GTEST_SKIP() << "there is no chromium";
   ASSERT_EQ(Brivet({BracketPath(), "page.html"}).exitStatus, 0);
   std::string page = folder.Read("page.html");

@@ -1,4 +1,4 @@
-// Translations from outside: what is written, where, and what is left of a run that fails.
+// Runs translations: what is written, where, and what a failed run leaves.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -22,8 +22,7 @@ class BrivetTranslateTest : public BrivetFixture {
   BrivetTranslateTest() { Write("washer.stp", WASHER); }
 };
 
-// The washer as text: what refers to an instance stands below it.
-constexpr char WASHER_TEXT[] =
+constexpr char kWasherText[] =
     "washer.stp\n"
     "\n"
     "Header\n"
@@ -64,7 +63,7 @@ constexpr char WASHER_TEXT[] =
     "    referred to by #10\n"
     "#1204 = C('')\n";
 
-constexpr char WASHER_STEP[] =
+constexpr char kWasherStep[] =
     "#10=PRODUCT('w','\\X2\\30D630EC30F330C9\\X0\\ R1','/* no comment */',(#20));\n"
     "#20=(A()B('\\S\\A'));\n"
     "#1204=C('');\n"
@@ -73,7 +72,7 @@ constexpr char WASHER_STEP[] =
 
 }  // namespace
 
-TEST_F(BrivetTranslateTest, WritesAPage) {
+TEST_F(BrivetTranslateTest, WritesPage) {
   ExpectTranslated(Brivet({"washer.stp"}), "washer.html: 3 instances of 3 types from washer.stp");
   std::string const page = folder.Read("washer.html");
   for (char const* part : {"<H1>washer.stp</H1>", "Scheibe f&#252;r M8", "#<a name= \"10\">10</a> = PRODUCT(",
@@ -87,19 +86,19 @@ TEST_F(BrivetTranslateTest, WritesAPage) {
 TEST_F(BrivetTranslateTest, WritesText) {
   for (Names const& words : {Names{"washer.stp", "washer.txt"}, Names{"-write", "text", "washer.stp"}}) {
     ExpectTranslated(Brivet(words), "washer.txt: 3 instances of 3 types from washer.stp");
-    EXPECT_EQ(folder.Read("washer.txt"), WASHER_TEXT);
+    EXPECT_EQ(folder.Read("washer.txt"), kWasherText);
     unlink(folder.Path("washer.txt").c_str());
   }
 }
 
 TEST_F(BrivetTranslateTest, WritesStep) {
   ExpectTranslated(Brivet({"washer.stp", "new.stp"}), "new.stp: 3 instances of 3 types from washer.stp");
-  EXPECT_THAT(folder.Read("new.stp"), testing::EndsWith(WASHER_STEP));
+  EXPECT_THAT(folder.Read("new.stp"), testing::EndsWith(kWasherStep));
   ExpectTranslated(Brivet({"new.stp", "newer.stp"}), "newer.stp: 3 instances of 3 types from new.stp");
   EXPECT_EQ(folder.Read("newer.stp"), folder.Read("new.stp"));
 }
 
-TEST_F(BrivetTranslateTest, HandsOptionsToTheModules) {
+TEST_F(BrivetTranslateTest, PassesOptionsToModules) {
   Write("base.cfg", "AuthorName = drawing office\nStep.*.Writer.FileLineLength = 40\n");
   ExpectTranslated(Brivet({"washer.stp", "new.stp", "-options", "base.cfg", "-set", "SendingSystemName=cad7"}),
                    "new.stp: 3 instances of 3 types from washer.stp");
@@ -109,7 +108,7 @@ TEST_F(BrivetTranslateTest, HandsOptionsToTheModules) {
   EXPECT_THAT(bytes, HasSubstr("\n'/* no comment */',(#20));\n"));
 }
 
-TEST_F(BrivetTranslateTest, WritesBesideTheFolderOfTheInput) {
+TEST_F(BrivetTranslateTest, WritesToCurrentDirectory) {
   Write("parts/deep/bolt.v2.STEP", WASHER);
   ExpectTranslated(Brivet({"parts/deep/bolt.v2.STEP"}),
                    "bolt.v2.html: 3 instances of 3 types from parts/deep/bolt.v2.STEP");
@@ -127,23 +126,23 @@ TEST_F(BrivetTranslateTest, ReadsPipes) {
   EXPECT_EQ(Shell("mkfifo p.stp; cat washer.stp >p.stp & \"$b\" p.stp").output,
             "p.html: 3 instances of 3 types from p.stp\n");
   ChildResult const broken = Brivet({"-"}, "C.UTF-8", "solid");
-  ExpectRefused(broken, 21,
-                "standard input:1: expected ISO-10303-21, found solid; translate an ISO 10303-21 (STEP) file");
+  EXPECT_EQ(broken.exitStatus, 21);
+  EXPECT_THAT(broken.errors, HasSubstr("standard input:1:"));
 }
 
 TEST_F(BrivetTranslateTest, WritesToStandardOutput) {
   for (char const* place : {"-", "/dev/stdout"}) {
     ChildResult const result = Brivet({"washer.stp", place, "-write", "text"});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.output, WASHER_TEXT);
+    EXPECT_EQ(result.output, kWasherText);
     EXPECT_EQ(result.errors, "");
   }
-  // Behind what stands there.
+  // After what the file already holds.
   Shell("echo first >all; \"$b\" washer.stp /dev/stdout -w text >>all");
-  EXPECT_EQ(folder.Read("all"), std::string("first\n") + WASHER_TEXT);
+  EXPECT_EQ(folder.Read("all"), std::string("first\n") + kWasherText);
 }
 
-TEST_F(BrivetTranslateTest, IsQuiet) {
+TEST_F(BrivetTranslateTest, QuietPrintsNothing) {
   Write("broken.stp", "solid");
   Write("half.stp", DocumentText("#1=A(;\n#2=B();\n"));
   struct Row {
@@ -172,14 +171,14 @@ TEST_F(BrivetTranslateTest, IsQuiet) {
   EXPECT_TRUE(folder.Has("washer.html"));
 }
 
-TEST_F(BrivetTranslateTest, WritesItsLogs) {
+TEST_F(BrivetTranslateTest, WritesLogs) {
   EXPECT_EQ(Brivet({"washer.stp", "-set", "AuthorName=office"}).exitStatus, 0);
   EXPECT_EQ(Log("brivet_read.log"), FileText(VREL_SOURCE_DIR "/tests/brivet/washer_read_log.txt"));
   EXPECT_EQ(Log("brivet_write.log"), FileText(VREL_SOURCE_DIR "/tests/brivet/washer_write_log.txt"));
 }
 
-// The log of an earlier run would tell of a page that this run did not write.
-TEST_F(BrivetTranslateTest, LeavesNoOldLogOfTheWritingHalf) {
+// The log of an earlier run would describe a page that this run did not write.
+TEST_F(BrivetTranslateTest, RemovesOldWriteLog) {
   EXPECT_EQ(Brivet({"washer.stp"}).exitStatus, 0);
   EXPECT_TRUE(folder.Has("brivet_write.log"));
   EXPECT_EQ(Brivet({"missing.stp"}).exitStatus, 13);
@@ -187,7 +186,7 @@ TEST_F(BrivetTranslateTest, LeavesNoOldLogOfTheWritingHalf) {
   EXPECT_THAT(Log(), HasSubstr("\nProduct Failed with code 16777229 (File Not Found)\n"));
 }
 
-TEST_F(BrivetTranslateTest, TellsTheTimeOfItsTasks) {
+TEST_F(BrivetTranslateTest, LogsTimesOfTasks) {
   EXPECT_EQ(Shell("VRELTaskTiming=On \"$b\" washer.stp").exitStatus, 0);
   for (char const* name : {"brivet_read.log", "brivet_write.log"}) {
     std::string const log = folder.Read(name);
@@ -202,25 +201,24 @@ TEST_F(BrivetTranslateTest, TellsTheTimeOfItsTasks) {
   EXPECT_THAT(folder.Read("brivet_read.log"), StartsWith("Message : Task Timing On\nProduct "));
 }
 
-TEST_F(BrivetTranslateTest, RefusesAnOutputBeforeItReads) {
+TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
 #ifdef VREL_COVERAGE
-  GTEST_SKIP() << "another user may not write the figures of the coverage, and is told so";
+  GTEST_SKIP() << "another user may not write the coverage data";
 #endif
   struct Row {
     std::vector<std::string> words;
     char const* error;
   };
   Row const rows[] = {
-      {{"washer.stp", "."}, ".: expected a place to write to, found: Is a directory"},
-      {{"washer.stp", "missing/a.html"},
-       "missing/a.html: expected a place to write to, found: No such file or directory"},
-      {{"washer.stp", "washer.stp"}, "washer.stp: expected a place to write to, found: the input itself"},
-      {{"washer.stp", "-write", "step"}, "washer.stp: expected a place to write to, found: the input itself"},
-      {{"washer.stp", "./washer.stp"}, "./washer.stp: expected a place to write to, found: the input itself"},
+      {{"washer.stp", "."}, "'.': Is a directory"},
+      {{"washer.stp", "missing/a.html"}, "'missing/a.html': No such file or directory"},
+      {{"washer.stp", "washer.stp"}, "'washer.stp': it is the input file"},
+      {{"washer.stp", "-write", "step"}, "'washer.stp': it is the input file"},
+      {{"washer.stp", "./washer.stp"}, "'./washer.stp': it is the input file"},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.error);
-    ExpectRefused(Brivet(row.words), 15, std::string(row.error) + "; name another OUTPUT");
+    ExpectRefused(Brivet(row.words), 15, std::string("cannot write ") + row.error);
     EXPECT_THAT(Log(), Not(HasSubstr("Entity Reading")));
     EXPECT_EQ(Files(), (Names{"brivet_read.log", "washer.stp"}));
     EXPECT_EQ(folder.Read("washer.stp"), WASHER);
@@ -229,79 +227,154 @@ TEST_F(BrivetTranslateTest, RefusesAnOutputBeforeItReads) {
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   RunUnprivileged([this] {
     unlink(folder.Path("brivet_read.log").c_str());
-    ExpectRefused(Brivet({"washer.stp", "closed/a.html"}), 15,
-                  "closed/a.html: expected a place to write to, found: Permission denied; name another OUTPUT");
+    ExpectRefused(Brivet({"washer.stp", "closed/a.html"}), 15, "cannot write 'closed/a.html': Permission denied");
   });
 }
 
-// Whatever happens, what stood there stays, and nothing else is left.
-TEST_F(BrivetTranslateTest, LeavesTheOldPageWhenItFails) {
+TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
 #ifdef VREL_COVERAGE
-  GTEST_SKIP() << "the limit would cut the figures of the coverage too";
+  GTEST_SKIP() << "the limit would cut the coverage data as well";
 #endif
-  Write("washer.html", "of yesterday");
+  Write("washer.html", "old");
   Write("broken.stp", DocumentText("#1=A();\n#1=A();\n"));
   EXPECT_EQ(Brivet({"broken.stp", "washer.html"}).exitStatus, 21);
-  EXPECT_EQ(folder.Read("washer.html"), "of yesterday");
-  // As on a full disk: a file takes 1,024 bytes.
-  ChildResult const full = Shell("trap '' XFSZ; ulimit -f 1; VRELLogLevel=NONE \"$b\" washer.stp");
-  ExpectRefused(full, 15,
-                "washer.html: expected a place that takes all of the output, found: File too large; make room, or "
-                "name another OUTPUT");
-  EXPECT_EQ(folder.Read("washer.html"), "of yesterday");
+  EXPECT_EQ(folder.Read("washer.html"), "old");
+  // As on a full disk: the limit for a file is 1,024 bytes.
+  ChildResult const full = Shell("ulimit -f 1; VRELLogLevel=NONE \"$b\" washer.stp");
+  ExpectRefused(full, 15, "cannot write 'washer.html': File too large");
+  EXPECT_EQ(folder.Read("washer.html"), "old");
   EXPECT_EQ(Files(), (Names{"brivet_read.log", "brivet_write.log", "broken.stp", "washer.html", "washer.stp"}));
 }
 
 TEST_F(BrivetTranslateTest, WritesToDevices) {
   ExpectTranslated(Brivet({"washer.stp", "/dev/null"}), "/dev/null: 3 instances of 3 types from washer.stp");
-  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15,
-                "/dev/full: expected a place that takes all of the output, found: No space left on device; make room, "
-                "or name another OUTPUT");
+  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("Output File \"/dev/full\" Writing has Failed with code16777231\n"));
   EXPECT_EQ(Shell("mkfifo p; cat p >copy & \"$b\" washer.stp p -w text; wait; test -p p").exitStatus, 0);
-  EXPECT_EQ(folder.Read("copy"), WASHER_TEXT);
+  EXPECT_EQ(folder.Read("copy"), kWasherText);
 }
 
-TEST_F(BrivetTranslateTest, DoesNotWriteALogOverItsOutput) {
+TEST_F(BrivetTranslateTest, LogDoesNotOverwriteOutput) {
   ChildResult const result = Brivet({"washer.stp", "brivet_write.log", "-w", "text"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(folder.Read("brivet_write.log"), WASHER_TEXT);
-  EXPECT_THAT(result.errors, HasSubstr("brivet_write.log: expected a log that can be written, found: a file of this "
-                                       "run; rename it to get a log"));
+  EXPECT_EQ(folder.Read("brivet_write.log"), kWasherText);
+  EXPECT_EQ(result.errors, "brivet: warning: cannot write the log 'brivet_write.log': it is a file of this run\n");
   ChildResult const other = Brivet({"washer.stp", "brivet_read.log", "-w", "text"});
   EXPECT_EQ(other.exitStatus, 0);
-  EXPECT_EQ(folder.Read("brivet_read.log"), WASHER_TEXT);
+  EXPECT_EQ(folder.Read("brivet_read.log"), kWasherText);
 }
 
-TEST_F(BrivetTranslateTest, WarnsOfAReferenceToNothing) {
+TEST_F(BrivetTranslateTest, WarnsAboutDanglingReferences) {
   Write("a.stp", DocumentText("#1=A(#2);\n#3=B(#1,\n#44);\n"));
   ChildResult const result = Brivet({"a.stp", "a.txt"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.errors,
-            "brivet: warning: a.stp:7: expected an instance #2, to which #1, a A, refers, found none; it is written "
-            "without a link\n"
-            "brivet: warning: a.stp:9: expected an instance #44, to which #3, a B, refers, found none; it is written "
-            "without a link\n");
+  EXPECT_THAT(result.errors, testing::ContainsRegex("a\\.stp:7:.*#2[^0-9]"));
+  EXPECT_THAT(result.errors, testing::ContainsRegex("a\\.stp:9:.*#44[^0-9]"));
   EXPECT_THAT(folder.Read("a.txt"), testing::EndsWith("#1 = A(#2)\n    referred to by #3\n#3 = B(#1, #44)\n"));
 }
 
-TEST_F(BrivetTranslateTest, LeavesOutWhatCannotBeRead) {
+TEST_F(BrivetTranslateTest, SkipsInvalidInstance) {
   Write("a.stp", DocumentText("#1=A(;\n#2=B();\n"));
   ChildResult const result = Brivet({"a.stp", "a.txt"});
   EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.output, "a.txt: 1 instance of 1 type from a.stp, 1 left out\n");
-  EXPECT_EQ(result.errors,
-            "brivet: warning: a.stp:7: expected a parameter, found ;; the instance that begins in line 7 is left out, "
-            "mend the file and translate it again\n");
+  EXPECT_EQ(result.output, "a.txt: 1 instance of 1 type from a.stp, 1 lost\n");
+  EXPECT_THAT(result.errors, HasSubstr("a.stp:7:"));
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("\nTranslation Result : Partial Success\n"));
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("\nFailed Entities : 1\n"));
 }
 
-TEST_F(BrivetTranslateTest, ShowsHowFarItIs) {
+TEST_F(BrivetTranslateTest, ShowsProgress) {
   ChildResult const result = Brivet({"-progress", "washer.stp"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.errors, StartsWith("\rreading [                                        ]   0%"));
   EXPECT_THAT(result.errors, HasSubstr("\rwriting [                                        ]   0%"));
   EXPECT_EQ(result.errors.back(), '\r');
   EXPECT_EQ(Brivet({"-progress", "-quiet", "washer.stp"}).errors, "");
+}
+
+// A limit for file sizes ends a program that does not ignore SIGXFSZ.
+TEST_F(BrivetTranslateTest, ReportsFileSizeLimit) {
+#ifdef VREL_COVERAGE
+  GTEST_SKIP() << "the limit would cut the coverage data as well";
+#endif
+  ChildResult const result = Shell("ulimit -f 1; VRELLogLevel=NONE \"$b\" washer.stp");
+  ExpectRefused(result, 15, "cannot write 'washer.html': File too large");
+  EXPECT_FALSE(folder.Has("washer.html"));
+}
+
+TEST_F(BrivetTranslateTest, UnprintableSummaryIsWarning) {
+  for (char const* command : {"\"$b\" washer.stp >/dev/full", "\"$b\" washer.stp >&-"}) {
+    SCOPED_TRACE(command);
+    ChildResult const result = Shell(std::string(command) + "; echo $? >status");
+    EXPECT_EQ(folder.Read("status"), "0\n");
+    EXPECT_THAT(result.errors, StartsWith("brivet: warning: cannot write to standard output: "));
+    EXPECT_THAT(folder.Read("washer.html"), HasSubstr("</HTML>"));
+    EXPECT_THAT(Log("brivet_write.log"), testing::EndsWith("Product Completed Successfully\n"));
+    unlink(folder.Path("washer.html").c_str());
+  }
+}
+
+TEST_F(BrivetTranslateTest, ReplacementKeepsMode) {
+  Write("washer.html", "old");
+  ASSERT_EQ(chmod(folder.Path("washer.html").c_str(), 0600), 0);
+  EXPECT_EQ(Brivet({"washer.stp"}).exitStatus, 0);
+  struct stat status;
+  ASSERT_EQ(stat(folder.Path("washer.html").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+// Files with the names that an earlier version used for its temporary files.
+TEST_F(BrivetTranslateTest, TemporaryNamesAreUnpredictable) {
+  EXPECT_EQ(Shell("for i in 0 1 2; do for p in $(seq $$ $(($$ + 20))); do mkdir .brivet-$p-$i; done; done; "
+                  "\"$b\" washer.stp")
+                .exitStatus,
+            0);
+  EXPECT_TRUE(folder.Has("washer.html"));
+}
+
+TEST_F(BrivetTranslateTest, LinkDoesNotRedirectLogs) {
+  Write("victim", "precious");
+  for (char const* command : {"ln -s victim brivet_read.log", "ln victim brivet_write.log"}) {
+    SCOPED_TRACE(command);
+    ChildResult const result = Shell(std::string(command) + "; \"$b\" washer.stp");
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.errors, testing::MatchesRegex(
+                                   "brivet: warning: cannot write the log 'brivet_(read|write).log': it (is a symbolic "
+                                   "link|has several hard links)\n"));
+    EXPECT_EQ(folder.Read("victim"), "precious");
+    Shell("rm -f brivet_*.log");
+  }
+}
+
+TEST_F(BrivetTranslateTest, ControlCharactersCannotForgeOutput) {
+  std::string const name = "a\nError : forged\x1B[2J\xC2\x9B\xE2\x80\xAE.stp";
+  std::string const shown = "a<U+000A>Error : forged<U+001B>[2J<U+009B><U+202E>";
+  Write(name, WASHER);
+  ChildResult const result = Brivet({name, "-set", "Healig=x\nError : forged\x07"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, shown + ".html: 3 instances of 3 types from " + shown + ".stp\n");
+  EXPECT_EQ(result.errors,
+            "brivet: warning: -set Healig=x<U+000A>Error : forged<U+0007>: unknown option 'Healig'; did "
+            "you mean 'Healing'?\n");
+  for (char const* log : {"brivet_read.log", "brivet_write.log"}) {
+    EXPECT_THAT(folder.Read(log), Not(HasSubstr("\nError : forged"))) << log;
+    EXPECT_THAT(folder.Read(log), Not(HasSubstr("\x1B"))) << log;
+    EXPECT_THAT(folder.Read(log), Not(HasSubstr("\x07"))) << log;
+  }
+  EXPECT_THAT(folder.Read("brivet_read.log"), HasSubstr("\nMessage : Healig = x<U+000A>Error : forged<U+0007>\n"));
+  ChildResult const missing = Brivet({"b\nc\x1B"});
+  EXPECT_EQ(missing.errors, "brivet: cannot open 'b<U+000A>c<U+001B>': No such file or directory\n");
+}
+
+// The file is in another user's folder and may not be opened by name.
+TEST_F(BrivetTranslateTest, ReadsStandardInputFromDescriptor) {
+#ifdef VREL_COVERAGE
+  GTEST_SKIP() << "another user may not write the coverage data";
+#endif
+  if (geteuid() != 0) GTEST_SKIP() << "only root may open the file";
+  ASSERT_EQ(chmod(folder.Path("washer.stp").c_str(), 0600), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  ChildResult const result =
+      Shell("exec <washer.stp; exec setpriv --reuid=65534 --regid=65534 --clear-groups \"$b\" - washer.txt");
+  ExpectTranslated(result, "washer.txt: 3 instances of 3 types from standard input");
 }

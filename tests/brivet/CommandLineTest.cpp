@@ -8,17 +8,17 @@
 
 namespace {
 
-CommandLine Read(std::vector<std::string> words) {
+CommandLine Parse(std::vector<std::string> words) {
   words.insert(words.begin(), "brivet");
   std::vector<char*> arguments;
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  return CommandLine::Read(static_cast<int>(words.size()), arguments.data());
+  return CommandLine::Parse(static_cast<int>(words.size()), arguments.data());
 }
 
 }  // namespace
 
-TEST(CommandLineTest, TakesAFile) {
+TEST(CommandLineTest, ParsesInput) {
   struct Row {
     std::vector<std::string> words;
     char const* file;
@@ -27,59 +27,63 @@ TEST(CommandLineTest, TakesAFile) {
                       {{"--", "-help"}, "-help"}, {{"--", "--"}, "--"}, {{"a", "--"}, "a"}};
   for (Row const& row : rows) {
     SCOPED_TRACE(row.file);
-    CommandLine const line = Read(row.words);
+    CommandLine const line = Parse(row.words);
     EXPECT_EQ(line.action, CommandLine::Translate);
     EXPECT_EQ(line.input, row.file);
   }
 }
 
-TEST(CommandLineTest, TakesAnOptionByAnyBeginningOfItsName) {
+TEST(CommandLineTest, AcceptsAbbreviations) {
   for (char const* word : {"-help", "--help", "-h", "--h", "-he", "--hel"}) {
-    EXPECT_EQ(Read({word}).action, CommandLine::Help) << word;
+    EXPECT_EQ(Parse({word}).action, CommandLine::Help) << word;
   }
   for (char const* word : {"-version", "--version", "-v", "--v", "-vers", "--versio"}) {
-    EXPECT_EQ(Read({word}).action, CommandLine::Version) << word;
+    EXPECT_EQ(Parse({word}).action, CommandLine::Version) << word;
   }
 }
 
-TEST(CommandLineTest, RefusesAnUnknownOption) {
+TEST(CommandLineTest, RefusesUnknownOption) {
   for (char const* word :
-       {"-x", "-hx", "-optionsx", "-setx", "--set=a=b", "-xh", "--helpme", "-versions", "---help", "-H", "--verbose"}) {
+       {"-x", "-hx", "-optionsx", "-setx", "-xh", "--helpme", "-versions", "---help", "-H", "-=x", "--=", "-x=y"}) {
     for (std::vector<std::string> const& words : {std::vector<std::string>{word}, {"a.stp", word}, {word, "-h"}}) {
-      CommandLine const line = Read(words);
+      CommandLine const line = Parse(words);
       EXPECT_EQ(line.action, CommandLine::Refuse) << word;
-      EXPECT_EQ(line.problem, std::string("unknown option ") + word);
-      EXPECT_EQ(line.advice, "see brivet --help, or put -- in front of a file of this name");
+      EXPECT_EQ(line.problem, std::string("unknown option '") + word + "'");
+      EXPECT_EQ(line.hint, "to use a file of this name, put -- before it");
     }
   }
 }
 
-TEST(CommandLineTest, RefusesAnythingButOneOrTwoFiles) {
+TEST(CommandLineTest, RefusesWrongNumberOfFiles) {
   struct Row {
     std::vector<std::string> words;
     char const* problem;
   };
-  constexpr char LONELY[] = "expected nothing but options beside -help or -version";
-  Row const rows[] = {{{}, "expected INPUT and at most one OUTPUT, found 0 files"},
-                      {{"--"}, "expected INPUT and at most one OUTPUT, found 0 files"},
-                      {{"-quiet"}, "expected INPUT and at most one OUTPUT, found 0 files"},
-                      {{"a", "--", "-b", "-c"}, "expected INPUT and at most one OUTPUT, found 3 files"},
-                      {{"a", ""}, "expected a name for OUTPUT, found nothing"},
-                      {{"-list"}, "expected one INPUT beside -list, found 0 files"},
-                      {{"a", "b", "-list"}, "expected one INPUT beside -list, found 2 files"},
-                      {{"-h", "a"}, LONELY},
-                      {{"-h", "-v"}, LONELY}};
+  constexpr char kMissing[] = "missing INPUT";
+  Row const rows[] = {{{}, kMissing},
+                      {{"--"}, kMissing},
+                      {{"-quiet"}, kMissing},
+                      {{"-list"}, kMissing},
+                      {{"-set", "a=1"}, kMissing},
+                      {{"a", "--", "-b", "-c"}, "extra argument '-c'"},
+                      {{"a", "b", "-o", "c"}, "extra argument 'b'"},
+                      {{"a", "b", "-list"}, "extra argument 'b'"},
+                      {{"a", ""}, "the name of OUTPUT is empty"},
+                      {{"a", "-o", ""}, "the name of OUTPUT is empty"},
+                      {{"a", "-list", "-o", "b"}, "option -list writes no OUTPUT"},
+                      {{"-h", "a"}, "options -help and -version take no file"},
+                      {{"-h", "-o", "a"}, "options -help and -version take no file"},
+                      {{"-h", "-v"}, "options -help and -version exclude each other"}};
   for (Row const& row : rows) {
-    SCOPED_TRACE(row.problem);
-    CommandLine const line = Read(row.words);
+    SCOPED_TRACE(testing::PrintToString(row.words));
+    CommandLine const line = Parse(row.words);
     EXPECT_EQ(line.action, CommandLine::Refuse);
     EXPECT_EQ(line.problem, row.problem);
-    EXPECT_EQ(line.advice, "");
   }
-  EXPECT_EQ(CommandLine::Read(0, nullptr).action, CommandLine::Refuse);
+  EXPECT_EQ(CommandLine::Parse(0, nullptr).action, CommandLine::Refuse);
 }
 
-TEST(CommandLineTest, TellsWhatToWriteAndWhere) {
+TEST(CommandLineTest, DeterminesFormatAndOutput) {
   struct Row {
     std::vector<std::string> words;
     char const* format;
@@ -93,9 +97,14 @@ TEST(CommandLineTest, TellsWhatToWriteAndWhere) {
       {{"-"}, "html", "stdin.html"},
       {{"/dev/stdin", "-w", "step"}, "step", "stdin.stp"},
       {{"a.stp", "-write", "text"}, "text", "a.txt"},
+      {{"a.stp", "--write=text"}, "text", "a.txt"},
+      {{"a.stp", "-w=text"}, "text", "a.txt"},
       {{"a.stp", "-write", "step"}, "step", "a.stp"},
       {{"a.stp", "-write", "html"}, "html", "a.html"},
       {{"a.stp", "b.txt"}, "text", "b.txt"},
+      {{"a.stp", "-o", "b.txt"}, "text", "b.txt"},
+      {{"-o=b.txt", "a.stp"}, "text", "b.txt"},
+      {{"-o", "-", "a.stp", "-w", "text"}, "text", "-"},
       {{"a.stp", "x.html/b.TEXT"}, "text", "x.html/b.TEXT"},
       {{"a.stp", "b.step"}, "step", "b.step"},
       {{"a.stp", "b.p21"}, "step", "b.p21"},
@@ -106,87 +115,92 @@ TEST(CommandLineTest, TellsWhatToWriteAndWhere) {
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(testing::PrintToString(row.words));
-    CommandLine const line = Read(row.words);
-    EXPECT_EQ(line.action, CommandLine::Translate);
+    CommandLine const line = Parse(row.words);
+    ASSERT_EQ(line.action, CommandLine::Translate);
     EXPECT_STREQ(line.Target().name, row.format);
     EXPECT_EQ(line.OutputPath(), row.output);
   }
 }
 
-TEST(CommandLineTest, TakesWhatTheRunShows) {
-  CommandLine const plain = Read({"a.stp"});
-  EXPECT_FALSE(plain.progress);
-  EXPECT_FALSE(plain.quiet);
-  EXPECT_TRUE(Read({"-progress", "a.stp"}).progress);
-  EXPECT_TRUE(Read({"a.stp", "--quiet"}).quiet);
-  CommandLine const listing = Read({"-l", "-q", "a.stp"});
+TEST(CommandLineTest, ParsesFlags) {
+  CommandLine const plain = Parse({"a.stp"});
+  EXPECT_FALSE(plain.showsProgress);
+  EXPECT_FALSE(plain.isQuiet);
+  EXPECT_TRUE(plain.isSynchronized);
+  EXPECT_TRUE(Parse({"-progress", "a.stp"}).showsProgress);
+  EXPECT_TRUE(Parse({"a.stp", "--quiet"}).isQuiet);
+  EXPECT_FALSE(Parse({"a.stp", "-nosync"}).isSynchronized);
+  CommandLine const listing = Parse({"-l", "-q", "a.stp"});
   EXPECT_EQ(listing.action, CommandLine::List);
-  EXPECT_TRUE(listing.quiet);
-  // Who wants to hear nothing hears nothing of a wrong line either.
-  CommandLine const wrong = Read({"-quiet", "-nothing"});
+  EXPECT_TRUE(listing.isQuiet);
+  CommandLine const wrong = Parse({"-quiet", "-nothing"});
   EXPECT_EQ(wrong.action, CommandLine::Refuse);
-  EXPECT_TRUE(wrong.quiet);
+  EXPECT_TRUE(wrong.isQuiet);
 }
 
-TEST(CommandLineTest, GathersOptionsInTheOrderOfTheLine) {
+TEST(CommandLineTest, CollectsOptionSourcesInOrder) {
   CommandLine const line =
-      Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=", "--se", "d = e=f ", "-o", ""});
-  EXPECT_EQ(line.action, CommandLine::Refuse);  // of the empty value
-  CommandLine const good =
-      Read({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=\"\"", "--se", "d = e=f ", "-o", "", "-set", "a=1"});
+      Parse({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=", "--se", "d = e=f ", "-op", ""});
+  EXPECT_EQ(line.action, CommandLine::Refuse);  // an empty value
+  CommandLine const good = Parse({"-set", "a=1", "--options", "b.cfg", "c.stp", "-s", "a=\"\"", "--se", "d = e=f ",
+                                  "-op", "", "-set", "a=1", "--set=g=h=i"});
   EXPECT_EQ(good.action, CommandLine::Translate);
   EXPECT_EQ(good.input, "c.stp");
   std::vector<std::string> words;
   for (OptionSource const& source : good.sources) words.push_back(source.Words());
   EXPECT_EQ(words, (std::vector<std::string>{"-set a=1", "-options b.cfg", "-set a=\"\"", "-set d = e=f ", "-options ",
-                                             "-set a=1"}));
-  EXPECT_TRUE(Read({"c.stp"}).sources.empty());
+                                             "-set a=1", "-set g=h=i"}));
+  EXPECT_TRUE(Parse({"c.stp"}).sources.empty());
 }
 
-TEST(CommandLineTest, TakesOptionsBesideHelp) {
-  EXPECT_EQ(Read({"-set", "a=1", "-h"}).action, CommandLine::Help);
-  EXPECT_EQ(Read({"-v", "-options", "b.cfg"}).action, CommandLine::Version);
+TEST(CommandLineTest, HelpAllowsOtherOptions) {
+  EXPECT_EQ(Parse({"-set", "a=1", "-h"}).action, CommandLine::Help);
+  EXPECT_EQ(Parse({"-v", "-options", "b.cfg"}).action, CommandLine::Version);
 }
 
-TEST(CommandLineTest, TakesWordsBehindTheDashesForFiles) {
-  EXPECT_EQ(Read({"--", "-set"}).input, "-set");
-  EXPECT_EQ(Read({"-set", "a=1", "--", "-options"}).input, "-options");
+TEST(CommandLineTest, WordsAfterDashesAreFiles) {
+  EXPECT_EQ(Parse({"--", "-set"}).input, "-set");
+  EXPECT_EQ(Parse({"-set", "a=1", "--", "-options"}).input, "-options");
 }
 
-TEST(CommandLineTest, RefusesAWrongOption) {
+TEST(CommandLineTest, RefusesInvalidArguments) {
   struct Row {
     std::vector<std::string> words;
     char const* problem;
-    char const* advice;
+    char const* hint;
   };
+  constexpr char kFile[] = "option -options requires an argument: FILE";
+  constexpr char kSetting[] = "option -set requires an argument: NAME=VALUE";
+  constexpr char kExample[] = "for example: -set Healing=On";
+  constexpr char kEmpty[] = "write \"\" for an empty string";
   Row const rows[] = {
-      {{"a.stp", "-options"}, "expected FILE behind -options, found nothing", ""},
-      {{"-o"}, "expected FILE behind -options, found nothing", ""},
-      {{"-options", "-set", "a=1", "a.stp"},
-       "expected FILE behind -options, found -set",
-       "put ./ in front of a file of this name"},
-      {{"-options", "-"}, "expected FILE behind -options, found -", "put ./ in front of a file of this name"},
-      {{"-set"}, "expected NAME=VALUE behind -set, found nothing", ""},
-      {{"-set", "-a=1", "a.stp"}, "expected NAME=VALUE behind -set, found -a=1", ""},
-      {{"-set", "a.stp"}, "expected NAME=VALUE behind -set, found a.stp", "write -set Healing=On, for example"},
-      {{"-set", "a:b", "a.stp"}, "expected NAME=VALUE behind -set, found a:b", "write -set Healing=On, for example"},
-      {{"-set", "", "a.stp"}, "expected NAME=VALUE behind -set, found ", "write -set Healing=On, for example"},
-      {{"-set", "=b", "a.stp"}, "expected a name in front of = behind -set, found =b", ""},
-      {{"-set", " =b", "a.stp"}, "expected a name in front of = behind -set, found  =b", ""},
-      {{"-set", "a..b=c", "a.stp"}, "expected a name with something between its dots behind -set, found a..b=c", ""},
-      {{"-set", "a.=c", "a.stp"}, "expected a name with something between its dots behind -set, found a.=c", ""},
-      {{"-set", "a=", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
-      {{"-set", "a= ", "a.stp"}, "expected a value behind -set a=, found nothing", "write \"\" for an empty text"},
-      {{"-set", "a=1"}, "expected INPUT and at most one OUTPUT, found 0 files", ""},
-      {{"a.stp", "-write", "pdf"}, "expected html, text or step behind -write, found pdf", ""},
-      {{"a.stp", "-write"}, "expected html, text or step behind -write, found nothing", ""},
+      {{"a.stp", "-options"}, kFile, ""},
+      {{"-op"}, kFile, ""},
+      {{"-options", "-set", "a=1", "a.stp"}, kFile, "to use a file of the name '-set', put ./ before it"},
+      {{"-options", "-"}, kFile, "to use a file of the name '-', put ./ before it"},
+      {{"-o"}, "option -o requires an argument: FILE", ""},
+      {{"-set"}, kSetting, ""},
+      {{"-set", "-a=1", "a.stp"}, kSetting, ""},
+      {{"-set", "a.stp"}, "invalid argument 'a.stp' for -set: no '=' in it", kExample},
+      {{"-set", "a:b", "a.stp"}, "invalid argument 'a:b' for -set: no '=' in it", kExample},
+      {{"-set", "", "a.stp"}, "invalid argument '' for -set: no '=' in it", kExample},
+      {{"-set", "=b", "a.stp"}, "invalid argument '=b' for -set: no name before '='", kExample},
+      {{"-set", " =b", "a.stp"}, "invalid argument ' =b' for -set: no name before '='", kExample},
+      {{"-set", "a..b=c", "a.stp"}, "invalid argument 'a..b=c' for -set: the name has an empty part between dots", ""},
+      {{"-set", "a.=c", "a.stp"}, "invalid argument 'a.=c' for -set: the name has an empty part between dots", ""},
+      {{"-set", "a=", "a.stp"}, "invalid argument 'a=' for -set: no value after '='", kEmpty},
+      {{"-set", "a= ", "a.stp"}, "invalid argument 'a= ' for -set: no value after '='", kEmpty},
+      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write", "the formats are html, text, step"},
+      {{"a.stp", "--write="}, "unknown format '' for -write", "the formats are html, text, step"},
+      {{"a.stp", "-write"}, "option -write requires an argument: FORMAT", ""},
+      {{"a.stp", "-quiet=1"}, "option takes no argument: '-quiet=1'", "to use a file of this name, put -- before it"},
   };
   for (Row const& row : rows) {
-    SCOPED_TRACE(row.problem);
-    CommandLine const line = Read(row.words);
+    SCOPED_TRACE(testing::PrintToString(row.words));
+    CommandLine const line = Parse(row.words);
     EXPECT_EQ(line.action, CommandLine::Refuse);
     EXPECT_EQ(line.problem, row.problem);
-    EXPECT_EQ(line.advice, row.advice);
+    EXPECT_EQ(line.hint, row.hint);
     EXPECT_TRUE(line.sources.empty());
     EXPECT_EQ(line.input, "");
   }

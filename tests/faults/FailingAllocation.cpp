@@ -1,5 +1,5 @@
-// malloc and its kin, which fail where a plan says so. operator new of the C++ library and the allocators of ICU, of
-// the C library and of the loader all end here. Leans on the names under which glibc offers its own.
+// Replaces malloc and related functions by versions that fail according to a plan. operator new and the allocators of ICU,
+// of the C library and of the loader call these functions. They call those of glibc by their internal names.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -22,13 +22,13 @@ __attribute__((visibility("default"))) FaultPlan* faultPlan = nullptr;
 
 namespace {
 
-bool isLookedFor = false;
+bool isPlanSearched = false;
 
-// The loader allocates before anything is set up: only system calls are used here.
+// The loader allocates before the C library is initialized, so that only system calls may be used.
 void FindPlan() {
   if (environ == nullptr) return;
-  isLookedFor = true;
-  char const* const path = std::getenv(FAULT_PLAN_VARIABLE);
+  isPlanSearched = true;
+  char const* const path = std::getenv(kFaultPlanVariable);
   int const file = path != nullptr ? open(path, O_RDWR | O_CLOEXEC) : -1;
   if (file < 0) return;
   void* const map = mmap(nullptr, sizeof(FaultPlan), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
@@ -37,7 +37,7 @@ void FindPlan() {
 }
 
 bool MustFail() {
-  if (!isLookedFor) FindPlan();
+  if (!isPlanSearched) FindPlan();
   if (faultPlan == nullptr) return false;
   long const number = ++faultPlan->count;
   if (number < faultPlan->first || number > faultPlan->last) return false;

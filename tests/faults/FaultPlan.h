@@ -3,17 +3,17 @@
 
 #include <atomic>
 
-// Lies in a file that the test and the program under test both map: what the program counts is there even if it died.
-// The numbers of the allocations begin at 1.
+// Mapped from a file by the test and by the program under test, so that the counts survive a crash of the program.
+// Allocations are numbered from 1.
 struct FaultPlan {
-  long first = 0;                   // the first allocation that fails; 0: none does
+  long first = 0;                   // the first allocation that fails; 0 for none
   long last = 0;                    // the last one
-  std::atomic<long> count{0};       // how many were asked for
-  std::atomic<long> beforeMain{0};  // how many of them before the program's own code
+  std::atomic<long> count{0};       // number of allocations
+  std::atomic<long> beforeMain{0};  // number of allocations before main
 };
 
-// Names the file, an absolute path.
-inline constexpr char FAULT_PLAN_VARIABLE[] = "VREL_FAULT_PLAN";
+// Environment variable with the absolute path of the file.
+inline constexpr char kFaultPlanVariable[] = "VREL_FAULT_PLAN";
 
-// The plan that this process follows; null for none. Defined beside the allocation functions.
+// The plan of this process; null for none. Defined in FailingAllocation.cpp.
 extern "C" FaultPlan* faultPlan;

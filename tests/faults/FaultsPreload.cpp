@@ -1,9 +1,9 @@
-// Notes where the program's own code begins; it comes up last of all libraries that are loaded in front of a program.
+// Records the number of allocations before main. Preloaded libraries are initialized last, just before main.
 #include "FaultPlan.h"
 
 namespace {
 
-__attribute__((constructor)) void NoteMain() {
+__attribute__((constructor)) void RecordMain() {
   if (faultPlan != nullptr) faultPlan->beforeMain = faultPlan->count.load();
 }
 

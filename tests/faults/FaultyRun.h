@@ -1,4 +1,4 @@
-// Runs brivet on a small document while something fails, and says what every such run must leave behind.
+// Runs brivet on a small document with faults, and checks what each run leaves.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,36 +14,34 @@
 
 using Names = std::vector<std::string>;
 
-// A document with most of what a file can hold, a reference to nothing, and an options file with an unknown name.
+// A document with most of the syntax and a dangling reference, and an options file with an unknown name.
 extern char const FAULT_DOCUMENT[];
 extern char const FAULT_OPTIONS[];
 
-// The same with that many instances more, of 50 bytes each.
+// Returns the document with `instances` additional instances of 50 bytes each.
 std::string LargeFaultDocument(int instances);
 
-// What a program is run on, and what comes out where nothing fails.
+// One command line of brivet and its results without faults.
 class FaultyRun {
  public:
-  // The words behind the program's name; the last one is the output, which holds "of yesterday" before each run, unless
-  // the words begin with "-list". The document stands there as washer.stp and large.stp. Runs the program once,
-  // undisturbed.
+  // Takes the arguments of the program. Unless the first is "-list", the last is the output, which exists before each run.
+  // The document is available as washer.stp and large.stp. Runs the program once without faults.
   explicit FaultyRun(Names programWords, std::string const& document = FAULT_DOCUMENT);
 
-  // Starts the program with a limit of 20 seconds; `prepare` runs in the child before it. Outputs go to files.
+  // Starts the program with a limit of 20 seconds. `prepare` is called in the child before.
   pid_t Start(std::function<void()> const& prepare = {}) const;
-  // What came of a process, by what waitpid said of it.
+  // Returns the result of a process by its status from waitpid.
   ChildResult Collect(int status) const;
   ChildResult Run(Names const& environmentOfRun) const;
 
-  // Puts all files back to what they were before the run.
+  // Restores all files.
   void Reset() const;
 
-  // Demands of any end: a documented status, or the loader's where the libraries could not come up; the output old or
-  // new, and new if all went well; no other file; logs of whole lines, and none but those of the full log and such as
-  // tell of the failure. With `mayLoseTexts` a line may lack a text that there was no memory for.
+  // Checks a run: the status is documented, or is that of the loader if a library could not be loaded; the output is new
+  // after a success and old after a failure; no other file is left; the logs have whole lines, which are those of the log
+  // without faults or about a failure. With `mayLoseTexts` the lines of the logs may lack strings.
   testing::AssertionResult IsSound(ChildResult const& result, bool mayLoseTexts = false) const;
-  // The same of a run that a signal may have ended at any moment; `mayLeaveTemporary` allows for one file that still
-  // had its temporary name.
+  // Checks a run that a signal may have ended at any moment. With `mayLeaveTemporary` it may leave a temporary file.
   testing::AssertionResult IsSoundStopped(ChildResult const& result, bool mayLeaveTemporary) const;
 
   bool IsListing() const { return words[0] == "-list"; }
@@ -56,19 +54,19 @@ class FaultyRun {
   std::string WrongLog(std::string const& name, bool mayLoseTexts) const;
 
   ScratchDirectory folder;   // where the program runs
-  ScratchDirectory outside;  // for what it prints
+  ScratchDirectory outside;  // for its standard output and error
   Names words;
   ChildResult undisturbed;
   std::string newOutput;
   std::map<std::string, std::string> logs;
 };
 
-// The runs that all faults are tried on, by name: the three formats and the listing.
+// Returns the command lines for the tests by name: the three formats and the listing.
 std::vector<std::pair<std::string, Names>> const& FaultyRuns();
 
-// Whether the environment asks for all faults and not for a sample.
+// Returns whether the environment requests all faults instead of a sample.
 bool TriesAllFaults();
 
-// The numbers from 1 to `count` that are tried: the first `dense` ones, and `more` of the others, drawn with a fixed
-// seed; all of them if the environment asks for that.
+// Returns a sample of the numbers from 1 to `count`: the first `dense` ones and `more` random others, with a fixed seed; or
+// all of them if the environment requests it.
 std::vector<long> FaultNumbers(long count, long dense, long more);

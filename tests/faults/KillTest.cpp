@@ -1,4 +1,4 @@
-// The program is killed, or asked to stop, at a random moment.
+// Kills and interrupts the program at random moments.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,14 +15,14 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::microseconds;
 
-constexpr int KILLS = 200;
+constexpr int kKills = 200;
 
-// Over the same document time and again; signals of the list take turns.
+// Translates the same document `count` times and sends one of the signals each time, in turn.
 void Kill(std::vector<int> const& signals, int count, unsigned seed) {
   Names const words = {"large.stp", "new.html"};
   FaultyRun const run(words, LargeFaultDocument(34000));
   ASSERT_EQ(run.Undisturbed().exitStatus, 0) << run.Undisturbed().errors;
-  // Some come while the program starts, and some behind its end.
+  // Some signals arrive during start-up, some after the end.
   Clock::time_point const begin = Clock::now();
   ASSERT_EQ(run.Run({}).exitStatus, 0);
   auto const whole = std::chrono::duration_cast<microseconds>(Clock::now() - begin);
@@ -40,10 +40,10 @@ void Kill(std::vector<int> const& signals, int count, unsigned seed) {
     ChildResult const result = run.Collect(status);
     ++ends[{result.signal, result.exitStatus}];
     SCOPED_TRACE("signal " + std::to_string(signal) + " after " + std::to_string(moment.count()) + " us");
-    // Before the program looks out for signals, one ends it; so does a kill at any time, and it may fall between the
-    // moment when the output has a name and the one when it takes its place.
-    bool const mayDie = result.signal == signal;
-    EXPECT_TRUE(mayDie || (result.signal == 0 && (result.exitStatus == 0 || result.exitStatus == 3)))
+    // SIGKILL ends the program at any time, another signal before the handlers are installed. SIGKILL may arrive after the
+    // temporary file got its name and before it is renamed.
+    bool const isKilled = result.signal == signal;
+    EXPECT_TRUE(isKilled || (result.signal == 0 && (result.exitStatus == 0 || result.exitStatus == 3)))
         << result.signal << " " << result.exitStatus << result.errors;
     EXPECT_TRUE(run.IsSoundStopped(result, signal == SIGKILL));
     if (testing::Test::HasFailure()) return;
@@ -53,10 +53,10 @@ void Kill(std::vector<int> const& signals, int count, unsigned seed) {
 
 }  // namespace
 
-TEST(KillTest, KilledAtOnceItLeavesWholeFiles) {
-  Kill({SIGKILL}, KILLS / 2, 1);
+TEST(KillTest, SigkillLeavesWholeFiles) {
+  Kill({SIGKILL}, kKills / 2, 1);
 }
 
-TEST(KillTest, AskedToStopItCleansUp) {
-  Kill({SIGTERM, SIGINT}, KILLS / 2, 2);
+TEST(KillTest, SigtermCleansUp) {
+  Kill({SIGTERM, SIGINT}, kKills / 2, 2);
 }

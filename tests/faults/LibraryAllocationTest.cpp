@@ -1,4 +1,4 @@
-// Each allocation of an operation fails in turn, for the classes that promise not to throw, or not to change.
+// Allocations of single operations fail one at a time, for classes that guarantee not to throw or not to change.
 #include <gtest/gtest.h>
 #include <malloc.h>
 
@@ -47,7 +47,7 @@
 
 namespace {
 
-// The allocations of this process fail by a plan while it lives.
+// Makes allocations of this process fail while the object exists.
 class Failing {
  public:
   explicit Failing(long number) : Failing(number, number) {}
@@ -60,8 +60,8 @@ class Failing {
   Failing(Failing const&) = delete;
   Failing& operator=(Failing const&) = delete;
 
-  // Whether it came to the failure.
-  bool WasMet() const { return plan.count >= plan.first; }
+  // Returns whether an allocation has failed.
+  bool HasFailed() const { return plan.count >= plan.first; }
 
  private:
   FaultPlan plan;
@@ -74,22 +74,22 @@ struct Operation {
   std::function<Outcome()> work;
 };
 
-// Beyond the few units that an ICU text holds in itself, and beyond ASCII.
-constexpr char16_t LONG[] = u"Z\u00FCndkerzen-Schl\u00FCssel f\u00FCr M14 \u2300 16, verl\u00E4ngert, mit Gelenk";
+// Longer than the internal buffer of an ICU string, and not ASCII.
+constexpr char16_t kLong[] = u"Z\u00FCndkerzen-Schl\u00FCssel f\u00FCr M14 \u2300 16, verl\u00E4ngert, mit Gelenk";
 
 VRELString const& Long() {
-  static VRELString const text{std::u16string_view(LONG)};
+  static VRELString const text{std::u16string_view(kLong)};
   return text;
 }
 
-// A text is right, or says that it was lost.
+// Returns whether a string is complete or uninitialized.
 Outcome Is(VRELString const& text, std::u16string_view wanted) {
   if (!text.getIsInitialized()) return text.length() == -1 && text.view().empty() ? Lost : Wrong;
   return text.view() == wanted ? Right : Wrong;
 }
 
-// A conversion fails with an empty text, or gives the bytes. Where the codepage cannot be opened it is the default one
-// that gives them, and the failure is counted.
+// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the default
+// converter is used and the failure is counted.
 Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
   char bytes[200] = "before";
   VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
@@ -98,15 +98,15 @@ Outcome IsConverted(VRELString const& text, char const* codepage, std::string co
 }
 
 std::u16string const& Utf16() {
-  static std::u16string const text(LONG);
+  static std::u16string const text(kLong);
   return text;
 }
 
 std::vector<Operation> const& TextOperations() {
   static std::string const utf8 = Long().toUtf8();
-  static std::wstring const wide(LONG, LONG + Utf16().size());
+  static std::wstring const wide(kLong, kLong + Utf16().size());
   static std::vector<int> const scalars = [] {
-    std::vector<int> all(LONG, LONG + Utf16().size());
+    std::vector<int> all(kLong, kLong + Utf16().size());
     all.push_back(0);
     return all;
   }();
@@ -120,23 +120,23 @@ std::vector<Operation> const& TextOperations() {
   }();
   static VRELString const ofLatin{std::u16string_view(fromLatin)};
   static std::vector<Operation> const operations = {
-      {"of UTF-8", [] { return Is(VRELString(utf8), LONG); }},
-      {"of UTF-16", [] { return Is(VRELString(std::u16string_view(LONG)), LONG); }},
-      {"of units", [] { return Is(VRELString(reinterpret_cast<unsigned short const*>(LONG)), LONG); }},
-      {"of wide characters", [] { return Is(VRELString(wide.c_str()), LONG); }},
-      {"of UTF-32", [] { return Is(VRELString(scalars.data()), LONG); }},
+      {"of UTF-8", [] { return Is(VRELString(utf8), kLong); }},
+      {"of UTF-16", [] { return Is(VRELString(std::u16string_view(kLong)), kLong); }},
+      {"of units", [] { return Is(VRELString(reinterpret_cast<unsigned short const*>(kLong)), kLong); }},
+      {"of wide characters", [] { return Is(VRELString(wide.c_str()), kLong); }},
+      {"of UTF-32", [] { return Is(VRELString(scalars.data()), kLong); }},
       {"of a code point", [] { return Is(VRELString(0x1F529), u"\U0001F529"); }},
       {"of a unit", [] { return Is(VRELString(static_cast<unsigned short>(0xFC)), u"\u00FC"); }},
       {"empty", [] { return Is(VRELString(), u""); }},
-      {"copy", [] { return Is(VRELString(Long()), LONG); }},
+      {"copy", [] { return Is(VRELString(Long()), kLong); }},
       {"assignment",
        [] {
          VRELString text(L"a");
          text = Long();
-         return Is(text, LONG);
+         return Is(text, kLong);
        }},
       {"sum", [] { return Is(Long() + Long(), twice); }},
-      {"part", [] { return Is(Long().substring(1), std::u16string_view(LONG).substr(1)); }},
+      {"part", [] { return Is(Long().substring(1), std::u16string_view(kLong).substr(1)); }},
       {"replacement", [] { return Is(Long().replace('e', 'i'), replaced); }},
       {"bytes in ISO 8859-1", [] { return IsConverted(ofLatin, "ISO-8859-1", latin); }},
       {"characters",
@@ -156,26 +156,26 @@ std::vector<Operation> const& TextOperations() {
          return isRight ? Right : Wrong;
        }},
       {"comparison", [] { return Long().compareToIgnoreCase(ofLatin) != 0 ? Right : Wrong; }},
-      {"equality", [] { return VRELStringEqualsIgnoreCase(LONG, LONG) ? Right : Wrong; }},
+      {"equality", [] { return VRELStringEqualsIgnoreCase(kLong, kLong) ? Right : Wrong; }},
       {"hash", [] { return VRELHashTraits<VRELString>::Hash(Long()) != 0 ? Right : Wrong; }},
   };
   return operations;
 }
 
-// 0, or the number of the allocation that did not end well; what is thrown ends the child.
+// Returns 0, or the number of an allocation whose failure had a wrong result.
 int TryEach(Operation const& operation, bool countsLosses) {
   for (int number = 1; number < 200; ++number) {
     int const lostBefore = VRELString::getFailureCount();
     Outcome outcome = Right;
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       outcome = operation.work();
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
-    bool const isTold = !countsLosses || outcome != Lost || VRELString::getFailureCount() > lostBefore;
-    if (outcome == Wrong || !isTold) return number;
-    if (!wasMet) return outcome == Right ? 0 : number;
+    bool const isCounted = !countsLosses || outcome != Lost || VRELString::getFailureCount() > lostBefore;
+    if (outcome == Wrong || !isCounted) return number;
+    if (!hasFailed) return outcome == Right ? 0 : number;
   }
   return 200;
 }
@@ -232,7 +232,7 @@ std::vector<Operation> PathOperations(std::string const& folder) {
        }},
       {"current directory", [=] { return ignore(VRELFilePath::GetCurrentWorkingDirectory()); }},
       {"removed", [=] { return ignore(there.RemoveFile()); }},
-      // The texts of this one are lost without a word, but for the text of all that is too long to look for.
+      // This one may lose strings without an error; only the string of the complete path throws.
       {"resolved",
        [=] {
          VRELFilePath base("/no/such/folder/of/that/name/top.asm");
@@ -276,7 +276,7 @@ std::vector<Operation> RecordOperations() {
 
 }  // namespace
 
-TEST(LibraryAllocationTest, TextIsRightOrSaysThatItIsLost) {
+TEST(LibraryAllocationTest, StringIsCompleteOrUninitialized) {
   ExpectSound(TextOperations(), true);
 }
 
@@ -285,7 +285,7 @@ TEST(LibraryAllocationTest, PathsNeverThrow) {
   ExpectSound(PathOperations(folder.Path()), false);
 }
 
-TEST(LibraryAllocationTest, ATemporaryFileNeverThrowsAndLeavesNothing) {
+TEST(LibraryAllocationTest, TemporaryFileNeverThrows) {
   ScratchDirectory const folder;
   ASSERT_EQ(setenv("TMPDIR", folder.Path().c_str(), 1), 0);
   ExpectSound({{"temporary file",
@@ -303,12 +303,12 @@ TEST(LibraryAllocationTest, RecordsNeverThrow) {
   ExpectSound(RecordOperations(), false);
 }
 
-TEST(LibraryAllocationTest, AnArrayThatCannotGrowStaysAsItWas) {
+TEST(LibraryAllocationTest, ArrayIsUnchangedAfterFailedGrowth) {
   for (long number = 1;; ++number) {
     VRELDynamicArray<int> array;
     for (int i = 0; i < 10; ++i) array.add(i);
     bool hasThrown = false;
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       try {
@@ -316,22 +316,22 @@ TEST(LibraryAllocationTest, AnArrayThatCannotGrowStaysAsItWas) {
       } catch (VRELAllocException const&) {
         hasThrown = true;
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
-    EXPECT_EQ(hasThrown, wasMet);
-    ASSERT_EQ(array.size(), wasMet ? 10 : 11);
+    EXPECT_EQ(hasThrown, hasFailed);
+    ASSERT_EQ(array.size(), hasFailed ? 10 : 11);
     for (int i = 0; i < array.size(); ++i) EXPECT_EQ(array[i], i);
-    if (!wasMet) break;
+    if (!hasFailed) break;
   }
 }
 
-TEST(LibraryAllocationTest, AMapThatCannotGrowHoldsWhatItHeld) {
+TEST(LibraryAllocationTest, MapIsUnchangedAfterFailedGrowth) {
   long met = 0;
   for (long number = 1; number < 1000; ++number) {
     VRELHashMap<int, int> map(3);
     int added = 0;
     bool hasThrown = false;
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       try {
@@ -339,38 +339,38 @@ TEST(LibraryAllocationTest, AMapThatCannotGrowHoldsWhatItHeld) {
       } catch (VRELAllocException const&) {
         hasThrown = true;
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
-    EXPECT_EQ(hasThrown, wasMet);
+    EXPECT_EQ(hasThrown, hasFailed);
     ASSERT_EQ(map.Size(), added);
     for (int i = 0; i < 50; ++i) {
       int value = -1;
       ASSERT_EQ(map.Get(i, value), i < added) << "entry " << i << ", allocation " << number;
       EXPECT_EQ(value, i < added ? i * i : -1);
     }
-    // It goes on once there is memory again.
+    // The map can grow when there is memory again.
     EXPECT_TRUE(map.Add(100, 1));
-    if (!wasMet) break;
+    if (!hasFailed) break;
     ++met;
   }
   EXPECT_GT(met, 5);
 }
 
-TEST(LibraryAllocationTest, AMapThatCannotBeClearedIsEmptyAllTheSame) {
+TEST(LibraryAllocationTest, ClearEmptiesMapInAnyCase) {
   VRELString const keys[] = {VRELString(L"hub"), VRELString(L"rim"), VRELString(L"axle")};
   long met = 0;
   for (long number = 1; number < 100; ++number) {
     VRELHashMap<VRELString, int> map(3);
     map.Add(keys[0], 0);
     map.Add(keys[1], 1);
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       try {
         map.Clear();
       } catch (VRELAllocException const&) {
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
     EXPECT_EQ(map.Size(), 0);
     EXPECT_FALSE(map.HasNext());
@@ -378,13 +378,13 @@ TEST(LibraryAllocationTest, AMapThatCannotBeClearedIsEmptyAllTheSame) {
     for (VRELString const& key : keys) EXPECT_TRUE(map.Add(key, 7));
     for (VRELString const& key : keys) EXPECT_NE(map.FindKey(key), -1);
     EXPECT_EQ(map.Size(), 3);
-    if (!wasMet) break;
+    if (!hasFailed) break;
     ++met;
   }
   EXPECT_GT(met, 2);
 }
 
-TEST(LibraryAllocationTest, ATreeNodeIsLinkedAtBothEndsOrAtNone) {
+TEST(LibraryAllocationTest, TreeNodeIsLinkedCompletely) {
   using Node = VRELTree::VRELTreeNode;
   int object = 0;
   long met = 0;
@@ -393,7 +393,7 @@ TEST(LibraryAllocationTest, ATreeNodeIsLinkedAtBothEndsOrAtNone) {
     Node* const hub = tree.GetRoot()->AddChild(&object);
     std::vector<Node*> spokes;
     for (int i = 0; i < 20; ++i) spokes.push_back(tree.GetRoot()->AddChild(&object));
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       for (Node* spoke : spokes) {
@@ -408,7 +408,7 @@ TEST(LibraryAllocationTest, ATreeNodeIsLinkedAtBothEndsOrAtNone) {
         } catch (std::bad_alloc const&) {
         }
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
     for (Node* spoke : spokes) {
       ASSERT_EQ(vrelArrayFind<Node*>(hub->GetChildren(), spoke) >= 0,
@@ -416,13 +416,13 @@ TEST(LibraryAllocationTest, ATreeNodeIsLinkedAtBothEndsOrAtNone) {
       ASSERT_EQ(vrelArrayFind<Node*>(spoke->GetChildren(), hub) >= 0,
                 vrelArrayFind<Node*>(hub->GetParents(), spoke) >= 0);
     }
-    if (!wasMet) break;
+    if (!hasFailed) break;
     ++met;
   }
   EXPECT_GT(met, 5);
 }
 
-TEST(LibraryAllocationTest, AWalkThatWantsMemoryGoesOnWhenThereIsSome) {
+TEST(LibraryAllocationTest, IterationContinuesAfterFailure) {
   int objects[40] = {};
   long met = 0;
   for (long number = 1; number < 1000; ++number) {
@@ -439,7 +439,7 @@ TEST(LibraryAllocationTest, AWalkThatWantsMemoryGoesOnWhenThereIsSome) {
     std::vector<void*> seen;
     seen.reserve(100);
     VRELTree::VRELTreeNode::VRELTreeNodeIterator walk(tree.GetRoot());
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       bool isOver = false;
@@ -452,21 +452,21 @@ TEST(LibraryAllocationTest, AWalkThatWantsMemoryGoesOnWhenThereIsSome) {
         } catch (std::bad_alloc const&) {
         }
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
     ASSERT_EQ(seen, expected) << number;
-    if (!wasMet) break;
+    if (!hasFailed) break;
     ++met;
   }
   EXPECT_GT(met, 50);
 }
 
-TEST(LibraryAllocationTest, ATableThatCannotTakeARowFindsNoOtherByItsKey) {
+TEST(LibraryAllocationTest, TableIgnoresKeyOfFailedRow) {
   long met = 0;
   for (long number = 1; number < 1000; ++number) {
     VRELTable table;
     std::vector<bool> isThere(40);
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       for (int i = 0; i < 40; ++i) {
@@ -477,15 +477,15 @@ TEST(LibraryAllocationTest, ATableThatCannotTakeARowFindsNoOtherByItsKey) {
         } catch (VRELAllocException const&) {
         }
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
-    EXPECT_EQ(table.GetRowsCount(), wasMet ? 39 : 40);
+    EXPECT_EQ(table.GetRowsCount(), hasFailed ? 39 : 40);
     for (int i = 0; i < 40; ++i) {
       VRELValue key(i);
       ASSERT_EQ(table.Get(&key, nullptr).IsSuccess(), isThere[static_cast<std::size_t>(i)]) << i;
       ASSERT_TRUE(key == VRELValue(i));
     }
-    if (!wasMet) break;
+    if (!hasFailed) break;
     ++met;
   }
   EXPECT_GT(met, 40);
@@ -497,7 +497,7 @@ struct CountedFolder : VRELRoloNode {
   static inline int alive = 0;
 };
 
-TEST(LibraryAllocationTest, AFolderIsDeletedWithAllBelowWithoutMemory) {
+TEST(LibraryAllocationTest, FolderIsDeletedWithoutMemory) {
   for (bool lasts : {false, true}) {
     long met = 0;
     for (long number = 1; number < 100; ++number) {
@@ -508,27 +508,27 @@ TEST(LibraryAllocationTest, AFolderIsDeletedWithAllBelowWithoutMemory) {
         for (int j = 0; j < 20; ++j) child->getChildren().add(new CountedFolder());
       }
       EXPECT_EQ(CountedFolder::alive, 106);
-      bool wasMet = false;
+      bool hasFailed = false;
       {
         Failing const failing(number, lasts ? 1000000 : number);
         delete root;
-        wasMet = failing.WasMet();
+        hasFailed = failing.HasFailed();
       }
       EXPECT_EQ(CountedFolder::alive, 0);
-      if (!wasMet) break;
+      if (!hasFailed) break;
       ++met;
     }
     EXPECT_GT(met, 2);
   }
 }
 
-TEST(LibraryAllocationTest, AShellThatCannotCopyStaysAsItWas) {
+TEST(LibraryAllocationTest, ShellIsUnchangedAfterFailedCopy) {
   float const points[] = {1, 2, 3};
   int const faces[] = {0, 0, 0};
   for (long number = 1;; ++number) {
     VRELSurfacicShell shell(1, 2, 3);
     bool hasThrown = false;
-    bool wasMet = false;
+    bool hasFailed = false;
     {
       Failing const failing(number);
       try {
@@ -536,15 +536,15 @@ TEST(LibraryAllocationTest, AShellThatCannotCopyStaysAsItWas) {
       } catch (std::bad_alloc const&) {
         hasThrown = true;
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
     int count = -1;
     float* held = nullptr;
     shell.GetPoints(count, held);
-    EXPECT_EQ(hasThrown, wasMet);
-    EXPECT_EQ(count, wasMet ? 0 : 1);
-    EXPECT_EQ(held == nullptr, wasMet);
-    if (!wasMet) break;
+    EXPECT_EQ(hasThrown, hasFailed);
+    EXPECT_EQ(count, hasFailed ? 0 : 1);
+    EXPECT_EQ(held == nullptr, hasFailed);
+    if (!hasFailed) break;
   }
 }
 
@@ -555,7 +555,7 @@ namespace {
 int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
   for (long number = 1;; ++number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
-    bool wasMet = false;
+    bool hasFailed = false;
     bool hasThrown = false;
     {
       Failing const failing(number);
@@ -566,9 +566,9 @@ int FailEach(std::function<void()> const& work, std::function<void()> const& che
       } catch (VRELAllocException const&) {
         hasThrown = true;
       }
-      wasMet = failing.WasMet();
+      hasFailed = failing.HasFailed();
     }
-    if (!wasMet) return static_cast<int>(number - 1);
+    if (!hasFailed) return static_cast<int>(number - 1);
     if (hasThrown) check();
   }
 }
@@ -610,7 +610,7 @@ void ExpectWellApart(std::function<void()> const& work) {
 
 }  // namespace
 
-TEST(LibraryAllocationTest, ALogThatCannotStartClosesItsFile) {
+TEST(LibraryAllocationTest, FailedLogClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   VRELFilePath const path(name.c_str());
@@ -629,7 +629,7 @@ TEST(LibraryAllocationTest, ALogThatCannotStartClosesItsFile) {
   });
 }
 
-TEST(LibraryAllocationTest, ALoggerThatCannotStartStaysIdle) {
+TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   folder.Write("log", "");
@@ -638,13 +638,13 @@ TEST(LibraryAllocationTest, ALoggerThatCannotStartStaysIdle) {
     for (long number = 1;; ++number) {
       FullBus const bus;
       VRELLogger logger;
-      bool wasMet = false;
+      bool hasFailed = false;
       {
         Failing const failing(number);
         logger.Initialize(path, VREL_LEVEL_DEFAULT);
-        wasMet = failing.WasMet();
+        hasFailed = failing.HasFailed();
       }
-      if (!wasMet) break;
+      if (!hasFailed) break;
       // Some losses are made up for; no half of a start is left of the others.
       bool const isActive = logger.GetOutputStream() != nullptr;
       EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
@@ -657,22 +657,22 @@ TEST(LibraryAllocationTest, ALoggerThatCannotStartStaysIdle) {
   });
 }
 
-TEST(LibraryAllocationTest, AConsoleThatCannotStartCanBeStartedLater) {
+TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
   ExpectWellApart([] {
     for (long number = 1;; ++number) {
       FullBus const bus;
       VRELConsoleLogger console;
-      bool wasMet = false;
+      bool hasFailed = false;
       try {
         Failing const failing(number);
         console.Initialize(VREL_LEVEL_NONE);
-        wasMet = failing.WasMet();
+        hasFailed = failing.HasFailed();
       } catch (...) {
-        wasMet = true;
+        hasFailed = true;
         EXPECT_FALSE(console.IsInitialized()) << "allocation " << number;
         EXPECT_EQ(ListenerCount(), 10);
       }
-      if (!wasMet) break;
+      if (!hasFailed) break;
       console.Initialize(VREL_LEVEL_NONE);
       EXPECT_TRUE(console.IsInitialized());
       EXPECT_EQ(ListenerCount(), 11);
@@ -680,7 +680,7 @@ TEST(LibraryAllocationTest, AConsoleThatCannotStartCanBeStartedLater) {
   });
 }
 
-TEST(LibraryAllocationTest, ATrackerThatCannotStartCanBeStartedLater) {
+TEST(LibraryAllocationTest, FailedTrackerCanBeStartedLater) {
   ExpectWellApart([] {
     FullBus const bus;
     int const failures = FailEach(VRELErrorTracker::Initialize, [] {
@@ -694,7 +694,7 @@ TEST(LibraryAllocationTest, ATrackerThatCannotStartCanBeStartedLater) {
   });
 }
 
-TEST(LibraryAllocationTest, WhatIsHalfMadeIsReleased) {
+TEST(LibraryAllocationTest, FailedConstructorsReleaseMemory) {
   std::string const text(50000, 'x');
   VRELStartTaskEvent const source("Start", text.c_str(), VREL_LEVEL_INFO);
   std::size_t used = mallinfo2().uordblks;
@@ -708,7 +708,7 @@ TEST(LibraryAllocationTest, WhatIsHalfMadeIsReleased) {
   EXPECT_GT(FailEach([&] { std::make_unique<VRELStartTaskEvent>(source); }, expectNothingMore), 3);
 }
 
-TEST(LibraryAllocationTest, AnOptionsNodeThatCannotBeAddedIsReleased) {
+TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
   auto const addInVain = [] {
     for (long number = 1; number < 10; ++number) {
       VRELOptionToken root(nullptr);
@@ -728,7 +728,7 @@ TEST(LibraryAllocationTest, AnOptionsNodeThatCannotBeAddedIsReleased) {
   EXPECT_LT(mallinfo2().uordblks, used + 20000);
 }
 
-TEST(LibraryAllocationTest, AVariableThatTheSystemRefusesIsAFailure) {
+TEST(LibraryAllocationTest, FailedSetenvIsReported) {
   enum Answer { NotMet, Refused, Thrown, Broken };
   // The room in the environment is asked for last.
   int last = Broken;
@@ -736,16 +736,16 @@ TEST(LibraryAllocationTest, AVariableThatTheSystemRefusesIsAFailure) {
     ChildResult const child = RunInChildWithoutTeardown([number] {
       VRELString value(L"x");
       VRINResult result = VREL_S_OK;
-      bool wasMet = false;
+      bool hasFailed = false;
       try {
         Failing const failing(number);
         result = VRELEnvironment::PutVariable(L"VRELFault", value);
-        wasMet = failing.WasMet();
+        hasFailed = failing.HasFailed();
       } catch (...) {
         return std::getenv("VRELFault") == nullptr ? Thrown : Broken;
       }
       bool const isThere = std::getenv("VRELFault") != nullptr;
-      if (!wasMet) return isThere && result == VREL_S_OK ? NotMet : Broken;
+      if (!hasFailed) return isThere && result == VREL_S_OK ? NotMet : Broken;
       return !isThere && result == VREL_E_FAIL ? Refused : Broken;
     });
     ASSERT_NE(child.exitStatus, Broken) << "allocation " << number;
@@ -777,7 +777,7 @@ VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
 }
 
 // Those that a dying node cannot hand over stay behind; the others go, and nothing is thrown.
-TEST(LibraryAllocationTest, ANodeWithoutMemoryLeavesChildrenBehind) {
+TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
   // No child of the root is handed over; one of them; both, but one child of the first to go is not.
   std::vector<int> const expected = {1, 4, 6};
   for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -787,14 +787,14 @@ TEST(LibraryAllocationTest, ANodeWithoutMemoryLeavesChildrenBehind) {
       VRELTree::VRELTreeNode* const root = FamilyOfSeven(dead);
       Failing const failing(number);
       delete root;
-      return failing.WasMet() ? dead : -1;
+      return failing.HasFailed() ? dead : -1;
     });
     EXPECT_EQ(result.signal, 0);
     EXPECT_EQ(result.exitStatus, expected[i]);
   }
 }
 
-TEST(LibraryAllocationTest, OptionsThatCannotBeReadCloseTheirFile) {
+TEST(LibraryAllocationTest, FailedReadClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Write("options.cfg", "Step.Reader.Tolerance=0.5\nHeal=a text longer than in place\n");
   ExpectWellApart([&] {

@@ -1,4 +1,4 @@
-// Each system call of reading and writing fails in turn, or comes back short.
+// System calls of a run fail or transfer fewer bytes than requested.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int SHORT = 0;
+constexpr int kShort = 0;
 
 bool MayTrace() {
   if (!CanTrace()) return false;
@@ -30,72 +30,72 @@ SystemCallRun RunWith(FaultyRun const& run, SystemCallFault const& fault, bool w
   return Trace(process, fault, withoutUnnamedFiles);
 }
 
-struct Tried {
+struct Tally {
   long faults = 0;
   std::map<int, int> ends;
 };
 
-void TryCall(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnnamedFiles, Tried& tried) {
+void TryCall(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnnamedFiles, Tally& tally) {
   SystemCallRun const traced = RunWith(run, fault, withoutUnnamedFiles);
   if (!traced.wasMet) return;
   ChildResult const result = run.Collect(traced.status);
-  ++tried.faults;
-  ++tried.ends[result.exitStatus];
+  ++tally.faults;
+  ++tally.ends[result.exitStatus];
   EXPECT_TRUE(run.IsSound(result)) << traced.met << ", call " << fault.number << ", error " << fault.error
                                    << (fault.isForGood ? " for good" : "");
-  // What the loader reads it reads once.
-  if (fault.error == SHORT && result.exitStatus != 127) {
+  // The loader does not repeat a short read.
+  if (fault.error == kShort && result.exitStatus != 127) {
     EXPECT_EQ(result.exitStatus, 0) << traced.met << ", call " << fault.number;
   }
 }
 
-void TryCalls(std::size_t place, std::vector<int> const& errors, bool isForGood, long dense, long more,
+void TryCalls(std::size_t index, std::vector<int> const& errors, bool isForGood, long dense, long more,
               bool withoutUnnamedFiles = false) {
-  if (!MayTrace()) GTEST_SKIP() << "no process can be traced here";
-  auto const& [name, words] = FaultyRuns()[place];
+  if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
+  auto const& [name, words] = FaultyRuns()[index];
   SCOPED_TRACE(name);
   FaultyRun const run(words);
   SystemCallRun const whole = RunWith(run, {}, withoutUnnamedFiles);
   ASSERT_TRUE(run.IsSound(run.Collect(whole.status)));
   ASSERT_EQ(whole.status, 0);
-  Tried tried;
+  Tally tally;
   for (int const error : errors) {
-    // From the last one on: in front stand those of the loader and of the locale.
+    // Counted from the end: the first calls are those of the loader and of the locale.
     std::vector<long> numbers = FaultNumbers(whole.count, dense, more);
     for (long& number : numbers) number = whole.count + 1 - number;
-    for (long const number : error == SHORT ? whole.transfers : numbers) {
-      TryCall(run, {number, error, isForGood}, withoutUnnamedFiles, tried);
+    for (long const number : error == kShort ? whole.transfers : numbers) {
+      TryCall(run, {number, error, isForGood}, withoutUnnamedFiles, tally);
       if (testing::Test::HasFailure()) return;
     }
   }
-  std::printf("%ld calls of %ld failed; status:", tried.faults, whole.count);
-  for (auto const& [status, count] : tried.ends) std::printf(" %d (%d times)", status, count);
+  std::printf("%ld calls of %ld failed; status:", tally.faults, whole.count);
+  for (auto const& [status, count] : tally.ends) std::printf(" %d (%d times)", status, count);
   std::printf("\n");
-  EXPECT_GT(tried.faults, 10);
+  EXPECT_GT(tally.faults, 10);
 }
 
 }  // namespace
 
-TEST(SystemCallFaultsTest, OneFailsWhileAPageIsWritten) {
+TEST(SystemCallFaultsTest, OneFailsWritingPage) {
   TryCalls(0, {EIO, ENOSPC, EINTR}, false, 110, 40);
 }
 
-// A call that is cut short is made again for the rest, so that nothing changes.
-TEST(SystemCallFaultsTest, OneIsShortWhileAPageIsWritten) {
-  TryCalls(0, {SHORT}, false, 0, 0);
+// A short transfer is continued, so that the result does not change.
+TEST(SystemCallFaultsTest, OneIsShortWritingPage) {
+  TryCalls(0, {kShort}, false, 0, 0);
 }
 
-TEST(SystemCallFaultsTest, AllOfANameFailFromOneOnWhileAPageIsWritten) {
+TEST(SystemCallFaultsTest, AllOfOneNameFailWritingPage) {
   TryCalls(0, {EIO, ENOSPC}, true, 60, 40);
 }
 
-TEST(SystemCallFaultsTest, OneFailsWhileAPageIsWrittenIntoANamedFile) {
+TEST(SystemCallFaultsTest, OneFailsWithNamedTemporaryFile) {
   TryCalls(0, {EIO, ENOSPC}, false, 80, 0, true);
 }
 
 // The document is read in pieces of 4 MiB, and once more when it is written.
-TEST(SystemCallFaultsTest, ALargeDocumentThatCannotBeReadOnIsNotTakenForAShorterOne) {
-  if (!MayTrace()) GTEST_SKIP() << "no process can be traced here";
+TEST(SystemCallFaultsTest, ReadErrorIsNotEndOfFile) {
+  if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
   FaultyRun const run({"large.stp", "new.html"}, LargeFaultDocument(100000));
   SystemCallRun const whole = RunWith(run, {}, false);
   ASSERT_EQ(whole.status, 0);
@@ -111,14 +111,14 @@ TEST(SystemCallFaultsTest, ALargeDocumentThatCannotBeReadOnIsNotTakenForAShorter
   EXPECT_GT(refused, 3);
 }
 
-TEST(SystemCallFaultsTest, OneFailsWhileTextIsWritten) {
-  TryCalls(1, {EIO, SHORT}, false, 60, 20);
+TEST(SystemCallFaultsTest, OneFailsWritingText) {
+  TryCalls(1, {EIO, kShort}, false, 60, 20);
 }
 
-TEST(SystemCallFaultsTest, OneFailsWhileAStepFileIsWritten) {
-  TryCalls(2, {ENOSPC, SHORT}, false, 60, 20);
+TEST(SystemCallFaultsTest, OneFailsWritingStep) {
+  TryCalls(2, {ENOSPC, kShort}, false, 60, 20);
 }
 
-TEST(SystemCallFaultsTest, OneFailsWhileTheDocumentIsListed) {
-  TryCalls(3, {EIO, EINTR, SHORT}, false, 60, 20);
+TEST(SystemCallFaultsTest, OneFailsListing) {
+  TryCalls(3, {EIO, EINTR, kShort}, false, 60, 20);
 }

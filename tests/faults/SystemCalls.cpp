@@ -17,10 +17,10 @@ namespace {
 struct Call {
   long number;
   char const* name;
-  bool transfersBytes = false;  // as many as its third argument tells
+  bool transfersBytes = false;  // up to its third argument
 };
 
-constexpr Call CALLS[] = {
+constexpr Call kCalls[] = {
     {SYS_read, "read", true},
     {SYS_pread64, "pread", true},
     {SYS_write, "write", true},
@@ -42,23 +42,27 @@ constexpr Call CALLS[] = {
     {SYS_dup, "dup"},
     {SYS_poll, "poll"},
     {SYS_ftruncate, "ftruncate"},
+    {SYS_fsync, "fsync"},
+    {SYS_fchown, "fchown"},
+    {SYS_fchmod, "fchmod"},
+    {SYS_getrandom, "getrandom"},
 };
 
 Call const* Find(unsigned long long number) {
-  for (Call const& call : CALLS) {
+  for (Call const& call : kCalls) {
     if (static_cast<unsigned long long>(call.number) == number) return &call;
   }
   return nullptr;
 }
 
-bool AsksForUnnamedFile(user_regs_struct const& registers) {
+bool RequestsUnnamedFile(user_regs_struct const& registers) {
   return registers.orig_rax == SYS_openat && (registers.rdx & O_TMPFILE) == O_TMPFILE;
 }
 
-// Stands between the two stops of each call.
-class Watch {
+// Handles the two stops of each system call: before and after it.
+class CallTracer {
  public:
-  Watch(pid_t watched, SystemCallFault const& wantedFault, bool refusesUnnamed)
+  CallTracer(pid_t watched, SystemCallFault const& wantedFault, bool refusesUnnamed)
       : process(watched), fault(wantedFault), withoutUnnamedFiles(refusesUnnamed) {}
 
   void Stop() {
@@ -80,15 +84,15 @@ class Watch {
   void Enter() {
     user_regs_struct registers;
     ptrace(PTRACE_GETREGS, process, nullptr, &registers);
-    if (withoutUnnamedFiles && AsksForUnnamedFile(registers)) return Refuse(registers, EOPNOTSUPP);
+    if (withoutUnnamedFiles && RequestsUnnamedFile(registers)) return Refuse(registers, EOPNOTSUPP);
     Call const* const call = Find(registers.orig_rax);
     if (call == nullptr) return;
     ++run.count;
     bool const canBeShort = call->transfersBytes && registers.rdx > 1;
     if (canBeShort) run.transfers.push_back(run.count);
     if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);
-    bool const isMeant = run.count == fault.number || (fault.isForGood && run.wasMet && run.met == call->name);
-    if (!isMeant) return;
+    bool const isSelected = run.count == fault.number || (fault.isForGood && run.wasMet && run.met == call->name);
+    if (!isSelected) return;
     if (fault.error != 0) {
       Refuse(registers, fault.error);
     } else if (!canBeShort) {
@@ -121,20 +125,20 @@ bool CanTrace() {
 }
 
 SystemCallRun Trace(pid_t process, SystemCallFault const& fault, bool withoutUnnamedFiles) {
-  Watch watch(process, fault, withoutUnnamedFiles);
+  CallTracer tracer(process, fault, withoutUnnamedFiles);
   int status = 0;
   waitpid(process, &status, 0);
   ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
   while (!WIFEXITED(status) && !WIFSIGNALED(status)) {
     int const signal = WSTOPSIG(status);
     bool const isCall = signal == (SIGTRAP | 0x80);
-    if (isCall) watch.Stop();
-    // The stop behind the exec is no signal of the program's.
+    if (isCall) tracer.Stop();
+    // The stop after exec is not a signal for the program.
     ptrace(PTRACE_SYSCALL, process, nullptr, isCall || signal == SIGTRAP ? 0 : signal);
     waitpid(process, &status, 0);
   }
-  watch.run.status = status;
-  return watch.run;
+  tracer.run.status = status;
+  return tracer.run;
 }
 
 #else

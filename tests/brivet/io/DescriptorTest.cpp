@@ -15,7 +15,7 @@
 
 namespace {
 
-// A pipe that closes its ends.
+// Pipe that is closed by the destructor.
 class Pipe {
  public:
   Pipe() { EXPECT_EQ(pipe(ends), 0); }
@@ -31,7 +31,7 @@ class Pipe {
 
 }  // namespace
 
-TEST(DescriptorTest, WaitsUntilThereIsSomethingToRead) {
+TEST(DescriptorTest, WaitToReadReturnsWhenDataArrives) {
   Pipe const pipe;
   std::thread writer([&pipe] {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -44,8 +44,7 @@ TEST(DescriptorTest, WaitsUntilThereIsSomethingToRead) {
   writer.join();
 }
 
-// The request is served, and taken back.
-TEST(DescriptorTest, IsStoppedWhileItWaits) {
+TEST(DescriptorTest, WaitIsInterruptedByAbort) {
   Pipe const pipe;
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(WaitToRead(pipe.ends[0]), VRELAbortException);
@@ -58,8 +57,7 @@ TEST(DescriptorTest, IsStoppedWhileItWaits) {
   EXPECT_THROW(WaitToWrite(pipe.ends[1]), VRELAbortException);
 }
 
-// What a pipe takes in pieces arrives whole.
-TEST(DescriptorTest, WritesAll) {
+TEST(DescriptorTest, WriteAllCompletesShortWrites) {
   Pipe pipe;
   ASSERT_EQ(fcntl(pipe.ends[1], F_SETFL, O_NONBLOCK), 0);
   std::string const sent(1000000, 'y');
@@ -77,7 +75,7 @@ TEST(DescriptorTest, WritesAll) {
   EXPECT_TRUE(received == sent);
 }
 
-TEST(DescriptorTest, TellsWhatCannotBeWritten) {
+TEST(DescriptorTest, WriteAllReportsFailure) {
   int const full = open("/dev/full", O_WRONLY);
   ASSERT_GE(full, 0);
   errno = 0;

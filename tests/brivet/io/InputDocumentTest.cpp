@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -10,15 +12,16 @@
 #include <thread>
 
 #include "ChildProcess.h"
+#include "FileError.h"
 #include "Gk_ErrMgr.h"
-#include "InputError.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
+#include "UnprivilegedProcess.h"
 #include "VRELAbortException.h"
 
 namespace {
 
-// Runs with a pipe as standard input, which holds the bytes and then ends.
+// Calls `body` with a pipe as standard input that provides the bytes.
 template <class Body>
 void WithStandardInput(std::string const& bytes, Body const& body) {
   int ends[2];
@@ -39,20 +42,20 @@ void WithStandardInput(std::string const& bytes, Body const& body) {
   close(before);
 }
 
-InputError ErrorOf(std::string const& path) {
+FileError ErrorOf(std::string const& path) {
   try {
     InputDocument const document(path);
-  } catch (InputError const& error) {
+  } catch (FileError const& error) {
     return error;
   }
-  return {VREL_S_OK, 0, ""};
+  return {VREL_S_OK, "", ""};
 }
 
 }  // namespace
 
-TEST(InputDocumentTest, IsARegularFileItself) {
+TEST(InputDocumentTest, RegularFileIsUsedDirectly) {
   ScratchDirectory const folder;
-  // A name that is no text in the encoding of the locale.
+  // Not a valid string in the encoding of the locale.
   std::string const path = folder.Write("m\xFC.stp", "a document");
   InputDocument const document(path);
   EXPECT_EQ(document.Size(), 10);
@@ -62,7 +65,7 @@ TEST(InputDocumentTest, IsARegularFileItself) {
   EXPECT_EQ(FileText(document.Path()), "a document");
 }
 
-TEST(InputDocumentTest, CopiesAPipe) {
+TEST(InputDocumentTest, PipeIsCopied) {
   std::string bytes;
   for (int i = 0; bytes.size() < 1000000; ++i) bytes += std::to_string(i) + "\n";
   for (char const* name : {"-", "/dev/stdin"}) {
@@ -77,7 +80,7 @@ TEST(InputDocumentTest, CopiesAPipe) {
   WithStandardInput("", [] { EXPECT_EQ(InputDocument("-").Size(), 0); });
 }
 
-TEST(InputDocumentTest, LeavesNoCopy) {
+TEST(InputDocumentTest, CopyIsRemoved) {
   ScratchDirectory const folder;
   ChildResult const result = RunInChild([&folder] {
     setenv("TMPDIR", folder.Path().c_str(), 1);
@@ -91,22 +94,21 @@ TEST(InputDocumentTest, LeavesNoCopy) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(InputDocumentTest, NeedsRoomForACopy) {
+TEST(InputDocumentTest, CopyFailsWithoutFolder) {
   ChildResult const result = RunInChild([] {
     setenv("TMPDIR", "/nowhere", 1);
-    InputError error{VREL_S_OK, 0, ""};
+    FileError error{VREL_S_OK, "", ""};
     WithStandardInput("bytes", [&error] { error = ErrorOf("-"); });
     EXPECT_EQ(error.result, VREL_E_FILE_SAVE);
-    EXPECT_EQ(error.text,
-              "expected room in /nowhere for a copy of what has no length, found: No such file or directory; name a "
-              "folder with more room in TMPDIR");
+    EXPECT_EQ(error.message, "cannot copy the input to a temporary file in '/nowhere': No such file or directory");
+    EXPECT_EQ(error.hint, "set TMPDIR to a folder with enough space");
     return testing::Test::HasFailure() ? 1 : 0;
   });
   EXPECT_EQ(result.exitStatus, 0) << result.output;
 }
 
-// A shell may have read the begin of a file already.
-TEST(InputDocumentTest, BeginsWhereStandardInputStands) {
+// A shell may have read the beginning of a file already.
+TEST(InputDocumentTest, StandardInputStartsAtCurrentOffset) {
   ScratchDirectory const folder;
   std::string const path = folder.Write("a.txt", "first line\nthe rest");
   int const before = dup(STDIN_FILENO);
@@ -123,17 +125,15 @@ TEST(InputDocumentTest, BeginsWhereStandardInputStands) {
   close(descriptor);
 }
 
-TEST(InputDocumentTest, RefusesWhatCannotBeRead) {
+TEST(InputDocumentTest, ReportsUnreadableFiles) {
   ScratchDirectory const folder;
   EXPECT_EQ(ErrorOf(folder.Path("missing")).result, VREL_E_FILE_NOT_FOUND);
-  InputError const error = ErrorOf(folder.Path());
+  FileError const error = ErrorOf(folder.Path());
   EXPECT_EQ(error.result, VREL_E_FILE_OPEN);
-  EXPECT_EQ(error.text,
-            "expected a file that can be read, found: Is a directory; check what stands there, and whether you may "
-            "read it");
+  EXPECT_EQ(error.message, "cannot read '" + folder.Path() + "': Is a directory");
 }
 
-TEST(InputDocumentTest, IsStoppedWhileItWaits) {
+TEST(InputDocumentTest, WaitIsInterruptedByAbort) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   int const before = dup(STDIN_FILENO);
@@ -145,4 +145,66 @@ TEST(InputDocumentTest, IsStoppedWhileItWaits) {
   std::signal(SIGALRM, SIG_DFL);
   dup2(before, STDIN_FILENO);
   for (int const each : {before, ends[0], ends[1]}) close(each);
+}
+
+namespace {
+
+// Returns the message of CheckUnchanged after `change`, or an empty string.
+template <class Change>
+std::string MessageAfter(std::string const& path, Change const& change) {
+  InputDocument const document(path);
+  document.CheckUnchanged();
+  change();
+  try {
+    document.CheckUnchanged();
+  } catch (FileError const& error) {
+    EXPECT_EQ(error.result, VREL_E_FILE_OPEN);
+    return error.message;
+  }
+  return "";
+}
+
+}  // namespace
+
+TEST(InputDocumentTest, CheckUnchangedReportsChanges) {
+  ScratchDirectory const folder;
+  std::string const path = folder.Write("a.stp", "content");
+  std::string const message = "cannot read '" + path + "': file changed while it was read";
+  EXPECT_EQ(MessageAfter(path, [] {}), "");
+  EXPECT_EQ(MessageAfter(path, [&] { folder.Write("a.stp", "more content"); }), message);
+  // In place, of the same size.
+  EXPECT_EQ(MessageAfter(path,
+                         [&] {
+                           timespec const times[2] = {{1000, 0}, {1000, 1}};
+                           ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+                         }),
+            message);
+  EXPECT_EQ(MessageAfter(path,
+                         [&] {
+                           timespec const times[2] = {{1000, 0}, {1000, 1}};
+                           std::string const other = folder.Write("b.stp", "more content");
+                           ASSERT_EQ(utimensat(AT_FDCWD, other.c_str(), times, 0), 0);
+                           ASSERT_EQ(rename(other.c_str(), path.c_str()), 0);
+                         }),
+            message);
+  // A removed file is still read to its end.
+  EXPECT_EQ(MessageAfter(path, [&] { unlink(path.c_str()); }), "");
+}
+
+// The descriptor can be read, the file cannot be opened again.
+TEST(InputDocumentTest, ReadsStandardInputWithoutPermissionForFile) {
+  ScratchDirectory const folder;
+  std::string const path = folder.Write("a.txt", "content");
+  ASSERT_EQ(chmod(path.c_str(), 0), 0);
+  int const descriptor = open(path.c_str(), O_RDONLY);
+  if (descriptor < 0) GTEST_SKIP() << "only root may open such a file";
+  RunUnprivileged([descriptor] {
+    dup2(descriptor, STDIN_FILENO);
+    // The file descriptors in /proc belong to root again after setuid without exec.
+    prctl(PR_SET_DUMPABLE, 1);
+    InputDocument const document("-");
+    EXPECT_EQ(FileText(document.Path()), "content");
+    EXPECT_EQ(document.Size(), 7);
+  });
+  close(descriptor);
 }

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "ChildProcess.h"
-#include "InputError.h"
+#include "FileError.h"
 #include "OpenDescriptors.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
@@ -23,9 +23,9 @@ long CodeOf(std::string const& path) {
     InputFile file(path);
     char block[16];
     file.Read(block, sizeof block);
-  } catch (InputError const& error) {
-    EXPECT_EQ(error.line, 0U);
-    EXPECT_EQ(error.text.rfind("expected a file that can be read, found: ", 0), 0U) << error.text;
+  } catch (FileError const& error) {
+    EXPECT_EQ(error.message.rfind("cannot ", 0), 0U) << error.message;
+    EXPECT_EQ(error.hint, "");
     return error.result;
   }
   return VREL_S_OK;
@@ -34,7 +34,7 @@ long CodeOf(std::string const& path) {
 volatile std::sig_atomic_t alarms = 0;
 int fifo = -1;
 
-// The third alarm brings the byte that the reader waits for.
+// The third alarm writes the byte that the reader waits for.
 void CountAlarm(int) {
   alarms = alarms + 1;
   if (alarms == 3 && write(fifo, "x", 1) != 1) _exit(1);
@@ -42,7 +42,7 @@ void CountAlarm(int) {
 
 }  // namespace
 
-TEST(InputFileTest, ReadsBytesAsTheyStand) {
+TEST(InputFileTest, ReadReturnsBytesUnchanged) {
   std::string const path = testing::TempDir() + "brivet_input_file";
   std::FILE* const written = std::fopen(path.c_str(), "wb");
   ASSERT_NE(written, nullptr);
@@ -59,7 +59,7 @@ TEST(InputFileTest, ReadsBytesAsTheyStand) {
   std::remove(path.c_str());
 }
 
-TEST(InputFileTest, TellsWhyAFileCannotBeRead) {
+TEST(InputFileTest, ReportsUnreadableFiles) {
   EXPECT_EQ(CodeOf("/nowhere/at/all.stp"), VREL_E_FILE_NOT_FOUND);
   EXPECT_EQ(CodeOf(BracketPath() + "/part.stp"), VREL_E_FILE_NOT_FOUND);
   EXPECT_EQ(CodeOf(""), VREL_E_FILE_NOT_FOUND);
@@ -67,12 +67,12 @@ TEST(InputFileTest, TellsWhyAFileCannotBeRead) {
   EXPECT_EQ(CodeOf(testing::TempDir()), VREL_E_FILE_OPEN);
 }
 
-TEST(InputFileTest, RefusesAFileThatMayNotBeRead) {
+TEST(InputFileTest, ReportsMissingPermission) {
   std::string const path = testing::TempDir() + "brivet_locked_file";
   int const created = open(path.c_str(), O_CREAT | O_WRONLY, 0);
   ASSERT_GE(created, 0);
   close(created);
-  // Root may read everything, so root becomes nobody first.
+  // Root may read everything, so that the child changes to the user nobody.
   ChildResult const result = RunInChildWithoutTeardown([&path] {
     constexpr uid_t NOBODY = 65534;
     if (geteuid() == 0 && setuid(NOBODY) != 0) return 1;
@@ -82,7 +82,7 @@ TEST(InputFileTest, RefusesAFileThatMayNotBeRead) {
   std::remove(path.c_str());
 }
 
-TEST(InputFileTest, ClosesTheFile) {
+TEST(InputFileTest, DestructorClosesFile) {
   {
     InputFile const file(BracketPath());
     EXPECT_EQ(CountOpenDescriptors(BracketPath()), 1);
@@ -90,7 +90,7 @@ TEST(InputFileTest, ClosesTheFile) {
   EXPECT_EQ(CountOpenDescriptors(BracketPath()), 0);
 }
 
-TEST(InputFileTest, ReadsOnAfterASignal) {
+TEST(InputFileTest, ReadContinuesAfterSignal) {
   ScratchDirectory const directory;
   std::string const path = directory.Path("fifo");
   ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);

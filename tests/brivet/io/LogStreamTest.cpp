@@ -26,7 +26,7 @@ class LogStreamTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(LogStreamTest, WritesLinesWhenTheyEnd) {
+TEST_F(LogStreamTest, WritesCompleteLines) {
   LogStream stream(Open());
   Write(stream, "Input");
   Write(stream, " File : ");
@@ -38,7 +38,7 @@ TEST_F(LogStreamTest, WritesLinesWhenTheyEnd) {
   EXPECT_EQ(Log(), "Input File : bolt.stp\nOutput File\n\nthird\n");
 }
 
-TEST_F(LogStreamTest, EndsALineThatHasNotEnded) {
+TEST_F(LogStreamTest, DestructorCompletesLastLine) {
   {
     LogStream stream(Open());
     Write(stream, "one\ntwo");
@@ -50,15 +50,15 @@ TEST_F(LogStreamTest, EndsALineThatHasNotEnded) {
   EXPECT_EQ(Log(), "one\ntwo, three\n");
 }
 
-TEST_F(LogStreamTest, TakesLinesOfAnyLength) {
+TEST_F(LogStreamTest, AcceptsLongLines) {
   std::string const line(20000, 'x');
   LogStream stream(Open());
   Write(stream, "short\n" + line + "\n" + line + "\n");
   EXPECT_EQ(Log(), "short\n" + line + "\n" + line + "\n");
 }
 
-// A file may not grow beyond 10 bytes: the system takes the first part of the second line.
-TEST_F(LogStreamTest, ALineThatDoesNotFitIsTakenBackAndTheLast) {
+// The limit of 10 bytes for files cuts the second line.
+TEST_F(LogStreamTest, RemovesIncompleteLineAndStops) {
   LogStream stream(Open());
   rlimit before;
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);

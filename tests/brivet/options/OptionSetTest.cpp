@@ -25,7 +25,7 @@ class OptionSetTest : public testing::Test {
     return options.Add({OptionSource::File, folder.Write("base.cfg", bytes)});
   }
 
-  // The value of the stored option that serves for a name, "(none)" where there is none.
+  // Returns the value of the option that applies to a name, or "(none)".
   std::string ValueOf(wchar_t const* name) const {
     VRELOption* option = nullptr;
     VRELString value(L"(none)");
@@ -34,9 +34,9 @@ class OptionSetTest : public testing::Test {
   }
 
   Texts Warnings() const {
-    Texts texts;
-    for (OptionSet::Warning const& warning : options.Warnings()) texts.push_back(warning.origin + ": " + warning.text);
-    return texts;
+    RecordingListener const recorder;
+    options.ReportWarnings();
+    return recorder.Texts();
   }
 
   std::unique_ptr<VRELErrorTracker> tracker;
@@ -47,14 +47,14 @@ class OptionSetTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(OptionSetTest, IsEmptyAtFirst) {
+TEST_F(OptionSetTest, IsEmptyInitially) {
   EXPECT_EQ(options.Store().Size(), 0);
   EXPECT_TRUE(options.Sources().empty());
   EXPECT_TRUE(options.Warnings().empty());
   EXPECT_EQ(options.UnknownCount(), 0);
 }
 
-TEST_F(OptionSetTest, TakesWhatComesLater) {
+TEST_F(OptionSetTest, LaterOptionsReplaceEarlierOnes) {
   EXPECT_EQ(Set("SewTolerance=1"), VREL_S_OK);
   EXPECT_EQ(ValueOf(L"SewTolerance"), "1");
   EXPECT_EQ(Read("SewTolerance=2\nAuthorName=\"x \"\nsewtolerance=3\n"), VREL_S_OK);
@@ -75,7 +75,7 @@ TEST_F(OptionSetTest, TakesWhatComesLater) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(OptionSetTest, FindsTheKindOfAValue) {
+TEST_F(OptionSetTest, DetectsTypeOfValue) {
   struct Row {
     char const* text;
     VRELValue::VRELValueType kind;
@@ -103,7 +103,7 @@ TEST_F(OptionSetTest, FindsTheKindOfAValue) {
   }
 }
 
-TEST_F(OptionSetTest, StoresUnknownNamesWithAWarning) {
+TEST_F(OptionSetTest, StoresUnknownNamesWithWarning) {
   EXPECT_EQ(Set("SewTolerence=1"), VREL_S_OK);
   EXPECT_EQ(Set("Foo=a=b"), VREL_S_OK);
   EXPECT_EQ(Read("\nConvertAtributes=On\nHealing=On\n/XStep/Import/Mode/Solid/Tim=1\n"), VREL_S_OK);
@@ -111,44 +111,42 @@ TEST_F(OptionSetTest, StoresUnknownNamesWithAWarning) {
   EXPECT_EQ(ValueOf(L"ConvertAtributes"), "true");
   std::string const path = folder.Path("base.cfg");
   EXPECT_EQ(Warnings(),
-            (Texts{"-set SewTolerence=1: unknown option SewTolerence, set all the same; did you mean SewTolerance?",
-                   "-set Foo=a=b: unknown option Foo, set all the same; no known name is close to it",
-                   path + ":2: unknown option ConvertAtributes, set all the same; did you mean ConvertAttributes or "
-                          "ConvertEdgeAttributes?",
-                   path + ":4: unknown option /XStep/Import/Mode/Solid/Tim, set all the same; did you mean "
-                          "/XStep/Import/Mode/Solid/Trim, /XStep/Import/Mode/Solid/Wire or "
-                          "/XJt/Import/Mode/Solid/Trim?"}));
+            (Texts{"-set SewTolerence=1: unknown option 'SewTolerence'; did you mean 'SewTolerance'?",
+                   "-set Foo=a=b: unknown option 'Foo'",
+                   path + ":2: warning: unknown option 'ConvertAtributes'; did you mean 'ConvertAttributes' or "
+                          "'ConvertEdgeAttributes'?",
+                   path + ":4: warning: unknown option '/XStep/Import/Mode/Solid/Tim'; did you mean "
+                          "'/XStep/Import/Mode/Solid/Trim', '/XStep/Import/Mode/Solid/Wire' or "
+                          "'/XJt/Import/Mode/Solid/Trim'?"}));
   EXPECT_EQ(options.UnknownCount(), 4);
-  // Whoever tells them decides when.
-  EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(OptionSetTest, ShowsTheBeginOfALongName) {
+TEST_F(OptionSetTest, ShortensLongNames) {
   EXPECT_EQ(Set(std::string(100, 'x') + "=1"), VREL_S_OK);
   EXPECT_EQ(Set(std::string(101, 'x') + "=1"), VREL_S_OK);
-  std::string const shown = "unknown option " + std::string(100, 'x');
-  EXPECT_EQ(options.Warnings()[0].text, shown + ", set all the same; no known name is close to it");
-  EXPECT_EQ(options.Warnings()[1].text, shown + "..., set all the same; no known name is close to it");
+  std::string const begin = "unknown option '" + std::string(100, 'x');
+  EXPECT_EQ(options.Warnings()[0].text, begin + "'");
+  EXPECT_EQ(options.Warnings()[1].text, begin + "...'");
 }
 
-TEST_F(OptionSetTest, MakesNoMoreThanAHundredSuggestions) {
+TEST_F(OptionSetTest, LimitsSuggestionsToHundred) {
   std::string bytes;
   for (int i = 0; i < 102; ++i) bytes += "SewTolerence=1\n";
   EXPECT_EQ(Read(bytes), VREL_S_OK);
   ASSERT_EQ(options.Warnings().size(), 102U);
-  EXPECT_EQ(options.Warnings()[99].text, "unknown option SewTolerence, set all the same; did you mean SewTolerance?");
-  EXPECT_EQ(options.Warnings()[100].text, "unknown option SewTolerence, set all the same");
+  EXPECT_EQ(options.Warnings()[99].text, "unknown option 'SewTolerence'; did you mean 'SewTolerance'?");
+  EXPECT_EQ(options.Warnings()[100].text, "unknown option 'SewTolerence'");
   EXPECT_EQ(options.UnknownCount(), 102);
 }
 
-// A name that the store refuses would cut its enumerations short.
-TEST_F(OptionSetTest, PassesOverNamesWithAnEmptyToken) {
+// The store would miss options in its enumerations.
+TEST_F(OptionSetTest, SkipsNamesWithEmptyToken) {
   EXPECT_EQ(Read("A..SewTolerance=1\nSewTolerance=2\n.=3\nHealing.=4\n"), VREL_S_OK);
   std::string const path = folder.Path("base.cfg");
-  std::string const expected = ": expected a name with something between its dots, found ";
-  EXPECT_EQ(Warnings(), (Texts{path + ":1" + expected + "A..SewTolerance, which is passed over",
-                               path + ":3" + expected + "., which is passed over",
-                               path + ":4" + expected + "Healing., which is passed over"}));
+  std::string const end = " has an empty part between dots; it is ignored";
+  EXPECT_EQ(Warnings(),
+            (Texts{path + ":1: warning: option name 'A..SewTolerance'" + end,
+                   path + ":3: warning: option name '.'" + end, path + ":4: warning: option name 'Healing.'" + end}));
   EXPECT_EQ(options.Store().Size(), 1);
   VRELOption* option = nullptr;
   options.Store().InitEnumeration();
@@ -157,40 +155,42 @@ TEST_F(OptionSetTest, PassesOverNamesWithAnEmptyToken) {
   EXPECT_EQ(options.UnknownCount(), 0);
 }
 
-TEST_F(OptionSetTest, WarnsOfKeysInSections) {
+TEST_F(OptionSetTest, WarnsAboutKeysInSections) {
   EXPECT_EQ(Read("Healing=On\n[Step]\n\nSewTolerance=1\nAuthorName=x\n"), VREL_S_OK);
-  EXPECT_EQ(Warnings(), Texts{folder.Path("base.cfg") +
-                              ":4: expected options above the first section header, found 2 below it, which are passed "
-                              "over"});
+  EXPECT_EQ(Warnings(), Texts{folder.Path("base.cfg") + ":4: warning: options below a section header are ignored: 2"});
   EXPECT_EQ(ValueOf(L"SewTolerance"), "(none)");
 }
 
-TEST_F(OptionSetTest, TakesNothingOfABrokenFile) {
+TEST_F(OptionSetTest, AddsNothingOfInvalidFile) {
   EXPECT_EQ(Read("SewTolerance=1\nx\n[y\n"), VREL_E_FAIL);
   std::string const path = folder.Path("base.cfg");
-  EXPECT_EQ(listener.Texts(), (Texts{path + ":2: Incorrect syntax: line 2:x *** \"key=value\" expected",
-                                     path + ":3: Incorrect syntax: line 3:[y *** \"[section name]' expected."}));
+  EXPECT_EQ(listener.Texts(), (Texts{path + ":2: error: Incorrect syntax: line 2:x *** \"key=value\" expected",
+                                     path + ":3: error: Incorrect syntax: line 3:[y *** \"[section name]' expected."}));
   EXPECT_EQ(options.Store().Size(), 0);
   EXPECT_TRUE(options.Sources().empty());
 }
 
-TEST_F(OptionSetTest, ReportsAFileThatCannotBeRead) {
+TEST_F(OptionSetTest, ReportsUnreadableFile) {
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path("missing")}), VREL_E_FILE_NOT_FOUND);
   EXPECT_EQ(options.Add({OptionSource::File, folder.Path()}), VREL_E_FILE_OPEN);
-  EXPECT_EQ(listener.Texts(),
-            (Texts{folder.Path("missing") +
-                       ": expected a file that can be read, found: No such file or directory; check the name",
-                   folder.Path() + ": expected a file that can be read, found: Is a directory; check what stands "
-                                   "there, and whether you may read it"}));
+  EXPECT_EQ(listener.Texts(), (Texts{"cannot open '" + folder.Path("missing") + "': No such file or directory",
+                                     "cannot read '" + folder.Path() + "': Is a directory"}));
   EXPECT_TRUE(options.Sources().empty());
 }
 
-TEST_F(OptionSetTest, RefusesWhatIsNoSetting) {
+TEST_F(OptionSetTest, RefusesInvalidSetting) {
   for (char const* text : {"", "a", "=1", "a=", " = ", "a..b=1", ".a=1"}) {
     SCOPED_TRACE(text);
     listener.events.clear();
     EXPECT_EQ(Set(text), VREL_E_INVALID_ARGUMENT);
-    EXPECT_EQ(listener.Texts(), Texts{"-set " + std::string(text) + ": expected NAME=VALUE"});
+    EXPECT_EQ(listener.Texts(), Texts{"-set " + std::string(text) + ": not of the form NAME=VALUE"});
   }
   EXPECT_TRUE(options.Sources().empty());
+}
+
+TEST_F(OptionSetTest, DumpEscapesControlCharacters) {
+  EXPECT_EQ(Set("AuthorName=a\nError : forged\x1B"), VREL_S_OK);
+  options.Dump();
+  EXPECT_EQ(listener.Texts(), Texts{"AuthorName = a<U+000A>Error : forged<U+001B>"});
+  EXPECT_EQ(ValueOf(L"AuthorName"), "a\nError : forged\x1B");
 }

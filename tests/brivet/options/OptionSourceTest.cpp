@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-TEST(OptionSourceTest, IsShownAsOnTheCommandLine) {
+TEST(OptionSourceTest, WordsAreThoseOfCommandLine) {
   OptionSource const file{OptionSource::File, "base.cfg"};
   OptionSource const setting{OptionSource::Setting, "Assembly=On"};
   EXPECT_EQ(file.Words(), "-options base.cfg");
   EXPECT_EQ(setting.Words(), "-set Assembly=On");
 }
 
-TEST(OptionSourceTest, CutsASettingAtItsFirstEqualsSign) {
+TEST(OptionSourceTest, SplitSettingUsesFirstEqualsSign) {
   struct Row {
     char const* text;
     char const* name;
@@ -37,7 +37,7 @@ TEST(OptionSourceTest, CutsASettingAtItsFirstEqualsSign) {
   }
 }
 
-TEST(OptionSourceTest, CutsNoTextWithoutAnEqualsSign) {
+TEST(OptionSourceTest, SplitSettingRequiresEqualsSign) {
   for (char const* text : {"", "a", "a:b", " "}) {
     std::string name = "before";
     std::string value = "too";
@@ -45,4 +45,11 @@ TEST(OptionSourceTest, CutsNoTextWithoutAnEqualsSign) {
     EXPECT_EQ(name, "before");
     EXPECT_EQ(value, "too");
   }
+}
+
+TEST(OptionSourceTest, FindsEmptyTokens) {
+  for (char const* name : {"", ".", "a.", ".a", "a..b", "..", "a.b.", "a.b..c.d"}) {
+    EXPECT_TRUE(HasEmptyToken(name)) << name;
+  }
+  for (char const* name : {"a", "a.b", "*", "*.*.a", "a b", " . "}) EXPECT_FALSE(HasEmptyToken(name)) << name;
 }

@@ -47,20 +47,13 @@ Names KnownNames() {
 
 }  // namespace
 
-TEST(OptionVocabularyTest, FindsEmptyTokens) {
-  for (char const* name : {"", ".", "a.", ".a", "a..b", "..", "a.b.", "a.b..c.d"}) {
-    EXPECT_TRUE(HasEmptyToken(name)) << name;
-  }
-  for (char const* name : {"a", "a.b", "*", "*.*.a", "a b", " . "}) EXPECT_FALSE(HasEmptyToken(name)) << name;
-}
-
-TEST(OptionVocabularyTest, KnowsTheNamesOfTheFamily) {
+TEST(OptionVocabularyTest, KnowsVocabulary) {
   for (char const* name :
        {"ConvertAttributes", "convertATTRIBUTES", "/XStep/Import/Mode/Solid/Trim", "Import/Mode/Assem.true/Flatten",
         "Check JT Model", "PeltaR5.Assembly.Writer.JT.Representation", "*", "Import/Mode/Assem.*",
-        // Public names that are no internal ones.
+        // Names of VRINOptionName only.
         "SewTolerance", "Healing", "healing",
-        // Behind a component, a representation and a direction.
+        // After a component, a representation and a direction.
         "Step.ConvertAttributes", "step.convertattributes", "Step.Assembly.ConvertAttributes",
         "*.*.Reader.ConvertAttributes", "Step.BRep.Writer.Import/Mode/Assem.true/Flatten", "Inventor.SewTolerance",
         "*.*.*.*"}) {
@@ -74,7 +67,7 @@ TEST(OptionVocabularyTest, KnowsTheNamesOfTheFamily) {
   }
 }
 
-TEST(OptionVocabularyTest, KnowsNamesThatAModuleAdds) {
+TEST(OptionVocabularyTest, KnowsNamesAddedAtRunTime) {
   VRELString const text(L"BrivetTestOption");
   EXPECT_FALSE(IsKnownOption(text));
   VRELOptionName const name(text);
@@ -82,7 +75,7 @@ TEST(OptionVocabularyTest, KnowsNamesThatAModuleAdds) {
   EXPECT_EQ(ClosestOptions(VRELString(L"BrivetTstOption")), Names{"BrivetTestOption"});
 }
 
-TEST(OptionVocabularyTest, TellsTheClosestNames) {
+TEST(OptionVocabularyTest, SuggestsClosestNames) {
   struct Row {
     char const* name;
     Names closest;
@@ -101,19 +94,19 @@ TEST(OptionVocabularyTest, TellsTheClosestNames) {
       {"Q", {}},
       {"Zzzzzzzzzzz", {}},
       {"", {}},
-      // The tokens in front are looked at on their own.
+      // Leading tokens are corrected separately.
       {"Step.Asembly.Reader.SewTolerance", {"Step.Assembly.Reader.SewTolerance", "Step.Assembly.Reader.FileTolerance"}},
       {"Stp.ConvertAttributes", {"Step.ConvertAttributes", "ConvertAttributes", "Step.ConvertEdgeAttributes"}},
       {"*.*.Raeder.ConvertAtributes", {"*.*.Reader.ConvertAttributes", "*.*.Reader.ConvertEdgeAttributes"}},
       {"Step.Reader.ConvertAttributes", {"Step.ConvertAttributes"}},
-      // The same name in other case is told once.
+      // Names that differ in case only are suggested once.
       {"PeltaR5.SaveVersio", {"PELTAR5.SaveVersion"}},
   };
   for (Row const& row : rows) EXPECT_EQ(ClosestOptions(VRELString(std::string(row.name))), row.closest) << row.name;
 }
 
-// Against a search that leaves nothing out, with names of the family in which letters were changed.
-TEST(OptionVocabularyTest, LeavesOutNoCloserName) {
+// Compares with an exhaustive search, for known names with random edits.
+TEST(OptionVocabularyTest, SuggestsNoFartherName) {
   Names const known = KnownNames();
   std::mt19937 random(20261120);
   auto const below = [&random](std::size_t count) { return static_cast<std::size_t>(random() % count); };
@@ -121,17 +114,17 @@ TEST(OptionVocabularyTest, LeavesOutNoCloserName) {
     std::string name = known[below(known.size())];
     if (name.find('.') != name.npos) continue;
     for (std::size_t changes = 1 + below(4); changes > 0 && !name.empty(); --changes) {
-      std::size_t const place = below(name.size());
+      std::size_t const position = below(name.size());
       char const letter = static_cast<char>('a' + below(26));
       switch (below(3)) {
         case 0:
-          name[place] = letter;
+          name[position] = letter;
           break;
         case 1:
-          name.insert(place, 1, letter);
+          name.insert(position, 1, letter);
           break;
         default:
-          name.erase(place, 1);
+          name.erase(position, 1);
       }
     }
     SCOPED_TRACE(name);
@@ -147,13 +140,13 @@ TEST(OptionVocabularyTest, LeavesOutNoCloserName) {
     }
     std::sort(distances.begin(), distances.end());
     distances.resize(std::min<std::size_t>(distances.size(), 3));
-    std::vector<int> told;
-    for (std::string const& each : ClosestOptions(VRELString(name))) told.push_back(DistanceOf(name, each));
-    EXPECT_EQ(told, distances);
+    std::vector<int> suggested;
+    for (std::string const& each : ClosestOptions(VRELString(name))) suggested.push_back(DistanceOf(name, each));
+    EXPECT_EQ(suggested, distances);
   }
 }
 
-TEST(OptionVocabularyTest, TakesNamesOfAnyLength) {
+TEST(OptionVocabularyTest, AcceptsLongNames) {
   EXPECT_EQ(ClosestOptions(VRELString(std::string(1000000, 'a'))), Names{});
   std::string tokens;
   for (int i = 0; i < 10000; ++i) tokens += "Step.";

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "InputError.h"
+#include "FileError.h"
 #include "ScratchDirectory.h"
 
 namespace {
 
-// "LINE NAME=VALUE" of each entry.
+// Returns "LINE NAME=VALUE" for each entry.
 std::string EntriesOf(std::string const& bytes) {
   OptionsFile const file = OptionsFile::Parse(bytes);
   EXPECT_TRUE(file.problems.empty());
@@ -18,7 +18,7 @@ std::string EntriesOf(std::string const& bytes) {
   return text;
 }
 
-// "LINE TEXT" of each problem.
+// Returns "LINE TEXT" for each problem.
 std::string ProblemsOf(std::string const& bytes) {
   OptionsFile const file = OptionsFile::Parse(bytes);
   std::string text;
@@ -31,7 +31,7 @@ std::string ProblemsOf(std::string const& bytes) {
 
 }  // namespace
 
-TEST(OptionsFileTest, GivesTheEntriesWithTheirLines) {
+TEST(OptionsFileTest, ParsesEntriesWithLines) {
   struct Row {
     std::string bytes;
     char const* entries;
@@ -48,7 +48,7 @@ TEST(OptionsFileTest, GivesTheEntriesWithTheirLines) {
        "a=1\n",
        "1 a=1\n"},
       {std::string("a=1\0x\nb=2\n\0c\nd=3", 17), "1 a=1\n2 b=2\n4 d=3\n"},
-      // As long as a line may be, with and without its end.
+      // The longest lines.
       {"\na=" + std::string(1021, 'x') + "\nb=1\n", nullptr},
       {"\na=" + std::string(1020, 'x') + "\nb=1\n", nullptr},
       {"\na=" + std::string(1021, 'x') + " \t\r\nb=1\n", nullptr},
@@ -64,7 +64,7 @@ TEST(OptionsFileTest, GivesTheEntriesWithTheirLines) {
   }
 }
 
-TEST(OptionsFileTest, CountsTheKeysThatAreNoOptions) {
+TEST(OptionsFileTest, CountsKeysInSections) {
   OptionsFile const none = OptionsFile::Parse("a=1\n[s]\n[]\nb=2\n");
   EXPECT_EQ(none.keysInSections, 0U);
   EXPECT_EQ(none.firstLineInSections, 0U);
@@ -74,7 +74,7 @@ TEST(OptionsFileTest, CountsTheKeysThatAreNoOptions) {
   EXPECT_EQ(some.entries.size(), 2U);
 }
 
-TEST(OptionsFileTest, TellsAllProblems) {
+TEST(OptionsFileTest, ReportsAllProblems) {
   struct Row {
     std::string bytes;
     std::string problems;
@@ -82,7 +82,7 @@ TEST(OptionsFileTest, TellsAllProblems) {
   std::string const message = "Incorrect syntax: line ";
   std::string const key = " *** \"key=value\" expected\n";
   std::string const section = " *** \"[section name]' expected.\n";
-  std::string const overlong = " expected a line of at most 1023 bytes, found a longer one\n";
+  std::string const overlong = " line is longer than 1023 bytes\n";
   Row const rows[] = {
       {"a", "1 " + message + "1:a" + key},
       {"a=", "1 " + message + "1:a=" + key},
@@ -91,14 +91,14 @@ TEST(OptionsFileTest, TellsAllProblems) {
       {"[a", "1 " + message + "1:[a" + section},
       {"a=1\n\nb\nc=2\n[d\n=e\n#\nf:", "3 " + message + "3:b" + key + "5 " + message + "5:[d" + section + "6 " +
                                            message + "6:=e" + key + "8 " + message + "8:f:" + key},
-      // Under a section too.
+      // In a section.
       {"[s]\nb\n", "2 " + message + "2:b" + key},
-      // The messages count pieces of lines; the lines are those of the file.
+      // Messages of VRELCfgFile count the pieces of a long line.
       {"a=" + std::string(1030, 'x') + "\nb\n",
        "1" + overlong + "1 " + message + "2:" + std::string(9, 'x') + key + "2 " + message + "3:b" + key},
       {"\n#" + std::string(3000, 'x') + "\n", "2" + overlong + "2 " + message + "3:" + std::string(1023, 'x') + key +
                                                   "2 " + message + "4:" + std::string(955, 'x') + key},
-      // What would be cut in two without an error is one too.
+      // VRELCfgFile would split this line without an error.
       {"a=" + std::string(1021, 'x') + "b=1\n", "1" + overlong},
   };
   for (Row const& row : rows) {
@@ -107,7 +107,7 @@ TEST(OptionsFileTest, TellsAllProblems) {
   }
 }
 
-TEST(OptionsFileTest, ReadsAFile) {
+TEST(OptionsFileTest, ReadsFile) {
   ScratchDirectory const folder;
   OptionsFile const file = OptionsFile::Read(folder.Write("base.cfg", "\na=1\n"));
   ASSERT_EQ(file.entries.size(), 1U);
@@ -115,26 +115,25 @@ TEST(OptionsFileTest, ReadsAFile) {
   EXPECT_EQ(file.entries[0].line, 2U);
 }
 
-TEST(OptionsFileTest, RefusesWhatItCannotRead) {
+TEST(OptionsFileTest, ReportsUnreadableFiles) {
   ScratchDirectory const folder;
   auto const errorOf = [](std::string const& path) -> std::string {
     try {
       OptionsFile::Read(path);
-    } catch (InputError const& error) {
-      return std::to_string(error.result.GetReturnCode()) + " " + std::to_string(error.line) + " " + error.text;
+    } catch (FileError const& error) {
+      return std::to_string(error.result.GetReturnCode()) + " " + error.message;
     }
     return "";
   };
   EXPECT_EQ(errorOf(folder.Path("missing")),
-            "13 0 expected a file that can be read, found: No such file or directory; check the name");
-  EXPECT_EQ(errorOf(folder.Path()),
-            "14 0 expected a file that can be read, found: Is a directory; check what stands there, and whether you "
-            "may read it");
-  EXPECT_EQ(errorOf("/dev/zero"), "21 0 expected an options file of at most 1048576 bytes, found more");
+            "13 cannot open '" + folder.Path("missing") + "': No such file or directory");
+  EXPECT_EQ(errorOf(folder.Path()), "14 cannot read '" + folder.Path() + "': Is a directory");
+  EXPECT_EQ(errorOf("/dev/zero"),
+            "21 cannot read '/dev/zero': larger than the limit for options files of 1048576 bytes");
   std::string const whole = "#" + std::string(1022, 'x') + "\n";
   std::string bytes;
-  while (bytes.size() < OptionsFile::SIZE_LIMIT) bytes += whole;
-  ASSERT_EQ(bytes.size(), OptionsFile::SIZE_LIMIT);
+  while (bytes.size() < OptionsFile::kSizeLimit) bytes += whole;
+  ASSERT_EQ(bytes.size(), OptionsFile::kSizeLimit);
   EXPECT_EQ(errorOf(folder.Write("full", bytes)), "");
   EXPECT_NE(errorOf(folder.Write("more", bytes + "\n")), "");
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Takes up to `room` bytes.
+// Accepts up to `room` bytes.
 class SmallStream final : public VRELOutputStream {
  public:
   explicit SmallStream(int bytes) : room(bytes) {}
@@ -29,7 +29,7 @@ class SmallStream final : public VRELOutputStream {
 
 }  // namespace
 
-TEST(CheckedOutputStreamTest, HandsEverythingOn) {
+TEST(CheckedOutputStreamTest, WritePassesBytesOn) {
   SmallStream target(100);
   CheckedOutputStream stream(&target);
   EXPECT_EQ(stream.write("abc", 3), 3);
@@ -43,7 +43,7 @@ TEST(CheckedOutputStreamTest, HandsEverythingOn) {
   EXPECT_NO_THROW(stream.Check());
 }
 
-TEST(CheckedOutputStreamTest, RemembersTheFirstFailure) {
+TEST(CheckedOutputStreamTest, FirstFailureIsFinal) {
   SmallStream target(5);
   CheckedOutputStream stream(&target);
   EXPECT_EQ(stream.write("abc", 3), 3);

@@ -22,7 +22,7 @@ std::string Written(Write write) {
 
 }  // namespace
 
-TEST(Utf8StreamFormatterTest, WritesTextsInUtf8) {
+TEST(Utf8StreamFormatterTest, StringsBecomeUtf8) {
   EXPECT_EQ(Written([](VRELStreamFormatter& out) { out << VRELString(L"J\u00F6rg \u30D6 \U0001F529"); }),
             "J\xC3\xB6rg \xE3\x83\x96 \xF0\x9F\x94\xA9");
   EXPECT_EQ(Written([](VRELStreamFormatter& out) { out << VRELString(std::u16string_view(u"a\xD83D")); }),
@@ -31,12 +31,12 @@ TEST(Utf8StreamFormatterTest, WritesTextsInUtf8) {
             "\xE2\x8C\x80 9");
 }
 
-TEST(Utf8StreamFormatterTest, WritesAllElseAsItsBase) {
+TEST(Utf8StreamFormatterTest, OtherValuesAreUnchanged) {
   EXPECT_EQ(Written([](VRELStreamFormatter& out) { out << "a%s" << 'b' << 12 << out.space() << 1.5 << out.endline(); }),
             "a%sb12 1.500000\n");
 }
 
-TEST(Utf8StreamFormatterTest, WritesAFileHeaderReadably) {
+TEST(Utf8StreamFormatterTest, FileHeaderIsUtf8) {
   VRELFileHeader header;
   header.AddSection(VRELString(L"Pr\u00FCfling"));
   header.Set(VRELFileHeader::AUTHOR, VRELString(L"\u4F50\u85E4 Yui"));

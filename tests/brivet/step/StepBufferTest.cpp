@@ -23,8 +23,8 @@ TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   unsigned char last = 0;
   EXPECT_EQ(buffer.ReadUChar(last), VREL_S_OK);
   EXPECT_EQ(last, 0xFF);
-  EXPECT_EQ(buffer.Peek(), StepBuffer::END);
-  EXPECT_EQ(buffer.Take(), StepBuffer::END);
+  EXPECT_EQ(buffer.Peek(), StepBuffer::kEnd);
+  EXPECT_EQ(buffer.Take(), StepBuffer::kEnd);
   EXPECT_EQ(buffer.ReadChar(byte), VREL_E_FAIL);
   EXPECT_EQ(byte, 'b');
   EXPECT_EQ(buffer.ReadUChar(last), VREL_E_FAIL);
@@ -35,7 +35,7 @@ TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   EXPECT_EQ(buffer.SetOffset(1), VREL_S_OK);
   EXPECT_EQ(buffer.Take(), 'b');
   EXPECT_EQ(buffer.SetOffset(3), VREL_S_OK);
-  EXPECT_EQ(buffer.Peek(), StepBuffer::END);
+  EXPECT_EQ(buffer.Peek(), StepBuffer::kEnd);
   EXPECT_EQ(buffer.SetOffset(4), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(buffer.Offset(), 3U);
 }
@@ -74,7 +74,7 @@ TEST(StepBufferTest, HasNoBinaryValues) {
 TEST(StepBufferTest, TakesAnEmptyFile) {
   BytesInFile file("");
   EXPECT_EQ(file.Buffer().IsValid(), VREL_S_OK);
-  EXPECT_EQ(file.Buffer().Peek(), StepBuffer::END);
+  EXPECT_EQ(file.Buffer().Peek(), StepBuffer::kEnd);
 }
 
 TEST(StepBufferTest, RefusesWhatHasNoLength) {
@@ -84,7 +84,7 @@ TEST(StepBufferTest, RefusesWhatHasNoLength) {
   for (std::string const& path : {directory.Path(), pipe, std::string("/dev/null"), directory.Path("none")}) {
     StepBuffer buffer(VRELFileHandle(new VRELFile(path.c_str())), nullptr);
     EXPECT_EQ(buffer.IsValid(), VREL_E_FAIL) << path;
-    EXPECT_EQ(buffer.Peek(), StepBuffer::END) << path;
+    EXPECT_EQ(buffer.Peek(), StepBuffer::kEnd) << path;
   }
   EXPECT_EQ(StepBuffer(VRELFileHandle(), nullptr).IsValid(), VREL_E_FAIL);
 }
@@ -101,7 +101,7 @@ TEST(StepBufferTest, SlidesOverALargeFile) {
   EXPECT_EQ(buffer.Take(), 'b');
   buffer.SetOffset(bytes.size() - 1);
   EXPECT_EQ(buffer.Take(), 'c');
-  EXPECT_EQ(buffer.Take(), StepBuffer::END);
+  EXPECT_EQ(buffer.Take(), StepBuffer::kEnd);
   buffer.SetOffset(0);
   EXPECT_EQ(buffer.Take(), 'a');
 }
@@ -112,8 +112,8 @@ TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
   StepBuffer buffer(VRELFileHandle(new VRELFile(path.c_str())), nullptr);
   ASSERT_EQ(truncate(path.c_str(), 4 * 1024 * 1024), 0);
   buffer.SetOffset(4 * 1024 * 1024 + 10);
-  EXPECT_EQ(buffer.Peek(), StepBuffer::END);
-  EXPECT_EQ(buffer.Take(), StepBuffer::END);
+  EXPECT_EQ(buffer.Peek(), StepBuffer::kEnd);
+  EXPECT_EQ(buffer.Take(), StepBuffer::kEnd);
 }
 
 // However long a single token is.
@@ -125,7 +125,7 @@ TEST(StepBufferTest, StopsOnRequestWithinAMebibyte) {
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(
       {
-        while (buffer.Take() != StepBuffer::END) {
+        while (buffer.Take() != StepBuffer::kEnd) {
         }
       },
       VRELAbortException);

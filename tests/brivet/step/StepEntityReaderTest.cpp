@@ -34,7 +34,7 @@ TEST(StepEntityReaderTest, KeepsItsPlaceAndItsType) {
   EXPECT_EQ(entity.Line(), 4'294'967'295);
   EXPECT_FALSE(entity.IsRead());
   EXPECT_FALSE(entity.HasEscapes());
-  EXPECT_EQ(entity.Type(), StepEntityReader::NO_TYPE);
+  EXPECT_EQ(entity.Type(), StepEntityReader::kNoType);
   entity.SetType(7, false);
   EXPECT_TRUE(entity.IsRead());
   EXPECT_EQ(entity.Type(), 7U);

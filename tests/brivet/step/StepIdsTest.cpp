@@ -19,7 +19,7 @@ DocumentVisitor::Id IdOf(std::string const& digits) {
 
 using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
-// Ids in the order of instances, each at a place of its own, and the pairs that were told as used twice.
+// Ids in the order of instances, each at its own offset, and the duplicates that were reported.
 struct Indexed {
   explicit Indexed(std::vector<std::string> digits) : texts(std::move(digits)) {
     for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -31,26 +31,26 @@ struct Indexed {
   Indexed(Indexed const&) = delete;
   Indexed& operator=(Indexed const&) = delete;
   void Index() {
-    twice.clear();
-    ids.Index([this](std::uint32_t instance, std::uint32_t first) { twice.emplace_back(instance, first); });
+    duplicates.clear();
+    ids.Index([this](std::uint32_t instance, std::uint32_t first) { duplicates.emplace_back(instance, first); });
   }
 
   std::vector<std::string> texts;
   std::vector<std::uint64_t> numbers;
-  Pairs twice;
+  Pairs duplicates;
   StepIds ids{[this](std::uint32_t instance) { return numbers[instance]; },
-              [this](std::uint64_t place) { return texts.at(place - 1000); }};
+              [this](std::uint64_t offset, std::size_t limit) { return texts.at(offset - 1000).substr(0, limit); }};
 };
 
 }  // namespace
 
-TEST(StepIdsTest, NumbersAnIdByItselfOrByItsPlace) {
+TEST(StepIdsTest, NumberIsIdOrOffset) {
   EXPECT_EQ(StepIds::NumberOf(IdOf("0"), 77), 0U);
   EXPECT_EQ(StepIds::NumberOf(IdOf("999999999999999999"), 77), 999999999999999999U);
   EXPECT_EQ(StepIds::NumberOf(IdOf("1000000000000000000"), 77), 9223372036854775885U);
 }
 
-TEST(StepIdsTest, TellsIdsOfAnyLength) {
+TEST(StepIdsTest, TakesIdsOfAnyLength) {
   std::vector<std::string> const digits = {
       "5", "2147483647", "2147483648", "999999999999999999", "9223372036854775808", "123456789012345678901234567890"};
   Indexed indexed(digits);
@@ -62,46 +62,46 @@ TEST(StepIdsTest, TellsIdsOfAnyLength) {
     EXPECT_EQ(indexed.ids.Find(id), i);
   }
   EXPECT_EQ(indexed.ids.Count(), 6U);
-  EXPECT_EQ(indexed.ids.Find(IdOf("4")), StepIds::NONE);
-  EXPECT_EQ(indexed.ids.Find(IdOf("123456789012345678901234567891")), StepIds::NONE);
+  EXPECT_EQ(indexed.ids.Find(IdOf("4")), StepIds::kNone);
+  EXPECT_EQ(indexed.ids.Find(IdOf("123456789012345678901234567891")), StepIds::kNone);
 }
 
-TEST(StepIdsTest, TellsOfIdsThatAreUsedTwice) {
+TEST(StepIdsTest, IndexReportsDuplicates) {
   for (std::string const& far : {std::string("3"), std::string("4000000000"), std::string("12345678901234567890")}) {
     Indexed indexed({"1", far, "2", far, "1", far});
     Pairs const expected = {{3, 1}, {4, 0}, {5, 1}};
-    EXPECT_EQ(indexed.twice, expected) << far;
+    EXPECT_EQ(indexed.duplicates, expected) << far;
     EXPECT_EQ(indexed.ids.Find(IdOf(far)), 1U);
-    // The same again.
+    // Repeated.
     indexed.Index();
-    EXPECT_EQ(indexed.twice, expected) << far;
+    EXPECT_EQ(indexed.duplicates, expected) << far;
   }
 }
 
-TEST(StepIdsTest, LeavesInstancesOut) {
+TEST(StepIdsTest, IndexSkipsLeftOutInstances) {
   for (std::string const& far : {std::string("1"), std::string("4000000000"), std::string("12345678901234567890")}) {
     Indexed indexed({far, far});
-    EXPECT_EQ(indexed.twice.size(), 1U);
-    indexed.numbers[0] = StepIds::LEFT_OUT;
+    EXPECT_EQ(indexed.duplicates.size(), 1U);
+    indexed.numbers[0] = StepIds::kLeftOut;
     indexed.Index();
-    EXPECT_TRUE(indexed.twice.empty());
+    EXPECT_TRUE(indexed.duplicates.empty());
     EXPECT_EQ(indexed.ids.Find(IdOf(far)), 1U);
   }
 }
 
-TEST(StepIdsTest, FindsNothingInNothing) {
+TEST(StepIdsTest, EmptyIndexFindsNothing) {
   Indexed indexed({});
-  for (char const* id : {"0", "5000", "12345678901234567890"}) EXPECT_EQ(indexed.ids.Find(IdOf(id)), StepIds::NONE);
+  for (char const* id : {"0", "5000", "12345678901234567890"}) EXPECT_EQ(indexed.ids.Find(IdOf(id)), StepIds::kNone);
 }
 
-TEST(StepIdsTest, FindsNothingWithoutAnIndex) {
-  StepIds ids([](std::uint32_t) { return 1U; }, [](std::uint64_t) { return std::string(); });
+TEST(StepIdsTest, FindBeforeIndexReturnsNone) {
+  StepIds ids([](std::uint32_t) { return 1U; }, [](std::uint64_t, std::size_t) { return std::string(); });
   ids.Add(1);
-  EXPECT_EQ(ids.Find(IdOf("1")), StepIds::NONE);
-  EXPECT_EQ(ids.Find(IdOf("12345678901234567890")), StepIds::NONE);
+  EXPECT_EQ(ids.Find(IdOf("1")), StepIds::kNone);
+  EXPECT_EQ(ids.Find(IdOf("12345678901234567890")), StepIds::kNone);
 }
 
-TEST(StepIdsTest, AgreesWithAMap) {
+TEST(StepIdsTest, AgreesWithMap) {
   std::mt19937_64 random(20261120);
   for (std::uint64_t const range : {std::uint64_t(2000), std::uint64_t(1) << 31U, std::uint64_t(1) << 40U}) {
     std::map<std::string, std::uint32_t> model;
@@ -113,12 +113,12 @@ TEST(StepIdsTest, AgreesWithAMap) {
       digits.push_back(id);
     }
     Indexed indexed(digits);
-    EXPECT_EQ(indexed.twice.size(), 2000 - model.size());
+    EXPECT_EQ(indexed.duplicates.size(), 2000 - model.size());
     for (auto const& [id, instance] : model) ASSERT_EQ(indexed.ids.Find(IdOf(id)), instance) << id;
     for (int i = 0; i < 2000; ++i) {
       std::string const id = std::to_string(random() % (2 * range));
       auto const place = model.find(id);
-      ASSERT_EQ(indexed.ids.Find(IdOf(id)), place == model.end() ? StepIds::NONE : place->second) << id;
+      ASSERT_EQ(indexed.ids.Find(IdOf(id)), place == model.end() ? StepIds::kNone : place->second) << id;
     }
   }
 }

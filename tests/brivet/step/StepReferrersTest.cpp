@@ -13,7 +13,7 @@ namespace {
 
 using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
-// Sources must rise.
+// Requires: ascending sources.
 StepReferrers::Walk WalkOver(Pairs const& pairs, int& walks) {
   return [&pairs, &walks](StepReferrers::Note const& note) {
     ++walks;
@@ -28,7 +28,7 @@ std::vector<std::uint32_t> Of(StepReferrers& referrers, std::uint32_t target) {
 
 }  // namespace
 
-TEST(StepReferrersTest, TellsEachReferrerOnceInOrder) {
+TEST(StepReferrersTest, ReturnsEachReferrerOnce) {
   Pairs const pairs = {{0, 2}, {0, 2}, {0, 1}, {0, 2}, {1, 2}, {2, 2}, {2, 0}};
   int walks = 0;
   StepReferrers referrers(3, WalkOver(pairs, walks));
@@ -39,7 +39,7 @@ TEST(StepReferrersTest, TellsEachReferrerOnceInOrder) {
   EXPECT_EQ(walks, 2);
 }
 
-TEST(StepReferrersTest, TakesNoInstancesAndNoReferences) {
+TEST(StepReferrersTest, TakesEmptyDocument) {
   int walks = 0;
   StepReferrers(0, WalkOver({}, walks));
   Pairs const none;
@@ -49,7 +49,7 @@ TEST(StepReferrersTest, TakesNoInstancesAndNoReferences) {
 }
 
 // Each of 1,100 instances refers to all: more than are kept at once.
-TEST(StepReferrersTest, WalksAgainWhereReferencesAreMany) {
+TEST(StepReferrersTest, ManyReferencesTakeMorePasses) {
   constexpr std::uint32_t COUNT = 1100;
   int walks = 0;
   StepReferrers referrers(COUNT, [&walks](StepReferrers::Note const& note) {
@@ -70,8 +70,8 @@ TEST(StepReferrersTest, WalksAgainWhereReferencesAreMany) {
   }
 }
 
-// Of many instances two referrers each are kept, whatever they are.
-TEST(StepReferrersTest, KeepsTwoReferrersForEachInstance) {
+// In a large document two referrers for each instance are kept.
+TEST(StepReferrersTest, KeepsTwoReferrersEach) {
   constexpr std::uint32_t COUNT = 600'000;
   for (std::uint32_t const each : {2U, 3U}) {
     int walks = 0;
@@ -90,7 +90,7 @@ TEST(StepReferrersTest, KeepsTwoReferrersForEachInstance) {
 }
 
 // A file can change between two walks.
-TEST(StepReferrersTest, NoticesOtherReferencesThanWereCounted) {
+TEST(StepReferrersTest, DetectsChangedReferences) {
   Pairs const counted = {{0, 0}, {0, 1}, {1, 1}, {2, 2}};
   for (Pairs const& found : {Pairs{}, Pairs{{0, 0}, {0, 1}, {1, 1}}, Pairs{{0, 0}, {0, 1}, {1, 1}, {2, 2}, {3, 2}},
                              Pairs{{0, 0}, {0, 1}, {1, 0}, {2, 2}}, Pairs{{0, 0}, {0, 1}, {0, 1}, {2, 2}},
@@ -106,15 +106,15 @@ TEST(StepReferrersTest, NoticesOtherReferencesThanWereCounted) {
       ADD_FAILURE() << "no error";
     } catch (InputError const& error) {
       EXPECT_EQ(error.result, VREL_E_INVALID_FILE);
-      EXPECT_EQ(error.text, "expected the references that were counted, found others");
+      EXPECT_EQ(error.text, "the references are not those that were counted");
     }
-    // The counts are as they were.
+    // The counts are unchanged.
     changes = false;
     EXPECT_EQ(Of(referrers, 1), (std::vector<std::uint32_t>{0, 1}));
   }
 }
 
-TEST(StepReferrersTest, AgreesWithAModel) {
+TEST(StepReferrersTest, AgreesWithModel) {
   std::mt19937 random(7);
   for (std::uint32_t const count : {1U, 5U, 300U, 3000U}) {
     Pairs pairs;
@@ -131,7 +131,26 @@ TEST(StepReferrersTest, AgreesWithAModel) {
     for (std::uint32_t target = 0; target < count; ++target) {
       ASSERT_EQ(Of(referrers, target), std::vector<std::uint32_t>(model[target].begin(), model[target].end()));
     }
-    // Back again, too.
+    // In descending order as well.
     EXPECT_EQ(Of(referrers, 0), std::vector<std::uint32_t>(model[0].begin(), model[0].end()));
   }
+}
+
+TEST(StepReferrersTest, KeepsAsManyAsGiven) {
+  constexpr std::uint32_t kCount = 1100;
+  int walks = 0;
+  StepReferrers referrers(
+      kCount,
+      [&walks](StepReferrers::Note const& note) {
+        ++walks;
+        for (std::uint32_t source = 0; source < kCount; ++source) {
+          for (std::uint32_t target = 0; target < kCount; ++target) note(source, target);
+        }
+      },
+      std::uint64_t(kCount) * kCount);
+  for (std::uint32_t target = 0; target < kCount; ++target) {
+    StepReferrers::Range const range = referrers.Of(target);
+    ASSERT_EQ(range.end() - range.begin(), kCount);
+  }
+  EXPECT_EQ(walks, 2);
 }

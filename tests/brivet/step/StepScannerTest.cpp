@@ -37,7 +37,7 @@ std::string ScanError(std::string const& document) {
     while (scanner.Next().kind != StepScanner::End) {
     }
   } catch (InputError const& error) {
-    return std::to_string(error.line) + ": " + error.text;
+    return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.text;
   }
   return "";
 }
@@ -49,7 +49,7 @@ constexpr auto OTHER = StepScanner::Other;
 
 }  // namespace
 
-TEST(StepScannerTest, TellsTheKindsApart) {
+TEST(StepScannerTest, ReadsKinds) {
   ExpectTokens("#12=A_B(1,-2.5E+3,.T.,$,*,\"0F3\",'x');", {{StepScanner::Instance, 1, "#12"},
                                                            {OTHER, 1, "="},
                                                            {WORD, 1, "A_B"},
@@ -77,7 +77,7 @@ TEST(StepScannerTest, TellsTheKindsApart) {
                 {StepScanner::Resource, 1, "<http://a/b#c>"}});
 }
 
-TEST(StepScannerTest, ReadsNumbersAsRealFilesWriteThem) {
+TEST(StepScannerTest, ReadsNumbers) {
   for (char const* number : {"0", "+7", "1.", "0.E+000", "-1.5e-7", ".5", "1E5", "5.-"}) {
     SCOPED_TRACE(number);
     std::string const text(number);
@@ -88,7 +88,7 @@ TEST(StepScannerTest, ReadsNumbersAsRealFilesWriteThem) {
   }
 }
 
-TEST(StepScannerTest, GivesBrokenPiecesAsOther) {
+TEST(StepScannerTest, IncompleteTokenIsOther) {
   for (char const* piece : {"#", "!", "&", ".", ".T", "+", "-", "+.", "1E", "-2.5E+", "{", "/", "\\", "\xC3"}) {
     ExpectTokens(piece, {{OTHER, 1, piece}});
   }
@@ -96,13 +96,13 @@ TEST(StepScannerTest, GivesBrokenPiecesAsOther) {
   ExpectTokens(std::string("\0", 1), {{OTHER, 1, std::string("\0", 1)}});
 }
 
-TEST(StepScannerTest, EndsABinaryAtWhatIsNoDigit) {
+TEST(StepScannerTest, BinaryEndsAtNoDigit) {
   ExpectTokens("\"0\nfF3 \"1", {{StepScanner::Binary, 1, "\"0fF3\""}, {NUMBER, 2, "1"}});
   ExpectTokens("\"01G\";", {{OTHER, 1, "\"01"}, {WORD, 1, "G"}, {OTHER, 1, "\""}, {OTHER, 1, ";"}});
   ExpectTokens(std::string("\"0\0", 3), {{OTHER, 1, "\"0"}, {OTHER, 1, std::string("\0", 1)}});
 }
 
-TEST(StepScannerTest, ReducesApostrophesAndLeavesOutLineEnds) {
+TEST(StepScannerTest, ReducesApostrophes) {
   ExpectTokens("'it''s'", {{STRING, 1, "it's"}});
   ExpectTokens("''", {{STRING, 1, ""}});
   ExpectTokens("''''", {{STRING, 1, "'"}});
@@ -115,15 +115,15 @@ TEST(StepScannerTest, ReducesApostrophesAndLeavesOutLineEnds) {
   ExpectTokens("'\\S\\| \\\\ \xE9'", {{STRING, 1, "\\S\\| \\\\ \xE9"}});
 }
 
-TEST(StepScannerTest, KeepsCommentsAndStringsApart) {
+TEST(StepScannerTest, SeparatesCommentsAndStrings) {
   ExpectTokens("'/* text */'/* it's ' none */'b'", {{STRING, 1, "/* text */"}, {STRING, 1, "b"}});
   ExpectTokens("A/*\n*//***/B /* * / ** */C/**/", {{WORD, 1, "A"}, {WORD, 2, "B"}, {WORD, 2, "C"}});
   ExpectTokens("/ * */", {{OTHER, 1, "/"}, {OTHER, 1, "*"}, {OTHER, 1, "*"}, {OTHER, 1, "/"}});
-  // A comment does not hold another.
+  // Comments are not nested.
   ExpectTokens("/* /* */ A", {{WORD, 1, "A"}});
 }
 
-TEST(StepScannerTest, CountsLinesWhateverEndsThem) {
+TEST(StepScannerTest, CountsLines) {
   ExpectTokens("A\nB\r\nC\rD\n\nE\r\rF\n\rG", {{WORD, 1, "A"},
                                                {WORD, 2, "B"},
                                                {WORD, 3, "C"},
@@ -133,12 +133,12 @@ TEST(StepScannerTest, CountsLinesWhateverEndsThem) {
                                                {WORD, 10, "G"}});
 }
 
-TEST(StepScannerTest, PassesOverAByteOrderMarkAtTheBegin) {
+TEST(StepScannerTest, SkipsByteOrderMark) {
   ExpectTokens("\xEF\xBB\xBF A", {{WORD, 1, "A"}});
   ExpectTokens("A \xEF", {{WORD, 1, "A"}, {OTHER, 1, "\xEF"}});
 }
 
-TEST(StepScannerTest, TellsTheDigitsOfIds) {
+TEST(StepScannerTest, DigitsSkipsZeros) {
   for (auto const& [text, digits] :
        {std::pair("#0", "0"), std::pair("#000", "0"), std::pair("#007", "7"), std::pair("#637540710", "637540710"),
         std::pair("#0099999999999999999999999", "99999999999999999999999")}) {
@@ -149,16 +149,16 @@ TEST(StepScannerTest, TellsTheDigitsOfIds) {
   }
 }
 
-TEST(StepScannerTest, KeepsTokensWholeAndNamesThemInPart) {
+TEST(StepScannerTest, DescribeCutsLongTokens) {
   std::string const word(1000, 'A');
   ExpectTokens(word + ";", {{WORD, 1, word}, {OTHER, 1, ";"}});
   ExpectTokens("'" + word + "'", {{STRING, 1, word}});
   BytesInFile file(word);
   StepScanner scanner(file.Buffer());
-  EXPECT_EQ(scanner.Next().Name(), std::string(60, 'A'));
+  EXPECT_EQ(scanner.Next().Describe(), "'" + std::string(60, 'A') + "...'");
 }
 
-TEST(StepScannerTest, RefusesATokenOfMoreThanSixteenMegabytesAndGoesOnBehindIt) {
+TEST(StepScannerTest, RefusesTokenOver16MiB) {
   std::string const most(std::size_t(16) * 1024 * 1024, 'a');
   for (auto const& [opening, closing] : {std::pair("'", "'"), std::pair("\"", "\""), std::pair("", " ")}) {
     bool const isString = *opening == '\'';
@@ -169,7 +169,8 @@ TEST(StepScannerTest, RefusesATokenOfMoreThanSixteenMegabytesAndGoesOnBehindIt) 
       ADD_FAILURE() << "no error";
     } catch (InputError const& error) {
       EXPECT_EQ(error.line, 2);
-      EXPECT_EQ(error.text, "expected a value of at most 16 MiB, found a longer one that begins here");
+      EXPECT_EQ(error.column, 1);
+      EXPECT_EQ(error.text, "expected a value of at most 16 MiB, found a longer one");
     }
     EXPECT_EQ(scanner.Next().text, "B");
   }
@@ -177,7 +178,7 @@ TEST(StepScannerTest, RefusesATokenOfMoreThanSixteenMegabytesAndGoesOnBehindIt) 
   EXPECT_EQ(StepScanner(file.Buffer()).Next().text.size(), most.size());
 }
 
-TEST(StepScannerTest, GoesBackToAToken) {
+TEST(StepScannerTest, SeekReturnsToToken) {
   BytesInFile file("A\n 'b' #12\nC");
   StepScanner scanner(file.Buffer());
   scanner.Next();
@@ -187,31 +188,31 @@ TEST(StepScannerTest, GoesBackToAToken) {
   StepScanner::Token const last = scanner.Next();
   EXPECT_EQ(last.begin, 11U);
   EXPECT_EQ(scanner.Offset(), 12U);
-  scanner.Seek(text.begin, text.line);
+  scanner.Seek({text.begin, text.line});
   EXPECT_EQ(scanner.Next().text, "b");
   EXPECT_EQ(scanner.Current().line, 2);
   EXPECT_EQ(scanner.Next().text, "#12");
   EXPECT_EQ(scanner.Next().line, 3);
 }
 
-// The file has become shorter since the place was noted.
-TEST(StepScannerTest, IsAtTheEndBehindTheEnd) {
+// The file was truncated meanwhile.
+TEST(StepScannerTest, SeekAfterEndIsEnd) {
   BytesInFile file("A B");
   StepScanner scanner(file.Buffer());
   scanner.Next();
-  scanner.Seek(100, 7);
+  scanner.Seek({100, 7});
   EXPECT_EQ(scanner.Next().kind, StepScanner::End);
   EXPECT_EQ(scanner.Current().line, 7);
 }
 
-TEST(StepScannerTest, TellsOnceOfALongStringThatDoesNotEnd) {
-  BytesInFile file("'" + std::string(StepScanner::TEXT_LIMIT + 1, 'a'));
+TEST(StepScannerTest, LongUnterminatedStringFailsOnce) {
+  BytesInFile file("'" + std::string(StepScanner::kTextLimit + 1, 'a'));
   StepScanner scanner(file.Buffer());
   EXPECT_THROW(scanner.Next(), InputError);
   EXPECT_EQ(scanner.Next().kind, StepScanner::End);
 }
 
-TEST(StepScannerTest, FindsReferencesUpToTheSemicolon) {
+TEST(StepScannerTest, NextReferenceStopsAtSemicolon) {
   BytesInFile file("A('#1;''#2',/* #3; */#4,\"05\",(#0006)/#!,#7);#8=B(#9);");
   StepScanner scanner(file.Buffer());
   std::string found;
@@ -223,7 +224,7 @@ TEST(StepScannerTest, FindsReferencesUpToTheSemicolon) {
   EXPECT_EQ(scanner.Current().kind, StepScanner::End);
 }
 
-TEST(StepScannerTest, TellsTheLinesOfReferences) {
+TEST(StepScannerTest, NextReferenceCountsLines) {
   BytesInFile file("A('\n',\n#4,/*\n*/#5)");
   StepScanner scanner(file.Buffer());
   ASSERT_TRUE(scanner.NextReference());
@@ -232,38 +233,105 @@ TEST(StepScannerTest, TellsTheLinesOfReferences) {
   EXPECT_EQ(scanner.Current().line, 4);
 }
 
-TEST(StepScannerTest, NamesTokens) {
+TEST(StepScannerTest, DescribesTokens) {
   struct Row {
     std::string text;
     std::string name;
   };
-  Row const rows[] = {{"", "the end of the file"},
-                      {"'a'", "a string"},
-                      {"\"0\"", "a binary"},
-                      {"#12", "#12"},
-                      {"WORD", "WORD"},
-                      {"{", "{"},
-                      {"<http://a/b>", "<http://a/b>"},
-                      {"<http:\n\x7F//b>", "<http:\?\?//b>"},
-                      {"<\xE9>", "<?>"},
-                      {"<" + std::string(100, 'a') + ">", "<" + std::string(59, 'a')},
-                      {"." + std::string(100, 'T'), "." + std::string(59, 'T')},
+  Row const rows[] = {{"", "end of file"},
+                      {"'a'", "string"},
+                      {"\"0\"", "binary"},
+                      {"#12", "'#12'"},
+                      {"@12", "'@12'"},
+                      {"WORD", "'WORD'"},
+                      {"{", "'{'"},
+                      {"<http://a/b>", "'<http://a/b>'"},
+                      {"<http:\n\x7F//b>", "'<http:\?\?//b>'"},
+                      {"<\xE9>", "'<?>'"},
+                      {"<" + std::string(100, 'a') + ">", "'<" + std::string(59, 'a') + "...'"},
+                      {"." + std::string(100, 'T'), "'." + std::string(59, 'T') + "...'"},
                       {"\x01", "byte 0x01"},
                       {"\xE9", "byte 0xE9"}};
   for (Row const& row : rows) {
     BytesInFile file(row.text);
     StepScanner scanner(file.Buffer());
-    EXPECT_EQ(scanner.Next().Name(), row.name);
+    EXPECT_EQ(scanner.Next().Describe(), row.name);
   }
 }
 
-TEST(StepScannerTest, RefusesWhatBeginsAndDoesNotEnd) {
-  char const* const rest = " that begins here, found the end of the file";
-  EXPECT_EQ(ScanError("A\n'b\nc"), std::string("2: expected ' at the end of the string") + rest);
-  EXPECT_EQ(ScanError("'a''"), std::string("1: expected ' at the end of the string") + rest);
-  EXPECT_EQ(ScanError("A\n\n /*\n * "), std::string("3: expected */ at the end of the comment") + rest);
-  EXPECT_EQ(ScanError("/*/"), std::string("1: expected */ at the end of the comment") + rest);
-  EXPECT_EQ(ScanError("\"0F"), std::string("1: expected \" at the end of the binary") + rest);
-  EXPECT_EQ(ScanError("\"\n"), std::string("1: expected \" at the end of the binary") + rest);
-  EXPECT_EQ(ScanError("<a"), std::string("1: expected > at the end of the resource") + rest);
+TEST(StepScannerTest, RefusesUnterminatedTokens) {
+  EXPECT_EQ(ScanError("A\n'b\nc"), "2:1: expected \"'\" at the end of the string, found end of file");
+  EXPECT_EQ(ScanError(" 'a''"), "1:2: expected \"'\" at the end of the string, found end of file");
+  EXPECT_EQ(ScanError("A\n\n /*\n * "), "3:2: expected '*/' at the end of the comment, found end of file");
+  EXPECT_EQ(ScanError("/*/"), "1:1: expected '*/' at the end of the comment, found end of file");
+  EXPECT_EQ(ScanError("\"0F"), "1:1: expected '\"' at the end of the binary, found end of file");
+  EXPECT_EQ(ScanError("\"\n"), "1:1: expected '\"' at the end of the binary, found end of file");
+  EXPECT_EQ(ScanError("<a"), "1:1: expected '>' at the end of the resource, found end of file");
+  EXPECT_EQ(ScanError("<a;\nb>"), "1:1: expected '>' at the end of the resource, found end of file");
+}
+
+// A missing apostrophe must not join instances.
+TEST(StepScannerTest, StringEndsBeforeInstance) {
+  std::string const error = "1:1: expected \"'\" at the end of the string, found another instance";
+  for (char const* text :
+       {"'a;\n#1=", "'a; \t\r\n \n #12 = 'b'", "';\r#1=", "'\n#1=;;\n\n#1=", "';\n#1;\n#2=", "';\n;\n#2="}) {
+    EXPECT_EQ(ScanError(text), error) << text;
+  }
+  for (char const* text :
+       {"'a\n#1='", "'a;#1='", "';x\n#1='", "';\nx#1='", "';\n#='", "';\n#1 x='", "';\n#1\n='", "';\n#1'"}) {
+    EXPECT_EQ(ScanError(text), "") << text;
+  }
+}
+
+TEST(StepScannerTest, ReadsNames) {
+  ExpectTokens("@12,#PI @PI_2 #P1;_A", {{StepScanner::Name, 1, "@12"},
+                                        {OTHER, 1, ","},
+                                        {StepScanner::Name, 1, "#PI"},
+                                        {StepScanner::Name, 1, "@PI_2"},
+                                        {StepScanner::Name, 1, "#P1"},
+                                        {OTHER, 1, ";"},
+                                        {WORD, 1, "_A"}});
+  ExpectTokens("@ 1", {{OTHER, 1, "@"}, {NUMBER, 1, "1"}});
+}
+
+TEST(StepScannerTest, KeepsNulOfString) {
+  BytesInFile file(std::string("'a\0b' 'c'", 9));
+  StepScanner scanner(file.Buffer());
+  EXPECT_EQ(scanner.Next().text, std::string("a\0b", 3));
+  EXPECT_TRUE(scanner.Current().hasNul);
+  EXPECT_FALSE(scanner.Next().hasNul);
+}
+
+TEST(StepScannerTest, CountsColumns) {
+  BytesInFile file(
+      "\xEF\xBB\xBF"
+      "A 'b\nc' D\r\n\tE");
+  StepScanner scanner(file.Buffer());
+  std::string columns;
+  while (scanner.Next().kind != StepScanner::End) columns += std::to_string(scanner.Column()) + " ";
+  EXPECT_EQ(columns, "1 3 4 2 ");
+  // After a return to a token the begin of its line is searched for.
+  scanner.Seek({11, 2});
+  EXPECT_EQ(scanner.Next().text, "D");
+  EXPECT_EQ(scanner.Column(), 4);
+  scanner.Seek({3, 1});
+  scanner.Next();
+  EXPECT_EQ(scanner.Column(), 4);
+  BytesInFile longLine(std::string(5000, ' ') + "A");
+  StepScanner other(longLine.Buffer());
+  other.Seek({5000, 1});
+  other.Next();
+  EXPECT_EQ(other.Column(), 0);
+}
+
+TEST(StepScannerTest, ReadsLinesBeforeEnd) {
+  BytesInFile file("SIGNATURE;\nMIIB/ENDSEC+\n ab/*==\nENDSEC;A");
+  StepScanner scanner(file.Buffer());
+  scanner.Next();
+  scanner.Next();
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), "\nMIIB/ENDSEC+\n ab/*==\n");
+  EXPECT_EQ(scanner.Next().text, "ENDSEC");
+  EXPECT_EQ(scanner.Current().line, 4);
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), ";A");
+  EXPECT_EQ(scanner.Next().kind, StepScanner::End);
 }

@@ -14,15 +14,15 @@ struct Row {
 void ExpectAll(std::initializer_list<Row> rows, bool escaped) {
   for (Row const& row : rows) {
     SCOPED_TRACE(row.raw);
-    StepText const decoded = DecodeStepText(row.raw);
-    EXPECT_EQ(decoded.text.toUtf8(), row.text);
+    StepText::Decoded const decoded = StepText().Decode(row.raw);
+    EXPECT_EQ(decoded.utf8, row.text);
     EXPECT_EQ(decoded.escaped, escaped);
   }
 }
 
 }  // namespace
 
-TEST(StepTextTest, LeavesPlainTextAlone) {
+TEST(StepTextTest, PlainStringIsUnchanged) {
   ExpectAll({{"", ""},
              {"plain", "plain"},
              {"it's", "it's"},
@@ -35,18 +35,18 @@ TEST(StepTextTest, LeavesPlainTextAlone) {
              {"\\S\\\x7F", "\\S\\\x7F"},
              {"\\S\\\xC3\xA4", "\\S\\\xC3\xA4"},
              {"m\xC3\xBCller", "m\xC3\xBCller"},
-             // U+FFFD in the file itself does not make the rest of the string something else than UTF-8.
+             // U+FFFD in the file itself does not change the encoding of the string.
              {"\xC3\xBC \xEF\xBF\xBD", "\xC3\xBC \xEF\xBF\xBD"}},
             false);
 }
 
-TEST(StepTextTest, DecodesTheUpperHalfOfLatin1) {
+TEST(StepTextTest, DecodesLatin1) {
   ExpectAll({{"\\S\\A", "\xC3\x81"},
              {"f\\S\\|r", "f\xC3\xBCr"},
              {"Gr\\S\\v\\S\\_e",
               "Gr\xC3\xB6\xC3\x9F"
               "e"},
-             // The character behind \S\ may be a backslash or an apostrophe.
+             // The character after \S\ may be a backslash or an apostrophe.
              {"\\S\\\\berholung",
               "\xC3\x9C"
               "berholung"},
@@ -63,8 +63,7 @@ TEST(StepTextTest, DecodesUtf16) {
               "cd\xC3\x81"},
              {"\\X2\\D83DDD29\\X0\\", "\xF0\x9F\x94\xA9"},
              {"\\X2\\D83D\\X0\\\\X2\\DD29\\X0\\", "\xF0\x9F\x94\xA9"},
-             {"\\X2\\0000\\X0\\", ""},
-             // A stray end does not spoil the escapes behind it.
+             // A stray end does not affect the escapes after it.
              {"\\X0\\ \\X2\\0041\\X0\\", "\\X0\\ A"}},
             true);
 }
@@ -88,7 +87,7 @@ TEST(StepTextTest, DecodesSingleBytesAndUtf32) {
             true);
 }
 
-TEST(StepTextTest, ReducesDoubledBackslashesFromLeftToRight) {
+TEST(StepTextTest, ReducesBackslashes) {
   ExpectAll({{"C:\\\\TEMP", "C:\\TEMP"},
              {"\\\\S\\\\A", "\\S\\A"},
              {"\\\\S\\A", "\\S\\A"},
@@ -99,13 +98,13 @@ TEST(StepTextTest, ReducesDoubledBackslashesFromLeftToRight) {
             true);
 }
 
-TEST(StepTextTest, KeepsOtherAndBrokenEscapesAsTheyStand) {
+TEST(StepTextTest, KeepsInvalidEscapes) {
   ExpectAll({{"\\PA\\x", "\\PA\\x"},
              {"\\X4\\0001F52\\X0\\", "\\X4\\0001F52\\X0\\"},
              {"\\X4\\0001F529", "\\X4\\0001F529"},
              // The end of a page selection and the begin of the next escape are no doubled backslash.
              {"\\PA\\\\S\\A", "\\PA\\\xC3\x81"},
-             // Nor are the end of an escape that is not open and a backslash behind it.
+             // Nor are the end of an escape that is not open and a backslash after it.
              {"\\X0\\", "\\X0\\"},
              {"\\X0\\\\", "\\X0\\\\"},
              {"\\X2\\\\X0\\", "\\X2\\\\X0\\"},
@@ -116,7 +115,7 @@ TEST(StepTextTest, KeepsOtherAndBrokenEscapesAsTheyStand) {
             true);
 }
 
-// Long texts end in reasonable time and need no deep stack.
+// Cost: linear time, no deep stack.
 TEST(StepTextTest, TakesManyEscapes) {
   constexpr std::size_t COUNT = 100000;
   auto const repeat = [](std::string const& part) {
@@ -124,8 +123,41 @@ TEST(StepTextTest, TakesManyEscapes) {
     for (std::size_t i = 0; i < COUNT; ++i) all += part;
     return all;
   };
-  EXPECT_EQ(DecodeStepText(repeat("\\S\\A")).text.length(), static_cast<int>(COUNT));
-  EXPECT_EQ(DecodeStepText(repeat("\\\\")).text.length(), static_cast<int>(COUNT));
-  EXPECT_EQ(DecodeStepText(repeat("\\X2\\00E9")).text.length(), static_cast<int>(8 * COUNT));
-  EXPECT_EQ(DecodeStepText("\\X2\\" + repeat("00E9") + "\\X0\\").text.length(), static_cast<int>(COUNT));
+  StepText text;
+  EXPECT_EQ(text.Decode(repeat("\\S\\A")).utf8, repeat("\xC3\x81"));
+  EXPECT_EQ(text.Decode(repeat("\\\\")).utf8, repeat("\\"));
+  EXPECT_EQ(text.Decode(repeat("\\X2\\00E9")).utf8, repeat("\\X2\\00E9"));
+  EXPECT_EQ(text.Decode("\\X2\\" + repeat("00E9") + "\\X0\\").utf8, repeat("\xC3\xA9"));
+}
+
+TEST(StepTextTest, DecodesNul) {
+  StepText text;
+  EXPECT_EQ(text.Decode("visible\\X\\00 hidden tail").utf8, std::string("visible\0 hidden tail", 20));
+  EXPECT_EQ(text.Decode("a\\X2\\00000041\\X0\\").utf8, std::string("a\0A", 3));
+  EXPECT_EQ(text.Decode("a\\X4\\00000000\\X0\\b").utf8, std::string("a\0b", 3));
+  EXPECT_EQ(text.Decode(std::string_view("a\0\\S\\A", 6)).utf8, std::string("a\0\xC3\x81", 4));
+}
+
+// The tests run in the C locale, whose encoding is ASCII.
+TEST(StepTextTest, InvalidUtf8IsLatin1) {
+  StepText text;
+  EXPECT_EQ(text.UsedEncodings(), "");
+  EXPECT_EQ(text.Decode("x\xFFy\\S\\A").utf8, "x\xC3\xBFy\xC3\x81");
+  EXPECT_EQ(text.Decode("m\xC3\xBCller").utf8, "m\xC3\xBCller");
+  EXPECT_EQ(text.Decode("M\xC3\xBCller").utf8, "M\xC3\xBCller");
+  EXPECT_EQ(text.Decode("plain").utf8, "plain");
+  EXPECT_EQ(text.UsedEncodings(), "UTF-8 (2 strings), ISO-8859-1 (1 string)");
+}
+
+TEST(StepTextTest, DecodesInGivenEncoding) {
+  StepText text;
+  EXPECT_FALSE(text.SetEncoding("no-such-encoding"));
+  ASSERT_TRUE(text.SetEncoding("Shift_JIS"));
+  // The second byte of this character is a backslash in ASCII.
+  EXPECT_EQ(text.Decode("\x95\x5C\\X\\E9").utf8, "\xE8\xA1\xA8\xC3\xA9");
+  EXPECT_EQ(text.UsedEncodings(), "Shift_JIS (1 string)");
+  ASSERT_TRUE(text.SetEncoding("windows-1252"));
+  EXPECT_EQ(text.Decode("5 \x80").utf8, "5 \xE2\x82\xAC");
+  ASSERT_TRUE(text.SetEncoding(""));
+  EXPECT_EQ(text.Decode("\x80").utf8, "\xC2\x80");
 }

@@ -19,18 +19,18 @@ TEST(StepTypesTest, NumbersTypesAsTheyCome) {
 
 TEST(StepTypesTest, TakesTypesBeyondTheLimitAsOne) {
   StepTypes types;
-  for (std::size_t i = 0; i < StepTypes::LIMIT; ++i) ASSERT_EQ(types.Count("T" + std::to_string(i)), i);
-  EXPECT_EQ(types.Count("X"), StepTypes::LIMIT);
-  EXPECT_EQ(types.Count("Y"), StepTypes::LIMIT);
+  for (std::size_t i = 0; i < StepTypes::kLimit; ++i) ASSERT_EQ(types.Count("T" + std::to_string(i)), i);
+  EXPECT_EQ(types.Count("X"), StepTypes::kLimit);
+  EXPECT_EQ(types.Count("Y"), StepTypes::kLimit);
   EXPECT_EQ(types.Count("T7"), 7U);
-  EXPECT_EQ(types.Size(), StepTypes::LIMIT + 1);
-  EXPECT_EQ(types.Name(StepTypes::LIMIT), "(other types)");
-  EXPECT_EQ(types.Instances(StepTypes::LIMIT), 2);
+  EXPECT_EQ(types.Size(), StepTypes::kLimit + 1);
+  EXPECT_EQ(types.Name(StepTypes::kLimit), "(other types)");
+  EXPECT_EQ(types.Instances(StepTypes::kLimit), 2);
 }
 
 TEST(StepTypesTest, TakesLongNamesAsOne) {
   StepTypes types;
-  std::string const longest(StepTypes::NAME_LIMIT, 'A');
+  std::string const longest(StepTypes::kNameLimit, 'A');
   EXPECT_EQ(types.Count(longest), 0U);
   EXPECT_EQ(types.Name(0), longest);
   EXPECT_EQ(types.Count(longest + "A"), 1U);

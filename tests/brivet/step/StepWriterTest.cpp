@@ -78,7 +78,7 @@ TEST(StepWriterTest, WritesOneInstanceALine) {
             "END-ISO-10303-21;\n");
 }
 
-TEST(StepWriterTest, FoldsLinesBetweenValues) {
+TEST(StepWriterTest, FoldsLines) {
   VRELOptions options;
   options.AddOption(L"FileLineLength", 16);
   EXPECT_THAT(
@@ -93,7 +93,7 @@ TEST(StepWriterTest, FoldsLinesBetweenValues) {
   EXPECT_THAT(Rewritten(DocumentText("#1=AB(1,22,333);"), &none), HasSubstr("\n#1=AB(1,22,333);\n"));
 }
 
-TEST(StepWriterTest, SetsFieldsOfTheHeaderFromOptions) {
+TEST(StepWriterTest, OptionsReplaceHeaderFields) {
   VRELOptions options;
   options.AddOption(L"AuthorName", VRELString("J\xC3\xB6rg O'Neill"));
   options.AddOption(L"Step.Assembly.Writer.OrganizationName", VRELString("a\\b"));
@@ -113,7 +113,7 @@ TEST(StepWriterTest, SetsFieldsOfTheHeaderFromOptions) {
   ExpectRoundTrip(bytes, &options);
 }
 
-TEST(StepWriterTest, WritesTheEntitiesThatEveryHeaderHas) {
+TEST(StepWriterTest, WritesRequiredHeaderEntities) {
   VRELOptions options;
   options.AddOption(L"AuthorName", VRELString("me"));
   EXPECT_EQ(Rewritten("ISO-10303-21;HEADER;ENDSEC;DATA;ENDSEC;END-ISO-10303-21;", &options),
@@ -121,7 +121,7 @@ TEST(StepWriterTest, WritesTheEntitiesThatEveryHeaderHas) {
             "FILE_SCHEMA((''));\nENDSEC;\nDATA;\nENDSEC;\nEND-ISO-10303-21;\n");
 }
 
-TEST(StepWriterTest, KeepsEveryParameter) {
+TEST(StepWriterTest, KeepsParameters) {
   std::string const kinds =
       "#1=A('it''s''','\\X2\\30D6\\X0\\ \\\\ \\X\\E9 \\X4\\0001F529\\X0\\ \\PA\\',.T.,-1.5E-3,5,.5,\"0F\",\"\",$,*,(),"
       "((1),(2,())),T(1),T(T(#1)),!U((1.5)),#18446744073709551617);#18446744073709551617=(B()C('\xC3\xA4'));\n"
@@ -136,7 +136,7 @@ TEST(StepWriterTest, KeepsEveryParameter) {
   }
 }
 
-TEST(StepWriterTest, KeepsTheCorpus) {
+TEST(StepWriterTest, KeepsCorpus) {
   char const* const folder = std::getenv("VREL_CORPUS");
   if (folder == nullptr) GTEST_SKIP() << "set VREL_CORPUS to a folder of STEP files to run this test";
   for (char const* name : {"as1-oc-214.stp", "dm1-id-214.stp", "io1-cm-214.stp", "ATS10-out.stp"}) {
@@ -145,7 +145,7 @@ TEST(StepWriterTest, KeepsTheCorpus) {
   }
 }
 
-TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
+TEST(StepWriterTest, ReportsFullStream) {
   Progress progress;
   for (int room : {0, 5, 100, 172}) {
     ReadDocument document(DocumentText("#1=A();#2=B();#3=C();"));
@@ -159,7 +159,7 @@ TEST(StepWriterTest, EndsWhereTheStreamIsFull) {
 }
 
 // So that memory does not grow with the length of an instance.
-TEST(StepWriterTest, WritesALongLineInPieces) {
+TEST(StepWriterTest, WritesLongLineInPieces) {
   std::string const bytes = LongDocument();
   ReadDocument document(bytes);
   Progress progress;
@@ -178,15 +178,90 @@ TEST(StepWriterTest, WritesALongLineInPieces) {
   ExpectRoundTrip(bytes);
 }
 
-// Negative, or no number: as if it was not set.
-TEST(StepWriterTest, FoldsNothingAtALengthThatIsNone) {
-  std::string const bytes = DocumentText("#1=AB(1,22,333,'a long string here');");
-  for (char const* length : {"-5", "text", "", "99999999999999999999", "-99999999999999999999"}) {
+TEST(StepWriterTest, RefusesInvalidLineLength) {
+  ReadDocument document(DocumentText("#1=AB(1,22,333,'a long string here');"));
+  Progress progress;
+  for (char const* length : {"-5", "text", "", "1.5", "+3", "99999999999999999999", "-99999999999999999999"}) {
+    RecordingListener listener;
     VRELOptions options;
     options.AddOption(L"FileLineLength", VRELString(length));
-    EXPECT_THAT(Rewritten(bytes, &options), HasSubstr("\n#1=AB(1,22,333,'a long string here');\n")) << length;
+    BrivetWriteRequest request = PageRequest(document, progress, "");
+    PieceStream target;
+    request.stream = &target;
+    request.options = &options;
+    EXPECT_EQ(WriteStep(request), VREL_E_INVALID_ARGUMENT) << length;
+    EXPECT_EQ(target.total, 0);
+    EXPECT_THAT(
+        listener.Texts(),
+        testing::ElementsAre("option Step.*.Writer.FileLineLength: expected a whole number from 0 to 2147483647, "
+                             "found '" +
+                             std::string(length) + "'"));
   }
   VRELOptions text;
   text.AddOption(L"FileLineLength", VRELString("10"));
-  EXPECT_THAT(Rewritten(bytes, &text), HasSubstr("\n#1=AB(1,\n22,333,\n'a long string here');\n"));
+  EXPECT_THAT(Rewritten(document, &text), HasSubstr("\n#1=AB(1,\n22,333,\n'a long string here');\n"));
+}
+
+TEST(StepWriterTest, KeepsBytesWithoutEncoding) {
+  EXPECT_THAT(Rewritten(DocumentText("#1=A('\xE4\xC3\xA4\\X\\E4');")), HasSubstr("#1=A('\xE4\xC3\xA4\\X\\E4');"));
+  // Zero bytes are not part of the format.
+  EXPECT_THAT(Rewritten(DocumentText(std::string("#1=A('x\0y\\X\\00');", 18))), HasSubstr("#1=A('xy\\X\\00');"));
+}
+
+TEST(StepWriterTest, WritesInGivenEncoding) {
+  struct Row {
+    char const* encoding;
+    char const* string;
+  };
+  std::string const bytes =
+      DocumentText("#1=A('it''s \\\\ \\S\\d \\X2\\30D630EC\\X0\\ \\X4\\0001F529\\X0\\ \\X\\0A\xC3\xA4');");
+  Row const rows[] = {
+      {"US-ASCII", "it''s \\\\ \\X2\\00E4\\X0\\ \\X2\\30D630EC\\X0\\ \\X4\\0001F529\\X0\\ \\X\\0A\\X2\\00E4\\X0\\"},
+      {"UTF-8", "it''s \\\\ \xC3\xA4 \xE3\x83\x96\xE3\x83\xAC \xF0\x9F\x94\xA9 \\X\\0A\xC3\xA4"},
+      {"ISO-8859-1", "it''s \\\\ \xE4 \\X2\\30D630EC\\X0\\ \\X4\\0001F529\\X0\\ \\X\\0A\xE4"},
+  };
+  for (Row const& row : rows) {
+    VRELOptions options;
+    options.AddOption(L"Step.*.Writer.Encoding", VRELString(row.encoding));
+    EXPECT_THAT(Rewritten(bytes, &options), HasSubstr("#1=A('" + std::string(row.string) + "');")) << row.encoding;
+  }
+}
+
+TEST(StepWriterTest, RefusesUnknownEncoding) {
+  ReadDocument document(DocumentText("#1=A();"));
+  Progress progress;
+  for (char const* encoding : {"", "no-such-encoding", "UTF-16", "ebcdic-cp-us"}) {
+    RecordingListener listener;
+    VRELOptions options;
+    options.AddOption(L"Step.*.Writer.Encoding", VRELString(encoding));
+    BrivetWriteRequest request = PageRequest(document, progress, "");
+    PieceStream target;
+    request.stream = &target;
+    request.options = &options;
+    EXPECT_EQ(WriteStep(request), VREL_E_INVALID_ARGUMENT) << encoding;
+    EXPECT_EQ(listener.events.size(), 1U);
+  }
+}
+
+// ISO 10303-21:2016, token for token.
+TEST(StepWriterTest, KeepsEdition3Sections) {
+  std::string const bytes =
+      "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'4;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+      "FILE_SCHEMA(('S'));\nENDSEC;\nANCHOR;\n<top>=#1{label:'x'}{n:(1,$)};\n<list>=(#1,@2,<#b>);\nENDSEC;\n"
+      "REFERENCE;\n#10=<http://a/b.stp#c>;\n@11=<#v>;\nENDSEC;\nDATA;\n#1=_A(#10,@11,#PI,@PI,<u;v>,{a:1},{1,2});\n"
+      "#2=!_B(.U_1.);\nENDSEC;\nEND-ISO-10303-21;\nSIGNATURE;\nMIIB/==\nab+c\nENDSEC;\n";
+  ReadDocument document(bytes);
+  EXPECT_TRUE(document.Messages().empty());
+  EXPECT_EQ(document->GetState(), VREL_S_OK);
+  EXPECT_EQ(Rewritten(document), bytes);
+}
+
+TEST(StepWriterTest, CommentSaysWhatIsIncomplete) {
+  EXPECT_THAT(
+      Rewritten(DocumentText("#1=A(;\n#2=B();\n")),
+      HasSubstr("FILE_SCHEMA(('S'));\nENDSEC;\n/* INCOMPLETE: 1 part of the document could not be read and is not "
+                "part of this file. */\nDATA;\n#2=B();\n"));
+  EXPECT_THAT(Rewritten(DocumentText("#1=A(;\n#2=B();\n#3=C(;\n")),
+              HasSubstr("/* INCOMPLETE: 2 parts of the document "));
+  EXPECT_THAT(Rewritten(DocumentText("#2=B();\n")), testing::Not(HasSubstr("/*")));
 }

@@ -1,4 +1,4 @@
-// Runs the program as its users do.
+// Runs the program in a folder of its own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,12 +12,11 @@
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
 
-// Each test has a folder of its own, where the program runs.
 class BrivetFixture : public testing::Test {
  protected:
   void Write(std::string const& name, std::string const& bytes) const { folder.Write(name, bytes); }
 
-  // Runs where the written files are; messages in plain English.
+  // Runs the program in the folder of the test.
   ChildResult Brivet(std::vector<std::string> words, std::string const& locale = "C.UTF-8",
                      std::string const& input = "") const {
     words.insert(words.begin(), BRIVET_PROGRAM);
@@ -35,7 +34,7 @@ class BrivetFixture : public testing::Test {
     return RunProgram({"sh", "-c", std::string("b='") + BRIVET_PROGRAM + "'; " + command}, options);
   }
 
-  // A log, with what differs from run to run masked: the version, and the time as asctime tells it.
+  // Returns a log with the version and the time masked.
   std::string Log(std::string const& name = "brivet_read.log") const {
     std::string log = folder.Read(name);
     Mask(log, "\nApplication          : brivet ", sizeof BRIVET_VERSION - 1, "VERSION");
@@ -43,7 +42,7 @@ class BrivetFixture : public testing::Test {
     return log;
   }
 
-  // Puts `mark` in place of the rest of a line, which must be as long as told.
+  // Replaces the rest of the line that begins with `begin`, which must have `length` bytes, by `mark`.
   static void Mask(std::string& log, std::string const& begin, std::size_t length, char const* mark) {
     std::size_t const at = log.find(begin);
     if (at == log.npos) return;
@@ -66,7 +65,7 @@ class BrivetFixture : public testing::Test {
     EXPECT_EQ(result.errors, "");
   }
 
-  // The files in the folder, by name.
+  // Returns the sorted names of the files in the folder.
   std::vector<std::string> Files() const {
     std::vector<std::string> names;
     for (auto const& entry : std::filesystem::directory_iterator(folder.Path())) {
@@ -79,7 +78,7 @@ class BrivetFixture : public testing::Test {
   ScratchDirectory folder;
 };
 
-// A document with most of what a file can hold.
+// Uses most of the syntax of ISO 10303-21.
 inline constexpr char WASHER[] = R"(ISO-10303-21;
 HEADER;
 /* it's a washer */

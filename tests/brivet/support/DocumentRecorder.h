@@ -1,12 +1,13 @@
-// What a document hands to a visitor, as a text.
+// Records what a document passes to a visitor.
 #pragma once
 
 #include <string>
 
 #include "DocumentVisitor.h"
 
-// #12 = A('x',$,(1,#7)) is recorded as "#12 A< 's:x' $ ( i:1 #7 ) >;": each piece between blanks. A complex instance
-// has "c" behind its id, a reference to nothing a question mark, a decoded text that differs from the encoded one both.
+// #12 = A('x',$,(1,#7)) is recorded as "#12 A< 'x' $ ( i:1 #7 ) >;", with blanks between the pieces. A complex instance
+// has "c" after its id, a reference to nothing a question mark. A decoded string that differs from the encoded one
+// follows it: 'a=b'.
 class DocumentRecorder final : public DocumentVisitor {
  public:
   std::string text;
@@ -34,10 +35,19 @@ class DocumentRecorder final : public DocumentVisitor {
   void EndList() override { Add(")"); }
   void BeginTyped(std::string_view type) override { Add(std::string(type) + "["); }
   void EndTyped() override { Add("]"); }
+  void Name(std::string_view name) override { Add(std::string(name)); }
+  void Resource(std::string_view resource) override { Add(std::string(resource)); }
+  void BeginBraces(std::string_view tag) override { Add("{" + std::string(tag) + (tag.empty() ? "" : ":")); }
+  void EndBraces() override { Add("}"); }
+  void BeginOtherSection(std::string_view keyword) override { Add(std::string(keyword)); }
+  void EndOtherSection() override { Add("ENDSEC"); }
+  void BeginEntry(std::string_view name) override { Add(std::string(name) + "="); }
+  void EndEntry() override { Add(";"); }
+  void Lines(std::string_view lines) override { Add("[" + std::string(lines) + "]"); }
   void Referrer(Id const& source) override { Add("<-" + std::string(source.digits)); }
 
  private:
-  // The number behind the digits where it differs from them.
+  // The number is marked where it differs from the digits.
   static std::string Name(Id const& id) {
     std::string const digits(id.digits);
     if (id.fits()) return "#" + digits + (std::to_string(id.number) == digits ? "" : "!");

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "BrivetModule.h"
+#include "CheckedOutputStream.h"
 #include "PageWriter.h"
 #include "StepFixture.h"
 #include "StreamText.h"
-#include "CheckedOutputStream.h"
 
 inline BrivetWriteRequest PageRequest(ReadDocument& document, Progress& progress, std::string const& title) {
   BrivetWriteRequest request;

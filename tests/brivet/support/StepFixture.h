@@ -15,7 +15,7 @@
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 
-// The bytes as a file that is open.
+// The bytes as an open file.
 class BytesInFile {
  public:
   explicit BytesInFile(std::string const& bytes)
@@ -29,7 +29,7 @@ class BytesInFile {
   StepBuffer buffer;
 };
 
-// A document read from its first byte to its last, as the driver reads it, with what was told on the way.
+// A document read as the driver reads it, and what was reported meanwhile.
 class ReadDocument {
  public:
   explicit ReadDocument(std::string const& bytes, std::string const& shownName = "part.stp", bool resolves = true)
@@ -41,10 +41,11 @@ class ReadDocument {
   StepFormatReader& operator*() { return *document; }
   std::string const& Path() const { return path; }
 
-  // Each as "WARNING: TEXT" or "ERROR: TEXT".
+  // Returns errors and warnings, each as "WARNING: TEXT" or "ERROR: TEXT".
   std::vector<std::string> Messages() const {
     std::vector<std::string> messages;
     for (RecordedEvent const& event : listener.events) {
+      if (event.name == "VRELMessageEvent") continue;
       messages.push_back((event.name == "VRELErrorEvent" ? "ERROR: " : "WARNING: ") + event.text);
     }
     return messages;

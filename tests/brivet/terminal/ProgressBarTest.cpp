@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Gk_ObservableDoc.h"
-#include "StandardErrorListener.h"
 #include "ProgressReporter.h"
+#include "StandardErrorListener.h"
 #include "VRELWarning.h"
 
 namespace {
@@ -17,16 +17,16 @@ std::string Line(char const* stage, int filled, char const* percent) {
          std::string(static_cast<std::size_t>(40 - filled), ' ') + "] " + percent;
 }
 
-// Takes the line away.
-std::string Blank(std::size_t letters) {
-  return "\r" + std::string(letters, ' ') + "\r";
+// Clears the line.
+std::string Blank(std::size_t width) {
+  return "\r" + std::string(width, ' ') + "\r";
 }
 
-constexpr std::size_t READING = 7 + 2 + 40 + 2 + 4;  // letters of a line
+constexpr std::size_t kLineWidth = 7 + 2 + 40 + 2 + 4;  // of "reading [...] 100%"
 
 }  // namespace
 
-TEST(ProgressBarTest, DrawsWhatIsTold) {
+TEST(ProgressBarTest, DrawsReportedProgress) {
   ProgressBar const bar;
   ProgressReporter progress;
   testing::internal::CaptureStderr();
@@ -35,11 +35,10 @@ TEST(ProgressBarTest, DrawsWhatIsTold) {
   progress.Done(1000);
   progress.End();
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            Line("reading", 0, "  0%") + Line("reading", 10, " 25%") + Line("reading", 40, "100%") + Blank(READING));
+            Line("reading", 0, "  0%") + Line("reading", 10, " 25%") + Line("reading", 40, "100%") + Blank(kLineWidth));
 }
 
-// A warning has a line of its own, and the bar goes on behind it.
-TEST(ProgressBarTest, MakesWay) {
+TEST(ProgressBarTest, IsHiddenForMessages) {
   ProgressBar bar;
   StandardErrorListener const listener(&bar);
   ProgressReporter progress;
@@ -50,12 +49,11 @@ TEST(ProgressBarTest, MakesWay) {
   progress.Done(1);
   progress.End();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "brivet: warning: before\n" + Line("reading", 0, "  0%") +
-                                                        Blank(READING) + "brivet: warning: odd\n" +
-                                                        Line("reading", 20, " 50%") + Blank(READING));
+                                                        Blank(kLineWidth) + "brivet: warning: odd\n" +
+                                                        Line("reading", 20, " 50%") + Blank(kLineWidth));
 }
 
-// An interrupted stage leaves no half a line, and nobody draws behind the bar's end.
-TEST(ProgressBarTest, LeavesNothing) {
+TEST(ProgressBarTest, DestructorClearsLine) {
   ProgressReporter progress;
   testing::internal::CaptureStderr();
   {
@@ -63,5 +61,5 @@ TEST(ProgressBarTest, LeavesNothing) {
     progress.Begin("reading", 2);
   }
   progress.Done(2);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), Line("reading", 0, "  0%") + Blank(READING));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), Line("reading", 0, "  0%") + Blank(kLineWidth));
 }

@@ -16,28 +16,28 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class Notes final : public Gk_ProgressObserver {
+class RecordingObserver final : public Gk_ProgressObserver {
  public:
-  Notes() {
-    Gk_ObservableDoc::addObservable(ProgressReporter::OBSERVABLE, ProgressType);
-    Gk_ObservableDoc::attachObserver(ProgressReporter::OBSERVABLE, this);
+  RecordingObserver() {
+    Gk_ObservableDoc::addObservable(ProgressReporter::kObservable, ProgressType);
+    Gk_ObservableDoc::attachObserver(ProgressReporter::kObservable, this);
   }
-  ~Notes() { Gk_ObservableDoc::removeObserver(ProgressReporter::OBSERVABLE, this); }
-  Notes(Notes const&) = delete;
-  Notes& operator=(Notes const&) = delete;
+  ~RecordingObserver() { Gk_ObservableDoc::removeObserver(ProgressReporter::kObservable, this); }
+  RecordingObserver(RecordingObserver const&) = delete;
+  RecordingObserver& operator=(RecordingObserver const&) = delete;
 
   Type getType() const override { return ProgressType; }
-  void setMax(int steps) override { told.push_back("max " + std::to_string(steps)); }
-  void setDone(int steps) override { told.push_back("done " + std::to_string(steps)); }
-  void setOver(double /*seconds*/) override { told.emplace_back("over"); }
+  void setMax(int steps) override { calls.push_back("max " + std::to_string(steps)); }
+  void setDone(int steps) override { calls.push_back("done " + std::to_string(steps)); }
+  void setOver(double /*seconds*/) override { calls.emplace_back("over"); }
   void setIntInfo(int /*value*/) override {}
   void setDoubleInfo(double /*value*/) override {}
   void setStringInfo(Gk_String const& value) override {
     char const* const text = value;
-    told.emplace_back(text);
+    calls.emplace_back(text);
   }
 
-  Texts told;
+  Texts calls;
 };
 
 class ProgressEvents final : public VRELEventListener {
@@ -58,19 +58,20 @@ class ProgressEvents final : public VRELEventListener {
 
 }  // namespace
 
-TEST(ProgressReporterTest, TellsEachStepOnceOnBothRoads) {
-  Notes const notes;
+TEST(ProgressReporterTest, ReportsEachStepOnce) {
+  RecordingObserver const observer;
   ProgressEvents const events;
   ProgressReporter progress;
   progress.Begin("reading", 1000);
   for (long const units : {0L, 9L, 10L, 19L, 500L, 499L, 999L, 1000L, 2000L}) progress.Done(units);
   progress.End();
-  EXPECT_EQ(notes.told, (Texts{"reading", "max 100", "done 0", "done 1", "done 50", "done 99", "done 100", "over"}));
+  EXPECT_EQ(observer.calls,
+            (Texts{"reading", "max 100", "done 0", "done 1", "done 50", "done 99", "done 100", "over"}));
   EXPECT_EQ(events.values, (std::vector<double>{0.0, 0.01, 0.5, 0.99, 1.0}));
 }
 
-TEST(ProgressReporterTest, TakesAnyTotal) {
-  Notes const notes;
+TEST(ProgressReporterTest, AcceptsAnyTotal) {
+  RecordingObserver const observer;
   ProgressReporter progress;
   progress.Begin("writing", 0);
   progress.Done(0);
@@ -79,6 +80,6 @@ TEST(ProgressReporterTest, TakesAnyTotal) {
   progress.Done(1);
   progress.Done(-5);
   progress.End();
-  EXPECT_EQ(notes.told,
+  EXPECT_EQ(observer.calls,
             (Texts{"writing", "max 100", "done 0", "over", "reading", "max 100", "done 0", "done 33", "over"}));
 }

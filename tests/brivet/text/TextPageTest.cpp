@@ -4,7 +4,7 @@
 
 #include "PageFixture.h"
 
-TEST(TextPageTest, WritesTheWholeDocument) {
+TEST(TextPageTest, WritesDocument) {
   ReadDocument document(PageDocument());
   Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
@@ -14,6 +14,11 @@ TEST(TextPageTest, WritesTheWholeDocument) {
   });
   EXPECT_EQ(page,
             "part.stp\n"
+            "\n"
+            "Incomplete\n"
+            "----------\n"
+            "Parts of the document could not be read and are not part of this page.\n"
+            "line 2                   : #3 expected parameter, found ';'\n"
             "\n"
             "Header\n"
             "------\n"
@@ -59,7 +64,7 @@ TEST(TextPageTest, WritesTheWholeDocument) {
             "    referred to by #99999999999999999999\n");
 }
 
-TEST(TextPageTest, EndsWhereTheStreamIsFull) {
+TEST(TextPageTest, ReportsFullStream) {
   ReadDocument document(PageDocument());
   Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
@@ -69,7 +74,7 @@ TEST(TextPageTest, EndsWhereTheStreamIsFull) {
 }
 
 // So that memory does not grow with the length of an instance.
-TEST(TextPageTest, WritesALongLineInPieces) {
+TEST(TextPageTest, WritesLongLineInPieces) {
   ReadDocument document(LongDocument());
   Progress progress;
   BrivetWriteRequest request = PageRequest(document, progress, "part.stp");

@@ -4,7 +4,7 @@
 
 #include "StreamText.h"
 
-TEST(EndOptionsEventTest, ClosesTheListOfOptions) {
+TEST(EndOptionsEventTest, DescribesCounts) {
   EndOptionsEvent event(VREL_S_OK, 12, 3);
   EXPECT_TRUE(event.IsA("Options logging"));
   EXPECT_EQ(event.GetLevel(), VREL_LEVEL_INFO);

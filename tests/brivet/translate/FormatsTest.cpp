@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(FormatsTest, AreKnownByName) {
+TEST(FormatsTest, FindsByName) {
   EXPECT_STREQ(Format::Named("html")->module, "BrivetHtml");
   EXPECT_STREQ(Format::Named("text")->module, "BrivetText");
   EXPECT_STREQ(Format::Named("step")->module, "BrivetStep");
@@ -10,7 +10,7 @@ TEST(FormatsTest, AreKnownByName) {
   EXPECT_STREQ(Format::Page().name, "html");
 }
 
-TEST(FormatsTest, AreKnownByTheExtension) {
+TEST(FormatsTest, FindsByExtension) {
   EXPECT_STREQ(Format::OfOutput("a.html")->name, "html");
   EXPECT_STREQ(Format::OfOutput("b.c/a.HtM")->name, "html");
   EXPECT_STREQ(Format::OfOutput("a.txt")->name, "text");
@@ -21,24 +21,12 @@ TEST(FormatsTest, AreKnownByTheExtension) {
   }
 }
 
-TEST(FormatsTest, TakeEveryInputForStep) {
+TEST(FormatsTest, EveryInputIsStep) {
   for (char const* path : {"a.stp", "a", "a.html", "-"}) {
     EXPECT_STREQ(Format::OfInput(path).module, "BrivetStep") << path;
   }
 }
 
-TEST(FormatsTest, CutNames) {
-  struct Row {
-    char const* path;
-    char const* base;
-    char const* extension;
-  };
-  Row const rows[] = {{"", "", ""},       {"a", "a", ""},       {"a.b", "a.b", ".b"}, {"x/a.b.c", "a.b.c", ".c"},
-                      {"x.y/a", "a", ""}, {"x/", "", ""},       {".a", ".a", ""},     {"..a", "..a", ".a"},
-                      {"a.", "a.", "."},  {"/a.b", "a.b", ".b"}};
-  for (Row const& row : rows) {
-    SCOPED_TRACE(row.path);
-    EXPECT_EQ(BaseNameOf(row.path), row.base);
-    EXPECT_EQ(ExtensionOf(row.path), row.extension);
-  }
+TEST(FormatsTest, ListsWrittenNames) {
+  EXPECT_EQ(Format::WrittenNames(), "html, text, step");
 }

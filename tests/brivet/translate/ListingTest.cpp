@@ -20,7 +20,7 @@ namespace {
 
 class ListingTest : public testing::Test {
  protected:
-  // A document that was read, and not resolved.
+  // Reads a document and does not resolve it.
   Document& Read(std::string const& bytes) {
     BrivetOpenRequest request;
     request.file = VRELFileHandle(new VRELFile(folder.Write("a.stp", bytes).c_str()));
@@ -58,7 +58,7 @@ constexpr char HEADER[] =
 
 }  // namespace
 
-TEST_F(ListingTest, ShowsTheFrequentTypesFirst) {
+TEST_F(ListingTest, SortsTypesByCount) {
   Document& document = Read(DocumentText("#1=A();\n#2=B();\n#3=B();\n#4=(C()D());\n#5=A();\n#6=B();\n#7=A(;\n"));
   testing::internal::CaptureStdout();
   EXPECT_EQ(PrintListing(document), VREL_S_OK);
@@ -67,7 +67,7 @@ TEST_F(ListingTest, ShowsTheFrequentTypesFirst) {
                                                         "entity instances           6\n"
                                                         "  simple                   5\n"
                                                         "  complex                  1\n"
-                                                        "left out                   1\n"
+                                                        "lost                       1\n"
                                                         "entity types               3\n"
                                                         "escaped strings            0\n"
                                                         "\n"
@@ -78,7 +78,7 @@ TEST_F(ListingTest, ShowsTheFrequentTypesFirst) {
 }
 
 // Columns are as wide as what stands in them.
-TEST_F(ListingTest, ShowsTextsWithEscapes) {
+TEST_F(ListingTest, ShowsEscapedStrings) {
   Document& document =
       Read(DocumentText("#1=A('plain');\n#1234567890=A('\\S\\|','\\X2\\000A\\X0\\');\n#3=B(('\\\\'));\n"));
   testing::internal::CaptureStdout();
@@ -101,7 +101,7 @@ TEST_F(ListingTest, ShowsTextsWithEscapes) {
                                                         "     9  #3           \\\n");
 }
 
-TEST_F(ListingTest, TellsOnceThatItsPlaceIsFull) {
+TEST_F(ListingTest, ReportsFullOutputOnce) {
   std::string data;
   for (int i = 1; i <= 20000; ++i) data += "#" + std::to_string(i) + "=A('\\S\\|" + std::string(20, 'x') + "');\n";
   Document& document = Read(DocumentText(data));
@@ -114,7 +114,5 @@ TEST_F(ListingTest, TellsOnceThatItsPlaceIsFull) {
   dup2(before, STDOUT_FILENO);
   close(before);
   close(full);
-  EXPECT_EQ(listener.Texts(),
-            (std::vector<std::string>{"standard output: expected a place to write to, found: No space left on device; "
-                                      "make room, or send it elsewhere"}));
+  EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"cannot write to standard output: No space left on device"}));
 }

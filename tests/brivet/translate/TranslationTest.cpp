@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -21,15 +22,15 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Notes the stages, and asks for an abort when an event of that name comes.
-class Watcher final : public VRELEventListener {
+// Records conversion stages, and requests an abort at an event of a given name.
+class StageRecorder final : public VRELEventListener {
  public:
-  explicit Watcher(std::string nameToAbortAt) : abortAt(std::move(nameToAbortAt)) {
+  explicit StageRecorder(std::string nameToAbortAt) : abortAt(std::move(nameToAbortAt)) {
     VRELEventBus::GetEventBus()->AddListener(this);
   }
-  ~Watcher() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
-  Watcher(Watcher const&) = delete;
-  Watcher& operator=(Watcher const&) = delete;
+  ~StageRecorder() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
+  StageRecorder(StageRecorder const&) = delete;
+  StageRecorder& operator=(StageRecorder const&) = delete;
 
   void HandleEvent(VRELEvent& event) override {
     if (!abortAt.empty() && event.IsA(abortAt.c_str())) Gk_ErrMgr::setAbort();
@@ -46,14 +47,14 @@ class Watcher final : public VRELEventListener {
   std::string const abortAt;
 };
 
-// Notes what is told.
-class NotedProgress final : public Progress {
+// Records the calls.
+class RecordingProgress final : public Progress {
  public:
-  void Begin(char const* stage, long total) override { told.push_back(stage + (" of " + std::to_string(total))); }
+  void Begin(char const* stage, long total) override { calls.push_back(stage + (" of " + std::to_string(total))); }
   void Done(long units) override { last = units; }
-  void End() override { told.emplace_back("end"); }
+  void End() override { calls.emplace_back("end"); }
 
-  Texts told;
+  Texts calls;
   long last = -1;
 };
 
@@ -66,7 +67,7 @@ class TranslationTest : public testing::Test {
   }
   ~TranslationTest() override { std::filesystem::current_path(before); }
 
-  // The names of the events that the translation sends, the texts of those that have one.
+  // Returns the events of the translation: their texts, or the names of those without a text.
   Texts Run(std::string const& bytes, Format const* target = Format::Named("html")) {
     folder.Write("a.stp", bytes);
     RecordingListener listener;
@@ -86,25 +87,25 @@ class TranslationTest : public testing::Test {
   ScratchDirectory folder;
   std::filesystem::path before;
   OptionSet options;
-  NotedProgress progress;
+  RecordingProgress progress;
   VRINResult result = VREL_UNDETERMINED;
   std::string page;
 };
 
-Texts const OPENING = {"Start Product", "VRELStartOptionsTaskEvent", "Options logging"};
-Texts const READING = {"VRELStartReadFileTaskEvent",          "File Reading",
-                       "Start Source Document Preprocessing", "Source Document Preprocessing",
-                       "VRELStarReadEntitiesTaskEvent",       "Entity Reading"};
-Texts const WRITING = {"VRELStartConversionTaskEvent",
-                       "VRELStartConversionStageEvent",
-                       "VRELStartConversionStageEvent",
-                       "Start Target Document Preprocessing",
-                       "Target Document Preprocessing",
-                       "Start Target Document Postprocessing",
-                       "Target Document Postprocessing",
-                       "Writing File",
-                       "File Write"};
-Texts const CLOSING = {"Translation", "Product End"};
+Texts const kOpening = {"Start Product", "VRELStartOptionsTaskEvent", "Options logging"};
+Texts const kReading = {"VRELStartReadFileTaskEvent",          "File Reading",
+                        "Start Source Document Preprocessing", "Source Document Preprocessing",
+                        "VRELStarReadEntitiesTaskEvent",       "Entity Reading"};
+Texts const kWriting = {"VRELStartConversionTaskEvent",
+                        "VRELStartConversionStageEvent",
+                        "VRELStartConversionStageEvent",
+                        "Start Target Document Preprocessing",
+                        "Target Document Preprocessing",
+                        "Start Target Document Postprocessing",
+                        "Target Document Postprocessing",
+                        "Writing File",
+                        "File Write"};
+Texts const kClosing = {"Translation", "Product End"};
 
 Texts operator+(Texts texts, Texts const& more) {
   texts.insert(texts.end(), more.begin(), more.end());
@@ -113,8 +114,8 @@ Texts operator+(Texts texts, Texts const& more) {
 
 }  // namespace
 
-TEST_F(TranslationTest, SendsTheEventsOfTheRoad) {
-  EXPECT_EQ(Run(DocumentText("#1=A();\n")), OPENING + READING + WRITING + CLOSING);
+TEST_F(TranslationTest, SendsEventsInOrder) {
+  EXPECT_EQ(Run(DocumentText("#1=A();\n")), kOpening + kReading + kWriting + kClosing);
   EXPECT_EQ(result, VREL_S_OK);
   EXPECT_EQ(page, "a.html: 1 instance of 1 type from a.stp\n");
   EXPECT_TRUE(folder.Has("a.html"));
@@ -122,8 +123,8 @@ TEST_F(TranslationTest, SendsTheEventsOfTheRoad) {
   EXPECT_TRUE(folder.Has("brivet_write.log"));
 }
 
-TEST_F(TranslationTest, ListsWithoutTheWritingHalf) {
-  EXPECT_EQ(Run(DocumentText("#1=A();\n"), nullptr), OPENING + READING + CLOSING);
+TEST_F(TranslationTest, ListingHasNoWritePhase) {
+  EXPECT_EQ(Run(DocumentText("#1=A();\n"), nullptr), kOpening + kReading + kClosing);
   EXPECT_EQ(result, VREL_S_OK);
   EXPECT_NE(page.find("\nentity instances           1\n"), page.npos);
   EXPECT_TRUE(folder.Has("brivet_read.log"));
@@ -131,87 +132,133 @@ TEST_F(TranslationTest, ListsWithoutTheWritingHalf) {
   EXPECT_FALSE(folder.Has("a.html"));
 }
 
-// Whoever measures tasks is told of all of them.
-TEST_F(TranslationTest, TellsTheGenericTasksToWhoMeasures) {
+TEST_F(TranslationTest, SendsGenericTasksWhenMeasuring) {
   VRELPerfTrackerStatus::instance.SetPerfTracking(true);
   Texts const texts = Run(DocumentText(""));
   VRELPerfTrackerStatus::instance.SetPerfTracking(false);
-  Texts writing = WRITING;
+  Texts writing = kWriting;
   writing.insert(writing.begin() + 3, "Conversion");
-  EXPECT_EQ(texts, OPENING + Texts{"Translation"} + READING + writing + CLOSING);
+  EXPECT_EQ(texts, kOpening + Texts{"Translation"} + kReading + writing + kClosing);
 }
 
-TEST_F(TranslationTest, TellsTheStagesOfTheConversion) {
-  Watcher const watcher("");
+TEST_F(TranslationTest, SendsConversionStages) {
+  StageRecorder const recorder("");
   Run(DocumentText("#1=A();\n#2=A(#1);\n"));
-  EXPECT_EQ(watcher.stages, (Texts{"References 2 100 leaf", "References 2 100 leaf finished"}));
+  EXPECT_EQ(recorder.stages, (Texts{"References 2 100 leaf", "References 2 100 leaf finished"}));
 }
 
-TEST_F(TranslationTest, ShowsHowFarItIs) {
+TEST_F(TranslationTest, ReportsProgress) {
   std::string const bytes = DocumentText("#1=A();\n#2=A(#1);\n");
   Run(bytes);
-  EXPECT_EQ(progress.told, (Texts{"reading of " + std::to_string(bytes.size()), "end", "writing of 2", "end"}));
+  EXPECT_EQ(progress.calls, (Texts{"reading of " + std::to_string(bytes.size()), "end", "writing of 2", "end"}));
   EXPECT_GE(progress.last, 0);
 }
 
-TEST_F(TranslationTest, TellsTheOptions) {
+TEST_F(TranslationTest, ReportsOptions) {
   options.Add({OptionSource::Setting, "Healing=On"});
   options.Add({OptionSource::Setting, "Healig=100%%"});
   Texts const texts = Run(DocumentText(""));
   ASSERT_GT(texts.size(), 8U);
   EXPECT_EQ(Texts(texts.begin() + 2, texts.begin() + 4), (Texts{"-set Healing=On", "-set Healig=100%%"}));
-  // In the order of the store.
+  // The order is that of the store.
   Texts dump(texts.begin() + 4, texts.begin() + 6);
   std::sort(dump.begin(), dump.end());
   EXPECT_EQ(dump, (Texts{"Healig = 100%", "Healing = true"}));
-  EXPECT_EQ(texts[6], "-set Healig=100%%: unknown option Healig, set all the same; did you mean Healing?");
+  EXPECT_EQ(texts[6], "-set Healig=100%%: unknown option 'Healig'; did you mean 'Healing'?");
   EXPECT_EQ(texts[7], "Options logging");
 }
 
-TEST_F(TranslationTest, EndsWithTheTaskThatFails) {
-  Texts const refused = {"VRELStartReadFileTaskEvent",
-                         "a.stp:1: expected ISO-10303-21, found solid; translate an ISO 10303-21 (STEP) file",
-                         "File Reading"};
-  EXPECT_EQ(Run("solid"), OPENING + refused + CLOSING);
+TEST_F(TranslationTest, EndsWithFailedTask) {
+  Texts texts = Run("solid");
+  ASSERT_EQ(texts.size(), kOpening.size() + 3 + kClosing.size());
+  std::string& refusal = texts[kOpening.size() + 1];
+  EXPECT_EQ(refusal.rfind("a.stp:1:", 0), 0U) << refusal;
+  refusal = "refusal";
+  EXPECT_EQ(texts, (kOpening + Texts{"VRELStartReadFileTaskEvent", "refusal", "File Reading"} + kClosing));
   EXPECT_EQ(result, VREL_E_INVALID_FILE);
   EXPECT_EQ(page, "");
-  Texts const twice = {"VRELStartConversionTaskEvent", "VRELStartConversionStageEvent",
-                       "a.stp:8: expected an id that no other instance has, found #1, which stands in line 7 too; give "
-                       "one of them another id",
-                       "VRELStartConversionStageEvent"};
-  EXPECT_EQ(Run(DocumentText("#1=A();\n#1=B();\n")), OPENING + READING + twice + CLOSING);
+
+  texts = Run(DocumentText("#1=A();\n#1=B();\n"));
+  std::size_t const error = kOpening.size() + kReading.size() + 2;
+  ASSERT_EQ(texts.size(), error + 2 + kClosing.size());
+  EXPECT_EQ(texts[error].rfind("a.stp:8:", 0), 0U) << texts[error];
+  texts[error] = "refusal";
+  EXPECT_EQ(texts, (kOpening + kReading +
+                    Texts{"VRELStartConversionTaskEvent", "VRELStartConversionStageEvent", "refusal",
+                          "VRELStartConversionStageEvent"} +
+                    kClosing));
   EXPECT_EQ(result, VREL_E_INVALID_FILE);
   EXPECT_EQ(page, "");
   EXPECT_FALSE(folder.Has("a.html"));
 }
 
-TEST_F(TranslationTest, FoldsWhatWasLeftOut) {
+TEST_F(TranslationTest, ReportsPartialResult) {
   Texts const texts = Run(DocumentText("#1=A(;\n#2=B();\n"));
   EXPECT_EQ(result, VREL_S_PARTIAL);
-  EXPECT_EQ(page, "a.html: 1 instance of 1 type from a.stp, 1 left out\n");
+  EXPECT_EQ(page, "a.html: 1 instance of 1 type from a.stp, 1 lost\n");
   EXPECT_NE(folder.Read("brivet_write.log").find("\nTranslation Result : Partial Success\n"), std::string::npos);
   EXPECT_NE(folder.Read("brivet_write.log").find("\nFailed Entities : 1\n"), std::string::npos);
   EXPECT_NE(folder.Read("brivet_write.log").find("Output File \"a.html\" is Successfully Written\n"),
             std::string::npos);
 }
 
-// The road is stopped wherever it is, and what stood in the output's place stays.
-TEST_F(TranslationTest, IsStoppedOnRequest) {
-  folder.Write("a.html", "of yesterday");
+TEST_F(TranslationTest, AbortKeepsOldOutput) {
+  folder.Write("a.html", "old");
   for (char const* event : {"Start Product", "VRELStartReadFileTaskEvent", "VRELStarReadEntitiesTaskEvent",
                             "VRELStartConversionTaskEvent", "Writing File"}) {
     SCOPED_TRACE(event);
-    Watcher const watcher(event);
+    StageRecorder const recorder(event);
     Texts const texts = Run(DocumentText("#1=A();\n"));
     EXPECT_EQ(result, VREL_E_ABORTED);
     EXPECT_EQ(result.GetReturnCode(), 3);
     EXPECT_EQ(page, "");
     EXPECT_EQ(texts.back(), "Product End");
-    EXPECT_NE(std::find(texts.begin(), texts.end(), "a.stp: expected the end of the work, found a request to stop") !=
-                  texts.end(),
-              std::string(event) == "Writing File");
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "interrupted"), 1);
     EXPECT_NE(folder.Read("brivet_read.log").find("\nProduct Aborted\n"), std::string::npos);
-    EXPECT_EQ(folder.Read("a.html"), "of yesterday");
+    EXPECT_EQ(folder.Read("a.html"), "old");
   }
   EXPECT_NE(folder.Read("brivet_write.log").find("Output File \"a.html\" Writing is Aborted\n"), std::string::npos);
+}
+
+namespace {
+
+// Appends a line to a file at an event of a given name.
+class FileChanger final : public VRELEventListener {
+ public:
+  FileChanger(std::string eventName, std::string filePath) : name(std::move(eventName)), path(std::move(filePath)) {
+    VRELEventBus::GetEventBus()->AddListener(this);
+  }
+  ~FileChanger() override { VRELEventBus::GetEventBus()->RemoveListener(this); }
+  FileChanger(FileChanger const&) = delete;
+  FileChanger& operator=(FileChanger const&) = delete;
+
+  void HandleEvent(VRELEvent& event) override {
+    if (event.IsA(name.c_str())) std::ofstream(path, std::ios::app) << "\n";
+  }
+
+ private:
+  std::string const name;
+  std::string const path;
+};
+
+}  // namespace
+
+TEST_F(TranslationTest, ReportsInputThatChanges) {
+  folder.Write("a.html", "old");
+  for (char const* event : {"VRELStartReadFileTaskEvent", "Writing File"}) {
+    SCOPED_TRACE(event);
+    FileChanger const changer(event, folder.Path("a.stp"));
+    Texts const texts = Run(DocumentText("#1=A();\n"));
+    EXPECT_EQ(result, VREL_E_FILE_OPEN);
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "cannot read 'a.stp': file changed while it was read"), 1);
+    EXPECT_EQ(folder.Read("a.html"), "old");
+  }
+}
+
+TEST_F(TranslationTest, AbortAfterCommitIsSuccess) {
+  StageRecorder const recorder("File Write");
+  Run(DocumentText("#1=A();\n"));
+  EXPECT_EQ(result, VREL_S_OK);
+  EXPECT_TRUE(folder.Has("a.html"));
+  EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }

@@ -1,0 +1,66 @@
+// Text of brivet -help.
+#pragma once
+
+inline constexpr char kHelpText[] =
+    R"(usage: brivet [options] INPUT [OUTPUT]
+
+Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
+or to STEP again:
+
+  $ brivet bracket.stp
+  bracket.html: 232 instances of 41 types from bracket.stp
+
+Without OUTPUT, the result is written to the current directory, with the name of
+INPUT and another extension. "-" is standard input or standard output.
+
+Options take one dash or two and can be abbreviated: -h, -vers. An argument
+follows as the next word or after "=": -write text, --write=text.
+
+  -write html|text|step  the format to write; by default that of the extension of
+                         OUTPUT, or html without OUTPUT
+  -o FILE                another way to give OUTPUT
+  -list                  print a summary of INPUT with counts by type, and write
+                         nothing
+  -options FILE          read options of the translation from a file
+  -set NAME=VALUE        set one option; later ones replace earlier ones
+  -progress              show a progress bar on standard error; this is the
+                         default on a terminal
+  -quiet                 print nothing; the exit status reports the result
+  -nosync                do not wait until the output is on the disk
+  -help, --help          print this text
+  -version, --version    print the version
+  --                     the following words are files, even with a leading dash
+
+An options file has a line NAME=VALUE for each option. Lines that begin with #
+or ; are comments:
+
+  $ cat base.cfg
+  # defaults of the drawing office
+  AuthorName = "drawing office"
+  Step.*.Writer.FileLineLength = 80
+  $ brivet -options base.cfg -set SendingSystemName=cad7 bracket.stp new.stp
+
+A value is an integer, a real number, On or Off, or a string, which may be in
+double quotes. A name is a setting, alone or after a component, a representation
+and a direction; * matches any of them. An unknown name is set with a warning that
+suggests similar names.
+
+brivet_read.log in the current directory is the log of the run, brivet_write.log
+that of its writing phase. Environment variables:
+
+  VRELLogLevel    what is logged: ALL, DEBUG, TEST, VERBOSE, INFO (the default),
+                  ERROR, ABORT or NONE
+  VRELTaskTiming  On: the log ends with the time of each task
+
+The output file is replaced atomically: a run that fails leaves an existing one
+unchanged. Ctrl-C stops a run within a second.
+
+Exit status: 0 success, also if parts of the document were lost, each with a
+warning; 1 error in an options file; 2 wrong command line; 3 interrupted;
+4 format module missing; 7 out of memory; 13 file not found; 14 file cannot be
+read; 15 output cannot be written; 21 not a valid STEP file.
+
+Errors and warnings are lines on standard error:
+
+  part.stp:12: warning: expected ';', found '#5'
+)";

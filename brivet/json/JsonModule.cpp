@@ -1,0 +1,17 @@
+// Entry points of libBrivetJson.so, which writes the summary of a document as JSON.
+#include "BrivetModule.h"
+#include "CheckedOutputStream.h"
+#include "JsonSummary.h"
+
+BRIVET_MODULE_ENTRY BrivetInitialize() {}
+BRIVET_MODULE_ENTRY BrivetFinalize() {}
+
+BRIVET_MODULE_ENTRY BrivetWriteDocument(BrivetWriteRequest& request) {
+  CheckedOutputStream stream(request.stream);
+  try {
+    request.result = WriteJsonSummary(request, stream);
+  } catch (CheckedOutputStream::Failure const&) {
+    request.result = VREL_E_FILE_SAVE;
+  }
+  if (request.result.IsSuccess() && stream.HasFailed()) request.result = VREL_E_FILE_SAVE;
+}

@@ -1,0 +1,535 @@
+#include "JsonSummary.h"
+
+#include <rapidjson/prettywriter.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "BrivetModule.h"
+#include "CheckedOutputStream.h"
+#include "Document.h"
+#include "DocumentVisitor.h"
+#include "ProductModel.h"
+#include "Progress.h"
+
+namespace {
+
+// Adapts an output stream to the stream concept of RapidJSON, in blocks.
+class JsonStream {
+ public:
+  using Ch = char;
+
+  explicit JsonStream(CheckedOutputStream& target) : stream(target) { buffer.reserve(kBlockSize); }
+
+  void Put(char byte) {
+    buffer.push_back(byte);
+    if (buffer.size() >= kBlockSize) Flush();
+  }
+  void Flush() {
+    if (!buffer.empty()) stream.write(buffer.data(), static_cast<int>(buffer.size()));
+    stream.Check();
+    buffer.clear();
+  }
+
+ private:
+  static constexpr std::size_t kBlockSize = 65536;
+  CheckedOutputStream& stream;
+  std::string buffer;
+};
+
+using Writer = rapidjson::PrettyWriter<JsonStream>;
+
+// What the header section says, by the positions of its parameters.
+class HeaderVisitor final : public DocumentVisitor {
+ public:
+  struct Parameter {
+    bool isSet = false;
+    std::vector<std::string> values;
+  };
+
+  void BeginRecord(std::string_view type) override {
+    record = &records[std::string(type)];
+    depth = 0;
+  }
+  void EndRecord() override { record = nullptr; }
+  void String(Text const& text) override {
+    if (record == nullptr) return;
+    if (depth == 0) record->emplace_back();
+    record->back().isSet = true;
+    record->back().values.emplace_back(text.utf8);
+  }
+  void Unset() override {
+    if (record != nullptr && depth == 0) record->emplace_back();
+  }
+  void BeginList() override {
+    if (record != nullptr && depth++ == 0) {
+      record->emplace_back();
+      record->back().isSet = true;
+    }
+  }
+  void EndList() override { --depth; }
+
+  std::optional<std::string> Text(char const* type, std::size_t index) const {
+    std::vector<std::string> const list = List(type, index);
+    if (list.empty()) return std::nullopt;
+    return list.front();
+  }
+  std::vector<std::string> List(char const* type, std::size_t index) const {
+    auto const found = records.find(type);
+    if (found == records.end() || index >= found->second.size()) return {};
+    return found->second[index].values;
+  }
+
+ private:
+  std::map<std::string, std::vector<Parameter>, std::less<>> records;
+  std::vector<Parameter>* record = nullptr;
+  int depth = 0;
+};
+
+// Returns valid UTF-8: bytes that are none become U+FFFD, as browsers do.
+std::string ValidUtf8(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    auto const lead = static_cast<unsigned char>(text[i]);
+    std::size_t const length = lead < 0x80 ? 1 : lead >> 5 == 6 ? 2 : lead >> 4 == 14 ? 3 : lead >> 3 == 30 ? 4 : 0;
+    bool isValid = length > 0 && i + length <= text.size();
+    std::uint32_t code = isValid && length > 1 ? lead & (0xFFU >> (length + 1)) : lead;
+    for (std::size_t k = 1; isValid && k < length; ++k) {
+      auto const next = static_cast<unsigned char>(text[i + k]);
+      isValid = (next & 0xC0U) == 0x80U;
+      code = code << 6U | (next & 0x3FU);
+    }
+    static constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (isValid && length > 1) {
+      isValid = code >= kSmallest[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+    }
+    if (isValid) {
+      valid.append(text.substr(i, length));
+      i += length;
+    } else {
+      valid += "\xEF\xBF\xBD";
+      ++i;
+    }
+  }
+  return valid;
+}
+
+// The application protocol of a schema name: "AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }".
+char const* ProtocolOf(std::string const& schema) {
+  std::string const name = schema.substr(0, schema.find_first_of(" {"));
+  if (name == "CONFIG_CONTROL_DESIGN") return "AP203";
+  if (name.rfind("AP203_", 0) == 0) return "AP203";
+  if (name.rfind("AUTOMOTIVE_DESIGN", 0) == 0) return "AP214";
+  if (name.rfind("AP242_", 0) == 0) return "AP242";
+  return nullptr;
+}
+
+class Summary {
+ public:
+  Summary(Document& summarized, HeaderVisitor const& headerRecords, ProductModel const& productModel, JsonStream& stream)
+      : document(summarized), header(headerRecords), model(productModel), writer(stream) {
+    writer.SetIndent(' ', 2);
+    writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
+  }
+
+  void Write() {
+    writer.StartObject();
+    Put("format", "brivet-summary");
+    Key("version");
+    writer.Int(1);
+    WriteFile();
+    WriteCounts();
+    WriteStatus();
+    WriteUnits();
+    WriteProducts();
+    WriteStructure();
+    WriteExtent();
+    WriteColours();
+    WriteLayers();
+    WriteProperties();
+    WriteAnnotations();
+    WriteViews();
+    writer.EndObject();
+  }
+
+ private:
+  void Key(char const* name) { writer.Key(name); }
+  void PutString(std::string_view text) {
+    std::string const valid = ValidUtf8(text);
+    writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+  }
+  void Put(char const* name, std::string_view text) {
+    Key(name);
+    PutString(text);
+  }
+  void Put(char const* name, std::optional<std::string> const& text) {
+    Key(name);
+    if (text.has_value()) {
+      PutString(*text);
+    } else {
+      writer.Null();
+    }
+  }
+  void Put(char const* name, long number) {
+    Key(name);
+    writer.Int64(number);
+  }
+  void PutNumber(double number) {
+    if (!std::isfinite(number)) {
+      writer.Null();
+    } else if (number == std::floor(number) && std::abs(number) < 1e15) {
+      // Whole numbers without ".0", and no negative zero.
+      writer.Int64(static_cast<std::int64_t>(number));
+    } else {
+      writer.Double(number);
+    }
+  }
+  void Put(char const* name, double number) {
+    Key(name);
+    PutNumber(number);
+  }
+  void Put(char const* name, std::optional<double> number) {
+    Key(name);
+    if (number.has_value()) {
+      PutNumber(*number);
+    } else {
+      writer.Null();
+    }
+  }
+  template <class Numbers>
+  void PutNumbers(char const* name, Numbers const& numbers) {
+    Key(name);
+    writer.StartArray();
+    for (double const number : numbers) PutNumber(number);
+    writer.EndArray();
+  }
+  void PutList(char const* name, std::vector<std::string> const& strings) {
+    Key(name);
+    writer.StartArray();
+    for (std::string const& each : strings) PutString(each);
+    writer.EndArray();
+  }
+  void PutBox(ModelBox const& box, std::string const* unit) {
+    Key("extent");
+    if (box.isEmpty) {
+      writer.Null();
+      return;
+    }
+    writer.StartObject();
+    PutNumbers("min", box.low);
+    PutNumbers("max", box.high);
+    if (unit != nullptr) Put("unit", *unit);
+    writer.EndObject();
+  }
+
+  void WriteFile() {
+    Key("file");
+    writer.StartObject();
+    Put("name", header.Text("FILE_NAME", 0));
+    std::vector<std::string> const schemas = header.List("FILE_SCHEMA", 0);
+    PutList("schemas", schemas);
+    Key("applicationProtocol");
+    char const* protocol = nullptr;
+    for (std::string const& schema : schemas) {
+      if (protocol == nullptr) protocol = ProtocolOf(schema);
+    }
+    if (schemas.empty()) {
+      writer.Null();
+    } else {
+      writer.String(protocol != nullptr ? protocol : "other");
+    }
+    PutList("description", header.List("FILE_DESCRIPTION", 0));
+    Put("timeStamp", header.Text("FILE_NAME", 1));
+    PutList("authors", header.List("FILE_NAME", 2));
+    PutList("organizations", header.List("FILE_NAME", 3));
+    Put("preprocessor", header.Text("FILE_NAME", 4));
+    Put("originatingSystem", header.Text("FILE_NAME", 5));
+    writer.EndObject();
+  }
+
+  // A complex instance counts under the type of each of its records.
+  void WriteCounts() {
+    std::map<std::string, long> types;
+    for (std::size_t type = 0; type < document.GetTypeCount(); ++type) {
+      std::string const name = document.GetTypeName(type);
+      long const count = document.GetTypeInstanceCount(type);
+      for (std::size_t i = 0; i < name.size();) {
+        std::size_t const begin = name.find_first_not_of("( )", i);
+        if (begin == std::string::npos) break;
+        std::size_t const end = std::min(name.find_first_of("( )", begin), name.size());
+        types[name.substr(begin, end - begin)] += count;
+        i = end;
+      }
+    }
+    Key("counts");
+    writer.StartObject();
+    Put("instances", document.GetInstanceCount());
+    Put("complex", document.GetComplexCount());
+    Put("skipped", document.GetFailedCount());
+    Key("types");
+    writer.StartObject();
+    for (auto const& [name, count] : types) {
+      std::string const valid = ValidUtf8(name);
+      writer.Key(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+      writer.Int64(count);
+    }
+    writer.EndObject();
+    writer.EndObject();
+  }
+
+  void WriteStatus() {
+    Key("status");
+    writer.StartObject();
+    VRINResult const state = document.GetState();
+    bool const isPartial = state.IsPartialSuccess() || (state.IsSuccess() && document.GetFailedCount() > 0);
+    Put("result", state.IsFailure() ? "failure" : isPartial ? "partial" : "success");
+    Key("lost");
+    writer.StartArray();
+    for (Loss const& loss : document.GetLosses()) {
+      writer.StartObject();
+      Put("line", loss.firstLine);
+      Put("lastLine", loss.lastLine);
+      PutList("instances", loss.instances);
+      Put("reason", loss.reason);
+      writer.EndObject();
+    }
+    writer.EndArray();
+    writer.EndObject();
+  }
+
+  void WriteUnits() {
+    Key("units");
+    writer.StartArray();
+    for (ModelUnits const& each : model.units) {
+      writer.StartObject();
+      Key("length");
+      writer.StartObject();
+      Put("name", each.lengthName);
+      Put("metres", each.metres);
+      writer.EndObject();
+      Key("planeAngle");
+      if (each.angleName.empty()) {
+        writer.Null();
+      } else {
+        writer.StartObject();
+        Put("name", each.angleName);
+        Put("radians", each.radians);
+        writer.EndObject();
+      }
+      Put("uncertainty", each.uncertainty);
+      PutList("contexts", each.contexts);
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void WriteProducts() {
+    Key("products");
+    writer.StartArray();
+    for (ModelProduct const& each : model.products) {
+      writer.StartObject();
+      Put("instance", each.instance);
+      Put("id", each.id);
+      Put("name", each.name);
+      Put("description", each.description);
+      Put("version", each.version);
+      Put("definition", each.definition);
+      PutList("shapes", each.shapes);
+      Put("solids", each.solids);
+      Put("shells", each.shells);
+      Put("faces", each.faces);
+      Put("edges", each.edges);
+      PutBox(each.extent, nullptr);
+      std::vector<std::string> colours;
+      for (int const index : each.colours) {
+        std::string const colour = model.colours[static_cast<std::size_t>(index)].colour.Hexadecimal();
+        if (std::find(colours.begin(), colours.end(), colour) == colours.end()) colours.push_back(colour);
+      }
+      PutList("colours", colours);
+      Key("computed");
+      if (each.computed.has_value()) {
+        writer.StartObject();
+        Put("volume", each.computed->volume);
+        Put("area", each.computed->area);
+        PutNumbers("centroid", each.computed->centroid);
+        writer.EndObject();
+      } else {
+        writer.Null();
+      }
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void BeginNode(int product, int occurrence) {
+    writer.StartObject();
+    Put("product", model.products[static_cast<std::size_t>(product)].definition);
+    ModelOccurrence const* const use =
+        occurrence < 0 ? nullptr : &model.occurrences[static_cast<std::size_t>(occurrence)];
+    Put("occurrence", use == nullptr ? std::nullopt : std::optional(use->instance));
+    Put("name", model.NodeName(product, occurrence));
+    Put("designator", use == nullptr ? std::nullopt : use->designator);
+    PutNumbers("placement", use == nullptr ? Placement().Numbers() : use->placement.Numbers());
+    Key("children");
+    writer.StartArray();
+  }
+
+  // An explicit stack: structures can be as deep as the file is long. The number of nodes is bounded, since a short file
+  // can describe an exponential number of them.
+  void WriteStructure() {
+    Key("structure");
+    writer.StartArray();
+    long nodes = 0;
+    struct Level {
+      int product;
+      std::size_t next;
+    };
+    std::vector<Level> path;
+    for (int const root : model.roots) {
+      if (++nodes > ProductModel::kNodeLimit) break;
+      BeginNode(root, -1);
+      path.push_back({root, 0});
+      while (!path.empty()) {
+        Level& level = path.back();
+        auto const& children = model.products[static_cast<std::size_t>(level.product)].occurrences;
+        if (level.next == children.size() || nodes >= ProductModel::kNodeLimit) {
+          writer.EndArray();
+          writer.EndObject();
+          path.pop_back();
+          continue;
+        }
+        int const occurrence = children[level.next++];
+        int const child = model.occurrences[static_cast<std::size_t>(occurrence)].child;
+        ++nodes;
+        BeginNode(child, occurrence);
+        path.push_back({child, 0});
+      }
+    }
+    writer.EndArray();
+  }
+
+  void WriteExtent() {
+    std::string const unit =
+        model.extentUnits < 0 ? "" : model.units[static_cast<std::size_t>(model.extentUnits)].lengthName;
+    PutBox(model.extent, &unit);
+  }
+
+  void WriteColours() {
+    Key("colours");
+    writer.StartArray();
+    for (ModelColourUse const& each : model.colours) {
+      if (each.items == 0) continue;
+      writer.StartObject();
+      Put("colour", each.colour.Hexadecimal());
+      Put("transparency", each.colour.transparency);
+      Put("items", each.items);
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void WriteLayers() {
+    Key("layers");
+    writer.StartArray();
+    for (ModelLayer const& each : model.layers) {
+      writer.StartObject();
+      Put("instance", each.instance);
+      Put("name", each.name);
+      Put("description", each.description);
+      Put("items", static_cast<long>(each.items.size()));
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void WriteProperties() {
+    static constexpr char const* kKinds[] = {"validation", "material", "attribute", "other"};
+    Key("properties");
+    writer.StartArray();
+    for (ModelProperty const& each : model.properties) {
+      writer.StartObject();
+      Put("instance", each.instance);
+      Put("product", each.product.empty() ? std::nullopt : std::optional(each.product));
+      Put("name", each.name);
+      Put("description", each.description);
+      Put("kind", kKinds[each.kind]);
+      Key("values");
+      writer.StartArray();
+      for (ModelPropertyValue const& value : each.values) {
+        writer.StartObject();
+        Put("name", value.name);
+        if (!value.point.empty()) {
+          PutNumbers("value", value.point);
+        } else if (value.number.has_value()) {
+          Put("value", *value.number);
+        } else {
+          Put("value", value.text);
+        }
+        Put("unit", value.unit);
+        writer.EndObject();
+      }
+      writer.EndArray();
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void WriteAnnotations() {
+    static constexpr char const* kKinds[] = {"dimension", "tolerance", "datum", "note", "placeholder", "other"};
+    static constexpr char const* kForms[] = {"polyline", "tessellated", "semantic"};
+    Key("annotations");
+    writer.StartArray();
+    for (ModelAnnotation const& each : model.annotations) {
+      writer.StartObject();
+      Put("instance", each.instance);
+      Put("name", each.name);
+      Put("kind", kKinds[each.kind]);
+      Put("form", kForms[each.form]);
+      Put("value", each.value);
+      Put("view", each.view);
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  void WriteViews() {
+    Key("views");
+    writer.StartArray();
+    for (ModelView const& each : model.views) {
+      writer.StartObject();
+      Put("instance", each.instance);
+      Put("name", each.name);
+      Put("kind", each.kind == ModelView::Saved ? "saved" : "camera");
+      writer.EndObject();
+    }
+    writer.EndArray();
+  }
+
+  Document& document;
+  HeaderVisitor const& header;
+  ProductModel const& model;
+  Writer writer;
+};
+
+}  // namespace
+
+VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& stream) {
+  Document& document = *request.document;
+  HeaderVisitor header;
+  VRINResult const described = document.DescribeHeader(header);
+  if (described.IsFailure()) return described;
+  ProductModel const none;
+  ProductModel const* const model = document.GetModel(false, *request.progress);
+  JsonStream out(stream);
+  Summary(document, header, model != nullptr ? *model : none, out).Write();
+  out.Put('\n');
+  out.Flush();
+  return VREL_S_OK;
+}

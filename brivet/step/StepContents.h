@@ -1,0 +1,49 @@
+// Sections and instances of a STEP file.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "StepScanner.h"
+
+class StepDataSection;
+class StepEntityReader;
+
+// Table of contents: where each part of the file begins. The parts themselves are read again for each description.
+class StepContents {
+ public:
+  enum class Kind { Data, Entries, Lines };
+  struct Section {
+    Kind kind = Kind::Data;
+    std::string keyword;                  // of a section that contains no instances: ANCHOR, REFERENCE, SIGNATURE
+    StepDataSection* entities = nullptr;  // of a data section
+    std::uint32_t first = 0;              // its first instance, counted through the document
+    std::uint32_t end = 0;                // the instance after its last one
+    bool hasParameters = false;
+    StepScanner::Position begin;                 // of the parameters or the lines
+    std::vector<StepScanner::Position> entries;  // of ANCHOR and REFERENCE
+  };
+
+  Section& Add(Kind kind, std::string const& keyword = "");
+  // Adds an instance to the last section.
+  void AddInstance() { sections.back().end = ++count; }
+
+  std::vector<Section> const& Sections() const noexcept { return sections; }
+  Section& Last() { return sections.back(); }
+  long DataSectionCount() const noexcept { return dataSections; }
+  // Returns the number of instances, including those that could not be read.
+  std::uint32_t Count() const noexcept { return count; }
+  StepEntityReader& At(std::uint32_t instance) const;
+  // Returns the offset at which an instance ends at the latest, where the next one begins; the largest number for the
+  // last instance.
+  unsigned long EndOf(std::uint32_t instance) const;
+  // Returns the offset of the first instance that begins after an offset; the largest number if there is none.
+  unsigned long BeginAfter(unsigned long offset) const;
+
+ private:
+  std::vector<Section> sections;
+  std::vector<std::uint32_t> data;  // positions of the data sections in `sections`
+  long dataSections = 0;
+  std::uint32_t count = 0;
+};

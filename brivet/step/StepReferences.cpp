@@ -1,0 +1,108 @@
+#include "StepReferences.h"
+
+#include <algorithm>
+
+#include "Gk_ErrMgr.h"
+#include "InputError.h"
+#include "StepBytes.h"
+#include "StepEntityReader.h"
+#include "StepParser.h"
+
+namespace {
+
+constexpr std::size_t kNameDigits = 20;  // of an id in a message
+
+// How many referrers are kept in memory at once, as a share of the file's bytes: a reference has at least three.
+constexpr std::uint64_t kBytesForEachKept = 12;
+
+}  // namespace
+
+StepReferences::StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens)
+    : contents(instances),
+      buffer(bytes),
+      scanner(tokens),
+      ids(
+          [this](std::uint32_t instance) {
+            StepEntityReader const& entity = contents.At(instance);
+            return entity.IsRead() ? entity.Number() : StepIds::kLeftOut;
+          },
+          [this](std::uint64_t offset, std::size_t limit) { return DigitsAt(offset, limit); }) {}
+
+void StepReferences::AddExternal(DocumentVisitor::Id const& id) {
+  externals.emplace_back(id.digits);
+}
+
+void StepReferences::Build(OnDuplicate const& onDuplicate, OnDangling const& onDangling) {
+  std::sort(externals.begin(), externals.end());
+  ids.Index(onDuplicate);
+  // The first pass over the references counts them. Only that one reports those to nothing.
+  auto const walk = [this, onDangling, isFirst = true](StepReferrers::Note const& note) mutable {
+    ReadReferences([&](std::uint32_t source, std::uint32_t target) {
+      if (target != StepIds::kNone) {
+        note(source, target);
+      } else if (isFirst && !IsExternal(StepParser::IdOf(scanner.Current()))) {
+        onDangling(source);
+      }
+    });
+    isFirst = false;
+  };
+  referrers = std::make_unique<StepReferrers>(contents.Count(), walk, buffer.Size() / kBytesForEachKept);
+}
+
+// An instance ends before the next one begins. Without this limit a file that is overwritten while it is read could
+// make each instance seem to extend to the end of the file.
+void StepReferences::ReadReferences(StepReferrers::Note const& note) {
+  for (std::uint32_t source = 0; source < contents.Count(); ++source) {
+    Gk_ErrMgr::checkAbort();
+    StepEntityReader const& entity = contents.At(source);
+    if (!entity.IsRead()) continue;
+    scanner.Seek({entity.Offset(), entity.Line()});
+    StepBuffer::Limit const limit(buffer, contents.EndOf(source));
+    while (scanner.NextReference()) note(source, ids.Find(StepParser::IdOf(scanner.Current())));
+  }
+}
+
+bool StepReferences::Resolve(DocumentVisitor::Id& id) const {
+  std::uint32_t const instance = ids.Find(id);
+  if (instance != StepIds::kNone) {
+    id.ordinal = instance + 1;
+    return true;
+  }
+  return IsExternal(id);
+}
+
+bool StepReferences::IsExternal(DocumentVisitor::Id const& id) const {
+  return !externals.empty() && std::binary_search(externals.begin(), externals.end(), id.digits);
+}
+
+DocumentVisitor::Id StepReferences::IdAt(std::uint32_t instance, std::string& digits, std::size_t limit) const {
+  DocumentVisitor::Id id = ids.IdOf(contents.At(instance).Number(), digits, limit);
+  id.ordinal = instance + 1;
+  return id;
+}
+
+std::string StepReferences::NameAt(std::uint32_t instance) const {
+  return NameOf(contents.At(instance).Number());
+}
+
+std::string StepReferences::NameOf(std::uint64_t number) const {
+  std::string digits;
+  ids.IdOf(number, digits, kNameDigits + 1);
+  return "#" + (digits.size() <= kNameDigits ? digits : digits.substr(0, kNameDigits) + "...");
+}
+
+// Does not use the window of the buffer: ids are asked for in any order. The digits end before the instance that they
+// name begins, even if the file was overwritten with digits meanwhile.
+std::string StepReferences::DigitsAt(std::uint64_t offset, std::size_t limit) const {
+  std::string digits;
+  char block[256];
+  while (digits.size() < limit) {
+    std::size_t const wanted = std::min(limit - digits.size(), sizeof block);
+    std::size_t const count = buffer.ReadAt(offset + digits.size(), block, wanted);
+    char* const end = std::find_if(block, block + count, [](char byte) { return !IsDigit(byte); });
+    digits.append(block, end);
+    if (end != block + wanted) break;
+    if (digits.size() == sizeof block) limit = std::min<std::size_t>(limit, contents.BeginAfter(offset) - offset);
+  }
+  return digits;
+}

@@ -1,0 +1,59 @@
+// References between the instances of a STEP file.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "StepBuffer.h"
+#include "StepContents.h"
+#include "StepIds.h"
+#include "StepReferrers.h"
+#include "StepScanner.h"
+
+// Index in both directions: from a reference to its instance, and from an instance to those that refer to it.
+class StepReferences {
+ public:
+  // Called for a reference to nothing, which is the current token of the scanner.
+  using OnDangling = std::function<void(std::uint32_t source)>;
+  // Called for an instance whose id the earlier instance `first` has.
+  using OnDuplicate = std::function<void(std::uint32_t instance, std::uint32_t first)>;
+
+  // Ownership: nothing is owned.
+  StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens);
+
+  // Adds the next instance; `number` is that of StepIds.
+  void Add(std::uint64_t number) { ids.Add(number); }
+  // Adds an id that a REFERENCE section defines.
+  void AddExternal(DocumentVisitor::Id const& id);
+
+  // Builds both indexes, with one pass over the file. Called again after an exception, it begins again.
+  void Build(OnDuplicate const& onDuplicate, OnDangling const& onDangling);
+  bool IsBuilt() const noexcept { return referrers != nullptr; }
+
+  // Sets the ordinal of the id. Returns whether the document defines it.
+  bool Resolve(DocumentVisitor::Id& id) const;
+
+  // Returns the id of an instance; its digits are stored in `digits`.
+  DocumentVisitor::Id IdAt(std::uint32_t instance, std::string& digits, std::size_t limit = StepIds::kAllDigits) const;
+  // Returns the id for a message: "#12".
+  std::string NameAt(std::uint32_t instance) const;
+  // Returns the same for a number of StepIds.
+  std::string NameOf(std::uint64_t number) const;
+  // Requires: IsBuilt.
+  StepReferrers::Range ReferrersOf(std::uint32_t instance) { return referrers->Of(instance); }
+
+ private:
+  bool IsExternal(DocumentVisitor::Id const& id) const;
+  std::string DigitsAt(std::uint64_t offset, std::size_t limit) const;
+  void ReadReferences(StepReferrers::Note const& note);
+
+  StepContents const& contents;
+  StepBuffer& buffer;
+  StepScanner& scanner;
+  StepIds ids;
+  std::vector<std::string> externals;  // sorted by Build
+  std::unique_ptr<StepReferrers> referrers;
+};
