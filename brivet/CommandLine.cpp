@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <string_view>
@@ -12,7 +13,32 @@
 
 namespace {
 
-enum class OptionId { Output, Help, Version, Options, Set, Write, Progress, Quiet, List, NoSync };
+enum class OptionId {
+  Output,
+  Help,
+  Version,
+  Options,
+  Set,
+  Write,
+  Progress,
+  Quiet,
+  List,
+  NoSync,
+  Strict,
+  Report,
+  OutDir,
+  Jobs,
+  Force,
+  Formats,
+  Settings,
+  LogDir,
+  NoLog,
+  Verbose,
+  TempSpace,
+  Worker,
+  ReadLog,
+  WriteLog,
+};
 
 struct Option {
   char const* name;
@@ -23,13 +49,31 @@ struct Option {
 // VRELArgs would take "-options" for a one-letter option with its argument.
 constexpr Option kOutput = {"o", "FILE", OptionId::Output};
 
-// An abbreviation means the first option that begins with it.
+// An abbreviation means the first option that begins with it. The last three are those of worker processes.
 constexpr Option kOptions[] = {
-    {"help", nullptr, OptionId::Help},      {"version", nullptr, OptionId::Version},
-    {"options", "FILE", OptionId::Options}, {"set", "NAME=VALUE", OptionId::Set},
-    {"write", "FORMAT", OptionId::Write},   {"progress", nullptr, OptionId::Progress},
-    {"quiet", nullptr, OptionId::Quiet},    {"list", nullptr, OptionId::List},
+    {"help", nullptr, OptionId::Help},
+    {"version", nullptr, OptionId::Version},
+    {"options", "FILE", OptionId::Options},
+    {"set", "NAME=VALUE", OptionId::Set},
+    {"write", "FORMAT", OptionId::Write},
+    {"progress", nullptr, OptionId::Progress},
+    {"quiet", nullptr, OptionId::Quiet},
+    {"list", nullptr, OptionId::List},
     {"nosync", nullptr, OptionId::NoSync},
+    {"strict", nullptr, OptionId::Strict},
+    {"report", "FILE", OptionId::Report},
+    {"outdir", "DIR", OptionId::OutDir},
+    {"jobs", "N", OptionId::Jobs},
+    {"force", nullptr, OptionId::Force},
+    {"formats", nullptr, OptionId::Formats},
+    {"settings", nullptr, OptionId::Settings},
+    {"logdir", "DIR", OptionId::LogDir},
+    {"nolog", nullptr, OptionId::NoLog},
+    {"verbose", nullptr, OptionId::Verbose},
+    {"tempspace", "SIZE", OptionId::TempSpace},
+    {"worker", nullptr, OptionId::Worker},
+    {"readlog", "FILE", OptionId::ReadLog},
+    {"writelog", "FILE", OptionId::WriteLog},
 };
 
 // The names in the form that VRELArgs requires: writable strings, with ":" after those that take an argument, once for
@@ -85,26 +129,83 @@ class CommandLineParser {
 
  private:
   void ParseFiles() {
-    if (line.action == CommandLine::Help || line.action == CommandLine::Version) {
-      if (exclusiveOptionCount > 1) {
-        Refuse("options -help and -version exclude each other", "");
-      } else if (!files.empty() || hasOutputOption) {
-        Refuse("options -help and -version take no file", "");
-      }
-      return;
+    if (exclusiveOptionCount > 1) {
+      Refuse("options " + exclusiveNames + " exclude each other", "");
+    } else if (line.action == CommandLine::ListSettings) {
+      ParsePattern();
+    } else if (exclusiveOptionCount == 1) {
+      if (!files.empty() || hasOutputOption) Refuse("option " + exclusiveNames + " takes no file", "");
+    } else if (isListing) {
+      ParseListing();
+    } else if (!line.outputFolder.empty() || hasOutputFolder) {
+      ParseInputs();
+    } else {
+      ParseTranslation();
     }
-    std::size_t const limit = isListing || hasOutputOption ? 1 : 2;
-    if (isListing && hasOutputOption) {
+  }
+
+  void ParsePattern() {
+    if (files.size() > 1 || hasOutputOption) {
+      Refuse("option -settings takes one PATTERN", "");
+    } else if (!files.empty()) {
+      line.pattern = files[0];
+    }
+  }
+
+  void ParseListing() {
+    if (hasOutputOption || hasOutputFolder) {
       Refuse("option -list writes no OUTPUT", "");
     } else if (files.empty()) {
       Refuse("missing INPUT", "");
-    } else if (files.size() > limit) {
-      Refuse("extra argument " + QuoteName(files[limit]), isListing ? "-list takes one INPUT" : "");
+    } else if (files.size() > 1) {
+      Refuse("extra argument " + QuoteName(files[1]), "-list takes one INPUT");
+    } else if (line.report == "-") {
+      Refuse("options -list and -report - both write to standard output", "");
     } else {
-      line.action = isListing ? CommandLine::List : CommandLine::Translate;
+      line.action = CommandLine::List;
+      line.input = files[0];
+    }
+  }
+
+  void ParseInputs() {
+    if (line.outputFolder.empty()) {
+      Refuse("the name of the folder for -outdir is empty", "");
+    } else if (hasOutputOption) {
+      Refuse("options -outdir and -o exclude each other", "");
+    } else if (files.empty()) {
+      Refuse("missing INPUT", "");
+    } else {
+      line.action = CommandLine::TranslateAll;
+      line.inputs = std::move(files);
+    }
+  }
+
+  void ParseTranslation() {
+    std::size_t const limit = hasOutputOption ? 1 : 2;
+    if (line.jobs != 0) {
+      Refuse("option -jobs requires -outdir", "");
+    } else if (files.empty()) {
+      Refuse("missing INPUT", "");
+    } else if (files.size() > limit) {
+      Refuse("extra argument " + QuoteName(files[limit]), "to translate several files, use -outdir DIR");
+    } else {
+      line.action = CommandLine::Translate;
       line.input = files[0];
       if (files.size() == 2) line.output = files[1];
-      if ((files.size() == 2 || hasOutputOption) && line.output.empty()) Refuse("the name of OUTPUT is empty", "");
+      CheckOutput(files.size() == 2 || hasOutputOption);
+    }
+  }
+
+  void CheckOutput(bool isGiven) {
+    if (!isGiven) return;
+    std::string const extension(ExtensionOf(line.output));
+    if (line.output.empty()) {
+      Refuse("the name of OUTPUT is empty", "");
+    } else if (line.output == "-" && line.report == "-") {
+      Refuse("OUTPUT and -report are both standard output", "");
+    } else if (line.target == nullptr && !extension.empty() && Format::OfOutput(line.output) == nullptr) {
+      Refuse("no format has the extension of OUTPUT " + QuoteName(line.output),
+             "use one of " + Format::WrittenExtensions() + ", or -write FORMAT");
     }
   }
 
@@ -129,35 +230,95 @@ class CommandLineParser {
   bool Apply(Option const& option, std::string const& argument) {
     switch (option.id) {
       case OptionId::Help:
+        return SetAction(CommandLine::Help, option);
       case OptionId::Version:
-        ++exclusiveOptionCount;
-        line.action = option.id == OptionId::Help ? CommandLine::Help : CommandLine::Version;
-        break;
+        return SetAction(CommandLine::Version, option);
+      case OptionId::Formats:
+        return SetAction(CommandLine::ListFormats, option);
+      case OptionId::Settings:
+        return SetAction(CommandLine::ListSettings, option);
+      case OptionId::List:
+        isListing = true;
+        return true;
       case OptionId::Output:
-        line.output = argument;
         hasOutputOption = true;
-        break;
+        return SetText(line.output, argument);
+      case OptionId::OutDir:
+        hasOutputFolder = true;
+        return SetText(line.outputFolder, argument);
       case OptionId::Options:
         line.sources.push_back({OptionSource::File, argument});
-        break;
+        return true;
       case OptionId::Set:
         return ParseSetting(argument);
       case OptionId::Write:
         return ParseFormat(argument);
+      case OptionId::Jobs:
+        return ParseJobs(argument);
+      case OptionId::TempSpace:
+        return ParseTemporarySpace(argument);
+      case OptionId::Report:
+        return SetName(line.report, argument, "-report");
+      case OptionId::LogDir:
+        return SetName(line.logFolder, argument, "-logdir");
+      case OptionId::ReadLog:
+        return SetText(line.readLog, argument);
+      case OptionId::WriteLog:
+        return SetText(line.writeLog, argument);
       case OptionId::Progress:
-        line.showsProgress = true;
-        break;
+        return SetFlag(line.showsProgress, true);
       case OptionId::Quiet:
-        line.isQuiet = true;
-        break;
-      case OptionId::List:
-        isListing = true;
-        break;
+        return SetFlag(line.isQuiet, true);
       case OptionId::NoSync:
-        line.isSynchronized = false;
-        break;
+        return SetFlag(line.isSynchronized, false);
+      case OptionId::Strict:
+        return SetFlag(line.isStrict, true);
+      case OptionId::Force:
+        return SetFlag(line.isForced, true);
+      case OptionId::NoLog:
+        return SetFlag(line.hasLogs, false);
+      case OptionId::Verbose:
+        return SetFlag(line.isVerbose, true);
+      case OptionId::Worker:
+        return SetFlag(line.isWorker, true);
     }
     return true;
+  }
+
+  bool SetAction(CommandLine::Action action, Option const& option) {
+    ++exclusiveOptionCount;
+    exclusiveNames += (exclusiveNames.empty() ? "-" : " and -") + std::string(option.name);
+    line.action = action;
+    return true;
+  }
+
+  static bool SetFlag(bool& flag, bool value) {
+    flag = value;
+    return true;
+  }
+
+  static bool SetText(std::string& target, std::string const& text) {
+    target = text;
+    return true;
+  }
+
+  bool SetName(std::string& target, std::string const& name, std::string const& option) {
+    target = name;
+    return !name.empty() || Refuse("the name for " + option + " is empty", "");
+  }
+
+  bool ParseJobs(std::string const& text) {
+    bool const isNumber = !text.empty() && text.size() <= 4 && text.find_first_not_of("0123456789") == text.npos;
+    line.jobs = isNumber ? std::stoi(text) : 0;
+    if (line.jobs >= 1 && line.jobs <= CommandLine::kJobLimit) return true;
+    return Refuse("invalid argument " + QuoteName(text) + " for -jobs: not a number from 1 to " +
+                      std::to_string(CommandLine::kJobLimit),
+                  "");
+  }
+
+  bool ParseTemporarySpace(std::string const& text) {
+    return ParseSize(text, line.temporarySpace) ||
+           Refuse("invalid argument " + QuoteName(text) + " for -tempspace: not a size", "for example: -tempspace 500M");
   }
 
   bool ParseFormat(std::string const& name) {
@@ -173,12 +334,14 @@ class CommandLineParser {
       return true;
     }
     char const* const next = args.GetNextArg();
-    if (option.id == OptionId::Output && next != nullptr && std::string_view(next) == "-") {
+    bool const takesStandardOutput = option.id == OptionId::Output || option.id == OptionId::Report;
+    if (takesStandardOutput && next != nullptr && std::string_view(next) == "-") {
       argument = next;
       return true;
     }
     std::string const problem = std::string("option -") + option.name + " requires an argument: " + option.argument;
-    bool const isFile = std::string_view(option.argument) == "FILE" && next != nullptr;
+    std::string_view const kind(option.argument);
+    bool const isFile = (kind == "FILE" || kind == "DIR") && next != nullptr;
     return Refuse(problem, isFile ? "to use a file of the name " + QuoteName(next) + ", put ./ before it" : "");
   }
 
@@ -208,9 +371,11 @@ class CommandLineParser {
   VRELArgs args;
   CommandLine line;
   std::vector<std::string> files;
-  int exclusiveOptionCount = 0;  // -help and -version
+  int exclusiveOptionCount = 0;  // options that need no file: -help, -version, ...
+  std::string exclusiveNames;
   bool isListing = false;
   bool hasOutputOption = false;
+  bool hasOutputFolder = false;
 };
 
 }  // namespace
@@ -220,7 +385,9 @@ CommandLine CommandLine::Parse(int count, char** arguments) {
 }
 
 char const* CommandLine::Usage() {
-  return "usage: brivet [options] INPUT [OUTPUT]\nTry 'brivet -help' for more information.\n";
+  return "usage: brivet [options] INPUT [OUTPUT]\n"
+         "       brivet [options] -outdir DIR INPUT...\n"
+         "Try 'brivet -help' for more information.\n";
 }
 
 Format const& CommandLine::Target() const {
@@ -230,7 +397,22 @@ Format const& CommandLine::Target() const {
 }
 
 std::string CommandLine::OutputPath() const {
-  if (!output.empty()) return output;
-  std::string const name(input == "-" ? "stdin" : BaseNameOf(input));
-  return name.substr(0, name.size() - ExtensionOf(name).size()) + Target().extension;
+  return !output.empty() ? output : Target().OutputName(input);
+}
+
+bool ParseSize(std::string const& text, long& size) {
+  constexpr std::string_view kUnits = "KMGT";
+  constexpr long kLimit = 1L << 62U;
+  std::size_t const end = std::min(text.find_first_not_of("0123456789"), text.size());
+  if (end == 0 || end > 18 || text.size() - end > 1) return false;
+  long const number = std::stol(text.substr(0, end));
+  int shift = 0;
+  if (end < text.size()) {
+    std::size_t const unit = kUnits.find(text[end] >= 'a' ? static_cast<char>(text[end] - 'a' + 'A') : text[end]);
+    if (unit == kUnits.npos) return false;
+    shift = 10 * (static_cast<int>(unit) + 1);
+  }
+  if (number == 0 || number > kLimit >> shift) return false;
+  size = number << shift;
+  return true;
 }

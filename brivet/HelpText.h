@@ -3,6 +3,7 @@
 
 inline constexpr char kHelpText[] =
     R"(usage: brivet [options] INPUT [OUTPUT]
+       brivet [options] -outdir DIR INPUT...
 
 Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
 or to STEP again:
@@ -11,7 +12,9 @@ or to STEP again:
   bracket.html: 232 instances of 41 types from bracket.stp
 
 Without OUTPUT, the result is written to the current directory, with the name of
-INPUT and another extension. "-" is standard input or standard output.
+INPUT and another extension. "-" is standard input or standard output. Input may
+be compressed with gzip, or be a zip archive of one STEP file; output is
+compressed if its name ends in .gz.
 
 Options take one dash or two and can be abbreviated: -h, -vers. An argument
 follows as the next word or after "=": -write text, --write=text.
@@ -19,14 +22,28 @@ follows as the next word or after "=": -write text, --write=text.
   -write html|text|step  the format to write; by default that of the extension of
                          OUTPUT, or html without OUTPUT
   -o FILE                another way to give OUTPUT
+  -force                 overwrite an OUTPUT that is an existing STEP file
+  -strict                treat a partial result as a failure: write no output
   -list                  print a summary of INPUT with counts by type, and write
                          nothing
+  -report FILE           write the result as a line of JSON for each input
   -options FILE          read options of the translation from a file
   -set NAME=VALUE        set one option; later ones replace earlier ones
+  -outdir DIR            translate all INPUT files to a folder: DIR/NAME.html
+  -jobs N                with -outdir, the number of processes; by default one
+                         for each processor
+  -logdir DIR            write the logs to a folder
+  -nolog                 write no logs
   -progress              show a progress bar on standard error; this is the
                          default on a terminal
   -quiet                 print nothing; the exit status reports the result
+  -verbose               also print notes, for example about unused options
   -nosync                do not wait until the output is on the disk
+  -tempspace SIZE        limit for a temporary copy of the input; 16G by default
+  -formats               list the formats: name, title, what can be done, module
+                         and extensions
+  -settings              list the names for -set that match a PATTERN, for
+                         example 'Step*'; all without a PATTERN
   -help, --help          print this text
   -version, --version    print the version
   --                     the following words are files, even with a leading dash
@@ -46,7 +63,8 @@ and a direction; * matches any of them. An unknown name is set with a warning th
 suggests similar names.
 
 brivet_read.log in the current directory is the log of the run, brivet_write.log
-that of its writing phase. Environment variables:
+that of its writing phase. With -outdir they are DIR/NAME.read.log and
+DIR/NAME.write.log. Environment variables:
 
   VRELLogLevel    what is logged: ALL, DEBUG, TEST, VERBOSE, INFO (the default),
                   ERROR, ABORT or NONE
@@ -55,10 +73,13 @@ that of its writing phase. Environment variables:
 The output file is replaced atomically: a run that fails leaves an existing one
 unchanged. Ctrl-C stops a run within a second.
 
-Exit status: 0 success, also if parts of the document were lost, each with a
-warning; 1 error in an options file; 2 wrong command line; 3 interrupted;
-4 format module missing; 7 out of memory; 13 file not found; 14 file cannot be
-read; 15 output cannot be written; 21 not a valid STEP file.
+Exit status: 0 success;
+1 error in an options file or an option; 2 wrong command line; 3 interrupted;
+4 format module missing; 7 out of memory;
+8 partial: something was lost, and the output has the rest; 13 file not found;
+14 file cannot be read; 15 output cannot be written; 21 not a valid STEP file.
+With several inputs it is that of the first one that failed, else 8 if one is
+partial.
 
 Errors and warnings are lines on standard error:
 

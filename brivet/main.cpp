@@ -1,25 +1,40 @@
 // brivet: translates a document by format modules.
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 #include "AbortSignals.h"
+#include "Batch.h"
 #include "CatchAsResult.h"
 #include "CommandLine.h"
 #include "Diagnostics.h"
+#include "FileError.h"
+#include "Formats.h"
 #include "HelpText.h"
+#include "InputDocument.h"
 #include "Job.h"
+#include "OptionDescriptions.h"
 #include "OptionSet.h"
 #include "OutOfMemory.h"
+#include "OutputFile.h"
 #include "ProgressBar.h"
 #include "ProgressReporter.h"
+#include "RunReport.h"
 #include "StandardErrorListener.h"
 #include "StandardOutput.h"
 #include "Translation.h"
+#include "VRELAbortException.h"
 #include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
 #include "VRELLibraryManager.h"
@@ -28,18 +43,33 @@ namespace {
 
 constexpr int kUsageStatus = 2;
 
-int StatusOf(VRINResult result) {
-  return static_cast<int>(result.GetReturnCode());
+// Returns the path of a log: that of a worker, else `name` in the folder of -logdir; empty if there is none.
+std::string LogPath(CommandLine const& line, std::string const& ofWorker, char const* name) {
+  if (!line.hasLogs) return "";
+  if (!ofWorker.empty()) return ofWorker;
+  return line.logFolder.empty() ? name : line.logFolder + "/" + name;
 }
 
-VRINResult Print(std::string const& text) {
-  return CatchAsResult("standard output", [&text] { return PrintText(text); });
+int Print(std::string const& text) {
+  return ExitStatusOf(CatchAsResult("standard output", [&text] { return PrintText(text); }));
+}
+
+int RefuseToRun(std::string const& problem, std::string const& hint) {
+  ReportProblem(problem);
+  if (!hint.empty()) ReportProblem("hint", hint);
+  return kUsageStatus;
 }
 
 Job JobOf(CommandLine const& line) {
   Job job;
   job.input = line.input;
-  job.isQuiet = line.isQuiet;
+  job.readLog = LogPath(line, line.readLog, "brivet_read.log");
+  job.writeLog = LogPath(line, line.writeLog, "brivet_write.log");
+  job.temporarySpace = line.temporarySpace;
+  job.isStrict = line.isStrict;
+  job.isVerbose = line.isVerbose;
+  job.areOptionsReported = !line.isWorker;
+  job.isQuiet = line.isQuiet || line.report == "-";
   job.isSynchronized = line.isSynchronized;
   if (line.action == CommandLine::List) return job;
   job.target = &line.Target();
@@ -49,17 +79,55 @@ Job JobOf(CommandLine const& line) {
 
 // Reports the errors of all option sources, not only of the first.
 VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
-  VRINResult result = VREL_S_OK;
-  for (OptionSource const& source : line.sources) result &= options.Add(source);
-  return result;
+  return CatchAsResult(line.input, [&] {
+    VRINResult result = VREL_S_OK;
+    for (OptionSource const& source : line.sources) result &= options.Add(source);
+    return result;
+  });
 }
 
-VRINResult Translate(CommandLine const& line, OptionSet& options) {
-  ProgressReporter progress;
-  Translation translation(JobOf(line), options, progress);
+// The file of -report, which is opened before anything is read.
+class ReportFile {
+ public:
+  // Fails after a report.
+  VRINResult Open(CommandLine const& line) {
+    if (line.report.empty()) return VREL_S_OK;
+    return CatchAsResult(line.report, [&]() -> VRINResult {
+      file.emplace(line.report, kNoInput, OutputFile::NotSynchronized);
+      return VREL_S_OK;
+    });
+  }
+
+  OutputFile* Stream() { return file ? &*file : nullptr; }
+
+  // Completes the file. The translations are done, so that a failure is a warning.
+  void Commit() {
+    if (!file) return;
+    try {
+      file->Commit();
+    } catch (FileError const& error) {
+      ReportWarning("the report is incomplete", error.message);
+    } catch (VRELAbortException const&) {
+    }
+  }
+
+ private:
+  static constexpr struct stat kNoInput = {};
+
+  std::optional<OutputFile> file;
+};
+
+// Runs a translation and returns its result, which is final once the output is in place.
+VRINResult Run(Translation& translation, Job const& job) {
   VRINResult const result = translation.Run();
-  // Once the output is in place, nothing turns the run into a failure.
-  return translation.IsCommitted() ? result : CatchAsResult(line.input, [&result] { return result; });
+  return translation.IsCommitted() ? result : CatchAsResult(job.ShownInput(), [&result] { return result; });
+}
+
+RunReport Translate(CommandLine const& line, OptionSet& options) {
+  Job const job = JobOf(line);
+  ProgressReporter progress;
+  Translation translation(job, options, progress);
+  return translation.Report(Run(translation, job));
 }
 
 void FreeLibraries() {
@@ -70,30 +138,124 @@ void FreeLibraries() {
   }
 }
 
-VRINResult Translate(CommandLine const& line) {
+// Refuses an existing STEP file as the output: "brivet *.stp" in a folder of two files would overwrite the second.
+std::string WhyNotOverwrite(CommandLine const& line) {
+  if (line.output.empty() || line.output == "-" || line.target != nullptr || line.isForced) return "";
+  struct stat input;
+  struct stat output;
+  bool const exists = stat(line.output.c_str(), &output) == 0 && S_ISREG(output.st_mode);
+  // The input itself is refused with a message of its own.
+  bool const isInput = stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev &&
+                       input.st_ino == output.st_ino;
+  if (!exists || isInput || !IsStepDocument(line.output)) return "";
+  return "OUTPUT " + QuoteName(line.output) + " is an existing STEP file";
+}
+
+int TranslateOne(CommandLine const& line) {
+  auto const begin = std::chrono::steady_clock::now();
   AbortOnSignals();
+  std::string const obstacle = WhyNotOverwrite(line);
+  if (!obstacle.empty()) {
+    return RefuseToRun(obstacle, "to overwrite it, use -force or -write; to translate several files, use -outdir DIR");
+  }
   OptionSet options;
-  VRINResult result = CatchAsResult(line.input, [&] { return ReadOptions(line, options); });
-  if (result.IsSuccess()) result = Translate(line, options);
+  VRINResult result = ReadOptions(line, options);
+  ReportFile reportFile;
+  if (result.IsSuccess()) result = reportFile.Open(line);
+  if (result.IsFailure()) return ExitStatusOf(result);
+  RunReport report = Translate(line, options);
   FreeLibraries();
-  return result;
+  report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  if (reportFile.Stream() != nullptr) {
+    std::string const json = report.ToJson();
+    reportFile.Stream()->write(json.data(), static_cast<int>(json.size()));
+    reportFile.Commit();
+  }
+  return report.exitStatus;
 }
 
-int Refuse(CommandLine const& line) {
-  ReportProblem(line.problem);
-  if (!line.hint.empty()) ReportProblem("hint", line.hint);
-  if (!line.isQuiet) std::fputs(CommandLine::Usage(), stderr);
-  return kUsageStatus;
+int JobCount(CommandLine const& line) {
+  if (line.jobs != 0) return line.jobs;
+  return static_cast<int>(std::clamp<unsigned>(std::thread::hardware_concurrency(), 1, CommandLine::kJobLimit));
 }
 
-VRINResult Act(CommandLine const& line) {
+std::vector<std::string> WorkerWords(CommandLine const& line) {
+  std::vector<std::string> words = {"-write=" + std::string(line.Target().name),
+                                    "-tempspace=" + std::to_string(line.temporarySpace)};
+  if (line.isQuiet) words.emplace_back("-quiet");
+  if (line.isStrict) words.emplace_back("-strict");
+  if (!line.hasLogs) words.emplace_back("-nolog");
+  if (!line.isSynchronized) words.emplace_back("-nosync");
+  for (OptionSource const& source : line.sources) {
+    words.push_back((source.kind == OptionSource::File ? "-options=" : "-set=") + source.text);
+  }
+  return words;
+}
+
+void CreateFolder(std::string const& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (!error && !std::filesystem::is_directory(folder)) error = std::make_error_code(std::errc::not_a_directory);
+  if (error) throw MakeFileError(VREL_E_FILE_SAVE, "create the folder", folder, error.value());
+}
+
+// A worker reads the options files again.
+void CheckOptionsFiles(CommandLine const& line) {
+  for (OptionSource const& source : line.sources) {
+    if (source.kind == OptionSource::File && !std::filesystem::is_regular_file(source.text)) {
+      throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file",
+                      ""};
+    }
+  }
+}
+
+int TranslateAll(CommandLine const& line) {
+  AbortOnSignals();
+  std::string const logFolder = line.hasLogs ? (line.logFolder.empty() ? line.outputFolder : line.logFolder) : "";
+  std::vector<BatchItem> const items = MakeBatch(line.inputs, line.Target(), line.outputFolder, logFolder);
+  std::string const conflict = FindConflict(items);
+  if (!conflict.empty()) return RefuseToRun(conflict, "translate them to different folders");
+  VRINResult result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
+    CheckOptionsFiles(line);
+    OptionSet options;
+    VRINResult const read = ReadOptions(line, options);
+    options.ReportWarnings();
+    if (read.IsSuccess()) CreateFolder(line.outputFolder);
+    if (read.IsSuccess() && !logFolder.empty()) CreateFolder(logFolder);
+    return read;
+  });
+  ReportFile reportFile;
+  if (result.IsSuccess()) result = reportFile.Open(line);
+  if (result.IsFailure()) return ExitStatusOf(result);
+  int status = 0;
+  result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
+    bool const showsProgress = !line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0);
+    Batch batch(items, WorkerWords(line), JobCount(line));
+    status = batch.Run(reportFile.Stream(), showsProgress, line.isQuiet, line.report == "-");
+    return VREL_S_OK;
+  });
+  reportFile.Commit();
+  return result.IsFailure() && status == 0 ? ExitStatusOf(result) : status;
+}
+
+int Act(CommandLine const& line) {
   switch (line.action) {
+    case CommandLine::Refuse:
+      RefuseToRun(line.problem, line.hint);
+      if (!line.isQuiet) std::fputs(CommandLine::Usage(), stderr);
+      return kUsageStatus;
     case CommandLine::Help:
       return Print(kHelpText);
     case CommandLine::Version:
       return Print("brivet " BRIVET_VERSION "\n");
+    case CommandLine::ListFormats:
+      return Print(Format::Table());
+    case CommandLine::ListSettings:
+      return Print(ListOptions(line.pattern));
+    case CommandLine::TranslateAll:
+      return TranslateAll(line);
     default:
-      return Translate(line);
+      return TranslateOne(line);
   }
 }
 
@@ -103,12 +265,12 @@ int Run(int count, char** arguments) {
   std::setlocale(LC_ALL, "");
   VRELErrorTracker::Initialize();
   CommandLine const line = CommandLine::Parse(count, arguments);
+  bool const isSingle = line.action == CommandLine::Translate || line.action == CommandLine::List;
   std::optional<ProgressBar> bar;
-  if (!line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0)) bar.emplace();
+  if (isSingle && !line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0)) bar.emplace();
   std::optional<StandardErrorListener> listener;
-  if (!line.isQuiet) listener.emplace(bar ? &*bar : nullptr);
-  if (line.action == CommandLine::Refuse) return Refuse(line);
-  return StatusOf(Act(line));
+  if (!line.isQuiet) listener.emplace(bar ? &*bar : nullptr, line.isVerbose);
+  return Act(line);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// Feeds Gk_PacketInputStream a text (the input behind the first line), through a stream that gives little at a time,
-// and counts its lines with Gk_IndexedInputStream. The first bytes tell the sizes, the rest of the first line the
-// operations, a byte and a number each. Asserts what a model says that works on places in the text.
+// Feeds Gk_PacketInputStream generated input (after the first line) through a stream with short reads, and counts lines
+// with Gk_IndexedInputStream. The first bytes are the sizes, the rest of the first line the operations, a byte and a
+// number each. Compares the results with a model on a string and a position.
 #include "Gk_PacketInputStream.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace {
 class Reader {
  public:
   Reader(std::string const& bytes, int most, int size)
-      : text(bytes), beneath(bytes, most), packets(&beneath, size), stream(&packets) {}
+      : text(bytes), underlying(bytes, most), packets(&underlying, size), stream(&packets) {}
 
   void Do(int operation, int number) {
     switch (operation) {
@@ -41,23 +41,23 @@ class Reader {
         break;
       default:
         packets.fetchPacket();
-        at = beneath.getCurrentOffset() - Held();
+        at = underlying.getCurrentOffset() - Held();
         break;
     }
-    Require(stream.available() == Size() - at, "the bytes left are told");
-    Require(stream.getCurrentOffset() == at, "the place of the next byte is told");
+    Require(stream.available() == Size() - at, "available() is the number of bytes left");
+    Require(stream.getCurrentOffset() == at, "getCurrentOffset() is the position of the next byte");
     Require(stream.getLineNumber() == lines, "line feeds are counted");
   }
 
  private:
   long Size() const { return static_cast<long>(text.size()); }
 
-  long Held() const { return packets.available() - beneath.available(); }
+  long Held() const { return packets.available() - underlying.available(); }
 
   void ReadChar() {
     int const c = stream.readChar();
-    if (at == Size()) return Require(c == -1, "the end is told");
-    Require(c == static_cast<unsigned char>(text[static_cast<std::size_t>(at)]), "a byte is the next of the text");
+    if (at == Size()) return Require(c == -1, "the end of input is reported");
+    Require(c == static_cast<unsigned char>(text[static_cast<std::size_t>(at)]), "readChar returns the next byte");
     Count(1, 1);
     ++at;
   }
@@ -76,7 +76,7 @@ class Reader {
   void Add(long count) {
     at -= count;
     Count(count, -1);
-    Require(stream.add(Gk_String(text.data() + at, static_cast<int>(count))), "bytes go back");
+    Require(stream.add(Gk_String(text.data() + at, static_cast<int>(count))), "add returns true");
   }
 
   // Counts the line feeds among the next bytes.
@@ -86,12 +86,12 @@ class Reader {
   }
 
   long RequireCount(long taken, long count) const {
-    Require(taken == (at == Size() ? -1 : std::min(count, Size() - at)), "a read ends with the text alone");
+    Require(taken == (at == Size() ? -1 : std::min(count, Size() - at)), "a read is short only at the end of input");
     return taken;
   }
 
   std::string const& text;
-  MemoryStream beneath;
+  MemoryStream underlying;
   Gk_PacketInputStream packets;
   Gk_IndexedInputStream stream;
   long at = 0;

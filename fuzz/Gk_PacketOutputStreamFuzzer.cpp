@@ -1,6 +1,6 @@
-// Writes the input through Gk_PacketOutputStream. The first byte tells the size of a packet, the first line the lengths
-// of the writes, the rest is written. Asserts that the stream beneath gets the bytes in their order, no later than
-// promised, and all of them behind a flush.
+// Writes generated input through Gk_PacketOutputStream. The first byte is the size of a packet, the first line the
+// lengths of the writes, and the rest is written. Checks that the underlying stream receives the bytes in order, at
+// most one packet late, and all of them after a flush.
 #include "Gk_PacketOutputStream.h"
 
 #include <algorithm>
@@ -12,16 +12,16 @@
 
 namespace {
 
-// Keeps what is written, and which writes there were.
+// Records the writes.
 class Target : public VRELOutputStream {
  public:
   int write(char const* buffer, int count) override {
-    Require(count >= 0, "a write has a length");
+    Require(count >= 0, "a write has no negative length");
     written.append(buffer, static_cast<std::size_t>(count));
     return count;
   }
   void flush() override { ++flushes; }
-  void close() override { Require(false, "nobody closes the stream"); }
+  void close() override { Require(false, "the stream is not closed"); }
 
   std::string written;
   int flushes = 0;
@@ -46,18 +46,19 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
     if (asked == 39) {
       stream.flush();
       ++flushes;
-      Require(target.written.size() == at, "a flush writes all");
+      Require(target.written.size() == at, "flush writes all pending bytes");
     } else if (asked == 1 && count == 1) {
-      Require(stream.write(text[at]) == text[at], "a byte is given back");
+      Require(stream.write(text[at]) == text[at], "write returns the byte");
     } else {
-      Require(stream.write(text.data() + at, count) == count, "all bytes are taken");
+      Require(stream.write(text.data() + at, count) == count, "write returns the count");
     }
     if (asked != 39) at += static_cast<std::size_t>(count);
-    Require(text.compare(0, target.written.size(), target.written) == 0, "bytes keep their order");
-    Require(target.written.size() + static_cast<std::size_t>(std::max(packet, 0)) >= at, "no more than a packet waits");
-    Require(target.flushes == flushes, "the stream beneath is flushed when asked");
+    Require(text.compare(0, target.written.size(), target.written) == 0, "bytes are written in order");
+    Require(target.written.size() + static_cast<std::size_t>(std::max(packet, 0)) >= at,
+            "at most one packet is pending");
+    Require(target.flushes == flushes, "the underlying stream is flushed by flush");
   }
   stream.flush();
-  Require(target.written == text.substr(0, at), "a flush writes all");
+  Require(target.written == text.substr(0, at), "flush writes all pending bytes");
   return 0;
 }

@@ -1,6 +1,6 @@
-// Feeds Gk_ROString::matchPathPattern a pattern (the first line) and a name (the rest). Asserts what a model says that
-// tries every place behind a star by calling itself, where the texts are short enough for that; matchPathString gets
-// the same texts, beside a model too.
+// Matches a name (all lines but the first) against a pattern (the first line) by Gk_ROString::matchPathPattern and
+// matchPathString, and compares the results with models. The model of patterns tries every position after a star
+// recursively, and is used only for short strings.
 #include "Gk_ROString.h"
 
 #include <algorithm>
@@ -17,10 +17,10 @@ unsigned char Folded(char c) {
   return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
 }
 
-// Both texts end in a zero byte.
+// Both strings end in a zero byte.
 bool Matches(char const* name, char const* pattern);
 
-// Goes behind the set that begins at the pattern and tells whether it takes the byte.
+// Moves past the set at the beginning of the pattern, and returns whether it takes the byte.
 bool TakesByte(char const*& pattern, unsigned char byte) {
   bool const negated = *pattern == '!' || *pattern == '^';
   if (negated) ++pattern;
@@ -51,7 +51,7 @@ bool TakesByte(char const*& pattern, unsigned char byte) {
   return negated;
 }
 
-bool MatchesBehindStar(char const* name, char const* pattern) {
+bool MatchesAfterStar(char const* name, char const* pattern) {
   for (; *pattern == '?' || *pattern == '*'; ++pattern) {
     if (*name == '/' || (*name == '\0' && *pattern == '?')) return false;
     if (*name != '\0') ++name;
@@ -68,7 +68,7 @@ bool Matches(char const* name, char const* pattern) {
   char const* const begin = name;
   for (; *pattern != '\0'; ++name) {
     char const element = *pattern++;
-    if (element == '*') return MatchesBehindStar(name, pattern);
+    if (element == '*') return MatchesAfterStar(name, pattern);
     bool const leadingDot = *name == '.' && (name == begin || name[-1] == '/');
     if (element == '?') {
       if (*name == '\0' || *name == '/' || leadingDot) return false;
@@ -100,16 +100,17 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   FuzzInput input(bytes, size);
   std::string const pattern = input.Line();
   std::string const name = input.Rest();
-  // Without terminators, so that nothing behind the views can be read.
+  // Without terminators, so that AddressSanitizer finds reads after the bytes.
   Gk_ROString const nameView(name.data(), static_cast<int>(name.size()));
   Gk_ROString const patternView(pattern.data(), static_cast<int>(pattern.size()));
   bool const matches = nameView.matchPathPattern(patternView);
   bool const isShort = name.size() <= 24 && std::count(pattern.begin(), pattern.end(), '*') <= 4;
-  if (isShort) Require(matches == Matches(name.c_str(), pattern.c_str()), "a name matches as the pattern says");
+  if (isShort)
+    Require(matches == Matches(name.c_str(), pattern.c_str()), "a name matches a pattern if the model matches");
 
   std::string const path = name.c_str();
   std::string const segment = pattern.c_str();
   int const length = nameView.matchPathString(patternView);
-  Require(length == SegmentLength(path, segment), "a path begins with a segment");
+  Require(length == SegmentLength(path, segment), "a segment takes as many bytes as in the model");
   return 0;
 }

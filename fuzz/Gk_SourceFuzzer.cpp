@@ -1,6 +1,6 @@
-// Feeds Gk_Source a text (the input behind three lines), from memory or through packets. The first line holds the
-// delimiters, the second a pattern, the third the operations, a byte each. Asserts what a model says that works on
-// places in the text.
+// Feeds Gk_Source generated input (after three lines), from memory or through packets. The first line has the
+// delimiters, the second a pattern, the third the operations, a byte each. Compares the results with a model on a
+// string and a position.
 #include "Gk_Source.h"
 
 #include <algorithm>
@@ -66,7 +66,7 @@ Gk_String TextOf(std::string const& bytes) {
 }
 
 void RequireToken(Gk_String const& token, std::string const& expected) {
-  if (expected.empty()) return Require(token.len() == 0, "an empty token has no element");
+  if (expected.empty()) return Require(token.len() == 0, "an empty token has no elements");
   Require(token.len() == static_cast<int>(expected.size()) + 1, "a token has its bytes and a terminator");
   Require(std::memcmp(token.begin(), expected.c_str(), expected.size() + 1) == 0, "a token has the bytes of the text");
 }
@@ -95,7 +95,7 @@ void ReadNumber(Gk_Source& source, std::string const& token, int kind) {
       break;
     }
   }
-  Require(same, "a number is the parser's");
+  Require(same, "a number is that of Gk_StringParser");
 }
 
 void ReadPattern(Gk_Source& source, Model& model, std::string const& pattern) {
@@ -106,7 +106,7 @@ void ReadPattern(Gk_Source& source, Model& model, std::string const& pattern) {
     expected = model.Next();
   }
   Gk_ROString const found = source.matchPattern(view);
-  Require(found.len() == static_cast<int>(expected.empty() ? 0 : expected.size() + 1), "the match is found");
+  Require(found.len() == static_cast<int>(expected.empty() ? 0 : expected.size() + 1), "matchPattern finds the token");
   Require(std::memcmp(found, expected.c_str(), expected.size()) == 0, "the match has its bytes");
 }
 
@@ -115,7 +115,7 @@ void ReadChars(Gk_Source& source, Model& model) {
   char* target = buffer.data();
   source >> target;
   std::string const expected = model.NextString();
-  if (expected.empty()) return Require(buffer[0] == '?', "an empty token leaves the buffer alone");
+  if (expected.empty()) return Require(buffer[0] == '?', "an empty token leaves the buffer unchanged");
   Require(std::strcmp(buffer.data(), expected.c_str()) == 0, "a token is copied");
 }
 
@@ -134,7 +134,7 @@ void Read(Gk_Source& source, Model& model, std::string const& pattern, unsigned 
       return model.Skip();
     case 5:
       model.Skip();
-      return Require(source.isEmpty() == (model.at == model.text.size()), "the end is told");
+      return Require(source.isEmpty() == (model.at == model.text.size()), "the end of input is reported");
     case 6:
       return ReadPattern(source, model, pattern);
     case 7:
@@ -142,7 +142,7 @@ void Read(Gk_Source& source, Model& model, std::string const& pattern, unsigned 
     case 8: {
       char c = '?';
       source >> c;
-      return Require(c == model.Next().c_str()[0], "the first byte of a token is given");
+      return Require(c == model.Next().c_str()[0], "operator>>(char&) reads the first byte of a token");
     }
     default:
       return ReadNumber(source, model.Next(), operation % 12 - 9);

@@ -1,5 +1,5 @@
-// Feeds Gk_StringParser a text, with its terminator and without one. Asserts what regular expressions say of its kind,
-// what the C library makes of integers, and what a model makes of real numbers.
+// Parses a generated string by Gk_StringParser, with and without a terminator. Compares the classification with a
+// scanner, integers with the C library, and real numbers with a model.
 #include "Gk_StringParser.h"
 
 #include <algorithm>
@@ -16,8 +16,8 @@
 
 namespace {
 
-// A text that is walked from front to back.
-struct Walk {
+// Scanner from the beginning of a string to its end.
+struct Scanner {
   bool Take(char const* set) {
     if (at >= text.size() || std::strchr(set, text[at]) == nullptr) return false;
     ++at;
@@ -39,25 +39,25 @@ struct Walk {
   std::size_t at = 0;
 };
 
-char const* const decimals = "0123456789";
-char const* const hexadecimals = "0123456789abcdefABCDEF";
+char const* const kDigits = "0123456789";
+char const* const kHexDigits = "0123456789abcdefABCDEF";
 
-bool EndsInUnsigned(Walk walk) {
-  walk.TakeAll(walk.TakeWord("0x") ? hexadecimals : decimals);
-  return walk.Ends();
+bool EndsInUnsigned(Scanner scanner) {
+  scanner.TakeAll(scanner.TakeWord("0x") ? kHexDigits : kDigits);
+  return scanner.Ends();
 }
 
-bool EndsInInteger(Walk walk) {
-  walk.Take("+-");
-  return EndsInUnsigned(walk);
+bool EndsInInteger(Scanner scanner) {
+  scanner.Take("+-");
+  return EndsInUnsigned(scanner);
 }
 
-bool IsReal(Walk walk) {
-  walk.Take("+-");
-  int digits = walk.TakeAll(decimals);
-  if (walk.Take(".")) digits += walk.TakeAll(decimals);
+bool IsReal(Scanner scanner) {
+  scanner.Take("+-");
+  int digits = scanner.TakeAll(kDigits);
+  if (scanner.Take(".")) digits += scanner.TakeAll(kDigits);
   if (digits == 0) return false;
-  return walk.Take("eE") ? EndsInInteger(walk) : walk.Ends();
+  return scanner.Take("eE") ? EndsInInteger(scanner) : scanner.Ends();
 }
 
 double RealOf(std::string const& text, std::size_t& taken) {
@@ -71,17 +71,17 @@ double RealOf(std::string const& text, std::size_t& taken) {
 
 void CheckKinds(std::string const& text) {
   Gk_StringParser parser(text.c_str());
-  Require(parser.isString(text.c_str()), "a text is itself");
+  Require(parser.isString(text.c_str()), "a string equals itself");
   for (int from = 0; from <= std::min<int>(static_cast<int>(text.size()), 8); ++from) {
-    Walk const walk{text, static_cast<std::size_t>(from)};
-    Require(parser.isUnsignedInteger(from) == EndsInUnsigned(walk), "an unsigned integer is known");
-    Require(parser.isInteger(from) == EndsInInteger(walk), "an integer is known");
-    Require(parser.isReal(from) == IsReal(walk), "a real number is known");
-    Walk decimal = walk;
-    Require(parser.countDigits(from) == decimal.TakeAll(decimals), "digits are counted");
+    Scanner const scanner{text, static_cast<std::size_t>(from)};
+    Require(parser.isUnsignedInteger(from) == EndsInUnsigned(scanner), "an unsigned integer is recognized");
+    Require(parser.isInteger(from) == EndsInInteger(scanner), "an integer is recognized");
+    Require(parser.isReal(from) == IsReal(scanner), "a real number is recognized");
+    Scanner decimal = scanner;
+    Require(parser.countDigits(from) == decimal.TakeAll(kDigits), "digits are counted");
     Require(parser.spill() != nullptr && *parser.spill() == text.c_str()[decimal.at], "a count ends at its spill");
-    Walk hexadecimal = walk;
-    Require(parser.countHexDigits(from) == hexadecimal.TakeAll(hexadecimals), "hexadecimal digits are counted");
+    Scanner hexadecimal = scanner;
+    Require(parser.countHexDigits(from) == hexadecimal.TakeAll(kHexDigits), "hexadecimal digits are counted");
   }
 }
 
@@ -89,7 +89,7 @@ void CheckValues(std::string const& text) {
   Gk_StringParser parser(text.c_str());
   errno = 0;
   long const whole = std::strtol(text.c_str(), nullptr, 0);
-  Require(parser.intValue() == std::clamp<long>(whole, INT_MIN, INT_MAX), "an integer is clipped");
+  Require(parser.intValue() == std::clamp<long>(whole, INT_MIN, INT_MAX), "an integer is limited to its type");
   Require(parser.clean(), "a conversion tests its spill");
 
   errno = 0;
@@ -98,17 +98,17 @@ void CheckValues(std::string const& text) {
   bool const negative = std::string(text.c_str(), static_cast<char const*>(end)).find('-') != std::string::npos;
   unsigned long const magnitude = negative ? 0UL - big : big;
   unsigned const expected = errno == ERANGE || magnitude > UINT_MAX ? UINT_MAX : static_cast<unsigned>(big);
-  Require(parser.uIntValue() == expected, "an unsigned integer is clipped");
+  Require(parser.uIntValue() == expected, "an unsigned integer is limited to its type");
   Require(*parser.spill() == *end, "an integer ends at its spill");
 
   std::size_t taken = 0;
   double const real = RealOf(text, taken);
   double const value = parser.realValue();
-  Require(value == real || (std::isnan(value) && std::isnan(real)), "a real number is that of the promised steps");
+  Require(value == real || (std::isnan(value) && std::isnan(real)), "a real number equals the model");
   Require(*parser.spill() == text.c_str()[taken], "a real number ends at its spill");
 }
 
-// Bytes without a terminator: nothing behind them is read.
+// Without a terminator, so that AddressSanitizer finds reads after the bytes.
 void CheckBareBytes(std::uint8_t const* bytes, std::size_t size) {
   Gk_StringParser parser(Gk_String(reinterpret_cast<char const*>(bytes), static_cast<int>(size)));
   for (int from = -1; from <= static_cast<int>(std::min<std::size_t>(size, 8)) + 1; ++from) {

@@ -1,5 +1,5 @@
-// Feeds the text of pages any bytes, as AppendEscapingControls gives them and bare. Asserts that nothing in the result has a
-// meaning in HTML, that all of it is ASCII, and that it reads back as the text, with U+FFFD for what is no UTF-8.
+// Feeds the text of pages any bytes, as AppendEscapingControls gives them and bare. Asserts that nothing in the result
+// has a meaning in HTML, that all of it is ASCII, and that it reads back as the text, with U+FFFD for what is no UTF-8.
 #include "HtmlText.h"
 
 #include <algorithm>
@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "Require.h"
 #include "EscapedText.h"
+#include "Require.h"
 #include "VRELString.h"
 
 namespace {

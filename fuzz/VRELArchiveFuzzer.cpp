@@ -1,6 +1,5 @@
-// Feeds VRELArchive an archive (the input behind the first line), from memory and from a stream that gives little at a
-// time; each byte of the first line is a read. Asserts values, texts, counts and the code of the exception as a model
-// of the layout has them.
+// Feeds VRELArchive a generated archive (after the first line), from memory and from a stream with short reads. Each
+// byte of the first line is a read. Compares values, strings, counts and exception codes with a model of the layout.
 #include "VRELArchive.h"
 
 #include <algorithm>
@@ -21,7 +20,7 @@ namespace {
 
 constexpr int kinds = 12;
 
-// What the archive's reads must give. A read beyond the end throws, as the archive's do.
+// Model of the archive. A read beyond the end throws.
 class Model {
  public:
   explicit Model(std::string const& bytes) : archive(bytes) {}
@@ -61,14 +60,14 @@ class Model {
     long length = Length();
     if (length != -1) return VRELString(TakeBytes(static_cast<std::size_t>(length)).c_str());
     length = Length();
-    if (length < 0) throw 1;  // a second wide mark in the place of a length
+    if (length < 0) throw 1;  // a second mark of a wide string
     std::string const bytes = TakeBytes(static_cast<std::size_t>(length) * sizeof(wchar_t));
     std::wstring text(static_cast<std::size_t>(length), L'\0');
     if (length != 0) std::memcpy(text.data(), bytes.data(), bytes.size());
     return VRELString(text.c_str());
   }
 
-  // Success, the tag and the name, which is empty unless the archive tells it.
+  // Returns success, tag and name, which is empty if it is not in the record.
   std::string ClassRecord() {
     unsigned short const tag = Take<unsigned short>();
     std::uint32_t const object = tag == 0x7FFF ? Take<std::uint32_t>() : static_cast<std::uint32_t>(tag & 0x8000) << 16;
@@ -92,7 +91,7 @@ class Model {
   std::size_t taken = 0;
 };
 
-// What a read gives, as bytes: the value, a text in UTF-8, or how it ended.
+// Returns the result of a read as bytes: a value, a string in UTF-8, or the error.
 template <class T>
 std::string BytesOf(T const& value) {
   return std::string(reinterpret_cast<char const*>(&value), sizeof value);
@@ -187,7 +186,7 @@ void ReadAll(VRELInputStream& stream, std::string const& operations, std::string
   for (char const c : operations) {
     unsigned char const operation = static_cast<unsigned char>(c);
     std::string const outcome = Outcome([&] { return ReadByArchive(archive, operation); });
-    Require(outcome == Outcome([&] { return ReadByModel(model, operation); }), "a read gives what the layout says");
+    Require(outcome == Outcome([&] { return ReadByModel(model, operation); }), "a read agrees with the model");
     if (outcome == "thrown: 1") return;
     Require(archive.GetBytesRead() == model.Taken(), "bytes are counted");
   }

@@ -1,5 +1,5 @@
-// Feeds VRELArgs a table of names (the first line, between blanks), operations (a byte of the second line each) and a
-// command line (the rest, between blanks). Asserts what a model of the walk says.
+// Feeds VRELArgs a table of names (the first line, separated by blanks), operations (the bytes of the second line) and
+// a command line (the rest, separated by blanks). Compares the results with a model.
 #include "VRELArgs.h"
 
 #include <cstdint>
@@ -31,7 +31,10 @@ bool IsOption(std::string const& argument) {
   return argument.compare(0, 1, "-") == 0;
 }
 
-// The walk over a command line, told with texts in place of pointers. -1 stands for no argument and no name.
+// What the caller's index holds if a call does not write it.
+constexpr int kUnchanged = 99;
+
+// Model of VRELArgs on strings instead of pointers. -1 is no argument and no name.
 struct Model {
   int Next() { return current < Last() ? ++current : -1; }
 
@@ -82,13 +85,14 @@ struct Model {
       if (position < argument.size()) return Letter(argument[position]);
       inGroup = false;
     }
+    int outcome = kUnchanged;
     for (int i = current + 1; i <= Last(); ++i) {
-      int const hit = Option(At(i));
-      if (hit < 0) continue;
+      outcome = Option(At(i));
+      if (outcome < 0) continue;
       current = i;
-      return hit;
+      break;
     }
-    return -1;
+    return outcome;
   }
 
   int Last() const { return static_cast<int>(arguments.size()) - 1; }
@@ -102,8 +106,8 @@ struct Model {
 };
 
 void RequireHit(bool hit, int index, int expected) {
-  Require(hit == (expected >= 0), "a hit is told");
-  Require(index == expected, "a hit tells its place");
+  Require(hit == (expected >= 0 && expected != kUnchanged), "the result says whether an option was found");
+  Require(index == expected, "the index is the position of the option");
 }
 
 }  // namespace
@@ -122,21 +126,21 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   Model model{table, arguments};
   auto const pointerAt = [&](int place) { return place < 0 ? nullptr : vector[static_cast<std::size_t>(place)]; };
   for (std::size_t i = 0; i < operations.size(); ++i) {
-    int index = 99;
+    int index = kUnchanged;
     char* argument = nullptr;
-    Require(args.AreThereOneMoreOptions() == model.MoreOptions(), "options to come are told");
+    Require(args.AreThereOneMoreOptions() == model.MoreOptions(), "AreThereOneMoreOptions agrees");
     switch (static_cast<unsigned char>(operations[i]) % 6) {
       case 0:
-        Require(args.GetNextArg() == pointerAt(model.Next()), "arguments come in their order");
+        Require(args.GetNextArg() == pointerAt(model.Next()), "GetNextArg returns the arguments in order");
         break;
       case 1: {
         int const expected = model.OptionArgument();
-        Require(args.GetOptionArgument(&argument) == (expected >= 0), "an argument of an option is told");
-        Require(argument == pointerAt(expected), "an argument of an option is given");
+        Require(args.GetOptionArgument(&argument) == (expected >= 0), "GetOptionArgument agrees");
+        Require(argument == pointerAt(expected), "GetOptionArgument stores the argument");
         break;
       }
       case 2:
-        Require(args.Shift() == model.Shift(), "a shift tells whether there was an argument");
+        Require(args.Shift() == model.Shift(), "Shift returns whether there was an argument");
         break;
       case 3: {
         char const letter = operations[(i + 1) % operations.size()];

@@ -1,7 +1,6 @@
-// Feeds the decompressor of imploded data. The first byte tells the length of its blocks of input, the second how many
-// blocks of output are taken. Asserts that result and output are those of a second decompressor, that blocks change
-// nothing, that the output is no longer than the input can make it and goes out as promised; and that the same bytes,
-// imploded, come back.
+// Feeds the decompressor generated input. The first byte is the length of its input blocks, the second the number of
+// output blocks that are accepted. Compares result and output with a reference decoder, with other block lengths, and
+// with the documented limits; also checks that the input, imploded, is decompressed again.
 #include "VRELBlast.h"
 
 #include <algorithm>
@@ -19,7 +18,7 @@ namespace {
 
 constexpr std::size_t window = 4096;
 
-// Both ends of a decompression.
+// Input and output of a decompression.
 struct Ends {
   static unsigned Read(void* how, unsigned char** buffer) { return static_cast<Ends*>(how)->Read(buffer); }
   static int Write(void* how, unsigned char* buffer, unsigned length) {
@@ -27,9 +26,9 @@ struct Ends {
   }
 
   unsigned Read(unsigned char** buffer) {
-    Require(!failed, "nothing is read behind a failed write");
+    Require(!failed, "nothing is read after a failed write");
     std::size_t const length = std::min(blockLength, data.size() - read);
-    // In memory of its own, so that nothing can be read behind it, nor after the next question.
+    // In separate memory, so that a sanitizer detects reads after its end and after the next request.
     block = std::make_unique<unsigned char[]>(std::max<std::size_t>(length, 1));
     std::memcpy(block.get(), data.data() + read, length);
     *buffer = block.get();
@@ -58,12 +57,12 @@ struct Ends {
 
 constexpr int allWrites = -1;
 
-// The result of a decompression, with its output.
+// Returns the result of a decompression, with its output.
 int Blast(std::string const& data, std::size_t blockLength, int writesTaken, std::string& output) {
   Ends ends{data, blockLength, writesTaken};
   int const result = blast(Ends::Read, &ends, Ends::Write, &ends);
-  Require(result >= -3 && result <= 2, "the result is one of those told");
-  Require(!ends.failed || result != 0, "a failed write is no success");
+  Require(result >= -3 && result <= 2, "the result is a documented code");
+  Require(!ends.failed || result != 0, "a failed write is not a success");
   output = ends.output;
   return result;
 }
@@ -71,12 +70,12 @@ int Blast(std::string const& data, std::size_t blockLength, int writesTaken, std
 void DecompressForeign(std::string const& data, std::size_t blockLength, int writesTaken) {
   std::string whole;
   int const result = Blast(data, data.size() + 1, allWrites, whole);
-  // No item makes more of its bits than a copy of 518 bytes, which takes 22 of them.
+  // The highest ratio is a copy of 518 bytes, which takes 22 bits.
   std::size_t const bits = data.size() < 2 ? 0 : 8 * (data.size() - 2);
-  Require(whole.size() * 22 <= bits * 518, "the output is no longer than the input can make it");
+  Require(whole.size() * 22 <= bits * 518, "the output is bounded by the input");
   std::string exploded;
-  Require(Explode(data, exploded) == result, "the result is that of the format");
-  Require(exploded == whole, "the output is that of the format");
+  Require(Explode(data, exploded) == result, "the result agrees with the reference decoder");
+  Require(exploded == whole, "the output agrees with the reference decoder");
 
   std::string pieces;
   Require(Blast(data, blockLength, allWrites, pieces) == result, "blocks do not change the result");
@@ -85,14 +84,14 @@ void DecompressForeign(std::string const& data, std::size_t blockLength, int wri
   std::string some;
   int const shortened = Blast(data, blockLength, writesTaken, some);
   std::size_t const most = window * static_cast<std::size_t>(writesTaken + 1);
-  Require(some == whole.substr(0, most), "blocks go out until one fails");
-  Require(shortened == result || shortened == 1, "a failed write is told, or the error in front of it");
+  Require(some == whole.substr(0, most), "blocks are written until one fails");
+  Require(shortened == result || shortened == 1, "a failed write or an earlier error is reported");
 }
 
 void ImplodeAndBack(std::string const& text, bool isCoded, int dictionary) {
   std::string back;
   Require(Blast(Implode(text, isCoded, dictionary), 61, allWrites, back) == 0, "imploded data is decompressed");
-  Require(back == text, "imploded data comes back");
+  Require(back == text, "imploded data round-trips");
 }
 
 }  // namespace
@@ -101,9 +100,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   FuzzInput input(bytes, size);
   std::size_t const blockLength = static_cast<std::size_t>(1 + input.Number(64));
   int const writesTaken = input.Number(4);
-  std::string const data = input.Rest().substr(0, 600);  // which may become 112 KB
+  std::string const data = input.Rest().substr(0, 600);  // up to 112 KB imploded
   DecompressForeign(data, blockLength, writesTaken);
-  // The encoder is slow, so that it sees few inputs.
+  // The encoder is slow, and is used for few inputs.
   if (blockLength % 8 == 0) ImplodeAndBack(data, blockLength % 16 == 0, 4 + writesTaken % 3);
   return 0;
 }

@@ -1,5 +1,5 @@
-// Feeds VRELCfgFile a file in memory. Asserts that it holds the sections, keys, values and messages that a model of the
-// format finds, and that every typed read takes what Gk_StringParser takes, writes its target or tells an error.
+// Feeds VRELCfgFile a generated file. Compares sections, keys, values and messages with a model of the format, and
+// checks that every typed read accepts what Gk_StringParser accepts, and sets its target or adds an error.
 #include "VRELCfgFile.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ std::string Trimmed(std::string const& text) {
   return text.substr(first, text.find_last_not_of("\t \r\n") - first + 1);
 }
 
-// The format, read the slow and simple way.
+// Simple model of the format.
 struct Model {
   explicit Model(std::string const& file) {
     sections.push_back({});
@@ -91,9 +91,9 @@ struct Model {
 void Compare(VRELCfgFile const& file, Model const& model) {
   for (Section const& expected : model.sections) {
     VRELCfgFileSection const* const section = file.findSection(expected.name.c_str());
-    Require(section != nullptr, "each section is there");
+    Require(section != nullptr, "each section is found");
     Require(section->GetSectionName() == expected.name.c_str(), "a section is found by its name");
-    Require(section->GetNumKeys() == static_cast<int>(expected.keys.size()), "a section holds each key");
+    Require(section->GetNumKeys() == static_cast<int>(expected.keys.size()), "a section has each key");
     for (int i = 0; i < section->GetNumKeys(); ++i) {
       Key const& key = expected.keys[static_cast<std::size_t>(i)];
       VRELCfgFileKey const& read = *section->GetKey(i);
@@ -101,13 +101,13 @@ void Compare(VRELCfgFile const& file, Model const& model) {
       Require(read.GetNumValues() == static_cast<int>(key.values.size()), "a key has each value");
       for (int j = 0; j < read.GetNumValues(); ++j) {
         VRELString const value(key.values[static_cast<std::size_t>(j)].c_str());
-        Require(read.GetValue(j).equals(value), "a value is what stands between commas");
+        Require(read.GetValue(j).equals(value), "values are separated by commas");
       }
     }
   }
-  Require(file.GetErrorCount() == static_cast<int>(model.errors.size()), "each bad line is told");
+  Require(file.GetErrorCount() == static_cast<int>(model.errors.size()), "each bad line adds an error");
   for (int i = 0; i < file.GetErrorCount(); ++i) {
-    Require(file.GetErrorMessage(i) == model.errors[static_cast<std::size_t>(i)], "a message tells the line");
+    Require(file.GetErrorMessage(i) == model.errors[static_cast<std::size_t>(i)], "a message has the line");
   }
 }
 
@@ -118,15 +118,15 @@ struct Reads {
 
   void Check(int result, bool fits, bool changed) {
     if (!fits) ++errors;
-    Require(result == (fits ? 1 : 0), "a read takes what its parser takes");
-    Require(fits || !changed, "a failed read leaves its target alone");
-    Require(file.GetErrorCount() == errors, "a failed read tells one error");
+    Require(result == (fits ? 1 : 0), "a typed read accepts what its parser accepts");
+    Require(fits || !changed, "a failed read keeps its target");
+    Require(file.GetErrorCount() == errors, "a failed read adds one error");
   }
 };
 
 void ReadValue(Reads& reads, char const* section, char const* key, VRELString const& value, int index) {
   VRELString text;
-  Require(reads.file.GetString(key, text, index, section) == 1 && text.equals(value), "a text is read as it stands");
+  Require(reads.file.GetString(key, text, index, section) == 1 && text.equals(value), "a string is read unchanged");
 
   Gk_StringParser parser(value);
   bool const isInteger = value.length() != 0 && parser.isInteger(0);
@@ -138,7 +138,7 @@ void ReadValue(Reads& reads, char const* section, char const* key, VRELString co
   reads.Check(reads.file.GetDouble(key, real, index, section), isReal, real != -4.25);
   int number = -77;
   reads.Check(reads.file.GetInt(key, number, index, section), isInteger, number != -77);
-  if (isInteger) Require(number == integer, "an integer is the parser's");
+  if (isInteger) Require(number == integer, "an integer is that of Gk_StringParser");
   int logical = -77;
   bool const isLogical = isWord || (isInteger && (integer == 0 || integer == 1));
   reads.Check(reads.file.GetLogical(key, logical, index, section), isLogical, logical != -77);
@@ -147,7 +147,7 @@ void ReadValue(Reads& reads, char const* section, char const* key, VRELString co
 }
 
 void ReadValues(VRELCfgFile& file, Model const& model) {
-  constexpr int most = 6;  // so that long inputs stay fast
+  constexpr int most = 6;  // limits the time for long inputs
   Reads reads{file};
   int seen = 0;
   for (Section const& section : model.sections) {
@@ -175,7 +175,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::fclose(stream);
 
   Model const model(text);
-  Require(result == (model.errors.empty() ? VREL_S_OK : VREL_E_FAIL), "the result tells of errors");
+  Require(result == (model.errors.empty() ? VREL_S_OK : VREL_E_FAIL), "the result reports errors");
   Compare(file, model);
   ReadValues(file, model);
   return 0;

@@ -1,6 +1,6 @@
-// Feeds vrelstrtod a text. Asserts the value, to the bit, and the end that a model says which takes one step after the
-// other; and that a plain decimal number of up to 15 digits and a power of ten up to 22 reads as the C library reads
-// it.
+// Parses a generated string by vrelstrtod, and compares the value, bit for bit, and the end with a model that performs
+// one documented step after the other. Decimal numbers of up to 15 digits with a power of ten of up to 22 must also
+// equal the result of the C library.
 #include "VRELFloatUtil.h"
 
 #include <cctype>
@@ -19,7 +19,7 @@ bool AreSame(double a, double b) {
   return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
 }
 
-// Whether the text is a decimal number whose value is one rounding away from exact whole numbers.
+// Returns whether the string is a decimal number that is one rounding away from exact integers.
 bool IsSimple(std::string const& text) {
   std::size_t at = 0;
   long digits = 0;
@@ -52,12 +52,12 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   char* end = nullptr;
   double const value = VRELFloatUtil::vrelstrtod(text.c_str(), &end);
   NumberModel const expected = ReadNumber(text);
-  Require(end == text.c_str() + expected.taken, "the end stands behind the last byte taken");
-  Require(AreSame(value, expected.value), "the value is that of the promised steps");
-  Require(AreSame(VRELFloatUtil::vrelstrtod(text.c_str(), nullptr), value), "the end need not be asked for");
-  Require(AreSame(VRELFloatUtil::vrelatof(text.c_str()), 0.0), "vrelatof gives 0");
+  Require(end == text.c_str() + expected.taken, "the end is after the last byte taken");
+  Require(AreSame(value, expected.value), "the value equals the model");
+  Require(AreSame(VRELFloatUtil::vrelstrtod(text.c_str(), nullptr), value), "the end is optional");
+  Require(AreSame(VRELFloatUtil::vrelatof(text.c_str()), 0.0), "vrelatof returns 0");
   if (IsSimple(text)) {
-    Require(AreSame(value, std::strtod(text.c_str(), nullptr)), "a short number reads as everywhere");
+    Require(AreSame(value, std::strtod(text.c_str(), nullptr)), "a short number equals the result of strtod");
   }
   return 0;
 }

@@ -1,6 +1,6 @@
-// Feeds the option store names: it adds, looks up, enumerates, merges and removes. A line of the input is an operation,
-// named by its first byte, and a name behind it. Asserts what a model says, a map of whole paths, as long as names are
-// ASCII; of other names, that they are found again.
+// Feeds the option store generated names: adds, looks up, enumerates, merges and removes. Each line is an operation,
+// selected by its first byte, and a name. Compares the results with a model, a map of whole paths, as long as names are
+// ASCII; other names are only checked to be found again.
 #include "VRELOptions.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ Tokens Split(std::string const& name) {
   return tokens;
 }
 
-// Where a name of up to 7 tokens lies, and every longer one: its last token, the others, wildcards.
+// Returns the path of a name: its last token, the other tokens, wildcards.
 Tokens PathOf(Tokens const& tokens) {
   Tokens path{tokens.back()};
   path.insert(path.end(), tokens.begin(), tokens.end() - 1);
@@ -44,7 +44,7 @@ Tokens PathOf(Tokens const& tokens) {
   return path;
 }
 
-// A store beside its model.
+// A store with its model.
 struct Store {
   void Add(std::string const& name, std::string const& value) {
     VRINResult const result = options.AddOption(VRELString(name.c_str()), VRELString(value.c_str()));
@@ -55,7 +55,7 @@ struct Store {
       Require(result == VREL_E_FAIL, "an empty token is refused");
       irregular = true;
     } else {
-      Require(result == VREL_S_OK, "a name is taken");
+      Require(result == VREL_S_OK, "a valid name is added");
       irregular = irregular || tokens.size() > depth;
       values[PathOf(tokens)] = value;
       ++size;
@@ -68,10 +68,10 @@ struct Store {
     VRINResult const result = options.GetOption(VRELString(name.c_str()), option);
     Tokens const tokens = Split(name);
     std::string const* const expected = Find(tokens);
-    Require((result == VREL_S_OK) == (expected != nullptr), "a name finds what serves for it");
+    Require((result == VREL_S_OK) == (expected != nullptr), "a look-up finds the option that applies");
     if (tokens.empty()) Require(result == VREL_E_INVALID_ARGUMENT, "an empty name finds nothing");
     if (expected == nullptr) {
-      Require(option == nullptr, "there is no option without success");
+      Require(option == nullptr, "a failed look-up has no option");
     } else {
       Require(ValueOf(*option) == *expected, "the most specific option is found");
     }
@@ -80,24 +80,24 @@ struct Store {
     Require(!isUnset, "an unset option has no path");
     asked.SetValue(1);
     bool const isThere = !tokens.empty() && tokens.size() <= depth && values.count(PathOf(tokens)) != 0;
-    Require(options.HasOption(asked) == isThere, "the very path is told");
+    Require(options.HasOption(asked) == isThere, "HasOption is exact");
   }
 
-  // Nodes without an option end a walk early, so that it is counted only where there are none.
+  // Nodes without an option end an enumeration early, so that it is compared only if there are none.
   void Enumerate() const {
     std::multiset<std::string> seen;
     options.InitEnumeration();
     VRELOption* option = nullptr;
     while (options.GetNext(option) == VREL_S_OK) {
-      Require(option != nullptr, "a walk gives options");
+      Require(option != nullptr, "an enumeration returns options");
       seen.insert(ValueOf(*option));
-      Require(seen.size() <= values.size(), "a walk ends");
+      Require(seen.size() <= values.size(), "an enumeration ends");
     }
-    Require(option == nullptr, "a walk ends with nothing");
+    Require(option == nullptr, "an enumeration ends with null");
     if (irregular) return;
     std::multiset<std::string> expected;
     for (auto const& entry : values) expected.insert(entry.second);
-    Require(seen == expected, "a walk gives each option once");
+    Require(seen == expected, "an enumeration returns each option once");
   }
 
   void Merge(Store& other, bool overwrite) {
@@ -112,7 +112,7 @@ struct Store {
   }
 
   void RemoveAll() {
-    Require(options.RemoveAll() == VREL_S_OK && options.Size() == 0, "all is removed");
+    Require(options.RemoveAll() == VREL_S_OK && options.Size() == 0, "RemoveAll removes everything");
     values.clear();
     size = 0;
     irregular = false;
@@ -134,7 +134,7 @@ struct Store {
     return path[0].empty() ? nullptr : Find(path, tokens);
   }
 
-  // Each token's own branch goes before the wildcard.
+  // The exact child is tried before the wildcard.
   std::string const* Find(Tokens& path, Tokens const& tokens) const {
     if (path.size() == depth) {
       auto const found = values.find(path);
@@ -158,22 +158,22 @@ struct Store {
   bool irregular = false;  // there are nodes without an option, or below one
 };
 
-// A name of any characters finds itself; no model tells more.
+// Names of any characters are only checked to be found.
 void AddForeign(VRELOptions& options, std::string const& name, std::string const& value) {
   VRELString const text(name.c_str());
   if (options.AddOption(text, VRELString(value.c_str())) != VREL_S_OK) return;
   if (std::count(name.begin(), name.end(), '.') >= static_cast<std::ptrdiff_t>(depth)) return;
   VRELOption* option = nullptr;
   Require(options.GetOption(text, option) == VREL_S_OK, "a name finds itself");
-  Require(Store::ValueOf(*option) == value, "a name finds its own value");
-  Require(options.HasOption(*option), "a stored option is there");
+  Require(Store::ValueOf(*option) == value, "a name finds its value");
+  Require(options.HasOption(*option), "HasOption finds a stored option");
 }
 
 void Walk(VRELOptions const& options) {
   VRELOption* option = nullptr;
   int steps = 0;
   for (options.InitEnumeration(); options.GetNext(option) == VREL_S_OK; ++steps) {
-    Require(steps < options.Size(), "a walk ends");
+    Require(steps < options.Size(), "an enumeration ends");
   }
 }
 
@@ -183,7 +183,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   FuzzInput input(bytes, size);
   Store stores[2];
   VRELOptions foreign;
-  constexpr int most = 100;  // so that long inputs stay fast
+  constexpr int most = 100;  // limits the time for long inputs
   for (int added = 0; added < most && !input.IsAtEnd();) {
     unsigned char const operation = input.Byte();
     std::string name = input.Line();

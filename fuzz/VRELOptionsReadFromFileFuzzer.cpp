@@ -1,5 +1,5 @@
-// Feeds VRELOptions::ReadFromFile a file in memory. Asserts that a file with a syntax error adds nothing, and that of
-// any other the keys in front of the first section are added one by one by AddOptionParseValue.
+// Feeds VRELOptions::ReadFromFile a generated file. Checks that a file with a syntax error adds nothing, and that
+// otherwise the keys above the first section are added one by one by AddOptionParseValue.
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Opens a text as a file, for one read by a function.
+// Opens a string as a file and passes it to a function.
 template <class Read>
 VRINResult ReadText(std::string text, Read const& read) {
   std::FILE* const stream = fmemopen(text.data(), text.size(), "r");
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
     Require(result == VREL_E_FAIL && options.Size() == 0, "a file with a syntax error adds nothing");
     return 0;
   }
-  Require(result == VREL_S_OK, "a file without a syntax error is taken");
+  Require(result == VREL_S_OK, "a file without syntax errors is read");
   VRELOptions expected;
   VRELCfgFileSection const* const section = file.findSection("");
   for (int i = 0; section != nullptr && i < section->GetNumKeys(); ++i) {

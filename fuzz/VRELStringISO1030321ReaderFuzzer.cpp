@@ -1,5 +1,5 @@
-// Feeds the reader of ISO 10303-21 strings a text. Asserts, as long as the text is ASCII, what a model says that looks
-// for the first escape and then reads the rest by the same rule; that a reader can be used again; that nothing fails.
+// Decodes a generated ISO 10303-21 string. Compares ASCII strings with a recursive model, which decodes the first
+// escape and then the rest; checks that no string fails and that a reader can be used again.
 #include "VRELStringISO1030321Reader.h"
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Decodes a \X2\ escape; false if the bytes are none.
+// Decodes a \X2\ escape. Returns false for other bytes.
 bool DecodeUnits(std::string const& piece, std::u16string& units) {
   if (piece.size() <= 8 || piece.size() % 4 != 0) return false;
   if (piece.compare(0, 4, "\\X2\\") != 0 || piece.compare(piece.size() - 4, 4, "\\X0\\") != 0) return false;
@@ -48,12 +48,12 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::string const text = std::string(reinterpret_cast<char const*>(bytes), size).c_str();
   VRELStringISO1030321Reader reader;
   VRELString out;
-  Require(reader.ConvertFromASCII(text.c_str(), out) == VREL_S_OK, "no text fails");
+  Require(reader.ConvertFromASCII(text.c_str(), out) == VREL_S_OK, "no string fails");
   VRELString again;
-  Require(reader.ConvertFromASCII(text.c_str(), again) == VREL_S_OK && again.equals(out), "a reader serves again");
+  Require(reader.ConvertFromASCII(text.c_str(), again) == VREL_S_OK && again.equals(out), "a reader can be used again");
   for (char const c : text) {
     if (static_cast<unsigned char>(c) > 127) return 0;
   }
-  Require(out.toUtf16() == Decode(text), "escapes are decoded from the first one on");
+  Require(out.toUtf16() == Decode(text), "escapes are decoded up to the first malformed one");
   return 0;
 }

@@ -1,6 +1,5 @@
-// Feeds the writer of ISO 10303-21 strings a text of UTF-16 units, surrogates without a partner among them. Asserts
-// that it writes runs beyond ASCII as escapes and the rest as it is, and that the reader gives the same text back where
-// no backslash stands in it.
+// Encodes a generated UTF-16 string, unpaired surrogates included, for ISO 10303-21. Compares the result with a model,
+// and checks that decoding returns the same string unless it contains a backslash.
 #include "VRELStringISO1030321Writer.h"
 
 #include <cstdint>
@@ -30,7 +29,7 @@ std::string Encode(std::u16string const& units) {
   return inEscape ? text + "\\X0\\" : text;
 }
 
-// ASCII stands for itself; any other byte announces a unit, whose high half comes next, and then its low half.
+// An ASCII byte is one unit. Any other byte is followed by the high and the low byte of a unit.
 std::u16string UnitsOf(std::uint8_t const* bytes, std::size_t size) {
   std::u16string units;
   for (std::size_t i = 0; i < size; ++i) {
@@ -51,16 +50,16 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   VRELString const text{std::u16string_view(units)};
   VRELStringISO1030321Writer writer;
   char const* written = nullptr;
-  Require(writer.ConvertToASCII(text, written) == VREL_S_OK, "no text fails");
+  Require(writer.ConvertToASCII(text, written) == VREL_S_OK, "no string fails");
   if (units.empty()) {
-    Require(written == nullptr, "an empty text is not written");
+    Require(written == nullptr, "an empty string is not written");
     return 0;
   }
-  Require(written == Encode(units), "runs beyond ASCII become escapes");
+  Require(written == Encode(units), "runs outside ASCII become escapes");
   if (units.find(u'\\') != std::u16string::npos) return 0;
   VRELStringISO1030321Reader reader;
   VRELString back;
   reader.ConvertFromASCII(written, back);
-  Require(back.toUtf16() == units, "the reader gives the text back");
+  Require(back.toUtf16() == units, "the reader decodes the same string");
   return 0;
 }

@@ -1,10 +1,11 @@
-// The public names of the components of the family.
+// Names of the components of an option path.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINName.h"
 
-// Which component an option is for; Any stands for all of them. It stands in an option's path: see VRINOptionName.
+// Component (format) that an option applies to; `Any` matches every component. It is the first part of an option path:
+// see VRINOptionName for an example.
 class VREL_EXPORT VRINComponentName : public VRINName {
  public:
   VRINComponentName(char const* name) : VRINName(name) {}

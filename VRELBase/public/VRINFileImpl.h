@@ -1,4 +1,4 @@
-// What stands behind the public files.
+// Implementation object of VRINFile.
 #pragma once
 
 #include "VRELExport.h"
@@ -8,14 +8,15 @@
 
 class VRELFilePath;
 
-// Holds a file.
+// Holds the VRELFile of a public file handle.
 class VREL_EXPORT VRINFileImpl : public VRINObjectImpl {
  public:
   VRINFileImpl(int descriptor);
   VRINFileImpl(VRELFilePath const& path);
 
-  // VREL_E_FAIL, with the argument as it was, for a file without a path.
+  // Copies the path out. Errors: VREL_E_FAIL, with `path` unchanged, if the file has no path.
   VRINResult GetPath(VRELFilePath& path) const;
+  // Returns true if GetPath succeeds.
   bool HasPath() const;
   VRELFileHandle GetFile() const { return file; }
 

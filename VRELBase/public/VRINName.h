@@ -1,18 +1,19 @@
-// The root of the public names.
+// Base class of the public names.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELString.h"
 #include "VRINObject.h"
 
-// A text that names something to the library; always valid.
+// Handle on a string that names an option or a part of an option path. Always valid. Applications use the derived
+// classes: VRINOptionName, VRINComponentName, VRINRepresentationName and VRINReaderWriterName.
 class VREL_EXPORT VRINName : public VRINObject {
  public:
-  // Text in the process's default codepage; null counts as empty.
+  // Creates a name from a string in the default codepage of the process. Null is treated as the empty string.
   VRINName(char const* name);
 
  protected:
-  // A text of a public name that the library itself defines.
+  // UTF-16 literal of a name that the library defines.
   struct Literal {
     char16_t const* text;
   };
@@ -20,6 +21,6 @@ class VREL_EXPORT VRINName : public VRINObject {
   explicit VRINName(Literal literal);
   explicit VRINName(VRELString const& name);
 
-  // A copy of the text; empty for a name without an implementation.
+  // Returns a copy of the string, empty for a name without an implementation object.
   static VRELString GetText(VRINName const& name);
 };

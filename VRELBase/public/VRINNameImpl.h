@@ -1,4 +1,4 @@
-// What stands behind the public names.
+// Implementation object of VRINName.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,14 +6,15 @@
 #include "VRINObjectImpl.h"
 #include "VRINResult.h"
 
-// Holds the text of a name. GetName() without an argument is the base's and tells the object's name for diagnosis.
+// Holds the string of a public name. GetName() without an argument is inherited and returns the diagnostic name.
 class VREL_EXPORT VRINNameImpl : public VRINObjectImpl {
  public:
   VRINNameImpl(VRELString const& newText);
 
-  // Copy the text out and in; always VREL_S_OK.
   using VRINObjectImpl::GetName;
+  // Copies the string out. Returns VREL_S_OK.
   VRINResult GetName(VRELString& out) const;
+  // Replaces the string. Returns VREL_S_OK.
   VRINResult SetName(VRELString const& newText);
 
  private:

@@ -1,48 +1,51 @@
-// The root of the public handles: what an application holds of the library.
+// Base class of the public handles.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINObjectImpl.h"
 
-// A handle on an implementation object that it may share with other handles; the implementation dies with the last of
-// them. A handle has no state of its own. Handles are copied and assigned by sharing: what one shows, all show.
+// Base class of the public handles: VRINFile, VRINValue, VRINUnit and the names. A handle points to an implementation
+// object, which is counted and deleted with its last handle. Copies and assignments share the implementation object.
 //
-// No constructor of a public class reports a failure: ask IsValid(). A handle that was never given what it stands for
-// is invalid, and each read of it gives a default.
+//   VRINValue const tolerance(0.01);
+//   VRINValue const copy(tolerance);  // the same implementation object
 //
-// The counts are plain integers: handles that share an implementation stay on one thread.
+// Errors: constructors do not throw for bad input. IsValid() returns false instead, and reads of an invalid handle
+// return default values.
+// Thread safety: the counts are plain integers. Use handles that share an implementation object on one thread only.
 class VREL_EXPORT VRINObject {
  public:
-  // An invalid handle. The name of its type is a literal that is kept by its address.
+  // Creates an invalid handle. Requires: `type`, the name of the type, outlives the handle; use a string literal.
   VRINObject(char const* type) noexcept;
   VRINObject(VRINObject const& other) noexcept;
   VRINObject& operator=(VRINObject const& other);
 
-  // Whether there are a type's name and an implementation.
+  // Returns true if the handle has a type name and an implementation object.
   virtual bool IsValid() const;
 
-  // Lets go of the implementation.
+  // Releases the implementation object.
   virtual ~VRINObject();
 
-  // The implementation, a VRINObjectImpl; null in an invalid handle. It stays owned by its handles.
+  // Returns the implementation object, a VRINObjectImpl*, or null. Ownership: the handles.
   void* GetData() const noexcept { return data; }
-  // Lets go of the implementation at hand and takes another, a VRINObjectImpl from new; null makes the handle invalid.
-  // The one that is held already is not touched.
+  // Releases the implementation object and holds `impl`, a VRINObjectImpl* from new, or null for an invalid handle.
+  // Does nothing if `impl` is already held.
   void SetData(void* impl);
 
-  // Counts one use of the implementation more, and one less; the last one deletes it and makes this handle invalid.
-  // Both return the new count, 0 for an invalid handle.
+  // Raises the count of the implementation object. Returns the new count, or 0 for an invalid handle.
   long Ref() noexcept;
+  // Lowers the count. If it is then 0 or less, deletes the implementation object and makes this handle invalid. Returns
+  // the new count, or 0 for an invalid handle.
   long Unref();
 
  protected:
-  // The implementation as its class; null where there is none.
+  // Returns the implementation object, or null.
   template <class Impl>
   Impl* GetDataAs() const noexcept {
     return static_cast<Impl*>(VRINObjectImpl::Cast(data));
   }
 
-  // The same; null also where IsValid() says no.
+  // Returns the implementation object, or null if IsValid() returns false.
   template <class Impl>
   Impl* GetImpl() const {
     return IsValid() ? GetDataAs<Impl>() : nullptr;

@@ -5,8 +5,8 @@
 
 namespace {
 
-// Objects are made while the library is loaded, when the process has not chosen its locale yet: the default codepage,
-// which is settled when it is first asked for, must not be asked for then.
+// Converts the type name without the default codepage where it is ASCII. ICU determines the default codepage on its
+// first use and keeps it, and the static names are created before main, when the process has not yet set its locale.
 VRELString TypeText(char const* type) {
   std::string const text(type != nullptr ? type : "");
   bool const isAscii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });

@@ -1,4 +1,4 @@
-// The public names of settings, and the paths that are made of them.
+// Names of options, and option paths.
 #pragma once
 
 #include "VRELExport.h"
@@ -7,17 +7,19 @@
 #include "VRINReaderWriterName.h"
 #include "VRINRepresentationName.h"
 
-// The path of an option: the name of a setting, and before it, with dots between, for which component, representation
-// and direction it holds. The settings that an application knows are static members.
+// Name of an option, or a path that restricts it to a component, a representation and a direction. The options that an
+// application can set are static members.
 //
 //   VRINOptionName const path(VRINComponentName::Any, VRINRepresentationName::Assembly, VRINReaderWriterName::Reader,
 //                             VRINOptionName::Representation);  // "*.Assembly.Reader.Representation"
 //
-// A part whose handle has no implementation is empty, and its dot stays.
+// The parts are joined by dots. A part without an implementation object is empty; its dot remains.
 class VREL_EXPORT VRINOptionName : public VRINName {
  public:
   VRINOptionName(char const* name);
-  // A name of its own with the same text; an assignment shares the other's, as every public class does.
+  // Creates a new implementation object with the same string.
+  //
+  // Compatibility: unlike the copy constructor, an assignment shares the implementation object of `other`.
   VRINOptionName(VRINOptionName const& other);
   VRINOptionName(VRINComponentName const& component, VRINOptionName const& option);
   VRINOptionName(VRINComponentName const& component, VRINRepresentationName const& representation,

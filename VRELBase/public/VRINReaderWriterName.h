@@ -1,11 +1,11 @@
-// The public names of the directions of a translation.
+// Names of the directions of a translation.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINName.h"
 
-// Whether an option is for reading or for writing; Any stands for both. It stands in an option's path: see
-// VRINOptionName.
+// Direction that an option applies to: `Reader`, `Writer` or `Any`. Part of an option path: see VRINOptionName for an
+// example.
 class VREL_EXPORT VRINReaderWriterName : public VRINName {
  public:
   VRINReaderWriterName(char const* name) : VRINName(name) {}

@@ -1,10 +1,11 @@
-// The public names of the representations of a model.
+// Names of the representations of a model.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINName.h"
 
-// Which representation an option is for; Any stands for all of them. It stands in an option's path: see VRINOptionName.
+// Representation that an option applies to, such as `Assembly` or `Mesh`; `Any` matches every representation. Part of
+// an option path: see VRINOptionName for an example.
 class VREL_EXPORT VRINRepresentationName : public VRINName {
  public:
   VRINRepresentationName(char const* name) : VRINName(name) {}

@@ -2,7 +2,7 @@
 
 VRINResult VRINResult::operator&=(VRINResult other) noexcept {
   if (IsCompleteSuccess()) {
-    // Among complete successes VREL_S_NO_GEOMETRY outranks VREL_S_NO_ENTITY, and that outranks all others.
+    // Among complete successes VREL_S_NO_GEOMETRY outranks VREL_S_NO_ENTITY, which outranks the rest.
     bool const otherOutranks = !other.IsCompleteSuccess() || other == VREL_S_NO_GEOMETRY ||
                                (other == VREL_S_NO_ENTITY && *this != VREL_S_NO_GEOMETRY);
     if (otherOutranks) *this = other;
@@ -80,7 +80,7 @@ char const* VRINResult::GetMessage() const noexcept {
     case VREL_UNDETERMINED:
       return "Undetermined";
     default:
-      // VREL_E_OPTION_UNSET has no text of its own.
+      // Includes VREL_E_OPTION_UNSET, which has no message.
       return "Unknown Result";
   }
 }

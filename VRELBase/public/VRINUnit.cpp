@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr char const* names[] = {"unknown",    "model",     "nanometer", "micrometer", "millimeter",
-                                 "centimeter", "decimeter", "meter",     "inch",       "foot",
-                                 "mile",       "kilometer", "milliinch", "microinch"};
+constexpr char const* kNames[] = {"unknown",    "model",     "nanometer", "micrometer", "millimeter",
+                                  "centimeter", "decimeter", "meter",     "inch",       "foot",
+                                  "mile",       "kilometer", "milliinch", "microinch"};
 
 }  // namespace
 
@@ -40,7 +40,7 @@ VRINUnit::operator char const*() const {
   VRELUnit unit = VRELUnitUnknown;
   impl->GetUnit(unit);
   auto const index = static_cast<std::size_t>(unit);
-  return index < std::size(names) ? names[index] : nullptr;
+  return index < std::size(kNames) ? kNames[index] : nullptr;
 }
 
 VRINUnit::operator VRINUnitValue() const {

@@ -1,4 +1,4 @@
-// The length unit that an application hands to the library, or gets from it.
+// Public handle of a length unit.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,25 +6,30 @@
 #include "VRINObject.h"
 #include "VRINUnitValue.h"
 
-// A unit by its number; always valid.
+// Length unit, stored by its number. Always valid.
+//
+//   VRINUnit const unit("mm");
+//   VRINUnitValue const value = unit;  // VRINUnitMillimeter
+//   char const* const name = unit;     // "millimeter"
 class VREL_EXPORT VRINUnit : public VRINObject {
  public:
-  // The unknown unit.
+  // Creates the unknown unit.
   VRINUnit();
-  // Any number, unchecked.
+  // Creates a unit from any number; the number is not checked.
   VRINUnit(VRINUnitValue value);
-  // A name ("millimeter", "model unit") or an abbreviation ("mm", "in", "ft"), in any case; any other text, and null,
-  // gives the unknown unit.
+  // Creates a unit from a name ("millimeter", "model unit") or an abbreviation ("mm", "in", "ft"). Case is ignored. Any
+  // other string, or null, creates the unknown unit.
   VRINUnit(char const* text);
   VRINUnit(VRINUnit const& other) = default;
 
-  // Shares the other's unit.
+  // Shares the implementation object of `other`.
   VRINUnit& operator=(VRINUnit const& other);
 
-  // The name in lower case. "unknown" for the unknown unit, "Unknown" for an invalid handle, null for a number outside
-  // the enumeration; the capital is promised.
+  // Returns the name in lower case, or null for a number outside the enumeration.
+  //
+  // Compatibility: returns "unknown" for the unknown unit and "Unknown", capitalized, for an invalid handle.
   operator char const*() const;
-  // The unknown unit for an invalid handle.
+  // Returns the number, or VRINUnitUnknown for an invalid handle.
   operator VRINUnitValue() const;
 
  private:

@@ -1,4 +1,4 @@
-// What stands behind the public units.
+// Implementation object of VRINUnit.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,14 +6,14 @@
 #include "VRINObjectImpl.h"
 #include "VRINResult.h"
 
-// Holds a unit, any number.
+// Holds the number of a unit. The number is not checked.
 class VREL_EXPORT VRINUnitImpl : public VRINObjectImpl {
  public:
-  // Copies the unit.
   VRINUnitImpl(VRELUnit& held);
 
-  // Copy the unit out and in; always VREL_S_OK.
+  // Copies the unit out. Returns VREL_S_OK.
   VRINResult GetUnit(VRELUnit& out) const;
+  // Replaces the unit. Returns VREL_S_OK.
   VRINResult SetUnit(VRELUnit const& newUnit);
 
  private:

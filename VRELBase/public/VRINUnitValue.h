@@ -1,10 +1,10 @@
-// The length units as an application names them.
+// Length units of the public API.
 #pragma once
 
-// The numbers are those of VRELUnit.
+// Length unit. The numbers equal those of VRELUnit.
 enum VRINUnitValue : int {
   VRINUnitUnknown = 0,
-  VRINUnitModel = 1,  // the unit that the model is written in, whatever it is
+  VRINUnitModel = 1,  // the unit of the model
   VRINUnitNanometer = 2,
   VRINUnitMicrometer = 3,
   VRINUnitMillimeter = 4,

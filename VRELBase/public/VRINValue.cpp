@@ -5,7 +5,7 @@
 
 namespace {
 
-// The held value as a T, and the default where it cannot be one.
+// Returns the held value converted to T, or T() if it cannot be converted.
 template <class T>
 T Read(VRINValueImpl const* impl) {
   T result{};
@@ -42,6 +42,23 @@ VRINValue::VRINValue(char const* value) : VRINObject("VRINValue") {
 VRINValue::VRINValue(wchar_t const* value) : VRINObject("VRINValue") {
   SetImpl(NewImpl(VRELValue(VRELString(value))));
 }
+
+VRINValue::VRINValue(std::string const& value) : VRINObject("VRINValue") {
+  SetImpl(NewImpl(VRELValue(VRELString(value))));
+}
+
+VRINValue::VRINValue(std::string_view value) : VRINValue(std::string(value)) {}
+
+VRINValue::VRINValue(std::wstring const& value) : VRINValue(value.c_str()) {}
+
+VRINValue::VRINValue(std::wstring_view value) : VRINValue(std::wstring(value)) {}
+
+VRINValue::VRINValue(std::u16string_view value) : VRINObject("VRINValue") {
+  SetImpl(NewImpl(VRELValue(VRELString(value))));
+}
+
+VRINValue::VRINValue(char16_t const* value)
+    : VRINValue(value != nullptr ? std::u16string_view(value) : std::u16string_view()) {}
 
 VRINValue& VRINValue::operator=(VRINValue const& other) {
   SetData(other.GetData());

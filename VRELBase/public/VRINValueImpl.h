@@ -1,4 +1,4 @@
-// What stands behind the public values.
+// Implementation object of VRINValue.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,17 +6,17 @@
 #include "VRINObjectImpl.h"
 #include "VRINResult.h"
 
-// Holds a value.
+// Holds the VRELValue of a public value handle.
 class VREL_EXPORT VRINValueImpl : public VRINObjectImpl {
  public:
   VRINValueImpl(VRELValue const& held);
 
-  // Assigns the held value to the argument; always VREL_S_OK.
+  // Assigns the held value to `out`. Returns VREL_S_OK.
   VRINResult GetValue(VRELValue& out) const;
-  // The held value itself, which lives as long as this object.
+  // Returns the held value itself, valid as long as this object.
   VRELValue const& GetHeldValue() const noexcept { return value; }
 
-  // The text forms of the held value, which owns them.
+  // Return the value as a string. Ownership: the held value.
   operator char const*() const;
   operator wchar_t const*() const;
 

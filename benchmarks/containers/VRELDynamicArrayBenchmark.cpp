@@ -1,4 +1,4 @@
-// VRELDynamicArray beside std::vector.
+// VRELDynamicArray compared with std::vector.
 #include "VRELDynamicArray.h"
 
 #include <benchmark/benchmark.h>

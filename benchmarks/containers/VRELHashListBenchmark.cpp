@@ -1,4 +1,4 @@
-// VRELHashList of pointers beside std::unordered_set and absl::flat_hash_set.
+// VRELHashList of pointers compared with std::unordered_set and absl::flat_hash_set.
 #include "VRELHashList.h"
 
 #include <benchmark/benchmark.h>
@@ -14,8 +14,8 @@
 
 namespace {
 
-// Addresses as they come from the heap, for objects of 16 to 144 bytes, in the order in which they happen to be met.
-// With a shift they are of no object.
+// Returns addresses as the heap returns them for objects of 16 to 144 bytes, in random order. With a shift, no object
+// has them.
 std::vector<void*> Pointers(std::int64_t count, unsigned int shift = 0) {
   std::mt19937 random(4);
   std::vector<void*> pointers;

@@ -1,4 +1,4 @@
-// VRELHashMap with text keys beside std::unordered_map and absl::flat_hash_map, both with ICU's own hash.
+// VRELHashMap with string keys compared with std::unordered_map and absl::flat_hash_map, both with ICU's hash.
 #include "VRELHashMap.h"
 
 #include <benchmark/benchmark.h>
@@ -30,7 +30,7 @@ VRELString Text(std::string const& name) {
   return VRELString(name);
 }
 
-// Names of options as they come: words of different lengths, joined by points.
+// Returns names like those of options: words of different lengths, joined by dots.
 std::vector<std::string> Names(int count, unsigned int seed) {
   std::mt19937 random(seed);
   std::vector<std::string> names;
@@ -43,7 +43,7 @@ std::vector<std::string> Names(int count, unsigned int seed) {
   return names;
 }
 
-// Fills the map by names and looks others up in it, or the same ones in another order and in other memory.
+// Fills the map with names and searches it for others, or for copies of the same names in another order.
 template <class Key, class Map, class Fill, class Find>
 void Look(benchmark::State& state, Key (*key)(std::string const&), Map& map, Fill fill, Find find, bool hit) {
   int const count = static_cast<int>(state.range(0));

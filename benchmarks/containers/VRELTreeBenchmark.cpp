@@ -1,5 +1,5 @@
-// Walks through trees of 1,000 to 100,000 nodes, deep, wide and in between: the time for one node must not grow with
-// the tree. Beside it the same walk over nodes of std::vector, with a stack and a std::unordered_set of its own.
+// Traversal of deep, wide and balanced trees of 1,000 to 100,000 nodes: the time for one node must not grow with the
+// tree. Compared with a traversal of nodes of std::vector with a stack and a std::unordered_set.
 #include "VRELTree.h"
 
 #include <benchmark/benchmark.h>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// The parent of each node by its index; the root, 0, has none.
+// Returns the index of the parent of each node; the root, 0, has none.
 using Shape = std::size_t (*)(std::size_t);
 
 std::size_t Deep(std::size_t index) {

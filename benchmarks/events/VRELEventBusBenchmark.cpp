@@ -9,7 +9,7 @@
 
 namespace {
 
-// Two classes, so that the compiler cannot guess which HandleEvent the peer will call and put it in place.
+// Two classes, so that the compiler cannot devirtualize the calls of the peer.
 template <int step>
 class CountingListener : public VRELEventListener {
  public:
@@ -43,7 +43,7 @@ void send(benchmark::State& state) {
 }
 BENCHMARK(send)->Arg(0)->Arg(1)->Arg(8);
 
-// What anybody would write: ask the event whether it is timed, then call each listener.
+// The obvious implementation: test whether the event is timed, then call each listener.
 [[gnu::noinline]] void Loop(std::vector<VRELEventListener*>& listeners, VRELEvent& event) {
   if (event.IsTimed()) return;
   for (std::size_t i = 0; i < listeners.size(); ++i) listeners[i]->HandleEvent(event);

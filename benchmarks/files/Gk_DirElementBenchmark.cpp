@@ -1,4 +1,4 @@
-// A search for half of 50,000 files in 500 directories, beside nftw, std::filesystem and find.
+// Search for half of 50,000 files in 500 directories, compared with nftw, std::filesystem and find.
 #include "Gk_DirElement.h"
 
 #include <benchmark/benchmark.h>
@@ -17,11 +17,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int directoryCount = 500;
-constexpr int filesInEach = 100;
-constexpr std::size_t matching = 25000;
+constexpr int kDirectoryCount = 500;
+constexpr int kFilesPerDirectory = 100;
+constexpr std::size_t kMatchingCount = 25000;
 
-// Made by the first benchmark that asks for it, removed at the end of the program.
+// Created by the first benchmark that needs it, removed when the program exits.
 class Tree {
  public:
   static std::string const& Path() {
@@ -32,10 +32,10 @@ class Tree {
  private:
   Tree() : path((fs::temp_directory_path() / "vrel-benchmark-XXXXXX").string()) {
     if (mkdtemp(path.data()) == nullptr) std::abort();
-    for (int i = 0; i < directoryCount; ++i) {
+    for (int i = 0; i < kDirectoryCount; ++i) {
       std::string const directory = path + "/assembly" + std::to_string(i);
       fs::create_directory(directory);
-      for (int j = 0; j < filesInEach; ++j) {
+      for (int j = 0; j < kFilesPerDirectory; ++j) {
         std::ofstream(directory + "/wheel" + std::to_string(j) + (j % 2 == 0 ? ".stp" : ".igs"));
       }
     }
@@ -46,7 +46,7 @@ class Tree {
 };
 
 void Check(benchmark::State& state, std::size_t found) {
-  if (found != matching) state.SkipWithError("found another number of files");
+  if (found != kMatchingCount) state.SkipWithError("found another number of files");
 }
 
 void FetchLeafFiles(benchmark::State& state) {
@@ -59,8 +59,8 @@ BENCHMARK(FetchLeafFiles)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 std::vector<std::string>* found;
 
-int AddIfItMatches(char const* path, struct stat const* /*stats*/, int type, FTW* place) {
-  if (type == FTW_F && fnmatch("*.stp", path + place->base, 0) == 0) found->emplace_back(path);
+int AddIfItMatches(char const* path, struct stat const* /*stats*/, int type, FTW* position) {
+  if (type == FTW_F && fnmatch("*.stp", path + position->base, 0) == 0) found->emplace_back(path);
   return 0;
 }
 
@@ -87,7 +87,7 @@ void StdFilesystem(benchmark::State& state) {
 }
 BENCHMARK(StdFilesystem)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-// Reads the paths that the program writes, as a translator would that called it.
+// Reads the output of the program, as a translator would that calls it.
 void Find(benchmark::State& state) {
   std::string const command = "find " + Tree::Path() + " -type f -name '*.stp'";
   for (auto _ : state) {

@@ -1,4 +1,4 @@
-// The pieces of a path of 100 letters, beside std::filesystem::path; both give new objects.
+// Parts of a path of 100 characters, compared with std::filesystem::path. Both return new objects.
 #include "VRELFilePath.h"
 
 #include <benchmark/benchmark.h>
@@ -8,12 +8,12 @@
 
 namespace {
 
-std::string const shortPieces =
+std::string const kShortParts =
     "/data/projects/assemblies/2024/gearbox/housing/subassembly/rev" + std::string(28, 'x') + "/wheel.stp";
-std::string const longPieces = "/" + std::string(50, 'd') + "/" + std::string(24, 'n') + "." + std::string(23, 'e');
+std::string const kLongParts = "/" + std::string(50, 'd') + "/" + std::string(24, 'n') + "." + std::string(23, 'e');
 
 std::string const& Text(benchmark::State const& state) {
-  return state.range(0) == 0 ? shortPieces : longPieces;
+  return state.range(0) == 0 ? kShortParts : kLongParts;
 }
 
 template <class Operation>

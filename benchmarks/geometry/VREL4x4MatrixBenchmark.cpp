@@ -23,7 +23,7 @@ VREL4x4Matrix SomeMatrix() {
   return matrix;
 }
 
-// Each of a thousand matrices times one, into a thousand others.
+// Multiplies each of a thousand matrices by the same one and stores the products.
 void BM_MatrixProduct(benchmark::State& state) {
   std::vector<VREL4x4Matrix> const factors(count, SomeMatrix());
   std::vector<VREL4x4Matrix> products(count);
@@ -36,7 +36,7 @@ void BM_MatrixProduct(benchmark::State& state) {
 }
 BENCHMARK(BM_MatrixProduct);
 
-// A point by four floats, the last being 1, as the peer's matrix wants it.
+// A point of four floats, the last one 1, as Eigen multiplies it by a matrix of the same size.
 void BM_MatrixPointProduct(benchmark::State& state) {
   std::vector<VRELPointf> const points(count, VRELPointf(1.0F, 2.0F, 3.0F));
   std::vector<VRELPointf> images(count);

@@ -1,5 +1,5 @@
-// A value on its way to 1, 4 and 40 observers, beside a signal of Boost, which minds changes during a send as well, and
-// a bare vector of functions, which does not.
+// Delivery of a value to 1, 4 and 40 observers, compared with a signal of Boost, which allows changes during a send
+// too, and with a vector of functions, which does not.
 #include "Gk_ObsWraper.h"
 
 #include <benchmark/benchmark.h>

@@ -11,14 +11,14 @@
 #include "VRELEventBus.h"
 #include "VRELStartTaskEvent.h"
 
-// Each measures as many pairs of a start and an end as the argument says, with two readings of the clocks for each.
+// Each measures the given number of pairs of start and end events, with two readings of the clocks for each.
 namespace {
 
-constexpr int identifierCount = 16;
+constexpr int kIdentifierCount = 16;
 
 std::vector<std::string> Identifiers() {
   std::vector<std::string> identifiers;
-  for (int i = 0; i < identifierCount; ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
+  for (int i = 0; i < kIdentifierCount; ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
   return identifiers;
 }
 
@@ -38,35 +38,35 @@ void CountPairs(benchmark::State& state) {
                                                   benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-// One task behind the other.
+// Consecutive tasks.
 void pairsInARow(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   VRELTimingLogger logger;
   logger.Initialize();
   for (auto _ : state) {
     for (int i = 0; i < state.range(0); ++i) {
-      Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
-      End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+      Start(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
+      End(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
     }
   }
   CountPairs(state);
 }
 BENCHMARK(pairsInARow)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// One task within the other.
+// Nested tasks.
 void pairsNested(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   VRELTimingLogger logger;
   logger.Initialize();
   for (auto _ : state) {
-    for (long i = 0; i < state.range(0); ++i) Start(identifiers[static_cast<std::size_t>(i % identifierCount)]);
-    for (long i = state.range(0); i-- > 0;) End(identifiers[static_cast<std::size_t>(i % identifierCount)]);
+    for (long i = 0; i < state.range(0); ++i) Start(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
+    for (long i = state.range(0); i-- > 0;) End(identifiers[static_cast<std::size_t>(i % kIdentifierCount)]);
   }
   CountPairs(state);
 }
 BENCHMARK(pairsNested)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// Every task once, so that the summary grows by a row for each.
+// Each task once, so that the summary gets a row for each.
 void pairsOfTheirOwn(benchmark::State& state) {
   std::vector<std::string> identifiers;
   for (int i = 0; i < state.range(0); ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
@@ -87,7 +87,7 @@ void pairsOfTheirOwn(benchmark::State& state) {
 }
 BENCHMARK(pairsOfTheirOwn)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
-// The clocks alone, which each pair must read.
+// Only the readings of the clocks.
 void peerClocks(benchmark::State& state) {
   for (auto _ : state) {
     for (int i = 0; i < 2 * state.range(0); ++i) {
@@ -109,14 +109,14 @@ struct PeerRow {
   double elapsed = 0;
 };
 
-// What one would write without a bus: the same clocks, a stack and a table of the standard library.
+// The same without an event bus: clocks, a stack and a hash table of the standard library.
 void peerStandardContainers(benchmark::State& state) {
   std::vector<std::string> const identifiers = Identifiers();
   std::vector<PeerTask> stack;
   std::unordered_map<std::string, PeerRow> rows;
   for (auto _ : state) {
     for (int i = 0; i < state.range(0); ++i) {
-      std::string const& identifier = identifiers[static_cast<std::size_t>(i % identifierCount)];
+      std::string const& identifier = identifiers[static_cast<std::size_t>(i % kIdentifierCount)];
       stack.push_back({identifier, std::time(nullptr), std::clock()});
       long const ticks = std::clock();
       long const seconds = std::time(nullptr);

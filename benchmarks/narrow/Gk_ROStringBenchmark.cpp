@@ -12,7 +12,7 @@ struct Match {
   char const* pattern;
 };
 
-// What a directory walk asks.
+// Patterns as in a search for files in directories.
 constexpr Match ordinary[] = {
     {"/home/jo/parts/bolt_m8x40.stp", "*.stp"},
     {"/home/jo/parts/bolt_m8x40.stp", "*.igs"},
@@ -34,7 +34,7 @@ void peerFnmatch(benchmark::State& state) {
 }
 BENCHMARK(peerFnmatch)->DenseRange(0, 3);
 
-// A pattern that no place of the name ends, over names of many lengths.
+// A pattern that fails at every position, for names of many lengths.
 constexpr char hostile[] = "*a*a*a*a*b";
 
 void matchPathPatternHostile(benchmark::State& state) {

@@ -1,5 +1,5 @@
-// The number reader beside strtod and fast_float, on the real numbers of a STEP file: those of the files in the folder
-// that VREL_CORPUS names, or a few hundred made up in their likeness.
+// Compares the number parser with strtod and fast_float on the real numbers of STEP files: those in the folder VREL_CORPUS,
+// or else a few hundred similar ones.
 #include "VRELFloatUtil.h"
 
 #include <benchmark/benchmark.h>

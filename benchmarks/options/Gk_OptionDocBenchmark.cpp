@@ -1,4 +1,4 @@
-// The options of 20 components with 5 groups of 20 options each, by their paths, beside a hash map from path to value.
+// Options of 20 components with 5 groups of 20 options each, by path, compared with a hash map from path to value.
 #include "Gk_OptionDoc.h"
 
 #include <benchmark/benchmark.h>
@@ -57,7 +57,7 @@ void HashMapOfPaths(benchmark::State& state) {
 }
 BENCHMARK(HashMapOfPaths);
 
-// One component's 100 options into a store.
+// Copies the 100 options of one component into a store.
 void FetchAllComponentOptions(benchmark::State& state) {
   AddedPaths();
   for (auto _ : state) {
@@ -68,7 +68,7 @@ void FetchAllComponentOptions(benchmark::State& state) {
 }
 BENCHMARK(FetchAllComponentOptions);
 
-// The same options added to a store by their names.
+// Adds the same options to a store by name.
 void AddToStore(benchmark::State& state) {
   std::vector<VRELString> const& paths = AddedPaths();
   for (auto _ : state) {

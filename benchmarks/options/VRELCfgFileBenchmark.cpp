@@ -1,5 +1,5 @@
-// Reading a settings file of 10,000 lines, beside the readers that a C++ or C program would take instead. All read the
-// same file into memory; inih keeps nothing by itself, so its callback fills a container of pairs.
+// Reads a settings file of 10,000 lines, compared with the usual readers of C++ and C programs. All read the same file
+// into memory; inih stores nothing by itself, so that its callback fills a container of pairs.
 #include "VRELCfgFile.h"
 
 #include <benchmark/benchmark.h>
@@ -28,7 +28,7 @@ namespace {
 
 constexpr int lineCount = 10000;
 
-// A file that goes away with the object: 100 sections, each of a header and 99 keys.
+// A temporary file with 100 sections of a header and 99 keys.
 class SettingsFile {
  public:
   SettingsFile() {
@@ -111,7 +111,7 @@ void LoadSettingsByInih(benchmark::State& state) {
 BENCHMARK(LoadSettingsByInih);
 #endif
 
-// One number out of that file.
+// Reads one number of that file.
 void ReadSetting(benchmark::State& state) {
   SettingsFile const settings;
   VRELCfgFile file;

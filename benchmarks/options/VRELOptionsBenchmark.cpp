@@ -1,5 +1,5 @@
-// Looking one of 1,053 options up by a path of 4 tokens, where the stored name has wildcards in two of them. The peers
-// are asked for a path that they hold as it is: they know no wildcards.
+// Looks up one of 1,053 options by a name of 4 tokens; the stored name has wildcards in two of them. The peers look up
+// an equal name, because they have no wildcards.
 #include "VRELOptions.h"
 
 #include <benchmark/benchmark.h>
@@ -45,7 +45,7 @@ void BM_OptionsLookUp(benchmark::State& state) {
 }
 BENCHMARK(BM_OptionsLookUp);
 
-// The same path in texts of their own, of which a look-up makes none.
+// Splits the same name into strings, which a look-up avoids.
 void BM_OptionsTokenizer(benchmark::State& state) {
   for (auto step : state) {
     VRELStringTokenizer const tokens(AskedFor(), VREL_OPTION_SEPARATOR);

@@ -1,4 +1,4 @@
-// A module with the functions that a format module has.
+// Module with the functions of a format module.
 #include "VRELExport.h"
 
 extern "C" VREL_EXPORT void InitializeModule() {}

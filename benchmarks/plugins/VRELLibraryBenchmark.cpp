@@ -8,11 +8,11 @@
 
 namespace {
 
-constexpr char function[] = "CreateFormatReader";
+constexpr char kFunction[] = "CreateFormatReader";
 
 void GetFunction(benchmark::State& state) {
   VRELLibrary library("VRELBenchmarkModule", "InitializeModule", "FinalizeModule");
-  VRELString const name(function);
+  VRELString const name(kFunction);
   void* address = nullptr;
   for (auto _ : state) {
     if (library.GetFunction(name, address).IsFailure()) state.SkipWithError("no such function");
@@ -23,7 +23,7 @@ BENCHMARK(GetFunction);
 
 void GetFunctionOfBrivetLibrary(benchmark::State& state) {
   VRELBrivetLibrary library("VRELBenchmarkModule", "InitializeModule", "FinalizeModule");
-  VRELString const name(function);
+  VRELString const name(kFunction);
   void* address = nullptr;
   for (auto _ : state) {
     if (library.GetFunction(name, address).IsFailure()) state.SkipWithError("no such function");
@@ -37,7 +37,7 @@ void peerDlsym(benchmark::State& state) {
   library.LoadAndInitialize();
   void* const handle = dlopen("libVRELBenchmarkModule.so", RTLD_NOW | RTLD_NOLOAD);
   if (handle == nullptr) state.SkipWithError("not loaded");
-  for (auto _ : state) benchmark::DoNotOptimize(dlsym(handle, function));
+  for (auto _ : state) benchmark::DoNotOptimize(dlsym(handle, kFunction));
   if (handle != nullptr) dlclose(handle);
 }
 BENCHMARK(peerDlsym);

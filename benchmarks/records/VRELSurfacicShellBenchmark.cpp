@@ -1,4 +1,4 @@
-// VRELSurfacicShell::CopyData beside memcpy of the same bytes.
+// VRELSurfacicShell::CopyData compared with memcpy of the same bytes.
 #include "VRELSurfacicShell.h"
 
 #include <benchmark/benchmark.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// A shell of many points, with a normal for each, two triangles of four ints, and a colour.
+// Data of a shell with `count` points. Each point has a normal, two triangles of four ints and a colour.
 struct Mesh {
   explicit Mesh(int count)
       : points(count),
@@ -37,7 +37,7 @@ void ShellCopyData(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(mesh.Bytes()));
 }
 
-// Into new memory, as a shell does.
+// Copies to newly allocated memory, as a shell does.
 void ShellMemcpyToNewArrays(benchmark::State& state) {
   Mesh const mesh(static_cast<int>(state.range(0)));
   std::size_t const lengths[] = {mesh.floats.size(), mesh.floats.size(), mesh.faces.size(), mesh.floats.size()};
@@ -54,7 +54,7 @@ void ShellMemcpyToNewArrays(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(mesh.Bytes()));
 }
 
-// Into memory that is there already.
+// Copies to memory that is already allocated and mapped.
 void ShellMemcpy(benchmark::State& state) {
   Mesh const mesh(static_cast<int>(state.range(0)));
   std::vector<float> copy(mesh.Bytes() / sizeof(float));

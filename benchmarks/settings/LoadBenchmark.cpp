@@ -1,6 +1,6 @@
-// Loading the library with all its names in a fresh process, beside the libraries that a user would load instead: ICU,
-// Qt 5 Core and the kernel of Open CASCADE. "Alone" means that what the library stands on is loaded already. The time
-// is dlopen's, with all symbols bound.
+// Loads the library with all its names in a new process, compared with ICU, Qt 5 Core and the kernel of Open CASCADE.
+// "Alone" means that the dependencies of the library are loaded before. The time is that of dlopen with all symbols
+// bound.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 // LoadTimer LIBRARY...
 //
-// Loads the libraries in order and prints how many nanoseconds the loading of the last one took; 0 when it is not
-// there. Those before it are what it stands on, and may be missing.
+// Loads the libraries in order and prints the nanoseconds that the last one took; 0 if it cannot be loaded. The
+// libraries before it are its dependencies, and can be missing.
 #include <dlfcn.h>
 
 #include <chrono>

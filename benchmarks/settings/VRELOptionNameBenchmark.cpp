@@ -1,5 +1,5 @@
-// Testing a name against the whole vocabulary, beside the look-up of a lower-cased text in a std::unordered_set, which
-// knows no wildcards.
+// Checks a name against the whole vocabulary, compared with a look-up of the lower-case name in a std::unordered_set,
+// which has no wildcards.
 #include "VRELOptionName.h"
 
 #include <benchmark/benchmark.h>

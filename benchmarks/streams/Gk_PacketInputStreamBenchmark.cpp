@@ -17,7 +17,7 @@ namespace {
 constexpr int tokenCount = 120000;
 constexpr int packetSize = 8192;
 
-// A file of words and numbers that goes away with its stream, and can be opened by a path as long.
+// A temporary file of words and numbers, which can be opened by its path.
 struct TokenFile {
   TokenFile() : stream(std::tmpfile()) {
     if (stream == nullptr) std::abort();
@@ -34,14 +34,14 @@ struct TokenFile {
   long size = 0;
 };
 
-// Byte by byte; through the class itself, and through its base, as those who take any stream do.
+// Byte by byte, through the class and through its base.
 template <class Stream>
 void readChar(benchmark::State& state) {
   TokenFile const file;
   VRELFilePath const path{VRELString(file.path)};
   for (auto _ : state) {
-    VRELFileInputStream beneath(path);
-    Gk_PacketInputStream packets(&beneath, packetSize);
+    VRELFileInputStream underlying(path);
+    Gk_PacketInputStream packets(&underlying, packetSize);
     Stream* stream = &packets;
     benchmark::DoNotOptimize(stream);
     int sum = 0;
@@ -75,8 +75,8 @@ void sourceOverPackets(benchmark::State& state) {
   TokenFile const file;
   VRELFilePath const path{VRELString(file.path)};
   for (auto _ : state) {
-    VRELFileInputStream beneath(path);
-    Gk_PacketInputStream packets(&beneath, packetSize);
+    VRELFileInputStream underlying(path);
+    Gk_PacketInputStream packets(&underlying, packetSize);
     Gk_Source source(&packets);
     source.setWhiteSpace(" \t\r\n");
     int tokens = 0;

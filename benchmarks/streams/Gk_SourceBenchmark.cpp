@@ -11,7 +11,7 @@ namespace {
 
 constexpr int tokenCount = 12000;
 
-// Lines such as data files have them, of words and numbers.
+// Lines of words and numbers, as in data files.
 std::string Words() {
   std::string text;
   for (int i = 0; i < tokenCount / 6; ++i) {
@@ -38,7 +38,7 @@ void next(benchmark::State& state) {
 }
 BENCHMARK(next);
 
-// One string for all tokens, and one for each as next gives them.
+// One string for all tokens, and one per token as next returns them.
 template <bool isFresh>
 void peerIstream(benchmark::State& state) {
   std::string const text = Words();

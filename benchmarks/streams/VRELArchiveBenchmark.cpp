@@ -63,7 +63,7 @@ void archiveValues(benchmark::State& state) {
 }
 BENCHMARK(archiveValues)->Unit(benchmark::kMillisecond);
 
-// Reads from memory with memcpy, and looks whether it is there, which is the least that a reader can do.
+// Reads from memory with memcpy and a bounds check, the minimum for a reader.
 class MemoryReader {
  public:
   explicit MemoryReader(std::string const& bytes) : at(bytes.data()), end(bytes.data() + bytes.size()) {}
@@ -95,7 +95,7 @@ void peerMemcpy(benchmark::State& state) {
 }
 BENCHMARK(peerMemcpy)->Unit(benchmark::kMillisecond);
 
-// The same behind a call that the compiler cannot look into, as each read of an archive from a stream is.
+// The same with an opaque call per value, like a read of an archive from a stream.
 [[gnu::noinline]] bool CopyFrom(char const*& at, char const* end, void* to, std::size_t count) {
   if (static_cast<std::size_t>(end - at) < count) return false;
   std::memcpy(to, at, count);

@@ -24,7 +24,7 @@ std::string ReadFile(std::filesystem::path const& path) {
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-// Repeats what it has up to the size that is measured: neither format looks back so far that this would help it.
+// Repeats the data up to the measured size, beyond the window of both formats.
 std::string Filled(std::string bytes) {
   if (bytes.empty()) std::abort();
   while (bytes.size() < plainSize) bytes += bytes.substr(0, plainSize - bytes.size());
@@ -32,7 +32,7 @@ std::string Filled(std::string bytes) {
   return bytes;
 }
 
-// The headers of the machine.
+// The headers of the system.
 std::string const& Text() {
   static std::string const text = [] {
     std::string gathered;
@@ -74,7 +74,7 @@ struct Ends {
   std::size_t written = 0;
 };
 
-// Made once, whatever the number of repetitions: the encoder takes its time.
+// Made once, because the encoder is slow.
 template <Plain plain, bool isCoded>
 std::string const& Imploded() {
   static std::string const imploded = Implode(plain(), isCoded, 6);
@@ -105,7 +105,7 @@ BENCHMARK_TEMPLATE(decompress, Binary, true)
     ->Unit(benchmark::kMillisecond);
 
 #ifdef VREL_BENCHMARK_ZLIB
-// All at once, which is how it is fastest.
+// In one call, the fastest way.
 template <Plain plain>
 void peerInflate(benchmark::State& state) {
   static std::string const deflated = [] {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr long kSize = 64 * 1024 * 1024;
 
-// The path of a file of 64 MB that goes with the process.
+// Returns the path of a temporary file of 64 MB.
 char const* LargeFile() {
   static std::string const path = [] {
     std::FILE* const file = std::tmpfile();
@@ -29,7 +29,7 @@ void Check(benchmark::State& state, unsigned long sum) {
   state.SetBytesProcessed(state.iterations() * kSize);
 }
 
-// Front to back, through the class that Handler names.
+// Sequentially, through the class Handler.
 template <class Handler>
 void ReadByteByByte(benchmark::State& state) {
   unsigned long sum = 0;
@@ -51,13 +51,13 @@ void ReadByteByByte(benchmark::State& state) {
   Check(state, sum);
 }
 
-// As a format module holds it.
+// Through the base class, as in a format module.
 void GetChar(benchmark::State& state) {
   ReadByteByByte<VRELBufferHandler>(state);
 }
 BENCHMARK(GetChar)->Unit(benchmark::kMillisecond);
 
-// The same where the class is known.
+// Through the class itself.
 void GetCharOfFileHandler(benchmark::State& state) {
   ReadByteByByte<VRELBufferFileHandler>(state);
 }

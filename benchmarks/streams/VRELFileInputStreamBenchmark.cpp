@@ -11,7 +11,7 @@ namespace {
 
 constexpr int fileSize = 1 << 20;
 
-// A file that goes away with its stream.
+// A temporary file.
 struct ScratchFile {
   ScratchFile() : stream(std::tmpfile()) {
     std::string const bytes(fileSize, 'x');
@@ -35,7 +35,7 @@ void readBlocks(benchmark::State& state) {
 }
 BENCHMARK(readBlocks)->Arg(512)->Arg(8192)->Arg(65536);
 
-// The calls of the system and nothing else.
+// The system calls alone.
 void peerRead(benchmark::State& state) {
   ScratchFile const file;
   int const descriptor = fileno(file.stream);

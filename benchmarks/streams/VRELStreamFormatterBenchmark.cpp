@@ -14,7 +14,7 @@ namespace {
 constexpr int count = 1000000;
 constexpr int textCount = 100000;
 
-// Numbers as a translator meets them: coordinates of some magnitudes.
+// Coordinates of various magnitudes.
 std::vector<double> const& Numbers() {
   static std::vector<double> const numbers = [] {
     std::vector<double> made;
@@ -25,7 +25,7 @@ std::vector<double> const& Numbers() {
   return numbers;
 }
 
-// A word of the given length.
+// Returns a word of the given length.
 std::string Word(benchmark::State const& state) {
   return std::string(static_cast<std::size_t>(state.range(0)), 'x');
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int writeCount = 1000;
 
-// Pieces of the size of the argument, as many as make a report.
+// Pieces of the given size, up to the size of a report.
 template <class Stream>
 void WriteAll(benchmark::State& state) {
   std::string const piece(static_cast<std::size_t>(state.range(0)), 'x');

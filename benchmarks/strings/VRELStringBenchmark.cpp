@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// Each operation beside the same on an ICU text that lives on the heap, for texts of 10, 40 and 400 units.
+// Compares each operation with the same operation on an icu::UnicodeString on the heap, for strings of 10, 40 and 400 units.
 
 namespace {
 
@@ -68,7 +68,7 @@ void peerCopy(benchmark::State& state) {
 }
 BENCHMARK(peerCopy)->Apply(Lengths);
 
-// Texts that differ in their last unit.
+// Strings that differ in the last unit.
 void compare(benchmark::State& state) {
   std::wstring const letters = Letters(state);
   VRELString const a((letters + L'a').c_str());

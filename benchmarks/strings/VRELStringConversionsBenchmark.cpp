@@ -1,4 +1,4 @@
-// Numbers and booleans out of texts, beside the C library on bytes that are ready for it.
+// Compares conversions of strings to numbers and booleans with the C library on bytes.
 #include "VRELStringConversions.h"
 
 #include <benchmark/benchmark.h>

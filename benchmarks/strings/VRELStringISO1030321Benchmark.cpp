@@ -5,7 +5,7 @@
 #include "VRELStringISO1030321Reader.h"
 #include "VRELStringISO1030321Writer.h"
 
-// Time for a byte must not grow with the text: 4 KB beside 4 MB, with an escape in every 20 bytes.
+// Measures 4 KB and 4 MB with an escape in every 20 bytes: the time per byte must be the same.
 
 namespace {
 

@@ -1,4 +1,4 @@
-// Splitting a text, beside a split of the same UTF-16 units into std::u16string.
+// Compares splitting a string with splitting the same UTF-16 units into std::u16string.
 #include "VRELStringTokenizer.h"
 
 #include <benchmark/benchmark.h>

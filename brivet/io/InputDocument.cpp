@@ -3,17 +3,22 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
+#include "Decompression.h"
 #include "Descriptor.h"
 #include "FileError.h"
 
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 18U;
+constexpr std::size_t kPrefix = 4096;  // bytes in which a STEP file begins
+constexpr char kSpaceHint[] = "set TMPDIR to a folder with enough space";
 
 bool IsStandardInput(std::string const& path) {
   return path == "-" || path == "/dev/stdin";
@@ -38,46 +43,100 @@ std::string TemporaryFolder() {
   return folder != nullptr && *folder != '\0' ? folder : "/tmp";
 }
 
-[[noreturn]] void FailToCopy(std::string const& folder) {
-  int const error = errno;
-  throw FileError{VREL_E_FILE_SAVE,
-                  "cannot copy the input to a temporary file in " + QuoteName(folder) + ": " + std::strerror(error),
-                  "set TMPDIR to a folder with enough space"};
-}
-
 bool IsModified(struct stat const& before, struct stat const& now) {
   return before.st_size != now.st_size || before.st_mtim.tv_sec != now.st_mtim.tv_sec ||
          before.st_mtim.tv_nsec != now.st_mtim.tv_nsec;
 }
 
+[[noreturn]] void ThrowChanged(std::string const& name) {
+  throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(name) + ": file changed while it was read",
+                  "translate it again when nothing writes to it"};
+}
+
 }  // namespace
 
-InputDocument::InputDocument(std::string const& path)
-    : name(path), file(OpenInput(path)), copy(-1, ""), status(file.Status()) {
+InputDocument::InputDocument(std::string const& path, long spaceLimit)
+    : name(path), file(OpenInput(path)), copy(-1, ""), status(file.Status()), limit(spaceLimit) {
   if (S_ISDIR(status.st_mode)) throw MakeFileError(VREL_E_FILE_OPEN, "read", path, EISDIR);
   size = static_cast<long>(status.st_size);
-  bool const isWhole = S_ISREG(status.st_mode) && lseek(file.Descriptor(), 0, SEEK_CUR) == 0;
-  readable = "/proc/self/fd/" + std::to_string(file.Descriptor());
-  if (isWhole && access(readable.c_str(), R_OK) == 0) return;
-  // Without a mounted /proc the name must do.
-  if (isWhole && !IsStandardInput(path) && access(readable.c_str(), F_OK) != 0) {
-    readable = path;
-    return;
-  }
-  Spool();
+  if (IsUsable(path)) return;
+  Copy();
   readable = "/proc/self/fd/" + std::to_string(copy.Descriptor());
 }
 
-void InputDocument::Spool() {
-  std::string const folder = TemporaryFolder();
-  copy = InputFile(CreateUnnamedFile(folder), folder);
-  if (copy.Descriptor() < 0) FailToCopy(folder);
-  std::vector<char> block(kBlockSize);
+// Returns whether the file itself can be read, and sets the path to do so.
+bool InputDocument::IsUsable(std::string const& path) {
+  if (!S_ISREG(status.st_mode) || lseek(file.Descriptor(), 0, SEEK_CUR) != 0) return false;
+  char signature[kSignatureSize];
+  ssize_t const count = pread(file.Descriptor(), signature, sizeof signature, 0);
+  if (count > 0 && DetectCompression({signature, static_cast<std::size_t>(count)}) != Compression::None) return false;
+  readable = "/proc/self/fd/" + std::to_string(file.Descriptor());
+  if (access(readable.c_str(), R_OK) == 0) return true;
+  // Without a mounted /proc the name must do.
+  if (IsStandardInput(path) || access(readable.c_str(), F_OK) == 0) return false;
+  readable = path;
+  return true;
+}
+
+void InputDocument::Copy() {
+  CreateCopy();
   size = 0;
-  while (std::size_t const count = file.Read(block.data(), block.size())) {
-    if (!WriteAll(copy.Descriptor(), {block.data(), count})) FailToCopy(folder);
-    size += static_cast<long>(count);
+  std::vector<char> block(kBlockSize);
+  // A pipe may deliver single bytes.
+  std::size_t first = 0;
+  while (first < kSignatureSize) {
+    std::size_t const count = file.Read(block.data() + first, block.size() - first);
+    if (count == 0) break;
+    first += count;
   }
+  Compression const compression = DetectCompression({block.data(), first});
+  if (compression == Compression::Gzip) {
+    std::string_view rest(block.data(), first);
+    damage = DecompressGzip(
+        [&](char* target, std::size_t capacity) {
+          if (rest.empty()) return file.Read(target, capacity);
+          std::size_t const count = rest.copy(target, capacity);
+          rest.remove_prefix(count);
+          return count;
+        },
+        [this](std::string_view bytes) { Append(bytes); });
+  } else {
+    for (std::size_t count = first; count != 0; count = file.Read(block.data(), block.size())) {
+      Append({block.data(), count});
+    }
+    if (compression == Compression::Zip) CopyZip();
+  }
+  if (!damage.empty() && size == 0) {
+    throw FileError{VREL_E_INVALID_FILE, "cannot decompress " + QuoteName(name) + ": " + damage, ""};
+  }
+  if (S_ISREG(status.st_mode) && IsModified(status, file.Status())) ThrowChanged(name);
+}
+
+void InputDocument::CreateCopy() {
+  folder = TemporaryFolder();
+  copy = InputFile(CreateUnnamedFile(folder), folder);
+  if (copy.Descriptor() < 0) FailToCopy(std::strerror(errno), kSpaceHint);
+}
+
+// Replaces the copied archive by its document.
+void InputDocument::CopyZip() {
+  InputFile const archive = std::move(copy);
+  CreateCopy();
+  size = 0;
+  damage = DecompressZip(archive.Descriptor(), [this](std::string_view bytes) { Append(bytes); });
+}
+
+void InputDocument::Append(std::string_view bytes) {
+  size += static_cast<long>(bytes.size());
+  if (size > limit) {
+    FailToCopy("it has more than " + std::to_string(limit) + " bytes", "-tempspace SIZE sets another limit");
+  }
+  if (!WriteAll(copy.Descriptor(), bytes)) FailToCopy(std::strerror(errno), kSpaceHint);
+}
+
+void InputDocument::FailToCopy(std::string const& reason, std::string const& hint) const {
+  throw FileError{VREL_E_FILE_SAVE, "cannot copy the input to a temporary file in " + QuoteName(folder) + ": " + reason,
+                  hint};
 }
 
 void InputDocument::CheckUnchanged() const {
@@ -86,6 +145,38 @@ void InputDocument::CheckUnchanged() const {
   bool const isReplaced = !IsStandardInput(name) && stat(name.c_str(), &named) == 0 &&
                           (named.st_dev != status.st_dev || named.st_ino != status.st_ino);
   if (!isReplaced && !IsModified(status, file.Status())) return;
-  throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(name) + ": file changed while it was read",
-                  "translate it again when nothing writes to it"};
+  ThrowChanged(name);
+}
+
+bool IsStepDocument(std::string const& path) {
+  constexpr std::string_view kKeyword = "ISO-10303-21";
+  int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) return false;
+  InputFile const opened(descriptor, path);
+  std::vector<char> block(kPrefix);
+  ssize_t const count = pread(descriptor, block.data(), block.size(), 0);
+  if (count <= 0 || !S_ISREG(opened.Status().st_mode)) return false;
+  std::string text(block.data(), static_cast<std::size_t>(count));
+  switch (DetectCompression(text)) {
+    case Compression::Zip:
+      return true;
+    case Compression::Gzip: {
+      std::string_view rest = text;
+      std::string plain;
+      DecompressGzip(
+          [&rest](char* target, std::size_t capacity) {
+            std::size_t const copied = rest.copy(target, capacity);
+            rest.remove_prefix(copied);
+            return copied;
+          },
+          [&plain](std::string_view bytes) { plain += bytes.substr(0, kPrefix - std::min(kPrefix, plain.size())); });
+      text = plain;
+      break;
+    }
+    case Compression::None:
+      break;
+  }
+  std::size_t const keyword = text.find(kKeyword);
+  // White space, comments and a byte order mark may precede it, but no other keyword.
+  return keyword != text.npos && text.substr(0, keyword).find(';') == text.npos;
 }

@@ -1,8 +1,11 @@
 #include "OptionSet.h"
 
+#include <algorithm>
+
 #include "CatchAsResult.h"
 #include "EscapedText.h"
 #include "FileError.h"
+#include "OptionDescriptions.h"
 #include "OptionVocabulary.h"
 #include "OptionsFile.h"
 
@@ -129,4 +132,14 @@ void OptionSet::ReportWarnings() const {
       ReportWarningAt(warning.location, warning.text);
     }
   }
+}
+
+std::vector<std::string> OptionSet::NamesWithoutEffect(std::string const& source, std::string const& target) const {
+  std::vector<std::string> names;
+  for (auto const& entry : entries) {
+    std::string const name = entry.first.toUtf8();
+    bool const isNew = std::find(names.begin(), names.end(), name) == names.end();
+    if (isNew && IsKnownOption(entry.first) && !HasEffect(entry.first, source, target)) names.push_back(name);
+  }
+  return names;
 }

@@ -37,6 +37,9 @@ class OptionSet {
   void Dump() const;
   // Reports the warnings about the sources, in order of addition.
   void ReportWarnings() const;
+  // Returns the known names that were stored and that have no effect when one format is read and another written (see
+  // HasEffect), each once, in order of addition.
+  std::vector<std::string> NamesWithoutEffect(std::string const& source, std::string const& target) const;
   // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }
   std::vector<Warning> const& Warnings() const { return warnings; }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <numeric>
+#include <set>
 #include <utility>
 
 #include "VRELOptionName.h"
@@ -166,8 +167,11 @@ bool Holds(Range const& range, View token) {
                      [token](View word) { return VRELStringEqualsIgnoreCase(word, token); });
 }
 
+// Names of format modules that are not in the vocabulary of the library.
+constexpr View kModuleNames[] = {u"Encoding"};
+
 bool IsSetting(View name) {
-  return VRELOptionName::IsValid(VRELString(name)).IsSuccess() || Holds(kPublicNames, name);
+  return Holds(kModuleNames, name) || VRELOptionName::IsValid(VRELString(name)).IsSuccess() || Holds(kPublicNames, name);
 }
 
 }  // namespace
@@ -203,4 +207,13 @@ std::vector<std::string> ClosestOptions(VRELString const& name) {
     SettingSearch(leading, distance, rest, suggestions).Run();
   }
   return suggestions.Texts();
+}
+
+std::vector<std::string> KnownSettings() {
+  std::set<std::string> names;
+  for (VRELOptionName const* const name : VRELOptionName::_optionNames) {
+    if (name != nullptr) names.insert(VRELString(*name).toUtf8());
+  }
+  for (View const name : kPublicNames) names.insert(VRELString(name).toUtf8());
+  return {names.begin(), names.end()};
 }

@@ -16,3 +16,6 @@ bool IsKnownOption(VRELString const& name);
 // Returns up to three known names in UTF-8, the closest first, whose Levenshtein distance from `name` is at most a
 // third of its length. Case is ignored. Takes well below a millisecond for the thousand known names.
 std::vector<std::string> ClosestOptions(VRELString const& name);
+
+// Returns all known settings, in UTF-8, without leading tokens; each once.
+std::vector<std::string> KnownSettings();

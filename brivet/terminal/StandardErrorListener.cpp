@@ -9,6 +9,7 @@
 #include "ProgressBar.h"
 #include "VRELErrorEvent.h"
 #include "VRELEventBus.h"
+#include "VRELMessageEvent.h"
 
 namespace {
 
@@ -37,7 +38,8 @@ std::string TextOf(VRELEvent& event) {
 
 }  // namespace
 
-StandardErrorListener::StandardErrorListener(ProgressBar* progressBar) : bar(progressBar) {
+StandardErrorListener::StandardErrorListener(ProgressBar* progressBar, bool showsNotes)
+    : bar(progressBar), notes(showsNotes) {
   VRELEventBus::GetEventBus()->AddListener(this);
 }
 
@@ -47,8 +49,10 @@ StandardErrorListener::~StandardErrorListener() {
 
 void StandardErrorListener::HandleEvent(VRELEvent& event) {
   bool const isWarning = event.IsA("VRELWarningEvent");
-  if (!isWarning && !event.IsA("VRELErrorEvent")) return;
+  bool const mayBeNote = notes && dynamic_cast<VRELMessageEvent*>(&event) != nullptr;
+  if (!isWarning && !mayBeNote && !event.IsA("VRELErrorEvent")) return;
   std::string const text = TextOf(event);
+  if (mayBeNote && !StartsWith(text, "note: ")) return;
   std::string_view message = text;
   if (!message.empty() && message.back() == '\n') message.remove_suffix(1);
   std::size_t const hint = message.find("\nhint: ");

@@ -19,8 +19,9 @@ class ProgressBar;
 // ignored.
 class StandardErrorListener : public VRELEventListener {
  public:
-  // A progress bar is hidden before each line. It may be null and must exist as long as the listener.
-  explicit StandardErrorListener(ProgressBar* progressBar = nullptr);
+  // A progress bar is hidden before each line. It may be null and must exist as long as the listener. With `showsNotes`,
+  // messages that begin with "note: " are written as well.
+  explicit StandardErrorListener(ProgressBar* progressBar = nullptr, bool showsNotes = false);
   ~StandardErrorListener() override;
   StandardErrorListener(StandardErrorListener const&) = delete;
   StandardErrorListener& operator=(StandardErrorListener const&) = delete;
@@ -29,4 +30,5 @@ class StandardErrorListener : public VRELEventListener {
 
  private:
   ProgressBar* bar;
+  bool notes;
 };

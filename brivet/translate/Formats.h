@@ -14,7 +14,7 @@ struct Format {
 
   // Returns the format for reading a file of this name: always STEP, the only format that can be read.
   static Format const& OfInput(std::string_view path);
-  // Returns the format for writing a file of this name, or null if its extension is unknown.
+  // Returns the format for writing a file of this name, or null if its extension is unknown. A final ".gz" is ignored.
   static Format const* OfOutput(std::string_view path);
   // Returns the format of this name that can be written, or null.
   static Format const* Named(std::string_view name);
@@ -22,4 +22,16 @@ struct Format {
   static Format const& Page();
   // Returns the names of the formats that can be written: "html, text, step".
   static std::string WrittenNames();
+  // Returns their extensions: ".html, .htm, .txt, ...".
+  static std::string WrittenExtensions();
+  // Returns a table of all formats, one a line: name, title, what can be done, module and extensions.
+  static std::string Table();
+
+  // Returns the name of the output for an input, without folder: the input's name with the extension of this format
+  // instead of its own. That of standard input is "stdin".
+  std::string OutputName(std::string_view input) const;
 };
+
+// Returns the path without a final ".gz", in any case; IsGzipName returns whether there is one.
+std::string_view WithoutGzipExtension(std::string_view path);
+bool IsGzipName(std::string_view path);

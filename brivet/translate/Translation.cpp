@@ -14,6 +14,8 @@
 #include "Diagnostics.h"
 #include "Document.h"
 #include "EndOptionsEvent.h"
+#include "FileError.h"
+#include "GzipOutputStream.h"
 #include "Listing.h"
 #include "PathNames.h"
 #include "VRELAbortException.h"
@@ -138,11 +140,19 @@ VRINResult Translation::ReportOptions() const {
   VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
     for (OptionSource const& each : options.Sources()) ReportMessage(each.Words());
     options.Dump();
-    options.ReportWarnings();
+    if (job.areOptionsReported) options.ReportWarnings();
+    if (job.isVerbose && job.areOptionsReported) ReportOptionsWithoutEffect();
     return VREL_S_OK;
   });
   Send<EndOptionsEvent>(result, options.Store().Size(), options.UnknownCount());
   return result;
+}
+
+void Translation::ReportOptionsWithoutEffect() const {
+  for (std::string const& name :
+       options.NamesWithoutEffect(Format::OfInput(job.input).name, target != nullptr ? job.target->name : "")) {
+    ReportMessage("note: option " + QuoteName(name) + " has no effect on this translation");
+  }
 }
 
 VRINResult Translation::Translate(std::optional<RunLog>& writeLog) {
@@ -159,9 +169,11 @@ VRINResult Translation::Translate(std::optional<RunLog>& writeLog) {
 
 VRINResult Translation::RunReadPhase() {
   VRINResult result = OpenFiles();
+  if (result.IsSuccess()) result = CheckDamage();
   if (result.IsSuccess()) result &= ReadFile();
   if (result.IsSuccess()) result &= PreprocessSource();
   if (result.IsSuccess()) result &= ReadEntities();
+  if (result.IsSuccess()) result = CheckStrict(result);
   if (result.IsSuccess() && target == nullptr && !job.isQuiet) {
     result &= CatchAsResult(job.ShownInput(), [this] { return PrintListing(*document); });
   }
@@ -180,7 +192,7 @@ VRINResult Translation::RunWritePhase() {
 // Opens everything that could make the translation fail later, before the document is read.
 VRINResult Translation::OpenFiles() {
   VRINResult result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
-    input = std::make_unique<InputDocument>(job.input);
+    input = std::make_unique<InputDocument>(job.input, job.temporarySpace);
     return VREL_S_OK;
   });
   if (result.IsSuccess()) result = source.FindReader();
@@ -231,7 +243,11 @@ VRINResult Translation::ReadEntities() {
     document->SetProgress(&progress);
     reader->ReadDataSection();
     document->SetProgress(nullptr);
-    return CheckDocument();
+    VRINResult const state = CheckDocument();
+    if (state == VREL_S_OK && document->GetInstanceCount() == 0) {
+      ReportWarning(job.ShownInput(), "the file contains no instances");
+    }
+    return state;
   }));
   Send<VRELEndReadEntitiesTaskEvent>(result);
   return result;
@@ -244,6 +260,35 @@ VRINResult Translation::CheckDocument() const {
     ReportProblem(job.ShownInput(), "no instance could be read");
   }
   return state;
+}
+
+// Reports a damaged container, whose document is complete only as far as it could be decompressed.
+VRINResult Translation::CheckDamage() const {
+  if (input->Damage().empty()) return VREL_S_OK;
+  ReportWarning(job.ShownInput(), input->Damage());
+  return VREL_S_PARTIAL;
+}
+
+// With -strict, refuses a document that could not be read completely.
+VRINResult Translation::CheckStrict(VRINResult result) {
+  if (!job.isStrict || result != VREL_S_PARTIAL) return result;
+  isRefusedAsPartial = true;
+  ReportProblem(job.ShownInput(), "the file is damaged, and option -strict accepts no partial result");
+  return VREL_E_INVALID_FILE;
+}
+
+RunReport Translation::Report(VRINResult result) const {
+  RunReport report;
+  report.input = job.input;
+  report.exitStatus = isRefusedAsPartial ? kPartialStatus : ExitStatusOf(result);
+  if (IsCommitted()) report.output = job.output;
+  if (input != nullptr) report.bytes = input->Size();
+  if (document == nullptr) return report;
+  report.instances = document->GetInstanceCount();
+  report.lost = document->GetLosses();
+  if (!input->Damage().empty()) report.lost.push_back({0, 0, {}, input->Damage()});
+  report.dangling = document->GetDanglingCount();
+  return report;
 }
 
 // Returns `result` if the input is still what was opened. A file that changes fails in any way, or not at all.
@@ -295,7 +340,7 @@ VRINResult Translation::WriteFile() {
       return VREL_S_OK;
     });
   }
-  if (IsCommitted()) committedResult = document->GetState();
+  if (IsCommitted()) committedResult = input->Damage().empty() ? document->GetState() : VRINResult(VREL_S_PARTIAL);
   // Removes the temporary file before the failure is reported.
   if (result.IsFailure()) output.reset();
   Send<VRELEndWriteFileTaskEvent>(VRELString(job.ShownOutput().c_str()), result);
@@ -305,12 +350,15 @@ VRINResult Translation::WriteFile() {
 VRINResult Translation::WriteDocument() {
   BrivetWriteRequest request;
   request.document = document;
-  request.stream = output.get();
+  std::optional<GzipOutputStream> gzip;
+  if (IsGzipName(job.output)) gzip.emplace(*output);
+  request.stream = gzip ? static_cast<VRELOutputStream*>(&*gzip) : output.get();
   request.options = &options.Store();
   request.progress = &progress;
   request.title = BaseNameOf(job.ShownInput());
   Stage const stage(progress, "writing", document->GetInstanceCount());
-  VRINResult const result = target->Write(request);
+  VRINResult result = target->Write(request);
+  if (result.IsSuccess() && gzip && !gzip->Finish()) result = VREL_E_FILE_SAVE;
   // The module does not know why a write failed.
   if (result == VREL_E_FILE_SAVE) output->Check();
   return result;

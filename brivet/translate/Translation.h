@@ -14,6 +14,7 @@
 #include "OutputFile.h"
 #include "Progress.h"
 #include "RunLog.h"
+#include "RunReport.h"
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 #include "VRINResult.h"
@@ -43,12 +44,15 @@ class Translation {
   VRINResult Run();
   // Returns true once the output is replaced.
   bool IsCommitted() const;
+  // Returns the report about a run with this result, without its time.
+  RunReport Report(VRINResult result) const;
 
  private:
   std::vector<std::string> FilesOfRun() const;
   VRINResult RunTasks();
   void ReportProduct() const;
   VRINResult ReportOptions() const;
+  void ReportOptionsWithoutEffect() const;
   VRINResult Translate(std::optional<RunLog>& writeLog);
   VRINResult RunReadPhase();
   VRINResult RunWritePhase();
@@ -65,6 +69,8 @@ class Translation {
   void PrintSummary();
   VRINResult CheckDocument() const;
   VRINResult CheckInput(VRINResult result) const;
+  VRINResult CheckStrict(VRINResult result);
+  VRINResult CheckDamage() const;
 
   Job const job;
   OptionSet& options;
@@ -74,6 +80,7 @@ class Translation {
   std::unique_ptr<InputDocument> input;
   std::unique_ptr<OutputFile> output;
   VRINResult committedResult = VREL_UNDETERMINED;  // known once the output is replaced
+  bool isRefusedAsPartial = false;                 // because of -strict
   Document* document = nullptr;                    // owned by the handle
   VRELFormatReaderHandle handle;
   std::unique_ptr<VRELReader> reader;

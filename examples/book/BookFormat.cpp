@@ -1,4 +1,4 @@
-// A format module: a document is a file of numbers, one an entity.
+// Format module for files of numbers. Each number is an entity.
 #include <memory>
 #include <vector>
 
@@ -64,7 +64,7 @@ extern "C" {
 VREL_EXPORT void StartBookFormat() {}
 VREL_EXPORT void StopBookFormat() {}
 
-// The caller takes the reader into a handle.
+// Returns a reader with reference count 0. The caller stores it in a handle.
 VREL_EXPORT VRELFormatReader* MakeReader(VRELFile* file) {
   return new NumberFormat(file);
 }

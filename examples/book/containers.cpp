@@ -1,5 +1,4 @@
-// A key of one's own, an array that is sorted, and a tree that shares a node.
-#include <initializer_list>
+// A class as a key, an array that is sorted, and a tree with a node of two parents.
 #include <iostream>
 #include <string>
 
@@ -30,15 +29,12 @@ void Map() {
   std::cout << (added ? "added" : "was there") << ", " << found << "\n";
 
   int sum = 0;
-  VRELPair<Cell, int> each;
-  faces.InitEnumeration();
-  while (faces.GetNext(each)) sum += each.GetValue();
+  for (auto [cell, count] : faces) sum += count;
   std::cout << "sum " << sum << "\n";
 }
 
 void Array() {
-  VRELDynamicArray<int> sizes;
-  for (int const size : {30, 10, 20}) sizes.add(size);
+  VRELDynamicArray<int> sizes = {30, 10, 20};
   VRELDynamicArray<int> const shared = sizes;
   qsort(sizes, 0, -1);
   for (int const size : shared) std::cout << size << " ";
@@ -52,8 +48,8 @@ void Tree() {
   auto* const root = assembly.GetRoot();
   auto* const wheelNode = root->AddChild(&front)->AddChild(&wheel);
   root->AddChild(&rear)->AddChildPtr(wheelNode);
-  VRELTree::VRELTreeNode::VRELTreeNodeIterator walk(root);
-  for (void* object = walk.GetCurrentObject(); object != nullptr; object = walk.GetNextObject()) {
+  VRELTree::VRELTreeNode::VRELTreeNodeIterator iterator(root);
+  for (void* object = iterator.GetCurrentObject(); object != nullptr; object = iterator.GetNextObject()) {
     std::cout << *static_cast<std::string*>(object) << "\n";
   }
 }

@@ -1,4 +1,4 @@
-// A logger on memory, errors that are remembered, tasks, and progress.
+// A logger that writes to memory, the error tracker, tasks, and progress.
 #include <iostream>
 
 #include "Gk_ObsWraper.h"
@@ -32,7 +32,7 @@ void Log() {
   VRELInfo::Tab();
   VRELInfo::Printf("%d of them trimmed", 3);
   VRELInfo::Untab();
-  VRELInfo::Printf("100%%%%");
+  VRELInfo::Printf("100%%");
   VRELDebug::NoTabPrintf("below the threshold");
   VRINResult const result = Open(L"wheel.stp");
   VRELEndProductEvent end(result);
@@ -42,7 +42,7 @@ void Log() {
   std::cout << text->contents();
   logger.Finalize();
   bool const isSame = GetError(0)->GetErrorType() == result;
-  std::cout << VRELError::GetErrorCount() << " error kept, " << (isSame ? "the same code" : "another code") << "\n";
+  std::cout << VRELError::GetErrorCount() << " error, " << (isSame ? "the same code" : "another code") << "\n";
   delete VRELErrorTracker::GetInstance();
 }
 

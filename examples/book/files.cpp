@@ -1,4 +1,4 @@
-// Paths, folders, a file by its handle, a file that removes itself, and what a document says about itself.
+// Paths, directories, file handles, temporary files and file headers.
 #include <cstdio>
 
 #include "Gk_DirElement.h"
@@ -19,7 +19,7 @@ void Paths(VRELStreamFormatter& out) {
   out << (VRELFilePath("assembly") + L"bolt.step").GetPath() << out.endline();
 }
 
-void Folders(VRELStreamFormatter& out) {
+void Directories(VRELStreamFormatter& out) {
   Gk_FileElement const model(Gk_String("models/sub/wheel.stp"));
   model.ensureParent();
   std::FILE* const written = VRELFilePath("models/sub/wheel.stp").OpenFile("w");
@@ -30,6 +30,12 @@ void Folders(VRELStreamFormatter& out) {
   }
 }
 
+void Resolve(VRELStreamFormatter& out) {
+  VRELFilePath const stored("C:\\cad\\sub\\wheel.stp");
+  VRELFilePath assembly("models/top.asm");
+  out << stored.ResolveAgainst(assembly).GetPath() << out.endline();
+}
+
 void Handle(VRELStreamFormatter& out) {
   VRELFileHandle const file(new VRELFile("models/sub/wheel.stp"));
   std::FILE* stream = nullptr;
@@ -38,7 +44,7 @@ void Handle(VRELStreamFormatter& out) {
   out << word << out.endline();
 }
 
-void Scratch(VRELStreamFormatter& out) {
+void TemporaryFile(VRELStreamFormatter& out) {
   VRELFilePath path;
   {
     VRELTemporaryFile scratch(VRELFilePath("models/sub/wheel.stp"), "faces.tmp", 1);
@@ -61,8 +67,9 @@ void Header(VRELStreamFormatter& out) {
 int main() {
   VRELStreamFormatter out(&VRELFileOutputStream::console);
   Paths(out);
-  Folders(out);
+  Directories(out);
+  Resolve(out);
   Handle(out);
-  Scratch(out);
+  TemporaryFile(out);
   Header(out);
 }

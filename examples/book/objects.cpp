@@ -1,5 +1,6 @@
-// A chain that is dropped behind, results that are folded, and what is thrown.
+// Handles and chains of them, combined results, exceptions, and public handles.
 #include <iostream>
+#include <string>
 
 #include "Gk_ErrMgr.h"
 #include "Gk_Exception.h"
@@ -16,17 +17,18 @@ using NodeHandle = VRELTypedHandle<Node>;
 class Node : public VRELReferenceCount {
  public:
   Node(int nodeNumber, NodeHandle const& nextNode) : number(nodeNumber), next(nextNode) {}
-  ~Node() override { std::cout << "gone: " << number << "\n"; }
+  ~Node() override { std::cout << "delete " << number << "\n"; }
 
   int number;
   NodeHandle next;
 };
 
-void WalkAndDrop() {
-  NodeHandle node(new Node(1, NodeHandle(new Node(2, NodeHandle()))));
-  std::cout << "at " << node->number << "\n";
-  node = node->next;
-  std::cout << "at " << node->number << ", held by " << node->GetReferenceCount() << "\n";
+void ReleaseChain() {
+  NodeHandle head(new Node(1, NodeHandle(new Node(2, NodeHandle()))));
+  NodeHandle const second(head->next);
+  std::cout << "node 2 has " << second->GetReferenceCount() << " handles\n";
+  while (head != nullptr) head = head->next;
+  std::cout << "node 2 has " << second->GetReferenceCount() << " handle\n";
 }
 
 VRINResult Translate(int faces) {
@@ -34,7 +36,7 @@ VRINResult Translate(int faces) {
   return faces == 0 ? VREL_S_NO_GEOMETRY : VREL_S_OK;
 }
 
-void Fold() {
+void Combine() {
   VRINResult all = VREL_S_OK;
   VRINResult any = VREL_E_FAIL;
   for (int const faces : {6, 0, -1, 4}) {
@@ -44,15 +46,15 @@ void Fold() {
   std::cout << "all: " << all.GetMessage() << ", any: " << any.GetMessage() << "\n";
 }
 
-// What a driver does around a module: whatever comes up becomes a result.
+// Calls a module and converts its exceptions to results.
 template <class Work>
-VRINResult Guarded(Work const& work) {
+VRINResult CatchAsResult(Work const& work) {
   try {
     return work();
   } catch (VRELAbortException const&) {
     return VREL_E_ABORTED;
   } catch (Gk_Exception const& exception) {
-    std::cout << "raised " << exception.token() << "\n";
+    std::cout << "exception " << exception.token() << "\n";
     return VREL_E_ERROR;
   }
 }
@@ -63,16 +65,18 @@ VRINResult Search() {
 }
 
 int main() {
-  WalkAndDrop();
-  Fold();
+  ReleaseChain();
+  Combine();
 
-  std::cout << Guarded(Search).GetMessage() << "\n";
+  std::cout << CatchAsResult(Search).GetMessage() << "\n";
   Gk_ErrMgr::setAbort();
-  std::cout << Guarded(Search).GetMessage() << "\n";
+  std::cout << CatchAsResult(Search).GetMessage() << "\n";
 
   VRINValue const tolerance(0.5);
   VRINValue shared(true);
   shared = tolerance;
   std::cout << static_cast<double>(shared) << ", as an integer " << static_cast<int>(shared) << "\n";
+  VRINValue const author(std::string("drawing office"));
+  std::cout << static_cast<char const*>(author) << "\n";
   std::cout << static_cast<char const*>(VRINUnit("mm")) << "\n";
 }

@@ -1,4 +1,4 @@
-// An option store, one option of it, the known names, and a file with sections.
+// An option store, one option, the vocabulary, and a configuration file.
 #include <cstdlib>
 #include <iostream>
 
@@ -9,7 +9,7 @@
 #include "VRELOptions.h"
 #include "VRINResult.h"
 
-void Ask(VRELOptions const& options, VRELString const& name) {
+void PrintOption(VRELOptions const& options, VRELString const& name) {
   VRELOption* option = nullptr;
   bool convert = false;
   if (options.GetOption(name, option).IsSuccess()) option->GetValue(convert);
@@ -20,8 +20,8 @@ void Store() {
   VRELOptions options;
   options.AddOption(L"ConvertAttributes", true);
   options.AddOption(L"Step.*.Reader.ConvertAttributes", false);
-  Ask(options, L"Iges.Assembly.Reader.ConvertAttributes");
-  Ask(options, L"step.assembly.reader.convertattributes");
+  PrintOption(options, L"Iges.Assembly.Reader.ConvertAttributes");
+  PrintOption(options, L"step.assembly.reader.convertattributes");
 }
 
 void OneOption() {
@@ -29,7 +29,7 @@ void OneOption() {
   options.AddOptionParseValue(L"Step.SewTolerance", L"0.01");
   VRELOption* tolerance = nullptr;
   options.GetOption(L"Step.SewTolerance", tolerance);
-  VRINResult const result = tolerance->SetValue(VRELString(L"fine"));
+  VRINResult const result = tolerance->SetValue(L"fine");
   std::cout << result.GetMessage() << "\n";
 
   setenv("VRELStep.SewTolerance", "0.5", 1);

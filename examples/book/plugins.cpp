@@ -1,4 +1,4 @@
-// Loads a format module by name and walks through a document with it.
+// Loads a format module by name and reads a document with it.
 #include <iostream>
 
 #include "VRELBrivetLibrary.h"
@@ -12,11 +12,11 @@
 
 using MakeReader = VRELFormatReader* (*)(VRELFile*);
 
-void Walk(MakeReader makeReader) {
+void ReadDocument(MakeReader makeReader) {
   VRELFormatReaderHandle const document(makeReader(new VRELFile("numbers.txt")));
   VRELReader reader(document);
   VRINResult const result = reader.ReadDataSection();
-  std::cout << "the walk: " << result.GetMessage() << "\n";
+  std::cout << "data: " << result.GetMessage() << "\n";
 
   int failed = 0;
   for (VRELEntityReader* const entity : reader.GetDataEntityList()) {
@@ -26,7 +26,7 @@ void Walk(MakeReader makeReader) {
     if (each.IsFailure()) ++failed;
     std::cout << entity->GetEntityType() << " " << id << ": " << each.GetMessage() << "\n";
   }
-  std::cout << failed << " failed, then: " << reader.Resolve().GetMessage() << "\n";
+  std::cout << failed << " failed, resolve: " << reader.Resolve().GetMessage() << "\n";
 }
 
 int main() {
@@ -34,10 +34,10 @@ int main() {
     VRELBrivetLibrary library(L"BookFormat", L"StartBookFormat", L"StopBookFormat");
     void* function = nullptr;
     if (library.GetFunction(L"MakeReader", function).IsFailure()) return 1;
-    Walk(reinterpret_cast<MakeReader>(function));
+    ReadDocument(reinterpret_cast<MakeReader>(function));
     std::cout << library.GetFunction(L"MakeWriter", function).GetMessage() << "\n";
   }
-  // Nothing of the module is held any more, so that it may go.
+  // The module is not in use any more, so it is unloaded.
   VRELLibraryManager::FreeLibraries();
   std::cout << VRELLibraryManager::_libraries.Size() << " modules\n";
 }

@@ -1,4 +1,4 @@
-// A placement, and the morph that is made of it; a selection set, a layer filter and a colour.
+// Uses a placement and the morph built from it, a selection set, a layer filter and a colour.
 #include <iostream>
 
 #include "VRELAssemblyComponentTransform.h"
@@ -30,7 +30,7 @@ void Placement() {
   std::cout << p[0] << " " << p[1] << " " << p[2] << "\n";
 }
 
-void Choices() {
+void Selections() {
   int bolt = 8;
   VRELSelectionSet fasteners(L"Fasteners", false);
   fasteners.AddMember(&bolt);
@@ -43,21 +43,21 @@ void Choices() {
   filter.GetLayerAt(1, layer);
   std::cout << "layer " << layer;
   filter.GetLayerAt(2, layer);
-  std::cout << ", outside " << layer << "\n";
+  std::cout << ", out of range " << layer << "\n";
 }
 
 void Colours() {
   VRELRGBColor const red(255u, 0u, 0u, 0u);
   VRELRGBColor const none;
-  unsigned int whole[4];
-  VRELRGBColor(0.999F, 0.0F, 0.0F, 1.0F).GetRGBA(whole);
-  std::cout << red.IsValid() << none.IsValid() << " " << whole[0] << std::endl;
+  unsigned int integers[4];
+  VRELRGBColor(0.999F, 0.0F, 0.0F, 1.0F).GetRGBA(integers);
+  std::cout << red.IsValid() << none.IsValid() << " " << integers[0] << std::endl;
   VRELStreamFormatter out(&VRELFileOutputStream::console);
   out << red << out.endline();
 }
 
 int main() {
   Placement();
-  Choices();
+  Selections();
   Colours();
 }

@@ -1,4 +1,4 @@
-// One dump as text and as a page, an archive that ends too early, and data that are decompressed.
+// One dump as text and as HTML, a truncated archive, and decompression.
 #include <iostream>
 #include <string>
 
@@ -36,7 +36,7 @@ void Formatters() {
 }
 
 void Archive() {
-  // The constant's own zero stands behind the last byte, as the stream expects it.
+  // The terminator of the literal is the terminator that the stream requires.
   char const bytes[] = "\x02\x00\x07\x00\x00\x00\x03hub";
   VRELStringInputStream stream(Gk_String(bytes, sizeof bytes));
   VRELArchive archive(&stream);
@@ -49,12 +49,12 @@ void Archive() {
       std::cout << id << " " << name << "\n";
     }
   } catch (VRELArchiveException* exception) {
-    std::cout << "stopped by " << exception->GetCode() << " behind " << archive.GetBytesRead() << " bytes\n";
+    std::cout << "error " << exception->GetCode() << " after " << archive.GetBytesRead() << " bytes\n";
     delete exception;
   }
 }
 
-unsigned NextBlock(void* how, unsigned char** buffer) {
+unsigned ReadBlock(void* how, unsigned char** buffer) {
   auto& input = *static_cast<std::string*>(how);
   static std::string block;
   block.swap(input);
@@ -63,7 +63,7 @@ unsigned NextBlock(void* how, unsigned char** buffer) {
   return static_cast<unsigned>(block.size());
 }
 
-int Take(void* how, unsigned char* buffer, unsigned length) {
+int WriteBlock(void* how, unsigned char* buffer, unsigned length) {
   static_cast<std::string*>(how)->append(reinterpret_cast<char*>(buffer), length);
   return 0;
 }
@@ -71,7 +71,7 @@ int Take(void* how, unsigned char* buffer, unsigned length) {
 void Decompress() {
   std::string input("\x00\x04\x82\x24\x25\x8f\x80\x7f", 8);
   std::string output;
-  int const status = blast(NextBlock, &input, Take, &output);
+  int const status = blast(ReadBlock, &input, WriteBlock, &output);
   std::cout << status << " " << output << "\n";
 }
 

@@ -2,17 +2,22 @@
 
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <functional>
 #include <limits>
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
+#include "ChildProcess.h"
 #include "Gk_PacketInputStream.h"
 #include "VRELArchiveException.h"
 #include "VRELString.h"
@@ -22,7 +27,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-// Reads from memory, and looks at what an archive asks for and what memory it holds meanwhile.
+// Reads from memory, and records the requests of an archive and the heap memory that is in use during them.
 class Bytes : public VRELInputStream {
  public:
   explicit Bytes(std::string bytes) : text(std::move(bytes)), heapAtStart(HeapInUse()) {}
@@ -30,7 +35,7 @@ class Bytes : public VRELInputStream {
   VRELInputStream* duplicate() override { return nullptr; }
   int read(char* buffer, int count) override {
     if (count < 0) return -1;
-    most = std::max(most, count);
+    requests.push_back(count);
     heap = std::max(heap, static_cast<long>(HeapInUse()) - static_cast<long>(heapAtStart));
     if (mustFail) return -1;
     std::size_t const taken = std::min(static_cast<std::size_t>(count), text.size() - offset);
@@ -44,8 +49,8 @@ class Bytes : public VRELInputStream {
   std::string text;
   std::size_t offset = 0;
   bool mustFail = false;
-  int most = 0;   // the most that was asked for at once
-  long heap = 0;  // the most that was in use above what was at the start
+  std::vector<int> requests;
+  long heap = 0;  // the largest growth of the heap since the start
 
  private:
   static std::size_t HeapInUse() {
@@ -56,7 +61,7 @@ class Bytes : public VRELInputStream {
   std::size_t heapAtStart;
 };
 
-// The code of the exception that `body` throws, 0 if it throws none.
+// Returns the code of the exception that `body` throws, or 0.
 int Thrown(std::function<void()> const& body) {
   try {
     body();
@@ -78,7 +83,7 @@ T Read(std::string const& bytes) {
   return value;
 }
 
-TEST(VRELArchiveTest, ReadsValuesInTheirWidths) {
+TEST(VRELArchiveTest, ValueWidths) {
   EXPECT_EQ(Read<unsigned char>("\xFE"), 254);
   EXPECT_EQ(Read<char>("\xFE"), '\xFE');
   EXPECT_EQ(Read<unsigned short>("\x01\xFF"), 0xFF01);
@@ -91,7 +96,7 @@ TEST(VRELArchiveTest, ReadsValuesInTheirWidths) {
   EXPECT_EQ(Read<double>("\x00\x00\x00\x00\x00\x00\xF4\x3F"s), 1.25);
 }
 
-TEST(VRELArchiveTest, OneValueAfterAnother) {
+TEST(VRELArchiveTest, ChainedReads) {
   Bytes stream("\x01\x02\x03\x04\x00\x00\x00Z"s);
   VRELArchive archive(&stream);
   unsigned char a = 0;
@@ -106,8 +111,8 @@ TEST(VRELArchiveTest, OneValueAfterAnother) {
   EXPECT_EQ(archive.GetBytesRead(), 8);
 }
 
-// A stream in memory is read without its virtual operation, which must not show.
-TEST(VRELArchiveTest, ReadsFromMemoryAsFromAnyStream) {
+// A memory stream is read without a virtual call, with the same results.
+TEST(VRELArchiveTest, MemoryStreamFastPath) {
   std::string const bytes = "\x01\x02\x03\x04\x00\x00\x00\x02hi\xFF"s;
   VRELStringInputStream stream(Gk_String(bytes.c_str(), static_cast<int>(bytes.size()) + 1));
   VRELArchive archive(&stream);
@@ -127,10 +132,10 @@ TEST(VRELArchiveTest, ReadsFromMemoryAsFromAnyStream) {
   EXPECT_EQ(archive.GetBytesRead(), 10);
   EXPECT_EQ(Thrown([&] { archive >> b; }), 1);
   EXPECT_EQ(archive.GetBytesRead(), 11);
-  EXPECT_EQ(stream.readChar(), -1);  // the byte in front of the end is gone
+  EXPECT_EQ(stream.readChar(), -1);  // the last byte was consumed
 }
 
-TEST(VRELArchiveTest, AStreamMayReadItsMemoryInAnotherWay) {
+TEST(VRELArchiveTest, DerivedMemoryStreamIsCalled) {
   struct Rotated : VRELStringInputStream {
     using VRELStringInputStream::VRELStringInputStream;
     int read(char* buffer, int count) override {
@@ -148,7 +153,7 @@ TEST(VRELArchiveTest, AStreamMayReadItsMemoryInAnotherWay) {
   EXPECT_EQ(b, 'C');
 }
 
-TEST(VRELArchiveTest, ADoubleMustBeANumber) {
+TEST(VRELArchiveTest, NanDoubleThrows) {
   Bytes stream("\x00\x00\x00\x00\x00\x00\xF8\x7F\x01\x00\x00\x00\x00\x00\xF0\xFF\x00\x00\x00\x00\x00\x00\xF0\xFF"s);
   VRELArchive archive(&stream);
   double value = 5;
@@ -162,7 +167,7 @@ TEST(VRELArchiveTest, ADoubleMustBeANumber) {
   EXPECT_EQ(archive.GetBytesRead(), 24);
 }
 
-TEST(VRELArchiveTest, AFloatNeedNotBeANumber) {
+TEST(VRELArchiveTest, NanFloatIsRead) {
   EXPECT_TRUE(std::isnan(Read<float>("\x00\x00\xC0\x7F"s)));
   EXPECT_TRUE(std::isnan(Read<float>("\x01\x00\x80\x7F"s)));
 }
@@ -181,7 +186,7 @@ void ExpectEndInside(std::string const& bytes) {
   }
 }
 
-TEST(VRELArchiveTest, TheEndInsideAValueThrows) {
+TEST(VRELArchiveTest, TruncatedValueThrows) {
   ExpectEndInside<unsigned char>("a");
   ExpectEndInside<char>("a");
   ExpectEndInside<unsigned short>("ab");
@@ -193,7 +198,7 @@ TEST(VRELArchiveTest, TheEndInsideAValueThrows) {
   ExpectEndInside<double>("abcdefgh");
 }
 
-TEST(VRELArchiveTest, ReadsExactlyWhatIsAskedFor) {
+TEST(VRELArchiveTest, ReadIsExact) {
   Bytes stream("abcdef");
   VRELArchive archive(&stream);
   char buffer[8] = {};
@@ -206,7 +211,7 @@ TEST(VRELArchiveTest, ReadsExactlyWhatIsAskedFor) {
   EXPECT_EQ(Thrown([&] { archive.Read(buffer, -5); }), 1);
 }
 
-TEST(VRELArchiveTest, AFailedReadCountsAsItTells) {
+TEST(VRELArchiveTest, FailedReadIsCounted) {
   Bytes stream("abcdef");
   VRELArchive archive(&stream);
   unsigned short value = 7;
@@ -217,7 +222,7 @@ TEST(VRELArchiveTest, AFailedReadCountsAsItTells) {
   EXPECT_EQ(value, 0x6261);
 }
 
-TEST(VRELArchiveTest, NoStreamIsTheEnd) {
+TEST(VRELArchiveTest, NullStreamThrows) {
   VRELArchive archive(nullptr);
   char byte = 0;
   double number = 0;
@@ -234,7 +239,7 @@ TEST(VRELArchiveTest, NoStreamIsTheEnd) {
   EXPECT_EQ(archive.GetBytesRead(), 0);
 }
 
-TEST(VRELArchiveTest, RestoresCounts) {
+TEST(VRELArchiveTest, RestoreCount) {
   struct {
     std::string bytes;
     long count;
@@ -256,7 +261,7 @@ TEST(VRELArchiveTest, RestoresCounts) {
   }
 }
 
-TEST(VRELArchiveTest, GetsStringLengths) {
+TEST(VRELArchiveTest, GetCStringLength) {
   struct {
     std::string bytes;
     long length;
@@ -284,7 +289,7 @@ TEST(VRELArchiveTest, GetsStringLengths) {
   }
 }
 
-// The text that an archive of one string gives.
+// Returns the string of an archive with one string.
 VRELString Restored(std::string const& bytes) {
   Bytes stream(bytes);
   VRELArchive archive(&stream);
@@ -298,7 +303,7 @@ std::string Wide(std::u32string const& text) {
   return std::string(reinterpret_cast<char const*>(text.data()), text.size() * 4);
 }
 
-TEST(VRELArchiveTest, RestoresNarrowStrings) {
+TEST(VRELArchiveTest, NarrowStrings) {
   EXPECT_EQ(Restored("\x00"s).length(), 0);
   EXPECT_EQ(Restored("\x04"
                      "bolt")
@@ -307,14 +312,14 @@ TEST(VRELArchiveTest, RestoresNarrowStrings) {
   std::string const longer(256, 'x');
   EXPECT_EQ(Restored("\xFF\x00\x01"s + longer).toUtf8(), longer);
   EXPECT_EQ(Restored("\xFF\xFF\xFF\x02\x00\x00\x00no"s).toUtf8(), "no");
-  // It ends at its first zero, as a text does; the bytes behind are read all the same.
+  // The string ends at its first zero; the bytes after it are read nevertheless.
   EXPECT_EQ(Restored("\x05"
                      "ab\0cd"s)
                 .toUtf8(),
             "ab");
 }
 
-TEST(VRELArchiveTest, RestoresLongStringsWhole) {
+TEST(VRELArchiveTest, LongStrings) {
   for (std::size_t const length : {4095, 4096, 4097, 8191, 8192, 8193, 65533, 200000}) {
     SCOPED_TRACE(length);
     std::string text(length, ' ');
@@ -327,14 +332,14 @@ TEST(VRELArchiveTest, RestoresLongStringsWhole) {
   }
 }
 
-TEST(VRELArchiveTest, RestoresWideStrings) {
+TEST(VRELArchiveTest, WideStrings) {
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x02"s + Wide(U"Zo")).view(), u"Zo");
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x02"s + Wide(U"\u00D6\U0001F529")).view(), u"\u00D6\U0001F529");
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x00"s).length(), 0);
   EXPECT_EQ(Restored("\xFF\xFE\xFF\x03"s + Wide(U"a\0b"s)).view(), u"a");
 }
 
-TEST(VRELArchiveTest, WideStringsMayHoldWhatIsNoCharacter) {
+TEST(VRELArchiveTest, WideStringsWithInvalidUnits) {
   for (unsigned const unit : {0xD800U, 0xDFFFU, 0x110000U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     SCOPED_TRACE(unit);
     std::u32string text = U"ab?c";
@@ -345,8 +350,8 @@ TEST(VRELArchiveTest, WideStringsMayHoldWhatIsNoCharacter) {
   }
 }
 
-// A second mark in the place of a length is no length.
-TEST(VRELArchiveTest, AStringIsWideOnlyOnce) {
+// A second mark is not a length.
+TEST(VRELArchiveTest, SecondWideMarkThrows) {
   Bytes stream("\xFF\xFE\xFF\xFF\xFE\xFF\x01" + Wide(U"a"));
   VRELArchive archive(&stream);
   VRELString text(L"kept");
@@ -354,16 +359,16 @@ TEST(VRELArchiveTest, AStringIsWideOnlyOnce) {
   EXPECT_EQ(text.toUtf8(), "kept");
 }
 
-TEST(VRELArchiveTest, AnEmptyStringMayBeTheLastThing) {
-  VRELStringInputStream beneath(Gk_String("\0\0", 2));
-  Gk_PacketInputStream stream(&beneath, 16);  // gives -1 for 0 bytes at its end
+TEST(VRELArchiveTest, EmptyStringAtEnd) {
+  VRELStringInputStream underlying(Gk_String("\0\0", 2));
+  Gk_PacketInputStream stream(&underlying, 16);  // returns -1 for 0 bytes at its end
   VRELArchive archive(&stream);
   VRELString text(L"before");
   archive.RestoreCString(text);
   EXPECT_EQ(text.length(), 0);
 }
 
-TEST(VRELArchiveTest, AStringThatIsCutThrowsAndLeavesTheTextAlone) {
+TEST(VRELArchiveTest, TruncatedStringThrows) {
   std::string const narrow =
       "\x04"
       "bolt";
@@ -382,21 +387,72 @@ TEST(VRELArchiveTest, AStringThatIsCutThrowsAndLeavesTheTextAlone) {
   }
 }
 
-// A length is a promise of the archive that costs nothing until it is kept.
-TEST(VRELArchiveTest, MemoryGrowsWithWhatArrives) {
-  for (std::string const& mark : {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
-                                  "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F"s}) {
-    for (std::size_t const arriving : {0, 10, 4096, 5000, 100000}) {
-      SCOPED_TRACE(arriving);
+// Pages of the process that are in memory, in bytes.
+long ResidentBytes() {
+  std::ifstream statm("/proc/self/statm");
+  long total = 0;
+  long resident = 0;
+  statm >> total >> resident;
+  return resident * sysconf(_SC_PAGESIZE);
+}
+
+TEST(VRELArchiveTest, StringIsOneReadOfItsLength) {
+  struct {
+    std::string mark;
+    std::vector<int> requests;
+  } const rows[] = {
+      {"\x04", {1, 4}},
+      {"\xFF\xFF\xFF\x40\x42\x0F\x00"s, {1, 2, 4, 1000000}},
+      {"\xFF\xFF\xFF\xFF\xFF\xFF\x7F"s, {1, 2, 4, 0x7FFFFFFF}},
+      {"\xFF\xFE\xFF\x03", {1, 2, 1, 12}},
+      {"\xFF\xFE\xFF\xFF\x10\x27"s, {1, 2, 1, 2, 40000}},
+      {"\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x1F"s, {1, 2, 1, 2, 4, 0x7FFFFFFC}},
+  };
+  for (auto const& row : rows) {
+    for (std::size_t const arriving : {0, 3, 5000, 100000}) {
+      int const bytes = row.requests.back();
+      if (arriving >= static_cast<std::size_t>(bytes)) continue;
+      SCOPED_TRACE(std::to_string(arriving) + " of " + std::to_string(bytes));
       VRELString text(L"kept");
-      Bytes stream(mark + std::string(arriving, 'x'));
+      Bytes stream(row.mark + std::string(arriving, 'x'));
       VRELArchive archive(&stream);
+      long const resident = ResidentBytes();
       EXPECT_EQ(Thrown([&] { archive.RestoreCString(text); }), 1);
-      EXPECT_EQ(archive.GetBytesRead(), static_cast<long>(mark.size() + arriving));
-      EXPECT_LE(stream.most, static_cast<int>(std::max<std::size_t>(arriving, 4096)));
-      EXPECT_LE(stream.heap, static_cast<long>(4 * arriving + 1024));
+      EXPECT_EQ(text.toUtf8(), "kept");
+      EXPECT_EQ(archive.GetBytesRead(), static_cast<long>(row.mark.size() + arriving));
+      EXPECT_EQ(stream.requests, row.requests);
+      EXPECT_LE(stream.heap, 1024);
+      EXPECT_LE(ResidentBytes() - resident, 1 << 20);
     }
   }
+}
+
+TEST(VRELArchiveTest, StringThatNoReadCanHoldThrows) {
+  for (std::string const& mark :
+       {"\xFF\xFF\xFF\x00\x00\x00\x80"s, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, "\xFF\xFE\xFF\xFF\xFF\xFF\x00\x00\x00\x20"s,
+        "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}) {
+    VRELString text(L"kept");
+    Bytes stream(mark + std::string(100, 'x'));
+    VRELArchive archive(&stream);
+    EXPECT_EQ(Thrown([&] { archive.RestoreCString(text); }), 1);
+    EXPECT_EQ(text.toUtf8(), "kept");
+    EXPECT_EQ(stream.Left(), 100U);
+  }
+}
+
+TEST(VRELArchiveTest, StringWithoutAddressSpaceThrows) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "AddressSanitizer needs the address space";
+#endif
+  ChildResult const child = RunInChildWithoutTeardown([] {
+    rlimit const limit = {1UL << 30, 1UL << 30};
+    setrlimit(RLIMIT_AS, &limit);
+    Bytes stream("\xFF\xFF\xFF\xFF\xFF\xFF\x7F" + std::string(100, 'x'));
+    VRELArchive archive(&stream);
+    VRELString text;
+    return Thrown([&] { archive.RestoreCString(text); }) == 1 ? 0 : 1;
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.output;
 }
 
 struct ClassRecord {
@@ -415,7 +471,7 @@ ClassRecord RestoreClass(std::string const& bytes, std::string const& name) {
   record.name = text.toUtf8();
   record.left = stream.Left();
 
-  // The same with a name that is only expected, and without a tag.
+  // The overload with an expected name, without a tag.
   Bytes again(bytes);
   VRELArchive other(&again);
   EXPECT_EQ(other.RestoreClassObject(name.c_str(), nullptr), record.result);
@@ -427,7 +483,7 @@ std::string NewClass(std::string const& name) {
   return "\xFF\xFF\x01\x00"s + static_cast<char>(name.size()) + '\0' + name;
 }
 
-TEST(VRELArchiveTest, ANewClassTellsItsName) {
+TEST(VRELArchiveTest, NewClassStoresName) {
   ClassRecord const record = RestoreClass(NewClass("Foo") + "rest", "");
   EXPECT_EQ(record.result, 0);
   EXPECT_EQ(record.tag, 0xFFFF);
@@ -435,7 +491,7 @@ TEST(VRELArchiveTest, ANewClassTellsItsName) {
   EXPECT_EQ(record.left, 4U);
 }
 
-TEST(VRELArchiveTest, ANewClassMustBeTheExpectedOne) {
+TEST(VRELArchiveTest, NewClassMustMatchName) {
   ClassRecord const same = RestoreClass(NewClass("Foo") + "rest", "Foo");
   EXPECT_EQ(same.result, 0);
   EXPECT_EQ(same.name, "Foo");
@@ -449,12 +505,12 @@ TEST(VRELArchiveTest, ANewClassMustBeTheExpectedOne) {
   }
 }
 
-TEST(VRELArchiveTest, AClassMayHaveNoName) {
+TEST(VRELArchiveTest, ClassWithoutName) {
   EXPECT_EQ(RestoreClass(NewClass(""), "").result, 0);
   EXPECT_EQ(RestoreClass(NewClass(""), "Foo").result, 0x1000001);
 }
 
-TEST(VRELArchiveTest, NamesHaveLessThan64Bytes) {
+TEST(VRELArchiveTest, LongClassNameFails) {
   std::string const longest(63, 'N');
   ClassRecord const good = RestoreClass(NewClass(longest) + "rest", "");
   EXPECT_EQ(good.result, 0);
@@ -471,12 +527,12 @@ TEST(VRELArchiveTest, NamesHaveLessThan64Bytes) {
   }
 }
 
-TEST(VRELArchiveTest, TagsTellClassesFromObjects) {
+TEST(VRELArchiveTest, ObjectTags) {
   struct {
     std::string bytes;
     long result;
     unsigned short tag;
-  } const cases[] = {{"\x01\x80"s, 0, 0x8001},          // a class that is known
+  } const cases[] = {{"\x01\x80"s, 0, 0x8001},          // a class read before
                      {"\xFE\xFF"s, 0, 0xFFFE},          //
                      {"\x00\x80"s, 0, 0x8000},          //
                      {"\x05\x00"s, 0x1000001, 5},       // an object
@@ -500,7 +556,7 @@ TEST(VRELArchiveTest, TagsTellClassesFromObjects) {
   }
 }
 
-TEST(VRELArchiveTest, ARecordThatIsCutThrows) {
+TEST(VRELArchiveTest, TruncatedRecordThrows) {
   for (std::string const& bytes : {NewClass("Foo"), "\xFF\x7F\x01\x00\x00\x80"s}) {
     for (std::size_t cut = 0; cut < bytes.size(); ++cut) {
       SCOPED_TRACE(cut);
@@ -510,21 +566,21 @@ TEST(VRELArchiveTest, ARecordThatIsCutThrows) {
       unsigned short tag = 0x1234;
       EXPECT_EQ(Thrown([&] { archive.RestoreClassObject(name, &tag); }), 1);
       EXPECT_EQ(name.length(), 0);
-      // The tag is told as soon as it and the one of four bytes are read.
+      // The tag is stored once both tags are read.
       bool const isTagRead = cut >= 2 && bytes[1] != '\x7F';
       EXPECT_EQ(tag, isTagRead ? 0xFFFF : 0x1234);
     }
   }
 }
 
-TEST(VRELArchiveTest, NoExpectedNameTakesAny) {
+TEST(VRELArchiveTest, NullNameMatchesAny) {
   Bytes stream(NewClass("Foo") + NewClass("Bar"));
   VRELArchive archive(&stream);
   EXPECT_EQ(archive.RestoreClassObject(nullptr, nullptr), 0);
   EXPECT_EQ(archive.RestoreClassObject("", nullptr), 0);
 }
 
-// Reads a small model, as a format module would.
+// Reads a small model like a format module.
 void ReadModel(VRELArchive& archive) {
   VRELString name;
   unsigned short tag = 0;
@@ -544,7 +600,7 @@ std::string Model() {
          "\xFF\xFE\xFF\x02"s + Wide(U"Zo") + "\x02\x00\x00\x00"s + std::string(12, '\0');
 }
 
-TEST(VRELArchiveTest, EveryPrefixOfAnArchiveEndsInTheException) {
+TEST(VRELArchiveTest, EveryPrefixThrows) {
   std::string const model = Model();
   for (std::size_t cut = 0; cut <= model.size(); ++cut) {
     SCOPED_TRACE(cut);
@@ -554,7 +610,7 @@ TEST(VRELArchiveTest, EveryPrefixOfAnArchiveEndsInTheException) {
   }
 }
 
-TEST(VRELArchiveTest, RandomBytesAreHarmless) {
+TEST(VRELArchiveTest, RandomBytes) {
   std::mt19937 random(31);
   int ends = 0;
   for (int i = 0; i < 20000; ++i) {
@@ -573,13 +629,12 @@ TEST(VRELArchiveTest, RandomBytesAreHarmless) {
     });
     ASSERT_TRUE(code >= 0 && code <= 2);
     ASSERT_LE(archive.GetBytesRead(), static_cast<long>(size));
-    ASSERT_LE(stream.most, 4096);
     ends += code == 1;
   }
   EXPECT_GT(ends, 1000);
 }
 
-TEST(VRELArchiveTest, IsnanLooksAtTheExponent) {
+TEST(VRELArchiveTest, IsnanTestsExponent) {
   struct {
     std::string bytes;
     std::uint32_t result;

@@ -19,17 +19,17 @@ namespace {
 
 constexpr std::size_t window = 4096;
 
-// What one decompression did.
+// Result of a decompression.
 struct Decompression {
   int result = 99;
   std::string output;
-  std::vector<unsigned> writes;          // the length of each
-  std::vector<std::size_t> readAtWrite;  // bytes of input that had been given out
+  std::vector<unsigned> writes;          // lengths of the writes
+  std::vector<std::size_t> readAtWrite;  // bytes of input read before each write
   std::size_t bytesRead = 0;
-  int readsAtEnd = 0;  // questions for input when there was none left
+  int readsAtEnd = 0;  // input requests after the end of input
 };
 
-// Gives input in blocks of one length and gathers output.
+// Provides input in blocks of one length and collects the output.
 class Ends {
  public:
   Ends(std::string const& bytes, std::size_t length, std::size_t writesTaken)
@@ -49,7 +49,7 @@ class Ends {
       ++done.readsAtEnd;
       return 0;
     }
-    // In memory of its own, so that nothing can be read behind it, nor after the next question.
+    // In separate memory, so that a sanitizer detects reads after its end and after the next request.
     block = std::make_unique<unsigned char[]>(length);
     std::memcpy(block.get(), data.data() + done.bytesRead, length);
     done.bytesRead += length;
@@ -78,7 +78,7 @@ Decompression Blast(std::string const& data, std::size_t blockLength = 65536, st
 
 constexpr std::size_t blockLengths[] = {1, 2, 7, 4096};
 
-// Enough bytes behind the data that it lies far from the end of its block.
+// Appends bytes, so that the data is far from the end of its block.
 std::string Padded(std::string const& data) {
   return data + std::string(64, '\x55');
 }
@@ -89,12 +89,12 @@ std::string RandomBytes(std::mt19937& random, std::size_t count) {
   return bytes;
 }
 
-// Appends what a copy makes of a text.
+// Appends the result of a copy.
 void CopyInText(std::string& text, int length, int distance) {
   for (int i = 0; i < length; ++i) text.push_back(text[text.size() - static_cast<std::size_t>(distance)]);
 }
 
-// Imploded data with the text that it stands for.
+// Imploded data with the expected output.
 struct Sample {
   Sample(bool isCoded, int dictionary) : data(isCoded, dictionary) {}
 
@@ -107,7 +107,7 @@ struct Sample {
     CopyInText(text, length, distance);
   }
 
-  // Decompresses in blocks of all lengths.
+  // Decompresses with blocks of all lengths.
   void Check() {
     data.End();
     for (std::size_t const blockLength : blockLengths) {
@@ -146,7 +146,7 @@ TEST(VRELBlastTest, HasCLinkage) {
   EXPECT_EQ(dlsym(RTLD_DEFAULT, "blast"), reinterpret_cast<void*>(&blast));
 }
 
-TEST(VRELBlastTest, TheEncoderWritesTheFormat) {
+TEST(VRELBlastTest, EncoderWritesFormat) {
   // By hand: A, I, a copy of 11 bytes from 2 back, the end.
   ImplodedData data(false, 4);
   data.Literals("AI").Copy(11, 2).End();
@@ -159,7 +159,7 @@ TEST(VRELBlastTest, TheEncoderWritesTheFormat) {
   EXPECT_EQ(coded.BitCount(), 37U);
 }
 
-TEST(VRELBlastTest, EmptyInputIsTheEnd) {
+TEST(VRELBlastTest, EmptyInput) {
   Decompression const done = Blast("");
   EXPECT_EQ(done.result, 2);
   EXPECT_TRUE(done.writes.empty());
@@ -175,7 +175,7 @@ TEST(VRELBlastTest, RejectsOtherLiteralFlags) {
   }
 }
 
-TEST(VRELBlastTest, RejectsTheFlagBeforeItAsksForTheDictionary) {
+TEST(VRELBlastTest, RejectsFlagBeforeReadingDictionary) {
   Decompression const done = Blast("\x02");
   EXPECT_EQ(done.result, -1);
   EXPECT_EQ(done.readsAtEnd, 0);
@@ -193,7 +193,7 @@ TEST(VRELBlastTest, RejectsOtherDictionaries) {
   }
 }
 
-TEST(VRELBlastTest, RejectsCopiesFromInFrontOfTheOutput) {
+TEST(VRELBlastTest, RejectsCopiesBeforeOutput) {
   for (bool const isCoded : {false, true}) {
     for (int before : {0, 1, 2, 100, 4000}) {
       SCOPED_TRACE(before);
@@ -214,7 +214,7 @@ TEST(VRELBlastTest, RejectsCopiesFromInFrontOfTheOutput) {
   }
 }
 
-TEST(VRELBlastTest, WritesABlockThatIsFullOnce) {
+TEST(VRELBlastTest, WritesFullBlockOnce) {
   for (bool const isCoded : {false, true}) {
     std::string const text(window, 'q');
     std::string const literals = ImplodedData(isCoded, 4).Literals(text).End().Bytes();
@@ -238,17 +238,17 @@ TEST(VRELBlastTest, WritesInBlocksOf4096) {
   EXPECT_EQ(done.writes, (std::vector<unsigned>{4096, 4096, 4096, 5}));
 }
 
-TEST(VRELBlastTest, WritesAFullBlockBeforeItAsksForMore) {
+TEST(VRELBlastTest, WritesFullBlockBeforeReading) {
   std::mt19937 random(5);
   std::string const text = RandomBytes(random, 2 * window);
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
   Decompression const done = Blast(data, 1);
-  // 16 bits in front, then 9 for each literal.
+  // 16 bits of header, then 9 for each literal.
   EXPECT_EQ(done.readAtWrite, (std::vector<std::size_t>{2 + 4608, 2 + 9216}));
   EXPECT_EQ(done.output, text);
 }
 
-TEST(VRELBlastTest, AsksForNothingBehindTheEnd) {
+TEST(VRELBlastTest, ReadsNothingAfterEnd) {
   for (bool const isCoded : {false, true}) {
     for (int length = 0; length < 40; ++length) {
       SCOPED_TRACE(length);
@@ -261,7 +261,7 @@ TEST(VRELBlastTest, AsksForNothingBehindTheEnd) {
   }
 }
 
-TEST(VRELBlastTest, TellsThatOutputFailed) {
+TEST(VRELBlastTest, ReportsFailedOutput) {
   std::mt19937 random(6);
   std::string const text = RandomBytes(random, 3 * window + 100);
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
@@ -276,7 +276,7 @@ TEST(VRELBlastTest, TellsThatOutputFailed) {
   EXPECT_EQ(Blast(data, 4096, 4).result, 0);
 }
 
-TEST(VRELBlastTest, AnEarlierErrorStandsWhenTheRestCannotBeWritten) {
+TEST(VRELBlastTest, KeepsEarlierError) {
   std::string const cut = ImplodedData(false, 4).Literals("abc").Bytes();
   Decompression const ended = Blast(cut, 1, 0);
   EXPECT_EQ(ended.result, 2);
@@ -286,7 +286,7 @@ TEST(VRELBlastTest, AnEarlierErrorStandsWhenTheRestCannotBeWritten) {
   EXPECT_EQ(reaching.output, "abc");
 }
 
-TEST(VRELBlastTest, CopiesReachIntoTheBlockBefore) {
+TEST(VRELBlastTest, CopiesFromPreviousBlock) {
   std::mt19937 random(7);
   for (bool const isCoded : {false, true}) {
     Sample sample(isCoded, 6);
@@ -335,8 +335,8 @@ TEST(VRELBlastTest, CopiesFromEveryDistance) {
   }
 }
 
-// Short distances repeat what they find, at every length and from every place.
-TEST(VRELBlastTest, CopiesThatOverlapTheirTargetRepeat) {
+// Short distances repeat a pattern, for every length and position.
+TEST(VRELBlastTest, OverlappingCopiesRepeat) {
   std::mt19937 random(10);
   Sample sample(false, 4);
   sample.Literals(RandomBytes(random, 64));
@@ -351,7 +351,7 @@ TEST(VRELBlastTest, CopiesThatOverlapTheirTargetRepeat) {
   sample.Check();
 }
 
-TEST(VRELBlastTest, CopiesGoOverTheEdgeOfABlock) {
+TEST(VRELBlastTest, CopiesCrossBlockBoundary) {
   std::mt19937 random(11);
   for (bool const isCoded : {false, true}) {
     for (int distance : {1, 2, 3, 7, 8, 15, 16, 17, 500, 2048, 4080, 4096}) {
@@ -376,7 +376,7 @@ TEST(VRELBlastTest, DecodesEveryCodedLiteral) {
   std::string all;
   for (int byte = 0; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
   sample.Literals(all);
-  // Each one in front of and behind literals with short and with long codes.
+  // Each one before and after literals with short and with long codes.
   for (char const byte : all) sample.Literals(std::string{byte, ' ', byte, 'e', '\xFE', byte, byte, '\x01'});
   for (char const byte : all) {
     sample.Literals(std::string(1, byte));
@@ -401,7 +401,7 @@ void ExpectRoundTrip(std::string const& text) {
   }
 }
 
-TEST(VRELBlastTest, BringsRandomTextsBack) {
+TEST(VRELBlastTest, RoundTripOfRandomData) {
   std::mt19937 random(12);
   for (std::size_t const length : {0, 1, 2, 3, 100, 4095, 4096, 4097, 20000}) {
     SCOPED_TRACE(length);
@@ -412,7 +412,7 @@ TEST(VRELBlastTest, BringsRandomTextsBack) {
   }
 }
 
-TEST(VRELBlastTest, BringsStructuredTextsBack) {
+TEST(VRELBlastTest, RoundTripOfStructuredData) {
   std::string table;
   for (int i = 0; i < 700; ++i) {
     table += "#" + std::to_string(i) + "=CARTESIAN_POINT('',(" + std::to_string(i * 7) + ".,0.," +
@@ -427,7 +427,7 @@ TEST(VRELBlastTest, BringsStructuredTextsBack) {
   ExpectRoundTrip(record);
 }
 
-TEST(VRELBlastTest, BringsRealTextsBack) {
+TEST(VRELBlastTest, RoundTripOfRealData) {
   ExpectRoundTrip(Prose());
   std::ifstream own(REAL_TEXT, std::ios::binary);
   std::string const source(std::istreambuf_iterator<char>(own), {});
@@ -439,7 +439,7 @@ TEST(VRELBlastTest, BringsRealTextsBack) {
   ExpectRoundTrip(code);
 }
 
-TEST(VRELBlastTest, InputMayEndAtEveryByte) {
+TEST(VRELBlastTest, InputEndsAtEveryByte) {
   std::string text;
   for (int i = 0; i < 20; ++i) text += Prose() + std::to_string(i * 12345);
   ASSERT_GT(text.size(), window);
@@ -461,8 +461,8 @@ TEST(VRELBlastTest, InputMayEndAtEveryByte) {
   }
 }
 
-// Up to where the input ends everything is delivered: after each byte, as many items as lie in it whole.
-TEST(VRELBlastTest, DeliversWhatWasDecodedBeforeTheEnd) {
+// All complete items before the end of input are written.
+TEST(VRELBlastTest, WritesDecodedBytesBeforeEnd) {
   std::string const text = Prose();
   ImplodedData data(false, 4);
   data.Literals(text);
@@ -476,9 +476,9 @@ TEST(VRELBlastTest, DeliversWhatWasDecodedBeforeTheEnd) {
   }
 }
 
-// What comes of bytes that nobody imploded does not depend on how they come, and is no more than they can stand for:
+// The result of random bytes does not depend on the block lengths, and its length is bounded:
 // 518 bytes for a copy, which takes 22 bits at least.
-TEST(VRELBlastTest, RandomBytesAreHarmless) {
+TEST(VRELBlastTest, RandomBytes) {
   std::mt19937 random(13);
   int results[6] = {};
   for (int i = 0; i < 10000; ++i) {
@@ -488,7 +488,7 @@ TEST(VRELBlastTest, RandomBytesAreHarmless) {
       data[0] = static_cast<char>(random() % 2);
       data[1] = static_cast<char>(4 + random() % 3);
     }
-    // A good beginning, so that copies have something to reach for.
+    // A valid beginning, so that copies have a source.
     if (i % 3 == 0) data = ImplodedData(i % 2 == 0, 6).Literals(RandomBytes(random, 4090)).Bytes() + data;
     Decompression const whole = Blast(data);
     Decompression const single = Blast(data, 1);
@@ -506,7 +506,7 @@ TEST(VRELBlastTest, RandomBytesAreHarmless) {
   EXPECT_GT(results[5], 0);
 }
 
-TEST(VRELBlastTest, ABlockWithoutBytesIsTheEnd) {
+TEST(VRELBlastTest, EmptyBlockIsEnd) {
   blast_in const nothing = [](void* /*how*/, unsigned char** buffer) -> unsigned {
     *buffer = nullptr;
     return 5;
@@ -515,7 +515,7 @@ TEST(VRELBlastTest, ABlockWithoutBytesIsTheEnd) {
   EXPECT_EQ(blast(nothing, nullptr, noOutput, nullptr), 2);
 }
 
-// Looks at the heap from within.
+// Measures the heap during decompression.
 struct HeapWatch {
   static unsigned Read(void* how, unsigned char** buffer) {
     auto& watch = *static_cast<HeapWatch*>(how);

@@ -28,7 +28,7 @@ constexpr char kNull[] = "Buffer is NULL. Looks like allocation of buffer failed
 
 constexpr long kMega = 1024 * 1024;
 
-// Bytes that tell their position: no window of them looks like another.
+// Bytes that depend on their position, so that no two windows are equal.
 char ByteAt(long position) {
   return static_cast<char>(position * 31 + position / 251 + position / 65521);
 }
@@ -39,7 +39,7 @@ std::string Bytes(long count) {
   return bytes;
 }
 
-// An open file, as a handler needs it.
+// An open file.
 VRELFileHandle Open(std::string const& path) {
   VRELFileHandle file(new VRELFile(path.c_str()));
   std::FILE* stream = nullptr;
@@ -53,12 +53,12 @@ std::FILE* StreamOf(VRELFileHandle const& file) {
   return stream;
 }
 
-// Where the stream stands for the kernel: it moves whenever bytes are read.
+// Position of the file description, which moves with each read.
 off_t KernelOffset(VRELFileHandle const& file) {
   return lseek(fileno(StreamOf(file)), 0, SEEK_CUR);
 }
 
-// The number of calls by which this process has read anything, from when the object was made.
+// Counts the read system calls of this process since construction.
 class ReadCalls {
  public:
   ReadCalls() : before(Now()) {
@@ -85,15 +85,15 @@ class ReadCalls {
   }
 
   long before;
-  long cost = 0;  // of asking
+  long cost = 0;  // system calls of the measurement itself
 };
 
 class VRELBufferFileHandlerTest : public testing::Test {
  protected:
-  // A file of so many bytes, each of which tells its position.
+  // Writes a file of `size` bytes that depend on their position.
   std::string Write(long count) { return directory.Write("data", Bytes(count)); }
 
-  // Expects the byte and no word.
+  // Expects the byte and no message.
   static void ExpectByte(VRELBufferFileHandler& handler, long position, unsigned char expected) {
     SCOPED_TRACE(position);
     unsigned char value = static_cast<unsigned char>(~expected);
@@ -116,7 +116,7 @@ class VRELBufferFileHandlerTest : public testing::Test {
   ScratchDirectory directory;
 };
 
-TEST_F(VRELBufferFileHandlerTest, IsABufferHandler) {
+TEST_F(VRELBufferFileHandlerTest, DerivesFromBufferHandler) {
   static_assert(std::is_base_of_v<VRELBufferHandler, VRELBufferFileHandler>);
   EXPECT_EQ(SlotOf(&VRELBufferFileHandler::GetChar), 5U);
   VRELBufferFileHandlerHandle const handler(new VRELBufferFileHandler(Open(Write(3))));
@@ -126,7 +126,7 @@ TEST_F(VRELBufferFileHandlerTest, IsABufferHandler) {
   EXPECT_EQ(value, static_cast<unsigned char>(ByteAt(2)));
 }
 
-TEST_F(VRELBufferFileHandlerTest, HoldsASmallFileWhole) {
+TEST_F(VRELBufferFileHandlerTest, SmallFileIsOneWindow) {
   VRELFileHandle const file = Open(directory.Write("data", "0123456789"));
   std::unique_ptr<VRELBufferFileHandler> handler;
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), "");
@@ -142,44 +142,44 @@ TEST_F(VRELBufferFileHandlerTest, HoldsASmallFileWhole) {
   EXPECT_EQ(file->GetReferenceCount(), 2U);
   handler.reset();
   EXPECT_EQ(file->GetReferenceCount(), 1U);
-  // The stream is left open.
+  // The stream is still open.
   EXPECT_EQ(std::fseek(StreamOf(file), 0, SEEK_SET), 0);
   EXPECT_EQ(std::getc(StreamOf(file)), '0');
 }
 
-TEST_F(VRELBufferFileHandlerTest, PositionBehindTheLastByteFailsSilently) {
+TEST_F(VRELBufferFileHandlerTest, PositionAtEndFailsSilently) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
-  // The block is lost; the end is told again.
+  // The block is dropped; the end is reported again.
   ExpectFailure(handler, 10, 0x1000055, "");
   std::string const printed = PrintedBy([&] { EXPECT_EQ(handler.IsBufferValid(), 0x1000051); });
   EXPECT_EQ(printed, kNull);
 }
 
-TEST_F(VRELBufferFileHandlerTest, PositionsOutsideTheFileFail) {
+TEST_F(VRELBufferFileHandlerTest, PositionsOutsideFileFail) {
   VRELBufferFileHandler handler(Open(Write(10)));
   for (long const position : {11L, 12L, 4194304L, 0x7FFFFFFFFFFFFFFFL, -1L, -10L, -0x7FFFFFFFFFFFFFFFL - 1}) {
     ExpectFailure(handler, position, 0x1000056, kNoMove);
   }
-  // The window stays as it was.
+  // The window is unchanged.
   for (long position = 0; position < 10; ++position) ExpectByteOfFile(handler, position);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DrainedHandlerGivesOutNothing) {
+TEST_F(VRELBufferFileHandlerTest, DrainedHandlerFails) {
   VRELBufferFileHandler handler(Open(Write(10)));
   ExpectFailure(handler, 10, 0x1000055, "");
-  // There are bytes, and no block to read them into.
+  // There are bytes, but no block.
   ExpectFailure(handler, 3, 0x1000054, kEnd);
   ExpectFailure(handler, 3, 0x1000054, kEnd);
   ExpectFailure(handler, 9, 0x1000054, kEnd);
   ExpectFailure(handler, 10, 0x1000055, "");
   ExpectFailure(handler, 11, 0x1000056, kNoMove);
-  // A new block makes it whole again.
+  // A new block makes the object usable again.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
   ExpectByteOfFile(handler, 3);
 }
 
-TEST_F(VRELBufferFileHandlerTest, EmptyFileDrainsAtOnce) {
+TEST_F(VRELBufferFileHandlerTest, EmptyFileIsDrained) {
   std::unique_ptr<VRELBufferFileHandler> handler;
   VRELFileHandle const file = Open(Write(0));
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), "");
@@ -189,7 +189,7 @@ TEST_F(VRELBufferFileHandlerTest, EmptyFileDrainsAtOnce) {
   EXPECT_EQ(printed, kNull);
 }
 
-TEST_F(VRELBufferFileHandlerTest, HoldsFourMegabytesWhole) {
+TEST_F(VRELBufferFileHandlerTest, FourMegabytesAreOneWindow) {
   VRELFileHandle const file = Open(Write(4 * kMega));
   VRELBufferFileHandler handler(file);
   EXPECT_EQ(KernelOffset(file), 4 * kMega);
@@ -205,7 +205,7 @@ TEST_F(VRELBufferFileHandlerTest, HoldsFourMegabytesWhole) {
   ExpectFailure(handler, 4 * kMega, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
+TEST_F(VRELBufferFileHandlerTest, WindowRestartsAtPosition) {
   VRELFileHandle const file = Open(Write(5 * kMega));
   VRELBufferFileHandler handler(file);
   EXPECT_EQ(KernelOffset(file), 4194304);
@@ -222,7 +222,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
   ExpectByteOfFile(handler, 0);
   EXPECT_EQ(handler.IsPointerPositionValid(4194303), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(4194304), VREL_E_FAIL);
-  // One byte back at the start of a window reloads it all.
+  // A step back by one byte at the start of a window reads a whole window.
   ExpectByteOfFile(handler, 4500000);
   EXPECT_EQ(handler.IsPointerPositionValid(4499999), VREL_E_FAIL);
   ExpectByteOfFile(handler, 4499999);
@@ -231,8 +231,8 @@ TEST_F(VRELBufferFileHandlerTest, WindowStartsAnewAtThePosition) {
   ExpectFailure(handler, 5242881, 0x1000056, kNoMove);
 }
 
-// With a hole in front of its last bytes.
-TEST_F(VRELBufferFileHandlerTest, ReachesBeyondFourGigabytes) {
+// A sparse file with bytes at its end.
+TEST_F(VRELBufferFileHandlerTest, PositionsAboveFourGigabytes) {
   constexpr long size = 5L * 1024 * kMega + 7;
   std::string const path = directory.Write("data", "first");
   std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size) - 4);
@@ -246,14 +246,14 @@ TEST_F(VRELBufferFileHandlerTest, ReachesBeyondFourGigabytes) {
   ExpectFailure(handler, size + 1, 0x1000056, kNoMove);
 }
 
-TEST_F(VRELBufferFileHandlerTest, WindowAgainstAModel) {
+TEST_F(VRELBufferFileHandlerTest, AgreesWithModel) {
   constexpr long size = 9 * kMega + 12345;
   VRELBufferFileHandler handler(Open(Write(size)));
   unsigned long state = 20261120;
   long position = 0;
   for (int i = 0; i < 300; ++i) {
     state = state * 6364136223846793005UL + 1442695040888963407UL;
-    // Mostly near, sometimes far.
+    // Mostly near positions, sometimes far ones.
     long const step = static_cast<long>(state >> 40) % (i % 7 == 0 ? size : 5000) - (i % 7 == 0 ? 0 : 2500);
     position = (position + step % size + size) % size;
     unsigned char value = 0;
@@ -262,7 +262,7 @@ TEST_F(VRELBufferFileHandlerTest, WindowAgainstAModel) {
   }
 }
 
-TEST_F(VRELBufferFileHandlerTest, NeedsAStreamThatIsOpen) {
+TEST_F(VRELBufferFileHandlerTest, RequiresOpenStream) {
   VRELFileHandle const closed(new VRELFile(Write(10).c_str()));
   for (VRELFileHandle const& file : {closed, VRELFileHandle(new VRELFile()), VRELFileHandle()}) {
     std::unique_ptr<VRELBufferFileHandler> handler;
@@ -280,12 +280,12 @@ TEST_F(VRELBufferFileHandlerTest, NeedsAStreamThatIsOpen) {
   EXPECT_EQ(StreamOf(closed), nullptr);
 }
 
-TEST_F(VRELBufferFileHandlerTest, BufferIsValidOnceMade) {
+TEST_F(VRELBufferFileHandlerTest, IsBufferValid) {
   VRELBufferFileHandler handler(Open(Write(10)));
   EXPECT_EQ(PrintedBy([&] { EXPECT_EQ(handler.IsBufferValid(), VREL_S_OK); }), "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
+TEST_F(VRELBufferFileHandlerTest, HelpersInAnyOrder) {
   std::string const path = Write(100);
   VRELBufferFileHandler handler(Open(path));
   EXPECT_EQ(handler.AdvanceFilePointerPosition(101), 0x1000052);
@@ -301,20 +301,20 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   EXPECT_EQ(handler.IsPointerPositionValid(100), VREL_E_FAIL);
   ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
-  // The window starts elsewhere and the block stays: 60 bytes of the last fill in front, 40 of the first behind.
+  // The window moves, and the block keeps 60 bytes of the last fill and then 40 of the first.
   EXPECT_EQ(handler.AdvanceFilePointerPosition(10), VREL_S_OK);
   EXPECT_EQ(handler.IsPointerPositionValid(99), VREL_S_OK);
   ExpectByte(handler, 10, static_cast<unsigned char>(ByteAt(40)));
   ExpectByte(handler, 69, static_cast<unsigned char>(ByteAt(99)));
   ExpectByte(handler, 70, static_cast<unsigned char>(ByteAt(60)));
   ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(89)));
-  // A new block holds nothing yet.
+  // A new block is empty.
   EXPECT_EQ(handler.AllocateBuffer(), VREL_S_OK);
   EXPECT_EQ(handler.AdvanceFilePointerPosition(40), VREL_S_OK);
   ExpectByteOfFile(handler, 40);
   ExpectByteOfFile(handler, 99);
   ExpectByteOfFile(handler, 0);
-  // The file has grown and so has the size, but not the block.
+  // The file and its size have grown, but not the block.
   directory.Write("data", Bytes(5000));
   EXPECT_EQ(handler.DecideFileBufferSize(), VREL_S_OK);
   EXPECT_EQ(handler.AdvanceFilePointerPosition(0), VREL_S_OK);
@@ -324,7 +324,7 @@ TEST_F(VRELBufferFileHandlerTest, HelpersAreSafeInAnyOrder) {
   ExpectByteOfFile(handler, 4321);
 }
 
-TEST_F(VRELBufferFileHandlerTest, AWindowThatIsNotFilledEndsWhereItEnded) {
+TEST_F(VRELBufferFileHandlerTest, AdvanceKeepsWindowEnd) {
   VRELBufferFileHandler handler(Open(Write(100)));
   EXPECT_EQ(handler.AdvanceFilePointerPosition(95), VREL_S_OK);
   ExpectByte(handler, 99, static_cast<unsigned char>(ByteAt(4)));
@@ -334,21 +334,21 @@ TEST_F(VRELBufferFileHandlerTest, AWindowThatIsNotFilledEndsWhereItEnded) {
   ExpectFailure(other, 100, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, StreamWithoutAPathHasASmallWindow) {
+TEST_F(VRELBufferFileHandlerTest, StreamWithoutPathHasSmallWindow) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
   {
     VRELBufferFileHandler handler(VRELFileHandle(new VRELFile(stream)));
     for (long const position : {0, 1, 2046, 2047}) ExpectByteOfFile(handler, position);
-    // A size of 0 is all that is known of the file.
+    // The size of the file counts as 0.
     ExpectFailure(handler, 2048, 0x1000056, kNoMove);
     ExpectByteOfFile(handler, 2047);
   }
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FirstFillCountsFromWhereTheStreamStands) {
+TEST_F(VRELBufferFileHandlerTest, FirstFillStartsAtStreamPosition) {
   VRELFileHandle const file = Open(directory.Write("data", "0123456789"));
   std::fseek(StreamOf(file), 4, SEEK_SET);
   VRELBufferFileHandler handler(file);
@@ -374,30 +374,30 @@ TEST_F(VRELBufferFileHandlerTest, PipeIsReadOnce) {
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, EndlessDeviceHasASmallWindow) {
+TEST_F(VRELBufferFileHandlerTest, EndlessDeviceHasSmallWindow) {
   VRELBufferFileHandler handler(Open("/dev/zero"));
   ExpectByte(handler, 0, 0);
   ExpectByte(handler, 2047, 0);
   ExpectFailure(handler, 2048, 0x1000056, kNoMove);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DirectoryIsAnError) {
+TEST_F(VRELBufferFileHandlerTest, DirectoryFails) {
   VRELFileHandle const file = Open(directory.Path());
   std::unique_ptr<VRELBufferFileHandler> handler;
   EXPECT_EQ(PrintedBy([&] { handler = std::make_unique<VRELBufferFileHandler>(file); }), kError);
   ExpectFailure(*handler, 0, 0x1000055, kError);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatShrinks) {
+TEST_F(VRELBufferFileHandlerTest, ShrinkingFile) {
   std::string const path = Write(5 * kMega);
   VRELBufferFileHandler handler(Open(path));
   std::filesystem::resize_file(path, 1000);
-  // What the window holds it holds.
+  // Bytes in the window stay readable.
   ExpectByteOfFile(handler, 4000000);
   ExpectFailure(handler, 4500000, 0x1000055, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatShrinksWithinTheWindow) {
+TEST_F(VRELBufferFileHandlerTest, FileShrinkingWithinWindow) {
   std::string const path = Write(5 * kMega);
   VRELBufferFileHandler handler(Open(path));
   std::filesystem::resize_file(path, 4500000);
@@ -406,18 +406,18 @@ TEST_F(VRELBufferFileHandlerTest, FileThatShrinksWithinTheWindow) {
   EXPECT_EQ(handler.IsPointerPositionValid(4500000), VREL_E_FAIL);
 }
 
-TEST_F(VRELBufferFileHandlerTest, FileThatGrowsEndsWhereItEnded) {
+TEST_F(VRELBufferFileHandlerTest, GrowingFileKeepsSize) {
   std::string const path = directory.Write("data", "0123456789");
   VRELBufferFileHandler handler(Open(path));
   std::ofstream(path, std::ios::app) << "abc";
   ExpectFailure(handler, 11, 0x1000056, kNoMove);
-  // The place just behind the old end may be read, up to the size of the block.
+  // The position after the old end can be read, up to the size of the block.
   ExpectByte(handler, 10, 'a');
   ExpectByte(handler, 12, 'c');
   ExpectByte(handler, 5, '5');
 }
 
-TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasClosed) {
+TEST_F(VRELBufferFileHandlerTest, StreamClosedByFile) {
   std::string const path = Write(5 * kMega);
   VRELFileHandle const file = Open(path);
   VRELBufferFileHandler handler(file);
@@ -431,8 +431,8 @@ TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasClosed) {
   ExpectByteOfFile(handler, 0);
 }
 
-// A stream that was handed in stays open where the file forgets it.
-TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasForgotten) {
+// A stream that the caller opened stays open when the file forgets it.
+TEST_F(VRELBufferFileHandlerTest, StreamForgottenByFile) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -452,12 +452,12 @@ TEST_F(VRELBufferFileHandlerTest, StreamThatTheFileHasForgotten) {
   std::fclose(stream);
 }
 
-TEST_F(VRELBufferFileHandlerTest, DescriptorThatWasClosed) {
+TEST_F(VRELBufferFileHandlerTest, ClosedDescriptor) {
   VRELFileHandle const file = Open(Write(5 * kMega));
   VRELBufferFileHandler handler(file);
   ExpectByteOfFile(handler, 4194303);
   std::string const printed = PrintedBy([&] {
-    // Here, so that nothing else is opened under its number.
+    // Closed here, so that the number is not reused.
     close(fileno(StreamOf(file)));
     unsigned char value = 77;
     EXPECT_EQ(handler.GetChar(4194304, value), 0x1000055);
@@ -466,7 +466,7 @@ TEST_F(VRELBufferFileHandlerTest, DescriptorThatWasClosed) {
   EXPECT_EQ(printed, kError);
 }
 
-TEST_F(VRELBufferFileHandlerTest, ReadsAWindowAtOnce) {
+TEST_F(VRELBufferFileHandlerTest, WindowIsReadAtOnce) {
   VRELFileHandle const file = Open(Write(16 * kMega));
   VRELBufferFileHandler handler(file);
   ReadCalls const calls;
@@ -476,11 +476,11 @@ TEST_F(VRELBufferFileHandlerTest, ReadsAWindowAtOnce) {
     if (handler.GetChar(position, value) == VREL_S_OK) sum += static_cast<char>(value) == ByteAt(position) ? 1 : 0;
   }
   EXPECT_EQ(sum, 16 * kMega);
-  // Three windows, each in few pieces.
+  // Three windows, each with few reads.
   EXPECT_LE(calls.Count(), 12);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // which takes failing allocations for errors of its own
+#ifndef __SANITIZE_ADDRESS__  // which reports failing allocations as errors
 
 void ExhaustMemory(std::size_t size) {
   rlimit const limit = {1, 1};
@@ -490,7 +490,7 @@ void ExhaustMemory(std::size_t size) {
   }
 }
 
-TEST_F(VRELBufferFileHandlerTest, SmallBlockServesWhereMemoryIsShort) {
+TEST_F(VRELBufferFileHandlerTest, SmallBlockIfMemoryIsShort) {
   std::string const path = Write(5 * kMega);
   ChildResult const child = RunInChildWithoutTeardown([&]() -> int {
     VRELFileHandle const file = Open(path);
@@ -513,7 +513,7 @@ TEST_F(VRELBufferFileHandlerTest, SmallBlockServesWhereMemoryIsShort) {
   EXPECT_EQ(child.output, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, NoBlockWhereThereIsNoMemory) {
+TEST_F(VRELBufferFileHandlerTest, NoBlockWithoutMemory) {
   ChildResult const child = RunInChildWithoutTeardown([]() -> int {
     VRELFileHandle const file(new VRELFile(stdin));
     VRELBufferFileHandler handler{VRELFileHandle()};

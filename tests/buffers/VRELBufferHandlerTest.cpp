@@ -9,7 +9,7 @@
 
 namespace {
 
-// Gives out the bytes of a block of its own.
+// Reads the bytes of its own block.
 class BlockHandler : public VRELBufferHandler {
  public:
   explicit BlockHandler(bool hasBlock) {
@@ -23,14 +23,14 @@ class BlockHandler : public VRELBufferHandler {
   }
 };
 
-TEST(VRELBufferHandlerTest, IsAFrame) {
+TEST(VRELBufferHandlerTest, IsAbstract) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELBufferHandler>);
   static_assert(std::is_abstract_v<VRELBufferHandler>);
   EXPECT_EQ(SlotOf(&VRELBufferHandler::GetChar), 5U);
 }
 
-// The sanitizers tell whether the block goes with its handler.
-TEST(VRELBufferHandlerTest, ReleasesItsBlock) {
+// A leak would be reported by the leak check.
+TEST(VRELBufferHandlerTest, DeletesBlock) {
   for (bool const hasBlock : {false, true}) {
     SCOPED_TRACE(hasBlock);
     VRELBufferHandlerHandle const handler(new BlockHandler(hasBlock));

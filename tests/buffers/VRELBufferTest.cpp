@@ -11,7 +11,7 @@
 
 namespace {
 
-// Shows what a format module sees.
+// Gives access to the protected members.
 class OpenBuffer : public VRELBuffer {
  public:
   using VRELBuffer::file;
@@ -19,7 +19,7 @@ class OpenBuffer : public VRELBuffer {
   using VRELBuffer::VRELBuffer;
 };
 
-TEST(VRELBufferTest, OperationsStandInTheirOrder) {
+TEST(VRELBufferTest, VirtualSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELBuffer>);
   EXPECT_EQ(SlotOf(&VRELBuffer::IsValid), 5U);
   EXPECT_EQ(SlotOf(&VRELBuffer::ReadString), 6U);
@@ -37,7 +37,7 @@ TEST(VRELBufferTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELBuffer::GetOffset), 18U);
 }
 
-TEST(VRELBufferTest, HoldsItsFileAndNoHandler) {
+TEST(VRELBufferTest, HasFileAndNullHandler) {
   VRELFileHandle const file(new VRELFile("wheel.dat"));
   {
     OpenBuffer const buffer(file);
@@ -48,7 +48,7 @@ TEST(VRELBufferTest, HoldsItsFileAndNoHandler) {
   EXPECT_EQ(file->GetReferenceCount(), 1U);
 }
 
-TEST(VRELBufferTest, EveryOperationFailsAndTouchesNothing) {
+TEST(VRELBufferTest, EveryOperationFails) {
   VRELBuffer buffer{VRELFileHandle()};
   EXPECT_EQ(buffer.GetName(), nullptr);
   EXPECT_EQ(buffer.IsValid(), 0x1000001);
@@ -87,7 +87,7 @@ TEST(VRELBufferTest, EveryOperationFailsAndTouchesNothing) {
   EXPECT_EQ(offset, 7U);
 }
 
-TEST(VRELBufferTest, HandleReachesTheDerivedClass) {
+TEST(VRELBufferTest, HandleCallsDerivedClass) {
   struct One : VRELBuffer {
     using VRELBuffer::VRELBuffer;
     VRINResult ReadInt(int& value) override {

@@ -1,4 +1,4 @@
-// The hash containers again, step by step and in the plainest way: what the tests hold them against.
+// Model of the hash containers that follows their steps one by one. Tests compare the containers with it.
 #pragma once
 
 #include <cstddef>

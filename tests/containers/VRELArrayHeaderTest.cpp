@@ -1,11 +1,14 @@
 #include "VRELArrayHeader.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <type_traits>
 #include <vector>
@@ -29,7 +32,7 @@ class VRELArrayHeaderTest : public testing::Test {
   VRELArrayHeader* header = vrelArrayAllocate(10, sizeof(int));
 };
 
-TEST_F(VRELArrayHeaderTest, FieldsStandInTheirPlaces) {
+TEST_F(VRELArrayHeaderTest, FieldOffsetsMatchLayout) {
   static_assert(std::is_trivial_v<VRELArrayHeader> && std::is_standard_layout_v<VRELArrayHeader>);
   EXPECT_EQ(sizeof(header->checkWord), sizeof(void*));
   EXPECT_EQ(offsetof(VRELArrayHeader, checkWord), 0u);
@@ -41,7 +44,7 @@ TEST_F(VRELArrayHeaderTest, FieldsStandInTheirPlaces) {
   EXPECT_EQ(offsetof(VRELArrayHeader, data), 32u);
 }
 
-TEST_F(VRELArrayHeaderTest, AllocatesEmptyZeroFilledStorage) {
+TEST_F(VRELArrayHeaderTest, AllocatesZeroFilledStorage) {
   ASSERT_NE(header, nullptr);
   EXPECT_EQ(header->checkWord, header->data);
   EXPECT_EQ(header->capacity, 10);
@@ -55,7 +58,7 @@ TEST_F(VRELArrayHeaderTest, AllocatesEmptyZeroFilledStorage) {
   EXPECT_EQ(vrelArrayCheck(header), 1);
 }
 
-TEST_F(VRELArrayHeaderTest, ArgumentsBelowOneGiveNoHeader) {
+TEST_F(VRELArrayHeaderTest, AllocateRejectsArgumentsBelowOne) {
   EXPECT_EQ(vrelArrayAllocate(0, 4), nullptr);
   EXPECT_EQ(vrelArrayAllocate(4, 0), nullptr);
   EXPECT_EQ(vrelArrayAllocate(-1, 4), nullptr);
@@ -75,7 +78,7 @@ TEST_F(VRELArrayHeaderTest, GrowsByHalfPlusOne) {
   vrelArrayFree(single);
 }
 
-TEST_F(VRELArrayHeaderTest, GrowthKeepsTheWholeOldBlockAndZeroesTheRest) {
+TEST_F(VRELArrayHeaderTest, GrowthKeepsOldBlockAndZeroesRest) {
   for (int i = 0; i < 10; ++i) Slots()[i] = i + 1;  // not counted as elements
   header->count = 3;
   vrelArrayRealloc(header);
@@ -84,7 +87,7 @@ TEST_F(VRELArrayHeaderTest, GrowthKeepsTheWholeOldBlockAndZeroesTheRest) {
   for (int i = 10; i < 16; ++i) EXPECT_EQ(Slots()[i], 0);
 }
 
-TEST_F(VRELArrayHeaderTest, AddGrowsOnlyAFullArray) {
+TEST_F(VRELArrayHeaderTest, AddGrowsFullArrayOnly) {
   Add({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
   EXPECT_EQ(header->capacity, 10);
   Add({10});
@@ -97,7 +100,7 @@ TEST_F(VRELArrayHeaderTest, AddGrowsOnlyAFullArray) {
   for (int i = 0; i < 17; ++i) EXPECT_EQ(Slots()[i], i);
 }
 
-TEST_F(VRELArrayHeaderTest, AddsAnElementOfItsOwnAcrossAGrowth) {
+TEST_F(VRELArrayHeaderTest, AddTakesOwnElementAcrossGrowth) {
   Add({7, 1, 2, 3, 4, 5, 6, 7, 8, 9});
   EXPECT_EQ(vrelArrayAdd(header, &Slots()[9]), 1);
   EXPECT_EQ(header->capacity, 16);
@@ -108,7 +111,7 @@ TEST_F(VRELArrayHeaderTest, AddsAnElementOfItsOwnAcrossAGrowth) {
   EXPECT_EQ(Slots()[16], 7);
 }
 
-TEST_F(VRELArrayHeaderTest, GrowthTellsWhereAnElementIsNow) {
+TEST_F(VRELArrayHeaderTest, GrowthReturnsNewElementAddress) {
   Add({7, 8});
   int elsewhere = 9;
   for (int index : {0, 1, 9}) {
@@ -117,11 +120,11 @@ TEST_F(VRELArrayHeaderTest, GrowthTellsWhereAnElementIsNow) {
     EXPECT_EQ(moved, &Slots()[index]);
   }
   EXPECT_EQ(vrelArrayReallocAround(header, &elsewhere), &elsewhere);
-  void const* const behind = &Slots()[header->capacity];
-  EXPECT_EQ(vrelArrayReallocAround(header, behind), behind);
+  void const* const after = &Slots()[header->capacity];
+  EXPECT_EQ(vrelArrayReallocAround(header, after), after);
 }
 
-TEST_F(VRELArrayHeaderTest, InsertsBeforeAnIndex) {
+TEST_F(VRELArrayHeaderTest, InsertsBeforeIndex) {
   Add({1, 2, 3});
   int value = 9;
   EXPECT_EQ(vrelArrayInsertAt(header, 0, &value), 1);
@@ -134,7 +137,7 @@ TEST_F(VRELArrayHeaderTest, InsertsBeforeAnIndex) {
   EXPECT_EQ(Values(), (std::vector<int>{9, 1, 8, 2, 3, 7}));
 }
 
-TEST_F(VRELArrayHeaderTest, InsertBehindTheEndAdds) {
+TEST_F(VRELArrayHeaderTest, InsertAfterEndAdds) {
   Add({1, 2, 3});
   int value = 4;
   EXPECT_EQ(vrelArrayInsertAt(header, 5, &value), 1);
@@ -151,7 +154,7 @@ TEST_F(VRELArrayHeaderTest, InsertGrowsOneSlotEarlierThanAdd) {
   EXPECT_EQ(Values(), (std::vector<int>{0, 1, 2, 5, 3, 4, 5, 6, 7, 5}));
 }
 
-TEST_F(VRELArrayHeaderTest, InsertBehindTheEndGrowsAsAddDoes) {
+TEST_F(VRELArrayHeaderTest, InsertAfterEndGrowsAsAddDoes) {
   int value = 9;
   Add({0, 1, 2, 3, 4, 5, 6, 7, 8});
   EXPECT_EQ(vrelArrayInsertAt(header, 10, &value), 1);
@@ -159,7 +162,7 @@ TEST_F(VRELArrayHeaderTest, InsertBehindTheEndGrowsAsAddDoes) {
   EXPECT_EQ(Slots()[9], 9);
 }
 
-TEST_F(VRELArrayHeaderTest, InsertsAnElementOfItsOwn) {
+TEST_F(VRELArrayHeaderTest, InsertTakesOwnElement) {
   Add({1, 2, 3});
   EXPECT_EQ(vrelArrayInsertAt(header, 1, &Slots()[2]), 1);
   EXPECT_EQ(Values(), (std::vector<int>{1, 3, 2, 3}));
@@ -173,7 +176,7 @@ TEST_F(VRELArrayHeaderTest, InsertsAnElementOfItsOwn) {
   EXPECT_EQ(Values(), (std::vector<int>{6, 1, 3, 1, 2, 2, 3, 4, 5, 6}));
 }
 
-TEST_F(VRELArrayHeaderTest, InsertsTheBytesOfAFreeSlot) {
+TEST_F(VRELArrayHeaderTest, InsertTakesBytesOfFreeSlot) {
   Add({1, 2, 3});
   Slots()[9] = 77;  // the last one of the storage
   EXPECT_EQ(vrelArrayInsertAt(header, 1, &Slots()[9]), 1);
@@ -193,7 +196,7 @@ TEST_F(VRELArrayHeaderTest, SetsAndRemovesLiveElements) {
   EXPECT_EQ(header->capacity, 10);
 }
 
-TEST_F(VRELArrayHeaderTest, RefusesIndexesThatNameNoElement) {
+TEST_F(VRELArrayHeaderTest, RejectsIndexOutsideCount) {
   Add({1, 2, 3});
   int value = 9;
   for (int index : {3, 4, 100, -1, -1000000}) {
@@ -215,7 +218,7 @@ TEST_F(VRELArrayHeaderTest, ClearKeepsStorage) {
   EXPECT_EQ(header->data, data);
 }
 
-TEST_F(VRELArrayHeaderTest, AppendTakesTheBytesFromTheTargetItself) {
+TEST_F(VRELArrayHeaderTest, AppendCopiesBytesOfTarget) {
   Add({1, 2, 3});
   VRELArrayHeader* source = vrelArrayAllocate(2, sizeof(int));
   for (int value : {70, 80}) vrelArrayAdd(source, &value);
@@ -225,7 +228,7 @@ TEST_F(VRELArrayHeaderTest, AppendTakesTheBytesFromTheTargetItself) {
   vrelArrayFree(source);
 }
 
-TEST_F(VRELArrayHeaderTest, AppendGrowsAsOftenAsItTakes) {
+TEST_F(VRELArrayHeaderTest, AppendGrowsUntilSumFits) {
   VRELArrayHeader* source = vrelArrayAllocate(30, sizeof(int));
   for (int i = 0; i < 30; ++i) vrelArrayAdd(source, &i);
   Add({1, 2, 3, 4, 5, 6, 7, 8});
@@ -239,7 +242,7 @@ TEST_F(VRELArrayHeaderTest, AppendGrowsAsOftenAsItTakes) {
   vrelArrayFree(source);
 }
 
-TEST_F(VRELArrayHeaderTest, AppendRefusesAnotherElementSize) {
+TEST_F(VRELArrayHeaderTest, AppendRejectsOtherElementSize) {
   Add({1});
   VRELArrayHeader* source = vrelArrayAllocate(2, 8);
   VRELArrayHeader* none = nullptr;
@@ -250,20 +253,20 @@ TEST_F(VRELArrayHeaderTest, AppendRefusesAnotherElementSize) {
   vrelArrayFree(source);
 }
 
-TEST_F(VRELArrayHeaderTest, CopyCountsAnOwnerAndFreeReleasesOne) {
+TEST_F(VRELArrayHeaderTest, CopyAddsOwnerAndFreeReleasesOne) {
   Add({1, 2});
   VRELArrayHeader* second = vrelArrayCopy(header);
   EXPECT_EQ(second, header);
   EXPECT_EQ(header->shareCount, 1);
   EXPECT_EQ(vrelArrayFree(second), 1);
-  EXPECT_EQ(second, header);  // the pointer of an owner that is not the last stays
+  EXPECT_EQ(second, header);  // only the last owner's pointer is cleared
   EXPECT_EQ(header->shareCount, 0);
   EXPECT_EQ(Values(), (std::vector<int>{1, 2}));
   EXPECT_EQ(vrelArrayFree(header), 1);
   EXPECT_EQ(header, nullptr);
 }
 
-TEST_F(VRELArrayHeaderTest, NullIsNoArray) {
+TEST_F(VRELArrayHeaderTest, NullHeaderFails) {
   VRELArrayHeader* none = nullptr;
   int value = 1;
   EXPECT_EQ(vrelArrayCheck(none), 0);
@@ -272,6 +275,7 @@ TEST_F(VRELArrayHeaderTest, NullIsNoArray) {
   EXPECT_EQ(vrelArrayCopy(none), nullptr);
   EXPECT_EQ(vrelArrayFree(none), 0);
   EXPECT_EQ(vrelArrayRealloc(none), 0);
+  EXPECT_EQ(vrelArrayReserve(none, 3), 0);
   EXPECT_EQ(vrelArrayReallocFor(none, 3), 0);
   EXPECT_EQ(vrelArrayReallocAround(none, &value), &value);
   EXPECT_EQ(vrelArrayAdd(none, &value), 0);
@@ -280,7 +284,7 @@ TEST_F(VRELArrayHeaderTest, NullIsNoArray) {
   EXPECT_EQ(vrelArrayRemoveAt(none, 0), 0);
 }
 
-TEST_F(VRELArrayHeaderTest, AWrongCheckWordMakesItNoArray) {
+TEST_F(VRELArrayHeaderTest, WrongCheckWordFails) {
   Add({1, 2});
   VRELArrayHeader* const before = header;
   VRELArrayHeader* sound = vrelArrayAllocate(1, sizeof(int));
@@ -295,6 +299,7 @@ TEST_F(VRELArrayHeaderTest, AWrongCheckWordMakesItNoArray) {
   EXPECT_EQ(header, before);
   EXPECT_EQ(vrelArrayRealloc(header), 0);
   EXPECT_EQ(vrelArrayReallocFor(header, 100), 0);
+  EXPECT_EQ(vrelArrayReserve(header, 100), 0);
   EXPECT_EQ(vrelArrayAdd(header, &value), 0);
   EXPECT_EQ(vrelArrayInsertAt(header, 0, &value), 0);
   EXPECT_EQ(vrelArraySetAt(header, 0, &value), 0);
@@ -308,7 +313,7 @@ TEST_F(VRELArrayHeaderTest, AWrongCheckWordMakesItNoArray) {
   vrelArrayFree(sound);
 }
 
-TEST_F(VRELArrayHeaderTest, MakesRoomInWholeSteps) {
+TEST_F(VRELArrayHeaderTest, ReallocForGrowsInSteps) {
   Add({1, 2, 3});
   EXPECT_EQ(vrelArrayReallocFor(header, 7), 1);
   EXPECT_EQ(header->capacity, 10);
@@ -319,25 +324,67 @@ TEST_F(VRELArrayHeaderTest, MakesRoomInWholeSteps) {
   EXPECT_EQ(Values(), (std::vector<int>{1, 2, 3}));
 }
 
-TEST_F(VRELArrayHeaderTest, ACapacityBeyondAnIntThrowsAndChangesNothing) {
+TEST_F(VRELArrayHeaderTest, GrowthBeyondIntThrows) {
   Add({1});
   unsigned char* const data = header->data;
-  for (int capacity : {1431655765, 2000000000, 2147483647}) {
-    header->capacity = capacity;
-    header->count = capacity;
-    int value = 9;
+  header->capacity = 2147483647;
+  header->count = 2147483647;
+  int value = 9;
+  EXPECT_THROW(vrelArrayRealloc(header), VRELAllocException);
+  EXPECT_THROW(vrelArrayAdd(header, &value), VRELAllocException);
+  EXPECT_THROW(vrelArrayInsertAt(header, 0, &value), VRELAllocException);
+  EXPECT_THROW(vrelArrayReallocFor(header, 1), VRELAllocException);
+  EXPECT_THROW(vrelArrayAppend(header, header), VRELAllocException);
+  EXPECT_EQ(header->capacity, 2147483647);
+  EXPECT_EQ(header->count, 2147483647);
+  EXPECT_EQ(header->data, data);
+  EXPECT_EQ(header->checkWord, data);
+}
+
+TEST_F(VRELArrayHeaderTest, DamagedGrowthFactorThrows) {
+  for (float factor : {0.0F, 0.5F, -1.5F, std::numeric_limits<float>::quiet_NaN()}) {
+    header->growthFactor = factor;
     EXPECT_THROW(vrelArrayRealloc(header), VRELAllocException);
-    EXPECT_THROW(vrelArrayAdd(header, &value), VRELAllocException);
-    EXPECT_THROW(vrelArrayInsertAt(header, 0, &value), VRELAllocException);
-    EXPECT_THROW(vrelArrayReallocFor(header, 1), VRELAllocException);
-    EXPECT_EQ(header->capacity, capacity);
-    EXPECT_EQ(header->count, capacity);
-    EXPECT_EQ(header->data, data);
-    EXPECT_EQ(header->checkWord, data);
+    EXPECT_EQ(header->capacity, 10);
   }
 }
 
-TEST_F(VRELArrayHeaderTest, FollowsAModel) {
+TEST_F(VRELArrayHeaderTest, ReserveAllocatesExactly) {
+  Add({1, 2, 3});
+  for (int capacity : {10, 3, 0, -1, -2147483647 - 1}) {
+    EXPECT_EQ(vrelArrayReserve(header, capacity), 1);
+    EXPECT_EQ(header->capacity, 10) << capacity;
+  }
+  EXPECT_EQ(vrelArrayReserve(header, 37), 1);
+  EXPECT_EQ(header->capacity, 37);
+  EXPECT_EQ(header->checkWord, header->data);
+  EXPECT_EQ(Values(), (std::vector<int>{1, 2, 3}));
+  for (int i = 3; i < 37; ++i) EXPECT_EQ(Slots()[i], 0);
+}
+
+// Found by their plain names, as another language finds them.
+TEST(VRELArrayLinkageTest, FunctionsHaveCLinkage) {
+  for (char const* name :
+       {"vrelArrayAllocate", "vrelArrayCheck", "vrelArrayCount", "vrelArrayClear", "vrelArrayCopy", "vrelArrayFree",
+        "vrelArrayRealloc", "vrelArrayReallocAround", "vrelArrayReallocFor", "vrelArrayReserve", "vrelArrayAdd",
+        "vrelArrayInsertAt", "vrelArraySetAt", "vrelArrayRemoveAt", "vrelArrayAppend"}) {
+    EXPECT_NE(dlsym(RTLD_DEFAULT, name), nullptr) << name;
+  }
+  static_assert(std::is_same_v<decltype(vrelArrayAllocate), VRELArrayHeader*(int, int)>);
+  static_assert(std::is_same_v<decltype(vrelArrayCheck), int(VRELArrayHeader*&)>);
+  static_assert(std::is_same_v<decltype(vrelArrayCount), int(VRELArrayHeader*)>);
+  static_assert(std::is_same_v<decltype(vrelArrayClear), int(VRELArrayHeader*&)>);
+  static_assert(std::is_same_v<decltype(vrelArrayCopy), VRELArrayHeader*(VRELArrayHeader*)>);
+  static_assert(std::is_same_v<decltype(vrelArrayFree), int(VRELArrayHeader*&)>);
+  static_assert(std::is_same_v<decltype(vrelArrayRealloc), int(VRELArrayHeader*&)>);
+  static_assert(std::is_same_v<decltype(vrelArrayAdd), int(VRELArrayHeader*&, void*)>);
+  static_assert(std::is_same_v<decltype(vrelArrayInsertAt), int(VRELArrayHeader*&, int, void*)>);
+  static_assert(std::is_same_v<decltype(vrelArraySetAt), int(VRELArrayHeader*&, int, void*)>);
+  static_assert(std::is_same_v<decltype(vrelArrayRemoveAt), int(VRELArrayHeader*&, int)>);
+  static_assert(std::is_same_v<decltype(vrelArrayAppend), int(VRELArrayHeader*&, VRELArrayHeader*)>);
+}
+
+TEST_F(VRELArrayHeaderTest, MatchesModel) {
   std::mt19937 random(20);
   std::vector<int> model;
   for (int step = 0; step < 20000; ++step) {
@@ -368,15 +415,15 @@ TEST_F(VRELArrayHeaderTest, FollowsAModel) {
   }
 }
 
-#ifndef __SANITIZE_ADDRESS__  // which takes failing allocations for errors of its own
+#ifndef __SANITIZE_ADDRESS__  // reports failing allocations as errors
 
-// Leaves this much address space to the process.
+// Limits the address space of the process.
 void LimitMemoryTo(rlim_t bytes) {
   rlimit const limit = {bytes, bytes};
   setrlimit(RLIMIT_AS, &limit);
 }
 
-TEST(VRELArrayHeaderMemoryTest, GrowthWithoutMemoryThrowsAndChangesNothing) {
+TEST(VRELArrayHeaderMemoryTest, FailedGrowthChangesNothing) {
   ChildResult const result = RunInChildWithoutTeardown([] {
     constexpr int element = 16 * 1024 * 1024;
     VRELArrayHeader* header = vrelArrayAllocate(4, element);
@@ -398,6 +445,30 @@ TEST(VRELArrayHeaderMemoryTest, GrowthWithoutMemoryThrowsAndChangesNothing) {
   EXPECT_EQ(result.errors, "");
 }
 
+// Grows from 1431655765 bytes, whose next step would be 2147483648.5, and then fills the last slot.
+TEST(VRELArrayHeaderMemoryTest, GrowthReachesIntMax) {
+  if (sysconf(_SC_AVPHYS_PAGES) < 3L * 1024 * 1024 * 1024 / sysconf(_SC_PAGESIZE)) {
+    GTEST_SKIP() << "less than 3 GiB of memory are free";
+  }
+  ChildResult const result = RunInChildWithoutTeardown([] {
+    VRELArrayHeader* header = vrelArrayAllocate(1431655765, 1);
+    header->count = 1431655765;
+    char value = 7;
+    if (vrelArrayAdd(header, &value) != 1 || header->capacity != 2147483647) return 1;
+    if (header->data[1431655765] != 7) return 2;
+    header->count = 2147483646;
+    if (vrelArrayInsertAt(header, 2147483646, &value) != 1 || header->count != 2147483647) return 3;
+    if (header->data[2147483646] != 7) return 4;
+    try {
+      vrelArrayAdd(header, &value);
+      return 5;
+    } catch (VRELAllocException const&) {
+      return header->count == 2147483647 ? 0 : 6;
+    }
+  });
+  EXPECT_EQ(result.exitStatus, 0);
+}
+
 TEST(VRELArrayHeaderMemoryTest, AllocationWithoutMemoryThrows) {
   ChildResult const result = RunInChildWithoutTeardown([] {
     LimitMemoryTo(1);
@@ -406,7 +477,7 @@ TEST(VRELArrayHeaderMemoryTest, AllocationWithoutMemoryThrows) {
       return 1;
     } catch (VRELAllocException const&) {
     }
-    // Until nothing is left even for a header.
+    // Until there is no memory even for a header.
     for (std::size_t size : {65536, 1024, 16}) {
       while (void* block = std::malloc(size)) asm volatile("" : : "g"(block) : "memory");
     }

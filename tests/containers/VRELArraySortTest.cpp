@@ -15,7 +15,7 @@
 
 namespace {
 
-// An element whose identity shows beside its key.
+// An element with an identity in addition to its key.
 struct Keyed {
   int key = 0;
   int identity = 0;
@@ -33,7 +33,7 @@ std::vector<Keyed> Identified(Keys const& keys) {
   return elements;
 }
 
-// The steps of the sort one by one, as recursion, until they end or the partitions are used up.
+// The steps of the sort as a recursive function, until they end or the number of partitions is reached.
 class SortModel {
  public:
   SortModel(std::vector<Keyed> start, int limit) : elements(std::move(start)), partitionsLeft(limit) {}
@@ -89,7 +89,7 @@ bool IsOrderOf(std::vector<Keyed> const& elements, Keys const& keys) {
   return sorted == Identified(keys) && std::is_sorted(elements.begin(), elements.end(), byKey);
 }
 
-// Gives whether the steps end.
+// Returns whether the steps end.
 bool CheckAgainstModel(Keys const& keys, int low = 0, int high = -1) {
   SortModel model(Identified(keys), 1000 + 200 * static_cast<int>(keys.size()));
   bool const ends = model.Sort(low, high);
@@ -102,7 +102,7 @@ bool CheckAgainstModel(Keys const& keys, int low = 0, int high = -1) {
   return ends;
 }
 
-TEST(VRELArraySortTest, SortsTextsByCodePoint) {
+TEST(VRELArraySortTest, SortsStringsByCodePoint) {
   VRELDynamicArray<VRELString> array;
   for (wchar_t const* text : {L"rim", L"Hub", L"hub", L"\U0001F600", L"\uFFFD", L"", L"axle", L"hub"}) {
     array.add(VRELString(text));
@@ -130,7 +130,7 @@ TEST(VRELArraySortTest, SortsRanges) {
   EXPECT_EQ(sorted({}, 0, -1), Keys{});
 }
 
-TEST(VRELArraySortTest, APivotAtTheFrontSortsTheWholeArray) {
+TEST(VRELArraySortTest, PivotAtFrontSortsWholeArray) {
   VRELDynamicArray<int> array = ArrayOf(Keys{1, 0, 2, 9, 8, 7});
   qsort<int>(array, 0, 2);
   EXPECT_EQ(Elements(array), (Keys{0, 1, 2, 7, 8, 9}));
@@ -139,7 +139,7 @@ TEST(VRELArraySortTest, APivotAtTheFrontSortsTheWholeArray) {
   EXPECT_EQ(Elements(array), (Keys{0, 1, 2, 9, 8, 7}));
 }
 
-TEST(VRELArraySortTest, IndexesOutsideAreClipped) {
+TEST(VRELArraySortTest, ClipsIndexes) {
   struct {
     int low;
     int high;
@@ -156,14 +156,14 @@ TEST(VRELArraySortTest, IndexesOutsideAreClipped) {
   EXPECT_EQ(Elements(array), (Keys{3, 1}));
 }
 
-TEST(VRELArraySortTest, EndsWhereTheStepsGoOnForEver) {
+TEST(VRELArraySortTest, EndsWhereStepsNeverEnd) {
   EXPECT_FALSE(CheckAgainstModel({0, 1, 1, 1}));
   EXPECT_TRUE(IsOrderOf(Sorted({0, 1, 1, 1}), {0, 1, 1, 1}));
   EXPECT_FALSE(CheckAgainstModel({1, 1, 1, 1, 0, 1}));
   EXPECT_FALSE(CheckAgainstModel({1, 1, 1, 1, 1, 1, 0, 1}));
 }
 
-TEST(VRELArraySortTest, AllSmallArraysFollowTheSteps) {
+TEST(VRELArraySortTest, SmallArraysMatchSteps) {
   int endless = 0;
   for (int size = 1; size <= 6; ++size) {
     int const total = static_cast<int>(std::lround(std::pow(size, size)));
@@ -174,10 +174,10 @@ TEST(VRELArraySortTest, AllSmallArraysFollowTheSteps) {
       if (HasFailure()) return;
     }
   }
-  EXPECT_EQ(endless, 20 + 882);  // of 4 and of 6 elements, counted by a program that looks for repeated arrangements
+  EXPECT_EQ(endless, 20 + 882);  // of 4 and of 6 elements; counted by a model that looks for repeated arrangements
 }
 
-TEST(VRELArraySortTest, RandomArraysAndRangesFollowTheSteps) {
+TEST(VRELArraySortTest, RandomArraysMatchSteps) {
   std::mt19937 random(24);
   for (int round = 0; round < 20000; ++round) {
     int const size = 1 + static_cast<int>(random() % 40);
@@ -189,7 +189,7 @@ TEST(VRELArraySortTest, RandomArraysAndRangesFollowTheSteps) {
   }
 }
 
-TEST(VRELArraySortTest, RandomPartsFollowTheSteps) {
+TEST(VRELArraySortTest, RandomRangesMatchSteps) {
   std::mt19937 random(25);
   for (int round = 0; round < 20000; ++round) {
     int const size = 2 + static_cast<int>(random() % 20);
@@ -202,7 +202,7 @@ TEST(VRELArraySortTest, RandomPartsFollowTheSteps) {
   }
 }
 
-TEST(VRELArraySortTest, LargeArraysNeedNoDeepStack) {
+TEST(VRELArraySortTest, SortsLargeArraysIteratively) {
   std::mt19937 random(26);
   std::vector<Keys> cases(4);
   for (int i = 0; i < 50000; ++i) {
@@ -210,14 +210,14 @@ TEST(VRELArraySortTest, LargeArraysNeedNoDeepStack) {
     cases[1].push_back(-i);
     cases[2].push_back(static_cast<int>(random()));
   }
-  cases[3] = Keys(5000, 7);  // each partition takes one away
+  cases[3] = Keys(5000, 7);  // each partition removes one
   cases[3][2000] = 0;
   for (Keys& keys : cases) {
     EXPECT_TRUE(IsOrderOf(Sorted(keys), keys));
   }
 }
 
-TEST(VRELArraySortTest, EndsWithElementsThatCannotBeOrdered) {
+TEST(VRELArraySortTest, EndsWithUnorderedElements) {
   double const none = std::numeric_limits<double>::quiet_NaN();
   for (int size = 3; size < 60; ++size) {
     VRELDynamicArray<double> array(size, none);
@@ -228,14 +228,14 @@ TEST(VRELArraySortTest, EndsWithElementsThatCannotBeOrdered) {
   }
 }
 
-// Every comparison fails, and no two elements are alike.
+// Every comparison fails, and no two elements are equal.
 struct Contrary {
   int identity = 0;
   bool operator>(Contrary const&) const { return false; }
   bool operator<=(Contrary const&) const { return false; }
 };
 
-TEST(VRELArraySortTest, EndsWithOperatorsThatContradictEachOther) {
+TEST(VRELArraySortTest, EndsWithContradictoryOperators) {
   for (int size = 3; size < 60; ++size) {
     VRELDynamicArray<Contrary> array;
     for (int i = 0; i < size; ++i) array.add({i});

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
+#include <limits>
 #include <memory>
 #include <random>
 #include <type_traits>
@@ -31,19 +34,23 @@ VRELDynamicArray<int> Ints(std::initializer_list<int> values) {
   return result;
 }
 
-// Memory of its own and no pointer into itself, which a Words may hold.
+// Owns memory and holds no pointer to itself.
 using Words = std::vector<int>;
 
-// Counts what happens to it, and notes the values in the order of their deaths.
+// Counts constructions, and records values and addresses in order of destruction.
 struct Counted {
   explicit Counted(int number = 0) : value(number), born(this) { ++made; }
   Counted(Counted const& other) : value(other.value), born(this) { ++copied; }
   Counted& operator=(Counted const&) = default;
-  ~Counted() { deaths.push_back(value); }
+  ~Counted() {
+    deaths.push_back(value);
+    places.push_back(this);
+  }
 
   static void Reset() {
     made = copied = 0;
     deaths.clear();
+    places.clear();
   }
 
   int value;
@@ -52,13 +59,14 @@ struct Counted {
   static inline int made = 0;
   static inline int copied = 0;
   static inline std::vector<int> deaths;
+  static inline std::vector<Counted const*> places;
 };
 
 class VRELDynamicArrayCountedTest : public testing::Test {
  protected:
   VRELDynamicArrayCountedTest() { Counted::Reset(); }
 
-  // An array of 1 to n, with the counts of its making forgotten.
+  // Returns an array of 1 to n, with all counts at 0.
   static VRELDynamicArray<Counted> OneTo(int n) {
     VRELDynamicArray<Counted> result;
     for (int i = 1; i <= n; ++i) result.add(Counted(i));
@@ -67,12 +75,12 @@ class VRELDynamicArrayCountedTest : public testing::Test {
   }
 };
 
-TEST(VRELDynamicArrayTest, IsOnePointerWithoutVirtualOperations) {
+TEST(VRELDynamicArrayTest, IsOnePointer) {
   EXPECT_EQ(sizeof(VRELDynamicArray<double>), sizeof(void*));
   EXPECT_FALSE(std::is_polymorphic_v<VRELDynamicArray<double>>);
 }
 
-TEST(VRELDynamicArrayTest, StartsEmptyWithTenSlots) {
+TEST(VRELDynamicArrayTest, DefaultCapacityIsTen) {
   VRELDynamicArray<double> doubles;
   EXPECT_EQ(doubles.size(), 0);
   EXPECT_EQ(HeaderOf(doubles)->capacity, 10);
@@ -83,7 +91,7 @@ TEST(VRELDynamicArrayTest, StartsEmptyWithTenSlots) {
   EXPECT_EQ(HeaderOf(chars)->elementSize, 1);
 }
 
-TEST(VRELDynamicArrayTest, StartsWithCopiesOfAValue) {
+TEST(VRELDynamicArrayTest, FillsWithCopiesOfValue) {
   VRELDynamicArray<int> three(3, 7);
   EXPECT_EQ(ValuesOf(three), (std::vector<int>{7, 7, 7}));
   EXPECT_EQ(HeaderOf(three)->capacity, 3);
@@ -94,7 +102,7 @@ TEST(VRELDynamicArrayTest, StartsWithCopiesOfAValue) {
   }
 }
 
-TEST(VRELDynamicArrayTest, AddsAndIndexes) {
+TEST(VRELDynamicArrayTest, AddGrowsInSteps) {
   VRELDynamicArray<int> array;
   for (int i = 0; i < 10; ++i) array.add(i * i);
   EXPECT_EQ(HeaderOf(array)->capacity, 10);
@@ -113,7 +121,7 @@ TEST(VRELDynamicArrayTest, AddsAndIndexes) {
   EXPECT_EQ(array.getArray() + 3, &array[3]);
 }
 
-TEST(VRELDynamicArrayTest, CanBeWalked) {
+TEST(VRELDynamicArrayTest, RangeForVisitsElements) {
   VRELDynamicArray<int> array = Ints({1, 2, 3});
   for (int& value : array) value *= 10;
   int sum = 0;
@@ -121,7 +129,7 @@ TEST(VRELDynamicArrayTest, CanBeWalked) {
   EXPECT_EQ(sum, 60);
 }
 
-TEST(VRELDynamicArrayTest, CopiesShareTheStorage) {
+TEST(VRELDynamicArrayTest, CopySharesStorage) {
   auto a = std::make_unique<VRELDynamicArray<Words>>();
   a->add({1});
   VRELDynamicArray<Words> b = *a;
@@ -140,13 +148,13 @@ TEST(VRELDynamicArrayTest, CopiesShareTheStorage) {
   EXPECT_EQ(b.size(), 21);
 }
 
-TEST(VRELDynamicArrayTest, AssignmentShares) {
+TEST(VRELDynamicArrayTest, AssignmentSharesStorage) {
   VRELDynamicArray<int> a = Ints({1, 2});
   VRELDynamicArray<int> b = Ints({3});
   EXPECT_EQ(&(b = a), &b);
   EXPECT_EQ(HeaderOf(b), HeaderOf(a));
   EXPECT_EQ(HeaderOf(a)->shareCount, 1);
-  b = a;  // both hold it already
+  b = a;  // already shared
   EXPECT_EQ(HeaderOf(a)->shareCount, 1);
   VRELDynamicArray<int>& itself = a;
   EXPECT_EQ(&(a = itself), &a);
@@ -168,7 +176,7 @@ TEST(VRELDynamicArrayTest, DeepCopyIsIndependent) {
   EXPECT_EQ(a[0], 0);
 }
 
-TEST(VRELDynamicArrayTest, AppendsTheOthersElements) {
+TEST(VRELDynamicArrayTest, AppendAddsElementsOfOther) {
   VRELDynamicArray<int> a = Ints({1, 2});
   a.append(Ints({3, 4, 5}));
   EXPECT_EQ(ValuesOf(a), (std::vector<int>{1, 2, 3, 4, 5}));
@@ -181,7 +189,7 @@ TEST(VRELDynamicArrayTest, AppendsTheOthersElements) {
   EXPECT_EQ(HeaderOf(a)->capacity, 25);
 }
 
-TEST(VRELDynamicArrayTest, AddsAnElementOfItsOwn) {
+TEST(VRELDynamicArrayTest, AddTakesOwnElement) {
   VRELDynamicArray<std::vector<int>> array(1, {1, 2, 3});
   for (int i = 0; i < 100; ++i) {
     array.add(array[array.size() / 2]);
@@ -190,7 +198,7 @@ TEST(VRELDynamicArrayTest, AddsAnElementOfItsOwn) {
   for (std::vector<int> const& each : array) EXPECT_EQ(each, (std::vector<int>{1, 2, 3}));
 }
 
-TEST(VRELDynamicArrayTest, MovesToTheEnd) {
+TEST(VRELDynamicArrayTest, AddMovedEmptiesSource) {
   VRELDynamicArray<std::unique_ptr<int>> numbers;
   for (int i = 0; i < 100; ++i) {
     auto number = std::make_unique<int>(i);
@@ -201,7 +209,7 @@ TEST(VRELDynamicArrayTest, MovesToTheEnd) {
   }
   ASSERT_EQ(numbers.size(), 100);
   for (int i = 0; i < 100; ++i) EXPECT_EQ(*numbers[i], i);
-  // One of its own, in a full and in a grown array.
+  // Own elements, in a full and in a grown array.
   VRELDynamicArray<Words> words(3, Words{1, 2});
   words.addMoved(std::move(words[1]));
   words.addMoved(std::move(words[0]));
@@ -224,10 +232,10 @@ TEST(VRELDynamicArrayTest, RemovesAndShrinks) {
   EXPECT_EQ(HeaderOf(array)->capacity, 10);
 }
 
-TEST(VRELDynamicArrayTest, GrowsAndResizesWithZeros) {
+TEST(VRELDynamicArrayTest, GrowAndResizeAddZeros) {
   VRELDynamicArray<int> array = Ints({1, 2, 3});
   array.clear();
-  EXPECT_EQ(array.endGrow(3), 1);  // over what stood there
+  EXPECT_EQ(array.endGrow(3), 1);  // in slots that were used before
   EXPECT_EQ(ValuesOf(array), (std::vector<int>{0, 0, 0}));
   EXPECT_EQ(array.endGrow(0), 1);
   EXPECT_EQ(array.endGrow(-2), 1);
@@ -248,45 +256,163 @@ TEST(VRELDynamicArrayTest, GrowsAndResizesWithZeros) {
   EXPECT_EQ(ValuesOf(pointers), (std::vector<void*>{nullptr, nullptr}));
 }
 
-TEST(VRELDynamicArrayTest, IndexesOutsideRemoveNothing) {
+TEST(VRELDynamicArrayTest, RemoveIgnoresIndexOutsideStorage) {
   VRELDynamicArray<Words> array;
   array.add({1});
-  array.add({2});
-  array.removeAt(1);
-  for (int index : {1, 2, 9, 10, 1000000, 2147483647, -1, -2147483647}) EXPECT_EQ(array.removeAt(index), 1);
-  EXPECT_EQ(array.size(), 1);
+  for (int index : {10, 1000000, 2147483647, -1, -2147483647 - 1}) EXPECT_EQ(array.removeAt(index), 1);
+  EXPECT_EQ(ValuesOf(array), (std::vector<Words>{{1}}));
   EXPECT_EQ(array.endShrink(5), 1);
   EXPECT_EQ(array.size(), 0);
   EXPECT_EQ(array.endShrink(2147483647), 1);
-  EXPECT_EQ(array.frontShrink(2147483647), 1);
-  EXPECT_EQ(array.removeAt(0), 1);
+  EXPECT_EQ(array.frontShrink(-2147483647 - 1), 1);
   EXPECT_EQ(array.size(), 0);
+  VRELDynamicArray<int> ints = Ints({1, 2});
+  EXPECT_EQ(ints.removeAt(2), 1);
+  EXPECT_EQ(ints.removeAt(9), 1);
+  EXPECT_EQ(ints.size(), 2);
+  EXPECT_EQ(ints.frontShrink(2147483647), 1);
+  EXPECT_EQ(ints.frontShrink(2147483647), 1);
+  EXPECT_EQ(ints.size(), 0);
 }
 
-TEST(VRELDynamicArrayTest, WithoutAHeaderItIsEmpty) {
+TEST(VRELDynamicArrayTest, NullHeaderIsEmpty) {
   VRELDynamicArray<Words> array;
   VRELArrayHeader* const kept = HeaderOf(array);
   HeaderOf(array) = nullptr;
   EXPECT_EQ(array.size(), 0);
   EXPECT_EQ(array.getArray(), nullptr);
   EXPECT_EQ(array.begin(), array.end());
-  array.add({1});
-  array.append(VRELDynamicArray<Words>(2, {1}));
-  EXPECT_EQ(array.endGrow(3), 1);
+  EXPECT_FALSE(array.isShared());
   EXPECT_EQ(array.removeAt(0), 1);
   EXPECT_EQ(array.endShrink(1), 1);
   EXPECT_EQ(array.frontShrink(1), 1);
-  EXPECT_EQ(array.resize(4), 1);
+  EXPECT_EQ(array.endGrow(0), 1);
+  EXPECT_EQ(array.resize(0), 1);
+  array.append(VRELDynamicArray<Words>());
+  array.reserve(0);
   array.clear();
   EXPECT_EQ(array.size(), 0);
   VRELDynamicArray<Words> copy(array);
   EXPECT_EQ(HeaderOf(copy), nullptr);
   VRELDynamicArray<Words> deep = array.copy();
   EXPECT_EQ(HeaderOf(deep)->capacity, 10);
+  EXPECT_EQ(HeaderOf(array), nullptr);
   HeaderOf(array) = kept;
 }
 
-TEST(VRELDynamicArrayTest, AWrongCheckWordMakesItEmpty) {
+TEST(VRELDynamicArrayTest, MoveLeavesSourceEmpty) {
+  VRELDynamicArray<Words> source(2, Words{7});
+  VRELArrayHeader* const storage = HeaderOf(source);
+  VRELDynamicArray<Words> target(std::move(source));
+  EXPECT_EQ(HeaderOf(target), storage);
+  EXPECT_EQ(storage->shareCount, 0);
+  EXPECT_EQ(source.size(), 0);
+  EXPECT_EQ(source.begin(), source.end());
+  VRELDynamicArray<Words> assigned(3, Words{8});
+  assigned = std::move(target);
+  EXPECT_EQ(HeaderOf(assigned), storage);
+  EXPECT_EQ(target.size(), 0);
+  VRELDynamicArray<Words>& itself = assigned;
+  assigned = std::move(itself);
+  EXPECT_EQ(ValuesOf(assigned), (std::vector<Words>{{7}, {7}}));
+  static_assert(std::is_nothrow_move_constructible_v<VRELDynamicArray<Words>>);
+  static_assert(std::is_nothrow_move_assignable_v<VRELDynamicArray<Words>>);
+}
+
+TEST(VRELDynamicArrayTest, MovedFromArrayTakesElements) {
+  auto const movedFrom = [] {
+    VRELDynamicArray<int> array = Ints({1, 2});
+    VRELDynamicArray<int> const target(std::move(array));
+    return array;
+  };
+  int const numbers[] = {4, 5};
+  VRELDynamicArray<int> added = movedFrom();
+  added.add(4);
+  EXPECT_EQ(ValuesOf(added), std::vector<int>{4});
+  EXPECT_EQ(HeaderOf(added)->capacity, 10);
+  VRELDynamicArray<int> moved = movedFrom();
+  moved.addMoved(4);
+  EXPECT_EQ(ValuesOf(moved), std::vector<int>{4});
+  VRELDynamicArray<int> appended = movedFrom();
+  appended.append(Ints({4, 5}));
+  EXPECT_EQ(ValuesOf(appended), (std::vector<int>{4, 5}));
+  VRELDynamicArray<int> row = movedFrom();
+  row.append(numbers, 2);
+  EXPECT_EQ(ValuesOf(row), (std::vector<int>{4, 5}));
+  VRELDynamicArray<int> grown = movedFrom();
+  grown.endGrow(2);
+  EXPECT_EQ(ValuesOf(grown), (std::vector<int>{0, 0}));
+  VRELDynamicArray<int> resized = movedFrom();
+  resized.resize(1);
+  EXPECT_EQ(ValuesOf(resized), std::vector<int>{0});
+  VRELDynamicArray<int> reserved = movedFrom();
+  reserved.reserve(30);
+  EXPECT_EQ(HeaderOf(reserved)->capacity, 30);
+  reserved.add(4);
+  EXPECT_EQ(ValuesOf(reserved), std::vector<int>{4});
+}
+
+TEST(VRELDynamicArrayTest, ReserveAllocatesOnce) {
+  VRELDynamicArray<int> array = Ints({1, 2});
+  for (int n : {10, 1, 0, -1, -2147483647 - 1}) {
+    array.reserve(n);
+    EXPECT_EQ(HeaderOf(array)->capacity, 10) << n;
+  }
+  array.reserve(1000);
+  EXPECT_EQ(HeaderOf(array)->capacity, 1000);
+  int const* const storage = array.getArray();
+  for (int i = 3; i <= 1000; ++i) array.add(i);
+  EXPECT_EQ(array.getArray(), storage);
+  EXPECT_EQ(array[0], 1);
+  EXPECT_EQ(array[999], 1000);
+  VRELDynamicArray<int> const shared = array;
+  array.reserve(2000);
+  EXPECT_EQ(shared.getArray(), array.getArray());
+}
+
+TEST(VRELDynamicArrayTest, TakesInitializerList) {
+  VRELDynamicArray<int> const array = {3, 7};
+  EXPECT_EQ(ValuesOf(array), (std::vector<int>{3, 7}));
+  VRELDynamicArray<int> const braces{3, 7};
+  EXPECT_EQ(ValuesOf(braces), (std::vector<int>{3, 7}));
+  VRELDynamicArray<int> const parentheses(3, 7);
+  EXPECT_EQ(ValuesOf(parentheses), (std::vector<int>{7, 7, 7}));
+  VRELDynamicArray<int> none = {};
+  EXPECT_EQ(none.size(), 0);
+  EXPECT_EQ(HeaderOf(none)->capacity, 10);
+  VRELDynamicArray<Words> const words = {{1, 2}, {3}};
+  EXPECT_EQ(ValuesOf(words), (std::vector<Words>{{1, 2}, {3}}));
+}
+
+TEST(VRELDynamicArrayTest, HasContainerTypes) {
+  using Array = VRELDynamicArray<double>;
+  static_assert(std::is_same_v<Array::value_type, double>);
+  static_assert(std::is_same_v<Array::size_type, int>);
+  static_assert(std::is_same_v<Array::iterator, double*>);
+  static_assert(std::is_same_v<Array::const_iterator, double const*>);
+  static_assert(std::is_same_v<Array::reference, double&>);
+  static_assert(std::is_same_v<Array::const_reference, double const&>);
+}
+
+TEST(VRELDynamicArrayTest, ComparesElements) {
+  VRELDynamicArray<int> const array = Ints({1, 2});
+  VRELDynamicArray<int> const shared = array;
+  EXPECT_TRUE(array == shared);
+  EXPECT_TRUE(array == Ints({1, 2}));
+  EXPECT_FALSE(array != Ints({1, 2}));
+  EXPECT_TRUE(array != Ints({1, 3}));
+  EXPECT_TRUE(array != Ints({1}));
+  EXPECT_TRUE(array != Ints({1, 2, 3}));
+  EXPECT_TRUE(Ints({}) == Ints({}));
+  VRELDynamicArray<VRELDynamicArray<int>> const nested = {Ints({1}), Ints({})};
+  VRELDynamicArray<VRELDynamicArray<int>> const same = {Ints({1}), Ints({})};
+  EXPECT_TRUE(nested == same);
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  VRELDynamicArray<double> const nans = {nan};
+  EXPECT_FALSE(nans == nans);
+}
+
+TEST(VRELDynamicArrayTest, WrongCheckWordMeansEmpty) {
   VRELDynamicArray<int> array = Ints({1, 2});
   HeaderOf(array)->checkWord = nullptr;
   EXPECT_EQ(array.size(), 0);
@@ -299,15 +425,16 @@ TEST(VRELDynamicArrayTest, AWrongCheckWordMakesItEmpty) {
   EXPECT_EQ(ValuesOf(array), (std::vector<int>{1, 2}));
 }
 
-TEST(VRELDynamicArrayTest, ACapacityBeyondAnIntThrows) {
+TEST(VRELDynamicArrayTest, SizeBeyondIntThrows) {
   VRELDynamicArray<char> array;
   array.add('x');
   VRELArrayHeader* const header = HeaderOf(array);
   EXPECT_THROW(array.endGrow(2147483647), VRELAllocException);
-  EXPECT_THROW(array.resize(2147483647), VRELAllocException);
-  header->count = header->capacity = 2000000000;
+  EXPECT_EQ(array.size(), 1);
+  header->count = header->capacity = 2147483647;
   EXPECT_THROW(array.add('y'), VRELAllocException);
-  EXPECT_EQ(header->count, 2000000000);
+  EXPECT_THROW(array.endGrow(1), VRELAllocException);
+  EXPECT_EQ(header->count, 2147483647);
   header->count = 1;
   header->capacity = 10;
   EXPECT_EQ(array[0], 'x');
@@ -328,7 +455,7 @@ TEST_F(VRELDynamicArrayCountedTest, CopyConstructsEachElementOnce) {
   EXPECT_EQ(Counted::deaths.size(), 9u);
 }
 
-TEST_F(VRELDynamicArrayCountedTest, GrowthMovesBytesAndConstructsNothing) {
+TEST_F(VRELDynamicArrayCountedTest, GrowthMovesBytes) {
   VRELDynamicArray<Counted> array(1, Counted(1));
   Counted* const first = array.getArray();
   Counted::Reset();
@@ -341,7 +468,7 @@ TEST_F(VRELDynamicArrayCountedTest, GrowthMovesBytesAndConstructsNothing) {
   EXPECT_EQ(array[2].value, 1);
 }
 
-TEST_F(VRELDynamicArrayCountedTest, LastOwnerDestroysFromTheFront) {
+TEST_F(VRELDynamicArrayCountedTest, LastOwnerDestroysFromFront) {
   auto array = std::make_unique<VRELDynamicArray<Counted>>(OneTo(3));
   auto second = std::make_unique<VRELDynamicArray<Counted>>(*array);
   array.reset();
@@ -350,7 +477,7 @@ TEST_F(VRELDynamicArrayCountedTest, LastOwnerDestroysFromTheFront) {
   EXPECT_EQ(Counted::deaths, (std::vector<int>{1, 2, 3}));
 }
 
-TEST_F(VRELDynamicArrayCountedTest, AssignmentDestroysWhatNobodyElseHolds) {
+TEST_F(VRELDynamicArrayCountedTest, AssignmentDestroysUnsharedElements) {
   VRELDynamicArray<Counted> array = OneTo(2);
   VRELDynamicArray<Counted> const empty;
   {
@@ -374,7 +501,7 @@ TEST_F(VRELDynamicArrayCountedTest, ClearDestroysForAllOwners) {
   EXPECT_EQ(HeaderOf(array)->capacity, 10);
 }
 
-TEST_F(VRELDynamicArrayCountedTest, RemovalDestroysJustTheRemoved) {
+TEST_F(VRELDynamicArrayCountedTest, RemovalDestroysRemovedElement) {
   VRELDynamicArray<Counted> array = OneTo(7);
   array.removeAt(1);
   EXPECT_EQ(Counted::deaths, std::vector<int>{2});
@@ -391,19 +518,37 @@ TEST_F(VRELDynamicArrayCountedTest, RemovalDestroysJustTheRemoved) {
   EXPECT_EQ(Counted::copied, 0);
 }
 
-TEST_F(VRELDynamicArrayCountedTest, RemovalAtAFreeSlotRunsTheDestructorOnIt) {
+TEST_F(VRELDynamicArrayCountedTest, RemoveAtFreeSlotRunsDestructor) {
   VRELDynamicArray<Counted> array = OneTo(3);
   EXPECT_EQ(array.removeAt(3), 1);
   EXPECT_EQ(array.removeAt(9), 1);
   EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0}));
-  EXPECT_EQ(array.removeAt(10), 1);  // no slot
+  EXPECT_EQ(array.removeAt(10), 1);  // outside the storage
   EXPECT_EQ(array.removeAt(-1), 1);
   EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0}));
   EXPECT_EQ(array.removeAt(2), 1);
-  EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0, 3}));
-  EXPECT_EQ(array.removeAt(2), 1);  // its element is destroyed already
-  EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0, 3}));
+  EXPECT_EQ(array.removeAt(2), 1);  // the bytes of the element that was removed
+  EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0, 3, 3}));
   EXPECT_EQ(array.size(), 2);
+  EXPECT_EQ(array.removeAt(0), 1);
+  EXPECT_EQ(array.removeAt(1), 1);  // the bytes of the element that moved down
+  EXPECT_EQ(Counted::deaths, (std::vector<int>{0, 0, 3, 3, 1, 2}));
+  EXPECT_EQ(array[0].value, 2);
+}
+
+TEST_F(VRELDynamicArrayCountedTest, FrontShrinkDestroysInSlotZero) {
+  VRELDynamicArray<Counted> array = OneTo(4);
+  Counted const* const slot = array.getArray();
+  EXPECT_EQ(array.frontShrink(3), 1);
+  EXPECT_EQ(Counted::deaths, (std::vector<int>{1, 2, 3}));
+  EXPECT_EQ(Counted::places, (std::vector<Counted const*>{slot, slot, slot}));
+  EXPECT_EQ(array.size(), 1);
+  EXPECT_EQ(array[0].value, 4);
+  EXPECT_EQ(array.frontShrink(3), 1);  // two more than there are
+  EXPECT_EQ(Counted::deaths, (std::vector<int>{1, 2, 3, 4, 4, 4}));
+  EXPECT_EQ(array.size(), 0);
+  EXPECT_EQ(array.frontShrink(1), 1);
+  EXPECT_EQ(Counted::deaths, (std::vector<int>{1, 2, 3, 4, 4, 4, 4}));
 }
 
 struct WithVirtualTable {
@@ -411,20 +556,27 @@ struct WithVirtualTable {
   static inline int deaths = 0;
 };
 
-TEST(VRELDynamicArrayTest, RemovalAtAFreeSlotSparesAClassWithVirtualOperations) {
+TEST(VRELDynamicArrayTest, RemoveAtFreeSlotDestroysPolymorphicType) {
   VRELDynamicArray<WithVirtualTable> array;
   array.endGrow(1);
   EXPECT_EQ(array.removeAt(4), 1);
-  EXPECT_EQ(WithVirtualTable::deaths, 0);
-  EXPECT_EQ(array.removeAt(0), 1);
   EXPECT_EQ(WithVirtualTable::deaths, 1);
+  EXPECT_EQ(array.removeAt(0), 1);
+  EXPECT_EQ(WithVirtualTable::deaths, 2);
+}
+
+TEST(VRELDynamicArrayTest, RemoveAtFreeSlotDestroysString) {
+  VRELDynamicArray<VRELString> array = {VRELString("a")};
+  EXPECT_EQ(array.removeAt(1), 1);
+  EXPECT_EQ(array.size(), 1);
+  EXPECT_TRUE(array[0].equals(VRELString("a")));
 }
 
 struct Tree {
   VRELDynamicArray<Tree> children;
 };
 
-TEST(VRELDynamicArrayTest, TakesOverFromAnElementOfItsOwn) {
+TEST(VRELDynamicArrayTest, AssignmentTakesArrayOfOwnElement) {
   Tree root;
   root.children.endGrow(2);
   root.children[1].children.endGrow(3);
@@ -455,7 +607,7 @@ TEST(VRELDynamicArrayTest, FindsRemovesAndAddsUnique) {
   EXPECT_EQ(vrelArrayRemove<int*>(pointers, &numbers[1]), 1);
 }
 
-TEST(VRELDynamicArrayTest, FollowsAModel) {
+TEST(VRELDynamicArrayTest, MatchesModel) {
   std::mt19937 random(21);
   VRELDynamicArray<Words> array;
   std::vector<Words> model;
@@ -485,7 +637,7 @@ TEST(VRELDynamicArrayTest, FollowsAModel) {
         model.resize(static_cast<std::size_t>(std::max(0, size - n)));
         break;
       case 7:
-        array.frontShrink(n);
+        array.frontShrink(std::min(n, size));
         model.erase(model.begin(), model.begin() + std::min(n, size));
         break;
       case 8: {
@@ -504,7 +656,7 @@ TEST(VRELDynamicArrayTest, FollowsAModel) {
   }
 }
 
-TEST(VRELDynamicArrayTest, AppendsElementsInARow) {
+TEST(VRELDynamicArrayTest, AppendTakesConsecutiveElements) {
   int const numbers[] = {1, 2, 3};
   VRELDynamicArray<int> array;
   array.append(numbers, 3);
@@ -518,8 +670,8 @@ TEST(VRELDynamicArrayTest, AppendsElementsInARow) {
   EXPECT_EQ(array[3], 2);
 }
 
-// The storage moves under the elements.
-TEST(VRELDynamicArrayTest, AppendsItsOwnElementsInARow) {
+// The storage moves while elements are added.
+TEST(VRELDynamicArrayTest, AppendTakesOwnConsecutiveElements) {
   VRELDynamicArray<VRELString> array;
   array.add(VRELString("a"));
   array.add(VRELString("b"));
@@ -529,6 +681,29 @@ TEST(VRELDynamicArrayTest, AppendsItsOwnElementsInARow) {
   ASSERT_EQ(shared.size(), 65);
   EXPECT_TRUE(array[0].equals(VRELString("a")));
   for (int i = 1; i < 65; ++i) EXPECT_TRUE(array[i].equals(VRELString("b"))) << i;
+}
+
+TEST(VRELDynamicArrayTest, DeclarationsMatch) {
+  using Array = VRELDynamicArray<double>;
+  static_assert(std::is_same_v<decltype(&Array::size), int (Array::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Array::add), void (Array::*)(double const&)>);
+  static_assert(std::is_same_v<decltype(static_cast<void (Array::*)(Array const&)>(&Array::append)),
+                               void (Array::*)(Array const&)>);
+  static_assert(std::is_same_v<decltype(&Array::copy), Array (Array::*)() const>);
+  static_assert(std::is_same_v<decltype(&Array::clear), void (Array::*)()>);
+  static_assert(std::is_same_v<decltype(&Array::removeAt), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::endGrow), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::endShrink), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::frontShrink), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Array::resize), int (Array::*)(int)>);
+  static_assert(std::is_same_v<decltype(std::declval<Array&>()[0]), double&>);
+  static_assert(std::is_same_v<decltype(std::declval<Array const&>()[0]), double const&>);
+  static_assert(std::is_same_v<decltype(std::declval<Array&>().getArray()), double*>);
+  static_assert(std::is_same_v<decltype(std::declval<Array const&>().getArray()), double const*>);
+  static_assert(std::is_constructible_v<Array, int, double const&>);
+  static_assert(std::is_same_v<decltype(&vrelArrayFind<double>), int (*)(Array const&, double const&)>);
+  static_assert(std::is_same_v<decltype(&vrelArrayRemove<double>), int (*)(Array&, double const&)>);
+  static_assert(std::is_same_v<decltype(&vrelArrayAddUnique<double>), bool (*)(Array&, double const&)>);
 }
 
 }  // namespace

@@ -13,17 +13,17 @@
 
 namespace {
 
-using TextMarks = VRELHashControlBytes<VRELString>;
+using StringControlBytes = VRELHashControlBytes<VRELString>;
 
-TEST(VRELHashControlBytesTest, KeysWithoutMarksAreAllAlike) {
-  EXPECT_TRUE(TextMarks::exist);
-  EXPECT_TRUE(VRELHashControlBytes<void*>::exist);
-  EXPECT_FALSE(VRELHashControlBytes<int*>::exist);
-  EXPECT_FALSE(VRELHashControlBytes<int>::exist);
-  EXPECT_EQ(VRELHashControlBytes<int>::Of(7), VRELHashControlBytes<int>::any);
+TEST(VRELHashControlBytesTest, KeysWithoutMarkHaveAny) {
+  EXPECT_TRUE(StringControlBytes::kExist);
+  EXPECT_TRUE(VRELHashControlBytes<void*>::kExist);
+  EXPECT_FALSE(VRELHashControlBytes<int*>::kExist);
+  EXPECT_FALSE(VRELHashControlBytes<int>::kExist);
+  EXPECT_EQ(VRELHashControlBytes<int>::Of(7), VRELHashControlBytes<int>::kAny);
 }
 
-TEST(VRELHashControlBytesTest, TextsThatDifferInCaseHaveOneMark) {
+TEST(VRELHashControlBytesTest, CaseDoesNotChangeMark) {
   std::mt19937 random(27);
   std::set<unsigned char> seen;
   for (int round = 0; round < 5000; ++round) {
@@ -35,71 +35,71 @@ TEST(VRELHashControlBytesTest, TextsThatDifferInCaseHaveOneMark) {
       lower += character;
       other += static_cast<char>(isLetter && random() % 2 == 0 ? character ^ 0x20 : character);
     }
-    unsigned char const mark = TextMarks::Of(VRELString(lower));
-    EXPECT_EQ(TextMarks::Of(VRELString(other)), mark) << lower;
-    EXPECT_NE(mark, TextMarks::any);
-    EXPECT_NE(mark, TextMarks::vacant);
+    unsigned char const mark = StringControlBytes::Of(VRELString(lower));
+    EXPECT_EQ(StringControlBytes::Of(VRELString(other)), mark) << lower;
+    EXPECT_NE(mark, StringControlBytes::kAny);
+    EXPECT_NE(mark, StringControlBytes::kVacant);
     seen.insert(mark);
   }
-  EXPECT_GT(seen.size(), 100u);  // texts that differ mostly have different marks
+  EXPECT_GT(seen.size(), 100u);  // different strings mostly have different marks
 }
 
-TEST(VRELHashControlBytesTest, NothingIsKnownOfTextsBeyondAscii) {
+TEST(VRELHashControlBytesTest, StringsBeyondAsciiHaveAny) {
   for (wchar_t const* text :
        {L"\u212A", L"ma\u00DF", L"abc\u017F", L"\u00E4bcdefgh", L"abcdefgh\uFB03", L"\U0001F600"}) {
-    EXPECT_EQ(TextMarks::Of(VRELString(text)), TextMarks::any) << VRELString(text).toUtf8();
+    EXPECT_EQ(StringControlBytes::Of(VRELString(text)), StringControlBytes::kAny) << VRELString(text).toUtf8();
   }
 }
 
-TEST(VRELHashControlBytesTest, PointersThatDifferMostlyHaveDifferentMarks) {
+TEST(VRELHashControlBytesTest, PointerMarksAreSpread) {
   std::vector<int> counts(256);
   std::vector<char> objects(16 * 10000);
   for (std::size_t i = 0; i < objects.size(); i += 16) ++counts[VRELHashControlBytes<void*>::Of(&objects[i])];
-  EXPECT_EQ(counts[VRELHashControlBytes<void*>::vacant], 0);
-  EXPECT_EQ(counts[VRELHashControlBytes<void*>::any], 0);
+  EXPECT_EQ(counts[VRELHashControlBytes<void*>::kVacant], 0);
+  EXPECT_EQ(counts[VRELHashControlBytes<void*>::kAny], 0);
   EXPECT_LT(*std::max_element(counts.begin(), counts.end()), 10000 / 40) << "128 marks, 78 pointers for each";
 }
 
-// Sixteen slots with mark 9 from slot 3 on; those in front and behind are of no interest.
+// Sixteen slots with mark 9 from slot 3 on, and others before and after them.
 std::vector<unsigned char> SixteenNines() {
   std::vector<unsigned char> marks(22, 7);
   std::fill_n(marks.begin() + 3, 16, static_cast<unsigned char>(9));
   return marks;
 }
 
-TEST(VRELHashControlBytesTest, AGroupNamesTheKeysThatMayBeEqual) {
+TEST(VRELHashControlBytesTest, GroupFindsCandidates) {
   std::vector<unsigned char> marks = SixteenNines();
   VRELHashGroup const without(&marks[3], 7);
   EXPECT_EQ(without.candidates, 0u);
   EXPECT_EQ(without.vacant, 0u);
   marks[3] = 7;
-  marks[9] = TextMarks::any;
+  marks[9] = StringControlBytes::kAny;
   marks[18] = 7;
   VRELHashGroup const with(&marks[3], 7);
   EXPECT_EQ(with.candidates, 0x8041u);
   EXPECT_EQ(with.vacant, 0u);
 }
 
-TEST(VRELHashControlBytesTest, AGroupNamesNoKeyBehindAFreeSlot) {
+TEST(VRELHashControlBytesTest, GroupEndsAtVacantSlot) {
   std::vector<unsigned char> marks = SixteenNines();
   marks[4] = 7;
-  marks[8] = TextMarks::vacant;
+  marks[8] = StringControlBytes::kVacant;
   marks[9] = 7;
-  marks[18] = TextMarks::vacant;
+  marks[18] = StringControlBytes::kVacant;
   VRELHashGroup const group(&marks[3], 7);
   EXPECT_EQ(group.candidates, 0x2u);
   EXPECT_EQ(group.vacant, 0x8020u);
-  marks[3] = TextMarks::vacant;
+  marks[3] = StringControlBytes::kVacant;
   VRELHashGroup const empty(&marks[3], 7);
   EXPECT_EQ(empty.candidates, 0u);
   EXPECT_EQ(empty.vacant, 0x8021u);
 }
 
-TEST(VRELHashControlBytesTest, AKeyOfWhichNothingIsKnownMayBeEqualToAll) {
+TEST(VRELHashControlBytesTest, AnyMatchesAllKeys) {
   std::vector<unsigned char> marks = SixteenNines();
-  EXPECT_EQ(VRELHashGroup(&marks[3], TextMarks::any).candidates, 0xFFFFu);
-  marks[8] = TextMarks::vacant;
-  VRELHashGroup const group(&marks[3], TextMarks::any);
+  EXPECT_EQ(VRELHashGroup(&marks[3], StringControlBytes::kAny).candidates, 0xFFFFu);
+  marks[8] = StringControlBytes::kVacant;
+  VRELHashGroup const group(&marks[3], StringControlBytes::kAny);
   EXPECT_EQ(group.candidates, 0x1Fu);
   EXPECT_EQ(group.vacant, 0x20u);
 }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <random>
 #include <set>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "HashModel.h"
@@ -39,7 +41,7 @@ std::vector<int> ElementsOf(IntList const& list) {
   return elements;
 }
 
-TEST(VRELHashListTest, HoldsEachElementOnce) {
+TEST(VRELHashListTest, AddRejectsDuplicate) {
   VRELHashList<void*> list(17);
   int numbers[3];
   EXPECT_TRUE(list.Add(&numbers[0]));
@@ -67,7 +69,7 @@ TEST(VRELHashListTest, PutReplacesAnEqualElement) {
   EXPECT_EQ(list.Size(), 1);
 }
 
-TEST(VRELHashListTest, DoublesBeforeThreeQuartersAreExceeded) {
+TEST(VRELHashListTest, DoublesAboveLoadFactor) {
   IntList list = ListOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
   EXPECT_EQ(list.Find(20), 3);
   EXPECT_FALSE(list.Add(0));
@@ -76,14 +78,14 @@ TEST(VRELHashListTest, DoublesBeforeThreeQuartersAreExceeded) {
   EXPECT_EQ(list.Size(), 13);
 }
 
-TEST(VRELHashListTest, RemovalKeepsTheRestOfItsRunWithinReach) {
+TEST(VRELHashListTest, RemoveKeepsProbeRunReachable) {
   IntList list = ListOf({15, 32, 49, 0, 66});
   EXPECT_TRUE(list.Remove(32));
   EXPECT_EQ(ElementsOf(list), (std::vector<int>{0, 66, 15, 49}));
   EXPECT_EQ(list.Size(), 4);
 }
 
-TEST(VRELHashListTest, ClearLeavesSeventeenSlotsAndTheCursor) {
+TEST(VRELHashListTest, ClearLeavesSeventeenSlotsAndCursor) {
   IntList list = ListOf({});
   for (int element = 0; element < 20; ++element) list.Add(element);
   int out = 0;
@@ -114,8 +116,8 @@ TEST(VRELHashListTest, EnumeratesInSlotOrderWithOneCursor) {
   EXPECT_EQ(out, 9);
 }
 
-TEST(VRELHashListTest, CopyHasArraysOfItsOwnWithTheSameSlots) {
-  // 20 and 3 meet in slot 3 of 17, so that their order tells the slots.
+TEST(VRELHashListTest, DeepCopyKeepsSlots) {
+  // 20 and 3 collide in slot 3 of 17, so that their order shows the slots.
   IntList source = ListOf({20, 3, 16});
   IntList own = source.copy();
   EXPECT_EQ(ElementsOf(own), (std::vector<int>{20, 3, 16}));
@@ -128,7 +130,7 @@ TEST(VRELHashListTest, CopyHasArraysOfItsOwnWithTheSameSlots) {
   EXPECT_EQ(source.Size(), 2);
 }
 
-TEST(VRELHashListTest, CopyOfAListWithMarksFindsAndLosesForItself) {
+TEST(VRELHashListTest, DeepCopyWithMarksIsIndependent) {
   VRELHashList<VRELString> source;
   source.Add(VRELString(L"hub"));
   VRELHashList<VRELString> own = source.copy();
@@ -140,7 +142,7 @@ TEST(VRELHashListTest, CopyOfAListWithMarksFindsAndLosesForItself) {
   EXPECT_FALSE(source.Get(VRELString(L"rim")));
 }
 
-TEST(VRELHashListTest, ACopySharesSlotsAndCountsForItself) {
+TEST(VRELHashListTest, CopySharesSlotsButNotCount) {
   IntList source = ListOf({1, 2});
   int out = 0;
   source.GetNext(out);
@@ -153,7 +155,7 @@ TEST(VRELHashListTest, ACopySharesSlotsAndCountsForItself) {
   EXPECT_EQ(copy.Size(), 3);
 }
 
-TEST(VRELHashListTest, AssignmentSharesAndKeepsTheCursor) {
+TEST(VRELHashListTest, AssignmentSharesAndKeepsCursor) {
   IntList source = ListOf({1, 2, 3});
   int out = 0;
   source.GetNext(out);
@@ -169,7 +171,7 @@ TEST(VRELHashListTest, AssignmentSharesAndKeepsTheCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
-TEST(VRELHashListTest, CopiesAndAssignmentsTakeTheFunctions) {
+TEST(VRELHashListTest, CopyAndAssignmentTakeFunctions) {
   IntList source(17);
   source.SetFunctions(Itself, SameHalf);
   IntList const copy(source);
@@ -181,7 +183,7 @@ TEST(VRELHashListTest, CopiesAndAssignmentsTakeTheFunctions) {
   }
 }
 
-TEST(VRELHashListTest, UsesTheFunctionsThatWereSet) {
+TEST(VRELHashListTest, UsesFunctionsThatWereSet) {
   IntList list(17);
   EXPECT_EQ(list.GetHashCode(1), 0x23744B91u);
   EXPECT_FALSE(list.CheckEqual(4, 5));
@@ -190,7 +192,7 @@ TEST(VRELHashListTest, UsesTheFunctionsThatWereSet) {
   EXPECT_TRUE(list.CheckEqual(4, 5));
 }
 
-TEST(VRELHashListTest, WithoutSlotsItIsEmptyUntilTheFirstElement) {
+TEST(VRELHashListTest, ListWithoutSlotsGrowsOnAdd) {
   IntList list(0);
   EXPECT_EQ(list.Find(1), -1);
   EXPECT_FALSE(list.Get(1));
@@ -200,7 +202,7 @@ TEST(VRELHashListTest, WithoutSlotsItIsEmptyUntilTheFirstElement) {
   EXPECT_TRUE(list.Get(1));
 }
 
-TEST(VRELHashListTest, HoldsTexts) {
+TEST(VRELHashListTest, StoresStrings) {
   VRELHashList<VRELString> list(17);
   EXPECT_TRUE(list.Add(VRELString(L"hub")));
   EXPECT_FALSE(list.Add(VRELString(L"hub")));
@@ -208,7 +210,7 @@ TEST(VRELHashListTest, HoldsTexts) {
   EXPECT_FALSE(list.Get(VRELString(L"rim")));
 }
 
-TEST(VRELHashListTest, EverySlotFollowsTheModel) {
+TEST(VRELHashListTest, SlotsMatchModel) {
   for (unsigned int seed = 0; seed < 10; ++seed) {
     std::mt19937 random(seed);
     IntList list(17);
@@ -232,7 +234,7 @@ TEST(VRELHashListTest, EverySlotFollowsTheModel) {
   }
 }
 
-TEST(VRELHashListTest, PointersFollowAModel) {
+TEST(VRELHashListTest, PointersMatchModel) {
   std::mt19937 random(23);
   VRELHashList<void*> list(17);
   std::set<void*> model;
@@ -253,8 +255,8 @@ TEST(VRELHashListTest, PointersFollowAModel) {
   }
 }
 
-// Pointers in slots, placed by going on from the slot of the hash to the first free one.
-std::vector<void*> PlacedOneByOne(std::vector<void*> const& pointers, std::size_t slots) {
+// Puts each pointer into the first vacant slot from its home on.
+std::vector<void*> PlaceByLinearProbing(std::vector<void*> const& pointers, std::size_t slots) {
   std::vector<void*> placed(slots);
   for (void* const pointer : pointers) {
     std::size_t slot = VRELHashList<void*>::GetHashValue(pointer) % slots;
@@ -264,8 +266,8 @@ std::vector<void*> PlacedOneByOne(std::vector<void*> const& pointers, std::size_
   return placed;
 }
 
-// Different addresses, none of them null; a hundred of them meet in the last slots of a table of this many.
-std::vector<void*> AddressesThatWrap(std::size_t count, unsigned int slots) {
+// Returns different addresses that are not null. A hundred of them collide in the last slots of a table of this size.
+std::vector<void*> MakeWrappingAddresses(std::size_t count, unsigned int slots) {
   std::vector<void*> addresses;
   std::size_t crowd = 100;
   for (std::uintptr_t address = 0x10000; addresses.size() < count; address += 16) {
@@ -278,13 +280,13 @@ std::vector<void*> AddressesThatWrap(std::size_t count, unsigned int slots) {
   return addresses;
 }
 
-TEST(VRELHashListTest, AmongManySlotsPointersStandWhereProbingPutsThem) {
+TEST(VRELHashListTest, LargeTableProbesLinearly) {
   constexpr unsigned int slots = 8191;
-  std::vector<void*> const all = AddressesThatWrap(6000, slots);
+  std::vector<void*> const all = MakeWrappingAddresses(6000, slots);
   std::vector<void*> const present(all.begin(), all.begin() + 5900);
   VRELHashList<void*> list(slots);
   for (void* const pointer : present) EXPECT_TRUE(list.Add(pointer));
-  std::vector<void*> const placed = PlacedOneByOne(present, slots);
+  std::vector<void*> const placed = PlaceByLinearProbing(present, slots);
   for (std::size_t slot = 0; slot < slots; ++slot) {
     if (placed[slot] == nullptr) continue;
     ASSERT_EQ(list.Find(placed[slot]), static_cast<int>(slot));
@@ -297,15 +299,15 @@ TEST(VRELHashListTest, AmongManySlotsPointersStandWhereProbingPutsThem) {
   for (std::size_t i = 0; i < present.size(); ++i) ASSERT_EQ(list.Get(present[i]), i % 2 == 1) << i;
 }
 
-TEST(VRELHashListTest, ASearchAmongManyFullSlotsEndsAfterOneRound) {
-  std::vector<void*> const all = AddressesThatWrap(5100, 5000);
+TEST(VRELHashListTest, SearchOfFullLargeTableEnds) {
+  std::vector<void*> const all = MakeWrappingAddresses(5100, 5000);
   VRELHashList<void*> list(8000);
   for (std::size_t i = 0; i < 5000; ++i) list.Add(all[i]);
   list.Rehash(5000);
   for (std::size_t i = 0; i < all.size(); ++i) ASSERT_EQ(list.Get(all[i]), i < 5000) << i;
 }
 
-TEST(VRELHashListTest, AmongManySlotsAFunctionThatWasSetDecides) {
+TEST(VRELHashListTest, LargeTableUsesFunctionsThatWereSet) {
   VRELHashList<void*> list(8191);
   list.SetFunctions(
       [](void* const& pointer) { return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(pointer) / 64); },
@@ -317,6 +319,82 @@ TEST(VRELHashListTest, AmongManySlotsAFunctionThatWasSetDecides) {
     EXPECT_TRUE(list.Get(reinterpret_cast<void*>(address))) << address;
   }
   EXPECT_FALSE(list.Get(reinterpret_cast<void*>(704)));
+}
+
+TEST(VRELHashListTest, IteratesIndependentlyOfCursor) {
+  VRELHashList<int> list = {5, 9, 5, 2};
+  EXPECT_EQ(list.Size(), 3);
+  int first = 0;
+  EXPECT_TRUE(list.GetNext(first));
+  std::set<int> elements;
+  for (int const& each : list) {
+    for (int const& other : list) elements.insert(each * 100 + other);
+  }
+  EXPECT_EQ(elements, (std::set<int>{202, 205, 209, 502, 505, 509, 902, 905, 909}));
+  int left = 0;
+  for (int next = 0; list.GetNext(next); ++left) EXPECT_NE(next, first);
+  EXPECT_EQ(left, 2);
+  VRELHashList<int> const empty;
+  EXPECT_EQ(empty.begin(), empty.end());
+  EXPECT_EQ(*list.begin().operator->(), *list.begin());
+  VRELHashList<int>::Iterator iterator = list.begin();
+  EXPECT_EQ(iterator++, list.begin());
+  EXPECT_NE(iterator, list.begin());
+}
+
+TEST(VRELHashListTest, MoveLeavesSourceEmpty) {
+  VRELHashList<int> source(17);
+  source.SetFunctions([](int const& key) { return static_cast<unsigned int>(key); }, nullptr);
+  for (int key : {3, 4}) source.Add(key);
+  VRELHashList<int> target(std::move(source));
+  EXPECT_EQ(target.Find(4), 4);
+  EXPECT_EQ(target.Size(), 2);
+  EXPECT_EQ(source.Size(), 0);
+  EXPECT_FALSE(source.Get(3));
+  EXPECT_FALSE(source.HasNext());
+  EXPECT_FALSE(source.Remove(3));
+  EXPECT_TRUE(source.Add(20));
+  EXPECT_EQ(source.Find(20), 3);  // of 17, by the same function
+  EXPECT_FALSE(target.Get(20));
+  source = std::move(target);
+  EXPECT_EQ(source.Size(), 2);
+  EXPECT_EQ(target.Size(), 0);
+  VRELHashList<int>& itself = source;
+  source = std::move(itself);
+  EXPECT_EQ(source.Find(3), 3);
+}
+
+TEST(VRELHashListTest, ComparesElements) {
+  VRELHashList<int> const list = {1, 2, 3};
+  VRELHashList<int> large(100);
+  for (int element : {3, 2, 1}) large.Add(element);
+  EXPECT_TRUE(list == large);
+  EXPECT_FALSE(list != large);
+  large.Add(4);
+  EXPECT_TRUE(list != large);
+  EXPECT_TRUE(list != (VRELHashList<int>{1, 2, 4}));
+  EXPECT_TRUE(VRELHashList<int>() == VRELHashList<int>(0));
+}
+
+TEST(VRELHashListTest, DeclarationsMatch) {
+  using List = VRELHashList<double>;
+  static_assert(std::is_same_v<List::value_type, double>);
+  static_assert(std::is_same_v<decltype(&List::GetHashValue), unsigned int (*)(double const&)>);
+  static_assert(std::is_same_v<decltype(&List::HashEqualFunction), bool (*)(double const&, double const&)>);
+  static_assert(std::is_same_v<decltype(&List::Size), int (List::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&List::GetHashCode), unsigned int (List::*)(double const&) const>);
+  static_assert(std::is_same_v<decltype(&List::CheckEqual), bool (List::*)(double const&, double const&) const>);
+  static_assert(std::is_same_v<decltype(&List::Find), int (List::*)(double const&) const>);
+  static_assert(std::is_same_v<decltype(&List::Get), bool (List::*)(double const&) const>);
+  static_assert(std::is_same_v<decltype(&List::Add), bool (List::*)(double const&)>);
+  static_assert(std::is_same_v<decltype(&List::Put), bool (List::*)(double const&)>);
+  static_assert(std::is_same_v<decltype(&List::Remove), bool (List::*)(double const&)>);
+  static_assert(std::is_same_v<decltype(&List::Clear), void (List::*)()>);
+  static_assert(std::is_same_v<decltype(&List::Rehash), void (List::*)(int)>);
+  static_assert(std::is_same_v<decltype(&List::InitEnumeration), void (List::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&List::HasNext), bool (List::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&List::GetNext), bool (List::*)(double&) const>);
+  static_assert(sizeof(List) == 48 && sizeof(VRELHashList<VRELString>) == 48 && !std::is_polymorphic_v<List>);
 }
 
 }  // namespace

@@ -3,17 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <map>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "HashModel.h"
 #include "VRELString.h"
 
-// A key type of a client, who brings hash and equality beside it.
+// A key type of a client, with specialized hash and equality.
 struct ClientKey {
   int number = 0;
   int ignored = 0;
@@ -27,7 +30,7 @@ bool VRELHashList<ClientKey>::HashEqualFunction(ClientKey const& a, ClientKey co
   return a.number == b.number;
 }
 
-// The same by way of the traits.
+// The same with specialized traits.
 struct TraitsKey {
   int number = 0;
 };
@@ -42,7 +45,7 @@ namespace {
 using IntMap = VRELHashMap<int, int>;
 using Entries = std::vector<std::pair<int, int>>;
 
-// Hashes that can be worked out in the head: the slot of a key is its remainder.
+// A simple hash: the home of a key is its remainder.
 unsigned int Itself(int const& key) {
   return static_cast<unsigned int>(key);
 }
@@ -74,7 +77,7 @@ std::vector<int> KeysOf(IntMap const& map) {
   return keys;
 }
 
-// What a look-up by another form of a key finds; -1 for nothing. The keys that it compared with go into `met`.
+// Returns what GetEqual finds, or -1. Sets `met` to the keys that it compared.
 int FindEqual(IntMap const& map, int key, std::vector<int>& met) {
   met.clear();
   int const* const value = map.GetEqual(static_cast<unsigned int>(key), [&](int const& stored) {
@@ -84,9 +87,9 @@ int FindEqual(IntMap const& map, int key, std::vector<int>& met) {
   return value != nullptr ? *value : -1;
 }
 
-TEST(VRELHashMapTest, FindsAKeyInAnotherForm) {
+TEST(VRELHashMapTest, GetEqualFindsKeyInOtherForm) {
   std::vector<int> met;
-  // 33, 50 and 67 want the last slot, and all but the first of them go round to the front.
+  // The home of 33, 50 and 67 is the last slot; the last two of them wrap to the front.
   IntMap map = MapOf({33, 5, 50, 22, 67});
   EXPECT_EQ(FindEqual(map, 33, met), 330);
   EXPECT_EQ(met, std::vector<int>{33});
@@ -103,7 +106,7 @@ TEST(VRELHashMapTest, FindsAKeyInAnotherForm) {
   EXPECT_EQ(met, (std::vector<int>{33, 67}));
 
   EXPECT_EQ(FindEqual(IntMap(0), 7, met), -1);
-  // A full table is gone through once.
+  // A search of a full table ends after one round.
   IntMap full = MapOf({0, 1, 2});
   full.Rehash(3);
   EXPECT_EQ(FindEqual(full, 4, met), -1);
@@ -128,7 +131,7 @@ TEST(VRELHashMapTest, StartsEmpty) {
   EXPECT_EQ(pair.value, 2);
 }
 
-TEST(VRELHashMapTest, AddsAndGets) {
+TEST(VRELHashMapTest, AddThenGetReturnsValue) {
   IntMap map(17);
   EXPECT_TRUE(map.Add(5, 50));
   EXPECT_TRUE(map.Add(-1, -10));
@@ -142,7 +145,7 @@ TEST(VRELHashMapTest, AddsAndGets) {
   EXPECT_EQ(out, -10);
 }
 
-TEST(VRELHashMapTest, AddKeepsAndPutReplacesThePresentValue) {
+TEST(VRELHashMapTest, AddKeepsAndPutReplacesValue) {
   IntMap map(17);
   int out = 0;
   EXPECT_TRUE(map.Add(5, 50));
@@ -158,7 +161,7 @@ TEST(VRELHashMapTest, AddKeepsAndPutReplacesThePresentValue) {
   EXPECT_EQ(map.Size(), 2);
 }
 
-TEST(VRELHashMapTest, DoublesBeforeThreeQuartersAreExceeded) {
+TEST(VRELHashMapTest, DoublesAboveLoadFactor) {
   IntMap map = MapOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
   EXPECT_EQ(map.Size(), 12);
   EXPECT_EQ(map.FindKey(20), 3);  // of 17
@@ -173,14 +176,14 @@ TEST(VRELHashMapTest, DoublesBeforeThreeQuartersAreExceeded) {
   EXPECT_EQ(map.FindKey(67), 67);
 }
 
-TEST(VRELHashMapTest, ARefusedKeyMayDoubleTheSlotsAllTheSame) {
+TEST(VRELHashMapTest, RejectedAddCanDoubleSlots) {
   IntMap map = MapOf({20, 0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11});
   EXPECT_FALSE(map.Add(20, 1));
   EXPECT_EQ(map.Size(), 12);
   EXPECT_EQ(map.FindKey(20), 20);
 }
 
-TEST(VRELHashMapTest, ProbesBehindTheHashAndRoundTheEnd) {
+TEST(VRELHashMapTest, ProbesLinearlyAndWraps) {
   IntMap const map = MapOf({15, 32, 49, 0, 66});  // 15, 15, 15, 0, 15
   EXPECT_EQ(map.FindKey(15), 15);
   EXPECT_EQ(map.FindKey(32), 16);
@@ -192,7 +195,7 @@ TEST(VRELHashMapTest, ProbesBehindTheHashAndRoundTheEnd) {
   EXPECT_EQ(EntriesOf(map), (Entries{{49, 490}, {0, 0}, {66, 660}, {15, 150}, {32, 320}}));
 }
 
-TEST(VRELHashMapTest, RemovalKeepsTheRestOfItsRunWithinReach) {
+TEST(VRELHashMapTest, RemoveKeepsProbeRunReachable) {
   for (int removed : {15, 32, 49, 0, 66}) {
     SCOPED_TRACE(removed);
     IntMap map = MapOf({15, 32, 49, 0, 66});
@@ -211,7 +214,7 @@ TEST(VRELHashMapTest, RemovalKeepsTheRestOfItsRunWithinReach) {
   EXPECT_EQ(EntriesOf(map), (Entries{{0, 0}, {66, 660}, {15, 150}, {49, 490}}));
 }
 
-TEST(VRELHashMapTest, RemovalOfTheOnlyEntryLeavesNothing) {
+TEST(VRELHashMapTest, RemoveOfOnlyEntryLeavesEmptyMap) {
   IntMap map = MapOf({5});
   EXPECT_TRUE(map.Remove(5));
   EXPECT_EQ(map.Size(), 0);
@@ -221,7 +224,7 @@ TEST(VRELHashMapTest, RemovalOfTheOnlyEntryLeavesNothing) {
   EXPECT_FALSE(map.HasNext());
 }
 
-TEST(VRELHashMapTest, FreeSlotsHoldDefaults) {
+TEST(VRELHashMapTest, VacantSlotsHaveDefaults) {
   VRELHashMap<int, VRELDynamicArray<int>> map(17);
   VRELDynamicArray<int> watched;
   struct Header {
@@ -240,7 +243,7 @@ TEST(VRELHashMapTest, FreeSlotsHoldDefaults) {
   EXPECT_EQ(owners(), 1);
 }
 
-TEST(VRELHashMapTest, ClearLeavesSeventeenSlotsAndTheCursor) {
+TEST(VRELHashMapTest, ClearLeavesSeventeenSlotsAndCursor) {
   IntMap map = MapOf({});
   for (int key = 0; key < 20; ++key) map.Add(key, 0);
   VRELPair<int, int> pair;
@@ -251,7 +254,7 @@ TEST(VRELHashMapTest, ClearLeavesSeventeenSlotsAndTheCursor) {
   EXPECT_EQ(map.FindKey(3), -1);
   map.Add(20, 200);
   EXPECT_EQ(map.FindKey(20), 3);  // of 17
-  EXPECT_FALSE(map.HasNext());    // the cursor stands at 5
+  EXPECT_FALSE(map.HasNext());    // the cursor is at 5
   map.Add(5, 50);
   EXPECT_TRUE(map.GetNext(pair));
   EXPECT_EQ(pair.key, 5);
@@ -261,7 +264,7 @@ TEST(VRELHashMapTest, ClearLeavesSeventeenSlotsAndTheCursor) {
   EXPECT_EQ(map.FindKey(20), 3);
 }
 
-TEST(VRELHashMapTest, ACursorBehindTheLastSlotFindsNothing) {
+TEST(VRELHashMapTest, CursorAfterLastSlotFindsNothing) {
   IntMap map = MapOf({33}, 34);
   VRELPair<int, int> pair;
   EXPECT_TRUE(map.GetNext(pair));
@@ -306,29 +309,29 @@ TEST(VRELHashMapTest, RehashKeepsCountAndCursor) {
   EXPECT_EQ(pair.key, 40);
 }
 
-TEST(VRELHashMapTest, RehashDropsAnEntryThatMeetsItsEqual) {
+TEST(VRELHashMapTest, RehashDropsEqualKey) {
   IntMap map(17);
   map.SetFunctions(Itself, [](int const& a, int const& b) { return a % 10 == b % 10; });
   EXPECT_TRUE(map.Add(5, 50));
-  EXPECT_TRUE(map.Add(15, 150));  // does not pass slot 5
+  EXPECT_TRUE(map.Add(15, 150));  // does not probe slot 5
   map.Rehash(10);
   EXPECT_EQ(EntriesOf(map), (Entries{{5, 50}}));
   EXPECT_EQ(map.Size(), 2);  // the dropped entry stays counted
 }
 
-TEST(VRELHashMapTest, RemovalDropsAnEntryThatMeetsItsEqual) {
+TEST(VRELHashMapTest, RemoveDropsEqualKey) {
   IntMap map = MapOf({16, 0, 17, 34, 1});  // in the slots 16, 0, 1, 2, 3
-  // They were not equal when they came.
+  // They were not equal when they were added.
   map.SetFunctions(Itself, [](int const& a, int const& b) { return a % 17 == b % 17; });
   EXPECT_TRUE(map.Remove(16));
   EXPECT_EQ(EntriesOf(map), (Entries{{0, 0}, {1, 10}}));
-  EXPECT_EQ(map.Size(), 2);  // those that were dropped are no longer counted
+  EXPECT_EQ(map.Size(), 2);  // dropped entries are not counted
   EXPECT_EQ(map.FindKey(1), 1);
 }
 
 bool equalityIsLoose = false;
 
-TEST(VRELHashMapTest, RemovalDropsAnEntryThatMeetsItsEqualOnTheWay) {
+TEST(VRELHashMapTest, RemoveDropsEqualKeyInProbeRun) {
   IntMap map(17);
   map.SetFunctions(Itself, [](int const& a, int const& b) { return equalityIsLoose ? a % 10 == b % 10 : a == b; });
   for (int key : {3, 20, 37, 173}) EXPECT_TRUE(map.Add(key, 10 * key));  // slots 3 to 6
@@ -341,7 +344,7 @@ TEST(VRELHashMapTest, RemovalDropsAnEntryThatMeetsItsEqualOnTheWay) {
   EXPECT_EQ(map.FindKey(173), -1);
 }
 
-TEST(VRELHashMapTest, UsesTheFunctionsThatWereSet) {
+TEST(VRELHashMapTest, UsesFunctionsThatWereSet) {
   IntMap map(17);
   EXPECT_EQ(map.GetHashCode(1), 0x23744B91u);
   EXPECT_FALSE(map.CheckEqual(4, 5));
@@ -353,12 +356,12 @@ TEST(VRELHashMapTest, UsesTheFunctionsThatWereSet) {
   EXPECT_FALSE(map.CheckEqual(4, 5));
 }
 
-TEST(VRELHashMapTest, ACopySharesSlotsAndCountsForItself) {
+TEST(VRELHashMapTest, CopySharesSlotsButNotCount) {
   IntMap source = MapOf({1, 2});
   VRELPair<int, int> pair;
   source.GetNext(pair);
   IntMap copy(source);
-  EXPECT_TRUE(copy.GetNext(pair));  // the cursor came along
+  EXPECT_TRUE(copy.GetNext(pair));  // the cursor was copied
   EXPECT_EQ(pair.key, 2);
   EXPECT_TRUE(source.GetNext(pair));
   EXPECT_EQ(pair.key, 2);
@@ -374,7 +377,7 @@ TEST(VRELHashMapTest, ACopySharesSlotsAndCountsForItself) {
   EXPECT_EQ(copy.Size(), 3);
 }
 
-TEST(VRELHashMapTest, ARehashedCopyLeavesTheSourceComplete) {
+TEST(VRELHashMapTest, RehashOfCopyKeepsSource) {
   VRELHashMap<int, VRELString> source(17);
   for (int key = 0; key < 10; ++key) source.Add(key, VRELString(L"value"));
   VRELHashMap<int, VRELString> copy(source);
@@ -389,7 +392,7 @@ TEST(VRELHashMapTest, ARehashedCopyLeavesTheSourceComplete) {
   EXPECT_FALSE(source.Get(39, out));
 }
 
-TEST(VRELHashMapTest, AssignmentSharesAndKeepsTheCursor) {
+TEST(VRELHashMapTest, AssignmentSharesAndKeepsCursor) {
   IntMap const source = MapOf({1, 2, 3});
   VRELPair<int, int> pair;
   source.GetNext(pair);
@@ -402,13 +405,13 @@ TEST(VRELHashMapTest, AssignmentSharesAndKeepsTheCursor) {
   EXPECT_EQ(target.Size(), 3);
   EXPECT_EQ(target.GetHashCode(7), 7u);
   EXPECT_TRUE(target.GetNext(pair));
-  EXPECT_EQ(pair.key, 1);  // the source's cursor would give 2
+  EXPECT_EQ(pair.key, 1);  // the source's cursor would return 2
   target.Add(4, 40);
   EXPECT_EQ(source.FindKey(4), 4);
   EXPECT_EQ(source.Size(), 3);
 }
 
-TEST(VRELHashMapTest, CopiesAndAssignmentsTakeTheFunctions) {
+TEST(VRELHashMapTest, CopyAndAssignmentTakeFunctions) {
   IntMap source(17);
   source.SetFunctions(Itself, SameHalf);
   IntMap const copy(source);
@@ -420,13 +423,13 @@ TEST(VRELHashMapTest, CopiesAndAssignmentsTakeTheFunctions) {
   }
 }
 
-TEST(VRELHashMapTest, CopiesMayFillTheSharedSlots) {
+TEST(VRELHashMapTest, CopiesCanFillSharedSlots) {
   IntMap first = MapOf({});
   IntMap second(first);
   IntMap third(first);
   for (int key = 0; key < 12; ++key) EXPECT_TRUE(first.Add(key, key));
   for (int key = 12; key < 17; ++key) EXPECT_TRUE(second.Add(key, key));
-  // Every slot is taken; a search ends after one round, and so does a removal.
+  // Every slot is occupied; a search and a removal end after one round.
   EXPECT_EQ(second.FindKey(100), -1);
   EXPECT_EQ(first.FindKey(16), 16);
   EXPECT_TRUE(third.Remove(3));
@@ -439,7 +442,7 @@ TEST(VRELHashMapTest, CopiesMayFillTheSharedSlots) {
   EXPECT_EQ(first.FindKey(100), -1);
 }
 
-TEST(VRELHashMapTest, ATableMayBeRehashedUntilItIsFull) {
+TEST(VRELHashMapTest, RehashKeepsRoomForAllEntries) {
   for (int slots : {4, 3, 0, -5}) {
     SCOPED_TRACE(slots);
     IntMap map = MapOf({8, 1, 5, 7});
@@ -455,7 +458,7 @@ TEST(VRELHashMapTest, ATableMayBeRehashedUntilItIsFull) {
   }
 }
 
-TEST(VRELHashMapTest, WithoutSlotsItIsEmptyUntilTheFirstEntry) {
+TEST(VRELHashMapTest, MapWithoutSlotsGrowsOnAdd) {
   for (int slots : {0, -1, -17}) {
     SCOPED_TRACE(slots);
     IntMap map(slots);
@@ -478,13 +481,13 @@ TEST(VRELHashMapTest, WithoutSlotsItIsEmptyUntilTheFirstEntry) {
   EXPECT_TRUE(cleared.Add(1, 10));
 }
 
-TEST(VRELHashMapTest, TakesOneSlotForAStart) {
+TEST(VRELHashMapTest, StartsWithOneSlot) {
   IntMap map = MapOf({1, 2, 3, 4, 5}, 1);
   EXPECT_EQ(map.Size(), 5);
   for (int key = 1; key < 6; ++key) EXPECT_NE(map.FindKey(key), -1);
 }
 
-// Tells where its copies stand.
+// Records where its copies are.
 struct Spy {
   Spy() = default;
   explicit Spy(int number) : value(number) {}
@@ -499,14 +502,14 @@ unsigned int HashOfSpy(Spy const& spy) {
   return static_cast<unsigned int>(spy.value);
 }
 
-TEST(VRELHashMapTest, ArgumentsMayStandInTheTable) {
+TEST(VRELHashMapTest, ArgumentsCanBeInTable) {
   VRELHashMap<Spy, Spy> map(17);
   map.SetFunctions(HashOfSpy, SameSpy);
   for (int i = 0; i < 12; ++i) map.Add(Spy(i), Spy(i));
   EXPECT_EQ(map.FindKey(Spy(7)), 7);
   Spy const* const inside = Spy::stored;
   EXPECT_EQ(inside->value, 7);
-  // The key stands behind it in the array that the rehash frees.
+  // The key follows it in the array that the rehash frees.
   EXPECT_FALSE(map.Add(*inside, inside[1]));
   EXPECT_TRUE(map.Remove(Spy(7)));
   for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(Spy(i), Spy(i)));
@@ -518,11 +521,11 @@ TEST(VRELHashMapTest, ArgumentsMayStandInTheTable) {
 }
 
 // Its copies fail while `fails` is set.
-struct Stubborn {
-  Stubborn() = default;
-  explicit Stubborn(int number) : value(number) {}
-  Stubborn(Stubborn const& other) : value(other.value) { Fail(); }
-  Stubborn& operator=(Stubborn const& other) {
+struct FailingValue {
+  FailingValue() = default;
+  explicit FailingValue(int number) : value(number) {}
+  FailingValue(FailingValue const& other) : value(other.value) { Fail(); }
+  FailingValue& operator=(FailingValue const& other) {
     Fail();
     value = other.value;
     return *this;
@@ -535,46 +538,46 @@ struct Stubborn {
   static inline bool fails = false;
 };
 
-class VRELHashMapStubbornTest : public testing::Test {
+class VRELHashMapFailureTest : public testing::Test {
  protected:
-  VRELHashMapStubbornTest() {
-    for (int i = 0; i < 10; ++i) map.Add(KeyOf(i), Stubborn(i));
+  VRELHashMapFailureTest() {
+    for (int i = 0; i < 10; ++i) map.Add(KeyOf(i), FailingValue(i));
   }
-  ~VRELHashMapStubbornTest() override { Stubborn::fails = false; }
+  ~VRELHashMapFailureTest() override { FailingValue::fails = false; }
 
   static VRELString KeyOf(int number) { return VRELString("key" + std::to_string(number)); }
 
-  static void ExpectWhole(VRELHashMap<VRELString, Stubborn> const& whole) {
-    Stubborn::fails = false;
+  static void ExpectWhole(VRELHashMap<VRELString, FailingValue> const& whole) {
+    FailingValue::fails = false;
     EXPECT_EQ(whole.Size(), 10);
-    Stubborn out;
+    FailingValue out;
     for (int i = 0; i < 10; ++i) {
       ASSERT_TRUE(whole.Get(KeyOf(i), out)) << i;
       EXPECT_EQ(out.value, i);
     }
   }
 
-  VRELHashMap<VRELString, Stubborn> map{17};
+  VRELHashMap<VRELString, FailingValue> map{17};
 };
 
-TEST_F(VRELHashMapStubbornTest, ARehashCopiesNothing) {
-  Stubborn::fails = true;
+TEST_F(VRELHashMapFailureTest, RehashCopiesNothing) {
+  FailingValue::fails = true;
   EXPECT_NO_THROW(map.Rehash(100));
   ExpectWhole(map);
 }
 
-TEST_F(VRELHashMapStubbornTest, ARehashOfSharedArraysThatFailsChangesNothing) {
-  VRELHashMap<VRELString, Stubborn> const copy(map);
-  Stubborn::fails = true;
+TEST_F(VRELHashMapFailureTest, FailedRehashChangesNothing) {
+  VRELHashMap<VRELString, FailingValue> const copy(map);
+  FailingValue::fails = true;
   EXPECT_THROW(map.Rehash(100), std::runtime_error);
   ExpectWhole(map);
   ExpectWhole(copy);
 }
 
-TEST_F(VRELHashMapStubbornTest, AnEntryWhoseValueCannotBeCopiedIsNotThere) {
-  VRELHashMap<int, Stubborn> numbers(17);
-  Stubborn const value(5);
-  Stubborn::fails = true;
+TEST_F(VRELHashMapFailureTest, FailedValueCopyAddsNothing) {
+  VRELHashMap<int, FailingValue> numbers(17);
+  FailingValue const value(5);
+  FailingValue::fails = true;
   EXPECT_THROW(numbers.Add(5, value), std::runtime_error);
   EXPECT_THROW(map.Add(KeyOf(99), value), std::runtime_error);
   EXPECT_EQ(numbers.Size(), 0);
@@ -586,7 +589,7 @@ TEST_F(VRELHashMapStubbornTest, AnEntryWhoseValueCannotBeCopiedIsNotThere) {
   EXPECT_EQ(numbers.Size(), 1);
 }
 
-TEST(VRELHashMapTest, TakesHashAndEqualityOfAClientsKey) {
+TEST(VRELHashMapTest, UsesClientHashAndEquality) {
   VRELHashMap<ClientKey, int> map(17);
   EXPECT_TRUE(map.Add({3, 1}, 30));
   EXPECT_FALSE(map.Add({3, 2}, 31));
@@ -597,7 +600,7 @@ TEST(VRELHashMapTest, TakesHashAndEqualityOfAClientsKey) {
   EXPECT_EQ(other.FindKey({3}), 4);
 }
 
-TEST(VRELHashMapTest, ATextInAnotherCaseIsFoundWhereTheHashesMeet) {
+TEST(VRELHashMapTest, FindsOtherCaseOnCollisionOnly) {
   bool found = false;
   bool missed = false;
   VRELString const lower(L"key");
@@ -626,7 +629,7 @@ bool EqualLength(VRELString const& a, VRELString const& b) {
   return a.length() == b.length();
 }
 
-TEST(VRELHashMapTest, ATextInAnotherCaseIsAlwaysFoundWithFunctionsWithoutCase) {
+TEST(VRELHashMapTest, FindsOtherCaseWithCaselessFunctions) {
   VRELHashMap<VRELString, int> map(17);
   map.SetFunctions(HashOfNone, EqualWithoutCase);
   EXPECT_TRUE(map.Add(VRELString(L"stra\u00DFe"), 1));
@@ -638,7 +641,7 @@ TEST(VRELHashMapTest, ATextInAnotherCaseIsAlwaysFoundWithFunctionsWithoutCase) {
   EXPECT_EQ(out, 1);
 }
 
-TEST(VRELHashMapTest, AnyEqualityMayBeSetForTexts) {
+TEST(VRELHashMapTest, UsesAnyEqualityOfStrings) {
   VRELHashMap<VRELString, int> map(17);
   map.SetFunctions(HashOfNone, EqualLength);
   EXPECT_TRUE(map.Add(VRELString(L"abc"), 1));
@@ -646,8 +649,8 @@ TEST(VRELHashMapTest, AnyEqualityMayBeSetForTexts) {
   EXPECT_EQ(map.FindKey(VRELString(L"ABQ")), 1);
 }
 
-// Texts that fold to ASCII or grow when folded, and the same in plain letters, hashed alike on purpose.
-TEST(VRELHashMapTest, TextsAreComparedByFullFoldingWhereTheHashesMeet) {
+// Strings that fold to ASCII or grow when folded, and the same in ASCII letters. All have the same hash.
+TEST(VRELHashMapTest, ComparesCollidingStringsByFullFolding) {
   struct {
     wchar_t const* stored;
     wchar_t const* sought;
@@ -684,7 +687,7 @@ TEST(VRELHashMapTest, TextsAreComparedByFullFoldingWhereTheHashesMeet) {
   }
 }
 
-TEST(VRELHashMapTest, ATextWithoutMemoryEqualsNone) {
+TEST(VRELHashMapTest, UninitializedStringEqualsNone) {
   VRELString uninitialized(L"x");
   VRELString const taken(std::move(uninitialized));
   VRELHashMap<VRELString, int> map(17);
@@ -694,7 +697,7 @@ TEST(VRELHashMapTest, ATextWithoutMemoryEqualsNone) {
   EXPECT_TRUE(map.Add(VRELString(L""), 2));
 }
 
-// Both do the same, and every slot holds the same after every step.
+// Applies random operations to both and compares every slot after every step.
 void FollowModel(IntMap& map, HashModel& model, unsigned int seed, int steps, int range) {
   std::mt19937 random(seed);
   for (int step = 0; step < steps; ++step) {
@@ -724,7 +727,7 @@ void FollowModel(IntMap& map, HashModel& model, unsigned int seed, int steps, in
   }
 }
 
-TEST(VRELHashMapTest, EverySlotFollowsTheModel) {
+TEST(VRELHashMapTest, SlotsMatchModel) {
   for (unsigned int seed = 0; seed < 10; ++seed) {
     IntMap map(17);
     map.SetFunctions(Itself, Same);
@@ -733,7 +736,7 @@ TEST(VRELHashMapTest, EverySlotFollowsTheModel) {
   }
 }
 
-TEST(VRELHashMapTest, EverySlotFollowsTheModelWithPoorHashes) {
+TEST(VRELHashMapTest, SlotsMatchModelWithPoorHashes) {
   for (unsigned int seed = 0; seed < 10; ++seed) {
     IntMap map(17);
     map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key * key) / 7u + 10u; }, Same);
@@ -743,7 +746,7 @@ TEST(VRELHashMapTest, EverySlotFollowsTheModelWithPoorHashes) {
   }
 }
 
-TEST(VRELHashMapTest, EverySlotFollowsTheModelWhereEqualKeysHashDifferently) {
+TEST(VRELHashMapTest, SlotsMatchModelWithUnequalHashes) {
   for (unsigned int seed = 0; seed < 20; ++seed) {
     IntMap map(17);
     map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, SameHalf);
@@ -754,7 +757,7 @@ TEST(VRELHashMapTest, EverySlotFollowsTheModelWhereEqualKeysHashDifferently) {
   }
 }
 
-TEST(VRELHashMapTest, TextsFollowAModel) {
+TEST(VRELHashMapTest, StringsMatchModel) {
   std::mt19937 random(22);
   VRELHashMap<VRELString, int> map(17);
   std::map<std::string, int> model;
@@ -787,7 +790,7 @@ TEST(VRELHashMapTest, TextsFollowAModel) {
   EXPECT_EQ(found, model);
 }
 
-TEST(VRELHashMapTest, SkipsEntries) {
+TEST(VRELHashMapTest, SkipNextMovesCursor) {
   VRELHashMap<int, int> map(17);
   EXPECT_FALSE(map.SkipNext());
   for (int key : {5, 2, 9}) map.Add(key, key * 10);
@@ -802,6 +805,167 @@ TEST(VRELHashMapTest, SkipsEntries) {
   EXPECT_EQ(pair.key, again.key);
   EXPECT_TRUE(map.SkipNext());
   EXPECT_FALSE(map.SkipNext());
+}
+
+TEST(VRELHashMapTest, IteratesIndependentlyOfCursor) {
+  IntMap map = MapOf({9, 3, 20});
+  VRELPair<int, int> first;
+  EXPECT_TRUE(map.GetNext(first));
+  Entries entries;
+  for (auto [key, value] : map) {
+    entries.emplace_back(key, value);
+    value += 1;
+    for (auto const& [other, number] : std::as_const(map)) EXPECT_EQ(number / 10, other);
+  }
+  EXPECT_EQ(entries, (Entries{{3, 30}, {20, 200}, {9, 90}}));
+  EXPECT_TRUE(map.GetNext(first));
+  EXPECT_EQ(first.key, 20);
+  EXPECT_EQ(EntriesOf(map), (Entries{{3, 31}, {20, 201}, {9, 91}}));
+  IntMap const empty(0);
+  EXPECT_EQ(empty.begin(), empty.end());
+  IntMap::iterator iterator = map.begin();
+  EXPECT_EQ(iterator++, map.begin());
+  EXPECT_EQ((*iterator).key, 20);
+}
+
+// An iterator that a change has invalidated ends, in any case.
+TEST(VRELHashMapTest, IteratorEndsAfterChange) {
+  IntMap map = MapOf({1, 2, 3, 16});
+  IntMap::iterator iterator = map.begin();
+  for (int i = 0; i < 3; ++i) ++iterator;
+  map.Rehash(5);
+  ++iterator;
+  EXPECT_EQ(iterator, map.end());
+  int visited = 0;
+  for (auto [key, value] : map) {
+    if (++visited == 2) map.Clear();
+  }
+  EXPECT_EQ(visited, 2);
+}
+
+TEST(VRELHashMapTest, TakesInitializerList) {
+  VRELHashMap<VRELString, int> const map = {{L"hub", 1}, {L"rim", 2}, {L"hub", 3}};
+  EXPECT_EQ(map.Size(), 2);
+  int value = 0;
+  EXPECT_TRUE(map.Get(L"hub", value));
+  EXPECT_EQ(value, 1);
+  VRELHashMap<int, int> const slots{40};
+  EXPECT_EQ(slots.Size(), 0);
+}
+
+TEST(VRELHashMapTest, MoveLeavesSourceEmpty) {
+  IntMap source = MapOf({3, 4});
+  VRELPair<int, int> pair;
+  source.GetNext(pair);
+  IntMap target(std::move(source));
+  EXPECT_EQ(target.Size(), 2);
+  EXPECT_TRUE(target.GetNext(pair));
+  EXPECT_EQ(pair.key, 4);
+  EXPECT_EQ(source.Size(), 0);
+  EXPECT_EQ(source.FindKey(3), -1);
+  EXPECT_FALSE(source.HasNext());
+  EXPECT_TRUE(source.Put(20, 200));
+  EXPECT_EQ(source.FindKey(20), 3);  // of 17, by the same function
+  EXPECT_EQ(target.FindKey(20), -1);
+  source = std::move(target);
+  EXPECT_EQ(EntriesOf(source), (Entries{{3, 30}, {4, 40}}));
+  EXPECT_EQ(target.Size(), 0);
+  target.Clear();
+  EXPECT_TRUE(target.Add(20, 200));
+  IntMap& itself = source;
+  source = std::move(itself);
+  EXPECT_EQ(source.Size(), 2);
+}
+
+TEST(VRELHashMapTest, ReserveDoublesSlots) {
+  IntMap map = MapOf({50});
+  for (int entries : {0, -1, -2147483647 - 1, 1, 12}) map.reserve(entries);
+  EXPECT_EQ(map.FindKey(50), 50 % 17);
+  map.reserve(13);
+  EXPECT_EQ(map.FindKey(50), 50 % 34);
+  map.reserve(51);
+  EXPECT_EQ(map.FindKey(50), 50);  // of 68
+  map.reserve(1);
+  EXPECT_EQ(map.FindKey(50), 50);
+  IntMap none(0);
+  none.reserve(20);
+  none.SetFunctions(Itself, Same);
+  none.Add(50, 0);
+  EXPECT_EQ(none.FindKey(50), 50 % 34);
+}
+
+TEST(VRELHashMapTest, ComparesKeysAndValues) {
+  IntMap const map = MapOf({1, 2});
+  EXPECT_TRUE(map == MapOf({2, 1}, 100));
+  EXPECT_FALSE(map != MapOf({2, 1}, 100));
+  EXPECT_TRUE(map != MapOf({1}));
+  EXPECT_TRUE(map != MapOf({1, 3}));
+  IntMap other = MapOf({1, 2});
+  other.Put(2, 0);
+  EXPECT_TRUE(map != other);
+  EXPECT_TRUE(IntMap() == IntMap(0));
+  // One key of `loose` equals both of the other map.
+  IntMap loose = MapOf({2, 5});
+  loose.SetFunctions([](int const&) { return 2u; }, SameHalf);
+  IntMap strict(17);
+  strict.SetFunctions([](int const&) { return 2u; }, Same);
+  strict.Add(2, 20);
+  strict.Add(3, 20);
+  EXPECT_TRUE(strict != loose);
+  EXPECT_TRUE(loose != strict);
+}
+
+TEST(VRELHashMapTest, DeclarationsMatch) {
+  using Map = VRELHashMap<char, double>;
+  using Pair = VRELPair<char, double>;
+  static_assert(std::is_same_v<Map::key_type, char> && std::is_same_v<Map::mapped_type, double>);
+  static_assert(std::is_same_v<Map::value_type, Pair>);
+  static_assert(std::is_same_v<decltype(&Map::Size), int (Map::*)() const noexcept>);
+  static_assert(
+      std::is_same_v<decltype(&Map::SetFunctions),
+                     void (Map::*)(unsigned int (*)(char const&), bool (*)(char const&, char const&)) noexcept>);
+  static_assert(std::is_same_v<decltype(&Map::GetHashCode), unsigned int (Map::*)(char const&) const>);
+  static_assert(std::is_same_v<decltype(&Map::CheckEqual), bool (Map::*)(char const&, char const&) const>);
+  static_assert(std::is_same_v<decltype(&Map::FindKey), int (Map::*)(char const&) const>);
+  static_assert(std::is_same_v<decltype(&Map::Get), bool (Map::*)(char const&, double&) const>);
+  static_assert(std::is_same_v<decltype(&Map::Add), bool (Map::*)(char const&, double const&)>);
+  static_assert(std::is_same_v<decltype(&Map::Put), bool (Map::*)(char const&, double const&)>);
+  static_assert(std::is_same_v<decltype(&Map::Remove), bool (Map::*)(char const&)>);
+  static_assert(std::is_same_v<decltype(&Map::Clear), void (Map::*)()>);
+  static_assert(std::is_same_v<decltype(&Map::Rehash), void (Map::*)(int)>);
+  static_assert(std::is_same_v<decltype(&Map::InitEnumeration), void (Map::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Map::HasNext), bool (Map::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Map::GetNext), bool (Map::*)(Pair&) const>);
+}
+
+// keys, values, occupied, hashFunction, equalFunction, loadFactor, count, cursor
+TEST(VRELHashMapTest, FieldOffsetsMatchLayout) {
+  static_assert(sizeof(IntMap) == 56 && sizeof(VRELHashMap<VRELString, int>) == 56 && !std::is_polymorphic_v<IntMap>);
+  IntMap map = MapOf({1, 2, 3});
+  map.SkipNext();
+  char const* const bytes = reinterpret_cast<char const*>(&map);
+  auto const read = [bytes](auto& target, std::size_t offset) { std::memcpy(&target, bytes + offset, sizeof target); };
+  for (std::size_t offset : {0u, 8u, 16u}) {
+    VRELArrayHeader* header = nullptr;
+    read(header, offset);
+    EXPECT_EQ(vrelArrayCount(header), 17) << offset;
+    EXPECT_EQ(header->elementSize, offset == 16 ? 1 : 4);
+  }
+  unsigned int (*hash)(int const&) = nullptr;
+  bool (*equal)(int const&, int const&) = nullptr;
+  float loadFactor = 0;
+  int count = 0;
+  int cursor = 0;
+  read(hash, 24);
+  read(equal, 32);
+  read(loadFactor, 40);
+  read(count, 44);
+  read(cursor, 48);
+  EXPECT_EQ(hash, Itself);
+  EXPECT_EQ(equal, Same);
+  EXPECT_EQ(loadFactor, 0.75F);
+  EXPECT_EQ(count, 3);
+  EXPECT_EQ(cursor, 2);
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST(VRELHashTraitsTest, TruncatesFloatsTowardZero) {
   EXPECT_EQ(VRELHashList<double>::GetHashValue(2.5), 0x46E9572Bu);
 }
 
-TEST(VRELHashTraitsTest, ANumberThatNoIntHoldsHashesAsTheLowestInt) {
+TEST(VRELHashTraitsTest, UnrepresentableFloatHashesAsIntMin) {
   for (float key : {1e20F, -1e20F, 2147483648.0F, std::numeric_limits<float>::quiet_NaN(),
                     std::numeric_limits<float>::infinity()}) {
     SCOPED_TRACE(key);
@@ -49,7 +49,7 @@ TEST(VRELHashTraitsTest, ANumberThatNoIntHoldsHashesAsTheLowestInt) {
   }
 }
 
-TEST(VRELHashTraitsTest, HashesPointersByTheirLowBits) {
+TEST(VRELHashTraitsTest, HashesPointersByLowBits) {
   void* const pointer = reinterpret_cast<void*>(0x7FFF00003039);  // 12345 below
   EXPECT_EQ(VRELHashList<void*>::GetHashValue(pointer), 0x525B58ECu);
   EXPECT_EQ(VRELHashList<void*>::GetHashValue(nullptr), 0u);
@@ -58,13 +58,13 @@ TEST(VRELHashTraitsTest, HashesPointersByTheirLowBits) {
   EXPECT_FALSE(VRELHashList<void*>::HashEqualFunction(pointer, nullptr));
 }
 
-TEST(VRELHashTraitsTest, HashesEnumerationsByTheirNumber) {
+TEST(VRELHashTraitsTest, HashesEnumerationsByNumber) {
   EXPECT_EQ(VRELHashTraits<Colour>::Hash(Colour::red), 0x6A98A1A3u);
   EXPECT_TRUE(VRELHashTraits<Colour>::Equal(Colour::red, Colour::red));
   EXPECT_FALSE(VRELHashTraits<Colour>::Equal(Colour::red, Colour::green));
 }
 
-TEST(VRELHashTraitsTest, OtherTypesGoByTheStandardHashAndEquality) {
+TEST(VRELHashTraitsTest, OtherTypesUseStdHash) {
   EXPECT_EQ(VRELHashTraits<std::string>::Hash("key"),
             VRELMixInteger(static_cast<int>(std::hash<std::string>()("key"))));
   EXPECT_TRUE(VRELHashTraits<std::string>::Equal("key", "key"));

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <list>
 #include <random>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -19,7 +22,7 @@ void* const missing = &values[7];
 
 using Values = std::vector<void*>;
 
-// The values from head to tail, after a check that the ends and the size agree with them.
+// Returns the values from head to tail, and checks ends and size against them.
 Values Contents(VRELList const& list) {
   Values contents;
   for (void* value : list) contents.push_back(value);
@@ -35,7 +38,7 @@ void Fill(VRELList& list, Values const& contents) {
   for (void* value : contents) list.PushBack(value);
 }
 
-TEST(VRELListTest, IsDeletedThroughItsBase) {
+TEST(VRELListTest, IsDeletedThroughBase) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELList>);
 }
 
@@ -50,7 +53,7 @@ TEST(VRELListTest, StartsEmpty) {
   EXPECT_TRUE(list.Find(a) == list.End());
 }
 
-TEST(VRELListTest, PushesAtEitherEnd) {
+TEST(VRELListTest, PushAddsAtBothEnds) {
   VRELList list;
   list.PushFront(b);
   EXPECT_EQ(Contents(list), (Values{b}));
@@ -62,7 +65,7 @@ TEST(VRELListTest, PushesAtEitherEnd) {
   EXPECT_EQ(Contents(list), (Values{a, b, c, a, nullptr}));
 }
 
-TEST(VRELListTest, PopsAtEitherEnd) {
+TEST(VRELListTest, PopRemovesAtBothEnds) {
   VRELList list;
   Fill(list, {a, b, c, a, b});
   list.PopFront();
@@ -76,7 +79,7 @@ TEST(VRELListTest, PopsAtEitherEnd) {
   EXPECT_EQ(Contents(list), Values());
 }
 
-TEST(VRELListTest, PopsNothingFromAnEmptyList) {
+TEST(VRELListTest, PopIgnoresEmptyList) {
   VRELList list;
   list.PopFront();
   list.PopBack();
@@ -86,7 +89,7 @@ TEST(VRELListTest, PopsNothingFromAnEmptyList) {
   EXPECT_EQ(Contents(list), (Values{a}));
 }
 
-TEST(VRELListTest, IsAStackAtItsTail) {
+TEST(VRELListTest, PushAndPopMakeStack) {
   VRELList list;
   list.Push(a);
   list.Push(b);
@@ -95,7 +98,7 @@ TEST(VRELListTest, IsAStackAtItsTail) {
   EXPECT_EQ(list.GetTop(), a);
 }
 
-TEST(VRELListTest, FindsTheFirstNodeWithAValue) {
+TEST(VRELListTest, FindReturnsFirstMatch) {
   VRELList list;
   Fill(list, {a, b, c, b, nullptr});
   VRELList::VRELListNode::VRELListIterator found = list.Find(b);
@@ -106,7 +109,7 @@ TEST(VRELListTest, FindsTheFirstNodeWithAValue) {
   EXPECT_TRUE(list.Find(nullptr) != list.End());
 }
 
-TEST(VRELListTest, IteratesUpToTheEnd) {
+TEST(VRELListTest, IteratesInOrder) {
   VRELList list;
   Fill(list, {a, b});
   VRELList::Iterator place = list.Begin();
@@ -120,7 +123,7 @@ TEST(VRELListTest, IteratesUpToTheEnd) {
   EXPECT_TRUE(place == list.End());
 }
 
-TEST(VRELListTest, ErasesAnywhere) {
+TEST(VRELListTest, EraseRemovesAnyNode) {
   struct {
     int index;
     Values left;
@@ -139,7 +142,7 @@ TEST(VRELListTest, ErasesAnywhere) {
   }
 }
 
-TEST(VRELListTest, ErasesTheOnlyNode) {
+TEST(VRELListTest, EraseRemovesOnlyNode) {
   VRELList list;
   list.PushBack(a);
   list.Erase(list.Find(a));
@@ -148,7 +151,7 @@ TEST(VRELListTest, ErasesTheOnlyNode) {
   EXPECT_EQ(Contents(list), (Values{b}));
 }
 
-TEST(VRELListTest, DoesNotEraseTheEndsOfAnotherList) {
+TEST(VRELListTest, EraseIgnoresEndsOfOtherList) {
   VRELList list;
   VRELList other;
   Fill(list, {a, b});
@@ -159,7 +162,7 @@ TEST(VRELListTest, DoesNotEraseTheEndsOfAnotherList) {
   EXPECT_EQ(Contents(other), (Values{a, b}));
 }
 
-TEST(VRELListTest, RemovesTheFirstMatchOnly) {
+TEST(VRELListTest, RemoveRemovesFirstMatch) {
   VRELList list;
   Fill(list, {a, b, a});
   list.Remove(a);
@@ -190,7 +193,7 @@ TEST(VRELListTest, UniqueRemovesAdjacentDuplicates) {
   }
 }
 
-TEST(VRELListTest, ClearLeavesAnEmptyList) {
+TEST(VRELListTest, ClearLeavesEmptyList) {
   VRELList list;
   Fill(list, {a, b, c});
   list.Clear();
@@ -200,16 +203,16 @@ TEST(VRELListTest, ClearLeavesAnEmptyList) {
   EXPECT_EQ(Contents(list), (Values{b}));
 }
 
-TEST(VRELListTest, ANodeDeletesWhatFollows) {
+TEST(VRELListTest, NodeDeletesSuccessors) {
   auto* const first = new VRELList::VRELListNode(a);
   first->next = new VRELList::VRELListNode(b);
   first->next->next = new VRELList::VRELListNode(c);
   EXPECT_EQ(first->value, a);
   EXPECT_EQ(first->previous, nullptr);
-  delete first;  // the leak checker sees the rest
+  delete first;  // a leak checker sees the others
 }
 
-TEST(VRELListTest, ALongListIsDeletedWithinTheCallStack) {
+TEST(VRELListTest, DeletesMillionNodesIteratively) {
   VRELList list;
   for (int i = 0; i < 1000000; ++i) list.PushBack(a);
   list.Clear();
@@ -224,7 +227,7 @@ TEST(VRELListTest, ALongListIsDeletedWithinTheCallStack) {
   delete first;
 }
 
-TEST(VRELListTest, AgreesWithAModel) {
+TEST(VRELListTest, MatchesModel) {
   std::mt19937 random(3);
   VRELList list;
   std::list<void*> model;
@@ -291,6 +294,77 @@ TEST(VRELListTest, AgreesWithAModel) {
     }
     ASSERT_EQ(Contents(list), Values(model.begin(), model.end())) << round;
   }
+}
+
+TEST(VRELListTest, MoveLeavesSourceEmpty) {
+  VRELList source = {a, b, c};
+  VRELList::Iterator const second = source.Find(b);
+  VRELList target(std::move(source));
+  EXPECT_EQ(Contents(target), (Values{a, b, c}));
+  EXPECT_EQ(Contents(source), Values());
+  target.Erase(second);
+  source.PushBack(c);
+  source = std::move(target);
+  EXPECT_EQ(Contents(source), (Values{a, c}));
+  EXPECT_EQ(Contents(target), Values());
+  target.PushFront(b);
+  EXPECT_EQ(Contents(target), Values{b});
+  VRELList& itself = source;
+  source = std::move(itself);
+  EXPECT_EQ(Contents(source), (Values{a, c}));
+}
+
+TEST(VRELListTest, ComparesInOrder) {
+  VRELList const list = {a, b};
+  EXPECT_TRUE(list == (VRELList{a, b}));
+  EXPECT_FALSE(list != (VRELList{a, b}));
+  EXPECT_TRUE(list != (VRELList{b, a}));
+  EXPECT_TRUE(list != (VRELList{a}));
+  EXPECT_TRUE(list != (VRELList{a, b, c}));
+  EXPECT_TRUE(VRELList() == VRELList());
+  EXPECT_TRUE((VRELList{nullptr}) != VRELList());
+}
+
+TEST(VRELListTest, DeclarationsMatch) {
+  static_assert(std::is_same_v<VRELList::value_type, void*>);
+  static_assert(std::is_same_v<std::iterator_traits<VRELList::Iterator>::value_type, void*>);
+  static_assert(std::is_same_v<VRELList::Iterator, VRELList::VRELListNode::VRELListIterator>);
+  static_assert(std::is_same_v<decltype(&VRELList::GetFront), void* (VRELList::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::GetBack), void* (VRELList::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::GetTop), void* (VRELList::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::GetSize), int (VRELList::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::IsEmpty), bool (VRELList::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::PushFront), void (VRELList::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&VRELList::PushBack), void (VRELList::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&VRELList::Append), void (VRELList::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&VRELList::Push), void (VRELList::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&VRELList::PopFront), void (VRELList::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::PopBack), void (VRELList::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Pop), void (VRELList::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Find), VRELList::Iterator (VRELList::*)(void*) const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Erase), void (VRELList::*)(VRELList::Iterator) noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Remove), void (VRELList::*)(void* const&) noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Unique), void (VRELList::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::Clear), void (VRELList::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELList::End), VRELList::Iterator (VRELList::*)() const noexcept>);
+}
+
+// The fields follow the virtual table: head, tail, size.
+TEST(VRELListTest, FieldOffsetsMatchLayout) {
+  static_assert(sizeof(VRELList) == 32);
+  VRELList list = {a, b, c};
+  char const* const bytes = reinterpret_cast<char const*>(&list);
+  auto const nodeAt = [bytes](std::size_t offset) {
+    VRELList::VRELListNode* node;
+    std::memcpy(&node, bytes + offset, sizeof node);
+    return node;
+  };
+  EXPECT_EQ(nodeAt(8)->value, a);
+  EXPECT_EQ(nodeAt(16)->value, c);
+  int size;
+  std::memcpy(&size, bytes + 24, sizeof size);
+  EXPECT_EQ(size, 3);
+  EXPECT_EQ(nodeAt(8)->next->previous, nodeAt(8));
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ void* const missing = &values[7];
 using Entry = std::pair<long, void*>;
 using Entries = std::vector<Entry>;
 
-// The entries from head to tail, after a check that the ends and the size agree with them.
+// Returns the entries from head to tail, and checks ends and size against them.
 Entries Contents(VRELMap const& map) {
   Entries contents;
   for (VRELMap::Iterator place = map.Begin(); place != map.End(); ++place)
@@ -41,7 +41,7 @@ void Fill(VRELMap& map, Entries const& contents) {
   for (Entry const& entry : contents) map.PushBack(entry.first, entry.second);
 }
 
-TEST(VRELMapTest, IsDeletedThroughItsBase) {
+TEST(VRELMapTest, IsDeletedThroughBase) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELMap>);
 }
 
@@ -54,7 +54,7 @@ TEST(VRELMapTest, StartsEmpty) {
   EXPECT_EQ(map.GetValueByKey(0), nullptr);
 }
 
-TEST(VRELMapTest, PushesAndPopsAtEitherEnd) {
+TEST(VRELMapTest, PushAndPopWorkAtBothEnds) {
   VRELMap map;
   map.PushFront(2, b);
   map.PushFront(1, a);
@@ -75,7 +75,7 @@ TEST(VRELMapTest, PushesAndPopsAtEitherEnd) {
   EXPECT_EQ(Contents(map), Entries());
 }
 
-TEST(VRELMapTest, TakesAnyLongForAKey) {
+TEST(VRELMapTest, TakesAnyLongAsKey) {
   long const low = std::numeric_limits<long>::min();
   long const high = std::numeric_limits<long>::max();
   VRELMap map;
@@ -87,7 +87,7 @@ TEST(VRELMapTest, TakesAnyLongForAKey) {
   EXPECT_EQ(map.GetValueByKey(0), c);
 }
 
-TEST(VRELMapTest, FindsTheFirst) {
+TEST(VRELMapTest, FindReturnsFirstMatch) {
   VRELMap map;
   Fill(map, {{1, a}, {2, b}, {2, c}, {3, b}});
   EXPECT_EQ(map.Find(b).GetKey(), 2);
@@ -98,7 +98,7 @@ TEST(VRELMapTest, FindsTheFirst) {
   EXPECT_EQ(map.GetValueByKey(9), nullptr);
 }
 
-TEST(VRELMapTest, RemovesTheFirst) {
+TEST(VRELMapTest, RemoveRemovesFirstMatch) {
   VRELMap map;
   Fill(map, {{1, a}, {2, b}, {2, c}, {3, b}});
   map.RemoveByKey(2);
@@ -115,7 +115,7 @@ TEST(VRELMapTest, RemovesTheFirst) {
   EXPECT_EQ(Contents(map), Entries());
 }
 
-TEST(VRELMapTest, IteratesBothWays) {
+TEST(VRELMapTest, IteratesInBothDirections) {
   VRELMap map;
   Fill(map, {{1, a}, {2, b}});
   VRELMap::VRELMapNode::VRELMapIterator place = map.Begin();
@@ -137,14 +137,14 @@ TEST(VRELMapTest, IteratesBothWays) {
   EXPECT_EQ(seen, (std::vector<void*>{a, b}));
 }
 
-TEST(VRELMapTest, UniqueLooksAtTheValuesAlone) {
+TEST(VRELMapTest, UniqueIgnoresKeys) {
   VRELMap map;
   Fill(map, {{1, a}, {2, a}, {3, b}, {3, a}});
   map.Unique();
   EXPECT_EQ(Contents(map), (Entries{{1, a}, {3, b}, {3, a}}));
 }
 
-TEST(VRELMapTest, ClearLeavesAnEmptyMap) {
+TEST(VRELMapTest, ClearLeavesEmptyMap) {
   VRELMap map;
   Fill(map, {{1, a}, {2, b}});
   map.Clear();
@@ -153,7 +153,7 @@ TEST(VRELMapTest, ClearLeavesAnEmptyMap) {
   EXPECT_EQ(Contents(map), (Entries{{3, c}}));
 }
 
-TEST(VRELMapTest, ALongMapIsDeletedWithinTheCallStack) {
+TEST(VRELMapTest, DeletesMillionNodesIteratively) {
   VRELMap map;
   for (int i = 0; i < 1000000; ++i) map.PushBack(i, a);
   EXPECT_EQ(map.GetBackKey(), 999999);
@@ -166,8 +166,8 @@ TEST(VRELMapTest, ALongMapIsDeletedWithinTheCallStack) {
   delete first;
 }
 
-// A multimap keeps the values of one key in the order of coming, and so knows what each search by key must find.
-TEST(VRELMapTest, AgreesWithAMultimap) {
+// A multimap keeps the values of one key in order of insertion, and so predicts each search by key.
+TEST(VRELMapTest, MatchesMultimap) {
   std::mt19937 random(4);
   VRELMap map;
   std::multimap<long, void*> model;
@@ -197,7 +197,7 @@ TEST(VRELMapTest, AgreesWithAMultimap) {
   EXPECT_EQ(contents, Entries(model.begin(), model.end()));
 }
 
-TEST(VRELMapTest, AgreesWithAList) {
+TEST(VRELMapTest, MatchesList) {
   std::mt19937 random(5);
   VRELMap map;
   std::list<Entry> model;
@@ -238,6 +238,69 @@ TEST(VRELMapTest, AgreesWithAList) {
     }
     ASSERT_EQ(Contents(map), Entries(model.begin(), model.end())) << round;
   }
+}
+
+TEST(VRELMapTest, MoveLeavesSourceEmpty) {
+  VRELMap source = {{1, a}, {2, b}};
+  VRELMap target(std::move(source));
+  EXPECT_TRUE(source.IsEmpty());
+  EXPECT_EQ(source.GetBack(), nullptr);
+  EXPECT_TRUE(target == (VRELMap{{1, a}, {2, b}}));
+  source.PushBack(3, b);
+  source = std::move(target);
+  EXPECT_TRUE(source == (VRELMap{{1, a}, {2, b}}));
+  EXPECT_TRUE(target.IsEmpty());
+  VRELMap& itself = source;
+  source = std::move(itself);
+  EXPECT_EQ(source.GetSize(), 2);
+}
+
+TEST(VRELMapTest, EntriesBindKeyAndValue) {
+  VRELMap const map = {{5, a}, {-1, b}, {5, nullptr}};
+  std::vector<std::pair<long, void*>> entries;
+  for (auto [key, value] : map.Entries()) entries.emplace_back(key, value);
+  EXPECT_EQ(entries, (std::vector<std::pair<long, void*>>{{5, a}, {-1, b}, {5, nullptr}}));
+  VRELMap const empty;
+  EXPECT_EQ(empty.Entries().begin(), empty.Entries().end());
+}
+
+TEST(VRELMapTest, ComparesInOrder) {
+  VRELMap const map = {{1, a}, {2, b}};
+  EXPECT_FALSE(map != (VRELMap{{1, a}, {2, b}}));
+  EXPECT_TRUE(map != (VRELMap{{2, b}, {1, a}}));
+  EXPECT_TRUE(map != (VRELMap{{1, a}, {3, b}}));
+  EXPECT_TRUE(map != (VRELMap{{1, a}, {2, a}}));
+  EXPECT_TRUE(map != (VRELMap{{1, a}}));
+}
+
+TEST(VRELMapTest, DeclarationsMatch) {
+  using Iterator = VRELMap::VRELMapNode::VRELMapIterator;
+  static_assert(std::is_same_v<decltype(&VRELMap::GetFront), void* (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetBack), void* (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetTop), void* (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetFrontKey), long (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetBackKey), long (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetTopKey), long (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetSize), int (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::IsEmpty), bool (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::PushFront), void (VRELMap::*)(long, void*)>);
+  static_assert(std::is_same_v<decltype(&VRELMap::PushBack), void (VRELMap::*)(long, void*)>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Append), void (VRELMap::*)(long, void*)>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Push), void (VRELMap::*)(long, void*)>);
+  static_assert(std::is_same_v<decltype(&VRELMap::PopFront), void (VRELMap::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::PopBack), void (VRELMap::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Pop), void (VRELMap::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Find), Iterator (VRELMap::*)(void*) const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::FindByKey), Iterator (VRELMap::*)(long) const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::GetValueByKey), void* (VRELMap::*)(long) const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Erase), void (VRELMap::*)(Iterator) noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Remove), void (VRELMap::*)(void* const&) noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::RemoveByKey), void (VRELMap::*)(long) noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Unique), void (VRELMap::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Clear), void (VRELMap::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::Begin), Iterator (VRELMap::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELMap::End), Iterator (VRELMap::*)() const noexcept>);
+  static_assert(sizeof(VRELMap) == 32);
 }
 
 }  // namespace

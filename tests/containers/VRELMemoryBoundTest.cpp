@@ -13,7 +13,7 @@ namespace {
 static_assert(sizeof VRELHeapSizeCurrent == 4 && sizeof VRELHeapSizeMax == 4);
 static_assert(sizeof VRELMemoryAllocCounter == 4 && sizeof VRELMemoryAllocate == 4);
 
-// The 32-bit word that stands this many bytes behind the caller's first byte.
+// Returns the 32-bit word at this offset from the caller's first byte.
 std::uint32_t WordAt(void* block, int offset) {
   std::uint32_t word;
   std::memcpy(&word, static_cast<unsigned char*>(block) + offset, sizeof word);
@@ -21,7 +21,7 @@ std::uint32_t WordAt(void* block, int offset) {
 }
 
 TEST(VRELMemoryBoundTest, CountersStartAtZero) {
-  // In a child, before any other test could have used the allocator here.
+  // In a child process, where no other test has used the allocator.
   EXPECT_EQ(VRELMemoryAllocate, 0u);
   ChildResult const result = RunInChildWithoutTeardown([] {
     VRELHeapSizeCurrent = VRELHeapSizeMax = VRELMemoryAllocCounter = 0;
@@ -42,7 +42,7 @@ TEST(VRELMemoryBoundTest, CountersStartAtZero) {
   EXPECT_EQ(result.output, "");
 }
 
-TEST(VRELMemoryBoundTest, RoundsUpAndLaysGuardsAround) {
+TEST(VRELMemoryBoundTest, RoundsUpAndWritesGuards) {
   struct {
     unsigned int size;
     unsigned int rounded;
@@ -65,7 +65,7 @@ TEST(VRELMemoryBoundTest, RoundsUpAndLaysGuardsAround) {
   }
 }
 
-TEST(VRELMemoryBoundTest, NullIsFreedInSilence) {
+TEST(VRELMemoryBoundTest, FreeIgnoresNull) {
   ChildResult const result = RunInChildWithoutTeardown([] {
     VRELMemoryBoundFree(nullptr);
     return static_cast<int>(VRELHeapSizeCurrent);
@@ -74,7 +74,8 @@ TEST(VRELMemoryBoundTest, NullIsFreedInSilence) {
   EXPECT_EQ(result.output, "");
 }
 
-// Writes one 32-bit word at an offset of a block for 20 bytes (32 rounded, serial 7), frees it, tells what was printed.
+// Writes one 32-bit word at an offset of a block for 20 bytes (32 rounded, serial 7), frees the block and returns what
+// was printed.
 std::string PrintedAfterDamage(int offset, std::uint32_t word) {
   ChildResult const result = RunInChildWithoutTeardown([=] {
     VRELHeapSizeCurrent = 0;
@@ -89,7 +90,7 @@ std::string PrintedAfterDamage(int offset, std::uint32_t word) {
   return result.output;
 }
 
-TEST(VRELMemoryBoundTest, ReportsDamageAndFreesTheBlock) {
+TEST(VRELMemoryBoundTest, ReportsDamageAndFreesBlock) {
   struct {
     int offset;
     std::uint32_t word;
@@ -125,7 +126,7 @@ TEST(VRELMemoryBoundTest, ReportsDamageAndFreesTheBlock) {
   }
 }
 
-TEST(VRELMemoryBoundTest, ADamagedSizeMisplacesTheWordsBehind) {
+TEST(VRELMemoryBoundTest, DamagedSizeMisplacesBackWords) {
   ChildResult const result = RunInChildWithoutTeardown([] {
     VRELHeapSizeCurrent = 0;
     VRELMemoryAllocCounter = 6;
@@ -136,13 +137,13 @@ TEST(VRELMemoryBoundTest, ADamagedSizeMisplacesTheWordsBehind) {
     VRELMemoryBoundFree(block);
     return static_cast<int>(VRELHeapSizeCurrent);
   });
-  EXPECT_EQ(result.exitStatus, 16);  // what the front word said is taken off
+  EXPECT_EQ(result.exitStatus, 16);  // the size in the front word is subtracted
   EXPECT_EQ(result.output,
             "*** Error memory boundary overwrite: szeF=16, cntF=7, db0=0xdeadbeef, db1=0xdeadbeef, db2=0x0, "
             "db3=0x0, cntB=0, szeB=0\n");
 }
 
-TEST(VRELMemoryBoundTest, ADamagedSizeLeadsToNoWordsOutsideTheBlock) {
+TEST(VRELMemoryBoundTest, DamagedSizeReadsNothingOutside) {
   for (std::uint32_t wrong : {0x100000u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
     SCOPED_TRACE(wrong);
     ChildResult const result = RunInChildWithoutTeardown([=] {
@@ -157,7 +158,7 @@ TEST(VRELMemoryBoundTest, ADamagedSizeLeadsToNoWordsOutsideTheBlock) {
   }
 }
 
-TEST(VRELMemoryBoundTest, ASizeThatRoundsBeyond32BitsGivesNoBlock) {
+TEST(VRELMemoryBoundTest, SizeBeyond32BitsFails) {
   unsigned int const serial = VRELMemoryAllocCounter;
   EXPECT_EQ(VRELMemoryBoundAllocate(0xFFFFFFF0u), nullptr);
   EXPECT_EQ(VRELMemoryBoundAllocate(0xFFFFFFFFu), nullptr);

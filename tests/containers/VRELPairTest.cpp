@@ -6,13 +6,13 @@
 
 namespace {
 
-TEST(VRELPairTest, StartsWithDefaults) {
+TEST(VRELPairTest, DefaultsAreZero) {
   VRELPair<int, void*> const pair;
   EXPECT_EQ(pair.key, 0);
   EXPECT_EQ(pair.value, nullptr);
 }
 
-TEST(VRELPairTest, HoldsCopiesOfKeyAndValue) {
+TEST(VRELPairTest, StoresCopies) {
   std::string text = "value";
   VRELPair<int, std::string> pair(7, text);
   text = "changed";
@@ -27,7 +27,7 @@ TEST(VRELPairTest, HoldsCopiesOfKeyAndValue) {
   EXPECT_EQ(pair.value, "values");
 }
 
-TEST(VRELPairTest, IsAssigned) {
+TEST(VRELPairTest, AssignsBothParts) {
   VRELPair<int, std::string> const source(7, "value");
   VRELPair<int, std::string> target;
   EXPECT_EQ(&(target = source), &target);
@@ -35,6 +35,21 @@ TEST(VRELPairTest, IsAssigned) {
   EXPECT_EQ(target.value, "value");
   VRELPair<int, std::string> const copy(source);
   EXPECT_EQ(copy.value, "value");
+}
+
+TEST(VRELPairTest, ComparesBothParts) {
+  VRELPair<std::string, int> const pair("a", 1);
+  EXPECT_TRUE(pair == (VRELPair<std::string, int>("a", 1)));
+  EXPECT_FALSE(pair != (VRELPair<std::string, int>("a", 1)));
+  EXPECT_TRUE(pair != (VRELPair<std::string, int>("b", 1)));
+  EXPECT_TRUE(pair != (VRELPair<std::string, int>("a", 2)));
+}
+
+TEST(VRELPairTest, BindsKeyAndValue) {
+  VRELPair<std::string, int> const pair("a", 1);
+  auto const& [key, value] = pair;
+  EXPECT_EQ(&key, &pair.GetKey());
+  EXPECT_EQ(&value, &pair.GetValue());
 }
 
 }  // namespace

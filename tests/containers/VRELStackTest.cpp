@@ -4,6 +4,8 @@
 
 #include <climits>
 #include <random>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "VirtualSlot.h"
@@ -21,14 +23,14 @@ TEST(VRELStackTest, StartsEmpty) {
   EXPECT_EQ(stack.Size(), 0);
 }
 
-TEST(VRELStackTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELStackTest, VirtualSlotsMatchOrder) {
   EXPECT_EQ(SlotOf(&VRELStack::Size), 0U);
   EXPECT_EQ(SlotOf(&VRELStack::Push), 1U);
   EXPECT_EQ(SlotOf(&VRELStack::Pop), 2U);
   EXPECT_EQ(SlotOf(&VRELStack::GetTop), 3U);
 }
 
-TEST(VRELStackTest, GivesTheLastFirst) {
+TEST(VRELStackTest, PopReturnsLastElement) {
   VRELStack stack;
   EXPECT_EQ(stack.Push(&values[0]), 1);
   EXPECT_EQ(stack.Push(&values[1]), 2);
@@ -43,7 +45,7 @@ TEST(VRELStackTest, GivesTheLastFirst) {
   EXPECT_TRUE(stack.IsEmpty());
 }
 
-TEST(VRELStackTest, GivesElementsByIndex) {
+TEST(VRELStackTest, ElementAtChecksIndex) {
   VRELStack stack;
   stack.Push(&values[0]);
   stack.Push(&values[1]);
@@ -52,7 +54,7 @@ TEST(VRELStackTest, GivesElementsByIndex) {
   for (int index : {-1, 2, 9, 1000000, INT_MIN, INT_MAX}) EXPECT_EQ(stack.ElementAt(index), nullptr) << index;
 }
 
-TEST(VRELStackTest, ACopySharesNothing) {
+TEST(VRELStackTest, CopyIsIndependent) {
   VRELStack source;
   source.Push(&values[0]);
   VRELStack copy(source);
@@ -73,7 +75,7 @@ TEST(VRELStackTest, ACopySharesNothing) {
   EXPECT_EQ(source.GetTop(), &values[1]);
 }
 
-TEST(VRELStackTest, ADerivedClassMayTakePart) {
+TEST(VRELStackTest, DerivedClassCanOverride) {
   struct Counting : VRELStack {
     int Push(void* element) override {
       ++pushes;
@@ -86,7 +88,7 @@ TEST(VRELStackTest, ADerivedClassMayTakePart) {
   EXPECT_EQ(counting.pushes, 1);
 }
 
-TEST(VRELStackTest, AgreesWithAVector) {
+TEST(VRELStackTest, MatchesVector) {
   std::mt19937 random(6);
   VRELStack stack;
   std::vector<void*> model;
@@ -103,6 +105,31 @@ TEST(VRELStackTest, AgreesWithAVector) {
     ASSERT_EQ(stack.Size(), static_cast<int>(model.size()));
   }
   for (std::size_t i = 0; i < model.size(); ++i) ASSERT_EQ(stack.ElementAt(static_cast<int>(i)), model[i]);
+}
+
+TEST(VRELStackTest, MoveLeavesSourceEmpty) {
+  VRELStack source = {&values[0], &values[1]};
+  VRELStack target(std::move(source));
+  EXPECT_EQ(source.Size(), 0);
+  EXPECT_EQ(source.Pop(), nullptr);
+  EXPECT_EQ(target.GetTop(), &values[1]);
+  EXPECT_EQ(source.Push(&values[2]), 1);
+  source = std::move(target);
+  EXPECT_EQ(source.Size(), 2);
+  EXPECT_EQ(target.Size(), 0);
+  EXPECT_TRUE(source == (VRELStack{&values[0], &values[1]}));
+  EXPECT_TRUE(source != (VRELStack{&values[1], &values[0]}));
+  EXPECT_TRUE(source != target);
+}
+
+TEST(VRELStackTest, DeclarationsMatch) {
+  static_assert(std::is_same_v<decltype(&VRELStack::Size), int (VRELStack::*)() const>);
+  static_assert(std::is_same_v<decltype(&VRELStack::Push), int (VRELStack::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&VRELStack::Pop), void* (VRELStack::*)()>);
+  static_assert(std::is_same_v<decltype(&VRELStack::GetTop), void* (VRELStack::*)() const>);
+  static_assert(std::is_same_v<decltype(&VRELStack::IsEmpty), bool (VRELStack::*)() const>);
+  static_assert(std::is_same_v<decltype(&VRELStack::ElementAt), void* (VRELStack::*)(int) const>);
+  static_assert(sizeof(VRELStack) == 16);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ struct Counted {
     ++calls;
     return *this;
   }
-  // Nobody asks for it.
+  // Never called.
   Counted* operator&() {
     ++calls;
     return nullptr;
@@ -34,7 +34,7 @@ struct Counted {
   static inline int calls = 0;
 };
 
-TEST(VRELSwapObjectBytesTest, CallsNothingOfTheType) {
+TEST(VRELSwapObjectBytesTest, CallsNoOperationOfType) {
   Counted a(1);
   Counted b(2);
   VRELSwapObjectBytes(a, b);
@@ -43,7 +43,7 @@ TEST(VRELSwapObjectBytesTest, CallsNothingOfTheType) {
   EXPECT_EQ(Counted::calls, 0);
 }
 
-TEST(VRELSwapObjectBytesTest, WhatIsOwnedChangesItsOwner) {
+TEST(VRELSwapObjectBytesTest, ExchangesOwnedMemory) {
   auto a = std::make_unique<int>(1);
   std::unique_ptr<int> b;
   int const* const place = a.get();

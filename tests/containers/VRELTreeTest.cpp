@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "ChildProcess.h"
@@ -19,7 +20,7 @@ using Node = VRELTree::VRELTreeNode;
 using Iterator = VRELTree::VRELTreeNode::VRELTreeNodeIterator;
 using Nodes = std::vector<Node*>;
 
-// An object that nobody looks at, known by its number.
+// An object that is never dereferenced.
 void* Object(std::intptr_t number) {
   return reinterpret_cast<void*>(number);
 }
@@ -32,16 +33,16 @@ Nodes ToVector(VRELDynamicArray<Node*> const& array) {
   return Nodes(array.begin(), array.end());
 }
 
-// What the walk gives after its start.
-Nodes WalkFrom(Node* start) {
-  Iterator walk(start);
-  Nodes met;
-  while (Node* const node = walk.GetNextNode()) met.push_back(node);
-  EXPECT_EQ(walk.GetCurrentNode(), nullptr);
-  return met;
+// Returns the nodes that an iterator visits after its start.
+Nodes VisitedFrom(Node* start) {
+  Iterator iterator(start);
+  Nodes visited;
+  while (Node* const node = iterator.GetNextNode()) visited.push_back(node);
+  EXPECT_EQ(iterator.GetCurrentNode(), nullptr);
+  return visited;
 }
 
-TEST(VRELTreeTest, MayHaveNoRoot) {
+TEST(VRELTreeTest, StartsWithoutRoot) {
   VRELTree tree;
   EXPECT_EQ(tree.GetRoot(), nullptr);
   EXPECT_EQ(tree.GetChildCount(), 0);
@@ -51,7 +52,7 @@ TEST(VRELTreeTest, MayHaveNoRoot) {
   EXPECT_EQ(tree.GetRoot(), nullptr);
 }
 
-TEST(VRELTreeTest, MakesARootForAnObject) {
+TEST(VRELTreeTest, ConstructorMakesRoot) {
   VRELTree tree(Object(1));
   ASSERT_NE(tree.GetRoot(), nullptr);
   EXPECT_EQ(tree.GetRoot()->GetObjectPtr(), Object(1));
@@ -64,7 +65,7 @@ TEST(VRELTreeTest, MakesARootForAnObject) {
   EXPECT_EQ(root->GetObjectPtr(), Object(2));
 }
 
-TEST(VRELTreeTest, TakesAndLeavesRootsWithoutDeletingThem) {
+TEST(VRELTreeTest, SetRootDeletesNothing) {
   VRELTree tree(Object(1));
   std::unique_ptr<Node> const first(tree.GetRoot());
   auto second = std::make_unique<Node>(Object(2));
@@ -77,14 +78,14 @@ TEST(VRELTreeTest, TakesAndLeavesRootsWithoutDeletingThem) {
   tree.SetRoot(second.release());
 }
 
-TEST(VRELTreeTest, ANodeHoldsItsObject) {
+TEST(VRELTreeTest, NodeStoresObject) {
   Node node;
   EXPECT_EQ(node.GetObjectPtr(), nullptr);
   node.SetObjectPtr(Object(3));
   EXPECT_EQ(node.GetObjectPtr(), Object(3));
 }
 
-TEST(VRELTreeTest, AddChildMakesALinkedNode) {
+TEST(VRELTreeTest, AddChildLinksNewNode) {
   Node parent(Object(1));
   EXPECT_EQ(parent.AddChild(nullptr), nullptr);
   EXPECT_EQ(parent.GetChildren().size(), 0);
@@ -97,7 +98,7 @@ TEST(VRELTreeTest, AddChildMakesALinkedNode) {
   EXPECT_EQ(ToVector(parent.GetChildren()), (Nodes{child, second}));
 }
 
-TEST(VRELTreeTest, AddChildPtrLinksANode) {
+TEST(VRELTreeTest, AddChildPtrLinksNode) {
   Node parent(Object(1));
   auto* const child = new Node(Object(2));
   parent.AddChildPtr(child);
@@ -106,7 +107,7 @@ TEST(VRELTreeTest, AddChildPtrLinksANode) {
   EXPECT_EQ(ToVector(child->GetParents()), (Nodes{&parent}));
 }
 
-TEST(VRELTreeTest, AddParentLeavesTheParentsChildrenAlone) {
+TEST(VRELTreeTest, AddParentKeepsChildrenOfParent) {
   Node child(Object(2));
   {
     Node parent(Object(1));
@@ -129,33 +130,33 @@ struct SmallTree {
   Node* five = three->AddChild(Object(5));
 };
 
-TEST(VRELTreeTest, WalksDepthFirstInChildOrder) {
+TEST(VRELTreeTest, VisitsDepthFirstInChildOrder) {
   SmallTree tree;
-  Iterator walk(&tree.root);
-  EXPECT_EQ(walk.GetCurrentNode(), &tree.root);
-  EXPECT_EQ(walk.GetCurrentObject(), Object(1));
-  EXPECT_EQ(walk.GetNextNode(), tree.two);
-  EXPECT_EQ(walk.GetCurrentNode(), tree.two);
-  EXPECT_EQ(walk.GetCurrentObject(), Object(2));
-  EXPECT_EQ(walk.GetNextObject(), Object(4));
-  EXPECT_EQ(walk.GetNextNode(), tree.three);
-  EXPECT_EQ(walk.GetNextNode(), tree.five);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  EXPECT_EQ(walk.GetCurrentNode(), nullptr);
-  EXPECT_EQ(walk.GetCurrentObject(), nullptr);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  EXPECT_EQ(walk.GetNextObject(), nullptr);
+  Iterator iterator(&tree.root);
+  EXPECT_EQ(iterator.GetCurrentNode(), &tree.root);
+  EXPECT_EQ(iterator.GetCurrentObject(), Object(1));
+  EXPECT_EQ(iterator.GetNextNode(), tree.two);
+  EXPECT_EQ(iterator.GetCurrentNode(), tree.two);
+  EXPECT_EQ(iterator.GetCurrentObject(), Object(2));
+  EXPECT_EQ(iterator.GetNextObject(), Object(4));
+  EXPECT_EQ(iterator.GetNextNode(), tree.three);
+  EXPECT_EQ(iterator.GetNextNode(), tree.five);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  EXPECT_EQ(iterator.GetCurrentNode(), nullptr);
+  EXPECT_EQ(iterator.GetCurrentObject(), nullptr);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  EXPECT_EQ(iterator.GetNextObject(), nullptr);
 }
 
-TEST(VRELTreeTest, AWalkFromNowhereEndsAtOnce) {
-  Iterator walk(nullptr);
-  EXPECT_EQ(walk.GetCurrentNode(), nullptr);
-  EXPECT_EQ(walk.GetCurrentObject(), nullptr);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  EXPECT_EQ(walk.GetNextObject(), nullptr);
+TEST(VRELTreeTest, IteratorOfNullIsAtEnd) {
+  Iterator iterator(nullptr);
+  EXPECT_EQ(iterator.GetCurrentNode(), nullptr);
+  EXPECT_EQ(iterator.GetCurrentObject(), nullptr);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  EXPECT_EQ(iterator.GetNextObject(), nullptr);
 }
 
-TEST(VRELTreeTest, WalksDoNotInterfere) {
+TEST(VRELTreeTest, IteratorsAreIndependent) {
   SmallTree tree;
   Iterator one(&tree.root);
   Iterator two(&tree.root);
@@ -166,104 +167,104 @@ TEST(VRELTreeTest, WalksDoNotInterfere) {
   EXPECT_EQ(two.GetNextNode(), tree.four);
 }
 
-TEST(VRELTreeTest, SetNodeKeepsWhatWasVisitedAndTheWayBack) {
+TEST(VRELTreeTest, SetNodeKeepsVisitedAndPath) {
   SmallTree tree;
-  Iterator walk(&tree.root);
-  EXPECT_EQ(walk.GetNextNode(), tree.two);
-  walk.SetNode(tree.three);
-  EXPECT_EQ(walk.GetCurrentNode(), tree.three);
-  EXPECT_EQ(walk.GetNextNode(), tree.five);
-  // Back over three and then root, whose child behind two is three, not yet visited.
-  EXPECT_EQ(walk.GetNextNode(), tree.three);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  walk.SetNode(&tree.root);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
+  Iterator iterator(&tree.root);
+  EXPECT_EQ(iterator.GetNextNode(), tree.two);
+  iterator.SetNode(tree.three);
+  EXPECT_EQ(iterator.GetCurrentNode(), tree.three);
+  EXPECT_EQ(iterator.GetNextNode(), tree.five);
+  // Returns over three to root, whose child after two is three, not yet visited.
+  EXPECT_EQ(iterator.GetNextNode(), tree.three);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  iterator.SetNode(&tree.root);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
 }
 
-TEST(VRELTreeTest, ClearForgetsWhatWasVisitedAndTheWayBack) {
+TEST(VRELTreeTest, ClearForgetsVisitedAndPath) {
   SmallTree tree;
-  Iterator walk(&tree.root);
-  EXPECT_EQ(walk.GetNextNode(), tree.two);
-  EXPECT_EQ(walk.GetNextNode(), tree.four);
-  walk.SetNode(tree.two);
-  EXPECT_EQ(walk.GetNextNode(), tree.three);
-  walk.SetNode(tree.two);
-  walk.Clear();
-  EXPECT_EQ(walk.GetCurrentNode(), tree.two);
-  EXPECT_EQ(walk.GetNextNode(), tree.four);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  walk.SetNode(&tree.root);
-  walk.Clear();
-  EXPECT_EQ(walk.GetNextNode(), tree.two);
-  // Without the way back the walk never comes to three.
-  walk.Clear();
-  EXPECT_EQ(walk.GetNextNode(), tree.four);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
+  Iterator iterator(&tree.root);
+  EXPECT_EQ(iterator.GetNextNode(), tree.two);
+  EXPECT_EQ(iterator.GetNextNode(), tree.four);
+  iterator.SetNode(tree.two);
+  EXPECT_EQ(iterator.GetNextNode(), tree.three);
+  iterator.SetNode(tree.two);
+  iterator.Clear();
+  EXPECT_EQ(iterator.GetCurrentNode(), tree.two);
+  EXPECT_EQ(iterator.GetNextNode(), tree.four);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  iterator.SetNode(&tree.root);
+  iterator.Clear();
+  EXPECT_EQ(iterator.GetNextNode(), tree.two);
+  // Without the path, three is not reached.
+  iterator.Clear();
+  EXPECT_EQ(iterator.GetNextNode(), tree.four);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
 }
 
-TEST(VRELTreeTest, ChildrenMayComeDuringAWalk) {
+TEST(VRELTreeTest, ChildrenCanBeAddedDuringIteration) {
   SmallTree tree;
-  Iterator walk(&tree.root);
-  EXPECT_EQ(walk.GetNextNode(), tree.two);
+  Iterator iterator(&tree.root);
+  EXPECT_EQ(iterator.GetNextNode(), tree.two);
   Node* const six = tree.two->AddChild(Object(6));
-  EXPECT_EQ(walk.GetNextNode(), tree.four);
-  EXPECT_EQ(walk.GetNextNode(), six);
-  EXPECT_EQ(walk.GetNextNode(), tree.three);
+  EXPECT_EQ(iterator.GetNextNode(), tree.four);
+  EXPECT_EQ(iterator.GetNextNode(), six);
+  EXPECT_EQ(iterator.GetNextNode(), tree.three);
 }
 
-TEST(VRELTreeTest, ANodeOfTwoParentsIsMetOnce) {
+TEST(VRELTreeTest, VisitsNodeOfTwoParentsOnce) {
   SmallTree tree;
   tree.three->AddChildPtr(tree.four);
-  EXPECT_EQ(WalkFrom(&tree.root), (Nodes{tree.two, tree.four, tree.three, tree.five}));
-  EXPECT_EQ(WalkFrom(tree.three), (Nodes{tree.five, tree.four}));
+  EXPECT_EQ(VisitedFrom(&tree.root), (Nodes{tree.two, tree.four, tree.three, tree.five}));
+  EXPECT_EQ(VisitedFrom(tree.three), (Nodes{tree.five, tree.four}));
 }
 
-TEST(VRELTreeTest, TheStartIsMetAgainThroughACircleOnce) {
+TEST(VRELTreeTest, VisitsStartAgainThroughCycleOnce) {
   VRELTree tree(Object(1));
   Node* const root = tree.GetRoot();
   Node* const two = root->AddChild(Object(2));
   Node* const three = two->AddChild(Object(3));
   three->AddChildPtr(root);
-  EXPECT_EQ(WalkFrom(root), (Nodes{two, three, root}));
-  EXPECT_EQ(WalkFrom(two), (Nodes{three, root, two}));
+  EXPECT_EQ(VisitedFrom(root), (Nodes{two, three, root}));
+  EXPECT_EQ(VisitedFrom(two), (Nodes{three, root, two}));
   EXPECT_EQ(tree.GetChildCount(), 4);
 }
 
-TEST(VRELTreeTest, ANodeMayBeItsOwnChild) {
+TEST(VRELTreeTest, NodeCanBeItsOwnChild) {
   VRELTree tree(Object(1));
   tree.GetRoot()->AddChildPtr(tree.GetRoot());
-  EXPECT_EQ(WalkFrom(tree.GetRoot()), (Nodes{tree.GetRoot()}));
+  EXPECT_EQ(VisitedFrom(tree.GetRoot()), (Nodes{tree.GetRoot()}));
 }
 
-TEST(VRELTreeTest, AWalkEndsAtANullChild) {
+TEST(VRELTreeTest, IterationEndsAtNullChild) {
   VRELTree tree(Object(1));
   Node* const two = tree.GetRoot()->AddChild(Object(2));
   tree.GetRoot()->AddChildPtr(nullptr);
   tree.GetRoot()->AddChild(Object(3));
-  EXPECT_EQ(WalkFrom(tree.GetRoot()), (Nodes{two}));
+  EXPECT_EQ(VisitedFrom(tree.GetRoot()), (Nodes{two}));
   EXPECT_EQ(tree.GetChildCount(), 2);
 }
 
-TEST(VRELTreeTest, AWalkGoesOnBehindANullChildFromAnotherNode) {
+TEST(VRELTreeTest, SetNodeContinuesAfterNullChild) {
   VRELTree tree(Object(1));
   Node* const two = tree.GetRoot()->AddChild(Object(2));
   tree.GetRoot()->AddChildPtr(nullptr);
   Node* const three = tree.GetRoot()->AddChild(Object(3));
-  Iterator walk(tree.GetRoot());
-  EXPECT_EQ(walk.GetNextNode(), two);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
-  walk.SetNode(two);
-  EXPECT_EQ(walk.GetNextNode(), three);
-  EXPECT_EQ(walk.GetNextNode(), nullptr);
+  Iterator iterator(tree.GetRoot());
+  EXPECT_EQ(iterator.GetNextNode(), two);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
+  iterator.SetNode(two);
+  EXPECT_EQ(iterator.GetNextNode(), three);
+  EXPECT_EQ(iterator.GetNextNode(), nullptr);
 }
 
-TEST(VRELTreeTest, ItsClassesAreDeletedThroughTheirBases) {
+TEST(VRELTreeTest, ClassesAreDeletedThroughBase) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELTree>);
   EXPECT_TRUE(std::has_virtual_destructor_v<Node>);
   EXPECT_TRUE(std::has_virtual_destructor_v<Iterator>);
 }
 
-TEST(VRELTreeTest, AsAKeyANodeIsHashedByAddressAndComparedByObject) {
+TEST(VRELTreeTest, NodeKeyUsesAddressHashAndObjectEquality) {
   using List = VRELHashList<Node*>;
   Node one(Object(7));
   Node twin(Object(7));
@@ -278,7 +279,7 @@ TEST(VRELTreeTest, AsAKeyANodeIsHashedByAddressAndComparedByObject) {
   EXPECT_NE(List::GetHashValue(&one), List::GetHashValue(&twin));
 }
 
-TEST(VRELTreeTest, CountsWhatAWalkMeets) {
+TEST(VRELTreeTest, GetChildCountCountsReachedNodes) {
   VRELTree tree(Object(1));
   Node* const two = tree.GetRoot()->AddChild(Object(2));
   Node* const three = tree.GetRoot()->AddChild(Object(3));
@@ -293,7 +294,7 @@ TEST(VRELTreeTest, CountsWhatAWalkMeets) {
   for (auto const& row : rows) EXPECT_EQ(tree.GetChildCount(Object(row.object)), row.count) << row.object;
 }
 
-TEST(VRELTreeTest, CountsFromTheFirstNodeWithTheObject) {
+TEST(VRELTreeTest, GetChildCountStartsAtFirstMatch) {
   VRELTree tree(Object(1));
   Node* const two = tree.GetRoot()->AddChild(Object(2));
   Node* const first = two->AddChild(Object(9));
@@ -306,7 +307,7 @@ bool IsBelow(void* key, void* object) {
   return NumberOf(object) < NumberOf(key);
 }
 
-TEST(VRELTreeTest, FindsInTheOrderOfTheWalk) {
+TEST(VRELTreeTest, FindReturnsTraversalOrder) {
   VRELTree tree(Object(3));
   Node* const one = tree.GetRoot()->AddChild(Object(1));
   Node* const nine = tree.GetRoot()->AddChild(Object(9));
@@ -317,7 +318,7 @@ TEST(VRELTreeTest, FindsInTheOrderOfTheWalk) {
   EXPECT_EQ(ToVector(found), (Nodes{tree.GetRoot(), one, two, four}));
 }
 
-TEST(VRELTreeTest, FindAddsToItsArray) {
+TEST(VRELTreeTest, FindAppendsToArray) {
   VRELTree tree(Object(3));
   VRELDynamicArray<Node*> found;
   EXPECT_EQ(tree.Find(Object(0), IsBelow, &found), VREL_S_NO_ENTITY);
@@ -325,14 +326,14 @@ TEST(VRELTreeTest, FindAddsToItsArray) {
   EXPECT_EQ(tree.Find(Object(4), IsBelow, &found), VREL_S_OK);
   EXPECT_EQ(tree.Find(Object(4), IsBelow, &found), VREL_S_OK);
   EXPECT_EQ(ToVector(found), (Nodes{tree.GetRoot(), tree.GetRoot()}));
-  // Nothing new, and yet the array is not empty.
+  // Adds nothing, but the array is not empty.
   EXPECT_EQ(tree.Find(Object(0), IsBelow, &found), VREL_S_OK);
   EXPECT_EQ(found.size(), 2);
   VRELDynamicArray<Node*> none;
   EXPECT_EQ(VRELTree().Find(Object(4), IsBelow, &none), VREL_S_NO_ENTITY);
 }
 
-TEST(VRELTreeTest, FindRefusesNull) {
+TEST(VRELTreeTest, FindRejectsNull) {
   VRELTree tree(Object(3));
   VRELDynamicArray<Node*> found;
   EXPECT_EQ(tree.Find(Object(4), nullptr, &found), VREL_E_INVALID_ARGUMENT);
@@ -340,7 +341,7 @@ TEST(VRELTreeTest, FindRefusesNull) {
   EXPECT_EQ(tree.Find(nullptr, IsBelow, &found), VREL_S_NO_ENTITY);
 }
 
-TEST(VRELTreeTest, DumpsToStandardOutput) {
+TEST(VRELTreeTest, DumpPrintsNodes) {
   ChildResult const result = RunInChild([] {
     VRELTree tree(Object(1));
     Node* const two = tree.GetRoot()->AddChild(Object(2));
@@ -359,7 +360,7 @@ TEST(VRELTreeTest, DumpsToStandardOutput) {
             "\n-3 # Parents 1: 1 \n-3 # Children 2: 4 0 \n");
 }
 
-TEST(VRELTreeTest, DumpsThatThereIsNoRoot) {
+TEST(VRELTreeTest, DumpReportsMissingRoot) {
   ChildResult const result = RunInChild([] {
     VRELTree().Dump();
     return 0;
@@ -368,7 +369,7 @@ TEST(VRELTreeTest, DumpsThatThereIsNoRoot) {
   EXPECT_EQ(result.output, "No Root Node found.");
 }
 
-// Writes its number down when it dies.
+// Records its number when it is destroyed.
 class Recorder : public Node {
  public:
   Recorder(int theNumber, std::vector<int>& theDead) : Node(Object(theNumber)), number(theNumber), dead(theDead) {}
@@ -382,7 +383,7 @@ class Recorder : public Node {
   std::vector<int>& dead;
 };
 
-TEST(VRELTreeTest, ANodeDeletesItsDescendantsThroughTheirOwnDestructors) {
+TEST(VRELTreeTest, DeletesDescendantsOfDerivedClasses) {
   std::vector<int> dead;
   {
     VRELTree tree;
@@ -398,7 +399,7 @@ TEST(VRELTreeTest, ANodeDeletesItsDescendantsThroughTheirOwnDestructors) {
   EXPECT_EQ(dead, (std::vector<int>{1, 2, 4, 5, 3}));
 }
 
-TEST(VRELTreeTest, WhatADestructorThrowsIsDropped) {
+TEST(VRELTreeTest, DropsExceptionsOfDestructors) {
   std::vector<int> dead;
   {
     auto* const root = new Recorder(-1, dead);
@@ -413,7 +414,7 @@ TEST(VRELTreeTest, WhatADestructorThrowsIsDropped) {
   EXPECT_EQ(dead, (std::vector<int>{-1, -2, -3, 4, 5}));
 }
 
-TEST(VRELTreeTest, ANodeOfSeveralParentsIsDeletedOnce) {
+TEST(VRELTreeTest, DeletesNodeOfSeveralParentsOnce) {
   std::vector<int> dead;
   {
     VRELTree tree(Object(1));
@@ -430,7 +431,7 @@ TEST(VRELTreeTest, ANodeOfSeveralParentsIsDeletedOnce) {
   EXPECT_EQ(dead, (std::vector<int>{4, 5}));
 }
 
-TEST(VRELTreeTest, ACircleIsDeletedOnce) {
+TEST(VRELTreeTest, DeletesCycleOnce) {
   std::vector<int> dead;
   {
     VRELTree tree;
@@ -444,7 +445,7 @@ TEST(VRELTreeTest, ACircleIsDeletedOnce) {
   EXPECT_EQ(dead, (std::vector<int>{1, 2}));
 }
 
-TEST(VRELTreeTest, ADyingNodeLeavesTheListsOfItsNeighbours) {
+TEST(VRELTreeTest, DeletedNodeIsUnlinkedFromNeighbours) {
   Node parent(Object(1));
   Node other(Object(2));
   Node* const first = parent.AddChild(Object(3));
@@ -463,7 +464,7 @@ TEST(VRELTreeTest, ADyingNodeLeavesTheListsOfItsNeighbours) {
   EXPECT_EQ(ToVector(second->GetParents()), (Nodes{&parent}));
 }
 
-TEST(VRELTreeTest, AChildThatIsTakenOutOutlivesItsParent) {
+TEST(VRELTreeTest, RemovedChildOutlivesParent) {
   auto parent = std::make_unique<Node>(Object(1));
   std::unique_ptr<Node> const child(parent->AddChild(Object(2)));
   vrelArrayRemove<Node*>(parent->GetChildren(), child.get());
@@ -471,7 +472,7 @@ TEST(VRELTreeTest, AChildThatIsTakenOutOutlivesItsParent) {
   EXPECT_EQ(child->GetParents().size(), 0);
 }
 
-// Its destructor works on the tree around it.
+// Its destructor changes the tree around it.
 class Meddler : public Node {
  public:
   explicit Meddler(void* theObject) : Node(theObject) {}
@@ -486,7 +487,7 @@ class Meddler : public Node {
 };
 int Meddler::childrenSeen = 0;
 
-TEST(VRELTreeTest, ADestructorMayDeleteOtherNodes) {
+TEST(VRELTreeTest, DestructorCanDeleteOtherNodes) {
   std::vector<int> dead;
   Meddler::childrenSeen = 0;
   {
@@ -506,64 +507,64 @@ TEST(VRELTreeTest, ADestructorMayDeleteOtherNodes) {
   EXPECT_EQ(dead, (std::vector<int>{3, 7, 4}));
 }
 
-constexpr int many = 100000;
+constexpr int kMany = 100000;
 
-TEST(VRELTreeTest, ADeepTreeNeedsNoDeepCallStack) {
+TEST(VRELTreeTest, DeletesMillionLevelsIteratively) {
+  constexpr int levels = 1000000;
   VRELTree tree(Object(1));
   Node* last = tree.GetRoot();
-  for (int i = 1; i < many; ++i) last = last->AddChild(Object(i + 1));
-  EXPECT_EQ(tree.GetChildCount(), many);
-  EXPECT_EQ(tree.GetChildCount(Object(many)), 1);
+  for (int i = 1; i < levels; ++i) last = last->AddChild(Object(i + 1));
+  EXPECT_EQ(tree.GetChildCount(), levels);
 }
 
-TEST(VRELTreeTest, AWideTreeIsWalked) {
+TEST(VRELTreeTest, VisitsWideTree) {
   VRELTree tree(Object(1));
-  for (int i = 1; i < many; ++i) tree.GetRoot()->AddChild(Object(i + 1));
-  EXPECT_EQ(tree.GetChildCount(), many);
-  EXPECT_EQ(tree.GetChildCount(Object(many)), 1);
+  for (int i = 1; i < kMany; ++i) tree.GetRoot()->AddChild(Object(i + 1));
+  EXPECT_EQ(tree.GetChildCount(), kMany);
+  EXPECT_EQ(tree.GetChildCount(Object(kMany)), 1);
 }
 
-TEST(VRELTreeTest, ANodeOfManyParentsIsWalkedAndDeleted) {
+TEST(VRELTreeTest, VisitsNodeOfManyParents) {
   VRELTree tree(Object(1));
   auto* const shared = new Node(Object(2));
-  for (int i = 0; i < many; ++i) tree.GetRoot()->AddChild(Object(i + 3))->AddChildPtr(shared);
-  EXPECT_EQ(tree.GetChildCount(), many + 2);
+  for (int i = 0; i < kMany; ++i) tree.GetRoot()->AddChild(Object(i + 3))->AddChildPtr(shared);
+  EXPECT_EQ(tree.GetChildCount(), kMany + 2);
 }
 
-// The walk again, by nested calls.
-void ModelWalk(Node* node, std::set<Node*>& visited, Nodes& met) {
+// The traversal as a recursive function.
+void ModelTraversal(Node* node, std::set<Node*>& seen, Nodes& order) {
   for (Node* child : node->GetChildren()) {
-    if (!visited.insert(child).second) continue;
-    met.push_back(child);
-    ModelWalk(child, visited, met);
+    if (!seen.insert(child).second) continue;
+    order.push_back(child);
+    ModelTraversal(child, seen, order);
   }
 }
 
-TEST(VRELTreeTest, AgreesWithAModelOnRandomGraphs) {
+TEST(VRELTreeTest, MatchesModelOnRandomGraphs) {
   std::mt19937 random(7);
   for (int round = 0; round < 200; ++round) {
     std::vector<int> dead;
     int const count = 1 + static_cast<int>(random() % 60);
     Nodes nodes;
     for (int i = 0; i < count; ++i) nodes.push_back(new Recorder(i + 1, dead));
-    // All hang below the first one; more links run anywhere.
+    // All are descendants of the first one; more links are random.
     for (int i = 1; i < count; ++i)
       nodes[random() % static_cast<unsigned>(i)]->AddChildPtr(nodes[static_cast<unsigned>(i)]);
     for (int i = 0; i < count / 2; ++i) nodes[random() % nodes.size()]->AddChildPtr(nodes[random() % nodes.size()]);
     for (Node* start : nodes) {
       std::set<Node*> visited;
-      Nodes met;
-      ModelWalk(start, visited, met);
-      ASSERT_EQ(WalkFrom(start), met) << round;
+      Nodes expected;
+      ModelTraversal(start, visited, expected);
+      ASSERT_EQ(VisitedFrom(start), expected) << round;
     }
-    // Some leave early, with what hangs below them.
+    // Some are deleted early, with their descendants.
     VRELTree tree;
     tree.SetRoot(nodes.front());
     if (count > 1 && round % 2 == 0) {
       Node* const victim = nodes[1 + random() % (nodes.size() - 1)];
       std::set<Node*> doomed = {victim};
       Nodes below;
-      ModelWalk(victim, doomed, below);
+      ModelTraversal(victim, doomed, below);
       if (doomed.count(nodes.front()) == 0) {
         delete victim;
         ASSERT_EQ(dead.size(), doomed.size());
@@ -579,6 +580,68 @@ TEST(VRELTreeTest, AgreesWithAModelOnRandomGraphs) {
     ASSERT_EQ(dead.size(), nodes.size());
     ASSERT_EQ(std::set<int>(dead.begin(), dead.end()).size(), nodes.size());
   }
+}
+
+TEST(VRELTreeTest, MoveLeavesSourceWithoutRoot) {
+  std::vector<int> dead;
+  {
+    VRELTree source;
+    source.SetRoot(new Recorder(1, dead));
+    Node* const root = source.GetRoot();
+    VRELTree target(std::move(source));
+    EXPECT_EQ(target.GetRoot(), root);
+    EXPECT_EQ(source.GetRoot(), nullptr);
+    source.SetRoot(new Recorder(2, dead));
+    target = std::move(source);
+    EXPECT_EQ(dead, std::vector<int>{1});
+    EXPECT_EQ(source.GetRoot(), nullptr);
+    VRELTree& itself = target;
+    target = std::move(itself);
+    EXPECT_NE(target.GetRoot(), nullptr);
+    EXPECT_EQ(dead, std::vector<int>{1});
+  }
+  EXPECT_EQ(dead, (std::vector<int>{1, 2}));
+}
+
+TEST(VRELTreeTest, DeclarationsMatch) {
+  using Match = bool (*)(void*, void*);
+  static_assert(std::is_same_v<decltype(static_cast<void (VRELTree::*)(Node*) noexcept>(&VRELTree::SetRoot)),
+                               void (VRELTree::*)(Node*) noexcept>);
+  static_assert(std::is_same_v<decltype(static_cast<void (VRELTree::*)(void*) noexcept>(&VRELTree::SetRoot)),
+                               void (VRELTree::*)(void*) noexcept>);
+  static_assert(std::is_same_v<decltype(static_cast<int (VRELTree::*)() const>(&VRELTree::GetChildCount)),
+                               int (VRELTree::*)() const>);
+  static_assert(std::is_same_v<decltype(static_cast<int (VRELTree::*)(void*) const>(&VRELTree::GetChildCount)),
+                               int (VRELTree::*)(void*) const>);
+  static_assert(std::is_same_v<decltype(&VRELTree::GetRoot), Node* (VRELTree::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELTree::ClearRoot), void (VRELTree::*)() noexcept>);
+  static_assert(std::is_same_v<decltype(&VRELTree::Find),
+                               VRINResult (VRELTree::*)(void*, Match, VRELDynamicArray<Node*>*) const>);
+  static_assert(std::is_same_v<decltype(&VRELTree::Dump), void (VRELTree::*)() const>);
+  static_assert(std::is_same_v<decltype(&Node::GetObjectPtr), void* (Node::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Node::SetObjectPtr), void (Node::*)(void*) noexcept>);
+  static_assert(std::is_same_v<decltype(&Node::AddChild), Node* (Node::*)(void*)>);
+  static_assert(std::is_same_v<decltype(&Node::AddChildPtr), void (Node::*)(Node*)>);
+  static_assert(std::is_same_v<decltype(&Node::AddParent), void (Node::*)(Node*)>);
+  static_assert(std::is_same_v<decltype(&Iterator::GetCurrentNode), Node* (Iterator::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Iterator::GetCurrentObject), void* (Iterator::*)() const noexcept>);
+  static_assert(std::is_same_v<decltype(&Iterator::GetNextNode), Node* (Iterator::*)()>);
+  static_assert(std::is_same_v<decltype(&Iterator::GetNextObject), void* (Iterator::*)()>);
+  static_assert(std::is_same_v<decltype(&Iterator::SetNode), void (Iterator::*)(Node*) noexcept>);
+  static_assert(std::is_same_v<decltype(&Iterator::Clear), void (Iterator::*)()>);
+}
+
+// The fields follow the virtual table: the root of a tree; object, parents and children of a node.
+TEST(VRELTreeTest, FieldOffsetsMatchLayout) {
+  static_assert(sizeof(VRELTree) == 16);
+  VRELTree tree(Object(1));
+  Node* const root = tree.GetRoot();
+  EXPECT_EQ(reinterpret_cast<Node**>(&tree)[1], root);
+  EXPECT_EQ(reinterpret_cast<void**>(root)[1], Object(1));
+  EXPECT_EQ(static_cast<void*>(&root->GetParents()), reinterpret_cast<char*>(root) + 16);
+  EXPECT_EQ(static_cast<void*>(&root->GetChildren()), reinterpret_cast<char*>(root) + 24);
+  Iterator iterator(root);
+  EXPECT_EQ(reinterpret_cast<Node**>(&iterator)[1], root);
 }
 
 }  // namespace

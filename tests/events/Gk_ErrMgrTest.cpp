@@ -5,6 +5,7 @@
 #include <string>
 #include <type_traits>
 
+#include "ChildProcess.h"
 #include "RecordingListener.h"
 #include "VRELAbortException.h"
 #include "VRELErrorTracker.h"
@@ -14,7 +15,7 @@ namespace {
 
 class Gk_ErrMgrTest : public testing::Test {
  protected:
-  // No request outlives its test.
+  // Clears the request for the next test.
   ~Gk_ErrMgrTest() override {
     try {
       Gk_ErrMgr::checkAbort();
@@ -23,19 +24,19 @@ class Gk_ErrMgrTest : public testing::Test {
   }
 };
 
-TEST_F(Gk_ErrMgrTest, NothingIsAskedForAtFirst) {
+TEST_F(Gk_ErrMgrTest, StartsWithoutRequest) {
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
   EXPECT_NO_THROW(Gk_ErrMgr::checkAbort());
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
-TEST_F(Gk_ErrMgrTest, AskingLeavesTheRequest) {
+TEST_F(Gk_ErrMgrTest, ShouldAbortKeepsRequest) {
   Gk_ErrMgr::setAbort();
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
 }
 
-TEST_F(Gk_ErrMgrTest, CheckTakesTheRequestBackAndThrows) {
+TEST_F(Gk_ErrMgrTest, CheckAbortClearsRequestAndThrows) {
   Gk_ErrMgr::setAbort();
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(Gk_ErrMgr::checkAbort(), VRELAbortException);
@@ -43,8 +44,8 @@ TEST_F(Gk_ErrMgrTest, CheckTakesTheRequestBackAndThrows) {
   EXPECT_NO_THROW(Gk_ErrMgr::checkAbort());
 }
 
-TEST_F(Gk_ErrMgrTest, RequestIsTakenBackBeforeTheThrow) {
-  // Polls while the stack unwinds, as a destructor of a guarded class does.
+TEST_F(Gk_ErrMgrTest, CheckAbortClearsBeforeThrow) {
+  // Polls during stack unwinding, as the destructor of a guarded class does.
   struct Poller {
     ~Poller() noexcept(false) { Gk_ErrMgr::checkAbort(); }
   };
@@ -57,7 +58,7 @@ TEST_F(Gk_ErrMgrTest, RequestIsTakenBackBeforeTheThrow) {
       VRELAbortException);
 }
 
-TEST_F(Gk_ErrMgrTest, AssertionGoesOn) {
+TEST_F(Gk_ErrMgrTest, DoAssertReturns) {
   RecordingListener const listener;
   EXPECT_NO_THROW(Gk_ErrMgr::doAssert("some/file.cpp", 25));
   EXPECT_NO_THROW(Gk_ErrMgr::doAssert(nullptr, -1));
@@ -65,14 +66,13 @@ TEST_F(Gk_ErrMgrTest, AssertionGoesOn) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(Gk_ErrMgrTest, AssertionLeavesTheAbortRequest) {
+TEST_F(Gk_ErrMgrTest, DoAssertKeepsRequest) {
   Gk_ErrMgr::setAbort();
   Gk_ErrMgr::doAssert("some/file.cpp", 25);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
 }
 
-// Tells how many errors had been sent when the exception arrived.
-TEST_F(Gk_ErrMgrTest, ReportsBeforeItThrows) {
+TEST_F(Gk_ErrMgrTest, RaiseSendsEventBeforeThrow) {
   RecordingListener const listener;
   Gk_Exception const exception("CANNOT_OPEN_FILE", nullptr);
   try {
@@ -88,7 +88,7 @@ TEST_F(Gk_ErrMgrTest, ReportsBeforeItThrows) {
   EXPECT_EQ(listener.events[0].text, "CANNOT_OPEN_FILE");
 }
 
-TEST_F(Gk_ErrMgrTest, RaiseThrowsThePlainException) {
+TEST_F(Gk_ErrMgrTest, RaiseThrowsBaseException) {
   struct Special : Gk_Exception {
     Special() : Gk_Exception("special", nullptr) {}
   };
@@ -101,7 +101,7 @@ TEST_F(Gk_ErrMgrTest, RaiseThrowsThePlainException) {
   }
 }
 
-TEST_F(Gk_ErrMgrTest, RaiseTellsTheTracker) {
+TEST_F(Gk_ErrMgrTest, RaiseReachesTracker) {
   VRELErrorTracker::Initialize();
   EXPECT_THROW(Gk_ErrMgr::raise(Gk_Exception("Gk_IOException")), Gk_Exception);
   EXPECT_EQ(VRELError::GetErrorCount(), 1);
@@ -109,14 +109,14 @@ TEST_F(Gk_ErrMgrTest, RaiseTellsTheTracker) {
   delete VRELErrorTracker::GetInstance();
 }
 
-TEST_F(Gk_ErrMgrTest, RaiseReadsNoArgumentForItsToken) {
+TEST_F(Gk_ErrMgrTest, RaiseReadsNoArgumentForToken) {
   RecordingListener const listener;
   EXPECT_THROW(Gk_ErrMgr::raise(Gk_Exception("%s%n %d")), Gk_Exception);
   EXPECT_THROW(Gk_ErrMgr::raise(Gk_Exception(nullptr)), Gk_Exception);
   EXPECT_EQ(listener.Texts(), std::vector<std::string>{"%s%n %d"});
 }
 
-// An application that stops the work from its listener, a guarded operation, and a driver above both.
+// An application that requests an abort in its listener, a guarded operation, and a driver.
 class StoppingListener : public VRELEventListener {
  public:
   void HandleEvent(VRELEvent& /*event*/) override { Gk_ErrMgr::setAbort(); }
@@ -140,7 +140,7 @@ VRINResult Drive(int& done) {
   }
 }
 
-TEST_F(Gk_ErrMgrTest, AbortTravelsFromAListenerThroughAGuardedOperation) {
+TEST_F(Gk_ErrMgrTest, ListenerAbortsGuardedOperation) {
   StoppingListener listener;
   VRELEventBus::GetEventBus()->AddListener(&listener);
   int done = 0;
@@ -151,6 +151,16 @@ TEST_F(Gk_ErrMgrTest, AbortTravelsFromAListenerThroughAGuardedOperation) {
   done = 0;
   EXPECT_EQ(Drive(done), VREL_S_OK);
   EXPECT_EQ(done, 10);
+}
+
+TEST_F(Gk_ErrMgrTest, AssertionsNameFileAndLine) {
+  ChildResult const child = RunProgram({ASSERTION_RECORDER});
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  EXPECT_EQ(child.output,
+            "VRELBase/VRELStream.m/src/VRELStringInputStream 25\n"
+            "VRELBase/VRELStream.m/src/VRELStringInputStream 32\n"
+            "VRELBase/VRELUtilities.m/src/VRELStringParser 80\n"
+            "VRELPoint.cpp line\n");
 }
 
 }  // namespace

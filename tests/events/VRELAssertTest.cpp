@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(VRELAssertTest, PrintsWithoutIndentation) {
+TEST(VRELAssertTest, PrintfDoesNotIndent) {
   RecordingListener const listener;
   VRELAssert::Printf("%s %d%%%%", "text", 5);
   char const* const null = nullptr;
@@ -27,7 +27,7 @@ TEST(VRELAssertTest, HasNoField) {
   EXPECT_EQ(sizeof channel, sizeof(void*));
 }
 
-TEST(VRELAssertTest, ConditionThatHoldsDoesNothing) {
+TEST(VRELAssertTest, TrueConditionReturns) {
   RecordingListener const listener;
   VRELAssert(true, "m");
   VRELAssert(true, nullptr);
@@ -42,7 +42,7 @@ class PrintingListener : public VRELEventListener {
   }
 };
 
-// What a child prints that asserts and would end with status 7 otherwise.
+// Runs a failing assertion in a child process, which exits with status 7 if the assertion returns.
 ChildResult AssertInChild(char const* message) {
   return RunInChild([message] {
     static PrintingListener listener;
@@ -52,14 +52,14 @@ ChildResult AssertInChild(char const* message) {
   });
 }
 
-TEST(VRELAssertTest, FailureIsToldAndEndsTheProcessWithStatus0) {
+TEST(VRELAssertTest, FailureSendsErrorAndExitsWithZero) {
   ChildResult const result = AssertInChild("m");
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.signal, 0);
   EXPECT_EQ(result.output, "VRELErrorEvent 80 <m>");
 }
 
-TEST(VRELAssertTest, FailureWithoutAListenerEndsTheProcessToo) {
+TEST(VRELAssertTest, FailureExitsWithoutListener) {
   ChildResult const result = RunInChild([] {
     VRELAssert(false, "m");
     return 7;
@@ -68,7 +68,7 @@ TEST(VRELAssertTest, FailureWithoutAListenerEndsTheProcessToo) {
   EXPECT_EQ(result.output, "");
 }
 
-TEST(VRELAssertTest, MessageIsAFormatThatReadsNoArgument) {
+TEST(VRELAssertTest, MessageReadsNoArgument) {
   struct {
     char const* message;
     std::string text;
@@ -83,14 +83,14 @@ TEST(VRELAssertTest, MessageIsAFormatThatReadsNoArgument) {
   }
 }
 
-TEST(VRELAssertTest, LongMessageIsCut) {
+TEST(VRELAssertTest, CutsLongMessage) {
   std::string const message(5000, 'x');
   ChildResult const result = AssertInChild(message.c_str());
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, "VRELErrorEvent 80 <" + std::string(1023, 'x') + ">");
 }
 
-TEST(VRELAssertTest, NullMessageIsNotTold) {
+TEST(VRELAssertTest, NullMessageSendsNothing) {
   ChildResult const result = AssertInChild(nullptr);
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, "");

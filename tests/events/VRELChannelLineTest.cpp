@@ -18,7 +18,7 @@ void Add(VRELChannelLine& line, char const* format, ...) {
   va_end(arguments);
 }
 
-TEST(VRELChannelLineTest, GrowsToItsLimit) {
+TEST(VRELChannelLineTest, CutsAtCapacity) {
   VRELChannelLine line(1);
   Add(line, "%d", 5);
   Add(line, "%s", "x");
@@ -29,13 +29,13 @@ TEST(VRELChannelLineTest, GrowsToItsLimit) {
   EXPECT_EQ(line.Unescape(), "   5x" + std::string(1018, 'y'));
 }
 
-TEST(VRELChannelLineTest, FormatWithoutArgumentsIsUnescapedOnce) {
+TEST(VRELChannelLineTest, FormatWithoutArgumentsUnescapesOnce) {
   VRELChannelLine line(0);
   line.Format("%%%% %d");
   EXPECT_STREQ(line.Unescape(), "% %d");
 }
 
-TEST(VRELChannelLineTest, CopiesUnescaped) {
+TEST(VRELChannelLineTest, CopyUnescapedHalvesPercentSigns) {
   char target[] = "........";
   EXPECT_EQ(VRELChannelLine::CopyUnescaped("a%%b%d%", target, 8), 6U);
   EXPECT_STREQ(target, "a%b%d%..");
@@ -45,16 +45,16 @@ TEST(VRELChannelLineTest, CopiesUnescaped) {
   EXPECT_STREQ(target, "%x%d%...");
 }
 
-TEST(VRELChannelLineTest, RefusedFormatAddsNothing) {
+TEST(VRELChannelLineTest, RejectedFormatAppendsNothing) {
   VRELChannelLine line(1);
-  // No multibyte text in the C locale stands for this character.
+  // This character has no multibyte encoding in the C locale.
   Add(line, "before %ls", L"\u4E2D");
   EXPECT_STREQ(line.Unescape(), "   ");
   Add(line, "after");
   EXPECT_STREQ(line.Unescape(), "   after");
 }
 
-TEST(VRELChannelLineTest, IsSentByTheVariadicConstructor) {
+TEST(VRELChannelLineTest, SendsByVariadicConstructor) {
   RecordingListener const listener;
   VRELChannelLine line(1);
   Add(line, "%s", "50%% %n");

@@ -20,7 +20,7 @@ class VRELDebugTest : public testing::Test {
   ~VRELDebugTest() override { _VRELTraceTab = 0; }
 };
 
-TEST_F(VRELDebugTest, IsDeletedThroughItsBase) {
+TEST_F(VRELDebugTest, DestructorIsVirtual) {
   struct Derived : VRELDebug {
     explicit Derived(int& theDeaths) : deaths(theDeaths) {}
     ~Derived() override { ++deaths; }
@@ -31,7 +31,7 @@ TEST_F(VRELDebugTest, IsDeletedThroughItsBase) {
   EXPECT_EQ(deaths, 1);
 }
 
-TEST_F(VRELDebugTest, IsSilent) {
+TEST_F(VRELDebugTest, PrintfSendsNothing) {
   float const floats[16] = {};
   double const doubles[12] = {};
   RecordingListener const listener;
@@ -45,7 +45,7 @@ TEST_F(VRELDebugTest, IsSilent) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELDebugTest, OnlyNoTabPrintfSends) {
+TEST_F(VRELDebugTest, NoTabPrintfSends) {
   RecordingListener const listener;
   _VRELTraceTab = 2;
   VRELDebug::NoTabPrintf("%s %d%%%%", "text", 5);
@@ -59,7 +59,7 @@ TEST_F(VRELDebugTest, OnlyNoTabPrintfSends) {
   EXPECT_EQ(listener.events[1].text, "%n");
 }
 
-TEST_F(VRELDebugTest, ItsCounterIsItsOwn) {
+TEST_F(VRELDebugTest, CounterIsIndependent) {
   VRELDebug::Tab();
   VRELDebug::Tab();
   EXPECT_EQ(_VRELTraceTab, 2);
@@ -77,7 +77,7 @@ TEST_F(VRELDebugTest, ItsCounterIsItsOwn) {
   EXPECT_EQ(_VRELTraceTab, -1);
 }
 
-TEST_F(VRELDebugTest, StopwatchCountsWholeSecondsInMilliseconds) {
+TEST_F(VRELDebugTest, StopTimerReturnsWholeSeconds) {
   std::time_t const before = std::time(nullptr);
   void* const timer = VRELDebug::StartTimer();
   ASSERT_NE(timer, nullptr);
@@ -85,18 +85,18 @@ TEST_F(VRELDebugTest, StopwatchCountsWholeSecondsInMilliseconds) {
   EXPECT_GE(*start, before);
   EXPECT_LE(*start, std::time(nullptr));
   *start -= 3;
-  // A second may end in between.
+  // The second can change between the two calls.
   float const elapsed = VRELDebug::StopTimer(timer);
   EXPECT_TRUE(elapsed == 3000.0F || elapsed == 4000.0F) << elapsed;
-  // It is not released, and goes on.
+  // The timer is not deleted and continues.
   EXPECT_GE(VRELDebug::StopTimer(timer), elapsed);
 }
 
-TEST_F(VRELDebugTest, StopwatchOfNullShowsNothing) {
+TEST_F(VRELDebugTest, StopTimerOfNullReturnsZero) {
   EXPECT_EQ(VRELDebug::StopTimer(nullptr), 0.0F);
 }
 
-TEST_F(VRELDebugTest, TwoLooksWithinASecondShowNothing) {
+TEST_F(VRELDebugTest, StopTimerWithinSecondReturnsZero) {
   std::time_t second = 0;
   float elapsed = -1;
   do {

@@ -8,14 +8,14 @@
 
 namespace {
 
-TEST(VRELErrorEventTest, MadeFromATextPointsAtTheCommonFailure) {
+TEST(VRELErrorEventTest, FormatConstructorUsesFailError) {
   VRELErrorEvent event("text");
   EXPECT_EQ(event.GetError(), &VRELError::FAIL_ERROR);
   VRELErrorEvent copy(event);
   EXPECT_EQ(copy.GetError(), &VRELError::FAIL_ERROR);
 }
 
-TEST(VRELErrorEventTest, MadeFromAnErrorPointsAtItAndHasNoText) {
+TEST(VRELErrorEventTest, ErrorConstructorHasNoMessage) {
   VRELError error(5);
   VRELErrorEvent event(error);
   EXPECT_EQ(event.GetError(), &error);
@@ -26,7 +26,7 @@ TEST(VRELErrorEventTest, MadeFromAnErrorPointsAtItAndHasNoText) {
   EXPECT_EQ(copy.GetError(), &error);
 }
 
-// Looks at the error while the event is sent.
+// Records the error of the event.
 class ErrorWatcher : public RecordingListener {
  public:
   void HandleEvent(VRELEvent& event) override {
@@ -39,7 +39,7 @@ class ErrorWatcher : public RecordingListener {
   int line = 0;
 };
 
-TEST(VRELErrorEventTest, FireNotesThePlaceSendsTheErrorAndReturnsItsType) {
+TEST(VRELErrorEventTest, FireSetsPlaceAndReturnsType) {
   ErrorWatcher const listener;
   VRELError error(5, VRELString(L"no such face"));
   EXPECT_EQ(VRELErrorEvent::Fire(error, "reader.cpp", 17), 5);
@@ -53,14 +53,14 @@ TEST(VRELErrorEventTest, FireNotesThePlaceSendsTheErrorAndReturnsItsType) {
   EXPECT_EQ(error.GetSourceLine(), 17);
 }
 
-TEST(VRELErrorEventTest, FireReturnsTheTypeWithoutAnyListener) {
+TEST(VRELErrorEventTest, FireReturnsTypeWithoutListener) {
   VRELError error(VREL_E_FILE_OPEN);
   VRINResult const result = VRELErrorEvent::Fire(error, nullptr, 0);
   EXPECT_EQ(result, VREL_E_FILE_OPEN);
   EXPECT_EQ(error.GetSourceFile().toUtf8(), "");
 }
 
-TEST(VRELErrorEventTest, ListMadeEventOfAnEmptyTextKeepsTheCommonFailure) {
+TEST(VRELErrorEventTest, EmptyMessageKeepsFailError) {
   class Watcher : public VRELEventListener {
    public:
     Watcher() { VRELEventBus::GetEventBus()->AddListener(this); }
@@ -73,8 +73,8 @@ TEST(VRELErrorEventTest, ListMadeEventOfAnEmptyTextKeepsTheCommonFailure) {
   EXPECT_EQ(listener.error, &VRELError::FAIL_ERROR);
 }
 
-// Without a text the error speaks for itself, by its own operation.
-TEST(VRELErrorEventTest, WritesItsErrorWithoutText) {
+// Without a message, the virtual GetFormattedDescription of the error writes.
+TEST(VRELErrorEventTest, WritesErrorWithoutMessage) {
   struct Speaking : VRELError {
     void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("spoken", 6); }
   };
@@ -90,7 +90,7 @@ TEST(VRELErrorEventTest, WritesItsErrorWithoutText) {
   EXPECT_EQ(description(VRELErrorEvent(speaking)), "spoken");
 }
 
-TEST(VRELErrorEventTest, AddsItsVirtualOperationAtTheEnd) {
+TEST(VRELErrorEventTest, GetErrorHasLastSlot) {
   EXPECT_EQ(SlotOf(&VRELErrorEvent::GetError), SlotOf(&VRELEvent::IsTimed) + 1);
 }
 

@@ -17,7 +17,7 @@ std::string DescriptionOf(VRELError& error) {
   return description.toUtf8();
 }
 
-TEST(VRELErrorTest, HoldsWhatItIsMadeOf) {
+TEST(VRELErrorTest, ConstructorsSetFields) {
   VRELError none;
   EXPECT_EQ(none.GetErrorType(), VREL_UNDETERMINED);
   EXPECT_EQ(DescriptionOf(none), "");
@@ -33,7 +33,7 @@ TEST(VRELErrorTest, HoldsWhatItIsMadeOf) {
   EXPECT_EQ(DescriptionOf(described), "no such face");
 }
 
-TEST(VRELErrorTest, TakesADescription) {
+TEST(VRELErrorTest, SetsDescription) {
   VRELError error(5);
   VRELString text(L"K\u00F6rper");
   EXPECT_EQ(error.SetDescription(text), VREL_S_OK);
@@ -41,7 +41,7 @@ TEST(VRELErrorTest, TakesADescription) {
   EXPECT_EQ(DescriptionOf(error), "K\u00F6rper");
 }
 
-TEST(VRELErrorTest, TakesItsPlace) {
+TEST(VRELErrorTest, SetsSourceFileInfo) {
   VRELError error(5);
   char file[] = "reader.cpp";
   error.SetSourceFileInfo(file, 17);
@@ -53,7 +53,7 @@ TEST(VRELErrorTest, TakesItsPlace) {
   EXPECT_EQ(error.GetSourceLine(), -1);
 }
 
-TEST(VRELErrorTest, CopiesWhole) {
+TEST(VRELErrorTest, CopiesAllFields) {
   VRELError source(5, VRELString(L"text"));
   source.SetSourceFileInfo("reader.cpp", 17);
   VRELError copy(source);
@@ -69,12 +69,12 @@ TEST(VRELErrorTest, CopiesWhole) {
   }
 }
 
-TEST(VRELErrorTest, CommonFailureIsThereFromTheStart) {
+TEST(VRELErrorTest, FailErrorExistsAtStart) {
   EXPECT_EQ(VRELError::FAIL_ERROR.GetErrorType(), 16777217);
   EXPECT_EQ(DescriptionOf(VRELError::FAIL_ERROR), "");
 }
 
-TEST(VRELErrorTest, PrintsWithoutIndentation) {
+TEST(VRELErrorTest, PrintfDoesNotIndent) {
   RecordingListener const listener;
   VRELError::Printf("%s %d", "text", 5);
   ASSERT_EQ(listener.events.size(), 1u);
@@ -83,7 +83,7 @@ TEST(VRELErrorTest, PrintsWithoutIndentation) {
   EXPECT_EQ(listener.events[0].text, "text 5");
 }
 
-TEST(VRELErrorTest, PrintsUnderItsCName) {
+TEST(VRELErrorTest, CFunctionPrints) {
   RecordingListener const listener;
   VRELError_Printf("%s %d", "text", 5);
   char const* const null = nullptr;
@@ -94,7 +94,7 @@ TEST(VRELErrorTest, PrintsUnderItsCName) {
   EXPECT_EQ(listener.events[0].text, "text 5");
 }
 
-TEST(VRELErrorTest, HoldsItsFieldsAndNothingElse) {
+TEST(VRELErrorTest, HasOnlyListedFields) {
   struct Fields {
     virtual ~Fields() = default;
     long type;
@@ -109,25 +109,25 @@ std::string Description(VRELError error) {
   return TextOf([&](VRELOutputStream* stream) { error.GetFormattedDescription(stream); });
 }
 
-TEST(VRELErrorTest, WritesItsDescription) {
+TEST(VRELErrorTest, WritesDescription) {
   EXPECT_EQ(Description(VRELError(5, VRELString(L"no such face"))), "Error Description : no such face\n");
   EXPECT_EQ(Description(VRELError(-1, VRELString(L" "))), "Error Description :  \n");
 }
 
-TEST(VRELErrorTest, WritesItsTypeWithoutDescription) {
+TEST(VRELErrorTest, WritesTypeWithoutDescription) {
   EXPECT_EQ(Description(VRELError(5)), "Error 5\n");
   EXPECT_EQ(Description(VRELError(VREL_E_FAIL)), "Error 16777217\n");
   EXPECT_EQ(Description(VRELError(-7)), "Error -7\n");
-  // An int shows it.
+  // Printed as an int.
   EXPECT_EQ(Description(VRELError(0x100000003)), "Error 3\n");
 }
 
-TEST(VRELErrorTest, WritesNothingOfType0) {
+TEST(VRELErrorTest, WritesNothingForTypeZero) {
   EXPECT_EQ(Description(VRELError(0)), "");
   EXPECT_EQ(Description(VRELError(0, VRELString(L"no such face"))), "");
 }
 
-TEST(VRELErrorTest, KeepsItsVirtualOperationsInOrder) {
+TEST(VRELErrorTest, VirtualFunctionsHaveSlots) {
   EXPECT_EQ(SlotOf(&VRELError::SetDescription), 2u);
   EXPECT_EQ(SlotOf(&VRELError::GetDescription), 3u);
   EXPECT_EQ(SlotOf(&VRELError::GetFormattedDescription), 4u);

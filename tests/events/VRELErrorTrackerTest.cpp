@@ -26,14 +26,14 @@ class VRELErrorTrackerTest : public testing::Test {
   }
 };
 
-TEST_F(VRELErrorTrackerTest, IsNotThereAtFirst) {
+TEST_F(VRELErrorTrackerTest, IsNullAtStart) {
   EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
   EXPECT_EQ(VRELErrorTracker::_pTracker, nullptr);
   EXPECT_EQ(VRELErrorTracker::Reset(), VREL_S_OK);
   EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
 }
 
-TEST_F(VRELErrorTrackerTest, WithoutTrackerNoErrorIsKept) {
+TEST_F(VRELErrorTrackerTest, KeepsNothingWithoutTracker) {
   VRELError::Printf("lost");
   SendError(5, L"lost");
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
@@ -42,7 +42,7 @@ TEST_F(VRELErrorTrackerTest, WithoutTrackerNoErrorIsKept) {
   EXPECT_EQ(GetError(-1), nullptr);
 }
 
-TEST_F(VRELErrorTrackerTest, SecondInitializeChangesNothing) {
+TEST_F(VRELErrorTrackerTest, SecondInitializeKeepsTracker) {
   int const before = ListenerCount();
   EXPECT_EQ(VRELErrorTracker::Initialize(), VREL_S_OK);
   VRELErrorTracker* const tracker = VRELErrorTracker::GetInstance();
@@ -56,7 +56,7 @@ TEST_F(VRELErrorTrackerTest, SecondInitializeChangesNothing) {
   EXPECT_EQ(VRELError::GetErrorCount(), 1);
 }
 
-TEST_F(VRELErrorTrackerTest, PrintedErrorIsKeptWithoutItsText) {
+TEST_F(VRELErrorTrackerTest, StoresPrintedErrorWithoutMessage) {
   VRELErrorTracker::Initialize();
   EXPECT_EQ(VRELError::GetLastError(), nullptr);
   VRELError::Printf("text %d", 5);
@@ -72,7 +72,7 @@ TEST_F(VRELErrorTrackerTest, PrintedErrorIsKeptWithoutItsText) {
   EXPECT_EQ(error->GetSourceLine(), 0);
 }
 
-TEST_F(VRELErrorTrackerTest, FiredErrorIsKeptWhole) {
+TEST_F(VRELErrorTrackerTest, StoresFiredError) {
   VRELErrorTracker::Initialize();
   SendError(5, L"no such face");
   VRELError* const error = VRELError::GetLastError();
@@ -85,9 +85,9 @@ TEST_F(VRELErrorTrackerTest, FiredErrorIsKeptWhole) {
   EXPECT_EQ(error->GetSourceLine(), 17);
 }
 
-TEST_F(VRELErrorTrackerTest, KeepsErrorsInTheOrderOfArrival) {
+TEST_F(VRELErrorTrackerTest, StoresErrorsInOrder) {
   VRELErrorTracker::Initialize();
-  // More than the list starts with.
+  // More than the initial capacity.
   for (int type = 1; type <= 25; ++type) SendError(type, L"text");
   VRELErrorTracker* const tracker = VRELErrorTracker::GetInstance();
   EXPECT_EQ(tracker->GetErrorCount(), 25);
@@ -101,7 +101,7 @@ TEST_F(VRELErrorTrackerTest, KeepsErrorsInTheOrderOfArrival) {
   EXPECT_EQ(VRELError::GetLastError(), tracker->GetError(24));
 }
 
-TEST_F(VRELErrorTrackerTest, IndexOutsideGivesNull) {
+TEST_F(VRELErrorTrackerTest, IndexOutOfRangeReturnsNull) {
   VRELErrorTracker::Initialize();
   VRELErrorTracker* const tracker = VRELErrorTracker::GetInstance();
   EXPECT_EQ(tracker->GetLastError(), nullptr);
@@ -114,22 +114,22 @@ TEST_F(VRELErrorTrackerTest, IndexOutsideGivesNull) {
   EXPECT_EQ(GetError(1), nullptr);
 }
 
-TEST_F(VRELErrorTrackerTest, OtherEventsAreIgnored) {
+TEST_F(VRELErrorTrackerTest, IgnoresOtherEvents) {
   VRELErrorTracker::Initialize();
   VRELWarning::Printf("warning");
   VRELEvent severe("MyEvent", VREL_LEVEL_ERROR);
   VRELEventBus::Fire(severe);
-  // Bears the name and is none.
+  // An event of another class with the name.
   VRELEvent impostor("VRELErrorEvent", VREL_LEVEL_ERROR);
   VRELEventBus::Fire(impostor);
-  // Is one and bears another name.
+  // An event of the class with another name.
   VRELErrorEvent renamed("text");
   renamed.SetEventName("MyErrorEvent");
   VRELEventBus::Fire(renamed);
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
 }
 
-// Gives another error than it holds.
+// Returns another error than it was created with.
 class SubstitutingEvent : public VRELErrorEvent {
  public:
   explicit SubstitutingEvent(VRELError* error) : VRELErrorEvent("text"), substitute(error) {}
@@ -139,7 +139,7 @@ class SubstitutingEvent : public VRELErrorEvent {
   VRELError* substitute;
 };
 
-TEST_F(VRELErrorTrackerTest, AsksTheEventForItsError) {
+TEST_F(VRELErrorTrackerTest, CallsGetErrorOfEvent) {
   VRELErrorTracker::Initialize();
   VRELError error(77);
   SubstitutingEvent event(&error);
@@ -150,7 +150,7 @@ TEST_F(VRELErrorTrackerTest, AsksTheEventForItsError) {
   EXPECT_EQ(GetError(0)->GetErrorType(), 77);
 }
 
-TEST_F(VRELErrorTrackerTest, KeepsAnErrorOfItsOwnListAgain) {
+TEST_F(VRELErrorTrackerTest, StoresErrorOfOwnList) {
   VRELErrorTracker::Initialize();
   SendError(5, L"again and again");
   for (int i = 0; i < 40; ++i) VRELErrorEvent::Fire(*GetError(0), "reader.cpp", i);
@@ -161,7 +161,7 @@ TEST_F(VRELErrorTrackerTest, KeepsAnErrorOfItsOwnListAgain) {
   EXPECT_EQ(VRELError::GetLastError()->GetSourceLine(), 39);
 }
 
-TEST_F(VRELErrorTrackerTest, ResetClearsTheListAndGoesOnListening) {
+TEST_F(VRELErrorTrackerTest, ResetClearsListAndKeepsListening) {
   VRELErrorTracker::Initialize();
   int const listeners = ListenerCount();
   SendError(5, L"old");
@@ -175,7 +175,7 @@ TEST_F(VRELErrorTrackerTest, ResetClearsTheListAndGoesOnListening) {
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
 }
 
-TEST_F(VRELErrorTrackerTest, DeletedTrackerLeavesTheBus) {
+TEST_F(VRELErrorTrackerTest, DestructorLeavesBus) {
   int const before = ListenerCount();
   VRELErrorTracker::Initialize();
   delete VRELErrorTracker::GetInstance();
@@ -188,7 +188,7 @@ TEST_F(VRELErrorTrackerTest, DeletedTrackerLeavesTheBus) {
   EXPECT_EQ(VRELError::GetErrorCount(), 1);
 }
 
-TEST_F(VRELErrorTrackerTest, EndOfAnyTrackerTakesTheOneOfTheProcessOffTheBus) {
+TEST_F(VRELErrorTrackerTest, AnyDestructorRemovesProcessTracker) {
   int const before = ListenerCount();
   VRELErrorTracker::Initialize();
   std::unique_ptr<VRELErrorTracker> const tracker(VRELErrorTracker::GetInstance());
@@ -199,9 +199,9 @@ TEST_F(VRELErrorTrackerTest, EndOfAnyTrackerTakesTheOneOfTheProcessOffTheBus) {
   EXPECT_EQ(tracker->GetErrorCount(), 0);
 }
 
-TEST_F(VRELErrorTrackerTest, IsThereToTheEndOfTheProcess) {
+TEST_F(VRELErrorTrackerTest, ExistsUntilProcessExit) {
   ChildResult const child = RunInChild([] {
-    // Registered before the tracker is made, and so called after all that goes because of it.
+    // Registered before the tracker is created, thus called after its destruction, if there is one.
     std::atexit([] {
       VRELError::Printf("late");
       std::printf("%d errors", VRELError::GetErrorCount());
@@ -214,13 +214,13 @@ TEST_F(VRELErrorTrackerTest, IsThereToTheEndOfTheProcess) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST_F(VRELErrorTrackerTest, KeepsItsVirtualOperationsInOrder) {
+TEST_F(VRELErrorTrackerTest, VirtualFunctionsHaveSlots) {
   EXPECT_EQ(SlotOf(&VRELErrorTracker::HandleEvent), 0u);
-  // The two destructors stand between.
+  // Slots 1 and 2 are the destructors.
   EXPECT_EQ(SlotOf(&VRELErrorTracker::GetLastError), 3u);
 }
 
-// Answers for the newest error itself.
+// Overrides GetLastError.
 class OwnTracker : public VRELErrorTracker {
  public:
   VRELError* GetLastError() override { return &newest; }
@@ -229,12 +229,12 @@ class OwnTracker : public VRELErrorTracker {
   VRELError newest{99};
 };
 
-TEST_F(VRELErrorTrackerTest, NewestErrorIsAskedOfTheTracker) {
+TEST_F(VRELErrorTrackerTest, GetLastErrorIsVirtual) {
   VRELErrorTracker::_pTracker = new OwnTracker;
   EXPECT_EQ(VRELError::GetLastError()->GetErrorType(), 99);
 }
 
-TEST_F(VRELErrorTrackerTest, HoldsItsListAndNothingElse) {
+TEST_F(VRELErrorTrackerTest, HasOnlyListedFields) {
   EXPECT_EQ(sizeof(VRELErrorTracker), 2 * sizeof(void*));
 }
 

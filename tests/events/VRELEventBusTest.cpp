@@ -17,7 +17,7 @@
 
 namespace {
 
-// Writes its letter into a common log, then does what it was told.
+// Appends its letter to a shared log, then runs its action.
 class Listener : public VRELEventListener {
  public:
   Listener(std::string& calls, char name) : log(calls), letter(name) {}
@@ -51,7 +51,7 @@ class VRELEventBusTest : public testing::Test {
 
   int Added() const { return bus.GetListenerCount() - before; }
 
-  // The letters of the listeners that one event reaches.
+  // Returns the letters of the listeners that receive an event.
   std::string Send() {
     calls.clear();
     bus.Send(event);
@@ -67,17 +67,17 @@ class VRELEventBusTest : public testing::Test {
   Listener c{calls, 'c'};
 };
 
-TEST_F(VRELEventBusTest, IsOneObject) {
+TEST_F(VRELEventBusTest, GetEventBusReturnsSingleton) {
   EXPECT_EQ(VRELEventBus::GetEventBus(), &VRELEventBus::_eventBus);
   EXPECT_EQ(sizeof(VRELEventBus), sizeof(void*));
 }
 
-TEST(VRELEventBusStartTest, HasNoListenerAtFirst) {
+TEST(VRELEventBusStartTest, StartsWithoutListener) {
   ChildResult const result = RunInChild([] { return VRELEventBus::GetEventBus()->GetListenerCount(); });
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST_F(VRELEventBusTest, DeliversAtOnceTheEventItself) {
+TEST_F(VRELEventBusTest, SendPassesEventSynchronously) {
   bus.AddListener(&a);
   EXPECT_EQ(Send(), "a");
   EXPECT_EQ(a.last, &event);
@@ -87,7 +87,7 @@ TEST_F(VRELEventBusTest, DeliversAtOnceTheEventItself) {
   EXPECT_EQ(a.last, &event);
 }
 
-TEST_F(VRELEventBusTest, AddingTwiceLeavesOneEntry) {
+TEST_F(VRELEventBusTest, AddListenerTwiceKeepsOneEntry) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   bus.AddListener(&a);
@@ -95,7 +95,7 @@ TEST_F(VRELEventBusTest, AddingTwiceLeavesOneEntry) {
   EXPECT_EQ(Send(), "ab");
 }
 
-TEST_F(VRELEventBusTest, NullIsIgnored) {
+TEST_F(VRELEventBusTest, IgnoresNullListener) {
   bus.AddListener(nullptr);
   EXPECT_EQ(Added(), 0);
   bus.AddListener(&a);
@@ -104,14 +104,14 @@ TEST_F(VRELEventBusTest, NullIsIgnored) {
   EXPECT_EQ(Send(), "a");
 }
 
-TEST_F(VRELEventBusTest, RemovingAStrangerChangesNothing) {
+TEST_F(VRELEventBusTest, RemovesOnlyRegisteredListener) {
   bus.AddListener(&a);
   bus.RemoveListener(&b);
   EXPECT_EQ(Added(), 1);
   EXPECT_EQ(Send(), "a");
 }
 
-TEST_F(VRELEventBusTest, CallsInTheOrderOfFirstRegistration) {
+TEST_F(VRELEventBusTest, CallsInRegistrationOrder) {
   bus.AddListener(&c);
   bus.AddListener(&a);
   bus.AddListener(&b);
@@ -125,7 +125,7 @@ TEST_F(VRELEventBusTest, CallsInTheOrderOfFirstRegistration) {
   EXPECT_EQ(Send(), "ba");
 }
 
-TEST_F(VRELEventBusTest, HoldsMoreListenersThanItStartsWith) {
+TEST_F(VRELEventBusTest, GrowsBeyondInitialCapacity) {
   std::string log;
   std::vector<std::unique_ptr<Listener>> listeners;
   for (char letter = 'a'; letter <= 'z'; ++letter) {
@@ -145,7 +145,7 @@ TEST_F(VRELEventBusTest, DoesNotFilterByLevel) {
   EXPECT_EQ(calls, "aaaa");
 }
 
-TEST_F(VRELEventBusTest, NewListenerMissesTheEventInProgress) {
+TEST_F(VRELEventBusTest, NewListenerMissesCurrentEvent) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   a.action = [this] { bus.AddListener(&c); };
@@ -153,17 +153,17 @@ TEST_F(VRELEventBusTest, NewListenerMissesTheEventInProgress) {
   EXPECT_EQ(Send(), "abc");
 }
 
-TEST_F(VRELEventBusTest, ListenerMayRemoveItself) {
+TEST_F(VRELEventBusTest, ListenerRemovesItself) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   bus.AddListener(&c);
   a.action = [this] { bus.RemoveListener(&a); };
-  // b takes the place of a and misses the event.
+  // b moves to the index of a and does not receive the event.
   EXPECT_EQ(Send(), "ac");
   EXPECT_EQ(Send(), "bc");
 }
 
-TEST_F(VRELEventBusTest, ListenerMayRemoveAnother) {
+TEST_F(VRELEventBusTest, ListenerRemovesAnother) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   bus.AddListener(&c);
@@ -171,7 +171,7 @@ TEST_F(VRELEventBusTest, ListenerMayRemoveAnother) {
   EXPECT_EQ(Send(), "ac");
 }
 
-TEST_F(VRELEventBusTest, ListenerMayRemoveAll) {
+TEST_F(VRELEventBusTest, ListenerRemovesAll) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   bus.AddListener(&c);
@@ -184,7 +184,7 @@ TEST_F(VRELEventBusTest, ListenerMayRemoveAll) {
   EXPECT_EQ(Added(), 0);
 }
 
-TEST_F(VRELEventBusTest, ListenerMaySendAgain) {
+TEST_F(VRELEventBusTest, ListenerSendsEvent) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   a.action = [this] {
@@ -194,7 +194,7 @@ TEST_F(VRELEventBusTest, ListenerMaySendAgain) {
   EXPECT_EQ(Send(), "aabb");
 }
 
-TEST_F(VRELEventBusTest, ExceptionOfAListenerEndsTheWalk) {
+TEST_F(VRELEventBusTest, ExceptionEndsDispatch) {
   bus.AddListener(&a);
   bus.AddListener(&b);
   a.action = [] { throw std::runtime_error("stop"); };
@@ -202,7 +202,7 @@ TEST_F(VRELEventBusTest, ExceptionOfAListenerEndsTheWalk) {
   EXPECT_EQ(calls, "a");
 }
 
-TEST_F(VRELEventBusTest, EventThatIsNotTimedIsNotStamped) {
+TEST_F(VRELEventBusTest, UntimedEventIsNotStamped) {
   bus.AddListener(&a);
   Send();
   long value = 0;
@@ -210,7 +210,7 @@ TEST_F(VRELEventBusTest, EventThatIsNotTimedIsNotStamped) {
   EXPECT_EQ(event.GetTime(value), VREL_E_FAIL);
 }
 
-TEST_F(VRELEventBusTest, TimedEventIsStampedWithoutAnyListener) {
+TEST_F(VRELEventBusTest, TimedEventIsStampedWithoutListener) {
   TimedEvent timed;
   long const clockBefore = static_cast<long>(std::clock());
   long const timeBefore = static_cast<long>(std::time(nullptr));
@@ -225,7 +225,7 @@ TEST_F(VRELEventBusTest, TimedEventIsStampedWithoutAnyListener) {
   EXPECT_LE(seconds, static_cast<long>(std::time(nullptr)));
 }
 
-TEST_F(VRELEventBusTest, TimedEventIsStampedBeforeItIsDelivered) {
+TEST_F(VRELEventBusTest, TimedEventIsStampedBeforeDispatch) {
   TimedEvent timed;
   long seconds = 0;
   VRINResult stamped = VREL_E_FAIL;
@@ -236,7 +236,7 @@ TEST_F(VRELEventBusTest, TimedEventIsStampedBeforeItIsDelivered) {
   EXPECT_GT(seconds, 0);
 }
 
-TEST_F(VRELEventBusTest, EachSendStampsAnew) {
+TEST_F(VRELEventBusTest, EachSendStampsAgain) {
   TimedEvent timed;
   long const longAgo = 1;
   timed.SetTime(longAgo);
@@ -250,12 +250,12 @@ TEST(VRELEventListenerTest, HasNoField) {
   EXPECT_EQ(sizeof(VRELEventListener), sizeof(void*));
 }
 
-TEST(VRELEventListenerTest, HandlesEventsByItsFirstVirtualOperation) {
+TEST(VRELEventListenerTest, HandleEventHasSlotZero) {
   EXPECT_EQ(SlotOf(&VRELEventListener::HandleEvent), 0u);
 }
 
-TEST(VRELEventBusStopTest, LeavesItsListenersAlone) {
-  // The listener is gone before the bus is: a bus that touched it would crash at exit.
+TEST(VRELEventBusStopTest, DestructorKeepsListeners) {
+  // The listener is destroyed before the bus; a bus that calls it in its destructor crashes.
   ChildResult const result = RunInChild([] {
     alignas(Listener) static unsigned char storage[sizeof(Listener)];
     std::string calls;

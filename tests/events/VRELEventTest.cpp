@@ -11,13 +11,13 @@
 
 namespace {
 
-TEST(VRELEventTest, KnowsNameAndLevel) {
+TEST(VRELEventTest, StoresNameAndLevel) {
   VRELEvent const event("MyEvent", VREL_LEVEL_INFO);
   EXPECT_STREQ(event.GetEventName(), "MyEvent");
   EXPECT_EQ(event.GetLevel(), 50);
 }
 
-TEST(VRELEventTest, KeepsACopyOfItsName) {
+TEST(VRELEventTest, CopiesName) {
   char name[] = "MyEvent";
   VRELEvent event(name, VREL_LEVEL_INFO);
   name[0] = 'X';
@@ -27,7 +27,7 @@ TEST(VRELEventTest, KeepsACopyOfItsName) {
   EXPECT_STREQ(event.GetEventName(), "XyEvent");
 }
 
-TEST(VRELEventTest, WithoutNameIsNothing) {
+TEST(VRELEventTest, IsAIsFalseWithoutName) {
   for (char const* none : {static_cast<char const*>(nullptr), ""}) {
     VRELEvent const event(none, VREL_LEVEL_INFO);
     EXPECT_EQ(event.GetEventName(), nullptr);
@@ -37,7 +37,7 @@ TEST(VRELEventTest, WithoutNameIsNothing) {
   }
 }
 
-TEST(VRELEventTest, NullOrEmptyNameChangesNothing) {
+TEST(VRELEventTest, SetEventNameIgnoresEmptyName) {
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
   event.SetEventName(nullptr);
   EXPECT_STREQ(event.GetEventName(), "MyEvent");
@@ -47,7 +47,7 @@ TEST(VRELEventTest, NullOrEmptyNameChangesNothing) {
   EXPECT_STREQ(event.GetEventName(), "Other");
 }
 
-TEST(VRELEventTest, TakesItsOwnNameAgain) {
+TEST(VRELEventTest, SetEventNameAcceptsOwnName) {
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
   event.SetEventName(event.GetEventName());
   EXPECT_STREQ(event.GetEventName(), "MyEvent");
@@ -64,7 +64,7 @@ TEST(VRELEventTest, IsAComparesBytes) {
   EXPECT_FALSE(event.IsA(nullptr));
 }
 
-TEST(VRELEventTest, EveryEventIsOfKindVRELEventOnly) {
+TEST(VRELEventTest, IsKindOfVRELEventOnly) {
   VRELEvent plain("MyEvent", VREL_LEVEL_INFO);
   VRELWarningEvent warning("text");
   for (VRELEvent* event : {&plain, static_cast<VRELEvent*>(&warning)}) {
@@ -76,7 +76,7 @@ TEST(VRELEventTest, EveryEventIsOfKindVRELEventOnly) {
   }
 }
 
-TEST(VRELEventTest, IsStampedByEitherSetter) {
+TEST(VRELEventTest, EitherSetterStamps) {
   long value = -1;
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
   EXPECT_EQ(event.GetClock(value), VREL_E_FAIL);
@@ -101,7 +101,7 @@ TEST(VRELEventTest, IsStampedByEitherSetter) {
   EXPECT_EQ(value, 0);
 }
 
-TEST(VRELEventTest, IsNotTimedAndDescribesNothing) {
+TEST(VRELEventTest, BaseIsUntimedAndWritesNothing) {
   VRELEvent event("MyEvent", VREL_LEVEL_INFO);
   EXPECT_FALSE(event.IsTimed());
   event.GetFormattedDescription(nullptr);
@@ -131,7 +131,7 @@ TEST(VRELEventTest, CopyIsDeep) {
   EXPECT_EQ(unstamped.GetClock(value), VREL_E_FAIL);
 }
 
-TEST(VRELEventTest, TranslatesKeywords) {
+TEST(VRELEventTest, GetLevelReadsKeywords) {
   struct {
     wchar_t const* keyword;
     int level;
@@ -144,7 +144,7 @@ TEST(VRELEventTest, TranslatesKeywords) {
       {L"ERROR", 80},
       {L"ABORT", 90},
       {L"NONE", 999},
-      // What is no keyword gives the fallback.
+      // Any other string returns the fallback.
       {L"WARNING", 12},
       {L"", 12},
       {L"info", 12},
@@ -175,7 +175,7 @@ TEST(VRELEventTest, TranslatesKeywords) {
   }
 }
 
-TEST(VRELEventTest, LevelsHaveTheirValues) {
+TEST(VRELEventTest, LevelsHaveValues) {
   EXPECT_EQ(VREL_LEVEL_DEFAULT, -1);
   EXPECT_EQ(VREL_LEVEL_ALL, 0);
   EXPECT_EQ(VREL_LEVEL_DEBUG, 10);
@@ -189,7 +189,7 @@ TEST(VRELEventTest, LevelsHaveTheirValues) {
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<VRELEventLevel>, int>));
 }
 
-TEST(VRELEventTest, KeepsItsVirtualOperationsInOrder) {
+TEST(VRELEventTest, VirtualFunctionsHaveSlots) {
   EXPECT_EQ(SlotOf(&VRELEvent::RaiseReference), 2u);
   EXPECT_EQ(SlotOf(&VRELEvent::LowerReference), 3u);
   EXPECT_EQ(SlotOf(&VRELEvent::GetName), 4u);
@@ -198,7 +198,7 @@ TEST(VRELEventTest, KeepsItsVirtualOperationsInOrder) {
   EXPECT_EQ(SlotOf(&VRELEvent::IsTimed), 7u);
 }
 
-TEST(VRELEventTest, HoldsItsFieldsAndNothingElse) {
+TEST(VRELEventTest, HasOnlyListedFields) {
   struct Fields : VRELObject {
     using VRELObject::VRELObject;
     char* name;

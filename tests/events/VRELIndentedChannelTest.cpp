@@ -46,7 +46,7 @@ constexpr ChannelRow Row(char const* name, int& counter, char const* eventName, 
           Channel::PrintPointArray};
 }
 
-ChannelRow const channels[] = {
+ChannelRow const kChannels[] = {
     Row<VRELWarning>("VRELWarning", _VRELWarningTab, "VRELWarningEvent", 70),
     Row<VRELInfo>("VRELInfo", _VRELInfoTab, "VRELMessageEvent", 50),
     Row<VRELVerbose>("VRELVerbose", _VRELVerboseTab, "VRELMessageEvent", 50),
@@ -56,10 +56,10 @@ ChannelRow const channels[] = {
 class VRELIndentedChannelTest : public testing::Test {
  protected:
   ~VRELIndentedChannelTest() override {
-    for (ChannelRow const& channel : channels) *channel.counter = 0;
+    for (ChannelRow const& channel : kChannels) *channel.counter = 0;
   }
 
-  // What one call sends.
+  // Returns the messages that one call sends.
   template <class... Arguments>
   static std::string TextOf(void (*print)(char const*, ...), char const* format, Arguments... arguments) {
     RecordingListener const listener;
@@ -69,8 +69,8 @@ class VRELIndentedChannelTest : public testing::Test {
   }
 };
 
-TEST_F(VRELIndentedChannelTest, EachChannelSendsItsEvent) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, ChannelsSendTheirEvents) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (auto* print : {channel.print, channel.noTabPrint}) {
       RecordingListener const listener;
@@ -84,7 +84,7 @@ TEST_F(VRELIndentedChannelTest, EachChannelSendsItsEvent) {
 }
 
 TEST_F(VRELIndentedChannelTest, NullFormatSendsNothing) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     *channel.counter = 1;
@@ -94,8 +94,8 @@ TEST_F(VRELIndentedChannelTest, NullFormatSendsNothing) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, EmptyTextIsSentAsNone) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, EmptyMessageIsNull) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(TextOf(channel.print, ""), "(none)");
     EXPECT_EQ(TextOf(channel.print, "%s", ""), "(none)");
@@ -106,8 +106,8 @@ TEST_F(VRELIndentedChannelTest, EmptyTextIsSentAsNone) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, IndentsByThreeBlanksAUnit) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, IndentsThreeSpacesPerUnit) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(*channel.counter, 0);
     EXPECT_EQ(TextOf(channel.print, "x\n"), "x\n");
@@ -127,10 +127,10 @@ TEST_F(VRELIndentedChannelTest, IndentsByThreeBlanksAUnit) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, EachChannelHasACounterOfItsOwn) {
-  for (ChannelRow const& tabbed : channels) {
+TEST_F(VRELIndentedChannelTest, CountersAreIndependent) {
+  for (ChannelRow const& tabbed : kChannels) {
     tabbed.tab();
-    for (ChannelRow const& channel : channels) {
+    for (ChannelRow const& channel : kChannels) {
       SCOPED_TRACE(std::string(tabbed.name) + " " + channel.name);
       EXPECT_EQ(TextOf(channel.print, "x"), &channel == &tabbed ? "   x" : "x");
     }
@@ -138,8 +138,8 @@ TEST_F(VRELIndentedChannelTest, EachChannelHasACounterOfItsOwn) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, CountersOfAnySizeAreSafe) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, ExtremeCountersAreBounded) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     struct {
       int counter;
@@ -166,9 +166,9 @@ TEST_F(VRELIndentedChannelTest, CountersOfAnySizeAreSafe) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, CutsBehind1023Bytes) {
+TEST_F(VRELIndentedChannelTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     EXPECT_EQ(TextOf(channel.print, "%s", fits.c_str()), fits);
     EXPECT_EQ(TextOf(channel.print, "%sy", fits.c_str()), fits);
@@ -178,14 +178,14 @@ TEST_F(VRELIndentedChannelTest, CutsBehind1023Bytes) {
     EXPECT_EQ(TextOf(channel.print, "%s", fits.c_str()), "      " + std::string(1017, 'x'));
     EXPECT_EQ(TextOf(channel.print, "%s", std::string(1017, 'y').c_str()), "      " + std::string(1017, 'y'));
     *channel.counter = 0;
-    // The cut falls between two percent signs, before the second pass.
+    // The cut is between two percent signs, before the second pass.
     EXPECT_EQ(TextOf(channel.print, "%s", (std::string(1022, 'x') + "%%").c_str()), std::string(1022, 'x') + "%");
     EXPECT_EQ(TextOf(channel.print, "%s", (std::string(1021, 'x') + "%%y").c_str()), std::string(1021, 'x') + "%");
   }
 }
 
 TEST_F(VRELIndentedChannelTest, FormatsTwice) {
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (auto* print : {channel.print, channel.noTabPrint}) {
       EXPECT_EQ(TextOf(print, "100%%%%"), "100%");
@@ -199,7 +199,7 @@ TEST_F(VRELIndentedChannelTest, FormatsTwice) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, DirectivesLeftInTheTextReadNoArgument) {
+TEST_F(VRELIndentedChannelTest, SecondPassReadsNoArgument) {
   char const* const texts[] = {"%s %n %d %5$s %*d",
                                "%s%s%s%s%s%s%s%s%s%s%s%s",
                                "%n%n%n%n%n%n",
@@ -213,7 +213,7 @@ TEST_F(VRELIndentedChannelTest, DirectivesLeftInTheTextReadNoArgument) {
                                "%5%",
                                "%Lf %a",
                                "%99999999d"};
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     for (char const* text : texts) {
       EXPECT_EQ(TextOf(channel.print, "%s", text), text);
@@ -224,7 +224,7 @@ TEST_F(VRELIndentedChannelTest, DirectivesLeftInTheTextReadNoArgument) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSignsFromTheLeft) {
+TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSigns) {
   std::mt19937 random(20240607);
   char const letters[] = {'%', '%', '%', 's', 'n', 'd', '*', '$', '5', ' ', '\n', '\xE9'};
   for (int round = 0; round < 2000; ++round) {
@@ -245,8 +245,8 @@ TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSignsFromTheLeft) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, FormatsAlsoWhenNobodyListens) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, FormatsWithoutListener) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     int written = 0;
     channel.print("abc%n", &written);
@@ -254,7 +254,7 @@ TEST_F(VRELIndentedChannelTest, FormatsAlsoWhenNobodyListens) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, ShowsMatricesByRows) {
+TEST_F(VRELIndentedChannelTest, PrintsMatricesByRows) {
   float const by4[16] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12.5F, -13.25F, 1234.5F, -0.0F};
   Texts const rowsBy4 = {
       "[ 0.000,  4.000,  8.000, 12.500]\n",
@@ -268,7 +268,7 @@ TEST_F(VRELIndentedChannelTest, ShowsMatricesByRows) {
       "[1.000, -4.500, 7.000, 1000.062]\n",
       "[2.000, 5.000, 8.000, 0.000]\n",
   };
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     {
       RecordingListener const listener;
@@ -293,9 +293,9 @@ TEST_F(VRELIndentedChannelTest, ShowsMatricesByRows) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, ShowsPointsLastCoordinateFirst) {
+TEST_F(VRELIndentedChannelTest, PrintsPointsInReverse) {
   float const points[9] = {1, 2, 3, -4.5F, 0, 100.125F, 7, 8, 9};
-  for (ChannelRow const& channel : channels) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     channel.printPoints(points, 2);
@@ -310,8 +310,8 @@ TEST_F(VRELIndentedChannelTest, ShowsPointsLastCoordinateFirst) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, PrintsNothingOfNull) {
-  for (ChannelRow const& channel : channels) {
+TEST_F(VRELIndentedChannelTest, PrintsNothingForNull) {
+  for (ChannelRow const& channel : kChannels) {
     SCOPED_TRACE(channel.name);
     RecordingListener const listener;
     channel.print4x4(nullptr);
@@ -321,7 +321,7 @@ TEST_F(VRELIndentedChannelTest, PrintsNothingOfNull) {
   }
 }
 
-TEST_F(VRELIndentedChannelTest, LineOfHugeNumbersIsCut) {
+TEST_F(VRELIndentedChannelTest, CutsLineOfHugeNumbers) {
   double huge[12];
   for (double& each : huge) each = 1e308;
   RecordingListener const listener;

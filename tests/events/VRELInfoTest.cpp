@@ -10,7 +10,7 @@
 
 namespace {
 
-// Notes whether the events would be prefixed.
+// Records whether the events have a prefix.
 class PrefixListener : public RecordingListener {
  public:
   void HandleEvent(VRELEvent& event) override {
@@ -26,7 +26,7 @@ class VRELInfoTest : public testing::Test {
   ~VRELInfoTest() override { _VRELInfoTab = 0; }
 };
 
-TEST_F(VRELInfoTest, OnlyPrintfAsItIsSendsWithoutPrefix) {
+TEST_F(VRELInfoTest, PrintfAsItIsSendsWithoutPrefix) {
   PrefixListener const listener;
   VRELInfo::Printf("a");
   VRELInfo::NoTabPrintf("b");
@@ -37,7 +37,7 @@ TEST_F(VRELInfoTest, OnlyPrintfAsItIsSendsWithoutPrefix) {
   EXPECT_EQ(listener.events[2].text, "c1");
 }
 
-TEST_F(VRELInfoTest, PrintfAsItIsIndentsCutsAndFormatsTwice) {
+TEST_F(VRELInfoTest, PrintfAsItIsFormatsAsPrintf) {
   RecordingListener const listener;
   _VRELInfoTab = 2;
   VRELInfo::PrintfAsItIs("x");
@@ -48,7 +48,7 @@ TEST_F(VRELInfoTest, PrintfAsItIsIndentsCutsAndFormatsTwice) {
             (std::vector<std::string>{"      x", "      100%", "      %n %s", "      " + std::string(1017, 'x')}));
 }
 
-TEST_F(VRELInfoTest, PrintfAsItIsOfNothing) {
+TEST_F(VRELInfoTest, PrintfAsItIsOfNullSendsNothing) {
   RecordingListener const listener;
   char const* const null = nullptr;
   VRELInfo::PrintfAsItIs(null);
@@ -57,7 +57,7 @@ TEST_F(VRELInfoTest, PrintfAsItIsOfNothing) {
   EXPECT_EQ(listener.Texts(), std::vector<std::string>{"(none)"});
 }
 
-TEST_F(VRELInfoTest, ShowsA3x3MatrixByRows) {
+TEST_F(VRELInfoTest, Print3x3MatrixPrintsRows) {
   float const elements[9] = {0, 1, 2, 3, -4.5F, 5, 12.125F, 1000, 0.0625F};
   RecordingListener const listener;
   VRELInfo::Print3x3Matrix(elements);
@@ -70,7 +70,7 @@ TEST_F(VRELInfoTest, ShowsA3x3MatrixByRows) {
   EXPECT_EQ(listener.Texts()[3], "   [0.000, 3.000, 12.125]\n");
 }
 
-TEST_F(VRELInfoTest, PrintsUnderItsCName) {
+TEST_F(VRELInfoTest, CFunctionPrints) {
   PrefixListener const listener;
   _VRELInfoTab = 2;
   VRELInfo_NoTabPrintf("%s %d", "text", 5);

@@ -15,14 +15,14 @@ VRELMessageEvent MakeFromList(char const* format, ...) {
   return event;
 }
 
-TEST(VRELMessageEventTest, IsPrefixedUnlessTold) {
+TEST(VRELMessageEventTest, IsPrefixedByDefault) {
   EXPECT_TRUE(VRELMessageEvent("text").IsPrefixed());
   EXPECT_TRUE(MakeFromList("text").IsPrefixed());
   EXPECT_TRUE(VRELMessageEvent("text", true).IsPrefixed());
   EXPECT_FALSE(VRELMessageEvent("text", false).IsPrefixed());
 }
 
-TEST(VRELMessageEventTest, ThirdConstructorFormatsWhatFollowsTheFlag) {
+TEST(VRELMessageEventTest, BoolConstructorFormatsRemainingArguments) {
   VRELMessageEvent const event("%s has %d faces, %.2f", false, "hub", 12, 0.5);
   EXPECT_FALSE(event.IsPrefixed());
   EXPECT_STREQ(event.GetMessage(), "hub has 12 faces, 0.50");
@@ -34,13 +34,13 @@ TEST(VRELMessageEventTest, ThirdConstructorFormatsWhatFollowsTheFlag) {
   EXPECT_EQ(VRELMessageEvent("%sy", false, fits.c_str()).GetMessage(), fits);
 }
 
-TEST(VRELMessageEventTest, NumberBehindTheFormatIsItsArgument) {
+TEST(VRELMessageEventTest, NumberAfterFormatIsArgument) {
   VRELMessageEvent const event("%d of %d", 0, 7);
   EXPECT_STREQ(event.GetMessage(), "0 of 7");
   EXPECT_TRUE(event.IsPrefixed());
 }
 
-TEST(VRELMessageEventTest, CopyKeepsThePrefix) {
+TEST(VRELMessageEventTest, CopyKeepsPrefix) {
   VRELMessageEvent const source("text", false);
   VRELMessageEvent const copy(source);
   EXPECT_FALSE(copy.IsPrefixed());

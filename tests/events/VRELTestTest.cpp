@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(VRELTestTest, TabsUnderItsCNames) {
+TEST(VRELTestTest, CFunctionsIndent) {
   EXPECT_EQ(_VRELTestTab, 0);
   VRELTest_Tab();
   VRELTest_Tab();

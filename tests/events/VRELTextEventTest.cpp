@@ -60,15 +60,15 @@ constexpr MessageEventRow Row(char const* name, int variadicLevel, int listLevel
           [](char const* format, char const* argument) { Event::Fire(format, argument); }};
 }
 
-MessageEventRow const rows[] = {
+MessageEventRow const kRows[] = {
     Row<VRELErrorEvent>("VRELErrorEvent", 80, 80),     Row<VRELWarningEvent>("VRELWarningEvent", 70, 50),
     Row<VRELMessageEvent>("VRELMessageEvent", 50, 50), Row<VRELVerboseEvent>("VRELVerboseEvent", 30, 30),
     Row<VRELTestEvent>("VRELTestEvent", 20, 20),       Row<VRELDebugEvent>("VRELDebugEvent", 10, 10),
     Row<VRELAssertEvent>("VRELAssertEvent", 90, 30),
 };
 
-TEST(VRELTextEventTest, EachClassHasItsNameAndLevels) {
-  for (MessageEventRow const& row : rows) {
+TEST(VRELTextEventTest, ClassesHaveNamesAndLevels) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     auto const variadic = row.makeVariadic("text %s", "x");
     EXPECT_STREQ(variadic->GetEventName(), row.name);
@@ -85,8 +85,8 @@ TEST(VRELTextEventTest, EachClassHasItsNameAndLevels) {
   }
 }
 
-TEST(VRELTextEventTest, EachClassFiresWithTheLevelOfItsListConstructor) {
-  for (MessageEventRow const& row : rows) {
+TEST(VRELTextEventTest, FireUsesLevelOfListConstructor) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire("text %s", "z");
@@ -98,7 +98,7 @@ TEST(VRELTextEventTest, EachClassFiresWithTheLevelOfItsListConstructor) {
 }
 
 TEST(VRELTextEventTest, FireFormatsOnce) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire("100%% of %s", "%d %s %n 5%%");
@@ -107,7 +107,7 @@ TEST(VRELTextEventTest, FireFormatsOnce) {
 }
 
 TEST(VRELTextEventTest, FireOfNullSendsNothing) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     RecordingListener const listener;
     row.fire(nullptr, "x");
@@ -115,8 +115,8 @@ TEST(VRELTextEventTest, FireOfNullSendsNothing) {
   }
 }
 
-TEST(VRELTextEventTest, EmptyTextIsNone) {
-  for (MessageEventRow const& row : rows) {
+TEST(VRELTextEventTest, EmptyMessageIsNull) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.makeVariadic("", "x")->GetMessage(), nullptr);
     EXPECT_EQ(row.makeFromList("", "x")->GetMessage(), nullptr);
@@ -129,11 +129,11 @@ TEST(VRELTextEventTest, EmptyTextIsNone) {
   }
 }
 
-TEST(VRELTextEventTest, TextIsCutBehind1023Bytes) {
+TEST(VRELTextEventTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
   std::string const tooLong = fits + "y";
   std::string const farTooLong(100000, 'x');
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.makeVariadic("%s", fits.c_str())->GetMessage(), fits);
     EXPECT_EQ(row.makeVariadic("%s", tooLong.c_str())->GetMessage(), fits);
@@ -147,7 +147,7 @@ TEST(VRELTextEventTest, TextIsCutBehind1023Bytes) {
 }
 
 TEST(VRELTextEventTest, CopyIsDeep) {
-  for (MessageEventRow const& row : rows) {
+  for (MessageEventRow const& row : kRows) {
     SCOPED_TRACE(row.name);
     auto source = row.makeVariadic("text %s", "x");
     auto const copy = row.copy(*source);
@@ -160,20 +160,20 @@ TEST(VRELTextEventTest, CopyIsDeep) {
   }
 }
 
-TEST(VRELTextEventTest, TextEndsAtAZeroByte) {
+TEST(VRELTextEventTest, MessageEndsAtZeroByte) {
   VRELTestEvent const event("a%cb", '\0');
   EXPECT_STREQ(event.GetMessage(), "a");
   VRELTestEvent const none("%cb", '\0');
   EXPECT_EQ(none.GetMessage(), nullptr);
 }
 
-TEST(VRELTextEventTest, RefusedFormatGivesNoText) {
-  // No multibyte text in the C locale stands for this character.
+TEST(VRELTextEventTest, RejectedFormatLeavesNull) {
+  // This character has no multibyte encoding in the C locale.
   VRELTestEvent const event("before %ls", L"\u4E2D");
   EXPECT_EQ(event.GetMessage(), nullptr);
 }
 
-TEST(VRELTextEventTest, MessageIsTheOnlyFieldAdded) {
+TEST(VRELTextEventTest, AddsMessageFieldOnly) {
   EXPECT_EQ(sizeof(VRELWarningEvent), sizeof(VRELEvent) + sizeof(char*));
   EXPECT_EQ(sizeof(VRELVerboseEvent), sizeof(VRELEvent) + sizeof(char*));
   EXPECT_EQ(sizeof(VRELTestEvent), sizeof(VRELEvent) + sizeof(char*));
@@ -188,7 +188,7 @@ std::string Description(Event event) {
   return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
 }
 
-TEST(VRELTextEventTest, WritesItsLine) {
+TEST(VRELTextEventTest, WritesLine) {
   EXPECT_EQ(Description(VRELErrorEvent("%s", "text")), "Error : text\n");
   EXPECT_EQ(Description(VRELWarningEvent("%s", "text")), "Warning : text\n");
   EXPECT_EQ(Description(VRELMessageEvent("%s", "text")), "Message : text\n");
@@ -200,7 +200,7 @@ TEST(VRELTextEventTest, WritesItsLine) {
   EXPECT_EQ(Description(VRELAssertEvent("%s", "text")), "Assert : text\n");
 }
 
-TEST(VRELTextEventTest, WritesThePrefixAloneWithoutText) {
+TEST(VRELTextEventTest, WritesPrefixWithoutMessage) {
   EXPECT_EQ(Description(VRELWarningEvent("%s", "")), "Warning : \n");
   EXPECT_EQ(Description(VRELMessageEvent("%s", "")), "Message : \n");
   EXPECT_EQ(Description(VRELMessageEvent("", false)), "\n");
@@ -210,19 +210,19 @@ TEST(VRELTextEventTest, WritesThePrefixAloneWithoutText) {
   EXPECT_EQ(Description(VRELAssertEvent("%s", "")), "Assert : \n");
 }
 
-TEST(VRELTextEventTest, LeavesAnEmptyLineBehindALineFeed) {
+TEST(VRELTextEventTest, WritesEmptyLineAfterLineFeed) {
   EXPECT_EQ(Description(VRELWarningEvent("%s", "text\n")), "Warning : text\n\n");
 }
 
-// A percent sign is text by then, and so is every other byte.
-TEST(VRELTextEventTest, WritesTextAsItIs) {
+// The message is not a format.
+TEST(VRELTextEventTest, WritesMessageUnchanged) {
   EXPECT_EQ(Description(VRELDebugEvent("%s", "100%d \xC3\x96")), "100%d \xC3\x96\n");
   EXPECT_EQ(Description(VRELWarningEvent("%s", std::string(1023, 'x').c_str())),
             "Warning : " + std::string(1023, 'x') + "\n");
 }
 
-// Each line has a formatter of its own, which flushes when it goes.
-TEST(VRELTextEventTest, FlushesBehindEachLine) {
+// Each line has its own formatter, whose destructor flushes.
+TEST(VRELTextEventTest, FlushesAfterEachLine) {
   class Stream : public VRELOutputStream {
    public:
     int write(char const* buffer, int count) override {
@@ -240,7 +240,7 @@ TEST(VRELTextEventTest, FlushesBehindEachLine) {
   EXPECT_EQ(stream.calls, "Warning : a\n(flush)Assert : b\n(flush)Error 16777217\n(flush)");
 }
 
-// Gathers what a log would hold.
+// Collects the writes.
 template <class Stream = VRELStringOutputStream>
 class WritingListener : public VRELEventListener {
  public:
@@ -260,8 +260,8 @@ class WriteCountingStream : public VRELStringOutputStream {
   int writes = 0;
 };
 
-// Of whatever length: a log takes one call of the system for a line.
-TEST(VRELTextEventTest, WritesALineInOnePiece) {
+// For lines of any length, so that a log needs one system call for a line.
+TEST(VRELTextEventTest, WritesLineInOneCall) {
   for (std::size_t const size : {0U, 1U, 1023U, 1042U, 1043U, 1044U, 1045U, 5000U}) {
     SCOPED_TRACE(size);
     WritingListener<WriteCountingStream> listener;
@@ -279,7 +279,7 @@ TEST(VRELTextEventTest, WritesNothingWithoutStream) {
   error.GetFormattedDescription(nullptr);
 }
 
-TEST(VRELTextEventTest, ALoggerWritesPrefixIndentationAndText) {
+TEST(VRELTextEventTest, LoggerWritesPrefixAndIndentation) {
   WritingListener<> listener;
   VRELInfo::Tab();
   VRELInfo::Tab();

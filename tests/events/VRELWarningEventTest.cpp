@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(VRELWarningEventTest, FiresLongTexts) {
+TEST(VRELWarningEventTest, FireSendsLongMessage) {
   RecordingListener const listener;
   std::string const text(5000, 'x');
   VRELWarningEvent::Fire(5010, "<%s> %d", text.c_str(), 7);
@@ -19,7 +19,7 @@ TEST(VRELWarningEventTest, FiresLongTexts) {
   EXPECT_EQ(listener.events[0].text, "<" + text + "> 7");
 }
 
-TEST(VRELWarningEventTest, SizeBoundsTheText) {
+TEST(VRELWarningEventTest, FireCutsAtSize) {
   std::string const text = std::string(2000, 'x') + "end";
   struct {
     int size;
@@ -46,13 +46,13 @@ TEST(VRELWarningEventTest, SizeBoundsTheText) {
   }
 }
 
-TEST(VRELWarningEventTest, FormatsLongTextsOnce) {
+TEST(VRELWarningEventTest, FireFormatsLongMessageOnce) {
   RecordingListener const listener;
   VRELWarningEvent::Fire(100, "5%% %s", "%%d");
   EXPECT_EQ(listener.Texts(), std::vector<std::string>{"5% %%d"});
 }
 
-TEST(VRELWarningEventTest, NullSendsNothing) {
+TEST(VRELWarningEventTest, FireOfNullSendsNothing) {
   RecordingListener const listener;
   char const* const null = nullptr;
   VRELWarningEvent::Fire(100, null);

@@ -25,12 +25,12 @@
 
 namespace {
 
-// The names that the next walk gets, in this order, and nothing but them; empty for what is really there.
+// Names that readdir returns in place of the real entries, in this order. Empty for the real entries.
 std::vector<char const*> givenNames;
 
 }  // namespace
 
-// Stands in front of the C library's, whose order is that of the file system.
+// Replaces readdir of the C library, whose order depends on the file system.
 extern "C" VREL_EXPORT dirent* readdir(DIR* directory) {
   static dirent given = {};
   static auto* const inLibrary = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
@@ -60,7 +60,7 @@ std::vector<std::string> Texts(VRELDynamicArray<Gk_FileElement> const& elements)
   return texts;
 }
 
-// The paths below a directory of what its search finds.
+// Returns the paths, relative to the directory, that fetchLeafFiles returns.
 std::vector<std::string> Found(std::string const& directory, char const* pattern) {
   std::vector<std::string> names;
   for (std::string const& path : Texts(Directory(directory).fetchLeafFiles(pattern))) {
@@ -70,7 +70,7 @@ std::vector<std::string> Found(std::string const& directory, char const* pattern
   return names;
 }
 
-TEST(Gk_DirElementTest, IsAFileElementAndNoMore) {
+TEST(Gk_DirElementTest, AddsNoField) {
   static_assert(std::is_base_of_v<Gk_FileElement, Gk_DirElement>);
   static_assert(sizeof(Gk_DirElement) == sizeof(Gk_String));
   static_assert(!std::is_polymorphic_v<Gk_DirElement>);
@@ -80,7 +80,7 @@ TEST(Gk_DirElementTest, IsAFileElementAndNoMore) {
   EXPECT_EQ(element.text(), "a/b");
 }
 
-TEST(Gk_DirElementTest, DotsCountAtTheEndOfTheText) {
+TEST(Gk_DirElementTest, IsDotTestsEndOfPath) {
   struct {
     char const* path;
     bool isDot;
@@ -97,21 +97,21 @@ TEST(Gk_DirElementTest, DotsCountAtTheEndOfTheText) {
   }
 }
 
-TEST(Gk_DirElementTest, MakesMissingParents) {
+TEST(Gk_DirElementTest, MkdirCreatesMissingParents) {
   ScratchDirectory const scratch;
   EXPECT_TRUE(Directory(scratch.Path("p/q/r")).mkdir());
   EXPECT_TRUE(fs::is_directory(scratch.Path("p/q/r")));
   // It exists.
   EXPECT_FALSE(Directory(scratch.Path("p/q/r")).mkdir());
   EXPECT_FALSE(Directory("").mkdir());
-  // The parent of a path with a slash at its end is the directory itself, which is then there.
+  // The parent of a path that ends in a slash is the directory itself, which exists then.
   EXPECT_FALSE(Directory(scratch.Path("s/t/")).mkdir());
   EXPECT_TRUE(fs::is_directory(scratch.Path("s/t")));
   scratch.Write("plain", "");
   EXPECT_FALSE(Directory(scratch.Path("plain/x/y")).mkdir());
 }
 
-TEST(Gk_DirElementTest, MakesRelativeDirectories) {
+TEST(Gk_DirElementTest, MkdirAcceptsRelativePath) {
   ScratchDirectory const scratch;
   ChildResult const result = RunInChild([&] {
     if (chdir(scratch.Path().c_str()) != 0) return 1;
@@ -124,7 +124,7 @@ TEST(Gk_DirElementTest, MakesRelativeDirectories) {
   for (char const* name : {"p/q/r", "one", "w", "w\\x", "w\\x\\y"}) EXPECT_TRUE(fs::is_directory(scratch.Path(name)));
 }
 
-TEST(Gk_DirElementTest, TheUmaskAloneLimitsTheMode) {
+TEST(Gk_DirElementTest, MkdirModeIsLimitedByUmask) {
   ScratchDirectory const scratch;
   struct {
     mode_t mask;
@@ -145,7 +145,7 @@ TEST(Gk_DirElementTest, TheUmaskAloneLimitsTheMode) {
   }
 }
 
-TEST(Gk_DirElementTest, HostilePathsAreNoHarmToMkdir) {
+TEST(Gk_DirElementTest, MkdirSurvivesHostilePaths) {
   ScratchDirectory const scratch;
   std::string const name(200, 'd');
   std::string deep = scratch.Path();
@@ -156,7 +156,7 @@ TEST(Gk_DirElementTest, HostilePathsAreNoHarmToMkdir) {
   EXPECT_FALSE(Directory(scratch.Path(std::string(256, 'n'))).mkdir());
 }
 
-TEST(Gk_DirElementTest, MkdirOfADotEndsWhereThereIsNoCurrentDirectory) {
+TEST(Gk_DirElementTest, MkdirFailsWithoutCurrentDirectory) {
   ScratchDirectory const scratch;
   ChildResult const result = RunInChild([&] {
     fs::create_directory(scratch.Path("gone"));
@@ -167,7 +167,7 @@ TEST(Gk_DirElementTest, MkdirOfADotEndsWhereThereIsNoCurrentDirectory) {
   EXPECT_EQ(result.signal, 0);
 }
 
-TEST(Gk_DirElementTest, RemovesEmptyDirectories) {
+TEST(Gk_DirElementTest, RmdirRemovesEmptyDirectory) {
   ScratchDirectory const scratch;
   scratch.Write("full/file", "");
   fs::create_directory(scratch.Path("empty"));
@@ -177,7 +177,7 @@ TEST(Gk_DirElementTest, RemovesEmptyDirectories) {
   EXPECT_FALSE(Directory(scratch.Path("full/file")).rmdir());
 }
 
-TEST(Gk_DirElementTest, ChildrenAreAllEntries) {
+TEST(Gk_DirElementTest, ChildrenReturnsAllEntries) {
   ScratchDirectory const scratch;
   scratch.Write("one", "");
   scratch.Write(".hidden", "");
@@ -185,13 +185,13 @@ TEST(Gk_DirElementTest, ChildrenAreAllEntries) {
   std::string const path = scratch.Path();
   EXPECT_THAT(Texts(Directory(path).children()),
               UnorderedElementsAre(path + "/.", path + "/..", path + "/one", path + "/.hidden", path + "/sub"));
-  // The path stays as it was given.
+  // The path is used as given.
   EXPECT_THAT(Texts(Directory(scratch.Path("sub/")).children()),
               UnorderedElementsAre(path + "/sub//.", path + "/sub//..", path + "/sub//below"));
   for (Gk_FileElement const& child : Directory(path).children()) EXPECT_EQ(child.dataLen(), child.len() - 1);
 }
 
-TEST(Gk_DirElementTest, ADirectoryThatCannotBeReadHasNoChildren) {
+TEST(Gk_DirElementTest, UnreadableDirectoryHasNoChildren) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
   for (std::string const& path : {scratch.Path("missing"), scratch.Path("file"), std::string()}) {
@@ -202,7 +202,7 @@ TEST(Gk_DirElementTest, ADirectoryThatCannotBeReadHasNoChildren) {
   }
 }
 
-TEST(Gk_DirElementTest, NoDirectoryStaysOpen) {
+TEST(Gk_DirElementTest, ClosesDirectories) {
   ScratchDirectory const scratch;
   scratch.Write("sub/file", "");
   Directory(scratch.Path()).children();
@@ -212,25 +212,25 @@ TEST(Gk_DirElementTest, NoDirectoryStaysOpen) {
   EXPECT_EQ(CountOpenDescriptors(scratch.Path("sub")), 0);
 }
 
-TEST(Gk_DirElementTest, FindsFilesByTheirPaths) {
+TEST(Gk_DirElementTest, FetchLeafFilesMatchesPaths) {
   ScratchDirectory const scratch;
   for (char const* name : {"a.stp", "b.STP", "c.igs", ".x.stp", "sub/d.stp", "sub/deep/e.stp", "sub/deep/f.txt",
                            "dir.stp/g", "dot./h.stp", "dots../i.stp"}) {
     scratch.Write(name, "");
   }
   std::string const path = scratch.Path();
-  // A "*" takes slashes and leading dots, and a pattern may end where the name goes on with a "/".
+  // "*" matches slashes and leading dots, and a pattern may end before a "/" of the path.
   EXPECT_THAT(Found(path, "*.stp"),
               UnorderedElementsAre("a.stp", "b.STP", ".x.stp", "sub/d.stp", "sub/deep/e.stp", "dir.stp/g"));
   EXPECT_THAT(Found(path, "*/sub/*"), UnorderedElementsAre("sub/d.stp", "sub/deep/e.stp", "sub/deep/f.txt"));
-  // The pattern is for the whole path.
+  // The pattern matches the whole path.
   EXPECT_THAT(Found(path, "a.stp"), IsEmpty());
   EXPECT_THAT(Found(path, (path + "/?.igs").c_str()), ElementsAre("c.igs"));
   EXPECT_THAT(Found(path, "*/e.*"), ElementsAre("sub/deep/e.stp"));
   EXPECT_THAT(Found(path, "nothing*"), IsEmpty());
 }
 
-TEST(Gk_DirElementTest, ASearchFollowsTheOrderOfTheChildrenDepthFirst) {
+TEST(Gk_DirElementTest, FetchLeafFilesIsDepthFirst) {
   ScratchDirectory const scratch;
   for (int i = 0; i < 20; ++i) {
     scratch.Write("f" + std::to_string(i), "");
@@ -250,7 +250,7 @@ TEST(Gk_DirElementTest, ASearchFollowsTheOrderOfTheChildrenDepthFirst) {
   EXPECT_EQ(Texts(Directory(scratch.Path()).fetchLeafFiles("*")), expected);
 }
 
-TEST(Gk_DirElementTest, LinksCountAsWhatTheyLeadTo) {
+TEST(Gk_DirElementTest, FetchLeafFilesFollowsLinks) {
   ScratchDirectory const scratch;
   scratch.Write("real/file", "");
   fs::create_symlink("real/file", scratch.Path("tofile"));
@@ -261,19 +261,19 @@ TEST(Gk_DirElementTest, LinksCountAsWhatTheyLeadTo) {
   EXPECT_THAT(Found(scratch.Path(), "*"), UnorderedElementsAre("real/file", "tofile", "todirectory/file"));
 }
 
-TEST(Gk_DirElementTest, LinksInACircleEndTheSearch) {
+TEST(Gk_DirElementTest, FetchLeafFilesEndsAtLinkCycle) {
   ScratchDirectory const scratch;
   scratch.Write("a/file", "");
   for (char const* name : {"a/up", "a/up2", "a/up3"}) fs::create_symlink("..", scratch.Path(name));
   fs::create_symlink(".", scratch.Path("a/self"));
   fs::create_symlink("loop", scratch.Path("loop"));
   EXPECT_THAT(Found(scratch.Path(), "*"), ElementsAre("a/file"));
-  // Begun at a link, the way back is the directory itself.
+  // If the search starts at a link, the link back refers to the start.
   fs::create_symlink("a", scratch.Path("b"));
   EXPECT_THAT(Found(scratch.Path("b"), "*"), UnorderedElementsAre("file"));
 }
 
-TEST(Gk_DirElementTest, NamesNeedNotBeText) {
+TEST(Gk_DirElementTest, FetchLeafFilesAcceptsInvalidText) {
   ScratchDirectory const scratch;
   std::string const longName(255, 'n');
   scratch.Write("\xFF\xFE\n", "");
@@ -281,8 +281,8 @@ TEST(Gk_DirElementTest, NamesNeedNotBeText) {
   EXPECT_THAT(Found(scratch.Path(), "*"), UnorderedElementsAre("\xFF\xFE\n", "sub/" + longName));
 }
 
-// Steps down with chdir, because no path leads to the bottom.
-TEST(Gk_DirElementTest, ATreeBeyondTheLongestPathIsSearchedAsFarAsPathsLead) {
+// Descends with chdir, because the path to the bottom exceeds PATH_MAX.
+TEST(Gk_DirElementTest, FetchLeafFilesStopsAtPathMax) {
   ScratchDirectory const scratch;
   std::string const name(200, 'd');
   ChildResult const result = RunInChild([&] {
@@ -296,12 +296,12 @@ TEST(Gk_DirElementTest, ATreeBeyondTheLongestPathIsSearchedAsFarAsPathsLead) {
     return 0;
   });
   ASSERT_EQ(result.exitStatus, 0);
-  // "/f" has to fit behind each "/ddd..." below the longest path of 4095 bytes.
+  // "/f" must fit after each "/ddd..." within the longest path of 4095 bytes.
   std::size_t const expected = (PATH_MAX - 1 - 2 - scratch.Path().size()) / (name.size() + 1);
   EXPECT_EQ(Found(scratch.Path(), "*").size(), expected);
 }
 
-TEST(Gk_DirElementTest, DepthCostsNoDescriptors) {
+TEST(Gk_DirElementTest, DepthNeedsNoDescriptors) {
   ScratchDirectory const scratch;
   std::string below;
   for (int i = 0; i < 200; ++i) below += "d/";
@@ -314,14 +314,14 @@ TEST(Gk_DirElementTest, DepthCostsNoDescriptors) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(Gk_DirElementTest, FoldersWithoutRightsHideWhatTheyHold) {
+TEST(Gk_DirElementTest, FetchLeafFilesSkipsUnreadableFolders) {
   ScratchDirectory const scratch;
   scratch.Write("closed/file", "");
   scratch.Write("listed/file", "");
   scratch.Write("open/file", "");
   ASSERT_EQ(chmod(scratch.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(scratch.Path("closed").c_str(), 0), 0);
-  // Its names can be read, but nothing be learnt about its files.
+  // Its entries can be listed, but stat of its files fails.
   ASSERT_EQ(chmod(scratch.Path("listed").c_str(), 0444), 0);
   RunUnprivileged([&] {
     EXPECT_THAT(Found(scratch.Path(), "*"), ElementsAre("open/file"));
@@ -335,17 +335,17 @@ TEST(Gk_DirElementTest, FoldersWithoutRightsHideWhatTheyHold) {
   ASSERT_EQ(chmod(scratch.Path("listed").c_str(), 0700), 0);
 }
 
-TEST(Gk_DirElementTest, FullPathIsThatOfTheDotEntry) {
+TEST(Gk_DirElementTest, FullPathDropsDotEntry) {
   ScratchDirectory const scratch;
   fs::create_directory(scratch.Path("sub"));
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
   EXPECT_STREQ(Directory(scratch.Path("sub/")).fullPath(), scratch.Path("sub/").c_str());
-  // A file is no such child.
+  // A file does not count.
   scratch.Write("sub/a.", "");
   EXPECT_STREQ(Directory(scratch.Path("sub")).fullPath(), scratch.Path("sub").c_str());
 }
 
-TEST(Gk_DirElementTest, FullPathPassesOverAllThatIsNoDot) {
+TEST(Gk_DirElementTest, FullPathSkipsOtherEntries) {
   ScratchDirectory const scratch;
   for (char const* name : {"a", "b..", "c."}) fs::create_directory(scratch.Path(name));
   scratch.Write("d.", "");
@@ -358,7 +358,7 @@ TEST(Gk_DirElementTest, FullPathPassesOverAllThatIsNoDot) {
   givenNames.clear();
 }
 
-TEST(Gk_DirElementTest, FullPathTakesTheFirstDirectoryThatEndsInADot) {
+TEST(Gk_DirElementTest, FullPathUsesFirstDirectoryEndingInDot) {
   ScratchDirectory const scratch;
   std::string expected;
   for (int i = 0; i < 30 && expected.empty(); ++i) {

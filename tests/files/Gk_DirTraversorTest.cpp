@@ -16,11 +16,11 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::UnorderedElementsAre;
 
-std::unique_ptr<Gk_DirTraversor> Walk(std::string const& path) {
+std::unique_ptr<Gk_DirTraversor> CreateTraversor(std::string const& path) {
   return std::unique_ptr<Gk_DirTraversor>(Gk_DirTraversor::create(Gk_DirElement(Gk_String(path.c_str()))));
 }
 
-TEST(Gk_DirTraversorTest, AnEntryMayBeMissing) {
+TEST(Gk_DirTraversorTest, EntryMayBeNull) {
   Gk_DirEntry const none;
   EXPECT_FALSE(none.isValid());
   EXPECT_EQ(none.name(), nullptr);
@@ -35,77 +35,77 @@ TEST(Gk_DirTraversorTest, AnEntryMayBeMissing) {
   static_assert(sizeof(Gk_DirEntry) == sizeof(dirent*));
 }
 
-TEST(Gk_DirTraversorTest, StandsAtTheFirstEntry) {
+TEST(Gk_DirTraversorTest, CreateReadsFirstEntry) {
   ScratchDirectory const scratch;
-  std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
-  ASSERT_NE(walk, nullptr);
-  EXPECT_EQ(walk->text(), scratch.Path());
-  ASSERT_TRUE(walk->current().isValid());
-  EXPECT_EQ(walk->currentName().text(), scratch.Path() + "/" + walk->current().name());
-  EXPECT_EQ(walk->entries().size(), 0);
-  EXPECT_GE(walk->descriptor(), 0);
+  std::unique_ptr<Gk_DirTraversor> const traversor = CreateTraversor(scratch.Path());
+  ASSERT_NE(traversor, nullptr);
+  EXPECT_EQ(traversor->text(), scratch.Path());
+  ASSERT_TRUE(traversor->current().isValid());
+  EXPECT_EQ(traversor->currentName().text(), scratch.Path() + "/" + traversor->current().name());
+  EXPECT_EQ(traversor->entries().size(), 0);
+  EXPECT_GE(traversor->descriptor(), 0);
   EXPECT_EQ(CountOpenDescriptors(scratch.Path()), 1);
 }
 
-TEST(Gk_DirTraversorTest, ReadsEveryEntryAndCloses) {
+TEST(Gk_DirTraversorTest, NextReadsAllEntriesAndCloses) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
-  std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
-  ASSERT_NE(walk, nullptr);
+  std::unique_ptr<Gk_DirTraversor> const traversor = CreateTraversor(scratch.Path());
+  ASSERT_NE(traversor, nullptr);
   std::vector<std::string> names;
   do {
-    names.emplace_back(walk->current().name());
-    EXPECT_EQ(walk->currentName().text(), scratch.Path() + "/" + names.back());
-  } while (walk->next());
+    names.emplace_back(traversor->current().name());
+    EXPECT_EQ(traversor->currentName().text(), scratch.Path() + "/" + names.back());
+  } while (traversor->next());
   EXPECT_THAT(names, UnorderedElementsAre(".", "..", "file"));
-  EXPECT_FALSE(walk->current().isValid());
-  EXPECT_EQ(walk->currentName().len(), 0);
-  EXPECT_EQ(walk->descriptor(), -1);
+  EXPECT_FALSE(traversor->current().isValid());
+  EXPECT_EQ(traversor->currentName().len(), 0);
+  EXPECT_EQ(traversor->descriptor(), -1);
   EXPECT_EQ(CountOpenDescriptors(scratch.Path()), 0);
-  EXPECT_FALSE(walk->next());
+  EXPECT_FALSE(traversor->next());
 }
 
-TEST(Gk_DirTraversorTest, ListsFromTheCurrentEntryOn) {
+TEST(Gk_DirTraversorTest, ReadAllStartsAtCurrentEntry) {
   ScratchDirectory const scratch;
   scratch.Write("file", "");
-  std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
-  ASSERT_NE(walk, nullptr);
-  ASSERT_TRUE(walk->next());
-  std::string const second(walk->currentName().text());
-  walk->readAll();
-  ASSERT_EQ(walk->entries().size(), 2);
-  EXPECT_EQ(walk->entries()[0].text(), second);
-  EXPECT_FALSE(walk->current().isValid());
-  walk->readAll();
-  EXPECT_EQ(walk->entries().size(), 2);
+  std::unique_ptr<Gk_DirTraversor> const traversor = CreateTraversor(scratch.Path());
+  ASSERT_NE(traversor, nullptr);
+  ASSERT_TRUE(traversor->next());
+  std::string const second(traversor->currentName().text());
+  traversor->readAll();
+  ASSERT_EQ(traversor->entries().size(), 2);
+  EXPECT_EQ(traversor->entries()[0].text(), second);
+  EXPECT_FALSE(traversor->current().isValid());
+  traversor->readAll();
+  EXPECT_EQ(traversor->entries().size(), 2);
 }
 
-TEST(Gk_DirTraversorTest, TheDestructorCloses) {
+TEST(Gk_DirTraversorTest, DestructorCloses) {
   ScratchDirectory const scratch;
-  Walk(scratch.Path());
+  CreateTraversor(scratch.Path());
   EXPECT_EQ(CountOpenDescriptors(scratch.Path()), 0);
 }
 
-TEST(Gk_DirTraversorTest, NullForWhatCannotBeOpened) {
+TEST(Gk_DirTraversorTest, CreateReturnsNullOnFailure) {
   ScratchDirectory const scratch;
-  EXPECT_EQ(Walk(scratch.Path("missing")), nullptr);
-  EXPECT_EQ(Walk(scratch.Write("file", "")), nullptr);
-  EXPECT_EQ(Walk(""), nullptr);
+  EXPECT_EQ(CreateTraversor(scratch.Path("missing")), nullptr);
+  EXPECT_EQ(CreateTraversor(scratch.Write("file", "")), nullptr);
+  EXPECT_EQ(CreateTraversor(""), nullptr);
 }
 
-TEST(Gk_DirTraversorTest, EntriesMayBeRemovedWhileItWalks) {
+TEST(Gk_DirTraversorTest, EntriesCanBeRemovedDuringIteration) {
   ScratchDirectory const scratch;
   for (int i = 0; i < 500; ++i) scratch.Write("f" + std::to_string(i), "");
-  std::unique_ptr<Gk_DirTraversor> const walk = Walk(scratch.Path());
-  ASSERT_NE(walk, nullptr);
+  std::unique_ptr<Gk_DirTraversor> const traversor = CreateTraversor(scratch.Path());
+  ASSERT_NE(traversor, nullptr);
   int removed = 0;
   do {
-    if (Gk_FileElement(walk->currentName()).erase()) ++removed;
-  } while (walk->next());
+    if (Gk_FileElement(traversor->currentName()).erase()) ++removed;
+  } while (traversor->next());
   EXPECT_EQ(removed, 500);
   EXPECT_TRUE(fs::is_empty(scratch.Path()));
 
-  std::unique_ptr<Gk_DirTraversor> const orphan = Walk(scratch.Path());
+  std::unique_ptr<Gk_DirTraversor> const orphan = CreateTraversor(scratch.Path());
   ASSERT_NE(orphan, nullptr);
   fs::remove(scratch.Path());
   orphan->readAll();

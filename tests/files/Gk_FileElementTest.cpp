@@ -25,7 +25,7 @@ Gk_FileElement Element(std::string const& path) {
   return Gk_FileElement(Gk_String(path.c_str()));
 }
 
-TEST(Gk_FileElementTest, IsAStringWithoutVirtualOperations) {
+TEST(Gk_FileElementTest, IsStringWithoutVirtualTable) {
   static_assert(std::is_base_of_v<Gk_String, Gk_FileElement>);
   static_assert(!std::is_polymorphic_v<Gk_FileElement>);
   static_assert(sizeof(Gk_FileElement) == sizeof(Gk_String));
@@ -35,7 +35,7 @@ TEST(Gk_FileElementTest, IsAStringWithoutVirtualOperations) {
   EXPECT_TRUE(path == "a/b");
 }
 
-TEST(Gk_FileElementTest, CopiesItsText) {
+TEST(Gk_FileElementTest, CopyIsDeep) {
   Gk_String text("a/b");
   Gk_FileElement element(text);
   text[0] = 'x';
@@ -49,7 +49,7 @@ TEST(Gk_FileElementTest, CopiesItsText) {
   EXPECT_EQ(Text(element), "a/b");
 }
 
-TEST(Gk_FileElementTest, SplitsNames) {
+TEST(Gk_FileElementTest, NameOperationsSplitPath) {
   struct {
     char const* path;
     char const* directory;
@@ -85,7 +85,7 @@ TEST(Gk_FileElementTest, SplitsNames) {
   }
 }
 
-TEST(Gk_FileElementTest, ChangesTheExtension) {
+TEST(Gk_FileElementTest, ChangeExtnCutsAtFirstDot) {
   struct {
     char const* path;
     char const* extension;
@@ -107,7 +107,7 @@ TEST(Gk_FileElementTest, ChangesTheExtension) {
   EXPECT_STREQ(own, "a.stp");
 }
 
-TEST(Gk_FileElementTest, Flattens) {
+TEST(Gk_FileElementTest, FlattenReplacesSeparators) {
   Gk_FileElement element = Element("a/b\\c");
   EXPECT_EQ(&element.flatten(), &element);
   EXPECT_STREQ(element, "a_b_c");
@@ -115,7 +115,7 @@ TEST(Gk_FileElementTest, Flattens) {
   EXPECT_EQ(Text(Element("plain.x").flatten()), "plain.x");
 }
 
-TEST(Gk_FileElementTest, TellsThePathBehindABase) {
+TEST(Gk_FileElementTest, RelativeNameFollowsBase) {
   struct {
     char const* path;
     char const* base;
@@ -137,7 +137,7 @@ TEST(Gk_FileElementTest, TellsThePathBehindABase) {
   }
 }
 
-TEST(Gk_FileElementTest, AsksTheFileSystem) {
+TEST(Gk_FileElementTest, QueriesReadFileSystem) {
   ScratchDirectory const scratch;
   Gk_FileElement const file = Element(scratch.Write("file", "12345"));
   Gk_FileElement const directory = Element(scratch.Path());
@@ -167,7 +167,7 @@ TEST(Gk_FileElementTest, AsksTheFileSystem) {
   EXPECT_EQ(missing.lastModified(), 0);
 }
 
-TEST(Gk_FileElementTest, TellsTheModificationTime) {
+TEST(Gk_FileElementTest, LastModifiedReturnsSeconds) {
   ScratchDirectory const scratch;
   std::string const path = scratch.Write("file", "");
   timespec const times[2] = {{1, 0}, {1234567890, 999999999}};
@@ -175,7 +175,7 @@ TEST(Gk_FileElementTest, TellsTheModificationTime) {
   EXPECT_EQ(Element(path).lastModified(), 1234567890);
 }
 
-TEST(Gk_FileElementTest, TellsTheOwnersRightsWhoeverAsks) {
+TEST(Gk_FileElementTest, CanReadTestsOwnerPermissions) {
   ScratchDirectory const scratch;
   std::string const path = scratch.Write("file", "");
   struct {
@@ -192,7 +192,7 @@ TEST(Gk_FileElementTest, TellsTheOwnersRightsWhoeverAsks) {
   }
 }
 
-TEST(Gk_FileElementTest, KeepsNothing) {
+TEST(Gk_FileElementTest, QueriesAreNotCached) {
   ScratchDirectory const scratch;
   Gk_FileElement const file = Element(scratch.Path("file"));
   EXPECT_FALSE(file.exists());
@@ -200,7 +200,7 @@ TEST(Gk_FileElementTest, KeepsNothing) {
   EXPECT_EQ(file.length(), 2);
 }
 
-TEST(Gk_FileElementTest, FollowsLinks) {
+TEST(Gk_FileElementTest, QueriesFollowLinks) {
   ScratchDirectory const scratch;
   scratch.Write("file", "123");
   fs::create_symlink("file", scratch.Path("link"));
@@ -210,7 +210,7 @@ TEST(Gk_FileElementTest, FollowsLinks) {
   EXPECT_FALSE(Element(scratch.Path("broken")).exists());
 }
 
-TEST(Gk_FileElementTest, TakesPathsThatAreNoTextAndVeryLong) {
+TEST(Gk_FileElementTest, AcceptsInvalidTextAndLongPaths) {
   ScratchDirectory const scratch;
   std::string const bytes = scratch.Write("\xFF\xFE\x01 *?", "1");
   EXPECT_EQ(Element(bytes).length(), 1);
@@ -222,7 +222,7 @@ TEST(Gk_FileElementTest, TakesPathsThatAreNoTextAndVeryLong) {
   EXPECT_FALSE(Gk_FileElement(Gk_String()).exists());
 }
 
-TEST(Gk_FileElementTest, NeedsNoTerminator) {
+TEST(Gk_FileElementTest, PathNeedsNoTerminator) {
   ScratchDirectory const scratch;
   std::string const path = scratch.Write("file", "123");
   Gk_FileElement const element(Gk_String(path.data(), static_cast<int>(path.size())));
@@ -233,7 +233,7 @@ TEST(Gk_FileElementTest, NeedsNoTerminator) {
   EXPECT_TRUE(scratch.Has("moved"));
 }
 
-TEST(Gk_FileElementTest, ErasesFilesOnly) {
+TEST(Gk_FileElementTest, EraseRefusesDirectory) {
   ScratchDirectory const scratch;
   Gk_FileElement const file = Element(scratch.Write("file", "1"));
   EXPECT_TRUE(file.erase());
@@ -244,7 +244,7 @@ TEST(Gk_FileElementTest, ErasesFilesOnly) {
   EXPECT_TRUE(scratch.Has("directory"));
 }
 
-TEST(Gk_FileElementTest, RenamesAndKeepsItsText) {
+TEST(Gk_FileElementTest, RenameToKeepsOwnPath) {
   ScratchDirectory const scratch;
   Gk_FileElement const file = Element(scratch.Write("file", "1"));
   EXPECT_TRUE(file.renameTo(Element(scratch.Path("moved"))));
@@ -253,7 +253,7 @@ TEST(Gk_FileElementTest, RenamesAndKeepsItsText) {
   EXPECT_FALSE(file.renameTo(Element(scratch.Path("again"))));
 }
 
-TEST(Gk_FileElementTest, TellsTheCurrentDirectory) {
+TEST(Gk_FileElementTest, GetCurrentDirReturnsDirectory) {
   ScratchDirectory const scratch;
   ChildResult const result = RunInChild([&] {
     if (chdir(scratch.Path().c_str()) != 0) return 1;
@@ -268,7 +268,7 @@ TEST(Gk_FileElementTest, TellsTheCurrentDirectory) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(Gk_FileElementTest, EnsuresTheParent) {
+TEST(Gk_FileElementTest, EnsureParentCreatesDirectories) {
   ScratchDirectory const scratch;
   EXPECT_FALSE(Element(scratch.Path("file")).ensureParent());
   EXPECT_TRUE(Element(scratch.Path("new/file")).ensureParent());
@@ -277,7 +277,7 @@ TEST(Gk_FileElementTest, EnsuresTheParent) {
   EXPECT_FALSE(Element(scratch.Path("new/file")).ensureParent());
   EXPECT_TRUE(Element(scratch.Path("p/q/r/file")).ensureParent());
   EXPECT_TRUE(fs::is_directory(scratch.Path("p/q/r")));
-  // Whether it could be made is not told.
+  // The result does not say whether it could be created.
   scratch.Write("plain", "");
   EXPECT_TRUE(Element(scratch.Path("plain/x/file")).ensureParent());
   // A parent that exists need not be a directory.

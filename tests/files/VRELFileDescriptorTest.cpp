@@ -23,7 +23,7 @@ namespace {
 
 using Descriptor = VRELFileDescriptor;
 
-// A descriptor of the operating system that closes at the end.
+// Descriptor that is closed at the end of the scope.
 struct Opened {
   Opened(std::string const& path, int flags) : number(open(path.c_str(), flags)) {}
   explicit Opened(int descriptor) : number(descriptor) {}
@@ -34,7 +34,7 @@ struct Opened {
   int const number;
 };
 
-// Opens `path` and tells whether that raised the token of a failed open.
+// Returns whether opening `path` raised "CANNOT_OPEN_FILE".
 bool FailsToOpen(std::string const& path, Descriptor::IOMode mode) {
   try {
     Descriptor const file(VRELFilePath(path.c_str()), mode);
@@ -45,14 +45,14 @@ bool FailsToOpen(std::string const& path, Descriptor::IOMode mode) {
   }
 }
 
-TEST(VRELFileDescriptorTest, ModesHaveTheirValues) {
+TEST(VRELFileDescriptorTest, ModesKeepValues) {
   EXPECT_EQ(static_cast<int>(Descriptor::ModeFind), 0);
   EXPECT_EQ(static_cast<int>(Descriptor::ModeRead), 1);
   EXPECT_EQ(static_cast<int>(Descriptor::ModeWrite), 2);
   EXPECT_EQ(static_cast<int>(Descriptor::ModeReadWrite), 3);
 }
 
-TEST(VRELFileDescriptorTest, FindsTheModeByTheOwnersPermissions) {
+TEST(VRELFileDescriptorTest, ModeFindUsesOwnerPermissions) {
   struct {
     mode_t permissions;
     Descriptor::IOMode mode;
@@ -63,7 +63,7 @@ TEST(VRELFileDescriptorTest, FindsTheModeByTheOwnersPermissions) {
   };
   ScratchDirectory const directory;
   std::string const path = directory.Write("file", "");
-  // Opened for reading: that does not count.
+  // Opened for reading, which does not matter.
   Opened const reading(path, O_RDONLY);
   std::FILE* const stream = std::fopen(path.c_str(), "r");
   ASSERT_NE(stream, nullptr);
@@ -81,7 +81,7 @@ TEST(VRELFileDescriptorTest, FindsTheModeByTheOwnersPermissions) {
   EXPECT_EQ(Descriptor(-1, Descriptor::ModeFind).GetMode(), Descriptor::ModeFind);
 }
 
-TEST(VRELFileDescriptorTest, ModeFindStaysForAPath) {
+TEST(VRELFileDescriptorTest, ModeFindStaysForPath) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Write("file", "text").c_str()), Descriptor::ModeFind);
   EXPECT_EQ(file.GetMode(), Descriptor::ModeFind);
@@ -90,7 +90,7 @@ TEST(VRELFileDescriptorTest, ModeFindStaysForAPath) {
   EXPECT_EQ(file.writeBytes("x", 1, -1), -1);
 }
 
-TEST(VRELFileDescriptorTest, ModeReadReadsAndDoesNotWrite) {
+TEST(VRELFileDescriptorTest, ModeReadRefusesWrite) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Write("file", "text").c_str()), Descriptor::ModeRead);
   EXPECT_EQ(file.GetMode(), Descriptor::ModeRead);
@@ -102,7 +102,7 @@ TEST(VRELFileDescriptorTest, ModeReadReadsAndDoesNotWrite) {
   EXPECT_EQ(directory.Read("file"), "text");
 }
 
-TEST(VRELFileDescriptorTest, BothWritingModesEmptyTheFileAndOnlyWrite) {
+TEST(VRELFileDescriptorTest, WritingModesTruncateAndRefuseRead) {
   for (auto const mode : {Descriptor::ModeWrite, Descriptor::ModeReadWrite}) {
     SCOPED_TRACE(mode);
     ScratchDirectory const directory;
@@ -116,7 +116,7 @@ TEST(VRELFileDescriptorTest, BothWritingModesEmptyTheFileAndOnlyWrite) {
   }
 }
 
-TEST(VRELFileDescriptorTest, ANewFileBelongsToItsOwnerAloneLessTheMask) {
+TEST(VRELFileDescriptorTest, NewFileHasOwnerPermissionsLessUmask) {
   struct {
     mode_t mask;
     mode_t permissions;
@@ -134,7 +134,7 @@ TEST(VRELFileDescriptorTest, ANewFileBelongsToItsOwnerAloneLessTheMask) {
   }
 }
 
-TEST(VRELFileDescriptorTest, AnExistingFileKeepsItsPermissions) {
+TEST(VRELFileDescriptorTest, ExistingFileKeepsPermissions) {
   ScratchDirectory const directory;
   std::string const path = directory.Write("file", "text");
   ASSERT_EQ(chmod(path.c_str(), 0644), 0);
@@ -144,7 +144,7 @@ TEST(VRELFileDescriptorTest, AnExistingFileKeepsItsPermissions) {
   EXPECT_EQ(stats.st_mode & 07777, 0644u);
 }
 
-TEST(VRELFileDescriptorTest, AFileThatCannotBeOpenedRaises) {
+TEST(VRELFileDescriptorTest, FailedOpenRaises) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "text");
   EXPECT_TRUE(FailsToOpen(directory.Path("missing"), Descriptor::ModeRead));
@@ -162,7 +162,7 @@ TEST(VRELFileDescriptorTest, AFileThatCannotBeOpenedRaises) {
   EXPECT_EQ(CountOpenDescriptors(file), 0);
 }
 
-TEST(VRELFileDescriptorTest, AFailedOpenIsReportedAsAnError) {
+TEST(VRELFileDescriptorTest, FailedOpenSendsErrorEvent) {
   ChildResult const result = RunInChild([] {
     VRELErrorTracker::Initialize();
     EXPECT_TRUE(FailsToOpen("", Descriptor::ModeRead));
@@ -173,7 +173,7 @@ TEST(VRELFileDescriptorTest, AFailedOpenIsReportedAsAnError) {
   EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
 }
 
-TEST(VRELFileDescriptorTest, AFileThatMayNotBeReadRaises) {
+TEST(VRELFileDescriptorTest, UnreadableFileRaises) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "text");
   ASSERT_EQ(chmod(directory.Path().c_str(), 0755), 0);
@@ -185,7 +185,7 @@ TEST(VRELFileDescriptorTest, AFileThatMayNotBeReadRaises) {
   });
 }
 
-TEST(VRELFileDescriptorTest, APathTakesAtMost4096BytesWithItsTerminator) {
+TEST(VRELFileDescriptorTest, PathHasAtMost4096Bytes) {
   struct {
     std::size_t byteCount;  // terminator included
     bool fits;
@@ -205,7 +205,7 @@ TEST(VRELFileDescriptorTest, APathTakesAtMost4096BytesWithItsTerminator) {
   }
 }
 
-TEST(VRELFileDescriptorTest, NamesFilesInUtf8) {
+TEST(VRELFileDescriptorTest, PathIsUtf8) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     VRELFilePath const path = VRELFilePath(directory.Path().c_str()) + VRELString(L"\u00F6");
@@ -214,7 +214,7 @@ TEST(VRELFileDescriptorTest, NamesFilesInUtf8) {
   });
 }
 
-TEST(VRELFileDescriptorTest, ALoneSurrogateNamesTheFileOfTheReplacementCharacter) {
+TEST(VRELFileDescriptorTest, LoneSurrogateIsReplaced) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     unsigned short const surrogate[] = {0xD800, 0};
@@ -224,7 +224,7 @@ TEST(VRELFileDescriptorTest, ALoneSurrogateNamesTheFileOfTheReplacementCharacter
   });
 }
 
-TEST(VRELFileDescriptorTest, AsksADerivedPathForItsText) {
+TEST(VRELFileDescriptorTest, CallsGetPathOfDerivedPath) {
   struct Elsewhere : VRELFilePath {
     VRELString GetPath() const override { return VRELString(L"/dev/null"); }
   };
@@ -233,7 +233,7 @@ TEST(VRELFileDescriptorTest, AsksADerivedPathForItsText) {
   EXPECT_EQ(file.readBytes(&byte, 1, -1), 0);
 }
 
-TEST(VRELFileDescriptorTest, ClosesOnlyWhatItOpened) {
+TEST(VRELFileDescriptorTest, ClosesOnlyOwnDescriptor) {
   ScratchDirectory const directory;
   std::string const path = directory.Write("file", "text");
   {
@@ -255,7 +255,7 @@ TEST(VRELFileDescriptorTest, ClosesOnlyWhatItOpened) {
   EXPECT_EQ(std::fclose(stream), 0);
 }
 
-TEST(VRELFileDescriptorTest, MovesAndTellsWhereItStands) {
+TEST(VRELFileDescriptorTest, SeekAndOffsetReturnPosition) {
   ScratchDirectory const directory;
   Descriptor const file(VRELFilePath(directory.Write("file", "0123456789").c_str()), Descriptor::ModeRead);
   EXPECT_EQ(file.offset(0), 0);
@@ -273,7 +273,7 @@ TEST(VRELFileDescriptorTest, MovesAndTellsWhereItStands) {
   EXPECT_EQ(file.offset(0), 100);
 }
 
-TEST(VRELFileDescriptorTest, ReadsAtAPositionOrWhereItStands) {
+TEST(VRELFileDescriptorTest, ReadBytesUsesPositionOrCurrent) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Write("file", "0123456789").c_str()), Descriptor::ModeRead);
   struct {
@@ -291,7 +291,7 @@ TEST(VRELFileDescriptorTest, ReadsAtAPositionOrWhereItStands) {
       {9, 10, ""},
       {9, 99, ""},
       {2, 1, "12"},
-      // A position that cannot be taken leaves the file where it stands, and the bytes are read from there.
+      // If the position cannot be set, the bytes are read at the current position.
       {2, -2, "34"},
   };
   for (auto const& row : rows) {
@@ -302,7 +302,7 @@ TEST(VRELFileDescriptorTest, ReadsAtAPositionOrWhereItStands) {
   }
 }
 
-TEST(VRELFileDescriptorTest, WritesAtAPositionOrWhereItStands) {
+TEST(VRELFileDescriptorTest, WriteBytesUsesPositionOrCurrent) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Path("file").c_str()), Descriptor::ModeWrite);
   EXPECT_EQ(file.writeBytes("abc", 3, -1), 3);
@@ -321,7 +321,7 @@ TEST(VRELFileDescriptorTest, WritesAtAPositionOrWhereItStands) {
   EXPECT_EQ(file.offset(0), 2);
 }
 
-TEST(VRELFileDescriptorTest, AClosedDescriptorFailsEverywhere) {
+TEST(VRELFileDescriptorTest, ClosedDescriptorFails) {
   int closed = dup(STDOUT_FILENO);
   close(closed);
   for (int const number : {closed, -1}) {
@@ -338,14 +338,14 @@ TEST(VRELFileDescriptorTest, AClosedDescriptorFailsEverywhere) {
   }
 }
 
-TEST(VRELFileDescriptorTest, ANullStreamIsAClosedDescriptor) {
+TEST(VRELFileDescriptorTest, NullStreamIsClosedDescriptor) {
   std::FILE* const null = nullptr;
   Descriptor file(null, Descriptor::ModeFind);
   EXPECT_EQ(file.GetMode(), Descriptor::ModeFind);
   EXPECT_EQ(file.offset(0), -1);
 }
 
-TEST(VRELFileDescriptorTest, APipeHasNoPositionAndReadsShort) {
+TEST(VRELFileDescriptorTest, PipeHasNoPosition) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   {
@@ -371,7 +371,7 @@ TEST(VRELFileDescriptorTest, APipeHasNoPositionAndReadsShort) {
   }
 }
 
-TEST(VRELFileDescriptorTest, AShortWriteIsNotRetried) {
+TEST(VRELFileDescriptorTest, ShortWriteIsNotRetried) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
   Opened const readEnd(ends[0]);
@@ -384,14 +384,14 @@ TEST(VRELFileDescriptorTest, AShortWriteIsNotRetried) {
   EXPECT_EQ(writer.writeBytes("x", 1, -1), -1);
 }
 
-TEST(VRELFileDescriptorTest, ADirectoryOpensForReadingAndHasNoBytes) {
+TEST(VRELFileDescriptorTest, DirectoryOpensAndReadFails) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Path().c_str()), Descriptor::ModeRead);
   char byte;
   EXPECT_EQ(file.readBytes(&byte, 1, -1), -1);
 }
 
-TEST(VRELFileDescriptorTest, DevicesAnswerForThemselves) {
+TEST(VRELFileDescriptorTest, DevicesReturnOwnResults) {
   Descriptor full(VRELFilePath("/dev/full"), Descriptor::ModeWrite);
   EXPECT_EQ(full.writeBytes("x", 1, -1), -1);
   Descriptor zero(VRELFilePath("/dev/zero"), Descriptor::ModeRead);
@@ -403,18 +403,18 @@ TEST(VRELFileDescriptorTest, DevicesAnswerForThemselves) {
   EXPECT_EQ(null.readBytes(bytes, sizeof bytes, -1), 0);
 }
 
-TEST(VRELFileDescriptorTest, ANullBufferFails) {
+TEST(VRELFileDescriptorTest, NullBufferFails) {
   ScratchDirectory const directory;
   Descriptor file(VRELFilePath(directory.Write("file", "text").c_str()), Descriptor::ModeRead);
   EXPECT_EQ(file.readBytes(nullptr, 4, -1), -1);
 }
 
-TEST(VRELFileDescriptorTest, IsNotCopied) {
+TEST(VRELFileDescriptorTest, IsNotCopyable) {
   EXPECT_FALSE(std::is_copy_constructible_v<Descriptor>);
   EXPECT_FALSE(std::is_copy_assignable_v<Descriptor>);
 }
 
-TEST(VRELFileDescriptorHandleTest, SharesTheFileUntilTheLastOneGoes) {
+TEST(VRELFileDescriptorHandleTest, LastHandleClosesFile) {
   ScratchDirectory const directory;
   std::string const path = directory.Write("file", "0123456789");
   {

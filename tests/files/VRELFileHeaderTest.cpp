@@ -23,7 +23,7 @@ std::string Narrow(VRELString const& text) {
   return static_cast<char const*>(value);
 }
 
-// The text under a key, "none" if the key is not there.
+// Returns the value of a key as a string, or "none" if there is no such key.
 std::string Found(VRELFileHeader const& header, VRELString const& key) {
   VRELString text(L"untouched");
   VRINResult const result = header.Get(key, text);
@@ -33,7 +33,7 @@ std::string Found(VRELFileHeader const& header, VRELString const& key) {
   return "none";
 }
 
-TEST(VRELFileHeaderTest, NamesTheUsualKeys) {
+TEST(VRELFileHeaderTest, KeysHaveExactNames) {
   struct {
     VRELString const& key;
     char const* text;
@@ -70,7 +70,7 @@ TEST(VRELFileHeaderTest, StartsWithOneEmptyModel) {
   EXPECT_TRUE(value == VRELValue(7));
 }
 
-TEST(VRELFileHeaderTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELFileHeaderTest, VirtualOperationsKeepSlots) {
   using GetValue = VRINResult (VRELFileHeader::*)(VRELString const&, VRELValue&) const;
   using GetText = VRINResult (VRELFileHeader::*)(VRELString const&, VRELString&) const;
   using GetRow = VRINResult (VRELFileHeader::*)(int, VRELString&, VRELValue&) const;
@@ -87,7 +87,7 @@ TEST(VRELFileHeaderTest, VirtualOperationsKeepTheirSlots) {
   EXPECT_EQ(SlotOf(static_cast<GetRow>(&VRELFileHeader::Get)), 8U);
 }
 
-TEST(VRELFileHeaderTest, GivesBackWhatWasSet) {
+TEST(VRELFileHeaderTest, GetReturnsSetValue) {
   VRELFileHeader header;
   EXPECT_EQ(header.Set(VRELFileHeader::AUTHOR, Text(L"Kim")), VREL_S_OK);
   EXPECT_EQ(header.Set(VRELFileHeader::TOLERANCE, VRELValue(0.25)), VREL_S_OK);
@@ -104,7 +104,7 @@ TEST(VRELFileHeaderTest, GivesBackWhatWasSet) {
   EXPECT_TRUE(value == VRELValue(3));
 }
 
-TEST(VRELFileHeaderTest, TakesPlainText) {
+TEST(VRELFileHeaderTest, SetAcceptsLiterals) {
   VRELFileHeader header;
   EXPECT_EQ(header.Set(VRELFileHeader::AUTHOR, "Kim"), VREL_S_OK);
   EXPECT_EQ(header.Set(VRELFileHeader::VERSION, L"7"), VREL_S_OK);
@@ -115,7 +115,7 @@ TEST(VRELFileHeaderTest, TakesPlainText) {
   EXPECT_TRUE(value == VRELValue(Text(L"7")));
 }
 
-TEST(VRELFileHeaderTest, ReadsEachKindAsText) {
+TEST(VRELFileHeaderTest, GetConvertsToString) {
   struct {
     VRELValue value;
     char const* text;
@@ -131,7 +131,7 @@ TEST(VRELFileHeaderTest, ReadsEachKindAsText) {
   }
 }
 
-TEST(VRELFileHeaderTest, AKeySetTwiceKeepsItsRow) {
+TEST(VRELFileHeaderTest, SecondSetKeepsRow) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, Text(L"Kim"));
   header.Set(VRELFileHeader::UNITS, Text(L"mm"));
@@ -144,7 +144,7 @@ TEST(VRELFileHeaderTest, AKeySetTwiceKeepsItsRow) {
   EXPECT_TRUE(value == VRELValue(Text(L"Lee")));
 }
 
-TEST(VRELFileHeaderTest, ReadsRowsByNumber) {
+TEST(VRELFileHeaderTest, GetReadsRowByIndex) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, Text(L"Kim"));
   header.Set(VRELFileHeader::CONFIGURATIONS_COUNT, VRELValue(2));
@@ -158,7 +158,7 @@ TEST(VRELFileHeaderTest, ReadsRowsByNumber) {
   EXPECT_TRUE(value == VRELValue(2));
 }
 
-TEST(VRELFileHeaderTest, AHeadingIsARowWithoutAKey) {
+TEST(VRELFileHeaderTest, SectionIsRowWithoutKey) {
   VRELFileHeader header;
   EXPECT_EQ(header.AddSection(Text(L"Section")), VREL_S_OK);
   EXPECT_EQ(header.AddSection(Text(L"Section")), VREL_S_OK);
@@ -175,7 +175,7 @@ TEST(VRELFileHeaderTest, AHeadingIsARowWithoutAKey) {
   EXPECT_EQ(Found(header, Text(L"Section")), "none");
 }
 
-TEST(VRELFileHeaderTest, AnEmptyTextIsAKeyLikeAnyOther) {
+TEST(VRELFileHeaderTest, EmptyStringIsValidKey) {
   VRELFileHeader header;
   header.Set(Text(L""), Text(L"a"));
   header.Set(Text(L""), Text(L"b"));
@@ -183,7 +183,7 @@ TEST(VRELFileHeaderTest, AnEmptyTextIsAKeyLikeAnyOther) {
   EXPECT_EQ(Found(header, Text(L"")), "b");
 }
 
-TEST(VRELFileHeaderTest, SelectModelMakesTheModel) {
+TEST(VRELFileHeaderTest, SelectModelCreatesModel) {
   VRELFileHeader header;
   EXPECT_EQ(header.SelectModel(2), VREL_S_OK);
   EXPECT_EQ(header.GetModelsCount(), 3);
@@ -199,7 +199,7 @@ TEST(VRELFileHeaderTest, SelectModelMakesTheModel) {
   EXPECT_EQ(Found(header, VRELFileHeader::AUTHOR), "third");
 }
 
-TEST(VRELFileHeaderTest, SelectModelRefusesANegativeIndex) {
+TEST(VRELFileHeaderTest, SelectModelRefusesNegativeIndex) {
   VRELFileHeader header;
   header.SelectModel(1);
   header.Set(VRELFileHeader::AUTHOR, Text(L"Kim"));
@@ -208,7 +208,7 @@ TEST(VRELFileHeaderTest, SelectModelRefusesANegativeIndex) {
   EXPECT_EQ(Found(header, VRELFileHeader::AUTHOR), "Kim");
 }
 
-TEST(VRELFileHeaderTest, ResizeModelsKeepsTheCurrentIndex) {
+TEST(VRELFileHeaderTest, ResizeModelsKeepsCurrentIndex) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, Text(L"first"));
   EXPECT_EQ(header.ResizeModels(3), VREL_S_OK);
@@ -229,7 +229,7 @@ TEST(VRELFileHeaderTest, ResizeModelsKeepsTheCurrentIndex) {
   VRELValue value;
   EXPECT_EQ(header.Get(0, key, value), VREL_E_INVALID_ARGUMENT);
 
-  // A model that comes again is a new one.
+  // A model that is created again is empty.
   EXPECT_EQ(header.ResizeModels(3), VREL_S_OK);
   EXPECT_EQ(header.GetCount(), 0);
   EXPECT_EQ(header.SelectModel(0), VREL_S_OK);
@@ -239,7 +239,7 @@ TEST(VRELFileHeaderTest, ResizeModelsKeepsTheCurrentIndex) {
   EXPECT_EQ(header.GetCount(), 0);
 }
 
-TEST(VRELFileHeaderTest, ACopySharesTheModels) {
+TEST(VRELFileHeaderTest, CopySharesModels) {
   VRELFileHeader header;
   header.SelectModel(1);
   VRELFileHeader copy(header);
@@ -250,7 +250,7 @@ TEST(VRELFileHeaderTest, ACopySharesTheModels) {
   EXPECT_EQ(Found(header, VRELFileHeader::AUTHOR), "Kim");
 }
 
-TEST(VRELFileHeaderTest, AgreesWithRowsInAVector) {
+TEST(VRELFileHeaderTest, MatchesModelOfVector) {
   std::mt19937 random(10);
   VRELFileHeader header;
   std::vector<std::vector<std::pair<std::string, std::string>>> models(4);
@@ -305,7 +305,7 @@ TEST(VRELFileHeaderTest, PrintsNothingWithoutRows) {
   EXPECT_EQ(Printed(VRELFileHeader()), "");
 }
 
-TEST(VRELFileHeaderTest, PrintsALineForEachRow) {
+TEST(VRELFileHeaderTest, PrintsOneLinePerRow) {
   VRELFileHeader header;
   header.AddSection(Text(L"Section 1"));
   header.Set(VRELFileHeader::AUTHOR, Text(L"x"));
@@ -325,7 +325,7 @@ TEST(VRELFileHeaderTest, PrintsALineForEachRow) {
             "Active Configuration     : 1\n");
 }
 
-TEST(VRELFileHeaderTest, PrintsTheCurrentModel) {
+TEST(VRELFileHeaderTest, PrintsCurrentModel) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, Text(L"first"));
   header.SelectModel(1);
@@ -337,7 +337,7 @@ TEST(VRELFileHeaderTest, PrintsTheCurrentModel) {
   EXPECT_EQ(Printed(header), "");
 }
 
-TEST(VRELFileHeaderTest, ALongKeyMovesTheColon) {
+TEST(VRELFileHeaderTest, LongKeyMovesColon) {
   VRELFileHeader header;
   header.Set(Text(L"123456789 123456789 1234"), VRELValue(1));
   header.Set(Text(L"123456789 123456789 12345"), VRELValue(2));
@@ -346,7 +346,7 @@ TEST(VRELFileHeaderTest, ALongKeyMovesTheColon) {
             "123456789 123456789 12345 : 2\n");
 }
 
-TEST(VRELFileHeaderTest, AKeyBeyondTheBufferOfTheFormatterIsCut) {
+TEST(VRELFileHeaderTest, OverlongKeyIsTruncated) {
   VRELFileHeader header;
   header.Set(VRELString(std::string(1000, 'k').c_str()), VRELValue(1));
   EXPECT_EQ(Printed(header), std::string(511, 'k') + "1\n");
@@ -360,7 +360,7 @@ TEST(VRELFileHeaderTest, PrintsKeysAsAscii) {
             "e 100%d              : 100%s\n");
 }
 
-TEST(VRELFileHeaderTest, PrintsRowsWithoutValueByTheirKeyOrNotAtAll) {
+TEST(VRELFileHeaderTest, PrintsRowsWithoutValue) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::COMMENT, VRELValue());
   header.Set(Text(L""), VRELValue(3));
@@ -369,7 +369,7 @@ TEST(VRELFileHeaderTest, PrintsRowsWithoutValueByTheirKeyOrNotAtAll) {
             "                         : 3\n");
 }
 
-// Rows of its own making: all that printing asks for comes through the virtual operations.
+// Header with rows of its own, to test that printing uses the virtual operations.
 struct OwnRows : VRELFileHeader {
   using VRELFileHeader::Get;
   int GetCount() const override { return 5; }
@@ -380,7 +380,7 @@ struct OwnRows : VRELFileHeader {
   }
 };
 
-TEST(VRELFileHeaderTest, PrintsWhatTheVirtualOperationsGive) {
+TEST(VRELFileHeaderTest, PrintsThroughVirtualOperations) {
   // Row 0: a heading. Row 1: a key. Row 2: a failure with a key. Row 3: a failure without a value. Row 4: a heading.
   EXPECT_EQ(Printed(OwnRows()),
             "0\n"
@@ -388,7 +388,7 @@ TEST(VRELFileHeaderTest, PrintsWhatTheVirtualOperationsGive) {
             "4\n");
 }
 
-TEST(VRELFileHeaderTest, EndsLinesByTheObjectOfTheFormatter) {
+TEST(VRELFileHeaderTest, EndsLinesByEndlineObject) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, Text(L"x"));
   std::string const text = TextOf([&](VRELOutputStream* stream) {

@@ -32,7 +32,7 @@ TEST(VRELFilePathTest, DefaultPathIsEmpty) {
   EXPECT_FALSE(path.IsValid());
 }
 
-TEST(VRELFilePathTest, NullBytesGiveTheEmptyPath) {
+TEST(VRELFilePathTest, NullIsEmptyPath) {
   char const* const null = nullptr;
   VRELFilePath const path(null);
   EXPECT_EQ(path.GetPath().length(), 0);
@@ -41,7 +41,7 @@ TEST(VRELFilePathTest, NullBytesGiveTheEmptyPath) {
   EXPECT_FALSE(path.DoesFileExist());
 }
 
-TEST(VRELFilePathTest, ConstructorsTurnBackslashesIntoSlashesAndNothingElse) {
+TEST(VRELFilePathTest, ConstructorsOnlyReplaceBackslashes) {
   struct {
     char const* given;
     char const* held;
@@ -66,7 +66,7 @@ TEST(VRELFilePathTest, ConstructorsTurnBackslashesIntoSlashesAndNothingElse) {
   }
 }
 
-TEST(VRELFilePathTest, CopiesKeepABackslashThatAnExtensionBroughtIn) {
+TEST(VRELFilePathTest, CopyKeepsBackslashOfExtension) {
   VRELFilePath source("a");
   source.AddExtension(L"b\\c");
   EXPECT_EQ(Text(source), "a.b\\c");
@@ -86,7 +86,7 @@ TEST(VRELFilePathTest, SelfAssignmentDoesNothing) {
   EXPECT_EQ(Text(path), "a/b");
 }
 
-TEST(VRELFilePathTest, IndexesReadTheirArgumentAlone) {
+TEST(VRELFilePathTest, IndexFunctionsIgnoreOwnPath) {
   struct {
     wchar_t const* text;
     int lastSeparator;
@@ -109,7 +109,7 @@ TEST(VRELFilePathTest, IndexesReadTheirArgumentAlone) {
   }
 }
 
-TEST(VRELFilePathTest, TakesAPathApart) {
+TEST(VRELFilePathTest, NameOperationsSplitPath) {
   struct {
     char const* path;
     char const* name;
@@ -145,14 +145,14 @@ TEST(VRELFilePathTest, TakesAPathApart) {
   }
 }
 
-TEST(VRELFilePathTest, IsValidTellsOnlyWhetherThereIsText) {
+TEST(VRELFilePathTest, IsValidTestsLength) {
   EXPECT_TRUE(VRELFilePath("trailing/").IsValid());
   EXPECT_TRUE(VRELFilePath("/no/such/file").IsValid());
   EXPECT_TRUE(VRELFilePath(" ").IsValid());
   EXPECT_FALSE(VRELFilePath("").IsValid());
 }
 
-TEST(VRELFilePathTest, KnowsAbsolutePathsOfEveryPlatform) {
+TEST(VRELFilePathTest, IsAbsoluteRecognizesDrives) {
   struct {
     char const* path;
     bool isAbsolute;
@@ -171,7 +171,7 @@ TEST(VRELFilePathTest, KnowsAbsolutePathsOfEveryPlatform) {
   EXPECT_TRUE(dotDrive.IsAbsolute());
 }
 
-TEST(VRELFilePathTest, ComparesTheLastExtensionWithoutRegardToCase) {
+TEST(VRELFilePathTest, HasLastExtensionIgnoresCase) {
   struct {
     char const* path;
     wchar_t const* extension;
@@ -192,7 +192,7 @@ TEST(VRELFilePathTest, ComparesTheLastExtensionWithoutRegardToCase) {
   }
 }
 
-TEST(VRELFilePathTest, AddExtensionAlwaysAddsADot) {
+TEST(VRELFilePathTest, AddExtensionAlwaysAddsDot) {
   struct {
     char const* path;
     wchar_t const* extension;
@@ -208,7 +208,7 @@ TEST(VRELFilePathTest, AddExtensionAlwaysAddsADot) {
   }
 }
 
-TEST(VRELFilePathTest, ReplacesTheLastExtension) {
+TEST(VRELFilePathTest, ReplaceLastExtensionAddsDot) {
   struct {
     char const* path;
     wchar_t const* extension;
@@ -235,7 +235,7 @@ TEST(VRELFilePathTest, ReplacesTheLastExtension) {
   }
 }
 
-TEST(VRELFilePathTest, ReplacesTheFirstExtensionWithoutADotOfItsOwn) {
+TEST(VRELFilePathTest, ReplaceFirstExtensionAddsNoDot) {
   struct {
     char const* path;
     wchar_t const* extension;
@@ -259,7 +259,7 @@ TEST(VRELFilePathTest, ReplacesTheFirstExtensionWithoutADotOfItsOwn) {
   }
 }
 
-TEST(VRELFilePathTest, JoinsWithASlash) {
+TEST(VRELFilePathTest, JoinAddsSlash) {
   struct {
     char const* path;
     wchar_t const* appended;
@@ -278,7 +278,7 @@ TEST(VRELFilePathTest, JoinsWithASlash) {
   }
 }
 
-TEST(VRELFilePathTest, FixSeparatorChangesItsArgumentAlone) {
+TEST(VRELFilePathTest, FixSeparatorIgnoresOwnPath) {
   VRELFilePath path("own");
   VRELString text(L"\\a\\\\b/c\\");
   path.FixSeparator(text);
@@ -286,7 +286,7 @@ TEST(VRELFilePathTest, FixSeparatorChangesItsArgumentAlone) {
   EXPECT_EQ(Text(path), "own");
 }
 
-TEST(VRELFilePathTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELFilePathTest, VirtualOperationsKeepSlots) {
   using Path = VRELFilePath;
   std::size_t const slots[] = {
       SlotOf(&Path::GetPath),
@@ -312,15 +312,15 @@ TEST(VRELFilePathTest, VirtualOperationsKeepTheirSlots) {
   for (std::size_t const slot : slots) EXPECT_EQ(slot, expected++);
 }
 
-// A path whose pieces are what the test says.
-class Steered : public VRELFilePath {
+// Path whose operations return what the test sets.
+class OverriddenPath : public VRELFilePath {
  public:
   using VRELFilePath::VRELFilePath;
 
   VRELString GetPath() const override { return Count(0), whole; }
   VRELString GetName() const override { return Count(1), name; }
   VRELString GetLastExtension() const override {
-    return steersExtension ? VRELString(L"steered") : VRELFilePath::GetLastExtension();
+    return overridesExtension ? VRELString(L"other") : VRELFilePath::GetLastExtension();
   }
   VRELString GetDirectory() const override { return Count(2), directory; }
   bool IsValid() const override { return isValid; }
@@ -334,7 +334,7 @@ class Steered : public VRELFilePath {
   VRELString whole = L"x/y.z";
   VRELString name = L"n.x.y";
   VRELString directory = L"/no/such/directory";
-  bool steersExtension = false;
+  bool overridesExtension = false;
   bool isValid = true;
   bool isAbsolute = false;
   bool exists = false;
@@ -345,21 +345,21 @@ class Steered : public VRELFilePath {
   void Count(int operation) const { ++calls[operation]; }
 };
 
-TEST(VRELFilePathTest, OperationsCallOthersThroughTheTable) {
-  Steered path("/held.text");
+TEST(VRELFilePathTest, OperationsUseVirtualTable) {
+  OverriddenPath path("/held.text");
   EXPECT_EQ(path.GetLastExtension().toUtf8(), "y");
   EXPECT_EQ(path.GetNameWithoutLastExtension().toUtf8(), "n.x");
   EXPECT_EQ(path.GetNameWithoutExtension().toUtf8(), "n");
   EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"Y"));
-  path.steersExtension = true;
-  EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"STEERED"));
+  path.overridesExtension = true;
+  EXPECT_TRUE(path.HasLastExtensionIgnoringCase(L"OTHER"));
   EXPECT_TRUE(path.IsAbsoluteByTheBase());
   path.isValid = false;
   EXPECT_FALSE(path.IsAbsoluteByTheBase());
 }
 
-TEST(VRELFilePathTest, ConstructorsCallNeitherTheHookNorADerivedRepair) {
-  Steered path("a\\b");
+TEST(VRELFilePathTest, ConstructorsCallNoVirtualOperation) {
+  OverriddenPath path("a\\b");
   EXPECT_EQ(path.VRELFilePath::GetPath().toUtf8(), "a/b");
   EXPECT_EQ(path.initialized, 0);
   path.Initialize();
@@ -369,14 +369,14 @@ TEST(VRELFilePathTest, ConstructorsCallNeitherTheHookNorADerivedRepair) {
   EXPECT_EQ(Text(plain), "a");
 }
 
-TEST(VRELFilePathTest, ResolvesThroughTheTable) {
-  Steered path("/held.text");
-  Steered base("/base.text");
+TEST(VRELFilePathTest, ResolveAgainstUsesVirtualTable) {
+  OverriddenPath path("/held.text");
+  OverriddenPath base("/base.text");
   EXPECT_EQ(Text(path.ResolveAgainst(base)), "/no/such/directory/x/y.z");
   EXPECT_EQ(path.calls[0], 1);
   EXPECT_EQ(path.calls[1], 1);
   EXPECT_EQ(base.calls[2], 1);
-  // A path that is not absolute is not looked for as it stands.
+  // A relative path itself is not probed.
   EXPECT_EQ(path.calls[3], 0);
   path.isAbsolute = true;
   EXPECT_EQ(Text(path.ResolveAgainst(base)), "/no/such/directory/x/y.z");
@@ -387,7 +387,7 @@ TEST(VRELFilePathTest, ResolvesThroughTheTable) {
   EXPECT_EQ(Text(path.ResolveAgainst(base)), "");
 }
 
-TEST(VRELFilePathTest, ResolvesTheShortestTailThatExists) {
+TEST(VRELFilePathTest, ResolveAgainstFindsShortestTail) {
   struct {
     char const* path;
     std::vector<char const*> files;
@@ -444,7 +444,7 @@ TEST(VRELFilePathTest, ResolvesTheShortestTailThatExists) {
   }
 }
 
-TEST(VRELFilePathTest, ResolvesAnExistingAbsolutePathToItself) {
+TEST(VRELFilePathTest, ResolveAgainstKeepsExistingAbsolutePath) {
   ScratchDirectory const directory;
   std::string const part = directory.Write("deep/part.dat", "x");
   directory.Write("part.dat", "x");
@@ -456,14 +456,14 @@ TEST(VRELFilePathTest, ResolvesAnExistingAbsolutePathToItself) {
   EXPECT_EQ(Text(VRELFilePath(part.c_str()).ResolveAgainst(none)), part);
 }
 
-TEST(VRELFilePathTest, ResolvesWithoutDoublingASlashOfTheBase) {
+TEST(VRELFilePathTest, ResolveAgainstAddsNoSecondSlash) {
   ScratchDirectory const directory;
   VRELFilePath base((directory.Path() + "//top.asm").c_str());
   EXPECT_EQ(Text(VRELFilePath("z.dat").ResolveAgainst(base)), directory.Path("z.dat"));
 }
 
-// The time grows with the length of the path: nothing is looked for that is too long to exist.
-TEST(VRELFilePathTest, ResolvesAPathOfAnyLength) {
+// Tails that are too long to exist are not probed, so that the time is linear.
+TEST(VRELFilePathTest, ResolveAgainstIsLinear) {
   ScratchDirectory const directory;
   directory.Write("z.dat", "x");
   std::string path;
@@ -480,7 +480,7 @@ TEST(VRELFilePathTest, ResolvesAPathOfAnyLength) {
 }
 
 // 4095 bytes and the terminator.
-TEST(VRELFilePathTest, ResolvesToTheLongestPathThatAFileCanHave) {
+TEST(VRELFilePathTest, ResolveAgainstFindsLongestPath) {
   ScratchDirectory const directory;
   directory.Write("q/z.dat", "x");
   ChildResult const result = RunInChild([&] {
@@ -495,7 +495,7 @@ TEST(VRELFilePathTest, ResolvesToTheLongestPathThatAFileCanHave) {
   EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
 }
 
-TEST(VRELFilePathTest, ResolvesRelativeToTheCurrentDirectoryWithoutADirectory) {
+TEST(VRELFilePathTest, ResolveAgainstUsesCurrentDirectory) {
   ScratchDirectory const directory;
   directory.Write("b/z.dat", "x");
   directory.Write("sub/b/z.dat", "x");
@@ -516,7 +516,7 @@ TEST(VRELFilePathTest, ResolvesRelativeToTheCurrentDirectoryWithoutADirectory) {
   EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
 }
 
-TEST(VRELFilePathTest, ConvertsIntoABufferThatIsLargeEnough) {
+TEST(VRELFilePathTest, BufferConversionsNeedExactSize) {
   VRELFilePath const path("abc");
   for (int size = 4; size < 200; ++size) {
     char buffer[200];
@@ -536,7 +536,7 @@ TEST(VRELFilePathTest, ConvertsIntoABufferThatIsLargeEnough) {
   EXPECT_EQ(wideOne[0], L'\0');
 }
 
-TEST(VRELFilePathTest, LeavesABufferAloneThatIsTooSmall) {
+TEST(VRELFilePathTest, SmallBufferIsUnchanged) {
   VRELFilePath const path("abc");
   for (int const size : {3, 1, 0, -1}) {
     SCOPED_TRACE(size);
@@ -551,7 +551,7 @@ TEST(VRELFilePathTest, LeavesABufferAloneThatIsTooSmall) {
   }
 }
 
-TEST(VRELFilePathTest, RefusesANullBuffer) {
+TEST(VRELFilePathTest, NullBufferFails) {
   VRELFilePath const path("abc");
   for (int const size : {4, 4096}) {
     EXPECT_EQ(path.GetMBCSBuffer(nullptr, size), VREL_E_INVALID_ARGUMENT);
@@ -559,7 +559,7 @@ TEST(VRELFilePathTest, RefusesANullBuffer) {
   }
 }
 
-TEST(VRELFilePathTest, ALoneSurrogateHasNoWideForm) {
+TEST(VRELFilePathTest, LoneSurrogateFailsInWideBuffer) {
   unsigned short const units[] = {'a', 0xD800, 0};
   VRELFilePath const path{VRELString(units)};
   wchar_t wide[16] = L"#";
@@ -567,8 +567,8 @@ TEST(VRELFilePathTest, ALoneSurrogateHasNoWideForm) {
   EXPECT_EQ(wide[0], L'\0');
 }
 
-// A text from which another was moved holds nothing, not even its terminator.
-TEST(VRELFilePathTest, ATextWithoutContentNamesNothing) {
+// A moved-from string has no content, not even a terminator.
+TEST(VRELFilePathTest, MovedFromStringIsEmptyPath) {
   VRELString source(L"a/b");
   VRELString const taken(std::move(source));
   VRELFilePath path(source);
@@ -598,7 +598,7 @@ TEST(VRELFilePathTest, ATextWithoutContentNamesNothing) {
   EXPECT_EQ(Text(path), ".x");
 }
 
-TEST(VRELFilePathTest, TellsWhetherAFileCanBeOpenedForReading) {
+TEST(VRELFilePathTest, DoesFileExistTestsReading) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "12345");
   EXPECT_TRUE(VRELFilePath(file.c_str()).DoesFileExist());
@@ -608,7 +608,7 @@ TEST(VRELFilePathTest, TellsWhetherAFileCanBeOpenedForReading) {
   EXPECT_FALSE(VRELFilePath().DoesFileExist());
 }
 
-TEST(VRELFilePathTest, AFileThatMayNotBeReadCountsAsAbsent) {
+TEST(VRELFilePathTest, UnreadableFileDoesNotExist) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "12345");
   ASSERT_EQ(chmod(directory.Path().c_str(), 0755), 0);
@@ -623,7 +623,7 @@ TEST(VRELFilePathTest, AFileThatMayNotBeReadCountsAsAbsent) {
   });
 }
 
-TEST(VRELFilePathTest, LooksForAFileWithoutKeepingItOpen) {
+TEST(VRELFilePathTest, DoesFileExistClosesFile) {
   auto const openDescriptors = [] {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
   };
@@ -634,8 +634,8 @@ TEST(VRELFilePathTest, LooksForAFileWithoutKeepingItOpen) {
   EXPECT_EQ(openDescriptors(), before);
 }
 
-// A process without a standard input gets the descriptor 0.
-TEST(VRELFilePathTest, FindsAFileUnderAnyDescriptor) {
+// In a process without standard input, open returns descriptor 0.
+TEST(VRELFilePathTest, DoesFileExistAcceptsDescriptorZero) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "");
   ChildResult const result = RunInChild([&] {
@@ -645,7 +645,7 @@ TEST(VRELFilePathTest, FindsAFileUnderAnyDescriptor) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(VRELFilePathTest, OpensAStream) {
+TEST(VRELFilePathTest, OpenFileReturnsStream) {
   ScratchDirectory const directory;
   VRELFilePath const path(directory.Path("file").c_str());
   EXPECT_EQ(path.OpenFile("r"), nullptr);
@@ -664,7 +664,7 @@ TEST(VRELFilePathTest, OpensAStream) {
   EXPECT_EQ(path.OpenFile("?"), nullptr);
 }
 
-TEST(VRELFilePathTest, RemovesFilesAndEmptyDirectories) {
+TEST(VRELFilePathTest, RemoveFileRemovesEmptyDirectory) {
   ScratchDirectory const directory;
   VRELFilePath const file(directory.Write("sub/file", "").c_str());
   VRELFilePath const sub(directory.Path("sub").c_str());
@@ -677,7 +677,7 @@ TEST(VRELFilePathTest, RemovesFilesAndEmptyDirectories) {
   EXPECT_FALSE(VRELFilePath().RemoveFile());
 }
 
-TEST(VRELFilePathTest, ReadsWhatTheFileSystemKnows) {
+TEST(VRELFilePathTest, QueriesReadFileSystem) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "12345");
   timespec const accessAndModification[2] = {{1000000000, 0}, {1100000000, 0}};
@@ -703,7 +703,7 @@ TEST(VRELFilePathTest, ReadsWhatTheFileSystemKnows) {
   EXPECT_TRUE(S_ISREG(stats.st_mode));
 }
 
-TEST(VRELFilePathTest, FailedQueriesLeaveTheirArgumentsAlone) {
+TEST(VRELFilePathTest, FailedQueryKeepsArgument) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("file", "12345");
   std::string const tooLong = directory.Path() + std::string(4096, '/') + "file";
@@ -723,21 +723,21 @@ TEST(VRELFilePathTest, FailedQueriesLeaveTheirArgumentsAlone) {
   }
 }
 
-TEST(VRELFilePathTest, StatsAskTheTableWhetherThePathIsValid) {
+TEST(VRELFilePathTest, GetFileStatsCallsIsValid) {
   ScratchDirectory const directory;
-  Steered path(directory.Write("file", "12345").c_str());
+  OverriddenPath path(directory.Write("file", "12345").c_str());
   long size = 0;
   EXPECT_EQ(path.GetFileSize(size), VREL_S_OK);
   path.isValid = false;
   EXPECT_EQ(path.GetFileSize(size), VREL_E_FAIL);
 }
 
-// A path of `length` bytes to a file: as many slashes as it takes stand between the directory and the name.
+// Returns a path of `length` bytes to a file, padded with slashes between the directory and the name.
 std::string PathOfLength(ScratchDirectory const& directory, std::string const& name, std::size_t length) {
   return directory.Path() + std::string(length - directory.Path().size() - name.size(), '/') + name;
 }
 
-TEST(VRELFilePathTest, APathTakesAtMost4096BytesWithItsTerminator) {
+TEST(VRELFilePathTest, PathHasAtMost4096Bytes) {
   struct {
     std::size_t byteCount;  // terminator included
     bool fits;
@@ -761,7 +761,7 @@ TEST(VRELFilePathTest, APathTakesAtMost4096BytesWithItsTerminator) {
   }
 }
 
-TEST(VRELFilePathTest, ATooLongPathIsNotCut) {
+TEST(VRELFilePathTest, OverlongPathIsNotTruncated) {
   ScratchDirectory const directory;
   directory.Write("f", "");
   VRELFilePath const path(PathOfLength(directory, "fx", 4096).c_str());
@@ -771,7 +771,7 @@ TEST(VRELFilePathTest, ATooLongPathIsNotCut) {
   EXPECT_TRUE(directory.Has("f"));
 }
 
-TEST(VRELFilePathTest, NamesFilesInUtf8) {
+TEST(VRELFilePathTest, PathIsUtf8) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     directory.Write("\xC3\xB6.step", "12345");
@@ -796,7 +796,7 @@ TEST(VRELFilePathTest, NamesFilesInUtf8) {
   });
 }
 
-TEST(VRELFilePathTest, CountsTheBytesOfUtf8AndNotTheUnits) {
+TEST(VRELFilePathTest, LimitCountsUtf8Bytes) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     directory.Write("\xE2\x82\xAC", "");
@@ -809,7 +809,7 @@ TEST(VRELFilePathTest, CountsTheBytesOfUtf8AndNotTheUnits) {
   });
 }
 
-TEST(VRELFilePathTest, ALoneSurrogateNamesTheFileOfTheReplacementCharacter) {
+TEST(VRELFilePathTest, LoneSurrogateIsReplaced) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     directory.Write("\xEF\xBF\xBD", "");
@@ -819,9 +819,9 @@ TEST(VRELFilePathTest, ALoneSurrogateNamesTheFileOfTheReplacementCharacter) {
   });
 }
 
-TEST(VRELFilePathTest, InThePlainLocaleTheDefaultCodepageNamesTheFile) {
+TEST(VRELFilePathTest, PlainLocaleUsesDefaultCodepage) {
   RunTestInLocale("C", [] {
-    // ICU goes by the locale, where an umlaut is lost in US-ASCII, or is built to speak UTF-8 always.
+    // ICU uses the locale, whose US-ASCII lacks the umlaut, or is built to use UTF-8 always.
     bool const isUtf8 = std::string(ucnv_getDefaultName()) == "UTF-8";
     std::string const name = isUtf8 ? "\xC3\xB6" : "\x1A";
     ScratchDirectory const directory;
@@ -837,7 +837,7 @@ TEST(VRELFilePathTest, InThePlainLocaleTheDefaultCodepageNamesTheFile) {
   });
 }
 
-TEST(VRELFilePathTest, BytesThatAreNoTextNameTheFileOfTheReplacementCharacter) {
+TEST(VRELFilePathTest, InvalidBytesAreReplaced) {
   RunTestInLocale("C.UTF-8", [] {
     ScratchDirectory const directory;
     VRELFilePath const path(directory.Write("\xFF", "").c_str());
@@ -849,7 +849,7 @@ TEST(VRELFilePathTest, BytesThatAreNoTextNameTheFileOfTheReplacementCharacter) {
   });
 }
 
-TEST(VRELFilePathTest, GivesTheCurrentDirectory) {
+TEST(VRELFilePathTest, GetCurrentWorkingDirectoryReturnsPath) {
   ScratchDirectory const directory;
   std::string const resolved = std::filesystem::canonical(directory.Path()).string();
   ChildResult const result = RunInChild([&] {
@@ -859,7 +859,7 @@ TEST(VRELFilePathTest, GivesTheCurrentDirectory) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(VRELFilePathTest, TheCurrentDirectoryIsEmptyWhenItWasRemoved) {
+TEST(VRELFilePathTest, RemovedCurrentDirectoryIsEmptyPath) {
   ScratchDirectory const directory;
   std::string const gone = directory.Path("gone");
   std::filesystem::create_directory(gone);
@@ -870,7 +870,7 @@ TEST(VRELFilePathTest, TheCurrentDirectoryIsEmptyWhenItWasRemoved) {
   EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST(VRELFilePathTest, HoldsOneTextBehindItsTable) {
+TEST(VRELFilePathTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELFilePath), sizeof(void*) + sizeof(VRELString));
 }
 

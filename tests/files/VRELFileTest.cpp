@@ -13,10 +13,10 @@
 
 namespace {
 
-// What an output argument holds that nobody wrote to.
+// Initial value of output arguments.
 std::FILE* const untouchedStream = stderr;
 
-TEST(VRELFileTest, DefaultFileIsNothing) {
+TEST(VRELFileTest, DefaultFileIsInvalid) {
   VRELFile file;
   EXPECT_FALSE(file.IsValidFile());
   std::FILE* stream = untouchedStream;
@@ -35,13 +35,13 @@ TEST(VRELFileTest, DefaultFileIsNothing) {
   EXPECT_EQ(file.GetFilePointerOpenType(), VRELFile::NoOpen);
 }
 
-TEST(VRELFileTest, OpenTypesHaveTheirValues) {
+TEST(VRELFileTest, OpenTypesKeepValues) {
   EXPECT_EQ(static_cast<int>(VRELFile::NoOpen), 0);
   EXPECT_EQ(static_cast<int>(VRELFile::TextOpen), 1);
   EXPECT_EQ(static_cast<int>(VRELFile::BinaryOpen), 2);
 }
 
-TEST(VRELFileTest, OnlyTheStandardDescriptorsMakeAFileValid) {
+TEST(VRELFileTest, OnlyStandardDescriptorsAreValid) {
   struct {
     int descriptor;
     bool isKept;
@@ -61,7 +61,7 @@ TEST(VRELFileTest, OnlyTheStandardDescriptorsMakeAFileValid) {
   }
 }
 
-TEST(VRELFileTest, APathIsKeptWhole) {
+TEST(VRELFileTest, GetFileNameReturnsWholePath) {
   char const* const null = nullptr;
   VRELFile const fromPath{VRELFilePath("a\\b.c")};
   VRELFile const fromText{VRELString(L"a\\b.c")};
@@ -98,7 +98,7 @@ TEST(VRELFileTest, NoOpenOpensNothing) {
   EXPECT_EQ(CountOpenDescriptors(name), 0);
 }
 
-TEST(VRELFileTest, EveryOpeningCallReopensFromTheStart) {
+TEST(VRELFileTest, GetFilePointerReopensFromStart) {
   ScratchDirectory const directory;
   std::string const name = directory.Write("x.txt", "text");
   {
@@ -115,7 +115,7 @@ TEST(VRELFileTest, EveryOpeningCallReopensFromTheStart) {
       EXPECT_EQ(CountOpenDescriptors(name), 1);
       EXPECT_EQ(std::fgetc(stream), 't');
       EXPECT_EQ(std::fgetc(stream), 'e');
-      // Neither of the calls that open nothing moves the stream.
+      // Calls with NoOpen do not move the stream.
       std::FILE* again = nullptr;
       EXPECT_EQ(file.GetFilePointer(again, VRELFile::NoOpen), VREL_S_OK);
       EXPECT_EQ(again, stream);
@@ -130,7 +130,7 @@ TEST(VRELFileTest, EveryOpeningCallReopensFromTheStart) {
   EXPECT_EQ(CountOpenDescriptors(name), 0);
 }
 
-TEST(VRELFileTest, OpensForReadingOnly) {
+TEST(VRELFileTest, StreamIsReadOnly) {
   ScratchDirectory const directory;
   VRELFile file(directory.Write("x.txt", "text").c_str());
   for (auto const type : {VRELFile::TextOpen, VRELFile::BinaryOpen}) {
@@ -140,7 +140,7 @@ TEST(VRELFileTest, OpensForReadingOnly) {
   }
 }
 
-TEST(VRELFileTest, AFailedOpenGivesNullAndLosesTheOldStream) {
+TEST(VRELFileTest, FailedOpenReturnsNullAndDropsStream) {
   ScratchDirectory const directory;
   std::string const name = directory.Write("x.txt", "text");
   VRELFile file(name.c_str());
@@ -149,7 +149,7 @@ TEST(VRELFileTest, AFailedOpenGivesNullAndLosesTheOldStream) {
   ASSERT_EQ(std::remove(name.c_str()), 0);
   EXPECT_EQ(file.GetFilePointer(stream, VRELFile::BinaryOpen), VREL_E_FAIL);
   EXPECT_EQ(stream, nullptr);
-  // The type tells of the attempt.
+  // The type is that of the attempt.
   EXPECT_EQ(file.GetFilePointerOpenType(), VRELFile::BinaryOpen);
   directory.Write("x.txt", "text");
   EXPECT_EQ(CountOpenDescriptors(name), 0);
@@ -157,7 +157,7 @@ TEST(VRELFileTest, AFailedOpenGivesNullAndLosesTheOldStream) {
   EXPECT_NE(stream, nullptr);
 }
 
-TEST(VRELFileTest, ABadPathFailsToOpen) {
+TEST(VRELFileTest, InvalidPathFailsToOpen) {
   ScratchDirectory const directory;
   std::string const file = directory.Write("x.txt", "text");
   for (std::string const& name : {directory.Path("missing"), file + "/below", std::string(5000, 'x')}) {
@@ -169,7 +169,7 @@ TEST(VRELFileTest, ABadPathFailsToOpen) {
   }
 }
 
-TEST(VRELFileTest, AStreamThatWasHandedInIsNeverClosed) {
+TEST(VRELFileTest, BorrowedStreamIsNeverClosed) {
   std::FILE* const own = std::tmpfile();
   ASSERT_NE(own, nullptr);
   int const descriptor = fileno(own);
@@ -199,18 +199,18 @@ TEST(VRELFileTest, AStreamThatWasHandedInIsNeverClosed) {
   EXPECT_EQ(std::fclose(own), 0);
 }
 
-TEST(VRELFileTest, ANullStreamIsNoStream) {
+TEST(VRELFileTest, NullStreamIsIgnored) {
   std::FILE* const null = nullptr;
   VRELFile const file(null);
   EXPECT_FALSE(file.IsValidFile());
 }
 
-TEST(VRELFileTest, IsNotCopied) {
+TEST(VRELFileTest, IsNotCopyable) {
   EXPECT_FALSE(std::is_copy_constructible_v<VRELFile>);
   EXPECT_FALSE(std::is_copy_assignable_v<VRELFile>);
 }
 
-TEST(VRELFileHandleTest, SharesTheFileUntilTheLastOneGoes) {
+TEST(VRELFileHandleTest, LastHandleDeletesFile) {
   ScratchDirectory const directory;
   std::string const name = directory.Write("x.txt", "text");
   VRELFileHandle first(new VRELFile(name.c_str()));

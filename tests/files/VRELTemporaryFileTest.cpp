@@ -40,7 +40,7 @@ std::string ReadFile(std::string const& path) {
   return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
-TEST(VRELTemporaryFileTest, IsNamedAfterSourceNameAndNumber) {
+TEST(VRELTemporaryFileTest, NameContainsSourceNameAndNumber) {
   struct {
     char const* source;
     char const* name;
@@ -72,36 +72,36 @@ TEST(VRELTemporaryFileTest, IsNamedAfterSourceNameAndNumber) {
   EXPECT_EQ(PathOf(VRELTemporaryFile()).size(), 15U);
 }
 
-TEST(VRELTemporaryFileTest, LeavesOutWhatWouldMakeThePathTooLong) {
-  // 15 and 4079 characters are 4094, which is below 4095.
+TEST(VRELTemporaryFileTest, OverlongPartsAreLeftOut) {
+  // 15 + 4079 = 4094 characters, which is below 4095.
   std::string const fits(4079, 's');
   std::string const tooLong(4080, 's');
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(fits.c_str()), nullptr, 0)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(tooLong.c_str()), nullptr, 0)).size(), 15U);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), fits.c_str(), 0)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), tooLong.c_str(), 0)).size(), 15U);
-  // The number belongs to the name.
+  // The number counts as part of the name.
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), std::string(4077, 's').c_str(), 3)).size(), 15U + 1 + 4079);
   EXPECT_EQ(PathOf(VRELTemporaryFile(VRELFilePath(), std::string(4078, 's').c_str(), 3)).size(), 15U);
-  // 15, 1 and 2000 of the source, then 2078 or 2079 of the name.
+  // 15 + 1 + 2000 characters for the source, then 2078 or 2079 for the name.
   VRELFilePath const source(std::string(2000, 's').c_str());
   EXPECT_EQ(PathOf(VRELTemporaryFile(source, std::string(2078, 'n').c_str(), 0)).size(), 4095U);
   EXPECT_EQ(PathOf(VRELTemporaryFile(source, std::string(2079, 'n').c_str(), 0)).size(), 2016U);
 }
 
-TEST(VRELTemporaryFileTest, EachHasANameOfItsOwn) {
+TEST(VRELTemporaryFileTest, NamesAreUnique) {
   std::set<std::string> names;
   for (int i = 0; i < 1000; ++i) names.insert(PathOf(VRELTemporaryFile()));
   EXPECT_EQ(names.size(), 1000U);
 }
 
-TEST(VRELTemporaryFileTest, TheDirectoryIsTheSystemsWhateverTheEnvironmentSays) {
+TEST(VRELTemporaryFileTest, DirectoryIgnoresEnvironment) {
   ASSERT_EQ(setenv("TMPDIR", "/usr", 1), 0);
   EXPECT_EQ(PathOf(VRELTemporaryFile()).substr(0, 9), "/tmp/file");
   unsetenv("TMPDIR");
 }
 
-TEST(VRELTemporaryFileTest, TheFileLivesFromOpenToTheEndOfItsObject) {
+TEST(VRELTemporaryFileTest, FileExistsFromOpenToDestructor) {
   std::string path;
   {
     VRELTemporaryFile file(VRELFilePath("m.stp"), "part", 1);
@@ -110,7 +110,7 @@ TEST(VRELTemporaryFileTest, TheFileLivesFromOpenToTheEndOfItsObject) {
     std::FILE* const stream = file.Open(nullptr);
     ASSERT_NE(stream, nullptr);
     EXPECT_TRUE(IsThere(path));
-    // Null stands for "w+b".
+    // Null means "w+b".
     EXPECT_EQ(std::fputs("text", stream), 1);
     std::rewind(stream);
     char bytes[8] = {};
@@ -120,7 +120,7 @@ TEST(VRELTemporaryFileTest, TheFileLivesFromOpenToTheEndOfItsObject) {
   EXPECT_FALSE(IsThere(path));
 }
 
-TEST(VRELTemporaryFileTest, OpenTwiceGivesTheSameStream) {
+TEST(VRELTemporaryFileTest, SecondOpenReturnsSameStream) {
   VRELTemporaryFile file;
   std::FILE* const stream = file.Open("w");
   ASSERT_NE(stream, nullptr);
@@ -128,7 +128,7 @@ TEST(VRELTemporaryFileTest, OpenTwiceGivesTheSameStream) {
   EXPECT_EQ(file.Open(nullptr), stream);
 }
 
-TEST(VRELTemporaryFileTest, OpensAnewAfterClose) {
+TEST(VRELTemporaryFileTest, OpenAfterCloseReopens) {
   VRELTemporaryFile file;
   file.Close();
   std::string const path = PathOf(file);
@@ -154,7 +154,7 @@ TEST(VRELTemporaryFileTest, OpensAnewAfterClose) {
   EXPECT_EQ(ReadFile(path), "");
 }
 
-TEST(VRELTemporaryFileTest, ReadingNeedsAFile) {
+TEST(VRELTemporaryFileTest, OpenForReadingNeedsFile) {
   VRELTemporaryFile file;
   EXPECT_EQ(file.Open("rb"), nullptr);
   EXPECT_EQ(file.Open("r+b"), nullptr);
@@ -163,7 +163,7 @@ TEST(VRELTemporaryFileTest, ReadingNeedsAFile) {
   EXPECT_NE(file.Open("a"), nullptr);
 }
 
-TEST(VRELTemporaryFileTest, TakesAFileThatThisUserPutThere) {
+TEST(VRELTemporaryFileTest, OpenAcceptsOwnRegularFile) {
   VRELTemporaryFile file;
   WriteFile(PathOf(file), "made by a tool");
   std::FILE* const stream = file.Open("rb");
@@ -174,7 +174,7 @@ TEST(VRELTemporaryFileTest, TakesAFileThatThisUserPutThere) {
   EXPECT_EQ(ReadFile(PathOf(file)), "");
 }
 
-TEST(VRELTemporaryFileTest, RemovesAtItsEndAlsoWhatItNeverOpened) {
+TEST(VRELTemporaryFileTest, DestructorRemovesUnopenedFile) {
   std::string path;
   {
     VRELTemporaryFile const file;
@@ -184,7 +184,7 @@ TEST(VRELTemporaryFileTest, RemovesAtItsEndAlsoWhatItNeverOpened) {
   EXPECT_FALSE(IsThere(path));
 }
 
-TEST(VRELTemporaryFileTest, OpensNoTrap) {
+TEST(VRELTemporaryFileTest, OpenRefusesLinksAndForeignFiles) {
   ScratchDirectory const scratch;
   std::string const victim = scratch.Write("victim", "precious");
   for (char const* mode : {"w+b", "a", "rb", "r+", static_cast<char const*>(nullptr)}) {
@@ -214,7 +214,7 @@ TEST(VRELTemporaryFileTest, OpensNoTrap) {
   EXPECT_FALSE(scratch.Has("new"));
 }
 
-TEST(VRELTemporaryFileTest, RemoveTellsWhetherThereWasAFile) {
+TEST(VRELTemporaryFileTest, RemoveReportsMissingFile) {
   VRELTemporaryFile file;
   EXPECT_EQ(file.Remove(), -1);
   std::FILE* const stream = file.Open(nullptr);
@@ -227,7 +227,7 @@ TEST(VRELTemporaryFileTest, RemoveTellsWhetherThereWasAFile) {
   EXPECT_EQ(file.Remove(), -1);
 }
 
-TEST(VRELTemporaryFileTest, NothingIsLeftAfterTerminate) {
+TEST(VRELTemporaryFileTest, TerminateClearsPath) {
   VRELTemporaryFile file;
   std::string const path = PathOf(file);
   ASSERT_NE(file.Open(nullptr), nullptr);
@@ -241,13 +241,13 @@ TEST(VRELTemporaryFileTest, NothingIsLeftAfterTerminate) {
   EXPECT_EQ(PathOf(file), "");
 }
 
-TEST(VRELTemporaryFileTest, ANameTooLongForTheFileSystemCannotBeOpened) {
+TEST(VRELTemporaryFileTest, OpenFailsForOverlongName) {
   VRELTemporaryFile file(VRELFilePath(std::string(3000, 's').c_str()), nullptr, 0);
   EXPECT_EQ(file.Open(nullptr), nullptr);
   EXPECT_EQ(file.Remove(), -1);
 }
 
-TEST(VRELTemporaryFileTest, IsDeletedThroughItsBase) {
+TEST(VRELTemporaryFileTest, HasVirtualDestructor) {
   static_assert(std::has_virtual_destructor_v<VRELTemporaryFile>);
   static_assert(!std::is_copy_constructible_v<VRELTemporaryFile>);
   struct Derived : VRELTemporaryFile {};
@@ -258,11 +258,11 @@ TEST(VRELTemporaryFileTest, IsDeletedThroughItsBase) {
   EXPECT_FALSE(IsThere(path));
 }
 
-// In a file system of its own that has no /tmp.
-TEST(VRELTemporaryFileTest, WithoutADirectoryForItTheFileIsHere) {
+// In a file system without /tmp.
+TEST(VRELTemporaryFileTest, FallsBackToCurrentDirectory) {
   if (geteuid() != 0) GTEST_SKIP() << "chroot needs root";
   ScratchDirectory const scratch;
-  // The codepage is loaded before the files of the system are out of sight.
+  // Loads the codepage before the system's files become inaccessible.
   PathOf(VRELTemporaryFile());
   ChildResult const result = RunInChildWithoutTeardown([&] {
     if (chroot(scratch.Path().c_str()) != 0 || chdir("/") != 0) return 1;

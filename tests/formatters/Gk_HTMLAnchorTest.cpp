@@ -12,20 +12,20 @@ std::string Written(Object const& object) {
   return TextOf([&](VRELOutputStream* stream) { VRELStreamFormatter(stream).dump(&object); });
 }
 
-TEST(Gk_HTMLAnchorTest, NamesAPlace) {
+TEST(Gk_HTMLAnchorTest, WritesAnchor) {
   EXPECT_EQ(Written(Gk_HTMLAnchor(new Object("bolt"), new Object("a bolt"))), "<a name= \"bolt\">a bolt</a>");
   EXPECT_EQ(Written(Gk_HTMLAnchor(new Object("bolt"), new Object(""))), "<a name= \"bolt\"></a>");
 }
 
-TEST(Gk_HTMLAnchorTest, ShowsItsNameWithoutText) {
+TEST(Gk_HTMLAnchorTest, NullTextIsName) {
   EXPECT_EQ(Written(Gk_HTMLAnchor(new Object("bolt"), nullptr)), "<a name= \"bolt\">bolt</a>");
 }
 
-TEST(Gk_HTMLAnchorTest, WithoutAnythingIsEmpty) {
+TEST(Gk_HTMLAnchorTest, NullNameIsEmpty) {
   EXPECT_EQ(Written(Gk_HTMLAnchor(nullptr, nullptr)), "<a name= \"\"></a>");
 }
 
-TEST(Gk_HTMLAnchorTest, HoldsBothObjects) {
+TEST(Gk_HTMLAnchorTest, KeepsBothObjects) {
   VRELStreamFormatter::VRELStreamFormatterObjectHandle const name(new Object("n"));
   {
     Gk_HTMLAnchor const anchor(name, nullptr);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Steps of a margin in a plain formatter: '{' in, '}' out, '.' writes the margin, anything else is text.
+// Executes steps: '{' is incr, '}' is decr, '.' writes the margin, and other characters are text.
 std::string Walk(std::string const& steps) {
   return TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -36,7 +36,7 @@ std::string Out(std::string const& letters) {
   return "</BLOCKQUOTE><a name= \"" + letters + "M}\"></a><a href=\"#" + letters + "M{\">}</a>\n";
 }
 
-TEST(Gk_HTMLMarginTest, WritesABlock) {
+TEST(Gk_HTMLMarginTest, WritesBlock) {
   EXPECT_EQ(Walk("{x}"),
             "<a name= \"AM{\"></a><a href=\"#AM}\">{</a><BLOCKQUOTE>x</BLOCKQUOTE>"
             "<a name= \"AM}\"></a><a href=\"#AM{\">}</a>\n");
@@ -46,21 +46,21 @@ TEST(Gk_HTMLMarginTest, WritesNoBlanks) {
   EXPECT_EQ(Walk(".{.x."), In("A") + "x");
 }
 
-TEST(Gk_HTMLMarginTest, NamesBlocksByTheirLevels) {
+TEST(Gk_HTMLMarginTest, NamesHaveLetterPerLevel) {
   EXPECT_EQ(Walk("{}{}{}"), In("A") + Out("A") + In("B") + Out("B") + In("C") + Out("C"));
   EXPECT_EQ(Walk("{{}{}}"), In("A") + In("AA") + Out("AA") + In("AB") + Out("AB") + Out("A"));
 }
 
-TEST(Gk_HTMLMarginTest, CountsOnInTheNextParent) {
+TEST(Gk_HTMLMarginTest, LevelsAreNotReset) {
   EXPECT_EQ(Walk("{{}}{{}}"), In("A") + In("AA") + Out("AA") + Out("A") + In("B") + In("BB") + Out("BB") + Out("B"));
 }
 
-TEST(Gk_HTMLMarginTest, ClosesWithTheLettersOfItsOpening) {
+TEST(Gk_HTMLMarginTest, DecrUsesNameOfIncr) {
   EXPECT_EQ(Walk("{{{}}{{}{}}}"), In("A") + In("AA") + In("AAA") + Out("AAA") + Out("AA") + In("AB") + In("ABB") +
                                       Out("ABB") + In("ABC") + Out("ABC") + Out("AB") + Out("A"));
 }
 
-TEST(Gk_HTMLMarginTest, RunsOnBehindZ) {
+TEST(Gk_HTMLMarginTest, LettersAfterZ) {
   std::string steps;
   for (int i = 0; i < 28; ++i) steps += "{}";
   std::string const text = Walk(steps);
@@ -69,8 +69,8 @@ TEST(Gk_HTMLMarginTest, RunsOnBehindZ) {
   EXPECT_EQ(text.substr(text.size() - end.size()), end);
 }
 
-// 'A' and 191 make 256: the zero byte is left out, and 'A' comes round again after 256 blocks.
-TEST(Gk_HTMLMarginTest, WrapsAround) {
+// 'A' + 191 is 256: the zero byte is omitted, and 'A' returns after 256 blocks.
+TEST(Gk_HTMLMarginTest, LettersWrapAround) {
   std::string steps;
   for (int i = 0; i < 257; ++i) steps += "{}";
   std::string const text = Walk(steps);
@@ -79,8 +79,8 @@ TEST(Gk_HTMLMarginTest, WrapsAround) {
   EXPECT_EQ(text.substr(text.size() - end.size()), end);
 }
 
-// A name of 97 letters and the mark is the longest.
-TEST(Gk_HTMLMarginTest, CutsTheNamesOfDeepBlocks) {
+// The longest name has 97 letters and the mark.
+TEST(Gk_HTMLMarginTest, NamesAreBounded) {
   constexpr int depth = 500;
   std::string expected;
   for (int i = 1; i <= depth; ++i) expected += In(std::string(static_cast<std::size_t>(i < 97 ? i : 97), 'A'));
@@ -88,11 +88,11 @@ TEST(Gk_HTMLMarginTest, CutsTheNamesOfDeepBlocks) {
   EXPECT_EQ(Walk(std::string(depth, '{') + std::string(depth, '}')), expected);
 }
 
-TEST(Gk_HTMLMarginTest, StepsOutOfNoBlock) {
+TEST(Gk_HTMLMarginTest, DecrWithoutIncr) {
   EXPECT_EQ(Walk("}}{{"), Out("") + Out("") + In("") + In(""));
 }
 
-TEST(Gk_HTMLMarginTest, WithoutFormatterOnlyCounts) {
+TEST(Gk_HTMLMarginTest, NullFormatterCounts) {
   Gk_HTMLMargin margin(nullptr);
   margin.incr();
   margin.decr();

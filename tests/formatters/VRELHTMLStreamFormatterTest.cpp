@@ -17,7 +17,7 @@ namespace {
 constexpr char head[] = "<HTML> <title>parts</title><BODY BGCOLOR=\"#FFFFFF\" > ";
 constexpr char foot[] = "</BODY> </HTML>";
 
-// What stands between head and foot.
+// Returns the output between head and foot.
 template <class Write>
 std::string Body(Write const& write) {
   std::string const page = TextOf([&](VRELOutputStream* stream) {
@@ -39,7 +39,7 @@ TEST(VRELHTMLStreamFormatterTest, WritesHeadAndFoot) {
   EXPECT_EQ(page, "<HTML> <title>A title</title><BODY BGCOLOR=\"red\" > text</BODY> </HTML>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, TakesNullTitleAndColour) {
+TEST(VRELHTMLStreamFormatterTest, NullTitleAndColour) {
   std::string const page = TextOf([](VRELOutputStream* stream) { VRELHTMLStreamFormatter(stream, nullptr, nullptr); });
   EXPECT_EQ(page, "<HTML> <title></title><BODY BGCOLOR=\"\" > </BODY> </HTML>");
 }
@@ -51,8 +51,8 @@ TEST(VRELHTMLStreamFormatterTest, WorksWithoutStream) {
   out.margin()->decr();
 }
 
-// The end of the page goes out before the flush.
-TEST(VRELHTMLStreamFormatterTest, FlushesBehindTheFoot) {
+// The end of the page is written before the flush.
+TEST(VRELHTMLStreamFormatterTest, FlushesAfterFoot) {
   class Stream : public VRELOutputStream {
    public:
     int write(char const* buffer, int count) override {
@@ -68,12 +68,12 @@ TEST(VRELHTMLStreamFormatterTest, FlushesBehindTheFoot) {
   EXPECT_EQ(stream.last, "</BODY> </HTML> flush");
 }
 
-TEST(VRELHTMLStreamFormatterTest, BringsItsOwnObjects) {
+TEST(VRELHTMLStreamFormatterTest, ReplacesFormatObjects) {
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << "a" << out.space() << "b" << out.endline() << out.empty(); }),
             "a&nbsp;b<br>\r\n");
 }
 
-TEST(VRELHTMLStreamFormatterTest, WritesABlock) {
+TEST(VRELHTMLStreamFormatterTest, WritesBlock) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out.margin()->incr();
     out << out.margin() << "x";
@@ -84,18 +84,18 @@ TEST(VRELHTMLStreamFormatterTest, WritesABlock) {
             "</BLOCKQUOTE><a name= \"AM}\"></a><a href=\"#AM{\">}</a><br>\r\n");
 }
 
-TEST(VRELHTMLStreamFormatterTest, DefinesAndRefersByNumber) {
+TEST(VRELHTMLStreamFormatterTest, DefineAndReferNumber) {
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << out.define(123L); }), "<a name= \"123\">123</a>");
   EXPECT_EQ(Body([](VRELStreamFormatter& out) { out << out.refer(123L); }), "<a href=\"#123\">123</a>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, DefinesAndRefersByAddress) {
+TEST(VRELHTMLStreamFormatterTest, DefineAndReferAddress) {
   void const* const address = reinterpret_cast<void const*>(0x10);
   EXPECT_EQ(Body([&](VRELStreamFormatter& out) { out << out.define(address); }), "<a name= \"16\">16</a>");
   EXPECT_EQ(Body([&](VRELStreamFormatter& out) { out << out.refer(address); }), "<a href=\"#16\">16</a>");
 }
 
-TEST(VRELHTMLStreamFormatterTest, NamesGoByTheSetFormats) {
+TEST(VRELHTMLStreamFormatterTest, NamesUseIntFormat) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out.setIntFormat("p%d");
     out.setLongFormat("n%ld");
@@ -104,15 +104,15 @@ TEST(VRELHTMLStreamFormatterTest, NamesGoByTheSetFormats) {
   EXPECT_EQ(text, "<a name= \"p7\">p7</a><a href=\"#n8\">n8</a>");
 }
 
-// Everything else is written as in a plain dump.
-TEST(VRELHTMLStreamFormatterTest, WritesValuesAsTheyAre) {
+// Other values are written as by a plain formatter.
+TEST(VRELHTMLStreamFormatterTest, WritesValuesUnchanged) {
   std::string const text = Body([](VRELStreamFormatter& out) {
     out << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "<b>" << VRELString(L"w") << VRELValue(6) << out.format("%d", 7);
   });
   EXPECT_EQ(text, "c1234l0.500000<b>w67");
 }
 
-// A dump of some size: nested blocks, definitions and references in both directions.
+// A larger dump with nested blocks, definitions, and references in both directions.
 void WritePage(VRELStreamFormatter& out) {
   int const parts[3] = {};
   for (long assembly = 1; assembly <= 3; ++assembly) {
@@ -134,7 +134,7 @@ void WritePage(VRELStreamFormatter& out) {
   }
 }
 
-// What stands between each `before` and the `after` that follows it.
+// Returns the strings between each `before` and the next `after`.
 std::vector<std::string> AllBetween(std::string const& text, std::string const& before, std::string const& after) {
   std::vector<std::string> found;
   for (std::size_t at = text.find(before); at != text.npos; at = text.find(before, at)) {
@@ -148,7 +148,7 @@ std::size_t CountOf(std::string const& text, std::string const& piece) {
   return AllBetween(text, piece, "").size();
 }
 
-TEST(VRELHTMLStreamFormatterTest, MakesAPageThatABrowserReads) {
+TEST(VRELHTMLStreamFormatterTest, BrowserReadsPage) {
   if (!HasHeadlessBrowser()) GTEST_SKIP() << "chromium is not installed";
   ScratchDirectory const directory;
   std::string const page = TextOf([](VRELOutputStream* stream) {
@@ -163,7 +163,7 @@ TEST(VRELHTMLStreamFormatterTest, MakesAPageThatABrowserReads) {
   EXPECT_EQ(CountOf(dom, "assembly&nbsp;"), 3U);
   EXPECT_EQ(CountOf(dom, "weight&nbsp;2.500000<br>"), 9U);
 
-  // Each anchor once; each link has one.
+  // Anchors are unique, and each link has one.
   std::vector<std::string> const anchors = AllBetween(dom, "<a name=\"", "\">");
   std::set<std::string> const names(anchors.begin(), anchors.end());
   EXPECT_EQ(anchors.size(), 6U + 2 * 12);
@@ -172,7 +172,7 @@ TEST(VRELHTMLStreamFormatterTest, MakesAPageThatABrowserReads) {
   EXPECT_EQ(links.size(), 6U + 9 + 2 * 12);
   for (std::string const& link : links) EXPECT_EQ(names.count(link), 1U) << link;
 
-  // The braces nest, and each leads to the anchor in front of its partner.
+  // Braces are nested, and each links to the anchor before its partner.
   EXPECT_EQ(CountOf(dom, "<blockquote>"), 12U);
   std::vector<std::string> open;
   std::size_t blocks = 0;

@@ -26,7 +26,7 @@ bool hasNoDecimalPoint = false;
 
 }  // namespace
 
-// Stands in front of the C library's, which always has a decimal point.
+// Replaces localeconv of the C library, which always has a decimal point.
 extern "C" VREL_EXPORT lconv* localeconv() noexcept {
   static lconv withoutPoint = {};
   if (hasNoDecimalPoint) return &withoutPoint;
@@ -43,7 +43,7 @@ using MarginHandle = VRELStreamFormatter::VRELStreamFormatterMarginHandle;
 
 constexpr auto mode1 = static_cast<VRELRealTrailingZerosRemovalFormat>(1);
 
-// Tells each call.
+// Records each call.
 class RecordingStream : public VRELOutputStream {
  public:
   explicit RecordingStream(std::vector<std::string>& record) : calls(record) {}
@@ -63,7 +63,7 @@ class RecordingStream : public VRELOutputStream {
   std::vector<std::string>& calls;
 };
 
-// Tells which dump each value came to.
+// Records which dump is called for each value.
 class TellingFormatter : public VRELStreamFormatter {
  public:
   explicit TellingFormatter(VRELOutputStream* stream = nullptr) : VRELStreamFormatter(stream) {}
@@ -89,13 +89,13 @@ class TellingFormatter : public VRELStreamFormatter {
   std::string calls;
 };
 
-// What a formatter of default settings writes of a value.
+// Returns the output of a formatter with default settings.
 template <class T>
 std::string Dumped(T const& value) {
   return TextOf([&](VRELOutputStream* stream) { VRELStreamFormatter(stream).dump(value); });
 }
 
-// The text of a double in mode 1.
+// Returns the output of a double in mode 1.
 std::string Shortened(char const* format, double value) {
   return TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -111,7 +111,7 @@ std::string Truncated(char const* number) {
   return out.toUtf8();
 }
 
-TEST(VRELStreamFormatterTest, WritesEachTypeByItsDefaultFormat) {
+TEST(VRELStreamFormatterTest, DefaultFormats) {
   EXPECT_EQ(Dumped('x'), "x");
   EXPECT_EQ(Dumped(-12), "-12");
   EXPECT_EQ(Dumped(INT_MIN), "-2147483648");
@@ -124,23 +124,23 @@ TEST(VRELStreamFormatterTest, WritesEachTypeByItsDefaultFormat) {
   EXPECT_EQ(Dumped(VRELValue(true)), "1");
 }
 
-TEST(VRELStreamFormatterTest, WritesUnsignedLongWithLetter) {
+TEST(VRELStreamFormatterTest, UnsignedLongHasLetter) {
   EXPECT_EQ(Dumped(7UL), "7l");
   EXPECT_EQ(Dumped(12UL), "12l");
-  // The low 32 bits alone.
+  // Only the low 32 bits.
   EXPECT_EQ(Dumped(4294967296UL + 12), "12l");
   EXPECT_EQ(Dumped(ULONG_MAX), "4294967295l");
 }
 
-TEST(VRELStreamFormatterTest, WritesAddressesInHexadecimal) {
+TEST(VRELStreamFormatterTest, AddressesAreHexadecimal) {
   EXPECT_EQ(Dumped(static_cast<void const*>(nullptr)), "0");
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0x10)), "0x10");
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0xFFFFFFFF)), "0xffffffff");
   EXPECT_EQ(Dumped(reinterpret_cast<void const*>(0x1234567890)), "0x34567890");
 }
 
-// The int format plays no part in it.
-TEST(VRELStreamFormatterTest, WritesAddressesByAFixedFormat) {
+// The int format is not used.
+TEST(VRELStreamFormatterTest, AddressFormatIsFixed) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
     out.setIntFormat("[%d]");
@@ -150,7 +150,7 @@ TEST(VRELStreamFormatterTest, WritesAddressesByAFixedFormat) {
   EXPECT_EQ(text, "0xab");
 }
 
-TEST(VRELStreamFormatterTest, CallsTheStreamOncePerValue) {
+TEST(VRELStreamFormatterTest, OneWritePerValue) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   {
@@ -164,24 +164,24 @@ TEST(VRELStreamFormatterTest, CallsTheStreamOncePerValue) {
                                         "write ", "write t", "write w", "write " + std::string(300, 'm')}));
     calls.clear();
   }
-  // Flushed, and not closed.
+  // Flushed but not closed.
   EXPECT_EQ(calls, std::vector<std::string>{"flush"});
 }
 
-TEST(VRELStreamFormatterTest, WritesNothingWithoutStream) {
+TEST(VRELStreamFormatterTest, NullStreamWritesNothing) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(nullptr);
   out << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "t" << VRELString(L"w") << VRELValue(1) << out.space() << out.define(3L)
       << out.format("%d", 1);
   out.dump(reinterpret_cast<void const*>(0x10));
-  // Nothing has been kept back for the stream that comes.
+  // Nothing was buffered for the new stream.
   EXPECT_EQ(out.installOutputStream(&stream), nullptr);
   EXPECT_TRUE(calls.empty());
 }
 
-// An object writes itself also where there is no stream, and so reaches the other operations.
-TEST(VRELStreamFormatterTest, AsksObjectsWithoutStream) {
+// Objects are called without a stream too, and call the other operations.
+TEST(VRELStreamFormatterTest, NullStreamCallsObjects) {
   struct Counting : Object {
     void dump(VRELStreamFormatter& formatter) const override {
       ++count;
@@ -196,7 +196,7 @@ TEST(VRELStreamFormatterTest, AsksObjectsWithoutStream) {
   EXPECT_EQ(object.count, 2);
 }
 
-TEST(VRELStreamFormatterTest, SwapsTheStream) {
+TEST(VRELStreamFormatterTest, InstallOutputStream) {
   VRELStringOutputStream first;
   VRELStringOutputStream second;
   VRELStreamFormatter out(&first);
@@ -209,7 +209,7 @@ TEST(VRELStreamFormatterTest, SwapsTheStream) {
   EXPECT_EQ(TakeText(second), "2");
 }
 
-TEST(VRELStreamFormatterTest, OperatorsCallTheDumpOfTheirType) {
+TEST(VRELStreamFormatterTest, OperatorsCallDump) {
   TellingFormatter out;
   VRELStreamFormatter& base = out;
   ObjectHandle const number = out.define(8L);
@@ -226,7 +226,7 @@ template <class T>
 struct IsWritable<T, std::void_t<decltype(std::declval<VRELStreamFormatter&>() << std::declval<T>())>>
     : std::true_type {};
 
-TEST(VRELStreamFormatterTest, HasNoOperatorForAddresses) {
+TEST(VRELStreamFormatterTest, NoOperatorForAddresses) {
   EXPECT_FALSE((IsWritable<void const*>::value));
   EXPECT_FALSE((IsWritable<std::vector<int>*>::value));
   EXPECT_TRUE((IsWritable<char*>::value));
@@ -242,29 +242,29 @@ TEST(VRELStreamFormatterTest, WritesNarrowStrings) {
     VRELStreamFormatter out(stream);
     Gk_ROString moved("xm8");
     moved.offset(1);
-    // Without a terminator, with one inside, and of no elements.
+    // Without a terminator, with a zero inside, and empty.
     out << Gk_String("bolts", 4) << '|' << Gk_String("a\0b", 3) << '|' << moved << '|' << Gk_ROString("m8x40", 2) << '|'
         << Gk_String() << Gk_ROString() << Gk_String("");
   });
   EXPECT_EQ(text, "bolt|a|m8|m8|");
 }
 
-TEST(VRELStreamFormatterTest, WritesTextsInAscii) {
+TEST(VRELStreamFormatterTest, StringsAreAscii) {
   EXPECT_EQ(Dumped(VRELString(L"a\u00D6b")),
             "a\x1A"
             "b");
   std::string const longText(1000, 'x');
   EXPECT_EQ(Dumped(VRELString(longText)), longText);
   EXPECT_EQ(Dumped(VRELString(longText + "\u00D6")), longText + "\x1A");
-  // Every ASCII character arrives.
+  // Every ASCII character is written.
   for (int c = 1; c < 128; ++c) {
     SCOPED_TRACE(c);
     EXPECT_EQ(Dumped(VRELString(c)), std::string(1, static_cast<char>(c)));
   }
 }
 
-// A surrogate pair is one byte, and nothing behind the bytes is written for its second unit.
-TEST(VRELStreamFormatterTest, WritesNoMoreBytesThanATextHas) {
+// A surrogate pair is one byte, and nothing is written for its second unit.
+TEST(VRELStreamFormatterTest, StringWritesAtMostItsLength) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(&stream);
@@ -272,18 +272,18 @@ TEST(VRELStreamFormatterTest, WritesNoMoreBytesThanATextHas) {
   EXPECT_EQ(calls, (std::vector<std::string>{"write \x1A", "write a\x1A\x1A\x1A\x1Az"}));
 }
 
-TEST(VRELStreamFormatterTest, WritesATextOnlyUpToAZero) {
+TEST(VRELStreamFormatterTest, StringEndsAtZero) {
   std::vector<std::string> calls;
   RecordingStream stream(calls);
   VRELStreamFormatter out(&stream);
-  // A derived text keeps a zero inside.
+  // A concatenation keeps a zero inside.
   out << VRELString(L"a-b").replace('-', 0);
   ASSERT_EQ(calls.size(), 1U);
   EXPECT_EQ(calls[0].substr(0, 7), "write a");
   EXPECT_LE(calls[0].size(), 9U);
 }
 
-TEST(VRELStreamFormatterTest, SetsFormats) {
+TEST(VRELStreamFormatterTest, SetFormats) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   EXPECT_STREQ(out.setIntFormat("%04d"), "%d");
@@ -300,8 +300,8 @@ TEST(VRELStreamFormatterTest, SetsFormats) {
   EXPECT_EQ(TakeText(stream), "0005|ff|+6|9000000000|1.50e+03");
 }
 
-// A format set back to what a caller had remembered is the default again.
-TEST(VRELStreamFormatterTest, SetsTheUnsignedLongFormatBack) {
+// Restoring the previous format restores the default.
+TEST(VRELStreamFormatterTest, RestoresUnsignedLongFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   std::string const remembered = out.setULongFormat("%lu");
@@ -311,7 +311,7 @@ TEST(VRELStreamFormatterTest, SetsTheUnsignedLongFormatBack) {
   EXPECT_EQ(TakeText(stream), "18446744073709551615|12l");
 }
 
-TEST(VRELStreamFormatterTest, TakesAPrecision) {
+TEST(VRELStreamFormatterTest, Precision) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.setDoubleFormat("%.*f", true, 2);
@@ -323,8 +323,8 @@ TEST(VRELStreamFormatterTest, TakesAPrecision) {
   EXPECT_EQ(TakeText(stream), "1.23|0.3333333333|0.250000");
 }
 
-// The precision and its flag are left alone, so a format with a star comes back to life.
-TEST(VRELStreamFormatterTest, ResetsFormats) {
+// The precision and its flag are kept.
+TEST(VRELStreamFormatterTest, ResetFormat) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.setIntFormat("i");
@@ -359,11 +359,11 @@ TEST(VRELStreamFormatterTest, NullFormatWritesNothing) {
   out << 1 << 2U << 3L << 4UL << 0.5;
   out.setDoubleFormat(nullptr, true, 0);
   out << 0.5;
-  // Nor the number from before once more.
+  // The previous number is not written again.
   EXPECT_EQ(TakeText(stream), "0.250000");
 }
 
-TEST(VRELStreamFormatterTest, CutsNumbersAtTheNumberText) {
+TEST(VRELStreamFormatterTest, NumbersAreBounded) {
   EXPECT_EQ(Dumped(1e300).size(), 127U);
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -373,7 +373,7 @@ TEST(VRELStreamFormatterTest, CutsNumbersAtTheNumberText) {
   EXPECT_EQ(text, std::string(127, ' '));
 }
 
-TEST(VRELStreamFormatterTest, ShortensDoublesInMode1) {
+TEST(VRELStreamFormatterTest, RemovesTrailingZeros) {
   EXPECT_EQ(Shortened("%lf", 1.5), "1.5");
   EXPECT_EQ(Shortened("%lf", 3.0), "3.0");
   EXPECT_EQ(Shortened("%lf", 2.0), "2.0");
@@ -389,7 +389,7 @@ TEST(VRELStreamFormatterTest, ShortensDoublesInMode1) {
   EXPECT_EQ(Shortened("%e", 1e100), "1.0e+100");
   EXPECT_EQ(Shortened("%.0e", 2e10), "2e+10");
   EXPECT_EQ(Shortened("%lf", 1.0 / 0.0), "inf");
-  // The first e parts the text, wherever it stands.
+  // The first e begins the exponent, wherever it is.
   EXPECT_EQ(Shortened("%.3f e", 1.5), "1.500 e");
   EXPECT_EQ(Shortened("%.3fe", 1.5), "1.5e");
   EXPECT_EQ(Shortened("e%.3f", 1.5), "e1.500");
@@ -397,7 +397,7 @@ TEST(VRELStreamFormatterTest, ShortensDoublesInMode1) {
   EXPECT_EQ(Shortened("", 1.5), "");
 }
 
-TEST(VRELStreamFormatterTest, OtherModesLeaveZeros) {
+TEST(VRELStreamFormatterTest, OtherModesKeepZeros) {
   for (int const mode : {0, 2, -1, 99}) {
     SCOPED_TRACE(mode);
     VRELStringOutputStream stream;
@@ -408,8 +408,8 @@ TEST(VRELStreamFormatterTest, OtherModesLeaveZeros) {
   }
 }
 
-// The mode is for doubles alone, and both operations can be called at any time.
-TEST(VRELStreamFormatterTest, ShortensNothingElse) {
+// The mode applies to doubles only; both operations can be called at any time.
+TEST(VRELStreamFormatterTest, RemovesZerosOfDoublesOnly) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out.RemoveTrailingZeros();
@@ -422,7 +422,7 @@ TEST(VRELStreamFormatterTest, ShortensNothingElse) {
   EXPECT_EQ(TakeText(stream), "1.100");
 }
 
-TEST(VRELStreamFormatterTest, TruncatesTexts) {
+TEST(VRELStreamFormatterTest, TruncateTrailingZeroes) {
   EXPECT_EQ(Truncated("1.500000"), "1.5");
   EXPECT_EQ(Truncated("2.000000"), "2.0");
   EXPECT_EQ(Truncated("1.0"), "1.0");
@@ -433,13 +433,13 @@ TEST(VRELStreamFormatterTest, TruncatesTexts) {
   EXPECT_EQ(Truncated(""), "");
   EXPECT_EQ(Truncated("1.00x0"), "1.00x");
   EXPECT_EQ(Truncated("1.2.300"), "1.2.3");
-  // The exponent is no matter of this one.
+  // Exponents are not treated specially.
   EXPECT_EQ(Truncated("1.500000e+12"), "1.500000e+12");
   EXPECT_EQ(Truncated("1.500000e+10"), "1.500000e+1");
   EXPECT_EQ(Truncated("1,500"), "1,500");
 }
 
-TEST(VRELStreamFormatterTest, TruncatesInPlace) {
+TEST(VRELStreamFormatterTest, TruncateInPlace) {
   VRELString number("2.500");
   EXPECT_EQ(VRELStreamFormatter::TruncateTrailingZeroesKeepingDecimalAndOneZero(number, number), VREL_S_OK);
   EXPECT_EQ(number.toUtf8(), "2.5");
@@ -447,7 +447,7 @@ TEST(VRELStreamFormatterTest, TruncatesInPlace) {
   EXPECT_EQ(number.toUtf8(), "2.5");
 }
 
-TEST(VRELStreamFormatterTest, GoesByTheDecimalPointOfTheLocale) {
+TEST(VRELStreamFormatterTest, DecimalPointOfLocale) {
   ChildResult const result = RunInTurkishLocale([] {
     bool const isRight = Shortened("%lf", 1.5) == "1,5" && Shortened("%lf", 2.0) == "2,0" &&
                          Shortened("%e", 1200.0) == "1,2e+03" && Truncated("1,500000") == "1,5" &&
@@ -458,7 +458,7 @@ TEST(VRELStreamFormatterTest, GoesByTheDecimalPointOfTheLocale) {
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
 }
 
-TEST(VRELStreamFormatterTest, LeavesTextsWhereTheLocaleHasNoDecimalPoint) {
+TEST(VRELStreamFormatterTest, LocaleWithoutDecimalPoint) {
   hasNoDecimalPoint = true;
   VRELString out("untouched");
   VRINResult const result =
@@ -471,7 +471,7 @@ TEST(VRELStreamFormatterTest, LeavesTextsWhereTheLocaleHasNoDecimalPoint) {
   EXPECT_EQ(Truncated("1.500"), "1.5");
 }
 
-TEST(VRELStreamFormatterTest, GivesOutItsObjects) {
+TEST(VRELStreamFormatterTest, FormatObjects) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out << out.margin() << "a" << out.space() << "b" << out.empty() << out.endline();
@@ -522,7 +522,7 @@ TEST(VRELStreamFormatterTest, MarginOutlivesItsFormatter) {
   EXPECT_EQ(text, "    x");
 }
 
-TEST(VRELStreamFormatterTest, DefinesAndRefers) {
+TEST(VRELStreamFormatterTest, DefineAndRefer) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   void const* const address = reinterpret_cast<void const*>(0x10);
@@ -534,7 +534,7 @@ TEST(VRELStreamFormatterTest, DefinesAndRefers) {
   EXPECT_EQ(TakeText(stream), "123|-9000000000|16|16|-1|(123)<16>");
 }
 
-// A number and an address go through the operations of their types, and a margin, a space and a line end are texts.
+// Objects write numbers, addresses and strings through the operations of the formatter.
 TEST(VRELStreamFormatterTest, ObjectsWriteThroughTheFormatter) {
   TellingFormatter out;
   out.margin()->incr();
@@ -543,7 +543,7 @@ TEST(VRELStreamFormatterTest, ObjectsWriteThroughTheFormatter) {
   EXPECT_EQ(out.calls, "object long:5 object int:6 object text:     object text:  object text:\n object text: ");
 }
 
-TEST(VRELStreamFormatterTest, FormatsATextOfTheMoment) {
+TEST(VRELStreamFormatterTest, FormatSharesBuffer) {
   VRELStringOutputStream stream;
   VRELStreamFormatter out(&stream);
   out << out.format("%d-%s", 5, "x") << '|';
@@ -551,7 +551,7 @@ TEST(VRELStreamFormatterTest, FormatsATextOfTheMoment) {
   ObjectHandle const second = out.format("second %d", 2);
   EXPECT_NE(first, second);
   out << first << '|' << second << '|';
-  // One buffer for all formatters.
+  // All formatters share one buffer.
   VRELStreamFormatter other(nullptr);
   ObjectHandle const third = other.format("third");
   out << first << '|';
@@ -560,7 +560,7 @@ TEST(VRELStreamFormatterTest, FormatsATextOfTheMoment) {
   EXPECT_EQ(TakeText(stream), "5-x|second 2|second 2|third|");
 }
 
-TEST(VRELStreamFormatterTest, CutsFormattedTextAtItsBuffer) {
+TEST(VRELStreamFormatterTest, FormatIsBounded) {
   std::string const longText(600, 'y');
   std::string const text = TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -569,7 +569,7 @@ TEST(VRELStreamFormatterTest, CutsFormattedTextAtItsBuffer) {
   EXPECT_EQ(text, std::string(511, 'y'));
 }
 
-TEST(VRELStreamFormatterTest, ObjectHoldsAText) {
+TEST(VRELStreamFormatterTest, ObjectRefersToString) {
   char word[] = "ab";
   Object const object(word);
   Object const nothing(nullptr);
@@ -582,7 +582,7 @@ TEST(VRELStreamFormatterTest, ObjectHoldsAText) {
   EXPECT_EQ(text, "xb");
 }
 
-TEST(VRELStreamFormatterTest, HoldsItsFieldsInOrder) {
+TEST(VRELStreamFormatterTest, Fields) {
   struct Fields {
     void* table;
     VRELOutputStream* output;
@@ -606,7 +606,7 @@ std::size_t DumpSlot() {
 template <class Argument>
 using Naming = ObjectHandle (VRELStreamFormatter::*)(Argument);
 
-TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
+TEST(VRELStreamFormatterTest, VirtualSlots) {
   EXPECT_EQ(DumpSlot<char>(), 0U);
   EXPECT_EQ(DumpSlot<int>(), 1U);
   EXPECT_EQ(DumpSlot<unsigned int>(), 2U);
@@ -618,7 +618,7 @@ TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
   EXPECT_EQ(DumpSlot<Object const*>(), 8U);
   EXPECT_EQ(DumpSlot<VRELString const&>(), 9U);
   EXPECT_EQ(DumpSlot<VRELValue const&>(), 10U);
-  // The destructor has two entries.
+  // The destructor has two slots.
   EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::define)), 13U);
   EXPECT_EQ(SlotOf(static_cast<Naming<void const*>>(&VRELStreamFormatter::refer)), 14U);
   EXPECT_EQ(SlotOf(static_cast<Naming<long>>(&VRELStreamFormatter::define)), 15U);
@@ -626,8 +626,8 @@ TEST(VRELStreamFormatterTest, KeepsItsVirtualOperationsInOrder) {
   EXPECT_EQ(SlotOf(&VRELStreamFormatter::format), 17U);
 }
 
-// Behind the destructor, RaiseReference, LowerReference and GetName.
-TEST(VRELStreamFormatterTest, ObjectsKeepTheirVirtualOperationsInOrder) {
+// After the destructor, RaiseReference, LowerReference and GetName.
+TEST(VRELStreamFormatterTest, VirtualSlotsOfObjects) {
   EXPECT_EQ(SlotOf(&Object::dump), 5U);
   EXPECT_EQ(SlotOf(&Margin::incr), 6U);
   EXPECT_EQ(SlotOf(&Margin::decr), 7U);

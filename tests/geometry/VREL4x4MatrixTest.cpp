@@ -27,19 +27,19 @@ float FloatFromBits(std::uint32_t bits) {
   return value;
 }
 
-// A matrix of just this determinant, up to the rounding of a multiplication by 1.
+// Returns a matrix with exactly this determinant.
 VREL4x4Matrix OfDeterminant(float determinant) {
   return VREL4x4Matrix(VRELVectorf(determinant, 0.0F, 0.0F), VRELVectorJf, VRELVectorKf, VRELNullVectorf);
 }
 
 FloatValues const identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-TEST(VREL4x4MatrixTest, HasOnlyTheDestructorInItsTable) {
+TEST(VREL4x4MatrixTest, HasOnlyVirtualDestructor) {
   static_assert(std::has_virtual_destructor_v<VREL4x4Matrix>);
   static_assert(sizeof(VREL4x4Matrix) == sizeof(void*) + 18 * sizeof(float));
 }
 
-TEST(VREL4x4MatrixTest, TheDefaultIsTheIdentity) {
+TEST(VREL4x4MatrixTest, DefaultIsIdentity) {
   VREL4x4Matrix const m;
   EXPECT_EQ(Elements(m), identity);
   EXPECT_EQ(m.GetDeterminant(), 1.0F);
@@ -50,7 +50,7 @@ TEST(VREL4x4MatrixTest, TheDefaultIsTheIdentity) {
   EXPECT_EQ(VREL4x4MatrixI.GetScaling(), 1.0F);
 }
 
-TEST(VREL4x4MatrixTest, SixteenFloatsComeWithoutCachedValues) {
+TEST(VREL4x4MatrixTest, SixteenFloatsLeaveCacheZero) {
   FloatValues const values{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
   VREL4x4Matrix const m(values.data());
   EXPECT_EQ(Elements(m), values);
@@ -61,19 +61,19 @@ TEST(VREL4x4MatrixTest, SixteenFloatsComeWithoutCachedValues) {
   EXPECT_EQ(none.GetDeterminant(), 1.0F);
 }
 
-TEST(VREL4x4MatrixTest, ATranslationWithAScale) {
+TEST(VREL4x4MatrixTest, TranslationAndScale) {
   VREL4x4Matrix const m(VRELVectorf(1.0F, 2.0F, 3.0F), 2.0F);
   EXPECT_EQ(Elements(m), (FloatValues{2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 1, 2, 3, 1}));
   EXPECT_EQ(m.GetScaling(), 2.0F);
   EXPECT_EQ(m.GetDeterminant(), 8.0F);
   EXPECT_EQ(Floats(m * VRELPointf(1.0F, 0.0F, 0.0F)), (FloatValues{3.0F, 2.0F, 3.0F}));
-  // Not computed but set: the scaling keeps its sign, also where it is infinite.
+  // The scaling is stored and not computed, so that it keeps its sign.
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, -2.0F).GetScaling(), -2.0F);
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, -2.0F).GetDeterminant(), -8.0F);
   EXPECT_EQ(VREL4x4Matrix(VRELNullVectorf, std::numeric_limits<float>::infinity()).GetElements()[1], 0.0F);
 }
 
-TEST(VREL4x4MatrixTest, RowsAndATranslation) {
+TEST(VREL4x4MatrixTest, RowsAndTranslation) {
   FloatValues const expected{2, 0, 0, 0, 0, 0, 3, 0, 0, -4, 0, 0, 5, 6, 7, 1};
   float const row0[] = {2, 0, 0};
   float const row1[] = {0, 0, 3};
@@ -89,7 +89,7 @@ TEST(VREL4x4MatrixTest, RowsAndATranslation) {
   }
 }
 
-TEST(VREL4x4MatrixTest, NullRowsAreThoseOfTheIdentity) {
+TEST(VREL4x4MatrixTest, NullRowIsIdentityRow) {
   VRELVectorf const t(5.0F, 6.0F, 7.0F);
   float const row1[] = {0, 0, 3};
   float const* rows[] = {nullptr, row1, nullptr};
@@ -98,7 +98,7 @@ TEST(VREL4x4MatrixTest, NullRowsAreThoseOfTheIdentity) {
             (FloatValues{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1}));
 }
 
-TEST(VREL4x4MatrixTest, ComponentsGoInAndOut) {
+TEST(VREL4x4MatrixTest, ComponentsRoundTrip) {
   FloatValues const noise(16, 9.0F);
   VREL4x4Matrix m(noise.data());
   m.SetComponents(VRELVectorf(0.0F, 2.0F, 0.0F), VRELVectorf(2.0F, 0.0F, 0.0F), VRELVectorf(0.0F, 0.0F, 2.0F),
@@ -115,7 +115,7 @@ TEST(VREL4x4MatrixTest, ComponentsGoInAndOut) {
   EXPECT_EQ(Floats(point), (FloatValues{5, 6, 7}));
 }
 
-TEST(VREL4x4MatrixTest, DirectionsGoInAndOut) {
+TEST(VREL4x4MatrixTest, DirectionsRoundTrip) {
   FloatValues const noise(16, 9.0F);
   VREL4x4Matrix m(noise.data());
   m.SetComponents(VRELDirectionf(0.0F, 7.0F, 0.0F), VRELDirectionf(1.0F, 0.0F, 0.0F), VRELDirectionf(0.0F, 0.0F, 1.0F),
@@ -133,7 +133,7 @@ TEST(VREL4x4MatrixTest, DirectionsGoInAndOut) {
   EXPECT_EQ(Floats(point), (FloatValues{5, 6, 7}));
 }
 
-TEST(VREL4x4MatrixTest, SetTranslationUsesNoFloat) {
+TEST(VREL4x4MatrixTest, SetTranslationIgnoresFloat) {
   VREL4x4Matrix m(VRELNullVectorf, 2.0F);
   m.SetTranslation(VRELVectorf(5.0F, 6.0F, 7.0F), 1000.0F);
   EXPECT_EQ(Elements(m), (FloatValues{2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 5, 6, 7, 1}));
@@ -144,7 +144,7 @@ TEST(VREL4x4MatrixTest, SetTranslationUsesNoFloat) {
   EXPECT_EQ(Floats(t), (FloatValues{5, 6, 7}));
 }
 
-TEST(VREL4x4MatrixTest, SetScalingMultipliesAndComputes) {
+TEST(VREL4x4MatrixTest, SetScalingMultipliesUpperPart) {
   VREL4x4Matrix m(VRELVectorf(5.0F, 6.0F, 7.0F), 2.0F);
   m.SetScaling(-3.0F);
   EXPECT_EQ(Elements(m), (FloatValues{-6, 0, 0, 0, 0, -6, 0, 0, 0, 0, -6, 0, 5, 6, 7, 1}));
@@ -152,36 +152,36 @@ TEST(VREL4x4MatrixTest, SetScalingMultipliesAndComputes) {
   EXPECT_EQ(m.GetScaling(), 6.0F);
 }
 
-TEST(VREL4x4MatrixTest, TheDeterminantIsThatOfTheUpperPart) {
+TEST(VREL4x4MatrixTest, DeterminantOfUpperPart) {
   float const values[] = {2, 3, 5, 99, 7, 11, 13, 99, 17, 19, 23, 99, 99, 99, 99, 99};
   VREL4x4Matrix m(values);
   m.ComputeDeterminant();
   EXPECT_EQ(m.GetDeterminant(), -78.0F);
 }
 
-// The determinant is 1 + 1e8 - 1e8 in this order, of which floats leave 0, by its first row and by its first column.
+// The determinant is 1 + 1e8 - 1e8, which is 0 in floats, by its first row and by its first column.
 float const cancelling[] = {1, 1, 1, 0, -1e8F, 1, 0, 0, 1e8F, 0, 1, 0, 0, 0, 0, 1};
 
-TEST(VREL4x4MatrixTest, TheDeterminantIsTakenInSinglePrecisionSteps) {
+TEST(VREL4x4MatrixTest, DeterminantRoundsToFloat) {
   VREL4x4Matrix m(cancelling);
   m.ComputeDeterminant();
   EXPECT_EQ(m.GetDeterminant(), 0.0F);
 }
 
-TEST(VREL4x4MatrixTest, TheThirdColumnIsTakenInSinglePrecisionSteps) {
+TEST(VREL4x4MatrixTest, ThirdColumnRoundsToFloat) {
   float out[4] = {9, 9, 9, 9};
   VREL4x4Matrix(cancelling).ComputeInverseTransposeThirdColumnNormalized(out);
   EXPECT_EQ(FloatValues(out, out + 4), (FloatValues{0, 0, 0, 1}));
 }
 
-TEST(VREL4x4MatrixTest, ImagesAreTakenInSinglePrecisionSteps) {
+TEST(VREL4x4MatrixTest, ImagesRoundToFloat) {
   // 1e8 + 1 is 1e8 in floats.
   float const values[] = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0.5F, 0, 0, 1};
   EXPECT_EQ((VREL4x4Matrix(values) * VRELPointf(1e8F, 1.0F, -1e8F)).X(), 0.5F);
   EXPECT_EQ((VREL4x4Matrix(values) * VRELVectorf(1e8F, 1.0F, -1e8F)).X(), 0.0F);
 }
 
-TEST(VREL4x4MatrixTest, ADeterminantCloseToOneHasTheScalingOne) {
+TEST(VREL4x4MatrixTest, ScalingIsOneNearUnitDeterminant) {
   for (std::uint32_t sign : {0U, 0x80000000U}) {
     for (std::uint32_t bits : {0x3F7FFFEFU, 0x3F800000U, 0x3F800004U, 0x3F800008U}) {
       float const determinant = FloatFromBits(bits | sign);
@@ -195,7 +195,7 @@ TEST(VREL4x4MatrixTest, ADeterminantCloseToOneHasTheScalingOne) {
   }
 }
 
-TEST(VREL4x4MatrixTest, TheScalingIsTheCubeRootWithoutTheSign) {
+TEST(VREL4x4MatrixTest, ScalingIsCubeRootOfMagnitude) {
   EXPECT_EQ(OfDeterminant(8.0F).GetScaling(), 2.0F);
   EXPECT_EQ(OfDeterminant(-8.0F).GetScaling(), 2.0F);
   EXPECT_EQ(OfDeterminant(0.0F).GetScaling(), 0.0F);
@@ -203,7 +203,7 @@ TEST(VREL4x4MatrixTest, TheScalingIsTheCubeRootWithoutTheSign) {
   EXPECT_TRUE(std::isinf(OfDeterminant(1e20F).GetScaling()) || OfDeterminant(1e20F).GetScaling() > 4.6e6F);
 }
 
-TEST(VREL4x4MatrixTest, EqualityIsExactAndLeavesTheCachedValuesOut) {
+TEST(VREL4x4MatrixTest, EqualityIgnoresCache) {
   VREL4x4Matrix const m(VRELVectorf(5.0F, 6.0F, 7.0F), 2.0F);
   VREL4x4Matrix const bare(m.GetElements());
   EXPECT_TRUE(m == bare);
@@ -220,7 +220,7 @@ TEST(VREL4x4MatrixTest, EqualityIsExactAndLeavesTheCachedValuesOut) {
   EXPECT_FALSE(VREL4x4Matrix(unknown.data()) == VREL4x4Matrix(unknown.data()));
 }
 
-TEST(VREL4x4MatrixTest, AssignmentCopiesTheCachedValues) {
+TEST(VREL4x4MatrixTest, AssignmentCopiesCache) {
   VREL4x4Matrix m;
   m = VREL4x4Matrix(VRELVectorf(5.0F, 6.0F, 7.0F), 2.0F);
   EXPECT_EQ(m.GetDeterminant(), 8.0F);
@@ -228,7 +228,7 @@ TEST(VREL4x4MatrixTest, AssignmentCopiesTheCachedValues) {
   EXPECT_EQ(m.GetElements()[12], 5.0F);
 }
 
-TEST(VREL4x4MatrixTest, AProductTakesAllSixteenElements) {
+TEST(VREL4x4MatrixTest, ProductUsesAllElements) {
   float const a[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
   float const b[] = {1, 0, 0, 1, 0, 2, 0, 0, 0, 0, 3, 0, 1, 0, 0, 4};
   FloatValues const expected{5, 4, 9, 17, 13, 12, 21, 37, 21, 20, 33, 57, 29, 28, 45, 77};
@@ -241,7 +241,7 @@ TEST(VREL4x4MatrixTest, AProductTakesAllSixteenElements) {
   EXPECT_EQ(Elements(square), (FloatValues{2, 0, 0, 5, 0, 4, 0, 0, 0, 0, 9, 0, 5, 0, 0, 17}));
 }
 
-TEST(VREL4x4MatrixTest, AProductMultipliesTheCachedValues) {
+TEST(VREL4x4MatrixTest, ProductMultipliesCache) {
   VREL4x4Matrix m(VRELNullVectorf, 2.0F);
   VREL4x4Matrix const n(VRELNullVectorf, -3.0F);
   EXPECT_EQ((m * n).GetDeterminant(), -216.0F);
@@ -251,14 +251,14 @@ TEST(VREL4x4MatrixTest, AProductMultipliesTheCachedValues) {
   EXPECT_EQ(m.GetScaling(), -6.0F);
 }
 
-TEST(VREL4x4MatrixTest, AProductIsTakenInSinglePrecisionSteps) {
+TEST(VREL4x4MatrixTest, ProductRoundsToFloat) {
   // 1e8 + 1 is 1e8 in floats, and so is each sum from left to right.
   float const a[] = {1e8F, 1, -1e8F, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
   float const b[] = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0.5F, 0, 0, 0};
   EXPECT_EQ((VREL4x4Matrix(a) * VREL4x4Matrix(b)).GetElements()[0], 0.5F);
 }
 
-TEST(VREL4x4MatrixTest, AProductRunsTheLeftOneFirst) {
+TEST(VREL4x4MatrixTest, ProductAppliesLeftFirst) {
   VREL4x4Matrix turn;
   turn.SetComponents(VRELVectorJf, -VRELVectorIf, VRELVectorKf, VRELPointOf);
   VREL4x4Matrix const shift(VRELVectorf(10.0F, 0.0F, 0.0F), 1.0F);
@@ -285,7 +285,7 @@ MatrixRows UpperRows(VREL4x4Matrix const& m) {
   return rows;
 }
 
-TEST(VREL4x4MatrixTest, TheInverseAgreesWithElimination) {
+TEST(VREL4x4MatrixTest, InverseEqualsElimination) {
   std::mt19937 random(87);
   std::uniform_real_distribution<float> uniform(-1.0F, 1.0F);
   auto const any = [&](float x, float y, float z) {
@@ -306,7 +306,7 @@ TEST(VREL4x4MatrixTest, TheInverseAgreesWithElimination) {
   }
 }
 
-TEST(VREL4x4MatrixTest, TheInverseLeavesOutTheFourthColumn) {
+TEST(VREL4x4MatrixTest, InverseIgnoresFourthColumn) {
   float const values[] = {2, 0, 0, 7, 0, 4, 0, 8, 0, 0, 8, 9, 10, 20, 40, 5};
   VREL4x4Matrix m(values);
   m.ComputeDeterminant();
@@ -320,7 +320,7 @@ TEST(VREL4x4MatrixTest, TheInverseLeavesOutTheFourthColumn) {
   EXPECT_TRUE(m == out);
 }
 
-TEST(VREL4x4MatrixTest, TheInverseGoesByTheCachedDeterminant) {
+TEST(VREL4x4MatrixTest, InverseUsesCachedDeterminant) {
   VREL4x4Matrix const twice(VRELNullVectorf, 2.0F);
   VREL4x4Matrix out;
   // Its cached determinant is 0.
@@ -333,14 +333,14 @@ TEST(VREL4x4MatrixTest, TheInverseGoesByTheCachedDeterminant) {
   EXPECT_TRUE(out.IsIdentity());
   OfDeterminant(std::nanf("")).GetInvertedMatrix(out);
   EXPECT_TRUE(out.IsIdentity());
-  // The limit is compared as a double: the float nearest to 1e-15 lies above it.
+  // The limit is compared as a double: the float nearest to 1e-15 is above it.
   ASSERT_GT(static_cast<double>(1e-15F), 1e-15);
   OfDeterminant(1e-15F).GetInvertedMatrix(out);
   EXPECT_FALSE(out.IsIdentity());
 }
 
-// As seen against the direction from the tip, y turns to x.
-TEST(VREL4x4MatrixTest, ARotationTurnsFromYToX) {
+// Seen from the tip of the direction, y rotates to x.
+TEST(VREL4x4MatrixTest, RotationIsLeftHanded) {
   VREL4x4Matrix m(FloatValues(16, 9.0F).data());
   float const quarter = static_cast<float>(VRELPIBY2);
   struct {
@@ -366,8 +366,8 @@ TEST(VREL4x4MatrixTest, ARotationTurnsFromYToX) {
   }
 }
 
-// The formula of Rodrigues, with the angle the other way round.
-TEST(VREL4x4MatrixTest, ARotationAgreesWithTheFormulaOfRodrigues) {
+// Rodrigues' rotation formula with the negated angle.
+TEST(VREL4x4MatrixTest, RotationEqualsRodriguesFormula) {
   std::mt19937 random(88);
   std::uniform_real_distribution<float> uniform(-3.0F, 3.0F);
   auto const any = [&] { return VRELVectorf(uniform(random), uniform(random), uniform(random)); };
@@ -390,13 +390,13 @@ TEST(VREL4x4MatrixTest, ARotationAgreesWithTheFormulaOfRodrigues) {
     for (std::size_t i = 0; i < 3; ++i) {
       std::size_t const j = (i + 1) % 3;
       std::size_t const k = (i + 2) % 3;
-      double const turned = v[i] * c + (u[j] * v[k] - u[k] * v[j]) * s + u[i] * along * (1.0 - c);
-      ASSERT_NEAR(actual[i], base[i] + turned, 2e-5);
+      double const rotated = v[i] * c + (u[j] * v[k] - u[k] * v[j]) * s + u[i] * along * (1.0 - c);
+      ASSERT_NEAR(actual[i], base[i] + rotated, 2e-5);
     }
   }
 }
 
-TEST(VREL4x4MatrixTest, AnAxisGivesTheAngleByItsLength) {
+TEST(VREL4x4MatrixTest, AxisLengthIsAngle) {
   VRELVectorf const axis(0.0F, 0.0F, static_cast<float>(VRELPIBY2));
   VRELPointf const point(1.0F, 0.0F, 0.0F);
   VREL4x4Matrix expected;
@@ -409,7 +409,7 @@ TEST(VREL4x4MatrixTest, AnAxisGivesTheAngleByItsLength) {
   EXPECT_NEAR(scaled.GetDeterminant(), 8.0F, 1e-5F);
 }
 
-TEST(VREL4x4MatrixTest, WithoutAnAxisTheOneOfTheLastRowStandsInTheThirdColumn) {
+TEST(VREL4x4MatrixTest, ZeroAxisSetsThirdColumnOfLastRow) {
   for (float length : {0.0F, 1e-16F}) {
     VREL4x4Matrix const m(VRELVectorf(length, 0.0F, 0.0F), VRELPointf(1.0F, 2.0F, 3.0F), 3.0F);
     EXPECT_EQ(Elements(m), (FloatValues{3, 0, 0, 0, 0, 3, 0, 0, 0, 0, 3, 0, 0, 0, 1, 0}));
@@ -418,8 +418,8 @@ TEST(VREL4x4MatrixTest, WithoutAnAxisTheOneOfTheLastRowStandsInTheThirdColumn) {
   }
 }
 
-// An axis that is too short to be normalized turns about the X axis.
-TEST(VREL4x4MatrixTest, AShortAxisTurnsAboutX) {
+// An axis that is too short to be normalized becomes the X axis.
+TEST(VREL4x4MatrixTest, ShortAxisRotatesAboutX) {
   VREL4x4Matrix expected;
   expected.SetRotation(VRELDirectionf(1.0F, 0.0F, 0.0F), VRELPointOf, 1e-9F);
   EXPECT_TRUE(VREL4x4Matrix(VRELVectorf(0.0F, 0.0F, 1e-9F), VRELPointOf, 1.0F) == expected);
@@ -428,7 +428,7 @@ TEST(VREL4x4MatrixTest, AShortAxisTurnsAboutX) {
   EXPECT_TRUE(VREL4x4Matrix(t, VRELVectorf(0.0F, 0.0F, 1e-9F), VRELPointOf, 1.0F) == expected);
 }
 
-TEST(VREL4x4MatrixTest, ARotationAndATranslation) {
+TEST(VREL4x4MatrixTest, RotationAndTranslation) {
   VRELVectorf const axis(0.0F, 0.0F, static_cast<float>(VRELPIBY2));
   VRELVectorf const t(10.0F, 20.0F, 30.0F);
   VREL4x4Matrix expected;
@@ -438,16 +438,16 @@ TEST(VREL4x4MatrixTest, ARotationAndATranslation) {
   VREL4x4Matrix const scaled(t, axis, VRELPointf(1.0F, 0.0F, 0.0F), 2.0F);
   VRELVectorf moved;
   scaled.GetTranslation(moved);
-  EXPECT_NEAR(moved.X(), 11.0F, 1e-5F);  // 1, 0 goes round to itself; the scale leaves the translation
+  EXPECT_NEAR(moved.X(), 11.0F, 1e-5F);  // the scale does not apply to the translation
   EXPECT_NEAR(moved.Y(), 21.0F, 1e-5F);
   EXPECT_EQ(moved.Z(), 30.0F);
   EXPECT_NEAR(scaled.GetScaling(), 2.0F, 1e-6F);
-  // Without an axis nothing is set.
+  // A zero axis sets no element.
   EXPECT_EQ(Elements(VREL4x4Matrix(t, VRELNullVectorf, VRELPointOf, 2.0F)), FloatValues(16, 0.0F));
   EXPECT_EQ(Elements(VREL4x4Matrix(t, VRELNullVectorf, VRELPointOf, 1.0F)), FloatValues(16, 0.0F));
 }
 
-TEST(VREL4x4MatrixTest, TheThirdColumnOfTheTransposedInverse) {
+TEST(VREL4x4MatrixTest, ThirdColumnOfTransposedInverse) {
   std::mt19937 random(89);
   std::uniform_real_distribution<float> uniform(-1.0F, 1.0F);
   for (int round = 0; round < 1000; ++round) {
@@ -472,11 +472,11 @@ TEST(VREL4x4MatrixTest, TheThirdColumnOfTheTransposedInverse) {
   }
 }
 
-TEST(VREL4x4MatrixTest, NoThirdColumnGivesTheLastAxis) {
+TEST(VREL4x4MatrixTest, SingularThirdColumnIsLastAxis) {
   float out[4] = {9, 9, 9, 9};
   VREL4x4Matrix(FloatValues(16, 0.0F).data()).ComputeInverseTransposeThirdColumnNormalized(out);
   EXPECT_EQ(FloatValues(out, out + 4), (FloatValues{0, 0, 0, 1}));
-  // Its third row is the last axis, so that the cofactors of the third column vanish but for the last.
+  // Its third row is the last axis, so that all cofactors of the third column but the last are 0.
   float const values[] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 1, 0};
   float again[4] = {9, 9, 9, 9};
   VREL4x4Matrix(values).ComputeInverseTransposeThirdColumnNormalized(again);

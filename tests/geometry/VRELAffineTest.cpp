@@ -23,7 +23,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// The elements row by row, as many as the dimension has.
+// Returns the used elements, row by row.
 Values Elements(VRELAffine const& affine) {
   Values elements;
   for (int i = 0; i < affine.GetDimension(); ++i) {
@@ -47,7 +47,7 @@ VRELAffine3D Solid(Values const& rows) {
 
 char const outOfBound[] = "Array index is out of bound";
 
-TEST(VRELAffineTest, ANewOneIsTheZeroMatrix) {
+TEST(VRELAffineTest, DefaultIsZeroMatrix) {
   EXPECT_EQ(Elements(VRELAffine2D()), Values(4, 0.0));
   EXPECT_EQ(Elements(VRELAffine3D()), Values(9, 0.0));
   EXPECT_EQ(Elements(VRELAffine(2)), Values(4, 0.0));
@@ -55,14 +55,14 @@ TEST(VRELAffineTest, ANewOneIsTheZeroMatrix) {
   EXPECT_FALSE(VRELAffine2D().IsIdentity());
 }
 
-TEST(VRELAffineTest, HasOnlyTheDestructorInItsTable) {
+TEST(VRELAffineTest, HasOnlyVirtualDestructor) {
   static_assert(std::has_virtual_destructor_v<VRELAffine>);
   static_assert(sizeof(VRELAffine) == sizeof(void*) + 8 + 9 * sizeof(double));
   static_assert(sizeof(VRELAffine2D) == sizeof(VRELAffine));
   static_assert(sizeof(VRELAffine3D) == sizeof(VRELAffine));
 }
 
-TEST(VRELAffineTest, OddDimensionsAreSafe) {
+TEST(VRELAffineTest, InvalidDimensionsAreSafe) {
   EXPECT_EQ(VRELAffine(INT_MAX).GetDimension(), 3);
   VRELAffine none(-1);
   none.MakeIdentity();
@@ -76,7 +76,7 @@ TEST(VRELAffineTest, OddDimensionsAreSafe) {
   EXPECT_EQ(one.DeterminantOfCofactor(0, 0), 0.0);
 }
 
-TEST(VRELAffineTest, ACopyHoldsTheUsedElements) {
+TEST(VRELAffineTest, CopyTakesUsedElements) {
   VRELAffine2D const flat = Flat({1, 2, 3, 4});
   VRELAffine2D const copy(flat);
   EXPECT_EQ(Elements(copy), (Values{1, 2, 3, 4}));
@@ -104,7 +104,7 @@ TEST(VRELAffineTest, InitializeAndIdentity) {
   EXPECT_EQ(Elements(flat), (Values{1, 0, 0, 1}));
 }
 
-TEST(VRELAffineTest, ElementsOutsideRaise) {
+TEST(VRELAffineTest, ElementOutOfRangeThrows) {
   VRELAffine3D solid;
   VRELAffine2D flat;
   int const outside[][2] = {{3, 0}, {0, 3}, {-1, 0}, {0, -1}, {INT_MAX, 0}, {0, INT_MIN}};
@@ -120,7 +120,7 @@ TEST(VRELAffineTest, ElementsOutsideRaise) {
   EXPECT_EQ(solid.GetElement(2, 2), 1.0);
 }
 
-TEST(VRELAffineTest, ElementsOutsideRaiseWithoutAnEvent) {
+TEST(VRELAffineTest, ElementOutOfRangeSendsNoEvent) {
   RecordingListener const listener;
   VRELAffine3D solid;
   VRELAffine2D flat;
@@ -146,7 +146,7 @@ TEST(VRELAffineTest, RowsAndColumns) {
   EXPECT_EQ(Values(out, out + 4), (Values{2, 4, 6, 99}));
 }
 
-TEST(VRELAffineTest, RowsAndColumnsOutsideRaise) {
+TEST(VRELAffineTest, RowOrColumnOutOfRangeThrows) {
   VRELAffine3D solid;
   double values[] = {1.0, 2.0, 3.0};
   for (int index : {-1, 3}) {
@@ -158,7 +158,7 @@ TEST(VRELAffineTest, RowsAndColumnsOutsideRaise) {
   }
 }
 
-TEST(VRELAffineTest, NullIsNeitherReadNorWritten) {
+TEST(VRELAffineTest, NullIsIgnored) {
   VRELAffine3D solid = Solid({1, 2, 3, 4, 5, 6, 7, 8, 9});
   solid.GetRow(0, nullptr);
   solid.GetColumn(0, nullptr);
@@ -167,7 +167,7 @@ TEST(VRELAffineTest, NullIsNeitherReadNorWritten) {
   EXPECT_EQ(Elements(solid), (Values{1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
-TEST(VRELAffineTest, AColumnIsSetFromAPoint) {
+TEST(VRELAffineTest, SetColumnFromPoint) {
   VRELAffine2D flat;
   flat.SetColumn(1, VRELPoint2D(5.0, 6.0));
   EXPECT_EQ(Elements(flat), (Values{0, 5, 0, 6}));
@@ -176,7 +176,7 @@ TEST(VRELAffineTest, AColumnIsSetFromAPoint) {
   EXPECT_EQ(Elements(solid), (Values{5, 0, 0, 6, 0, 0, 7, 0, 0}));
 }
 
-TEST(VRELAffineTest, SetToCopiesAndReturnsItself) {
+TEST(VRELAffineTest, SetToCopies) {
   VRELAffine3D const source = Solid({1, 2, 3, 4, 5, 6, 7, 8, 9});
   VRELAffine3D target;
   EXPECT_EQ(&target.SetTo(source), &target);
@@ -192,7 +192,7 @@ TEST(VRELAffineTest, SetToCopiesAndReturnsItself) {
   EXPECT_EQ(Elements(target), (Values{10, 20, 0, 30, 40, 0, 0, 0, 0}));
 }
 
-TEST(VRELAffineTest, MultiplyAndDivideByANumber) {
+TEST(VRELAffineTest, MultiplyAndDivideByNumber) {
   VRELAffine2D flat = Flat({1, 2, 3, 4});
   EXPECT_EQ(&flat.Multiply(4.0), &flat);
   EXPECT_EQ(Elements(flat), (Values{4, 8, 12, 16}));
@@ -200,14 +200,14 @@ TEST(VRELAffineTest, MultiplyAndDivideByANumber) {
   EXPECT_EQ(Elements(flat), (Values{0.5, 1, 1.5, 2}));
 }
 
-TEST(VRELAffineTest, DivisionMultipliesByTheInverse) {
+TEST(VRELAffineTest, DivideMultipliesByReciprocal) {
   VRELAffine2D flat = Flat({49, 1, 1, 1});
   flat.Divide(49.0);
   EXPECT_EQ(flat.GetElement(0, 0), 49.0 * (1.0 / 49.0));
   EXPECT_NE(flat.GetElement(0, 0), 1.0);
 }
 
-TEST(VRELAffineTest, DivisionByZeroGivesInfinities) {
+TEST(VRELAffineTest, DivideByZeroGivesInfinities) {
   VRELAffine2D flat = Flat({1, -2, 0, 4});
   flat.Divide(0.0);
   EXPECT_EQ(flat.GetElement(0, 0), infinity);
@@ -215,7 +215,7 @@ TEST(VRELAffineTest, DivisionByZeroGivesInfinities) {
   EXPECT_TRUE(std::isnan(flat.GetElement(1, 0)));
 }
 
-TEST(VRELAffineTest, TheProductIsThisTimesTheOther) {
+TEST(VRELAffineTest, MultiplyComputesProduct) {
   VRELAffine2D out;
   Flat({1, 2, 3, 4}).Multiply(Flat({5, 6, 7, 8}), out);
   EXPECT_EQ(Elements(out), (Values{19, 22, 43, 50}));
@@ -224,8 +224,8 @@ TEST(VRELAffineTest, TheProductIsThisTimesTheOther) {
   EXPECT_EQ(Elements(solid), (Values{3, 1, 2, 6, 4, 5, 9, 7, 8}));
 }
 
-// Each sum grows where it will stand, so that an affine multiplied into itself reads what it has written.
-TEST(VRELAffineTest, AProductIntoItsFactorReadsWhatItHasWritten) {
+// Sums are accumulated in the output, so that an affine multiplied into itself reads elements already overwritten.
+TEST(VRELAffineTest, MultiplyIntoFactorReadsResult) {
   VRELAffine2D flat = Flat({1, 2, 3, 4});
   flat.Multiply(Flat({1, 2, 3, 4}), flat);
   // (0, 0): 0, + 0 * 1, + 2 * 3 = 6. (0, 1): 0, + 6 * 2 = 12, + 12 * 4 = 60. The second row: 0, + 0, + 4 * 3 = 12;
@@ -233,7 +233,7 @@ TEST(VRELAffineTest, AProductIntoItsFactorReadsWhatItHasWritten) {
   EXPECT_EQ(Elements(flat), (Values{6, 60, 12, 120}));
 }
 
-TEST(VRELAffineTest, AProductStaysInsideASmallerMatrix) {
+TEST(VRELAffineTest, MultiplyKeepsWithinSmallerMatrix) {
   VRELAffine2D out;
   Solid({1, 2, 3, 4, 5, 6, 7, 8, 9}).Multiply(Solid({1, 0, 0, 0, 1, 0, 0, 0, 1}), out);
   EXPECT_EQ(Elements(out), (Values{1, 2, 4, 5}));
@@ -258,11 +258,11 @@ TEST(VRELAffineTest, Determinants) {
   EXPECT_EQ(Flat({1, 2, 3, 5}).Determinant(), -1.0);
   EXPECT_EQ(Solid({2, 3, 5, 7, 11, 13, 17, 19, 23}).Determinant(), -78.0);
   EXPECT_EQ(Solid({1, 2, 3, 4, 5, 6, 7, 8, 9}).Determinant(), 0.0);
-  // Along the first column: 1, + 1e17, - 1e17, of which doubles leave 0.
+  // Expansion along the first column: 1 + 1e17 - 1e17, which is 0 in doubles.
   EXPECT_EQ(Solid({1, 1, 1, -1e17, 1, 0, 1e17, 0, 1}).Determinant(), 0.0);
 }
 
-TEST(VRELAffineTest, TheCofactorInTwoDimensionsHasTheOppositeSign) {
+TEST(VRELAffineTest, Cofactor2DHasOppositeSign) {
   VRELAffine2D const flat = Flat({1, 2, 3, 4});
   EXPECT_EQ(flat.DeterminantOfCofactor(0, 0), -4.0);
   EXPECT_EQ(flat.DeterminantOfCofactor(0, 1), 3.0);
@@ -270,7 +270,7 @@ TEST(VRELAffineTest, TheCofactorInTwoDimensionsHasTheOppositeSign) {
   EXPECT_EQ(flat.DeterminantOfCofactor(1, 1), -1.0);
 }
 
-TEST(VRELAffineTest, TheCofactorInThreeDimensions) {
+TEST(VRELAffineTest, Cofactor3D) {
   VRELAffine3D const solid = Solid({2, 3, 5, 7, 11, 13, 17, 19, 23});
   double const expected[3][3] = {{6, 60, -54}, {26, -39, 13}, {-16, 9, 1}};
   for (int i = 0; i < 3; ++i) {
@@ -278,14 +278,14 @@ TEST(VRELAffineTest, TheCofactorInThreeDimensions) {
   }
 }
 
-TEST(VRELAffineTest, IndexesOfACofactorCountRound) {
+TEST(VRELAffineTest, CofactorIndexesWrap) {
   VRELAffine3D const solid = Solid({2, 3, 5, 7, 11, 13, 17, 19, 23});
   EXPECT_EQ(solid.DeterminantOfCofactor(-1, 4), 9.0);
   EXPECT_EQ(solid.DeterminantOfCofactor(INT_MAX, INT_MIN), solid.DeterminantOfCofactor(1, 1));
   EXPECT_EQ(Flat({1, 2, 3, 4}).DeterminantOfCofactor(-1, INT_MAX), -1.0);
 }
 
-TEST(VRELAffineTest, TheInverseInThreeDimensions) {
+TEST(VRELAffineTest, Inverse3D) {
   VRELAffine3D out;
   Solid({2, 0, 0, 0, 0, 4, 0, -8, 0}).GetInverse(out);
   EXPECT_EQ(Elements(out), (Values{0.5, 0, 0, 0, 0, -0.125, 0, 0.25, 0}));
@@ -304,16 +304,16 @@ TEST(VRELAffineTest, TheInverseInThreeDimensions) {
   }
 }
 
-TEST(VRELAffineTest, TheInverseInTwoDimensionsIsNegated) {
+TEST(VRELAffineTest, Inverse2DIsNegated) {
   VRELAffine2D out;
   Flat({1, 0, 0, 1}).GetInverse(out);
   EXPECT_EQ(Elements(out), (Values{-1, 0, 0, -1}));
-  // The true inverse is 4, -2, -3, 1 by -2.
+  // The true inverse is (4, -2, -3, 1) / -2.
   Flat({1, 2, 3, 4}).GetInverse(out);
   EXPECT_EQ(Elements(out), (Values{2, -1, -1.5, 0.5}));
 }
 
-TEST(VRELAffineTest, TheInverseOfASingularMatrixIsNotFinite) {
+TEST(VRELAffineTest, InverseOfSingularIsNotFinite) {
   VRELAffine3D out;
   Solid({1, 2, 3, 4, 5, 6, 7, 8, 9}).GetInverse(out);
   for (double element : Elements(out)) EXPECT_FALSE(std::isfinite(element));
@@ -322,7 +322,7 @@ TEST(VRELAffineTest, TheInverseOfASingularMatrixIsNotFinite) {
   EXPECT_EQ(Elements(flat), (Values{1, 0, 0, 1}));
 }
 
-TEST(VRELAffineTest, EqualityHasATolerance) {
+TEST(VRELAffineTest, EqualityUsesTolerance) {
   VRELAffine3D identity;
   identity.MakeIdentity();
   for (int i = 0; i < 9; ++i) {
@@ -343,7 +343,7 @@ TEST(VRELAffineTest, EqualityHasATolerance) {
   EXPECT_FALSE(identity == flat);
 }
 
-TEST(VRELAffineTest, TheTestForTheIdentityLooksAtDiagonalAndRowSums) {
+TEST(VRELAffineTest, IsIdentityTestsDiagonalAndRowSums) {
   struct {
     Values rows;
     bool expected;
@@ -370,7 +370,7 @@ TEST(VRELAffineTest, TheTestForTheIdentityLooksAtDiagonalAndRowSums) {
   EXPECT_FALSE(Flat({1, 0.5, 0, 1}).IsIdentity());
 }
 
-TEST(VRELAffineTest, GuardedOperationsPollForAnAbort) {
+TEST(VRELAffineTest, GuardedOperationsPollAbort) {
   VRELAffine3D a;
   VRELAffine3D b;
   EXPECT_TRUE(PollsAbort([&] { a.SetTo(b); }));
@@ -390,7 +390,7 @@ TEST(VRELAffineTest, GuardedOperationsPollForAnAbort) {
   }));
 }
 
-TEST(VRELAffineTest, WritesALineForEachRow) {
+TEST(VRELAffineTest, WritesLineForEachRow) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter formatter(stream);
     formatter.margin()->incr();

@@ -44,7 +44,7 @@ class VRELBoxOfTest : public testing::Test {
   using ThePoint = typename Dimension::Point;
   using TheCoordinates = std::array<double, static_cast<std::size_t>(Dimension::axes)>;
 
-  // The first two or three of these.
+  // Returns a point with the first two or three of these coordinates.
   static ThePoint At(double x, double y, double z) {
     double const coordinates[] = {x, y, z};
     ThePoint point;
@@ -72,7 +72,7 @@ struct NameOfDimension {
 };
 TYPED_TEST_SUITE(VRELBoxOfTest, Dimensions, NameOfDimension);
 
-TYPED_TEST(VRELBoxOfTest, OperationsStandInTheirOrder) {
+TYPED_TEST(VRELBoxOfTest, VirtualSlots) {
   using Box = typename TestFixture::TheBox;
   using Point = typename TestFixture::ThePoint;
   EXPECT_EQ(SlotOf(&VRELBox::Reset), 0U);
@@ -92,7 +92,7 @@ TYPED_TEST(VRELBoxOfTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&Box::isEqual), 13U);
 }
 
-TYPED_TEST(VRELBoxOfTest, IsABoxOfOneDomainForEachAxis) {
+TYPED_TEST(VRELBoxOfTest, HasDomainForEachAxis) {
   using Box = typename TestFixture::TheBox;
   EXPECT_TRUE(std::is_abstract_v<VRELBox>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELBox>);
@@ -104,18 +104,18 @@ TYPED_TEST(VRELBoxOfTest, IsABoxOfOneDomainForEachAxis) {
   EXPECT_EQ(base.GetDimension(), TypeParam::axes);
 }
 
-TYPED_TEST(VRELBoxOfTest, IsMadeBetweenTwoOppositeCorners) {
+TYPED_TEST(VRELBoxOfTest, CornersInAnyOrder) {
   using Box = typename TestFixture::TheBox;
   this->ExpectBox(Box(this->At(2, 0, -1), this->At(0, 2, 5)), this->At(0, 0, -1), this->At(2, 2, 5));
   Box box;
   EXPECT_EQ(box.Set(this->At(2, 0, 5), this->At(0, 2, -1)), VREL_S_OK);
   this->ExpectBox(box, this->At(0, 0, -1), this->At(2, 2, 5));
-  // Nothing of the earlier box is left.
+  // The previous corners have no effect.
   EXPECT_EQ(box.Set(this->At(1, 1, 1), this->At(1, 1, 1)), VREL_S_OK);
   this->ExpectBox(box, this->At(1, 1, 1), this->At(1, 1, 1));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxBecomesItsFirstPoint) {
+TYPED_TEST(VRELBoxOfTest, EmptyBoxBecomesFirstPoint) {
   using Box = typename TestFixture::TheBox;
   Box made;
   Box reset = this->UnitBox();
@@ -129,12 +129,12 @@ TYPED_TEST(VRELBoxOfTest, AnEmptyBoxBecomesItsFirstPoint) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsToPointsBeyondTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, ExtendToUsesTolerance) {
   auto box = this->UnitBox();
   EXPECT_FALSE(box.ExtendTo(this->At(0.5, 0.5, 0.5)));
   EXPECT_FALSE(box.ExtendTo(this->At(1 + 1e-11, -1e-11, 1 + 1e-11)));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(1, 1, 1));
-  // A change of one axis is enough, be it the first or the last one.
+  // A change on a single axis is reported, on the first and on the last one.
   EXPECT_TRUE(box.ExtendTo(this->At(2, 0.5, 0.5)));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(2, 1, 1));
   EXPECT_TRUE(box.ExtendTo(this->At(0.5, -3, 0.5)));
@@ -143,9 +143,9 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToPointsBeyondTheTolerance) {
   this->ExpectBox(box, this->At(-1, -3, 0), this->At(2, 5, 9));
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsAsItsDomainsDo) {
+TYPED_TEST(VRELBoxOfTest, ExtendToEqualsDomains) {
   std::mt19937 random(808);
-  // Few numbers, so that many fall on an end or beside it.
+  // Few different numbers, so that many are equal to an end or next to it.
   double const numbers[] = {-1, -1e-10, -1e-11, 0, -0.0, 1e-11, 1e-10, 2e-10, 1, 1 + 1e-11, infinity, notANumber};
   auto const number = [&] { return numbers[random() % std::size(numbers)]; };
   for (int round = 0; round < 3000; ++round) {
@@ -164,7 +164,7 @@ TYPED_TEST(VRELBoxOfTest, ExtendsAsItsDomainsDo) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBox) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   EXPECT_FALSE(box.ExtendTo(Box(this->At(0.25, 0.25, 0.25), this->At(1, 1, 1))));
@@ -180,22 +180,22 @@ TYPED_TEST(VRELBoxOfTest, ExtendsToABox) {
   this->ExpectBox(empty, this->At(-5, -5, -5), this->At(5, 5, 5));
 }
 
-TYPED_TEST(VRELBoxOfTest, TheHighCornerOfABoxComesFirst) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBoxUsesHighCornerFirst) {
   using Box = typename TestFixture::TheBox;
-  // The low corner is then within the tolerance of what is there already.
+  // The low corner is then within the tolerance of the box.
   Box empty;
   EXPECT_TRUE(empty.ExtendTo(Box(this->At(0, 0, 0), this->At(5e-11, 5e-11, 5e-11))));
   this->ExpectBox(empty, this->At(5e-11, 5e-11, 5e-11), this->At(5e-11, 5e-11, 5e-11));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxIsPromisedToCountAsTheOrigin) {
+TYPED_TEST(VRELBoxOfTest, ExtendToEmptyBoxAddsOrigin) {
   using Box = typename TestFixture::TheBox;
   Box box(this->At(1, 1, 1), this->At(2, 2, 2));
   EXPECT_TRUE(box.ExtendTo(Box()));
   this->ExpectBox(box, this->At(0, 0, 0), this->At(2, 2, 2));
 }
 
-TYPED_TEST(VRELBoxOfTest, ExpandsOnAllSides) {
+TYPED_TEST(VRELBoxOfTest, ExpandMovesAllSides) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   VRELBox& base = box;
@@ -209,7 +209,7 @@ TYPED_TEST(VRELBoxOfTest, ExpandsOnAllSides) {
   this->ExpectBox(empty, this->At(0, 0, 0), this->At(0, 0, 0));
 }
 
-TYPED_TEST(VRELBoxOfTest, ContainsABoxWithinTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, IsContainedUsesTolerance) {
   using Box = typename TestFixture::TheBox;
   auto const box = this->UnitBox();
   EXPECT_TRUE(box.isContained(box));
@@ -222,13 +222,13 @@ TYPED_TEST(VRELBoxOfTest, ContainsABoxWithinTheTolerance) {
     corner[axis] = -1e-9;
     EXPECT_FALSE(box.isContained(Box(corner, this->At(1, 1, 1))));
   }
-  // Each axis of an empty box is open.
+  // Each axis of an empty box is unbounded.
   EXPECT_TRUE(Box().isContained(box));
   EXPECT_TRUE(box.isContained(Box()));
   EXPECT_FALSE(Box(this->At(1, 1, 1), this->At(2, 2, 2)).isContained(Box()));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsEqualWithinTheTolerance) {
+TYPED_TEST(VRELBoxOfTest, IsEqualUsesTolerance) {
   using Box = typename TestFixture::TheBox;
   auto const box = this->UnitBox();
   EXPECT_TRUE(box.isEqual(box));
@@ -255,7 +255,7 @@ TYPED_TEST(VRELBoxOfTest, CornersAreNewPoints) {
   this->ExpectBox(box, this->At(0, 0, 0), this->At(1, 1, 1));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsCopied) {
+TYPED_TEST(VRELBoxOfTest, CopiesAreIndependent) {
   auto box = this->UnitBox();
   auto const copy = box;
   box.Reset();
@@ -264,7 +264,7 @@ TYPED_TEST(VRELBoxOfTest, IsCopied) {
   EXPECT_TRUE(box.isEqual(copy));
 }
 
-TYPED_TEST(VRELBoxOfTest, IsDeletedByItsOwnType) {
+TYPED_TEST(VRELBoxOfTest, DeleteThroughOwnType) {
   struct Counting : TestFixture::TheBox {
     explicit Counting(int& deletions) : count(deletions) {}
     ~Counting() override { ++count; }
@@ -276,7 +276,7 @@ TYPED_TEST(VRELBoxOfTest, IsDeletedByItsOwnType) {
   EXPECT_EQ(deletions, 1);
 }
 
-TYPED_TEST(VRELBoxOfTest, NumbersThatAreNoneDoNoHarm) {
+TYPED_TEST(VRELBoxOfTest, NaNIsHarmless) {
   using Box = typename TestFixture::TheBox;
   auto box = this->UnitBox();
   EXPECT_TRUE(box.ExtendTo(this->At(notANumber, 0.5, 0.5)));
@@ -296,7 +296,7 @@ TYPED_TEST(VRELBoxOfTest, NumbersThatAreNoneDoNoHarm) {
   EXPECT_FALSE(small.ExtendTo(this->At(-denormal, 0, 0)));
 }
 
-TYPED_TEST(VRELBoxOfTest, AnEmptyBoxIsPromisedToBecomeTheImageOfTheOrigin) {
+TYPED_TEST(VRELBoxOfTest, ApplyToEmptyTransformsOrigin) {
   typename TestFixture::TheBox box;
   box.apply(typename TypeParam::Morph(this->At(3, 4, 5)));
   this->ExpectBox(box, this->At(3, 4, 5), this->At(3, 4, 5));
@@ -312,12 +312,12 @@ TYPED_TEST(VRELBoxOfTest, ApplyShiftsAndScales) {
   this->ExpectBox(box, this->At(11, 22, 33), this->At(14, 26, 38));
   box.apply(typename TypeParam::Morph(2.0));
   this->ExpectBox(box, this->At(22, 44, 66), this->At(28, 52, 76));
-  // A negative scale exchanges the corners.
+  // A negative scale swaps the corners.
   box.apply(typename TypeParam::Morph(-1.0));
   this->ExpectBox(box, this->At(-28, -52, -76), this->At(-22, -44, -66));
 }
 
-TYPED_TEST(VRELBoxOfTest, ApplyIsTheBoxOfTheImagesOfTwoCorners) {
+TYPED_TEST(VRELBoxOfTest, ApplyBoundsImagesOfCorners) {
   using Box = typename TestFixture::TheBox;
   using Coordinates = typename TestFixture::TheCoordinates;
   constexpr auto axes = static_cast<std::size_t>(TypeParam::axes);
@@ -351,7 +351,7 @@ TYPED_TEST(VRELBoxOfTest, ApplyIsTheBoxOfTheImagesOfTwoCorners) {
   }
 }
 
-TYPED_TEST(VRELBoxOfTest, BoundsThePointsThatItIsExtendedTo) {
+TYPED_TEST(VRELBoxOfTest, ExtendToBoundsPoints) {
   using Box = typename TestFixture::TheBox;
   constexpr auto axes = static_cast<std::size_t>(TypeParam::axes);
   std::mt19937 random(807);
@@ -378,7 +378,7 @@ TYPED_TEST(VRELBoxOfTest, BoundsThePointsThatItIsExtendedTo) {
       ASSERT_TRUE(box.isContained(Box(point, point)));
       halves[step % 2].ExtendTo(point);
     }
-    // Two boxes of half the points each make the same one.
+    // Two boxes of half the points each combine to the same box.
     ASSERT_TRUE(box.isContained(halves[0]) && box.isContained(halves[1]));
     halves[0].ExtendTo(halves[1]);
     ASSERT_TRUE(halves[0].isEqual(box));
@@ -388,6 +388,26 @@ TYPED_TEST(VRELBoxOfTest, BoundsThePointsThatItIsExtendedTo) {
     ASSERT_DOUBLE_EQ(box.diagonal(), std::sqrt(squares));
     ASSERT_DOUBLE_EQ(box.diagonal(), box.low().DistanceTo(box.high()));
   }
+}
+
+TYPED_TEST(VRELBoxOfTest, ExtendToArrayEqualsExtendToEach) {
+  using Box = typename TestFixture::TheBox;
+  // Points within the tolerance of a side do not move it, so that the result depends on the order.
+  decltype(this->At(0, 0, 0)) const points[] = {
+      this->At(0, 0, 0),          this->At(1, 1, 1),  this->At(1 + 5e-11, 1, 1),  this->At(1 + 2e-10, 0.5, 0.5),
+      this->At(notANumber, 0, 0), this->At(0, -3, 0), this->At(0.5, 0, infinity), this->At(0.5, 0.5, 0.5)};
+  for (std::size_t count = 0; count <= 8; ++count) {
+    SCOPED_TRACE(count);
+    Box one;
+    bool changed = false;
+    for (std::size_t i = 0; i < count; ++i) changed = one.ExtendTo(points[i]) || changed;
+    Box all;
+    EXPECT_EQ(all.ExtendTo(points, count), changed);
+    this->ExpectBox(all, one.low(), one.high());
+  }
+  Box box = this->UnitBox();
+  EXPECT_FALSE(box.ExtendTo(nullptr, 3));
+  EXPECT_FALSE(box.ExtendTo(points, 1));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ TEST(VRELDirectionfTest, IsThreeFloats) {
   static_assert(std::is_trivially_copyable_v<VRELDirectionf>);
 }
 
-TEST(VRELDirectionfTest, EachWayToMakeOneNormalizes) {
+TEST(VRELDirectionfTest, ConstructorsNormalize) {
   FloatValues const expected{0.0F, 0.6F, 0.8F};
   float const in[] = {0.0F, 3.0F, 4.0F};
   VRELDirectionf const directions[] = {
@@ -33,7 +33,7 @@ TEST(VRELDirectionfTest, EachWayToMakeOneNormalizes) {
   }
 }
 
-TEST(VRELDirectionfTest, WhatHasNoLengthGivesTheXAxis) {
+TEST(VRELDirectionfTest, ZeroLengthBecomesXAxis) {
   FloatValues const xAxis{1.0F, 0.0F, 0.0F};
   EXPECT_EQ(Floats(VRELDirectionf()), xAxis);
   EXPECT_EQ(Floats(VRELDirectionf(0.0F, 0.0F, 0.0F)), xAxis);
@@ -42,8 +42,8 @@ TEST(VRELDirectionfTest, WhatHasNoLengthGivesTheXAxis) {
   EXPECT_EQ(Floats(VRELDirectionf(VRELPointOf, VRELPointOf)), xAxis);
 }
 
-TEST(VRELDirectionfTest, ACopyIsNotNormalized) {
-  // A pattern of bits that is no unit vector.
+TEST(VRELDirectionfTest, CopyIsNotNormalized) {
+  // Bits that are not a unit vector.
   VRELDirectionf direction;
   float const bits[] = {3.0F, 0.0F, 0.0F};
   std::memcpy(static_cast<void*>(&direction), bits, sizeof bits);

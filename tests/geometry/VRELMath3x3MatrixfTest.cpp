@@ -40,7 +40,7 @@ VRELMath3x3Matrixf OfType(int type) {
   }
 }
 
-TEST(VRELMath3x3MatrixfTest, IsNineFloatsAndAType) {
+TEST(VRELMath3x3MatrixfTest, IsNineFloatsAndType) {
   static_assert(sizeof(VRELMath3x3Matrixf) == 40);
   static_assert(std::is_trivially_copyable_v<VRELMath3x3Matrixf>);
   VRELMath3x3Matrixf const m;
@@ -48,7 +48,7 @@ TEST(VRELMath3x3MatrixfTest, IsNineFloatsAndAType) {
   EXPECT_EQ(m.GetType(), 1);
 }
 
-TEST(VRELMath3x3MatrixfTest, OneNumberOnTheDiagonal) {
+TEST(VRELMath3x3MatrixfTest, ScalarDiagonal) {
   struct {
     float s;
     int type;
@@ -65,11 +65,11 @@ TEST(VRELMath3x3MatrixfTest, OneNumberOnTheDiagonal) {
   EXPECT_EQ(VRELMath3x3Matrixf(std::nanf("")).GetType(), 0);
 }
 
-TEST(VRELMath3x3MatrixfTest, AnUnevenDiagonalHasNoType) {
+TEST(VRELMath3x3MatrixfTest, UnevenDiagonalHasTypeZero) {
   EXPECT_EQ(VRELMath3x3Matrixf(1.0F, 1.0F, 2.0F).GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf(1.0F, 2.0F, 1.0F).GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf(2.0F, 1.0F, 1.0F).GetType(), 0);
-  // Also where the coefficients would tell one.
+  // Also if the coefficients are those of another type.
   VRELMath3x3Matrixf m(1.0F, 1.0F, -1.0F);
   EXPECT_EQ(m.GetType(), 0);
   EXPECT_EQ(PELTMathComputeType(m), -1);
@@ -77,7 +77,7 @@ TEST(VRELMath3x3MatrixfTest, AnUnevenDiagonalHasNoType) {
   EXPECT_EQ(Coefficients(VRELMath3x3Matrixf(1.0F, 2.0F, 3.0F)), (FloatValues{1, 0, 0, 0, 2, 0, 0, 0, 3}));
 }
 
-TEST(VRELMath3x3MatrixfTest, TheTypeByTheCoefficients) {
+TEST(VRELMath3x3MatrixfTest, TypeOfCoefficients) {
   float const tiny = 1e-14F;
   struct {
     FloatValues coefficients;
@@ -88,12 +88,12 @@ TEST(VRELMath3x3MatrixfTest, TheTypeByTheCoefficients) {
       {{1, 2, 3, 4, 5, 6, 7, 8, 9}, 0},
       {{1, 0, 0, 0, 1, 0, 0, 0, 2}, 0},
       {{0, 0, 0, 0, 0, 0, 0, 0, 0}, 0},
-      // Scalar products of the columns: at the tolerance passes, above it does not.
+      // Scalar products of the columns equal to the tolerance pass, larger ones do not.
       {{1, tiny, 0, 0, 1, 0, 0, 0, 1}, 1},
       {{1, 2 * tiny, 0, 0, 1, 0, 0, 0, 1}, 0},
       {{1, 0, 2 * tiny, 0, 1, 0, 0, 0, 1}, 0},
       {{1, 0, 0, 0, 1, 2 * tiny, 0, 0, 1}, 0},
-      // One place off a length of 1.
+      // A length one unit in the last place from 1.
       {{1.00000012F, 0, 0, 0, 1, 0, 0, 0, 1}, 0},
       // A determinant below the tolerance.
       {{1e-5F, 0, 0, 0, 1e-5F, 0, 0, 0, 1e-5F}, 0},
@@ -105,20 +105,20 @@ TEST(VRELMath3x3MatrixfTest, TheTypeByTheCoefficients) {
   EXPECT_EQ(Make(FloatValues(9, std::nanf(""))).GetType(), 0);
 }
 
-// 8 to the power of the float nearest to a third is off 2 by 4e-8, so that nearly every computed scale is passed over.
-TEST(VRELMath3x3MatrixfTest, ScalesAreSeldomSeen) {
+// 8 to the power of the float nearest to 1/3 differs from 2 by 4e-8, so that most scaled rotations get the type 0.
+TEST(VRELMath3x3MatrixfTest, MostScaledRotationsHaveTypeZero) {
   EXPECT_EQ(Make({0, -2, 0, 2, 0, 0, 0, 0, 2}).GetType(), 0);
   EXPECT_EQ(Make({0, 2, 0, 2, 0, 0, 0, 0, 2}).GetType(), 0);
-  // Here the rounding of the determinant makes up for that of the exponent.
-  float const seen = 1.16684937F;
-  EXPECT_EQ(Make({seen, 0, 0, 0, seen, 0, 0, 0, seen}).GetType(), 2);
-  EXPECT_EQ(Make({0, -seen, 0, seen, 0, 0, 0, 0, seen}).GetType(), 2);
-  EXPECT_EQ(Make({0, seen, 0, seen, 0, 0, 0, 0, seen}).GetType(), -2);
-  EXPECT_EQ(Make({-seen, 0, 0, 0, -seen, 0, 0, 0, -seen}).GetType(), -2);
-  EXPECT_EQ(Make({seen, 0, 0, 0, seen, 0, 0, 0, 1}).GetType(), 0);
+  // Here the rounding errors of determinant and exponent cancel.
+  float const scaleWithType = 1.16684937F;
+  EXPECT_EQ(Make({scaleWithType, 0, 0, 0, scaleWithType, 0, 0, 0, scaleWithType}).GetType(), 2);
+  EXPECT_EQ(Make({0, -scaleWithType, 0, scaleWithType, 0, 0, 0, 0, scaleWithType}).GetType(), 2);
+  EXPECT_EQ(Make({0, scaleWithType, 0, scaleWithType, 0, 0, 0, 0, scaleWithType}).GetType(), -2);
+  EXPECT_EQ(Make({-scaleWithType, 0, 0, 0, -scaleWithType, 0, 0, 0, -scaleWithType}).GetType(), -2);
+  EXPECT_EQ(Make({scaleWithType, 0, 0, 0, scaleWithType, 0, 0, 0, 1}).GetType(), 0);
 }
 
-TEST(VRELMath3x3MatrixfTest, ComputingTheTypeForgetsTheOldOne) {
+TEST(VRELMath3x3MatrixfTest, ComputeTypeReplacesType) {
   // A type of 1 would give a determinant of 1 without computation.
   VRELMath3x3Matrixf m(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7);
   ASSERT_EQ(m.GetType(), 1);
@@ -133,13 +133,13 @@ TEST(VRELMath3x3MatrixfTest, VectorsAreColumns) {
   EXPECT_EQ(VRELMath3x3Matrixf(VRELVectorJf, VRELVectorKf, VRELVectorIf).GetType(), 1);
 }
 
-TEST(VRELMath3x3MatrixfTest, TheOuterProduct) {
+TEST(VRELMath3x3MatrixfTest, OuterProduct) {
   VRELMath3x3Matrixf const m(VRELVectorf(1, 2, 3), VRELVectorf(5, 7, 11));
   EXPECT_EQ(Coefficients(m), (FloatValues{5, 7, 11, 10, 14, 22, 15, 21, 33}));
   EXPECT_EQ(m.GetType(), 0);
 }
 
-TEST(VRELMath3x3MatrixfTest, AReflectionTakesANormalOfAnyLength) {
+TEST(VRELMath3x3MatrixfTest, ReflectionNormalizes) {
   VRELMath3x3Matrixf const m{VRELVectorf(0.0F, 4.0F, 0.0F)};
   EXPECT_EQ(Coefficients(m), (FloatValues{1, 0, 0, 0, -1, 0, 0, 0, 1}));
   EXPECT_EQ(m.GetType(), -1);
@@ -158,7 +158,7 @@ TEST(VRELMath3x3MatrixfTest, AReflectionTakesANormalOfAnyLength) {
   EXPECT_EQ(Coefficients(VRELMath3x3Matrixf{VRELNullVectorf}), (FloatValues{-1, 0, 0, 0, 1, 0, 0, 0, 1}));
 }
 
-TEST(VRELMath3x3MatrixfTest, ARotationAgreesWithTheFormulaOfRodrigues) {
+TEST(VRELMath3x3MatrixfTest, RotationEqualsRodriguesFormula) {
   std::mt19937 random(90);
   std::uniform_real_distribution<float> uniform(-3.0F, 3.0F);
   auto const any = [&] { return VRELVectorf(uniform(random), uniform(random), uniform(random)); };
@@ -186,7 +186,7 @@ TEST(VRELMath3x3MatrixfTest, ARotationAgreesWithTheFormulaOfRodrigues) {
   EXPECT_NEAR((quarter * VRELVectorIf).Y(), 1.0F, 1e-7F);
 }
 
-TEST(VRELMath3x3MatrixfTest, SettersReplaceAndCompute) {
+TEST(VRELMath3x3MatrixfTest, SettersComputeType) {
   VRELMath3x3Matrixf m;
   m.SetCoef(1, 2, 3, 4, 5, 6, 7, 8, 10);
   EXPECT_EQ(Coefficients(m), (FloatValues{1, 2, 3, 4, 5, 6, 7, 8, 10}));
@@ -205,7 +205,7 @@ TEST(VRELMath3x3MatrixfTest, SettersReplaceAndCompute) {
   EXPECT_EQ(m.GetType(), 0);
 }
 
-TEST(VRELMath3x3MatrixfTest, ColumnsComeOut) {
+TEST(VRELMath3x3MatrixfTest, GetColumns) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 9});
   VRELVectorf column;
   m.GetFirstColumn(column);
@@ -223,50 +223,50 @@ TEST(VRELMath3x3MatrixfTest, DeterminantTraceAndNorm) {
   EXPECT_EQ(m.InfiniteNorm(), 23.0F);
   EXPECT_EQ(VRELMath3x3Matrixf().InfiniteNorm(), 1.0F);
   EXPECT_EQ(Make({1, 2, 3, 4, -5, 1, 2, 3, 4}).InfiniteNorm(), 5.0F);
-  // An isometry is taken at its word.
+  // The determinant of an isometry is its type, without computation.
   EXPECT_EQ(VRELMath3x3Matrixf(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7).Determinant(), 1.0F);
   EXPECT_EQ(VRELMath3x3Matrixf(-2.0F).Determinant(), -8.0F);
 }
 
-TEST(VRELMath3x3MatrixfTest, TheDeterminantIsTakenInSinglePrecisionSteps) {
-  // 1 - 1e8 + 1e8 in this order, of which floats leave 0.
+TEST(VRELMath3x3MatrixfTest, DeterminantRoundsToFloat) {
+  // 1 - 1e8 + 1e8, which is 0 in floats.
   VRELMath3x3Matrixf const m = Make({1, 1, 1, -1e8F, 1, 0, 1e8F, 0, 1});
   EXPECT_EQ(m.Determinant(), 0.0F);
   VRELMath3x3Matrixf out;
   EXPECT_FALSE(m.Inverse(out));
 }
 
-TEST(VRELMath3x3MatrixfTest, TransposesThroughTheSetter) {
+TEST(VRELMath3x3MatrixfTest, TransposeComputesType) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 9});
   FloatValues const expected{1, 4, 7, 2, 5, 8, 3, 6, 9};
   EXPECT_EQ(Coefficients(m.Transpose()), expected);
   VRELMath3x3Matrixf inPlace(m);
   inPlace.Transpose(inPlace);
   EXPECT_EQ(Coefficients(inPlace), expected);
-  // The type is computed anew, and that of a rotation in floats is 0.
+  // The type is computed again, and is 0 for a rotation in floats.
   VRELMath3x3Matrixf const turn(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7);
   EXPECT_EQ(turn.Transpose().GetType(), 0);
   EXPECT_EQ(VRELMath3x3Matrixf().Transpose().GetType(), 1);
 }
 
-TEST(VRELMath3x3MatrixfTest, TheInverseOfAnIsometryIsItsTranspose) {
+TEST(VRELMath3x3MatrixfTest, InverseOfIsometryIsTranspose) {
   VRELMath3x3Matrixf const turn(VRELVectorf(1.0F, 2.0F, 3.0F), 0.7);
   VRELMath3x3Matrixf out;
   EXPECT_TRUE(turn.Inverse(out));
   EXPECT_EQ(Coefficients(out), Coefficients(turn.Transpose()));
-  EXPECT_EQ(out.GetType(), 0);  // computed anew
+  EXPECT_EQ(out.GetType(), 0);  // computed again
 }
 
 // The transpose of 4 times the identity has type 0 by its coefficients, and a positive multiple of that has type -2.
-TEST(VRELMath3x3MatrixfTest, TheTypeOfTheInverseOfAScalingIsThatOfAMultipleOfTheTranspose) {
+TEST(VRELMath3x3MatrixfTest, InverseOfScalingHasTypeOfMultiple) {
   EXPECT_EQ(VRELMath3x3Matrixf(4.0F).Inverse().GetType(), -2);
   EXPECT_EQ(VRELMath3x3Matrixf(-4.0F).Inverse().GetType(), -2);
-  // Here the type of the transpose is seen.
+  // Here the type of the transpose is 2.
   EXPECT_EQ(VRELMath3x3Matrixf(1.16684937F).Inverse().GetType(), 2);
   EXPECT_EQ(VRELMath3x3Matrixf(-1.16684937F).Inverse().GetType(), -2);
 }
 
-TEST(VRELMath3x3MatrixfTest, TheInverseOfAScaledRotation) {
+TEST(VRELMath3x3MatrixfTest, InverseOfScaledRotation) {
   for (float s : {4.0F, -4.0F}) {
     VRELMath3x3Matrixf out;
     EXPECT_TRUE(VRELMath3x3Matrixf(s).Inverse(out));
@@ -278,7 +278,7 @@ TEST(VRELMath3x3MatrixfTest, TheInverseOfAScaledRotation) {
   }
 }
 
-TEST(VRELMath3x3MatrixfTest, TheInverseAgreesWithElimination) {
+TEST(VRELMath3x3MatrixfTest, InverseEqualsElimination) {
   std::mt19937 random(91);
   std::uniform_real_distribution<float> uniform(-1.0F, 1.0F);
   for (int round = 0; round < 1000; ++round) {
@@ -296,7 +296,7 @@ TEST(VRELMath3x3MatrixfTest, TheInverseAgreesWithElimination) {
   }
 }
 
-TEST(VRELMath3x3MatrixfTest, ASingularMatrixHasNoInverse) {
+TEST(VRELMath3x3MatrixfTest, InverseOfSingularFails) {
   VRELMath3x3Matrixf const before = Make({1, 2, 3, 4, 5, 6, 7, 8, 10});
   float const unknown = std::nanf("");
   FloatValues const rows[] = {
@@ -316,8 +316,8 @@ TEST(VRELMath3x3MatrixfTest, ASingularMatrixHasNoInverse) {
             (FloatValues{1.0F / 2e-14F, 0, 0, 0, 1, 0, 0, 0, 1}));
 }
 
-// A matrix of type 0 gets a type from each factor but 1, -1 and 0.
-TEST(VRELMath3x3MatrixfTest, TheTypeOfAMultipleGoesBySigns) {
+// A matrix of type 0 gets the type 2 or -2 from any factor but 1, -1 and 0.
+TEST(VRELMath3x3MatrixfTest, TypeOfMultipleDependsOnSigns) {
   struct {
     float factor;
     int types[5];  // of the multiples of matrices of type -2, -1, 0, 1, 2
@@ -338,7 +338,7 @@ TEST(VRELMath3x3MatrixfTest, TheTypeOfAMultipleGoesBySigns) {
   EXPECT_EQ((OfType(1) * std::nanf("")).GetType(), 0);
 }
 
-TEST(VRELMath3x3MatrixfTest, MultiplesOfTheCoefficients) {
+TEST(VRELMath3x3MatrixfTest, MultiplesOfCoefficients) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 10});
   EXPECT_EQ(Coefficients(m * 2.0F), (FloatValues{2, 4, 6, 8, 10, 12, 14, 16, 20}));
   EXPECT_EQ(Coefficients(2.0F * m), (FloatValues{2, 4, 6, 8, 10, 12, 14, 16, 20}));
@@ -346,7 +346,7 @@ TEST(VRELMath3x3MatrixfTest, MultiplesOfTheCoefficients) {
   EXPECT_TRUE(std::isinf(Coefficients(m / 0.0F)[0]));
 }
 
-TEST(VRELMath3x3MatrixfTest, TheProductMultipliesTypes) {
+TEST(VRELMath3x3MatrixfTest, ProductMultipliesTypes) {
   for (int a = -2; a <= 2; ++a) {
     for (int b = -2; b <= 2; ++b) {
       int const expected = a * b == 4 ? 2 : a * b == -4 ? -2 : a * b;
@@ -358,12 +358,12 @@ TEST(VRELMath3x3MatrixfTest, TheProductMultipliesTypes) {
   EXPECT_EQ(Coefficients(m * n), (FloatValues{6, 1, 2, 12, 4, 5, 20, 7, 8}));
 }
 
-TEST(VRELMath3x3MatrixfTest, VectorsAreMultipliedAsColumns) {
+TEST(VRELMath3x3MatrixfTest, ProductWithColumnVector) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 10});
   EXPECT_EQ(Floats(m * VRELVectorf(1.0F, -1.0F, 2.0F)), (FloatValues{5, 11, 19}));
 }
 
-TEST(VRELMath3x3MatrixfTest, SumsComputeTheirType) {
+TEST(VRELMath3x3MatrixfTest, SumsComputeType) {
   VRELMath3x3Matrixf const m = Make({1, 2, 3, 4, 5, 6, 7, 8, 10});
   VRELMath3x3Matrixf const n = Make({0, 2, 3, 4, 4, 6, 7, 8, 9});
   EXPECT_EQ(Coefficients(m + n), (FloatValues{1, 4, 6, 8, 9, 12, 14, 16, 19}));
@@ -373,7 +373,7 @@ TEST(VRELMath3x3MatrixfTest, SumsComputeTheirType) {
   EXPECT_EQ((VRELMath3x3Matrixf(3.0F) + VRELMath3x3Matrixf(-4.0F)).GetType(), -1);
 }
 
-TEST(VRELMath3x3MatrixfTest, ThePercentSignIsTheVectorProduct) {
+TEST(VRELMath3x3MatrixfTest, PercentIsVectorProduct) {
   EXPECT_EQ(Floats(VRELVectorf(1, 2, 3) % VRELVectorf(4, 5, 7)), (FloatValues{-1, 5, -3}));
 }
 

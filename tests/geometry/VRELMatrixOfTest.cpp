@@ -1,3 +1,9 @@
+// The grids are classes that a client can declare without their headers.
+class VRELMatrixOfdouble;
+class VRELMatrixOfVRELPoint3D;
+class VRELMatrixOfVRELWeightPoint3D;
+int RowCount(VRELMatrixOfdouble const& grid);
+
 #include "detail/VRELMatrixOf.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +11,13 @@
 #include <climits>
 
 #include "Coordinates.h"
+#include "VRELMatrixOfVRELPoint3D.h"
+#include "VRELMatrixOfVRELWeightPoint3D.h"
+#include "VRELMatrixOfdouble.h"
+
+int RowCount(VRELMatrixOfdouble const& grid) {
+  return grid.uSize();
+}
 
 namespace {
 
@@ -21,13 +34,13 @@ Values Elements(VRELMatrixOfdouble const& m) {
 double const sixValues[] = {1, 2, 3, 4, 5, 6};
 double const nineValues[] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
 
-TEST(VRELMatrixOfTest, StartsEmpty) {
+TEST(VRELMatrixOfTest, DefaultIsEmpty) {
   VRELMatrixOfdouble const m;
   EXPECT_EQ(m.uSize(), 0);
   EXPECT_EQ(m.vSize(), 0);
 }
 
-TEST(VRELMatrixOfTest, StartsWithZerosOrAValue) {
+TEST(VRELMatrixOfTest, ConstructorsFillElements) {
   VRELMatrixOfdouble const zeros(2, 3);
   EXPECT_EQ(zeros.uSize(), 2);
   EXPECT_EQ(zeros.vSize(), 3);
@@ -49,7 +62,7 @@ TEST(VRELMatrixOfTest, CopiesValuesRowByRow) {
   EXPECT_EQ(Elements(VRELMatrixOfdouble(static_cast<double const*>(nullptr), 1, 2)), Values(2, 0.0));
 }
 
-TEST(VRELMatrixOfTest, SizesBelowZeroCountAsZero) {
+TEST(VRELMatrixOfTest, NegativeSizeIsZero) {
   VRELMatrixOfdouble const m(-2, 3);
   EXPECT_EQ(m.uSize(), 0);
   EXPECT_EQ(m.vSize(), 3);
@@ -58,7 +71,7 @@ TEST(VRELMatrixOfTest, SizesBelowZeroCountAsZero) {
   EXPECT_EQ(both.vSize(), 0);
 }
 
-TEST(VRELMatrixOfTest, MoreValuesThanAnIntCountsAreRefused) {
+TEST(VRELMatrixOfTest, TooManyElementsThrow) {
   EXPECT_THROW(VRELMatrixOfdouble(65536, 65536), VRELAllocException);
   EXPECT_THROW(VRELMatrixOfdouble(INT_MAX, INT_MAX), VRELAllocException);
   EXPECT_THROW(VRELMatrixOfdouble(2, 2).subset(INT_MAX, 0, INT_MIN, 0), VRELAllocException);
@@ -72,7 +85,7 @@ TEST(VRELMatrixOfTest, ElementsAreReferences) {
   EXPECT_EQ(&constant.elem(1, 2), &m.elem(1, 2));
 }
 
-TEST(VRELMatrixOfTest, CopiesShareTheirValues) {
+TEST(VRELMatrixOfTest, CopiesShareValues) {
   VRELMatrixOfdouble m(sixValues, 2, 3);
   VRELMatrixOfdouble const copied(m);
   VRELMatrixOfdouble assigned;
@@ -84,7 +97,7 @@ TEST(VRELMatrixOfTest, CopiesShareTheirValues) {
   EXPECT_EQ(assigned.vSize(), 3);
 }
 
-TEST(VRELMatrixOfTest, ADeepCopyDoesNot) {
+TEST(VRELMatrixOfTest, CopyIsDeep) {
   VRELMatrixOfdouble m(sixValues, 2, 3);
   VRELMatrixOfdouble const deep = m.copy();
   m.elem(0, 0) = 50.0;
@@ -93,7 +106,7 @@ TEST(VRELMatrixOfTest, ADeepCopyDoesNot) {
   EXPECT_EQ(deep.vSize(), 3);
 }
 
-TEST(VRELMatrixOfTest, ASquareGridIsTransposedInPlaceForAll) {
+TEST(VRELMatrixOfTest, SquareTransposeIsShared) {
   VRELMatrixOfdouble m(nineValues, 3, 3);
   VRELMatrixOfdouble const shared(m);
   EXPECT_EQ(&m.transpose(), &m);
@@ -101,7 +114,7 @@ TEST(VRELMatrixOfTest, ASquareGridIsTransposedInPlaceForAll) {
   EXPECT_EQ(Elements(shared), (Values{1, 4, 7, 2, 5, 8, 3, 6, 9}));
 }
 
-TEST(VRELMatrixOfTest, AnyOtherGridIsTransposedAlone) {
+TEST(VRELMatrixOfTest, OtherTransposeIsNotShared) {
   VRELMatrixOfdouble m(sixValues, 2, 3);
   VRELMatrixOfdouble const shared(m);
   EXPECT_EQ(&m.transpose(), &m);
@@ -112,7 +125,7 @@ TEST(VRELMatrixOfTest, AnyOtherGridIsTransposedAlone) {
   EXPECT_EQ(Elements(shared), Values(sixValues, sixValues + 6));
 }
 
-TEST(VRELMatrixOfTest, PointsAreTransposedToo) {
+TEST(VRELMatrixOfTest, TransposeOfPoints) {
   VRELMatrixOfVRELWeightPoint3D m(2, 2);
   m.elem(0, 1) = VRELWeightPoint3D(VRELPoint3D(1.0, 2.0, 3.0), 4.0, false);
   m.transpose();
@@ -120,7 +133,7 @@ TEST(VRELMatrixOfTest, PointsAreTransposedToo) {
   EXPECT_EQ(Coordinates(m.elem(0, 1), 4), Values(4, 0.0));
 }
 
-TEST(VRELMatrixOfTest, ASubsetBeginsAtTheFirstAndTheLastArgument) {
+TEST(VRELMatrixOfTest, SubsetOriginIsFirstAndLastArgument) {
   VRELMatrixOfdouble const m(nineValues, 3, 3);
   VRELMatrixOfdouble const row = m.subset(1, 2, 1, 0);
   EXPECT_EQ(row.uSize(), 1);
@@ -132,7 +145,7 @@ TEST(VRELMatrixOfTest, ASubsetBeginsAtTheFirstAndTheLastArgument) {
   EXPECT_EQ(Elements(part), (Values{5, 6, 8, 9}));
 }
 
-TEST(VRELMatrixOfTest, ASubsetIsZeroOutsideOfTheGrid) {
+TEST(VRELMatrixOfTest, SubsetIsZeroOutsideGrid) {
   VRELMatrixOfdouble const m(nineValues, 3, 3);
   // Rows 2 and 3, columns -1 to 1.
   EXPECT_EQ(Elements(m.subset(2, 1, 1, -1)), (Values{0, 7, 8, 0, 0, 0}));
@@ -141,6 +154,21 @@ TEST(VRELMatrixOfTest, ASubsetIsZeroOutsideOfTheGrid) {
   VRELMatrixOfdouble const none = m.subset(0, 0, 2, 2);
   EXPECT_EQ(none.uSize(), 0);
   EXPECT_EQ(none.vSize(), 0);
+}
+
+TEST(VRELMatrixOfTest, IteratesRowByRow) {
+  VRELMatrixOfdouble m(sixValues, 2, 3);
+  VRELMatrixOfdouble const& constant = m;
+  EXPECT_EQ(Values(constant.begin(), constant.end()), Values(sixValues, sixValues + 6));
+  for (double& value : m) value *= 2.0;
+  EXPECT_EQ(m.elem(1, 2), 12.0);
+  VRELMatrixOfdouble const none;
+  EXPECT_EQ(none.begin(), none.end());
+}
+
+TEST(VRELMatrixOfTest, CanBeDeclaredAhead) {
+  VRELMatrixOfdouble const m(sixValues, 2, 3);
+  EXPECT_EQ(RowCount(m), 2);
 }
 
 }  // namespace

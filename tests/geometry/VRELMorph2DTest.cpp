@@ -20,7 +20,7 @@ VRELAffine2D Rotation(double angle) {
   return affine;
 }
 
-TEST(VRELMorph2DTest, ThereIsNoRotationAboutAnAxis) {
+TEST(VRELMorph2DTest, RotationHasNoEffect) {
   VRELMorph2D const morph(VRELPoint2D(1.0, 0.0), 0.5);
   for (int i = 0; i < 2; ++i) {
     for (int j = 0; j < 2; ++j) EXPECT_EQ(morph.affine().GetElement(i, j), 0.0);
@@ -33,7 +33,7 @@ TEST(VRELMorph2DTest, ThereIsNoRotationAboutAnAxis) {
   EXPECT_TRUE(PollsAbort([] { VRELMorph2D const unfinished(VRELPoint2D(1.0, 0.0), 0.5); }));
 }
 
-TEST(VRELMorph2DTest, SetScaleScalesTheTranslationToo) {
+TEST(VRELMorph2DTest, SetScaleScalesTranslation) {
   VRELMorph2D morph(VRELPoint2D(3.0, 4.0));
   morph.setScale(2.0);
   EXPECT_EQ(Coordinates(morph.translation()), (Values{6.0, 8.0}));
@@ -44,7 +44,7 @@ TEST(VRELMorph2DTest, SetScaleScalesTheTranslationToo) {
   EXPECT_FALSE(morph.isScale());
 }
 
-TEST(VRELMorph2DTest, MultiplyRunsTheOtherFirst) {
+TEST(VRELMorph2DTest, MultiplyAppliesOtherFirst) {
   VRELMorph2D const turn(Rotation(VRELPIBY2), VRELPoint2D(10.0, 0.0), 2.0);
   VRELMorph2D const shift(VRELPoint2D(1.0, 0.0));
   VRELPoint2D p(3.0, 4.0);
@@ -53,7 +53,7 @@ TEST(VRELMorph2DTest, MultiplyRunsTheOtherFirst) {
   EXPECT_NEAR(p[1], 8.0, 1e-14);
 }
 
-TEST(VRELMorph2DTest, TranslationsOfAProduct) {
+TEST(VRELMorph2DTest, ProductOfTranslations) {
   VRELPoint2D const t1(1.0, 2.0);
   VRELPoint2D const t2(10.0, 20.0);
   VRELMorph2D const first(t1);
@@ -73,7 +73,7 @@ TEST(VRELMorph2DTest, TranslationsOfAProduct) {
   EXPECT_EQ(Coordinates(scaled.multiply(second).translation()), (Values{22.0, 44.0}));
 }
 
-TEST(VRELMorph2DTest, MatricesOfAProduct) {
+TEST(VRELMorph2DTest, ProductOfMatrices) {
   VRELAffine2D a;
   VRELAffine2D b;
   double const rowsA[2][2] = {{1, 2}, {3, 4}};
@@ -90,7 +90,7 @@ TEST(VRELMorph2DTest, MatricesOfAProduct) {
   EXPECT_EQ(product.affine().GetElement(1, 1), 50.0);
 }
 
-TEST(VRELMorph2DTest, AProductMayReplaceItsFactor) {
+TEST(VRELMorph2DTest, ProductCanReplaceFactor) {
   VRELMorph2D const turn(Rotation(0.5), VRELPoint2D(10.0, 0.0), 2.0);
   VRELMorph2D const other(Rotation(-0.2), VRELPoint2D(1.0, 7.0), 3.0);
   VRELMorph2D const expected = turn.multiply(other);
@@ -102,8 +102,8 @@ TEST(VRELMorph2DTest, AProductMayReplaceItsFactor) {
   EXPECT_TRUE(inPlace.isEqual(expected));
 }
 
-// Against the order of composition written out point by point.
-TEST(VRELMorph2DTest, CompositionAgreesWithRunningOneAfterTheOther) {
+// Compares with applying both morphs to the point.
+TEST(VRELMorph2DTest, ProductEqualsSuccession) {
   std::mt19937 random(84);
   std::uniform_real_distribution<double> uniform(-3.0, 3.0);
   auto const any = [&] {
@@ -112,8 +112,8 @@ TEST(VRELMorph2DTest, CompositionAgreesWithRunningOneAfterTheOther) {
   auto const image = [](VRELMorph2D const& m, Values const& p) {
     Values q;
     for (int i = 0; i < 2; ++i) {
-      double const turned = m.affine().GetElement(i, 0) * p[0] + m.affine().GetElement(i, 1) * p[1];
-      q.push_back(m.scaleFactor() * turned + m.translation()[i]);
+      double const rotated = m.affine().GetElement(i, 0) * p[0] + m.affine().GetElement(i, 1) * p[1];
+      q.push_back(m.scaleFactor() * rotated + m.translation()[i]);
     }
     return q;
   };

@@ -19,7 +19,7 @@ VRELPoint3D const& Z() {
   return axis;
 }
 
-TEST(VRELMorph3DTest, SetScaleLeavesTheTranslation) {
+TEST(VRELMorph3DTest, SetScaleKeepsTranslation) {
   VRELMorph3D morph(VRELPoint3D(3.0, 4.0, 5.0));
   morph.setScale(2.0);
   EXPECT_EQ(Coordinates(morph.translation()), (Values{3.0, 4.0, 5.0}));
@@ -29,7 +29,7 @@ TEST(VRELMorph3DTest, SetScaleLeavesTheTranslation) {
   EXPECT_FALSE(morph.isScale());
 }
 
-TEST(VRELMorph3DTest, FixScaleFactorPutsTheScaleIntoTheTranslation) {
+TEST(VRELMorph3DTest, FixScaleFactorScalesTranslation) {
   VRELMorph3D morph(VRELPoint3D(3.0, 4.0, 5.0));
   morph.setScale(2.0);
   morph.FixScaleFactor();
@@ -39,7 +39,7 @@ TEST(VRELMorph3DTest, FixScaleFactorPutsTheScaleIntoTheTranslation) {
   EXPECT_TRUE(morph.isTranslation());
 }
 
-TEST(VRELMorph3DTest, FixScaleFactorGoesByTheFlag) {
+TEST(VRELMorph3DTest, FixScaleFactorTestsFlag) {
   VRELMorph3D morph(VRELPoint3D(3.0, 4.0, 5.0));
   morph.setScale(1.0 + 5e-11);
   morph.FixScaleFactor();
@@ -47,7 +47,7 @@ TEST(VRELMorph3DTest, FixScaleFactorGoesByTheFlag) {
   EXPECT_EQ(morph.scaleFactor(), 1.0 + 5e-11);
 }
 
-TEST(VRELMorph3DTest, FixScaleFactorLeavesTheFlagOfTheTranslation) {
+TEST(VRELMorph3DTest, FixScaleFactorKeepsTranslationFlag) {
   VRELMorph3D morph(VRELPoint3D(5e-7, 0.0, 0.0));
   morph.setScale(1000.0);
   morph.FixScaleFactor();
@@ -55,7 +55,7 @@ TEST(VRELMorph3DTest, FixScaleFactorLeavesTheFlagOfTheTranslation) {
   EXPECT_FALSE(morph.isTranslation());
 }
 
-TEST(VRELMorph3DTest, ARotationIsRightHanded) {
+TEST(VRELMorph3DTest, RotationIsRightHanded) {
   struct {
     VRELPoint3D axis;
     VRELPoint3D from;
@@ -79,7 +79,7 @@ TEST(VRELMorph3DTest, ARotationIsRightHanded) {
 }
 
 // v cos a + (u x v) sin a + u (u . v) (1 - cos a)
-TEST(VRELMorph3DTest, ARotationAgreesWithTheFormulaOfRodrigues) {
+TEST(VRELMorph3DTest, RotationEqualsRodriguesFormula) {
   std::mt19937 random(85);
   std::uniform_real_distribution<double> uniform(-5.0, 5.0);
   auto const any = [&] { return VRELPoint3D(uniform(random), uniform(random), uniform(random)); };
@@ -102,7 +102,7 @@ TEST(VRELMorph3DTest, ARotationAgreesWithTheFormulaOfRodrigues) {
   }
 }
 
-TEST(VRELMorph3DTest, TheInverseOfARotationIsItsTranspose) {
+TEST(VRELMorph3DTest, InverseOfRotationIsTranspose) {
   VRELAffine3D const affine = VRELMorph3D(VRELPoint3D(1.0, 2.0, 3.0), 0.7).affine();
   VRELAffine3D inverse;
   VRELAffine3D transposed;
@@ -113,11 +113,11 @@ TEST(VRELMorph3DTest, TheInverseOfARotationIsItsTranspose) {
   }
 }
 
-TEST(VRELMorph3DTest, ARotationByNothingIsTheIdentity) {
+TEST(VRELMorph3DTest, RotationByZeroIsIdentity) {
   EXPECT_TRUE(VRELMorph3D(VRELPoint3D(1.0, 2.0, 3.0), 0.0).isIdentity());
 }
 
-TEST(VRELMorph3DTest, AZeroAxisGivesTheCosineOnTheDiagonal) {
+TEST(VRELMorph3DTest, ZeroAxisGivesCosineOnDiagonal) {
   VRELMorph3D const turn(VRELPoint3D(), VRELPI);
   for (int i = 0; i < 3; ++i) {
     for (int j = 0; j < 3; ++j) EXPECT_EQ(turn.affine().GetElement(i, j), i == j ? -1.0 : 0.0);
@@ -125,7 +125,7 @@ TEST(VRELMorph3DTest, AZeroAxisGivesTheCosineOnTheDiagonal) {
   EXPECT_TRUE(std::isnan(VRELMorph3D(Z(), infinity).affine().GetElement(0, 0)));
 }
 
-TEST(VRELMorph3DTest, APlacementHasNoEffectUntilTheFlagsAreFixed) {
+TEST(VRELMorph3DTest, PlacementNeedsFixMorphFlags) {
   double const values[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
   VRELMorph3D morph(VRELAssemblyComponentTransform(values, 2.0));
   EXPECT_TRUE(morph.isIdentity());
@@ -145,7 +145,7 @@ TEST(VRELMorph3DTest, APlacementHasNoEffectUntilTheFlagsAreFixed) {
   EXPECT_EQ(Coordinates(p), (Values{34.0, 41.0, 48.0}));  // 2 * 12 + 10, 2 * 15 + 11, 2 * 18 + 12
 }
 
-TEST(VRELMorph3DTest, APlacementAsTheOtherFactorTakesNoPartInTheTranslation) {
+TEST(VRELMorph3DTest, UnfixedPlacementKeepsTranslation) {
   double const values[] = {0, 1, 0, -1, 0, 0, 0, 0, 1, 10, 11, 12};
   VRELMorph3D const placement(VRELAssemblyComponentTransform(values, 2.0));
   VRELMorph3D const shift(VRELPoint3D(1.0, 2.0, 3.0));
@@ -157,7 +157,7 @@ TEST(VRELMorph3DTest, APlacementAsTheOtherFactorTakesNoPartInTheTranslation) {
   EXPECT_EQ(product.affine().GetElement(1, 0), 1.0);
 }
 
-TEST(VRELMorph3DTest, MultiplyRunsThisFirst) {
+TEST(VRELMorph3DTest, MultiplyAppliesThisFirst) {
   VRELMorph3D const turn(Z(), VRELPIBY2);
   VRELMorph3D const shift(VRELPoint3D(1.0, 0.0, 0.0));
   VRELPoint3D p(3.0, 4.0, 5.0);
@@ -167,7 +167,7 @@ TEST(VRELMorph3DTest, MultiplyRunsThisFirst) {
   EXPECT_EQ(p[2], 5.0);
 }
 
-TEST(VRELMorph3DTest, TranslationsOfAProduct) {
+TEST(VRELMorph3DTest, ProductOfTranslations) {
   VRELPoint3D const t1(1.0, 2.0, 3.0);
   VRELPoint3D const t2(10.0, 20.0, 30.0);
   VRELMorph3D const first(t1);
@@ -184,7 +184,7 @@ TEST(VRELMorph3DTest, TranslationsOfAProduct) {
   EXPECT_EQ(Coordinates(out.translation()), (Values{21.0, 42.0, 63.0}));
 }
 
-TEST(VRELMorph3DTest, AProductMayReplaceItsFactor) {
+TEST(VRELMorph3DTest, ProductCanReplaceFactor) {
   VRELMorph3D turn(VRELPoint3D(1.0, 2.0, 3.0), 0.7);
   turn.setScale(2.0);
   VRELMorph3D const other(VRELMorph3D(Z(), 0.2).affine(), VRELPoint3D(1.0, 7.0, 5.0), 3.0);
@@ -197,8 +197,8 @@ TEST(VRELMorph3DTest, AProductMayReplaceItsFactor) {
   EXPECT_TRUE(inPlace.isEqual(expected));
 }
 
-// Against the order of composition written out point by point.
-TEST(VRELMorph3DTest, CompositionAgreesWithRunningOneAfterTheOther) {
+// Compares with applying both morphs to the point.
+TEST(VRELMorph3DTest, ProductEqualsSuccession) {
   std::mt19937 random(86);
   std::uniform_real_distribution<double> uniform(-3.0, 3.0);
   auto const anyPoint = [&] { return VRELPoint3D(uniform(random), uniform(random), uniform(random)); };
@@ -208,9 +208,9 @@ TEST(VRELMorph3DTest, CompositionAgreesWithRunningOneAfterTheOther) {
   auto const image = [](VRELMorph3D const& m, Values const& p) {
     Values q;
     for (int i = 0; i < 3; ++i) {
-      double turned = 0.0;
-      for (int j = 0; j < 3; ++j) turned += m.affine().GetElement(i, j) * p[static_cast<std::size_t>(j)];
-      q.push_back(m.scaleFactor() * turned + m.translation()[i]);
+      double rotated = 0.0;
+      for (int j = 0; j < 3; ++j) rotated += m.affine().GetElement(i, j) * p[static_cast<std::size_t>(j)];
+      q.push_back(m.scaleFactor() * rotated + m.translation()[i]);
     }
     return q;
   };
@@ -231,7 +231,7 @@ TEST(VRELMorph3DTest, CompositionAgreesWithRunningOneAfterTheOther) {
   }
 }
 
-TEST(VRELMorph3DTest, TransformsThreeDoubles) {
+TEST(VRELMorph3DTest, TransformOfThreeDoubles) {
   VRELMorph3D morph(VRELPoint3D(10.0, 20.0, 30.0));
   morph.setScale(2.0);
   double x = 1.0;
@@ -243,7 +243,7 @@ TEST(VRELMorph3DTest, TransformsThreeDoubles) {
   EXPECT_EQ((Values{x, y, z}), (Values{24.0, 48.0, 72.0}));
 }
 
-TEST(VRELMorph3DTest, APointIsTransformedWithoutAPollForAnAbort) {
+TEST(VRELMorph3DTest, TransformDoesNotPollAbort) {
   VRELMorph3D const turn(Z(), 0.5);
   VRELPoint3D p(1.0, 2.0, 3.0);
   EXPECT_FALSE(PollsAbort([&] { p.Transform(turn, false); }));

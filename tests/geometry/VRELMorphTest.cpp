@@ -1,4 +1,4 @@
-// What VRELMorph2D and VRELMorph3D promise alike.
+// Tests what VRELMorph2D and VRELMorph3D have in common.
 #include "VRELMorph.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ class VRELMorphTest : public testing::Test {
     affine.MakeIdentity();
     return affine;
   }
-  // A quarter turn, with the third axis staying.
+  // A rotation by 90 degrees about the third axis.
   static Affine Turn() {
     Affine affine = Identity();
     affine.SetElement(0, 0, 0.0);
@@ -62,7 +62,7 @@ class VRELMorphTest : public testing::Test {
 using Kinds = testing::Types<Flat, Solid>;
 TYPED_TEST_SUITE(VRELMorphTest, Kinds, );
 
-TYPED_TEST(VRELMorphTest, VirtualOperationsHaveTheirSlots) {
+TYPED_TEST(VRELMorphTest, VirtualSlots) {
   static_assert(std::is_base_of_v<VRELMorph, typename TypeParam::Morph>);
   static_assert(std::is_abstract_v<VRELMorph>);
   static_assert(!std::has_virtual_destructor_v<VRELMorph>);
@@ -74,7 +74,7 @@ TYPED_TEST(VRELMorphTest, VirtualOperationsHaveTheirSlots) {
   EXPECT_EQ(SlotOf(&VRELMorph::GetAffine), 5U);
 }
 
-TYPED_TEST(VRELMorphTest, TheDefaultIsTheIdentity) {
+TYPED_TEST(VRELMorphTest, DefaultIsIdentity) {
   typename TypeParam::Morph const morph;
   EXPECT_EQ(morph.scaleFactor(), 1.0);
   EXPECT_TRUE(morph.affine() == this->Identity());
@@ -86,7 +86,7 @@ TYPED_TEST(VRELMorphTest, TheDefaultIsTheIdentity) {
   EXPECT_FALSE(morph.isMirror());
 }
 
-TYPED_TEST(VRELMorphTest, AScaleAlone) {
+TYPED_TEST(VRELMorphTest, ScaleOnly) {
   typename TypeParam::Morph const morph(3.0);
   EXPECT_EQ(morph.scaleFactor(), 3.0);
   EXPECT_TRUE(morph.isScale());
@@ -97,7 +97,7 @@ TYPED_TEST(VRELMorphTest, AScaleAlone) {
   EXPECT_TRUE(typename TypeParam::Morph(1.0).isIdentity());
 }
 
-TYPED_TEST(VRELMorphTest, ATranslationAlone) {
+TYPED_TEST(VRELMorphTest, TranslationOnly) {
   typename TypeParam::Morph const morph(TypeParam::Make(10.0, 20.0, 30.0));
   EXPECT_FALSE(morph.isScale());
   EXPECT_FALSE(morph.isAffine());
@@ -106,7 +106,7 @@ TYPED_TEST(VRELMorphTest, ATranslationAlone) {
   EXPECT_EQ(this->Image(morph, TypeParam::Make(1.0, 2.0, 3.0), true), this->First(1.0, 2.0, 3.0));
 }
 
-TYPED_TEST(VRELMorphTest, AShortTranslationCountsAsNone) {
+TYPED_TEST(VRELMorphTest, ShortTranslationHasNoEffect) {
   typename TypeParam::Morph const none(TypeParam::Make(5e-7, 0.0, 0.0));
   EXPECT_FALSE(none.isTranslation());
   EXPECT_EQ(this->Image(none, TypeParam::Make(1.0, 2.0, 3.0)), this->First(1.0, 2.0, 3.0));
@@ -114,12 +114,12 @@ TYPED_TEST(VRELMorphTest, AShortTranslationCountsAsNone) {
   EXPECT_FALSE(typename TypeParam::Morph(TypeParam::Make(1e-6, 0.0, 0.0)).isTranslation());
   EXPECT_TRUE(typename TypeParam::Morph(TypeParam::Make(2e-6, 0.0, 0.0)).isTranslation());
   EXPECT_TRUE(typename TypeParam::Morph(TypeParam::Make(notANumber, 0.0, 0.0)).isTranslation());
-  // Not added beside another part either.
+  // Not added if another part has an effect, either.
   typename TypeParam::Morph const doubled(this->Identity(), TypeParam::Make(5e-7, 0.0, 0.0), 2.0);
   EXPECT_EQ(this->Image(doubled, TypeParam::Make(1.0, 2.0, 3.0)), this->First(2.0, 4.0, 6.0));
 }
 
-TYPED_TEST(VRELMorphTest, AllPartsAct) {
+TYPED_TEST(VRELMorphTest, AllPartsHaveEffect) {
   typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
   EXPECT_TRUE(morph.isScale());
   EXPECT_TRUE(morph.isAffine());
@@ -128,7 +128,7 @@ TYPED_TEST(VRELMorphTest, AllPartsAct) {
   EXPECT_EQ(this->Image(morph, TypeParam::Make(1.0, 2.0, 4.0), true), this->First(-6.0, 3.0, 12.0));
 }
 
-TYPED_TEST(VRELMorphTest, CopiesFlagsWithTheNumbers) {
+TYPED_TEST(VRELMorphTest, CopyTakesFlags) {
   typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 1.0 + 1e-12);
   morph.setScale(1.0);
   ASSERT_FALSE(morph.isScale());
@@ -143,7 +143,7 @@ TYPED_TEST(VRELMorphTest, CopiesFlagsWithTheNumbers) {
   EXPECT_TRUE(assigned.isEqual(morph));
 }
 
-TYPED_TEST(VRELMorphTest, FixMorphFlagsTakesTheScaleExactly) {
+TYPED_TEST(VRELMorphTest, FixMorphFlagsComparesScaleExactly) {
   typename TypeParam::Morph morph(1.0 + 1e-12);
   EXPECT_TRUE(morph.isScale());
   morph.setScale(1.0);
@@ -153,7 +153,7 @@ TYPED_TEST(VRELMorphTest, FixMorphFlagsTakesTheScaleExactly) {
   EXPECT_TRUE(morph.isScale());
 }
 
-TYPED_TEST(VRELMorphTest, TheWeakTestOfTheIdentityDecides) {
+TYPED_TEST(VRELMorphTest, FixMorphFlagsUsesIsIdentity) {
   typename TypeParam::Affine almost = this->Identity();
   if (almost.GetDimension() == 3) {
     almost.SetElement(0, 1, 0.5);
@@ -173,7 +173,7 @@ TYPED_TEST(VRELMorphTest, SetToIdentity) {
   EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph()));
 }
 
-TYPED_TEST(VRELMorphTest, ReferencesGoToTheMembers) {
+TYPED_TEST(VRELMorphTest, AccessorsReturnMembers) {
   typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
   VRELMorph const& base = morph;
   EXPECT_EQ(&base.GetTranslation(), &morph.translation());
@@ -182,7 +182,7 @@ TYPED_TEST(VRELMorphTest, ReferencesGoToTheMembers) {
   EXPECT_TRUE(base.GetAffine() == this->Turn());
 }
 
-TYPED_TEST(VRELMorphTest, MirrorsByTheSignOfTheDeterminant) {
+TYPED_TEST(VRELMorphTest, IsMirrorTestsDeterminant) {
   typename TypeParam::Affine affine = this->Identity();
   affine.SetElement(0, 0, -1.0);
   typename TypeParam::Morph const mirror(affine, typename TypeParam::Point(), 1.0);
@@ -192,7 +192,7 @@ TYPED_TEST(VRELMorphTest, MirrorsByTheSignOfTheDeterminant) {
   EXPECT_TRUE(PollsAbort([&] { (void)mirror.isMirror(); }));
 }
 
-TYPED_TEST(VRELMorphTest, TheInverseGoesBack) {
+TYPED_TEST(VRELMorphTest, InverseUndoes) {
   typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
   auto const back = morph.inverse();
   static_assert(std::is_same_v<decltype(back), typename TypeParam::Morph const>);
@@ -205,7 +205,7 @@ TYPED_TEST(VRELMorphTest, TheInverseGoesBack) {
   EXPECT_TRUE(back.multiply(morph).isIdentity());
 }
 
-TYPED_TEST(VRELMorphTest, TheInverseOfAScaledTranslation) {
+TYPED_TEST(VRELMorphTest, InverseOfScaledTranslation) {
   typename TypeParam::Morph const morph(this->Identity(), TypeParam::Make(2.0, 4.0, 6.0), 2.0);
   typename TypeParam::Morph out;
   morph.Inverse(out);
@@ -216,7 +216,7 @@ TYPED_TEST(VRELMorphTest, TheInverseOfAScaledTranslation) {
   EXPECT_TRUE(out.isTranslation());
 }
 
-TYPED_TEST(VRELMorphTest, TheInverseTakesTheMatrixToBeOrthogonal) {
+TYPED_TEST(VRELMorphTest, InverseTransposesMatrix) {
   typename TypeParam::Affine affine = this->Identity();
   affine.SetElement(0, 1, 5.0);
   typename TypeParam::Morph const sheared(affine, typename TypeParam::Point(), 1.0);
@@ -225,7 +225,7 @@ TYPED_TEST(VRELMorphTest, TheInverseTakesTheMatrixToBeOrthogonal) {
   EXPECT_EQ(back.affine().GetElement(0, 1), 0.0);
 }
 
-TYPED_TEST(VRELMorphTest, NewMorphsComeOfTheVirtualOperations) {
+TYPED_TEST(VRELMorphTest, NewMorphsUseVirtualOperations) {
   class Own : public TypeParam::Morph {
    public:
     void Inverse(VRELMorph& out) const override { out.setScale(5.0); }
@@ -236,22 +236,22 @@ TYPED_TEST(VRELMorphTest, NewMorphsComeOfTheVirtualOperations) {
   EXPECT_EQ(morph.multiply(morph).scaleFactor(), 7.0);
 }
 
-TYPED_TEST(VRELMorphTest, AMorphInvertsInPlace) {
+TYPED_TEST(VRELMorphTest, InverseInPlace) {
   typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
   auto const expected = morph.inverse();
   morph.Inverse(morph);
   EXPECT_TRUE(morph.isEqual(expected));
 }
 
-TYPED_TEST(VRELMorphTest, TheInverseOfAScaleOfZeroIsInfinite) {
+TYPED_TEST(VRELMorphTest, InverseOfZeroScaleIsInfinite) {
   typename TypeParam::Morph const morph(this->Identity(), TypeParam::Make(2.0, -4.0, 6.0), 0.0);
   auto const back = morph.inverse();
   EXPECT_EQ(back.scaleFactor(), infinity);
-  // What is not a number comes of the zeros in the matrix.
+  // The NaN results from infinity times the zeros in the matrix.
   for (double coordinate : Coordinates(back.translation())) EXPECT_FALSE(std::isfinite(coordinate));
 }
 
-TYPED_TEST(VRELMorphTest, EqualityHasItsTolerances) {
+TYPED_TEST(VRELMorphTest, IsEqualUsesTolerances) {
   auto const point = TypeParam::Make(10.0, 20.0, 30.0);
   typename TypeParam::Morph const morph(this->Turn(), point, 2.0);
   EXPECT_TRUE(morph.isEqual(morph));
@@ -266,7 +266,7 @@ TYPED_TEST(VRELMorphTest, EqualityHasItsTolerances) {
   EXPECT_FALSE(morph.isEqual(typename TypeParam::Morph(affine, point, 2.0)));
 }
 
-TYPED_TEST(VRELMorphTest, AMorphOfAnotherDimensionIsLeftAlone) {
+TYPED_TEST(VRELMorphTest, OtherDimensionIsUnchanged) {
   using Other = std::conditional_t<std::is_same_v<TypeParam, Flat>, VRELMorph3D, VRELMorph2D>;
   typename TypeParam::Morph morph(3.0);
   Other other(5.0);
@@ -280,7 +280,7 @@ TYPED_TEST(VRELMorphTest, AMorphOfAnotherDimensionIsLeftAlone) {
   EXPECT_FALSE(morph.isEqual(Other(3.0)));
 }
 
-TYPED_TEST(VRELMorphTest, WritesABlock) {
+TYPED_TEST(VRELMorphTest, WritesBlock) {
   typename TypeParam::Morph const morph(TypeParam::Make(1.0, 2.0, 3.0));
   std::string const text = TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter formatter(stream);

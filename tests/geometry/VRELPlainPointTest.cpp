@@ -1,4 +1,4 @@
-// What VRELPoint2D and VRELPoint3D promise alike; each has a test of its own for the rest.
+// Tests what VRELPoint2D and VRELPoint3D have in common.
 #include "detail/VRELPlainPoint.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ VRELPoint3D Make(double x, double y, double z) {
 template <class Point>
 class VRELPlainPointTest : public testing::Test {
  protected:
-  // As many of the values as the point has coordinates.
+  // Returns as many of the values as the point has coordinates.
   static Values First(double x, double y, double z) {
     Values values{x, y, z};
     values.resize(static_cast<std::size_t>(Point().GetDimension()));
@@ -39,11 +39,11 @@ class VRELPlainPointTest : public testing::Test {
 using Points = testing::Types<VRELPoint2D, VRELPoint3D>;
 TYPED_TEST_SUITE(VRELPlainPointTest, Points, );
 
-TYPED_TEST(VRELPlainPointTest, StartsAtZero) {
+TYPED_TEST(VRELPlainPointTest, DefaultIsZero) {
   EXPECT_EQ(Coordinates(TypeParam()), this->First(0.0, 0.0, 0.0));
 }
 
-TYPED_TEST(VRELPlainPointTest, CopiesItsCoordinates) {
+TYPED_TEST(VRELPlainPointTest, CopyIsDeep) {
   auto const p = Make<TypeParam>(1.0, 2.0, 3.0);
   TypeParam const copy(p);
   EXPECT_EQ(Coordinates(copy), this->First(1.0, 2.0, 3.0));
@@ -56,7 +56,7 @@ TYPED_TEST(VRELPlainPointTest, CopiesItsCoordinates) {
   EXPECT_EQ(heap->GetReferenceCount(), 0U);
 }
 
-TYPED_TEST(VRELPlainPointTest, ChangesInPlace) {
+TYPED_TEST(VRELPlainPointTest, CompoundAssignment) {
   auto p = Make<TypeParam>(1.0, 2.0, 3.0);
   auto const q = Make<TypeParam>(10.0, 20.0, 30.0);
   EXPECT_EQ(&(p += q), &p);
@@ -73,7 +73,7 @@ TYPED_TEST(VRELPlainPointTest, ChangesInPlace) {
   EXPECT_EQ(Coordinates(p), this->First(21.0, 42.0, 63.0));
 }
 
-TYPED_TEST(VRELPlainPointTest, MakesNewPoints) {
+TYPED_TEST(VRELPlainPointTest, OperatorsReturnNewPoints) {
   auto const p = Make<TypeParam>(1.0, 2.0, 3.0);
   auto const q = Make<TypeParam>(10.0, 20.0, 30.0);
   EXPECT_EQ(Coordinates(p + q), this->First(11.0, 22.0, 33.0));
@@ -85,19 +85,19 @@ TYPED_TEST(VRELPlainPointTest, MakesNewPoints) {
   EXPECT_EQ(Coordinates(p), this->First(1.0, 2.0, 3.0));
 }
 
-TYPED_TEST(VRELPlainPointTest, DivisionByExactlyZeroDoesNothing) {
+TYPED_TEST(VRELPlainPointTest, DivisionByZeroDoesNothing) {
   auto p = Make<TypeParam>(1.0, 2.0, 3.0);
   EXPECT_EQ(Coordinates(p / 0.0), this->First(1.0, 2.0, 3.0));
   p /= -0.0;
   EXPECT_EQ(Coordinates(p), this->First(1.0, 2.0, 3.0));
 }
 
-TYPED_TEST(VRELPlainPointTest, DividesAndDoesNotMultiplyByTheInverse) {
+TYPED_TEST(VRELPlainPointTest, DivisionIsExact) {
   auto const third = Make<TypeParam>(49.0, 49.0, 49.0) / 49.0;
-  EXPECT_EQ(third[0], 1.0);  // 49 * (1 / 49) is one place below 1
+  EXPECT_EQ(third[0], 1.0);  // 49 * (1 / 49) is one unit in the last place below 1
 }
 
-TYPED_TEST(VRELPlainPointTest, TheScalarProduct) {
+TYPED_TEST(VRELPlainPointTest, ScalarProduct) {
   double const expected = TypeParam().GetDimension() == 2 ? 50.0 : 140.0;
   EXPECT_EQ(Make<TypeParam>(1.0, 2.0, 3.0) * Make<TypeParam>(10.0, 20.0, 30.0), expected);
 }
@@ -106,13 +106,13 @@ TYPED_TEST(VRELPlainPointTest, NormalizeHasNoTolerance) {
   EXPECT_EQ(Coordinates(Make<TypeParam>(0.0, -4.0, 0.0).Normalize()), this->First(0.0, -1.0, 0.0));
   EXPECT_EQ(Coordinates(Make<TypeParam>(1e-150, 0.0, 0.0).Normalize()), this->First(1.0, 0.0, 0.0));
   EXPECT_EQ(Coordinates(TypeParam().Normalize()), this->First(0.0, 0.0, 0.0));
-  // The square vanishes, so that the length is exactly 0.
+  // The square underflows, so that the length is exactly 0.
   EXPECT_EQ(Coordinates(Make<TypeParam>(1e-200, 0.0, 0.0).Normalize()), this->First(1e-200, 0.0, 0.0));
   EXPECT_TRUE(std::isnan(Make<TypeParam>(infinity, 0.0, 0.0).Normalize()[0]));
   EXPECT_TRUE(std::isnan(Make<TypeParam>(notANumber, 1.0, 0.0).Normalize()[1]));
 }
 
-TYPED_TEST(VRELPlainPointTest, AnyPointHasAPerpendicularUnitVector) {
+TYPED_TEST(VRELPlainPointTest, OrthogonalizeIsPerpendicularUnit) {
   std::mt19937 random(81);
   std::uniform_real_distribution<double> uniform(-100.0, 100.0);
   for (int round = 0; round < 2000; ++round) {

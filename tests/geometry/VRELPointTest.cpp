@@ -23,7 +23,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-TEST(VRELPointTest, StartsAtZeroWithTheDimensionGiven) {
+TEST(VRELPointTest, ConstructorZeroesCoordinates) {
   for (int dimension : {2, 3}) {
     VRELPoint const point(dimension);
     EXPECT_EQ(point.GetDimension(), dimension);
@@ -32,14 +32,14 @@ TEST(VRELPointTest, StartsAtZeroWithTheDimensionGiven) {
   }
 }
 
-TEST(VRELPointTest, AnotherDimensionCountsAsTheNearerOne) {
+TEST(VRELPointTest, DimensionIsClamped) {
   EXPECT_EQ(VRELPoint(INT_MIN).GetDimension(), 2);
   EXPECT_EQ(VRELPoint(1).GetDimension(), 2);
   EXPECT_EQ(VRELPoint(4).GetDimension(), 3);
   EXPECT_EQ(VRELPoint(INT_MAX).GetDimension(), 3);
 }
 
-TEST(VRELPointTest, IndexesClamp) {
+TEST(VRELPointTest, IndexIsClamped) {
   VRELPoint3D p(1.0, 2.0, 3.0);
   VRELPoint3D const& constant = p;
   VRELPoint2D flat(1.0, 2.0);
@@ -59,7 +59,7 @@ TEST(VRELPointTest, IndexesClamp) {
   EXPECT_EQ(Coordinates(p), (Values{1.0, 7.0, 3.0}));
 }
 
-TEST(VRELPointTest, VirtualOperationsHaveTheirSlots) {
+TEST(VRELPointTest, VirtualSlots) {
   double& (VRELPoint::*const change)(int) = &VRELPoint::operator[];
   double (VRELPoint::*const read)(int) const = &VRELPoint::operator[];
   EXPECT_EQ(SlotOf(change), 5U);
@@ -74,11 +74,11 @@ TEST(VRELPointTest, VirtualOperationsHaveTheirSlots) {
   EXPECT_EQ(SlotOf(&VRELPoint::Dump), 14U);
 }
 
-TEST(VRELPointTest, AssignmentReadsTheSourceByItsIndexOperator) {
+TEST(VRELPointTest, AssignmentReadsByIndexOperator) {
   VRELPoint target(3);
   target = VRELPoint3D(1.0, 2.0, 3.0);
   EXPECT_EQ(Coordinates(target), (Values{1.0, 2.0, 3.0}));
-  // A 2D point has no z: its y stands there.
+  // A 2D point has no z; its y is used.
   EXPECT_EQ(&(target = VRELPoint2D(4.0, 5.0)), &target);
   EXPECT_EQ(Coordinates(target), (Values{4.0, 5.0, 5.0}));
   EXPECT_EQ(target.GetDimension(), 3);
@@ -88,7 +88,7 @@ TEST(VRELPointTest, AssignmentReadsTheSourceByItsIndexOperator) {
   EXPECT_EQ(flat.GetDimension(), 2);
 }
 
-TEST(VRELPointTest, AssignmentForgetsHandles) {
+TEST(VRELPointTest, AssignmentZeroesReferenceCount) {
   auto* const shared = new VRELPoint3D(1.0, 2.0, 3.0);
   VRELPoint3DHandle const first(shared);
   VRELPoint3DHandle second(first);
@@ -103,7 +103,7 @@ TEST(VRELPointTest, AssignmentForgetsHandles) {
   shared->RaiseReference();
 }
 
-TEST(VRELPointTest, ACopyStartsUncounted) {
+TEST(VRELPointTest, CopyHasReferenceCountZero) {
   VRELPoint3D p(1.0, 2.0, 3.0);
   p.RaiseReference();
   VRELPoint const copy(p);
@@ -111,17 +111,17 @@ TEST(VRELPointTest, ACopyStartsUncounted) {
   EXPECT_EQ(Coordinates(copy), (Values{1.0, 2.0, 3.0}));
 }
 
-TEST(VRELPointTest, LengthIsTheEuclideanNormOfItsDimension) {
+TEST(VRELPointTest, LengthIsEuclideanNorm) {
   EXPECT_EQ(VRELPoint3D(2.0, -3.0, 6.0).Length(), 7.0);
   EXPECT_EQ(VRELPoint2D(3.0, -4.0).Length(), 5.0);
   EXPECT_EQ(VRELPoint(3).Length(), 0.0);
   EXPECT_EQ(VRELPoint3D(-infinity, 0.0, 0.0).Length(), infinity);
   EXPECT_TRUE(std::isnan(VRELPoint3D(1.0, notANumber, 0.0).Length()));
-  // The squares of what is that small vanish.
+  // The squares underflow.
   EXPECT_EQ(VRELPoint3D(1e-200, 0.0, 0.0).Length(), 0.0);
 }
 
-TEST(VRELPointTest, ArithmeticThroughTheBase) {
+TEST(VRELPointTest, ArithmeticThroughBase) {
   VRELPoint3D p(1.0, 2.0, 3.0);
   VRELPoint& base = p;
   base.Add(VRELPoint3D(10.0, 20.0, 30.0));
@@ -138,7 +138,7 @@ TEST(VRELPointTest, ArithmeticThroughTheBase) {
   EXPECT_EQ(Coordinates(p), (Values{0.0, 0.0, 0.0}));
 }
 
-TEST(VRELPointTest, DivisionByExactlyZeroDoesNothing) {
+TEST(VRELPointTest, DivideByZeroDoesNothing) {
   VRELPoint2D p(1.0, 2.0);
   p.Divide(0.0);
   EXPECT_EQ(Coordinates(p), (Values{1.0, 2.0}));
@@ -148,7 +148,7 @@ TEST(VRELPointTest, DivisionByExactlyZeroDoesNothing) {
   EXPECT_EQ(Coordinates(p), (Values{infinity, infinity}));
 }
 
-TEST(VRELPointTest, NegateMultipliesVirtually) {
+TEST(VRELPointTest, NegateCallsVirtualMultiply) {
   class Counting : public VRELPoint3D {
    public:
     void Multiply(double factor) override { seen = factor; }
@@ -159,7 +159,7 @@ TEST(VRELPointTest, NegateMultipliesVirtually) {
   EXPECT_EQ(point.seen, -1.0);
 }
 
-TEST(VRELPointTest, CopyInFillsTheTarget) {
+TEST(VRELPointTest, CopyInCopiesCoordinates) {
   VRELPoint3D target;
   VRELPoint3D(1.0, 2.0, 3.0).CopyIn(target);
   EXPECT_EQ(Coordinates(target), (Values{1.0, 2.0, 3.0}));
@@ -168,7 +168,7 @@ TEST(VRELPointTest, CopyInFillsTheTarget) {
   EXPECT_EQ(Coordinates(flat), (Values{4.0, 5.0}));
 }
 
-TEST(VRELPointTest, APointOfAnotherDimensionCountsByItsLastCoordinate) {
+TEST(VRELPointTest, OtherDimensionRepeatsLastCoordinate) {
   VRELPoint3D p(1.0, 1.0, 1.0);
   p.Add(VRELPoint2D(10.0, 20.0));
   EXPECT_EQ(Coordinates(p), (Values{11.0, 21.0, 21.0}));
@@ -192,7 +192,7 @@ TEST(VRELPointTest, DistanceIsEuclidean) {
   EXPECT_EQ(VRELPoint2D(1.0, 2.0).DistanceTo(VRELPoint2D(4.0, 6.0)), 5.0);
 }
 
-TEST(VRELPointTest, EqualToTheToleranceIsWithin) {
+TEST(VRELPointTest, ToleranceIsInclusive) {
   VRELPoint3D const p(1.0, 2.0, 3.0);
   for (int i = 0; i < 3; ++i) {
     VRELPoint3D other(p);
@@ -206,7 +206,7 @@ TEST(VRELPointTest, EqualToTheToleranceIsWithin) {
   }
 }
 
-TEST(VRELPointTest, EachCoordinateHasItsTolerance) {
+TEST(VRELPointTest, ToleranceForEachCoordinate) {
   VRELPoint3D const p(1.0, 2.0, 3.0);
   VRELPoint3D const other(1.5, 1.75, 3.125);
   EXPECT_TRUE(p.IsWithinTolerance(other, VRELPoint3D(0.5, -0.25, 0.125)));
@@ -216,14 +216,14 @@ TEST(VRELPointTest, EachCoordinateHasItsTolerance) {
   EXPECT_TRUE(VRELPoint2D(1.0, 2.0).IsWithinTolerance(VRELPoint2D(1.5, 2.0), VRELPoint2D(0.5, 0.0)));
 }
 
-TEST(VRELPointTest, WhatIsNotANumberIsWithinEachTolerance) {
+TEST(VRELPointTest, NaNIsWithinTolerance) {
   VRELPoint3D const p(notANumber, 2.0, 3.0);
   EXPECT_TRUE(p.IsWithinTolerance(VRELPoint3D(1.0, 2.0, 3.0), 0.0));
   EXPECT_FALSE(p.IsWithinTolerance(VRELPoint3D(1.0, 2.0, 4.0), 0.0));
   EXPECT_TRUE(VRELPoint3D().IsWithinTolerance(VRELPoint3D(5.0, 0.0, 0.0), notANumber));
 }
 
-TEST(VRELPointTest, CheckedOperationsPollForAnAbort) {
+TEST(VRELPointTest, CheckedOperationsPollAbort) {
   VRELPoint3D p(1.0, 2.0, 3.0);
   VRELPoint3D const q(4.0, 5.0, 6.0);
   EXPECT_TRUE(PollsAbort([&] { p.Add(q); }));
@@ -235,7 +235,7 @@ TEST(VRELPointTest, CheckedOperationsPollForAnAbort) {
   EXPECT_EQ(Coordinates(p), (Values{1.0, 2.0, 3.0}));
 }
 
-TEST(VRELPointTest, UncheckedOperationsDoNot) {
+TEST(VRELPointTest, UncheckedOperationsDoNotPoll) {
   VRELPoint3D p(1.0, 2.0, 3.0);
   EXPECT_FALSE(PollsAbort([&] {
     p = VRELPoint3D(2.0, 4.0, 6.0);
@@ -252,7 +252,7 @@ TEST(VRELPointTest, UncheckedOperationsDoNot) {
   }));
 }
 
-TEST(VRELPointTest, DumpWritesEachNumberAndASpace) {
+TEST(VRELPointTest, DumpWritesNumbersAndSpaces) {
   auto const dumped = [](VRELPoint const& point) {
     return TextOf([&](VRELOutputStream* stream) {
       VRELStreamFormatter formatter(stream);
@@ -264,7 +264,7 @@ TEST(VRELPointTest, DumpWritesEachNumberAndASpace) {
   EXPECT_EQ(dumped(VRELWeightPoint3D(VRELPoint3D(1.0, 2.0, 3.0), 0.5, false)), "1.000000 2.000000 3.000000 0.500000 ");
 }
 
-TEST(VRELPointTest, DumpWritesTheSpaceObjectOfTheFormatter) {
+TEST(VRELPointTest, DumpUsesSpaceOfFormatter) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter formatter(stream);
     formatter.space() = new VRELStreamFormatter::VRELStreamFormatterObject("|");
@@ -273,7 +273,7 @@ TEST(VRELPointTest, DumpWritesTheSpaceObjectOfTheFormatter) {
   EXPECT_EQ(text, "1.000000|2.000000|");
 }
 
-TEST(VRELPointTest, HandlesHoldAndRelease) {
+TEST(VRELPointTest, HandlesCountReferences) {
   class Watched : public VRELPoint3D {
    public:
     explicit Watched(bool& flag) : gone(flag) {}
@@ -299,9 +299,31 @@ TEST(VRELPointTest, HandlesHoldAndRelease) {
   EXPECT_TRUE(isGone);
   VRELPoint2DHandle const flat(new VRELPoint2D(3.0, 4.0));
   EXPECT_EQ(flat->Length(), 5.0);
-  VRELPoint2D* const held = flat;
-  EXPECT_EQ((*held)[1], 4.0);
+  VRELPoint2D* const pointer = flat;
+  EXPECT_EQ((*pointer)[1], 4.0);
   EXPECT_FALSE(VRELPointHandle().IsValid());
+}
+
+TEST(VRELPointTest, CopyFromCopiesCoordinatesOfAnyKind) {
+  VRELPointHandle handle(new VRELPoint3D(1.0, 2.0, 3.0));
+  handle->CopyFrom(VRELPoint2D(5.0, 6.0));
+  EXPECT_EQ(Coordinates(*handle), (Values{5.0, 6.0, 6.0}));
+  EXPECT_EQ(handle->GetReferenceCount(), 1U);
+
+  VRELPointHandle weighted(new VRELWeightPoint3D(7.0));
+  weighted->CopyFrom(VRELPoint3D(1.0, 2.0, 3.0));
+  EXPECT_EQ(Coordinates(*weighted, 4), (Values{1.0, 2.0, 3.0, 7.0}));
+  weighted->CopyFrom(VRELWeightPoint3D(VRELPoint3D(4.0, 5.0, 6.0), 2.0, false));
+  EXPECT_EQ(Coordinates(*weighted, 4), (Values{4.0, 5.0, 6.0, 2.0}));
+  EXPECT_EQ(weighted->GetReferenceCount(), 1U);
+}
+
+TEST(VRELPointTest, IteratesOverCoordinates) {
+  VRELPoint2D const flat(3.0, 4.0);
+  EXPECT_EQ(Values(flat.begin(), flat.end()), (Values{3.0, 4.0}));
+  double sum = 0.0;
+  for (double coordinate : VRELWeightPoint3D(VRELPoint3D(1.0, 2.0, 4.0), 9.0, false)) sum += coordinate;
+  EXPECT_EQ(sum, 7.0);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ TEST(VRELPointfTest, IsThreeFloats) {
   EXPECT_EQ(Floats(VRELPointOf), (FloatValues{0.0F, 0.0F, 0.0F}));
 }
 
-TEST(VRELPointfTest, TakesAndGivesThreeFloats) {
+TEST(VRELPointfTest, ConstructorAndGetValue) {
   float const in[] = {1.0F, 2.0F, 3.0F};
   VRELPointf const p(in);
   EXPECT_EQ(Floats(p), (FloatValues{1.0F, 2.0F, 3.0F}));
@@ -30,13 +30,13 @@ TEST(VRELPointfTest, TakesAndGivesThreeFloats) {
   EXPECT_EQ(FloatValues(out, out + 4), (FloatValues{1.0F, 2.0F, 3.0F, 99.0F}));
 }
 
-TEST(VRELPointfTest, NullIsTheOriginAndIsNotWritten) {
+TEST(VRELPointfTest, NullIsOrigin) {
   VRELPointf const p(static_cast<float const*>(nullptr));
   EXPECT_EQ(Floats(p), (FloatValues{0.0F, 0.0F, 0.0F}));
   p.GetValue(nullptr);
 }
 
-TEST(VRELPointfTest, PointsAndVectorsAdd) {
+TEST(VRELPointfTest, SumsOfPointsAndVectors) {
   VRELPointf const p(1.0F, 2.0F, 3.0F);
   VRELVectorf const v(10.0F, 20.0F, 30.0F);
   EXPECT_EQ(Floats(p + v), (FloatValues{11.0F, 22.0F, 33.0F}));
@@ -45,7 +45,7 @@ TEST(VRELPointfTest, PointsAndVectorsAdd) {
   EXPECT_EQ(Floats(difference), (FloatValues{0.5F, -2.0F, 4.0F}));
 }
 
-TEST(VRELPointfTest, EqualityWantsAnEqualXAndDifferentYAndZ) {
+TEST(VRELPointfTest, EqualityNeedsEqualXAndDifferentYZ) {
   VRELPointf const p(1.0F, 2.0F, 3.0F);
   EXPECT_FALSE(p == p);
   EXPECT_FALSE(p == VRELPointf(1.0F, 2.0F, 3.0F));
@@ -64,13 +64,21 @@ TEST(VRELPointfTest, Distances) {
   EXPECT_TRUE(std::isinf(p.DistanceTo(VRELPointf(1e30F, 0.0F, 0.0F))));
 }
 
-TEST(VRELPointfTest, MinimumAndMaximumReplaceEachCoordinate) {
+TEST(VRELPointfTest, MinimumAndMaximum) {
   VRELPointf low(1.0F, 5.0F, 3.0F);
   VRELPointf high(low);
   low.GetMinimum(VRELPointf(2.0F, 4.0F, 3.0F));
   high.GetMaximum(VRELPointf(2.0F, 4.0F, 3.5F));
   EXPECT_EQ(Floats(low), (FloatValues{1.0F, 4.0F, 3.0F}));
   EXPECT_EQ(Floats(high), (FloatValues{2.0F, 5.0F, 3.5F}));
+}
+
+TEST(VRELPointfTest, IsEqualComparesAllCoordinates) {
+  VRELPointf const point(1.0F, 2.0F, 3.0F);
+  EXPECT_TRUE(point.IsEqual(point));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(1.0F, 2.0F, 4.0F)));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(1.0F, 5.0F, 3.0F)));
+  EXPECT_FALSE(point.IsEqual(VRELPointf(0.0F, 2.0F, 3.0F)));
 }
 
 }  // namespace

@@ -22,14 +22,14 @@ TEST(VRELVectorfTest, IsThreeFloats) {
   EXPECT_EQ(Floats(VRELVectorf()), (FloatValues{0.0F, 0.0F, 0.0F}));
 }
 
-TEST(VRELVectorfTest, TheConstants) {
+TEST(VRELVectorfTest, Constants) {
   EXPECT_EQ(Floats(VRELNullVectorf), (FloatValues{0.0F, 0.0F, 0.0F}));
   EXPECT_EQ(Floats(VRELVectorIf), (FloatValues{1.0F, 0.0F, 0.0F}));
   EXPECT_EQ(Floats(VRELVectorJf), (FloatValues{0.0F, 1.0F, 0.0F}));
   EXPECT_EQ(Floats(VRELVectorKf), (FloatValues{0.0F, 0.0F, 1.0F}));
 }
 
-TEST(VRELVectorfTest, IsMadeInFiveWays) {
+TEST(VRELVectorfTest, Constructors) {
   float const in[] = {1.0F, 2.0F, 3.0F};
   EXPECT_EQ(Floats(VRELVectorf(1.0F, 2.0F, 3.0F)), (FloatValues{1.0F, 2.0F, 3.0F}));
   EXPECT_EQ(Floats(VRELVectorf(in)), (FloatValues{1.0F, 2.0F, 3.0F}));
@@ -39,7 +39,7 @@ TEST(VRELVectorfTest, IsMadeInFiveWays) {
   EXPECT_EQ(Floats(VRELVectorf(VRELDirectionf(0.0F, -5.0F, 0.0F))), (FloatValues{0.0F, -1.0F, 0.0F}));
 }
 
-TEST(VRELVectorfTest, CoordinatesGoInAndOut) {
+TEST(VRELVectorfTest, CoordinatesRoundTrip) {
   VRELVectorf v;
   v.SetCoord(1.0F, 2.0F, 3.0F);
   float x = 0.0F;
@@ -64,31 +64,31 @@ TEST(VRELVectorfTest, Arithmetic) {
   EXPECT_TRUE(std::isinf((v / 0.0F).X()));
 }
 
-TEST(VRELVectorfTest, TheScalarProductIsSummedInSinglePrecisionSteps) {
-  // 1e8 + 1 is 1e8 in floats, so that nothing is left.
+TEST(VRELVectorfTest, ScalarProductRoundsToFloat) {
+  // 1e8 + 1 is 1e8 in floats, so that the sum is 0.
   EXPECT_EQ(VRELVectorf(1e4F, 1.0F, 1e4F) * VRELVectorf(1e4F, 1.0F, -1e4F), 0.0F);
 }
 
-TEST(VRELVectorfTest, TheVectorProductIsTakenInSinglePrecisionSteps) {
+TEST(VRELVectorfTest, VectorProductRoundsToFloat) {
   // 10001 * 10001 is 100020000 in floats, as 10000 * 10002 is.
   EXPECT_EQ((VRELVectorf(0.0F, 10001.0F, 10000.0F) ^ VRELVectorf(0.0F, 10002.0F, 10001.0F)).X(), 0.0F);
 }
 
-TEST(VRELVectorfTest, NormIsTheEuclideanLength) {
+TEST(VRELVectorfTest, NormIsEuclideanLength) {
   EXPECT_EQ(VRELVectorf(2.0F, -3.0F, 6.0F).Norm(), 7.0F);
   EXPECT_EQ(VRELNullVectorf.Norm(), 0.0F);
   EXPECT_TRUE(std::isinf(VRELVectorf(1e30F, 0.0F, 0.0F).Norm()));
   EXPECT_EQ(VRELVectorf(1e-30F, 0.0F, 0.0F).Norm(), 0.0F);
 }
 
-TEST(VRELVectorfTest, RootsAreTakenInFloats) {
+TEST(VRELVectorfTest, SquareRootsRoundToFloat) {
   EXPECT_EQ(VRELSqrtf(2.0F), 1.41421356F);
   EXPECT_EQ(VRELInvSqrtf(4.0F), 0.5F);
   EXPECT_TRUE(std::isinf(VRELInvSqrtf(0.0F)));
   EXPECT_TRUE(std::isnan(VRELSqrtf(-1.0F)));
 }
 
-TEST(VRELVectorfTest, NormalizeMakesTheLengthOne) {
+TEST(VRELVectorfTest, NormalizeSetsLengthOne) {
   VRELVectorf v(0.0F, 0.0F, -4.0F);
   v.Normalize();
   EXPECT_EQ(Floats(v), (FloatValues{0.0F, 0.0F, -1.0F}));
@@ -101,19 +101,19 @@ TEST(VRELVectorfTest, NormalizeMakesTheLengthOne) {
   }
 }
 
-TEST(VRELVectorfTest, NormalizeMultipliesByTheInverseRoot) {
+TEST(VRELVectorfTest, NormalizeMultipliesByReciprocal) {
   VRELVectorf v(7.0F, 1.0F, 0.0F);
   v.Normalize();
-  EXPECT_EQ(v.X(), 0.989949524F);  // 7 divided by the root is 0.989949465
+  EXPECT_EQ(v.X(), 0.989949524F);  // 7 divided by the square root is 0.989949465
   EXPECT_EQ(VRELDirectionf(7.0F, 1.0F, 0.0F).X(), 0.989949524F);
 }
 
-TEST(VRELVectorfTest, WhatHasNoLengthNormalizesToTheXAxis) {
+TEST(VRELVectorfTest, NormalizeOfZeroIsXAxis) {
   FloatValues const xAxis{1.0F, 0.0F, 0.0F};
   VRELVectorf zero;
   zero.Normalize();
   EXPECT_EQ(Floats(zero), xAxis);
-  // The squared length is compared with the float nearest to 1e-14, which still counts as none.
+  // The squared length is compared with the float nearest to 1e-14, which is still taken as 0.
   float const limit = 1e-14F;
   float const root = 1e-7F;
   VRELVectorf shorter(0.0F, root, 0.0F);
@@ -126,18 +126,18 @@ TEST(VRELVectorfTest, WhatHasNoLengthNormalizesToTheXAxis) {
   EXPECT_EQ(longer.X(), 0.0F);
 }
 
-TEST(VRELVectorfTest, WhatIsNotANumberStaysSo) {
+TEST(VRELVectorfTest, NormalizeKeepsNaN) {
   VRELVectorf v(std::nanf(""), 1.0F, 0.0F);
   v.Normalize();
   EXPECT_TRUE(std::isnan(v.X()));
   EXPECT_TRUE(std::isnan(v.Y()));
-  // A length that overflows leaves nothing.
+  // An overflow of the length results in the zero vector.
   VRELVectorf huge(1e30F, 0.0F, 0.0F);
   huge.Normalize();
   EXPECT_EQ(Floats(huge), (FloatValues{0.0F, 0.0F, 0.0F}));
 }
 
-TEST(VRELVectorfTest, TheAngleLiesInHalfATurn) {
+TEST(VRELVectorfTest, AngleIsFromZeroToPi) {
   VRELVectorf const x(2.0F, 0.0F, 0.0F);
   EXPECT_EQ(x.AngleTo(x), 0.0);
   EXPECT_EQ(x.AngleTo(VRELVectorf(5.0F, 0.0F, 0.0F)), 0.0);
@@ -147,14 +147,14 @@ TEST(VRELVectorfTest, TheAngleLiesInHalfATurn) {
   EXPECT_NEAR(x.AngleTo(VRELVectorf(-1.0F, 0.0F, 0.0F)), VRELPI, 1e-7);
 }
 
-TEST(VRELVectorfTest, TheAngleToWhatHasNoLengthIsZero) {
+TEST(VRELVectorfTest, AngleToZeroVectorIsZero) {
   VRELVectorf const x(2.0F, 0.0F, 0.0F);
   EXPECT_EQ(x.AngleTo(VRELNullVectorf), 0.0);
   EXPECT_EQ(VRELNullVectorf.AngleTo(x), 0.0);
   EXPECT_EQ(x.AngleTo(VRELNullVectorf, VRELVectorKf), 0.0);
   EXPECT_EQ(VRELNullVectorf.AngleTo(x, -VRELVectorKf), 0.0);
   EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-15F, 0.0F)), 0.0);
-  // The limit itself counts as no length, the next float does not.
+  // The limit itself is taken as 0, the next float is not.
   VRELVectorf const shortest(0.0F, std::nextafter(1e-14F, 1.0F), 0.0F);
   EXPECT_EQ(x.AngleTo(VRELVectorf(0.0F, 1e-14F, 0.0F)), 0.0);
   EXPECT_EQ(VRELVectorf(0.0F, 1e-14F, 0.0F).AngleTo(x), 0.0);
@@ -164,7 +164,7 @@ TEST(VRELVectorfTest, TheAngleToWhatHasNoLengthIsZero) {
   EXPECT_NEAR(x.AngleTo(VRELVectorf(0.0F, 1e-13F, 0.0F)), VRELPIBY2, 1e-7);
 }
 
-TEST(VRELVectorfTest, TheAngleAroundAReferenceLiesInAWholeTurn) {
+TEST(VRELVectorfTest, AngleAboutReferenceIsUpToTwoPi) {
   VRELVectorf const up(0.0F, 0.0F, 2.0F);
   for (int degrees = 5; degrees < 360; degrees += 10) {
     SCOPED_TRACE(degrees);

@@ -13,7 +13,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// A quarter turn.
+// A rotation by 90 degrees.
 VRELAffine2D Turn() {
   VRELAffine2D affine;
   double const rows[2][2] = {{0.0, -1.0}, {1.0, 0.0}};
@@ -21,7 +21,7 @@ VRELAffine2D Turn() {
   return affine;
 }
 
-TEST(VRELWeightPoint2DTest, TransformsStandBehindTheSlotsOfTheBase) {
+TEST(VRELWeightPoint2DTest, TransformSlotsFollowBase) {
   static_assert(std::is_base_of_v<VRELPoint, VRELWeightPoint2D>);
   static_assert(!std::is_base_of_v<VRELPoint2D, VRELWeightPoint2D>);
   void (VRELWeightPoint2D::*const byAffine)(VRELAffine2D const&) = &VRELWeightPoint2D::Transform;
@@ -30,13 +30,13 @@ TEST(VRELWeightPoint2DTest, TransformsStandBehindTheSlotsOfTheBase) {
   EXPECT_EQ(SlotOf(byMorph), 16U);
 }
 
-TEST(VRELWeightPoint2DTest, AnAffineActsOnTheStoredValues) {
+TEST(VRELWeightPoint2DTest, AffineTransformsStoredValues) {
   VRELWeightPoint2D p(VRELPoint2D(2.0, 6.0), 4.0, false);
   p.Transform(Turn());
   EXPECT_EQ(Coordinates(p, 3), (Values{-6.0, 2.0, 4.0}));
 }
 
-TEST(VRELWeightPoint2DTest, AMorphMultipliesItsTranslationByTheWeight) {
+TEST(VRELWeightPoint2DTest, MorphScalesTranslationByWeight) {
   VRELMorph2D const morph(Turn(), VRELPoint2D(10.0, 20.0), 3.0);
   VRELWeightPoint2D p(VRELPoint2D(2.0, 6.0), 4.0, false);
   p.Transform(morph, false);
@@ -46,7 +46,7 @@ TEST(VRELWeightPoint2DTest, AMorphMultipliesItsTranslationByTheWeight) {
   EXPECT_EQ(Coordinates(q, 3), (Values{-18.0, 6.0, 4.0}));
 }
 
-TEST(VRELWeightPoint2DTest, TheImageOfTheCoordinatesIsTheMorphOfThem) {
+TEST(VRELWeightPoint2DTest, MorphTransformsCoordinates) {
   VRELMorph2D const morph(Turn(), VRELPoint2D(10.0, 20.0), 3.0);
   VRELWeightPoint2D weighted(VRELPoint2D(2.0, 6.0), 4.0, true);
   weighted.Transform(morph, false);

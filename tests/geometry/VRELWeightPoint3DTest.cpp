@@ -13,7 +13,7 @@ namespace {
 
 using Values = std::vector<double>;
 
-// A quarter turn.
+// A rotation by 90 degrees.
 VRELAffine3D Turn() {
   VRELAffine3D affine;
   double const rows[3][3] = {{0.0, -1.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}};
@@ -21,7 +21,7 @@ VRELAffine3D Turn() {
   return affine;
 }
 
-TEST(VRELWeightPoint3DTest, TransformsStandBehindTheSlotsOfTheBase) {
+TEST(VRELWeightPoint3DTest, TransformSlotsFollowBase) {
   static_assert(std::is_base_of_v<VRELPoint, VRELWeightPoint3D>);
   static_assert(!std::is_base_of_v<VRELPoint3D, VRELWeightPoint3D>);
   void (VRELWeightPoint3D::*const byAffine)(VRELAffine3D const&) = &VRELWeightPoint3D::Transform;
@@ -30,13 +30,13 @@ TEST(VRELWeightPoint3DTest, TransformsStandBehindTheSlotsOfTheBase) {
   EXPECT_EQ(SlotOf(byMorph), 16U);
 }
 
-TEST(VRELWeightPoint3DTest, AnAffineActsOnTheStoredValues) {
+TEST(VRELWeightPoint3DTest, AffineTransformsStoredValues) {
   VRELWeightPoint3D p(VRELPoint3D(2.0, 6.0, 8.0), 4.0, false);
   p.Transform(Turn());
   EXPECT_EQ(Coordinates(p, 4), (Values{-6.0, 2.0, 8.0, 4.0}));
 }
 
-TEST(VRELWeightPoint3DTest, AMorphMultipliesItsTranslationByTheWeight) {
+TEST(VRELWeightPoint3DTest, MorphScalesTranslationByWeight) {
   VRELMorph3D const morph(Turn(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
   VRELWeightPoint3D p(VRELPoint3D(2.0, 6.0, 8.0), 4.0, false);
   p.Transform(morph, false);
@@ -46,7 +46,7 @@ TEST(VRELWeightPoint3DTest, AMorphMultipliesItsTranslationByTheWeight) {
   EXPECT_EQ(Coordinates(q, 4), (Values{-18.0, 6.0, 24.0, 4.0}));
 }
 
-TEST(VRELWeightPoint3DTest, TheImageOfTheCoordinatesIsTheMorphOfThem) {
+TEST(VRELWeightPoint3DTest, MorphTransformsCoordinates) {
   VRELMorph3D const morph(Turn(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
   VRELWeightPoint3D weighted(VRELPoint3D(2.0, 6.0, 8.0), 4.0, true);
   weighted.Transform(morph, false);

@@ -1,4 +1,4 @@
-// What VRELWeightPoint2D and VRELWeightPoint3D promise alike.
+// Tests what VRELWeightPoint2D and VRELWeightPoint3D have in common.
 #include "VRELWeightPoint.h"
 
 #include <gtest/gtest.h>
@@ -32,12 +32,12 @@ class VRELWeightPointTest : public testing::Test {
   using Weighted = typename Kind::Weighted;
   using Plain = typename Kind::Plain;
 
-  // As many of the coordinates as there are, and the weight.
+  // Returns as many coordinates as the point has, and the weight.
   static Values All(double x, double y, double z, double weight) {
     return Weighted().GetDimension() == 2 ? Values{x, y, weight} : Values{x, y, z, weight};
   }
   static Values All(Weighted const& point) { return Coordinates(point, point.GetDimension() + 1); }
-  // Stores the coordinates as they are.
+  // Stores the coordinates without multiplying them by the weight.
   static Weighted Stored(double x, double y, double z, double weight) {
     return Weighted(Kind::Make(x, y, z), weight, false);
   }
@@ -59,13 +59,13 @@ TYPED_TEST(VRELWeightPointTest, StoresWeightedCoordinates) {
   EXPECT_EQ(this->All(zeroWeight), this->All(0.0, 0.0, 0.0, 0.0));
 }
 
-TYPED_TEST(VRELWeightPointTest, StartsAtZeroWithAWeight) {
+TYPED_TEST(VRELWeightPointTest, DefaultIsZeroWithWeightOne) {
   using Point = typename TypeParam::Weighted;
   EXPECT_EQ(this->All(Point()), this->All(0.0, 0.0, 0.0, 1.0));
   EXPECT_EQ(this->All(Point(2.5)), this->All(0.0, 0.0, 0.0, 2.5));
 }
 
-TYPED_TEST(VRELWeightPointTest, CopiesWithTheWeight) {
+TYPED_TEST(VRELWeightPointTest, CopyTakesWeight) {
   auto const p = this->Stored(1.0, 2.0, 3.0, 4.0);
   auto const copy(p);
   EXPECT_EQ(this->All(copy), this->All(1.0, 2.0, 3.0, 4.0));
@@ -76,7 +76,7 @@ TYPED_TEST(VRELWeightPointTest, CopiesWithTheWeight) {
   EXPECT_EQ(assigned.GetReferenceCount(), 0U);
 }
 
-TYPED_TEST(VRELWeightPointTest, AnIndexBeyondTheCoordinatesGivesTheWeight) {
+TYPED_TEST(VRELWeightPointTest, IndexAboveCoordinatesIsWeight) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   auto const& constant = p;
   int const dimension = p.GetDimension();
@@ -91,7 +91,7 @@ TYPED_TEST(VRELWeightPointTest, AnIndexBeyondTheCoordinatesGivesTheWeight) {
   EXPECT_EQ(p.GetWeight(), 9.0);
 }
 
-TYPED_TEST(VRELWeightPointTest, SetWeightLeavesTheCoordinates) {
+TYPED_TEST(VRELWeightPointTest, SetWeightKeepsCoordinates) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   p.SetWeight(8.0);
   EXPECT_EQ(this->All(p), this->All(1.0, 2.0, 3.0, 8.0));
@@ -99,33 +99,34 @@ TYPED_TEST(VRELWeightPointTest, SetWeightLeavesTheCoordinates) {
   EXPECT_EQ(this->All(p), this->All(5.0, 6.0, 7.0, 8.0));
 }
 
-TYPED_TEST(VRELWeightPointTest, WeightsOfZeroAndOneDoNotDivide) {
+TYPED_TEST(VRELWeightPointTest, GetCoordsOfZeroWeightIsUndivided) {
   for (double weight : {0.0, -0.0, 1.0}) {
     EXPECT_EQ(Coordinates(this->Stored(1.0, 2.0, 3.0, weight).GetCoords()),
               Coordinates(TypeParam::Make(1.0, 2.0, 3.0)));
   }
 }
 
-TYPED_TEST(VRELWeightPointTest, CoordinatesAreDividedAndNotMultipliedByTheInverse) {
-  EXPECT_EQ(this->Stored(49.0, 0.0, 0.0, 49.0).GetCoords()[0], 1.0);  // 49 * (1 / 49) is one place below 1
+TYPED_TEST(VRELWeightPointTest, GetCoordsDividesExactly) {
+  EXPECT_EQ(this->Stored(49.0, 0.0, 0.0, 49.0).GetCoords()[0],
+            1.0);  // 49 * (1 / 49) is one unit in the last place below 1
 }
 
-TYPED_TEST(VRELWeightPointTest, TheLengthIncludesTheWeight) {
+TYPED_TEST(VRELWeightPointTest, LengthIncludesWeight) {
   EXPECT_EQ(this->Stored(2.0, 4.0, 5.0, 2.0).Length(),
             TypeParam::Make(0.0, 0.0, 0.0).GetDimension() == 2 ? std::sqrt(24.0) : 7.0);
 }
 
-TYPED_TEST(VRELWeightPointTest, TheDistanceLeavesTheWeightOut) {
+TYPED_TEST(VRELWeightPointTest, DistanceIgnoresWeight) {
   EXPECT_EQ(this->Stored(1.0, 2.0, 3.0, 4.0).DistanceTo(this->Stored(4.0, 6.0, 3.0, 400.0)), 5.0);
 }
 
-TYPED_TEST(VRELWeightPointTest, TheToleranceLeavesTheWeightOut) {
+TYPED_TEST(VRELWeightPointTest, ToleranceIgnoresWeight) {
   auto const p = this->Stored(1.0, 2.0, 3.0, 4.0);
   EXPECT_TRUE(p.IsWithinTolerance(this->Stored(1.0, 2.0, 3.0, 400.0), 0.0));
   EXPECT_TRUE(p.IsWithinTolerance(this->Stored(1.0, 2.0, 3.0, 400.0), this->Stored(0.0, 0.0, 0.0, 0.0)));
 }
 
-TYPED_TEST(VRELWeightPointTest, TheWeightTakesPartInTheArithmetic) {
+TYPED_TEST(VRELWeightPointTest, ArithmeticIncludesWeight) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   auto const q = this->Stored(10.0, 20.0, 30.0, 40.0);
   VRELPoint& base = p;
@@ -153,7 +154,7 @@ TYPED_TEST(VRELWeightPointTest, TheWeightTakesPartInTheArithmetic) {
   EXPECT_EQ(this->All(p), this->All(2.0, 4.0, 6.0, 8.0));
 }
 
-TYPED_TEST(VRELWeightPointTest, ShiftMovesTheStoredValues) {
+TYPED_TEST(VRELWeightPointTest, ShiftMovesStoredValues) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   p.Shift(TypeParam::Make(10.0, 20.0, 30.0));
   EXPECT_EQ(this->All(p), this->All(11.0, 22.0, 33.0, 4.0));
@@ -161,8 +162,8 @@ TYPED_TEST(VRELWeightPointTest, ShiftMovesTheStoredValues) {
   EXPECT_EQ(this->All(p), this->All(12.0, 24.0, 36.0, 8.0));
 }
 
-// A plain point has no weight and counts with its last coordinate, as an index operator that clamps gives it.
-TYPED_TEST(VRELWeightPointTest, APlainPointCountsWithItsLastCoordinate) {
+// A plain point has no weight; operator[] clamps, so that its last coordinate is used.
+TYPED_TEST(VRELWeightPointTest, PlainPointRepeatsLastCoordinate) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   p.Add(TypeParam::Make(10.0, 20.0, 30.0));
   double const last = p.GetDimension() == 2 ? 20.0 : 30.0;
@@ -171,7 +172,7 @@ TYPED_TEST(VRELWeightPointTest, APlainPointCountsWithItsLastCoordinate) {
   EXPECT_EQ(this->All(p), this->All(1.0, 2.0, 3.0, 4.0));
 }
 
-TYPED_TEST(VRELWeightPointTest, CopyInGivesTheWeightToATargetThatHasOne) {
+TYPED_TEST(VRELWeightPointTest, CopyInCopiesWeight) {
   auto const p = this->Stored(1.0, 2.0, 3.0, 4.0);
   typename TypeParam::Weighted target;
   p.CopyIn(target);
@@ -181,7 +182,7 @@ TYPED_TEST(VRELWeightPointTest, CopyInGivesTheWeightToATargetThatHasOne) {
   EXPECT_EQ(Coordinates(plain), Coordinates(TypeParam::Make(1.0, 2.0, 3.0)));
 }
 
-TYPED_TEST(VRELWeightPointTest, CheckedOperationsPollForAnAbortBeforeTheyChangeAnything) {
+TYPED_TEST(VRELWeightPointTest, CheckedOperationsPollAbortFirst) {
   auto p = this->Stored(1.0, 2.0, 3.0, 4.0);
   auto target = this->Stored(5.0, 6.0, 7.0, 8.0);
   EXPECT_TRUE(PollsAbort([&] { p.Add(target); }));
@@ -190,6 +191,21 @@ TYPED_TEST(VRELWeightPointTest, CheckedOperationsPollForAnAbortBeforeTheyChangeA
   EXPECT_EQ(this->All(p), this->All(1.0, 2.0, 3.0, 4.0));
   EXPECT_EQ(this->All(target), this->All(5.0, 6.0, 7.0, 8.0));
   EXPECT_FALSE(PollsAbort([&] { p += target; }));
+}
+
+TYPED_TEST(VRELWeightPointTest, CopyFromKeepsReferenceCount) {
+  using Point = typename TypeParam::Weighted;
+  Point point = this->Stored(1.0, 2.0, 3.0, 4.0);
+  point.RaiseReference();
+  point.CopyFrom(this->Stored(5.0, 6.0, 7.0, 8.0));
+  EXPECT_EQ(this->All(point), this->All(5.0, 6.0, 7.0, 8.0));
+  EXPECT_EQ(point.GetReferenceCount(), 1U);
+}
+
+TYPED_TEST(VRELWeightPointTest, ComparesCoordinatesAndWeight) {
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) == this->Stored(1.0, 2.0, 3.0, 4.0));
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) != this->Stored(1.0, 2.0, 3.0, 5.0));
+  EXPECT_TRUE(this->Stored(1.0, 2.0, 3.0, 4.0) != this->Stored(1.0, 9.0, 3.0, 4.0));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The whole road of a translation, and the log that it leaves.
+// Log of a whole translation.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -108,8 +108,8 @@ void TranslateWell() {
   Send(VRELEndProductEvent(VREL_S_OK));
 }
 
-// A part of an assembly in a file of two models, with failures, told to the log in every detail but for debugging;
-// tasks are measured, but their generic ends stay silent.
+// Part of an assembly in a file of two models, with failures, logged in all detail except debug events. Tasks are
+// measured, but their generic end events are silent.
 void TranslateBadly() {
   PerfTracking const tracking;
   Send(VRELStartProductEvent("Brivet 1.0", ""));
@@ -140,8 +140,7 @@ void TranslateBadly() {
   Send(VRELEndProductEvent(VREL_S_PARTIAL));
 }
 
-// What stands in brivet_read.log after the translation, with the time that it tells replaced by that of a clock which
-// stands still.
+// Returns the content of brivet_read.log after the translation, with the finish time replaced by a fixed time.
 std::string LogOf(std::function<void()> const& translate, char const* logLevel) {
   ScratchDirectory const directory;
   ChildResult const child = RunInChild([&] {
@@ -167,11 +166,11 @@ std::string GoldenLog(char const* name) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-TEST(TranslationLogTest, TellsATranslationThatGoesWell) {
+TEST(TranslationLogTest, LogOfSuccessfulTranslation) {
   EXPECT_EQ(LogOf(TranslateWell, "INFO"), GoldenLog("brivet_read.log"));
 }
 
-TEST(TranslationLogTest, TellsATranslationThatGoesBadly) {
+TEST(TranslationLogTest, LogOfFailedTranslation) {
   EXPECT_EQ(LogOf(TranslateBadly, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
 }
 

@@ -9,6 +9,9 @@
 #include <string>
 #include <string_view>
 
+#include "RepeatedUnits.h"
+#include "VRELAllocException.h"
+
 namespace {
 
 VRELDynamicArray<char> arrayOf(std::string_view bytes) {
@@ -39,14 +42,20 @@ TEST(Gk_ROStringTest, Construction) {
   EXPECT_EQ(Gk_ROString("abc", -2).len(), 0);
 }
 
-TEST(Gk_ROStringTest, TextGivenAsBytesIsCopied) {
+TEST(Gk_ROStringTest, MoreBytesThanIntMaxThrow) {
+  RepeatedUnits const bytes(u'\u6161', std::size_t(1) << 30);
+  if (!bytes.IsMapped()) GTEST_SKIP() << "cannot map 2 GiB of addresses";
+  EXPECT_THROW(Gk_ROString(reinterpret_cast<char const*>(bytes.View().data())), VRELAllocException);
+}
+
+TEST(Gk_ROStringTest, CopiesBytes) {
   char bytes[] = "abc";
   Gk_ROString const view(bytes);
   bytes[0] = 'x';
   EXPECT_STREQ(view, "abc");
 }
 
-TEST(Gk_ROStringTest, SharesAnArrayAndAnotherView) {
+TEST(Gk_ROStringTest, SharesArrayAndOtherView) {
   VRELDynamicArray<char> array = arrayOf("abc");
   Gk_ROString const view(array);
   Gk_ROString copy(view);
@@ -59,7 +68,7 @@ TEST(Gk_ROStringTest, SharesAnArrayAndAnotherView) {
   EXPECT_EQ(copy.len(), 3);
 }
 
-TEST(Gk_ROStringTest, OffsetMovesTheStart) {
+TEST(Gk_ROStringTest, OffsetMovesStart) {
   Gk_ROString view("abcdef");
   view.offset(2);
   EXPECT_EQ(view.len(), 5);
@@ -73,34 +82,80 @@ TEST(Gk_ROStringTest, OffsetMovesTheStart) {
   EXPECT_STREQ(view, "ef");
 }
 
-TEST(Gk_ROStringTest, OffsetAndIndexStayWithinTheBytes) {
-  Gk_ROString view("abc");
+TEST(Gk_ROStringTest, IndexOutsideBytesReadsZero) {
+  Gk_ROString const view("abc");
   EXPECT_EQ(view[4], '\0');
   EXPECT_EQ(view[-1], '\0');
   EXPECT_EQ(view[INT_MAX], '\0');
   EXPECT_EQ(view[INT_MIN], '\0');
-  view.offset(INT_MAX);
-  EXPECT_EQ(view.len(), 0);
+}
+
+TEST(Gk_ROStringTest, OffsetBeyondEndReadsNothing) {
+  Gk_ROString view("abc");
+  view.offset(6);
+  EXPECT_EQ(view.len(), -2);
   EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(view[0], '\0');
+  EXPECT_EQ(view[-4], 'c');
   EXPECT_EQ(view.find('a'), -1);
+  EXPECT_EQ(view.find('\0'), -1);
+  EXPECT_EQ(view.find(Gk_ROString("a")), -2);
   EXPECT_EQ(view.reverseFind('a', 0), -1);
   EXPECT_EQ(view.matchPathString("abc"), -1);
   EXPECT_TRUE(view.matchPathPattern("*"));
-  view.offset(INT_MIN);
+  EXPECT_TRUE(view == "");
+  view.offset(-6);
+  EXPECT_EQ(view.len(), 4);
   EXPECT_STREQ(view, "abc");
 }
 
-TEST(Gk_ROStringTest, ViewOfAnArrayThatWasCutIsEmpty) {
+TEST(Gk_ROStringTest, OffsetBeforeStartReadsNothing) {
+  Gk_ROString view("abc");
+  view.offset(-2);
+  EXPECT_EQ(view.len(), 6);
+  EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(view[0], '\0');
+  EXPECT_EQ(view[2], 'a');
+  EXPECT_EQ(view.find('a'), 2);
+  EXPECT_EQ(view.find('\0'), 5);
+  EXPECT_EQ(view.find('x'), -1);
+  EXPECT_EQ(view.reverseFind('a', 5), 0);
+  EXPECT_EQ(view.reverseFind('c', 0), 2);
+  EXPECT_EQ(view.matchPathString("abc"), -1);
+  EXPECT_FALSE(view.matchPathPattern("a*"));
+  view.offset(3);
+  EXPECT_STREQ(view, "bc");
+}
+
+TEST(Gk_ROStringTest, OffsetStopsAtIntLimits) {
+  Gk_ROString view("abc");
+  view.offset(INT_MAX);
+  EXPECT_EQ(view.len(), 4 - INT_MAX);
+  view.offset(INT_MAX);
+  EXPECT_EQ(view.len(), 4 - INT_MAX);
+  view.offset(-INT_MAX);
+  EXPECT_STREQ(view, "abc");
+  view.offset(INT_MIN);
+  EXPECT_EQ(view.len(), INT_MAX);
+  view.offset(INT_MIN);
+  EXPECT_EQ(view.len(), INT_MAX);
+  EXPECT_EQ(view.find('a'), INT_MAX);
+  EXPECT_EQ(view.reverseFind('c', INT_MIN), 2);
+  EXPECT_EQ(view.text(), "");
+  EXPECT_EQ(Gk_ROString(view).len(), INT_MAX);
+}
+
+TEST(Gk_ROStringTest, ViewOfShortenedArrayIsEmpty) {
   VRELDynamicArray<char> array = arrayOf("abcdef");
   Gk_ROString view(array);
   view.offset(4);
   array.resize(2);
-  EXPECT_EQ(view.len(), 0);
+  EXPECT_EQ(view.len(), -2);
   EXPECT_EQ(view.text(), "");
   EXPECT_EQ(view[0], '\0');
 }
 
-TEST(Gk_ROStringTest, FindsAByte) {
+TEST(Gk_ROStringTest, FindsByte) {
   Gk_ROString view("abcabc");
   EXPECT_EQ(view.find('b'), 1);
   EXPECT_EQ(view.find('x'), -1);
@@ -112,7 +167,7 @@ TEST(Gk_ROStringTest, FindsAByte) {
   EXPECT_EQ(Gk_ROString("a\0b", 3).find('b'), 2);
 }
 
-TEST(Gk_ROStringTest, FindOfATextGivesTheDistanceFromTheSoughtText) {
+TEST(Gk_ROStringTest, FindOfViewReturnsAddressDifference) {
   Gk_ROString const view("one two");
   EXPECT_EQ(view.find(Gk_ROString("three")), 8);
   EXPECT_EQ(view.find(Gk_ROString("two!")), 8);
@@ -127,9 +182,9 @@ TEST(Gk_ROStringTest, FindOfATextGivesTheDistanceFromTheSoughtText) {
   EXPECT_EQ(twice.find(second), -3);
   second.offset(1);
   EXPECT_EQ(twice.find(second), 1 - 4);
-  // The terminator of the sought text is no part of it.
+  // The terminator is not searched for.
   EXPECT_EQ(twice.find(twice), 0);
-  // Neither text has a terminator.
+  // Neither view has a terminator.
   EXPECT_EQ(Gk_ROString("abc", 2).find(Gk_ROString("bc", 2)), 2);
 }
 
@@ -150,16 +205,16 @@ TEST(Gk_ROStringTest, ReverseFind) {
   EXPECT_EQ(view.reverseFind('a', INT_MAX), -1);
 }
 
-TEST(Gk_ROStringTest, ReverseFindCountsFromTheStartOfTheArray) {
+TEST(Gk_ROStringTest, ReverseFindCountsFromArrayStart) {
   Gk_ROString view("a.b.c");
   view.offset(3);
-  // 3 bytes are visible, so the search begins at index 2 of the array: the dot at 3 is not seen.
+  // 3 bytes are visible, so that the search begins at index 2 of the array: the dot at 3 is not found.
   EXPECT_EQ(view.len(), 3);
   EXPECT_EQ(view.reverseFind('.', 0), 1);
   EXPECT_EQ(view.reverseFind('c', 0), -1);
 }
 
-TEST(Gk_ROStringTest, ReverseFindWantsTwoBytes) {
+TEST(Gk_ROStringTest, ReverseFindNeedsTwoBytes) {
   EXPECT_EQ(Gk_ROString("").reverseFind('\0', 0), -1);
   EXPECT_EQ(Gk_ROString("a", 1).reverseFind('a', 0), -1);
   EXPECT_EQ(Gk_ROString().reverseFind('a', 0), -1);
@@ -191,7 +246,7 @@ TEST(Gk_ROStringTest, ComparesAsStrcmpDoes) {
   EXPECT_TRUE(Gk_ROString("") == static_cast<char const*>(nullptr));
 }
 
-TEST(Gk_ROStringTest, MatchesTheStartOfAPath) {
+TEST(Gk_ROStringTest, MatchesStartOfPath) {
   struct {
     char const* path;
     char const* segment;
@@ -323,7 +378,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"a", "[", false},
       {"a", "[a\\", false},
       {"a", "[a-", false},
-      {"a", "[a/b]", true},  // the rest of a set that has matched is not looked at
+      {"a", "[a/b]", true},  // the rest of a matching set is not checked
       {"a", "[!a/b]", false},
       {"a", "[a\\]b]", true},
       {"a", "[a/", false},
@@ -385,7 +440,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"ac", "a**c", false},
       {"ab/c", "a*?c", true},
       {"a/bc", "a*?c", false},
-      // Only a later place of the first "a" has no "/" behind it.
+      // Only a later occurrence of "a" has no "/" after it.
       {"a/axb", "*a?b", true},
       {"a/axyb", "*a*?b", true},
       {"a/axyb", "*a**b", true},
@@ -410,7 +465,7 @@ TEST(Gk_ROStringTest, MatchesNamesAndPatternsWithoutTerminator) {
   EXPECT_FALSE(name.matchPathPattern("?a"));
 }
 
-TEST(Gk_ROStringTest, FoldsTheCapitalsOfAsciiAndNoOtherByte) {
+TEST(Gk_ROStringTest, FoldsOnlyAsciiCapitals) {
   auto const folded = [](int byte) { return byte >= 'A' && byte <= 'Z' ? byte + 32 : byte; };
   for (int inName = 1; inName < 256; ++inName) {
     std::string const name(1, static_cast<char>(inName));
@@ -428,7 +483,7 @@ TEST(Gk_ROStringTest, BytesAboveAsciiAreNotSigned) {
   EXPECT_FALSE(Gk_ROString("a").matchPathPattern("[\xE0-\xFF]"));
 }
 
-// The matcher as it is told, step by step: a recursion at each place behind a star.
+// The documented recursive matcher.
 class PatternModel {
  public:
   PatternModel(std::string_view aName, std::string_view aPattern) : name(aName), pattern(aPattern) {}
@@ -472,7 +527,7 @@ class PatternModel {
  private:
   static int Fold(char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; }
 
-  // The index behind the "]" of a set that takes the byte; 0 for one that does not.
+  // Returns the index after the "]" of a set that takes the byte; 0 for a set that does not.
   std::size_t BehindSet(int byte, std::size_t p) const {
     bool const negated = p < pattern.size() && (pattern[p] == '!' || pattern[p] == '^');
     if (negated) ++p;
@@ -486,7 +541,7 @@ class PatternModel {
     return p < pattern.size() && negated ? p + 1 : 0;
   }
 
-  // The folded byte; -1 for the end of the pattern and for a "/".
+  // Returns the folded byte; -1 for the end of the pattern and for a "/".
   int Take(std::size_t& p) const {
     if (pattern[p] == '\\') ++p;
     if (p >= pattern.size() || pattern[p] == '/') return -1;
@@ -508,7 +563,7 @@ std::string randomText(std::mt19937& random, std::string_view alphabet, std::siz
   return text;
 }
 
-TEST(Gk_ROStringTest, MatchesLikeTheToldRecursion) {
+TEST(Gk_ROStringTest, EqualsRecursiveModel) {
   std::mt19937 random(20011);
   std::string_view const patternAlphabets[] = {"ab*?/.", "aB.*?[]!-\\/", "a**?/", "ab*[!a]"};
   std::string_view const nameAlphabets[] = {"ab/.", "a/", "abB.-]", "a"};
@@ -525,7 +580,7 @@ TEST(Gk_ROStringTest, MatchesLikeTheToldRecursion) {
   EXPECT_LT(matches, pairs * 19 / 20);
 }
 
-TEST(Gk_ROStringTest, HostilePatternsEndSoon) {
+TEST(Gk_ROStringTest, HostilePatternsTakePolynomialTime) {
   std::string const name(10000, 'a');
   std::string stars;
   for (int i = 0; i < 1000; ++i) stars += "*a";

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <string_view>
+
 #include "Gk_String.h"
 
 namespace {
@@ -10,7 +13,7 @@ TEST(Gk_RWStringTest, AddsNoField) {
   EXPECT_EQ(sizeof(Gk_RWString), sizeof(Gk_ROString));
 }
 
-TEST(Gk_RWStringTest, WritesShowInEverySharer) {
+TEST(Gk_RWStringTest, WritesAreVisibleInAllOwners) {
   Gk_String string("abc");
   Gk_ROString const reader(string.dataStr());
   Gk_RWString writer = string.rwString();
@@ -24,7 +27,7 @@ TEST(Gk_RWStringTest, WritesShowInEverySharer) {
   EXPECT_EQ(other[1], 'Y');
 }
 
-TEST(Gk_RWStringTest, SharesAnArray) {
+TEST(Gk_RWStringTest, SharesArray) {
   VRELDynamicArray<char> array(3, 'a');
   Gk_RWString writer(array);
   writer[2] = 'b';
@@ -32,7 +35,7 @@ TEST(Gk_RWStringTest, SharesAnArray) {
   EXPECT_EQ(writer.len(), 3);
 }
 
-TEST(Gk_RWStringTest, WritesBehindItsOffset) {
+TEST(Gk_RWStringTest, WritesAfterOffset) {
   Gk_String string("abcd");
   Gk_RWString writer = string.dataStr();
   writer.offset(2);
@@ -40,13 +43,30 @@ TEST(Gk_RWStringTest, WritesBehindItsOffset) {
   EXPECT_STREQ(string, "abXd");
 }
 
-TEST(Gk_RWStringTest, LowersAllOfItsBytes) {
+TEST(Gk_RWStringTest, ToLowerConvertsAllBytes) {
   Gk_String string("AB\0CD-1\xC9", 9);
   Gk_RWString writer = string.dataStr();
   writer.offset(1);
   writer.toLower();
   EXPECT_EQ(std::string_view(string, 9), std::string_view("Ab\0cd-1\xC9", 9));
   Gk_RWString().toLower();
+}
+
+TEST(Gk_RWStringTest, ViewOutsideBytesAccessesNothing) {
+  Gk_String string("ABCC");
+  Gk_RWString after = string.dataStr();
+  after.offset(9);
+  after.toLower();
+  after[0] = 'x';
+  EXPECT_EQ(after[0], '\0');
+  EXPECT_STREQ(string, "ABCC");
+  after[-7] = 'y';
+  EXPECT_STREQ(string, "AByC");
+  Gk_RWString before = string.dataStr();
+  before.offset(INT_MIN);
+  EXPECT_EQ(before[0], '\0');
+  before.toLower();
+  EXPECT_STREQ(string, "abyc");
 }
 
 }  // namespace

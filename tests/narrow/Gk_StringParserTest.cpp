@@ -10,25 +10,25 @@
 
 namespace {
 
-// Where the spill stands in the text; -1 while there is none.
+// Returns the index of the spill; -1 if there is none.
 int spillIndex(Gk_StringParser const& parser, Gk_String const& text) {
   return parser.spill() == nullptr ? -1 : static_cast<int>(parser.spill() - static_cast<char*>(text));
 }
 
-TEST(Gk_StringParserTest, BeginsWithoutSpillAndNotClean) {
+TEST(Gk_StringParserTest, InitialSpillAndClean) {
   Gk_StringParser const parser(Gk_String("12"));
   EXPECT_EQ(parser.spill(), nullptr);
   EXPECT_FALSE(parser.clean());
 }
 
-TEST(Gk_StringParserTest, SharesItsText) {
+TEST(Gk_StringParserTest, SharesBytes) {
   Gk_String text("12");
   Gk_StringParser parser(text);
   text[0] = '4';
   EXPECT_EQ(parser.intValue(), 42);
 }
 
-TEST(Gk_StringParserTest, TakesWideTextAsAscii) {
+TEST(Gk_StringParserTest, ConvertsWideStringToAscii) {
   EXPECT_EQ(Gk_StringParser(VRELString(L"42")).intValue(), 42);
   EXPECT_TRUE(Gk_StringParser(VRELString(L"abc")).isString("abc"));
   EXPECT_TRUE(Gk_StringParser(VRELString()).isString(""));
@@ -72,7 +72,7 @@ TEST(Gk_StringParserTest, CountsHexDigits) {
   EXPECT_EQ(Gk_StringParser("\xC1").countHexDigits(0), 0);
 }
 
-TEST(Gk_StringParserTest, CountThatMeetsTheEndLeavesTheSpill) {
+TEST(Gk_StringParserTest, CountToEndKeepsSpill) {
   Gk_String const text("a12", 3);
   Gk_StringParser parser(text);
   EXPECT_EQ(parser.countDigits(1), 2);
@@ -85,7 +85,7 @@ TEST(Gk_StringParserTest, CountThatMeetsTheEndLeavesTheSpill) {
   EXPECT_EQ(allDigits.spill(), nullptr);
 }
 
-TEST(Gk_StringParserTest, CountsNothingOutsideTheText) {
+TEST(Gk_StringParserTest, CountOutsideTextIsZero) {
   Gk_StringParser parser(Gk_String("12"));
   EXPECT_EQ(parser.countDigits(3), 0);
   EXPECT_EQ(parser.countDigits(INT_MAX), 0);
@@ -95,7 +95,7 @@ TEST(Gk_StringParserTest, CountsNothingOutsideTheText) {
   EXPECT_EQ(Gk_StringParser(Gk_String()).countDigits(0), 0);
 }
 
-TEST(Gk_StringParserTest, TellsNumbers) {
+TEST(Gk_StringParserTest, ClassifiesNumbers) {
   struct {
     char const* text;
     bool isUnsigned;
@@ -128,7 +128,7 @@ TEST(Gk_StringParserTest, TellsNumbers) {
   }
 }
 
-TEST(Gk_StringParserTest, TellsNumbersInsideAText) {
+TEST(Gk_StringParserTest, ClassifiesNumbersFromIndex) {
   Gk_StringParser parser(Gk_String("x=-1.5"));
   EXPECT_TRUE(parser.isReal(2));
   EXPECT_TRUE(parser.isReal(3));
@@ -144,8 +144,8 @@ TEST(Gk_StringParserTest, TellsNumbersInsideAText) {
   }
 }
 
-TEST(Gk_StringParserTest, TextWithoutTerminator) {
-  // One element less the digits, whatever it is, passes for the terminator of an integer.
+TEST(Gk_StringParserTest, ClassifiesWithoutTerminator) {
+  // The element after the digits counts as the terminator of an integer, even if it is another byte.
   EXPECT_TRUE(Gk_StringParser(Gk_String("12a", 3)).isInteger(0));
   EXPECT_FALSE(Gk_StringParser(Gk_String("12", 2)).isInteger(0));
   EXPECT_FALSE(Gk_StringParser(Gk_String("1.5", 3)).isReal(0));
@@ -219,7 +219,7 @@ TEST(Gk_StringParserTest, ReadsReals) {
   }
 }
 
-TEST(Gk_StringParserTest, ReadsTextWithoutTerminator) {
+TEST(Gk_StringParserTest, ReadsWithoutTerminator) {
   Gk_String const text("12.25.5", 5);
   Gk_StringParser parser(text);
   EXPECT_EQ(parser.realValue(), 12.25);
@@ -233,8 +233,8 @@ TEST(Gk_StringParserTest, ReadsTextWithoutTerminator) {
   EXPECT_EQ(spillIndex(twiceParser, twice), 6);
 }
 
-// The bytes of a text that was cut still stand behind it.
-TEST(Gk_StringParserTest, ReadsNothingBehindTheText) {
+// The bytes of a shortened string are still in memory.
+TEST(Gk_StringParserTest, ReadsNothingAfterBytes) {
   Gk_String text("12345");
   text.shrinkEnd(4);
   Gk_StringParser parser(text);
@@ -244,7 +244,7 @@ TEST(Gk_StringParserTest, ReadsNothingBehindTheText) {
   EXPECT_EQ(parser.realValue(), 12.0);
 }
 
-TEST(Gk_StringParserTest, StringOfNoElementsReadsAsZero) {
+TEST(Gk_StringParserTest, StringWithoutElementsIsZero) {
   Gk_StringParser parser{Gk_String()};
   EXPECT_EQ(parser.realValue(), 0.0);
   EXPECT_EQ(parser.intValue(), 0);
@@ -253,7 +253,7 @@ TEST(Gk_StringParserTest, StringOfNoElementsReadsAsZero) {
   EXPECT_TRUE(parser.clean());
 }
 
-TEST(Gk_StringParserTest, RubbishBehindTheNumberPollsTheAbortFlag) {
+TEST(Gk_StringParserTest, RestAfterNumberPollsAbortFlag) {
   Gk_String const text("12x");
   Gk_StringParser parser(text);
   Gk_ErrMgr::setAbort();
@@ -272,13 +272,13 @@ TEST(Gk_StringParserTest, RubbishBehindTheNumberPollsTheAbortFlag) {
   EXPECT_EQ(parser.intValue(), 12);
   EXPECT_TRUE(parser.clean());
 
-  // One that ended well before does not count for the next.
+  // An earlier successful conversion has no effect.
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(parser.testSpill(), VRELAbortException);
   EXPECT_FALSE(parser.clean());
 }
 
-TEST(Gk_StringParserTest, WholeNumbersPollNothing) {
+TEST(Gk_StringParserTest, CompleteNumberPollsNothing) {
   Gk_ErrMgr::setAbort();
   EXPECT_EQ(Gk_StringParser("12").intValue(), 12);
   EXPECT_EQ(Gk_StringParser("12").uIntValue(), 12u);
@@ -287,13 +287,13 @@ TEST(Gk_StringParserTest, WholeNumbersPollNothing) {
   Gk_StringParser untouched("x");
   untouched.testSpill();
   EXPECT_TRUE(untouched.clean());
-  // A conversion to the end of a text that has no terminator.
+  // A conversion up to the end of a string without terminator.
   EXPECT_EQ(Gk_StringParser(Gk_String("123", 2)).intValue(), 12);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
   EXPECT_THROW(Gk_ErrMgr::checkAbort(), VRELAbortException);
 }
 
-TEST(Gk_StringParserTest, SpillThatLeftTheTextIsForgotten) {
+TEST(Gk_StringParserTest, SpillOutsideTextIsIgnored) {
   Gk_String text("12x");
   Gk_StringParser parser(text);
   parser.countDigits(0);

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELNarrowTextTest, KeepsAsciiAndItsTerminator) {
+TEST(VRELNarrowTextTest, KeepsAsciiAndTerminator) {
   Gk_String const narrow = VRELNarrowText(L"bolt/m8");
   EXPECT_STREQ(narrow, "bolt/m8");
   EXPECT_EQ(narrow.len(), 8);
@@ -16,13 +16,13 @@ TEST(VRELNarrowTextTest, KeepsAsciiAndItsTerminator) {
   EXPECT_EQ(VRELWideText(Gk_String("bolt")).view(), u"bolt");
 }
 
-TEST(VRELNarrowTextTest, ReadsUpToTheFirstZeroByte) {
+TEST(VRELNarrowTextTest, ReadsToFirstZeroByte) {
   EXPECT_EQ(VRELWideText(Gk_String()).view(), u"");
   EXPECT_EQ(VRELWideText(Gk_String("ab", 2)).view(), u"ab");
   EXPECT_EQ(VRELWideText(Gk_String("a\0b", 3)).view(), u"a");
 }
 
-TEST(VRELNarrowTextTest, GoesThroughTheDefaultCodepage) {
+TEST(VRELNarrowTextTest, UsesDefaultCodePage) {
   RunTestInLocale("C.UTF-8", [] {
     EXPECT_STREQ(VRELNarrowText(L"\u00D6l"), "\xC3\x96l");
     EXPECT_EQ(VRELWideText(Gk_String("\xC3\x96l")).view(), u"\u00D6l");

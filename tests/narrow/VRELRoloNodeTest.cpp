@@ -17,13 +17,13 @@ VRELRoloNode* AddTo(VRELRoloNode& parent, char const* segment) {
   return node;
 }
 
-TEST(VRELRoloNodeTest, StartsWithoutValueAndChildren) {
+TEST(VRELRoloNodeTest, InitiallyEmpty) {
   VRELRoloNode node;
   EXPECT_EQ(node.getValue().len(), 0);
   EXPECT_EQ(node.getChildren().size(), 0);
 }
 
-TEST(VRELRoloNodeTest, TakesACopyOfItsValue) {
+TEST(VRELRoloNodeTest, SetValueCopies) {
   VRELRoloNode node;
   Gk_String value("bolts");
   node.setValue(value);
@@ -31,7 +31,7 @@ TEST(VRELRoloNodeTest, TakesACopyOfItsValue) {
   EXPECT_TRUE(node.getValue() == "bolts");
 }
 
-TEST(VRELRoloNodeTest, MatchesTheStartOfAPath) {
+TEST(VRELRoloNodeTest, MatchesStartOfPath) {
   struct {
     char const* value;
     char const* path;
@@ -63,7 +63,7 @@ struct SmallTree {
   VRELRoloNode* y = AddTo(*x, "y");
 };
 
-TEST(VRELRoloNodeTest, FindsTheDeepestNodeOfAPath) {
+TEST(VRELRoloNodeTest, FindsDeepestNode) {
   SmallTree tree;
   struct {
     char const* path;
@@ -99,7 +99,7 @@ TEST(VRELRoloNodeTest, FindsTheDeepestNodeOfAPath) {
   EXPECT_EQ(tree.root.findChildNode(nullptr, true), &tree.root);
 }
 
-TEST(VRELRoloNodeTest, AUsedUpPathGoesNoDeeper) {
+TEST(VRELRoloNodeTest, EmptyRestEndsSearch) {
   VRELRoloNode root;
   VRELRoloNode* const a = AddTo(root, "a");
   AddTo(*a, "");
@@ -109,7 +109,7 @@ TEST(VRELRoloNodeTest, AUsedUpPathGoesNoDeeper) {
   }
 }
 
-TEST(VRELRoloNodeTest, TakesTheFirstChildThatMatches) {
+TEST(VRELRoloNodeTest, FindsFirstMatchingChild) {
   VRELRoloNode root;
   root.getChildren().add(nullptr);
   VRELRoloNode* const first = AddTo(root, "a");
@@ -119,7 +119,7 @@ TEST(VRELRoloNodeTest, TakesTheFirstChildThatMatches) {
   EXPECT_EQ(path.text(), "name");
 }
 
-// The values of the only child, of its only child, and so on.
+// Returns the values of the only child, of its only child, and so on.
 std::vector<std::string> OnlyBranch(VRELRoloNode const& root) {
   std::vector<std::string> values;
   for (VRELRoloNode const* node = &root; node->getChildren().size() > 0;) {
@@ -136,7 +136,7 @@ VRELRoloNode* Deepest(VRELRoloNode& root) {
   return node;
 }
 
-TEST(VRELRoloNodeTest, CreatesANodeForEachSegment) {
+TEST(VRELRoloNodeTest, CreatesNodeForEachSegment) {
   struct {
     char const* path;
     bool leaf;
@@ -170,17 +170,17 @@ TEST(VRELRoloNodeTest, CreatesANodeForEachSegment) {
   EXPECT_EQ(root.getChildren().size(), 0);
 }
 
-TEST(VRELRoloNodeTest, CreatesBehindTheOtherChildren) {
+TEST(VRELRoloNodeTest, CreatesAfterOtherChildren) {
   SmallTree tree;
   Gk_ROString path("a/new/name");
   VRELRoloNode* const made = tree.root.createNode(&path, true);
-  // It looks at no child, so there are two of the name now.
+  // Existing children are not searched, so that two have the name now.
   ASSERT_EQ(tree.root.getChildren().size(), 3);
   EXPECT_TRUE(tree.root.getChildren()[2]->getValue() == "a");
   EXPECT_EQ(tree.root.getChildren()[2]->getChildren()[0], made);
 }
 
-TEST(VRELRoloNodeTest, AValueMadeOfASegmentEndsInAZeroByte) {
+TEST(VRELRoloNodeTest, ValueOfCreatedNodeIsTerminated) {
   VRELRoloNode root;
   Gk_ROString path("bolts/name");
   Gk_String const& value = root.createNode(&path, true)->getValue();
@@ -188,7 +188,7 @@ TEST(VRELRoloNodeTest, AValueMadeOfASegmentEndsInAZeroByte) {
   EXPECT_STREQ(value, "bolts");
 }
 
-TEST(VRELRoloNodeTest, ADerivedClassMakesNodesOfItsOwn) {
+TEST(VRELRoloNodeTest, DerivedClassCreatesOwnNodes) {
   struct Folder : VRELRoloNode {
     explicit Folder(int& theAlive) : alive(theAlive) { ++alive; }
     ~Folder() override { --alive; }
@@ -206,7 +206,7 @@ TEST(VRELRoloNodeTest, ADerivedClassMakesNodesOfItsOwn) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(VRELRoloNodeTest, ADeepTreeNeedsNoDeepCallStack) {
+TEST(VRELRoloNodeTest, DeepTreeIsDeletedIteratively) {
   std::string text;
   for (int i = 0; i < 100000; ++i) text += "a/";
   VRELRoloNode root;
@@ -217,8 +217,8 @@ TEST(VRELRoloNodeTest, ADeepTreeNeedsNoDeepCallStack) {
   EXPECT_EQ(root.findChildNode(&again, true), made);
 }
 
-// Finds or creates folders for random paths, as the folder tree does, and holds them against the set of their paths.
-TEST(VRELRoloNodeTest, AgreesWithASetOfPaths) {
+// Finds or creates folders for random paths, as the folder tree does, and compares them with the set of their paths.
+TEST(VRELRoloNodeTest, EqualsSetOfPaths) {
   std::mt19937 random(8);
   VRELRoloNode root;
   std::set<std::string> model;
@@ -238,7 +238,7 @@ TEST(VRELRoloNodeTest, AgreesWithASetOfPaths) {
     ASSERT_EQ(path.text(), "name");
     for (std::size_t i = 2; i <= text.size(); i += 2) model.insert(text.substr(0, i));
   }
-  // 3 + 9 + 27 + 81 folders there can be.
+  // There are at most 3 + 9 + 27 + 81 folders.
   ASSERT_EQ(model.size(), 120U);
   EXPECT_GE(made, 27);
   VRELDynamicArray<VRELRoloNode*> nodes = root.getChildren().copy();

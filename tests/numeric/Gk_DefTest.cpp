@@ -19,7 +19,7 @@ TEST(Gk_DefTest, Tolerances) {
   static_assert(std::is_same_v<decltype(Gk_Def::FuzzReal), double const>);
 }
 
-// The nearest doubles, worked out from pi to 60 digits.
+// Nearest doubles, computed from pi with 60 digits.
 TEST(Gk_DefTest, Angles) {
   struct Row {
     char const* name;

@@ -13,11 +13,11 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 TEST(Gk_FuncTest, SquareIsOfADouble) {
   EXPECT_EQ(VRELSquare(-1.5), 2.25);
   EXPECT_EQ(VRELSquare(1e200), std::numeric_limits<double>::infinity());
-  // A float's square that no float holds.
+  // The square of a float outside the range of float.
   EXPECT_EQ(VRELSquare(16777213.0F), 281474876047369.0);
 }
 
-TEST(Gk_FuncTest, EqualTakesTheToleranceItself) {
+TEST(Gk_FuncTest, EqualIncludesTolerance) {
   EXPECT_TRUE(Gk_Func::equal(1.0, 1.5, 0.5));
   EXPECT_TRUE(Gk_Func::equal(1.5, 1.0, 0.5));
   EXPECT_FALSE(Gk_Func::equal(1.0, 1.5, 0.4999));
@@ -80,7 +80,7 @@ TEST(Gk_FuncTest, BinCoeff) {
     int k;
     double expected;
   };
-  // In each row the quotients and products on the way are exact.
+  // All intermediate quotients and products are exact.
   for (Row const& row : {Row{0, 0, 1}, Row{5, 0, 1}, Row{5, 5, 1}, Row{5, 1, 5}, Row{5, 4, 5}, Row{5, 2, 10},
                          Row{5, 3, 10}, Row{6, 3, 20}, Row{8, 4, 70}, Row{2, 3, 0}, Row{0, 1, 0}, Row{-1, 0, 0},
                          Row{5, -1, 0}, Row{-3, -5, 0}, Row{1000000, 1, 1000000}}) {
@@ -90,14 +90,14 @@ TEST(Gk_FuncTest, BinCoeff) {
   EXPECT_NEAR(Gk_Func::binCoeff(52, 5), 2598960.0, 1e-6);
 }
 
-TEST(Gk_FuncTest, BinCoeffMultipliesFromTheLargestQuotientDown) {
+TEST(Gk_FuncTest, BinCoeffRoundsEachProduct) {
   // 7/3 * 1, then 6/2 *, then 5/1 *, rounded at each step.
   double const first = 7.0 / 3.0;
   EXPECT_EQ(Gk_Func::binCoeff(7, 3), 5.0 * (3.0 * first));
 }
 
-// Multiplied in as many steps as k has, these would be off in the last place, and the last row would take minutes.
-TEST(Gk_FuncTest, BinCoeffGoesByTheSmallerOfKAndTheRest) {
+// With k factors the results would differ in the last digit, and the last row would take minutes.
+TEST(Gk_FuncTest, BinCoeffUsesSmallerOfKAndRest) {
   EXPECT_EQ(Gk_Func::binCoeff(8, 7), 8.0);
   EXPECT_EQ(Gk_Func::binCoeff(10, 8), 45.0);
   EXPECT_EQ(Gk_Func::binCoeff(2000000000, 1999999999), 2000000000.0);
@@ -115,7 +115,7 @@ TEST(Gk_FuncTest, ProjectConvexRatio) {
   EXPECT_EQ(Gk_Func::projectConvexRatio(2.0, 1.0, 1.0), 2.0);
   EXPECT_EQ(Gk_Func::projectConvexRatio(0.0, 2.0, 4.0), 0.0);
   EXPECT_EQ(Gk_Func::projectConvexRatio(1.0, 2.0, 4.0), 1.0);
-  // At the ends within 1e-10 the value comes back itself.
+  // Values within 1e-10 of the ends are returned unchanged.
   EXPECT_EQ(Gk_Func::projectConvexRatio(5e-11, 2.0, 4.0), 5e-11);
   EXPECT_EQ(Gk_Func::projectConvexRatio(-5e-11, 2.0, 4.0), -5e-11);
   EXPECT_EQ(Gk_Func::projectConvexRatio(1.0 + 5e-11, 2.0, 4.0), 1.0 + 5e-11);
@@ -133,9 +133,9 @@ TEST(Gk_FuncTest, Compare) {
        {Row{"abc:x", "abc:y", ':', true}, Row{"abc", "abc", ':', true}, Row{"abc", "abd", ':', false},
         Row{"abc", "ab", ':', false}, Row{"ab", "abc", ':', false}, Row{"", "", ':', true}, Row{"", "a", ':', false},
         Row{"ab:", "ab", ':', true}, Row{"ab", "ab:", ':', true},
-        // A stop byte in one text is enough, whatever stands in the other.
+        // A stop byte in one string is sufficient.
         Row{":x", "abc", ':', true}, Row{"abc", "a:c", ':', true}, Row{"xb:", "ab:", ':', false},
-        // With the terminator as stop byte, the shorter text decides.
+        // With the terminator as stop byte, the shorter string decides.
         Row{"ab", "abc", '\0', true}, Row{"abc", "", '\0', true}, Row{"abd", "abc", '\0', false},
         Row{nullptr, "a", ':', false}, Row{"a", nullptr, ':', false}, Row{nullptr, nullptr, ':', false}}) {
     SCOPED_TRACE(testing::Message() << (row.s ? row.s : "null") << " and " << (row.t ? row.t : "null"));
@@ -147,14 +147,14 @@ TEST(Gk_FuncTest, Round) {
   EXPECT_EQ(Gk_Func::round(2.3, 0.25), 2.25);
   EXPECT_EQ(Gk_Func::round(2.375, 0.25), 2.5);
   EXPECT_EQ(Gk_Func::round(-2.3, 0.25), -2.25);
-  EXPECT_EQ(Gk_Func::round(-2.375, 0.25), -2.25);  // a half goes up
+  EXPECT_EQ(Gk_Func::round(-2.375, 0.25), -2.25);  // halves round up
   EXPECT_EQ(Gk_Func::round(7.0, 0.5), 7.0);
   EXPECT_EQ(Gk_Func::round(0.5, 1.0), 1.0);
-  // Only the fraction is rounded: 3 + 0, and not 4.
+  // Only the fraction is rounded: 3 + 0, not 4.
   EXPECT_EQ(Gk_Func::round(3.75, 2.0), 3.0);
 }
 
-TEST(Gk_FuncTest, Atan2GoesFromZeroToTwoPi) {
+TEST(Gk_FuncTest, Atan2IsBetweenZeroAndTwoPi) {
   EXPECT_EQ(Gk_Func::atan2(-1, 0), 4.71238898038469);
   EXPECT_EQ(Gk_Func::atan2(1, 0), 1.5707963267948966);
   EXPECT_EQ(Gk_Func::atan2(0, 1), 0.0);

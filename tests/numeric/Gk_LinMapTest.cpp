@@ -16,7 +16,7 @@ TEST(Gk_LinMapTest, MapsBySlopeAndOffset) {
   EXPECT_EQ(map.invert(7.0), 5.0);
 }
 
-TEST(Gk_LinMapTest, TheIdentityHandsOn) {
+TEST(Gk_LinMapTest, IdentityReturnsArgument) {
   Gk_LinMap const map(1.0 + 5e-11, 5e-11);
   EXPECT_TRUE(map.isIdentity());
   EXPECT_EQ(map.apply(1e6), 1e6);
@@ -34,7 +34,7 @@ TEST(Gk_LinMapTest, MinusOneNegates) {
   EXPECT_EQ(map.invert(3.0), -3.0);
 }
 
-TEST(Gk_LinMapTest, ANegativeSlopeWithAnOffsetIsNoUnit) {
+TEST(Gk_LinMapTest, NegativeSlopeWithOffsetIsNotUnit) {
   Gk_LinMap const map(-1.0, 4.0);
   EXPECT_TRUE(map.isNegate());
   EXPECT_EQ(map.apply(3.0), 1.0);
@@ -47,14 +47,14 @@ TEST(Gk_LinMapTest, AFlatMapInvertsToZero) {
   EXPECT_EQ(Gk_LinMap(0.5e-9, 0.0).invert(1e-9), 2.0);
 }
 
-TEST(Gk_LinMapTest, InverseGoesBack) {
+TEST(Gk_LinMapTest, InverseUndoesApply) {
   Gk_LinMap const back = Gk_LinMap(4.0, 6.0).inverse();
   EXPECT_EQ(back.slope(), 0.25);
   EXPECT_EQ(back.offset(), -1.5);
   EXPECT_EQ(back.apply(14.0), 2.0);
 }
 
-TEST(Gk_LinMapTest, TheInverseOfAFlatMapDividesByZero) {
+TEST(Gk_LinMapTest, InverseOfZeroSlopeDividesByZero) {
   Gk_LinMap const back = Gk_LinMap(0.0, 6.0).inverse();
   EXPECT_TRUE(std::isinf(back.slope()));
   EXPECT_TRUE(std::isinf(back.offset()));
@@ -67,21 +67,21 @@ TEST(Gk_LinMapTest, ComposeBeforeRunsThisFirst) {
   EXPECT_EQ(map.offset(), 22.0);  // 5 * 3 + 7
 }
 
-TEST(Gk_LinMapTest, ComposeAfterRunsTheOtherFirst) {
+TEST(Gk_LinMapTest, ComposeAfterAppliesOtherFirst) {
   Gk_LinMap map(2.0, 3.0);
   map.compose(Gk_LinMap(5.0, 7.0), false);
   EXPECT_EQ(map.slope(), 10.0);
   EXPECT_EQ(map.offset(), 17.0);  // 2 * 7 + 3
 }
 
-TEST(Gk_LinMapTest, ComposeUsesTheMapAsItWasForTheOffset) {
-  // The unit map hands 7 on, though its slope is a little above 1.
+TEST(Gk_LinMapTest, ComposeUsesOriginalMapForOffset) {
+  // A unit map returns 7, although its slope is slightly above 1.
   Gk_LinMap map(1.0 + 5e-11, 0.0);
   map.compose(Gk_LinMap(5.0, 7.0), false);
   EXPECT_EQ(map.offset(), 7.0);
 }
 
-TEST(Gk_LinMapTest, ComposeWithTheIdentityChangesNothing) {
+TEST(Gk_LinMapTest, ComposeWithIdentityChangesNothing) {
   Gk_LinMap map(2.0, 3.0);
   map.compose(Gk_LinMap(1.0 + 5e-11, 5e-11), true);
   EXPECT_EQ(map.slope(), 2.0);
@@ -98,7 +98,7 @@ TEST(Gk_LinMapTest, ComposeClassifiesAfresh) {
   EXPECT_EQ(map.apply(3.0), -6.0);
 }
 
-TEST(Gk_LinMapTest, EqualWithinTheTolerance) {
+TEST(Gk_LinMapTest, EqualWithinTolerance) {
   Gk_LinMap const map(2.0, 3.0);
   EXPECT_TRUE(map == Gk_LinMap(2.0 + 5e-11, 3.0 - 5e-11));
   EXPECT_FALSE(map == Gk_LinMap(2.0 + 2e-10, 3.0));

@@ -23,13 +23,13 @@ TEST(VRELDateTest, JoinsMonthDayAndYear) {
   EXPECT_EQ(out.toUtf8(), "AUG 17 2004");
 }
 
-TEST(VRELDateTest, TheResultMayBeOneOfTheArguments) {
+TEST(VRELDateTest, ResultMayBeArgument) {
   VRELString day = Text("17");
   EXPECT_EQ(VRELDate::FormatDate(day, Text("AUG"), day, day), VREL_S_OK);
   EXPECT_EQ(day.toUtf8(), "AUG 17 17");
 }
 
-TEST(VRELDateTest, AnEmptyTextFails) {
+TEST(VRELDateTest, EmptyStringFails) {
   VRELString const empty;
   VRELString const some = Text("1");
   VRELString out = Text("before");
@@ -68,7 +68,7 @@ TEST(VRELDateTest, SecondsAreDatesInUtc) {
   EXPECT_EQ(out.toUtf8(), "Wed Dec 31 23:59:59 1969");
 }
 
-TEST(VRELDateTest, TheTimeZoneTakesNoPart) {
+TEST(VRELDateTest, IgnoresTimeZone) {
   ChildResult const child = RunInChild([] {
     setenv("TZ", "EAST-5", 1);
     tzset();

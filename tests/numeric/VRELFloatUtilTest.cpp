@@ -44,7 +44,7 @@ TEST(VRELFloatUtilTest, CheckSign) {
   EXPECT_EQ(sign("\xE9"), 0);
 }
 
-TEST(VRELFloatUtilTest, NullTextReadsAsZeroAndLeavesTheEnd) {
+TEST(VRELFloatUtilTest, NullIsZeroAndKeepsEnd) {
   char other = 'x';
   char* end = &other;
   EXPECT_EQ(VRELFloatUtil::vrelstrtod(nullptr, &end), 0.0);
@@ -57,13 +57,13 @@ TEST(VRELFloatUtilTest, ANullEndIsAllowed) {
   EXPECT_EQ(VRELFloatUtil::vrelstrtod(nullptr, nullptr), 0.0);
 }
 
-TEST(VRELFloatUtilTest, VrelatofDropsTheValue) {
+TEST(VRELFloatUtilTest, VrelatofReturnsZero) {
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof("2.5")), 0u);
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof("-2.5")), 0u);
   EXPECT_EQ(Bits(VRELFloatUtil::vrelatof(nullptr)), 0u);
 }
 
-TEST(VRELFloatUtilTest, TheDecimalMarkIsAPointInEveryLocale) {
+TEST(VRELFloatUtilTest, DecimalMarkIgnoresLocale) {
   ChildResult const child = RunInTurkishLocale([] {
     bool const right = std::strtod("1,5", nullptr) == 1.5 && VRELFloatUtil::vrelstrtod("1.5", nullptr) == 1.5 &&
                        VRELFloatUtil::vrelstrtod("1,5", nullptr) == 1.0;
@@ -122,7 +122,7 @@ TEST(VRELFloatUtilTest, BeginsAtWhiteSpaceSignDigitOrPoint) {
       {"\xA0"
        "7",
        0.0, 0},
-      // Behind white space any one punctuation byte counts as a plus sign.
+      // After white space one punctuation byte counts as a plus sign.
       {" #5", 5.0, 3},
       {" ~5", 5.0, 3},
       {" @5", 5.0, 3},
@@ -140,7 +140,7 @@ TEST(VRELFloatUtilTest, BeginsAtWhiteSpaceSignDigitOrPoint) {
   });
 }
 
-TEST(VRELFloatUtilTest, StopsAtWhatIsNoPartOfTheNumber) {
+TEST(VRELFloatUtilTest, StopsAfterNumber) {
   ExpectReadings({
       {"1.2.3", 1.2, 3},
       {".5.", 0.5, 2},
@@ -162,7 +162,7 @@ TEST(VRELFloatUtilTest, StopsAtWhatIsNoPartOfTheNumber) {
   });
 }
 
-TEST(VRELFloatUtilTest, TheExponentHasOneSignAnywhere) {
+TEST(VRELFloatUtilTest, ExponentSignMayBeAnywhere) {
   ExpectReadings({
       {"1e5-3", 0x1.ea6608e29b24dp-177, 5},  // 1e-53
       {"1e1+2", 1e12, 5},
@@ -172,12 +172,12 @@ TEST(VRELFloatUtilTest, TheExponentHasOneSignAnywhere) {
   });
 }
 
-// Values that an independent run of the steps gave, in double arithmetic of another language.
-TEST(VRELFloatUtilTest, RoundsAsTheChainOfOperationsDoes) {
+// Values of an independent implementation of the steps in another language.
+TEST(VRELFloatUtilTest, RoundsByDocumentedOperations) {
   ExpectReadings({
       {"0.70710678118654757", 0x1.6a09e667f3bcdp-1, 19},
       {"3.141592653589793", 0x1.921fb54442d18p+1, 17},
-      {"0.30479999999999996", 0x1.381d7dbf487fdp-2, 19},  // strtod gives one unit less
+      {"0.30479999999999996", 0x1.381d7dbf487fdp-2, 19},  // strtod returns one unit less
       {"6.02214076e23", 0x1.fe185ca57c517p+78, 13},
       {"1.6e-35", 0x1.54484932d2e72p-116, 7},
       {"1e22", 1e22, 4},
@@ -189,11 +189,11 @@ TEST(VRELFloatUtilTest, RoundsAsTheChainOfOperationsDoes) {
   });
 }
 
-TEST(VRELFloatUtilTest, TheMantissaStopsGrowingAtTwoToThe53) {
+TEST(VRELFloatUtilTest, MantissaStopsAtTwoToThe53) {
   ExpectReadings({
       {"9007199254740991", 9007199254740991.0, 16},
       {"9007199254740992", 9007199254740992.0, 16},
-      // 2^53 + 1 is rounded to 2^53. Exactly there, more digits are dropped without being counted.
+      // 2^53 + 1 is rounded to 2^53. At exactly 2^53 further digits are dropped and not counted.
       {"9007199254740993", 9007199254740992.0, 16},
       {"90071992547409931", 9007199254740992.0, 17},
       {"9007199254740992123", 9007199254740992.0, 19},
@@ -201,18 +201,18 @@ TEST(VRELFloatUtilTest, TheMantissaStopsGrowingAtTwoToThe53) {
       // Above, they are counted before the point ...
       {"12345678901234567890", 0x1.56a95319d63e1p+63, 20},
       {"99999999999999999999999999999999", 1e32, 32},
-      // ... and not behind it.
+      // ... and not after it.
       {"0.12345678912345678912345678912345678", 0x1.f9add37c1215ep-4, 37},
   });
 }
 
-TEST(VRELFloatUtilTest, DroppedDigitsAndTheExponentShareOneNumber) {
+TEST(VRELFloatUtilTest, DroppedDigitsShareExponent) {
   ExpectReadings({
       // Three digits are dropped, and the digit of the exponent is dropped and counted: 4.
       {"12345678901234567890e5", 0x1.ac53a7e04bcdap+66, 22},
       // Thirteen are dropped, and two of the exponent: -15.
       {"123456789012345678901234567890e-10", 0x1.8b0fcd32f707ap+3, 34},
-      // Behind a point the exponent's digits count again: five are dropped, 52 in all.
+      // After a point the digits of the exponent count again: five are dropped, 52 in total.
       {"1234567890123456789012.5e2", 0x1.2512b51abfb43p+226, 26},
   });
 }
@@ -236,20 +236,20 @@ TEST(VRELFloatUtilTest, FarExponents) {
       {"1e18446744073709551616", infinity, 22},
       {"0e-500", 0.0, 6},
       {"0e441", 0.0, 5},
-      // The digits hold a small number up.
+      // The number of digits keeps a small number above the limit.
       {"0." + std::string(320, '0') + "1", 0x0.00000000000cap-1022, 323},
       {"0." + std::string(400, '0') + "5e390", 0x1.b7cdfd9d7bdbbp-35, 407},
   });
 }
 
-// 5 to the power 442 is infinite, and zero times infinity is no number.
+// 5^442 is infinite, and zero times infinity is NaN.
 TEST(VRELFloatUtilTest, AZeroWithAHugeExponentIsNotANumber) {
   for (char const* text : {"0e442", "0e500", "0e999999999999"}) {
     EXPECT_TRUE(std::isnan(VRELFloatUtil::vrelstrtod(text, nullptr))) << text;
   }
 }
 
-// The steps of the reading one by one, with nothing done to be fast.
+// The documented steps, without fast paths.
 Reading ReadSlowly(std::string const& string) {
   char const* const text = string.c_str();
   double const limit = 9007199254740992.0;
@@ -365,17 +365,17 @@ class Texts {
   std::mt19937 random{20240817};
 };
 
-TEST(VRELFloatUtilTest, AgreesWithTheStepsOnRandomNumbers) {
+TEST(VRELFloatUtilTest, EqualsModelOnRandomNumbers) {
   Texts texts;
   for (int i = 0; i < 200000 && !HasFailure(); ++i) ExpectSameReading(texts.Number());
 }
 
-TEST(VRELFloatUtilTest, AgreesWithTheStepsOnNoise) {
+TEST(VRELFloatUtilTest, EqualsModelOnRandomBytes) {
   Texts texts;
   for (int i = 0; i < 200000 && !HasFailure(); ++i) ExpectSameReading(texts.Noise());
 }
 
-TEST(VRELFloatUtilTest, AgreesWithTheStepsOnEveryExponent) {
+TEST(VRELFloatUtilTest, EqualsModelOnEveryExponent) {
   for (int e = -800; e <= 800; ++e) {
     for (char const* mantissa : {"1", "9.87654321", "0.00012345678901234567", "8888888888888888888.5"}) {
       ExpectSameReading(mantissa + ("e" + std::to_string(e)));
@@ -383,7 +383,7 @@ TEST(VRELFloatUtilTest, AgreesWithTheStepsOnEveryExponent) {
   }
 }
 
-TEST(VRELFloatUtilTest, AgreesWithTheStepsAroundTheMantissasLimit) {
+TEST(VRELFloatUtilTest, EqualsModelAroundMantissaLimit) {
   for (std::uint64_t n = 9007199254740970; n <= 9007199254741010; ++n) {
     for (char const* tail : {"", "0", "7", "77.7", ".7", ".77e3", "e1", "123e-4"}) {
       ExpectSameReading(std::to_string(n) + tail);

@@ -15,7 +15,7 @@ std::string NumericLocale() {
   return std::setlocale(LC_NUMERIC, nullptr);
 }
 
-// Runs `body` in a child whose locale it may change, and gives what it printed.
+// Runs `body` in a child process, whose locale it may change, and returns its output.
 template <class Body>
 std::string Printed(Body body) {
   ChildResult const child = RunInChild([&] {
@@ -26,7 +26,7 @@ std::string Printed(Body body) {
   return child.output;
 }
 
-TEST(VRELLocalNumericLocaleOverrideTest, NumbersAreNeutralWithinTheScope) {
+TEST(VRELLocalNumericLocaleOverrideTest, ScopeUsesLocaleC) {
   EXPECT_EQ(Printed([] {
               std::setlocale(LC_ALL, "C.UTF-8");
               {
@@ -38,7 +38,7 @@ TEST(VRELLocalNumericLocaleOverrideTest, NumbersAreNeutralWithinTheScope) {
             "C,C.UTF-8,C.UTF-8,C.UTF-8");
 }
 
-TEST(VRELLocalNumericLocaleOverrideTest, MixedCategoriesStayNeutralBehindTheScope) {
+TEST(VRELLocalNumericLocaleOverrideTest, MixedCategoriesKeepLocaleC) {
   EXPECT_EQ(Printed([] {
               std::setlocale(LC_ALL, "C");
               std::setlocale(LC_NUMERIC, "C.UTF-8");
@@ -49,7 +49,7 @@ TEST(VRELLocalNumericLocaleOverrideTest, MixedCategoriesStayNeutralBehindTheScop
             "C.UTF-8,C");
 }
 
-TEST(VRELLocalNumericLocaleOverrideTest, InitializeGivesTheNewNumericLocale) {
+TEST(VRELLocalNumericLocaleOverrideTest, InitializeReturnsNewLocale) {
   EXPECT_EQ(Printed([] {
               std::setlocale(LC_ALL, "C.UTF-8");
               VRELLocalNumericLocaleOverride neutral;
@@ -72,7 +72,7 @@ TEST(VRELLocalNumericLocaleOverrideTest, SaveKeepsWhatRestoreSets) {
             "0,0,C.UTF-8");
 }
 
-TEST(VRELLocalNumericLocaleOverrideTest, RestoreFailsForTheNameOfMixedCategories) {
+TEST(VRELLocalNumericLocaleOverrideTest, RestoreFailsForMixedCategories) {
   EXPECT_EQ(Printed([] {
               std::setlocale(LC_ALL, "C");
               std::setlocale(LC_CTYPE, "C.UTF-8");
@@ -84,7 +84,7 @@ TEST(VRELLocalNumericLocaleOverrideTest, RestoreFailsForTheNameOfMixedCategories
             "1,C.UTF-8");
 }
 
-TEST(VRELLocalNumericLocaleOverrideTest, TheDecimalMarkIsAPoint) {
+TEST(VRELLocalNumericLocaleOverrideTest, DecimalMarkIsPoint) {
   ChildResult const child = RunInTurkishLocale([] {
     std::printf("%.1f ", 1.5);
     {

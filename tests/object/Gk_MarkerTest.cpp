@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(Gk_MarkerTest, CarriesTheTokenItself) {
+TEST(Gk_MarkerTest, CopyKeepsTokenPointer) {
   char const* const token = "CANNOT_OPEN_FILE";
   Gk_Marker const marker(token);
   Gk_Marker const copy(marker);
@@ -19,7 +19,7 @@ TEST(Gk_MarkerTest, CarriesTheTokenItself) {
   EXPECT_EQ(copy.token(), token);
 }
 
-TEST(Gk_MarkerTest, EqualityAndOrderGoByCharacters) {
+TEST(Gk_MarkerTest, ComparesCharacters) {
   std::string const sameText = "abc";
   EXPECT_TRUE(Gk_Marker("abc") == Gk_Marker(sameText.c_str()));
   EXPECT_FALSE(Gk_Marker("abc") == Gk_Marker("ABC"));
@@ -29,7 +29,7 @@ TEST(Gk_MarkerTest, EqualityAndOrderGoByCharacters) {
   EXPECT_FALSE(Gk_Marker("b") < Gk_Marker("a"));
 }
 
-TEST(Gk_MarkerTest, ANullTokenHasNoCharacters) {
+TEST(Gk_MarkerTest, NullTokenEqualsEmptyToken) {
   Gk_Marker const null(nullptr);
   EXPECT_EQ(null.token(), nullptr);
   EXPECT_TRUE(null == Gk_Marker(""));
@@ -49,7 +49,7 @@ struct CompareRow {
 
 class Gk_MarkerCompareTest : public testing::TestWithParam<CompareRow> {};
 
-TEST_P(Gk_MarkerCompareTest, Compares) {
+TEST_P(Gk_MarkerCompareTest, ReturnsOrder) {
   CompareRow const& row = GetParam();
   EXPECT_EQ(Gk_Marker(row.self).compare(Gk_Marker(row.other)), row.expected) << row.self << " with " << row.other;
 }
@@ -65,23 +65,23 @@ INSTANTIATE_TEST_SUITE_P(
         // The optional tail of the right side.
         CompareRow{"op", "op#tion", 0}, CompareRow{"opt", "op#tion", 0}, CompareRow{"option", "op#tion", 0},
         CompareRow{"o", "op#tion", 1}, CompareRow{"optionx", "op#tion", -1}, CompareRow{"", "#all", 0},
-        // Case does not count.
+        // Case is ignored.
         CompareRow{"Abc", "abc", 0}, CompareRow{"abc", "aBC", 0}, CompareRow{"OP#TION", "opt", 0},
         // Without tails, the ends are the reverse of strcmp and the characters are not.
         CompareRow{"abc", "abcd", 1}, CompareRow{"abcd", "abc", -1}, CompareRow{"", "a", 1}, CompareRow{"a", "", -1},
         CompareRow{"", "", 0}, CompareRow{"abc", "abd", -1}, CompareRow{"abd", "abc", 1},
-        // Letters are lowered before they are ordered: '_' stands above 'Z' and below 'a'.
+        // Compared in lower case: '_' is above 'Z' and below 'a'.
         CompareRow{"Z", "_", 1}, CompareRow{"_", "Z", -1},
-        // Bytes are ordered without sign.
+        // Bytes are unsigned.
         CompareRow{"\xE9", "z", 1}, CompareRow{"z", "\xE9", -1},
-        // Two marks at the same place cancel out.
+        // Two marks at the same position cancel each other.
         CompareRow{"op#tion", "op#tion", 0}, CompareRow{"op#tion", "op#t", -1}, CompareRow{"op#t", "op#tion", 1},
-        // Marks at different places: the first tail is over where the second mark stands.
+        // Marks at different positions: the second mark ends the first tail.
         CompareRow{"o#ption", "op#tion", 0}, CompareRow{"o#ption", "op#t", -1}, CompareRow{"op#tion", "o#pt", -1},
         // A second mark in one keyword changes nothing.
         CompareRow{"o#p#tion", "op", 0}, CompareRow{"op##tion", "op", 0}));
 
-TEST(Gk_ExceptionTest, IsThrownByValueWithItsToken) {
+TEST(Gk_ExceptionTest, IsThrownByValue) {
   Gk_Exception parent("parent");
   try {
     throw Gk_Exception("Gk_IOException", &parent);
@@ -91,7 +91,7 @@ TEST(Gk_ExceptionTest, IsThrownByValueWithItsToken) {
   EXPECT_EQ(sizeof(Gk_Exception), sizeof(Gk_Marker));
 }
 
-TEST(VRELArchiveExceptionTest, IsThrownAsAPointerThatTheCatcherDeletes) {
+TEST(VRELArchiveExceptionTest, IsThrownAsPointer) {
   try {
     throw new VRELArchiveException(VRELArchiveNotANumber);
   } catch (VRELArchiveException* caught) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELObjectTest, HoldsACopyOfItsTypeName) {
+TEST(VRELObjectTest, CopiesTypeName) {
   std::string name = "VRELEvent";
   VRELObject const object(name.c_str());
   name[0] = 'x';
@@ -16,34 +16,34 @@ TEST(VRELObjectTest, HoldsACopyOfItsTypeName) {
   EXPECT_EQ(object.GetReferenceCount(), 0u);
 }
 
-TEST(VRELObjectTest, VirtualOperationKeepsItsSlot) {
+TEST(VRELObjectTest, IsKindOfHasSlot5) {
   EXPECT_EQ(SlotOf(&VRELObject::IsKindOf), 5U);
 }
 
-TEST(VRELObjectTest, NullAndEmptyNamesAreNoName) {
+TEST(VRELObjectTest, EmptyNameBecomesNull) {
   EXPECT_EQ(VRELObject(nullptr).GetTypeName(), nullptr);
   EXPECT_EQ(VRELObject("").GetTypeName(), nullptr);
 }
 
-TEST(VRELObjectTest, IsOfItsOwnKindAlone) {
+TEST(VRELObjectTest, IsKindOfComparesOwnNameOnly) {
   VRELObject object("VRELEvent");
   EXPECT_TRUE(object.IsKindOf("VRELEvent"));
   EXPECT_FALSE(object.IsKindOf("VRELEvents"));
   EXPECT_FALSE(object.IsKindOf("VRELEven"));
   EXPECT_FALSE(object.IsKindOf("vrelevent"));
-  EXPECT_FALSE(object.IsKindOf("VRELObject")) << "the class tree is not walked";
+  EXPECT_FALSE(object.IsKindOf("VRELObject"));
   EXPECT_FALSE(object.IsKindOf(""));
   EXPECT_FALSE(object.IsKindOf(nullptr));
 }
 
-TEST(VRELObjectTest, NamelessObjectIsOfNoKind) {
+TEST(VRELObjectTest, IsKindOfIsFalseWithoutName) {
   VRELObject object(nullptr);
   EXPECT_FALSE(object.IsKindOf("VRELEvent"));
   EXPECT_FALSE(object.IsKindOf(""));
   EXPECT_FALSE(object.IsKindOf(nullptr));
 }
 
-TEST(VRELObjectTest, CopiesHaveNamesOfTheirOwn) {
+TEST(VRELObjectTest, CopyAndAssignmentCopyName) {
   VRELObject source("VRELEvent");
   source.RaiseReference();
   VRELObject copy(source);

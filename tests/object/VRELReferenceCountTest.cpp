@@ -6,22 +6,22 @@
 
 namespace {
 
-TEST(VRELReferenceCountTest, StartsWithTheGivenCount) {
+TEST(VRELReferenceCountTest, StartsWithGivenCount) {
   EXPECT_EQ(VRELReferenceCount(0).GetReferenceCount(), 0u);
   EXPECT_EQ(VRELReferenceCount(3).GetReferenceCount(), 3u);
 }
 
-TEST(VRELReferenceCountTest, RaisesAndLowers) {
+TEST(VRELReferenceCountTest, RaisesAndLowersCount) {
   VRELReferenceCount object(0);
   EXPECT_EQ(object.RaiseReference(), 1u);
   EXPECT_EQ(object.RaiseReference(), 2u);
   EXPECT_EQ(object.LowerReference(), 1u);
   EXPECT_EQ(object.LowerReference(), 0u);
-  EXPECT_EQ(object.LowerReference(), 0u) << "a count never goes below 0";
+  EXPECT_EQ(object.LowerReference(), 0u);
   EXPECT_EQ(object.GetReferenceCount(), 0u);
 }
 
-TEST(VRELReferenceCountTest, IsLastCallAtExactlyOne) {
+TEST(VRELReferenceCountTest, IsLastCallAtOne) {
   VRELReferenceCount object(0);
   EXPECT_FALSE(object.IsLastCall());
   object.RaiseReference();
@@ -37,7 +37,7 @@ TEST(VRELReferenceCountTest, CopyStartsAtZero) {
   EXPECT_EQ(source.GetReferenceCount(), 4u);
 }
 
-TEST(VRELReferenceCountTest, AssignmentClearsTheTargetsCountAndNothingElse) {
+TEST(VRELReferenceCountTest, AssignmentClearsCountOfTarget) {
   VRELReferenceCount const source(4);
   VRELReferenceCount target(7);
   EXPECT_EQ(&(target = source), &target);
@@ -46,16 +46,16 @@ TEST(VRELReferenceCountTest, AssignmentClearsTheTargetsCountAndNothingElse) {
   VRELReferenceCount& itself = target;
   target.RaiseReference();
   target = itself;
-  EXPECT_EQ(target.GetReferenceCount(), 0u) << "also when an object is assigned to itself";
+  EXPECT_EQ(target.GetReferenceCount(), 0u);
 }
 
-TEST(VRELReferenceCountTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELReferenceCountTest, VirtualFunctionsHaveSlots) {
   EXPECT_EQ(SlotOf(&VRELReferenceCount::RaiseReference), 2U);
   EXPECT_EQ(SlotOf(&VRELReferenceCount::LowerReference), 3U);
   EXPECT_EQ(SlotOf(&VRELReferenceCount::GetName), 4U);
 }
 
-TEST(VRELReferenceCountTest, HasNoName) {
+TEST(VRELReferenceCountTest, GetNameReturnsNull) {
   EXPECT_EQ(VRELReferenceCount(0).GetName(), nullptr);
 }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(VRELTextCopyTest, CopiesWhatIsThere) {
+TEST(VRELTextCopyTest, CopiesBytes) {
   char const text[] = "hub\xE9";
   char* const copy = VRELTextCopy(text);
   EXPECT_NE(copy, text);
@@ -12,7 +12,7 @@ TEST(VRELTextCopyTest, CopiesWhatIsThere) {
   delete[] copy;
 }
 
-TEST(VRELTextCopyTest, NullAndEmptyTextGiveNull) {
+TEST(VRELTextCopyTest, EmptyStringBecomesNull) {
   EXPECT_EQ(VRELTextCopy(nullptr), nullptr);
   EXPECT_EQ(VRELTextCopy(""), nullptr);
 }

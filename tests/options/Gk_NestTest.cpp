@@ -14,12 +14,12 @@
 
 namespace {
 
-TEST(Gk_NestTest, TheRootIsAFolderByTheNameOfASlash) {
+TEST(Gk_NestTest, RootIsNamedSlash) {
   static_assert(std::is_base_of_v<VRELRoloNode, Gk_Nest>);
   Gk_Nest& root = Gk_Nest::fetchRoot();
   EXPECT_TRUE(root.getValue() == "/");
   EXPECT_EQ(&Gk_Nest::fetchRoot(), &root);
-  // Derived from singly, and not virtually.
+  // Single and not virtual inheritance.
   EXPECT_EQ(static_cast<void*>(static_cast<VRELRoloNode*>(&root)), static_cast<void*>(&root));
 }
 
@@ -32,7 +32,7 @@ TEST(Gk_NestTest, FoldersAreNests) {
   EXPECT_EQ(path.text(), "name");
 }
 
-TEST(Gk_NestTest, OptionsAreFoundAndMadeByPath) {
+TEST(Gk_NestTest, FetchOptionByPath) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.options/a/name", false), nullptr);
   // Nothing was made.
   Gk_ROString folder("Gk_NestTest.options/");
@@ -52,18 +52,18 @@ TEST(Gk_NestTest, OptionsAreFoundAndMadeByPath) {
   ASSERT_EQ(nest->getOptions().size(), 2);
   EXPECT_EQ(nest->getOptions()[0], option);
   EXPECT_EQ(nest->getOptions()[1], other);
-  // A folder's name is no option's.
+  // The name of a folder is not an option.
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.options/a", false), nullptr);
   EXPECT_EQ(Gk_Nest::fetchOption("", false), nullptr);
 }
 
-TEST(Gk_NestTest, OddPathsAreNames) {
+TEST(Gk_NestTest, OddPaths) {
   struct {
     char const* path;
     char const* name;
   } const rows[] = {
-      {"Gk_NestTest.odd/", ""},      // the folder's nameless option
-      {"Gk_NestTest.odd//x", "/x"},  // an empty segment makes no folder
+      {"Gk_NestTest.odd/", ""},      // the option of the folder with an empty name
+      {"Gk_NestTest.odd//x", "/x"},  // an empty segment is no folder
       {"Gk_NestTest.plain", "Gk_NestTest.plain"},
   };
   for (auto const& row : rows) {
@@ -76,17 +76,17 @@ TEST(Gk_NestTest, OddPathsAreNames) {
   }
 }
 
-TEST(Gk_NestTest, TheLatestOfOptionsOfOneNameIsFound) {
+TEST(Gk_NestTest, FetchOptionFindsLatest) {
   Gk_Option* const first = Gk_Nest::fetchOption("Gk_NestTest.latest/first", true);
   Gk_Option* const second = Gk_Nest::fetchOption("Gk_NestTest.latest/second", true);
-  // An option that was made keeps the name that it gave out, so two of one name come from an assignment.
+  // An option keeps its cached name, so that an assignment makes two options of one name.
   *first = *second;
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.latest/second", false), second);
   *second = *Gk_Nest::fetchOption("Gk_NestTest.latest/third", true);
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.latest/second", false), first);
 }
 
-TEST(Gk_NestTest, ObservablesStandBesideTheOptions) {
+TEST(Gk_NestTest, ObservablesAndOptions) {
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.both/name", false), nullptr);
   Gk_Option* const option = Gk_Nest::fetchOption("Gk_NestTest.both/name", true);
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.both/name", false), nullptr);
@@ -99,7 +99,7 @@ TEST(Gk_NestTest, ObservablesStandBesideTheOptions) {
   EXPECT_EQ(Gk_Nest::fetchOption("Gk_NestTest.both/name", false), option);
 }
 
-TEST(Gk_NestTest, CreatingThrowsAnAbortThatIsAskedFor) {
+TEST(Gk_NestTest, CreatePollsAbortFlag) {
   Gk_Option* const option = Gk_Nest::fetchOption("Gk_NestTest.abort/name", true);
   struct {
     char const* text;
@@ -124,7 +124,7 @@ TEST(Gk_NestTest, CreatingThrowsAnAbortThatIsAskedFor) {
   EXPECT_THROW(Gk_ErrMgr::checkAbort(), VRELAbortException);
 }
 
-TEST(Gk_NestTest, ANodeThatIsNoFolderHoldsNothing) {
+TEST(Gk_NestTest, PlainNodeHasNoOptions) {
   auto* const plain = new VRELRoloNode();
   plain->setValue(Gk_String("Gk_NestTest.node"));
   Gk_Nest::fetchRoot().getChildren().add(plain);
@@ -135,7 +135,7 @@ TEST(Gk_NestTest, ANodeThatIsNoFolderHoldsNothing) {
   EXPECT_EQ(Gk_Nest::fetchObservable("Gk_NestTest.node/name", true), nullptr);
 }
 
-TEST(Gk_NestTest, TheTreeIsTornDownAtExit) {
+TEST(Gk_NestTest, TreeIsDestroyedAtExit) {
   struct Node : VRELRoloNode {
     ~Node() override { std::fputs("gone", stdout); }
   };
@@ -147,8 +147,8 @@ TEST(Gk_NestTest, TheTreeIsTornDownAtExit) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(Gk_NestTest, AFolderOwnsWhatItHolds) {
-  // What is not deleted with it is found as a leak.
+TEST(Gk_NestTest, FolderOwnsItems) {
+  // Items that are not deleted would be reported as leaks.
   Gk_Nest nest;
   EXPECT_EQ(nest.getValue().len(), 0);
   Gk_ROString path("a/b/name");

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "Gk_Nest.h"
 #include "Gk_Option.h"
@@ -12,7 +13,7 @@
 
 namespace {
 
-// The names in a store, with their values as texts.
+// Returns the names in a store with their values as strings.
 std::map<std::string, std::string> Contents(VRELOptions const& store) {
   std::map<std::string, std::string> contents;
   VRELOption* option = nullptr;
@@ -35,7 +36,7 @@ VRELOption* Find(VRELOptions const& store, wchar_t const* name) {
   return option;
 }
 
-TEST(Gk_OptionDocTest, AddsOptionsOfEachKind) {
+TEST(Gk_OptionDocTest, AddOptionByKind) {
   Gk_Option* const text = Gk_OptionDoc::addOption(L"OptionDoc.kinds/g/text", VRELString(L"x"), "remark");
   Gk_Option* const truth = Gk_OptionDoc::addOption(L"OptionDoc.kinds/g/truth", true, "remark");
   Gk_Option* const number = Gk_OptionDoc::addOption(L"OptionDoc.kinds/g/number", 2.5, nullptr);
@@ -48,7 +49,7 @@ TEST(Gk_OptionDocTest, AddsOptionsOfEachKind) {
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"/OptionDoc.kinds/g/text"), text);
 }
 
-TEST(Gk_OptionDocTest, AddingTwiceGivesOneOptionWithTheSecondValue) {
+TEST(Gk_OptionDocTest, SecondAddOptionReplacesValue) {
   Gk_Option* const first = Gk_OptionDoc::addOption(L"OptionDoc.twice/n", 1, nullptr);
   Gk_Option* const second = Gk_OptionDoc::addOption(L"OptionDoc.twice/n", 2, nullptr);
   EXPECT_EQ(first, second);
@@ -59,26 +60,26 @@ TEST(Gk_OptionDocTest, AddingTwiceGivesOneOptionWithTheSecondValue) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-TEST(Gk_OptionDocTest, FetchingMakesNothing) {
+TEST(Gk_OptionDocTest, FetchOptionMakesNothing) {
   int const folders = Gk_Nest::fetchRoot().getChildren().size();
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.unknown/group/name"), nullptr);
   EXPECT_EQ(Gk_OptionDoc::fetchOption(VRELString()), nullptr);
   EXPECT_EQ(Gk_Nest::fetchRoot().getChildren().size(), folders);
 }
 
-TEST(Gk_OptionDocTest, ThereAreNeverAnyOptionsAtOnce) {
+TEST(Gk_OptionDocTest, FetchOptionsIsEmpty) {
   Gk_OptionDoc::addOption(L"OptionDoc.full/n", 1, nullptr);
   EXPECT_EQ(Gk_OptionDoc::fetchOptions("OptionDoc.full").size(), 0);
   EXPECT_EQ(Gk_OptionDoc::fetchOptions("OptionDoc.full/").size(), 0);
 }
 
-TEST(Gk_OptionDocTest, CopiesAFolderIntoAStore) {
+TEST(Gk_OptionDocTest, FetchAllComponentOptions) {
   Gk_OptionDoc::addOption(L"OptionDoc.copy/a", 7, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/b", VRELString(L"text"), nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/group/c", true, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/group/deep/d", 2.5, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.copy/next/e", 1, nullptr);
-  // It has no value.
+  // The option has no value.
   ASSERT_NE(Gk_Option::fetch(L"OptionDoc.copy/unset", true), nullptr);
 
   VRELOptions store;
@@ -104,7 +105,7 @@ TEST(Gk_OptionDocTest, CopiesAFolderIntoAStore) {
   }
 }
 
-TEST(Gk_OptionDocTest, TheCurrentValueIsTheDefaultInTheStore) {
+TEST(Gk_OptionDocTest, CurrentValueBecomesDefault) {
   Gk_OptionDoc::addOption(L"OptionDoc.default/a", 1, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.default/a", 2, nullptr);
   VRELOptions store;
@@ -116,9 +117,9 @@ TEST(Gk_OptionDocTest, TheCurrentValueIsTheDefaultInTheStore) {
   EXPECT_EQ(value, 2);
 }
 
-// Case does not count in the store, so that options and folders of the tree meet there under one name: the first that
-// is copied gives the default, the last one the value.
-TEST(Gk_OptionDocTest, CopiesOptionsAndFoldersInTheirOrderAndFoldersLast) {
+// The store ignores case, so that options and folders of the tree can have one name in it: the first one that
+// is copied sets the default, and the last one the value.
+TEST(Gk_OptionDocTest, CopiesOptionsBeforeFolders) {
   Gk_OptionDoc::addOption(L"OptionDoc.order/A", 1, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.order/a", 2, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.order/G/x", 3, nullptr);
@@ -146,7 +147,7 @@ TEST(Gk_OptionDocTest, CopiesOptionsAndFoldersInTheirOrderAndFoldersLast) {
   }
 }
 
-TEST(Gk_OptionDocTest, DotsDivideANameInTheStore) {
+TEST(Gk_OptionDocTest, DotsSeparateTokens) {
   Gk_OptionDoc::addOption(L"OptionDoc.dots/g/a.b", 3, nullptr);
   VRELOptions store;
   Gk_OptionDoc::FetchAllComponentOptions("OptionDoc.dots", store);
@@ -159,7 +160,7 @@ TEST(Gk_OptionDocTest, DotsDivideANameInTheStore) {
   EXPECT_EQ(Find(store, L"b"), nullptr);
 }
 
-TEST(Gk_OptionDocTest, TheDeepestFolderThatExistsServes) {
+TEST(Gk_OptionDocTest, MissingFolderUsesDeepest) {
   Gk_OptionDoc::addOption(L"OptionDoc.deep/a", 1, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.deep/g/b", 2, nullptr);
   struct {
@@ -167,7 +168,7 @@ TEST(Gk_OptionDocTest, TheDeepestFolderThatExistsServes) {
     Pairs contents;
   } const rows[] = {
       {"OptionDoc.deep/g/", {{"/b", "2"}}},
-      // What stands behind the last "/" names something in the folder.
+      // The part after the last "/" names an item in the folder.
       {"OptionDoc.deep/g", {{"/a", "1"}, {"/g/b", "2"}}},
       {"OptionDoc.deep/x/y", {{"/a", "1"}, {"/g/b", "2"}}},
   };
@@ -182,7 +183,7 @@ TEST(Gk_OptionDocTest, TheDeepestFolderThatExistsServes) {
   EXPECT_EQ(Contents(all)["/OptionDoc.deep/g/b"], "2");
 }
 
-TEST(Gk_OptionDocTest, AWalkFromANodeBeginsWithItsPath) {
+TEST(Gk_OptionDocTest, GetAllOptionsPrependsPath) {
   Gk_OptionDoc::addOption(L"OptionDoc.walk/g/a", 1, nullptr);
   Gk_ROString path("OptionDoc.walk/");
   Gk_Nest* const folder = Gk_Nest::fetch(&path, false);
@@ -195,7 +196,7 @@ TEST(Gk_OptionDocTest, AWalkFromANodeBeginsWithItsPath) {
   EXPECT_EQ(Contents(store), (Pairs{{"x/y/g/a", "1"}}));
 }
 
-TEST(Gk_OptionDocTest, NullAddsNothingButTheSlash) {
+TEST(Gk_OptionDocTest, NullNodeAppendsSlash) {
   VRELOptions store;
   VRELString path(L"x");
   GetAllOptionsUnderNode(nullptr, path, store);
@@ -203,7 +204,7 @@ TEST(Gk_OptionDocTest, NullAddsNothingButTheSlash) {
   EXPECT_EQ(store.Size(), 0);
 }
 
-TEST(Gk_OptionDocTest, ANodeThatIsNoFolderIsWalkedThrough) {
+TEST(Gk_OptionDocTest, PlainNodesAreTraversed) {
   VRELRoloNode node;
   auto* const nest = new Gk_Nest();
   nest->setValue(Gk_String("n"));
@@ -215,7 +216,7 @@ TEST(Gk_OptionDocTest, ANodeThatIsNoFolderIsWalkedThrough) {
   EXPECT_EQ(path.toUtf8(), "/");
 }
 
-TEST(Gk_OptionDocTest, ADeepTreeNeedsNoDeepCallStack) {
+TEST(Gk_OptionDocTest, DeepTreeIsTraversedIteratively) {
   std::string folders = "OptionDoc.verydeep/";
   for (int i = 0; i < 100000; ++i) folders += "d/";
   Gk_OptionDoc::addOption(VRELString((folders + "bottom").c_str()), 5, nullptr);
@@ -225,7 +226,7 @@ TEST(Gk_OptionDocTest, ADeepTreeNeedsNoDeepCallStack) {
   EXPECT_EQ(Contents(store)[folders.substr(18) + "bottom"], "5");
 }
 
-TEST(Gk_OptionDocTest, SynchronisesWhatBothComponentsHave) {
+TEST(Gk_OptionDocTest, SynchCopiesCommonOptions) {
   Gk_OptionDoc::addOption(L"OptionDoc.source/same", 7, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.source/group/text", VRELString(L"new"), nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.source/only", 1, nullptr);
@@ -250,8 +251,8 @@ TEST(Gk_OptionDocTest, SynchronisesWhatBothComponentsHave) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-// Whatever the store makes of their tokens.
-TEST(Gk_OptionDocTest, SynchronisesOptionsOfAnyName) {
+// Independent of the tokens in the store.
+TEST(Gk_OptionDocTest, SynchWithAnyName) {
   struct {
     wchar_t const* source;
     wchar_t const* target;
@@ -272,7 +273,7 @@ TEST(Gk_OptionDocTest, SynchronisesOptionsOfAnyName) {
   }
 }
 
-TEST(Gk_OptionDocTest, SynchronisingGivesIntegersToBoolsAndNotBoolsToIntegers) {
+TEST(Gk_OptionDocTest, SynchConvertsIntegerToBool) {
   Gk_OptionDoc::addOption(L"OptionDoc.from/truth", 5, nullptr);
   Gk_OptionDoc::addOption(L"OptionDoc.from/number", true, nullptr);
   Gk_Option* const truth = Gk_OptionDoc::addOption(L"OptionDoc.to/truth", false, nullptr);
@@ -282,19 +283,36 @@ TEST(Gk_OptionDocTest, SynchronisingGivesIntegersToBoolsAndNotBoolsToIntegers) {
   Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.from", L"OptionDoc.to");
   EXPECT_STREQ(truth->string(), "true");
   EXPECT_EQ(number->count(), 7);
-  // One that has no kind as yet takes the source's.
+  // An unset option takes the type of the source.
   VRELValue::VRELValueType kind = VRELValue::UnknownType;
   EXPECT_EQ(unset->GetValueType(kind), VREL_S_OK);
   EXPECT_EQ(kind, VRELValue::DoubleType);
   EXPECT_EQ(unset->value(), 2.5);
 }
 
-TEST(Gk_OptionDocTest, SynchronisingAnUnknownComponentChangesNothing) {
-  Gk_Option* const option = Gk_OptionDoc::addOption(L"OptionDoc.lonely/a", 1, nullptr);
-  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.nobody", L"OptionDoc.lonely");
-  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.lonely", L"OptionDoc.nobody");
+TEST(Gk_OptionDocTest, SynchOfUnknownComponent) {
+  Gk_Option* const option = Gk_OptionDoc::addOption(L"OptionDoc.single/a", 1, nullptr);
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.unknown", L"OptionDoc.single");
+  Gk_OptionDoc::SynchOptionsBetweenComponents(L"OptionDoc.single", L"OptionDoc.unknown");
   EXPECT_EQ(option->count(), 1);
-  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.nobody/a"), nullptr);
+  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.unknown/a"), nullptr);
+}
+
+TEST(Gk_OptionDocTest, AddOptionTakesStrings) {
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/a", "narrow")->string(), "narrow");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/b", L"wide")->string(), "wide");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/c", std::string("text"))->string(), "text");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/d", std::string_view("view and more", 4))->string(), "view");
+  EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/a", "again", "remark")->string(), "again");
+  Gk_Option* const option = Gk_OptionDoc::fetchOption(L"strings/a");
+  EXPECT_EQ(option->set("b"), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "b");
+  EXPECT_EQ(option->set(L"c"), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "c");
+  EXPECT_EQ(option->set(std::string("d")), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "d");
+  EXPECT_EQ(option->set(std::string_view("efg", 1)), VREL_S_OK);
+  EXPECT_STREQ(option->string(), "e");
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The name as VRELOption has it, which tells it of an option with a value alone; "(unset)" for one without.
+// Returns the name as VRELOption reports it; "(unset)" for an unset option.
 std::string NameOf(VRELOption const& option) {
   VRELString name(L"(unset)");
   option.GetName(name);
@@ -21,7 +21,7 @@ VRELValue::VRELValueType KindOf(VRELOption const& option) {
   return kind;
 }
 
-TEST(Gk_OptionTest, StartsUnsetWithAnEmptyName) {
+TEST(Gk_OptionTest, StartsUnset) {
   Gk_Option option;
   EXPECT_EQ(option.getValue().dataLen(), 0);
   EXPECT_EQ(KindOf(option), VRELValue::UnknownType);
@@ -32,16 +32,16 @@ TEST(Gk_OptionTest, StartsUnsetWithAnEmptyName) {
   EXPECT_EQ(option.getVRELString().length(), 0);
 }
 
-TEST(Gk_OptionTest, AddsTwoTexts) {
+TEST(Gk_OptionTest, HasTwoFields) {
   EXPECT_EQ(sizeof(Gk_Option), sizeof(VRELOption) + 2 * sizeof(Gk_String));
 }
 
-TEST(Gk_OptionTest, WhatIsCalledTheValueIsTheName) {
+TEST(Gk_OptionTest, SetValueSetsName) {
   Gk_Option option;
   option.getValue();
   option.setValue(Gk_String("first"));
   EXPECT_STREQ(option.getValue(), "first");
-  // The name that was given once stays.
+  // The cached name is kept.
   option.setValue(Gk_String("second"));
   EXPECT_STREQ(option.getValue(), "first");
   option.set(1);
@@ -53,7 +53,7 @@ TEST(Gk_OptionTest, WhatIsCalledTheValueIsTheName) {
   EXPECT_EQ(NameOf(unterminated), "(unset)");
 }
 
-TEST(Gk_OptionTest, SetsAndReadsEachKind) {
+TEST(Gk_OptionTest, SetAndReadByKind) {
   Gk_Option number;
   EXPECT_EQ(number.set(2.5, "a remark"), VREL_S_OK);
   EXPECT_EQ(KindOf(number), VRELValue::DoubleType);
@@ -86,7 +86,7 @@ TEST(Gk_OptionTest, SetsAndReadsEachKind) {
   EXPECT_EQ(text.getVRELString().toUtf8(), "12 mm");
 }
 
-TEST(Gk_OptionTest, RefusesAnotherKind) {
+TEST(Gk_OptionTest, SetOfOtherKindFails) {
   Gk_Option option;
   option.setValue(Gk_String("n"));
   option.set(7);
@@ -96,7 +96,7 @@ TEST(Gk_OptionTest, RefusesAnotherKind) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-TEST(Gk_OptionTest, TheTextIsThatOfTheLastRead) {
+TEST(Gk_OptionTest, StringIsCached) {
   Gk_Option option;
   option.set(VRELString(L"one"));
   EXPECT_STREQ(option.string(), "one");
@@ -104,7 +104,7 @@ TEST(Gk_OptionTest, TheTextIsThatOfTheLastRead) {
   EXPECT_STREQ(option.string(), "two");
 }
 
-TEST(Gk_OptionTest, ACopyHasNameAndValue) {
+TEST(Gk_OptionTest, CopyHasNameAndValue) {
   Gk_Option option;
   option.setValue(Gk_String("name"));
   option.set(7);
@@ -113,14 +113,14 @@ TEST(Gk_OptionTest, ACopyHasNameAndValue) {
   EXPECT_EQ(NameOf(copy), "name");
   EXPECT_STREQ(copy.getValue(), "name");
   EXPECT_EQ(copy.count(), 7);
-  // The copy is named anew as well, whatever name the first gave out.
+  // The copy has the current name, not the cached one.
   option.setValue(Gk_String("other"));
   Gk_Option renamed(option);
   EXPECT_EQ(NameOf(renamed), "other");
   EXPECT_STREQ(renamed.getValue(), "name");
 }
 
-TEST(Gk_OptionTest, AssignmentTakesNameValueAndTexts) {
+TEST(Gk_OptionTest, AssignmentCopiesCaches) {
   Gk_Option source;
   source.setValue(Gk_String("source"));
   source.getValue();
@@ -133,7 +133,7 @@ TEST(Gk_OptionTest, AssignmentTakesNameValueAndTexts) {
   EXPECT_EQ(NameOf(target), "source");
   EXPECT_STREQ(target.getValue(), "source");
   EXPECT_STREQ(target.string(), "text");
-  // The texts are not shared.
+  // The strings are not shared.
   EXPECT_NE(target.string(), text);
   target.set(VRELString(L"after"));
   target.string();
@@ -142,7 +142,7 @@ TEST(Gk_OptionTest, AssignmentTakesNameValueAndTexts) {
   EXPECT_STREQ(target.getValue(), "source");
 }
 
-TEST(Gk_OptionTest, FetchFindsOrMakesByPath) {
+TEST(Gk_OptionTest, FetchByPath) {
   EXPECT_EQ(Gk_Option::fetch(L"Gk_OptionTest/group/name", false), nullptr);
   Gk_Option* const option = Gk_Option::fetch(L"Gk_OptionTest/group/name", true);
   ASSERT_NE(option, nullptr);

@@ -13,12 +13,12 @@ std::string_view NameOf(std::string const& object) {
   return object;
 }
 
-TEST(VRELCfgFileIndexTest, FindsTheFirstAsAWalkDoes) {
+TEST(VRELCfgFileIndexTest, FindsFirstObject) {
   VRELCfgFileIndex<std::string_view, std::string> index;
   std::vector<std::unique_ptr<std::string>> owned;
   std::vector<std::string*> objects;
   for (int i = 0; i < 200; ++i) {
-    // Each name comes twice.
+    // Each name occurs twice.
     owned.push_back(std::make_unique<std::string>(std::to_string(i * 7 % 100)));
     objects.push_back(owned.back().get());
     for (int wanted = 0; wanted <= 100; ++wanted) {
@@ -32,7 +32,7 @@ TEST(VRELCfgFileIndexTest, FindsTheFirstAsAWalkDoes) {
   }
 }
 
-TEST(VRELCfgFileIndexTest, NothingIsFoundInNothing) {
+TEST(VRELCfgFileIndexTest, EmptyIndex) {
   VRELCfgFileIndex<std::string_view, std::string> index;
   std::string* const* const none = nullptr;
   EXPECT_EQ(index.Find(none, 0, "", NameOf), nullptr);

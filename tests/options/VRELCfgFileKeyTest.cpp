@@ -42,7 +42,7 @@ TEST(VRELCfgFileKeyTest, ManyValuesKeepTheirOrder) {
   for (int i = 0; i < 1000; ++i) EXPECT_EQ(key.GetValue(i).toUtf8(), std::to_string(i));
 }
 
-TEST(VRELCfgFileKeyTest, ExpectedValuesAreNoLimit) {
+TEST(VRELCfgFileKeyTest, ExpectedValuesAreNotLimit) {
   for (int expected : {-1, 0, 1, 3, 20}) {
     VRELCfgFileKey key("layers", expected);
     EXPECT_EQ(key.GetName().toUtf8(), "layers");
@@ -54,7 +54,7 @@ TEST(VRELCfgFileKeyTest, ExpectedValuesAreNoLimit) {
   }
 }
 
-TEST(VRELCfgFileKeyTest, NullIsTheEmptyText) {
+TEST(VRELCfgFileKeyTest, NullIsEmptyString) {
   VRELCfgFileKey key(nullptr);
   EXPECT_EQ(key.GetName().toUtf8(), "");
   key.AppendValue(nullptr);

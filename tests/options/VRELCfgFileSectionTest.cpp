@@ -35,7 +35,7 @@ TEST(VRELCfgFileSectionTest, KeepsKeysInOrder) {
   EXPECT_EQ(section.findKey("layer"), layer);
 }
 
-TEST(VRELCfgFileSectionTest, AppendsKeysOfExpectedValues) {
+TEST(VRELCfgFileSectionTest, CreateKeyWithExpectedValues) {
   VRELCfgFileSection section("Import");
   VRELCfgFileKey* const first = section.createKey("unit", 2);
   VRELCfgFileKey* const second = section.createKey("unit", 1);
@@ -46,7 +46,7 @@ TEST(VRELCfgFileSectionTest, AppendsKeysOfExpectedValues) {
   EXPECT_EQ(first->GetNumValues(), 0);
 }
 
-TEST(VRELCfgFileSectionTest, NamesDifferByCase) {
+TEST(VRELCfgFileSectionTest, NamesAreCaseSensitive) {
   VRELCfgFileSection section("Import");
   section.createKey("unit");
   EXPECT_EQ(section.findKey("Unit"), nullptr);
@@ -56,7 +56,7 @@ TEST(VRELCfgFileSectionTest, NamesDifferByCase) {
   EXPECT_EQ(section.findKey(nullptr), nullptr);
 }
 
-TEST(VRELCfgFileSectionTest, FindsTheFirstOfManyWhileTheyGrow) {
+TEST(VRELCfgFileSectionTest, FindKeyWhileGrowing) {
   VRELCfgFileSection section("Import");
   for (int i = 0; i < 100; ++i) {
     std::string const name = "key" + std::to_string(i);

@@ -16,7 +16,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Loads the bytes from a stream.
+// Loads a file from a stream of bytes.
 VRINResult LoadBytes(VRELCfgFile& file, std::string const& bytes) {
   std::FILE* const stream = std::tmpfile();
   EXPECT_NE(stream, nullptr);
@@ -41,7 +41,7 @@ Texts Errors(VRELCfgFile const& file) {
   return errors;
 }
 
-// The keys of a section, each as its name and its values in brackets.
+// Returns the keys of a section, each as its name and its values in brackets.
 Texts Keys(VRELCfgFile const& file, char const* section = "") {
   VRELCfgFileSection const* const found = file.findSection(section);
   if (found == nullptr) return {"(none)"};
@@ -89,7 +89,7 @@ TEST(VRELCfgFileTest, ReadsSectionsAndKeys) {
   EXPECT_TRUE(file.findSection("Import")->GetSectionName() == "Import");
 }
 
-TEST(VRELCfgFileTest, EmptyFileMakesTheDefaultSection) {
+TEST(VRELCfgFileTest, EmptyFileHasDefaultSection) {
   for (char const* bytes : {"", "\n", " \t\r\n", "# only this"}) {
     Loaded const file(bytes);
     EXPECT_EQ(file.result, VREL_S_OK);
@@ -97,7 +97,7 @@ TEST(VRELCfgFileTest, EmptyFileMakesTheDefaultSection) {
   }
 }
 
-TEST(VRELCfgFileTest, ReadsLines) {
+TEST(VRELCfgFileTest, LineSyntax) {
   struct Row {
     char const* bytes;
     Texts keys;
@@ -107,11 +107,11 @@ TEST(VRELCfgFileTest, ReadsLines) {
       {"a=1", {"a[1]"}, {}},
       {"a=1\nb=2", {"a[1]", "b[2]"}, {}},
       {"a=1\r\nb=2\r\n", {"a[1]", "b[2]"}, {}},
-      // A carriage return alone ends no line.
+      // A carriage return alone does not end a line.
       {"a=1\rb=2\r", {"a[1\rb=2]"}, {}},
       {" \t a \t = \t 1 \t \r\n", {"a[1]"}, {}},
       {"\v=\f", {"\v[\f]"}, {}},
-      // Comments stand on lines of their own.
+      // Comments are whole lines.
       {"#a=1\n;b=2\n \t# c=3\n\t ; d=4\n", {}, {}},
       {"a=1 # one\nb=2;two\n", {"a[1 # one]", "b[2;two]"}, {}},
       // Separators.
@@ -131,17 +131,17 @@ TEST(VRELCfgFileTest, ReadsLines) {
       {"a=,", {"a[][]"}, {}},
       {"a=1,", {"a[1][]"}, {}},
       {"a=\"1,2\"", {"a[\"1][2\"]"}, {}},
-      // One key does not go on with another.
+      // Repeated keys are not merged.
       {"a=1\na=2,3\n", {"a[1]", "a[2][3]"}, {}},
       {"A=1\na=2\n", {"A[1]", "a[2]"}, {}},
-      // Bad lines cost nothing else.
+      // Bad lines do not affect the others.
       {"=value", {}, {KeyError(1, "=value")}},
       {"key=", {}, {KeyError(1, "key=")}},
       {"key = \t", {}, {KeyError(1, "key =")}},
       {" = value", {}, {KeyError(1, "= value")}},
       {"=", {}, {KeyError(1, "=")}},
       {":", {}, {KeyError(1, ":")}},
-      // The first "=" separates, whatever a ":" would do.
+      // The first "=" is the separator, also after a ":".
       {"a:b=", {}, {KeyError(1, "a:b=")}},
       {"=a:b", {}, {KeyError(1, "=a:b")}},
       {"  text  \n", {}, {KeyError(1, "text")}},
@@ -159,7 +159,7 @@ TEST(VRELCfgFileTest, ReadsLines) {
   }
 }
 
-TEST(VRELCfgFileTest, ReadsSectionNames) {
+TEST(VRELCfgFileTest, SectionNames) {
   struct Row {
     char const* line;
     char const* name;
@@ -179,7 +179,7 @@ TEST(VRELCfgFileTest, ReadsSectionNames) {
   }
 }
 
-TEST(VRELCfgFileTest, BadLineLeavesTheSection) {
+TEST(VRELCfgFileTest, BadLineKeepsSection) {
   Loaded const file("[a]\nk=1\n[b\nl=2\nbad\nm=3\n");
   EXPECT_EQ(file.result, VREL_E_FAIL);
   EXPECT_EQ(Keys(file, "a"), (Texts{"k[1]", "l[2]", "m[3]"}));
@@ -187,7 +187,7 @@ TEST(VRELCfgFileTest, BadLineLeavesTheSection) {
   EXPECT_EQ(file.findSection("b"), nullptr);
 }
 
-TEST(VRELCfgFileTest, TextComesInTheDefaultCodepage) {
+TEST(VRELCfgFileTest, TextIsInDefaultCodepage) {
   Loaded const file("Gr\xC3\xB6\xC3\x9F\x65=\xC3\x96,\xFF\n");
   EXPECT_EQ(file.result, VREL_S_OK);
   VRELCfgFileKey const* const key = file.findSection("")->GetKey(0);
@@ -197,7 +197,7 @@ TEST(VRELCfgFileTest, TextComesInTheDefaultCodepage) {
   EXPECT_TRUE(file.ExistKey("Gr\xC3\xB6\xC3\x9F\x65", ""));
 }
 
-TEST(VRELCfgFileTest, ByteOrderMarkBelongsToTheFirstLine) {
+TEST(VRELCfgFileTest, ByteOrderMarkIsPartOfFirstLine) {
   Loaded const file("\xEF\xBB\xBF[a]\nk=1\n");
   EXPECT_EQ(file.result, VREL_E_FAIL);
   EXPECT_EQ(Errors(file), Texts{KeyError(1, "\xEF\xBB\xBF[a]")});
@@ -209,7 +209,7 @@ TEST(VRELCfgFileTest, ByteOrderMarkBelongsToTheFirstLine) {
   EXPECT_TRUE(marked.ExistKey("\xEF\xBB\xBFk", nullptr));
 }
 
-TEST(VRELCfgFileTest, ZeroByteEndsALine) {
+TEST(VRELCfgFileTest, ZeroByteEndsLine) {
   using std::string_literals::operator""s;
   Loaded const file("a=1\0=2\n\0b=3\n[c\0]\nd\0=4\ne=5\0"s);
   EXPECT_EQ(file.result, VREL_E_FAIL);
@@ -220,11 +220,11 @@ TEST(VRELCfgFileTest, ZeroByteEndsALine) {
 
 TEST(VRELCfgFileTest, LongLineIsReadInPieces) {
   struct Row {
-    std::size_t length;  // of the line, without its end
+    std::size_t length;  // of the line without its end
     std::size_t value;
     Texts errors;
   };
-  // The bad line behind it tells how many pieces there were.
+  // The line number of the bad line after it shows the number of pieces.
   Row const rows[] = {
       {1021, 1019, {KeyError(2, "bad")}},
       {1022, 1020, {KeyError(2, "bad")}},
@@ -243,8 +243,8 @@ TEST(VRELCfgFileTest, LongLineIsReadInPieces) {
   }
 }
 
-TEST(VRELCfgFileTest, PieceOfALongLineIsALine) {
-  // The piece behind the first 1023 bytes is a section, the next a key, the next, cut at a carriage return, is blank.
+TEST(VRELCfgFileTest, PieceOfLongLineIsLine) {
+  // The piece after the first 1023 bytes is a section, the next a key, and the next, with a carriage return, is blank.
   std::string const comment = "#" + std::string(1022, 'c');
   std::string const section = "[s]" + std::string(1020, ' ');
   std::string const key = "k=1" + std::string(1019, ' ') + "\r";
@@ -253,7 +253,7 @@ TEST(VRELCfgFileTest, PieceOfALongLineIsALine) {
   EXPECT_EQ(Errors(file), Texts{KeyError(5, "bad")});
 }
 
-TEST(VRELCfgFileTest, LineOfAMegabyteIsReadInPieces) {
+TEST(VRELCfgFileTest, LineOfOneMegabyte) {
   // 1,048,576 bytes are 1025 pieces of 1023 and one byte.
   Loaded const file(std::string(1048576, 'x'));
   EXPECT_EQ(file.result, VREL_E_FAIL);
@@ -261,7 +261,7 @@ TEST(VRELCfgFileTest, LineOfAMegabyteIsReadInPieces) {
   EXPECT_EQ(file.GetErrorMessage(0), KeyError(1, std::string(1023, 'x')));
   EXPECT_EQ(file.GetErrorMessage(1024), KeyError(1025, std::string(1023, 'x')));
   EXPECT_EQ(file.GetErrorMessage(1025), KeyError(1026, "x"));
-  // Each piece of commas is without a separator; only the first has one.
+  // Only the first piece has a separator.
   Loaded const commas("k=" + std::string(1048576, ','));
   EXPECT_EQ(commas.GetArraySize("k", nullptr), 1022);
   EXPECT_EQ(commas.GetErrorCount(), 1025);
@@ -298,7 +298,7 @@ TEST(VRELCfgFileTest, ManyKeysAreFound) {
   }
 }
 
-TEST(VRELCfgFileTest, LoadsAFile) {
+TEST(VRELCfgFileTest, LoadsFile) {
   ScratchDirectory const directory;
   std::string const path = directory.Write("settings.cfg", "[a]\nk=1\n");
   VRELCfgFile file;
@@ -310,21 +310,21 @@ TEST(VRELCfgFileTest, LoadsAFile) {
   EXPECT_EQ(CountOpenDescriptors(bad), 0);
 }
 
-TEST(VRELCfgFileTest, RefusesWhatItCannotOpen) {
+TEST(VRELCfgFileTest, LoadFailureCodes) {
   ScratchDirectory const directory;
   VRELCfgFile file;
   EXPECT_EQ(file.Load(VRELFilePath()), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(file.Load(VRELFilePath(directory.Path("missing").c_str())), VREL_E_FILE_OPEN);
   EXPECT_EQ(file.Load(static_cast<std::FILE*>(nullptr)), VREL_E_INVALID_ARGUMENT);
-  // Nothing was begun.
+  // Nothing was loaded.
   EXPECT_EQ(file.findSection(""), nullptr);
   EXPECT_EQ(file.GetErrorCount(), 0);
-  // A directory can be opened; there is nothing in it to read.
+  // A directory can be opened, and has no content.
   EXPECT_EQ(file.Load(VRELFilePath(directory.Path().c_str())), VREL_S_OK);
   EXPECT_EQ(Keys(file), Texts{});
 }
 
-// How a path opens its file is the path's to say.
+// The mode that is passed to VRELFilePath::OpenFile.
 class RecordingPath : public VRELFilePath {
  public:
   using VRELFilePath::VRELFilePath;
@@ -345,7 +345,7 @@ TEST(VRELCfgFileTest, OpensInTextMode) {
   EXPECT_EQ(empty.modes, Texts{});
 }
 
-TEST(VRELCfgFileTest, StreamIsReadFromWhereItStands) {
+TEST(VRELCfgFileTest, LoadStartsAtStreamPosition) {
   std::FILE* const stream = std::tmpfile();
   ASSERT_NE(stream, nullptr);
   std::fputs("a=1\nb=2\n", stream);
@@ -353,19 +353,19 @@ TEST(VRELCfgFileTest, StreamIsReadFromWhereItStands) {
   VRELCfgFile file;
   EXPECT_EQ(file.Load(stream), VREL_S_OK);
   EXPECT_EQ(Keys(file), Texts{"b[2]"});
-  // It stays open, at its end.
+  // The stream is still open, at its end.
   EXPECT_EQ(std::ftell(stream), 8);
   EXPECT_EQ(std::fclose(stream), 0);
 }
 
-TEST(VRELCfgFileTest, LoadsGather) {
+TEST(VRELCfgFileTest, LoadsAccumulate) {
   Loaded file("a=1\n[s]\nb=2\n");
   // The second file starts in the default section, on line 1.
   EXPECT_EQ(LoadBytes(file, "c=3\n[s]\nd=4\nbad\n"), VREL_E_FAIL);
   EXPECT_EQ(Keys(file), (Texts{"a[1]", "c[3]"}));
   EXPECT_EQ(Keys(file, "s"), (Texts{"b[2]", "d[4]"}));
   EXPECT_EQ(Errors(file), Texts{KeyError(4, "bad")});
-  // Errors stay, and a good file fails with them.
+  // Errors are kept, so that a later load fails.
   EXPECT_EQ(LoadBytes(file, "e=5\n"), VREL_E_FAIL);
   EXPECT_EQ(Keys(file), (Texts{"a[1]", "c[3]", "e[5]"}));
   EXPECT_EQ(file.GetErrorCount(), 1);
@@ -380,7 +380,7 @@ TEST(VRELCfgFileTest, FailedReadFailsTheNextLoad) {
   EXPECT_EQ(LoadBytes(file, "b=1\n"), VREL_E_FAIL);
 }
 
-TEST(VRELCfgFileTest, SectionsAreMadeOnce) {
+TEST(VRELCfgFileTest, CreateSectionFindsExisting) {
   VRELCfgFile file;
   VRELCfgFileSection* const section = file.createSection("a");
   ASSERT_NE(section, nullptr);
@@ -396,7 +396,7 @@ TEST(VRELCfgFileTest, SectionsAreMadeOnce) {
   EXPECT_EQ(value, 5);
 }
 
-TEST(VRELCfgFileTest, ErrorsAreGivenByIndex) {
+TEST(VRELCfgFileTest, GetErrorMessage) {
   VRELCfgFile file;
   EXPECT_EQ(file.GetErrorMessage(0), nullptr);
   file.flagError("%s is %d%%", "share", 40);
@@ -411,17 +411,17 @@ TEST(VRELCfgFileTest, ErrorsAreGivenByIndex) {
   }
 }
 
-TEST(VRELCfgFileTest, LongErrorIsCut) {
+TEST(VRELCfgFileTest, LongErrorIsTruncated) {
   VRELCfgFile file;
   file.flagError("%s", std::string(100000, 'e').c_str());
   EXPECT_EQ(file.GetErrorMessage(0), std::string(4095, 'e'));
 
-  // What is not there is no format.
+  // A null format adds nothing.
   file.flagError(file.GetErrorMessage(1), 1);
   EXPECT_EQ(file.GetErrorCount(), 1);
 }
 
-TEST(VRELCfgFileTest, CutsWhiteSpaceInPlace) {
+TEST(VRELCfgFileTest, RemoveWhiteSpaces) {
   struct Row {
     char const* text;
     char const* rest;
@@ -437,7 +437,7 @@ TEST(VRELCfgFileTest, CutsWhiteSpaceInPlace) {
   VRELCfgFile::removeWhiteSpaces(nullptr);
 }
 
-TEST(VRELCfgFileTest, TellsOfKeys) {
+TEST(VRELCfgFileTest, ExistKeyAndGetArraySize) {
   Loaded const file("a=1,2,3\n[s]\nb=4\nb=5,6\n");
   EXPECT_TRUE(file.ExistKey("a", nullptr));
   EXPECT_TRUE(file.ExistKey("a", ""));
@@ -452,7 +452,7 @@ TEST(VRELCfgFileTest, TellsOfKeys) {
   EXPECT_EQ(file.GetArraySize("b", "t"), 0);
 }
 
-TEST(VRELCfgFileTest, ReadsByIndexFromTheFirstKey) {
+TEST(VRELCfgFileTest, ReadsFirstKeyByIndex) {
   Loaded file("a=1,2,3\na=7\n[s]\na=9\n");
   int value = 0;
   EXPECT_EQ(file.GetInt("a", value, 2, nullptr), 1);
@@ -467,7 +467,7 @@ TEST(VRELCfgFileTest, ReadsByIndexFromTheFirstKey) {
   EXPECT_EQ(Errors(file), (Texts(2, "Incorrect syntax: key:a *** integer value expected.")));
 }
 
-TEST(VRELCfgFileTest, MissingKeyIsNoError) {
+TEST(VRELCfgFileTest, MissingKeyAddsNoError) {
   Loaded file("a=1\n");
   for (char const* section : {"", "s"}) {
     VRELString text(L"untouched");
@@ -487,7 +487,7 @@ TEST(VRELCfgFileTest, MissingKeyIsNoError) {
   EXPECT_EQ(file.GetErrorCount(), 0);
 }
 
-TEST(VRELCfgFileTest, StringsNeverFail) {
+TEST(VRELCfgFileTest, GetStringNeverFails) {
   Loaded const file("a=x,, y\n");
   char const* const values[] = {"x", "", " y", ""};
   for (int index = 0; index < 4; ++index) {
@@ -498,7 +498,7 @@ TEST(VRELCfgFileTest, StringsNeverFail) {
   EXPECT_EQ(file.GetErrorCount(), 0);
 }
 
-// A value as each kind; "-" where the read fails.
+// Returns a value read as each kind; "-" if the read fails.
 struct Reading {
   char const* value;
   char const* asDouble;
@@ -512,7 +512,7 @@ std::string Shown(int result, std::string const& value) {
   return result == 1 ? value : "-";
 }
 
-TEST(VRELCfgFileTest, ReadsByKind) {
+TEST(VRELCfgFileTest, TypedReads) {
   Reading const rows[] = {
       {"0", "0", "0", "0", "-"},
       {"1", "1", "1", "1", "-"},
@@ -533,7 +533,7 @@ TEST(VRELCfgFileTest, ReadsByKind) {
       {"on", "-", "-", "-", "-"},
       {" true", "-", "-", "-", "-"},
       {"", "-", "-", "-", "-"},
-      // A sign is an integer of no digits.
+      // A sign is an integer without digits.
       {"-", "-", "0", "0", "-"},
       {"9999999999", "1e+10", "2147483647", "-", "-"},
       {"\xC3\x96", "-", "-", "-", "-"},
@@ -557,7 +557,7 @@ TEST(VRELCfgFileTest, ReadsByKind) {
     EXPECT_EQ(Shown(gotLogical, std::to_string(logical)), row.asLogical);
     int const gotBool = file.GetBool("k", flag, 0, "s");
     EXPECT_EQ(Shown(gotBool, flag ? "true" : "false"), row.asBool);
-    // Failures leave the target, and each is told.
+    // Failed reads keep the target, and each adds an error.
     Texts errors;
     if (gotDouble == 0) {
       EXPECT_EQ(number, 7.5);
@@ -580,7 +580,7 @@ TEST(VRELCfgFileTest, ReadsByKind) {
   }
 }
 
-TEST(VRELCfgFileTest, ErrorNamesTheKeyInAscii) {
+TEST(VRELCfgFileTest, ErrorHasAsciiKey) {
   VRELCfgFile file;
   VRELString const name(L"100% \u00D6");
   char* bytes = nullptr;
@@ -593,8 +593,8 @@ TEST(VRELCfgFileTest, ErrorNamesTheKeyInAscii) {
   EXPECT_EQ(Errors(file), Texts{"Incorrect syntax: key:100% \x1A *** integer value expected."});
 }
 
-TEST(VRELCfgFileTest, RandomFilesAreReadSafely) {
-  // Whatever the bytes are, each piece is skipped, a section, a key or an error.
+TEST(VRELCfgFileTest, RandomFiles) {
+  // Each piece is skipped, a section, a key or an error.
   std::uint32_t state = 20260311;
   auto const next = [&state] { return (state = state * 1664525U + 1013904223U) >> 16; };
   char const alphabet[] = "ab=:,[]#; \t\r\n\n\0\xC3\xFF";

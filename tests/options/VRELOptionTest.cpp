@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -17,7 +18,7 @@ using Kind = VRELValue::VRELValueType;
 constexpr int errorLevel = 80;
 constexpr int warningLevel = 70;
 
-// One variable of the environment, as long as the object lives.
+// Sets an environment variable for the lifetime of the object.
 class Variable {
  public:
   Variable(char const* aName, char const* text) : name(aName) { setenv(name, text, 1); }
@@ -29,7 +30,7 @@ class Variable {
   char const* name;
 };
 
-// A name of this test's, as long as an option is made of it.
+// An option name for the lifetime of the object.
 VRELOptionName Probe() {
   return VRELOptionName(L"Probe.Name");
 }
@@ -41,7 +42,7 @@ VRELOption TextOption(wchar_t const* text) {
   return VRELOption(Probe(), value, false);
 }
 
-// An option of each kind, from unset to text.
+// An option of each kind, from unset to string.
 std::vector<VRELOption> OneOfEachKind() {
   return {VRELOption(VRELString(L"Probe.Name")), VRELOption(Probe(), 1.5, false), VRELOption(Probe(), 7, false),
           VRELOption(Probe(), false, false), TextOption(L"steel")};
@@ -53,7 +54,7 @@ Kind KindOf(VRELOption const& option) {
   return kind;
 }
 
-// The kind of the value and its text, "?" where there is none.
+// Returns the kind of the value and its string form, "?" if there is none.
 std::string Shown(VRELValue const& value) {
   Kind kind = VRELValue::UnknownType;
   value.GetValueType(kind);
@@ -80,7 +81,7 @@ std::string Name(VRELOption const& option) {
   return name.toUtf8();
 }
 
-TEST(VRELOptionTest, IsAPlainClass) {
+TEST(VRELOptionTest, IsNotPolymorphic) {
   EXPECT_FALSE(std::is_polymorphic_v<VRELOption>);
 }
 
@@ -117,7 +118,7 @@ TEST(VRELOptionTest, ConstructorsSetBothValues) {
   }
 }
 
-TEST(VRELOptionTest, UnsetOptionGivesNothing) {
+TEST(VRELOptionTest, UnsetOptionFails) {
   VRELValue none;
   for (VRELOption const& option :
        {VRELOption(), VRELOption(VRELString(L"Probe.Name")), VRELOption(Probe(), none, true)}) {
@@ -157,7 +158,7 @@ TEST(VRELOptionTest, UnsetOptionGivesNothing) {
   }
 }
 
-TEST(VRELOptionTest, NameCanBeReadOnceThereIsAValue) {
+TEST(VRELOptionTest, NameRequiresValue) {
   VRELOption option(VRELString(L"Probe.Name"));
   EXPECT_EQ(Name(option), "untouched");
   EXPECT_EQ(option.SetValue(3), VREL_S_OK);
@@ -173,7 +174,7 @@ TEST(VRELOptionTest, NameCanBeReadOnceThereIsAValue) {
   EXPECT_FALSE(isPrivate);
 }
 
-TEST(VRELOptionTest, NameChanges) {
+TEST(VRELOptionTest, ChangeName) {
   VRELOption option(Probe(), 7, false);
   EXPECT_EQ(option.ChangeName(L"other"), VREL_S_OK);
   EXPECT_EQ(Name(option), "other");
@@ -183,7 +184,7 @@ TEST(VRELOptionTest, NameChanges) {
   EXPECT_EQ(Name(unset), "later");
 }
 
-TEST(VRELOptionTest, ReadsConvert) {
+TEST(VRELOptionTest, TypedReadsConvert) {
   struct Row {
     VRELOption option;
     char const* text;
@@ -220,9 +221,9 @@ TEST(VRELOptionTest, ReadsConvert) {
   }
 }
 
-TEST(VRELOptionTest, UnfitTextGivesTheParsersFailure) {
+TEST(VRELOptionTest, UnparsableStringFails) {
   VRELOption const option = TextOption(L"abc");
-  // What would be told goes to a channel that is silent.
+  // The message is sent to a silent channel.
   RecordingListener const listener;
   for (bool fromDefault : {false, true}) {
     bool flag = true;
@@ -238,7 +239,7 @@ TEST(VRELOptionTest, UnfitTextGivesTheParsersFailure) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST(VRELOptionTest, ReadsSeeTheCurrentValueOnly) {
+TEST(VRELOptionTest, ReadsReturnCurrentValue) {
   VRELOption option(Probe(), 7, false);
   EXPECT_EQ(option.SetValue(8), VREL_S_OK);
   EXPECT_EQ(Current(option), "int 8");
@@ -282,7 +283,7 @@ TEST(VRELOptionTest, FirstValueSetsTheType) {
   EXPECT_EQ(Current(integer) + ", " + Default(integer), "int 9, int 9");
 }
 
-TEST(VRELOptionTest, ValueWithoutAKindLeavesItUnset) {
+TEST(VRELOptionTest, UnknownKindLeavesUnset) {
   VRELOption option;
   RecordingListener const listener;
   EXPECT_EQ(option.SetValue(VRELValue()), VREL_S_OK);
@@ -325,7 +326,7 @@ std::string Refusal(char const* offered, char const* held) {
          ") for option 'Probe.Name'.";
 }
 
-TEST(VRELOptionTest, WritesByKind) {
+TEST(VRELOptionTest, SetValueByKind) {
   char const* const names[] = {"unknown", "double", "int", "bool", "string"};
   char const* const taken[] = {"", "double 0.250000", "int 5", "bool true", "string wood"};
   for (int held = 1; held < 5; ++held) {
@@ -354,7 +355,7 @@ TEST(VRELOptionTest, WritesByKind) {
   }
 }
 
-TEST(VRELOptionTest, IntegerServesABoolOption) {
+TEST(VRELOptionTest, BoolOptionAcceptsInteger) {
   VRELOption option(Probe(), true, false);
   EXPECT_EQ(option.SetValue(0), VREL_S_OK);
   EXPECT_EQ(Current(option), "bool false");
@@ -370,7 +371,7 @@ TEST(VRELOptionTest, IntegerServesABoolOption) {
   EXPECT_EQ(Default(option), "bool true");
 }
 
-TEST(VRELOptionTest, RefusalNamesWhatIsNotAscii) {
+TEST(VRELOptionTest, RefusalWithNonAsciiName) {
   VRELOption option(VRELString(L"100% \u00D6"));
   EXPECT_EQ(option.SetValue(7), VREL_S_OK);
   RecordingListener const listener;
@@ -379,7 +380,7 @@ TEST(VRELOptionTest, RefusalNamesWhatIsNotAscii) {
                                     "option '100% \x1A'."});
 }
 
-TEST(VRELOptionTest, AssignmentKeepsAnOwnDefault) {
+TEST(VRELOptionTest, AssignmentKeepsDefault) {
   VRELOption left(Probe(), 7, false);
   VRELOption right = TextOption(L"steel");
   right.ChangeName(L"right");
@@ -388,7 +389,7 @@ TEST(VRELOptionTest, AssignmentKeepsAnOwnDefault) {
   EXPECT_EQ(Current(left), "string steel");
   EXPECT_EQ(Name(left), "right");
   EXPECT_EQ(KindOf(left), VRELValue::IntType);
-  // The type is still that of the default.
+  // The type is still that of the default value.
   EXPECT_EQ(left.SetValue(VRELString(L"wood")), VREL_E_ERROR);
   EXPECT_EQ(left.SetValue(8), VREL_S_OK);
   EXPECT_EQ(Current(left), "int 8");
@@ -397,7 +398,7 @@ TEST(VRELOptionTest, AssignmentKeepsAnOwnDefault) {
   EXPECT_EQ(Current(right), "int 8");
 }
 
-TEST(VRELOptionTest, AssignmentToAnUnsetOptionBringsTheDefault) {
+TEST(VRELOptionTest, AssignmentToUnsetCopiesDefault) {
   VRELOption right(Probe(), 7, true);
   right.SetValue(8);
   VRELOption left(VRELString(L"left"));
@@ -415,7 +416,7 @@ TEST(VRELOptionTest, AssignmentToAnUnsetOptionBringsTheDefault) {
   EXPECT_EQ(Name(copy), "Probe.Name");
 }
 
-TEST(VRELOptionTest, AssignmentOfAnUnsetOptionTakesTheCurrentValueAway) {
+TEST(VRELOptionTest, AssignmentOfUnsetClearsValue) {
   VRELOption left(Probe(), 7, true);
   left = VRELOption(VRELString(L"right"));
   EXPECT_EQ(Default(left), "int 7");
@@ -431,7 +432,7 @@ TEST(VRELOptionTest, AssignmentOfAnUnsetOptionTakesTheCurrentValueAway) {
   EXPECT_EQ(integer, 77);
 }
 
-TEST(VRELOptionTest, AssignmentToItselfChangesNothing) {
+TEST(VRELOptionTest, SelfAssignment) {
   VRELOption option(Probe(), 7, true);
   option.SetValue(8);
   VRELOption const& same = option;
@@ -441,7 +442,7 @@ TEST(VRELOptionTest, AssignmentToItselfChangesNothing) {
   EXPECT_EQ(Name(option), "Probe.Name");
 }
 
-TEST(VRELOptionTest, NamesItsVariable) {
+TEST(VRELOptionTest, FormEnvVarName) {
   EXPECT_EQ(formEnvVarName(L"Probe.Name").toUtf8(), "VRELProbe.Name");
   EXPECT_EQ(formEnvVarName(L"").toUtf8(), "VREL");
   EXPECT_EQ(formEnvVarName(L"a b=*\u00D6").toUtf8(), "VRELa b=*\xC3\x96");
@@ -460,9 +461,9 @@ struct EnvironmentReads {
   std::vector<VRINResult> results;
 };
 
-TEST(VRELOptionTest, EnvironmentBeatsTheCurrentValue) {
+TEST(VRELOptionTest, EnvironmentOverridesValue) {
   Variable const variable(probeVariable, "2.5");
-  // Also in an option that is unset, and in one of whatever kind.
+  // Also for an unset option, and for any kind.
   for (VRELOption const& option : OneOfEachKind()) {
     RecordingListener const listener;
     EnvironmentReads const reads(option, true);
@@ -479,7 +480,7 @@ TEST(VRELOptionTest, EnvironmentBeatsTheCurrentValue) {
   }
 }
 
-TEST(VRELOptionTest, EnvironmentSwitchesOn) {
+TEST(VRELOptionTest, EnvironmentSetsBool) {
   Variable const variable(probeVariable, "YES");
   RecordingListener const listener;
   bool flag = false;
@@ -488,7 +489,7 @@ TEST(VRELOptionTest, EnvironmentSwitchesOn) {
   EXPECT_EQ(listener.Texts(), Texts{"Probe.Name value overridden to On by environment variable"});
 }
 
-TEST(VRELOptionTest, EnvironmentTextThatIsNoNumberIsIgnored) {
+TEST(VRELOptionTest, EnvironmentIgnoresInvalidNumber) {
   Variable const variable(probeVariable, "many");
   RecordingListener const listener;
   EnvironmentReads const reads(VRELOption(Probe(), 7, false), true);
@@ -504,7 +505,7 @@ TEST(VRELOptionTest, EnvironmentTextThatIsNoNumberIsIgnored) {
   EXPECT_EQ(integer, 77);
 }
 
-TEST(VRELOptionTest, EnvironmentIsAskedOnlyWithTheFlag) {
+TEST(VRELOptionTest, EnvironmentRequiresFlag) {
   Variable const variable(probeVariable, "2");
   RecordingListener const listener;
   VRELOption const option(Probe(), 7, false);
@@ -523,7 +524,7 @@ TEST(VRELOptionTest, EnvironmentIsAskedOnlyWithTheFlag) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST(VRELOptionTest, WithoutAVariableTheCurrentValueIsRead) {
+TEST(VRELOptionTest, MissingVariableReadsValue) {
   RecordingListener const listener;
   VRELOption option(Probe(), 7, false);
   option.SetValue(8);
@@ -534,13 +535,13 @@ TEST(VRELOptionTest, WithoutAVariableTheCurrentValueIsRead) {
   EXPECT_EQ(reads.number, 8.0);
   EXPECT_EQ(reads.integer, 8);
   EXPECT_TRUE(listener.events.empty());
-  // And what the plain read leaves alone stays as it was.
+  // An argument that the plain read leaves unchanged is unchanged.
   bool flag = true;
   EXPECT_EQ(TextOption(L"abc").GetValue(flag, true), VREL_E_FAIL);
   EXPECT_TRUE(flag);
 }
 
-TEST(VRELOptionTest, NumbersAreWarnedOfInShort) {
+TEST(VRELOptionTest, WarningShortensNumbers) {
   struct Row {
     char const* text;
     char const* warned;
@@ -556,15 +557,51 @@ TEST(VRELOptionTest, NumbersAreWarnedOfInShort) {
   }
 }
 
-TEST(VRELOptionTest, LongTextIsCutInTheWarningAlone) {
+TEST(VRELOptionTest, WarningTruncatesLongString) {
   std::string const text(5000, 'x');
   Variable const variable(probeVariable, text.c_str());
   RecordingListener const listener;
   VRELString value;
   EXPECT_EQ(VRELOption(Probe(), 1, false).GetValue(value, true), VREL_S_OK);
   EXPECT_EQ(value.toUtf8(), text);
-  // 31 bytes stand in front of the text, and 1023 are the most.
+  // 31 bytes are before the string, and a message has at most 1023.
   EXPECT_EQ(listener.Texts(), Texts{"Probe.Name value overridden to " + std::string(1023 - 31, 'x')});
+}
+
+std::string StringOf(VRELOption const& option) {
+  VRELValue::VRELValueType type = VRELValue::UnknownType;
+  VRELString value;
+  option.GetValueType(type);
+  if (type != VRELValue::StringType) return "no string";
+  option.GetValue(value);
+  return value.toUtf8();
+}
+
+TEST(VRELOptionTest, ConstructorsTakeStrings) {
+  VRELOptionName const name(L"Test.Strings");
+  EXPECT_EQ(StringOf(VRELOption(name, "narrow", false)), "narrow");
+  EXPECT_EQ(StringOf(VRELOption(name, L"wide \u00D6", false)), "wide \xC3\x96");
+  EXPECT_EQ(StringOf(VRELOption(name, std::string("text \xC3\x96"), false)), "text \xC3\x96");
+  EXPECT_EQ(StringOf(VRELOption(name, std::string_view("view and more", 4), false)), "view");
+  EXPECT_EQ(StringOf(VRELOption(name, static_cast<char const*>(nullptr), false)), "");
+  EXPECT_EQ(StringOf(VRELOption(name, static_cast<wchar_t const*>(nullptr), false)), "");
+}
+
+TEST(VRELOptionTest, SetValueTakesStrings) {
+  VRELOption option(VRELString(L"Test.Strings"));
+  EXPECT_EQ(option.SetValue("narrow"), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "narrow");
+  EXPECT_EQ(option.SetValue(L"wide \u00D6"), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "wide \xC3\x96");
+  EXPECT_EQ(option.SetValue(std::string("text \xC3\x96")), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "text \xC3\x96");
+  EXPECT_EQ(option.SetValue(std::string_view("view and more", 4)), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "view");
+  EXPECT_EQ(option.SetValue(static_cast<char const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(StringOf(option), "");
+  // A string is refused by an option of another kind.
+  VRELOption flag(VRELOptionName(VRELString(L"Test.Flag")), true, false);
+  EXPECT_EQ(flag.SetValue("text"), VREL_E_ERROR);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <random>
 #include <set>
 #include <string>
@@ -9,13 +10,14 @@
 #include <vector>
 
 #include "TurkishLocale.h"
+#include "VRELHashMap.h"
 #include "VRELOption.h"
 #include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
 
 namespace {
 
-// A node without a parent that clears what it holds.
+// A root that is cleared on destruction.
 struct Root {
   ~Root() { node.RemoveAll(); }
 
@@ -37,7 +39,7 @@ std::vector<VRELOptionToken*> Children(VRELOptionToken const& node) {
   return children;
 }
 
-TEST(VRELOptionTokenTest, FindsWhatWasAdded) {
+TEST(VRELOptionTokenTest, GetTokenFindsAddedToken) {
   Root root;
   VRELOptionToken* const step = Add(root.node, L"Step");
   VRELOptionToken* const wildcard = Add(root.node, L"*");
@@ -59,7 +61,7 @@ TEST(VRELOptionTokenTest, FindsWhatWasAdded) {
   EXPECT_EQ(found, nullptr);
 }
 
-TEST(VRELOptionTokenTest, FindsAndAddsAKeyWithinAnotherText) {
+TEST(VRELOptionTokenTest, FindOrAddTakesViews) {
   Root root;
   std::u16string_view const name = u"Step.*.Step..X";
   std::u16string_view const step = name.substr(0, 4);
@@ -95,7 +97,7 @@ TEST(VRELOptionTokenTest, FindsAndAddsAKeyWithinAnotherText) {
   for (std::u16string_view const key : {u"", u"**", u"?", u"*a"}) EXPECT_FALSE(VRELOptionToken::IsWildcard(key));
 }
 
-TEST(VRELOptionTokenTest, RefusesTheEmptyKey) {
+TEST(VRELOptionTokenTest, EmptyKeyFails) {
   Root root;
   VRELOptionToken* found = &root.node;
   EXPECT_EQ(root.node.GetToken(L"", found), VREL_E_FAIL);
@@ -106,7 +108,7 @@ TEST(VRELOptionTokenTest, RefusesTheEmptyKey) {
   EXPECT_TRUE(Children(root.node).empty());
 }
 
-TEST(VRELOptionTokenTest, LooksIntoNoToken) {
+TEST(VRELOptionTokenTest, KeysAreNotSplit) {
   Root root;
   std::vector<VRELOptionToken*> const added = {Add(root.node, L"true/Free"), Add(root.node, L"**"),
                                                Add(root.node, L"HealBodyPostProcess|XIges"), Add(root.node, L"!"),
@@ -114,7 +116,7 @@ TEST(VRELOptionTokenTest, LooksIntoNoToken) {
   EXPECT_EQ(Children(root.node).size(), added.size());
 }
 
-TEST(VRELOptionTokenTest, TellsItsParent) {
+TEST(VRELOptionTokenTest, GetParent) {
   Root root;
   VRELOptionToken* parent = &root.node;
   EXPECT_EQ(root.node.GetParent(parent), VREL_E_FAIL);
@@ -125,7 +127,7 @@ TEST(VRELOptionTokenTest, TellsItsParent) {
   }
 }
 
-TEST(VRELOptionTokenTest, HoldsOneOption) {
+TEST(VRELOptionTokenTest, SetOptionReplacesOption) {
   Root root;
   auto* const first = new VRELOption(VRELString(L"first"));
   VRELOption* stored = first;
@@ -142,17 +144,17 @@ TEST(VRELOptionTokenTest, HoldsOneOption) {
   EXPECT_EQ(root.node.GetOption(stored), VREL_S_OK);
   EXPECT_EQ(stored, first);
 
-  // The node owns its option, and so deletes this one; what leaks is told by the leak check.
+  // The node deletes the first option; the leak check would report it.
   auto* const second = new VRELOption(VRELString(L"second"));
   EXPECT_EQ(root.node.SetOption(second), VREL_S_OK);
   EXPECT_EQ(root.node.GetOption(stored), VREL_S_OK);
   EXPECT_EQ(stored, second);
 }
 
-TEST(VRELOptionTokenTest, GivesNamedChildrenByTheirSlotsAndTheWildcardLastAndOnce) {
+TEST(VRELOptionTokenTest, EnumeratesSlotsThenWildcard) {
   Root root;
   EXPECT_TRUE(Children(root.node).empty());
-  // Of 17 slots these take 8, 11, 14, 0 and 3.
+  // Their slots of 17 are 8, 11, 14, 0 and 3.
   VRELOptionToken* const wildcard = Add(root.node, L"*");
   VRELOptionToken* const a = Add(root.node, L"a");
   VRELOptionToken* const b = Add(root.node, L"B");
@@ -171,7 +173,7 @@ TEST(VRELOptionTokenTest, GivesNamedChildrenByTheirSlotsAndTheWildcardLastAndOnc
   EXPECT_EQ(child, d);
 }
 
-TEST(VRELOptionTokenTest, GivesTheWildcardAlone) {
+TEST(VRELOptionTokenTest, EnumeratesSingleChild) {
   Root root;
   VRELOptionToken* const wildcard = Add(root.node, L"*");
   EXPECT_EQ(Children(root.node), std::vector<VRELOptionToken*>{wildcard});
@@ -180,7 +182,90 @@ TEST(VRELOptionTokenTest, GivesTheWildcardAlone) {
   EXPECT_EQ(Children(named.node), std::vector<VRELOptionToken*>{child});
 }
 
-TEST(VRELOptionTokenTest, RemovesAllThatLiesBelow) {
+// The table of children must be indistinguishable from a VRELHashMap with the two functions of the class.
+TEST(VRELOptionTokenTest, AgreesWithHashMap) {
+  std::mt19937 random(7);
+  char16_t const* const letters[] = {u"a", u"A", u"b", u"B0", u"AU", u"\u00DF", u"ss", u"k", u"\u212A", u"\u0130"};
+  for (int round = 0; round < 300; ++round) {
+    Root root;
+    VRELHashMap<VRELString, VRELOptionToken*> map(17);
+    map.SetFunctions(VRELOptionToken::GetHashValue, VRELOptionToken::HashEqualFunction);
+    unsigned const keys = random() % (round % 10 == 0 ? 2000 : 60);
+    for (unsigned i = 0; i < keys; ++i) {
+      std::u16string key;
+      for (unsigned length = random() % 8 + 1; length > 0; --length) key += letters[random() % std::size(letters)];
+      VRELString const text{std::u16string_view(key)};
+      VRELOptionToken* expected = nullptr;
+      bool const isKnown = map.Get(text, expected);
+      VRELOptionToken* const token = root.node.FindOrAdd(key);
+      ASSERT_NE(token, nullptr);
+      if (isKnown) {
+        ASSERT_EQ(token, expected);
+      } else if (!map.Add(text, token)) {
+        // The map has grown, and the key has met an equal one.
+        ASSERT_TRUE(map.Get(text, expected));
+        ASSERT_EQ(token, expected);
+      }
+      ASSERT_EQ(root.node.Find(key), token);
+    }
+    std::vector<VRELOptionToken*> expected;
+    map.InitEnumeration();
+    VRELPair<VRELString, VRELOptionToken*> pair;
+    while (map.GetNext(pair)) expected.push_back(pair.value);
+    ASSERT_EQ(Children(root.node), expected);
+  }
+}
+
+// 16384 keys with one hash code form one probe run.
+TEST(VRELOptionTokenTest, CollidingKeysAreFound) {
+  Root root;
+  std::vector<VRELOptionToken*> tokens;
+  auto const keyOf = [](unsigned number) {
+    std::u16string key;
+    for (int bit = 0; bit < 14; ++bit) key += (number >> bit & 1) != 0 ? u"AU" : u"B0";
+    return key;
+  };
+  for (unsigned i = 0; i < 16384; ++i) tokens.push_back(root.node.FindOrAdd(keyOf(i)));
+  EXPECT_EQ(VRELOptionToken::GetHashValue(VRELString(std::u16string_view(keyOf(0)))),
+            VRELOptionToken::GetHashValue(VRELString(std::u16string_view(keyOf(16383)))));
+  for (unsigned i = 0; i < 16384; ++i) {
+    std::u16string lower = keyOf(i);
+    for (char16_t& unit : lower) unit = unit == u'A' ? u'a' : unit;
+    ASSERT_EQ(root.node.Find(lower), tokens[i]);
+  }
+  EXPECT_EQ(root.node.Find(keyOf(5) + u"B0"), nullptr);
+  EXPECT_EQ(std::set<VRELOptionToken*>(tokens.begin(), tokens.end()).size(), 16384U);
+  EXPECT_EQ(Children(root.node).size(), 16384U);
+}
+
+TEST(VRELOptionTokenTest, EnumerationContinuesAfterSecondChild) {
+  // Slots of 17: a has 11, d has 3, B has 14.
+  for (bool const isPassed : {false, true}) {
+    Root root;
+    VRELOptionToken* const a = Add(root.node, L"a");
+    VRELOptionToken* child = nullptr;
+    if (isPassed) {
+      EXPECT_EQ(root.node.GetNextChild(child), VREL_S_OK);
+    }
+    VRELOptionToken* const d = Add(root.node, L"d");
+    VRELOptionToken* const b = Add(root.node, L"B");
+    std::vector<VRELOptionToken*> rest;
+    while (root.node.GetNextChild(child).IsSuccess()) rest.push_back(child);
+    EXPECT_EQ(rest, isPassed ? (std::vector<VRELOptionToken*>{b}) : (std::vector<VRELOptionToken*>{d, a, b}));
+  }
+}
+
+TEST(VRELOptionTokenTest, KeyEndsAtFirstZero) {
+  Root root;
+  std::u16string_view const key(u"ab\0cd", 5);
+  VRELOptionToken* const token = root.node.FindOrAdd(key);
+  ASSERT_NE(token, nullptr);
+  EXPECT_EQ(root.node.Find(u"ab"), token);
+  EXPECT_EQ(root.node.FindOrAdd(key), token);
+  EXPECT_EQ(root.node.FindOrAdd(key.substr(2)), nullptr);
+}
+
+TEST(VRELOptionTokenTest, RemoveAllDeletesDescendants) {
   VRELOptionToken root(nullptr);
   for (wchar_t const* key : {L"a", L"b", L"*"}) {
     VRELOptionToken* const child = Add(root, key);
@@ -195,14 +280,14 @@ TEST(VRELOptionTokenTest, RemovesAllThatLiesBelow) {
   VRELOptionToken* child = nullptr;
   for (wchar_t const* key : {L"a", L"b", L"*"}) EXPECT_EQ(root.GetToken(key, child), VREL_E_FAIL);
   EXPECT_EQ(root.GetNextChild(child), VREL_E_FAIL);
-  // It serves on.
+  // The root can be used again.
   VRELOptionToken* const again = Add(root, L"b");
   EXPECT_EQ(Children(root), std::vector<VRELOptionToken*>{again});
   EXPECT_EQ(root.RemoveAll(), VREL_S_OK);
 }
 
-// Two keys that are equal and hash differently may meet only when the map grows, which then drops one.
-TEST(VRELOptionTokenTest, RemovesChildrenThatTheMapHasDropped) {
+// Two keys that are equal and hash differently can meet when the table grows, which then drops one of them.
+TEST(VRELOptionTokenTest, RemoveAllDeletesDroppedChildren) {
   std::mt19937 random(1);
   std::size_t dropped = 0;
   for (int round = 0; round < 500; ++round) {
@@ -221,7 +306,7 @@ TEST(VRELOptionTokenTest, RemovesChildrenThatTheMapHasDropped) {
   EXPECT_GT(dropped, 0U);
 }
 
-// The first of the numbered words that has its place in this slot of 34.
+// The first numbered word whose slot of 34 is `slot`.
 std::u16string WordOfSlot(std::u16string const& word, unsigned int slot) {
   for (int number = 0;; ++number) {
     std::u16string const numbered = word + VRELStringFromInteger(number).toUtf16();
@@ -229,8 +314,8 @@ std::u16string WordOfSlot(std::u16string const& word, unsigned int slot) {
   }
 }
 
-// Or it refuses the new one: what is found then is the child of both.
-TEST(VRELOptionTokenTest, AKeyThatMeetsAnEqualWhenTheMapGrowsIsFound) {
+// The table can also refuse the new key; the child of the equal key is then found.
+TEST(VRELOptionTokenTest, EqualKeyAfterRehashIsFound) {
   std::u16string mine;
   std::u16string equal;
   for (int number = 0; mine.empty(); ++number) {
@@ -240,19 +325,19 @@ TEST(VRELOptionTokenTest, AKeyThatMeetsAnEqualWhenTheMapGrowsIsFound) {
     if (VRELOptionToken::GetHashValue(VRELString(std::u16string_view(other))) % 34 == 17) mine = other;
   }
   Root root;
-  // Of 17 slots the first takes the last one, and the second, which belongs there too, goes round to the first.
+  // With 17 slots, the first key takes the last slot, and the second, with the same hash slot, wraps to the first slot.
   VRELOptionToken* const first = root.node.FindOrAdd(equal);
   ASSERT_NE(root.node.FindOrAdd(WordOfSlot(u"y", 16)), nullptr);
   for (unsigned int slot = 3; slot < 13; ++slot) ASSERT_NE(root.node.FindOrAdd(WordOfSlot(u"z", slot)), nullptr);
   ASSERT_EQ(root.node.Find(mine), nullptr);
-  // Of 34 slots they share two, in the other order.
+  // With 34 slots they are neighbours, in reverse order.
   VRELOptionToken* const child = root.node.FindOrAdd(mine);
   EXPECT_EQ(child, first);
   EXPECT_EQ(root.node.Find(mine), child);
   EXPECT_EQ(Children(root.node).size(), 12U);
 }
 
-TEST(VRELOptionTokenTest, RemovesOnlyItsOwnBranch) {
+TEST(VRELOptionTokenTest, RemoveAllKeepsSiblings) {
   Root root;
   VRELOptionToken* const a = Add(root.node, L"a");
   VRELOptionToken* const b = Add(root.node, L"b");
@@ -264,7 +349,7 @@ TEST(VRELOptionTokenTest, RemovesOnlyItsOwnBranch) {
   EXPECT_EQ(Children(root.node).size(), 2U);
 }
 
-TEST(VRELOptionTokenTest, ADestructorDeletesNothing) {
+TEST(VRELOptionTokenTest, DestructorKeepsChildren) {
   VRELOption option(VRELString(L"mine"));
   VRELOptionToken* named = nullptr;
   VRELOptionToken* wildcard = nullptr;
@@ -283,8 +368,8 @@ TEST(VRELOptionTokenTest, ADestructorDeletesNothing) {
   delete wildcard;
 }
 
-TEST(VRELOptionTokenTest, HashesTheUpperCase) {
-  // 65 * 37, for the letter and the zero behind it.
+TEST(VRELOptionTokenTest, HashIsThatOfUpperCase) {
+  // 65 * 37, for the letter and the terminator.
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"A"), 2405U);
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"a"), 2405U);
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"-"), 45U * 37U);
@@ -307,7 +392,7 @@ TEST(VRELOptionTokenTest, HashesTheUpperCase) {
             static_cast<unsigned int>(VRELStringConvertToUpperCase(broken).hashCode()));
 }
 
-TEST(VRELOptionTokenTest, TheUpperCaseIsThatOfTheLocale) {
+TEST(VRELOptionTokenTest, HashFollowsLocale) {
   ChildResult const child = RunInTurkishLocale([] {
     // 304 * 37: the capital of "i" has a dot there.
     return VRELOptionToken::GetHashValue(L"i") == 11248U && VRELOptionToken::GetHashValue(L"I") == 73U * 37U ? 0 : 1;
@@ -316,7 +401,7 @@ TEST(VRELOptionTokenTest, TheUpperCaseIsThatOfTheLocale) {
   EXPECT_EQ(child.exitStatus, 0);
 }
 
-TEST(VRELOptionTokenTest, ComparesWithoutCase) {
+TEST(VRELOptionTokenTest, EqualityIgnoresCase) {
   EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"Step", L"sTEP"));
   EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"", L""));
   EXPECT_TRUE(VRELOptionToken::HashEqualFunction(L"\u00D6l", L"\u00F6L"));

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELOptionsArrayTest, CanBeDerivedFromAndDeletedByItsBase) {
+TEST(VRELOptionsArrayTest, VirtualDestructor) {
   static_assert(std::has_virtual_destructor_v<VRELOptionsArray>);
   static bool isGone;
   struct Derived : VRELOptionsArray {

@@ -1,16 +1,21 @@
 #include "VRELOptions.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <map>
 #include <memory>
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "ChildProcess.h"
 #include "OpenDescriptors.h"
 #include "RecordingListener.h"
 #include "ScratchDirectory.h"
@@ -21,6 +26,7 @@
 #include "VRELOptionToken.h"
 #include "VRELStreamFormatter.h"
 #include "VRELStringOutputStream.h"
+#include "VRELValue.h"
 
 namespace {
 
@@ -56,7 +62,7 @@ VRELOption Named(std::string const& name, int value = 0) {
   return option;
 }
 
-// The name of the option that a look-up gives; "-" when it gives none.
+// Returns the name of the option that a look-up finds; "-" for none.
 std::string Find(VRELOptions const& options, std::string const& name) {
   VRELOption* option = nullptr;
   if (options.GetOption(VRELString(name), option).IsFailure()) return "-";
@@ -74,7 +80,7 @@ bool Has(VRELOptions const& options, std::string const& name) {
   return options.HasOption(option);
 }
 
-// The names from here to the end of the enumeration.
+// Returns the remaining names of the enumeration.
 Texts Rest(VRELOptions const& options) {
   Texts names;
   VRELOption* option = nullptr;
@@ -98,7 +104,7 @@ TEST(VRELOptionsTest, Constants) {
   EXPECT_EQ(VREL_OPTION_WILDCARD.toUtf8(), "*");
 }
 
-TEST(VRELOptionsTest, IsEmptyAtFirst) {
+TEST(VRELOptionsTest, StartsEmpty) {
   VRELOptions const options;
   EXPECT_EQ(options.Size(), 0);
   VRELOption* option = nullptr;
@@ -108,7 +114,7 @@ TEST(VRELOptionsTest, IsEmptyAtFirst) {
   EXPECT_FALSE(Has(options, "X"));
 }
 
-TEST(VRELOptionsTest, RefusesWhatHasNoName) {
+TEST(VRELOptionsTest, AddOptionWithoutNameFails) {
   VRELOptions options;
   EXPECT_EQ(options.AddOption(nullptr), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(options.AddOption(VRELOption()), VREL_E_OPTION_UNSET);
@@ -119,7 +125,7 @@ TEST(VRELOptionsTest, RefusesWhatHasNoName) {
   EXPECT_EQ(Names(options), Texts{});
 }
 
-TEST(VRELOptionsTest, RefusesEmptyTokens) {
+TEST(VRELOptionsTest, AddOptionWithEmptyTokenFails) {
   VRELOptions options;
   for (wchar_t const* name : {L"A.", L"A..B", L".A", L".", L"..", L"A.B..C.D.E.F.G.H.I"}) {
     EXPECT_EQ(options.AddOption(name, 1), VREL_E_FAIL) << VRELString(name);
@@ -128,7 +134,7 @@ TEST(VRELOptionsTest, RefusesEmptyTokens) {
   EXPECT_EQ(Find(options, "A"), "-");
 }
 
-TEST(VRELOptionsTest, StoresACopy) {
+TEST(VRELOptionsTest, AddOptionCopies) {
   VRELOptions options;
   VRELOption option = Named("Step.X", 3);
   ASSERT_EQ(options.AddOption(option), VREL_S_OK);
@@ -142,7 +148,7 @@ TEST(VRELOptionsTest, StoresACopy) {
   EXPECT_EQ(ValueOf(*stored), "4");
 }
 
-TEST(VRELOptionsTest, GivesTheStoredObject) {
+TEST(VRELOptionsTest, GetOptionReturnsStoredObject) {
   VRELOptions options;
   options.AddOption(L"X", 1);
   VRELOption* option = nullptr;
@@ -151,7 +157,7 @@ TEST(VRELOptionsTest, GivesTheStoredObject) {
   EXPECT_EQ(ValueOf(*Get(options, "X")), "9");
 }
 
-TEST(VRELOptionsTest, AddsEachKindAsDefaultAndCurrentValue) {
+TEST(VRELOptionsTest, AddOptionByKind) {
   VRELOptions options;
   EXPECT_EQ(options.AddOption(L"Text", VRELString(L"wide \u00D6")), VREL_S_OK);
   EXPECT_EQ(options.AddOption(L"Chars", "narrow"), VREL_S_OK);
@@ -181,7 +187,7 @@ TEST(VRELOptionsTest, AddsEachKindAsDefaultAndCurrentValue) {
   EXPECT_EQ(options.Size(), 6);
 }
 
-TEST(VRELOptionsTest, ASecondAdditionKeepsTheDefaultAndReplacesTheRest) {
+TEST(VRELOptionsTest, SecondAdditionKeepsDefault) {
   VRELOptions options;
   options.AddOption(L"step.x", 1);
   VRELOption secret(VRELOptionName::XStep_Import_Mode_Assem, VRELString(L"text"), true);
@@ -199,7 +205,7 @@ TEST(VRELOptionsTest, ASecondAdditionKeepsTheDefaultAndReplacesTheRest) {
   EXPECT_TRUE(isPrivate);
 }
 
-TEST(VRELOptionsTest, AnOptionCanBeAddedToItself) {
+TEST(VRELOptionsTest, AddOptionToItself) {
   VRELOptions options;
   options.AddOption(L"X", 5);
   EXPECT_EQ(options.AddOption(Get(options, "X")), VREL_S_OK);
@@ -207,7 +213,7 @@ TEST(VRELOptionsTest, AnOptionCanBeAddedToItself) {
   EXPECT_EQ(options.Size(), 2);
 }
 
-TEST(VRELOptionsTest, ShortNamesServeThroughWildcards) {
+TEST(VRELOptionsTest, ShortNamesMatchLongerOnes) {
   VRELOptions options;
   AddAll(options, {"X"});
   EXPECT_EQ(Find(options, "Step.Reader.X"), "X");
@@ -218,7 +224,7 @@ TEST(VRELOptionsTest, ShortNamesServeThroughWildcards) {
   EXPECT_EQ(Find(options, "X"), "X");
 }
 
-TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
+TEST(VRELOptionsTest, MoreSpecificOptionWins) {
   struct Row {
     Texts stored;
     std::string query;
@@ -227,15 +233,15 @@ TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
   for (Row const& row : std::vector<Row>{
            {{"Step.*.X", "Step.Reader.X"}, "Step.Writer.X", "Step.*.X"},
            {{"Step.*.X", "Step.Reader.X"}, "Step.Reader.X", "Step.Reader.X"},
-           // The first token counts most.
+           // The first token has the highest priority.
            {{"A.*.X", "*.B.X"}, "A.B.X", "A.*.X"},
            {{"A.*.*.X", "*.B.C.X"}, "A.B.C.X", "A.*.*.X"},
            {{"A.*.X", "*.B.X"}, "Q.B.X", "*.B.X"},
-           // A branch that leads nowhere is left again, at each level.
+           // Backtracking at each level.
            {{"A.B.C.X", "*.B.D.X"}, "A.B.D.X", "*.B.D.X"},
            {{"A.B.C.X", "A.*.D.X", "X"}, "A.B.D.X", "A.*.D.X"},
            {{"A.B.C.X", "A.*.D.X", "X"}, "A.B.E.X", "X"},
-           // A "*" that is asked for finds only one that is stored.
+           // A "*" in the name matches only a stored "*".
            {{"Step.X"}, "*.X", "-"},
            {{"*.X"}, "Step.X", "*.X"},
            {{"*.X"}, "*.X", "*.X"},
@@ -245,22 +251,22 @@ TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
            {{"A.B.X"}, "A.*.X", "-"},
            {{"A.*.X"}, "A.*.X", "A.*.X"},
            {{"*.X"}, "*", "-"},
-           // So does one in the last place, which serves for nothing else.
+           // Also as the last token.
            {{"Step.*"}, "Step.X", "-"},
            {{"Step.*"}, "Step.*", "Step.*"},
            {{"*"}, "X", "-"},
            {{"*"}, "Step.*", "*"},
-           // A level that is not named takes wildcards alone.
+           // Missing tokens match only wildcards.
            {{"Step.X"}, "X", "-"},
            {{"X"}, "Step.X", "X"},
            {{"Step.Reader.X"}, "Step.X", "-"},
            {{"Step.*.X"}, "Step.X", "Step.*.X"},
-           // Case does not count, and no token is looked into.
+           // Case is ignored, and tokens are not parsed.
            {{"Step.X"}, "sTEP.x", "Step.X"},
            {{"Import/Mode/Assem.true/Free"}, "import/mode/assem.TRUE/free", "Import/Mode/Assem.true/Free"},
            {{"HealBodyPostProcess|XIges"}, "HealBodyPostProcess", "-"},
            {{"\u00D6l.Stra\u00DFe"}, "\u00D6L.stra\u00DFE", "\u00D6l.Stra\u00DFe"},
-           // An empty token fails itself, and the wildcard serves.
+           // An empty token matches only a wildcard.
            {{"X"}, "A..X", "X"},
            {{"A.*.X"}, "A..X", "A.*.X"},
            {{"A.B.X"}, "A..X", "-"},
@@ -274,10 +280,10 @@ TEST(VRELOptionsTest, TheMoreSpecificOptionWins) {
   }
 }
 
-TEST(VRELOptionsTest, TellsHowALookUpFails) {
+TEST(VRELOptionsTest, GetOptionFailureCodes) {
   VRELOptions options;
   options.AddOption(L"Step.Reader.X", 1);
-  // Names of more than 7 tokens leave nodes without an option on level 7.
+  // Names of more than 7 tokens have nodes without an option on level 7.
   options.AddOption(L"a.b.c.d.e.f.deeper.Named", 1);
   options.AddOption(L"*.*.*.*.*.*.deeper.Wild", 1);
   options.AddOption(L"*.*.*.*.*.f.deeper.Last", 1);
@@ -306,32 +312,32 @@ TEST(VRELOptionsTest, TellsHowALookUpFails) {
   }
 }
 
-// `count` times the token, between dots.
+// Returns `count` tokens separated by dots.
 std::string Path(int count, std::string const& token) {
   std::string path;
   for (int i = 0; i < count; ++i) path += (i > 0 ? "." : "") + token;
   return path;
 }
 
-TEST(VRELOptionsTest, SevenTokensTakeNoWildcardLevels) {
+TEST(VRELOptionsTest, SevenTokensHaveNoWildcardLevels) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.X"});
   EXPECT_EQ(Find(options, "a.b.c.d.e.f.X"), "a.b.c.d.e.f.X");
   EXPECT_EQ(Find(options, "a.b.c.d.e.X"), "-");
   EXPECT_TRUE(Has(options, "A.b.c.d.e.f.x"));
   EXPECT_EQ(Names(options), Texts{"a.b.c.d.e.f.X"});
-  // The same path by its wildcards.
+  // The same path with explicit wildcards.
   options.AddOption(L"Y", 1);
   options.AddOption(L"*.*.*.*.*.*.Y", 2);
   EXPECT_EQ(Names(options).size(), 2U);
   EXPECT_EQ(Find(options, "Y"), "*.*.*.*.*.*.Y");
 }
 
-TEST(VRELOptionsTest, LongerNamesAreOnlySeenByAnEnumeration) {
+TEST(VRELOptionsTest, LongNamesAreOnlyEnumerated) {
   for (int count : {8, 9, 100, 200000}) {
     SCOPED_TRACE(count);
     VRELOptions options;
-    // A wildcard takes less memory.
+    // Wildcards need less memory.
     std::string const name = Path(count, count > 100 ? "*" : "t");
     EXPECT_EQ(options.AddOption(VRELString(name), 1), VREL_S_OK);
     EXPECT_EQ(options.Size(), 1);
@@ -346,7 +352,7 @@ TEST(VRELOptionsTest, LongerNamesAreOnlySeenByAnEnumeration) {
   }
 }
 
-TEST(VRELOptionsTest, ALookUpJoinsTheTokensFromTheSeventhOn) {
+TEST(VRELOptionsTest, GetOptionJoinsTokensFromSeventh) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.gh", "xyz"});
   EXPECT_EQ(Find(options, "a.b.c.d.e.f.g.h"), "a.b.c.d.e.f.gh");
@@ -356,8 +362,8 @@ TEST(VRELOptionsTest, ALookUpJoinsTheTokensFromTheSeventhOn) {
   EXPECT_EQ(Find(options, "1.2.3.4.5.6.7.xyz"), "-");
 }
 
-// UTF-7 carries U+0000 in other bytes; a token ends there, and the name does not.
-TEST(VRELOptionsTest, ATokenOfALookUpEndsAtAZero) {
+// UTF-7 can encode U+0000, which ends a token but not the name.
+TEST(VRELOptionsTest, TokenEndsAtZero) {
   VRELOptions options;
   AddAll(options, {"A.B", "*.C.B", "gh", "D"});
   struct Row {
@@ -375,7 +381,7 @@ TEST(VRELOptionsTest, ATokenOfALookUpEndsAtAZero) {
   }
 }
 
-TEST(VRELOptionsTest, HasOptionTestsTheVeryPath) {
+TEST(VRELOptionsTest, HasOptionIsExact) {
   VRELOptions options;
   AddAll(options, {"X", "Step.*.Y", "a.b.c.d.e.f.g.h"});
   VRELOption unset(VRELString(L"X"));
@@ -393,7 +399,7 @@ TEST(VRELOptionsTest, HasOptionTestsTheVeryPath) {
   }
 }
 
-TEST(VRELOptionsTest, DecidesTheKindByTheText) {
+TEST(VRELOptionsTest, AddOptionParseValue) {
   struct Row {
     wchar_t const* text;
     VRELValue::VRELValueType kind;
@@ -436,7 +442,7 @@ TEST(VRELOptionsTest, DecidesTheKindByTheText) {
   EXPECT_EQ(options.AddOptionParseValue(L"A..X", L"1"), VREL_E_FAIL);
 }
 
-TEST(VRELOptionsTest, MergesWhatIsMissingOrEverything) {
+TEST(VRELOptionsTest, AddOptions) {
   for (bool overwrite : {false, true}) {
     SCOPED_TRACE(overwrite);
     VRELOptions mine;
@@ -458,7 +464,7 @@ TEST(VRELOptionsTest, MergesWhatIsMissingOrEverything) {
   }
 }
 
-TEST(VRELOptionsTest, MergesFromTheStart) {
+TEST(VRELOptionsTest, AddOptionsRestartsEnumeration) {
   VRELOptions other;
   AddAll(other, {"A", "B", "C"});
   VRELOption* option = nullptr;
@@ -475,18 +481,18 @@ TEST(VRELOptionsTest, MergesFromTheStart) {
   EXPECT_EQ(Names(mine).size(), 3U);
 }
 
-TEST(VRELOptionsTest, EnumeratesDepthFirstAndWildcardsLast) {
+TEST(VRELOptionsTest, EnumeratesDepthFirst) {
   VRELOptions options;
-  // Of 17 slots A, B, C, D and E take 8, 11, 14, 0 and 3.
+  // The slots of A, B, C, D and E are 8, 11, 14, 0 and 3 of 17.
   AddAll(options, {"A", "B", "X.C", "C", "E.C", "D.C", "D", "*", "E", "D.B.C", "D.A.C"});
   Texts const expected = {"D", "E", "A", "B", "D.A.C", "D.B.C", "D.C", "E.C", "X.C", "C", "*"};
-  // X takes 88 * 37 modulo 17, which is 9.
+  // The slot of X is 88 * 37 modulo 17, which is 9.
   EXPECT_EQ(Names(options), expected);
   EXPECT_EQ(Names(options), expected);
   EXPECT_EQ(Rest(options), expected);
 }
 
-TEST(VRELOptionsTest, AnEnumerationBeginsAnewWhenAskedTo) {
+TEST(VRELOptionsTest, InitEnumerationRestarts) {
   VRELOptions options;
   AddAll(options, {"A", "D", "E"});
   VRELOption* option = nullptr;
@@ -498,32 +504,32 @@ TEST(VRELOptionsTest, AnEnumerationBeginsAnewWhenAskedTo) {
   EXPECT_EQ(Rest(options), (Texts{"D", "E", "A"}));
 }
 
-TEST(VRELOptionsTest, ABranchWithoutOptionsEndsTheWalk) {
+TEST(VRELOptionsTest, EmptyBranchEndsTraversal) {
   VRELOptions options;
   AddAll(options, {"A", "D"});
-  // The branch of E lies between the two.
+  // The branch of E is between the two.
   EXPECT_EQ(options.AddOption(L"Q..E", 1), VREL_E_FAIL);
   EXPECT_EQ(Names(options), Texts{"D"});
   EXPECT_EQ(Find(options, "A"), "A");
 
-  // As the first of all it ends only its own walk.
+  // As the first branch it ends only its own traversal.
   VRELOptions first;
   AddAll(first, {"A", "B"});
   EXPECT_EQ(first.AddOption(L"Q..E", 1), VREL_E_FAIL);
   EXPECT_EQ(Names(first), (Texts{"A", "B"}));
 
-  // Below the root the walk goes on above the node that it ended for.
+  // Below the root the traversal continues above the node that it ended at.
   VRELOptions lower;
   AddAll(lower, {"A.X", "D.X", "Y"});
   EXPECT_EQ(lower.AddOption(L"E..X", 1), VREL_E_FAIL);
   EXPECT_EQ(Names(lower), (Texts{"D.X", "Y"}));
 }
 
-TEST(VRELOptionsTest, WhatLiesBelowAnOptionIsPassedOver) {
+TEST(VRELOptionsTest, OptionsBelowOptionAreSkipped) {
   VRELOptions options;
   AddAll(options, {"a.b.c.d.e.f.g", "a.b.c.d.e.f.x.g", "Z"});
   EXPECT_EQ(Names(options), (Texts{"a.b.c.d.e.f.g", "Z"}));
-  // Which is seen once the option comes while the walk stands below it.
+  // Visible if the option is added while the traversal is below it.
   VRELOptions late;
   AddAll(late, {"a.b.c.d.e.f.x.g"});
   VRELOption* option = nullptr;
@@ -533,7 +539,7 @@ TEST(VRELOptionsTest, WhatLiesBelowAnOptionIsPassedOver) {
   EXPECT_EQ(Rest(late), Texts{"a.b.c.d.e.f.g"});
 }
 
-TEST(VRELOptionsTest, FindsTheNextNodeWithAnOption) {
+TEST(VRELOptionsTest, GetNextNode) {
   VRELOptions const options;
   VRELOptionToken* node = nullptr;
   EXPECT_EQ(options.GetNext(node), VREL_E_FAIL);
@@ -557,7 +563,7 @@ TEST(VRELOptionsTest, FindsTheNextNodeWithAnOption) {
   EXPECT_EQ(options.GetNext(node), VREL_S_OK);
   EXPECT_EQ(node, below);
   node = &root;
-  EXPECT_EQ(options.GetNext(node), VREL_E_FAIL) << "the enumeration of the root stands behind its only child";
+  EXPECT_EQ(options.GetNext(node), VREL_E_FAIL) << "the enumeration of the root is after its only child";
 
   child->SetOption(new VRELOption);
   root.InitEnumeration();
@@ -567,7 +573,7 @@ TEST(VRELOptionsTest, FindsTheNextNodeWithAnOption) {
   root.RemoveAll();
 }
 
-TEST(VRELOptionsTest, RemovesAll) {
+TEST(VRELOptionsTest, RemoveAll) {
   VRELOptions options;
   AddAll(options, {"A", "Step.B", "a.b.c.d.e.f.g.h.i", "*"});
   VRELOption* option = nullptr;
@@ -584,7 +590,7 @@ TEST(VRELOptionsTest, RemovesAll) {
   EXPECT_EQ(Names(options), Texts{"A"});
 }
 
-// What a file adds: each name and value, in the order of an enumeration.
+// Returns the names and values that a file adds, in enumeration order.
 struct FileResult {
   VRINResult result = VREL_E_FAIL;
   int size = 0;
@@ -602,7 +608,7 @@ FileResult ReadFile(std::string const& bytes) {
   return read;
 }
 
-TEST(VRELOptionsTest, ReadsAFile) {
+TEST(VRELOptionsTest, ReadFromFile) {
   struct Row {
     char const* what;
     std::string bytes;
@@ -615,8 +621,8 @@ TEST(VRELOptionsTest, ReadsAFile) {
            {"a line", "Step.X=3\n", 1, {{"Step.X", "3"}}},
            {"no line end", "Step.X=3", 1, {{"Step.X", "3"}}},
            {"a colon", "Step.X: On\n", 1, {{"Step.X", "true"}}},
-           {"a colon in front of an equals sign", "A:B=1\n", 1, {{"A:B", "1"}}},
-           {"a colon behind an equals sign", "A=B:1\n", 1, {{"A", "B:1"}}},
+           {"a colon before an equals sign", "A:B=1\n", 1, {{"A:B", "1"}}},
+           {"a colon after an equals sign", "A=B:1\n", 1, {{"A", "B:1"}}},
            {"carriage returns", "X = 1 \r\n\r\n  Y=2.5\r\n", 2, {{"X", "1"}, {"Y", "2.500000"}}},
            {"comments", "# a\n; b\n  # c\nX=1 # d\n", 1, {{"X", "1 # d"}}},
            {"commas", "X= a, b ,,c\nY=1,2\n", 2, {{"X", "a, b ,,c"}, {"Y", "1,2"}}},
@@ -640,17 +646,17 @@ TEST(VRELOptionsTest, ReadsAFile) {
   }
 }
 
-TEST(VRELOptionsTest, AByteOrderMarkBelongsToTheFirstName) {
+TEST(VRELOptionsTest, ByteOrderMarkIsPartOfFirstName) {
   FileResult const read = ReadFile("\xEF\xBB\xBFX=1\nY=2\n");
   EXPECT_EQ(read.result, VREL_S_OK);
   EXPECT_EQ(read.size, 2);
   EXPECT_EQ(read.values.count("X"), 0U);
   EXPECT_EQ(read.values.count("Y"), 1U);
-  // So that a comment behind it is none.
+  // A comment after it is not a comment.
   EXPECT_EQ(ReadFile("\xEF\xBB\xBF# a comment\nY=2\n").result, VREL_E_FAIL);
 }
 
-TEST(VRELOptionsTest, ASyntaxErrorRejectsTheWholeFile) {
+TEST(VRELOptionsTest, SyntaxErrorRejectsFile) {
   for (std::string const& bytes : {std::string("X=1\nno separator"), std::string("X=1\nno separator\n"),
                                    std::string("X=1\n[Import\nY=2\n"), std::string("X=1\n=2\n"), std::string("X=\n"),
                                    std::string("X=1\n[Import]\nbad\n"), "Name=" + std::string(1019, 'v') + "\n"}) {
@@ -661,7 +667,7 @@ TEST(VRELOptionsTest, ASyntaxErrorRejectsTheWholeFile) {
   }
 }
 
-TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
+TEST(VRELOptionsTest, ReadFromFileFailureCodes) {
   ScratchDirectory const directory;
   VRELOptions options;
   EXPECT_EQ(options.ReadFromFile(L""), VREL_E_INVALID_ARGUMENT);
@@ -671,7 +677,7 @@ TEST(VRELOptionsTest, TellsWhyAFileIsNotRead) {
   EXPECT_EQ(options.Size(), 0);
 }
 
-TEST(VRELOptionsTest, ClosesTheFileThatItOpened) {
+TEST(VRELOptionsTest, ReadFromFileClosesFile) {
   ScratchDirectory const directory;
   for (char const* bytes : {"X=1\n", "no separator\n", "[Import]\nX=1\n", ""}) {
     std::string const path = directory.Write("options.cfg", bytes);
@@ -681,7 +687,7 @@ TEST(VRELOptionsTest, ClosesTheFileThatItOpened) {
   }
 }
 
-TEST(VRELOptionsTest, TheLastOfCallAndFileWins) {
+TEST(VRELOptionsTest, LastAdditionWins) {
   ScratchDirectory const directory;
   VRELString const path(directory.Write("options.cfg", "X=file\nY=file\n"));
   VRELOptions options;
@@ -695,7 +701,7 @@ TEST(VRELOptionsTest, TheLastOfCallAndFileWins) {
   EXPECT_EQ(options.Size(), 4);
 }
 
-TEST(VRELOptionsTest, ReadsAStreamAndLeavesItOpen) {
+TEST(VRELOptionsTest, ReadFromFileKeepsStreamOpen) {
   std::string bytes = "X=1\n";
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -714,7 +720,7 @@ void AddEachKind(VRELOptions& options) {
   options.AddOption(L"B", "some text");
 }
 
-// What a dump writes behind its heading.
+// Returns the output of a dump after its heading.
 std::string Written(VRELOptions const& options) {
   std::string const text = TextOf([&](VRELOutputStream* stream) {
     VRELStreamFormatter formatter(stream);
@@ -728,7 +734,7 @@ std::string Written(VRELOptions const& options) {
   return text.substr(heading.size());
 }
 
-TEST(VRELOptionsTest, DumpsOnAFormatter) {
+TEST(VRELOptionsTest, DumpOptions) {
   VRELOptions options;
   EXPECT_EQ(Written(options), "");
   AddEachKind(options);
@@ -739,7 +745,7 @@ TEST(VRELOptionsTest, DumpsOnAFormatter) {
             "The Option \"B\" value is\t\t=     some text\n");
 }
 
-TEST(VRELOptionsTest, DumpsByTheEndlineOfTheFormatter) {
+TEST(VRELOptionsTest, DumpOptionsUsesEndline) {
   VRELOptions options;
   options.AddOption(L"A", 1);
   EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
@@ -752,7 +758,7 @@ TEST(VRELOptionsTest, DumpsByTheEndlineOfTheFormatter) {
             "The Option \"A\" value is\t\t=     1");
 }
 
-TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
+TEST(VRELOptionsTest, DumpFormatsByKind) {
   VRELOptions options;
   options.AddOption(L"D", 1.5);
   options.AddOption(L"D", 1);
@@ -769,7 +775,7 @@ TEST(VRELOptionsTest, DumpsAValueInTheFormOfTheOptionsKind) {
             "The Option \"B\" value is\t\t=     false\n");
 }
 
-TEST(VRELOptionsTest, ADumpBeginsAnewAmidAnEnumeration) {
+TEST(VRELOptionsTest, DumpRestartsEnumeration) {
   VRELOptions options;
   AddAll(options, {"A", "D", "E"});
   VRELOption* option = nullptr;
@@ -778,12 +784,12 @@ TEST(VRELOptionsTest, ADumpBeginsAnewAmidAnEnumeration) {
             "The Option \"D\" value is\t\t=     1\n"
             "The Option \"E\" value is\t\t=     1\n"
             "The Option \"A\" value is\t\t=     1\n");
-  // It went to the end, so the next call begins with the first.
+  // The dump reached the end, so that the next call returns the first option.
   EXPECT_EQ(options.GetNext(option), VREL_S_OK);
   EXPECT_EQ(NameOf(*option), "D");
 }
 
-// The texts that a dump sends on the channel for information; a read of a boolean value tells of itself on another.
+// Returns the messages of a dump on the info channel; reads of boolean values use another channel.
 Texts Dumped(VRELOptions const& options, char const* header, char const* format, char const* footer) {
   RecordingListener listener;
   options.Dump(header, format, footer);
@@ -794,7 +800,7 @@ Texts Dumped(VRELOptions const& options, char const* header, char const* format,
   return texts;
 }
 
-TEST(VRELOptionsTest, DumpsOnTheChannelForInformation) {
+TEST(VRELOptionsTest, DumpPrintsOnInfoChannel) {
   VRELOptions options;
   AddEachKind(options);
   EXPECT_EQ(Dumped(options, "Options:", "%s = %s", "%d options"),
@@ -803,11 +809,11 @@ TEST(VRELOptionsTest, DumpsOnTheChannelForInformation) {
             (Texts{"<Step.D|3>", "<E|0.250000>", "<A|false>", "<B|some text>"}));
   EXPECT_EQ(Dumped(options, "Options:", nullptr, "."), (Texts{"Options:", "."}));
   EXPECT_EQ(Dumped(VRELOptions(), "Options:", "%s = %s", "."), (Texts{"Options:", "."}));
-  // Header and footer are formats of the channel, which reads each text twice.
+  // Header and footer are formats, which are unescaped twice.
   EXPECT_EQ(Dumped(VRELOptions(), "100%%%%", nullptr, "50%% of %s"), (Texts{"100%", "50% of %s"}));
 }
 
-// A store as a plain list of paths, against which the tree is held.
+// Model of the store: a list of paths.
 class Model {
  public:
   using Tokens = std::vector<std::string>;
@@ -832,7 +838,7 @@ class Model {
     return tokens;
   }
 
-  // The last token, the others, and wildcards up to 7.
+  // The last token, the other tokens, and wildcards up to 7.
   static Tokens PathOf(Tokens tokens) {
     tokens.insert(tokens.begin(), tokens.back());
     tokens.pop_back();
@@ -860,7 +866,7 @@ class Model {
     return !tokens.empty() && tokens.size() <= 7 && entries.count(PathOf(tokens)) > 0;
   }
 
-  // Of all paths that the name matches, the one whose wildcards come last; null for none.
+  // Returns the matching path whose wildcards come last; null for none.
   Entry const* Get(std::string const& name) const {
     Tokens const query = Query(name);
     Entry const* best = nullptr;
@@ -874,7 +880,7 @@ class Model {
     return best;
   }
 
-  // What a look-up that finds nothing ends with, unless it asks for a "*".
+  // Returns the failure code of a look-up without "*".
   long FailureOf(std::string const& name) const {
     Tokens const query = Query(name);
     if (query.empty()) return VREL_E_INVALID_ARGUMENT;
@@ -900,7 +906,7 @@ class Model {
   int size = 0;
 
  private:
-  // The first key and the tokens that are asked for below it.
+  // The first key and the tokens below it.
   static Tokens Query(std::string const& name) {
     Tokens tokens = Split(name);
     if (tokens.empty()) return tokens;
@@ -930,7 +936,7 @@ class RandomNames {
 
   int Below(int limit) { return static_cast<int>(engine() % static_cast<unsigned int>(limit)); }
 
-  // Of few tokens, so that they meet; at most one in ten has an empty one.
+  // From few tokens, so that they collide; at most one in ten has an empty token.
   std::string Name(int longest, bool mayBeBroken) {
     static char const* const tokens[] = {"*", "*", "*", "Step", "STEP", "a", "A", "b", "C"};
     static char const* const last[] = {"X", "x", "Y", "z", "AX", "*"};
@@ -994,13 +1000,13 @@ struct Pair {
   Model model;
 };
 
-TEST(VRELOptionsModelTest, AddsAndLooksUp) {
+TEST(VRELOptionsModelTest, AdditionsAndLookUps) {
   RandomNames random(20260101);
   for (int round = 0; round < 40; ++round) {
     SCOPED_TRACE(round);
     Pair pair;
     for (int step = 0; step < 300; ++step) {
-      // Few at first, so that many look-ups fail.
+      // Few options at first, so that many look-ups fail.
       if (random.Below(4) == 0) {
         ASSERT_NO_FATAL_FAILURE(pair.Add(random.Name(9, true), random));
       }
@@ -1011,7 +1017,7 @@ TEST(VRELOptionsModelTest, AddsAndLooksUp) {
   }
 }
 
-TEST(VRELOptionsModelTest, EnumeratesAndMerges) {
+TEST(VRELOptionsModelTest, EnumerationsAndMerges) {
   RandomNames random(47);
   for (int round = 0; round < 60; ++round) {
     SCOPED_TRACE(round);
@@ -1029,6 +1035,133 @@ TEST(VRELOptionsModelTest, EnumeratesAndMerges) {
     ASSERT_NO_FATAL_FAILURE(mine.Enumerate());
     for (int step = 0; step < 30; ++step) ASSERT_NO_FATAL_FAILURE(mine.LookUp(random.Name(7, true)));
   }
+}
+
+// A megabyte of lines with names that `nameOf` returns.
+template <class NameOf>
+std::string OneMegabyte(NameOf const& nameOf) {
+  std::string bytes;
+  for (unsigned i = 0; bytes.size() < (1 << 20) - 1024; ++i) bytes += nameOf(i) + "=1\n";
+  return bytes;
+}
+
+std::string ToLetters(unsigned number, int length) {
+  std::string letters;
+  for (; length > 0; --length, number /= 26) letters += static_cast<char>('a' + number % 26);
+  return letters;
+}
+
+// Peak memory of this process since its start, in bytes.
+long PeakMemory() {
+  rusage usage = {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss * 1024;
+}
+
+TEST(VRELOptionsTest, ReadFromFileBoundsMemoryForLongNames) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "AddressSanitizer needs memory of its own";
+#endif
+  ScratchDirectory const directory;
+  auto const withTokens = [](char const* token, int count) {
+    return [=](unsigned i) {
+      std::string name = ToLetters(i, 3);
+      for (int level = 1; level < count; ++level) name += token;
+      return name;
+    };
+  };
+  for (std::string const& bytes : {OneMegabyte(withTokens(".a", 501)), OneMegabyte(withTokens(".ab", 300))}) {
+    VRELString const path(directory.Write("options.cfg", bytes));
+    auto const lines = std::count(bytes.begin(), bytes.end(), '\n');
+    ChildResult const child = RunInChild([&] {
+      long const before = PeakMemory();
+      VRELOptions options;
+      if (options.ReadFromFile(path).IsFailure() || options.Size() != lines) return 1;
+      return PeakMemory() - before <= 50L << 20 ? 0 : 2;
+    });
+    EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  }
+}
+
+double ReadSeconds(std::string const& path, int expectedSize) {
+  double best = 1e9;
+  for (int run = 0; run < 5; ++run) {
+    VRELOptions options;
+    std::clock_t const start = std::clock();
+    EXPECT_EQ(options.ReadFromFile(VRELString(path)), VREL_S_OK);
+    best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    EXPECT_EQ(options.Size(), expectedSize);
+  }
+  return best;
+}
+
+// 37 * 'A' + 'U' is 37 * 'B' + '0', so that all names have one hash code.
+TEST(VRELOptionsTest, ReadFromFileIsLinearForCollidingNames) {
+  ScratchDirectory const directory;
+  std::string colliding;
+  std::string ordinary;
+  std::mt19937 random(11);
+  constexpr int names = 30000;
+  for (int i = 0; i < names; ++i) {
+    for (int bit = 0; bit < 15; ++bit) colliding += (i >> bit & 1) != 0 ? "AU" : "B0";
+    for (int letter = 0; letter < 30; ++letter) ordinary += static_cast<char>('A' + random() % 26);
+    colliding += "=1\n";
+    ordinary += "=1\n";
+  }
+  auto const seconds = [&](std::string const& bytes) {
+    return ReadSeconds(directory.Write("options.cfg", bytes), names);
+  };
+  EXPECT_LE(seconds(colliding), 3 * seconds(ordinary));
+  // The same keys as tokens below another one.
+  auto const nested = [](std::string const& bytes) {
+    std::string lines;
+    for (std::size_t at = 0; at < bytes.size(); at += 33) lines += bytes.substr(at, 30) + ".X=1\n";
+    return lines;
+  };
+  EXPECT_LE(seconds(nested(colliding)), 3 * seconds(nested(ordinary)));
+}
+
+TEST(VRELOptionsTest, DestroysDeepTreesIteratively) {
+  std::string name = "a";
+  for (int i = 0; i < 300000; ++i) name += ".a";
+  VRELOptions options;
+  EXPECT_EQ(options.AddOption(VRELString(name), 1), VREL_S_OK);
+  VRELOption* option = nullptr;
+  options.InitEnumeration();
+  EXPECT_EQ(options.GetNext(option), VREL_S_OK);
+  VRELOptions copy;
+  EXPECT_EQ(copy.AddOptions(options, true), VREL_S_OK);
+  EXPECT_EQ(copy.RemoveAll(), VREL_S_OK);
+}
+
+std::string StoredString(VRELOptions const& options, wchar_t const* name) {
+  VRELOption* option = nullptr;
+  VRELValue::VRELValueType type = VRELValue::UnknownType;
+  VRELString value;
+  if (options.GetOption(name, option).IsFailure()) return "no option";
+  option->GetValueType(type);
+  if (type != VRELValue::StringType) return "no string";
+  option->GetValue(value);
+  return value.toUtf8();
+}
+
+TEST(VRELOptionsTest, AddOptionTakesStrings) {
+  VRELOptions options;
+  EXPECT_EQ(options.AddOption(L"a", "narrow"), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"b", L"wide \u00D6"), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"c", std::string("text \xC3\x96")), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"d", std::string_view("view and more", 4)), VREL_S_OK);
+  char buffer[] = "array";
+  EXPECT_EQ(options.AddOption(L"e", buffer), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"f", static_cast<wchar_t const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(options.AddOption(L"g", static_cast<char const*>(nullptr)), VREL_S_OK);
+  EXPECT_EQ(StoredString(options, L"a"), "narrow");
+  EXPECT_EQ(StoredString(options, L"b"), "wide \xC3\x96");
+  EXPECT_EQ(StoredString(options, L"c"), "text \xC3\x96");
+  EXPECT_EQ(StoredString(options, L"d"), "view");
+  EXPECT_EQ(StoredString(options, L"e"), "array");
+  EXPECT_EQ(StoredString(options, L"f"), "");
+  EXPECT_EQ(StoredString(options, L"g"), "");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The folder's way up from the root cannot be asked, so it is found from there.
+// Returns the path of a folder, searched from the root.
 VRELRoloNode* Child(VRELRoloNode& parent, char const* name) {
   for (VRELRoloNode* child : parent.getChildren()) {
     if (child->getValue() == name) return child;
@@ -17,7 +17,7 @@ VRELRoloNode* Child(VRELRoloNode& parent, char const* name) {
   return nullptr;
 }
 
-TEST(VRELRoloTraitsTest, FindsTheDeepestFolderAndLeavesTheRest) {
+TEST(VRELRoloTraitsTest, FetchLeavesRestOfPath) {
   VRELRoloNode& root = Gk_Nest::fetchRoot();
   Gk_ROString made("VRELRoloTraitsTest/a/b/name");
   VRELRoloNode* const b = VRELRoloTraits::fetch(&made, true, true);
@@ -56,7 +56,7 @@ TEST(VRELRoloTraitsTest, FindsTheDeepestFolderAndLeavesTheRest) {
   EXPECT_EQ(Child(root, "unknown"), nullptr);
 }
 
-TEST(VRELRoloTraitsTest, CreatesWhatIsLeft) {
+TEST(VRELRoloTraitsTest, FetchCreatesFolders) {
   Gk_ROString path("/VRELRoloTraitsTest.create/a/name");
   VRELRoloNode* const a = VRELRoloTraits::fetch(&path, true, true);
   EXPECT_TRUE(a->getValue() == "a");
@@ -67,7 +67,7 @@ TEST(VRELRoloTraitsTest, CreatesWhatIsLeft) {
   VRELRoloNode* const c = VRELRoloTraits::fetch(&further, true, false);
   EXPECT_TRUE(c->getValue() == "c");
   EXPECT_EQ(further.text(), "");
-  // A name without a folder makes none: the folder is the root.
+  // A name without a folder is in the root.
   Gk_ROString plain("VRELRoloTraitsTest.plain");
   EXPECT_EQ(VRELRoloTraits::fetch(&plain, true, true), &Gk_Nest::fetchRoot());
   EXPECT_EQ(plain.text(), "VRELRoloTraitsTest.plain");

@@ -19,12 +19,12 @@ class VRELBrivetLibraryTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
   void TearDown() override {
-    // What is finalised may bring others up.
+    // A finalize entry point may load other modules.
     for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
     ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   }
 
-  // The library that the table holds for a name.
+  // Returns the library in the table with this name.
   static VRELLibraryHandle Held(char const* name) {
     VRELLibraryHandle library;
     EXPECT_TRUE(VRELLibraryManager::_libraries.Get(name, library));
@@ -34,14 +34,14 @@ class VRELBrivetLibraryTest : public testing::Test {
   RecordingListener listener;
 };
 
-TEST_F(VRELBrivetLibraryTest, MakingOneLoadsNothing) {
+TEST_F(VRELBrivetLibraryTest, ConstructorLoadsNothing) {
   static_assert(std::has_virtual_destructor_v<VRELBrivetLibrary>);
   VRELBrivetLibrary const library("VRELTestBoth", "InitializeModule", "FinalizeModule");
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELBrivetLibraryTest, TwoShareOneLibrary) {
+TEST_F(VRELBrivetLibraryTest, ObjectsShareLibrary) {
   VRELBrivetLibrary first("VRELTestBoth", "InitializeModule", "FinalizeModule");
   VRELBrivetLibrary second("VRELTestBoth", "OtherInitialize", "");
   EXPECT_EQ(first.Load(), VREL_S_OK);
@@ -53,8 +53,8 @@ TEST_F(VRELBrivetLibraryTest, TwoShareOneLibrary) {
   EXPECT_EQ(second.GetFunction("Answer", other), VREL_S_OK);
   EXPECT_NE(one, nullptr);
   EXPECT_EQ(one, other);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
-  // The table's, one for each object, and the one that asks.
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
+  // One reference each of the table, the two objects and the local handle.
   EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 4U);
 }
 
@@ -69,14 +69,14 @@ TEST_F(VRELBrivetLibraryTest, GetFunctionLoads) {
   EXPECT_EQ(library.GetFunction("", function), VREL_E_INVALID_ARGUMENT);
 }
 
-TEST_F(VRELBrivetLibraryTest, FirstLoadTellsOfTheFailureAndTheSecondDoesNot) {
+TEST_F(VRELBrivetLibraryTest, OnlyFirstLoadReportsFailure) {
   VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
   std::string const warning = "VRELTestNoModule library not loaded.";
   EXPECT_EQ(library.Load(), VREL_E_FAIL);
   EXPECT_THAT(listener.Texts(), ElementsAre(warning));
   EXPECT_EQ(library.Load(), VREL_S_OK);
   EXPECT_THAT(listener.Texts(), ElementsAre(warning));
-  // The library tries again where a function is asked for.
+  // GetFunction of the library tries to load again.
   int here = 0;
   void* function = &here;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_E_FAIL);
@@ -84,7 +84,7 @@ TEST_F(VRELBrivetLibraryTest, FirstLoadTellsOfTheFailureAndTheSecondDoesNot) {
   EXPECT_THAT(listener.Texts(), ElementsAre(warning, warning));
 }
 
-TEST_F(VRELBrivetLibraryTest, GetFunctionDoesNotAskWhatDidNotLoad) {
+TEST_F(VRELBrivetLibraryTest, GetFunctionFailsAfterFailedLoad) {
   VRELBrivetLibrary library("VRELTestNoModule", "InitializeModule", "FinalizeModule");
   int here = 0;
   void* function = &here;
@@ -93,7 +93,7 @@ TEST_F(VRELBrivetLibraryTest, GetFunctionDoesNotAskWhatDidNotLoad) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoModule library not loaded."));
 }
 
-TEST_F(VRELBrivetLibraryTest, DestructorLeavesTheModuleLoaded) {
+TEST_F(VRELBrivetLibraryTest, DestructorKeepsModuleLoaded) {
   {
     VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
     library.Load();
@@ -103,10 +103,10 @@ TEST_F(VRELBrivetLibraryTest, DestructorLeavesTheModuleLoaded) {
   EXPECT_TRUE(Held("VRELTestBoth")->IsLoaded());
   EXPECT_EQ(Held("VRELTestBoth")->GetReferenceCount(), 2U);
   VRELLibraryManager::FreeLibraries();
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
-TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
+TEST_F(VRELBrivetLibraryTest, SetUnloadableReachesLibrary) {
   VRELBrivetLibrary library("VRELTestBoth", "InitializeModule", "FinalizeModule");
   library.SetUnloadable(false);
   library.Load();
@@ -116,7 +116,7 @@ TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
   library.SetUnloadable(true);
   held->FinalizeAndUnload();
   EXPECT_FALSE(held->IsLoaded());
-  // The object that loads last decides.
+  // The last Load determines the setting.
   held->LoadAndInitialize();
   held->SetUnloadable(false);
   VRELBrivetLibrary later("VRELTestBoth", "", "");
@@ -125,14 +125,14 @@ TEST_F(VRELBrivetLibraryTest, HandsOnWhetherTheModuleMayBeUnloaded) {
   EXPECT_FALSE(held->IsLoaded());
 }
 
-TEST_F(VRELBrivetLibraryTest, InitialiseMayFreeLibraries) {
-  VRELBrivetLibrary library("VRELTestRestless", "InitializeModule", "FinalizeModule");
+TEST_F(VRELBrivetLibraryTest, InitializeFunctionCanFreeLibraries) {
+  VRELBrivetLibrary library("VRELTestReentrant", "InitializeModule", "FinalizeModule");
   EXPECT_EQ(library.Load(), VREL_S_OK);
-  EXPECT_TRUE(Held("VRELTestRestless")->IsLoaded());
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised"));
+  EXPECT_TRUE(Held("VRELTestReentrant")->IsLoaded());
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestReentrant initialized"));
 }
 
-TEST_F(VRELBrivetLibraryTest, KeepsNoLibraryWhoseInitialiseThrows) {
+TEST_F(VRELBrivetLibraryTest, ThrowingInitializeKeepsNoLibrary) {
   VRELBrivetLibrary library("VRELTestThrowingInitialize", "InitializeModule", "FinalizeModule");
   EXPECT_ANY_THROW(library.Load());
   EXPECT_ANY_THROW(library.Load());

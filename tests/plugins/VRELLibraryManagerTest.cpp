@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Tells when it dies.
+// Library that reports its destruction.
 class WatchedLibrary : public VRELLibrary {
  public:
   WatchedLibrary(char const* name, bool& isDead)
@@ -30,12 +30,12 @@ class WatchedLibrary : public VRELLibrary {
   bool& dead;
 };
 
-// The table is one for the process: each test begins and ends with an empty one.
+// There is one table in the process. Each test starts and ends with an empty table.
 class VRELLibraryManagerTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0); }
   void TearDown() override {
-    // What is finalised may bring others up.
+    // A finalize entry point may load other modules.
     for (int i = 0; i < 2; ++i) VRELLibraryManager::FreeLibraries();
     ASSERT_EQ(VRELLibraryManager::_libraries.Size(), 0);
   }
@@ -50,7 +50,7 @@ class VRELLibraryManagerTest : public testing::Test {
   RecordingListener listener;
 };
 
-TEST_F(VRELLibraryManagerTest, SharesOneLibraryForEachName) {
+TEST_F(VRELLibraryManagerTest, SharesLibraryByName) {
   VRELLibrary* const first = Create("VRELTestBoth");
   ASSERT_NE(first, nullptr);
   EXPECT_FALSE(first->IsLoaded());
@@ -67,17 +67,17 @@ TEST_F(VRELLibraryManagerTest, SharesOneLibraryForEachName) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELLibraryManagerTest, FirstEntryPointsStand) {
+TEST_F(VRELLibraryManagerTest, FirstEntryPointNamesAreKept) {
   VRELLibrary* const first = Create("VRELTestBoth");
   VRELLibrary* second = nullptr;
   EXPECT_EQ(VRELLibraryManager::CreateLibrary("VRELTestBoth", "OtherInitialize", "", second), VREL_S_OK);
   EXPECT_EQ(second, first);
   second->LoadAndInitialize();
   second->FinalizeAndUnload();
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
-TEST_F(VRELLibraryManagerTest, AddsUnderTheLibrarysOwnName) {
+TEST_F(VRELLibraryManagerTest, AddLibraryUsesNameOfLibrary) {
   EXPECT_EQ(VRELLibraryManager::AddLibrary(nullptr), VREL_E_INVALID_ARGUMENT);
   bool isDead = false;
   auto* const library = new WatchedLibrary("VRELTestBoth", isDead);
@@ -89,7 +89,7 @@ TEST_F(VRELLibraryManagerTest, AddsUnderTheLibrarysOwnName) {
   EXPECT_TRUE(isDead);
 }
 
-TEST_F(VRELLibraryManagerTest, RefusesASecondLibraryOfAName) {
+TEST_F(VRELLibraryManagerTest, AddLibraryIgnoresSecondLibrary) {
   VRELLibrary* const first = Create("VRELTestBoth");
   bool isDead = false;
   EXPECT_EQ(VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead)), VREL_S_OK);
@@ -101,12 +101,12 @@ TEST_F(VRELLibraryManagerTest, RefusesASecondLibraryOfAName) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
 }
 
-TEST_F(VRELLibraryManagerTest, LongNamesMeetInTheirFirst63Bytes) {
+TEST_F(VRELLibraryManagerTest, LongNamesShareFirst63Bytes) {
   std::string const cut(63, 'n');
   VRELLibrary* const first = Create(cut + "one");
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(first->GetLibraryName(), cut);
-  // Neither call finds its own name; both are safe and count as successes.
+  // Neither call finds the full name. Both succeed.
   EXPECT_EQ(Create(cut + "one"), first);
   EXPECT_EQ(Create(cut + "two"), first);
   EXPECT_EQ(Create(cut), first);
@@ -114,12 +114,12 @@ TEST_F(VRELLibraryManagerTest, LongNamesMeetInTheirFirst63Bytes) {
   EXPECT_EQ(first->GetReferenceCount(), 1U);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesNothingOfAnEmptyTable) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesAcceptsEmptyTable) {
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesKeepsUsedLibraries) {
   bool isDead = false;
   VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead));
   Create("VRELTestBoth")->LoadAndInitialize();
@@ -128,7 +128,7 @@ TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
     held->LoadAndInitialize();
     listener.events.clear();
     EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
-    EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalised"));
+    EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalized"));
     EXPECT_TRUE(isDead);
     EXPECT_TRUE(held->IsLoaded());
     EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
@@ -138,7 +138,7 @@ TEST_F(VRELLibraryManagerTest, FreesWhatNobodyHolds) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-TEST_F(VRELLibraryManagerTest, FreesManyAtOnce) {
+TEST_F(VRELLibraryManagerTest, FreeLibrariesRemovesMany) {
   for (int i = 0; i < 100; ++i) Create("VRELTestNoSuchModule" + std::to_string(i));
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 100);
   VRELLibraryHandle const held(Create("VRELTestNoSuchModule50"));
@@ -146,17 +146,17 @@ TEST_F(VRELLibraryManagerTest, FreesManyAtOnce) {
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
 }
 
-TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTable) {
-  Create("VRELTestRestless")->LoadAndInitialize();
+TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTable) {
+  Create("VRELTestReentrant")->LoadAndInitialize();
   listener.events.clear();
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
-  // The module brought another one up while it went down, which is freed by the next call.
-  EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestRestless finalised"));
+  // The module loaded another one during its finalization, which the next call frees.
+  EXPECT_THAT(listener.Texts(), testing::Contains("VRELTestReentrant finalized"));
   VRELLibraryManager::FreeLibraries();
-  EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalised");
+  EXPECT_EQ(listener.Texts().back(), "VRELTestBoth finalized");
 }
 
-TEST_F(VRELLibraryManagerTest, WhatIsLeftIsFinalisedAtExit) {
+TEST_F(VRELLibraryManagerTest, ExitFinalizesLibraries) {
   ChildResult const child = RunInChild([]() -> int {
     unsetenv("VRELConsoleTracesLevel");
     Create("VRELTestBoth")->LoadAndInitialize();
@@ -164,21 +164,21 @@ TEST_F(VRELLibraryManagerTest, WhatIsLeftIsFinalisedAtExit) {
     return 0;
   });
   EXPECT_EQ(child.exitStatus, 0);
-  EXPECT_EQ(child.output, "Message : VRELTestBoth finalised\n");
+  EXPECT_EQ(child.output, "Message : VRELTestBoth finalized\n");
 }
 
-TEST_F(VRELLibraryManagerTest, FinaliseMayUseTheTableAtExit) {
+TEST_F(VRELLibraryManagerTest, FinalizeFunctionCanUseTableAtExit) {
   ChildResult const child = RunInChild([]() -> int {
     unsetenv("VRELConsoleTracesLevel");
-    Create("VRELTestRestless")->LoadAndInitialize();
+    Create("VRELTestReentrant")->LoadAndInitialize();
     VRELLibraryManager::_libraries.Remove("VRELTestBoth");
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     return 0;
   });
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
   EXPECT_EQ(child.signal, 0);
-  // Nothing is loaded any more.
-  EXPECT_EQ(child.output, "Message : VRELTestRestless finalised\n");
+  // Loading is disabled.
+  EXPECT_EQ(child.output, "Message : VRELTestReentrant finalized\n");
   EXPECT_THAT(child.errors, testing::HasSubstr("VRELTestBoth library not loaded."));
 }
 

@@ -27,21 +27,21 @@ VRELString Text(std::string const& text) {
   return VRELString(text.c_str());
 }
 
-// A library with the entry points that most test modules have.
+// Library with the entry points of most test modules.
 struct TestLibrary : VRELLibrary {
   explicit TestLibrary(std::string const& name) : VRELLibrary(Text(name), "InitializeModule", "FinalizeModule") {}
 };
 
-// Whether the loader has the module in memory.
+// Returns whether the module is mapped.
 bool IsMapped(std::string const& name) {
   void* const handle = dlopen(("lib" + name + ".so").c_str(), RTLD_NOW | RTLD_NOLOAD);
   if (handle != nullptr) dlclose(handle);
   return handle != nullptr;
 }
 
-std::string const longestName = "VRELTest" + std::string(55, 'l');
+std::string const kLongestName = "VRELTest" + std::string(55, 'l');
 
-TEST(VRELLibraryTest, StandsOnACountedObject) {
+TEST(VRELLibraryTest, IsCountedObject) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELLibrary>);
   EXPECT_EQ(SlotOf(&VRELLibrary::RaiseReference), 2U);
   EXPECT_EQ(SlotOf(&VRELLibrary::LowerReference), 3U);
@@ -55,7 +55,7 @@ TEST(VRELLibraryTest, StandsOnACountedObject) {
   EXPECT_EQ(library.GetReferenceCount(), 1U);
 }
 
-TEST(VRELLibraryTest, MakingOneLoadsNothing) {
+TEST(VRELLibraryTest, ConstructorLoadsNothing) {
   RecordingListener listener;
   {
     TestLibrary library("VRELTestBoth");
@@ -66,20 +66,20 @@ TEST(VRELLibraryTest, MakingOneLoadsNothing) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, KeepsAtMost63Bytes) {
-  ASSERT_EQ(longestName.size(), 63U);
+TEST(VRELLibraryTest, NameHasAtMost63Bytes) {
+  ASSERT_EQ(kLongestName.size(), 63U);
   RecordingListener listener;
   for (std::string const tail : {"", "x", "xy", "and a tail that is rather long, longer than all the rest"}) {
     SCOPED_TRACE(tail);
-    TestLibrary library(longestName + tail);
-    EXPECT_EQ(library.GetLibraryName(), longestName);
+    TestLibrary library(kLongestName + tail);
+    EXPECT_EQ(library.GetLibraryName(), kLongestName);
   }
   EXPECT_STREQ(TestLibrary(std::string(62, 'a')).GetLibraryName(), std::string(62, 'a').c_str());
   EXPECT_STREQ(TestLibrary(std::string(1000, 'a')).GetLibraryName(), std::string(63, 'a').c_str());
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, NameIsCutInBytes) {
+TEST(VRELLibraryTest, NameIsTruncatedByBytes) {
   RunTestInLocale("C.UTF-8", [] {
     VRELLibrary library(VRELString((std::wstring(31, L'\u00F6') + L"ab").c_str()), "", "");
     std::string expected;
@@ -88,29 +88,29 @@ TEST(VRELLibraryTest, NameIsCutInBytes) {
   });
 }
 
-TEST(VRELLibraryTest, LongestNameLoadsWholeAndCut) {
+TEST(VRELLibraryTest, LongestNameLoads) {
   for (std::string const tail : {"", "x"}) {
     SCOPED_TRACE(tail);
     RecordingListener listener;
     {
-      TestLibrary library(longestName + tail);
+      TestLibrary library(kLongestName + tail);
       EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
     }
-    EXPECT_THAT(listener.Texts(), ElementsAre(longestName + " initialised", longestName + " finalised"));
+    EXPECT_THAT(listener.Texts(), ElementsAre(kLongestName + " initialized", kLongestName + " finalized"));
   }
 }
 
-TEST(VRELLibraryTest, LoadsAndInitialisesOnce) {
+TEST(VRELLibraryTest, InitializesOnce) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_TRUE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
 }
 
-TEST(VRELLibraryTest, WarnsOfAModuleThatDoesNotLoad) {
+TEST(VRELLibraryTest, FailedLoadSendsWarning) {
   for (std::string const name : {"VRELTestNoSuchModule", "VRELTestNoModule", ""}) {
     SCOPED_TRACE(name);
     RecordingListener listener;
@@ -124,7 +124,7 @@ TEST(VRELLibraryTest, WarnsOfAModuleThatDoesNotLoad) {
   }
 }
 
-TEST(VRELLibraryTest, ModuleWithoutInitialiseCountsAsLoaded) {
+TEST(VRELLibraryTest, MissingInitializeFunctionCountsAsLoaded) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoInitialize");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
@@ -132,19 +132,19 @@ TEST(VRELLibraryTest, ModuleWithoutInitialiseCountsAsLoaded) {
   std::string const error = "No InitializeModule function in VRELTestNoInitialize library.\n";
   ASSERT_THAT(listener.Texts(), ElementsAre(error));
   EXPECT_EQ(listener.events[0].level, VREL_LEVEL_ERROR);
-  // Each call looks for the entry point once more.
+  // Each call looks for the entry point again.
   void* function = nullptr;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
   ASSERT_NE(function, nullptr);
   EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
   EXPECT_THAT(listener.Texts(), ElementsAre(error, error));
-  // It was never initialised, so there is nothing to finalise.
+  // It was never initialized, so it is not finalized.
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_THAT(listener.Texts(), ElementsAre(error, error));
 }
 
-TEST(VRELLibraryTest, NamelessEntryPointsAreNotMissed) {
+TEST(VRELLibraryTest, EmptyEntryPointNamesAreIgnored) {
   RecordingListener listener;
   VRELLibrary library("VRELTestBare", "", "");
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
@@ -163,10 +163,10 @@ TEST(VRELLibraryTest, GetFunctionLoadsFirst) {
   ASSERT_NE(function, nullptr);
   EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
 }
 
-TEST(VRELLibraryTest, GetFunctionTakesNamesOfAnyLength) {
+TEST(VRELLibraryTest, GetFunctionAcceptsLongNames) {
   TestLibrary library("VRELTestBoth");
   std::string name;
   for (int i = 0; i < 6; ++i) name += "FunctionWhoseNameIsLong";
@@ -184,7 +184,7 @@ TEST(VRELLibraryTest, GetFunctionTakesNamesOfAnyLength) {
   }
 }
 
-TEST(VRELLibraryTest, GetFunctionRefusesAnEmptyName) {
+TEST(VRELLibraryTest, GetFunctionRefusesEmptyName) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   VRELString taken("x");
@@ -200,7 +200,7 @@ TEST(VRELLibraryTest, GetFunctionRefusesAnEmptyName) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST(VRELLibraryTest, GetFunctionTellsOfAMissingFunction) {
+TEST(VRELLibraryTest, GetFunctionReportsMissingFunction) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   int here = 0;
@@ -209,11 +209,11 @@ TEST(VRELLibraryTest, GetFunctionTellsOfAMissingFunction) {
   EXPECT_EQ(function, nullptr);
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestBoth initialised", "No Question function in VRELTestBoth library.\n"));
+              ElementsAre("VRELTestBoth initialized", "No Question function in VRELTestBoth library.\n"));
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
 }
 
-TEST(VRELLibraryTest, GetFunctionOfAModuleThatDoesNotLoad) {
+TEST(VRELLibraryTest, GetFunctionFailsWithoutModule) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoModule");
   int here = 0;
@@ -223,14 +223,14 @@ TEST(VRELLibraryTest, GetFunctionOfAModuleThatDoesNotLoad) {
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestNoModule library not loaded."));
 }
 
-TEST(VRELLibraryTest, SymbolsAreResolvedAtLoadAndSeenByLaterModules) {
+TEST(VRELLibraryTest, SymbolsAreGlobalAndResolvedAtLoad) {
   ChildResult const child = RunInChild([]() -> int {
-    VRELLibrary needy("VRELTestNeedy", "", "");
-    if (needy.LoadAndInitialize() != VREL_E_FAIL) return 1;
-    VRELLibrary needed("VRELTestNeeded", "", "");
-    if (needed.LoadAndInitialize() != VREL_S_OK) return 2;
+    VRELLibrary dependent("VRELTestDependent", "", "");
+    if (dependent.LoadAndInitialize() != VREL_E_FAIL) return 1;
+    VRELLibrary dependency("VRELTestDependency", "", "");
+    if (dependency.LoadAndInitialize() != VREL_S_OK) return 2;
     void* function = nullptr;
-    if (needy.GetFunction("CallLentFunction", function) != VREL_S_OK) return 3;
+    if (dependent.GetFunction("CallDependency", function) != VREL_S_OK) return 3;
     return reinterpret_cast<int (*)()>(function)() == 7 ? 0 : 4;
   });
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
@@ -246,10 +246,10 @@ TEST(VRELLibraryTest, FinalizesAndUnloads) {
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
 }
 
-TEST(VRELLibraryTest, ModuleThatMayNotBeUnloadedStays) {
+TEST(VRELLibraryTest, SetUnloadableFalseKeepsModule) {
   RecordingListener listener;
   TestLibrary library("VRELTestBoth");
   library.SetUnloadable(false);
@@ -258,17 +258,17 @@ TEST(VRELLibraryTest, ModuleThatMayNotBeUnloadedStays) {
   EXPECT_TRUE(library.IsLoaded());
   EXPECT_TRUE(IsMapped("VRELTestBoth"));
   EXPECT_EQ(library.FinalizeAndUnload(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
   listener.events.clear();
   EXPECT_EQ(library.LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized"));
   library.SetUnloadable(true);
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
 }
 
-TEST(VRELLibraryTest, ModuleWithoutFinaliseStaysInitialised) {
+TEST(VRELLibraryTest, MissingFinalizeFunctionStaysInitialized) {
   RecordingListener listener;
   TestLibrary library("VRELTestNoFinalize");
   library.LoadAndInitialize();
@@ -276,9 +276,9 @@ TEST(VRELLibraryTest, ModuleWithoutFinaliseStaysInitialised) {
   EXPECT_FALSE(library.IsLoaded());
   EXPECT_FALSE(IsMapped("VRELTestNoFinalize"));
   std::string const error = "No FinalizeModule function in VRELTestNoFinalize library.\n";
-  ASSERT_THAT(listener.Texts(), ElementsAre("VRELTestNoFinalize initialised", error));
+  ASSERT_THAT(listener.Texts(), ElementsAre("VRELTestNoFinalize initialized", error));
   EXPECT_EQ(listener.events[1].level, VREL_LEVEL_ERROR);
-  // Loaded again, it is not initialised again.
+  // It is not initialized again when it is loaded again.
   listener.events.clear();
   void* function = nullptr;
   EXPECT_EQ(library.GetFunction("Answer", function), VREL_S_OK);
@@ -292,20 +292,20 @@ TEST(VRELLibraryTest, DestructorFinalizesAndUnloads) {
     VRELLibraryHandle const library(new TestLibrary("VRELTestBoth"));
     library->LoadAndInitialize();
   }
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialised", "VRELTestBoth finalised"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth initialized", "VRELTestBoth finalized"));
   EXPECT_FALSE(IsMapped("VRELTestBoth"));
 }
 
-TEST(VRELLibraryTest, InitialiseMayAskForFunctions) {
+TEST(VRELLibraryTest, InitializeFunctionCanCallGetFunction) {
   RecordingListener listener;
   VRELLibrary* library = nullptr;
-  ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestAsking", "InitializeModule", "", library), VREL_S_OK);
+  ASSERT_EQ(VRELLibraryManager::CreateLibrary("VRELTestLookup", "InitializeModule", "", library), VREL_S_OK);
   EXPECT_EQ(library->LoadAndInitialize(), VREL_S_OK);
-  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestAsking asked: Success, its own"));
+  EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestLookup called: Success, its own"));
   VRELLibraryManager::FreeLibraries();
 }
 
-TEST(VRELLibraryTest, WhatInitialiseThrowsPassesThrough) {
+TEST(VRELLibraryTest, ExceptionOfInitializeIsRethrown) {
   RecordingListener listener;
   TestLibrary library("VRELTestThrowingInitialize");
   for (int i = 0; i < 2; ++i) {
@@ -317,14 +317,14 @@ TEST(VRELLibraryTest, WhatInitialiseThrowsPassesThrough) {
     }
     EXPECT_TRUE(library.IsLoaded());
   }
-  // The second call tried again; what was never initialised is not finalised.
+  // The second call tried again. A module that was not initialized is not finalized.
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
-  std::string const begun = "VRELTestThrowingInitialize initialises";
+  std::string const begun = "VRELTestThrowingInitialize initializes";
   EXPECT_THAT(listener.Texts(), ElementsAre(begun, begun));
 }
 
-TEST(VRELLibraryTest, WhatFinaliseThrowsStopsAtTheDestructor) {
+TEST(VRELLibraryTest, DestructorDropsExceptionOfFinalize) {
   RecordingListener listener;
   {
     TestLibrary library("VRELTestThrowingFinalize");
@@ -338,17 +338,17 @@ TEST(VRELLibraryTest, WhatFinaliseThrowsStopsAtTheDestructor) {
     EXPECT_TRUE(library.IsLoaded());
   }
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestThrowingFinalize initialises", "VRELTestThrowingFinalize finalises",
+              ElementsAre("VRELTestThrowingFinalize initializes", "VRELTestThrowingFinalize finalises",
                           "VRELTestThrowingFinalize finalises"));
   EXPECT_TRUE(IsMapped("VRELTestThrowingFinalize"));
 }
 
-TEST(VRELLibraryTest, EntryPointsDoNotUnloadTheirOwnModule) {
+TEST(VRELLibraryTest, RunningModuleIsNotUnloaded) {
   VRELLibraryManager::FreeLibraries();
   RecordingListener listener;
   {
     VRELLibrary* created = nullptr;
-    VRELLibraryManager::CreateLibrary("VRELTestRestless", "InitializeModule", "FinalizeModule", created);
+    VRELLibraryManager::CreateLibrary("VRELTestReentrant", "InitializeModule", "FinalizeModule", created);
     VRELLibraryHandle const library(created);
     EXPECT_EQ(library->LoadAndInitialize(), VREL_S_OK);
     EXPECT_TRUE(library->IsLoaded());
@@ -356,8 +356,8 @@ TEST(VRELLibraryTest, EntryPointsDoNotUnloadTheirOwnModule) {
     EXPECT_FALSE(library->IsLoaded());
   }
   EXPECT_THAT(listener.Texts(),
-              ElementsAre("VRELTestBoth initialised", "VRELTestRestless initialised", "VRELTestBoth finalised",
-                          "VRELTestBoth initialised", "VRELTestRestless finalised"));
+              ElementsAre("VRELTestBoth initialized", "VRELTestReentrant initialized", "VRELTestBoth finalized",
+                          "VRELTestBoth initialized", "VRELTestReentrant finalized"));
   VRELLibraryManager::FreeLibraries();
 }
 

@@ -4,6 +4,8 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "PublicObject.h"
 #include "VRELFilePath.h"
@@ -24,7 +26,7 @@ int DescriptorOf(VRINFile const& file) {
   return descriptor;
 }
 
-TEST(VRINFileTest, HoldsAPath) {
+TEST(VRINFileTest, StoresPath) {
   VRINFile const narrow("assembly\\wheel.step");
   EXPECT_TRUE(narrow.IsValid());
   EXPECT_EQ(PathOf(narrow), "assembly/wheel.step");
@@ -36,7 +38,24 @@ TEST(VRINFileTest, HoldsAPath) {
             "der.step");
 }
 
-TEST(VRINFileTest, HoldsADescriptor) {
+TEST(VRINFileTest, StringTypesBecomePaths) {
+  using namespace std::string_literals;
+  using namespace std::string_view_literals;
+  VRINFile const files[] = {"a\\b.step"s,   "a\\b.step"sv,      L"a\\b.step"s,
+                            L"a\\b.step"sv, "a\\b.step\0.txt"s, "a\\b.step\0x"sv};
+  for (VRINFile const& file : files) EXPECT_EQ(PathOf(file), "a/b.step");
+  EXPECT_TRUE(VRINFile(std::string_view()).IsValid());
+}
+
+TEST(VRINFileTest, BoolDoesNotCompile) {
+  static_assert(!std::is_constructible_v<VRINFile, bool>);
+  static_assert(!std::is_constructible_v<VRINFile, std::FILE*>);
+  static_assert(!std::is_constructible_v<VRINFile, void*>);
+  static_assert(std::is_constructible_v<VRINFile, short>);
+  static_assert(std::is_constructible_v<VRINFile, long>);
+}
+
+TEST(VRINFileTest, StoresDescriptor) {
   VRINFile const file(7);
   EXPECT_TRUE(file.IsValid());
   EXPECT_EQ(DescriptorOf(file), 7);
@@ -46,7 +65,7 @@ TEST(VRINFileTest, HoldsADescriptor) {
   EXPECT_EQ(DescriptorOf(VRINFile(-1)), -42);
 }
 
-TEST(VRINFileTest, TakesTheDescriptorOfAStream) {
+TEST(VRINFileTest, StoresDescriptorOfStream) {
   std::FILE const* const stream = stderr;
   EXPECT_EQ(DescriptorOf(VRINFile(stream, nullptr)), 2);
   VRINFile const named(stream, "not used");
@@ -54,7 +73,7 @@ TEST(VRINFileTest, TakesTheDescriptorOfAStream) {
   EXPECT_FALSE(ImplOf<VRINFileImpl>(named)->HasPath());
 }
 
-TEST(VRINFileTest, NullMakesAnInvalidHandle) {
+TEST(VRINFileTest, NullIsInvalid) {
   EXPECT_FALSE(VRINFile(static_cast<char const*>(nullptr)).IsValid());
   EXPECT_FALSE(VRINFile(static_cast<wchar_t const*>(nullptr)).IsValid());
   EXPECT_FALSE(VRINFile(nullptr, "path").IsValid());
@@ -62,7 +81,7 @@ TEST(VRINFileTest, NullMakesAnInvalidHandle) {
   EXPECT_TRUE(VRINFile("").IsValid());
 }
 
-TEST(VRINFileTest, CopiesShareTheFile) {
+TEST(VRINFileTest, CopiesShareFile) {
   VRINFile first("wheel.step");
   VRINFile const second(first);
   EXPECT_EQ(UseCount(first), 2);
@@ -70,7 +89,7 @@ TEST(VRINFileTest, CopiesShareTheFile) {
             ImplOf<VRINFileImpl>(second)->GetFile().GetInstance());
 }
 
-TEST(VRINFileTest, ObjectsAreNumberedInARow) {
+TEST(VRINFileTest, NumbersObjectsConsecutively) {
   VRINFile const first(1);
   VRINFile const second("path");
   int const last = VRINObjectImpl::_objectCounter;
@@ -78,7 +97,7 @@ TEST(VRINFileTest, ObjectsAreNumberedInARow) {
   EXPECT_EQ(DiagnosticName(second), "VRINFile[" + std::to_string(last) + "]");
 }
 
-TEST(VRINFileImplTest, MakesANewFile) {
+TEST(VRINFileImplTest, CreatesFile) {
   VRINFileImpl const byPath(VRELFilePath("wheel.step"));
   EXPECT_TRUE(byPath.HasPath());
   VRINFileImpl const byDescriptor(0);

@@ -9,20 +9,20 @@
 
 namespace {
 
-TEST(VRINNameTest, HoldsItsText) {
+TEST(VRINNameTest, StoresString) {
   VRINName name("Step");
   EXPECT_TRUE(name.IsValid());
   EXPECT_EQ(NameText(name), "Step");
   EXPECT_EQ(UseCount(name), 1);
 }
 
-TEST(VRINNameTest, NullAndEmptyTextAreValid) {
+TEST(VRINNameTest, EmptyNameIsValid) {
   EXPECT_TRUE(VRINName(nullptr).IsValid());
   EXPECT_EQ(NameText(VRINName(nullptr)), "");
   EXPECT_TRUE(VRINName("").IsValid());
 }
 
-TEST(VRINNameTest, ObjectsAreNumberedInARow) {
+TEST(VRINNameTest, NumbersObjectsConsecutively) {
   VRINName const first("a");
   VRINName const second("b");
   int const last = VRINObjectImpl::_objectCounter;
@@ -30,7 +30,7 @@ TEST(VRINNameTest, ObjectsAreNumberedInARow) {
   EXPECT_EQ(DiagnosticName(second), "VRINName[" + std::to_string(last) + "]");
 }
 
-TEST(VRINNameImplTest, CopiesTheTextOutAndIn) {
+TEST(VRINNameImplTest, GetsAndSetsName) {
   VRINNameImpl impl(VRELString(L"first"));
   VRELString text(L"untouched");
   EXPECT_EQ(impl.GetName(text), VREL_S_OK);
@@ -40,7 +40,7 @@ TEST(VRINNameImplTest, CopiesTheTextOutAndIn) {
   EXPECT_EQ(impl.SetName(VRELString(L"second")), VREL_S_OK);
   EXPECT_EQ(impl.GetName(text), VREL_S_OK);
   EXPECT_EQ(text.toUtf8(), "second");
-  // The object's own name is another.
+  // The diagnostic name is independent.
   EXPECT_EQ(impl.GetName().toUtf8(), diagnostic.toUtf8());
   static_cast<VRINObjectImpl&>(impl).SetName(VRELString(L"object"));
   EXPECT_EQ(impl.GetName().toUtf8(), "object");

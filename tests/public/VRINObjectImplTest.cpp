@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(VRINObjectImplTest, IsNamedByTypeAndNumber) {
+TEST(VRINObjectImplTest, NameHasTypeAndNumber) {
   int const before = VRINObjectImpl::_objectCounter;
   VRINObjectImpl const first("Wheel");
   VRINObjectImpl const second("Axle");
@@ -20,13 +20,13 @@ TEST(VRINObjectImplTest, IsNamedByTypeAndNumber) {
   EXPECT_FALSE(first.GetName().getBadConversion());
 }
 
-TEST(VRINObjectImplTest, TheCounterNeverGoesDown) {
+TEST(VRINObjectImplTest, CounterNeverDecreases) {
   int const before = VRINObjectImpl::_objectCounter;
   { VRINObjectImpl const object("Wheel"); }
   EXPECT_EQ(VRINObjectImpl::_objectCounter, before + 1);
 }
 
-TEST(VRINObjectImplTest, TheCounterWraps) {
+TEST(VRINObjectImplTest, CounterWraps) {
   ChildResult const child = RunInChild([] {
     VRINObjectImpl::_objectCounter = INT_MAX;
     VRINObjectImpl const object("Wheel");
@@ -35,18 +35,18 @@ TEST(VRINObjectImplTest, TheCounterWraps) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(VRINObjectImplTest, ANullTypeCountsAsEmpty) {
+TEST(VRINObjectImplTest, NullTypeIsEmpty) {
   VRINObjectImpl const object(nullptr);
   EXPECT_EQ(object.GetName().toUtf8(), "[" + std::to_string(VRINObjectImpl::_objectCounter) + "]");
 }
 
-TEST(VRINObjectImplTest, TheNameCanBeReplaced) {
+TEST(VRINObjectImplTest, SetNameReplacesName) {
   VRINObjectImpl object("Wheel");
   object.SetName(VRELString(L"R\u00E4der"));
   EXPECT_EQ(object.GetName().toUtf16(), u"R\u00E4der");
 }
 
-TEST(VRINObjectImplTest, TheCountStopsNowhere) {
+TEST(VRINObjectImplTest, CountBecomesNegative) {
   VRINObjectImpl object("Wheel");
   EXPECT_EQ(object.Ref(), 1);
   EXPECT_EQ(object.Ref(), 2);
@@ -57,22 +57,22 @@ TEST(VRINObjectImplTest, TheCountStopsNowhere) {
   EXPECT_TRUE((std::is_same_v<decltype(object.Ref()), long>));
 }
 
-TEST(VRINObjectImplTest, CastKeepsThePointer) {
+TEST(VRINObjectImplTest, CastKeepsPointer) {
   VRINObjectImpl object("Wheel");
   EXPECT_EQ(VRINObjectImpl::Cast(&object), &object);
   EXPECT_EQ(VRINObjectImpl::Cast(nullptr), nullptr);
 }
 
-TEST(VRINObjectImplTest, IsDestroyedThroughItsBase) {
-  struct Watched : VRINObjectImpl {
-    explicit Watched(bool& flag) : VRINObjectImpl("Watched"), isGone(flag) {}
-    ~Watched() override { isGone = true; }
-    bool& isGone;
+TEST(VRINObjectImplTest, DestructorIsVirtual) {
+  struct CountedImpl : VRINObjectImpl {
+    explicit CountedImpl(bool& flag) : VRINObjectImpl("Counted"), isDestroyed(flag) {}
+    ~CountedImpl() override { isDestroyed = true; }
+    bool& isDestroyed;
   };
-  bool isGone = false;
-  VRINObjectImpl* const object = new Watched(isGone);
+  bool isDestroyed = false;
+  VRINObjectImpl* const object = new CountedImpl(isDestroyed);
   delete object;
-  EXPECT_TRUE(isGone);
+  EXPECT_TRUE(isDestroyed);
 }
 
 }  // namespace

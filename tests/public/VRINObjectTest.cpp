@@ -21,21 +21,21 @@
 
 namespace {
 
-class WatchedImpl : public VRINObjectImpl {
+class CountedImpl : public VRINObjectImpl {
  public:
-  explicit WatchedImpl(int& count) : VRINObjectImpl("Watched"), alive(count) { ++alive; }
-  ~WatchedImpl() override { --alive; }
+  explicit CountedImpl(int& count) : VRINObjectImpl("Counted"), instances(count) { ++instances; }
+  ~CountedImpl() override { --instances; }
 
  private:
-  int& alive;
+  int& instances;
 };
 
-void* NewImpl(int& alive) {
-  return static_cast<VRINObjectImpl*>(new WatchedImpl(alive));
+void* NewImpl(int& instances) {
+  return static_cast<VRINObjectImpl*>(new CountedImpl(instances));
 }
 
-TEST(VRINObjectTest, BeginsInvalid) {
-  VRINObject object("Watched");
+TEST(VRINObjectTest, StartsInvalid) {
+  VRINObject object("Counted");
   EXPECT_FALSE(object.IsValid());
   EXPECT_EQ(object.GetData(), nullptr);
   EXPECT_EQ(object.Ref(), 0);
@@ -44,33 +44,33 @@ TEST(VRINObjectTest, BeginsInvalid) {
   EXPECT_TRUE((std::is_same_v<decltype(object.Unref()), long>));
 }
 
-TEST(VRINObjectTest, IsValidWithATypeAndData) {
-  int alive = 0;
-  VRINObject object("Watched");
-  object.SetData(NewImpl(alive));
+TEST(VRINObjectTest, IsValidNeedsTypeAndData) {
+  int instances = 0;
+  VRINObject object("Counted");
+  object.SetData(NewImpl(instances));
   EXPECT_TRUE(object.IsValid());
   VRINObject nameless(nullptr);
-  nameless.SetData(NewImpl(alive));
+  nameless.SetData(NewImpl(instances));
   EXPECT_FALSE(nameless.IsValid());
   EXPECT_NE(nameless.GetData(), nullptr);
 }
 
-TEST(VRINObjectTest, IsValidAndTheDestructorAreVirtual) {
-  int alive = 0;
+TEST(VRINObjectTest, IsValidAndDestructorAreVirtual) {
+  int instances = 0;
   struct Derived : VRINObject {
-    explicit Derived(int& count) : VRINObject("Derived"), alive(count) { ++alive; }
-    ~Derived() override { --alive; }
+    explicit Derived(int& count) : VRINObject("Derived"), instances(count) { ++instances; }
+    ~Derived() override { --instances; }
     bool IsValid() const override { return true; }
-    int& alive;
+    int& instances;
   };
-  VRINObject* const object = new Derived(alive);
+  VRINObject* const object = new Derived(instances);
   EXPECT_TRUE(object->IsValid());
   delete object;
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
 }
 
-// A table of virtual operations, the type and the data; derived handles have no state of their own.
-TEST(VRINObjectTest, HandlesAreThreeWords) {
+// Virtual table pointer, type name and data; derived handles add no field.
+TEST(VRINObjectTest, HandlesHaveThreeWords) {
   EXPECT_EQ(SlotOf(&VRINObject::IsValid), 0U);
   EXPECT_EQ(sizeof(VRINObject), 3 * sizeof(void*));
   EXPECT_EQ(sizeof(VRINName), sizeof(VRINObject));
@@ -108,94 +108,94 @@ TEST(VRINObjectTest, ImplementationsAddOneField) {
   EXPECT_EQ(sizeof(VRINUnitImpl), sizeof(WithUnit));
 }
 
-TEST(VRINObjectTest, TheLastHandleDeletesTheImplementation) {
-  int alive = 0;
+TEST(VRINObjectTest, LastHandleDeletesImplementation) {
+  int instances = 0;
   {
-    VRINObject first("Watched");
-    first.SetData(NewImpl(alive));
+    VRINObject first("Counted");
+    first.SetData(NewImpl(instances));
     EXPECT_EQ(UseCount(first), 1);
     {
-      VRINObject second("Watched");
+      VRINObject second("Counted");
       second.SetData(first.GetData());
       EXPECT_EQ(UseCount(first), 2);
     }
     EXPECT_EQ(UseCount(first), 1);
-    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(instances, 1);
   }
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
 }
 
-TEST(VRINObjectTest, SetDataLetsGoOfTheOldImplementation) {
-  int alive = 0;
-  VRINObject object("Watched");
-  object.SetData(NewImpl(alive));
-  void* const second = NewImpl(alive);
-  EXPECT_EQ(alive, 2);
+TEST(VRINObjectTest, SetDataReleasesPrevious) {
+  int instances = 0;
+  VRINObject object("Counted");
+  object.SetData(NewImpl(instances));
+  void* const second = NewImpl(instances);
+  EXPECT_EQ(instances, 2);
   object.SetData(second);
-  EXPECT_EQ(alive, 1);
+  EXPECT_EQ(instances, 1);
   EXPECT_EQ(object.GetData(), second);
   object.SetData(second);
   EXPECT_EQ(UseCount(object), 1);
   object.SetData(nullptr);
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
   EXPECT_FALSE(object.IsValid());
 }
 
-TEST(VRINObjectTest, RefAndUnrefGiveTheCount) {
-  int alive = 0;
-  VRINObject object("Watched");
-  object.SetData(NewImpl(alive));
+TEST(VRINObjectTest, RefAndUnrefReturnCount) {
+  int instances = 0;
+  VRINObject object("Counted");
+  object.SetData(NewImpl(instances));
   EXPECT_EQ(object.Ref(), 2);
   EXPECT_EQ(object.Ref(), 3);
   EXPECT_EQ(object.Unref(), 2);
   EXPECT_EQ(object.Unref(), 1);
-  EXPECT_EQ(alive, 1);
+  EXPECT_EQ(instances, 1);
   EXPECT_EQ(object.Unref(), 0);
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
   EXPECT_EQ(object.GetData(), nullptr);
   EXPECT_EQ(object.Unref(), 0);
 }
 
-TEST(VRINObjectTest, ACountBelowZeroDeletesToo) {
-  int alive = 0;
-  VRINObject object("Watched");
-  object.SetData(NewImpl(alive));
+TEST(VRINObjectTest, NegativeCountDeletes) {
+  int instances = 0;
+  VRINObject object("Counted");
+  object.SetData(NewImpl(instances));
   auto* const impl = ImplOf<VRINObjectImpl>(object);
   impl->Unref();
   impl->Unref();
   EXPECT_EQ(object.Unref(), -2);
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
   EXPECT_FALSE(object.IsValid());
 }
 
 TEST(VRINObjectTest, CopiesAndAssignmentsShare) {
-  int alive = 0;
+  int instances = 0;
   {
-    VRINObject first("Watched");
-    first.SetData(NewImpl(alive));
+    VRINObject first("Counted");
+    first.SetData(NewImpl(instances));
     VRINObject copy(first);
     EXPECT_TRUE(copy.IsValid());
     EXPECT_EQ(copy.GetData(), first.GetData());
     EXPECT_EQ(UseCount(first), 2);
-    VRINObject assigned("Watched");
-    assigned.SetData(NewImpl(alive));
+    VRINObject assigned("Counted");
+    assigned.SetData(NewImpl(instances));
     EXPECT_EQ(&(assigned = first), &assigned);
-    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(instances, 1);
     EXPECT_EQ(UseCount(first), 3);
     VRINObject const& same = assigned;
     assigned = same;
     EXPECT_EQ(UseCount(first), 3);
-    VRINObject const invalid("Watched");
+    VRINObject const invalid("Counted");
     VRINObject const copyOfInvalid(invalid);
     EXPECT_FALSE(copyOfInvalid.IsValid());
     assigned = invalid;
     EXPECT_FALSE(assigned.IsValid());
     EXPECT_EQ(UseCount(first), 2);
   }
-  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(instances, 0);
 }
 
-TEST(VRINObjectTest, DerivedClassesCopyRightToo) {
+TEST(VRINObjectTest, DerivedClassesShareOnCopy) {
   VRINName first("a");
   {
     VRINName const copy(first);

@@ -18,10 +18,10 @@ std::vector<ListedName> Listed() {
 struct NameRow {
   VRINName const* member;
   char const* text;
-  int number;  // of the object, in the order in which the library comes up
+  int number;  // of the object, in order of construction
 };
 
-TEST(VRINOptionNameListTest, EachNameIsThereOnceAndNamedAsItsText) {
+TEST(VRINOptionNameListTest, NamesAreUniqueAndMatchIdentifiers) {
   std::set<std::string> texts;
   for (ListedName const& name : Listed()) {
     EXPECT_TRUE(texts.insert(name.text).second) << name.text;
@@ -31,12 +31,12 @@ TEST(VRINOptionNameListTest, EachNameIsThereOnceAndNamedAsItsText) {
   EXPECT_EQ(texts.size(), 162U);
 }
 
-// Applications spell settings by these texts.
-TEST(VRINOptionNameListTest, TextsAndOrderStayAsTheyAre) {
+// Applications use these strings.
+TEST(VRINOptionNameListTest, StringsAndOrderAreFixed) {
   EXPECT_EQ(FingerprintOf(Listed()), 0xE308BD591E505C4EU);
 }
 
-TEST(VRINOptionNameTest, MembersHaveTheirTextsAndNumbers) {
+TEST(VRINOptionNameTest, MembersHaveStringsAndNumbers) {
   NameRow const rows[] = {
       {&VRINOptionName::Representation, "Representation", 1},
       {&VRINOptionName::ConvertAttributes, "ConvertAttributes", 2},
@@ -80,7 +80,7 @@ TEST(VRINOptionNameTest, MembersHaveTheirTextsAndNumbers) {
   }
 }
 
-TEST(VRINOptionNameTest, AllMembersComeUpInTheListsOrder) {
+TEST(VRINOptionNameTest, MembersAreConstructedInListOrder) {
   std::vector<VRINName const*> members;
 #define VREL_NAME(identifier, text) members.push_back(&VRINOptionName::identifier);
 #include "VRINOptionNames.def"
@@ -92,14 +92,14 @@ TEST(VRINOptionNameTest, AllMembersComeUpInTheListsOrder) {
   }
 }
 
-TEST(VRINOptionNameTest, TakesAText) {
+TEST(VRINOptionNameTest, StoresString) {
   VRINOptionName const name("MySetting");
   EXPECT_TRUE(name.IsValid());
   EXPECT_EQ(NameText(name), "MySetting");
   EXPECT_EQ(NameText(VRINOptionName(static_cast<char const*>(nullptr))), "");
 }
 
-TEST(VRINOptionNameTest, EachMakesOneObject) {
+TEST(VRINOptionNameTest, CreatesOneObject) {
   int const before = VRINObjectImpl::_objectCounter;
   VRINOptionName const first("a");
   VRINOptionName const second(VRINComponentName::Step, first);
@@ -107,7 +107,7 @@ TEST(VRINOptionNameTest, EachMakesOneObject) {
   EXPECT_EQ(DiagnosticName(second), "VRINName[" + std::to_string(before + 2) + "]");
 }
 
-TEST(VRINOptionNameTest, ACopyHasATextOfItsOwn) {
+TEST(VRINOptionNameTest, CopyHasOwnString) {
   VRINOptionName first("a");
   VRINOptionName const second(first);
   EXPECT_NE(first.GetData(), second.GetData());
@@ -120,7 +120,7 @@ TEST(VRINOptionNameTest, ACopyHasATextOfItsOwn) {
   EXPECT_EQ(UseCount(first), 2);
 }
 
-TEST(VRINOptionNameTest, ComposesPaths) {
+TEST(VRINOptionNameTest, JoinsPaths) {
   VRINOptionName const& option = VRINOptionName::Representation;
   EXPECT_EQ(NameText(VRINOptionName(VRINComponentName::Step, option)), "Step.Representation");
   EXPECT_EQ(NameText(VRINOptionName(VRINComponentName::Step, VRINRepresentationName::Mesh, option)),
@@ -136,7 +136,7 @@ TEST(VRINOptionNameTest, ComposesPaths) {
             "My.Own.Pass.Thing.Depth");
 }
 
-TEST(VRINOptionNameTest, APartWithoutImplementationIsEmptyAndItsDotStays) {
+TEST(VRINOptionNameTest, InvalidPartKeepsDot) {
   VRINComponentName component("c");
   VRINRepresentationName representation("r");
   VRINReaderWriterName direction("d");

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr long kUnknownSuccess = 0x1234;
-constexpr long kForeignFailure = 0x1050007;
+constexpr long kOtherDomainFailure = 0x1050007;
 
 struct CodeRow {
   long code;
@@ -18,7 +18,7 @@ struct CodeRow {
 
 class VRINResultCodeTest : public testing::TestWithParam<CodeRow> {};
 
-TEST_P(VRINResultCodeTest, HasItsValueAndMessage) {
+TEST_P(VRINResultCodeTest, HasValueAndMessage) {
   CodeRow const& row = GetParam();
   EXPECT_EQ(row.code, row.value);
   EXPECT_STREQ(VRINResult(row.value).GetMessage(), row.message);
@@ -49,16 +49,16 @@ INSTANTIATE_TEST_SUITE_P(
                     CodeRow{VREL_E_ABORTED, 0x2000003, "Aborted"},
                     CodeRow{VREL_UNDETERMINED, 0x3000006, "Undetermined"}));
 
-TEST(VRINResultTest, EveryOtherValueIsAnUnknownResult) {
-  // The neighbours of the named codes, the same numbers under other criticities and domains, and the unused top bits.
+TEST(VRINResultTest, OtherValuesAreUnknownResult) {
+  // Numbers next to the named codes, the same numbers with other criticities and domains, and the unused top bits.
   for (long value : {4L, 0x1234L, 0x1000000L, 0x1000003L, 0x1000006L, 0x100000CL, 0x1000016L, 0x1050007L, 0x1010001L,
                      0x2000001L, 0x2000006L, 0x3000003L, 0x11000001L, -1L}) {
     EXPECT_STREQ(VRINResult(value).GetMessage(), "Unknown Result") << std::hex << value;
   }
 }
 
-TEST(VRINResultTest, ReadsItsPackedFields) {
-  VRINResult const result(kForeignFailure);
+TEST(VRINResultTest, ReadsPackedFields) {
+  VRINResult const result(kOtherDomainFailure);
   EXPECT_EQ(result.GetCriticity(), 1);
   EXPECT_EQ(result.GetDomain(), 5);
   EXPECT_EQ(result.GetNumber(), 7);
@@ -66,14 +66,14 @@ TEST(VRINResultTest, ReadsItsPackedFields) {
   EXPECT_EQ(full.GetCriticity(), 0xF);
   EXPECT_EQ(full.GetDomain(), 0xAB);
   EXPECT_EQ(full.GetNumber(), 0xCDEF);
-  // Bits 28 to 31 belong to no field.
+  // Bits 28 to 31 are unused.
   VRINResult const topBits(static_cast<long>(0xF1000001));
   EXPECT_EQ(topBits.GetCriticity(), 1);
   EXPECT_EQ(topBits.GetDomain(), 0);
   EXPECT_EQ(topBits.GetNumber(), 1);
 }
 
-TEST(VRINResultTest, IsOneWordOf32Bits) {
+TEST(VRINResultTest, HasSizeOf32Bits) {
   EXPECT_EQ(sizeof(VRINResult), 4u);
   EXPECT_TRUE(VRINResult(0x100000000L) == 0);
   EXPECT_TRUE(VRINResult(0L) == 0x100000000L);
@@ -81,7 +81,7 @@ TEST(VRINResultTest, IsOneWordOf32Bits) {
   EXPECT_EQ(static_cast<long>(VRINResult(0xFFFFFFFFL)), -1L);
 }
 
-TEST(VRINResultTest, ComparesTheWholeWordWithNumbersAndResults) {
+TEST(VRINResultTest, ComparesAllBits) {
   VRINResult result(VREL_E_FAIL);
   EXPECT_TRUE(result == VREL_E_FAIL);
   EXPECT_TRUE(result == 0x1000001);
@@ -94,7 +94,7 @@ TEST(VRINResultTest, ComparesTheWholeWordWithNumbersAndResults) {
   EXPECT_TRUE(result != 0L);
   EXPECT_TRUE(result != VRINResult(VREL_S_OK));
   EXPECT_FALSE(result != VREL_E_FAIL);
-  EXPECT_FALSE(result == VRINResult(static_cast<long>(0xF1000001))) << "the top bits count here";
+  EXPECT_FALSE(result == VRINResult(static_cast<long>(0xF1000001))) << "bits 28 to 31 are compared";
   long const word = result;
   EXPECT_EQ(word, 0x1000001L);
   result = 5;
@@ -103,7 +103,7 @@ TEST(VRINResultTest, ComparesTheWholeWordWithNumbersAndResults) {
   EXPECT_TRUE(result == VREL_E_ABORTED);
 }
 
-TEST(VRINResultTest, FailureObjectHoldsTheFailureCode) {
+TEST(VRINResultTest, FailResultHasCode) {
   EXPECT_EQ(VRINResult::E_FAIL_RESULT, VREL_E_FAIL);
 }
 
@@ -135,25 +135,25 @@ INSTANTIATE_TEST_SUITE_P(
         ClassRow{0x1000005, false, false, false, false, true}, ClassRow{0x2000003, false, false, false, false, true},
         ClassRow{0x3000006, false, false, false, true, false}, ClassRow{0x3000007, false, false, false, false, true},
         ClassRow{0x4000001, false, false, false, false, true}, ClassRow{0x8000006, false, false, false, false, true},
-        // The top bits make another value, of the same criticity.
+        // Another value of the same criticity.
         ClassRow{0x10000001, true, false, true, false, false}, ClassRow{0x13000006, false, false, false, false, true},
-        ClassRow{kForeignFailure, false, false, false, false, true}));
+        ClassRow{kOtherDomainFailure, false, false, false, false, true}));
 
-TEST(VRINResultTest, ReturnCodeIsForTheProcess) {
+TEST(VRINResultTest, GetReturnCodeReturnsExitStatus) {
   EXPECT_EQ(VRINResult(VREL_S_OK).GetReturnCode(), 0);
   EXPECT_EQ(VRINResult(VREL_S_PARTIAL).GetReturnCode(), 0);
   EXPECT_EQ(VRINResult(kUnknownSuccess).GetReturnCode(), 0);
-  EXPECT_EQ(VRINResult(0x0050007).GetReturnCode(), 0) << "a success of a foreign domain";
+  EXPECT_EQ(VRINResult(0x0050007).GetReturnCode(), 0) << "success of another domain";
   EXPECT_EQ(VRINResult(VREL_E_INVALID_ARGUMENT).GetReturnCode(), 11);
   EXPECT_EQ(VRINResult(VREL_E_ABORTED).GetReturnCode(), 3);
   EXPECT_EQ(VRINResult(VREL_UNDETERMINED).GetReturnCode(), 6);
-  EXPECT_EQ(VRINResult(kForeignFailure).GetReturnCode(), 1);
+  EXPECT_EQ(VRINResult(kOtherDomainFailure).GetReturnCode(), 1);
   EXPECT_EQ(VRINResult(0x1FF0000).GetReturnCode(), 1);
   EXPECT_EQ(VRINResult(0x100FFFF).GetReturnCode(), 0xFFFF);
-  EXPECT_EQ(VRINResult(0x11000007).GetReturnCode(), 7) << "the top bits are of no domain";
+  EXPECT_EQ(VRINResult(0x11000007).GetReturnCode(), 7) << "bits 28 to 31 are ignored";
 }
 
-TEST(VRINResultTest, FlagsReadTheOtherWayRound) {
+TEST(VRINResultTest, GetReturnCodeOfFlagIsInverted) {
   EXPECT_EQ(VRINResult::GetReturnCode(true), 1);
   EXPECT_EQ(VRINResult::GetReturnCode(false), 0);
   EXPECT_STREQ(VRINResult::GetOKKOString(true), "OK");
@@ -161,63 +161,67 @@ TEST(VRINResultTest, FlagsReadTheOtherWayRound) {
   EXPECT_EQ(VRINResult::GetOKKOString(true), VRINResult::GetOKKOString(true));
 }
 
-// One row a left side, one column a right side, in the order of `sides`.
+// Left sides are rows and right sides are columns, in the order of kSides.
 constexpr long kOk = 0;
 constexpr long kPartial = 1;
 constexpr long kNoEntity = 2;
 constexpr long kNoGeometry = 3;
 constexpr long kFail = 0x1000001;
-constexpr long kMissing = 0x1000005;
+constexpr long kNotImplemented = 0x1000005;
 constexpr long kAborted = 0x2000003;
-constexpr long kOpen = 0x3000006;
-std::vector<long> const sides = {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, 0x1234};
+constexpr long kUndetermined = 0x3000006;
+std::vector<long> const kSides = {kOk,      kPartial,      kNoEntity, kNoGeometry, kFail, kNotImplemented,
+                                  kAborted, kUndetermined, 0x1234};
 
-TEST(VRINResultTest, ConjunctionKeepsTheWorse) {
+TEST(VRINResultTest, ConjunctionKeepsWorse) {
   std::vector<std::vector<long>> const expected = {
-      /* success     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, kOk},
-      /* partial     */ {1, 1, 1, 1, kFail, kMissing, kAborted, kOpen, 1},
-      /* no entity   */ {2, kPartial, 2, 3, kFail, kMissing, kAborted, kOpen, 2},
-      /* no geometry */ {3, kPartial, 3, 3, kFail, kMissing, kAborted, kOpen, 3},
+      /* success     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kNotImplemented, kAborted, kUndetermined, kOk},
+      /* partial     */ {1, 1, 1, 1, kFail, kNotImplemented, kAborted, kUndetermined, 1},
+      /* no entity   */ {2, kPartial, 2, 3, kFail, kNotImplemented, kAborted, kUndetermined, 2},
+      /* no geometry */ {3, kPartial, 3, 3, kFail, kNotImplemented, kAborted, kUndetermined, 3},
       /* failure     */ {kFail, kFail, kFail, kFail, kFail, kFail, kFail, kFail, kFail},
-      /* missing     */ {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kMissing, kAborted, kOpen, 0x1234},
+      /* missing     */
+      {kOk, kPartial, kNoEntity, kNoGeometry, kFail, kNotImplemented, kAborted, kUndetermined, 0x1234},
       /* aborted     */
       {kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted, kAborted},
-      /* open        */ {kOpen, kOpen, kOpen, kOpen, kFail, kMissing, kAborted, kOpen, kOpen},
-      /* 0x1234      */ {0x1234, kPartial, 2, 3, kFail, kMissing, kAborted, kOpen, 0x1234},
+      /* open        */
+      {kUndetermined, kUndetermined, kUndetermined, kUndetermined, kFail, kNotImplemented, kAborted, kUndetermined,
+       kUndetermined},
+      /* 0x1234      */ {0x1234, kPartial, 2, 3, kFail, kNotImplemented, kAborted, kUndetermined, 0x1234},
   };
-  for (std::size_t left = 0; left < sides.size(); ++left) {
-    for (std::size_t right = 0; right < sides.size(); ++right) {
-      VRINResult result(sides[left]);
-      VRINResult const returned = (result &= VRINResult(sides[right]));
-      EXPECT_EQ(result, expected[left][right]) << std::hex << sides[left] << " &= " << sides[right];
+  for (std::size_t left = 0; left < kSides.size(); ++left) {
+    for (std::size_t right = 0; right < kSides.size(); ++right) {
+      VRINResult result(kSides[left]);
+      VRINResult const returned = (result &= VRINResult(kSides[right]));
+      EXPECT_EQ(result, expected[left][right]) << std::hex << kSides[left] << " &= " << kSides[right];
       EXPECT_EQ(returned, result);
     }
   }
 }
 
-TEST(VRINResultTest, DisjunctionCountsOneSuccessAsPartial) {
+TEST(VRINResultTest, DisjunctionBecomesPartial) {
   std::vector<std::vector<long>> const expected = {
       /* success     */ {0, 1, 0, 0, 1, 1, 1, 1, 0},
       /* partial     */ {1, 1, 1, 1, 1, 1, 1, 1, 1},
       /* no entity   */ {2, 1, 2, 2, 1, 1, 1, 1, 2},
       /* no geometry */ {3, 1, 3, 3, 1, 1, 1, 1, 3},
       /* failure     */ {1, 1, 1, 1, kFail, kFail, kFail, kFail, 1},
-      /* missing     */ {1, 1, 1, 1, kMissing, kMissing, kMissing, kMissing, 1},
+      /* missing     */ {1, 1, 1, 1, kNotImplemented, kNotImplemented, kNotImplemented, kNotImplemented, 1},
       /* aborted     */ {1, 1, 1, 1, kAborted, kAborted, kAborted, kAborted, 1},
-      /* open        */ {1, kOpen, 1, 1, kFail, kMissing, kAborted, kOpen, 1},
+      /* open        */ {1, kUndetermined, 1, 1, kFail, kNotImplemented, kAborted, kUndetermined, 1},
       /* 0x1234      */ {0x1234, 1, 0x1234, 0x1234, 1, 1, 1, 1, 0x1234},
   };
-  for (std::size_t left = 0; left < sides.size(); ++left) {
-    for (std::size_t right = 0; right < sides.size(); ++right) {
-      VRINResult result(sides[left]);
-      VRINResult const returned = (result |= VRINResult(sides[right]));
-      EXPECT_EQ(result, expected[left][right]) << std::hex << sides[left] << " |= " << sides[right];
+  for (std::size_t left = 0; left < kSides.size(); ++left) {
+    for (std::size_t right = 0; right < kSides.size(); ++right) {
+      VRINResult result(kSides[left]);
+      VRINResult const returned = (result |= VRINResult(kSides[right]));
+      EXPECT_EQ(result, expected[left][right]) << std::hex << kSides[left] << " |= " << kSides[right];
       EXPECT_EQ(returned, result);
     }
   }
 }
 
-TEST(VRINResultTest, FoldingReturnsACopyAndNotTheLeftSide) {
+TEST(VRINResultTest, CombinationReturnsCopy) {
   VRINResult left(VREL_S_OK);
   VRINResult copy = (left &= VREL_E_FAIL);
   copy = VREL_S_OK;

@@ -48,7 +48,7 @@ std::vector<UnitRow> const& Rows() {
   return rows;
 }
 
-TEST(VRINUnitTest, HasNumbersTextsAndSpellings) {
+TEST(VRINUnitTest, HasNumbersNamesAndSpellings) {
   for (UnitRow const& row : Rows()) {
     SCOPED_TRACE(row.text);
     EXPECT_EQ(static_cast<int>(row.value), row.number);
@@ -66,7 +66,7 @@ TEST(VRINUnitTest, HasNumbersTextsAndSpellings) {
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<VRINUnitValue>, int>));
 }
 
-TEST(VRINUnitTest, IsUnknownAtFirst) {
+TEST(VRINUnitTest, DefaultIsUnknown) {
   VRINUnit const unit;
   EXPECT_TRUE(unit.IsValid());
   EXPECT_EQ(NumberOf(unit), 0);
@@ -74,7 +74,7 @@ TEST(VRINUnitTest, IsUnknownAtFirst) {
   EXPECT_EQ(NumberOf(VRINUnit(static_cast<char const*>(nullptr))), 0);
 }
 
-TEST(VRINUnitTest, ANumberOutsideHasNoText) {
+TEST(VRINUnitTest, NumberOutOfRangeHasNullName) {
   for (int const number : {14, -1, INT_MAX, INT_MIN}) {
     VRINUnit const unit(static_cast<VRINUnitValue>(number));
     EXPECT_TRUE(unit.IsValid());
@@ -83,7 +83,7 @@ TEST(VRINUnitTest, ANumberOutsideHasNoText) {
   }
 }
 
-TEST(VRINUnitTest, AnInvalidHandleIsUnknownWithACapital) {
+TEST(VRINUnitTest, InvalidHandleIsCapitalizedUnknown) {
   VRINUnit unit(VRINUnitMeter);
   unit.SetData(nullptr);
   EXPECT_STREQ(TextOf(unit), "Unknown");
@@ -104,7 +104,7 @@ TEST(VRINUnitTest, AssignmentShares) {
   EXPECT_EQ(UseCount(target), 1);
 }
 
-TEST(VRINUnitTest, ObjectsAreNumberedInARow) {
+TEST(VRINUnitTest, NumbersObjectsConsecutively) {
   VRINUnit const first;
   VRINUnit const second("mm");
   int const last = VRINObjectImpl::_objectCounter;
@@ -112,7 +112,7 @@ TEST(VRINUnitTest, ObjectsAreNumberedInARow) {
   EXPECT_EQ(DiagnosticName(second), "VRINUnit[" + std::to_string(last) + "]");
 }
 
-TEST(VRINUnitImplTest, CopiesTheUnitOutAndIn) {
+TEST(VRINUnitImplTest, GetsAndSetsUnit) {
   VRELUnit unit = VRELUnitFoot;
   VRINUnitImpl impl(unit);
   unit = VRELUnitMile;

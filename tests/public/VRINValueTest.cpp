@@ -5,6 +5,8 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "PublicObject.h"
 #include "VRELValue.h"
@@ -29,14 +31,14 @@ void ExpectDefaults(VRINValue const& value) {
   EXPECT_EQ(Wide(value), nullptr);
 }
 
-TEST(VRINValueTest, TypesHaveTheirNumbers) {
+TEST(VRINValueTest, TypesHaveNumbers) {
   EXPECT_EQ(VRINValue::BoolType, 0);
   EXPECT_EQ(VRINValue::IntType, 1);
   EXPECT_EQ(VRINValue::DoubleType, 2);
   EXPECT_EQ(VRINValue::StringType, 3);
 }
 
-TEST(VRINValueTest, ReadsAsEachKind) {
+TEST(VRINValueTest, ConvertsToEachType) {
   struct Row {
     VRINValue value;
     int type;
@@ -50,7 +52,7 @@ TEST(VRINValueTest, ReadsAsEachKind) {
       {VRINValue(false), 0, false, 0, 0.0, L"false"},
       {VRINValue(3), 1, true, 3, 3.0, L"3"},
       {VRINValue(0), 1, false, 0, 0.0, L"0"},
-      // Not truncated: a double reads as a switch.
+      // Converted to 1 or 0, not truncated.
       {VRINValue(2.5), 2, true, 1, 2.5, L"2.500000"},
       {VRINValue("12"), 3, true, 12, 12.0, L"12"},
       {VRINValue(L"yes"), 3, true, 1, 1.0, L"yes"},
@@ -72,20 +74,55 @@ TEST(VRINValueTest, ReadsAsEachKind) {
   }
 }
 
-TEST(VRINValueTest, ADefaultValueIsValidAndReadsAsDefaults) {
+TEST(VRINValueTest, StringTypesBecomeStrings) {
+  using namespace std::string_literals;
+  using namespace std::string_view_literals;
+  wchar_t wide[] = L"text";
+  char narrow[] = "text";
+  VRINValue const values[] = {"text"s, "text"sv, L"text"s,   L"text"sv,  u"text"sv, u"text", VRINValue(u"text"s),
+                              wide,    narrow,   "text\0x"s, "text\0x"sv};
+  for (VRINValue const& value : values) {
+    SCOPED_TRACE(std::to_string(&value - values));
+    EXPECT_EQ(value.GetType(), VRINValue::StringType);
+    EXPECT_STREQ(Wide(value), L"text");
+  }
+  EXPECT_STREQ(Wide("\xC3\x96l"s), L"\u00D6l") << "UTF-8";
+  EXPECT_STREQ(Wide(std::string_view()), L"");
+  EXPECT_STREQ(Wide(std::wstring_view()), L"");
+  EXPECT_STREQ(Wide(std::u16string_view()), L"");
+  EXPECT_STREQ(Wide(static_cast<char16_t const*>(nullptr)), L"");
+  VRINValue assigned(true);
+  assigned = L"text";
+  EXPECT_EQ(assigned.GetType(), VRINValue::StringType);
+}
+
+TEST(VRINValueTest, OtherPointersDoNotCompile) {
+  static_assert(!std::is_constructible_v<VRINValue, void*>);
+  static_assert(!std::is_constructible_v<VRINValue, void const*>);
+  static_assert(!std::is_constructible_v<VRINValue, int*>);
+  static_assert(!std::is_constructible_v<VRINValue, char32_t const*>);
+  static_assert(!std::is_constructible_v<VRINValue, unsigned char const*>);
+  static_assert(!std::is_constructible_v<VRINValue, void (*)()>);
+  static_assert(!std::is_constructible_v<VRINValue, std::nullptr_t>);
+  EXPECT_EQ(VRINValue(true).GetType(), VRINValue::BoolType);
+  EXPECT_EQ(VRINValue(2.5F).GetType(), VRINValue::DoubleType);
+  EXPECT_EQ(VRINValue('a').GetType(), VRINValue::IntType);
+}
+
+TEST(VRINValueTest, DefaultValueReadsAsDefaults) {
   VRINValue const value;
   EXPECT_TRUE(value.IsValid());
   ExpectDefaults(value);
 }
 
-TEST(VRINValueTest, AnInvalidHandleReadsAsDefaults) {
+TEST(VRINValueTest, InvalidHandleReadsAsDefaults) {
   VRINValue value(2.5);
   value.SetData(nullptr);
   EXPECT_FALSE(value.IsValid());
   ExpectDefaults(value);
 }
 
-TEST(VRINValueTest, ReadsAskIsValid) {
+TEST(VRINValueTest, ReadsCallIsValid) {
   struct Closed : VRINValue {
     using VRINValue::VRINValue;
     bool IsValid() const override { return isOpen; }
@@ -94,7 +131,7 @@ TEST(VRINValueTest, ReadsAskIsValid) {
   Closed value(7);
   EXPECT_EQ(static_cast<int>(value), 0);
   EXPECT_EQ(Narrow(value), nullptr);
-  // The one read that looks at the data alone.
+  // Does not call IsValid().
   EXPECT_EQ(value.GetType(), 1);
   value.isOpen = true;
   EXPECT_EQ(static_cast<int>(value), 7);
@@ -120,7 +157,7 @@ TEST(VRINValueTest, AssignmentShares) {
   EXPECT_EQ(static_cast<double>(target), 2.5);
 }
 
-TEST(VRINValueTest, TextsLiveAsLongAsTheValue) {
+TEST(VRINValueTest, StringsAreValidWithValue) {
   auto first = std::make_unique<VRINValue>("wheel");
   VRINValue const second(*first);
   char const* const narrow = Narrow(*first);
@@ -132,7 +169,7 @@ TEST(VRINValueTest, TextsLiveAsLongAsTheValue) {
   EXPECT_EQ(Wide(second), wide);
 }
 
-TEST(VRINValueTest, ObjectsAreNumberedInARow) {
+TEST(VRINValueTest, NumbersObjectsConsecutively) {
   VRINValue const first;
   VRINValue const second(L"text");
   int const last = VRINObjectImpl::_objectCounter;
@@ -140,7 +177,7 @@ TEST(VRINValueTest, ObjectsAreNumberedInARow) {
   EXPECT_EQ(DiagnosticName(second), "VRINValue[" + std::to_string(last) + "]");
 }
 
-TEST(VRINValueImplTest, GivesItsValue) {
+TEST(VRINValueImplTest, ReturnsValue) {
   VRINValueImpl const impl(VRELValue(42));
   VRELValue value(true);
   EXPECT_EQ(impl.GetValue(value), VREL_S_OK);

@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -16,7 +16,7 @@ class PlainEntity : public VRELEntityReader {
   VRINResult ReadEntity() override { return VREL_S_OK; }
 };
 
-TEST(VRELEntityReaderTest, OperationsStandInTheirOrder) {
+TEST(VRELEntityReaderTest, OperationsKeepSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELEntityReader>);
   static_assert(std::is_abstract_v<VRELEntityReader>);
   EXPECT_EQ(SlotOf(&VRELEntityReader::ReadEntity), 5U);
@@ -26,7 +26,7 @@ TEST(VRELEntityReaderTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELEntityReader::IsEntityRoot), 9U);
 }
 
-TEST(VRELEntityReaderTest, FreshOneIsBlank) {
+TEST(VRELEntityReaderTest, StartsWithDefaults) {
   VRELBufferHandle buffer(new VRELBuffer(VRELFileHandle()));
   PlainEntity entity(buffer);
   EXPECT_EQ(entity.GetReferenceCount(), 0U);
@@ -40,16 +40,16 @@ TEST(VRELEntityReaderTest, FreshOneIsBlank) {
   EXPECT_EQ(entity.Proprocess(nullptr), VREL_E_NOT_IMPLEMENTED);
 }
 
-TEST(VRELEntityReaderTest, MayHaveNoBuffer) {
+TEST(VRELEntityReaderTest, BufferMayBeInvalid) {
   VRELBufferHandle none;
   PlainEntity const entity(none);
   EXPECT_FALSE(entity.buffer.IsValid());
 }
 
-TEST(VRELEntityReaderTest, SubclassFillsTheFields) {
-  toy::Journal journal;
-  toy::Entity const root(VRELBufferHandle(), 1, VREL_S_OK, journal);
-  toy::Entity const other(VRELBufferHandle(), 2, VREL_S_OK, journal);
+TEST(VRELEntityReaderTest, DerivedClassSetsFields) {
+  recording::Journal journal;
+  recording::Entity const root(VRELBufferHandle(), 1, VREL_S_OK, journal);
+  recording::Entity const other(VRELBufferHandle(), 2, VREL_S_OK, journal);
   int id = 0;
   EXPECT_EQ(root.GetEntityId(id), VREL_S_OK);
   EXPECT_EQ(id, 1);

@@ -6,7 +6,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 #include "VRELFormatReaderHandle.h"
 #include "VirtualSlot.h"
 
@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(VRELFormatReaderTest, OperationsStandInTheirOrder) {
+TEST(VRELFormatReaderTest, OperationsKeepSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELFormatReader>);
   EXPECT_EQ(SlotOf(&VRELFormatReader::GetNextHeaderSection), 5U);
   EXPECT_EQ(SlotOf(&VRELFormatReader::GetNextDataSection), 6U);
@@ -23,7 +23,7 @@ TEST(VRELFormatReaderTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELFormatReader::Resolve), 8U);
 }
 
-TEST(VRELFormatReaderTest, FreshOneIsEmpty) {
+TEST(VRELFormatReaderTest, StartsEmpty) {
   VRELFileHandle const file(new VRELFile("wheel.step"));
   {
     VRELFormatReaderHandle const reader(new VRELFormatReader(file));
@@ -39,12 +39,12 @@ TEST(VRELFormatReaderTest, FreshOneIsEmpty) {
   EXPECT_EQ(file->GetReferenceCount(), 1U);
 }
 
-TEST(VRELFormatReaderTest, GivesOutItsSectionsOnce) {
-  toy::Journal journal;
-  toy::Format reader(journal);
-  toy::Section& header = reader.AddHeader(1, {0});
-  toy::Section& first = reader.AddData(2, {});
-  toy::Section& second = reader.AddData(3, {0});
+TEST(VRELFormatReaderTest, GetNextSectionTraversesOnce) {
+  recording::Journal journal;
+  recording::Format reader(journal);
+  recording::Section& header = reader.AddHeader(1, {0});
+  recording::Section& first = reader.AddData(2, {});
+  recording::Section& second = reader.AddData(3, {0});
   EXPECT_EQ(reader.GetNextDataSection(), &first);
   EXPECT_EQ(reader.GetNextHeaderSection(), &header);
   EXPECT_EQ(reader.GetNextDataSection(), &second);
@@ -54,31 +54,31 @@ TEST(VRELFormatReaderTest, GivesOutItsSectionsOnce) {
   }
 }
 
-TEST(VRELFormatReaderTest, GivesOutNothingWithoutABuffer) {
-  toy::Journal journal;
-  toy::Format reader(journal, false);
+TEST(VRELFormatReaderTest, GetNextSectionNeedsBuffer) {
+  recording::Journal journal;
+  recording::Format reader(journal, false);
   reader.AddHeader(1, {0});
   reader.AddData(2, {0});
   EXPECT_EQ(reader.GetNextHeaderSection(), nullptr);
   EXPECT_EQ(reader.GetNextDataSection(), nullptr);
-  // The lists need none.
-  EXPECT_THAT(toy::IdsOf(reader.GetHeaderEntityList()), ElementsAre(1));
-  EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList()), ElementsAre(2));
+  // The lists do not need a buffer.
+  EXPECT_THAT(recording::IdsOf(reader.GetHeaderEntityList()), ElementsAre(1));
+  EXPECT_THAT(recording::IdsOf(reader.GetDataEntityList()), ElementsAre(2));
 }
 
-TEST(VRELFormatReaderTest, ListsTheEntitiesOfAllSections) {
-  toy::Journal journal;
-  toy::Format reader(journal);
+TEST(VRELFormatReaderTest, GetEntityListReturnsAllSections) {
+  recording::Journal journal;
+  recording::Format reader(journal);
   reader.AddHeader(10, {0});
-  toy::Section& first = reader.AddData(1, {0, 0});
-  toy::Section& second = reader.AddData(3, {0, 0, 0});
-  EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList()), ElementsAre(1, 2, 3, 4, 5));
-  EXPECT_THAT(toy::IdsOf(reader.GetHeaderEntityList()), ElementsAre(10));
+  recording::Section& first = reader.AddData(1, {0, 0});
+  recording::Section& second = reader.AddData(3, {0, 0, 0});
+  EXPECT_THAT(recording::IdsOf(reader.GetDataEntityList()), ElementsAre(1, 2, 3, 4, 5));
+  EXPECT_THAT(recording::IdsOf(reader.GetHeaderEntityList()), ElementsAre(10));
   EXPECT_EQ(first.GetNextKey(), first.entities[0].get());
-  EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList()), ElementsAre(1, 2, 3, 4, 5));
+  EXPECT_THAT(recording::IdsOf(reader.GetDataEntityList()), ElementsAre(1, 2, 3, 4, 5));
   EXPECT_EQ(first.GetNextKey(), first.entities[1].get());
   EXPECT_EQ(reader.GetNextDataSection(), &first);
-  // A new array each time, of its own.
+  // Each call returns a new array.
   VRELDynamicArray<VRELEntityReader*> list = reader.GetDataEntityList();
   list.clear();
   EXPECT_EQ(first.GetEntityReaderCount(), 2);
@@ -86,23 +86,23 @@ TEST(VRELFormatReaderTest, ListsTheEntitiesOfAllSections) {
   EXPECT_EQ(reader.GetDataEntityList().size(), 5);
 }
 
-TEST(VRELFormatReaderTest, ListsTheEntitiesOfAnySections) {
-  toy::Journal journal;
-  toy::Format reader(journal);
-  toy::Section one(VRELBufferHandle(), 1, {0, 0}, journal);
-  toy::Section other(VRELBufferHandle(), 7, {0}, journal);
+TEST(VRELFormatReaderTest, GetEntityListAcceptsAnySections) {
+  recording::Journal journal;
+  recording::Format reader(journal);
+  recording::Section one(VRELBufferHandle(), 1, {0, 0}, journal);
+  recording::Section other(VRELBufferHandle(), 7, {0}, journal);
   VRELDynamicArray<VRELSectionReader*> sections;
-  EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList(sections)), IsEmpty());
+  EXPECT_THAT(recording::IdsOf(reader.GetDataEntityList(sections)), IsEmpty());
   for (VRELSectionReader* const section :
        {static_cast<VRELSectionReader*>(&other), static_cast<VRELSectionReader*>(nullptr),
         static_cast<VRELSectionReader*>(&one)}) {
     sections.add(section);
   }
-  EXPECT_THAT(toy::IdsOf(reader.GetDataEntityList(sections)), ElementsAre(7, 1, 2));
-  EXPECT_THAT(toy::IdsOf(reader.GetHeaderEntityList(sections)), ElementsAre(7, 1, 2));
+  EXPECT_THAT(recording::IdsOf(reader.GetDataEntityList(sections)), ElementsAre(7, 1, 2));
+  EXPECT_THAT(recording::IdsOf(reader.GetHeaderEntityList(sections)), ElementsAre(7, 1, 2));
 }
 
-TEST(VRELFormatReaderTest, LeavesItsSectionsAlone) {
+TEST(VRELFormatReaderTest, DestructorKeepsSections) {
   class Borrowing : public VRELFormatReader {
    public:
     explicit Borrowing(VRELSectionReader& section) : VRELFormatReader(VRELFileHandle()) {
@@ -112,15 +112,15 @@ TEST(VRELFormatReaderTest, LeavesItsSectionsAlone) {
     VRELDynamicArray<VRELSectionReader*> Headers() const { return headerSections; }
     VRELDynamicArray<VRELSectionReader*> Data() const { return dataSections; }
   };
-  toy::Journal journal;
-  toy::Section section(VRELBufferHandle(), 1, {0}, journal);
+  recording::Journal journal;
+  recording::Section section(VRELBufferHandle(), 1, {0}, journal);
   auto reader = std::make_unique<Borrowing>(section);
   VRELDynamicArray<VRELSectionReader*> const headers = reader->Headers();
   VRELDynamicArray<VRELSectionReader*> const data = reader->Data();
   EXPECT_EQ(headers.size(), 1);
   EXPECT_EQ(data.size(), 1);
   reader.reset();
-  // Emptied for all who share them.
+  // Emptied in all copies.
   EXPECT_EQ(headers.size(), 0);
   EXPECT_EQ(data.size(), 0);
   EXPECT_EQ(section.GetEntityReaderCount(), 1);

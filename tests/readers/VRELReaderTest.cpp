@@ -8,24 +8,24 @@
 #include <type_traits>
 #include <vector>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A document on the heap, its reader, and what they did.
+// Document, its reader, and the recorded calls.
 struct Document {
-  explicit Document(bool hasBuffer = true) : format(new toy::Format(journal, hasBuffer)), reader(handle) {}
+  explicit Document(bool hasBuffer = true) : format(new recording::Format(journal, hasBuffer)), reader(handle) {}
 
-  toy::Journal journal;
-  toy::Format* format;
+  recording::Journal journal;
+  recording::Format* format;
   VRELFormatReaderHandle handle{format};
   VRELReader reader;
 };
 
-TEST(VRELReaderTest, NamesItsResults) {
+TEST(VRELReaderTest, ResultsHaveExactValues) {
   EXPECT_EQ(VREL_E_READER_NO_FORMAT, 0x1000091);
   EXPECT_EQ(VREL_E_READER_NO_HEADER, 0x1000092);
   EXPECT_EQ(VREL_E_READER_NO_DATA, 0x1000093);
@@ -37,10 +37,10 @@ TEST(VRELReaderTest, NamesItsResults) {
   }
 }
 
-TEST(VRELReaderTest, HoldsItsFormatReader) {
+TEST(VRELReaderTest, HoldsFormatReader) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELReader>);
-  toy::Journal journal;
-  VRELFormatReaderHandle const format(new toy::Format(journal));
+  recording::Journal journal;
+  VRELFormatReaderHandle const format(new recording::Format(journal));
   {
     VRELReader const reader(format);
     EXPECT_EQ(reader.GetReferenceCount(), 0U);
@@ -49,7 +49,7 @@ TEST(VRELReaderTest, HoldsItsFormatReader) {
   EXPECT_EQ(format->GetReferenceCount(), 1U);
 }
 
-TEST(VRELReaderTest, WithoutAFormatReader) {
+TEST(VRELReaderTest, FailsWithoutFormatReader) {
   VRELReader reader{VRELFormatReaderHandle()};
   EXPECT_EQ(reader.ReadHeaderSection(), 0x1000091);
   EXPECT_EQ(reader.ReadDataSection(), 0x1000091);
@@ -58,7 +58,7 @@ TEST(VRELReaderTest, WithoutAFormatReader) {
   EXPECT_EQ(reader.GetDataEntityList().size(), 0);
 }
 
-TEST(VRELReaderTest, WithoutSections) {
+TEST(VRELReaderTest, FailsWithoutSections) {
   Document document;
   EXPECT_EQ(document.reader.ReadHeaderSection(), 0x1000092);
   EXPECT_THAT(document.journal, IsEmpty());
@@ -66,7 +66,7 @@ TEST(VRELReaderTest, WithoutSections) {
   EXPECT_THAT(document.journal, ElementsAre("prepare data"));
 }
 
-TEST(VRELReaderTest, WithoutABuffer) {
+TEST(VRELReaderTest, FailsWithoutBuffer) {
   Document document(false);
   document.format->AddHeader(1, {0});
   document.format->AddData(2, {0});
@@ -75,10 +75,10 @@ TEST(VRELReaderTest, WithoutABuffer) {
   EXPECT_THAT(document.journal, ElementsAre("prepare data"));
 }
 
-TEST(VRELReaderTest, DataWalkPreparesAndReadsAll) {
+TEST(VRELReaderTest, ReadDataSectionPreparesAndReads) {
   Document document;
   document.format->AddHeader(1, {0});
-  toy::Section& first = document.format->AddData(10, {0, 0});
+  recording::Section& first = document.format->AddData(10, {0, 0});
   document.format->AddData(20, {0});
   EXPECT_EQ(document.reader.ReadDataSection(), VREL_S_OK);
   EXPECT_THAT(document.journal, ElementsAre("prepare data", "prepare section of 2", "read 10", "read 11",
@@ -86,7 +86,7 @@ TEST(VRELReaderTest, DataWalkPreparesAndReadsAll) {
   EXPECT_EQ(first.preparedBy, document.format);
 }
 
-TEST(VRELReaderTest, HeaderWalkOnlyReads) {
+TEST(VRELReaderTest, ReadHeaderSectionOnlyReads) {
   Document document;
   document.format->AddHeader(1, {0, 0});
   document.format->AddHeader(3, {0});
@@ -95,7 +95,7 @@ TEST(VRELReaderTest, HeaderWalkOnlyReads) {
   EXPECT_THAT(document.journal, ElementsAre("read 1", "read 2", "read 3"));
 }
 
-TEST(VRELReaderTest, DataWalkGivesTheLastResultOfTheLastSection) {
+TEST(VRELReaderTest, ReadDataSectionReturnsLastResult) {
   struct Case {
     std::vector<std::vector<long>> sections;
     long expected;
@@ -117,8 +117,8 @@ TEST(VRELReaderTest, DataWalkGivesTheLastResultOfTheLastSection) {
   }
 }
 
-// A section starts with a determined failure, and such a failure stays when others are folded in.
-TEST(VRELReaderTest, HeaderWalkKeepsTheFailureThatASectionStartsWith) {
+// A section starts with a failure, which stays when other results are combined with it.
+TEST(VRELReaderTest, ReadHeaderSectionKeepsInitialFailure) {
   struct Case {
     std::vector<std::vector<long>> sections;
   };
@@ -138,7 +138,7 @@ TEST(VRELReaderTest, HeaderWalkKeepsTheFailureThatASectionStartsWith) {
   }
 }
 
-TEST(VRELReaderTest, NoWalkStopsAtAFailure) {
+TEST(VRELReaderTest, FailedEntityDoesNotStopTraversal) {
   Document document;
   document.format->AddHeader(1, {VREL_E_ERROR, VREL_E_ABORTED, VREL_S_OK});
   document.format->AddData(4, {VREL_E_ERROR, VREL_E_ABORTED, VREL_S_OK});
@@ -148,7 +148,7 @@ TEST(VRELReaderTest, NoWalkStopsAtAFailure) {
                                             "read 4", "read 5", "read 6"));
 }
 
-TEST(VRELReaderTest, SecondWalkFindsNoSection) {
+TEST(VRELReaderTest, SecondTraversalFindsNoSection) {
   Document document;
   document.format->AddHeader(1, {0});
   document.format->AddData(2, {0});
@@ -160,7 +160,7 @@ TEST(VRELReaderTest, SecondWalkFindsNoSection) {
   EXPECT_THAT(document.journal, ElementsAre("prepare data"));
 }
 
-TEST(VRELReaderTest, SectionWithoutABufferIsWalkedToItsEnd) {
+TEST(VRELReaderTest, SectionWithoutBufferIsTraversed) {
   class Borrowing : public VRELFormatReader {
    public:
     explicit Borrowing(VRELSectionReader& section) : VRELFormatReader(VRELFileHandle()) {
@@ -168,14 +168,14 @@ TEST(VRELReaderTest, SectionWithoutABufferIsWalkedToItsEnd) {
       dataSections.add(&section);
     }
   };
-  toy::Journal journal;
-  toy::Section section(VRELBufferHandle(), 1, {0, 0}, journal);
+  recording::Journal journal;
+  recording::Section section(VRELBufferHandle(), 1, {0, 0}, journal);
   VRELReader reader{VRELFormatReaderHandle(new Borrowing(section))};
   EXPECT_EQ(reader.ReadDataSection(), VREL_S_OK);
   EXPECT_THAT(journal, ElementsAre("prepare section of 2", "read 1", "read 2"));
 }
 
-TEST(VRELReaderTest, ResolvesByTheFormatReader) {
+TEST(VRELReaderTest, ResolveCallsFormatReader) {
   class Resolving : public VRELFormatReader {
    public:
     Resolving() : VRELFormatReader(VRELFileHandle()) {}
@@ -193,11 +193,11 @@ TEST(VRELReaderTest, ListsAllEntities) {
   document.format->AddData(10, {0, 0});
   document.format->AddData(12, {0, 0, 0});
   document.reader.ReadDataSection();
-  EXPECT_THAT(toy::IdsOf(document.reader.GetHeaderEntityList()), ElementsAre(1, 2, 3));
-  EXPECT_THAT(toy::IdsOf(document.reader.GetDataEntityList()), ElementsAre(10, 11, 12, 13, 14));
+  EXPECT_THAT(recording::IdsOf(document.reader.GetHeaderEntityList()), ElementsAre(1, 2, 3));
+  EXPECT_THAT(recording::IdsOf(document.reader.GetDataEntityList()), ElementsAre(10, 11, 12, 13, 14));
 }
 
-TEST(VRELReaderTest, ExceptionsPassThrough) {
+TEST(VRELReaderTest, ExceptionsAreRethrown) {
   class Throwing : public VRELFormatReader {
    public:
     Throwing() : VRELFormatReader(VRELFileHandle()) {}

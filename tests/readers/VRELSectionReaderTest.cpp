@@ -6,7 +6,7 @@
 #include <memory>
 #include <type_traits>
 
-#include "ToyReaders.h"
+#include "RecordingReaders.h"
 #include "VRELSectionReaderHandle.h"
 #include "VirtualSlot.h"
 
@@ -18,13 +18,13 @@ VRELBufferHandle NewBuffer() {
   return VRELBufferHandle(new VRELBuffer(VRELFileHandle()));
 }
 
-TEST(VRELSectionReaderTest, OperationsStandInTheirOrder) {
+TEST(VRELSectionReaderTest, OperationsKeepSlots) {
   static_assert(std::is_base_of_v<VRELReferenceCount, VRELSectionReader>);
   EXPECT_EQ(SlotOf(&VRELSectionReader::GetNextKey), 5U);
   EXPECT_EQ(SlotOf(&VRELSectionReader::PreProcess), 6U);
 }
 
-TEST(VRELSectionReaderTest, FreshOneIsEmpty) {
+TEST(VRELSectionReaderTest, StartsEmpty) {
   VRELBufferHandle const buffer = NewBuffer();
   {
     VRELSectionReaderHandle const section(new VRELSectionReader(buffer));
@@ -37,12 +37,12 @@ TEST(VRELSectionReaderTest, FreshOneIsEmpty) {
   EXPECT_EQ(buffer->GetReferenceCount(), 1U);
 }
 
-// With a buffer and without one.
-TEST(VRELSectionReaderTest, GivesOutItsEntitiesOnce) {
+// With and without a buffer.
+TEST(VRELSectionReaderTest, GetNextKeyTraversesOnce) {
   for (VRELBufferHandle const& buffer : {NewBuffer(), VRELBufferHandle()}) {
     SCOPED_TRACE(buffer.IsValid());
-    toy::Journal journal;
-    toy::Section section(buffer, 1, {0, 0, 0}, journal);
+    recording::Journal journal;
+    recording::Section section(buffer, 1, {0, 0, 0}, journal);
     EXPECT_EQ(section.GetEntityReaderCount(), 3);
     for (int i = 0; i < 3; ++i) EXPECT_EQ(section.GetNextKey(), section.entities[static_cast<std::size_t>(i)].get());
     for (int i = 0; i < 20; ++i) EXPECT_EQ(section.GetNextKey(), nullptr);
@@ -50,22 +50,22 @@ TEST(VRELSectionReaderTest, GivesOutItsEntitiesOnce) {
   }
 }
 
-TEST(VRELSectionReaderTest, ListIsShared) {
+TEST(VRELSectionReaderTest, GetEntityListSharesStorage) {
   class Growing : public VRELSectionReader {
    public:
     using VRELSectionReader::VRELSectionReader;
     void Add(VRELEntityReader* entity) { entityList.add(entity); }
   };
-  toy::Journal journal;
-  toy::Entity first(VRELBufferHandle(), 1, 0, journal);
-  toy::Entity second(VRELBufferHandle(), 2, 0, journal);
+  recording::Journal journal;
+  recording::Entity first(VRELBufferHandle(), 1, 0, journal);
+  recording::Entity second(VRELBufferHandle(), 2, 0, journal);
   auto section = std::make_unique<Growing>(NewBuffer());
   section->Add(&first);
   VRELDynamicArray<VRELEntityReader*> const list = section->GetEntityList();
   section->Add(&second);
-  EXPECT_THAT(toy::IdsOf(list), ElementsAre(1, 2));
+  EXPECT_THAT(recording::IdsOf(list), ElementsAre(1, 2));
   EXPECT_EQ(section->GetNextKey(), &first);
-  // The entities outlive the list, which is emptied for all.
+  // The entities outlive the list, which is emptied in all copies.
   section.reset();
   EXPECT_EQ(list.size(), 0);
   EXPECT_EQ(first.ReadEntity(), VREL_S_OK);

@@ -16,7 +16,7 @@ using Matrix = std::array<double, 12>;
 
 constexpr Matrix identity = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
 constexpr Matrix counting = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-// Turns x to y, y to z and z to x, and shifts.
+// Maps x to y, y to z and z to x, and translates.
 constexpr Matrix turn = {0, 1, 0, 0, 0, 1, 1, 0, 0, 10, 20, 30};
 
 VRELAssemblyComponentTransform Make(Matrix const& matrix, double scale = 1.0) {
@@ -41,13 +41,13 @@ double DeterminantOf(VRELAssemblyComponentTransform const& transform) {
   return determinant;
 }
 
-TEST(VRELAssemblyComponentTransformTest, HoldsItsFieldsBehindAVirtualDestructor) {
+TEST(VRELAssemblyComponentTransformTest, HasVirtualDestructorAndFields) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELAssemblyComponentTransform>);
-  // The table, twelve doubles, the determinant, the scale and five flags.
+  // The virtual table, twelve doubles, the determinant, the scale and five flags.
   EXPECT_EQ(sizeof(VRELAssemblyComponentTransform), 128U);
 }
 
-TEST(VRELAssemblyComponentTransformTest, StartsAsTheIdentity) {
+TEST(VRELAssemblyComponentTransformTest, DefaultIsIdentity) {
   VRELAssemblyComponentTransform const transform;
   EXPECT_EQ(MatrixOf(transform), identity);
   EXPECT_EQ(ScaleOf(transform), 1.0);
@@ -57,20 +57,20 @@ TEST(VRELAssemblyComponentTransformTest, StartsAsTheIdentity) {
   EXPECT_EQ(DeterminantOf(transform), 1.0);
 }
 
-TEST(VRELAssemblyComponentTransformTest, IsMadeFromTwelveDoublesAndAScale) {
+TEST(VRELAssemblyComponentTransformTest, ConstructorReadsMatrixAndScale) {
   VRELAssemblyComponentTransform const transform = Make(counting, 2.5);
   EXPECT_EQ(MatrixOf(transform), counting);
   EXPECT_EQ(ScaleOf(transform), 2.5);
 }
 
-TEST(VRELAssemblyComponentTransformTest, IsTheIdentityWhenMadeFromNull) {
+TEST(VRELAssemblyComponentTransformTest, NullMatrixIsIdentity) {
   VRELAssemblyComponentTransform const transform(nullptr, 2.5);
   EXPECT_EQ(MatrixOf(transform), identity);
   EXPECT_EQ(ScaleOf(transform), 1.0);
   EXPECT_TRUE(transform.IsIdentityTransform());
 }
 
-TEST(VRELAssemblyComponentTransformTest, IsCopiedAndAssigned) {
+TEST(VRELAssemblyComponentTransformTest, CopyAndAssignment) {
   VRELAssemblyComponentTransform source = Make(turn, 3.0);
   EXPECT_TRUE(source.IsValid());
   VRELAssemblyComponentTransform copy(source);
@@ -87,7 +87,7 @@ TEST(VRELAssemblyComponentTransformTest, IsCopiedAndAssigned) {
   EXPECT_TRUE(source.IsIdentityTransform());
 }
 
-TEST(VRELAssemblyComponentTransformTest, SetsAndGetsItsParts) {
+TEST(VRELAssemblyComponentTransformTest, PartsRoundTrip) {
   VRELAssemblyComponentTransform transform;
   EXPECT_EQ(transform.Set(counting.data()), VREL_S_OK);
 
@@ -111,7 +111,7 @@ TEST(VRELAssemblyComponentTransformTest, SetsAndGetsItsParts) {
   EXPECT_EQ(ScaleOf(transform), 4.0);
 }
 
-TEST(VRELAssemblyComponentTransformTest, RefusesNullAndChangesNothing) {
+TEST(VRELAssemblyComponentTransformTest, NullChangesNothing) {
   VRELAssemblyComponentTransform transform = Make(counting, 2.0);
   double determinant = DeterminantOf(transform);
   EXPECT_EQ(transform.Get(nullptr), VREL_E_INVALID_ARGUMENT);
@@ -142,7 +142,7 @@ TEST(VRELAssemblyComponentTransformTest, WritesSixteenFloats) {
   EXPECT_EQ(floats, (std::array<float, 17>{1, 4, 7, 10, 2, 5, 8, 11, 3, 6, 9, 12, 0, 0, 0, 1, -1}));
 }
 
-TEST(VRELAssemblyComponentTransformTest, WritesATranslation) {
+TEST(VRELAssemblyComponentTransformTest, WritesTranslation) {
   VRELAssemblyComponentTransform transform;
   double const shift[] = {1, 2, 3};
   transform.SetTranslation(shift);
@@ -153,7 +153,7 @@ TEST(VRELAssemblyComponentTransformTest, WritesATranslation) {
   EXPECT_EQ(floats, (std::array<float, 16>{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1}));
 }
 
-TEST(VRELAssemblyComponentTransformTest, RoundsToFloatsWhenWriting) {
+TEST(VRELAssemblyComponentTransformTest, WritingRoundsToFloat) {
   Matrix third = identity;
   third[1] = 1.0 / 3.0;
   std::array<float, 16> floats = {};
@@ -163,7 +163,7 @@ TEST(VRELAssemblyComponentTransformTest, RoundsToFloatsWhenWriting) {
   EXPECT_EQ(floats[4], 0.333333343F);
 }
 
-TEST(VRELAssemblyComponentTransformTest, ReadsFloatsByColumnWithoutTheBottomRow) {
+TEST(VRELAssemblyComponentTransformTest, ReadsFloatsByColumn) {
   float const in[] = {1, 2, 3, 91, 4, 5, 6, 92, 7, 8, 9, 93, 10, 11, 12, 94};
   VRELAssemblyComponentTransform transform;
   EXPECT_EQ(transform.Set4x4ByColumn(in), VREL_S_OK);
@@ -180,7 +180,7 @@ TEST(VRELAssemblyComponentTransformTest, ReadsTwelveFloatsByRow) {
   EXPECT_EQ(MatrixOf(transform), counting);
 }
 
-TEST(VRELAssemblyComponentTransformTest, ReadsFloatsAsTheyAre) {
+TEST(VRELAssemblyComponentTransformTest, ReadsFloatsUnchanged) {
   float in[16] = {};
   in[1] = 0.1F;
   VRELAssemblyComponentTransform transform;
@@ -190,12 +190,12 @@ TEST(VRELAssemblyComponentTransformTest, ReadsFloatsAsTheyAre) {
   EXPECT_EQ(MatrixOf(transform)[3], 0.100000001490116119384765625);
 }
 
-TEST(VRELAssemblyComponentTransformTest, TheDeterminantIsThatOfTheLinearPart) {
+TEST(VRELAssemblyComponentTransformTest, DeterminantOfLinearPart) {
   // Rows 2 7 1, 3 -1 4, 5 6 -8: 2 (8 - 24) - 7 (-24 - 20) + 1 (18 + 5) = 299.
   EXPECT_EQ(DeterminantOf(Make({2, 3, 5, 7, -1, 6, 1, 4, -8, 100, 200, 300}, 3.0)), 299.0);
 }
 
-TEST(VRELAssemblyComponentTransformTest, EachChangeOfTheMatrixIsSeen) {
+TEST(VRELAssemblyComponentTransformTest, ChangesResetFlags) {
   VRELAssemblyComponentTransform transform;
   Matrix const zero = {};
   float const mirrorByColumn[16] = {-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
@@ -223,7 +223,7 @@ TEST(VRELAssemblyComponentTransformTest, EachChangeOfTheMatrixIsSeen) {
   EXPECT_EQ(DeterminantOf(transform), 8.0);
 }
 
-TEST(VRELAssemblyComponentTransformTest, TellsItsKind) {
+TEST(VRELAssemblyComponentTransformTest, DetectsKind) {
   struct {
     char const* name;
     int index;
@@ -267,14 +267,14 @@ TEST(VRELAssemblyComponentTransformTest, TellsItsKind) {
   }
 }
 
-TEST(VRELAssemblyComponentTransformTest, AZeroMatrixIsNeitherValidNorAMirror) {
+TEST(VRELAssemblyComponentTransformTest, ZeroMatrixIsInvalid) {
   VRELAssemblyComponentTransform const transform = Make(Matrix{});
   EXPECT_FALSE(transform.IsValid());
   EXPECT_FALSE(transform.IsMirrorTransform());
   EXPECT_FALSE(transform.IsIdentityTransform());
 }
 
-TEST(VRELAssemblyComponentTransformTest, MovesPoints) {
+TEST(VRELAssemblyComponentTransformTest, TransformsPoints) {
   VRELAssemblyComponentTransform const transform = Make(turn, 100.0);
   float point[] = {1.0F, 2.0F, 3.0F, -1.0F};
   EXPECT_EQ(transform.ApplyTransform(point), VREL_S_OK);
@@ -290,14 +290,14 @@ TEST(VRELAssemblyComponentTransformTest, MovesPoints) {
   EXPECT_EQ(vector[3], -1.0F);
 }
 
-TEST(VRELAssemblyComponentTransformTest, MovesPointsInDoubles) {
+TEST(VRELAssemblyComponentTransformTest, TransformsPointsInDoubles) {
   // In floats 16777216 + 1 is 16777216 again.
   float point[] = {16777216.0F, 1.0F, -16777216.0F};
   Make({1, 0, 0, 1, 1, 0, 1, 0, 1, 0, 0, 0}).ApplyTransform(point);
   EXPECT_EQ(point[0], 1.0F);
 }
 
-TEST(VRELAssemblyComponentTransformTest, AnIdentityWithinToleranceLeavesPointsAlone) {
+TEST(VRELAssemblyComponentTransformTest, NearIdentityKeepsPoints) {
   Matrix almost = identity;
   almost[9] = 1e-7;
   float const tiny[] = {1e-20F, std::numeric_limits<float>::denorm_min(), -0.0F};
@@ -313,7 +313,7 @@ TEST(VRELAssemblyComponentTransformTest, AnIdentityWithinToleranceLeavesPointsAl
   EXPECT_EQ(point[0], 1e-5F);
 }
 
-TEST(VRELAssemblyComponentTransformTest, TheScaleIsNeverApplied) {
+TEST(VRELAssemblyComponentTransformTest, ScaleIsNotApplied) {
   VRELAssemblyComponentTransform transform;
   transform.SetScale(2.0);
   EXPECT_TRUE(transform.IsIdentityTransform());
@@ -325,22 +325,22 @@ TEST(VRELAssemblyComponentTransformTest, TheScaleIsNeverApplied) {
   EXPECT_EQ(point[2], 3.0F);
 }
 
-TEST(VRELAssemblyComponentTransformTest, AProductRunsTheRightSideFirst) {
+TEST(VRELAssemblyComponentTransformTest, ProductAppliesRightFirst) {
   VRELAssemblyComponentTransform const twice = Make({2, 0, 0, 0, 2, 0, 0, 0, 2, 1, 1, 1}, 5.0);
-  VRELAssemblyComponentTransform const turned = Make(turn, 7.0);
-  EXPECT_EQ(MatrixOf(twice * turned), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 21, 41, 61}));
-  EXPECT_EQ(MatrixOf(turned * twice), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 11, 21, 31}));
-  EXPECT_EQ(ScaleOf(twice * turned), 1.0);
+  VRELAssemblyComponentTransform const rotated = Make(turn, 7.0);
+  EXPECT_EQ(MatrixOf(twice * rotated), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 21, 41, 61}));
+  EXPECT_EQ(MatrixOf(rotated * twice), (Matrix{0, 2, 0, 0, 0, 2, 2, 0, 0, 11, 21, 31}));
+  EXPECT_EQ(ScaleOf(twice * rotated), 1.0);
 }
 
-TEST(VRELAssemblyComponentTransformTest, AProductWithTheIdentityIsTheTransformOfScaleOne) {
+TEST(VRELAssemblyComponentTransformTest, ProductWithIdentityHasScaleOne) {
   VRELAssemblyComponentTransform const one;
   EXPECT_EQ(MatrixOf(Make(counting, 3.0) * one), counting);
   EXPECT_EQ(MatrixOf(one * Make(counting, 3.0)), counting);
   EXPECT_EQ(ScaleOf(Make(counting, 3.0) * one), 1.0);
 }
 
-// The same as full matrices of 4 by 4, element [row][column].
+// Independent model: full 4 by 4 matrices, element [row][column].
 struct Model {
   double at[4][4] = {};
 
@@ -360,7 +360,7 @@ struct Model {
   }
 };
 
-TEST(VRELAssemblyComponentTransformTest, AgreesWithFullMatrices) {
+TEST(VRELAssemblyComponentTransformTest, EqualsFullMatrices) {
   std::mt19937 random(20);
   // Small integers: all results are exact.
   std::uniform_int_distribution<int> number(-40, 40);

@@ -32,16 +32,16 @@ Triple const somePosition = {1, 2, 3};
 Triple const someTarget = {4, 6, 15};
 Triple const someZenith = {0, 5, 0};
 
-TEST(VRELCameraTest, HasItsFieldsAndNoVirtualDestructor) {
+TEST(VRELCameraTest, HasFieldsAndNoVirtualDestructor) {
   EXPECT_TRUE(std::is_polymorphic_v<VRELCamera>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELCamera>);
-  // The table, the type, and fourteen floats.
+  // The virtual table, the type, and fourteen floats.
   EXPECT_EQ(sizeof(VRELCamera), 72U);
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<VRELCameraType>, int>));
   EXPECT_TRUE((std::is_convertible_v<VRELCameraType, int>));
 }
 
-TEST(VRELCameraTest, OperationsStandInTheirOrder) {
+TEST(VRELCameraTest, VirtualSlots) {
   EXPECT_EQ(SlotOf(&VRELCamera::GetType), 0U);
   EXPECT_EQ(SlotOf(&VRELCamera::GetPosition), 1U);
   EXPECT_EQ(SlotOf(&VRELCamera::GetTarget), 2U);
@@ -51,7 +51,7 @@ TEST(VRELCameraTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELCamera::GetZoom), 6U);
 }
 
-TEST(VRELCameraTest, StartsAtOneOneOneLookingAtTheOrigin) {
+TEST(VRELCameraTest, DefaultValues) {
   VRELCamera const camera;
   EXPECT_EQ(camera.GetType(), 2);
   EXPECT_EQ(Get(camera, &VRELCamera::GetPosition), (Triple{1, 1, 1}));
@@ -61,11 +61,11 @@ TEST(VRELCameraTest, StartsAtOneOneOneLookingAtTheOrigin) {
   EXPECT_EQ(camera.GetZoom(0), 1.0F);
 }
 
-TEST(VRELCameraTest, TheDirectionOfTheDefaultCameraIsPromisedToBeLongerThanOne) {
+TEST(VRELCameraTest, DefaultDirectionIsNotNormalized) {
   EXPECT_EQ(Get(VRELCamera(), &VRELCamera::GetDirection), (Triple{-1, -1, -1}));
 }
 
-TEST(VRELCameraTest, CopiesWhatItIsGivenAndNormalizesTheDirection) {
+TEST(VRELCameraTest, ConstructorNormalizesDirection) {
   Triple position = somePosition;
   Triple target = someTarget;
   Triple zenith = someZenith;
@@ -82,8 +82,8 @@ TEST(VRELCameraTest, CopiesWhatItIsGivenAndNormalizesTheDirection) {
   EXPECT_EQ(camera.GetZoom(0), 2.5F);
 }
 
-TEST(VRELCameraTest, TheDirectionIsComputedInDoubles) {
-  // In floats each of the three would come out one place off.
+TEST(VRELCameraTest, DirectionIsComputedInDoubles) {
+  // In floats each of the three would differ in the last place.
   Triple const position = {-55.6F, 98.5F, -13.5F};
   Triple const target = {48.7F, -94.0F, 8.1F};
   VRELCamera const camera(type7, position.data(), target.data(), someZenith.data(), 0, 0);
@@ -98,35 +98,35 @@ TEST(VRELCameraTest, TheDirectionIsComputedInDoubles) {
   EXPECT_FLOAT_EQ(direction[1], 0.8F);
 }
 
-TEST(VRELCameraTest, ADirectionToThePositionItselfIsPromisedToHoldNoNumbers) {
+TEST(VRELCameraTest, DirectionToPositionIsNaN) {
   VRELCamera const camera(type7, somePosition.data(), somePosition.data(), someZenith.data(), 1, 1);
   for (float each : Get(camera, &VRELCamera::GetDirection)) EXPECT_TRUE(std::isnan(each));
 }
 
-TEST(VRELCameraTest, NumbersThatAreNoneAreKept) {
+TEST(VRELCameraTest, NaNIsKept) {
   constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
   constexpr float infinity = std::numeric_limits<float>::infinity();
   Triple const position = {notANumber, infinity, std::numeric_limits<float>::denorm_min()};
   VRELCamera const camera(type7, position.data(), someTarget.data(), someZenith.data(), notANumber, -infinity);
-  Triple const held = Get(camera, &VRELCamera::GetPosition);
-  EXPECT_TRUE(std::isnan(held[0]));
-  EXPECT_EQ(held[1], infinity);
-  EXPECT_EQ(held[2], position[2]);
+  Triple const stored = Get(camera, &VRELCamera::GetPosition);
+  EXPECT_TRUE(std::isnan(stored[0]));
+  EXPECT_EQ(stored[1], infinity);
+  EXPECT_EQ(stored[2], position[2]);
   for (float each : Get(camera, &VRELCamera::GetDirection)) EXPECT_TRUE(std::isnan(each));
   EXPECT_TRUE(std::isnan(camera.GetAngle(1)));
   EXPECT_EQ(camera.GetZoom(1), -infinity);
 }
 
-TEST(VRELCameraTest, AMissingArrayIsThatOfTheDefaultCamera) {
+TEST(VRELCameraTest, NullArrayIsDefault) {
   VRELCamera const camera(type7, nullptr, nullptr, nullptr, 10, 3);
   EXPECT_EQ(Get(camera, &VRELCamera::GetPosition), (Triple{1, 1, 1}));
   EXPECT_EQ(Get(camera, &VRELCamera::GetTarget), (Triple{0, 0, 0}));
   EXPECT_EQ(Get(camera, &VRELCamera::GetZenith), (Triple{0, 0, 1}));
-  // Computed as ever: here it is a unit vector.
+  // The direction is computed as for other cameras: here it is a unit vector.
   for (float each : Get(camera, &VRELCamera::GetDirection)) EXPECT_FLOAT_EQ(each, -0.57735026F);
 }
 
-TEST(VRELCameraTest, GettersRefuseNull) {
+TEST(VRELCameraTest, GettersFailForNull) {
   VRELCamera const camera;
   EXPECT_EQ(camera.GetPosition(nullptr), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(camera.GetTarget(nullptr), VREL_E_INVALID_ARGUMENT);
@@ -134,7 +134,7 @@ TEST(VRELCameraTest, GettersRefuseNull) {
   EXPECT_EQ(camera.GetZenith(nullptr), VREL_E_INVALID_ARGUMENT);
 }
 
-TEST(VRELCameraTest, AngleAndZoomArePromisedToLeaveTheVariableOfTheCallerAlone) {
+TEST(VRELCameraTest, AngleAndZoomKeepArgument) {
   VRELCamera const camera(type7, somePosition.data(), someTarget.data(), someZenith.data(), 60, 4);
   float angle = -1;
   float zoom = -2;
@@ -144,7 +144,7 @@ TEST(VRELCameraTest, AngleAndZoomArePromisedToLeaveTheVariableOfTheCallerAlone) 
   EXPECT_EQ(zoom, -2.0F);
 }
 
-TEST(VRELCameraTest, IsCopied) {
+TEST(VRELCameraTest, CopyEqualsSource) {
   VRELCamera const source(type7, somePosition.data(), someTarget.data(), someZenith.data(), 60, 4);
   VRELCamera copy(source);
   EXPECT_EQ(Get(copy, &VRELCamera::GetDirection), Get(source, &VRELCamera::GetDirection));

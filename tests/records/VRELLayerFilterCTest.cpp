@@ -11,7 +11,7 @@
 
 namespace {
 
-// All that a filter tells of itself.
+// All values that a filter returns.
 struct Content {
   bool named = false;
   std::string name;
@@ -55,7 +55,7 @@ VRELLayerFilterC Some() {
   return {3, someLayers, L"some", true, type5};
 }
 
-TEST(VRELLayerFilterCTest, IsAPlainClass) {
+TEST(VRELLayerFilterCTest, IsPlainClass) {
   EXPECT_FALSE(std::is_polymorphic_v<VRELLayerFilterC>);
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<eLayerFilterType>, int>));
   EXPECT_TRUE((std::is_convertible_v<eLayerFilterType, int>));
@@ -63,15 +63,15 @@ TEST(VRELLayerFilterCTest, IsAPlainClass) {
   EXPECT_EQ(eLayerFilterDefault, 2);
 }
 
-TEST(VRELLayerFilterCTest, StartsWithoutNameAndLayers) {
+TEST(VRELLayerFilterCTest, DefaultIsEmpty) {
   EXPECT_EQ(ContentOf(VRELLayerFilterC()), fresh);
 }
 
-TEST(VRELLayerFilterCTest, KeepsLayersInOrderWithDuplicates) {
+TEST(VRELLayerFilterCTest, KeepsOrderAndDuplicates) {
   EXPECT_EQ(ContentOf(Some()), some);
 }
 
-TEST(VRELLayerFilterCTest, ANewFilterHasNoNameToGive) {
+TEST(VRELLayerFilterCTest, GetNameWithoutNameFails) {
   VRELString name(L"mine");
   EXPECT_EQ(VRELLayerFilterC().GetName(name), 0x1000001);
   EXPECT_EQ(name.toUtf8(), "mine");
@@ -84,13 +84,13 @@ TEST(VRELLayerFilterCTest, SetReplacesEverything) {
   EXPECT_EQ(ContentOf(filter), (Content{true, "one", false, 2, false, {1}}));
 }
 
-TEST(VRELLayerFilterCTest, SetOfNothingPassesAllLayersWithoutAName) {
+TEST(VRELLayerFilterCTest, SetOfNothing) {
   VRELLayerFilterC filter = Some();
   EXPECT_EQ(filter.Set(0, nullptr, "", false, static_cast<eLayerFilterType>(0)), 0);
   EXPECT_EQ(ContentOf(filter), (Content{false, "untouched", false, 0, true, {}}));
 }
 
-TEST(VRELLayerFilterCTest, SetRefusesACountThatDoesNotGoWithTheArray) {
+TEST(VRELLayerFilterCTest, SetFailsIfCountAndArrayDisagree) {
   struct {
     int count;
     int const* layers;
@@ -101,25 +101,25 @@ TEST(VRELLayerFilterCTest, SetRefusesACountThatDoesNotGoWithTheArray) {
     VRELLayerFilterC filter = Some();
     EXPECT_EQ(filter.Set(each.count, each.layers, L"other", false, eLayerFilterAll), 0x1000001);
     EXPECT_EQ(ContentOf(filter), some);
-    // The constructor drops that result.
+    // The constructor ignores that result.
     EXPECT_EQ(ContentOf(VRELLayerFilterC(each.count, each.layers, L"other", true, eLayerFilterAll)), fresh);
   }
 }
 
-TEST(VRELLayerFilterCTest, TheArrayIsNotNeededAfterwards) {
+TEST(VRELLayerFilterCTest, SetCopiesArray) {
   std::vector<int> layers = {4, 5};
   VRELLayerFilterC const filter(2, layers.data(), L"", false, eLayerFilterAll);
   layers.assign(2, 0);
   EXPECT_EQ(ContentOf(filter).layers, (std::vector<int>{4, 5}));
 }
 
-TEST(VRELLayerFilterCTest, SetNameRefusesAnEmptyName) {
+TEST(VRELLayerFilterCTest, SetNameFailsIfEmpty) {
   VRELLayerFilterC filter = Some();
   EXPECT_EQ(filter.SetName(L""), 0x1000001);
   EXPECT_EQ(ContentOf(filter), some);
 }
 
-TEST(VRELLayerFilterCTest, SetNameChangesTheNameAlone) {
+TEST(VRELLayerFilterCTest, SetNameChangesNameOnly) {
   VRELLayerFilterC filter = Some();
   EXPECT_EQ(filter.SetName(L"first"), VREL_S_OK);
   EXPECT_EQ(filter.SetName(L"second"), VREL_S_OK);
@@ -131,7 +131,7 @@ TEST(VRELLayerFilterCTest, SetNameChangesTheNameAlone) {
   EXPECT_EQ(ContentOf(bare), (Content{true, "n", false, 2, false, {}}));
 }
 
-TEST(VRELLayerFilterCTest, AnIndexOutsideGivesMinusOne) {
+TEST(VRELLayerFilterCTest, IndexOutOfRangeIsMinusOne) {
   VRELLayerFilterC const filter = Some();
   for (int index : {-1, 3, 4, 10, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
     SCOPED_TRACE(index);
@@ -144,7 +144,7 @@ TEST(VRELLayerFilterCTest, AnIndexOutsideGivesMinusOne) {
   EXPECT_EQ(layer, -1);
 }
 
-TEST(VRELLayerFilterCTest, FlagAndTypeAreSet) {
+TEST(VRELLayerFilterCTest, SetsFlagAndType) {
   VRELLayerFilterC filter;
   EXPECT_EQ(filter.SetCurrent(true), VREL_S_OK);
   EXPECT_EQ(filter.SetLayerFilterType(eLayerFilterAll), VREL_S_OK);
@@ -154,7 +154,7 @@ TEST(VRELLayerFilterCTest, FlagAndTypeAreSet) {
   EXPECT_EQ(ContentOf(filter), (Content{false, "untouched", false, 5, false, {}}));
 }
 
-TEST(VRELLayerFilterCTest, ACopyOwnsWhatItHas) {
+TEST(VRELLayerFilterCTest, CopyIsDeep) {
   VRELLayerFilterC source = Some();
   VRELLayerFilterC const copy(source);
   VRELLayerFilterC assigned(1, someLayers, L"before", false, eLayerFilterAll);
@@ -164,12 +164,12 @@ TEST(VRELLayerFilterCTest, ACopyOwnsWhatItHas) {
   source.Set(0, nullptr, L"", false, eLayerFilterAll);
   EXPECT_EQ(ContentOf(copy), some);
   EXPECT_EQ(ContentOf(assigned), some);
-  // A missing name is copied too.
+  // A missing name is copied, too.
   assigned = source;
   EXPECT_EQ(ContentOf(assigned), (Content{false, "untouched", false, 0, true, {}}));
 }
 
-TEST(VRELLayerFilterCTest, AssignmentToItselfDoesNothing) {
+TEST(VRELLayerFilterCTest, SelfAssignment) {
   VRELLayerFilterC filter = Some();
   VRELLayerFilterC const& same = filter;
   filter = same;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// All that a set gives out.
+// All values that a set returns.
 struct Data {
   int pointCount = -7;
   float* points = nullptr;
@@ -31,18 +31,18 @@ float const points[] = {0, 0, 0, 1, 0, 0};
 int const polylines[] = {2, 0, 1};
 float const colors[] = {1, 0, 0};
 
-TEST(VRELPolylineSetTest, OperationsStandInTheirOrder) {
+TEST(VRELPolylineSetTest, VirtualSlots) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELPolylineSet>);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::SetData), 2U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPoints), 3U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetPolylines), 4U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetColors), 5U);
   EXPECT_EQ(SlotOf(&VRELPolylineSet::GetKey), 6U);
-  // The table, three counts with their arrays, the key beside the first and the flag beside the last count.
+  // The virtual table, three counts with their arrays, the key next to the first and the flag next to the last count.
   EXPECT_EQ(sizeof(VRELPolylineSet), 56U);
 }
 
-TEST(VRELPolylineSetTest, StartsWithItsKeyAlone) {
+TEST(VRELPolylineSetTest, DefaultHasKeyOnly) {
   VRELPolylineSet const set(-42);
   EXPECT_EQ(set.GetKey(), -42);
   float untouched = 0;
@@ -58,8 +58,8 @@ TEST(VRELPolylineSetTest, StartsWithItsKeyAlone) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
-TEST(VRELPolylineSetTest, HoldsTheArraysOfTheCallerAndNeverFreesThem) {
-  // The arrays are no heap blocks, so that a set that freed them would crash.
+TEST(VRELPolylineSetTest, SetDataDoesNotTakeOwnership) {
+  // The arrays are not on the heap, so that freeing them would crash.
   VRELPolylineSet set(1);
   EXPECT_EQ(set.SetData(2, points, 1, polylines, 3, colors), VREL_S_OK);
   Data const data = DataOf(set);
@@ -72,7 +72,7 @@ TEST(VRELPolylineSetTest, HoldsTheArraysOfTheCallerAndNeverFreesThem) {
   EXPECT_EQ(set.GetKey(), 1);
 }
 
-TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
+TEST(VRELPolylineSetTest, SetDataReplacesEverything) {
   VRELPolylineSet set(1);
   set.SetData(2, points, 1, polylines, 3, colors);
   EXPECT_EQ(set.SetData(0, nullptr, 0, nullptr, 0, nullptr), VREL_S_OK);
@@ -85,7 +85,7 @@ TEST(VRELPolylineSetTest, SetDataReplacesAllSix) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
-TEST(VRELPolylineSetTest, ACopyHoldsTheSameArrays) {
+TEST(VRELPolylineSetTest, CopySharesArrays) {
   VRELPolylineSet source(1);
   source.SetData(2, points, 1, polylines, 3, colors);
   VRELPolylineSet const copy(source);
@@ -97,7 +97,7 @@ TEST(VRELPolylineSetTest, ACopyHoldsTheSameArrays) {
   EXPECT_EQ(DataOf(source).points, nullptr);
 }
 
-TEST(VRELPolylineSetTest, CountsAndArraysAreNotLookedAt) {
+TEST(VRELPolylineSetTest, SetDataDoesNotCheck) {
   VRELPolylineSet set(1);
   constexpr int largest = std::numeric_limits<int>::max();
   EXPECT_EQ(set.SetData(-1, points, largest, nullptr, std::numeric_limits<int>::min(), nullptr), VREL_S_OK);

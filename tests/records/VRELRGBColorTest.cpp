@@ -40,14 +40,14 @@ std::string Shown(VRELRGBColor const& color) {
   });
 }
 
-TEST(VRELRGBColorTest, HasItsFieldsAndNoVirtualDestructor) {
+TEST(VRELRGBColorTest, HasFieldsAndNoVirtualDestructor) {
   EXPECT_TRUE(std::is_polymorphic_v<VRELRGBColor>);
   EXPECT_FALSE(std::has_virtual_destructor_v<VRELRGBColor>);
-  // The table, four floats and a flag.
+  // The virtual table, four floats and a flag.
   EXPECT_EQ(sizeof(VRELRGBColor), 32U);
 }
 
-TEST(VRELRGBColorTest, OperationsStandInTheirOrder) {
+TEST(VRELRGBColorTest, VirtualSlots) {
   using Color = VRELRGBColor;
   EXPECT_EQ(SlotOf(&Color::IsValid), 0U);
   EXPECT_EQ(SlotOf(&Color::SetRGB), 1U);
@@ -59,7 +59,7 @@ TEST(VRELRGBColorTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(static_cast<VRINResult (Color::*)(float*) const>(&Color::GetRGBA)), 7U);
 }
 
-TEST(VRELRGBColorTest, ADefaultColorIsPromisedToBeInvalidThoughItsComponentsAreInRange) {
+TEST(VRELRGBColorTest, DefaultIsInvalid) {
   VRELRGBColor color;
   EXPECT_FALSE(color.IsValid());
   EXPECT_EQ(FloatsOf(color), (Floats{0, 0, 0, 0}));
@@ -67,14 +67,14 @@ TEST(VRELRGBColorTest, ADefaultColorIsPromisedToBeInvalidThoughItsComponentsAreI
   EXPECT_TRUE(color.IsValid());
 }
 
-TEST(VRELRGBColorTest, WholeNumbersAreDividedBy255) {
+TEST(VRELRGBColorTest, IntegersAreDividedBy255) {
   VRELRGBColor const color(255U, 0U, 51U, 255U);
   EXPECT_TRUE(color.IsValid());
   EXPECT_EQ(FloatsOf(color), (Floats{1.0F, 0.0F, 0.2F, 1.0F}));
   EXPECT_EQ(NumbersOf(VRELRGBColor(255U, 0U, 0U, 255U)), (Numbers{255, 0, 0, 255}));
 }
 
-TEST(VRELRGBColorTest, AllWholeNumbersComeBack) {
+TEST(VRELRGBColorTest, IntegersRoundTrip) {
   for (unsigned int number = 0; number <= 255; ++number) {
     VRELRGBColor const color(number, number, number, number);
     EXPECT_TRUE(color.IsValid());
@@ -82,13 +82,13 @@ TEST(VRELRGBColorTest, AllWholeNumbersComeBack) {
   }
 }
 
-TEST(VRELRGBColorTest, ComponentsArePromisedToBeTruncated) {
+TEST(VRELRGBColorTest, IntegersAreTruncated) {
   EXPECT_EQ(NumbersOf(VRELRGBColor(0.999F, 0.5F, 0.0039F, 0.1F)), (Numbers{254, 127, 0, 25}));
   // 257 / 255 is rounded down to a float. Multiplied in floats it would be 257 again, in doubles it stays below.
   EXPECT_EQ(NumbersOf(VRELRGBColor(257U, 0U, 0U, 0U))[0], 256U);
 }
 
-TEST(VRELRGBColorTest, ComponentsOutOfRangeAreKeptAndInvalid) {
+TEST(VRELRGBColorTest, OutOfRangeIsKeptAndInvalid) {
   Floats const tooMuch[] = {
       {1.5F, 0, 0, 0},      {0, 1.5F, 0, 0},       {0, 0, 1.5F, 0},
       {0, 0, 0, 1.5F},      {-0.1F, 0, 0, 0},      {0, -0.1F, 0, 0},
@@ -103,12 +103,12 @@ TEST(VRELRGBColorTest, ComponentsOutOfRangeAreKeptAndInvalid) {
   EXPECT_EQ(NumbersOf(VRELRGBColor(300U, 0U, 0U, 0U))[0], 300U);
 }
 
-TEST(VRELRGBColorTest, TheEndsOfTheRangeAreValid) {
+TEST(VRELRGBColorTest, RangeIsInclusive) {
   EXPECT_TRUE(VRELRGBColor(0.0F, 1.0F, 0.0F, 1.0F).IsValid());
   EXPECT_TRUE(VRELRGBColor(-0.0F, 1.0F, std::numeric_limits<float>::denorm_min(), 0.5F).IsValid());
 }
 
-TEST(VRELRGBColorTest, WhatIsNotANumberIsInvalid) {
+TEST(VRELRGBColorTest, NaNIsInvalid) {
   for (int at = 0; at < 4; ++at) {
     Floats floats = {};
     floats[static_cast<std::size_t>(at)] = notANumber;
@@ -116,7 +116,7 @@ TEST(VRELRGBColorTest, WhatIsNotANumberIsInvalid) {
   }
 }
 
-TEST(VRELRGBColorTest, NoComponentIsTooMuchForANumber) {
+TEST(VRELRGBColorTest, IntegersAreClamped) {
   VRELRGBColor const color(notANumber, -2.0F, infinity, 3e38F);
   EXPECT_EQ(NumbersOf(color), (Numbers{0, 0, 4294967295U, 4294967295U}));
   EXPECT_EQ(NumbersOf(VRELRGBColor(-infinity, -0.0F, std::numeric_limits<float>::denorm_min(), 1e6F)),
@@ -124,7 +124,7 @@ TEST(VRELRGBColorTest, NoComponentIsTooMuchForANumber) {
   EXPECT_EQ(NumbersOf(VRELRGBColor(4294967295U, 0U, 0U, 0U))[0], 4294967040U);
 }
 
-TEST(VRELRGBColorTest, SetRGBIsPromisedToTakeFourValues) {
+TEST(VRELRGBColorTest, SetRGBTakesFourValues) {
   VRELRGBColor color(2.0F, 0.0F, 0.0F, 0.0F);
   EXPECT_EQ(color.SetRGB(0, 255, 51, 102), VREL_S_OK);
   EXPECT_TRUE(color.IsValid());
@@ -133,7 +133,7 @@ TEST(VRELRGBColorTest, SetRGBIsPromisedToTakeFourValues) {
   EXPECT_FALSE(color.IsValid());
 }
 
-TEST(VRELRGBColorTest, ArraysAreSetAndGiven) {
+TEST(VRELRGBColorTest, ArraysRoundTrip) {
   VRELRGBColor color;
   Numbers numbers = {255, 51, 0, 102};
   EXPECT_EQ(color.SetRGBA(numbers.data()), VREL_S_OK);
@@ -165,7 +165,7 @@ TEST(VRELRGBColorTest, NullArraysChangeNothing) {
   EXPECT_TRUE(color.IsValid());
 }
 
-TEST(VRELRGBColorTest, IsCopiedWithItsFlag) {
+TEST(VRELRGBColorTest, CopyTakesFlag) {
   VRELRGBColor const black(0.0F, 0.0F, 0.0F, 0.0F);
   VRELRGBColor color(0.5F, 2.0F, 0.0F, 0.0F);
   VRELRGBColor const copy(color);
@@ -179,7 +179,7 @@ TEST(VRELRGBColorTest, IsCopiedWithItsFlag) {
   EXPECT_FALSE(color.IsValid());
 }
 
-TEST(VRELRGBColorTest, EqualityAllowsLessThanATenThousandth) {
+TEST(VRELRGBColorTest, EqualityUsesTolerance) {
   for (int at = 0; at < 4; ++at) {
     SCOPED_TRACE(at);
     auto const with = [at](float value) {
@@ -202,7 +202,7 @@ TEST(VRELRGBColorTest, EqualityAllowsLessThanATenThousandth) {
   }
 }
 
-TEST(VRELRGBColorTest, AValidAndAnInvalidColorArePromisedToBeBothEqualAndDifferent) {
+TEST(VRELRGBColorTest, ValidAndInvalidAreEqualAndDifferent) {
   VRELRGBColor const invalid;
   VRELRGBColor const valid(0.0F, 0.0F, 0.0F, 0.0F);
   EXPECT_TRUE(invalid == valid);
@@ -211,26 +211,26 @@ TEST(VRELRGBColorTest, AValidAndAnInvalidColorArePromisedToBeBothEqualAndDiffere
   EXPECT_FALSE(invalid != invalid);
 }
 
-TEST(VRELRGBColorTest, ComponentsThatAreNoNumbersAreNeitherEqualNorDifferent) {
+TEST(VRELRGBColorTest, NaNIsNeitherEqualNorDifferent) {
   VRELRGBColor const color(notANumber, 0.0F, 0.0F, 0.0F);
   EXPECT_FALSE(color == color);
   EXPECT_FALSE(color != color);
 }
 
-TEST(VRELRGBColorTest, TheHashIsThatOfTheTruncatedWeightedSum) {
+TEST(VRELRGBColorTest, HashOfTruncatedWeightedSum) {
   EXPECT_EQ(VRELRGBColor().hashCode(), 0U);
   EXPECT_EQ(VRELRGBColor(1.0F, 0.0F, 0.0F, 0.0F).hashCode(), 0x23744B91U);  // of 1
   EXPECT_EQ(VRELRGBColor(1.0F, 0.0F, 0.0F, 1.0F).hashCode(), 0x72D21D35U);  // of 18
   EXPECT_EQ(VRELRGBColor(0.0F, 1.0F, 1.0F, 0.0F).hashCode(), 0x3BEC4E6EU);  // of 20
   EXPECT_EQ(VRELRGBColor(1.0F, 1.0F, 1.0F, 1.0F).hashCode(), 0x4346796FU);  // of 38
   EXPECT_EQ(VRELRGBColor(0.99F, 0.0F, 0.0F, 0.0F).hashCode(), 0U);          // truncated to 0
-  // What no int holds counts as the smallest one.
+  // A number that does not fit into an int is taken as INT_MIN.
   for (float each : {notANumber, infinity, -infinity, 3e38F}) {
     EXPECT_EQ(VRELRGBColor(each, 0.0F, 0.0F, 0.0F).hashCode(), 0x5CE4DCE4U);
   }
 }
 
-TEST(VRELRGBColorTest, IsShownWithTwoDigitsAndAlphaOnlyWhereThereIsSome) {
+TEST(VRELRGBColorTest, WritesTwoDigitsAndNonzeroAlpha) {
   EXPECT_EQ(Shown(VRELRGBColor(255U, 0U, 0U, 0U)), "Color[1.00;0.00;0.00]");
   EXPECT_EQ(Shown(VRELRGBColor(0.125F, 0.256F, 0.5F, 0.25F)), "Color[0.12;0.26;0.50;0.25]");
   EXPECT_EQ(Shown(VRELRGBColor(0.0F, 0.0F, 0.0F, -1.0F)), "Color[0.00;0.00;0.00;-1.00]");
@@ -238,7 +238,7 @@ TEST(VRELRGBColorTest, IsShownWithTwoDigitsAndAlphaOnlyWhereThereIsSome) {
   EXPECT_EQ(Shown(VRELRGBColor(0.0F, 0.0F, 0.0F, -0.0F)), "Color[0.00;0.00;0.00]");
 }
 
-TEST(VRELRGBColorTest, TheFormatComesBackButIsPromisedToTakeNoPrecision) {
+TEST(VRELRGBColorTest, WritingResetsPrecisionFlag) {
   VRELRGBColor const red(255U, 0U, 0U, 0U);
   EXPECT_EQ(TextOf([&](VRELOutputStream* stream) {
               VRELStreamFormatter formatter(stream);
@@ -253,14 +253,14 @@ TEST(VRELRGBColorTest, TheFormatComesBackButIsPromisedToTakeNoPrecision) {
               char const* const withPrecision = "%.*f";
               formatter.setDoubleFormat(withPrecision, true, 1);
               formatter << red;
-              // Still the same format; the flag is off, and 10 is the precision that it is given here again.
+              // The format is unchanged; the flag is off, and 10 is the precision set here.
               EXPECT_EQ(formatter.setDoubleFormat("%.*f", true, 10), withPrecision);
               formatter << 0.5;
             }),
             "Color[1.00;0.00;0.00]0.5000000000");
 }
 
-TEST(VRELRGBColorTest, EqualColorsStayEqualThroughEachForm) {
+TEST(VRELRGBColorTest, ConversionsKeepEquality) {
   std::mt19937 random(1003);
   std::uniform_real_distribution<float> component(-0.25F, 1.25F);
   for (int round = 0; round < 2000; ++round) {

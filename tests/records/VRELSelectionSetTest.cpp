@@ -18,17 +18,17 @@ std::vector<void*> MembersOf(VRELSelectionSet const& set) {
   return members;
 }
 
-// Addresses that are never followed.
+// Addresses that are never dereferenced.
 void* Entity(std::size_t number) {
   static char entities[4096];
   return entities + number;
 }
 
-TEST(VRELSelectionSetTest, IsARootClassWithAVirtualDestructor) {
+TEST(VRELSelectionSetTest, HasVirtualDestructor) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELSelectionSet>);
 }
 
-TEST(VRELSelectionSetTest, StartsEmptyWithNameAndFlag) {
+TEST(VRELSelectionSetTest, ConstructorSetsNameAndFlag) {
   VRELSelectionSet const set(L"Fasteners", true);
   EXPECT_EQ(set.GetName().toUtf8(), "Fasteners");
   EXPECT_TRUE(set.IsCurrent());
@@ -38,7 +38,7 @@ TEST(VRELSelectionSetTest, StartsEmptyWithNameAndFlag) {
   EXPECT_EQ(VRELSelectionSet(L"", false).GetName().length(), 0);
 }
 
-TEST(VRELSelectionSetTest, TakesMembers) {
+TEST(VRELSelectionSetTest, AddMember) {
   VRELSelectionSet set(L"s", false);
   EXPECT_EQ(set.AddMember(Entity(1)), VREL_S_OK);
   EXPECT_EQ(set.AddMember(Entity(2)), VREL_S_OK);
@@ -48,7 +48,7 @@ TEST(VRELSelectionSetTest, TakesMembers) {
   EXPECT_FALSE(set.IsMember(Entity(3)));
 }
 
-TEST(VRELSelectionSetTest, RefusesNull) {
+TEST(VRELSelectionSetTest, AddMemberFailsForNull) {
   VRELSelectionSet set(L"s", false);
   set.AddMember(Entity(1));
   EXPECT_EQ(set.AddMember(nullptr), 0x1000001);
@@ -56,14 +56,14 @@ TEST(VRELSelectionSetTest, RefusesNull) {
   EXPECT_FALSE(set.IsMember(nullptr));
 }
 
-TEST(VRELSelectionSetTest, AMemberAddedTwiceIsThereOnce) {
+TEST(VRELSelectionSetTest, AddMemberTwice) {
   VRELSelectionSet set(L"s", false);
   EXPECT_EQ(set.AddMember(Entity(1)), VREL_S_OK);
   EXPECT_EQ(set.AddMember(Entity(1)), VREL_S_OK);
   EXPECT_EQ(set.SelectionSetLength(), 1);
 }
 
-TEST(VRELSelectionSetTest, AnIndexBeyondTheLastLeavesTheVariableAlone) {
+TEST(VRELSelectionSetTest, IndexOutOfRangeFails) {
   VRELSelectionSet set(L"s", false);
   set.AddMember(Entity(1));
   void* member = Entity(9);
@@ -72,7 +72,7 @@ TEST(VRELSelectionSetTest, AnIndexBeyondTheLastLeavesTheVariableAlone) {
   EXPECT_EQ(member, Entity(9));
 }
 
-TEST(VRELSelectionSetTest, ANegativeIndexIsPromisedToCountAsZero) {
+TEST(VRELSelectionSetTest, NegativeIndexIsFirst) {
   VRELSelectionSet set(L"s", false);
   for (std::size_t i = 0; i < 5; ++i) set.AddMember(Entity(i));
   void* first = nullptr;
@@ -84,7 +84,7 @@ TEST(VRELSelectionSetTest, ANegativeIndexIsPromisedToCountAsZero) {
   }
 }
 
-TEST(VRELSelectionSetTest, AnEmptySetHasNoMemberAtANegativeIndex) {
+TEST(VRELSelectionSetTest, NegativeIndexOfEmptyFails) {
   VRELSelectionSet const set(L"s", false);
   void* member = Entity(9);
   EXPECT_FALSE(set.GetMemberAtIndex(-1, member));
@@ -92,7 +92,7 @@ TEST(VRELSelectionSetTest, AnEmptySetHasNoMemberAtANegativeIndex) {
   EXPECT_EQ(member, Entity(9));
 }
 
-TEST(VRELSelectionSetTest, MembersComeInTheOrderOfAHashListOf17Slots) {
+TEST(VRELSelectionSetTest, MembersInOrderOf17Slots) {
   VRELSelectionSet set(L"s", false);
   VRELHashList<void*> list(17);
   for (std::size_t i = 0; i < 60; ++i) {
@@ -106,7 +106,7 @@ TEST(VRELSelectionSetTest, MembersComeInTheOrderOfAHashListOf17Slots) {
   }
 }
 
-TEST(VRELSelectionSetTest, EachLookUpStartsAnew) {
+TEST(VRELSelectionSetTest, EachIndexRestartsEnumeration) {
   VRELSelectionSet set(L"s", false);
   for (std::size_t i = 0; i < 5; ++i) set.AddMember(Entity(i));
   std::vector<void*> const members = MembersOf(set);
@@ -117,7 +117,7 @@ TEST(VRELSelectionSetTest, EachLookUpStartsAnew) {
   }
 }
 
-TEST(VRELSelectionSetTest, ACopyHasTheSameMembersInAListOfItsOwn) {
+TEST(VRELSelectionSetTest, CopyIsDeep) {
   VRELSelectionSet source(L"source", true);
   source.AddMember(Entity(1));
   source.AddMember(Entity(2));
@@ -139,7 +139,7 @@ TEST(VRELSelectionSetTest, ACopyHasTheSameMembersInAListOfItsOwn) {
   EXPECT_EQ(source.SelectionSetLength(), 3);
 }
 
-TEST(VRELSelectionSetTest, ACopyOutlivesItsSource) {
+TEST(VRELSelectionSetTest, CopyOutlivesSource) {
   auto* const source = new VRELSelectionSet(L"source", true);
   source->AddMember(Entity(1));
   VRELSelectionSet const copy(*source);
@@ -148,7 +148,7 @@ TEST(VRELSelectionSetTest, ACopyOutlivesItsSource) {
   EXPECT_EQ(copy.GetName().toUtf8(), "source");
 }
 
-TEST(VRELSelectionSetTest, AssignmentToItselfDoesNothing) {
+TEST(VRELSelectionSetTest, SelfAssignment) {
   VRELSelectionSet set(L"s", true);
   set.AddMember(Entity(1));
   VRELSelectionSet const& same = set;
@@ -158,7 +158,7 @@ TEST(VRELSelectionSetTest, AssignmentToItselfDoesNothing) {
   EXPECT_EQ(MembersOf(set), std::vector<void*>{Entity(1)});
 }
 
-TEST(VRELSelectionSetTest, BehavesLikeAModel) {
+TEST(VRELSelectionSetTest, EqualsModel) {
   std::mt19937 random(1002);
   VRELSelectionSet set(L"s", false);
   std::set<void*> model;

@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(VRELStrippedShellTest, DiffersFromAShellInOneAnswer) {
+TEST(VRELStrippedShellTest, IsStripped) {
   EXPECT_TRUE((std::is_base_of_v<VRELSurfacicShell, VRELStrippedShell>));
   EXPECT_EQ(sizeof(VRELStrippedShell), sizeof(VRELSurfacicShell));
   EXPECT_EQ(SlotOf(&VRELStrippedShell::IsStripped), 11U);
@@ -20,7 +20,7 @@ TEST(VRELStrippedShellTest, DiffersFromAShellInOneAnswer) {
   EXPECT_EQ(shell->GetPass(), 6);
 }
 
-TEST(VRELStrippedShellTest, OwnsItsCopies) {
+TEST(VRELStrippedShellTest, CopyDataTakesOwnership) {
   std::unique_ptr<VRELSurfacicShell> shell = std::make_unique<VRELStrippedShell>(4, 5, 6);
   float const points[] = {1, 2, 3};
   int const faces[] = {1, 0};

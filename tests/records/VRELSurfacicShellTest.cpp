@@ -14,7 +14,7 @@
 
 namespace {
 
-// All that a shell gives out.
+// All values that a shell returns.
 struct Data {
   int pointCount = -7;
   float* points = nullptr;
@@ -41,7 +41,7 @@ Data DataOf(VRELSurfacicShell const& shell) {
   return data;
 }
 
-// Sources of a shell that can be lost.
+// Arrays that a shell is set from.
 struct Sources {
   std::vector<float> points = {0, 0, 0, 1, 0, 0, 0, 1, 0};
   std::vector<float> normals = {0, 0, 1, 0, 0, -1};
@@ -63,7 +63,7 @@ void ExpectContent(Data const& data, Sources const& sources) {
   EXPECT_EQ(std::vector<float>(data.colors, data.colors + sources.colors.size()), sources.colors);
 }
 
-// Releases arrays that a shell has left to whoever holds them.
+// Frees arrays that a shell no longer owns.
 void Release(Data const& data) {
   delete[] data.points;
   delete[] data.normals;
@@ -71,7 +71,7 @@ void Release(Data const& data) {
   delete[] data.colors;
 }
 
-TEST(VRELSurfacicShellTest, OperationsStandInTheirOrder) {
+TEST(VRELSurfacicShellTest, VirtualSlots) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELSurfacicShell>);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::SetData), 2U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::CopyData), 3U);
@@ -83,11 +83,11 @@ TEST(VRELSurfacicShellTest, OperationsStandInTheirOrder) {
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::GetLOD), 9U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::GetPass), 10U);
   EXPECT_EQ(SlotOf(&VRELSurfacicShell::IsStripped), 11U);
-  // The table, three ints, four counts with their arrays, and the flag beside a count.
+  // The virtual table, three ints, four counts with their arrays, and the flag next to a count.
   EXPECT_EQ(sizeof(VRELSurfacicShell), 80U);
 }
 
-TEST(VRELSurfacicShellTest, StartsWithKeyLevelAndPassAlone) {
+TEST(VRELSurfacicShellTest, DefaultHasKeyLevelAndPass) {
   VRELSurfacicShell const shell(11, 22, 33);
   EXPECT_EQ(shell.GetKey(), 11);
   EXPECT_EQ(shell.GetLOD(), 22);
@@ -96,7 +96,7 @@ TEST(VRELSurfacicShellTest, StartsWithKeyLevelAndPassAlone) {
   EXPECT_EQ(DataOf(shell), (Data{0, nullptr, 0, nullptr, 0, nullptr, 0, nullptr}));
 }
 
-TEST(VRELSurfacicShellTest, SetDataHoldsTheArraysOfTheCallerAndDoesNotFreeThem) {
+TEST(VRELSurfacicShellTest, SetDataDoesNotTakeOwnership) {
   Sources sources;
   VRELSurfacicShell shell(1, 2, 3);
   EXPECT_EQ(sources.SetInto(shell), VREL_S_OK);
@@ -104,14 +104,14 @@ TEST(VRELSurfacicShellTest, SetDataHoldsTheArraysOfTheCallerAndDoesNotFreeThem) 
                                  sources.colors.data()}));
 }
 
-TEST(VRELSurfacicShellTest, SetDataDoesNotLookAtCountsAndArrays) {
+TEST(VRELSurfacicShellTest, SetDataDoesNotCheck) {
   VRELSurfacicShell shell(1, 2, 3);
   constexpr int largest = std::numeric_limits<int>::max();
   EXPECT_EQ(shell.SetData(-1, nullptr, largest, nullptr, 5, nullptr, -9, nullptr), VREL_S_OK);
   EXPECT_EQ(DataOf(shell), (Data{-1, nullptr, largest, nullptr, 5, nullptr, -9, nullptr}));
 }
 
-TEST(VRELSurfacicShellTest, CopyDataDoesNotNeedTheSourceArrays) {
+TEST(VRELSurfacicShellTest, CopyDataIsDeep) {
   VRELSurfacicShell shell(1, 2, 3);
   {
     Sources sources;
@@ -139,7 +139,7 @@ TEST(VRELSurfacicShellTest, CopyDataKeepsEveryBit) {
   EXPECT_TRUE(std::signbit(data.points[0]));
 }
 
-TEST(VRELSurfacicShellTest, CopyDataOfNothingHasEmptyArrays) {
+TEST(VRELSurfacicShellTest, CopyDataOfZeroCounts) {
   VRELSurfacicShell shell(1, 2, 3);
   float const unused = 5;
   EXPECT_EQ(shell.CopyData(0, nullptr, 0, &unused, 0, nullptr, 0, nullptr), VREL_S_OK);
@@ -152,7 +152,7 @@ TEST(VRELSurfacicShellTest, CopyDataOfNothingHasEmptyArrays) {
   EXPECT_NE(data.colors, nullptr);
 }
 
-TEST(VRELSurfacicShellTest, CopyDataRefusesWhatCannotBeCopiedAndChangesNothing) {
+TEST(VRELSurfacicShellTest, CopyDataFailsWithoutChange) {
   float const floats[] = {1, 2, 3};
   int const ints[] = {1};
   VRELSurfacicShell shell(1, 2, 3);
@@ -170,7 +170,7 @@ TEST(VRELSurfacicShellTest, CopyDataRefusesWhatCannotBeCopiedAndChangesNothing) 
   EXPECT_EQ(DataOf(shell), before);
 }
 
-TEST(VRELSurfacicShellTest, ASecondCopyDataIsPromisedNotToFreeTheFirstArrays) {
+TEST(VRELSurfacicShellTest, SecondCopyDataKeepsFirstArrays) {
   auto shell = std::make_unique<VRELSurfacicShell>(1, 2, 3);
   Sources().CopyInto(*shell);
   Data const first = DataOf(*shell);
@@ -184,7 +184,7 @@ TEST(VRELSurfacicShellTest, ASecondCopyDataIsPromisedNotToFreeTheFirstArrays) {
   Release(first);
 }
 
-TEST(VRELSurfacicShellTest, SetDataAfterCopyDataIsPromisedNotToFreeTheCopies) {
+TEST(VRELSurfacicShellTest, SetDataKeepsArraysOfCopyData) {
   Sources const sources;
   Data copied;
   {
@@ -192,7 +192,7 @@ TEST(VRELSurfacicShellTest, SetDataAfterCopyDataIsPromisedNotToFreeTheCopies) {
     sources.CopyInto(shell);
     copied = DataOf(shell);
     sources.SetInto(shell);
-    // The shell owns nothing any more: its end frees neither the copies nor the arrays of the caller.
+    // The shell owns nothing now: its destructor frees neither the copies nor the arrays of the caller.
   }
   ExpectContent(copied, Sources());
   Release(copied);
@@ -201,7 +201,7 @@ TEST(VRELSurfacicShellTest, SetDataAfterCopyDataIsPromisedNotToFreeTheCopies) {
                 sources);
 }
 
-TEST(VRELSurfacicShellTest, CopyDataAfterSetDataLeavesTheArraysOfTheCaller) {
+TEST(VRELSurfacicShellTest, CopyDataKeepsArraysOfCaller) {
   Sources const sources;
   {
     VRELSurfacicShell shell(1, 2, 3);
@@ -212,7 +212,7 @@ TEST(VRELSurfacicShellTest, CopyDataAfterSetDataLeavesTheArraysOfTheCaller) {
   EXPECT_EQ(sources.points, Sources().points);
 }
 
-TEST(VRELSurfacicShellTest, CopiesItsOwnArrays) {
+TEST(VRELSurfacicShellTest, CopyDataOfOwnArrays) {
   VRELSurfacicShell shell(1, 2, 3);
   Sources().CopyInto(shell);
   Data const own = DataOf(shell);

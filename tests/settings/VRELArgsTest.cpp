@@ -15,8 +15,8 @@ namespace {
 using Text = std::optional<std::string>;
 using Texts = std::vector<Text>;
 
-// The texts as a vector of C, each in a block of its own size, so that a sanitizer sees a step outside. What is not set
-// is null.
+// Strings as a C vector, each in memory of exactly its size, so that a sanitizer detects overruns. A missing string is
+// null.
 class TextVector {
  public:
   TextVector(Texts const& texts) : pointers(new char*[texts.size()]), count(static_cast<int>(texts.size())) {
@@ -39,20 +39,23 @@ class TextVector {
   int count;
 };
 
-// Calls GetNextOption until it gives false twice in a row, and lists the positions.
+// Position that a call which leaves it unchanged reports.
+constexpr int kUnchanged = 77;
+
+// Calls GetNextOption until it returns false twice in a row, and lists the positions.
 std::vector<int> OptionsOf(VRELArgs& args, TextVector& table) {
   std::vector<int> found;
   for (int misses = 0; misses < 2;) {
-    int index = 77;
+    int index = kUnchanged;
     bool const hit = args.GetNextOption(table.Count(), table.Get(), &index);
-    EXPECT_EQ(hit, index >= 0);
+    EXPECT_EQ(hit, index >= 0 && index != kUnchanged);
     misses = hit ? 0 : misses + 1;
     found.push_back(index);
   }
   return found;
 }
 
-TEST(VRELArgsTest, HoldsItsFieldsInOrder) {
+TEST(VRELArgsTest, Fields) {
   struct Fields {
     int lastIndex;
     char** arguments;
@@ -66,7 +69,7 @@ TEST(VRELArgsTest, HoldsItsFieldsInOrder) {
   EXPECT_FALSE(std::is_polymorphic_v<VRELArgs>);
 }
 
-TEST(VRELArgsTest, GivesArgumentsOneByOne) {
+TEST(VRELArgsTest, GetNextArg) {
   TextVector line{"program", "a", "-b", "", "c"};
   VRELArgs args(line.Count(), line.Get());
   for (int i = 1; i <= 4; ++i) EXPECT_EQ(args.GetNextArg(), line[i]);
@@ -74,7 +77,7 @@ TEST(VRELArgsTest, GivesArgumentsOneByOne) {
   EXPECT_EQ(args.GetNextArg(), nullptr);
 }
 
-TEST(VRELArgsTest, ToldWhetherOptionsAreToCome) {
+TEST(VRELArgsTest, AreThereOneMoreOptions) {
   TextVector line{"program", "-a", "b", "-c", "d"};
   VRELArgs args(line.Count(), line.Get());
   for (bool more : {true, true, true, false, false}) {
@@ -83,7 +86,7 @@ TEST(VRELArgsTest, ToldWhetherOptionsAreToCome) {
   }
 }
 
-TEST(VRELArgsTest, LineWithoutOptionsHasNoneToCome) {
+TEST(VRELArgsTest, NoMoreOptionsWithoutDash) {
   TextVector plain{"program", "a", "b"};
   EXPECT_FALSE(VRELArgs(plain.Count(), plain.Get()).AreThereOneMoreOptions());
   TextVector dashedName{"-program", "a"};
@@ -92,12 +95,12 @@ TEST(VRELArgsTest, LineWithoutOptionsHasNoneToCome) {
   EXPECT_TRUE(VRELArgs(dashOnly.Count(), dashOnly.Get()).AreThereOneMoreOptions());
 }
 
-TEST(VRELArgsTest, StoresTheArgumentOfAnOption) {
+TEST(VRELArgsTest, GetOptionArgument) {
   TextVector line{"program", "-f", "name", "", "-v", "-"};
   VRELArgs args(line.Count(), line.Get());
   char sentinel = 0;
   char* argument = &sentinel;
-  // In front of an option, nothing is taken.
+  // Nothing is consumed before an option.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, &sentinel);
   EXPECT_EQ(args.GetNextArg(), line[1]);
@@ -108,22 +111,22 @@ TEST(VRELArgsTest, StoresTheArgumentOfAnOption) {
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, line[3]);
   EXPECT_EQ(args.GetNextArg(), line[4]);
-  // A dash alone begins with one.
+  // A single dash is an option.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(args.GetNextArg(), line[5]);
-  // None follows.
+  // No argument follows.
   EXPECT_FALSE(args.GetOptionArgument(&argument));
   EXPECT_EQ(argument, line[3]);
 }
 
-TEST(VRELArgsTest, ArgumentWithNowhereToGoStays) {
+TEST(VRELArgsTest, GetOptionArgumentToNull) {
   TextVector line{"program", "a"};
   VRELArgs args(line.Count(), line.Get());
   EXPECT_FALSE(args.GetOptionArgument(nullptr));
   EXPECT_EQ(args.GetNextArg(), line[1]);
 }
 
-TEST(VRELArgsTest, ShiftStepsOnceBehindTheEnd) {
+TEST(VRELArgsTest, ShiftMovesOncePastEnd) {
   TextVector line{"program", "a", "-b"};
   TextVector table{"b"};
   VRELArgs args(line.Count(), line.Get());
@@ -139,7 +142,7 @@ TEST(VRELArgsTest, ShiftStepsOnceBehindTheEnd) {
   EXPECT_FALSE(args.GetNextOption(1, table.Get(), nullptr));
 }
 
-TEST(VRELArgsTest, FindsNamesOfOneLetter) {
+TEST(VRELArgsTest, IsLetterAnOption) {
   struct Row {
     char letter;
     int position;
@@ -149,26 +152,26 @@ TEST(VRELArgsTest, FindsNamesOfOneLetter) {
   VRELArgs const args(line.Count(), line.Get());
   for (Row const& row : {Row{'a', 4}, Row{'b', -1}, Row{'c', 5}, Row{'d', 9}, Row{'\0', -1}, Row{'A', -1}}) {
     SCOPED_TRACE(row.letter);
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_EQ(args.IsLetterAnOption(table.Count(), table.Get(), row.letter, &index), row.position >= 0);
     EXPECT_EQ(index, row.position);
   }
-  // Of ":" nothing is left without its mark, of "::" the letter ":" is.
-  int index = 77;
+  // Without the trailing colon, ":" is empty and "::" is the letter ":".
+  int index = kUnchanged;
   EXPECT_TRUE(args.IsLetterAnOption(table.Count(), table.Get(), ':', &index));
   EXPECT_EQ(index, 7);
-  // Only so many names as are told count.
+  // Only the first `count` names are used.
   EXPECT_FALSE(args.IsLetterAnOption(4, table.Get(), 'a', &index));
   EXPECT_EQ(index, -1);
 }
 
-TEST(VRELArgsTest, FindsTheOptionThatAnArgumentMeans) {
+TEST(VRELArgsTest, IsAnOption) {
   struct Row {
     char const* argument;
     int position;
   };
   Row const rows[] = {
-      {"-v", 1},  // The first name that begins so, and not the one that is the same.
+      {"-v", 1},  // The first name with this prefix, not the equal one.
       {"-fi", 0},
       {"-file", 0},
       {"-file:", 0},
@@ -176,7 +179,7 @@ TEST(VRELArgsTest, FindsTheOptionThatAnArgumentMeans) {
       {"-verbose", 1},
       {"-verboses", 2},  // No name: a
                          // group.
-      {"-xv", -1},       // Only its first letter is looked at.
+      {"-xv", -1},       // Only the first letter is tested.
       {"-vx", 2},
       {"-", 0},
       {"--", -1},
@@ -190,21 +193,21 @@ TEST(VRELArgsTest, FindsTheOptionThatAnArgumentMeans) {
     SCOPED_TRACE(row.argument);
     TextVector line{"program", row.argument};
     VRELArgs args(line.Count(), line.Get());
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_EQ(args.IsAnOption(table.Count(), table.Get(), line[1], &index), row.position >= 0);
     EXPECT_EQ(index, row.position);
-    VRELArgs walk(line.Count(), line.Get());
-    int found = 77;
-    EXPECT_EQ(walk.GetNextOption(table.Count(), table.Get(), &found), row.position >= 0);
+    VRELArgs fresh(line.Count(), line.Get());
+    int found = kUnchanged;
+    EXPECT_EQ(fresh.GetNextOption(table.Count(), table.Get(), &found), row.position >= 0);
     EXPECT_EQ(found, row.position);
   }
 }
 
-TEST(VRELArgsTest, DashAloneMeansTheFirstNameThereIs) {
+TEST(VRELArgsTest, SingleDashIsFirstName) {
   TextVector line{"program", "-"};
   VRELArgs args(line.Count(), line.Get());
   TextVector withNull{std::nullopt, "a"};
-  int index = 77;
+  int index = kUnchanged;
   EXPECT_TRUE(args.IsAnOption(2, withNull.Get(), line[1], &index));
   EXPECT_EQ(index, 1);
   TextVector withEmpty{"", "a"};
@@ -214,11 +217,11 @@ TEST(VRELArgsTest, DashAloneMeansTheFirstNameThereIs) {
   EXPECT_EQ(index, -1);
 }
 
-TEST(VRELArgsTest, WalksOptionsAndPassesOverTheRest) {
+TEST(VRELArgsTest, GetNextOptionSkipsArguments) {
   TextVector line{"program", "in", "-verb", "-unknown", "out", "-f", "name", "rest"};
   TextVector table{"file:", "verbose"};
   VRELArgs args(line.Count(), line.Get());
-  int index = 77;
+  int index = kUnchanged;
   EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
   EXPECT_EQ(index, 1);
   EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
@@ -228,17 +231,17 @@ TEST(VRELArgsTest, WalksOptionsAndPassesOverTheRest) {
   EXPECT_EQ(argument, line[6]);
   EXPECT_FALSE(args.GetNextOption(2, table.Get(), &index));
   EXPECT_EQ(index, -1);
-  // What is left stays to be taken.
+  // The remaining argument is not consumed.
   EXPECT_EQ(args.GetNextArg(), line[7]);
 }
 
-TEST(VRELArgsTest, OptionWithoutItsArgument) {
+TEST(VRELArgsTest, OptionWithoutArgument) {
   TextVector line{"program", "-f", "-v", "-f"};
   TextVector table{"file:", "verbose"};
   VRELArgs args(line.Count(), line.Get());
   char* argument = nullptr;
   for (int expected : {0, 1, 0}) {
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_TRUE(args.GetNextOption(2, table.Get(), &index));
     EXPECT_EQ(index, expected);
     EXPECT_FALSE(args.GetOptionArgument(&argument));
@@ -246,27 +249,27 @@ TEST(VRELArgsTest, OptionWithoutItsArgument) {
   EXPECT_EQ(argument, nullptr);
 }
 
-TEST(VRELArgsTest, WalksGroupsOfLetters) {
+TEST(VRELArgsTest, GetNextOptionReadsGroups) {
   struct Row {
     char const* argument;
     std::vector<int> positions;
   };
   TextVector table{"a", "b", "c:"};
   Row const rows[] = {
-      {"-ab", {0, 1, -1, -1}},
-      {"-cab", {2, 0, 1, -1, -1}},
-      {"-aa", {0, 0, -1, -1}},
-      // A letter that is not in the table ends a call and not the group.
-      {"-axb", {0, -1, 1, -1, -1}},
-      {"-a-b", {0, -1, 1, -1, -1}},
+      {"-ab", {0, 1, kUnchanged, kUnchanged}},
+      {"-cab", {2, 0, 1, kUnchanged, kUnchanged}},
+      {"-aa", {0, 0, kUnchanged, kUnchanged}},
+      // A letter that is not in the table ends the call, not the group.
+      {"-axb", {0, -1, 1, kUnchanged, kUnchanged}},
+      {"-a-b", {0, -1, 1, kUnchanged, kUnchanged}},
       // The first letter decides whether it is a group at all.
       {"-xab", {-1, -1}},
-      // These are names, and no group follows.
-      {"-a", {0, -1, -1}},
-      {"-c", {2, -1, -1}},
-      {"-c:", {2, -1, -1}},
+      // These are names and not groups.
+      {"-a", {0, kUnchanged, kUnchanged}},
+      {"-c", {2, kUnchanged, kUnchanged}},
+      {"-c:", {2, kUnchanged, kUnchanged}},
       // A colon is a letter of the group like any other.
-      {"-a:", {0, -1, -1}},
+      {"-a:", {0, -1, kUnchanged}},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.argument);
@@ -280,59 +283,59 @@ TEST(VRELArgsTest, GroupsFollowEachOther) {
   TextVector line{"program", "-ab", "x", "-ba", "-b"};
   TextVector table{"a", "b"};
   VRELArgs args(line.Count(), line.Get());
-  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, 1, 1, 0, 1, -1, -1}));
+  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, 1, 1, 0, 1, kUnchanged, kUnchanged}));
 }
 
-TEST(VRELArgsTest, GroupGoesOnInTheArgumentLastConsumed) {
+TEST(VRELArgsTest, GroupUsesArgumentLastConsumed) {
   TextVector table{"a", "b", "c:"};
   {
     TextVector line{"program", "-ca", "xyb", "-a"};
     VRELArgs args(line.Count(), line.Get());
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
     EXPECT_EQ(index, 2);
     char* argument = nullptr;
     EXPECT_TRUE(args.GetOptionArgument(&argument));
     EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
     EXPECT_EQ(index, 1);
-    EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, -1, -1}));
+    EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{0, kUnchanged, kUnchanged}));
   }
   {
-    // It is too short, or gone: the group is over.
+    // The argument last consumed is too short, or absent: the group ends.
     TextVector line{"program", "-ca", "", "-ca"};
     VRELArgs args(line.Count(), line.Get());
     EXPECT_TRUE(args.GetNextOption(3, table.Get(), nullptr));
     EXPECT_EQ(args.GetNextArg(), line[2]);
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_TRUE(args.GetNextOption(3, table.Get(), &index));
     EXPECT_EQ(index, 2);
     EXPECT_FALSE(args.Shift());
     EXPECT_FALSE(args.GetNextOption(3, table.Get(), &index));
-    EXPECT_EQ(index, -1);
+    EXPECT_EQ(index, 2);
   }
 }
 
-TEST(VRELArgsTest, AskingForAnArgumentEntersItsGroup) {
+TEST(VRELArgsTest, IsAnOptionStartsGroup) {
   TextVector line{"a b", "-c"};
   TextVector other{"-xy"};
   TextVector table{"x", "b", "c"};
   VRELArgs args(line.Count(), line.Get());
-  int index = 77;
+  int index = kUnchanged;
   EXPECT_TRUE(args.IsAnOption(3, table.Get(), other[0], &index));
   EXPECT_EQ(index, 0);
-  // Now the group is sought in what was last consumed, which is the program's name.
-  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{1, 2, -1, -1}));
+  // The group is read from the argument last consumed, which is the name of the program.
+  EXPECT_EQ(OptionsOf(args, table), (std::vector<int>{1, 2, kUnchanged, kUnchanged}));
 }
 
-TEST(VRELArgsTest, NothingThereIsNoArgument) {
+TEST(VRELArgsTest, MissingArguments) {
   TextVector table{"a"};
   for (int count : {0, -1, -2147483647 - 1, 1, 3}) {
     SCOPED_TRACE(count);
     VRELArgs args(count, nullptr);
     EXPECT_FALSE(args.AreThereOneMoreOptions());
-    int index = 77;
+    int index = kUnchanged;
     EXPECT_FALSE(args.GetNextOption(1, table.Get(), &index));
-    EXPECT_EQ(index, -1);
+    EXPECT_EQ(index, kUnchanged);
     char* argument = nullptr;
     EXPECT_FALSE(args.GetOptionArgument(&argument));
     EXPECT_EQ(args.GetNextArg(), nullptr);
@@ -341,14 +344,14 @@ TEST(VRELArgsTest, NothingThereIsNoArgument) {
   EXPECT_FALSE(none.Shift());
 }
 
-TEST(VRELArgsTest, PassesOverNullArguments) {
+TEST(VRELArgsTest, SkipsNullArguments) {
   TextVector line{"program", std::nullopt, "-a", std::nullopt};
   TextVector table{"a"};
   VRELArgs args(line.Count(), line.Get());
   EXPECT_TRUE(args.AreThereOneMoreOptions());
   char* argument = nullptr;
   EXPECT_FALSE(args.GetOptionArgument(&argument));
-  int index = 77;
+  int index = kUnchanged;
   EXPECT_TRUE(args.GetNextOption(1, table.Get(), &index));
   EXPECT_EQ(index, 0);
   EXPECT_FALSE(args.IsAnOption(1, table.Get(), nullptr, &index));
@@ -357,10 +360,10 @@ TEST(VRELArgsTest, PassesOverNullArguments) {
   EXPECT_FALSE(args.Shift());
 }
 
-TEST(VRELArgsTest, TableMayBeMissing) {
+TEST(VRELArgsTest, NullTable) {
   TextVector line{"program", "-a"};
   VRELArgs args(line.Count(), line.Get());
-  int index = 77;
+  int index = kUnchanged;
   EXPECT_FALSE(args.IsLetterAnOption(1, nullptr, 'a', &index));
   EXPECT_EQ(index, -1);
   EXPECT_FALSE(args.IsAnOption(1, nullptr, line[1], &index));
@@ -368,7 +371,7 @@ TEST(VRELArgsTest, TableMayBeMissing) {
   EXPECT_FALSE(args.IsAnOption(1, nullptr, line[1], nullptr));
 }
 
-// The walk over lists of texts, told once more.
+// Model of VRELArgs on lists of strings.
 struct ArgsModel {
   Texts line;
   Texts table;
@@ -411,13 +414,14 @@ struct ArgsModel {
       }
       inGroup = false;
     }
+    int position = kUnchanged;
     for (std::size_t i = current + 1; i < line.size(); ++i) {
-      int const position = Option(line[i]);
+      position = Option(line[i]);
       if (position < 0) continue;
       current = i;
-      return position;
+      break;
     }
-    return -1;
+    return position;
   }
 
   Text Take() {
@@ -447,7 +451,7 @@ Text TextOf(char const* text) {
   return text == nullptr ? Text() : Text(text);
 }
 
-TEST(VRELArgsTest, AgreesWithTheModel) {
+TEST(VRELArgsTest, AgreesWithModel) {
   std::mt19937 random(20240611);
   auto const below = [&](unsigned int end) { return random() % end; };
   auto const anyText = [&](unsigned int dashes) -> Text {
@@ -465,7 +469,7 @@ TEST(VRELArgsTest, AgreesWithTheModel) {
     TextVector table(model.table);
     VRELArgs args(line.Count(), line.Get());
     for (int step = 0; step < 20; ++step) {
-      int index = 77;
+      int index = kUnchanged;
       char* argument = nullptr;
       switch (below(12)) {
         case 0:
@@ -489,7 +493,7 @@ TEST(VRELArgsTest, AgreesWithTheModel) {
         }
         default: {
           bool const hit = args.GetNextOption(table.Count(), table.Get(), &index);
-          ASSERT_EQ(hit, index >= 0);
+          ASSERT_EQ(hit, index >= 0 && index != kUnchanged);
           ASSERT_EQ(index, model.NextOption());
         }
       }

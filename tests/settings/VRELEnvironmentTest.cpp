@@ -5,10 +5,13 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -18,7 +21,7 @@
 
 namespace {
 
-// Runs `body` in a process of its own, whose failures are this test's.
+// Runs `body` in a child process and reports its failures.
 void RunApart(std::function<void()> const& body) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     body();
@@ -40,13 +43,13 @@ VRINResult Put(VRELString const& name, VRELString value) {
   return VRELEnvironment::PutVariable(name, value);
 }
 
-// What the C library finds.
+// Returns the result of getenv.
 std::string FoundAs(char const* name) {
   char const* const text = std::getenv(name);
   return text == nullptr ? "(none)" : text;
 }
 
-TEST(VRELEnvironmentTest, ReadsText) {
+TEST(VRELEnvironmentTest, ReadsString) {
   RunApart([] {
     setenv("VRELProbe", "some text = x", 1);
     setenv("VRELEmpty", "", 1);
@@ -54,13 +57,13 @@ TEST(VRELEnvironmentTest, ReadsText) {
     EXPECT_EQ(TextOf(L"VRELProbe"), "some text = x");
     EXPECT_EQ(TextOf(L"VRELEmpty"), "");
     EXPECT_EQ(TextOf(L"VRELMissing"), "untouched");
-    // Names differ by case.
+    // Names are case-sensitive.
     EXPECT_EQ(TextOf(L"VRELPROBE"), "untouched");
     EXPECT_EQ(TextOf(L""), "untouched");
   });
 }
 
-TEST(VRELEnvironmentTest, ReadsNamesInAscii) {
+TEST(VRELEnvironmentTest, NamesAreAscii) {
   RunApart([] {
     setenv("VREL_\x1A", "by the substitute", 1);
     setenv("VREL__", "by an underscore", 1);
@@ -68,7 +71,7 @@ TEST(VRELEnvironmentTest, ReadsNamesInAscii) {
   });
 }
 
-TEST(VRELEnvironmentTest, ReadsTextInTheDefaultCodepage) {
+TEST(VRELEnvironmentTest, ValuesAreInDefaultCodepage) {
   RunApart([] {
     for (char const* bytes : {"Schraube \xC3\x96", "broken \xC3", "\xFF\xFE"}) {
       setenv("VRELProbe", bytes, 1);
@@ -79,16 +82,16 @@ TEST(VRELEnvironmentTest, ReadsTextInTheDefaultCodepage) {
   });
 }
 
-TEST(VRELEnvironmentTest, UninitializedNameHasNoVariable) {
+TEST(VRELEnvironmentTest, UninitializedNameFails) {
   VRELString name(L"PATH");
   VRELString const taken(std::move(name));
   VRELString text(L"untouched");
-  // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+  // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from object is tested.
   EXPECT_EQ(VRELEnvironment::GetVariable(name, text), VREL_E_FAIL);
   EXPECT_EQ(text.toUtf8(), "untouched");
 }
 
-TEST(VRELEnvironmentTest, SystemAnswersThreeNames) {
+TEST(VRELEnvironmentTest, SystemNames) {
   RunApart([] {
     for (char const* name : {"USERNAME", "OS", "COMPUTERNAME"}) setenv(name, "from the environment", 1);
     utsname names{};
@@ -104,7 +107,7 @@ TEST(VRELEnvironmentTest, SystemAnswersThreeNames) {
   });
 }
 
-TEST(VRELEnvironmentTest, OtherSpellingsAreVariables) {
+TEST(VRELEnvironmentTest, SystemNamesAreCaseSensitive) {
   RunApart([] {
     setenv("os", "a variable", 1);
     setenv("UserName", "another", 1);
@@ -115,7 +118,7 @@ TEST(VRELEnvironmentTest, OtherSpellingsAreVariables) {
   });
 }
 
-TEST(VRELEnvironmentTest, UserWithoutAnEntryHasNoName) {
+TEST(VRELEnvironmentTest, UserWithoutEntryFails) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who is not there";
   RunApart([] {
     constexpr uid_t nobodyHasIt = 987654;
@@ -183,7 +186,7 @@ TEST(VRELEnvironmentTest, ReadsBooleans) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutsAVariable) {
+TEST(VRELEnvironmentTest, PutVariable) {
   RunApart([] {
     RecordingListener const listener;
     EXPECT_EQ(Put(L"VRELProbe", L"some = text"), VREL_S_OK);
@@ -197,7 +200,7 @@ TEST(VRELEnvironmentTest, PutsAVariable) {
   });
 }
 
-TEST(VRELEnvironmentTest, OnlyTheVariableOfTheLastCallStands) {
+TEST(VRELEnvironmentTest, PutVariableRemovesPrevious) {
   RunApart([] {
     setenv("VRELThird", "set by others", 1);
     EXPECT_EQ(Put(L"VRELFirst", L"1"), VREL_S_OK);
@@ -214,7 +217,7 @@ TEST(VRELEnvironmentTest, OnlyTheVariableOfTheLastCallStands) {
   });
 }
 
-TEST(VRELEnvironmentTest, PutTextIsReadAsAFormat) {
+TEST(VRELEnvironmentTest, PutVariableReadsFormat) {
   struct Row {
     wchar_t const* value;
     char const* found;
@@ -234,46 +237,46 @@ TEST(VRELEnvironmentTest, PutTextIsReadAsAFormat) {
   });
 }
 
-TEST(VRELEnvironmentTest, RefusesWhatDoesNotFit) {
+TEST(VRELEnvironmentTest, PutVariableRefusesLongString) {
   RunApart([] {
     auto const text = [](std::size_t length) { return VRELString(std::string(length, 'v')); };
-    // "N=" and the value: 255 bytes are the most.
+    // "N=" and the value, at most 255 bytes.
     EXPECT_EQ(Put(L"N", text(253)), VREL_S_OK);
     EXPECT_EQ(FoundAs("N"), std::string(253, 'v'));
     EXPECT_EQ(Put(L"N", L"short"), VREL_S_OK);
     RecordingListener const listener;
     for (std::size_t length : {254U, 255U, 256U, 2000U, 100000U}) EXPECT_EQ(Put(L"N", text(length)), VREL_E_FAIL);
     EXPECT_EQ(Put(text(300), L"x"), VREL_E_FAIL);
-    // The environment is as it was, and each try was told.
+    // The environment is unchanged, and each call was reported.
     EXPECT_EQ(FoundAs("N"), "short");
     EXPECT_EQ(listener.events.size(), 6U);
-    // What counts is the text that is put: 252 bytes out of 504.
+    // The limit applies to the unescaped string: 252 bytes of 504.
     EXPECT_EQ(Put(L"N", VRELString(std::string(504, '%'))), VREL_S_OK);
     EXPECT_EQ(FoundAs("N"), std::string(252, '%'));
   });
 }
 
-TEST(VRELEnvironmentTest, PutsOddNames) {
+TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
   RunApart([] {
-    // The system splits the text at the first mark.
+    // The system splits the string at the first "=".
     EXPECT_EQ(Put(L"VRELA=B", L"C"), VREL_S_OK);
     EXPECT_EQ(FoundAs("VRELA"), "B=C");
-    // A variable without a name is taken, and nobody finds it.
+    // A variable without a name is accepted, and cannot be read.
     EXPECT_EQ(Put(L"", L"x"), VREL_S_OK);
     EXPECT_EQ(FoundAs(""), "(none)");
     EXPECT_EQ(FoundAs("VRELA"), "(none)");
     VRELString name(L"VRELProbe");
     VRELString const taken(std::move(name));
     RecordingListener const listener;
-    // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is tested.
+    // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from object is tested.
     EXPECT_EQ(Put(name, L"x"), VREL_E_FAIL);
     EXPECT_TRUE(listener.events.empty());
   });
 }
 
-TEST(VRELEnvironmentTest, PutTextComesBack) {
+TEST(VRELEnvironmentTest, PutVariableRoundTrip) {
   RunApart([] {
-    // Whatever the default codepage is, what it can hold comes back.
+    // Characters of the default codepage are read back.
     VRELString value("Schraube \xC3\x96");
     VRELString back;
     EXPECT_EQ(VRELEnvironment::PutVariable(L"VREL_\u00D6", value), VREL_S_OK);
@@ -282,7 +285,7 @@ TEST(VRELEnvironmentTest, PutTextComesBack) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsMadeOnFirstUse) {
+TEST(VRELEnvironmentTest, GetEnvReturnsOneObject) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
@@ -293,7 +296,32 @@ TEST(VRELEnvironmentTest, IsMadeOnFirstUse) {
   });
 }
 
-TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
+TEST(VRELEnvironmentTest, GetEnvOnSeveralThreadsReturnsOneObject) {
+  ChildResult const child = RunInChild([] {
+    for (int round = 0; round < 200; ++round) {
+      VRELEnvironment::_pVariables = nullptr;
+      std::atomic<int> notStarted = 4;
+      std::array<VRELEnvironment*, 4> found{};
+      std::vector<std::thread> threads;
+      for (VRELEnvironment*& environment : found) {
+        threads.emplace_back([&notStarted, &environment] {
+          --notStarted;
+          while (notStarted > 0) {
+          }
+          environment = VRELEnvironment::GetEnv();
+        });
+      }
+      for (std::thread& thread : threads) thread.join();
+      for (VRELEnvironment const* const environment : found) {
+        if (environment == nullptr || environment != VRELEnvironment::_pVariables) return 1;
+      }
+    }
+    std::_Exit(0);
+  });
+  EXPECT_EQ(child.exitStatus, 0) << child.errors;
+}
+
+TEST(VRELEnvironmentTest, OutlivesHandles) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment::GetEnv()->Set(L"a=b");
@@ -302,9 +330,9 @@ TEST(VRELEnvironmentTest, OutlivesEveryHandle) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsThereToTheEndOfTheProcess) {
+TEST(VRELEnvironmentTest, ExistsUntilExit) {
   ChildResult const child = RunInChild([] {
-    // Registered before the object is made, and so called after all that goes because of it.
+    // Registered before the object is made, and therefore called after its exit handlers.
     std::atexit([] {
       VRELValue value;
       if (VRELEnvironment::GetEnv()->Get(L"a", value) == VREL_S_OK) std::fputs("there", stdout);
@@ -316,7 +344,7 @@ TEST(VRELEnvironmentTest, IsThereToTheEndOfTheProcess) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
+TEST(VRELEnvironmentTest, PropertiesAreNotVariables) {
   RunApart([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
@@ -329,7 +357,7 @@ TEST(VRELEnvironmentTest, PropertiesAndVariablesAreApart) {
   });
 }
 
-TEST(VRELEnvironmentTest, IsNoLeak) {
+TEST(VRELEnvironmentTest, IsNotReportedAsLeak) {
   ChildResult const result = RunInChild([] {
     VRELEnvironment::GetEnv()->Set(L"a=b");
     return 0;
@@ -337,7 +365,7 @@ TEST(VRELEnvironmentTest, IsNoLeak) {
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
 }
 
-TEST(VRELEnvironmentTest, IsAPropertiesObject) {
+TEST(VRELEnvironmentTest, DerivesFromProperties) {
   EXPECT_TRUE((std::is_base_of_v<VRELProperties, VRELEnvironment>));
   EXPECT_EQ(sizeof(VRELEnvironment), sizeof(VRELProperties));
   VRELEnvironment own;

@@ -38,7 +38,7 @@ bool IsKnown(VRELString const& text) {
   return result == VREL_S_OK;
 }
 
-// `count` times "*", or "a", between dots.
+// Returns `count` tokens "*" or "a" separated by dots.
 VRELString Repeated(std::string const& token, int count) {
   std::string text = token;
   for (int i = 1; i < count; ++i) text += "." + token;
@@ -71,7 +71,7 @@ NameRow const nameRows[] = {
     NAME_ROW(1052, EnableCurveSimplification, "EnableCurveSimplification"),
 };
 
-// The members whose identifiers do not follow from their texts.
+// Members whose identifiers do not follow from their names.
 NameRow const exceptions[] = {
     NAME_ROW(-1, PELTAR5_Visualization_ExportTopology, "PELTAR5.Visualization.Reader.ExportTopology"),
     NAME_ROW(-1, PeltaR5_Assembly_Writer_Jt_Representation, "PeltaR5.Assembly.Writer.JT.Representation"),
@@ -105,7 +105,7 @@ std::string RuleIdentifier(std::string text) {
   return text;
 }
 
-TEST(VRELOptionNameListTest, EachNameIsThereOnce) {
+TEST(VRELOptionNameListTest, NamesAreUnique) {
   std::set<std::string> identifiers;
   std::set<std::string> texts;
   for (ListedName const& name : ReadNameList(kList)) {
@@ -115,12 +115,12 @@ TEST(VRELOptionNameListTest, EachNameIsThereOnce) {
   EXPECT_EQ(identifiers.size(), kNameCount);
 }
 
-// Other programs spell settings by these texts, and modules count on their order: neither changes by accident.
-TEST(VRELOptionNameListTest, TextsAndOrderStayAsTheyAre) {
+// Clients depend on the names and their order.
+TEST(VRELOptionNameListTest, NamesAndOrder) {
   EXPECT_EQ(FingerprintOf(ReadNameList(kList)), 0x2CBE7B7B9F325D06U);
 }
 
-TEST(VRELOptionNameListTest, IdentifiersFollowFromTexts) {
+TEST(VRELOptionNameListTest, IdentifiersFollowNames) {
   std::map<std::string, std::string> wanted;
   for (NameRow const& row : exceptions) wanted[row.text] = row.identifier;
   ASSERT_EQ(wanted.size(), 20U);
@@ -136,7 +136,7 @@ TEST(VRELOptionNameListTest, IdentifiersFollowFromTexts) {
   EXPECT_TRUE(wanted.empty());
 }
 
-TEST(VRELOptionNameListTest, FormatWordsHaveTheirNames) {
+TEST(VRELOptionNameListTest, NamesPerFormat) {
   struct Row {
     char const* word;
     int count;
@@ -154,7 +154,7 @@ TEST(VRELOptionNameListTest, FormatWordsHaveTheirNames) {
   EXPECT_EQ(counts.size(), std::size(rows));
 }
 
-TEST(VRELOptionNameTest, AllNamesAreRegisteredInOrder) {
+TEST(VRELOptionNameTest, NamesAreRegisteredInOrder) {
   std::vector<ListedName> const listed = ReadNameList(kList);
   ASSERT_EQ(listed.size(), kNameCount);
   ASSERT_GE(VRELOptionName::_optionNames.size(), kNameCount);
@@ -164,7 +164,7 @@ TEST(VRELOptionNameTest, AllNamesAreRegisteredInOrder) {
   }
 }
 
-TEST(VRELOptionNameTest, MembersStandAtTheirPlaces) {
+TEST(VRELOptionNameTest, MembersAreAtTheirIndices) {
   for (NameRow const& row : nameRows) {
     EXPECT_EQ(VRELOptionName::_optionNames[row.index], row.member) << row.identifier;
     EXPECT_EQ(TextOf(*row.member), row.text);
@@ -173,13 +173,13 @@ TEST(VRELOptionNameTest, MembersStandAtTheirPlaces) {
   EXPECT_EQ(TextOf(VRELOptionName::XPelta_Import_Mode_Assem_true_Free), "/XPeltaR4/Import/Mode/Assem.true/Free");
 }
 
-TEST(VRELOptionNameTest, OneIdentifierCanHaveTwoPaths) {
+TEST(VRELOptionNameTest, SimilarNamesDiffer) {
   EXPECT_EQ(TextOf(VRELOptionName::Import_Mode_Assem), "Import/Mode/Assem");
   EXPECT_EQ(TextOf(VRELOptionName::XStep_Import_Mode_Assem), "/XStep/Import/Mode/Assem");
   EXPECT_EQ(ScoreOf(L"Import/Mode/Assem", L"/XStep/Import/Mode/Assem"), VREL_OPTION_NO_MATCH);
 }
 
-TEST(VRELOptionNameTest, ConstantsHaveTheirValues) {
+TEST(VRELOptionNameTest, Constants) {
   EXPECT_EQ(VREL_OPTION_TOKENS, 7);
   EXPECT_EQ(VREL_OPTION_SEPARATOR, L'.');
   EXPECT_EQ(VREL_OPTION_WILDCARD.toUtf8(), "*");
@@ -188,7 +188,7 @@ TEST(VRELOptionNameTest, ConstantsHaveTheirValues) {
   EXPECT_EQ(VREL_OPTION_NO_MATCH, 65535);
 }
 
-TEST(VRELOptionNameTest, IsAConstant) {
+TEST(VRELOptionNameTest, WildcardIsConstant) {
   EXPECT_FALSE(std::is_copy_constructible_v<VRELOptionName>);
   EXPECT_FALSE(std::is_copy_assignable_v<VRELOptionName>);
 }
@@ -217,14 +217,14 @@ TEST(VRELOptionNameMatchTest, ScoresTokens) {
       {L"Step.Assembly", L"Steps.*", 65535},
       {L"Step.Assembly", L"S*.Assembly", 65535},
       {L"Step.Assembly", L"**.Assembly", 65535},
-      // A wildcard that is known stands for nothing but itself.
+      // A wildcard in the known name matches only itself.
       {L"*.Assembly", L"Step.Assembly", 65535},
       {L"*.Assembly", L"*.Assembly", 0},
       {L"*.Assembly", L"*.ASSEMBLY", 0},
       {L"*.Assembly", L"*.*", 3},
       {L"*", L"*", 0},
       {L"Step", L"*", 1},
-      // No token at all, and tokens without text.
+      // No tokens, and empty tokens.
       {L"", L"", 0},
       {L"", L"*", 65535},
       {L"*", L"", 65535},
@@ -234,7 +234,7 @@ TEST(VRELOptionNameMatchTest, ScoresTokens) {
       {L".", L".*", 2},
       {L".", L"", 65535},
       {L"a..b", L"a.*.b", 2},
-      // Folding beyond ASCII.
+      // Case folding of non-ASCII characters.
       {L"Stra\u00DFe.x", L"STRASSE.X", 0},
       {L"\u00C9chelle.x", L"\u00E9CHELLE.*", 2},
       {L"\u00E9.x", L"\u00E8.x", 65535},
@@ -244,7 +244,7 @@ TEST(VRELOptionNameMatchTest, ScoresTokens) {
   }
 }
 
-TEST(VRELOptionNameMatchTest, UninitializedTextHasNoToken) {
+TEST(VRELOptionNameMatchTest, UninitializedString) {
   VRELString source(L"a");
   VRELString const taken(std::move(source));
   int score = -7;
@@ -254,7 +254,7 @@ TEST(VRELOptionNameMatchTest, UninitializedTextHasNoToken) {
   EXPECT_EQ(score, 65535);
 }
 
-TEST(VRELOptionNameMatchTest, SixteenWildcardsAddUpToNoMatch) {
+TEST(VRELOptionNameMatchTest, SixteenWildcardsScoreNoMatch) {
   int score = -7;
   EXPECT_EQ(VRELOptionName::Match(Repeated("a", 16), Repeated("*", 16), score), VREL_S_OK);
   EXPECT_EQ(score, 65535);
@@ -262,7 +262,7 @@ TEST(VRELOptionNameMatchTest, SixteenWildcardsAddUpToNoMatch) {
   EXPECT_EQ(score, 131071);
 }
 
-TEST(VRELOptionNameMatchTest, ADeepWildcardFails) {
+TEST(VRELOptionNameMatchTest, WildcardAtIndex31Fails) {
   int score = -7;
   EXPECT_EQ(VRELOptionName::Match(Repeated("a", 31), Repeated("*", 31), score), VREL_S_OK);
   EXPECT_EQ(score, INT_MAX);
@@ -278,7 +278,7 @@ TEST(VRELOptionNameMatchTest, ADeepWildcardFails) {
   }
 }
 
-TEST(VRELOptionNameIsValidTest, KnowsTheVocabulary) {
+TEST(VRELOptionNameIsValidTest, Vocabulary) {
   for (VRELOptionName const* const name : VRELOptionName::_optionNames) {
     if (name == nullptr) continue;
     EXPECT_TRUE(IsKnown(*name)) << TextOf(*name);
@@ -308,7 +308,7 @@ TEST(VRELOptionNameIsValidTest, KnowsTheVocabulary) {
   for (Row const& row : rows) EXPECT_EQ(IsKnown(VRELString(row.text)), row.expected) << VRELString(row.text);
 }
 
-TEST(VRELOptionNameIsValidTest, ANameOfAModuleCountsWhileItLives) {
+TEST(VRELOptionNameIsValidTest, ModuleNamesAreValidWhileTheyExist) {
   VRELString const text(L"Module.Setting");
   int const before = VRELOptionName::_optionNames.size();
   EXPECT_FALSE(IsKnown(text));
@@ -319,13 +319,13 @@ TEST(VRELOptionNameIsValidTest, ANameOfAModuleCountsWhileItLives) {
     EXPECT_TRUE(IsKnown(text));
     EXPECT_TRUE(IsKnown(VRELString(L"MODULE.*")));
   }
-  // The entry stays, and tells of no name any more.
+  // The entry is kept, as null.
   ASSERT_EQ(VRELOptionName::_optionNames.size(), before + 1);
   EXPECT_EQ(VRELOptionName::_optionNames[before], nullptr);
   EXPECT_FALSE(IsKnown(text));
 }
 
-TEST(VRELOptionNameIsValidTest, SixteenWildcardsAreNoName) {
+TEST(VRELOptionNameIsValidTest, SixteenWildcardsAreInvalid) {
   VRELOptionName const sixteen(Repeated("a", 16));
   EXPECT_TRUE(IsKnown(Repeated("A", 16)));
   EXPECT_FALSE(IsKnown(Repeated("*", 16)));
@@ -333,7 +333,7 @@ TEST(VRELOptionNameIsValidTest, SixteenWildcardsAreNoName) {
   EXPECT_TRUE(IsKnown(Repeated("*", 40)));
 }
 
-TEST(VRELOptionNameTest, NamesMayGoInAnyOrder) {
+TEST(VRELOptionNameTest, DestructionInAnyOrder) {
   int const before = VRELOptionName::_optionNames.size();
   auto first = std::make_unique<VRELOptionName>(VRELString(L"FirstOfTwo"));
   auto const second = std::make_unique<VRELOptionName>(VRELString(L"SecondOfTwo"));
@@ -343,8 +343,8 @@ TEST(VRELOptionNameTest, NamesMayGoInAnyOrder) {
   EXPECT_TRUE(IsKnown(VRELString(L"SecondOfTwo")));
 }
 
-// The array is open to clients, who may take entries out.
-TEST(VRELOptionNameTest, ANameFindsItsEntryWhereverItIs) {
+// Clients can remove entries from the public array.
+TEST(VRELOptionNameTest, DestructionFindsMovedEntry) {
   ChildResult const child = RunInChild([] {
     auto& names = VRELOptionName::_optionNames;
     auto* const first = new VRELOptionName(VRELString(L"First"));
@@ -360,8 +360,8 @@ TEST(VRELOptionNameTest, ANameFindsItsEntryWhereverItIs) {
   EXPECT_EQ(child.signal, 0);
 }
 
-// An object of this program dies before the library does, and after all that main() made.
-TEST(VRELOptionNameTest, TheNamesOutliveTheirClients) {
+// A static object of the program is destroyed before those of the library.
+TEST(VRELOptionNameTest, NamesOutliveClients) {
   ChildResult const child = RunInChild([] {
     struct LastWord {
       VRELOptionName name{VRELString(L"Client.Setting")};

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <clocale>
+#include <ctime>
 #include <map>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Gk_Source.h"
@@ -15,7 +17,9 @@
 #include "TurkishLocale.h"
 #include "VRELPair.h"
 #include "VRELStreamFormatter.h"
+#include "VRELStringConversions.h"
 #include "VRELStringInputStream.h"
+#include "VRELStringOutputStream.h"
 #include "VirtualSlot.h"
 
 namespace {
@@ -31,7 +35,7 @@ std::string ValueOf(VRELProperties const& properties, VRELString const& key) {
   return text.toUtf8();
 }
 
-// In the order of the enumeration.
+// Returns the pairs in enumeration order.
 Pairs PairsOf(VRELProperties const& properties) {
   Pairs pairs;
   for (int i = 0; i < properties.GetCount(); ++i) {
@@ -52,7 +56,7 @@ std::string Written(VRELProperties& properties) {
   });
 }
 
-// Reads the text with these delimiters in force.
+// Reads the string with these initial delimiters.
 void Read(std::string const& text, VRELProperties& properties, char const* delimiters = "\r\n") {
   VRELStringInputStream stream(Gk_String(text.c_str(), static_cast<int>(text.size()) + 1));
   Gk_Source source(&stream);
@@ -61,7 +65,7 @@ void Read(std::string const& text, VRELProperties& properties, char const* delim
   EXPECT_TRUE(source.isEmpty());
 }
 
-// The pairs that are read, sorted.
+// Returns the pairs that are read, sorted.
 Pairs PairsIn(std::string const& text, char const* delimiters = "\r\n") {
   VRELProperties properties;
   Read(text, properties, delimiters);
@@ -70,7 +74,7 @@ Pairs PairsIn(std::string const& text, char const* delimiters = "\r\n") {
   return pairs;
 }
 
-TEST(VRELPropertiesTest, IsEmptyAtFirst) {
+TEST(VRELPropertiesTest, StartsEmpty) {
   VRELProperties const properties;
   EXPECT_EQ(properties.GetCount(), 0);
   EXPECT_EQ(properties.GetReferenceCount(), 0U);
@@ -84,7 +88,7 @@ TEST(VRELPropertiesTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELProperties), sizeof(Fields));
 }
 
-TEST(VRELPropertiesTest, KeepsValuesOfEachKind) {
+TEST(VRELPropertiesTest, ValuesOfEveryKind) {
   VRELProperties properties;
   EXPECT_EQ(properties.Set(L"a", VRELValue(1.5)), VREL_S_OK);
   EXPECT_EQ(properties.Set(L"b", VRELValue(7)), VREL_S_OK);
@@ -115,7 +119,7 @@ TEST(VRELPropertiesTest, SetReplacesTheValueOfAKey) {
   EXPECT_EQ(ValueOf(properties, L"a"), "two");
 }
 
-TEST(VRELPropertiesTest, ParsesKeyAndValue) {
+TEST(VRELPropertiesTest, SetParsesPair) {
   struct Row {
     wchar_t const* text;
     wchar_t const* key;
@@ -141,7 +145,7 @@ TEST(VRELPropertiesTest, ParsesKeyAndValue) {
   }
 }
 
-TEST(VRELPropertiesTest, RefusesTextWithoutAKey) {
+TEST(VRELPropertiesTest, SetWithoutKeyFails) {
   VRELProperties properties;
   for (wchar_t const* text : {L"", L"=", L"=x", L"==x", L"a", L"a:b"}) {
     EXPECT_EQ(properties.Set(text), VREL_E_FAIL);
@@ -149,7 +153,7 @@ TEST(VRELPropertiesTest, RefusesTextWithoutAKey) {
   EXPECT_EQ(properties.GetCount(), 0);
 }
 
-TEST(VRELPropertiesTest, ParsedPairsGoThroughTheVirtualSet) {
+TEST(VRELPropertiesTest, SetCallsVirtualSet) {
   class Refusing : public VRELProperties {
    public:
     using VRELProperties::Set;
@@ -164,19 +168,19 @@ TEST(VRELPropertiesTest, ParsedPairsGoThroughTheVirtualSet) {
   EXPECT_EQ(properties.keys, "a");
 }
 
-TEST(VRELPropertiesTest, SpellingsThatDifferInCaseAreTwoKeys) {
+TEST(VRELPropertiesTest, CaseVariantsAreTwoKeys) {
   VRELProperties properties;
   properties.Set(L"abc=1");
   properties.Set(L"ABC=2");
-  // Whether two spellings meet goes by the hash: in 17 buckets these stand apart.
+  // With 17 slots, these spellings have different slots.
   ASSERT_NE(VRELString(L"abc").hashCode() % 17, VRELString(L"ABC").hashCode() % 17);
   EXPECT_EQ(properties.GetCount(), 2);
   EXPECT_EQ(ValueOf(properties, L"abc"), "1");
   EXPECT_EQ(ValueOf(properties, L"ABC"), "2");
 }
 
-TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
-  // The shortest run of one letter whose two spellings share one of the 17 buckets.
+TEST(VRELPropertiesTest, CaseVariantsInOneSlotAreOneKey) {
+  // The shortest repetition of one letter whose two spellings share one of 17 slots.
   std::wstring lower(1, L'a');
   std::wstring upper(1, L'A');
   while (VRELString(lower.c_str()).hashCode() % 17 != VRELString(upper.c_str()).hashCode() % 17) {
@@ -191,7 +195,7 @@ TEST(VRELPropertiesTest, SpellingsThatMeetInOneBucketAreOneKey) {
   EXPECT_EQ(ValueOf(properties, lower.c_str()), "2");
 }
 
-TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
+TEST(VRELPropertiesTest, EnumeratesInSlotOrder) {
   VRELProperties properties;
   VRELHashMap<VRELString, VRELValue> map(17);
   for (int i = 0; i < 40; ++i) {
@@ -208,7 +212,7 @@ TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
   }
   ASSERT_EQ(expected.size(), 40U);
   EXPECT_EQ(PairsOf(properties), expected);
-  // Each call starts anew, so that any order of calls gives the same.
+  // Each call restarts, so that the order of calls does not matter.
   VRELString key;
   VRELValue value;
   for (int i : {39, 3, 4, 4, 0}) {
@@ -217,7 +221,7 @@ TEST(VRELPropertiesTest, EnumeratesInTheOrderOfTheMap) {
   }
 }
 
-TEST(VRELPropertiesTest, IndexOutOfRangeLeavesTheTargets) {
+TEST(VRELPropertiesTest, IndexOutOfRangeFails) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELString key(L"key");
@@ -229,7 +233,7 @@ TEST(VRELPropertiesTest, IndexOutOfRangeLeavesTheTargets) {
   }
 }
 
-TEST(VRELPropertiesTest, AgreesWithAModel) {
+TEST(VRELPropertiesTest, AgreesWithModel) {
   std::mt19937 random(417);
   VRELProperties properties;
   std::map<std::string, std::string> model;
@@ -245,7 +249,7 @@ TEST(VRELPropertiesTest, AgreesWithAModel) {
   EXPECT_EQ(pairs, Pairs(model.begin(), model.end()));
 }
 
-TEST(VRELPropertiesTest, ACopySharesThePairsSoFar) {
+TEST(VRELPropertiesTest, CopySharesPairs) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELProperties const copy(properties);
@@ -253,7 +257,7 @@ TEST(VRELPropertiesTest, ACopySharesThePairsSoFar) {
   EXPECT_EQ(ValueOf(copy, L"a"), "b");
 }
 
-TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
+TEST(VRELPropertiesTest, VirtualSlots) {
   using KeyGet = VRINResult (VRELProperties::*)(VRELString const&, VRELValue&) const;
   using PairSet = VRINResult (VRELProperties::*)(VRELString const&, VRELValue const&);
   using TextSet = VRINResult (VRELProperties::*)(VRELString const&);
@@ -266,7 +270,7 @@ TEST(VRELPropertiesTest, SlotsStandInOrderBehindThoseOfTheBase) {
   EXPECT_EQ(SlotOf(static_cast<IndexGet>(&VRELProperties::Get)), first + 4);
 }
 
-TEST(VRELPropertiesTest, IsWrittenSorted) {
+TEST(VRELPropertiesTest, OutputIsSorted) {
   VRELProperties properties;
   EXPECT_EQ(Written(properties), "");
   for (wchar_t const* text : {L"pear=1", L"apple=2", L"Zebra=3", L"apples= 4 ", L"app=", L"10=5", L"9=a=b"}) {
@@ -275,15 +279,15 @@ TEST(VRELPropertiesTest, IsWrittenSorted) {
   EXPECT_EQ(Written(properties), "10=5\n9=a=b\nZebra=3\napp=\napple=2\napples= 4 \npear=1\n");
 }
 
-TEST(VRELPropertiesTest, IsWrittenSortedByCodePoints) {
+TEST(VRELPropertiesTest, OutputIsSortedByCodePoints) {
   VRELProperties properties;
-  // By units, the second would come first. No ASCII text stands for either.
+  // In the order of UTF-16 units, the second would be first. Neither has an ASCII form.
   properties.Set(L"\uFF21", VRELValue(1));
   properties.Set(L"\U0001F600", VRELValue(2));
   EXPECT_EQ(Written(properties), "\x1A=1\n\x1A=2\n");
 }
 
-TEST(VRELPropertiesTest, ValuesAreWrittenByKind) {
+TEST(VRELPropertiesTest, OutputByKind) {
   VRELProperties properties;
   properties.Set(L"a", VRELValue(-2.5));
   properties.Set(L"b", VRELValue(-7));
@@ -294,14 +298,14 @@ TEST(VRELPropertiesTest, ValuesAreWrittenByKind) {
   EXPECT_EQ(Written(properties), "a=-2.500000\nb=-7\nc=1\nd=0\ne=text\nf=\n");
 }
 
-TEST(VRELPropertiesTest, EmptyKeyIsNotWritten) {
+TEST(VRELPropertiesTest, OutputSkipsEmptyKey) {
   VRELProperties properties;
   properties.Set(VRELString(), VRELValue(1));
   properties.Set(L"a=b");
   EXPECT_EQ(Written(properties), "a=b\n");
 }
 
-TEST(VRELPropertiesTest, LineEndIsTheFormatters) {
+TEST(VRELPropertiesTest, OutputUsesEndline) {
   class Stop : public VRELStreamFormatter::VRELStreamFormatterObject {
    public:
     Stop() : VRELStreamFormatterObject(" | ") {}
@@ -318,7 +322,7 @@ TEST(VRELPropertiesTest, LineEndIsTheFormatters) {
             "a=1 | b=2.0 | end");
 }
 
-TEST(VRELPropertiesTest, IsWrittenToNoStream) {
+TEST(VRELPropertiesTest, OutputWithoutStream) {
   VRELProperties properties;
   properties.Set(L"a=b");
   VRELStreamFormatter formatter(nullptr);
@@ -326,7 +330,7 @@ TEST(VRELPropertiesTest, IsWrittenToNoStream) {
   EXPECT_EQ(properties.GetCount(), 1);
 }
 
-TEST(VRELPropertiesTest, IsWrittenByTheVirtualOperations) {
+TEST(VRELPropertiesTest, OutputCallsVirtualGet) {
   class Counting : public VRELProperties {
    public:
     VRINResult Get(VRELString const& key, VRELValue& value) const override {
@@ -343,7 +347,7 @@ TEST(VRELPropertiesTest, IsWrittenByTheVirtualOperations) {
   EXPECT_EQ(Written(properties), "a=value of a\nb=value of b\nd=value of d\ne=value of e\n");
 }
 
-TEST(VRELPropertiesTest, ValueThatCannotBeHadIsWrittenAsNothing) {
+TEST(VRELPropertiesTest, OutputOfUnreadableValue) {
   class Withholding : public VRELProperties {
    public:
     using VRELProperties::Get;
@@ -356,14 +360,14 @@ TEST(VRELPropertiesTest, ValueThatCannotBeHadIsWrittenAsNothing) {
   EXPECT_EQ(Written(properties), "a=1\naa=\nb=3\n");
 }
 
-TEST(VRELPropertiesTest, NumbersAreWrittenWithoutTheLocale) {
+TEST(VRELPropertiesTest, OutputIgnoresLocale) {
   ChildResult const child = RunInTurkishLocale([] {
     VRELProperties properties;
     properties.Set(L"a", VRELValue(1.5));
     properties.Set(L"b", VRELValue(2.5));
     if (std::localeconv()->decimal_point != std::string(",")) return 2;
     if (Written(properties) != "a=1.500000\nb=2.500000\n") return 3;
-    // Behind it the locale is as before.
+    // The locale is restored.
     return std::localeconv()->decimal_point == std::string(",") ? 0 : 4;
   });
   if (child.exitStatus == noTurkishLocale) GTEST_SKIP() << "localedef cannot make tr_TR.UTF-8 here";
@@ -382,12 +386,12 @@ TEST(VRELPropertiesTest, ReadsLines) {
       {"a=b\n", {{"a", "b"}}},
       {"\r\n\r\na=b\r\n\r\n\nc=d\r", {{"a", "b"}, {"c", "d"}}},
       {" a = b \n\tc=\t", {{"\tc", "\t"}, {" a ", " b "}}},
-      // Without a mark, or with several.
+      // Without "=", or with several.
       {"a\nb=1\nc=2=3\nd==\n==\n \n", {{"b", "1"}}},
-      // An empty value, and an empty key, which the text form of Set refuses.
+      // An empty value, and an empty key, which Set of a string refuses.
       {"a=\n=b\n", {{"", "b"}, {"a", ""}}},
       {"=\n", {{"", ""}}},
-      // The last one counts.
+      // The last one wins.
       {"a=1\na=2\n", {{"a", "2"}}},
       {"# a=1\n[b]=2", {{"# a", "1"}, {"[b]", "2"}}},
   };
@@ -397,31 +401,31 @@ TEST(VRELPropertiesTest, ReadsLines) {
   }
 }
 
-TEST(VRELPropertiesTest, LineEndsAtAZeroByte) {
+TEST(VRELPropertiesTest, LineEndsAtZeroByte) {
   EXPECT_EQ(PairsIn(std::string("a=b\0=c\nd=e", 11)), (Pairs{{"a", "b"}, {"d", "e"}}));
 }
 
-TEST(VRELPropertiesTest, DelimitersOfBeforeAreSkippedInFront) {
+TEST(VRELPropertiesTest, InputSkipsPreviousDelimiters) {
   EXPECT_EQ(PairsIn("  a=1\n  b=2", " "), (Pairs{{"  b", "2"}, {"a", "1"}}));
-  // Where the ends of lines were none, the first of them belongs to the first line.
+  // Line ends that were not delimiters before belong to the first line.
   EXPECT_EQ(PairsIn("\na=1\nb=2", ""), (Pairs{{"\na", "1"}, {"b", "2"}}));
   EXPECT_EQ(PairsIn("xxxx", "x"), Pairs());
 }
 
-TEST(VRELPropertiesTest, ReadingLeavesTheEndsOfLinesAsDelimiters) {
+TEST(VRELPropertiesTest, InputSetsLineEndDelimiters) {
   VRELProperties properties;
   VRELStringInputStream stream(Gk_String("a=1"));
   Gk_Source source(&stream);
   source.setWhiteSpace(" ");
   source >> properties;
   EXPECT_TRUE(source.setWhiteSpace("").isSpace('\r'));
-  // Nothing is set where nothing is read.
+  // Nothing is set if nothing is read.
   source.setWhiteSpace(" ");
   source >> properties;
   EXPECT_TRUE(source.setWhiteSpace("").isSpace(' '));
 }
 
-TEST(VRELPropertiesTest, WhatIsReadIsTextAndGoesThroughTheVirtualSet) {
+TEST(VRELPropertiesTest, InputCallsVirtualSet) {
   class Recording : public VRELProperties {
    public:
     using VRELProperties::Set;
@@ -438,14 +442,14 @@ TEST(VRELPropertiesTest, WhatIsReadIsTextAndGoesThroughTheVirtualSet) {
   EXPECT_EQ(properties.seen, "b:string a:string ");
 }
 
-TEST(VRELPropertiesTest, LinesAreInTheDefaultCodepage) {
+TEST(VRELPropertiesTest, InputIsInDefaultCodepage) {
   RunTestInLocale("C.UTF-8", [] {
     EXPECT_EQ(PairsIn("\xC3\x96=\xE4\xB8\xAD\n"), (Pairs{{"\xC3\x96", "\xE4\xB8\xAD"}}));
     EXPECT_EQ(PairsIn("a=\xFF\n"), (Pairs{{"a", "\xEF\xBF\xBD"}}));
   });
 }
 
-TEST(VRELPropertiesTest, StreamThatTellsOfMoreThanItHasEnds) {
+TEST(VRELPropertiesTest, InputEndsAtShortStream) {
   class Lying : public VRELInputStream {
    public:
     VRELInputStream* duplicate() override { return nullptr; }
@@ -462,7 +466,7 @@ TEST(VRELPropertiesTest, StreamThatTellsOfMoreThanItHasEnds) {
   EXPECT_EQ(properties.GetCount(), 0);
 }
 
-TEST(VRELPropertiesTest, WhatIsWrittenIsReadBack) {
+TEST(VRELPropertiesTest, RoundTrip) {
   std::mt19937 random(2280);
   for (int run = 0; run < 50; ++run) {
     std::map<std::string, std::string> model;
@@ -478,6 +482,55 @@ TEST(VRELPropertiesTest, WhatIsWrittenIsReadBack) {
     EXPECT_EQ(Written(properties), expected);
     EXPECT_EQ(PairsIn(expected), Pairs(model.begin(), model.end()));
   }
+}
+
+TEST(VRELPropertiesTest, SetTakesEveryKindOfValue) {
+  VRELProperties properties;
+  EXPECT_EQ(properties.Set(L"a", "narrow"), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"b", L"wide"), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"c", std::string("text")), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"d", std::string_view("view and more", 4)), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"e", 0), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"f", true), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"g", 1.5), VREL_S_OK);
+  EXPECT_EQ(properties.Set(L"h", VRELString(L"string")), VREL_S_OK);
+  struct {
+    wchar_t const* key;
+    VRELValue::VRELValueType type;
+    char const* text;
+  } const rows[] = {{L"a", VRELValue::StringType, "narrow"},   {L"b", VRELValue::StringType, "wide"},
+                    {L"c", VRELValue::StringType, "text"},     {L"d", VRELValue::StringType, "view"},
+                    {L"e", VRELValue::IntType, "0"},           {L"f", VRELValue::BoolType, "true"},
+                    {L"g", VRELValue::DoubleType, "1.500000"}, {L"h", VRELValue::StringType, "string"}};
+  for (auto const& row : rows) {
+    VRELValue value;
+    VRELValue::VRELValueType type = VRELValue::UnknownType;
+    VRELString text;
+    ASSERT_EQ(properties.Get(row.key, value), VREL_S_OK);
+    value.GetValueType(type);
+    value.GetValue(text);
+    EXPECT_EQ(type, row.type);
+    EXPECT_EQ(text.toUtf8(), row.text);
+  }
+}
+
+// The output of n pairs takes n log n steps, not n squared.
+TEST(VRELPropertiesTest, OutputTimeIsNotQuadratic) {
+  auto const secondsFor = [](int count) {
+    VRELProperties properties;
+    for (int i = 0; i < count; ++i) properties.Set(VRELStringFromInteger(i), 1);
+    double best = 1e9;
+    for (int run = 0; run < 3; ++run) {
+      VRELStringOutputStream out;
+      VRELStreamFormatter formatter(&out);
+      std::clock_t const start = std::clock();
+      formatter << properties;
+      best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return best;
+  };
+  // Quadratic time would be 64 times as long.
+  EXPECT_LE(secondsFor(64000), 32 * secondsFor(8000));
 }
 
 }  // namespace

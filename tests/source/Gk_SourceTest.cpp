@@ -20,12 +20,12 @@ namespace {
 
 using WhiteSpace = Gk_Source::WhiteSpace;
 
-// All elements of a string.
+// Returns all elements of a string.
 std::string Bytes(Gk_String const& string) {
   return std::string(string.begin(), string.end());
 }
 
-// The text of a token. One that is not empty has one terminator.
+// Returns a token as a string, and checks its terminator.
 std::string Text(Gk_String const& token) {
   std::string bytes = Bytes(token);
   if (bytes.empty()) return bytes;
@@ -35,12 +35,12 @@ std::string Text(Gk_String const& token) {
   return bytes;
 }
 
-// A string with a terminator, whatever the text holds.
+// Makes a string with a terminator from any bytes.
 Gk_String Terminated(std::string const& text) {
   return Gk_String(text.c_str(), static_cast<int>(text.size()) + 1);
 }
 
-// A stream over a text that tells its calls: a byte that is read, -1 at the end, what is pushed back in parentheses.
+// Records its calls: bytes read, -1 at the end, and pushed back bytes in parentheses.
 class RecordingStream : public VRELInputStream {
  public:
   explicit RecordingStream(std::string givenText) : text(std::move(givenText)) {}
@@ -72,7 +72,7 @@ class RecordingStream : public VRELInputStream {
   std::vector<Gk_String> kept;
 };
 
-// A source over a text in memory.
+// A source on a string in memory.
 struct Scan {
   Scan(std::string const& text, char const* delimiters, bool singleDelimiter = false)
       : stream(Terminated(text)), source(&stream, singleDelimiter) {
@@ -83,7 +83,7 @@ struct Scan {
   Gk_Source source;
 };
 
-// What an operation of a source gives until it is empty `empties` times.
+// Returns the results of an operation until `empties` of them were empty.
 std::vector<std::string> All(Gk_Source& source, Gk_String (Gk_Source::*operation)(), int empties = 1) {
   std::vector<std::string> tokens;
   while (empties > 0) {
@@ -95,7 +95,7 @@ std::vector<std::string> All(Gk_Source& source, Gk_String (Gk_Source::*operation
 
 using Tokens = std::vector<std::string>;
 
-TEST(Gk_SourceWhiteSpaceTest, HoldsItsCharactersWithoutTerminator) {
+TEST(Gk_SourceWhiteSpaceTest, HasNoTerminator) {
   EXPECT_EQ(Bytes(WhiteSpace(" \t")), " \t");
   EXPECT_EQ(WhiteSpace(" \t").len(), 2);
   EXPECT_EQ(WhiteSpace("").len(), 0);
@@ -103,7 +103,7 @@ TEST(Gk_SourceWhiteSpaceTest, HoldsItsCharactersWithoutTerminator) {
   EXPECT_EQ(WhiteSpace().len(), 0);
 }
 
-TEST(Gk_SourceWhiteSpaceTest, KnowsItsCharactersAndNoOther) {
+TEST(Gk_SourceWhiteSpaceTest, IsSpaceFindsDelimiters) {
   for (char const* const characters : {"", " ", " \t\r\n", ",;", "\x80\xFF", "a", "\x01", "abcdefgh", "\x7F"}) {
     SCOPED_TRACE(characters);
     WhiteSpace const white(characters);
@@ -116,7 +116,7 @@ TEST(Gk_SourceWhiteSpaceTest, KnowsItsCharactersAndNoOther) {
   EXPECT_FALSE(WhiteSpace(nullptr).isSpace('\0'));
 }
 
-TEST(Gk_SourceWhiteSpaceTest, CopiesKnowTheSame) {
+TEST(Gk_SourceWhiteSpaceTest, CopiesIncludeMask) {
   WhiteSpace const white(",;");
   WhiteSpace const copy(white);
   WhiteSpace assigned(" ");
@@ -129,19 +129,19 @@ TEST(Gk_SourceWhiteSpaceTest, CopiesKnowTheSame) {
   }
 }
 
-TEST(Gk_SourceTest, HasNoVirtualOperations) {
+TEST(Gk_SourceTest, IsNotPolymorphic) {
   EXPECT_FALSE(std::is_polymorphic_v<Gk_Source>);
   EXPECT_FALSE(std::is_polymorphic_v<WhiteSpace>);
 }
 
-TEST(Gk_SourceTest, HasNoDelimitersAtFirst) {
+TEST(Gk_SourceTest, NoDelimitersAtFirst) {
   VRELStringInputStream stream(Gk_String(" a b\r\n,c "));
   Gk_Source source(&stream, false);
   EXPECT_EQ(Bytes(source.setWhiteSpace(WhiteSpace())), "");
   EXPECT_EQ(All(source, &Gk_Source::next), (Tokens{" a b\r\n,c ", ""}));
 }
 
-TEST(Gk_SourceTest, SettingDelimitersGivesThoseBefore) {
+TEST(Gk_SourceTest, SetWhiteSpaceReturnsPrevious) {
   Scan scan("a,b c", ",");
   EXPECT_EQ(Text(scan.source.next()), "a");
   WhiteSpace const before = scan.source.setWhiteSpace(" ");
@@ -154,7 +154,7 @@ TEST(Gk_SourceTest, SettingDelimitersGivesThoseBefore) {
   EXPECT_EQ(Bytes(scan.source.setWhiteSpace(" ")), "");
 }
 
-TEST(Gk_SourceTest, GoesOnWithAnotherStream) {
+TEST(Gk_SourceTest, InstallReplacesStream) {
   VRELStringInputStream first(Gk_String("a b"));
   VRELStringInputStream second(Gk_String("c"));
   Gk_Source source(&first, false);
@@ -167,7 +167,7 @@ TEST(Gk_SourceTest, GoesOnWithAnotherStream) {
   EXPECT_EQ(first.readChar(), ' ');
 }
 
-TEST(Gk_SourceTest, ANullStreamIsExhausted) {
+TEST(Gk_SourceTest, NullStreamIsEmpty) {
   Gk_Source source(nullptr, true);
   source.setWhiteSpace(" ");
   EXPECT_EQ(source.top(), nullptr);
@@ -183,7 +183,7 @@ TEST(Gk_SourceTest, ANullStreamIsExhausted) {
   EXPECT_EQ(number, 0);
 }
 
-TEST(Gk_SourceTest, NextTakesTokens) {
+TEST(Gk_SourceTest, NextReadsTokens) {
   struct {
     char const* text;
     char const* delimiters;
@@ -210,27 +210,27 @@ TEST(Gk_SourceTest, NextTakesTokens) {
   }
 }
 
-TEST(Gk_SourceTest, AnEmptyTokenHasNoElement) {
+TEST(Gk_SourceTest, EmptyTokenHasNoElements) {
   Scan scan(" ", " ");
   EXPECT_EQ(scan.source.next().len(), 0);
   EXPECT_EQ(scan.source.next().len(), 0);
 }
 
-TEST(Gk_SourceTest, TokensHoldZeroBytes) {
+TEST(Gk_SourceTest, TokensWithZeroBytes) {
   Scan scan(std::string("a\0b\0 c\0\0", 8), " ");
   EXPECT_EQ(Bytes(scan.source.next()), std::string("a\0b\0\0", 5));
   EXPECT_EQ(Bytes(scan.source.next()), std::string("c\0\0\0", 4));
 }
 
-TEST(Gk_SourceTest, TakesLongTokens) {
+TEST(Gk_SourceTest, LongTokens) {
   std::string const word(100000, 'w');
   Scan scan(word + " " + word + "x", " ");
   EXPECT_EQ(Text(scan.source.next()), word);
   EXPECT_EQ(Text(scan.source.next()), word + "x");
 }
 
-// A token that is kept, or changed, is none of the source's business any more.
-TEST(Gk_SourceTest, TokensStayWhatTheyWere) {
+// A token that is kept or modified does not affect the source.
+TEST(Gk_SourceTest, TokensAreNotOverwritten) {
   Scan scan("first second third fourth", " ");
   Gk_String const first = scan.source.next();
   Gk_String second = scan.source.next();
@@ -244,7 +244,7 @@ TEST(Gk_SourceTest, TokensStayWhatTheyWere) {
   EXPECT_STREQ(third, "third");
 }
 
-TEST(Gk_SourceTest, CopiesGoOnByThemselves) {
+TEST(Gk_SourceTest, CopiesAreIndependent) {
   Scan scan("a b c d", " ");
   Gk_String const a = scan.source.next();
   Gk_Source copy(scan.source);
@@ -254,15 +254,15 @@ TEST(Gk_SourceTest, CopiesGoOnByThemselves) {
   EXPECT_STREQ(a, "a");
 }
 
-TEST(Gk_SourceTest, NextStringWithoutTheFlagIsNext) {
+TEST(Gk_SourceTest, NextStringWithoutFlag) {
   Scan scan("a,,b", ",");
   EXPECT_EQ(All(scan.source, &Gk_Source::nextString), (Tokens{"a", "b", ""}));
 }
 
-TEST(Gk_SourceTest, NextStringWithTheFlagFindsEmptyTokens) {
+TEST(Gk_SourceTest, NextStringWithFlag) {
   struct {
     char const* text;
-    Tokens tokens;  // until three were empty
+    Tokens tokens;  // up to the third empty one
   } const rows[] = {
       {"a,,b", {"a", "", "b", "", ""}},
       {",a", {"a", "", "", ""}},
@@ -280,7 +280,7 @@ TEST(Gk_SourceTest, NextStringWithTheFlagFindsEmptyTokens) {
   }
 }
 
-TEST(Gk_SourceTest, NextLineTakesADelimiterThatStandsFirst) {
+TEST(Gk_SourceTest, NextLineKeepsLeadingDelimiter) {
   struct {
     char const* text;
     Tokens tokens;
@@ -299,14 +299,14 @@ TEST(Gk_SourceTest, NextLineTakesADelimiterThatStandsFirst) {
   }
 }
 
-TEST(Gk_SourceTest, LinesAreReadBetweenTestsForTheEnd) {
+TEST(Gk_SourceTest, NextLineWithIsEmpty) {
   Scan scan("first line\r\nsecond line\n\n\nthird\n", "\r\n");
   Tokens lines;
   while (!scan.source.isEmpty()) lines.push_back(Text(scan.source.nextLine()));
   EXPECT_EQ(lines, (Tokens{"first line", "second line", "third"}));
 }
 
-TEST(Gk_SourceTest, PeekGivesTheNextTokenAndStaysBefore) {
+TEST(Gk_SourceTest, PeekRestoresPosition) {
   Scan scan("  ab  cd ", " ");
   EXPECT_EQ(Text(scan.source.peek()), "ab");
   EXPECT_EQ(Text(scan.source.peek()), "ab");
@@ -320,7 +320,7 @@ TEST(Gk_SourceTest, PeekGivesTheNextTokenAndStaysBefore) {
   EXPECT_EQ(Text(scan.source.peek()), "");
 }
 
-TEST(Gk_SourceTest, PeekAtTheLastTokenReachesTheEnd) {
+TEST(Gk_SourceTest, PeekAtLastToken) {
   Scan scan("ab", " ");
   Gk_String const peeked = scan.source.peek();
   EXPECT_EQ(Text(scan.source.next()), "ab");
@@ -328,7 +328,7 @@ TEST(Gk_SourceTest, PeekAtTheLastTokenReachesTheEnd) {
   EXPECT_EQ(Text(peeked), "ab");
 }
 
-TEST(Gk_SourceTest, SkipWhiteStopsInFrontOfTheNextToken) {
+TEST(Gk_SourceTest, SkipWhiteStopsBeforeToken) {
   Scan scan(" \t x ", " \t");
   scan.source.skipWhite();
   EXPECT_EQ(scan.stream.readChar(), 'x');
@@ -347,8 +347,8 @@ TEST(Gk_SourceTest, IsEmptyConsumesDelimiters) {
   EXPECT_TRUE(scan.source.isEmpty());
 }
 
-// Also below 0, as standard input says it.
-TEST(Gk_SourceTest, IsEmptyGoesByWhatIsAvailable) {
+// Also below 0, as for standard input.
+TEST(Gk_SourceTest, IsEmptyUsesAvailable) {
   struct Stream : RecordingStream {
     using RecordingStream::RecordingStream;
     long available() const override { return left; }
@@ -368,8 +368,8 @@ TEST(Gk_SourceTest, IsEmptyGoesByWhatIsAvailable) {
   }
 }
 
-// What a client's stream sees: each byte by readChar, and what goes back by add, without terminators.
-TEST(Gk_SourceTest, ReadsByteByByteAndPushesBackOneByte) {
+// The calls that a stream receives: readChar for each byte, and add without terminators.
+TEST(Gk_SourceTest, ReadsSingleBytes) {
   struct {
     char const* text;
     bool singleDelimiter;
@@ -405,7 +405,7 @@ TEST(Gk_SourceTest, ReadsByteByByteAndPushesBackOneByte) {
   }
 }
 
-TEST(Gk_SourceTest, SkipWhitePushesTheFirstOtherByteBack) {
+TEST(Gk_SourceTest, SkipWhitePushesBack) {
   RecordingStream stream("  a");
   Gk_Source source(&stream, false);
   source.setWhiteSpace(" ");
@@ -417,8 +417,8 @@ TEST(Gk_SourceTest, SkipWhitePushesTheFirstOtherByteBack) {
   EXPECT_EQ(stream.calls, "-1");
 }
 
-// A stream that stores what it is given back finds it unchanged later on.
-TEST(Gk_SourceTest, WhatWasPushedBackStaysWhatItWas) {
+// A stream that keeps the pushed back string finds it unchanged.
+TEST(Gk_SourceTest, PushedBackBytesAreNotOverwritten) {
   RecordingStream stream("a,b;c,d e");
   Gk_Source source(&stream, false);
   source.setWhiteSpace(",; ");
@@ -432,7 +432,7 @@ TEST(Gk_SourceTest, WhatWasPushedBackStaysWhatItWas) {
   EXPECT_EQ(kept, (Tokens{",", ";", ",", " x", ","}));
 }
 
-TEST(Gk_SourceTest, AStreamWithoutPushBackRaises) {
+TEST(Gk_SourceTest, StreamWithoutAddRaises) {
   struct Poor : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
@@ -448,7 +448,7 @@ TEST(Gk_SourceTest, AStreamWithoutPushBackRaises) {
   EXPECT_EQ(Raised([&] { source.skipWhite(); }), "Gk_IOException");
   source.setWhiteSpace(" ");
   EXPECT_EQ(Raised([&] { source.next(); }), "Gk_IOException");
-  // Nothing goes back at the end, but the end cannot be told.
+  // Nothing is pushed back at the end, but available() raises.
   EXPECT_EQ(Text(source.next()), "c");
   EXPECT_EQ(Text(source.next()), "");
   EXPECT_EQ(Raised([&] { source.skipWhite(); }), "(none)");
@@ -456,7 +456,7 @@ TEST(Gk_SourceTest, AStreamWithoutPushBackRaises) {
   EXPECT_EQ(Raised([&] { source.isEmpty(); }), "Gk_IOException");
 }
 
-TEST(Gk_SourceTest, AnyNegativeByteEndsATokenAndTheStreamIsAskedAgain) {
+TEST(Gk_SourceTest, NegativeByteEndsToken) {
   struct Failing : RecordingStream {
     using RecordingStream::RecordingStream;
     int readChar() override {
@@ -470,7 +470,7 @@ TEST(Gk_SourceTest, AnyNegativeByteEndsATokenAndTheStreamIsAskedAgain) {
   EXPECT_EQ(Text(source.next()), "cd");
 }
 
-TEST(Gk_SourceTest, MatchPatternTakesTokensUntilOneMatches) {
+TEST(Gk_SourceTest, MatchPatternFindsToken) {
   Scan scan("one TWO.txt three.txt four", " ");
   Gk_ROString const two = scan.source.matchPattern("*.txt");
   EXPECT_STREQ(two, "TWO.txt");
@@ -481,7 +481,7 @@ TEST(Gk_SourceTest, MatchPatternTakesTokensUntilOneMatches) {
   EXPECT_STREQ(two, "TWO.txt");
 }
 
-TEST(Gk_SourceTest, MatchPatternWithoutAMatchConsumesAll) {
+TEST(Gk_SourceTest, MatchPatternWithoutMatch) {
   Scan scan("a b c", " ");
   EXPECT_EQ(scan.source.matchPattern("x").len(), 0);
   EXPECT_EQ(Text(scan.source.next()), "");
@@ -498,14 +498,14 @@ TEST(Gk_SourceTest, ReadsCharacters) {
   EXPECT_EQ(c, '\0');
 }
 
-TEST(Gk_SourceTest, ReadsTextIntoABuffer) {
+TEST(Gk_SourceTest, ReadsStringIntoBuffer) {
   Scan scan("abc,,d", ",", true);
   char buffer[8] = "#######";
   char* text = buffer;
   EXPECT_EQ(&(scan.source >> text), &scan.source);
   EXPECT_EQ(text, buffer);
   EXPECT_EQ(std::string(buffer, 7), std::string("abc\0###", 7));
-  // The empty token between the commas, and the end, leave it alone.
+  // An empty token and the end of input leave the buffer unchanged.
   scan.source >> text;
   EXPECT_STREQ(buffer, "abc");
   scan.source >> text;
@@ -514,7 +514,7 @@ TEST(Gk_SourceTest, ReadsTextIntoABuffer) {
   EXPECT_STREQ(buffer, "d");
 }
 
-TEST(Gk_SourceTest, ReadsTextUpToAZeroByteAndNothingToNull) {
+TEST(Gk_SourceTest, ReadsStringUpToZeroByte) {
   Scan scan(std::string("a\0b c d", 7), " ");
   char buffer[8] = "#######";
   char* text = buffer;
@@ -556,7 +556,7 @@ TEST(Gk_SourceTest, ReadsRealNumbers) {
   EXPECT_EQ(ReadNumbers<float>(text, 6), (std::vector<float>{1500, -0.25F, 12, 0, 0.5F, 3.5F}));
 }
 
-TEST(Gk_SourceTest, ReadsAMixture) {
+TEST(Gk_SourceTest, ReadsMixedValues) {
   Scan scan("bolt 8\t1.25 M", " \t");
   int diameter = 0;
   double pitch = 0;
@@ -568,7 +568,7 @@ TEST(Gk_SourceTest, ReadsAMixture) {
   EXPECT_EQ(kind, 'M');
 }
 
-TEST(Gk_SourceTest, RubbishBehindANumberPollsTheAbortFlag) {
+TEST(Gk_SourceTest, TrailingCharactersPollAbortFlag) {
   Scan scan("12 12abc", " ");
   int number = 0;
   Gk_ErrMgr::setAbort();
@@ -594,7 +594,7 @@ TEST(Gk_SourceTest, ReadsFiles) {
   EXPECT_TRUE(source.isEmpty());
 }
 
-// The rules, told in terms of a text and a place in it.
+// Model of the tokenizer on a string and a position.
 class Model {
  public:
   Model(std::string givenText, std::string givenDelimiters)
@@ -634,7 +634,7 @@ class Model {
   std::size_t place = 0;
 };
 
-TEST(Gk_SourceTest, AgreesWithTheModel) {
+TEST(Gk_SourceTest, AgreesWithModel) {
   std::mt19937 random(4711);
   for (int round = 0; round < 500; ++round) {
     SCOPED_TRACE(round);

@@ -1,11 +1,12 @@
-// LibraryLoader order LIBRARY       loads the library and prints the names of the objects that are to be torn down, in
-//                                   the order in which they came up
-// LibraryLoader repeat LIBRARY N    loads the library, sets its console up and unloads it, N times; fails when it
-//                                   stays, does not begin anew, or leaves memory behind
-// LibraryLoader codepage LIBRARY    loads the library in the locale "C" and goes to UTF-8; fails when ICU does not
-// follow
+// LibraryLoader order LIBRARY       Loads the library and prints the objects that register a destructor, in order of
+//                                   construction.
+// LibraryLoader repeat LIBRARY N    Loads the library, sets up its console logger and unloads it, N times. Fails if it
+//                                   remains loaded, keeps state, or leaks memory.
+// LibraryLoader codepage LIBRARY    Loads the library in the locale "C", then sets a UTF-8 locale. Fails if ICU does
+// not
+//                                   use UTF-8 then.
 //
-// A program that does not itself stand on the library. ICU is loaded all the while.
+// The program is not linked with the library. It is linked with ICU, which remains loaded.
 #include <dlfcn.h>
 #include <malloc.h>
 #include <unicode/ucnv.h>
@@ -26,7 +27,7 @@ using AtExit = int(void (*)(void*), void*, void*);
 
 }  // namespace
 
-// Every object with a destructor announces itself here once it is made; the last one is torn down first.
+// Replaces the function that compiled code calls to register the destructor of a static object.
 extern "C" __attribute__((visibility("default"))) int __cxa_atexit(void (*destructor)(void*), void* object,
                                                                    void* library) {
   static auto* const next = reinterpret_cast<AtExit*>(dlsym(RTLD_NEXT, "__cxa_atexit"));
@@ -62,23 +63,23 @@ int Fail(int round, char const* what) {
 }
 
 int Repeat(char const* path, int rounds) {
-  // The loader and ICU keep what they make on the first rounds.
-  constexpr int kSettled = 5;
-  std::size_t held = 0;
+  // The dynamic loader and ICU allocate memory in the first rounds and keep it.
+  constexpr int kWarmUpRounds = 5;
+  std::size_t baseline = 0;
   for (int round = 1; round <= rounds; ++round) {
     void* const library = Load(path);
     if (library == nullptr) return Fail(round, "does not load");
     auto const* const counter = static_cast<int const*>(dlsym(library, "_ZN14VRINObjectImpl14_objectCounterE"));
-    if (counter == nullptr || *counter != 186) return Fail(round, "does not begin anew");
+    if (counter == nullptr || *counter != 186) return Fail(round, "keeps state");
     auto* const setUpConsole =
         reinterpret_cast<void (*)(int)>(dlsym(library, "_ZN17VRELConsoleLogger5SetUpE14VRELEventLevel"));
     if (setUpConsole == nullptr) return Fail(round, "has no console");
     setUpConsole(0);
     dlclose(library);
-    if (dlopen(path, RTLD_NOW | RTLD_NOLOAD) != nullptr) return Fail(round, "stays loaded");
+    if (dlopen(path, RTLD_NOW | RTLD_NOLOAD) != nullptr) return Fail(round, "remains loaded");
     std::size_t const now = mallinfo2().uordblks;
-    if (round <= kSettled) held = now;
-    if (now > held) return Fail(round, "leaves memory behind");
+    if (round <= kWarmUpRounds) baseline = now;
+    if (now > baseline) return Fail(round, "leaks memory");
   }
   return 0;
 }

@@ -15,16 +15,16 @@
 
 namespace {
 
-// Tells where it stands, as a stream beneath has no way to.
+// Supports offsets, and returns them.
 class Indexed : public Gk_IndexedInputStream {
  public:
   using Gk_IndexedInputStream::Gk_IndexedInputStream;
   static VRELInputStream* SourceOf(Gk_IndexedInputStream const& stream) { return stream.*(&Indexed::source); }
 };
 
-TEST(Gk_IndexedInputStreamTest, CountsBytes) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, ReadCharCountsLines) {
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.getLineNumber(), 0);
@@ -37,9 +37,9 @@ TEST(Gk_IndexedInputStreamTest, CountsBytes) {
   EXPECT_EQ(stream.getLineNumber(), 2);
 }
 
-TEST(Gk_IndexedInputStreamTest, CountsBlocks) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n\n\nc\r\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, ReadCountsLines) {
+  VRELStringInputStream underlying(Gk_String("a\nb\n\n\nc\r\n"));
+  Gk_IndexedInputStream stream(&underlying);
   char target[20] = "\n\n\n\n\n\n\n\n\n\n";
   EXPECT_EQ(stream.read(target, 3), 3);
   EXPECT_EQ(std::string(target, 3), "a\nb");
@@ -50,9 +50,9 @@ TEST(Gk_IndexedInputStreamTest, CountsBlocks) {
   EXPECT_EQ(stream.getLineNumber(), 5);
 }
 
-TEST(Gk_IndexedInputStreamTest, TakesPushedBackLinesOff) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, AddSubtractsLines) {
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   char target[4];
   EXPECT_EQ(stream.read(target, 4), 4);
   EXPECT_EQ(stream.getLineNumber(), 2);
@@ -61,12 +61,12 @@ TEST(Gk_IndexedInputStreamTest, TakesPushedBackLinesOff) {
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), '\n');
   EXPECT_EQ(stream.getLineNumber(), 2);
-  // All elements count, also behind a zero byte; more may be taken off than was read.
+  // All elements count, also after a zero byte; more lines can be subtracted than were read.
   EXPECT_TRUE(stream.add(Gk_String("\n\0\n\n", 4)));
   EXPECT_EQ(stream.getLineNumber(), -1);
 }
 
-TEST(Gk_IndexedInputStreamTest, PushingBackAlwaysSucceeds) {
+TEST(Gk_IndexedInputStreamTest, AddReturnsTrue) {
   struct Refusing : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
@@ -76,17 +76,17 @@ TEST(Gk_IndexedInputStreamTest, PushingBackAlwaysSucceeds) {
     }
     int pushed = 0;
   };
-  Refusing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Refusing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_TRUE(stream.add(Gk_String("x\n")));
-  EXPECT_EQ(beneath.pushed, 3);
+  EXPECT_EQ(underlying.pushed, 3);
   EXPECT_EQ(stream.getLineNumber(), -1);
   Gk_IndexedInputStream alone(nullptr);
   EXPECT_TRUE(alone.add(Gk_String("x\n")));
   EXPECT_EQ(alone.getLineNumber(), -1);
 }
 
-TEST(Gk_IndexedInputStreamTest, CountsNothingOfAFailedRead) {
+TEST(Gk_IndexedInputStreamTest, FailedReadCountsNothing) {
   struct Failing : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
@@ -95,22 +95,22 @@ TEST(Gk_IndexedInputStreamTest, CountsNothingOfAFailedRead) {
     }
     int result = -1;
   };
-  Failing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Failing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   char target[4];
   EXPECT_EQ(stream.read(target, 4), -1);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.getLineNumber(), 0);
-  beneath.result = 1000;  // more than there is room for
+  underlying.result = 1000;  // more than was asked for
   EXPECT_EQ(stream.read(target, 4), 1000);
   EXPECT_EQ(stream.getLineNumber(), 4);
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");
 }
 
-TEST(Gk_IndexedInputStreamTest, DoesNotCountWhatIsSkipped) {
-  VRELStringInputStream beneath(Gk_String("a\nb\nc\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, SkipCountsNothing) {
+  VRELStringInputStream underlying(Gk_String("a\nb\nc\n"));
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_EQ(stream.skip(4), 4);
   EXPECT_EQ(stream.getLineNumber(), 0);
   EXPECT_EQ(stream.readChar(), 'c');
@@ -118,21 +118,21 @@ TEST(Gk_IndexedInputStreamTest, DoesNotCountWhatIsSkipped) {
   EXPECT_EQ(stream.getLineNumber(), 1);
 }
 
-TEST(Gk_IndexedInputStreamTest, ACopyStandsOnTheSameStream) {
-  VRELStringInputStream beneath(Gk_String("a\nb\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, CopySharesStream) {
+  VRELStringInputStream underlying(Gk_String("a\nb\n"));
+  Gk_IndexedInputStream stream(&underlying);
   stream.readChar();
   stream.readChar();
   Gk_IndexedInputStream copy(stream);
   EXPECT_EQ(copy.getLineNumber(), 1);
-  EXPECT_EQ(Indexed::SourceOf(copy), &beneath);
+  EXPECT_EQ(Indexed::SourceOf(copy), &underlying);
   EXPECT_EQ(copy.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), '\n');
   EXPECT_EQ(copy.getLineNumber(), 1);
   EXPECT_EQ(stream.getLineNumber(), 2);
 }
 
-TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
+TEST(Gk_IndexedInputStreamTest, DuplicateIsIndependent) {
   ScratchDirectory const scratch;
   VRELFilePath const path(VRELString(scratch.Write("lines", "a\nb\nc\n")));
   VRELFileInputStream file(path);
@@ -141,8 +141,8 @@ TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
   stream.readChar();
   std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
   auto& indexed = dynamic_cast<Gk_IndexedInputStream&>(*copy);
-  std::unique_ptr<VRELInputStream> const beneath(Indexed::SourceOf(indexed));  // which the copy does not delete
-  EXPECT_NE(beneath.get(), &file);
+  std::unique_ptr<VRELInputStream> const underlying(Indexed::SourceOf(indexed));  // not deleted by the copy
+  EXPECT_NE(underlying.get(), &file);
   EXPECT_EQ(indexed.getLineNumber(), 1);
   EXPECT_EQ(copy->readChar(), 'b');
   EXPECT_EQ(copy->readChar(), '\n');
@@ -151,21 +151,21 @@ TEST(Gk_IndexedInputStreamTest, ADuplicateReadsForItself) {
   EXPECT_EQ(stream.getLineNumber(), 1);
 }
 
-// Nothing is left behind either.
-TEST(Gk_IndexedInputStreamTest, WhatADuplicateBeneathThrowsPassesThrough) {
+// Nothing leaks.
+TEST(Gk_IndexedInputStreamTest, DuplicatePropagatesExceptions) {
   struct Throwing : VRELInputStream {
     VRELInputStream* duplicate() override { throw std::runtime_error("no duplicate"); }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
   };
-  Throwing beneath;
-  Gk_IndexedInputStream stream(&beneath);
+  Throwing underlying;
+  Gk_IndexedInputStream stream(&underlying);
   EXPECT_THROW(stream.duplicate(), std::runtime_error);
   EXPECT_EQ(stream.getLineNumber(), 0);
 }
 
-TEST(Gk_IndexedInputStreamTest, ADuplicateOfWhatHasNoneIsAtItsEnd) {
-  VRELStringInputStream beneath(Gk_String("a\n"));
-  Gk_IndexedInputStream stream(&beneath);
+TEST(Gk_IndexedInputStreamTest, DuplicateWithoutStreamIsAtEnd) {
+  VRELStringInputStream underlying(Gk_String("a\n"));
+  Gk_IndexedInputStream stream(&underlying);
   std::unique_ptr<VRELInputStream> const copy(stream.duplicate());
   ASSERT_NE(copy, nullptr);
   char target[2];

@@ -20,7 +20,7 @@
 
 namespace {
 
-// Reads from memory and tells what it was asked for.
+// Reads from memory and records the calls.
 class Bytes : public VRELInputStream {
  public:
   explicit Bytes(std::string bytes) : text(std::move(bytes)) {}
@@ -54,46 +54,46 @@ class Bytes : public VRELInputStream {
   std::string calls;
 };
 
-TEST(Gk_PacketInputStreamTest, ReadsByteByByteWithOneReadForEachPacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
-  EXPECT_EQ(beneath.TakeCalls(), "");
+TEST(Gk_PacketInputStreamTest, ReadCharReadsOncePerPacket) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), 'a');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), 'c');
   EXPECT_EQ(stream.readChar(), 'd');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), 'e');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.readChar(), 'f');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.readChar(), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
 }
 
 TEST(Gk_PacketInputStreamTest, BytesAreUnsigned) {
-  Bytes beneath("\xFF\x80");
-  Gk_PacketInputStream stream(&beneath, 16);
+  Bytes underlying("\xFF\x80");
+  Gk_PacketInputStream stream(&underlying, 16);
   EXPECT_EQ(stream.readChar(), 255);
   EXPECT_EQ(stream.readChar(), 128);
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadGoesOverPackets) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, ReadCrossesPackets) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target[8] = {};
   EXPECT_EQ(stream.read(target, 6), 6);
   EXPECT_STREQ(target, "abcdef");
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
   EXPECT_EQ(stream.read(target, 6), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadTakesWhatThereIs) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   char target[20] = {};
   EXPECT_EQ(stream.read(target, 20), 5);
@@ -101,55 +101,55 @@ TEST(Gk_PacketInputStreamTest, AReadTakesWhatThereIs) {
   EXPECT_EQ(stream.read(target, 1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, AReadWithinThePacketReadsNothingBeneath) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, ReadWithinPacket) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target[8] = {};
   EXPECT_EQ(stream.read(target, 3), 3);
   EXPECT_EQ(stream.read(target, 1), 1);
   EXPECT_EQ(target[0], 'd');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
 }
 
-TEST(Gk_PacketInputStreamTest, ARequestForNothing) {
-  Bytes beneath("abcde");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, ReadOfZeroBytes) {
+  Bytes underlying("abcde");
+  Gk_PacketInputStream stream(&underlying, 4);
   char target = 'x';
   EXPECT_EQ(stream.read(&target, 0), 0);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");  // a packet was fetched first
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");  // a packet was fetched first
   EXPECT_EQ(stream.read(&target, 0), 0);
   EXPECT_EQ(stream.skip(0), 0);
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
   EXPECT_EQ(stream.skip(5), 5);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
   EXPECT_EQ(stream.read(&target, 0), -1);
   EXPECT_EQ(stream.skip(0), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 ");
   EXPECT_EQ(target, 'x');
 }
 
-TEST(Gk_PacketInputStreamTest, SkipsOverPackets) {
-  Bytes beneath("abcdefghij");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, SkipCrossesPackets) {
+  Bytes underlying("abcdefghij");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.skip(2), 2);
   EXPECT_EQ(stream.readChar(), 'd');
   EXPECT_EQ(stream.skip(5), 5);
   EXPECT_EQ(stream.readChar(), 'j');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 read4 ");
   EXPECT_EQ(stream.skip(1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, SkipsWhatThereIs) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, SkipReturnsWhatIsLeft) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.skip(LONG_MAX), 6);
   EXPECT_EQ(stream.skip(LONG_MAX), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, ACountBelowZeroIsRefused) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, NegativeCountFails) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
   char target[4] = {};
   EXPECT_EQ(stream.read(target, -1), -1);
@@ -160,45 +160,45 @@ TEST(Gk_PacketInputStreamTest, ACountBelowZeroIsRefused) {
   EXPECT_EQ(stream.readChar(), 'b');
 }
 
-TEST(Gk_PacketInputStreamTest, CountsWhatIsAvailableInBothPlaces) {
-  Bytes beneath("abcdefg");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, AvailableAddsBoth) {
+  Bytes underlying("abcdefg");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.available(), 7);
   stream.readChar();
-  EXPECT_EQ(beneath.available(), 3);
+  EXPECT_EQ(underlying.available(), 3);
   EXPECT_EQ(stream.available(), 6);
 }
 
-TEST(Gk_PacketInputStreamTest, TellsTheOffsetOfTheNextByte) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, GetCurrentOffset) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
   for (int i = 0; i < 3; ++i) stream.readChar();
   EXPECT_EQ(stream.getCurrentOffset(), 3);
-  EXPECT_EQ(beneath.getCurrentOffset(), 4);
+  EXPECT_EQ(underlying.getCurrentOffset(), 4);
 }
 
-TEST(Gk_PacketInputStreamTest, SetOffsetGivesTheUnreadBytesBack) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, SetOffsetPushesBack) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   stream.readChar();
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_EQ(stream.setOffset(5), 5);
-  EXPECT_EQ(beneath.TakeCalls(), "addbcd set5 ");
+  EXPECT_EQ(underlying.TakeCalls(), "addbcd set5 ");
   EXPECT_EQ(stream.getCurrentOffset(), 5);
   EXPECT_EQ(stream.readChar(), 'f');
-  EXPECT_EQ(beneath.TakeCalls(), "read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 ");
 }
 
-TEST(Gk_PacketInputStreamTest, GivesBackUnreadBytesAlsoWhereThereAreNone) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, SetOffsetPushesBackZeroBytes) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.setOffset(1), 1);
-  EXPECT_EQ(beneath.TakeCalls(), "add set1 ");
+  EXPECT_EQ(underlying.TakeCalls(), "add set1 ");
   EXPECT_EQ(stream.skip(4), 4);
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_TRUE(stream.add(Gk_String("abcde", 5)));
-  EXPECT_EQ(beneath.TakeCalls(), "add addabcde ");
+  EXPECT_EQ(underlying.TakeCalls(), "add addabcde ");
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
@@ -217,27 +217,27 @@ TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
   EXPECT_EQ(stream.available(), 1);
 }
 
-TEST(Gk_PacketInputStreamTest, PushesBackInThePacket) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, AddWithinPacket) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   for (int i = 0; i < 3; ++i) stream.readChar();
-  beneath.TakeCalls();
-  EXPECT_TRUE(stream.add(Gk_String("??", 2)));  // the text itself is not looked at
+  underlying.TakeCalls();
+  EXPECT_TRUE(stream.add(Gk_String("??", 2)));  // the content is not compared
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_TRUE(stream.add(Gk_String("b")));  // two bytes with the terminator
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_TRUE(stream.add(Gk_String()));
   EXPECT_EQ(stream.readChar(), 'b');
-  EXPECT_EQ(beneath.TakeCalls(), "");
+  EXPECT_EQ(underlying.TakeCalls(), "");
 }
 
-TEST(Gk_PacketInputStreamTest, PushesBackBeneathWhatThePacketDoesNotHold) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, AddBeyondPacket) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
   for (int i = 0; i < 5; ++i) stream.readChar();
-  beneath.TakeCalls();
+  underlying.TakeCalls();
   EXPECT_TRUE(stream.add(Gk_String("de", 2)));
-  EXPECT_EQ(beneath.TakeCalls(), "addf addde ");
+  EXPECT_EQ(underlying.TakeCalls(), "addf addde ");
   EXPECT_EQ(stream.getCurrentOffset(), 3);
   EXPECT_EQ(stream.readChar(), 'd');
   EXPECT_EQ(stream.readChar(), 'e');
@@ -245,36 +245,36 @@ TEST(Gk_PacketInputStreamTest, PushesBackBeneathWhatThePacketDoesNotHold) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, CannotBeDuplicatedOrCopied) {
-  Bytes beneath("abc");
-  Gk_PacketInputStream stream(&beneath, 4);
+TEST(Gk_PacketInputStreamTest, IsNotCopyable) {
+  Bytes underlying("abc");
+  Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.duplicate(), nullptr);
   EXPECT_FALSE(std::is_copy_constructible_v<Gk_PacketInputStream>);
   EXPECT_FALSE(std::is_copy_assignable_v<Gk_PacketInputStream>);
 }
 
-TEST(Gk_PacketInputStreamTest, AFailedReadIsTheEndAndIsTriedAgain) {
-  Bytes beneath("abcdef");
-  Gk_PacketInputStream stream(&beneath, 4);
-  beneath.mustFail = true;
+TEST(Gk_PacketInputStreamTest, FailedReadIsRetried) {
+  Bytes underlying("abcdef");
+  Gk_PacketInputStream stream(&underlying, 4);
+  underlying.mustFail = true;
   char target[8];
   EXPECT_EQ(stream.readChar(), -1);
   EXPECT_EQ(stream.read(target, 3), -1);
   EXPECT_EQ(stream.skip(3), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read4 read4 read4 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read4 read4 read4 ");
   EXPECT_EQ(stream.available(), 6);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
-  beneath.mustFail = false;
+  underlying.mustFail = false;
   EXPECT_EQ(stream.read(target, 5), 5);
-  beneath.mustFail = true;
+  underlying.mustFail = true;
   EXPECT_EQ(stream.read(target, 5), 1);
   EXPECT_EQ(target[0], 'f');
   stream.setOffset(2);
-  beneath.mustFail = false;
+  underlying.mustFail = false;
   EXPECT_EQ(stream.readChar(), 'c');
 }
 
-TEST(Gk_PacketInputStreamTest, AStreamThatTellsOfTooMuchIsNotBelieved) {
+TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
   struct Boaster : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
@@ -289,31 +289,31 @@ TEST(Gk_PacketInputStreamTest, AStreamThatTellsOfTooMuchIsNotBelieved) {
   EXPECT_EQ(stream.read(target, 100), 4);
 }
 
-TEST(Gk_PacketInputStreamTest, WithoutRoomForAPacketThereIsNothing) {
+TEST(Gk_PacketInputStreamTest, NonPositiveSizeIsAtEnd) {
   for (int size : {0, -1, INT_MIN}) {
-    Bytes beneath("abc");
-    Gk_PacketInputStream stream(&beneath, size);
+    Bytes underlying("abc");
+    Gk_PacketInputStream stream(&underlying, size);
     char target = 0;
     EXPECT_EQ(stream.readChar(), -1);
     EXPECT_EQ(stream.read(&target, 1), -1);
     EXPECT_EQ(stream.skip(1), -1);
     EXPECT_EQ(stream.available(), 3);
-    EXPECT_EQ(beneath.TakeCalls(), "");
+    EXPECT_EQ(underlying.TakeCalls(), "");
   }
 }
 
-TEST(Gk_PacketInputStreamTest, APacketOfOneByte) {
-  Bytes beneath("ab");
-  Gk_PacketInputStream stream(&beneath, 1);
+TEST(Gk_PacketInputStreamTest, PacketOfOneByte) {
+  Bytes underlying("ab");
+  Gk_PacketInputStream stream(&underlying, 1);
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_TRUE(stream.add(Gk_String("a", 1)));
   EXPECT_EQ(stream.readChar(), 'a');
   EXPECT_EQ(stream.readChar(), 'b');
   EXPECT_EQ(stream.readChar(), -1);
-  EXPECT_EQ(beneath.TakeCalls(), "read1 read1 read1 ");
+  EXPECT_EQ(underlying.TakeCalls(), "read1 read1 read1 ");
 }
 
-TEST(Gk_PacketInputStreamTest, LetsWhatIsBeneathRaise) {
+TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
   struct Poor : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
@@ -331,8 +331,8 @@ TEST(Gk_PacketInputStreamTest, LetsWhatIsBeneathRaise) {
   EXPECT_TRUE(stream.add(Gk_String("p", 1)));
 }
 
-// Fetching is the one operation that a subclass may change, and all reading goes through it.
-TEST(Gk_PacketInputStreamTest, FetchesThroughTheVirtualTable) {
+// All reading goes through fetchPacket, which a derived class can override.
+TEST(Gk_PacketInputStreamTest, FetchPacketIsVirtual) {
   struct Counting : Gk_PacketInputStream {
     using Gk_PacketInputStream::Gk_PacketInputStream;
     void fetchPacket() override {
@@ -341,8 +341,8 @@ TEST(Gk_PacketInputStreamTest, FetchesThroughTheVirtualTable) {
     }
     int fetched = 0;
   };
-  Bytes beneath("abcdefghi");
-  Counting stream(&beneath, 2);
+  Bytes underlying("abcdefghi");
+  Counting stream(&underlying, 2);
   char target[4];
   stream.readChar();
   EXPECT_EQ(stream.fetched, 1);
@@ -356,16 +356,16 @@ TEST(Gk_PacketInputStreamTest, FetchesThroughTheVirtualTable) {
   EXPECT_EQ(SlotOf(&Gk_PacketInputStream::fetchPacket), 10U);
 }
 
-// All ways of reading and moving, in any order, give what the bytes themselves give.
-TEST(Gk_PacketInputStreamTest, FollowsAModel) {
+// Compares all operations in random order with a model.
+TEST(Gk_PacketInputStreamTest, AgreesWithModel) {
   std::mt19937 random(21);
   std::string text;
   for (int i = 0; i < 500; ++i) text.push_back(static_cast<char>(random()));
   long const size = static_cast<long>(text.size());
   for (int packet : {1, 2, 3, 7, 64, 499, 500, 501, 1000}) {
     SCOPED_TRACE(packet);
-    Bytes beneath(text);
-    Gk_PacketInputStream stream(&beneath, packet);
+    Bytes underlying(text);
+    Gk_PacketInputStream stream(&underlying, packet);
     long place = 0;
     for (int step = 0; step < 3000; ++step) {
       int const count = static_cast<int>(random() % 40);
@@ -410,7 +410,7 @@ TEST(Gk_PacketInputStreamTest, FollowsAModel) {
   }
 }
 
-TEST(Gk_PacketInputStreamTest, CarriesASource) {
+TEST(Gk_PacketInputStreamTest, ServesSource) {
   ScratchDirectory const scratch;
   std::string text;
   for (int i = 0; i < 200; ++i) text += "token" + std::to_string(i) + (i % 3 == 0 ? "  \n" : " ");

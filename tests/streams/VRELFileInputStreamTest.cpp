@@ -19,7 +19,7 @@ namespace {
 
 class VRELFileInputStreamTest : public testing::Test {
  protected:
-  // What the stream gives when it is asked for `count` bytes.
+  // Returns the bytes that a read of `count` returns.
   static std::string Read(VRELInputStream& stream, int count) {
     std::string bytes(static_cast<std::size_t>(count), '#');
     int const taken = stream.read(bytes.data(), count);
@@ -33,11 +33,11 @@ class VRELFileInputStreamTest : public testing::Test {
   VRELFilePath path = file.c_str();
 };
 
-TEST_F(VRELFileInputStreamTest, HasFieldsForSizePositionAndFile) {
+TEST_F(VRELFileInputStreamTest, HasThreeFields) {
   EXPECT_EQ(sizeof(VRELFileInputStream), sizeof(VRELInputStream) + 2 * sizeof(long) + sizeof(VRELFileDescriptorHandle));
 }
 
-TEST_F(VRELFileInputStreamTest, ReadsAFile) {
+TEST_F(VRELFileInputStreamTest, ReadsFile) {
   VRELFileInputStream stream(path);
   EXPECT_EQ(stream.available(), 10);
   EXPECT_EQ(stream.getCurrentOffset(), 0);
@@ -52,7 +52,7 @@ TEST_F(VRELFileInputStreamTest, ReadsAFile) {
   EXPECT_EQ(stream.available(), 0);
 }
 
-TEST_F(VRELFileInputStreamTest, ReadsAnyByteAsACharacter) {
+TEST_F(VRELFileInputStreamTest, ReadCharReadsEveryByte) {
   VRELFilePath const bytes(directory.Write("bytes", std::string("\xFF\x80\0", 3)).c_str());
   VRELFileInputStream stream(bytes);
   EXPECT_EQ(stream.readChar(), 255);
@@ -61,7 +61,7 @@ TEST_F(VRELFileInputStreamTest, ReadsAnyByteAsACharacter) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST_F(VRELFileInputStreamTest, AFileThatCannotBeOpenedRaises) {
+TEST_F(VRELFileInputStreamTest, MissingFileRaises) {
   RecordingListener const listener;
   VRELFilePath missing(directory.Path("missing").c_str());
   EXPECT_EQ(Raised([&] { VRELFileInputStream const stream(missing); }), "CANNOT_OPEN_FILE");
@@ -69,14 +69,14 @@ TEST_F(VRELFileInputStreamTest, AFileThatCannotBeOpenedRaises) {
   EXPECT_FALSE(directory.Has("missing"));
 }
 
-TEST_F(VRELFileInputStreamTest, ADirectoryOpensAndFailsToRead) {
+TEST_F(VRELFileInputStreamTest, ReadOfDirectoryFails) {
   VRELFilePath const folder(directory.Path().c_str());
   VRELFileInputStream stream(folder);
   EXPECT_EQ(Read(stream, 4), "(failed)");
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST_F(VRELFileInputStreamTest, AFailedReadDoesNotMove) {
+TEST_F(VRELFileInputStreamTest, FailedReadKeepsPosition) {
   VRELFilePath const folder(directory.Path().c_str());
   VRELFileInputStream stream(folder);
   std::unique_ptr<VRELInputStream> const other(stream.duplicate());
@@ -85,7 +85,7 @@ TEST_F(VRELFileInputStreamTest, AFailedReadDoesNotMove) {
   EXPECT_EQ(stream.getCurrentOffset(), 5);
 }
 
-TEST_F(VRELFileInputStreamTest, ANegativeCountFails) {
+TEST_F(VRELFileInputStreamTest, NegativeCountFails) {
   VRELFileInputStream stream(path);
   char byte = '#';
   EXPECT_EQ(stream.read(&byte, -1), -1);
@@ -94,8 +94,8 @@ TEST_F(VRELFileInputStreamTest, ANegativeCountFails) {
   EXPECT_EQ(stream.getCurrentOffset(), 0);
 }
 
-// The file of a stream that the caller has opened: its place is that of the descriptor, and it stays open.
-TEST_F(VRELFileInputStreamTest, ReadsTheFileOfAStream) {
+// The stream uses the position of the descriptor, and leaves the file open.
+TEST_F(VRELFileInputStreamTest, ReadsFileOfStream) {
   std::FILE* const given = std::fopen(file.c_str(), "r");
   ASSERT_NE(given, nullptr);
   lseek(fileno(given), 3, SEEK_SET);
@@ -109,7 +109,7 @@ TEST_F(VRELFileInputStreamTest, ReadsTheFileOfAStream) {
   EXPECT_EQ(std::fclose(given), 0);
 }
 
-TEST_F(VRELFileInputStreamTest, ANullStreamFailsEverywhere) {
+TEST_F(VRELFileInputStreamTest, NullStreamFails) {
   std::FILE* const none = nullptr;
   VRELFileInputStream stream(none);
   EXPECT_EQ(Read(stream, 1), "(failed)");
@@ -124,8 +124,8 @@ struct Step {
   char const* what;
   long argument;
   long result;
-  long offset;     // where the stream stands then
-  long available;  // and what it has left
+  long offset;     // position after the operation
+  long available;  // available() after the operation
 };
 
 void Walk(VRELFileInputStream& stream, Step const* begin, Step const* end) {
@@ -144,7 +144,7 @@ void Walk(VRELFileInputStream& stream, Step const* begin, Step const* end) {
   }
 }
 
-TEST_F(VRELFileInputStreamTest, MovesTheFile) {
+TEST_F(VRELFileInputStreamTest, SharedModeMovesFile) {
   Step const steps[] = {
       {"skip", 4, 4, 4, 6},
       {"skip", -1, 3, 3, 7},
@@ -156,7 +156,7 @@ TEST_F(VRELFileInputStreamTest, MovesTheFile) {
       {"read", 9, 0, 10, 0},
       {"skip", 5, 15, 15, -5},
       {"read", 1, 0, 15, -5},
-      // The file does not move before its beginning; a push back succeeds all the same.
+      // The file does not move before its beginning; add returns true nevertheless.
       {"set", 2, 2, 2, 8},
       {"add", 3, 1, 2, 8},
       {"skip", -3, -1, 2, 8},
@@ -166,7 +166,7 @@ TEST_F(VRELFileInputStreamTest, MovesTheFile) {
   Walk(stream, std::begin(steps), std::end(steps));
 }
 
-TEST_F(VRELFileInputStreamTest, MovesAPositionOfItsOwn) {
+TEST_F(VRELFileInputStreamTest, PrivatePosition) {
   Step const steps[] = {
       {"skip", 4, 4, 4, 6},
       {"skip", -1, 3, 3, 7},
@@ -178,7 +178,7 @@ TEST_F(VRELFileInputStreamTest, MovesAPositionOfItsOwn) {
       {"read", 9, 0, 10, 0},
       {"skip", 5, 15, 15, -5},
       {"read", 1, 0, 15, -5},
-      // A number that is not looked at until something is read.
+      // A position that is not checked until the next read.
       {"set", 2, 2, 2, 8},
       {"skip", -7, -5, -5, 15},
       {"skip", 6, 1, 1, 9},
@@ -193,15 +193,15 @@ TEST_F(VRELFileInputStreamTest, MovesAPositionOfItsOwn) {
   Walk(*static_cast<VRELFileInputStream*>(other.get()), std::begin(steps), std::end(steps));
 }
 
-// -1 stands for no position, however it comes about: the stream goes with its file again, wherever that stands.
-TEST_F(VRELFileInputStreamTest, APositionOfMinusOneIsNone) {
+// At position -1, the stream returns to shared mode.
+TEST_F(VRELFileInputStreamTest, MinusOneIsSharedMode) {
   VRELFileInputStream stream(path);
   std::unique_ptr<VRELInputStream> const other(stream.duplicate());
   EXPECT_EQ(Read(*other, 3), "012");
   EXPECT_EQ(stream.setOffset(-1), -1);
   EXPECT_EQ(stream.getCurrentOffset(), 3);
   EXPECT_EQ(Read(stream, 1), "3");
-  // Its own position again only by another duplicate.
+  // Only duplicate switches to a private position again.
   EXPECT_EQ(stream.setOffset(5), 5);
   EXPECT_EQ(other->getCurrentOffset(), 3);
   VRELFileInputStream copy(stream);
@@ -210,7 +210,7 @@ TEST_F(VRELFileInputStreamTest, APositionOfMinusOneIsNone) {
 }
 
 // Extreme offsets wrap around instead of being undefined.
-TEST_F(VRELFileInputStreamTest, TakesAnyOffset) {
+TEST_F(VRELFileInputStreamTest, AnyOffset) {
   VRELFileInputStream stream(path);
   std::unique_ptr<VRELInputStream> const other(stream.duplicate());
   EXPECT_EQ(stream.setOffset(LONG_MAX), LONG_MAX);
@@ -222,7 +222,7 @@ TEST_F(VRELFileInputStreamTest, TakesAnyOffset) {
 }
 
 // A terminator counts.
-TEST_F(VRELFileInputStreamTest, PushesBackAsManyBytesAsTheTextHolds) {
+TEST_F(VRELFileInputStreamTest, AddMovesByLength) {
   for (bool const hasOwnPosition : {false, true}) {
     SCOPED_TRACE(hasOwnPosition);
     VRELFileInputStream stream(path);
@@ -233,12 +233,12 @@ TEST_F(VRELFileInputStreamTest, PushesBackAsManyBytesAsTheTextHolds) {
     EXPECT_TRUE(stream.add(Gk_String("abc", 3)));
     EXPECT_EQ(stream.getCurrentOffset(), 2);
     EXPECT_TRUE(stream.add(Gk_String()));
-    // What stands there is read, not what was pushed back.
+    // The bytes of the file are read, not those that were pushed back.
     EXPECT_EQ(Read(stream, 3), "234");
   }
 }
 
-TEST_F(VRELFileInputStreamTest, ADuplicateAndItsStreamDoNotDisturbEachOther) {
+TEST_F(VRELFileInputStreamTest, DuplicateIsIndependent) {
   VRELFileInputStream stream(path);
   EXPECT_EQ(Read(stream, 2), "01");
   std::unique_ptr<VRELInputStream> const other(stream.duplicate());
@@ -255,8 +255,8 @@ TEST_F(VRELFileInputStreamTest, ADuplicateAndItsStreamDoNotDisturbEachOther) {
   EXPECT_EQ(CountOpenDescriptors(file), 1);
 }
 
-// Before: one position for both. Then the first has its own, and a copy that was made before goes on with the file.
-TEST_F(VRELFileInputStreamTest, ACopySharesThePositionOfTheFile) {
+// At first both share the position. After duplicate, the first stream has its own, and the earlier copy does not.
+TEST_F(VRELFileInputStreamTest, CopySharesPosition) {
   VRELFileInputStream stream(path);
   VRELFileInputStream copy(stream);
   EXPECT_EQ(Read(stream, 2), "01");
@@ -274,7 +274,7 @@ TEST_F(VRELFileInputStreamTest, ACopySharesThePositionOfTheFile) {
   EXPECT_EQ(stream.getCurrentOffset(), 5);
 }
 
-TEST_F(VRELFileInputStreamTest, EachDuplicateStartsWhereTheFileStands) {
+TEST_F(VRELFileInputStreamTest, DuplicateStartsAtFilePosition) {
   VRELFileInputStream stream(path);
   std::unique_ptr<VRELInputStream> const first(stream.duplicate());
   EXPECT_EQ(Read(*first, 6), "012345");
@@ -284,7 +284,7 @@ TEST_F(VRELFileInputStreamTest, EachDuplicateStartsWhereTheFileStands) {
   EXPECT_EQ(stream.getCurrentOffset(), 6);
 }
 
-TEST_F(VRELFileInputStreamTest, TheFileClosesWithTheLastStream) {
+TEST_F(VRELFileInputStreamTest, FileClosesWithLastStream) {
   VRELInputStream* other = nullptr;
   {
     VRELFileInputStream stream(path);
@@ -297,7 +297,7 @@ TEST_F(VRELFileInputStreamTest, TheFileClosesWithTheLastStream) {
   EXPECT_EQ(CountOpenDescriptors(file), 0);
 }
 
-TEST_F(VRELFileInputStreamTest, AssignsLikeACopy) {
+TEST_F(VRELFileInputStreamTest, Assignment) {
   std::string const letters = directory.Write("letters", "abc");
   VRELFileInputStream stream(path);
   VRELFilePath const lettersPath(letters.c_str());
@@ -309,8 +309,8 @@ TEST_F(VRELFileInputStreamTest, AssignsLikeACopy) {
   EXPECT_EQ(Read(stream, 2), "23");
 }
 
-// The size is taken once.
-TEST_F(VRELFileInputStreamTest, KnowsTheSizeOfItsConstruction) {
+// The size is read once.
+TEST_F(VRELFileInputStreamTest, SizeIsThatOfConstruction) {
   VRELFileInputStream stream(path);
   directory.Write("digits", "012");
   EXPECT_EQ(stream.available(), 10);
@@ -318,7 +318,7 @@ TEST_F(VRELFileInputStreamTest, KnowsTheSizeOfItsConstruction) {
   EXPECT_EQ(stream.available(), 7);
 }
 
-TEST_F(VRELFileInputStreamTest, SharesAPipeAndReadsShort) {
+TEST_F(VRELFileInputStreamTest, PipeIsShared) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   std::FILE* const reading = fdopen(ends[0], "r");
@@ -339,7 +339,7 @@ TEST_F(VRELFileInputStreamTest, SharesAPipeAndReadsShort) {
   std::fclose(reading);
 }
 
-TEST_F(VRELFileInputStreamTest, TheConsoleReadsStandardInput) {
+TEST_F(VRELFileInputStreamTest, ConsoleReadsStandardInput) {
   ChildResult const child = RunInChild([&] {
     int const given = dup(STDIN_FILENO);
     if (std::freopen(file.c_str(), "r", stdin) == nullptr) return 90;

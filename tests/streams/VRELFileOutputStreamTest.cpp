@@ -24,25 +24,25 @@ class VRELFileOutputStreamTest : public testing::Test {
   VRELFilePath path = file.c_str();
 };
 
-TEST_F(VRELFileOutputStreamTest, HasAFieldForTheFile) {
+TEST_F(VRELFileOutputStreamTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELFileOutputStream), sizeof(VRELOutputStream) + sizeof(VRELFileDescriptorHandle));
 }
 
-TEST_F(VRELFileOutputStreamTest, MakesAFileForItsOwner) {
+TEST_F(VRELFileOutputStreamTest, CreatesFile) {
   VRELFileOutputStream stream(path);
   struct stat stats = {};
   ASSERT_EQ(stat(file.c_str(), &stats), 0);
   EXPECT_EQ(stats.st_mode & 0777, 0600u);
 }
 
-TEST_F(VRELFileOutputStreamTest, EmptiesAFile) {
+TEST_F(VRELFileOutputStreamTest, TruncatesFile) {
   directory.Write("file", "before");
   VRELFileOutputStream const stream(path);
   EXPECT_EQ(directory.Read("file"), "");
 }
 
-// Nothing is held back: the bytes are in the file before any flush.
-TEST_F(VRELFileOutputStreamTest, WritesAtOnce) {
+// Not buffered: the bytes are in the file before any flush.
+TEST_F(VRELFileOutputStreamTest, WriteIsImmediate) {
   VRELFileOutputStream stream(path);
   EXPECT_EQ(stream.write("abc", 3), 3);
   EXPECT_EQ(directory.Read("file"), "abc");
@@ -64,12 +64,12 @@ TEST_F(VRELFileOutputStreamTest, FlushAndCloseDoNothing) {
   EXPECT_EQ(CountOpenDescriptors(file), 1);
 }
 
-TEST_F(VRELFileOutputStreamTest, AFileThatCannotBeOpenedRaises) {
+TEST_F(VRELFileOutputStreamTest, MissingDirectoryRaises) {
   VRELFilePath const unreachable(directory.Path("no/such/file").c_str());
   EXPECT_EQ(Raised([&] { VRELFileOutputStream const stream(unreachable); }), "CANNOT_OPEN_FILE");
 }
 
-TEST_F(VRELFileOutputStreamTest, CopiesShareTheFileUntilTheLastOneGoes) {
+TEST_F(VRELFileOutputStreamTest, CopiesShareFile) {
   {
     VRELFileOutputStream stream(path);
     {
@@ -84,7 +84,7 @@ TEST_F(VRELFileOutputStreamTest, CopiesShareTheFileUntilTheLastOneGoes) {
   EXPECT_EQ(CountOpenDescriptors(file), 0);
 }
 
-TEST_F(VRELFileOutputStreamTest, TakesADescriptor) {
+TEST_F(VRELFileOutputStreamTest, TakesDescriptor) {
   auto* const descriptor = new VRELFileDescriptor(path, VRELFileDescriptor::ModeWrite);
   {
     VRELFileOutputStream stream(descriptor);
@@ -96,7 +96,7 @@ TEST_F(VRELFileOutputStreamTest, TakesADescriptor) {
   EXPECT_EQ(directory.Read("file"), "abc");
 }
 
-TEST_F(VRELFileOutputStreamTest, WithoutADescriptorEveryWriteFails) {
+TEST_F(VRELFileOutputStreamTest, NullDescriptorFails) {
   VRELFileDescriptor* const none = nullptr;
   VRELFileOutputStream stream(none);
   EXPECT_EQ(stream.write("a", 1), -1);
@@ -105,7 +105,7 @@ TEST_F(VRELFileOutputStreamTest, WithoutADescriptorEveryWriteFails) {
   stream.close();
 }
 
-TEST_F(VRELFileOutputStreamTest, WritesToTheFileOfAStream) {
+TEST_F(VRELFileOutputStreamTest, WritesToFileOfStream) {
   std::FILE* const given = std::fopen(file.c_str(), "w");
   ASSERT_NE(given, nullptr);
   {
@@ -118,7 +118,7 @@ TEST_F(VRELFileOutputStreamTest, WritesToTheFileOfAStream) {
   EXPECT_EQ(directory.Read("file"), "abcdef");
 }
 
-TEST_F(VRELFileOutputStreamTest, AFailedWriteIsTold) {
+TEST_F(VRELFileOutputStreamTest, FailedWriteReturnsMinusOne) {
   directory.Write("file", "text");
   std::FILE* const reading = std::fopen(file.c_str(), "r");
   ASSERT_NE(reading, nullptr);
@@ -130,14 +130,14 @@ TEST_F(VRELFileOutputStreamTest, AFailedWriteIsTold) {
   EXPECT_EQ(full.write("abc", 3), -1);
 }
 
-TEST_F(VRELFileOutputStreamTest, ANegativeCountFails) {
+TEST_F(VRELFileOutputStreamTest, NegativeCountFails) {
   VRELFileOutputStream stream(path);
   EXPECT_EQ(stream.write("abc", -1), -1);
   EXPECT_EQ(stream.write("abc", INT_MIN), -1);
   EXPECT_EQ(directory.Read("file"), "");
 }
 
-TEST_F(VRELFileOutputStreamTest, AShortWriteIsNotCompleted) {
+TEST_F(VRELFileOutputStreamTest, ShortWriteIsNotCompleted) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
   int const capacity = fcntl(ends[1], F_GETPIPE_SZ);
@@ -152,7 +152,7 @@ TEST_F(VRELFileOutputStreamTest, AShortWriteIsNotCompleted) {
   EXPECT_EQ(close(ends[1]), 0);
 }
 
-TEST_F(VRELFileOutputStreamTest, TheConsoleWritesToStandardOutput) {
+TEST_F(VRELFileOutputStreamTest, ConsoleWritesToStandardOutput) {
   ChildResult const child = RunInChild([] {
     VRELFileOutputStream own;
     if (VRELFileOutputStream::console.write("abc", 3) != 3) return 1;

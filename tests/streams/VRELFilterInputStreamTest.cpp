@@ -9,7 +9,7 @@
 
 namespace {
 
-// Does everything in a way that can be told, and tells what it was asked for.
+// Records all calls, and returns a different value for each.
 class RecordingStream : public VRELInputStream {
  public:
   ~RecordingStream() override { ++destroyed; }
@@ -62,14 +62,14 @@ class Filter : public VRELFilterInputStream {
   VRELInputStream* Source() const { return source; }
 };
 
-TEST(VRELFilterInputStreamTest, LeavesDuplicateOpen) {
+TEST(VRELFilterInputStreamTest, DuplicateIsPure) {
   EXPECT_TRUE(std::is_abstract_v<VRELFilterInputStream>);
   EXPECT_EQ(sizeof(VRELFilterInputStream), sizeof(VRELInputStream));
 }
 
-TEST(VRELFilterInputStreamTest, HandsAllOn) {
-  RecordingStream beneath;
-  Filter filter(&beneath);
+TEST(VRELFilterInputStreamTest, ForwardsEverything) {
+  RecordingStream underlying;
+  Filter filter(&underlying);
   VRELInputStream& stream = filter;
   char buffer[8] = {};
   EXPECT_EQ(stream.readChar(), 65);
@@ -78,35 +78,35 @@ TEST(VRELFilterInputStreamTest, HandsAllOn) {
   EXPECT_EQ(stream.skip(8), 3);
   EXPECT_EQ(stream.available(), 4);
   EXPECT_TRUE(stream.add(Gk_String("xyz", 3)));
-  beneath.addResult = false;
+  underlying.addResult = false;
   EXPECT_FALSE(stream.add(Gk_String("xyz")));
   EXPECT_EQ(stream.getCurrentOffset(), 5);
   EXPECT_EQ(stream.setOffset(-9), 6);
-  EXPECT_EQ(beneath.calls, "readChar read7 skip8 available add3 add4 getCurrentOffset setOffset-9 ");
+  EXPECT_EQ(underlying.calls, "readChar read7 skip8 available add3 add4 getCurrentOffset setOffset-9 ");
 }
 
-TEST(VRELFilterInputStreamTest, CopiesStandOnTheSameStreamAndDeleteNothing) {
-  RecordingStream beneath;
+TEST(VRELFilterInputStreamTest, CopiesShareStream) {
+  RecordingStream underlying;
   RecordingStream::destroyed = 0;
   {
-    Filter filter(&beneath);
+    Filter filter(&underlying);
     VRELInputStream* const copy = filter.duplicate();
-    EXPECT_EQ(static_cast<Filter*>(copy)->Source(), &beneath);
+    EXPECT_EQ(static_cast<Filter*>(copy)->Source(), &underlying);
     copy->readChar();
     delete copy;
-    EXPECT_EQ(filter.Source(), &beneath);
+    EXPECT_EQ(filter.Source(), &underlying);
   }
   EXPECT_EQ(RecordingStream::destroyed, 0);
-  EXPECT_EQ(beneath.calls, "readChar ");
+  EXPECT_EQ(underlying.calls, "readChar ");
 }
 
-TEST(VRELFilterInputStreamTest, LetsWhatIsBeneathRaise) {
+TEST(VRELFilterInputStreamTest, PropagatesExceptions) {
   struct Poor : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
   };
-  Poor beneath;
-  Filter filter(&beneath);
+  Poor underlying;
+  Filter filter(&underlying);
   EXPECT_EQ(filter.readChar(), -1);
   EXPECT_EQ(filter.skip(5), 0);
   EXPECT_EQ(Raised([&] { filter.available(); }), "Gk_IOException");

@@ -33,28 +33,28 @@ class Filter : public VRELFilterOutputStream {
   VRELOutputStream* Target() const { return target; }
 };
 
-TEST(VRELFilterOutputStreamTest, HandsAllOn) {
-  RecordingStream beneath;
-  VRELFilterOutputStream filter(&beneath);
+TEST(VRELFilterOutputStreamTest, ForwardsEverything) {
+  RecordingStream underlying;
+  VRELFilterOutputStream filter(&underlying);
   VRELOutputStream& stream = filter;
   EXPECT_EQ(stream.writeChar('a'), 1);
   EXPECT_EQ(stream.write("bc", 2), 2);
   stream.flush();
   stream.close();
-  EXPECT_EQ(beneath.calls, "writeChara writebc flush close ");
+  EXPECT_EQ(underlying.calls, "writeChara writebc flush close ");
 }
 
-TEST(VRELFilterOutputStreamTest, CopiesStandOnTheSameStreamAndDeleteNothing) {
-  RecordingStream beneath;
+TEST(VRELFilterOutputStreamTest, CopiesShareStream) {
+  RecordingStream underlying;
   RecordingStream::destroyed = 0;
   {
-    Filter filter(&beneath);
+    Filter filter(&underlying);
     Filter const copy(filter);
-    EXPECT_EQ(copy.Target(), &beneath);
-    EXPECT_EQ(filter.Target(), &beneath);
+    EXPECT_EQ(copy.Target(), &underlying);
+    EXPECT_EQ(filter.Target(), &underlying);
   }
   EXPECT_EQ(RecordingStream::destroyed, 0);
-  EXPECT_EQ(beneath.calls, "");
+  EXPECT_EQ(underlying.calls, "");
   EXPECT_EQ(sizeof(VRELFilterOutputStream), sizeof(VRELOutputStream));
 }
 

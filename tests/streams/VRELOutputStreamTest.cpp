@@ -9,7 +9,7 @@
 
 namespace {
 
-// Tells each call and gives what it is told to.
+// Records each call and returns a given result.
 class RecordingStream : public VRELOutputStream {
  public:
   explicit RecordingStream(int givenResult) : result(givenResult) {}
@@ -32,19 +32,19 @@ TEST(VRELOutputStreamTest, IsAbstract) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELOutputStream>);
 }
 
-// The table of virtual operations and the stream beneath.
-TEST(VRELOutputStreamTest, HoldsOneField) {
+// A virtual table pointer and the underlying stream.
+TEST(VRELOutputStreamTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELOutputStream), 2 * sizeof(void*));
 }
 
-TEST(VRELOutputStreamTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELOutputStreamTest, VirtualSlots) {
   EXPECT_EQ(SlotOf(&VRELOutputStream::writeChar), 2u);
   EXPECT_EQ(SlotOf(&VRELOutputStream::write), 3u);
   EXPECT_EQ(SlotOf(&VRELOutputStream::flush), 4u);
   EXPECT_EQ(SlotOf(&VRELOutputStream::close), 5u);
 }
 
-TEST(VRELOutputStreamTest, WritesOneByteThroughWrite) {
+TEST(VRELOutputStreamTest, WriteCharCallsWrite) {
   for (int const result : {1, 0, -1, 7}) {
     SCOPED_TRACE(result);
     RecordingStream stream(result);
@@ -53,7 +53,7 @@ TEST(VRELOutputStreamTest, WritesOneByteThroughWrite) {
   }
 }
 
-TEST(VRELOutputStreamTest, WritesAnyByte) {
+TEST(VRELOutputStreamTest, WriteCharWritesEveryByte) {
   RecordingStream stream(1);
   stream.writeChar('\xFF');
   stream.writeChar('\0');

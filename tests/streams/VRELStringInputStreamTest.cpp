@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <limits>
 #include <string>
 
 #include "Gk_ErrMgr.h"
@@ -11,18 +12,18 @@
 
 namespace {
 
-// What the stream gives when it is asked for `count` bytes.
+// Returns the bytes that a read of `count` returns.
 std::string Read(VRELInputStream& stream, int count) {
   char buffer[64] = {};
   int const taken = stream.read(buffer, count);
   return std::string(buffer, static_cast<std::size_t>(taken));
 }
 
-TEST(VRELStringInputStreamTest, HasFieldsForTextAndPosition) {
+TEST(VRELStringInputStreamTest, HasTwoFields) {
   EXPECT_EQ(sizeof(VRELStringInputStream), sizeof(VRELInputStream) + sizeof(Gk_String) + sizeof(long));
 }
 
-TEST(VRELStringInputStreamTest, TellsWhetherThereIsMore) {
+TEST(VRELStringInputStreamTest, AvailableIsOneOrZero) {
   VRELStringInputStream stream(Gk_String("ab"));
   EXPECT_EQ(stream.available(), 1);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -33,7 +34,7 @@ TEST(VRELStringInputStreamTest, TellsWhetherThereIsMore) {
   EXPECT_EQ(stream.available(), 0);
 }
 
-TEST(VRELStringInputStreamTest, AnEmptyTextHasNothing) {
+TEST(VRELStringInputStreamTest, EmptyString) {
   for (Gk_String const& text : {Gk_String(), Gk_String(""), Gk_String(nullptr), Gk_String("a", 1)}) {
     SCOPED_TRACE(text.len());
     VRELStringInputStream stream(text);
@@ -44,7 +45,7 @@ TEST(VRELStringInputStreamTest, AnEmptyTextHasNothing) {
   }
 }
 
-TEST(VRELStringInputStreamTest, ReadsWholeOrNot) {
+TEST(VRELStringInputStreamTest, ReadWholeIsAllOrNothing) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   char buffer[8] = "#######";
   EXPECT_TRUE(stream.readWhole(buffer, 2));
@@ -57,7 +58,7 @@ TEST(VRELStringInputStreamTest, ReadsWholeOrNot) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(VRELStringInputStreamTest, ReadsNoFurtherThanItsEnd) {
+TEST(VRELStringInputStreamTest, ReadStopsAtEnd) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   EXPECT_EQ(Read(stream, 2), "ab");
   EXPECT_EQ(Read(stream, 0), "");
@@ -73,7 +74,7 @@ TEST(VRELStringInputStreamTest, ReadsNoFurtherThanItsEnd) {
   EXPECT_EQ(whole.read(nullptr, 1), 0);
 }
 
-TEST(VRELStringInputStreamTest, ReadsAnyByte) {
+TEST(VRELStringInputStreamTest, ReadsEveryByte) {
   VRELStringInputStream stream(Gk_String("\xFF\0\x80", 4));
   EXPECT_EQ(stream.readChar(), 255);
   EXPECT_EQ(stream.readChar(), 0);
@@ -81,14 +82,14 @@ TEST(VRELStringInputStreamTest, ReadsAnyByte) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-// The last byte of a text without a terminator is never read.
-TEST(VRELStringInputStreamTest, TakesTheLastByteForTheTerminator) {
+// The last byte of a string without a terminator is never read.
+TEST(VRELStringInputStreamTest, LastByteIsTerminator) {
   VRELStringInputStream stream(Gk_String("abc", 3));
   EXPECT_EQ(Read(stream, 9), "ab");
   EXPECT_EQ(stream.available(), 0);
 }
 
-TEST(VRELStringInputStreamTest, PushesBackButNotBeforeItsBeginning) {
+TEST(VRELStringInputStreamTest, AddStopsAtBeginning) {
   VRELStringInputStream stream(Gk_String("abcdefgh"));
   EXPECT_EQ(Read(stream, 7), "abcdefg");
   EXPECT_TRUE(stream.add(Gk_String("xyz")));  // with its terminator
@@ -104,7 +105,7 @@ TEST(VRELStringInputStreamTest, PushesBackButNotBeforeItsBeginning) {
   EXPECT_EQ(Read(stream, 60), "h");
 }
 
-TEST(VRELStringInputStreamTest, ReadsACharacterThroughReadOfADerivedClass) {
+TEST(VRELStringInputStreamTest, ReadCharCallsReadOfDerivedClass) {
   struct Rotated : VRELStringInputStream {
     using VRELStringInputStream::VRELStringInputStream;
     int read(char* buffer, int count) override {
@@ -119,7 +120,7 @@ TEST(VRELStringInputStreamTest, ReadsACharacterThroughReadOfADerivedClass) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(VRELStringInputStreamTest, SkipsByReading) {
+TEST(VRELStringInputStreamTest, SkipReads) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   EXPECT_EQ(stream.skip(2), 2);
   EXPECT_EQ(stream.readChar(), 'c');
@@ -130,20 +131,35 @@ TEST(VRELStringInputStreamTest, SkipsByReading) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-TEST(VRELStringInputStreamTest, CannotDuplicateItself) {
+// The base skip would call read for ever, since 0 is the end of input here.
+TEST(VRELStringInputStreamTest, SkipEndsAtEndOfInput) {
+  std::string const bytes(5000, 'x');
+  VRELStringInputStream stream(Gk_String(bytes.c_str()));
+  EXPECT_EQ(stream.skip(10), 10);
+  EXPECT_EQ(stream.skip(4000), 4000);
+  EXPECT_EQ(stream.skip(1000000), 990);
+  EXPECT_EQ(stream.skip(1), 0);
+  EXPECT_EQ(stream.skip(0), 0);
+  EXPECT_EQ(stream.skip(-1), 0);
+  EXPECT_EQ(stream.skip(std::numeric_limits<long>::min()), 0);
+  EXPECT_EQ(stream.skip(std::numeric_limits<long>::max()), 0);
+  EXPECT_EQ(stream.readChar(), -1);
+}
+
+TEST(VRELStringInputStreamTest, DuplicateIsNotSupported) {
   VRELStringInputStream stream(Gk_String("ab"));
   EXPECT_EQ(stream.duplicate(), nullptr);
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
-TEST(VRELStringInputStreamTest, CannotTellOrSetItsPosition) {
+TEST(VRELStringInputStreamTest, OffsetsRaise) {
   VRELStringInputStream stream(Gk_String("ab"));
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");
   EXPECT_EQ(Raised([&] { stream.setOffset(1); }), "Gk_IOException");
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
-TEST(VRELStringInputStreamTest, PollsTheAbortFlag) {
+TEST(VRELStringInputStreamTest, PollsAbortFlag) {
   Gk_String const text("ab");
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELStringInputStream{text}, VRELAbortException);
@@ -154,7 +170,7 @@ TEST(VRELStringInputStreamTest, PollsTheAbortFlag) {
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
-TEST(VRELStringInputStreamTest, ACopyHasAPositionOfItsOwn) {
+TEST(VRELStringInputStreamTest, CopyHasOwnPosition) {
   VRELStringInputStream stream(Gk_String("abc"));
   EXPECT_EQ(stream.readChar(), 'a');
   VRELStringInputStream copy(stream);
@@ -162,8 +178,8 @@ TEST(VRELStringInputStreamTest, ACopyHasAPositionOfItsOwn) {
   EXPECT_EQ(stream.readChar(), 'b');
 }
 
-// The bytes are shared; a text that became shorter is not read beyond its end.
-TEST(VRELStringInputStreamTest, SurvivesATextThatShrinks) {
+// The bytes are shared; a string that became shorter is not read beyond its end.
+TEST(VRELStringInputStreamTest, SurvivesShrinkingString) {
   Gk_String text("abcdef");
   VRELStringInputStream stream(text);
   EXPECT_EQ(Read(stream, 4), "abcd");

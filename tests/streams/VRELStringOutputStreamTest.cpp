@@ -7,12 +7,12 @@
 
 namespace {
 
-TEST(VRELStringOutputStreamTest, StartsEmpty) {
+TEST(VRELStringOutputStreamTest, ContentsIsNullAtFirst) {
   VRELStringOutputStream const out;
   EXPECT_EQ(out.contents(), nullptr);
 }
 
-TEST(VRELStringOutputStreamTest, GathersBytesWithoutTerminator) {
+TEST(VRELStringOutputStreamTest, WriteAppendsWithoutTerminator) {
   VRELStringOutputStream out;
   EXPECT_EQ(out.write("ab", 2), 2);
   EXPECT_EQ(out.write("cdef", 3), 3);
@@ -20,7 +20,7 @@ TEST(VRELStringOutputStreamTest, GathersBytesWithoutTerminator) {
   EXPECT_EQ(std::string_view(out.contents(), 6), "abcdex");
 }
 
-// A terminator stays where it was written, also in front of what follows.
+// A terminator is kept, also before later bytes.
 TEST(VRELStringOutputStreamTest, KeepsZeroBytes) {
   VRELStringOutputStream out;
   EXPECT_EQ(out.write("a\0b", 3), 3);
@@ -30,7 +30,7 @@ TEST(VRELStringOutputStreamTest, KeepsZeroBytes) {
   EXPECT_STREQ(out.contents() + 4, "c");
 }
 
-TEST(VRELStringOutputStreamTest, WritesNothing) {
+TEST(VRELStringOutputStreamTest, InvalidWritesAppendNothing) {
   VRELStringOutputStream out;
   EXPECT_EQ(out.write("ab", 0), 0);
   EXPECT_EQ(out.write("ab", -1), 0);
@@ -38,7 +38,7 @@ TEST(VRELStringOutputStreamTest, WritesNothing) {
   EXPECT_EQ(out.contents(), nullptr);
 }
 
-TEST(VRELStringOutputStreamTest, HoldsNothingBack) {
+TEST(VRELStringOutputStreamTest, WriteIsImmediate) {
   VRELStringOutputStream out;
   out.flush();
   out.close();
@@ -51,7 +51,7 @@ TEST(VRELStringOutputStreamTest, HoldsNothingBack) {
   EXPECT_EQ(out.contents()[3], 'c');
 }
 
-TEST(VRELStringOutputStreamTest, WritesWhatItHolds) {
+TEST(VRELStringOutputStreamTest, WriteTakesItsOwnContents) {
   VRELStringOutputStream out;
   out.write("abc", 3);
   std::string expected = "abc";
@@ -62,7 +62,7 @@ TEST(VRELStringOutputStreamTest, WritesWhatItHolds) {
   EXPECT_EQ(std::string_view(out.contents(), expected.size()), expected);
 }
 
-TEST(VRELStringOutputStreamTest, GrowsByManySmallWrites) {
+TEST(VRELStringOutputStreamTest, ManySmallWrites) {
   VRELStringOutputStream out;
   std::string expected;
   for (int i = 0; i < 10000; ++i) {

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(VRELStringAsciiCharUtilTest, GivesAsciiBytes) {
+TEST(VRELStringAsciiCharUtilTest, ConvertsToAscii) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELStringAsciiCharUtil>);
   VRELStringAsciiCharUtil const view(VRELString(L"abc#\n"), false);
   EXPECT_STREQ(view, "abc#\n");
@@ -23,7 +23,7 @@ TEST(VRELStringAsciiCharUtilTest, SubstitutesOtherCharacters) {
   EXPECT_STREQ(underscores, "a___z");
 }
 
-TEST(VRELStringAsciiCharUtilTest, UninitializedTextGivesNull) {
+TEST(VRELStringAsciiCharUtilTest, UninitializedStringIsNull) {
   VRELString text(L"gone");
   VRELString const taken(std::move(text));
   VRELStringAsciiCharUtil const view(text, false);

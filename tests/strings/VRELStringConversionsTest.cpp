@@ -40,7 +40,7 @@ TEST(VRELStringFromTest, Double) {
   }
 }
 
-TEST(VRELStringFromTest, AHugeDoubleIsCut) {
+TEST(VRELStringFromTest, HugeDoubleIsTruncated) {
   VRELString const text = VRELStringFromDouble(1e308);
   EXPECT_EQ(text.length(), 254);
   EXPECT_EQ(text.toUtf8().substr(0, 20), "10000000000000000109");
@@ -104,7 +104,7 @@ TEST(VRELStringIsWordTest, ComparesWithoutCase) {
   EXPECT_FALSE(VRELStringIsWord(Uninitialized(), u""));
 }
 
-TEST(VRELStringToBoolTest, KnowsSixWordsInAnyCase) {
+TEST(VRELStringToBoolTest, AcceptsSixWordsInAnyCase) {
   struct Row {
     wchar_t const* text;
     bool value;
@@ -113,7 +113,7 @@ TEST(VRELStringToBoolTest, KnowsSixWordsInAnyCase) {
        {Row{L"Yes", true}, Row{L"yes", true}, Row{L"YES", true}, Row{L"True", true}, Row{L"TRUE", true},
         Row{L"tRuE", true}, Row{L"On", true}, Row{L"on", true}, Row{L"No", false}, Row{L"nO", false},
         Row{L"False", false}, Row{L"FALSE", false}, Row{L"Off", false}, Row{L"off", false},
-        // Characters that fold to ASCII: a long s, a ligature of two letters.
+        // Characters that fold to ASCII: long s and a ligature of two letters.
         Row{L"Ye\u017F", true}, Row{L"fal\u017Fe", false}, Row{L"O\uFB00", false}}) {
     for (bool const before : {true, false}) {
       bool value = before;
@@ -123,7 +123,7 @@ TEST(VRELStringToBoolTest, KnowsSixWordsInAnyCase) {
   }
 }
 
-TEST(VRELStringToBoolTest, NothingElseIsABoolean) {
+TEST(VRELStringToBoolTest, OtherStringsFail) {
   for (wchar_t const* text : {L"", L"1", L"0", L" yes", L"yes ", L"y", L"ye", L"yess", L"tru", L"o", L"offf", L"n",
                               L"f", L"t\u0072\u00FCe", L"\u00E9", L"\u212A"}) {
     for (bool const before : {true, false}) {
@@ -137,7 +137,7 @@ TEST(VRELStringToBoolTest, NothingElseIsABoolean) {
   EXPECT_EQ(VRELStringToBool(VRELString("yes\0no", ascii) + VRELString(L"x"), value), VREL_E_FAIL);
 }
 
-TEST(VRELStringToDoubleTest, ReadsWhatTheTextBeginsWith) {
+TEST(VRELStringToDoubleTest, ReadsNumberAtStart) {
   struct Row {
     wchar_t const* text;
     double value;
@@ -146,9 +146,9 @@ TEST(VRELStringToDoubleTest, ReadsWhatTheTextBeginsWith) {
        {Row{L"1e3", 1000.0}, Row{L"12abc", 12.0}, Row{L"-2.5", -2.5}, Row{L" 2.5", 2.5}, Row{L"+7", 7.0},
         Row{L".5", 0.5}, Row{L"0x10", 16.0}, Row{L"0", 0.0}, Row{L"0.5e-400", 0.0}, Row{L"0abc", 0.0}, Row{L"007", 7.0},
         Row{L"0.30479999999999996", 0.30479999999999996}, Row{L"1e999", std::numeric_limits<double>::infinity()},
-        // What is not ASCII ends the number ...
+        // A character outside ASCII ends the number ...
         Row{L"12\u00E934", 12.0}, Row{L"12\U0001F52934", 12.0}, Row{L"0\uFF11", 0.0},
-        // ... but for what has no byte at all.
+        // ... unless it is ignored in the conversion.
         Row{L"12\u00AD34", 1234.0}}) {
     double value = -99.0;
     EXPECT_EQ(VRELStringToDouble(VRELString(row.text), value), VREL_S_OK) << VRELString(row.text);
@@ -157,13 +157,13 @@ TEST(VRELStringToDoubleTest, ReadsWhatTheTextBeginsWith) {
   }
 }
 
-TEST(VRELStringToDoubleTest, WhatIsNotANumberCountsAsNotZero) {
+TEST(VRELStringToDoubleTest, NaNIsNotZero) {
   double value = -99.0;
   EXPECT_EQ(VRELStringToDouble(VRELString(L"nan"), value), VREL_S_OK);
   EXPECT_TRUE(std::isnan(value));
 }
 
-TEST(VRELStringToDoubleTest, AZeroThatDoesNotBeginWithItsDigitFails) {
+TEST(VRELStringToDoubleTest, ZeroNeedsLeadingDigit) {
   for (wchar_t const* text :
        {L"", L"abc", L"-0", L".0", L"+0", L" 0", L"\t0", L"-0abc", L"1e-400", L"\u00E9", L"e5", L"\uFF11"}) {
     double value = -99.0;
@@ -175,7 +175,7 @@ TEST(VRELStringToDoubleTest, AZeroThatDoesNotBeginWithItsDigitFails) {
   EXPECT_EQ(value, -99.0);
 }
 
-TEST(VRELStringToDoubleTest, LongTexts) {
+TEST(VRELStringToDoubleTest, LongStrings) {
   double value = -99.0;
   EXPECT_EQ(VRELStringToDouble(VRELString(("0." + std::string(1000, '0') + "5e1001").c_str()), value), VREL_S_OK);
   EXPECT_EQ(value, 5.0);
@@ -183,7 +183,7 @@ TEST(VRELStringToDoubleTest, LongTexts) {
   EXPECT_EQ(value, 4.0);
 }
 
-TEST(VRELStringToIntegerTest, ReadsWhatTheTextBeginsWith) {
+TEST(VRELStringToIntegerTest, ReadsNumberAtStart) {
   struct Row {
     wchar_t const* text;
     int value;
@@ -191,7 +191,7 @@ TEST(VRELStringToIntegerTest, ReadsWhatTheTextBeginsWith) {
   for (Row const& row :
        {Row{L"007", 7}, Row{L"000", 0}, Row{L"0", 0}, Row{L"12x", 12}, Row{L"-3", -3}, Row{L" 5", 5}, Row{L"+5", 5},
         Row{L"0x10", 0}, Row{L"0abc", 0}, Row{L"1e3", 1}, Row{L"2147483647", INT_MAX}, Row{L"-2147483648", INT_MIN},
-        // The low 32 bits of the long; -1 are those of the largest long.
+        // The low 32 bits of the long; those of the largest long are -1.
         Row{L"2147483648", INT_MIN}, Row{L"4294967297", 1}, Row{L"99999999999999999999", -1}, Row{L"12\u00E93", 12}}) {
     int value = -99;
     EXPECT_EQ(VRELStringToInteger(VRELString(row.text), value), VREL_S_OK) << VRELString(row.text);
@@ -199,7 +199,7 @@ TEST(VRELStringToIntegerTest, ReadsWhatTheTextBeginsWith) {
   }
 }
 
-TEST(VRELStringToIntegerTest, AZeroThatDoesNotBeginWithItsDigitFails) {
+TEST(VRELStringToIntegerTest, ZeroNeedsLeadingDigit) {
   for (wchar_t const* text : {L"", L"abc", L"-0", L"+0", L" 0", L".5", L"4294967296", L"-99999999999999999999"}) {
     int value = -99;
     EXPECT_EQ(VRELStringToInteger(VRELString(text), value), VREL_E_FAIL) << VRELString(text);
@@ -210,7 +210,7 @@ TEST(VRELStringToIntegerTest, AZeroThatDoesNotBeginWithItsDigitFails) {
   EXPECT_EQ(value, -99);
 }
 
-TEST(VRELStringGetTrimmedStringTest, CutsWhiteSpaceAtBothEnds) {
+TEST(VRELStringGetTrimmedStringTest, RemovesWhiteSpaceAtBothEnds) {
   struct Row {
     wchar_t const* text;
     char const* trimmed;
@@ -223,19 +223,19 @@ TEST(VRELStringGetTrimmedStringTest, CutsWhiteSpaceAtBothEnds) {
   }
 }
 
-TEST(VRELStringGetTrimmedStringTest, TheResultHasNoFlag) {
+TEST(VRELStringGetTrimmedStringTest, ResultHasNoBadConversionFlag) {
   ASSERT_TRUE(VRELString("abc").getBadConversion());
   EXPECT_FALSE(VRELStringGetTrimmedString(VRELString("abc")).getBadConversion());
 }
 
-// Each character above U+FFFF makes the end come one unit early.
-TEST(VRELStringGetTrimmedStringTest, TheCutIsCountedInCharacters) {
+// Each character above U+FFFF removes one more unit at the end.
+TEST(VRELStringGetTrimmedStringTest, EndIsCountedInCharacters) {
   EXPECT_EQ(VRELStringGetTrimmedString(VRELString(L" \U0001F529abc ")).toUtf16(), u"\U0001F529ab");
   EXPECT_EQ(VRELStringGetTrimmedString(VRELString(L"a\U0001F529\U0001F529bc")).toUtf16(), u"a\U0001F529\U0001F529");
   EXPECT_EQ(VRELStringGetTrimmedString(VRELString(L" \U0001F529")).toUtf16(), std::u16string(1, char16_t(0xD83D)));
 }
 
-TEST(VRELStringGetTrimmedStringTest, ATextThatCannotBeConvertedIsEmpty) {
+TEST(VRELStringGetTrimmedStringTest, InvalidUtf16IsEmpty) {
   VRELString const text = Utf16({u' ', u'a', char16_t(0xD800), u' '});
   EXPECT_EQ(VRELStringGetTrimmedString(text).length(), 0);
   EXPECT_TRUE(VRELStringCheckIfWhiteSpace(text));
@@ -243,7 +243,7 @@ TEST(VRELStringGetTrimmedStringTest, ATextThatCannotBeConvertedIsEmpty) {
   EXPECT_TRUE(VRELStringCheckIfWhiteSpace(Uninitialized()));
 }
 
-TEST(VRELStringGetTrimmedStringTest, WhiteSpaceGoesByTheLocale) {
+TEST(VRELStringGetTrimmedStringTest, WhiteSpaceDependsOnLocale) {
   ChildResult const child = RunInChild([] {
     VRELString const text(L"\u3000a\u3000");
     bool const before = VRELStringGetTrimmedString(text).length() == 3;
@@ -263,7 +263,7 @@ TEST(VRELStringConvertCaseTest, Ascii) {
   EXPECT_FALSE(VRELStringConvertToLowerCase(VRELString("A")).getBadConversion());
 }
 
-TEST(VRELStringConvertCaseTest, WhichLettersChangeGoesByTheLocale) {
+TEST(VRELStringConvertCaseTest, LettersDependOnLocale) {
   ChildResult const child = RunInChild([] {
     VRELString const text(L"\u00C4\u00E4\U0001F529\U00010400");
     bool right = VRELStringConvertToLowerCase(text).equals(text) && VRELStringConvertToUpperCase(text).equals(text);
@@ -275,11 +275,11 @@ TEST(VRELStringConvertCaseTest, WhichLettersChangeGoesByTheLocale) {
   EXPECT_EQ(child.exitStatus, 0);
 }
 
-TEST(VRELStringConvertCaseTest, LongTexts) {
+TEST(VRELStringConvertCaseTest, LongStrings) {
   EXPECT_EQ(VRELStringConvertToUpperCase(VRELString(std::string(5000, 'a').c_str())).toUtf8(), std::string(5000, 'A'));
 }
 
-TEST(VRELStringConvertCaseTest, ATextThatCannotBeConvertedIsEmpty) {
+TEST(VRELStringConvertCaseTest, InvalidUtf16IsEmpty) {
   VRELString const text = Utf16({u'a', char16_t(0xDC00)});
   EXPECT_EQ(VRELStringConvertToLowerCase(text).length(), 0);
   EXPECT_EQ(VRELStringConvertToUpperCase(text).length(), 0);
@@ -296,13 +296,13 @@ TEST(VRELStringReplaceNonASCIICharsWithTest, ReplacesNothing) {
   EXPECT_EQ(VRELStringReplaceNonASCIICharsWith(Uninitialized(), L'_').length(), 0);
 }
 
-TEST(VRELStringReplaceNonASCIICharsWithTest, ATextThatCannotBeConvertedIsCopied) {
+TEST(VRELStringReplaceNonASCIICharsWithTest, InvalidUtf16IsCopied) {
   VRELString const text = Utf16({u'a', char16_t(0xD800), u'b'});
   EXPECT_EQ(VRELStringReplaceNonASCIICharsWith(text, L'_').toUtf16(), text.toUtf16());
 }
 
-// Letters of ASCII are no exception, and numbers go by the locale both ways.
-TEST(VRELStringConversionsTest, FollowTheLocale) {
+// ASCII letters are no exception, and numbers depend on the locale in both directions.
+TEST(VRELStringConversionsTest, DependOnLocale) {
   ChildResult const child = RunInTurkishLocale([] {
     EXPECT_EQ(VRELStringConvertToLowerCase(VRELString(L"I")).toUtf16(), u"\u0131");
     EXPECT_EQ(VRELStringConvertToUpperCase(VRELString(L"i")).toUtf16(), u"\u0130");
@@ -340,21 +340,21 @@ TEST(RemoveDoubleQuotesTest, AtStartAndEnd) {
   }
 }
 
-// The end is where it would be if each character had one unit.
-TEST(RemoveDoubleQuotesTest, CharactersAboveTheFirstPlaneShiftTheEnd) {
-  // One pair: the mark at the end is missed, the one at the start goes alone.
+// The end is computed as if each character had one unit.
+TEST(RemoveDoubleQuotesTest, SurrogatePairsShiftEnd) {
+  // One pair: the mark at the end is not found, the one at the start is removed.
   EXPECT_EQ(Stripped(VRELString(L"\"\U0001F529\"")), u"\U0001F529\"");
-  // Two pairs: with the mark at the start goes one unit at the end.
+  // Two pairs: the mark at the start and one unit at the end are removed.
   EXPECT_EQ(Stripped(VRELString(L"\"\U0001F529\U0001F529ab")), u"\U0001F529\U0001F529a");
-  // A mark one unit before the end is taken for the end, and goes with what follows.
+  // A mark one unit before the end is taken for the end, and is removed with the rest.
   EXPECT_EQ(Stripped(VRELString(L"\U0001F529a\"b")), u"\U0001F529a");
   EXPECT_EQ(Stripped(VRELString(L"\U0001F529\"a\"b")), u"\U0001F529");
-  // The cut goes through a pair, and then nothing can be counted any more.
+  // The cut divides a pair, and the rest cannot be converted.
   EXPECT_EQ(Stripped(VRELString(L"\"a\U0001F529\U0001F529")), (std::u16string{u'a', 0xD83D, 0xDD29, 0xD83D}));
   EXPECT_EQ(Stripped(VRELString(L"\"\"\U0001F529\U0001F529")), u"");
 }
 
-TEST(RemoveDoubleQuotesTest, OnlyATextThatLosesNothingKeepsItsFlag) {
+TEST(RemoveDoubleQuotesTest, UnchangedStringKeepsFlag) {
   VRELString out;
   RemoveDoubleQuotesAtStartAndEndOf(VRELString("abc"), out);
   EXPECT_TRUE(out.getBadConversion());
@@ -364,7 +364,7 @@ TEST(RemoveDoubleQuotesTest, OnlyATextThatLosesNothingKeepsItsFlag) {
   EXPECT_FALSE(out.getBadConversion());
 }
 
-TEST(RemoveDoubleQuotesTest, BothArgumentsMayBeOneObject) {
+TEST(RemoveDoubleQuotesTest, ArgumentsMayBeOneObject) {
   VRELString text(L"\"abc\"");
   RemoveDoubleQuotesAtStartAndEndOf(text, text);
   EXPECT_EQ(text.toUtf8(), "abc");
@@ -372,13 +372,13 @@ TEST(RemoveDoubleQuotesTest, BothArgumentsMayBeOneObject) {
   EXPECT_EQ(text.toUtf8(), "abc");
 }
 
-TEST(RemoveDoubleQuotesTest, TheTextEndsAtAZeroInside) {
+TEST(RemoveDoubleQuotesTest, EndsAtInnerZero) {
   VRELString const text("x\"+AAA-b", "UTF-7");
   ASSERT_EQ(text.length(), 4);
   EXPECT_EQ(Stripped(text), u"x");
 }
 
-// The loop as it is promised, step by step.
+// The documented loop.
 VRELString StripSlowly(VRELString const& in) {
   unsigned short const quote = u'"';
   VRELString work(in);
@@ -396,7 +396,7 @@ VRELString StripSlowly(VRELString const& in) {
   }
 }
 
-TEST(RemoveDoubleQuotesTest, AgreesWithTheLoop) {
+TEST(RemoveDoubleQuotesTest, EqualsDocumentedLoop) {
   std::mt19937 random(7);
   std::u16string const pieces[] = {u"\"", u"\"", u"\"", u"a", u"\u00E9", u"\U0001F529", u"\U0001F529"};
   for (int i = 0; i < 100000 && !testing::Test::HasFailure(); ++i) {
@@ -408,10 +408,10 @@ TEST(RemoveDoubleQuotesTest, AgreesWithTheLoop) {
   }
 }
 
-TEST(RemoveDoubleQuotesTest, AMillionMarksTakeNoMoreThanOnePass) {
+TEST(RemoveDoubleQuotesTest, MillionMarksTakeLinearTime) {
   std::u16string const marks(500000, u'"');
   EXPECT_EQ(Stripped(Utf16(marks + u"a" + marks)), u"a");
-  // Each mark at the start takes a unit at the end.
+  // Each mark at the start removes a unit at the end.
   std::u16string const pairs = u"\U0001F529\U0001F529";
   EXPECT_EQ(Stripped(Utf16(marks + pairs + std::u16string(500000, u'a'))), pairs);
 }

@@ -11,13 +11,13 @@ class OpenConverter : public VRELStringISO1030321Converter {
   char const* Held() const { return USAsciiString; }
 };
 
-TEST(VRELStringISO1030321ConverterTest, HoldsNothingAtFirst) {
+TEST(VRELStringISO1030321ConverterTest, InitiallyNull) {
   OpenConverter const converter;
   EXPECT_EQ(converter.Held(), nullptr);
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELStringISO1030321Converter>);
 }
 
-TEST(VRELStringISO1030321ConverterTest, HoldsACopy) {
+TEST(VRELStringISO1030321ConverterTest, CopiesString) {
   OpenConverter converter;
   char text[] = "text";
   converter.ResetUSAsciiString(text);
@@ -32,7 +32,7 @@ TEST(VRELStringISO1030321ConverterTest, HoldsACopy) {
   EXPECT_EQ(converter.Held(), nullptr);
 }
 
-TEST(VRELStringISO1030321ConverterTest, TakesItsOwnText) {
+TEST(VRELStringISO1030321ConverterTest, TakesOwnString) {
   OpenConverter converter;
   converter.ResetUSAsciiString("some text");
   converter.ResetUSAsciiString(converter.Held());
@@ -41,7 +41,7 @@ TEST(VRELStringISO1030321ConverterTest, TakesItsOwnText) {
   EXPECT_STREQ(converter.Held(), "text");
 }
 
-TEST(VRELStringISO1030321ConverterTest, ReleasesItsText) {
+TEST(VRELStringISO1030321ConverterTest, ReleasesString) {
   OpenConverter converter;
   converter.ResetUSAsciiString("text");
   converter.ReleaseUSAsciiString();

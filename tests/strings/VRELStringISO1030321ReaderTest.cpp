@@ -15,7 +15,7 @@ class OpenReader : public VRELStringISO1030321Reader {
   char const* Held() const { return USAsciiString; }
 };
 
-TEST(VRELStringISO1030321ReaderTest, IsAConverter) {
+TEST(VRELStringISO1030321ReaderTest, DerivesFromConverter) {
   EXPECT_TRUE((std::is_convertible_v<VRELStringISO1030321Reader*, VRELStringISO1030321Converter*>));
   EXPECT_EQ(sizeof(VRELStringISO1030321Reader), sizeof(VRELStringISO1030321Converter));
 }
@@ -59,7 +59,7 @@ TEST(VRELStringISO1030321ReaderTest, DecodesEscapes) {
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, ReadsQuadrupletsAsTheyCome) {
+TEST(VRELStringISO1030321ReaderTest, DecodesQuadrupletsOneByOne) {
   ExpectDecoded({
       {"\\X2\\GGGG\\X0\\x", u"x"},
       {"\\X2\\41GG\\X0\\", u"A"},
@@ -71,11 +71,11 @@ TEST(VRELStringISO1030321ReaderTest, ReadsQuadrupletsAsTheyCome) {
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, APageEscapeAtTheEndReadsAsU0080) {
+TEST(VRELStringISO1030321ReaderTest, PageEscapeAtEndIsU0080) {
   ExpectDecoded({{"\\S\\", u"\u0080"}, {"ab\\S\\", u"ab\u0080"}, {"\\S\\A\\S\\", u"\u00C1\u0080"}});
 }
 
-TEST(VRELStringISO1030321ReaderTest, LeavesMalformedEscapesAlone) {
+TEST(VRELStringISO1030321ReaderTest, MalformedEscapesAreCopied) {
   ExpectDecoded({
       {"\\X2\\\\X0\\", u"\\X2\\\\X0\\"},
       {"\\X2\\X0\\", u"\\X2\\X0\\"},
@@ -90,21 +90,22 @@ TEST(VRELStringISO1030321ReaderTest, LeavesMalformedEscapesAlone) {
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, AMalformedEscapeEndsTheDecoding) {
+TEST(VRELStringISO1030321ReaderTest, MalformedEscapeEndsDecoding) {
   ExpectDecoded({
       {"\\X2\\00E\\X0\\\\S\\A", u"\\X2\\00E\\X0\\\\S\\A"},
       {"\\S\\A\\X2\\00E\\X0\\\\S\\A", u"\u00C1\\X2\\00E\\X0\\\\S\\A"},
       {"\\X2\\00E9\\X0\\-\\X2\\00E9-\\S\\A", u"\u00E9-\\X2\\00E9-\\S\\A"},
-      // The end mark is looked for from the start of what is left, so one that stands alone spoils the next escape ...
+      // The search for the end marker begins at the start of the rest, so that a single marker makes the next escape
+      // malformed ...
       {"\\S\\A \\X0\\ \\X2\\0041\\X0\\ \\S\\A", u"\u00C1 \\X0\\ \\X2\\0041\\X0\\ \\S\\A"},
-      // ... unless an escape before takes it away.
+      // ... unless it is part of an earlier escape.
       {"\\X2\\0041\\X0\\ \\X2\\0042\\X0\\", u"A B"},
-      // A page escape that stands first is decoded with the spoiled one behind it left.
+      // A page escape before the malformed one is decoded.
       {"\\X0\\ \\S\\A\\X2\\0041\\X0\\", u"\\X0\\ \u00C1A"},
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, ReadsNoOtherEscape) {
+TEST(VRELStringISO1030321ReaderTest, OtherEscapesAreCopied) {
   ExpectDecoded({
       {"\\X\\E9", u"\\X\\E9"},
       {"\\X4\\0001F600\\X0\\", u"\\X4\\0001F600\\X0\\"},
@@ -120,28 +121,28 @@ TEST(VRELStringISO1030321ReaderTest, ReadsNoOtherEscape) {
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, WhatFollowsAnEscapeGoesThroughAscii) {
+TEST(VRELStringISO1030321ReaderTest, RestAfterEscapeIsAscii) {
   ExpectDecoded({
       {"\xC3\xA9", u"\u00E9"},
       {"\xC3\xA9\\S\\A", u"\u00E9\u00C1"},
       {"\\S\\A\xC3\xA9", u"\u00C1\x1A"},
       {"\xC3\xA9\\S\\A\xC3\xA9\\S\\B\xC3\xA9", u"\u00E9\u00C1\x1A\u00C2\x1A"},
       {"\\S\\A\xF0\x9F\x98\x80", u"\u00C1\x1A"},
-      {"\\S\\A\xC2\xADz", u"\u00C1z"},  // the soft hyphen has no shape of its own
+      {"\\S\\A\xC2\xADz", u"\u00C1z"},  // the soft hyphen is ignored
       {"\\S\\\xC3\xA9", u"\u009A"},
       {"\\S\\\xC3\xA9\\S\\A", u"\u009A\u00C1"},
-      {"\\S\\\xF0\x9F\x98\x80", u"\u009A\x1A"},  // half a pair each
+      {"\\S\\\xF0\x9F\x98\x80", u"\u009A\x1A"},  // one surrogate in each piece
       {"\\S\\\xC2\xAD", u"\u0080"},
       {"\\X2\\00E\xC3\xA9\\X0\\", u"\x0E"},
-      {"\\X2\\00\xF0\x9F\x98\x80\\X0\\", u"\\X2\\00\U0001F600\\X0\\"},  // three bytes between the marks
-      {"\\X2\\000\xF0\x9F\x98\x80\\X0\\\xC3\xA9", u"\x1A"},             // a quadruplet of the value 0
+      {"\\X2\\00\xF0\x9F\x98\x80\\X0\\", u"\\X2\\00\U0001F600\\X0\\"},  // three bytes between the markers
+      {"\\X2\\000\xF0\x9F\x98\x80\\X0\\\xC3\xA9", u"\x1A"},             // a quadruplet with the value 0
       {"\\X2\\0041\xC2\xAD\\X0\\", u"A"},
       {"\\S\\A\\X2\\00E\xC3\xA9\\X0\\", u"\u00C1\x0E"},
       {"\xC3\xA9\\X2\\00E9", u"\u00E9\\X2\\00E9"},
   });
 }
 
-TEST(VRELStringISO1030321ReaderTest, FlagTellsWhetherSomethingWasDecoded) {
+TEST(VRELStringISO1030321ReaderTest, BadConversionFlagIfNothingDecoded) {
   VRELStringISO1030321Reader reader;
   VRELString out;
   reader.ConvertFromASCII("plain", out);
@@ -152,7 +153,7 @@ TEST(VRELStringISO1030321ReaderTest, FlagTellsWhetherSomethingWasDecoded) {
   EXPECT_TRUE(out.getBadConversion());
 }
 
-TEST(VRELStringISO1030321ReaderTest, NullGivesTheEmptyText) {
+TEST(VRELStringISO1030321ReaderTest, NullIsEmptyString) {
   OpenReader reader;
   VRELString out(L"before");
   reader.ConvertFromASCII("held", out);
@@ -161,7 +162,7 @@ TEST(VRELStringISO1030321ReaderTest, NullGivesTheEmptyText) {
   EXPECT_EQ(reader.Held(), nullptr);
 }
 
-TEST(VRELStringISO1030321ReaderTest, HoldsWhatFollowsTheLastEscape) {
+TEST(VRELStringISO1030321ReaderTest, HoldsRestAfterLastEscape) {
   OpenReader reader;
   VRELString out;
   reader.ConvertFromASCII("plain", out);
@@ -174,7 +175,7 @@ TEST(VRELStringISO1030321ReaderTest, HoldsWhatFollowsTheLastEscape) {
   EXPECT_STREQ(reader.Held(), "b\\X2\\0041");
 }
 
-TEST(VRELStringISO1030321ReaderTest, DecodesItsOwnHeldText) {
+TEST(VRELStringISO1030321ReaderTest, DecodesOwnString) {
   OpenReader reader;
   reader.ResetUSAsciiString("a\\S\\Ab\\S\\B");
   VRELString out;
@@ -182,7 +183,7 @@ TEST(VRELStringISO1030321ReaderTest, DecodesItsOwnHeldText) {
   EXPECT_EQ(out.toUtf16(), u"a\u00C1b\u00C2");
 }
 
-TEST(VRELStringISO1030321ReaderTest, ReaderServesManyTexts) {
+TEST(VRELStringISO1030321ReaderTest, ReaderCanBeReused) {
   VRELStringISO1030321Reader reader;
   VRELString out;
   for (int i = 0; i < 3; ++i) {
@@ -191,7 +192,7 @@ TEST(VRELStringISO1030321ReaderTest, ReaderServesManyTexts) {
   }
 }
 
-TEST(VRELStringISO1030321ReaderTest, DecodesAMillionEscapes) {
+TEST(VRELStringISO1030321ReaderTest, DecodesMillionEscapes) {
   int const count = 500000;
   std::string text;
   std::u16string expected;
@@ -203,14 +204,14 @@ TEST(VRELStringISO1030321ReaderTest, DecodesAMillionEscapes) {
   VRELString out;
   EXPECT_EQ(reader.ConvertFromASCII(text.c_str(), out), 0);
   EXPECT_TRUE(out.toUtf16() == expected);
-  // Page escapes alone, so that neither mark of the other form is ever found.
+  // Only page escapes, so that no marker of the other form is found.
   text.clear();
   for (int i = 0; i < count; ++i) text += "\\S\\A";
   EXPECT_EQ(reader.ConvertFromASCII(text.c_str(), out), 0);
   EXPECT_TRUE(out.toUtf16() == std::u16string(count, u'\u00C1'));
 }
 
-// The decoding told step by step, each tail decoded by a call of its own.
+// The documented recursive algorithm.
 class Model {
  public:
   VRELString Convert(char const* text) {
@@ -258,8 +259,8 @@ class Model {
   }
 };
 
-TEST(VRELStringISO1030321ReaderTest, AgreesWithTheStepsOnRandomTexts) {
-  // Whole escapes are frequent, so that texts of many levels arise; all else is there to break them.
+TEST(VRELStringISO1030321ReaderTest, EqualsModelOnRandomStrings) {
+  // Complete escapes are frequent, so that the recursion is deep; the other pieces make escapes malformed.
   std::vector<std::string> const good = {"\\S\\A", "\\X2\\00E9\\X0\\", "\\X2\\D83DDE00\\X0\\", "\\S\\ ", "text"};
   std::vector<std::string> const fragments = {"\\S\\",    "\\X2\\", "\\X0\\",       "00E9",
                                               "D83D",     "DE00",   "0000",         "00",

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(VRELStringISO1030321WriterTest, IsAConverter) {
+TEST(VRELStringISO1030321WriterTest, DerivesFromConverter) {
   EXPECT_TRUE((std::is_convertible_v<VRELStringISO1030321Writer*, VRELStringISO1030321Converter*>));
   EXPECT_EQ(sizeof(VRELStringISO1030321Writer), sizeof(VRELStringISO1030321Converter));
 }
@@ -33,7 +33,7 @@ TEST(VRELStringISO1030321WriterTest, Encodes) {
       {L"a\\b", "a\\b"},
       {L"it's", "it's"},
       {L"line\nend\t\x01", "line\nend\t\x01"},
-      // The byte that the codepage puts for a character it lacks is a character too.
+      // The substitution byte of the code page is an ordinary character.
       {L"a\x1A", "a\x1A"},
       {L"\x1A\u00E9", "\x1A\\X2\\00E9\\X0\\"},
       {L"\\X2\\00E9\\X0\\", "\\X2\\00E9\\X0\\"},
@@ -48,14 +48,14 @@ TEST(VRELStringISO1030321WriterTest, Encodes) {
   }
 }
 
-TEST(VRELStringISO1030321WriterTest, EncodesHalfPairs) {
+TEST(VRELStringISO1030321WriterTest, EncodesUnpairedSurrogates) {
   VRELStringISO1030321Writer writer;
   char const* out = nullptr;
   EXPECT_EQ(writer.ConvertToASCII(VRELString(static_cast<unsigned short>(0xDC00)), out), 0);
   EXPECT_STREQ(out, "\\X2\\DC00\\X0\\");
 }
 
-TEST(VRELStringISO1030321WriterTest, EmptyTextGivesWhatIsHeld) {
+TEST(VRELStringISO1030321WriterTest, EmptyStringReturnsPreviousResult) {
   VRELStringISO1030321Writer writer;
   char const* out = "before";
   EXPECT_EQ(writer.ConvertToASCII(VRELString(), out), 0);
@@ -67,7 +67,7 @@ TEST(VRELStringISO1030321WriterTest, EmptyTextGivesWhatIsHeld) {
   EXPECT_STREQ(out, "text");
 }
 
-TEST(VRELStringISO1030321WriterTest, UninitializedTextGivesWhatIsHeld) {
+TEST(VRELStringISO1030321WriterTest, UninitializedReturnsPreviousResult) {
   VRELString text(L"gone");
   VRELString const taken(std::move(text));
   VRELStringISO1030321Writer writer;
@@ -76,7 +76,7 @@ TEST(VRELStringISO1030321WriterTest, UninitializedTextGivesWhatIsHeld) {
   EXPECT_EQ(out, nullptr);
 }
 
-TEST(VRELStringISO1030321WriterTest, DoesNotReleaseTheTextBefore) {
+TEST(VRELStringISO1030321WriterTest, DoesNotReleasePreviousResult) {
   char const* first = nullptr;
   char const* second = nullptr;
   {
@@ -86,12 +86,12 @@ TEST(VRELStringISO1030321WriterTest, DoesNotReleaseTheTextBefore) {
     EXPECT_STREQ(first, "first");
     EXPECT_STREQ(second, "second");
   }
-  // The writer took the second text along and knows nothing of the first: it is released here.
+  // The writer released the second string only; release the first one.
   EXPECT_STREQ(first, "first");
   delete[] first;
 }
 
-TEST(VRELStringISO1030321WriterTest, EncodesAMillionRuns) {
+TEST(VRELStringISO1030321WriterTest, EncodesMillionRuns) {
   int const count = 1000000;
   std::u16string text;
   std::string expected;
@@ -106,7 +106,7 @@ TEST(VRELStringISO1030321WriterTest, EncodesAMillionRuns) {
   EXPECT_TRUE(out == expected);
 }
 
-TEST(VRELStringISO1030321WriterTest, ReaderBringsRandomTextsBack) {
+TEST(VRELStringISO1030321WriterTest, RoundTripOfRandomStrings) {
   std::mt19937 random(21);
   char16_t const units[] = {u'a',
                             u'b',

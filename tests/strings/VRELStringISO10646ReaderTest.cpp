@@ -22,7 +22,7 @@ TEST(VRELStringISO10646ReaderTest, Decodes) {
       {"\\X2\\0000\\X0\\", u""},
       {"\\X2\\004100000042\\X0\\", u"AB"},
       {"\\X2\\zzzz0041\\X0\\", u"A"},
-      {"\\X2\\\\X0\\\\X0\\", u""},  // the marks inside are a quadruplet without digits
+      {"\\X2\\\\X0\\\\X0\\", u""},  // the inner markers are a quadruplet without digits
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.text);
@@ -34,7 +34,7 @@ TEST(VRELStringISO10646ReaderTest, Decodes) {
   }
 }
 
-TEST(VRELStringISO10646ReaderTest, FailsForOtherTexts) {
+TEST(VRELStringISO10646ReaderTest, OtherStringsFail) {
   for (char const* text : {static_cast<char const*>(nullptr), "", "\\X2\\", "\\X0\\", "\\X2\\\\X0\\", "\\X2\\X0\\",
                            "\\X2\\00E\\X0\\", "\\X2\\00E90\\X0\\", "\\X2\\00E9", "\\X2\\00E90041", "00E9\\X0\\",
                            "00E90041\\X0\\", "\\x2\\00E9\\x0\\", "\\X4\\00E9\\X0\\", "\\X2\\00E9\\X0\\ "}) {
@@ -46,7 +46,7 @@ TEST(VRELStringISO10646ReaderTest, FailsForOtherTexts) {
   }
 }
 
-TEST(VRELStringISO10646ReaderTest, SecondResultFailsWithTheSameText) {
+TEST(VRELStringISO10646ReaderTest, SecondResultFailsWithSameString) {
   VRELStringISO10646Reader reader("\\X2\\00E9\\X0\\");
   VRELString out;
   EXPECT_EQ(reader.GetResult(out), 0);
@@ -55,7 +55,7 @@ TEST(VRELStringISO10646ReaderTest, SecondResultFailsWithTheSameText) {
   EXPECT_EQ(out.toUtf16(), u"\u00E9");
 }
 
-TEST(VRELStringISO10646ReaderTest, ResultFailsOnceTheEncodingIsDetermined) {
+TEST(VRELStringISO10646ReaderTest, ResultFailsAfterDetermineEncoding) {
   VRELStringISO10646Reader reader("\\X2\\00E9\\X0\\");
   reader.DetermineEncoding();
   VRELString out(L"before");
@@ -63,7 +63,7 @@ TEST(VRELStringISO10646ReaderTest, ResultFailsOnceTheEncodingIsDetermined) {
   EXPECT_EQ(out.length(), 0);
 }
 
-TEST(VRELStringISO10646ReaderTest, CopiesItsText) {
+TEST(VRELStringISO10646ReaderTest, CopiesString) {
   char text[] = "\\X2\\00E9\\X0\\";
   VRELStringISO10646Reader reader(text);
   text[4] = 'F';
@@ -94,7 +94,7 @@ TEST(VRELStringISO10646ReaderTest, CountsQuadruplets) {
   }
 }
 
-TEST(VRELStringISO10646ReaderTest, GivesQuadruplets) {
+TEST(VRELStringISO10646ReaderTest, CopiesQuadruplets) {
   VRELStringISO10646Reader reader("\\X2\\00E90041\\X0\\");
   char quadruplet[6] = "xxxxx";
   reader.GetQuadrupletAt(0, quadruplet);
@@ -128,7 +128,7 @@ TEST(VRELStringISO10646ReaderTest, ReadsNumbers) {
   EXPECT_EQ(reader.GetUChar(nullptr), 0);
 }
 
-TEST(VRELStringISO10646ReaderTest, KnowsSurrogates) {
+TEST(VRELStringISO10646ReaderTest, ClassifiesSurrogates) {
   VRELStringISO10646Reader const reader("");
   for (int unit = 0; unit < 0x10000; ++unit) {
     auto const u = static_cast<unsigned short>(unit);

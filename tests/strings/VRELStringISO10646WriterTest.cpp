@@ -32,7 +32,7 @@ TEST(VRELStringISO10646WriterTest, Encodes) {
   for (Row const& row : rows) {
     VRELStringISO10646Writer writer(Text(row.text));
     SCOPED_TRACE(Text(row.encoded).toUtf8());
-    // Each call gives the same.
+    // A second call returns the same.
     for (int i = 0; i < 2; ++i) {
       VRELString out(L"before");
       EXPECT_EQ(writer.GetResult(out), 0);
@@ -41,7 +41,7 @@ TEST(VRELStringISO10646WriterTest, Encodes) {
   }
 }
 
-TEST(VRELStringISO10646WriterTest, AsciiTextKeepsItsFlag) {
+TEST(VRELStringISO10646WriterTest, AsciiStringKeepsFlag) {
   VRELString out;
   VRELStringISO10646Writer(VRELString("abc")).GetResult(out);
   EXPECT_TRUE(out.getBadConversion());
@@ -49,15 +49,15 @@ TEST(VRELStringISO10646WriterTest, AsciiTextKeepsItsFlag) {
   EXPECT_FALSE(out.getBadConversion());
 }
 
-TEST(VRELStringISO10646WriterTest, TextEndsAtAZeroInside) {
-  VRELString const text("x+AAAA6Q-", "UTF-7");  // U+0000 and U+00E9 behind the x
+TEST(VRELStringISO10646WriterTest, EndsAtInnerZero) {
+  VRELString const text("x+AAAA6Q-", "UTF-7");  // x, U+0000, U+00E9
   ASSERT_EQ(text.length(), 3);
   VRELString out;
   EXPECT_EQ(VRELStringISO10646Writer(text).GetResult(out), 0);
   EXPECT_EQ(out.toUtf16(), u"x");
 }
 
-TEST(VRELStringISO10646WriterTest, UninitializedTextPasses) {
+TEST(VRELStringISO10646WriterTest, UninitializedStringIsCopied) {
   VRELString text(L"gone");
   VRELString const taken(std::move(text));
   VRELString out(L"before");
@@ -65,7 +65,7 @@ TEST(VRELStringISO10646WriterTest, UninitializedTextPasses) {
   EXPECT_FALSE(out.getIsInitialized());
 }
 
-TEST(VRELStringISO10646WriterTest, TellsAscii) {
+TEST(VRELStringISO10646WriterTest, ClassifiesAscii) {
   VRELStringISO10646Writer const writer{VRELString()};
   for (int unit = 0; unit < 0x10000; ++unit) {
     auto const u = static_cast<unsigned short>(unit);
@@ -73,7 +73,7 @@ TEST(VRELStringISO10646WriterTest, TellsAscii) {
   }
 }
 
-TEST(VRELStringISO10646WriterTest, FindsTheFirstRun) {
+TEST(VRELStringISO10646WriterTest, FindsFirstRun) {
   struct Row {
     std::u16string text;
     int start;
@@ -115,7 +115,7 @@ TEST(VRELStringISO10646WriterTest, WritesQuadruplets) {
   }
 }
 
-TEST(VRELStringISO10646WriterTest, EncodesAllUnitsOfAText) {
+TEST(VRELStringISO10646WriterTest, EncodesAllUnits) {
   VRELStringISO10646Writer writer{VRELString()};
   VRELString out(L"before");
   EXPECT_EQ(writer.GetEncodedAsciiString(VRELString(L"A\u00E9\U0001F600"), out), 0);
@@ -132,7 +132,7 @@ TEST(VRELStringISO10646WriterTest, EncodesAllUnitsOfAText) {
   EXPECT_EQ(out.length(), 0);
 }
 
-// The encoding told step by step, each tail encoded by a call of its own.
+// The documented recursive algorithm.
 VRELString Model(VRELString const& source) {
   int start = -1;
   int end = -1;
@@ -152,7 +152,7 @@ VRELString Model(VRELString const& source) {
   return source.substring(0, start) + (encoded + VRELString(L"\\X0\\")) + tail;
 }
 
-TEST(VRELStringISO10646WriterTest, AgreesWithTheStepsOnRandomTexts) {
+TEST(VRELStringISO10646WriterTest, EqualsModelOnRandomStrings) {
   std::mt19937 random(10646);
   char16_t const units[] = {
       u'a', u'Z', u'\\', u'\x7F', u'\u0080', u'\u00E9', u'\uABCD', char16_t(0xD83D), char16_t(0xDE00)};

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELStringISO8859ReaderTest, GivesTheFourthByteMovedBy128) {
+TEST(VRELStringISO8859ReaderTest, AddsOneHundredTwentyEightToFourthByte) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELStringISO8859Reader>);
   for (int byte = 0; byte < 256; ++byte) {
     SCOPED_TRACE(byte);
@@ -23,7 +23,7 @@ TEST(VRELStringISO8859ReaderTest, GivesTheFourthByteMovedBy128) {
   }
 }
 
-TEST(VRELStringISO8859ReaderTest, FailsForOtherTexts) {
+TEST(VRELStringISO8859ReaderTest, OtherStringsFail) {
   for (char const* text : {"", "a", "\\S", "\\s\\A", "S\\A ", "\\X2\\", "a\\S\\A"}) {
     SCOPED_TRACE(text);
     VRELStringISO8859Reader reader(text);
@@ -46,7 +46,7 @@ TEST(VRELStringISO8859ReaderTest, CopiesFourBytes) {
   EXPECT_EQ(out.toUtf16(), u"\u00C1");
 }
 
-TEST(VRELStringISO8859ReaderTest, SecondResultFailsWithTheSameText) {
+TEST(VRELStringISO8859ReaderTest, SecondResultFailsWithSameString) {
   VRELStringISO8859Reader reader("\\S\\A");
   VRELString out;
   EXPECT_EQ(reader.GetResult(out), 0);
@@ -55,7 +55,7 @@ TEST(VRELStringISO8859ReaderTest, SecondResultFailsWithTheSameText) {
   EXPECT_EQ(out.toUtf16(), u"\u00C1");
 }
 
-TEST(VRELStringISO8859ReaderTest, ResultFailsOnceTheEncodingIsDetermined) {
+TEST(VRELStringISO8859ReaderTest, ResultFailsAfterDetermineEncoding) {
   VRELStringISO8859Reader reader("\\S\\A");
   reader.DetermineEncoding();
   VRELString out(L"before");

@@ -8,13 +8,16 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -33,26 +36,26 @@
 
 namespace {
 
-// Text from units, by the constructor for UTF-16.
+// Creates a string from UTF-16 units.
 VRELString Text(std::u16string const& units) {
   std::vector<unsigned short> copy(units.begin(), units.end());
   copy.push_back(0);
   return VRELString(copy.data());
 }
 
-// The units of a text, read one by one.
+// Returns the units of a string, read one by one.
 std::u16string Units(VRELString const& text) {
   std::u16string units;
   for (int i = 0; i < text.length(); ++i) units += static_cast<char16_t>(text.charAt(i));
   return units;
 }
 
-// The ICU text behind a text of these units: the units and one U+0000.
+// Returns the ICU string of a VRELString of these units: the units and one U+0000.
 icu::UnicodeString Model(std::u16string const& units) {
   return icu::UnicodeString(units.c_str(), static_cast<int>(units.size()) + 1);
 }
 
-// "a", U+0000, "b": UTF-7 is a form that carries U+0000 in bytes other than 0.
+// "a", U+0000, "b". UTF-7 encodes U+0000 in bytes other than 0.
 VRELString TextWithZero() {
   return VRELString("a+AAA-b", "UTF-7");
 }
@@ -67,16 +70,16 @@ int Sign(int value) {
   return (value > 0) - (value < 0);
 }
 
-TEST(VRELStringTest, IsAClassWithAVirtualDestructorAndNoBase) {
+TEST(VRELStringTest, SizeAndVirtualDestructor) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELString>);
   EXPECT_EQ(sizeof(VRELString), 3 * sizeof(void*));
 }
 
-TEST(VRELStringTest, NamesTheCodepageOfAscii) {
+TEST(VRELStringTest, NameOfAsciiCodePage) {
   EXPECT_STREQ(VRELString::CODEPAGE_NAME_ASCII, "US-ASCII");
 }
 
-TEST(VRELStringTest, MarksTheInvariantCharacters) {
+TEST(VRELStringTest, SetOfInvariantCharacters) {
   std::string const variant = "\n!#$@[\\]^`{|}~";
   for (int c = 0; c < 128; ++c) {
     SCOPED_TRACE(c);
@@ -85,7 +88,7 @@ TEST(VRELStringTest, MarksTheInvariantCharacters) {
   }
 }
 
-TEST(VRELStringTest, DefaultIsTheEmptyText) {
+TEST(VRELStringTest, DefaultIsEmpty) {
   VRELString const text;
   EXPECT_TRUE(text.getIsInitialized());
   EXPECT_FALSE(text.getBadConversion());
@@ -94,7 +97,7 @@ TEST(VRELStringTest, DefaultIsTheEmptyText) {
   EXPECT_EQ(text.charAt(1), 0xFFFF);
 }
 
-TEST(VRELStringTest, BuildsFromOneCodePoint) {
+TEST(VRELStringTest, ConstructsFromCodePoint) {
   struct Row {
     int codePoint;
     std::u16string units;
@@ -122,7 +125,7 @@ TEST(VRELStringTest, BuildsFromOneCodePoint) {
   }
 }
 
-TEST(VRELStringTest, BuildsTheEmptyTextFromWhatIsNoCodePoint) {
+TEST(VRELStringTest, InvalidCodePointIsEmpty) {
   for (int codePoint : {-1, INT_MIN, 0x110000, INT_MAX}) {
     SCOPED_TRACE(codePoint);
     VRELString const text(codePoint);
@@ -132,7 +135,7 @@ TEST(VRELStringTest, BuildsTheEmptyTextFromWhatIsNoCodePoint) {
   }
 }
 
-TEST(VRELStringTest, BuildsFromOneUnit) {
+TEST(VRELStringTest, ConstructsFromUnit) {
   EXPECT_EQ(VRELString(static_cast<unsigned short>(0)).length(), 0);
   for (unsigned short unit : {1, 0x41, 0xC1, 0xD83D, 0xDE00, 0xFFFE, 0xFFFF}) {
     SCOPED_TRACE(unit);
@@ -144,7 +147,7 @@ TEST(VRELStringTest, BuildsFromOneUnit) {
   }
 }
 
-TEST(VRELStringTest, BuildsFromUtf32) {
+TEST(VRELStringTest, ConstructsFromUtf32) {
   int const units[] = {'a', 0xE9, 0x1F600, 'z', 0, 'x', 0};
   VRELString const text(units);
   EXPECT_EQ(Units(text), u"a\u00E9\U0001F600z");
@@ -155,7 +158,7 @@ TEST(VRELStringTest, BuildsFromUtf32) {
   EXPECT_FALSE(VRELString(nothing).getBadConversion());
 }
 
-TEST(VRELStringTest, BuildsFromWideCharacters) {
+TEST(VRELStringTest, ConstructsFromWideCharacters) {
   VRELString const text(L"a\u00E9\U0001F600z");
   EXPECT_EQ(Units(text), u"a\u00E9\U0001F600z");
   EXPECT_FALSE(text.getBadConversion());
@@ -171,7 +174,7 @@ TEST(VRELStringTest, BuildsFromWideCharacters) {
   EXPECT_EQ(pairs.charAt(200000), 0);
 }
 
-TEST(VRELStringTest, BuildsTheEmptyTextFromNull) {
+TEST(VRELStringTest, NullIsEmptyString) {
   VRELString const texts[] = {VRELString(static_cast<int const*>(nullptr)),
                               VRELString(static_cast<wchar_t const*>(nullptr)),
                               VRELString(static_cast<unsigned short const*>(nullptr)),
@@ -187,7 +190,7 @@ TEST(VRELStringTest, BuildsTheEmptyTextFromNull) {
   EXPECT_TRUE(bytes.getBadConversion());
 }
 
-TEST(VRELStringTest, FlagsUtf32ThatHoldsMoreThanScalarValues) {
+TEST(VRELStringTest, InvalidUtf32SetsFlag) {
   for (int bad : {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x110000, 0x7FFFFFFF, -1}) {
     SCOPED_TRACE(bad);
     int const units[] = {'a', bad, 'b', 0};
@@ -204,7 +207,7 @@ TEST(VRELStringTest, FlagsUtf32ThatHoldsMoreThanScalarValues) {
   EXPECT_TRUE(VRELString(pair).getBadConversion()) << "surrogates are no UTF-32, not even in pairs";
 }
 
-TEST(VRELStringTest, BuildsFromUtf16WhateverItHolds) {
+TEST(VRELStringTest, ConstructsFromAnyUtf16) {
   std::u16string const lone = {u'a', char16_t(0xDC00), u'b', char16_t(0xD800)};
   VRELString const text = Text(lone);
   EXPECT_EQ(Units(text), lone);
@@ -213,7 +216,7 @@ TEST(VRELStringTest, BuildsFromUtf16WhateverItHolds) {
   EXPECT_EQ(Units(VRELString(cut)), u"a");
 }
 
-TEST(VRELStringTest, BuildsFromBytesInANamedCodepage) {
+TEST(VRELStringTest, ConstructsFromNamedCodePage) {
   struct Row {
     char const* bytes;
     char const* codepage;
@@ -238,7 +241,7 @@ TEST(VRELStringTest, BuildsFromBytesInANamedCodepage) {
   }
 }
 
-TEST(VRELStringTest, FlagsBytesWithoutANamedCodepage) {
+TEST(VRELStringTest, DefaultCodePageSetsFlag) {
   for (char const* codepage : {static_cast<char const*>(nullptr), "", "no-such-codepage"}) {
     VRELString const text("abc", codepage);
     EXPECT_TRUE(text.getBadConversion());
@@ -248,8 +251,8 @@ TEST(VRELStringTest, FlagsBytesWithoutANamedCodepage) {
   EXPECT_TRUE(VRELString("abc").getBadConversion());
 }
 
-// The process's default codepage is UTF-8 wherever ICU is built for Linux.
-TEST(VRELStringTest, ReadsAndWritesTheDefaultCodepage) {
+// The default code page of ICU on Linux is UTF-8.
+TEST(VRELStringTest, DefaultCodePageRoundTrip) {
   ASSERT_STREQ(ucnv_getDefaultName(), "UTF-8");
   for (char const* codepage : {static_cast<char const*>(nullptr), "no-such-codepage"}) {
     VRELString const text("\xC3\xA9!", codepage);
@@ -269,7 +272,7 @@ TEST(VRELStringTest, ReadsAndWritesTheDefaultCodepage) {
   VRELReleaseChars(chars);
 }
 
-TEST(VRELStringTest, BuildsFromTextOfTheStandardLibrary) {
+TEST(VRELStringTest, ConstructsFromStandardStrings) {
   EXPECT_EQ(Units(VRELString(std::string("\xC3\xA9!"))), u"\u00E9!");
   EXPECT_EQ(Units(VRELString(std::string("a\xFF"))), u"a\uFFFD");
   EXPECT_EQ(Units(VRELString(std::string("ab\0cd", 5))), u"ab");
@@ -279,7 +282,7 @@ TEST(VRELStringTest, BuildsFromTextOfTheStandardLibrary) {
   EXPECT_EQ(VRELString(std::u16string_view()).length(), 0);
 }
 
-TEST(VRELStringTest, GivesTextOfTheStandardLibrary) {
+TEST(VRELStringTest, ConvertsToStandardStrings) {
   VRELString const text(L"a\u00E9\U0001F600");
   EXPECT_EQ(text.view(), u"a\u00E9\U0001F600");
   EXPECT_EQ(text.toUtf16(), u"a\u00E9\U0001F600");
@@ -292,7 +295,139 @@ TEST(VRELStringTest, GivesTextOfTheStandardLibrary) {
   EXPECT_EQ(Uninitialized().toUtf8(), "");
 }
 
-TEST(VRELStringTest, CopiesTextAndFlag) {
+TEST(VRELStringTest, ConstructsFromViewsAndUtf16Literals) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Units(VRELString("Tr\xC3\xA4ger M8"sv.substr(0, 7))), u"Tr\u00E4ger");
+  EXPECT_EQ(Units(VRELString("a\0b"sv)), u"a");
+  EXPECT_EQ(Units(VRELString("\xFF"sv)), u"\uFFFD");
+  EXPECT_EQ(VRELString(std::string_view()).length(), 0);
+  EXPECT_EQ(Units(VRELString(L"bolt \U0001F529 M8"sv.substr(0, 6))), u"bolt \U0001F529");
+  EXPECT_EQ(Units(VRELString(L"a\0b"sv)), u"a");
+  EXPECT_EQ(VRELString(std::wstring_view()).length(), 0);
+  VRELString const surrogate(std::wstring(1, wchar_t(0xD800)));
+  EXPECT_EQ(surrogate.length(), 0);
+  EXPECT_TRUE(surrogate.getBadConversion());
+  VRELString const literal = u"\u00E9";
+  EXPECT_EQ(Units(literal), u"\u00E9");
+  EXPECT_FALSE(literal.getBadConversion());
+  EXPECT_EQ(VRELString(static_cast<char16_t const*>(nullptr)).length(), 0);
+}
+
+TEST(VRELStringTest, WideStringsAroundFastPathLimits) {
+  // One value on each side of the limits of the fast path, of the surrogates and of the planes.
+  for (std::uint32_t scalar : {0x7Fu, 0x80u, 0x7FFFu, 0x8000u, 0xD7FFu, 0xE000u, 0xFFFFu, 0x10000u, 0x10FFFFu}) {
+    for (std::size_t length : {1u, 3u, 4u, 26u, 27u, 400u}) {
+      std::wstring wide(length, L'a');
+      wide[length / 2] = static_cast<wchar_t>(scalar);
+      VRELString const text(wide.c_str());
+      EXPECT_FALSE(text.getBadConversion());
+      EXPECT_EQ(text.length(), static_cast<int>(length) + (scalar > 0xFFFF ? 1 : 0));
+      EXPECT_EQ(text.toWide(), wide);
+    }
+  }
+  for (std::uint32_t value : {0xD800u, 0xDFFFu, 0x110000u, 0xFFFFFFFFu}) {
+    std::wstring wide(400, L'a');
+    wide[399] = static_cast<wchar_t>(value);
+    VRELString const text(wide.c_str());
+    EXPECT_TRUE(text.getBadConversion());
+    EXPECT_EQ(text.length(), 0);
+  }
+}
+
+TEST(VRELStringTest, ToWideReplacesLoneSurrogates) {
+  EXPECT_EQ(Text(u"a\u00E9\U0001F600").toWide(), L"a\u00E9\U0001F600");
+  EXPECT_EQ(Text({u'a', 0xD83D}).toWide(), L"a\uFFFD");
+  EXPECT_EQ(Text({0xDE00, u'b'}).toWide(), L"\uFFFDb");
+  EXPECT_EQ(Uninitialized().toWide(), L"");
+  EXPECT_EQ(TextWithZero().toWide(), std::wstring(L"a\0b", 3));
+}
+
+TEST(VRELStringTest, EqualityComparesAllUnits) {
+  VRELString const text(L"Stra\u00DFe");
+  EXPECT_TRUE(text == L"Stra\u00DFe");
+  EXPECT_TRUE(u"Stra\u00DFe" == text);
+  EXPECT_TRUE(text != L"strasse");
+  EXPECT_TRUE("Stra" != text);
+  EXPECT_FALSE(text == VRELString());
+  EXPECT_FALSE(text != text);
+  EXPECT_TRUE(VRELString(L"\u00E9") != VRELString(L"e\u0301"));
+  EXPECT_TRUE(TextWithZero() == TextWithZero());
+  EXPECT_TRUE(TextWithZero() != VRELString(L"a"));
+  EXPECT_TRUE(Uninitialized() == Uninitialized());
+  EXPECT_TRUE(Uninitialized() != VRELString());
+  EXPECT_TRUE(VRELString() != Uninitialized());
+  // The flag is not part of the string.
+  EXPECT_TRUE(VRELString("a") == VRELString(L"a"));
+}
+
+TEST(VRELStringTest, StandardHashAgreesWithEquality) {
+  std::hash<VRELString> const hash;
+  EXPECT_EQ(hash(L"bolt"), hash("bolt"));
+  EXPECT_NE(hash(L"bolt"), hash(L"Bolt"));
+  EXPECT_EQ(hash(Uninitialized()), hash(Uninitialized()));
+  std::unordered_map<VRELString, int> counts;
+  ++counts[L"bolt"];
+  ++counts[u"bolt"];
+  ++counts[L"Bolt"];
+  EXPECT_EQ(counts.size(), 2u);
+  EXPECT_EQ(counts[L"bolt"], 2);
+}
+
+TEST(VRELStringTest, JoinsLiteralsOnBothSides) {
+  VRELString const text(L"b");
+  EXPECT_EQ(Units(L"a\u00E9" + text + L"c"), u"a\u00E9bc");
+  EXPECT_EQ(Units(u"a" + text + u"c"), u"abc");
+  EXPECT_EQ(Units("a" + text + "c"), u"abc");
+  EXPECT_EQ(Units(static_cast<wchar_t const*>(nullptr) + text), u"b");
+  EXPECT_FALSE(("a" + text).getBadConversion());
+}
+
+TEST(VRELStringTest, AppendEqualsConcatenation) {
+  struct {
+    VRELString left;
+    VRELString right;
+  } const rows[] = {
+      {VRELString(), VRELString()},
+      {VRELString(), VRELString(L"b")},
+      {VRELString(L"a"), VRELString()},
+      {VRELString("a"), VRELString(L"b")},
+      {VRELString(std::wstring(26, L'a')), VRELString(L"\U0001F529")},
+      {VRELString(std::wstring(300, L'a')), VRELString(std::wstring(500, L'b'))},
+      {TextWithZero(), VRELString(L"b")},
+      {VRELString(L"x"), TextWithZero()},
+      {Uninitialized(), VRELString(L"b")},
+      {VRELString(L"a"), Uninitialized()},
+      {Uninitialized(), Uninitialized()},
+  };
+  for (auto const& row : rows) {
+    VRELString const expected = row.left + row.right;
+    VRELString text(row.left);
+    if (row.left.getHoldsZero()) text = TextWithZero();
+    if (!row.left.getIsInitialized()) text = Uninitialized();
+    VRELString& same = text += row.right;
+    EXPECT_EQ(&same, &text);
+    EXPECT_EQ(Units(text), Units(expected));
+    EXPECT_EQ(text.getIsInitialized(), expected.getIsInitialized());
+    EXPECT_EQ(text.getBadConversion(), expected.getBadConversion());
+    EXPECT_EQ(text.getHoldsZero(), expected.getHoldsZero());
+    EXPECT_EQ(text.charAt(text.length()), expected.charAt(expected.length()));
+  }
+}
+
+TEST(VRELStringTest, AppendsItselfAndLeavesCopiesUnchanged) {
+  VRELString text(std::wstring(40, L'a'));
+  VRELString const copy(text);
+  text += text;
+  EXPECT_EQ(Units(text), std::u16string(80, u'a'));
+  text += L"b";
+  EXPECT_EQ(Units(copy), std::u16string(40, u'a'));
+  VRELString many;
+  for (int i = 0; i < 200000; ++i) many += L"xy";
+  EXPECT_EQ(many.length(), 400000);
+  EXPECT_EQ(many.charAt(399999), 'y');
+}
+
+TEST(VRELStringTest, CopyKeepsFlag) {
   VRELString const flagged("abc");
   VRELString const copy(flagged);
   EXPECT_TRUE(copy.getBadConversion());
@@ -302,7 +437,7 @@ TEST(VRELStringTest, CopiesTextAndFlag) {
   EXPECT_FALSE(VRELString(plain).getBadConversion());
 }
 
-TEST(VRELStringTest, ACopyEndsAtTheFirstZero) {
+TEST(VRELStringTest, CopyEndsAtFirstZero) {
   VRELString const text = TextWithZero();
   ASSERT_EQ(text.length(), 3);
   EXPECT_EQ(text.charAt(0), 'a');
@@ -316,7 +451,7 @@ TEST(VRELStringTest, ACopyEndsAtTheFirstZero) {
   EXPECT_EQ(text.length(), 3) << "the source stays";
 }
 
-TEST(VRELStringTest, AssignmentReplacesTextAndFlag) {
+TEST(VRELStringTest, AssignmentReplacesStringAndFlag) {
   VRELString target(L"old");
   VRELString const flagged("new");
   EXPECT_EQ(&(target = flagged), &target);
@@ -335,14 +470,14 @@ TEST(VRELStringTest, AssignmentReplacesTextAndFlag) {
   EXPECT_EQ(Units(target), u"new");
 }
 
-TEST(VRELStringTest, SelfAssignmentKeepsAZeroInside) {
+TEST(VRELStringTest, SelfAssignmentKeepsInnerZero) {
   VRELString text = TextWithZero();
   VRELString const& itself = text;
   text = itself;
   EXPECT_EQ(text.length(), 3);
 }
 
-TEST(VRELStringTest, MoveTakesTheTextOver) {
+TEST(VRELStringTest, MoveLeavesSourceUninitialized) {
   VRELString source("abc");
   VRELString target(std::move(source));
   EXPECT_EQ(Units(target), u"abc");
@@ -354,7 +489,7 @@ TEST(VRELStringTest, MoveTakesTheTextOver) {
   EXPECT_TRUE(assigned.getBadConversion());
 }
 
-TEST(VRELStringTest, UninitializedTextAnswersEverything) {
+TEST(VRELStringTest, UninitializedReturnsDocumentedValues) {
   VRELString const text = Uninitialized();
   VRELString const other(L"abc");
   VRELString const empty;
@@ -399,8 +534,8 @@ TEST(VRELStringTest, UninitializedTextAnswersEverything) {
   EXPECT_EQ(text.getConvertToRestrictedASCIISize(), 0);
 }
 
-// Nobody is promised an answer; but none of them may crash.
-TEST(VRELStringTest, UninitializedArgumentsAreHarmless) {
+// The results are unspecified, but nothing may crash.
+TEST(VRELStringTest, UninitializedArgumentsDoNotCrash) {
   VRELString const text(L"abc");
   VRELString const gone = Uninitialized();
   EXPECT_NE(text.compareTo(gone), 0);
@@ -413,7 +548,7 @@ TEST(VRELStringTest, UninitializedArgumentsAreHarmless) {
   EXPECT_FALSE(VRELString(gone).getIsInitialized());
 }
 
-TEST(VRELStringTest, UninitializedTextFailsToConvert) {
+TEST(VRELStringTest, UninitializedConversionsFail) {
   VRELString const text = Uninitialized();
   char bytes[4] = {'x', 'x', 'x', 'x'};
   unsigned short units[4] = {7, 7, 7, 7};
@@ -443,7 +578,7 @@ TEST(VRELStringTest, UninitializedTextFailsToConvert) {
   EXPECT_EQ(wideChars, nullptr);
 }
 
-TEST(VRELStringTest, NullBuffersAreInvalidArguments) {
+TEST(VRELStringTest, NullBufferIsInvalidArgument) {
   for (VRELString const& text : {VRELString(L"abc"), Uninitialized()}) {
     EXPECT_EQ(text.convertToUTF8(nullptr, 10), VREL_E_INVALID_ARGUMENT);
     EXPECT_EQ(text.convertToUTF16(nullptr, 10), VREL_E_INVALID_ARGUMENT);
@@ -455,7 +590,7 @@ TEST(VRELStringTest, NullBuffersAreInvalidArguments) {
   }
 }
 
-TEST(VRELStringTest, CharAtGivesUnitsAndTheTerminator) {
+TEST(VRELStringTest, CharAtReturnsUnitsAndTerminator) {
   VRELString const text(L"ab");
   EXPECT_EQ(text.charAt(-1), 0xFFFF);
   EXPECT_EQ(text.charAt(0), 'a');
@@ -467,7 +602,7 @@ TEST(VRELStringTest, CharAtGivesUnitsAndTheTerminator) {
   EXPECT_EQ(VRELString(static_cast<unsigned short>(0xFFFE)).charAt(0), 0xFFFE) << "unsigned";
 }
 
-TEST(VRELStringTest, HashTakesTheTerminatorIn) {
+TEST(VRELStringTest, HashIncludesTerminator) {
   std::u16string longText;
   for (int i = 0; i < 500; ++i) longText += static_cast<char16_t>(0x20 + i);
   int negative = 0;
@@ -490,7 +625,7 @@ TEST(VRELStringTest, HashTakesTheTerminatorIn) {
             static_cast<unsigned int>(std::abs(Model(u"key").hashCode())));
 }
 
-TEST(VRELStringTest, TextsElsewhereAreHashedAndComparedAlike) {
+TEST(VRELStringTest, StaticHashAndCompareAgree) {
   EXPECT_EQ(VRELString::hashCode(std::u16string_view()), 1);
   EXPECT_EQ(VRELString::hashCode(u"A"), 65 * 37);
   std::u16string units;
@@ -525,7 +660,7 @@ TEST(VRELStringTest, TextsElsewhereAreHashedAndComparedAlike) {
   }
 }
 
-TEST(VRELStringTest, TellsOfAZeroInside) {
+TEST(VRELStringTest, ReportsInnerZero) {
   EXPECT_TRUE(TextWithZero().getHoldsZero());
   EXPECT_FALSE(VRELString().getHoldsZero());
   EXPECT_FALSE(VRELString(L"ab").getHoldsZero());
@@ -541,18 +676,18 @@ TEST(VRELStringTest, TellsOfAZeroInside) {
   EXPECT_EQ(Units(copy + plain), u"xyzxyz");
 }
 
-TEST(VRELStringTest, HashTakesAZeroInsideIn) {
+TEST(VRELStringTest, HashIncludesInnerZero) {
   EXPECT_EQ(TextWithZero().hashCode(), std::abs(Model(std::u16string(u"a\0b", 3)).hashCode()));
 }
 
-TEST(VRELStringTest, KeysAreEqualWhateverTheirCase) {
+TEST(VRELStringTest, KeysAreEqualInAnyCase) {
   EXPECT_TRUE(VRELHashTraits<VRELString>::Equal(VRELString(L"Key"), VRELString(L"kEY")));
   EXPECT_FALSE(VRELHashTraits<VRELString>::Equal(VRELString(L"Key"), VRELString(L"Kez")));
   EXPECT_NE(VRELString(L"Key").hashCode(), VRELString(L"key").hashCode());
 }
 
 TEST(VRELStringTest, ComparesInCodePointOrder) {
-  // Each text stands below the next one.
+  // Each string is less than the next one.
   std::u16string const ordered[] = {u"",   u"A",      u"AB",     u"B",      u"a",          u"aB",
                                     u"ab", u"\u00E9", u"\uD7FF", u"\uFFFD", u"\U0001F600", u"\U0010FFFF"};
   int const count = static_cast<int>(std::size(ordered));
@@ -570,7 +705,7 @@ TEST(VRELStringTest, ComparesInCodePointOrder) {
   }
 }
 
-TEST(VRELStringTest, ComparisonTakesTerminatorsAsUnits) {
+TEST(VRELStringTest, ComparisonIncludesTerminator) {
   VRELString const text = TextWithZero();
   VRELString const shorter(L"a");
   EXPECT_GT(text.compareTo(shorter), 0);
@@ -580,7 +715,7 @@ TEST(VRELStringTest, ComparisonTakesTerminatorsAsUnits) {
   EXPECT_FALSE(text.equalsIgnoreCase(shorter));
 }
 
-TEST(VRELStringTest, ComparesFoldedTexts) {
+TEST(VRELStringTest, ComparesFoldedStrings) {
   struct Row {
     std::u16string a;
     std::u16string b;
@@ -598,7 +733,7 @@ TEST(VRELStringTest, ComparesFoldedTexts) {
       {u"I", u"\u0131", -1},  // no Turkic folding
       {u"\u03A3", u"\u03C2", 0},
       {u"\U00010400", u"\U00010428", 0},
-      {u"_", u"A", -1},  // folding goes to lower case: 0x5F stands below 0x61
+      {u"_", u"A", -1},  // folding produces lower case: 0x5F is below 0x61
       {u"\uFFFD", u"\U0001F600", -1},
   };
   for (Row const& row : rows) {
@@ -611,7 +746,7 @@ TEST(VRELStringTest, ComparesFoldedTexts) {
   }
 }
 
-TEST(VRELStringTest, FoldsTheLettersOfAsciiAndNothingElseOfIt) {
+TEST(VRELStringTest, FoldsOnlyLettersOfAscii) {
   auto const folded = [](int c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; };
   for (int a = 1; a < 128; ++a) {
     for (int b = 1; b < 128; ++b) {
@@ -647,7 +782,7 @@ TEST(VRELStringTest, StartsAndEndsWith) {
   EXPECT_TRUE(self.endsWith(self));
 }
 
-TEST(VRELStringTest, StartAndEndOfATextWithAZeroInsideAreCutThere) {
+TEST(VRELStringTest, StartsAndEndsWithInnerZero) {
   VRELString const text = TextWithZero();
   EXPECT_TRUE(text.startsWith(VRELString(L"a")));
   EXPECT_TRUE(text.endsWith(VRELString(L"b")));
@@ -657,7 +792,7 @@ TEST(VRELStringTest, StartAndEndOfATextWithAZeroInsideAreCutThere) {
   EXPECT_FALSE(VRELString(L"ab").endsWith(text));
 }
 
-TEST(VRELStringTest, CountsUnitsBeforeTheFirstZero) {
+TEST(VRELStringTest, GetStringLengthStopsAtZero) {
   unsigned short const units[] = {'a', 'b', 0xD83D, 0, 'x', 0};
   int const codePoints[] = {0x1F600, 'b', 0, 'x', 0};
   EXPECT_EQ(VRELString::getStringLength("abc\0d"), 3);
@@ -692,7 +827,7 @@ TEST(VRELStringTest, FindsUnits) {
   EXPECT_EQ(text.lastIndexOf(missing), -1);
 }
 
-TEST(VRELStringTest, SearchForUnitZeroFindsTheTerminator) {
+TEST(VRELStringTest, SearchForZeroFindsTerminator) {
   VRELString const text(L"abc");
   unsigned short const zero = 0;
   EXPECT_EQ(text.indexOf(zero), 3);
@@ -705,7 +840,7 @@ TEST(VRELStringTest, SearchForUnitZeroFindsTheTerminator) {
   EXPECT_EQ(TextWithZero().lastIndexOf(zero), 3);
 }
 
-TEST(VRELStringTest, SearchForASurrogateFindsItOnlyAlone) {
+TEST(VRELStringTest, SearchFindsOnlyUnpairedSurrogate) {
   VRELString const text = Text({u'a', char16_t(0xD83D), char16_t(0xDE00), char16_t(0xD83D)});
   unsigned short const lead = 0xD83D;
   unsigned short const trail = 0xDE00;
@@ -716,7 +851,7 @@ TEST(VRELStringTest, SearchForASurrogateFindsItOnlyAlone) {
   EXPECT_EQ(text.indexOf(VRELString(0x1F600), 0), 1);
 }
 
-TEST(VRELStringTest, FindsTexts) {
+TEST(VRELStringTest, FindsStrings) {
   VRELString const text(L"abcabcab");
   VRELString const ab(L"ab");
   EXPECT_EQ(text.indexOf(ab, 0), 0);
@@ -732,14 +867,14 @@ TEST(VRELStringTest, FindsTexts) {
   EXPECT_EQ(text.indexOf(VRELString(L"ac"), 0), -1);
   EXPECT_EQ(text.lastIndexOf(VRELString(L"ac"), 0), -1);
   EXPECT_EQ(text.indexOf(VRELString(L"abcabcabc"), 0), -1);
-  // Nothing of a search is left behind in either text.
+  // A search changes neither string.
   EXPECT_EQ(text.charAt(8), 0);
   EXPECT_EQ(ab.charAt(2), 0);
   EXPECT_EQ(text.getConvertToUTF16Size(), 9);
   EXPECT_EQ(ab.getConvertToUTF16Size(), 3);
 }
 
-TEST(VRELStringTest, TheTerminatorTakesNoPartInASearchForAText) {
+TEST(VRELStringTest, StringSearchIgnoresTerminator) {
   VRELString const sought("a+AAA-", "UTF-7");  // "a" and U+0000
   ASSERT_EQ(sought.length(), 2);
   EXPECT_EQ(VRELString(L"ba").indexOf(sought, 0), -1);
@@ -750,7 +885,7 @@ TEST(VRELStringTest, TheTerminatorTakesNoPartInASearchForAText) {
   EXPECT_EQ(TextWithZero().lastIndexOf(sought, 0), 0);
 }
 
-TEST(VRELStringTest, EmptyTextIsFoundAtTheEnd) {
+TEST(VRELStringTest, EmptyStringIsFoundAtEnd) {
   VRELString const text(L"abc");
   VRELString const empty;
   EXPECT_EQ(text.indexOf(empty, -1), 3);
@@ -767,7 +902,7 @@ TEST(VRELStringTest, EmptyTextIsFoundAtTheEnd) {
   EXPECT_EQ(empty.lastIndexOf(empty, 0), 0);
 }
 
-TEST(VRELStringTest, SearchForItselfIsHarmless) {
+TEST(VRELStringTest, SearchForItself) {
   VRELString const text(L"abc");
   text.indexOf(text, 0);
   text.lastIndexOf(text, 0);
@@ -776,7 +911,7 @@ TEST(VRELStringTest, SearchForItselfIsHarmless) {
   EXPECT_EQ(text.getConvertToUTF16Size(), 4);
 }
 
-TEST(VRELStringTest, Joins) {
+TEST(VRELStringTest, Concatenates) {
   VRELString const a("ab");
   VRELString const b(L"\u00E9\U0001F600");
   VRELString const joined = a + b;
@@ -792,7 +927,7 @@ TEST(VRELStringTest, Joins) {
   EXPECT_EQ(Units(a + TextWithZero()), u"aba");
 }
 
-TEST(VRELStringTest, CutsOut) {
+TEST(VRELStringTest, Substring) {
   struct Row {
     int start;
     int end;
@@ -840,7 +975,7 @@ TEST(VRELStringTest, ReplacesUnits) {
   EXPECT_EQ(Units(ab.replace('a', 0)), u"");
   EXPECT_EQ(Units(VRELString().replace(0, 'x')), u"x");
   EXPECT_EQ(Units(TextWithZero().replace('a', 'x')), u"x");
-  // Half of a pair is no unit of its own.
+  // Half of a pair is not replaced.
   EXPECT_EQ(Units(VRELString(0x1F600).replace(0xD83D, 'x')), u"\U0001F600");
   EXPECT_EQ(Units(VRELString(static_cast<unsigned short>(0xD83D)).replace(0xD83D, 'x')), u"x");
 }
@@ -869,7 +1004,7 @@ TEST(VRELStringTest, ConvertsToUtf8) {
   EXPECT_STREQ(bytes, "");
 }
 
-TEST(VRELStringTest, AsciiTextNeedsRoomForItsTerminator) {
+TEST(VRELStringTest, AsciiNeedsSpaceForTerminator) {
   VRELString const text(L"abc");
   EXPECT_EQ(text.getConvertToUTF8Size(), 4);
   EXPECT_EQ(text.getConvertToMBCSSize("US-ASCII"), 4);
@@ -906,7 +1041,7 @@ TEST(VRELStringTest, ConvertsToUtf16) {
   EXPECT_EQ(VRELString().getConvertToUTF16Size(), 1);
   EXPECT_EQ(VRELString().convertToUTF16(units, 1), 0);
   EXPECT_EQ(units[0], 0);
-  // All of it goes out, zeros inside too.
+  // All units are converted, inner zeros too.
   EXPECT_EQ(TextWithZero().getConvertToUTF16Size(), 4);
   EXPECT_EQ(TextWithZero().convertToUTF16(units, 6), 0);
   unsigned short const withZero[4] = {'a', 0, 'b', 0};
@@ -947,7 +1082,7 @@ TEST(VRELStringTest, ConvertsToWideCharacters) {
   EXPECT_EQ(VRELString().convertToWideCharacter(units, 1), 0);
 }
 
-TEST(VRELStringTest, LoneSurrogatesCannotGoOut) {
+TEST(VRELStringTest, UnpairedSurrogatesFail) {
   VRELString const text = Text({u'a', char16_t(0xDC00)});
   char bytes[16];
   int units[16];
@@ -966,7 +1101,7 @@ TEST(VRELStringTest, LoneSurrogatesCannotGoOut) {
   EXPECT_EQ(chars, nullptr);
 }
 
-TEST(VRELStringTest, OutwardFormsEndAtAZeroInside) {
+TEST(VRELStringTest, ConversionsEndAtInnerZero) {
   VRELString const text = TextWithZero();
   EXPECT_EQ(text.getConvertToUTF8Size(), 2);
   EXPECT_EQ(text.getConvertToUTF32Size(), 2);
@@ -979,7 +1114,7 @@ TEST(VRELStringTest, OutwardFormsEndAtAZeroInside) {
   EXPECT_STREQ(bytes, "a");
 }
 
-TEST(VRELStringTest, ConvertsToACodepage) {
+TEST(VRELStringTest, ConvertsToCodePage) {
   struct Row {
     char const* codepage;
     bool underscores;
@@ -1011,11 +1146,11 @@ TEST(VRELStringTest, ConvertsToACodepage) {
   EXPECT_EQ(byte, 0);
 }
 
-TEST(VRELStringTest, UnderscoresReachAllOfTheBuffer) {
+TEST(VRELStringTest, UnderscoresReplaceWholeBuffer) {
   char bytes[8] = {'x', 'x', 'x', 'x', '\x1A', 'x', '\x1A', '\x1A'};
   EXPECT_EQ(VRELString(L"a\x1A").convertToMBCS(bytes, 7, "US-ASCII", true), 0);
   EXPECT_EQ(std::string(bytes, 8), std::string("a_\0x_x_\x1A", 8));
-  // Each byte of a substitution sequence counts, wherever it stands: U+FFFD is EF BF BD in UTF-8.
+  // Each byte of a substitution sequence is replaced anywhere: U+FFFD is EF BF BD in UTF-8.
   char utf8[8] = {'x', 'x', 'x', 'x', 'x', '\xBF', 'x', 'x'};
   EXPECT_EQ(VRELString(L"\u00EF\u00FD").convertToMBCS(utf8, 8, "UTF-8", true), 0);
   EXPECT_EQ(std::string(utf8, 8), std::string("\xC3\xAF\xC3_\0_xx", 8));
@@ -1024,7 +1159,7 @@ TEST(VRELStringTest, UnderscoresReachAllOfTheBuffer) {
   EXPECT_EQ(plain[2], '\x1A');
 }
 
-TEST(VRELStringTest, AFailedConversionSubstitutesNothing) {
+TEST(VRELStringTest, FailedConversionSubstitutesNothing) {
   char bytes[4] = {'x', 'x', '\x1A', '\x1A'};
   EXPECT_EQ(Uninitialized().convertToMBCS(bytes, 4, "US-ASCII", true), VREL_E_FAIL);
   EXPECT_EQ(bytes[2], '\x1A');
@@ -1050,7 +1185,7 @@ TEST(VRELStringTest, ConvertsToRestrictedAscii) {
   EXPECT_STREQ(bytes, "");
 }
 
-TEST(VRELStringTest, RestrictedAsciiFailsWhereItDoesNotFit) {
+TEST(VRELStringTest, RestrictedAsciiFailsIfTooLong) {
   VRELString const text(L"abc");
   for (int size : {3, 1, 0, -1, INT_MIN}) {
     SCOPED_TRACE(size);
@@ -1064,13 +1199,13 @@ TEST(VRELStringTest, RestrictedAsciiFailsWhereItDoesNotFit) {
   }
 }
 
-TEST(VRELStringTest, RestrictedAsciiFillsTheBufferWithZeros) {
+TEST(VRELStringTest, RestrictedAsciiFillsWithZeros) {
   char bytes[6] = {'x', 'x', '#', '\x1A', 'x', 'x'};
   EXPECT_EQ(VRELString(L"a").convertToRestrictedASCII(bytes, 5), 0);
   EXPECT_EQ(std::string(bytes, 6), std::string("a\0\0\0\0x", 6));
 }
 
-TEST(VRELStringTest, GivesBuffersAway) {
+TEST(VRELStringTest, AllocatesBuffers) {
   VRELString const text(L"abc");
   char* chars = nullptr;
   EXPECT_EQ(VRELStringToChars(text, chars), 0);
@@ -1101,7 +1236,7 @@ void LimitMemory(std::size_t moreBytes) {
   if (setrlimit(RLIMIT_AS, &limit) != 0) std::exit(100);
 }
 
-TEST(VRELStringTest, TextTooLargeForTheMemoryStaysUninitialized) {
+TEST(VRELStringTest, OutOfMemoryStaysUninitialized) {
   if (!LIMITS_OF_MEMORY_WORK) GTEST_SKIP() << "the sanitizer needs the address space itself";
   ChildResult const child = RunInChildWithoutTeardown([] {
     std::size_t const count = 32 << 20;
@@ -1142,7 +1277,7 @@ TEST(VRELStringTest, TextTooLargeForTheMemoryStaysUninitialized) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-TEST(VRELStringTest, HashIsIcusHashAtEveryLength) {
+TEST(VRELStringTest, HashEqualsIcuAtEveryLength) {
   std::mt19937 random(37);
   std::u16string units;
   for (int length = 0; length <= 200; ++length) {
@@ -1152,27 +1287,33 @@ TEST(VRELStringTest, HashIsIcusHashAtEveryLength) {
   }
 }
 
-TEST(VRELStringTest, NothingThrowsWhenNoMemoryIsLeft) {
+TEST(VRELStringTest, NothingThrowsWithoutMemory) {
   if (!LIMITS_OF_MEMORY_WORK) GTEST_SKIP() << "the sanitizer needs the address space itself";
   ChildResult const child = RunInChildWithoutTeardown([] {
     VRELString const before(L"before");
     VRELString const part(L"for");
     VRELString const unnamed("unnamed");
     if (before.getConvertToMBCSSize("US-ASCII") != 7) return 1;
+    // 26 units and the terminator are the most that the object itself has space for.
+    VRELString full(L"abcdefghijklmnopqrstuvwxyz");
+    VRELString small(L"a");
     LimitMemory(0);
-    // Down in small steps at the end: freed blocks wait in lists, one for each size.
+    // In small steps at the end: freed blocks are kept in lists, one for each size.
     for (std::size_t size = 1 << 20; size >= 16; size -= size > 2048 ? size / 2 : 16) {
-      void* volatile taken = nullptr;  // keeps the compiler from leaving the calls out
+      void* volatile taken = nullptr;  // prevents the compiler from removing the calls
       do {
         taken = std::malloc(size);
       } while (taken != nullptr);
     }
-    if (!VRELString().getIsInitialized()) return 2;  // the empty text takes no memory
+    if (!VRELString().getIsInitialized()) return 2;  // the empty string needs no memory
     VRELString const failed[] = {VRELString(5),
                                  VRELString(static_cast<unsigned short>(5)),
                                  VRELString(L"wide"),
                                  VRELString("bytes"),
                                  VRELString("bytes", "US-ASCII"),
+                                 VRELString(u"utf16"),
+                                 VRELString(std::string_view("utf8")),
+                                 VRELString(std::wstring_view(L"wide")),
                                  VRELString(before)};
     int status = 10;
     for (VRELString const& text : failed) {
@@ -1182,9 +1323,12 @@ TEST(VRELStringTest, NothingThrowsWhenNoMemoryIsLeft) {
     if ((before + before).length() > 0 || before.substring(1).length() > 0 || before.replace('b', 'x').length() > 0) {
       return 30;
     }
+    int const failures = VRELString::getFailureCount();
+    if ((full += part).getIsInitialized() || VRELString::getFailureCount() != failures + 1) return 37;
+    if ((small += part).length() != 4 || (small += VRELString()).length() != 4) return 38;
     char bytes[16] = "x";
     if (before.convertToUTF8(bytes, 16) != 0 || before.indexOf(part, 0) != 2) return 31;
-    // No converter can be opened now.
+    // No converter can be opened.
     if (before.getConvertToMBCSSize("Shift_JIS") != 0) return 32;
     bytes[0] = 'x';
     if (before.convertToMBCS(bytes, 16, "Shift_JIS", true) != VREL_E_UNEXPECTED || bytes[0] != 0) return 33;
@@ -1199,7 +1343,7 @@ TEST(VRELStringTest, NothingThrowsWhenNoMemoryIsLeft) {
   EXPECT_EQ(child.exitStatus, 0) << child.errors;
 }
 
-// Random texts of few different units, so that matches and ties are frequent.
+// Random strings of few different units, so that matches are frequent.
 class RandomTexts {
  public:
   std::u16string Next(unsigned maximum) {
@@ -1223,7 +1367,7 @@ icu::UnicodeString WithoutTerminator(std::u16string const& units) {
   return icu::UnicodeString(units.c_str(), static_cast<int>(units.size()));
 }
 
-TEST(VRELStringTest, AgreesWithIcuOnRandomTexts) {
+TEST(VRELStringTest, EqualsIcuOnRandomStrings) {
   RandomTexts random;
   for (int round = 0; round < 20000; ++round) {
     std::u16string const a = random.Next(12);

@@ -32,13 +32,13 @@ TEST(VRELStringTokenizerTest, SplitsAtEachSeparator) {
   }
 }
 
-TEST(VRELStringTokenizerTest, TakesBytes) {
+TEST(VRELStringTokenizerTest, SplitsBytes) {
   EXPECT_EQ(Tokens(VRELStringTokenizer("a;b,c;", L';')), (Expected{"a", "b,c", ""}));
   EXPECT_EQ(Tokens(VRELStringTokenizer("", L';')), Expected{});
   EXPECT_EQ(Tokens(VRELStringTokenizer(static_cast<char const*>(nullptr), L';')), Expected{});
 }
 
-TEST(VRELStringTokenizerTest, GivesThePiecesThemselves) {
+TEST(VRELStringTokenizerTest, TokenReturnsReference) {
   VRELStringTokenizer const tokenizer(VRELString(L"a..bc"), L'.');
   EXPECT_EQ(tokenizer.Token(0).toUtf8(), "a");
   EXPECT_EQ(tokenizer.Token(1).toUtf8(), "");
@@ -46,28 +46,28 @@ TEST(VRELStringTokenizerTest, GivesThePiecesThemselves) {
   EXPECT_EQ(&tokenizer.Token(2), &tokenizer.Token(2));
 }
 
-TEST(VRELStringTokenizerTest, APieceEndsAtAZero) {
-  // UTF-7 carries U+0000 in other bytes.
+TEST(VRELStringTokenizerTest, TokenEndsAtZero) {
+  // UTF-7 encodes U+0000 in other bytes.
   EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString("a+AAA-b,+AAA-,c", "UTF-7"), L',')), (Expected{"a", "", "c"}));
 }
 
-TEST(VRELStringTokenizerTest, AnUninitializedTextHasNoToken) {
+TEST(VRELStringTokenizerTest, UninitializedStringHasNoToken) {
   VRELString text(L"a,b");
   VRELString const taken(std::move(text));
   ASSERT_FALSE(text.getIsInitialized());
   EXPECT_EQ(VRELStringTokenizer(text, L',').GetTokenCount(), 0);
 }
 
-TEST(VRELStringTokenizerTest, OfTheSeparatorTheLow16BitsCount) {
+TEST(VRELStringTokenizerTest, SeparatorIsTruncatedTo16Bits) {
   EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString(L"a,b"), static_cast<wchar_t>(0x1002C))), (Expected{"a", "b"}));
   EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString(L"a\u042Cb,c"), L'\u042C')), (Expected{"a", "b,c"}));
 }
 
-TEST(VRELStringTokenizerTest, AZeroSeparatorFindsTheEnd) {
+TEST(VRELStringTokenizerTest, ZeroSeparatorFindsTerminator) {
   EXPECT_EQ(Tokens(VRELStringTokenizer(VRELString(L"ab"), L'\0')), (Expected{"ab", ""}));
 }
 
-TEST(VRELStringTokenizerTest, AnIndexOutsideFails) {
+TEST(VRELStringTokenizerTest, IndexOutOfRangeFails) {
   VRELStringTokenizer const tokenizer("a,b", L',');
   VRELString out(L"before");
   EXPECT_EQ(tokenizer.GetToken(-1, out), VREL_E_FAIL);

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELStringUnicodeWCharUtilTest, GivesWideCharacters) {
+TEST(VRELStringUnicodeWCharUtilTest, ConvertsToWideCharacters) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELStringUnicodeWCharUtil>);
   VRELStringUnicodeWCharUtil const view(VRELString(L"a\u00E9\U0001F600"));
   wchar_t const* const wide = view;
@@ -19,7 +19,7 @@ TEST(VRELStringUnicodeWCharUtilTest, GivesWideCharacters) {
   EXPECT_EQ(*static_cast<wchar_t const*>(empty), 0);
 }
 
-TEST(VRELStringUnicodeWCharUtilTest, TextThatCannotGoOutGivesNull) {
+TEST(VRELStringUnicodeWCharUtilTest, InvalidUtf16IsNull) {
   VRELString text(L"gone");
   VRELString const taken(std::move(text));
   EXPECT_EQ(static_cast<wchar_t const*>(VRELStringUnicodeWCharUtil(text)), nullptr);

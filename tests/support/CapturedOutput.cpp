@@ -7,7 +7,7 @@
 
 namespace {
 
-// Sends standard output to a file while it lives.
+// Redirects standard output to a file during its lifetime.
 class Redirection {
  public:
   explicit Redirection(std::FILE* file) : original(dup(STDOUT_FILENO)) {

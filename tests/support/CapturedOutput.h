@@ -1,9 +1,9 @@
-// Tells what code prints on standard output.
+// Captures standard output.
 #pragma once
 
 #include <functional>
 #include <string>
 
-// What `body` writes to standard output, past or through the C library's buffer. Throws a std::runtime_error when there
-// is nowhere to keep it.
+// Returns what `body` writes to standard output, buffered by the C library or not. Errors: std::runtime_error if no
+// temporary file can be created.
 std::string PrintedBy(std::function<void()> const& body);

@@ -36,7 +36,7 @@ struct Pipe {
   }
 };
 
-// Feeds standard input and collects both outputs at once, so that no side waits for the other.
+// Writes standard input and reads both outputs concurrently, to avoid a deadlock.
 void Exchange(std::string const& input, Pipe& in, Pipe& out, Pipe& err, ChildResult& result) {
   std::size_t written = 0;
   if (input.empty()) in.CloseWrite();
@@ -115,7 +115,7 @@ ChildResult RunInChildWithoutTeardown(std::function<int()> const& body) {
     int const status = body();
     std::fflush(nullptr);
 #ifdef VREL_COVERAGE
-    std::exit(status);  // what was reached is written down on this way only
+    std::exit(status);  // writes the coverage data
 #else
     _exit(status);
 #endif

@@ -1,4 +1,4 @@
-// Doubles as their bits, for values that are promised to the bit.
+// Bits of doubles, for values that are exact to the bit.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// An independent model of matrix inversion.
+// Independent model of matrix inversion.
 #pragma once
 
 #include <cmath>
@@ -8,7 +8,7 @@
 
 using MatrixRows = std::vector<std::vector<double>>;
 
-// The inverse by elimination with the largest pivot of each column; empty for a singular matrix.
+// Returns the inverse by Gauss-Jordan elimination with partial pivoting; empty for a singular matrix.
 inline MatrixRows GaussJordanInverse(MatrixRows rows) {
   std::size_t const size = rows.size();
   for (std::size_t i = 0; i < size; ++i) {

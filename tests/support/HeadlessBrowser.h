@@ -1,12 +1,11 @@
-// Opens a page in a browser that shows no window.
+// Opens a page in a headless browser.
 #pragma once
 
 #include <string>
 
-// Whether there is one: Debian's chromium.
+// Returns true if Debian's chromium is installed.
 bool HasHeadlessBrowser();
 
-// The page in that file as the browser understood it, once its scripts have run, timers of up to
-// five seconds included: its document written out as HTML. A
-// browser that fails is a failure of this test, and gives the empty text.
+// Returns the DOM of a page as HTML after its scripts, including timers of up to five seconds. If the browser fails,
+// adds a test failure and returns the empty string.
 std::string OpenPage(std::string const& path);

@@ -9,21 +9,21 @@
 
 namespace {
 
-// A codeword as the data has it: characters 0 and 1 in the order in which they are written.
+// Codeword as the characters 0 and 1, in the order of writing.
 using Codewords = std::vector<std::string>;
 
-// Symbols in groups: how many in a row have codewords of which length.
+// Groups of consecutive symbols with equal codeword length.
 using Groups = std::vector<std::pair<int, int>>;
 
-// Splits the format's bytes: the low half is a length, the high half how many more symbols than one have it.
+// Splits the bytes of the format: the low nibble is a length, the high nibble the number of symbols less one.
 Groups Split(std::vector<int> const& packed) {
   Groups groups;
   for (int const byte : packed) groups.emplace_back(byte / 16 + 1, byte % 16);
   return groups;
 }
 
-// Gives each symbol its codeword: shorter ones first, equal ones in the order of the symbols, each the successor of the
-// one before with zeros behind it, and written with ones for zeros and zeros for ones.
+// Assigns a canonical code: shorter codewords first, equal lengths in symbol order, each the successor of the previous
+// one, padded with zeros. The bits are written inverted.
 Codewords Assign(Groups const& groups) {
   std::map<int, std::vector<std::size_t>> byLength;
   std::size_t symbols = 0;
@@ -34,7 +34,7 @@ Codewords Assign(Groups const& groups) {
   std::string word;
   for (auto const& [length, symbolsOfLength] : byLength) {
     for (std::size_t const symbol : symbolsOfLength) {
-      // A zero of the codeword stands as '1' here already: the successor turns trailing '0' to '1'.
+      // The bits are inverted already: the successor changes trailing '0' to '1'.
       if (word.empty()) {
         word.assign(static_cast<std::size_t>(length), '1');
       } else {
@@ -69,7 +69,7 @@ Codewords const& DistanceWords() {
   return words;
 }
 
-// The symbols of lengths: the shortest length of each, and how many bits tell which of its lengths it is.
+// Symbols of match lengths: the shortest length of each and the number of extra bits.
 struct LengthSymbol {
   int base;
   int extra;
@@ -87,7 +87,7 @@ ImplodedData::ImplodedData(bool isCoded, int dictionary) : isCodedLiterals(isCod
   Bits(static_cast<unsigned>(dictionary), 8);
 }
 
-// Lowest bit first.
+// Least significant bit first.
 void ImplodedData::Bits(unsigned value, int count) {
   for (int i = 0; i < count; ++i, ++bitCount) {
     if (bitCount % 8 == 0) bytes.push_back('\0');
@@ -97,7 +97,7 @@ void ImplodedData::Bits(unsigned value, int count) {
 
 namespace {
 
-// A codeword as a number whose lowest bit comes first.
+// Returns a codeword as a number whose least significant bit is written first.
 unsigned Value(std::string const& word) {
   unsigned value = 0;
   for (std::size_t i = 0; i < word.size(); ++i) value |= static_cast<unsigned>(word[i] - '0') << i;
@@ -162,14 +162,14 @@ struct Match {
   int distance = 0;
 };
 
-// Finds earlier places with the same three bytes.
+// Finds earlier positions with the same three bytes by hash chains.
 class Matcher {
  public:
   Matcher(std::string_view text, int reach) : plain(text), maxDistance(reach), newest(1U << hashBits, -1) {
     older.resize(text.size(), -1);
   }
 
-  // The longest match for what begins at `place`, the nearest of equal ones; all places in front must have been added.
+  // Returns the longest match at `place`, the nearest of equal ones. Requires: all earlier positions were added.
   Match Find(int place) const {
     Match best;
     int const limit = std::min<int>(longestCopy, static_cast<int>(plain.size()) - place);
@@ -212,7 +212,7 @@ class Matcher {
   std::string_view plain;
   int maxDistance;
   std::vector<int> newest;  // by hash
-  std::vector<int> older;   // by place
+  std::vector<int> older;   // by position
 };
 
 }  // namespace

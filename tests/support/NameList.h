@@ -1,4 +1,4 @@
-// The vocabularies of names, read from the lists in the source tree as text.
+// Reads the lists of names (.def files) of the source tree.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@ struct ListedName {
   std::string text;
 };
 
-// The lines of a list (a path below VRELBase/), in order. Empty when there is no such list.
+// Returns the entries of a list (a path below VRELBase/), in order. Empty if there is no such file.
 std::vector<ListedName> ReadNameList(std::string const& path);
 
-// One number for all texts in their order: FNV-1a, of 64 bits, over each text and a line feed behind it.
+// Returns the 64-bit FNV-1a hash of all strings in order, each followed by a line feed.
 std::uint64_t FingerprintOf(std::vector<ListedName> const& names);

@@ -1,10 +1,10 @@
-// Tells what this process has open.
+// Open file descriptors of this process.
 #pragma once
 
 #include <string>
 
-// How many of this process's descriptors stand for the file of that absolute path.
+// Returns the number of descriptors that refer to the file with an absolute path.
 int CountOpenDescriptors(std::string const& path);
 
-// Whether a descriptor is open.
+// Returns true if a descriptor is open.
 bool IsOpenDescriptor(int descriptor);

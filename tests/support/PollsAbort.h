@@ -1,10 +1,10 @@
-// Tells whether an operation polls for an abort.
+// Checks whether an operation polls for an abort request.
 #pragma once
 
 #include "Gk_ErrMgr.h"
 #include "VRELAbortException.h"
 
-// Asks for an abort and runs `body`. Whether it threw; the request is gone afterwards in any case.
+// Requests an abort and runs `body`. Returns true if it polled. The request is cleared in either case.
 template <class Body>
 bool PollsAbort(Body const& body) {
   Gk_ErrMgr::setAbort();

@@ -1,4 +1,4 @@
-// Looks behind a public handle.
+// Access to the implementation object of a public handle.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@
 #include "VRINObject.h"
 #include "VRINObjectImpl.h"
 
-// The implementation of a handle as what it is; null for an invalid handle.
+// Returns the implementation object of a handle, or null.
 template <class Impl>
 Impl* ImplOf(VRINObject const& object) {
   return static_cast<Impl*>(static_cast<VRINObjectImpl*>(object.GetData()));
 }
 
-// The name for diagnosis, "type[n]".
+// Returns the diagnostic name, "type[n]".
 inline std::string DiagnosticName(VRINObject const& object) {
   return ImplOf<VRINObjectImpl>(object)->GetName().toUtf8();
 }
@@ -24,7 +24,7 @@ inline std::string NameText(VRINObject const& name) {
   return text.toUtf8();
 }
 
-// How many handles hold the implementation.
+// Returns the reference count of the implementation object.
 inline long UseCount(VRINObject& object) {
   object.Ref();
   return object.Unref();

@@ -1,4 +1,4 @@
-// Tells what an operation raises.
+// Token of the exception of an operation.
 #pragma once
 
 #include <functional>
@@ -6,7 +6,7 @@
 
 #include "Gk_Exception.h"
 
-// The token of the Gk_Exception that `body` throws, "(none)" if it throws nothing.
+// Returns the token of the Gk_Exception that `body` throws, or "(none)" if it does not throw.
 inline std::string Raised(std::function<void()> const& body) {
   try {
     body();

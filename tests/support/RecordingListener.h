@@ -1,4 +1,4 @@
-// A listener that remembers what it heard.
+// Listener that records events.
 #pragma once
 
 #include <string>
@@ -11,11 +11,11 @@
 struct RecordedEvent {
   std::string name;
   int level = 0;
-  bool hasText = false;  // false: no message event, or one with a null message
+  bool hasText = false;  // false for an event without a message
   std::string text;
 };
 
-// Listens from construction to destruction.
+// Registered on the bus during its lifetime.
 class RecordingListener : public VRELEventListener {
  public:
   RecordingListener() { VRELEventBus::GetEventBus()->AddListener(this); }
@@ -35,7 +35,7 @@ class RecordingListener : public VRELEventListener {
     events.push_back(record);
   }
 
-  // The texts of the events, "(none)" for a null message.
+  // Returns the messages of the events, "(none)" for a null message.
   std::vector<std::string> Texts() const {
     std::vector<std::string> texts;
     for (RecordedEvent const& event : events) texts.push_back(event.hasText ? event.text : "(none)");

@@ -1,10 +1,10 @@
-// A directory of a test's own.
+// Temporary directory of a test.
 #pragma once
 
 #include <string>
 
-// Makes an empty directory and removes it at the end with all that it holds. What goes wrong is thrown as a
-// std::runtime_error or a std::filesystem::filesystem_error.
+// Creates an empty directory and removes it with its contents in the destructor. Errors: std::runtime_error,
+// std::filesystem::filesystem_error.
 class ScratchDirectory {
  public:
   ScratchDirectory();
@@ -12,16 +12,16 @@ class ScratchDirectory {
   ScratchDirectory(ScratchDirectory const&) = delete;
   ScratchDirectory& operator=(ScratchDirectory const&) = delete;
 
-  // Absolute, without a slash at the end.
+  // Returns the absolute path without a trailing slash.
   std::string const& Path() const { return path; }
-  // The absolute path of a name in here; the file need not exist.
+  // Returns the absolute path of a file in the directory, which need not exist.
   std::string Path(std::string const& name) const { return path + "/" + name; }
 
-  // Writes a file, with the directories that lead to it, and returns its absolute path.
+  // Writes a file, creates its parent directories and returns its absolute path.
   std::string Write(std::string const& name, std::string const& bytes) const;
-  // All bytes of a file.
+  // Returns the bytes of a file.
   std::string Read(std::string const& name) const;
-  // Whether there is anything by that name.
+  // Returns true if the name exists.
   bool Has(std::string const& name) const;
 
  private:

@@ -1,17 +1,17 @@
-// Reads what was written into memory.
+// Reads what was written to a memory stream.
 #pragma once
 
 #include <string>
 
 #include "VRELStringOutputStream.h"
 
-// All that the stream has gathered. Leaves a zero byte behind it: for the end of a test.
+// Returns the contents of the stream. Appends a zero byte to it; call it at the end of a test.
 inline std::string TakeText(VRELStringOutputStream& stream) {
   stream.writeChar('\0');
   return stream.contents();
 }
 
-// What `write` writes on a stream.
+// Returns what `write` writes to a stream.
 template <class Write>
 std::string TextOf(Write const& write) {
   VRELStringOutputStream stream;

@@ -1,4 +1,4 @@
-// What every task event shows.
+// Properties of task events.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include "VRELString.h"
 #include "VRELTaskEvent.h"
 
-// The task identifier as UTF-8, "(none)" for an event without one.
+// Returns the task identifier as UTF-8, or "(none)".
 inline std::string IdentifierOf(VRELTaskEvent& event) {
   VRELString identifier(L"untouched");
   VRINResult const result = event.GetTaskIdentifier(identifier);
@@ -21,7 +21,7 @@ inline std::string IdentifierOf(VRELTaskEvent& event) {
   return "(none)";
 }
 
-// The text that the event writes of itself.
+// Returns the formatted description of the event.
 inline std::string DescriptionOf(VRELEvent& event) {
   return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
 }
@@ -29,7 +29,7 @@ inline std::string DescriptionOf(VRELEvent&& event) {
   return DescriptionOf(event);
 }
 
-// Sends the event too, so that the bus stamps it.
+// Also sends the event, so that the bus sets its time stamps.
 inline void ExpectTaskEvent(VRELTaskEvent& event, int kind, char const* name, char const* identifier, int level = 50) {
   EXPECT_STREQ(event.GetEventName(), name);
   EXPECT_STREQ(event.GetTaskName(), name);

@@ -1,4 +1,4 @@
-// A listener that remembers the task events which it saw.
+// Listener that records task events.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ struct RecordedTask {
   std::string text;
 };
 
-// Listens from construction to destruction.
+// Registered on the bus during its lifetime.
 class TaskRecorder : public VRELEventListener {
  public:
   TaskRecorder() { VRELEventBus::GetEventBus()->AddListener(this); }
@@ -42,7 +42,7 @@ class TaskRecorder : public VRELEventListener {
   std::vector<RecordedTask> tasks;
 };
 
-// Has the switch of the process on from construction to destruction.
+// Enables performance events of the process during its lifetime.
 class PerfTracking {
  public:
   PerfTracking() { VRELPerfTrackerStatus::instance.SetPerfTracking(true); }

@@ -1,13 +1,13 @@
-// A process in a locale that differs from "C" in numbers and letters alike.
+// Runs code in a locale whose numbers and letter case differ from "C".
 #pragma once
 
 #include <functional>
 
 #include "ChildProcess.h"
 
-// What RunInTurkishLocale gives as the exit status where the system cannot make the locale.
+// Exit status of RunInTurkishLocale if the locale cannot be created.
 constexpr int noTurkishLocale = 77;
 
-// Runs `body` in a child process whose locale, in all categories, is tr_TR.UTF-8, made for it by localedef. There the
-// decimal mark is a comma, "I" is no capital of "i", and the other way round.
+// Runs `body` in a child process with the locale tr_TR.UTF-8 in all categories, created by localedef. Its decimal mark
+// is a comma, and "I" and "i" are not the capital and small form of one letter.
 ChildResult RunInTurkishLocale(std::function<int()> const& body);

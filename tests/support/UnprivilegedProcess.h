@@ -1,8 +1,8 @@
-// Runs code without the rights of root, for whom no file is out of reach.
+// Runs code without the privileges of root, which can access every file.
 #pragma once
 
 #include <functional>
 
-// Runs `body` in a fork of this process, as the user nobody where this one is root. The failures of `body` are this
-// test's.
+// Forks and runs `body` in the child, as the user nobody if this process runs as root. Failures of `body` are failures
+// of this test.
 void RunUnprivileged(std::function<void()> const& body);

@@ -1,4 +1,4 @@
-// Tells where a virtual operation stands in its table.
+// Position of a virtual function in its virtual table.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 #include <cstring>
 #include <type_traits>
 
-// The place of a virtual operation in the table, counted from 0 with both destructor entries, as a member pointer of
-// the Itanium ABI holds it.
+// Returns the index of a virtual function in the virtual table, counted from 0 and with two entries for a destructor,
+// as a pointer to member of the Itanium C++ ABI stores it.
 template <class Member>
 std::size_t SlotOf(Member member) {
   static_assert(std::is_member_function_pointer_v<Member>);

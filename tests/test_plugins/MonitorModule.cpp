@@ -1,4 +1,4 @@
-// A module that brings a monitor of the process: the system's own accounts answer.
+// Module with a process monitor that reads the times of the operating system.
 #include <sys/resource.h>
 
 #include <stdexcept>
@@ -31,7 +31,7 @@ class Monitor : public VRELBasePerformanceMonitor {
 };
 
 #ifndef HAS_TERMINATE
-// Without an entry point that takes it back, the monitor is the module's own.
+// Without TerminatePerformanceMonitor, the monitor is a static object of the module.
 Monitor ownMonitor;
 #endif
 

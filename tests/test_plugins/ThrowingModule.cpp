@@ -1,4 +1,4 @@
-// A module one of whose entry points throws an exception of a class that only the module knows.
+// Module with an entry point that throws an exception of a class defined in the module.
 #include <exception>
 
 #include "VRELExport.h"
@@ -14,7 +14,7 @@ class ModuleException : public std::exception {
 }  // namespace
 
 extern "C" VREL_EXPORT void InitializeModule() {
-  VRELInfo::NoTabPrintf("%s initialises", MODULE_NAME);
+  VRELInfo::NoTabPrintf("%s initializes", MODULE_NAME);
 #ifdef THROW_FROM_INITIALIZE
   throw ModuleException();
 #endif

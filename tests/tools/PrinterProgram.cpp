@@ -1,4 +1,4 @@
-// Holds one variable of each kind that has a printer, and waits for the debugger.
+// Defines one variable of each kind that has a printer, and waits for the debugger.
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -6,15 +6,28 @@
 #include <iterator>
 #include <utility>
 
+#include "Gk_Domain.h"
 #include "Gk_RWString.h"
 #include "Gk_String.h"
+#include "VRELAffine3D.h"
+#include "VRELBox2D.h"
+#include "VRELBox3D.h"
+#include "VRELDirectionf.h"
 #include "VRELDynamicArray.h"
 #include "VRELHashList.h"
 #include "VRELHashMap.h"
+#include "VRELMorph2D.h"
+#include "VRELMorph3D.h"
+#include "VRELOption.h"
+#include "VRELPoint2D.h"
+#include "VRELPoint3D.h"
+#include "VRELPointf.h"
 #include "VRELReferenceHandle.h"
 #include "VRELString.h"
 #include "VRELTypedHandle.h"
 #include "VRELValue.h"
+#include "VRELVectorf.h"
+#include "VRELWeightPoint3D.h"
 #include "VRINResult.h"
 
 namespace shop {
@@ -51,7 +64,7 @@ int main() {
   VRELString const moved(std::move(uninitialized));
   VRELString const empty(L"");
   VRELString const shortText(L"Winkel für Träger \U0001F529");
-  VRELString const longText(L"a text that does not fit into the object itself, \"all told\"");
+  VRELString const longText(L"a string that does not fit into the object itself, \"quoted\"");
 
   Gk_String const bytes("bolt");
   Gk_String const unended("bolt", 3);
@@ -59,6 +72,10 @@ int main() {
   Gk_ROString view("bolts/m8");
   view.offset(6);
   Gk_RWString const writable = bytes.dataStr();
+  Gk_ROString viewBefore("bolt");
+  viewBefore.offset(-3);
+  Gk_ROString viewAfter("bolt");
+  viewAfter.offset(9);
 
   VRELDynamicArray<int> numbers;
   for (int number : {3, 1, 2}) numbers.add(number);
@@ -83,6 +100,24 @@ int main() {
   VRELValue const intValue(-7);
   VRELValue const boolValue(true);
   VRELValue const textValue(VRELString(L"On"));
+
+  VRELPoint2D const point2D(1.5, -2.0);
+  VRELPoint3D const point3D(1.0, 2.0, 3.25);
+  VRELWeightPoint3D const weightPoint(point3D, 0.5, true);
+  [[maybe_unused]] VRELPointf const pointf(1.0F, 2.0F, 3.5F);
+  [[maybe_unused]] VRELVectorf const vectorf(0.0F, -1.0F, 0.5F);
+  [[maybe_unused]] VRELDirectionf const directionf(0.0F, 0.0F, 2.0F);
+  [[maybe_unused]] Gk_Domain const unbounded;
+  VRELBox2D const emptyBox;
+  VRELBox3D const box(point3D, VRELPoint3D(0.0, 4.0, 5.0));
+  VRELMorph2D const identity;
+  VRELAffine3D affine;
+  affine.MakeIdentity();
+  affine.SetElement(0, 2, 0.5);
+  VRELMorph3D const morph(affine, point3D, 2.0);
+  VRELOption option(VRELString(L"Step.Reader.Limit"));
+  option.SetValue(7);
+  option.SetValue(9);
 
   [[maybe_unused]] VRINResult const ok = VREL_S_OK;
   [[maybe_unused]] VRINResult const invalid = VREL_E_INVALID_FILE;

@@ -28,14 +28,14 @@ TEST(Gk_UnitTest, Constants) {
   }
 }
 
-TEST(Gk_UnitTest, ADefaultUnitIsUnset) {
+TEST(Gk_UnitTest, DefaultIsUnset) {
   Gk_Unit const unit;
   EXPECT_EQ(unit.getValue(), -1.0);
   EXPECT_TRUE(unit.getName() == "unset");
   EXPECT_FALSE(unit.IsSet());
 }
 
-TEST(Gk_UnitTest, IsSetTakesANameAndASize) {
+TEST(Gk_UnitTest, IsSetTestsNameAndSize) {
   EXPECT_TRUE(Gk_Unit("ell", 1143.0).IsSet());
   EXPECT_FALSE(Gk_Unit("unset", 1143.0).IsSet());
   EXPECT_FALSE(Gk_Unit("ell", 0.0).IsSet());
@@ -45,7 +45,7 @@ TEST(Gk_UnitTest, IsSetTakesANameAndASize) {
   EXPECT_TRUE(Gk_Unit(nullptr, 1.0).IsSet());
 }
 
-TEST(Gk_UnitTest, CopiesNameAndSize) {
+TEST(Gk_UnitTest, CopyTakesNameAndSize) {
   Gk_Unit const ell("ell", 1143.0);
   Gk_Unit const copy(ell);
   Gk_Unit assigned;
@@ -56,7 +56,7 @@ TEST(Gk_UnitTest, CopiesNameAndSize) {
   }
 }
 
-TEST(Gk_UnitTest, EqualityGoesBySizeAlone) {
+TEST(Gk_UnitTest, EqualityIgnoresName) {
   EXPECT_TRUE(Gk_Unit("a", 1.0) == Gk_Unit("b", 1.0 + 5e-11));
   EXPECT_FALSE(Gk_Unit("a", 1.0) == Gk_Unit("a", 1.0 + 2e-10));
   EXPECT_TRUE(Gk_Unit("a", 1.0) != Gk_Unit("a", 2.0));

@@ -64,7 +64,7 @@ TEST(VRELUnitTest, NamesAndFactors) {
   }
 }
 
-TEST(VRELUnitTest, WhatHasNoFactorFails) {
+TEST(VRELUnitTest, UnitsWithoutFactorFail) {
   VRELString name;
   double factor = -1.0;
   EXPECT_EQ(GetUnitName(Unit(0), name), VREL_E_ERROR);
@@ -133,7 +133,7 @@ TEST(VRELUnitTest, GetVRELUnitHasItsTolerances) {
   }
 }
 
-TEST(VRELUnitTest, EachUnitHasItsToleranceOnBothSides) {
+TEST(VRELUnitTest, TolerancesOnBothSides) {
   for (Row const& row : rows) {
     SCOPED_TRACE(row.name);
     double const factor = FromBits(row.bits);
@@ -149,8 +149,8 @@ TEST(VRELUnitTest, EachUnitHasItsToleranceOnBothSides) {
   }
 }
 
-TEST(VRELUnitTest, ATolerancesEndIsOutside) {
-  // The difference of 1 and the next numbers is exact: 1e-5 itself is too far.
+TEST(VRELUnitTest, ToleranceIsExclusive) {
+  // The difference between 1 and these numbers is exact: a difference of 1e-5 does not match.
   VRELUnit unit = Unit(99);
   double const inside = 1.0 + 0x1.4f8bp-17;   // below 1e-5
   double const outside = 1.0 + 0x1.4f8cp-17;  // above
@@ -160,7 +160,7 @@ TEST(VRELUnitTest, ATolerancesEndIsOutside) {
   EXPECT_EQ(unit, 0);
 }
 
-TEST(VRELUnitTest, GetVRELUnitOfNothingFails) {
+TEST(VRELUnitTest, GetVRELUnitOfZeroFails) {
   for (double factor : {0.0, -0.0, -1.0, -1e-12, -std::numeric_limits<double>::infinity()}) {
     VRELUnit unit = Unit(99);
     EXPECT_EQ(GetVRELUnit(factor, unit), VREL_E_ERROR) << factor;
@@ -183,7 +183,7 @@ TEST(VRELUnitTest, FromGkUnit) {
   }
 }
 
-TEST(VRELUnitTest, FromAnUnsetGkUnitIsUnknownAndFails) {
+TEST(VRELUnitTest, FromUnsetGkUnitFails) {
   VRELUnit unit = Unit(99);
   EXPECT_EQ(GetVRELUnitFromGkUnit(Gk_Unit(), unit), VREL_E_ERROR);
   EXPECT_EQ(unit, 0);
@@ -202,7 +202,7 @@ TEST(VRELUnitTest, ToGkUnit) {
   EXPECT_TRUE(unit == Gk_Unit::mm);
 }
 
-TEST(VRELUnitTest, WhatHasNoFactorLeavesTheGkUnit) {
+TEST(VRELUnitTest, ToGkUnitWithoutFactorFails) {
   for (int number : {0, 1, 14, -1}) {
     Gk_Unit unit("before", 5.0);
     EXPECT_EQ(GetGkUnitFromVRELUnit(Unit(number), unit), VREL_E_ERROR) << number;
@@ -211,7 +211,7 @@ TEST(VRELUnitTest, WhatHasNoFactorLeavesTheGkUnit) {
   }
 }
 
-// The two settings behave alike.
+// Both settings behave alike.
 struct System {
   VRINResult (*get)(VRELUnit&);
   VRINResult (*setValue)(VRELUnit);
@@ -227,7 +227,7 @@ struct System {
 System const systems[] = {{get_sending_system_unit, set_sending_system_unit, set_sending_system_unit},
                           {get_receiving_system_unit, set_receiving_system_unit, set_receiving_system_unit}};
 
-// The settings belong to the process: each test has one of its own, that ends as a program does.
+// The settings belong to the process: each test runs in a child process that ends like a program.
 template <class Body>
 void InChild(Body body) {
   ChildResult const child = RunInChild([&] {
@@ -237,13 +237,13 @@ void InChild(Body body) {
   EXPECT_EQ(child.exitStatus, 0) << child.output << child.errors;
 }
 
-TEST(VRELUnitSystemTest, IsTheModelUnitAtFirst) {
+TEST(VRELUnitSystemTest, DefaultIsModelUnit) {
   InChild([] {
     for (System const& system : systems) EXPECT_EQ(system.Get(), 1);
   });
 }
 
-TEST(VRELUnitSystemTest, IsSetByValue) {
+TEST(VRELUnitSystemTest, SetByValue) {
   InChild([] {
     for (System const& system : systems) {
       for (int unit = 0; unit <= 13; ++unit) {
@@ -254,7 +254,7 @@ TEST(VRELUnitSystemTest, IsSetByValue) {
   });
 }
 
-TEST(VRELUnitSystemTest, TheTwoAreApart) {
+TEST(VRELUnitSystemTest, UnitsAreIndependent) {
   InChild([] {
     set_sending_system_unit(VRELUnitInch);
     EXPECT_EQ(systems[1].Get(), 1);
@@ -264,7 +264,7 @@ TEST(VRELUnitSystemTest, TheTwoAreApart) {
   });
 }
 
-TEST(VRELUnitSystemTest, AStrangerChangesNothing) {
+TEST(VRELUnitSystemTest, InvalidUnitChangesNothing) {
   InChild([] {
     for (System const& system : systems) {
       system.setValue(VRELUnitInch);
@@ -288,7 +288,7 @@ TEST(VRELUnitSystemTest, AStrangerChangesNothing) {
   });
 }
 
-TEST(VRELUnitSystemTest, ACallersVariableIsTheSetting) {
+TEST(VRELUnitSystemTest, SetByPointerKeepsVariable) {
   InChild([] {
     for (System const& system : systems) {
       VRELUnit variable = VRELUnitInch;
@@ -296,9 +296,9 @@ TEST(VRELUnitSystemTest, ACallersVariableIsTheSetting) {
       EXPECT_EQ(system.Get(), 8);
       variable = VRELUnitMile;
       EXPECT_EQ(system.Get(), 10);
-      variable = Unit(77);  // is handed on unchecked
+      variable = Unit(77);  // is returned unchecked
       EXPECT_EQ(system.Get(), 77);
-      // Another setting lets go of the variable and leaves it as it is.
+      // Another setting no longer uses the variable and does not change it.
       EXPECT_EQ(system.setValue(VRELUnitMeter), VREL_S_OK);
       EXPECT_EQ(variable, 77);
       variable = VRELUnitFoot;
@@ -311,14 +311,14 @@ TEST(VRELUnitSystemTest, ACallersVariableIsTheSetting) {
   });
 }
 
-TEST(VRELUnitSystemTest, ACallersVariableIsNotDeletedAtTheEnd) {
+TEST(VRELUnitSystemTest, ReleaseKeepsVariable) {
   static VRELUnit variable = VRELUnitInch;
   InChild([] {
     for (System const& system : systems) system.setVariable(&variable);
   });
 }
 
-TEST(VRELUnitSystemTest, ReleasedSettingsAreTheModelUnitAndACallersVariableStays) {
+TEST(VRELUnitSystemTest, ReleaseResetsOwnedUnits) {
   InChild([] {
     static VRELUnit variable = VRELUnitInch;
     set_sending_system_unit(VRELUnitFoot);
@@ -349,7 +349,7 @@ TEST(VRELUnitSystemTest, SetInternalUnitSetsBoth) {
   });
 }
 
-TEST(VRELUnitSystemTest, SetInternalUnitGoesByTheRoles) {
+TEST(VRELUnitSystemTest, SetInternalUnitUsesRoles) {
   InChild([] {
     VRELUnitValue::SetReadUnit(VRELUnitInch);
     VRELUnitValue::SetApplicationUnit(VRELUnitMeter);

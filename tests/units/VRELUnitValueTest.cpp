@@ -10,14 +10,14 @@ VRELUnit Unit(int number) {
   return static_cast<VRELUnit>(number);
 }
 
-TEST(VRELUnitValueTest, RolesAtFirst) {
+TEST(VRELUnitValueTest, DefaultRoles) {
   EXPECT_EQ(VRELUnitValue::GetReadUnit(), 0);
   EXPECT_EQ(VRELUnitValue::GetUnitWhenUnspecified(), 0);
   EXPECT_EQ(VRELUnitValue::GetApplicationUnit(), 1);
   EXPECT_EQ(VRELUnitValue::GetWriteUnit(), 1);
 }
 
-TEST(VRELUnitValueTest, RolesAreApartAndUnchecked) {
+TEST(VRELUnitValueTest, RolesAreIndependentAndUnchecked) {
   ChildResult const child = RunInChild([] {
     VRELUnitValue::SetReadUnit(Unit(4));
     VRELUnitValue::SetUnitWhenUnspecified(Unit(5));
@@ -35,7 +35,7 @@ struct Row {
   int unit;
 };
 
-TEST(VRELUnitValueTest, UnitsFromText) {
+TEST(VRELUnitValueTest, UnitsFromString) {
   for (Row const& row : {Row{L"UNKNOWN", 0},    Row{L"MODEL UNIT", 1}, Row{L"model", 1},
                          Row{L"NANOMETER", 2},  Row{L"nm", 2},         Row{L"MICROMETER", 3},
                          Row{L"micr", 3},       Row{L"MILLIMETER", 4}, Row{L"mm", 4},
@@ -54,7 +54,7 @@ TEST(VRELUnitValueTest, UnitsFromText) {
   }
 }
 
-TEST(VRELUnitValueTest, OtherTextIsNoUnit) {
+TEST(VRELUnitValueTest, OtherStringFails) {
   for (wchar_t const* text : {L"yard", L"", L" mm", L"mm ", L"MODELUNIT", L"feet", L"micro", L"decimeters", L"k"}) {
     VRELUnit unit = Unit(99);
     EXPECT_EQ(VRELUnitValue::GetUnitFromString(unit, VRELString(text)), VREL_E_FAIL) << VRELString(text);
@@ -62,7 +62,7 @@ TEST(VRELUnitValueTest, OtherTextIsNoUnit) {
   }
 }
 
-TEST(VRELUnitValueTest, UnitsAsText) {
+TEST(VRELUnitValueTest, UnitsAsString) {
   for (Row const& row : {Row{L"UNKNOWN", 0}, Row{L"MODEL UNIT", 1}, Row{L"NANOMETER", 2}, Row{L"MICROMETER", 3},
                          Row{L"MILLIMETER", 4}, Row{L"CENTIMETER", 5}, Row{L"DECIMETER", 6}, Row{L"METER", 7},
                          Row{L"INCH", 8}, Row{L"FOOT", 9}, Row{L"MILE", 10}, Row{L"KM", 11}, Row{L"MILLIINCH", 12},

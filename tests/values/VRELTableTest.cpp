@@ -16,13 +16,13 @@ VRELValue Text(wchar_t const* text) {
   return VRELValue(VRELString(text));
 }
 
-// A value as text, "-" if there is none.
+// Returns a value as a string, "-" if there is none.
 std::string Shown(VRELValue const& value) {
   char const* const text = value;
   return text != nullptr ? text : "-";
 }
 
-// The first two columns of a row, "key=value"; what the row lacks is shown as "?".
+// Returns the first two columns of a row as "key=value", with "?" for a missing column.
 std::string Shown(VRELTable const& table, int row) {
   VRELValue key = Text(L"?");
   VRELValue value = Text(L"?");
@@ -44,7 +44,7 @@ VRINResult Set(VRELTable& table, VRELValue const& key, VRELValue const& value) {
   return table.Set(&key, &value, nullptr);
 }
 
-// What is found by a key, "none" if nothing is.
+// Returns the row of a key, "none" if there is none.
 std::string Found(VRELTable const& table, VRELValue const& key) {
   VRELValue keyToo(key);
   VRELValue value;
@@ -57,7 +57,7 @@ std::string Found(VRELTable const& table, VRELValue const& key) {
 
 using Texts = std::vector<std::string>;
 
-TEST(VRELTableTest, StartsEmpty) {
+TEST(VRELTableTest, InitiallyEmpty) {
   VRELTable const table;
   VRELValue value(7);
   EXPECT_EQ(table.GetRowsCount(), 0);
@@ -66,10 +66,10 @@ TEST(VRELTableTest, StartsEmpty) {
   EXPECT_TRUE(value == VRELValue(7));
 }
 
-TEST(VRELTableTest, VirtualOperationsKeepTheirSlots) {
+TEST(VRELTableTest, VirtualSlots) {
   using ByKey = VRINResult (VRELTable::*)(VRELValue*, ...) const;
   using ByRow = VRINResult (VRELTable::*)(int, VRELValue*, ...) const;
-  // Behind both destructors and the three operations of the counted base.
+  // After both destructors and the three operations of the base class.
   EXPECT_EQ(SlotOf(&VRELTable::Add), 5U);
   EXPECT_EQ(SlotOf(&VRELTable::Set), 6U);
   EXPECT_EQ(SlotOf(static_cast<ByKey>(&VRELTable::Get)), 7U);
@@ -77,7 +77,7 @@ TEST(VRELTableTest, VirtualOperationsKeepTheirSlots) {
   EXPECT_EQ(SlotOf(static_cast<ByRow>(&VRELTable::Get)), 9U);
 }
 
-TEST(VRELTableTest, AddAppendsARow) {
+TEST(VRELTableTest, AddAppendsRow) {
   VRELTable table;
   VRELValue const key = Text(L"pi");
   VRELValue const number(3.5);
@@ -93,7 +93,7 @@ TEST(VRELTableTest, AddAppendsARow) {
   EXPECT_TRUE(third == flag);
 }
 
-TEST(VRELTableTest, AddMovesAKeyToTheNewRow) {
+TEST(VRELTableTest, AddMovesKeyToNewRow) {
   VRELTable table;
   Add(table, Text(L"k"), VRELValue(1));
   Add(table, Text(L"k"), VRELValue(2));
@@ -103,7 +103,7 @@ TEST(VRELTableTest, AddMovesAKeyToTheNewRow) {
   EXPECT_EQ(Rows(table), (Texts{"k=1", "k=3"}));
 }
 
-TEST(VRELTableTest, SetReplacesTheRowOfItsKeyOrAppends) {
+TEST(VRELTableTest, SetReplacesOrAppends) {
   VRELTable table;
   EXPECT_EQ(Set(table, Text(L"a"), VRELValue(1)), VREL_S_OK);
   EXPECT_EQ(Set(table, Text(L"b"), VRELValue(2)), VREL_S_OK);
@@ -114,7 +114,7 @@ TEST(VRELTableTest, SetReplacesTheRowOfItsKeyOrAppends) {
   EXPECT_EQ(Found(table, Text(L"c")), "none");
 }
 
-TEST(VRELTableTest, SetAppendsARowWithoutAKeyEachTime) {
+TEST(VRELTableTest, SetAppendsRowsWithoutKey) {
   VRELTable table;
   EXPECT_EQ(Set(table, VRELValue(), VRELValue(1)), VREL_S_OK);
   EXPECT_EQ(Set(table, VRELValue(), VRELValue(2)), VREL_S_OK);
@@ -122,7 +122,7 @@ TEST(VRELTableTest, SetAppendsARowWithoutAKeyEachTime) {
   EXPECT_EQ(Found(table, VRELValue()), "none");
 }
 
-TEST(VRELTableTest, AddTakesAKeyWithoutAKindThatIsNeverFound) {
+TEST(VRELTableTest, KeyWithoutKindIsNeverFound) {
   VRELTable table;
   Add(table, VRELValue(), VRELValue(1));
   Add(table, VRELValue(), VRELValue(2));
@@ -143,7 +143,7 @@ TEST(VRELTableTest, KeysDifferByKind) {
   EXPECT_EQ(Found(table, Text(L"1")), "text");
 }
 
-TEST(VRELTableTest, GetByRowRefusesARowOutside) {
+TEST(VRELTableTest, GetByRowChecksRange) {
   VRELTable table;
   Add(table, Text(L"k"), VRELValue(1));
   VRELValue value(7);
@@ -152,7 +152,7 @@ TEST(VRELTableTest, GetByRowRefusesARowOutside) {
   EXPECT_EQ(table.Get(0, static_cast<VRELValue*>(nullptr)), VREL_S_OK);
 }
 
-TEST(VRELTableTest, GetFillsUntilEitherEnds) {
+TEST(VRELTableTest, GetCopiesUntilEitherEnds) {
   VRELTable table;
   VRELValue const a = Text(L"a");
   VRELValue const one(1);
@@ -170,7 +170,7 @@ TEST(VRELTableTest, GetFillsUntilEitherEnds) {
   EXPECT_TRUE(columns[3] == VRELValue(30));
 }
 
-TEST(VRELTableTest, GetOverwritesTheKeyToo) {
+TEST(VRELTableTest, GetOverwritesKey) {
   VRELTable table;
   Add(table, Text(L"k"), VRELValue(1));
   VRELValue key = Text(L"k");
@@ -182,7 +182,7 @@ TEST(VRELTableTest, GetOverwritesTheKeyToo) {
   EXPECT_TRUE(rowKey == Text(L"k"));
 }
 
-TEST(VRELTableTest, AMissedKeyLeavesTheArgumentsAlone) {
+TEST(VRELTableTest, MissingKeyKeepsArguments) {
   VRELTable table;
   Add(table, Text(L"k"), VRELValue(1));
   VRELValue key = Text(L"other");
@@ -193,14 +193,14 @@ TEST(VRELTableTest, AMissedKeyLeavesTheArgumentsAlone) {
   EXPECT_EQ(table.Get(static_cast<VRELValue*>(nullptr)), VREL_E_FAIL);
 }
 
-TEST(VRELTableTest, ARowMayBeEmpty) {
+TEST(VRELTableTest, RowMayBeEmpty) {
   VRELTable table;
   EXPECT_EQ(table.Add(nullptr), VREL_S_OK);
   EXPECT_EQ(table.Set(nullptr), VREL_S_OK);
   EXPECT_EQ(Rows(table), (Texts{"?=?", "?=?"}));
 }
 
-TEST(VRELTableTest, RowsHoldCopies) {
+TEST(VRELTableTest, RowsAreCopies) {
   VRELTable table;
   VRELValue const key = Text(L"k");
   VRELValue value(1);
@@ -212,7 +212,7 @@ TEST(VRELTableTest, RowsHoldCopies) {
   EXPECT_EQ(Rows(table), (Texts{"k=5", "1=1"}));
 }
 
-TEST(VRELTableTest, ACopySharesTheRows) {
+TEST(VRELTableTest, CopySharesRows) {
   VRELTable table;
   Set(table, Text(L"a"), VRELValue(1));
   VRELTable copy(table);
@@ -228,7 +228,7 @@ TEST(VRELTableTest, ACopySharesTheRows) {
   }
   Set(copy, Text(L"a"), VRELValue(3));
   EXPECT_EQ(Found(table, Text(L"a")), "3");
-  // Far more rows than the shared places of the index can take.
+  // Many more rows than the shared index has slots.
   for (int i = 0; i < 100; ++i) Set(table, VRELValue(i), VRELValue(i));
   EXPECT_EQ(copy.GetRowsCount(), 102);
   EXPECT_EQ(Found(table, VRELValue(99)), "99");
@@ -236,7 +236,7 @@ TEST(VRELTableTest, ACopySharesTheRows) {
   EXPECT_EQ(Found(copy, Text(L"a")), "3");
 }
 
-TEST(VRELTableTest, IsCounted) {
+TEST(VRELTableTest, IsReferenceCounted) {
   auto* const table = new VRELTable();
   VRELReferenceHandle const handle(table);
   Add(*table, Text(L"k"), VRELValue(1));
@@ -245,7 +245,7 @@ TEST(VRELTableTest, IsCounted) {
   EXPECT_EQ(copy.GetReferenceCount(), 0U);
 }
 
-TEST(VRELTableTest, AgreesWithAMap) {
+TEST(VRELTableTest, EqualsMapOnRandomOperations) {
   std::mt19937 random(9);
   VRELTable table;
   std::map<int, std::size_t> numbers;

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "StreamText.h"
 #include "VRELDynamicArray.h"
@@ -32,7 +34,7 @@ VRELValue textValue(wchar_t const* text) {
   return VRELValue(VRELString(text));
 }
 
-TEST(VRELValueTest, NamesItsKinds) {
+TEST(VRELValueTest, NamesOfKinds) {
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[0], "unknown");
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[1], "double");
   EXPECT_STREQ(VRELValue::VRELValueTypeNames[2], "int");
@@ -41,7 +43,7 @@ TEST(VRELValueTest, NamesItsKinds) {
   EXPECT_EQ(VRELValue::VRELValueTypeNames[5], nullptr);
 }
 
-TEST(VRELValueTest, ConstructorsSetTheKind) {
+TEST(VRELValueTest, ConstructorsSetKind) {
   EXPECT_EQ(kindOf(VRELValue()), 0);
   EXPECT_EQ(kindOf(VRELValue(1.5)), 1);
   EXPECT_EQ(kindOf(VRELValue(7)), 2);
@@ -53,7 +55,64 @@ TEST(VRELValueTest, ConstructorsSetTheKind) {
   EXPECT_EQ(textOf(VRELValue("")), "");
 }
 
-TEST(VRELValueTest, TellsWhetherItIsValidAndAnInteger) {
+TEST(VRELValueTest, LiteralsAndStandardStringsBecomeStrings) {
+  std::string const utf8 =
+      "gr\xC3\xB6\xC3\x9F"
+      "er";
+  struct {
+    VRELValue value;
+    char const* text;
+  } const rows[] = {
+      {L"gr\u00F6\u00DFer", utf8.c_str()},
+      {u"gr\u00F6\u00DFer", utf8.c_str()},
+      {utf8, utf8.c_str()},
+      {std::string_view(utf8).substr(0, 2), "gr"},
+      {std::wstring_view(L"flag", 2), "fl"},
+      {L"", ""},
+      {static_cast<wchar_t const*>(nullptr), ""},
+      {static_cast<char16_t const*>(nullptr), ""},
+      {std::string(), ""},
+      {std::string_view(), ""},
+  };
+  for (auto const& row : rows) {
+    EXPECT_EQ(kindOf(row.value), VRELValue::StringType);
+    EXPECT_EQ(textOf(row.value), row.text);
+  }
+}
+
+TEST(VRELValueTest, SetValueStoresLiteralsAsStrings) {
+  std::string const utf8 = "\xC3\xA9";
+  char narrow[] = "array";
+  wchar_t wide[] = L"wide";
+  VRELValue value;
+  auto const expect = [&value](VRINResult result, char const* text) {
+    EXPECT_EQ(static_cast<long>(result), 0);
+    EXPECT_EQ(kindOf(value), VRELValue::StringType);
+    EXPECT_EQ(textOf(value), text);
+    value.SetValue(true);
+  };
+  expect(value.SetValue("text"), "text");
+  expect(value.SetValue(narrow), "array");
+  expect(value.SetValue(L"text"), "text");
+  expect(value.SetValue(wide), "wide");
+  expect(value.SetValue(u"text"), "text");
+  expect(value.SetValue(utf8), utf8.c_str());
+  expect(value.SetValue(std::string_view(utf8)), utf8.c_str());
+  expect(value.SetValue(std::wstring_view(wide, 2)), "wi");
+  expect(value.SetValue(static_cast<char const*>(nullptr)), "");
+  expect(value.SetValue(static_cast<wchar_t const*>(nullptr)), "");
+  expect(value.SetValue(VRELString(L"x")), "x");
+}
+
+TEST(VRELValueTest, PointersDoNotConvertToBool) {
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, int*>));
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, VRELString const*>));
+  EXPECT_FALSE((std::is_constructible_v<VRELValue, void*>));
+  EXPECT_TRUE((std::is_constructible_v<VRELValue, char*>));
+  EXPECT_TRUE((std::is_convertible_v<wchar_t const*, VRELValue>));
+}
+
+TEST(VRELValueTest, IsValidAndIsInteger) {
   EXPECT_FALSE(VRELValue().IsValid());
   EXPECT_FALSE(VRELValue().IsInteger());
   EXPECT_TRUE(VRELValue(0.0).IsValid());
@@ -66,7 +125,7 @@ TEST(VRELValueTest, TellsWhetherItIsValidAndAnInteger) {
   EXPECT_FALSE(VRELValue("1").IsInteger());
 }
 
-TEST(VRELValueTest, SetValueChangesTheKind) {
+TEST(VRELValueTest, SetValueChangesKind) {
   VRELValue value;
   EXPECT_TRUE(value.SetValue(2.5) == VREL_S_OK);
   EXPECT_EQ(kindOf(value), 1);
@@ -82,7 +141,7 @@ TEST(VRELValueTest, SetValueChangesTheKind) {
   EXPECT_EQ(textOf(value), "-3");
 }
 
-TEST(VRELValueTest, UnsetValueReadsAsNothing) {
+TEST(VRELValueTest, UnsetValueFails) {
   VRELValue const value;
   double real = 4.5;
   int integer = 45;
@@ -164,7 +223,7 @@ TEST(VRELValueTest, ReadsAsBool) {
   }
 }
 
-TEST(VRELValueTest, ReadsAsText) {
+TEST(VRELValueTest, ReadsAsString) {
   struct {
     VRELValue value;
     char const* expected;
@@ -181,7 +240,7 @@ TEST(VRELValueTest, ReadsAsText) {
   }
 }
 
-TEST(VRELValueTest, TextThatIsNoNumberFailsAndLeavesTheTarget) {
+TEST(VRELValueTest, InvalidNumberKeepsTarget) {
   for (wchar_t const* text : {L"abc", L"", L" Yes", L"-0", L"maybe"}) {
     VRELValue const value = textValue(text);
     SCOPED_TRACE(textOf(value));
@@ -200,7 +259,7 @@ TEST(VRELValueTest, TextThatIsNoNumberFailsAndLeavesTheTarget) {
   }
 }
 
-TEST(VRELValueTest, GivesTextForms) {
+TEST(VRELValueTest, ConvertsToCStrings) {
   struct {
     VRELValue value;
     char const* narrow;
@@ -216,7 +275,7 @@ TEST(VRELValueTest, GivesTextForms) {
   }
 }
 
-TEST(VRELValueTest, KeepsTheFirstTextForms) {
+TEST(VRELValueTest, CStringsAreCached) {
   VRELValue value(5);
   char const* const narrow = value;
   wchar_t const* const wide = value;
@@ -232,28 +291,28 @@ TEST(VRELValueTest, KeepsTheFirstTextForms) {
   value.SetValue(VRELString(L"x"));
   EXPECT_EQ(static_cast<char const*>(value), narrow);
 
-  // Each form is made when it is first asked for.
+  // Each C string is created by the first conversion.
   VRELValue late(1);
   EXPECT_STREQ(static_cast<char const*>(late), "1");
   late.SetValue(2);
   EXPECT_STREQ(static_cast<wchar_t const*>(late), L"2");
 }
 
-TEST(VRELValueTest, ValueOfPlainTextKeepsItsNarrowForm) {
+TEST(VRELValueTest, ConstructorFromCStringFillsCache) {
   VRELValue value("abc");
   value.SetValue(7);
   EXPECT_STREQ(static_cast<char const*>(value), "abc");
   EXPECT_STREQ(static_cast<wchar_t const*>(value), L"7");
 }
 
-TEST(VRELValueTest, UnsetValueGetsItsTextFormsWithItsValue) {
+TEST(VRELValueTest, UnsetValueHasNoCString) {
   VRELValue value;
   EXPECT_EQ(static_cast<char const*>(value), nullptr);
   value.SetValue(1);
   EXPECT_STREQ(static_cast<char const*>(value), "1");
 }
 
-TEST(VRELValueTest, AssignmentTakesKindAndValueAndNoTextForms) {
+TEST(VRELValueTest, AssignmentCopiesNoCStrings) {
   VRELValue const sources[] = {VRELValue(2.5), VRELValue(7), VRELValue(true), VRELValue("abc")};
   char const* const forms[] = {"2.500000", "7", "true", "abc"};
   for (int i = 0; i < 4; ++i) {
@@ -266,12 +325,12 @@ TEST(VRELValueTest, AssignmentTakesKindAndValueAndNoTextForms) {
     EXPECT_TRUE(target == sources[i]);
     EXPECT_STREQ(static_cast<char const*>(target), forms[i]);
     EXPECT_NE(static_cast<char const*>(target), given);
-    EXPECT_STREQ(old, "old");  // still good: it was let go, not released
+    EXPECT_STREQ(old, "old");  // still valid, since it was not released
     VRELReleaseChars(old);
   }
 }
 
-TEST(VRELValueTest, AssignmentClearsTheStaleForms) {
+TEST(VRELValueTest, AssignmentClearsCache) {
   VRELValue value(5);
   char* narrow = const_cast<char*>(static_cast<char const*>(value));
   wchar_t* wide = const_cast<wchar_t*>(static_cast<wchar_t const*>(value));
@@ -285,8 +344,8 @@ TEST(VRELValueTest, AssignmentClearsTheStaleForms) {
   VRELReleaseWideChars(wide);
 }
 
-TEST(VRELValueTest, AssignmentLetsTheOldFormsGo) {
-  // Nobody releases the three forms: that is promised.
+TEST(VRELValueTest, AssignmentDoesNotReleaseCStrings) {
+  // The three C strings are not released by the value.
   VRELValue value("first");
   value = VRELValue(1);
   EXPECT_STREQ(static_cast<char const*>(value), "1");
@@ -295,7 +354,7 @@ TEST(VRELValueTest, AssignmentLetsTheOldFormsGo) {
   EXPECT_STREQ(static_cast<char const*>(value), "2");
 }
 
-TEST(VRELValueTest, AssignmentOfAnUnsetValue) {
+TEST(VRELValueTest, AssignmentOfUnsetValue) {
   VRELValue value(7);
   value = VRELValue();
   EXPECT_FALSE(value.IsValid());
@@ -305,7 +364,7 @@ TEST(VRELValueTest, AssignmentOfAnUnsetValue) {
   EXPECT_EQ(number, 45);
 }
 
-TEST(VRELValueTest, AssignmentToItselfClearsTheFormsAndKeepsTheValue) {
+TEST(VRELValueTest, SelfAssignmentKeepsValue) {
   VRELValue const originals[] = {VRELValue(2.5), VRELValue(7), VRELValue(true), textValue(L"abc")};
   for (VRELValue const& original : originals) {
     SCOPED_TRACE(textOf(original));
@@ -333,7 +392,7 @@ TEST(VRELValueTest, AssignmentToItselfClearsTheFormsAndKeepsTheValue) {
   }
 }
 
-TEST(VRELValueTest, CopyBeginsWithoutTextForms) {
+TEST(VRELValueTest, CopyHasNoCachedCStrings) {
   VRELValue original(5);
   EXPECT_STREQ(static_cast<char const*>(original), "5");
   original.SetValue(6);
@@ -344,7 +403,7 @@ TEST(VRELValueTest, CopyBeginsWithoutTextForms) {
   EXPECT_FALSE(VRELValue(VRELValue()).IsValid());
 }
 
-TEST(VRELValueTest, EqualityWantsTheSameKind) {
+TEST(VRELValueTest, EqualityRequiresSameKind) {
   EXPECT_TRUE(VRELValue(1.5) == VRELValue(1.5));
   EXPECT_FALSE(VRELValue(1.5) == VRELValue(1.25));
   EXPECT_TRUE(VRELValue(0.0) == VRELValue(-0.0));
@@ -399,21 +458,21 @@ TEST(VRELValueTest, HashesByKind) {
   EXPECT_EQ(VRELValue(0.9).GetHashCode(), 0);
   EXPECT_EQ(VRELValue("abc").GetHashCode(), VRELString(L"abc").hashCode());
   EXPECT_NE(VRELValue("abc").GetHashCode(), VRELValue("abd").GetHashCode());
-  // What no int holds.
+  // Values outside the range of int.
   for (double number : {1e300, -1e300, infinity, notANumber, 2147483648.0}) {
     SCOPED_TRACE(number);
     EXPECT_EQ(VRELValue(number).GetHashCode(), 1558502628);
   }
 }
 
-TEST(VRELValueTest, ServesAsAKey) {
+TEST(VRELValueTest, CanBeHashKey) {
   EXPECT_EQ(VRELHashTraits<VRELValue>::Hash(VRELValue(-1)), 594805658u);
   EXPECT_TRUE(VRELHashTraits<VRELValue>::Equal(VRELValue("a"), VRELValue("a")));
   EXPECT_FALSE(VRELHashTraits<VRELValue>::Equal(VRELValue("a"), VRELValue("A")));
   EXPECT_FALSE(VRELHashTraits<VRELValue>::Equal(VRELValue(true), VRELValue(1)));
 }
 
-TEST(VRELValueTest, StandsInAnArray) {
+TEST(VRELValueTest, CanBeArrayElement) {
   VRELDynamicArray<VRELValue> values;
   for (int i = 0; i < 40; ++i) {
     values.add(i % 2 == 0 ? VRELValue(i) : VRELValue(VRELString(L"text")));
@@ -424,8 +483,8 @@ TEST(VRELValueTest, StandsInAnArray) {
   EXPECT_TRUE(values[4] == VRELValue(4));
 }
 
-// By its kind, through the formatter's own formats.
-TEST(VRELValueTest, DumpsItself) {
+// The formats are those of the formatter.
+TEST(VRELValueTest, DumpsValue) {
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
     out.setIntFormat("i%d");

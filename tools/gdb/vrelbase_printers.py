@@ -1,8 +1,12 @@
-"""Shows the library's texts, containers, handles, values and results in gdb as their users think of them.
+"""gdb pretty-printers for strings, containers, handles, values, options, results, points, boxes and morphs.
 
-Installed, gdb loads this file by itself along with the library. By hand: source tools/gdb/vrelbase_printers.py
-Nothing runs in the program that is looked at, so that core dumps are shown as well.
+gdb loads the installed file together with the library. To load it by hand: source tools/gdb/vrelbase_printers.py
+The printers read memory and call no function of the program, so that they also work on core dumps.
+
+A class with virtual operations is described only in the library unless the program is compiled with
+-femit-class-debug-always (g++) or -fstandalone-debug (clang++). Objects of such a class print as a hint.
 """
+import re
 import struct
 
 import gdb
@@ -37,23 +41,42 @@ RESULTS = {
 }
 
 
-def shown_limit():
-    """How many elements and characters gdb shows; one more lets it say that there are more."""
+HINT = "no debug information about this class; compile with -femit-class-debug-always (g++) or -fstandalone-debug (clang++)"
+
+
+def print_limit():
+    """Returns how many elements and characters gdb prints. It prints "..." if it receives one more."""
     limit = gdb.parameter("print elements")
     return 1 << 20 if limit is None else limit
 
 
 def plain_type(type_):
-    """Without references, typedefs and qualifiers."""
+    """Returns the type without references, typedefs and qualifiers."""
     type_ = type_.strip_typedefs()
     if type_.code in (gdb.TYPE_CODE_REF, gdb.TYPE_CODE_RVALUE_REF):
         type_ = type_.target().strip_typedefs()
     return type_.unqualified()
 
 
+def is_declared_only(type_):
+    """Returns whether the program only declares the class, so that gdb knows no field of it."""
+    return type_.code == gdb.TYPE_CODE_STRUCT and type_.sizeof == 0
+
+
+def own_fields(value):
+    """Returns the values of the fields of a class itself, in order, without its bases, virtual table and statics."""
+    fields = plain_type(value.type).fields()
+    return [
+        value[field]
+        for field in fields
+        if not field.is_base_class and hasattr(field, "bitpos") and not (field.name or "").startswith("_vptr")
+    ]
+
+
 def ancestor(value, name):
-    """The value as its base class of that name, however far up; None where there is none."""
-    if plain_type(value.type).tag == name:
+    """Returns the value as its direct or indirect base class of that name, or None. A template matches by its name
+    without arguments."""
+    if (plain_type(value.type).tag or "").split("<", 1)[0] == name:
         return value
     for field in plain_type(value.type).fields():
         if field.is_base_class:
@@ -64,42 +87,43 @@ def ancestor(value, name):
 
 
 def unicode_text(address):
-    """The characters of an icu::UnicodeString, of which a program that uses the library knows no fields. Behind the
-    pointer to its operations stands a 16-bit word: the length from bit 5 on, negative where a word of its own holds it;
-    bit 1 tells that the characters stand right behind."""
+    """Reads the characters of an icu::UnicodeString, whose fields a program that uses the library does not know. After
+    the pointer to the virtual table follows a 16-bit word: the length from bit 5 on, negative if the length has a word
+    of its own. If bit 1 is set the characters follow directly, otherwise a pointer to them is at offset 24."""
     memory = gdb.selected_inferior()
     (word,) = struct.unpack("<h", memory.read_memory(address + 8, 2))
     (length,) = struct.unpack("<i", memory.read_memory(address + 12, 4)) if word < 0 else (word >> 5,)
     start = address + 10
     if not word & 2:
         (start,) = struct.unpack("<Q", memory.read_memory(address + 24, 8))
-    units = max(0, min(length, shown_limit() + 1))
+    units = max(0, min(length, print_limit() + 1))
     return bytes(memory.read_memory(start, 2 * units)).decode("utf-16-le", "replace") if units else ""
 
 
 class StringPrinter:
-    """A VRELString: its text."""
+    """VRELString: its characters."""
 
     def __init__(self, value):
         address = int(value["unicodeString"])
-        self.text, self.instead = None, "uninitialized"
+        self.text, self.message = None, "uninitialized"
         try:
             if address != 0:
                 self.text = unicode_text(address)
         except gdb.MemoryError:
-            self.instead = f"unreadable text at {address:#x}"
+            self.message = f"unreadable string at {address:#x}"
 
     def to_string(self):
-        return self.instead if self.text is None else self.text
+        return self.message if self.text is None else self.text
 
     def display_hint(self):
         return None if self.text is None else "string"
 
 
 class ArrayHeader:
-    """What stands behind an array; empty where that cannot be read."""
+    """Header of a VRELDynamicArray, or of a class derived from it; empty if it cannot be read."""
 
     def __init__(self, array):
+        array = ancestor(array, "VRELDynamicArray")
         self.element = plain_type(array.type).template_argument(0)
         header = array["header"]
         try:
@@ -112,24 +136,28 @@ class ArrayHeader:
         self.data = header["data"] if self.is_valid else None
 
     def elements(self):
-        if not self.is_valid:
+        if not self.is_valid or is_declared_only(self.element):
             return
         first = self.data.cast(self.element.pointer())
         for index in range(self.count):
             yield (first + index).dereference()
+
+    def hint(self):
+        return f", {HINT}".replace("this class", str(self.element)) if is_declared_only(self.element) else ""
 
     def owners(self):
         return f", shared by {self.further_owners + 1}" if self.further_owners > 0 else ""
 
 
 class NarrowPrinter:
-    """A Gk_String or a view such as Gk_ROString: its bytes without the terminator."""
+    """Gk_String, or a view such as Gk_ROString: its bytes without the terminator."""
 
     def __init__(self, value):
         self.header = ArrayHeader(value["array"])
         is_view = any(field.name == "start" for field in plain_type(value.type).fields())
         self.start = int(value["start"]) if is_view else 0
-        self.length = max(0, self.header.count - self.start)
+        is_inside = 0 <= self.start <= self.header.count
+        self.length = self.header.count - self.start if is_inside else 0
 
     def to_string(self):
         if self.length == 0:
@@ -143,7 +171,7 @@ class NarrowPrinter:
 
 
 class ArrayPrinter:
-    """A VRELDynamicArray: its elements."""
+    """VRELDynamicArray: its elements."""
 
     def __init__(self, value):
         self.header = ArrayHeader(value)
@@ -152,7 +180,8 @@ class ArrayPrinter:
     def to_string(self):
         if not self.header.is_valid:
             return f"{self.name}, no storage"
-        return f"{self.name} of {self.header.count} in {self.header.capacity} slots{self.header.owners()}"
+        size = f"{self.header.count} in {self.header.capacity} slots"
+        return f"{self.name} of {size}{self.header.owners()}{self.header.hint()}"
 
     def children(self):
         for index, element in enumerate(self.header.elements()):
@@ -163,7 +192,7 @@ class ArrayPrinter:
 
 
 class HashPrinter:
-    """A VRELHashList or VRELHashMap: what stands in the occupied slots."""
+    """VRELHashList or VRELHashMap: the contents of the occupied slots."""
 
     def __init__(self, value):
         self.name = plain_type(value.type).tag
@@ -173,7 +202,8 @@ class HashPrinter:
 
     def to_string(self):
         slots = f"{self.occupied.count} slots{self.occupied.owners()}"
-        return f"{self.name} of {int(self.table['count'])} in {slots}"
+        hints = (ArrayHeader(self.rows[name]).hint() for name in self.COLUMNS)
+        return f"{self.name} of {int(self.table['count'])} in {slots}{next(filter(None, hints), '')}"
 
     def column(self, name):
         rows = ArrayHeader(self.rows[name]).elements()
@@ -181,6 +211,8 @@ class HashPrinter:
 
 
 class HashListPrinter(HashPrinter):
+    COLUMNS = ["keys"]
+
     def children(self):
         for index, key in enumerate(self.column("keys")):
             yield f"[{index}]", key
@@ -190,6 +222,8 @@ class HashListPrinter(HashPrinter):
 
 
 class HashMapPrinter(HashPrinter):
+    COLUMNS = ["keys", "values"]
+
     def children(self):
         for index, (key, value) in enumerate(zip(self.column("keys"), self.column("values"))):
             yield f"[{index}] key", key
@@ -200,7 +234,8 @@ class HashMapPrinter(HashPrinter):
 
 
 class HandlePrinter:
-    """A handle: the object by its class and address. The object itself is not shown: handles may run in circles."""
+    """Handle: class, address and reference count of the object. Its fields are not printed, since handles may form
+    cycles."""
 
     def __init__(self, value):
         self.name = plain_type(value.type).tag
@@ -212,13 +247,17 @@ class HandlePrinter:
         try:
             uses = int(self.instance.dereference()["count"])
             class_ = plain_type(self.instance.dynamic_type.target())
-        except gdb.error:
+        except gdb.MemoryError:
+            return f"{self.name} to unreadable {int(self.instance):#x}"
+        except (gdb.error, KeyError):
+            if is_declared_only(plain_type(self.instance.type.target())):
+                return f"{self.name} to {int(self.instance):#x}, {HINT}"
             return f"{self.name} to unreadable {int(self.instance):#x}"
         return f"{self.name} to {class_} at {int(self.instance):#x}, {uses} use{'' if uses == 1 else 's'}"
 
 
 class ValuePrinter:
-    """A VRELValue: its kind and what it holds. A text stands below, as a child, so that it is shown as one."""
+    """VRELValue: its kind and its value."""
 
     def __init__(self, value):
         self.value = value
@@ -233,12 +272,12 @@ class ValuePrinter:
         if self.kind == 3:
             return f"bool {'true' if int(number['asBool'].cast(gdb.lookup_type('unsigned char'))) else 'false'}"
         if self.kind == 4:
-            return f"text {self.value['text'].format_string()}"
+            return f"string {self.value['text'].format_string()}"
         return "no value" if self.kind == 0 else f"unknown kind {self.kind}"
 
 
 class ResultPrinter:
-    """A VRINResult: its name, or its fields where it has none."""
+    """VRINResult: its name, or its number if it has none, and its fields."""
 
     def __init__(self, value):
         self.code = int(value["code"]) & 0xFFFFFFFF
@@ -251,8 +290,100 @@ class ResultPrinter:
         return f"{RESULTS.get(self.code, hex(self.code))} ({', '.join(fields)})"
 
 
+def numbers(values):
+    return f"({', '.join(value.format_string() for value in values)})"
+
+
+def array_values(array):
+    low, high = array.type.strip_typedefs().range()
+    return [array[index] for index in range(low, high + 1)]
+
+
+class PointPrinter:
+    """VRELPoint and the classes derived from it: the coordinates and the weight."""
+
+    def __init__(self, value):
+        self.value = value
+        coordinates, dimension = own_fields(ancestor(value, "VRELPoint"))[:2]
+        self.coordinates = array_values(coordinates)[: max(0, int(dimension))]
+
+    def to_string(self):
+        weighted = ancestor(self.value, "VRELWeightPoint")
+        weight = "" if weighted is None else f", weight {own_fields(weighted)[0].format_string()}"
+        return f"{numbers(self.coordinates)}{weight}"
+
+
+class FloatPointPrinter:
+    """VRELPointf, VRELVectorf and VRELDirectionf: the coordinates."""
+
+    def __init__(self, value):
+        self.coordinates = own_fields(value)
+
+    def to_string(self):
+        return numbers(self.coordinates)
+
+
+class DomainPrinter:
+    """Gk_Domain: the interval, with a parenthesis at an end that is not bounded."""
+
+    def __init__(self, value):
+        low, high, _, ends = own_fields(value)
+        self.low, self.high, self.ends = low.format_string(), high.format_string(), int(ends)
+
+    def to_string(self):
+        low = f"[{self.low}" if self.ends & 1 else "(-inf"
+        high = f"{self.high}]" if self.ends & 2 else "inf)"
+        return f"{low}, {high}"
+
+
+class BoxPrinter:
+    """VRELBox2D and VRELBox3D: the interval of each coordinate."""
+
+    def __init__(self, value):
+        self.domains = array_values(own_fields(ancestor(value, "VRELBoxOf"))[0])
+
+    def to_string(self):
+        return " x ".join(DomainPrinter(domain).to_string() for domain in self.domains)
+
+
+class MorphPrinter:
+    """VRELMorph2D and VRELMorph3D: scale, rows of the matrix and translation."""
+
+    def __init__(self, value):
+        self.scale = own_fields(ancestor(value, "VRELMorph"))[0]
+        self.affine, self.translation = own_fields(ancestor(value, "VRELMorphOf"))[:2]
+
+    def to_string(self):
+        dimension, rows = own_fields(ancestor(self.affine, "VRELAffine"))[:2]
+        count = max(0, min(int(dimension), 3))
+        matrix = ", ".join(numbers(array_values(row)[:count]) for row in array_values(rows)[:count])
+        translation = PointPrinter(self.translation).to_string()
+        return f"scale {self.scale.format_string()}, matrix ({matrix}), translation {translation}"
+
+
+class OptionPrinter:
+    """VRELOption: its name, current value and default value."""
+
+    def __init__(self, value):
+        self.default, self.current, self.name = own_fields(value)[:3]
+
+    def to_string(self):
+        current = ValuePrinter(self.current).to_string()
+        return f"{self.name.format_string()} = {current}, default {ValuePrinter(self.default).to_string()}"
+
+
+class HintPrinter:
+    """Object that cannot be printed: the reason."""
+
+    def __init__(self, name, reason):
+        self.message = f"{name}: {reason}"
+
+    def to_string(self):
+        return self.message
+
+
 class Printers(gdb.printing.PrettyPrinter):
-    """Finds the printer of a class: by its name, or, for handles and views, by the base that it derives from."""
+    """Selects the printer of a class by its name or, for families of classes, by a base class."""
 
     BY_NAME = {
         "VRELString": StringPrinter,
@@ -261,9 +392,22 @@ class Printers(gdb.printing.PrettyPrinter):
         "VRELHashList": HashListPrinter,
         "VRELHashMap": HashMapPrinter,
         "VRELValue": ValuePrinter,
+        "VRELOption": OptionPrinter,
         "VRINResult": ResultPrinter,
+        "VRELPointf": FloatPointPrinter,
+        "VRELVectorf": FloatPointPrinter,
+        "VRELDirectionf": FloatPointPrinter,
+        "Gk_Domain": DomainPrinter,
     }
-    BY_BASE = {"VRELReferenceHandle": HandlePrinter, "Gk_ROString": NarrowPrinter}
+    BY_BASE = {
+        "VRELReferenceHandle": HandlePrinter,
+        "Gk_ROString": NarrowPrinter,
+        "VRELPoint": PointPrinter,
+        "VRELBoxOf": BoxPrinter,
+        "VRELMorphOf": MorphPrinter,
+    }
+    # Derived classes that a program may only declare.
+    DECLARED = re.compile(r"(VREL|VRIN|Gk_)\w+$")
 
     def __init__(self):
         names = [*self.BY_NAME, *self.BY_BASE]
@@ -275,15 +419,25 @@ class Printers(gdb.printing.PrettyPrinter):
         if type_.code != gdb.TYPE_CODE_STRUCT or not type_.tag:
             return None
         name = type_.tag.split("<", 1)[0]
-        if name in self.BY_NAME:
-            return self.BY_NAME[name](value) if self.enabled_by_name[name].enabled and type_.fields() else None
-        if "<" in name or not type_.fields():
+        if is_declared_only(type_):
+            return HintPrinter(name, HINT) if self.DECLARED.match(name) else None
+        printer, source = self.find(name, value, is_template="<" in type_.tag)
+        if printer is None:
             return None
+        try:
+            return printer(source)
+        except (RuntimeError, KeyError, TypeError, ValueError) as error:
+            return HintPrinter(name, f"the printer does not match this version of the library: {error}")
+
+    def find(self, name, value, is_template):
+        """Returns the printer of the object and what to pass to it; None and None if the object has no printer."""
+        if name in self.BY_NAME:
+            return (self.BY_NAME[name], value) if self.enabled_by_name[name].enabled else (None, None)
         for base, printer in self.BY_BASE.items():
-            as_base = ancestor(value, base)
+            as_base = None if is_template else ancestor(value, base)
             if as_base is not None and self.enabled_by_name[base].enabled:
-                return printer(value if printer is HandlePrinter else as_base)
-        return None
+                return printer, as_base if printer is NarrowPrinter else value
+        return None, None
 
 
 gdb.printing.register_pretty_printer(gdb.current_objfile(), Printers(), replace=True)

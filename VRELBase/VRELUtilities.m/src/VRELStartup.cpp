@@ -1,5 +1,13 @@
-// Every object with a constructor or a destructor that lives for the whole process, in the order in which the library
-// comes up. They go down in the reverse order. No other source of the library defines such an object.
+// All objects of the library with static storage duration and a constructor or destructor. The order of the definitions
+// is the order of construction; destruction is in reverse order. The C++ standard defines an order only within one source,
+// so no other source of the library defines such an object (tests/tree/check_objects.py).
+//
+// Constraints on the order:
+//   - the array of option names is before the names, which register themselves in it;
+//   - public names are in the order of their diagnostic numbers;
+//   - the event bus is before the loggers, which leave it when they are destroyed;
+//   - the console stream is before the formatters and loggers that write to it;
+//   - the table of modules is after nearly everything, so that a module can use the library while it is unloaded.
 #include <string_view>
 
 #include "Gk_ObservableDoc.h"
@@ -30,13 +38,12 @@ VRINResult VRINResult::E_FAIL_RESULT(VREL_E_FAIL);
 
 VRELString const VREL_OPTION_WILDCARD(std::u16string_view(u"*"));
 
-// The names go down before the array that lists them.
 VRELDynamicArray<VRELOptionName*> VRELOptionName::_optionNames;
 
 #define VREL_NAME(identifier, text) VRELOptionName VRELOptionName::identifier(Literal{u##text});
 #include "VRELOptionNames.def"
 
-// Public objects are numbered in the order in which they come up.
+// The order determines the numbers of the diagnostic names.
 #define VREL_NAME(identifier, text) VRINOptionName VRINOptionName::identifier(Literal{u##text});
 #include "VRINOptionNames.def"
 
@@ -79,7 +86,7 @@ VRELEventBus VRELEventBus::_eventBus;
 VRELFileInputStream VRELFileInputStream::console;
 VRELFileOutputStream VRELFileOutputStream::console;
 
-// Goes down before the console, which may be its stream.
+// Destroyed before the console, which can be its stream.
 VRELStreamFormatter Gk_ObservableDoc::_debugSink(nullptr);
 
 VRELString const VRELFileHeader::MODIFICATION_DATE(L"Modification Date");
@@ -98,15 +105,15 @@ VRELString const VRELFileHeader::CONFIGURATIONS(L"Configurations");
 
 VRELPerfTrackerStatus VRELPerfTrackerStatus::instance;
 
-// The loggers go down before the bus that they leave.
+// Destroyed before the bus, which it leaves.
 VRELConsoleLogger VRELConsoleLogger::_console;
 
-// Modules are finalised while all else is there.
+// Destroyed while almost everything else still exists, because modules can use it in their destructors.
 VRELHashMap<VRELString, VRELLibraryHandle> VRELLibraryManager::_libraries(17);
 
 namespace {
 
-// Takes the modules out of their table before it goes: a module that is finalised may look for others there.
+// Unloads the modules before the table is destroyed: a module that is unloaded can look up others in the table.
 struct ReleaseLibraries {
   ~ReleaseLibraries() {
     VRELLibrary::StopLoading();
@@ -116,12 +123,11 @@ struct ReleaseLibraries {
     }
   }
 
-  // Made early: there may be no memory for it at the end.
+  // Allocated at start: an allocation at exit can fail.
   VRELHashMap<VRELString, VRELLibraryHandle> const none{17};
 } releaseLibraries;
 
 }  // namespace
 
-// Goes down before the console that shows its summary, and before the modules: one of them may have brought its
-// monitor.
+// Destroyed before the console, which prints its summary, and before the modules, which can own its monitor.
 VRELTimingLogger VRELTimingLogger::_timer;

@@ -24,16 +24,16 @@
 #include "VRELWarningEvent.h"
 #include "VirtualSlot.h"
 
-// The console is one for the process, and is set up in child processes alone.
+// There is one console in the process, which is only set up in child processes.
 namespace {
 
-constexpr auto asTheEnvironmentSays = static_cast<VRELEventLevel>(-1);
+constexpr auto kDefaultLevel = static_cast<VRELEventLevel>(-1);
 
 int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Tells its level, without a line end.
+// Event that writes its level without a line end.
 class LevelEvent : public VRELEvent {
  public:
   explicit LevelEvent(int level) : VRELEvent("LevelEvent", static_cast<VRELEventLevel>(level)) {}
@@ -50,11 +50,11 @@ void SendLevels() {
   }
 }
 
-// Runs `body` with the variable set, or unset for null, and is silent about what went well.
+// Runs `body` in a child process with the variable set, or unset for null. Reports failures only.
 ChildResult RunWithVariable(char const* value, std::function<void()> const& body) {
   return RunInChild([&] {
     unsetenv("VRELConsoleTracesLevel");
-    // Belongs to other loggers.
+    // Used by other loggers.
     setenv("VRELLogLevel", "ALL", 1);
     if (value != nullptr) setenv("VRELConsoleTracesLevel", value, 1);
     body();
@@ -69,7 +69,7 @@ void ExpectOutput(ChildResult const& child, std::string const& output, std::stri
   EXPECT_EQ(child.errors, errors);
 }
 
-TEST(VRELConsoleLoggerTest, IsIdleUntilItIsSetUp) {
+TEST(VRELConsoleLoggerTest, StartsIdle) {
   EXPECT_FALSE(VRELConsoleLogger::_console.IsInitialized());
   ExpectOutput(RunWithVariable("ALL",
                                [] {
@@ -81,7 +81,7 @@ TEST(VRELConsoleLoggerTest, IsIdleUntilItIsSetUp) {
                "", "");
 }
 
-TEST(VRELConsoleLoggerTest, SetUpStartsTheConsoleOfTheProcess) {
+TEST(VRELConsoleLoggerTest, SetUpInitializesConsole) {
   ExpectOutput(RunWithVariable(nullptr,
                                [] {
                                  VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
@@ -102,7 +102,7 @@ TEST(VRELConsoleLoggerTest, SplitsByLevel) {
   ExpectOutput(child, "0 10 20 30 50 69 ", "70 80 90 ");
 }
 
-TEST(VRELConsoleLoggerTest, ShowsMessageEventsWhereTheirLevelSays) {
+TEST(VRELConsoleLoggerTest, LevelSelectsStreamOfMessages) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     VRELDebugEvent::Fire("debug");
@@ -119,7 +119,7 @@ TEST(VRELConsoleLoggerTest, ShowsMessageEventsWhereTheirLevelSays) {
                "Warning : printed\nError : error\nAssert : assert\n");
 }
 
-TEST(VRELConsoleLoggerTest, TheEnvironmentWinsOverTheArgument) {
+TEST(VRELConsoleLoggerTest, EnvironmentOverridesLevel) {
   struct {
     char const* variable;
     int argument;
@@ -157,20 +157,20 @@ TEST(VRELConsoleLoggerTest, TheEnvironmentWinsOverTheArgument) {
   }
 }
 
-TEST(VRELConsoleLoggerTest, ASecondSetUpChangesNothing) {
+TEST(VRELConsoleLoggerTest, SecondSetUpIsIgnored) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ERROR);
     VRELConsoleLogger::SetUp(VREL_LEVEL_DEBUG);
     setenv("VRELConsoleTracesLevel", "ALL", 1);
-    VRELConsoleLogger::SetUp(asTheEnvironmentSays);
+    VRELConsoleLogger::SetUp(kDefaultLevel);
     EXPECT_EQ(ListenerCount(), 1);
     SendLevels();
   });
   ExpectOutput(child, "", "80 90 ");
 }
 
-// Also one that the environment has turned off.
-TEST(VRELConsoleLoggerTest, TheVariableIsReadOnce) {
+// Also if the environment turned the console off.
+TEST(VRELConsoleLoggerTest, VariableIsReadOnce) {
   ChildResult const child = RunWithVariable("no keyword", [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     EXPECT_TRUE(VRELConsoleLogger::_console.IsInitialized());
@@ -181,7 +181,7 @@ TEST(VRELConsoleLoggerTest, TheVariableIsReadOnce) {
   ExpectOutput(child, "", "");
 }
 
-TEST(VRELConsoleLoggerTest, FinalizedItStaysSilent) {
+TEST(VRELConsoleLoggerTest, FinalizedConsoleStaysSilent) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     VRELConsoleLogger::_console.Finalize();
@@ -190,14 +190,14 @@ TEST(VRELConsoleLoggerTest, FinalizedItStaysSilent) {
     VRELConsoleLogger::SetUp(VREL_LEVEL_ALL);
     EXPECT_EQ(ListenerCount(), 0);
     SendLevels();
-    // Its threshold is above every event.
+    // The threshold is above every level.
     LevelEvent event(998);
     VRELConsoleLogger::_console.HandleEvent(event);
   });
   ExpectOutput(child, "", "");
 }
 
-TEST(VRELConsoleLoggerTest, AStreamOfItsBaseIsNotWrittenTo) {
+TEST(VRELConsoleLoggerTest, BaseStreamIsNotUsed) {
   VRELConsoleLogger logger;
   auto* const stream = new VRELStringOutputStream;
   logger.Initialize(stream, VREL_LEVEL_ALL);
@@ -208,7 +208,7 @@ TEST(VRELConsoleLoggerTest, AStreamOfItsBaseIsNotWrittenTo) {
   EXPECT_EQ(TakeText(*stream), "");
 }
 
-TEST(VRELConsoleLoggerTest, AnotherOneLeavesTheBusWhenItGoes) {
+TEST(VRELConsoleLoggerTest, DestructorRemovesListener) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     {
       VRELConsoleLogger logger;
@@ -225,7 +225,7 @@ TEST(VRELConsoleLoggerTest, AnotherOneLeavesTheBusWhenItGoes) {
   ExpectOutput(child, "Message : shown\nopen\n", "");
 }
 
-TEST(VRELConsoleLoggerTest, WritesPastWhatTheCLibraryBuffers) {
+TEST(VRELConsoleLoggerTest, BypassesStdioBuffers) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     std::fputs("buffered\n", stdout);
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
@@ -234,8 +234,8 @@ TEST(VRELConsoleLoggerTest, WritesPastWhatTheCLibraryBuffers) {
   ExpectOutput(child, "Message : first\nbuffered\n", "");
 }
 
-// What the application does at exit comes before the library goes down.
-TEST(VRELConsoleLoggerTest, IsActiveToTheEndOfTheProcess) {
+// Exit handlers of the application run before the library is destroyed.
+TEST(VRELConsoleLoggerTest, WritesUntilExit) {
   ChildResult const child = RunWithVariable(nullptr, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     std::atexit([] {
@@ -246,7 +246,7 @@ TEST(VRELConsoleLoggerTest, IsActiveToTheEndOfTheProcess) {
   ExpectOutput(child, "Message : at exit\n", "Error : at exit\n");
 }
 
-TEST(VRELConsoleLoggerTest, GoesOnWithoutStandardStreams) {
+TEST(VRELConsoleLoggerTest, ClosedStandardStreamsAreIgnored) {
   for (bool const isClosed : {true, false}) {
     ChildResult const child = RunWithVariable(nullptr, [&] {
       int const full = open("/dev/full", O_WRONLY);
@@ -266,7 +266,7 @@ TEST(VRELConsoleLoggerTest, GoesOnWithoutStandardStreams) {
   }
 }
 
-TEST(VRELConsoleLoggerTest, KeepsItsVirtualTableAndFields) {
+TEST(VRELConsoleLoggerTest, KeepsSlotsAndSize) {
   using OfLevel = void (VRELConsoleLogger::*)(VRELEventLevel);
   EXPECT_EQ(SlotOf(&VRELConsoleLogger::HandleEvent), 0U);
   EXPECT_EQ(SlotOf(static_cast<OfLevel>(&VRELConsoleLogger::Initialize)), 7U);

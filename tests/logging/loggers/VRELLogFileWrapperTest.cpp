@@ -54,7 +54,7 @@ class VRELLogFileWrapperTest : public testing::Test {
   ScratchDirectory directory;
 };
 
-TEST_F(VRELLogFileWrapperTest, ABorrowedFileStaysOpen) {
+TEST_F(VRELLogFileWrapperTest, BorrowedFileStaysOpen) {
   std::string const name = directory.Path("log");
   std::FILE* const file = std::fopen(name.c_str(), "w");
   ASSERT_NE(file, nullptr);
@@ -72,14 +72,14 @@ TEST_F(VRELLogFileWrapperTest, ABorrowedFileStaysOpen) {
   EXPECT_EQ(directory.Read("log"), "Message : inside\nmore");
 }
 
-TEST_F(VRELLogFileWrapperTest, ANullFileLeavesItIdle) {
+TEST_F(VRELLogFileWrapperTest, NullFileIsIdle) {
   std::FILE* const none = nullptr;
   VRELLogFileWrapper const log(none);
   VRELLogFileWrapper const same(nullptr);
   EXPECT_EQ(ListenerCount(), 0);
 }
 
-TEST_F(VRELLogFileWrapperTest, OpensAPathForItsScope) {
+TEST_F(VRELLogFileWrapperTest, PathIsOpenDuringLifetime) {
   directory.Write("log", "the run before");
   {
     VRELLogFileWrapper const log(PathOf("log"));
@@ -95,17 +95,17 @@ TEST_F(VRELLogFileWrapperTest, OpensAPathForItsScope) {
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
 }
 
-// The path opens itself.
-TEST_F(VRELLogFileWrapperTest, AsksThePath) {
+// Path that overrides OpenFile.
+TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
   class AskedPath : public VRELFilePath {
    public:
     AskedPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
     bool IsValid() const override { return isValid; }
     std::FILE* OpenFile(char const* mode) const override {
-      asked += mode;
+      modes += mode;
       return file;
     }
-    mutable std::string asked;
+    mutable std::string modes;
 
    private:
     std::FILE* file;
@@ -116,20 +116,20 @@ TEST_F(VRELLogFileWrapperTest, AsksThePath) {
     VRELLogFileWrapper const log(valid);
     VRELInfo::Printf("text");
   }
-  EXPECT_EQ(valid.asked, "w");
+  EXPECT_EQ(valid.modes, "w");
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
   EXPECT_EQ(CountOpenDescriptors(directory.Path("log")), 0);
 
   AskedPath const invalid(nullptr, false);
   VRELLogFileWrapper const none(invalid);
-  EXPECT_EQ(invalid.asked, "");
+  EXPECT_EQ(invalid.modes, "");
   AskedPath const refusing(nullptr, true);
   VRELLogFileWrapper const idle(refusing);
-  EXPECT_EQ(refusing.asked, "w");
+  EXPECT_EQ(refusing.modes, "w");
   EXPECT_EQ(ListenerCount(), 0);
 }
 
-TEST_F(VRELLogFileWrapperTest, APathThatCannotBeOpenedLeavesItIdleAndSilent) {
+TEST_F(VRELLogFileWrapperTest, FailedOpenIsSilent) {
   RecordingListener const listener;
   for (VRELFilePath const& path : {VRELFilePath(), PathOf("no/such/log"), VRELFilePath(directory.Path().c_str()),
                                    VRELFilePath(std::string(5000, 'x').c_str())}) {
@@ -139,7 +139,7 @@ TEST_F(VRELLogFileWrapperTest, APathThatCannotBeOpenedLeavesItIdleAndSilent) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsStandInTheCurrentDirectory) {
+TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsAreInCurrentDirectory) {
   directory.Write("brivet_read.log", "the run before");
   directory.Write("brivet_write.log", "the run before");
   RunThere([] {
@@ -154,13 +154,13 @@ TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsStandInTheCurrentDirectory) {
   EXPECT_EQ(directory.Read("brivet_write.log"), "Message : writing\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, MakesOneLogAlone) {
+TEST_F(VRELLogFileWrapperTest, CreatesOnlyOneLog) {
   RunThere([] { VRELLogFileWrapper const log(false); });
   EXPECT_TRUE(directory.Has("brivet_write.log"));
   EXPECT_FALSE(directory.Has("brivet_read.log"));
 }
 
-TEST_F(VRELLogFileWrapperTest, ADirectoryThatCannotBeWrittenLeavesItIdle) {
+TEST_F(VRELLogFileWrapperTest, ReadOnlyDirectoryIsIdle) {
   ASSERT_EQ(chmod(directory.Path().c_str(), 0555), 0);
   RunUnprivileged([&] {
     ASSERT_EQ(chdir(directory.Path().c_str()), 0);
@@ -175,7 +175,7 @@ TEST_F(VRELLogFileWrapperTest, ADirectoryThatCannotBeWrittenLeavesItIdle) {
   EXPECT_FALSE(directory.Has("brivet_read.log"));
 }
 
-TEST_F(VRELLogFileWrapperTest, TheEnvironmentSetsTheThreshold) {
+TEST_F(VRELLogFileWrapperTest, ThresholdIsReadFromEnvironment) {
   struct {
     char const* keyword;
     char const* text;
@@ -202,7 +202,7 @@ TEST_F(VRELLogFileWrapperTest, TheEnvironmentSetsTheThreshold) {
   }
 }
 
-TEST_F(VRELLogFileWrapperTest, TheThresholdHoldsForBorrowedFilesAndTheTwoLogs) {
+TEST_F(VRELLogFileWrapperTest, ThresholdAppliesToAllConstructors) {
   setenv("VRELLogLevel", "ERROR", 1);
   RunThere([&] {
     std::FILE* const file = std::fopen("borrowed", "w");
@@ -220,7 +220,7 @@ TEST_F(VRELLogFileWrapperTest, TheThresholdHoldsForBorrowedFilesAndTheTwoLogs) {
   }
 }
 
-TEST_F(VRELLogFileWrapperTest, HoldsTheTextsAndNothingElse) {
+TEST_F(VRELLogFileWrapperTest, WritesTextsVerbatim) {
   VRELError unnamed(7);
   VRELError described(7, L"no such face");
   VRELError fine(0, L"unseen");
@@ -250,7 +250,7 @@ TEST_F(VRELLogFileWrapperTest, HoldsTheTextsAndNothingElse) {
                 std::string(1023, 'x') + "\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, LogsCanStandInOneAnother) {
+TEST_F(VRELLogFileWrapperTest, LogsCanBeNested) {
   {
     VRELLogFileWrapper const outer(PathOf("outer"));
     VRELInfo::Printf("1");
@@ -264,7 +264,7 @@ TEST_F(VRELLogFileWrapperTest, LogsCanStandInOneAnother) {
   EXPECT_EQ(directory.Read("inner"), "Message : 2\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, TheRunGoesOnWhenTheDiskIsFull) {
+TEST_F(VRELLogFileWrapperTest, FullDiskIsIgnored) {
   RecordingListener const listener;
   {
     VRELLogFileWrapper const log(VRELFilePath("/dev/full"));
@@ -274,7 +274,7 @@ TEST_F(VRELLogFileWrapperTest, TheRunGoesOnWhenTheDiskIsFull) {
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"0", "1", "2"}));
 }
 
-TEST_F(VRELLogFileWrapperTest, ALogThatIsRemovedIsNotMadeAnew) {
+TEST_F(VRELLogFileWrapperTest, RemovedLogIsNotRecreated) {
   {
     VRELLogFileWrapper const log(PathOf("log"));
     VRELInfo::Printf("1");
@@ -287,7 +287,7 @@ TEST_F(VRELLogFileWrapperTest, ALogThatIsRemovedIsNotMadeAnew) {
   EXPECT_EQ(directory.Read("log"), "Message : 3\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, LosesNothingWhenTheProcessIsCutShort) {
+TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
   ChildResult const child = RunInChildWithoutTeardown([&]() -> int {
     VRELLogFileWrapper const log(PathOf("log"));
     VRELInfo::Printf("last words");
@@ -297,8 +297,8 @@ TEST_F(VRELLogFileWrapperTest, LosesNothingWhenTheProcessIsCutShort) {
   EXPECT_EQ(directory.Read("log"), "Message : last words\n");
 }
 
-// A wrapper of the application goes down before the library does.
-TEST_F(VRELLogFileWrapperTest, CanLastToTheEndOfTheProcess) {
+// A static wrapper of the application is destroyed before the library.
+TEST_F(VRELLogFileWrapperTest, StaticWrapperWritesUntilExit) {
   RunThere([] {
     static VRELLogFileWrapper const log(true);
     std::atexit([] { VRELInfo::Printf("at exit"); });
@@ -306,7 +306,7 @@ TEST_F(VRELLogFileWrapperTest, CanLastToTheEndOfTheProcess) {
   EXPECT_EQ(directory.Read("brivet_read.log"), "Message : at exit\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, TakesAFileAPathOrABoolean) {
+TEST_F(VRELLogFileWrapperTest, RefusesStringLiterals) {
   EXPECT_TRUE((std::is_constructible_v<VRELLogFileWrapper, std::FILE*>));
   EXPECT_TRUE((std::is_constructible_v<VRELLogFileWrapper, VRELFilePath const&>));
   EXPECT_TRUE((std::is_constructible_v<VRELLogFileWrapper, VRELFilePath>));

@@ -30,7 +30,7 @@
 
 namespace {
 
-// What was done to a stream; outlives it.
+// Records calls on a stream, beyond its lifetime.
 struct StreamHistory {
   std::string text;
   int writes = 0;
@@ -39,7 +39,7 @@ struct StreamHistory {
 
 class HistoryStream : public VRELOutputStream {
  public:
-  explicit HistoryStream(StreamHistory& told) : history(told) {}
+  explicit HistoryStream(StreamHistory& streamHistory) : history(streamHistory) {}
   ~HistoryStream() override { history.isDeleted = true; }
   int write(char const* buffer, int count) override {
     ++history.writes;
@@ -57,7 +57,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// One event of each level that events have.
+// Sends one event of each level.
 void SendAll() {
   VRELDebugEvent::Fire("debug");
   VRELTestEvent::Fire("test");
@@ -85,7 +85,7 @@ class VRELLoggerTest : public testing::Test {
     EXPECT_EQ(ListenerCount(), 0);
   }
 
-  // What a logger of that level writes of all events.
+  // Returns what a logger with this threshold writes.
   static std::string Passing(int level) {
     StreamHistory history;
     VRELLogger logger;
@@ -97,7 +97,7 @@ class VRELLoggerTest : public testing::Test {
   ScratchDirectory directory;
 };
 
-TEST_F(VRELLoggerTest, BeginsIdle) {
+TEST_F(VRELLoggerTest, StartsIdle) {
   VRELLogger logger;
   EXPECT_EQ(logger.GetOutputStream(), nullptr);
   EXPECT_EQ(ListenerCount(), 0);
@@ -105,7 +105,7 @@ TEST_F(VRELLoggerTest, BeginsIdle) {
   logger.HandleEvent(event);
 }
 
-TEST_F(VRELLoggerTest, TakesAStreamAndJoinsTheBus) {
+TEST_F(VRELLoggerTest, InitializeTakesStreamAndAddsListener) {
   StreamHistory history;
   auto* const stream = new HistoryStream(history);
   VRELLogger logger;
@@ -116,7 +116,7 @@ TEST_F(VRELLoggerTest, TakesAStreamAndJoinsTheBus) {
   EXPECT_EQ(history.text, "Message : text\n");
 }
 
-TEST_F(VRELLoggerTest, WritesEventsAtOrAboveItsThreshold) {
+TEST_F(VRELLoggerTest, WritesEventsFromThreshold) {
   struct {
     int level;
     char const* text;
@@ -132,7 +132,7 @@ TEST_F(VRELLoggerTest, WritesEventsAtOrAboveItsThreshold) {
   }
 }
 
-TEST_F(VRELLoggerTest, TheDefaultLevelIsReadFromTheEnvironment) {
+TEST_F(VRELLoggerTest, DefaultLevelReadsEnvironment) {
   struct {
     char const* keyword;
     char const* text;
@@ -150,15 +150,15 @@ TEST_F(VRELLoggerTest, TheDefaultLevelIsReadFromTheEnvironment) {
   }
 }
 
-TEST_F(VRELLoggerTest, AnArgumentWinsOverTheEnvironment) {
+TEST_F(VRELLoggerTest, LevelOverridesEnvironment) {
   setenv("VRELLogLevel", "NONE", 1);
   EXPECT_EQ(Passing(80), FROM_ERROR);
   setenv("VRELLogLevel", "ALL", 1);
   EXPECT_EQ(Passing(80), FROM_ERROR);
 }
 
-// No text and no end of a line is added, and none is taken away; one write a line.
-TEST_F(VRELLoggerTest, WritesTheTextsAloneAndInOrder) {
+// Nothing is added or removed, line ends included. Each event is one write.
+TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
   class Saying : public VRELEvent {
    public:
     explicit Saying(char const* said) : VRELEvent("Saying", VREL_LEVEL_INFO), text(said) {}
@@ -184,8 +184,8 @@ TEST_F(VRELLoggerTest, WritesTheTextsAloneAndInOrder) {
   EXPECT_EQ(history.writes, 4);
 }
 
-// The event writes on the logger's own stream, with nothing in between.
-TEST_F(VRELLoggerTest, HandsItsStreamToTheEvent) {
+// The event writes to the stream of the logger itself.
+TEST_F(VRELLoggerTest, PassesStreamToEvent) {
   class Looking : public VRELEvent {
    public:
     Looking() : VRELEvent("Looking", VREL_LEVEL_INFO) {}
@@ -200,7 +200,7 @@ TEST_F(VRELLoggerTest, HandsItsStreamToTheEvent) {
   EXPECT_EQ(event.seen, logger.GetOutputStream());
 }
 
-TEST_F(VRELLoggerTest, IgnoresASecondStream) {
+TEST_F(VRELLoggerTest, SecondInitializeIsIgnored) {
   StreamHistory firstHistory;
   StreamHistory secondHistory;
   auto* const first = new HistoryStream(firstHistory);
@@ -215,7 +215,7 @@ TEST_F(VRELLoggerTest, IgnoresASecondStream) {
   EXPECT_EQ(secondHistory.text, "");
 }
 
-TEST_F(VRELLoggerTest, IgnoresNull) {
+TEST_F(VRELLoggerTest, NullIsIgnored) {
   VRELOutputStream* const noStream = nullptr;
   std::FILE* const noFile = nullptr;
   VRELLogger logger;
@@ -225,7 +225,7 @@ TEST_F(VRELLoggerTest, IgnoresNull) {
   EXPECT_EQ(ListenerCount(), 0);
 }
 
-TEST_F(VRELLoggerTest, FinalizedItIsSilentUntilItGetsAnotherStream) {
+TEST_F(VRELLoggerTest, FinalizedLoggerCanBeInitialized) {
   StreamHistory first;
   StreamHistory second;
   VRELLogger logger;
@@ -244,7 +244,7 @@ TEST_F(VRELLoggerTest, FinalizedItIsSilentUntilItGetsAnotherStream) {
   EXPECT_EQ(second.text, FROM_ERROR);
 }
 
-TEST_F(VRELLoggerTest, ItsDestructorFinalizes) {
+TEST_F(VRELLoggerTest, DestructorFinalizes) {
   StreamHistory history;
   {
     VRELLogger logger;
@@ -255,7 +255,7 @@ TEST_F(VRELLoggerTest, ItsDestructorFinalizes) {
   EXPECT_EQ(ListenerCount(), 0);
 }
 
-TEST_F(VRELLoggerTest, WritesToAFileThatStaysTheCallers) {
+TEST_F(VRELLoggerTest, BorrowedFileStaysOpen) {
   std::string const name = directory.Path("log");
   std::FILE* const file = std::fopen(name.c_str(), "w");
   ASSERT_NE(file, nullptr);
@@ -271,7 +271,7 @@ TEST_F(VRELLoggerTest, WritesToAFileThatStaysTheCallers) {
   EXPECT_EQ(directory.Read("log"), "Message : text\nmore");
 }
 
-TEST_F(VRELLoggerTest, MakesOrEmptiesAFileOfItsOwn) {
+TEST_F(VRELLoggerTest, PathIsCreatedOrTruncated) {
   directory.Write("old", "before");
   for (char const* name : {"old", "new"}) {
     SCOPED_TRACE(name);
@@ -290,7 +290,7 @@ TEST_F(VRELLoggerTest, MakesOrEmptiesAFileOfItsOwn) {
   EXPECT_EQ(stats.st_mode & 0777, 0600U);
 }
 
-TEST_F(VRELLoggerTest, AnInvalidPathDoesNothing) {
+TEST_F(VRELLoggerTest, InvalidPathIsIgnored) {
   RecordingListener const listener;
   VRELFilePath path;
   VRELLogger logger;
@@ -300,7 +300,7 @@ TEST_F(VRELLoggerTest, AnInvalidPathDoesNothing) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELLoggerTest, AFileThatCannotBeOpenedIsToldOnTheBusAlone) {
+TEST_F(VRELLoggerTest, FailedOpenSendsErrorEvent) {
   RecordingListener const listener;
   for (std::string const& name : {directory.Path("no/such/log"), directory.Path()}) {
     VRELFilePath path(name.c_str());
@@ -308,7 +308,7 @@ TEST_F(VRELLoggerTest, AFileThatCannotBeOpenedIsToldOnTheBusAlone) {
     logger.Initialize(path, VREL_LEVEL_ALL);
     EXPECT_EQ(logger.GetOutputStream(), nullptr);
     EXPECT_EQ(ListenerCount(), 1);
-    // It can be given another file.
+    // It can be initialized with another file.
     VRELFilePath possible(directory.Path("log").c_str());
     logger.Initialize(possible, VREL_LEVEL_ALL);
     EXPECT_EQ(ListenerCount(), 2);
@@ -319,7 +319,7 @@ TEST_F(VRELLoggerTest, AFileThatCannotBeOpenedIsToldOnTheBusAlone) {
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"CANNOT_OPEN_FILE", "CANNOT_OPEN_FILE"}));
 }
 
-// Throws what it is given at each event.
+// Throws the given exception at each event.
 class ThrowingListener : public VRELEventListener {
  public:
   explicit ThrowingListener(std::function<void()> const& thrower) : toss(thrower) {
@@ -337,7 +337,7 @@ class SpecialAbort : public VRELAbortException {
   virtual ~SpecialAbort() = default;
 };
 
-TEST_F(VRELLoggerTest, AnAbortGoesOnAsANewOne) {
+TEST_F(VRELLoggerTest, AbortIsRethrownAsNew) {
   ThrowingListener const listener([] { throw SpecialAbort(); });
   VRELFilePath path(directory.Path("no/such/log").c_str());
   VRELLogger logger;
@@ -354,7 +354,7 @@ TEST_F(VRELLoggerTest, AnAbortGoesOnAsANewOne) {
   EXPECT_EQ(ListenerCount(), 1);
 }
 
-TEST_F(VRELLoggerTest, AnyOtherExceptionIsKept) {
+TEST_F(VRELLoggerTest, OtherExceptionsAreDropped) {
   std::function<void()> const throwers[] = {
       [] { throw std::runtime_error("text"); },
       [] { throw 7; },
@@ -369,7 +369,7 @@ TEST_F(VRELLoggerTest, AnyOtherExceptionIsKept) {
   }
 }
 
-// Starts with a stream by itself.
+// Overrides the stream form.
 class DerivedLogger : public VRELLogger {
  public:
   using VRELLogger::Initialize;
@@ -384,7 +384,7 @@ class DerivedLogger : public VRELLogger {
   std::function<void()> toss;
 };
 
-TEST_F(VRELLoggerTest, FilesAndPathsLeadToTheVirtualStreamForm) {
+TEST_F(VRELLoggerTest, FormsCallVirtualStreamForm) {
   VRELFilePath path(directory.Path("log").c_str());
   DerivedLogger ofPath;
   static_cast<VRELLogger&>(ofPath).Initialize(path, VREL_LEVEL_DEFAULT);
@@ -404,7 +404,7 @@ TEST_F(VRELLoggerTest, FilesAndPathsLeadToTheVirtualStreamForm) {
   std::fclose(file);
 }
 
-TEST_F(VRELLoggerTest, TheCallOfTheStreamFormIsGuardedForPathsAlone) {
+TEST_F(VRELLoggerTest, OnlyPathFormCatchesExceptions) {
   VRELFilePath path(directory.Path("log").c_str());
   std::FILE* const file = std::fopen(directory.Path("file").c_str(), "w");
   ASSERT_NE(file, nullptr);
@@ -425,8 +425,8 @@ TEST_F(VRELLoggerTest, TheCallOfTheStreamFormIsGuardedForPathsAlone) {
   std::fclose(file);
 }
 
-// The stream on the second file is never released, and so its file stays open.
-TEST_F(VRELLoggerTest, AnActiveLoggerEmptiesAnotherFileAndLeavesItOpen) {
+// The stream on the second file is never deleted, so its file stays open.
+TEST_F(VRELLoggerTest, ActiveLoggerTruncatesSecondFile) {
   StreamHistory history;
   directory.Write("other", "before");
   VRELFilePath other(directory.Path("other").c_str());
@@ -446,7 +446,7 @@ TEST_F(VRELLoggerTest, AnActiveLoggerEmptiesAnotherFileAndLeavesItOpen) {
   std::fclose(file);
 }
 
-TEST_F(VRELLoggerTest, KeepsItsVirtualTableAndFields) {
+TEST_F(VRELLoggerTest, KeepsSlotsAndSize) {
   using OfPath = void (VRELLogger::*)(VRELFilePath&, VRELEventLevel);
   using OfFile = void (VRELLogger::*)(std::FILE*, VRELEventLevel);
   using OfStream = void (VRELLogger::*)(VRELOutputStream*, VRELEventLevel);

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr auto debug = static_cast<VRELTraceLevel>(1);
-constexpr auto message = static_cast<VRELTraceLevel>(2);
-constexpr auto error = static_cast<VRELTraceLevel>(3);
+constexpr auto kDebug = static_cast<VRELTraceLevel>(1);
+constexpr auto kMessage = static_cast<VRELTraceLevel>(2);
+constexpr auto kError = static_cast<VRELTraceLevel>(3);
 
 // Sets the variable for a test, or unsets it.
 class VRELTraceTest : public testing::Test {
@@ -26,25 +26,25 @@ class VRELTraceTest : public testing::Test {
 
   static bool IsEnabled(char const* name) {
     RecordingListener const listener;
-    VRELTrace(name).Printf(message, "x");
+    VRELTrace(name).Printf(kMessage, "x");
     return !listener.events.empty();
   }
 };
 
-TEST_F(VRELTraceTest, SaysNothingWithoutTheVariable) {
+TEST_F(VRELTraceTest, IsDisabledWithoutVariable) {
   RecordingListener const listener;
   VRELTrace trace("topology");
-  for (VRELTraceLevel const level : {debug, message, error}) trace.Printf(level, "x");
+  for (VRELTraceLevel const level : {kDebug, kMessage, kError}) trace.Printf(level, "x");
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELTraceTest, SendsAnEventByItsLevel) {
+TEST_F(VRELTraceTest, LevelSelectsEvent) {
   SetLoggers("topology");
   RecordingListener const listener;
   VRELTrace trace("topology");
-  trace.Printf(debug, "%s %d", "faces", 1);
-  trace.Printf(message, "%s %d", "faces", 2);
-  trace.Printf(error, "%s %d", "faces", 3);
+  trace.Printf(kDebug, "%s %d", "faces", 1);
+  trace.Printf(kMessage, "%s %d", "faces", 2);
+  trace.Printf(kError, "%s %d", "faces", 3);
   ASSERT_EQ(listener.events.size(), 3U);
   EXPECT_EQ(listener.events[0].name, "VRELDebugEvent");
   EXPECT_EQ(listener.events[0].level, 10);
@@ -57,8 +57,8 @@ TEST_F(VRELTraceTest, SendsAnEventByItsLevel) {
   EXPECT_EQ(listener.events[2].text, "faces 3");
 }
 
-// A prefixed message.
-TEST_F(VRELTraceTest, MessagesAreWrittenWithTheirPrefix) {
+// Messages have a prefix.
+TEST_F(VRELTraceTest, MessageHasPrefix) {
   class Writing : public VRELEventListener {
    public:
     void HandleEvent(VRELEvent& event) override { event.GetFormattedDescription(&stream); }
@@ -68,7 +68,7 @@ TEST_F(VRELTraceTest, MessagesAreWrittenWithTheirPrefix) {
   Writing listener;
   VRELEventBus::GetEventBus()->AddListener(&listener);
   VRELTrace trace("topology");
-  for (VRELTraceLevel const level : {debug, message, error}) trace.Printf(level, "x");
+  for (VRELTraceLevel const level : {kDebug, kMessage, kError}) trace.Printf(level, "x");
   VRELEventBus::GetEventBus()->RemoveListener(&listener);
   EXPECT_EQ(TakeText(listener.stream), "x\nMessage : x\nError : x\n");
 }
@@ -81,7 +81,7 @@ TEST_F(VRELTraceTest, OtherLevelsSendNothing) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-TEST_F(VRELTraceTest, IsEnabledByItsNameAnywhereInTheValue) {
+TEST_F(VRELTraceTest, NameCanBeAnywhereInVariable) {
   struct {
     char const* value;
     char const* name;
@@ -104,31 +104,31 @@ TEST_F(VRELTraceTest, IsEnabledByItsNameAnywhereInTheValue) {
   }
 }
 
-TEST_F(VRELTraceTest, ReadsTheVariableWhenItIsMade) {
+TEST_F(VRELTraceTest, ConstructorReadsVariable) {
   SetLoggers("topology");
   VRELTrace const early("topology");
   unsetenv("VRELLoggers");
   VRELTrace const late("topology");
   RecordingListener const listener;
-  early.Printf(message, "early");
-  late.Printf(message, "late");
+  early.Printf(kMessage, "early");
+  late.Printf(kMessage, "late");
   EXPECT_EQ(listener.Texts(), std::vector<std::string>{"early"});
 }
 
-// As in every channel: formatted twice, cut, and nothing for a null format.
-TEST_F(VRELTraceTest, FormatsLikeAChannel) {
+// As in every channel: formatted twice, truncated, and nothing for a null format.
+TEST_F(VRELTraceTest, FormatsTwiceAndTruncates) {
   SetLoggers("topology");
   RecordingListener const listener;
   VRELTrace const trace("topology");
-  trace.Printf(message, "50%%%% of %d", 8);
-  trace.Printf(message, "%s", "");
-  trace.Printf(message, "%s", std::string(2000, 'x').c_str());
+  trace.Printf(kMessage, "50%%%% of %d", 8);
+  trace.Printf(kMessage, "%s", "");
+  trace.Printf(kMessage, "%s", std::string(2000, 'x').c_str());
   char const* const null = nullptr;
-  trace.Printf(message, null);
+  trace.Printf(kMessage, null);
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"50% of 8", "(none)", std::string(1023, 'x')}));
 }
 
-TEST_F(VRELTraceTest, HoldsOneFlag) {
+TEST_F(VRELTraceTest, HasOneField) {
   struct Fields {
     virtual ~Fields() = default;
     bool enabled;

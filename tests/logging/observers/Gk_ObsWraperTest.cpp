@@ -18,7 +18,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-TEST(Gk_ObsWraperTest, EachSendReachesTheObserversOfItsType) {
+TEST(Gk_ObsWraperTest, SendReachesObserversOfType) {
   Gk_Observable observable;
   Gk_ObsWraper wrapper(Gk_String("name"), &observable);
   RecordingInt integers;
@@ -61,7 +61,7 @@ TEST(Gk_ObsWraperTest, EachSendReachesTheObserversOfItsType) {
   EXPECT_EQ(entities.second, &wrapper);
 }
 
-TEST(Gk_ObsWraperTest, NothingHappensWithoutAnObservable) {
+TEST(Gk_ObsWraperTest, SendIgnoresNullObservable) {
   Gk_ObsWraper wrapper(Gk_String("name"), nullptr);
   EXPECT_EQ(TextOf([&](VRELStringOutputStream* stream) {
               Gk_ObservableDoc::installDebugStream(stream);
@@ -72,7 +72,7 @@ TEST(Gk_ObsWraperTest, NothingHappensWithoutAnObservable) {
             "name : 1\n");
 }
 
-// The seconds of a phase, which no test can know, as an S.
+// Replaces the seconds of a phase, which vary, by S.
 std::string WithoutSeconds(std::string text) {
   std::string const mark = "( over) : ";
   for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos;) {
@@ -84,7 +84,7 @@ std::string WithoutSeconds(std::string text) {
   return text;
 }
 
-TEST(Gk_ObsWraperTest, TracesWhatIsSent) {
+TEST(Gk_ObsWraperTest, SendWritesDebugLine) {
   Gk_Observable observable;
   Gk_ObsWraper outer(Gk_String("outer"), &observable);
   Gk_ObsWraper inner(Gk_String("inner"), nullptr);
@@ -120,12 +120,12 @@ TEST(Gk_ObsWraperTest, TracesWhatIsSent) {
             "outer : 6\n");
 }
 
-TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
+TEST(Gk_ObsWraperTest, DebugLinePrecedesDelivery) {
   Gk_Observable observable;
   RecordingProgress observer;
   observable.getObservers().Add(&observer);
   Gk_ObsWraper wrapper(Gk_String("w"), &observable);
-  Gk_ObsWraper inner(Gk_String("told"), nullptr);
+  Gk_ObsWraper inner(Gk_String("inner"), nullptr);
   int calls = 0;
   observer.then = [&] { inner.setInt(++calls); };
   VRELStringOutputStream stream;
@@ -133,7 +133,7 @@ TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
   wrapper.setInt(10);
   wrapper.setDouble(0.5);
   wrapper.setString(Gk_String("text"));
-  // The observers are told inside the phase.
+  // Observers are called during the phase.
   wrapper.setMax(20);
   wrapper.setDone(30);
   wrapper.setIntInfo(40);
@@ -143,26 +143,26 @@ TEST(Gk_ObsWraperTest, TracesBeforeItDelivers) {
   Gk_ObservableDoc::installDebugStream(nullptr);
   EXPECT_EQ(WithoutSeconds(TakeText(stream)),
             "w : 10\n"
-            "told : 1\n"
+            "inner : 1\n"
             "w : 0.500000\n"
-            "told : 2\n"
+            "inner : 2\n"
             "w : text\n"
-            "told : 3\n"
+            "inner : 3\n"
             "w( start) : 20\n"
-            "    told : 4\n"
+            "    inner : 4\n"
             "    w : 30\n"
-            "    told : 5\n"
+            "    inner : 5\n"
             "    w : 40\n"
-            "    told : 6\n"
+            "    inner : 6\n"
             "    w : 1.500000\n"
-            "    told : 7\n"
+            "    inner : 7\n"
             "    w : info\n"
-            "    told : 8\n"
+            "    inner : 8\n"
             "w( over) : S\n"
-            "told : 9\n");
+            "inner : 9\n");
 }
 
-TEST(Gk_ObsWraperTest, ThePhaseIsKeptWithoutAStream) {
+TEST(Gk_ObsWraperTest, PhaseIsTimedWithoutStream) {
   Gk_ObsWraper wrapper(Gk_String("w"), nullptr);
   wrapper.setMax(1);
   EXPECT_EQ(TextOf([&](VRELStringOutputStream* stream) {
@@ -174,7 +174,7 @@ TEST(Gk_ObsWraperTest, ThePhaseIsKeptWithoutAStream) {
   wrapper.setOver();
 }
 
-TEST(Gk_ObsWraperTest, OverTellsTheProcessorTimeSinceMax) {
+TEST(Gk_ObsWraperTest, SetOverSendsTimeSinceSetMax) {
   Gk_Observable observable;
   RecordingProgress progress;
   observable.getObservers().Add(&progress);
@@ -188,7 +188,7 @@ TEST(Gk_ObsWraperTest, OverTellsTheProcessorTimeSinceMax) {
   EXPECT_LT(progress.over, 5.0);
 }
 
-TEST(Gk_ObsWraperTest, ThePhaseBeginsBeforeItsObserversAreTold) {
+TEST(Gk_ObsWraperTest, SetMaxStartsPhaseBeforeDelivery) {
   Gk_Observable observable;
   RecordingProgress progress;
   progress.then = [] {
@@ -203,7 +203,7 @@ TEST(Gk_ObsWraperTest, ThePhaseBeginsBeforeItsObserversAreTold) {
   EXPECT_GE(progress.over, 0.02);
 }
 
-TEST(Gk_ObsWraperTest, OverWithoutMaxCountsFromTickZero) {
+TEST(Gk_ObsWraperTest, SetOverWithoutSetMaxStartsAtZero) {
   Gk_Observable observable;
   RecordingProgress progress;
   observable.getObservers().Add(&progress);
@@ -211,13 +211,13 @@ TEST(Gk_ObsWraperTest, OverWithoutMaxCountsFromTickZero) {
   double const before = static_cast<double>(std::clock()) / 1000000;
   wrapper.setOver();
   double const after = static_cast<double>(std::clock()) / 1000000;
-  // The margin is taken back all the same.
+  // The margin is decremented nevertheless.
   Gk_ObsWraper(Gk_String("w"), nullptr).setMax(0);
   EXPECT_GE(progress.over, before);
   EXPECT_LE(progress.over, after);
 }
 
-TEST(Gk_ObsWraperTest, IsAPlainValue) {
+TEST(Gk_ObsWraperTest, IsCopyable) {
   Gk_Observable observable;
   RecordingInt observer;
   observable.getObservers().Add(&observer);
@@ -238,7 +238,7 @@ TEST(Gk_ObsWraperTest, IsAPlainValue) {
   EXPECT_EQ(observer.calls, (Calls{"int 1", "int 2"}));
 }
 
-TEST(Gk_ObsWraperTest, GoesByTheOrderOfTheList) {
+TEST(Gk_ObsWraperTest, DeliversInListOrder) {
   Gk_Observable observable;
   Gk_ObsWraper wrapper(Gk_String("w"), &observable);
   std::vector<RecordingInt> observers(40);
@@ -256,7 +256,7 @@ TEST(Gk_ObsWraperTest, GoesByTheOrderOfTheList) {
   EXPECT_EQ(called, expected);
 }
 
-TEST(Gk_ObsWraperTest, ANullObserverIsPassedOver) {
+TEST(Gk_ObsWraperTest, NullObserverIsSkipped) {
   Gk_Observable observable;
   RecordingInt observer;
   observable.getObservers().Add(nullptr);
@@ -265,7 +265,7 @@ TEST(Gk_ObsWraperTest, ANullObserverIsPassedOver) {
   EXPECT_EQ(observer.calls, Calls{"int 1"});
 }
 
-// How often each of many observers is told, while each call does something to the list.
+// Many observers, each of which changes the list when it is called.
 class Gk_ObsWraperChangesTest : public testing::Test {
  protected:
   static constexpr int count = 60;
@@ -286,7 +286,7 @@ class Gk_ObsWraperChangesTest : public testing::Test {
   std::vector<std::unique_ptr<RecordingInt>> observers;
 };
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveThemselves) {
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveThemselves) {
   for (auto const& observer : observers) {
     observer->then = [this, self = observer.get()] { observable.getObservers().Remove(self); };
   }
@@ -295,8 +295,8 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveThemselves) {
   EXPECT_EQ(observable.getObservers().Size(), 0);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, AnObserverThatIsGoneIsNotTold) {
-  // The first that is told removes and deletes all others.
+TEST_F(Gk_ObsWraperChangesTest, RemovedObserverIsNotCalled) {
+  // The first observer that is called removes and deletes all others.
   for (auto const& observer : observers) {
     observer->then = [this, self = observer.get()] {
       for (auto& other : observers) {
@@ -316,19 +316,19 @@ TEST_F(Gk_ObsWraperChangesTest, AnObserverThatIsGoneIsNotTold) {
   EXPECT_EQ(alive, 1);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMayRemoveAll) {
-  std::size_t told = 0;
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveAll) {
+  std::size_t called = 0;
   for (auto const& observer : observers) {
     observer->then = [&] {
-      ++told;
+      ++called;
       observable.getObservers().Clear();
     };
   }
   wrapper.setInt(1);
-  EXPECT_EQ(told, 1U);
+  EXPECT_EQ(called, 1U);
 }
 
-TEST_F(Gk_ObsWraperChangesTest, AddedObserversSeeTheNextValue) {
+TEST_F(Gk_ObsWraperChangesTest, AddedObserversGetNextValue) {
   std::vector<std::unique_ptr<RecordingInt>> added;
   for (auto const& observer : observers) {
     observer->then = [&] {
@@ -345,7 +345,7 @@ TEST_F(Gk_ObsWraperChangesTest, AddedObserversSeeTheNextValue) {
   for (auto const& observer : added) EXPECT_EQ(observer->calls, Calls{"int 2"});
 }
 
-TEST_F(Gk_ObsWraperChangesTest, ObserversMaySendToTheSameName) {
+TEST_F(Gk_ObsWraperChangesTest, ObserversCanSendToSameName) {
   int depth = 0;
   observers[7]->then = [&] {
     if (++depth == 1) wrapper.setInt(2);
@@ -354,7 +354,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversMaySendToTheSameName) {
   ExpectEachToldOnce(2);
 }
 
-TEST(Gk_ObsWraperTest, WhatAnObserverThrowsReachesTheSender) {
+TEST(Gk_ObsWraperTest, ExceptionOfObserverReachesSender) {
   Gk_Observable observable;
   RecordingInt observer;
   observer.then = [] { throw 7; };

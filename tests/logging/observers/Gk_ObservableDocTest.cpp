@@ -19,7 +19,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// The trace line of a wrapper, which shows its name.
+// Returns the debug line of a wrapper, which contains its name.
 std::string Line(Gk_ObsWraper wrapper) {
   return TextOf([&](VRELStringOutputStream* stream) {
     Gk_ObservableDoc::installDebugStream(stream);
@@ -28,7 +28,7 @@ std::string Line(Gk_ObsWraper wrapper) {
   });
 }
 
-TEST(Gk_ObservableDocTest, AddMakesTheObservableAndSetsItsType) {
+TEST(Gk_ObservableDocTest, AddObservableCreatesAndSetsType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.add/a/n", false), nullptr);
   Gk_ObsWraper const wrapper = Gk_ObservableDoc::addObservable(Gk_ROString("ObsDoc.add/a/n"), Gk_Observer::DoubleType);
   EXPECT_EQ(Line(wrapper), "ObsDoc.add/a/n : 1\n");
@@ -43,7 +43,7 @@ TEST(Gk_ObservableDocTest, AddMakesTheObservableAndSetsItsType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.add/a/n", false), observable);
 }
 
-TEST(Gk_ObservableDocTest, FetchJoinsNameAndChild) {
+TEST(Gk_ObservableDocTest, FetchObservableJoinsNameAndChild) {
   RecordingInt observer;
   Gk_ObservableDoc::addObservable("ObsDoc.fetch/n", Gk_Observer::IntType);
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.fetch/n", &observer));
@@ -51,7 +51,7 @@ TEST(Gk_ObservableDocTest, FetchJoinsNameAndChild) {
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.fetch", "n")), "ObsDoc.fetch/n : 1\n");
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.fetch/n", nullptr)), "ObsDoc.fetch/n : 1\n");
   EXPECT_EQ(observer.calls.size(), 3U);
-  // Views without a terminator, and one that begins further on.
+  // Views without a terminator, and one with an offset.
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable(Gk_ROString("ObsDoc.fetch", 12), "n")), "ObsDoc.fetch/n : 1\n");
   Gk_ROString later("xx/ObsDoc.fetch");
   later.offset(3);
@@ -59,12 +59,12 @@ TEST(Gk_ObservableDocTest, FetchJoinsNameAndChild) {
   EXPECT_EQ(observer.calls.size(), 5U);
 }
 
-TEST(Gk_ObservableDocTest, AnUnknownNameGivesAWrapperOnNothing) {
+TEST(Gk_ObservableDocTest, UnknownNameReturnsEmptyWrapper) {
   EXPECT_EQ(Line(Gk_ObservableDoc::fetchObservable("ObsDoc.unknown/n")), "ObsDoc.unknown/n : 1\n");
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.unknown/n", false), nullptr);
 }
 
-TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
+TEST(Gk_ObservableDocTest, AttachObserverTestsType) {
   RecordingInt observer;
   RecordingProgress other;
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
@@ -72,7 +72,7 @@ TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", nullptr));
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &other));
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
-  // It is held once.
+  // It is in the list once.
   EXPECT_FALSE(Gk_ObservableDoc::attachObserver("ObsDoc.attach/n", &observer));
   wrapper.setInt(3);
   EXPECT_EQ(observer.calls, Calls{"int 3"});
@@ -81,14 +81,14 @@ TEST(Gk_ObservableDocTest, AttachesObserversOfTheType) {
   EXPECT_EQ(other.calls, Calls{});
 }
 
-TEST(Gk_ObservableDocTest, AddingAgainLeavesTheObservers) {
+TEST(Gk_ObservableDocTest, SecondAddKeepsObservers) {
   RecordingInt integers;
   RecordingDouble doubles;
   Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::IntType);
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &integers));
   Gk_ObsWraper wrapper = Gk_ObservableDoc::addObservable("ObsDoc.again/n", Gk_Observer::DoubleType);
   EXPECT_TRUE(Gk_ObservableDoc::attachObserver("ObsDoc.again/n", &doubles));
-  // What they are told goes by their own type, not by that of the observable.
+  // Delivery depends on the type of the observer, not of the observable.
   wrapper.setInt(1);
   wrapper.setDouble(2.5);
   EXPECT_EQ(integers.calls, (Calls{"int 1", "wrong"}));
@@ -96,7 +96,7 @@ TEST(Gk_ObservableDocTest, AddingAgainLeavesTheObservers) {
   Gk_ObservableDoc::removeAllObserver("ObsDoc.again/n");
 }
 
-TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
+TEST(Gk_ObservableDocTest, RemoveObserverTestsType) {
   RecordingInt first;
   RecordingInt second;
   EXPECT_FALSE(Gk_ObservableDoc::removeObserver("ObsDoc.remove/n", &first));
@@ -110,7 +110,7 @@ TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
   wrapper.setInt(1);
   EXPECT_EQ(first.calls, Calls{});
   EXPECT_EQ(second.calls, Calls{"int 1"});
-  // The type of the observable has changed since.
+  // The type of the observable changed meanwhile.
   Gk_ObservableDoc::addObservable("ObsDoc.remove/n", Gk_Observer::DoubleType);
   EXPECT_FALSE(Gk_ObservableDoc::removeObserver("ObsDoc.remove/n", &second));
   Gk_ObservableDoc::removeAllObserver("ObsDoc.remove/n");
@@ -120,7 +120,7 @@ TEST(Gk_ObservableDocTest, RemovesObserversOfTheType) {
   EXPECT_EQ(Gk_Observable::fetch("ObsDoc.missing/n", false), nullptr);
 }
 
-TEST(Gk_ObservableDocTest, AnObserverMayAskForAnAbort) {
+TEST(Gk_ObservableDocTest, ObserverCanRequestAbort) {
   RecordingInt observer;
   observer.then = [] { Gk_ErrMgr::setAbort(); };
   Gk_ObsWraper wrapper = Gk_ObservableDoc::addObservable("ObsDoc.abort/n", Gk_Observer::IntType);
@@ -130,7 +130,7 @@ TEST(Gk_ObservableDocTest, AnObserverMayAskForAnAbort) {
   Gk_ObservableDoc::removeAllObserver("ObsDoc.abort/n");
 }
 
-TEST(Gk_ObservableDocTest, TheConsoleMayServeToTheEnd) {
+TEST(Gk_ObservableDocTest, DebugStreamCanBeConsoleUntilExit) {
   ChildResult const result = RunInChild([] {
     Gk_ObservableDoc::installDebugStream(&VRELFileOutputStream::console);
     Gk_ObservableDoc::addObservable("console", Gk_Observer::IntType).setInt(5);

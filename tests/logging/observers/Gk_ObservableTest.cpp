@@ -18,8 +18,8 @@ TEST(Gk_ObservableTest, StartsEmpty) {
   EXPECT_EQ(observable.getObservers().Size(), 0);
 }
 
-TEST(Gk_ObservableTest, HoldsItsObserversInAListOfSize17) {
-  // The observers themselves are never looked at, only their addresses.
+TEST(Gk_ObservableTest, ObserverListHasSize17) {
+  // Only the addresses of the observers are used.
   int places[40];
   VRELHashList<Gk_Observer*> expected(17);
   Gk_Observable observable;
@@ -38,7 +38,7 @@ TEST(Gk_ObservableTest, HoldsItsObserversInAListOfSize17) {
   EXPECT_EQ(listed(observable.getObservers()), listed(expected));
 }
 
-TEST(Gk_ObservableTest, TakesACopyOfItsName) {
+TEST(Gk_ObservableTest, SetValueCopiesName) {
   Gk_Observable observable;
   Gk_String name("faces");
   observable.setValue(name);
@@ -48,7 +48,7 @@ TEST(Gk_ObservableTest, TakesACopyOfItsName) {
   EXPECT_EQ(observable.getType(), 3);
 }
 
-TEST(Gk_ObservableTest, FetchGoesThroughTheFolders) {
+TEST(Gk_ObservableTest, FetchSearchesFolders) {
   EXPECT_EQ(Gk_Observable::fetch("Gk_ObservableTest/a/faces", false), nullptr);
   Gk_Observable* const observable = Gk_Observable::fetch("Gk_ObservableTest/a/faces", true);
   ASSERT_NE(observable, nullptr);

@@ -14,7 +14,7 @@
 
 namespace {
 
-TEST(Gk_ObserverTest, TypesHaveTheirNumbers) {
+TEST(Gk_ObserverTest, TypesKeepValues) {
   EXPECT_EQ(Gk_Observer::IntType, 0);
   EXPECT_EQ(Gk_Observer::DoubleType, 1);
   EXPECT_EQ(Gk_Observer::StringType, 2);
@@ -22,7 +22,7 @@ TEST(Gk_ObserverTest, TypesHaveTheirNumbers) {
   EXPECT_EQ(Gk_Observer::EntityType, 4);
 }
 
-TEST(Gk_ObserverTest, OperationsStandRightBehindWrongType) {
+TEST(Gk_ObserverTest, OperationsFollowWrongType) {
   static_assert(!std::has_virtual_destructor_v<Gk_Observer>);
   static_assert(std::is_abstract_v<Gk_Observer>);
   EXPECT_EQ(SlotOf(&Gk_Observer::getType), 0U);
@@ -39,7 +39,7 @@ TEST(Gk_ObserverTest, OperationsStandRightBehindWrongType) {
   EXPECT_EQ(SlotOf(&VRELEntityCallback::setEntityCallback), 2U);
 }
 
-TEST(Gk_ObserverTest, TheClassesOfTheTypesAreAbstract) {
+TEST(Gk_ObserverTest, TypeClassesAreAbstract) {
   static_assert(std::is_abstract_v<Gk_IntObserver> && std::is_base_of_v<Gk_Observer, Gk_IntObserver>);
   static_assert(std::is_abstract_v<Gk_DoubleObserver> && std::is_base_of_v<Gk_Observer, Gk_DoubleObserver>);
   static_assert(std::is_abstract_v<Gk_StringObserver> && std::is_base_of_v<Gk_Observer, Gk_StringObserver>);

@@ -1,4 +1,4 @@
-// Observers of each type that remember what they were told.
+// Observers of each type that record their calls.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 #include "Gk_StringObserver.h"
 #include "VRELEntityCallback.h"
 
-// What all have in common: the calls, and what is to happen in each.
+// Base of the recording observers: the calls, and a function to run in each call.
 struct Recorded {
   void Note(std::string const& call) const {
     calls.push_back(call);

@@ -7,11 +7,11 @@
 
 namespace {
 
-int asked = 0;
+int callCount = 0;
 
 class VRELCallbackSharedTest : public testing::Test {
  protected:
-  VRELCallbackSharedTest() { asked = 0; }
+  VRELCallbackSharedTest() { callCount = 0; }
   ~VRELCallbackSharedTest() override {
     VRELCallbackShared::m_AbortCallback = nullptr;
     TakeRequestBack();
@@ -25,50 +25,50 @@ class VRELCallbackSharedTest : public testing::Test {
   }
 
   static bool SayNo() {
-    ++asked;
+    ++callCount;
     return false;
   }
   static bool SayYes() {
-    ++asked;
+    ++callCount;
     return true;
   }
 };
 
-TEST_F(VRELCallbackSharedTest, NothingIsAskedForAtFirst) {
+TEST_F(VRELCallbackSharedTest, IsNotAbortedInitially) {
   EXPECT_EQ(VRELCallbackShared::m_AbortCallback, nullptr);
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
 }
 
-TEST_F(VRELCallbackSharedTest, TheCallbackDecides) {
+TEST_F(VRELCallbackSharedTest, CallbackDecides) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(callCount, 1);
   VRELCallbackShared::m_AbortCallback = SayYes;
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(callCount, 2);
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
-TEST_F(VRELCallbackSharedTest, ARequestThrowsAndStays) {
+TEST_F(VRELCallbackSharedTest, RequestThrowsRepeatedly) {
   VRELCallbackShared::m_AbortCallback = SayNo;
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
-  // The callback is asked all the same.
-  EXPECT_EQ(asked, 1);
+  // The callback is called nevertheless.
+  EXPECT_EQ(callCount, 1);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   TakeRequestBack();
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
 }
 
-TEST_F(VRELCallbackSharedTest, ARequestNeedsNoCallback) {
+TEST_F(VRELCallbackSharedTest, RequestThrowsWithoutCallback) {
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
 }
 
-// The request is read before the callback is asked, so one that the callback makes counts at the next question.
-TEST_F(VRELCallbackSharedTest, ARequestOfTheCallbackCountsTheNextTime) {
+// The flag is read before the callback is called, so a request of the callback takes effect in the next call.
+TEST_F(VRELCallbackSharedTest, RequestOfCallbackThrowsNextTime) {
   VRELCallbackShared::m_AbortCallback = [] {
     Gk_ErrMgr::setAbort();
     return false;
@@ -77,7 +77,7 @@ TEST_F(VRELCallbackSharedTest, ARequestOfTheCallbackCountsTheNextTime) {
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
 }
 
-TEST_F(VRELCallbackSharedTest, CanBeMade) {
+TEST_F(VRELCallbackSharedTest, IsConstructible) {
   VRELCallbackShared const shared;
   VRELCallbackShared const copy(shared);
   EXPECT_FALSE(copy.IsAborted());

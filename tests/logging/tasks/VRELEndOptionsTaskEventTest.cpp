@@ -14,7 +14,7 @@ class EndOptions : public VRELEndOptionsTaskEvent {
   void GetFormattedDescription(VRELOutputStream* stream) override { WriteText(stream, "no more options\n"); }
 };
 
-TEST(VRELEndOptionsTaskEventTest, LeavesItsTextToModules) {
+TEST(VRELEndOptionsTaskEventTest, IsAbstract) {
   EXPECT_TRUE(std::is_abstract_v<VRELEndOptionsTaskEvent>);
   VRINResult result = VREL_S_PARTIAL;
   EndOptions event(result);

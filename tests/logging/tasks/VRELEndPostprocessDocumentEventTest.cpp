@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELEndPostprocessDocumentEventTest, TellsTheResult) {
+TEST(VRELEndPostprocessDocumentEventTest, WritesResult) {
   std::string const rule = std::string(80, '-') + "\n";
   VRELEndPostprocessDocumentEvent event(VREL_E_UNEXPECTED);
   ExpectTaskEvent(event, 1, "Target Document Postprocessing", "Target Document Postprocessing");

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELEndPreprocessDocumentEventTest, TellsTheDocumentAndTheResult) {
+TEST(VRELEndPreprocessDocumentEventTest, WritesDocumentAndResult) {
   std::string const rule = std::string(80, '-') + "\n";
   VRELEndPreprocessDocumentEvent source(VREL_S_OK, true);
   ExpectTaskEvent(source, 1, "Source Document Preprocessing", "Source Document Preprocessing");

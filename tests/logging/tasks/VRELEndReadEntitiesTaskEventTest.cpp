@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELEndReadEntitiesTaskEventTest, TellsTheResult) {
+TEST(VRELEndReadEntitiesTaskEventTest, WritesResult) {
   std::string const rule = std::string(80, '-') + "\n";
   VRELEndReadEntitiesTaskEvent event(VREL_S_NO_ENTITY);
   ExpectTaskEvent(event, 1, "Entity Reading", "Read Entities");

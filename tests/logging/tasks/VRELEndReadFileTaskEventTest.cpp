@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr char heading[] = "-------------------------Source File Header Information-------------------------\n";
-std::string const rule = std::string(80, '-') + "\n";
+constexpr char kHeading[] = "-------------------------Source File Header Information-------------------------\n";
+std::string const kRule = std::string(80, '-') + "\n";
 
-// Tells which models were made current, and how often rows were counted.
+// Records the selected models and the number of GetCount calls.
 class WatchedHeader : public VRELFileHeader {
  public:
   VRINResult SelectModel(int index) override {
@@ -25,7 +25,7 @@ class WatchedHeader : public VRELFileHeader {
   std::string calls;
 };
 
-TEST(VRELEndReadFileTaskEventTest, IsTheEndOfReadFile) {
+TEST(VRELEndReadFileTaskEventTest, HasReadFileTask) {
   VRINResult result = VREL_E_FILE_OPEN;
   VRELEndReadFileTaskEvent event(result, nullptr);
   ExpectTaskEvent(event, 1, "File Reading", "Read File");
@@ -33,65 +33,65 @@ TEST(VRELEndReadFileTaskEventTest, IsTheEndOfReadFile) {
   EXPECT_EQ(DescriptionOf(event), "");
 }
 
-TEST(VRELEndReadFileTaskEventTest, WritesTheHeaderOfOneModel) {
+TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
   WatchedHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim 100%s");
   header.AddSection(L"Size");
   header.Set(L"Configurations Count", VRELValue(2));
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_E_FAIL, &header)),
-            heading +
+            kHeading +
                 std::string("Author                   : Kim 100%s\n"
                             "Size\n"
                             "Configurations Count     : 2\n") +
-                rule);
-  // To count its rows, and last.
+                kRule);
+  // Once to count the rows, and once at the end.
   EXPECT_EQ(header.TakeCalls(), "0 0 ");
 }
 
-TEST(VRELEndReadFileTaskEventTest, NamesTheModelsWhereThereAreSeveral) {
+TEST(VRELEndReadFileTaskEventTest, WritesModelNumbers) {
   WatchedHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   header.Set(VRELFileHeader::UNITS, L"mm");
   header.TakeCalls();
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Author                   : Kim\n"
                             "Model 2\n"
                             "Units                    : mm\n") +
-                rule);
+                kRule);
   EXPECT_EQ(header.TakeCalls(), "0 1 0 1 0 ");
   VRELValue author;
   EXPECT_EQ(header.Get(VRELFileHeader::AUTHOR, author), VREL_S_OK);
 }
 
-TEST(VRELEndReadFileTaskEventTest, RowsOfAnyModelCount) {
+TEST(VRELEndReadFileTaskEventTest, WritesIfAnyModelHasRows) {
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Author                   : Kim\n"
                             "Model 2\n") +
-                rule);
+                kRule);
 }
 
-TEST(VRELEndReadFileTaskEventTest, NamesAModelWithoutRows) {
+TEST(VRELEndReadFileTaskEventTest, WritesNumberOfEmptyModel) {
   VRELFileHeader header;
   header.SelectModel(2);
   header.Set(VRELFileHeader::UNITS, L"mm");
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)),
-            heading +
+            kHeading +
                 std::string("Model 1\n"
                             "Model 2\n"
                             "Model 3\n"
                             "Units                    : mm\n") +
-                rule);
+                kRule);
 }
 
-TEST(VRELEndReadFileTaskEventTest, AHeaderWithoutRowsWritesNothing) {
+TEST(VRELEndReadFileTaskEventTest, EmptyHeaderWritesNothing) {
   WatchedHeader header;
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)), "");
   EXPECT_EQ(header.TakeCalls(), "0 0 ");

@@ -10,9 +10,9 @@
 
 namespace {
 
-std::string const rule(80, '-');
+std::string const kRule(80, '-');
 
-TEST(VRELEndTaskEventTest, IsAnEndWithAResult) {
+TEST(VRELEndTaskEventTest, KeepsResult) {
   VRINResult result = VREL_S_PARTIAL;
   VRELEndTaskEvent event(result, "Meshing", "Mesh", VREL_LEVEL_VERBOSE, false);
   ExpectTaskEvent(event, 1, "Meshing", "Mesh", 30);
@@ -23,7 +23,7 @@ TEST(VRELEndTaskEventTest, IsAnEndWithAResult) {
   EXPECT_EQ(event.getTaskResult(), VREL_E_FAIL);
 }
 
-TEST(VRELEndTaskEventTest, WritesItsResultBetweenTwoRules) {
+TEST(VRELEndTaskEventTest, WritesResultBetweenRules) {
   struct {
     long result;
     char const* line;
@@ -35,29 +35,29 @@ TEST(VRELEndTaskEventTest, WritesItsResultBetweenTwoRules) {
   };
   for (auto const& each : cases) {
     EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(each.result, "Meshing", "Mesh", VREL_LEVEL_INFO, false)),
-              rule + "\n" + each.line + rule + "\n");
+              kRule + "\n" + each.line + kRule + "\n");
   }
 }
 
-TEST(VRELEndTaskEventTest, WritesTheEventNameAsItIs) {
+TEST(VRELEndTaskEventTest, WritesEventNameVerbatim) {
   VRELEndTaskEvent event(VREL_S_OK, "100%s %n \xC3\x96", "Mesh", VREL_LEVEL_INFO, false);
   event.SetTaskName("another");
-  EXPECT_EQ(DescriptionOf(event), rule + "\n100%s %n \xC3\x96 Result : Success\n" + rule + "\n");
+  EXPECT_EQ(DescriptionOf(event), kRule + "\n100%s %n \xC3\x96 Result : Success\n" + kRule + "\n");
   EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(VREL_S_OK, nullptr, nullptr, VREL_LEVEL_INFO, false)),
-            rule + "\n Result : Success\n" + rule + "\n");
+            kRule + "\n Result : Success\n" + kRule + "\n");
 }
 
-TEST(VRELEndTaskEventTest, WritesNothingWhenSilent) {
+TEST(VRELEndTaskEventTest, SilentEventWritesNothing) {
   EXPECT_EQ(DescriptionOf(VRELEndTaskEvent(VREL_E_FAIL, "Meshing", "Mesh", VREL_LEVEL_INFO, true)), "");
 }
 
-TEST(VRELEndTaskEventTest, FiresNothingUnlessTasksAreMeasured) {
+TEST(VRELEndTaskEventTest, FireSendsNothingWithoutTracking) {
   TaskRecorder const recorder;
   VRELEndTaskEvent::Fire(VREL_S_OK, "Meshing", "Mesh", VREL_LEVEL_INFO, false);
   EXPECT_TRUE(recorder.tasks.empty());
 }
 
-TEST(VRELEndTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
+TEST(VRELEndTaskEventTest, FireSendsStampedEventWithTracking) {
   PerfTracking const tracking;
   TaskRecorder const recorder;
   VRINResult result = VREL_E_ERROR;
@@ -70,10 +70,10 @@ TEST(VRELEndTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
   EXPECT_EQ(task.level, 10);
   EXPECT_EQ(task.result, 0x1000002);
   EXPECT_TRUE(task.isStamped);
-  EXPECT_EQ(task.text, rule + "\nMeshing Result : Error Encountered\n" + rule + "\n");
+  EXPECT_EQ(task.text, kRule + "\nMeshing Result : Error Encountered\n" + kRule + "\n");
 }
 
-TEST(VRELEndTaskEventTest, ASilentEndReachesListenersAndNoLog) {
+TEST(VRELEndTaskEventTest, SilentEventReachesListeners) {
   PerfTracking const tracking;
   VRELLogger logger;
   auto* const log = new VRELStringOutputStream;
@@ -84,7 +84,7 @@ TEST(VRELEndTaskEventTest, ASilentEndReachesListenersAndNoLog) {
   EXPECT_EQ(recorder.tasks[0].identifier, "Mesh");
   EXPECT_EQ(recorder.tasks[0].text, "");
   VRELEndTaskEvent::Fire(VREL_S_OK, "Meshing", "Mesh", VREL_LEVEL_INFO, false);
-  EXPECT_EQ(TakeText(*log), rule + "\nMeshing Result : Success\n" + rule + "\n");
+  EXPECT_EQ(TakeText(*log), kRule + "\nMeshing Result : Success\n" + kRule + "\n");
 }
 
 TEST(VRELEndTaskEventTest, AddsTwoFields) {

@@ -10,9 +10,9 @@
 
 namespace {
 
-std::string const rule = std::string(80, '-') + "\n";
+std::string const kRule = std::string(80, '-') + "\n";
 
-// The text with its first two lines, which are checked, taken off: a time of 24 characters, and an empty line.
+// Checks the first two lines, a time of 24 characters and an empty line, and returns the rest.
 std::string AfterTime(std::string const& text) {
   std::string const label = "Finish Time : ";
   std::size_t const start = label.size() + 24 + 2;
@@ -24,14 +24,14 @@ std::string AfterTime(std::string const& text) {
   return rest != nullptr && *rest == '\0' ? text.substr(start) : "no time: " + text;
 }
 
-TEST(VRELEndTranslationTaskEventTest, IsTheEndOfTheTranslation) {
+TEST(VRELEndTranslationTaskEventTest, HasTranslationTask) {
   VRINResult result = VREL_S_PARTIAL;
   VRELEndTranslationTaskEvent event(result, false, 3);
   ExpectTaskEvent(event, 1, "Translation", "Translation");
   EXPECT_EQ(event.getTaskResult(), VREL_S_PARTIAL);
 }
 
-TEST(VRELEndTranslationTaskEventTest, TellsResultFailuresAndPart) {
+TEST(VRELEndTranslationTaskEventTest, WritesResultFailuresAndPart) {
   struct {
     long result;
     bool isPartInAssembly;
@@ -54,8 +54,8 @@ TEST(VRELEndTranslationTaskEventTest, TellsResultFailuresAndPart) {
   };
   for (auto const& each : cases) {
     SCOPED_TRACE(std::to_string(each.result) + " " + std::to_string(each.failedEntities));
-    std::string expected = rule + "Translation Result : " + each.message + "\n" + rule + each.failures + rule;
-    if (each.isPartInAssembly) expected += "End Translation of Part Definition Document In Assembly\n" + rule;
+    std::string expected = kRule + "Translation Result : " + each.message + "\n" + kRule + each.failures + kRule;
+    if (each.isPartInAssembly) expected += "End Translation of Part Definition Document In Assembly\n" + kRule;
     EXPECT_EQ(
         AfterTime(DescriptionOf(VRELEndTranslationTaskEvent(each.result, each.isPartInAssembly, each.failedEntities))),
         expected);
@@ -63,7 +63,7 @@ TEST(VRELEndTranslationTaskEventTest, TellsResultFailuresAndPart) {
 }
 
 // The time of the construction, not of the writing.
-TEST(VRELEndTranslationTaskEventTest, TellsTheLocalTimeOfItsConstruction) {
+TEST(VRELEndTranslationTaskEventTest, WritesLocalTimeOfConstruction) {
   std::time_t const before = std::time(nullptr);
   VRELEndTranslationTaskEvent event(VREL_S_OK, false, -1);
   std::time_t const after = std::time(nullptr);
@@ -78,17 +78,17 @@ TEST(VRELEndTranslationTaskEventTest, TellsTheLocalTimeOfItsConstruction) {
   EXPECT_TRUE(isFound) << text;
 }
 
-TEST(VRELEndTranslationTaskEventTest, FiresAlwaysWithoutACountOfFailures) {
+TEST(VRELEndTranslationTaskEventTest, FireSendsUnknownFailureCount) {
   TaskRecorder const recorder;
   VRINResult const failure = VREL_E_FAIL;
   VRELEndTranslationTaskEvent::Fire(failure, true);
   VRELEndTranslationTaskEvent::Fire(VREL_E_FAIL, false);
   VRELEndTranslationTaskEvent::Fire(0, false);
   ASSERT_EQ(recorder.tasks.size(), 3U);
-  EXPECT_EQ(AfterTime(recorder.tasks[0].text), rule + "Translation Result : Failure\n" + rule + rule +
-                                                   "End Translation of Part Definition Document In Assembly\n" + rule);
-  EXPECT_EQ(AfterTime(recorder.tasks[1].text), rule + "Translation Result : Failure\n" + rule + rule);
-  EXPECT_EQ(AfterTime(recorder.tasks[2].text), rule + "Translation Result : Success\n" + rule + rule);
+  EXPECT_EQ(AfterTime(recorder.tasks[0].text), kRule + "Translation Result : Failure\n" + kRule + kRule +
+                                                   "End Translation of Part Definition Document In Assembly\n" + kRule);
+  EXPECT_EQ(AfterTime(recorder.tasks[1].text), kRule + "Translation Result : Failure\n" + kRule + kRule);
+  EXPECT_EQ(AfterTime(recorder.tasks[2].text), kRule + "Translation Result : Success\n" + kRule + kRule);
   for (RecordedTask const& task : recorder.tasks) {
     EXPECT_EQ(task.identifier, "Translation");
     EXPECT_EQ(task.level, 50);

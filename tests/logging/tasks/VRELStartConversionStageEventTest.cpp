@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(VRELStartConversionStageEventTest, TellsItsStage) {
+TEST(VRELStartConversionStageEventTest, ReturnsStage) {
   char type[] = "Face";
   VRELStartConversionStageEvent event(type, 12, 37.5, true);
   type[0] = 'X';
@@ -24,7 +24,7 @@ TEST(VRELStartConversionStageEventTest, TellsItsStage) {
   EXPECT_FALSE(VRELStartConversionStageEvent(type, 12, 37.5, false).GetLeaf());
 }
 
-TEST(VRELStartConversionStageEventTest, NoTypeIsNone) {
+TEST(VRELStartConversionStageEventTest, EmptyTypeIsNull) {
   EXPECT_EQ(VRELStartConversionStageEvent(nullptr, 0, 0, false).GetEntityType(), nullptr);
   EXPECT_EQ(VRELStartConversionStageEvent("", 0, 0, false).GetEntityType(), nullptr);
 }

@@ -6,13 +6,13 @@
 
 namespace {
 
-TEST(VRELStartConversionTaskEventTest, IsTheStartOfTheConversion) {
+TEST(VRELStartConversionTaskEventTest, HasConversionTask) {
   VRELStartConversionTaskEvent event;
   ExpectTaskEvent(event, 0, "VRELStartConversionTaskEvent", "Conversion");
   EXPECT_EQ(DescriptionOf(event), "");
 }
 
-TEST(VRELStartConversionTaskEventTest, FiresAlways) {
+TEST(VRELStartConversionTaskEventTest, FireSendsAlways) {
   TaskRecorder const recorder;
   VRELStartConversionTaskEvent::Fire();
   ASSERT_EQ(recorder.tasks.size(), 1U);

@@ -6,13 +6,13 @@
 
 namespace {
 
-TEST(VRELStartOptionsTaskEventTest, WritesTheHeading) {
+TEST(VRELStartOptionsTaskEventTest, WritesHeading) {
   VRELStartOptionsTaskEvent event;
   ExpectTaskEvent(event, 0, "VRELStartOptionsTaskEvent", "Options");
   EXPECT_EQ(DescriptionOf(event), "--------------------- Options Set by User ------------------\n");
 }
 
-TEST(VRELStartOptionsTaskEventTest, FiresAlways) {
+TEST(VRELStartOptionsTaskEventTest, FireSendsAlways) {
   TaskRecorder const recorder;
   VRELStartOptionsTaskEvent::Fire();
   ASSERT_EQ(recorder.tasks.size(), 1U);

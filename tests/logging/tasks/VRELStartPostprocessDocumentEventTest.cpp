@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELStartPostprocessDocumentEventTest, NamesTheDocument) {
+TEST(VRELStartPostprocessDocumentEventTest, NameContainsDocument) {
   VRELStartPostprocessDocumentEvent event;
   ExpectTaskEvent(event, 0, "Start Target Document Postprocessing", "Target Document Postprocessing");
   EXPECT_EQ(DescriptionOf(event), "");

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELStartPreprocessDocumentEventTest, NamesTheDocument) {
+TEST(VRELStartPreprocessDocumentEventTest, NameContainsDocument) {
   VRELStartPreprocessDocumentEvent source(true);
   ExpectTaskEvent(source, 0, "Start Source Document Preprocessing", "Source Document Preprocessing");
   VRELStartPreprocessDocumentEvent target(false);

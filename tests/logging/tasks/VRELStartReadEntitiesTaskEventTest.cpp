@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELStartReadEntitiesTaskEventTest, KeepsItsOddName) {
+TEST(VRELStartReadEntitiesTaskEventTest, EventNameLacksSecondT) {
   VRELStartReadEntitiesTaskEvent event;
   ExpectTaskEvent(event, 0, "VRELStarReadEntitiesTaskEvent", "Read Entities");
   EXPECT_FALSE(event.IsA("VRELStartReadEntitiesTaskEvent"));

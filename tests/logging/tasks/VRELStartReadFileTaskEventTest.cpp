@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(VRELStartReadFileTaskEventTest, KeepsTheFileName) {
+TEST(VRELStartReadFileTaskEventTest, KeepsFileName) {
   VRELStartReadFileTaskEvent fromText(VRELString(L"parts/wheel.step"));
   ExpectTaskEvent(fromText, 0, "VRELStartReadFileTaskEvent", "Read File");
   EXPECT_STREQ(fromText.GetFileName(), "parts/wheel.step");
@@ -23,7 +23,7 @@ TEST(VRELStartReadFileTaskEventTest, KeepsTheFileName) {
   EXPECT_EQ(DescriptionOf(fromBytes), "");
 }
 
-TEST(VRELStartReadFileTaskEventTest, KeepsTheFileNameInTheCodepageOfTheProcess) {
+TEST(VRELStartReadFileTaskEventTest, FileNameUsesProcessCodepage) {
   RunTestInLocale("C.UTF-8", [] {
     EXPECT_STREQ(VRELStartReadFileTaskEvent(VRELString(L"\u00D6l/\u4E2D.step")).GetFileName(),
                  "\xC3\x96l/\xE4\xB8\xAD.step");
@@ -31,7 +31,7 @@ TEST(VRELStartReadFileTaskEventTest, KeepsTheFileNameInTheCodepageOfTheProcess) 
   });
 }
 
-TEST(VRELStartReadFileTaskEventTest, AnEmptyNameIsNone) {
+TEST(VRELStartReadFileTaskEventTest, EmptyNameIsNull) {
   char const* const none = nullptr;
   EXPECT_EQ(VRELStartReadFileTaskEvent(VRELString()).GetFileName(), nullptr);
   EXPECT_EQ(VRELStartReadFileTaskEvent("").GetFileName(), nullptr);
@@ -46,7 +46,7 @@ TEST(VRELStartReadFileTaskEventTest, CopyIsDeep) {
   EXPECT_EQ(VRELStartReadFileTaskEvent(VRELStartReadFileTaskEvent("")).GetFileName(), nullptr);
 }
 
-TEST(VRELStartReadFileTaskEventTest, FiresAlways) {
+TEST(VRELStartReadFileTaskEventTest, FireSendsAlways) {
   TaskRecorder const recorder;
   VRELString name(L"wheel.step");
   VRELStartReadFileTaskEvent::Fire(name);

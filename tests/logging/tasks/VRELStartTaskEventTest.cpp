@@ -6,20 +6,20 @@
 
 namespace {
 
-TEST(VRELStartTaskEventTest, IsAStartWithoutAText) {
+TEST(VRELStartTaskEventTest, WritesNothing) {
   VRELStartTaskEvent event("Meshing", "Mesh", VREL_LEVEL_VERBOSE);
   ExpectTaskEvent(event, 0, "Meshing", "Mesh", 30);
   EXPECT_EQ(DescriptionOf(event), "");
   EXPECT_EQ(sizeof(VRELStartTaskEvent), sizeof(VRELTaskEvent));
 }
 
-TEST(VRELStartTaskEventTest, FiresNothingUnlessTasksAreMeasured) {
+TEST(VRELStartTaskEventTest, FireSendsNothingWithoutTracking) {
   TaskRecorder const recorder;
   VRELStartTaskEvent::Fire("Meshing", "Mesh", VREL_LEVEL_INFO);
   EXPECT_TRUE(recorder.tasks.empty());
 }
 
-TEST(VRELStartTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
+TEST(VRELStartTaskEventTest, FireSendsStampedEventWithTracking) {
   TaskRecorder const recorder;
   {
     PerfTracking const tracking;
@@ -35,7 +35,7 @@ TEST(VRELStartTaskEventTest, FiresAStampedEventWhenTasksAreMeasured) {
   EXPECT_TRUE(task.isStamped);
 }
 
-TEST(VRELStartTaskEventTest, FiresWithoutTexts) {
+TEST(VRELStartTaskEventTest, FireAcceptsNull) {
   PerfTracking const tracking;
   TaskRecorder const recorder;
   VRELStartTaskEvent::Fire(nullptr, nullptr, VREL_LEVEL_INFO);

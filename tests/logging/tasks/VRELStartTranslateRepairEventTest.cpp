@@ -6,12 +6,12 @@
 
 namespace {
 
-TEST(VRELStartTranslateRepairEventTest, TellsTheEntity) {
+TEST(VRELStartTranslateRepairEventTest, ReturnsEntity) {
   char const type[] = "Face";
   char const representation[] = "Exact";
   VRELStartTranslateRepairEvent event(type, representation, 12, VREL_LEVEL_ERROR);
   ExpectTaskEvent(event, 0, "VRELStartTranslateRepairEvent", "Repair", 80);
-  // Borrowed.
+  // Not copied.
   EXPECT_EQ(event.GetEntityType(), type);
   EXPECT_EQ(event.GetRepresentation(), representation);
   EXPECT_EQ(event.GetEntityNumber(), 12);
@@ -20,7 +20,7 @@ TEST(VRELStartTranslateRepairEventTest, TellsTheEntity) {
   EXPECT_EQ(copy.GetEntityType(), type);
 }
 
-TEST(VRELStartTranslateRepairEventTest, WritesWhatIsSet) {
+TEST(VRELStartTranslateRepairEventTest, WritesEntityIfComplete) {
   struct {
     char const* type;
     char const* representation;
@@ -41,7 +41,7 @@ TEST(VRELStartTranslateRepairEventTest, WritesWhatIsSet) {
   }
 }
 
-TEST(VRELStartTranslateRepairEventTest, FiresAlwaysAtLevelVerbose) {
+TEST(VRELStartTranslateRepairEventTest, FireSendsAtLevelVerbose) {
   TaskRecorder const recorder;
   VRELStartTranslateRepairEvent::Fire("Face", "Exact", 12);
   ASSERT_EQ(recorder.tasks.size(), 1U);

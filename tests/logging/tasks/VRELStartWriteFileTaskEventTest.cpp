@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(VRELStartWriteFileTaskEventTest, KeepsACopyOfThePath) {
+TEST(VRELStartWriteFileTaskEventTest, CopiesPath) {
   VRELFilePath path("parts/wheel.html");
   VRELStartWriteFileTaskEvent event(path);
   path = VRELFilePath("other");

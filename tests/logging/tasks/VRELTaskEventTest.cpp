@@ -26,7 +26,7 @@ TEST(VRELTaskEventTest, IsAbstractAndTimed) {
   EXPECT_EQ(DescriptionOf(task), "");
 }
 
-TEST(VRELTaskEventTest, KeepsTextsOfItsOwn) {
+TEST(VRELTaskEventTest, CopiesStrings) {
   std::string name = "Meshing";
   std::string identifier = "Mesh";
   Task const task(name.c_str(), identifier.c_str(), VREL_LEVEL_INFO);
@@ -38,7 +38,7 @@ TEST(VRELTaskEventTest, KeepsTextsOfItsOwn) {
   EXPECT_EQ(IdentifierOf(const_cast<Task&>(task)), "Mesh");
 }
 
-TEST(VRELTaskEventTest, NullAndEmptyTextsAreNone) {
+TEST(VRELTaskEventTest, EmptyStringsAreNull) {
   for (char const* const text : {static_cast<char const*>(nullptr), ""}) {
     Task task(text, text, VREL_LEVEL_INFO);
     EXPECT_EQ(task.GetEventName(), nullptr);
@@ -47,7 +47,7 @@ TEST(VRELTaskEventTest, NullAndEmptyTextsAreNone) {
   }
 }
 
-TEST(VRELTaskEventTest, TextsAreReplacedByOthersAlone) {
+TEST(VRELTaskEventTest, SettersIgnoreNullAndEmpty) {
   Task task("Meshing", "Mesh", VREL_LEVEL_INFO);
   task.SetTaskName(nullptr);
   task.SetTaskName("");
@@ -60,7 +60,7 @@ TEST(VRELTaskEventTest, TextsAreReplacedByOthersAlone) {
   EXPECT_STREQ(task.GetTaskName(), "Fine Meshing");
   EXPECT_STREQ(task.GetEventName(), "Meshing");
   EXPECT_EQ(IdentifierOf(task), "Fine 100%");
-  // Its own text, which is released meanwhile.
+  // The event's own string, which is released by the call.
   task.SetTaskName(task.GetTaskName() + 5);
   EXPECT_STREQ(task.GetTaskName(), "Meshing");
 
@@ -92,8 +92,8 @@ TEST(VRELTaskEventTest, CopyIsDeep) {
   EXPECT_FALSE(std::is_copy_assignable_v<VRELTaskEvent>);
 }
 
-// A log takes one call of the system for a text.
-TEST(VRELTaskEventTest, WritesATextInOnePiece) {
+// A logger writes each text with one system call.
+TEST(VRELTaskEventTest, WriteTextWritesOnce) {
   class Stream : public VRELOutputStream {
    public:
     int write(char const* buffer, int count) override {
@@ -111,7 +111,7 @@ TEST(VRELTaskEventTest, WritesATextInOnePiece) {
   EXPECT_EQ(stream.calls, "write 100%s\n;flush;flush;");
 }
 
-TEST(VRELTaskEventTest, KeepsItsVirtualTableAndFields) {
+TEST(VRELTaskEventTest, KeepsSlotsAndSize) {
   EXPECT_EQ(SlotOf(&VRELTaskEvent::IsTimed), SlotOf(&VRELEvent::IsTimed));
   EXPECT_EQ(SlotOf(&VRELTaskEvent::GetTaskIdentifier), SlotOf(&VRELEvent::IsTimed) + 1);
   EXPECT_EQ(SlotOf(&VRELTaskEvent::GetKind), SlotOf(&VRELEvent::IsTimed) + 2);

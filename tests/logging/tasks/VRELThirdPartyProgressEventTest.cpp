@@ -26,14 +26,14 @@ class ProgressListener : public VRELEventListener {
   std::vector<double> values;
 };
 
-TEST(VRELThirdPartyProgressEventTest, FireReachesTheListeners) {
+TEST(VRELThirdPartyProgressEventTest, FireReachesListeners) {
   ProgressListener const listener;
   VRELThirdPartyProgressEvent::Fire(0.5);
   VRELThirdPartyProgressEvent::Fire(-1.0);
   EXPECT_EQ(listener.values, (std::vector<double>{0.5, -1.0}));
 }
 
-TEST(VRELThirdPartyProgressEventTest, HasNeitherTextNorTime) {
+TEST(VRELThirdPartyProgressEventTest, WritesNothingAndIsNotTimed) {
   VRELThirdPartyProgressEvent event(0.25);
   EXPECT_FALSE(event.IsTimed());
   EXPECT_EQ(TextOf([&](VRELStringOutputStream* stream) { event.GetFormattedDescription(stream); }), "");
@@ -43,7 +43,7 @@ TEST(VRELThirdPartyProgressEventTest, HasNeitherTextNorTime) {
   EXPECT_EQ(value, 0.25);
 }
 
-TEST(VRELThirdPartyProgressEventTest, ALogShowsNothing) {
+TEST(VRELThirdPartyProgressEventTest, LoggerWritesNothing) {
   VRELLogger logger;
   auto* const stream = new VRELStringOutputStream;
   logger.Initialize(stream, VREL_LEVEL_ALL);

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(Gk_CPUTimeTest, ATickIsAMillionthOfASecond) {
+TEST(Gk_CPUTimeTest, TickIsMicrosecond) {
   EXPECT_EQ(Gk_CPUTime().seconds(), 0.0);
   EXPECT_EQ(Gk_CPUTime(1500000).seconds(), 1.5);
   EXPECT_EQ(Gk_CPUTime(-250000).seconds(), -0.25);
@@ -35,7 +35,7 @@ TEST(Gk_CPUTimeTest, WrapsAround) {
   EXPECT_GT(time.seconds(), 0.0);
 }
 
-TEST(Gk_CPUTimeTest, NowIsTheClockOfTheProcess) {
+TEST(Gk_CPUTimeTest, NowReturnsProcessClock) {
   Gk_CPUTime const before(static_cast<long>(std::clock()));
   Gk_CPUTime const now = Gk_CPUTime::now();
   Gk_CPUTime const after(static_cast<long>(std::clock()));

@@ -20,7 +20,7 @@ using testing::IsEmpty;
 
 class VRELBasePerformanceMonitorTest : public testing::Test {
  protected:
-  // The slots and the modules are as the process found them.
+  // No monitor is installed and no module loaded.
   ~VRELBasePerformanceMonitorTest() override {
     EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
     EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
@@ -37,7 +37,7 @@ class VRELBasePerformanceMonitorTest : public testing::Test {
   RecordingListener listener;
 };
 
-TEST_F(VRELBasePerformanceMonitorTest, AnswersNothingByItself) {
+TEST_F(VRELBasePerformanceMonitorTest, BaseOperationsFail) {
   VRELBasePerformanceMonitor monitor;
   double kernel = 1.5;
   double user = 2.5;
@@ -48,21 +48,21 @@ TEST_F(VRELBasePerformanceMonitorTest, AnswersNothingByItself) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, KeepsItsVirtualTableAndHasNoFields) {
+TEST_F(VRELBasePerformanceMonitorTest, KeepsSlotsAndHasNoField) {
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELBasePerformanceMonitor>);
   EXPECT_EQ(SlotOf(&VRELBasePerformanceMonitor::PrintStatistics), 2U);
   EXPECT_EQ(SlotOf(&VRELBasePerformanceMonitor::QueryProcessTimes), 3U);
   EXPECT_EQ(sizeof(VRELBasePerformanceMonitor), sizeof(void*));
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, NoneIsInstalledAtFirst) {
+TEST_F(VRELBasePerformanceMonitorTest, NothingIsInstalledInitially) {
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
   VRELBasePerformanceMonitor::Clear();
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, AMonitorWithoutALibraryStays) {
+TEST_F(VRELBasePerformanceMonitorTest, ClearKeepsMonitorWithoutLibrary) {
   VRELBasePerformanceMonitor monitor;
   VRELBasePerformanceMonitor::Install(&monitor, nullptr);
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
@@ -73,7 +73,7 @@ TEST_F(VRELBasePerformanceMonitorTest, AMonitorWithoutALibraryStays) {
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, AMonitorThatDiesIsLetGo) {
+TEST_F(VRELBasePerformanceMonitorTest, DestructorRemovesMonitor) {
   VRELBasePerformanceMonitor lasting;
   {
     VRELBasePerformanceMonitor monitor;
@@ -87,11 +87,11 @@ TEST_F(VRELBasePerformanceMonitorTest, AMonitorThatDiesIsLetGo) {
   EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, ClearLetsTheModuleTakeItsMonitorBack) {
+TEST_F(VRELBasePerformanceMonitorTest, ClearCallsTerminateFunction) {
   LoadModule("VRELTestMonitor");
   EXPECT_NE(VRELBasePerformanceMonitor::Instance(), nullptr);
   EXPECT_EQ(VRELTimingLogger::_pMonitor, VRELBasePerformanceMonitor::Instance());
-  // Held by the object that is installed.
+  // Referenced by the installed object.
   VRELLibraryManager::FreeLibraries();
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
   EXPECT_THAT(listener.Texts(), IsEmpty());
@@ -105,7 +105,7 @@ TEST_F(VRELBasePerformanceMonitorTest, ClearLetsTheModuleTakeItsMonitorBack) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, InstallClearsWhatWasThere) {
+TEST_F(VRELBasePerformanceMonitorTest, InstallClearsPreviousLibrary) {
   LoadModule("VRELTestMonitor");
   VRELBasePerformanceMonitor monitor;
   VRELBasePerformanceMonitor::Install(&monitor, nullptr);
@@ -113,7 +113,7 @@ TEST_F(VRELBasePerformanceMonitorTest, InstallClearsWhatWasThere) {
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), &monitor);
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, InstallKeepsALibraryThatIsThereAlready) {
+TEST_F(VRELBasePerformanceMonitorTest, InstallKeepsSameLibrary) {
   VRELBasePerformanceMonitor first;
   VRELBasePerformanceMonitor second;
   auto* const library = new VRELBrivetLibrary("VRELTestNoSuchModule", "", "");
@@ -124,7 +124,7 @@ TEST_F(VRELBasePerformanceMonitorTest, InstallKeepsALibraryThatIsThereAlready) {
   VRELBasePerformanceMonitor::Clear();
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, AModuleWithoutTheEntryPointKeepsItsMonitor) {
+TEST_F(VRELBasePerformanceMonitorTest, MissingTerminateFunctionKeepsMonitor) {
   LoadModule("VRELTestMonitorBare");
   VRELBasePerformanceMonitor const* const monitor = VRELBasePerformanceMonitor::Instance();
   VRELBasePerformanceMonitor::Clear();
@@ -132,16 +132,16 @@ TEST_F(VRELBasePerformanceMonitorTest, AModuleWithoutTheEntryPointKeepsItsMonito
               ElementsAre("No TerminatePerformanceMonitor function in VRELTestMonitorBare library.\n"));
   EXPECT_NE(monitor, nullptr);
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), monitor);
-  // The library is gone.
+  // The library was deleted.
   VRELBasePerformanceMonitor::Clear();
   EXPECT_EQ(listener.events.size(), 1U);
-  // The monitor goes with its module.
+  // The monitor is destroyed with its module.
   VRELLibraryManager::FreeLibraries();
   EXPECT_EQ(VRELBasePerformanceMonitor::Instance(), nullptr);
   EXPECT_EQ(VRELTimingLogger::_pMonitor, nullptr);
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, WhatTheEntryPointThrowsReachesTheCaller) {
+TEST_F(VRELBasePerformanceMonitorTest, ClearRethrowsException) {
   LoadModule("VRELTestMonitorThrowing");
   EXPECT_THROW(VRELBasePerformanceMonitor::Clear(), std::runtime_error);
   EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestMonitorThrowing terminates"));
@@ -151,8 +151,8 @@ TEST_F(VRELBasePerformanceMonitorTest, WhatTheEntryPointThrowsReachesTheCaller) 
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 0);
 }
 
-// The sanitizers tell whether the library goes.
-TEST_F(VRELBasePerformanceMonitorTest, InstallsNothingWhereAnEntryPointThrows) {
+// Sanitizers report a leak if the library is not deleted.
+TEST_F(VRELBasePerformanceMonitorTest, InstallFailsIfEntryPointThrows) {
   VRELBasePerformanceMonitor monitor;
   EXPECT_ANY_THROW(VRELBasePerformanceMonitor::Install(
       &monitor, new VRELBrivetLibrary("VRELTestThrowingInitialize", "InitializeModule", "")));
@@ -166,11 +166,11 @@ TEST_F(VRELBasePerformanceMonitorTest, InstallsNothingWhereAnEntryPointThrows) {
   EXPECT_THAT(listener.Texts(), IsEmpty());
 }
 
-TEST_F(VRELBasePerformanceMonitorTest, AModuleThatCannotBeLoadedIsDropped) {
+TEST_F(VRELBasePerformanceMonitorTest, ClearDropsUnloadableModule) {
   VRELBasePerformanceMonitor monitor;
   VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
   EXPECT_EQ(listener.events.size(), 1U);
-  // Tries once more.
+  // Tries again.
   VRELBasePerformanceMonitor::Clear();
   EXPECT_THAT(listener.Texts(),
               ElementsAre("VRELTestNoSuchModule library not loaded.", "VRELTestNoSuchModule library not loaded."));

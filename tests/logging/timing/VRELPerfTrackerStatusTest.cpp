@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(VRELPerfTrackerStatusTest, IsOffUntilItIsTurnedOn) {
+TEST(VRELPerfTrackerStatusTest, IsOffByDefault) {
   EXPECT_FALSE(VRELPerfTrackerStatus::instance.IsPerfTracking());
   VRELPerfTrackerStatus status;
   VRELPerfTrackerStatus const& seen = status;
@@ -16,7 +16,7 @@ TEST(VRELPerfTrackerStatusTest, IsOffUntilItIsTurnedOn) {
   EXPECT_FALSE(seen.IsPerfTracking());
 }
 
-TEST(VRELPerfTrackerStatusTest, HasOneFieldBesideItsTable) {
+TEST(VRELPerfTrackerStatusTest, HasOneField) {
   EXPECT_EQ(sizeof(VRELPerfTrackerStatus), 2 * sizeof(void*));
   EXPECT_TRUE(std::has_virtual_destructor_v<VRELPerfTrackerStatus>);
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(VRELTaskTimingInfoTest, StartsWithoutTimes) {
+TEST(VRELTaskTimingInfoTest, StartsAtZero) {
   VRELTaskTimingInfo const info;
   EXPECT_EQ(info.taskName.length(), 0);
   EXPECT_EQ(info.time, 0);

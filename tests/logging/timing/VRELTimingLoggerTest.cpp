@@ -37,15 +37,15 @@ using testing::IsEmpty;
 
 using Lines = std::vector<std::string>;
 
-constexpr char closingLine[] = "================= End Timing Performance Summary =================";
-constexpr char noSeconds[] = "    0.0000     0.0000     0.0000";
+constexpr char kClosingLine[] = "================= End Timing Performance Summary =================";
+constexpr char kNoSeconds[] = "    0.0000     0.0000     0.0000";
 
-// A text at the end of 50 columns.
+// Returns the string right-aligned in 50 columns.
 std::string Aligned(std::string const& text) {
   return std::string(50 - std::min<std::size_t>(50, text.size()), ' ') + text;
 }
 
-// A row of the summary: the columns as they stand behind the equals sign.
+// Returns a row of the summary from its columns after the equals sign.
 std::string Row(std::string const& identifier, std::string const& columns) {
   return Aligned(identifier) + " = " + columns;
 }
@@ -54,7 +54,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Has the times that it is told.
+// Monitor that returns the times that the test sets.
 class ToldMonitor : public VRELBasePerformanceMonitor {
  public:
   VRINResult PrintStatistics() override {
@@ -71,7 +71,7 @@ class ToldMonitor : public VRELBasePerformanceMonitor {
   VRINResult result = VREL_S_OK;
 };
 
-// A logger of the test's own, which gets events with stamps of the test's own.
+// Logger that receives events with stamps set by the test.
 class VRELTimingLoggerTest : public testing::Test {
  protected:
   ~VRELTimingLoggerTest() override {
@@ -91,20 +91,20 @@ class VRELTimingLoggerTest : public testing::Test {
     event.SetClock(ticks);
     logger.HandleEvent(event);
   }
-  // A task of so many ticks.
+  // Runs a task of the given number of ticks.
   void Run(char const* identifier, long ticks) {
     Start(identifier, 100, 5000);
     End(identifier, 100, 5000 + ticks);
   }
 
-  // What was sent since the last call.
+  // Returns the texts sent since the last call.
   Lines Taken() {
     Lines const lines = listener.Texts();
     listener.events.clear();
     return lines;
   }
 
-  // What Finalize tells.
+  // Returns what Finalize prints.
   Lines Summary() {
     logger.Initialize();
     Taken();
@@ -112,16 +112,16 @@ class VRELTimingLoggerTest : public testing::Test {
     return Taken();
   }
 
-  // The rows of the summary, sorted; checks that they stand in the right frame.
+  // Returns the rows of the summary, sorted, and checks the lines around them.
   Lines Rows() {
     Lines lines = Summary();
-    if (lines == Lines{closingLine}) return {};
+    if (lines == Lines{kClosingLine}) return {};
     Lines const heading = {
         "                # task = elapsed(s), kernel(s), user(s), cpu=kernel+user(s), #calls ",
         "                #        elapsed= wall clock time", "                #        kernel = system calls time",
         "                #        user   = user code time", "                #        cpu    = actual cpu time"};
     auto const start = std::search(lines.begin(), lines.end(), heading.begin(), heading.end());
-    EXPECT_TRUE(start != lines.end() && lines.back() == closingLine);
+    EXPECT_TRUE(start != lines.end() && lines.back() == kClosingLine);
     if (start == lines.end()) return {"no heading"};
     Lines rows(start + static_cast<std::ptrdiff_t>(heading.size()), lines.end() - 1);
     std::sort(rows.begin(), rows.end());
@@ -132,7 +132,7 @@ class VRELTimingLoggerTest : public testing::Test {
   VRELTimingLogger logger;
 };
 
-TEST_F(VRELTimingLoggerTest, InitializeJoinsTheBusOnce) {
+TEST_F(VRELTimingLoggerTest, InitializeAddsListenerOnce) {
   EXPECT_EQ(ListenerCount(), 1);
   logger.Initialize();
   EXPECT_EQ(ListenerCount(), 2);
@@ -142,26 +142,26 @@ TEST_F(VRELTimingLoggerTest, InitializeJoinsTheBusOnce) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, FinalizeTellsAndLeavesTheBus) {
+TEST_F(VRELTimingLoggerTest, FinalizePrintsAndRemovesListener) {
   logger.Initialize();
   Taken();
   logger.Finalize();
   EXPECT_EQ(ListenerCount(), 1);
-  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  EXPECT_THAT(Taken(), ElementsAre(kClosingLine));
   logger.Finalize();
   EXPECT_THAT(Taken(), IsEmpty());
   logger.Initialize();
   EXPECT_THAT(Taken(), ElementsAre("Task Timing On"));
 }
 
-TEST_F(VRELTimingLoggerTest, FinalizeRemovesWhatOthersPutOnTheBus) {
+TEST_F(VRELTimingLoggerTest, FinalizeRemovesListenerAddedByOthers) {
   VRELEventBus::GetEventBus()->AddListener(&logger);
   logger.Finalize();
   EXPECT_EQ(ListenerCount(), 1);
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, TellsTheWholeSummary) {
+TEST_F(VRELTimingLoggerTest, PrintsWholeSummary) {
   Run("Read File", 1500000);
   listener.events.clear();
   logger.Initialize();
@@ -183,33 +183,33 @@ TEST_F(VRELTimingLoggerTest, TellsTheWholeSummary) {
                           "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AddsUpTheRunsOfATask) {
+TEST_F(VRELTimingLoggerTest, AddsRunsOfTask) {
   Run("Read Entities", 1000000);
   Run("Read Entities", 250000);
   Run("Read Entities", 1);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(noSeconds) + "        3x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read Entities", "    1.2500 " + std::string(kNoSeconds) + "        3x")));
 }
 
-TEST_F(VRELTimingLoggerTest, KeepsTheLastRunOfConversionAndTranslationAlone) {
+TEST_F(VRELTimingLoggerTest, ConversionAndTranslationKeepLastRun) {
   for (long const ticks : {1000000L, 3000000L, 2000000L}) {
     Run("Conversion", ticks);
     Run("Translation", ticks + 1000000);
     Run("conversion stage", ticks);
   }
-  EXPECT_THAT(Rows(), ElementsAre(Row("Conversion", "    2.0000 " + std::string(noSeconds) + "        1x"),
-                                  Row("Translation", "    3.0000 " + std::string(noSeconds) + "        1x"),
-                                  Row("conversion stage", "    6.0000 " + std::string(noSeconds) + "        3x")))
+  EXPECT_THAT(Rows(), ElementsAre(Row("Conversion", "    2.0000 " + std::string(kNoSeconds) + "        1x"),
+                                  Row("Translation", "    3.0000 " + std::string(kNoSeconds) + "        1x"),
+                                  Row("conversion stage", "    6.0000 " + std::string(kNoSeconds) + "        3x")))
       << "sorted by their blanks";
 }
 
-TEST_F(VRELTimingLoggerTest, SecondInitializeGoesOnCounting) {
+TEST_F(VRELTimingLoggerTest, SecondInitializeKeepsRows) {
   Run("Options", 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
   Run("Options", 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(noSeconds) + "        2x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Options", "    2.0000 " + std::string(kNoSeconds) + "        2x")));
 }
 
-TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
+TEST_F(VRELTimingLoggerTest, WallClockCountsAbove600Seconds) {
   struct {
     long startTime, endTime, startClock, endClock;
     char const* elapsed;
@@ -219,10 +219,10 @@ TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
       {1000, 1000, 7, 123463, "    0.1235"},
       {1000, 1000, 0, 49, "    0.0000"},
       {1000, 101000, 0, 1, "100000.0000"},
-      // A clock that was set back.
+      // The clock was set back.
       {1000, 10, 1000000, 2000000, "    1.0000"},
       {1000, 1000, 2000000, 1000000, "   -1.0000"},
-      // Ticks that ran out.
+      // The ticks wrapped around.
       {1000, 1000, LONG_MAX, LONG_MIN, "    0.0000"},
       {-300, 301, 0, 0, "  601.0000"},
   };
@@ -241,7 +241,7 @@ TEST_F(VRELTimingLoggerTest, TicksCountUpToSixHundredSeconds) {
     another.Finalize();
     Lines const lines = Taken();
     ASSERT_EQ(lines.size(), 7U);
-    EXPECT_EQ(lines[5], Row("Mesh", std::string(each.elapsed) + " " + noSeconds + "        1x"));
+    EXPECT_EQ(lines[5], Row("Mesh", std::string(each.elapsed) + " " + kNoSeconds + "        1x"));
   }
 }
 
@@ -252,19 +252,19 @@ TEST_F(VRELTimingLoggerTest, TasksNest) {
   End("Read", 0, 4000000);
   End("Read", 0, 5000000);
   End("Translation", 0, 9000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("Read", "    6.0000 " + std::string(noSeconds) + "        2x"),
-                                  Row("Translation", "    9.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("Read", "    6.0000 " + std::string(kNoSeconds) + "        2x"),
+                                  Row("Translation", "    9.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, DropsATaskThatNeverEnded) {
+TEST_F(VRELTimingLoggerTest, UnfinishedTaskIsDropped) {
   Start("A", 0, 0);
   Start("B", 0, 0);
   End("A", 0, 1000000);
   End("B", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, AnUnknownEndDropsAll) {
+TEST_F(VRELTimingLoggerTest, UnknownEndDropsAllTasks) {
   Start("A", 0, 0);
   Start("B", 0, 0);
   End("C", 0, 0);
@@ -275,19 +275,19 @@ TEST_F(VRELTimingLoggerTest, AnUnknownEndDropsAll) {
   EXPECT_THAT(Rows(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, IdentifiersAreToldByCase) {
+TEST_F(VRELTimingLoggerTest, IdentifiersAreCaseSensitive) {
   Start("Mesh", 0, 0);
   End("mesh", 0, 0);
   EXPECT_THAT(Rows(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, OpenTasksShowInNoRow) {
+TEST_F(VRELTimingLoggerTest, OpenTasksHaveNoRow) {
   Run("A", 1000000);
   Start("B", 0, 0);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, RepairsChangeNothing) {
+TEST_F(VRELTimingLoggerTest, RepairsAreIgnored) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("A", 0, 0);
   Taken();
@@ -298,10 +298,10 @@ TEST_F(VRELTimingLoggerTest, RepairsChangeNothing) {
   logger.HandleEvent(repair);
   EXPECT_THAT(Taken(), IsEmpty());
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
+TEST_F(VRELTimingLoggerTest, IgnoresUntimedEvents) {
   class Timed : public VRELEvent {
    public:
     Timed() : VRELEvent("Timed", VREL_LEVEL_INFO) {}
@@ -309,7 +309,7 @@ TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
   };
   class OtherKind : public VRELStartTaskEvent {
    public:
-    explicit OtherKind(int told) : VRELStartTaskEvent("Other", "A", VREL_LEVEL_INFO), kind(told) {}
+    explicit OtherKind(int taskKind) : VRELStartTaskEvent("Other", "A", VREL_LEVEL_INFO), kind(taskKind) {}
     int GetKind() override { return kind; }
 
    private:
@@ -343,10 +343,10 @@ TEST_F(VRELTimingLoggerTest, PassesOverWhatItCannotMeasure) {
   }
   EXPECT_THAT(Taken(), IsEmpty());
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    1.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, TellsOfEachTaskInDetail) {
+TEST_F(VRELTimingLoggerTest, PrintsDetailsOfTasks) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("Read File", 0, 0);
   EXPECT_THAT(Taken(), ElementsAre("***************************Read File Started***************************"));
@@ -360,16 +360,16 @@ TEST_F(VRELTimingLoggerTest, TellsOfEachTaskInDetail) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, PercentSignsAreText) {
+TEST_F(VRELTimingLoggerTest, PercentSignsArePrintedVerbatim) {
   VRELTimingLogger::_detailedTaskInfo = true;
   Run("100%s %n", 2000000);
   EXPECT_THAT(Taken(), ElementsAre("***************************100%s %n Started***************************",
                                    "***************************100%s %n Ending***************************",
                                    Aligned("100%s %n Elapsed Time") + " =     2.0000 seconds. "));
-  EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(noSeconds) + "        1x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("100%s %n", "    2.0000 " + std::string(kNoSeconds) + "        1x")));
 }
 
-TEST_F(VRELTimingLoggerTest, AFarTooLongIdentifierIsCutInItsLines) {
+TEST_F(VRELTimingLoggerTest, OverlongIdentifierIsTruncated) {
   VRELTimingLogger::_detailedTaskInfo = true;
   std::string const identifier(5000, 'x');
   Run(identifier.c_str(), 1);
@@ -378,7 +378,7 @@ TEST_F(VRELTimingLoggerTest, AFarTooLongIdentifierIsCutInItsLines) {
   EXPECT_THAT(Rows(), ElementsAre(std::string(1023, 'x')));
 }
 
-TEST_F(VRELTimingLoggerTest, TakesTheTimesOfAMonitor) {
+TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
@@ -410,7 +410,7 @@ TEST_F(VRELTimingLoggerTest, TakesTheTimesOfAMonitor) {
                           "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, TellsTheTimesOfAMonitorInDetail) {
+TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
@@ -428,7 +428,7 @@ TEST_F(VRELTimingLoggerTest, TellsTheTimesOfAMonitorInDetail) {
                                    "================= End Task Performance Info ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AMonitorThatDoesNotAnswerLeavesItsColumnsAtZero) {
+TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
@@ -442,21 +442,21 @@ TEST_F(VRELTimingLoggerTest, AMonitorThatDoesNotAnswerLeavesItsColumnsAtZero) {
                                    Aligned("A Elapsed Time") + " =     3.0000 seconds. ",
                                    "================ Start Task Performance Info ================", "statistics",
                                    "================= End Task Performance Info ================="));
-  // Answers at the end alone: the start counts as 0.
+  // The query succeeds at the end only: the start counts as 0.
   Start("B", 0, 0);
   monitor.result = VREL_S_PARTIAL;
   End("B", 0, 0);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(noSeconds) + "        1x"),
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    3.0000 " + std::string(kNoSeconds) + "        1x"),
                                   Row("B", "    0.0000     5.0000     5.0000    10.0000        1x")));
-  // Nor in the summary.
+  // The summary query fails too.
   monitor.result = VREL_E_FAIL;
   Lines const summary = Summary();
   EXPECT_EQ(summary.size(), 4U + 5 + 2 + 1);
-  EXPECT_EQ(std::count(summary.begin(), summary.end(), Row("B", "    0.0000 " + std::string(noSeconds) + "        1x")),
-            1);
+  EXPECT_EQ(
+      std::count(summary.begin(), summary.end(), Row("B", "    0.0000 " + std::string(kNoSeconds) + "        1x")), 1);
 }
 
-TEST_F(VRELTimingLoggerTest, ASummaryWithoutTasksTellsOfTheMonitor) {
+TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
   ToldMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
@@ -468,7 +468,7 @@ TEST_F(VRELTimingLoggerTest, ASummaryWithoutTasksTellsOfTheMonitor) {
                                      "================= End Timing Performance Summary ================="));
 }
 
-TEST_F(VRELTimingLoggerTest, AMonitorThatGoesLeavesTheRowsWithoutItsTimes) {
+TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
   auto monitor = std::make_unique<ToldMonitor>();
   VRELTimingLogger::_pMonitor = monitor.get();
   Start("A", 0, 0);
@@ -477,21 +477,21 @@ TEST_F(VRELTimingLoggerTest, AMonitorThatGoesLeavesTheRowsWithoutItsTimes) {
   Start("A", 0, 0);
   monitor.reset();
   End("A", 0, 1000000);
-  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(noSeconds) + "        2x")));
+  EXPECT_THAT(Rows(), ElementsAre(Row("A", "    2.0000 " + std::string(kNoSeconds) + "        2x")));
 }
 
-TEST_F(VRELTimingLoggerTest, GoingFinalizesAndLetsTheMonitorGo) {
+TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
   ToldMonitor monitor;
   auto another = std::make_unique<VRELTimingLogger>();
   another->Initialize();
   EXPECT_EQ(ListenerCount(), 2);
-  // Left open.
+  // Never ended.
   VRELStartTaskEvent start("s", "Mesh", VREL_LEVEL_INFO);
   VRELEventBus::Fire(start);
   Taken();
   VRELTimingLogger::_pMonitor = nullptr;
   another.reset();
-  EXPECT_THAT(Taken(), ElementsAre(closingLine));
+  EXPECT_THAT(Taken(), ElementsAre(kClosingLine));
   EXPECT_EQ(ListenerCount(), 1);
 
   VRELTimingLogger::_pMonitor = &monitor;
@@ -500,13 +500,13 @@ TEST_F(VRELTimingLoggerTest, GoingFinalizesAndLetsTheMonitorGo) {
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
-TEST_F(VRELTimingLoggerTest, ConstructionClearsTheDetail) {
+TEST_F(VRELTimingLoggerTest, ConstructorClearsDetailFlag) {
   VRELTimingLogger::_detailedTaskInfo = true;
   VRELTimingLogger const another;
   EXPECT_FALSE(VRELTimingLogger::_detailedTaskInfo);
 }
 
-TEST_F(VRELTimingLoggerTest, WhatAListenerThrowsEndsNoProcess) {
+TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
   class Throwing : public VRELEventListener {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
@@ -521,18 +521,18 @@ TEST_F(VRELTimingLoggerTest, WhatAListenerThrowsEndsNoProcess) {
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
 
-TEST_F(VRELTimingLoggerTest, KeepsItsVirtualTableAndFields) {
+TEST_F(VRELTimingLoggerTest, KeepsSlotsAndSize) {
   EXPECT_TRUE((std::is_base_of_v<VRELEventListener, VRELTimingLogger>));
   EXPECT_EQ(SlotOf(&VRELTimingLogger::HandleEvent), 0U);
   EXPECT_EQ(sizeof(VRELTimingLogger),
             sizeof(void*) + sizeof(void*) + sizeof(VRELStack) + sizeof(VRELHashMap<VRELString, VRELTaskOccurenceInfo>));
 }
 
-// The logger of the process is set up in child processes alone.
+// The logger of the process is only set up in child processes.
 
-constexpr char const* notAsked = nullptr;
+constexpr char const* kUnset = nullptr;
 
-// Runs `body` with the variables set, or unset for null, and is silent about what went well.
+// Runs `body` in a child process with the variables set, or unset for null. Reports failures only.
 ChildResult RunWithVariables(char const* timing, char const* detail, std::function<void()> const& body) {
   return RunInChild([&] {
     unsetenv("VRELTaskTiming");
@@ -550,8 +550,8 @@ void ExpectWell(ChildResult const& child) {
   EXPECT_EQ(child.signal, 0);
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
-  for (char const* const value : {notAsked, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
+TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
+  for (char const* const value : {kUnset, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
     SCOPED_TRACE(value == nullptr ? "(unset)" : value);
     ExpectWell(RunWithVariables(value, "Yes", [] {
       RecordingListener const listener;
@@ -562,7 +562,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
       EXPECT_EQ(ListenerCount(), 1);
       VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
       EXPECT_THAT(listener.Texts(), IsEmpty());
-      // Has no such gate.
+      // Is sent without tracking.
       VRELStartReadFileTaskEvent::Fire("wheel.step");
       EXPECT_EQ(listener.events.size(), 1U);
       VRELTimingLogger::Stop();
@@ -571,9 +571,9 @@ TEST(VRELTimingLoggerOfTheProcessTest, IsOffUnlessTheEnvironmentAsksForIt) {
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, IsOnWhereTheEnvironmentAsksForIt) {
+TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
   for (char const* const value : {"Yes", "true", "ON"}) {
-    ExpectWell(RunWithVariables(value, notAsked, [] {
+    ExpectWell(RunWithVariables(value, kUnset, [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_TRUE(VRELTimingLogger::_isTimerOn);
@@ -581,14 +581,14 @@ TEST(VRELTimingLoggerOfTheProcessTest, IsOnWhereTheEnvironmentAsksForIt) {
       EXPECT_TRUE(VRELPerfTrackerStatus::instance.IsPerfTracking());
       EXPECT_EQ(ListenerCount(), 2);
       EXPECT_THAT(listener.Texts(), ElementsAre("Task Timing On"));
-      // Once.
+      // Printed once.
       VRELTimingLogger::SetUp();
       EXPECT_EQ(listener.events.size(), 1U);
     }));
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsInDetailWhereTheEnvironmentAsksForIt) {
+TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
   struct {
     char const* value;
     bool before;
@@ -607,21 +607,21 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsInDetailWhereTheEnvironmentAsksForIt
   }
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, StopDoesNothingUnlessTheEnvironmentAskedForTimes) {
-  ExpectWell(RunWithVariables(notAsked, notAsked, [] {
+TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
+  ExpectWell(RunWithVariables(kUnset, kUnset, [] {
     VRELTimingLogger::_timer.Initialize();
     VRELBasePerformanceMonitor monitor;
     VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
     RecordingListener const listener;
     VRELTimingLogger::Stop();
-    // Not even the attempt to load the module.
+    // Not even an attempt to load the module.
     EXPECT_THAT(listener.Texts(), IsEmpty());
     EXPECT_EQ(ListenerCount(), 2);
   }));
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, MeasuresWhatIsFired) {
-  ExpectWell(RunWithVariables("Yes", notAsked, [] {
+TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
+  ExpectWell(RunWithVariables("Yes", kUnset, [] {
     RecordingListener listener;
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Translation", VREL_LEVEL_INFO);
@@ -646,7 +646,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, MeasuresWhatIsFired) {
       EXPECT_EQ(row->substr(row->size() - 9), "       1x");
     }
     EXPECT_EQ(ListenerCount(), 1);
-    // Armed still, and no longer heard.
+    // Still sent, but not received.
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_DEBUG);
     EXPECT_EQ(listener.events.back().name, "s");
     listener.events.clear();
@@ -655,7 +655,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, MeasuresWhatIsFired) {
   }));
 }
 
-// Digits stand for any digit, and blanks in front of them too.
+// Returns a pattern in which digits, and blanks before them, match any digit.
 std::string Masked(std::string line) {
   for (char& c : line) {
     if (c >= '0' && c <= '9') c = '0';
@@ -663,7 +663,7 @@ std::string Masked(std::string line) {
   return line;
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
+TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
   ExpectWell(RunWithVariables("Yes", "Yes", [] {
     VRELTimingLogger::SetUp();
     VRELBrivetLibrary module("VRELTestMonitor", "InitializeModule", "");
@@ -676,7 +676,7 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
     VRELEndTaskEvent::Fire(VREL_S_OK, "e", "Mesh", VREL_LEVEL_INFO, true);
     std::string text;
     for (std::string const& line : listener.Texts()) text += Masked(line) + "\n";
-    // The listener came last: the event reaches it behind what the timer tells.
+    // The listener was added last: it receives the event after what the timer prints.
     EXPECT_EQ(text, "***************************Mesh Ending***************************\n" +
                         Aligned("Mesh Elapsed Time") + " =     0.0000 seconds. \n" + Aligned("Mesh Kernel Time") +
                         " =     0.0000 seconds\n" + Aligned("Mesh User Time") + " =     0.0000 seconds\n" +
@@ -708,13 +708,13 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsTheTimesOfARealMonitor) {
   }));
 }
 
-// The timer goes down before the console that shows its summary.
-TEST(VRELTimingLoggerOfTheProcessTest, TellsItsSummaryAtTheEndOfTheProcess) {
-  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+// The timer is destroyed before the console that prints its summary.
+TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
+  ChildResult const child = RunWithVariables("Yes", kUnset, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
-    // Dies first.
+    // Is destroyed first.
     static ToldMonitor monitor;
     VRELTimingLogger::_pMonitor = &monitor;
   });
@@ -724,8 +724,8 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsItsSummaryAtTheEndOfTheProcess) {
             "Message : ================= End Timing Performance Summary =================\n");
 }
 
-TEST(VRELTimingLoggerOfTheProcessTest, TellsNothingMoreAfterStop) {
-  ChildResult const child = RunWithVariables("Yes", notAsked, [] {
+TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
+  ChildResult const child = RunWithVariables("Yes", kUnset, [] {
     VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
     VRELTimingLogger::SetUp();
     VRELTimingLogger::Stop();
@@ -738,11 +738,11 @@ TEST(VRELTimingLoggerOfTheProcessTest, TellsNothingMoreAfterStop) {
             "Message : stopped\n");
 }
 
-// The module stays as long as its monitor may be asked; a monitor that is a static object of its module goes before.
-TEST(VRELTimingLoggerOfTheProcessTest, AsksTheMonitorOfAModuleAtTheEndOfTheProcess) {
+// The module stays loaded while its monitor can be queried. A static monitor is destroyed with its module.
+TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
   for (bool const isStatic : {false, true}) {
     std::string const name = isStatic ? "VRELTestMonitorBare" : "VRELTestMonitor";
-    ChildResult const child = RunWithVariables("Yes", notAsked, [&] {
+    ChildResult const child = RunWithVariables("Yes", kUnset, [&] {
       VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
       VRELTimingLogger::SetUp();
       VRELBrivetLibrary module(name.c_str(), "InitializeModule", "");

@@ -1,5 +1,5 @@
 // A handle takes objects of its own class only.
-// error: invalid initialization of reference|no viable conversion
+// error: invalid initialization of reference|no known conversion
 #include "VRELTypedHandle.h"
 
 class Sheet : public VRELReferenceCount {};

@@ -1,4 +1,4 @@
-// The library's headers name ICU's class and do not bring it.
+// The library's headers declare ICU's class and do not include its header.
 // error: incomplete type
 #include "VRELBase.h"
 

@@ -8,18 +8,32 @@
 
 namespace {
 
-// So many turns are made one by one, each with its rounding; further ones at once.
-constexpr int singleTurns = 65536;
+// Number of periods that principalParam adds or subtracts one by one.
+constexpr int kMaxSinglePeriods = 1 << 24;
 
-// v in the interval, a whole number of turns away. As with single turns, what comes from above may stop at the high
-// end, and what comes from below stops at the low end as soon as it is there within Gk_Def::FuzzReal. The distance
-// itself may be too large for a double.
-double AllTurns(double v, double low, double high) noexcept {
+// Adds `step` to `v` until `isDone` returns true, at most kMaxSinglePeriods times, and returns whether it got there.
+// Stops early if the step is lost in rounding. A distance of more than twice that many steps is not even tried:
+// rounding enlarges a step that has an effect to at most twice its size.
+template <class Condition>
+bool Step(double& v, double distance, double step, Condition const& isDone) noexcept {
+  if (!(distance / std::fabs(step) <= 2.0 * kMaxSinglePeriods)) return false;
+  for (int i = 0; i < kMaxSinglePeriods && !isDone(v); ++i) {
+    double const next = v + step;
+    if (next == v) return false;
+    v = next;
+  }
+  return isDone(v);
+}
+
+// Reduces `v` in one step. As with single periods, a value from above may end at `high`, and a value from below ends at
+// `low` as soon as it is there within Gk_Def::FuzzReal. Takes the remainders of both `v` and `low` first, because their
+// difference may overflow.
+double ReduceAtOnce(double v, double low, double high) noexcept {
   double const period = high - low;
   double const rest = std::fmod(std::fmod(v, period) - std::fmod(low, period), period);
   if (v > high) return std::min(low + (rest > 0.0 ? rest : rest + period), high);
-  double const upwards = rest < 0.0 ? rest + period : rest;
-  return Gk_Func::lesseq(period, upwards, Gk_Def::FuzzReal) ? low : low + upwards;
+  double const offset = rest < 0.0 ? rest + period : rest;
+  return Gk_Func::lesseq(period, offset, Gk_Def::FuzzReal) ? low : low + offset;
 }
 
 }  // namespace
@@ -48,18 +62,20 @@ double Gk_Domain::stick(double v) const noexcept {
   return v;
 }
 
+// Reduction of a periodic parameter. The periods are added one by one, because the rounding error of each addition is
+// part of the result; only where that takes too long, or never ends, is the remainder of the division used.
 double Gk_Domain::principalParam(double v) const noexcept {
   if (!isFinite() || std::isnan(v)) return v;
-  auto const isTooLow = [this](double x) { return !Gk_Func::lesseq(lowEnd, x, Gk_Def::FuzzReal); };
+  auto const isNotAbove = [this](double x) { return !(x > highEnd); };
+  auto const isNotBelow = [this](double x) { return Gk_Func::lesseq(lowEnd, x, Gk_Def::FuzzReal); };
+  if (isNotAbove(v) && isNotBelow(v)) return lowEnd > v ? lowEnd : v;
   double const period = length();
-  // No turn would ever end.
-  if ((v > highEnd || isTooLow(v)) && !(period > 0.0 && std::isfinite(period) && std::isfinite(v))) return lowEnd;
+  bool const isPeriodic = period > 0.0 && std::isfinite(period) && std::isfinite(v);
+  if (!isPeriodic) return lowEnd;
 
   double const given = v;
-  int turns = 0;
-  for (; v > highEnd && turns < singleTurns; ++turns) v -= period;
-  for (; isTooLow(v) && turns < singleTurns; ++turns) v += period;
-  if (v > highEnd || isTooLow(v)) v = AllTurns(given, lowEnd, highEnd);
+  bool const isReduced = Step(v, v - highEnd, -period, isNotAbove) && Step(v, lowEnd - v, period, isNotBelow);
+  if (!isReduced) v = ReduceAtOnce(given, lowEnd, highEnd);
   return lowEnd > v ? lowEnd : v;
 }
 
@@ -81,7 +97,7 @@ void Gk_Domain::apply(Gk_LinMap const& map) noexcept {
   if (!map.isNegate()) return;
   tolerance = -tolerance;
   std::swap(lowEnd, highEnd);
-  ends = Exchanged(ends);
+  ends = Mirrored(ends);
 }
 
 Gk_LinMap Gk_Domain::mapTo(Gk_Domain const& target) const noexcept {

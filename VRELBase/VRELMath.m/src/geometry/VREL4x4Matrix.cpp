@@ -8,14 +8,14 @@
 
 namespace {
 
-constexpr float identity[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+constexpr float kIdentity[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-// Up to here an axis has no length, and a determinant counts as 0.
-constexpr double noLength = 1e-15;
+// Lengths of axes and determinants up to this value are taken as 0.
+constexpr double kZeroLength = 1e-15;
 
-// These floats are the ends of the ranges of a determinant whose scaling is 1: bits 0x3F7FFFEF and 0x3F800008.
-constexpr float lowestUnit = 0.999999F;
-constexpr float highestUnit = 1.000001F;
+// The scaling is exactly 1 if the absolute determinant is in this range. The bits are 0x3F7FFFEF and 0x3F800008.
+constexpr float kLowestUnitDeterminant = 0.999999F;
+constexpr float kHighestUnitDeterminant = 1.000001F;
 
 VRELVectorf FromOrigin(VRELPointf const& point) noexcept {
   return VRELVectorf(point.X(), point.Y(), point.Z());
@@ -24,7 +24,7 @@ VRELVectorf FromOrigin(VRELPointf const& point) noexcept {
 }  // namespace
 
 VREL4x4Matrix::VREL4x4Matrix() noexcept : determinant(1.0F), scaling(1.0F) {
-  std::copy_n(identity, 16, element);
+  std::copy_n(kIdentity, 16, element);
 }
 
 VREL4x4Matrix::VREL4x4Matrix(float const* elements) noexcept : VREL4x4Matrix() {
@@ -60,13 +60,13 @@ VREL4x4Matrix::VREL4x4Matrix(VRELVectorf const& row0, VRELVectorf const& row1, V
 VREL4x4Matrix::VREL4x4Matrix(VRELVectorf const& axis, VRELPointf const& point, float s) noexcept
     : VREL4x4Matrix(Zeros{}) {
   float const angle = axis.Norm();
-  if (angle > noLength) {
+  if (angle > kZeroLength) {
     SetRotation(VRELDirectionf(axis), point, angle);
     if (s != 1.0F) SetScaling(s);
     return;
   }
   element[0] = element[5] = element[10] = s;
-  // That the 1 stands here, and not in the last place, is promised.
+  // Compatibility: this 1 is in row 3, column 2, and not in the last element.
   element[14] = 1.0F;
   scaling = s;
   determinant = s * s * s;
@@ -76,7 +76,7 @@ VREL4x4Matrix::VREL4x4Matrix(VRELVectorf const& translation, VRELVectorf const& 
                              float s) noexcept
     : VREL4x4Matrix(Zeros{}) {
   float const angle = axis.Norm();
-  if (angle > noLength) {
+  if (angle > kZeroLength) {
     SetRotation(VRELDirectionf(axis), point, angle);
     *this *= VREL4x4Matrix(translation, 1.0F);
   }
@@ -119,27 +119,29 @@ void VREL4x4Matrix::GetTranslation(VRELVectorf& translation) const noexcept {
   translation = GetRow(3);
 }
 
-// Into the frame of the axis, turned there, and back.
+// Change of basis: transforms into a frame in which the axis is the z axis through the origin, rotates about z, and
+// transforms back, that is F^-1 R F for row vectors. If the axis is parallel to z, the frame is only translated, and
+// the sign of z selects the sense of the rotation.
 void VREL4x4Matrix::SetRotation(VRELDirectionf const& direction, VRELPointf const& point, float const& angle) noexcept {
   float const x = direction.X();
   float const y = direction.Y();
   float const z = direction.Z();
   float const r = VRELSqrtf(x * x + y * y);
-  float turned = angle;
+  float rotationAngle = angle;
   VREL4x4Matrix frame;
-  if (r > noLength) {
+  if (r > kZeroLength) {
     frame.SetRow(0, VRELVectorf(-y / r, x / r, 0.0F));
     frame.SetRow(1, VRELVectorf(-x * z / r, -y * z / r, r));
     frame.SetRow(2, VRELVectorf(x, y, z));
   } else if (!(z > 0.0F)) {
-    turned = -angle;
+    rotationAngle = -angle;
   }
   frame.SetRow(3, FromOrigin(point));
   VREL4x4Matrix rotation;
-  rotation.element[0] = rotation.element[5] = std::cos(turned);
-  rotation.element[4] = std::sin(turned);
+  rotation.element[0] = rotation.element[5] = std::cos(rotationAngle);
+  rotation.element[4] = std::sin(rotationAngle);
   rotation.element[1] = -rotation.element[4];
-  // The cached determinant of the frame is still 1.
+  // The cached determinant of `frame` is still 1, the one of the identity, so that the inversion always takes place.
   frame.GetInvertedMatrix(*this);
   *this *= rotation;
   *this *= frame;
@@ -161,7 +163,7 @@ void VREL4x4Matrix::ComputeDeterminant() noexcept {
 
 void VREL4x4Matrix::ComputeScaling() noexcept {
   float const size = std::fabs(determinant);
-  bool const isUnit = size >= lowestUnit && size <= highestUnit;
+  bool const isUnit = size >= kLowestUnitDeterminant && size <= kHighestUnitDeterminant;
   scaling = isUnit ? 1.0F : static_cast<float>(std::pow(static_cast<double>(size), 1.0 / 3.0));
 }
 
@@ -170,15 +172,17 @@ bool VREL4x4Matrix::operator==(VREL4x4Matrix const& other) const noexcept {
 }
 
 bool VREL4x4Matrix::IsIdentity() const noexcept {
-  return std::equal(std::begin(element), std::end(element), identity);
+  return std::equal(std::begin(element), std::end(element), kIdentity);
 }
 
 VREL4x4Matrix& VREL4x4Matrix::operator*=(VREL4x4Matrix const& m) noexcept {
   return *this = *this * m;
 }
 
+// Inverse of an affine map in block form: the inverse of the 3 by 3 part is its adjugate divided by the determinant
+// (Cramer's rule), and the translation becomes -t times that inverse.
 void VREL4x4Matrix::GetInvertedMatrix(VREL4x4Matrix& out) const noexcept {
-  if (!(std::fabs(static_cast<double>(determinant)) > noLength)) return;
+  if (!(std::fabs(static_cast<double>(determinant)) > kZeroLength)) return;
   float const r = 1.0F / determinant;
   float const* const e = element;
   VRELVectorf const row0(
@@ -195,16 +199,16 @@ void VREL4x4Matrix::GetInvertedMatrix(VREL4x4Matrix& out) const noexcept {
 
 void VREL4x4Matrix::ComputeInverseTransposeThirdColumnNormalized(float* out) const noexcept {
   if (out == nullptr) return;
-  std::copy_n(identity + 12, 4, out);
-  float whole = 0.0F;
+  std::copy_n(kIdentity + 12, 4, out);
+  float determinant4x4 = 0.0F;
   for (int j = 0; j < 4; ++j) {
     float const term = element[j] * Minor(0, j);
-    whole += j % 2 == 0 ? term : -term;
+    determinant4x4 += j % 2 == 0 ? term : -term;
   }
-  if (whole == 0.0F) return;
-  // Row i of the third column is the cofactor of (i, 2) divided by the determinant.
+  if (determinant4x4 == 0.0F) return;
+  // The transposed inverse has, at (i, 2), the cofactor of (i, 2) divided by the determinant.
   float column[4];
-  for (int i = 0; i < 4; ++i) column[i] = (i % 2 == 0 ? Minor(i, 2) : -Minor(i, 2)) / whole;
+  for (int i = 0; i < 4; ++i) column[i] = (i % 2 == 0 ? Minor(i, 2) : -Minor(i, 2)) / determinant4x4;
   float const square = column[0] * column[0] + column[1] * column[1] + column[2] * column[2];
   if (square == 0.0F) return;
   float const length = VRELSqrtf(square);
@@ -229,7 +233,7 @@ void VREL4x4Matrix::SetRows(VRELVectorf const& row0, VRELVectorf const& row1, VR
   element[15] = 1.0F;
 }
 
-// The determinant of the 3 by 3 matrix without the row and the column.
+// Returns the determinant of the 3 by 3 matrix that remains without the row and the column.
 float VREL4x4Matrix::Minor(int row, int column) const noexcept {
   float m[9];
   int count = 0;

@@ -1,4 +1,4 @@
-// The single-precision homogeneous transformation.
+// Single-precision homogeneous transformation.
 #pragma once
 
 #include <cstring>
@@ -8,41 +8,44 @@
 #include "VRELPointf.h"
 #include "VRELVectorf.h"
 
-// Sixteen floats, for row vectors: rows 0 to 2 are the images of the axes, row 3 is the translation, and the fourth
-// column is normally 0, 0, 0, 1. The determinant and the uniform scaling of the upper 3 by 3 part are cached beside
-// them, and stand valid only after the operations that say so.
+// 4 by 4 matrix of floats for row vectors: rows 0 to 2 are the images of the axes, row 3 is the translation, and the
+// fourth column is normally 0, 0, 0, 1. The determinant and the uniform scaling of the upper 3 by 3 part are cached;
+// the cache is valid only after the operations that compute it.
 //
 //   VREL4x4Matrix const m(VRELVectorf(1.0F, 2.0F, 3.0F), 2.0F);
 //   VRELPointf const p = m * VRELPointf(1.0F, 0.0F, 0.0F);  // 3, 2, 3
 //
-// Each step of the arithmetic is taken in single precision. Nothing fails: what cannot be computed is left as it was.
+// All arithmetic is done in single precision. No operation fails; a result that cannot be computed is left unchanged.
 class VREL_EXPORT VREL4x4Matrix {
  public:
-  // The identity; determinant and scaling are 1.
+  // Creates the identity; determinant and scaling are 1.
   VREL4x4Matrix() noexcept;
-  // From sixteen floats, row by row; null gives the identity. That determinant and scaling are not computed is
-  // promised: both are 0.
+  // Reads sixteen floats, row by row; null creates the identity.
+  // Compatibility: determinant and scaling are not computed; both are 0.
   explicit VREL4x4Matrix(float const* elements) noexcept;
-  // The scaling s, and then the translation.
+  // Creates the scaling by `s`, followed by the translation.
   VREL4x4Matrix(VRELVectorf const& translation, float s) noexcept;
-  // From three rows of three floats, and the translation; null rows are those of the identity. Computes both cached
-  // values.
+  // Reads three rows of three floats, and the translation; a null row is that of the identity. Computes determinant and
+  // scaling.
   VREL4x4Matrix(float const* const* rows, VRELVectorf const& translation) noexcept;
-  // From three rows and the translation, likewise.
+  // Creates the matrix from three rows and the translation. Computes determinant and scaling.
   VREL4x4Matrix(VRELVectorf const& row0, VRELVectorf const& row1, VRELVectorf const& row2,
                 VRELVectorf const& translation) noexcept;
-  // The rotation about the axis through the point by an angle that is the length of the axis, then scaled by s; see
-  // SetRotation and SetScaling. Without an axis, up to a length of 1e-15, a scaling by s whose last row is
-  // 0, 0, 1, 0, which is promised.
+  // Creates the rotation about the axis through `point` by an angle equal to the length of the axis, followed by the
+  // scaling by `s`; see SetRotation and SetScaling.
+  // Compatibility: if the length of the axis is at most 1e-15, the matrix is a scaling by `s` with the last row
+  // 0, 0, 1, 0.
   VREL4x4Matrix(VRELVectorf const& axis, VRELPointf const& point, float s) noexcept;
-  // The same rotation, then the translation, then scaled by s, the translation not. Zeros without an axis.
+  // Creates the same rotation, followed by the translation, with the upper 3 by 3 part then scaled by `s`. If the
+  // length of the axis is at most 1e-15, all elements are 0.
   VREL4x4Matrix(VRELVectorf const& translation, VRELVectorf const& axis, VRELPointf const& point, float s) noexcept;
   VREL4x4Matrix(VREL4x4Matrix const& other) noexcept = default;
   VREL4x4Matrix& operator=(VREL4x4Matrix const& other) noexcept = default;
-  // Inline, so that an intermediate result costs nothing.
+  // Inline, so that the compiler can remove temporaries.
   virtual ~VREL4x4Matrix() = default;
 
-  // The three rows, and row 3; the setters compute both cached values. A row comes out as a direction of length 1.
+  // Set or return rows 0 to 2, and row 3 as a point. The setters set the fourth column to 0, 0, 0, 1 and compute
+  // determinant and scaling. A row returned as a VRELDirectionf is normalized.
   void SetComponents(VRELVectorf const& row0, VRELVectorf const& row1, VRELVectorf const& row2,
                      VRELPointf const& point) noexcept;
   void SetComponents(VRELDirectionf const& row0, VRELDirectionf const& row1, VRELDirectionf const& row2,
@@ -51,36 +54,41 @@ class VREL_EXPORT VREL4x4Matrix {
   void GetComponents(VRELDirectionf& row0, VRELDirectionf& row1, VRELDirectionf& row2,
                      VRELPointf& point) const noexcept;
 
-  // The first three values of row 3. That the float is not used is promised.
+  // Sets the first three values of row 3.
+  // Compatibility: the second argument is ignored.
   void SetTranslation(VRELVectorf const& translation, float unused) noexcept;
+  // Returns the first three values of row 3.
   void GetTranslation(VRELVectorf& translation) const noexcept;
 
-  // Makes this the rotation about the direction through the point by an angle in radians. That it turns from y to x
-  // as seen against the direction, the other way round than VRELMath3x3Matrixf does, is promised. Computes both cached
-  // values.
+  // Sets the matrix to the rotation about the direction through `point` by an angle in radians. Computes determinant
+  // and scaling.
+  // Compatibility: the rotation is left-handed, from y to x about the z axis, opposite to VRELMath3x3Matrixf.
   void SetRotation(VRELDirectionf const& direction, VRELPointf const& point, float const& angle) noexcept;
 
-  // Multiplies the upper 3 by 3 part by s, leaves the translation, and computes both cached values.
+  // Multiplies the upper 3 by 3 part by `s` and computes determinant and scaling. The translation does not change.
   void SetScaling(float s) noexcept;
 
-  // The sixteen elements, row by row.
+  // Returns the sixteen elements, row by row.
   float const* GetElements() const noexcept { return element; }
-  // The cached values.
+  // Returns the cached determinant.
   float GetDeterminant() const noexcept { return determinant; }
+  // Returns the cached scaling.
   float GetScaling() const noexcept { return scaling; }
-  // The determinant of the upper 3 by 3 part.
+  // Computes and caches the determinant of the upper 3 by 3 part.
   void ComputeDeterminant() noexcept;
-  // From the cached determinant: 1 if it lies within 1e-6 of 1 or -1, otherwise the cube root of its absolute value.
-  // That a reflection has the scaling of its mirror image is promised.
+  // Computes and caches the scaling from the cached determinant: 1 if it is within 1e-6 of 1 or -1, otherwise the cube
+  // root of its absolute value.
+  // Compatibility: the scaling is never negative, also if the matrix contains a reflection.
   void ComputeScaling() noexcept;
 
-  // Whether the sixteen elements are exactly equal; cached values are not compared.
+  // Returns true if all sixteen elements are exactly equal; cached values are not compared.
   bool operator==(VREL4x4Matrix const& other) const noexcept;
   bool operator!=(VREL4x4Matrix const& other) const noexcept { return !(*this == other); }
-  // Whether the sixteen elements are exactly those of the identity.
+  // Returns true if all sixteen elements are exactly those of the identity.
   bool IsIdentity() const noexcept;
 
-  // This times m, over all sixteen elements: runs this first and then m. The cached values are multiplied too.
+  // Multiplies by `m` from the right, over all sixteen elements: the result applies this matrix first and then `m`. The
+  // cached values are multiplied, too.
   VREL4x4Matrix& operator*=(VREL4x4Matrix const& m) noexcept;
   VREL4x4Matrix operator*(VREL4x4Matrix const& m) const noexcept {
     VREL4x4Matrix product(Unset{});
@@ -98,7 +106,8 @@ class VREL_EXPORT VREL4x4Matrix {
     return product;
   }
 
-  // The images; the fourth column plays no part, and the translation none for a vector or direction.
+  // Return the transformed point, vector or direction. The fourth column is ignored; the translation applies to points
+  // only.
   VRELPointf operator*(VRELPointf const& point) const noexcept {
     float const x = point.X();
     float const y = point.Y();
@@ -118,17 +127,17 @@ class VREL_EXPORT VREL4x4Matrix {
     return VRELDirectionf(*this * VRELVectorf(direction));
   }
 
-  // The inverse of the upper 3 by 3 part and of the translation; the fourth column of this counts as 0, 0, 0, 1. Does
-  // nothing unless the absolute value of the cached determinant is above 1e-15; that the cached one counts, be it valid
-  // or not, is promised. The out object may be this one; both its cached values are computed.
+  // Sets `out` to the inverse and computes its determinant and scaling. The fourth column is taken as 0, 0, 0, 1. `out`
+  // may be this matrix. Does nothing unless the absolute value of the cached determinant is above 1e-15.
+  // Compatibility: the cached determinant is used without checking that it is valid.
   void GetInvertedMatrix(VREL4x4Matrix& out) const noexcept;
 
-  // Four floats: the third column of the transposed inverse of all sixteen elements, divided by the length of its first
-  // three. 0, 0, 0, 1 if the determinant or that length is 0. Does nothing for null.
+  // Writes four floats to `out`: the third column of the transposed inverse of the 4 by 4 matrix, divided by the length
+  // of its first three values. Writes 0, 0, 0, 1 if the determinant or that length is 0. Does nothing if `out` is null.
   void ComputeInverseTransposeThirdColumnNormalized(float* out) const noexcept;
 
  private:
-  // Four floats side by side, as the processor computes them in one step.
+  // Four floats in one SIMD register.
   using Row = float __attribute__((vector_size(16)));
 
   struct Unset {};
@@ -152,5 +161,5 @@ class VREL_EXPORT VREL4x4Matrix {
   float scaling;
 };
 
-// The identity.
+// Identity matrix.
 extern VREL_EXPORT VREL4x4Matrix const VREL4x4MatrixI;

@@ -77,7 +77,8 @@ VRELAffine& VRELAffine::Divide(double divisor) {
   return Multiply(1.0 / divisor);
 }
 
-// That each sum grows in its place is promised: an affine which is multiplied into itself reads what it has written.
+// Compatibility: each sum is accumulated in its element of `out`. An affine that is multiplied into itself therefore
+// reads elements that are already overwritten.
 void VRELAffine::Multiply(VRELAffine const& other, VRELAffine& out) const noexcept {
   int const size = std::min(dimension, out.dimension);
   for (int i = 0; i < size; ++i) {
@@ -119,12 +120,12 @@ double VRELAffine::Determinant() const {
 
 namespace {
 
-int CountRound(int index, int size) {
+int Modulo(int index, int size) {
   int const rest = index % size;
   return rest < 0 ? rest + size : rest;
 }
 
-// The determinant without a row and a column, with its sign, by the 2 by 2 matrix that is left.
+// Returns the signed determinant of the 2 by 2 matrix that remains without the row and the column.
 double SignedMinor(VRELAffine const& affine, int row, int column) {
   VRELAffine minor(2);
   for (int i = 0; i < 2; ++i) {
@@ -138,12 +139,14 @@ double SignedMinor(VRELAffine const& affine, int row, int column) {
 
 }  // namespace
 
+// In three dimensions, the cyclic indexes (i + 1) mod 3 and (i + 2) mod 3 include the sign of the cofactor. The value
+// is checked against the textbook formula; a difference is only asserted.
 double VRELAffine::DeterminantOfCofactor(int row, int column) const {
   if (dimension != 2 && dimension != 3) return 0.0;
-  int const r = CountRound(row, dimension);
-  int const c = CountRound(column, dimension);
+  int const r = Modulo(row, dimension);
+  int const c = Modulo(column, dimension);
   if (dimension == 2) {
-    // The sign is the opposite of the usual one, which is promised.
+    // Compatibility: the sign is opposite to that of a cofactor.
     double const left = element[1 - r][1 - c];
     return Gk_Func::isEven(r + c) ? -left : left;
   }
@@ -158,6 +161,7 @@ double VRELAffine::DeterminantOfCofactor(int row, int column) const {
   return value;
 }
 
+// Inverse by the adjugate: the transposed matrix of cofactors divided by the determinant.
 void VRELAffine::GetInverse(VRELAffine& out) const {
   int const size = std::min(dimension, out.dimension);
   for (int i = 0; i < size; ++i) {
@@ -177,7 +181,7 @@ bool VRELAffine::operator==(VRELAffine const& other) const noexcept {
   return true;
 }
 
-// That no element off the diagonal is looked at singly is promised.
+// Compatibility: no element off the diagonal is tested by itself. In two dimensions the third element of a row is 0.
 bool VRELAffine::IsIdentity() const noexcept {
   for (int i = 0; i < dimension; ++i) {
     double const* const row = element[i];
@@ -187,7 +191,7 @@ bool VRELAffine::IsIdentity() const noexcept {
   return true;
 }
 
-// That nothing is told to the error manager is promised: no listener hears of it.
+// Compatibility: throws directly and not through Gk_ErrMgr::raise, so that no event is sent.
 void VRELAffine::CheckIndexes(int row, int column) const {
   bool const isInside = row >= 0 && row < dimension && column >= 0 && column < dimension;
   if (!isInside) throw Gk_Exception("Array index is out of bound");

@@ -1,4 +1,4 @@
-// The square matrix of a morph.
+// Square matrix of a morph.
 #pragma once
 
 #include <cstdint>
@@ -7,74 +7,85 @@
 
 class VRELStreamFormatter;
 
-// Two by two or three by three doubles. A new affine is the zero matrix, and not the identity.
+// 2 by 2 or 3 by 3 matrix of doubles, the linear part of a morph.
 //
-//   VRELAffine3D turn;
-//   turn.MakeIdentity();
-//   turn.SetElement(0, 1, -1.0);
+//   VRELAffine3D shear;  // the zero matrix
+//   shear.MakeIdentity();
+//   shear.SetElement(0, 1, -1.0);
 //
-// Rows and columns count from 0. An operation that is given an affine to write into must get one that takes no part in
-// the operation otherwise, of the same dimension; elements beyond the smaller dimension are left out.
+// Rows and columns are numbered from 0.
+//
+// Requires: an output argument is a third object of the same dimension. If dimensions differ, only the elements that
+// both have are computed.
+// Compatibility: a new affine is the zero matrix, and not the identity.
 class VREL_EXPORT VRELAffine {
  public:
   using Elements = double[3][3];
 
-  // The dimension is 2 or 3; a larger number counts as 3.
+  // Creates the zero matrix. `dimension` is 2 or 3; a larger number is taken as 3.
   explicit VRELAffine(int dimension) noexcept;
-  // Copies the elements that are used; a 2D affine holds 0 in the others.
+  // Copies the used elements; the unused elements of a 2D affine are 0.
   VRELAffine(VRELAffine const& other) noexcept;
-  // Copies the elements that this affine uses. The dimension stays.
+  // Copies the elements that this affine uses. The dimension does not change.
   VRELAffine& operator=(VRELAffine const& other) noexcept;
   virtual ~VRELAffine();
 
-  // 2 or 3.
+  // Returns 2 or 3.
   int GetDimension() const noexcept { return dimension; }
-  // All stored elements, row by row.
+  // Returns all stored elements, row by row.
   Elements const& GetElements() const noexcept { return element; }
 
+  // Sets every element to `value`.
   void Initialize(double value) noexcept;
   void MakeIdentity() noexcept;
 
-  // Each throws a Gk_Exception, "Array index is out of bound", for a row or column that the affine does not have; no
-  // event tells of it.
+  // Return or set an element.
+  //
+  // Errors: throws Gk_Exception "Array index is out of bound" for an invalid row or column. No event is sent.
   double GetElement(int row, int column) const;
   void SetElement(int row, int column, double value);
 
-  // As many doubles as the dimension. Null is neither read nor written.
+  // Copy a row or column, as many doubles as the dimension. Do nothing for null.
+  //
+  // Errors: throw like GetElement.
   void GetRow(int row, double* out) const;
   void GetColumn(int column, double* out) const;
   void SetRow(int row, double const* values);
   void SetColumn(int column, double const* values);
 
-  // Polls for an abort, then copies the elements; the dimensions are presumed to be the same.
+  // Polls for an abort and copies the elements.
+  // Requires: the dimensions are equal.
   VRELAffine& SetTo(VRELAffine const& other);
   VRELAffine& Multiply(double factor) noexcept;
-  // Multiplies by 1 / divisor, so that 0 gives infinities. Polls for an abort. The presumption is that the divisor is 0
-  // within Gk_Def::FuzzReal; that it fails for each ordinary divisor is promised.
+  // Polls for an abort and multiplies every element by 1 / divisor; a divisor of 0 results in infinities.
+  // Compatibility: asserts that the divisor is 0 within Gk_Def::FuzzReal, so that the assertion fails for every
+  // ordinary divisor. It has no effect on the result.
   VRELAffine& Divide(double divisor);
 
-  // out = this times other.
+  // Sets `out` to the product of this matrix and `other`.
+  // Requires: `out` is neither of the two; its elements are written before the operands are read completely.
   void Multiply(VRELAffine const& other, VRELAffine& out) const noexcept;
 
-  // In place.
+  // Transposes in place.
   VRELAffine& Transpose() noexcept;
   void GetTranspose(VRELAffine& out) const;
 
-  // Poll for an abort.
+  // Polls for an abort and returns the determinant.
   double Determinant() const;
-  // The signed determinant of what is left without the row and the column. That in two dimensions it has the opposite
-  // sign is promised. Indexes count round the dimension.
+  // Polls for an abort and returns the cofactor of (row, column): the signed determinant of the matrix without that row
+  // and column. Indexes are taken modulo the dimension.
+  // Compatibility: in two dimensions the sign is opposite to that of a cofactor.
   double DeterminantOfCofactor(int row, int column) const;
-  // The inverse in three dimensions; infinities or what is not a number for a singular matrix. That in two dimensions
-  // it is minus the inverse, as follows from the cofactors, is promised.
+  // Sets `out` to the inverse; to infinities and NaN if the matrix is singular.
+  // Compatibility: in two dimensions the result is the negative of the inverse, a consequence of DeterminantOfCofactor.
   void GetInverse(VRELAffine& out) const;
 
-  // The dimensions are the same and the elements equal within Gk_Def::FuzzPos.
+  // Returns true if the dimensions are equal, and the elements are equal within Gk_Def::FuzzPos.
   bool operator==(VRELAffine const& other) const noexcept;
   bool operator!=(VRELAffine const& other) const noexcept { return !(*this == other); }
 
-  // Whether in each row the element on the diagonal and the sum of the row are 1 within Gk_Def::FuzzReal. That a row
-  // like 1, 0.5, -0.5 passes is promised.
+  // Returns true if the diagonal element and the sum of each row are 1 within Gk_Def::FuzzReal.
+  // Compatibility: the elements off the diagonal are not compared with 0; a row 1, 0.5, -0.5 passes.
   bool IsIdentity() const noexcept;
 
  private:
@@ -84,5 +95,5 @@ class VREL_EXPORT VRELAffine {
   Elements element;
 };
 
-// A line for each row: the margin, then each element followed by a tab.
+// Writes one line for each row: the margin, then each element followed by a tab.
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELAffine const& affine);

@@ -1,4 +1,4 @@
-// The matrix of a 2D morph.
+// Matrix of a 2D morph.
 #pragma once
 
 #include "VRELAffine.h"
@@ -6,15 +6,16 @@
 
 class VRELPoint2D;
 
+// 2 by 2 matrix of doubles; see VRELAffine.
 class VREL_EXPORT VRELAffine2D : public VRELAffine {
  public:
-  // The zero matrix.
+  // Creates the zero matrix.
   VRELAffine2D() noexcept;
   VRELAffine2D(VRELAffine2D const& other) noexcept = default;
   VRELAffine2D& operator=(VRELAffine2D const& other) noexcept = default;
   ~VRELAffine2D() override;
 
   using VRELAffine::SetColumn;
-  // The column becomes the coordinates of the point.
+  // Sets the column to the coordinates of `point`.
   void SetColumn(int column, VRELPoint2D const& point);
 };

@@ -1,4 +1,4 @@
-// The matrix of a 3D morph.
+// Matrix of a 3D morph.
 #pragma once
 
 #include "VRELAffine.h"
@@ -6,15 +6,16 @@
 
 class VRELPoint3D;
 
+// 3 by 3 matrix of doubles; see VRELAffine.
 class VREL_EXPORT VRELAffine3D : public VRELAffine {
  public:
-  // The zero matrix.
+  // Creates the zero matrix.
   VRELAffine3D() noexcept;
   VRELAffine3D(VRELAffine3D const& other) noexcept = default;
   VRELAffine3D& operator=(VRELAffine3D const& other) noexcept = default;
   ~VRELAffine3D() override;
 
   using VRELAffine::SetColumn;
-  // The column becomes the coordinates of the point.
+  // Sets the column to the coordinates of `point`.
   void SetColumn(int column, VRELPoint3D const& point);
 };

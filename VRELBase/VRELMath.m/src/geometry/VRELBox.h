@@ -1,16 +1,18 @@
-// The root of the boxes.
+// Base class of the boxes.
 #pragma once
 
 #include "VRELExport.h"
 
-// What a box of any dimension can do. A box is deleted by its own type, VRELBox2D or VRELBox3D.
+// Interface of an axis-aligned box of any dimension; see VRELBox2D and VRELBox3D.
+//
+// Ownership: delete a box through its own type; this destructor is not virtual.
 class VREL_EXPORT VRELBox {
  public:
   // Makes the box empty.
   virtual void Reset() = 0;
-  // Moves each side outward. Whether any did.
+  // Moves each side outward by `distance`. Returns true if a side was moved.
   virtual bool expand(double distance) = 0;
-  // 2 or 3.
+  // Returns 2 or 3.
   virtual int GetDimension() const = 0;
 
  protected:

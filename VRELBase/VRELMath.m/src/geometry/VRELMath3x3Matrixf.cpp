@@ -4,15 +4,21 @@
 #include <cmath>
 #include <iterator>
 
+// Classification: a matrix whose columns are orthogonal to each other is a rotation, a reflection or both, times a
+// scale, if all columns have the same length. The type then records the sign of the determinant and whether the length
+// is 1. The type is only a cache for Determinant and Inverse: the inverse of an isometry is its transpose, the inverse
+// of a uniformly scaled one is the transpose times |det|^(-2/3), and any other matrix is inverted by its adjugate
+// (Cramer's rule).
+
 namespace {
 
-// What counts as 0; compared with floats and, widened, with doubles.
-constexpr float tolerance = 1e-14F;
+// Numbers up to this value are taken as 0: the float nearest to 1e-14, bits 0x283424DC.
+constexpr float kTolerance = 1e-14F;
 
-// The floats nearest to one and two thirds, widened. That a third and two thirds as doubles do not stand here, so that
-// most scaled rotations are not seen, is promised.
-constexpr double third = 1.0F / 3.0F;
-constexpr double twoThirds = 2.0F / 3.0F;
+// Compatibility: the exponents are the floats nearest to 1/3 and 2/3, widened, and not the doubles. The scale computed
+// with them is slightly off, so that most scaled rotations get the type 0.
+constexpr double kOneThird = 1.0F / 3.0F;
+constexpr double kTwoThirds = 2.0F / 3.0F;
 
 int TypeOfScale(float s) noexcept {
   if (s == 1.0F) return 1;
@@ -56,12 +62,12 @@ VRELMath3x3Matrixf::VRELMath3x3Matrixf(VRELVectorf const& axis, double const& an
   double const c = unit.Z();
   double const sine = std::sin(angle);
   double const cosine = std::cos(angle);
-  double const turned[] = {
+  double const rotation[] = {
       a * a + (b * b + c * c) * cosine,  a * b - a * b * cosine - c * sine, a * c - a * c * cosine + b * sine,
       a * b - a * b * cosine + c * sine, b * b + (a * a + c * c) * cosine,  b * c - b * c * cosine - a * sine,
       a * c - a * c * cosine - b * sine, b * c - b * c * cosine + a * sine, c * c + (a * a + b * b) * cosine,
   };
-  for (int i = 0; i < 9; ++i) coefficient[i] = static_cast<float>(turned[i]);
+  for (int i = 0; i < 9; ++i) coefficient[i] = static_cast<float>(rotation[i]);
 }
 
 void VRELMath3x3Matrixf::SetCoef(float c00, float c01, float c02, float c10, float c11, float c12, float c20, float c21,
@@ -129,17 +135,17 @@ VRELMath3x3Matrixf VRELMath3x3Matrixf::Transpose() const noexcept {
   return transposed;
 }
 
-// A determinant that is not a number counts as that of a singular matrix.
+// A matrix with a NaN determinant is taken as singular.
 bool VRELMath3x3Matrixf::Inverse(VRELMath3x3Matrixf& out) const noexcept {
   if (IsIsometry()) {
     Transpose(out);
     return true;
   }
   float const determinant = Determinant();
-  if (!(std::fabs(determinant) > tolerance)) return false;
+  if (!(std::fabs(determinant) > kTolerance)) return false;
   float const r = 1.0F / determinant;
   if (IsScaling()) {
-    out = Transpose() * static_cast<float>(std::pow(static_cast<double>(std::fabs(r)), twoThirds));
+    out = Transpose() * static_cast<float>(std::pow(static_cast<double>(std::fabs(r)), kTwoThirds));
     return true;
   }
   float const* const c = coefficient;
@@ -210,7 +216,7 @@ int PELTMathComputeType(VRELMath3x3Matrixf& matrix) noexcept {
   return matrix.type;
 }
 
-// A number that is not 1, -1 or 0, nor above or below 0, is none; its multiple is of no type.
+// Returns the type of s times this matrix; 0 if s is NaN.
 int VRELMath3x3Matrixf::TypeOfMultiple(float s) const noexcept {
   if (s == 1.0F) return type;
   if (s == -1.0F) return -type;
@@ -222,16 +228,16 @@ int VRELMath3x3Matrixf::TypeOfMultiple(float s) const noexcept {
 int VRELMath3x3Matrixf::ComputedType() const noexcept {
   VRELVectorf const columns[] = {Column(0), Column(1), Column(2)};
   for (int i = 0; i < 3; ++i) {
-    if (std::fabs(columns[i] * columns[(i + 1) % 3]) > tolerance) return 0;
+    if (std::fabs(columns[i] * columns[(i + 1) % 3]) > kTolerance) return 0;
   }
   float const norms[] = {columns[0].Norm(), columns[1].Norm(), columns[2].Norm()};
   float const determinant = Sarrus();
-  if (std::fabs(determinant) < tolerance) return 0;
+  if (std::fabs(determinant) < kTolerance) return 0;
   int const sign = determinant > 0.0F ? 1 : -1;
-  auto const isUnit = [](float norm) { return std::fabs(norm - 1.0F) < tolerance; };
+  auto const isUnit = [](float norm) { return std::fabs(norm - 1.0F) < kTolerance; };
   if (std::all_of(std::begin(norms), std::end(norms), isUnit)) return sign;
-  double const k = std::pow(static_cast<double>(std::fabs(determinant)), third);
-  auto const isScaled = [k](float norm) { return std::fabs(norm / k - 1.0) <= tolerance; };
+  double const k = std::pow(static_cast<double>(std::fabs(determinant)), kOneThird);
+  auto const isScaled = [k](float norm) { return std::fabs(norm / k - 1.0) <= kTolerance; };
   if (std::all_of(std::begin(norms), std::end(norms), isScaled)) return 2 * sign;
   return 0;
 }

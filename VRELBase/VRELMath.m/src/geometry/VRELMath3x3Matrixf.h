@@ -1,4 +1,4 @@
-// The single-precision linear map that knows of what kind it is.
+// Single-precision 3 by 3 matrix with a classification.
 #pragma once
 
 #include <cstdint>
@@ -6,35 +6,39 @@
 #include "VRELExport.h"
 #include "VRELVectorf.h"
 
-// Nine floats, row by row, for column vectors, and a type by which later operations take short cuts:
+// 3 by 3 matrix of floats for column vectors, with a type that lets later operations take short cuts:
 //
-//    1  a rotation                       2  a rotation with a uniform scale
-//   -1  the same with a reflection      -2  the same with a reflection
+//    1  rotation                       2  rotation with a uniform scale
+//   -1  rotation and reflection       -2  rotation and reflection with a uniform scale
 //    0  anything else
 //
-// PELTMathComputeType tells the type with a tolerance of 1e-14, far below the precision of a float: in practice only
-// exact results pass, and most computed matrices have type 0.
+//   VRELMath3x3Matrixf const rotation(VRELVectorKf, VRELPIBY2);
+//   VRELVectorf const y = rotation * VRELVectorIf;         // 0, 1, 0
+//   VRELMath3x3Matrixf const back = rotation.Inverse();  // type 1, so the transpose
+//
+// PELTMathComputeType classifies with a tolerance of 1e-14, far below the precision of a float: in practice only exact
+// results pass, and most computed matrices have type 0.
 class VREL_EXPORT VRELMath3x3Matrixf {
  public:
-  // The identity, of type 1.
+  // Creates the identity, of type 1.
   VRELMath3x3Matrixf() noexcept : VRELMath3x3Matrixf(1.0F) {}
-  // s on the diagonal; 1 and -1 are isometries, the sign of another s gives type 2 or -2, and 0 type 0.
+  // Creates s times the identity: type 1 for 1, -1 for -1, 0 for 0, otherwise 2 or -2 by the sign.
   explicit VRELMath3x3Matrixf(float s) noexcept : VRELMath3x3Matrixf(s, s, s) {}
-  // The diagonal. Type 0 unless the three are equal.
+  // Creates a diagonal matrix. The type is 0 unless the three values are equal.
   VRELMath3x3Matrixf(float a, float b, float c) noexcept;
-  // Row by row. Here and below the type is computed where nothing else is said.
+  // Creates the matrix from coefficients row by row. Here and below the type is computed unless noted otherwise.
   VRELMath3x3Matrixf(float c00, float c01, float c02, float c10, float c11, float c12, float c20, float c21,
                      float c22) noexcept;
-  // The columns.
+  // Creates the matrix from its columns.
   VRELMath3x3Matrixf(VRELVectorf const& column0, VRELVectorf const& column1, VRELVectorf const& column2) noexcept;
-  // The outer product: element (i, j) is a(i) b(j).
+  // Creates the outer product: element (i, j) is a(i) b(j).
   VRELMath3x3Matrixf(VRELVectorf const& a, VRELVectorf const& b) noexcept;
-  // The reflection in the plane through the origin to which the vector, of any length, is normal. Type -1.
+  // Creates the reflection in the plane through the origin with the given normal, of any length. The type is -1.
   explicit VRELMath3x3Matrixf(VRELVectorf const& normal) noexcept;
-  // The right-handed rotation about the axis, of any length, by an angle in radians. Type 1.
+  // Creates the right-handed rotation about the axis, of any length, by an angle in radians. The type is 1.
   VRELMath3x3Matrixf(VRELVectorf const& axis, double const& angle) noexcept;
 
-  // Replace coefficients, and compute the type.
+  // Set coefficients and compute the type.
   void SetCoef(float c00, float c01, float c02, float c10, float c11, float c12, float c20, float c21,
                float c22) noexcept;
   void SetMatrix(VRELVectorf const& column0, VRELVectorf const& column1, VRELVectorf const& column2) noexcept;
@@ -49,35 +53,37 @@ class VREL_EXPORT VRELMath3x3Matrixf {
   void GetThirdColumn(VRELVectorf& column) const noexcept;
 
   int GetType() const noexcept { return type; }
-  // Whether the type is not 0.
+  // Returns true if the type is not 0.
   bool IsScaling() const noexcept { return type != 0; }
-  // Whether the type is 1 or -1.
+  // Returns true if the type is 1 or -1.
   bool IsIsometry() const noexcept { return type == 1 || type == -1; }
 
-  // The type itself for an isometry, otherwise by the rule of Sarrus.
+  // Returns the type for an isometry; otherwise computes the determinant by the rule of Sarrus.
   float Determinant() const noexcept;
   float Trace() const noexcept;
-  // The largest absolute value among the nine coefficients. That it is no sum of a row is promised.
+  // Returns the largest absolute value of the nine coefficients.
+  // Compatibility: this is not the largest row sum, in spite of the name.
   float InfiniteNorm() const noexcept;
 
   void Transpose(VRELMath3x3Matrixf& out) const noexcept;
   VRELMath3x3Matrixf Transpose() const noexcept;
-  // False, and out as it was, unless the absolute value of the determinant is above 1e-14. Out may be this matrix. The
-  // type of the inverse is that of the transpose, or of a multiple of it for the types 2 and -2: that the inverse of a
-  // scaling thus mostly has type -2, whatever its sign, is promised.
+  // Sets `out`, which may be this matrix, to the inverse. Returns false and leaves `out` unchanged unless the absolute
+  // value of the determinant is above 1e-14.
+  // Compatibility: for the types 2 and -2 the inverse is a multiple of the transpose and is classified as such, so that
+  // its type is mostly -2, even if the determinant is positive.
   bool Inverse(VRELMath3x3Matrixf& out) const noexcept;
-  // The identity where there is no inverse.
+  // Returns the inverse, or the identity if there is none.
   VRELMath3x3Matrixf Inverse() const noexcept;
 
-  // The type of a multiple is that of the matrix for 1 and its negative for -1; 0 for 0. Otherwise it is 2 or -2, by
-  // the signs of number and type, where a type 0 counts as below 0: that each such multiple of a matrix of type 0 gets
-  // a type is promised.
+  // Return a multiple of the matrix. The type does not change for 1, is negated for -1, and is 0 for 0 and NaN. For any
+  // other number it is 2 or -2, by the signs of number and type, where type 0 is taken as negative.
+  // Compatibility: a multiple of a matrix of type 0 thus gets the type 2 or -2.
   friend VREL_EXPORT VRELMath3x3Matrixf operator*(VRELMath3x3Matrixf const& matrix, float s) noexcept;
   friend VREL_EXPORT VRELMath3x3Matrixf operator*(float s, VRELMath3x3Matrixf const& matrix) noexcept;
-  // Divides each coefficient; the type goes by the divisor as it goes by the factor.
+  // Divides each coefficient. The type is derived from the divisor as it is from a factor.
   friend VREL_EXPORT VRELMath3x3Matrixf operator/(VRELMath3x3Matrixf const& matrix, float s) noexcept;
 
-  // The type of a product is the product of the types, with 2 for 4 and -2 for -4.
+  // Returns the matrix product. Its type is the product of the types, with 2 instead of 4 and -2 instead of -4.
   friend VREL_EXPORT VRELMath3x3Matrixf operator*(VRELMath3x3Matrixf const& a, VRELMath3x3Matrixf const& b) noexcept;
   friend VREL_EXPORT VRELVectorf operator*(VRELMath3x3Matrixf const& matrix, VRELVectorf const& vector) noexcept;
   friend VREL_EXPORT VRELMath3x3Matrixf operator+(VRELMath3x3Matrixf const& a, VRELMath3x3Matrixf const& b) noexcept;
@@ -96,10 +102,10 @@ class VREL_EXPORT VRELMath3x3Matrixf {
   std::int32_t type;
 };
 
-// Computes the type of the matrix by its coefficients alone, stores it in the matrix and returns it.
+// Classifies the matrix by its coefficients alone, stores the type in the matrix and returns it.
 VREL_EXPORT int PELTMathComputeType(VRELMath3x3Matrixf& matrix) noexcept;
 
-// The vector product.
+// Returns the vector product.
 inline VRELVectorf operator%(VRELVectorf const& a, VRELVectorf const& b) noexcept {
   return a ^ b;
 }

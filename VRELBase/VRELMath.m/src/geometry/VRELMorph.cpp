@@ -14,14 +14,14 @@ bool VRELMorph::isMirror() const {
   return determinant < 0.0;
 }
 
-// That the scale is compared without a tolerance here, and with one by setScale, is promised.
+// Compatibility: the scale is compared without a tolerance here, but with one in setScale.
 void VRELMorph::fixMorphFlags() {
   unitScale = scale == 1.0;
   identityAffine = GetAffine().IsIdentity();
-  zeroTranslation = IsNoLength(GetTranslation().Length());
+  zeroTranslation = IsZeroLength(GetTranslation().Length());
 }
 
-bool VRELMorph::IsNoLength(double length) noexcept {
+bool VRELMorph::IsZeroLength(double length) noexcept {
   return Gk_Func::equal(length, 0.0, Gk_Def::FuzzPos);
 }
 

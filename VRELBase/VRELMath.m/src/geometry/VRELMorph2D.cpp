@@ -21,7 +21,7 @@ void VRELMorph2D::setScale(double factor) {
   unitScale = Gk_Func::equal(scale, 1.0, Gk_Def::FuzzReal);
 }
 
-// The opposite order of VRELMorph3D, which is promised.
+// Compatibility: composes in the opposite order of VRELMorph3D.
 void VRELMorph2D::Multiply(VRELMorph const& other, VRELMorph& out) const {
   auto const* const first = dynamic_cast<VRELMorph2D const*>(&other);
   auto* const target = dynamic_cast<VRELMorph2D*>(&out);

@@ -12,8 +12,8 @@ VRELMorph3D::VRELMorph3D(VRELPoint3D const& theTranslation) noexcept : VRELMorph
 VRELMorph3D::VRELMorph3D(VRELAffine3D const& theAffine, VRELPoint3D const& theTranslation, double theScale)
     : VRELMorphOf(theAffine, theTranslation, theScale) {}
 
-// A(i, j) = t u(i) u(j), with the cosine added on the diagonal and, off it, the sine times the third coordinate added
-// on one side and subtracted on the other.
+// Rodrigues' rotation formula: A = cos I + (1 - cos) u u^T + sin [u]x, where [u]x is the matrix of the vector product
+// with u. Off the diagonal, [u]x has the third coordinate of u, with opposite signs above and below the diagonal.
 VRELMorph3D::VRELMorph3D(VRELPoint3D const& axis, double angle) {
   VRELPoint3D const unit = axis.Normalize();
   double const* const u = unit.GetCoordinates();
@@ -32,7 +32,7 @@ VRELMorph3D::VRELMorph3D(VRELPoint3D const& axis, double angle) {
   fixMorphFlags();
 }
 
-// The flags stay as they are, which is promised.
+// Compatibility: the flags are not set from the numbers.
 VRELMorph3D::VRELMorph3D(VRELAssemblyComponentTransform const& placement) {
   affinePart.Initialize(0.0);
   double values[12];
@@ -55,7 +55,7 @@ void VRELMorph3D::FixScaleFactor() noexcept {
   unitScale = true;
 }
 
-// The opposite order of VRELMorph2D, which is promised.
+// Compatibility: composes in the opposite order of VRELMorph2D.
 void VRELMorph3D::Multiply(VRELMorph const& other, VRELMorph& out) const {
   auto const* const second = dynamic_cast<VRELMorph3D const*>(&other);
   auto* const target = dynamic_cast<VRELMorph3D*>(&out);

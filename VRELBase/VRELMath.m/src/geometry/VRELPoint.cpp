@@ -5,6 +5,7 @@
 
 #include "Gk_ErrMgr.h"
 #include "VRELStreamFormatter.h"
+#include "VRELWeightPoint.h"
 
 VRELPoint::VRELPoint(int theDimension) noexcept
     : coordinate{0.0, 0.0, 0.0}, dimension(std::clamp(theDimension, 2, 3)) {}
@@ -16,6 +17,13 @@ VRELPoint& VRELPoint::operator=(VRELPoint const& other) noexcept {
 }
 
 VRELPoint::~VRELPoint() = default;
+
+void VRELPoint::CopyFrom(VRELPoint const& other) {
+  for (int i = 0; i < 3; ++i) coordinate[i] = other[i];
+  auto* const weighted = dynamic_cast<VRELWeightPoint*>(this);
+  auto const* const source = dynamic_cast<VRELWeightPoint const*>(&other);
+  if (weighted != nullptr && source != nullptr) weighted->SetWeight(source->GetWeight());
+}
 
 double& VRELPoint::operator[](int i) {
   return coordinate[std::clamp(i, 0, dimension - 1)];
@@ -54,7 +62,8 @@ void VRELPoint::Add(VRELPoint const& other) {
   for (int i = 0; i < dimension; ++i) coordinate[i] += other[i];
 }
 
-// The last coordinate goes first, so that one too many does not stay in the place of the target's last.
+// Writes the last coordinate first. If the target has fewer coordinates, its operator[] clamps the extra index to its
+// last coordinate, which the next step then overwrites with the right value.
 void VRELPoint::CopyIn(VRELPoint& target) const {
   CheckDimension(target);
   for (int i = dimension - 1; i >= 0; --i) target[i] = coordinate[i];

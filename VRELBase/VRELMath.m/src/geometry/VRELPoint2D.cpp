@@ -1,7 +1,7 @@
 #include "VRELPoint2D.h"
 
-#include "detail/VRELApplyMorph.h"
 #include "VRELMorph2D.h"
+#include "detail/VRELApplyMorph.h"
 
 VRELPoint2D::VRELPoint2D(double x, double y) noexcept {
   double* const stored = ChangeCoordinates();

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "detail/VRELApplyMorph.h"
 #include "VRELMorph3D.h"
+#include "detail/VRELApplyMorph.h"
 
 VRELPoint3D::VRELPoint3D(double x, double y, double z) noexcept {
   double* const stored = ChangeCoordinates();

@@ -1,11 +1,11 @@
-// The handle by which a VRELPoint is passed around.
+// Handle of a VRELPoint.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELPoint.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELPoint, or nothing.
+// Reference-counting handle of a VRELPoint, or null.
 class VREL_EXPORT VRELPointHandle : public VRELTypedHandle<VRELPoint> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

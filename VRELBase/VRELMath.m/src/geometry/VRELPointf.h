@@ -1,41 +1,55 @@
-// The single-precision point.
+// Single-precision point.
 #pragma once
 
 #include "VRELExport.h"
 
 class VRELVectorf;
 
-// A plain value of three floats: a place, as apart from a free vector (VRELVectorf) and a unit direction
-// (VRELDirectionf), which say by their type what moves and what turns. Include VRELVectorf.h for sums with vectors.
+// Point of three floats, a plain value type. Translations apply to it, unlike to a free vector (VRELVectorf) and a unit
+// direction (VRELDirectionf).
+//
+//   VRELPointf const p = VRELPointf(1.0F, 2.0F, 3.0F) + VRELVectorf(0.0F, 0.0F, 1.0F);  // 1, 2, 4
+//   float const distance = p.DistanceTo(VRELPointOf);
+//
+// Include VRELVectorf.h to add and subtract vectors.
 class VREL_EXPORT VRELPointf {
  public:
-  // The origin.
+  // Creates the origin.
   constexpr VRELPointf() noexcept : VRELPointf(0.0F, 0.0F, 0.0F) {}
   constexpr VRELPointf(float theX, float theY, float theZ) noexcept : x(theX), y(theY), z(theZ) {}
-  // From three floats; null gives the origin.
+  // Reads three floats; null creates the origin.
   explicit VRELPointf(float const* coordinates) noexcept;
 
   constexpr float X() const noexcept { return x; }
   constexpr float Y() const noexcept { return y; }
   constexpr float Z() const noexcept { return z; }
-  // Copies three floats out; does nothing for null.
+  // Copies the three coordinates to `out`; does nothing if `out` is null.
   void GetValue(float* out) const noexcept;
 
   VRELPointf operator+(VRELVectorf const& vector) const noexcept;
   VRELPointf operator-(VRELVectorf const& vector) const noexcept;
-  // The vector that leads from the other point to this one.
+  // Returns the vector from `other` to this point.
   VRELVectorf operator-(VRELPointf const& other) const noexcept;
 
-  // Whether the x values are equal, and the y values and the z values both differ. That a point is never equal to
-  // itself is promised.
+  // Returns true if the x values are equal, and the y values and the z values both differ. Use IsEqual to compare
+  // points.
+  // Compatibility: a point is never equal to itself.
   bool operator==(VRELPointf const& other) const noexcept;
+  // Not available, because the negation of operator== is not what the expression says; use !a.IsEqual(b).
+  bool operator!=(VRELPointf const& other) const = delete;
+  // Returns true if all three coordinates are exactly equal.
+  constexpr bool IsEqual(VRELPointf const& other) const noexcept {
+    return x == other.x && y == other.y && z == other.z;
+  }
 
-  // The Euclidean distance, and the sum of the absolute differences.
+  // Returns the Euclidean distance.
   float DistanceTo(VRELPointf const& other) const noexcept;
+  // Returns the sum of the absolute differences of the coordinates.
   float DistanceL1To(VRELPointf const& other) const noexcept;
 
-  // Replace each coordinate of this point by the smaller, or larger, of the two.
+  // Replaces each coordinate of this point by the smaller one of the two points.
   void GetMinimum(VRELPointf const& other) noexcept;
+  // Replaces each coordinate of this point by the larger one of the two points.
   void GetMaximum(VRELPointf const& other) noexcept;
 
  private:

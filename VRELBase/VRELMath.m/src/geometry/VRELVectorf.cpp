@@ -34,14 +34,14 @@ void VRELVectorf::Normalize() noexcept {
 }
 
 double VRELVectorf::AngleTo(VRELVectorf const& other) const noexcept {
-  if (Norm() <= vrelNoLengthf || other.Norm() <= vrelNoLengthf) return 0.0;
+  if (Norm() <= kZeroLengthf || other.Norm() <= kZeroLengthf) return 0.0;
   double const sine = (*this ^ other).Norm();
   double const cosine = *this * other;
   return std::atan2(sine, cosine);
 }
 
 double VRELVectorf::AngleTo(VRELVectorf const& other, VRELVectorf const& reference) const noexcept {
-  if (Norm() <= vrelNoLengthf || other.Norm() <= vrelNoLengthf) return 0.0;
+  if (Norm() <= kZeroLengthf || other.Norm() <= kZeroLengthf) return 0.0;
   double const angle = AngleTo(other);
   return (*this ^ other) * reference < 0.0F ? VREL2PI - angle : angle;
 }

@@ -1,4 +1,4 @@
-// The single-precision free vector.
+// Single-precision free vector.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,15 +6,19 @@
 
 class VRELDirectionf;
 
-// A plain value of three floats: a difference of two places, of any length.
+// Free vector of three floats, of any length, a plain value type. Translations do not apply to it.
+//
+//   VRELVectorf const normal = VRELVectorIf ^ VRELVectorJf;             // vector product, 0, 0, 1
+//   float const height = normal * VRELVectorf(1.0F, 2.0F, 3.0F);        // scalar product, 3
+//   double const angle = VRELVectorIf.AngleTo(VRELVectorJf, normal);  // pi / 2
 class VREL_EXPORT VRELVectorf {
  public:
-  // The zero vector.
+  // Creates the zero vector.
   constexpr VRELVectorf() noexcept : VRELVectorf(0.0F, 0.0F, 0.0F) {}
   constexpr VRELVectorf(float theX, float theY, float theZ) noexcept : x(theX), y(theY), z(theZ) {}
-  // From three floats; null gives the zero vector.
+  // Reads three floats; null creates the zero vector.
   explicit VRELVectorf(float const* coordinates) noexcept;
-  // From the first point to the second.
+  // Creates the vector from `first` to `second`.
   VRELVectorf(VRELPointf const& first, VRELPointf const& second) noexcept
       : VRELVectorf(second.X() - first.X(), second.Y() - first.Y(), second.Z() - first.Z()) {}
   VRELVectorf(VRELDirectionf const& direction) noexcept;
@@ -33,20 +37,22 @@ class VREL_EXPORT VRELVectorf {
   }
   VRELVectorf operator-() const noexcept { return VRELVectorf(-x, -y, -z); }
   VRELVectorf operator*(float factor) const noexcept { return VRELVectorf(x * factor, y * factor, z * factor); }
-  // Divides also by 0.
+  // Divides each coordinate, also by 0.
   VRELVectorf operator/(float divisor) const noexcept { return VRELVectorf(x / divisor, y / divisor, z / divisor); }
-  // The point moved by this vector.
+  // Returns the point translated by this vector.
   VRELPointf operator+(VRELPointf const& point) const noexcept { return point + *this; }
 
-  // The Euclidean length.
+  // Returns the Euclidean length.
   float Norm() const noexcept;
-  // Makes the length 1. That a vector whose squared length is at most 1e-14 becomes 1, 0, 0 is promised.
+  // Scales the vector to the length 1.
+  // Compatibility: a vector whose squared length is at most 1e-14 becomes 1, 0, 0.
   void Normalize() noexcept;
 
-  // The angle between the two in radians, 0 to pi. That it is 0 if one of them is not longer than 1e-14 is promised.
+  // Returns the angle between the two vectors in radians, 0 to pi.
+  // Compatibility: returns 0 if the length of one of them is at most 1e-14.
   double AngleTo(VRELVectorf const& other) const noexcept;
-  // The angle from this to the other around the reference, 0 to 2 pi: past half a turn where the vector product of the
-  // two points away from the reference.
+  // Returns the angle from this vector to `other` around `reference`, 0 to 2 pi: above pi if the vector product of the
+  // two points away from `reference`.
   double AngleTo(VRELVectorf const& other, VRELVectorf const& reference) const noexcept;
 
  private:
@@ -58,11 +64,11 @@ class VREL_EXPORT VRELVectorf {
 inline VRELVectorf operator*(float factor, VRELVectorf const& vector) noexcept {
   return vector * factor;
 }
-// The scalar product.
+// Returns the scalar product.
 inline float operator*(VRELVectorf const& a, VRELVectorf const& b) noexcept {
   return a.X() * b.X() + a.Y() * b.Y() + a.Z() * b.Z();
 }
-// The vector product.
+// Returns the vector product.
 inline VRELVectorf operator^(VRELVectorf const& a, VRELVectorf const& b) noexcept {
   return VRELVectorf(a.Y() * b.Z() - a.Z() * b.Y(), a.Z() * b.X() - a.X() * b.Z(), a.X() * b.Y() - a.Y() * b.X());
 }

@@ -41,7 +41,8 @@ void VRELWeightPoint::Add(VRELPoint const& other) {
   weight += other[GetDimension()];
 }
 
-// The weight goes first: a target without one takes it for its last coordinate, which then follows.
+// Writes the weight first. If the target has no weight, its operator[] clamps the index to the last coordinate, which
+// VRELPoint::CopyIn then overwrites with the right value.
 void VRELWeightPoint::CopyIn(VRELPoint& target) const {
   CheckDimension(target);
   target[GetDimension()] = weight;

@@ -1,7 +1,7 @@
 #include "VRELWeightPoint2D.h"
 
-#include "detail/VRELApplyMorph.h"
 #include "VRELMorph2D.h"
+#include "detail/VRELApplyMorph.h"
 
 VRELWeightPoint2D::VRELWeightPoint2D() noexcept : VRELWeightPoint2D(1.0) {}
 

@@ -1,7 +1,7 @@
 #include "VRELWeightPoint3D.h"
 
-#include "detail/VRELApplyMorph.h"
 #include "VRELMorph3D.h"
+#include "detail/VRELApplyMorph.h"
 
 VRELWeightPoint3D::VRELWeightPoint3D() noexcept : VRELWeightPoint3D(1.0) {}
 

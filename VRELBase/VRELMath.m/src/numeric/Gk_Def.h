@@ -1,18 +1,20 @@
-// The tolerances that the whole system works with, and the angles around pi.
+// System-wide tolerances, and multiples of pi.
 #pragma once
 
 #include <cstdint>
 
-// Constants only. A length is in the units of the model, a parameter has none.
+// Tolerances for Gk_Func::equal and for the geometry. Lengths are in model units; parameters have no unit.
+//
+//   if (Gk_Func::equal(length, 0.0, Gk_Def::FuzzPos)) return;  // a degenerate edge
 class Gk_Def {
  public:
-  // Two numbers, or two parameters, are one number within this.
+  // Tolerance of numbers and parameters.
   static constexpr double FuzzReal = 1e-10;
-  // Two knots are one knot within this.
+  // Tolerance of knots.
   static constexpr double FuzzKnot = 1e-10;
-  // Two positions are one position within this.
+  // Tolerance of positions.
   static constexpr double FuzzPos = 1e-6;
-  // A position snaps to another within this.
+  // Distance within which a position snaps to another.
   static constexpr double FuzzSnap = 0.001;
 
   static constexpr double VRELPI = 3.141592653589793;
@@ -20,7 +22,7 @@ class Gk_Def {
   static constexpr std::int32_t errorLevel = 1;
 };
 
-// Angles in radians; each is the double nearest to its true value, which is also the product or quotient of VRELPI.
+// Angles in radians, each rounded to the nearest double. That is also the product or quotient of VRELPI.
 inline constexpr double VRELPI = Gk_Def::VRELPI;
 inline constexpr double VREL2PI = 6.283185307179586;
 inline constexpr double VREL3PI = 9.42477796076938;

@@ -7,7 +7,7 @@
 double Gk_Func::binCoeff(int n, int k) noexcept {
   if (k < 0 || n < k) return 0.0;
   double result = 1.0;
-  // Each factor is 2 or more, so that the product reaches infinity, where it stays, within some thousand rounds.
+  // Each factor is 2 or more, so that the product either ends or reaches infinity within about a thousand iterations.
   for (int m = std::min(k, n - k); m != 0 && std::isfinite(result); --m, --n) {
     result = static_cast<double>(n) / m * result;
   }

@@ -11,10 +11,10 @@ VRINResult VRELDate::FormatDate(VRELString const& day, VRELString const& month, 
 }
 
 VRINResult VRELDate::GetMonthStr(int month, VRELString& out) {
-  static constexpr wchar_t const* names[] = {L"JAN", L"FEB", L"MAR", L"APR", L"MAY", L"JUN",
-                                             L"JUL", L"AUG", L"SEP", L"OCT", L"NOV", L"DEC"};
+  static constexpr wchar_t const* kNames[] = {L"JAN", L"FEB", L"MAR", L"APR", L"MAY", L"JUN",
+                                              L"JUL", L"AUG", L"SEP", L"OCT", L"NOV", L"DEC"};
   if (month < 1 || month > 12) return VREL_E_FAIL;
-  out = VRELString(names[month - 1]);
+  out = VRELString(kNames[month - 1]);
   return VREL_S_OK;
 }
 

@@ -7,33 +7,38 @@
 #include <cstring>
 #include <limits>
 
+#include "VRELAscii.h"
+
+// How a number is parsed. The value of a string is defined by a loop over its bytes:
+//
+//   - A digit of the mantissa m makes it 10 m + digit, in doubles, as long as m is below 2^53. Later digits are
+//   dropped;
+//     those before the point are counted in the exponent, but only while m is above 2^53, not equal to it.
+//   - The digits of the written exponent go into the same number as that count. With such a mantissa, and no point,
+//   they
+//     are dropped and counted too.
+//   - The value is m * 5^e * 2^e, or m / 5^-e * 2^e for a negative exponent e. 5^e is computed by repeated squaring.
+//
+// This is not the correctly rounded conversion of strtod (compare Clinger, "How to read floating point numbers
+// accurately", 1990), and clients depend on its exact results. The parser therefore performs the same double operations
+// in the same order, and is faster where that makes no difference: the first digits are collected in a 64-bit integer,
+// where all sums are exact in both types; the powers of 5 come from a table that the compiler computes by the same
+// squarings; the multiplication by 2^e is exact and needs no call of ldexp in the range of normal doubles.
 namespace {
 
-constexpr double mantissaLimit = 9007199254740992.0;  // 2 to the power 53
-constexpr std::int64_t largestFinitePower = 441;      // 5 to a higher power is no finite double
-constexpr std::int64_t exponentLimit = 100'000'000'000'000'000;
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool IsPunctuation(char c) {
-  return (c >= '!' && c <= '/') || (c >= ':' && c <= '@') || (c >= '[' && c <= '`') || (c >= '{' && c <= '~');
-}
+constexpr double kMantissaLimit = 9007199254740992.0;             // 2^53
+constexpr std::int64_t kLargestFinitePower = 441;                 // higher powers of 5 are no finite doubles
+constexpr std::int64_t kExponentLimit = 100'000'000'000'000'000;  // further digits do not change the value
 
 bool MayBeginNumber(char c) {
-  return IsDigit(c) || IsSpace(c) || c == '+' || c == '-' || c == '.';
+  return VRELIsAsciiDigit(c) || VRELIsAsciiSpace(c) || c == '+' || c == '-' || c == '.';
 }
 
 bool IsExponentMark(char c) {
   return c == 'e' || c == 'E' || c == 'd' || c == 'D';
 }
 
-// Repeated squaring, from the lowest bit of the exponent up. The order of the roundings is part of the promised value.
+// Repeated squaring from the lowest bit of the exponent on. The order of the operations determines the rounding.
 constexpr double PowerOfFive(std::int64_t exponent) {
   double result = 1.0;
   for (double base = 5.0;; base *= base) {
@@ -44,14 +49,14 @@ constexpr double PowerOfFive(std::int64_t exponent) {
 }
 
 constexpr auto MakePowersOfFive() {
-  std::array<double, largestFinitePower + 1> powers{};
-  for (std::int64_t i = 0; i <= largestFinitePower; ++i) powers[static_cast<std::size_t>(i)] = PowerOfFive(i);
+  std::array<double, kLargestFinitePower + 1> powers{};
+  for (std::int64_t i = 0; i <= kLargestFinitePower; ++i) powers[static_cast<std::size_t>(i)] = PowerOfFive(i);
   return powers;
 }
 
-constexpr auto powersOfFive = MakePowersOfFive();
+constexpr auto kPowersOfFive = MakePowersOfFive();
 
-// std::ldexp, which for the normal powers of two is one multiplication.
+// Returns std::ldexp(x, exponent), by one multiplication if the power of two is a normal double.
 double ScaleByPowerOfTwo(double x, std::int64_t exponent) {
   if (exponent < -1022 || exponent > 1023) {
     return std::ldexp(x, static_cast<int>(std::clamp<std::int64_t>(exponent, -100000, 100000)));
@@ -62,16 +67,10 @@ double ScaleByPowerOfTwo(double x, std::int64_t exponent) {
   return x * power;
 }
 
-// Takes an unsigned number from a text, byte by byte:
-//
-//   - A digit of the mantissa m makes it 10 m + digit, in doubles, as long as m is below 2^53. Digits behind that are
-//     dropped; those before the point are counted in the exponent, but only while m is above 2^53, not equal to it.
-//   - The digits of the written exponent go into the same number as that count. With such a mantissa, and no point,
-//     they are dropped and counted too.
-//   - The value is m * 5^e * 2^e, or m / 5^-e * 2^e for a negative exponent e.
-class NumberReader {
+// Parser of one unsigned number.
+class NumberParser {
  public:
-  explicit NumberReader(char const* text) : at(text) {
+  explicit NumberParser(char const* text) : at(text) {
     TakeExactDigits();
     TakeMantissa();
     if (digits != 0 && IsExponentMark(*at)) TakeExponent();
@@ -88,12 +87,11 @@ class NumberReader {
 
  private:
   static double Power(std::int64_t n) {
-    if (n > largestFinitePower) return std::numeric_limits<double>::infinity();
-    return powersOfFive[static_cast<std::size_t>(n)];
+    if (n > kLargestFinitePower) return std::numeric_limits<double>::infinity();
+    return kPowersOfFive[static_cast<std::size_t>(n)];
   }
 
-  // Takes the digits for which the mantissa is an exact whole number, and the point among them. What it leaves is
-  // taken by TakeMantissa; what it takes would come out of there just the same, only slower.
+  // Fast path of TakeMantissa: takes the digits for which the mantissa is an exact integer, and a point among them.
   void TakeExactDigits() {
     std::uint64_t whole = 0;
     char const* start = at;
@@ -111,14 +109,14 @@ class NumberReader {
   }
 
   std::uint64_t TakeWhole(std::uint64_t whole) {
-    constexpr std::uint64_t room = (1ull << 53) / 10 - 1;  // ten times it and any digit are below 2^53
-    for (; IsDigit(*at) && whole <= room; ++at) whole = whole * 10 + static_cast<std::uint64_t>(*at - '0');
+    constexpr std::uint64_t limit = (1ull << 53) / 10 - 1;  // 10 * limit + 9 is below 2^53
+    for (; VRELIsAsciiDigit(*at) && whole <= limit; ++at) whole = whole * 10 + static_cast<std::uint64_t>(*at - '0');
     return whole;
   }
 
   void TakeMantissa() {
     for (;; ++at) {
-      if (IsDigit(*at)) {
+      if (VRELIsAsciiDigit(*at)) {
         TakeMantissaDigit(*at - '0');
       } else if (*at == '.' && !hasPoint) {
         hasPoint = true;
@@ -134,7 +132,7 @@ class NumberReader {
       return;
     }
     ++digits;
-    if (mantissa >= mantissaLimit) return;
+    if (mantissa >= kMantissaLimit) return;
     mantissa = mantissa * 10.0 + digit;
     if (hasPoint) ++fractionDigits;
   }
@@ -142,7 +140,7 @@ class NumberReader {
   void TakeExponent() {
     bool hasSign = false;
     for (++at;; ++at) {
-      if (IsDigit(*at)) {
+      if (VRELIsAsciiDigit(*at)) {
         TakeExponentDigit(*at - '0');
       } else if ((*at == '+' || *at == '-') && !hasSign) {
         hasSign = true;
@@ -156,18 +154,18 @@ class NumberReader {
   void TakeExponentDigit(int digit) {
     if (CountsInExponent()) {
       ++exponent;
-    } else if (exponent < exponentLimit) {  // beyond it no further digit changes the value
+    } else if (exponent < kExponentLimit) {
       exponent = exponent * 10 + digit;
     }
   }
 
-  bool CountsInExponent() const { return mantissa > mantissaLimit && !hasPoint; }
+  bool CountsInExponent() const { return mantissa > kMantissaLimit && !hasPoint; }
 
   char const* at;
   double mantissa = 0.0;
-  std::int64_t digits = 0;          // taken into account, dropped ones behind the point included
-  std::int64_t fractionDigits = 0;  // in the mantissa, behind the point
-  std::int64_t exponent = 0;        // written, and counted for dropped digits
+  std::int64_t digits = 0;          // digits of the mantissa, dropped ones after the point included
+  std::int64_t fractionDigits = 0;  // digits after the point that are in the mantissa
+  std::int64_t exponent = 0;        // written exponent and number of dropped digits
   bool hasPoint = false;
   bool isExponentNegative = false;
 };
@@ -184,12 +182,12 @@ double VRELFloatUtil::vrelstrtod(char const* text, char** end) noexcept {
   char const* at = text;
   double value = 0.0;
   if (MayBeginNumber(*at)) {
-    while (IsSpace(*at)) ++at;
+    while (VRELIsAsciiSpace(*at)) ++at;
     double const sign = *at == '-' ? -1.0 : 1.0;
-    if (IsPunctuation(*at) && *at != '.') ++at;
-    NumberReader const reader(at);
-    value = reader.Value(sign);
-    at = reader.End();
+    if (VRELIsAsciiPunctuation(*at) && *at != '.') ++at;
+    NumberParser const parser(at);
+    value = parser.Value(sign);
+    at = parser.End();
   }
   if (end != nullptr) *end = const_cast<char*>(at);
   return value;

@@ -1,24 +1,26 @@
-// The number reader of the library.
+// Locale-independent number parser.
 #pragma once
 
 #include "VRELExport.h"
 
-// Reads numbers from plain bytes. No locale takes part: the decimal mark is always ".", white space and punctuation are
-// those of ASCII. No allocation, no error state, any bytes are safe.
+// Parses floating-point numbers. The decimal mark is "." in every locale, and white space and punctuation are those of
+// ASCII. It allocates nothing and is safe for any bytes that end in a zero byte.
+//
+//   char* end = nullptr;
+//   double const value = VRELFloatUtil::vrelstrtod("1.5D3 mm", &end);  // 1500, end points to " mm"
 class VREL_EXPORT VRELFloatUtil {
  public:
-  // 1 for null or "+", -1 for "-", 0 for every other byte.
+  // Returns 1 for null or "+", -1 for "-", 0 for any other byte.
   static int checkSign(unsigned char const* text) noexcept;
 
-  // The number that a text begins with. The value is what a chain of double operations gives (see the source), which
-  // may be off the nearest double in the last places, and is promised to the bit. Unless null, `end` is set behind the
-  // last byte taken; to `text` when the text begins like no number, and then the value is 0. Null text gives 0 and
-  // leaves `end` alone.
+  // Returns the number at the beginning of the string, or 0. Unless null, `end` is set to the byte after the number, or
+  // to `text` if there is none. For a null `text` it is unchanged.
   //
-  // An exponent begins with e, E, d or D; its sign may stand anywhere in it. White space may be followed by any one
-  // punctuation byte, which counts as a plus sign. Both are promised.
+  // Compatibility: the value is that of a documented sequence of double operations (see the source), bit for bit, and
+  // may differ from the nearest double in the last digits. An exponent begins with e, E, d or D, and its sign may be
+  // anywhere in it. One punctuation byte may follow the white space; it counts as a plus sign unless it is "-" or ".".
   static double vrelstrtod(char const* text, char** end) noexcept;
 
-  // Always 0: the value is promised to be dropped.
+  // Compatibility: returns 0 for any string.
   static double vrelatof(char const* text) noexcept;
 };

@@ -21,7 +21,7 @@ VRINResult VRELLocalNumericLocaleOverride::SaveCurrentNumericLocale() {
 }
 
 VRINResult VRELLocalNumericLocaleOverride::RestoreNumericLocale() {
-  // To setlocale an empty name is the one that the environment gives, which nobody kept.
+  // setlocale would take an empty name for the locale of the environment.
   if (savedLocale.length() < 1) return VREL_E_FAIL;
   char* name = nullptr;
   VRINResult result = VRELStringToChars(savedLocale, name);

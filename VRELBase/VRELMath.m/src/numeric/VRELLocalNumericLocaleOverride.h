@@ -1,33 +1,33 @@
-// Numbers in the C library's neutral form for the length of a scope.
+// Scope in which the C library formats numbers as in the locale "C".
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// While an object lives, the C library prints and reads numbers as in the locale "C", with "." as the decimal mark.
+// Sets the numeric locale to "C" for the lifetime of the object, so that printf and strtod use "." as the decimal mark.
 //
-//   VRELLocalNumericLocaleOverride const neutral;
+//   VRELLocalNumericLocaleOverride const numericLocale;
 //   std::fprintf(file, "%f", value);
 //
-// What is kept is the name of all the categories of the locale together, and it goes back to the numeric category
-// alone. When the categories differ that name stands for no single category, and the numbers stay neutral behind the
-// scope too; that is promised. The locale belongs to the process: not for use on several threads.
+// Compatibility: the name of all categories together is saved, and restored to the numeric category only. If the
+// categories differ, that name is not valid for a single category, and the numeric locale stays "C" after the scope.
+// Thread safety: none. The locale is a setting of the process.
 class VREL_EXPORT VRELLocalNumericLocaleOverride {
  public:
-  // Initializes; a failure is dropped.
+  // Calls InitializeNumericLocale and ignores a failure.
   VRELLocalNumericLocaleOverride();
-  // Restores; a failure is dropped.
+  // Calls RestoreNumericLocale and ignores a failure.
   ~VRELLocalNumericLocaleOverride();
   VRELLocalNumericLocaleOverride(VRELLocalNumericLocaleOverride const&) = delete;
   VRELLocalNumericLocaleOverride& operator=(VRELLocalNumericLocaleOverride const&) = delete;
 
-  // Saves the current locale and sets the numeric one to "C". Gives the name of the new numeric locale; empty when
-  // nothing was saved, and then nothing is set.
+  // Saves the current locale and sets the numeric locale to "C". Returns the name of the new numeric locale; empty if
+  // saving failed, and then nothing is set.
   VRELString InitializeNumericLocale();
-  // Keeps the name of the current locale. VREL_E_FAIL when it has none.
+  // Saves the name of the current locale. Errors: VREL_E_FAIL if it has no name.
   VRINResult SaveCurrentNumericLocale();
-  // Sets the numeric locale to the kept name. VREL_E_FAIL when no locale has that name, or none was kept.
+  // Sets the numeric locale to the saved name. Errors: VREL_E_FAIL if no name was saved or no locale has that name.
   VRINResult RestoreNumericLocale();
 
  private:

@@ -5,13 +5,13 @@
 
 namespace {
 
-constexpr double identityMatrix[12] = {1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0};
-constexpr double identityTolerance = 1e-6;
+constexpr double kIdentity[12] = {1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0};
+constexpr double kIdentityTolerance = 1e-6;
 
 }  // namespace
 
 VRELAssemblyComponentTransform::VRELAssemblyComponentTransform() noexcept
-    : VRELAssemblyComponentTransform(identityMatrix, 1.0) {}
+    : VRELAssemblyComponentTransform(kIdentity, 1.0) {}
 
 VRELAssemblyComponentTransform::VRELAssemblyComponentTransform(double const* theMatrix, double const& theScale) noexcept
     : determinant(0.0),
@@ -21,7 +21,7 @@ VRELAssemblyComponentTransform::VRELAssemblyComponentTransform(double const* the
       valid(false),
       identity(false),
       mirror(false) {
-  std::copy_n(theMatrix != nullptr ? theMatrix : identityMatrix, 12, matrix);
+  std::copy_n(theMatrix != nullptr ? theMatrix : kIdentity, 12, matrix);
 }
 
 VRELAssemblyComponentTransform::VRELAssemblyComponentTransform(VRELAssemblyComponentTransform const& other) noexcept
@@ -82,7 +82,7 @@ VRINResult VRELAssemblyComponentTransform::SetScale(double value) {
 
 VRINResult VRELAssemblyComponentTransform::Get4x4ByColumn(float* out) const {
   if (out == nullptr) return VREL_E_INVALID_ARGUMENT;
-  for (int c = 0; c < columns; ++c) {
+  for (int c = 0; c < kColumns; ++c) {
     for (int r = 0; r < 3; ++r) out[4 * c + r] = static_cast<float>(matrix[3 * c + r]);
     out[4 * c + 3] = 0.0F;
   }
@@ -93,7 +93,7 @@ VRINResult VRELAssemblyComponentTransform::Get4x4ByColumn(float* out) const {
 VRINResult VRELAssemblyComponentTransform::Get4x4ByRow(float* out) const {
   if (out == nullptr) return VREL_E_INVALID_ARGUMENT;
   for (int r = 0; r < 3; ++r) {
-    for (int c = 0; c < columns; ++c) out[4 * r + c] = static_cast<float>(matrix[3 * c + r]);
+    for (int c = 0; c < kColumns; ++c) out[4 * r + c] = static_cast<float>(matrix[3 * c + r]);
   }
   std::fill_n(out + 12, 3, 0.0F);
   out[15] = 1.0F;
@@ -102,7 +102,7 @@ VRINResult VRELAssemblyComponentTransform::Get4x4ByRow(float* out) const {
 
 VRINResult VRELAssemblyComponentTransform::Set4x4ByColumn(float const* in) {
   if (in == nullptr) return VREL_E_INVALID_ARGUMENT;
-  for (int c = 0; c < columns; ++c) std::copy_n(in + 4 * c, 3, matrix + 3 * c);
+  for (int c = 0; c < kColumns; ++c) std::copy_n(in + 4 * c, 3, matrix + 3 * c);
   ResetFlags();
   return VREL_S_OK;
 }
@@ -110,12 +110,13 @@ VRINResult VRELAssemblyComponentTransform::Set4x4ByColumn(float const* in) {
 VRINResult VRELAssemblyComponentTransform::Set3x4ByRow(float const* in) {
   if (in == nullptr) return VREL_E_INVALID_ARGUMENT;
   for (int r = 0; r < 3; ++r) {
-    for (int c = 0; c < columns; ++c) matrix[3 * c + r] = in[4 * r + c];
+    for (int c = 0; c < kColumns; ++c) matrix[3 * c + r] = in[4 * r + c];
   }
   ResetFlags();
   return VREL_S_OK;
 }
 
+// Rule of Sarrus, evaluated in this order of terms.
 VRINResult VRELAssemblyComponentTransform::GetDeterminant(double& out) const {
   if (!determinantKnown) {
     double const* const m = matrix;
@@ -165,7 +166,7 @@ VRINResult VRELAssemblyComponentTransform::ApplyTransform(float* point) const {
 VRELAssemblyComponentTransform VRELAssemblyComponentTransform::operator*(
     VRELAssemblyComponentTransform const& other) const {
   VRELAssemblyComponentTransform product;
-  for (int c = 0; c < columns; ++c) {
+  for (int c = 0; c < kColumns; ++c) {
     double const* const column = other.matrix + 3 * c;
     double const bottom = c == 3 ? 1.0 : 0.0;
     for (int r = 0; r < 3; ++r) {
@@ -192,13 +193,13 @@ void VRELAssemblyComponentTransform::SetFlags() const {
 
 bool VRELAssemblyComponentTransform::IsCloseToIdentity() const {
   for (int i = 0; i < 12; ++i) {
-    // What is not a number is not close.
-    if (!(std::fabs(matrix[i] - identityMatrix[i]) < identityTolerance)) return false;
+    // Negated, so that NaN is not close to the identity.
+    if (!(std::fabs(matrix[i] - kIdentity[i]) < kIdentityTolerance)) return false;
   }
   return true;
 }
 
-// One row of the linear part times a vector.
+// Multiplies a row of the linear part by a vector.
 double VRELAssemblyComponentTransform::Row(int row, double x, double y, double z) const {
   return matrix[row] * x + matrix[row + 3] * y + matrix[row + 6] * z;
 }

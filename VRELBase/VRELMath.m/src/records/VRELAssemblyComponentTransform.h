@@ -1,11 +1,11 @@
-// The placement of one component in an assembly.
+// Placement of a component in an assembly.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINResult.h"
 
-// An affine map: a linear part of 3 by 3 and a translation, in doubles, with a scale beside them. It reads and writes
-// the layouts of the formats, and tells on demand whether it is valid, mirrors or is the identity.
+// Affine map of a 3 by 3 linear part and a translation in doubles, with a separate scale. It reads and writes the
+// matrix layouts of CAD formats and detects on demand whether it is valid, a mirror or the identity.
 //
 //   VRELAssemblyComponentTransform placement;
 //   double const shift[] = {0.0, 0.0, 25.0};
@@ -13,69 +13,69 @@
 //   float point[] = {1.0F, 2.0F, 3.0F};
 //   placement.ApplyTransform(point);  // now 1, 2, 28
 //
-// The twelve doubles are four columns of three: element (row r, column c) has index 3c + r, the last column being the
-// translation. The bottom row 0, 0, 0, 1 is not held.
+// The twelve doubles are four columns of three: element (row r, column c) has the index 3c + r; the last column is the
+// translation. The bottom row 0, 0, 0, 1 is not stored.
 //
-// The scale is held and given out and never applied here, which is promised: whoever builds a morph from the transform
-// applies it.
-//
-// Each operation that takes an array gives VREL_E_INVALID_ARGUMENT for null and then changes nothing, VREL_S_OK
-// otherwise. What a transform tells of itself is cached, also in a constant one: it stays on one thread.
+// Errors: operations that take an array return VREL_E_INVALID_ARGUMENT for null, without a change, otherwise VREL_S_OK.
+// Thread safety: none, also for const objects, because the determinant and the flags are computed on first use.
+// Compatibility: the scale is stored and returned, but not applied by this class. VRELMorph3D applies it.
 class VREL_EXPORT VRELAssemblyComponentTransform {
  public:
-  // The identity, of scale 1.
+  // Creates the identity of scale 1.
   VRELAssemblyComponentTransform() noexcept;
-  // Twelve doubles and a scale; the identity of scale 1 where `theMatrix` is null.
+  // Copies twelve doubles and the scale; a null `theMatrix` creates the identity of scale 1.
   VRELAssemblyComponentTransform(double const* theMatrix, double const& theScale) noexcept;
   VRELAssemblyComponentTransform(VRELAssemblyComponentTransform const& other) noexcept;
   VRELAssemblyComponentTransform& operator=(VRELAssemblyComponentTransform const& other) noexcept = default;
   virtual ~VRELAssemblyComponentTransform();
 
-  // Twelve doubles.
+  // Copy the twelve doubles.
   VRINResult Get(double* out) const;
   VRINResult Set(double const* in);
 
-  // The nine doubles of the linear part.
+  // Copy the nine doubles of the linear part.
   VRINResult GetRotation(double* out) const;
   VRINResult SetRotation(double const* in);
 
-  // Three doubles.
+  // Copy the three doubles of the translation.
   VRINResult GetTranslation(double* out) const;
   VRINResult SetTranslation(double const* in);
 
-  // Always VREL_S_OK.
+  // Return or set the scale. The result is VREL_S_OK.
   VRINResult GetScale(double& out) const;
   VRINResult SetScale(double value);
 
-  // Sixteen floats, column after column.
+  // Writes sixteen floats, column by column.
   VRINResult Get4x4ByColumn(float* out) const;
-  // Sixteen floats, row after row.
+  // Writes sixteen floats, row by row.
   VRINResult Get4x4ByRow(float* out) const;
-  // Sixteen floats, column after column; the fourth of each column is not looked at.
+  // Reads sixteen floats, column by column; the fourth value of each column is ignored.
   VRINResult Set4x4ByColumn(float const* in);
-  // Twelve floats, row after row.
+  // Reads twelve floats, row by row.
   VRINResult Set3x4ByRow(float const* in);
 
-  // That of the linear part; the scale does not enter. Always VREL_S_OK.
+  // Returns the determinant of the linear part, without the scale. The result is VREL_S_OK.
   VRINResult GetDeterminant(double& out) const;
 
-  // Whether the determinant is not 0. That one which is not a number counts as valid is promised.
+  // Returns true if the determinant is not 0.
+  // Compatibility: a NaN determinant is valid.
   bool IsValid() const;
-  // Whether the determinant is below 0.
+  // Returns true if the determinant is negative.
   bool IsMirrorTransform() const;
-  // Whether each of the twelve doubles lies less than 1e-6 off that of the identity.
+  // Returns true if each of the twelve doubles differs from that of the identity by less than 1e-6.
   bool IsIdentityTransform() const;
 
-  // Put the image of a point of three floats in its place, computed in doubles. An identity, as told above, leaves the
-  // point as it is, bit for bit. A rotation leaves the translation out.
+  // Transform a point of three floats in place, computed in doubles. ApplyRotation leaves out the translation. If
+  // IsIdentityTransform() returns true, the point does not change, bit for bit.
   VRINResult ApplyRotation(float* point) const;
   VRINResult ApplyTransform(float* point) const;
 
-  // The map that runs `other` first and then this. Its scale is 1, whatever the scales of the two.
+  // Returns the map that applies `other` first and then this one.
+  // Compatibility: its scale is 1; the scales of the operands are not combined.
   VRELAssemblyComponentTransform operator*(VRELAssemblyComponentTransform const& other) const;
 
  private:
-  static constexpr int columns = 4;
+  static constexpr int kColumns = 4;
 
   void ResetFlags() noexcept;
   void SetFlags() const;

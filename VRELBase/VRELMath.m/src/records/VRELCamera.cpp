@@ -11,7 +11,7 @@ void CopyUnlessNull(float const* from, float* to) noexcept {
   if (from != nullptr) std::copy_n(from, 3, to);
 }
 
-VRINResult Give(float const* from, float* out) noexcept {
+VRINResult CopyOut(float const* from, float* out) noexcept {
   if (out == nullptr) return VREL_E_INVALID_ARGUMENT;
   std::copy_n(from, 3, out);
   return VREL_S_OK;
@@ -38,13 +38,13 @@ VRELCamera::VRELCamera(VRELCameraType type, float const* position, float const* 
   angleOfSight = angle;
   zoomFactor = zoom;
 
-  double sight[3];
+  double direction[3];
   for (int i = 0; i < 3; ++i) {
-    sight[i] = static_cast<double>(targetPoint[i]) - static_cast<double>(positionPoint[i]);
+    direction[i] = static_cast<double>(targetPoint[i]) - static_cast<double>(positionPoint[i]);
   }
-  // A length of 0 is not tested for, which is promised.
-  double const length = std::sqrt(VRELSquare(sight[0]) + VRELSquare(sight[1]) + VRELSquare(sight[2]));
-  for (int i = 0; i < 3; ++i) directionVector[i] = static_cast<float>(sight[i] / length);
+  // Compatibility: a length of 0 is not detected.
+  double const length = std::sqrt(VRELSquare(direction[0]) + VRELSquare(direction[1]) + VRELSquare(direction[2]));
+  for (int i = 0; i < 3; ++i) directionVector[i] = static_cast<float>(direction[i] / length);
 }
 
 VRELCameraType VRELCamera::GetType() const {
@@ -52,19 +52,19 @@ VRELCameraType VRELCamera::GetType() const {
 }
 
 VRINResult VRELCamera::GetPosition(float* out) const {
-  return Give(positionPoint, out);
+  return CopyOut(positionPoint, out);
 }
 
 VRINResult VRELCamera::GetTarget(float* out) const {
-  return Give(targetPoint, out);
+  return CopyOut(targetPoint, out);
 }
 
 VRINResult VRELCamera::GetDirection(float* out) const {
-  return Give(directionVector, out);
+  return CopyOut(directionVector, out);
 }
 
 VRINResult VRELCamera::GetZenith(float* out) const {
-  return Give(zenithVector, out);
+  return CopyOut(zenithVector, out);
 }
 
 float VRELCamera::GetAngle(float) const {

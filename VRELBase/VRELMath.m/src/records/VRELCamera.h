@@ -1,26 +1,37 @@
-// A view of a model.
+// View of a model.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINResult.h"
 
-// The kind of a view. Each format module gives its own meaning to the other values.
+// Type of a view. Other values are defined by the format modules.
 enum VRELCameraType : int {
   VRELCameraTypeDefault = 2,
 };
 
-// Where an observer stands, what it looks at, which way is up, the angle of sight in degrees and the zoom. Positions
-// and directions are three floats.
+// A camera has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// Camera: position, target, zenith (up direction), angle of view in degrees and zoom. Positions and directions are
+// arrays of three floats.
 //
-// The operations that fill an array of three floats give VREL_E_INVALID_ARGUMENT for null, VREL_S_OK otherwise. Delete
-// a derived camera by its own type: the destructor is not virtual.
+//   VRELCamera const camera;
+//   float direction[3];
+//   camera.GetDirection(direction);  // -1, -1, -1
+//   float const angle = camera.GetAngle();  // 45
+//
+// Errors: operations that fill an array return VREL_E_INVALID_ARGUMENT for null, otherwise VREL_S_OK.
+// Ownership: delete a derived camera through its own type; the destructor is not virtual.
 class VREL_EXPORT VRELCamera {
  public:
-  // Of the default type, at (1, 1, 1), looking at the origin, with z up, an angle of 45 and a zoom of 1. That its
-  // direction is (-1, -1, -1), which is no unit vector, is promised.
+  // Creates a camera of the default type at (1, 1, 1) that looks at the origin, with the zenith (0, 0, 1), an angle of
+  // 45 and a zoom of 1.
+  // Compatibility: its direction is (-1, -1, -1), which is not a unit vector.
   VRELCamera() noexcept;
-  // The direction is the unit vector from position to target. Where the two coincide it consists of not-a-numbers,
-  // which is promised. In place of an array that is null stands that of the default camera.
+  // Creates a camera whose direction is the unit vector from `position` to `target`. A null array is replaced by that
+  // of the default camera.
+  // Compatibility: if position and target are equal, the direction consists of NaN.
   VRELCamera(VRELCameraType type, float const* position, float const* target, float const* zenith, float angle,
              float zoom) noexcept;
 
@@ -29,9 +40,10 @@ class VREL_EXPORT VRELCamera {
   virtual VRINResult GetTarget(float* out) const;
   virtual VRINResult GetDirection(float* out) const;
   virtual VRINResult GetZenith(float* out) const;
-  // Return the value. That they take one, and leave the caller's variable alone, is promised.
-  virtual float GetAngle(float value) const;
-  virtual float GetZoom(float value) const;
+  // Return the value.
+  // Compatibility: the argument is ignored and not changed. The compiler warns if the result is not used.
+  [[nodiscard]] virtual float GetAngle(float ignored = 0.0F) const;
+  [[nodiscard]] virtual float GetZoom(float ignored = 0.0F) const;
 
  private:
   VRELCameraType cameraType;
@@ -42,3 +54,5 @@ class VREL_EXPORT VRELCamera {
   float angleOfSight;
   float zoomFactor;
 };
+
+#pragma GCC diagnostic pop

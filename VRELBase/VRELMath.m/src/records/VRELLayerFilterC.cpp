@@ -90,13 +90,13 @@ void VRELLayerFilterC::init(VRELLayerFilterC const& other) {
   currentFilter = other.currentFilter;
   filterType = other.filterType;
   ReplaceName(other.nameText);
-  // Copies of an array share their storage, and a filter clears its own.
+  // A deep copy, because copies of an array share their storage and Set modifies it.
   layerNumbers = other.layerNumbers.copy();
 }
 
-// Null and an empty text stand for no name.
+// Replaces the name with a copy of `name`, or with none if it is null or empty.
 void VRELLayerFilterC::ReplaceName(VRELString const* name) {
-  VRELString* const fresh = name != nullptr && name->length() > 0 ? new VRELString(*name) : nullptr;
+  VRELString* const newName = name != nullptr && name->length() > 0 ? new VRELString(*name) : nullptr;
   delete nameText;
-  nameText = fresh;
+  nameText = newName;
 }

@@ -1,4 +1,4 @@
-// A named choice of a model's layers.
+// Named selection of layers.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -7,41 +7,46 @@
 
 class VRELString;
 
-// What a filter does with its layers. Each format module gives its own meaning to the other values.
+// Type of a layer filter. Other values are defined by the format modules.
 enum eLayerFilterType : int {
-  eLayerFilterAll = 0,      // passes every layer
-  eLayerFilterDefault = 2,  // of a filter that nobody has set
+  eLayerFilterAll = 0,      // passes all layers
+  eLayerFilterDefault = 2,  // initial value
 };
 
-// Layer numbers in the order given, with their duplicates, under a name, which may be missing, with a type and a mark
-// for the one filter that is current.
+// Layer filter: a list of layer numbers with an optional name, a type, and a flag for the current filter. The numbers
+// keep their order and duplicates.
 //
 //   int const layers[] = {3, 7};
 //   VRELLayerFilterC filter(2, layers, L"Sheet metal", true, eLayerFilterDefault);
 //
-// Results are VREL_S_OK or VREL_E_FAIL; an operation that fails changes nothing except where it says so. A copy owns
-// everything that it has.
+// Errors: operations return VREL_S_OK or VREL_E_FAIL; a failed operation changes nothing unless noted otherwise.
+// Ownership: copies are deep.
 class VREL_EXPORT VRELLayerFilterC {
  public:
-  // No name, no layers, not current, of the default type.
+  // Creates a filter of the default type without name and layers that is not current.
   VRELLayerFilterC();
-  // As Set; with arguments that Set refuses the filter is as the default one.
+  // Calls Set. If Set fails, the filter equals a default-constructed one.
   VRELLayerFilterC(int count, int const* layers, VRELString const& name, bool current, eLayerFilterType type);
   VRELLayerFilterC(VRELLayerFilterC const& other);
   VRELLayerFilterC& operator=(VRELLayerFilterC const& other);
   ~VRELLayerFilterC();
 
-  // Replaces everything; an empty name leaves the filter without one. Takes either at least 1 layer, or a count of 0
-  // with a null array, and nothing else.
+  // Replaces everything. An empty `name` removes the name.
+  //
+  // Errors: VREL_E_FAIL unless `count` is above 0 and `layers` is not null, or `count` is 0 and `layers` is null.
   VRINResult Set(int count, int const* layers, VRELString const& name, bool current, eLayerFilterType type);
 
-  // Fails for an empty name.
+  // Sets the name.
+  // Errors: VREL_E_FAIL if `name` is empty.
   VRINResult SetName(VRELString const& name);
-  // Fails where there is no name, and then leaves `out` alone.
+  // Returns the name.
+  // Errors: VREL_E_FAIL, with `out` unchanged, if there is none.
   VRINResult GetName(VRELString& out) const;
 
+  // Returns the number of layers.
   VRINResult GetNumLayers(int& out) const noexcept;
-  // Fails for an index outside, and then sets `out` to -1.
+  // Returns the layer with this index.
+  // Errors: VREL_E_FAIL, with `out` set to -1, if the index is out of range.
   VRINResult GetLayerAt(int index, int& out) const noexcept;
 
   VRINResult SetCurrent(bool current) noexcept;
@@ -49,7 +54,7 @@ class VREL_EXPORT VRELLayerFilterC {
 
   VRINResult SetLayerFilterType(eLayerFilterType type) noexcept;
   VRINResult GetLayerFilterType(eLayerFilterType& out) const noexcept;
-  // Whether the filter passes every layer.
+  // Sets `out` to true if the type is eLayerFilterAll.
   VRINResult IsALLLayerFilter(bool& out) const noexcept;
 
  private:

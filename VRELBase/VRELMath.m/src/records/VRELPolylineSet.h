@@ -1,27 +1,35 @@
-// Polylines to be shown.
+// Set of polylines for display.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINResult.h"
 
-// Points, the polylines that run through them, and colours, under a key that the creator gives. The arrays belong to
-// the caller, who keeps them alive; how indexes and numbers stand in them is agreed between writer and reader, and
-// nothing here looks inside.
+// Set of polylines for display: arrays of points, polylines and colours, with a key chosen by the creator. The layout
+// of the arrays is agreed between the module that writes them and the one that reads them; this class does not inspect
+// them.
+//
+//   VRELPolylineSet set(1);
+//   set.SetData(pointCount, points, polylineCount, polylines, 0, nullptr);
+//   int count = 0;
+//   float* shared = nullptr;
+//   set.GetPoints(count, shared);  // shared == points
+//
+// Ownership: the arrays belong to the caller, who keeps them until the set and its copies are destroyed.
 class VREL_EXPORT VRELPolylineSet {
  public:
-  // Counts of 0 and null arrays.
+  // Creates a set with counts of 0 and null arrays.
   explicit VRELPolylineSet(int key) noexcept;
-  // A copy has the key, and holds the same arrays.
+  // Copies the key and refers to the same arrays.
   VRELPolylineSet(VRELPolylineSet const&) noexcept = default;
   VRELPolylineSet& operator=(VRELPolylineSet const&) noexcept = default;
-  // Frees none of the arrays, which is promised: SetData, which never owns them, is the only way to bring them.
+  // Compatibility: frees no array, because SetData, the only way to set them, does not take ownership.
   virtual ~VRELPolylineSet();
 
-  // Holds the arrays and counts as they are given, without a look at them.
+  // Stores counts and pointers without copying or checking them. Returns VREL_S_OK.
   virtual VRINResult SetData(int pointCount, float const* points, int polylineCount, int const* polylines,
                              int colorCount, float const* colors);
 
-  // Count and array as they were given. Always VREL_S_OK.
+  // Return count and array as they were set. The result is VREL_S_OK.
   virtual VRINResult GetPoints(int& count, float*& points) const;
   virtual VRINResult GetPolylines(int& count, int*& polylines) const;
   virtual VRINResult GetColors(int& count, float*& colors) const;

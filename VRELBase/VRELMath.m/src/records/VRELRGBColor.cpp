@@ -9,9 +9,10 @@
 
 namespace {
 
-constexpr double equalityTolerance = 0.0001;
+constexpr double kEqualityTolerance = 0.0001;
 
-unsigned int WholeNumber(float component) noexcept {
+// Converts a component to an integer. Out of range conversions are undefined in C++ and are clamped.
+unsigned int ToInteger(float component) noexcept {
   constexpr unsigned int largest = std::numeric_limits<unsigned int>::max();
   double const scaled = component * 255.0;
   if (!(scaled > 0.0)) return 0;
@@ -68,7 +69,7 @@ VRINResult VRELRGBColor::GetRGBA(float& red, float& green, float& blue, float& a
 
 VRINResult VRELRGBColor::GetRGBA(unsigned int* out) const {
   if (out == nullptr) return VREL_E_INVALID_ARGUMENT;
-  std::transform(components, components + 4, out, WholeNumber);
+  std::transform(components, components + 4, out, ToInteger);
   return VREL_S_OK;
 }
 
@@ -95,16 +96,16 @@ void VRELRGBColor::SetValidity() noexcept {
 
 bool VRELRGBColor::operator==(VRELRGBColor const& other) const noexcept {
   for (int i = 0; i < 4; ++i) {
-    if (!(Difference(components[i], other.components[i]) < equalityTolerance)) return false;
+    if (!(Difference(components[i], other.components[i]) < kEqualityTolerance)) return false;
   }
   return true;
 }
 
 bool VRELRGBColor::operator!=(VRELRGBColor const& other) const noexcept {
-  // Not the opposite of ==: here the validity counts, and what is not a number does not.
+  // Not the negation of ==: the validity is compared, and a NaN difference does not count as different.
   if (valid != other.valid) return true;
   for (int i = 0; i < 4; ++i) {
-    if (Difference(components[i], other.components[i]) >= equalityTolerance) return true;
+    if (Difference(components[i], other.components[i]) >= kEqualityTolerance) return true;
   }
   return false;
 }
@@ -126,7 +127,7 @@ VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELRGBColor con
   formatter << "Color[" << components[0] << ";" << components[1] << ";" << components[2];
   if (components[3] != 0.0F) formatter << ";" << components[3];
   formatter << "]";
-  // Flag and precision are promised to be these, whatever they were.
+  // Compatibility: flag and precision are set to these values and not restored.
   formatter.setDoubleFormat(previous, false, 10);
   return formatter;
 }

@@ -1,4 +1,4 @@
-// A colour.
+// Colour.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,53 +6,61 @@
 
 class VRELStreamFormatter;
 
-// Red, green, blue and alpha as floats, 0 to 1 in a valid colour. Whole numbers, 0 to 255 in a valid colour, are
-// divided by 255. Components out of range are kept: only IsValid tells.
+// A colour has no virtual destructor, so that the slots of its virtual table keep their order.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// Colour of red, green, blue and alpha as floats, 0 to 1 if the colour is valid. Integer components are divided by 255.
+// Components out of range are stored unchanged; IsValid() reports them.
 //
 //   VRELRGBColor const red(255u, 0u, 0u, 0u);
 //   formatter << red;  // Color[1.00;0.00;0.00]
 //
-// Arrays hold red, green, blue and, where there are four elements, alpha. The operations that take one give
-// VREL_E_INVALID_ARGUMENT for null and then change nothing, VREL_S_OK otherwise. Delete a derived colour by its own
-// type: the destructor is not virtual.
+// Arrays contain red, green, blue and, if they have four elements, alpha.
+//
+// Errors: operations that take an array return VREL_E_INVALID_ARGUMENT for null, without a change, otherwise VREL_S_OK.
+// Ownership: delete a derived colour through its own type; the destructor is not virtual.
 class VREL_EXPORT VRELRGBColor {
  public:
-  // All components 0, and yet not valid, which is promised.
+  // Creates a colour with all components 0.
+  // Compatibility: it is not valid.
   VRELRGBColor() noexcept;
   VRELRGBColor(float red, float green, float blue, float alpha) noexcept;
   VRELRGBColor(unsigned int red, unsigned int green, unsigned int blue, unsigned int alpha) noexcept;
   VRELRGBColor(VRELRGBColor const&) noexcept = default;
   VRELRGBColor& operator=(VRELRGBColor const&) noexcept = default;
 
-  // What the last SetValidity found.
+  // Returns the result of the last SetValidity.
   virtual bool IsValid() const;
 
-  // Takes four values, its name notwithstanding, which is promised.
+  // Sets four components.
+  // Compatibility: takes alpha, too, in spite of its name.
   virtual VRINResult SetRGB(unsigned int red, unsigned int green, unsigned int blue, unsigned int alpha);
-  // Four elements.
+  // Set four components from an array.
   virtual VRINResult SetRGBA(unsigned int* values);
   virtual VRINResult SetRGBA(float* values);
 
   virtual VRINResult GetRGBA(float& red, float& green, float& blue, float& alpha) const;
-  // Four elements, each component times 255. That it is truncated and not rounded is promised: 0.999 gives 254. Below
-  // 0, and what is not a number, gives 0; too much gives the largest number.
+  // Writes four elements, each component times 255. Negative components and NaN become 0; components that are too large
+  // become the largest unsigned int.
+  // Compatibility: the products are truncated and not rounded; 0.999 becomes 254.
   virtual VRINResult GetRGBA(unsigned int* out) const;
-  // Three elements.
+  // Writes three elements.
   virtual VRINResult GetRGB(float* out) const;
-  // Four elements.
+  // Writes four elements.
   virtual VRINResult GetRGBA(float* out) const;
 
-  // A hash of the components. Colours that are equal within the tolerance below may have different ones.
+  // Returns a hash code of the components. Colours that operator== considers equal can have different hash codes.
   unsigned int hashCode() const noexcept;
 
-  // Valid when each component is at least 0 and at most 1; one that is not a number makes the colour invalid.
+  // Sets the validity: true if each component is from 0 to 1. NaN makes the colour invalid.
   void SetValidity() noexcept;
 
-  // Whether each component differs by less than 0.0001. Validity is not looked at.
+  // Returns true if each component differs by less than 0.0001; the validity is not compared.
   bool operator==(VRELRGBColor const& other) const noexcept;
-  // Whether a component differs by 0.0001 or more, or one colour is valid and the other not. That this is not the
-  // opposite of == is promised: a valid and an invalid colour may be both equal and different, and components that are
-  // not numbers neither.
+  // Returns true if a component differs by 0.0001 or more, or if only one of the colours is valid.
+  // Compatibility: this is not the negation of operator==. For a valid and an invalid colour both can be true; for NaN
+  // components both can be false.
   bool operator!=(VRELRGBColor const& other) const noexcept;
 
  private:
@@ -63,7 +71,9 @@ class VREL_EXPORT VRELRGBColor {
   bool valid;
 };
 
-// Writes "Color[red;green;blue]" with two digits behind the decimal point; ";alpha" comes before the bracket unless
-// alpha is 0. Afterwards the formatter has its double format back, but without a precision argument, whether it had
-// one or not, which is promised.
+#pragma GCC diagnostic pop
+
+// Writes "Color[red;green;blue]", or "Color[red;green;blue;alpha]" if alpha is not 0, with two digits after the decimal
+// point.
+// Compatibility: restores the double format of the formatter, but always without a precision argument.
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELRGBColor const& color);

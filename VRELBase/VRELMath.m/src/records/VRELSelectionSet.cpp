@@ -40,7 +40,7 @@ bool VRELSelectionSet::GetMemberAtIndex(int index, void*& member) const {
   if (index >= members.Size()) return false;
   void* taken = nullptr;
   members.InitEnumeration();
-  // That the first one is taken even for an index below 0 is promised.
+  // Compatibility: a negative index returns the first member.
   members.GetNext(taken);
   for (int i = 0; i < index; ++i) members.GetNext(taken);
   if (taken == nullptr) return false;

@@ -1,4 +1,4 @@
-// A named set of a model's entities.
+// Named set of entities.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,35 +6,40 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// A name, a mark for the one set that is current in its document, and the addresses of entities, each there once. The
-// entities are neither looked at nor owned.
+// Selection set: a name, a flag for the current set of the document, and a set of pointers to entities.
 //
 //   VRELSelectionSet fasteners(L"Fasteners", false);
 //   fasteners.AddMember(bolt);
 //   void* member = nullptr;
 //   for (int i = 0; fasteners.GetMemberAtIndex(i, member); ++i) Visit(member);
 //
-// Each look-up by index walks from the start, so that such a loop costs a quadratic number of steps. It also uses the
-// one cursor of the set: a set that is read stays on one thread.
+// Ownership: the entities belong to the caller; the set does not access them.
+// Performance: a member is found in constant time, but GetMemberAtIndex iterates from the start, so that a loop over
+// all indexes takes quadratic time.
+// Thread safety: none, also for const objects: GetMemberAtIndex uses the cursor of the hash list.
 class VREL_EXPORT VRELSelectionSet {
  public:
-  // Without members.
+  // Creates a set without members.
   VRELSelectionSet(VRELString const& name, bool current);
-  // A copy has a member list of its own, in the same order.
+  // Does not compile: a pointer, such as a string literal, would convert to bool.
+  template <class T>
+  VRELSelectionSet(VRELString const& name, T* current) = delete;
+  // Copies name, flag and members; the copy has its own list in the same order.
   VRELSelectionSet(VRELSelectionSet const& other);
   VRELSelectionSet& operator=(VRELSelectionSet const& other);
-  // The members live on.
+  // Does not delete the members.
   virtual ~VRELSelectionSet();
 
   VRELString GetName() const;
   bool IsCurrent() const noexcept;
 
-  // VREL_E_FAIL for null. An entity that is there already stays there once, which is a success too.
+  // Adds a member. Adding a member again has no effect and succeeds.
+  // Errors: VREL_E_FAIL for null.
   VRINResult AddMember(void* member);
   bool IsMember(void* member) const;
   int SelectionSetLength() const noexcept;
-  // Members stand in the order of their slots in the hash list, which changes when the set grows; an index below 0
-  // counts as 0. False beyond the last one, and then `member` is left alone.
+  // Returns the member with this index in the order of the slots of the hash list, which changes when the set grows. A
+  // negative index is taken as 0. Returns false and leaves `member` unchanged if the index is not below the length.
   bool GetMemberAtIndex(int index, void*& member) const;
 
  private:

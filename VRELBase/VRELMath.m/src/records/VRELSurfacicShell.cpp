@@ -10,9 +10,10 @@ bool CanCopy(int count, void const* array) noexcept {
   return count == 0 || (count > 0 && array != nullptr);
 }
 
-// An array also for a count of 0. Its elements are written once.
+// Copies count * width elements; also allocates an array for a count of 0. new T[n] does not initialize the elements,
+// so that each is written only once.
 template <class T>
-std::unique_ptr<T[]> CopyOf(T const* array, int count, std::size_t width) {
+std::unique_ptr<T[]> DuplicateArray(T const* array, int count, std::size_t width) {
   std::size_t const length = static_cast<std::size_t>(count) * width;
   std::unique_ptr<T[]> copy(new T[length]);
   if (length > 0) std::memcpy(copy.get(), array, length * sizeof(T));
@@ -45,7 +46,7 @@ VRELSurfacicShell::~VRELSurfacicShell() {
 
 VRINResult VRELSurfacicShell::SetData(int newPointCount, float const* points, int newNormalCount, float const* normals,
                                       int newFaceCount, int const* faces, int newColorCount, float const* colors) {
-  // The arrays of an earlier CopyData are promised to live on.
+  // Compatibility: does not free the arrays of an earlier CopyData.
   owned = false;
   pointCount = newPointCount;
   pointArray = const_cast<float*>(points);
@@ -64,12 +65,12 @@ VRINResult VRELSurfacicShell::CopyData(int newPointCount, float const* points, i
       !CanCopy(newColorCount, colors)) {
     return VREL_E_INVALID_ARGUMENT;
   }
-  std::unique_ptr<float[]> ownPoints = CopyOf(points, newPointCount, 3);
-  std::unique_ptr<float[]> ownNormals = CopyOf(normals, newNormalCount, 3);
-  std::unique_ptr<int[]> ownFaces = CopyOf(faces, newFaceCount, 1);
-  std::unique_ptr<float[]> ownColors = CopyOf(colors, newColorCount, 3);
-  VRELSurfacicShell::SetData(newPointCount, ownPoints.release(), newNormalCount, ownNormals.release(), newFaceCount,
-                             ownFaces.release(), newColorCount, ownColors.release());
+  std::unique_ptr<float[]> copiedPoints = DuplicateArray(points, newPointCount, 3);
+  std::unique_ptr<float[]> copiedNormals = DuplicateArray(normals, newNormalCount, 3);
+  std::unique_ptr<int[]> copiedFaces = DuplicateArray(faces, newFaceCount, 1);
+  std::unique_ptr<float[]> copiedColors = DuplicateArray(colors, newColorCount, 3);
+  VRELSurfacicShell::SetData(newPointCount, copiedPoints.release(), newNormalCount, copiedNormals.release(),
+                             newFaceCount, copiedFaces.release(), newColorCount, copiedColors.release());
   owned = true;
   return VREL_S_OK;
 }

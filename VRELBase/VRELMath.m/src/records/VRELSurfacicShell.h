@@ -1,36 +1,43 @@
-// A faceted shell to be shown.
+// Faceted shell for display.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRINResult.h"
 
-// Points, normals and colours of three floats each, and faces of one int for each that is counted, under a key, a level
-// of detail and a pass that the creator gives. How vertices and their numbers stand among the faces is agreed between
-// writer and reader, and nothing here looks inside.
+// Faceted shell: arrays of points, normals and colours of three floats each, and an array of ints that describe the
+// faces, with a key, a level of detail and a pass chosen by the creator. The layout of the faces is agreed between the
+// module that writes them and the one that reads them; this class does not inspect it.
 //
-// The arrays either stay with the caller, who keeps them alive (SetData), or are copied into arrays of the shell
-// (CopyData), which go with it.
+//   VRELSurfacicShell shell(1, 0, 0);
+//   shell.CopyData(3, points, 1, normals, 4, faces, 0, nullptr);
+//   int count = 0;
+//   float* own = nullptr;
+//   shell.GetPoints(count, own);  // 3 points, owned by the shell
+//
+// Ownership: after SetData the arrays belong to the caller, who keeps them until the shell is destroyed; after CopyData
+// the shell owns copies and frees them.
 class VREL_EXPORT VRELSurfacicShell {
  public:
-  // Counts of 0 and null arrays.
+  // Creates a shell with counts of 0 and null arrays.
   VRELSurfacicShell(int key, int lod, int pass) noexcept;
   VRELSurfacicShell(VRELSurfacicShell const&) = delete;
   VRELSurfacicShell& operator=(VRELSurfacicShell const&) = delete;
-  // Frees the arrays if they are the shell's.
+  // Frees the arrays if the shell owns them.
   virtual ~VRELSurfacicShell();
 
-  // Holds the arrays and counts as they are given, without a look at them. Always VREL_S_OK.
+  // Stores counts and pointers without copying or checking them. Returns VREL_S_OK.
   virtual VRINResult SetData(int pointCount, float const* points, int normalCount, float const* normals, int faceCount,
                              int const* faces, int colorCount, float const* colors);
-  // Copies the arrays. VREL_E_INVALID_ARGUMENT, and nothing changes, for a count below 0 and for a null array with a
-  // count above 0. Throws std::bad_alloc, and nothing changes.
+  // Copies the arrays.
   //
-  // Neither operation frees what an earlier CopyData has allocated, which is promised: who has fetched those arrays
-  // holds on to them, and may release them with delete[].
+  // Errors: VREL_E_INVALID_ARGUMENT, without a change, if a count is negative or an array with a count above 0 is null;
+  // std::bad_alloc, without a change, if memory runs out.
+  // Compatibility: neither SetData nor CopyData frees the arrays of an earlier CopyData, because callers may still use
+  // them. A caller who has fetched them can free them with delete[].
   virtual VRINResult CopyData(int pointCount, float const* points, int normalCount, float const* normals, int faceCount,
                               int const* faces, int colorCount, float const* colors);
 
-  // Count and array, which stays with its owner. Always VREL_S_OK.
+  // Return count and array; the ownership does not change. The result is VREL_S_OK.
   virtual VRINResult GetPoints(int& count, float*& points) const;
   virtual VRINResult GetFaces(int& count, int*& faces) const;
   virtual VRINResult GetNormals(int& count, float*& normals) const;
@@ -39,7 +46,7 @@ class VREL_EXPORT VRELSurfacicShell {
   virtual int GetKey() const;
   virtual int GetLOD() const;
   virtual int GetPass() const;
-  // Whether the faces are triangle strips: no.
+  // Returns true if the faces are triangle strips; false here.
   virtual bool IsStripped() const;
 
  private:

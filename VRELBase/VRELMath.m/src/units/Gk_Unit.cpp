@@ -5,16 +5,16 @@
 
 namespace {
 
-constexpr char unset[] = "unset";
+constexpr char kUnset[] = "unset";
 
 }  // namespace
 
-Gk_Unit::Gk_Unit() : Gk_Unit(unset, -1.0) {}
+Gk_Unit::Gk_Unit() : Gk_Unit(kUnset, -1.0) {}
 
 Gk_Unit::Gk_Unit(char const* name, double value) : millimetres(value), unitName(name) {}
 
 bool Gk_Unit::IsSet() const {
-  return millimetres > 0.0 && unitName != unset;
+  return millimetres > 0.0 && unitName != kUnset;
 }
 
 bool Gk_Unit::operator==(Gk_Unit const& other) const noexcept {

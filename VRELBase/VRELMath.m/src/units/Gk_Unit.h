@@ -1,46 +1,50 @@
-// The older form of a length unit: a name and a factor.
+// Length unit as a name and a factor.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 
-// A unit by its size in millimetres. Two units of one size are equal, whatever their names. See VRELUnit for the units
-// that the library knows by number, and for the way from one form to the other.
+// Length unit with a name and its size in millimetres, the older representation. VRELUnit is the newer one;
+// GetVRELUnitFromGkUnit and GetGkUnitFromVRELUnit convert between them.
+//
+//   double const millimetres = 2.0 * Gk_Unit::inch.mapTo(Gk_Unit::mm);  // 50.8
+//
+// Units of the same size are equal, also if their names differ.
 class VREL_EXPORT Gk_Unit {
  public:
   static Gk_Unit const meter;
   static Gk_Unit const cm;
   static Gk_Unit const mm;
   static Gk_Unit const inch;
-  // Foot and mile, and the yard with them, are promised to be one place below 304.8, 1609344 and 914.4.
+  // Compatibility: the doubles of foot, yard and mile are one unit in the last place below 304.8, 914.4 and 1609344.
   static Gk_Unit const foot;
   static Gk_Unit const yard;
   static Gk_Unit const mile;
-  // A thousandth and a millionth of an inch.
+  // 1/1000 and 1/1000000 inch; the name of `uinch` is "microinch".
   static Gk_Unit const mils;
   static Gk_Unit const uinch;
-  // "micron" and "decimeter".
+  // Their names are "micron" and "decimeter".
   static Gk_Unit const micr;
   static Gk_Unit const deci;
   static Gk_Unit const km;
 
-  // No unit: the name "unset" and a size of -1.
+  // Creates an unset unit: the name "unset" and the size -1.
   Gk_Unit();
-  // Null stands for the empty name.
+  // Creates a unit of `value` millimetres. A null name is taken as the empty name.
   Gk_Unit(char const* name, double value);
 
-  // Millimetres in one of this unit.
+  // Returns the size in millimetres.
   double getValue() const noexcept { return millimetres; }
   Gk_String const& getName() const noexcept { return unitName; }
 
-  // Whether the size is above 0 and the name is not "unset".
+  // Returns true if the size is above 0 and the name is not "unset".
   bool IsSet() const;
 
-  // Whether the sizes are equal within Gk_Def::FuzzReal.
+  // Returns true if the sizes are equal within Gk_Def::FuzzReal; names are not compared.
   bool operator==(Gk_Unit const& other) const noexcept;
   bool operator!=(Gk_Unit const& other) const noexcept { return !(*this == other); }
 
-  // How many of the target unit make one of this; never negative.
+  // Returns the factor that converts lengths in this unit to `target`; never negative.
   double mapTo(Gk_Unit const& target) const noexcept;
 
  private:

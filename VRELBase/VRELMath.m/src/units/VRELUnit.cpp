@@ -12,7 +12,10 @@ struct UnitRow {
   double tolerance;
 };
 
-constexpr UnitRow unitRows[] = {
+// Names, factors and tolerances by value. The factors are those of the international system and of the international
+// inch of 25.4 mm. Foot and mile are 12 * 0.0254 and 5280 * 12 * 0.0254 computed in double precision, and therefore one
+// unit in the last place below 0.3048 and 1609.344.
+constexpr UnitRow kUnits[] = {
     {"UNKNOWN", 0.0, 0.0},
     {"MODELUNIT", 0.0, 0.0},
     {"NANOMETER", 1e-9, 1e-10},
@@ -29,12 +32,12 @@ constexpr UnitRow unitRows[] = {
     {"MICROINCH", 2.54e-8, 1e-10},
 };
 
-// Whether a number stands for a real unit; those before it only have names.
+// Returns true if the unit has a size; the unknown and the model unit only have names.
 bool HasFactor(VRELUnit unit) {
   return unit >= VRELUnitNanometer && unit <= VRELUnitMicroinch;
 }
 
-// A unit that is set for the process: none, one of our own on the heap, or a caller's variable.
+// System unit of the process: unset, an object on the heap that is owned here, or a variable of the caller.
 class SystemUnit {
  public:
   VRELUnit Get() const { return unit != nullptr ? *unit : VRELUnitModel; }
@@ -81,18 +84,18 @@ VRINResult CheckUnit(VRELUnit unit) {
 
 VRINResult GetUnitName(VRELUnit unit, VRELString& name) {
   if (CheckUnit(unit).IsFailure()) return VREL_E_ERROR;
-  name = VRELString(unitRows[unit].name, VRELString::CODEPAGE_NAME_ASCII);
+  name = VRELString(kUnits[unit].name, VRELString::CODEPAGE_NAME_ASCII);
   return HasFactor(unit) ? VREL_S_OK : VREL_E_ERROR;
 }
 
 VRINResult GetUnitScaleFactor(VRELUnit unit, double& factor) {
-  factor = HasFactor(unit) ? unitRows[unit].metres : 0.0;
+  factor = HasFactor(unit) ? kUnits[unit].metres : 0.0;
   return HasFactor(unit) ? VREL_S_OK : VREL_E_ERROR;
 }
 
 VRINResult GetVRELUnit(double factor, VRELUnit& unit) {
   for (int i = VRELUnitNanometer; i <= VRELUnitMicroinch; ++i) {
-    if (Gk_Func::abs(factor - unitRows[i].metres) < unitRows[i].tolerance) {
+    if (Gk_Func::abs(factor - kUnits[i].metres) < kUnits[i].tolerance) {
       unit = static_cast<VRELUnit>(i);
       return VREL_S_OK;
     }
@@ -109,7 +112,7 @@ VRINResult GetVRELUnitFromGkUnit(Gk_Unit const& from, VRELUnit& unit) {
 
 VRINResult GetGkUnitFromVRELUnit(VRELUnit const& from, Gk_Unit& to) {
   if (!HasFactor(from)) return VREL_E_ERROR;
-  to = Gk_Unit(unitRows[from].name, unitRows[from].metres * 1000.0);
+  to = Gk_Unit(kUnits[from].name, kUnits[from].metres * 1000.0);
   return VREL_S_OK;
 }
 

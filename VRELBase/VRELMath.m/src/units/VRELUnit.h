@@ -1,4 +1,4 @@
-// Length units by number, and the units that a translation goes from and to.
+// Length units as an enumeration, and the system units of a translation.
 #pragma once
 
 #include "VRELExport.h"
@@ -7,10 +7,17 @@
 
 class Gk_Unit;
 
-// VRINUnitValue, which applications see, has the same numbers.
+// Length unit. The values equal those of the public VRINUnitValue.
+//
+//   double metres = 0.0;
+//   GetUnitScaleFactor(VRELUnitInch, metres);  // 0.0254
+//   VRELUnit unit = VRELUnitUnknown;
+//   GetVRELUnit(0.001, unit);  // VRELUnitMillimeter
+//
+// Thread safety: the system units below are settings of the process without locks.
 enum VRELUnit : int {
   VRELUnitUnknown = 0,
-  VRELUnitModel = 1,  // the unit that the model is written in, whatever it is
+  VRELUnitModel = 1,  // the unit of the model, not further specified
   VRELUnitNanometer = 2,
   VRELUnitMicrometer = 3,
   VRELUnitMillimeter = 4,
@@ -25,48 +32,66 @@ enum VRELUnit : int {
   VRELUnitMicroinch = 13
 };
 
-// VREL_S_OK for the numbers 0 to 13, VREL_E_ERROR for all others.
+// Returns VREL_S_OK for the values 0 to 13, VREL_E_ERROR for all others.
 VREL_EXPORT VRINResult CheckUnit(VRELUnit unit);
 
-// The name in capitals. "UNKNOWN" and "MODELUNIT" come with VREL_E_ERROR, as they are no units; for a number outside
-// the enumeration `name` stays as it is.
+// Returns the name in capitals.
+//
+// Errors: VREL_E_ERROR for the unknown and the model unit, with the names "UNKNOWN" and "MODELUNIT"; VREL_E_ERROR for a
+// value outside the enumeration, with `name` unchanged.
 VREL_EXPORT VRINResult GetUnitName(VRELUnit unit, VRELString& name);
 
-// Metres in one unit. 0 and VREL_E_ERROR for what has none: unknown, the model unit, numbers outside the enumeration.
-// Foot and mile are promised to be one place below 0.3048 and 1609.344.
+// Returns the size of the unit in metres.
+//
+// Errors: VREL_E_ERROR, with `factor` set to 0, for the unknown unit, the model unit and values outside the
+// enumeration.
+// Compatibility: the doubles of foot and mile are one unit in the last place below 0.3048 and 1609.344.
 VREL_EXPORT VRINResult GetUnitScaleFactor(VRELUnit unit, double& factor);
 
-// The unit of so many metres: the first whose factor is off by less than 1e-10, or 1e-5 for metre and mile. For any
-// other number `unit` is unknown with VREL_S_OK; but 0 and negative numbers leave it, with VREL_E_ERROR.
+// Finds the unit of the given size in metres: the first one whose factor differs by less than 1e-10, or 1e-5 for metre
+// and mile.
+//
+// Errors: VREL_E_ERROR, with `unit` unchanged, if nothing matches and `factor` is 0 or negative.
+// Compatibility: if no unit matches a positive number or NaN, `unit` becomes VRELUnitUnknown and the result is
+// VREL_S_OK.
 VREL_EXPORT VRINResult GetVRELUnit(double factor, VRELUnit& unit);
 
-// The unit of the same size, as GetVRELUnit finds it; unknown where that fails.
+// Finds the unit of the same size with GetVRELUnit and returns its result; `unit` is VRELUnitUnknown if that fails.
 VREL_EXPORT VRINResult GetVRELUnitFromGkUnit(Gk_Unit const& from, VRELUnit& unit);
 
-// A unit of the same size with the name that GetUnitName gives. A failure of that or of GetUnitScaleFactor leaves `to`.
+// Sets `to` to a unit of the same size with the name of GetUnitName.
+//
+// Errors: VREL_E_ERROR, with `to` unchanged, if the unit has no size.
 VREL_EXPORT VRINResult GetGkUnitFromVRELUnit(VRELUnit const& from, Gk_Unit& to);
 
-// The units of the systems that a translation reads from and writes to, for the whole process; the model unit until
-// they are set. Always VREL_S_OK.
+// Return the unit of the sending or receiving system; the model unit before it is set. The result is VREL_S_OK.
 VREL_EXPORT VRINResult get_sending_system_unit(VRELUnit& unit);
 VREL_EXPORT VRINResult get_receiving_system_unit(VRELUnit& unit);
 
-// VREL_E_ERROR, and nothing changes, for a number outside the enumeration.
+// Set the unit of the sending or receiving system.
+//
+// Errors: VREL_E_ERROR, without a change, for a value outside the enumeration.
 VREL_EXPORT VRINResult set_sending_system_unit(VRELUnit unit);
 VREL_EXPORT VRINResult set_receiving_system_unit(VRELUnit unit);
-// The caller's variable itself becomes the setting: a change in it changes the unit, and it must live until another
-// one is set. VREL_E_ERROR, and nothing changes, for null or a number outside the enumeration.
+// Set the unit of the sending or receiving system to a variable of the caller: a later change of the variable changes
+// the unit.
+//
+// Requires: the variable exists until another unit is set.
+// Errors: VREL_E_ERROR, without a change, for null or a value outside the enumeration.
 VREL_EXPORT VRINResult set_sending_system_unit(VRELUnit* unit);
 VREL_EXPORT VRINResult set_receiving_system_unit(VRELUnit* unit);
 
-// Sets both, each as far as it can be. Always VREL_S_OK.
+// Sets both system units and ignores invalid values. Returns VREL_S_OK.
 VREL_EXPORT VRINResult set_internal_unit(VRELUnit sending, VRELUnit receiving);
-// For writing from the application's unit to the write unit of VRELUnitValue, for reading from the read unit to the
-// application's.
+// Sets both system units from VRELUnitValue: application unit to write unit if `writing` is set, otherwise read unit to
+// application unit.
 VREL_EXPORT VRINResult set_internal_unit(bool writing);
+// Do not compile: a single unit would convert to bool.
+VRINResult set_internal_unit(VRELUnit unit) = delete;
+VRINResult set_internal_unit(VRELUnit* unit) = delete;
 
-// Frees those of the two settings that were made by value when the process ends, and leaves the model unit there. That
-// a caller's variable is neither touched nor let go is promised.
+// Frees the system units that were set by value when the process ends; they read as the model unit afterwards.
+// Compatibility: a unit that was set to a variable of the caller is neither freed nor reset.
 class VREL_EXPORT ReleaseUnits {
  public:
   ~ReleaseUnits();

@@ -16,7 +16,8 @@ struct Spelling {
   VRELUnit unit;
 };
 
-constexpr Spelling spellings[] = {
+// Accepted names and abbreviations, in the order of comparison.
+constexpr Spelling kSpellings[] = {
     {u"UNKNOWN", VRELUnitUnknown},
     {u"NANOMETER", VRELUnitNanometer},
     {u"nm", VRELUnitNanometer},
@@ -78,7 +79,7 @@ void VRELUnitValue::SetWriteUnit(VRELUnit unit) {
 }
 
 VRINResult VRELUnitValue::GetUnitFromString(VRELUnit& unit, VRELString const& text) {
-  for (Spelling const& spelling : spellings) {
+  for (Spelling const& spelling : kSpellings) {
     if (!VRELStringIsWord(text, spelling.text)) continue;
     unit = spelling.unit;
     return VREL_S_OK;

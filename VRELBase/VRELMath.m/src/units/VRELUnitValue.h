@@ -1,4 +1,4 @@
-// The units of the four roles in a translation, and units as text.
+// Units of the four roles in a translation, and units as strings.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,25 +6,33 @@
 #include "VRELUnit.h"
 #include "VRINResult.h"
 
-// Settings of the whole process. A setter stores any number unchecked.
+// Unit settings of the process, one for each role in a translation. Setters store any value unchecked.
+//
+//   VRELUnit unit = VRELUnitUnknown;
+//   if (VRELUnitValue::GetUnitFromString(unit, L"mm").IsSuccess()) VRELUnitValue::SetWriteUnit(unit);
+//   set_internal_unit(true);  // from the application unit to the write unit
+//
+// Thread safety: none.
 class VREL_EXPORT VRELUnitValue {
  public:
-  // What the file says; unknown at first.
+  // Unit of the file that is read; initially VRELUnitUnknown.
   static VRELUnit GetReadUnit();
   static void SetReadUnit(VRELUnit unit);
-  // What is taken where the file says nothing; unknown at first.
+  // Unit that is assumed if the file specifies none; initially VRELUnitUnknown.
   static VRELUnit GetUnitWhenUnspecified();
   static void SetUnitWhenUnspecified(VRELUnit unit);
-  // What the application works in; the model unit at first.
+  // Unit of the application; initially VRELUnitModel.
   static VRELUnit GetApplicationUnit();
   static void SetApplicationUnit(VRELUnit unit);
-  // What is written; the model unit at first.
+  // Unit of the file that is written; initially VRELUnitModel.
   static VRELUnit GetWriteUnit();
   static void SetWriteUnit(VRELUnit unit);
 
-  // The unit of a name or of an abbreviation ("mm", "in", "ft"), in any case. VREL_E_FAIL, with `unit` as it was, for
-  // any other text.
+  // Finds a unit by its name or abbreviation ("mm", "in", "ft"), ignoring case.
+  //
+  // Errors: VREL_E_FAIL, with `unit` unchanged, for any other string.
   static VRINResult GetUnitFromString(VRELUnit& unit, VRELString const& text);
-  // The name in capitals, "MODEL UNIT" in two words. A number outside the enumeration leaves `text`.
+  // Returns the name in capitals; that of the model unit is "MODEL UNIT", two words. Leaves `text` unchanged for a
+  // value outside the enumeration.
   static void GetUnitAsString(VRELUnit unit, VRELString& text);
 };

@@ -1,24 +1,45 @@
 #include "VRELArchive.h"
 
-#include <algorithm>
+#include <sys/mman.h>
+
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <typeinfo>
-#include <vector>
 
 #include "VRELArchiveException.h"
 #include "VRELString.h"
 
 namespace {
 
-constexpr unsigned short newClassTag = 0xFFFF;
-constexpr unsigned short longTag = 0x7FFF;
-constexpr std::uint32_t classFlag = 0x80000000U;
-constexpr unsigned short maxClassName = 64;
+constexpr unsigned short kNewClassTag = 0xFFFF;
+constexpr unsigned short kLongTag = 0x7FFF;
+constexpr std::uint32_t kClassFlag = 0x80000000U;
+constexpr unsigned short kMaxClassName = 64;
 
-// Bytes that are asked for before any of them has come.
-constexpr long firstPortion = 4096;
+// Strings of up to this many bytes, terminator included, are read into the stack.
+constexpr long kStackBytes = 16384;
+
+// Anonymous memory that is committed page by page as it is written.
+class ReservedMemory {
+ public:
+  explicit ReservedMemory(std::size_t count)
+      : size(count),
+        block(mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0)) {}
+  ReservedMemory(ReservedMemory const&) = delete;
+  ReservedMemory& operator=(ReservedMemory const&) = delete;
+  ~ReservedMemory() {
+    if (block != MAP_FAILED) munmap(block, size);
+  }
+
+  // Returns null if the memory could not be reserved.
+  void* Get() const { return block != MAP_FAILED ? block : nullptr; }
+
+ private:
+  std::size_t size;
+  void* block;
+};
 
 }  // namespace
 
@@ -56,48 +77,41 @@ void VRELArchive::RestoreCString(VRELString& out) {
   out = length == -1 ? TakeText<wchar_t>(GetCStringLength()) : TakeText<char>(length);
 }
 
-// A text of `length` units. A short one needs no memory of its own; of a long one each portion, as long as all before
-// it, is asked for when those have come.
+// Reads a string of `length` units with one read. The memory of a long string is reserved and not touched before the
+// stream writes to it, so that a false length costs address space only.
 template <class Unit>
 VRELString VRELArchive::TakeText(long length) {
-  if (length < 0) ThrowEndReached();  // a second wide mark in the place of a length
   constexpr long unitSize = sizeof(Unit);
-  constexpr long portion = firstPortion / unitSize;
-  auto const readUnits = [this](Unit* units, long count) {
-    if (count > 0) Read(reinterpret_cast<char*>(units), static_cast<int>(count * unitSize));
-  };
+  // A length below 0 is a second mark of a wide string. A count of more bytes than an int holds cannot be read at once.
+  if (length < 0 || length > std::numeric_limits<int>::max() / unitSize) ThrowEndReached();
 
-  std::array<Unit, portion> first;
-  if (length < portion) {
-    readUnits(first.data(), length);
-    first[static_cast<std::size_t>(length)] = 0;
-    return VRELString(first.data());
+  std::array<Unit, kStackBytes / unitSize> units;
+  if (length < static_cast<long>(units.size())) {
+    if (length > 0) Read(reinterpret_cast<char*>(units.data()), static_cast<int>(length * unitSize));
+    units[static_cast<std::size_t>(length)] = 0;
+    return VRELString(units.data());
   }
-  readUnits(first.data(), portion);
-  std::vector<Unit> text(first.begin(), first.end());
-  constexpr long maxPortion = 1 << 24;
-  for (long held = portion; held < length;) {
-    long const count = std::min({length - held, held, maxPortion});
-    text.resize(static_cast<std::size_t>(held + count));
-    readUnits(text.data() + held, count);
-    held += count;
-  }
-  text.push_back(0);
-  return VRELString(text.data());
+  ReservedMemory const block(static_cast<std::size_t>(length + 1) * sizeof(Unit));
+  auto* const reserved = static_cast<Unit*>(block.Get());
+  if (reserved == nullptr) ThrowEndReached();
+  Read(static_cast<char*>(block.Get()), static_cast<int>(length * unitSize));
+  // Fresh pages are zero, but a stream may have written more than it returned.
+  reserved[length] = 0;
+  return VRELString(reserved);
 }
 
 VRINResult VRELArchive::RestoreClassObject(VRELString& name, unsigned short* tagOut) {
   auto const tag = Take<unsigned short>();
-  std::uint32_t const objectTag = tag == longTag ? Take<unsigned int>() : (tag & 0x8000U) << 16 | (tag & 0x7FFFU);
+  std::uint32_t const objectTag = tag == kLongTag ? Take<unsigned int>() : (tag & 0x8000U) << 16 | (tag & 0x7FFFU);
   if (tagOut != nullptr) *tagOut = tag;
-  if ((objectTag & classFlag) == 0) return VREL_E_FAIL;
-  return tag == newClassTag ? RestoreNewClass(name) : VRINResult(VREL_S_OK);
+  if ((objectTag & kClassFlag) == 0) return VREL_E_FAIL;
+  return tag == kNewClassTag ? RestoreNewClass(name) : VRINResult(VREL_S_OK);
 }
 
 VRINResult VRELArchive::RestoreNewClass(VRELString& name) {
   Take<unsigned short>();  // the schema
   auto const length = Take<unsigned short>();
-  if (length >= maxClassName) return VREL_E_FAIL;
+  if (length >= kMaxClassName) return VREL_E_FAIL;
   VRELString const found = TakeText<char>(length);
   if (name.length() < 1) {
     name = found;

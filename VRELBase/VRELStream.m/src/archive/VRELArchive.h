@@ -1,4 +1,4 @@
-// Reads serialised object archives.
+// Reader of serialized object archives.
 #pragma once
 
 #include "VRELExport.h"
@@ -7,10 +7,10 @@
 
 class VRELString;
 
-// Reads an archive in the layout of the MFC class CArchive from a stream: little-endian values of fixed widths, counts
-// and lengths that take as many bytes as they need, counted strings and class records. There is no way to write one.
+// Reads an archive in the layout of the MFC class CArchive from a stream: little-endian values of fixed width, counts
+// and lengths of variable width, counted strings and class records. There is no writer.
 //
-// A read that gets fewer bytes than it needs throws, so that a reader is straight-line code:
+// A short read throws, so that a reader is straight-line code:
 //
 //   VRELArchive archive(&stream);
 //   try {
@@ -18,19 +18,22 @@ class VRELString;
 //       archive >> id >> radius;
 //       archive.RestoreCString(name);
 //     }
-//   } catch (VRELArchiveException* exception) {  // a pointer, owned by who catches it
+//   } catch (VRELArchiveException* exception) {  // a pointer, deleted by the handler
 //     delete exception;
 //   }
 //
-// Code 1 of the exception is the end of the input or a failed read, code 2 a double that is not a number. What was read
-// up to there stays read; the target of the read that threw keeps its value. A length that the archive tells is not
-// believed: memory grows with the bytes that really come.
+// Errors: throws a VRELArchiveException* with code 1 for a short or failed read, and with code 2 for a double that is
+// not a number. Bytes that were read stay consumed, and the target of the failed read keeps its value.
+//
+// Performance: values are read without a virtual call from a VRELStringInputStream. The memory for a string is
+// committed only as its bytes arrive, so that a false length in the archive does not exhaust memory.
 class VREL_EXPORT VRELArchive {
  public:
-  // The stream is not owned and must outlive the archive; null is one at its end.
+  // Ownership: the stream is not owned and must outlive the archive. Null is a stream at its end.
   explicit VRELArchive(VRELInputStream* input);
 
-  // Reads exactly `count` bytes and returns `count`; throws code 1 if the stream gives any other number.
+  // Reads exactly `count` bytes with one read of the stream, and returns `count`. Errors: throws code 1 if the stream
+  // returns any other number.
   int Read(char* buffer, int count) {
     int const taken = stream != nullptr ? stream->read(buffer, count) : 0;
     bytesRead += taken;
@@ -38,47 +41,50 @@ class VREL_EXPORT VRELArchive {
     return taken;
   }
 
-  // All that the stream's reads have returned so far, the -1 of a failed one included.
+  // Returns the sum of all results of the stream's reads, including the -1 of a failed one.
   long GetBytesRead() const { return bytesRead; }
 
-  // 1, 2 and 4 bytes.
+  // Read a value of 1, 2 or 4 bytes.
   VRELArchive& operator>>(unsigned char& value) { return Restore(value); }
   VRELArchive& operator>>(char& value) { return Restore(value); }
   VRELArchive& operator>>(unsigned short& value) { return Restore(value); }
   VRELArchive& operator>>(short& value) { return Restore(value); }
   VRELArchive& operator>>(unsigned int& value) { return Restore(value); }
   VRELArchive& operator>>(int& value) { return Restore(value); }
-  // A signed value of 4 bytes, as long as the host's long may be.
+  // Reads a signed value of 4 bytes, independent of the size of long.
   VRELArchive& operator>>(long& value) {
     value = Take<int>();
     return *this;
   }
-  // 4 bytes; one that is not a number is no error.
+  // Reads 4 bytes. Not-a-number is not an error.
   VRELArchive& operator>>(float& value) { return Restore(value); }
-  // 8 bytes. One that is not a number throws code 2 and is left in the variable.
+  // Reads 8 bytes. Errors: not-a-number is stored and throws code 2.
   VRELArchive& operator>>(double& value) {
     value = Take<double>();
     if (value != value) ThrowNotANumber();
     return *this;
   }
 
-  // A count of 2 bytes below 65535, or of 4 bytes behind 2 that are all ones; never negative.
+  // Reads a count: 2 bytes if it is below 65535; otherwise 2 bytes 0xFF and 4 bytes. Never negative.
   long RestoreCount();
 
-  // A length of 1 byte below 255, of 2 below 65534, or of 4, each behind ones in all shorter places; -1 where the
-  // string is wide and its length comes next.
+  // Reads the length of a string: 1 byte if it is below 255; otherwise 0xFF and 2 bytes if it is below 65534; otherwise
+  // 3 bytes 0xFF and 4 bytes. Returns -1 for 0xFF 0xFE 0xFF, the mark of a wide string, whose length follows.
   long GetCStringLength();
 
-  // A text behind its length: bytes in the process's default codepage, or wide characters of 4 bytes. It ends at its
-  // first zero; what cannot be converted is told by `out` as by its constructors.
+  // Reads a length and a string: bytes in the default codepage of the process, or wide characters of 4 bytes. The
+  // result ends at the first zero. The units are read with one read of the stream. Errors: throws code 1 if they do not
+  // arrive, or do not fit into memory or an int. A string that cannot be converted is reported by `out`, as by its
+  // constructors.
   void RestoreCString(VRELString& out);
 
-  // Reads the record that stands in front of an object. Success for a class that the archive tells for the first time,
-  // whose name goes to an empty `name` and must otherwise be `name`; and for one that it refers back to, whose name is
-  // not told. VREL_E_FAIL for a reference to an object, a tag of 0, another name, or a name of 64 bytes or more, which
-  // is then still unread. The 2-byte tag goes to `tagOut` unless that is null, success or not.
+  // Reads the class record before an object, and stores its 2-byte tag in `tagOut` unless that is null.
+  //
+  // Succeeds for a new class whose name equals `name`, or is stored in `name` if that is empty; and for a reference to
+  // a class that was read before, whose name is not in the record. Errors: VREL_E_FAIL for a reference to an object,
+  // for a tag of 0, for another name, and for a name of 64 bytes or more, which is not consumed.
   VRINResult RestoreClassObject(VRELString& name, unsigned short* tagOut);
-  // The same with a name that is expected; null and the empty text take any.
+  // Reads the class record of a class with this name; null and the empty string accept any name.
   VRINResult RestoreClassObject(char const* name, unsigned short* tagOut);
 
  private:
@@ -95,7 +101,7 @@ class VREL_EXPORT VRELArchive {
     return value;
   }
 
-  // Apart, so that the values of the way above may live in registers.
+  // Out of line, so that the values of the fast path stay in registers.
   template <class T>
   [[gnu::noinline]] T TakeFromStream() {
     T value;
@@ -115,9 +121,9 @@ class VREL_EXPORT VRELArchive {
 
   VRELInputStream* stream;
   long bytesRead = 0;
-  VRELStringInputStream* memory;  // the stream, where it is one of this very class: its read is known and not called
+  VRELStringInputStream* memory;  // the stream, if it is of exactly this class; else null
 };
 
-// Looks at 4 bytes as a float: 0 for a finite one, otherwise its word with all bits of the mantissa set. That this
-// counts infinities too, and that no reader of an archive asks it, is promised.
+// Returns 0 if 4 bytes, read as a float, are finite; otherwise their word with all bits of the mantissa set.
+// Compatibility: counts infinities too. operator>>(float&) does not call it.
 VREL_EXPORT int VRELIsnan(char const* bytes);

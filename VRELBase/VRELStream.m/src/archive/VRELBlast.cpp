@@ -1,3 +1,18 @@
+// Decoder for the implode format: a bit stream of literals and copies (LZ77) with fixed canonical Huffman codes.
+//
+// Tables. All codes are fixed, so the tables are built at compile time. `kItems` is indexed by the next 12 bits and
+// describes what they begin with: a copy (its length symbol with the extra bits), one literal, two literals that fit
+// into the index together, or a literal whose code is longer than the index, which continues in the table `rest`.
+// `kDistances` is indexed by 8 bits, the longest distance code. An entry is a word of packed fields (see namespace
+// entry), so that the main loop does one load for each item.
+//
+// Two loops. DecodeBuffered runs while the input block has bytes for two refills of the 64-bit bit buffer, and does not
+// check for the end of input. DecodeOne decodes one item bit by bit at the end of a block, and requests the next block
+// only if a bit is missing, so that no input is read after the end code.
+//
+// Window. The output window of 4096 bytes is kept twice, the last block before the current one, so that a copy never
+// wraps around. A copy can write up to 16 bytes too many after the end of the block; they are overwritten or moved to
+// the next block by Flush.
 #include "VRELBlast.h"
 
 #include <array>
@@ -8,21 +23,21 @@
 
 namespace {
 
-constexpr int maxBits = 13;          // of a code
-constexpr unsigned window = 4096;    // the largest dictionary, and the unit of output
-constexpr unsigned endLength = 519;  // the length that ends the data
-constexpr unsigned maxLength = endLength - 1;
+constexpr int kMaxBits = 13;          // longest code
+constexpr unsigned kWindow = 4096;    // the largest dictionary, and the unit of output
+constexpr unsigned kEndLength = 519;  // the length that ends the data
+constexpr unsigned kMaxLength = kEndLength - 1;
 
-// A canonical code: how many codes there are of each length, and the symbols in the order of their codes.
+// Canonical code: the number of codes of each length, and the symbols in code order.
 template <std::size_t Symbols>
 struct Code {
-  std::array<short, maxBits + 1> count{};
+  std::array<short, kMaxBits + 1> count{};
   std::array<short, Symbols> symbol{};
-  int left = 0;  // codes of the longest length that stand for nothing
+  int left = 0;  // unused codes of the longest length
 };
 
-// Builds a code from bytes which tell in the low four bits a length, and in the high four how many more symbols than
-// one have it.
+// Builds a code from run-length encoded code lengths: the low four bits of a byte are a length, the high four bits plus
+// one the number of consecutive symbols with this length.
 template <std::size_t Symbols, std::size_t Runs>
 constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
   std::array<int, Symbols> lengths{};
@@ -33,9 +48,9 @@ constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
   Code<Symbols> code;
   for (int const length : lengths) ++code.count[static_cast<std::size_t>(length)];
   code.left = 1;
-  for (std::size_t length = 1; length <= maxBits; ++length) code.left = code.left * 2 - code.count[length];
+  for (std::size_t length = 1; length <= kMaxBits; ++length) code.left = code.left * 2 - code.count[length];
   std::size_t next = 0;
-  for (int length = 1; length <= maxBits; ++length) {
+  for (int length = 1; length <= kMaxBits; ++length) {
     for (std::size_t i = 0; i < Symbols; ++i) {
       if (lengths[i] == length) code.symbol[next++] = static_cast<short>(i);
     }
@@ -43,30 +58,29 @@ constexpr Code<Symbols> Construct(unsigned char const (&runs)[Runs]) {
   return code;
 }
 
-constexpr unsigned char literalRuns[] = {
+constexpr unsigned char kLiteralRuns[] = {
     11, 124, 8,  7,  28, 7,  188, 13,  76,  4,   10,  8,   12, 10, 12, 10, 8,  23, 8,  9,  7,  6,  7,  8,  7,
     6,  55,  8,  23, 24, 12, 11,  7,   9,   11,  12,  6,   7,  22, 5,  7,  24, 6,  11, 9,  6,  7,  22, 7,  11,
     38, 7,   9,  8,  25, 11, 8,   11,  9,   12,  8,   12,  5,  38, 5,  38, 5,  11, 7,  5,  6,  21, 6,  10, 53,
     8,  7,   24, 10, 27, 44, 253, 253, 253, 252, 252, 252, 13, 12, 45, 12, 45, 12, 61, 12, 45, 44, 173};
-constexpr unsigned char lengthRuns[] = {2, 35, 36, 53, 38, 23};
-constexpr unsigned char distanceRuns[] = {2, 20, 53, 230, 247, 151, 248};
+constexpr unsigned char kLengthRuns[] = {2, 35, 36, 53, 38, 23};
+constexpr unsigned char kDistanceRuns[] = {2, 20, 53, 230, 247, 151, 248};
 
-constexpr auto literalCode = Construct<256>(literalRuns);
-constexpr auto lengthCode = Construct<16>(lengthRuns);
-constexpr auto distanceCode = Construct<64>(distanceRuns);
-static_assert(literalCode.left == 0 && lengthCode.left == 0 && distanceCode.left == 0,
-              "every input stands for symbols");
+constexpr auto kLiteralCode = Construct<256>(kLiteralRuns);
+constexpr auto kLengthCode = Construct<16>(kLengthRuns);
+constexpr auto kDistanceCode = Construct<64>(kDistanceRuns);
+static_assert(kLiteralCode.left == 0 && kLengthCode.left == 0 && kDistanceCode.left == 0, "the codes are complete");
 
-constexpr std::array<unsigned short, 16> baseLength = {3, 2, 4, 5, 6, 7, 8, 9, 10, 12, 16, 24, 40, 72, 136, 264};
-constexpr std::array<unsigned char, 16> extraBits = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
+constexpr std::array<unsigned short, 16> kBaseLength = {3, 2, 4, 5, 6, 7, 8, 9, 10, 12, 16, 24, 40, 72, 136, 264};
+constexpr std::array<unsigned char, 16> kExtraBits = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8};
 
-// Calls visit(symbol, bits, length) for each code; the bits are those of the data, the first one lowest. The data has
-// codes with their highest bit first and every bit inverted.
+// Calls visit(symbol, bits, length) for each code. `bits` are as in the bit stream, first bit lowest: codes are stored
+// with their highest bit first and every bit inverted.
 template <std::size_t Symbols, class Visit>
 constexpr void ForEachCode(Code<Symbols> const& code, Visit const& visit) {
   unsigned value = 0;
   std::size_t next = 0;
-  for (int length = 1; length <= maxBits; ++length, value <<= 1) {
+  for (int length = 1; length <= kMaxBits; ++length, value <<= 1) {
     for (int i = 0; i < code.count[static_cast<std::size_t>(length)]; ++i, ++value) {
       unsigned bits = 0;
       for (int bit = 0; bit < length; ++bit) bits |= (~value >> bit & 1U) << (length - 1 - bit);
@@ -75,12 +89,13 @@ constexpr void ForEachCode(Code<Symbols> const& code, Visit const& visit) {
   }
 }
 
-// What the next bits of the data begin with: an entry of a table that is indexed by them. Bits 0 to 5 tell how many of
-// them it takes, bits 6 and 7 its kind, the rest depends on that.
+// Entry of a decoding table, indexed by the next bits. Bits 0 to 5 are the number of bits it consumes, bits 6 and 7 its
+// kind; the other bits depend on the kind.
 namespace entry {
-constexpr unsigned copy = 0U << 6;  // bits 8 to 11: extra bits within those taken; 16 to 31: the length without them
-constexpr unsigned literals = 1U << 6;  // bits 8 to 9: how many bytes, 1 or 2; 16 to 23 and 24 to 31: the bytes
-constexpr unsigned longer = 2U << 6;    // a literal whose code goes on; bits 16 to 31: where in the second table
+constexpr unsigned copy =
+    0U << 6;  // bits 8 to 11: number of extra bits, included in the bits consumed; 16 to 31: base length
+constexpr unsigned literals = 1U << 6;  // bits 8 to 9: number of bytes, 1 or 2; 16 to 23 and 24 to 31: the bytes
+constexpr unsigned longer = 2U << 6;    // a literal with a longer code; bits 16 to 31: its index in the second table
 constexpr unsigned kinds = 3U << 6;
 
 constexpr unsigned Taken(std::uint32_t e) {
@@ -100,14 +115,14 @@ constexpr std::uint32_t Make(unsigned kind, unsigned taken, unsigned detail, uns
 }
 }  // namespace entry
 
-constexpr unsigned itemBits = 12;                      // the index of the table of items
-constexpr unsigned restBits = maxBits + 1 - itemBits;  // that of each part of the table behind it
-constexpr unsigned distanceBits = 8;                   // the longest code of a distance
+constexpr unsigned kItemBits = 12;                        // index of the item table
+constexpr unsigned kRestBits = kMaxBits + 1 - kItemBits;  // index of each part of the second table
+constexpr unsigned kDistanceBits = 8;                     // longest distance code
 
-// An item is a copy or a literal with the bit in front that tells which it is.
+// Items: copies and literals, with the flag bit before them.
 struct ItemTable {
-  std::array<std::uint32_t, 1U << itemBits> item{};
-  std::array<std::uint32_t, 64U << restBits> rest{};  // for literals that `item` begins and does not end
+  std::array<std::uint32_t, 1U << kItemBits> item{};
+  std::array<std::uint32_t, 64U << kRestBits> rest{};  // for literals with codes longer than the index of `item`
   unsigned restSize = 0;
 };
 
@@ -116,25 +131,25 @@ constexpr void AddItem(ItemTable& table, unsigned bits, unsigned length, std::ui
 }
 
 constexpr void AddLongLiteral(ItemTable& table, unsigned bits, unsigned length, unsigned symbol) {
-  std::uint32_t& first = table.item[bits & ((1U << itemBits) - 1)];
+  std::uint32_t& first = table.item[bits & ((1U << kItemBits) - 1)];
   if (entry::Kind(first) != entry::longer) {
-    first = entry::Make(entry::longer, itemBits, 0, table.restSize);
-    table.restSize += 1U << restBits;
+    first = entry::Make(entry::longer, kItemBits, 0, table.restSize);
+    table.restSize += 1U << kRestBits;
   }
   unsigned const begin = entry::Value(first);
-  for (unsigned i = bits >> itemBits; i < 1U << restBits; i += 1U << (length - itemBits)) {
-    table.rest[begin + i] = entry::Make(entry::literals, length - itemBits, 1, symbol);
+  for (unsigned i = bits >> kItemBits; i < 1U << kRestBits; i += 1U << (length - kItemBits)) {
+    table.rest[begin + i] = entry::Make(entry::literals, length - kItemBits, 1, symbol);
   }
 }
 
-// Two literals that an index holds together become one entry.
+// Combines two literals that fit into one index.
 constexpr void PairLiterals(ItemTable& table) {
   auto const single = table.item;
   for (std::size_t i = 0; i < single.size(); ++i) {
     if (entry::Kind(single[i]) != entry::literals) continue;
     unsigned const taken = entry::Taken(single[i]);
     std::uint32_t const next = single[i >> taken];
-    if (entry::Kind(next) != entry::literals || taken + entry::Taken(next) > itemBits) continue;
+    if (entry::Kind(next) != entry::literals || taken + entry::Taken(next) > kItemBits) continue;
     table.item[i] =
         entry::Make(entry::literals, taken + entry::Taken(next), 2, entry::Value(single[i]) | entry::Value(next) << 8);
   }
@@ -142,12 +157,12 @@ constexpr void PairLiterals(ItemTable& table) {
 
 constexpr ItemTable MakeItems() {
   ItemTable table;
-  ForEachCode(lengthCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
-    unsigned const extra = extraBits[symbol];
-    AddItem(table, bits << 1 | 1, length + 1, entry::Make(entry::copy, length + 1 + extra, extra, baseLength[symbol]));
+  ForEachCode(kLengthCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    unsigned const extra = kExtraBits[symbol];
+    AddItem(table, bits << 1 | 1, length + 1, entry::Make(entry::copy, length + 1 + extra, extra, kBaseLength[symbol]));
   });
-  ForEachCode(literalCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
-    if (length + 1 > itemBits) {
+  ForEachCode(kLiteralCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+    if (length + 1 > kItemBits) {
       AddLongLiteral(table, bits << 1, length + 1, symbol);
     } else {
       AddItem(table, bits << 1, length + 1, entry::Make(entry::literals, length + 1, 1, symbol));
@@ -162,9 +177,9 @@ struct DistanceEntry {
   unsigned char symbol = 0;
 };
 
-constexpr std::array<DistanceEntry, 1U << distanceBits> MakeDistances() {
-  std::array<DistanceEntry, 1U << distanceBits> table{};
-  ForEachCode(distanceCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
+constexpr std::array<DistanceEntry, 1U << kDistanceBits> MakeDistances() {
+  std::array<DistanceEntry, 1U << kDistanceBits> table{};
+  ForEachCode(kDistanceCode, [&table](unsigned symbol, unsigned bits, unsigned length) {
     for (std::size_t i = bits; i < table.size(); i += std::size_t{1} << length) {
       table[i].taken = static_cast<unsigned char>(length);
       table[i].symbol = static_cast<unsigned char>(symbol);
@@ -173,41 +188,41 @@ constexpr std::array<DistanceEntry, 1U << distanceBits> MakeDistances() {
   return table;
 }
 
-constexpr ItemTable items = MakeItems();
-constexpr auto distances = MakeDistances();
+constexpr ItemTable kItems = MakeItems();
+constexpr auto kDistances = MakeDistances();
 
 enum Outcome {
-  finished = 0,
-  outputFailed = 1,
-  inputEnded = 2,
-  badFlag = -1,
-  badDictionary = -2,
-  tooFar = -3,
-  goesOn = 3
+  kFinished = 0,
+  kOutputFailed = 1,
+  kInputEnded = 2,
+  kBadFlag = -1,
+  kBadDictionary = -2,
+  kTooFar = -3,
+  kContinues = 3
 };
 
-constexpr unsigned wordSize = 8;
+constexpr unsigned kWordSize = 8;
 
-// Bytes that may be written behind the end of a block before it is flushed: literals, a copy, and what copying in
-// blocks of 16 writes too much.
-constexpr std::size_t overrun = 16 + maxLength + 16;
+// Bytes that can be written after the end of a block before it is flushed: literals, a copy, and the excess of copying
+// in units of 16 bytes.
+constexpr std::size_t kOverrun = 16 + kMaxLength + 16;
 
 class Decoder {
  public:
   Decoder(blast_in infun, void* inhow, blast_out outfun, void* outhow)
       : input(infun), inputHow(inhow), output(outfun), outputHow(outhow) {}
 
-  // All of the work but the last block. The jump from where the input ends comes back to here.
+  // Decodes everything but the last block. The longjmp at the end of input returns here.
   int Run() {
-    if (setjmp(env) != 0) return inputEnded;
+    if (setjmp(env) != 0) return kInputEnded;
     return Decode();
   }
 
-  // Hands over what no full block was made of.
+  // Writes the last, incomplete block.
   bool FlushRest() { return next == 0 || output(outputHow, Block(), next) == 0; }
 
  private:
-  unsigned char* Block() { return bytes + window; }
+  unsigned char* Block() { return bytes + kWindow; }
 
   int Decode();
   template <bool IsCoded>
@@ -226,19 +241,19 @@ class Decoder {
   void* inputHow;
   unsigned char* in = nullptr;
   unsigned left = 0;
-  std::uint64_t bitBuffer = 0;  // nothing above the bits that count
+  std::uint64_t bitBuffer = 0;  // zero above the valid bits
   unsigned bitCount = 0;
   std::jmp_buf env;
   blast_out output;
   void* outputHow;
-  unsigned next = 0;     // of the block
-  bool isFirst = true;   // no block has been flushed
-  unsigned lowBits = 0;  // of a distance, unless the length is 2
-  // The last block and the one that is being made, so that a copy never goes round.
-  unsigned char bytes[2 * window + overrun];
+  unsigned next = 0;     // next free byte of the block
+  bool isFirst = true;   // no block was flushed
+  unsigned lowBits = 0;  // low bits of a distance, unless the length is 2
+  // The previous block and the current one, so that a copy never wraps around.
+  unsigned char bytes[2 * kWindow + kOverrun];
 };
 
-// The next bits, the first one lowest. Asks for input only when it needs it.
+// Reads bits, first bit lowest. Requests input only if bits are missing.
 unsigned Decoder::Bits(unsigned need) {
   while (bitCount < need) {
     if (left == 0) {
@@ -255,7 +270,7 @@ unsigned Decoder::Bits(unsigned need) {
   return value;
 }
 
-// Decodes bit by bit, so that no byte is asked for that the code does not need.
+// Decodes a symbol bit by bit, so that no byte is requested that the code does not need.
 template <std::size_t Symbols>
 unsigned Decoder::Symbol(Code<Symbols> const& code) {
   int value = 0;
@@ -272,8 +287,8 @@ unsigned Decoder::Symbol(Code<Symbols> const& code) {
   }
 }
 
-// Copies `length` bytes that begin `distance` bytes in front of the target, and may write 15 more behind them. A copy
-// that reaches into its own target repeats what it finds.
+// Copies `length` bytes from `distance` bytes before the target, and can write 15 bytes more. An overlapping copy
+// repeats the bytes before the target.
 void Copy(unsigned char* target, unsigned distance, unsigned length) {
   unsigned char const* source = target - distance;
   unsigned char const* const end = target + length;
@@ -286,33 +301,33 @@ void Copy(unsigned char* target, unsigned distance, unsigned length) {
     return;
   }
   for (int i = 0; i < 16; ++i) target[i] = source[i];
-  // From here on a whole number of repeats lies in front, 8 bytes of them or more.
+  // Now a whole number of repetitions, at least 8 bytes, is before the target.
   unsigned const repeats = 16 - 16 % distance;
   for (target += 16; target < end; target += 8) std::memcpy(target, target - repeats, 8);
 }
 
-// Hands over the block and begins the next one with what was written behind its end.
+// Writes the block, and begins the next one with the bytes after its end.
 bool Decoder::Flush() {
-  if (output(outputHow, Block(), window) != 0) {
+  if (output(outputHow, Block(), kWindow) != 0) {
     next = 0;
     return false;
   }
   isFirst = false;
-  next -= window;
-  std::memcpy(bytes, Block(), window);
-  std::memcpy(Block(), Block() + window, next);
+  next -= kWindow;
+  std::memcpy(bytes, Block(), kWindow);
+  std::memcpy(Block(), Block() + kWindow, next);
   return true;
 }
 
-// Reads bits in words of eight bytes, which must be there.
+// Reads bits in words of eight bytes. Requires: the bytes are available.
 class WordReader {
  public:
   WordReader(unsigned char const* from, std::uint64_t bits, unsigned count) : at(from), buffer(bits), bitCount(count) {}
 
-  // Leaves 56 bits or more. Above those that count the buffer may hold bits of bytes that are read again.
+  // Refills to at least 56 bits. The buffer can have bits above the valid ones; these bytes are read again.
   void Refill() {
     std::uint64_t word = 0;
-    for (unsigned i = 0; i < wordSize; ++i) word |= static_cast<std::uint64_t>(at[i]) << (8 * i);
+    for (unsigned i = 0; i < kWordSize; ++i) word |= static_cast<std::uint64_t>(at[i]) << (8 * i);
     buffer |= word << bitCount;
     at += (63 - bitCount) / 8;
     bitCount |= 56;
@@ -339,75 +354,75 @@ class WordReader {
   unsigned bitCount;
 };
 
-// Takes coded literals behind a refill and returns the entry behind them; if that is a copy, after another refill.
+// Decodes coded literals after a refill, and returns the entry after them; refills again if that is a copy.
 std::uint32_t TakeCodedLiterals(WordReader& reader, unsigned char*& to) {
-  std::uint32_t item = items.item[reader.Peek(itemBits)];
-  // Each of these takes 14 bits at most, so that there are enough to look up a fourth behind three of them.
+  std::uint32_t item = kItems.item[reader.Peek(kItemBits)];
+  // Each entry consumes at most 14 bits, so that three fit before the next look-up.
   for (int round = 0; round < 3 && entry::Kind(item) != entry::copy; ++round) {
     reader.Drop(entry::Taken(item));
     if (entry::Kind(item) == entry::longer) {
-      item = items.rest[entry::Value(item) + reader.Peek(restBits)];
+      item = kItems.rest[entry::Value(item) + reader.Peek(kRestBits)];
       reader.Drop(entry::Taken(item));
     }
     to[0] = static_cast<unsigned char>(entry::Value(item));
     to[1] = static_cast<unsigned char>(entry::Value(item) >> 8);
     to += entry::Detail(item);
-    item = items.item[reader.Peek(itemBits)];
+    item = kItems.item[reader.Peek(kItemBits)];
   }
   if (entry::Kind(item) == entry::copy) reader.Refill();
   return item;
 }
 
-// The same with plain literals: a bit 0 and 8 bits each. Six fit in, and all of them in front of the first copy are
-// taken at once.
+// Decodes plain literals: a flag bit 0 and 8 bits each. Six fit into the buffer; all before the first copy are written
+// at once.
 std::uint32_t TakePlainLiterals(WordReader& reader, unsigned char*& to) {
   constexpr unsigned most = 6;
   constexpr unsigned size = 9;
   constexpr std::uint64_t flags = 0x0000201008040201;  // every ninth bit
-  constexpr std::uint64_t behind = std::uint64_t{1} << size * most;
-  auto const taken = static_cast<unsigned>(__builtin_ctzll((reader.Bits() & flags) | behind));
+  constexpr std::uint64_t endFlag = std::uint64_t{1} << size * most;
+  auto const taken = static_cast<unsigned>(__builtin_ctzll((reader.Bits() & flags) | endFlag));
   for (unsigned i = 0; i < most; ++i) to[i] = static_cast<unsigned char>(reader.Bits() >> (size * i + 1));
   to += taken / size;
   reader.Drop(taken);
   if (taken == size * most) return entry::literals;
   reader.Refill();
-  return items.item[reader.Peek(itemBits)];
+  return kItems.item[reader.Peek(kItemBits)];
 }
 
-// Makes the copy that an entry begins, which takes 30 bits at most.
+// Executes a copy, which consumes at most 30 bits.
 int TakeCopy(WordReader& reader, std::uint32_t item, unsigned lowBits, unsigned char*& to,
              unsigned char const* lowest) {
   unsigned const extra = reader.Take(entry::Taken(item)) >> (entry::Taken(item) - entry::Detail(item));
   unsigned const length = entry::Value(item) + extra;
-  if (length == endLength) return finished;
-  DistanceEntry const high = distances[reader.Peek(distanceBits)];
+  if (length == kEndLength) return kFinished;
+  DistanceEntry const high = kDistances[reader.Peek(kDistanceBits)];
   reader.Drop(high.taken);
   unsigned const low = length == 2 ? 2 : lowBits;
   unsigned const distance = (static_cast<unsigned>(high.symbol) << low) + reader.Take(low) + 1;
-  if (to - lowest < static_cast<std::ptrdiff_t>(distance)) return tooFar;
+  if (to - lowest < static_cast<std::ptrdiff_t>(distance)) return kTooFar;
   Copy(to, distance, length);
   to += length;
-  return goesOn;
+  return kContinues;
 }
 
-// Decodes items as long as the bytes of the input block last for any of them.
+// Decodes items while the input block has enough bytes for any of them.
 template <bool IsCoded>
 int Decoder::DecodeBuffered() {
-  constexpr std::ptrdiff_t mostRead = 2 * wordSize;  // by two refills
+  constexpr std::ptrdiff_t mostRead = 2 * kWordSize;  // two refills
   WordReader reader(in, bitBuffer, bitCount);
   unsigned char* const inEnd = in + left;
   unsigned char* const begin = Block();
-  unsigned char* const end = begin + window;
+  unsigned char* const end = begin + kWindow;
   unsigned char* to = begin + next;
   unsigned char const* lowest = isFirst ? begin : bytes;
-  int outcome = goesOn;
-  while (outcome == goesOn && inEnd - reader.At() >= mostRead) {
+  int outcome = kContinues;
+  while (outcome == kContinues && inEnd - reader.At() >= mostRead) {
     reader.Refill();
     std::uint32_t const item = IsCoded ? TakeCodedLiterals(reader, to) : TakePlainLiterals(reader, to);
     if (entry::Kind(item) == entry::copy) outcome = TakeCopy(reader, item, lowBits, to, lowest);
     if (to >= end) {
       next = static_cast<unsigned>(to - begin);
-      if (!Flush()) return outputFailed;
+      if (!Flush()) return kOutputFailed;
       to = begin + next;
       lowest = bytes;
     }
@@ -423,36 +438,36 @@ int Decoder::DecodeBuffered() {
 template <bool IsCoded>
 int Decoder::DecodeOne() {
   if (Bits(1) == 0) {
-    Block()[next++] = static_cast<unsigned char>(IsCoded ? Symbol(literalCode) : Bits(8));
+    Block()[next++] = static_cast<unsigned char>(IsCoded ? Symbol(kLiteralCode) : Bits(8));
   } else {
-    unsigned const symbol = Symbol(lengthCode);
-    unsigned const length = baseLength[symbol] + Bits(extraBits[symbol]);
-    if (length == endLength) return finished;
+    unsigned const symbol = Symbol(kLengthCode);
+    unsigned const length = kBaseLength[symbol] + Bits(kExtraBits[symbol]);
+    if (length == kEndLength) return kFinished;
     unsigned const low = length == 2 ? 2 : lowBits;
-    unsigned const high = Symbol(distanceCode) << low;
+    unsigned const high = Symbol(kDistanceCode) << low;
     unsigned const distance = high + Bits(low) + 1;
-    if (isFirst && distance > next) return tooFar;
+    if (isFirst && distance > next) return kTooFar;
     Copy(Block() + next, distance, length);
     next += length;
   }
-  return next < window || Flush() ? goesOn : outputFailed;
+  return next < kWindow || Flush() ? kContinues : kOutputFailed;
 }
 
 template <bool IsCoded>
 int Decoder::DecodeItems() {
-  int outcome = goesOn;
-  while (outcome == goesOn) {
+  int outcome = kContinues;
+  while (outcome == kContinues) {
     outcome = DecodeBuffered<IsCoded>();
-    if (outcome == goesOn) outcome = DecodeOne<IsCoded>();
+    if (outcome == kContinues) outcome = DecodeOne<IsCoded>();
   }
   return outcome;
 }
 
 int Decoder::Decode() {
   unsigned const isCoded = Bits(8);
-  if (isCoded > 1) return badFlag;
+  if (isCoded > 1) return kBadFlag;
   lowBits = Bits(8);
-  if (lowBits < 4 || lowBits > 6) return badDictionary;
+  if (lowBits < 4 || lowBits > 6) return kBadDictionary;
   return isCoded == 1 ? DecodeItems<true>() : DecodeItems<false>();
 }
 
@@ -461,6 +476,6 @@ int Decoder::Decode() {
 int blast(blast_in infun, void* inhow, blast_out outfun, void* outhow) {
   Decoder decoder(infun, inhow, outfun, outhow);
   int const outcome = decoder.Run();
-  if (outcome == outputFailed || decoder.FlushRest()) return outcome;
-  return outcome == finished ? outputFailed : outcome;
+  if (outcome == kOutputFailed || decoder.FlushRest()) return outcome;
+  return outcome == kFinished ? kOutputFailed : outcome;
 }

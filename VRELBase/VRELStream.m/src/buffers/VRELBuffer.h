@@ -1,4 +1,4 @@
-// The typed reader that a format module derives from.
+// Abstract typed reader of a file format.
 #pragma once
 
 #include "VRELExport.h"
@@ -9,13 +9,19 @@
 class VRELBufferHandler;
 class VRELString;
 
-// Reads the values of a format from a file. What a number or a line looks like is up to the format: every operation
-// here does nothing and gives VREL_E_FAIL, and a format module overrides those that it needs. It is passed around as a
+// Base class of the typed readers that format modules implement. Every operation here does nothing and returns
+// VREL_E_FAIL; a format overrides those that it supports, and defines byte order and line ends. Buffers are passed as
 // VRELBufferHandle.
+//
+//   class BinaryBuffer : public VRELBuffer {
+//    public:
+//     using VRELBuffer::VRELBuffer;
+//     VRINResult ReadInt(int& value) override;
+//   };
 class VREL_EXPORT VRELBuffer : public VRELReferenceCount {
  public:
   VRELBuffer(VRELFileHandle const& file);
-  // Releases the file and nothing else.
+  // Releases the file. Does not delete the handler.
   ~VRELBuffer() override;
 
   virtual VRINResult IsValid();
@@ -35,6 +41,6 @@ class VREL_EXPORT VRELBuffer : public VRELReferenceCount {
 
  protected:
   VRELFileHandle file;
-  // For the derived class, which owns what it puts here.
+  // For the derived class, which owns the object.
   VRELBufferHandler* handler = nullptr;
 };

@@ -7,6 +7,10 @@
 
 #include "VRELFilePath.h"
 
+// The window is a copy of the bytes [windowStart, windowEnd) of the file. `readable` counts the bytes that GetChar
+// returns without moving the window; it is 0 in every state without a block, so that one comparison covers all of them.
+// A position outside the window restarts the window at this position: forward reading is sequential, and a step back at
+// the start of the window reads a whole window again.
 namespace {
 
 constexpr long kNoStream = 0x1000008;
@@ -38,7 +42,7 @@ VRELBufferFileHandler::VRELBufferFileHandler(VRELFileHandle const& source) : fil
 
 VRELBufferFileHandler::~VRELBufferFileHandler() = default;
 
-// A stream that the file opened is the file's own as long as it is there: otherwise the file has closed it.
+// Returns whether the stream is open. A VRELFile that opened it and now has another one has closed it.
 bool VRELBufferFileHandler::HasStream() const {
   if (!isOpenedByFile) return filePointer != nullptr;
   std::FILE* present = nullptr;
@@ -71,7 +75,7 @@ VRINResult VRELBufferFileHandler::AdvanceFilePointerPosition(unsigned long posit
   return VREL_S_OK;
 }
 
-// The number of bytes that came. A stream without a block to read into is only asked whether it has any.
+// Returns the number of bytes read. Without a block, reads one byte and pushes it back, to set the flags of the stream.
 unsigned long VRELBufferFileHandler::ReadWindow() {
   if (buffer != nullptr) return std::fread(buffer, 1, std::min(bufferSize, blockCapacity), filePointer);
   int const byte = std::getc(filePointer);
@@ -88,7 +92,7 @@ VRINResult VRELBufferFileHandler::FillBuffer() {
     windowEnd = windowStart + bytesInBuffer;
     return VREL_S_OK;
   }
-  // The block is lost, which is promised.
+  // Compatibility: the block is not freed.
   buffer = nullptr;
   cursor = nullptr;
   blockFilled = 0;
@@ -96,7 +100,7 @@ VRINResult VRELBufferFileHandler::FillBuffer() {
     Print("VRELBufferFileHandler::FillBuffer: Error has occured !!!!");
     return kErrorOrEnd;
   }
-  // That the end of the file is told of only where the stream does not flag it is promised.
+  // Compatibility: the message about the end of the file is printed only if the stream does not flag it.
   if (std::feof(filePointer) == 0) {
     Print("VRELBufferFileHandler::FillBuffer: Reached end of file !!!!");
     return kNothingRead;

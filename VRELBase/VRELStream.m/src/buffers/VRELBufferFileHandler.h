@@ -1,4 +1,4 @@
-// Reads a file byte by byte, at any position.
+// Random access to the bytes of a file.
 #pragma once
 
 #include <cstdio>
@@ -8,8 +8,8 @@
 #include "VRELFileHandle.h"
 #include "VRINResult.h"
 
-// A window of up to 4 MiB that slides over an open C stream. A file that fits is held whole; otherwise a position
-// outside the window makes it start anew just there. Within the window a byte costs no system call.
+// Window of up to 4 MiB over an open C stream. A file that fits is kept in memory as a whole. Otherwise a position
+// outside the window moves the start of the window to it. Reads within the window make no system call.
 //
 //   VRELFileHandle const file(new VRELFile("wheel.dat"));
 //   std::FILE* stream = nullptr;
@@ -18,35 +18,35 @@
 //   unsigned char first = 0;
 //   if (bytes.GetChar(0, first).IsSuccess()) ...
 //
-// The stream must be open and stand at its beginning; it is not closed here, and nobody else may close it meanwhile. A
-// VRELFile that had opened it and has opened another one since counts as one without a stream; one that was given the
-// stream may forget it. The size of the file is the one that it had at the start: a file that grows ends there.
+// Requires: the stream is open and at its beginning, and is not closed while the object is used. If the VRELFile opened
+// the stream and opens another one, the object has no stream any more. The size of the file is read once: bytes that
+// are appended later are not read.
 //
-// Problems are told on standard output, without a line end. Results besides those of VRINResult.h:
+// Errors are printed on standard output, without a line end. Result codes other than those of VRINResult.h:
 //
 //   0x1000008  no stream
-//   0x1000051  no block, or one of size 0
-//   0x1000052  a position beyond the end of the file
-//   0x1000053  no size for the block
-//   0x1000054  nothing read, and the stream flags neither an error nor its end
-//   0x1000055  nothing read, because of an error or the end of the stream
+//   0x1000051  no block, or a block of size 0
+//   0x1000052  position after the end of the file
+//   0x1000053  no block size
+//   0x1000054  nothing read, and neither an error nor the end of the stream is flagged
+//   0x1000055  nothing read because of an error or the end of the stream
 //   0x1000056  GetChar could not move the window
 //
-// A window that nothing could be read into is the end of the object's use: it is promised that the block is then given
-// up without being released. Callers stop at the first failure.
+// Compatibility: a read that returns nothing drops the block without freeing it. Stop at the first failure.
 class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
  public:
-  // Makes the block and reads the first window. Failures show in the later calls of GetChar.
+  // Allocates the block and reads the first window. Errors are returned by the later calls of GetChar.
   VRELBufferFileHandler(VRELFileHandle const& file);
   ~VRELBufferFileHandler() override;
 
-  // Exported although it is inline, so that a program may find it in the table of operations and call it in place.
+  // Reads the byte at a position.
+  // Errors: 0x1000056 for a position that is negative or after the end; those of FillBuffer if the window moves.
+  // Compatibility: the position after the last byte returns 0x1000055 and prints nothing.
   //
-  // 0x1000056 for a position that is negative or beyond the end, what FillBuffer gives where the window had to move.
-  // That the position just behind the last byte gives 0x1000055 without a word is promised.
+  // Inline for speed, and exported for its virtual table entry.
   VREL_EXPORT VRINResult GetChar(long position, unsigned char& value) override {
     unsigned long const place = static_cast<unsigned long>(position);
-    // A start behind the place wraps round to more than any window holds.
+    // For a position before the window the difference wraps to a value above any window size.
     unsigned long const index = place - windowStart;
     if (index < readable) {
       value = static_cast<unsigned char>(cursor[index]);
@@ -55,27 +55,28 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
     return GetCharOutside(place, value);
   }
 
-  // Whether there is a block and it has a size.
+  // Returns whether there is a block with a size.
   VRINResult IsBufferValid();
 
-  // VREL_S_OK for a position in the window, otherwise VREL_E_FAIL.
+  // Returns VREL_S_OK for a position in the window, otherwise VREL_E_FAIL.
   VRINResult IsPointerPositionValid(unsigned long position);
 
-  // Moves the start of the window and the stream, and reads nothing. That up to the old end of the window GetChar then
-  // gives what the block still holds, as if it began there, is promised: fill it first.
+  // Moves the start of the window and the stream, and reads nothing. Compatibility: until FillBuffer is called, GetChar
+  // returns old bytes of the block for positions up to the old end of the window.
   VRINResult AdvanceFilePointerPosition(unsigned long position);
 
-  // Reads the window from where the stream stands.
+  // Reads the window at the position of the stream.
   VRINResult FillBuffer();
 
-  // Makes a block of the decided size, of which nothing is read yet.
+  // Allocates a block of the size that DecideFileBufferSize chose.
   VRINResult AllocateBuffer();
 
-  // The size of the file, 4 MiB at most; 2048 bytes where that is 0 or the path is not known. Always VREL_S_OK.
+  // Sets the block size to the size of the file, at most 4 MiB; to 2048 bytes if that is 0 or unknown. Returns
+  // VREL_S_OK.
   VRINResult DecideFileBufferSize();
 
  private:
-  // Never inlined, so that the way within the window saves no register.
+  // Out of line, so that GetChar needs no saved registers within the window.
   [[gnu::noinline]] VRINResult GetCharOutside(unsigned long position, unsigned char& value);
   bool HasStream() const;
   unsigned long ReadWindow();
@@ -88,8 +89,8 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   char* cursor = nullptr;
   unsigned long windowStart = 0;
   unsigned long windowEnd = 0;
-  unsigned long readable = 0;       // how many bytes of the window are in the block
-  unsigned long blockFilled = 0;    // how many bytes of the block were ever read into it
-  unsigned long blockCapacity = 0;  // what the block really holds, which may be less than its decided size
-  bool isOpenedByFile = false;      // whether the VRELFile closes the stream when it opens another
+  unsigned long readable = 0;       // bytes of the window that are in the block
+  unsigned long blockFilled = 0;    // largest number of bytes read into the block
+  unsigned long blockCapacity = 0;  // allocated size, which can be less than bufferSize
+  bool isOpenedByFile = false;      // the VRELFile opened the stream
 };

@@ -1,11 +1,11 @@
-// The handle by which a VRELBufferFileHandler is passed around.
+// Handle to a VRELBufferFileHandler.
 #pragma once
 
 #include "VRELBufferFileHandler.h"
 #include "VRELExport.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELBufferFileHandler, or nothing.
+// Counted handle to a VRELBufferFileHandler, or null.
 class VREL_EXPORT VRELBufferFileHandlerHandle : public VRELTypedHandle<VRELBufferFileHandler> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

@@ -1,11 +1,11 @@
-// The handle by which a VRELBuffer is passed around.
+// Handle to a VRELBuffer.
 #pragma once
 
 #include "VRELBuffer.h"
 #include "VRELExport.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELBuffer, or nothing.
+// Counted handle to a VRELBuffer, or null.
 class VREL_EXPORT VRELBufferHandle : public VRELTypedHandle<VRELBuffer> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

@@ -1,22 +1,25 @@
-// Reads the byte at a position.
+// Abstract reader of the byte at a position.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELReferenceCount.h"
 #include "VRINResult.h"
 
-// The frame of what gives out bytes by their positions, through a block of memory that a derived class fills. It is
-// passed around as a VRELBufferHandlerHandle.
+// Base class of readers with random access to bytes, through a block of memory that the derived class fills. Passed as
+// VRELBufferHandlerHandle. VRELBufferFileHandler is the implementation for files.
+//
+//   unsigned char byte = 0;
+//   if (handler->GetChar(512, byte).IsSuccess()) ...
 class VREL_EXPORT VRELBufferHandler : public VRELReferenceCount {
  public:
-  // No block.
+  // Makes a reader without a block.
   VRELBufferHandler();
   VRELBufferHandler(VRELBufferHandler const&) = delete;
   VRELBufferHandler& operator=(VRELBufferHandler const&) = delete;
-  // Releases the block by delete[].
+  // Deletes the block with delete[].
   ~VRELBufferHandler() override;
 
-  // The byte at a position, counted from 0. A failure leaves `value` as it was.
+  // Reads the byte at a position, counted from 0. On failure `value` is unchanged.
   virtual VRINResult GetChar(long position, unsigned char& value) = 0;
 
  protected:

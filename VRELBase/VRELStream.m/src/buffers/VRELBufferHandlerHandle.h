@@ -1,11 +1,11 @@
-// The handle by which a VRELBufferHandler is passed around.
+// Handle to a VRELBufferHandler.
 #pragma once
 
 #include "VRELBufferHandler.h"
 #include "VRELExport.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELBufferHandler, or nothing.
+// Counted handle to a VRELBufferHandler, or null.
 class VREL_EXPORT VRELBufferHandlerHandle : public VRELTypedHandle<VRELBufferHandler> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

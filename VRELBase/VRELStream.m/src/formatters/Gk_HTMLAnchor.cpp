@@ -1,8 +1,8 @@
 #include "Gk_HTMLAnchor.h"
 
 Gk_HTMLAnchor::Gk_HTMLAnchor(VRELStreamFormatter::VRELStreamFormatterObjectHandle const& anchorName,
-                             VRELStreamFormatter::VRELStreamFormatterObjectHandle const& shownText)
-    : name(anchorName), text(shownText.IsValid() ? shownText : anchorName) {}
+                             VRELStreamFormatter::VRELStreamFormatterObjectHandle const& anchorText)
+    : name(anchorName), text(anchorText.IsValid() ? anchorText : anchorName) {}
 
 void Gk_HTMLAnchor::dump(VRELStreamFormatter& formatter) const {
   formatter << "<a name= \"" << name << "\">" << text << "</a>";

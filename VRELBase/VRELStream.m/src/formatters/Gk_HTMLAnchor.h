@@ -1,13 +1,14 @@
-// A place in a page that links lead to.
+// HTML anchor.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELStreamFormatter.h"
 
-// Writes <a name= "NAME">TEXT</a>. That a blank stands behind the equals sign is promised.
+// Format object that writes <a name= "NAME">TEXT</a>, the target of a Gk_HTMLTag.
+// Compatibility: there is a blank after the equals sign.
 class VREL_EXPORT Gk_HTMLAnchor : public VRELStreamFormatter::VRELStreamFormatterObject {
  public:
-  // Without a text the name is shown.
+  // A null text is replaced by the name.
   Gk_HTMLAnchor(VRELStreamFormatter::VRELStreamFormatterObjectHandle const& name,
                 VRELStreamFormatter::VRELStreamFormatterObjectHandle const& text);
 

@@ -30,7 +30,8 @@ void Gk_HTMLMargin::decr() {
   if (formatter != nullptr) *formatter << formatter->endline();
 }
 
-// A letter that has wrapped around to the zero byte, which would end the name, is left out.
+// Forms the names of the current block. A letter that wraps to the zero byte is left out, because it would end the
+// name.
 Gk_HTMLMargin::BlockName Gk_HTMLMargin::nameOfBlock() const {
   constexpr char openingMark[] = "M{";
   constexpr char closingMark[] = "M}";

@@ -1,20 +1,23 @@
-// The indentation of a page, by nested blocks whose braces lead to each other.
+// HTML indentation with linked braces.
 #pragma once
 
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 #include "VRELStreamFormatter.h"
 
-// Each step in opens a block quote behind an opening brace, each step out closes it and writes a closing brace; each
-// brace is a link to the anchor of the other. The margin itself writes nothing: the browser indents.
+// Margin of a page. Each incr writes an opening brace and begins a block quote; each decr ends it and writes a closing
+// brace. Each brace is an anchor and a link to the other one. dump writes nothing: the browser indents.
 //
-// The anchors are named after the block, a letter for each level, and a mark: AM{ and AM} for the first block, BM{ and
-// BM} for the next, AAM{ for the first one inside the first. That a level counts on over the whole page is promised:
-// the first block inside B is BB where A has had one inside. Behind 'Z' follow the bytes that follow it in ASCII, and
-// at last wrap around. A name has at most 99 bytes: deeper blocks have the names of those around them.
+//   out.margin()->incr();  // <a name= "AM{"></a><a href="#AM}">{</a><BLOCKQUOTE>
+//   out.margin()->decr();  // </BLOCKQUOTE><a name= "AM}"></a><a href="#AM{">}</a><br>
+//
+// The names of the anchors have a letter for each level, and a mark: AM{ and AM} for the first block, BM{ and BM} for
+// the next one, AAM{ for the first block inside the first. Compatibility: a level is never reset, so that the first
+// block inside B is BB if A had one inside. The letters after Z are the next bytes, with wrap-around. A name has at
+// most 99 bytes, and deeper blocks share the names of the blocks around them.
 class VREL_EXPORT Gk_HTMLMargin : public VRELStreamFormatter::VRELStreamFormatterMargin {
  public:
-  // Where the blocks are written; with null they are only counted.
+  // Writes the blocks to `formatter`; with null, only counts them.
   explicit Gk_HTMLMargin(VRELStreamFormatter* formatter);
 
   void dump(VRELStreamFormatter& formatter) const override;

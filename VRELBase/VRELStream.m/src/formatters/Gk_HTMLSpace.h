@@ -1,10 +1,10 @@
-// The space of a page.
+// HTML space.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELStreamFormatter.h"
 
-// Writes &nbsp;
+// Format object that writes &nbsp;
 class VREL_EXPORT Gk_HTMLSpace : public VRELStreamFormatter::VRELStreamFormatterObject {
  public:
   void dump(VRELStreamFormatter& formatter) const override;

@@ -1,13 +1,13 @@
-// A link in a page.
+// HTML link.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELStreamFormatter.h"
 
-// Writes <a href="#TARGET">TEXT</a>: a link to the anchor that has the target for its name.
+// Format object that writes <a href="#TARGET">TEXT</a>, a link to the anchor with the name TARGET.
 class VREL_EXPORT Gk_HTMLTag : public VRELStreamFormatter::VRELStreamFormatterObject {
  public:
-  // Without a text the target is shown.
+  // A null text is replaced by the target.
   Gk_HTMLTag(VRELStreamFormatter::VRELStreamFormatterObjectHandle const& target,
              VRELStreamFormatter::VRELStreamFormatterObjectHandle const& text);
 

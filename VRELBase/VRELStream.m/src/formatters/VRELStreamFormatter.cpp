@@ -19,20 +19,27 @@
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELValue.h"
 
+// Numbers are formatted into `numberText` and written from there, with one write for each value. The default integer
+// formats are recognized by their address and formatted with std::to_chars; every other format goes through snprintf,
+// bounded by the size of `numberText`. The removal of trailing zeros works on `numberText` in place: the mantissa,
+// which ends at the first "e" or "E", loses zeros from its end down to the first digit after the decimal point of the
+// locale.
+//
+// format() keeps its text in one static buffer, which the returned object refers to.
 namespace {
 
-constexpr char defaultIntFormat[] = "%d";
-constexpr char defaultUnsignedIntFormat[] = "%u";
-constexpr char defaultLongFormat[] = "%ld";
-constexpr char defaultUnsignedLongFormat[] = "%ul";
+constexpr char kIntFormat[] = "%d";
+constexpr char kUnsignedIntFormat[] = "%u";
+constexpr char kLongFormat[] = "%ld";
+constexpr char kUnsignedLongFormat[] = "%ul";
 
-// The number that an int format shows for an address.
+// Returns the low 32 bits of an address, for an int format.
 int AddressAsInt(void const* address) noexcept {
   return static_cast<int>(reinterpret_cast<std::uintptr_t>(address));
 }
 
-// How many of the units stay without the trailing zeros. The digit behind the point stays, and a text without the point
-// stays whole.
+// Returns the length without trailing zeros. The digit after the decimal point is kept; without a point nothing is
+// removed.
 template <class Char>
 std::size_t LengthWithoutZeros(std::basic_string_view<Char> number, char point) noexcept {
   std::size_t const place =
@@ -43,23 +50,23 @@ std::size_t LengthWithoutZeros(std::basic_string_view<Char> number, char point) 
   return length;
 }
 
-// The first byte of the numeric locale's decimal point; null where it has none.
+// Returns the decimal point of the numeric locale; null if it has none.
 char const* DecimalPoint() noexcept {
   return std::localeconv()->decimal_point;
 }
 
-// Takes ASCII units as bytes; false, and the bytes are good for nothing, if there is any other unit or a zero.
+// Converts ASCII units to bytes. Returns false, with undefined bytes, if there is another unit or a zero.
 bool NarrowAscii(std::u16string_view text, char* bytes) noexcept {
   unsigned int seen = 0;
   for (char16_t const unit : text) {
-    // Less 1, a zero has high bits too.
+    // Subtracting 1 gives a zero high bits too.
     seen |= static_cast<unsigned int>(unit) | (static_cast<unsigned int>(unit) - 1);
     *bytes++ = static_cast<char>(unit);
   }
   return seen < 0x80;
 }
 
-// Writes a text of which it is not sure that a zero byte follows.
+// Writes a string that need not end in a zero byte.
 template <class Text>
 VRELStreamFormatter& WriteNarrow(VRELStreamFormatter& formatter, Text const& source) {
   std::string_view const text = source.text();
@@ -85,7 +92,7 @@ VRELStreamFormatter::VRELStreamFormatter(VRELOutputStream* stream)
 VRELStreamFormatter::~VRELStreamFormatter() {
   if (output != nullptr) output->flush();
   output = nullptr;
-  // Others may hold the margin.
+  // Other handles can keep the margin alive.
   if (marginObject.IsValid() && marginObject->formatter == this) marginObject->formatter = nullptr;
 }
 
@@ -93,7 +100,7 @@ void VRELStreamFormatter::writeText(char const* text) {
   output->write(text, static_cast<int>(std::min<std::size_t>(std::strlen(text), INT_MAX)));
 }
 
-// Leaves an empty number text where the C library refuses the format.
+// Formats into numberText; leaves it empty if the C library refuses the format.
 template <class... Arguments>
 bool VRELStreamFormatter::print(char const* pattern, Arguments... arguments) {
   if (pattern == nullptr) return false;
@@ -106,7 +113,7 @@ void VRELStreamFormatter::dumpNumber(char const* pattern, Arguments... arguments
   if (output != nullptr && print(pattern, arguments...)) writeText(numberText);
 }
 
-// The default formats write what to_chars writes, which is many times faster.
+// std::to_chars writes the same as the default formats, several times faster.
 template <class Integer>
 void VRELStreamFormatter::dumpInteger(char const* pattern, char const* defaultPattern, Integer value) {
   if (pattern != defaultPattern || output == nullptr) {
@@ -123,20 +130,20 @@ void VRELStreamFormatter::dump(char value) {
 }
 
 void VRELStreamFormatter::dump(int value) {
-  dumpInteger(intFormat, defaultIntFormat, value);
+  dumpInteger(intFormat, kIntFormat, value);
 }
 
 void VRELStreamFormatter::dump(unsigned int value) {
-  dumpInteger(unsignedIntFormat, defaultUnsignedIntFormat, value);
+  dumpInteger(unsignedIntFormat, kUnsignedIntFormat, value);
 }
 
 void VRELStreamFormatter::dump(long value) {
-  dumpInteger(longFormat, defaultLongFormat, value);
+  dumpInteger(longFormat, kLongFormat, value);
 }
 
 void VRELStreamFormatter::dump(unsigned long value) {
   bool const takesUnsignedInt =
-      unsignedLongFormat != nullptr && std::strcmp(unsignedLongFormat, defaultUnsignedLongFormat) == 0;
+      unsignedLongFormat != nullptr && std::strcmp(unsignedLongFormat, kUnsignedLongFormat) == 0;
   if (takesUnsignedInt) {
     dumpNumber(unsignedLongFormat, static_cast<unsigned int>(value));
   } else {
@@ -178,7 +185,7 @@ void VRELStreamFormatter::dump(VRELString const& text) {
   }
 }
 
-// A surrogate pair and a character that is left out count for fewer bytes than units, and so fewer are written.
+// Writes at most as many bytes as the string has units; surrogate pairs and omitted characters give fewer bytes.
 void VRELStreamFormatter::dumpConverted(VRELString const& text) {
   VRELStringAsciiCharUtil const converted(text, false);
   char const* const bytes = converted;
@@ -225,10 +232,10 @@ VRELOutputStream* VRELStreamFormatter::installOutputStream(VRELOutputStream* str
 
 void VRELStreamFormatter::resetFormat() noexcept {
   doubleFormat = "%lf";
-  intFormat = defaultIntFormat;
-  unsignedIntFormat = defaultUnsignedIntFormat;
-  unsignedLongFormat = defaultUnsignedLongFormat;
-  longFormat = defaultLongFormat;
+  intFormat = kIntFormat;
+  unsignedIntFormat = kUnsignedIntFormat;
+  unsignedLongFormat = kUnsignedLongFormat;
+  longFormat = kLongFormat;
   trailingZerosFormat = VREL_TRAILING_ZEROS_KEPT;
 }
 
@@ -263,7 +270,7 @@ void VRELStreamFormatter::RemoveTrailingZeros() {
   if (trailingZerosFormat == VREL_TRAILING_ZEROS_REMOVED) KeepDecimalAndOneZeroForTrailingZeros();
 }
 
-// Shortens in place: the text never grows, and so the outcome is that of the same steps on a VRELString.
+// Works in place, since the string never grows.
 void VRELStreamFormatter::KeepDecimalAndOneZeroForTrailingZeros() {
   char const* const point = DecimalPoint();
   if (point == nullptr) return;

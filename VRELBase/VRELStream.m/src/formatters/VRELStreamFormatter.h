@@ -1,11 +1,11 @@
-// The text writer behind all dumps.
+// Formatted text output.
 #pragma once
 
 #include "VRELExport.h"
-#include "detail/VRELPrintfFormat.h"
 #include "VRELReferenceCount.h"
 #include "VRELTypedHandle.h"
 #include "VRINResult.h"
+#include "detail/VRELPrintfFormat.h"
 
 class Gk_ROString;
 class Gk_String;
@@ -13,21 +13,22 @@ class VRELOutputStream;
 class VRELString;
 class VRELValue;
 
-// What happens to the zeros at the end of a double. Any other value behaves like the first.
+// Treatment of trailing zeros of a double. Other values behave like the first.
 enum VRELRealTrailingZerosRemovalFormat : int {
-  VREL_TRAILING_ZEROS_KEPT = 0,     // as printf wrote them
-  VREL_TRAILING_ZEROS_REMOVED = 1,  // the decimal point and one digit behind it stay: 1.5, 2.0, 1.2e+03
+  VREL_TRAILING_ZEROS_KEPT = 0,     // as written by printf
+  VREL_TRAILING_ZEROS_REMOVED = 1,  // keeps the decimal point and one digit after it: 1.5, 2.0, 1.2e+03
 };
 
-// Turns typed values into text on a stream: numbers by printf formats that can be set, texts as bytes, and format
-// objects, which know how to write themselves. A derived formatter brings other objects, and so the same dump writes
+// Writes typed values as text to a stream: numbers in printf formats that can be set, strings as bytes, and format
+// objects, which write themselves. Derived formatters replace the format objects, so that the same dump code writes
 // another kind of page.
 //
 //   VRELStreamFormatter out(&stream);
 //   out << out.margin() << "radius" << out.space() << 2.5 << out.endline();  // "radius 2.500000\n"
 //
-// Writes are not tested. Without a stream nothing is written. The stream is not owned and must outlive the formatter,
-// whose destructor flushes it. A formatter stays on one thread.
+// Errors: results of writes are ignored. Without a stream nothing is written.
+// Ownership: the stream is not owned and must outlive the formatter, whose destructor flushes it.
+// Thread safety: a formatter is used by one thread; format() shares a buffer in the whole process.
 class VREL_EXPORT VRELStreamFormatter {
  public:
   class VRELStreamFormatterObject;
@@ -46,72 +47,73 @@ class VREL_EXPORT VRELStreamFormatter {
     using VRELTypedHandle::VRELTypedHandle;
   };
 
-  // Null is allowed.
+  // A null stream discards all output.
   explicit VRELStreamFormatter(VRELOutputStream* stream);
   VRELStreamFormatter(VRELStreamFormatter const&) = delete;
   VRELStreamFormatter& operator=(VRELStreamFormatter const&) = delete;
 
-  // What operator<< calls. Each number is cut at 127 bytes.
+  // Write a value; called by operator<<. Numbers are truncated to 127 bytes.
   virtual void dump(char value);
   virtual void dump(int value);
   virtual void dump(unsigned int value);
   virtual void dump(long value);
   virtual void dump(unsigned long value);
   virtual void dump(double value);
-  // Null writes nothing.
+  // Writes nothing for null.
   virtual void dump(char const* text);
-  // The low 32 bits of the address, in hexadecimal: 0x10, but 0 for null. The format cannot be set.
+  // Writes the low 32 bits of an address in hexadecimal: 0x10, but 0 for null. The format cannot be set.
   virtual void dump(void const* address);
-  // Null writes nothing. An object is asked to write itself even where there is no stream.
+  // Calls the dump of the object, also without a stream. Writes nothing for null.
   virtual void dump(VRELStreamFormatterObject const* object);
-  // The text in US-ASCII, other characters as 0x1A; at most as many bytes as the text has units.
+  // Writes the string in US-ASCII, other characters as 0x1A; at most as many bytes as the string has units.
   virtual void dump(VRELString const& text);
   virtual void dump(VRELValue const& value);
 
   virtual ~VRELStreamFormatter();
 
-  // Objects that name an address or a number, and that refer to what is so named: here both just write it. An address
-  // is written in decimal, by the int format.
+  // Return objects that write the definition of, or a reference to, an address or a number. Here both write the value;
+  // an address in decimal, by the int format.
   virtual VRELStreamFormatterObjectHandle define(void const* address);
   virtual VRELStreamFormatterObjectHandle refer(void const* address);
   virtual VRELStreamFormatterObjectHandle define(long number);
   virtual VRELStreamFormatterObjectHandle refer(long number);
 
-  // An object that writes the formatted text, at most 511 bytes of it. The text lies in one buffer of the process, and
-  // that an object shows the text of the latest call is promised: write it before the next one.
+  // Returns an object that writes the formatted string, at most 511 bytes. Compatibility: all objects refer to one
+  // buffer of the process, and write the string of the latest call.
   virtual VRELStreamFormatterObjectHandle format(char const* pattern, ...) VREL_PRINTF_FORMAT(2, 3);
 
-  // The objects for indentation, space and line end, which are put into a dump by operator<< and can be replaced; and
-  // one that writes nothing.
+  // Return the objects for indentation, space, line end and nothing. They are written by operator<< and can be
+  // replaced.
   VRELStreamFormatterMarginHandle& margin() noexcept { return marginObject; }
   VRELStreamFormatterObjectHandle& space() noexcept { return spaceObject; }
   VRELStreamFormatterObjectHandle& endline() noexcept { return endlineObject; }
   VRELStreamFormatterObjectHandle& empty() noexcept { return emptyObject; }
 
-  // Swaps the stream, and returns the previous one without flushing it.
+  // Sets the stream and returns the previous one, without flushing it.
   VRELOutputStream* installOutputStream(VRELOutputStream* stream) noexcept;
 
-  // Back to "%d", "%u", "%ld", "%ul", "%lf" and to all trailing zeros; precision and its flag stay. That "%ul", the
-  // format of an unsigned long, writes the low 32 bits and a letter l is promised.
+  // Resets the formats to "%d", "%u", "%ld", "%ul" and "%lf", and keeps trailing zeros. The precision and its flag are
+  // unchanged. Compatibility: "%ul", for unsigned long, writes the low 32 bits and a letter l.
   void resetFormat() noexcept;
 
-  // Set a format, and return the old one. It must take one argument of the type, and is not copied: keep it alive.
-  // With null, numbers of the type are not written.
+  // Set a format and return the previous one. Requires: the format has one argument of the type; it is not copied and
+  // must outlive its use. With null, numbers of the type are not written.
   char const* setIntFormat(char const* format) noexcept;
   char const* setUIntFormat(char const* format) noexcept;
   char const* setLongFormat(char const* format) noexcept;
   char const* setULongFormat(char const* format) noexcept;
-  // With `usePrecision` the format takes two arguments, the precision and the value: "%.*f".
+  // With `usePrecision` the format has two arguments, the precision and the value: "%.*f".
   char const* setDoubleFormat(char const* format, bool usePrecision, int precision) noexcept;
 
-  // What is done to each double; what the next two do to the number that was written last.
+  // Sets the treatment of trailing zeros. The next two apply it to the number that was formatted last: as set, and
+  // always.
   void SetTrailingZerosRemovalFormat(VRELRealTrailingZerosRemovalFormat const& removalFormat) noexcept;
   void RemoveTrailingZeros();
   void KeepDecimalAndOneZeroForTrailingZeros();
 
-  // Gives `in` without the zeros at its end, but with one digit behind the decimal point of the numeric locale; as it
-  // is, if it has no such point. VREL_E_FAIL, and `in` as it is, where the locale has none. Only the first byte of a
-  // longer point counts. Both arguments may be one object.
+  // Removes trailing zeros, but keeps one digit after the decimal point of the numeric locale; copies `in` if it has no
+  // decimal point. Only the first byte of a longer decimal point is used. Both arguments can be one object.
+  // Errors: VREL_E_FAIL, with a copy of `in`, if the locale has no decimal point.
   static VRINResult TruncateTrailingZeroesKeepingDecimalAndOneZero(VRELString const& in, VRELString& out);
 
  private:
@@ -140,10 +142,10 @@ class VREL_EXPORT VRELStreamFormatter {
   VRELStreamFormatterObjectHandle emptyObject;
 };
 
-// A counted object that knows how to write itself; this one writes a text, which is not copied.
+// Reference-counted object that writes itself; this class writes a string, which is not copied.
 class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterObject : public VRELReferenceCount {
  public:
-  explicit VRELStreamFormatterObject(char const* shownText = "") noexcept : text(shownText) {}
+  explicit VRELStreamFormatterObject(char const* output = "") noexcept : text(output) {}
 
   virtual void dump(VRELStreamFormatter& formatter) const;
 
@@ -151,27 +153,27 @@ class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterObject : public VRELRe
   char const* text;
 };
 
-// The indentation: four blanks for each step of depth.
+// Indentation: four blanks per level.
 class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterMargin : public VRELStreamFormatterObject {
  public:
-  // The formatter is the one in which the margin stands; null is allowed.
+  // `owner` is the formatter that the margin belongs to, or null.
   explicit VRELStreamFormatterMargin(VRELStreamFormatter* owner = nullptr) noexcept : formatter(owner) {}
 
   void dump(VRELStreamFormatter& target) const override;
-  // One step in, and one out. There is no lower limit: that a depth below 0 writes nothing, and has to be made up for,
-  // is promised.
+  // Increase and decrease the depth. Compatibility: there is no lower limit; a negative depth writes nothing.
   virtual void incr();
   virtual void decr();
 
  protected:
   int depth = 0;
-  // Null once the formatter is gone.
+  // Null after the formatter is destroyed.
   VRELStreamFormatter* formatter;
 
  private:
   friend class VRELStreamFormatter;
 };
 
+// Writes a long.
 class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterLong : public VRELStreamFormatterObject {
  public:
   explicit VRELStreamFormatterLong(long number) noexcept : value(number) {}
@@ -193,19 +195,19 @@ class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterPtr : public VRELStrea
   void const* value;
 };
 
-// A blank.
+// Writes a blank.
 class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterSpace : public VRELStreamFormatterObject {
  public:
   void dump(VRELStreamFormatter& formatter) const override;
 };
 
-// A line feed.
+// Writes a line feed.
 class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterEndline : public VRELStreamFormatterObject {
  public:
   void dump(VRELStreamFormatter& formatter) const override;
 };
 
-// Each calls the dump of its type, through the virtual table.
+// Call the virtual dump of the type.
 inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, char value) {
   formatter.dump(value);
   return formatter;
@@ -247,9 +249,9 @@ inline VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELValue
   formatter.dump(value);
   return formatter;
 }
-// An address is written by dump, or by define and refer; it must not pass for a boolean value.
+// Addresses are written by dump, define and refer. Without this, a pointer would convert to bool.
 VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, void const* address) = delete;
 
-// The text, up to the first zero byte, by dump(char const*).
+// Write the string up to its first zero byte, by dump(char const*).
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, Gk_String const& text);
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, Gk_ROString const& text);

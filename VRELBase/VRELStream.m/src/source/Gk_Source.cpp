@@ -1,3 +1,7 @@
+// The tokenizer has no buffer: every reader takes bytes with readChar, and the delimiter that ends a token is pushed
+// back with add. peek pushes back in two steps, the delimiter first and then all bytes before it as one string, so that
+// a stream sees them in reverse order of reading. The token field is reused from call to call unless a caller still
+// shares it, and so is the one-byte string for push-backs.
 #include "Gk_Source.h"
 
 #include <cstring>
@@ -78,14 +82,14 @@ Gk_ROString Gk_Source::matchPattern(Gk_ROString const& pattern) {
   }
 }
 
-// The first byte that is no delimiter, -1 at the end.
+// Skips delimiters and returns the next byte, or -1 at the end of input.
 int Gk_Source::readBehindWhite() {
   int c = read();
   while (isDelimiter(c)) c = read();
   return c;
 }
 
-// What was handed over belongs to the stream as long as it holds on to it, and is not written again.
+// A string that the stream still shares is not modified.
 void Gk_Source::pushBack(int c) {
   char const byte = static_cast<char>(c);
   if (pushed.len() == 1 && !pushed.isShared()) {
@@ -96,7 +100,7 @@ void Gk_Source::pushBack(int c) {
   stream->add(pushed);
 }
 
-// Empties the token, or leaves it to those who still hold it.
+// Begins a new token. A string that a caller still shares is left to it.
 void Gk_Source::begin() {
   if (token.isShared()) {
     token = Gk_String();
@@ -105,7 +109,7 @@ void Gk_Source::begin() {
   }
 }
 
-// Adds bytes from `first` on to the token, up to a delimiter, which goes back, or the end.
+// Appends `first` and the bytes after it up to a delimiter, which is pushed back, or the end of input.
 void Gk_Source::collect(int first) {
   for (int c = first; c >= 0; c = read()) {
     if (isDelimiter(c)) {

@@ -1,4 +1,4 @@
-// Cuts the bytes of a stream into tokens.
+// Tokenizer for byte streams.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@
 #include "VRELExport.h"
 #include "VRELInputStream.h"
 
-// Reads tokens that stand between delimiters, and numbers from them.
+// Splits the bytes of a stream into tokens at delimiters, and parses numbers.
 //
 //   VRELStringInputStream stream(Gk_String("bolt 8 1.25"));
 //   Gk_Source source(&stream);
@@ -16,27 +16,27 @@
 //   Gk_String const name = source.next();  // "bolt"
 //   source >> diameter >> pitch;           // 8 and 1.25
 //
-// A token ends in front of a delimiter, which is the first thing to be read next, or at the end of the input. It is
-// given with a terminating zero behind it; where there is none left, as a string without any element. That is no
-// error, and nothing else is either.
+// A token ends before a delimiter, which is the next byte to be read, or at the end of input. Tokens end in a zero
+// byte; at the end of input the token is a string without elements. That is not an error.
 //
-// A token shares its bytes with the source until the source begins the next one, so neither is copied nor made anew for
-// tokens that are looked at and dropped. Take a copy() of one that another thread is to have.
+// A token shares its bytes with the source until the source begins the next one, so that tokens are not copied. Use
+// copy() for a token that is passed to another thread.
 //
-// Bytes are read one by one, by readChar, and what was read too far goes back by add: nothing is held between two
-// calls, and the stream can be used directly. A stream without add raises "Gk_IOException" at the first byte that goes
-// back.
+// Bytes are read with readChar, and a byte too far is pushed back with add: between two calls nothing is buffered, and
+// the stream can be used directly.
+//
+// Errors: "Gk_IOException" at the first push-back, if the stream does not support add.
 class VREL_EXPORT Gk_Source {
  public:
-  // A set of delimiters, held without a terminator.
+  // Set of delimiters.
   class VREL_EXPORT WhiteSpace : public Gk_String {
    public:
-    // The empty set.
+    // Makes the empty set.
     WhiteSpace() = default;
-    // The bytes of a text; null gives the empty set.
+    // Makes a set of the bytes of a string; the empty set for null.
     WhiteSpace(char const* characters);
 
-    // Whether the byte is a delimiter. One that has no bit in common with any delimiter costs one step.
+    // Returns whether a byte is a delimiter. Bytes that share no bit with any delimiter are rejected at once.
     bool isSpace(char c) const { return (mask & c) != 0 && holds(c); }
 
    private:
@@ -47,42 +47,42 @@ class VREL_EXPORT Gk_Source {
       return false;
     }
 
-    int mask = 0;  // all bits that any delimiter has
+    int mask = 0;  // bitwise OR of all delimiters
   };
 
-  // Without delimiters at first: a token is then all the input. The stream is not owned; null is an exhausted one. The
-  // flag changes what nextString does.
+  // Starts without delimiters, so that all input is one token. Ownership: the stream is not owned; null is an empty
+  // stream. The flag changes nextString.
   explicit Gk_Source(VRELInputStream* input, bool isSingleDelimiter = false);
 
-  // Goes on with another stream.
+  // Replaces the stream.
   void install(VRELInputStream* input) { stream = input; }
   VRELInputStream* top() const { return stream; }
 
-  // Sets the delimiters and returns those in force before.
+  // Sets the delimiters and returns the previous ones.
   WhiteSpace setWhiteSpace(WhiteSpace const& delimiters);
 
-  // Skips delimiters and takes the token behind them.
+  // Skips delimiters and reads a token.
   Gk_String next();
 
-  // As next; but with the flag set a single delimiter in front is skipped, so that two in a row have an empty token
-  // between them, as the fields of a line have: over "a,,b" it gives "a", an empty token and "b".
+  // Like next; but with the flag set, skips only one delimiter, so that there is an empty token between two delimiters:
+  // "a,,b" gives "a", an empty token and "b".
   Gk_String nextString();
 
-  // The bytes up to the next delimiter. That a delimiter at the very beginning is taken for the first byte of the token
-  // is promised: call skipWhite or isEmpty between lines.
+  // Reads up to the next delimiter. Compatibility: a delimiter at the beginning is the first byte of the token; call
+  // skipWhite or isEmpty between lines.
   Gk_String nextLine();
 
-  // What next would give, with the stream brought back to where it stands.
+  // Returns the token that next would return, and restores the position.
   Gk_String peek();
 
-  // Moves to the first byte that is no delimiter, or to the end.
+  // Skips delimiters.
   void skipWhite();
 
-  // Skips delimiters and tells whether that was all, by the stream's available().
+  // Skips delimiters, and returns whether available() of the stream is below 1.
   bool isEmpty();
 
-  // Takes tokens until one matches the pattern (see Gk_ROString::matchPathPattern), and returns that one, or the empty
-  // view at the end of the input. The tokens in front of it are gone.
+  // Reads tokens until one matches the pattern (see Gk_ROString::matchPathPattern) and returns it; the empty view at
+  // the end of input. The tokens before it are consumed.
   Gk_ROString matchPattern(Gk_ROString const& pattern);
 
  private:
@@ -98,19 +98,19 @@ class VREL_EXPORT Gk_Source {
   WhiteSpace white;
   Gk_String token;
   bool singleDelimiter;
-  Gk_String pushed;                         // what pushBack hands over, kept so that it is not made anew for each byte
-  std::array<bool, 256> isDelimiterByte{};  // what white holds, by byte
+  Gk_String pushed;                         // argument of add, reused by pushBack
+  std::array<bool, 256> isDelimiterByte{};  // the delimiters, indexed by byte
 };
 
-// The first byte of the next token; zero where there is none.
+// Reads the first byte of the next token; zero at the end of input.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, char& c);
 
-// Copies nextString, with its terminator, to where the pointer points: there must be room for it. Nothing is copied for
-// an empty token, or to null.
+// Copies the token of nextString, with its terminator, to `text`. Requires: enough room. Copies nothing for an empty
+// token or a null pointer.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, char*& text);
 
-// The number that the next token begins with, 0 where there is none, as Gk_StringParser reads it. What stands behind
-// the number is passed over.
+// Read the number at the beginning of the next token with Gk_StringParser; 0 if there is none. The rest of the token is
+// ignored.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, int& number);
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, long& number);
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, unsigned int& number);

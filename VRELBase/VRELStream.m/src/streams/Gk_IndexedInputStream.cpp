@@ -5,7 +5,7 @@
 
 namespace {
 
-unsigned LineFeeds(char const* begin, char const* end) {
+unsigned LineFeedCount(char const* begin, char const* end) {
   return static_cast<unsigned>(std::count(begin, end, '\n'));
 }
 
@@ -20,21 +20,21 @@ VRELInputStream* Gk_IndexedInputStream::duplicate() {
 int Gk_IndexedInputStream::readChar() {
   if (source == nullptr) return -1;
   int const c = VRELFilterInputStream::readChar();
-  if (c == '\n') moveOn(1);
+  if (c == '\n') countLines(1);
   return c;
 }
 
 int Gk_IndexedInputStream::read(char* target, int count) {
   if (source == nullptr) return -1;
   int const taken = VRELFilterInputStream::read(target, count);
-  // A stream that tells of more than there is room for has not written there.
+  // A stream that reports more bytes than were asked for has not written them.
   int const held = std::min(taken, count);
-  if (target != nullptr && held > 0) moveOn(LineFeeds(target, target + held));
+  if (target != nullptr && held > 0) countLines(LineFeedCount(target, target + held));
   return taken;
 }
 
 bool Gk_IndexedInputStream::add(Gk_String const& text) {
-  moveOn(0U - LineFeeds(text.begin(), text.end()));
+  countLines(0U - LineFeedCount(text.begin(), text.end()));
   if (source != nullptr) VRELFilterInputStream::add(text);
   return true;
 }

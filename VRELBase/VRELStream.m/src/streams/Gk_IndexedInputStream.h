@@ -1,38 +1,38 @@
-// Counts the lines that are read.
+// Input filter that counts lines.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELFilterInputStream.h"
 
-// Hands the bytes of the stream beneath on and counts the line feeds among them, for messages that tell where in a text
-// something stands.
+// Forwards the bytes of the underlying stream and counts the line feeds among them, for messages with a line number.
 //
 //   Gk_IndexedInputStream input(&file);
 //   ...
-//   VRELWarning::Printf("line %d: no such key\n", input.getLineNumber() + 1);
+//   VRELWarning::Printf("line %d: unknown key\n", input.getLineNumber() + 1);
 //
-// Lines that skip and setOffset pass over are not counted: that is promised.
+// Compatibility: line feeds that skip and setOffset pass are not counted.
 class VREL_EXPORT Gk_IndexedInputStream : public VRELFilterInputStream {
  public:
-  explicit Gk_IndexedInputStream(VRELInputStream* beneath) : VRELFilterInputStream(beneath) {}
-  // Stands on the same stream, with a count of its own that goes on from here.
+  // Starts at line number 0. A null stream is at the end of input.
+  explicit Gk_IndexedInputStream(VRELInputStream* underlying) : VRELFilterInputStream(underlying) {}
+  // Uses the same underlying stream, and copies the line number.
   Gk_IndexedInputStream(Gk_IndexedInputStream const&) = default;
   Gk_IndexedInputStream& operator=(Gk_IndexedInputStream const&) = default;
 
-  // A stream with this count, which the caller owns, on a duplicate of the stream beneath, which nobody deletes. Where
-  // that cannot be duplicated, nothing can be read from the new stream.
+  // Returns a copy on a duplicate of the underlying stream. If that cannot be duplicated, the copy is at the end of
+  // input. Ownership: the caller deletes the copy. The duplicate is not deleted by the copy.
   VRELInputStream* duplicate() override;
   int readChar() override;
   int read(char* target, int count) override;
-  // Takes the line feeds among all elements of the text off the count, and hands it on. Always true.
+  // Subtracts the line feeds among all elements of `text`, forwards it, and returns true.
   bool add(Gk_String const& text) override;
 
-  // Line feeds read so far, less those pushed back.
+  // Returns the number of line feeds read so far, less those pushed back.
   int getLineNumber() const { return lineNumber; }
 
  private:
-  // A count that leaves the range of an int wraps round.
-  void moveOn(unsigned lines) { lineNumber = static_cast<int>(static_cast<unsigned>(lineNumber) + lines); }
+  // Adds with wrap-around.
+  void countLines(unsigned lines) { lineNumber = static_cast<int>(static_cast<unsigned>(lineNumber) + lines); }
 
   int lineNumber = 0;
 };

@@ -3,8 +3,13 @@
 #include <algorithm>
 #include <cstring>
 
-Gk_PacketInputStream::Gk_PacketInputStream(VRELInputStream* beneath, int size) : VRELFilterInputStream(beneath) {
-  buffer.ensure(size);
+Gk_PacketInputStream::Gk_PacketInputStream(VRELInputStream* underlying, int size)
+    : VRELFilterInputStream(underlying), buffer("") {
+  if (size > 0) {
+    buffer.ensure(size);
+  } else {
+    buffer.clear();
+  }
 }
 
 VRELInputStream* Gk_PacketInputStream::duplicate() {
@@ -25,7 +30,7 @@ long Gk_PacketInputStream::skip(long count) {
   return take(nullptr, count);
 }
 
-// Moves over `count` bytes and copies them to the target unless that is null. Returns how many there were, -1 for none.
+// Consumes up to `count` bytes, and copies them to `target` unless it is null. Returns their number, or -1 for none.
 long Gk_PacketInputStream::take(char* target, long count) {
   if (count < 0) return -1;
   long taken = -1;

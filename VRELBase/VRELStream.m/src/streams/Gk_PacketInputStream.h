@@ -1,47 +1,50 @@
-// Reads ahead in blocks.
+// Input filter that reads in blocks.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELFilterInputStream.h"
 
-// Takes the bytes of the stream beneath in packets, one read for each, and gives them out singly or in any number. A
-// packet is a block of bytes and nothing else: what is read is exactly what the stream beneath holds.
+// Reads the underlying stream in blocks of a fixed size ("packets"), and serves reads of any size from the block. A
+// packet has no header and no trailer: the bytes are exactly those of the underlying stream.
 //
 //   VRELFileInputStream file(path);
 //   Gk_PacketInputStream input(&file, 8192);
 //   for (int c = input.readChar(); c >= 0; c = input.readChar()) ...
 //
-// The stream beneath runs ahead by what the packet still holds; setOffset, and an add that the packet cannot serve,
-// bring it back. Both raise "Gk_IOException" over a stream that cannot, as getCurrentOffset and available do.
+// The underlying stream is ahead by the unread bytes of the packet; setOffset, and an add that does not fit into the
+// packet, push them back.
+//
+// Errors: "Gk_IOException" from getCurrentOffset, setOffset, available and add, if the underlying stream does not
+// support the operation.
 class VREL_EXPORT Gk_PacketInputStream : public VRELFilterInputStream {
  public:
-  // Reads nothing yet. A size below 1 makes a stream that is always at its end; memory that runs out throws
-  // VRELAllocException.
-  Gk_PacketInputStream(VRELInputStream* beneath, int size);
-  // The packet is no stream of its own: there are no copies.
+  // Allocates a packet of `size` bytes and reads nothing. A stream with a size below 1 is always at the end of input.
+  // Errors: throws VRELAllocException.
+  Gk_PacketInputStream(VRELInputStream* underlying, int size);
   Gk_PacketInputStream(Gk_PacketInputStream const&) = delete;
   Gk_PacketInputStream& operator=(Gk_PacketInputStream const&) = delete;
 
-  // Cannot be: null.
+  // Returns null: a packet cannot be shared.
   VRELInputStream* duplicate() override;
   int readChar() override { return position < end ? takeByte() : readNextPacket(); }
-  // As many bytes as there are, up to `count`, over any number of packets; -1 where none came. That a request for 0
-  // bytes fetches a packet when none is there, and gives -1 at the end, is promised. -1 too for a count below 0.
+  // Reads up to `count` bytes, from as many packets as needed. Returns their number, or -1 if there are none or `count`
+  // is negative.
+  // Compatibility: a request for 0 bytes with an empty packet fetches a packet, and returns -1 at the end of input.
   int read(char* target, int count) override;
-  // As read, without the bytes.
+  // Like read, but drops the bytes.
   long skip(long count) override;
-  // What the packet holds and what is left beneath.
+  // Returns the unread bytes of the packet plus those of the underlying stream.
   long available() const override;
-  // Moves back in the packet, whose bytes are taken for the text; a text longer than what was read of the packet goes
-  // to the stream beneath, behind the unread bytes. Always true.
+  // Moves back in the packet without comparing the bytes. If `text` is longer than the part that was read, pushes the
+  // unread bytes and then `text` back to the underlying stream. Returns true.
   bool add(Gk_String const& text) override;
-  // The place of the next byte, not that of the stream beneath.
+  // Returns the position of the next byte to be read.
   long getCurrentOffset() const override;
-  // Gives the unread bytes back and moves the stream beneath.
+  // Pushes the unread bytes back, and moves the underlying stream.
   long setOffset(long offset) override;
 
-  // Reads the next packet and drops what is left of this one. A failed read leaves an empty packet.
+  // Replaces the packet by the next one. A failed read leaves an empty packet.
   virtual void fetchPacket();
 
  private:
@@ -51,7 +54,7 @@ class VREL_EXPORT Gk_PacketInputStream : public VRELFilterInputStream {
   long take(char* target, long count);
   void giveBackUnread();
 
-  Gk_String buffer;  // as long as a packet
+  Gk_String buffer;  // its length is the packet size
   int position = 0;
-  int end = 0;  // what the last fetch gave; -1 when it failed
+  int end = 0;  // result of the last fetch; -1 if it failed
 };

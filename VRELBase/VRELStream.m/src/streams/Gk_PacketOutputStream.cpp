@@ -2,8 +2,13 @@
 
 #include <cstring>
 
-Gk_PacketOutputStream::Gk_PacketOutputStream(VRELOutputStream* beneath, int size) : VRELFilterOutputStream(beneath) {
-  buffer.ensure(size);
+Gk_PacketOutputStream::Gk_PacketOutputStream(VRELOutputStream* underlying, int size)
+    : VRELFilterOutputStream(underlying), buffer("") {
+  if (size > 0) {
+    buffer.ensure(size);
+  } else {
+    buffer.clear();
+  }
 }
 
 int Gk_PacketOutputStream::write(char const* data, int count) {
@@ -34,6 +39,6 @@ void Gk_PacketOutputStream::flush() {
 }
 
 void Gk_PacketOutputStream::flushBuffer() {
-  if (fill > 0) VRELFilterOutputStream::write(buffer, fill);
+  VRELFilterOutputStream::write(buffer, fill);
   fill = 0;
 }

@@ -1,45 +1,47 @@
-// Writes in blocks.
+// Output filter that writes in blocks.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELFilterOutputStream.h"
 
-// Gathers what is written and hands it to the stream beneath a packet at a time. A packet is a block of bytes and
-// nothing else: what reaches the stream beneath is exactly what was written.
+// Collects writes in a block of a fixed size (a "packet"), and writes it to the underlying stream when it is full. A
+// packet has no header and no trailer: the underlying stream receives exactly the bytes that were written.
 //
 //   Gk_PacketOutputStream output(&file, 8192);
 //   output.write(line, length);
 //   output.flush();
 //
-// Every use ends with flush(). Neither close() nor the destructor writes what still waits, and writeChar goes straight
-// to the stream beneath and overtakes what waits: that is promised.
+// Compatibility: close() and the destructor do not write pending bytes, so end every use with flush(). writeChar writes
+// to the underlying stream directly, before the pending bytes.
 class VREL_EXPORT Gk_PacketOutputStream : public VRELFilterOutputStream {
  public:
-  // With a size below 1 nothing waits. Memory that runs out throws VRELAllocException.
-  Gk_PacketOutputStream(VRELOutputStream* beneath, int size);
-  // What waits is written by one stream: there are no copies.
+  // Allocates a packet of `size` bytes. A stream with a size below 1 does not buffer.
+  // Errors: throws VRELAllocException.
+  Gk_PacketOutputStream(VRELOutputStream* underlying, int size);
   Gk_PacketOutputStream(Gk_PacketOutputStream const&) = delete;
   Gk_PacketOutputStream& operator=(Gk_PacketOutputStream const&) = delete;
 
-  // A packet's length and more goes straight to the stream beneath, after what waits, and gives its result. Less is
-  // kept, after what waits is written if there is too little room; the result then is `count` and tells nothing about
-  // the stream beneath. Nothing is written and 0 returned for a count below 0, or for null with a count above 0.
+  // Writes `count` bytes. If they fill a packet, they go to the underlying stream directly, after the pending bytes,
+  // and the result is that of the underlying stream. Otherwise they are buffered, after a flush if they do not fit, and
+  // the result is `count`, also if the flush failed.
+  // Writes nothing and returns 0 for a negative count, and for null with a count above 0.
   int write(char const* data, int count) override;
-  // Keeps one byte and returns it.
+  // Buffers one byte and returns it.
   char write(char c) {
     if (fill >= buffer.len()) return writeBehindPacket(c);
     buffer[fill++] = c;
     return c;
   }
-  // Writes what waits, and flushes the stream beneath.
+  // Writes the pending bytes, and flushes the underlying stream.
   void flush() override;
-  // Writes what waits; whatever comes of it, nothing waits then.
+  // Writes the pending bytes with one write, also if there are none. Afterwards nothing is pending, even if the write
+  // failed.
   void flushBuffer();
 
  private:
   char writeBehindPacket(char c);
 
-  Gk_String buffer;  // as long as a packet
-  int fill = 0;      // how many bytes wait
+  Gk_String buffer;  // its length is the packet size
+  int fill = 0;      // number of pending bytes
 };

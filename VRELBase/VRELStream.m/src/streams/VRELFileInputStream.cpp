@@ -6,7 +6,7 @@
 
 namespace {
 
-// Offsets come from callers and may run over, which is no error of a stream.
+// Adds and subtracts with wrap-around: offsets come from callers, and an overflow must not be undefined.
 long Sum(long a, long b) {
   return static_cast<long>(static_cast<unsigned long>(a) + static_cast<unsigned long>(b));
 }
@@ -36,12 +36,12 @@ VRELInputStream* VRELFileInputStream::duplicate() {
 int VRELFileInputStream::read(char* buffer, int count) {
   if (count < 0) return -1;
   auto const taken = static_cast<int>(descriptor->readBytes(buffer, static_cast<unsigned>(count), position));
-  if (taken > 0 && position != shared) advance(taken);
+  if (taken > 0 && position != kShared) advance(taken);
   return taken;
 }
 
 long VRELFileInputStream::skip(long count) {
-  if (position == shared) return descriptor->offset(count);
+  if (position == kShared) return descriptor->offset(count);
   advance(count);
   return position;
 }
@@ -56,11 +56,11 @@ bool VRELFileInputStream::add(Gk_String const& text) {
 }
 
 long VRELFileInputStream::getCurrentOffset() const {
-  return position == shared ? descriptor->offset(0) : position;
+  return position == kShared ? descriptor->offset(0) : position;
 }
 
 long VRELFileInputStream::setOffset(long offset) {
-  if (position == shared) return descriptor->seek(offset);
+  if (position == kShared) return descriptor->seek(offset);
   position = offset;
   return offset;
 }

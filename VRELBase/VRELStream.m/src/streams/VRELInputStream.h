@@ -1,12 +1,22 @@
-// The base of everything that bytes are read from.
+// Abstract input stream of bytes.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 
-// A source of bytes. A stream reads nothing ahead: each read goes to what lies beneath, and a short one is told as it
-// came. Derive from it and give it duplicate and read, and of the others what the source can do; the rest raises
-// "Gk_IOException" as a Gk_Exception through Gk_ErrMgr. A stream is used on one thread at a time.
+// Base class of all input streams. Derive from it, implement duplicate and read, and override the other operations that
+// the source supports; those that are not overridden raise "Gk_IOException" as a Gk_Exception through Gk_ErrMgr.
+//
+//   class RandomBytes : public VRELInputStream {
+//    public:
+//     VRELInputStream* duplicate() override { return nullptr; }
+//     int read(char* buffer, int count) override { return static_cast<int>(getrandom(buffer, count, 0)); }
+//   };
+//
+// A stream does not read ahead, and it returns short reads as the source delivers them. Add buffering with
+// Gk_PacketInputStream.
+//
+// Thread safety: a stream is used by one thread at a time.
 class VREL_EXPORT VRELInputStream {
  public:
   VRELInputStream() = default;
@@ -14,30 +24,31 @@ class VREL_EXPORT VRELInputStream {
   VRELInputStream& operator=(VRELInputStream const&) = default;
   virtual ~VRELInputStream();
 
-  // A stream on the same source, owned by the caller; null where that cannot be.
+  // Returns a new stream on the same source, or null if the source cannot be shared. Ownership: the caller deletes it.
   virtual VRELInputStream* duplicate() = 0;
-  // The next byte, 0 to 255, read through read; -1 at the end and on failure alike.
+  // Reads one byte through read and returns it as 0 to 255; -1 at the end of input and on failure.
   virtual int readChar();
-  // Reads up to `count` bytes and returns how many came: 0 at the end, -1 on failure.
+  // Reads up to `count` bytes and returns their number; 0 at the end of input, -1 on failure.
   virtual int read(char* buffer, int count) = 0;
-  // Moves forward. Unless a stream can do better, reads `count` bytes away and returns how many there were; nothing for
-  // a count below 1.
+  // Skips `count` bytes by reading them, and returns how many there were; 0 for a count below 1.
+  // Compatibility: ends early only if read returns -1. While read returns 0 it is called again, so that a stream whose
+  // read returns 0 at the end of input must override skip.
   virtual long skip(long count);
 
-  // These raise unless a stream has its own.
-  //
-  // How much is left.
+  // Returns how many bytes are left.
   virtual long available() const;
-  // Pushes back what was just read: moves back by text.len() bytes, which counts the terminator of a string that has
-  // one. Whether the text is what stands there is not looked at.
+  // Pushes back bytes that were just read: moves back by text.len() bytes, which includes the terminator of a string
+  // that has one. The content of `text` is not compared with the source.
   virtual bool add(Gk_String const& text);
-  // Tells and sets the position in bytes from the start; both return where the stream then stands.
+  // Returns the position in bytes from the start.
   virtual long getCurrentOffset() const;
+  // Sets the position and returns the new one.
   virtual long setOffset(long offset);
 
  protected:
-  explicit VRELInputStream(VRELInputStream* beneath) : source(beneath) {}
+  // For filters. The underlying stream is not owned.
+  explicit VRELInputStream(VRELInputStream* underlying) : source(underlying) {}
 
-  // The stream beneath a filter, not owned; null in any other stream.
+  // Underlying stream of a filter, not owned; null in other streams.
   VRELInputStream* source = nullptr;
 };

@@ -8,20 +8,20 @@
 
 namespace {
 
-// Assertions name this path and fixed lines, wherever the file stands.
-constexpr char file[] = "VRELBase/VRELStream.m/src/VRELStringInputStream";
+// Assertions report this path and fixed lines, independent of the source tree.
+constexpr char kFile[] = "VRELBase/VRELStream.m/src/VRELStringInputStream";
 
 }  // namespace
 
 VRELStringInputStream::VRELStringInputStream(Gk_String const& string) : text(string) {
   Gk_ErrMgr::checkAbort();
   int const length = string.len();
-  if (length > 0 && string[length - 1] != '\0') Gk_ErrMgr::doAssert(file, 25);
+  if (length > 0 && string[length - 1] != '\0') Gk_ErrMgr::doAssert(kFile, 25);
 }
 
 VRELInputStream* VRELStringInputStream::duplicate() {
   Gk_ErrMgr::checkAbort();
-  Gk_ErrMgr::doAssert(file, 32);
+  Gk_ErrMgr::doAssert(kFile, 32);
   return nullptr;
 }
 
@@ -36,6 +36,17 @@ int VRELStringInputStream::read(char* buffer, int count) {
   std::memcpy(buffer, static_cast<char const*>(text) + position, static_cast<std::size_t>(taken));
   position += taken;
   return static_cast<int>(taken);
+}
+
+long VRELStringInputStream::skip(long count) {
+  char scratch[1024];
+  long skipped = 0;
+  while (skipped < count) {
+    int const taken = read(scratch, static_cast<int>(std::min<long>(count - skipped, sizeof scratch)));
+    if (taken < 1) break;
+    skipped += taken;
+  }
+  return skipped;
 }
 
 long VRELStringInputStream::available() const {

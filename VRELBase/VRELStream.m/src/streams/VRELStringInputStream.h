@@ -1,4 +1,4 @@
-// Reads from memory.
+// Input stream on a string in memory.
 #pragma once
 
 #include <cstddef>
@@ -8,37 +8,43 @@
 #include "VRELExport.h"
 #include "VRELInputStream.h"
 
-// Reads the bytes of a Gk_String in front of its last element, which is taken for the terminator: of "ab" two bytes can
-// be read. The string's bytes are shared and must not change meanwhile.
+// Reads the bytes of a Gk_String without its last element, which is the terminator.
 //
-// A position cannot be told or set: getCurrentOffset and setOffset raise "Gk_IOException".
+//   VRELStringInputStream stream(Gk_String("ab"));  // three elements, two bytes to read
+//
+// The bytes are shared with the string, which must not be modified while the stream is in use.
+//
+// Errors: getCurrentOffset and setOffset raise "Gk_IOException".
 class VREL_EXPORT VRELStringInputStream : public VRELInputStream {
  public:
-  // Polls the abort flag. A string that does not end in a zero byte is asserted, to no effect, and its last byte is
-  // never read.
+  // Polls the abort flag. Asserts, without effect, if the string does not end in a zero byte; its last byte is never
+  // read.
   explicit VRELStringInputStream(Gk_String const& string);
 
-  // Cannot be: polls the abort flag and returns null.
+  // Polls the abort flag and returns null: not supported.
   VRELInputStream* duplicate() override;
-  // Takes the byte itself, because scanners live on it; a derived class is asked for it by its read.
+  // Takes the byte directly, because scanners call this for every byte. In a derived class it goes through read.
   int readChar() override;
-  // At the end 0, not -1; 0 too for a count below 1.
+  // Returns 0 at the end of input, not -1, and for a count below 1.
   int read(char* buffer, int count) override;
-  // Reads `count` bytes, 1 or more, if so many are left, and otherwise none and tells false. No virtual operation, for
-  // readers of many small values.
+  // Skips up to `count` bytes through read, and returns how many there were. Ends at the first read that returns less
+  // than 1, since 0 is the end of input here.
+  long skip(long count) override;
+  // Reads exactly `count` bytes; if fewer are left, reads none and returns false. Not virtual, for readers of many
+  // small values. Requires: `count` is above 0.
   bool readWhole(char* buffer, int count) {
     if (count > remaining()) return false;
     std::memcpy(buffer, text.begin() + position, static_cast<std::size_t>(count));
     position += count;
     return true;
   }
-  // 1 while there is anything to read, otherwise 0. That it is no count, as a file's is, is promised.
+  // Returns 1 if any byte is left, else 0. Compatibility: not a count, unlike VRELFileInputStream::available.
   long available() const override;
-  // Moves back by text.len(), but not beyond the beginning. Always true.
+  // Moves back by text.len(), at most to the beginning, and returns true.
   bool add(Gk_String const& pushed) override;
 
  private:
-  // Bytes in front of the terminator that are still to be read.
+  // Returns the number of unread bytes before the terminator.
   long remaining() const { return text.len() - 1 - position; }
 
   Gk_String text;

@@ -1,31 +1,32 @@
-// Writes into memory.
+// Output stream into a string in memory.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELOutputStream.h"
 
-// Gathers the bytes that are written in a Gk_String. No terminator is added: end the text with a zero byte before it is
-// read as a C string.
+// Appends the bytes that are written to a Gk_String. Compatibility: no terminator is added; write a zero byte before
+// contents() is used as a C string.
 //
 //   VRELStringOutputStream out;
 //   out.write("bolt", 4);
 //   out.writeChar('\0');
 //   use(out.contents());  // "bolt"
 //
-// Copies share the bytes. Memory that runs out throws VRELAllocException.
+// Copies share the bytes. Errors: throws VRELAllocException.
 class VREL_EXPORT VRELStringOutputStream : public VRELOutputStream {
  public:
   VRELStringOutputStream() = default;
 
-  // Adds `count` bytes, which may lie in contents(), and returns `count`. Nothing is added and 0 is returned for null
+  // Appends `count` bytes, which may be part of contents(), and returns `count`. Appends nothing and returns 0 for null
   // or a count below 1.
   int write(char const* buffer, int count) override;
-  // Do nothing.
+  // Does nothing.
   void flush() override;
+  // Does nothing.
   void close() override;
 
-  // The first byte that was written, null before any was; valid until the next write.
+  // Returns the first byte, or null before any was written. Valid until the next write.
   char const* contents() const { return text; }
 
  private:

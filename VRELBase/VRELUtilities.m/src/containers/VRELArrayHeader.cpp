@@ -1,3 +1,9 @@
+// The storage is one block from malloc, extended by realloc: elements are required to survive a byte copy, so the
+// allocator may move the block, or map its pages elsewhere, without a copy at all. Everything from the old capacity on
+// is set to zero after a growth. A copy shares the header, so growth through one owner is seen by all.
+//
+// An element handed to add or insert can be in the block that is about to move. Its offset is taken before the growth,
+// and its address is computed again afterwards.
 #include "VRELArrayHeader.h"
 
 #include <cstdlib>
@@ -8,6 +14,8 @@
 #include "VRELAllocException.h"
 
 namespace {
+
+constexpr int kMaxCapacity = std::numeric_limits<int>::max();
 
 bool IsValid(VRELArrayHeader const* header) {
   return header != nullptr && header->IsValid();
@@ -21,11 +29,12 @@ unsigned char* Slot(VRELArrayHeader* header, int index) {
   return header->data + Bytes(header, index);
 }
 
-// A double holds each step exactly, as the extended format does.
+// A double represents each step exactly, as the extended format does. The last step ends at kMaxCapacity.
 int NextCapacity(int capacity, float growthFactor) {
   double const next = static_cast<double>(capacity) * static_cast<double>(growthFactor) + 1.0;
-  if (!(next >= capacity + 1.0 && next <= std::numeric_limits<int>::max())) throw VRELAllocException();
-  return static_cast<int>(next);
+  // The negated comparison also rejects a growth factor that was overwritten with a NaN.
+  if (!(next >= capacity + 1.0) || capacity == kMaxCapacity) throw VRELAllocException();
+  return next < kMaxCapacity ? static_cast<int>(next) : kMaxCapacity;
 }
 
 void GrowTo(VRELArrayHeader* header, int capacity) {
@@ -39,7 +48,7 @@ void GrowTo(VRELArrayHeader* header, int capacity) {
   header->checkWord = data;
 }
 
-// Bytes from the start of the storage to an element in it; -1 for an element elsewhere.
+// Returns the offset of an element in the storage, or -1 for an element elsewhere.
 std::ptrdiff_t OffsetOf(VRELArrayHeader const* header, void const* element) {
   auto const* const address = static_cast<unsigned char const*>(element);
   std::less<> const before;
@@ -116,6 +125,12 @@ int vrelArrayReallocFor(VRELArrayHeader*& header, int added) {
   return 1;
 }
 
+int vrelArrayReserve(VRELArrayHeader*& header, int capacity) {
+  if (!IsValid(header)) return 0;
+  if (capacity > header->capacity) GrowTo(header, capacity);
+  return 1;
+}
+
 int vrelArrayAdd(VRELArrayHeader*& header, void* element) {
   if (!IsValid(header) || element == nullptr) return 0;
   void const* source = element;
@@ -129,9 +144,10 @@ int vrelArrayInsertAt(VRELArrayHeader*& header, int index, void* element) {
   if (!IsValid(header) || element == nullptr || index < 0) return 0;
   if (index > header->count) return vrelArrayAdd(header, element);
   void const* source = element;
-  if (header->count >= header->capacity - 1) source = vrelArrayReallocAround(header, element);
+  bool const isLastSlot = header->capacity == kMaxCapacity && header->count == kMaxCapacity - 1;
+  if (header->count >= header->capacity - 1 && !isLastSlot) source = vrelArrayReallocAround(header, element);
   unsigned char* const slot = Slot(header, index);
-  // An element of the tail moves with it.
+  // An element after the slot moves with the others.
   std::ptrdiff_t const offset = OffsetOf(header, source);
   if (offset >= slot - header->data && offset < Slot(header, header->count) - header->data) {
     source = static_cast<unsigned char const*>(source) + header->elementSize;

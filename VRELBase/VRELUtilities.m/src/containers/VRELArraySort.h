@@ -1,25 +1,31 @@
 // Sorting of a dynamic array.
+//
+// Quicksort with the middle element as pivot and Lomuto's partition (Cormen et al., Introduction to Algorithms, section
+// 7.1), made iterative by a stack of ranges. The order of equal elements is part of the interface, so that the
+// partition and the order of the ranges are fixed, and so is one oddity: when a pivot lands at index 0, the whole array
+// is sorted once more, before the ranges that are pending. With equal elements such a pass can lead to itself again,
+// for ever. VRELArraySort detects that and refuses the pass, which changes no order that the steps would have reached.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 #include <vector>
 
-#include "detail/VRELSwapObjectBytes.h"
 #include "VRELDynamicArray.h"
+#include "detail/VRELSwapObjectBytes.h"
 
-// One run of qsort. Programs call qsort, below.
+// One call of qsort, which is below.
 template <class T>
 class VRELArraySort {
  public:
   explicit VRELArraySort(VRELDynamicArray<T>& target) : array(target), elements(target.getArray()) {}
 
-  // Sorts low to high, both inside the array.
+  // Requires: both indexes are in the array.
   void Run(int low, int high) {
     SortLeftParts(low, high);
-    while (waiting.size() > 0) {
-      Range const range = waiting[waiting.size() - 1];
-      waiting.endShrink(1);
+    while (pending.size() > 0) {
+      Range const range = pending[pending.size() - 1];
+      pending.endShrink(1);
       SortLeftParts(range.low, range.high);
     }
   }
@@ -30,18 +36,18 @@ class VRELArraySort {
     int high;
   };
 
-  // Partitions the range, then its left part, and so on. The right parts wait: a pass that begins on the way comes
-  // before them.
+  // Partitions the range, then its left part, and so on. The right parts are pending: a pass that begins meanwhile
+  // precedes them.
   void SortLeftParts(int low, int high) {
     while (high - low > 1) {
       int const pivot = Partition(low, high);
-      if (high - pivot > 1) waiting.add({pivot + 1, high});
+      if (high - pivot > 1) pending.add({pivot + 1, high});
       high = pivot == 0 ? BeginPass() : pivot - 1;
     }
     if (high - low == 1 && elements[low] > elements[high]) Swap(low, high);
   }
 
-  // Where the pivot, the element in the middle, lands: behind all that are <= it.
+  // Moves the pivot, the element in the middle, after all elements that are <= it. Returns its index.
   int Partition(int low, int high) {
     Swap(low + (high - low) / 2, low);
     int last = low;
@@ -52,34 +58,34 @@ class VRELArraySort {
     return last;
   }
 
-  // A pivot that lands at index 0 begins a pass over the whole array, ahead of all that waits. That is promised: the
-  // order of equal elements comes of it. Gives the last index of the pass; -1 if it is refused.
+  // Begins a pass over the whole array, after a pivot has landed at index 0. Returns the last index of the pass, or -1
+  // if it is refused.
   //
-  // What a pass does depends on the arrangement of keys alone. One that begins where an earlier pass began, as happens
-  // with the keys 0 1 1 1, would therefore bring on passes for ever. It is refused: index 0 holds its element already,
-  // and what waits of the latest pass sorts the rest. To notice it, the arrangements of pass 1, 2, 4, 8 ... are kept,
-  // each until the next of these. Passes beyond the number of elements are refused too; only operators that contradict
-  // each other come that far.
+  // A pass depends on the arrangement of the keys alone. One that begins with the arrangement of an earlier pass, as
+  // happens with the keys 0 1 1 1, would cause passes for ever. It is refused: index 0 has its element already, and the
+  // pending ranges of the latest pass sort the others. To detect it, the arrangements of pass 1, 2, 4, 8 ... are kept,
+  // each until the next one (Brent's cycle detection). Passes beyond the number of elements are refused too; only
+  // contradictory operators cause that many.
   int BeginPass() {
     ++passes;
     if (passes > array.size() || (passes > 1 && IsKeptArrangement())) {
-      waiting.frontShrink(latestPass);
-      latestPass = 0;
+      pending.frontShrink(firstOfPass);
+      firstOfPass = 0;
       return -1;
     }
     bool const isPowerOfTwo = (passes & (passes - 1)) == 0;
     if (isPowerOfTwo) kept.assign(Bytes(), Bytes() + sizeof(T) * static_cast<std::size_t>(array.size()));
-    latestPass = waiting.size();
+    firstOfPass = pending.size();
     return array.size() - 1;
   }
 
-  // Elements move by byte copy, so that bytes kept aside can be compared as elements.
+  // Elements survive a byte copy, so that copied bytes can be compared as elements.
   bool IsKeptArrangement() const {
-    auto const* const before = reinterpret_cast<T const*>(kept.data());
+    auto const* const keptElements = reinterpret_cast<T const*>(kept.data());
     for (int i = 0, n = array.size(); i < n; ++i) {
       T const& now = elements[i];
-      T const& then = before[i];
-      // An element that cannot be ordered, such as a NaN, is at least like its own bytes.
+      T const& then = keptElements[i];
+      // An element without an order, such as a NaN, is compared by its bytes.
       bool const isSame = std::memcmp(static_cast<void const*>(&now), static_cast<void const*>(&then), sizeof(T)) == 0;
       if (!isSame && !(now <= then && then <= now)) return false;
     }
@@ -94,16 +100,19 @@ class VRELArraySort {
 
   VRELDynamicArray<T>& array;
   T* elements;
-  VRELDynamicArray<Range> waiting;
+  VRELDynamicArray<Range> pending;
   int passes = 0;
-  int latestPass = 0;  // what waits from here on belongs to the latest pass
+  int firstOfPass = 0;  // index in `pending` of the first range of the latest pass
   std::vector<unsigned char> kept;
 };
 
-// Sorts the elements low to high in place by > and <=, with high -1 for the last one. Elements are swapped by byte
-// copy. Equal elements do not keep their order. When a pivot lands at index 0 the whole array is sorted, also if only a
-// part of it was asked for; that is promised. Always ends: mostly after n log n comparisons, after n squared where many
-// elements are equal. Indexes are clipped to the array.
+// Sorts the elements from `low` to `high` in place by > and <=. A `high` of -1 means the last element; other indexes
+// are clipped to the array. Elements are exchanged by byte copy, and equal ones do not keep their order.
+//
+//   qsort(names, 0, -1);
+//
+// Takes n log n comparisons on average, and n squared if many elements are equal.
+// Compatibility: if a pivot lands at index 0, the whole array is sorted, also if only a part was to be sorted.
 template <class T>
 void qsort(VRELDynamicArray<T>& array, int low, int high) {
   int const last = array.size() - 1;

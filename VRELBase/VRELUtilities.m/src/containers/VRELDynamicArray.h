@@ -1,47 +1,66 @@
-// The one sequence type of the library.
+// The sequence type of the library.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
 
 #include "VRELArrayHeader.h"
+#include "VRELIsByteMovable.h"
 
-// A growable array whose copies share one storage. Copying takes constant time and copies no element: what is added or
-// removed through one copy is seen through all, and the last owner destroys the elements. Call copy() for an array of
-// your own.
+// Growable array whose copies share one storage.
 //
-//   VRELDynamicArray<VRELString> names;
-//   names.add(VRELString(L"hub"));
+// Copying takes constant time and copies no element: elements added or removed through one copy are seen through all,
+// and the last owner destroys the elements. Call copy() for an independent array.
+//
+//   VRELDynamicArray<VRELString> names = {VRELString(L"hub"), VRELString(L"rim")};
+//   names.reserve(100);
+//   names.add(VRELString(L"spoke"));
 //   for (VRELString const& name : names) ...
 //
-// Elements stand in place at stride sizeof(T). When the storage grows they move by plain byte copy, with no constructor
-// and no destructor, so T must survive that: it may hold no pointer into itself, as std::string does. Storage
-// never shrinks.
+// Elements are stored in place at stride sizeof(T). When the storage grows they move by byte copy, with no constructor
+// and no destructor, so that T must survive that; see VRELIsByteMovable. Storage never shrinks.
 //
-// What adds throws VRELAllocException when memory runs out or the capacity would exceed an int; no element has then
-// been added. No locking, and copies on two threads share one count.
+// Errors: operations that add throw VRELAllocException if memory is exhausted or the array has INT_MAX elements; no
+// element has then been added.
+// Thread safety: none. Copies on two threads share one count.
 template <class T>
 class VRELDynamicArray {
  public:
+  using value_type = T;
+  using size_type = int;
+  using difference_type = std::ptrdiff_t;
+  using reference = T&;
+  using const_reference = T const&;
+  using iterator = T*;
+  using const_iterator = T const*;
+
   static constexpr int defaultCapacity = 10;
 
   VRELDynamicArray() : VRELDynamicArray(Storage{}, defaultCapacity) {}
-  // n copies of value in a storage of just n slots; as the default constructor if n is below 1.
+  // Adds n copies of `value` to a storage of exactly n slots. Equal to the default constructor if n is below 1.
   VRELDynamicArray(int n, T const& value) : VRELDynamicArray(Storage{}, n < 1 ? defaultCapacity : n) {
     if (n < 1) return;
     std::uninitialized_fill_n(end(), n, value);
     header->count = n;
   }
+  // Adds copies of the listed elements. As with the standard containers, braces mean a list wherever T allows it:
+  // VRELDynamicArray<int>{3, 7} has two elements, VRELDynamicArray<int>(3, 7) has three.
+  VRELDynamicArray(std::initializer_list<T> elements) : VRELDynamicArray() {
+    append(elements.begin(), static_cast<int>(elements.size()));
+  }
   // Shares the storage.
   VRELDynamicArray(VRELDynamicArray const& other) : header(vrelArrayCopy(other.header)) {}
+  // Takes the storage. The source is empty afterwards and gets a new storage when an element is added.
+  VRELDynamicArray(VRELDynamicArray&& other) noexcept : header(std::exchange(other.header, nullptr)) {}
   ~VRELDynamicArray() { release(); }
 
-  // Leaves the own storage, with its elements if nobody else holds it, and shares the other's.
+  // Releases the own storage, with its elements if there is no other owner, and shares the other's.
   VRELDynamicArray& operator=(VRELDynamicArray const& other) {
     if (this == &other) return *this;
     // The other array may be an element of this one.
@@ -50,17 +69,25 @@ class VRELDynamicArray {
     header = shared;
     return *this;
   }
+  // The same, but takes the storage, which leaves the source empty. An array moved to itself is unchanged.
+  VRELDynamicArray& operator=(VRELDynamicArray&& other) noexcept {
+    if (this == &other) return *this;
+    VRELArrayHeader* const taken = std::exchange(other.header, nullptr);
+    release();
+    header = taken;
+    return *this;
+  }
 
   int size() const noexcept { return isValid() ? header->count : 0; }
 
-  // Whether another array holds the same storage.
+  // Returns whether another array shares the storage.
   bool isShared() const noexcept { return isValid() && header->shareCount > 0; }
 
-  // No range check of any kind: index is 0 to size() - 1.
+  // Requires: 0 <= index < size(). There is no range check.
   T& operator[](int index) noexcept { return reinterpret_cast<T*>(header->data)[index]; }
   T const& operator[](int index) const noexcept { return reinterpret_cast<T const*>(header->data)[index]; }
 
-  // The first element; valid until the array grows.
+  // Returns the address of the first element, valid until the array grows; null for an array that was moved from.
   T* getArray() noexcept { return header == nullptr ? nullptr : reinterpret_cast<T*>(header->data); }
   T const* getArray() const noexcept { return header == nullptr ? nullptr : reinterpret_cast<T const*>(header->data); }
 
@@ -69,21 +96,29 @@ class VRELDynamicArray {
   T* end() noexcept { return getArray() + size(); }
   T const* end() const noexcept { return getArray() + size(); }
 
-  // Copies the value to the end. It may be an element of this array.
+  // Allocates room for n elements in all, so that adding up to that number moves none. Does nothing if there is room.
+  void reserve(int n) {
+    if (n < 1) return;
+    ensureHeader();
+    vrelArrayReserve(header, n);
+  }
+
+  // Adds a copy of `value` at the end. It may be an element of this array.
   void add(T const& value) {
     if (isValid() && header->count < header->capacity) {
       constructAtEnd(value);
     } else if constexpr (std::is_trivially_copyable_v<T>) {
-      // The address of a copy, so that the caller's own variable may live in a register.
-      T const held = value;
-      addToFullArray(held);
+      // Passes the address of a copy, so that the caller's own variable can stay in a register.
+      T const copied = value;
+      addToFullArray(copied);
     } else {
       addToFullArray(value);
     }
   }
 
-  // Moves the value to the end. It may be an element of this array.
+  // Moves `value` to the end. It may be an element of this array.
   void addMoved(T&& value) {
+    ensureHeader();
     if (!isValid()) return;
     T* source = std::addressof(value);
     if (header->count >= header->capacity) {
@@ -97,20 +132,24 @@ class VRELDynamicArray {
   // Adds a copy of each element of the other array, which may be this one.
   void append(VRELDynamicArray const& other) {
     int const added = other.size();
+    if (added < 1) return;
+    ensureHeader();
     if (vrelArrayReallocFor(header, added) == 0) return;
     std::uninitialized_copy_n(other.begin(), added, end());
     header->count += added;
   }
 
-  // Adds copies of n elements that stand in a row; they may stand in this array. Nothing for an n below 1.
+  // Adds copies of n consecutive elements, which may be in this array. Does nothing if n is below 1.
   void append(T const* elements, int n) {
-    if (n < 1 || !isValid()) return;
+    if (n < 1) return;
+    ensureHeader();
+    if (!isValid()) return;
     if (header->capacity - header->count < n) elements = growAround(elements, n);
     std::uninitialized_copy_n(elements, n, getArray() + header->count);
     header->count += n;
   }
 
-  // A new array with a storage and elements of its own.
+  // Returns a new array with its own storage and elements.
   VRELDynamicArray copy() const {
     VRELDynamicArray result;
     result.append(*this);
@@ -123,43 +162,54 @@ class VRELDynamicArray {
     vrelArrayClear(header);
   }
 
-  // Destroys one element and moves the ones behind it down. Always 1; an index outside the array removes nothing. One
-  // that names a free slot runs the destructor on it all the same, which is promised, as far as that is safe: a slot
-  // that is not zero has had its destructor, and a class with virtual operations cannot run one on zeros.
+  // Destroys one element and moves those after it down by one slot. Returns 1.
+  //
+  // Requires: 0 <= index < size().
+  // Compatibility: for a free slot of the storage, runs the destructor on the bytes that the slot holds, which may be
+  // those of an element that was destroyed before, and removes nothing. Any other index is ignored.
   int removeAt(int index) {
     if (!isValid() || index < 0 || index >= header->capacity) return 1;
-    if (index < header->count || (!std::is_polymorphic_v<T> && isZero(index))) destroy(index);
+    destroy(index);
     vrelArrayRemoveAt(header, index);
     return 1;
   }
 
-  // Adds n default elements, zero for numbers and pointers. Always 1.
+  // Adds n value-initialized elements at the end; numbers and pointers are zero. Returns 1.
   int endGrow(int n) {
-    if (n < 1 || vrelArrayReallocFor(header, n) == 0) return 1;
+    if (n < 1) return 1;
+    ensureHeader();
+    if (vrelArrayReallocFor(header, n) == 0) return 1;
     std::uninitialized_value_construct_n(end(), n);
     header->count += n;
     return 1;
   }
 
-  // Removes the last n elements, the last one first; all of them if there are fewer. Always 1.
+  // Removes the last n elements, from the last one down; all elements if there are fewer. Returns 1.
   int endShrink(int n) {
     for (int left = n < size() ? n : size(); left > 0; --left) removeAt(size() - 1);
     return 1;
   }
 
-  // Removes the first n elements, the first one first; all of them if there are fewer. Always 1.
+  // Removes the first n elements, from the first one up. Returns 1.
+  //
+  // Requires: n <= size().
+  // Compatibility: runs n destructors in slot 0. Those beyond the size run on the bytes that the slot then holds.
   int frontShrink(int n) {
-    int const removed = n < size() ? n : size();
-    if (removed < 1) return 1;
-    destroyFirst(removed);
+    if (n < 1 || !isValid()) return 1;
+    int const removed = n < header->count ? n : header->count;
+    if constexpr (!std::is_trivially_destructible_v<T>) {
+      for (int i = 0; i < n; ++i) {
+        if (i > 0 && i < removed) std::memcpy(header->data, slotBytes(i), sizeof(T));
+        destroy(0);
+      }
+    }
     int const left = header->count - removed;
-    std::memmove(header->data, header->data + static_cast<std::size_t>(removed) * sizeof(T),
-                 static_cast<std::size_t>(left) * sizeof(T));
+    if (left > 0) std::memmove(header->data, slotBytes(removed), static_cast<std::size_t>(left) * sizeof(T));
     header->count = left;
     return 1;
   }
 
-  // Grows or shrinks at the end to n elements. Always 1.
+  // Grows or shrinks at the end to n elements; a negative n removes all. Returns 1.
   int resize(int n) {
     int const wanted = n < 0 ? 0 : n;
     return wanted > size() ? endGrow(wanted - size()) : endShrink(size() - wanted);
@@ -168,33 +218,54 @@ class VRELDynamicArray {
  private:
   struct Storage {};
 
-  VRELDynamicArray(Storage, int capacity) : header(vrelArrayAllocate(capacity, sizeof(T))) {
-    static_assert(alignof(T) <= alignof(std::max_align_t), "the storage is aligned as malloc's");
+  VRELDynamicArray(Storage, int capacity) : header(vrelArrayAllocate(capacity, sizeof(T))) { checkElementType(); }
+
+  static constexpr void checkElementType() noexcept {
+    static_assert(alignof(T) <= alignof(std::max_align_t), "the storage is aligned as malloc aligns it");
+    static_assert(
+        VRELIsByteMovable<T>::value,
+        "Elements move by byte copy, which this type does not survive: store VRELString instead of a standard "
+        "string, VRELDynamicArray, VRELHashMap or std::vector instead of other standard containers, or a "
+        "std::unique_ptr to the object. Specialize VRELIsByteMovable if your type is safe to move.");
   }
 
   bool isValid() const noexcept { return header != nullptr && header->IsValid(); }
 
+  // Allocates a storage for an array that was moved from.
+  void ensureHeader() {
+    checkElementType();
+    if (header == nullptr) header = vrelArrayAllocate(defaultCapacity, sizeof(T));
+  }
+
+  unsigned char const* slotBytes(int index) const noexcept {
+    return header->data + static_cast<std::size_t>(index) * sizeof(T);
+  }
+
   void constructAtEnd(T const& value) {
-    // Read once: an int that is stored here could be the count, for all that the compiler knows.
+    // Reads the count once: for the compiler, an int that is stored here could be the count.
     int const last = header->count;
     ::new (static_cast<void*>(getArray() + last)) T(value);
     header->count = last + 1;
   }
 
   [[gnu::noinline]] void addToFullArray(T const& value) {
+    ensureHeader();
     if (!isValid()) return;
-    constructAtEnd(*static_cast<T const*>(vrelArrayReallocAround(header, std::addressof(value))));
+    T const* source = std::addressof(value);
+    if (header->count >= header->capacity) source = static_cast<T const*>(vrelArrayReallocAround(header, source));
+    constructAtEnd(*source);
   }
 
-  // Makes room for n more elements; tells where the given ones stand then.
+  // Makes room for n more elements. Returns the address of `elements` after the growth.
   [[gnu::noinline]] T const* growAround(T const* elements, int n) {
     std::less<T const*> const before;
     bool const isOwn = !before(elements, begin()) && before(elements, end());
-    std::ptrdiff_t const place = isOwn ? elements - begin() : 0;
+    std::ptrdiff_t const offset = isOwn ? elements - begin() : 0;
     vrelArrayReallocFor(header, n);
-    return isOwn ? begin() + place : elements;
+    return isOwn ? begin() + offset : elements;
   }
 
+  // The qualified call does not read the virtual table, which a slot without an object lacks.
   void destroy(int index) noexcept {
     if constexpr (!std::is_trivially_destructible_v<T>) {
       (*this)[index].T::~T();
@@ -207,14 +278,6 @@ class VRELDynamicArray {
     }
   }
 
-  bool isZero(int index) const noexcept {
-    unsigned char const* const slot = header->data + static_cast<std::size_t>(index) * sizeof(T);
-    for (std::size_t i = 0; i < sizeof(T); ++i) {
-      if (slot[i] != 0) return false;
-    }
-    return true;
-  }
-
   void release() noexcept {
     if (header == nullptr) return;
     if (header->shareCount == 0) destroyFirst(size());
@@ -225,7 +288,23 @@ class VRELDynamicArray {
   VRELArrayHeader* header;
 };
 
-// The index of the first element that is == value; -1 if there is none.
+// Compares element by element.
+template <class T>
+auto operator==(VRELDynamicArray<T> const& a, VRELDynamicArray<T> const& b)
+    -> decltype(static_cast<bool>(a[0] == b[0])) {
+  if (a.size() != b.size()) return false;
+  for (int i = 0, n = a.size(); i < n; ++i) {
+    if (!static_cast<bool>(a[i] == b[i])) return false;
+  }
+  return true;
+}
+template <class T>
+auto operator!=(VRELDynamicArray<T> const& a, VRELDynamicArray<T> const& b)
+    -> decltype(static_cast<bool>(a[0] == b[0])) {
+  return !(a == b);
+}
+
+// Returns the index of the first element that equals `value`, or -1.
 template <class T>
 int vrelArrayFind(VRELDynamicArray<T> const& array, T const& value) {
   for (int i = 0, n = array.size(); i < n; ++i) {
@@ -234,7 +313,7 @@ int vrelArrayFind(VRELDynamicArray<T> const& array, T const& value) {
   return -1;
 }
 
-// Removes the first element that is == value. Returns the index that it had; -1 if there was none.
+// Removes the first element that equals `value`. Returns the index that it had, or -1.
 template <class T>
 int vrelArrayRemove(VRELDynamicArray<T>& array, T const& value) {
   int const index = vrelArrayFind<T>(array, value);
@@ -242,7 +321,7 @@ int vrelArrayRemove(VRELDynamicArray<T>& array, T const& value) {
   return index;
 }
 
-// Adds the value unless it is there already; true if it was added.
+// Adds `value` unless an element equals it. Returns whether it was added.
 template <class T>
 bool vrelArrayAddUnique(VRELDynamicArray<T>& array, T const& value) {
   if (vrelArrayFind<T>(array, value) >= 0) return false;

@@ -1,4 +1,4 @@
-// How a key type of the hash containers is hashed and compared, unless a container is told otherwise.
+// How a key type of the hash containers is hashed and compared by default.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <type_traits>
 
-// The mix of 32 bits behind the hashes of integers and pointers: wrap-around sums and arithmetic right shifts, so that
+// Returns the 32-bit mix that hashes integers and pointers. Sums wrap around and right shifts are arithmetic, so that
 // negative keys hash differently from the unsigned variant of this mix.
 constexpr unsigned int VRELMixInteger(int key) noexcept {
   std::uint32_t x = static_cast<std::uint32_t>(key);
@@ -22,21 +22,36 @@ constexpr unsigned int VRELMixInteger(int key) noexcept {
   return x;
 }
 
-// Hash and equality of a key type. A class that serves as a key specialises this beside itself, with the two
-// operations that stand here; a client may instead specialise VRELHashList<T>::GetHashValue and HashEqualFunction, or
-// hand functions to one container by SetFunctions.
+// Hash and equality of a key type. Specialize it next to a class that is used as a key:
 //
-// Without either: integers and enumerations go through the mix by their low 32 bits, floating-point numbers too after
-// truncation toward zero, pointers by the low 32 bits of their address; other types use std::hash where it is defined.
-// Equality is ==. A type that has none of these is found by the address of its slot alone, which only serves to let
-// the container compile until SetFunctions has run.
+//   template <>
+//   struct VRELHashTraits<Cell> {
+//     static unsigned int Hash(Cell const& cell) { return VRELMixInteger(cell.row * 31 + cell.column); }
+//     static bool Equal(Cell const& a, Cell const& b) { return a.row == b.row && a.column == b.column; }
+//   };
+//
+// A program may specialize VRELHashList<T>::GetHashValue and HashEqualFunction instead, or set the functions of one
+// container by SetFunctions.
+//
+// Without any of them: integers and enumerations are hashed by the mix of their low 32 bits, floating-point numbers
+// likewise after truncation toward zero, pointers by the low 32 bits of their address; other types use std::hash where
+// it is defined. Equality is ==. A type that has none of these has the hash 0 and equals its own object only, so that a
+// container compiles before SetFunctions is called.
+//
+// Two more operations are optional. They make searches fast and change no result:
+//
+//   static unsigned char Mark(T const& key);           // a control byte above 1, or 1 if nothing is known of the key
+//   static std::uint64_t SeededHash(T const& key);     // a second hash that cannot be predicted; see VRELSeededHash
+//
+// Both must be the same for keys that are Equal, except that a Mark of 1 goes with any other. With a SeededHash, keys
+// that were made to collide under Hash cost no more than others. It must not throw.
 template <class T>
 struct VRELHashTraits {
   static unsigned int Hash(T const& key) {
     if constexpr (std::is_pointer_v<T>) {
       return VRELMixInteger(static_cast<int>(reinterpret_cast<std::uintptr_t>(key)));
     } else if constexpr (std::is_floating_point_v<T>) {
-      // What the processor gives for a number that no int holds.
+      // A number that no int represents is converted as the processor does it.
       bool const fits = key > -2147483649.0 && key < 2147483648.0;
       return VRELMixInteger(fits ? static_cast<int>(key) : std::numeric_limits<int>::min());
     } else if constexpr (std::is_integral_v<T> || std::is_enum_v<T>) {
@@ -64,15 +79,14 @@ struct VRELHashTraits {
   };
 };
 
-// Sets of bare pointers may be large and far from the processor, where marks tell most other keys without a look at
-// them.
+// Sets of untyped pointers can be larger than the cache, where control bytes rule out most keys without a read of them.
 template <>
 struct VRELHashTraits<void*> {
   static unsigned int Hash(void* const& key) noexcept {
     return VRELMixInteger(static_cast<int>(reinterpret_cast<std::uintptr_t>(key)));
   }
   static bool Equal(void* const& a, void* const& b) noexcept { return a == b; }
-  // Of other bits than the slot is, by a multiplication that spreads the low ones.
+  // A multiplicative hash, so that it depends on other bits than the slot.
   static unsigned char Mark(void* const& key) noexcept {
     auto const address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(key));
     return static_cast<unsigned char>(address * 0x9E3779B1U >> 24 | 2);

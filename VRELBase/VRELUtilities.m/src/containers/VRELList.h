@@ -1,33 +1,48 @@
 // The linked list of the library.
 #pragma once
 
+#include <cstddef>
+#include <initializer_list>
+#include <iterator>
+
 #include "VRELExport.h"
 #include "detail/VRELNodeChain.h"
 
-// A list of pointers, which never looks at what they point at and never deletes it. Null is a value like any other.
-// Pushing, popping and erasing take constant time; what searches takes linear time. Push, GetTop and Pop make a stack
-// at the tail.
+// Doubly linked list of pointers.
 //
-//   VRELList waiting;
-//   waiting.PushBack(job);
-//   for (void* each : waiting) Start(each);
+// Use it for a queue or a list with frequent removals; use VRELDynamicArray<void*> for indexed access. Push, GetTop and
+// Pop make a stack at the tail.
 //
-// An iterator stays good until its own node is erased.
+//   VRELList jobs;
+//   jobs.PushBack(job);
+//   for (void* each : jobs) Start(each);
+//
+// Pushing, popping and erasing take constant time; searching takes linear time. An iterator is valid until its own node
+// is erased. A move leaves the source empty, and iterators then refer to the target.
+//
+// Ownership: the list owns its nodes, never the objects. Null is a value like any other.
+// Thread safety: none.
 class VREL_EXPORT VRELList {
  public:
   // A node, owned by its list.
   class VREL_EXPORT VRELListNode {
    public:
-    // A place in a list: a node, or the end.
+    // Input iterator: a node of a list, or the end.
     class VRELListIterator {
      public:
+      using iterator_category = std::input_iterator_tag;
+      using value_type = void*;
+      using difference_type = std::ptrdiff_t;
+      using pointer = void;
+      using reference = void*;
+
       explicit VRELListIterator(VRELListNode* theNode = nullptr) noexcept : node(theNode) {}
 
-      // The value; null at the end.
+      // Returns the value; null at the end.
       void* operator*() const noexcept { return node != nullptr ? node->value : nullptr; }
       void* GetValue() const noexcept { return **this; }
 
-      // To the next node. The end stays the end.
+      // Goes to the next node. The end stays the end.
       VRELListIterator& operator++() noexcept {
         if (node != nullptr) node = node->next;
         return *this;
@@ -50,7 +65,7 @@ class VREL_EXPORT VRELList {
     explicit VRELListNode(void* theValue) noexcept : value(theValue) {}
     VRELListNode(VRELListNode const&) = delete;
     VRELListNode& operator=(VRELListNode const&) = delete;
-    // Deletes all nodes that follow.
+    // Deletes all nodes after this one, in a loop.
     ~VRELListNode() { VRELNodeChain<VRELListNode>::DeleteFrom(next); }
 
     void* value;
@@ -58,13 +73,20 @@ class VREL_EXPORT VRELList {
     VRELListNode* previous = nullptr;
   };
   using Iterator = VRELListNode::VRELListIterator;
+  using value_type = void*;
 
   VRELList() = default;
+  // Adds the listed pointers at the tail.
+  VRELList(std::initializer_list<void*> values) {
+    for (void* value : values) PushBack(value);
+  }
   VRELList(VRELList const&) = delete;
   VRELList& operator=(VRELList const&) = delete;
+  VRELList(VRELList&&) noexcept = default;
+  VRELList& operator=(VRELList&&) noexcept = default;
   virtual ~VRELList();
 
-  // The value at the head, at the tail, at the tail; null for an empty list.
+  // Return the value at the head, at the tail, and at the tail; null for an empty list.
   void* GetFront() const noexcept { return chain.head != nullptr ? chain.head->value : nullptr; }
   void* GetBack() const noexcept { return chain.tail != nullptr ? chain.tail->value : nullptr; }
   void* GetTop() const noexcept { return GetBack(); }
@@ -72,24 +94,24 @@ class VREL_EXPORT VRELList {
   int GetSize() const noexcept { return chain.size; }
   bool IsEmpty() const noexcept { return chain.size == 0; }
 
-  // At the head; the other three at the tail.
+  // PushFront adds at the head, the others at the tail.
   void PushFront(void* value);
   void PushBack(void* value);
   void Append(void* value) { PushBack(value); }
   void Push(void* value) { PushBack(value); }
 
-  // At the head, at the tail, at the tail; nothing happens to an empty list.
+  // Remove the node at the head, at the tail, and at the tail. Do nothing to an empty list.
   void PopFront() noexcept { chain.Erase(chain.head); }
   void PopBack() noexcept { chain.Erase(chain.tail); }
   void Pop() noexcept { PopBack(); }
 
-  // The first node with the value; the end if there is none.
+  // Returns the first node with the value, or the end.
   Iterator Find(void* value) const noexcept { return Iterator(chain.Find(value)); }
-  // Takes out the node of an iterator; nothing happens for the end.
-  void Erase(Iterator place) noexcept { chain.Erase(place.node); }
-  // Takes out the first node with the value, if there is one.
+  // Removes the node of an iterator. Does nothing for the end.
+  void Erase(Iterator position) noexcept { chain.Erase(position.node); }
+  // Removes the first node with the value, if there is one.
   void Remove(void* const& value) noexcept { chain.Erase(chain.Find(value)); }
-  // Takes out each node whose value is that of the node before it.
+  // Removes each node whose value equals that of the node before it.
   void Unique() noexcept { chain.Unique(); }
   void Clear() noexcept { chain.Clear(); }
 
@@ -97,6 +119,12 @@ class VREL_EXPORT VRELList {
   Iterator End() const noexcept { return Iterator(); }
   Iterator begin() const noexcept { return Begin(); }
   Iterator end() const noexcept { return End(); }
+
+  // Whether both lists have the same pointers in the same order.
+  bool operator==(VRELList const& other) const noexcept {
+    return chain.IsEqual(other.chain, [](auto const& a, auto const& b) { return a.value == b.value; });
+  }
+  bool operator!=(VRELList const& other) const noexcept { return !(*this == other); }
 
  private:
   VRELNodeChain<VRELListNode> chain;

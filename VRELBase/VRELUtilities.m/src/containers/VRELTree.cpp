@@ -1,36 +1,44 @@
+// A traversal visits a graph, not only a tree: a set of visited nodes keeps it from returning to a node that has
+// several parents. It is iterative, with the path of (node, child index) pairs on a stack of the iterator.
+//
+// Deletion is iterative as well. The first destructor collects its children in a list of pending deletions and deletes
+// from there; the destructors of those nodes add their children to the same list instead of deleting them. A pending
+// node knows its list, so that a node with several parents is added once, and a node that a client's destructor deletes
+// in between is removed.
 #include "VRELTree.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 using Node = VRELTree::VRELTreeNode;
 
 namespace {
 
-// Calls visit(node) for the start and each node of the walk from it, until it returns false.
+// Calls visit(node) for the start and each node that is reached from it, until it returns false.
 template <class Visit>
-void Walk(Node* start, Visit visit) {
-  Node::VRELTreeNodeIterator walk(start);
-  for (Node* node = start; node != nullptr; node = walk.GetNextNode()) {
+void Traverse(Node* start, Visit visit) {
+  Node::VRELTreeNodeIterator iterator(start);
+  for (Node* node = start; node != nullptr; node = iterator.GetNextNode()) {
     if (!visit(*node)) return;
   }
 }
 
 int CountFrom(Node* start) {
   int count = 0;
-  Walk(start, [&](Node&) { return ++count > 0; });
+  Traverse(start, [&](Node&) { return ++count > 0; });
   return count;
 }
 
-// The object of a node as it is printed.
-int Printed(Node const* node) {
+// Returns the object of a node as Dump prints it.
+int PrintedObject(Node const* node) {
   return node == nullptr ? 0 : static_cast<int>(reinterpret_cast<std::intptr_t>(node->GetObjectPtr()));
 }
 
 void PrintObjects(VRELDynamicArray<Node*> const& nodes) {
-  for (Node const* node : nodes) std::printf("%d ", Printed(node));
+  for (Node const* node : nodes) std::printf("%d ", PrintedObject(node));
 }
 
 void RemoveAll(VRELDynamicArray<Node*>& nodes, Node const* node) {
@@ -49,6 +57,13 @@ VRELTree::~VRELTree() {
   }
 }
 
+VRELTree& VRELTree::operator=(VRELTree&& other) noexcept {
+  VRELTree old(std::move(*this));
+  // An assignment to itself takes the root back.
+  root = std::exchange(&other == this ? old.root : other.root, nullptr);
+  return *this;
+}
+
 void VRELTree::SetRoot(void* object) noexcept {
   if (root != nullptr) root->SetObjectPtr(object);
 }
@@ -59,7 +74,7 @@ int VRELTree::GetChildCount() const {
 
 int VRELTree::GetChildCount(void* object) const {
   Node* found = nullptr;
-  Walk(root, [&](Node& node) {
+  Traverse(root, [&](Node& node) {
     if (node.GetObjectPtr() == object) found = &node;
     return found == nullptr;
   });
@@ -68,7 +83,7 @@ int VRELTree::GetChildCount(void* object) const {
 
 VRINResult VRELTree::Find(void* key, bool (*match)(void*, void*), VRELDynamicArray<VRELTreeNode*>* out) const {
   if (match == nullptr || out == nullptr) return VREL_E_INVALID_ARGUMENT;
-  Walk(root, [=](Node& node) {
+  Traverse(root, [=](Node& node) {
     if (match(key, node.GetObjectPtr())) out->add(&node);
     return true;
   });
@@ -80,71 +95,71 @@ void VRELTree::Dump() const {
     std::printf("No Root Node found.");
     return;
   }
-  Walk(root, [](Node& node) {
-    std::printf("\n%d # Parents %d: ", Printed(&node), node.GetParents().size());
+  Traverse(root, [](Node& node) {
+    std::printf("\n%d # Parents %d: ", PrintedObject(&node), node.GetParents().size());
     PrintObjects(node.GetParents());
-    std::printf("\n%d # Children %d: ", Printed(&node), node.GetChildren().size());
+    std::printf("\n%d # Children %d: ", PrintedObject(&node), node.GetChildren().size());
     PrintObjects(node.GetChildren());
     std::printf("\n");
     return true;
   });
 }
 
-// What is left to delete while the destructor of a node runs, the next one at the end. The nodes below are deleted from
-// one loop, in the order in which nested calls would go.
-struct VRELTree::VRELTreeNode::Orphans {
-  std::vector<VRELTreeNode*> waiting;
-  // The one that the loop deletes just now.
-  VRELTreeNode* dying = nullptr;
+// Nodes that the destructor of an ancestor is about to delete, the next one at the end, which is the order of nested
+// calls.
+struct VRELTree::VRELTreeNode::PendingDeletions {
+  std::vector<VRELTreeNode*> nodes;
+  // The node that is being deleted now.
+  VRELTreeNode* current = nullptr;
 };
 
 VRELTree::VRELTreeNode::~VRELTreeNode() noexcept(false) {
   try {
-    LeaveNeighbours();
-    if (orphans == nullptr) {
-      DeleteChildren();
+    UnlinkFromNeighbours();
+    if (pending == nullptr) {
+      DeleteDescendants();
     } else {
-      // A destructor of the client was quicker than the loop.
-      if (orphans->dying != this) std::replace(orphans->waiting.begin(), orphans->waiting.end(), this, {});
-      HandOverChildren(*orphans);
+      // A client's destructor has deleted this node before its turn.
+      if (pending->current != this) std::replace(pending->nodes.begin(), pending->nodes.end(), this, {});
+      AddChildrenTo(*pending);
     }
   } catch (...) {
   }
 }
 
-void VRELTree::VRELTreeNode::LeaveNeighbours() {
+void VRELTree::VRELTreeNode::UnlinkFromNeighbours() {
   for (VRELTreeNode* parent : parents) {
     if (parent == nullptr) continue;
     RemoveAll(parent->children, this);
-    auto& names = parent->namedBy;
-    names.erase(std::remove(names.begin(), names.end(), this), names.end());
+    auto& links = parent->parentOf;
+    links.erase(std::remove(links.begin(), links.end(), this), links.end());
   }
-  for (VRELTreeNode* node : namedBy) RemoveAll(node->parents, this);
+  for (VRELTreeNode* node : parentOf) RemoveAll(node->parents, this);
 }
 
-void VRELTree::VRELTreeNode::DeleteChildren() {
-  Orphans left;
+void VRELTree::VRELTreeNode::DeleteDescendants() {
+  PendingDeletions deletions;
   try {
-    HandOverChildren(left);
+    AddChildrenTo(deletions);
   } catch (...) {
-    // Out of memory: those that were handed over still go, the rest stay behind.
+    // Memory is exhausted: the nodes that are in the list are deleted, the others leak.
   }
-  while (!left.waiting.empty()) {
-    left.dying = left.waiting.back();
-    left.waiting.pop_back();
+  while (!deletions.nodes.empty()) {
+    deletions.current = deletions.nodes.back();
+    deletions.nodes.pop_back();
     try {
-      delete left.dying;
+      delete deletions.current;
     } catch (...) {
     }
   }
 }
 
-void VRELTree::VRELTreeNode::HandOverChildren(Orphans& heir) {
+void VRELTree::VRELTreeNode::AddChildrenTo(PendingDeletions& target) {
   for (int i = children.size() - 1; i >= 0; --i) {
     VRELTreeNode* const child = children[i];
-    if (child == nullptr || child == this || child->orphans != nullptr) continue;
-    heir.waiting.push_back(child);
-    child->orphans = &heir;
+    if (child == nullptr || child == this || child->pending != nullptr) continue;
+    target.nodes.push_back(child);
+    child->pending = &target;
   }
 }
 
@@ -155,7 +170,7 @@ VRELTree::VRELTreeNode* VRELTree::VRELTreeNode::AddChild(void* childObject) {
   return child.release();
 }
 
-// Both take the first step back when there is no memory for the second: half a link would outlive its node.
+// Both undo the first step if there is no memory for the second: half a link would outlive its node.
 void VRELTree::VRELTreeNode::AddChildPtr(VRELTreeNode* node) {
   children.add(node);
   if (node == nullptr) return;
@@ -171,7 +186,7 @@ void VRELTree::VRELTreeNode::AddParent(VRELTreeNode* node) {
   parents.add(node);
   if (node == nullptr) return;
   try {
-    node->namedBy.push_back(this);
+    node->parentOf.push_back(this);
   } catch (...) {
     parents.endShrink(1);
     throw;
@@ -198,7 +213,7 @@ VRELTree::VRELTreeNode* VRELTree::VRELTreeNode::VRELTreeNodeIterator::GetNextNod
   return current;
 }
 
-// To a child of the current node; where memory runs out the walk stays where it is.
+// Goes to a child of the current node. If memory is exhausted, the iterator is unchanged.
 void VRELTree::VRELTreeNode::VRELTreeNodeIterator::Descend(int index) {
   VRELTreeNode* const child = current->children[index];
   int const depth = stack.GetSize();
@@ -223,7 +238,7 @@ void VRELTree::VRELTreeNode::VRELTreeNodeIterator::Clear() {
   stack.Clear();
 }
 
-// The index, from `first` on, of a child of the current node that was not visited; -1 if there is none.
+// Returns the index, from `first` on, of a child of the current node that was not visited, or -1.
 int VRELTree::VRELTreeNode::VRELTreeNodeIterator::NextUnvisitedChild(int first) const {
   for (int i = first; i < current->children.size(); ++i) {
     if (!visited.Get(current->children[i])) return i;

@@ -1,6 +1,7 @@
-// The tree of the library, and the walk through it.
+// The tree of the library and its iterator.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "VRELDynamicArray.h"
@@ -10,70 +11,88 @@
 #include "VRELList.h"
 #include "VRINResult.h"
 
-// A root node and what hangs below it. A node carries a pointer, its object, which the tree never looks at and never
-// deletes; it may have several parents, and the links may even run in a circle.
+// Rooted graph of nodes, each with a pointer to an object of the client.
+//
+// Use it for hierarchies such as assemblies. A node may have several parents, and links may form a cycle.
 //
 //   VRELTree assembly(&car);
 //   VRELTree::VRELTreeNode* const axle = assembly.GetRoot()->AddChild(&frontAxle);
 //   axle->AddChild(&leftWheel);
 //   int const parts = assembly.GetChildCount();  // 3
 //
-// Whatever goes through the tree goes depth-first, children in their order, beginning with the root; see
-// VRELTreeNodeIterator for what it meets. No operation needs more of the call stack for a deeper tree.
+// Operations on the tree visit the root and then the nodes that VRELTreeNodeIterator visits from it, in its order. No
+// operation is recursive, so that the depth of a tree is not limited by the call stack.
+//
+// Ownership: the tree owns its nodes, never the objects.
+// Thread safety: none.
 class VREL_EXPORT VRELTree {
  public:
   class VRELTreeNode;
 
-  // No root.
+  // Makes a tree without a root.
   VRELTree() = default;
-  // A new root with that object.
+  // Makes a tree whose root has that object.
   explicit VRELTree(void* object);
   VRELTree(VRELTree const&) = delete;
   VRELTree& operator=(VRELTree const&) = delete;
-  // Deletes the root, and with it all below. What a destructor of a node throws is dropped.
+  // Both take the root and leave the source without one. Assignment deletes the own root first.
+  VRELTree(VRELTree&& other) noexcept : root(std::exchange(other.root, nullptr)) {}
+  VRELTree& operator=(VRELTree&& other) noexcept;
+  // Deletes the root and its descendants. Exceptions of the nodes' destructors are dropped.
   virtual ~VRELTree();
 
-  // Takes the node as the root, and from now on owns it; null is allowed. The old root is not deleted: it belongs to
-  // the caller.
+  // Sets the root; null is allowed.
+  // Ownership: the tree owns the new root. The old one is not deleted and belongs to the caller.
   void SetRoot(VRELTreeNode* node) noexcept { root = node; }
-  // Gives the root another object; nothing happens without a root.
+  // Replaces the object of the root. Does nothing without a root.
   void SetRoot(void* object) noexcept;
-  // Leaves no root. The old one is not deleted: it belongs to the caller.
+  // Removes the root.
+  // Ownership: the old root is not deleted and belongs to the caller.
   void ClearRoot() noexcept { root = nullptr; }
-  // Null without a root.
+  // Returns the root, or null.
   VRELTreeNode* GetRoot() const noexcept { return root; }
 
-  // The number of nodes that a walk from the root meets, the root included; 0 without a root.
+  // Returns the number of nodes that are reached from the root, the root included; 0 without a root.
   int GetChildCount() const;
-  // The number of nodes that a walk meets from the first node with that object, itself included; 0 if there is none.
+  // Returns the number of nodes that are reached from the first node with that object, itself included; 0 if there is
+  // none.
   int GetChildCount(void* object) const;
 
-  // Adds to `out`, in the order of the walk, each node for whose object match(key, object) holds; what stands in `out`
-  // stays. VREL_S_NO_ENTITY if `out` is empty in the end; VREL_E_INVALID_ARGUMENT if `match` or `out` is null.
+  // Adds to `out`, in order of traversal, each node for whose object match(key, object) holds. Nodes that are in `out`
+  // already stay there.
+  //
+  // Errors: VREL_S_NO_ENTITY if `out` is empty at the end; VREL_E_INVALID_ARGUMENT if `match` or `out` is null.
   VRINResult Find(void* key, bool (*match)(void* key, void* object), VRELDynamicArray<VRELTreeNode*>* out) const;
 
-  // Prints each node of the walk with its parents and children to standard output; objects as decimal integers, cut to
-  // the width of an int.
+  // Prints each node with its parents and children to standard output. Objects are printed as decimal integers,
+  // truncated to an int.
   void Dump() const;
 
  private:
   VRELTreeNode* root = nullptr;
 };
 
-// As a key, a node is hashed by its address, yet compared by its object, which is promised: nodes with one object
-// between them count as one where they happen to meet in the table.
+// Hash and equality of a node as a key.
+// Compatibility: a node is hashed by its address, but compared by its object. Two nodes with the same object are one
+// key if they are in the same probe run, and two keys otherwise.
 template <>
 struct VRELHashTraits<VRELTree::VRELTreeNode*> {
   static unsigned int Hash(VRELTree::VRELTreeNode* const& key);
-  // False if either is null.
+  // Returns false if either node is null.
   static bool Equal(VRELTree::VRELTreeNode* const& a, VRELTree::VRELTreeNode* const& b);
 };
 
-// A node that stands on the heap and belongs to its parents, or has none and belongs to whoever made it.
+// Node of a tree, allocated with new.
 //
-// Deleting a node deletes all its descendants, each one once, however many parents it has; and each node that dies is
-// taken out of the lists of its neighbours. Derived classes may add to a node what they like, and their destructors may
-// throw: what comes up from a descendant is dropped. Such a destructor still finds the children in place.
+//   auto* const wheel = axle->AddChild(&leftWheel);
+//   wheel->AddParent(spareParts);
+//   delete axle;  // and wheel
+//
+// Deleting a node deletes all its descendants, in a loop and each one once, even if it has several parents. A deleted
+// node is removed from the lists of its parents and children. A class may derive from it, and its destructor may throw:
+// exceptions of descendants are dropped. While such a destructor runs, the children still exist.
+//
+// Ownership: a node belongs to its parents; a node without parents belongs to its creator.
 class VREL_EXPORT VRELTree::VRELTreeNode {
  public:
   class VRELTreeNodeIterator;
@@ -86,61 +105,63 @@ class VREL_EXPORT VRELTree::VRELTreeNode {
   void* GetObjectPtr() const noexcept { return object; }
   void SetObjectPtr(void* theObject) noexcept { object = theObject; }
 
-  // The lists themselves, in the order of coming. A child that is taken out belongs to the caller.
+  // Return the lists themselves, in order of insertion.
+  // Ownership: a child that is removed from the list belongs to the caller.
   VRELDynamicArray<VRELTreeNode*>& GetChildren() noexcept { return children; }
   VRELDynamicArray<VRELTreeNode*> const& GetChildren() const noexcept { return children; }
   VRELDynamicArray<VRELTreeNode*>& GetParents() noexcept { return parents; }
   VRELDynamicArray<VRELTreeNode*> const& GetParents() const noexcept { return parents; }
 
-  // Makes a child with that object and returns it; null, and nothing is made, for a null object.
+  // Adds a new node with that object as a child and returns it. Returns null, and adds nothing, for a null object.
   VRELTreeNode* AddChild(void* childObject);
-  // Takes the node as a child, and this as its parent. That null becomes a child as well is promised; a walk ends
-  // there.
+  // Adds the node as a child, and this node as its parent.
+  // Compatibility: null is added as a child too, and ends a traversal.
   void AddChildPtr(VRELTreeNode* node);
-  // Names a parent, whose children stay as they are.
+  // Adds a parent, whose list of children is unchanged.
   void AddParent(VRELTreeNode* node);
 
  private:
-  struct Orphans;
+  struct PendingDeletions;
 
-  void LeaveNeighbours();
-  void DeleteChildren();
-  void HandOverChildren(Orphans& heir);
+  void UnlinkFromNeighbours();
+  void DeleteDescendants();
+  void AddChildrenTo(PendingDeletions& target);
 
   void* object;
   VRELDynamicArray<VRELTreeNode*> parents;
   VRELDynamicArray<VRELTreeNode*> children;
-  // Those that named this node a parent, by either operation.
-  std::vector<VRELTreeNode*> namedBy;
-  // The nodes which the destructor of an ancestor is about to delete, this one among them; null if there are none.
-  Orphans* orphans = nullptr;
+  // Nodes that have this node as a parent, by AddChildPtr or AddParent.
+  std::vector<VRELTreeNode*> parentOf;
+  // The list of nodes that includes this one and that the destructor of an ancestor is about to delete; null otherwise.
+  PendingDeletions* pending = nullptr;
 };
 
-// The walk through what hangs below a node: depth-first, children in their order, and each node once, whatever the
-// number of its parents. The start node is the current one when the walk begins; it can come again through a circle,
-// once, which is promised.
+// Iterator over the descendants of a node: depth-first, in the order of the children, each node once.
 //
-//   VRELTree::VRELTreeNode::VRELTreeNodeIterator walk(tree.GetRoot());
-//   for (auto* node = walk.GetCurrentNode(); node != nullptr; node = walk.GetNextNode()) Use(node->GetObjectPtr());
+//   VRELTree::VRELTreeNode::VRELTreeNodeIterator iterator(tree.GetRoot());
+//   for (auto* node = iterator.GetCurrentNode(); node != nullptr; node = iterator.GetNextNode()) {
+//     Use(node->GetObjectPtr());
+//   }
 //
-// The state of the walk is its own, so several may go through one tree. Children may be added meanwhile; a node on the
-// way from the start to the current one must not be deleted. A whole walk takes time linear in the links.
+// Several iterators may traverse one tree. Children may be added meanwhile; a node on the path from the start to the
+// current node must not be deleted. A traversal takes time linear in the number of links.
+// Compatibility: the start node is not marked as visited, and is returned once more if a cycle leads to it.
 class VREL_EXPORT VRELTree::VRELTreeNode::VRELTreeNodeIterator {
  public:
   explicit VRELTreeNodeIterator(VRELTreeNode* start) : current(start) {}
   virtual ~VRELTreeNodeIterator();
 
-  // Null where there is none.
+  // Return the current node and its object; null at the end.
   VRELTreeNode* GetCurrentNode() const noexcept { return current; }
   void* GetCurrentObject() const noexcept { return current != nullptr ? current->object : nullptr; }
 
-  // Go on to the next node; null at the end, and from then on.
+  // Go to the next node and return it, or its object; null at the end and from then on.
   VRELTreeNode* GetNextNode();
   void* GetNextObject();
 
-  // Puts the walk on a node, or on none; what was visited, and the way back, stay.
+  // Sets the current node, which may be null. The visited nodes and the path stay.
   void SetNode(VRELTreeNode* node) noexcept { current = node; }
-  // Forgets what was visited, and the way back; the current node stays.
+  // Forgets the visited nodes and the path. The current node stays.
   void Clear();
 
  private:
@@ -149,7 +170,7 @@ class VREL_EXPORT VRELTree::VRELTreeNode::VRELTreeNodeIterator {
 
   VRELTreeNode* current;
   VRELHashList<VRELTreeNode*> visited;
-  // The way back: each node on it, and behind each the index of the child that was taken.
+  // The path from the start to the current node: each node, followed by the index of the child that was taken.
   VRELList stack;
 };
 

@@ -4,7 +4,7 @@
 #include "VRELChannelLine.h"
 #include "VRELErrorEvent.h"
 
-bool Gk_ErrMgr::abortFlag = false;
+bool volatile Gk_ErrMgr::abortFlag = false;
 
 void Gk_ErrMgr::Abort() {
   abortFlag = false;
@@ -21,7 +21,7 @@ void Gk_ErrMgr::doAssert(char const* /*file*/, int /*line*/) {
   trap();
 }
 
-// The empty assembly keeps the calls: without it a compiler may see that nothing happens here and drop them.
+// The empty assembly statement prevents the compiler from removing the calls of a function without effect.
 __attribute__((noinline)) void Gk_ErrMgr::trap() {
   __asm__ volatile("");
 }

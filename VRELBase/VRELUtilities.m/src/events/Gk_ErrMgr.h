@@ -1,41 +1,45 @@
-// The exception route: how an abort request and a named failure travel.
+// Abort requests, named exceptions and assertions.
 #pragma once
 
 #include "Gk_Exception.h"
 #include "VRELExport.h"
 
-// Guarded operations begin with the same two steps: they poll for an abort, then test what they presume. A presumption
-// that does not hold changes nothing in the flow.
+// Central point for abort requests, exceptions and assertions. Guarded operations begin with the same two steps: poll
+// for an abort request, then test a precondition.
 //
 //   Gk_ErrMgr::checkAbort();
 //   if (dimension < 1) Gk_ErrMgr::doAssert(__FILE__, __LINE__);
 //
-// Nothing in the library turns the exceptions into result codes: the module that drives a translation does.
+// Nothing in the library converts the exceptions to result codes; the driver of a translation does.
+//
+// Thread safety: setAbort and shouldAbort can be called from a signal handler that runs on the working thread. The flag
+// is one byte with volatile accesses, so a compiler cannot remove a poll from a loop. It is not atomic: a request from
+// another thread is a data race. Send a signal to the working thread instead.
 class VREL_EXPORT Gk_ErrMgr {
  public:
-  // Asks for an abort, from anywhere on the working thread; the next checkAbort throws.
+  // Requests an abort. The next checkAbort throws.
   static void setAbort() noexcept { abortFlag = true; }
 
-  // Whether an abort is asked for; the request stays.
+  // Returns true if an abort is requested. The request remains.
   static bool shouldAbort() noexcept { return abortFlag; }
 
-  // Takes the request back and throws a VRELAbortException, if there is one. A second check, during unwinding, does not
-  // throw again.
+  // Throws a VRELAbortException if an abort is requested. Clears the request first, so that a second call during stack
+  // unwinding does not throw.
   static void checkAbort() {
     if (abortFlag) Abort();
   }
 
-  // Reports the token through VRELError::Printf, then throws a copy of the exception.
+  // Sends an error event with the token, as VRELError::Printf does, then throws a copy of the exception.
   [[noreturn]] static void raise(Gk_Exception const& exception);
 
-  // Calls trap() and returns.
+  // Calls trap() and returns. Compatibility: prints nothing and does not stop; the caller continues.
   static void doAssert(char const* file, int line);
 
-  // Does nothing: a place to stop at in a debugger, before an exception is raised and after a failed assertion.
+  // Does nothing. Set a breakpoint here to stop before an exception is thrown and after a failed assertion.
   static void trap();
 
  private:
   [[noreturn]] static void Abort();
 
-  static bool abortFlag;
+  static bool volatile abortFlag;
 };

@@ -1,15 +1,20 @@
-// A condition that had to hold and did not.
+// Event of a failed assertion.
 #pragma once
 
 #include "VRELTextEvent.h"
 
+// Event that VRELAssert::Printf sends.
+//
+//   VRELAssertEvent::Fire("face %d has no loop", face);  // level VERBOSE
 class VREL_EXPORT VRELAssertEvent : public VRELTextEventOf<VRELAssertEvent> {
  public:
-  // Level ABORT.
+  // Creates an event of level ABORT.
   explicit VRELAssertEvent(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
-  // Level VERBOSE. That it differs, so that Fire sends far below VRELAssert::Printf, is promised.
+  // Creates an event of level VERBOSE.
+  //
+  // Compatibility: the levels differ, so that Fire sends at VERBOSE and VRELAssert::Printf at ABORT.
   VRELAssertEvent(va_list arguments, char const* format);
 
-  // "Assert : ", the text and a line end.
+  // Writes "Assert : ", the message and a line end.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 };

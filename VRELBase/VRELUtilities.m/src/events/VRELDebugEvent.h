@@ -1,15 +1,16 @@
-// What a developer wants to know.
+// Event of a debug message.
 #pragma once
 
 #include "VRELTextEvent.h"
 
+// Event with a debug message, of level DEBUG from every constructor.
+//
+//   VRELDebugEvent::Fire("%d candidates", value);
 class VREL_EXPORT VRELDebugEvent : public VRELTextEventOf<VRELDebugEvent> {
  public:
-  // Level DEBUG.
   explicit VRELDebugEvent(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
-  // Level DEBUG.
   VRELDebugEvent(va_list arguments, char const* format);
 
-  // The text and a line end.
+  // Writes the message and a line end.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 };

@@ -28,7 +28,7 @@ VRELError* VRELErrorEvent::GetError() {
 
 VRINResult VRELErrorEvent::Fire(VRELError& error, char const* file, int line) {
   error.SetSourceFileInfo(file, line);
-  // The error may stand in the tracker's list, which moves when it grows.
+  // The error can be an element of the tracker's array, which moves its elements when it grows.
   VRINResult const result = error.GetErrorType();
   VRELErrorEvent event(error);
   VRELEventBus::GetEventBus()->Send(event);

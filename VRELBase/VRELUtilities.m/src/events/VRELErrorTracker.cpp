@@ -31,7 +31,7 @@ VRINResult VRELErrorTracker::Reset() {
 
 void VRELErrorTracker::HandleEvent(VRELEvent& event) {
   if (!event.IsA("VRELErrorEvent")) return;
-  // Any event can bear that name.
+  // Events of other classes can have that name too.
   auto* const errorEvent = dynamic_cast<VRELErrorEvent*>(&event);
   VRELError const* const error = errorEvent == nullptr ? nullptr : errorEvent->GetError();
   if (error != nullptr) errors.add(*error);

@@ -1,4 +1,4 @@
-// Remembers the errors of a run.
+// Collects the errors of a run.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -6,41 +6,45 @@
 #include "VRELEventListener.h"
 #include "VRINResult.h"
 
-// A listener that keeps a copy of the error of each error event, from Initialize until it is deleted. Errors pile up
-// for as long: who translates again in one process calls Reset in between.
+// Listener that stores a copy of the error of each error event. Errors accumulate until Reset: call it between two
+// translations of one process.
 //
 //   VRELErrorTracker::Initialize();
 //   ...
 //   for (int i = 0; i < VRELError::GetErrorCount(); ++i) Report(*GetError(i));
 //
-// Pointers to errors are good until the next error arrives or the list is cleared.
+// Ownership: the tracker owns its errors. A pointer to an error is valid until the next error arrives or the list is
+// cleared. The library does not delete the tracker; the caller can, which ends the tracking.
+// Thread safety: none; one tracker and one list for the process.
 class VREL_EXPORT VRELErrorTracker : public VRELEventListener {
  public:
   VRELErrorTracker();
   VRELErrorTracker(VRELErrorTracker const&) = delete;
   VRELErrorTracker& operator=(VRELErrorTracker const&) = delete;
 
-  // Makes the tracker of the process and adds it to the bus, unless there is one. Always VREL_S_OK.
+  // Creates the tracker of the process and adds it to the bus, unless it exists. Returns VREL_S_OK.
   static VRINResult Initialize();
 
-  // The tracker of the process, or null. Whoever deletes it ends the tracking; the library never does.
+  // Returns the tracker of the process, or null.
   static VRELErrorTracker* GetInstance() noexcept { return _pTracker; }
 
-  // Clears the list of the process's tracker, which stays on the bus. Always VREL_S_OK.
+  // Clears the list of the tracker, which stays on the bus. Returns VREL_S_OK.
   static VRINResult Reset();
 
-  // Keeps a copy of the error of a VRELErrorEvent, and ignores every other event. The text of the event is not kept.
+  // Stores a copy of the error of a VRELErrorEvent, without the message of the event. Ignores other events.
   void HandleEvent(VRELEvent& event) override;
 
-  // Takes the tracker of the process off the bus and forgets it; that the end of any tracker does so is promised.
+  // Removes the tracker of the process from the bus and sets _pTracker to null.
+  //
+  // Compatibility: the destructor of any tracker object does so.
   ~VRELErrorTracker() override;
 
-  // The newest error; null when there is none.
+  // Returns the newest error, or null if there is none.
   virtual VRELError* GetLastError();
 
   int GetErrorCount() const { return errors.size(); }
 
-  // In the order of arrival; null outside.
+  // Returns the error at an index, in order of arrival; null if the index is out of range.
   VRELError* GetError(int index);
 
   void ClearErrorList();

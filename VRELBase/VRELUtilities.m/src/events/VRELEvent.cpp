@@ -13,7 +13,7 @@ struct LevelKeyword {
   VRELEventLevel level;
 };
 
-constexpr LevelKeyword levelKeywords[] = {
+constexpr LevelKeyword kLevelKeywords[] = {
     {u"ALL", VREL_LEVEL_ALL},     {u"ABORT", VREL_LEVEL_ABORT},     {u"DEBUG", VREL_LEVEL_DEBUG},
     {u"ERROR", VREL_LEVEL_ERROR}, {u"INFO", VREL_LEVEL_INFO},       {u"NONE", VREL_LEVEL_NONE},
     {u"TEST", VREL_LEVEL_TEST},   {u"VERBOSE", VREL_LEVEL_VERBOSE},
@@ -57,7 +57,7 @@ bool VRELEvent::IsA(char const* name) const noexcept {
 
 VRELEventLevel VRELEvent::GetLevel(VRELString const& keyword, VRELEventLevel fallback) {
   std::u16string_view const word = keyword.view();
-  for (LevelKeyword const& candidate : levelKeywords) {
+  for (LevelKeyword const& candidate : kLevelKeywords) {
     if (word == candidate.keyword) return candidate.level;
   }
   return fallback;
@@ -77,14 +77,14 @@ VRINResult VRELEvent::SetTime(long const& seconds) noexcept {
 
 VRINResult VRELEvent::GetClock(long& ticks) const noexcept {
   ticks = clockStamp;
-  return Stamped();
+  return StampResult();
 }
 
 VRINResult VRELEvent::GetTime(long& seconds) const noexcept {
   seconds = timeStamp;
-  return Stamped();
+  return StampResult();
 }
 
-VRINResult VRELEvent::Stamped() const noexcept {
+VRINResult VRELEvent::StampResult() const noexcept {
   return stamped ? VREL_S_OK : VREL_E_FAIL;
 }

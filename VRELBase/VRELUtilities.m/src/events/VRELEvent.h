@@ -1,4 +1,4 @@
-// What travels on the event bus: everything that the library has to say.
+// Base class of the events.
 #pragma once
 
 #include "VRELEventLevel.h"
@@ -8,55 +8,59 @@
 class VRELOutputStream;
 class VRELString;
 
-// An event is built by its sender, mostly on the stack, sent, and destroyed after every listener has seen it; a
-// listener that wants to keep something copies it. The class of an event is told by its event name:
+// Event with a name, a level and optional time stamps. The sender creates it, usually as a local variable, sends it on
+// the bus (VRELEventBus) and destroys it. A listener that needs the event later copies it. Listeners distinguish events
+// by their names:
 //
 //   void HandleEvent(VRELEvent& event) override {
 //     if (event.IsA("VRELErrorEvent")) ++errors;
 //   }
 //
-// That IsKindOf knows the name "VRELEvent" alone, for the events of every class, is promised.
+// Ownership: the event owns a copy of its name; a copied event has its own. Events cannot be assigned.
+// Compatibility: IsKindOf returns true for "VRELEvent" only, for the events of every class. Use IsA.
 class VREL_EXPORT VRELEvent : public VRELObject {
  public:
-  // Null or empty: without an event name.
+  // Creates an event. A null or empty name is stored as null.
   VRELEvent(char const* name, VRELEventLevel level);
-  // A copy has a name of its own.
   VRELEvent(VRELEvent const& other);
   VRELEvent& operator=(VRELEvent const&) = delete;
   ~VRELEvent() override;
 
-  // Writes the text of the event; the plain event has none.
+  // Writes the text of the event to `stream`. The base class writes nothing.
   virtual void GetFormattedDescription(VRELOutputStream* stream);
 
-  // Whether the bus stamps the event with the time at which it is sent.
+  // Returns true if the bus sets the time stamps of the event when it is sent. The base class returns false.
   virtual bool IsTimed();
 
-  // Owned by the event; null until a name was set.
+  // Returns the event name, or null. Ownership: the event.
   char const* GetEventName() const noexcept { return eventName; }
 
-  // Keeps a copy. Null or empty changes nothing.
+  // Replaces the event name by a copy of `name`. Does nothing for a null or empty string.
   void SetEventName(char const* name);
 
-  // Whether this is the event name, byte by byte. False for null, and for an event without a name.
+  // Returns true if `name` equals the event name, byte by byte; false if either is null.
   bool IsA(char const* name) const noexcept;
 
   VRELEventLevel GetLevel() const noexcept { return eventLevel; }
 
-  // The level that a keyword stands for: ALL, DEBUG, TEST, VERBOSE, INFO, ERROR, ABORT or NONE, in capitals. The
-  // fallback for every other text; that warnings have no keyword is promised.
+  // Returns the level of a keyword: ALL, DEBUG, TEST, VERBOSE, INFO, ERROR, ABORT or NONE, in capitals. Returns
+  // `fallback` for any other string.
+  //
+  // Compatibility: there is no keyword for VREL_LEVEL_WARNING.
   static VRELEventLevel GetLevel(VRELString const& keyword, VRELEventLevel fallback);
 
-  // Stamp the event. Clock: processor ticks, as clock() counts them; time: seconds, as time() counts them. Always
-  // VREL_S_OK.
+  // Set the time stamps: processor ticks of clock(), and seconds of time(). Return VREL_S_OK.
   VRINResult SetClock(long const& ticks) noexcept;
   VRINResult SetTime(long const& seconds) noexcept;
 
-  // Give the stored value in every case, 0 where none was set; VREL_E_FAIL when the event was never stamped.
+  // Copy a time stamp out, 0 if it was not set.
+  //
+  // Errors: VREL_E_FAIL if neither stamp was set. The argument is written in this case too.
   VRINResult GetClock(long& ticks) const noexcept;
   VRINResult GetTime(long& seconds) const noexcept;
 
  private:
-  VRINResult Stamped() const noexcept;
+  VRINResult StampResult() const noexcept;
 
   char* eventName;
   VRELEventLevel eventLevel;

@@ -1,4 +1,4 @@
-// The one road on which events reach their listeners.
+// Event bus of the process.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -6,47 +6,49 @@
 #include "VRELEventListener.h"
 #include "VRELExport.h"
 
-// Delivers at once, on the thread of the sender: when Send returns, every listener has seen the event. Nothing is
-// queued, nothing is remembered, and nothing is filtered: each listener looks at the level itself. Without a listener
-// events are dropped silently, errors included; the library registers none by itself.
+// Dispatches events to registered listeners, synchronously and in registration order. Send returns after every listener
+// has handled the event. Events are neither queued nor stored nor filtered by level; a listener filters by itself.
+// Without a listener, events are dropped, including errors. The library registers no listener by itself.
 //
 //   VRELEventBus::GetEventBus()->AddListener(&listener);
 //   VRELInfo::Printf("%d faces", count);
 //   VRELEventBus::GetEventBus()->RemoveListener(&listener);
 //
-// Listeners are not owned. No locking.
+// Ownership: listeners are not owned. Remove a listener before it is destroyed.
+// Thread safety: none. All threads of a process share one bus.
 class VREL_EXPORT VRELEventBus {
  public:
   VRELEventBus();
   VRELEventBus(VRELEventBus const&) = delete;
   VRELEventBus& operator=(VRELEventBus const&) = delete;
-  // Leaves the listeners alone.
+  // Does not call the listeners.
   ~VRELEventBus();
 
-  // The bus of the process, alive from load to exit.
+  // Returns the bus of the process. It exists from library load to process exit.
   static VRELEventBus* GetEventBus() noexcept { return &_eventBus; }
 
-  // Puts the listener behind the others, unless it is there already. Null is ignored.
+  // Appends a listener unless it is registered. Ignores null.
   void AddListener(VRELEventListener* listener);
 
-  // The others keep their order. Null, and a listener that is not there, are ignored.
+  // Removes a listener. The others keep their order. Ignores null and a listener that is not registered.
   void RemoveListener(VRELEventListener* listener);
 
   int GetListenerCount() const { return listeners.size(); }
 
-  // Stamps a timed event with clock() and time(), then hands it to each listener in the order of registration.
+  // Sets the time stamps of a timed event, then calls HandleEvent of each listener in registration order. An exception
+  // of a listener ends the dispatch and propagates to the sender.
   //
-  // HandleEvent may change the list, which is walked by index up to the number of listeners at the start: one that is
-  // added does not see the event in progress; when one is removed, those behind it move up, so that the one that takes
-  // the place of the current listener misses this event.
+  // HandleEvent can change the list, which is iterated by index up to its size at the start. A listener that is added
+  // does not receive the event in progress. When a listener is removed, the later ones move up by one; if it is the
+  // current one or an earlier one, the next listener does not receive the event.
   void Send(VRELEvent& event) {
     if (event.IsTimed()) Stamp(event);
     int const count = listeners.size();
-    // A listener that shortens the list ends the walk early, hence the second bound.
+    // The second bound: a listener can remove entries.
     for (int i = 0; i < count && i < listeners.size(); ++i) listeners[i]->HandleEvent(event);
   }
 
-  // Sends on the bus of the process.
+  // Sends an event on the bus of the process.
   static void Fire(VRELEvent& event) { _eventBus.Send(event); }
 
   static VRELEventBus _eventBus;

@@ -1,16 +1,28 @@
-// Whoever wants to hear of events.
+// Interface of event listeners.
 #pragma once
 
 #include "VRELExport.h"
 
 class VRELEvent;
 
-// Derive, register with VRELEventBus::AddListener, and remove the listener from the bus before it dies: the bus keeps a
-// plain pointer.
+// Interface of event listeners. Derive from it and register the object on the bus:
+//
+//   class Counter : public VRELEventListener {
+//    public:
+//     void HandleEvent(VRELEvent& event) override { errors += event.IsA("VRELErrorEvent"); }
+//     int errors = 0;
+//   };
+//
+//   Counter counter;
+//   VRELEventBus::GetEventBus()->AddListener(&counter);
+//   ...
+//   VRELEventBus::GetEventBus()->RemoveListener(&counter);
+//
+// Ownership: the bus stores a plain pointer. Remove the listener before it is destroyed.
 class VREL_EXPORT VRELEventListener {
  public:
-  // Called for each event, on the thread of the sender and before its call returns. What it throws reaches the sender;
-  // the listeners behind this one then do not see the event.
+  // Handles an event, on the sender's thread. An exception propagates to the sender, and later listeners do not receive
+  // the event.
   virtual void HandleEvent(VRELEvent& event) = 0;
   virtual ~VRELEventListener();
 };

@@ -12,7 +12,7 @@ VRELMessageEvent::VRELMessageEvent(va_list arguments, char const* format)
     : VRELTextEventOf("VRELMessageEvent", VREL_LEVEL_INFO, format, arguments), prefixed(true) {}
 
 VRELMessageEvent::VRELMessageEvent(Prefix prefix, char const* format, ...)
-    : VRELTextEventOf("VRELMessageEvent", VREL_LEVEL_INFO), prefixed(prefix.shown) {
+    : VRELTextEventOf("VRELMessageEvent", VREL_LEVEL_INFO), prefixed(prefix.isEnabled) {
   va_list arguments;
   va_start(arguments, format);
   SetMessage(format, arguments);

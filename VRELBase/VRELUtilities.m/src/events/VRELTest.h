@@ -1,21 +1,23 @@
-// The channel for the tests of a translator.
+// Channel for messages to the tests of a translator.
 #pragma once
 
 #include "VRELIndentedChannel.h"
 
 class VRELTestEvent;
 
-// The indentation of the channel.
+// Indentation counter of VRELTest.
 extern VREL_EXPORT int _VRELTestTab;
 
 extern template class VRELIndentedChannel<VRELTestEvent, _VRELTestTab>;
 
-// Sends VRELTestEvent, at level TEST.
+// Channel that sends VRELTestEvent at level TEST; see VRELIndentedChannel.
+//
+//   VRELTest::Printf("volume %g", volume);
 class VREL_EXPORT VRELTest : public VRELIndentedChannel<VRELTestEvent, _VRELTestTab> {
  public:
   virtual ~VRELTest();
 };
 
-// VRELTest::Tab and VRELTest::Untab under C names.
+// C functions equivalent to VRELTest::Tab and VRELTest::Untab.
 extern "C" VREL_EXPORT void VRELTest_Tab();
 extern "C" VREL_EXPORT void VRELTest_Untab();

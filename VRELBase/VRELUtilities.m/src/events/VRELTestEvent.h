@@ -1,15 +1,16 @@
-// What a test of a translator wants to know.
+// Event of a message for tests.
 #pragma once
 
 #include "VRELTextEvent.h"
 
+// Event with a message for tests, of level TEST from every constructor.
+//
+//   VRELTestEvent::Fire("volume %g", value);
 class VREL_EXPORT VRELTestEvent : public VRELTextEventOf<VRELTestEvent> {
  public:
-  // Level TEST.
   explicit VRELTestEvent(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
-  // Level TEST.
   VRELTestEvent(va_list arguments, char const* format);
 
-  // The text and a line end.
+  // Writes the message and a line end.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 };

@@ -26,28 +26,28 @@ VRELTextEvent::~VRELTextEvent() {
 
 void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximumLength) {
   if (format == nullptr) return;
-  char text[MaximumLength + 1];
-  va_list again;
-  va_copy(again, arguments);
+  char text[kMaximumLength + 1];
+  va_list copy;
+  va_copy(copy, arguments);
   int const length = std::min(std::vsnprintf(text, sizeof text, format, arguments), maximumLength);
   if (length > 0 && text[0] != '\0') {
     std::size_t const size = static_cast<std::size_t>(length);
     message = new char[size + 1];
-    if (length <= MaximumLength) {
+    if (length <= kMaximumLength) {
       std::memcpy(message, text, size);
     } else {
-      std::vsnprintf(message, size + 1, format, again);
+      std::vsnprintf(message, size + 1, format, copy);
     }
     message[size] = '\0';
   }
-  va_end(again);
+  va_end(copy);
 }
 
 void VRELTextEvent::WriteLine(VRELOutputStream* stream, char const* prefix) const {
   VRELStreamFormatter formatter(stream);
   std::string_view const text(message == nullptr ? "" : message);
   std::string_view const start(prefix);
-  char line[MaximumLength + 32];
+  char line[kMaximumLength + 32];
   if (start.size() + text.size() + 2 > sizeof line) {
     formatter << (prefix + std::string(text) + '\n').c_str();
     return;

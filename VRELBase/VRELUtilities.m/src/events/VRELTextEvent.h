@@ -1,4 +1,4 @@
-// The shape that all message events have: an event that carries a text.
+// Base classes of the message events.
 #pragma once
 
 #include <cstdarg>
@@ -7,46 +7,53 @@
 #include "VRELEventBus.h"
 #include "detail/VRELPrintfFormat.h"
 
-// Each class below has a name, a level for its variadic constructor and one for its constructor on an argument list,
-// and a Fire of its own; the formatting stands here.
+// Event with a message. The derived classes add a name, a level for their variadic constructor, a level for their
+// va_list constructor, and Fire. A listener reads the message of any of them:
 //
-// A text has at most 1023 bytes: a longer one is cut. A format that the C library refuses (a wide text that cannot be
-// converted) gives an empty text.
+//   if (auto const* const message = dynamic_cast<VRELTextEvent const*>(&event)) Show(message->GetMessage());
+//
+// A message has at most 1023 bytes; the rest is cut. A format that vsnprintf rejects (a wide string that cannot be
+// converted) results in a null message.
+//
+// Ownership: the event owns the message; a copied event has its own.
 class VREL_EXPORT VRELTextEvent : public VRELEvent {
  public:
-  // A copy has a text of its own.
   VRELTextEvent(VRELTextEvent const& other);
   ~VRELTextEvent() override;
 
-  // The text, owned by the event; null when it is empty.
+  // Returns the message, or null if it is empty. Ownership: the event.
   char const* GetMessage() const noexcept { return message; }
 
  protected:
-  static constexpr int MaximumLength = 1023;
+  static constexpr int kMaximumLength = 1023;
 
-  // Without a text.
+  // Creates an event without a message.
   VRELTextEvent(char const* name, VRELEventLevel level);
-  // Formats the text as SetMessage does.
+  // Creates an event and calls SetMessage.
   VRELTextEvent(char const* name, VRELEventLevel level, char const* format, va_list arguments,
-                int maximumLength = MaximumLength);
+                int maximumLength = kMaximumLength);
 
-  // Writes the prefix, the text and a line end, on a formatter of its own and in one piece, so that a log takes one
-  // call of the system for a line. A text that ends in a line feed leaves an empty line behind it, which is promised.
+  // Writes the prefix, the message and a line end by one write to the stream, so that a log needs one system call for
+  // each line.
+  //
+  // Compatibility: a message that ends in a line feed is followed by an empty line.
   void WriteLine(VRELOutputStream* stream, char const* prefix) const;
 
-  // Formats the text, at most `maximumLength` bytes of it. A null format gives none, like a length below 1. To be
-  // called once.
-  void SetMessage(char const* format, va_list arguments, int maximumLength = MaximumLength);
+  // Formats the message, cut to `maximumLength` bytes. A null format or a length below 1 leaves it null.
+  //
+  // Requires: called at most once.
+  void SetMessage(char const* format, va_list arguments, int maximumLength = kMaximumLength);
 
  private:
   char* message;
 };
 
-// Gives each message event its Fire.
+// Adds Fire to a message event class.
 template <class Event>
 class VRELTextEventOf : public VRELTextEvent {
  public:
-  // Formats the text, once, by the constructor on an argument list, and sends the event. A null format sends nothing.
+  // Creates an event by the va_list constructor and sends it. A null format sends nothing. Compatibility: the message
+  // is formatted once, and the level is that of the va_list constructor.
   static void Fire(char const* format, ...) VREL_PRINTF_FORMAT(1, 2);
 
  protected:

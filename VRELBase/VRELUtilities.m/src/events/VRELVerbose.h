@@ -1,16 +1,20 @@
-// The channel for details.
+// Channel for detailed messages.
 #pragma once
 
 #include "VRELIndentedChannel.h"
 
 class VRELMessageEvent;
 
-// The indentation of the channel.
+// Indentation counter of VRELVerbose.
 extern VREL_EXPORT int _VRELVerboseTab;
 
 extern template class VRELIndentedChannel<VRELMessageEvent, _VRELVerboseTab>;
 
-// Sends VRELMessageEvent, at level INFO. That it is not VRELVerboseEvent, which only its own Fire sends, is promised.
+// Channel for detailed messages; see VRELIndentedChannel.
+//
+//   VRELVerbose::Printf("%d edges", count);
+//
+// Compatibility: sends VRELMessageEvent at level INFO, as VRELInfo does. Only VRELVerboseEvent::Fire sends at VERBOSE.
 class VREL_EXPORT VRELVerbose : public VRELIndentedChannel<VRELMessageEvent, _VRELVerboseTab> {
  public:
   virtual ~VRELVerbose();

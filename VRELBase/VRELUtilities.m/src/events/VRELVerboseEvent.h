@@ -1,15 +1,16 @@
-// Details for who wants to follow the work.
+// Event of a detailed message.
 #pragma once
 
 #include "VRELTextEvent.h"
 
+// Event with a detailed message, of level VERBOSE from every constructor.
+//
+//   VRELVerboseEvent::Fire("%d edges", value);
 class VREL_EXPORT VRELVerboseEvent : public VRELTextEventOf<VRELVerboseEvent> {
  public:
-  // Level VERBOSE.
   explicit VRELVerboseEvent(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
-  // Level VERBOSE.
   VRELVerboseEvent(va_list arguments, char const* format);
 
-  // The text and a line end.
+  // Writes the message and a line end.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 };

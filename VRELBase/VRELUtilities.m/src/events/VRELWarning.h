@@ -1,16 +1,18 @@
-// The channel for what is wrong and does not stop the work.
+// Channel for warnings.
 #pragma once
 
 #include "VRELIndentedChannel.h"
 
 class VRELWarningEvent;
 
-// The indentation of the channel.
+// Indentation counter of VRELWarning.
 extern VREL_EXPORT int _VRELWarningTab;
 
 extern template class VRELIndentedChannel<VRELWarningEvent, _VRELWarningTab>;
 
-// Sends VRELWarningEvent, at level WARNING.
+// Channel that sends VRELWarningEvent at level WARNING; see VRELIndentedChannel.
+//
+//   VRELWarning::Printf("face %d is skipped", face);
 class VREL_EXPORT VRELWarning : public VRELIndentedChannel<VRELWarningEvent, _VRELWarningTab> {
  public:
   virtual ~VRELWarning();

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr mode_t directoryMode = 0777;
+constexpr mode_t kDirectoryMode = 0777;
 
 bool EndsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
@@ -28,56 +28,63 @@ bool Exists(char const* path) {
   return stat(path, &stats) == 0;
 }
 
-// The walk of fetchLeafFiles. The types that readdir tells spare a call of stat for each entry. A directory is read to
-// its end before those in it are opened, so that depth costs no descriptors.
+// Depth-first search of fetchLeafFiles.
+//
+// The entry types that readdir reports save a call of stat for each entry; only links and entries of unknown type need
+// one. A directory is read completely and closed before its subdirectories are opened, so that the number of open
+// descriptors does not grow with the depth.
+//
+// Links may form cycles. The device and inode of every directory on the current path from the root are kept in
+// `ancestors`; a directory that is among them is not searched again. PATH_MAX limits the length of a path and with it
+// the depth of the recursion.
 class LeafSearch {
  public:
   explicit LeafSearch(Gk_ROString const& thePattern) : pattern(thePattern) {}
 
   void Search(Gk_String const& directory) {
     std::string entries;
-    Place place = {};
-    if (!Read(directory, entries, place)) return;
-    if (std::find(way.begin(), way.end(), place) != way.end()) return;
-    way.push_back(place);
+    Identity identity = {};
+    if (!Read(directory, entries, identity)) return;
+    if (std::find(ancestors.begin(), ancestors.end(), identity) != ancestors.end()) return;
+    ancestors.push_back(identity);
     Gk_String path;
-    for (std::size_t at = 0; at < entries.size();) {
-      auto const type = static_cast<unsigned char>(entries[at]);
-      std::string_view const name(&entries[at + 1]);
-      at += name.size() + 2;
-      if (Join(directory, name, path)) Take(path, type);
+    for (std::size_t position = 0; position < entries.size();) {
+      auto const type = static_cast<unsigned char>(entries[position]);
+      std::string_view const name(&entries[position + 1]);
+      position += name.size() + 2;
+      if (Join(directory, name, path)) Add(path, type);
     }
-    way.pop_back();
+    ancestors.pop_back();
   }
 
   VRELDynamicArray<Gk_FileElement> found;
 
  private:
-  // What tells a directory, whatever path leads to it.
-  struct Place {
+  // Identity of a directory, independent of the path.
+  struct Identity {
     dev_t device;
     ino_t node;
-    bool operator==(Place const& other) const { return device == other.device && node == other.node; }
+    bool operator==(Identity const& other) const { return device == other.device && node == other.node; }
   };
 
-  // Gathers the type of each entry that may be a file or a directory, and its name with a zero byte behind it.
-  static bool Read(Gk_String const& directory, std::string& entries, Place& place) {
-    std::unique_ptr<Gk_DirTraversor> const walk(Gk_DirTraversor::create(Gk_DirElement(directory)));
+  // Collects the type byte and the zero-terminated name of each entry that may be a file or a directory.
+  static bool Read(Gk_String const& directory, std::string& entries, Identity& identity) {
+    std::unique_ptr<Gk_DirTraversor> const traversor(Gk_DirTraversor::create(Gk_DirElement(directory)));
     struct stat stats;
-    // Fails where the directory may be listed, but none of its files be reached.
-    if (walk == nullptr || fstatat(walk->descriptor(), ".", &stats, 0) != 0) return false;
-    place = {stats.st_dev, stats.st_ino};
+    // fstatat fails without search permission; the files of the directory are not accessible then.
+    if (traversor == nullptr || fstatat(traversor->descriptor(), ".", &stats, 0) != 0) return false;
+    identity = {stats.st_dev, stats.st_ino};
     do {
-      unsigned char const type = walk->current().type();
+      unsigned char const type = traversor->current().type();
       if (type == DT_REG || type == DT_DIR || type == DT_LNK || type == DT_UNKNOWN) {
         entries += static_cast<char>(type);
-        entries.append(walk->current().name()) += '\0';
+        entries.append(traversor->current().name()) += '\0';
       }
-    } while (walk->next());
+    } while (traversor->next());
     return true;
   }
 
-  // False where the path is too long for the system.
+  // Returns false if the path would be longer than PATH_MAX.
   static bool Join(Gk_String const& directory, std::string_view name, Gk_String& path) {
     std::string_view const front = directory.text();
     if (front.size() + name.size() + 2 > PATH_MAX) return false;
@@ -89,18 +96,18 @@ class LeafSearch {
     return true;
   }
 
-  void Take(Gk_String const& path, unsigned char type) {
+  void Add(Gk_String const& path, unsigned char type) {
     if (type == DT_DIR) {
       Descend(path);
     } else if (type == DT_REG) {
       if (Matches(path)) found.add(path);
     } else {
-      TakeByStatus(path);
+      AddByStatus(path);
     }
   }
 
-  // A link, or a file system that does not tell types.
-  void TakeByStatus(Gk_String const& path) {
+  // For links, and for file systems that do not report types.
+  void AddByStatus(Gk_String const& path) {
     struct stat stats;
     if (stat(path.begin(), &stats) != 0) return;
     if (S_ISDIR(stats.st_mode)) {
@@ -110,7 +117,7 @@ class LeafSearch {
     }
   }
 
-  // "." and ".." end in a dot as well.
+  // Skips "." and "..", and all other names that end in a dot.
   void Descend(Gk_String const& path) {
     if (!EndsWith(path.text(), ".")) Search(path.copy());
   }
@@ -118,7 +125,7 @@ class LeafSearch {
   bool Matches(Gk_String const& path) const { return path.rwString().matchPathPattern(pattern); }
 
   Gk_ROString pattern;
-  std::vector<Place> way;
+  std::vector<Identity> ancestors;
 };
 
 }  // namespace
@@ -133,8 +140,9 @@ bool Gk_DirElement::isDotDot() const {
   return EndsWith(text(), "..");
 }
 
-// Steps up to the first directory that exists, then makes those below it on the way back; without recursion, because
-// a path may have any number of slashes. Of one that is too long for the system only the start can lead to directories.
+// Finds the nearest parent that exists, then creates the missing directories below it. Iterates instead of recursing,
+// because a path may have any number of slashes. A prefix longer than PATH_MAX cannot be created, so only the first
+// PATH_MAX bytes are split.
 bool Gk_DirElement::mkdir() const {
   std::string path(text().substr(0, PATH_MAX));
   std::vector<std::string> missing;
@@ -143,8 +151,8 @@ bool Gk_DirElement::mkdir() const {
     if (Exists(path.c_str())) break;
     missing.push_back(path);
   }
-  for (; !missing.empty(); missing.pop_back()) ::mkdir(missing.back().c_str(), directoryMode);
-  return ::mkdir(VRELPathBytes(*this), directoryMode) == 0;
+  for (; !missing.empty(); missing.pop_back()) ::mkdir(missing.back().c_str(), kDirectoryMode);
+  return ::mkdir(VRELPathBytes(*this), kDirectoryMode) == 0;
 }
 
 bool Gk_DirElement::rmdir() const {
@@ -152,10 +160,10 @@ bool Gk_DirElement::rmdir() const {
 }
 
 VRELDynamicArray<Gk_FileElement> Gk_DirElement::children() const {
-  std::unique_ptr<Gk_DirTraversor> const walk(Gk_DirTraversor::create(*this));
-  if (walk == nullptr) return VRELDynamicArray<Gk_FileElement>();
-  walk->readAll();
-  return walk->entries();
+  std::unique_ptr<Gk_DirTraversor> const traversor(Gk_DirTraversor::create(*this));
+  if (traversor == nullptr) return VRELDynamicArray<Gk_FileElement>();
+  traversor->readAll();
+  return traversor->entries();
 }
 
 VRELDynamicArray<Gk_FileElement> Gk_DirElement::fetchLeafFiles(Gk_ROString const& pattern) const {
@@ -165,14 +173,14 @@ VRELDynamicArray<Gk_FileElement> Gk_DirElement::fetchLeafFiles(Gk_ROString const
 }
 
 Gk_String Gk_DirElement::fullPath() const {
-  std::unique_ptr<Gk_DirTraversor> const walk(Gk_DirTraversor::create(*this));
-  if (walk == nullptr) return Gk_String();
+  std::unique_ptr<Gk_DirTraversor> const traversor(Gk_DirTraversor::create(*this));
+  if (traversor == nullptr) return Gk_String();
   do {
-    std::string_view const child = walk->currentName().text();
+    std::string_view const child = traversor->currentName().text();
     if (!EndsWith(child, ".") || EndsWith(child, "..")) continue;
-    if (Gk_FileElement(walk->currentName()).isDirectory()) {
-      return walk->currentName().subset(0, static_cast<int>(child.size()) - 2);
+    if (Gk_FileElement(traversor->currentName()).isDirectory()) {
+      return traversor->currentName().subset(0, static_cast<int>(child.size()) - 2);
     }
-  } while (walk->next());
+  } while (traversor->next());
   return Gk_String();
 }

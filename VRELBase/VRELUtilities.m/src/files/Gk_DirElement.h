@@ -1,43 +1,43 @@
-// A directory, by its path.
+// Path of a directory, with queries and actions.
 #pragma once
 
 #include "Gk_FileElement.h"
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 
-// A path that is taken for that of a directory. As with all elements, nothing is looked up before it is asked for; a
-// directory that cannot be read is one without children.
+// Path that is used as the path of a directory. A directory that cannot be read has no children.
 //
 //   for (Gk_FileElement const& file : Gk_DirElement(Gk_String("models")).fetchLeafFiles("*.stp")) Translate(file);
 class VREL_EXPORT Gk_DirElement : public Gk_FileElement {
  public:
   Gk_DirElement(Gk_String const& path);
 
-  // Whether the path ends with "." but not with "..", and whether it ends with "..". That only the end of the text
-  // counts is promised: "a." and "b.." pass too.
+  // Return whether the path ends in "." but not in "..", and whether it ends in "..".
+  //
+  // Compatibility: only the end of the string is examined, so that "a." is a dot and "b.." a dot-dot.
   bool isDot() const;
   bool isDotDot() const;
 
-  // Makes the directories that lead to this one, as far as they do not exist, and then this one. Whether this one was
-  // made: false if it exists. The modes are 0777 less the umask.
+  // Creates the directory and all missing parents, with mode 0777 less the umask. Returns whether the directory itself
+  // was created; false if it existed.
   bool mkdir() const;
-  // Whether the directory, which must be empty, was removed.
+  // Removes the directory, which must be empty. Returns whether it was removed.
   bool rmdir() const;
 
-  // The path of each entry, "." and ".." among them: this path, "/" and the entry's name. In the order of the file
-  // system.
+  // Returns the path of each entry, "." and ".." included, in the order of the file system: the path of the directory,
+  // "/" and the name of the entry.
   VRELDynamicArray<Gk_FileElement> children() const;
 
-  // The files below this directory whose paths, this one in front, match the pattern by Gk_ROString::matchPathPattern:
-  // child by child in the order of children(), where a directory stands for what is found in it. Links count as what
-  // they lead to.
+  // Returns the files below the directory whose paths match the pattern (see Gk_ROString::matchPathPattern). The path
+  // of a file starts with the path of the directory. The order is that of children(), depth first. Symbolic links are
+  // followed, except links to a directory that contains them; paths longer than PATH_MAX are skipped.
   //
-  // Directories whose names end in a dot are not gone into, which is promised. A link that leads back to a directory on
-  // the way to it is not followed, nor is anything whose path is longer than the system allows.
+  // Compatibility: directories whose names end in a dot are not searched.
   VRELDynamicArray<Gk_FileElement> fetchLeafFiles(Gk_ROString const& pattern) const;
 
-  // The path of the first child that is a directory and isDot, without its last two characters: this path, if it is
-  // that of a directory. That a child such as "a.", if it comes first, gives a path without "a." is promised. An empty
-  // string where there is no such child.
+  // Returns the path of the first child that is a directory and isDot(), without its last two characters: the path of
+  // this directory. Returns an empty string if there is no such child.
+  //
+  // Compatibility: a child directory "a." that precedes "." in the order of the file system is returned without "a.".
   Gk_String fullPath() const;
 };

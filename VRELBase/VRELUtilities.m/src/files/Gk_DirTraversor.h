@@ -1,4 +1,4 @@
-// A walk through the entries of a directory.
+// Iterator over the entries of a directory.
 #pragma once
 
 #include <dirent.h>
@@ -7,36 +7,39 @@
 #include "Gk_DirEntry.h"
 #include "VRELExport.h"
 
-// Reads a directory entry by entry, "." and ".." among them, in the order of the file system; the path that it has as
-// an element is that of the directory. Entries that come or go while it walks may be met or not.
+// Iterator over the entries of a directory, "." and ".." included, in the order of the file system. As an element it is
+// the path of the directory. Entries that are created or removed during the iteration may or may not be returned.
 //
-//   std::unique_ptr<Gk_DirTraversor> const walk(Gk_DirTraversor::create(directory));
-//   if (walk == nullptr) return;
-//   do Show(walk->currentName());
-//   while (walk->next());
+//   std::unique_ptr<Gk_DirTraversor> const traversor(Gk_DirTraversor::create(directory));
+//   if (traversor == nullptr) return;
+//   do Show(traversor->currentName());
+//   while (traversor->next());
 //
-// The directory is open until the last entry is read, or until the traversor is deleted.
+// The directory is open until the last entry is read or the traversor is deleted.
 class VREL_EXPORT Gk_DirTraversor : public Gk_DirElement {
  public:
-  // A walk that stands at the first entry; the caller deletes it. Null where the directory cannot be opened or read.
+  // Returns a traversor at the first entry, or null if the directory cannot be read.
+  //
+  // Ownership: the caller deletes the traversor.
   static Gk_DirTraversor* create(Gk_DirElement const& theDirectory);
 
   Gk_DirTraversor(Gk_DirTraversor const&) = delete;
   Gk_DirTraversor& operator=(Gk_DirTraversor const&) = delete;
   ~Gk_DirTraversor();
 
-  // Goes on to the next entry. False behind the last one, where the directory is closed and there is no entry.
+  // Moves to the next entry. Returns false after the last entry; the directory is then closed.
   bool next();
 
-  // Goes on to the end, and adds the path of each entry from the current one on to entries().
+  // Adds the paths of the current and all following entries to entries().
   void readAll();
 
   Gk_DirEntry const& current() const noexcept { return entry; }
-  // The directory's path, "/" and the entry's name; an empty string without an entry. Good until the walk goes on.
+  // Returns the path of the directory, "/" and the name of the entry; empty without an entry. The reference is valid
+  // until the next entry is read.
   Gk_String const& currentName() const noexcept { return curName; }
   VRELDynamicArray<Gk_FileElement> const& entries() const noexcept { return list; }
 
-  // Of the open directory; -1 once it is closed.
+  // Returns the descriptor of the open directory, or -1 after it was closed.
   int descriptor() const noexcept;
 
  private:

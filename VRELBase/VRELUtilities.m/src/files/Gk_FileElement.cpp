@@ -11,15 +11,15 @@
 
 namespace {
 
-constexpr int currentDirBytes = 1024;
+constexpr int kCurrentDirBytes = 1024;
 
-Gk_String TextOf(std::string_view text) {
-  Gk_String result(text.data(), static_cast<int>(text.size()));
+Gk_String StringOf(std::string_view bytes) {
+  Gk_String result(bytes.data(), static_cast<int>(bytes.size()));
   result.append('\0');
   return result;
 }
 
-// All zero when the file system knows no such file.
+// Returns a zeroed record if the file does not exist.
 struct stat stat_file(Gk_String const& path) {
   struct stat stats = {};
   if (stat(VRELPathBytes(path), &stats) != 0) stats = {};
@@ -69,25 +69,23 @@ long Gk_FileElement::lastModified() const {
 Gk_String Gk_FileElement::dirName() const {
   std::string_view const path = text();
   std::size_t const end = VRELDirectoryEnd(path);
-  return end == std::string_view::npos ? Gk_String(".") : TextOf(path.substr(0, end));
+  return end == std::string_view::npos ? Gk_String(".") : StringOf(path.substr(0, end));
 }
 
 Gk_String Gk_FileElement::baseName() const {
-  std::string_view const path = text();
-  return TextOf(path.substr(path.rfind('/') + 1));
+  return StringOf(VRELBaseName(text()));
 }
 
 Gk_String Gk_FileElement::identifier() const {
-  std::string_view const path = text();
-  std::string_view const name = path.substr(path.rfind('/') + 1);
-  return TextOf(name.substr(0, name.find('.')));
+  std::string_view const name = VRELBaseName(text());
+  return StringOf(name.substr(0, name.find('.')));
 }
 
 Gk_FileElement& Gk_FileElement::changeExtn(char const* extension) {
-  // The extension may lie in this path.
+  // `extension` may point into this path.
   Gk_String const added(extension);
   std::string_view const path = text();
-  Gk_String changed = TextOf(path.substr(0, path.find('.')));
+  Gk_String changed = StringOf(path.substr(0, path.find('.')));
   changed.append(".");
   changed.append(added);
   Gk_String::operator=(changed);
@@ -107,7 +105,7 @@ Gk_String Gk_FileElement::relativeName(Gk_FileElement const& base) const {
   std::string_view const start = base.text();
   if (path.substr(0, start.size()) != start) return Gk_String();
   if (path.size() == start.size() || path[start.size()] != '/') return Gk_String();
-  return TextOf(path.substr(start.size() + 1));
+  return StringOf(path.substr(start.size() + 1));
 }
 
 bool Gk_FileElement::erase() const {
@@ -119,7 +117,7 @@ bool Gk_FileElement::renameTo(Gk_FileElement const& target) const {
 }
 
 Gk_String Gk_FileElement::getCurrentDir() {
-  char bytes[currentDirBytes] = {};
+  char bytes[kCurrentDirBytes] = {};
   if (getcwd(bytes, sizeof bytes) == nullptr) bytes[0] = '\0';
   return Gk_String(bytes);
 }

@@ -1,19 +1,21 @@
-// The file system as the library's older layer sees it: a path of bytes and what can be asked of it.
+// Path of a file as a byte string, with queries and actions.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 
-// A path, which is the string itself and no more: nothing is looked up before it is asked for, and nothing is kept.
-// Nothing here throws for what the file system says; a failure is false, 0 or an empty string.
+// Path of a file in the older, byte-string layer of the library. The element is the string: queries go to the file
+// system each time, and nothing is cached. Use VRELFilePath in new code.
 //
 //   Gk_FileElement file(Gk_String("models/wheel.tar.gz"));
 //   file.identifier();        // "wheel"
 //   file.changeExtn("log");   // models/wheel.log
-//   file.ensureParent();      // makes models
+//   file.ensureParent();      // creates models
 //
-// Unlike a plain Gk_String a copy has bytes of its own, so that a change shows in no other element. "/" separates
-// directories; a backslash does so only where an operation says it.
+// "/" separates directories. A backslash does so only where an operation mentions it. Unlike a Gk_String, a copy does
+// not share its bytes with the source.
+//
+// Errors: failed system calls return false, 0 or an empty string. Nothing throws except on allocation failure.
 class VREL_EXPORT Gk_FileElement : public Gk_String {
  public:
   Gk_FileElement(Gk_String const& path);
@@ -22,41 +24,48 @@ class VREL_EXPORT Gk_FileElement : public Gk_String {
 
   Gk_String const& pathName() const noexcept { return *this; }
 
-  // What the file system says of the file, links followed; each is one call of stat, and false or 0 when that fails.
+  // Query the file system with one call of stat each, which follows symbolic links.
   bool exists() const;
   bool isDirectory() const;
-  // A regular file; no device, pipe or socket.
+  // Returns true for regular files only, not for devices, pipes or sockets.
   bool isFile() const;
-  // Whether the owner may read or write it. That this says nothing about the caller is promised.
+  // Return whether the owner of the file has read or write permission.
+  //
+  // Compatibility: the permissions of the caller are not considered.
   bool canRead() const;
   bool canWrite() const;
-  // In bytes.
+  // Returns the size in bytes.
   long length() const;
-  // In seconds since 1970.
+  // Returns the time of the last modification in seconds since 1970.
   long lastModified() const;
 
-  // The text in front of the last "/"; without one that in front of the last backslash; without either ".". It is the
-  // empty text for "/name".
+  // Returns the part before the last "/"; without "/" the part before the last backslash; without either ".". The
+  // result is empty for "/name".
   Gk_String dirName() const;
-  // The text behind the last "/", or all of it. That a backslash does not count here is promised.
+  // Returns the part after the last "/".
+  //
+  // Compatibility: a backslash is not a separator here.
   Gk_String baseName() const;
-  // The base name up to its first dot.
+  // Returns the base name up to its first dot.
   Gk_String identifier() const;
-  // Cuts this path at its first dot and puts a dot and the extension there; null counts as the empty text. That a dot
-  // in a directory's name counts is promised: "txt" makes "d.txt" of "d.e/f".
+  // Replaces everything from the first dot of the path by "." and `extension`, or appends them if there is no dot. Null
+  // is an empty extension.
+  //
+  // Compatibility: the first dot may be in the name of a directory: changeExtn("txt") turns "d.e/f" into "d.txt".
   Gk_FileElement& changeExtn(char const* extension);
-  // Makes an underscore of each "/" and each backslash in this path.
+  // Replaces each "/" and backslash by "_".
   Gk_FileElement& flatten();
-  // The text behind `base` and a "/"; an empty string unless this path begins so.
+  // Returns the part after `base` and "/", or an empty string if the path does not start with them.
   Gk_String relativeName(Gk_FileElement const& base) const;
 
-  // Whether the name was removed; it must not be that of a directory.
+  // Removes the file. Returns false for a directory.
   bool erase() const;
-  // Whether the file was renamed. This path stays as it is.
+  // Renames the file. Does not change this element.
   bool renameTo(Gk_FileElement const& target) const;
-  // An empty text where the path does not fit into 1024 bytes.
+  // Returns the current directory, or an empty string if its path needs more than 1023 bytes.
   static Gk_String getCurrentDir();
-  // Makes the directory of this path, and those that lead to it. False, with nothing made, if it exists; otherwise
-  // true, which is promised even where it could not be made.
+  // Creates the directory of the path and all missing parents. Returns false if it exists.
+  //
+  // Compatibility: returns true even if the directory could not be created.
   bool ensureParent() const;
 };

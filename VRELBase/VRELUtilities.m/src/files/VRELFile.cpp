@@ -8,7 +8,7 @@
 
 namespace {
 
-VRINResult IsThere(std::FILE const* stream) {
+VRINResult ResultOf(std::FILE const* stream) {
   return stream != nullptr ? VREL_S_OK : VREL_E_FAIL;
 }
 
@@ -33,7 +33,7 @@ VRELFile::VRELFile(VRELString const& path) : VRELFile(nullptr, std::make_unique<
 VRELFile::VRELFile(char const* path) : VRELFile(nullptr, std::make_unique<VRELFilePath>(path), -1) {}
 
 VRELFile::~VRELFile() {
-  LetGoOfStream();
+  ReleaseStream();
 }
 
 bool VRELFile::IsValidFile() const {
@@ -43,19 +43,19 @@ bool VRELFile::IsValidFile() const {
 
 VRINResult VRELFile::GetFilePointer(std::FILE*& stream) const {
   stream = filePointer;
-  return IsThere(stream);
+  return ResultOf(stream);
 }
 
 VRINResult VRELFile::GetFilePointer(std::FILE*& stream, VRELFilePointerOpenType type) {
   if (type != NoOpen) {
-    LetGoOfStream();
+    ReleaseStream();
     if (filePath->IsValid()) {
       filePointer = filePath->OpenFile(type == TextOpen ? "r" : "rb");
       openType = type;
     }
   }
   stream = filePointer;
-  return IsThere(stream);
+  return ResultOf(stream);
 }
 
 VRINResult VRELFile::GetFileDescriptor(int& descriptor) const {
@@ -76,7 +76,7 @@ VRINResult VRELFile::GetFilePath(VRELFilePath& path) const {
   return VREL_S_OK;
 }
 
-void VRELFile::LetGoOfStream() {
+void VRELFile::ReleaseStream() {
   if (filePointer != nullptr && openType != NoOpen) std::fclose(filePointer);
   filePointer = nullptr;
 }

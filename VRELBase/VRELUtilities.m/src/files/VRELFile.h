@@ -1,4 +1,4 @@
-// A description of a file: a path, a C stream, a descriptor, or any mix of them.
+// Description of a file: path, C stream or descriptor.
 #pragma once
 
 #include <cstdio>
@@ -11,60 +11,64 @@
 class VRELFilePath;
 class VRELString;
 
-// What a format reader is given to read from. It is passed around as a VRELFileHandle and can open a C stream from its
-// path on demand; making one touches no file.
+// Counted description of a file that a format reader reads: a path, a C stream, a descriptor or any combination. It
+// opens a stream on its path on demand. Constructors do not access the file system.
 //
 //   VRELFileHandle const file(new VRELFile("wheel.step"));
 //   std::FILE* stream = nullptr;
 //   if (file->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) ...
 //
-// Only a stream that the object opened itself is closed by it, when it opens anew or dies. Streams and descriptors that
-// are handed in stay the caller's. Failures are VREL_E_FAIL.
+// Ownership: streams and descriptors passed to the constructor are never closed. A stream that the object opened is
+// closed when the object opens another one or is destroyed.
+// Errors: all operations return VREL_E_FAIL on failure.
 class VREL_EXPORT VRELFile : public VRELReferenceCount {
  public:
-  // How the object opened its stream. Every value but the first two opens as BinaryOpen does.
+  // How to open the stream. Other values are used like BinaryOpen.
   enum VRELFilePointerOpenType : int {
-    NoOpen = 0,      // it did not
+    NoOpen = 0,      // do not open
     TextOpen = 1,    // fopen with "r"
     BinaryOpen = 2,  // fopen with "rb"
   };
 
   VRELFile();
-  // A value below 0 counts as no descriptor.
+  // A negative descriptor means none.
   VRELFile(int descriptor);
   VRELFile(std::FILE* stream);
   VRELFile(VRELFilePath const& path);
   VRELFile(VRELString const& path);
-  // Bytes in the process's default codepage; null gives the empty path.
+  // `path` is in the default codepage of the process. Null is the empty path.
   VRELFile(char const* path);
 
   VRELFile(VRELFile const&) = delete;
   VRELFile& operator=(VRELFile const&) = delete;
   ~VRELFile() override;
 
-  // Whether there is a stream, a path, or one of the three standard descriptors. That a file with nothing but another
-  // descriptor is not valid is promised.
+  // Returns whether there is a stream, a valid path, or descriptor 0, 1 or 2.
+  //
+  // Compatibility: a file with only a descriptor above 2 is not valid.
   bool IsValidFile() const;
 
-  // The stream at hand, null included; fails when it is null. Opens nothing.
+  // Stores the current stream, which may be null. Fails if it is null.
   VRINResult GetFilePointer(std::FILE*& stream) const;
-  // The same for NoOpen. Any other type lets go of the stream at hand, which is closed only if this object opened it,
-  // and opens the path from its start; null and a failure when there is no path or it cannot be opened.
+  // Opens the path from its start and stores the new stream. The previous stream is closed if the object opened it, and
+  // forgotten otherwise. With NoOpen nothing is opened, and the current stream is stored.
+  //
+  // Errors: VREL_E_FAIL, with `stream` null, if there is no path or the file cannot be opened.
   VRINResult GetFilePointer(std::FILE*& stream, VRELFilePointerOpenType type);
 
-  // Each leaves its argument as it was when there is no such thing.
+  // Store the descriptor, the whole path as a string, and the path. Fail without changing the argument if there is
+  // none.
   VRINResult GetFileDescriptor(int& descriptor) const;
-  // The whole path, not only the name.
   VRINResult GetFileName(VRELString& name) const;
   VRINResult GetFilePath(VRELFilePath& path) const;
 
-  // The type of the last call that tried to open the path.
+  // Returns the type of the last attempt to open the path; NoOpen if there was none.
   VRELFilePointerOpenType GetFilePointerOpenType() const noexcept { return openType; }
 
  private:
   VRELFile(std::FILE* stream, std::unique_ptr<VRELFilePath> path, int descriptor);
 
-  void LetGoOfStream();
+  void ReleaseStream();
 
   std::FILE* filePointer;
   std::unique_ptr<VRELFilePath> filePath;  // never null

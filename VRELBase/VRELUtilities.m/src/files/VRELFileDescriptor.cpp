@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int writeFlags = O_WRONLY | O_CREAT | O_TRUNC;
-constexpr mode_t writePermissions = S_IRUSR | S_IWUSR;
+constexpr int kWriteFlags = O_WRONLY | O_CREAT | O_TRUNC;
+constexpr mode_t kWritePermissions = S_IRUSR | S_IWUSR;
 
 VRELFileDescriptor::IOMode FindMode(int descriptor) {
   struct stat stats = {};
@@ -25,23 +25,23 @@ VRELFileDescriptor::IOMode FindMode(int descriptor) {
 }
 
 int Open(VRELFilePath const& path, VRELFileDescriptor::IOMode mode) {
-  // A path that does not fit leaves an empty text, which no file has for a name.
+  // If the path does not fit, the buffer holds an empty string, and open fails.
   char bytes[VRELFilePath::maxByteCount];
   path.GetPath().convertToMBCS(bytes, VRELFilePath::maxByteCount, nullptr, false);
   bool const isWriting = mode == VRELFileDescriptor::ModeWrite || mode == VRELFileDescriptor::ModeReadWrite;
-  return isWriting ? open(bytes, writeFlags, writePermissions) : open(bytes, O_RDONLY);
+  return isWriting ? open(bytes, kWriteFlags, kWritePermissions) : open(bytes, O_RDONLY);
 }
 
 }  // namespace
 
-VRELFileDescriptor::VRELFileDescriptor(int file, IOMode wanted)
-    : descriptor(file), mode(wanted == ModeFind ? FindMode(file) : wanted), isOwned(false) {}
+VRELFileDescriptor::VRELFileDescriptor(int file, IOMode requestedMode)
+    : descriptor(file), mode(requestedMode == ModeFind ? FindMode(file) : requestedMode), isOwned(false) {}
 
-VRELFileDescriptor::VRELFileDescriptor(std::FILE* stream, IOMode wanted)
-    : VRELFileDescriptor(stream != nullptr ? fileno(stream) : -1, wanted) {}
+VRELFileDescriptor::VRELFileDescriptor(std::FILE* stream, IOMode requestedMode)
+    : VRELFileDescriptor(stream != nullptr ? fileno(stream) : -1, requestedMode) {}
 
-VRELFileDescriptor::VRELFileDescriptor(VRELFilePath const& path, IOMode wanted)
-    : descriptor(Open(path, wanted)), mode(wanted), isOwned(true) {
+VRELFileDescriptor::VRELFileDescriptor(VRELFilePath const& path, IOMode requestedMode)
+    : descriptor(Open(path, requestedMode)), mode(requestedMode), isOwned(true) {
   if (descriptor == -1) Gk_ErrMgr::raise(Gk_Exception("CANNOT_OPEN_FILE"));
 }
 

@@ -1,4 +1,4 @@
-// An open file with positioned reads and writes, which the file streams share.
+// Open file with positioned reads and writes.
 #pragma once
 
 #include <cstdio>
@@ -8,49 +8,58 @@
 
 class VRELFilePath;
 
-// Wraps a descriptor of the operating system. It opens in its constructor or not at all, and closes in its destructor
-// if it opened; a VRELFileDescriptorHandle shares it. All who hold one share its position.
+// Counted POSIX descriptor. Streams share it through a VRELFileDescriptorHandle.
 //
-// Operations give the result of the system's calls, -1 on failure, and report nothing more. No call is repeated: a
-// short read or write is told as it came.
+//   VRELFilePath const path("wheel.step");
+//   VRELFileDescriptorHandle const file(new VRELFileDescriptor(path, VRELFileDescriptor::ModeRead));
+//   char bytes[80];
+//   long const count = file->readBytes(bytes, sizeof bytes, 0);
+//
+// Ownership: a descriptor that the constructor opened is closed by the destructor; all others stay open.
+// Errors: operations return the result of the system call, -1 on failure. Short reads and writes are not repeated.
+// Thread safety: none. All users of a descriptor share its position.
 class VREL_EXPORT VRELFileDescriptor : public VRELReferenceCount {
  public:
   enum IOMode : int {
-    ModeFind = 0,       // by the owner's permissions on the file
+    ModeFind = 0,       // derived from the permissions of the owner
     ModeRead = 1,       // reading
     ModeWrite = 2,      // writing
-    ModeReadWrite = 3,  // both; a path is opened as for ModeWrite
+    ModeReadWrite = 3,  // both; opens a path like ModeWrite
   };
 
-  // The descriptor, or that of the stream, stays the caller's. ModeFind becomes ModeRead, ModeWrite or ModeReadWrite if
-  // the file's owner may read, write, or both, and stays if neither: permissions count, not how the file was opened.
+  // Use a descriptor of the caller. ModeFind is replaced by ModeRead, ModeWrite or ModeReadWrite if the owner of the
+  // file has read permission, write permission or both, and stays if it has neither. How the file was opened does not
+  // matter.
   VRELFileDescriptor(int descriptor, IOMode mode);
   VRELFileDescriptor(std::FILE* stream, IOMode mode);
 
-  // Opens the file. ModeWrite makes or empties it, with read and write permission for the owner alone, less the
-  // process's mask; ModeRead and ModeFind open it for reading. That ModeReadWrite empties the file and opens it for
-  // writing alone, and that ModeFind stays what it is, is promised. A file that cannot be opened raises
-  // "CANNOT_OPEN_FILE" through Gk_ErrMgr.
+  // Opens the file: ModeRead and ModeFind for reading; ModeWrite and ModeReadWrite for writing, after creating it with
+  // mode 0600 less the umask or truncating it. GetMode() returns `mode`.
+  //
+  // Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
+  // Compatibility: ModeReadWrite truncates the file and opens it for writing only.
   VRELFileDescriptor(VRELFilePath const& path, IOMode mode);
 
   VRELFileDescriptor(VRELFileDescriptor const&) = delete;
   VRELFileDescriptor& operator=(VRELFileDescriptor const&) = delete;
   ~VRELFileDescriptor() override;
 
-  // Moves to a position in bytes from the start, or from where the file stands, and returns the new one. offset(0)
-  // tells where the file stands.
+  // Set the position, from the start of the file or relative to the current position, and return the new position.
+  // offset(0) returns the current position.
   long seek(long position) const;
   long offset(long delta) const;
 
-  // In bytes; the position stays.
+  // Returns the size in bytes. The position does not change.
   long fileSize() const;
 
-  // Move to `position` first, unless it is -1, and return the number of bytes read or written; 0 at the end of a file.
-  // That a failed move does not keep the bytes from being read or written is promised.
+  // Read or write `size` bytes at `position`, or at the current position if it is -1. Return the number of bytes; 0 at
+  // the end of the file.
+  //
+  // Compatibility: if the position cannot be set, the bytes are read or written at the current position.
   long readBytes(char* buffer, unsigned size, long position);
   long writeBytes(char const* buffer, unsigned size, long position);
 
-  // Nothing is held back, so there is nothing to do.
+  // Does nothing: the class does not buffer.
   void commit();
 
   IOMode GetMode() const noexcept { return mode; }

@@ -1,11 +1,11 @@
-// The handle by which streams share one open file.
+// Handle of a VRELFileDescriptor.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELFileDescriptor.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELFileDescriptor, or nothing.
+// Handle of a VRELFileDescriptor, by which streams share an open file.
 class VREL_EXPORT VRELFileDescriptorHandle : public VRELTypedHandle<VRELFileDescriptor> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

@@ -1,11 +1,11 @@
-// The handle by which a VRELFile is passed around.
+// Handle of a VRELFile.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELFile.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELFile, or nothing.
+// Handle of a VRELFile.
 class VREL_EXPORT VRELFileHandle : public VRELTypedHandle<VRELFile> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

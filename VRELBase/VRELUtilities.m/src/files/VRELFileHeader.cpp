@@ -76,7 +76,7 @@ VRINResult VRELFileHeader::ResizeModels(int count) {
   return VREL_S_OK;
 }
 
-// Null where a resize has left the current model behind.
+// Returns null if ResizeModels removed the current model.
 VRELTable* VRELFileHeader::CurrentModel() {
   return currentModel < models.size() ? &models[currentModel] : nullptr;
 }

@@ -1,4 +1,4 @@
-// What a document says about itself.
+// File header: properties of a source document.
 #pragma once
 
 #include <cstdint>
@@ -12,17 +12,19 @@
 
 class VRELStreamFormatter;
 
-// Who made a document, with which system, in which units: values under keys, in the order in which the keys first came,
-// with headings between them. A format module fills the header, the log prints it.
+// Properties of a source document: author, system, units and so on. Values are stored under keys in insertion order,
+// with section headings between them. A format module fills the header; VRELEndReadFileTaskEvent prints it to the log.
 //
 //   VRELFileHeader header;
 //   header.Set(VRELFileHeader::AUTHOR, VRELString(L"Kim"));
 //   header.AddSection(VRELString(L"Configurations"));
 //   header.Set(VRELFileHeader::CONFIGURATIONS_COUNT, VRELValue(2));
 //
-// A document may hold several models; each has rows of its own, and all operations go to the current model. Any key
-// may be used; those named here are the usual ones, and none has a value unless it was set. A copy shares the models
-// with its source and has a current model of its own.
+// A document may contain several models, each with rows of its own. All operations use the current model. Any key is
+// allowed; the constants below are the usual ones. No key has a default value.
+//
+// Ownership: a copy shares the models with its source, so that Set on one shows in the other. Its current model is its
+// own.
 class VREL_EXPORT VRELFileHeader {
  public:
   static VRELString const MODIFICATION_DATE;     // "Modification Date"
@@ -39,38 +41,51 @@ class VREL_EXPORT VRELFileHeader {
   static VRELString const ACTIVE_CONFIGURATION;  // "Active Configuration"
   static VRELString const CONFIGURATIONS;        // "Configurations"
 
-  // One model without rows, which is current.
+  // Creates one empty model and selects it.
   VRELFileHeader();
   VRELFileHeader(VRELFileHeader const&) = default;
   VRELFileHeader& operator=(VRELFileHeader const&) = default;
 
   virtual int GetModelsCount();
-  // Makes a model current. One that is not there yet is made, with all those before it. VREL_E_INVALID_ARGUMENT if the
-  // index is below 0; the current model then stays.
+  // Selects a model. Creates it, and all models before it, if it does not exist.
+  //
+  // Errors: VREL_E_INVALID_ARGUMENT if `index` is negative or INT_MAX; the current model stays.
   virtual VRINResult SelectModel(int index);
 
-  // The value of a key; VREL_E_FAIL if the key is not there, with `value` untouched.
+  // Stores the value of a key in `value`.
+  //
+  // Errors: VREL_E_FAIL if there is no such key; `value` is unchanged.
   virtual VRINResult Get(VRELString const& key, VRELValue& value) const;
-  // The same as text. That a value without a kind gives VREL_S_OK and leaves `value` untouched is promised.
+  // Stores the value of a key as a string.
+  //
+  // Errors: VREL_E_FAIL if there is no such key; `value` is unchanged.
+  // Compatibility: a value of kind 0 returns VREL_S_OK and leaves `value` unchanged.
   virtual VRINResult Get(VRELString const& key, VRELString& value) const;
-  // Replaces the value of a key in its row, or appends a row. VREL_E_FAIL if the current model is not there.
+  // Replace the value of a key, or append a row.
+  //
+  // Errors: VREL_E_FAIL if the current model does not exist (see ResizeModels).
   virtual VRINResult Set(VRELString const& key, VRELValue const& value);
   virtual VRINResult Set(VRELString const& key, VRELString const& value);
-  // Appends a heading: a row whose key has no kind. Two of one title are two rows.
+  // Appends a section heading: a row with a key of kind 0. Every call appends a row.
   virtual VRINResult AddSection(VRELString const& title);
-  // The number of rows, headings included; 0 if the current model is not there.
+  // Returns the number of rows, headings included; 0 if the current model does not exist.
   virtual int GetCount() const;
-  // A row by its number, from 0 on; VREL_E_INVALID_ARGUMENT outside the model. That a heading gives
-  // VREL_E_INVALID_ARGUMENT, with its title in `value` and an empty `key`, is promised: printing tells it by that.
+  // Stores the key and the value of a row.
+  //
+  // Errors: VREL_E_INVALID_ARGUMENT if there is no such row.
+  // Compatibility: a heading returns VREL_E_INVALID_ARGUMENT too, with an empty `key` and the title in `value`.
+  // Printing recognizes headings by this.
   virtual VRINResult Get(int row, VRELString& key, VRELValue& value) const;
   virtual ~VRELFileHeader();
 
-  // The same with plain text, which is kept as text.
+  // Store a string value.
   VRINResult Set(VRELString const& key, char const* value) { return Set(key, VRELString(value)); }
   VRINResult Set(VRELString const& key, wchar_t const* value) { return Set(key, VRELString(value)); }
 
-  // Drops models at the end or makes new ones without rows. The current model's index stays, even if no such model is
-  // left: select one then. VREL_E_INVALID_ARGUMENT for a count below 0.
+  // Removes models at the end or appends empty ones. The index of the current model does not change; select a model if
+  // the current one was removed.
+  //
+  // Errors: VREL_E_INVALID_ARGUMENT if `count` is negative.
   VRINResult ResizeModels(int count);
 
  private:
@@ -81,6 +96,6 @@ class VREL_EXPORT VRELFileHeader {
   VRELDynamicArray<VRELTable> models;
 };
 
-// Writes the current model, a line a row: the key padded to 24 bytes, " : " and the value; of a heading the title
-// alone. Rows come through the virtual operations.
+// Writes the rows of the current model, one per line: the key padded to 24 bytes, " : " and the value; for a heading
+// the title alone. Reads the rows through the virtual operations.
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELFileHeader const& header);

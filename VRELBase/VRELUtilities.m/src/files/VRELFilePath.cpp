@@ -17,34 +17,35 @@
 
 namespace {
 
-constexpr char16_t slash = u'/';
-constexpr char16_t backslash = u'\\';
-constexpr char16_t dot = u'.';
-constexpr char16_t colon = u':';
+constexpr char16_t kSlash = u'/';
+constexpr char16_t kBackslash = u'\\';
+constexpr char16_t kDot = u'.';
+constexpr char16_t kColon = u':';
 
 bool IsEmpty(VRELString const& text) {
   return text.length() < 1;
 }
 
-// The last place of a unit, -1 for none. Looks at four units at once: where one of them is the unit, its lane of the
-// difference is 0, and of all lanes only a 0 borrows into its topmost bit.
+// Returns the index of the last occurrence of a code unit, or -1. Compares four units at once: a 16-bit lane of the
+// difference is zero where the unit occurs, and `(x - ones) & ~x & highBits` is nonzero if a lane of x is zero (the
+// zero byte test of "Bit Twiddling Hacks", S. E. Anderson).
 int LastIndexOf(std::u16string_view text, char16_t unit) {
-  constexpr std::size_t laneCount = 4;
-  constexpr std::uint64_t ones = 0x0001000100010001;
-  std::uint64_t const wanted = unit * ones;
+  constexpr std::size_t kLaneCount = 4;
+  constexpr std::uint64_t kOnes = 0x0001000100010001;
+  std::uint64_t const wanted = unit * kOnes;
   std::size_t end = text.size();
-  for (; end >= laneCount; end -= laneCount) {
+  for (; end >= kLaneCount; end -= kLaneCount) {
     std::uint64_t lanes;
-    std::memcpy(&lanes, text.data() + (end - laneCount), sizeof lanes);
+    std::memcpy(&lanes, text.data() + (end - kLaneCount), sizeof lanes);
     std::uint64_t const difference = lanes ^ wanted;
-    if (((difference - ones) & ~difference & (ones << 15)) != 0) break;
+    if (((difference - kOnes) & ~difference & (kOnes << 15)) != 0) break;
   }
   while (end > 0 && text[end - 1] != unit) --end;
   return static_cast<int>(end) - 1;
 }
 
 bool EndsWithSlash(VRELString const& text) {
-  return text.charAt(text.length() - 1) == slash;
+  return text.charAt(text.length() - 1) == kSlash;
 }
 
 VRELString Concatenate(std::u16string_view first, std::u16string_view second, std::u16string_view third) {
@@ -54,13 +55,13 @@ VRELString Concatenate(std::u16string_view first, std::u16string_view second, st
     sum.append(first).append(second).append(third);
     return VRELString(std::u16string_view(sum));
   } catch (std::bad_alloc const&) {
-    // Texts do not throw.
+    // operator+ does not throw: it returns an empty string.
     return VRELString(first) + VRELString(second) + VRELString(third);
   }
 }
 
-// The whole text for an index of -1.
-std::u16string_view TextBefore(VRELString const& text, int index) {
+// Returns the whole string for index -1.
+std::u16string_view PrefixOf(VRELString const& text, int index) {
   return text.view().substr(0, static_cast<std::size_t>(index));
 }
 
@@ -69,23 +70,25 @@ VRELString NameBefore(VRELString&& name, int index) {
   return name.substring(0, index);
 }
 
-// No codepage makes more than 8 bytes of a unit, or more than those of 10 units for entering and leaving its states.
-bool IsSurelyEnough(int size, VRELString const& text) {
+// Returns true only if `size` bytes are enough in every codepage: none needs more than 8 bytes for a unit, plus 80 for
+// shift sequences. Saves the exact computation of the size for ordinary paths.
+bool IsCertainlyEnough(int size, VRELString const& text) {
   return size / 8 - 10 > text.length();
 }
 
-// Whether the text takes more bytes than any path. No look at the bytes where it has fewer units.
+// Returns whether the path is longer than file system calls accept. A code unit takes at least a byte, so that short
+// strings need no conversion.
 bool IsTooLong(VRELString const& text) {
   return text.length() >= VRELFilePath::maxByteCount && text.getConvertToMBCSSize(nullptr) > VRELFilePath::maxByteCount;
 }
 
-// A drive of another machine, and the directory itself, lead nowhere here.
+// Returns false for drives of another machine, and for the directory itself.
 bool IsUsable(VRELString const& component) {
-  return component.indexOf(colon) < 0 && component.view() != u".";
+  return component.indexOf(kColon) < 0 && component.view() != u".";
 }
 
-// The usable components from `begin` on, up to but not with `end`, in front of the tail.
-VRELString WithFront(VRELStringTokenizer const& components, int begin, int end, VRELString const& tail) {
+// Returns the usable components in [begin, end), joined by slashes, followed by `tail`.
+VRELString PrependComponents(VRELStringTokenizer const& components, int begin, int end, VRELString const& tail) {
   try {
     std::u16string sum;
     for (int i = begin; i < end; ++i) {
@@ -126,15 +129,15 @@ VRELFilePath::~VRELFilePath() = default;
 VRELFilePath& VRELFilePath::operator=(VRELFilePath const& other) = default;
 
 int VRELFilePath::GetLastSeparatorIndex(VRELString const& text) {
-  return LastIndexOf(text.view(), slash);
+  return LastIndexOf(text.view(), kSlash);
 }
 
 int VRELFilePath::GetLastExtensionIndex(VRELString const& text) {
-  return text.lastIndexOf(dot, GetLastSeparatorIndex(text));
+  return text.lastIndexOf(kDot, GetLastSeparatorIndex(text));
 }
 
 int VRELFilePath::GetFirstExtensionIndex(VRELString const& text) {
-  return text.indexOf(dot, GetLastSeparatorIndex(text));
+  return text.indexOf(kDot, GetLastSeparatorIndex(text));
 }
 
 int VRELFilePath::GetNameIndex(VRELString const& text) {
@@ -151,19 +154,19 @@ VRELString VRELFilePath::GetName() const {
 
 VRELString VRELFilePath::GetNameWithoutExtension() const {
   VRELString name = GetName();
-  int const index = name.indexOf(dot);
+  int const index = name.indexOf(kDot);
   return NameBefore(std::move(name), index);
 }
 
 VRELString VRELFilePath::GetNameWithoutLastExtension() const {
   VRELString name = GetName();
-  int const index = LastIndexOf(name.view(), dot);
+  int const index = LastIndexOf(name.view(), kDot);
   return NameBefore(std::move(name), index);
 }
 
 VRELString VRELFilePath::GetLastExtension() const {
   VRELString const name = GetName();
-  int const index = LastIndexOf(name.view(), dot);
+  int const index = LastIndexOf(name.view(), kDot);
   return index < 0 ? VRELString() : name.substring(index + 1);
 }
 
@@ -177,13 +180,13 @@ bool VRELFilePath::IsValid() const {
 
 bool VRELFilePath::IsAbsolute() const {
   if (!IsValid()) return false;
-  auto const isSeparator = [](int unit) { return unit == slash || unit == backslash; };
-  return isSeparator(path.charAt(0)) || (path.charAt(1) == colon && isSeparator(path.charAt(2)));
+  auto const isSeparator = [](int unit) { return unit == kSlash || unit == kBackslash; };
+  return isSeparator(path.charAt(0)) || (path.charAt(1) == kColon && isSeparator(path.charAt(2)));
 }
 
 bool VRELFilePath::HasLastExtensionIgnoringCase(VRELString const& extension) const {
   VRELString const own = GetLastExtension();
-  return own.equalsIgnoreCase(extension.charAt(0) == dot ? extension.substring(1) : extension);
+  return own.equalsIgnoreCase(extension.charAt(0) == kDot ? extension.substring(1) : extension);
 }
 
 void VRELFilePath::AddExtension(VRELString const& extension) {
@@ -191,14 +194,23 @@ void VRELFilePath::AddExtension(VRELString const& extension) {
 }
 
 VRELFilePath VRELFilePath::ReplaceLastExtension(VRELString const& extension) const {
-  std::u16string_view const before = TextBefore(path, GetLastExtensionIndex(path));
-  return Concatenate(before, extension.charAt(0) == dot ? u"" : u".", extension.view());
+  std::u16string_view const before = PrefixOf(path, GetLastExtensionIndex(path));
+  return Concatenate(before, extension.charAt(0) == kDot ? u"" : u".", extension.view());
 }
 
 VRELFilePath VRELFilePath::ReplaceFirstExtension(VRELString const& extension) const {
-  return Concatenate(TextBefore(path, GetFirstExtensionIndex(path)), u"", extension.view());
+  return Concatenate(PrefixOf(path, GetFirstExtensionIndex(path)), u"", extension.view());
 }
 
+// Path resolution
+// ===============
+//
+// The tails of the path are tried from the shortest to the longest, one component more each time, because files of an
+// assembly usually keep their names and inner folders when they are copied to another machine. Each attempt prepends a
+// component to the tail and calls DoesFileExist once, so n components cost n system calls. Building each tail copies
+// the one before; that would be quadratic, but tails above the 4096 bytes of a file system call cannot exist. The first
+// such tail ends the search: the remaining components are prepended at once, and the result is returned without a call.
+// The same holds for a directory that is too long. The time is thus linear in the length of both paths.
 VRELFilePath VRELFilePath::ResolveAgainst(VRELFilePath& base) const {
   VRELString const name = GetName();
   VRELString const directory = base.GetDirectory();
@@ -208,10 +220,10 @@ VRELFilePath VRELFilePath::ResolveAgainst(VRELFilePath& base) const {
 
   VRELString text = GetPath();
   int first = 0;
-  if (text.charAt(0) == slash) {
+  if (text.charAt(0) == kSlash) {
     text = text.substring(1);
-    if (text.charAt(0) == slash) {
-      // The server's name is never a directory here.
+    if (text.charAt(0) == kSlash) {
+      // The first component is the name of a server.
       text = text.substring(1);
       first = 1;
     }
@@ -219,15 +231,16 @@ VRELFilePath VRELFilePath::ResolveAgainst(VRELFilePath& base) const {
   VRELStringTokenizer const components(text, L'/');
 
   std::u16string_view const separator = IsEmpty(directory) || EndsWithSlash(directory) ? u"" : u"/";
+  bool const isDirectoryTooLong = IsTooLong(directory);
   VRELString tail;
   for (int i = components.GetTokenCount() - 1; i >= first; --i) {
     VRELString component;
     components.GetToken(i, component);
     if (!IsUsable(component)) continue;
     tail = IsEmpty(tail) ? component : Concatenate(component.view(), u"/", tail.view());
-    // What is too long to exist stays so with more in front: the longest tail is then all that is asked for.
-    bool const isTooLong = IsTooLong(tail);
-    if (isTooLong) tail = WithFront(components, first, i, tail);
+    // A tail that is too long to exist stays so with further components: only the longest tail is needed then.
+    bool const isTooLong = isDirectoryTooLong || IsTooLong(tail);
+    if (isTooLong) tail = PrependComponents(components, first, i, tail);
     candidate = Concatenate(directory.view(), separator, tail.view());
     if (isTooLong || candidate.DoesFileExist()) break;
   }
@@ -237,7 +250,7 @@ VRELFilePath VRELFilePath::ResolveAgainst(VRELFilePath& base) const {
 bool VRELFilePath::DoesFileExist() const {
   char bytes[maxByteCount];
   if (GetMBCSBuffer(bytes, maxByteCount).IsFailure()) return false;
-  // What fopen for reading does, without a stream.
+  // Opens the file as fopen(path, "r") does, without allocating a stream.
   int const descriptor = open(bytes, O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return false;
   close(descriptor);
@@ -258,16 +271,16 @@ bool VRELFilePath::RemoveFile() const {
 void VRELFilePath::Initialize() {}
 
 void VRELFilePath::FixSeparator(VRELString& text) {
-  if (text.indexOf(backslash) >= 0) text = text.replace(backslash, slash);
+  if (text.indexOf(kBackslash) >= 0) text = text.replace(kBackslash, kSlash);
 }
 
 VRELFilePath VRELFilePath::operator+(VRELString const& appended) const {
-  bool const isGlued = appended.charAt(0) == dot || EndsWithSlash(path);
+  bool const isGlued = appended.charAt(0) == kDot || EndsWithSlash(path);
   return Concatenate(path.view(), isGlued ? u"" : u"/", appended.view());
 }
 
 VRINResult VRELFilePath::GetMBCSBuffer(char* buffer, int size) const {
-  if (!IsSurelyEnough(size, path) && (size < 1 || size < path.getConvertToMBCSSize(nullptr))) return VREL_E_FAIL;
+  if (!IsCertainlyEnough(size, path) && (size < 1 || size < path.getConvertToMBCSSize(nullptr))) return VREL_E_FAIL;
   return path.convertToMBCS(buffer, size, nullptr, false);
 }
 

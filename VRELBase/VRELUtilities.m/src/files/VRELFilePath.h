@@ -1,4 +1,4 @@
-// The value by which the library names a file: path arithmetic, and the few calls that reach a file by its name.
+// Path of a file: operations on its name, and file system calls by name.
 #pragma once
 
 #include <cstdio>
@@ -9,116 +9,135 @@
 
 struct stat;
 
-// A path held as wide text with forward slashes. Holds no open file and keeps nothing that it learnt of one.
+// Path of a file, stored as a UTF-16 string with forward slashes.
 //
-//   VRELFilePath const model("assembly\\wheel.STEP");            // held as assembly/wheel.STEP
+//   VRELFilePath const model("assembly\\wheel.STEP");            // stored as assembly/wheel.STEP
 //   VRELFilePath const log = model.ReplaceLastExtension("log");  // assembly/wheel.log
 //   VRELFilePath const part = VRELFilePath("assembly") + "bolt.step";
 //
-// Backslashes are turned into slashes on the way in and that is all: case, "." and "..", doubled and trailing slashes
-// stay as they were given. The name is what follows the last slash, the directory what precedes it.
+// Constructors replace backslashes by slashes. Nothing else is normalized: case, "." and "..", doubled and trailing
+// slashes stay. The name is the part after the last slash, the directory the part before it.
 //
-// Nothing here sends an event, or throws but for a VRELAllocException of ResolveAgainst. The file system is reached by
-// the text in the process's default codepage, a bounded buffer of 4096 bytes, terminator included: a longer path names
-// no file. Characters that the codepage lacks arrive as what the codepage puts in their place.
+// File system calls convert the path to the default codepage of the process, in a buffer of 4096 bytes with the
+// terminator; a longer path is treated as a file that does not exist. Characters that the codepage lacks are replaced
+// by its substitution character. No open file and no state of the file is kept.
 //
-// The operations that lean on others call them through the virtual table, so a derived class may change one of them.
-// A path is used on one thread at a time.
+// Operations call each other through the virtual table, so that a derived class can override single ones.
+//
+// Errors: no event is sent. Only ResolveAgainst throws: VRELAllocException if an allocation fails.
+// Thread safety: none. GetCurrentWorkingDirectory and relative paths depend on the current directory of the process.
 class VREL_EXPORT VRELFilePath {
  public:
-  // Bytes that a path takes at most on its way to the file system, terminator included.
+  // Maximum size of a path in file system calls, in bytes with the terminator.
   static constexpr int maxByteCount = 4096;
 
   VRELFilePath();
   VRELFilePath(VRELFilePath const& other);
   VRELFilePath(VRELString const& text);
-  // Bytes in the process's default codepage; null gives the empty path.
+  // `text` is in the default codepage of the process. Null is the empty path.
   VRELFilePath(char const* text);
 
   virtual ~VRELFilePath();
 
   VRELFilePath& operator=(VRELFilePath const& other);
 
-  // Where the pieces of a path text begin. These read their argument alone, and a backslash is no separator to them.
-  // -1 where there is none; a dot counts only at or behind the last slash.
+  // Return the index of the last "/", and of the last and first dot after it, or -1. They examine their argument only.
+  // A backslash is not a separator.
   static int GetLastSeparatorIndex(VRELString const& text);
   static int GetLastExtensionIndex(VRELString const& text);
   static int GetFirstExtensionIndex(VRELString const& text);
-  // Behind the last slash; 0 without one.
+  // Returns the index after the last "/", or 0.
   static int GetNameIndex(VRELString const& text);
 
-  // The whole text.
+  // Returns the whole path.
   virtual VRELString GetPath() const;
-  // What follows the last slash: empty for a path that ends in one.
+  // Returns the part after the last slash; empty for a path that ends in a slash.
   virtual VRELString GetName() const;
-  // The name up to its first dot, up to its last dot, and behind its last dot. A name without a dot is whole in the
-  // first two and has no extension; ".profile" is all extension.
+  // Return the name up to its first dot, up to its last dot, and after its last dot. Without a dot the first two return
+  // the whole name and the last an empty string. The extension of ".profile" is "profile".
   virtual VRELString GetNameWithoutExtension() const;
   virtual VRELString GetNameWithoutLastExtension() const;
   virtual VRELString GetLastExtension() const;
-  // What precedes the last slash; empty without one. That it is empty for "/name" too is promised.
+  // Returns the part before the last slash; empty without a slash.
+  //
+  // Compatibility: the directory of "/name" is empty.
   virtual VRELString GetDirectory() const;
 
-  // Whether there is any text; says nothing of the file system.
+  // Returns whether the path is not empty. Does not access the file system.
   virtual bool IsValid() const;
-  // Whether the text begins with a slash or a backslash, or with any one character, a colon and a slash or backslash.
-  // Drives are known on every platform, and which character names the drive is not looked at: "1:/x" is absolute, "C:"
-  // and "C:x" are not.
+  // Returns whether the path starts with a slash or backslash, or with any character, a colon and a slash or backslash.
+  //
+  // Compatibility: drives are recognized on every platform, and the first character is not examined: "1:/x" is
+  // absolute, "C:" and "C:x" are not.
   virtual bool IsAbsolute() const;
-  // Compares without regard to case; one dot at the front of the extension is left out.
+  // Compares the last extension without regard to case. One dot at the start of `extension` is ignored.
   virtual bool HasLastExtensionIgnoringCase(VRELString const& extension) const;
 
-  // Appends "." and the extension to this path. That a dot is added to ".x" as well, and that a backslash in the
-  // extension stays, is promised.
+  // Appends "." and the extension to this path.
+  //
+  // Compatibility: the dot is added even if `extension` starts with one, and backslashes in it stay.
   virtual void AddExtension(VRELString const& extension);
-  // A new path whose last extension is this one, with one dot between, or with the extension appended where there was
-  // none.
+  // Returns a path with the last extension replaced, or with the extension appended if there is none. A dot is added
+  // unless `extension` starts with one.
   virtual VRELFilePath ReplaceLastExtension(VRELString const& extension) const;
-  // A new path where the extension replaces all from the name's first dot on, or is appended. That no dot is ever added
-  // is promised: ReplaceFirstExtension("new") of "a.b.c" is "anew".
+  // Returns a path in which `extension` replaces the name from its first dot, or is appended if there is no dot.
+  //
+  // Compatibility: no dot is added: ReplaceFirstExtension("new") of "a.b.c" is "anew".
   virtual VRELFilePath ReplaceFirstExtension(VRELString const& extension) const;
 
-  // Finds a file whose path may have been written on another machine: tries ever longer tails of this path under the
-  // directory of `base` and returns the first that exists. An absolute path that exists is returned as it is. When
-  // nothing exists, the longest tail is returned; ask DoesFileExist() of the result. Empty for a path without a name.
+  // Finds a file whose path may come from another machine: appends ever longer tails of this path to the directory of
+  // `base`, and returns the first path that exists. If none exists, returns the path with the longest tail; call
+  // DoesFileExist() on the result. An absolute path that exists is returned unchanged. A path without a name returns
+  // the empty path.
   //
   //   x/y/z.dat against /m/top.asm: /m/z.dat, /m/y/z.dat, /m/x/y/z.dat
   //
-  // Components that are "." or hold a colon are left out; of a path that begins with two slashes so is the server.
+  // Components "." and components with a colon are skipped. If the path starts with two slashes, its first component is
+  // a server and is skipped too. ".." is used like any other component, so that the result may be outside the directory
+  // of `base`.
   virtual VRELFilePath ResolveAgainst(VRELFilePath& base) const;
 
-  // Whether the file can be opened for reading: a file that may not be read counts as absent, a directory as present.
+  // Returns whether the file can be opened for reading.
+  //
+  // Compatibility: a file without read permission does not exist, a directory exists.
   virtual bool DoesFileExist() const;
-  // A stream opened by fopen, owned by the caller; null on failure.
+  // Opens the file with fopen. Returns null on failure.
+  //
+  // Ownership: the caller closes the stream.
   virtual std::FILE* OpenFile(char const* mode) const;
-  // Removes the file, or the empty directory, and tells whether that succeeded.
+  // Removes the file or empty directory. Returns whether it was removed.
   virtual bool RemoveFile() const;
 
-  // A hook for derived classes; does nothing and is called by no constructor.
+  // Hook for derived classes. Does nothing; no constructor calls it.
   virtual void Initialize();
 
-  // Turns each backslash of the text into a slash.
+  // Replaces each backslash in `text` by a slash.
   virtual void FixSeparator(VRELString& text);
 
-  // A new path of this one and what is appended, with a slash between unless this path ends in one. A text that begins
-  // with a dot is glued on without a slash, which serves suffixes such as ".log" and is promised for "./x", ".." and
-  // hidden names too; "c" joined to the empty path is "/c".
+  // Returns this path and `appended`, with a slash between them unless this path ends in one. Joining "c" to the empty
+  // path returns "/c".
+  //
+  // Compatibility: no slash is added if `appended` starts with a dot. This serves suffixes such as ".log", and applies
+  // to "./x", ".." and hidden names too.
   VRELFilePath operator+(VRELString const& appended) const;
 
-  // The text in the process's default codepage, and in wide characters, in `size` units with the terminator.
-  // VREL_E_FAIL, with the buffer as it was, when that is too few; otherwise what the conversion gives.
+  // Convert the path to the default codepage of the process or to wide characters, with a terminator.
+  //
+  // Errors: VREL_E_FAIL if `size` is too small; the buffer is unchanged. Otherwise the result of the conversion.
   VRINResult GetMBCSBuffer(char* buffer, int size) const;
   VRINResult GetWideCharacterBuffer(wchar_t* buffer, int size) const;
 
-  // What the file system knows of the file: VREL_E_FAIL, with the argument as it was, when there is no such file. Sizes
-  // are in bytes, dates in seconds since 1970; the creation date is the platform's time of the last status change.
+  // Query the file system. Sizes are in bytes and dates in seconds since 1970. The creation date is the time of the
+  // last status change.
+  //
+  // Errors: VREL_E_FAIL if the file does not exist; the argument is unchanged.
   VRINResult GetFileStats(struct stat& stats) const;
   VRINResult GetFileSize(long& size) const;
   VRINResult GetCreationDate(long& date) const;
   VRINResult GetLastAccessDate(long& date) const;
   VRINResult GetLastModificationDate(long& date) const;
 
-  // Empty when the process has no current directory any more.
+  // Returns the current directory of the process; the empty path if it was removed or does not fit into 4096 bytes.
   static VRELFilePath GetCurrentWorkingDirectory();
 
  private:

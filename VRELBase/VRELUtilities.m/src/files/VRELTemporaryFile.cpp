@@ -12,31 +12,31 @@
 
 namespace {
 
-// The two names with a separator must leave room for a terminator in the bytes that a path takes.
-constexpr int maximumLength = VRELFilePath::maxByteCount - 1;
-constexpr int fallbackCount = 25;
-// Of some 57,000 million names one that is taken is rare, two in a row are none of chance.
-constexpr int drawCount = 16;
-constexpr int letterCount = 6;
-constexpr char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+// Limit of the length of the path and the appended part together, without the separator.
+constexpr int kMaximumLength = VRELFilePath::maxByteCount - 1;
+constexpr int kFallbackCount = 25;
+// Attempts to find a free name. There are 62^6 names, so a second attempt is hardly ever needed.
+constexpr int kAttemptCount = 16;
+constexpr int kLetterCount = 6;
+constexpr char kLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
 
-// A path as tmpnam makes it, but drawn from the system's random numbers, so that nobody can tell it in advance. Empty
-// where there is no directory or no chance.
-std::string DrawName() {
+// Returns a path in the form of tmpnam, with letters from the random numbers of the kernel, so that it cannot be
+// predicted. Returns an empty string without a temporary directory or without random numbers.
+std::string RandomName() {
   struct stat stats;
   if (stat(P_tmpdir, &stats) != 0 || !S_ISDIR(stats.st_mode)) return std::string();
   std::uint64_t number = 0;
   if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) return std::string();
   std::string name = P_tmpdir "/file";
-  for (int i = 0; i < letterCount; ++i) {
-    name += letters[number % (sizeof letters - 1)];
-    number /= sizeof letters - 1;
+  for (int i = 0; i < kLetterCount; ++i) {
+    name += kLetters[number % (sizeof kLetters - 1)];
+    number /= sizeof kLetters - 1;
   }
   return name;
 }
 
-VRELString WithTail(VRELString const& start, VRELString const& tail) {
-  if (start.length() + tail.length() >= maximumLength) return start;
+VRELString Append(VRELString const& start, VRELString const& tail) {
+  if (start.length() + tail.length() >= kMaximumLength) return start;
   return start + VRELString(L"_") + tail;
 }
 
@@ -50,8 +50,9 @@ bool IsTaken(VRELFilePath const& path) {
   return GetStatus(path, stats);
 }
 
-// A plain file under one name: no link that leads elsewhere, nothing that another user can exchange.
-bool IsFileOfUser(VRELFilePath const& path) {
+// Returns whether the path is a regular file of this user with one link, and so neither a symbolic link nor a hard link
+// to a file elsewhere.
+bool IsOwnRegularFile(VRELFilePath const& path) {
   struct stat stats;
   return GetStatus(path, stats) && S_ISREG(stats.st_mode) && stats.st_nlink == 1 && stats.st_uid == geteuid();
 }
@@ -71,18 +72,18 @@ VRELTemporaryFile::~VRELTemporaryFile() {
 }
 
 void VRELTemporaryFile::InitializeName(VRELFilePath const& source, char const* name, unsigned int number) {
-  for (int draw = 0; draw < drawCount; ++draw) {
-    VRELString result(DrawName().c_str(), nullptr);
-    if (source.IsValid()) result = WithTail(result, source.GetName());
+  for (int attempt = 0; attempt < kAttemptCount; ++attempt) {
+    VRELString result(RandomName().c_str(), nullptr);
+    if (source.IsValid()) result = Append(result, source.GetName());
     if (name != nullptr) {
       VRELString tail = VRELFilePath(name).GetName();
       if (number != 0) tail = tail + VRELString(L"_") + VRELStringFromInteger(static_cast<int>(number));
-      result = WithTail(result, tail);
+      result = Append(result, tail);
     }
     path = VRELFilePath(result);
     if (!IsTaken(path)) break;
   }
-  for (int i = 1; i <= fallbackCount && !path.IsValid(); ++i) {
+  for (int i = 1; i <= kFallbackCount && !path.IsValid(); ++i) {
     path = VRELFilePath(VRELString(L"VRELTemp_") + VRELStringFromInteger(i));
   }
 }
@@ -96,13 +97,13 @@ std::FILE* VRELTemporaryFile::Open(char const* mode) {
   return stream;
 }
 
-// A mode that makes a file must make it itself, which the flag x says, or find one that nobody else can have put there.
+// Modes that create a file create it exclusively (flag x). A file that exists is opened only if it is the user's own.
 std::FILE* VRELTemporaryFile::OpenAs(char const* mode) const {
   if (mode[0] == 'w' || mode[0] == 'a') {
     std::FILE* const made = path.OpenFile((std::string(mode, 1) + "x" + (mode + 1)).c_str());
     if (made != nullptr) return made;
   }
-  return IsFileOfUser(path) ? path.OpenFile(mode) : nullptr;
+  return IsOwnRegularFile(path) ? path.OpenFile(mode) : nullptr;
 }
 
 void VRELTemporaryFile::Close() {

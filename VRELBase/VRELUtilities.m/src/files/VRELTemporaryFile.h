@@ -1,4 +1,4 @@
-// A scratch file that removes itself.
+// Temporary file that its object removes.
 #pragma once
 
 #include <cstdio>
@@ -6,39 +6,45 @@
 #include "VRELExport.h"
 #include "VRELFilePath.h"
 
-// Names a file of its own in the system's directory for temporary files, opens it on demand, and removes it at the end.
+// Temporary file: chooses an unpredictable name in the system's directory for temporary files, creates the file on
+// demand, and removes it in the destructor.
 //
-//   VRELTemporaryFile file(VRELFilePath("/d/m.stp"), "y.tmp", 3);  // say /tmp/fileAbCdEf_m.stp_y.tmp_3
+//   VRELTemporaryFile file(VRELFilePath("/d/m.stp"), "y.tmp", 3);  // for example /tmp/fileAbCdEf_m.stp_y.tmp_3
 //   std::FILE* const stream = file.Open(nullptr);
 //
-// The name is drawn at random and stands for no file as yet: the file comes with Open. What appears under the name in
-// the meantime, unless it is a plain file of this process's own user, is taken for a trap: it is not opened.
+// The constructor only chooses the name. Open creates the file exclusively. If the name is taken by then, Open accepts
+// it only if it is a regular file of the same user with a single link; symbolic links are not followed.
 //
-// Nothing here throws or sends an event.
+// Errors: nothing throws and no event is sent.
 class VREL_EXPORT VRELTemporaryFile {
  public:
   VRELTemporaryFile();
-  // Adds "_" and the name of `source`, then "_" and the name in the path `name`, then "_" and the number, each where it
-  // is given: a valid path, a text, a number other than 0 behind a text. Where they are says nothing about where the
-  // file goes. A name that would make the path longer than 4095 characters is left out, which is promised.
+  // Appends to the name "_" and the name of `source` if that is valid, "_" and the name part of `name` if that is not
+  // null, and "_" and `number` if that is not 0 and `name` is not null. The directories of both are ignored.
+  //
+  // Compatibility: a part that would make the path 4095 characters or longer is left out.
   VRELTemporaryFile(VRELFilePath const& source, char const* name, unsigned int number);
   VRELTemporaryFile(VRELTemporaryFile const&) = delete;
   VRELTemporaryFile& operator=(VRELTemporaryFile const&) = delete;
-  // As Terminate does.
+  // Calls Terminate().
   virtual ~VRELTemporaryFile();
 
+  // Stores the path; empty after Terminate().
   void GetPath(VRELFilePath& out) const;
 
-  // The stream, which this object owns. The first call opens it, in the mode of fopen; "w+b" for null. As long as it is
-  // open the mode is ignored. Null where it cannot be opened.
+  // Opens the file with a mode of fopen, "w+b" if `mode` is null, and returns the stream, or null on failure. If the
+  // file is open, returns its stream and ignores `mode`.
+  //
+  // Ownership: the object closes the stream.
   std::FILE* Open(char const* mode);
+  // Closes the stream. The file stays.
   void Close();
 
-  // Removes the file, and leaves the stream alone: 0, or -1 where that failed, as it does for a file that was never
-  // opened. 0 without a path.
+  // Removes the file; the stream stays open. Returns 0 on success and if there is no path, or -1 on failure, for
+  // example if the file was never created.
   int Remove();
 
-  // Closes and removes the file and forgets its path; it cannot be opened any more.
+  // Closes and removes the file and clears the path. The file cannot be opened afterwards.
   void Terminate();
 
  private:

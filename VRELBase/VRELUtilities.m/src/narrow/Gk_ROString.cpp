@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <cstring>
 
-#include "VRELString.h"
+#include "VRELAllocException.h"
+#include "VRELAscii.h"
 
 namespace {
 
-// The lower case of a capital. Of the ASCII bytes, A to Z are capitals in every locale and no other is; what a capital
-// becomes is the locale's.
+// Returns the lower-case form of a capital letter in the current locale. A to Z are the only ASCII capitals in every
+// locale, so other ASCII bytes skip the locale.
 inline unsigned char foldLower(char c) {
   unsigned char const byte = static_cast<unsigned char>(c);
-  if (byte < 0x80 && (byte < 'A' || byte > 'Z')) return byte;
+  if (byte < 0x80 && !VRELIsAsciiUpper(byte)) return byte;
   return static_cast<unsigned char>(std::isupper(byte) != 0 ? std::tolower(byte) : byte);
 }
 
@@ -20,12 +22,13 @@ inline bool equalFolded(char a, char b) {
   return a == b || foldLower(a) == foldLower(b);
 }
 
-// One match of a name against a pattern.
+// Matches one name against one pattern, by the usual iterative algorithm for globs: backtrack to the latest "*" only.
 //
-// A "*" and the "?" and "*" behind it cut the pattern into segments. An element of a segment takes one byte of the
-// name, so a segment that matches from an earlier place also ends earlier, and what can follow a later end can follow
-// an earlier one. The first place where a segment matches is therefore as good as any, and after a failure only the
-// latest "*" has to try its next place.
+// Each "*", with the "?" and "*" that follow it, divides the pattern into segments. Every element of a segment takes
+// one byte of the name. A segment that matches at an earlier position therefore also ends earlier, and what can match
+// after a later end can also match after an earlier one. So the first position where a segment matches is sufficient,
+// and after a mismatch only the latest "*" has to try its next position. The time is at most the product of the two
+// lengths.
 class PathPatternMatch {
  public:
   PathPatternMatch(std::string_view aName, std::string_view aPattern) : name(aName), pattern(aPattern) {}
@@ -45,7 +48,7 @@ class PathPatternMatch {
           ++starName;
           break;
       }
-      if (!SeekPlaceForStar()) return false;
+      if (!AdvanceStar()) return false;
     }
   }
 
@@ -55,16 +58,16 @@ class PathPatternMatch {
   bool NameEnded() const { return nameAt >= name.size(); }
   bool PatternEnded() const { return patternAt >= pattern.size(); }
   bool AtSlash() const { return !NameEnded() && name[nameAt] == '/'; }
-  // Behind a "*" the rest of the name is matched as a name of its own, so a dot that begins it is a leading one.
+  // The rest of the name after a "*" is matched as a separate name, so a dot at its beginning is a leading one.
   bool AtLeadingDot() const {
     return !NameEnded() && name[nameAt] == '.' && (nameAt == starName || name[nameAt - 1] == '/');
   }
 
-  // Goes on to behind the next "*" and its companions, or to the end of the pattern.
+  // Matches up to the next "*", which it takes with the "?" and "*" that follow it, or to the end of the pattern.
   Outcome MatchSegment() {
     while (!PatternEnded()) {
       char const element = pattern[patternAt++];
-      if (element == '*') return TakeStarCompanions();
+      if (element == '*') return TakeStarRun();
       if (!MatchElement(element)) return Outcome::Failed;
       ++nameAt;
     }
@@ -78,7 +81,7 @@ class PathPatternMatch {
       case '[':
         return !NameEnded() && !AtLeadingDot() && MatchSet();
       case '\\':
-        // One that ends the pattern stands for no byte.
+        // A "\" at the end of the pattern matches nothing.
         if (PatternEnded()) return false;
         element = pattern[patternAt++];
         break;
@@ -88,8 +91,8 @@ class PathPatternMatch {
     return !NameEnded() && equalFolded(name[nameAt], element);
   }
 
-  // A "*" behind a "*" takes a byte too, where one is left.
-  Outcome TakeStarCompanions() {
+  // Takes the "?" and "*" after a "*". A "*" takes one byte too, if one is left.
+  Outcome TakeStarRun() {
     for (; !PatternEnded() && (pattern[patternAt] == '?' || pattern[patternAt] == '*'); ++patternAt) {
       if (AtSlash() || (NameEnded() && pattern[patternAt] == '?')) return Outcome::Failed;
       if (!NameEnded()) ++nameAt;
@@ -121,7 +124,7 @@ class PathPatternMatch {
     return found != negated;
   }
 
-  // What stands behind the element that matched is not looked at, a "/" neither.
+  // Skips a byte of the set after the matching element; it is not checked, so that a "/" is allowed.
   void SkipSetByte() {
     if (pattern[patternAt] == '\\') ++patternAt;
     if (!PatternEnded()) ++patternAt;
@@ -134,14 +137,15 @@ class PathPatternMatch {
     return true;
   }
 
-  // Goes to the next place where the byte behind the latest "*" may match; false at the end of the name.
-  bool SeekPlaceForStar() {
+  // Moves to the next position where the pattern after the latest "*" can match; false at the end of the name.
+  bool AdvanceStar() {
     char first = pattern[starPattern];
     if (first != '[') {
       if (first == '\\' && starPattern + 1 < pattern.size()) first = pattern[starPattern + 1];
       unsigned char const wanted = foldLower(first);
       auto const takes = [wanted](char c) { return foldLower(c) == wanted; };
-      starName = static_cast<std::size_t>(std::find_if(name.begin() + starName, name.end(), takes) - name.begin());
+      auto const begin = name.begin() + static_cast<std::ptrdiff_t>(starName);
+      starName = static_cast<std::size_t>(std::find_if(begin, name.end(), takes) - name.begin());
     }
     nameAt = starName;
     patternAt = starPattern;
@@ -153,50 +157,76 @@ class PathPatternMatch {
   std::size_t nameAt = 0;
   std::size_t patternAt = 0;
   bool starSeen = false;
-  std::size_t starName = 0;  // where the latest "*" goes on; the begin of the name as long as none was seen
+  std::size_t starName = 0;  // position for the latest "*"; 0 before the first one
   std::size_t starPattern = 0;
 };
 
+// The number of bytes of a C string with its terminator.
+int SizeWithTerminator(char const* s) {
+  std::size_t const length = std::strlen(s);
+  if (length >= INT_MAX) throw VRELAllocException();
+  return static_cast<int>(length) + 1;
+}
+
 }  // namespace
 
-Gk_ROString::Gk_ROString(char const* s) : Gk_ROString(s != nullptr ? s : "", VRELString::getStringLength(s) + 1) {}
+Gk_ROString::Gk_ROString(char const* s)
+    : Gk_ROString(s != nullptr ? s : "", s != nullptr ? SizeWithTerminator(s) : 1) {}
 
 Gk_ROString::Gk_ROString(char const* s, int n) : array(s != nullptr ? n : 0, '\0') {
   if (array.size() > 0) std::memcpy(array.getArray(), s, static_cast<std::size_t>(n));
 }
 
 void Gk_ROString::offset(int n) {
-  long const moved = static_cast<long>(start) + n;
-  start = static_cast<std::int32_t>(std::clamp<long>(moved, 0, array.size()));
+  std::int64_t const moved = static_cast<std::int64_t>(start) + n;
+  start = static_cast<std::int32_t>(std::clamp<std::int64_t>(moved, INT_MIN, INT_MAX));
 }
 
 int Gk_ROString::len() const {
-  return std::max(array.size() - start, 0);
+  std::int64_t const length = static_cast<std::int64_t>(array.size()) - start;
+  return static_cast<int>(std::clamp<std::int64_t>(length, INT_MIN, INT_MAX));
 }
 
+// Computed on integers: the address may lie outside the bytes, where pointer arithmetic is undefined.
 char* Gk_ROString::bytes() const {
-  return const_cast<char*>(array.getArray()) + start;
+  auto const address = reinterpret_cast<std::uintptr_t>(array.getArray());
+  return reinterpret_cast<char*>(address + static_cast<std::uintptr_t>(static_cast<std::intptr_t>(start)));
+}
+
+std::string_view Gk_ROString::visible() const {
+  auto const first = static_cast<std::size_t>(std::clamp(start, 0, array.size()));
+  return std::string_view(array.getArray(), static_cast<std::size_t>(array.size())).substr(first);
+}
+
+char* Gk_ROString::writable(int index) const {
+  std::int64_t const place = static_cast<std::int64_t>(start) + index;
+  if (place < 0 || place >= array.size()) return nullptr;
+  return const_cast<char*>(array.getArray()) + place;
 }
 
 char Gk_ROString::operator[](int index) const {
-  return index >= -start && index < len() ? bytes()[index] : '\0';
+  char const* const byte = writable(index);
+  return byte != nullptr ? *byte : '\0';
 }
 
 std::string_view Gk_ROString::text() const {
-  std::string_view const all(bytes(), static_cast<std::size_t>(len()));
+  if (start < 0) return {};
+  std::string_view const all = visible();
   return all.substr(0, all.find('\0'));
 }
 
 int Gk_ROString::find(char c) const {
-  std::string_view const all(bytes(), static_cast<std::size_t>(len()));
-  std::size_t const place = all.find(c);
-  return place == std::string_view::npos ? -1 : static_cast<int>(place);
+  std::size_t const place = visible().find(c);
+  if (place == std::string_view::npos) return -1;
+  // Bytes before the array count in the index, and none of them is `c`.
+  std::int64_t const index = static_cast<std::int64_t>(place) - std::min(start, 0);
+  return static_cast<int>(std::min<std::int64_t>(index, INT_MAX));
 }
 
 int Gk_ROString::find(Gk_ROString const& s) const {
   std::size_t const place = text().find(s.text());
   if (place == std::string_view::npos) return len();
-  return static_cast<int>(reinterpret_cast<std::uintptr_t>(bytes() + place) -
+  return static_cast<int>(reinterpret_cast<std::uintptr_t>(bytes()) + place -
                           reinterpret_cast<std::uintptr_t>(s.bytes()));
 }
 

@@ -11,7 +11,8 @@ Gk_String::Gk_String(char const* s) : array(Gk_ROString(s).array) {}
 
 Gk_String::Gk_String(char const* s, int n) : array(Gk_ROString(s, n).array) {}
 
-Gk_String::Gk_String(Gk_ROString const& view) : Gk_String(view, view.len()) {
+Gk_String::Gk_String(Gk_ROString const& view)
+    : Gk_String(view.visible().data(), static_cast<int>(view.visible().size())) {
   if (len() > 0) terminate();
 }
 
@@ -33,7 +34,7 @@ std::string_view Gk_String::text() const {
   return all.substr(0, all.find('\0'));
 }
 
-// The index of a place in the string's own bytes; -1 for any other place.
+// Returns the index of an address in the bytes of this string, or -1 if it is elsewhere.
 int Gk_String::offsetOf(char const* place) const {
   char const* const begin = array.getArray();
   std::less<char const*> const before;
@@ -45,7 +46,7 @@ void Gk_String::replaceLast(char const* bytes, int count) {
   replaceFrom(std::max(len() - 1, 0), bytes, count);
 }
 
-// Keeps the first elements and puts the bytes, which may be the string's own, behind them.
+// Keeps the first `kept` elements and adds the bytes, which may be part of this string.
 void Gk_String::replaceFrom(int kept, char const* bytes, int count) {
   if (count > INT_MAX - 1 - kept) throw VRELAllocException();
   int const own = offsetOf(bytes);
@@ -74,7 +75,8 @@ void Gk_String::append(Gk_String const& other) {
 }
 
 void Gk_String::append(Gk_ROString const& view) {
-  append(view.len(), view);
+  std::string_view const bytes = view.visible();
+  append(static_cast<int>(bytes.size()), bytes.data());
 }
 
 void Gk_String::append(int n, char const* s) {
@@ -90,16 +92,16 @@ void Gk_String::chop(int n) {
 
 void Gk_String::ensure(int n) {
   int const length = len();
-  if (n <= 0) {
-    clear();
-  } else if (n < length) {
-    chop(n - 2);
-  } else if (n > length) {
-    int const kept = std::max(length - 1, 0);
-    array.resize(n);
-    std::memset(&array[kept], ' ', static_cast<std::size_t>(n - 1 - kept));
-    array[n - 1] = '\0';
+  if (n <= length) {
+    chop(n);
+    return;
   }
+  int const kept = std::max(length - 1, 0);
+  int const blanks = n - length;
+  if (blanks > INT_MAX - 1 - kept) throw VRELAllocException();
+  array.resize(kept + blanks + 1);
+  std::memset(&array[kept], ' ', static_cast<std::size_t>(blanks));
+  array[kept + blanks] = '\0';
 }
 
 Gk_String Gk_String::subset(int start, int count) const {

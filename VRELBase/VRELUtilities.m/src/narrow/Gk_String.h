@@ -1,4 +1,4 @@
-// The growable narrow string of the library's older layers.
+// Growable narrow string of the older layers.
 #pragma once
 
 #include <string_view>
@@ -7,84 +7,90 @@
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 
-// A growable string of bytes. A copy shares the bytes with its source, and each change to either shows in both;
-// copy() gives a string of its own.
-//
-// A terminating zero byte is an element like any other: len() counts it where it is there, and operations that add
-// text at the end take the last element for it. The default string has no element at all and no text.
+// Growable byte string without an encoding. Use it where an operation of the older layers asks for it; otherwise use
+// VRELString.
 //
 //   Gk_String name("bolt");  // len() 5, dataLen() 4
 //   name.append(".txt");     // "bolt.txt", len() 9
 //
-// Text that an operation takes may lie in the string itself. Memory that runs out throws VRELAllocException.
+// A terminating zero byte is an element like any other: len() counts it, and operations that append text overwrite the
+// last element, which they take for the terminator. The default string has no element and no text.
+//
+// Ownership: a copy shares the bytes with its source, and a change to either is visible in both; copy() returns an
+// independent string. Text that an operation takes may be part of the string itself.
+// Errors: throws VRELAllocException if memory runs out or a string would exceed INT_MAX elements.
 class VREL_EXPORT Gk_String {
  public:
-  // Empty, without a terminator.
+  // Creates a string without elements.
   Gk_String() = default;
-  // The bytes of `s` with their terminator; null counts as the empty text.
+  // Copies the bytes of `s` with their terminator; null counts as the empty string.
   Gk_String(char const* s);
-  // Exactly `n` bytes; nothing is added. Empty for null or an `n` below 1.
+  // Copies exactly `n` bytes and adds no terminator. Empty for null or for `n` below 1.
   Gk_String(char const* s, int n);
-  // A copy of the view's bytes, with a zero byte behind them unless they end in one. Empty for an empty view.
+  // Copies the bytes of the view, and adds a zero byte unless they end in one. Empty for a view of no bytes.
   Gk_String(Gk_ROString const& view);
 
-  // All elements, a terminator included.
+  // Returns the number of elements, a terminator included.
   int len() const { return array.size(); }
-  // The same without the last element, where that is a zero byte.
+  // Returns the number of elements without a terminator at the end.
   int dataLen() const;
 
-  // The first byte; null in an empty string.
+  // Returns the address of the first byte; null if there are no elements.
   operator char*() const;
-  // The index must lie below len(). The constant form gives 0 for any other index.
+  // Returns the byte at an index. The const form returns 0 for an index outside 0 to len() - 1.
+  // Requires: for the non-const form, an index of 0 to len() - 1.
   char& operator[](int index) { return array[index]; }
   char operator[](int index) const;
 
-  // All elements, a terminator included.
+  // Iterate over all elements, a terminator included.
   char const* begin() const { return array.begin(); }
   char const* end() const { return array.end(); }
 
-  // The bytes up to the first zero byte, or all of them; valid as long as nobody changes the string.
+  // Returns the bytes up to the first zero byte, or all of them; valid until the string changes.
   std::string_view text() const;
 
-  // Adds the byte as the last element: behind a terminator, and without one of its own. That is promised: strings are
-  // built byte by byte and ended by append('\0').
+  // Adds a byte as the last element.
+  // Compatibility: it is added after a terminator, and no terminator follows. To build a string byte by byte, begin
+  // with Gk_String() and end with append('\0').
   void append(char byte) { array.add(byte); }
-  // Adds `n` bytes in the same way, which is faster than one by one. Nothing for null or an `n` below 1.
+  // Adds `n` bytes as append(char) does, but faster. Does nothing for null or for `n` below 1.
   void appendBytes(char const* bytes, int n);
-  // Puts the text and its terminator in the place of the last element. Null changes nothing.
+  // Replaces the last element by the text and its terminator. Does nothing for null.
   void append(char const* s);
-  // Puts all elements of `other` in the place of the last element. That an empty `other` still takes the last element
-  // away is promised.
+  // Replaces the last element by all elements of `other`.
+  // Compatibility: an empty `other` still removes the last element.
   void append(Gk_String const& other);
-  // Puts the view's bytes in the place of the last element, with a zero byte behind them unless they end in one.
+  // Replaces the last element by the bytes of the view, and adds a zero byte unless they end in one.
   void append(Gk_ROString const& view);
-  // The same with `n` bytes at `s`.
+  // Does the same with `n` bytes at `s`.
   void append(int n, char const* s);
 
-  // Keeps n + 1 bytes and a terminator behind them: one byte more than the name says is promised, so that a cut at the
-  // index of a "." keeps the point. Nothing changes for an `n` at or above len(); one below 0 leaves the empty text.
+  // Keeps n + 1 bytes and adds a terminator. Does nothing for `n` at or above len(). For `n` below 0 the empty string
+  // with its terminator remains.
+  // Compatibility: one byte more than `n` is kept, so that a cut at the index of a "." keeps the point.
   void chop(int n);
 
-  // Brings len() to `n`: pads the text with blanks or cuts it, a terminator being the last element. 0 and less
-  // empties the string. Nothing changes where len() is `n` already.
+  // For `n` above len(): removes the last element, adds n - len() blanks, len() as it was before, and a zero byte. The
+  // string then has `n` elements, or n + 1 if it had none. For any other `n`: chop(n).
   void ensure(int n);
 
-  // A string of its own with the bytes from `start` on, at most `count` of them, and one terminator.
+  // Returns an independent string of at most `count` bytes from `start` on, and one terminator.
   Gk_String subset(int start, int count) const;
 
   // Remove `n` elements, or as many as there are.
   void shrinkEnd(int n) { array.endShrink(n); }
   void shrinkFront(int n) { array.frontShrink(n); }
 
+  // Removes all elements.
   void clear() { array.clear(); }
 
-  // A string that shares nothing.
+  // Returns an independent copy.
   Gk_String copy() const;
 
-  // Whether another string or view has the same bytes.
+  // Returns whether another string or view shares the bytes.
   bool isShared() const { return array.isShared(); }
 
-  // A view that shares the bytes, through which they can be written; of no bytes at all if the string is empty.
+  // Return a writable view that shares the bytes; a view of no bytes if the string has no elements.
   Gk_RWString dataStr() const;
   Gk_RWString rwString() const { return dataStr(); }
 
@@ -97,15 +103,15 @@ class VREL_EXPORT Gk_String {
   VRELDynamicArray<char> array;
 };
 
-// By the texts, as strcmp does.
+// Compares the texts as strcmp does.
 VREL_EXPORT bool operator<(Gk_String const& a, Gk_String const& b);
-// The same; but a string of no elements equals only another one, not the empty text.
+// Compares the texts, except that a string without elements equals only another string without elements.
 VREL_EXPORT bool operator==(Gk_String const& a, Gk_String const& b);
 inline bool operator!=(Gk_String const& a, Gk_String const& b) {
   return !(a == b);
 }
 
-// The same with plain text; only null equals a string of no elements.
+// Compares with a C string; only null equals a string without elements.
 VREL_EXPORT bool operator==(Gk_String const& a, char const* b);
 inline bool operator==(char const* a, Gk_String const& b) {
   return b == a;

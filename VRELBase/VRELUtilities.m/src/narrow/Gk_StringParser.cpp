@@ -1,13 +1,13 @@
 #include "Gk_StringParser.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <functional>
 #include <limits>
 #include <string>
 
 #include "Gk_ErrMgr.h"
+#include "VRELAscii.h"
 #include "VRELFloatUtil.h"
 #include "VRELStringAsciiCharUtil.h"
 
@@ -18,7 +18,7 @@ bool Gk_StringParser::isString(char const* string) const {
   return text.text() == (string != nullptr ? string : "");
 }
 
-// A sharer of the text may have moved or cut it since the spill was set.
+// Another owner of the bytes may have moved or shortened them since the spill was set.
 bool Gk_StringParser::isInText(char const* place) const {
   char const* const begin = text;
   std::less<char const*> const before;
@@ -36,11 +36,11 @@ int Gk_StringParser::count(int from, bool (*isDigit)(unsigned char)) {
 }
 
 int Gk_StringParser::countDigits(int from) {
-  return count(from, [](unsigned char byte) { return byte >= '0' && byte <= '9'; });
+  return count(from, [](unsigned char byte) { return VRELIsAsciiDigit(byte); });
 }
 
 int Gk_StringParser::countHexDigits(int from) {
-  return count(from, [](unsigned char byte) { return std::isxdigit(byte) != 0; });
+  return count(from, [](unsigned char byte) { return VRELIsAsciiHexDigit(byte); });
 }
 
 bool Gk_StringParser::isUnsignedInteger(int from) {
@@ -71,8 +71,8 @@ bool Gk_StringParser::isReal(int from) {
   return place < text.len() && at(place) == '\0';
 }
 
-// Runs a conversion with the C library's manners on the text from an index on, and moves the spill to its end. It needs
-// a terminator; a text without one is lent one.
+// Runs a conversion with the interface of strtol on the text from an index on, and sets the spill to its end. The
+// conversion needs a terminator; a text without one is copied first.
 template <class Number>
 Number Gk_StringParser::convert(Number (*read)(char const*, char**), int from) {
   if (from >= text.len()) return 0;
@@ -104,7 +104,7 @@ int Gk_StringParser::intValue() {
 }
 
 unsigned int Gk_StringParser::uIntValue() {
-  // The magnitude decides what is clipped: a negative number wraps in 32 bits, as it does in the wider type.
+  // A number is in range if its magnitude is: a negative number wraps in 32 bits, as it does in the wider type.
   static_assert(sizeof(unsigned long) > sizeof(unsigned int));
   unsigned long const number =
       convert<unsigned long>([](char const* place, char** end) { return std::strtoul(place, end, 0); }, 0);

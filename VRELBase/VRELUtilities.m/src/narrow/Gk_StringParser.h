@@ -1,60 +1,62 @@
-// Tells whether a narrow text is a number, and reads it.
+// Parser of numbers in narrow strings.
 #pragma once
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELString.h"
 
-// Decides what kind of number a text is, and converts it. The values of options files, configuration files and token
-// sources are read through it.
+// Classifies a string as a number and converts it. The values of options files, configuration files and token sources
+// are parsed with it.
 //
 //   Gk_StringParser parser(Gk_String("0x1F"));
 //   if (parser.isInteger(0)) use(parser.intValue());  // 31
 //
-// Text behind a number is no error for a conversion: the number read so far stands, and spill() tells where it ended.
-// A conversion that leaves such text polls the abort flag, and throws VRELAbortException where it is set.
+// Errors: a conversion returns the number that the string begins with, and spill() reports where it ended. Characters
+// after the number are no error; a conversion that leaves some polls the abort flag, and throws VRELAbortException if
+// it is set.
 class VREL_EXPORT Gk_StringParser {
  public:
   // Shares the bytes of `string`.
   Gk_StringParser(Gk_String const& string) : text(string) {}
-  // Takes the text as US-ASCII bytes.
+  // Converts the string to US-ASCII.
   Gk_StringParser(VRELString const& string);
-  // A copy of the text.
+  // Copies the string.
   Gk_StringParser(char const* string) : text(string) {}
 
-  // Whether the text is exactly `string`.
+  // Returns whether the text equals `string`.
   bool isString(char const* string) const;
 
-  // How many digits stand at `from` and behind it. The byte that ends the count, the terminator mostly, becomes the
-  // spill; a count that meets the end of the bytes leaves the spill alone.
+  // Return the number of digits from index `from` on. The byte that ends the digits, usually the terminator, becomes
+  // the spill; if the digits reach the end of the bytes the spill is unchanged.
   int countDigits(int from);
   int countHexDigits(int from);
 
-  // Whether the text from `from` on, up to its terminator, is a number of the kind. They count digits, so they move
-  // the spill. Where at least one digit is wanted a real number has one; that the other two, and an exponent, are
-  // content with none, so that "", "-", "0x" and "1e" pass, is promised.
+  // Return whether the text from index `from` up to its terminator is a number of the kind. They count digits, so they
+  // move the spill.
+  // Compatibility: an integer and an exponent need no digit, so that "", "-", "0x" and "1e" are accepted.
   //
-  // Digits, or "0x" and hexadecimal digits.
+  // Accepts digits, or "0x" and hexadecimal digits.
   bool isUnsignedInteger(int from);
-  // The same with an optional sign in front.
+  // Accepts an optional sign before an unsigned integer.
   bool isInteger(int from);
-  // An optional sign, digits and a ".", with a digit on either side of it; an exponent behind "e" or "E".
+  // Accepts an optional sign, digits and a ".", with at least one digit before or after it, and an exponent after "e"
+  // or "E".
   bool isReal(int from);
 
-  // The number at the beginning of the text, 0 where there is none. "." is the decimal mark, whatever the locale. That
-  // a "." behind the number begins a second one, which is added, is promised: "1.2.3" reads 1.5.
+  // Returns the number at the beginning of the text, or 0. The decimal mark is "." in every locale.
+  // Compatibility: a "." after the number begins a second number, which is added: "1.2.3" reads as 1.5.
   double realValue();
-  // The integer at the beginning of the text, decimal, octal behind "0" or hexadecimal behind "0x", clipped to the
-  // range of the type; 0 where there is none. A negative text reads as unsigned modulo 2 to the power 32.
+  // Return the integer at the beginning of the text, or 0: decimal, octal after "0", hexadecimal after "0x". The value
+  // is limited to the range of the type. A negative number reads as unsigned modulo 2^32.
   int intValue();
   unsigned int uIntValue();
 
-  // Polls the abort flag if the spill stands on anything but a terminator. Nothing else comes of it.
+  // Polls the abort flag if the spill is at a byte other than a terminator, and has no other effect.
   void testSpill();
 
-  // The first byte that the latest count or conversion could not take, a place in the text; null at first.
+  // Returns the address of the first byte that the latest count or conversion did not take; null at first.
   char const* spill() const { return spillPlace; }
-  // Whether testSpill has run to its end.
+  // Returns whether testSpill() has completed.
   bool clean() const { return isClean; }
 
  private:

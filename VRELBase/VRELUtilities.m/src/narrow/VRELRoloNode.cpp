@@ -5,21 +5,21 @@
 
 #include "VRELAllocException.h"
 
-// The descendants are gathered first and deleted without children, so that no call nests. Where memory runs out a node
-// keeps its children, and deletes them itself.
+// Collects all descendants first and deletes each without its children, so that destructors do not nest. If memory runs
+// out, a node keeps its children and deletes them itself.
 VRELRoloNode::~VRELRoloNode() {
-  VRELDynamicArray<VRELRoloNode*> doomed = children;
-  for (int i = 0; i < doomed.size(); ++i) {
-    VRELRoloNode* const node = doomed[i];
+  VRELDynamicArray<VRELRoloNode*> descendants = children;
+  for (int i = 0; i < descendants.size(); ++i) {
+    VRELRoloNode* const node = descendants[i];
     if (node == nullptr) continue;
     try {
-      doomed.append(node->children);
+      descendants.append(node->children);
     } catch (VRELAllocException const&) {
       continue;
     }
     node->children.clear();
   }
-  for (VRELRoloNode* node : doomed) delete node;
+  for (VRELRoloNode* node : descendants) delete node;
 }
 
 bool VRELRoloNode::matchNode(Gk_ROString* path) const {
@@ -60,7 +60,7 @@ VRELRoloNode* VRELRoloNode::newNode() const {
   return new VRELRoloNode();
 }
 
-// The first child that matches the path, which then moves on; null if there is none.
+// Returns the first child that matches the path, and moves the path past it; null if there is none.
 VRELRoloNode* VRELRoloNode::matchingChild(Gk_ROString* path) const {
   for (VRELRoloNode* child : children) {
     if (child != nullptr && child->matchNode(path)) return child;

@@ -1,4 +1,4 @@
-// A tree of the segments of paths.
+// Tree of path segments.
 #pragma once
 
 #include <string_view>
@@ -8,15 +8,18 @@
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 
-// A node for one segment of a path, with the nodes of the segments that may follow. It owns its children, and deletes
-// them with itself; a tree may be as deep as memory allows.
+// Node for one segment of a path, with a child for each segment that may follow. It is the base of the folders that
+// hold option documents and observables.
 //
-// A path is given as a view whose start moves forward over each segment that is used up, its "/" included, so that the
-// caller sees what is left:
+// A path is passed as a view. Its start moves past each segment that is used, the "/" included, so that the caller
+// finds the rest in it:
 //
 //   Gk_ROString path("component/group/name");
 //   VRELRoloNode* node = root.findChildNode(&path, true);
-//   if (VRELRoloNode* const made = node->createNode(&path, true)) node = made;  // the node of "group"; left is "name"
+//   if (VRELRoloNode* const added = node->createNode(&path, true)) node = added;  // node of "group"; path reads "name"
+//
+// Ownership: a node owns its children and deletes them iteratively, so that the depth of a tree is limited by memory
+// only.
 class VREL_EXPORT VRELRoloNode {
  public:
   VRELRoloNode() = default;
@@ -24,29 +27,30 @@ class VREL_EXPORT VRELRoloNode {
   VRELRoloNode& operator=(VRELRoloNode const&) = delete;
   virtual ~VRELRoloNode();
 
+  // Returns the segment of this node.
   Gk_String const& getValue() const noexcept { return value; }
-  // Takes a copy that shares nothing.
+  // Sets the segment to an independent copy.
   void setValue(Gk_String const& segment) { value = segment.copy(); }
 
   VRELDynamicArray<VRELRoloNode*>& getChildren() noexcept { return children; }
   VRELDynamicArray<VRELRoloNode*> const& getChildren() const noexcept { return children; }
 
-  // Whether the path begins with this node's segment, as Gk_ROString::matchPathString has it; if so the view moves
-  // behind it. False for null.
+  // Returns whether the path begins with the segment of this node, by Gk_ROString::matchPathString, and if so moves the
+  // view past it. False for null.
   bool matchNode(Gk_ROString* path) const;
 
-  // Goes down as far as children match the path, the first that does on each level, and gives the node where that
-  // ends: this node at the worst. With `leaf` set what is left behind the last "/" is the name of a leaf and is not
-  // gone into. Null children are passed over.
+  // Descends to the first matching child on each level, as far as children match, and returns the last node; this node
+  // if none matches. With `leaf` set, the part after the last "/" is the name of a leaf and is not searched for. Null
+  // children are skipped.
   VRELRoloNode* findChildNode(Gk_ROString* path, bool leaf);
 
-  // Makes a child for the first segment of the path, a child of that for the second, and so on, and returns the last
-  // one made. With `leaf` set what is left behind the last "/" is the name of a leaf, and makes none. An empty segment
-  // ends it. Null if no node was made, and for a null path.
+  // Adds a child for the first segment of the path, a child of that node for the second, and so on, up to an empty
+  // segment. Returns the last node added; null if there is none or the path is null. With `leaf` set, the part after
+  // the last "/" is the name of a leaf and gets no node.
   VRELRoloNode* createNode(Gk_ROString* path, bool leaf);
 
  protected:
-  // The nodes that createNode makes. A derived class gives nodes of its own kind.
+  // Creates the nodes of createNode. A derived class returns nodes of its own type.
   virtual VRELRoloNode* newNode() const;
 
  private:

@@ -1,15 +1,18 @@
+// Gk_Marker::compare reads both keywords in parallel. A '#' switches its side into the optional tail, unless the other
+// side has just entered its own: then both tails are cancelled and the keywords must match to their ends. When one side
+// ends, the keywords match if the longer side is in its optional tail.
 #include "Gk_Marker.h"
 
 #include <cstring>
 
 namespace {
 
-// A marker without a token reads as one of no characters.
-char const* Characters(char const* token) {
+// Returns the empty string for a null token.
+char const* NonNull(char const* token) {
   return token != nullptr ? token : "";
 }
 
-// Reads one keyword, character by character, lower-cased.
+// Reads a keyword, one lower-case character at a time.
 struct KeywordReader {
   char const* next;
   bool inTail = false;
@@ -19,8 +22,8 @@ struct KeywordReader {
     return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
   }
 
-  // Takes the next character that is no #, noting where the optional tail begins.
-  unsigned char TakePastMark(unsigned char c, KeywordReader& other) {
+  // Returns `c`, or the next character that is not '#'. Each '#' enters the optional tail or cancels that of `other`.
+  unsigned char SkipMarks(unsigned char c, KeywordReader& other) {
     while (c == '#') {
       if (other.inTail) {
         other.inTail = false;
@@ -36,23 +39,23 @@ struct KeywordReader {
 }  // namespace
 
 bool Gk_Marker::operator==(Gk_Marker const& other) const noexcept {
-  return std::strcmp(Characters(text), Characters(other.text)) == 0;
+  return std::strcmp(NonNull(text), NonNull(other.text)) == 0;
 }
 
 bool Gk_Marker::operator<(Gk_Marker const& other) const noexcept {
-  return std::strcmp(Characters(text), Characters(other.text)) < 0;
+  return std::strcmp(NonNull(text), NonNull(other.text)) < 0;
 }
 
 int Gk_Marker::compare(Gk_Marker const& other) const noexcept {
-  KeywordReader self{Characters(text)};
-  KeywordReader that{Characters(other.text)};
+  KeywordReader left{NonNull(text)};
+  KeywordReader right{NonNull(other.text)};
   while (true) {
-    unsigned char mine = self.Take();
-    unsigned char theirs = that.Take();
-    mine = self.TakePastMark(mine, that);
-    theirs = that.TakePastMark(theirs, self);
-    if (mine == 0) return theirs == 0 || that.inTail ? 0 : 1;
-    if (theirs == 0) return self.inTail ? 0 : -1;
-    if (mine != theirs) return mine < theirs ? -1 : 1;
+    unsigned char leftCharacter = left.Take();
+    unsigned char rightCharacter = right.Take();
+    leftCharacter = left.SkipMarks(leftCharacter, right);
+    rightCharacter = right.SkipMarks(rightCharacter, left);
+    if (leftCharacter == 0) return rightCharacter == 0 || right.inTail ? 0 : 1;
+    if (rightCharacter == 0) return left.inTail ? 0 : -1;
+    if (leftCharacter != rightCharacter) return leftCharacter < rightCharacter ? -1 : 1;
   }
 }

@@ -1,24 +1,32 @@
-// The token that names a failure, and the comparison of keywords with optional tails.
+// Token of an exception, and the comparison of keywords that can be abbreviated.
 #pragma once
 
 #include "VRELExport.h"
 
-// Carries a token: a text that must outlive the marker, in practice a string literal. A copy carries the same pointer.
+// Holds a token, which is a C string. Gk_Exception derives from it. It also compares keywords that can be abbreviated.
+//
+//   Gk_Marker const keyword("op#tion");
+//   keyword.compare(Gk_Marker("opt"));  // 0: "op", "opt", ... and "option" match
+//
+// Ownership: the token is not owned; a copy has the same pointer.
 class VREL_EXPORT Gk_Marker {
  public:
+  // Requires: `token` outlives the marker and its copies. Null is treated as the empty string in comparisons.
   explicit Gk_Marker(char const* token) noexcept : text(token) {}
 
-  // The token, not owned.
+  // Returns the pointer that was passed to the constructor.
   char const* token() const noexcept { return text; }
 
-  // By the characters of the tokens; here and below a null token has none.
+  // Compares the characters of the tokens, as strcmp does.
   bool operator==(Gk_Marker const& other) const noexcept;
   bool operator<(Gk_Marker const& other) const noexcept;
 
-  // Compares two keywords without regard to case, where a # ends the part that must be there: op#tion stands for op,
-  // opt, opti, optio and option. Two # at the same place cancel out. Returns 0 for a match, otherwise -1 or 1 by the
-  // first difference. That a keyword which ends too early gives 1, and one that runs on gives -1, is promised: it is
-  // the reverse of strcmp.
+  // Compares two keywords and ignores case. A '#' ends the mandatory part: "op#tion" matches "op", "opt", "opti",
+  // "optio" and "option". Two '#' at the same position cancel each other. Returns 0 for a match, otherwise -1 or 1 by
+  // the first difference.
+  //
+  // Compatibility: returns 1 if this keyword is a proper prefix of the other and -1 in the opposite case, which is the
+  // reverse of strcmp.
   int compare(Gk_Marker const& other) const noexcept;
 
  private:

@@ -1,7 +1,8 @@
-// The run is to stop, on request of the application.
+// Exception that stops a translation on request.
 #pragma once
 
 #include "VRELExport.h"
 
-// Thrown by value where the library polls for an abort. The driver above the library turns it into VREL_E_ABORTED.
+// Thrown by value by Gk_ErrMgr::checkAbort and VRELCallbackShared::IsAborted after an abort request. The driver catches
+// it and returns VREL_E_ABORTED.
 class VREL_EXPORT VRELAbortException {};

@@ -1,7 +1,7 @@
-// Memory for the elements of an array could not be obtained.
+// Exception for an allocation failure of an array.
 #pragma once
 
 #include "VRELExport.h"
 
-// Thrown by value; the array that wanted to grow is as it was.
+// Thrown by value when memory for the elements of a VRELDynamicArray cannot be allocated. The array is unchanged.
 class VREL_EXPORT VRELAllocException {};

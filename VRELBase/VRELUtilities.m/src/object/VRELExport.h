@@ -1,4 +1,4 @@
-// Marks what the shared library exports; all else is hidden.
+// Marks a declaration as exported by the shared library. All other symbols are hidden.
 #pragma once
 
 #define VREL_EXPORT __attribute__((visibility("default")))

@@ -1,24 +1,32 @@
-// A counted object that knows its type by name: the root of the event classes.
+// Reference-counted object with a type name; base of the event classes.
 #pragma once
 
 #include "VRELReferenceCount.h"
 
+// Reference-counted object that stores the name of its type.
+//
+//   VRELObject object("VRELEvent");
+//   object.IsKindOf("VRELEvent");  // true
+//
+// Ownership: the object owns a copy of the name; a copied object has its own.
+// Compatibility: assignment sets the reference count of the left side to 0, as for every VRELReferenceCount. Do not
+// assign to an object that handles hold: it is deleted by the first handle that releases it.
 class VREL_EXPORT VRELObject : public VRELReferenceCount {
  public:
-  // Copies the name; a null or empty one is kept as null. The count starts at 0.
+  // Copies the name. A null or empty name is stored as null. The reference count starts at 0.
   explicit VRELObject(char const* typeName);
 
-  // A copy has a name of its own, and count 0.
   VRELObject(VRELObject const& other);
   VRELObject& operator=(VRELObject const& other);
 
   ~VRELObject() override;
 
-  // Whether `name` is this object's own type name, byte by byte. No class tree is walked: an object is not of the
-  // kind of its base. False for null, and for an object without a name.
+  // Returns true if `name` equals the type name, byte by byte; false if either is null.
+  //
+  // Compatibility: compares this object's own type name only, not those of its base classes.
   virtual bool IsKindOf(char const* name);
 
-  // The type name, owned by the object; null when there is none.
+  // Returns the type name, or null. Ownership: the object.
   char const* GetTypeName() const noexcept { return typeName; }
 
  private:

@@ -1,3 +1,7 @@
+// In an assignment, the source handle can be a member of the object that the target releases, directly or through other
+// objects. Both assignments therefore read the source before they release the old object. The copy assignment calls the
+// virtual RaiseReference of the new object after the release of the old one; in between it keeps the new object alive
+// by its plain count, which derived classes do not see.
 #include "VRELReferenceHandle.h"
 
 #include <functional>
@@ -9,7 +13,7 @@ VRELReferenceHandle::VRELReferenceHandle(VRELReferenceCount* object) : instance(
 VRELReferenceHandle::VRELReferenceHandle(VRELReferenceHandle const& other) : VRELReferenceHandle(other.instance) {}
 
 VRELReferenceHandle::~VRELReferenceHandle() {
-  Release();
+  Release(instance);
   instance = nullptr;
 }
 
@@ -19,10 +23,17 @@ bool VRELReferenceHandle::IsValid() const {
 
 VRELReferenceHandle& VRELReferenceHandle::operator=(VRELReferenceHandle const& other) {
   if (*this == other) return *this;
-  VRELReferenceCount* const taken = other.instance;
-  ReleaseBeside(taken);
-  instance = taken;
+  VRELReferenceCount* const next = other.instance;
+  ReleaseBefore(next);
+  instance = next;
   if (instance != nullptr) instance->RaiseReference();
+  return *this;
+}
+
+VRELReferenceHandle& VRELReferenceHandle::operator=(VRELReferenceHandle&& other) noexcept {
+  if (this == &other) return *this;
+  VRELReferenceCount* const previous = std::exchange(instance, std::exchange(other.instance, nullptr));
+  Release(previous);
   return *this;
 }
 
@@ -34,15 +45,15 @@ bool VRELReferenceHandle::operator<(VRELReferenceHandle const& other) const noex
   return std::less<VRELReferenceCount*>()(instance, other.instance);
 }
 
-void VRELReferenceHandle::Release() {
-  if (instance != nullptr && instance->LowerReference() == 0) delete instance;
+void VRELReferenceHandle::Release(VRELReferenceCount* object) {
+  if (object != nullptr && object->LowerReference() == 0) delete object;
 }
 
-// The object that dies may hold the only handle on `kept`, as the node of a list does on the next one.
-void VRELReferenceHandle::ReleaseBeside(VRELReferenceCount* kept) {
-  if (kept == nullptr) return Release();
+// Releases the held object. Keeps `next` alive even if the released object holds the only handle on it.
+void VRELReferenceHandle::ReleaseBefore(VRELReferenceCount* next) {
+  if (next == nullptr) return Release(instance);
   if (instance == nullptr || instance->LowerReference() != 0) return;
-  kept->VRELReferenceCount::RaiseReference();
+  next->VRELReferenceCount::RaiseReference();
   delete instance;
-  kept->VRELReferenceCount::LowerReference();
+  next->VRELReferenceCount::LowerReference();
 }

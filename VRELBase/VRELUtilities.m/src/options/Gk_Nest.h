@@ -1,4 +1,4 @@
-// The folders of the process: where options and observables are found by paths such as "component/group/name".
+// Folder of the process-wide tree of options and observables.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -8,27 +8,28 @@
 class Gk_Observable;
 class Gk_Option;
 
-// A folder of the tree. It owns the options and observables that it holds, and nothing takes one out again: a pointer
-// to one is good until the exit of the process.
+// Folder in which options and observables are found by paths such as "component/group/name". All segments but the last
+// name folders; the last one names an item. A leading "/" is ignored. Names are case-sensitive.
 //
-// All segments of a path but the last name folders, the last one an option or observable; a leading "/" counts for
-// nothing. Names count with their case.
+//   Gk_String const path("step/reader/tolerance");
+//   Gk_Option* const option = Gk_Nest::fetchOption(path.dataStr(), true);
 //
-// The tree is made on first use and torn down at exit. No locking.
+// Ownership: a folder owns its items. Items are not removed; pointers are valid until the process exits.
+// Thread safety: none, except for the creation of the root.
 class VREL_EXPORT Gk_Nest : public VRELRoloNode {
  public:
   Gk_Nest();
   ~Gk_Nest() override;
 
-  // The root of the tree, a folder by the name "/".
+  // Returns the root, a folder named "/". It is made by the first call and destroyed at exit.
   static Gk_Nest& fetchRoot();
 
-  // The folder of a path whose last segment names something in it, as VRELRoloTraits::fetch gives it with its last
-  // argument true. Null for a node that is no folder, which only a client can have put into the tree.
+  // Returns the folder of a path whose last segment names an item (see VRELRoloTraits::fetch). Null for a node that is
+  // not a Gk_Nest, which only a client can have added.
   static Gk_Nest* fetch(Gk_ROString* path, bool create);
 
-  // The latest option or observable of that name in the folder of the path. With `create` it is made where it is
-  // missing, with the folders that lead to it, and an abort that is asked for is thrown; otherwise the answer is null.
+  // Return the last item of that name in the folder of the path, or null. With `create`, a missing item and missing
+  // folders are made, and the abort flag is polled.
   static Gk_Option* fetchOption(Gk_ROString const& path, bool create);
   static Gk_Observable* fetchObservable(Gk_ROString const& path, bool create);
 

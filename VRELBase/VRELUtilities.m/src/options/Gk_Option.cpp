@@ -36,7 +36,7 @@ Gk_String const& Gk_Option::getValue() {
   return nameCache;
 }
 
-// The text comes by value, as derived classes take it.
+// By value, because the signature is part of the interface.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 VRINResult Gk_Option::set(VRELString value, char const* /*remark*/) {
   return SetValue(value);

@@ -1,43 +1,57 @@
-// An option of the folder tree.
+// Option of the folder tree.
 #pragma once
+
+#include <string>
+#include <string_view>
 
 #include "Gk_String.h"
 #include "VRELExport.h"
 #include "VRELOption.h"
 
-// An option with the operations and the narrow text of the older layer. Its values obey the rules of VRELOption.
+// VRELOption with the operations of the older, narrow interface.
 //
-// What these operations call the value is the option's name: setValue and getValue set and get that, and this is
-// promised.
+//   Gk_Option* const option = Gk_OptionDoc::addOption(L"step/reader/unit", "mm");
+//   char const* unit = option->string();
+//
+// Compatibility: setValue and getValue are about the name of the option, not its value.
 class VREL_EXPORT Gk_Option : public VRELOption {
  public:
-  // Unset, with an empty name.
+  // Makes an unset option with an empty name.
   Gk_Option();
   Gk_Option(Gk_Option& other);
-  // Assigns as VRELOption does; the texts that the other has given out are taken over.
+  // Assigns as VRELOption does, and copies the cached strings.
   Gk_Option& operator=(Gk_Option const& other);
 
-  // Sets the name, and gives it, for an unset option too. That getValue goes on to give a name that it has given before
-  // is promised.
+  // Sets the name.
   void setValue(Gk_String const& newName);
+  // Returns the name, also of an unset option. Compatibility: a name that was returned once is cached, and setValue
+  // does not change the cached one.
   Gk_String const& getValue();
 
-  // VRELOption::SetValue; the remark is promised to count for nothing.
+  // Set the value (see VRELOption::SetValue). The remark is ignored.
   VRINResult set(VRELString value, char const* remark = nullptr);
   VRINResult set(bool value, char const* remark = nullptr);
   VRINResult set(double value, char const* remark = nullptr);
   VRINResult set(int value, char const* remark = nullptr);
+  VRINResult set(char const* value, char const* remark = nullptr) { return set(VRELString(value), remark); }
+  VRINResult set(wchar_t const* value, char const* remark = nullptr) { return set(VRELString(value), remark); }
+  VRINResult set(std::string const& value, char const* remark = nullptr) { return set(VRELString(value), remark); }
+  VRINResult set(std::string_view value, char const* remark = nullptr) { return set(std::string(value), remark); }
+  // Other pointers would convert to bool.
+  template <class T>
+  VRINResult set(T const* value, char const* remark = nullptr) = delete;
 
-  // The current value, converted as VRELOption does; 0, 0 and false where it cannot be read so.
+  // Return the current value, converted as VRELOption does; 0, 0 and false if it cannot be converted.
   double value() const;
   int count() const;
   bool on() const;
-  // In the process's default codepage, and good until the next call; null where it cannot be read.
+  // Returns the current value in the default codepage of the process, or null if it cannot be converted. Valid until
+  // the next call.
   char const* string();
-  // Empty where it cannot be read.
+  // Returns the current value, or the empty string if it cannot be converted.
   VRELString getVRELString() const;
 
-  // As Gk_Nest::fetchOption; the path in the process's default codepage.
+  // Calls Gk_Nest::fetchOption with the path in the default codepage of the process.
   static Gk_Option* fetch(VRELString const& path, bool create);
 
  private:

@@ -41,21 +41,21 @@ void AddToStore(Gk_Option& option, std::u16string const& folder, VRELOptions& st
   }
 }
 
-// A walk from folder to folder, depth first in the order of the children. It keeps its own stack, since the tree may be
-// as deep as memory allows.
-class FolderWalk {
+// Depth-first traversal of folders in the order of their children. It has its own stack, because the tree can be as
+// deep as memory allows.
+class FolderTraversal {
  public:
-  FolderWalk(std::u16string_view start, VRELOptions& theStore) : folder(start), store(theStore) {}
+  FolderTraversal(std::u16string_view start, VRELOptions& theStore) : folder(start), store(theStore) {}
 
   void Visit(VRELRoloNode& start) {
-    Take(start);
-    while (!ahead.empty()) {
-      Step const step = ahead.back();
-      ahead.pop_back();
+    AddOptionsOf(start);
+    while (!pending.empty()) {
+      Step const step = pending.back();
+      pending.pop_back();
       folder.resize(step.parentLength);
       folder.append(VRELWideText(step.node->getValue()).view());
       folder += u'/';
-      Take(*step.node);
+      AddOptionsOf(*step.node);
     }
   }
 
@@ -65,19 +65,20 @@ class FolderWalk {
     std::size_t parentLength;
   };
 
-  void Take(VRELRoloNode& node) {
+  // Adds the options of a node, and schedules its children.
+  void AddOptionsOf(VRELRoloNode& node) {
     if (auto const* const nest = dynamic_cast<Gk_Nest*>(&node)) {
       for (Gk_Option* option : nest->getOptions()) AddToStore(*option, folder, store);
     }
     VRELDynamicArray<VRELRoloNode*> const& children = node.getChildren();
     for (int i = children.size() - 1; i >= 0; --i) {
-      if (children[i] != nullptr) ahead.push_back({children[i], folder.size()});
+      if (children[i] != nullptr) pending.push_back({children[i], folder.size()});
     }
   }
 
   std::u16string folder;
   VRELOptions& store;
-  std::vector<Step> ahead;
+  std::vector<Step> pending;
 };
 
 }  // namespace
@@ -128,5 +129,5 @@ void Gk_OptionDoc::SynchOptionsBetweenComponents(VRELString const& source, VRELS
 
 void GetAllOptionsUnderNode(VRELRoloNode* node, VRELString& path, VRELOptions& store) {
   path = path + VRELString(L"/");
-  if (node != nullptr) FolderWalk(path.view(), store).Visit(*node);
+  if (node != nullptr) FolderTraversal(path.view(), store).Visit(*node);
 }

@@ -1,5 +1,8 @@
-// The options of the process in the folder tree, and the bridge from there to the option store.
+// Operations on the options of the folder tree.
 #pragma once
+
+#include <string>
+#include <string_view>
 
 #include "Gk_ROString.h"
 #include "VRELDynamicArray.h"
@@ -10,40 +13,58 @@ class Gk_Option;
 class VRELOptions;
 class VRELRoloNode;
 
-// An option is reached by the path of its folder and its name: "component/group/name".
+// Entry points to the process-wide options, which are addressed by the path of a folder and a name, and copies between
+// them and the option store. New code uses VRELOptions.
 //
-//   Gk_OptionDoc::addOption(L"step/reader/tolerance", 0.01, nullptr);
+//   Gk_OptionDoc::addOption(L"step/reader/tolerance", 0.01);
 //   Gk_Option* const tolerance = Gk_OptionDoc::fetchOption(L"step/reader/tolerance");
 //
-// The options live until the exit of the process. A wide or narrow literal would be taken for a bool as a value: wrap
-// it in a VRELString.
+// Ownership: options live until the process exits.
+// Thread safety: none.
 class VREL_EXPORT Gk_OptionDoc {
  public:
-  // Null where there is no such option.
+  // Returns the option of that path, or null.
   static Gk_Option* fetchOption(VRELString const& path);
 
-  // Set the value of the option, which is made where it is missing, and return it. A value of another kind than the
-  // option has is refused as VRELOption::SetValue does. The remark counts for nothing.
+  // Set the value of an option, which is made if it is missing, and return it. A value of another kind is refused as by
+  // VRELOption::SetValue. The remark is ignored.
   static Gk_Option* addOption(VRELString const& path, VRELString const& value, char const* remark = nullptr);
   static Gk_Option* addOption(VRELString const& path, bool value, char const* remark = nullptr);
   static Gk_Option* addOption(VRELString const& path, double value, char const* remark = nullptr);
   static Gk_Option* addOption(VRELString const& path, int value, char const* remark = nullptr);
+  // Take a string: a C string in the default codepage of the process, a wide string, or UTF-8. Null is the empty
+  // string.
+  static Gk_Option* addOption(VRELString const& path, char const* value, char const* remark = nullptr) {
+    return addOption(path, VRELString(value), remark);
+  }
+  static Gk_Option* addOption(VRELString const& path, wchar_t const* value, char const* remark = nullptr) {
+    return addOption(path, VRELString(value), remark);
+  }
+  static Gk_Option* addOption(VRELString const& path, std::string const& value, char const* remark = nullptr) {
+    return addOption(path, VRELString(value), remark);
+  }
+  static Gk_Option* addOption(VRELString const& path, std::string_view value, char const* remark = nullptr) {
+    return addOption(path, std::string(value), remark);
+  }
+  // Other pointers would convert to bool.
+  template <class T>
+  static Gk_Option* addOption(VRELString const& path, T const* value, char const* remark = nullptr) = delete;
 
-  // That there are never any is promised.
+  // Compatibility: always returns an empty array.
   static VRELDynamicArray<Gk_Option*> fetchOptions(Gk_ROString const& path);
 
-  // Adds the options of a folder and of those below it by GetAllOptionsUnderNode with an empty path. A folder that lies
-  // in another one is named with a "/" at its end. That the deepest folder that exists stands for one that does not,
-  // and the root for one that begins so, is promised.
+  // Adds the options of a folder and of the folders below it to a store, by GetAllOptionsUnderNode with an empty path.
+  // The path of a folder inside another one ends in "/".
+  // Compatibility: if the folder does not exist, the deepest existing folder of its path is used, or the root.
   static void FetchAllComponentOptions(Gk_ROString const& folder, VRELOptions& store);
 
-  // Gives each option of the target's folder the value that the option of the same path has in the source's, where
-  // both are there and the kinds agree. Makes no option.
+  // Copies the values of the options of the folder `source` to the options with the same relative path in `target`, if
+  // these exist and are of the same kind. Makes no options.
   static void SynchOptionsBetweenComponents(VRELString const& source, VRELString const& target);
 };
 
-// Adds the options of a node, and of all below it, to the store: each that has a value, by its current value, which
-// becomes the default there. The names begin with the path, to whose end a "/" is put first, which the caller sees;
-// they go on with the folders below the node and the option's name, all with "/" between, and dots alone divide them in
-// the store. Null adds nothing.
+// Adds the options of a node and of all nodes below it to a store. An unset option is skipped; the current value
+// becomes the default value in the store. The name is `path`, the folders below the node and the name of the option,
+// separated by "/"; only dots in it separate tokens. A "/" is appended to `path` first, which the caller sees. A null
+// node adds nothing.
 VREL_EXPORT void GetAllOptionsUnderNode(VRELRoloNode* node, VRELString& path, VRELOptions& store);

@@ -20,7 +20,8 @@ bool IsWhiteSpace(char byte) {
   return byte == '\t' || byte == ' ' || byte == '\r' || byte == '\n';
 }
 
-// Cuts white space from both ends and gives the place where the rest begins; its end is a zero byte.
+// Removes white space from both ends: returns the first byte that is kept, and terminates the string after the last
+// one.
 char* Trimmed(char* text) {
   while (IsWhiteSpace(*text)) ++text;
   char* end = text + std::strlen(text);
@@ -29,8 +30,7 @@ char* Trimmed(char* text) {
   return text;
 }
 
-// The separator of a key line; null where there is none, or nothing but white space on one side of it. The line has no
-// white space at its ends.
+// Returns the separator of a trimmed key line; null if there is none, or nothing on one side of it.
 char* FindSeparator(char* line) {
   char* separator = std::strchr(line, '=');
   if (separator == nullptr) separator = std::strchr(line, ':');
@@ -38,7 +38,7 @@ char* FindSeparator(char* line) {
   return isComplete ? separator : nullptr;
 }
 
-// The text is cut up on the way.
+// Appends a key with its values. Overwrites the commas in `text`.
 void AddKey(VRELCfgFileSection& section, char const* name, char* text) {
   auto const commas = std::count(text, text + std::strlen(text), ',');
   VRELCfgFileKey* const key = section.createKey(name, static_cast<int>(commas) + 1);
@@ -116,7 +116,7 @@ void VRELCfgFile::ReadLine(char* line, long lineNumber, VRELCfgFileSection*& cur
     if (section != nullptr) {
       current = section;
     } else {
-      // That the quotation marks do not match is promised.
+      // Compatibility: the quotation marks do not match.
       flagError("Incorrect syntax: line %ld:%s *** \"[section name]' expected.", lineNumber, line);
     }
     return;
@@ -130,7 +130,7 @@ void VRELCfgFile::ReadLine(char* line, long lineNumber, VRELCfgFileSection*& cur
   AddKey(*current, Trimmed(line), Trimmed(separator + 1));
 }
 
-// Null, with the line as it was, where the line has no "]".
+// Returns null, with the line unchanged, if it has no "]".
 VRELCfgFileSection* VRELCfgFile::ReadSectionLine(char* line) {
   char* const bracket = std::strrchr(line, ']');
   if (bracket == nullptr) return nullptr;

@@ -1,23 +1,24 @@
-// The library's one text format for settings: sections of keys, keys of values.
+// Reader of configuration files.
 #pragma once
 
 #include <cstdio>
 #include <string_view>
 
 #include "Gk_String.h"
-#include "detail/VRELCfgFileIndex.h"
 #include "VRELCfgFileSection.h"
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
-#include "detail/VRELPrintfFormat.h"
 #include "VRELString.h"
 #include "VRINResult.h"
+#include "detail/VRELCfgFileIndex.h"
+#include "detail/VRELPrintfFormat.h"
 
 class VRELFilePath;
 
-// Holds one or more files in memory, and the errors that were found in them and in reads of their values.
+// Parser and container for configuration files with sections, keys and lists of values. Syntax errors are recorded, and
+// parsing continues.
 //
-//   # a comment; so is a line that begins with a semicolon
+//   # a comment; a line that begins with a semicolon is one too
 //   unit = mm
 //   [Import]
 //   layers = 1,2,3
@@ -25,20 +26,23 @@ class VRELFilePath;
 //   VRELCfgFile file;
 //   if (file.Load(VRELFilePath("settings.cfg")) != VREL_S_OK) ...  // file.GetErrorMessage(0) says what is wrong
 //   int layer = 0;
-//   file.GetInt("layers", layer, 2, "Import");  // 1, and layer is 3
+//   file.GetInt("layers", layer, 2, "Import");  // returns 1, and layer is 3
 //
-// White space (tab, blank, carriage return, line feed) counts nowhere at the ends of a line, a section's name, a key or
-// its text. A section's name ends at the last "]" of its line. A key ends at the first "=", or at the first ":" where
-// there is no "="; neither key nor text may be empty. The text is cut into values at each comma, with the blanks around
-// commas kept: nothing escapes a comma, a quotation mark or a "#", and a byte-order mark belongs to the first line.
+// White space (tab, blank, carriage return, line feed) is removed from both ends of lines, section names, keys and
+// value lists. A section name ends at the last "]" of its line. A key ends at the first "=", or at the first ":" if
+// there is no
+// "="; neither the key nor the value list can be empty. A value list is split at each comma, and blanks around commas
+// are kept. There are no quotes, no escapes and no comments at the end of a line; a byte order mark is part of the
+// first line.
 //
-// A section that comes again goes on, a key that comes again is a further key. Keys in front of the first section, and
-// behind "[]", belong to the default section, whose name is empty. Names differ by case.
+// A repeated section is continued; a repeated key is a further key. Keys before the first section, and after "[]",
+// belong to the default section, whose name is empty. Names are case-sensitive.
 //
-// A line is read in pieces of at most 1023 bytes, and it is promised that each piece counts, and is understood, as a
-// line of its own. Of a piece, what follows a zero byte is left out.
+// Compatibility: lines are read in pieces of at most 1023 bytes, and each piece is parsed as a line. The part of a
+// piece after a zero byte is ignored.
 //
-// Sections, keys and errors only ever gather, and belong to the object. One thread.
+// Ownership: sections, keys and errors belong to the object and are never removed.
+// Thread safety: one thread at a time.
 class VREL_EXPORT VRELCfgFile {
  public:
   VRELCfgFile();
@@ -46,39 +50,40 @@ class VREL_EXPORT VRELCfgFile {
   VRELCfgFile(VRELCfgFile const&) = delete;
   VRELCfgFile& operator=(VRELCfgFile const&) = delete;
 
-  // Reads the stream, which stays the caller's, to its end. A bad line becomes an error and costs nothing else. It is
-  // promised that VREL_E_FAIL tells of any error since the object was made. VREL_E_INVALID_ARGUMENT for null.
+  // Parses a stream to its end. The caller keeps the stream.
+  // Errors: VREL_E_FAIL if there is any error, also from an earlier load or read; the lines without errors are kept.
+  // VREL_E_INVALID_ARGUMENT for null.
   VRINResult Load(std::FILE* stream);
-  // The same with a file. VREL_E_INVALID_ARGUMENT for the empty path, VREL_E_FILE_OPEN for one that cannot be opened.
+  // Parses a file. Errors: VREL_E_INVALID_ARGUMENT for the empty path, VREL_E_FILE_OPEN if it cannot be opened.
   VRINResult Load(VRELFilePath const& path);
 
-  // The section of that name; null where there is none. A null name stands for the default section, here and below.
+  // Returns the section of that name, or null. A null name is the default section, here and below.
   VRELCfgFileSection* findSection(char const* name) const;
-  // The same, but makes it, behind the others, where there is none.
+  // Returns the section of that name, and appends it if it is missing.
   VRELCfgFileSection* createSection(char const* name);
 
   int GetErrorCount() const noexcept { return errorMessages.size(); }
-  // Null for an index out of range. Good as long as the object lives.
+  // Returns a message, or null for an index out of range. Valid as long as the object.
   char const* GetErrorMessage(int index) const;
-  // Adds an error. A text of more than 4095 bytes is cut; null adds nothing.
+  // Adds an error. Messages are cut at 4095 bytes; a null format adds nothing.
   void flagError(char const* format, ...) VREL_PRINTF_FORMAT(2, 3);
 
-  // Cuts white space from both ends, in place. Null is allowed.
+  // Removes white space from both ends, in place. Null is allowed.
   static void removeWhiteSpaces(char* text);
 
   bool ExistKey(char const* key, char const* section) const;
-  // How many values the key has; 0 where there is no such key.
+  // Returns the number of values of a key; 0 if there is no such key.
   int GetArraySize(char const* key, char const* section) const;
 
-  // Read one value, by its index, of the first key of that name. They give 1, or 0 with `value` untouched. A key that
-  // is not there adds no error; a value that is empty, not there, or not of the kind, adds one.
-  //
-  // Any text: an index out of range reads as the empty text, and no error is ever added.
+  // Read the value at an index of the first key of that name. Return 1, or 0 with `value` unchanged. A missing key adds
+  // no error; a value that is missing, empty, or of another kind adds one.
+
+  // Reads a string. An index out of range reads as the empty string, and no error is added.
   int GetString(char const* key, VRELString& value, int index, char const* section) const;
-  // What Gk_StringParser takes for a real number and for an integer.
+  // Read a number that Gk_StringParser accepts as a whole.
   int GetDouble(char const* key, double& value, int index, char const* section);
   int GetInt(char const* key, int& value, int index, char const* section);
-  // TRUE or FALSE in any case, or an integer that is 0 or 1, gives 1 or 0. That GetBool takes no numbers is promised.
+  // Read TRUE or FALSE in any case; GetLogical also 0 or 1. Compatibility: GetBool does not accept numbers.
   int GetLogical(char const* key, int& value, int index, char const* section);
   int GetBool(char const* key, bool& value, int index, char const* section);
 

@@ -1,17 +1,23 @@
-// One key of a configuration file, with its values.
+// Key of a configuration file.
 #pragma once
 
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 #include "VRELString.h"
 
-// A name and a list of values in the order of the file. Text comes in the process's default codepage; null counts as
-// the empty text.
+// Name and values of one key line, in file order.
+//
+//   VRELCfgFileKey key("layers");
+//   key.AppendValue("1");
+//   key.AppendValue("2");
+//   key.GetAllValues();  // "1,2"
+//
+// Strings are in the default codepage of the process; null is the empty string.
 class VREL_EXPORT VRELCfgFileKey {
  public:
-  // Without values.
+  // Makes a key without values.
   explicit VRELCfgFileKey(char const* name);
-  // The same with memory for just so many values, at least 1. More can still come.
+  // Makes a key without values, with memory for `expectedValues` of them.
   VRELCfgFileKey(char const* name, int expectedValues);
   virtual ~VRELCfgFileKey();
   VRELCfgFileKey(VRELCfgFileKey const&) = delete;
@@ -19,10 +25,10 @@ class VREL_EXPORT VRELCfgFileKey {
 
   VRELString const& GetName() const noexcept { return name; }
   int GetNumValues() const noexcept { return values.size(); }
-  // Empty for an index out of range.
+  // Returns the value at an index, or the empty string for an index out of range.
   VRELString GetValue(int index) const;
   void AppendValue(char const* value);
-  // All values with a comma between them: the text of the file. Empty without values.
+  // Returns all values separated by commas, as in the file; the empty string if there are none.
   VRELString GetAllValues() const;
 
  private:

@@ -1,20 +1,24 @@
-// One section of a configuration file, with its keys.
+// Section of a configuration file.
 #pragma once
 
 #include <memory>
 #include <string_view>
 
 #include "Gk_String.h"
-#include "detail/VRELCfgFileIndex.h"
 #include "VRELCfgFileKey.h"
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
+#include "detail/VRELCfgFileIndex.h"
 
-// A name and keys in the order of the file. Two keys may have one name: a search finds the first, and GetKey gives
-// both. Names differ by case, and null counts as the empty text. The keys belong to the section.
+// Name and keys of one section, in file order. Keys with equal names are all kept: findKey returns the first, and
+// GetKey returns each. Names are case-sensitive; null is the empty string.
+//
+//   for (int i = 0; i < section->GetNumKeys(); ++i) use(section->GetKey(i)->GetName());
+//
+// Ownership: the section owns its keys.
 class VREL_EXPORT VRELCfgFileSection {
  public:
-  // Without keys. The name is kept as bytes.
+  // Makes a section without keys.
   explicit VRELCfgFileSection(char const* name);
   virtual ~VRELCfgFileSection();
   VRELCfgFileSection(VRELCfgFileSection const&) = delete;
@@ -22,13 +26,13 @@ class VREL_EXPORT VRELCfgFileSection {
 
   Gk_String const& GetSectionName() const noexcept { return name; }
   int GetNumKeys() const noexcept { return keys.size(); }
-  // Null for an index out of range.
+  // Returns the key at an index, or null for an index out of range.
   VRELCfgFileKey* GetKey(int index) const;
-  // The first key of that name; null where there is none.
+  // Returns the first key of that name, or null.
   VRELCfgFileKey* findKey(char const* keyName) const;
-  // Appends a new key, also where there is one of that name.
+  // Appends a new key, also if there is one of that name.
   VRELCfgFileKey* createKey(char const* keyName);
-  // The same with memory for just so many values, at least 1.
+  // Appends a new key with memory for `expectedValues` values.
   VRELCfgFileKey* createKey(char const* keyName, int expectedValues);
 
  private:

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr char mismatchFormat[] =
+constexpr char kMismatchFormat[] =
     "VRELOption::SetValue: Specified type (%s) doesn't match stored type (%s) for option '%s'.";
 
-// The text for a message, as long as the object lives.
+// Narrow form of a string for a message.
 class NarrowText {
  public:
   explicit NarrowText(VRELString const& text) : narrow(text, false) {}
@@ -29,12 +29,12 @@ class NarrowText {
   VRELStringAsciiCharUtil narrow;
 };
 
-// Without a listener no text has to be made.
-bool SomebodyListens() {
+// Messages are formatted only if there is a listener.
+bool HasListeners() {
   return VRELEventBus::GetEventBus()->GetListenerCount() > 0;
 }
 
-// Numbers come as text from the environment.
+// Reads an environment variable as a number.
 template <class Number>
 bool ReadNumber(VRELString const& variable, VRINResult (*convert)(VRELString const&, Number&), Number& value) {
   VRELString text;
@@ -154,7 +154,7 @@ template <class T>
 VRINResult VRELOption::Read(T& value, VRELValue::VRELValueType kind) const {
   if (!defaultValue.IsValid()) return VREL_E_OPTION_UNSET;
   VRINResult const result = currentValue.GetValue(value);
-  if (result.IsFailure() && SomebodyListens()) {
+  if (result.IsFailure() && HasListeners()) {
     VRELDebug::Printf("VRELOption::GetValue: Requested type (%s) doesn't match stored type (%s) for option '%s'.",
                       VRELValue::VRELValueTypeNames[kind], VRELValue::VRELValueTypeNames[Kind()],
                       NarrowText(name).Get());
@@ -168,7 +168,7 @@ VRINResult VRELOption::GetValue(VRELString& value) const {
 
 VRINResult VRELOption::GetValue(bool& value) const {
   VRINResult const result = Read(value, VRELValue::BoolType);
-  if (defaultValue.IsValid() && SomebodyListens()) {
+  if (defaultValue.IsValid() && HasListeners()) {
     VRELDebug::Printf("VRELOption::GetValue('%s'): %s", NarrowText(name).Get(), value ? "TRUE" : "FALSE");
   }
   return result;
@@ -190,7 +190,7 @@ VRINResult VRELOption::GetValue(VRELString& value, bool fromEnvironment) const {
 }
 
 VRINResult VRELOption::GetValue(bool& value, bool fromEnvironment) const {
-  // A look-up that fails would leave false in the caller's variable.
+  // A failed read would set the argument of the caller to false.
   bool found = false;
   if (!fromEnvironment || VRELEnvironment::GetVariable(formEnvVarName(name), found).IsFailure()) return GetValue(value);
   value = found;
@@ -199,7 +199,7 @@ VRINResult VRELOption::GetValue(bool& value, bool fromEnvironment) const {
   return VREL_S_OK;
 }
 
-// That the warnings of the two numbers begin with the variable's name, and those above with the option's, is promised.
+// Compatibility: the warnings for numbers begin with the name of the variable, those above with the name of the option.
 VRINResult VRELOption::GetValue(double& value, bool fromEnvironment) const {
   if (!fromEnvironment) return GetValue(value);
   VRELString const variable = formEnvVarName(name);
@@ -222,8 +222,8 @@ VRINResult VRELOption::Store(T const& value) {
   return currentValue.SetValue(value);
 }
 
-void VRELOption::TellMismatch(VRELValue::VRELValueType kind) const {
-  VRELError::Printf(mismatchFormat, VRELValue::VRELValueTypeNames[kind], VRELValue::VRELValueTypeNames[Kind()],
+void VRELOption::ReportMismatch(VRELValue::VRELValueType kind) const {
+  VRELError::Printf(kMismatchFormat, VRELValue::VRELValueTypeNames[kind], VRELValue::VRELValueTypeNames[Kind()],
                     NarrowText(name).Get());
 }
 
@@ -236,7 +236,7 @@ VRINResult VRELOption::SetValue(VRELValue const& value) {
     return currentValue.SetValue(truth);
   }
   if (!MayHold(kind)) {
-    TellMismatch(kind);
+    ReportMismatch(kind);
     return VREL_E_ERROR;
   }
   if (!defaultValue.IsValid()) defaultValue = value;
@@ -246,26 +246,26 @@ VRINResult VRELOption::SetValue(VRELValue const& value) {
 
 VRINResult VRELOption::SetValue(VRELString const& value) {
   if (MayHold(VRELValue::StringType)) return Store(value);
-  TellMismatch(VRELValue::StringType);
+  ReportMismatch(VRELValue::StringType);
   return VREL_E_ERROR;
 }
 
 VRINResult VRELOption::SetValue(bool value) {
   if (MayHold(VRELValue::BoolType)) return Store(value);
-  TellMismatch(VRELValue::BoolType);
+  ReportMismatch(VRELValue::BoolType);
   return VREL_E_ERROR;
 }
 
 VRINResult VRELOption::SetValue(double value) {
   if (MayHold(VRELValue::DoubleType)) return Store(value);
-  TellMismatch(VRELValue::DoubleType);
+  ReportMismatch(VRELValue::DoubleType);
   return VREL_E_ERROR;
 }
 
 VRINResult VRELOption::SetValue(int value) {
   if (Kind() == VRELValue::BoolType) return currentValue.SetValue(value != 0);
   if (MayHold(VRELValue::IntType)) return Store(value);
-  VRELWarning::Printf(mismatchFormat, VRELValue::VRELValueTypeNames[VRELValue::IntType],
+  VRELWarning::Printf(kMismatchFormat, VRELValue::VRELValueTypeNames[VRELValue::IntType],
                       VRELValue::VRELValueTypeNames[Kind()], NarrowText(name).Get());
   return VREL_E_ERROR;
 }

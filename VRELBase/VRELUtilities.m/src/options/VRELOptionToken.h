@@ -1,74 +1,99 @@
-// A node of the option store's tree.
+// Node of the option store's tree.
 #pragma once
 
-#include <memory>
+#include <cstddef>
+#include <cstdint>
+#include <new>
 #include <string_view>
 
 #include "VRELExport.h"
-#include "VRELHashMap.h"
 #include "VRELString.h"
 #include "VRINResult.h"
 
 class VRELOption;
 
-// Stands for one token of the names that lead through it, and may hold one option. The child for "*" is kept apart from
-// the named ones, which are found whatever their case. VRELOptions builds trees of nodes; a client meets them in an
-// enumeration.
+// Node of the tree in which VRELOptions stores its options: one token of the option names that lead through it, and at
+// most one option. Clients meet nodes in an enumeration:
 //
-// A node owns its option and what lies below it, but only RemoveAll deletes that: the destructor leaves it behind.
+//   VRELOptionToken* child = nullptr;
+//   node->InitEnumeration();
+//   while (node->GetNextChild(child).IsSuccess()) ...
+//
+// Named children are found without regard to case, in a hash table with 17 slots at first. The child for "*" is kept
+// apart from them.
+//
+// Ownership: a node owns its option and its children, but only RemoveAll deletes them; the destructor does not.
+// Thread safety: none. The enumeration state is part of the node.
 class VREL_EXPORT VRELOptionToken {
  public:
-  // Without children; null makes a root. AddToken makes the nodes below and enters them.
+  // Makes a node without children; with null, a root. The parent does not refer to the node: AddToken makes nodes that
+  // are children of their parent.
   VRELOptionToken(VRELOptionToken* parent);
-  // Forgets children and option, and deletes neither; call RemoveAll first.
+  // Deletes neither children nor option. Call RemoveAll first.
   ~VRELOptionToken();
   VRELOptionToken(VRELOptionToken const&) = delete;
   VRELOptionToken& operator=(VRELOptionToken const&) = delete;
 
-  // The child for a key, "*" being one of them. VREL_E_FAIL, with null, when there is none, and for the empty key.
+  // Nodes differ in size, because a named node is allocated together with its key.
+  static void* operator new(std::size_t size) { return ::operator new(size); }
+  static void* operator new(std::size_t size, std::nothrow_t const& tag) noexcept { return ::operator new(size, tag); }
+  static void* operator new(std::size_t, void* memory) noexcept { return memory; }
+  static void operator delete(void* memory) noexcept { ::operator delete(memory); }
+  static void operator delete(void* memory, std::nothrow_t const&) noexcept { ::operator delete(memory); }
+  static void operator delete(void*, void*) noexcept {}
+
+  // Finds the child for a key; "*" is the wildcard child. Errors: VREL_E_FAIL, with a null `child`, if there is none or
+  // the key is empty.
   VRINResult GetToken(VRELString const& key, VRELOptionToken*& child) const;
-  // The same for a key within another text; null when there is none.
+  // Like GetToken, but returns the child, or null.
   VRELOptionToken* Find(std::u16string_view key) const;
   VRELOptionToken* FindWildcard() const noexcept { return wildcardChild; }
-  // Whether a key is "*".
+  // Returns whether a key is "*".
   static bool IsWildcard(std::u16string_view key) noexcept { return key.size() == 1 && key.front() == u'*'; }
-  // As GetToken and Find, but a missing child is made. VREL_E_FAIL, with null, for the empty key alone.
+  // Finds the child for a key, or adds it. Errors: VREL_E_FAIL, with a null `child`, if the key is empty.
   VRINResult AddToken(VRELString const& key, VRELOptionToken*& child);
+  // Like AddToken, but returns the child, or null.
   VRELOptionToken* FindOrAdd(std::u16string_view key);
 
-  // VREL_E_OPTION_UNSET, with null, when there is no option.
+  // Errors: VREL_E_OPTION_UNSET, with a null `stored`, if the node has no option.
   VRINResult GetOption(VRELOption*& stored) const {
     stored = option;
     return stored != nullptr ? VREL_S_OK : VREL_E_OPTION_UNSET;
   }
-  // Takes the option over, and deletes the one that was there. Null: VREL_E_INVALID_ARGUMENT.
+  // Sets the option and deletes the previous one. Ownership: the node owns the option.
+  // Errors: VREL_E_INVALID_ARGUMENT for null.
   VRINResult SetOption(VRELOption* newOption);
 
-  // VREL_E_FAIL, with null, for a root.
+  // Errors: VREL_E_FAIL, with a null `node`, for a root.
   VRINResult GetParent(VRELOptionToken*& node) const;
 
-  // One walk through the children at a time: the named ones, in the order of the map, and then the one for "*".
-  // VREL_E_FAIL, with null, behind the last.
+  // Restarts the enumeration of the children.
   VRINResult InitEnumeration() const;
+  // Returns the next child: named children in slot order, then the wildcard child. Errors: VREL_E_FAIL, with a null
+  // `child`, after the last one.
   VRINResult GetNextChild(VRELOptionToken*& child) const;
 
-  // Deletes all that lies below, and the option.
+  // Deletes all descendants and the option, iteratively.
   VRINResult RemoveAll();
 
-  // How the children are found: the hash of the key in upper case, and compareToIgnoreCase.
+  // Returns the hash code of the key in upper case.
   static unsigned int GetHashValue(VRELString const& key);
+  // Returns whether compareToIgnoreCase returns 0.
   static bool HashEqualFunction(VRELString const& a, VRELString const& b);
 
  private:
+  struct NamedToken;
   struct NamedChildren;
 
-  VRELOptionToken* Make(VRELString const& key);
+  NamedToken* OnlyChild() const noexcept;
+  NamedChildren* Table() const noexcept;
+  VRELOptionToken* AddNamed(std::u16string_view key);
+  void ConvertToTable();
   VRELOptionToken* TakeChild() noexcept;
-  void DeleteMap() noexcept;
+  void ForgetNamed() noexcept;
 
-  // Those with a name, always a NamedChildren, which only DeleteMap deletes; null until the first comes, because most
-  // nodes have none.
-  std::unique_ptr<VRELHashMap<VRELString, VRELOptionToken*>> children;
+  // No named child: 0. One: its address. More: the address of a NamedChildren, with bit 0 set.
+  std::uintptr_t named = 0;
   VRELOptionToken* parent;
   mutable VRELOptionToken* cursor = nullptr;
   VRELOptionToken* wildcardChild = nullptr;

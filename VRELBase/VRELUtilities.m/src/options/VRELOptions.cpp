@@ -17,10 +17,17 @@
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELStringConversions.h"
 
+// Layout and look-up. A name t0.t1...tn is stored along the path tn, t0, t1, ..., t(n-1) from the root, extended by "*"
+// to 7 levels; the option is at the last node. The last token comes first because it names the setting: all options of
+// one setting are in one subtree, and a look-up visits only that.
+//
+// A look-up descends from the node of its last token. At each level it tries the child for its own token, then the
+// wildcard child, and backtracks (depth-first search), so that an exact match of an early token wins over exact matches
+// of later ones. Tokens that the look-up lacks match only the wildcard child. The depth is at most 7.
 namespace {
 
-// How many levels below the first a path has at least.
-constexpr int lowerLevels = VREL_OPTION_TOKENS - 1;
+// Levels of a path below the first one, at least.
+constexpr int kLowerLevels = VREL_OPTION_TOKENS - 1;
 
 bool HasNoOption(VRELOptionToken const& node) {
   VRELOption* option = nullptr;
@@ -33,25 +40,25 @@ VRELOptionToken* ParentOf(VRELOptionToken const& node) {
   return parent;
 }
 
-constexpr auto separator = static_cast<char16_t>(VREL_OPTION_SEPARATOR);
+constexpr auto kSeparator = static_cast<char16_t>(VREL_OPTION_SEPARATOR);
 
-// Cuts the first token off a text in which each ends in a separator.
+// Removes the first token, with its separator, and returns it.
 std::u16string_view TakeToken(std::u16string_view& tokens) {
-  std::size_t const end = tokens.find(separator);
+  std::size_t const end = tokens.find(kSeparator);
   std::u16string_view const token = tokens.substr(0, end);
   tokens.remove_prefix(end + 1);
   return token;
 }
 
-// The tokens of a name, as VRELStringTokenizer gives them, but where they stand. The name must outlive them.
+// Tokens of a name as views, split as by VRELStringTokenizer. The name must outlive the object.
 class Path {
  public:
   explicit Path(VRELString const& name) : text(name.view()) {
     if (text.empty()) return;
     if (name.getHoldsZero()) CutAtZeros();
     std::size_t start = 0;
-    for (std::size_t end = text.find(separator); end != text.npos; end = text.find(separator, start)) {
-      if (count < lowerLevels) first[count] = text.substr(start, end - start);
+    for (std::size_t end = text.find(kSeparator); end != text.npos; end = text.find(kSeparator, start)) {
+      if (count < kLowerLevels) first[count] = text.substr(start, end - start);
       ++count;
       start = end + 1;
     }
@@ -63,17 +70,17 @@ class Path {
 
   int TokenCount() const { return count; }
   std::u16string_view Last() const { return last; }
-  // One of the first 6, and not the last.
+  // Returns one of the first 6 tokens. Requires: not the last token.
   std::u16string_view Token(int index) const { return first[index]; }
-  // All before the last, each with a separator behind it.
+  // Returns all tokens but the last, each with its separator.
   std::u16string_view Others() const { return text.substr(0, text.size() - last.size()); }
 
  private:
-  // Each token ends at its first U+0000.
+  // Truncates each token at its first U+0000.
   void CutAtZeros() {
     bool isKept = true;
     for (char16_t const unit : text) {
-      isKept = unit == separator || (isKept && unit != 0);
+      isKept = unit == kSeparator || (isKept && unit != 0);
       if (isKept) cut += unit;
     }
     text = cut;
@@ -81,13 +88,13 @@ class Path {
 
   std::u16string_view text;
   std::u16string_view last;
-  std::u16string_view first[lowerLevels];
+  std::u16string_view first[kLowerLevels];
   int count = 0;
   std::u16string cut;
 };
 
-// Goes down from a root along the path of a name: the last token, the others in their order, wildcards. `step` gives
-// the child of a node for a key, or null, which ends the way.
+// Descends from the root along the path of a name: the last token, the other tokens in order, wildcards. `step` returns
+// the child of a node for a key, or null, which ends the descent.
 template <class Step>
 VRELOptionToken* FollowPath(Path const& path, VRELOptionToken& root, Step const& step) {
   VRELOptionToken* node = step(root, path.Last());
@@ -96,28 +103,28 @@ VRELOptionToken* FollowPath(Path const& path, VRELOptionToken& root, Step const&
     node = step(*node, TakeToken(others));
   }
   std::u16string_view const wildcard = VREL_OPTION_WILDCARD.view();
-  for (; node != nullptr && level < lowerLevels; ++level) node = step(*node, wildcard);
+  for (; node != nullptr && level < kLowerLevels; ++level) node = step(*node, wildcard);
   return node;
 }
 
-// The first key of a look-up by more than 7 tokens: those from the seventh on make one word, which is no token that an
-// addition made. That is promised.
+// Returns the first key of a look-up with more than 7 tokens. Compatibility: tokens 7 and up are concatenated, which is
+// not how AddOption stores them.
 std::u16string JoinedKey(Path const& path) {
   std::u16string_view others = path.Others();
-  for (int i = 0; i < lowerLevels; ++i) TakeToken(others);
+  for (int i = 0; i < kLowerLevels; ++i) TakeToken(others);
   std::u16string key(others);
-  key.erase(std::remove(key.begin(), key.end(), separator), key.end());
+  key.erase(std::remove(key.begin(), key.end(), kSeparator), key.end());
   return key.append(path.Last());
 }
 
-// The option that serves below a node for the tokens from this level on. `option` holds null when there is none.
+// Finds the option for the tokens from `level` on at or below a node. `option` is null if there is none.
 VRINResult GetOptionBelow(VRELOptionToken const* node, int level, Path const& path, VRELOption*& option) {
   for (; node != nullptr; ++level, node = node->FindWildcard()) {
     VRINResult const own = node->GetOption(option);
-    if (own.IsSuccess() || level >= lowerLevels) return own;
+    if (own.IsSuccess() || level >= kLowerLevels) return own;
     if (level >= path.TokenCount() - 1) continue;
     VRINResult const result = GetOptionBelow(node->Find(path.Token(level)), level + 1, path, option);
-    // That a "*" in the name is tried as itself, and stands for nothing else, is promised.
+    // Compatibility: a "*" in the name matches only a stored "*".
     if (result.IsSuccess() || VRELOptionToken::IsWildcard(path.Token(level))) return result;
   }
   return VREL_E_FAIL;
@@ -130,8 +137,8 @@ VRINResult AddNew(VRELOptions& options, VRELString const& name, Value const& val
   return options.AddOption(option);
 }
 
-// The value in the form of the option's kind. One that cannot be read as that kind, which an assignment may have
-// brought, is shown as it is.
+// Formats the value according to the kind of the option, or as a string if an assignment brought a value of another
+// kind that cannot be converted.
 template <class Value>
 VRELString TextOf(VRELOption const& option, VRELString (*convert)(Value)) {
   Value value = Value();
@@ -158,7 +165,7 @@ VRELString ValueTextOf(VRELOption const& option) {
   }
 }
 
-// Sends a text as VRELInfo::Printf sends a format without arguments.
+// Prints a string as VRELInfo::Printf prints a format without arguments.
 void PrintText(char const* text) {
   if (text == nullptr) return;
   std::string line(text);

@@ -1,7 +1,9 @@
-// The option store.
+// Option store with hierarchical names and wildcards.
 #pragma once
 
 #include <cstdio>
+#include <string>
+#include <string_view>
 
 #include "VRELExport.h"
 #include "VRELString.h"
@@ -11,10 +13,12 @@ class VRELOption;
 class VRELOptionToken;
 class VRELStreamFormatter;
 
-// Options by their names, which are paths of tokens between dots: "Step.Assembly.Reader.ConvertAttributes". The last
-// token says what the setting is, those before it for what it holds. "*" stands for any token, and so does each token
-// that a name of fewer than 7 lacks behind its others: an option named "ConvertAttributes" serves for every translator,
-// and one with a longer name refines it. Case does not count.
+// Option store: options addressed by dotted names with wildcards.
+//
+// A name has up to 7 tokens, for example "Step.Assembly.Reader.ConvertAttributes". The last token names the setting;
+// the tokens before it select where it applies. "*" matches any token, and missing tokens match anything, so that an
+// option named "ConvertAttributes" applies to every translator and a longer name refines it. Case is ignored. If
+// several options match, the most specific one wins, compared token by token from the left.
 //
 //   VRELOptions options;
 //   options.AddOption(L"ConvertAttributes", true);
@@ -22,12 +26,11 @@ class VRELStreamFormatter;
 //   VRELOption* option = nullptr;
 //   if (options.GetOption(L"Step.Assembly.Reader.ConvertAttributes", option).IsSuccess()) ...  // the second
 //
-// The store owns its options. A pointer to one is good until RemoveAll or the end of the store, and changes made
-// through it are changes of the store. The last value added under a path wins, whether a call or a file brought it;
-// between paths the more specific one wins; an option's default is that of the first.
+// Between additions under one name, by call or by file, the last one wins; the default value remains that of the first.
 //
-// The place of an enumeration stands in the nodes of the tree, so that constant operations write too: one enumeration
-// at a time, and no locking.
+// Ownership: the store owns its options. A pointer returned by GetOption is valid until RemoveAll or destruction.
+// Thread safety: none. The iteration state is part of the tree: const members modify it, and only one iteration can run
+// at a time.
 class VREL_EXPORT VRELOptions {
  public:
   VRELOptions();
@@ -35,63 +38,74 @@ class VREL_EXPORT VRELOptions {
   VRELOptions(VRELOptions const&) = delete;
   VRELOptions& operator=(VRELOptions const&) = delete;
 
-  // Store a copy under the option's name, or assign the option to the one that is stored there, by the rules of
-  // VRELOption. VREL_E_INVALID_ARGUMENT for null and for an empty name, VREL_E_OPTION_UNSET for an option that is
-  // unset, VREL_E_FAIL for an empty token in the name. A name of more than 7 tokens is stored, and only enumerations
-  // find it.
+  // Store a copy of an option under its name, or assign it to the option that is stored there (see
+  // VRELOption::operator=).
+  // Errors: VREL_E_INVALID_ARGUMENT for null and for an empty name, VREL_E_OPTION_UNSET for an unset option,
+  // VREL_E_FAIL for an empty token in the name. Compatibility: a name of more than 7 tokens is stored, and found only
+  // by enumeration.
   VRINResult AddOption(VRELOption const* option);
   VRINResult AddOption(VRELOption const& option);
-  // The same for a new option of this name and value; text in the process's default codepage. A wide literal would be
-  // taken for a bool as the value: wrap it in a VRELString.
+  // Add a new option with this name and value.
   VRINResult AddOption(VRELString const& name, VRELString const& value);
   VRINResult AddOption(VRELString const& name, char const* value);
   VRINResult AddOption(VRELString const& name, double value);
   VRINResult AddOption(VRELString const& name, int value);
   VRINResult AddOption(VRELString const& name, bool value);
-  // The same for a value in a text: an integer, else a real number, both as Gk_StringParser tells them, else a boolean,
-  // else the text without quotation marks at its ends. 1 is an integer and "Off", with the marks, a text.
+  // A wide string, or UTF-8. The char const* above is read in the default codepage of the process. Null is the empty
+  // string.
+  VRINResult AddOption(VRELString const& name, wchar_t const* value) { return AddOption(name, VRELString(value)); }
+  VRINResult AddOption(VRELString const& name, std::string const& value) { return AddOption(name, VRELString(value)); }
+  VRINResult AddOption(VRELString const& name, std::string_view value) { return AddOption(name, std::string(value)); }
+  // Other pointers would convert to bool.
+  template <class T>
+  VRINResult AddOption(VRELString const& name, T const* value) = delete;
+  // Adds an option whose value is parsed from a string: an integer, else a real number (see Gk_StringParser), else a
+  // boolean, else the string without double quotes at its ends. "1" is an integer, and "\"Off\"" a string.
   VRINResult AddOptionParseValue(VRELString const& name, VRELString const& text);
 
-  // Adds the options of another store: all of them, or those whose paths this one does not hold. Always VREL_S_OK.
+  // Adds the options of another store; without `overwrite`, only those under names that this store does not have.
+  // Always returns VREL_S_OK.
   VRINResult AddOptions(VRELOptions& other, bool overwrite);
 
-  // The stored option that serves for a name. At each token its own branch goes before the wildcard, and the first
-  // token counts most: A.*.X goes before *.B.X for A.B.X. A "*" in the name finds nothing but a stored "*".
+  // Finds the option that applies to `name`.
   //
-  // VREL_E_INVALID_ARGUMENT for an empty name. VREL_E_FAIL when there is no such option, VREL_E_OPTION_UNSET where only
-  // the last node of a way through wildcards lacks one. `option` is then null, or as it was if no stored name ends in
-  // that last token, so set it to null first. That of more than 7 tokens those from the seventh on are joined, without
-  // dots, and sought as the last token, is promised.
+  // Errors: VREL_E_INVALID_ARGUMENT if `name` is empty; VREL_E_FAIL if no option matches; VREL_E_OPTION_UNSET if only
+  // the last node reached through wildcards has no option. On failure `option` is null, except that it is unchanged if
+  // no stored name ends in the last token; initialize it to null. Compatibility: a "*" in `name` matches only a stored
+  // "*". For names of more than 7 tokens, tokens 7 and up are concatenated without dots and looked up as the last
+  // token.
   VRINResult GetOption(VRELString const& name, VRELOption*& option) const;
-  // Whether there is an option under the very path of this one's name. False for more than 7 tokens.
+  // Returns whether an option is stored under exactly the name of this one. False for more than 7 tokens.
   bool HasOption(VRELOption const& option) const;
 
-  // How often an option was added. That an addition that replaces another counts too is promised.
+  // Returns the number of successful additions. Compatibility: includes those that replaced an option.
   int Size() const { return size; }
 
-  // A walk through all options: hash order within a level, depth first, wildcards last. VREL_E_FAIL, with null, at the
-  // end; the next call begins anew.
-  //
-  // A branch without an option ends the walk through the node above it, and what lies below an option is passed over.
-  // Both are promised; they concern names of more than 7 tokens and what is left of a name that was refused.
+  // Restarts the enumeration.
   void InitEnumeration() const;
+  // Returns the next option, depth first: children in slot order of the hash table, wildcards last. The call after the
+  // last option restarts. Errors: VREL_E_FAIL, with a null `option`, after the last one.
+  // Compatibility: a branch without options ends the traversal of its parent, and options below an option are skipped.
+  // Both concern only names of more than 7 tokens and the remains of names that were refused.
   VRINResult GetNext(VRELOption*& option) const;
-  // The next node with an option, from `node` on or below it; it gives a node that has an option back. VREL_E_FAIL,
-  // with null, when there is none.
+  // Replaces `node` by the next node with an option, at or below it. Errors: VREL_E_FAIL, with a null `node`, if there
+  // is none.
   VRINResult GetNext(VRELOptionToken*& node) const;
 
-  // Adds each line "name=value", or "name:value", above the first section of a configuration file, by
-  // AddOptionParseValue; lines that it refuses are passed over. VREL_E_INVALID_ARGUMENT for an empty path or a null
-  // stream, VREL_E_FILE_OPEN, VREL_E_FAIL, with nothing added, for a file with a syntax error in any line.
+  // Adds the keys of a configuration file (see VRELCfgFile) that are above its first section, each by
+  // AddOptionParseValue. Keys that it refuses are skipped.
+  // Errors: VREL_E_INVALID_ARGUMENT for an empty path or a null stream; VREL_E_FILE_OPEN; VREL_E_FAIL, with nothing
+  // added, if any line has a syntax error.
   VRINResult ReadFromFile(VRELString const& path);
   VRINResult ReadFromFile(std::FILE* stream);
 
-  // On the channel VRELInfo the header, each option by `format`, which takes the name and the value as two strings, and
-  // the footer. Null leaves one out.
+  // Prints the header, each option by `format`, which takes the name and the value as strings, and the footer, on the
+  // channel VRELInfo. Null omits one of them.
   void Dump(char const* header, char const* format, char const* footer) const;
-  // A heading and a line for each option.
+  // Writes a heading and a line for each option.
   void DumpOptions(VRELStreamFormatter& formatter) const;
 
+  // Removes all options. Always returns VREL_S_OK.
   VRINResult RemoveAll();
 
  private:

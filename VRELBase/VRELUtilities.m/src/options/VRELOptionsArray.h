@@ -1,11 +1,14 @@
-// A list of options.
+// Array of options.
 #pragma once
 
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 #include "VRELOption.h"
 
-// Carries options for the modules of the family; nothing in here puts one into it.
+// Owns an array of options. The class has no operations of its own: it is a base for modules that pass lists of
+// options.
+//
+//   class ReaderOptions : public VRELOptionsArray { ... };
 class VREL_EXPORT VRELOptionsArray {
  public:
   VRELOptionsArray();

@@ -1,4 +1,4 @@
-// The way into the folder tree.
+// Path resolution in the folder tree.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,11 +6,16 @@
 class Gk_ROString;
 class VRELRoloNode;
 
+// Resolves paths in the tree of Gk_Nest::fetchRoot(). Gk_Nest::fetch is the typed form.
 class VREL_EXPORT VRELRoloTraits {
  public:
-  // The deepest folder of the tree under Gk_Nest::fetchRoot() to which the path leads, whose start moves behind what is
-  // used up; a leading "/" counts for nothing. The root where the path leads nowhere, and for a null path. With
-  // `create` folders are made for what is left. With `leaf` what stands behind the last "/" is the name of something in
-  // the folder: no folder is looked for or made.
+  // Returns the deepest existing folder of a path, and moves the start of `path` past the part that was resolved. A
+  // leading "/" is ignored. Returns the root if no folder matches, and for a null path.
+  //
+  // With `create`, folders are made for the rest of the path. With `leaf`, the part after the last "/" names an item in
+  // the folder, and is neither searched nor made as a folder.
+  //
+  //   Gk_ROString path(text);  // "reader/step/tolerance"
+  //   VRELRoloNode* folder = VRELRoloTraits::fetch(&path, true, true);  // reader/step; path is "tolerance"
   static VRELRoloNode* fetch(Gk_ROString* path, bool create, bool leaf);
 };

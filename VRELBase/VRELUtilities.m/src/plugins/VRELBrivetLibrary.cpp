@@ -19,7 +19,7 @@ VRINResult VRELBrivetLibrary::Load() {
     VRELLibrary* created = nullptr;
     result &= VRELLibraryManager::CreateLibrary(libraryName, initializeFunctionName, finalizeFunctionName, created);
     if (created != nullptr) {
-      // Held by now, since the initialise entry point may call FreeLibraries.
+      // The handle keeps the library if its initialize entry point calls FreeLibraries.
       VRELLibraryHandle const held(created);
       created->SetUnloadable(unloadable);
       result &= created->LoadAndInitialize();

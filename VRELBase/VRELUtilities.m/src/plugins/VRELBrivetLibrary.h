@@ -1,4 +1,4 @@
-// What a program keeps of a format module.
+// Format module as a program uses it.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,31 +6,36 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// Names a module and its two entry points, and loads it when it is first needed. All objects on one name share one
-// VRELLibrary, whose initialise entry point runs once for the process.
+// Format module as a program uses it: a module name with the names of two entry points, loaded at first use. All
+// objects with one module name share one VRELLibrary, so that the initialize entry point runs once in the process.
 //
 //   VRELBrivetLibrary step(L"VRELStep", L"InitializeStep", L"FinalizeStep");
 //   void* function = nullptr;
 //   if (step.GetFunction(L"CreateStepReader", function).IsSuccess()) ...
 //
-// The module stays loaded when the object goes: VRELLibraryManager::FreeLibraries() unloads what has no user.
+// Ownership: the module stays loaded when the object is destroyed. VRELLibraryManager::FreeLibraries() unloads modules
+// that are not in use. Copies share the library.
+// Thread safety: none.
 class VREL_EXPORT VRELBrivetLibrary {
  public:
+  // Copies the names. Loads nothing.
   VRELBrivetLibrary(VRELString const& name, VRELString const& initFunction, VRELString const& finalFunction);
-  // A copy shares the library.
   VRELBrivetLibrary(VRELBrivetLibrary const&) = default;
   VRELBrivetLibrary& operator=(VRELBrivetLibrary const&) = default;
   virtual ~VRELBrivetLibrary();
 
-  // Whether the module may be taken out of memory; true at first. The object that loads last decides.
+  // Sets whether the module may be unloaded; true by default. The last call of Load of all objects with the same module
+  // name determines the setting.
   void SetUnloadable(bool mayUnload);
 
-  // Finds the module's library and loads and initialises it, unless this object has a library already. VREL_E_FAIL when
-  // the module cannot be loaded. That a second call is a success even so is promised: the object has its library then,
-  // and GetFunction tries to load it again.
+  // Loads and initializes the module, unless this object has loaded it before.
+  //
+  // Errors: VREL_E_FAIL if the module cannot be loaded; a warning is sent (see VRELLibrary::LoadAndInitialize).
+  // Compatibility: a second call returns VREL_S_OK even if the first one failed. GetFunction tries to load the module
+  // again.
   VRINResult Load();
 
-  // Load(), then what VRELLibrary::GetFunction gives.
+  // Calls Load() and then VRELLibrary::GetFunction.
   VRINResult GetFunction(VRELString const& function, void*& address);
 
  private:

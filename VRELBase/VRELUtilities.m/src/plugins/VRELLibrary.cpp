@@ -15,7 +15,7 @@ namespace {
 
 using EntryPoint = void (*)();
 
-// A text in the process's default codepage; on the stack, unless it is long.
+// String in the default codepage of the process. Short strings are on the stack.
 class PlainCharacters {
  public:
   explicit PlainCharacters(VRELString const& text) {
@@ -29,7 +29,7 @@ class PlainCharacters {
   PlainCharacters(PlainCharacters const&) = delete;
   PlainCharacters& operator=(PlainCharacters const&) = delete;
 
-  // Never null; empty for a text that cannot be converted.
+  // Returns an empty string, not null, if the string cannot be converted.
   char const* Get() const noexcept { return characters; }
 
  private:
@@ -38,13 +38,13 @@ class PlainCharacters {
   char const* characters = "";
 };
 
-// Sets a flag while it lives.
-class Raised {
+// Sets a flag for the duration of a scope.
+class FlagScope {
  public:
-  explicit Raised(bool& raisedFlag) noexcept : flag(raisedFlag) { flag = true; }
-  ~Raised() { flag = false; }
-  Raised(Raised const&) = delete;
-  Raised& operator=(Raised const&) = delete;
+  explicit FlagScope(bool& scopedFlag) noexcept : flag(scopedFlag) { flag = true; }
+  ~FlagScope() { flag = false; }
+  FlagScope(FlagScope const&) = delete;
+  FlagScope& operator=(FlagScope const&) = delete;
 
  private:
   bool& flag;
@@ -68,7 +68,7 @@ VRELLibrary::~VRELLibrary() {
   try {
     FinalizeAndUnload();
   } catch (...) {
-    // What was thrown may be of a class that only the module knows, so the module stays.
+    // The module stays loaded: the class of the exception may be defined in it.
   }
 }
 
@@ -88,7 +88,7 @@ void VRELLibrary::Load() noexcept {
 }
 
 void VRELLibrary::Initialize() {
-  Raised const guard(initializing);
+  FlagScope const scope(initializing);
   void* function = nullptr;
   GetFunction(initializeFunctionName, function);
   if (function == nullptr) return;
@@ -119,7 +119,7 @@ VRINResult VRELLibrary::GetFunction(VRELString const& name, void*& function) {
 }
 
 void VRELLibrary::Finalize() {
-  Raised const guard(finalizing);
+  FlagScope const scope(finalizing);
   void* function = nullptr;
   GetFunction(finalizeFunctionName, function);
   if (function == nullptr) return;
@@ -128,7 +128,7 @@ void VRELLibrary::Finalize() {
 }
 
 VRINResult VRELLibrary::FinalizeAndUnload() {
-  // An entry point that asks for this would return into code that is gone.
+  // A running entry point would return into unloaded code.
   if (handle == nullptr || IsRunning()) return VREL_S_OK;
   if (initialized) Finalize();
   if (unloadable) {

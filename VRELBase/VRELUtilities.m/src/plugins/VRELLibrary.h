@@ -1,4 +1,4 @@
-// A shared library that is loaded on demand: a format module.
+// Shared library that is loaded at run time.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,59 +6,69 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// One module by its base name, with the names of two entry points that it may have: one that runs when the module has
-// been loaded, and one that runs before it is unloaded. Both take no arguments and return nothing.
+// Shared library of a format module, with two optional entry points: one to run after loading and one to run before
+// unloading. Entry points are functions with C linkage, without parameters or result.
 //
-// The module's file is "lib" + name + ".so". The bare file name goes to dlopen, so that the search is the dynamic
-// loader's own. All symbols are resolved at load, and the module's symbols are visible to modules that are loaded
-// later.
+//   VRELLibraryHandle const library(new VRELLibrary(L"VRELStep", L"InitializeStep", L"FinalizeStep"));
+//   void* function = nullptr;
+//   if (library->GetFunction(L"CreateStepReader", function).IsFailure()) return;
 //
-// Making one loads nothing. Modules are mostly shared by name through VRELLibraryManager; programs hold them through a
-// VRELBrivetLibrary. What an entry point throws passes through; only the destructor lets nothing out. No locking.
+// The file name is "lib" + name + ".so". It is passed to dlopen without a path, so that the search rules of the dynamic
+// loader apply. Symbols are resolved at load (RTLD_NOW) and are visible to libraries that are loaded later
+// (RTLD_GLOBAL).
+//
+// Programs normally use VRELBrivetLibrary, and VRELLibraryManager shares libraries by name. The constructor loads
+// nothing.
+//
+// Errors: exceptions of entry points are rethrown, except by the destructor.
+// Thread safety: none.
 class VREL_EXPORT VRELLibrary : public VRELReferenceCount {
  public:
-  // Of a name of more than 63 bytes in the process's default codepage the first 63 are kept.
+  // Keeps the first 63 bytes of `name` in the default codepage of the process.
   VRELLibrary(VRELString const& name, VRELString const& initFunction, VRELString const& finalFunction);
   VRELLibrary(VRELLibrary const&) = delete;
   VRELLibrary& operator=(VRELLibrary const&) = delete;
-  // FinalizeAndUnload(). A module whose finalise entry point throws stays mapped.
+  // Calls FinalizeAndUnload(). If the finalize entry point throws, the module stays loaded.
   ~VRELLibrary() override;
 
   unsigned int RaiseReference() override;
   unsigned int LowerReference() override;
 
-  // The base name, owned by this object.
+  // Returns the module name, owned by this object.
   char* GetLibraryName() noexcept { return libraryName; }
 
   bool IsLoaded() const noexcept { return handle != nullptr; }
 
-  // Whether an entry point of the module is running.
+  // Returns whether an entry point of the module is running.
   bool IsRunning() const noexcept { return initializing || finalizing; }
 
-  // Whether FinalizeAndUnload may take the module out of memory; true at first.
+  // Sets whether FinalizeAndUnload may unload the module; true by default.
   void SetUnloadable(bool mayUnload) noexcept { unloadable = mayUnload; }
 
-  // Loads the module unless it is loaded, and runs its initialise entry point unless that has run. VREL_E_FAIL, and a
-  // warning, when the loader has no such module; the next call tries again.
+  // Loads the module if it is not loaded, and runs its initialize entry point if that has not run.
   //
-  // That a module without that entry point counts as loaded is promised: an error tells of it, and every later
-  // GetFunction looks for it once more.
+  // Errors: VREL_E_FAIL if the module cannot be loaded. The warning "NAME library not loaded." is sent; it does not say
+  // why. Run the program with LD_DEBUG=libs to see the search. The next call tries again.
+  // Compatibility: a module without the initialize entry point counts as loaded; an error event is sent, and each later
+  // GetFunction looks for the entry point again.
   VRINResult LoadAndInitialize();
 
-  // The address of a function or variable that the module, or a library that it needs, exports. Loads and initialises
-  // first where that has not been done; while the initialise entry point runs it may itself ask for functions.
-  // VREL_E_INVALID_ARGUMENT for an empty name; VREL_E_FAIL, an error and null when there is no such symbol. In all
-  // other failures `function` stays as it was.
+  // Stores the address of a function or variable that the module, or a library that it depends on, exports. Loads and
+  // initializes the module first if necessary. The initialize entry point may call it too.
+  //
+  // Errors: VREL_E_INVALID_ARGUMENT if `name` is empty. VREL_E_FAIL if the module cannot be loaded; `function` is
+  // unchanged in both cases. VREL_E_FAIL if there is no such symbol; `function` is null and an error event is sent.
   VRINResult GetFunction(VRELString const& name, void*& function);
 
-  // Runs the finalise entry point of an initialised module, then unloads it if that is allowed. Always VREL_S_OK.
+  // Runs the finalize entry point if the module is initialized, and unloads the module if it may be unloaded. Does
+  // nothing while an entry point of the module is running. Returns VREL_S_OK.
   //
-  // Does nothing while an entry point of the module runs. That a module without a finalise entry point goes on
-  // counting as initialised is promised: loaded again, it is not initialised again.
+  // Compatibility: a module without the finalize entry point stays initialized, so that its initialize entry point does
+  // not run when it is loaded again.
   VRINResult FinalizeAndUnload();
 
-  // From now on no library loads a module, as if the loader had none. Called when the process ends: the loader would
-  // bring up anew what is going down.
+  // Disables loading: from now on every load fails. Called when the process exits, because a module must not be loaded
+  // while the library is being destroyed.
   static void StopLoading() noexcept { mayLoad = false; }
 
  private:

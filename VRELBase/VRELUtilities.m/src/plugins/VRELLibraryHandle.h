@@ -1,11 +1,11 @@
-// The handle by which a VRELLibrary is shared.
+// Handle of a VRELLibrary.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELLibrary.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELLibrary, or nothing.
+// Handle of a VRELLibrary.
 class VREL_EXPORT VRELLibraryHandle : public VRELTypedHandle<VRELLibrary> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

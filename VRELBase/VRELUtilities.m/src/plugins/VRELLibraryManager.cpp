@@ -9,8 +9,17 @@ VRELString KeyOf(VRELLibrary& library) {
   return VRELString(library.GetLibraryName());
 }
 
-VRELDynamicArray<VRELString> NamesOfUnused() {
-  // The table's own handle, the one in the pair that the enumeration fills, and a local one.
+// Look-up order
+// =============
+//
+// CreateLibrary looks up the caller's name; AddLibrary enters the library under its own name, which is at most 63 bytes
+// long. The two differ for longer names, so CreateLibrary looks up the library's name again after adding it.
+//
+// FreeLibraries first collects the names of unused libraries and then removes them one by one: finalize entry points
+// run during a removal and may change the table, which must not happen during an enumeration.
+
+VRELDynamicArray<VRELString> UnusedNames() {
+  // One reference each: the table, the pair that GetNext fills, and the local handle.
   constexpr unsigned int kOwnReferences = 3;
   VRELDynamicArray<VRELString> names;
   VRELPair<VRELString, VRELLibraryHandle> entry;
@@ -18,7 +27,7 @@ VRELDynamicArray<VRELString> NamesOfUnused() {
   while (VRELLibraryManager::_libraries.GetNext(entry)) {
     VRELLibraryHandle const library = entry.value;
     if (!library.IsValid() || library->GetReferenceCount() != kOwnReferences) continue;
-    // The entry point that asks would return into a library that is gone.
+    // A running entry point would return into unloaded code.
     if (!library->IsRunning()) names.add(entry.key);
   }
   return names;
@@ -33,7 +42,7 @@ VRINResult VRELLibraryManager::CreateLibrary(VRELString const& name, VRELString 
   if (!_libraries.Get(name, found)) {
     found = new VRELLibrary(name, initFunction, finalFunction);
     result &= AddLibrary(found);
-    // A name that was cut may stand there already; the new library is then one too many.
+    // A truncated name may be in the table already; the new library is then dropped.
     _libraries.Get(KeyOf(*found), found);
   }
   library = found;
@@ -48,9 +57,9 @@ VRINResult VRELLibraryManager::AddLibrary(VRELLibrary* library) {
 }
 
 VRINResult VRELLibraryManager::FreeLibraries() {
-  VRELDynamicArray<VRELString> const names = NamesOfUnused();
+  VRELDynamicArray<VRELString> const names = UnusedNames();
   for (VRELString const& name : names) {
-    // Goes behind the entry: what a finalise entry point asks of the table finds it whole.
+    // Destroyed after the removal, so that a finalize entry point can use the table.
     VRELLibraryHandle library;
     _libraries.Get(name, library);
     _libraries.Remove(name);

@@ -1,4 +1,4 @@
-// The process's table of modules.
+// Table of the modules of the process.
 #pragma once
 
 #include "VRELExport.h"
@@ -7,27 +7,37 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// Shares one VRELLibrary for each name among all its users, for as long as its entry stands. What is left when the
-// process ends is finalised and unloaded then, when the module's own static objects are gone and nothing more is
-// loaded. No locking.
+// Table of the loaded modules, by name, of which there is one in the process. All users of a name share its
+// VRELLibrary.
+//
+//   VRELLibrary* library = nullptr;
+//   VRELLibraryManager::CreateLibrary(L"VRELStep", L"InitializeStep", L"FinalizeStep", library);
+//   ...
+//   VRELLibraryManager::FreeLibraries();
+//
+// Libraries that are left when the process exits are finalized and unloaded then. Nothing is loaded any more at that
+// time.
+// Thread safety: none.
 class VREL_EXPORT VRELLibraryManager {
  public:
-  // The library of that name: the one in the table, or a new one that is put there. Nothing is loaded. That the names
-  // of its entry points are those of the first call for the name is promised. The pointer stays good while the entry
-  // stands or a handle holds the library.
+  // Stores the library with this name, which is created if it is not in the table. Loads nothing.
   //
-  // Names should have at most 63 bytes: a longer one stands in the table by its first 63. Every call for it gives the
-  // library that stands there.
+  // Requires: names have at most 63 bytes. A longer name is entered under its first 63 bytes, and every call with it
+  // returns the library that is entered there.
+  // Ownership: the pointer is valid while the library is in the table or a handle refers to it.
+  // Compatibility: if the name is in the table, the names of the entry points are ignored.
   static VRINResult CreateLibrary(VRELString const& name, VRELString const& initFunction,
                                   VRELString const& finalFunction, VRELLibrary*& library);
 
-  // Puts a library from the heap into the table, under its own name. Where that name stands already nothing is put, and
-  // a library that no handle holds is deleted; that this counts as a success is promised. VREL_E_INVALID_ARGUMENT for
-  // null.
+  // Adds a library, which must have been created with new, under its own name.
+  //
+  // Errors: VREL_E_INVALID_ARGUMENT for null.
+  // Compatibility: if the name is in the table, returns VREL_S_OK without adding the library, and deletes it unless a
+  // handle refers to it.
   static VRINResult AddLibrary(VRELLibrary* library);
 
-  // Takes the libraries that nobody outside the table holds out of it, which finalises and unloads them; not those of
-  // which an entry point is running. Always VREL_S_OK.
+  // Removes the libraries to which only the table refers, which finalizes and unloads them. Libraries with a running
+  // entry point stay. Returns VREL_S_OK.
   static VRINResult FreeLibraries();
 
   static VRELHashMap<VRELString, VRELLibraryHandle> _libraries;

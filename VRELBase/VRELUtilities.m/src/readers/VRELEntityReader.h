@@ -1,4 +1,4 @@
-// Reads one entity of a document.
+// Base of the readers of entities.
 #pragma once
 
 #include "VRELBufferHandle.h"
@@ -9,20 +9,27 @@
 
 class VRELSectionReader;
 
-// The frame of what a format module makes for each entity of its format. The module's class fills the protected fields.
+// Base of the reader of one entity. A format module derives from it for the entities of its format and sets the
+// protected fields.
+//
+//   class Number : public VRELEntityReader {
+//    public:
+//     Number(VRELBufferHandle& document, int id) : VRELEntityReader(document) { entityId = id; }
+//     VRINResult ReadEntity() override;
+//   };
 class VREL_EXPORT VRELEntityReader : public VRELReferenceCount {
  public:
-  // Where the entity's data lies; may be invalid.
+  // `buffer` contains the data of the entity. It may be invalid.
   VRELEntityReader(VRELBufferHandle& buffer);
   ~VRELEntityReader() override;
 
-  // Reads the entity's data.
+  // Reads the data of the entity.
   virtual VRINResult ReadEntity() = 0;
-  // A hook for the format's own use, which no walk calls; VREL_E_NOT_IMPLEMENTED here.
+  // Hook for format modules; VRELReader does not call it. The base class returns VREL_E_NOT_IMPLEMENTED.
   virtual VRINResult Proprocess(VRELSectionReader* section);
-  // The id of the entity in its document. Always VREL_S_OK here.
+  // Stores the id of the entity in the document and returns VREL_S_OK.
   virtual VRINResult GetEntityId(int& id) const;
-  // The name of the entity's type; empty here.
+  // Returns the name of the entity type. The base class returns an empty string.
   virtual VRELString GetEntityType() const;
   virtual bool IsEntityRoot() const;
 

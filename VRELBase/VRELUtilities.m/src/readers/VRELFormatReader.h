@@ -1,4 +1,4 @@
-// Reads one document of a format.
+// Base of the readers of documents.
 #pragma once
 
 #include "VRELBufferHandle.h"
@@ -11,32 +11,40 @@
 class VRELEntityReader;
 class VRELSectionReader;
 
-// The frame of what a format module makes for a document: header sections and data sections, each with its entities.
-// The module's class opens the document, sets the buffer and fills the two lists with section readers, which stay its
-// own: the destructor here empties the lists and deletes none of them. VRELReader walks through it.
+// Base of the reader of a document: header sections and data sections with their entities. A format module derives from
+// it, opens the document, sets `buffer` and fills the two lists. VRELReader traverses it.
+//
+//   class NumberFormat : public VRELFormatReader {
+//    public:
+//     explicit NumberFormat(VRELFileHandle const& document) : VRELFormatReader(document) {
+//       buffer = VRELBufferHandle(new VRELBuffer(document));
+//       dataSections.add(&numbers);
+//     }
+//     ...
+//
+// Ownership: the lists do not own their sections. The destructor empties them; the derived class deletes the sections.
 class VREL_EXPORT VRELFormatReader : public VRELReferenceCount {
  public:
-  // Opens nothing.
+  // Stores the handle. Does not open the file.
   VRELFormatReader(VRELFileHandle const& file);
   VRELFormatReader(VRELFormatReader const&) = delete;
   VRELFormatReader& operator=(VRELFormatReader const&) = delete;
   ~VRELFormatReader() override;
 
-  // The next section of the list; null at its end, and as long as there is no buffer. Good for one walk each, since
-  // nothing rewinds them.
+  // Return the next section of the list, or null at the end of the list or if `buffer` is invalid. The positions are
+  // never reset, so that each list can be traversed once.
   virtual VRELSectionReader* GetNextHeaderSection();
   virtual VRELSectionReader* GetNextDataSection();
 
-  // A hook that runs before the data sections are read; VREL_E_NOT_IMPLEMENTED here.
+  // Hook that runs before the data sections are read. The base class returns VREL_E_NOT_IMPLEMENTED.
   virtual VRINResult PreprocessData();
-  // The step after reading, in which a format links what was read; VREL_E_NOT_IMPLEMENTED here.
+  // Links the entities after reading. The base class returns VREL_E_NOT_IMPLEMENTED.
   virtual VRINResult Resolve();
 
-  // The entities of all sections, section by section, in a new array. The walks do not notice. The readers stay their
-  // owner's.
+  // Return the entities of all sections, section by section, in a new array. The traversal positions do not change.
   VRELDynamicArray<VRELEntityReader*> GetDataEntityList();
   VRELDynamicArray<VRELEntityReader*> GetHeaderEntityList();
-  // The same for any sections; null ones are passed over.
+  // Return the entities of the given sections. Null sections are skipped.
   VRELDynamicArray<VRELEntityReader*> GetDataEntityList(VRELDynamicArray<VRELSectionReader*>& sections);
   VRELDynamicArray<VRELEntityReader*> GetHeaderEntityList(VRELDynamicArray<VRELSectionReader*>& sections);
 

@@ -1,11 +1,11 @@
-// The handle by which a VRELFormatReader is shared.
+// Handle of a VRELFormatReader.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELFormatReader.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELFormatReader, or nothing.
+// Handle of a VRELFormatReader.
 class VREL_EXPORT VRELFormatReaderHandle : public VRELTypedHandle<VRELFormatReader> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

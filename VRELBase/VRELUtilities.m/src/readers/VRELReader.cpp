@@ -9,6 +9,14 @@ VRELReader::VRELReader(VRELFormatReaderHandle reader) : formatReader(std::move(r
 
 VRELReader::~VRELReader() = default;
 
+// Section traversal
+// =================
+//
+// Both traversals start with the result for a document without sections, and set the result to VREL_E_READER_NO_ENTITY
+// at each section. They differ in what they do with the result of an entity: the header combines it by &=, which keeps
+// the worse of the two, while the data assigns it, so that the last entity counts. Only the data has hooks before the
+// reading. An entity that fails never ends a traversal.
+
 VRINResult VRELReader::ReadHeaderSection() {
   if (!formatReader.IsValid()) return VREL_E_READER_NO_FORMAT;
   VRINResult result = VREL_E_READER_NO_HEADER;

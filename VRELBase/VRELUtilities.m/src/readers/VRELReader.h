@@ -1,4 +1,4 @@
-// Walks through a document.
+// Traversal of a document.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -9,14 +9,13 @@
 
 class VRELEntityReader;
 
-// Failures of the walks, which have no message of their own: there is no format reader, no header section, no data
-// section, and no entity in the last section.
-constexpr long VREL_E_READER_NO_FORMAT = 0x1000091;
-constexpr long VREL_E_READER_NO_HEADER = 0x1000092;
-constexpr long VREL_E_READER_NO_DATA = 0x1000093;
-constexpr long VREL_E_READER_NO_ENTITY = 0x1000094;
+// Results of VRELReader. They have no message of their own.
+constexpr long VREL_E_READER_NO_FORMAT = 0x1000091;  // there is no format reader
+constexpr long VREL_E_READER_NO_HEADER = 0x1000092;  // there is no header section
+constexpr long VREL_E_READER_NO_DATA = 0x1000093;    // there is no data section
+constexpr long VREL_E_READER_NO_ENTITY = 0x1000094;  // the last section has no entity
 
-// Drives the format reader of a module through its document.
+// Reader of a document: traverses the sections and entities of a format reader.
 //
 //   VRELReader reader(VRELFormatReaderHandle(new StepReader(file)));
 //   reader.ReadHeaderSection();
@@ -24,27 +23,31 @@ constexpr long VREL_E_READER_NO_ENTITY = 0x1000094;
 //   if (result.IsSuccess()) reader.Resolve();
 //   for (VRELEntityReader* entity : reader.GetDataEntityList()) ...
 //
-// A reader is good for one walk through the header and one through the data: a second finds no section.
+// The header and the data can each be read once; a second traversal finds no section. An entity that fails does not end
+// the traversal, and the result describes the last section only. To find failed entities, check them one by one.
 //
-// No walk stops at an entity that fails, and what it gives speaks only for the last section. A section starts as
-// VREL_E_READER_NO_ENTITY. In the data walk each entity's result replaces that, so that the last one counts; in the
-// header walk it is folded in by &=, where the failure that a section starts with stays. That the header walk thus
-// gives a failure even where all went well is promised. Exceptions pass through.
+// Errors: exceptions of the derived readers are rethrown.
 class VREL_EXPORT VRELReader : public VRELReferenceCount {
  public:
-  // The handle may be invalid.
+  // `reader` may be invalid.
   VRELReader(VRELFormatReaderHandle reader);
   ~VRELReader() override;
 
-  // Reads the entities of all header sections.
+  // Reads the entities of all header sections. Returns VREL_E_READER_NO_ENTITY, combined by &= with the results of the
+  // entities of the last section.
+  //
+  // Errors: VREL_E_READER_NO_FORMAT, VREL_E_READER_NO_HEADER.
+  // Compatibility: combining keeps the initial failure, so that the result is a failure even if all entities succeed.
   VRINResult ReadHeaderSection();
-  // Lets the format reader and each of its data sections prepare themselves, whatever comes of that, and reads the
-  // entities of all data sections.
+  // Calls PreprocessData() of the format reader and PreProcess() of each data section, ignoring their results, and
+  // reads the entities of all data sections. Returns the result of the last entity of the last section.
+  //
+  // Errors: VREL_E_READER_NO_FORMAT, VREL_E_READER_NO_DATA, VREL_E_READER_NO_ENTITY.
   VRINResult ReadDataSection();
-  // What the format reader's Resolve() gives; VREL_E_READER_NO_FORMAT without one.
+  // Returns the result of Resolve() of the format reader, or VREL_E_READER_NO_FORMAT.
   VRINResult Resolve();
 
-  // The entities of all sections, whether they were read or not; none without a format reader. They stay their owner's.
+  // Return the entities of all sections, read or not; empty without a format reader. The entities are not owned.
   VRELDynamicArray<VRELEntityReader*> GetHeaderEntityList();
   VRELDynamicArray<VRELEntityReader*> GetDataEntityList();
 

@@ -1,4 +1,4 @@
-// Reads one section of a document.
+// Base of the readers of sections.
 #pragma once
 
 #include "VRELBufferHandle.h"
@@ -10,24 +10,32 @@
 class VRELEntityReader;
 class VRELFormatReader;
 
-// The frame of what a format module makes for each section of its format. The module's class fills the list with
-// entity readers, which stay its own: the destructor here empties the list and deletes none of them.
+// Base of the reader of a section. A format module derives from it and fills `entityList`.
+//
+//   class Numbers : public VRELSectionReader {
+//    public:
+//     explicit Numbers(VRELBufferHandle document) : VRELSectionReader(document) { entityList.add(&first); }
+//     ...
+//
+// Ownership: the list does not own its entities. The destructor empties it; the derived class deletes the entities.
 class VREL_EXPORT VRELSectionReader : public VRELReferenceCount {
  public:
-  // Where the section's data lies; a section without it serves all the same.
+  // `buffer` contains the data of the section. It may be invalid.
   VRELSectionReader(VRELBufferHandle buffer);
   VRELSectionReader(VRELSectionReader const&) = delete;
   VRELSectionReader& operator=(VRELSectionReader const&) = delete;
   ~VRELSectionReader() override;
 
-  // The next entity of the list, null at its end; good for one walk, since nothing rewinds it. That a section without
-  // a buffer gives out its entities too is promised, other than VRELFormatReader does with its sections.
+  // Returns the next entity, or null at the end of the list. The position is never reset, so that the list can be
+  // traversed once.
+  //
+  // Compatibility: returns the entities even if `buffer` is invalid, unlike VRELFormatReader.
   virtual VRELEntityReader* GetNextKey();
-  // A hook that runs before the entities of a data section are read; VREL_E_NOT_IMPLEMENTED here.
+  // Hook that runs before the entities of a data section are read. The base class returns VREL_E_NOT_IMPLEMENTED.
   virtual VRINResult PreProcess(VRELFormatReader* reader);
 
   int GetEntityReaderCount() const noexcept { return entityList.size(); }
-  // The list itself: it shares its storage with what is given out.
+  // Returns the list. The result shares its storage with the list of the section.
   VRELDynamicArray<VRELEntityReader*> GetEntityList() const { return entityList; }
 
  protected:

@@ -1,11 +1,11 @@
-// The handle by which a VRELSectionReader is shared.
+// Handle of a VRELSectionReader.
 #pragma once
 
 #include "VRELExport.h"
 #include "VRELSectionReader.h"
 #include "VRELTypedHandle.h"
 
-// Holds one use of a VRELSectionReader, or nothing.
+// Handle of a VRELSectionReader.
 class VREL_EXPORT VRELSectionReaderHandle : public VRELTypedHandle<VRELSectionReader> {
  public:
   using VRELTypedHandle::VRELTypedHandle;

@@ -8,12 +8,12 @@ bool BeginsWithDash(char const* argument) noexcept {
   return argument != nullptr && argument[0] == '-';
 }
 
-// Whether the name, without an announcing ":" at its end, is this one letter.
+// Returns whether the name, without a trailing ":", is this one letter.
 bool IsOneLetter(char const* name, char letter) noexcept {
   if (name == nullptr) return false;
   std::size_t const length = std::strlen(name);
-  bool const announces = length > 0 && name[length - 1] == ':';
-  return length - (announces ? 1 : 0) == 1 && name[0] == letter;
+  bool const takesArgument = length > 0 && name[length - 1] == ':';
+  return length - (takesArgument ? 1 : 0) == 1 && name[0] == letter;
 }
 
 bool Report(int position, int* index) noexcept {
@@ -21,7 +21,7 @@ bool Report(int position, int* index) noexcept {
   return position >= 0;
 }
 
-// The position of the first name that begins with the text; -1 where none does.
+// Returns the position of the first name that begins with `text`, or -1.
 int FindBeginning(int count, char** table, char const* text) noexcept {
   if (table == nullptr) return -1;
   std::size_t const length = std::strlen(text);
@@ -102,15 +102,15 @@ bool VRELArgs::GetNextOption(int count, char** table, int* index) noexcept {
       return true;
     }
   }
-  return Report(-1, index);
+  return false;
 }
 
-// Null behind the last one.
+// Returns null after the last argument.
 char const* VRELArgs::ArgumentAt(int position) const noexcept {
   return arguments == nullptr || position > lastIndex ? nullptr : arguments[position];
 }
 
-// Moves on by a letter. False where the argument last consumed has none there.
+// Advances to the next letter of the group. Returns false if the argument last consumed has no more letters.
 bool VRELArgs::TakeLetterOfGroup() noexcept {
   ++groupPosition;
   char const* const argument = ArgumentAt(current);

@@ -1,10 +1,11 @@
-// A walk over a command line.
+// Command line parser with abbreviated option names.
 #pragma once
 
 #include "VRELExport.h"
 
-// Takes the arguments of a program one by one, options by a table of their names. An option is an argument that begins
-// with "-"; a name in the table that ends in ":" announces to the reader of the table that an argument follows.
+// Reads the arguments of a program one by one, and options by a table of their names. An option is an argument that
+// begins with "-". A ":" at the end of a name marks an option that takes an argument; the caller reads that argument
+// with GetOptionArgument.
 //
 //   char file[] = "file:";
 //   char verbose[] = "verbose";
@@ -16,38 +17,43 @@
 //     if (option == 0 && args.GetOptionArgument(&name)) ...
 //   }
 //
-// An option may be shortened to any beginning of its name; the first name in the table that begins so is meant, and
-// "-" alone means the first name. What is no such beginning may be a group of options of one letter: "-ab" is "-a" and
-// "-b". A full name is compared with its ":", and only names of one letter are compared without it; that is promised.
+// An option can be abbreviated to any prefix of its name. The first name in the table with that prefix is used; "-"
+// alone is a prefix of the first name. An argument that is no prefix can be a group of single-letter options: "-ab" is
+// "-a" and "-b".
 //
-// The vectors belong to the caller and are not copied: the arguments must outlive the object. Null in place of an
-// argument, a name or a vector counts as nothing there.
+// Compatibility: prefixes are compared with the name including its ":"; only single letters are compared without it.
+//
+// Ownership: the vectors belong to the caller and are not copied; they must outlive the object. A null argument, name
+// or vector counts as absent.
 class VREL_EXPORT VRELArgs {
  public:
-  // As main gets them, the program's name in front; that one counts as consumed.
+  // Takes the parameters of main. The name of the program counts as consumed.
   VRELArgs(int count, char** arguments) noexcept;
   ~VRELArgs();
 
-  // Consumes an argument and returns it; null at the end.
+  // Consumes an argument and returns it, or returns null at the end.
   char* GetNextArg() noexcept;
-  // Whether an argument that begins with "-" is still to come.
+  // Returns whether an argument that begins with "-" follows.
   bool AreThereOneMoreOptions() const noexcept;
-  // Consumes the next argument and stores it. False, with nothing stored or consumed, where there is none or where it
+  // Consumes the next argument and stores it. Returns false, and stores and consumes nothing, if there is none or if it
   // begins with "-".
   bool GetOptionArgument(char** argument) noexcept;
-  // Consumes an argument, or steps once behind the last one. Whether there was one to consume.
+  // Consumes an argument, or moves once past the last one. Returns whether there was an argument.
   bool Shift() noexcept;
 
-  // The operations below look into a table of `count` names. They tell whether there was a hit, and store its position,
-  // or -1, in `index`, which may be null.
-  //
-  // Looks for a name of this one letter.
+  // Looks up a single-letter name in a table of `count` names. Stores its position in `index`, or -1, and returns
+  // whether it was found. `index` can be null, here and below.
   bool IsLetterAnOption(int count, char** table, char letter, int* index) const noexcept;
-  // Looks for the name that an argument means; else for the first letter of a group, which the walk then enters.
+  // Looks up an argument in a table of `count` names, first as a prefix of a name, then as a group of single letters,
+  // which is then current. Stores the position, or -1, and returns whether it was found.
   bool IsAnOption(int count, char** table, char* argument, int* index) noexcept;
-  // Consumes the arguments up to the next option, passing over those that are none; nothing where none is left. Within
-  // a group it takes the next letter. It is promised that a letter which is not in the table gives false while the
-  // group goes on, and that the letter is sought in the argument last consumed, whatever else consumed one meanwhile.
+  // Consumes the arguments up to the next option, skipping arguments that are not options; within a group, reads its
+  // next letter. Stores the position of the option and returns true.
+  //
+  // Returns false and consumes nothing if there is no further option: `index` is then -1, or unchanged if there was no
+  // argument left to look at.
+  // Compatibility: a letter that is not in the table returns false, and the group continues. The letter is read from
+  // the argument last consumed, also if another operation consumed it.
   bool GetNextOption(int count, char** table, int* index) noexcept;
 
  private:

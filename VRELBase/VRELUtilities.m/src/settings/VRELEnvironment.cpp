@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "VRELChannelLine.h"
@@ -22,7 +23,7 @@ VRINResult GetUserName(VRELString& value) {
   return VREL_S_OK;
 }
 
-// `field` is one of the texts that uname fills in; it is empty where uname fails.
+// Reads one of the strings of uname; the empty string if uname fails.
 template <class Field>
 VRINResult GetSystemName(Field utsname::*field, VRELString& value) {
   utsname names{};
@@ -31,7 +32,7 @@ VRINResult GetSystemName(Field utsname::*field, VRELString& value) {
   return VREL_S_OK;
 }
 
-// "name=value", the name as it is looked up, the value as it is read. False where one of them cannot be had.
+// Forms "name=value" with both in the encodings of GetVariable. Returns false if one of them cannot be converted.
 bool FormEntry(VRELString const& name, VRELString const& value, std::string& entry) {
   VRELStringAsciiCharUtil const narrowName(name, false);
   char* narrowValue = nullptr;
@@ -49,13 +50,17 @@ VRELEnvironment::VRELEnvironment() = default;
 
 VRELEnvironment::~VRELEnvironment() = default;
 
+// The first calls can run on several threads: each creates an object, one of them stores its own, and the others delete
+// theirs.
 VRELEnvironment* VRELEnvironment::GetEnv() {
-  if (_pVariables == nullptr) {
-    _pVariables = new VRELEnvironment;
-    // Its own, so that no handle that comes and goes destroys it.
-    _pVariables->RaiseReference();
-  }
-  return _pVariables;
+  VRELEnvironment* current = __atomic_load_n(&_pVariables, __ATOMIC_ACQUIRE);
+  if (current != nullptr) return current;
+  auto created = std::make_unique<VRELEnvironment>();
+  // A reference of its own, so that no handle deletes it.
+  created->RaiseReference();
+  bool const isStored = __atomic_compare_exchange_n(&_pVariables, &current, created.get(), false, __ATOMIC_ACQ_REL,
+                                                    __ATOMIC_ACQUIRE);
+  return isStored ? created.release() : current;
 }
 
 VRINResult VRELEnvironment::GetVariable(VRELString const& name, VRELString& value) {
@@ -91,7 +96,7 @@ VRINResult VRELEnvironment::PutVariable(VRELString const& name, VRELString& valu
   std::string entry;
   if (!FormEntry(name, value, entry)) return VREL_E_FAIL;
   VRELInfo::Printf("Environment variable: %s\n", entry.c_str());
-  // Never longer than it was.
+  // Unescaping never makes the string longer.
   entry.resize(VRELChannelLine::CopyUnescaped(entry.c_str(), entry.data(), entry.size()));
   if (entry.size() >= sizeof live) return VREL_E_FAIL;
   std::memcpy(live, entry.c_str(), entry.size() + 1);

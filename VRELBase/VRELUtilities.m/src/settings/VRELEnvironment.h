@@ -1,4 +1,4 @@
-// The variables of the process's environment.
+// Environment variables of the process.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,42 +6,50 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// Reads and writes the environment, and answers three names by asking the system:
+// Reads and writes environment variables. Three names are read from the system instead:
 //
-//   "USERNAME"      the login name of the process's user
-//   "OS"            the name of the kernel
-//   "COMPUTERNAME"  the name of the machine
+//   "USERNAME"      login name of the user of the process
+//   "OS"            name of the kernel
+//   "COMPUTERNAME"  name of the machine
 //
-// Variables of these very names in the environment are never read; that is promised.
+// Compatibility: environment variables with these names are never read.
 //
 //   bool detailed = false;
 //   VRELEnvironment::GetVariable(L"VRELTaskInfoDetailed", detailed);
 //
-// A name is looked up in US-ASCII; what stands for another character in it is the byte 0x1A. Texts come in the
-// process's default codepage. No locking, as in the C library's own environment.
+// Names are converted to US-ASCII, other characters to the byte 0x1A. Values are in the default codepage of the
+// process.
+//
+// The class is also a set of properties: GetEnv() returns an object that modules share. The properties are independent
+// of the environment variables.
+//
+// Thread safety: GetEnv() can be called on any thread. The variables are not protected, like the environment of the C
+// library.
 class VREL_EXPORT VRELEnvironment : public VRELProperties {
  public:
   VRELEnvironment();
   ~VRELEnvironment() override;
 
-  // The one object that modules share to hold properties of the process; made by the first call and never destroyed.
-  // Its properties have nothing to do with the variables: neither side ever shows in the other.
+  // Returns the shared object. It is made by the first call at the latest, and never destroyed.
   static VRELEnvironment* GetEnv();
 
-  // The text of a variable. VREL_E_FAIL, with `value` untouched, where there is none, or no login name.
+  // Reads a variable as a string. Errors: VREL_E_FAIL, with `value` unchanged, if it is not set or there is no login
+  // name.
   static VRINResult GetVariable(VRELString const& name, VRELString& value);
-  // The text as VRELStringToInteger reads it. A failure of either leaves `value` untouched.
+  // Reads a variable as an integer, by VRELStringToInteger. Errors: those of the read and of the conversion, with
+  // `value` unchanged.
   static VRINResult GetVariable(VRELString const& name, int& value);
-  // The text as VRELStringToBool reads it. `value` is always written: it is promised that a text which is no boolean
-  // gives false with success, and that a failure, which only a missing variable gives, comes with false.
+  // Reads a variable as a boolean, by VRELStringToBool. Compatibility: `value` is always written. A string that is not
+  // a boolean is false, with success; VREL_E_FAIL, with false, is returned only if the variable is not set.
   static VRINResult GetVariable(VRELString const& name, bool& value);
 
-  // Puts "name=value" into the environment, and tells so on the channel VRELInfo. It is promised that there is one
-  // place for such a text: a call takes the variable of the call before out of the environment. The text is read as a
-  // format without arguments: "%%" becomes "%", and every other percent sign stands for itself. VREL_E_FAIL for a text
-  // that is then longer than 255 bytes, which leaves the environment as it was, and where the system refuses it.
+  // Puts "name=value" into the environment, and reports it on the channel VRELInfo.
+  // Errors: VREL_E_FAIL, with the environment unchanged, for a string of more than 255 bytes, or if the system refuses
+  // it.
+  // Compatibility: all calls share one buffer, so that a call removes the variable of the previous call. The string is
+  // read as a format without arguments: "%%" becomes "%", and other percent signs are kept.
   static VRINResult PutVariable(VRELString const& name, VRELString& value);
 
-  // What GetEnv gives; null until its first call.
+  // The object that GetEnv returns; null before it is made.
   static VRELEnvironment* _pVariables;
 };

@@ -16,10 +16,11 @@ int AddWildcard(int score, int index) {
   return score + (1 << index);
 }
 
-// Walks both texts at once. Texts are equal just where all their tokens are, since nothing but a dot folds to a dot;
-// and other counts of tokens and other tokens give the same score, so it does not matter which is met first.
+// Compares both names token by token in one pass. Names are equal exactly if all their tokens are, because only a dot
+// folds to a dot; and a different token and a different number of tokens have the same score, so that the first
+// difference decides.
 int Score(std::u16string_view known, std::u16string_view given) {
-  // The empty text has no token at all.
+  // The empty name has no tokens.
   if (known.empty() || given.empty()) {
     return known.size() == given.size() ? VREL_OPTION_EXACT_MATCH : VREL_OPTION_NO_MATCH;
   }

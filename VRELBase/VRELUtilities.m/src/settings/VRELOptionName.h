@@ -1,4 +1,4 @@
-// The names of all settings that the translators of the family understand.
+// Vocabulary of option names.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -7,37 +7,39 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// The name of a setting: a text of tokens between dots, no type and no default. Each known name is a static member, so
-// that two modules spell a setting alike, and a name that a user gives can be tested against all of them.
+// Name of a setting: tokens separated by dots, without type and default. The static members are all names that the
+// translators understand, so that modules spell a name alike, and a name that a user enters can be checked.
 //
-//   if (VRELOptionName::IsValid(given).IsFailure()) ...   // no translator knows it
+//   if (VRELOptionName::IsValid(given).IsFailure()) ...  // no translator has such a setting
 //   VRELString const path = VRELOptionName::XStep_Import_Mode_Assem;
 //
-// A module may add names of its own by making objects; they count while they live. A name is told by its address and is
-// not copied. Names must not outlive the library. No locking: names come and go, and are tested, on one thread.
+// A module adds its own names by making objects of this class; they count as long as they exist. Names cannot be
+// copied, and must not outlive the library.
+//
+// Thread safety: none. Names are made, checked and destroyed on one thread.
 class VREL_EXPORT VRELOptionName {
  public:
-  // Copies the text and joins _optionNames.
+  // Copies the string and adds the object to _optionNames.
   VRELOptionName(VRELString const& name);
   VRELOptionName(VRELOptionName const&) = delete;
   VRELOptionName& operator=(VRELOptionName const&) = delete;
-  // Leaves a null entry in _optionNames: the entries of the others keep their places.
+  // Sets its entry in _optionNames to null, so that the other indices do not change.
   ~VRELOptionName();
 
   operator VRELString const() const { return text; }
 
-  // How well `given` names `known`, without regard to case. VREL_OPTION_EXACT_MATCH for the same text; otherwise token
-  // by token, where a "*" in `given` stands for any token and adds 2 to the power of the token's index, so that one in
-  // front costs less. VREL_OPTION_NO_MATCH for other texts; a "*" in `known` stands for nothing but itself. A "*" at
-  // index 31 or behind has no such power: the score is then the lowest integer, with VREL_E_FAIL. Otherwise VREL_S_OK,
-  // also where nothing matches.
+  // Scores how well `given` matches `known`, ignoring case. The score is VREL_OPTION_EXACT_MATCH for equal strings.
+  // Otherwise they are compared token by token: a "*" in `given` matches any token and adds 2 to the power of its
+  // index, so that earlier wildcards cost less. VREL_OPTION_NO_MATCH if a token or the number of tokens differs. A "*"
+  // in `known` is an ordinary token. Errors: VREL_E_FAIL, with the lowest int as score, for a "*" at index 31 or later.
+  // Otherwise VREL_S_OK, also if there is no match.
   static VRINResult Match(VRELString const& known, VRELString const& given, int& score);
 
-  // VREL_S_OK when the best score against all names is not VREL_OPTION_NO_MATCH, which is also what sixteen wildcards
-  // in front add up to; VREL_E_FAIL otherwise.
+  // Matches a name against all names. Errors: VREL_E_FAIL if the best score is VREL_OPTION_NO_MATCH, which is also the
+  // score of sixteen leading wildcards.
   static VRINResult IsValid(VRELString const& given);
 
-  // Every name ever made, in that order; null for one that is gone.
+  // All names in order of construction; null for names that were destroyed.
   static VRELDynamicArray<VRELOptionName*> _optionNames;
 
 #define VREL_NAME(identifier, text) static VRELOptionName identifier;
@@ -48,9 +50,9 @@ class VREL_EXPORT VRELOptionName {
     char16_t const* text;
   };
 
-  // The members: nothing but the text is copied on the way, as there are a thousand of them when the library is loaded.
+  // For the members. Avoids temporary strings, because a thousand names are made when the library is loaded.
   explicit VRELOptionName(Literal literal);
 
   VRELString text;
-  int index;  // of the entry in _optionNames, as long as nobody takes entries out
+  int index;  // of the entry in _optionNames, unless a client removed entries
 };

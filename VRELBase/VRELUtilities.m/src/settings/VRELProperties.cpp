@@ -1,10 +1,12 @@
 #include "VRELProperties.h"
 
+#include <algorithm>
+#include <typeinfo>
 #include <utility>
+#include <vector>
 
 #include "Gk_Source.h"
-#include "VRELArraySort.h"
-#include "VRELDynamicArray.h"
+#include "VRELEnvironment.h"
 #include "VRELLocalNumericLocaleOverride.h"
 #include "VRELPair.h"
 #include "VRELStreamFormatter.h"
@@ -12,15 +14,18 @@
 
 namespace {
 
-VRELDynamicArray<VRELString> SortedKeys(VRELProperties const& properties) {
-  VRELDynamicArray<VRELString> keys;
+// Adds all keys that are not empty, in the order of the virtual Get(int, ...), whose cost is linear in the index.
+void AddKeysByIndex(VRELProperties const& properties, std::vector<VRELString>& keys) {
   for (int i = 0, count = properties.GetCount(); i < count; ++i) {
     VRELString key;
     VRELValue value;
-    if (properties.Get(i, key, value) == VREL_S_OK && key.length() > 0) keys.add(key);
+    if (properties.Get(i, key, value) == VREL_S_OK && key.length() > 0) keys.push_back(std::move(key));
   }
-  qsort<VRELString>(keys, 0, -1);
-  return keys;
+}
+
+// Returns whether the object has the Get operations of VRELProperties.
+bool HasPlainGet(VRELProperties const& properties) {
+  return typeid(properties) == typeid(VRELProperties) || typeid(properties) == typeid(VRELEnvironment);
 }
 
 }  // namespace
@@ -50,7 +55,7 @@ int VRELProperties::GetCount() const {
 VRINResult VRELProperties::Get(int index, VRELString& key, VRELValue& value) const {
   if (index < 0) return VREL_E_FAIL;
   values.InitEnumeration();
-  for (int passed = 0; passed < index; ++passed) {
+  for (int skipped = 0; skipped < index; ++skipped) {
     if (!values.SkipNext()) return VREL_E_FAIL;
   }
   VRELPair<VRELString, VRELValue> pair;
@@ -61,7 +66,18 @@ VRINResult VRELProperties::Get(int index, VRELString& key, VRELValue& value) con
 }
 
 VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELProperties& properties) {
-  VRELDynamicArray<VRELString> const keys = SortedKeys(properties);
+  std::vector<VRELString> keys;
+  if (HasPlainGet(properties)) {
+    // One pass over the map, so that the time is not quadratic.
+    properties.values.InitEnumeration();
+    VRELPair<VRELString, VRELValue> pair;
+    while (properties.values.GetNext(pair)) {
+      if (pair.key.length() > 0) keys.push_back(std::move(pair.key));
+    }
+  } else {
+    AddKeysByIndex(properties, keys);
+  }
+  std::sort(keys.begin(), keys.end());
   VRELLocalNumericLocaleOverride const neutral;
   for (VRELString const& key : keys) {
     VRELValue value;
@@ -75,7 +91,7 @@ Gk_Source& operator>>(Gk_Source& source, VRELProperties& properties) {
   while (!source.isEmpty()) {
     source.setWhiteSpace("\r\n");
     Gk_String const line = source.nextLine();
-    // A stream that has none of the bytes that it tells of.
+    // The stream reported bytes that it cannot deliver.
     if (line.len() == 0) break;
     VRELStringTokenizer const parts(line.begin(), L'=');
     if (parts.GetTokenCount() != 2) continue;

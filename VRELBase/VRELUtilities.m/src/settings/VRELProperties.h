@@ -1,5 +1,8 @@
-// Named values with a text form.
+// Named values with a text format.
 #pragma once
+
+#include <string>
+#include <string_view>
 
 #include "VRELExport.h"
 #include "VRELHashMap.h"
@@ -11,42 +14,62 @@
 class Gk_Source;
 class VRELStreamFormatter;
 
-// A map of texts to values. A pair can be set from the text "key=value", and then its value is of kind text.
+// Map from strings to values. A pair can also be set from a string "key=value"; its value is then a string.
 //
 //   VRELProperties properties;
 //   properties.Set(L"material=steel");
-//   properties.Set(L"mass", VRELValue(12.5));
+//   properties.Set(L"mass", 12.5);
 //
-// Two spellings of one key that differ only in case are usually two keys: see VRELHashTraits<VRELString>. No locking;
-// even the constant operations move the map's cursor. Throws VRELAllocException.
+// Compatibility: keys that differ in case only are usually two keys, but can be one: they are equal if they meet in one
+// probe run of the hash map (see VRELHashTraits<VRELString>). When the map grows, one of two such keys can be lost, and
+// is still counted.
+//
+// Errors: throws VRELAllocException.
+// Thread safety: none. The const members move the cursor of the map.
 class VREL_EXPORT VRELProperties : public VRELReferenceCount {
  public:
   VRELProperties();
   ~VRELProperties() override;
 
-  // VREL_E_FAIL, with `value` untouched, where there is no such key.
+  // Reads the value of a key. Errors: VREL_E_FAIL, with `value` unchanged, if there is no such key.
   virtual VRINResult Get(VRELString const& key, VRELValue& value) const;
-  // Adds the pair, or replaces the key's value.
+  // Adds a pair, or replaces the value of the key. Errors: VREL_E_FAIL if the map has just grown, and an equal key that
+  // differs in case is in the probe run.
   virtual VRINResult Set(VRELString const& key, VRELValue const& value);
-  // Sets, by the operation above, what stands in front of the first "=" to the text behind it; white space counts, and
-  // the value may be empty. VREL_E_FAIL for a text without "=", or with nothing in front of it.
+  // Sets the part before the first "=" to the part after it, by the operation above. White space is kept, and the value
+  // can be empty. Errors: VREL_E_FAIL if there is no "=" or no key.
   virtual VRINResult Set(VRELString const& keyAndValue);
-  // The number of keys.
+  // Returns the number of keys.
   virtual int GetCount() const;
-  // The pair at an index, in the order of the map's slots, which a new key may change. Walks there from the front.
-  // VREL_E_FAIL, with both targets untouched, for an index outside 0 to count - 1.
+  // Reads the pair at an index, in slot order of the map, which additions can change. The cost is linear in the index.
+  // Errors: VREL_E_FAIL, with both arguments unchanged, for an index out of range.
   virtual VRINResult Get(int index, VRELString& key, VRELValue& value) const;
 
+  // Set a value by the virtual Set. A char const* is read in the default codepage of the process, a std::string and a
+  // std::string_view as UTF-8. Null is the empty string.
+  VRINResult Set(VRELString const& key, bool value) { return Set(key, VRELValue(value)); }
+  VRINResult Set(VRELString const& key, int value) { return Set(key, VRELValue(value)); }
+  VRINResult Set(VRELString const& key, double value) { return Set(key, VRELValue(value)); }
+  VRINResult Set(VRELString const& key, char const* value) { return Set(key, VRELValue(VRELString(value))); }
+  VRINResult Set(VRELString const& key, wchar_t const* value) { return Set(key, VRELValue(VRELString(value))); }
+  VRINResult Set(VRELString const& key, std::string const& value) { return Set(key, VRELValue(VRELString(value))); }
+  VRINResult Set(VRELString const& key, std::string_view value) { return Set(key, std::string(value)); }
+  // Other pointers would convert to bool.
+  template <class T>
+  VRINResult Set(VRELString const& key, T const* value) = delete;
+
  private:
+  friend VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELProperties& properties);
+
   VRELHashMap<VRELString, VRELValue> values;
 };
 
-// Writes a line "key=value" for each key that is not empty, sorted by code points, the numbers with "." as the decimal
-// mark. The keys and their values come from the virtual Get of either kind.
+// Writes a line "key=value" for each key that is not empty, sorted by code points, with "." as the decimal mark. Keys
+// and values are read by the virtual Get operations.
 VREL_EXPORT VRELStreamFormatter& operator<<(VRELStreamFormatter& formatter, VRELProperties& properties);
 
-// Reads lines "key=value" to the end of the source, and sets each pair, with a value of kind text, by the virtual Set.
-// Lines are in the process's default codepage. It is promised that a line without "=", or with more than one, is
-// dropped without a word, that in front of the first line the delimiters of before are skipped and not the ends of
-// lines, and that the source then keeps these as its delimiters.
+// Reads lines "key=value" to the end of the source, in the default codepage of the process, and sets each pair by the
+// virtual Set. The source then has line ends as its delimiters.
+// Compatibility: a line with no "=" or more than one is ignored. Before the first line, the previous delimiters of the
+// source are skipped, and line ends are not.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, VRELProperties& properties);

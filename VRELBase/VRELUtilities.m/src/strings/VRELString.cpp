@@ -9,18 +9,31 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <cwchar>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
 #include <ostream>
 
+#include "VRELAscii.h"
+#include "VRELConvertedSize.h"
+#include "detail/VRELSeededHash.h"
+
+// How strings are built. Every constructor ends in BuildUnits, which writes the code units directly into the buffer of
+// a new UnicodeString, or in a UnicodeString that ICU decoded and Terminated completed. Checked then turns a string
+// that ran out of memory into the uninitialized state. All empty strings share one UnicodeString that is never
+// destroyed.
+//
+// ASCII has paths of its own in both directions, since nearly all names and messages are ASCII and opening a converter
+// of ICU costs more than converting the string.
 namespace {
 
 using icu::UnicodeString;
 
-constexpr char kSubstitution = 0x1A;  // what the codepage US-ASCII puts for a character that it lacks
+constexpr char kSubstitution = 0x1A;  // the substitution byte of the code page US-ASCII
 
-// Threads may build texts of their own at once.
+// Atomic, because several threads may build strings.
 std::atomic<int> failureCount{0};
 
 void CountFailure(UErrorCode status) noexcept {
@@ -40,7 +53,7 @@ Converter OpenConverter(char const* codepage) noexcept {
   return converter;
 }
 
-// A converter for the named codepage, or for the process's default one where that cannot be opened.
+// Returns a converter for the named code page, or for the default one of the process if that cannot be opened.
 Converter OpenBestConverter(char const* codepage) noexcept {
   Converter converter = OpenConverter(codepage);
   return converter != nullptr ? std::move(converter) : OpenConverter(nullptr);
@@ -50,7 +63,7 @@ bool IsUsAscii(char const* codepage) noexcept {
   return codepage != nullptr && std::strcmp(codepage, VRELString::CODEPAGE_NAME_ASCII) == 0;
 }
 
-// Whether ASCII text has the same bytes in the codepage. Says no where it does not know.
+// Returns whether ASCII has the same bytes in the code page; false if that is not known.
 bool KeepsAscii(char const* codepage) noexcept {
   if (codepage != nullptr) return IsUsAscii(codepage);
   char const* const name = ucnv_getDefaultName();
@@ -58,14 +71,14 @@ bool KeepsAscii(char const* codepage) noexcept {
                              std::strcmp(name, "ISO-8859-1") == 0);
 }
 
-// The text of every empty object: it takes no memory. Never destroyed, so that a text may outlive all other objects.
+// Returns the shared value of all empty strings. Never destroyed, so that static objects may use it until the end.
 UnicodeString* SharedEmpty() noexcept {
   alignas(UnicodeString) static unsigned char storage[sizeof(UnicodeString)];
   static UnicodeString* const empty = new (storage) UnicodeString(char16_t(0));
   return empty;
 }
 
-// Deletes a text that ran out of memory on its way; null stands for one that could not even begin.
+// Counts and deletes a string that ran out of memory; null is one that was not even created.
 UnicodeString* Checked(UnicodeString* text) noexcept {
   if (text != nullptr && !text->isBogus()) return text;
   ++failureCount;
@@ -73,8 +86,7 @@ UnicodeString* Checked(UnicodeString* text) noexcept {
   return nullptr;
 }
 
-// A new text of `count` units and the terminator, which `write(char16_t*)` fills in but for the terminator. Null when
-// memory runs out.
+// Creates a string of `count` units, which `write(char16_t*)` writes, and a terminator. Null if memory runs out.
 template <class Write>
 UnicodeString* BuildUnits(std::size_t count, Write const& write) noexcept {
   if (count == 0) return SharedEmpty();
@@ -107,7 +119,7 @@ UnicodeString* BuildFromAscii(char const* text, std::size_t length) noexcept {
   return BuildUnits(length, [&](char16_t* out) { std::copy(text, text + length, out); });
 }
 
-// Adds the terminator to a text that ICU made.
+// Adds the terminator to a string that ICU decoded.
 UnicodeString* Terminated(UnicodeString* text) noexcept {
   if (text != nullptr && !text->isBogus()) text->append(char16_t(0));
   return text;
@@ -115,31 +127,50 @@ UnicodeString* Terminated(UnicodeString* text) noexcept {
 
 template <class Unit>
 std::size_t CountUnits(Unit const* text) noexcept {
-  std::size_t count = 0;
-  if (text != nullptr) {
+  if (text == nullptr) return 0;
+  if constexpr (sizeof(Unit) == 1) {
+    return std::strlen(text);
+  } else if constexpr (sizeof(Unit) == sizeof(wchar_t)) {
+    return std::wcslen(reinterpret_cast<wchar_t const*>(text));
+  } else {
+    std::size_t count = 0;
     while (text[count] != 0) ++count;
+    return count;
   }
-  return count;
 }
 
 template <class Unit>
 int StringLength(Unit const* text) noexcept {
-  return static_cast<int>(CountUnits(text));
+  std::size_t const count = CountUnits(text);
+  return count <= static_cast<std::size_t>(std::numeric_limits<int>::max()) ? static_cast<int>(count) : 0;
 }
 
-// A text of UTF-32 units. `bad` tells that a unit is no Unicode scalar value; the text is then empty.
+// Builds a string from UTF-32. Sets `bad` if a unit is not a Unicode scalar value; the string is then empty.
+//
+// All loops but the last one have no branch, so that the compiler turns them into vector instructions. The first
+// combines all units by "or": if no bit from 0x8000 on is set, no unit is invalid or needs two code units. Otherwise
+// the second loop counts the invalid and the large units. Without large units each unit is narrowed to one code unit.
 template <class Unit>
-UnicodeString* BuildFromScalars(Unit const* text, bool& bad) noexcept {
-  std::size_t units = 0;
-  std::size_t length = 0;
-  bad = false;
-  for (; text != nullptr && text[length] != 0; ++length) {
-    auto const scalar = static_cast<std::uint32_t>(text[length]);
-    bad = bad || scalar > 0x10FFFF || (scalar >= 0xD800 && scalar <= 0xDFFF);
-    units += scalar > 0xFFFF ? 2 : 1;
+UnicodeString* BuildFromScalars(Unit const* text, std::size_t length, bool& bad) noexcept {
+  std::uint32_t bits = 0;
+  for (std::size_t i = 0; i < length; ++i) bits |= static_cast<std::uint32_t>(text[i]);
+  std::uint32_t invalid = 0;
+  std::uint32_t large = 0;
+  if (bits >= 0x8000) {
+    for (std::size_t i = 0; i < length; ++i) {
+      auto const scalar = static_cast<std::uint32_t>(text[i]);
+      invalid |= static_cast<std::uint32_t>(scalar > 0x10FFFF) | static_cast<std::uint32_t>(scalar - 0xD800 < 0x800);
+      large += static_cast<std::uint32_t>(scalar > 0xFFFF);
+    }
   }
+  bad = invalid != 0;
   if (bad) return BuildFrom({});
-  return BuildUnits(units, [&](char16_t* out) {
+  if (large == 0) {
+    return BuildUnits(length, [&](char16_t* out) {
+      for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char16_t>(text[i]);
+    });
+  }
+  return BuildUnits(length + large, [&](char16_t* out) {
     for (std::size_t i = 0; i < length; ++i) {
       auto const scalar = static_cast<std::uint32_t>(text[i]);
       if (scalar <= 0xFFFF) {
@@ -152,7 +183,14 @@ UnicodeString* BuildFromScalars(Unit const* text, bool& bad) noexcept {
   });
 }
 
-// The length of a text that is all ASCII, or -1.
+// Builds a string from UTF-8 without a zero byte.
+UnicodeString* BuildFromUtf8(std::string_view utf8) noexcept {
+  if (utf8.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return nullptr;
+  icu::StringPiece const bytes(utf8.data(), static_cast<std::int32_t>(utf8.size()));
+  return Terminated(new UnicodeString(UnicodeString::fromUTF8(bytes)));
+}
+
+// Returns the length of a string that is all ASCII, or -1.
 std::ptrdiff_t AsciiLength(char const* text) noexcept {
   std::size_t const length = std::strlen(text);
   unsigned char bits = 0;
@@ -166,9 +204,9 @@ bool IsAscii(std::u16string_view units) noexcept {
   return bits < 0x80;
 }
 
-// What UnicodeString::hashCode gives for the text with a zero behind it: h = 37 h + unit, over at most 32 units at
-// equal distances. Four units go into one step, so that the multiplications do not wait for each other; that makes it
-// some times as fast.
+// Computes the result of UnicodeString::hashCode for the string and its terminator: h = 37 h + unit over at most 32
+// units at equal distances. Four units are combined in each step, so that the multiplications do not depend on each
+// other; that is several times as fast.
 std::uint32_t IcuHash(std::u16string_view text) noexcept {
   std::size_t const length = text.size();
   std::uint32_t hash = 0;
@@ -181,32 +219,31 @@ std::uint32_t IcuHash(std::u16string_view text) noexcept {
   }
   std::size_t const step = length < 32 ? 1 : (length - 31) / 32 + 1;
   for (; i < length; i += step) hash = hash * 37u + text[i];
-  if (i == length) hash *= 37u;  // the zero
-  return hash != 0 ? hash : 1;   // ICU keeps 0 for itself
+  if (i == length) hash *= 37u;  // the terminator
+  return hash != 0 ? hash : 1;   // ICU reserves 0
 }
 
-char16_t FoldAscii(char16_t unit) noexcept {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
-}
-
-// The size that a conversion of ICU asks for, terminator included. `convert` takes a length and a status.
+// Returns the size that a conversion of ICU reports, the terminator included; 0 if it exceeds INT_MAX. `convert` takes
+// a part of the string, a length and a status.
 template <class Convert>
-int PreflightSize(Convert const& convert) noexcept {
-  UErrorCode status = U_ZERO_ERROR;
-  std::int32_t length = 0;
-  convert(&length, &status);
-  CountFailure(status);
-  return length + 1;
+int PreflightSize(std::u16string_view text, Convert const& convert) noexcept {
+  return VRELConvertedSize(text, [&](std::u16string_view part) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t length = 0;
+    convert(part, &length, &status);
+    CountFailure(status);
+    return length;
+  });
 }
 
-// ASCII text and its terminator, where both fit.
+// Copies an ASCII string and its terminator if both fit.
 VRINResult CopyAscii(std::u16string_view text, char* buffer, int size) noexcept {
   if (size <= static_cast<std::ptrdiff_t>(text.size())) return VREL_E_FAIL;
   *std::copy(text.begin(), text.end(), buffer) = 0;
   return VREL_S_OK;
 }
 
-// The outcome of a conversion into a buffer: any status but plain success, warnings included, empties it.
+// Returns the result of a conversion into a buffer. Any status except success, warnings included, empties the buffer.
 template <class Unit>
 VRINResult Finish(UErrorCode status, Unit* buffer) noexcept {
   if (status == U_ZERO_ERROR) return VREL_S_OK;
@@ -239,13 +276,12 @@ VRELString::VRELString(VRELString&& other) noexcept
 }
 
 VRELString::VRELString(int codePoint) {
-  int const text[2] = {codePoint, 0};
   if (codePoint >= 0xD800 && codePoint <= 0xDFFF) {
     char16_t const unit = static_cast<char16_t>(codePoint);
     Adopt(BuildFrom({&unit, 1}));
   } else {
     bool outOfRange = false;
-    Adopt(BuildFromScalars(text, outOfRange));
+    Adopt(BuildFromScalars(&codePoint, codePoint == 0 ? 0 : 1, outOfRange));
   }
 }
 
@@ -255,12 +291,19 @@ VRELString::VRELString(unsigned short unit) {
 }
 
 VRELString::VRELString(int const* text) {
-  Adopt(BuildFromScalars(text, badConversion));
+  Adopt(BuildFromScalars(text, CountUnits(text), badConversion));
 }
 
 VRELString::VRELString(wchar_t const* text) {
-  Adopt(BuildFromScalars(text, badConversion));
+  Adopt(BuildFromScalars(text, CountUnits(text), badConversion));
 }
+
+VRELString::VRELString(std::wstring_view text) {
+  std::size_t const length = std::min(text.size(), text.find(L'\0'));
+  Adopt(BuildFromScalars(text.data(), length, badConversion));
+}
+
+VRELString::VRELString(char16_t const* text) : VRELString(text != nullptr ? std::u16string_view(text) : u"") {}
 
 VRELString::VRELString(unsigned short const* text) {
   std::size_t const length = CountUnits(text);
@@ -280,20 +323,21 @@ VRELString::VRELString(char const* text, char const* codepage) {
   }
   Converter const converter = isNamed ? OpenConverter(codepage) : nullptr;
   badConversion = converter == nullptr;
+  // ICU computes buffer sizes of up to twice the number of bytes in 32 bits.
+  if (std::strlen(text) > std::size_t(1) << 30) {
+    Adopt(nullptr);
+    return;
+  }
   UErrorCode status = U_ZERO_ERROR;
   Adopt(Terminated(converter != nullptr ? new UnicodeString(text, -1, converter.get(), status)
                                         : new UnicodeString(text, static_cast<char const*>(nullptr))));
   holdsZero = view().find(u'\0') != std::u16string_view::npos;
 }
 
-VRELString::VRELString(std::string const& utf8) {
-  std::size_t const length = std::min(utf8.size(), std::strlen(utf8.c_str()));
-  if (length >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-    Adopt(nullptr);
-    return;
-  }
-  icu::StringPiece const bytes(utf8.data(), static_cast<std::int32_t>(length));
-  Adopt(Terminated(new UnicodeString(UnicodeString::fromUTF8(bytes))));
+VRELString::VRELString(std::string const& utf8) : VRELString(std::string_view(utf8)) {}
+
+VRELString::VRELString(std::string_view utf8) {
+  Adopt(BuildFromUtf8(utf8.substr(0, utf8.find('\0'))));
 }
 
 VRELString::VRELString(std::u16string_view text) {
@@ -332,7 +376,7 @@ VRELString::VRELString(UnicodeString* text) noexcept {
   Adopt(text);
 }
 
-// Takes a text with its terminator; null, or a text that lacks memory, leaves the object uninitialized.
+// Takes a string with its terminator; null, or a string that ran out of memory, leaves the object uninitialized.
 void VRELString::Adopt(UnicodeString* text) noexcept {
   unicodeString = Checked(text);
 }
@@ -342,7 +386,7 @@ void VRELString::Destroy() noexcept {
   unicodeString = nullptr;
 }
 
-// The text up to its first U+0000: what a copy takes, and what ICU converts.
+// Returns the string up to its first U+0000, which copies and conversions are limited to.
 std::u16string_view VRELString::BeforeZero() const noexcept {
   std::u16string_view const text = view();
   return holdsZero ? text.substr(0, text.find(u'\0')) : text;
@@ -371,7 +415,7 @@ int VRELString::hashCode() const noexcept {
 
 int VRELString::hashCode(std::u16string_view text) noexcept {
   std::uint32_t const hash = IcuHash(text);
-  // The lowest number has no absolute value and stays as it is.
+  // INT_MIN has no absolute value and is returned unchanged.
   return static_cast<int>(static_cast<std::int32_t>(hash) < 0 ? 0u - hash : hash);
 }
 
@@ -388,16 +432,16 @@ int VRELString::compareToIgnoreCase(VRELString const& other) const noexcept {
 }
 
 int VRELString::compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {
-  // The found key of a hash container is mostly the very same text.
-  bool const areOneSize = a.size() == b.size();
-  if (areOneSize && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0)) return 0;
-  // Case folding looks at one character at a time, so texts can be compared in ASCII up to the first character that is
-  // none.
+  // A key that is found in a hash container is usually identical.
+  bool const haveOneSize = a.size() == b.size();
+  if (haveOneSize && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0)) return 0;
+  // Case folding is done character by character, so that the strings can be compared as ASCII up to the first other
+  // character.
   std::size_t const common = std::min(a.size(), b.size());
   std::size_t i = 0;
   for (; i < common && (a[i] | b[i]) < 0x80; ++i) {
-    char16_t const mine = FoldAscii(a[i]);
-    char16_t const theirs = FoldAscii(b[i]);
+    char16_t const mine = VRELFoldAscii(a[i]);
+    char16_t const theirs = VRELFoldAscii(b[i]);
     if (mine != theirs) return mine < theirs ? -1 : 1;
   }
   a.remove_prefix(i);
@@ -410,7 +454,7 @@ int VRELString::compareIgnoringCase(std::u16string_view a, std::u16string_view b
 }
 
 bool VRELString::startsWith(VRELString const& other) const noexcept {
-  // The start of this text ends at a U+0000, so it never equals a text that holds one.
+  // A substring ends at a U+0000, so it never equals a string that contains one.
   if (other.length() < 1 || other.holdsZero) return false;
   return view().substr(0, other.view().size()) == other.view();
 }
@@ -468,9 +512,28 @@ int VRELString::lastIndexOf(VRELString const& text, int start) const noexcept {
 }
 
 VRELString VRELString::operator+(VRELString const& other) const {
-  // The joined units end at the first U+0000, wherever it stands.
+  // The result ends at the first U+0000 in either string.
   bool const takesOther = unicodeString != nullptr && !holdsZero;
   return VRELString(BuildJoined(BeforeZero(), takesOther ? other.BeforeZero() : std::u16string_view()));
+}
+
+VRELString& VRELString::operator+=(VRELString const& other) noexcept {
+  bool const isShared = unicodeString == nullptr || unicodeString == SharedEmpty();
+  if (isShared || holdsZero || &other == this) return *this = *this + other;
+  std::u16string_view const tail = other.BeforeZero();
+  badConversion = false;
+  if (tail.empty()) return *this;
+  // ICU grows the buffer by a quarter at least, and reports no overflow of the length itself.
+  std::size_t const joined = view().size() + tail.size();
+  if (joined >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+    Destroy();
+    ++failureCount;
+    return *this;
+  }
+  unicodeString->truncate(unicodeString->length() - 1);
+  unicodeString->append(tail.data(), static_cast<std::int32_t>(tail.size()));
+  Adopt(Terminated(unicodeString));
+  return *this;
 }
 
 VRELString VRELString::substring(int start, int end) const {
@@ -490,7 +553,7 @@ VRELString VRELString::substring(int start) const {
 VRELString VRELString::replace(unsigned short oldChar, unsigned short newChar) const {
   if (unicodeString == nullptr) return VRELString();
   UnicodeString text(*unicodeString);
-  // ICU, and not a plain walk: half of a surrogate pair is no match.
+  // ICU does not match half of a surrogate pair, which a plain loop would.
   text.findAndReplace(UnicodeString(static_cast<char16_t>(oldChar)), UnicodeString(static_cast<char16_t>(newChar)));
   if (text.isBogus()) return VRELString(static_cast<UnicodeString*>(nullptr));
   return VRELString(std::u16string_view(text.getBuffer(), static_cast<std::size_t>(text.length())));
@@ -500,8 +563,8 @@ int VRELString::getConvertToUTF8Size() const noexcept {
   if (unicodeString == nullptr) return 0;
   std::u16string_view const text = BeforeZero();
   if (IsAscii(text)) return static_cast<int>(text.size()) + 1;
-  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
-    u_strToUTF8(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  return PreflightSize(text, [](std::u16string_view part, std::int32_t* length, UErrorCode* status) {
+    u_strToUTF8(nullptr, 0, length, part.data(), static_cast<std::int32_t>(part.size()), status);
   });
 }
 
@@ -512,16 +575,16 @@ int VRELString::getConvertToUTF16Size() const noexcept {
 int VRELString::getConvertToUTF32Size() const noexcept {
   if (unicodeString == nullptr) return 0;
   std::u16string_view const text = BeforeZero();
-  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
-    u_strToUTF32(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  return PreflightSize(text, [](std::u16string_view part, std::int32_t* length, UErrorCode* status) {
+    u_strToUTF32(nullptr, 0, length, part.data(), static_cast<std::int32_t>(part.size()), status);
   });
 }
 
 int VRELString::getConvertToWideCharacterSize() const noexcept {
   if (unicodeString == nullptr) return 0;
   std::u16string_view const text = BeforeZero();
-  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
-    u_strToWCS(nullptr, 0, length, text.data(), static_cast<std::int32_t>(text.size()), status);
+  return PreflightSize(text, [](std::u16string_view part, std::int32_t* length, UErrorCode* status) {
+    u_strToWCS(nullptr, 0, length, part.data(), static_cast<std::int32_t>(part.size()), status);
   });
 }
 
@@ -531,8 +594,8 @@ int VRELString::getConvertToMBCSSize(char const* codepage) const noexcept {
   if (IsAscii(text) && KeepsAscii(codepage)) return static_cast<int>(text.size()) + 1;
   Converter const converter = OpenBestConverter(codepage);
   if (converter == nullptr) return 0;
-  return PreflightSize([&](std::int32_t* length, UErrorCode* status) {
-    *length = ucnv_fromUChars(converter.get(), nullptr, 0, text.data(), static_cast<std::int32_t>(text.size()), status);
+  return PreflightSize(text, [&](std::u16string_view part, std::int32_t* length, UErrorCode* status) {
+    *length = ucnv_fromUChars(converter.get(), nullptr, 0, part.data(), static_cast<std::int32_t>(part.size()), status);
   });
 }
 
@@ -546,6 +609,7 @@ VRINResult VRELString::convertToUTF8(char* buffer, int size) const noexcept {
   if (unicodeString == nullptr) return VREL_E_FAIL;
   std::u16string_view const text = BeforeZero();
   if (IsAscii(text)) return CopyAscii(text, buffer, size);
+  if (VRELMayExceedInt(text) && getConvertToUTF8Size() == 0) return VREL_E_FAIL;
   UErrorCode status = U_ZERO_ERROR;
   u_strToUTF8(buffer, size, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
   return Finish(status, buffer);
@@ -588,6 +652,7 @@ VRINResult VRELString::convertToMBCS(char* buffer, int size, char const* codepag
   if (!substToUnderscore && IsAscii(text) && KeepsAscii(codepage)) return CopyAscii(text, buffer, size);
   Converter const converter = OpenBestConverter(codepage);
   if (converter == nullptr) return VREL_E_UNEXPECTED;
+  if (VRELMayExceedInt(text) && getConvertToMBCSSize(codepage) == 0) return VREL_E_FAIL;
   UErrorCode status = U_ZERO_ERROR;
   ucnv_fromUChars(converter.get(), buffer, size, text.data(), static_cast<std::int32_t>(text.size()), &status);
   if (status == U_ZERO_ERROR && substToUnderscore) {
@@ -606,7 +671,7 @@ VRINResult VRELString::convertToMBCS(char* buffer, int size, char const* codepag
 VRINResult VRELString::convertToRestrictedASCII(char* buffer, int size) const noexcept {
   if (buffer == nullptr) return VREL_E_INVALID_ARGUMENT;
   *buffer = 0;
-  // A text that does not fit touches nothing behind the first byte.
+  // A string that does not fit changes only the first byte.
   if (size < 0 || size < getConvertToRestrictedASCIISize()) return VREL_E_FAIL;
   VRINResult const result = convertToMBCS(buffer, size, CODEPAGE_NAME_ASCII, false);
   if (result.IsFailure()) return result;
@@ -630,6 +695,18 @@ std::string VRELString::toUtf8() const {
   return result;
 }
 
+std::wstring VRELString::toWide() const {
+  std::wstring result;
+  std::u16string_view const text = view();
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    UChar32 character = 0;
+    U16_NEXT(text.data(), i, text.size(), character);
+    result += static_cast<wchar_t>(U_IS_SURROGATE(character) ? 0xFFFD : character);
+  }
+  return result;
+}
+
 std::ostream& operator<<(std::ostream& stream, VRELString const& text) {
   return stream << text.toUtf8();
 }
@@ -639,7 +716,7 @@ unsigned char VRELHashTraits<VRELString>::Mark(VRELString const& key) noexcept {
   std::size_t const size = text.size();
   std::uint64_t mixed = size;
   std::uint64_t seen = 0;
-  // Four units at a time. The bit that is set in each is the one in which small and capital letters differ.
+  // Four units at a time. The bit that is set in each is the one in which lower and upper case differ.
   auto const mix = [&](std::uint64_t units) {
     seen |= units;
     mixed = (mixed << 5 | mixed >> 59) ^ (units | 0x0020002000200020);
@@ -659,6 +736,33 @@ unsigned char VRELHashTraits<VRELString>::Mark(VRELString const& key) noexcept {
   }
   if ((seen & 0xFF80FF80FF80FF80) != 0) return 1;
   return static_cast<unsigned char>((mixed ^ mixed >> 32) * 0x9E3779B97F4A7C15 >> 56 | 2);
+}
+
+std::uint64_t VRELHashTraits<VRELString>::SeededHash(VRELString const& key) noexcept {
+  return SeededHashOf(key.view());
+}
+
+// Folds without an allocation, a piece at a time: the folding of a character does not depend on its neighbours.
+std::uint64_t VRELHashTraits<VRELString>::SeededHashOf(std::u16string_view key) noexcept {
+  constexpr std::size_t kPiece = 64;
+  constexpr std::size_t kLongestFolding = 3;  // units for one unit
+  VRELSeededHash hash;
+  while (!key.empty()) {
+    if (key[0] < 0x80) {
+      hash.Add(FoldAscii(key[0]));
+      key.remove_prefix(1);
+      continue;
+    }
+    std::size_t size = std::min(key.size(), kPiece);
+    if (size < key.size() && U16_IS_LEAD(key[size - 1]) && U16_IS_TRAIL(key[size])) --size;
+    char16_t folded[kPiece * kLongestFolding];
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t const count = u_strFoldCase(folded, static_cast<std::int32_t>(std::size(folded)), key.data(),
+                                             static_cast<std::int32_t>(size), U_FOLD_CASE_DEFAULT, &status);
+    for (std::int32_t i = 0; i < count && i < static_cast<std::int32_t>(std::size(folded)); ++i) hash.Add(folded[i]);
+    key.remove_prefix(size);
+  }
+  return hash.Finish();
 }
 
 VRINResult VRELStringToChars(VRELString const& text, char*& chars) {

@@ -1,7 +1,8 @@
-// The one text type of the library: a UTF-16 text that is not changed in place.
+// Unicode string of the library, immutable except for assignment and appending.
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -11,50 +12,59 @@
 #include "VRELIcuNamespace.h"
 #include "VRINResult.h"
 
-// A text of UTF-16 units, held in an ICU UnicodeString of its own. Only assignment changes an object; every operation
-// that derives a text gives a new one. Text goes out in two steps: ask for the size, then convert into a buffer.
+// UTF-16 string on top of an ICU UnicodeString. All names, messages, option names and keys of the library are of this
+// type. Every operation that derives a string returns a new one. To convert to another encoding, ask for the size, then
+// convert into a buffer of that size; for the types of the standard library use toUtf8(), toUtf16() and toWide().
 //
-//   VRELString const name(L"Schraube \u00D6");
-//   std::vector<char> bytes(name.getConvertToUTF8Size());
+//   VRELString const name = VRELString(L"Schraube \u00D6") + L" M8";
+//   std::vector<char> bytes(static_cast<std::size_t>(name.getConvertToUTF8Size()));
 //   name.convertToUTF8(bytes.data(), static_cast<int>(bytes.size()));
+//   if (name == L"Schraube \u00D6 M8") std::cout << name << "\n";
 //
-// The held UnicodeString ends in one U+0000 that is no part of the text; a length counts UTF-16 units without it.
+// The UnicodeString ends in one U+0000 that is not part of the string. Lengths and indexes count UTF-16 code units.
 //
-// Never throws, but for toUtf8 and toUtf16, whose results belong to the standard library. When memory runs out, or ICU
-// fails, while a text is built, the object stays uninitialized: getIsInitialized() is false, length() is -1, and each
-// operation gives the value that it names for that case. The text that an argument brings must be initialized.
-//
-// No locking; a text stays on one thread while it is assigned to.
+// Errors: never throws, except toUtf8, toUtf16 and toWide, which allocate in the standard library. If memory runs out
+// or ICU fails, the new object is uninitialized: getIsInitialized() is false, length() is -1, and each operation
+// returns the value documented for that case. A string of INT_MAX or more code units cannot be built. Requires: a
+// string passed as an argument is initialized. Cost: one heap allocation for a string that is not empty, a second one
+// above 12 code units or so. Thread safety: none for assignment. Any number of threads may read one string.
 class VREL_EXPORT VRELString {
  public:
-  // The name of the codepage in which the library reads and writes plain ASCII.
+  // Name of the code page in which the library reads and writes plain ASCII.
   static constexpr char CODEPAGE_NAME_ASCII[] = "US-ASCII";
 
-  // Which bytes of 0 to 127 stand for the same character in every codepage: bit (c mod 32) of word (c / 32). LF and
-  // ! # $ @ [ \ ] ^ ` { | } ~ do not.
+  // Set of the invariant characters, which have the same byte in every code page: bit (c mod 32) of word (c / 32) for
+  // the bytes 0 to 127. LF and ! # $ @ [ \ ] ^ ` { | } ~ are not in the set.
   static constexpr unsigned int invChars[4] = {0xFFFFFBFF, 0xFFFFFFE5, 0x87FFFFFE, 0x87FFFFFE};
 
+  // Creates an empty string.
   VRELString();
-  // A copy ends at the first U+0000 of the source.
+  // Compatibility: a copy ends at the first U+0000 of the source.
   VRELString(VRELString const& other);
-  // Leaves the source uninitialized, fit to be assigned to or destroyed.
+  // Leaves the source uninitialized; it can be assigned to or destroyed.
   VRELString(VRELString&& other) noexcept;
-  // One code point; 0 gives the empty text.
+  // Creates a string of one code point, empty for 0.
   VRELString(int codePoint);
-  // One UTF-16 unit; 0 gives the empty text.
+  // Creates a string of one UTF-16 code unit, empty for 0.
   VRELString(unsigned short unit);
-  // UTF-32, wide (32 bits each) and UTF-16 text that ends in a zero unit; null gives the empty text. UTF-32 and wide
-  // text that holds anything but Unicode scalar values gives the empty text with the bad conversion flag.
+  // Deleted: a flag is not a code point. For "true" and "false" use VRELStringFromBool.
+  VRELString(bool) = delete;
+  // Create a string from UTF-32, wide characters (UTF-32) or UTF-16 that ends in a zero unit; null creates an empty
+  // string. UTF-32 that contains anything but Unicode scalar values creates an empty string with the bad conversion
+  // flag.
   VRELString(int const* text);
   VRELString(wchar_t const* text);
   VRELString(unsigned short const* text);
-  // Bytes in a codepage that ICU knows by name. Without a name, or with one that cannot be opened, the bytes are read
-  // in the process's default codepage and the bad conversion flag is set: it says that no named codepage was applied,
-  // which is no error. Null text gives the empty text.
+  VRELString(char16_t const* text);
+  // Creates a string from bytes in a code page that ICU knows by name. Without a name, or with a name that ICU cannot
+  // open, decodes the default code page of the process and sets the bad conversion flag, which then means that no named
+  // code page was applied and is not an error. Null creates an empty string.
   VRELString(char const* text, char const* codepage = nullptr);
-  // UTF-8 and UTF-16 of the standard library, for programs that hold their text there. Ends at the first U+0000.
-  // What is no valid UTF-8 becomes U+FFFD.
+  // Create a string from UTF-8, wide characters or UTF-16 of the standard library, up to the first zero unit. Invalid
+  // UTF-8 becomes U+FFFD; wide characters are treated as by the constructor above.
   explicit VRELString(std::string const& utf8);
+  explicit VRELString(std::string_view utf8);
+  explicit VRELString(std::wstring_view text);
   explicit VRELString(std::u16string_view text);
 
   virtual ~VRELString();
@@ -62,100 +72,118 @@ class VREL_EXPORT VRELString {
   VRELString& operator=(VRELString const& other);
   VRELString& operator=(VRELString&& other) noexcept;
 
-  // Whether the conversion that built this text failed, or fell back on the default codepage.
+  // Returns whether the conversion that built this string failed or used the default code page.
   bool getBadConversion() const noexcept { return badConversion; }
+  // Returns false if the string could not be built, or was moved from.
   bool getIsInitialized() const noexcept { return unicodeString != nullptr; }
-  // How often in this process a text could not be built, or ICU told that a conversion found no memory. A program whose
-  // results must be whole looks here before it keeps them, and need not ask each text.
+  // Returns how often in this process a string could not be built, or a conversion ran out of memory. A program that
+  // must not store incomplete results can check this count once instead of each string.
   static int getFailureCount() noexcept;
-  // Whether a U+0000 stands inside the text, which bytes of some codepages bring: a copy ends there.
+  // Returns whether the string contains a U+0000, which bytes of some code pages decode to. A copy ends there.
   bool getHoldsZero() const noexcept { return holdsZero; }
 
-  // UTF-16 units; -1 if uninitialized.
+  // Returns the number of UTF-16 code units; -1 if uninitialized.
   int length() const noexcept;
-  // The UTF-16 unit at an index; 0 at length(); 0xFFFF elsewhere, or if uninitialized.
+  // Returns the code unit at an index; 0 at length(); 0xFFFF at any other index or if uninitialized.
   unsigned short charAt(int index) const noexcept;
-  // The absolute value of ICU's hash of the text with its terminator; 0 if uninitialized. Depends on case, as
-  // compareToIgnoreCase does not.
+  // Returns the absolute value of ICU's hash of the string with its terminator; 0 if uninitialized. Depends on case.
   int hashCode() const noexcept;
-  // The same for a text that stands elsewhere.
+  // Returns the same for characters outside a VRELString.
   static int hashCode(std::u16string_view text) noexcept;
 
-  // Below 0, 0 or above 0, in the order of code points; -1 if uninitialized.
+  // Compares by code points. Returns a value below, equal to or above 0; -1 if uninitialized.
   int compareTo(VRELString const& other) const noexcept;
-  // The same on the case-folded texts (Unicode default case folding).
+  // Does the same after Unicode default case folding.
   int compareToIgnoreCase(VRELString const& other) const noexcept;
-  // The same for texts that stand elsewhere.
+  // Does the same for characters outside a VRELString.
   static int compareIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
+  // Return whether the comparison is 0; an uninitialized string equals nothing, itself included.
   bool equals(VRELString const& other) const noexcept { return compareTo(other) == 0; }
   bool equalsIgnoreCase(VRELString const& other) const noexcept { return compareToIgnoreCase(other) == 0; }
   bool operator>(VRELString const& other) const noexcept { return compareTo(other) > 0; }
   bool operator<(VRELString const& other) const noexcept { return compareTo(other) < 0; }
   bool operator<=(VRELString const& other) const noexcept { return compareTo(other) < 1; }
-  // False for an empty argument.
+  // Compare all code units. Unlike equals(), two uninitialized strings are equal, so that == is an equivalence, and
+  // std::hash agrees with it.
+  friend bool operator==(VRELString const& a, VRELString const& b) noexcept { return a.isSame(b); }
+  friend bool operator!=(VRELString const& a, VRELString const& b) noexcept { return !a.isSame(b); }
+  // Return false for an empty argument.
   bool startsWith(VRELString const& other) const noexcept;
   bool endsWith(VRELString const& other) const noexcept;
 
-  // Units before the first zero; 0 for null.
+  // Return the number of units before the first zero; 0 for null and for more than INT_MAX units.
   static int getStringLength(char const* text) noexcept;
   static int getStringLength(unsigned short const* text) noexcept;
   static int getStringLength(wchar_t const* text) noexcept;
   static int getStringLength(int const* text) noexcept;
 
-  // Searches give an index, or -1 where nothing is found. A start below 0 counts as 0. A search for unit 0 finds the
-  // terminator at length(). The backward searches look for the last match that begins at or behind start.
+  // Search for a code unit or a string. Return its index, or -1. A start below 0 counts as 0. A search for unit 0 finds
+  // the terminator at length(). lastIndexOf finds the last match that begins at `start` or later.
   int indexOf(unsigned short unit) const noexcept;
   int indexOf(unsigned short unit, int start) const noexcept;
   int lastIndexOf(unsigned short unit) const noexcept;
   int lastIndexOf(unsigned short unit, int start) const noexcept;
-  // An empty argument gives length(), as long as start is below it (indexOf), or at or below it (lastIndexOf). The
-  // difference between the two, and that the answer is not start, are promised.
+  // Compatibility: an empty argument is found at length(), not at `start`, if `start` is below length() (indexOf) or at
+  // most length() (lastIndexOf).
   int indexOf(VRELString const& text, int start) const noexcept;
   int lastIndexOf(VRELString const& text, int start) const noexcept;
 
-  // Derived texts; empty if uninitialized. Their bad conversion flag is false.
+  // Return a new string without the bad conversion flag; an empty one if this string is uninitialized.
   VRELString operator+(VRELString const& other) const;
-  // The units from start up to, not including, end; both are clipped to the text.
+  friend VRELString operator+(wchar_t const* a, VRELString const& b) { return VRELString(a) + b; }
+  friend VRELString operator+(char16_t const* a, VRELString const& b) { return VRELString(a) + b; }
+  friend VRELString operator+(char const* a, VRELString const& b) { return VRELString(a) + b; }
+  // Returns the code units from `start` up to but not including `end`, both limited to the string.
   VRELString substring(int start, int end) const;
   VRELString substring(int start) const;
-  // Each unit oldChar becomes newChar. An oldChar of 0 puts newChar behind the text, because the terminator counts as
-  // one; a newChar of 0 ends the text at the first oldChar. Both are promised.
+  // Replaces each code unit `oldChar` by `newChar`.
+  // Compatibility: an `oldChar` of 0 appends `newChar`, because the terminator is replaced too. A `newChar` of 0 ends
+  // the string at the first `oldChar`.
   VRELString replace(unsigned short oldChar, unsigned short newChar) const;
 
-  // Sizes in units of the target form, terminator included; 0 if uninitialized.
+  // Appends in place. The result is that of *this = *this + other, in amortized constant time for each code unit.
+  VRELString& operator+=(VRELString const& other) noexcept;
+
+  // Return the size of the converted string in units of the target encoding, the terminator included; 0 if the string
+  // is uninitialized or the size exceeds INT_MAX.
   int getConvertToUTF8Size() const noexcept;
   int getConvertToUTF16Size() const noexcept;
   int getConvertToUTF32Size() const noexcept;
   int getConvertToWideCharacterSize() const noexcept;
-  // A codepage that cannot be opened, or null, means the process's default codepage.
+  // Uses the default code page of the process if `codepage` is null or cannot be opened.
   int getConvertToMBCSSize(char const* codepage) const noexcept;
   int getConvertToRestrictedASCIISize() const noexcept;
 
-  // Convert into a buffer of `size` units, terminator included. VREL_E_INVALID_ARGUMENT for a null buffer, VREL_E_FAIL
-  // when the text does not fit or cannot be converted; the buffer then holds an empty text. The first unit is written
-  // whatever `size` says.
+  // Convert into a buffer of `size` units, the terminator included.
+  // Requires: the buffer has at least one unit, which is written for any `size`.
+  // Errors: VREL_E_INVALID_ARGUMENT for a null buffer; VREL_E_FAIL if the string does not fit or cannot be converted,
+  // and the buffer then contains an empty string.
   VRINResult convertToUTF8(char* buffer, int size) const noexcept;
   VRINResult convertToUTF16(unsigned short* buffer, int size) const noexcept;
   VRINResult convertToUTF32(int* buffer, int size) const noexcept;
   VRINResult convertToWideCharacter(wchar_t* buffer, int size) const noexcept;
-  // VREL_E_UNEXPECTED when no codepage at all can be opened. With substToUnderscore, each of the `size` bytes that is
-  // one of the bytes which the codepage puts for a character it lacks becomes an underscore.
+  // Converts to a code page, by the rule of getConvertToMBCSSize. With substToUnderscore, each of the `size` bytes that
+  // occurs in the substitution sequence of the code page becomes an underscore.
+  // Errors: also VREL_E_UNEXPECTED if no code page can be opened.
   VRINResult convertToMBCS(char* buffer, int size, char const* codepage, bool substToUnderscore) const noexcept;
-  // ASCII, where every character that is not the same in all codepages (see invChars) is an underscore. All `size`
-  // bytes are written: zeros follow the text.
+  // Converts to ASCII and replaces every character outside invChars by an underscore. Fills the buffer with zeros.
   VRINResult convertToRestrictedASCII(char* buffer, int size) const noexcept;
 
-  // The text for programs of the standard library. The view is valid until the object is assigned to or destroyed;
-  // all are empty if uninitialized.
+  // Return the string for the standard library; empty if uninitialized. The view is valid until the object changes or
+  // is destroyed. A surrogate without its pair becomes U+FFFD in UTF-8 and in wide characters.
   std::u16string_view view() const noexcept;
   std::u16string toUtf16() const { return std::u16string(view()); }
   std::string toUtf8() const;
+  std::wstring toWide() const;
 
  private:
   explicit VRELString(icu::UnicodeString* text) noexcept;
 
   void Adopt(icu::UnicodeString* text) noexcept;
   void Destroy() noexcept;
+  bool isSame(VRELString const& other) const noexcept {
+    return getIsInitialized() == other.getIsInitialized() && view() == other.view();
+  }
   std::u16string_view BeforeZero() const noexcept;
 
   bool badConversion = false;
@@ -163,24 +191,36 @@ class VREL_EXPORT VRELString {
   icu::UnicodeString* unicodeString = nullptr;
 };
 
-// Writes the text as UTF-8.
+// Hashes strings for the unordered containers of the standard library. Depends on case, as == does.
+template <>
+struct std::hash<VRELString> {
+  std::size_t operator()(VRELString const& text) const noexcept {
+    return std::hash<std::u16string_view>()(text.view());
+  }
+};
+
+// Writes the string as UTF-8.
 VREL_EXPORT std::ostream& operator<<(std::ostream& stream, VRELString const& text);
 
-// New buffers of the text in the process's default codepage and in wide characters. On success the caller owns the
-// buffer and gives it back through VRELReleaseChars or VRELReleaseWideChars; on failure the pointer is null.
+// Allocate a buffer and convert the string into it, in the default code page of the process or in wide characters.
+// Ownership: on success the caller releases the buffer by VRELReleaseChars or VRELReleaseWideChars; on failure the
+// pointer is null.
 VREL_EXPORT VRINResult VRELStringToChars(VRELString const& text, char*& chars);
 VREL_EXPORT VRINResult VRELStringToWideChars(VRELString const& text, wchar_t*& chars);
-// Delete the buffer and set the pointer to null; null is allowed. Always VREL_S_OK.
+// Delete the buffer and set the pointer to null; null is allowed. Return VREL_S_OK.
 VREL_EXPORT VRINResult VRELReleaseChars(char*& chars);
 VREL_EXPORT VRINResult VRELReleaseWideChars(wchar_t*& chars);
 
-// How a text is hashed and compared as a key, unless the container is told otherwise. The hash depends on case and the
-// equality does not: two keys that differ only in case are one key only if they happen to meet in one probe run. That
-// is promised; the option store brings functions of its own.
+// Default hash and equality of string keys in VRELHashList and VRELHashMap.
+// Compatibility: the hash depends on case and the equality does not, so that two keys that differ only in case are one
+// key only if they meet in one probe run. The option store sets functions of its own.
 template <>
 struct VRELHashTraits<VRELString> {
   static unsigned int Hash(VRELString const& key) noexcept { return static_cast<unsigned int>(key.hashCode()); }
   static bool Equal(VRELString const& a, VRELString const& b) noexcept { return a.compareToIgnoreCase(b) == 0; }
-  // Of the letters of an ASCII text without their case; 1, which stands for any text, if another character is in it.
+  // Hashes the folded letters of an ASCII string; 1, which matches any key, if it contains other characters.
   VREL_EXPORT static unsigned char Mark(VRELString const& key) noexcept;
+  // Returns the seeded hash of the case-folded string.
+  VREL_EXPORT static std::uint64_t SeededHash(VRELString const& key) noexcept;
+  VREL_EXPORT static std::uint64_t SeededHashOf(std::u16string_view key) noexcept;
 };

@@ -1,4 +1,4 @@
-// A short-lived char view of a text.
+// Temporary US-ASCII form of a string.
 #pragma once
 
 #include <memory>
@@ -6,10 +6,12 @@
 #include "VRELExport.h"
 #include "VRELString.h"
 
-// Holds the text in US-ASCII, as long as the object lives. Characters outside ASCII are 0x1A, or underscores if asked
-// for.
+// Converts a string to US-ASCII for the lifetime of the object. Characters outside ASCII become 0x1A, or underscores
+// with substToUnderscore.
 //
 //   std::fputs(VRELStringAsciiCharUtil(name, true), file);
+//
+// Ownership: the object owns the bytes, so that the pointer is valid as long as the object.
 class VREL_EXPORT VRELStringAsciiCharUtil {
  public:
   VRELStringAsciiCharUtil(VRELString const& text, bool substToUnderscore);
@@ -17,7 +19,7 @@ class VREL_EXPORT VRELStringAsciiCharUtil {
   VRELStringAsciiCharUtil(VRELStringAsciiCharUtil const&) = delete;
   VRELStringAsciiCharUtil& operator=(VRELStringAsciiCharUtil const&) = delete;
 
-  // Null for an uninitialized text.
+  // Returns the bytes; null for an uninitialized string.
   operator char const*() const noexcept { return text.get(); }
 
  private:

@@ -12,7 +12,7 @@
 
 namespace {
 
-// `size` elements, of which the first N stand on the stack.
+// Buffer of `size` elements, on the stack if there are at most N.
 template <class T, std::size_t N>
 class LocalBuffer {
  public:
@@ -27,14 +27,14 @@ class LocalBuffer {
   T* elements;
 };
 
-// The bytes of a text in the codepage US-ASCII, in which a character that it lacks is the byte 0x1A.
+// US-ASCII form of a string, in which the byte 0x1A replaces each other character.
 class AsciiBytes {
  public:
   explicit AsciiBytes(VRELString const& text) : bytes(text.view().size() + 1) {
     char* out = bytes.data();
     for (char16_t const unit : text.view()) {
       if (unit > 0x7F) {
-        // Not unit by unit: a surrogate pair is one character, and some characters have no byte at all.
+        // Not unit by unit: a surrogate pair is one character, and some characters are ignored.
         text.convertToMBCS(bytes.data(), text.length() + 1, VRELString::CODEPAGE_NAME_ASCII, false);
         return;
       }
@@ -49,7 +49,7 @@ class AsciiBytes {
   LocalBuffer<char, 256> bytes;
 };
 
-// Stores a number that the text begins with. A zero that is no number is told from one by the text's first byte.
+// Stores the number at the beginning of the string. A zero is valid only if the first byte is the digit 0.
 template <class T, class Read>
 VRINResult ToNumber(VRELString const& text, T& value, Read read) {
   AsciiBytes bytes(text);
@@ -78,12 +78,12 @@ bool IsTrail(char16_t unit) {
   return (unit & 0xFC00) == 0xDC00;
 }
 
-// A text up to its first U+0000, where every conversion of it ends.
+// Returns the string up to its first U+0000, where every conversion ends.
 std::u16string_view BeforeZero(VRELString const& text) {
   return text.view().substr(0, text.view().find(u'\0'));
 }
 
-// How a stretch of UTF-16 units falls into characters.
+// Counts of surrogate pairs and unpaired surrogates in a sequence of UTF-16 units.
 class CharacterCount {
  public:
   explicit CharacterCount(std::u16string_view text) {
@@ -97,7 +97,7 @@ class CharacterCount {
     }
   }
 
-  // Takes the last unit of the stretch away.
+  // Updates the counts for removal of the last unit.
   void DropLast(std::u16string_view text) {
     std::size_t const last = text.size() - 1;
     if (IsTrail(text[last]) && last > 0 && IsLead(text[last - 1])) {
@@ -109,7 +109,7 @@ class CharacterCount {
   }
 
   bool IsWellFormed() const { return unpaired == 0; }
-  // Surrogate pairs: by so much the number of units is above the number of characters.
+  // Returns the number of surrogate pairs, which is the number of units minus the number of characters.
   std::size_t Pairs() const { return pairs; }
 
  private:
@@ -121,7 +121,7 @@ bool IsWhiteSpace(char16_t unit) {
   return std::iswspace(unit) != 0;
 }
 
-// The units of a text that are left when it is trimmed. No character above U+FFFF is white space.
+// Returns the units that remain after trimming. No character above U+FFFF is white space.
 std::u16string_view Trimmed(VRELString const& text) {
   std::u16string_view const units = BeforeZero(text);
   std::size_t start = 0;
@@ -144,8 +144,14 @@ VRELString ConvertCharacters(VRELString const& text, Convert convert) {
   return VRELString(buffer.data());
 }
 
-// Narrows a text from mark to mark; see RemoveDoubleQuotesAtStartAndEndOf. Each unit is looked at a fixed number of
-// times, however many marks go.
+// Removes quotation marks in linear time. The documented result is that of a loop which removes one mark, converts the
+// rest to wide characters to count its characters n, and starts again:
+//
+//   1. A mark at index 0 is removed, with all units from index n on.
+//   2. If the first or the last mark is at index n - 1, it is removed with all units after it.
+//
+// The loop is quadratic. This class keeps the number of surrogate pairs up to date while units are removed at either
+// end, so that n is always known and each unit is visited a fixed number of times.
 class QuoteStripper {
  public:
   explicit QuoteStripper(std::u16string_view text) : left(text), count(text) {}
@@ -157,7 +163,7 @@ class QuoteStripper {
   }
 
  private:
-  static constexpr char16_t quote = u'"';
+  static constexpr char16_t kQuote = u'"';
 
   std::size_t Characters() const { return left.size() - count.Pairs(); }
 
@@ -165,21 +171,20 @@ class QuoteStripper {
     for (; left.size() > size; left.remove_suffix(1)) count.DropLast(left);
   }
 
-  // With the first mark goes all that stands behind as many units as the text has characters.
+  // Step 1.
   void StripStart() {
-    while (!left.empty() && left.front() == quote) {
+    while (!left.empty() && left.front() == kQuote) {
       CutTo(count.IsWellFormed() ? Characters() + 1 : 1);
       left.remove_prefix(1);
     }
   }
 
-  // A mark goes, with what follows it, if it is the first or the last one and stands where the last character would
-  // stand if each had one unit.
+  // Step 2.
   void StripEnd() {
-    std::size_t const first = left.find(quote);
+    std::size_t const first = left.find(kQuote);
     while (first < left.size() && count.IsWellFormed()) {
       std::size_t const last = Characters() - 1;
-      if (first != last && left.rfind(quote) != last) return;
+      if (first != last && left.rfind(kQuote) != last) return;
       CutTo(last);
     }
   }
@@ -256,7 +261,7 @@ VRELString VRELStringConvertToUpperCase(VRELString const& text) {
 }
 
 VRELString VRELStringReplaceNonASCIICharsWith(VRELString const& text, wchar_t) {
-  // A copy of a text that cannot be converted keeps its bad conversion flag; a converted text has none.
+  // A string that cannot be converted is copied with its bad conversion flag; a converted string has none.
   if (text.getIsInitialized() && !CharacterCount(BeforeZero(text)).IsWellFormed()) return text;
   return VRELString(text.view());
 }
@@ -264,7 +269,7 @@ VRELString VRELStringReplaceNonASCIICharsWith(VRELString const& text, wchar_t) {
 VRINResult RemoveDoubleQuotesAtStartAndEndOf(VRELString const& in, VRELString& out) {
   std::u16string_view const text = BeforeZero(in);
   std::u16string_view const left = QuoteStripper(text).Strip();
-  // A text that loses nothing is a copy, its bad conversion flag included.
+  // An unchanged string is copied with its bad conversion flag.
   out = left.size() == text.size() ? VRELString(in) : VRELString(left);
   return VREL_S_OK;
 }

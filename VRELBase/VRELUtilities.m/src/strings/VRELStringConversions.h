@@ -1,4 +1,4 @@
-// Texts to numbers and booleans and back; trimming, case, quotation marks.
+// Conversions between strings, numbers and booleans; trimming, case and quotation marks.
 #pragma once
 
 #include <string_view>
@@ -7,50 +7,54 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// Text of a number. The bad conversion flag of the result is promised to be set, because the text goes through the
-// process's default codepage.
+// Convert a number to a string.
+// Compatibility: the bad conversion flag of the result is set, because the digits are decoded from the default code
+// page.
 //
-// Six decimals, no exponent, the decimal mark of the C library's locale; the text is cut behind 254 characters.
+// Formats with six decimals and no exponent, as by "%f", with the decimal mark of the C library's locale. Truncates
+// after 254 characters.
 VREL_EXPORT VRELString VRELStringFromDouble(double value);
 VREL_EXPORT VRELString VRELStringFromULong(unsigned long value);
 VREL_EXPORT VRELString VRELStringFromInteger(int value);
-// "true" or "false".
+// Returns "true" or "false".
 VREL_EXPORT VRELString VRELStringFromBool(bool value);
-// The text of UTF-32 in wide characters; empty for null.
+// Converts UTF-32 in wide characters; null is the empty string.
 VREL_EXPORT VRELString VRELStringFromUnicodeWChars(wchar_t const* text);
 
-// Whether compareToIgnoreCase of the two would give 0. Builds no text.
+// Returns whether compareToIgnoreCase of the two would return 0. Allocates nothing.
 VREL_EXPORT bool VRELStringEqualsIgnoreCase(std::u16string_view a, std::u16string_view b) noexcept;
-// The same for a text, which may be uninitialized and is then no word.
+// Does the same for a string. False for an uninitialized string.
 VREL_EXPORT bool VRELStringIsWord(VRELString const& text, std::u16string_view word);
 
-// Numbers and booleans from text. VREL_E_FAIL leaves `value` as it is.
+// Convert a string to a boolean or a number.
+// Errors: VREL_E_FAIL if the string is not one; `value` is then unchanged.
 //
-// True for Yes, True and On, false for No, False and Off, in any case; nothing else is a boolean.
+// Accepts Yes, True and On, No, False and Off, in any case.
 VREL_EXPORT VRINResult VRELStringToBool(VRELString const& text, bool& value);
-// The number that the text begins with, as atof and atoi read it in the C library's locale; what follows it is passed
-// over. A zero counts only in a text that begins with the digit 0: "-0", ".0" and " 0" fail, and that is promised.
+// Read the number at the beginning of the string, as atof and atoi do in the C library's locale. Other characters may
+// follow.
+// Compatibility: a zero is accepted only if the string begins with the digit 0; "-0", ".0" and " 0" fail.
 VREL_EXPORT VRINResult VRELStringToDouble(VRELString const& text, double& value);
-// A number beyond long becomes the nearest long; of the long, the low 32 bits count.
+// Compatibility: a number outside the range of long becomes the nearest long; the low 32 bits of the long are returned.
 VREL_EXPORT VRINResult VRELStringToInteger(VRELString const& text, int& value);
 
-// The text without the white space (iswspace) at its start and end. Where it cuts is counted in characters but cut in
-// UTF-16 units, so that with characters above U+FFFF the cut comes early by one unit for each of them; that is
-// promised. A text with unpaired surrogates has no characters to count, and gives the empty text.
+// Returns the string without white space (iswspace) at its start and end. Empty if the string has unpaired surrogates.
+// Compatibility: the end is counted in characters but applied to UTF-16 code units, so that one more unit is lost for
+// each character above U+FFFF.
 VREL_EXPORT VRELString VRELStringGetTrimmedString(VRELString const& text);
-// Whether nothing is left of the text when it is trimmed.
+// Returns whether the trimmed string is empty.
 VREL_EXPORT bool VRELStringCheckIfWhiteSpace(VRELString const& text);
 
-// Each character through towlower or towupper, by the C library's locale. A text with unpaired surrogates gives the
-// empty text.
+// Convert each character by towlower or towupper in the C library's locale. Empty if the string has unpaired
+// surrogates.
 VREL_EXPORT VRELString VRELStringConvertToLowerCase(VRELString const& text);
 VREL_EXPORT VRELString VRELStringConvertToUpperCase(VRELString const& text);
 
-// A text of the same characters: it is promised that nothing is replaced. Empty if uninitialized.
+// Compatibility: returns a copy and replaces nothing. Empty if the string is uninitialized.
 VREL_EXPORT VRELString VRELStringReplaceNonASCIICharsWith(VRELString const& text, wchar_t replacement);
 
-// Drops all quotation marks (U+0022) at the start and at the end; those in the middle stay. `out` may be `in`. Always
-// VREL_S_OK. The end is sought by a count of characters, not of UTF-16 units: in a text with characters above U+FFFF
-// marks at the end are missed, and a mark at the start may take units at the end with it (all the rest, where unpaired
-// surrogates leave nothing to count). That is promised.
+// Removes all quotation marks (U+0022) at the start and at the end of the string, and returns VREL_S_OK. `out` may be
+// the same object as `in`. Compatibility: positions at the end are counted in characters, not in UTF-16 code units.
+// With characters above U+FFFF, marks at the end are not found, and removing a mark at the start can remove units at
+// the end; with unpaired surrogates it removes the rest.
 VREL_EXPORT VRINResult RemoveDoubleQuotesAtStartAndEndOf(VRELString const& in, VRELString& out);

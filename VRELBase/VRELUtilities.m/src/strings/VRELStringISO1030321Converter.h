@@ -1,9 +1,9 @@
-// What the reader and the writer of ISO 10303-21 texts share: the pure ASCII text that they hold.
+// Base of the reader and the writer of ISO 10303-21 strings.
 #pragma once
 
 #include "VRELExport.h"
 
-// Owns one text of bytes, or none.
+// Owner of one ASCII string, or of none.
 class VREL_EXPORT VRELStringISO1030321Converter {
  public:
   VRELStringISO1030321Converter() = default;
@@ -11,11 +11,11 @@ class VREL_EXPORT VRELStringISO1030321Converter {
   VRELStringISO1030321Converter& operator=(VRELStringISO1030321Converter const&) = delete;
   virtual ~VRELStringISO1030321Converter();
 
-  // Holds a copy of the text, which may be the held one or a part of it; nothing for null.
+  // Replaces the string by a copy of `text`, which may be part of the present string; by none for null.
   void ResetUSAsciiString(char const* text);
-  // Deletes the held text.
+  // Deletes the string.
   void ReleaseUSAsciiString();
 
  protected:
-  char* USAsciiString = nullptr;  // owned, from new[]
+  char* USAsciiString = nullptr;  // owned, allocated with new[]
 };

@@ -9,9 +9,15 @@
 #include "VRELStringISO10646Reader.h"
 #include "VRELStringISO8859Reader.h"
 
+// The documented algorithm is recursive: find the first escape of the string, decode it, convert the rest to ASCII
+// bytes and decode that in the same way. Each level searches the whole rest for all three markers, so that a string of
+// n escapes takes quadratic time and n levels of stack. The loop below produces the same result in linear time. It
+// keeps the position of the next occurrence of each marker (MarkerSearch) and searches again only when that position
+// was passed. The first level differs from the others, because its bytes are decoded in the default code page: if the
+// string is all ASCII that makes no difference; otherwise DecodeFirst handles the first escape on UTF-16 units.
 namespace {
 
-// The first escape of a text: where it starts and ends, in units of the text.
+// First escape of a string, with its range in code units.
 struct Escape {
   bool isPage;  // \S\, else \X2\.
   std::size_t start;
@@ -20,8 +26,8 @@ struct Escape {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-// The escape that comes first, from the places of the next "\S\", "\X2\" and "\X0\" (kNone where there is none). False
-// if there is no escape, or one that ends before it starts.
+// Finds the first escape from the positions of the next "\S\", "\X2\" and "\X0\" (kNone if there is none). Returns
+// false if there is no escape, or if it would end before it starts.
 bool FirstEscape(std::size_t page, std::size_t units, std::size_t unitsEnd, std::size_t length, Escape& escape) {
   if (page == kNone && units == kNone) return false;
   if (page < units) {
@@ -32,7 +38,7 @@ bool FirstEscape(std::size_t page, std::size_t units, std::size_t unitsEnd, std:
   return unitsEnd != kNone && unitsEnd > units;
 }
 
-// Writes what an escape stands for, given as bytes, and moves `out` behind it. False if the escape is malformed.
+// Decodes the bytes of one escape to `out` and advances it. Returns false if the escape is malformed.
 bool Decode(std::string_view bytes, bool isPage, char16_t*& out) {
   if (isPage) {
     *out++ = VRELStringISO8859Reader::Decode(bytes.size() > 3 ? bytes[3] : '\0');
@@ -43,36 +49,35 @@ bool Decode(std::string_view bytes, bool isPage, char16_t*& out) {
   return true;
 }
 
-// The next place of a pattern, searched for once: the places that are asked for never go back.
-class NextPlace {
+// Position of the next occurrence of a marker. Requires: the positions asked for never decrease.
+class MarkerSearch {
  public:
-  NextPlace(std::string_view searched, std::string_view searchedPattern)
-      : text(searched), pattern(searchedPattern), place(searched.find(searchedPattern)) {}
+  MarkerSearch(std::string_view searched, std::string_view searchedMarker)
+      : text(searched), marker(searchedMarker), place(searched.find(searchedMarker)) {}
 
   std::size_t From(std::size_t position) {
-    if (place < position) place = text.find(pattern, position);
+    if (place < position) place = text.find(marker, position);
     return place;
   }
 
  private:
   std::string_view text;
-  std::string_view pattern;
+  std::string_view marker;
   std::size_t place;
 };
 
-// Decodes bytes into `out` and moves it behind the units. Gives the place behind the last escape that was decoded; 0 if
-// there is none.
+// Decodes bytes to `out` and advances it. Returns the position after the last decoded escape, or 0 if there is none.
 std::size_t DecodeBytes(std::string_view text, char16_t*& out) {
-  NextPlace page(text, "\\S\\");
-  NextPlace units(text, "\\X2\\");
-  NextPlace unitsEnd(text, "\\X0\\");
+  MarkerSearch page(text, "\\S\\");
+  MarkerSearch units(text, "\\X2\\");
+  MarkerSearch unitsEnd(text, "\\X0\\");
   std::size_t position = 0;
   Escape escape{};
   while (FirstEscape(page.From(position), units.From(position), unitsEnd.From(position), text.size(), escape)) {
     std::string_view const head = text.substr(position, escape.start - position);
-    char16_t* behind = std::copy(head.begin(), head.end(), out);
-    if (!Decode(text.substr(escape.start, escape.end - escape.start), escape.isPage, behind)) break;
-    out = behind;
+    char16_t* decoded = std::copy(head.begin(), head.end(), out);
+    if (!Decode(text.substr(escape.start, escape.end - escape.start), escape.isPage, decoded)) break;
+    out = decoded;
     position = escape.end;
   }
   std::string_view const rest = text.substr(position);
@@ -80,7 +85,7 @@ std::size_t DecodeBytes(std::string_view text, char16_t*& out) {
   return position;
 }
 
-// Whether a text has only ASCII characters, and the same as the bytes that it was read from.
+// Returns whether a string is all ASCII and equals the bytes that it was decoded from.
 bool IsAsciiOf(std::u16string_view units, char const* bytes) {
   auto const isSame = [](char16_t unit, char byte) {
     return unit == static_cast<unsigned char>(byte) && static_cast<signed char>(byte) > 0;
@@ -88,7 +93,7 @@ bool IsAsciiOf(std::u16string_view units, char const* bytes) {
   return std::equal(units.begin(), units.end(), bytes, isSame) && bytes[units.size()] == '\0';
 }
 
-// Decodes the first escape of a text, behind the units before it. False if it is malformed.
+// Copies the units before the first escape and decodes it. Returns false if it is malformed.
 bool DecodeFirst(VRELString const& text, Escape const& first, char16_t*& out) {
   VRELStringAsciiCharUtil const piece(text.substring(static_cast<int>(first.start), static_cast<int>(first.end)),
                                       false);
@@ -106,14 +111,14 @@ VRINResult VRELStringISO1030321Reader::ConvertFromASCII(char const* text, VRELSt
   return VREL_S_OK;
 }
 
-// Decodes a text that was read from the held bytes, and then holds the bytes behind its last escape. False, with
-// nothing changed, if the text has no escape or a malformed one comes first.
+// Decodes `whole`, which was decoded from the held bytes, and then holds the bytes after its last escape. Returns false
+// and changes nothing if the string has no escape or the first one is malformed.
 bool VRELStringISO1030321Reader::DecodeEscapes(VRELString const& whole, VRELString& out) {
   std::u16string_view const units = whole.view();
   Escape first{};
   if (!FirstEscape(units.find(u"\\S\\"), units.find(u"\\X2\\"), units.find(u"\\X0\\"), units.size(), first))
     return false;
-  // An escape takes more units than it stands for, so the decoded text is no longer than the encoded one.
+  // An escape decodes to fewer units than it has, so the decoded string is not longer than the encoded one.
   std::unique_ptr<char16_t[]> const decoded(new char16_t[units.size()]);
   char16_t* end = decoded.get();
   if (IsAsciiOf(units, USAsciiString)) {
@@ -121,7 +126,7 @@ bool VRELStringISO1030321Reader::DecodeEscapes(VRELString const& whole, VRELStri
     if (position == 0) return false;
     ResetUSAsciiString(USAsciiString + position);
   } else {
-    // The first escape and what stands before it are read from the text, the rest goes on as ASCII bytes.
+    // Decode up to the first escape from the string, and the rest from its ASCII bytes.
     if (!DecodeFirst(whole, first, end)) return false;
     VRELStringAsciiCharUtil const tail(whole.substring(static_cast<int>(first.end)), false);
     char const* const bytes = tail;

@@ -1,4 +1,4 @@
-// Decodes the strings of STEP files.
+// Decoder of ISO 10303-21 strings.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,24 +6,23 @@
 #include "VRELStringISO1030321Converter.h"
 #include "VRINResult.h"
 
-// Decodes the string encoding of ISO 10303-21: \S\c, one character of ISO 8859-1, and \X2\hhhh...\X0\, UTF-16 units of
-// four hexadecimal digits.
+// Decodes two escapes of ISO 10303-21 (STEP files): \S\c, one character of ISO 8859-1, and \X2\hhhh...\X0\, UTF-16 code
+// units of four hexadecimal digits.
 //
 //   VRELStringISO1030321Reader reader;
 //   VRELString name;
 //   reader.ConvertFromASCII("Geh\\S\\duse", name);  // Geh\u00E4use
 //
-// No other escape is read, and that is promised: \X\hh, \X4\...\X0\ and the page selectors stay in the text, a doubled
+// Compatibility: no other escape is decoded. \X\hh, \X4\...\X0\ and the page selectors stay in the string, a doubled
 // backslash or apostrophe is not reduced, and "\\S\" is a backslash before a \S\ escape.
 class VREL_EXPORT VRELStringISO1030321Reader : public VRELStringISO1030321Converter {
  public:
-  // Decodes the text, read in the process's default codepage, from its start to its end, in time that grows with its
-  // length alone. Always VREL_S_OK; null gives the empty text. From the first malformed escape on, the rest of the text
-  // stays as it is, its escapes included. A "\X0\" that ends no escape makes the next \X2\ behind it malformed. A
-  // \S\ at the very end reads as U+0080.
+  // Decodes bytes of the default code page of the process in linear time. Returns VREL_S_OK; null is the empty string.
   //
-  // Characters outside ASCII stay as they are up to the end of the first escape and become U+001A (or vanish, where
-  // they have no shape of their own) behind it: what follows an escape goes on as ASCII bytes. All of this is promised.
+  // Compatibility: from the first malformed escape on, the rest of the string is copied with its escapes. A "\X0\" that
+  // ends no escape makes the next \X2\ malformed. A \S\ at the very end decodes to U+0080. After the first escape,
+  // characters outside ASCII become U+001A or, if they are default ignorable, are removed, since the rest of the string
+  // is converted to ASCII bytes.
   VRINResult ConvertFromASCII(char const* text, VRELString& out);
 
  private:

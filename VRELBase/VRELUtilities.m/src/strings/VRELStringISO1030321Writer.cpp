@@ -8,7 +8,7 @@ VRINResult VRELStringISO1030321Writer::ConvertToASCII(VRELString const& text, ch
   if (result.IsSuccess()) {
     int const size = encoded.getConvertToMBCSSize(VRELString::CODEPAGE_NAME_ASCII);
     if (size > 1) {
-      // What was held before is promised not to be released.
+      // Compatibility: the previous result is not released.
       USAsciiString = new char[static_cast<std::size_t>(size)];
       result = encoded.convertToMBCS(USAsciiString, size, VRELString::CODEPAGE_NAME_ASCII, false);
     }

@@ -2,30 +2,26 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
+
+#include "VRELAscii.h"
 
 namespace {
 
 constexpr std::string_view kOpening = "\\X2\\";
 constexpr std::string_view kClosing = "\\X0\\";
 
-// The value of a hexadecimal digit; above 15 for any other byte.
-constexpr unsigned int HexValue(char c) noexcept {
-  if (c >= '0' && c <= '9') return static_cast<unsigned int>(c - '0');
-  if (c >= 'A' && c <= 'F') return static_cast<unsigned int>(c - 'A' + 10);
-  if (c >= 'a' && c <= 'f') return static_cast<unsigned int>(c - 'a' + 10);
-  return 0x100;
-}
-
-// The unit of the four bytes at `quadruplet`.
+// Returns the code unit of the four bytes at `quadruplet`. Bytes that are not all hexadecimal digits take the slow path
+// through GetUChar, whose result for them is that of sscanf.
 unsigned short QuadrupletValue(char const* quadruplet) noexcept {
-  unsigned int value = 0;
-  unsigned int digits = 0;
+  int value = 0;
+  int allDigits = 0;
   for (int i = 0; i < 4; ++i) {
-    unsigned int const digit = HexValue(quadruplet[i]);
+    int const digit = VRELHexDigitValue(quadruplet[i]);
     value = value << 4 | (digit & 0xF);
-    digits |= digit;
+    allDigits |= digit;
   }
-  if (digits < 0x100) return static_cast<unsigned short>(value);
+  if (allDigits >= 0) return static_cast<unsigned short>(value);
   char text[5] = {};
   std::memcpy(text, quadruplet, 4);
   return VRELStringISO10646Reader::GetUChar(text);
@@ -34,11 +30,14 @@ unsigned short QuadrupletValue(char const* quadruplet) noexcept {
 }  // namespace
 
 VRELStringISO10646Reader::VRELStringISO10646Reader(char const* text) {
-  if (text != nullptr) encodedString = text;
+  if (text == nullptr) return;
+  size = std::strlen(text);
+  encodedString.reset(new char[size + 1]);
+  std::memcpy(encodedString.get(), text, size + 1);
 }
 
 void VRELStringISO10646Reader::DetermineEncoding() {
-  if (encoding == -1) encoding = encodedString && IsSequence(*encodedString) ? 2 : 0;
+  if (encoding == -1) encoding = IsSequence(Encoded()) ? 2 : 0;
 }
 
 VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
@@ -47,7 +46,7 @@ VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
     DetermineEncoding();
     if (encoding == 2) {
       std::u16string units(static_cast<std::size_t>(GetNumberOfQuadruplets()), u'\0');
-      units.resize(static_cast<std::size_t>(Decode(*encodedString, units.data()) - units.data()));
+      units.resize(static_cast<std::size_t>(Decode(Encoded(), units.data()) - units.data()));
       result = VRELString(std::u16string_view(units));
       status = VREL_S_OK;
     }
@@ -57,12 +56,12 @@ VRINResult VRELStringISO10646Reader::GetResult(VRELString& out) {
 }
 
 int VRELStringISO10646Reader::GetNumberOfQuadruplets() const {
-  return encodedString ? (static_cast<int>(encodedString->size()) - 8) / 4 : 0;
+  return encodedString != nullptr ? (static_cast<int>(size) - 8) / 4 : 0;
 }
 
 void VRELStringISO10646Reader::GetQuadrupletAt(int index, char* out) const {
   if (out == nullptr || index < 0 || index >= GetNumberOfQuadruplets()) return;
-  std::memcpy(out, encodedString->data() + kOpening.size() + 4 * static_cast<std::size_t>(index), 4);
+  std::memcpy(out, encodedString.get() + kOpening.size() + 4 * static_cast<std::size_t>(index), 4);
   out[4] = '\0';
 }
 

@@ -10,7 +10,7 @@ bool IsOutsideAscii(char16_t unit) noexcept {
   return !VRELStringISO10646Writer::IsUSAscii(unit);
 }
 
-// The first run of units outside ASCII from `start` on; empty, at the end, if there is none.
+// Returns the first run of units outside ASCII from `start` on; empty if there is none.
 std::u16string_view FirstRun(std::u16string_view text, std::size_t start) noexcept {
   auto const first = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), IsOutsideAscii);
   auto const last = std::find_if_not(first, text.end(), IsOutsideAscii);

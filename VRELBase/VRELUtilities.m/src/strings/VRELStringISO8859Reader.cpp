@@ -2,12 +2,12 @@
 
 #include <cstring>
 
-VRELStringISO8859Reader::VRELStringISO8859Reader(char const* text) : encodedString() {
-  if (text != nullptr) std::memcpy(encodedString, text, strnlen(text, 4));
+VRELStringISO8859Reader::VRELStringISO8859Reader(char const* text) : encodedString(new char[5]()) {
+  if (text != nullptr) std::memcpy(encodedString.get(), text, strnlen(text, 4));
 }
 
 void VRELStringISO8859Reader::DetermineEncoding() {
-  if (encoding == -1) encoding = std::strncmp(encodedString, "\\S\\", 3) == 0 ? 1 : 0;
+  if (encoding == -1) encoding = std::strncmp(encodedString.get(), "\\S\\", 3) == 0 ? 1 : 0;
 }
 
 VRINResult VRELStringISO8859Reader::GetResult(VRELString& out) {

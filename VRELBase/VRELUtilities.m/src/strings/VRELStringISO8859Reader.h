@@ -1,33 +1,35 @@
-// Decodes one \S\c escape of ISO 10303-21.
+// Decoder of one \S\c escape of ISO 10303-21.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "VRELExport.h"
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// Stands for one escape of four bytes and gives its character once. The fourth byte plus 128, modulo 256, is the code
-// point: ISO 8859-1, whatever page was selected.
+// Decodes one escape of four bytes, once. The code point is the fourth byte plus 128, modulo 256, which is a character
+// of ISO 8859-1; page selectors have no effect. VRELStringISO1030321Reader decodes whole strings.
 class VREL_EXPORT VRELStringISO8859Reader {
  public:
-  // Copies four bytes, fewer if a zero ends the text before; null counts as empty.
+  // Copies the first four bytes, up to a zero byte; null counts as empty.
   explicit VRELStringISO8859Reader(char const* text);
   virtual ~VRELStringISO8859Reader() = default;
 
-  // Looks once whether the text is an escape.
+  // Determines whether the string is an escape; only the first call has an effect.
   void DetermineEncoding();
-  // Gives the character and VREL_S_OK at the first call, if the text is an escape that nobody has looked at before.
-  // Otherwise VREL_E_FAIL with what was decoded so far; that a second call fails with the same text is promised.
+  // Decodes the escape and returns VREL_S_OK.
+  // Errors: VREL_E_FAIL if the string is not an escape; `out` is then empty.
+  // Compatibility: a second call, and a call after DetermineEncoding, returns VREL_E_FAIL with what was decoded before.
   VRINResult GetResult(VRELString& out);
 
-  // The character of the fourth byte of an escape.
+  // Returns the character for the fourth byte of an escape.
   static constexpr char16_t Decode(char byte) noexcept {
     return static_cast<char16_t>((static_cast<unsigned char>(byte) + 128) % 256);
   }
 
  private:
-  char encodedString[5];
-  std::int32_t encoding = -1;  // -1 not looked at yet, 0 no escape, 1 the \S\ form
+  std::unique_ptr<char[]> encodedString;  // always five bytes
+  std::int32_t encoding = -1;             // -1 not determined, 0 not an escape, 1 the \S\ form
   VRELString result;
 };

@@ -1,4 +1,4 @@
-// Splits a text at a separator.
+// Splitter of strings at a separator.
 #pragma once
 
 #include "VRELDynamicArray.h"
@@ -6,20 +6,27 @@
 #include "VRELString.h"
 #include "VRINResult.h"
 
-// The pieces of a text between separators, all made by the constructor. Separators beside each other have an empty
-// piece between them, and one at the start or the end has an empty piece before or behind it; the empty text has no
-// piece at all.
+// Splits a string at a separator. Consecutive separators have an empty token between them, and a separator at the start
+// or the end has an empty token before or after it; the empty string has no token.
+//
+//   VRELStringTokenizer const tokens(VRELString(L"a,,b"), L',');
+//   for (int i = 0; i < tokens.GetTokenCount(); ++i) std::cout << tokens.Token(i) << "\n";  // "a", "", "b"
+//
+// Cost: the constructor creates all tokens, in linear time.
 class VREL_EXPORT VRELStringTokenizer {
  public:
-  // Of the separator the low 16 bits count.
+  // Splits the string. Compatibility: only the low 16 bits of the separator are used.
   VRELStringTokenizer(VRELString const& text, wchar_t separator);
-  // Text in the process's default codepage.
+  // Splits bytes of the default code page of the process.
   VRELStringTokenizer(char const* text, wchar_t separator);
 
+  // Returns the number of tokens.
   int GetTokenCount() const;
-  // VREL_E_FAIL, with `out` as it was, for an index outside 0 to count - 1.
+  // Copies a token to `out`.
+  // Errors: VREL_E_FAIL for an index outside 0 to GetTokenCount() - 1; `out` is then unchanged.
   VRINResult GetToken(int index, VRELString& out) const;
-  // The piece itself, as long as this object lives; the index must be one of 0 to count - 1.
+  // Returns a token, valid as long as the tokenizer.
+  // Requires: an index of 0 to GetTokenCount() - 1.
   VRELString const& Token(int index) const noexcept { return tokens[index]; }
 
  private:

@@ -1,4 +1,4 @@
-// A short-lived wchar_t view of a text.
+// Temporary wide-character form of a string.
 #pragma once
 
 #include <memory>
@@ -6,7 +6,11 @@
 #include "VRELExport.h"
 #include "VRELString.h"
 
-// Holds the text in wide characters (UTF-32 where they have 4 bytes), as long as the object lives.
+// Converts a string to wide characters (UTF-32) for the lifetime of the object.
+//
+//   std::fputws(VRELStringUnicodeWCharUtil(name), file);
+//
+// Ownership: the object owns the characters, so that the pointer is valid as long as the object.
 class VREL_EXPORT VRELStringUnicodeWCharUtil {
  public:
   explicit VRELStringUnicodeWCharUtil(VRELString const& text);
@@ -14,7 +18,7 @@ class VREL_EXPORT VRELStringUnicodeWCharUtil {
   VRELStringUnicodeWCharUtil(VRELStringUnicodeWCharUtil const&) = delete;
   VRELStringUnicodeWCharUtil& operator=(VRELStringUnicodeWCharUtil const&) = delete;
 
-  // Null for an uninitialized text and for one that is no valid UTF-16.
+  // Returns the characters; null for an uninitialized string and for invalid UTF-16.
   operator wchar_t const*() const noexcept { return text.get(); }
 
  private:

@@ -52,7 +52,7 @@ VRINResult VRELTable::Get(int row, VRELValue* first, ...) const {
   return VREL_S_OK;
 }
 
-// Null for a row that no key shall find. A key without its row would later find another one.
+// `key` is null for a row that is not indexed. If indexing fails the row is removed again.
 void VRELTable::Append(Row const& row, VRELValue const* key) {
   int const number = GetRowsCount();
   rows.add(row);
@@ -78,7 +78,7 @@ void VRELTable::CopyRow(Row const& row, VRELValue* first, va_list more) {
   }
 }
 
-// Null in a row that does not reach to the key's column.
+// Returns null if the row does not have the key column.
 VRELValue const* VRELTable::KeyOf(Row const& row) const {
   return keyColumn < row.size() ? &row[keyColumn] : nullptr;
 }

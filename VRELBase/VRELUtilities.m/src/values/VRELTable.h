@@ -1,4 +1,4 @@
-// Rows of values, found by number or by key.
+// Table of values with access by row number and by key.
 #pragma once
 
 #include <cstdarg>
@@ -11,32 +11,39 @@
 #include "VRELValue.h"
 #include "VRINResult.h"
 
-// A store of rows in the order of coming, with the first column for the key. Rows may differ in length.
+// Rows of values in insertion order, indexed by their first column. Rows may differ in length. Use it for small tables
+// that are looked up by a name or a number.
 //
-// Each operation takes a row as pointers to its columns, the first to the last, and a null pointer behind them:
+// Each operation takes a row as pointers to its columns, followed by a null pointer:
 //
-//   VRELValue const key(VRELString(L"Author"));
-//   VRELValue const author(VRELString(L"Kim"));
+//   VRELValue const key(L"Author");
+//   VRELValue const author(L"Kim");
 //   table.Set(&key, &author, nullptr);
 //   VRELValue found(key);
 //   VRELValue name;
 //   if (table.Get(&found, &name, nullptr).IsSuccess()) ...
 //
-// A value without a kind is never found by key. A copy shares the rows and the places of the index with its source:
-// rows that are added through one show in both. Their indexes part as soon as one grows, and until then a key that
-// comes through one is found through the other.
+// A value without a kind is never found by key. Keys compare as VRELValue does: 1 and 1.0 are two keys.
+//
+// Compatibility: a copy shares rows and index with its source, so that rows added through one are visible in both. The
+// indexes separate when one of them grows; until then a key added through one is found through the other.
+// Thread safety: none.
 class VREL_EXPORT VRELTable : public VRELReferenceCount {
  public:
-  // Appends a row; its key now finds this row, and no more an earlier one of that key, which stays. Always VREL_S_OK.
+  // Appends a row and returns VREL_S_OK. Its key now refers to this row; an earlier row with the key stays in the
+  // table.
   virtual VRINResult Add(VRELValue const* first, ...);
-  // Puts the row in the place of the one with its key, or appends it, also where its key has no kind. Always VREL_S_OK.
+  // Replaces the row with the same key, or appends the row if there is none or its key has no kind. Returns VREL_S_OK.
   virtual VRINResult Set(VRELValue const* first, ...);
 
-  // Takes the first argument for the key, and copies the columns of that row to the arguments, the key's too, until
-  // either end. VREL_E_FAIL if there is no such row, with the arguments untouched.
+  // Finds the row whose key equals the first argument, and copies its columns, the key included, to the arguments until
+  // either ends.
+  // Errors: VREL_E_FAIL if there is no such row; the arguments are then unchanged.
   virtual VRINResult Get(VRELValue* first, ...) const;
+  // Returns the number of rows.
   virtual int GetRowsCount() const;
-  // The same by the number of the row, from 0 on. VREL_E_INVALID_ARGUMENT outside the table.
+  // Copies the columns of the row with that number, counted from 0.
+  // Errors: VREL_E_INVALID_ARGUMENT if there is no such row.
   virtual VRINResult Get(int row, VRELValue* first, ...) const;
 
  private:
@@ -48,7 +55,7 @@ class VREL_EXPORT VRELTable : public VRELReferenceCount {
   VRELValue const* KeyOf(Row const& row) const;
 
   VRELDynamicArray<Row> rows;
-  // From a key to the number of its row.
+  // Maps a key to the number of its row.
   VRELHashMap<VRELValue, int> index;
   std::int32_t keyColumn = 0;
 };

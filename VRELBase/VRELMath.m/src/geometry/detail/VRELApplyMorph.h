@@ -1,14 +1,14 @@
-// How affines and morphs act on coordinates, for all kinds of points.
+// Application of affines and morphs to coordinates, for all kinds of points.
 #pragma once
 
 #include "VRELAffine.h"
 
-// The N coordinates of a point, 2 or 3, while it is worked on. A point is read once and written once: steps that went
-// through its memory would wait for each other.
+// The N coordinates of a point, 2 or 3, loaded into local variables. A point is read once and written once: steps that
+// wrote to the point in memory would have to wait for each other (store forwarding).
 template <int N>
-class VRELHeldCoordinates {
+class VRELLocalCoordinates {
  public:
-  explicit VRELHeldCoordinates(double const* p) noexcept : x(p[0]), y(p[1]), z(N == 3 ? p[N - 1] : 0.0) {}
+  explicit VRELLocalCoordinates(double const* p) noexcept : x(p[0]), y(p[1]), z(N == 3 ? p[N - 1] : 0.0) {}
 
   void Store(double* p) const noexcept {
     p[0] = x;
@@ -16,7 +16,7 @@ class VRELHeldCoordinates {
     if constexpr (N == 3) p[2] = z;
   }
 
-  // Each row of A times p, summed from left to right.
+  // Multiplies each row of A by p and adds the products from left to right.
   void Apply(VRELAffine const& affine) noexcept {
     VRELAffine::Elements const& a = affine.GetElements();
     double const u = x;
@@ -53,19 +53,19 @@ class VRELHeldCoordinates {
 // Replaces the N coordinates p by A p.
 template <int N>
 inline void vrelApplyAffine(VRELAffine const& affine, double* p) noexcept {
-  VRELHeldCoordinates<N> held(p);
-  held.Apply(affine);
-  held.Store(p);
+  VRELLocalCoordinates<N> local(p);
+  local.Apply(affine);
+  local.Store(p);
 }
 
-// Replaces the N coordinates p by s (A p) + w t, as far as the flags of the morph say that there is something to apply.
-// The weight w is 1 for a point without a weight.
+// Replaces the N coordinates p by s (A p) + w t, leaving out the parts that have no effect according to the flags of
+// the morph. The weight w is 1 for a point without a weight.
 template <int N, class Morph>
 inline void vrelApplyMorph(Morph const& morph, bool noTranslation, double weight, double* p) noexcept {
   if (morph.isIdentity()) return;
-  VRELHeldCoordinates<N> held(p);
-  if (morph.isAffine()) held.Apply(morph.affine());
-  if (morph.isScale()) held.Multiply(morph.scaleFactor());
-  if (!noTranslation && morph.isTranslation()) held.AddMultiple(morph.translation().GetCoordinates(), weight);
-  held.Store(p);
+  VRELLocalCoordinates<N> local(p);
+  if (morph.isAffine()) local.Apply(morph.affine());
+  if (morph.isScale()) local.Multiply(morph.scaleFactor());
+  if (!noTranslation && morph.isTranslation()) local.AddMultiple(morph.translation().GetCoordinates(), weight);
+  local.Store(p);
 }

@@ -1,12 +1,12 @@
-// What the 2D and the 3D morph have in common, written for the types of each.
+// What VRELMorph2D and VRELMorph3D have in common.
 #pragma once
 
 #include "Gk_Def.h"
 #include "Gk_Func.h"
 #include "VRELMorph.h"
 
-// The parts of a Morph, its derived class, with the matrix and the translation held by value. The order of composition
-// and the setting of the scale are not here: they differ, and stand in the two classes.
+// Matrix and translation of a morph, as a CRTP base class of `Morph`. The order of composition and setScale differ and
+// are in the derived classes.
 template <class Morph, class Affine, class Point>
 class VRELMorphOf : public VRELMorph {
  public:
@@ -15,6 +15,7 @@ class VRELMorphOf : public VRELMorph {
   Affine const& GetAffine() const override { return affinePart; }
   Point const& GetTranslation() const override { return translationPart; }
 
+  // Sets scale, matrix, translation and flags to those of the identity.
   void SetToIdentity() {
     scale = 1.0;
     translationPart = Point();
@@ -22,16 +23,17 @@ class VRELMorphOf : public VRELMorph {
     fixMorphFlags();
   }
 
-  // The scale 1 / s, the transposed matrix and the translation that belongs to them. That the matrix is taken to be
-  // orthogonal, whatever it is, is promised. The out object may be this one.
+  // Sets `out`, which may be this morph, to the inverse: scale 1 / s, the transposed matrix and the matching
+  // translation.
+  // Compatibility: the matrix is taken as orthogonal without a check.
   void Inverse(VRELMorph& out) const override;
-  // The new morph, by the virtual Inverse.
+  // Returns the inverse, computed by the virtual Inverse.
   Morph inverse() const {
     Morph result;
     Inverse(result);
     return result;
   }
-  // The new morph, by the virtual Multiply.
+  // Returns the composition, computed by the virtual Multiply.
   Morph multiply(VRELMorph const& other) const {
     Morph result;
     this->Multiply(other, result);
@@ -45,7 +47,7 @@ class VRELMorphOf : public VRELMorph {
   }
 
  protected:
-  // The identity, all flags true.
+  // Creates the identity with all flags set.
   VRELMorphOf() noexcept { affinePart.MakeIdentity(); }
   explicit VRELMorphOf(double theScale) : VRELMorph(theScale) {
     affinePart.MakeIdentity();
@@ -53,7 +55,7 @@ class VRELMorphOf : public VRELMorph {
   }
   explicit VRELMorphOf(Point const& theTranslation) noexcept : translationPart(theTranslation) {
     affinePart.MakeIdentity();
-    zeroTranslation = IsNoLength(translationPart.Length());
+    zeroTranslation = IsZeroLength(translationPart.Length());
   }
   VRELMorphOf(Affine const& theAffine, Point const& theTranslation, double theScale)
       : VRELMorph(theScale), affinePart(theAffine), translationPart(theTranslation) {
@@ -63,25 +65,27 @@ class VRELMorphOf : public VRELMorph {
   VRELMorphOf& operator=(VRELMorphOf const& other) noexcept = default;
   ~VRELMorphOf() = default;
 
-  // Makes this the morph that runs `first` and then `second`; this may be one of them.
+  // Sets this morph to the one that applies `first` and then `second`; it may be one of the two.
   void Compose(VRELMorphOf const& first, VRELMorphOf const& second);
 
   Affine affinePart;
   Point translationPart;
 };
 
+// Solves p' = s (A p) + t for p with A^-1 = A^T: p = 1/s (A^T p') + A^T (t / -s). The result is computed in local
+// variables first, so that `out` may be this morph.
 template <class Morph, class Affine, class Point>
 void VRELMorphOf<Morph, Affine, Point>::Inverse(VRELMorph& out) const {
   auto* const target = dynamic_cast<VRELMorphOf*>(&out);
   if (target == nullptr) return;
   double const divisor = -scale;
-  Point turned;
-  for (int i = 0; i < turned.GetDimension(); ++i) turned[i] = translationPart.GetCoordinates()[i] / divisor;
+  Point inverted;
+  for (int i = 0; i < inverted.GetDimension(); ++i) inverted[i] = translationPart.GetCoordinates()[i] / divisor;
   Affine transposed;
   affinePart.GetTranspose(transposed);
-  turned.Transform(transposed);
+  inverted.Transform(transposed);
   target->affinePart = transposed;
-  target->translationPart = turned;
+  target->translationPart = inverted;
   target->scale = 1.0 / scale;
   target->fixMorphFlags();
 }

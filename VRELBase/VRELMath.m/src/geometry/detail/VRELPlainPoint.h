@@ -1,4 +1,4 @@
-// What the 2D and the 3D point have in common, written for the type of each.
+// What VRELPoint2D and VRELPoint3D have in common.
 #pragma once
 
 #include <cmath>
@@ -8,16 +8,27 @@
 #include "Gk_Func.h"
 #include "VRELPoint.h"
 
-// The arithmetic of a Point of N coordinates, its derived class. Nothing here polls for an abort.
+// Arithmetic of a point of N coordinates, as a CRTP base class of `Point`. No operation here polls for an abort.
 template <class Point, int N>
 class VRELPlainPoint : public VRELPoint {
  public:
   VRELPlainPoint(VRELPlainPoint const& other) noexcept = default;
+  // Copies the coordinates.
+  // Compatibility: sets the reference count to 0; see CopyFrom.
   VRELPlainPoint& operator=(VRELPlainPoint const& other) noexcept {
     VRELReferenceCount::operator=(other);
-    for (int i = 0; i < N; ++i) ChangeCoordinates()[i] = other.GetCoordinates()[i];
+    CopyFrom(static_cast<Point const&>(other));
     return *this;
   }
+
+  // Copies the coordinates and leaves the reference count unchanged, so that it is safe on a shared point:
+  //
+  //   VRELPoint3DHandle handle(new VRELPoint3D(1.0, 2.0, 3.0));
+  //   handle->CopyFrom(VRELPoint3D(4.0, 5.0, 6.0));
+  void CopyFrom(Point const& other) noexcept {
+    for (int i = 0; i < N; ++i) ChangeCoordinates()[i] = other.GetCoordinates()[i];
+  }
+  using VRELPoint::CopyFrom;
 
   Point& operator+=(Point const& other) noexcept {
     for (int i = 0; i < N; ++i) ChangeCoordinates()[i] += other.GetCoordinates()[i];
@@ -31,27 +42,28 @@ class VRELPlainPoint : public VRELPoint {
     for (int i = 0; i < N; ++i) ChangeCoordinates()[i] *= factor;
     return Self();
   }
-  // Does nothing for a divisor of exactly 0.
+  // Does nothing if `divisor` is exactly 0.
   Point& operator/=(double divisor) noexcept {
     if (divisor == 0.0) return Self();
     for (int i = 0; i < N; ++i) ChangeCoordinates()[i] /= divisor;
     return Self();
   }
 
-  // Adds the coordinates of the argument.
+  // Adds the coordinates of `by`.
   void Shift(Point const& by) noexcept { *this += by; }
 
-  // A new object on the heap; the caller owns it.
+  // Returns a copy on the heap.
+  // Ownership: the caller deletes it.
   Point* Copy() const { return new Point(static_cast<Point const&>(*this)); }
 
-  // A copy of length 1; a copy as it is if the length is exactly 0. There is no tolerance.
+  // Returns the vector divided by its length, or a copy if the length is exactly 0. There is no tolerance.
   Point Normalize() const {
     Point unit(static_cast<Point const&>(*this));
     unit /= Norm();
     return unit;
   }
 
-  // A unit vector that is perpendicular to this one.
+  // Returns a unit vector that is perpendicular to this one.
   Point Orthogonalize() const;
 
   friend Point operator+(Point const& a, Point const& b) noexcept {
@@ -75,18 +87,26 @@ class VRELPlainPoint : public VRELPoint {
     return product;
   }
   friend Point operator*(double factor, Point const& a) noexcept { return a * factor; }
-  // A copy for a divisor of exactly 0.
+  // Returns a copy if `divisor` is exactly 0.
   friend Point operator/(Point const& a, double divisor) noexcept {
     Point quotient(a);
     quotient /= divisor;
     return quotient;
   }
-  // The scalar product.
+  // Returns the scalar product.
   friend double operator*(Point const& a, Point const& b) noexcept {
     double sum = 0.0;
     for (int i = 0; i < N; ++i) sum += a.GetCoordinates()[i] * b.GetCoordinates()[i];
     return sum;
   }
+  // Returns true if all coordinates are exactly equal. Use IsWithinTolerance to compare computed points.
+  friend bool operator==(Point const& a, Point const& b) noexcept {
+    for (int i = 0; i < N; ++i) {
+      if (!(a.GetCoordinates()[i] == b.GetCoordinates()[i])) return false;
+    }
+    return true;
+  }
+  friend bool operator!=(Point const& a, Point const& b) noexcept { return !(a == b); }
 
  protected:
   VRELPlainPoint() noexcept : VRELPoint(N) {}
@@ -98,13 +118,17 @@ class VRELPlainPoint : public VRELPoint {
   }
 };
 
-// One pass of exchanges of signed neighbours, from the last coordinate to the first, chooses the two that are turned
-// against each other. That the pass neither sorts nor looks at absolute values is promised: it decides which of the
-// perpendicular vectors comes out.
+// Swaps two coordinates and negates one of them: (.., p, q) becomes (.., q, -p) with zeros elsewhere, which is
+// perpendicular for any p and q. A single bubble sort pass over the signed coordinates, from the last to the
+// first, selects p and q.
+//
+// Compatibility: the pass neither sorts completely nor compares absolute values. It determines which of the
+// perpendicular vectors is returned.
 template <class Point, int N>
 Point VRELPlainPoint<Point, N>::Orthogonalize() const {
-  double a[N];
-  int position[N];
+  constexpr auto kCoordinates = static_cast<std::size_t>(N);
+  double a[kCoordinates];
+  int position[kCoordinates];
   for (int i = 0; i < N; ++i) {
     a[i] = GetCoordinates()[i];
     position[i] = i;
@@ -114,11 +138,11 @@ Point VRELPlainPoint<Point, N>::Orthogonalize() const {
     std::swap(a[i], a[i - 1]);
     std::swap(position[i], position[i - 1]);
   }
-  Point turned;
-  double* const v = turned.ChangeCoordinates();
+  Point perpendicular;
+  double* const v = perpendicular.ChangeCoordinates();
   v[N - 2] = a[N - 1];
   v[N - 1] = -a[N - 2];
-  double length = turned.Norm();
+  double length = perpendicular.Norm();
   if (Gk_Func::equal(length, 0.0, Gk_Def::FuzzReal)) {
     v[1] = 1.0;
     length = 1.0;

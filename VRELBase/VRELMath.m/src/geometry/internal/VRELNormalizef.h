@@ -1,9 +1,9 @@
-// Roots and lengths in single precision, for the vectors of floats.
+// Square roots and normalization in single precision.
 #pragma once
 
 #include <cmath>
 
-// The root, and what it takes to divide by it. Below 0 the result is not a number; the inverse root of 0 is infinite.
+// Return the square root and its reciprocal. The result is NaN below 0; the reciprocal is infinite for 0.
 inline float VRELSqrtf(float x) noexcept {
   return std::sqrt(x);
 }
@@ -11,13 +11,14 @@ inline float VRELInvSqrtf(float x) noexcept {
   return 1.0F / std::sqrt(x);
 }
 
-// Up to here a length, or the square of one, counts as none: the float nearest to 1e-14.
-inline constexpr float vrelNoLengthf = 1e-14F;
+// Lengths and squared lengths up to this value are taken as 0: the float nearest to 1e-14, bits 0x283424DC.
+inline constexpr float kZeroLengthf = 1e-14F;
 
-// Makes the length of x, y, z 1. That a vector which has no length becomes 1, 0, 0 is promised.
+// Scales (x, y, z) to the length 1.
+// Compatibility: a vector of zero length becomes (1, 0, 0).
 inline void vrelNormalizef(float& x, float& y, float& z) noexcept {
   float const square = x * x + y * y + z * z;
-  if (square <= vrelNoLengthf) {
+  if (square <= kZeroLengthf) {
     x = 1.0F;
     y = 0.0F;
     z = 0.0F;

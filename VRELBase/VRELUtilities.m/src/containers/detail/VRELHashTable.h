@@ -1,18 +1,41 @@
-// The table behind VRELHashMap and VRELHashList. Programs use those two.
+// The table that implements VRELHashMap and VRELHashList.
+//
+// Open addressing with linear probing (Knuth, The Art of Computer Programming, volume 3, section 6.4, algorithm L) over
+// parallel arrays of keys, values and control bytes. Clients see the slots: enumeration is in slot order, so that the
+// slot of each entry after each operation is part of the interface. The rules are:
+//
+// - A key's home is its hash modulo the number of slots. Its slot is the first vacant one from there on, going on from
+//   slot 0 after the last one. A search ends at an equal key, at a vacant slot, or after one round.
+// - The slots are doubled before an entry would fill more than three quarters of them. Entries move in slot order.
+// - A removal leaves no tombstone. Each entry of the rest of the probe run is taken out and inserted again, in slot
+//   order, so that no search ends at the vacant slot too early. Entries before the vacant slot would return to their
+//   slots and are left alone.
+//
+// A control byte is 0 for a vacant slot, else a hash of the key, so that a search compares sixteen slots at once
+// and reads only keys that can be equal. Plain keys (integers, pointers) are compared directly in small tables.
+//
+// Keys made to collide under the hash would make probe runs, and so each operation, as long as the table. If the traits
+// of the key provide a second, seeded hash, an insertion that probes kLongRun slots builds an index of the table
+// (VRELHashSlotIndex), which then finds the equal key and the vacant slot directly. Slots and results are the same with
+// and without the index. If there is no memory for it, the table works without.
 #pragma once
 
 #include <limits>
+#include <memory>
+#include <new>
 #include <type_traits>
+#include <utility>
 
-#include "detail/VRELSwapObjectBytes.h"
 #include "detail/VRELHashControlBytes.h"
 #include "detail/VRELHashRows.h"
+#include "detail/VRELHashSlotIndex.h"
+#include "detail/VRELSwapObjectBytes.h"
 
 template <class T>
 class VRELHashList;
 
-// Open addressing with linear probing, and no marks of what was removed: a removal places the rest of its probe run
-// anew. V is void for a list; `values` is the one value of a map's entry, and nothing for a list.
+// Hash table of keys with values, or of keys alone if V is void. `values`, in the operations below, is the one value of
+// an entry of a map, and nothing for a list.
 template <class K, class V>
 class VRELHashTable {
  public:
@@ -21,12 +44,20 @@ class VRELHashTable {
 
   using Rows = VRELHashRows<K, V>;
 
-  static constexpr int defaultSlots = 17;
+  static constexpr int kDefaultSlots = 17;
 
   explicit VRELHashTable(int slots) { Grow(rows, slots); }
   VRELHashTable(VRELHashTable const&) = default;
+  // The source keeps its functions and has no slots until the next entry is added.
+  VRELHashTable(VRELHashTable&& other) noexcept
+      : rows(std::move(other.rows)),
+        hashFunction(other.hashFunction),
+        equalFunction(other.equalFunction),
+        loadFactor(other.loadFactor),
+        count(std::exchange(other.count, 0)),
+        cursor(std::exchange(other.cursor, 0)) {}
 
-  // Load factor and cursor stay as they are, which is promised.
+  // Compatibility: load factor and cursor are not assigned.
   VRELHashTable& operator=(VRELHashTable const& other) {
     rows = other.rows;
     hashFunction = other.hashFunction;
@@ -34,8 +65,16 @@ class VRELHashTable {
     count = other.count;
     return *this;
   }
+  VRELHashTable& operator=(VRELHashTable&& other) noexcept {
+    if (this == &other) return *this;
+    rows = std::move(other.rows);
+    hashFunction = other.hashFunction;
+    equalFunction = other.equalFunction;
+    count = std::exchange(other.count, 0);
+    return *this;
+  }
 
-  // Goes on with arrays of its own.
+  // Replaces the arrays by copies of their own.
   void Unshare() {
     rows.ForEachColumn([](auto& column) { column = column.copy(); }, rows);
     rows.occupied = rows.occupied.copy();
@@ -56,14 +95,15 @@ class VRELHashTable {
     return equalFunction != nullptr ? equalFunction(a, b) : VRELHashList<K>::HashEqualFunction(a, b);
   }
 
+  // Returns the slot of a key, or -1.
   int Find(K const& key) const {
     auto const slots = static_cast<unsigned int>(rows.occupied.size());
     if (slots == 0) return -1;
     int const start = static_cast<int>(GetHashCode(key) % slots);
-    if constexpr (Marks::exist && isPlain) {
-      if (slots > fewSlots && equalFunction == nullptr) return FindByMark(key, start);
-    } else if constexpr (Marks::exist) {
-      if (slots > fewSlots) {
+    if constexpr (ControlBytes::kExist && kIsPlain) {
+      if (slots > kFewSlots && equalFunction == nullptr) return FindByControlByte(key, start);
+    } else if constexpr (ControlBytes::kExist) {
+      if (slots > kFewSlots) {
         PrefetchRow(start);
       } else if (IsVacant(start)) {
         return -1;
@@ -71,35 +111,45 @@ class VRELHashTable {
         return start;
       }
     }
-    return ProbeFrom(rows, key, MarkOf(key), start).match;
+    return ProbeFrom(rows, key, ControlByteOf(key), start).match;
   }
 
-  // The slot of the entry whose key satisfies `equals`; the hash is that of such a key. -1 if it is not there.
-  template <class Equals>
-  int FindEqual(unsigned int hash, Equals const& equals) const {
-    auto const slots = static_cast<unsigned int>(rows.occupied.size());
+  // Returns the slot of the entry whose key satisfies `equals`, or -1. `hash` and seededHash() are those of such a key.
+  template <class Equals, class SeededHash>
+  int FindEqual(unsigned int hash, Equals const& equals, SeededHash const& seededHash) const {
+    int const slots = Slots();
     if (slots == 0) return -1;
-    auto const start = static_cast<int>(hash % slots);
+    auto const start = static_cast<int>(hash % static_cast<unsigned int>(slots));
     int slot = start;
-    while (!IsVacant(slot)) {
+    for (int probes = 0; !IsVacant(slot); ++probes) {
+      if constexpr (!std::is_same_v<SeededHash, std::nullptr_t>) {
+        VRELHashSlotIndex const* const index = probes == kIndexedRun ? IndexOf(rows) : nullptr;
+        if (index != nullptr) {
+          return index->Find(seededHash(), start, index->FindVacant(start),
+                             [&](int i) { return equals(rows.keys[i]); });
+        }
+      }
       if (equals(rows.keys[slot])) return slot;
-      if (++slot == Slots()) slot = 0;
+      if (++slot == slots) slot = 0;
       if (slot == start) return -1;
     }
     return -1;
   }
 
+  // Returns false, and changes no entry, if there is an equal key.
   template <class... Values>
   bool Add(K const& key, Values const&... values) {
     if (!IsTooFullFor(count + 1)) return Place(key, values...);
-    // The arguments may stand in the arrays that go.
+    // The arguments may be in the arrays that are replaced.
     return AddAfterRehash(K(key), Values(values)...);
   }
 
+  // Returns whether the key was in the table.
   bool Remove(K const& key) {
     int const removed = Find(key);
     if (removed < 0) return false;
-    Reset(removed);
+    ResetColumns(removed);
+    SetVacant(rows, removed);
     --count;
     ReinsertProbeRun(removed);
     return true;
@@ -109,17 +159,19 @@ class VRELHashTable {
     rows.ForEachColumn([](auto& column) { column.clear(); }, rows);
     rows.occupied.clear();
     count = 0;
-    Grow(rows, defaultSlots);
+    Grow(rows, kDefaultSlots);
   }
 
   void Rehash(int slots) {
     Rows fresh;
     Grow(fresh, AtLeastOccupied(slots));
-    // A copy of the container may hold the same arrays.
+    // Keys that collided will mostly do so again.
+    if (IndexOf(rows) != nullptr) BuildIndex(fresh);
+    // If a copy of the container has the same arrays, entries are copied, otherwise moved.
     bool const shared = rows.keys.isShared();
     for (int row = 0, end = Slots(); row < end; ++row) {
       if (IsVacant(row)) continue;
-      int const slot = Probe(fresh, rows.keys[row], rows.occupied[row]).vacant;
+      int const slot = ProbeForInsertion(fresh, rows.keys[row], rows.occupied[row]).vacant;
       if (slot < 0) continue;
       auto const transfer = [=](auto& to, auto& from) {
         if (shared) {
@@ -129,84 +181,124 @@ class VRELHashTable {
         }
       };
       rows.ForEachColumn(transfer, fresh, rows);
-      fresh.occupied[slot] = rows.occupied[row];
+      SetOccupied(fresh, slot, rows.occupied[row]);
     }
-    rows = fresh;
+    rows = std::move(fresh);
+  }
+
+  // Doubles the slots, as additions do, until that many entries fit.
+  void Reserve(int entries) {
+    int slots = Slots();
+    while (entries > static_cast<double>(loadFactor) * slots && slots < std::numeric_limits<int>::max()) {
+      slots = Doubled(slots);
+    }
+    if (slots > Slots()) Rehash(slots);
   }
 
   void InitEnumeration() const noexcept { cursor = 0; }
 
-  bool HasNext() const noexcept { return NextOccupied() >= 0; }
+  bool HasNext() const noexcept { return FindOccupied(cursor) >= 0; }
 
-  // The slot that comes next, which the cursor then passes; -1 at the end.
+  // Returns the next occupied slot and moves the cursor past it; -1 at the end.
   int GetNext() const noexcept {
-    int const slot = NextOccupied();
+    int const slot = FindOccupied(cursor);
     if (slot >= 0) cursor = slot + 1;
     return slot;
+  }
+
+  // Returns the first occupied slot from `first` on, or -1.
+  int FindOccupied(int first) const noexcept {
+    for (int slot = first, end = Slots(); slot < end; ++slot) {
+      if (!IsVacant(slot)) return slot;
+    }
+    return -1;
+  }
+
+  // Whether both tables have the same number of entries and isInOther(other, slot) holds for each slot of either one.
+  template <class IsInOther>
+  bool IsEqual(VRELHashTable const& other, IsInOther const& isInOther) const {
+    if (CountOccupied() != other.CountOccupied()) return false;
+    for (int slot = FindOccupied(0); slot >= 0; slot = FindOccupied(slot + 1)) {
+      if (!isInOther(*this, slot, other)) return false;
+    }
+    for (int slot = other.FindOccupied(0); slot >= 0; slot = other.FindOccupied(slot + 1)) {
+      if (!isInOther(other, slot, *this)) return false;
+    }
+    return true;
   }
 
   Rows rows;
 
  private:
-  // Where a search ended: at the key, or at a free slot. Both are -1 after a round through a full table.
-  struct Ending {
+  // Where a search ended: at the key, or at a vacant slot. Both are -1 after a round through a full table.
+  struct ProbeResult {
     int match;
     int vacant;
   };
 
-  using Marks = VRELHashControlBytes<K>;
+  using ControlBytes = VRELHashControlBytes<K>;
 
-  // Keys that are compared as fast as their marks.
-  static constexpr bool isPlain = std::is_pointer_v<K> || std::is_integral_v<K>;
+  // Keys that are compared as fast as their control bytes.
+  static constexpr bool kIsPlain = std::is_pointer_v<K> || std::is_integral_v<K>;
 
-  // A table of so many slots stays near: there the key of the first slot is cheaper to look at than its mark, and plain
-  // keys need none.
-  static constexpr unsigned int fewSlots = 4096;
+  static constexpr bool kCanBeIndexed = VRELHasSeededHash<K>::value;
+
+  // A table of that many slots is in the cache: reading the key of the first slot is cheaper than computing the control
+  // byte, and plain keys need none.
+  static constexpr unsigned int kFewSlots = 4096;
+
+  // The probes after which an insertion builds the index, and after which a search uses it. Hashes that are not made
+  // to collide need the first number of probes less than once in 10^8 insertions.
+  static constexpr int kLongRun = 512;
+  static constexpr int kIndexedRun = 16;
 
   static void Grow(Rows& target, int slots) {
     target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
-    // Last, as it tells the number of slots: where memory runs out there are none.
+    // Last, because it defines the number of slots: if memory is exhausted there are none.
     target.occupied.endGrow(slots);
   }
 
-  bool IsVacant(int slot) const noexcept { return rows.occupied[slot] == Marks::vacant; }
+  bool IsVacant(int slot) const noexcept { return rows.occupied[slot] == ControlBytes::kVacant; }
 
   int Slots() const noexcept { return rows.occupied.size(); }
 
-  // Whether this many entries are too many for the slots there are. Also where there is no slot at all.
+  // Whether that many entries are too many for the slots. Also true if there is no slot at all.
   bool IsTooFullFor(int entries) const noexcept {
     return entries > static_cast<double>(loadFactor) * Slots() || Slots() < 1;
   }
 
-  int DoubleSlots() const noexcept {
-    int const slots = Slots();
-    if (slots < 1) return defaultSlots;
+  static int Doubled(int slots) noexcept {
+    if (slots < 1) return kDefaultSlots;
     return slots > std::numeric_limits<int>::max() / 2 ? std::numeric_limits<int>::max() : 2 * slots;
   }
 
-  // The number of slots asked for, or that of the entries that need one.
-  int AtLeastOccupied(int slots) const noexcept {
+  int CountOccupied() const noexcept {
     int occupied = 0;
-    for (unsigned char const mark : rows.occupied) occupied += mark != Marks::vacant ? 1 : 0;
+    for (unsigned char const each : rows.occupied) occupied += each != ControlBytes::kVacant ? 1 : 0;
+    return occupied;
+  }
+
+  int AtLeastOccupied(int slots) const noexcept {
+    int const occupied = CountOccupied();
     return slots < occupied ? occupied : slots;
   }
 
-  // Key and value of a slot are on their way while its mark is looked at.
+  // Loads key and value of a slot into the cache while its control byte is compared.
   void PrefetchRow(int slot) const noexcept {
     rows.ForEachColumn([=](auto& column) { __builtin_prefetch(column.getArray() + slot); }, rows);
   }
 
-  // Find for plain keys among many slots, where a miss mostly reads no other key. Apart, so that the way through few
-  // slots stays short.
-  [[gnu::noinline]] int FindByMark(K const key, int start) const {
+  // Find for plain keys in a large table, where a search for a missing key mostly reads no other key. A function of its
+  // own, so that the path for small tables stays short.
+  [[gnu::noinline]] int FindByControlByte(K const key, int start) const {
     PrefetchRow(start);
     unsigned char const* const occupied = rows.occupied.getArray();
     K const* const keys = rows.keys.getArray();
-    int const mark = Marks::Of(key);
+    int const controlByte = ControlBytes::Of(key);
     int slot = start;
     for (int end = Slots();; end = start) {
-      for (; end - slot >= VRELHashGroup::size; slot += VRELHashGroup::size) {
-        VRELHashGroup const group(occupied + slot, mark);
+      for (; end - slot >= VRELHashGroup::kSize; slot += VRELHashGroup::kSize) {
+        VRELHashGroup const group(occupied + slot, controlByte);
         for (unsigned int left = group.candidates; left != 0; left &= left - 1) {
           int const candidate = slot + __builtin_ctz(left);
           if (VRELHashList<K>::HashEqualFunction(key, keys[candidate])) return candidate;
@@ -222,129 +314,201 @@ class VRELHashTable {
     }
   }
 
-  // From the slot of the key's hash to the end, then from the front, until the key or a free slot is met.
-  Ending Probe(Rows const& where, K const& key, int mark) const {
-    auto const slots = static_cast<unsigned int>(where.occupied.size());
-    if (slots == 0) return {-1, -1};
-    return ProbeFrom(where, key, mark, static_cast<int>(GetHashCode(key) % slots));
+  static int HomeIn(Rows const& where, unsigned int hash) noexcept {
+    return static_cast<int>(hash % static_cast<unsigned int>(where.occupied.size()));
   }
 
-  Ending ProbeFrom(Rows const& where, K const& key, int mark, int start) const {
-    Ending ending = {-1, -1};
-    if (ProbeRange(where, key, mark, start, where.occupied.size(), ending)) return ending;
-    ProbeRange(where, key, mark, 0, start, ending);
-    return ending;
+  // Searches for a key to be inserted: if the probe run is long, builds the index first.
+  ProbeResult ProbeForInsertion(Rows& where, K const& key, int controlByte) const {
+    if (where.occupied.size() == 0) return {-1, -1};
+    int const start = HomeIn(where, GetHashCode(key));
+    if constexpr (kCanBeIndexed) {
+      if (where.occupied.size() > kLongRun && equalFunction == nullptr && IndexOf(where) == nullptr) {
+        ProbeResult result = {-1, -1};
+        if (ProbeUpTo(kLongRun, where, key, controlByte, start, result)) return result;
+        BuildIndex(where);
+      }
+    }
+    return ProbeFrom(where, key, controlByte, start);
+  }
+
+  ProbeResult ProbeFrom(Rows const& where, K const& key, int controlByte, int start) const {
+    ProbeResult result = {-1, -1};
+    if constexpr (kCanBeIndexed) {
+      VRELHashSlotIndex const* const index = equalFunction == nullptr ? IndexOf(where) : nullptr;
+      if (index != nullptr) {
+        if (ProbeUpTo(kIndexedRun, where, key, controlByte, start, result)) return result;
+        result.vacant = index->FindVacant(start);
+        result.match = index->Find(VRELHashTraits<K>::SeededHash(key), start, result.vacant,
+                                   [&](int slot) { return CheckEqual(key, where.keys[slot]); });
+        return result.match >= 0 ? ProbeResult{result.match, -1} : result;
+      }
+    }
+    if (ProbeRange(where, key, controlByte, start, where.occupied.size(), result)) return result;
+    ProbeRange(where, key, controlByte, 0, start, result);
+    return result;
+  }
+
+  // Whether the search ended within that many probes.
+  bool ProbeUpTo(int probes, Rows const& where, K const& key, int controlByte, int start, ProbeResult& result) const {
+    int const slots = where.occupied.size();
+    int const atEnd = slots - start;
+    if (probes <= atEnd) return ProbeRange(where, key, controlByte, start, start + probes, result);
+    if (ProbeRange(where, key, controlByte, start, slots, result)) return true;
+    int const wrapped = probes - atEnd;
+    return ProbeRange(where, key, controlByte, 0, wrapped < start ? wrapped : start, result);
   }
 
   // Whether the search ended in this range.
-  bool ProbeRange(Rows const& where, K const& key, int mark, int first, int end, Ending& ending) const {
+  bool ProbeRange(Rows const& where, K const& key, int controlByte, int first, int end, ProbeResult& result) const {
     unsigned char const* const occupied = where.occupied.getArray();
     K const* const keys = where.keys.getArray();
     int slot = first;
-    if constexpr (Marks::exist && !isPlain) {
-      for (; end - slot >= VRELHashGroup::size; slot += VRELHashGroup::size) {
-        VRELHashGroup const group(occupied + slot, mark);
+    if constexpr (ControlBytes::kExist && !kIsPlain) {
+      for (; end - slot >= VRELHashGroup::kSize; slot += VRELHashGroup::kSize) {
+        VRELHashGroup const group(occupied + slot, controlByte);
         for (unsigned int left = group.candidates; left != 0; left &= left - 1) {
           int const candidate = slot + __builtin_ctz(left);
           if (!CheckEqual(key, keys[candidate])) continue;
-          ending.match = candidate;
+          result.match = candidate;
           return true;
         }
         if (group.vacant == 0) continue;
-        ending.vacant = slot + __builtin_ctz(group.vacant);
+        result.vacant = slot + __builtin_ctz(group.vacant);
         return true;
       }
     }
     for (; slot < end; ++slot) {
       if (IsVacant(occupied, keys, slot)) {
-        ending.vacant = slot;
+        result.vacant = slot;
         return true;
       }
       if (CheckEqual(key, keys[slot])) {
-        ending.match = slot;
+        result.match = slot;
         return true;
       }
     }
     return false;
   }
 
-  // A free slot holds a default key, so that for plain keys another one tells it without a look at the flags.
+  // A vacant slot has a default key, so that a plain key that is none shows an occupied slot without a look at the
+  // control byte.
   static bool IsVacant(unsigned char const* occupied, K const* keys, int slot) {
-    bool const isFlagged = occupied[slot] != Marks::vacant;
-    if constexpr (isPlain) return keys[slot] == K() && !isFlagged;
-    return !isFlagged;
+    bool const isOccupied = occupied[slot] != ControlBytes::kVacant;
+    if constexpr (kIsPlain) return keys[slot] == K() && !isOccupied;
+    return !isOccupied;
   }
 
-  // Nothing is known about keys that are equal by a function of the client.
-  unsigned char MarkOf(K const& key) const { return equalFunction == nullptr ? Marks::Of(key) : Marks::any; }
+  // Nothing is known about keys that are compared by a function of the client.
+  unsigned char ControlByteOf(K const& key) const {
+    return equalFunction == nullptr ? ControlBytes::Of(key) : ControlBytes::kAny;
+  }
+
+  static VRELHashSlotIndex* IndexOf([[maybe_unused]] Rows const& where) noexcept {
+    if constexpr (kCanBeIndexed) {
+      return where.occupied.GetIndex();
+    } else {
+      return nullptr;
+    }
+  }
+
+  // Leaves the table without an index if there is no memory for it.
+  static void BuildIndex([[maybe_unused]] Rows& where) {
+    if constexpr (kCanBeIndexed) {
+      int const slots = where.occupied.size();
+      if (slots < 1) return;
+      try {
+        auto index = std::make_unique<VRELHashSlotIndex>(slots);
+        for (int slot = 0; slot < slots; ++slot) {
+          if (where.occupied[slot] == ControlBytes::kVacant) continue;
+          index->Add(slot, VRELHashTraits<K>::SeededHash(where.keys[slot]));
+        }
+        where.occupied.SetIndex(index.release());
+      } catch (std::bad_alloc const&) {
+      }
+    }
+  }
+
+  // Marks a vacant slot, whose key is stored already, as occupied.
+  static void SetOccupied(Rows& where, int slot, unsigned char controlByte) {
+    where.occupied[slot] = controlByte;
+    if constexpr (kCanBeIndexed) {
+      VRELHashSlotIndex* const index = IndexOf(where);
+      if (index == nullptr) return;
+      try {
+        index->Add(slot, VRELHashTraits<K>::SeededHash(where.keys[slot]));
+      } catch (std::bad_alloc const&) {
+        where.occupied.SetIndex(nullptr);
+      }
+    }
+  }
+
+  static void SetVacant(Rows& where, int slot) noexcept {
+    where.occupied[slot] = ControlBytes::kVacant;
+    if constexpr (kCanBeIndexed) {
+      VRELHashSlotIndex* const index = IndexOf(where);
+      if (index != nullptr) index->Remove(slot);
+    }
+  }
 
   template <class... Values>
   bool AddAfterRehash(K const& key, Values const&... values) {
-    Rehash(DoubleSlots());
+    Rehash(Doubled(Slots()));
     return Place(key, values...);
   }
 
   template <class... Values>
   bool Place(K const& key, Values const&... values) {
-    unsigned char const mark = MarkOf(key);
-    Ending const ending = Probe(rows, key, mark);
-    if (ending.match >= 0) return false;
-    // Full, although the count allowed one more: a copy of the container has filled the arrays that both hold.
-    if (ending.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
-    // The value first, which may throw: a key without one could be taken for an entry.
-    ((rows.values[ending.vacant] = values), ...);
-    rows.keys[ending.vacant] = key;
-    rows.occupied[ending.vacant] = mark;
+    unsigned char const controlByte = ControlByteOf(key);
+    ProbeResult const result = ProbeForInsertion(rows, key, controlByte);
+    if (result.match >= 0) return false;
+    // Full, although the count allowed one more: a copy of the container has filled the shared arrays.
+    if (result.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
+    // The value first, because its assignment may throw: a key without a control byte is no entry.
+    ((rows.values[result.vacant] = values), ...);
+    rows.keys[result.vacant] = key;
+    SetOccupied(rows, result.vacant, controlByte);
     ++count;
     return true;
   }
 
-  void Reset(int slot) {
+  void ResetColumns(int slot) {
     auto const reset = [=](auto& column) { column[slot] = std::decay_t<decltype(column[0])>(); };
     rows.ForEachColumn(reset, rows);
-    rows.occupied[slot] = Marks::vacant;
   }
 
-  // Takes each entry of the probe run behind a slot that became free, and adds it again. What stands in front of that
-  // slot would only come back to where it is.
+  // Takes out each entry of the probe run after a slot that became vacant, and inserts it again.
   void ReinsertProbeRun(int freed) {
     int const slots = Slots();
     for (int step = 1; step < slots; ++step) {
       int const slot = static_cast<int>((static_cast<unsigned int>(freed) + static_cast<unsigned int>(step)) %
                                         static_cast<unsigned int>(slots));
       if (IsVacant(slot)) return;
-      // To add it again would double the slots, which places everything anew.
-      if (IsTooFullFor(count)) return Rehash(DoubleSlots());
-      PlaceAnew(slot);
+      // An insertion would double the slots, which inserts all entries again.
+      if (IsTooFullFor(count)) return Rehash(Doubled(Slots()));
+      Reinsert(slot);
     }
   }
 
-  void PlaceAnew(int slot) {
-    unsigned char const mark = rows.occupied[slot];
+  void Reinsert(int slot) {
+    unsigned char const controlByte = rows.occupied[slot];
     K key = K();
     VRELSwapObjectBytes(key, rows.keys[slot]);
-    rows.occupied[slot] = Marks::vacant;
-    Ending const ending = Probe(rows, key, mark);
-    if (ending.match >= 0) {
-      // It has met an equal key, which it had not met when it came.
-      Reset(slot);
+    SetVacant(rows, slot);
+    ProbeResult const result = ProbeForInsertion(rows, key, controlByte);
+    if (result.match >= 0) {
+      // The key equals one that was not equal, or not in its probe run, when it was added.
+      ResetColumns(slot);
       --count;
       return;
     }
-    // The places of two values change; the key that is exchanged with is a free slot's.
-    if (ending.vacant != slot) {
-      auto const exchange = [=](auto& column) { VRELSwapObjectBytes(column[slot], column[ending.vacant]); };
+    // Exchanges the values of the two slots; the key at the vacant slot is a default one.
+    if (result.vacant != slot) {
+      auto const exchange = [=](auto& column) { VRELSwapObjectBytes(column[slot], column[result.vacant]); };
       rows.ForEachColumn(exchange, rows);
     }
-    VRELSwapObjectBytes(key, rows.keys[ending.vacant]);
-    rows.occupied[ending.vacant] = mark;
-  }
-
-  int NextOccupied() const noexcept {
-    for (int slot = cursor, end = Slots(); slot < end; ++slot) {
-      if (!IsVacant(slot)) return slot;
-    }
-    return -1;
+    VRELSwapObjectBytes(key, rows.keys[result.vacant]);
+    SetOccupied(rows, result.vacant, controlByte);
   }
 
   HashFunction hashFunction = nullptr;

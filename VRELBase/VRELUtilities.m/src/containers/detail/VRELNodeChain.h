@@ -1,17 +1,33 @@
-// The chain of nodes behind VRELList and VRELMap. Programs use those two.
+// The chain of nodes that implements VRELList and VRELMap.
 #pragma once
 
-// A doubly linked chain that owns its nodes. Node has the fields value, next and previous.
+#include <utility>
+
+// Doubly linked list that owns its nodes. Node has the fields value, next and previous.
+//
+// Nodes are deleted in a loop: a destructor that deletes its successor would need a stack frame for each node.
 template <class Node>
 class VRELNodeChain {
  public:
   VRELNodeChain() = default;
   VRELNodeChain(VRELNodeChain const&) = delete;
   VRELNodeChain& operator=(VRELNodeChain const&) = delete;
+  // Both take the nodes and leave the source empty.
+  VRELNodeChain(VRELNodeChain&& other) noexcept
+      : head(std::exchange(other.head, nullptr)),
+        tail(std::exchange(other.tail, nullptr)),
+        size(std::exchange(other.size, 0)) {}
+  VRELNodeChain& operator=(VRELNodeChain&& other) noexcept {
+    if (this == &other) return *this;
+    DeleteFrom(head);
+    head = std::exchange(other.head, nullptr);
+    tail = std::exchange(other.tail, nullptr);
+    size = std::exchange(other.size, 0);
+    return *this;
+  }
   ~VRELNodeChain() { DeleteFrom(head); }
 
-  // Deletes a node and all that follow it, one after the other and not one within the other: a chain may be longer
-  // than the call stack is deep.
+  // Deletes a node and all that follow it.
   static void DeleteFrom(Node* node) noexcept {
     while (node != nullptr) {
       Node* const following = node->next;
@@ -21,7 +37,7 @@ class VRELNodeChain {
     }
   }
 
-  // Both take the node.
+  // Both take ownership of the node.
   void PushFront(Node* node) noexcept {
     node->next = head;
     (head != nullptr ? head->previous : tail) = node;
@@ -35,7 +51,7 @@ class VRELNodeChain {
     ++size;
   }
 
-  // The first node that holds the value; null if there is none.
+  // Returns the first node with the value, or null.
   Node* Find(void const* value) const noexcept {
     return FindIf([=](Node const& node) { return node.value == value; });
   }
@@ -46,20 +62,20 @@ class VRELNodeChain {
     return node;
   }
 
-  // Deletes one node. Nothing happens for null and for a first or last node of another chain.
+  // Deletes one node. Does nothing for null, and for the first or last node of another chain.
   void Erase(Node* node) noexcept {
     if (node == nullptr) return;
-    Node*& before = node->previous != nullptr ? node->previous->next : head;
-    Node*& behind = node->next != nullptr ? node->next->previous : tail;
-    if (before != node || behind != node) return;
-    before = node->next;
-    behind = node->previous;
+    Node*& toNode = node->previous != nullptr ? node->previous->next : head;
+    Node*& backToNode = node->next != nullptr ? node->next->previous : tail;
+    if (toNode != node || backToNode != node) return;
+    toNode = node->next;
+    backToNode = node->previous;
     node->next = nullptr;
     --size;
     delete node;
   }
 
-  // Erases each node that holds the value of the one before it.
+  // Deletes each node whose value equals that of the node before it.
   void Unique() noexcept {
     for (Node* node = head; node != nullptr;) {
       Node* const following = node->next;
@@ -73,6 +89,17 @@ class VRELNodeChain {
     head = nullptr;
     tail = nullptr;
     size = 0;
+  }
+
+  // Whether both chains have the same number of nodes and isEqual(a, b) holds for each pair of them.
+  template <class Predicate>
+  bool IsEqual(VRELNodeChain const& other, Predicate isEqual) const {
+    if (size != other.size) return false;
+    Node const* theirs = other.head;
+    for (Node const* mine = head; mine != nullptr; mine = mine->next, theirs = theirs->next) {
+      if (!isEqual(*mine, *theirs)) return false;
+    }
+    return true;
   }
 
   Node* head = nullptr;

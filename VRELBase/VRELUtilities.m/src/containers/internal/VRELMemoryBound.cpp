@@ -16,16 +16,16 @@ unsigned int VRELMemoryAllocate = 0;
 
 namespace {
 
-constexpr std::uint32_t guard = 0xDEADBEEF;
+constexpr std::uint32_t kGuard = 0xDEADBEEF;
 
-// What stands in front of the caller's bytes.
+// The words before the caller's bytes.
 struct Front {
   std::uint32_t size;
   std::uint32_t serial;
   std::uint32_t guards[2];
 };
 
-// What stands behind them.
+// The words after them.
 struct Back {
   std::uint32_t guards[2];
   std::uint32_t serial;
@@ -33,8 +33,8 @@ struct Back {
 };
 
 bool IsSound(Front const& front, Back const& back) {
-  return front.size == back.size && front.serial == back.serial && front.guards[0] == guard &&
-         front.guards[1] == guard && back.guards[0] == guard && back.guards[1] == guard;
+  return front.size == back.size && front.serial == back.serial && front.guards[0] == kGuard &&
+         front.guards[1] == kGuard && back.guards[0] == kGuard && back.guards[1] == kGuard;
 }
 
 }  // namespace
@@ -46,8 +46,8 @@ void* VRELMemoryBoundAllocate(unsigned int size) {
   if (block == nullptr) return nullptr;
   ++VRELMemoryAllocCounter;
   auto const noted = static_cast<std::uint32_t>(rounded);
-  Front const front = {noted, VRELMemoryAllocCounter, {guard, guard}};
-  Back const back = {{guard, guard}, VRELMemoryAllocCounter, noted};
+  Front const front = {noted, VRELMemoryAllocCounter, {kGuard, kGuard}};
+  Back const back = {{kGuard, kGuard}, VRELMemoryAllocCounter, noted};
   std::memcpy(block, &front, sizeof front);
   std::memcpy(block + sizeof front + rounded, &back, sizeof back);
   VRELHeapSizeCurrent += noted;
@@ -61,7 +61,7 @@ void VRELMemoryBoundFree(void* block) {
   Front front;
   Back back = {};
   std::memcpy(&front, bytes - sizeof front, sizeof front);
-  // A damaged size misplaces the words behind, but never to where there is no memory.
+  // A damaged size misplaces the back words, but they are never read outside the block.
   std::size_t const extent = malloc_usable_size(bytes - sizeof front);
   if (sizeof front + front.size + sizeof back <= extent) std::memcpy(&back, bytes + front.size, sizeof back);
   if (!IsSound(front, back)) {

@@ -1,5 +1,6 @@
-// Lets the compiler check the arguments of the printf family against their format.
+// Attribute for functions with a printf format.
 #pragma once
 
-// The places of the format and of the first argument are counted from 1, the object of a member function included.
+// Lets the compiler check the arguments against the format. The parameters are counted from 1, including the implicit
+// object parameter of a member function.
 #define VREL_PRINTF_FORMAT(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))

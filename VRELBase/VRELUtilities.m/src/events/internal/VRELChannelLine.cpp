@@ -1,3 +1,7 @@
+// A channel call formats its message twice. The first pass is vsnprintf with the arguments of the caller. The second pass
+// has no arguments: a printf would read arguments that do not exist if the message contained a conversion specification,
+// so Unescape does the only defined part of it, which is to replace "%%" by "%" from left to right. The message is cut to
+// 1023 bytes before the second pass, so that a "%%" can be split by the cut.
 #include "VRELChannelLine.h"
 
 #include <algorithm>
@@ -6,23 +10,23 @@
 
 namespace {
 
-constexpr std::size_t blanksPerUnit = 3;
+constexpr std::size_t kSpacesPerUnit = 3;
 
 }  // namespace
 
 VRELChannelLine::VRELChannelLine(int indentation) noexcept : length(0) {
   if (indentation > 0) {
-    length = std::min(static_cast<std::size_t>(indentation) * blanksPerUnit, sizeof text - 1);
+    length = std::min(static_cast<std::size_t>(indentation) * kSpacesPerUnit, sizeof text - 1);
     std::memset(text, ' ', length);
   }
   text[length] = '\0';
 }
 
 void VRELChannelLine::Format(char const* format, va_list arguments) noexcept {
-  std::size_t const room = sizeof text - length;
-  int const wanted = std::vsnprintf(text + length, room, format, arguments);
-  // Below 0: refused by the C library, and then shown as nothing.
-  if (wanted > 0) length += std::min(static_cast<std::size_t>(wanted), room - 1);
+  std::size_t const capacity = sizeof text - length;
+  int const needed = std::vsnprintf(text + length, capacity, format, arguments);
+  // Negative if the C library rejects the format; then nothing is appended.
+  if (needed > 0) length += std::min(static_cast<std::size_t>(needed), capacity - 1);
   text[length] = '\0';
 }
 
@@ -34,16 +38,16 @@ void VRELChannelLine::Format(char const* format) noexcept {
 char const* VRELChannelLine::Unescape() noexcept {
   char* const first = static_cast<char*>(std::memchr(text, '%', length));
   if (first != nullptr) {
-    std::size_t const before = static_cast<std::size_t>(first - text);
-    length = before + CopyUnescaped(first, first, length - before);
+    std::size_t const prefix = static_cast<std::size_t>(first - text);
+    length = prefix + CopyUnescaped(first, first, length - prefix);
     text[length] = '\0';
   }
   return text;
 }
 
-std::size_t VRELChannelLine::CopyUnescaped(char const* source, char* target, std::size_t room) noexcept {
+std::size_t VRELChannelLine::CopyUnescaped(char const* source, char* target, std::size_t capacity) noexcept {
   std::size_t length = 0;
-  while (*source != '\0' && length < room) {
+  while (*source != '\0' && length < capacity) {
     if (source[0] == '%' && source[1] == '%') ++source;
     target[length++] = *source++;
   }

@@ -1,4 +1,4 @@
-// How a channel call becomes an event; for the classes that are channels.
+// Formatting and sending of channel messages.
 #pragma once
 
 #include <cstdarg>
@@ -7,33 +7,32 @@
 #include "VRELEventBus.h"
 #include "VRELExport.h"
 
-// The text of one channel call: three blanks for each unit of indentation, then the formatted text, 1023 bytes in all;
-// what is longer is cut.
+// Message of a channel call: three spaces for each unit of indentation, then the formatted message, cut to 1023 bytes.
 class VREL_EXPORT VRELChannelLine {
  public:
-  // An indentation below 0 counts as 0.
+  // Writes the indentation. A negative one is treated as 0.
   explicit VRELChannelLine(int indentation) noexcept;
 
-  // Adds the formatted text.
+  // Appends the formatted message.
   void Format(char const* format, va_list arguments) noexcept;
 
-  // Adds a format that has no arguments: as Unescape reads it.
+  // Appends a format without arguments, unescaped as by Unescape.
   void Format(char const* format) noexcept;
 
-  // Reads the text once more as a format without arguments, and returns it. "%%" becomes "%"; every other percent sign
-  // stands for itself, so that a directive which is left in the text is shown and never reads an argument.
+  // Replaces "%%" by "%" in the whole message and returns it: the second formatting pass, which has no arguments. Other
+  // percent signs are kept, so that a conversion specification in the message never reads an argument.
   char const* Unescape() noexcept;
 
-  // Copies a text to `target`, which may be the text itself, with each "%%" made "%". Takes at most `room` bytes of the
-  // result, writes no zero byte behind them, and returns their number.
-  static std::size_t CopyUnescaped(char const* source, char* target, std::size_t room) noexcept;
+  // Copies `source` to `target`, which may be the same buffer, and replaces "%%" by "%". Writes at most `capacity`
+  // bytes and no terminating zero byte. Returns the number of bytes written.
+  static std::size_t CopyUnescaped(char const* source, char* target, std::size_t capacity) noexcept;
 
  private:
   char text[1024];
   std::size_t length;
 };
 
-// Sends the line as an Event, which is made by its variadic constructor from the arguments in front and the text.
+// Sends the message as an Event, created by its variadic constructor from `leading` and the message.
 template <class Event, class... Leading>
 void VRELSendLine(VRELChannelLine& line, Leading... leading) {
   if (VRELEventBus::GetEventBus()->GetListenerCount() == 0) return;
@@ -41,7 +40,7 @@ void VRELSendLine(VRELChannelLine& line, Leading... leading) {
   VRELEventBus::Fire(event);
 }
 
-// Formats and sends a line. A null format sends nothing.
+// Formats and sends a message. A null format sends nothing.
 template <class Event, class... Leading>
 void VRELSendLine(int indentation, char const* format, va_list arguments, Leading... leading) {
   if (format == nullptr) return;
@@ -50,7 +49,7 @@ void VRELSendLine(int indentation, char const* format, va_list arguments, Leadin
   VRELSendLine<Event>(line, leading...);
 }
 
-// The same for a format that has no arguments.
+// Sends a format without arguments. A null format sends nothing.
 template <class Event>
 void VRELSendLine(char const* format) {
   if (format == nullptr) return;

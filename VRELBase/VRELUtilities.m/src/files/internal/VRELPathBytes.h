@@ -1,4 +1,4 @@
-// Paths of the older layer on their way to the C library. For the library's own sources.
+// Paths of Gk_FileElement as zero-terminated bytes, and the positions of their parts.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 #include "Gk_String.h"
 
-// The bytes of a string with a terminator behind them, which a Gk_String need not have. Valid as long as the string
-// is not changed.
+// Bytes of a string with a terminator, for the C library. A Gk_String need not end in a zero byte; it is copied only if
+// it does not. Valid until the string is changed.
 class VRELPathBytes {
  public:
   explicit VRELPathBytes(Gk_String const& path) {
@@ -28,9 +28,14 @@ class VRELPathBytes {
   std::string terminated;
 };
 
-// Where the name of the directory ends in a path: at the last "/"; without one at the last backslash; npos without
-// either.
+// Returns the length of the directory part: the position of the last "/", of the last backslash if there is no "/", or
+// npos.
 inline std::size_t VRELDirectoryEnd(std::string_view path) {
   std::size_t const slash = path.rfind('/');
   return slash != std::string_view::npos ? slash : path.rfind('\\');
+}
+
+// Returns the part after the last "/". A backslash is not a separator.
+inline std::string_view VRELBaseName(std::string_view path) {
+  return path.substr(path.rfind('/') + 1);
 }

@@ -1,34 +1,35 @@
-// Shows events on the standard streams.
+// Logger on the standard streams.
 #pragma once
 
 #include "VRELLogger.h"
 
-// Writes events below WARNING to standard output and the others to standard error, past what the C library buffers
-// there. The one of the process is set up on request:
+// Logger on the standard streams: events below level WARNING go to standard output, all others to standard error.
+// Writes to the descriptors directly, without the buffers of the C library.
 //
-//   VRELConsoleLogger::SetUp(VREL_LEVEL_VERBOSE);  // unless VRELConsoleTracesLevel says otherwise
+//   VRELConsoleLogger::SetUp(VREL_LEVEL_VERBOSE);  // unless VRELConsoleTracesLevel is set
 //
-// It then stays active to the end of the process, or is silent for good: it is promised that after Finalize it counts
-// as initialized still, and so cannot be set up anew.
+// Compatibility: after Finalize() the console still counts as initialized, so that it cannot be started again.
 class VREL_EXPORT VRELConsoleLogger : public VRELLogger {
  public:
   VRELConsoleLogger();
-  // Writes an event at or above the threshold, once initialized.
+  // Writes the event if the console is initialized and the level of the event is at or above the threshold.
   void HandleEvent(VRELEvent& event) override;
-  // Leaves the bus.
+  // Removes the logger from the bus.
   ~VRELConsoleLogger() override;
 
   using VRELLogger::Initialize;
-  // Starts the logger; does nothing when it is initialized. The environment variable VRELConsoleTracesLevel wins over
-  // the argument, and turns the console off if it is no keyword. Without it VREL_LEVEL_DEFAULT asks for INFO.
+  // Starts the logger, unless it is initialized.
+  //
+  // The environment variable VRELConsoleTracesLevel overrides `level`; a value that is not a keyword turns the console
+  // off. Without the variable VREL_LEVEL_DEFAULT means VREL_LEVEL_INFO.
   virtual void Initialize(VRELEventLevel level);
 
-  // Starts the console of the process.
+  // Initializes the console of the process.
   static void SetUp(VRELEventLevel level);
 
   bool IsInitialized() const noexcept { return standardOutput != nullptr || standardError != nullptr; }
 
-  // The console of the process, alive from load to exit.
+  // Console of the process. Exists from load to exit.
   static VRELConsoleLogger _console;
 
  private:

@@ -24,7 +24,7 @@ VRELLogFileWrapper::~VRELLogFileWrapper() {
 
 void VRELLogFileWrapper::Start(std::FILE* openFile) {
   if (openFile == nullptr) return;
-  // Closed again where memory runs out.
+  // Closes the file again if Initialize throws.
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> opened(borrowed ? nullptr : openFile, &std::fclose);
   logger.Initialize(openFile, VREL_LEVEL_DEFAULT);
   file = openFile;

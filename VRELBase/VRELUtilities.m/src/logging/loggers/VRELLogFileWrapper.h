@@ -1,4 +1,4 @@
-// A log file for as long as it is in scope.
+// Log file with the lifetime of an object.
 #pragma once
 
 #include <cstdio>
@@ -8,25 +8,31 @@
 
 class VRELFilePath;
 
-// Owns a file and the logger that writes to it. The environment variable VRELLogLevel sets the threshold, INFO if it
-// is unset or no keyword. A file that cannot be had gives an idle wrapper, silently.
+// Log file: opens a file and a logger on it, and closes both in the destructor.
 //
-//   VRELLogFileWrapper const log(true);  // brivet_read.log holds all that follows
+//   VRELLogFileWrapper const log(true);  // events are written to brivet_read.log while `log` exists
 //
-// A file that is opened here loses what it held before.
+// The environment variable VRELLogLevel sets the threshold; VREL_LEVEL_INFO if it is unset or not a keyword.
+//
+// Errors: if the file cannot be opened, the object does nothing. No event is sent.
+//
+// The file is opened by fopen with mode "w" under exactly the given path: symbolic links are followed, and an existing
+// file is truncated. In a directory that other users can write to, choose a path that they cannot create beforehand, or
+// open the file by other means and pass the stream.
 class VREL_EXPORT VRELLogFileWrapper {
  public:
-  // The file stays the caller's, and open longer than the wrapper lives. Null is allowed.
+  // Writes to a file of the caller, which stays open. Null is allowed.
   explicit VRELLogFileWrapper(std::FILE* borrowedFile);
+  // Creates or truncates the file.
   explicit VRELLogFileWrapper(VRELFilePath const& path);
-  // "brivet_read.log" or "brivet_write.log" in the current directory.
+  // Creates or truncates "brivet_read.log" (true) or "brivet_write.log" (false) in the current directory.
   explicit VRELLogFileWrapper(bool reading);
-  // No pointer passes for a bool: the text of a path is wrapped in a VRELFilePath.
+  // Deleted, so that a string literal is not converted to bool. Use VRELLogFileWrapper(VRELFilePath("name")).
   template <class T>
   explicit VRELLogFileWrapper(T const* pointer) = delete;
   VRELLogFileWrapper(VRELLogFileWrapper const&) = delete;
   VRELLogFileWrapper& operator=(VRELLogFileWrapper const&) = delete;
-  // Ends the log and closes a file that was opened here.
+  // Closes the file if the constructor opened it, and removes the logger from the bus.
   ~VRELLogFileWrapper();
 
  private:

@@ -11,8 +11,8 @@
 
 namespace {
 
-// A keyword that is missing or unknown gives INFO.
-VRELEventLevel LevelOfEnvironment() {
+// Returns VREL_LEVEL_INFO if the variable is unset or not a keyword.
+VRELEventLevel LevelFromEnvironment() {
   VRELString keyword;
   VRELEnvironment::GetVariable(L"VRELLogLevel", keyword);
   return VRELEvent::GetLevel(keyword, VREL_LEVEL_INFO);
@@ -37,7 +37,7 @@ void VRELLogger::Initialize(VRELFilePath& path, VRELEventLevel level) {
   } catch (VRELAbortException const&) {
     throw VRELAbortException();
   } catch (...) {
-    // A run goes on without its log.
+    // The translation continues without its log.
     return;
   }
 }
@@ -49,7 +49,7 @@ void VRELLogger::Initialize(std::FILE* file, VRELEventLevel level) {
 void VRELLogger::Initialize(VRELOutputStream* newStream, VRELEventLevel level) {
   if (stream != nullptr || newStream == nullptr) return;
   std::unique_ptr<VRELOutputStream> taken(newStream);
-  Listen(level == VREL_LEVEL_DEFAULT ? LevelOfEnvironment() : level);
+  Listen(level == VREL_LEVEL_DEFAULT ? LevelFromEnvironment() : level);
   stream = taken.release();
 }
 

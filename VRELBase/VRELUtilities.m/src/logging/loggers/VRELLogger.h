@@ -1,4 +1,4 @@
-// Turns events into text on a stream.
+// Logger on an output stream.
 #pragma once
 
 #include <cstdio>
@@ -10,50 +10,58 @@
 class VRELFilePath;
 class VRELOutputStream;
 
-// A listener that writes each event at or above its threshold as the event itself gives it: no time, level or number is
-// added. Idle until it gets a stream; then on the bus until Finalize, after which it may get another one.
+// Listener that writes the text of events at or above a threshold to a stream. It adds no time, level or number.
 //
 //   VRELLogger logger;
-//   logger.Initialize(new VRELStringOutputStream, VREL_LEVEL_VERBOSE);
+//   logger.Initialize(new VRELFileOutputStream(stdout), VREL_LEVEL_VERBOSE);
 //
-// Nothing is buffered and writes are not tested: with a full disk the run goes on and the log ends. Used on one thread.
+// A logger is idle until it is initialized. Finalize() makes it idle again, and it can then be initialized again.
+//
+// Every text is written at once; nothing is buffered. Write errors are ignored.
+// Thread safety: none.
 class VREL_EXPORT VRELLogger : public VRELEventListener {
  public:
-  // Idle, and not on the bus.
+  // Creates an idle logger.
   VRELLogger();
   VRELLogger(VRELLogger const&) = delete;
   VRELLogger& operator=(VRELLogger const&) = delete;
 
-  // Writes an event at or above the threshold on the stream; without a stream, nothing.
+  // Writes the event to the stream if its level is at or above the threshold. Does nothing if the logger is idle.
   void HandleEvent(VRELEvent& event) override;
-  // Finalizes.
+  // Calls Finalize().
   ~VRELLogger() override;
 
-  // Each of these starts the logger, and does nothing for an invalid path, a null file or stream, or when it is active.
-  // VREL_LEVEL_DEFAULT asks for the threshold that the environment variable VRELLogLevel names by its keyword, INFO if
-  // it names none; any other level wins over the variable.
+  // Initialize sets the threshold and the stream and adds the logger to the bus. It does nothing if the path is
+  // invalid, if the file or stream is null, or if the logger is active. VREL_LEVEL_DEFAULT reads the threshold from the
+  // environment variable VRELLogLevel, with VREL_LEVEL_INFO if it is unset or not a keyword. Any other level overrides
+  // the variable.
+
+  // Creates or truncates the file.
   //
-  // Makes or empties a file of its own. A file that cannot be opened leaves the logger idle, and the error event
-  // "CANNOT_OPEN_FILE" on the bus. Whatever is thrown meanwhile is kept from the caller, except for a
-  // VRELAbortException. It is promised that an active logger empties the file all the same and keeps it open to the end
-  // of the process.
+  // Errors: if the file cannot be opened, the error event "CANNOT_OPEN_FILE" is sent and the logger stays idle. Throws
+  // a new VRELAbortException if a VRELAbortException is thrown meanwhile; all other exceptions are dropped.
+  // Compatibility: an active logger truncates the file too, and keeps it open until the process exits.
   virtual void Initialize(VRELFilePath& path, VRELEventLevel level);
-  // Writes to the descriptor of a file that stays the caller's, and open as long as the logger is active. What the
-  // caller still buffers there is not waited for.
+  // Writes to the descriptor of the file. Bytes in the buffer of `file` are not flushed before.
+  //
+  // Ownership: the caller keeps the file, which must stay open while the logger is active.
   virtual void Initialize(std::FILE* file, VRELEventLevel level);
-  // Takes the stream, unless it does nothing. Where memory runs out the stream is deleted, and the logger stays idle.
+  // Writes to the stream.
+  //
+  // Ownership: takes the stream, unless the call does nothing. If an allocation fails, the stream is deleted and the
+  // logger stays idle.
   virtual void Initialize(VRELOutputStream* newStream, VRELEventLevel level);
 
-  // Leaves the bus and deletes the stream.
+  // Removes the logger from the bus and deletes the stream.
   virtual void Finalize();
 
-  // Null while idle.
+  // Returns the stream; null if the logger is idle.
   VRELOutputStream* GetOutputStream() const noexcept { return stream; }
 
  protected:
   bool IsPassing(VRELEvent const& event) const noexcept { return event.GetLevel() >= threshold; }
 
-  // Sets the threshold and joins the bus.
+  // Sets the threshold and adds the logger to the bus.
   void Listen(VRELEventLevel level);
 
  private:

@@ -1,10 +1,10 @@
-// Who is told of real numbers.
+// Observer of floating-point numbers.
 #pragma once
 
 #include "Gk_Observer.h"
 #include "VRELExport.h"
 
-// An observer of type 1.
+// Observer of type 1: floating-point numbers.
 class VREL_EXPORT Gk_DoubleObserver : public Gk_Observer {
  public:
   virtual void setDouble(double value) = 0;

@@ -1,10 +1,10 @@
-// Who is told of integers.
+// Observer of integers.
 #pragma once
 
 #include "Gk_Observer.h"
 #include "VRELExport.h"
 
-// An observer of type 0.
+// Observer of type 0: integers.
 class VREL_EXPORT Gk_IntObserver : public Gk_Observer {
  public:
   virtual void setInt(int value) = 0;

@@ -14,17 +14,17 @@
 
 namespace {
 
-constexpr int usualCount = 16;
+constexpr int kInlineCapacity = 16;
 
-// The observers of an observable as they are now, in the order of their list. The list cannot be walked itself while
-// observers run: they may change it, and a send within the send would take its one cursor along.
+// Snapshot of the observers of an observable, in the order of the list. Observers may change the list during a send,
+// and a nested send would move its only cursor, so the list itself cannot be iterated.
 class Recipients {
  public:
   explicit Recipients(VRELHashList<Gk_Observer*> const& list) {
-    if (list.Size() > usualCount) many.resize(static_cast<std::size_t>(list.Size()));
-    first = many.empty() ? few : many.data();
+    if (list.Size() > kInlineCapacity) heapStorage.resize(static_cast<std::size_t>(list.Size()));
+    first = heapStorage.empty() ? inlineStorage : heapStorage.data();
     last = first;
-    Gk_Observer** const end = first + std::max(list.Size(), usualCount);
+    Gk_Observer** const end = first + std::max(list.Size(), kInlineCapacity);
     list.InitEnumeration();
     while (last != end && list.GetNext(*last)) ++last;
   }
@@ -35,8 +35,8 @@ class Recipients {
   Gk_Observer* const* end() const { return last; }
 
  private:
-  Gk_Observer* few[usualCount];
-  std::vector<Gk_Observer*> many;
+  Gk_Observer* inlineStorage[kInlineCapacity];
+  std::vector<Gk_Observer*> heapStorage;
   Gk_Observer** first;
   Gk_Observer** last;
 };
@@ -45,9 +45,11 @@ template <class Observer, class Call>
 void Deliver(Gk_Observable* observable, Gk_Observer::Type type, Call const& call) {
   if (observable == nullptr) return;
   VRELHashList<Gk_Observer*> const& list = observable->getObservers();
+  bool isFirst = true;
   for (Gk_Observer* observer : Recipients(list)) {
-    // It may have been removed by one that was told before it.
-    if (observer == nullptr || !list.Get(observer)) continue;
+    // An observer that was called before it may have removed it.
+    if (observer == nullptr || (!isFirst && !list.Get(observer))) continue;
+    isFirst = false;
     if (observer->getType() == type) {
       call(*static_cast<Observer*>(observer));
     } else {
@@ -59,6 +61,10 @@ void Deliver(Gk_Observable* observable, Gk_Observer::Type type, Call const& call
 template <class Value>
 void Trace(Gk_String const& name, char const* separator, Value const& value) {
   VRELStreamFormatter& sink = Gk_ObservableDoc::debugSink();
+  // Formatting the line costs more than all else here, so it is skipped without a stream.
+  VRELOutputStream* const stream = sink.installOutputStream(nullptr);
+  if (stream == nullptr) return;
+  sink.installOutputStream(stream);
   sink << sink.margin() << name << separator << value << sink.endline();
 }
 

@@ -1,4 +1,4 @@
-// What a worker sends its values through.
+// Sender of values to the observers of one observable.
 #pragma once
 
 #include "Gk_CPUTime.h"
@@ -7,15 +7,19 @@
 
 class Gk_Observable;
 
-// A name and its observable, which may be missing: what is sent then goes nowhere. A plain value, to be copied and
-// thrown away freely.
+// Sender of values to an observable: a name, and the observable, which may be null. A value that can be copied freely.
 //
-// Each operation sends a value to those observers of the observable that are of its type, and tells the others
-// wrongType(), all in the order of their hash list. Before that it writes a line of the name and the value where
-// Gk_ObservableDoc::installDebugStream has named a stream.
+//   Gk_ObsWraper faces = Gk_ObservableDoc::fetchObservable("step/reader/faces");
+//   faces.setMax(120);
+//   for (int i = 0; i < 120; ++i) faces.setDone(i + 1);
+//   faces.setOver();
 //
-// An observer that is removed while a value is on its way is not told of it any more, one that is attached sees the
-// next value, and each other one is told once, also where an observer sends to the same name.
+// Each operation writes a line with the name and the value to the stream of Gk_ObservableDoc::installDebugStream, if
+// there is one. It then calls the operation of every attached observer of its type, and wrongType() of all others, in
+// the order of the hash list. A wrapper without an observable only writes the line.
+//
+// Observers may attach and remove observers and send values during a send. A removed observer is not called any more,
+// an attached one receives the next value, and every other observer is called exactly once.
 class VREL_EXPORT Gk_ObsWraper {
  public:
   Gk_ObsWraper(Gk_String const& shownName, Gk_Observable* target);
@@ -27,9 +31,10 @@ class VREL_EXPORT Gk_ObsWraper {
   void setDouble(double value);
   void setString(Gk_String value);
 
-  // These go to observers of progress. setMax begins a phase and setOver ends it; the lines between the two are
-  // indented. setOver sends the processor time since setMax, in seconds; that it counts from the start of the process
-  // without setMax is promised.
+  // Send to progress observers. setMax starts a phase and setOver ends it; debug lines between them are indented.
+  // setOver sends the processor time since setMax, in seconds.
+  //
+  // Compatibility: without setMax, setOver measures from tick 0.
   void setMax(int steps);
   void setDone(int steps);
   void setOver();
@@ -37,7 +42,9 @@ class VREL_EXPORT Gk_ObsWraper {
   void setDoubleInfo(double value);
   void setStringInfo(Gk_String value);
 
-  // That this one writes no line is promised.
+  // Sends to entity callbacks.
+  //
+  // Compatibility: writes no debug line.
   void setEntityCallback(void* first, void* second);
 
  private:

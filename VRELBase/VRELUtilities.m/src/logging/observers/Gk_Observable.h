@@ -1,4 +1,4 @@
-// A name to which values are sent.
+// Named target of values, with its observers.
 #pragma once
 
 #include "Gk_Observer.h"
@@ -8,27 +8,30 @@
 
 class Gk_ROString;
 
-// The observers of one name in a folder of Gk_Nest, which owns it: it lives until the exit of the process. Workers and
-// applications reach it through Gk_ObservableDoc. The observers are not owned.
+// Name in a folder of Gk_Nest, with the observers that are attached to it.
+//
+// Workers and applications use it through Gk_ObservableDoc.
+//
+// Ownership: the folder owns the observable, which exists until the process exits. Observers are not owned.
 class VREL_EXPORT Gk_Observable {
  public:
-  // Of type 0, with an empty name.
+  // Creates an observable of type 0 with an empty name.
   Gk_Observable();
   Gk_Observable(Gk_Observable const&) = delete;
   Gk_Observable& operator=(Gk_Observable const&) = delete;
   virtual ~Gk_Observable();
 
-  // The name within the folder. It is set as a copy that shares nothing.
+  // Returns the name within the folder. setValue stores a deep copy.
   Gk_String const& getValue() const noexcept { return value; }
   void setValue(Gk_String const& name) { value = name.copy(); }
 
-  // Of the observers that may be attached; those that are attached stay.
+  // Returns or sets the type of the observers that can be attached. Attached observers stay.
   Gk_Observer::Type getType() const noexcept { return type; }
   void setType(Gk_Observer::Type observerType) noexcept { type = observerType; }
 
   VRELHashList<Gk_Observer*>& getObservers() noexcept { return observers; }
 
-  // As Gk_Nest::fetchObservable.
+  // Calls Gk_Nest::fetchObservable.
   static Gk_Observable* fetch(Gk_ROString const& path, bool create);
 
  private:

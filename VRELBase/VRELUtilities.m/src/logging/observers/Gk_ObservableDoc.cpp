@@ -7,8 +7,8 @@
 
 namespace {
 
-// The observable of the name, if it takes that observer.
-Gk_Observable* FetchFor(Gk_ROString const& name, Gk_Observer const* observer) {
+// Returns the observable if it exists and is of the type of the observer, or null.
+Gk_Observable* FetchMatching(Gk_ROString const& name, Gk_Observer const* observer) {
   Gk_Observable* const observable = Gk_Observable::fetch(name, false);
   if (observable == nullptr || observer == nullptr) return nullptr;
   return observer->getType() == observable->getType() ? observable : nullptr;
@@ -40,12 +40,12 @@ Gk_ObsWraper Gk_ObservableDoc::fetchObservable(Gk_ROString const& name, char con
 }
 
 bool Gk_ObservableDoc::attachObserver(Gk_ROString const& name, Gk_Observer* observer) {
-  Gk_Observable* const observable = FetchFor(name, observer);
+  Gk_Observable* const observable = FetchMatching(name, observer);
   return observable != nullptr && observable->getObservers().Add(observer);
 }
 
 bool Gk_ObservableDoc::removeObserver(Gk_ROString const& name, Gk_Observer* observer) {
-  Gk_Observable* const observable = FetchFor(name, observer);
+  Gk_Observable* const observable = FetchMatching(name, observer);
   return observable != nullptr && observable->getObservers().Remove(observer);
 }
 

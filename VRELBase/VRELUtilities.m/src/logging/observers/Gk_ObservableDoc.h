@@ -1,4 +1,4 @@
-// The named channel from the worker to the application.
+// Named channel from a worker to the application.
 #pragma once
 
 #include "Gk_ObsWraper.h"
@@ -10,37 +10,44 @@ class VRELOutputStream;
 class VRELStreamFormatter;
 class VRELString;
 
-// A worker names what it reports, the application attaches observers to the name:
+// Static operations on observables. A worker adds an observable under a name; the application attaches observers to the
+// same name:
 //
 //   Gk_ObsWraper faces = Gk_ObservableDoc::addObservable("step/reader/faces", Gk_Observer::ProgressType);
 //   Gk_ObservableDoc::attachObserver("step/reader/faces", &bar);
 //   faces.setMax(120);
 //
-// A name is a path in the folders of Gk_Nest. What it stands for is made by addObservable and lives until the exit of
-// the process. Nothing here sends an event, or throws but for an abort that addObservable finds asked for, and for
-// memory that runs out.
+// A name is a path in the folders of Gk_Nest. addObservable creates the observable, which exists until the process
+// exits.
+//
+// Errors: no operation sends an event. addObservable throws if an abort was requested; all operations throw if an
+// allocation fails.
+// Thread safety: none.
 class VREL_EXPORT Gk_ObservableDoc {
  public:
-  // Makes the observable where it is missing, and gives it the type; observers that are attached stay. Text in wide
-  // characters goes through the process's default codepage.
+  // Creates the observable if it does not exist, and sets its type. Attached observers stay. Wide names are converted
+  // to the default codepage of the process.
   static Gk_ObsWraper addObservable(Gk_ROString const& name, Gk_Observer::Type type);
   static Gk_ObsWraper addObservable(VRELString const& name, Gk_Observer::Type type);
   static Gk_ObsWraper addObservable(char const* name, Gk_Observer::Type type);
 
-  // The observable of the name, or of the name, "/" and the child; a wrapper on none where there is no such observable.
+  // Returns a wrapper on the observable `name`, or `name`/`child` if `child` is not null. If there is no such
+  // observable, the wrapper sends to no observer.
   static Gk_ObsWraper fetchObservable(Gk_ROString const& name, char const* child = nullptr);
 
-  // Whether the observer was added or removed. False where there is no such observable, for null, for an observer of
-  // another type, and for one that is there already, or is not there.
+  // Add and remove an observer. Return false if the observable does not exist, if the observer is null or of another
+  // type, or if it is already attached (attachObserver) or not attached (removeObserver).
   static bool attachObserver(Gk_ROString const& name, Gk_Observer* observer);
   static bool removeObserver(Gk_ROString const& name, Gk_Observer* observer);
+  // Removes all observers of the observable, if it exists.
   static void removeAllObserver(Gk_ROString const& name);
 
-  // Where wrappers write what they send, a line for each value; null for nowhere, as at first. The stream is not
-  // owned: name another one before it dies.
+  // Sets the stream to which wrappers write a line for each value that they send; null for none, which is the default.
+  //
+  // Ownership: the stream is not owned. Install another one before deleting it.
   static void installDebugStream(VRELOutputStream* stream);
 
-  // The formatter on that stream.
+  // Returns the formatter on that stream.
   static VRELStreamFormatter& debugSink() noexcept { return _debugSink; }
 
  private:

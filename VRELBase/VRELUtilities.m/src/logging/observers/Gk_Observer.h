@@ -1,19 +1,20 @@
-// Who is told of values by name.
+// Base of the observers of named values.
 #pragma once
 
 #include "VRELExport.h"
 
-// What an application attaches to an observable (see Gk_ObservableDoc). Each type of observer has a class of its own,
-// which declares the operations of the type; an application derives from that:
+// Observer that an application attaches to an observable by name (see Gk_ObservableDoc).
+//
+// Each type of observer has an abstract class of its own that declares the operations of the type. Derive from it:
 //
 //   class Bar : public Gk_ProgressObserver {
 //     Type getType() const override { return ProgressType; }
 //     void setMax(int steps) override { ... }
 //     ...
 //
-// An observer must be of the class of the type that getType() names: its operations are called by their places in the
-// virtual table. It runs inside the send, on the worker's thread, and may attach and remove observers, itself among
-// them. It belongs to the application, which removes it before it dies.
+// Requires: an observer is of the class that belongs to the type which getType() returns. Sends cast it to that class.
+// An observer runs inside the send, on the thread of the worker. It may attach and remove observers, itself included.
+// Ownership: the application owns the observer and removes it before deleting it.
 class VREL_EXPORT Gk_Observer {
  public:
   enum Type : int {
@@ -25,10 +26,10 @@ class VREL_EXPORT Gk_Observer {
   };
 
   virtual Type getType() const = 0;
-  // A value of another type was sent to the observable; does nothing here.
+  // Called when a value of another type is sent to the observable. Does nothing by default.
   virtual void wrongType() const;
 
  protected:
-  // Not virtual, so that the operations of each type follow right behind wrongType.
+  // Not virtual: a virtual destructor would move the slots of the operations that follow wrongType.
   ~Gk_Observer() = default;
 };

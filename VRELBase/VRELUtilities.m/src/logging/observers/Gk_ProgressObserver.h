@@ -1,4 +1,4 @@
-// Who is told how far a phase of work has come.
+// Observer of the progress of a phase.
 #pragma once
 
 #include "Gk_Observer.h"
@@ -6,18 +6,18 @@
 
 class Gk_String;
 
-// An observer of type 3: what draws a progress bar, for instance. What the numbers count is the worker's.
+// Observer of type 3: progress, for example a progress bar. The worker decides what the numbers count.
 class VREL_EXPORT Gk_ProgressObserver : public Gk_Observer {
  public:
-  // A phase begins; how many steps it has.
+  // Called at the start of a phase with its number of steps.
   virtual void setMax(int steps) = 0;
-  // How many of them are done.
+  // Called with the number of finished steps.
   virtual void setDone(int steps) = 0;
-  // The phase is over; the processor time that it took.
+  // Called at the end of a phase with the processor time that it took.
   virtual void setOver(double seconds) = 0;
   virtual void setIntInfo(int value) = 0;
   virtual void setDoubleInfo(double value) = 0;
-  // The text is good until the return.
+  // `value` is valid until the call returns.
   virtual void setStringInfo(Gk_String const& value) = 0;
 
  protected:

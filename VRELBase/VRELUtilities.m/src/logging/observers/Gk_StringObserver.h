@@ -1,4 +1,4 @@
-// Who is told of texts.
+// Observer of strings.
 #pragma once
 
 #include "Gk_Observer.h"
@@ -6,10 +6,10 @@
 
 class Gk_String;
 
-// An observer of type 2.
+// Observer of type 2: strings.
 class VREL_EXPORT Gk_StringObserver : public Gk_Observer {
  public:
-  // The text is good until the return.
+  // `value` is valid until the call returns.
   virtual void setString(Gk_String const& value) = 0;
 
  protected:

@@ -1,20 +1,21 @@
-// The abort question that a worker puts to the application.
+// Abort callback of the application.
 #pragma once
 
 #include "VRELExport.h"
 
-// A worker asks IsAborted() at points of its own choosing:
+// Abort callback. The application sets it; workers poll it:
 //
 //   VRELCallbackShared::m_AbortCallback = [] { return dialog.IsCancelled(); };
 //   ...
-//   VRELCallbackShared::IsAborted();  // throws a VRELAbortException when it is
+//   VRELCallbackShared::IsAborted();  // throws if the user cancelled
 class VREL_EXPORT VRELCallbackShared {
  public:
-  // Throws a VRELAbortException if the callback says so, or if Gk_ErrMgr::setAbort has asked for it; false otherwise.
-  // The callback is asked either way. That the request stays, so that the next question throws again, is promised.
-  // Without a callback the request alone counts.
+  // Returns false if no abort was requested. Calls the callback, if there is one, in every case.
+  //
+  // Errors: throws VRELAbortException if the callback returns true or the flag of Gk_ErrMgr::setAbort was set before
+  // the call of the callback. Compatibility: the flag stays set, so that the next call throws again.
   static bool IsAborted();
 
-  // Set by the application; null at first.
+  // Callback of the application; null at start.
   static bool (*m_AbortCallback)();
 };

@@ -1,16 +1,16 @@
-// Who is told of entities.
+// Observer of entities.
 #pragma once
 
 #include "Gk_Observer.h"
 #include "VRELExport.h"
 
-// An observer of type 4.
+// Observer of type 4: entities.
 class VREL_EXPORT VRELEntityCallback : public Gk_Observer {
  public:
-  // EntityType.
+  // Returns EntityType.
   Type getType() const override;
 
-  // What the pointers point at is settled between the worker and the application.
+  // The worker and the application agree on what the pointers point to.
   virtual void setEntityCallback(void* first, void* second) = 0;
 
  protected:

@@ -1,9 +1,9 @@
-// The options of a translation are listed.
+// End of the list of options.
 #pragma once
 
 #include "VRELEndTaskEvent.h"
 
-// Derive from it to bring the text that closes the list.
+// End of the list of options in a log. Abstract: a format module derives from it and writes the closing text.
 class VREL_EXPORT VRELEndOptionsTaskEvent : public VRELEndTaskEvent {
  public:
   explicit VRELEndOptionsTaskEvent(VRINResult const& result);

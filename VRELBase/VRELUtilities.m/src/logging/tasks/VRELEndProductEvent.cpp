@@ -5,6 +5,10 @@
 VRELEndProductEvent::VRELEndProductEvent(VRINResult const& result)
     : VRELEndTaskEvent(result, "Product End", "Product", VREL_LEVEL_INFO, false), formatter(nullptr) {}
 
+// The formatter has a stream only during GetFormattedDescription, so there is nothing to copy.
+VRELEndProductEvent::VRELEndProductEvent(VRELEndProductEvent const& other)
+    : VRELEndTaskEvent(other), formatter(nullptr) {}
+
 void VRELEndProductEvent::GetFormattedDescription(VRELOutputStream* stream) {
   VRELFormatterBinding const binding(formatter, stream);
   VRINResult const result = getTaskResult();

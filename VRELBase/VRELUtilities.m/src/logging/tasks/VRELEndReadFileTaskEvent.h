@@ -1,17 +1,20 @@
-// A source file is read.
+// End of the reading of a source file.
 #pragma once
 
 #include "VRELEndTaskEvent.h"
 
 class VRELFileHeader;
 
+// End of the reading of a source file, with the header of the file.
 class VREL_EXPORT VRELEndReadFileTaskEvent : public VRELEndTaskEvent {
  public:
-  // The header is not owned and must outlive the event and its copies; null is allowed.
+  // Ownership: the header is not owned and must outlive the event and its copies. It may be null.
   VRELEndReadFileTaskEvent(VRINResult const& result, VRELFileHeader* fileHeader);
 
-  // The header, each model under a heading where there are several; nothing if it has no rows, and nothing of the
-  // result. That the first model is current in the header afterwards is promised.
+  // Writes the rows of all models of the header, and the model numbers if there are several models. Writes nothing if
+  // no model has rows. The result is not written.
+  //
+  // Compatibility: model 0 of the header is selected afterwards.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
  private:

@@ -1,32 +1,33 @@
-// A task ends, with a result.
+// End of a task.
 #pragma once
 
 #include "VRELTaskEvent.h"
 
+// End of a task, with its result.
 class VREL_EXPORT VRELEndTaskEvent : public VRELTaskEvent {
  public:
-  // A silent end is for whoever measures tasks: a log shows nothing of it.
+  // A silent event writes nothing to logs; VRELTimingLogger receives it like any other.
   VRELEndTaskEvent(VRINResult const& result, char const* name, char const* identifier, VRELEventLevel level,
                    bool isSilent);
 
-  // Unless silent: the event name and the message of the result, between two rules.
+  // Writes the event name and the message of the result between two rules of 80 hyphens, unless the event is silent.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
-  // 1.
+  // Returns 1.
   int GetKind() override;
 
   void setTaskResult(VRINResult const& result) noexcept { taskResult = result; }
   VRINResult getTaskResult() const noexcept { return taskResult; }
 
-  // Sends an end only while VRELPerfTrackerStatus::instance is on: otherwise no event is built.
+  // Sends an end event if VRELPerfTrackerStatus::instance is on; otherwise does nothing.
   static void Fire(VRINResult const& result, char const* name, char const* identifier, VRELEventLevel level,
                    bool isSilent);
 
  protected:
-  // A line of 80 hyphens.
+  // Line of 80 hyphens.
   static constexpr char Rule[] = "--------------------------------------------------------------------------------\n";
 
-  // What GetFormattedDescription writes here; empty when silent.
+  // Returns what VRELEndTaskEvent::GetFormattedDescription writes; empty for a silent event.
   std::string ResultText() const;
 
  private:

@@ -20,7 +20,7 @@ VRELEndTranslationTaskEvent::VRELEndTranslationTaskEvent(VRINResult const& resul
       partInAssembly(isPartInAssembly) {}
 
 void VRELEndTranslationTaskEvent::GetFormattedDescription(VRELOutputStream* stream) {
-  // The text of asctime has a line end of its own; that an empty line follows is promised.
+  // asctime ends its text with a line feed, so that an empty line follows.
   std::string text = std::string("Finish Time : ") + std::asctime(&finishTime) + '\n' + ResultText();
   if (!getTaskResult().IsCompleteSuccess() && failedEntities != -1) {
     text += "Failed Entities : " + std::to_string(failedEntities) + '\n';

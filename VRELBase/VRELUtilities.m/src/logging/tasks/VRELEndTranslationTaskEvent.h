@@ -1,22 +1,22 @@
-// A translation is over.
+// End of a translation.
 #pragma once
 
 #include <ctime>
 
 #include "VRELEndTaskEvent.h"
 
-// Has no start of its own: VRELStartTaskEvent::Fire opens the task "Translation".
+// End of a translation. There is no class for its start: start the task with
+// VRELStartTaskEvent::Fire(name, "Translation", level).
 class VREL_EXPORT VRELEndTranslationTaskEvent : public VRELEndTaskEvent {
  public:
-  // The time at which the translation ended is that of the construction. The number of entities that could not be
-  // translated is -1 where it is not known.
+  // Stores the current local time as the finish time. `failedEntitiesCount` is -1 if unknown.
   VRELEndTranslationTaskEvent(VRINResult const& result, bool isPartInAssembly, int failedEntitiesCount);
 
-  // The local time, the result, and the failed entities unless the result is a complete success; a part in an assembly
-  // is told to be one.
+  // Writes the finish time and the result, the number of failed entities if it is known and the result is not a
+  // complete success, and a line that marks a part in an assembly.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
-  // Send one, with -1 as the number of failed entities.
+  // Send the event with an unknown number of failed entities.
   static void Fire(VRINResult const& result, bool isPartInAssembly);
   static void Fire(long result, bool isPartInAssembly);
 

@@ -7,6 +7,10 @@ VRELEndWriteFileTaskEvent::VRELEndWriteFileTaskEvent(VRELString const& fileName,
       formatter(nullptr),
       name(fileName) {}
 
+// The formatter has a stream only during GetFormattedDescription, so there is nothing to copy.
+VRELEndWriteFileTaskEvent::VRELEndWriteFileTaskEvent(VRELEndWriteFileTaskEvent const& other)
+    : VRELEndTaskEvent(other), formatter(nullptr), name(other.name) {}
+
 void VRELEndWriteFileTaskEvent::GetFormattedDescription(VRELOutputStream* stream) {
   VRELFormatterBinding const binding(formatter, stream);
   VRINResult const result = getTaskResult();

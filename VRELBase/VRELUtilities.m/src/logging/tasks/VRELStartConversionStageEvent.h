@@ -1,21 +1,21 @@
-// A stage of the conversion, for whoever shows progress.
+// Start of a stage of the conversion.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
-// Has no task identifier, and so is never measured.
+// Start of a stage of the conversion, for listeners that show progress. It has no task identifier, so VRELTimingLogger
+// ignores it.
 class VREL_EXPORT VRELStartConversionStageEvent : public VRELStartTaskEvent {
  public:
-  // What kind of entities the stage converts, how many, its share of the work in percent, and whether the stage has no
-  // stages below it. A null or empty type is kept as null.
+  // `percent` is the share of the stage in the whole conversion. A leaf has no stages below it. A null or empty type is
+  // stored as null.
   VRELStartConversionStageEvent(char const* typeOfEntities, int countOfEntities, double percent, bool isLeaf);
-  // A copy has an entity type of its own.
   VRELStartConversionStageEvent(VRELStartConversionStageEvent const& other);
   ~VRELStartConversionStageEvent() override;
 
   void SetFinished() noexcept { finished = true; }
   bool GetFinished() const noexcept { return finished; }
-  // Owned by the event.
+  // Returns the entity type, which the event owns, or null.
   char const* GetEntityType() const noexcept { return entityType; }
   int GetEntityCount() const noexcept { return entityCount; }
   double GetStagePercent() const noexcept { return stagePercent; }

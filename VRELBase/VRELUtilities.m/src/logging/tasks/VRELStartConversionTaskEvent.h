@@ -1,13 +1,14 @@
-// The entities are about to be converted.
+// Start of the conversion.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
-// Has no end of its own: VRELEndTaskEvent::Fire closes the task "Conversion".
+// Start of the conversion of the entities. There is no class for its end: end the task with
+// VRELEndTaskEvent::Fire(result, name, "Conversion", level, silent).
 class VREL_EXPORT VRELStartConversionTaskEvent : public VRELStartTaskEvent {
  public:
   VRELStartConversionTaskEvent();
 
-  // Sends one.
+  // Sends the event.
   static void Fire();
 };

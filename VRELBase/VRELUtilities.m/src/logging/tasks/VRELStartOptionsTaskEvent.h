@@ -1,15 +1,16 @@
-// The options of a translation are about to be listed.
+// Start of the list of options.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
+// Start of the list of options in a log.
 class VREL_EXPORT VRELStartOptionsTaskEvent : public VRELStartTaskEvent {
  public:
   VRELStartOptionsTaskEvent();
 
-  // The heading of the list.
+  // Writes the heading of the list.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
-  // Sends one.
+  // Sends the event.
   static void Fire();
 };

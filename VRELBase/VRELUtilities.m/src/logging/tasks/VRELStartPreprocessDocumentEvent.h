@@ -1,10 +1,11 @@
-// The source or the target document is about to be made ready for the conversion.
+// Start of the preprocessing of the source or the target document.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
+// Start of the preprocessing of a document, before the conversion.
 class VREL_EXPORT VRELStartPreprocessDocumentEvent : public VRELStartTaskEvent {
  public:
-  // True for the source document, false for the target document.
+  // `source` is true for the source document and false for the target document.
   explicit VRELStartPreprocessDocumentEvent(bool source);
 };

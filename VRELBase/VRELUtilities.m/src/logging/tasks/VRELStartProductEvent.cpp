@@ -24,7 +24,7 @@ void WriteOptions(VRELStreamFormatter& formatter, VRELOptions const& options) {
   }
 }
 
-bool IsEnvironmentAskedFor() {
+bool IsEnvironmentDumpRequested() {
   VRELString traces;
   return VRELEnvironment::GetVariable(L"VRELTrace", traces).IsSuccess() &&
          traces.view().find(u"UserEnv") != std::u16string_view::npos;
@@ -43,15 +43,27 @@ VRELStartProductEvent::VRELStartProductEvent(char const* product, char const* ap
       productName(product),
       applicationName(application) {}
 
+VRELStartProductEvent::VRELStartProductEvent(VRELStartProductEvent const& other)
+    : VRELStartTaskEvent(other),
+      productName(other.productName),
+      applicationName(other.applicationName),
+      addedOptions(other.addedOptions.copy()) {
+  for (int i = 0; i + 1 < addedOptions.size(); i += 2) options.AddOption(addedOptions[i], addedOptions[i + 1]);
+}
+
 void VRELStartProductEvent::GetFormattedDescription(VRELOutputStream* stream) {
   VRELStreamFormatter formatter(stream);
   if (productName.length() > 0) WriteField(formatter, "Product", productName);
   if (applicationName.length() > 0) WriteField(formatter, "Application", applicationName);
   WriteOptions(formatter, options);
-  if (IsEnvironmentAskedFor()) WriteEnvironment(formatter, *VRELEnvironment::GetEnv());
+  if (IsEnvironmentDumpRequested()) WriteEnvironment(formatter, *VRELEnvironment::GetEnv());
 }
 
 VRINResult VRELStartProductEvent::AddOption(char const* name, char const* value) {
-  options.AddOption(name, value);
+  VRELString const wideName(name);
+  VRELString const wideValue(value);
+  options.AddOption(wideName, wideValue);
+  addedOptions.add(wideName);
+  addedOptions.add(wideValue);
   return VREL_S_OK;
 }

@@ -1,11 +1,11 @@
-// The entities of the source document are about to be read.
+// Start of the reading of the entities.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
+// Start of the reading of the entities of the source document.
 class VREL_EXPORT VRELStartReadEntitiesTaskEvent : public VRELStartTaskEvent {
  public:
-  // The event name "VRELStarReadEntitiesTaskEvent", without a t behind "Star", is promised: listeners know the event
-  // by it.
+  // Compatibility: the event name is "VRELStarReadEntitiesTaskEvent", without the second t of "Start".
   VRELStartReadEntitiesTaskEvent();
 };

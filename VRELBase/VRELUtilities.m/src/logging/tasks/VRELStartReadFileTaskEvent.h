@@ -1,24 +1,24 @@
-// A source file is about to be read.
+// Start of the reading of a source file.
 #pragma once
 
 #include "VRELStartTaskEvent.h"
 
+// Start of the reading of a source file.
 class VREL_EXPORT VRELStartReadFileTaskEvent : public VRELStartTaskEvent {
  public:
   explicit VRELStartReadFileTaskEvent(VRELString const& name);
-  // In the process's default codepage.
+  // `name` is in the default codepage of the process.
   explicit VRELStartReadFileTaskEvent(char const* name);
-  // A copy has a file name of its own.
   VRELStartReadFileTaskEvent(VRELStartReadFileTaskEvent const& other);
   ~VRELStartReadFileTaskEvent() override;
 
   // Writes nothing.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
-  // In the process's default codepage, owned by the event; null for an empty name.
+  // Returns the file name in the default codepage of the process, owned by the event, or null if it is empty.
   char const* GetFileName() const noexcept { return fileName; }
 
-  // Send one.
+  // Send the event.
   static void Fire(VRELString const& name);
   static void Fire(char const* name);
 

@@ -1,17 +1,16 @@
-// A task begins.
+// Start of a task.
 #pragma once
 
 #include "VRELTaskEvent.h"
 
-// Without a text; the classes below that have one bring it.
+// Start of a task. Writes nothing by itself; derived classes override GetFormattedDescription.
 class VREL_EXPORT VRELStartTaskEvent : public VRELTaskEvent {
  public:
   VRELStartTaskEvent(char const* name, char const* identifier, VRELEventLevel level);
 
-  // 0.
+  // Returns 0.
   int GetKind() override;
 
-  // Sends a start that carries nothing but its time, and only while VRELPerfTrackerStatus::instance is on: otherwise
-  // no event is built.
+  // Sends a start event if VRELPerfTrackerStatus::instance is on; otherwise does nothing.
   static void Fire(char const* name, char const* identifier, VRELEventLevel level);
 };

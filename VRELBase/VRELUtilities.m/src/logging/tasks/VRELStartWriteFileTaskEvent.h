@@ -1,12 +1,13 @@
-// The target file is about to be written.
+// Start of the writing of the target file.
 #pragma once
 
 #include "VRELFilePath.h"
 #include "VRELStartTaskEvent.h"
 
+// Start of the writing of the target file.
 class VREL_EXPORT VRELStartWriteFileTaskEvent : public VRELStartTaskEvent {
  public:
-  // Keeps a copy of the path.
+  // Copies the path.
   explicit VRELStartWriteFileTaskEvent(VRELFilePath const& targetPath);
 
   // Writes nothing.

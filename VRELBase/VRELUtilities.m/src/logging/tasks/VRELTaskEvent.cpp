@@ -8,8 +8,8 @@
 
 namespace {
 
-// Copies both texts, or none where memory runs out.
-void CopyTexts(char const* identifier, char const* name, char*& identifierCopy, char*& nameCopy) {
+// Copies both strings, or none of them if an allocation fails.
+void CopyStrings(char const* identifier, char const* name, char*& identifierCopy, char*& nameCopy) {
   std::unique_ptr<char[]> first(VRELTextCopy(identifier));
   nameCopy = VRELTextCopy(name);
   identifierCopy = first.release();
@@ -19,12 +19,12 @@ void CopyTexts(char const* identifier, char const* name, char*& identifierCopy, 
 
 VRELTaskEvent::VRELTaskEvent(char const* name, char const* identifier, VRELEventLevel level)
     : VRELEvent(name, level), taskIdentifier(nullptr), taskName(nullptr) {
-  CopyTexts(identifier, name, taskIdentifier, taskName);
+  CopyStrings(identifier, name, taskIdentifier, taskName);
 }
 
 VRELTaskEvent::VRELTaskEvent(VRELTaskEvent const& other)
     : VRELEvent(other), taskIdentifier(nullptr), taskName(nullptr) {
-  CopyTexts(other.taskIdentifier, other.taskName, taskIdentifier, taskName);
+  CopyStrings(other.taskIdentifier, other.taskName, taskIdentifier, taskName);
 }
 
 VRELTaskEvent::~VRELTaskEvent() {

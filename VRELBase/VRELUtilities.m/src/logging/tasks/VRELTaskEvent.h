@@ -1,38 +1,48 @@
-// A step of a translation begins or ends.
+// Base of the task events: the start or the end of a step of a translation.
 #pragma once
 
 #include <string>
 
 #include "VRELEvent.h"
 
-// A translation is told as a nesting of tasks: each opens with a start event and closes with an end event that carries
-// the result. A logger writes their texts, which make the body of a log; VRELTimingLogger measures the time between the
-// two, which it matches by the task identifier. The bus stamps every task event with the time at which it is sent.
+// Start or end of a task.
+//
+// A translation is a nesting of tasks. Each task begins with a start event and ends with an end event that carries the
+// result. Loggers write the text of both; VRELTimingLogger measures the time between them and pairs them by the task
+// identifier. The event bus stamps every task event with the time at which it is sent.
+//
+//   VRELStartReadFileTaskEvent::Fire("wheel.step");
+//   VRINResult const result = Read(header);
+//   VRELEndReadFileTaskEvent end(result, &header);
+//   VRELEventBus::Fire(end);
+//
+// All task events can be copied; a copy owns its strings.
 class VREL_EXPORT VRELTaskEvent : public VRELEvent {
  public:
-  // Null and empty texts are kept as null. The name is that of the event and that of the task.
+  // `name` becomes the event name and the task name. Null and empty strings are stored as null.
   VRELTaskEvent(char const* name, char const* identifier, VRELEventLevel level);
-  // A copy has texts of its own.
   VRELTaskEvent(VRELTaskEvent const& other);
   ~VRELTaskEvent() override;
 
-  // True.
+  // Returns true.
   bool IsTimed() override;
 
-  // What an end has in common with its start. VREL_E_FAIL, with the argument untouched, for an event without one.
+  // Stores the identifier that an end event shares with its start event.
+  //
+  // Errors: VREL_E_FAIL if the event has none; `identifier` is then unchanged.
   virtual VRINResult GetTaskIdentifier(VRELString& identifier);
-  // 0 for a start, 1 for an end.
+  // Returns 0 for a start event and 1 for an end event.
   virtual int GetKind() = 0;
 
-  // Keep a copy. Null or empty changes nothing.
+  // Store a copy of the string. Null and empty strings change nothing.
   void SetTaskIdentifier(char const* identifier);
   void SetTaskName(char const* name);
 
-  // Owned by the event; null until a name was set.
+  // Returns the task name, which the event owns, or null.
   char const* GetTaskName() const noexcept { return taskName; }
 
  protected:
-  // Writes the text on a formatter of its own and in one piece, so that a log takes one call of the system for it.
+  // Writes `text` to the stream in a single call.
   static void WriteText(VRELOutputStream* stream, std::string const& text);
 
  private:

@@ -1,23 +1,25 @@
-// How far the work of a component has come that is not of the family.
+// Progress of a third-party component.
 #pragma once
 
 #include "VRELEvent.h"
 #include "VRELExport.h"
 #include "VRINResult.h"
 
-// An event of level INFO for the listeners of the application. It has no text, so that no log shows it, and no time.
+// Progress of a third-party component. Listeners of the application read it with GetProgress. Loggers write nothing for
+// it, and it is not timed.
 class VREL_EXPORT VRELThirdPartyProgressEvent : public VRELEvent {
  public:
   explicit VRELThirdPartyProgressEvent(double theProgress);
 
   // Writes nothing.
   void GetFormattedDescription(VRELOutputStream* stream) override;
+  // Returns false.
   bool IsTimed() override;
 
-  // Always VREL_S_OK.
+  // Stores the progress in `value` and returns VREL_S_OK.
   VRINResult GetProgress(double& value) const;
 
-  // Sends such an event.
+  // Sends the event.
   static void Fire(double progress);
 
  private:

@@ -1,25 +1,26 @@
-// Processor time, as clock() counts it.
+// Processor time in ticks of clock().
 #pragma once
 
 #include "VRELExport.h"
 
-// A number of processor ticks, a millionth of a second each: a moment, or a span between two.
+// Point in time or time span, in processor ticks of a microsecond.
 //
 //   Gk_CPUTime const start = Gk_CPUTime::now();
 //   ...
 //   Gk_CPUTime span = Gk_CPUTime::now();
 //   span -= start;
+//   double const seconds = span.seconds();
 class VREL_EXPORT Gk_CPUTime {
  public:
   Gk_CPUTime(long ticks = 0) noexcept : tickCount(ticks) {}
 
-  // Sums and differences wrap around, as the ticks of the processor do.
+  // Subtract and add modulo 2^64, as clock() wraps around.
   Gk_CPUTime& operator-=(Gk_CPUTime const& other) noexcept;
   Gk_CPUTime& operator+=(Gk_CPUTime const& other) noexcept;
 
   double seconds() const noexcept { return static_cast<double>(tickCount) / 1000000; }
 
-  // The processor time that this process has taken.
+  // Returns the processor time that the process has used.
   static Gk_CPUTime now() noexcept;
 
  private:

@@ -1,4 +1,4 @@
-// The interface of what measures a process.
+// Interface of a process monitor.
 #pragma once
 
 #include "VRELExport.h"
@@ -6,16 +6,18 @@
 
 class VRELBrivetLibrary;
 
-// Derive a monitor from it, and set VRELTimingLogger::_pMonitor for as long as the monitor is to be asked. A monitor
-// that dies is let go by itself, there and in Instance().
+// Process monitor: returns the kernel and user time of the process for VRELTimingLogger.
 //
-// A monitor that a module brings is known here by two slots: the monitor, and the library of the module. The program
-// or the module fills them by Install, and VRELTimingLogger::Stop() empties them again:
+// Derive from it and set VRELTimingLogger::_pMonitor. The destructor removes the monitor from there and from
+// Instance().
+//
+// A monitor that a module provides is installed together with the library of the module, which keeps the module loaded.
+// VRELTimingLogger::Stop() removes both:
 //
 //   auto* const library = new VRELBrivetLibrary(L"ProcessMonitor", L"StartMonitor", L"");
 //   VRELBasePerformanceMonitor::Install(monitor, library);
 //
-// The module offers the entry point that takes its monitor back:
+// The module exports the function that deletes its monitor:
 //
 //   extern "C" void TerminatePerformanceMonitor(VRELBasePerformanceMonitor** monitor) {
 //     delete *monitor;
@@ -25,22 +27,25 @@ class VREL_EXPORT VRELBasePerformanceMonitor {
  public:
   virtual ~VRELBasePerformanceMonitor();
 
-  // Tells in its own way how the process does. VREL_E_FAIL here.
+  // Prints statistics of the process. The base class returns VREL_E_FAIL.
   virtual VRINResult PrintStatistics();
-  // The seconds that the process has spent in the system and in its own code. VREL_E_FAIL here, with both untouched.
+  // Stores the kernel and user time of the process in seconds. The base class returns VREL_E_FAIL and stores nothing.
   virtual VRINResult QueryProcessTimes(double& kernel, double& user);
 
-  // The monitor that was installed; null if there is none.
+  // Returns the installed monitor, or null.
   static VRELBasePerformanceMonitor* Instance() noexcept;
 
-  // Fills both slots; what was there before is cleared. The library, made by new, is taken and loaded, so that the
-  // module stays as long as its monitor is installed; the monitor is not taken. Either may be null.
-  // VRELTimingLogger::_pMonitor stays as it is. What an entry point throws, of this library or of that before, reaches
-  // the caller: this library is gone then, and the monitor not installed.
+  // Installs a monitor and the library of its module, after Clear(). Loads the library. Does not change
+  // VRELTimingLogger::_pMonitor. Both pointers may be null.
+  //
+  // Ownership: takes the library, which must have been created with new. The monitor is not owned.
+  // Errors: rethrows exceptions of the entry points of both libraries; the new library is then deleted and the monitor
+  // not installed.
   static void Install(VRELBasePerformanceMonitor* monitor, VRELBrivetLibrary* library);
 
-  // Calls the entry point TerminatePerformanceMonitor of the library, if it has one, with the address of the monitor's
-  // slot, and deletes the library. Without a library nothing happens, and the monitor stays. What the entry point
-  // throws reaches the caller, when the library is gone.
+  // Calls TerminatePerformanceMonitor of the installed library, if it exports it, with the address of the pointer to
+  // the monitor, and deletes the library. Without a library it does nothing, and the monitor stays installed.
+  //
+  // Errors: rethrows exceptions of the entry point after deleting the library.
   static void Clear();
 };

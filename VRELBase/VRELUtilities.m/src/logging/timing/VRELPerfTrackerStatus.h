@@ -1,20 +1,20 @@
-// Whether anybody measures tasks.
+// Switch for the measurement of tasks.
 #pragma once
 
 #include "VRELExport.h"
 
-// The switch that arms the events which carry nothing but times: VRELStartTaskEvent::Fire and VRELEndTaskEvent::Fire
-// send while it is on. VRELTimingLogger::SetUp turns it on.
+// Switch for events that only serve the measurement of tasks: VRELStartTaskEvent::Fire and VRELEndTaskEvent::Fire send
+// only while it is on. VRELTimingLogger::SetUp turns it on.
 class VREL_EXPORT VRELPerfTrackerStatus {
  public:
-  // Off.
+  // Creates a switch that is off.
   VRELPerfTrackerStatus();
   virtual ~VRELPerfTrackerStatus();
 
   bool IsPerfTracking() const noexcept { return tracking; }
   void SetPerfTracking(bool newTracking) noexcept { tracking = newTracking; }
 
-  // The switch of the process, alive from load to exit.
+  // Switch of the process. Exists from load to exit.
   static VRELPerfTrackerStatus instance;
 
  private:

@@ -1,10 +1,10 @@
-// What all runs of a task cost together.
+// Accumulated times of a task.
 #pragma once
 
-// A row in the summary of VRELTimingLogger. Times are in seconds.
+// Row of the summary of VRELTimingLogger: all runs of one task. Times are in seconds.
 struct VRELTaskOccurenceInfo {
   int count = 0;
   double elapsed = 0;
-  double kernel = 0;  // 0, like the next, where no monitor answered
+  double kernel = 0;  // `kernel` and `user` are 0 without a monitor
   double user = 0;
 };

@@ -1,13 +1,13 @@
-// A task that has begun and not ended.
+// Start of a task that has not ended.
 #pragma once
 
 #include "VRELString.h"
 
-// What VRELTimingLogger keeps of it.
+// Entry of the task stack of VRELTimingLogger.
 struct VRELTaskTimingInfo {
-  VRELString taskName;    // the task identifier
-  long time = 0;          // calendar seconds at the start
-  long clock = 0;         // processor ticks at the start
-  double kernelTime = 0;  // of the process at the start, in seconds; 0 when no monitor answered
+  VRELString taskName;    // task identifier
+  long time = 0;          // time() at the start, in seconds
+  long clock = 0;         // clock() at the start, in ticks
+  double kernelTime = 0;  // times of the process at the start, in seconds; 0 without a monitor
   double userTime = 0;
 };

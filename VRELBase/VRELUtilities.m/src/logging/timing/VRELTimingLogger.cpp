@@ -14,18 +14,27 @@
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELTaskEvent.h"
 
+// Pairing of start and end events
+// ===============================
+//
+// Open tasks are on a stack. A start event pushes an entry with the stamps of the event. An end event pops entries
+// until one has the identifier of the event: entries above it belong to tasks that never ended, and are dropped. If no
+// entry matches, the stack ends up empty and no row changes.
+//
+// The elapsed time is the difference of clock() stamps, which is precise for short tasks. On hosts with a 32-bit long
+// clock() wraps around after some 36 minutes, so the difference of time() stamps is used for tasks above 600 seconds.
+
 namespace {
 
-// The ticks of the processor run out of a long where it has 32 bits; behind this they no longer count.
-constexpr double longTaskSeconds = 600;
-constexpr double ticksPerSecond = 1000000;
+constexpr double kLongTaskSeconds = 600;
+constexpr double kTicksPerSecond = 1000000;
 
 struct ProcessTimes {
   double kernel = 0;
   double user = 0;
 };
 
-// False where there is no monitor, or none that answers.
+// Returns false if there is no monitor or if its query fails.
 bool QueryTimes(ProcessTimes& times) {
   ProcessTimes answer;
   if (VRELTimingLogger::_pMonitor == nullptr) return false;
@@ -39,16 +48,16 @@ std::string NarrowText(VRELString const& text) {
   return ascii == nullptr ? "" : static_cast<char const*>(ascii);
 }
 
-bool KeepsItsLastRunAlone(VRELString const& identifier) {
+bool KeepsOnlyLastRun(VRELString const& identifier) {
   return identifier.view() == u"Conversion" || identifier.view() == u"Translation";
 }
 
 double ElapsedSeconds(VRELTaskTimingInfo const& start, VRELTaskTimingInfo const& end) {
   double const wall = std::difftime(static_cast<std::time_t>(end.time), static_cast<std::time_t>(start.time));
-  if (wall > longTaskSeconds) return wall;
-  // Ticks wrap around.
+  if (wall > kLongTaskSeconds) return wall;
+  // clock() wraps around.
   auto const ticks = static_cast<unsigned long>(end.clock) - static_cast<unsigned long>(start.clock);
-  return static_cast<double>(static_cast<long>(ticks)) / ticksPerSecond;
+  return static_cast<double>(static_cast<long>(ticks)) / kTicksPerSecond;
 }
 
 void PrintTaskLine(VRELString const& identifier, char const* what) {
@@ -72,7 +81,7 @@ void PrintTimes(VRELString const& identifier, ProcessTimes const& times) {
   PrintSeconds(name + " CPU Time", times.kernel + times.user);
 }
 
-// Adds what the process spent meanwhile.
+// Adds the process times since the start of the task.
 void AddTimes(VRELTaskTimingInfo const& start, VRELTaskOccurenceInfo& occurrence) {
   ProcessTimes times;
   if (!QueryTimes(times)) return;
@@ -89,7 +98,7 @@ void PrintTaskPerformance() {
   VRELInfo::Printf("================= End Task Performance Info =================");
 }
 
-// Whether the monitor told the times of the process.
+// Returns whether the monitor returned process times.
 bool PrintProcessSummary() {
   if (VRELTimingLogger::_pMonitor == nullptr) return false;
   VRELInfo::Printf("================ Start Memory Performance Summary ================");
@@ -129,16 +138,16 @@ VRELTimingLogger::~VRELTimingLogger() {
   try {
     Finalize();
   } catch (...) {
-    // What a listener or a monitor throws must not end the process.
-    Leave();
+    // A listener or the monitor threw. An exception that left a destructor would terminate the process.
+    RemoveFromBus();
   }
   _pMonitor = nullptr;
   while (!taskStack.IsEmpty()) delete static_cast<VRELTaskTimingInfo*>(taskStack.Pop());
 }
 
 void VRELTimingLogger::SetUp() {
-  VRINResult const asked = VRELEnvironment::GetVariable(L"VRELTaskTiming", _isTimerOn);
-  if (!asked.IsSuccess() || !_isTimerOn) return;
+  VRINResult const read = VRELEnvironment::GetVariable(L"VRELTaskTiming", _isTimerOn);
+  if (!read.IsSuccess() || !_isTimerOn) return;
   VRELPerfTrackerStatus::instance.SetPerfTracking(true);
   bool isDetailed = false;
   if (VRELEnvironment::GetVariable(L"VRELTaskInfoDetailed", isDetailed).IsSuccess()) _detailedTaskInfo = isDetailed;
@@ -160,10 +169,10 @@ void VRELTimingLogger::Initialize() {
 
 void VRELTimingLogger::Finalize() {
   if (active) PrintSummary();
-  Leave();
+  RemoveFromBus();
 }
 
-void VRELTimingLogger::Leave() {
+void VRELTimingLogger::RemoveFromBus() {
   VRELEventBus::GetEventBus()->RemoveListener(this);
   active = false;
 }
@@ -202,7 +211,7 @@ void VRELTimingLogger::EndTask(VRELTaskTimingInfo const& end) {
   OpenTask const start = PopTask(identifier);
   if (start == nullptr) return;
   VRELTaskOccurenceInfo occurrence;
-  if (!KeepsItsLastRunAlone(identifier)) occurrences.Get(identifier, occurrence);
+  if (!KeepsOnlyLastRun(identifier)) occurrences.Get(identifier, occurrence);
   double const elapsed = ElapsedSeconds(*start, end);
   ++occurrence.count;
   occurrence.elapsed += elapsed;
@@ -214,7 +223,8 @@ void VRELTimingLogger::EndTask(VRELTaskTimingInfo const& end) {
   occurrences.Put(identifier, occurrence);
 }
 
-// Drops the tasks above it; null, with nothing left, if the task is not open.
+// Removes the innermost task with this identifier and all tasks inside it. Returns null if the task is not open; the
+// stack is then empty.
 VRELTimingLogger::OpenTask VRELTimingLogger::PopTask(VRELString const& identifier) {
   while (!taskStack.IsEmpty()) {
     OpenTask task(static_cast<VRELTaskTimingInfo*>(taskStack.Pop()));

@@ -1,4 +1,4 @@
-// Measures the tasks of a translation.
+// Timer of the tasks of a translation.
 #pragma once
 
 #include <memory>
@@ -13,50 +13,56 @@
 
 class VRELBasePerformanceMonitor;
 
-// Listens to the task events, and tells on the channel VRELInfo how long each task took, how often it ran and, where
-// there is a monitor, what it cost the process. Off unless the environment asks for it:
+// Listener that measures tasks: the time of each task, the number of its runs and, with a process monitor, the kernel
+// and user time. It prints a summary on the channel VRELInfo.
+//
+// It is off unless the environment turns it on:
 //
 //   VRELTaskTiming        Yes, True or On: measure
-//   VRELTaskInfoDetailed  the same words: tell of each start and end too
+//   VRELTaskInfoDetailed  Yes, True or On: print each start and end too
 //
 //   VRELTimingLogger::SetUp();
 //   ...  // the translation
 //   VRELTimingLogger::Stop();
 //
-// Tasks nest: an end closes the nearest open task of its identifier, and drops those above it. An end of a task that is
-// not open drops all. That repairs are not measured, and that "Conversion" and "Translation" keep their last run alone,
-// while every other task adds up, is promised. One thread.
+// Tasks nest. An end event closes the innermost open task with its identifier and drops the tasks inside it. An end
+// event without an open task drops all open tasks.
+//
+// Compatibility: tasks "Repair" are not measured; "Conversion" and "Translation" keep only their last run, while the
+// runs of all other tasks are added up.
+// Thread safety: none.
 class VREL_EXPORT VRELTimingLogger : public VRELEventListener {
  public:
-  // Clears _detailedTaskInfo.
+  // Sets _detailedTaskInfo to false.
   VRELTimingLogger();
   VRELTimingLogger(VRELTimingLogger const&) = delete;
   VRELTimingLogger& operator=(VRELTimingLogger const&) = delete;
 
-  // Takes the start or the end of a task. The processor time counts, unless the task took more than 600 seconds on the
-  // wall clock, which then counts.
+  // Records the start or the end of a task. The elapsed time is processor time, or wall-clock time if that is above 600
+  // seconds.
   void HandleEvent(VRELEvent& event) override;
 
-  // Finalizes, and clears _pMonitor.
+  // Calls Finalize() and sets _pMonitor to null. Exceptions do not leave the destructor.
   ~VRELTimingLogger() override;
 
-  // Reads the environment, and starts the logger of the process and the events that it lives on if it says so.
+  // Reads the environment. If it asks for times, turns on VRELPerfTrackerStatus::instance and initializes _timer.
   static void SetUp();
-  // Finalizes the logger of the process and clears the installed monitor. Nothing if the environment did not ask for
-  // times.
+  // Finalizes _timer and clears the installed monitor if SetUp turned the timer on; otherwise does nothing.
   static void Stop();
 
-  // Joins the bus, unless it is there.
+  // Adds the logger to the bus, unless it is there already.
   void Initialize();
-  // Tells the summary, if the logger is on the bus, and leaves it. What was measured stays: after another Initialize
-  // the rows go on. That without a monitor the summary has a closing line and no opening line is promised.
+  // Prints the summary if the logger is active, and removes the logger from the bus. Recorded rows stay, and a later
+  // Initialize() continues to add to them.
+  //
+  // Compatibility: without a monitor the summary has a closing line but no opening line.
   void Finalize();
 
-  // The logger of the process, alive from load to exit, where it finalizes.
+  // Logger of the process. Exists from load to exit, when it is finalized.
   static VRELTimingLogger _timer;
-  // Not owned; null until a module sets it.
+  // Process monitor; not owned. Null until a module sets it.
   static VRELBasePerformanceMonitor* _pMonitor;
-  // What the environment said.
+  // Settings read from the environment.
   static bool _isTimerOn;
   static bool _detailedTaskInfo;
 
@@ -67,7 +73,7 @@ class VREL_EXPORT VRELTimingLogger : public VRELEventListener {
   void EndTask(VRELTaskTimingInfo const& end);
   OpenTask PopTask(VRELString const& identifier);
   void PrintSummary() const;
-  void Leave();
+  void RemoveFromBus();
 
   bool active;
   VRELStack taskStack;

@@ -1,4 +1,4 @@
-// Text on its way between the older layer and the wide strings.
+// Conversions between narrow strings of the older layers and VRELString.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 #include "Gk_String.h"
 #include "VRELString.h"
 
-// The text in the process's default codepage; the empty text where it cannot be converted.
+// Returns the string in the default codepage of the process; empty if it cannot be converted.
 inline Gk_String VRELNarrowText(VRELString const& text) {
   char* bytes = nullptr;
   VRELStringToChars(text, bytes);
@@ -15,7 +15,7 @@ inline Gk_String VRELNarrowText(VRELString const& text) {
   return narrow;
 }
 
-// The text up to its first zero byte, read in that codepage.
+// Returns the bytes up to the first zero byte, decoded in the default codepage of the process.
 inline VRELString VRELWideText(Gk_String const& text) {
   return VRELString(std::string(text.text()).c_str());
 }

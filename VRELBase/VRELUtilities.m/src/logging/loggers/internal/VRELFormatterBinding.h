@@ -1,13 +1,14 @@
-// Binds a formatter that an object keeps to a stream, for as long as one text takes.
+// Scope in which a formatter writes to a stream.
 #pragma once
 
 #include "VRELOutputStream.h"
 #include "VRELStreamFormatter.h"
 
-// Flushes the stream at the end, and leaves the formatter without one: the stream may be gone before the formatter.
+// Binds a formatter to a stream in the constructor. The destructor flushes the stream and unbinds it, so that the
+// stream may be deleted before the formatter.
 class VRELFormatterBinding {
  public:
-  // A null stream is allowed.
+  // The stream may be null.
   VRELFormatterBinding(VRELStreamFormatter& boundFormatter, VRELOutputStream* stream)
       : formatter(boundFormatter), output(stream) {
     formatter.installOutputStream(stream);

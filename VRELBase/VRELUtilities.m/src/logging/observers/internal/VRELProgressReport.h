@@ -1,11 +1,11 @@
-// The place where an application puts its progress function.
+// Progress function of the application.
 #pragma once
 
 #include "VRELExport.h"
 
-// The function that modules report their progress to. An application sets its own; nothing in this library calls it,
-// and what the arguments mean is settled between the modules and the application.
+// Function to which format modules report progress. An application replaces it. The library does not call it; the
+// modules and the application agree on the meaning of the arguments.
 VREL_EXPORT extern void (*VRELProgressReport_fct)(double, int&);
 
-// What stands there at first; does nothing.
+// Initial value of VRELProgressReport_fct. Does nothing.
 VREL_EXPORT void VRELProgressReport_DefaultFct(double, int&);

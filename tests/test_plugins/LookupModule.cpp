@@ -1,4 +1,4 @@
-// A module whose initialise entry point asks its own library for functions.
+// Module whose initialize entry point calls GetFunction of its own library.
 #include "VRELExport.h"
 #include "VRELInfo.h"
 #include "VRELLibraryManager.h"
@@ -12,6 +12,6 @@ extern "C" VREL_EXPORT void InitializeModule() {
   VRELLibraryManager::CreateLibrary(MODULE_NAME, "", "", own);
   void* function = nullptr;
   VRINResult const result = own->GetFunction("Answer", function);
-  VRELInfo::NoTabPrintf("%s asked: %s, %s", MODULE_NAME, result.GetMessage(),
+  VRELInfo::NoTabPrintf("%s called: %s, %s", MODULE_NAME, result.GetMessage(),
                         function == reinterpret_cast<void*>(&Answer) ? "its own" : "another");
 }

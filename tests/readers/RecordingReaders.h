@@ -1,4 +1,4 @@
-// A format for the tests of the reader frame, which writes down what is asked of it.
+// Readers for tests, which record the calls.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 #include "VRELFormatReader.h"
 #include "VRELSectionReader.h"
 
-namespace toy {
+namespace recording {
 
 using Journal = std::vector<std::string>;
 
@@ -37,7 +37,7 @@ class Entity : public VRELEntityReader {
 
 class Section : public VRELSectionReader {
  public:
-  // Owns an entity for each of the results; their ids count from firstId.
+  // Creates an entity for each result, with ids from firstId.
   Section(VRELBufferHandle source, int firstId, std::vector<long> const& results, Journal& book)
       : VRELSectionReader(source), journal(book) {
     for (long const result : results) {
@@ -61,7 +61,7 @@ class Section : public VRELSectionReader {
 
 class Format : public VRELFormatReader {
  public:
-  // Has a buffer, unless told otherwise, and no section.
+  // Starts with a buffer, unless `hasBuffer` is false, and without sections.
   explicit Format(Journal& book, bool hasBuffer = true) : VRELFormatReader(VRELFileHandle()), journal(book) {
     if (hasBuffer) buffer = VRELBufferHandle(new VRELBuffer(file));
   }
@@ -85,7 +85,7 @@ class Format : public VRELFormatReader {
   Journal& journal;
 };
 
-// The ids of the entities in their order.
+// Returns the ids of the entities in order.
 inline std::vector<int> IdsOf(VRELDynamicArray<VRELEntityReader*> const& entities) {
   std::vector<int> ids;
   for (VRELEntityReader* const entity : entities) {
@@ -96,4 +96,4 @@ inline std::vector<int> IdsOf(VRELDynamicArray<VRELEntityReader*> const& entitie
   return ids;
 }
 
-}  // namespace toy
+}  // namespace recording

@@ -1,11 +1,11 @@
-// A module whose entry points unload what they can reach, their own module among it, and bring up another.
+// Module whose entry points try to unload all modules, their own included, and load another one.
 #include "VRELExport.h"
 #include "VRELInfo.h"
 #include "VRELLibraryManager.h"
 
 namespace {
 
-void Stir(char const* when) {
+void ReloadModules(char const* when) {
   VRELLibraryManager::FreeLibraries();
   VRELLibrary* library = nullptr;
   VRELLibraryManager::CreateLibrary(MODULE_NAME, "InitializeModule", "FinalizeModule", library);
@@ -18,9 +18,9 @@ void Stir(char const* when) {
 }  // namespace
 
 extern "C" VREL_EXPORT void InitializeModule() {
-  Stir("initialised");
+  ReloadModules("initialized");
 }
 
 extern "C" VREL_EXPORT void FinalizeModule() {
-  Stir("finalised");
+  ReloadModules("finalized");
 }

@@ -1,0 +1,13 @@
+// A value is not made from a pointer that is not a string: it would be stored as true.
+// error: uses? (of )?deleted function
+#include "VRINValue.h"
+
+struct Part {};
+
+VRINValue Value(Part* part) {
+#ifdef WRONG
+  return VRINValue(part);
+#else
+  return VRINValue(part != nullptr);
+#endif
+}

@@ -1,0 +1,66 @@
+// The declarations that clients compile against, checked at compile time. Exact types: a changed parameter, result,
+// const or static does not compile.
+#include "VRELProperties.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <type_traits>
+
+#include "Gk_Source.h"
+#include "VRELArgs.h"
+#include "VRELEnvironment.h"
+#include "VRELOptionConstants.h"
+#include "VRELOptionName.h"
+#include "VRELStreamFormatter.h"
+#include "VirtualSlot.h"
+
+namespace {
+
+// Selects the overload with exactly this type.
+template <class Member>
+constexpr bool Declares(Member member) {
+  return member != nullptr;
+}
+
+static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&, VRELValue&) const>(&VRELProperties::Get));
+static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&, VRELValue const&)>(&VRELProperties::Set));
+static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&)>(&VRELProperties::Set));
+static_assert(Declares<int (VRELProperties::*)() const>(&VRELProperties::GetCount));
+static_assert(Declares<VRINResult (VRELProperties::*)(int, VRELString&, VRELValue&) const>(&VRELProperties::Get));
+static_assert(Declares<VRELEnvironment* (*)()>(&VRELEnvironment::GetEnv));
+static_assert(Declares<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::GetVariable));
+static_assert(Declares<VRINResult (*)(VRELString const&, int&)>(&VRELEnvironment::GetVariable));
+static_assert(Declares<VRINResult (*)(VRELString const&, bool&)>(&VRELEnvironment::GetVariable));
+static_assert(Declares<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::PutVariable));
+static_assert(Declares<char* (VRELArgs::*)()>(&VRELArgs::GetNextArg));
+static_assert(Declares<bool (VRELArgs::*)() const>(&VRELArgs::AreThereOneMoreOptions));
+static_assert(Declares<bool (VRELArgs::*)(char**)>(&VRELArgs::GetOptionArgument));
+static_assert(Declares<bool (VRELArgs::*)()>(&VRELArgs::Shift));
+static_assert(Declares<bool (VRELArgs::*)(int, char**, char, int*) const>(&VRELArgs::IsLetterAnOption));
+static_assert(Declares<bool (VRELArgs::*)(int, char**, char*, int*)>(&VRELArgs::IsAnOption));
+static_assert(Declares<bool (VRELArgs::*)(int, char**, int*)>(&VRELArgs::GetNextOption));
+static_assert(Declares<VRINResult (*)(VRELString const&, VRELString const&, int&)>(&VRELOptionName::Match));
+static_assert(Declares<VRINResult (*)(VRELString const&)>(&VRELOptionName::IsValid));
+static_assert(Declares<VRELStreamFormatter& (*)(VRELStreamFormatter&, VRELProperties&)>(&operator<<));
+static_assert(Declares<Gk_Source& (*)(Gk_Source&, VRELProperties&)>(&operator>>));
+static_assert(std::is_same_v<decltype(VRELEnvironment::_pVariables), VRELEnvironment*>);
+static_assert(std::is_same_v<decltype(VRELOptionName::_optionNames), VRELDynamicArray<VRELOptionName*>>);
+static_assert(std::is_same_v<decltype(VRELOptionName::AuthorName), VRELOptionName>);
+static_assert(std::is_convertible_v<VRELString const&, VRELOptionName>);
+static_assert(std::is_convertible_v<VRELOptionName const&, VRELString>);
+static_assert(std::is_base_of_v<VRELReferenceCount, VRELProperties>);
+static_assert(std::is_base_of_v<VRELProperties, VRELEnvironment>);
+static_assert(std::is_constructible_v<VRELArgs, int, char**>);
+static_assert(std::is_same_v<decltype(VREL_OPTION_WILDCARD), VRELString const>);
+static_assert(VREL_OPTION_TOKENS == 7 && VREL_OPTION_SEPARATOR == L'.');
+static_assert(VREL_OPTION_EXACT_MATCH == 0 && VREL_OPTION_NO_MATCH == 65535);
+
+TEST(SettingsDeclarationsTest, VirtualSlotsOfEnvironment) {
+  VRINResult (VRELEnvironment::*const get)(VRELString const&, VRELValue&) const = &VRELEnvironment::Get;
+  EXPECT_EQ(SlotOf(get), 5U);
+  EXPECT_EQ(SlotOf(&VRELEnvironment::GetCount), 8U);
+}
+
+}  // namespace

@@ -1,6 +1,0 @@
-// A module that lends a function to modules that are loaded later.
-#include "VRELExport.h"
-
-extern "C" VREL_EXPORT int LentFunction() {
-  return 7;
-}

@@ -1,8 +1,0 @@
-// A module that calls a function of VRELTestNeeded.
-#include "VRELExport.h"
-
-extern "C" int LentFunction();
-
-extern "C" VREL_EXPORT int CallLentFunction() {
-  return LentFunction();
-}
