@@ -749,7 +749,7 @@ std::uint64_t VRELHashTraits<VRELString>::SeededHashOf(std::u16string_view key) 
   VRELSeededHash hash;
   while (!key.empty()) {
     if (key[0] < 0x80) {
-      hash.Add(FoldAscii(key[0]));
+      hash.Add(VRELFoldAscii(key[0]));
       key.remove_prefix(1);
       continue;
     }

@@ -323,8 +323,10 @@ class VRELHashTable {
     if (where.occupied.size() == 0) return {-1, -1};
     int const start = HomeIn(where, GetHashCode(key));
     if constexpr (kCanBeIndexed) {
+      // Mostly the search ends here, without a look at the index.
+      ProbeResult result = {-1, -1};
+      if (ProbeUpTo(kIndexedRun, where, key, controlByte, start, result)) return result;
       if (where.occupied.size() > kLongRun && equalFunction == nullptr && IndexOf(where) == nullptr) {
-        ProbeResult result = {-1, -1};
         if (ProbeUpTo(kLongRun, where, key, controlByte, start, result)) return result;
         BuildIndex(where);
       }
