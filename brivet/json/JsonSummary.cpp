@@ -141,7 +141,7 @@ class Summary {
 
   void Write() {
     writer.StartObject();
-    Put("format", "brivet-summary");
+    PutText("format", "brivet-summary");
     Key("version");
     writer.Int(1);
     WriteFile();
@@ -165,11 +165,11 @@ class Summary {
     std::string const valid = ValidUtf8(text);
     writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
   }
-  void Put(char const* name, std::string_view text) {
+  void PutText(char const* name, std::string_view text) {
     Key(name);
     PutString(text);
   }
-  void Put(char const* name, std::optional<std::string> const& text) {
+  void PutOptional(char const* name, std::optional<std::string> const& text) {
     Key(name);
     if (text.has_value()) {
       PutString(*text);
@@ -177,7 +177,7 @@ class Summary {
       writer.Null();
     }
   }
-  void Put(char const* name, long number) {
+  void PutCount(char const* name, long number) {
     Key(name);
     writer.Int64(number);
   }
@@ -191,11 +191,7 @@ class Summary {
       writer.Double(number);
     }
   }
-  void Put(char const* name, double number) {
-    Key(name);
-    PutNumber(number);
-  }
-  void Put(char const* name, std::optional<double> number) {
+  void PutReal(char const* name, std::optional<double> number) {
     Key(name);
     if (number.has_value()) {
       PutNumber(*number);
@@ -225,14 +221,14 @@ class Summary {
     writer.StartObject();
     PutNumbers("min", box.low);
     PutNumbers("max", box.high);
-    if (unit != nullptr) Put("unit", *unit);
+    if (unit != nullptr) PutText("unit", *unit);
     writer.EndObject();
   }
 
   void WriteFile() {
     Key("file");
     writer.StartObject();
-    Put("name", header.Text("FILE_NAME", 0));
+    PutOptional("name", header.Text("FILE_NAME", 0));
     std::vector<std::string> const schemas = header.List("FILE_SCHEMA", 0);
     PutList("schemas", schemas);
     Key("applicationProtocol");
@@ -246,11 +242,11 @@ class Summary {
       writer.String(protocol != nullptr ? protocol : "other");
     }
     PutList("description", header.List("FILE_DESCRIPTION", 0));
-    Put("timeStamp", header.Text("FILE_NAME", 1));
+    PutOptional("timeStamp", header.Text("FILE_NAME", 1));
     PutList("authors", header.List("FILE_NAME", 2));
     PutList("organizations", header.List("FILE_NAME", 3));
-    Put("preprocessor", header.Text("FILE_NAME", 4));
-    Put("originatingSystem", header.Text("FILE_NAME", 5));
+    PutOptional("preprocessor", header.Text("FILE_NAME", 4));
+    PutOptional("originatingSystem", header.Text("FILE_NAME", 5));
     writer.EndObject();
   }
 
@@ -270,9 +266,9 @@ class Summary {
     }
     Key("counts");
     writer.StartObject();
-    Put("instances", document.GetInstanceCount());
-    Put("complex", document.GetComplexCount());
-    Put("skipped", document.GetFailedCount());
+    PutCount("instances", document.GetInstanceCount());
+    PutCount("complex", document.GetComplexCount());
+    PutCount("skipped", document.GetFailedCount());
     Key("types");
     writer.StartObject();
     for (auto const& [name, count] : types) {
@@ -289,15 +285,15 @@ class Summary {
     writer.StartObject();
     VRINResult const state = document.GetState();
     bool const isPartial = state.IsPartialSuccess() || (state.IsSuccess() && document.GetFailedCount() > 0);
-    Put("result", state.IsFailure() ? "failure" : isPartial ? "partial" : "success");
+    PutText("result", state.IsFailure() ? "failure" : isPartial ? "partial" : "success");
     Key("lost");
     writer.StartArray();
     for (Loss const& loss : document.GetLosses()) {
       writer.StartObject();
-      Put("line", loss.firstLine);
-      Put("lastLine", loss.lastLine);
+      PutCount("line", loss.firstLine);
+      PutCount("lastLine", loss.lastLine);
       PutList("instances", loss.instances);
-      Put("reason", loss.reason);
+      PutText("reason", loss.reason);
       writer.EndObject();
     }
     writer.EndArray();
@@ -311,19 +307,19 @@ class Summary {
       writer.StartObject();
       Key("length");
       writer.StartObject();
-      Put("name", each.lengthName);
-      Put("metres", each.metres);
+      PutText("name", each.lengthName);
+      PutReal("metres", each.metres);
       writer.EndObject();
       Key("planeAngle");
       if (each.angleName.empty()) {
         writer.Null();
       } else {
         writer.StartObject();
-        Put("name", each.angleName);
-        Put("radians", each.radians);
+        PutText("name", each.angleName);
+        PutReal("radians", each.radians);
         writer.EndObject();
       }
-      Put("uncertainty", each.uncertainty);
+      PutReal("uncertainty", each.uncertainty);
       PutList("contexts", each.contexts);
       writer.EndObject();
     }
@@ -335,17 +331,17 @@ class Summary {
     writer.StartArray();
     for (ModelProduct const& each : model.products) {
       writer.StartObject();
-      Put("instance", each.instance);
-      Put("id", each.id);
-      Put("name", each.name);
-      Put("description", each.description);
-      Put("version", each.version);
-      Put("definition", each.definition);
+      PutText("instance", each.instance);
+      PutOptional("id", each.id);
+      PutOptional("name", each.name);
+      PutOptional("description", each.description);
+      PutOptional("version", each.version);
+      PutText("definition", each.definition);
       PutList("shapes", each.shapes);
-      Put("solids", each.solids);
-      Put("shells", each.shells);
-      Put("faces", each.faces);
-      Put("edges", each.edges);
+      PutCount("solids", each.solids);
+      PutCount("shells", each.shells);
+      PutCount("faces", each.faces);
+      PutCount("edges", each.edges);
       PutBox(each.extent, nullptr);
       std::vector<std::string> colours;
       for (int const index : each.colours) {
@@ -356,8 +352,8 @@ class Summary {
       Key("computed");
       if (each.computed.has_value()) {
         writer.StartObject();
-        Put("volume", each.computed->volume);
-        Put("area", each.computed->area);
+        PutReal("volume", each.computed->volume);
+        PutReal("area", each.computed->area);
         PutNumbers("centroid", each.computed->centroid);
         writer.EndObject();
       } else {
@@ -370,12 +366,12 @@ class Summary {
 
   void BeginNode(int product, int occurrence) {
     writer.StartObject();
-    Put("product", model.products[static_cast<std::size_t>(product)].definition);
+    PutText("product", model.products[static_cast<std::size_t>(product)].definition);
     ModelOccurrence const* const use =
         occurrence < 0 ? nullptr : &model.occurrences[static_cast<std::size_t>(occurrence)];
-    Put("occurrence", use == nullptr ? std::nullopt : std::optional(use->instance));
-    Put("name", model.NodeName(product, occurrence));
-    Put("designator", use == nullptr ? std::nullopt : use->designator);
+    PutOptional("occurrence", use == nullptr ? std::nullopt : std::optional(use->instance));
+    PutText("name", model.NodeName(product, occurrence));
+    PutOptional("designator", use == nullptr ? std::nullopt : use->designator);
     PutNumbers("placement", use == nullptr ? Placement().Numbers() : use->placement.Numbers());
     Key("children");
     writer.StartArray();
@@ -427,9 +423,9 @@ class Summary {
     for (ModelColourUse const& each : model.colours) {
       if (each.items == 0) continue;
       writer.StartObject();
-      Put("colour", each.colour.Hexadecimal());
-      Put("transparency", each.colour.transparency);
-      Put("items", each.items);
+      PutText("colour", each.colour.Hexadecimal());
+      PutReal("transparency", each.colour.transparency);
+      PutCount("items", each.items);
       writer.EndObject();
     }
     writer.EndArray();
@@ -440,10 +436,10 @@ class Summary {
     writer.StartArray();
     for (ModelLayer const& each : model.layers) {
       writer.StartObject();
-      Put("instance", each.instance);
-      Put("name", each.name);
-      Put("description", each.description);
-      Put("items", static_cast<long>(each.items.size()));
+      PutText("instance", each.instance);
+      PutOptional("name", each.name);
+      PutOptional("description", each.description);
+      PutCount("items", static_cast<long>(each.items.size()));
       writer.EndObject();
     }
     writer.EndArray();
@@ -455,24 +451,24 @@ class Summary {
     writer.StartArray();
     for (ModelProperty const& each : model.properties) {
       writer.StartObject();
-      Put("instance", each.instance);
-      Put("product", each.product.empty() ? std::nullopt : std::optional(each.product));
-      Put("name", each.name);
-      Put("description", each.description);
-      Put("kind", kKinds[each.kind]);
+      PutText("instance", each.instance);
+      PutOptional("product", each.product.empty() ? std::nullopt : std::optional(each.product));
+      PutOptional("name", each.name);
+      PutOptional("description", each.description);
+      PutText("kind", kKinds[each.kind]);
       Key("values");
       writer.StartArray();
       for (ModelPropertyValue const& value : each.values) {
         writer.StartObject();
-        Put("name", value.name);
+        PutOptional("name", value.name);
         if (!value.point.empty()) {
           PutNumbers("value", value.point);
         } else if (value.number.has_value()) {
-          Put("value", *value.number);
+          PutReal("value", *value.number);
         } else {
-          Put("value", value.text);
+          PutOptional("value", value.text);
         }
-        Put("unit", value.unit);
+        PutOptional("unit", value.unit);
         writer.EndObject();
       }
       writer.EndArray();
@@ -488,12 +484,12 @@ class Summary {
     writer.StartArray();
     for (ModelAnnotation const& each : model.annotations) {
       writer.StartObject();
-      Put("instance", each.instance);
-      Put("name", each.name);
-      Put("kind", kKinds[each.kind]);
-      Put("form", kForms[each.form]);
-      Put("value", each.value);
-      Put("view", each.view);
+      PutText("instance", each.instance);
+      PutOptional("name", each.name);
+      PutText("kind", kKinds[each.kind]);
+      PutText("form", kForms[each.form]);
+      PutOptional("value", each.value);
+      PutOptional("view", each.view);
       writer.EndObject();
     }
     writer.EndArray();
@@ -504,9 +500,9 @@ class Summary {
     writer.StartArray();
     for (ModelView const& each : model.views) {
       writer.StartObject();
-      Put("instance", each.instance);
-      Put("name", each.name);
-      Put("kind", each.kind == ModelView::Saved ? "saved" : "camera");
+      PutText("instance", each.instance);
+      PutOptional("name", each.name);
+      PutText("kind", each.kind == ModelView::Saved ? "saved" : "camera");
       writer.EndObject();
     }
     writer.EndArray();
