@@ -13,6 +13,7 @@
 
 #include "BrivetModule.h"
 #include "CheckedOutputStream.h"
+#include "Diagnostics.h"
 #include "Document.h"
 #include "DocumentVisitor.h"
 #include "ProductModel.h"
@@ -131,10 +132,13 @@ char const* ProtocolOf(std::string const& schema) {
   return nullptr;
 }
 
+constexpr std::size_t kIndentedLevels = 16;
+
 class Summary {
  public:
-  Summary(Document& summarized, HeaderVisitor const& headerRecords, ProductModel const& productModel, JsonStream& stream)
-      : document(summarized), header(headerRecords), model(productModel), writer(stream) {
+  Summary(BrivetWriteRequest const& request, HeaderVisitor const& headerRecords, ProductModel const& productModel,
+          JsonStream& stream)
+      : document(*request.document), title(request.title), header(headerRecords), model(productModel), writer(stream) {
     writer.SetIndent(' ', 2);
     writer.SetFormatOptions(rapidjson::kFormatSingleLineArray);
   }
@@ -377,8 +381,8 @@ class Summary {
     writer.StartArray();
   }
 
-  // An explicit stack: structures can be as deep as the file is long. The number of nodes is bounded, since a short file
-  // can describe an exponential number of them.
+  // An explicit stack: structures can be as deep as the file is long. The number of nodes is bounded, since a short
+  // file can describe an exponential number of them.
   void WriteStructure() {
     Key("structure");
     writer.StartArray();
@@ -388,10 +392,13 @@ class Summary {
       std::size_t next;
     };
     std::vector<Level> path;
+    // Indentation ends at a depth, since that of deep structures would take quadratic space.
+    auto const setIndent = [&] { writer.SetIndent(' ', path.size() < kIndentedLevels ? 2 : 0); };
     for (int const root : model.roots) {
       if (++nodes > ProductModel::kNodeLimit) break;
       BeginNode(root, -1);
       path.push_back({root, 0});
+      setIndent();
       while (!path.empty()) {
         Level& level = path.back();
         auto const& children = model.products[static_cast<std::size_t>(level.product)].occurrences;
@@ -399,6 +406,7 @@ class Summary {
           writer.EndArray();
           writer.EndObject();
           path.pop_back();
+          setIndent();
           continue;
         }
         int const occurrence = children[level.next++];
@@ -406,9 +414,13 @@ class Summary {
         ++nodes;
         BeginNode(child, occurrence);
         path.push_back({child, 0});
+        setIndent();
       }
     }
     writer.EndArray();
+    if (nodes < ProductModel::kNodeLimit) return;
+    ReportWarning(title, "the structure has more than " + std::to_string(ProductModel::kNodeLimit - 1) +
+                             " nodes; the rest is left out");
   }
 
   void WriteExtent() {
@@ -509,6 +521,7 @@ class Summary {
   }
 
   Document& document;
+  std::string const& title;
   HeaderVisitor const& header;
   ProductModel const& model;
   Writer writer;
@@ -524,7 +537,7 @@ VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& st
   ProductModel const none;
   ProductModel const* const model = document.GetModel(false, *request.progress);
   JsonStream out(stream);
-  Summary(document, header, model != nullptr ? *model : none, out).Write();
+  Summary(request, header, model != nullptr ? *model : none, out).Write();
   out.Put('\n');
   out.Flush();
   return VREL_S_OK;

@@ -4,11 +4,10 @@
 #include <cmath>
 #include <utility>
 
-
-// Sampling is adaptive bisection. An interval is replaced by its chord if the points at one half and at two unequal other
-// parameters are within the tolerance of the chord; otherwise it is halved. Breaks (corners, knots) always bound
-// intervals, and each interval between breaks begins with a few pieces, so that a symmetric wave is not taken for a line.
-// The depth is bounded, since a curve of damaged numbers may never become straight.
+// Sampling is adaptive bisection. An interval is replaced by its chord if the points at one half and at two unequal
+// other parameters are within the tolerance of the chord; otherwise it is halved. Breaks (corners, knots) always bound
+// intervals, and each interval between breaks begins with a few pieces, so that a symmetric wave is not taken for a
+// line. The depth is bounded, since a curve of damaged numbers may never become straight.
 //
 // B-splines are evaluated by de Boor's algorithm, rational ones in homogeneous coordinates (L. Piegl and W. Tiller, The
 // NURBS Book, 2nd edition, sections 3.2 and 4.2).
@@ -128,6 +127,11 @@ double ClosestParameter(Curve const& curve, double first, double last, int sampl
     double const offset[3] = {at[0] - point[0], at[1] - point[1], at[2] - point[2]};
     return Dot(offset, offset);
   };
+  // Most points are an end.
+  double const size = 1.0 + std::abs(point[0]) + std::abs(point[1]) + std::abs(point[2]);
+  for (double const end : {first, last}) {
+    if (distance(end) <= 1e-20 * size * size) return end;
+  }
   int best = 0;
   double smallest = distance(first);
   for (int i = 1; i <= samples; ++i) {

@@ -35,9 +35,9 @@ class Curve {
   static std::unique_ptr<Curve> Hyperbola(Frame const& frame, double a, double b);
   // Returns origin + f t^2 x + 2 f t y, with the focal distance f.
   static std::unique_ptr<Curve> Parabola(Frame const& frame, double focus);
-  // Returns a B-spline. `poles` are x, y, z of each control point; `knots` has one entry for each multiplicity; `weights`
-  // is empty, or has a positive one for each control point.
-  // Requires: knots.size() = number of control points + degree + 1, in ascending order.
+  // Returns a B-spline. `poles` are x, y, z of each control point; `knots` has one entry for each multiplicity;
+  // `weights` is empty, or has a positive one for each control point. Requires: knots.size() = number of control points
+  // + degree + 1, in ascending order.
   static std::unique_ptr<Curve> BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
                                         std::vector<double> weights);
   // Returns the polyline through the points; the parameter of the n-th one is n.

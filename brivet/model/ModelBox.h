@@ -37,6 +37,7 @@ struct ModelBox {
     return std::sqrt(size[0] * size[0] + size[1] * size[1] + size[2] * size[2]);
   }
   VRELBox3D AsBox3D() const {
-    return isEmpty ? VRELBox3D() : VRELBox3D(VRELPoint3D(low[0], low[1], low[2]), VRELPoint3D(high[0], high[1], high[2]));
+    return isEmpty ? VRELBox3D()
+                   : VRELBox3D(VRELPoint3D(low[0], low[1], low[2]), VRELPoint3D(high[0], high[1], high[2]));
   }
 };

@@ -16,10 +16,10 @@
 
 // Units of one or more representation contexts. Lengths of the model are in the unit of their context.
 struct ModelUnits {
-  std::string lengthName;            // "millimetre", or the name in the file of a conversion-based unit; empty if unset
-  double metres = 1.0;               // factor to metres
-  std::string angleName;             // "radian", ...
-  double radians = 1.0;              // factor to radians
+  std::string lengthName;  // "millimetre", or the name in the file of a conversion-based unit; empty if unset
+  double metres = 1.0;     // factor to metres
+  std::string angleName;   // "radian", ...
+  double radians = 1.0;    // factor to radians
   std::optional<double> uncertainty;  // in the length unit
   std::vector<std::string> contexts;  // the contexts with these units
 };
@@ -53,9 +53,9 @@ struct ModelPolyline {
 // Triangles of one tessellated item in the coordinates of its product.
 struct ModelMesh {
   std::string instance;
-  std::vector<double> points;           // x, y, z of each
+  std::vector<double> points;            // x, y, z of each
   std::vector<std::uint32_t> triangles;  // three indices into points each, from 0
-  std::vector<double> normals;          // one for each point, or empty
+  std::vector<double> normals;           // one for each point, or empty
   int colour = -1;
 };
 
@@ -80,10 +80,10 @@ struct ModelProduct {
   long shells = 0;
   long faces = 0;
   long edges = 0;
-  int units = -1;    // index into ProductModel::units, or -1
-  ModelBox extent;  // of its own shapes; empty without geometry
-  std::vector<int> colours;      // indices into ProductModel::colours, in the order of their first use
-  std::vector<int> occurrences;  // indices into ProductModel::occurrences: the children
+  int units = -1;                        // index into ProductModel::units, or -1
+  ModelBox extent;                       // of its own shapes; empty without geometry
+  std::vector<int> colours;              // indices into ProductModel::colours, in the order of their first use
+  std::vector<int> occurrences;          // indices into ProductModel::occurrences: the children
   std::vector<ModelPolyline> polylines;  // empty unless they were asked for
   std::vector<ModelMesh> meshes;         // the same
   std::optional<ModelComputed> computed;
@@ -152,21 +152,13 @@ struct ModelView {
   Kind kind = Camera;
 };
 
-// Node of the expanded structure, as ProductModel::Traverse passes it.
-struct ModelNode {
-  int product = -1;
-  int occurrence = -1;  // -1 for a root
-  int depth = 0;        // 0 for a root
-  Placement placement;  // into the root's coordinates
-};
-
 // The whole model. Indices refer to its vectors; -1 stands for none.
 //
 // The structure is stored once for each product, not for each node, so that a million uses of one child cost a
 // million ModelOccurrence records and no copies of its shape. It contains no cycle.
 struct ProductModel {
-  // Traverse stops after this many nodes: a short file can describe an exponential number of them.
-  static constexpr long kNodeLimit = 1000000;
+  // Writing modules expand the structure to fewer nodes than this: a short file can describe an exponential number.
+  static constexpr long kNodeLimit = 4000000;
 
   std::vector<ModelUnits> units;
   std::vector<ModelProduct> products;
@@ -177,7 +169,7 @@ struct ProductModel {
   std::vector<ModelProperty> properties;
   std::vector<ModelAnnotation> annotations;
   std::vector<ModelView> views;
-  ModelBox extent;      // of all roots with their children, in extentUnits
+  ModelBox extent;       // of all roots with their children, in extentUnits
   int extentUnits = -1;  // index into units
   std::vector<std::string> warnings;
 

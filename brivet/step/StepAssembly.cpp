@@ -2,23 +2,25 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <utility>
 
 // The shape of a product definition is found by
 //
 //   PRODUCT_DEFINITION_SHAPE -> SHAPE_DEFINITION_REPRESENTATION -> representation
 //
-// and from there by SHAPE_REPRESENTATION_RELATIONSHIPs without a transformation, which connect the representation of the
-// structure with those of solids. A relationship with a transformation places a child in its parent: placement times the
-// child's item equals the parent's item. Exporters disagree about the order of both, so that the representations to which
-// items and shapes belong decide, and the order in the file only if they do not.
+// and from there by SHAPE_REPRESENTATION_RELATIONSHIPs without a transformation, which connect the representation of
+// the structure with those of solids. A relationship with a transformation places a child in its parent: placement
+// times the child's item equals the parent's item. Exporters disagree about the order of both, so that the
+// representations to which items and shapes belong decide, and the order in the file only if they do not.
 //
 // Cycles are cut by a depth-first search with an explicit stack: an occurrence that leads to a product on the present
 // path is lost. All steps are linear in the number of instances.
 
 namespace {
 
-constexpr std::size_t kExtentStepLimit = 50000000;
+constexpr std::size_t kExtentStepLimit = 2000000;  // plus kStepsPerPoint for each point of all shapes
+constexpr std::size_t kStepsPerPoint = 4;
 
 bool IsWord(std::string const& text, char const* word) {
   return text.find(word) != std::string::npos;
@@ -66,8 +68,8 @@ void StepAssembly::ReadProducts() {
   for (std::uint32_t const definition : context.store.InstancesOf(StepEntity::ProductDefinition)) {
     ModelProduct product;
     product.definition = context.IdOf(definition);
-    std::uint32_t const formation =
-        context.Instance(definition, STEP_ATTRIBUTE(ProductDefinition, "formation"), StepEntity::ProductDefinitionFormation);
+    std::uint32_t const formation = context.Instance(definition, STEP_ATTRIBUTE(ProductDefinition, "formation"),
+                                                     StepEntity::ProductDefinitionFormation);
     if (formation != 0) {
       product.version = context.Text(formation, STEP_ATTRIBUTE(ProductDefinitionFormation, "id"));
       std::uint32_t const item =
@@ -146,8 +148,7 @@ void StepAssembly::ReadRepresentations() {
     ModelProduct& product = context.model.products[index];
     for (std::uint32_t const representation : representations[index]) {
       product.shapes.push_back(context.IdOf(representation));
-      int const used = units.OfContext(
-          context.AnyInstance(representation, STEP_ATTRIBUTE(Representation, "context_of_items")));
+      int const used = units.OfContext(units.ContextOf(representation));
       if (product.units < 0) product.units = used;
     }
   }
@@ -156,15 +157,18 @@ void StepAssembly::ReadRepresentations() {
 void StepAssembly::ReadOccurrences() {
   auto const& store = context.store;
   for (std::uint32_t const usage : store.InstancesOf(StepEntity::AssemblyComponentUsage)) {
-    if (store.Is(usage, StepEntity::PromissoryUsageOccurrence) || store.Is(usage, StepEntity::SpecifiedHigherUsageOccurrence)) {
+    if (store.Is(usage, StepEntity::PromissoryUsageOccurrence) ||
+        store.Is(usage, StepEntity::SpecifiedHigherUsageOccurrence)) {
       continue;
     }
     ModelOccurrence occurrence;
     occurrence.instance = context.IdOf(usage);
-    std::uint32_t const parent = context.Instance(
-        usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "relating_product_definition"), StepEntity::ProductDefinition);
-    std::uint32_t const child = context.Instance(
-        usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "related_product_definition"), StepEntity::ProductDefinition);
+    std::uint32_t const parent =
+        context.Instance(usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "relating_product_definition"),
+                         StepEntity::ProductDefinition);
+    std::uint32_t const child =
+        context.Instance(usage, STEP_ATTRIBUTE(ProductDefinitionRelationship, "related_product_definition"),
+                         StepEntity::ProductDefinition);
     if (parent == 0 || child == 0) continue;
     occurrence.parent = ProductOf(parent);
     occurrence.child = ProductOf(child);
@@ -238,8 +242,10 @@ bool StepAssembly::ReadRelationship(std::uint32_t relationship, ModelOccurrence&
     occurrence.placement = placement * Placement::Scaling(factor);
     return true;
   }
-  std::uint32_t first = context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_1"));
-  std::uint32_t second = context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_2"));
+  std::uint32_t first =
+      context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_1"));
+  std::uint32_t second =
+      context.AnyInstance(transformation, STEP_ATTRIBUTE(ItemDefinedTransformation, "transform_item_2"));
   if (first == 0 || second == 0) {
     context.Warn(transformation, "a transformation without two placements is skipped");
     return false;
@@ -268,7 +274,7 @@ bool StepAssembly::MapItems(std::uint32_t childItem, std::uint32_t parentItem, d
 void StepAssembly::PlaceByMappedItems() {
   auto const& store = context.store;
   auto& occurrences = context.model.occurrences;
-  std::unordered_map<int, std::vector<std::size_t>> unplaced;  // by parent
+  std::map<int, std::vector<std::size_t>> unplaced;  // by parent
   for (std::size_t i = 0; i < occurrences.size(); ++i) {
     if (!isPlaced[i]) unplaced[occurrences[i].parent].push_back(i);
   }
@@ -328,7 +334,7 @@ void StepAssembly::CutCycles() {
       auto const child = static_cast<std::size_t>(model.occurrences[index].child);
       if (states[child] == OnPath) {
         isLost[index] = true;
-        model.warnings.push_back(model.occurrences[index].instance + ": the occurrence closes a cycle and is skipped");
+        context.Warn(model.occurrences[index].instance, "the occurrence closes a cycle and is skipped");
       } else if (states[child] == Unvisited) {
         states[child] = OnPath;
         path.emplace_back(child, 0);
@@ -407,12 +413,14 @@ void StepAssembly::ComputeExtents(std::vector<StepExtent> const& extents) {
   auto& model = context.model;
   std::vector<std::size_t> steps(model.products.size(), 0);
   std::size_t budget = kExtentStepLimit;
+  for (StepExtent const& each : extents) budget += kStepsPerPoint * each.Size();
+  std::size_t const limit = budget;
   for (std::size_t const index : BottomUp()) {
     ModelProduct& product = model.products[index];
     steps[index] = 1 + extents[index].Size();
     for (int const each : product.occurrences) {
       auto const child = static_cast<std::size_t>(model.occurrences[static_cast<std::size_t>(each)].child);
-      steps[index] = std::min(steps[index] + steps[child], kExtentStepLimit + 1);
+      steps[index] = std::min(steps[index] + steps[child], limit + 1);
     }
     if (product.occurrences.empty()) continue;
     if (steps[index] <= budget) {

@@ -46,10 +46,10 @@ class StepAssembly {
   StepModelContext& context;
   StepUnits& units;
   StepShapes& shapes;
-  std::unordered_map<std::uint32_t, int> products;                          // by definition
-  std::unordered_map<std::uint32_t, int> occurrenceOf;                      // by usage
-  std::vector<std::vector<std::uint32_t>> representations;                  // by product
-  std::vector<std::unordered_set<std::uint32_t>> representationSets;        // the same
+  std::unordered_map<std::uint32_t, int> products;                                // by definition
+  std::unordered_map<std::uint32_t, int> occurrenceOf;                            // by usage
+  std::vector<std::vector<std::uint32_t>> representations;                        // by product
+  std::vector<std::unordered_set<std::uint32_t>> representationSets;              // the same
   std::unordered_map<std::uint32_t, std::unordered_set<std::uint32_t>> itemSets;  // by representation
-  std::vector<bool> isPlaced;                                               // by occurrence
+  std::vector<bool> isPlaced;                                                     // by occurrence
 };

@@ -71,10 +71,10 @@ constexpr StepAttribute AttributeOf(StepEntity entity, std::string_view name) {
 }
 
 // A constant for an attribute: STEP_ATTRIBUTE(Product, "name").
-#define STEP_ATTRIBUTE(entity, name)                                              \
-  ([]() -> StepAttribute {                                                        \
-    constexpr StepAttribute kAttribute = AttributeOf(StepEntity::entity, name);   \
-    return kAttribute;                                                            \
+#define STEP_ATTRIBUTE(entity, name)                                            \
+  ([]() -> StepAttribute {                                                      \
+    constexpr StepAttribute kAttribute = AttributeOf(StepEntity::entity, name); \
+    return kAttribute;                                                          \
   }())
 
 // Returns the entity of this name, or None.

@@ -5,10 +5,9 @@
 
 #include "VRELFloatUtil.h"
 
-// Layout of an instance: 1 for external mapping or 0, its number (eight bytes, or -1 and the digits as a text), then its
-// records. A record is its
-// entity plus one in two bytes, its values, and EndOfList. Two zero bytes end the instance. A value is its kind in one
-// byte, followed by
+// Layout of an instance: its flags in one byte, its id (a size, or the digits as a text if they do not fit), then its
+// known records. A record is its entity in two bytes, its values, and EndOfList. Two zero bytes end the records,
+// followed by the number of the type (a size) if there are none. A value is its kind in one byte, followed by
 //
 //   Number               the double in eight bytes
 //   Text, Enumeration    the size and the bytes
@@ -19,6 +18,10 @@
 // A size is a variable-length number of seven bits to the byte, the lowest first.
 
 namespace {
+
+constexpr unsigned char kExternalMapping = 1;
+constexpr unsigned char kLongId = 2;
+constexpr std::size_t kUnknownTypeLimit = 4096;
 
 std::size_t TakeSize(unsigned char const*& position) noexcept {
   std::size_t size = 0;
@@ -125,64 +128,90 @@ class StepEntityStore::Records {
     std::size_t const offset = instance < store.offsets.size() ? store.offsets[instance] : 0;
     if (offset == 0) return;
     position = &store.bytes[offset];
-    isExternal = *position++ != 0;
-    if (Take<std::int64_t>(position) < 0) TakeText(position);
+    unsigned char const flags = *position++;
+    isExternal = (flags & kExternalMapping) != 0;
+    if ((flags & kLongId) != 0) {
+      TakeText(position);
+    } else {
+      TakeSize(position);
+    }
   }
   bool IsExternal() const noexcept { return isExternal; }
   bool Next() noexcept {
-    if (position == nullptr) return false;
+    if (position == nullptr || isEnded) return false;
     if (record.values != nullptr) SkipList(position);
     auto const entity = Take<std::uint16_t>(position);
     if (entity == 0) {
-      position = nullptr;
+      isEnded = true;
       return false;
     }
     record = {static_cast<StepEntity>(entity), position};
     return true;
   }
   Record const& Current() const noexcept { return record; }
+  // Returns the number of the type of an instance without known records.
+  // Requires: Next returned false at its first call.
+  std::size_t UnknownType() noexcept { return position == nullptr ? 0 : TakeSize(position); }
 
  private:
   unsigned char const* position = nullptr;
   Record record;
   bool isExternal = false;
+  bool isEnded = false;
 };
 
 void StepEntityStore::BeginInstance(Id const& id, bool complex) {
   // Offset 0 stands for no instance.
   if (bytes.empty()) bytes.push_back(0);
-  instanceStart = bytes.size();
-  recordCount = 0;
-  auto const number = static_cast<std::int64_t>(id.number);
-  bytes.push_back(complex ? 1 : 0);
-  bytes.resize(bytes.size() + sizeof number);
-  std::memcpy(&bytes[instanceStart + 1], &number, sizeof number);
-  if (number < 0) {
+  // Instances that could not be read are not passed, but have an ordinal.
+  current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(offsets.size());
+  if (offsets.size() <= current) offsets.resize(std::size_t(current) + 1);
+  offsets[current] = bytes.size();
+  unknownType = 0;
+  isFirstRecord = true;
+  hasKnown = false;
+  bytes.push_back(static_cast<unsigned char>((complex ? kExternalMapping : 0) | (id.fits() ? 0 : kLongId)));
+  if (id.fits()) {
+    PutSize(static_cast<std::size_t>(id.number));
+  } else {
     PutSize(id.digits.size());
     bytes.insert(bytes.end(), id.digits.begin(), id.digits.end());
   }
 }
 
 void StepEntityStore::EndInstance() {
-  if (recordCount == 0) {
-    bytes.resize(instanceStart);
-    offsets.push_back(0);
-    return;
-  }
   bytes.insert(bytes.end(), 2, 0);
-  offsets.push_back(instanceStart);
+  if (!hasKnown) PutSize(unknownType);
+  current = 0;
 }
 
 void StepEntityStore::BeginRecord(std::string_view type) {
+  // The parameters of a section are a record outside of instances.
+  if (current == 0) return;
   StepEntity const entity = FindStepEntity(type);
   isKnown = entity != StepEntity::None;
-  if (!isKnown) return;
-  auto const number = static_cast<std::uint16_t>(entity);
-  unsigned char encoded[sizeof number];
-  std::memcpy(encoded, &number, sizeof number);
-  bytes.insert(bytes.end(), encoded, encoded + sizeof number);
-  ++recordCount;
-  byEntity[number].push_back(static_cast<std::uint32_t>(offsets.size()));
+  if (isKnown) {
+    auto const number = static_cast<std::uint16_t>(entity);
+    unsigned char encoded[sizeof number];
+    std::memcpy(encoded, &number, sizeof number);
+    bytes.insert(bytes.end(), encoded, encoded + sizeof number);
+    hasKnown = true;
+    byEntity[number].push_back(current);
+  } else if (isFirstRecord) {
+    NoteUnknownType(type);
+  }
+  isFirstRecord = false;
+}
+
+void StepEntityStore::NoteUnknownType(std::string_view type) {
+  auto const found = unknownNumbers.find(std::string(type));
+  if (found != unknownNumbers.end()) {
+    unknownType = found->second;
+  } else if (unknownTypes.size() <= kUnknownTypeLimit) {
+    unknownType = static_cast<std::uint32_t>(unknownTypes.size());
+    // The keys of a node-based map do not move.
+    unknownTypes.push_back(unknownNumbers.emplace(type, unknownType).first->first);
+  }
 }
 
 void StepEntityStore::EndRecord() {
@@ -299,10 +328,16 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
   return {};
 }
 
+std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexcept {
+  Records records(*this, instance);
+  if (records.Next()) return DefinitionOf(records.Current().entity).name;
+  return unknownTypes[records.UnknownType()];
+}
+
 std::string StepEntityStore::IdOf(std::uint32_t instance) const {
   std::size_t const offset = instance < offsets.size() ? offsets[instance] : 0;
   if (offset == 0) return "#?";
-  unsigned char const* position = &bytes[offset + 1];
-  auto const number = Take<std::int64_t>(position);
-  return number < 0 ? "#" + std::string(TakeText(position)) : "#" + std::to_string(number);
+  unsigned char const* position = &bytes[offset];
+  bool const isLong = (*position++ & kLongId) != 0;
+  return "#" + (isLong ? std::string(TakeText(position)) : std::to_string(TakeSize(position)));
 }

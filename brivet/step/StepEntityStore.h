@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "DocumentVisitor.h"
@@ -12,23 +13,12 @@
 
 // Parameter of a record. Lists and typed parameters are decoded when they are iterated.
 struct StepValue {
-  enum Kind : unsigned char {
-    EndOfList,
-    Number,
-    Text,
-    Enumeration,
-    Reference,
-    Unset,
-    Derived,
-    List,
-    Typed,
-    Other
-  };
+  enum Kind : unsigned char { EndOfList, Number, Text, Enumeration, Reference, Unset, Derived, List, Typed, Other };
 
   Kind kind = EndOfList;
-  double number = 0.0;           // of Number
-  std::string_view text;         // of Text (UTF-8), Enumeration, the type name of Typed, and the id of a dangling Reference
-  std::uint32_t reference = 0;   // of Reference: the ordinal of the instance, 0 if the document does not contain it
+  double number = 0.0;    // of Number
+  std::string_view text;  // of Text (UTF-8), Enumeration, the type name of Typed, and the id of a dangling Reference
+  std::uint32_t reference = 0;  // of Reference: the ordinal of the instance, 0 if the document does not contain it
   unsigned char const* content = nullptr;  // of List and Typed
 
   // Returns the name of the kind for messages: "a number".
@@ -51,9 +41,9 @@ class StepValues {
   StepValue current;
 };
 
-// Visitor that stores the instances of known entities, by their ordinal. Unknown entities are dropped, except that an
-// instance is known to exist. Costs about one byte for each number of a record's structure, 9 for each number, and 4
-// for each instance of the document.
+// Visitor that stores the instances of known entities, by their ordinal. Of other instances only the id and the type
+// are stored. Costs 8 bytes and the id for each instance of the document, 9 for each number, 5 for each reference, and
+// one for each other value.
 //
 //   StepEntityStore store;
 //   document.Describe(store, progress, false);
@@ -83,7 +73,7 @@ class StepEntityStore final : public DocumentVisitor {
   void BeginBraces(std::string_view tag) override;
   void EndBraces() override { PutKind(StepValue::EndOfList); }
 
-  // Returns the number of instances of the document; ordinals are from 1 to this number.
+  // Returns the highest ordinal; the lowest is 1.
   std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(offsets.size()) - 1; }
   // Returns the instances that have a record of this entity or one of its subtypes, in the document's order.
   std::vector<std::uint32_t> InstancesOf(StepEntity entity) const;
@@ -94,6 +84,9 @@ class StepEntityStore final : public DocumentVisitor {
   // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
   // of the attribute's entity, or if its record is too short.
   StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // Returns the type of the first known record, or of the first record if none is known; empty if it is not stored
+  // because the document has too many unknown types.
+  std::string_view TypeNameOf(std::uint32_t instance) const noexcept;
   // Returns "#12".
   std::string IdOf(std::uint32_t instance) const;
 
@@ -104,15 +97,20 @@ class StepEntityStore final : public DocumentVisitor {
   };
   class Records;
 
+  void NoteUnknownType(std::string_view type);
   void PutKind(StepValue::Kind kind);
   void PutNumber(std::string_view number);
   void PutBytes(StepValue::Kind kind, std::string_view text);
   void PutSize(std::size_t size);
 
   std::vector<unsigned char> bytes;
-  std::vector<std::size_t> offsets{0};  // by ordinal; 0 for an instance without known records
+  std::vector<std::size_t> offsets{0};  // by ordinal
   std::vector<std::vector<std::uint32_t>> byEntity{kStepEntityCount};
-  bool isKnown = false;  // the present record is of a known entity
-  std::size_t instanceStart = 0;
-  std::size_t recordCount = 0;
+  std::unordered_map<std::string, std::uint32_t> unknownNumbers;  // of unknown types, from 1
+  std::vector<std::string_view> unknownTypes{{}};                 // by number; 0 is for those that are not stored
+  std::uint32_t unknownType = 0;                                  // of the first record of the present instance
+  bool isKnown = false;                                           // the present record is of a known entity
+  std::uint32_t current = 0;  // ordinal of the present instance, 0 outside of instances
+  bool isFirstRecord = true;
+  bool hasKnown = false;  // the present instance has a known record
 };

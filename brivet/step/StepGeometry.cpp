@@ -9,13 +9,14 @@
 
 // A curve is reduced to pieces: a basis curve and a range of its parameter. Trimmed curves set the range, composite
 // curves have several pieces, surface curves stand for their 3D curve, and replicas are mapped polylines. The chain of
-// references is followed to a bounded depth, since damaged files contain cycles, and to a bounded number of pieces, since
-// a short file can name the same segment in each of many composite curves.
+// references is followed to a bounded depth, since damaged files contain cycles, and with a bounded number of pieces
+// and points for the whole document, since a short file can name the same curve in each of many edges.
 
 namespace {
 
 constexpr int kDepthLimit = 16;
-constexpr long kPieceLimit = 100000;
+constexpr long kEffortLimit = 10000000;  // plus kEffortPerInstance for each instance of the document
+constexpr long kEffortPerInstance = 64;
 constexpr int kKnotLimit = 10000000;
 
 double Length(double const* v) {
@@ -38,7 +39,8 @@ bool Orthogonalize(double* v, double const* axis) {
   return true;
 }
 
-// ISO 10303-42, first_proj_axis: the default direction of x is that of the global x axis, or of y if z is parallel to it.
+// ISO 10303-42, first_proj_axis: the default direction of x is that of the global x axis, or of y if z is parallel to
+// it.
 void DefaultXAxis(double const* z, double* x) {
   bool const isParallel = std::abs(z[0]) > 1.0 - 1e-9;
   x[0] = isParallel ? 0.0 : 1.0;
@@ -63,8 +65,8 @@ bool StepGeometry::ReadPoint(std::uint32_t point, double* coordinates) {
     coordinates[count] = values.Current().number;
   }
   if (count == 0) return false;
-  bool const isUsable = std::all_of(coordinates, coordinates + 3,
-                                    [](double value) { return std::abs(value) <= kLargestCoordinate; });
+  bool const isUsable =
+      std::all_of(coordinates, coordinates + 3, [](double value) { return std::abs(value) <= kLargestCoordinate; });
   if (!isUsable) context.Warn(point, "a coordinate is not a usable number");
   return isUsable;
 }
@@ -92,7 +94,8 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
   double z[3] = {0.0, 0.0, 1.0};
   double scale = 1.0;
   if (store.Is(placement, StepEntity::Axis2Placement3d)) {
-    std::uint32_t const location = context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
+    std::uint32_t const location =
+        context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
     if (location == 0 || !ReadPoint(location, origin)) return false;
     std::uint32_t const axis =
         context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "axis"), StepEntity::Direction, true);
@@ -105,8 +108,8 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
     }
     Cross(z, x, y);
   } else if (store.Is(placement, StepEntity::CartesianTransformationOperator)) {
-    std::uint32_t const location = context.Instance(placement, STEP_ATTRIBUTE(CartesianTransformationOperator, "local_origin"),
-                                                    StepEntity::CartesianPoint);
+    std::uint32_t const location = context.Instance(
+        placement, STEP_ATTRIBUTE(CartesianTransformationOperator, "local_origin"), StepEntity::CartesianPoint);
     if (location == 0 || !ReadPoint(location, origin)) return false;
     scale = context.Number(placement, STEP_ATTRIBUTE(CartesianTransformationOperator, "scale")).value_or(1.0);
     if (scale == 0.0) {
@@ -175,6 +178,7 @@ std::unique_ptr<Curve> StepGeometry::ReadBSpline(std::uint32_t curve) {
     if (!ReadPoint(pole, point)) return nullptr;
     poles.insert(poles.end(), point, point + 3);
   }
+  if (!Spend(poles.size())) return nullptr;
   std::size_t const count = poles.size() / 3;
   std::vector<double> knots;
   if (store.Is(curve, StepEntity::BSplineCurveWithKnots)) {
@@ -219,7 +223,8 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
     std::uint32_t const start = context.Instance(curve, STEP_ATTRIBUTE(Line, "pnt"), StepEntity::CartesianPoint);
     std::uint32_t const vector = context.Instance(curve, STEP_ATTRIBUTE(Line, "dir"), StepEntity::Vector);
     if (start == 0 || vector == 0) return nullptr;
-    std::uint32_t const orientation = context.Instance(vector, STEP_ATTRIBUTE(Vector, "orientation"), StepEntity::Direction);
+    std::uint32_t const orientation =
+        context.Instance(vector, STEP_ATTRIBUTE(Vector, "orientation"), StepEntity::Direction);
     double origin[3];
     double direction[3];
     if (orientation == 0 || !ReadPoint(start, origin) || !ReadDirection(orientation, direction)) return nullptr;
@@ -229,7 +234,8 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
   }
   if (store.Is(curve, StepEntity::Conic)) {
     Curve::Frame frame{};
-    std::uint32_t const position = context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Axis2Placement3d);
+    std::uint32_t const position =
+        context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Axis2Placement3d);
     if (position == 0 || !ReadFrame(position, frame)) return nullptr;
     auto const number = [&](StepAttribute const& attribute) { return context.Number(curve, attribute).value_or(0.0); };
     if (store.Is(curve, StepEntity::Circle)) {
@@ -249,10 +255,12 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
   if (store.Is(curve, StepEntity::BSplineCurve)) return ReadBSpline(curve);
   if (store.Is(curve, StepEntity::Polyline)) {
     std::vector<double> corners;
-    for (std::uint32_t const corner : context.Instances(curve, STEP_ATTRIBUTE(Polyline, "points"), StepEntity::CartesianPoint)) {
+    for (std::uint32_t const corner :
+         context.Instances(curve, STEP_ATTRIBUTE(Polyline, "points"), StepEntity::CartesianPoint)) {
       double point[3];
       if (ReadPoint(corner, point)) corners.insert(corners.end(), point, point + 3);
     }
+    if (!Spend(corners.size())) return nullptr;
     return Curve::Polyline(std::move(corners));
   }
   if (store.Is(curve, StepEntity::SurfaceCurve)) {
@@ -260,7 +268,8 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
     return spatial == 0 ? nullptr : ReadBasis(spatial, depth + 1);
   }
   if (store.Is(curve, StepEntity::OffsetCurve3d)) {
-    std::uint32_t const basis = context.Instance(curve, STEP_ATTRIBUTE(OffsetCurve3d, "basis_curve"), StepEntity::Curve);
+    std::uint32_t const basis =
+        context.Instance(curve, STEP_ATTRIBUTE(OffsetCurve3d, "basis_curve"), StepEntity::Curve);
     std::uint32_t const reference =
         context.Instance(curve, STEP_ATTRIBUTE(OffsetCurve3d, "ref_direction"), StepEntity::Direction);
     double direction[3];
@@ -271,34 +280,67 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
   return nullptr;
 }
 
-// A trimming is a point, a parameter, or both; the point is preferred, since parameters depend on units.
-bool StepGeometry::ReadTrim(std::uint32_t curve, StepAttribute const& attribute, Curve const& basis, double factor,
-                            double& parameter) {
+StepGeometry::Trim StepGeometry::ReadTrim(std::uint32_t curve, StepAttribute const& attribute) {
+  Trim trim;
   StepValue const list = context.store.Get(curve, attribute);
-  if (list.kind != StepValue::List) return false;
-  bool isFound = false;
+  if (list.kind != StepValue::List) return trim;
   for (StepValues values(list); values.Next();) {
     StepValue const& value = values.Current();
-    double point[3];
-    if (value.kind == StepValue::Reference && value.reference != 0 && ReadPoint(value.reference, point)) {
-      parameter = basis.ParameterOf(point);
-      return true;
-    }
-    if (auto const number = NumberOf(value)) {
-      parameter = *number * (basis.Period() > 0.0 ? factor : 1.0);
-      isFound = true;
+    if (value.kind == StepValue::Reference) {
+      trim.hasPoint = value.reference != 0 && ReadPoint(value.reference, trim.point);
+    } else {
+      trim.parameter = NumberOf(value);
     }
   }
-  return isFound;
+  return trim;
+}
+
+// A trimming is a point, a parameter, or both. Points are preferred, since the parameters of conics depend on units,
+// except that a closed curve needs the parameters: its points coincide.
+bool StepGeometry::ReadTrims(std::uint32_t curve, double radians, Piece& piece) {
+  Trim const first = ReadTrim(curve, STEP_ATTRIBUTE(TrimmedCurve, "trim_1"));
+  Trim const last = ReadTrim(curve, STEP_ATTRIBUTE(TrimmedCurve, "trim_2"));
+  bool const hasPoints = first.hasPoint && last.hasPoint;
+  bool const hasParameters = first.parameter.has_value() && last.parameter.has_value();
+  if (hasPoints && !(hasParameters && IsSame(first.point, last.point))) {
+    piece.first = piece.curve->ParameterOf(first.point);
+    piece.last = piece.curve->ParameterOf(last.point);
+    return true;
+  }
+  double const factor = piece.curve->Period() > 0.0 ? radians : 1.0;
+  auto const parameterOf = [&](Trim const& trim, double& parameter) {
+    if (trim.parameter.has_value()) {
+      parameter = *trim.parameter * factor;
+    } else if (trim.hasPoint) {
+      parameter = piece.curve->ParameterOf(trim.point);
+    } else {
+      return false;
+    }
+    return true;
+  };
+  if (parameterOf(first, piece.first) && parameterOf(last, piece.last)) return true;
+  context.Warn(curve, "the curve is trimmed by neither points nor parameters");
+  return false;
+}
+
+bool StepGeometry::Spend(std::size_t steps) {
+  long const limit = kEffortLimit + kEffortPerInstance * static_cast<long>(context.store.InstanceCount());
+  if (effort > limit) return false;
+  effort += static_cast<long>(steps);
+  if (effort > limit)
+    context.Warn(std::string("curves"), "there are too many uses of the same points; the rest is skipped");
+  return effort <= limit;
 }
 
 bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians,
                               int depth, std::vector<Piece>& pieces) {
   auto const& store = context.store;
-  if (depth > kDepthLimit || ++pieceBudget > kPieceLimit) {
-    context.Warn(curve, "the curve refers to itself, or has too many segments");
+  if (depth > kDepthLimit) {
+    context.Warn(curve, "the curve refers to itself");
     return false;
   }
+  if (!Spend(1)) return false;
+  if (store.Is(curve, StepEntity::Pcurve)) return false;
   if (store.Is(curve, StepEntity::SurfaceCurve)) {
     std::uint32_t const spatial = context.Instance(curve, STEP_ATTRIBUTE(SurfaceCurve, "curve_3d"), StepEntity::Curve);
     return spatial != 0 && ReadPieces(spatial, from, to, forward, radians, depth + 1, pieces);
@@ -320,7 +362,8 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
     return !parts.empty();
   }
   if (store.Is(curve, StepEntity::CurveReplica)) {
-    std::uint32_t const parent = context.Instance(curve, STEP_ATTRIBUTE(CurveReplica, "parent_curve"), StepEntity::Curve);
+    std::uint32_t const parent =
+        context.Instance(curve, STEP_ATTRIBUTE(CurveReplica, "parent_curve"), StepEntity::Curve);
     std::uint32_t const transformation = context.Instance(curve, STEP_ATTRIBUTE(CurveReplica, "transformation"),
                                                           StepEntity::CartesianTransformationOperator);
     Placement placement;
@@ -376,10 +419,7 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
   piece.last = piece.curve->Last();
   bool isOpen = false;  // the range comes from two points and not from the curve alone
   if (isTrimmed) {
-    if (!ReadTrim(curve, STEP_ATTRIBUTE(TrimmedCurve, "trim_1"), *piece.curve, radians, piece.first) ||
-        !ReadTrim(curve, STEP_ATTRIBUTE(TrimmedCurve, "trim_2"), *piece.curve, radians, piece.last)) {
-      return false;
-    }
+    if (!ReadTrims(curve, radians, piece)) return false;
     isOpen = true;
   } else if (from != nullptr && to != nullptr) {
     // An edge whose vertices coincide is a whole turn of a closed curve.
@@ -417,7 +457,6 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
 
 std::vector<StepGeometry::Piece> StepGeometry::Pieces(std::uint32_t curve, double const* from, double const* to,
                                                       bool forward, double radians, double chordError) {
-  pieceBudget = 0;
   tolerance = chordError;
   std::vector<Piece> pieces;
   if (!ReadPieces(curve, from, to, forward, radians, 0, pieces)) pieces.clear();

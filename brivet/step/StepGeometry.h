@@ -3,14 +3,15 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "Curve.h"
 #include "Placement.h"
 #include "StepModelContext.h"
 
-// Reads geometry in the units of its context: lengths in the length unit, angles as they are. An item that is damaged or
-// of an unknown type is skipped with a warning.
+// Reads geometry in the units of its context: lengths in the length unit, angles as they are. An item that is damaged
+// or of an unknown type is skipped with a warning.
 class StepGeometry {
  public:
   explicit StepGeometry(StepModelContext& modelContext) : context(modelContext) {}
@@ -41,9 +42,19 @@ class StepGeometry {
   // Appends the pieces of a curve.
   bool ReadPieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians, int depth,
                   std::vector<Piece>& pieces);
-  bool ReadTrim(std::uint32_t curve, StepAttribute const& attribute, Curve const& basis, double factor, double& parameter);
+  // One end of a trimmed curve.
+  struct Trim {
+    bool hasPoint = false;
+    double point[3] = {0.0, 0.0, 0.0};
+    std::optional<double> parameter;
+  };
+  Trim ReadTrim(std::uint32_t curve, StepAttribute const& attribute);
+  // Sets the range of a trimmed piece. Returns false, after a warning, if it has none.
+  bool ReadTrims(std::uint32_t curve, double radians, Piece& piece);
+  // Counts steps. Returns false, at first with a warning, if the document takes too many.
+  bool Spend(std::size_t steps);
 
   StepModelContext& context;
-  long pieceBudget = 0;
+  long effort = 0;
   double tolerance = 0.0;
 };

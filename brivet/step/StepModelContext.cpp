@@ -21,10 +21,10 @@ std::optional<double> NumberOf(StepValue const& value) noexcept {
   return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-void StepModelContext::Warn(std::uint32_t instance, std::string const& text) {
-  std::string line = store.IdOf(instance) + ": " + text;
-  if (warned.size() >= kWarningLimit || !warned.insert(line).second) return;
-  model.warnings.push_back(std::move(line));
+void StepModelContext::Warn(std::string const& instance, std::string const& text) {
+  if (warned.size() >= kWarningLimit) return;
+  std::string line = instance + ": " + text;
+  if (warned.insert(line).second) model.warnings.push_back(std::move(line));
 }
 
 void StepModelContext::WarnOfType(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,
@@ -34,12 +34,12 @@ void StepModelContext::WarnOfType(std::uint32_t instance, StepAttribute const& a
     if (found.reference == 0) {
       what = "#" + std::string(found.text) + ", which the file does not contain";
     } else {
-      StepEntity const entity = store.EntityOf(found.reference);
-      what = store.IdOf(found.reference) + " of another type";
-      if (entity != StepEntity::None) what = store.IdOf(found.reference) + " of type " + DefinitionOf(entity).name;
+      std::string_view const type = store.TypeNameOf(found.reference);
+      what = store.IdOf(found.reference) + (type.empty() ? " of another type" : " of type " + std::string(type));
     }
   }
-  Warn(instance, "attribute " + AttributeName(attribute) + ": expected " + DefinitionOf(expected).name + ", found " + what);
+  Warn(instance,
+       "attribute " + AttributeName(attribute) + ": expected " + DefinitionOf(expected).name + ", found " + what);
 }
 
 std::uint32_t StepModelContext::Instance(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,

@@ -10,8 +10,8 @@
 #include "ProductModel.h"
 #include "StepEntityStore.h"
 
-// An instance is its ordinal; 0 stands for none. A reference that is missing, dangling or of a wrong type is skipped with
-// one warning that names the instance, the attribute, and the expected and the found type.
+// An instance is its ordinal; 0 stands for none. A reference that is missing, dangling or of a wrong type is skipped
+// with one warning that names the instance, the attribute, and the expected and the found type.
 class StepModelContext {
  public:
   StepModelContext(StepEntityStore const& entityStore, ProductModel& productModel) noexcept
@@ -42,7 +42,8 @@ class StepModelContext {
 
   std::string IdOf(std::uint32_t instance) const { return store.IdOf(instance); }
   // Adds a warning about an instance, at most one of the same text.
-  void Warn(std::uint32_t instance, std::string const& text);
+  void Warn(std::uint32_t instance, std::string const& text) { Warn(store.IdOf(instance), text); }
+  void Warn(std::string const& instance, std::string const& text);
 
  private:
   void WarnOfType(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected, StepValue const& found);

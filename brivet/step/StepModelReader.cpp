@@ -1,8 +1,8 @@
 #include "StepModelReader.h"
 
+#include "StepAssembly.h"
 #include "StepModelContext.h"
 #include "StepProperties.h"
-#include "StepAssembly.h"
 #include "StepStyles.h"
 #include "StepUnits.h"
 

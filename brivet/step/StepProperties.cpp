@@ -3,15 +3,26 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <map>
 #include <unordered_set>
 #include <utility>
 
 namespace {
 
 constexpr int kDepthLimit = 8;
+constexpr long kValueLimit = 1000000;     // plus two for each instance of the document
+constexpr std::size_t kViewLimit = 1000;  // bytes of the names of all views of an annotation
 
+// Returns whether a text contains the words in any case, separated by blanks or underscores.
 bool Contains(std::optional<std::string> const& text, char const* words) {
-  return text.has_value() && text->find(words) != std::string::npos;
+  if (!text.has_value()) return false;
+  std::string plain = *text;
+  for (char& letter : plain) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    if (letter == '_') letter = ' ';
+  }
+  return plain.find(words) != std::string::npos;
 }
 
 bool IsBlank(std::optional<std::string> const& text) {
@@ -58,7 +69,8 @@ void StepProperties::ReadProperties() {
   std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> links;
   for (std::uint32_t const link : store.InstancesOf(StepEntity::PropertyDefinitionRepresentation)) {
     if (store.Is(link, StepEntity::ShapeDefinitionRepresentation)) continue;
-    std::uint32_t const definition = context.AnyInstance(link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "definition"));
+    std::uint32_t const definition =
+        context.AnyInstance(link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "definition"));
     links[definition].push_back(link);
   }
   std::unordered_map<std::uint32_t, std::uint32_t> general;
@@ -96,9 +108,8 @@ void StepProperties::ReadProperties() {
     auto const representationLinks = links.find(each);
     if (representationLinks != links.end()) {
       for (std::uint32_t const link : representationLinks->second) {
-        std::uint32_t const representation =
-            context.Instance(link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "used_representation"),
-                             StepEntity::Representation);
+        std::uint32_t const representation = context.Instance(
+            link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "used_representation"), StepEntity::Representation);
         if (representation == 0) continue;
         for (std::uint32_t const item : context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"))) {
           ReadValue(item, 0, property);
@@ -109,8 +120,14 @@ void StepProperties::ReadProperties() {
   }
 }
 
+// The number of values is bounded, since many properties can have the same representation.
 void StepProperties::ReadValue(std::uint32_t item, int depth, ModelProperty& property) {
   auto const& store = context.store;
+  long const limit = kValueLimit + 2 * static_cast<long>(store.InstanceCount());
+  if (++valueCount > limit) {
+    if (valueCount == limit + 1) context.Warn(property.instance, "there are too many values; the rest is skipped");
+    return;
+  }
   ModelPropertyValue value;
   value.name = context.Text(item, STEP_ATTRIBUTE(RepresentationItem, "name"));
   auto const setMeasure = [&](StepAttribute const& component, StepAttribute const& unitAttribute) {
@@ -142,11 +159,13 @@ void StepProperties::ReadValue(std::uint32_t item, int depth, ModelProperty& pro
     value.text = context.Flag(item, STEP_ATTRIBUTE(BooleanRepresentationItem, "the_value")) ? "true" : "false";
   } else if (store.Is(item, StepEntity::CartesianPoint)) {
     value.point = context.Numbers(item, STEP_ATTRIBUTE(CartesianPoint, "coordinates"));
-    value.point.erase(std::remove_if(value.point.begin(), value.point.end(), [](double number) { return !std::isfinite(number); }),
-                      value.point.end());
+    value.point.erase(
+        std::remove_if(value.point.begin(), value.point.end(), [](double number) { return !std::isfinite(number); }),
+        value.point.end());
   } else if (store.Is(item, StepEntity::CompoundRepresentationItem)) {
     if (depth > kDepthLimit) return;
-    for (std::uint32_t const inner : context.AnyInstances(item, STEP_ATTRIBUTE(CompoundRepresentationItem, "item_element"))) {
+    for (std::uint32_t const inner :
+         context.AnyInstances(item, STEP_ATTRIBUTE(CompoundRepresentationItem, "item_element"))) {
       ReadValue(inner, depth + 1, property);
     }
     return;
@@ -156,11 +175,11 @@ void StepProperties::ReadValue(std::uint32_t item, int depth, ModelProperty& pro
   property.values.push_back(std::move(value));
 }
 
-// A camera shows the draughting model that a CAMERA_IMAGE or a mapped camera usage belongs to; a draughting model with a
-// camera is a saved view.
+// A camera shows the draughting model that a CAMERA_IMAGE or a mapped camera usage belongs to; a draughting model with
+// a camera is a saved view.
 void StepProperties::ReadViews() {
   auto const& store = context.store;
-  std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> camerasOfModel;
+  std::map<std::uint32_t, std::vector<std::uint32_t>> camerasOfModel;  // in the order of the file
   std::unordered_set<std::uint32_t> saved;
   for (std::uint32_t const model : store.InstancesOf(StepEntity::Representation)) {
     if (!store.Is(model, StepEntity::DraughtingModel) && !store.Is(model, StepEntity::PresentationView)) continue;
@@ -189,11 +208,11 @@ void StepProperties::ReadViews() {
     std::string names;
     for (std::uint32_t const camera : cameras) {
       std::string const name = context.Text(camera, STEP_ATTRIBUTE(RepresentationItem, "name")).value_or("");
-      if (!name.empty()) names += (names.empty() ? "" : ", ") + name;
+      if (!name.empty() && names.size() + name.size() <= kViewLimit) names += (names.empty() ? "" : ", ") + name;
     }
     for (std::uint32_t const item : context.AnyInstances(model, STEP_ATTRIBUTE(Representation, "items"))) {
       std::string& view = viewOfItem[item];
-      if (!names.empty()) view += (view.empty() ? "" : ", ") + names;
+      if (!names.empty() && view.size() + names.size() <= kViewLimit) view += (view.empty() ? "" : ", ") + names;
     }
   }
 }
@@ -212,12 +231,14 @@ void StepProperties::ReadGraphicAnnotations() {
   std::unordered_map<std::uint32_t, Callout> calloutOf;
   for (std::uint32_t const callout : store.InstancesOf(StepEntity::DraughtingCallout)) {
     for (std::uint32_t const content : context.AnyInstances(callout, STEP_ATTRIBUTE(DraughtingCallout, "contents"))) {
-      calloutOf.try_emplace(content, Callout{context.Text(callout, STEP_ATTRIBUTE(RepresentationItem, "name")), callout});
+      calloutOf.try_emplace(content,
+                            Callout{context.Text(callout, STEP_ATTRIBUTE(RepresentationItem, "name")), callout});
     }
   }
   std::unordered_map<std::uint32_t, std::uint32_t> meaningOf;
   for (std::uint32_t const link : store.InstancesOf(StepEntity::DraughtingModelItemAssociation)) {
-    std::uint32_t const meaning = context.AnyInstance(link, STEP_ATTRIBUTE(DraughtingModelItemAssociation, "definition"));
+    std::uint32_t const meaning =
+        context.AnyInstance(link, STEP_ATTRIBUTE(DraughtingModelItemAssociation, "definition"));
     for (std::uint32_t const item :
          context.AnyInstances(link, STEP_ATTRIBUTE(DraughtingModelItemAssociation, "identified_item"))) {
       meaningOf.try_emplace(item, meaning);
@@ -278,8 +299,9 @@ void StepProperties::ReadSemanticAnnotations() {
   auto const& store = context.store;
   std::unordered_map<std::uint32_t, std::uint32_t> representationOf;
   for (std::uint32_t const link : store.InstancesOf(StepEntity::DimensionalCharacteristicRepresentation)) {
-    representationOf.try_emplace(context.AnyInstance(link, STEP_ATTRIBUTE(DimensionalCharacteristicRepresentation, "dimension")),
-                                 context.AnyInstance(link, STEP_ATTRIBUTE(DimensionalCharacteristicRepresentation, "representation")));
+    representationOf.try_emplace(
+        context.AnyInstance(link, STEP_ATTRIBUTE(DimensionalCharacteristicRepresentation, "dimension")),
+        context.AnyInstance(link, STEP_ATTRIBUTE(DimensionalCharacteristicRepresentation, "representation")));
   }
   std::vector<std::uint32_t> dimensions = store.InstancesOf(StepEntity::DimensionalSize);
   std::vector<std::uint32_t> const locations = store.InstancesOf(StepEntity::DimensionalLocation);

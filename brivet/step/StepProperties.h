@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <unordered_map>
 
-#include "StepModelContext.h"
 #include "StepAssembly.h"
+#include "StepModelContext.h"
 #include "StepUnits.h"
 
 class StepProperties {
@@ -28,5 +28,6 @@ class StepProperties {
   StepModelContext& context;
   StepUnits& units;
   StepAssembly const& structure;
+  long valueCount = 0;
   std::unordered_map<std::uint32_t, std::string> viewOfItem;  // by annotation occurrence or callout
 };

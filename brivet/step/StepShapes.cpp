@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 // The items of a shape form a graph: solids have shells, shells faces, faces bounds, bounds loops, loops edges. It is
-// traversed with an explicit stack, since damaged files nest without bounds, and each item is counted once. A mapped item
-// enters its representation again with another placement, in which items extend the box but are not counted again; the
-// number of visits is bounded, since mapped items that contain each other twice would double at each level.
+// traversed with an explicit stack, since damaged files nest without bounds, and each item is counted once. A mapped
+// item enters its representation again with another placement, in which items extend the box but are not counted again;
+// the number of visits is bounded, since mapped items that contain each other twice would double at each level.
 //
 // The extent is exact: each placed point, and for each arc the extremes of its coordinates, which are
 // center + cos(t) x + sin(t) y and so have them at tan(t) = y / x. Other curves are sampled.
@@ -15,12 +17,54 @@
 namespace {
 
 constexpr int kDepthLimit = 64;
-constexpr long kVisitLimit = 20000000;
+constexpr long kVisitLimit = 2000000;  // plus kVisitsPerInstance for each instance of the document
+constexpr long kVisitsPerInstance = 8;
+// Items that have no edges of their own: surfaces, texts and placements.
+constexpr std::string_view kUnevaluated[] = {"ANNOTATION_TEXT",
+                                             "AXIS1_PLACEMENT",
+                                             "AXIS2_PLACEMENT_2D",
+                                             "BEZIER_SURFACE",
+                                             "BLOCK",
+                                             "BOOLEAN_RESULT",
+                                             "BOUNDED_SURFACE",
+                                             "B_SPLINE_SURFACE",
+                                             "B_SPLINE_SURFACE_WITH_KNOTS",
+                                             "COMPOSITE_TEXT",
+                                             "CONICAL_SURFACE",
+                                             "CYLINDRICAL_SURFACE",
+                                             "DEFINED_SYMBOL",
+                                             "DEGENERATE_TOROIDAL_SURFACE",
+                                             "FEA_AXIS2_PLACEMENT_3D",
+                                             "NODE_SET",
+                                             "OFFSET_SURFACE",
+                                             "PLANAR_BOX",
+                                             "PLANAR_EXTENT",
+                                             "PLANE",
+                                             "QUASI_UNIFORM_SURFACE",
+                                             "RATIONAL_B_SPLINE_SURFACE",
+                                             "RECTANGULAR_COMPOSITE_SURFACE",
+                                             "RECTANGULAR_TRIMMED_SURFACE",
+                                             "RIGHT_CIRCULAR_CONE",
+                                             "RIGHT_CIRCULAR_CYLINDER",
+                                             "SPHERE",
+                                             "SPHERICAL_SURFACE",
+                                             "SURFACE_OF_LINEAR_EXTRUSION",
+                                             "SURFACE_OF_REVOLUTION",
+                                             "TEXT_LITERAL",
+                                             "TOROIDAL_SURFACE",
+                                             "TORUS",
+                                             "UNIFORM_SURFACE"};
+
+bool IsUnevaluated(std::string_view type) {
+  return std::find(std::begin(kUnevaluated), std::end(kUnevaluated), type) != std::end(kUnevaluated);
+}
+
+constexpr int kSizeSamples = 6;  // estimate the size of a curve
 constexpr double kPi = 3.14159265358979323846264338327950288;
 
 }  // namespace
 
-void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordError) {
+void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordShare) {
   Curve::Frame scaled{};
   if (piece.curve->AsArc(scaled)) {
     Arc arc{};
@@ -37,14 +81,20 @@ void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordError) {
       AddPoint(point);
     }
   } else {
-    piece.curve->Sample(piece.first, piece.last, chordError, points);
+    ModelBox box;
+    for (int i = 0; i <= kSizeSamples; ++i) {
+      double point[3];
+      piece.curve->Evaluate(piece.first + (piece.last - piece.first) * i / kSizeSamples, point);
+      box.Extend(point);
+    }
+    piece.curve->Sample(piece.first, piece.last, chordShare * box.Diagonal(), points);
   }
 }
 
-void StepExtent::AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordError) {
+void StepExtent::AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare) {
   std::size_t const firstPoint = points.size();
   std::size_t const firstArc = arcs.size();
-  AddPiece(piece, chordError);
+  AddPiece(piece, chordShare);
   for (std::size_t i = firstPoint; i + 3 <= points.size(); i += 3) placement.Apply(&points[i]);
   auto const& n = placement.Numbers();
   for (std::size_t i = firstArc; i < arcs.size(); ++i) {
@@ -109,13 +159,16 @@ void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& r
   extent = complete;
 }
 
+long StepShapes::VisitLimit() const {
+  return kVisitLimit + kVisitsPerInstance * static_cast<long>(context.store.InstanceCount());
+}
+
 void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
   seen.clear();
   std::vector<Entry> pending;
   for (std::uint32_t const representation : representations) {
-    std::uint32_t const shapeContext =
-        context.AnyInstance(representation, STEP_ATTRIBUTE(Representation, "context_of_items"));
-    radians = units.Radians(shapeContext);
+    if (visits > VisitLimit()) return;
+    radians = units.Radians(units.ContextOf(representation));
     std::vector<std::uint32_t> const items =
         context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"));
     for (auto item = items.rbegin(); item != items.rend(); ++item) {
@@ -124,7 +177,7 @@ void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> con
     while (!pending.empty()) {
       Entry const entry = pending.back();
       pending.pop_back();
-      if (++visits > kVisitLimit) {
+      if (++visits > VisitLimit()) {
         context.Warn(representation, "the shape has too many items; the rest is skipped");
         return;
       }
@@ -148,7 +201,8 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   if (skipped.count(item) != 0) return;
   if (int const own = styles.ColourOf(item); own >= 0) entry.colour = own;
   if (styles.IsInvisible(item)) entry.isVisible = false;
-  if (entry.colour >= 0 && std::find(product.colours.begin(), product.colours.end(), entry.colour) == product.colours.end()) {
+  if (entry.colour >= 0 &&
+      std::find(product.colours.begin(), product.colours.end(), entry.colour) == product.colours.end()) {
     product.colours.push_back(entry.colour);
   }
   auto const pushOne = [&](StepAttribute const& attribute, StepEntity expected) {
@@ -232,15 +286,23 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
       PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedWire, "items")), entry, pending);
     } else if (store.Is(item, StepEntity::TessellatedGeometricSet)) {
       std::uint32_t location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedItem, "location"));
-      if (location == 0) location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
+      if (location == 0)
+        location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
       Placement local;
       if (location != 0 && geometry.ReadPlacement(location, local)) entry.placement = entry.placement * local;
       PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedGeometricSet, "children")), entry, pending);
     } else {
       ReadTessellated(product, entry);
     }
-  } else if (store.EntityOf(item) == StepEntity::None) {
-    context.Warn(item, "the item of a shape is of an unknown type and is skipped");
+  } else if (store.Is(item, StepEntity::SolidModel)) {
+    if (IsFirst(item)) ++product.solids;
+  } else if (store.Is(item, StepEntity::CurveBoundedSurface)) {
+    pushAll(STEP_ATTRIBUTE(CurveBoundedSurface, "boundaries"), StepEntity::Curve);
+  } else if (store.Is(item, StepEntity::Path)) {
+    pushAll(STEP_ATTRIBUTE(Path, "edge_list"), StepEntity::Edge);
+  } else if (store.EntityOf(item) == StepEntity::None && !IsUnevaluated(store.TypeNameOf(item))) {
+    std::string const type(store.TypeNameOf(item));
+    context.Warn(item, "an item of the unknown type " + type + " is skipped");
   }
 }
 
@@ -292,14 +354,10 @@ void StepShapes::AddPieces(ModelProduct& product, Entry const& entry, std::vecto
       continue;
     }
     // A placed arc stays exact only as an arc, so that the extent of the piece itself is placed.
-    double ends[6];
-    piece.curve->Evaluate(piece.first, ends);
-    piece.curve->Evaluate(0.5 * (piece.first + piece.last), ends + 3);
-    double const size = std::abs(ends[3] - ends[0]) + std::abs(ends[4] - ends[1]) + std::abs(ends[5] - ends[2]);
     if (!isPlaced) {
-      extent.AddPiece(piece, settings.chordShare * size);
+      extent.AddPiece(piece, settings.chordShare);
     } else {
-      extent.AddPlacedPiece(piece, entry.placement, settings.chordShare * size);
+      extent.AddPlacedPiece(piece, entry.placement, settings.chordShare);
     }
   }
   if (sink == nullptr) return;
@@ -365,7 +423,8 @@ std::vector<double> StepShapes::Coordinates(std::uint32_t list) {
     double point[3] = {0.0, 0.0, 0.0};
     int count = 0;
     if (row.Current().kind == StepValue::List) {
-      for (StepValues values(row.Current()); count < 3 && values.Next(); ++count) point[count] = values.Current().number;
+      for (StepValues values(row.Current()); count < 3 && values.Next(); ++count)
+        point[count] = values.Current().number;
     }
     coordinates.insert(coordinates.end(), point, point + 3);
   }
@@ -384,6 +443,15 @@ std::vector<std::size_t> IndicesOf(StepValue const& list) {
     indices.push_back(isIndex ? static_cast<std::size_t>(number) : 0);
   }
   return indices;
+}
+
+std::size_t LargestIndex(StepValue const& lists) {
+  std::size_t largest = 0;
+  if (lists.kind != StepValue::List) return largest;
+  for (StepValues each(lists); each.Next();) {
+    for (std::size_t const index : IndicesOf(each.Current())) largest = std::max(largest, index);
+  }
+  return largest;
 }
 
 }  // namespace
@@ -443,8 +511,8 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
   std::vector<double> const coordinates = coordinatesOf(isFace ? STEP_ATTRIBUTE(TessellatedFace, "coordinates")
                                                                : STEP_ATTRIBUTE(TessellatedSurfaceSet, "coordinates"));
   std::size_t const count = coordinates.size() / 3;
-  bool const isComplex = store.Is(item, StepEntity::ComplexTriangulatedFace) ||
-                         store.Is(item, StepEntity::ComplexTriangulatedSurfaceSet);
+  bool const isComplex =
+      store.Is(item, StepEntity::ComplexTriangulatedFace) || store.Is(item, StepEntity::ComplexTriangulatedSurfaceSet);
   StepAttribute indexAttribute = STEP_ATTRIBUTE(TriangulatedFace, "pnindex");
   StepAttribute firstAttribute = STEP_ATTRIBUTE(TriangulatedFace, "triangles");
   StepAttribute fanAttribute = STEP_ATTRIBUTE(ComplexTriangulatedFace, "triangle_fans");
@@ -459,9 +527,13 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
     fanAttribute = STEP_ATTRIBUTE(ComplexTriangulatedSurfaceSet, "triangle_fans");
   }
   std::vector<std::size_t> const pointIndices = IndicesOf(store.Get(item, indexAttribute));
+  StepValue const lists = store.Get(item, firstAttribute);
+  StepValue const fans = isComplex ? store.Get(item, fanAttribute) : StepValue();
+  // Some exporters write indices of the coordinates themselves, which exceed the length of pnindex.
+  bool const isDirect = pointIndices.empty() || std::max(LargestIndex(lists), LargestIndex(fans)) > pointIndices.size();
   auto const pointOf = [&](std::size_t index) -> std::size_t {
     if (index == 0) return 0;
-    if (!pointIndices.empty()) index = index <= pointIndices.size() ? pointIndices[index - 1] : 0;
+    if (!isDirect) index = index <= pointIndices.size() ? pointIndices[index - 1] : 0;
     return index <= count ? index : 0;
   };
 
@@ -475,7 +547,6 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
     }
     for (std::size_t const corner : corners) triangles.push_back(static_cast<std::uint32_t>(corner - 1));
   };
-  StepValue const lists = store.Get(item, firstAttribute);
   if (lists.kind == StepValue::List) {
     for (StepValues each(lists); each.Next();) {
       std::vector<std::size_t> const strip = IndicesOf(each.Current());
@@ -486,7 +557,6 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
       }
     }
   }
-  StepValue const fans = isComplex ? store.Get(item, fanAttribute) : StepValue();
   if (fans.kind == StepValue::List) {
     for (StepValues each(fans); each.Next();) {
       std::vector<std::size_t> const fan = IndicesOf(each.Current());
@@ -523,7 +593,7 @@ void StepShapes::ReadPolylines(std::uint32_t item, double annotationError, doubl
   radians = angleFactor;
   ModelProduct ignored;
   std::vector<Entry> pending{{item, Placement(), -1, 1, true}};
-  while (!pending.empty() && ++visits <= kVisitLimit) {
+  while (!pending.empty() && ++visits <= VisitLimit()) {
     Entry const entry = pending.back();
     pending.pop_back();
     ReadItem(ignored, entry, pending);

@@ -15,8 +15,9 @@
 class StepExtent {
  public:
   void AddPoint(double const* point) { points.insert(points.end(), point, point + 3); }
-  void AddPiece(StepGeometry::Piece const& piece, double chordError);
-  void AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordError);
+  // Adds a curve. One that is neither straight nor an arc is sampled with a chord error of this share of its size.
+  void AddPiece(StepGeometry::Piece const& piece, double chordShare);
+  void AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare);
   // Extends a box by the placed shape.
   void Extend(Placement const& placement, ModelBox& box) const;
   // Returns the number of steps that Extend takes.
@@ -38,8 +39,8 @@ class StepExtent {
 class StepShapes {
  public:
   struct Settings {
-    bool withGeometry = false;    // also make polylines and meshes
-    double chordShare = 0.001;    // chord error as a share of the diagonal of the shape
+    bool withGeometry = false;  // also make polylines and meshes
+    double chordShare = 0.001;  // chord error as a share of the diagonal of the shape
   };
 
   StepShapes(StepModelContext& modelContext, StepUnits& stepUnits, StepStyles& stepStyles, Settings shapeSettings)
@@ -65,6 +66,8 @@ class StepShapes {
     bool isVisible;
   };
 
+  // Returns how many items may be visited, so that damaged files do not take unbounded time.
+  long VisitLimit() const;
   void ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations);
   void ReadItem(ModelProduct& product, Entry const& entry, std::vector<Entry>& pending);
   void PushAll(std::vector<std::uint32_t> const& items, Entry const& parent, std::vector<Entry>& pending) const;

@@ -12,8 +12,9 @@ struct NamedColour {
 };
 
 // ISO 10303-46, pre_defined_colour.
-constexpr NamedColour kNamedColours[] = {{"red", 1, 0, 0},    {"green", 0, 1, 0}, {"blue", 0, 0, 1}, {"yellow", 1, 1, 0},
-                                         {"magenta", 1, 0, 1}, {"cyan", 0, 1, 1},  {"black", 0, 0, 0}, {"white", 1, 1, 1}};
+constexpr NamedColour kNamedColours[] = {{"red", 1, 0, 0},    {"green", 0, 1, 0},   {"blue", 0, 0, 1},
+                                         {"yellow", 1, 1, 0}, {"magenta", 1, 0, 1}, {"cyan", 0, 1, 1},
+                                         {"black", 0, 0, 0},  {"white", 1, 1, 1}};
 
 double Clamp(double component) {
   return std::clamp(component, 0.0, 1.0);
@@ -38,13 +39,14 @@ void StepStyles::Read() {
     std::uint32_t const base =
         context.Instance(each, STEP_ATTRIBUTE(OverRidingStyledItem, "over_ridden_style"), StepEntity::StyledItem);
     std::uint32_t const item = context.AnyInstance(each, STEP_ATTRIBUTE(StyledItem, "item"));
-    if (base != 0 && base != each && item != 0 && item == context.AnyInstance(base, STEP_ATTRIBUTE(StyledItem, "item"))) {
+    if (base != 0 && base != each && item != 0 &&
+        item == context.AnyInstance(base, STEP_ATTRIBUTE(StyledItem, "item"))) {
       replaced.insert(base);
     }
   }
   for (std::uint32_t const each : store.InstancesOf(StepEntity::StyledItem)) {
-    bool const isAnnotation = store.Is(each, StepEntity::AnnotationOccurrence) ||
-                              store.Is(each, StepEntity::TessellatedAnnotationOccurrence);
+    bool const isAnnotation =
+        store.Is(each, StepEntity::AnnotationOccurrence) || store.Is(each, StepEntity::TessellatedAnnotationOccurrence);
     if (isAnnotation || replaced.count(each) != 0) continue;
     std::optional<ModelColour> const colour = ColourOfStyledItem(each);
     if (!colour.has_value()) continue;

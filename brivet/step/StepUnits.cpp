@@ -1,12 +1,14 @@
 #include "StepUnits.h"
 
 #include <cmath>
+#include <cstdio>
 #include <string_view>
 
 namespace {
 
 // Conversion-based units refer to other units; a chain this long is a cycle.
 constexpr int kDepthLimit = 8;
+constexpr std::size_t kNameLimit = 200;  // of derived units, whose elements can be derived units
 
 struct Prefix {
   char const* name;
@@ -14,10 +16,10 @@ struct Prefix {
 };
 
 // ISO 10303-41, si_prefix; the factors are those of the SI.
-constexpr Prefix kPrefixes[] = {{"EXA", 1e18},   {"PETA", 1e15},  {"TERA", 1e12},  {"GIGA", 1e9},   {"MEGA", 1e6},
-                                {"KILO", 1e3},   {"HECTO", 1e2},  {"DECA", 1e1},   {"DECI", 1e-1},  {"CENTI", 1e-2},
-                                {"MILLI", 1e-3}, {"MICRO", 1e-6}, {"NANO", 1e-9},  {"PICO", 1e-12}, {"FEMTO", 1e-15},
-                                {"ATTO", 1e-18}};
+constexpr Prefix kPrefixes[] = {{"EXA", 1e18},  {"PETA", 1e15},  {"TERA", 1e12},   {"GIGA", 1e9},
+                                {"MEGA", 1e6},  {"KILO", 1e3},   {"HECTO", 1e2},   {"DECA", 1e1},
+                                {"DECI", 1e-1}, {"CENTI", 1e-2}, {"MILLI", 1e-3},  {"MICRO", 1e-6},
+                                {"NANO", 1e-9}, {"PICO", 1e-12}, {"FEMTO", 1e-15}, {"ATTO", 1e-18}};
 
 std::string Lower(std::string text) {
   for (char& letter : text) {
@@ -39,8 +41,16 @@ StepUnit StepUnits::Read(std::uint32_t unit) {
 }
 
 StepUnit StepUnits::Read(std::uint32_t unit, int depth) {
+  if (unit == 0 || depth > kDepthLimit) return {};
+  auto const found = unitsRead.find(unit);
+  if (found != unitsRead.end()) return found->second;
+  StepUnit const result = Compute(unit, depth);
+  unitsRead.emplace(unit, result);
+  return result;
+}
+
+StepUnit StepUnits::Compute(std::uint32_t unit, int depth) {
   StepUnit result;
-  if (unit == 0 || depth > kDepthLimit) return result;
   auto const& store = context.store;
   if (store.Is(unit, StepEntity::SiUnit)) {
     std::string const prefix = context.Enumeration(unit, STEP_ATTRIBUTE(SiUnit, "prefix"));
@@ -57,8 +67,11 @@ StepUnit StepUnits::Read(std::uint32_t unit, int depth) {
         context.Instance(unit, STEP_ATTRIBUTE(ConversionBasedUnit, "conversion_factor"), StepEntity::MeasureWithUnit);
     if (measure == 0) return result;
     auto const value = context.Number(measure, STEP_ATTRIBUTE(MeasureWithUnit, "value_component"));
-    StepUnit const base = Read(context.AnyInstance(measure, STEP_ATTRIBUTE(MeasureWithUnit, "unit_component")), depth + 1);
-    double const factor = value.value_or(0.0) * base.factor;
+    StepUnit const base =
+        Read(context.AnyInstance(measure, STEP_ATTRIBUTE(MeasureWithUnit, "unit_component")), depth + 1);
+    // A division by 1000 is exact where a product with 0.001 is not: 25.4 millimetres are 0.0254 metres.
+    double const number = value.value_or(0.0);
+    double const factor = base.factor < 1.0 ? number / (1.0 / base.factor) : number * base.factor;
     result.isValid = base.isValid && factor > 0.0 && std::isfinite(factor);
     if (result.isValid) {
       result.factor = factor;
@@ -79,6 +92,7 @@ StepUnit StepUnits::Read(std::uint32_t unit, int depth) {
       double const power = std::pow(base.factor, exponent);
       if (std::isfinite(power)) result.factor *= power;
       result.isValid = base.isValid;
+      if (result.name.size() > kNameLimit) return {};
     }
   }
   return result;
@@ -92,7 +106,8 @@ int StepUnits::OfContext(std::uint32_t representationContext) {
   if (!store.Is(representationContext, StepEntity::GlobalUnitAssignedContext)) return -1;
 
   ModelUnits units;
-  for (std::uint32_t const unit : context.AnyInstances(representationContext, STEP_ATTRIBUTE(GlobalUnitAssignedContext, "units"))) {
+  for (std::uint32_t const unit :
+       context.AnyInstances(representationContext, STEP_ATTRIBUTE(GlobalUnitAssignedContext, "units"))) {
     bool const isLength = store.Is(unit, StepEntity::LengthUnit);
     if (!isLength && !store.Is(unit, StepEntity::PlaneAngleUnit)) continue;
     StepUnit const read = Read(unit);
@@ -114,18 +129,22 @@ int StepUnits::OfContext(std::uint32_t representationContext) {
   }
 
   auto& all = context.model.units;
-  std::size_t index = 0;
-  for (; index < all.size(); ++index) {
-    ModelUnits const& each = all[index];
-    if (each.lengthName == units.lengthName && each.metres == units.metres && each.angleName == units.angleName &&
-        each.radians == units.radians && each.uncertainty == units.uncertainty) {
-      break;
-    }
-  }
-  if (index == all.size()) all.push_back(std::move(units));
+  char numbers[120];
+  std::snprintf(numbers, sizeof numbers, " %.17g %.17g %.17g ", units.metres, units.radians,
+                units.uncertainty.value_or(-1.0));
+  auto const [place, isNewKind] = indexOfUnits.try_emplace(units.lengthName + numbers + units.angleName, all.size());
+  std::size_t const index = place->second;
+  if (isNewKind) all.push_back(std::move(units));
   all[index].contexts.push_back(context.IdOf(representationContext));
   known[representationContext] = static_cast<int>(index);
   return static_cast<int>(index);
+}
+
+// The context is after a list of any length, so that it is looked up once.
+std::uint32_t StepUnits::ContextOf(std::uint32_t representation) {
+  auto const [found, isNew] = contexts.try_emplace(representation, 0);
+  if (isNew) found->second = context.AnyInstance(representation, STEP_ATTRIBUTE(Representation, "context_of_items"));
+  return found->second;
 }
 
 double StepUnits::Metres(std::uint32_t representationContext) {
