@@ -15,7 +15,7 @@
 #include "CheckedOutputStream.h"
 #include "Diagnostics.h"
 #include "Document.h"
-#include "DocumentVisitor.h"
+#include "HeaderRecords.h"
 #include "ProductModel.h"
 #include "Progress.h"
 
@@ -46,53 +46,6 @@ class JsonStream {
 
 using Writer = rapidjson::PrettyWriter<JsonStream>;
 
-// What the header section says, by the positions of its parameters.
-class HeaderVisitor final : public DocumentVisitor {
- public:
-  struct Parameter {
-    bool isSet = false;
-    std::vector<std::string> values;
-  };
-
-  void BeginRecord(std::string_view type) override {
-    record = &records[std::string(type)];
-    depth = 0;
-  }
-  void EndRecord() override { record = nullptr; }
-  void String(Text const& text) override {
-    if (record == nullptr) return;
-    if (depth == 0) record->emplace_back();
-    record->back().isSet = true;
-    record->back().values.emplace_back(text.utf8);
-  }
-  void Unset() override {
-    if (record != nullptr && depth == 0) record->emplace_back();
-  }
-  void BeginList() override {
-    if (record != nullptr && depth++ == 0) {
-      record->emplace_back();
-      record->back().isSet = true;
-    }
-  }
-  void EndList() override { --depth; }
-
-  std::optional<std::string> Text(char const* type, std::size_t index) const {
-    std::vector<std::string> const list = List(type, index);
-    if (list.empty()) return std::nullopt;
-    return list.front();
-  }
-  std::vector<std::string> List(char const* type, std::size_t index) const {
-    auto const found = records.find(type);
-    if (found == records.end() || index >= found->second.size()) return {};
-    return found->second[index].values;
-  }
-
- private:
-  std::map<std::string, std::vector<Parameter>, std::less<>> records;
-  std::vector<Parameter>* record = nullptr;
-  int depth = 0;
-};
-
 // Returns valid UTF-8: bytes that are none become U+FFFD, as browsers do.
 std::string ValidUtf8(std::string_view text) {
   std::string valid;
@@ -122,21 +75,11 @@ std::string ValidUtf8(std::string_view text) {
   return valid;
 }
 
-// The application protocol of a schema name: "AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }".
-char const* ProtocolOf(std::string const& schema) {
-  std::string const name = schema.substr(0, schema.find_first_of(" {"));
-  if (name == "CONFIG_CONTROL_DESIGN") return "AP203";
-  if (name.rfind("AP203_", 0) == 0) return "AP203";
-  if (name.rfind("AUTOMOTIVE_DESIGN", 0) == 0) return "AP214";
-  if (name.rfind("AP242_", 0) == 0) return "AP242";
-  return nullptr;
-}
-
 constexpr std::size_t kIndentedLevels = 16;
 
 class Summary {
  public:
-  Summary(BrivetWriteRequest const& request, HeaderVisitor const& headerRecords, ProductModel const& productModel,
+  Summary(BrivetWriteRequest const& request, HeaderRecords const& headerRecords, ProductModel const& productModel,
           JsonStream& stream)
       : document(*request.document), title(request.title), header(headerRecords), model(productModel), writer(stream) {
     writer.SetIndent(' ', 2);
@@ -236,14 +179,11 @@ class Summary {
     std::vector<std::string> const schemas = header.List("FILE_SCHEMA", 0);
     PutList("schemas", schemas);
     Key("applicationProtocol");
-    char const* protocol = nullptr;
-    for (std::string const& schema : schemas) {
-      if (protocol == nullptr) protocol = ProtocolOf(schema);
-    }
-    if (schemas.empty()) {
+    char const* const protocol = header.ApplicationProtocol();
+    if (protocol == nullptr) {
       writer.Null();
     } else {
-      writer.String(protocol != nullptr ? protocol : "other");
+      writer.String(protocol);
     }
     PutList("description", header.List("FILE_DESCRIPTION", 0));
     PutOptional("timeStamp", header.Text("FILE_NAME", 1));
@@ -335,7 +275,7 @@ class Summary {
     writer.StartArray();
     for (ModelProduct const& each : model.products) {
       writer.StartObject();
-      PutText("instance", each.instance);
+      PutOptional("instance", each.instance.empty() ? std::nullopt : std::optional(each.instance));
       PutOptional("id", each.id);
       PutOptional("name", each.name);
       PutOptional("description", each.description);
@@ -522,7 +462,7 @@ class Summary {
 
   Document& document;
   std::string const& title;
-  HeaderVisitor const& header;
+  HeaderRecords const& header;
   ProductModel const& model;
   Writer writer;
 };
@@ -531,7 +471,7 @@ class Summary {
 
 VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& stream) {
   Document& document = *request.document;
-  HeaderVisitor header;
+  HeaderRecords header;
   VRINResult const described = document.DescribeHeader(header);
   if (described.IsFailure()) return described;
   ProductModel const none;

@@ -76,7 +76,8 @@ class Document : public VRELFormatReader {
   // With `geometry` it contains polylines and meshes. Ownership: the document owns the model; a call with another
   // argument replaces it.
   //
-  // Errors: null after a report if the file is no longer what was read. Requires: Resolve.
+  // Errors: null after a report if the file is no longer what was read.
+  // Requires: the document was read. It need not be resolved.
   virtual ProductModel const* GetModel(bool /*geometry*/, Progress& /*receiver*/) { return nullptr; }
 
   // Sets where reading reports its progress; null for nowhere. Ownership: the caller keeps it.

@@ -8,6 +8,8 @@
 #include "BrivetModule.h"
 #include "Document.h"
 #include "EscapedText.h"
+#include "ModelSummary.h"
+#include "ProductModel.h"
 #include "VRELFileHeader.h"
 #include "VRELString.h"
 
@@ -16,6 +18,8 @@ namespace {
 constexpr std::size_t kShownDigits = 40;  // ids with more digits are cut
 constexpr std::size_t kCutDigits = 20;
 constexpr std::size_t kShownLosses = 100;
+constexpr std::size_t kSummaryLines = 40;
+constexpr std::size_t kSummaryWidth = 80;
 constexpr std::size_t kShownInstances = 100;  // of one loss
 
 std::string LinesOf(Loss const& loss) {
@@ -43,10 +47,22 @@ VRINResult PageWriter::WritePage(BrivetWriteRequest& request) {
   escaped.clear();
   AppendEscapingControls(escaped, request.title);
   PutTitle(std::string(escaped));
+  if (BeginsWithSummary()) WriteSummary(request);
   WriteLosses(*request.document);
   WriteHeader(*request.document);
   WriteCounts(*request.document);
   return request.document->Describe(*this, *request.progress, true);
+}
+
+void PageWriter::WriteSummary(BrivetWriteRequest& request) {
+  ProductModel const* const model = request.document->GetModel(false, *request.progress);
+  if (model == nullptr || model->IsEmpty()) return;
+  PutHeading("Summary");
+  ModelSummary const summary = ModelSummary::Of(*model, kSummaryLines, kSummaryWidth);
+  BeginTable();
+  for (ModelSummary::Row const& row : summary.rows) PutRow(row.key, row.value);
+  for (std::string const& line : summary.tree) PutRow("", line);
+  EndTable();
 }
 
 void PageWriter::WriteLosses(Document& document) {

@@ -14,7 +14,8 @@ class Document;
 
 // Writes a document from its title to its last instance, in this order:
 //
-//   title, what was lost, header, counts by type, each section: its instances, each with those that refer to it
+//   title, summary (if the class asks for it), what was lost, header, counts by type, each section: its instances, each
+//   with those that refer to it
 //
 // A derived class provides the markup. Of ids with very many digits only the first ones are shown.
 class PageWriter : public DocumentVisitor {
@@ -73,10 +74,13 @@ class PageWriter : public DocumentVisitor {
   // The line of those that refer to an instance.
   virtual void BeginReferrers() = 0;
   virtual void EndReferrers() = 0;
+  // Returns whether the page begins with the summary of the product model.
+  virtual bool BeginsWithSummary() const { return false; }
   // Called after each instance. Throws to end writing.
   virtual void Check() = 0;
 
  private:
+  void WriteSummary(BrivetWriteRequest& request);
   void WriteLosses(Document& document);
   void WriteHeader(Document& document);
   void WriteCounts(Document& document);

@@ -247,7 +247,9 @@ ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver
   if (model != nullptr && (hasGeometry || !geometry)) return model.get();
   auto built = std::make_unique<ProductModel>();
   StepEntityStore store;
-  if (Describe(store, receiver, false).IsFailure()) return nullptr;
+  if (!isOpen) return nullptr;
+  references->IndexIds();
+  if (DescribeSections(store, receiver, false, false).IsFailure()) return nullptr;
   StepShapes::Settings settings;
   settings.withGeometry = geometry;
   ReadStepModel(store, settings, *built);

@@ -190,8 +190,8 @@ TEST(CommandLineTest, RefusesInvalidArguments) {
       {{"-set", "a.=c", "a.stp"}, "invalid argument 'a.=c' for -set: the name has an empty part between dots", ""},
       {{"-set", "a=", "a.stp"}, "invalid argument 'a=' for -set: no value after '='", kEmpty},
       {{"-set", "a= ", "a.stp"}, "invalid argument 'a= ' for -set: no value after '='", kEmpty},
-      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write", "the formats are html, text, step"},
-      {{"a.stp", "--write="}, "unknown format '' for -write", "the formats are html, text, step"},
+      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write", "the formats are html, text, step, json"},
+      {{"a.stp", "--write="}, "unknown format '' for -write", "the formats are html, text, step, json"},
       {{"a.stp", "-write"}, "option -write requires an argument: FORMAT", ""},
       {{"a.stp", "-quiet=1"}, "option takes no argument: '-quiet=1'", "to use a file of this name, put -- before it"},
   };

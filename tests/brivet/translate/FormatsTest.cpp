@@ -28,5 +28,5 @@ TEST(FormatsTest, EveryInputIsStep) {
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
-  EXPECT_EQ(Format::WrittenNames(), "html, text, step");
+  EXPECT_EQ(Format::WrittenNames(), "html, text, step, json");
 }
