@@ -178,7 +178,7 @@ def draw(group, rows, path):
 HEAD = """\
 # Performance
 
-The cost of the library compared with what a user would take instead. `script/bench` writes this page and its plots from a
+The cost of the library compared with what a user would use instead. `script/bench` writes this page and its plots from a
 run of the benchmarks; to change it, change `benchmarks/comparisons.toml`, which lists the comparisons.
 
     script/bench                                                                     # everything; on an idle machine

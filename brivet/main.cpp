@@ -146,8 +146,8 @@ std::string WhyNotOverwrite(CommandLine const& line) {
   struct stat output;
   bool const exists = stat(line.output.c_str(), &output) == 0 && S_ISREG(output.st_mode);
   // The input itself is refused with a message of its own.
-  bool const isInput = stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev &&
-                       input.st_ino == output.st_ino;
+  bool const isInput =
+      stat(line.input.c_str(), &input) == 0 && exists && input.st_dev == output.st_dev && input.st_ino == output.st_ino;
   if (!exists || isInput || !IsStepDocument(line.output)) return "";
   return "OUTPUT " + QuoteName(line.output) + " is an existing STEP file";
 }
@@ -164,6 +164,11 @@ int TranslateOne(CommandLine const& line) {
   ReportFile reportFile;
   if (result.IsSuccess()) result = reportFile.Open(line);
   if (result.IsFailure()) return ExitStatusOf(result);
+  if (line.hasLogs && !line.logFolder.empty()) {
+    // Without the folder the logs are left out, with a warning.
+    std::error_code error;
+    std::filesystem::create_directories(line.logFolder, error);
+  }
   RunReport report = Translate(line, options);
   FreeLibraries();
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
@@ -204,8 +209,8 @@ void CreateFolder(std::string const& folder) {
 void CheckOptionsFiles(CommandLine const& line) {
   for (OptionSource const& source : line.sources) {
     if (source.kind == OptionSource::File && !std::filesystem::is_regular_file(source.text)) {
-      throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file",
-                      ""};
+      throw FileError{VREL_E_FILE_OPEN,
+                      "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file", ""};
     }
   }
 }
@@ -221,6 +226,7 @@ int TranslateAll(CommandLine const& line) {
     OptionSet options;
     VRINResult const read = ReadOptions(line, options);
     options.ReportWarnings();
+    if (line.isVerbose) options.ReportWithoutEffect(Format::OfInput("").name, line.Target().name);
     if (read.IsSuccess()) CreateFolder(line.outputFolder);
     if (read.IsSuccess() && !logFolder.empty()) CreateFolder(logFolder);
     return read;

@@ -29,8 +29,8 @@ endfunction()
 # vrel_hardening(target): stack protector, checked calls of the C library, control-flow protection, and a read-only
 # relocation table. Sanitizers bring checks of their own, which these would hide.
 #
-# The start-up files of Debian 12 are not marked for indirect-branch tracking, so that the linker marks no program for it;
-# for shadow stacks, which need nothing of them, it is told to.
+# The start-up files of Debian 12 are not marked for indirect-branch tracking, so that the linker marks no program for it.
+# Shadow stacks do not depend on these files, so that an option marks programs for them.
 function(vrel_hardening target)
   if(VREL_SANITIZE)
     return()

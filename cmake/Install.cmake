@@ -50,4 +50,6 @@ install(FILES tools/gdb/vrelbase_printers.py DESTINATION ${printers_directory} C
 if(VREL_BUILD_BRIVET)
   install(FILES docs/man/brivet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Brivet)
   install(FILES completions/brivet DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Brivet)
+  install(FILES completions/_brivet DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT Brivet)
+  install(FILES completions/brivet.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT Brivet)
 endif()

@@ -1,4 +1,4 @@
-// Feeds brivet's command line parser a list of words, one a line. Checks that a refused line has a reason and nothing
+// Feeds brivet's command line parser a list of words, one per line. Checks that a refused line has a reason and nothing
 // else, that an accepted one can be run, that files are words of the line, and that parsing has no state.
 #include "CommandLine.h"
 
@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Batch.h"
 #include "Formats.h"
 #include "FuzzInput.h"
 #include "Require.h"
@@ -31,7 +32,22 @@ bool IsWord(Words const& words, std::string const& text) {
 
 void CheckRefused(CommandLine const& line) {
   Require(!line.problem.empty(), "a refused line has a reason");
-  Require(line.input.empty() && line.output.empty() && line.sources.empty(), "a refused line has no files and options");
+  Require(line.input.empty() && line.output.empty() && line.sources.empty() && line.inputs.empty(),
+          "a refused line has no files and options");
+}
+
+void CheckInputs(CommandLine const& line, Words const& words) {
+  Require(!line.inputs.empty() && !line.outputFolder.empty(), "several inputs have a folder");
+  std::vector<BatchItem> const items = MakeBatch(line.inputs, line.Target(), line.outputFolder, line.logFolder);
+  Require(items.size() == line.inputs.size(), "each input is an item");
+  for (BatchItem const& item : items) {
+    Require(IsWord(words, item.input), "an input is a word of the line");
+    Require(item.output.compare(0, line.outputFolder.size(), line.outputFolder) == 0, "an output is in the folder");
+    std::string const extension = line.Target().extension;
+    Require(item.output.size() > extension.size() &&
+                item.output.compare(item.output.size() - extension.size(), extension.size(), extension) == 0,
+            "an output has the extension of its format");
+  }
 }
 
 void CheckAccepted(CommandLine const& line, Words const& words) {
@@ -44,10 +60,12 @@ void CheckAccepted(CommandLine const& line, Words const& words) {
     Require(!isSetting || SplitSetting(source.text, name, value), "a setting has a name and a value");
     Require(!isSetting || (!HasEmptyToken(name) && !value.empty()), "the name and the value are valid");
   }
+  if (line.action == CommandLine::TranslateAll) CheckInputs(line, words);
   if (line.action != CommandLine::Translate && line.action != CommandLine::List) return;
   Require(IsWord(words, line.input), "INPUT is a word of the line");
   if (line.action != CommandLine::Translate) return;
   Require(line.output.empty() || IsWord(words, line.output), "OUTPUT is a word of the line");
+  Require(line.jobs == 0 && line.temporarySpace > 0, "numbers are in their ranges");
   Require(!line.OutputPath().empty(), "the output has a name");
   Require(Format::Named(line.Target().name) != nullptr, "the format can be written");
 }

@@ -1,5 +1,5 @@
-// Feeds the text of pages any bytes, as AppendEscapingControls gives them and bare. Asserts that nothing in the result
-// has a meaning in HTML, that all of it is ASCII, and that it reads back as the text, with U+FFFD for what is no UTF-8.
+// Fuzzes the escaping of strings in pages. Asserts that nothing in the result has a meaning in HTML, that all of it is
+// ASCII, that it reads back as the string, with U+FFFD for invalid UTF-8, and that control characters are escaped.
 #include "HtmlText.h"
 
 #include <algorithm>
@@ -19,9 +19,9 @@ void AppendUtf8(std::string& text, unsigned long code) {
   text += character.toUtf8();
 }
 
-// What a browser makes of escaped text.
+// Returns the text that a browser shows for escaped text.
 std::string Unescape(std::string const& html) {
-  static constexpr std::pair<char const*, char> names[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}};
+  static constexpr std::pair<char const*, char> kNames[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}};
   std::string text;
   for (std::size_t at = 0; at < html.size(); ++at) {
     if (html[at] != '&') {
@@ -35,8 +35,8 @@ std::string Unescape(std::string const& html) {
       AppendUtf8(text, std::strtoul(name.c_str() + 1, nullptr, 10));
     } else {
       auto const isNamed = [&name](std::pair<char const*, char> const& entry) { return name == entry.first; };
-      auto const known = std::find_if(std::begin(names), std::end(names), isNamed);
-      Require(known != std::end(names), "a character reference has a known name");
+      auto const known = std::find_if(std::begin(kNames), std::end(kNames), isNamed);
+      Require(known != std::end(kNames), "a character reference has a known name");
       text += known->second;
     }
     at = end;
@@ -46,12 +46,12 @@ std::string Unescape(std::string const& html) {
 
 void Check(std::string const& text) {
   std::string const html = EscapeHtml(text);
-  Require(html.find_first_of("<>\"") == std::string::npos, "nothing has a meaning in HTML");
+  Require(html.find_first_of("<>\"") == std::string::npos, "escaped text contains no markup");
   Require(std::none_of(html.begin(), html.end(), [](char c) { return (c & 0x80) != 0; }), "escaped text is ASCII");
   std::string const back = Unescape(html);
   bool const isUtf8 = text.find('\0') == std::string::npos && VRELString(text).toUtf8() == text;
-  if (isUtf8) Require(back == text, "escaped text reads back");
-  Require(EscapeHtml(back) == html, "what reads back is escaped the same");
+  if (isUtf8) Require(back == text, "escaped text decodes to the input");
+  Require(EscapeHtml(back) == html, "decoded text is escaped in the same way");
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ bool IsOption(std::string const& argument) {
   return argument.compare(0, 1, "-") == 0;
 }
 
-// What the caller's index holds if a call does not write it.
+// Value of the caller's index that shows that a call did not write it.
 constexpr int kUnchanged = 99;
 
 // Model of VRELArgs on strings instead of pointers. -1 is no argument and no name.

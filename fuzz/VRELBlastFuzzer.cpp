@@ -88,7 +88,7 @@ void DecompressForeign(std::string const& data, std::size_t blockLength, int wri
   Require(shortened == result || shortened == 1, "a failed write or an earlier error is reported");
 }
 
-void ImplodeAndBack(std::string const& text, bool isCoded, int dictionary) {
+void RoundTrip(std::string const& text, bool isCoded, int dictionary) {
   std::string back;
   Require(Blast(Implode(text, isCoded, dictionary), 61, allWrites, back) == 0, "imploded data is decompressed");
   Require(back == text, "imploded data round-trips");
@@ -103,6 +103,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::string const data = input.Rest().substr(0, 600);  // up to 112 KB imploded
   DecompressForeign(data, blockLength, writesTaken);
   // The encoder is slow, and is used for few inputs.
-  if (blockLength % 8 == 0) ImplodeAndBack(data, blockLength % 16 == 0, 4 + writesTaken % 3);
+  if (blockLength % 8 == 0) RoundTrip(data, blockLength % 16 == 0, 4 + writesTaken % 3);
   return 0;
 }

@@ -14,7 +14,8 @@ class VREL_EXPORT VRINFileImpl : public VRINObjectImpl {
   VRINFileImpl(int descriptor);
   VRINFileImpl(VRELFilePath const& path);
 
-  // Copies the path out. Errors: VREL_E_FAIL, with `path` unchanged, if the file has no path.
+  // Copies the path out.
+  // Errors: VREL_E_FAIL, with `path` unchanged, if the file has no path.
   VRINResult GetPath(VRELFilePath& path) const;
   // Returns true if GetPath succeeds.
   bool HasPath() const;

@@ -15,7 +15,8 @@
 // Thread safety: the counts are plain integers. Use handles that share an implementation object on one thread only.
 class VREL_EXPORT VRINObject {
  public:
-  // Creates an invalid handle. Requires: `type`, the name of the type, outlives the handle; use a string literal.
+  // Creates an invalid handle.
+  // Requires: `type`, the name of the type, outlives the handle; use a string literal.
   VRINObject(char const* type) noexcept;
   VRINObject(VRINObject const& other) noexcept;
   VRINObject& operator=(VRINObject const& other);
@@ -26,7 +27,8 @@ class VREL_EXPORT VRINObject {
   // Releases the implementation object.
   virtual ~VRINObject();
 
-  // Returns the implementation object, a VRINObjectImpl*, or null. Ownership: the handles.
+  // Returns the implementation object, a VRINObjectImpl*, or null.
+  // Ownership: the handles.
   void* GetData() const noexcept { return data; }
   // Releases the implementation object and holds `impl`, a VRINObjectImpl* from new, or null for an invalid handle.
   // Does nothing if `impl` is already held.

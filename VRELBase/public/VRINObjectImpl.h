@@ -26,7 +26,8 @@ class VREL_EXPORT VRINObjectImpl {
   VRELString GetName() const { return name; }
   void SetName(VRELString const& newName) { name = newName; }
 
-  // Number of implementation objects ever created. Thread safety: a plain integer; create public objects on one thread.
+  // Number of implementation objects ever created.
+  // Thread safety: a plain integer; create public objects on one thread.
   static int _objectCounter;
 
  private:

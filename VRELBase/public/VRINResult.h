@@ -50,7 +50,8 @@ constexpr long VREL_UNDETERMINED = 0x3000006;
 //   total &= ReadData();
 //   if (total.IsFailure()) std::puts(total.GetMessage());
 //
-// Performance: as an int. Thread safety: as an int.
+// Performance: as an int.
+// Thread safety: as an int.
 class VREL_EXPORT VRINResult {
  public:
   // Stores the low 32 bits of `value`.

@@ -58,7 +58,8 @@ class VREL_EXPORT VRINValue : public VRINObject {
   operator int() const;
   operator double() const;
   // Return the value as a string in the default codepage of the process, or in wide characters; null if there is no
-  // value. Ownership: the value; the pointer is valid until the last handle is destroyed.
+  // value.
+  // Ownership: the value; the pointer is valid until the last handle is destroyed.
   operator char const*() const;
   operator wchar_t const*() const;
 };

@@ -16,7 +16,8 @@ class VREL_EXPORT VRINValueImpl : public VRINObjectImpl {
   // Returns the held value itself, valid as long as this object.
   VRELValue const& GetHeldValue() const noexcept { return value; }
 
-  // Return the value as a string. Ownership: the held value.
+  // Return the value as a string.
+  // Ownership: the held value.
   operator char const*() const;
   operator wchar_t const*() const;
 

@@ -1,5 +1,5 @@
-// Reads STEP files made of one shipped document, again and again with fresh ids, and writes pages of them. The peer is
-// the reader of Open CASCADE, which makes an object of each instance.
+// Reads STEP files that repeat the example document with shifted ids, and writes pages of them. The peer is the reader
+// of Open CASCADE, which creates an object for each instance.
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
@@ -12,11 +12,11 @@
 
 namespace {
 
-constexpr long INSTANCES_EACH = 232;  // in the shipped document
-constexpr long LARGEST = 1'150'000;   // instances in a file of 50 MB
-constexpr long HIGHEST_ID = 1000;     // none of its ids is as high
+constexpr long kInstancesEach = 232;  // in the example document
+constexpr long kLargest = 1'150'000;  // instances in a file of 50 MB
+constexpr long kHighestId = 1000;     // none of its ids is as high
 
-// The data section's instances with `shift` added to each id.
+// Appends the instances of the data section with `shift` added to each id.
 void AppendShifted(std::string& target, std::string const& data, long shift) {
   bool inString = false;
   for (std::size_t i = 0; i < data.size(); ++i) {
@@ -31,7 +31,7 @@ void AppendShifted(std::string& target, std::string const& data, long shift) {
   }
 }
 
-// The document with at least so many instances, in a file that dies with it.
+// Temporary file with a document of at least so many instances.
 class LargeFile {
  public:
   explicit LargeFile(long instances) {
@@ -40,8 +40,8 @@ class LargeFile {
     std::size_t const begin = text.find("DATA;") + 5;
     std::size_t const end = text.rfind("ENDSEC;");
     std::string bytes = text.substr(0, begin);
-    for (long made = 0; made < instances; made += INSTANCES_EACH, ++copies) {
-      AppendShifted(bytes, text.substr(begin, end - begin), copies * HIGHEST_ID);
+    for (long made = 0; made < instances; made += kInstancesEach, ++copies) {
+      AppendShifted(bytes, text.substr(begin, end - begin), copies * kHighestId);
     }
     bytes += text.substr(end);
     size = bytes.size();
@@ -60,12 +60,12 @@ class LargeFile {
 void SetCounters(benchmark::State& state, LargeFile const& file) {
   state.SetBytesProcessed(static_cast<std::int64_t>(file.size) * state.iterations());
   state.counters["per instance"] =
-      benchmark::Counter(static_cast<double>(file.copies * INSTANCES_EACH),
+      benchmark::Counter(static_cast<double>(file.copies * kInstancesEach),
                          benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 template <std::size_t (*work)(char const*)>
-void Works(benchmark::State& state) {
+void MeasureTime(benchmark::State& state) {
   LargeFile const file(state.range(0));
   for (auto _ : state) {
     if (work(file.path) == 0) return state.SkipWithError("nothing was read");
@@ -73,7 +73,7 @@ void Works(benchmark::State& state) {
   SetCounters(state, file);
 }
 
-// The work in a process of its own: by how much that grows.
+// Measures the peak memory of the operation in a separate process.
 void Grows(benchmark::State& state, char const* how) {
   LargeFile const file(state.range(0));
   std::string const command = std::string(STEP_MEMORY " ") + how + " " + file.path;
@@ -86,28 +86,28 @@ void Grows(benchmark::State& state, char const* how) {
   }
   state.counters["peak bytes"] = static_cast<double>(bytes);
   state.counters["peak bytes per instance"] =
-      static_cast<double>(bytes) / static_cast<double>(file.copies * INSTANCES_EACH);
+      static_cast<double>(bytes) / static_cast<double>(file.copies * kInstancesEach);
 }
 
 void Sizes(benchmark::internal::Benchmark* each) {
-  each->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(LARGEST)->Unit(benchmark::kMillisecond);
+  each->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(kLargest)->Unit(benchmark::kMillisecond);
 }
 
-// What a process grows by differs by a page or two from one run to the next: it need not be repeated often.
+// Peak memory varies by a page or two between runs, so that few repetitions are enough.
 void Twice(benchmark::internal::Benchmark* each) {
-  each->Arg(LARGEST)->Iterations(1)->Repetitions(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+  each->Arg(kLargest)->Iterations(1)->Repetitions(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace
 
-BENCHMARK_TEMPLATE(Works, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
-BENCHMARK_TEMPLATE(Works, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
-BENCHMARK_CAPTURE(Grows, Read, "read")->Apply(Twice);
-BENCHMARK_CAPTURE(Grows, Page, "page")->Apply(Twice);
+BENCHMARK_TEMPLATE(MeasureTime, ReadStepFile)->Name("STEP file read")->Apply(Sizes);
+BENCHMARK_TEMPLATE(MeasureTime, WritePageOfStepFile)->Name("STEP file to a page")->Apply(Sizes);
+BENCHMARK_CAPTURE(MeasureMemory, Read, "read")->Apply(OnceRepeated);
+BENCHMARK_CAPTURE(MeasureMemory, Page, "page")->Apply(OnceRepeated);
 #ifdef VREL_BENCHMARK_OCCT_STEP
-BENCHMARK_TEMPLATE(Works, ReadStepFileByOpenCascade)
+BENCHMARK_TEMPLATE(MeasureTime, ReadStepFileByOpenCascade)
     ->Name("STEP file read, peer Open CASCADE")
-    ->Arg(LARGEST)
+    ->Arg(kLargest)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Grows, OpenCascade, "occt")->Apply(Twice);
+BENCHMARK_CAPTURE(MeasureMemory, OpenCascade, "occt")->Apply(OnceRepeated);
 #endif

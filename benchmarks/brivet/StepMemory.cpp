@@ -1,7 +1,7 @@
 // StepMemory read|page|occt FILE
 //
-// Does that work on a STEP file and prints by how many bytes the process has grown at its largest; 0 for a peer that is
-// not there, or when the work led to nothing.
+// Performs the operation on a STEP file and prints by how many bytes the peak memory of the process exceeds that
+// before; 0 if the operation failed or the peer is not available.
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// A figure of the process in bytes: VmRSS is what it has now, VmHWM what it had at its largest.
+// Returns a value of /proc/self/status in bytes: VmRSS is the present memory, VmHWM the peak.
 long long Memory(char const* name) {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {

@@ -3,12 +3,12 @@
 #include <string>
 
 #include "BrivetModule.h"
+#include "CheckedOutputStream.h"
 #include "HtmlPage.h"
 #include "Progress.h"
 #include "StepFormatReader.h"
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
-#include "CheckedOutputStream.h"
 #ifdef VREL_BENCHMARK_OCCT_STEP
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
@@ -18,7 +18,7 @@
 
 namespace {
 
-// Gathers what is written as a file stream would, and drops it.
+// Collects output in blocks, as a file stream does, and discards them.
 class Discarded final : public VRELOutputStream {
  public:
   int write(char const* buffer, int count) override {

@@ -1,17 +1,17 @@
-// What is measured of STEP files, by the time that it takes and by the memory that a process of its own needs for it.
+// Operations on STEP files whose time and memory are measured.
 #pragma once
 
 #include <cstddef>
 
-// Each does its work on the file of that path, and gives something that the work must have led to.
+// Each returns a number that is 0 only if it failed.
 
-// What -list does; the number of instances.
+// Reads the file as -list does. Returns the number of instances.
 std::size_t ReadStepFile(char const* path);
 
-// A page of the file, which is dropped; its size in bytes.
+// Writes an HTML page of the file and discards it. Returns its size in bytes.
 std::size_t WritePageOfStepFile(char const* path);
 
 #ifdef VREL_BENCHMARK_OCCT_STEP
-// The peer's reader, which makes an object of each instance; their number.
+// Reads the file with Open CASCADE, which creates an object for each instance. Returns their number.
 std::size_t ReadStepFileByOpenCascade(char const* path);
 #endif

@@ -45,7 +45,7 @@ std::vector<std::string> Names(int count, unsigned int seed) {
 
 // Fills the map with names and searches it for others, or for copies of the same names in another order.
 template <class Key, class Map, class Fill, class Find>
-void Look(benchmark::State& state, Key (*key)(std::string const&), Map& map, Fill fill, Find find, bool hit) {
+void LookUp(benchmark::State& state, Key (*key)(std::string const&), Map& map, Fill fill, Find find, bool hit) {
   int const count = static_cast<int>(state.range(0));
   std::vector<std::string> names = Names(count, 1);
   for (int i = 0; i < count; ++i) fill(map, key(names[static_cast<std::size_t>(i)]), i);
@@ -59,9 +59,9 @@ void Look(benchmark::State& state, Key (*key)(std::string const&), Map& map, Fil
   }
 }
 
-void LookVrel(benchmark::State& state, bool hit) {
+void LookUpVrel(benchmark::State& state, bool hit) {
   VRELHashMap<VRELString, int> filled(17);
-  Look(
+  LookUp(
       state, Text, filled, [](auto& map, VRELString const& key, int value) { map.Add(key, value); },
       [](auto& map, VRELString const& key) {
         int value = 0;
@@ -72,9 +72,9 @@ void LookVrel(benchmark::State& state, bool hit) {
 }
 
 template <class Map>
-void LookPeer(benchmark::State& state, bool hit) {
+void LookUpPeer(benchmark::State& state, bool hit) {
   Map filled;
-  Look(
+  LookUp(
       state, IcuText, filled, [](auto& map, icu::UnicodeString const& key, int value) { map.emplace(key, value); },
       [](auto& map, icu::UnicodeString const& key) {
         auto const found = map.find(key);
@@ -84,30 +84,30 @@ void LookPeer(benchmark::State& state, bool hit) {
 }
 
 void MapGetHit(benchmark::State& state) {
-  LookVrel(state, true);
+  LookUpVrel(state, true);
 }
 BENCHMARK(MapGetHit)->Arg(1000)->Arg(100000);
 void MapGetHitStdUnorderedMap(benchmark::State& state) {
-  LookPeer<StdMap>(state, true);
+  LookUpPeer<StdMap>(state, true);
 }
 BENCHMARK(MapGetHitStdUnorderedMap)->Arg(1000)->Arg(100000);
 void MapGetMiss(benchmark::State& state) {
-  LookVrel(state, false);
+  LookUpVrel(state, false);
 }
 BENCHMARK(MapGetMiss)->Arg(1000)->Arg(100000);
 void MapGetMissStdUnorderedMap(benchmark::State& state) {
-  LookPeer<StdMap>(state, false);
+  LookUpPeer<StdMap>(state, false);
 }
 BENCHMARK(MapGetMissStdUnorderedMap)->Arg(1000)->Arg(100000);
 
 #ifdef VREL_BENCHMARK_ABSL
 using AbslMap = absl::flat_hash_map<icu::UnicodeString, int, IcuHash>;
 void MapGetHitAbslFlatHashMap(benchmark::State& state) {
-  LookPeer<AbslMap>(state, true);
+  LookUpPeer<AbslMap>(state, true);
 }
 BENCHMARK(MapGetHitAbslFlatHashMap)->Arg(1000)->Arg(100000);
 void MapGetMissAbslFlatHashMap(benchmark::State& state) {
-  LookPeer<AbslMap>(state, false);
+  LookUpPeer<AbslMap>(state, false);
 }
 BENCHMARK(MapGetMissAbslFlatHashMap)->Arg(1000)->Arg(100000);
 #endif

@@ -87,7 +87,7 @@ void StdFilesystem(benchmark::State& state) {
 }
 BENCHMARK(StdFilesystem)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-// Reads the output of the program, as a translator would that calls it.
+// Reads the output of the program, as a translator that calls it does.
 void Find(benchmark::State& state) {
   std::string const command = "find " + Tree::Path() + " -type f -name '*.stp'";
   for (auto _ : state) {

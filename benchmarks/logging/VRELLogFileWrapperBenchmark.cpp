@@ -38,7 +38,7 @@ void logMessages(benchmark::State& state) {
 }
 BENCHMARK(logMessages)->Unit(benchmark::kMillisecond);
 
-void peerWriteALine(benchmark::State& state) {
+void peerWritePerLine(benchmark::State& state) {
   LogFile const log;
   for (auto _ : state) {
     int const file = open(log.name.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -51,7 +51,7 @@ void peerWriteALine(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * kMessageCount);
 }
-BENCHMARK(peerWriteALine)->Unit(benchmark::kMillisecond);
+BENCHMARK(peerWritePerLine)->Unit(benchmark::kMillisecond);
 
 #ifdef VREL_BENCHMARK_SPDLOG
 void peerSpdlogFlushing(benchmark::State& state) {

@@ -67,7 +67,7 @@ void pairsNested(benchmark::State& state) {
 BENCHMARK(pairsNested)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
 // Each task once, so that the summary gets a row for each.
-void pairsOfTheirOwn(benchmark::State& state) {
+void pairsOfSeparateTasks(benchmark::State& state) {
   std::vector<std::string> identifiers;
   for (int i = 0; i < state.range(0); ++i) identifiers.push_back("Conversion Stage " + std::to_string(i));
   for (auto _ : state) {
@@ -85,7 +85,7 @@ void pairsOfTheirOwn(benchmark::State& state) {
   }
   CountPairs(state);
 }
-BENCHMARK(pairsOfTheirOwn)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pairsOfSeparateTasks)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
 // Only the readings of the clocks.
 void peerClocks(benchmark::State& state) {

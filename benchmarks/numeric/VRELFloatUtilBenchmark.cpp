@@ -1,5 +1,5 @@
-// Compares the number parser with strtod and fast_float on the real numbers of STEP files: those in the folder VREL_CORPUS,
-// or else a few hundred similar ones.
+// Compares the number parser with strtod and fast_float on the real numbers of STEP files: those in the folder
+// VREL_CORPUS, or else a few hundred similar ones.
 #include "VRELFloatUtil.h"
 
 #include <benchmark/benchmark.h>
@@ -20,7 +20,7 @@
 
 namespace {
 
-std::vector<std::string> MadeUpNumbers() {
+std::vector<std::string> GeneratedNumbers() {
   std::mt19937 random(1);
   std::uniform_real_distribution<double> distribution(-500.0, 500.0);
   char const* const formats[] = {"%.1f,", "%.3f,", "%.12f,", "%.14f,", "%.15E)", "%.6E,", "%.0f.,", "%.17g,"};
@@ -48,7 +48,7 @@ std::vector<std::string> CorpusNumbers(std::string const& folder) {
 std::vector<std::string> const& Numbers() {
   static std::vector<std::string> const numbers = [] {
     char const* const folder = std::getenv("VREL_CORPUS");
-    return folder != nullptr ? CorpusNumbers(folder) : MadeUpNumbers();
+    return folder != nullptr ? CorpusNumbers(folder) : GeneratedNumbers();
   }();
   return numbers;
 }

@@ -118,7 +118,7 @@ class CallingReader {
   char const* end;
 };
 
-void peerMemcpyBehindACall(benchmark::State& state) {
+void peerMemcpyByCall(benchmark::State& state) {
   std::string const bytes = Records();
   for (auto _ : state) {
     CallingReader reader(bytes);
@@ -130,6 +130,6 @@ void peerMemcpyBehindACall(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * recordCount * valuesInRecord);
 }
-BENCHMARK(peerMemcpyBehindACall)->Unit(benchmark::kMillisecond);
+BENCHMARK(peerMemcpyByCall)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -19,8 +19,8 @@
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 18U;
-constexpr int kGzip = 16;               // added to the window size for the format gzip
-constexpr int kEntryLimit = 100000;     // of a zip archive
+constexpr int kGzip = 16;                // added to the window size for the format gzip
+constexpr int kEntryLimit = 100000;      // of a zip archive
 constexpr unsigned long kEncrypted = 1;  // flag of an entry
 
 // Inflates one gzip member after the other.
@@ -211,7 +211,7 @@ std::string DecompressZip(int descriptor, ByteSink const& sink) {
   ZipFile file{descriptor};
   ZipArchive const archive = Open(file);
   if (archive == nullptr) return "the zip archive is truncated or damaged";
-  if (std::string const problem = SelectEntry(archive.get()); !problem.empty()) return problem;
+  if (std::string problem = SelectEntry(archive.get()); !problem.empty()) return problem;
   unz_file_info64 info = {};
   if (unzGetCurrentFileInfo64(archive.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
     return "the zip archive is damaged";

@@ -1,7 +1,7 @@
 // Decompression of gzip data and zip archives.
 //
-// gzip is decompressed with zlib as a stream. A zip archive is read with minizip, which needs a file with random access:
-// its directory is at its end. Damaged data is decompressed up to the damage.
+// gzip is decompressed with zlib as a stream. A zip archive is read with minizip, which needs a file with random
+// access: its directory is at its end. Damaged data is decompressed up to the damage.
 #pragma once
 
 #include <cstddef>
@@ -22,8 +22,8 @@ using ByteSource = std::function<std::size_t(char* block, std::size_t size)>;
 // Takes decompressed bytes.
 using ByteSink = std::function<void(std::string_view bytes)>;
 
-// Decompresses gzip data, which may consist of several members. Zero bytes after the last one are ignored. Memory does not
-// depend on the size of the data.
+// Decompresses gzip data, which may consist of several members. Zero bytes after the last one are ignored. Memory does
+// not depend on the size of the data.
 //
 // Returns what is wrong with the data, in one line; empty if nothing is. Exceptions of the source and the sink pass.
 std::string DecompressGzip(ByteSource const& source, ByteSink const& sink);

@@ -43,6 +43,20 @@ std::string TemporaryFolder() {
   return folder != nullptr && *folder != '\0' ? folder : "/tmp";
 }
 
+// Returns the first bytes of a regular file, fewer if it is shorter or cannot be read.
+std::string FirstBytes(int descriptor, std::size_t size) {
+  std::string bytes(size, '\0');
+  std::size_t done = 0;
+  while (done < size) {
+    ssize_t const count = pread(descriptor, bytes.data() + done, size - done, static_cast<off_t>(done));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  bytes.resize(done);
+  return bytes;
+}
+
 bool IsModified(struct stat const& before, struct stat const& now) {
   return before.st_size != now.st_size || before.st_mtim.tv_sec != now.st_mtim.tv_sec ||
          before.st_mtim.tv_nsec != now.st_mtim.tv_nsec;
@@ -67,12 +81,10 @@ InputDocument::InputDocument(std::string const& path, long spaceLimit)
 // Returns whether the file itself can be read, and sets the path to do so.
 bool InputDocument::IsUsable(std::string const& path) {
   if (!S_ISREG(status.st_mode) || lseek(file.Descriptor(), 0, SEEK_CUR) != 0) return false;
-  char signature[kSignatureSize];
-  ssize_t const count = pread(file.Descriptor(), signature, sizeof signature, 0);
-  if (count > 0 && DetectCompression({signature, static_cast<std::size_t>(count)}) != Compression::None) return false;
+  if (DetectCompression(FirstBytes(file.Descriptor(), kSignatureSize)) != Compression::None) return false;
   readable = "/proc/self/fd/" + std::to_string(file.Descriptor());
   if (access(readable.c_str(), R_OK) == 0) return true;
-  // Without a mounted /proc the name must do.
+  // Without a mounted /proc the file is opened again by its name.
   if (IsStandardInput(path) || access(readable.c_str(), F_OK) == 0) return false;
   readable = path;
   return true;
@@ -153,10 +165,9 @@ bool IsStepDocument(std::string const& path) {
   int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return false;
   InputFile const opened(descriptor, path);
-  std::vector<char> block(kPrefix);
-  ssize_t const count = pread(descriptor, block.data(), block.size(), 0);
-  if (count <= 0 || !S_ISREG(opened.Status().st_mode)) return false;
-  std::string text(block.data(), static_cast<std::size_t>(count));
+  struct stat status;
+  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+  std::string text = FirstBytes(descriptor, kPrefix);
   switch (DetectCompression(text)) {
     case Compression::Zip:
       return true;

@@ -22,7 +22,7 @@ class InputDocument {
   explicit InputDocument(std::string const& path, long spaceLimit = kNoLimit);
 
   // Returns a path that opens the bytes, from the first one on, any number of times while the object exists. It
-  // contains nothing of the document's name, so that a name in any encoding will do.
+  // contains nothing of the document's name, so that a name in any encoding is accepted.
   std::string const& Path() const { return readable; }
   long Size() const { return size; }
   // Returns the status of the named file at the time when it was opened.

@@ -8,9 +8,9 @@
 
 #include "VRELOutputStream.h"
 
-// Writes each line to the file as soon as it is complete, so that a log holds whole lines whenever the program ends.
-// After a line that cannot be written in full, that line is removed again and nothing more is written, so that no log
-// has a gap. A line of more than 8 KiB is written in pieces.
+// Writes each line to the file as soon as it is complete, so that a log consists of complete lines whenever the program
+// ends. After a line that cannot be written in full, that line is removed again and nothing more is written, so that no
+// log has a gap. A line of more than 8 KiB is written in pieces.
 class LogStream final : public VRELOutputStream {
  public:
   // Takes ownership of the descriptor of an empty file.
@@ -31,7 +31,7 @@ class LogStream final : public VRELOutputStream {
 
   int descriptor;
   bool isBroken = false;
-  off_t length = 0;  // of the whole lines in the file
+  off_t length = 0;  // of the complete lines in the file
   std::size_t fill = 0;
   std::array<char, 8192> buffer;
 };

@@ -40,12 +40,13 @@ std::string ResolveLinks(std::string const& path) {
     std::error_code error;
     std::string const next = std::filesystem::read_symlink(resolved, error).string();
     if (error) return resolved;
-    resolved = next.rfind('/', 0) == 0 ? next : std::string(FolderOf(resolved)) + next;
+    resolved.resize(next.rfind('/', 0) == 0 ? 0 : FolderOf(resolved).size());
+    resolved += next;
   }
   Refuse(path, std::strerror(ELOOP));
 }
 
-// Returns a name that nobody can predict, so that nobody can create the file first; empty, with errno, on failure.
+// Returns an unpredictable name, so that no other process creates the file first; empty, with errno, on failure.
 std::string RandomName(std::string const& folder) {
   std::uint64_t number = 0;
   if (getrandom(&number, sizeof number, 0) != static_cast<ssize_t>(sizeof number)) return "";
@@ -198,7 +199,7 @@ void OutputFile::RenameIntoPlace() {
   int const opened =
       isSynchronized ? open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
   int const error = rename(temporary.c_str(), target.c_str()) == 0 ? 0 : errno;
-  // Without this a crash may bring the old file back; it is whole as well, so that a failure is no error.
+  // Without this a crash may bring the old file back; it is complete as well, so that a failure is no error.
   if (opened >= 0 && error == 0) fsync(opened);
   if (opened >= 0) ::close(opened);
   if (error != 0) Fail(error);

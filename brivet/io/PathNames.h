@@ -1,4 +1,4 @@
-// Parts of path names, as byte strings: a name in any encoding will do.
+// Parts of path names, as byte strings: a name in any encoding is accepted.
 #pragma once
 
 #include <string>

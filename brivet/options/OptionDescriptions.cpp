@@ -53,9 +53,8 @@ bool Matches(std::string const& pattern, std::string const& name) {
 
 bool IsModuleOption(VRELString const& name) {
   std::string const token = LastToken(name);
-  return std::any_of(std::begin(kDescriptions), std::end(kDescriptions), [&token](OptionDescription const& each) {
-    return EqualsIgnoringCase(each.name, token);
-  });
+  return std::any_of(std::begin(kDescriptions), std::end(kDescriptions),
+                     [&token](OptionDescription const& each) { return EqualsIgnoringCase(each.name, token); });
 }
 
 bool HasEffect(VRELString const& name, std::string_view source, std::string_view target) {

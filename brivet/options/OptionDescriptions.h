@@ -23,7 +23,7 @@ bool IsModuleOption(VRELString const& name);
 // another written. `target` is empty if nothing is written.
 bool HasEffect(VRELString const& name, std::string_view source, std::string_view target);
 
-// Returns the known names that match a pattern, one a line, sorted. Those of the modules are followed by type, default
-// and help. A pattern has the wildcards of file names and must match the whole name; without a wildcard it may match
-// anywhere. An empty one matches all. Case is ignored.
+// Returns the known names that match a pattern, one per line, sorted. Those of the modules are followed by type,
+// default and help. A pattern has the wildcards of file names and must match the whole name; without a wildcard it may
+// match anywhere. An empty one matches all. Case is ignored.
 std::string ListOptions(std::string const& pattern);

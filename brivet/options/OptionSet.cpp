@@ -1,6 +1,6 @@
 #include "OptionSet.h"
 
-#include <algorithm>
+#include <set>
 
 #include "CatchAsResult.h"
 #include "EscapedText.h"
@@ -134,12 +134,13 @@ void OptionSet::ReportWarnings() const {
   }
 }
 
-std::vector<std::string> OptionSet::NamesWithoutEffect(std::string const& source, std::string const& target) const {
-  std::vector<std::string> names;
+void OptionSet::ReportWithoutEffect(std::string const& source, std::string const& target) const {
+  std::set<std::string> reported;
   for (auto const& entry : entries) {
     std::string const name = entry.first.toUtf8();
-    bool const isNew = std::find(names.begin(), names.end(), name) == names.end();
-    if (isNew && IsKnownOption(entry.first) && !HasEffect(entry.first, source, target)) names.push_back(name);
+    bool const isUnused = IsKnownOption(entry.first) && !HasEffect(entry.first, source, target);
+    if (isUnused && reported.insert(name).second) {
+      ReportMessage("note: option " + QuoteName(name) + " has no effect on this translation");
+    }
   }
-  return names;
 }

@@ -26,9 +26,9 @@ class OptionSet {
   // with their lines.
   //
   // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
-  // a warning that suggests the closest known ones. Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file
-  // with syntax errors; VREL_E_INVALID_ARGUMENT for a setting without "=", without a value or with an empty token in
-  // its name.
+  // a warning that suggests the closest known ones.
+  // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
+  // setting without "=", without a value or with an empty token in its name.
   VRINResult Add(OptionSource const& source);
 
   VRELOptions const& Store() const { return store; }
@@ -37,9 +37,9 @@ class OptionSet {
   void Dump() const;
   // Reports the warnings about the sources, in order of addition.
   void ReportWarnings() const;
-  // Returns the known names that were stored and that have no effect when one format is read and another written (see
-  // HasEffect), each once, in order of addition.
-  std::vector<std::string> NamesWithoutEffect(std::string const& source, std::string const& target) const;
+  // Reports a note for each known name that was stored and that has no effect when one format is read and another written
+  // (see HasEffect).
+  void ReportWithoutEffect(std::string const& source, std::string const& target) const;
   // Return the sources that were added and the warnings about them, in order of addition.
   std::vector<OptionSource> const& Sources() const { return sources; }
   std::vector<Warning> const& Warnings() const { return warnings; }

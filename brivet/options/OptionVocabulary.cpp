@@ -171,7 +171,8 @@ bool Holds(Range const& range, View token) {
 constexpr View kModuleNames[] = {u"Encoding"};
 
 bool IsSetting(View name) {
-  return Holds(kModuleNames, name) || VRELOptionName::IsValid(VRELString(name)).IsSuccess() || Holds(kPublicNames, name);
+  return Holds(kModuleNames, name) || VRELOptionName::IsValid(VRELString(name)).IsSuccess() ||
+         Holds(kPublicNames, name);
 }
 
 }  // namespace

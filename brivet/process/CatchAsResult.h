@@ -18,10 +18,10 @@
 //   Gk_Exception                        VREL_E_FAIL         none: it was reported when it was raised
 //
 // A success becomes VREL_E_FAIL if VRELErrorTracker counted an error during the call, and counts as std::bad_alloc if a
-// string of the library lost its content for want of memory.
+// string of the library lost its content because memory ran out.
 // Errors: std::bad_alloc or VRELAllocException if there is too little memory even for the message.
 VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()> const& work);
 
-// Throws std::bad_alloc if a string of the library has lost its content for want of memory: output made from strings
-// may be incomplete.
+// Throws std::bad_alloc if a string of the library has lost its content because memory ran out: output made from
+// strings may be incomplete.
 void CheckMemory();

@@ -7,8 +7,8 @@
 // checks here.
 class CheckedOutputStream final : public VRELOutputStream {
  public:
-  // Ownership: `beneath` is not owned.
-  explicit CheckedOutputStream(VRELOutputStream* beneath) : VRELOutputStream(beneath) {}
+  // Ownership: `targetStream` is not owned.
+  explicit CheckedOutputStream(VRELOutputStream* targetStream) : VRELOutputStream(targetStream) {}
 
   // After the first failure nothing is passed on, and -1 is returned.
   int write(char const* buffer, int count) override;

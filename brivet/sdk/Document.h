@@ -80,7 +80,8 @@ class Document : public VRELFormatReader {
   // Requires: the document was read. It need not be resolved.
   virtual ProductModel const* GetModel(bool /*geometry*/, Progress& /*receiver*/) { return nullptr; }
 
-  // Sets where reading reports its progress; null for nowhere. Ownership: the caller keeps it.
+  // Sets where reading reports its progress; null for none.
+  // Ownership: the caller keeps it.
   void SetProgress(Progress* receiver) noexcept { progress = receiver; }
 
  protected:

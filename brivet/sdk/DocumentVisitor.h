@@ -82,6 +82,6 @@ class DocumentVisitor {
   // An entry of ANCHOR or REFERENCE, "<top>=#1{label:'x'};": its name, then its values between BeginEntry and EndEntry.
   virtual void BeginEntry(std::string_view /*name*/) {}
   virtual void EndEntry() {}
-  // The content of a SIGNATURE section, with its line ends.
+  // The lines of a SIGNATURE section, each with a line feed.
   virtual void Lines(std::string_view /*text*/) {}
 };

@@ -15,12 +15,12 @@
 
 namespace {
 
-constexpr std::size_t kShownDigits = 40;  // ids with more digits are cut
+constexpr std::size_t kMaxDigits = 40;  // ids with more digits are cut
 constexpr std::size_t kCutDigits = 20;
-constexpr std::size_t kShownLosses = 100;
 constexpr std::size_t kSummaryLines = 40;
 constexpr std::size_t kSummaryWidth = 80;
-constexpr std::size_t kShownInstances = 100;  // of one loss
+constexpr std::size_t kMaxLosses = 100;
+constexpr std::size_t kMaxInstances = 100;  // of one loss
 
 std::string LinesOf(Loss const& loss) {
   if (loss.lastLine <= loss.firstLine) return "line " + std::to_string(loss.firstLine);
@@ -29,8 +29,8 @@ std::string LinesOf(Loss const& loss) {
 
 std::string DescriptionOf(Loss const& loss) {
   std::string text;
-  for (std::size_t i = 0; i < loss.instances.size() && i < kShownInstances; ++i) text += loss.instances[i] + " ";
-  if (loss.instances.size() > kShownInstances) {
+  for (std::size_t i = 0; i < loss.instances.size() && i < kMaxInstances; ++i) text += loss.instances[i] + " ";
+  if (loss.instances.size() > kMaxInstances) {
     text += "(" + std::to_string(loss.instances.size()) + " instances) ";
   }
   return text + loss.reason;
@@ -39,7 +39,7 @@ std::string DescriptionOf(Loss const& loss) {
 }  // namespace
 
 std::string PageWriter::ShownDigits(Id const& id) {
-  if (id.digits.size() <= kShownDigits) return std::string(id.digits);
+  if (id.digits.size() <= kMaxDigits) return std::string(id.digits);
   return std::string(id.digits.substr(0, kCutDigits)) + "...";
 }
 
@@ -71,12 +71,12 @@ void PageWriter::WriteLosses(Document& document) {
   PutHeading("Incomplete");
   BeginTable();
   PutRow("", "Parts of the document could not be read and are not part of this page.");
-  for (std::size_t i = 0; i < losses.size() && i < kShownLosses; ++i) {
+  for (std::size_t i = 0; i < losses.size() && i < kMaxLosses; ++i) {
     escaped.clear();
     AppendEscapingControls(escaped, DescriptionOf(losses[i]));
     PutRow(LinesOf(losses[i]), std::string(escaped));
   }
-  if (losses.size() > kShownLosses) PutRow("losses", std::to_string(losses.size()));
+  if (losses.size() > kMaxLosses) PutRow("losses", std::to_string(losses.size()));
   EndTable();
 }
 
@@ -290,11 +290,9 @@ void PageWriter::EndEntry() {
 
 void PageWriter::Lines(std::string_view text) {
   while (!text.empty()) {
-    std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
-    if (end != 0) {
-      PutEscaped(text.substr(0, end));
-      EndLine();
-    }
+    std::size_t const end = std::min(text.find('\n'), text.size());
+    PutEscaped(text.substr(0, end));
+    EndLine();
     text.remove_prefix(std::min(end + 1, text.size()));
   }
 }

@@ -98,12 +98,15 @@ void StepBuffer::LimitTo(unsigned long position) {
 
 std::size_t StepBuffer::ReadAt(unsigned long position, char* bytes, std::size_t capacity) const {
   if (!valid) return 0;
-  ssize_t taken = -1;
-  do {
-    taken = pread(descriptor, bytes, capacity, static_cast<off_t>(position));
-  } while (taken < 0 && errno == EINTR);
-  if (taken < 0) FailToRead(position);
-  return static_cast<std::size_t>(taken);
+  std::size_t done = 0;
+  while (done < capacity) {
+    ssize_t const taken = pread(descriptor, bytes + done, capacity - done, static_cast<off_t>(position + done));
+    if (taken < 0 && errno == EINTR) continue;
+    if (taken < 0) FailToRead(position + done);
+    if (taken == 0) break;
+    done += static_cast<std::size_t>(taken);
+  }
+  return done;
 }
 
 int StepBuffer::Load() {

@@ -18,7 +18,8 @@ class StepBuffer : public VRELBuffer {
  public:
   static constexpr int kEnd = -1;
 
-  // Opens the file's path. Ownership: `document`, whose entities read from here, is not owned.
+  // Opens the file's path.
+  // Ownership: `document`, whose entities read from here, is not owned.
   StepBuffer(VRELFileHandle const& source, StepFormatReader* document);
   ~StepBuffer() override;
 

@@ -6,10 +6,7 @@
 #include "StepSections.h"
 
 StepContents::Section& StepContents::Add(Kind kind, std::string const& keyword) {
-  if (kind == Kind::Data) {
-    ++dataSections;
-    data.push_back(static_cast<std::uint32_t>(sections.size()));
-  }
+  if (kind == Kind::Data) data.push_back({count, nullptr});
   sections.emplace_back();
   Section& section = sections.back();
   section.kind = kind;
@@ -20,11 +17,13 @@ StepContents::Section& StepContents::Add(Kind kind, std::string const& keyword) 
 }
 
 StepEntityReader& StepContents::At(std::uint32_t instance) const {
-  auto const after =
-      std::upper_bound(data.begin(), data.end(), instance,
-                       [this](std::uint32_t wanted, std::uint32_t i) { return wanted < sections[i].first; });
-  Section const& section = sections[*(after - 1)];
-  return section.entities->At(instance - section.first);
+  auto section = data.begin();
+  // Most documents have one data section.
+  if (data.size() > 1) {
+    auto const isBefore = [](std::uint32_t wanted, DataSection const& each) { return wanted < each.first; };
+    section = std::upper_bound(data.begin(), data.end(), instance, isBefore) - 1;
+  }
+  return section->entities->At(instance - section->first);
 }
 
 unsigned long StepContents::EndOf(std::uint32_t instance) const {

@@ -16,22 +16,23 @@ class StepContents {
   enum class Kind { Data, Entries, Lines };
   struct Section {
     Kind kind = Kind::Data;
-    std::string keyword;                  // of a section that contains no instances: ANCHOR, REFERENCE, SIGNATURE
-    StepDataSection* entities = nullptr;  // of a data section
-    std::uint32_t first = 0;              // its first instance, counted through the document
-    std::uint32_t end = 0;                // the instance after its last one
+    std::string keyword;      // of a section that contains no instances: ANCHOR, REFERENCE, SIGNATURE
+    std::uint32_t first = 0;  // its first instance, counted through the document
+    std::uint32_t end = 0;    // the instance after its last one
     bool hasParameters = false;
     StepScanner::Position begin;                 // of the parameters or the lines
     std::vector<StepScanner::Position> entries;  // of ANCHOR and REFERENCE
   };
 
   Section& Add(Kind kind, std::string const& keyword = "");
+  // Sets the object that owns the instances of the last section, which is a data section.
+  void SetEntities(StepDataSection* section) { data.back().entities = section; }
   // Adds an instance to the last section.
   void AddInstance() { sections.back().end = ++count; }
 
   std::vector<Section> const& Sections() const noexcept { return sections; }
   Section& Last() { return sections.back(); }
-  long DataSectionCount() const noexcept { return dataSections; }
+  long DataSectionCount() const noexcept { return static_cast<long>(data.size()); }
   // Returns the number of instances, including those that could not be read.
   std::uint32_t Count() const noexcept { return count; }
   StepEntityReader& At(std::uint32_t instance) const;
@@ -43,7 +44,11 @@ class StepContents {
 
  private:
   std::vector<Section> sections;
-  std::vector<std::uint32_t> data;  // positions of the data sections in `sections`
-  long dataSections = 0;
+  // Where the instances are. Apart from the sections, because it is read for each reference.
+  struct DataSection {
+    std::uint32_t first;
+    StepDataSection* entities;
+  };
+  std::vector<DataSection> data;
   std::uint32_t count = 0;
 };

@@ -104,7 +104,8 @@ bool StepEncoder::AppendBytes(std::string& target, int character) const {
   UErrorCode error = U_ZERO_ERROR;
   ucnv_reset(converter.get());
   int const length = ucnv_fromUChars(converter.get(), bytes, sizeof bytes, units, count, &error);
-  if (U_FAILURE(error) || error == U_STRING_NOT_TERMINATED_WARNING) return false;
+  // A character that is ignored by default, such as U+00AD, is converted to nothing.
+  if (U_FAILURE(error) || length == 0) return false;
   for (int i = 0; i < length; ++i) {
     // A byte that looks like an apostrophe or a backslash would end the string or begin an escape.
     if (character >= 0x80 && static_cast<unsigned char>(bytes[i]) < 0x80) return false;

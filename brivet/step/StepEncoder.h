@@ -22,7 +22,8 @@ class StepEncoder {
   // Returns whether an encoding is set.
   bool IsActive() const noexcept { return converter != nullptr; }
 
-  // Returns the string with its apostrophes. Requires: IsActive.
+  // Returns the string with its apostrophes.
+  // Requires: IsActive.
   std::string Encode(DocumentVisitor::Text const& text) const;
 
  private:

@@ -102,7 +102,7 @@ VRELSectionReader* StepFormatReader::GetNextDataSection() {
   }
   auto* const section = new StepDataSection(buffer, *this);
   dataSections.add(section);
-  contents.Last().entities = section;
+  contents.SetEntities(section);
   return section;
 }
 

@@ -25,14 +25,14 @@ struct InputError;
 //
 // The file is read through a window from the first byte to the last: once while it is traversed, once by Resolve, and
 // once or more by each description, which needs Resolve.
-// Memory: less than 100 bytes an instance, and the header; it does not depend on the length of the file.
+// Memory: less than 100 bytes per instance, and the header; it does not depend on the length of the file.
 //
 // The sections of edition 3 (ANCHOR, REFERENCE, SIGNATURE) are described as they are. An instance with a scope follows
 // the instances of its scope.
 class StepFormatReader final : public Document {
  public:
-  // `shownName` is how messages name the document. `givenOptions` may be null. Ownership: the options are not owned and
-  // are used by Open only.
+  // `shownName` is how messages name the document. `givenOptions` may be null.
+  // Ownership: the options are not owned and are used by Open only.
   StepFormatReader(VRELFileHandle const& document, std::string shownName, VRELOptions* givenOptions = nullptr);
   ~StepFormatReader() override;
 

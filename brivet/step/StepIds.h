@@ -14,7 +14,7 @@
 // StepEntityReader): its id or, if that does not fit, the offset of its digits in the file. Ids of any length therefore
 // take no more memory than others.
 //
-// Memory: less than 6 bytes an instance.
+// Memory: less than 6 bytes per instance.
 class StepIds {
  public:
   static constexpr std::uint32_t kNone = UINT32_MAX;
@@ -31,7 +31,8 @@ class StepIds {
 
   // Returns the number for an id whose first digit, after leading zeros, is at `offset`.
   static std::uint64_t NumberOf(DocumentVisitor::Id const& id, std::uint64_t offset);
-  // Adds the next instance. Requires: fewer than kNone instances.
+  // Adds the next instance.
+  // Requires: fewer than kNone instances.
   void Add(std::uint64_t number);
   std::uint32_t Count() const noexcept { return count; }
 

@@ -19,7 +19,8 @@ class StepText;
 // Errors: InputError (VREL_E_INVALID_FILE) for a syntax error.
 class StepParser {
  public:
-  // `resolved` decides which references are defined; null for all. Ownership: nothing is owned.
+  // `resolved` decides which references are defined; null for all.
+  // Ownership: nothing is owned.
   StepParser(StepScanner& tokens, StepText& decoder, StepReferences const* resolved = nullptr)
       : scanner(tokens), strings(decoder), references(resolved) {}
 

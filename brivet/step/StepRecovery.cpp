@@ -1,13 +1,12 @@
 // Panic-mode recovery on bytes, not on tokens: after a missing apostrophe the scanner takes strings for tokens and
 // tokens for strings, and no token can be trusted. What can be trusted is the layout that nearly all exporters use, one
-// instance after a line end. Reading therefore resumes at the first line after the begin of the failed instance that
-// begins with
-// "#12=" or with a word that begins or ends a section. So a single missing apostrophe loses one instance, although the
-// error may be found thousands of lines later.
+// instance after a line end. Reading therefore resumes at the first line after the start of the failed instance that
+// begins with "#12=" or with a word that begins or ends a section. So a single missing apostrophe loses one instance,
+// although the error may be found thousands of lines later.
 //
 // In files with several instances on a line, a ";" followed by an instance is accepted as well, if the number of
 // apostrophes since the begin of the failed instance is even. If no line begins with an instance, the first ";"
-// followed by an instance is accepted whatever that number is.
+// followed by an instance is accepted for any number.
 //
 // The search never goes back before `from`, and it remembers up to where no line begins with an instance, so that all
 // searches of a file together take linear time.
@@ -90,7 +89,9 @@ StepScanner::Position StepRecovery::Find(StepScanner::Position from, Part part) 
       Start const start = mayStart ? StartAt(here.offset, part) : Start::None;
       atLineBegin = at == LineBegin;
       if (start == Start::Instance && at == LineBegin) return here;
-      if (start != Start::None && (at == LineBegin || !inString || noLines)) {
+      if (start != Start::None && at == AfterSemicolon && (!inString || noLines)) return here;
+      // The section ends: no line of it begins with an instance.
+      if (start == Start::Word && at == LineBegin) {
         if (!hasFallback) return here;
         break;
       }

@@ -4,14 +4,14 @@
 #include "StepBuffer.h"
 #include "StepScanner.h"
 
-// Searches the bytes of a file for the next begin of an instance or a section.
+// Searches the bytes of a file for the next start of an instance or a section.
 class StepRecovery {
  public:
   enum class Part { Header, Entries, Data, Scope };
 
   explicit StepRecovery(StepBuffer& bytes) : buffer(bytes) {}
 
-  // Returns the position, after `from`, at which reading resumes, or the end of the file. `from` is the begin of what
+  // Returns the position, after `from`, at which reading resumes, or the end of the file. `from` is the start of what
   // could not be read. Moves the offset of the buffer.
   StepScanner::Position Find(StepScanner::Position from, Part part);
   // Returns whether the last position is the first one of its line that is not blank.

@@ -44,7 +44,7 @@ void StepReferences::Build(OnDuplicate const& onDuplicate, OnDangling const& onD
   ids.Index(onDuplicate);
   isIndexed = true;
   // The first pass over the references counts them. Only that one reports those to nothing.
-  auto const walk = [this, onDangling, isFirst = true](StepReferrers::Note const& note) mutable {
+  auto const traverse = [this, onDangling, isFirst = true](StepReferrers::Note const& note) mutable {
     ReadReferences([&](std::uint32_t source, std::uint32_t target) {
       if (target != StepIds::kNone) {
         note(source, target);
@@ -54,7 +54,7 @@ void StepReferences::Build(OnDuplicate const& onDuplicate, OnDangling const& onD
     });
     isFirst = false;
   };
-  referrers = std::make_unique<StepReferrers>(contents.Count(), walk, buffer.Size() / kBytesForEachKept);
+  referrers = std::make_unique<StepReferrers>(contents.Count(), traverse, buffer.Size() / kBytesForEachKept);
 }
 
 // An instance ends before the next one begins. Without this limit a file that is overwritten while it is read could

@@ -20,8 +20,8 @@ constexpr std::uint32_t kNoSource = UINT32_MAX;
 
 }  // namespace
 
-StepReferrers::StepReferrers(std::uint32_t instances, Walk allReferences, std::uint64_t kept)
-    : walk(std::move(allReferences)),
+StepReferrers::StepReferrers(std::uint32_t instances, Traversal allReferences, std::uint64_t kept)
+    : traverse(std::move(allReferences)),
       limit(std::min<std::uint64_t>(std::max({kept, kLeastKept, kKeptEach * instances}), UINT32_MAX)),
       counts(instances, 0) {
   Count();
@@ -29,7 +29,7 @@ StepReferrers::StepReferrers(std::uint32_t instances, Walk allReferences, std::u
 
 void StepReferrers::Count() {
   std::vector<std::uint32_t> lastSource(counts.size(), kNoSource);
-  walk([&](std::uint32_t source, std::uint32_t target) {
+  traverse([&](std::uint32_t source, std::uint32_t target) {
     if (std::exchange(lastSource[target], source) != source) ++counts[target];
   });
 }
@@ -75,7 +75,7 @@ void StepReferrers::EndSpan() {
 // Places each pair once. A file that was changed may have more than were counted; those would not fit.
 void StepReferrers::Fill() {
   std::vector<std::uint32_t> positions(counts.begin() + spanBegin, counts.begin() + spanEnd);
-  walk([&](std::uint32_t source, std::uint32_t target) {
+  traverse([&](std::uint32_t source, std::uint32_t target) {
     if (target < spanBegin || target >= spanEnd) return;
     std::uint32_t& position = positions[target - spanBegin];
     if (position != counts[target] && sources[position - 1] == source) return;

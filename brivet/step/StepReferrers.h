@@ -8,17 +8,17 @@
 // Returns the referrers of each instance of a document, in the document's order. Memory does not grow with the number
 // of references: see the source. Most documents need one or two passes over the references.
 //
-// Memory: 16 bytes an instance at most, and what is kept at once.
+// Memory: 16 bytes per instance at most, and what is kept at once.
 // Errors: InputError (VREL_E_INVALID_FILE) if a pass finds other references than the one before.
 //
-//   StepReferrers referrers(count, walk);
+//   StepReferrers referrers(count, traverse);
 //   for (std::uint32_t i = 0; i < count; ++i)
 //     for (std::uint32_t source : referrers.Of(i)) ...
 class StepReferrers {
  public:
   using Note = std::function<void(std::uint32_t source, std::uint32_t target)>;
   // Calls `note` for each reference of the document, with the sources in ascending order.
-  using Walk = std::function<void(Note const& note)>;
+  using Traversal = std::function<void(Note const& note)>;
 
   // How many referrers are kept at once: this number for each instance of the document, and at least this number in
   // all.
@@ -26,7 +26,7 @@ class StepReferrers {
   static constexpr std::uint64_t kLeastKept = std::uint64_t(1) << 20U;
 
   // Counts the referrers in one pass. At least `kept` of them are kept at once.
-  StepReferrers(std::uint32_t instances, Walk walk, std::uint64_t kept = 0);
+  StepReferrers(std::uint32_t instances, Traversal traverse, std::uint64_t kept = 0);
 
   struct Range {
     std::uint32_t const* first;
@@ -47,7 +47,7 @@ class StepReferrers {
   void EndSpan();
   std::uint32_t EndOf(std::uint32_t target) const;
 
-  Walk const walk;
+  Traversal const traverse;
   std::uint64_t const limit;
   // The number of referrers of each instance; within the span, the position of the first one in `sources`.
   std::vector<std::uint32_t> counts;

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr char kUnterminatedString[] = "expected \"'\" at the end of the string, found another instance";
-constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the begin of a line
+constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the start of a line
 
 // Recognizes ";", a line end and "#12=" in a row, with blanks between, in the bytes of a string.
 class InstanceStart {
@@ -195,8 +195,12 @@ StepScanner::Token const& StepScanner::Next() {
 std::string StepScanner::ReadLinesBeforeEnd() {
   constexpr std::string_view kEndWord = "ENDSEC";
   std::string text;
-  std::size_t matched = 0;  // bytes of kEndWord at the begin of this line
+  std::size_t matched = 0;  // bytes of kEndWord at the start of this line
   bool atLineBegin = true;
+  // The rest of the line is not part of the content.
+  while (IsBlank(buffer.Peek()) && !IsLineEnd(buffer.Peek())) Take();
+  if (IsLineEnd(buffer.Peek())) Take();
+  if (afterReturn && buffer.Peek() == '\n') Take();
   while (true) {
     int const byte = buffer.Peek();
     if (byte == StepBuffer::kEnd) break;
@@ -212,8 +216,11 @@ std::string StepScanner::ReadLinesBeforeEnd() {
       atLineBegin = IsLineEnd(byte) || (atLineBegin && matched == 0 && IsBlank(byte));
     }
     if (text.size() == kTextLimit) Fail("expected a section of at most 16 MiB, found a longer one");
-    text += static_cast<char>(Take());
+    bool const endsLine = byte == '\n' && afterReturn;
+    Take();
+    if (!endsLine) text += static_cast<char>(byte == '\r' ? '\n' : byte);
   }
+  if (!text.empty() && text.back() != '\n') text += '\n';
   return text;
 }
 
@@ -335,9 +342,8 @@ void StepScanner::ReadResource() {
   do {
     last = buffer.Peek();
     Keep();
-    if (buffer.Peek() == StepBuffer::kEnd || (last == ';' && IsLineEnd(buffer.Peek()))) {
-      FailUnterminated("'>'", "resource");
-    }
+    if (buffer.Peek() == StepBuffer::kEnd) FailUnterminated("'>'", "resource");
+    if (last == ';' && IsLineEnd(buffer.Peek())) Fail("expected '>' at the end of the resource, found end of line");
   } while (buffer.Peek() != '>');
   Keep();
 }

@@ -82,8 +82,8 @@ class StepScanner {
   // end of the file as the current token, if there is none.
   bool NextReference();
 
-  // Returns the bytes up to the next line that begins with ENDSEC, and makes that word the next token. At most
-  // kTextLimit bytes are returned.
+  // Returns the lines, from the next one on, up to one that begins with ENDSEC, and makes that word the next token. Each
+  // line ends with a line feed. Errors: InputError for more than kTextLimit bytes.
   std::string ReadLinesBeforeEnd();
 
  private:

@@ -3,7 +3,7 @@
 // because the reader frame asks for one entity after the other. There is one token of lookahead: `hasPendingToken` says
 // that the current token was examined and belongs to what is read next.
 //
-// Recovery: whatever fails has a begin, the first token of the entity, entry or instance. From there StepRecovery finds
+// Recovery: each entity, entry or instance that fails has a begin, its first token. From there StepRecovery finds
 // where reading resumes, which may be before the position of the error, so that bytes are read again. A hostile file
 // could make each instance fail at the end of the file. Once kRescanFactor times the size of the file was read again,
 // reading therefore resumes after the error instead, which bounds the total time.

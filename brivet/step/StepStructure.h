@@ -28,7 +28,8 @@ class VRELFileHeader;
 // within a data section NextInstance until null; the entity that was returned is read before the next call.
 class StepStructure {
  public:
-  // What the functions read from and add to. Ownership: nothing is owned.
+  // What the functions read from and add to.
+  // Ownership: nothing is owned.
   struct Parts {
     StepBuffer& buffer;
     StepScanner& scanner;
@@ -47,22 +48,26 @@ class StepStructure {
 
   // Finds the next entity of the header. Returns false at the end of the header.
   bool NextHeaderEntity(StepScanner::Position& begin);
-  // Reads that entity. Errors: a failure after a report.
+  // Reads that entity.
+  // Errors: a failure after a report.
   VRINResult ReadHeaderEntity(StepScanner::Position begin, VRELFileHeader& header);
   std::vector<StepScanner::Position> const& HeaderEntities() const noexcept { return headerEntities; }
 
   // Adds the next data section to the contents. Returns false at the end of the file.
   bool NextDataSection();
-  // Returns the next instance of the data section, or null at its end. Ownership: the caller's.
+  // Returns the next instance of the data section, or null at its end.
+  // Ownership: the caller's.
   StepEntityReader* NextInstance(VRELBufferHandle& buffer, Progress* progress);
-  // Reads the records of that instance. Errors: a failure after a report.
+  // Reads the records of that instance.
+  // Errors: a failure after a report.
   VRINResult ReadInstance(StepEntityReader& entity);
 
   bool IsEnded() const noexcept { return ended; }
   long SimpleCount() const noexcept { return simple; }
   long ComplexCount() const noexcept { return complex; }
   long EscapedCount() const noexcept { return escaped; }
-  // Removes an instance from the counts. Requires: the instance was read.
+  // Removes an instance from the counts.
+  // Requires: the instance was read.
   void RemoveFromCounts(StepEntityReader& entity);
 
   // Goes to the token at a position and makes it the current one.

@@ -46,7 +46,7 @@ struct Match {
   std::size_t length;
 };
 
-// Returns what the backslash at the begin of the text opens.
+// Returns the kind of escape that the backslash at the start of the text begins.
 Match Classify(std::string_view text) {
   if (std::size_t const length = DigitsLength(text, "\\X2\\", 4)) return {Escape::Utf16, length};
   if (std::size_t const length = DigitsLength(text, "\\X4\\", 8)) return {Escape::Utf32, length};
@@ -179,7 +179,7 @@ StepText::Decoded StepText::Decode(std::string_view encoded) {
   std::string_view const raw = DecodeBytes(encoded, storage);
   Decoded decoded;
   Utf16Joiner units(decoded.utf8);
-  std::size_t plain = 0;  // begin of what has no escapes
+  std::size_t plain = 0;  // start of the part without escapes
   auto const appendPlain = [&](std::size_t end) {
     if (end == plain) return;
     units.Flush();

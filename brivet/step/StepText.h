@@ -18,7 +18,7 @@ struct UConverter;
 // UTF-8 is decoded in the encoding of the locale, unless that is UTF-8 or ASCII, and in ISO 8859-1 if it is not valid
 // there either.
 //
-// Cost: linear in the length. Never fails.
+// Performance: linear in the length. Never fails.
 class StepText {
  public:
   struct Decoded {

@@ -163,8 +163,8 @@ class StepWriter : public DocumentVisitor {
   }
   void Lines(std::string_view text) override {
     while (!text.empty()) {
-      std::size_t const end = std::min(text.find_first_of("\r\n"), text.size());
-      if (end != 0) out.WriteLine(text.substr(0, end));
+      std::size_t const end = std::min(text.find('\n'), text.size());
+      out.WriteLine(text.substr(0, end));
       text.remove_prefix(std::min(end + 1, text.size()));
     }
   }

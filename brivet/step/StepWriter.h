@@ -5,9 +5,9 @@
 
 struct BrivetWriteRequest;
 
-// Writes a document as a STEP file: one instance a line, in the document's order. If the option FileLineLength is set,
-// a longer line continues in the next one, between two values; a value is never divided. Strings keep their bytes and
-// escapes; if the option Encoding is set, characters beyond ASCII are written in that encoding, or as escapes if it
+// Writes a document as a STEP file: one instance per line, in the document's order. If the option FileLineLength is
+// set, a longer line continues in the next one, between two values; a value is never divided. Strings keep their bytes
+// and escapes; if the option Encoding is set, characters beyond ASCII are written in that encoding, or as escapes if it
 // does not have them. Comments and line ends of the document are not kept. If parts of the document were lost, a
 // comment after the header says so.
 //

@@ -1,6 +1,7 @@
 #include "BatchProgressBar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -10,7 +11,7 @@ constexpr std::chrono::milliseconds kInterval(100);
 
 // "0:42", "12:05", "3:00:00".
 std::string Duration(double seconds) {
-  long const rounded = static_cast<long>(std::min(seconds, 3.6e8) + 0.5);
+  long const rounded = std::lround(std::min(seconds, 3.6e8));
   char text[48];
   if (rounded < 3600) {
     std::snprintf(text, sizeof text, "%ld:%02ld", rounded / 60, rounded % 60);

@@ -19,8 +19,8 @@ class ProgressBar;
 // ignored.
 class StandardErrorListener : public VRELEventListener {
  public:
-  // A progress bar is hidden before each line. It may be null and must exist as long as the listener. With `showsNotes`,
-  // messages that begin with "note: " are written as well.
+  // A progress bar is hidden before each line. It may be null and must exist as long as the listener. With
+  // `showsNotes`, messages that begin with "note: " are written as well.
   explicit StandardErrorListener(ProgressBar* progressBar = nullptr, bool showsNotes = false);
   ~StandardErrorListener() override;
   StandardErrorListener(StandardErrorListener const&) = delete;

@@ -8,7 +8,7 @@
 #include "PageWriter.h"
 #include "Utf8StreamFormatter.h"
 
-// UTF-8, one instance a line.
+// UTF-8, one instance per line.
 //
 // Errors: CheckedOutputStream::Failure if the stream does not accept everything.
 class TextPage final : public PageWriter {

@@ -37,7 +37,7 @@ constexpr int kPollMilliseconds = 100;
 constexpr auto kTerminationTime = std::chrono::milliseconds(1300);
 constexpr int kReportDescriptor = 3;  // of a worker
 constexpr int kAbortedStatus = 3;
-constexpr int kCrashStatus = 7;  // of a worker that a signal ended, often for want of memory
+constexpr int kCrashStatus = 7;  // of a worker that a signal ended, often because memory ran out
 constexpr int kExecFailure = 127;
 
 bool IsStandardInput(std::string const& path) {
@@ -127,6 +127,7 @@ class Batch::Loop {
  private:
   static std::vector<long> SizesOf(std::vector<BatchItem> const& items) {
     std::vector<long> sizes;
+    sizes.reserve(items.size());
     for (BatchItem const& item : items) sizes.push_back(SizeOf(item.input));
     return sizes;
   }
@@ -145,9 +146,10 @@ class Batch::Loop {
     Worker worker;
     worker.item = item;
     worker.begin = Clock::now();
-    std::vector<std::string> words = WordsFor(batch.items[item]);
+    std::vector<std::string> command = WordsFor(batch.items[item]);
     std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.reserve(command.size() + 1);
+    for (std::string& word : command) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     pid_t const parent = getpid();
     worker.process = areOpen ? fork() : -1;

@@ -28,7 +28,7 @@ std::string FindConflict(std::vector<BatchItem> const& items);
 
 // Runs a worker process for each item, several at a time. The workers are this program, called with the words for the
 // worker and those of the item: one process translates one input. Their messages and summary lines are printed as they
-// come, whole lines at a time. A worker that fails does not stop the others.
+// arrive, complete lines at a time. A worker that fails does not stop the others.
 //
 // If an abort is requested, no worker is started any more, and the running ones are terminated within two seconds.
 //
@@ -39,8 +39,8 @@ class Batch {
   Batch(std::vector<BatchItem> batchItems, std::vector<std::string> workerWords, int jobCount);
 
   // Runs all workers. `report` gets a line of JSON for each input, in their order; it may be null. Returns the exit
-  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort. With `hidesSummaries` the
-  // summary lines are not printed, and with `isQuiet` no messages either.
+  // status of the first input that failed, else 8 if one was partial, else 0; 3 after an abort. With `hidesSummaries`
+  // the summary lines are not printed, and with `isQuiet` no messages either.
   int Run(VRELOutputStream* report, bool showsProgress, bool isQuiet, bool hidesSummaries);
 
  private:

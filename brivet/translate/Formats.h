@@ -24,7 +24,7 @@ struct Format {
   static std::string WrittenNames();
   // Returns their extensions: ".html, .htm, .txt, ...".
   static std::string WrittenExtensions();
-  // Returns a table of all formats, one a line: name, title, what can be done, module and extensions.
+  // Returns a table of all formats, one per line: name, title, what can be done, module and extensions.
   static std::string Table();
 
   // Returns the name of the output for an input, without folder: the input's name with the extension of this format

@@ -12,7 +12,7 @@
 //
 // The log is left out, with one warning, if it cannot be written, if it is a file that the run reads or writes or that
 // a standard stream is connected to, or if its name is anything but a regular file of this user with one link: a
-// symbolic or hard link that somebody has put there must not redirect the log to another file.
+// symbolic or hard link that another user created must not redirect the log to another file.
 class RunLog {
  public:
   // `filesOfRun` are the files that the run reads and writes. They need not exist.

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int kOptionStatus = 1;  // of an option that a module cannot use
+
 void AppendEscape(std::string& json, unsigned int unit) {
   char escape[16];
   std::snprintf(escape, sizeof escape, "\\u%04x", unit);
@@ -47,6 +49,7 @@ std::string ToJson(Loss const& loss) {
 }  // namespace
 
 int ExitStatusOf(VRINResult result) {
+  if (result == VREL_E_INVALID_ARGUMENT) return kOptionStatus;
   return result == VREL_S_PARTIAL ? kPartialStatus : static_cast<int>(result.GetReturnCode());
 }
 

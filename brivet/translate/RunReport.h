@@ -10,7 +10,8 @@
 // The exit status of a partial result.
 constexpr int kPartialStatus = 8;
 
-// Returns the exit status of a run with this result: 0 for a success, 8 for a partial one, otherwise the return code.
+// Returns the exit status of a run with this result: 0 for a success, 8 for a partial one, 1 for an
+// invalid option, otherwise the return code.
 int ExitStatusOf(VRINResult result);
 
 // The result of one input, for -report.
@@ -24,7 +25,7 @@ struct RunReport {
   double seconds = 0;  // of wall-clock time
   long bytes = 0;      // of the input, after decompression
 
-  // Returns the report as one line of JSON, with its line end. A byte of a name that is not valid UTF-8 is written as the
-  // escape of a lone surrogate, "\udc80" to "\udcff", as Python does.
+  // Returns the report as one line of JSON, with its line end. A byte of a name that is not valid UTF-8 is written as
+  // the escape of a lone surrogate, "\udc80" to "\udcff", as Python does.
   std::string ToJson() const;
 };

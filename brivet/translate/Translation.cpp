@@ -14,7 +14,6 @@
 #include "Diagnostics.h"
 #include "Document.h"
 #include "EndOptionsEvent.h"
-#include "FileError.h"
 #include "GzipOutputStream.h"
 #include "Listing.h"
 #include "PathNames.h"
@@ -141,18 +140,13 @@ VRINResult Translation::ReportOptions() const {
     for (OptionSource const& each : options.Sources()) ReportMessage(each.Words());
     options.Dump();
     if (job.areOptionsReported) options.ReportWarnings();
-    if (job.isVerbose && job.areOptionsReported) ReportOptionsWithoutEffect();
+    if (job.isVerbose) {
+      options.ReportWithoutEffect(Format::OfInput(job.input).name, target != nullptr ? job.target->name : "");
+    }
     return VREL_S_OK;
   });
   Send<EndOptionsEvent>(result, options.Store().Size(), options.UnknownCount());
   return result;
-}
-
-void Translation::ReportOptionsWithoutEffect() const {
-  for (std::string const& name :
-       options.NamesWithoutEffect(Format::OfInput(job.input).name, target != nullptr ? job.target->name : "")) {
-    ReportMessage("note: option " + QuoteName(name) + " has no effect on this translation");
-  }
 }
 
 VRINResult Translation::Translate(std::optional<RunLog>& writeLog) {

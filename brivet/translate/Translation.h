@@ -52,7 +52,6 @@ class Translation {
   VRINResult RunTasks();
   void ReportProduct() const;
   VRINResult ReportOptions() const;
-  void ReportOptionsWithoutEffect() const;
   VRINResult Translate(std::optional<RunLog>& writeLog);
   VRINResult RunReadPhase();
   VRINResult RunWritePhase();

@@ -46,7 +46,7 @@ void FindIgnoringCase() {
 }
 
 void PrintMessages() {
-  VRELInfo::Printf("nobody receives this");
+  VRELInfo::Printf("not printed");
   VRELConsoleLogger::SetUp(VREL_LEVEL_INFO);
   VRELInfo::Printf("12 faces, 100%% of them plane");
   VRELConsoleLogger::_console.Finalize();

@@ -40,8 +40,8 @@ void Handle(VRELStreamFormatter& out) {
   VRELFileHandle const file(new VRELFile("models/sub/wheel.stp"));
   std::FILE* stream = nullptr;
   char word[4] = "";
-  if (file->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) std::fgets(word, sizeof word, stream);
-  out << word << out.endline();
+  bool const isOpen = file->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess();
+  if (isOpen && std::fgets(word, sizeof word, stream) != nullptr) out << word << out.endline();
 }
 
 void TemporaryFile(VRELStreamFormatter& out) {

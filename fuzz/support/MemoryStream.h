@@ -7,7 +7,8 @@
 
 #include "VRELInputStream.h"
 
-// Reads a string, at most `most` bytes per call, as from a pipe. Requires: `most` >= 1.
+// Reads a string, at most `most` bytes per call, as from a pipe.
+// Requires: `most` >= 1.
 class MemoryStream : public VRELInputStream {
  public:
   MemoryStream(std::string bytes, int mostAtOnce) : text(std::move(bytes)), most(mostAtOnce) {}

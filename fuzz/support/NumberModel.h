@@ -12,7 +12,8 @@ struct NumberModel {
   std::size_t taken = 0;
 };
 
-// Parses digit by digit, without shortcuts. Requires: `text` has no zero byte.
+// Parses digit by digit, without shortcuts.
+// Requires: `text` has no zero byte.
 inline NumberModel ReadNumber(std::string const& text) {
   auto const isIn = [](char c, char const* set) { return c != '\0' && std::string(set).find(c) != std::string::npos; };
   auto const isDigit = [&](char c) { return isIn(c, "0123456789"); };

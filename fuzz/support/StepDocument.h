@@ -1,4 +1,4 @@
-// A STEP file in memory as a document, and its description as text, for fuzzers.
+// STEP documents in memory for fuzzers.
 #pragma once
 
 #include <sys/mman.h>
@@ -16,7 +16,7 @@
 #include "VRELFormatReaderHandle.h"
 #include "VRELReader.h"
 
-// Writes a document's data as a STEP file has it, and counts what comes.
+// Writes the sections of a document as STEP clear text, and counts what they contain.
 class PlainWriter final : public DocumentVisitor {
  public:
   using Names = std::vector<std::string>;
@@ -30,6 +30,22 @@ class PlainWriter final : public DocumentVisitor {
     text += "ENDSEC;\n";
     inSection = false;
   }
+  void BeginOtherSection(std::string_view keyword) override {
+    if (keyword == "SIGNATURE") text += "END-ISO-10303-21;\n";
+    text += std::string(keyword) + ";\n";
+  }
+  void EndOtherSection() override { text += "ENDSEC;\n"; }
+  void BeginEntry(std::string_view name) override {
+    text += std::string(name) + "=";
+    isFirst = true;
+    inEntry = true;
+    depth = 0;
+  }
+  void EndEntry() override {
+    text += ";\n";
+    inEntry = false;
+  }
+  void Lines(std::string_view lines) override { text += lines; }
   void BeginInstance(Id const& id, bool isComplex) override {
     EndHeading();
     present = std::string(id.digits);
@@ -50,14 +66,14 @@ class PlainWriter final : public DocumentVisitor {
     std::string quoted;
     for (char const c : value.encoded) quoted.append(c == '\'' ? 2 : 1, c);
     Value("'" + quoted + "'");
-    escaped += value.escaped ? 1 : 0;
+    escaped += value.escaped && !inEntry ? 1 : 0;
   }
   void Enumeration(std::string_view name) override { Value("." + std::string(name) + "."); }
   void Binary(std::string_view digits) override { Value("\"" + std::string(digits) + "\""); }
   void Reference(Id const& target, bool defined) override {
     std::string const name(target.digits);
     Value("#" + name);
-    if (!defined || present.empty()) return;
+    if (!defined || target.ordinal == 0 || present.empty()) return;
     Names& sources = references[name];
     if (sources.empty() || sources.back() != present) sources.push_back(present);
   }
@@ -67,6 +83,20 @@ class PlainWriter final : public DocumentVisitor {
   void EndList() override { Close(); }
   void BeginTyped(std::string_view type) override { OpenValue(std::string(type)); }
   void EndTyped() override { Close(); }
+  void Name(std::string_view name) override { Value(std::string(name)); }
+  void Resource(std::string_view resource) override { Value(std::string(resource)); }
+  void BeginBraces(std::string_view tag) override {
+    if (inEntry && depth == 0) isFirst = true;
+    if (!isFirst) text += ",";
+    text += "{" + std::string(tag) + (tag.empty() ? "" : ":");
+    isFirst = true;
+    ++depth;
+  }
+  void EndBraces() override {
+    text += "}";
+    isFirst = false;
+    --depth;
+  }
   void Referrer(Id const& source) override { referrers[present].push_back(std::string(source.digits)); }
 
   std::string text;
@@ -77,7 +107,7 @@ class PlainWriter final : public DocumentVisitor {
   long escaped = 0;
 
  private:
-  // A section's own parameters end with the first instance or the section.
+  // The parameters of a section end with the first instance or the section.
   void EndHeading() {
     if (inSection) text += ";\n";
     inSection = false;
@@ -85,6 +115,7 @@ class PlainWriter final : public DocumentVisitor {
   void Open(std::string const& type) {
     text += type + "(";
     isFirst = true;
+    ++depth;
   }
   void OpenValue(std::string const& type) {
     if (!isFirst) text += ",";
@@ -93,17 +124,20 @@ class PlainWriter final : public DocumentVisitor {
   void Close() {
     text += ")";
     isFirst = false;
+    --depth;
   }
   void Value(std::string const& value) {
-    OpenValue(value);
-    text.pop_back();
+    if (!isFirst) text += ",";
+    text += value;
     isFirst = false;
   }
 
   std::string present;
   char const* end = "";
   bool inSection = false;
+  bool inEntry = false;
   bool isFirst = true;
+  int depth = 0;
 };
 
 // One file in memory for the whole process.
@@ -121,7 +155,7 @@ class FileInMemory {
   std::string path = "/proc/self/fd/" + std::to_string(descriptor);
 };
 
-// A document read from its first byte to its last, as the driver reads it.
+// A document read as the driver reads it.
 class ReadDocument {
  public:
   explicit ReadDocument(std::string const& bytes) {

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "VRELArchiveException.h"
 #include "VRELBlast.h"
 #include "VRELString.h"
@@ -15,36 +16,30 @@
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
-
-static_assert(Declares<int (VRELArchive::*)(char*, int)>(&VRELArchive::Read));
-static_assert(Declares<long (VRELArchive::*)() const>(&VRELArchive::GetBytesRead));
-static_assert(Declares<long (VRELArchive::*)()>(&VRELArchive::RestoreCount));
-static_assert(Declares<long (VRELArchive::*)()>(&VRELArchive::GetCStringLength));
-static_assert(Declares<void (VRELArchive::*)(VRELString&)>(&VRELArchive::RestoreCString));
-static_assert(Declares<VRINResult (VRELArchive::*)(VRELString&, unsigned short*)>(&VRELArchive::RestoreClassObject));
-static_assert(Declares<VRINResult (VRELArchive::*)(char const*, unsigned short*)>(&VRELArchive::RestoreClassObject));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(unsigned char&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(char&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(unsigned short&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(short&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(unsigned int&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(int&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(long&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(float&)>(&VRELArchive::operator>>));
-static_assert(Declares<VRELArchive& (VRELArchive::*)(double&)>(&VRELArchive::operator>>));
-static_assert(Declares<int (*)(char const*)>(&VRELIsnan));
-static_assert(Declares<eVRELArchiveException (VRELArchiveException::*)() const>(&VRELArchiveException::GetCode));
+static_assert(IsDeclared<int (VRELArchive::*)(char*, int)>(&VRELArchive::Read));
+static_assert(IsDeclared<long (VRELArchive::*)() const>(&VRELArchive::GetBytesRead));
+static_assert(IsDeclared<long (VRELArchive::*)()>(&VRELArchive::RestoreCount));
+static_assert(IsDeclared<long (VRELArchive::*)()>(&VRELArchive::GetCStringLength));
+static_assert(IsDeclared<void (VRELArchive::*)(VRELString&)>(&VRELArchive::RestoreCString));
+static_assert(IsDeclared<VRINResult (VRELArchive::*)(VRELString&, unsigned short*)>(&VRELArchive::RestoreClassObject));
+static_assert(IsDeclared<VRINResult (VRELArchive::*)(char const*, unsigned short*)>(&VRELArchive::RestoreClassObject));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(unsigned char&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(char&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(unsigned short&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(short&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(unsigned int&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(int&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(long&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(float&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<VRELArchive& (VRELArchive::*)(double&)>(&VRELArchive::operator>>));
+static_assert(IsDeclared<int (*)(char const*)>(&VRELIsnan));
+static_assert(IsDeclared<eVRELArchiveException (VRELArchiveException::*)() const>(&VRELArchiveException::GetCode));
 static_assert(sizeof(VRELArchiveException) == 4 && !std::is_polymorphic_v<VRELArchiveException>);
 static_assert(std::is_constructible_v<VRELArchive, VRELInputStream*> && !std::is_polymorphic_v<VRELArchive>);
 
 static_assert(std::is_same_v<blast_in, unsigned (*)(void*, unsigned char**)>);
 static_assert(std::is_same_v<blast_out, int (*)(void*, unsigned char*, unsigned)>);
-static_assert(Declares<int (*)(blast_in, void*, blast_out, void*)>(&blast));
+static_assert(IsDeclared<int (*)(blast_in, void*, blast_out, void*)>(&blast));
 
 TEST(ArchiveDeclarationsTest, FieldsByOffset) {
   VRELStringInputStream stream(Gk_String("abc"));

@@ -396,7 +396,7 @@ long ResidentBytes() {
   return resident * sysconf(_SC_PAGESIZE);
 }
 
-TEST(VRELArchiveTest, StringIsOneReadOfItsLength) {
+TEST(VRELArchiveTest, StringIsReadInOneCall) {
   struct {
     std::string mark;
     std::vector<int> requests;
@@ -427,7 +427,7 @@ TEST(VRELArchiveTest, StringIsOneReadOfItsLength) {
   }
 }
 
-TEST(VRELArchiveTest, StringThatNoReadCanHoldThrows) {
+TEST(VRELArchiveTest, StringAboveIntMaxThrows) {
   for (std::string const& mark :
        {"\xFF\xFF\xFF\x00\x00\x00\x80"s, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, "\xFF\xFE\xFF\xFF\xFF\xFF\x00\x00\x00\x20"s,
         "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}) {

@@ -33,7 +33,7 @@ struct Decompression {
 class Ends {
  public:
   Ends(std::string const& bytes, std::size_t length, std::size_t writesTaken)
-      : data(bytes), blockLength(length), goodWrites(writesTaken) {}
+      : data(bytes), blockLength(length), acceptedWrites(writesTaken) {}
 
   static unsigned Read(void* how, unsigned char** buffer) { return static_cast<Ends*>(how)->Read(buffer); }
   static int Write(void* how, unsigned char* buffer, unsigned length) {
@@ -61,17 +61,17 @@ class Ends {
     done.writes.push_back(length);
     done.readAtWrite.push_back(done.bytesRead);
     done.output.append(reinterpret_cast<char const*>(buffer), length);
-    return done.writes.size() > goodWrites ? 7 : 0;
+    return done.writes.size() > acceptedWrites ? 7 : 0;
   }
 
   std::string const& data;
   std::size_t blockLength;
-  std::size_t goodWrites;
+  std::size_t acceptedWrites;
   std::unique_ptr<unsigned char[]> block;
 };
 
-Decompression Blast(std::string const& data, std::size_t blockLength = 65536, std::size_t goodWrites = SIZE_MAX) {
-  Ends ends(data, blockLength, goodWrites);
+Decompression Blast(std::string const& data, std::size_t blockLength = 65536, std::size_t acceptedWrites = SIZE_MAX) {
+  Ends ends(data, blockLength, acceptedWrites);
   ends.done.result = blast(Ends::Read, &ends, Ends::Write, &ends);
   return ends.done;
 }
@@ -360,7 +360,7 @@ TEST(VRELBlastTest, CopiesCrossBlockBoundary) {
         Sample sample(isCoded, 6);
         sample.Literals(RandomBytes(random, 2 * window - static_cast<std::size_t>(before)));
         sample.Copy(518, distance);
-        sample.Literals("behind");
+        sample.Literals("after");
         sample.Copy(300, distance);
         sample.data.End();
         Decompression const done = Blast(sample.data.Bytes());

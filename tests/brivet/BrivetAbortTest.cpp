@@ -120,7 +120,7 @@ TEST_F(BrivetAbortTest, StopsWhileWaitingForInput) {
 }
 
 // As under nohup.
-TEST_F(BrivetAbortTest, IgnoresIgnoredSignals) {
+TEST_F(BrivetAbortTest, KeepsIgnoredSignals) {
   Write("large.stp", LargeDocument());
   std::signal(SIGHUP, SIG_IGN);
   Start({"large.stp", "-list"});

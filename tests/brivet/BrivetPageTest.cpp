@@ -10,7 +10,7 @@
 namespace {
 
 // Checks that every link has an anchor and clicks one, and writes the findings to the title.
-constexpr char LOOK[] = R"(<SCRIPT>
+constexpr char kScript[] = R"(<SCRIPT>
 addEventListener('load', () => {
   const links = [...document.querySelectorAll('a[href]')];
   const lost = links.filter(link => document.getElementsByName(link.hash.slice(1)).length != 1);
@@ -32,10 +32,10 @@ class BrivetPageTest : public BrivetFixture {};
 }  // namespace
 
 TEST_F(BrivetPageTest, LinksLeadToInstances) {
-  if (!HasHeadlessBrowser()) GTEST_SKIP() << "there is no chromium";
+  if (!HasHeadlessBrowser()) GTEST_SKIP() << "chromium is missing";
   ASSERT_EQ(Brivet({BracketPath(), "page.html"}).exitStatus, 0);
   std::string page = folder.Read("page.html");
-  page.insert(page.rfind("</BODY>"), LOOK);
+  page.insert(page.rfind("</BODY>"), kScript);
   Write("look.html", page);
   EXPECT_THAT(OpenPage(folder.Path("look.html")),
               testing::HasSubstr("<title>true 0 #48 true true rgb(255, 230, 128)</title>"));

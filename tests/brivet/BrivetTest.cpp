@@ -60,7 +60,7 @@ constexpr char kWasherListing[] =
 }  // namespace
 
 TEST_F(BrivetTest, ListsFile) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   for (char const* locale : {"C", "C.UTF-8", "no_SUCH.locale"}) {
     ChildResult const result = Brivet({"-list", "washer.stp"}, locale);
     EXPECT_EQ(result.exitStatus, 0);
@@ -71,14 +71,14 @@ TEST_F(BrivetTest, ListsFile) {
 
 TEST_F(BrivetTest, ReadsPipes) {
   for (char const* name : {"/dev/stdin", "-"}) {
-    ChildResult const result = Brivet({"-list", name}, "C.UTF-8", WASHER);
+    ChildResult const result = Brivet({"-list", name}, "C.UTF-8", kWasher);
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.output, kWasherListing);
   }
 }
 
 TEST_F(BrivetTest, AcceptsFileNameWithDashes) {
-  Write("--help", WASHER);
+  Write("--help", kWasher);
   ChildResult const result = Brivet({"-list", "--", "--help"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, kWasherListing);
@@ -86,7 +86,7 @@ TEST_F(BrivetTest, AcceptsFileNameWithDashes) {
 
 TEST_F(BrivetTest, ReadsUtf8InAnyLocale) {
   auto const nameLine = [this](std::string const& name, char const* locale) {
-    std::string document = WASHER;
+    std::string document = kWasher;
     document.replace(document.find("washer.stp"), 10, name);
     Write("washer.stp", document);
     ChildResult const result = Brivet({"-list", "washer.stp"}, locale);
@@ -109,7 +109,7 @@ TEST_F(BrivetTest, ReadsEncodingOfLocale) {
     return isUsable && std::string(nl_langinfo(CODESET)) == "ISO-8859-1" ? 0 : 1;
   });
   if (made.exitStatus != 0) GTEST_SKIP() << "cannot create a locale of ISO 8859-1: install the package locales";
-  std::string document = WASHER;
+  std::string document = kWasher;
   document.replace(document.find("washer.stp"), 10, "m\xFCller");
   ProgramOptions options;
   options.directory = folder.Path();
@@ -151,7 +151,7 @@ TEST_F(BrivetTest, ListsExampleDocument) {
   }
 }
 
-TEST_F(BrivetTest, ListingIsThatOfManual) {
+TEST_F(BrivetTest, ListingEqualsManual) {
   std::string shown;
   std::istringstream documentation(FileText(VREL_SOURCE_DIR "/docs/brivet.md"));
   std::string line;
@@ -184,7 +184,7 @@ TEST_F(BrivetTest, ShortensLongNames) {
 }
 
 TEST_F(BrivetTest, RefusesOtherFiles) {
-  std::string const washer = WASHER;
+  std::string const washer = kWasher;
   struct Row {
     std::string bytes;
     int line;
@@ -212,7 +212,7 @@ TEST_F(BrivetTest, RefusesOtherFiles) {
 
 // Warns about each fault; a document without any instance left is an error.
 TEST_F(BrivetTest, ReadsDamagedFiles) {
-  std::string const washer = WASHER;
+  std::string const washer = kWasher;
   auto const cutAfter = [&washer](std::string const& text) {
     return washer.substr(0, washer.find(text) + text.size());
   };
@@ -230,9 +230,9 @@ TEST_F(BrivetTest, ReadsDamagedFiles) {
        {"<100%s%%>", "FILE_DESCRIPTION", "FILE_NAME", "FILE_SCHEMA", nothing}},
       {cutAfter("FILE_SCHEMA"), 21, "", {"part.stp:7:", "part.stp:7:", "FILE_SCHEMA", nothing}},
       {cutAfter("30EC\n"), 21, "", {"part.stp:10:", "part.stp:11:", nothing}},
-      {cutAfter("#20=(A()"), 0, "1", {"part.stp:12:", "part.stp:12:"}},
-      {cutAfter("#1204=C('')"), 0, "2", {"part.stp:13:", "part.stp:13:"}},
-      {cutAfter("*/\nENDSEC;\n"), 0, "3", {"part.stp:15:"}},
+      {cutAfter("#20=(A()"), 8, "1", {"part.stp:12:", "part.stp:12:"}},
+      {cutAfter("#1204=C('')"), 8, "2", {"part.stp:13:", "part.stp:13:"}},
+      {cutAfter("*/\nENDSEC;\n"), 8, "3", {"part.stp:15:"}},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.bytes);
@@ -250,12 +250,12 @@ TEST_F(BrivetTest, ReadsDamagedFiles) {
       EXPECT_THAT(result.output, HasSubstr("\nentity instances           " + row.instances + "\n"));
     }
     EXPECT_EQ(Brivet({"part.stp"}).exitStatus, row.status);
-    EXPECT_EQ(folder.Has("part.html"), row.status == 0);
+    EXPECT_EQ(folder.Has("part.html"), row.status != 21);
   }
 }
 
 TEST_F(BrivetTest, ReportsUnwritableStandardOutput) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   for (char const* command :
        {"\"$b\" -list washer.stp >/dev/full", "\"$b\" --help >/dev/full", "\"$b\" --version >/dev/full"}) {
     SCOPED_TRACE(command);
@@ -286,7 +286,7 @@ TEST_F(BrivetTest, PrintsHelp) {
     ChildResult const result = Brivet({option});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.output, StartsWith("usage: brivet [options] INPUT [OUTPUT]\n"));
-    EXPECT_THAT(result.output, HasSubstr("Exit status: 0 success"));
+    EXPECT_THAT(result.output, HasSubstr("Exit status: 0 success;"));
     EXPECT_EQ(result.errors, "");
   }
   for (char const* option : {"--version", "-version", "-v", "-vers"}) {
@@ -304,7 +304,7 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
   std::string const hint = "\nhint: to use a file of this name, put -- before it";
   Row const rows[] = {
       {{}, "missing INPUT"},
-      {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'"},
+      {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'\nhint: to translate several files, use -outdir DIR"},
       {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write\nhint: the formats are html, text, step, json"},
       {{"-set", "a=", "a.stp"},
        "invalid argument 'a=' for -set: no value after '='\n"
@@ -318,13 +318,14 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
     EXPECT_EQ(result.output, "");
     EXPECT_FALSE(folder.Has("brivet_read.log"));
     EXPECT_EQ(result.errors, "brivet: " + row.error +
-                                 "\nusage: brivet [options] INPUT [OUTPUT]\nTry 'brivet -help' for more "
+                                 "\nusage: brivet [options] INPUT [OUTPUT]\n       brivet [options] -outdir DIR "
+                                 "INPUT...\nTry 'brivet -help' for more "
                                  "information.\n");
   }
 }
 
 TEST_F(BrivetTest, WritesLog) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   Write("base.cfg", "# for all parts\n\nConvertAttributes = On\n*.*.Reader.ConvertAttributes: off\n");
   ChildResult const result =
       Brivet({"-options", "base.cfg", "-list", "washer.stp", "-set", "Stp.*.Reader.ConvertAttributes=a=b c"});
@@ -365,7 +366,7 @@ TEST_F(BrivetTest, LogsFailure) {
 }
 
 TEST_F(BrivetTest, LogLevelIsThatOfEnvironment) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   EXPECT_EQ(Shell("VRELLogLevel=NONE \"$b\" -list -set Healig=1 washer.stp").exitStatus, 0);
   EXPECT_EQ(Log(), "");
   EXPECT_EQ(Shell("VRELLogLevel=ERROR \"$b\" -set Healig=1 missing.stp").exitStatus, 13);
@@ -373,7 +374,7 @@ TEST_F(BrivetTest, LogLevelIsThatOfEnvironment) {
 }
 
 TEST_F(BrivetTest, LogsUnwritableStandardOutput) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   EXPECT_EQ(Shell("\"$b\" -list washer.stp >/dev/full").exitStatus, 15);
   EXPECT_THAT(Log(), HasSubstr("Error : cannot write to standard output: No space left on device\n"
                                "Finish Time : TIME\n"));
@@ -384,7 +385,7 @@ TEST_F(BrivetTest, ContinuesWithoutLog) {
 #ifdef VREL_COVERAGE
   GTEST_SKIP() << "another user may not write the coverage data";
 #endif
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   std::string const warning = "brivet: warning: cannot write the log 'brivet_read.log': ";
   ChildResult const full = Shell("ln -s /dev/full brivet_read.log; \"$b\" -list washer.stp");
   EXPECT_EQ(full.exitStatus, 0);
@@ -405,13 +406,13 @@ TEST_F(BrivetTest, ContinuesWithoutLog) {
 }
 
 TEST_F(BrivetTest, LogDoesNotOverwriteInput) {
-  Write("brivet_read.log", WASHER);
+  Write("brivet_read.log", kWasher);
   ChildResult const result = Brivet({"-list", "brivet_read.log"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.output, kWasherListing);
   EXPECT_THAT(result.errors, HasSubstr("it is a file of this run"));
-  EXPECT_EQ(folder.Read("brivet_read.log"), WASHER);
-  Write("washer.stp", WASHER);
+  EXPECT_EQ(folder.Read("brivet_read.log"), kWasher);
+  Write("washer.stp", kWasher);
   Write("brivet_read.log", "Healing=On\n");
   EXPECT_EQ(Brivet({"-options", "brivet_read.log", "-list", "washer.stp"}).exitStatus, 0);
   EXPECT_EQ(folder.Read("brivet_read.log"), "Healing=On\n");
@@ -425,7 +426,7 @@ TEST_F(BrivetTest, LogDoesNotOverwriteInput) {
 
 // Reports all errors before anything is read or written.
 TEST_F(BrivetTest, RefusesInvalidOptionsFiles) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   Write("brivet_read.log", "log of an earlier run");
   struct Row {
     std::string bytes;
@@ -468,7 +469,7 @@ TEST_F(BrivetTest, RefusesInvalidOptionsFiles) {
 }
 
 TEST_F(BrivetTest, WarnsAboutUnknownOptions) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   Write("base.cfg", "\nSewTolerence=1\nHealing=On\n\nFoo=1\n");
   ChildResult const result =
       Brivet({"-set", "Healig=1", "-options", "base.cfg", "-list", "washer.stp", "-set", "Healig=2"});
@@ -497,7 +498,7 @@ TEST_F(BrivetTest, WarnsAboutUnknownOptions) {
 }
 
 TEST_F(BrivetTest, ReadsOptionsFromPipe) {
-  Write("washer.stp", WASHER);
+  Write("washer.stp", kWasher);
   ChildResult const result =
       Brivet({"-options", "/dev/stdin", "-list", "washer.stp"}, "C.UTF-8", "Healing=On\nHealig=On\n");
   EXPECT_EQ(result.exitStatus, 0);

@@ -71,8 +71,17 @@ TEST(CommandLineTest, RefusesWrongNumberOfFiles) {
                       {{"a", ""}, "the name of OUTPUT is empty"},
                       {{"a", "-o", ""}, "the name of OUTPUT is empty"},
                       {{"a", "-list", "-o", "b"}, "option -list writes no OUTPUT"},
-                      {{"-h", "a"}, "options -help and -version take no file"},
-                      {{"-h", "-o", "a"}, "options -help and -version take no file"},
+                      {{"-h", "a"}, "option -help takes no file"},
+                      {{"-formats", "a"}, "option -formats takes no file"},
+                      {{"-settings", "a", "b"}, "option -settings takes one PATTERN"},
+                      {{"-jobs", "2", "a"}, "option -jobs requires -outdir"},
+                      {{"-outdir", "d"}, kMissing},
+                      {{"-outdir=", "a"}, "the name of the folder for -outdir is empty"},
+                      {{"-outdir", "d", "a", "-o", "b"}, "options -outdir and -o exclude each other"},
+                      {{"-outdir", "d", "a", "-list"}, "option -list writes no OUTPUT"},
+                      {{"-list", "a", "-report", "-"}, "options -list and -report - both write to standard output"},
+                      {{"a", "-", "-report", "-"}, "OUTPUT and -report are both standard output"},
+                      {{"-h", "-o", "a"}, "option -help takes no file"},
                       {{"-h", "-v"}, "options -help and -version exclude each other"}};
   for (Row const& row : rows) {
     SCOPED_TRACE(testing::PrintToString(row.words));
@@ -109,8 +118,13 @@ TEST(CommandLineTest, DeterminesFormatAndOutput) {
       {{"a.stp", "b.step"}, "step", "b.step"},
       {{"a.stp", "b.p21"}, "step", "b.p21"},
       {{"a.stp", "b.htm"}, "html", "b.htm"},
-      {{"a.stp", "b.doc"}, "html", "b.doc"},
+      {{"a.stp", "b"}, "html", "b"},
       {{"a.stp", "-"}, "html", "-"},
+      {{"a.stp", "b.html.gz"}, "html", "b.html.gz"},
+      {{"a.stp", "b.STP.GZ"}, "step", "b.STP.GZ"},
+      {{"a.stp.gz"}, "html", "a.html"},
+      {{"x.y/a.stpZ"}, "html", "a.html"},
+      {{"a.stp", "b.doc", "-write", "html"}, "html", "b.doc"},
       {{"a.stp", "b.txt", "-write", "step"}, "step", "b.txt"},
   };
   for (Row const& row : rows) {
@@ -136,6 +150,68 @@ TEST(CommandLineTest, ParsesFlags) {
   CommandLine const wrong = Parse({"-quiet", "-nothing"});
   EXPECT_EQ(wrong.action, CommandLine::Refuse);
   EXPECT_TRUE(wrong.isQuiet);
+}
+
+TEST(CommandLineTest, ParsesOptionsOfRuns) {
+  CommandLine const plain = Parse({"a.stp"});
+  EXPECT_FALSE(plain.isStrict || plain.isForced || plain.isVerbose || plain.isWorker);
+  EXPECT_TRUE(plain.hasLogs);
+  EXPECT_EQ(plain.report, "");
+  EXPECT_EQ(plain.temporarySpace, 17179869184);
+  CommandLine const line = Parse({"-strict", "-force", "-verbose", "-nolog", "-report", "r.json", "-logdir", "logs",
+                                  "-tempspace", "500M", "a.stp"});
+  EXPECT_TRUE(line.isStrict && line.isForced && line.isVerbose);
+  EXPECT_FALSE(line.hasLogs);
+  EXPECT_EQ(line.report, "r.json");
+  EXPECT_EQ(line.logFolder, "logs");
+  EXPECT_EQ(line.temporarySpace, 524288000);
+  EXPECT_EQ(Parse({"-report", "-", "a.stp"}).report, "-");
+}
+
+TEST(CommandLineTest, ParsesSeveralInputs) {
+  CommandLine const line = Parse({"-outdir", "d", "a.stp", "-jobs", "4", "b.stp", "--", "-c"});
+  EXPECT_EQ(line.action, CommandLine::TranslateAll);
+  EXPECT_EQ(line.inputs, (std::vector<std::string>{"a.stp", "b.stp", "-c"}));
+  EXPECT_EQ(line.outputFolder, "d");
+  EXPECT_EQ(line.jobs, 4);
+  EXPECT_EQ(Parse({"-outdir=d", "a.stp"}).jobs, 0);
+}
+
+TEST(CommandLineTest, ParsesLists) {
+  EXPECT_EQ(Parse({"-formats"}).action, CommandLine::ListFormats);
+  EXPECT_EQ(Parse({"-settings"}).action, CommandLine::ListSettings);
+  EXPECT_EQ(Parse({"-settings", "Step*"}).pattern, "Step*");
+}
+
+TEST(CommandLineTest, ParsesSizes) {
+  struct Row {
+    char const* text;
+    long size;  // 0 if it is refused
+  };
+  Row const rows[] = {{"1", 1},
+                      {"4096", 4096},
+                      {"1K", 1024},
+                      {"3m", 3145728},
+                      {"2G", 2147483648},
+                      {"1T", 1099511627776},
+                      {"4194304T", 1L << 62U},
+                      {"4194305T", 0},
+                      {"999999999999999999T", 0},
+                      {"9999999999999999999", 0},
+                      {"", 0},
+                      {"0", 0},
+                      {"K", 0},
+                      {"1KB", 0},
+                      {"1X", 0},
+                      {"-1", 0},
+                      {"1.5G", 0},
+                      {" 1", 0}};
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.text);
+    long size = 0;
+    EXPECT_EQ(ParseSize(row.text, size), row.size != 0);
+    EXPECT_EQ(size, row.size);
+  }
 }
 
 TEST(CommandLineTest, CollectsOptionSourcesInOrder) {
@@ -192,6 +268,19 @@ TEST(CommandLineTest, RefusesInvalidArguments) {
       {{"-set", "a= ", "a.stp"}, "invalid argument 'a= ' for -set: no value after '='", kEmpty},
       {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write", "the formats are html, text, step, json"},
       {{"a.stp", "--write="}, "unknown format '' for -write", "the formats are html, text, step, json"},
+      {{"a.stp", "b.doc"},
+       "no format has the extension of OUTPUT 'b.doc'",
+       "use one of .html, .htm, .txt, .text, .stp, .step, .p21, or -write FORMAT"},
+      {{"a.stp", "b.gz"},
+       "no format has the extension of OUTPUT 'b.gz'",
+       "use one of .html, .htm, .txt, .text, .stp, .step, .p21, or -write FORMAT"},
+      {{"a", "b", "c"}, "extra argument 'c'", "to translate several files, use -outdir DIR"},
+      {{"-jobs", "0", "-outdir", "d", "a"}, "invalid argument '0' for -jobs: not a number from 1 to 1024", ""},
+      {{"-jobs=1025", "-outdir", "d", "a"}, "invalid argument '1025' for -jobs: not a number from 1 to 1024", ""},
+      {{"-jobs=x", "-outdir", "d", "a"}, "invalid argument 'x' for -jobs: not a number from 1 to 1024", ""},
+      {{"-tempspace=x", "a"}, "invalid argument 'x' for -tempspace: not a size", "for example: -tempspace 500M"},
+      {{"-report=", "a"}, "the name for -report is empty", ""},
+      {{"-logdir=", "a"}, "the name for -logdir is empty", ""},
       {{"a.stp", "-write"}, "option -write requires an argument: FORMAT", ""},
       {{"a.stp", "-quiet=1"}, "option takes no argument: '-quiet=1'", "to use a file of this name, put -- before it"},
   };
@@ -203,5 +292,6 @@ TEST(CommandLineTest, RefusesInvalidArguments) {
     EXPECT_EQ(line.hint, row.hint);
     EXPECT_TRUE(line.sources.empty());
     EXPECT_EQ(line.input, "");
+    EXPECT_TRUE(line.inputs.empty());
   }
 }

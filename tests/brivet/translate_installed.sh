@@ -1,5 +1,5 @@
 #!/bin/bash
-# Translates a document with the installed program, and once more when one of its modules is missing.
+# Translates a document with the installed program, with all modules and without one of them.
 # translate_installed.sh PREFIX BINARIES LIBRARIES DOCUMENT SCRATCH
 set -euo pipefail
 
@@ -20,5 +20,6 @@ status=0
 "tree/$binaries/brivet" "$document" bracket.txt 2>errors || status=$?
 cat errors
 [[ $status -eq 4 && ! -e bracket.txt ]]
-grep -q '^brivet: libBrivetText\.so: expected the module that writes text, found .*; put it into .*LD_LIBRARY_PATH$' errors
+grep -q '^brivet: cannot load the module for writing text: .*libBrivetText\.so: cannot open shared object file' errors
+grep -q '^hint: the module belongs in .* or in a folder of LD_LIBRARY_PATH$' errors
 LD_LIBRARY_PATH="$prefix/$libraries" "tree/$binaries/brivet" "$document" bracket.txt

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "VRELBufferFileHandler.h"
 #include "VRELBufferFileHandlerHandle.h"
 #include "VRELBufferHandle.h"
@@ -17,37 +18,31 @@
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)()>(&VRELBuffer::IsValid));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(VRELString&, int)>(&VRELBuffer::ReadString));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(char&)>(&VRELBuffer::ReadChar));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(unsigned char&)>(&VRELBuffer::ReadUChar));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(wchar_t&)>(&VRELBuffer::ReadWideChar));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(short&)>(&VRELBuffer::ReadShort));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(int&)>(&VRELBuffer::ReadInt));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(unsigned int&)>(&VRELBuffer::ReadUInt));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(double&)>(&VRELBuffer::ReadDouble));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(long&)>(&VRELBuffer::ReadLong));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(unsigned long&)>(&VRELBuffer::ReadULong));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(VRELString&)>(&VRELBuffer::ReadLine));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(unsigned long)>(&VRELBuffer::SetOffset));
+static_assert(IsDeclared<VRINResult (VRELBuffer::*)(unsigned long&)>(&VRELBuffer::GetOffset));
 
-static_assert(Declares<VRINResult (VRELBuffer::*)()>(&VRELBuffer::IsValid));
-static_assert(Declares<VRINResult (VRELBuffer::*)(VRELString&, int)>(&VRELBuffer::ReadString));
-static_assert(Declares<VRINResult (VRELBuffer::*)(char&)>(&VRELBuffer::ReadChar));
-static_assert(Declares<VRINResult (VRELBuffer::*)(unsigned char&)>(&VRELBuffer::ReadUChar));
-static_assert(Declares<VRINResult (VRELBuffer::*)(wchar_t&)>(&VRELBuffer::ReadWideChar));
-static_assert(Declares<VRINResult (VRELBuffer::*)(short&)>(&VRELBuffer::ReadShort));
-static_assert(Declares<VRINResult (VRELBuffer::*)(int&)>(&VRELBuffer::ReadInt));
-static_assert(Declares<VRINResult (VRELBuffer::*)(unsigned int&)>(&VRELBuffer::ReadUInt));
-static_assert(Declares<VRINResult (VRELBuffer::*)(double&)>(&VRELBuffer::ReadDouble));
-static_assert(Declares<VRINResult (VRELBuffer::*)(long&)>(&VRELBuffer::ReadLong));
-static_assert(Declares<VRINResult (VRELBuffer::*)(unsigned long&)>(&VRELBuffer::ReadULong));
-static_assert(Declares<VRINResult (VRELBuffer::*)(VRELString&)>(&VRELBuffer::ReadLine));
-static_assert(Declares<VRINResult (VRELBuffer::*)(unsigned long)>(&VRELBuffer::SetOffset));
-static_assert(Declares<VRINResult (VRELBuffer::*)(unsigned long&)>(&VRELBuffer::GetOffset));
-
-static_assert(Declares<VRINResult (VRELBufferHandler::*)(long, unsigned char&)>(&VRELBufferHandler::GetChar));
-static_assert(Declares<VRINResult (VRELBufferFileHandler::*)(long, unsigned char&)>(&VRELBufferFileHandler::GetChar));
-static_assert(Declares<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::IsBufferValid));
+static_assert(IsDeclared<VRINResult (VRELBufferHandler::*)(long, unsigned char&)>(&VRELBufferHandler::GetChar));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)(long, unsigned char&)>(&VRELBufferFileHandler::GetChar));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::IsBufferValid));
 static_assert(
-    Declares<VRINResult (VRELBufferFileHandler::*)(unsigned long)>(&VRELBufferFileHandler::IsPointerPositionValid));
-static_assert(
-    Declares<VRINResult (VRELBufferFileHandler::*)(unsigned long)>(&VRELBufferFileHandler::AdvanceFilePointerPosition));
-static_assert(Declares<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::FillBuffer));
-static_assert(Declares<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::AllocateBuffer));
-static_assert(Declares<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::DecideFileBufferSize));
+    IsDeclared<VRINResult (VRELBufferFileHandler::*)(unsigned long)>(&VRELBufferFileHandler::IsPointerPositionValid));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)(unsigned long)>(
+    &VRELBufferFileHandler::AdvanceFilePointerPosition));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::FillBuffer));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::AllocateBuffer));
+static_assert(IsDeclared<VRINResult (VRELBufferFileHandler::*)()>(&VRELBufferFileHandler::DecideFileBufferSize));
 
 static_assert(std::is_base_of_v<VRELReferenceCount, VRELBuffer>);
 static_assert(std::is_base_of_v<VRELReferenceCount, VRELBufferHandler>);

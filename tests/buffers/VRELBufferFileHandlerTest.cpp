@@ -432,7 +432,7 @@ TEST_F(VRELBufferFileHandlerTest, StreamClosedByFile) {
 }
 
 // A stream that the caller opened stays open when the file forgets it.
-TEST_F(VRELBufferFileHandlerTest, StreamForgottenByFile) {
+TEST_F(VRELBufferFileHandlerTest, StreamReleasedByFile) {
   std::string bytes = Bytes(5000);
   std::FILE* const stream = fmemopen(bytes.data(), bytes.size(), "r");
   ASSERT_NE(stream, nullptr);
@@ -513,7 +513,7 @@ TEST_F(VRELBufferFileHandlerTest, SmallBlockIfMemoryIsShort) {
   EXPECT_EQ(child.output, "");
 }
 
-TEST_F(VRELBufferFileHandlerTest, NoBlockWithoutMemory) {
+TEST_F(VRELBufferFileHandlerTest, AllocateBufferFailsWithoutMemory) {
   ChildResult const child = RunInChildWithoutTeardown([]() -> int {
     VRELFileHandle const file(new VRELFile(stdin));
     VRELBufferFileHandler handler{VRELFileHandle()};

@@ -100,7 +100,7 @@ TEST_F(VRELArrayHeaderTest, AddGrowsFullArrayOnly) {
   for (int i = 0; i < 17; ++i) EXPECT_EQ(Slots()[i], i);
 }
 
-TEST_F(VRELArrayHeaderTest, AddTakesOwnElementAcrossGrowth) {
+TEST_F(VRELArrayHeaderTest, AddAcceptsOwnElementAcrossGrowth) {
   Add({7, 1, 2, 3, 4, 5, 6, 7, 8, 9});
   EXPECT_EQ(vrelArrayAdd(header, &Slots()[9]), 1);
   EXPECT_EQ(header->capacity, 16);
@@ -162,7 +162,7 @@ TEST_F(VRELArrayHeaderTest, InsertAfterEndGrowsAsAddDoes) {
   EXPECT_EQ(Slots()[9], 9);
 }
 
-TEST_F(VRELArrayHeaderTest, InsertTakesOwnElement) {
+TEST_F(VRELArrayHeaderTest, InsertAcceptsOwnElement) {
   Add({1, 2, 3});
   EXPECT_EQ(vrelArrayInsertAt(header, 1, &Slots()[2]), 1);
   EXPECT_EQ(Values(), (std::vector<int>{1, 3, 2, 3}));
@@ -176,7 +176,7 @@ TEST_F(VRELArrayHeaderTest, InsertTakesOwnElement) {
   EXPECT_EQ(Values(), (std::vector<int>{6, 1, 3, 1, 2, 2, 3, 4, 5, 6}));
 }
 
-TEST_F(VRELArrayHeaderTest, InsertTakesBytesOfFreeSlot) {
+TEST_F(VRELArrayHeaderTest, InsertCopiesBytesOfFreeSlot) {
   Add({1, 2, 3});
   Slots()[9] = 77;  // the last one of the storage
   EXPECT_EQ(vrelArrayInsertAt(header, 1, &Slots()[9]), 1);

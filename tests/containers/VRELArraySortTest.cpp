@@ -156,7 +156,7 @@ TEST(VRELArraySortTest, ClipsIndexes) {
   EXPECT_EQ(Elements(array), (Keys{3, 1}));
 }
 
-TEST(VRELArraySortTest, EndsWhereStepsNeverEnd) {
+TEST(VRELArraySortTest, EndsIfReferenceStepsNeverEnd) {
   EXPECT_FALSE(CheckAgainstModel({0, 1, 1, 1}));
   EXPECT_TRUE(IsOrderOf(Sorted({0, 1, 1, 1}), {0, 1, 1, 1}));
   EXPECT_FALSE(CheckAgainstModel({1, 1, 1, 1, 0, 1}));
@@ -229,19 +229,19 @@ TEST(VRELArraySortTest, EndsWithUnorderedElements) {
 }
 
 // Every comparison fails, and no two elements are equal.
-struct Contrary {
+struct Unordered {
   int identity = 0;
-  bool operator>(Contrary const&) const { return false; }
-  bool operator<=(Contrary const&) const { return false; }
+  bool operator>(Unordered const&) const { return false; }
+  bool operator<=(Unordered const&) const { return false; }
 };
 
 TEST(VRELArraySortTest, EndsWithContradictoryOperators) {
   for (int size = 3; size < 60; ++size) {
-    VRELDynamicArray<Contrary> array;
+    VRELDynamicArray<Unordered> array;
     for (int i = 0; i < size; ++i) array.add({i});
-    qsort<Contrary>(array, 0, -1);
+    qsort<Unordered>(array, 0, -1);
     std::vector<int> identities;
-    for (Contrary const& each : array) identities.push_back(each.identity);
+    for (Unordered const& each : array) identities.push_back(each.identity);
     std::sort(identities.begin(), identities.end());
     for (int i = 0; i < size; ++i) EXPECT_EQ(identities[static_cast<std::size_t>(i)], i);
   }

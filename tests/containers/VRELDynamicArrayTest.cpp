@@ -39,8 +39,8 @@ using Words = std::vector<int>;
 
 // Counts constructions, and records values and addresses in order of destruction.
 struct Counted {
-  explicit Counted(int number = 0) : value(number), born(this) { ++made; }
-  Counted(Counted const& other) : value(other.value), born(this) { ++copied; }
+  explicit Counted(int number = 0) : value(number), constructedAt(this) { ++made; }
+  Counted(Counted const& other) : value(other.value), constructedAt(this) { ++copied; }
   Counted& operator=(Counted const&) = default;
   ~Counted() {
     deaths.push_back(value);
@@ -54,7 +54,7 @@ struct Counted {
   }
 
   int value;
-  Counted* born;  // where the constructor ran
+  Counted* constructedAt;  // where the constructor ran
 
   static inline int made = 0;
   static inline int copied = 0;
@@ -189,7 +189,7 @@ TEST(VRELDynamicArrayTest, AppendAddsElementsOfOther) {
   EXPECT_EQ(HeaderOf(a)->capacity, 25);
 }
 
-TEST(VRELDynamicArrayTest, AddTakesOwnElement) {
+TEST(VRELDynamicArrayTest, AddAcceptsOwnElement) {
   VRELDynamicArray<std::vector<int>> array(1, {1, 2, 3});
   for (int i = 0; i < 100; ++i) {
     array.add(array[array.size() / 2]);
@@ -319,7 +319,7 @@ TEST(VRELDynamicArrayTest, MoveLeavesSourceEmpty) {
   static_assert(std::is_nothrow_move_assignable_v<VRELDynamicArray<Words>>);
 }
 
-TEST(VRELDynamicArrayTest, MovedFromArrayTakesElements) {
+TEST(VRELDynamicArrayTest, MovedFromArrayAcceptsElements) {
   auto const movedFrom = [] {
     VRELDynamicArray<int> array = Ints({1, 2});
     VRELDynamicArray<int> const target(std::move(array));
@@ -370,7 +370,7 @@ TEST(VRELDynamicArrayTest, ReserveAllocatesOnce) {
   EXPECT_EQ(shared.getArray(), array.getArray());
 }
 
-TEST(VRELDynamicArrayTest, TakesInitializerList) {
+TEST(VRELDynamicArrayTest, ConstructsFromInitializerList) {
   VRELDynamicArray<int> const array = {3, 7};
   EXPECT_EQ(ValuesOf(array), (std::vector<int>{3, 7}));
   VRELDynamicArray<int> const braces{3, 7};
@@ -464,7 +464,7 @@ TEST_F(VRELDynamicArrayCountedTest, GrowthMovesBytes) {
   EXPECT_EQ(Counted::copied, 2);
   EXPECT_EQ(Counted::deaths.size(), 0u);
   EXPECT_EQ(HeaderOf(array)->capacity, 4);
-  EXPECT_EQ(array[0].born, first);  // as the bytes were when the constructor ran
+  EXPECT_EQ(array[0].constructedAt, first);  // as the bytes were when the constructor ran
   EXPECT_EQ(array[2].value, 1);
 }
 
@@ -576,7 +576,7 @@ struct Tree {
   VRELDynamicArray<Tree> children;
 };
 
-TEST(VRELDynamicArrayTest, AssignmentTakesArrayOfOwnElement) {
+TEST(VRELDynamicArrayTest, AssignmentAcceptsArrayOfOwnElement) {
   Tree root;
   root.children.endGrow(2);
   root.children[1].children.endGrow(3);
@@ -656,7 +656,7 @@ TEST(VRELDynamicArrayTest, MatchesModel) {
   }
 }
 
-TEST(VRELDynamicArrayTest, AppendTakesConsecutiveElements) {
+TEST(VRELDynamicArrayTest, AppendAcceptsConsecutiveElements) {
   int const numbers[] = {1, 2, 3};
   VRELDynamicArray<int> array;
   array.append(numbers, 3);
@@ -671,7 +671,7 @@ TEST(VRELDynamicArrayTest, AppendTakesConsecutiveElements) {
 }
 
 // The storage moves while elements are added.
-TEST(VRELDynamicArrayTest, AppendTakesOwnConsecutiveElements) {
+TEST(VRELDynamicArrayTest, AppendAcceptsOwnConsecutiveElements) {
   VRELDynamicArray<VRELString> array;
   array.add(VRELString("a"));
   array.add(VRELString("b"));

@@ -22,7 +22,7 @@ unsigned int Itself(int const& element) {
 bool Same(int const& a, int const& b) {
   return a == b;
 }
-bool SameHalf(int const& a, int const& b) {
+bool HaveEqualHalves(int const& a, int const& b) {
   return a / 2 == b / 2;
 }
 
@@ -58,9 +58,9 @@ TEST(VRELHashListTest, AddRejectsDuplicate) {
   EXPECT_EQ(list.Size(), 1);
 }
 
-TEST(VRELHashListTest, PutReplacesAnEqualElement) {
+TEST(VRELHashListTest, PutReplacesEqualElement) {
   IntList list(17);
-  list.SetFunctions(Itself, SameHalf);
+  list.SetFunctions(Itself, HaveEqualHalves);
   EXPECT_TRUE(list.Put(4));
   EXPECT_FALSE(list.Add(4));
   list.Rehash(1);
@@ -171,9 +171,9 @@ TEST(VRELHashListTest, AssignmentSharesAndKeepsCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
-TEST(VRELHashListTest, CopyAndAssignmentTakeFunctions) {
+TEST(VRELHashListTest, CopyAndAssignmentCopyFunctions) {
   IntList source(17);
-  source.SetFunctions(Itself, SameHalf);
+  source.SetFunctions(Itself, HaveEqualHalves);
   IntList const copy(source);
   IntList assigned(17);
   assigned = source;
@@ -183,11 +183,11 @@ TEST(VRELHashListTest, CopyAndAssignmentTakeFunctions) {
   }
 }
 
-TEST(VRELHashListTest, UsesFunctionsThatWereSet) {
+TEST(VRELHashListTest, UsesFunctionsOfSetFunctions) {
   IntList list(17);
   EXPECT_EQ(list.GetHashCode(1), 0x23744B91u);
   EXPECT_FALSE(list.CheckEqual(4, 5));
-  list.SetFunctions(Itself, SameHalf);
+  list.SetFunctions(Itself, HaveEqualHalves);
   EXPECT_EQ(list.GetHashCode(1), 1u);
   EXPECT_TRUE(list.CheckEqual(4, 5));
 }
@@ -307,7 +307,7 @@ TEST(VRELHashListTest, SearchOfFullLargeTableEnds) {
   for (std::size_t i = 0; i < all.size(); ++i) ASSERT_EQ(list.Get(all[i]), i < 5000) << i;
 }
 
-TEST(VRELHashListTest, LargeTableUsesFunctionsThatWereSet) {
+TEST(VRELHashListTest, LargeTableUsesFunctionsOfSetFunctions) {
   VRELHashList<void*> list(8191);
   list.SetFunctions(
       [](void* const& pointer) { return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(pointer) / 64); },

@@ -52,7 +52,7 @@ unsigned int Itself(int const& key) {
 bool Same(int const& a, int const& b) {
   return a == b;
 }
-bool SameHalf(int const& a, int const& b) {
+bool HaveEqualHalves(int const& a, int const& b) {
   return a / 2 == b / 2;
 }
 
@@ -344,11 +344,11 @@ TEST(VRELHashMapTest, RemoveDropsEqualKeyInProbeRun) {
   EXPECT_EQ(map.FindKey(173), -1);
 }
 
-TEST(VRELHashMapTest, UsesFunctionsThatWereSet) {
+TEST(VRELHashMapTest, UsesFunctionsOfSetFunctions) {
   IntMap map(17);
   EXPECT_EQ(map.GetHashCode(1), 0x23744B91u);
   EXPECT_FALSE(map.CheckEqual(4, 5));
-  map.SetFunctions(Itself, SameHalf);
+  map.SetFunctions(Itself, HaveEqualHalves);
   EXPECT_EQ(map.GetHashCode(1), 1u);
   EXPECT_TRUE(map.CheckEqual(4, 5));
   map.SetFunctions(nullptr, nullptr);
@@ -411,9 +411,9 @@ TEST(VRELHashMapTest, AssignmentSharesAndKeepsCursor) {
   EXPECT_EQ(source.Size(), 3);
 }
 
-TEST(VRELHashMapTest, CopyAndAssignmentTakeFunctions) {
+TEST(VRELHashMapTest, CopyAndAssignmentCopyFunctions) {
   IntMap source(17);
-  source.SetFunctions(Itself, SameHalf);
+  source.SetFunctions(Itself, HaveEqualHalves);
   IntMap const copy(source);
   IntMap assigned(17);
   assigned = source;
@@ -442,7 +442,7 @@ TEST(VRELHashMapTest, CopiesCanFillSharedSlots) {
   EXPECT_EQ(first.FindKey(100), -1);
 }
 
-TEST(VRELHashMapTest, RehashKeepsRoomForAllEntries) {
+TEST(VRELHashMapTest, RehashKeepsSlotsForAllEntries) {
   for (int slots : {4, 3, 0, -5}) {
     SCOPED_TRACE(slots);
     IntMap map = MapOf({8, 1, 5, 7});
@@ -488,35 +488,35 @@ TEST(VRELHashMapTest, StartsWithOneSlot) {
 }
 
 // Records where its copies are.
-struct Spy {
-  Spy() = default;
-  explicit Spy(int number) : value(number) {}
+struct TrackedKey {
+  TrackedKey() = default;
+  explicit TrackedKey(int number) : value(number) {}
   int value = 0;
-  static inline Spy const* stored = nullptr;
+  static inline TrackedKey const* stored = nullptr;
 };
-bool SameSpy(Spy const& a, Spy const& b) {
-  if (a.value == b.value) Spy::stored = &b;
+bool EqualTrackedKeys(TrackedKey const& a, TrackedKey const& b) {
+  if (a.value == b.value) TrackedKey::stored = &b;
   return a.value == b.value;
 }
-unsigned int HashOfSpy(Spy const& spy) {
-  return static_cast<unsigned int>(spy.value);
+unsigned int HashOfTrackedKey(TrackedKey const& key) {
+  return static_cast<unsigned int>(key.value);
 }
 
 TEST(VRELHashMapTest, ArgumentsCanBeInTable) {
-  VRELHashMap<Spy, Spy> map(17);
-  map.SetFunctions(HashOfSpy, SameSpy);
-  for (int i = 0; i < 12; ++i) map.Add(Spy(i), Spy(i));
-  EXPECT_EQ(map.FindKey(Spy(7)), 7);
-  Spy const* const inside = Spy::stored;
+  VRELHashMap<TrackedKey, TrackedKey> map(17);
+  map.SetFunctions(HashOfTrackedKey, EqualTrackedKeys);
+  for (int i = 0; i < 12; ++i) map.Add(TrackedKey(i), TrackedKey(i));
+  EXPECT_EQ(map.FindKey(TrackedKey(7)), 7);
+  TrackedKey const* const inside = TrackedKey::stored;
   EXPECT_EQ(inside->value, 7);
   // The key follows it in the array that the rehash frees.
   EXPECT_FALSE(map.Add(*inside, inside[1]));
-  EXPECT_TRUE(map.Remove(Spy(7)));
-  for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(Spy(i), Spy(i)));
-  EXPECT_EQ(map.FindKey(Spy(9)), 9);
-  EXPECT_TRUE(map.Add(Spy(100), *Spy::stored));
-  Spy out;
-  EXPECT_TRUE(map.Get(Spy(100), out));
+  EXPECT_TRUE(map.Remove(TrackedKey(7)));
+  for (int i = 12; i < 26; ++i) EXPECT_TRUE(map.Add(TrackedKey(i), TrackedKey(i)));
+  EXPECT_EQ(map.FindKey(TrackedKey(9)), 9);
+  EXPECT_TRUE(map.Add(TrackedKey(100), *TrackedKey::stored));
+  TrackedKey out;
+  EXPECT_TRUE(map.Get(TrackedKey(100), out));
   EXPECT_EQ(out.value, 9);
 }
 
@@ -749,7 +749,7 @@ TEST(VRELHashMapTest, SlotsMatchModelWithPoorHashes) {
 TEST(VRELHashMapTest, SlotsMatchModelWithUnequalHashes) {
   for (unsigned int seed = 0; seed < 20; ++seed) {
     IntMap map(17);
-    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, SameHalf);
+    map.SetFunctions([](int const& key) { return static_cast<unsigned int>(key % 5); }, HaveEqualHalves);
     HashModel model;
     model.hash = [](int key) { return static_cast<unsigned int>(key % 5); };
     model.equal = [](int a, int b) { return a / 2 == b / 2; };
@@ -843,7 +843,7 @@ TEST(VRELHashMapTest, IteratorEndsAfterChange) {
   EXPECT_EQ(visited, 2);
 }
 
-TEST(VRELHashMapTest, TakesInitializerList) {
+TEST(VRELHashMapTest, ConstructsFromInitializerList) {
   VRELHashMap<VRELString, int> const map = {{L"hub", 1}, {L"rim", 2}, {L"hub", 3}};
   EXPECT_EQ(map.Size(), 2);
   int value = 0;
@@ -906,7 +906,7 @@ TEST(VRELHashMapTest, ComparesKeysAndValues) {
   EXPECT_TRUE(IntMap() == IntMap(0));
   // One key of `loose` equals both of the other map.
   IntMap loose = MapOf({2, 5});
-  loose.SetFunctions([](int const&) { return 2u; }, SameHalf);
+  loose.SetFunctions([](int const&) { return 2u; }, HaveEqualHalves);
   IntMap strict(17);
   strict.SetFunctions([](int const&) { return 2u; }, Same);
   strict.Add(2, 20);

@@ -42,7 +42,7 @@ struct Ring {};
 
 template <>
 struct VRELIsByteMovable<Node> : std::false_type {};
-// What a program may decide whose standard library moves its maps.
+// As a program decides whose standard library has maps that survive a byte move.
 template <>
 struct VRELIsByteMovable<std::map<short, short>> : std::true_type {};
 
@@ -61,7 +61,7 @@ TEST(VRELIsByteMovableTest, RejectsSelfReferentialStandardTypes) {
   static_assert(noneMovable<std::unordered_set<int>, std::unordered_multiset<int>>);
 }
 
-TEST(VRELIsByteMovableTest, RejectsTypesThatHoldThemInPlace) {
+TEST(VRELIsByteMovableTest, RejectsTypesWithRejectedMembers) {
   static_assert(noneMovable<std::optional<std::string>, std::pair<int, std::string>, std::pair<std::any, int>>);
   static_assert(noneMovable<std::optional<std::pair<int, std::list<int>>>, std::tuple<int, std::string>>);
   static_assert(noneMovable<std::variant<int, std::string>, std::array<std::string, 3>, std::string[2]>);
@@ -75,7 +75,7 @@ TEST(VRELIsByteMovableTest, AcceptsOtherTypes) {
   static_assert(allMovable<any, list<std::string>, Ring<std::string, 2>>);
 }
 
-TEST(VRELIsByteMovableTest, ClientDecidesForItsTypes) {
+TEST(VRELIsByteMovableTest, SpecializationDecidesForClientTypes) {
   static_assert(noneMovable<Node, std::optional<Node>, Node[2]>);
   static_assert(allMovable<std::map<short, short>, std::pair<int, std::map<short, short>>>);
 }

@@ -54,7 +54,7 @@ TEST(VRELMapTest, StartsEmpty) {
   EXPECT_EQ(map.GetValueByKey(0), nullptr);
 }
 
-TEST(VRELMapTest, PushAndPopWorkAtBothEnds) {
+TEST(VRELMapTest, PushAndPopAtBothEnds) {
   VRELMap map;
   map.PushFront(2, b);
   map.PushFront(1, a);
@@ -75,7 +75,7 @@ TEST(VRELMapTest, PushAndPopWorkAtBothEnds) {
   EXPECT_EQ(Contents(map), Entries());
 }
 
-TEST(VRELMapTest, TakesAnyLongAsKey) {
+TEST(VRELMapTest, AcceptsAnyLongAsKey) {
   long const low = std::numeric_limits<long>::min();
   long const high = std::numeric_limits<long>::max();
   VRELMap map;

@@ -50,16 +50,16 @@ TEST(VRELMemoryBoundTest, RoundsUpAndWritesGuards) {
   for (auto const& row : cases) {
     SCOPED_TRACE(row.size);
     void* const block = VRELMemoryBoundAllocate(row.size);
-    int const behind = static_cast<int>(row.rounded);
+    int const end = static_cast<int>(row.rounded);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % 16, 0u);
     EXPECT_EQ(WordAt(block, -16), row.rounded);
     EXPECT_EQ(WordAt(block, -12), VRELMemoryAllocCounter);
     EXPECT_EQ(WordAt(block, -8), 0xDEADBEEFu);
     EXPECT_EQ(WordAt(block, -4), 0xDEADBEEFu);
-    EXPECT_EQ(WordAt(block, behind), 0xDEADBEEFu);
-    EXPECT_EQ(WordAt(block, behind + 4), 0xDEADBEEFu);
-    EXPECT_EQ(WordAt(block, behind + 8), VRELMemoryAllocCounter);
-    EXPECT_EQ(WordAt(block, behind + 12), row.rounded);
+    EXPECT_EQ(WordAt(block, end), 0xDEADBEEFu);
+    EXPECT_EQ(WordAt(block, end + 4), 0xDEADBEEFu);
+    EXPECT_EQ(WordAt(block, end + 8), VRELMemoryAllocCounter);
+    EXPECT_EQ(WordAt(block, end + 12), row.rounded);
     std::memset(block, 0x55, row.rounded);
     VRELMemoryBoundFree(block);
   }

@@ -52,7 +52,7 @@ TEST(VRELTreeTest, StartsWithoutRoot) {
   EXPECT_EQ(tree.GetRoot(), nullptr);
 }
 
-TEST(VRELTreeTest, ConstructorMakesRoot) {
+TEST(VRELTreeTest, ConstructorCreatesRoot) {
   VRELTree tree(Object(1));
   ASSERT_NE(tree.GetRoot(), nullptr);
   EXPECT_EQ(tree.GetRoot()->GetObjectPtr(), Object(1));
@@ -219,7 +219,7 @@ TEST(VRELTreeTest, VisitsNodeOfTwoParentsOnce) {
   EXPECT_EQ(VisitedFrom(tree.three), (Nodes{tree.five, tree.four}));
 }
 
-TEST(VRELTreeTest, VisitsStartAgainThroughCycleOnce) {
+TEST(VRELTreeTest, VisitsStartThroughCycleOnce) {
   VRELTree tree(Object(1));
   Node* const root = tree.GetRoot();
   Node* const two = root->AddChild(Object(2));
@@ -267,16 +267,16 @@ TEST(VRELTreeTest, ClassesAreDeletedThroughBase) {
 TEST(VRELTreeTest, NodeKeyUsesAddressHashAndObjectEquality) {
   using List = VRELHashList<Node*>;
   Node one(Object(7));
-  Node twin(Object(7));
+  Node equal(Object(7));
   Node other(Object(8));
   EXPECT_TRUE(List::HashEqualFunction(&one, &one));
-  EXPECT_TRUE(List::HashEqualFunction(&one, &twin));
+  EXPECT_TRUE(List::HashEqualFunction(&one, &equal));
   EXPECT_FALSE(List::HashEqualFunction(&one, &other));
   EXPECT_FALSE(List::HashEqualFunction(&one, nullptr));
   EXPECT_FALSE(List::HashEqualFunction(nullptr, &one));
   EXPECT_FALSE(List::HashEqualFunction(nullptr, nullptr));
   EXPECT_EQ(List::GetHashValue(&one), VRELHashList<void*>::GetHashValue(&one));
-  EXPECT_NE(List::GetHashValue(&one), List::GetHashValue(&twin));
+  EXPECT_NE(List::GetHashValue(&one), List::GetHashValue(&equal));
 }
 
 TEST(VRELTreeTest, GetChildCountCountsReachedNodes) {
@@ -372,77 +372,78 @@ TEST(VRELTreeTest, DumpReportsMissingRoot) {
 // Records its number when it is destroyed.
 class Recorder : public Node {
  public:
-  Recorder(int theNumber, std::vector<int>& theDead) : Node(Object(theNumber)), number(theNumber), dead(theDead) {}
+  Recorder(int theNumber, std::vector<int>& theDeleted)
+      : Node(Object(theNumber)), number(theNumber), deleted(theDeleted) {}
   ~Recorder() noexcept(false) override {
-    dead.push_back(number);
+    deleted.push_back(number);
     if (number < 0) throw std::runtime_error("from a destructor");
   }
 
  private:
   int number;
-  std::vector<int>& dead;
+  std::vector<int>& deleted;
 };
 
 TEST(VRELTreeTest, DeletesDescendantsOfDerivedClasses) {
-  std::vector<int> dead;
+  std::vector<int> deleted;
   {
     VRELTree tree;
-    auto* const root = new Recorder(1, dead);
-    auto* const two = new Recorder(2, dead);
+    auto* const root = new Recorder(1, deleted);
+    auto* const two = new Recorder(2, deleted);
     tree.SetRoot(root);
     root->AddChildPtr(two);
     root->AddChildPtr(nullptr);
-    root->AddChildPtr(new Recorder(3, dead));
-    two->AddChildPtr(new Recorder(4, dead));
-    two->AddChildPtr(new Recorder(5, dead));
+    root->AddChildPtr(new Recorder(3, deleted));
+    two->AddChildPtr(new Recorder(4, deleted));
+    two->AddChildPtr(new Recorder(5, deleted));
   }
-  EXPECT_EQ(dead, (std::vector<int>{1, 2, 4, 5, 3}));
+  EXPECT_EQ(deleted, (std::vector<int>{1, 2, 4, 5, 3}));
 }
 
 TEST(VRELTreeTest, DropsExceptionsOfDestructors) {
-  std::vector<int> dead;
+  std::vector<int> deleted;
   {
-    auto* const root = new Recorder(-1, dead);
+    auto* const root = new Recorder(-1, deleted);
     VRELTree tree;
     tree.SetRoot(root);
-    auto* const two = new Recorder(-2, dead);
+    auto* const two = new Recorder(-2, deleted);
     root->AddChildPtr(two);
-    two->AddChildPtr(new Recorder(-3, dead));
-    two->AddChildPtr(new Recorder(4, dead));
-    root->AddChildPtr(new Recorder(5, dead));
+    two->AddChildPtr(new Recorder(-3, deleted));
+    two->AddChildPtr(new Recorder(4, deleted));
+    root->AddChildPtr(new Recorder(5, deleted));
   }
-  EXPECT_EQ(dead, (std::vector<int>{-1, -2, -3, 4, 5}));
+  EXPECT_EQ(deleted, (std::vector<int>{-1, -2, -3, 4, 5}));
 }
 
 TEST(VRELTreeTest, DeletesNodeOfSeveralParentsOnce) {
-  std::vector<int> dead;
+  std::vector<int> deleted;
   {
     VRELTree tree(Object(1));
     Node* const root = tree.GetRoot();
     Node* const left = root->AddChild(Object(2));
     Node* const right = root->AddChild(Object(3));
-    auto* const shared = new Recorder(4, dead);
+    auto* const shared = new Recorder(4, deleted);
     left->AddChildPtr(shared);
     right->AddChildPtr(shared);
     right->AddChildPtr(shared);
     root->AddChildPtr(shared);
-    shared->AddChildPtr(new Recorder(5, dead));
+    shared->AddChildPtr(new Recorder(5, deleted));
   }
-  EXPECT_EQ(dead, (std::vector<int>{4, 5}));
+  EXPECT_EQ(deleted, (std::vector<int>{4, 5}));
 }
 
 TEST(VRELTreeTest, DeletesCycleOnce) {
-  std::vector<int> dead;
+  std::vector<int> deleted;
   {
     VRELTree tree;
-    auto* const root = new Recorder(1, dead);
-    auto* const two = new Recorder(2, dead);
+    auto* const root = new Recorder(1, deleted);
+    auto* const two = new Recorder(2, deleted);
     tree.SetRoot(root);
     root->AddChildPtr(two);
     two->AddChildPtr(root);
     two->AddChildPtr(two);
   }
-  EXPECT_EQ(dead, (std::vector<int>{1, 2}));
+  EXPECT_EQ(deleted, (std::vector<int>{1, 2}));
 }
 
 TEST(VRELTreeTest, DeletedNodeIsUnlinkedFromNeighbours) {
@@ -473,10 +474,10 @@ TEST(VRELTreeTest, RemovedChildOutlivesParent) {
 }
 
 // Its destructor changes the tree around it.
-class Meddler : public Node {
+class TreeChangingNode : public Node {
  public:
-  explicit Meddler(void* theObject) : Node(theObject) {}
-  ~Meddler() noexcept(false) override {
+  explicit TreeChangingNode(void* theObject) : Node(theObject) {}
+  ~TreeChangingNode() noexcept(false) override {
     childrenSeen += GetChildren().size();
     delete victim;
     VRELTree apart(Object(1));
@@ -485,26 +486,26 @@ class Meddler : public Node {
   Node* victim = nullptr;
   static int childrenSeen;
 };
-int Meddler::childrenSeen = 0;
+int TreeChangingNode::childrenSeen = 0;
 
 TEST(VRELTreeTest, DestructorCanDeleteOtherNodes) {
-  std::vector<int> dead;
-  Meddler::childrenSeen = 0;
+  std::vector<int> deleted;
+  TreeChangingNode::childrenSeen = 0;
   {
     VRELTree tree(Object(1));
-    auto* const first = new Meddler(Object(2));
-    auto* const second = new Recorder(3, dead);
-    auto* const third = new Recorder(4, dead);
+    auto* const first = new TreeChangingNode(Object(2));
+    auto* const second = new Recorder(3, deleted);
+    auto* const third = new Recorder(4, deleted);
     tree.GetRoot()->AddChildPtr(first);
     tree.GetRoot()->AddChildPtr(second);
     tree.GetRoot()->AddChildPtr(third);
     first->AddChild(Object(5));
     first->AddChild(Object(6));
-    second->AddChildPtr(new Recorder(7, dead));
+    second->AddChildPtr(new Recorder(7, deleted));
     first->victim = second;
   }
-  EXPECT_EQ(Meddler::childrenSeen, 2);
-  EXPECT_EQ(dead, (std::vector<int>{3, 7, 4}));
+  EXPECT_EQ(TreeChangingNode::childrenSeen, 2);
+  EXPECT_EQ(deleted, (std::vector<int>{3, 7, 4}));
 }
 
 constexpr int kMany = 100000;
@@ -543,10 +544,10 @@ void ModelTraversal(Node* node, std::set<Node*>& seen, Nodes& order) {
 TEST(VRELTreeTest, MatchesModelOnRandomGraphs) {
   std::mt19937 random(7);
   for (int round = 0; round < 200; ++round) {
-    std::vector<int> dead;
+    std::vector<int> deleted;
     int const count = 1 + static_cast<int>(random() % 60);
     Nodes nodes;
-    for (int i = 0; i < count; ++i) nodes.push_back(new Recorder(i + 1, dead));
+    for (int i = 0; i < count; ++i) nodes.push_back(new Recorder(i + 1, deleted));
     // All are descendants of the first one; more links are random.
     for (int i = 1; i < count; ++i)
       nodes[random() % static_cast<unsigned>(i)]->AddChildPtr(nodes[static_cast<unsigned>(i)]);
@@ -567,7 +568,7 @@ TEST(VRELTreeTest, MatchesModelOnRandomGraphs) {
       ModelTraversal(victim, doomed, below);
       if (doomed.count(nodes.front()) == 0) {
         delete victim;
-        ASSERT_EQ(dead.size(), doomed.size());
+        ASSERT_EQ(deleted.size(), doomed.size());
         for (Node* node : nodes) {
           if (doomed.count(node) != 0) continue;
           for (Node* child : node->GetChildren()) ASSERT_EQ(doomed.count(child), 0U);
@@ -577,30 +578,30 @@ TEST(VRELTreeTest, MatchesModelOnRandomGraphs) {
     }
     delete tree.GetRoot();
     tree.ClearRoot();
-    ASSERT_EQ(dead.size(), nodes.size());
-    ASSERT_EQ(std::set<int>(dead.begin(), dead.end()).size(), nodes.size());
+    ASSERT_EQ(deleted.size(), nodes.size());
+    ASSERT_EQ(std::set<int>(deleted.begin(), deleted.end()).size(), nodes.size());
   }
 }
 
 TEST(VRELTreeTest, MoveLeavesSourceWithoutRoot) {
-  std::vector<int> dead;
+  std::vector<int> deleted;
   {
     VRELTree source;
-    source.SetRoot(new Recorder(1, dead));
+    source.SetRoot(new Recorder(1, deleted));
     Node* const root = source.GetRoot();
     VRELTree target(std::move(source));
     EXPECT_EQ(target.GetRoot(), root);
     EXPECT_EQ(source.GetRoot(), nullptr);
-    source.SetRoot(new Recorder(2, dead));
+    source.SetRoot(new Recorder(2, deleted));
     target = std::move(source);
-    EXPECT_EQ(dead, std::vector<int>{1});
+    EXPECT_EQ(deleted, std::vector<int>{1});
     EXPECT_EQ(source.GetRoot(), nullptr);
     VRELTree& itself = target;
     target = std::move(itself);
     EXPECT_NE(target.GetRoot(), nullptr);
-    EXPECT_EQ(dead, std::vector<int>{1});
+    EXPECT_EQ(deleted, std::vector<int>{1});
   }
-  EXPECT_EQ(dead, (std::vector<int>{1, 2}));
+  EXPECT_EQ(deleted, (std::vector<int>{1, 2}));
 }
 
 TEST(VRELTreeTest, DeclarationsMatch) {

@@ -3,7 +3,7 @@
 
 #include <type_traits>
 
-#include "FieldAt.h"
+#include "Declaration.h"
 #include "Gk_ErrMgr.h"
 #include "VRELAssert.h"
 #include "VRELAssertEvent.h"

@@ -27,7 +27,7 @@ TEST(VRELErrorEventTest, ErrorConstructorHasNoMessage) {
 }
 
 // Records the error of the event.
-class ErrorWatcher : public RecordingListener {
+class ErrorRecorder : public RecordingListener {
  public:
   void HandleEvent(VRELEvent& event) override {
     RecordingListener::HandleEvent(event);
@@ -39,8 +39,8 @@ class ErrorWatcher : public RecordingListener {
   int line = 0;
 };
 
-TEST(VRELErrorEventTest, FireSetsPlaceAndReturnsType) {
-  ErrorWatcher const listener;
+TEST(VRELErrorEventTest, FireSetsLocationAndReturnsType) {
+  ErrorRecorder const listener;
   VRELError error(5, VRELString(L"no such face"));
   EXPECT_EQ(VRELErrorEvent::Fire(error, "reader.cpp", 17), 5);
   ASSERT_EQ(listener.events.size(), 1u);
@@ -75,19 +75,19 @@ TEST(VRELErrorEventTest, EmptyMessageKeepsFailError) {
 
 // Without a message, the virtual GetFormattedDescription of the error writes.
 TEST(VRELErrorEventTest, WritesErrorWithoutMessage) {
-  struct Speaking : VRELError {
-    void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("spoken", 6); }
+  struct CustomError : VRELError {
+    void GetFormattedDescription(VRELOutputStream* stream) override { stream->write("custom", 6); }
   };
   auto const description = [](VRELErrorEvent event) {
     return TextOf([&](VRELOutputStream* stream) { event.GetFormattedDescription(stream); });
   };
-  Speaking speaking;
+  CustomError custom;
   VRELError described(5, VRELString(L"no such face"));
   VRELError quiet(0, VRELString(L"no such face"));
   EXPECT_EQ(description(VRELErrorEvent("%s", "")), "Error 16777217\n");
   EXPECT_EQ(description(VRELErrorEvent(described)), "Error Description : no such face\n");
   EXPECT_EQ(description(VRELErrorEvent(quiet)), "");
-  EXPECT_EQ(description(VRELErrorEvent(speaking)), "spoken");
+  EXPECT_EQ(description(VRELErrorEvent(custom)), "custom");
 }
 
 TEST(VRELErrorEventTest, GetErrorHasLastSlot) {

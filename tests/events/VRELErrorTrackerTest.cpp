@@ -33,7 +33,7 @@ TEST_F(VRELErrorTrackerTest, IsNullAtStart) {
   EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
 }
 
-TEST_F(VRELErrorTrackerTest, KeepsNothingWithoutTracker) {
+TEST_F(VRELErrorTrackerTest, StoresNoErrorWithoutTracker) {
   VRELError::Printf("lost");
   SendError(5, L"lost");
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
@@ -175,7 +175,7 @@ TEST_F(VRELErrorTrackerTest, ResetClearsListAndKeepsListening) {
   EXPECT_EQ(VRELError::GetErrorCount(), 0);
 }
 
-TEST_F(VRELErrorTrackerTest, DestructorLeavesBus) {
+TEST_F(VRELErrorTrackerTest, DestructorRemovesListener) {
   int const before = ListenerCount();
   VRELErrorTracker::Initialize();
   delete VRELErrorTracker::GetInstance();
@@ -221,7 +221,7 @@ TEST_F(VRELErrorTrackerTest, VirtualFunctionsHaveSlots) {
 }
 
 // Overrides GetLastError.
-class OwnTracker : public VRELErrorTracker {
+class DerivedTracker : public VRELErrorTracker {
  public:
   VRELError* GetLastError() override { return &newest; }
 
@@ -230,7 +230,7 @@ class OwnTracker : public VRELErrorTracker {
 };
 
 TEST_F(VRELErrorTrackerTest, GetLastErrorIsVirtual) {
-  VRELErrorTracker::_pTracker = new OwnTracker;
+  VRELErrorTracker::_pTracker = new DerivedTracker;
   EXPECT_EQ(VRELError::GetLastError()->GetErrorType(), 99);
 }
 

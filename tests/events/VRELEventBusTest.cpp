@@ -236,7 +236,7 @@ TEST_F(VRELEventBusTest, TimedEventIsStampedBeforeDispatch) {
   EXPECT_GT(seconds, 0);
 }
 
-TEST_F(VRELEventBusTest, EachSendStampsAgain) {
+TEST_F(VRELEventBusTest, EachSendSetsStamps) {
   TimedEvent timed;
   long const longAgo = 1;
   timed.SetTime(longAgo);

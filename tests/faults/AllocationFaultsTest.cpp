@@ -48,7 +48,7 @@ class SharedPlan {
 
 // Runs the program once for each number of a sample, and prints the exit statuses. Only allocations after the beginning
 // of main fail: if one fails before, the C++ runtime ends the program.
-void TryAllocations(FaultyRun const& run, long dense, long more, bool isForGood) {
+void TryAllocations(FaultyRun const& run, long dense, long more, bool isPermanent) {
   ASSERT_EQ(run.Undisturbed().exitStatus, 0) << run.Undisturbed().errors;
   SharedPlan plan;
   plan.Set(0, 0);
@@ -62,7 +62,7 @@ void TryAllocations(FaultyRun const& run, long dense, long more, bool isForGood)
   for (long& number : numbers) number += before;
   for (long const number : numbers) {
     run.Reset();
-    plan.Set(number, isForGood ? std::numeric_limits<long>::max() : number);
+    plan.Set(number, isPermanent ? std::numeric_limits<long>::max() : number);
     ChildResult const result = run.Run(plan.Environment());
     EXPECT_TRUE(run.IsSound(result, true))
         << "allocation " << number << " of " << all << ", " << before << " before main";
@@ -75,10 +75,10 @@ void TryAllocations(FaultyRun const& run, long dense, long more, bool isForGood)
   EXPECT_GT(ends[7], 0);
 }
 
-void TryAllocations(std::size_t index, long dense, long more, bool isForGood) {
+void TryAllocations(std::size_t index, long dense, long more, bool isPermanent) {
   auto const& [name, words] = FaultyRuns()[index];
   SCOPED_TRACE(name);
-  TryAllocations(FaultyRun(words), dense, more, isForGood);
+  TryAllocations(FaultyRun(words), dense, more, isPermanent);
 }
 
 }  // namespace

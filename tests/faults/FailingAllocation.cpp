@@ -1,5 +1,5 @@
-// Replaces malloc and related functions by versions that fail according to a plan. operator new and the allocators of ICU,
-// of the C library and of the loader call these functions. They call those of glibc by their internal names.
+// Replaces malloc and related functions by versions that fail according to a plan. operator new and the allocators of
+// ICU, of the C library and of the loader call these functions. They call those of glibc by their internal names.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>

@@ -33,17 +33,17 @@ bool IsOfLoader(ChildResult const& result) {
 
 // Removes the time, which differs from run to run.
 std::string WithoutTime(std::string log) {
-  constexpr char FINISH[] = "Finish Time : ";
-  std::size_t const at = log.find(FINISH);
+  constexpr char kFinish[] = "Finish Time : ";
+  std::size_t const at = log.find(kFinish);
   if (at == std::string::npos) return log;
   std::size_t const end = log.find('\n', at);
-  return log.substr(0, at + sizeof FINISH - 1) + (end == std::string::npos ? "" : log.substr(end));
+  return log.substr(0, at + sizeof kFinish - 1) + (end == std::string::npos ? "" : log.substr(end));
 }
 
 // Returns whether a line of a log may be there because of a failure.
 bool IsAboutFailure(std::string const& line) {
-  for (char const* const word :
-       {"Error", "Warning", "hint: ", "Product ", "Output File", "Translation Result", "Failed Entities", "Finish Time"}) {
+  for (char const* const word : {"Error", "Warning", "hint: ", "Product ", "Output File", "Translation Result",
+                                 "Failed Entities", "Finish Time"}) {
     if (line.rfind(word, 0) == 0) return true;
   }
   return line.find(" Result : ") != std::string::npos;

@@ -24,8 +24,8 @@ std::string LargeFaultDocument(int instances);
 // One command line of brivet and its results without faults.
 class FaultyRun {
  public:
-  // Takes the arguments of the program. Unless the first is "-list", the last is the output, which exists before each run.
-  // The document is available as washer.stp and large.stp. Runs the program once without faults.
+  // Takes the arguments of the program. Unless the first is "-list", the last is the output, which exists before each
+  // run. The document is available as washer.stp and large.stp. Runs the program once without faults.
   explicit FaultyRun(Names programWords, std::string const& document = FAULT_DOCUMENT);
 
   // Starts the program with a limit of 20 seconds. `prepare` is called in the child before.
@@ -37,9 +37,9 @@ class FaultyRun {
   // Restores all files.
   void Reset() const;
 
-  // Checks a run: the status is documented, or is that of the loader if a library could not be loaded; the output is new
-  // after a success and old after a failure; no other file is left; the logs have whole lines, which are those of the log
-  // without faults or about a failure. With `mayLoseTexts` the lines of the logs may lack strings.
+  // Checks a run: the status is documented, or is that of the loader if a library could not be loaded; the output is
+  // new after a success and old after a failure; no other file is left; the logs have whole lines, which are those of
+  // the log without faults or about a failure. With `mayLoseTexts` the lines of the logs may lack strings.
   testing::AssertionResult IsSound(ChildResult const& result, bool mayLoseTexts = false) const;
   // Checks a run that a signal may have ended at any moment. With `mayLeaveTemporary` it may leave a temporary file.
   testing::AssertionResult IsSoundStopped(ChildResult const& result, bool mayLeaveTemporary) const;
@@ -67,6 +67,6 @@ std::vector<std::pair<std::string, Names>> const& FaultyRuns();
 // Returns whether the environment requests all faults instead of a sample.
 bool TriesAllFaults();
 
-// Returns a sample of the numbers from 1 to `count`: the first `dense` ones and `more` random others, with a fixed seed; or
-// all of them if the environment requests it.
+// Returns a sample of the numbers from 1 to `count`: the first `dense` ones and `more` random others, with a fixed
+// seed; or all of them if the environment requests it.
 std::vector<long> FaultNumbers(long count, long dense, long more);

@@ -40,8 +40,8 @@ void Kill(std::vector<int> const& signals, int count, unsigned seed) {
     ChildResult const result = run.Collect(status);
     ++ends[{result.signal, result.exitStatus}];
     SCOPED_TRACE("signal " + std::to_string(signal) + " after " + std::to_string(moment.count()) + " us");
-    // SIGKILL ends the program at any time, another signal before the handlers are installed. SIGKILL may arrive after the
-    // temporary file got its name and before it is renamed.
+    // SIGKILL ends the program at any time, another signal before the handlers are installed. SIGKILL may arrive after
+    // the temporary file got its name and before it is renamed.
     bool const isKilled = result.signal == signal;
     EXPECT_TRUE(isKilled || (result.signal == 0 && (result.exitStatus == 0 || result.exitStatus == 3)))
         << result.signal << " " << result.exitStatus << result.errors;
@@ -53,7 +53,7 @@ void Kill(std::vector<int> const& signals, int count, unsigned seed) {
 
 }  // namespace
 
-TEST(KillTest, SigkillLeavesWholeFiles) {
+TEST(KillTest, SigkillLeavesCompleteFiles) {
   Kill({SIGKILL}, kKills / 2, 1);
 }
 

@@ -88,8 +88,8 @@ Outcome Is(VRELString const& text, std::u16string_view wanted) {
   return text.view() == wanted ? Right : Wrong;
 }
 
-// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the default
-// converter is used and the failure is counted.
+// Returns whether a conversion is complete or failed with an empty string. If the converter cannot be opened, the
+// default converter is used and the failure is counted.
 Outcome IsConverted(VRELString const& text, char const* codepage, std::string const& wanted) {
   char bytes[200] = "before";
   VRINResult const result = text.convertToMBCS(bytes, sizeof bytes, codepage, false);
@@ -356,7 +356,7 @@ TEST(LibraryAllocationTest, MapIsUnchangedAfterFailedGrowth) {
   EXPECT_GT(met, 5);
 }
 
-TEST(LibraryAllocationTest, ClearEmptiesMapInAnyCase) {
+TEST(LibraryAllocationTest, ClearEmptiesMapAfterFailure) {
   VRELString const keys[] = {VRELString(L"hub"), VRELString(L"rim"), VRELString(L"axle")};
   long met = 0;
   for (long number = 1; number < 100; ++number) {
@@ -497,7 +497,7 @@ struct CountedFolder : VRELRoloNode {
   static inline int alive = 0;
 };
 
-TEST(LibraryAllocationTest, FolderIsDeletedWithoutMemory) {
+TEST(LibraryAllocationTest, FolderDestructorNeedsNoMemory) {
   for (bool lasts : {false, true}) {
     long met = 0;
     for (long number = 1; number < 100; ++number) {
@@ -550,8 +550,7 @@ TEST(LibraryAllocationTest, ShellIsUnchangedAfterFailedCopy) {
 
 namespace {
 
-// Runs the work with each of its allocations failing in turn, and `check` after each failure. Tells how many there
-// were.
+// Calls `work` once for each of its allocations, which fails, and `check` after each failure. Returns their number.
 int FailEach(std::function<void()> const& work, std::function<void()> const& check) {
   for (long number = 1;; ++number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
@@ -577,7 +576,7 @@ int ListenerCount() {
   return VRELEventBus::GetEventBus()->GetListenerCount();
 }
 
-// Fills the bus, so that one more listener needs memory.
+// Fills the listener array of the bus, so that one more listener needs memory.
 class FullBus {
  public:
   FullBus() {
@@ -596,7 +595,7 @@ class FullBus {
   Silent listeners[10];
 };
 
-// Does the work in a process of its own, where the bus has just the room for ten.
+// Runs in a process of its own, where the bus has room for exactly ten listeners.
 void ExpectWellApart(std::function<void()> const& work) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     unsetenv("VRELLogLevel");
@@ -614,7 +613,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   VRELFilePath const path(name.c_str());
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     FullBus const bus;
     int const failures = FailEach([&] { VRELLogFileWrapper const log(path); },
                                   [&] {
@@ -622,7 +621,7 @@ TEST(LibraryAllocationTest, FailedLogClosesFile) {
                                     EXPECT_EQ(ListenerCount(), 10);
                                   });
     EXPECT_GT(failures, 1);
-    // A borrowed one stays open.
+    // A stream of the caller stays open.
     std::FILE* const file = std::fopen(name.c_str(), "w");
     FailEach([&] { VRELLogFileWrapper const log(file); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 1); });
     EXPECT_EQ(std::fclose(file), 0);
@@ -633,7 +632,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
   ScratchDirectory const folder;
   std::string const name = folder.Path("log");
   folder.Write("log", "");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELFilePath path(name.c_str());
     for (long number = 1;; ++number) {
       FullBus const bus;
@@ -645,7 +644,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
         hasFailed = failing.HasFailed();
       }
       if (!hasFailed) break;
-      // Some losses are made up for; no half of a start is left of the others.
+      // Some failures are compensated; after the others nothing is started.
       bool const isActive = logger.GetOutputStream() != nullptr;
       EXPECT_EQ(ListenerCount(), isActive ? 11 : 10) << "allocation " << number;
       EXPECT_EQ(CountOpenDescriptors(name), isActive ? 1 : 0) << "allocation " << number;
@@ -658,7 +657,7 @@ TEST(LibraryAllocationTest, FailedLoggerStaysInactive) {
 }
 
 TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     for (long number = 1;; ++number) {
       FullBus const bus;
       VRELConsoleLogger console;
@@ -681,7 +680,7 @@ TEST(LibraryAllocationTest, FailedConsoleCanBeStartedLater) {
 }
 
 TEST(LibraryAllocationTest, FailedTrackerCanBeStartedLater) {
-  ExpectWellApart([] {
+  ExpectSuccessInChild([] {
     FullBus const bus;
     int const failures = FailEach(VRELErrorTracker::Initialize, [] {
       EXPECT_EQ(VRELErrorTracker::GetInstance(), nullptr);
@@ -730,7 +729,7 @@ TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
 
 TEST(LibraryAllocationTest, FailedSetenvIsReported) {
   enum Answer { NotMet, Refused, Thrown, Broken };
-  // The room in the environment is asked for last.
+  // The memory of the environment is allocated last.
   int last = Broken;
   for (long number = 1;; ++number) {
     ChildResult const child = RunInChildWithoutTeardown([number] {
@@ -758,36 +757,36 @@ TEST(LibraryAllocationTest, FailedSetenvIsReported) {
 
 class CountedNode : public VRELTree::VRELTreeNode {
  public:
-  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), dead(theDead) {}
-  ~CountedNode() noexcept(false) override { ++dead; }
+  explicit CountedNode(int& theDead) : VRELTreeNode(nullptr), deleted(theDead) {}
+  ~CountedNode() noexcept(false) override { ++deleted; }
 
  private:
-  int& dead;
+  int& deleted;
 };
 
-// A node with two children, each of which has two.
+// Returns a node with two children that have two children each.
 VRELTree::VRELTreeNode* FamilyOfSeven(int& dead) {
   auto* const root = new CountedNode(dead);
   for (int i = 0; i < 2; ++i) {
-    auto* const child = new CountedNode(dead);
+    auto* const child = new CountedNode(deleted);
     root->AddChildPtr(child);
-    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(dead));
+    for (int j = 0; j < 2; ++j) child->AddChildPtr(new CountedNode(deleted));
   }
   return root;
 }
 
-// Those that a dying node cannot hand over stay behind; the others go, and nothing is thrown.
+// Children that a destroyed node cannot pass to its parent stay; the others are passed on, and nothing is thrown.
 TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
-  // No child of the root is handed over; one of them; both, but one child of the first to go is not.
+  // No child of the root is passed on; one of them; both, but not one child of the first.
   std::vector<int> const expected = {1, 4, 6};
   for (std::size_t i = 0; i < expected.size(); ++i) {
     SCOPED_TRACE(i);
     ChildResult const result = RunInChildWithoutTeardown([number = static_cast<long>(i) + 1] {
-      int dead = 0;
-      VRELTree::VRELTreeNode* const root = FamilyOfSeven(dead);
+      int deleted = 0;
+      VRELTree::VRELTreeNode* const root = TreeOfSevenNodes(deleted);
       Failing const failing(number);
       delete root;
-      return failing.HasFailed() ? dead : -1;
+      return failing.HasFailed() ? deleted : -1;
     });
     EXPECT_EQ(result.signal, 0);
     EXPECT_EQ(result.exitStatus, expected[i]);
@@ -797,7 +796,7 @@ TEST(LibraryAllocationTest, FailedNodeKeepsChildren) {
 TEST(LibraryAllocationTest, FailedReadClosesFile) {
   ScratchDirectory const folder;
   std::string const name = folder.Write("options.cfg", "Step.Reader.Tolerance=0.5\nHeal=a text longer than in place\n");
-  ExpectWellApart([&] {
+  ExpectSuccessInChild([&] {
     VRELString const path(name);
     VRELOptions options;
     EXPECT_GT(FailEach([&] { options.ReadFromFile(path); }, [&] { EXPECT_EQ(CountOpenDescriptors(name), 0); }), 10);

@@ -37,19 +37,19 @@ struct Tally {
 
 void TryCall(FaultyRun const& run, SystemCallFault const& fault, bool withoutUnnamedFiles, Tally& tally) {
   SystemCallRun const traced = RunWith(run, fault, withoutUnnamedFiles);
-  if (!traced.wasMet) return;
+  if (!traced.hasOccurred) return;
   ChildResult const result = run.Collect(traced.status);
   ++tally.faults;
   ++tally.ends[result.exitStatus];
-  EXPECT_TRUE(run.IsSound(result)) << traced.met << ", call " << fault.number << ", error " << fault.error
-                                   << (fault.isForGood ? " for good" : "");
+  EXPECT_TRUE(run.IsSound(result)) << traced.failedCall << ", call " << fault.number << ", error " << fault.error
+                                   << (fault.isPermanent ? " permanently" : "");
   // The loader does not repeat a short read.
   if (fault.error == kShort && result.exitStatus != 127) {
-    EXPECT_EQ(result.exitStatus, 0) << traced.met << ", call " << fault.number;
+    EXPECT_EQ(result.exitStatus, 0) << traced.failedCall << ", call " << fault.number;
   }
 }
 
-void TryCalls(std::size_t index, std::vector<int> const& errors, bool isForGood, long dense, long more,
+void TryCalls(std::size_t index, std::vector<int> const& errors, bool isPermanent, long dense, long more,
               bool withoutUnnamedFiles = false) {
   if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
   auto const& [name, words] = FaultyRuns()[index];
@@ -64,7 +64,7 @@ void TryCalls(std::size_t index, std::vector<int> const& errors, bool isForGood,
     std::vector<long> numbers = FaultNumbers(whole.count, dense, more);
     for (long& number : numbers) number = whole.count + 1 - number;
     for (long const number : error == kShort ? whole.transfers : numbers) {
-      TryCall(run, {number, error, isForGood}, withoutUnnamedFiles, tally);
+      TryCall(run, {number, error, isPermanent}, withoutUnnamedFiles, tally);
       if (testing::Test::HasFailure()) return;
     }
   }
@@ -121,4 +121,19 @@ TEST(SystemCallFaultsTest, OneFailsWritingStep) {
 
 TEST(SystemCallFaultsTest, OneFailsListing) {
   TryCalls(3, {EIO, EINTR, kShort}, false, 60, 20);
+}
+
+// The file is synchronized before the rename and its folder after it, unless -nosync is given.
+TEST(SystemCallFaultsTest, OutputIsSynchronizedAroundRename) {
+  if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
+  auto const synchronization = [](Names const& words) {
+    FaultyRun const run(words);
+    std::string order;
+    for (std::string const& name : RunWith(run, {}, false).names) {
+      if (name == "fsync" || name == "rename") order += name + " ";
+    }
+    return order;
+  };
+  EXPECT_EQ(synchronization({"washer.stp", "new.html"}), "fsync rename fsync ");
+  EXPECT_EQ(synchronization({"-nosync", "washer.stp", "new.html"}), "rename ");
 }

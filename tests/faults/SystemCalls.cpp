@@ -88,10 +88,12 @@ class CallTracer {
     Call const* const call = Find(registers.orig_rax);
     if (call == nullptr) return;
     ++run.count;
+    run.names.emplace_back(call->name);
     bool const canBeShort = call->transfersBytes && registers.rdx > 1;
     if (canBeShort) run.transfers.push_back(run.count);
     if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);
-    bool const isSelected = run.count == fault.number || (fault.isForGood && run.wasMet && run.met == call->name);
+    bool const isSelected =
+        run.count == fault.number || (fault.isPermanent && run.hasOccurred && run.failedCall == call->name);
     if (!isSelected) return;
     if (fault.error != 0) {
       Refuse(registers, fault.error);
@@ -101,8 +103,8 @@ class CallTracer {
       registers.rdx /= 2;
       ptrace(PTRACE_SETREGS, process, nullptr, &registers);
     }
-    run.wasMet = true;
-    run.met = call->name;
+    run.hasOccurred = true;
+    run.failedCall = call->name;
   }
 
   void Refuse(user_regs_struct& registers, int error) {

@@ -189,7 +189,7 @@ static_assert(std::is_default_constructible_v<Header> && std::is_copy_constructi
 static_assert(std::is_same_v<decltype(Header::AUTHOR), VRELString const>);
 }  // namespace file_header
 
-TEST(FileDeclarationsTest, VirtualOperationsOfCountedClassesKeepSlots) {
+TEST(FileDeclarationsTest, CountedClassesKeepVirtualSlots) {
   struct Probe : VRELReferenceCount {
     static std::size_t Raise() { return SlotOf(&Probe::RaiseReference); }
     static std::size_t Lower() { return SlotOf(&Probe::LowerReference); }
@@ -208,49 +208,49 @@ TEST(FileDeclarationsTest, FileKeepsFieldOffsets) {
   VRELFile const descriptor(7);
   VRELFile const stream(stdin);
   EXPECT_TRUE(IsFirstBase<VRELReferenceCount>(path));
-  EXPECT_EQ(FieldAt<std::FILE*>(&path, 16), nullptr);
-  EXPECT_EQ(FieldAt<std::FILE*>(&stream, 16), stdin);
-  auto const* const ownedPath = FieldAt<VRELFilePath const*>(&path, 24);
+  EXPECT_EQ(FieldAt<std::FILE*>(path, 16), nullptr);
+  EXPECT_EQ(FieldAt<std::FILE*>(stream, 16), stdin);
+  auto const* const ownedPath = FieldAt<VRELFilePath const*>(path, 24);
   ASSERT_NE(ownedPath, nullptr);
   EXPECT_EQ(ownedPath->GetPath().toUtf8(), "wheel.step");
-  EXPECT_EQ(FieldAt<int>(&path, 32), -1);
-  EXPECT_EQ(FieldAt<int>(&descriptor, 32), 7);
-  EXPECT_EQ(FieldAt<int>(&path, 36), 0);
+  EXPECT_EQ(FieldAt<int>(path, 32), -1);
+  EXPECT_EQ(FieldAt<int>(descriptor, 32), 7);
+  EXPECT_EQ(FieldAt<int>(path, 36), 0);
   VRELFile opened("/dev/null");
   std::FILE* null = nullptr;
   EXPECT_EQ(opened.GetFilePointer(null, VRELFile::BinaryOpen), VREL_S_OK);
-  EXPECT_EQ(FieldAt<std::FILE*>(&opened, 16), null);
-  EXPECT_EQ(FieldAt<int>(&opened, 36), 2);
+  EXPECT_EQ(FieldAt<std::FILE*>(opened, 16), null);
+  EXPECT_EQ(FieldAt<int>(opened, 36), 2);
 }
 
 TEST(FileDeclarationsTest, FileDescriptorKeepsFieldOffsets) {
   VRELFileDescriptor const borrowed(2, VRELFileDescriptor::ModeWrite);
   EXPECT_TRUE(IsFirstBase<VRELReferenceCount>(borrowed));
-  EXPECT_EQ(FieldAt<int>(&borrowed, 12), 2);
-  EXPECT_EQ(FieldAt<int>(&borrowed, 16), 2);
-  EXPECT_FALSE(FieldAt<bool>(&borrowed, 20));
+  EXPECT_EQ(FieldAt<int>(borrowed, 12), 2);
+  EXPECT_EQ(FieldAt<int>(borrowed, 16), 2);
+  EXPECT_FALSE(FieldAt<bool>(borrowed, 20));
   VRELFilePath const null("/dev/null");
   VRELFileDescriptor const owned(null, VRELFileDescriptor::ModeRead);
-  EXPECT_GT(FieldAt<int>(&owned, 12), 2);
-  EXPECT_EQ(FieldAt<int>(&owned, 16), 1);
-  EXPECT_TRUE(FieldAt<bool>(&owned, 20));
+  EXPECT_GT(FieldAt<int>(owned, 12), 2);
+  EXPECT_EQ(FieldAt<int>(owned, 16), 1);
+  EXPECT_TRUE(FieldAt<bool>(owned, 20));
 }
 
 TEST(FileDeclarationsTest, TemporaryFileKeepsFieldOffsets) {
   VRELTemporaryFile file;
   VRELFilePath path;
   file.GetPath(path);
-  EXPECT_EQ(FieldAt<std::FILE*>(&file, 8), nullptr);
+  EXPECT_EQ(FieldAt<std::FILE*>(file, 8), nullptr);
   auto const* const bytes = reinterpret_cast<char const*>(&file);
   EXPECT_EQ(reinterpret_cast<VRELFilePath const*>(bytes + 16)->GetPath().toUtf8(), path.GetPath().toUtf8());
   std::FILE* const stream = file.Open(nullptr);
-  EXPECT_EQ(FieldAt<std::FILE*>(&file, 8), stream);
+  EXPECT_EQ(FieldAt<std::FILE*>(file, 8), stream);
 }
 
 TEST(FileDeclarationsTest, FileHeaderKeepsFieldOffsets) {
   VRELFileHeader header;
   header.SelectModel(2);
-  EXPECT_EQ(FieldAt<int>(&header, 8), 2);
+  EXPECT_EQ(FieldAt<int>(header, 8), 2);
   auto const* const bytes = reinterpret_cast<char const*>(&header);
   EXPECT_EQ(reinterpret_cast<VRELDynamicArray<VRELTable> const*>(bytes + 16)->size(), 3);
   EXPECT_EQ(sizeof(VRELFileHeader), 16 + sizeof(VRELDynamicArray<VRELTable>));

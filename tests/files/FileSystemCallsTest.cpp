@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "Gk_DirElement.h"
+#include "Sanitizer.h"
 #include "ScratchDirectory.h"
 #include "VRELExport.h"
 #include "VRELFile.h"
@@ -20,14 +21,6 @@
 #include "VRELFilePath.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELTemporaryFile.h"
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VREL_TEST_HAS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VREL_TEST_HAS_SANITIZER
-#endif
-#endif
 
 namespace {
 
@@ -218,7 +211,7 @@ TEST_F(FileSystemCallsTest, ResolveAgainstProbesShortestTailFirst) {
                           "open DIR/y/z.dat 0x80000 00", "open DIR/x/y/z.dat 0x80000 00"));
 }
 
-TEST_F(FileSystemCallsTest, ResolveAgainstOverlongDirectoryProbesNothing) {
+TEST_F(FileSystemCallsTest, ResolveAgainstProbesNoOverlongPath) {
   VRELFilePath const path("x/y/z.dat");
   std::string const longName(5000, 'd');
   VRELFilePath base((longName + "/top.asm").c_str());
@@ -309,7 +302,7 @@ TEST_F(FileSystemCallsTest, LogFileWrapperOpensGivenPath) {
   EXPECT_THAT(Record([&] { VRELLogFileWrapper const log(path); }), ElementsAre("fopen DIR/run.log w"));
 }
 
-// What the name refers to is the caller's business.
+// The target of the name is not checked.
 TEST_F(FileSystemCallsTest, LogFileWrapperFollowsSymbolicLink) {
   directory.Write("victim", "old");
   ASSERT_EQ(symlink("victim", directory.Path("run.log").c_str()), 0);

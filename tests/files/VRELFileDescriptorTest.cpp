@@ -198,7 +198,7 @@ TEST(VRELFileDescriptorTest, PathHasAtMost4096Bytes) {
     std::string const path =
         directory.Path() + std::string(row.byteCount - 1 - directory.Path().size() - tail.size(), '/') + tail;
     EXPECT_EQ(FailsToOpen(path, Descriptor::ModeRead), !row.fits);
-    // What is too long is not cut to the name of another file.
+    // A path that is too long is not truncated to the name of another file.
     EXPECT_EQ(FailsToOpen(path, Descriptor::ModeWrite), !row.fits);
     EXPECT_EQ(directory.Read("f"), row.fits ? "" : "text");
     EXPECT_FALSE(directory.Has("fx"));
@@ -225,10 +225,10 @@ TEST(VRELFileDescriptorTest, LoneSurrogateIsReplaced) {
 }
 
 TEST(VRELFileDescriptorTest, CallsGetPathOfDerivedPath) {
-  struct Elsewhere : VRELFilePath {
+  struct OverriddenPath : VRELFilePath {
     VRELString GetPath() const override { return VRELString(L"/dev/null"); }
   };
-  Descriptor file(Elsewhere(), Descriptor::ModeRead);
+  Descriptor file(OverriddenPath(), Descriptor::ModeRead);
   char byte;
   EXPECT_EQ(file.readBytes(&byte, 1, -1), 0);
 }

@@ -506,7 +506,7 @@ TEST(VRELFilePathTest, ResolveAgainstUsesCurrentDirectory) {
       EXPECT_EQ(Text(VRELFilePath("a/b/z.dat").ResolveAgainst(base)), "b/z.dat");
       EXPECT_EQ(Text(VRELFilePath("/q/w.dat").ResolveAgainst(base)), "q/w.dat");
     }
-    // That b/z.dat exists from here is no shortcut for a relative path.
+    // A relative path that exists below the current directory is resolved against the base, too.
     VRELFilePath base("sub/top.asm");
     EXPECT_EQ(Text(VRELFilePath("b/z.dat").ResolveAgainst(base)), "sub/b/z.dat");
     VRELFilePath other("other/top.asm");

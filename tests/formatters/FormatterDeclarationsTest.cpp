@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "Declaration.h"
 #include "Gk_HTMLAnchor.h"
 #include "Gk_HTMLEndline.h"
 #include "Gk_HTMLMargin.h"
@@ -21,87 +22,84 @@
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
-
-static_assert(Declares<void (VRELStreamFormatter::*)(char)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(int)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(unsigned int)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(long)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(unsigned long)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(double)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(void const*)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(VRELStreamFormatter::VRELStreamFormatterObject const*)>(
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(char)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(int)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(unsigned int)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(long)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(unsigned long)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(double)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(void const*)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(VRELStreamFormatter::VRELStreamFormatterObject const*)>(
     &VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(VRELString const&)>(&VRELStreamFormatter::dump));
-static_assert(Declares<void (VRELStreamFormatter::*)(VRELValue const&)>(&VRELStreamFormatter::dump));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(void const*)>(
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(VRELString const&)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(VRELValue const&)>(&VRELStreamFormatter::dump));
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(void const*)>(
     &VRELStreamFormatter::define));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(void const*)>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(void const*)>(
     &VRELStreamFormatter::refer));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(long)>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(long)>(
     &VRELStreamFormatter::define));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(long)>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(long)>(
     &VRELStreamFormatter::refer));
+static_assert(IsDeclared<VRELOutputStream* (VRELStreamFormatter::*)(VRELOutputStream*)>(
+    &VRELStreamFormatter::installOutputStream));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::resetFormat));
+static_assert(IsDeclared<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setIntFormat));
+static_assert(IsDeclared<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setUIntFormat));
+static_assert(IsDeclared<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setLongFormat));
+static_assert(IsDeclared<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setULongFormat));
 static_assert(
-    Declares<VRELOutputStream* (VRELStreamFormatter::*)(VRELOutputStream*)>(&VRELStreamFormatter::installOutputStream));
-static_assert(Declares<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::resetFormat));
-static_assert(Declares<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setIntFormat));
-static_assert(Declares<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setUIntFormat));
-static_assert(Declares<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setLongFormat));
-static_assert(Declares<char const* (VRELStreamFormatter::*)(char const*)>(&VRELStreamFormatter::setULongFormat));
-static_assert(
-    Declares<char const* (VRELStreamFormatter::*)(char const*, bool, int)>(&VRELStreamFormatter::setDoubleFormat));
-static_assert(Declares<void (VRELStreamFormatter::*)(VRELRealTrailingZerosRemovalFormat const&)>(
+    IsDeclared<char const* (VRELStreamFormatter::*)(char const*, bool, int)>(&VRELStreamFormatter::setDoubleFormat));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)(VRELRealTrailingZerosRemovalFormat const&)>(
     &VRELStreamFormatter::SetTrailingZerosRemovalFormat));
-static_assert(Declares<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::RemoveTrailingZeros));
-static_assert(Declares<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::KeepDecimalAndOneZeroForTrailingZeros));
-static_assert(Declares<VRINResult (*)(VRELString const&, VRELString&)>(
+static_assert(IsDeclared<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::RemoveTrailingZeros));
+static_assert(IsDeclared<void (VRELStreamFormatter::*)()>(&VRELStreamFormatter::KeepDecimalAndOneZeroForTrailingZeros));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, VRELString&)>(
     &VRELStreamFormatter::TruncateTrailingZeroesKeepingDecimalAndOneZero));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterMarginHandle& (VRELStreamFormatter::*)()>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterMarginHandle& (VRELStreamFormatter::*)()>(
     &VRELStreamFormatter::margin));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
     &VRELStreamFormatter::space));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
     &VRELStreamFormatter::endline));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle& (VRELStreamFormatter::*)()>(
     &VRELStreamFormatter::empty));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(char const*, ...)>(
-    &VRELStreamFormatter::format));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterObject::*)(VRELStreamFormatter&) const>(
+static_assert(
+    IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELStreamFormatter::*)(char const*, ...)>(
+        &VRELStreamFormatter::format));
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterObject::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterObject::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)(VRELStreamFormatter&) const>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterMargin::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterLong::*)(VRELStreamFormatter&) const>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterLong::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterLong::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterPtr::*)(VRELStreamFormatter&) const>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterPtr::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterPtr::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterSpace::*)(VRELStreamFormatter&) const>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterSpace::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterSpace::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterEndline::*)(VRELStreamFormatter&) const>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterEndline::*)(VRELStreamFormatter&) const>(
     &VRELStreamFormatter::VRELStreamFormatterEndline::dump));
-static_assert(Declares<void (Gk_HTMLTag::*)(VRELStreamFormatter&) const>(&Gk_HTMLTag::dump));
-static_assert(Declares<void (Gk_HTMLAnchor::*)(VRELStreamFormatter&) const>(&Gk_HTMLAnchor::dump));
-static_assert(Declares<void (Gk_HTMLEndline::*)(VRELStreamFormatter&) const>(&Gk_HTMLEndline::dump));
-static_assert(Declares<void (Gk_HTMLSpace::*)(VRELStreamFormatter&) const>(&Gk_HTMLSpace::dump));
-static_assert(Declares<void (Gk_HTMLMargin::*)(VRELStreamFormatter&) const>(&Gk_HTMLMargin::dump));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)()>(
+static_assert(IsDeclared<void (Gk_HTMLTag::*)(VRELStreamFormatter&) const>(&Gk_HTMLTag::dump));
+static_assert(IsDeclared<void (Gk_HTMLAnchor::*)(VRELStreamFormatter&) const>(&Gk_HTMLAnchor::dump));
+static_assert(IsDeclared<void (Gk_HTMLEndline::*)(VRELStreamFormatter&) const>(&Gk_HTMLEndline::dump));
+static_assert(IsDeclared<void (Gk_HTMLSpace::*)(VRELStreamFormatter&) const>(&Gk_HTMLSpace::dump));
+static_assert(IsDeclared<void (Gk_HTMLMargin::*)(VRELStreamFormatter&) const>(&Gk_HTMLMargin::dump));
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)()>(
     &VRELStreamFormatter::VRELStreamFormatterMargin::incr));
-static_assert(Declares<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)()>(
+static_assert(IsDeclared<void (VRELStreamFormatter::VRELStreamFormatterMargin::*)()>(
     &VRELStreamFormatter::VRELStreamFormatterMargin::decr));
-static_assert(Declares<void (Gk_HTMLMargin::*)()>(&Gk_HTMLMargin::incr));
-static_assert(Declares<void (Gk_HTMLMargin::*)()>(&Gk_HTMLMargin::decr));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(void const*)>(
+static_assert(IsDeclared<void (Gk_HTMLMargin::*)()>(&Gk_HTMLMargin::incr));
+static_assert(IsDeclared<void (Gk_HTMLMargin::*)()>(&Gk_HTMLMargin::decr));
+static_assert(
+    IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(void const*)>(
+        &VRELHTMLStreamFormatter::define));
+static_assert(
+    IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(void const*)>(
+        &VRELHTMLStreamFormatter::refer));
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(long)>(
     &VRELHTMLStreamFormatter::define));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(void const*)>(
-    &VRELHTMLStreamFormatter::refer));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(long)>(
-    &VRELHTMLStreamFormatter::define));
-static_assert(Declares<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(long)>(
+static_assert(IsDeclared<VRELStreamFormatter::VRELStreamFormatterObjectHandle (VRELHTMLStreamFormatter::*)(long)>(
     &VRELHTMLStreamFormatter::refer));
 
 using Inserter = VRELStreamFormatter&;

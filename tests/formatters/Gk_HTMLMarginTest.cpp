@@ -99,7 +99,7 @@ TEST(Gk_HTMLMarginTest, NullFormatterCounts) {
   EXPECT_EQ(TextOf([&](VRELOutputStream* stream) { VRELStreamFormatter(stream).dump(&margin); }), "");
 }
 
-TEST(Gk_HTMLMarginTest, OutlivesItsFormatter) {
+TEST(Gk_HTMLMarginTest, OutlivesFormatter) {
   VRELStreamFormatter::VRELStreamFormatterMarginHandle margin;
   {
     VRELStreamFormatter out(nullptr);

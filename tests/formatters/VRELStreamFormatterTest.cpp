@@ -64,9 +64,9 @@ class RecordingStream : public VRELOutputStream {
 };
 
 // Records which dump is called for each value.
-class TellingFormatter : public VRELStreamFormatter {
+class RecordingFormatter : public VRELStreamFormatter {
  public:
-  explicit TellingFormatter(VRELOutputStream* stream = nullptr) : VRELStreamFormatter(stream) {}
+  explicit RecordingFormatter(VRELOutputStream* stream = nullptr) : VRELStreamFormatter(stream) {}
 
   void dump(char) override { calls += "char "; }
   void dump(int value) override { calls += "int:" + std::to_string(value) + " "; }
@@ -210,7 +210,7 @@ TEST(VRELStreamFormatterTest, InstallOutputStream) {
 }
 
 TEST(VRELStreamFormatterTest, OperatorsCallDump) {
-  TellingFormatter out;
+  RecordingFormatter out;
   VRELStreamFormatter& base = out;
   ObjectHandle const number = out.define(8L);
   VRELStreamFormatter& result = base << 'c' << 1 << 2U << 3L << 4UL << 0.5 << "t" << VRELString(L"w") << VRELValue(6)
@@ -234,9 +234,9 @@ TEST(VRELStreamFormatterTest, NoOperatorForAddresses) {
 }
 
 TEST(VRELStreamFormatterTest, WritesNarrowStrings) {
-  TellingFormatter telling;
-  telling << Gk_String("bolt") << Gk_ROString("m8");
-  EXPECT_EQ(telling.calls, "text:bolt text:m8 ");
+  RecordingFormatter recording;
+  recording << Gk_String("bolt") << Gk_ROString("m8");
+  EXPECT_EQ(recording.calls, "text:bolt text:m8 ");
 
   std::string const text = TextOf([](VRELOutputStream* stream) {
     VRELStreamFormatter out(stream);
@@ -507,7 +507,7 @@ TEST(VRELStreamFormatterTest, ObjectsCanBeReplaced) {
   EXPECT_EQ(TakeText(stream), "a_b");
 }
 
-TEST(VRELStreamFormatterTest, MarginOutlivesItsFormatter) {
+TEST(VRELStreamFormatterTest, MarginOutlivesFormatter) {
   MarginHandle margin;
   {
     VRELStreamFormatter out(nullptr);
@@ -535,8 +535,8 @@ TEST(VRELStreamFormatterTest, DefineAndRefer) {
 }
 
 // Objects write numbers, addresses and strings through the operations of the formatter.
-TEST(VRELStreamFormatterTest, ObjectsWriteThroughTheFormatter) {
-  TellingFormatter out;
+TEST(VRELStreamFormatterTest, ObjectsWriteThroughFormatter) {
+  RecordingFormatter out;
   out.margin()->incr();
   out << out.define(5L) << out.define(reinterpret_cast<void const*>(6)) << out.margin() << out.space() << out.endline()
       << out.empty();

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 #include <utility>
 
+#include "Declaration.h"
 #include "Gk_Domain.h"
 #include "VREL4x4Matrix.h"
 #include "VRELAffine2D.h"
@@ -28,33 +28,20 @@
 
 namespace {
 
-// Compiles if the operation has an overload of exactly this type; noexcept may be added.
-template <class Pointer>
-constexpr bool Declares(Pointer) {
-  return true;
-}
-
-// Reads a field by its offset.
-template <class Field, class Object>
-Field FieldAt(Object const& object, std::size_t offset) {
-  Field field;
-  std::memcpy(&field, reinterpret_cast<char const*>(&object) + offset, sizeof field);
-  return field;
-}
-
 // Declarations that VRELPoint2D and VRELPoint3D share.
 template <class Point, class Affine, class Morph>
 constexpr bool DeclaresPoint() {
-  return Declares<Point& (Point::*)(Point const&)>(&Point::operator=) &&
-         Declares<Point& (Point::*)(Point const&)>(&Point::operator+=) &&
-         Declares<Point& (Point::*)(Point const&)>(&Point::operator-=) &&
-         Declares<Point& (Point::*)(double)>(&Point::operator*=) &&
-         Declares<Point& (Point::*)(double)>(&Point::operator/=) &&
-         Declares<void (Point::*)(Point const&)>(&Point::Shift) && Declares<Point* (Point::*)() const>(&Point::Copy) &&
-         Declares<Point (Point::*)() const>(&Point::Normalize) &&
-         Declares<Point (Point::*)() const>(&Point::Orthogonalize) &&
-         Declares<void (Point::*)(Affine const&)>(&Point::Transform) &&
-         Declares<void (Point::*)(Morph const&, bool)>(&Point::Transform) &&
+  return IsDeclared<Point& (Point::*)(Point const&)>(&Point::operator=) &&
+         IsDeclared<Point& (Point::*)(Point const&)>(&Point::operator+=) &&
+         IsDeclared<Point& (Point::*)(Point const&)>(&Point::operator-=) &&
+         IsDeclared<Point& (Point::*)(double)>(&Point::operator*=) &&
+         IsDeclared<Point& (Point::*)(double)>(&Point::operator/=) &&
+         IsDeclared<void (Point::*)(Point const&)>(&Point::Shift) &&
+         IsDeclared<Point* (Point::*)() const>(&Point::Copy) &&
+         IsDeclared<Point (Point::*)() const>(&Point::Normalize) &&
+         IsDeclared<Point (Point::*)() const>(&Point::Orthogonalize) &&
+         IsDeclared<void (Point::*)(Affine const&)>(&Point::Transform) &&
+         IsDeclared<void (Point::*)(Morph const&, bool)>(&Point::Transform) &&
          std::is_same_v<decltype(Point() + Point()), Point> && std::is_same_v<decltype(Point() - Point()), Point> &&
          std::is_same_v<decltype(-Point()), Point> && std::is_same_v<decltype(Point() * 2.0), Point> &&
          std::is_same_v<decltype(2.0 * Point()), Point> && std::is_same_v<decltype(Point() / 2.0), Point> &&
@@ -65,46 +52,46 @@ static_assert(DeclaresPoint<VRELPoint3D, VRELAffine3D, VRELMorph3D>());
 static_assert(std::is_constructible_v<VRELPoint2D, double, double>);
 static_assert(std::is_constructible_v<VRELPoint3D, double, double, double>);
 static_assert(std::is_constructible_v<VRELPoint3D, double const*>);
-static_assert(Declares<VRELPoint3D (*)(VRELPoint3D const&, VRELPoint3D const&)>(&VRELPoint3D::VectorProduct));
-static_assert(Declares<void (*)(VRELPoint3D const&, double*)>(&VRELGetDoublesFromVRELPoint3D));
-static_assert(Declares<void (*)(double&, double&, double&, VRELMorph3D const&, bool)>(&Transform));
+static_assert(IsDeclared<VRELPoint3D (*)(VRELPoint3D const&, VRELPoint3D const&)>(&VRELPoint3D::VectorProduct));
+static_assert(IsDeclared<void (*)(VRELPoint3D const&, double*)>(&VRELGetDoublesFromVRELPoint3D));
+static_assert(IsDeclared<void (*)(double&, double&, double&, VRELMorph3D const&, bool)>(&Transform));
 
 static_assert(std::is_base_of_v<VRELReferenceCount, VRELPoint>);
 static_assert(std::is_constructible_v<VRELPoint, int>);
-static_assert(Declares<VRELPoint& (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::operator=));
-static_assert(Declares<double& (VRELPoint::*)(int)>(&VRELPoint::operator[]));
-static_assert(Declares<double (VRELPoint::*)(int) const>(&VRELPoint::operator[]));
-static_assert(Declares<double (VRELPoint::*)() const>(&VRELPoint::Length));
-static_assert(Declares<void (VRELPoint::*)()>(&VRELPoint::Negate));
-static_assert(Declares<void (VRELPoint::*)(double)>(&VRELPoint::Multiply));
-static_assert(Declares<void (VRELPoint::*)(double)>(&VRELPoint::Divide));
-static_assert(Declares<void (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::Substract));
-static_assert(Declares<void (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::Add));
-static_assert(Declares<void (VRELPoint::*)(VRELPoint&) const>(&VRELPoint::CopyIn));
-static_assert(Declares<void (VRELPoint::*)(VRELStreamFormatter&) const>(&VRELPoint::Dump));
-static_assert(Declares<double (VRELPoint::*)(VRELPoint const&) const>(&VRELPoint::DistanceTo));
-static_assert(Declares<bool (VRELPoint::*)(VRELPoint const&, double) const>(&VRELPoint::IsWithinTolerance));
-static_assert(Declares<bool (VRELPoint::*)(VRELPoint const&, VRELPoint const&) const>(&VRELPoint::IsWithinTolerance));
+static_assert(IsDeclared<VRELPoint& (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::operator=));
+static_assert(IsDeclared<double& (VRELPoint::*)(int)>(&VRELPoint::operator[]));
+static_assert(IsDeclared<double (VRELPoint::*)(int) const>(&VRELPoint::operator[]));
+static_assert(IsDeclared<double (VRELPoint::*)() const>(&VRELPoint::Length));
+static_assert(IsDeclared<void (VRELPoint::*)()>(&VRELPoint::Negate));
+static_assert(IsDeclared<void (VRELPoint::*)(double)>(&VRELPoint::Multiply));
+static_assert(IsDeclared<void (VRELPoint::*)(double)>(&VRELPoint::Divide));
+static_assert(IsDeclared<void (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::Substract));
+static_assert(IsDeclared<void (VRELPoint::*)(VRELPoint const&)>(&VRELPoint::Add));
+static_assert(IsDeclared<void (VRELPoint::*)(VRELPoint&) const>(&VRELPoint::CopyIn));
+static_assert(IsDeclared<void (VRELPoint::*)(VRELStreamFormatter&) const>(&VRELPoint::Dump));
+static_assert(IsDeclared<double (VRELPoint::*)(VRELPoint const&) const>(&VRELPoint::DistanceTo));
+static_assert(IsDeclared<bool (VRELPoint::*)(VRELPoint const&, double) const>(&VRELPoint::IsWithinTolerance));
+static_assert(IsDeclared<bool (VRELPoint::*)(VRELPoint const&, VRELPoint const&) const>(&VRELPoint::IsWithinTolerance));
 
 // Declarations that VRELWeightPoint2D and VRELWeightPoint3D share.
 template <class Weighted, class Plain, class Affine, class Morph>
 constexpr bool DeclaresWeightPoint() {
   return std::is_base_of_v<VRELPoint, Weighted> && std::is_constructible_v<Weighted, Plain const&, double, bool> &&
          std::is_constructible_v<Weighted, double> && std::is_default_constructible_v<Weighted> &&
-         Declares<double (Weighted::*)() const>(&Weighted::GetWeight) &&
-         Declares<void (Weighted::*)(double)>(&Weighted::SetWeight) &&
-         Declares<Plain (Weighted::*)() const>(&Weighted::GetWeightedCoords) &&
-         Declares<void (Weighted::*)(Plain const&)>(&Weighted::SetWeightedCoords) &&
-         Declares<Plain (Weighted::*)() const>(&Weighted::GetCoords) &&
-         Declares<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator=) &&
-         Declares<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator+=) &&
-         Declares<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator-=) &&
-         Declares<Weighted& (Weighted::*)(double)>(&Weighted::operator*=) &&
-         Declares<Weighted& (Weighted::*)(double)>(&Weighted::operator/=) &&
-         Declares<void (Weighted::*)(Weighted const&)>(&Weighted::Shift) &&
-         Declares<void (Weighted::*)(Plain const&)>(&Weighted::Shift) &&
-         Declares<void (Weighted::*)(Affine const&)>(&Weighted::Transform) &&
-         Declares<void (Weighted::*)(Morph const&, bool)>(&Weighted::Transform);
+         IsDeclared<double (Weighted::*)() const>(&Weighted::GetWeight) &&
+         IsDeclared<void (Weighted::*)(double)>(&Weighted::SetWeight) &&
+         IsDeclared<Plain (Weighted::*)() const>(&Weighted::GetWeightedCoords) &&
+         IsDeclared<void (Weighted::*)(Plain const&)>(&Weighted::SetWeightedCoords) &&
+         IsDeclared<Plain (Weighted::*)() const>(&Weighted::GetCoords) &&
+         IsDeclared<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator=) &&
+         IsDeclared<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator+=) &&
+         IsDeclared<Weighted& (Weighted::*)(Weighted const&)>(&Weighted::operator-=) &&
+         IsDeclared<Weighted& (Weighted::*)(double)>(&Weighted::operator*=) &&
+         IsDeclared<Weighted& (Weighted::*)(double)>(&Weighted::operator/=) &&
+         IsDeclared<void (Weighted::*)(Weighted const&)>(&Weighted::Shift) &&
+         IsDeclared<void (Weighted::*)(Plain const&)>(&Weighted::Shift) &&
+         IsDeclared<void (Weighted::*)(Affine const&)>(&Weighted::Transform) &&
+         IsDeclared<void (Weighted::*)(Morph const&, bool)>(&Weighted::Transform);
 }
 static_assert(DeclaresWeightPoint<VRELWeightPoint2D, VRELPoint2D, VRELAffine2D, VRELMorph2D>());
 static_assert(DeclaresWeightPoint<VRELWeightPoint3D, VRELPoint3D, VRELAffine3D, VRELMorph3D>());
@@ -113,15 +100,15 @@ static_assert(std::is_base_of_v<VRELReferenceHandle, VRELPointHandle>);
 static_assert(std::is_convertible_v<VRELPoint2DHandle, VRELPoint2D*>);
 static_assert(std::is_convertible_v<VRELPoint3DHandle, VRELPoint3D*>);
 
-static_assert(Declares<void (VRELPointf::*)(float*) const>(&VRELPointf::GetValue));
-static_assert(Declares<VRELPointf (VRELPointf::*)(VRELVectorf const&) const>(&VRELPointf::operator+));
-static_assert(Declares<VRELPointf (VRELPointf::*)(VRELVectorf const&) const>(&VRELPointf::operator-));
-static_assert(Declares<VRELVectorf (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::operator-));
-static_assert(Declares<bool (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::operator==));
-static_assert(Declares<float (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::DistanceTo));
-static_assert(Declares<float (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::DistanceL1To));
-static_assert(Declares<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMinimum));
-static_assert(Declares<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMaximum));
+static_assert(IsDeclared<void (VRELPointf::*)(float*) const>(&VRELPointf::GetValue));
+static_assert(IsDeclared<VRELPointf (VRELPointf::*)(VRELVectorf const&) const>(&VRELPointf::operator+));
+static_assert(IsDeclared<VRELPointf (VRELPointf::*)(VRELVectorf const&) const>(&VRELPointf::operator-));
+static_assert(IsDeclared<VRELVectorf (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::operator-));
+static_assert(IsDeclared<bool (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::operator==));
+static_assert(IsDeclared<float (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::DistanceTo));
+static_assert(IsDeclared<float (VRELPointf::*)(VRELPointf const&) const>(&VRELPointf::DistanceL1To));
+static_assert(IsDeclared<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMinimum));
+static_assert(IsDeclared<void (VRELPointf::*)(VRELPointf const&)>(&VRELPointf::GetMaximum));
 static_assert(std::is_constructible_v<VRELPointf, float const*>);
 
 // The negation of VRELPointf::operator== would be true for identical points.
@@ -134,17 +121,17 @@ static_assert(HasNotEqual<VRELPoint3D>::value);
 
 static_assert(std::is_constructible_v<VRELVectorf, VRELPointf const&, VRELPointf const&>);
 static_assert(std::is_convertible_v<VRELDirectionf, VRELVectorf>);
-static_assert(Declares<void (VRELVectorf::*)(float&, float&, float&) const>(&VRELVectorf::GetCoord));
-static_assert(Declares<void (VRELVectorf::*)(float, float, float)>(&VRELVectorf::SetCoord));
-static_assert(Declares<float (VRELVectorf::*)() const>(&VRELVectorf::Norm));
-static_assert(Declares<void (VRELVectorf::*)()>(&VRELVectorf::Normalize));
-static_assert(Declares<double (VRELVectorf::*)(VRELVectorf const&) const>(&VRELVectorf::AngleTo));
-static_assert(Declares<double (VRELVectorf::*)(VRELVectorf const&, VRELVectorf const&) const>(&VRELVectorf::AngleTo));
+static_assert(IsDeclared<void (VRELVectorf::*)(float&, float&, float&) const>(&VRELVectorf::GetCoord));
+static_assert(IsDeclared<void (VRELVectorf::*)(float, float, float)>(&VRELVectorf::SetCoord));
+static_assert(IsDeclared<float (VRELVectorf::*)() const>(&VRELVectorf::Norm));
+static_assert(IsDeclared<void (VRELVectorf::*)()>(&VRELVectorf::Normalize));
+static_assert(IsDeclared<double (VRELVectorf::*)(VRELVectorf const&) const>(&VRELVectorf::AngleTo));
+static_assert(IsDeclared<double (VRELVectorf::*)(VRELVectorf const&, VRELVectorf const&) const>(&VRELVectorf::AngleTo));
 static_assert(std::is_same_v<decltype(VRELVectorf() * VRELVectorf()), float>);
 static_assert(std::is_same_v<decltype(VRELVectorf() ^ VRELVectorf()), VRELVectorf>);
 static_assert(std::is_same_v<decltype(VRELVectorf() % VRELVectorf()), VRELVectorf>);
 static_assert(std::is_same_v<decltype(VRELVectorf() + VRELPointf()), VRELPointf>);
-static_assert(Declares<void (VRELDirectionf::*)()>(&VRELDirectionf::Normalize));
+static_assert(IsDeclared<void (VRELDirectionf::*)()>(&VRELDirectionf::Normalize));
 static_assert(std::is_same_v<decltype(VRELDirectionf() ^ VRELVectorf()), VRELVectorf>);
 
 using M4 = VREL4x4Matrix;
@@ -152,115 +139,120 @@ static_assert(std::is_constructible_v<M4, VRELVectorf const&, float>);
 static_assert(std::is_constructible_v<M4, float const**, VRELVectorf const&>);
 static_assert(std::is_constructible_v<M4, VRELVectorf const&, VRELPointf const&, float>);
 static_assert(std::is_constructible_v<M4, VRELVectorf const&, VRELVectorf const&, VRELPointf const&, float>);
-static_assert(Declares<void (M4::*)(VRELVectorf const&, VRELVectorf const&, VRELVectorf const&, VRELPointf const&)>(
+static_assert(IsDeclared<void (M4::*)(VRELVectorf const&, VRELVectorf const&, VRELVectorf const&, VRELPointf const&)>(
     &M4::SetComponents));
-static_assert(Declares<void (M4::*)(VRELDirectionf const&, VRELDirectionf const&, VRELDirectionf const&,
-                                    VRELPointf const&)>(&M4::SetComponents));
-static_assert(Declares<void (M4::*)(VRELVectorf&, VRELVectorf&, VRELVectorf&, VRELPointf&) const>(&M4::GetComponents));
+static_assert(IsDeclared<void (M4::*)(VRELDirectionf const&, VRELDirectionf const&, VRELDirectionf const&,
+                                      VRELPointf const&)>(&M4::SetComponents));
 static_assert(
-    Declares<void (M4::*)(VRELDirectionf&, VRELDirectionf&, VRELDirectionf&, VRELPointf&) const>(&M4::GetComponents));
-static_assert(Declares<void (M4::*)(VRELVectorf const&, float)>(&M4::SetTranslation));
-static_assert(Declares<void (M4::*)(VRELVectorf&) const>(&M4::GetTranslation));
-static_assert(Declares<void (M4::*)(VRELDirectionf const&, VRELPointf const&, float const&)>(&M4::SetRotation));
-static_assert(Declares<void (M4::*)(float)>(&M4::SetScaling));
-static_assert(Declares<float (M4::*)() const>(&M4::GetDeterminant));
-static_assert(Declares<float (M4::*)() const>(&M4::GetScaling));
-static_assert(Declares<void (M4::*)()>(&M4::ComputeDeterminant));
-static_assert(Declares<void (M4::*)()>(&M4::ComputeScaling));
-static_assert(Declares<bool (M4::*)(M4 const&) const>(&M4::operator==));
-static_assert(Declares<bool (M4::*)() const>(&M4::IsIdentity));
-static_assert(Declares<M4& (M4::*)(M4 const&)>(&M4::operator*=));
-static_assert(Declares<M4 (M4::*)(M4 const&) const>(&M4::operator*));
-static_assert(Declares<VRELPointf (M4::*)(VRELPointf const&) const>(&M4::operator*));
-static_assert(Declares<VRELVectorf (M4::*)(VRELVectorf const&) const>(&M4::operator*));
-static_assert(Declares<VRELDirectionf (M4::*)(VRELDirectionf const&) const>(&M4::operator*));
-static_assert(Declares<void (M4::*)(M4&) const>(&M4::GetInvertedMatrix));
-static_assert(Declares<void (M4::*)(float*) const>(&M4::ComputeInverseTransposeThirdColumnNormalized));
+    IsDeclared<void (M4::*)(VRELVectorf&, VRELVectorf&, VRELVectorf&, VRELPointf&) const>(&M4::GetComponents));
+static_assert(
+    IsDeclared<void (M4::*)(VRELDirectionf&, VRELDirectionf&, VRELDirectionf&, VRELPointf&) const>(&M4::GetComponents));
+static_assert(IsDeclared<void (M4::*)(VRELVectorf const&, float)>(&M4::SetTranslation));
+static_assert(IsDeclared<void (M4::*)(VRELVectorf&) const>(&M4::GetTranslation));
+static_assert(IsDeclared<void (M4::*)(VRELDirectionf const&, VRELPointf const&, float const&)>(&M4::SetRotation));
+static_assert(IsDeclared<void (M4::*)(float)>(&M4::SetScaling));
+static_assert(IsDeclared<float (M4::*)() const>(&M4::GetDeterminant));
+static_assert(IsDeclared<float (M4::*)() const>(&M4::GetScaling));
+static_assert(IsDeclared<void (M4::*)()>(&M4::ComputeDeterminant));
+static_assert(IsDeclared<void (M4::*)()>(&M4::ComputeScaling));
+static_assert(IsDeclared<bool (M4::*)(M4 const&) const>(&M4::operator==));
+static_assert(IsDeclared<bool (M4::*)() const>(&M4::IsIdentity));
+static_assert(IsDeclared<M4& (M4::*)(M4 const&)>(&M4::operator*=));
+static_assert(IsDeclared<M4 (M4::*)(M4 const&) const>(&M4::operator*));
+static_assert(IsDeclared<VRELPointf (M4::*)(VRELPointf const&) const>(&M4::operator*));
+static_assert(IsDeclared<VRELVectorf (M4::*)(VRELVectorf const&) const>(&M4::operator*));
+static_assert(IsDeclared<VRELDirectionf (M4::*)(VRELDirectionf const&) const>(&M4::operator*));
+static_assert(IsDeclared<void (M4::*)(M4&) const>(&M4::GetInvertedMatrix));
+static_assert(IsDeclared<void (M4::*)(float*) const>(&M4::ComputeInverseTransposeThirdColumnNormalized));
 
 using M3 = VRELMath3x3Matrixf;
 static_assert(std::is_constructible_v<M3, float> && std::is_constructible_v<M3, VRELVectorf const&>);
 static_assert(std::is_constructible_v<M3, VRELVectorf const&, double const&>);
 static_assert(std::is_constructible_v<M3, VRELVectorf const&, VRELVectorf const&>);
 static_assert(std::is_constructible_v<M3, VRELVectorf const&, VRELVectorf const&, VRELVectorf const&>);
-static_assert(Declares<int (M3::*)() const>(&M3::GetType));
-static_assert(Declares<bool (M3::*)() const>(&M3::IsScaling));
-static_assert(Declares<bool (M3::*)() const>(&M3::IsIsometry));
-static_assert(Declares<float (M3::*)() const>(&M3::Determinant));
-static_assert(Declares<float (M3::*)() const>(&M3::Trace));
-static_assert(Declares<float (M3::*)() const>(&M3::InfiniteNorm));
-static_assert(Declares<void (M3::*)(M3&) const>(&M3::Transpose));
-static_assert(Declares<M3 (M3::*)() const>(&M3::Transpose));
-static_assert(Declares<bool (M3::*)(M3&) const>(&M3::Inverse));
-static_assert(Declares<M3 (M3::*)() const>(&M3::Inverse));
-static_assert(Declares<void (M3::*)(VRELVectorf const&, VRELVectorf const&, VRELVectorf const&)>(&M3::SetMatrix));
-static_assert(Declares<void (M3::*)(VRELVectorf const&)>(&M3::SetFirstColumn));
-static_assert(Declares<void (M3::*)(VRELVectorf const&)>(&M3::SetSecondColumn));
-static_assert(Declares<void (M3::*)(VRELVectorf const&)>(&M3::SetThirdColumn));
-static_assert(Declares<void (M3::*)(VRELVectorf&) const>(&M3::GetFirstColumn));
-static_assert(Declares<void (M3::*)(VRELVectorf&) const>(&M3::GetSecondColumn));
-static_assert(Declares<void (M3::*)(VRELVectorf&) const>(&M3::GetThirdColumn));
-static_assert(Declares<void (M3::*)(float, float, float, float, float, float, float, float, float)>(&M3::SetCoef));
-static_assert(
-    Declares<void (M3::*)(float&, float&, float&, float&, float&, float&, float&, float&, float&) const>(&M3::GetCoef));
+static_assert(IsDeclared<int (M3::*)() const>(&M3::GetType));
+static_assert(IsDeclared<bool (M3::*)() const>(&M3::IsScaling));
+static_assert(IsDeclared<bool (M3::*)() const>(&M3::IsIsometry));
+static_assert(IsDeclared<float (M3::*)() const>(&M3::Determinant));
+static_assert(IsDeclared<float (M3::*)() const>(&M3::Trace));
+static_assert(IsDeclared<float (M3::*)() const>(&M3::InfiniteNorm));
+static_assert(IsDeclared<void (M3::*)(M3&) const>(&M3::Transpose));
+static_assert(IsDeclared<M3 (M3::*)() const>(&M3::Transpose));
+static_assert(IsDeclared<bool (M3::*)(M3&) const>(&M3::Inverse));
+static_assert(IsDeclared<M3 (M3::*)() const>(&M3::Inverse));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf const&, VRELVectorf const&, VRELVectorf const&)>(&M3::SetMatrix));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf const&)>(&M3::SetFirstColumn));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf const&)>(&M3::SetSecondColumn));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf const&)>(&M3::SetThirdColumn));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf&) const>(&M3::GetFirstColumn));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf&) const>(&M3::GetSecondColumn));
+static_assert(IsDeclared<void (M3::*)(VRELVectorf&) const>(&M3::GetThirdColumn));
+static_assert(IsDeclared<void (M3::*)(float, float, float, float, float, float, float, float, float)>(&M3::SetCoef));
+static_assert(IsDeclared<void (M3::*)(float&, float&, float&, float&, float&, float&, float&, float&, float&) const>(
+    &M3::GetCoef));
 
 // Declarations of the three grids.
 template <class Matrix, class T>
 constexpr bool DeclaresMatrix() {
   return std::is_class_v<Matrix> && std::is_default_constructible_v<Matrix> &&
          std::is_constructible_v<Matrix, int, int> && std::is_constructible_v<Matrix, int, int, T> &&
-         std::is_constructible_v<Matrix, T*, int, int> && Declares<int (Matrix::*)() const>(&Matrix::uSize) &&
-         Declares<int (Matrix::*)() const>(&Matrix::vSize) && Declares<T& (Matrix::*)(int, int)>(&Matrix::elem) &&
-         Declares<T const& (Matrix::*)(int, int) const>(&Matrix::elem) &&
-         Declares<Matrix (Matrix::*)() const>(&Matrix::copy) && Declares<Matrix& (Matrix::*)()>(&Matrix::transpose) &&
-         Declares<Matrix (Matrix::*)(int, int, int, int) const>(&Matrix::subset);
+         std::is_constructible_v<Matrix, T*, int, int> && IsDeclared<int (Matrix::*)() const>(&Matrix::uSize) &&
+         IsDeclared<int (Matrix::*)() const>(&Matrix::vSize) && IsDeclared<T& (Matrix::*)(int, int)>(&Matrix::elem) &&
+         IsDeclared<T const& (Matrix::*)(int, int) const>(&Matrix::elem) &&
+         IsDeclared<Matrix (Matrix::*)() const>(&Matrix::copy) &&
+         IsDeclared<Matrix& (Matrix::*)()>(&Matrix::transpose) &&
+         IsDeclared<Matrix (Matrix::*)(int, int, int, int) const>(&Matrix::subset);
 }
 static_assert(DeclaresMatrix<VRELMatrixOfdouble, double>());
 static_assert(DeclaresMatrix<VRELMatrixOfVRELPoint3D, VRELPoint3D>());
 static_assert(DeclaresMatrix<VRELMatrixOfVRELWeightPoint3D, VRELWeightPoint3D>());
 
-static_assert(Declares<void (VRELAffine::*)(double)>(&VRELAffine::Initialize));
-static_assert(Declares<void (VRELAffine::*)()>(&VRELAffine::MakeIdentity));
-static_assert(Declares<double (VRELAffine::*)(int, int) const>(&VRELAffine::GetElement));
-static_assert(Declares<void (VRELAffine::*)(int, int, double)>(&VRELAffine::SetElement));
-static_assert(Declares<void (VRELAffine::*)(int, double*) const>(&VRELAffine::GetRow));
-static_assert(Declares<void (VRELAffine::*)(int, double*) const>(&VRELAffine::GetColumn));
+static_assert(IsDeclared<void (VRELAffine::*)(double)>(&VRELAffine::Initialize));
+static_assert(IsDeclared<void (VRELAffine::*)()>(&VRELAffine::MakeIdentity));
+static_assert(IsDeclared<double (VRELAffine::*)(int, int) const>(&VRELAffine::GetElement));
+static_assert(IsDeclared<void (VRELAffine::*)(int, int, double)>(&VRELAffine::SetElement));
+static_assert(IsDeclared<void (VRELAffine::*)(int, double*) const>(&VRELAffine::GetRow));
+static_assert(IsDeclared<void (VRELAffine::*)(int, double*) const>(&VRELAffine::GetColumn));
 static_assert(std::is_invocable_v<decltype(&VRELAffine::SetRow), VRELAffine&, int, double*>);
-static_assert(Declares<VRELAffine& (VRELAffine::*)(VRELAffine const&)>(&VRELAffine::SetTo));
-static_assert(Declares<VRELAffine& (VRELAffine::*)(double)>(&VRELAffine::Multiply));
-static_assert(Declares<VRELAffine& (VRELAffine::*)(double)>(&VRELAffine::Divide));
-static_assert(Declares<void (VRELAffine::*)(VRELAffine const&, VRELAffine&) const>(&VRELAffine::Multiply));
-static_assert(Declares<VRELAffine& (VRELAffine::*)()>(&VRELAffine::Transpose));
-static_assert(Declares<void (VRELAffine::*)(VRELAffine&) const>(&VRELAffine::GetTranspose));
-static_assert(Declares<double (VRELAffine::*)() const>(&VRELAffine::Determinant));
-static_assert(Declares<double (VRELAffine::*)(int, int) const>(&VRELAffine::DeterminantOfCofactor));
-static_assert(Declares<void (VRELAffine::*)(VRELAffine&) const>(&VRELAffine::GetInverse));
-static_assert(Declares<bool (VRELAffine::*)(VRELAffine const&) const>(&VRELAffine::operator==));
-static_assert(Declares<bool (VRELAffine::*)() const>(&VRELAffine::IsIdentity));
-static_assert(Declares<void (VRELAffine2D::*)(int, VRELPoint2D const&)>(&VRELAffine2D::SetColumn));
-static_assert(Declares<void (VRELAffine3D::*)(int, VRELPoint3D const&)>(&VRELAffine3D::SetColumn));
+static_assert(IsDeclared<VRELAffine& (VRELAffine::*)(VRELAffine const&)>(&VRELAffine::SetTo));
+static_assert(IsDeclared<VRELAffine& (VRELAffine::*)(double)>(&VRELAffine::Multiply));
+static_assert(IsDeclared<VRELAffine& (VRELAffine::*)(double)>(&VRELAffine::Divide));
+static_assert(IsDeclared<void (VRELAffine::*)(VRELAffine const&, VRELAffine&) const>(&VRELAffine::Multiply));
+static_assert(IsDeclared<VRELAffine& (VRELAffine::*)()>(&VRELAffine::Transpose));
+static_assert(IsDeclared<void (VRELAffine::*)(VRELAffine&) const>(&VRELAffine::GetTranspose));
+static_assert(IsDeclared<double (VRELAffine::*)() const>(&VRELAffine::Determinant));
+static_assert(IsDeclared<double (VRELAffine::*)(int, int) const>(&VRELAffine::DeterminantOfCofactor));
+static_assert(IsDeclared<void (VRELAffine::*)(VRELAffine&) const>(&VRELAffine::GetInverse));
+static_assert(IsDeclared<bool (VRELAffine::*)(VRELAffine const&) const>(&VRELAffine::operator==));
+static_assert(IsDeclared<bool (VRELAffine::*)() const>(&VRELAffine::IsIdentity));
+static_assert(IsDeclared<void (VRELAffine2D::*)(int, VRELPoint2D const&)>(&VRELAffine2D::SetColumn));
+static_assert(IsDeclared<void (VRELAffine3D::*)(int, VRELPoint3D const&)>(&VRELAffine3D::SetColumn));
 
 // Declarations that VRELMorph2D and VRELMorph3D share.
 template <class Morph, class Affine, class Point>
 constexpr bool DeclaresMorph() {
   return std::is_constructible_v<Morph, double> && std::is_constructible_v<Morph, Point const&> &&
          std::is_constructible_v<Morph, Affine const&, Point const&, double> &&
-         std::is_constructible_v<Morph, Point const&, double> && Declares<void (Morph::*)(double)>(&Morph::setScale) &&
-         Declares<void (Morph::*)(VRELMorph&) const>(&Morph::Inverse) &&
-         Declares<void (Morph::*)(VRELMorph const&, VRELMorph&) const>(&Morph::Multiply) &&
-         Declares<bool (Morph::*)(VRELMorph const&) const>(&Morph::isEqual) &&
-         Declares<double (Morph::*)() const>(&Morph::scaleFactor) &&
-         Declares<bool (Morph::*)() const>(&Morph::isScale) && Declares<bool (Morph::*)() const>(&Morph::isAffine) &&
-         Declares<bool (Morph::*)() const>(&Morph::isTranslation) &&
-         Declares<bool (Morph::*)() const>(&Morph::isIdentity) && Declares<bool (Morph::*)() const>(&Morph::isMirror) &&
-         Declares<void (Morph::*)()>(&Morph::fixMorphFlags) && Declares<void (Morph::*)()>(&Morph::SetToIdentity) &&
-         Declares<Morph (Morph::*)(VRELMorph const&) const>(&Morph::multiply) &&
-         Declares<Morph (Morph::*)() const>(&Morph::inverse) &&
-         Declares<Affine const& (Morph::*)() const>(&Morph::affine) &&
-         Declares<Point const& (Morph::*)() const>(&Morph::translation);
+         std::is_constructible_v<Morph, Point const&, double> &&
+         IsDeclared<void (Morph::*)(double)>(&Morph::setScale) &&
+         IsDeclared<void (Morph::*)(VRELMorph&) const>(&Morph::Inverse) &&
+         IsDeclared<void (Morph::*)(VRELMorph const&, VRELMorph&) const>(&Morph::Multiply) &&
+         IsDeclared<bool (Morph::*)(VRELMorph const&) const>(&Morph::isEqual) &&
+         IsDeclared<double (Morph::*)() const>(&Morph::scaleFactor) &&
+         IsDeclared<bool (Morph::*)() const>(&Morph::isScale) &&
+         IsDeclared<bool (Morph::*)() const>(&Morph::isAffine) &&
+         IsDeclared<bool (Morph::*)() const>(&Morph::isTranslation) &&
+         IsDeclared<bool (Morph::*)() const>(&Morph::isIdentity) &&
+         IsDeclared<bool (Morph::*)() const>(&Morph::isMirror) &&
+         IsDeclared<void (Morph::*)()>(&Morph::fixMorphFlags) && IsDeclared<void (Morph::*)()>(&Morph::SetToIdentity) &&
+         IsDeclared<Morph (Morph::*)(VRELMorph const&) const>(&Morph::multiply) &&
+         IsDeclared<Morph (Morph::*)() const>(&Morph::inverse) &&
+         IsDeclared<Affine const& (Morph::*)() const>(&Morph::affine) &&
+         IsDeclared<Point const& (Morph::*)() const>(&Morph::translation);
 }
 static_assert(DeclaresMorph<VRELMorph2D, VRELAffine2D, VRELPoint2D>());
 static_assert(DeclaresMorph<VRELMorph3D, VRELAffine3D, VRELPoint3D>());
-static_assert(Declares<void (VRELMorph3D::*)()>(&VRELMorph3D::FixScaleFactor));
+static_assert(IsDeclared<void (VRELMorph3D::*)()>(&VRELMorph3D::FixScaleFactor));
 static_assert(std::is_constructible_v<VRELMorph3D, VRELAssemblyComponentTransform const&>);
 
 using Domain = Gk_Domain;
@@ -268,32 +260,32 @@ static_assert(std::is_same_v<std::underlying_type_t<Domain::EndCondn>, int>);
 static_assert(std::is_constructible_v<Domain, Domain::EndCondn, double, double, double>);
 static_assert(std::is_constructible_v<Domain, double, double, double>);
 static_assert(!std::is_constructible_v<Domain, Domain::EndCondn, double, double>);
-static_assert(Declares<double (Domain::*)() const>(&Domain::low));
-static_assert(Declares<double (Domain::*)() const>(&Domain::high));
-static_assert(Declares<double (Domain::*)() const>(&Domain::length));
-static_assert(Declares<bool (Domain::*)() const>(&Domain::isFinite));
-static_assert(Declares<bool (Domain::*)() const>(&Domain::isDegenerate));
-static_assert(Declares<Domain (Domain::*)() const>(&Domain::operator-));
-static_assert(Declares<bool (Domain::*)(double)>(&Domain::expand));
-static_assert(Declares<double (Domain::*)(double) const>(&Domain::locate));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isLow));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isHigh));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isBoundary));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isAbove));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isBelow));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isContained));
-static_assert(Declares<bool (Domain::*)(Domain const&) const>(&Domain::isContained));
-static_assert(Declares<bool (Domain::*)(double) const>(&Domain::isInside));
-static_assert(Declares<bool (Domain::*)(Domain const&) const>(&Domain::isInside));
-static_assert(Declares<bool (Domain::*)(Domain const&, double) const>(&Domain::isSame));
-static_assert(Declares<double (Domain::*)(double) const>(&Domain::stick));
-static_assert(Declares<double (Domain::*)(double) const>(&Domain::principalParam));
-static_assert(Declares<Domain (Domain::*)(Domain const&) const>(&Domain::intersection));
-static_assert(Declares<bool (Domain::*)(double)>(&Domain::extend));
-static_assert(Declares<bool (Domain::*)(Domain const&)>(&Domain::extend));
-static_assert(Declares<void (Domain::*)(Gk_LinMap const&)>(&Domain::apply));
-static_assert(Declares<Gk_LinMap (Domain::*)(Domain const&) const>(&Domain::mapTo));
-static_assert(Declares<void (Domain::*)(VRELStreamFormatter&) const>(&Domain::dump));
+static_assert(IsDeclared<double (Domain::*)() const>(&Domain::low));
+static_assert(IsDeclared<double (Domain::*)() const>(&Domain::high));
+static_assert(IsDeclared<double (Domain::*)() const>(&Domain::length));
+static_assert(IsDeclared<bool (Domain::*)() const>(&Domain::isFinite));
+static_assert(IsDeclared<bool (Domain::*)() const>(&Domain::isDegenerate));
+static_assert(IsDeclared<Domain (Domain::*)() const>(&Domain::operator-));
+static_assert(IsDeclared<bool (Domain::*)(double)>(&Domain::expand));
+static_assert(IsDeclared<double (Domain::*)(double) const>(&Domain::locate));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isLow));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isHigh));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isBoundary));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isAbove));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isBelow));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isContained));
+static_assert(IsDeclared<bool (Domain::*)(Domain const&) const>(&Domain::isContained));
+static_assert(IsDeclared<bool (Domain::*)(double) const>(&Domain::isInside));
+static_assert(IsDeclared<bool (Domain::*)(Domain const&) const>(&Domain::isInside));
+static_assert(IsDeclared<bool (Domain::*)(Domain const&, double) const>(&Domain::isSame));
+static_assert(IsDeclared<double (Domain::*)(double) const>(&Domain::stick));
+static_assert(IsDeclared<double (Domain::*)(double) const>(&Domain::principalParam));
+static_assert(IsDeclared<Domain (Domain::*)(Domain const&) const>(&Domain::intersection));
+static_assert(IsDeclared<bool (Domain::*)(double)>(&Domain::extend));
+static_assert(IsDeclared<bool (Domain::*)(Domain const&)>(&Domain::extend));
+static_assert(IsDeclared<void (Domain::*)(Gk_LinMap const&)>(&Domain::apply));
+static_assert(IsDeclared<Gk_LinMap (Domain::*)(Domain const&) const>(&Domain::mapTo));
+static_assert(IsDeclared<void (Domain::*)(VRELStreamFormatter&) const>(&Domain::dump));
 
 // Declarations and slots of VRELBox2D and VRELBox3D. The first three slots are those of VRELBox; two destructors
 // follow.
@@ -319,39 +311,6 @@ TEST(GeometryInterfaceTest, BoxSlots) {
   EXPECT_EQ(SlotOf(&VRELBox::GetDimension), 2U);
   ExpectBoxSlots<VRELBox2D, VRELPoint2D, VRELMorph2D>();
   ExpectBoxSlots<VRELBox3D, VRELPoint3D, VRELMorph3D>();
-}
-
-template <class Point, class Affine, class Morph>
-void ExpectTransformSlots() {
-  EXPECT_EQ(SlotOf(static_cast<void (Point::*)(Affine const&)>(&Point::Transform)), 15U);
-  EXPECT_EQ(SlotOf(static_cast<void (Point::*)(Morph const&, bool)>(&Point::Transform)), 16U);
-}
-
-// Slots 0 to 4 are those of VRELReferenceCount.
-TEST(GeometryInterfaceTest, PointSlots) {
-  EXPECT_EQ(SlotOf(static_cast<double& (VRELPoint::*)(int)>(&VRELPoint::operator[])), 5U);
-  EXPECT_EQ(SlotOf(static_cast<double (VRELPoint::*)(int) const>(&VRELPoint::operator[])), 6U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Length), 7U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Negate), 8U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Multiply), 9U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Divide), 10U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Substract), 11U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Add), 12U);
-  EXPECT_EQ(SlotOf(&VRELPoint::CopyIn), 13U);
-  EXPECT_EQ(SlotOf(&VRELPoint::Dump), 14U);
-  ExpectTransformSlots<VRELPoint2D, VRELAffine2D, VRELMorph2D>();
-  ExpectTransformSlots<VRELPoint3D, VRELAffine3D, VRELMorph3D>();
-  ExpectTransformSlots<VRELWeightPoint2D, VRELAffine2D, VRELMorph2D>();
-  ExpectTransformSlots<VRELWeightPoint3D, VRELAffine3D, VRELMorph3D>();
-}
-
-TEST(GeometryInterfaceTest, MorphSlots) {
-  EXPECT_EQ(SlotOf(&VRELMorph::setScale), 0U);
-  EXPECT_EQ(SlotOf(&VRELMorph::Inverse), 1U);
-  EXPECT_EQ(SlotOf(&VRELMorph::Multiply), 2U);
-  EXPECT_EQ(SlotOf(&VRELMorph::isEqual), 3U);
-  EXPECT_EQ(SlotOf(&VRELMorph::GetTranslation), 4U);
-  EXPECT_EQ(SlotOf(&VRELMorph::GetAffine), 5U);
 }
 
 TEST(GeometryInterfaceTest, PointFields) {

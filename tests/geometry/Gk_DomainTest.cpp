@@ -57,7 +57,7 @@ TEST(Gk_DomainTest, IsFiniteWithBothEndsBounded) {
   EXPECT_EQ(Gk_Domain(3, 1, fuzz).length(), -2.0);
 }
 
-TEST(Gk_DomainTest, IsDegenerateBelowItsFuzz) {
+TEST(Gk_DomainTest, IsDegenerateBelowFuzz) {
   EXPECT_TRUE(Gk_Domain(1, 1.25, 0.5).isDegenerate());
   EXPECT_FALSE(Gk_Domain(1, 1.5, 0.5).isDegenerate());
   EXPECT_FALSE(Gk_Domain(1, 1.75, 0.5).isDegenerate());
@@ -182,7 +182,7 @@ TEST(Gk_DomainTest, IsSameUsesTolerance) {
   EXPECT_FALSE(domain.isSame(domain, notANumber));
 }
 
-TEST(Gk_DomainTest, IsSameTakesMinusOneAsFuzz) {
+TEST(Gk_DomainTest, IsSameAcceptsMinusOneAsFuzz) {
   Gk_Domain const domain(1, 2, 0.25);
   EXPECT_TRUE(domain.isSame(Gk_Domain(1.25, 1.75, 0), -1.0));
   EXPECT_FALSE(domain.isSame(Gk_Domain(1.26, 2, 5), -1.0));
@@ -278,7 +278,7 @@ TEST(Gk_DomainTest, PrincipalParamEndsWithoutPeriod) {
   EXPECT_EQ(Gk_Domain(0, notANumber, fuzz).principalParam(-1), 0.0);
 }
 
-TEST(Gk_DomainTest, PrincipalParamEndsSoonIfFar) {
+TEST(Gk_DomainTest, PrincipalParamOfFarParameterEndsSoon) {
   struct {
     Gk_Domain domain;
     double v;
@@ -565,7 +565,7 @@ double AddPeriods(double v, double low, double high) {
   return low > v ? low : v;
 }
 
-TEST(Gk_DomainTest, PrincipalParamRoundsEachOf16MillionPeriods) {
+TEST(Gk_DomainTest, PrincipalParamRounds16MillionPeriods) {
   struct {
     double low;
     double high;
@@ -585,7 +585,7 @@ TEST(Gk_DomainTest, PrincipalParamRoundsEachOf16MillionPeriods) {
   }
 }
 
-TEST(Gk_DomainTest, PrincipalParamEndsIfPeriodIsLostInRounding) {
+TEST(Gk_DomainTest, PrincipalParamEndsIfPeriodIsRoundedOff) {
   // At 1e17 doubles are 16 apart: adding 1 changes nothing, adding 9 adds 16.
   EXPECT_EQ(Gk_Domain(0, 1, fuzz).principalParam(1e17), 1.0);
   double const reduced = Gk_Domain(0, 9, fuzz).principalParam(1e17);

@@ -76,7 +76,7 @@ TEST(VRELAffineTest, InvalidDimensionsAreSafe) {
   EXPECT_EQ(one.DeterminantOfCofactor(0, 0), 0.0);
 }
 
-TEST(VRELAffineTest, CopyTakesUsedElements) {
+TEST(VRELAffineTest, CopyHasUsedElements) {
   VRELAffine2D const flat = Flat({1, 2, 3, 4});
   VRELAffine2D const copy(flat);
   EXPECT_EQ(Elements(copy), (Values{1, 2, 3, 4}));
@@ -207,7 +207,7 @@ TEST(VRELAffineTest, DivideMultipliesByReciprocal) {
   EXPECT_NE(flat.GetElement(0, 0), 1.0);
 }
 
-TEST(VRELAffineTest, DivideByZeroGivesInfinities) {
+TEST(VRELAffineTest, DivideByZeroIsInfinite) {
   VRELAffine2D flat = Flat({1, -2, 0, 4});
   flat.Divide(0.0);
   EXPECT_EQ(flat.GetElement(0, 0), infinity);

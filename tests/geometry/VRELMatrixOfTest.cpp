@@ -166,7 +166,7 @@ TEST(VRELMatrixOfTest, IteratesRowByRow) {
   EXPECT_EQ(none.begin(), none.end());
 }
 
-TEST(VRELMatrixOfTest, CanBeDeclaredAhead) {
+TEST(VRELMatrixOfTest, CanBeForwardDeclared) {
   VRELMatrixOfdouble const m(sixValues, 2, 3);
   EXPECT_EQ(RowCount(m), 2);
 }

@@ -117,7 +117,7 @@ TEST(VRELMorph3DTest, RotationByZeroIsIdentity) {
   EXPECT_TRUE(VRELMorph3D(VRELPoint3D(1.0, 2.0, 3.0), 0.0).isIdentity());
 }
 
-TEST(VRELMorph3DTest, ZeroAxisGivesCosineOnDiagonal) {
+TEST(VRELMorph3DTest, ZeroAxisSetsCosineOnDiagonal) {
   VRELMorph3D const turn(VRELPoint3D(), VRELPI);
   for (int i = 0; i < 3; ++i) {
     for (int j = 0; j < 3; ++j) EXPECT_EQ(turn.affine().GetElement(i, j), i == j ? -1.0 : 0.0);

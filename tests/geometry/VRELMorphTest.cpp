@@ -45,7 +45,7 @@ class VRELMorphTest : public testing::Test {
     return affine;
   }
   // A rotation by 90 degrees about the third axis.
-  static Affine Turn() {
+  static Affine RightAngle() {
     Affine affine = Identity();
     affine.SetElement(0, 0, 0.0);
     affine.SetElement(1, 1, 0.0);
@@ -120,7 +120,7 @@ TYPED_TEST(VRELMorphTest, ShortTranslationHasNoEffect) {
 }
 
 TYPED_TEST(VRELMorphTest, AllPartsHaveEffect) {
-  typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
+  typename TypeParam::Morph const morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
   EXPECT_TRUE(morph.isScale());
   EXPECT_TRUE(morph.isAffine());
   EXPECT_TRUE(morph.isTranslation());
@@ -128,8 +128,8 @@ TYPED_TEST(VRELMorphTest, AllPartsHaveEffect) {
   EXPECT_EQ(this->Image(morph, TypeParam::Make(1.0, 2.0, 4.0), true), this->First(-6.0, 3.0, 12.0));
 }
 
-TYPED_TEST(VRELMorphTest, CopyTakesFlags) {
-  typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 1.0 + 1e-12);
+TYPED_TEST(VRELMorphTest, CopyKeepsFlags) {
+  typename TypeParam::Morph morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 1.0 + 1e-12);
   morph.setScale(1.0);
   ASSERT_FALSE(morph.isScale());
   typename TypeParam::Morph const copy(morph);
@@ -167,19 +167,19 @@ TYPED_TEST(VRELMorphTest, FixMorphFlagsUsesIsIdentity) {
 }
 
 TYPED_TEST(VRELMorphTest, SetToIdentity) {
-  typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
+  typename TypeParam::Morph morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
   morph.SetToIdentity();
   EXPECT_TRUE(morph.isIdentity());
   EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph()));
 }
 
 TYPED_TEST(VRELMorphTest, AccessorsReturnMembers) {
-  typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
+  typename TypeParam::Morph const morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 3.0);
   VRELMorph const& base = morph;
   EXPECT_EQ(&base.GetTranslation(), &morph.translation());
   EXPECT_EQ(&base.GetAffine(), &morph.affine());
   EXPECT_EQ(Coordinates(base.GetTranslation()), this->First(10.0, 20.0, 30.0));
-  EXPECT_TRUE(base.GetAffine() == this->Turn());
+  EXPECT_TRUE(base.GetAffine() == this->RightAngle());
 }
 
 TYPED_TEST(VRELMorphTest, IsMirrorTestsDeterminant) {
@@ -193,7 +193,7 @@ TYPED_TEST(VRELMorphTest, IsMirrorTestsDeterminant) {
 }
 
 TYPED_TEST(VRELMorphTest, InverseUndoes) {
-  typename TypeParam::Morph const morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
+  typename TypeParam::Morph const morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
   auto const back = morph.inverse();
   static_assert(std::is_same_v<decltype(back), typename TypeParam::Morph const>);
   EXPECT_EQ(back.scaleFactor(), 0.25);
@@ -237,7 +237,7 @@ TYPED_TEST(VRELMorphTest, NewMorphsUseVirtualOperations) {
 }
 
 TYPED_TEST(VRELMorphTest, InverseInPlace) {
-  typename TypeParam::Morph morph(this->Turn(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
+  typename TypeParam::Morph morph(this->RightAngle(), TypeParam::Make(10.0, 20.0, 30.0), 4.0);
   auto const expected = morph.inverse();
   morph.Inverse(morph);
   EXPECT_TRUE(morph.isEqual(expected));
@@ -253,13 +253,15 @@ TYPED_TEST(VRELMorphTest, InverseOfZeroScaleIsInfinite) {
 
 TYPED_TEST(VRELMorphTest, IsEqualUsesTolerances) {
   auto const point = TypeParam::Make(10.0, 20.0, 30.0);
-  typename TypeParam::Morph const morph(this->Turn(), point, 2.0);
+  typename TypeParam::Morph const morph(this->RightAngle(), point, 2.0);
   EXPECT_TRUE(morph.isEqual(morph));
-  EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph(this->Turn(), point, 2.0 + 5e-11)));
-  EXPECT_FALSE(morph.isEqual(typename TypeParam::Morph(this->Turn(), point, 2.0 + 2e-10)));
-  EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph(this->Turn(), TypeParam::Make(10.0, 20.0 + 5e-7, 30.0), 2.0)));
-  EXPECT_FALSE(morph.isEqual(typename TypeParam::Morph(this->Turn(), TypeParam::Make(10.0, 20.0 + 2e-6, 30.0), 2.0)));
-  typename TypeParam::Affine affine = this->Turn();
+  EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph(this->RightAngle(), point, 2.0 + 5e-11)));
+  EXPECT_FALSE(morph.isEqual(typename TypeParam::Morph(this->RightAngle(), point, 2.0 + 2e-10)));
+  EXPECT_TRUE(
+      morph.isEqual(typename TypeParam::Morph(this->RightAngle(), TypeParam::Make(10.0, 20.0 + 5e-7, 30.0), 2.0)));
+  EXPECT_FALSE(
+      morph.isEqual(typename TypeParam::Morph(this->RightAngle(), TypeParam::Make(10.0, 20.0 + 2e-6, 30.0), 2.0)));
+  typename TypeParam::Affine affine = this->RightAngle();
   affine.SetElement(0, 0, 5e-7);
   EXPECT_TRUE(morph.isEqual(typename TypeParam::Morph(affine, point, 2.0)));
   affine.SetElement(0, 0, 2e-6);

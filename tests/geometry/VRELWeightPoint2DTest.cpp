@@ -14,7 +14,7 @@ namespace {
 using Values = std::vector<double>;
 
 // A rotation by 90 degrees.
-VRELAffine2D Turn() {
+VRELAffine2D RightAngle() {
   VRELAffine2D affine;
   double const rows[2][2] = {{0.0, -1.0}, {1.0, 0.0}};
   for (int i = 0; i < 2; ++i) affine.SetRow(i, rows[i]);
@@ -32,12 +32,12 @@ TEST(VRELWeightPoint2DTest, TransformSlotsFollowBase) {
 
 TEST(VRELWeightPoint2DTest, AffineTransformsStoredValues) {
   VRELWeightPoint2D p(VRELPoint2D(2.0, 6.0), 4.0, false);
-  p.Transform(Turn());
+  p.Transform(RightAngle());
   EXPECT_EQ(Coordinates(p, 3), (Values{-6.0, 2.0, 4.0}));
 }
 
 TEST(VRELWeightPoint2DTest, MorphScalesTranslationByWeight) {
-  VRELMorph2D const morph(Turn(), VRELPoint2D(10.0, 20.0), 3.0);
+  VRELMorph2D const morph(RightAngle(), VRELPoint2D(10.0, 20.0), 3.0);
   VRELWeightPoint2D p(VRELPoint2D(2.0, 6.0), 4.0, false);
   p.Transform(morph, false);
   EXPECT_EQ(Coordinates(p, 3), (Values{-18.0 + 40.0, 6.0 + 80.0, 4.0}));
@@ -47,7 +47,7 @@ TEST(VRELWeightPoint2DTest, MorphScalesTranslationByWeight) {
 }
 
 TEST(VRELWeightPoint2DTest, MorphTransformsCoordinates) {
-  VRELMorph2D const morph(Turn(), VRELPoint2D(10.0, 20.0), 3.0);
+  VRELMorph2D const morph(RightAngle(), VRELPoint2D(10.0, 20.0), 3.0);
   VRELWeightPoint2D weighted(VRELPoint2D(2.0, 6.0), 4.0, true);
   weighted.Transform(morph, false);
   VRELPoint2D plain(VRELPoint2D(2.0, 6.0));

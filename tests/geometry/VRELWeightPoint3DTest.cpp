@@ -14,7 +14,7 @@ namespace {
 using Values = std::vector<double>;
 
 // A rotation by 90 degrees.
-VRELAffine3D Turn() {
+VRELAffine3D RightAngle() {
   VRELAffine3D affine;
   double const rows[3][3] = {{0.0, -1.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}};
   for (int i = 0; i < 3; ++i) affine.SetRow(i, rows[i]);
@@ -32,12 +32,12 @@ TEST(VRELWeightPoint3DTest, TransformSlotsFollowBase) {
 
 TEST(VRELWeightPoint3DTest, AffineTransformsStoredValues) {
   VRELWeightPoint3D p(VRELPoint3D(2.0, 6.0, 8.0), 4.0, false);
-  p.Transform(Turn());
+  p.Transform(RightAngle());
   EXPECT_EQ(Coordinates(p, 4), (Values{-6.0, 2.0, 8.0, 4.0}));
 }
 
 TEST(VRELWeightPoint3DTest, MorphScalesTranslationByWeight) {
-  VRELMorph3D const morph(Turn(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
+  VRELMorph3D const morph(RightAngle(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
   VRELWeightPoint3D p(VRELPoint3D(2.0, 6.0, 8.0), 4.0, false);
   p.Transform(morph, false);
   EXPECT_EQ(Coordinates(p, 4), (Values{-18.0 + 40.0, 6.0 + 80.0, 24.0 + 120.0, 4.0}));
@@ -47,7 +47,7 @@ TEST(VRELWeightPoint3DTest, MorphScalesTranslationByWeight) {
 }
 
 TEST(VRELWeightPoint3DTest, MorphTransformsCoordinates) {
-  VRELMorph3D const morph(Turn(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
+  VRELMorph3D const morph(RightAngle(), VRELPoint3D(10.0, 20.0, 30.0), 3.0);
   VRELWeightPoint3D weighted(VRELPoint3D(2.0, 6.0, 8.0), 4.0, true);
   weighted.Transform(morph, false);
   VRELPoint3D plain(VRELPoint3D(2.0, 6.0, 8.0));

@@ -65,7 +65,7 @@ TYPED_TEST(VRELWeightPointTest, DefaultIsZeroWithWeightOne) {
   EXPECT_EQ(this->All(Point(2.5)), this->All(0.0, 0.0, 0.0, 2.5));
 }
 
-TYPED_TEST(VRELWeightPointTest, CopyTakesWeight) {
+TYPED_TEST(VRELWeightPointTest, CopyKeepsWeight) {
   auto const p = this->Stored(1.0, 2.0, 3.0, 4.0);
   auto const copy(p);
   EXPECT_EQ(this->All(copy), this->All(1.0, 2.0, 3.0, 4.0));

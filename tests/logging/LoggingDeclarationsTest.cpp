@@ -268,25 +268,25 @@ TEST(LoggingDeclarationsTest, StartEventsKeepFieldOffsets) {
   EXPECT_EQ(FieldOf<VRELOptions>(&product, kStart + 2 * sizeof(VRELString)).Size(), 0);
 
   VRELStartReadFileTaskEvent const readFile("wheel.step");
-  EXPECT_STREQ(FieldAt<char const*>(&readFile, kTask), "Read File");
-  EXPECT_STREQ(FieldAt<char const*>(&readFile, kTask + 8), "VRELStartReadFileTaskEvent");
-  EXPECT_STREQ(FieldAt<char const*>(&readFile, kStart), "wheel.step");
+  EXPECT_STREQ(FieldAt<char const*>(readFile, kTask), "Read File");
+  EXPECT_STREQ(FieldAt<char const*>(readFile, kTask + 8), "VRELStartReadFileTaskEvent");
+  EXPECT_STREQ(FieldAt<char const*>(readFile, kStart), "wheel.step");
 
   VRELStartConversionStageEvent stage("Face", 7, 12.5, true);
-  EXPECT_EQ(FieldAt<double>(&stage, kStart), 12.5);
-  EXPECT_STREQ(FieldAt<char const*>(&stage, kStart + 8), "Face");
-  EXPECT_EQ(FieldAt<int>(&stage, kStart + 16), 7);
-  EXPECT_FALSE(FieldAt<bool>(&stage, kStart + 20));
-  EXPECT_TRUE(FieldAt<bool>(&stage, kStart + 21));
+  EXPECT_EQ(FieldAt<double>(stage, kStart), 12.5);
+  EXPECT_STREQ(FieldAt<char const*>(stage, kStart + 8), "Face");
+  EXPECT_EQ(FieldAt<int>(stage, kStart + 16), 7);
+  EXPECT_FALSE(FieldAt<bool>(stage, kStart + 20));
+  EXPECT_TRUE(FieldAt<bool>(stage, kStart + 21));
   stage.SetFinished();
-  EXPECT_TRUE(FieldAt<bool>(&stage, kStart + 20));
+  EXPECT_TRUE(FieldAt<bool>(stage, kStart + 20));
 
   char const type[] = "Edge";
   char const representation[] = "curve";
   VRELStartTranslateRepairEvent const repair(type, representation, 9, VREL_LEVEL_VERBOSE);
-  EXPECT_EQ(FieldAt<char const*>(&repair, kStart), type);
-  EXPECT_EQ(FieldAt<char const*>(&repair, kStart + 8), representation);
-  EXPECT_EQ(FieldAt<int>(&repair, kStart + 16), 9);
+  EXPECT_EQ(FieldAt<char const*>(repair, kStart), type);
+  EXPECT_EQ(FieldAt<char const*>(repair, kStart + 8), representation);
+  EXPECT_EQ(FieldAt<int>(repair, kStart + 16), 9);
 
   VRELStartWriteFileTaskEvent const writeFile(VRELFilePath("out.html"));
   EXPECT_EQ(FieldOf<VRELFilePath>(&writeFile, kStart).GetPath().toUtf8(), "out.html");
@@ -294,12 +294,12 @@ TEST(LoggingDeclarationsTest, StartEventsKeepFieldOffsets) {
 
 TEST(LoggingDeclarationsTest, EndEventsKeepFieldOffsets) {
   VRELEndTaskEvent const end(VREL_E_FAIL, "Name", "Id", VREL_LEVEL_INFO, true);
-  EXPECT_EQ(FieldAt<int>(&end, kStart), 0x1000001);
-  EXPECT_TRUE(FieldAt<bool>(&end, kStart + 4));
+  EXPECT_EQ(FieldAt<int>(end, kStart), 0x1000001);
+  EXPECT_TRUE(FieldAt<bool>(end, kStart + 4));
 
   VRELFileHeader header;
   VRELEndReadFileTaskEvent const readFile(VREL_S_OK, &header);
-  EXPECT_EQ(FieldAt<VRELFileHeader*>(&readFile, kEnd), &header);
+  EXPECT_EQ(FieldAt<VRELFileHeader*>(readFile, kEnd), &header);
 
   VRELEndWriteFileTaskEvent const writeFile(L"out.html", VREL_S_OK);
   EXPECT_EQ(FieldOf<VRELString>(&writeFile, kEnd + sizeof(VRELStreamFormatter)).toUtf8(), "out.html");
@@ -308,36 +308,36 @@ TEST(LoggingDeclarationsTest, EndEventsKeepFieldOffsets) {
 
   VRELEndTranslationTaskEvent const translation(VREL_S_OK, true, 5);
   std::time_t const now = std::time(nullptr);
-  EXPECT_EQ(FieldAt<std::tm>(&translation, kEnd).tm_year, std::localtime(&now)->tm_year);
-  EXPECT_EQ(FieldAt<int>(&translation, kEnd + sizeof(std::tm)), 5);
-  EXPECT_TRUE(FieldAt<bool>(&translation, kEnd + sizeof(std::tm) + 4));
+  EXPECT_EQ(FieldAt<std::tm>(translation, kEnd).tm_year, std::localtime(&now)->tm_year);
+  EXPECT_EQ(FieldAt<int>(translation, kEnd + sizeof(std::tm)), 5);
+  EXPECT_TRUE(FieldAt<bool>(translation, kEnd + sizeof(std::tm) + 4));
 
   VRELThirdPartyProgressEvent const progress(0.25);
-  EXPECT_EQ(FieldAt<double>(&progress, kTask), 0.25);
+  EXPECT_EQ(FieldAt<double>(progress, kTask), 0.25);
 }
 
 TEST(LoggingDeclarationsTest, LoggersKeepFieldOffsets) {
   VRELLogger logger;
   auto* const stream = new VRELStringOutputStream;
   logger.Initialize(stream, VREL_LEVEL_VERBOSE);
-  EXPECT_EQ(FieldAt<int>(&logger, 8), 30);
-  EXPECT_EQ(FieldAt<void*>(&logger, 16), stream);
+  EXPECT_EQ(FieldAt<int>(logger, 8), 30);
+  EXPECT_EQ(FieldAt<void*>(logger, 16), stream);
   logger.Finalize();
-  EXPECT_EQ(FieldAt<int>(&logger, 8), 999);
-  EXPECT_EQ(FieldAt<void*>(&logger, 16), nullptr);
+  EXPECT_EQ(FieldAt<int>(logger, 8), 999);
+  EXPECT_EQ(FieldAt<void*>(logger, 16), nullptr);
   EXPECT_EQ(sizeof(VRELLogger), 24U);
 
   VRELConsoleLogger const console;
-  EXPECT_EQ(FieldAt<void*>(&console, 24), nullptr);
-  EXPECT_EQ(FieldAt<void*>(&console, 32), nullptr);
+  EXPECT_EQ(FieldAt<void*>(console, 24), nullptr);
+  EXPECT_EQ(FieldAt<void*>(console, 32), nullptr);
   EXPECT_EQ(sizeof(VRELConsoleLogger), 40U);
 
   std::FILE* const file = std::tmpfile();
   {
     VRELLogFileWrapper const wrapper(file);
-    EXPECT_EQ(FieldAt<std::FILE*>(&wrapper, 0), file);
+    EXPECT_EQ(FieldAt<std::FILE*>(wrapper, 0), file);
     EXPECT_NE(FieldOf<VRELLogger>(&wrapper, 8).GetOutputStream(), nullptr);
-    EXPECT_TRUE(FieldAt<bool>(&wrapper, 32));
+    EXPECT_TRUE(FieldAt<bool>(wrapper, 32));
   }
   std::fclose(file);
   EXPECT_EQ(sizeof(VRELLogFileWrapper), 40U);
@@ -352,31 +352,31 @@ TEST(LoggingDeclarationsTest, TimingClassesKeepFieldOffsets) {
   info.kernelTime = 3;
   info.userTime = 4;
   EXPECT_EQ(FieldOf<VRELString>(&info, 0).toUtf8(), "Read File");
-  EXPECT_EQ(FieldAt<long>(&info, sizeof(VRELString)), 1);
-  EXPECT_EQ(FieldAt<long>(&info, sizeof(VRELString) + 8), 2);
-  EXPECT_EQ(FieldAt<double>(&info, sizeof(VRELString) + 16), 3);
-  EXPECT_EQ(FieldAt<double>(&info, sizeof(VRELString) + 24), 4);
+  EXPECT_EQ(FieldAt<long>(info, sizeof(VRELString)), 1);
+  EXPECT_EQ(FieldAt<long>(info, sizeof(VRELString) + 8), 2);
+  EXPECT_EQ(FieldAt<double>(info, sizeof(VRELString) + 16), 3);
+  EXPECT_EQ(FieldAt<double>(info, sizeof(VRELString) + 24), 4);
   VRELPerfTrackerStatus status;
-  EXPECT_FALSE(FieldAt<bool>(&status, 8));
+  EXPECT_FALSE(FieldAt<bool>(status, 8));
   status.SetPerfTracking(true);
-  EXPECT_TRUE(FieldAt<bool>(&status, 8));
-  EXPECT_EQ(FieldAt<bool>(&VRELTimingLogger::_timer, 8), false);
+  EXPECT_TRUE(FieldAt<bool>(status, 8));
+  EXPECT_EQ(FieldAt<bool>(VRELTimingLogger::_timer, 8), false);
   EXPECT_TRUE(FieldOf<VRELStack>(&VRELTimingLogger::_timer, 16).IsEmpty());
   Gk_CPUTime const time(5);
-  EXPECT_EQ(FieldAt<long>(&time, 0), 5);
+  EXPECT_EQ(FieldAt<long>(time, 0), 5);
 }
 
 TEST(LoggingDeclarationsTest, ObserverClassesKeepFieldOffsets) {
   Gk_Observable observable;
   observable.setType(Gk_Observer::ProgressType);
-  EXPECT_EQ(FieldAt<int>(&observable, 8), 3);
+  EXPECT_EQ(FieldAt<int>(observable, 8), 3);
   auto const* const bytes = reinterpret_cast<char const*>(&observable);
   EXPECT_EQ(static_cast<void const*>(bytes + 16), &observable.getObservers());
   EXPECT_EQ(static_cast<void const*>(bytes + 16 + sizeof(VRELHashList<Gk_Observer*>)), &observable.getValue());
   Gk_ObsWraper const wrapper(Gk_String("faces"), &observable);
   EXPECT_EQ(FieldOf<Gk_String>(&wrapper, 0).text(), "faces");
-  EXPECT_EQ(FieldAt<long>(&wrapper, sizeof(Gk_String)), 0);
-  EXPECT_EQ(FieldAt<Gk_Observable*>(&wrapper, sizeof(Gk_String) + 8), &observable);
+  EXPECT_EQ(FieldAt<long>(wrapper, sizeof(Gk_String)), 0);
+  EXPECT_EQ(FieldAt<Gk_Observable*>(wrapper, sizeof(Gk_String) + 8), &observable);
 }
 
 }  // namespace

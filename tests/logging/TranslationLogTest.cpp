@@ -52,7 +52,7 @@ void Send(Event&& event) {
   VRELEventBus::Fire(event);
 }
 
-void TellOptions(long result) {
+void SendOptions(long result) {
   VRELOptions options;
   options.AddOption(L"*.Healing", true);
   options.AddOption(L"Step.Healing", 12);
@@ -61,68 +61,68 @@ void TellOptions(long result) {
   Send(EndOptions(result));
 }
 
-void TellPreprocessing(bool source) {
+void SendPreprocessing(bool source) {
   Send(VRELStartPreprocessDocumentEvent(source));
   Send(VRELEndPreprocessDocumentEvent(VREL_S_OK, source));
 }
 
-void TellEntities(long result) {
+void SendEntities(long result) {
   Send(VRELStartReadEntitiesTaskEvent());
   Send(VRELEndReadEntitiesTaskEvent(result));
 }
 
-void TellPostprocessing(long result) {
+void SendPostprocessing(long result) {
   Send(VRELStartPostprocessDocumentEvent());
   Send(VRELEndPostprocessDocumentEvent(result));
 }
 
-void TellWriting(wchar_t const* name, long result) {
+void SendWriting(wchar_t const* name, long result) {
   Send(VRELStartWriteFileTaskEvent(VRELFilePath("wheel.html")));
   Send(VRELEndWriteFileTaskEvent(name, result));
 }
 
-void TranslateWell() {
+void TranslateSuccessfully() {
   VRELStartProductEvent start("Brivet 1.0", "brivet");
   start.AddOption("*.File", "wheel.html");
   start.AddOption("Step.File", "wheel.step");
   Send(start);
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
-  TellOptions(VREL_S_OK);
+  SendOptions(VREL_S_OK);
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.Set(VRELFileHeader::UNITS, L"mm");
   VRELStartReadFileTaskEvent::Fire("wheel.step");
   Send(VRELEndReadFileTaskEvent(VREL_S_OK, &header));
-  TellPreprocessing(true);
-  TellEntities(VREL_S_OK);
+  SendPreprocessing(true);
+  SendEntities(VREL_S_OK);
   VRELStartConversionTaskEvent::Fire();
   Send(VRELStartConversionStageEvent("Face", 3, 100, true));
   VRELStartTranslateRepairEvent::Fire("Face", "Exact", 7);
   VRELDebugEvent::Fire("below the threshold");
   VRELInfo::Printf("%d faces converted", 3);
   VRELEndTaskEvent::Fire(VREL_S_OK, "Conversion", "Conversion", VREL_LEVEL_INFO, false);
-  TellPreprocessing(false);
-  TellPostprocessing(VREL_S_OK);
-  TellWriting(L"wheel.html", VREL_S_OK);
+  SendPreprocessing(false);
+  SendPostprocessing(VREL_S_OK);
+  SendWriting(L"wheel.html", VREL_S_OK);
   VRELEndTranslationTaskEvent::Fire(VREL_S_OK, false);
   Send(VRELEndProductEvent(VREL_S_OK));
 }
 
 // Part of an assembly in a file of two models, with failures, logged in all detail except debug events. Tasks are
 // measured, but their generic end events are silent.
-void TranslateBadly() {
+void TranslateWithFailure() {
   PerfTracking const tracking;
   Send(VRELStartProductEvent("Brivet 1.0", ""));
   VRELStartTaskEvent::Fire("Translation", "Translation", VREL_LEVEL_INFO);
-  TellOptions(VREL_S_PARTIAL);
+  SendOptions(VREL_S_PARTIAL);
   VRELFileHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   header.Set(VRELFileHeader::UNITS, L"mm");
   VRELStartReadFileTaskEvent::Fire("wheel.step");
   Send(VRELEndReadFileTaskEvent(VREL_S_OK, &header));
-  TellPreprocessing(true);
-  TellEntities(VREL_S_PARTIAL);
+  SendPreprocessing(true);
+  SendEntities(VREL_S_PARTIAL);
   VRELStartConversionTaskEvent::Fire();
   Send(VRELStartConversionStageEvent("Face", 3, 100, true));
   VRELWarning::Printf("face %d is open by 5%%%% of its length", 7);
@@ -133,9 +133,9 @@ void TranslateBadly() {
   VRELErrorEvent::Fire("face %d has no surface", 8);
   VRELAssertEvent::Fire("%s", "face 8 %d");
   VRELEndTaskEvent::Fire(VREL_S_PARTIAL, "Conversion", "Conversion", VREL_LEVEL_INFO, true);
-  TellPreprocessing(false);
-  TellPostprocessing(VREL_E_FAIL);
-  TellWriting(L"", VREL_E_FILE_SAVE);
+  SendPreprocessing(false);
+  SendPostprocessing(VREL_E_FAIL);
+  SendWriting(L"", VREL_E_FILE_SAVE);
   Send(VRELEndTranslationTaskEvent(VREL_S_PARTIAL, true, 2));
   Send(VRELEndProductEvent(VREL_S_PARTIAL));
 }
@@ -167,11 +167,11 @@ std::string GoldenLog(char const* name) {
 }
 
 TEST(TranslationLogTest, LogOfSuccessfulTranslation) {
-  EXPECT_EQ(LogOf(TranslateWell, "INFO"), GoldenLog("brivet_read.log"));
+  EXPECT_EQ(LogOf(TranslateSuccessfully, "INFO"), GoldenLog("brivet_read.log"));
 }
 
 TEST(TranslationLogTest, LogOfFailedTranslation) {
-  EXPECT_EQ(LogOf(TranslateBadly, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
+  EXPECT_EQ(LogOf(TranslateWithFailure, "VERBOSE"), GoldenLog("brivet_read_failed.log"));
 }
 
 }  // namespace

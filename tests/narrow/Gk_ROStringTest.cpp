@@ -395,7 +395,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"ab/x", "[a]b", true},
       {"a/b", "a[!x]b", true},
       {"a/b", "a[+-9]b", true},
-      // Stars.
+      // "*".
       {"", "*", true},
       {"a/b/c", "*", true},
       {".x", "*", true},
@@ -422,7 +422,7 @@ TEST(Gk_ROStringTest, MatchesNamesAgainstPatterns) {
       {"aab", "*ab", true},
       {"mississippi", "m*iss*ip*i", true},
       {"mississippi", "m*iss*ip*s", false},
-      // What follows a star.
+      // Elements after a star.
       {"a", "*?", true},
       {"", "*?", false},
       {"/", "*?", false},
@@ -501,9 +501,9 @@ class PatternModel {
         ++p;
       } else if (c == '[') {
         if (ended || leading) return false;
-        std::size_t const behind = BehindSet(Fold(name[n]), p + 1);
-        if (behind == 0) return false;
-        p = behind;
+        std::size_t const end = EndOfSet(Fold(name[n]), p + 1);
+        if (end == 0) return false;
+        p = end;
       } else {
         if (c == '\\' && ++p == pattern.size()) return false;
         if (ended || Fold(name[n]) != Fold(pattern[p])) return false;
@@ -527,28 +527,28 @@ class PatternModel {
  private:
   static int Fold(char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; }
 
-  // Returns the index after the "]" of a set that takes the byte; 0 for a set that does not.
-  std::size_t BehindSet(int byte, std::size_t p) const {
+  // Returns the index after the "]" of a set that contains the byte; 0 if it does not contain the byte.
+  std::size_t EndOfSet(int byte, std::size_t p) const {
     bool const negated = p < pattern.size() && (pattern[p] == '!' || pattern[p] == '^');
     if (negated) ++p;
     for (; p < pattern.size() && pattern[p] != ']';) {
-      int const low = Take(p);
+      int const low = ReadByte(p);
       int high = low;
-      if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = Take(++p);
+      if (p + 1 < pattern.size() && pattern[p] == '-' && pattern[p + 1] != ']') high = ReadByte(++p);
       if (low < 0 || high < 0) return 0;
-      if (low <= byte && byte <= high) return negated ? 0 : BehindClose(p);
+      if (low <= byte && byte <= high) return negated ? 0 : EndOfClose(p);
     }
     return p < pattern.size() && negated ? p + 1 : 0;
   }
 
   // Returns the folded byte; -1 for the end of the pattern and for a "/".
-  int Take(std::size_t& p) const {
+  int ReadByte(std::size_t& p) const {
     if (pattern[p] == '\\') ++p;
     if (p >= pattern.size() || pattern[p] == '/') return -1;
     return Fold(pattern[p++]);
   }
 
-  std::size_t BehindClose(std::size_t p) const {
+  std::size_t EndOfClose(std::size_t p) const {
     while (p < pattern.size() && pattern[p] != ']') p += pattern[p] == '\\' ? 2 : 1;
     return p < pattern.size() ? p + 1 : 0;
   }
@@ -580,7 +580,7 @@ TEST(Gk_ROStringTest, EqualsRecursiveModel) {
   EXPECT_LT(matches, pairs * 19 / 20);
 }
 
-TEST(Gk_ROStringTest, HostilePatternsTakePolynomialTime) {
+TEST(Gk_ROStringTest, HostilePatternsNeedPolynomialTime) {
   std::string const name(10000, 'a');
   std::string stars;
   for (int i = 0; i < 1000; ++i) stars += "*a";

@@ -208,9 +208,9 @@ TEST(Gk_StringTest, AppendsView) {
   string.append(Gk_ROString());
   EXPECT_EQ(elements(string), "abcdefz\0"sv);
   // The byte before the start of the view has no effect.
-  Gk_ROString behindZero("\0a", 2);
-  behindZero.offset(1);
-  string.append(behindZero);
+  Gk_ROString afterZero("\0a", 2);
+  afterZero.offset(1);
+  string.append(afterZero);
   EXPECT_EQ(elements(string), "abcdefza\0"sv);
   Gk_String empty;
   empty.append(Gk_ROString("x", 1));

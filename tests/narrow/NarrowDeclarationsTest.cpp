@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "FieldAt.h"
+#include "Declaration.h"
 #include "Gk_RWString.h"
 #include "Gk_String.h"
 #include "Gk_StringParser.h"
-#include "IsDeclared.h"
 #include "VRELRoloNode.h"
 
 namespace {
@@ -85,7 +84,7 @@ static_assert(!std::is_polymorphic_v<Parser>);
 static_assert(sizeof(S) == 8 && sizeof(View) == 16 && sizeof(Writer) == 16 && sizeof(Parser) == 24);
 static_assert(sizeof(Node) == 24);
 
-TEST(NarrowDeclarationsTest, ViewFieldsKeepTheirOffsets) {
+TEST(NarrowDeclarationsTest, ViewFieldsKeepOffsets) {
   View view("bolt");
   EXPECT_NE(FieldAt<void*>(view, 0), nullptr);
   EXPECT_EQ(FieldAt<std::int32_t>(view, 8), 0);
@@ -93,7 +92,7 @@ TEST(NarrowDeclarationsTest, ViewFieldsKeepTheirOffsets) {
   EXPECT_EQ(FieldAt<std::int32_t>(view, 8), 3);
 }
 
-TEST(NarrowDeclarationsTest, ParserFieldsKeepTheirOffsets) {
+TEST(NarrowDeclarationsTest, ParserFieldsKeepOffsets) {
   S const text("12x");
   Parser parser(text);
   EXPECT_EQ(FieldAt<void*>(parser, 0), FieldAt<void*>(text, 0));
@@ -104,7 +103,7 @@ TEST(NarrowDeclarationsTest, ParserFieldsKeepTheirOffsets) {
   EXPECT_EQ(FieldAt<char>(parser, 16), 1);
 }
 
-TEST(NarrowDeclarationsTest, NodeFieldsKeepTheirOffsets) {
+TEST(NarrowDeclarationsTest, NodeFieldsKeepOffsets) {
   Node node;
   EXPECT_EQ(reinterpret_cast<char const*>(&node.getValue()) - reinterpret_cast<char const*>(&node), 8);
   EXPECT_EQ(reinterpret_cast<char const*>(&node.getChildren()) - reinterpret_cast<char const*>(&node), 16);

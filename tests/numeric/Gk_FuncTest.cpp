@@ -10,7 +10,7 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(Gk_FuncTest, SquareIsOfADouble) {
+TEST(Gk_FuncTest, SquareIsComputedInDoubles) {
   EXPECT_EQ(VRELSquare(-1.5), 2.25);
   EXPECT_EQ(VRELSquare(1e200), std::numeric_limits<double>::infinity());
   // The square of a float outside the range of float.
@@ -31,7 +31,7 @@ TEST(Gk_FuncTest, FloatsAreComparedAsFloats) {
   EXPECT_TRUE(Gk_Func::equal(16777216.0f, -1.0f, 16777216.0f));
 }
 
-TEST(Gk_FuncTest, WhatIsNotANumberEqualsNothing) {
+TEST(Gk_FuncTest, NaNEqualsNothing) {
   EXPECT_FALSE(Gk_Func::equal(notANumber, 1.0, 10.0));
   EXPECT_FALSE(Gk_Func::equal(1.0, notANumber, 10.0));
   EXPECT_FALSE(Gk_Func::equal(notANumber, notANumber, 10.0));

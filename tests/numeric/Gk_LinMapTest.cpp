@@ -41,7 +41,7 @@ TEST(Gk_LinMapTest, NegativeSlopeWithOffsetIsNotUnit) {
   EXPECT_EQ(map.invert(1.0), 3.0);
 }
 
-TEST(Gk_LinMapTest, AFlatMapInvertsToZero) {
+TEST(Gk_LinMapTest, InverseOfFlatMapIsZero) {
   EXPECT_EQ(Gk_LinMap(0.0, 4.0).invert(7.0), 0.0);
   EXPECT_EQ(Gk_LinMap(-5e-11, 4.0).invert(7.0), 0.0);
   EXPECT_EQ(Gk_LinMap(0.5e-9, 0.0).invert(1e-9), 2.0);
@@ -88,7 +88,7 @@ TEST(Gk_LinMapTest, ComposeWithIdentityChangesNothing) {
   EXPECT_EQ(map.offset(), 3.0);
 }
 
-TEST(Gk_LinMapTest, ComposeClassifiesAfresh) {
+TEST(Gk_LinMapTest, ComposeClassifiesResult) {
   Gk_LinMap map(-1.0, 0.0);
   map.compose(Gk_LinMap(-1.0, 0.0), true);
   EXPECT_TRUE(map.isIdentity());

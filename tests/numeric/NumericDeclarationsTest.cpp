@@ -3,11 +3,10 @@
 
 #include <type_traits>
 
-#include "FieldAt.h"
+#include "Declaration.h"
 #include "Gk_Def.h"
 #include "Gk_Func.h"
 #include "Gk_LinMap.h"
-#include "IsDeclared.h"
 #include "VRELDate.h"
 #include "VRELFloatUtil.h"
 #include "VRELLocalNumericLocaleOverride.h"
@@ -61,7 +60,7 @@ static_assert(std::is_same_v<decltype(Gk_Def::FuzzSnap), double const>);
 static_assert(std::is_same_v<decltype(Gk_Def::VRELPI), double const>);
 static_assert(std::is_same_v<decltype(VRELINV2PI), double const>);
 
-TEST(NumericDeclarationsTest, LinMapFieldsKeepTheirOffsets) {
+TEST(NumericDeclarationsTest, LinMapFieldsKeepOffsets) {
   Map const map(-1.0, 0.0);
   EXPECT_EQ(FieldAt<double>(map, 0), -1.0);
   EXPECT_EQ(FieldAt<double>(map, 8), 0.0);

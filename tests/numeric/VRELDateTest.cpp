@@ -81,7 +81,7 @@ TEST(VRELDateTest, IgnoresTimeZone) {
   EXPECT_EQ(child.output, "Thu Jan  1 00:00:00 1970");
 }
 
-TEST(VRELDateTest, AYearThatFitsNoIntFails) {
+TEST(VRELDateTest, YearBeyondIntFails) {
   VRELString out = Text("before");
   EXPECT_EQ(VRELDate::FormatDate(std::numeric_limits<long>::max(), out), VREL_E_FAIL);
   EXPECT_EQ(VRELDate::FormatDate(std::numeric_limits<long>::min(), out), VREL_E_FAIL);

@@ -51,7 +51,7 @@ TEST(VRELFloatUtilTest, NullIsZeroAndKeepsEnd) {
   EXPECT_EQ(end, &other);
 }
 
-TEST(VRELFloatUtilTest, ANullEndIsAllowed) {
+TEST(VRELFloatUtilTest, NullEndIsAllowed) {
   EXPECT_EQ(VRELFloatUtil::vrelstrtod("12", nullptr), 12.0);
   EXPECT_EQ(VRELFloatUtil::vrelstrtod("abc", nullptr), 0.0);
   EXPECT_EQ(VRELFloatUtil::vrelstrtod(nullptr, nullptr), 0.0);
@@ -243,7 +243,7 @@ TEST(VRELFloatUtilTest, FarExponents) {
 }
 
 // 5^442 is infinite, and zero times infinity is NaN.
-TEST(VRELFloatUtilTest, AZeroWithAHugeExponentIsNotANumber) {
+TEST(VRELFloatUtilTest, ZeroWithHugeExponentIsNaN) {
   for (char const* text : {"0e442", "0e500", "0e999999999999"}) {
     EXPECT_TRUE(std::isnan(VRELFloatUtil::vrelstrtod(text, nullptr))) << text;
   }

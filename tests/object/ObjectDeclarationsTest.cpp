@@ -4,7 +4,7 @@
 #include <string>
 #include <type_traits>
 
-#include "FieldAt.h"
+#include "Declaration.h"
 #include "Gk_Exception.h"
 #include "VRELAbortException.h"
 #include "VRELAllocException.h"

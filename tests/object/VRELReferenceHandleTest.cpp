@@ -259,7 +259,7 @@ TEST(VRELTypedHandleTest, AddsNoField) {
   EXPECT_FALSE(CounterHandle().IsValid());
 }
 
-TEST(VRELReferenceHandleTest, MoveTakesObjectWithoutCounting) {
+TEST(VRELReferenceHandleTest, MoveKeepsCount) {
   int deletions = 0;
   auto* object = new Counter(deletions);
   VRELReferenceHandle source(object);

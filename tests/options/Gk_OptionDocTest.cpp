@@ -60,7 +60,7 @@ TEST(Gk_OptionDocTest, SecondAddOptionReplacesValue) {
   EXPECT_EQ(listener.events.size(), 1U);
 }
 
-TEST(Gk_OptionDocTest, FetchOptionMakesNothing) {
+TEST(Gk_OptionDocTest, FetchOptionCreatesNoOption) {
   int const folders = Gk_Nest::fetchRoot().getChildren().size();
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.unknown/group/name"), nullptr);
   EXPECT_EQ(Gk_OptionDoc::fetchOption(VRELString()), nullptr);
@@ -298,7 +298,7 @@ TEST(Gk_OptionDocTest, SynchOfUnknownComponent) {
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.unknown/a"), nullptr);
 }
 
-TEST(Gk_OptionDocTest, AddOptionTakesStrings) {
+TEST(Gk_OptionDocTest, AddOptionAcceptsStrings) {
   EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/a", "narrow")->string(), "narrow");
   EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/b", L"wide")->string(), "wide");
   EXPECT_STREQ(Gk_OptionDoc::addOption(L"strings/c", std::string("text"))->string(), "text");

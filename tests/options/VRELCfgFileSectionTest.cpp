@@ -16,7 +16,7 @@ TEST(VRELCfgFileSectionTest, StartsWithoutKeys) {
   EXPECT_TRUE(VRELCfgFileSection(nullptr).GetSectionName() == "");
 }
 
-TEST(VRELCfgFileSectionTest, KeepsTheNameAsBytes) {
+TEST(VRELCfgFileSectionTest, KeepsNameAsBytes) {
   EXPECT_TRUE(VRELCfgFileSection("\xFF\xC3").GetSectionName() == "\xFF\xC3");
 }
 

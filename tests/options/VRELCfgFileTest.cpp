@@ -371,7 +371,7 @@ TEST(VRELCfgFileTest, LoadsAccumulate) {
   EXPECT_EQ(file.GetErrorCount(), 1);
 }
 
-TEST(VRELCfgFileTest, FailedReadFailsTheNextLoad) {
+TEST(VRELCfgFileTest, FailedReadFailsNextLoad) {
   Loaded file("a=x\n");
   EXPECT_EQ(file.result, VREL_S_OK);
   int value = 77;

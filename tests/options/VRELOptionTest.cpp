@@ -254,7 +254,7 @@ TEST(VRELOptionTest, ReadsReturnCurrentValue) {
   EXPECT_EQ(option.GetDefaultValue(value), VREL_S_OK);
 }
 
-TEST(VRELOptionTest, FirstValueSetsTheType) {
+TEST(VRELOptionTest, FirstValueSetsType) {
   struct Row {
     VRELValue value;
     char const* shown;
@@ -293,12 +293,12 @@ TEST(VRELOptionTest, UnknownKindLeavesUnset) {
   EXPECT_TRUE(listener.events.empty());
 }
 
-struct Offer {
+struct Assignment {
   Kind kind;
   VRELValue value;
 };
 
-std::vector<Offer> OneOfferOfEachKind() {
+std::vector<Assignment> OneAssignmentOfEachKind() {
   return {{VRELValue::UnknownType, VRELValue()},
           {VRELValue::DoubleType, VRELValue(0.25)},
           {VRELValue::IntType, VRELValue(5)},
@@ -330,16 +330,16 @@ TEST(VRELOptionTest, SetValueByKind) {
   char const* const names[] = {"unknown", "double", "int", "bool", "string"};
   char const* const taken[] = {"", "double 0.250000", "int 5", "bool true", "string wood"};
   for (int held = 1; held < 5; ++held) {
-    for (Offer const& offer : OneOfferOfEachKind()) {
+    for (Assignment const& assignment : OneAssignmentOfEachKind()) {
       for (bool asValue : {true, false}) {
-        if (!asValue && offer.kind == VRELValue::UnknownType) continue;
-        SCOPED_TRACE(std::string(names[offer.kind]) + " to " + names[held] + (asValue ? " as a value" : ""));
+        if (!asValue && assignment.kind == VRELValue::UnknownType) continue;
+        SCOPED_TRACE(std::string(names[assignment.kind]) + " to " + names[held] + (asValue ? " as a value" : ""));
         VRELOption option = OneOfEachKind()[static_cast<std::size_t>(held)];
         std::string const before = Default(option);
         RecordingListener const listener;
-        VRINResult const result = asValue ? option.SetValue(offer.value) : SetTyped(option, offer.kind);
+        VRINResult const result = asValue ? option.SetValue(assignment.value) : SetTyped(option, assignment.kind);
         EXPECT_EQ(Default(option), before);
-        if (offer.kind == held || (held == VRELValue::BoolType && offer.kind == VRELValue::IntType)) {
+        if (assignment.kind == held || (held == VRELValue::BoolType && assignment.kind == VRELValue::IntType)) {
           EXPECT_EQ(result, VREL_S_OK);
           EXPECT_EQ(Current(option), taken[held]);
           EXPECT_TRUE(listener.events.empty());
@@ -347,8 +347,8 @@ TEST(VRELOptionTest, SetValueByKind) {
         }
         EXPECT_EQ(result, VREL_E_ERROR);
         EXPECT_EQ(Current(option), before);
-        EXPECT_EQ(listener.Texts(), Texts{Refusal(names[offer.kind], names[held])});
-        bool const isWarning = !asValue && offer.kind == VRELValue::IntType;
+        EXPECT_EQ(listener.Texts(), Texts{Refusal(names[assignment.kind], names[held])});
+        bool const isWarning = !asValue && assignment.kind == VRELValue::IntType;
         EXPECT_EQ(listener.events.at(0).level, isWarning ? warningLevel : errorLevel);
       }
     }
@@ -577,7 +577,7 @@ std::string StringOf(VRELOption const& option) {
   return value.toUtf8();
 }
 
-TEST(VRELOptionTest, ConstructorsTakeStrings) {
+TEST(VRELOptionTest, ConstructorsAcceptStrings) {
   VRELOptionName const name(L"Test.Strings");
   EXPECT_EQ(StringOf(VRELOption(name, "narrow", false)), "narrow");
   EXPECT_EQ(StringOf(VRELOption(name, L"wide \u00D6", false)), "wide \xC3\x96");
@@ -587,7 +587,7 @@ TEST(VRELOptionTest, ConstructorsTakeStrings) {
   EXPECT_EQ(StringOf(VRELOption(name, static_cast<wchar_t const*>(nullptr), false)), "");
 }
 
-TEST(VRELOptionTest, SetValueTakesStrings) {
+TEST(VRELOptionTest, SetValueAcceptsStrings) {
   VRELOption option(VRELString(L"Test.Strings"));
   EXPECT_EQ(option.SetValue("narrow"), VREL_S_OK);
   EXPECT_EQ(StringOf(option), "narrow");

@@ -61,7 +61,7 @@ TEST(VRELOptionTokenTest, GetTokenFindsAddedToken) {
   EXPECT_EQ(found, nullptr);
 }
 
-TEST(VRELOptionTokenTest, FindOrAddTakesViews) {
+TEST(VRELOptionTokenTest, FindOrAddAcceptsViews) {
   Root root;
   std::u16string_view const name = u"Step.*.Step..X";
   std::u16string_view const step = name.substr(0, 4);
@@ -368,7 +368,7 @@ TEST(VRELOptionTokenTest, DestructorKeepsChildren) {
   delete wildcard;
 }
 
-TEST(VRELOptionTokenTest, HashIsThatOfUpperCase) {
+TEST(VRELOptionTokenTest, HashEqualsHashOfUpperCase) {
   // 65 * 37, for the letter and the terminator.
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"A"), 2405U);
   EXPECT_EQ(VRELOptionToken::GetHashValue(L"a"), 2405U);

@@ -1145,7 +1145,7 @@ std::string StoredString(VRELOptions const& options, wchar_t const* name) {
   return value.toUtf8();
 }
 
-TEST(VRELOptionsTest, AddOptionTakesStrings) {
+TEST(VRELOptionsTest, AddOptionAcceptsStrings) {
   VRELOptions options;
   EXPECT_EQ(options.AddOption(L"a", "narrow"), VREL_S_OK);
   EXPECT_EQ(options.AddOption(L"b", L"wide \u00D6"), VREL_S_OK);

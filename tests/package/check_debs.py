@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Installs the Debian packages, uses them, and removes them again, as root, in a mount namespace of its own. Overlays of
-/usr, /etc and /var take all changes and are gone when the test ends, whatever its outcome.
+/usr, /etc and /var take all changes and disappear when the test ends, with any outcome.
 
 check_debs.py SCRATCH
 """

@@ -11,19 +11,12 @@
 #include <vector>
 
 #include "Declaration.h"
+#include "Sanitizer.h"
 #include "VRELBrivetLibrary.h"
 #include "VRELExport.h"
 #include "VRELLibrary.h"
 #include "VRELLibraryHandle.h"
 #include "VRELLibraryManager.h"
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VREL_TEST_HAS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VREL_TEST_HAS_SANITIZER
-#endif
-#endif
 
 namespace {
 
@@ -93,16 +86,16 @@ static_assert(sizeof(VRELLibraryHandle) == 2 * sizeof(void*));
 TEST(PluginDeclarationsTest, LibraryKeepsFieldOffsets) {
   VRELLibrary library(L"NoSuchModule", L"Start", L"Stop");
   auto const* const bytes = reinterpret_cast<char const*>(&library);
-  EXPECT_EQ(FieldAt<void*>(&library, 16), nullptr);
+  EXPECT_EQ(FieldAt<void*>(library, 16), nullptr);
   EXPECT_EQ(library.GetLibraryName(), bytes + 24);
   EXPECT_STREQ(bytes + 24, "NoSuchModule");
-  EXPECT_TRUE(FieldAt<bool>(&library, 24 + 64));
-  EXPECT_FALSE(FieldAt<bool>(&library, 24 + 65));
-  EXPECT_FALSE(FieldAt<bool>(&library, 24 + 66));
+  EXPECT_TRUE(FieldAt<bool>(library, 24 + 64));
+  EXPECT_FALSE(FieldAt<bool>(library, 24 + 65));
+  EXPECT_FALSE(FieldAt<bool>(library, 24 + 66));
   EXPECT_EQ(reinterpret_cast<VRELString const*>(bytes + 96)->toUtf8(), "Start");
   EXPECT_EQ(reinterpret_cast<VRELString const*>(bytes + 96 + sizeof(VRELString))->toUtf8(), "Stop");
   library.SetUnloadable(false);
-  EXPECT_FALSE(FieldAt<bool>(&library, 24 + 64));
+  EXPECT_FALSE(FieldAt<bool>(library, 24 + 64));
 }
 
 TEST(PluginDeclarationsTest, BrivetLibraryKeepsFieldOffsets) {
@@ -116,7 +109,7 @@ TEST(PluginDeclarationsTest, BrivetLibraryKeepsFieldOffsets) {
   EXPECT_EQ(text(2), "Stop");
   std::size_t const handle = 8 + 3 * sizeof(VRELString);
   EXPECT_FALSE(reinterpret_cast<VRELLibraryHandle const*>(bytes + handle)->IsValid());
-  EXPECT_TRUE(FieldAt<bool>(&library, handle + sizeof(VRELLibraryHandle)));
+  EXPECT_TRUE(FieldAt<bool>(library, handle + sizeof(VRELLibraryHandle)));
 }
 
 TEST(PluginDeclarationsTest, LibraryCallsLoaderWithFlags) {

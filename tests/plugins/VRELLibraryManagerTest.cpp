@@ -18,16 +18,16 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 // Library that reports its destruction.
-class WatchedLibrary : public VRELLibrary {
+class TrackedLibrary : public VRELLibrary {
  public:
-  WatchedLibrary(char const* name, bool& isDead)
-      : VRELLibrary(name, "InitializeModule", "FinalizeModule"), dead(isDead) {
-    dead = false;
+  TrackedLibrary(char const* name, bool& isDestroyed)
+      : VRELLibrary(name, "InitializeModule", "FinalizeModule"), destroyed(isDestroyed) {
+    destroyed = false;
   }
-  ~WatchedLibrary() override { dead = true; }
+  ~TrackedLibrary() override { destroyed = true; }
 
  private:
-  bool& dead;
+  bool& destroyed;
 };
 
 // There is one table in the process. Each test starts and ends with an empty table.
@@ -79,24 +79,24 @@ TEST_F(VRELLibraryManagerTest, FirstEntryPointNamesAreKept) {
 
 TEST_F(VRELLibraryManagerTest, AddLibraryUsesNameOfLibrary) {
   EXPECT_EQ(VRELLibraryManager::AddLibrary(nullptr), VREL_E_INVALID_ARGUMENT);
-  bool isDead = false;
-  auto* const library = new WatchedLibrary("VRELTestBoth", isDead);
+  bool isDestroyed = false;
+  auto* const library = new TrackedLibrary("VRELTestBoth", isDestroyed);
   EXPECT_EQ(VRELLibraryManager::AddLibrary(library), VREL_S_OK);
   EXPECT_EQ(library->GetReferenceCount(), 1U);
   EXPECT_FALSE(library->IsLoaded());
   EXPECT_EQ(Create("VRELTestBoth"), library);
   EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
-  EXPECT_TRUE(isDead);
+  EXPECT_TRUE(isDestroyed);
 }
 
 TEST_F(VRELLibraryManagerTest, AddLibraryIgnoresSecondLibrary) {
   VRELLibrary* const first = Create("VRELTestBoth");
-  bool isDead = false;
-  EXPECT_EQ(VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead)), VREL_S_OK);
-  EXPECT_TRUE(isDead);
-  VRELLibraryHandle const held(new WatchedLibrary("VRELTestBoth", isDead));
+  bool isDestroyed = false;
+  EXPECT_EQ(VRELLibraryManager::AddLibrary(new TrackedLibrary("VRELTestBoth", isDestroyed)), VREL_S_OK);
+  EXPECT_TRUE(isDestroyed);
+  VRELLibraryHandle const held(new TrackedLibrary("VRELTestBoth", isDestroyed));
   EXPECT_EQ(VRELLibraryManager::AddLibrary(held), VREL_S_OK);
-  EXPECT_FALSE(isDead);
+  EXPECT_FALSE(isDestroyed);
   EXPECT_EQ(Create("VRELTestBoth"), first);
   EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
 }
@@ -120,8 +120,8 @@ TEST_F(VRELLibraryManagerTest, FreeLibrariesAcceptsEmptyTable) {
 }
 
 TEST_F(VRELLibraryManagerTest, FreeLibrariesKeepsUsedLibraries) {
-  bool isDead = false;
-  VRELLibraryManager::AddLibrary(new WatchedLibrary("VRELTestBoth", isDead));
+  bool isDestroyed = false;
+  VRELLibraryManager::AddLibrary(new TrackedLibrary("VRELTestBoth", isDestroyed));
   Create("VRELTestBoth")->LoadAndInitialize();
   {
     VRELLibraryHandle const held(Create("VRELTestNoFinalize"));
@@ -129,7 +129,7 @@ TEST_F(VRELLibraryManagerTest, FreeLibrariesKeepsUsedLibraries) {
     listener.events.clear();
     EXPECT_EQ(VRELLibraryManager::FreeLibraries(), VREL_S_OK);
     EXPECT_THAT(listener.Texts(), ElementsAre("VRELTestBoth finalized"));
-    EXPECT_TRUE(isDead);
+    EXPECT_TRUE(isDestroyed);
     EXPECT_TRUE(held->IsLoaded());
     EXPECT_EQ(VRELLibraryManager::_libraries.Size(), 1);
     EXPECT_EQ(Create("VRELTestNoFinalize"), static_cast<VRELLibrary*>(held));

@@ -320,8 +320,8 @@ TEST(VRELLibraryTest, ExceptionOfInitializeIsRethrown) {
   // The second call tried again. A module that was not initialized is not finalized.
   library.FinalizeAndUnload();
   EXPECT_FALSE(library.IsLoaded());
-  std::string const begun = "VRELTestThrowingInitialize initializes";
-  EXPECT_THAT(listener.Texts(), ElementsAre(begun, begun));
+  std::string const message = "VRELTestThrowingInitialize initializes";
+  EXPECT_THAT(listener.Texts(), ElementsAre(message, message));
 }
 
 TEST(VRELLibraryTest, DestructorDropsExceptionOfFinalize) {

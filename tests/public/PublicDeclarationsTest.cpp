@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "FieldAt.h"
+#include "Declaration.h"
 #include "VRELFilePath.h"
 #include "VRINFile.h"
 #include "VRINFileImpl.h"

@@ -107,7 +107,7 @@ TEST(ReaderDeclarationsTest, ReadersKeepFieldOffsets) {
   EXPECT_EQ(Offset(&section, &section.entityList), list);
   section.entityList.add(nullptr);
   section.GetNextKey();
-  EXPECT_EQ(FieldAt<int>(&section, list + sizeof(Entities)), 1);
+  EXPECT_EQ(FieldAt<int>(section, list + sizeof(Entities)), 1);
 
   OpenFormat format{VRELFileHandle()};
   std::size_t const header = 16 + sizeof(VRELFileHandle) + sizeof(VRELBufferHandle);
@@ -123,8 +123,8 @@ TEST(ReaderDeclarationsTest, ReadersKeepFieldOffsets) {
   format.GetNextHeaderSection();
   format.GetNextDataSection();
   format.GetNextDataSection();
-  EXPECT_EQ(FieldAt<int>(&format, data - 8), 1);
-  EXPECT_EQ(FieldAt<int>(&format, data + sizeof(Sections)), 2);
+  EXPECT_EQ(FieldAt<int>(format, data - 8), 1);
+  EXPECT_EQ(FieldAt<int>(format, data + sizeof(Sections)), 2);
 
   VRELFormatReaderHandle const handle(new OpenFormat(VRELFileHandle()));
   VRELReader const reader(handle);

@@ -51,7 +51,7 @@ TEST(VRELSectionReaderTest, GetNextKeyTraversesOnce) {
 }
 
 TEST(VRELSectionReaderTest, GetEntityListSharesStorage) {
-  class Growing : public VRELSectionReader {
+  class SectionWithList : public VRELSectionReader {
    public:
     using VRELSectionReader::VRELSectionReader;
     void Add(VRELEntityReader* entity) { entityList.add(entity); }
@@ -59,7 +59,7 @@ TEST(VRELSectionReaderTest, GetEntityListSharesStorage) {
   recording::Journal journal;
   recording::Entity first(VRELBufferHandle(), 1, 0, journal);
   recording::Entity second(VRELBufferHandle(), 2, 0, journal);
-  auto section = std::make_unique<Growing>(NewBuffer());
+  auto section = std::make_unique<SectionWithList>(NewBuffer());
   section->Add(&first);
   VRELDynamicArray<VRELEntityReader*> const list = section->GetEntityList();
   section->Add(&second);

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "VRELAssemblyComponentTransform.h"
 #include "VRELCamera.h"
 #include "VRELLayerFilterC.h"
@@ -17,20 +17,6 @@
 
 namespace {
 
-// Compiles if the operation has an overload of exactly this type; noexcept may be added.
-template <class Pointer>
-constexpr bool Declares(Pointer) {
-  return true;
-}
-
-// Reads a field by its offset.
-template <class Field, class Object>
-Field FieldAt(Object const& object, std::size_t offset) {
-  Field field;
-  std::memcpy(&field, reinterpret_cast<char const*>(&object) + offset, sizeof field);
-  return field;
-}
-
 using Placement = VRELAssemblyComponentTransform;
 static_assert(std::is_constructible_v<Placement, double const*, double const&>);
 static_assert(std::is_same_v<decltype(&Placement::Get), VRINResult (Placement::*)(double*) const>);
@@ -39,26 +25,26 @@ static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::GetRotation
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::SetRotation), Placement&, double*>);
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::GetTranslation), Placement&, double*>);
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::SetTranslation), Placement&, double*>);
-static_assert(Declares<VRINResult (Placement::*)(double&) const>(&Placement::GetScale));
-static_assert(Declares<VRINResult (Placement::*)(double)>(&Placement::SetScale));
-static_assert(Declares<VRINResult (Placement::*)(float*) const>(&Placement::Get4x4ByColumn));
-static_assert(Declares<VRINResult (Placement::*)(float*) const>(&Placement::Get4x4ByRow));
+static_assert(IsDeclared<VRINResult (Placement::*)(double&) const>(&Placement::GetScale));
+static_assert(IsDeclared<VRINResult (Placement::*)(double)>(&Placement::SetScale));
+static_assert(IsDeclared<VRINResult (Placement::*)(float*) const>(&Placement::Get4x4ByColumn));
+static_assert(IsDeclared<VRINResult (Placement::*)(float*) const>(&Placement::Get4x4ByRow));
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::Set4x4ByColumn), Placement&, float*>);
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::Set3x4ByRow), Placement&, float*>);
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Placement::GetDeterminant), Placement&, double&>);
 static_assert(std::is_invocable_r_v<bool, decltype(&Placement::IsValid), Placement&>);
 static_assert(std::is_invocable_r_v<bool, decltype(&Placement::IsMirrorTransform), Placement&>);
-static_assert(Declares<bool (Placement::*)() const>(&Placement::IsIdentityTransform));
-static_assert(Declares<VRINResult (Placement::*)(float*) const>(&Placement::ApplyRotation));
-static_assert(Declares<VRINResult (Placement::*)(float*) const>(&Placement::ApplyTransform));
-static_assert(Declares<Placement (Placement::*)(Placement const&) const>(&Placement::operator*));
+static_assert(IsDeclared<bool (Placement::*)() const>(&Placement::IsIdentityTransform));
+static_assert(IsDeclared<VRINResult (Placement::*)(float*) const>(&Placement::ApplyRotation));
+static_assert(IsDeclared<VRINResult (Placement::*)(float*) const>(&Placement::ApplyTransform));
+static_assert(IsDeclared<Placement (Placement::*)(Placement const&) const>(&Placement::operator*));
 
 using Set = VRELSelectionSet;
 static_assert(std::is_constructible_v<Set, VRELString const&, bool>);
 static_assert(!std::is_constructible_v<Set, VRELString const&, wchar_t const*>);
-static_assert(Declares<VRELString (Set::*)() const>(&Set::GetName));
-static_assert(Declares<bool (Set::*)() const>(&Set::IsCurrent));
-static_assert(Declares<VRINResult (Set::*)(void*)>(&Set::AddMember));
+static_assert(IsDeclared<VRELString (Set::*)() const>(&Set::GetName));
+static_assert(IsDeclared<bool (Set::*)() const>(&Set::IsCurrent));
+static_assert(IsDeclared<VRINResult (Set::*)(void*)>(&Set::AddMember));
 static_assert(std::is_invocable_r_v<bool, decltype(&Set::IsMember), Set&, void*>);
 static_assert(std::is_invocable_r_v<int, decltype(&Set::SelectionSetLength), Set&>);
 static_assert(std::is_invocable_r_v<bool, decltype(&Set::GetMemberAtIndex), Set&, int, void*&>);
@@ -68,15 +54,15 @@ static_assert(!std::is_polymorphic_v<Filter>);
 static_assert(std::is_constructible_v<Filter, int, int*, VRELString const&, bool, eLayerFilterType>);
 static_assert(std::is_invocable_r_v<VRINResult, decltype(&Filter::Set), Filter&, int, int*, VRELString const&, bool,
                                     eLayerFilterType>);
-static_assert(Declares<VRINResult (Filter::*)(VRELString const&)>(&Filter::SetName));
-static_assert(Declares<VRINResult (Filter::*)(VRELString&) const>(&Filter::GetName));
-static_assert(Declares<VRINResult (Filter::*)(int&) const>(&Filter::GetNumLayers));
-static_assert(Declares<VRINResult (Filter::*)(int, int&) const>(&Filter::GetLayerAt));
-static_assert(Declares<VRINResult (Filter::*)(bool)>(&Filter::SetCurrent));
-static_assert(Declares<VRINResult (Filter::*)(bool&) const>(&Filter::IsCurrent));
-static_assert(Declares<VRINResult (Filter::*)(eLayerFilterType)>(&Filter::SetLayerFilterType));
-static_assert(Declares<VRINResult (Filter::*)(eLayerFilterType&) const>(&Filter::GetLayerFilterType));
-static_assert(Declares<VRINResult (Filter::*)(bool&) const>(&Filter::IsALLLayerFilter));
+static_assert(IsDeclared<VRINResult (Filter::*)(VRELString const&)>(&Filter::SetName));
+static_assert(IsDeclared<VRINResult (Filter::*)(VRELString&) const>(&Filter::GetName));
+static_assert(IsDeclared<VRINResult (Filter::*)(int&) const>(&Filter::GetNumLayers));
+static_assert(IsDeclared<VRINResult (Filter::*)(int, int&) const>(&Filter::GetLayerAt));
+static_assert(IsDeclared<VRINResult (Filter::*)(bool)>(&Filter::SetCurrent));
+static_assert(IsDeclared<VRINResult (Filter::*)(bool&) const>(&Filter::IsCurrent));
+static_assert(IsDeclared<VRINResult (Filter::*)(eLayerFilterType)>(&Filter::SetLayerFilterType));
+static_assert(IsDeclared<VRINResult (Filter::*)(eLayerFilterType&) const>(&Filter::GetLayerFilterType));
+static_assert(IsDeclared<VRINResult (Filter::*)(bool&) const>(&Filter::IsALLLayerFilter));
 
 using Camera = VRELCamera;
 static_assert(std::is_constructible_v<Camera, VRELCameraType, float*, float*, float*, float, float>);
@@ -88,10 +74,10 @@ static_assert(std::is_same_v<decltype(&Camera::GetZoom), float (Camera::*)(float
 using Color = VRELRGBColor;
 static_assert(std::is_constructible_v<Color, float, float, float, float>);
 static_assert(std::is_constructible_v<Color, unsigned int, unsigned int, unsigned int, unsigned int>);
-static_assert(Declares<unsigned int (Color::*)() const>(&Color::hashCode));
-static_assert(Declares<void (Color::*)()>(&Color::SetValidity));
-static_assert(Declares<bool (Color::*)(Color const&) const>(&Color::operator==));
-static_assert(Declares<bool (Color::*)(Color const&) const>(&Color::operator!=));
+static_assert(IsDeclared<unsigned int (Color::*)() const>(&Color::hashCode));
+static_assert(IsDeclared<void (Color::*)()>(&Color::SetValidity));
+static_assert(IsDeclared<bool (Color::*)(Color const&) const>(&Color::operator==));
+static_assert(IsDeclared<bool (Color::*)(Color const&) const>(&Color::operator!=));
 
 using Shell = VRELSurfacicShell;
 static_assert(std::is_same_v<decltype(&Shell::SetData), VRINResult (Shell::*)(int, float const*, int, float const*, int,

@@ -84,7 +84,7 @@ TEST(VRELLayerFilterCTest, SetReplacesEverything) {
   EXPECT_EQ(ContentOf(filter), (Content{true, "one", false, 2, false, {1}}));
 }
 
-TEST(VRELLayerFilterCTest, SetOfNothing) {
+TEST(VRELLayerFilterCTest, SetOfEmptyList) {
   VRELLayerFilterC filter = Some();
   EXPECT_EQ(filter.Set(0, nullptr, "", false, static_cast<eLayerFilterType>(0)), 0);
   EXPECT_EQ(ContentOf(filter), (Content{false, "untouched", false, 0, true, {}}));

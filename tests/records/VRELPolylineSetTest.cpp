@@ -58,7 +58,7 @@ TEST(VRELPolylineSetTest, DefaultHasKeyOnly) {
   EXPECT_EQ(data.colors, nullptr);
 }
 
-TEST(VRELPolylineSetTest, SetDataDoesNotTakeOwnership) {
+TEST(VRELPolylineSetTest, SetDataDoesNotTransferOwnership) {
   // The arrays are not on the heap, so that freeing them would crash.
   VRELPolylineSet set(1);
   EXPECT_EQ(set.SetData(2, points, 1, polylines, 3, colors), VREL_S_OK);

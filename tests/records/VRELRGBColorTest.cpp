@@ -124,7 +124,7 @@ TEST(VRELRGBColorTest, IntegersAreClamped) {
   EXPECT_EQ(NumbersOf(VRELRGBColor(4294967295U, 0U, 0U, 0U))[0], 4294967040U);
 }
 
-TEST(VRELRGBColorTest, SetRGBTakesFourValues) {
+TEST(VRELRGBColorTest, SetRGBAcceptsFourValues) {
   VRELRGBColor color(2.0F, 0.0F, 0.0F, 0.0F);
   EXPECT_EQ(color.SetRGB(0, 255, 51, 102), VREL_S_OK);
   EXPECT_TRUE(color.IsValid());
@@ -165,7 +165,7 @@ TEST(VRELRGBColorTest, NullArraysChangeNothing) {
   EXPECT_TRUE(color.IsValid());
 }
 
-TEST(VRELRGBColorTest, CopyTakesFlag) {
+TEST(VRELRGBColorTest, CopyKeepsFlag) {
   VRELRGBColor const black(0.0F, 0.0F, 0.0F, 0.0F);
   VRELRGBColor color(0.5F, 2.0F, 0.0F, 0.0F);
   VRELRGBColor const copy(color);

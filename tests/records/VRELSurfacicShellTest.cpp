@@ -96,7 +96,7 @@ TEST(VRELSurfacicShellTest, DefaultHasKeyLevelAndPass) {
   EXPECT_EQ(DataOf(shell), (Data{0, nullptr, 0, nullptr, 0, nullptr, 0, nullptr}));
 }
 
-TEST(VRELSurfacicShellTest, SetDataDoesNotTakeOwnership) {
+TEST(VRELSurfacicShellTest, SetDataDoesNotTransferOwnership) {
   Sources sources;
   VRELSurfacicShell shell(1, 2, 3);
   EXPECT_EQ(sources.SetInto(shell), VREL_S_OK);

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "Gk_Source.h"
 #include "VRELArgs.h"
 #include "VRELEnvironment.h"
@@ -18,33 +19,27 @@
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
-
-static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&, VRELValue&) const>(&VRELProperties::Get));
-static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&, VRELValue const&)>(&VRELProperties::Set));
-static_assert(Declares<VRINResult (VRELProperties::*)(VRELString const&)>(&VRELProperties::Set));
-static_assert(Declares<int (VRELProperties::*)() const>(&VRELProperties::GetCount));
-static_assert(Declares<VRINResult (VRELProperties::*)(int, VRELString&, VRELValue&) const>(&VRELProperties::Get));
-static_assert(Declares<VRELEnvironment* (*)()>(&VRELEnvironment::GetEnv));
-static_assert(Declares<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::GetVariable));
-static_assert(Declares<VRINResult (*)(VRELString const&, int&)>(&VRELEnvironment::GetVariable));
-static_assert(Declares<VRINResult (*)(VRELString const&, bool&)>(&VRELEnvironment::GetVariable));
-static_assert(Declares<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::PutVariable));
-static_assert(Declares<char* (VRELArgs::*)()>(&VRELArgs::GetNextArg));
-static_assert(Declares<bool (VRELArgs::*)() const>(&VRELArgs::AreThereOneMoreOptions));
-static_assert(Declares<bool (VRELArgs::*)(char**)>(&VRELArgs::GetOptionArgument));
-static_assert(Declares<bool (VRELArgs::*)()>(&VRELArgs::Shift));
-static_assert(Declares<bool (VRELArgs::*)(int, char**, char, int*) const>(&VRELArgs::IsLetterAnOption));
-static_assert(Declares<bool (VRELArgs::*)(int, char**, char*, int*)>(&VRELArgs::IsAnOption));
-static_assert(Declares<bool (VRELArgs::*)(int, char**, int*)>(&VRELArgs::GetNextOption));
-static_assert(Declares<VRINResult (*)(VRELString const&, VRELString const&, int&)>(&VRELOptionName::Match));
-static_assert(Declares<VRINResult (*)(VRELString const&)>(&VRELOptionName::IsValid));
-static_assert(Declares<VRELStreamFormatter& (*)(VRELStreamFormatter&, VRELProperties&)>(&operator<<));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, VRELProperties&)>(&operator>>));
+static_assert(IsDeclared<VRINResult (VRELProperties::*)(VRELString const&, VRELValue&) const>(&VRELProperties::Get));
+static_assert(IsDeclared<VRINResult (VRELProperties::*)(VRELString const&, VRELValue const&)>(&VRELProperties::Set));
+static_assert(IsDeclared<VRINResult (VRELProperties::*)(VRELString const&)>(&VRELProperties::Set));
+static_assert(IsDeclared<int (VRELProperties::*)() const>(&VRELProperties::GetCount));
+static_assert(IsDeclared<VRINResult (VRELProperties::*)(int, VRELString&, VRELValue&) const>(&VRELProperties::Get));
+static_assert(IsDeclared<VRELEnvironment* (*)()>(&VRELEnvironment::GetEnv));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::GetVariable));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, int&)>(&VRELEnvironment::GetVariable));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, bool&)>(&VRELEnvironment::GetVariable));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, VRELString&)>(&VRELEnvironment::PutVariable));
+static_assert(IsDeclared<char* (VRELArgs::*)()>(&VRELArgs::GetNextArg));
+static_assert(IsDeclared<bool (VRELArgs::*)() const>(&VRELArgs::AreThereOneMoreOptions));
+static_assert(IsDeclared<bool (VRELArgs::*)(char**)>(&VRELArgs::GetOptionArgument));
+static_assert(IsDeclared<bool (VRELArgs::*)()>(&VRELArgs::Shift));
+static_assert(IsDeclared<bool (VRELArgs::*)(int, char**, char, int*) const>(&VRELArgs::IsLetterAnOption));
+static_assert(IsDeclared<bool (VRELArgs::*)(int, char**, char*, int*)>(&VRELArgs::IsAnOption));
+static_assert(IsDeclared<bool (VRELArgs::*)(int, char**, int*)>(&VRELArgs::GetNextOption));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&, VRELString const&, int&)>(&VRELOptionName::Match));
+static_assert(IsDeclared<VRINResult (*)(VRELString const&)>(&VRELOptionName::IsValid));
+static_assert(IsDeclared<VRELStreamFormatter& (*)(VRELStreamFormatter&, VRELProperties&)>(&operator<<));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, VRELProperties&)>(&operator>>));
 static_assert(std::is_same_v<decltype(VRELEnvironment::_pVariables), VRELEnvironment*>);
 static_assert(std::is_same_v<decltype(VRELOptionName::_optionNames), VRELDynamicArray<VRELOptionName*>>);
 static_assert(std::is_same_v<decltype(VRELOptionName::AuthorName), VRELOptionName>);

@@ -22,7 +22,7 @@
 namespace {
 
 // Runs `body` in a child process and reports its failures.
-void RunApart(std::function<void()> const& body) {
+void RunInSeparateProcess(std::function<void()> const& body) {
   ChildResult const result = RunInChildWithoutTeardown([&] {
     body();
     return ::testing::Test::HasFailure() ? 1 : 0;
@@ -44,13 +44,13 @@ VRINResult Put(VRELString const& name, VRELString value) {
 }
 
 // Returns the result of getenv.
-std::string FoundAs(char const* name) {
+std::string ValueOfVariable(char const* name) {
   char const* const text = std::getenv(name);
   return text == nullptr ? "(none)" : text;
 }
 
 TEST(VRELEnvironmentTest, ReadsString) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     setenv("VRELProbe", "some text = x", 1);
     setenv("VRELEmpty", "", 1);
     unsetenv("VRELMissing");
@@ -64,7 +64,7 @@ TEST(VRELEnvironmentTest, ReadsString) {
 }
 
 TEST(VRELEnvironmentTest, NamesAreAscii) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     setenv("VREL_\x1A", "by the substitute", 1);
     setenv("VREL__", "by an underscore", 1);
     EXPECT_EQ(TextOf(L"VREL_\u00D6"), "by the substitute");
@@ -72,7 +72,7 @@ TEST(VRELEnvironmentTest, NamesAreAscii) {
 }
 
 TEST(VRELEnvironmentTest, ValuesAreInDefaultCodepage) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     for (char const* bytes : {"Schraube \xC3\x96", "broken \xC3", "\xFF\xFE"}) {
       setenv("VRELProbe", bytes, 1);
       VRELString text;
@@ -92,7 +92,7 @@ TEST(VRELEnvironmentTest, UninitializedNameFails) {
 }
 
 TEST(VRELEnvironmentTest, SystemNames) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     for (char const* name : {"USERNAME", "OS", "COMPUTERNAME"}) setenv(name, "from the environment", 1);
     utsname names{};
     ASSERT_EQ(uname(&names), 0);
@@ -108,7 +108,7 @@ TEST(VRELEnvironmentTest, SystemNames) {
 }
 
 TEST(VRELEnvironmentTest, SystemNamesAreCaseSensitive) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     setenv("os", "a variable", 1);
     setenv("UserName", "another", 1);
     setenv("COMPUTERNAME_", "a third", 1);
@@ -120,10 +120,10 @@ TEST(VRELEnvironmentTest, SystemNamesAreCaseSensitive) {
 
 TEST(VRELEnvironmentTest, UserWithoutEntryFails) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who is not there";
-  RunApart([] {
-    constexpr uid_t nobodyHasIt = 987654;
-    ASSERT_EQ(getpwuid(nobodyHasIt), nullptr);
-    ASSERT_EQ(setuid(nobodyHasIt), 0);
+  RunInSeparateProcess([] {
+    constexpr uid_t kUnusedUser = 987654;
+    ASSERT_EQ(getpwuid(kUnusedUser), nullptr);
+    ASSERT_EQ(setuid(kUnusedUser), 0);
     setenv("USERNAME", "from the environment", 1);
     EXPECT_EQ(TextOf(L"USERNAME"), "untouched");
     int number = 77;
@@ -144,7 +144,7 @@ TEST(VRELEnvironmentTest, ReadsIntegers) {
       {"", VREL_E_FAIL, 77},         {"text", VREL_E_FAIL, 77}, {"-", VREL_E_FAIL, 77}, {"-0", VREL_E_FAIL, 77},
       {"\xC3\x96", VREL_E_FAIL, 77}, {"true", VREL_E_FAIL, 77},
   };
-  RunApart([&] {
+  RunInSeparateProcess([&] {
     for (Row const& row : rows) {
       SCOPED_TRACE(row.text);
       setenv("VRELProbe", row.text, 1);
@@ -169,7 +169,7 @@ TEST(VRELEnvironmentTest, ReadsBooleans) {
       {"", false},   {"maybe", false}, {"1", false},     {"0", false},  {" true", false},    {"true ", false},
       {"t", false},  {"y", false},     {"trues", false}, {"yes", true}, {"\xC3\x96", false},
   };
-  RunApart([&] {
+  RunInSeparateProcess([&] {
     for (Row const& row : rows) {
       SCOPED_TRACE(row.text);
       setenv("VRELProbe", row.text, 1);
@@ -187,13 +187,13 @@ TEST(VRELEnvironmentTest, ReadsBooleans) {
 }
 
 TEST(VRELEnvironmentTest, PutVariable) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     RecordingListener const listener;
     EXPECT_EQ(Put(L"VRELProbe", L"some = text"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELProbe"), "some = text");
+    EXPECT_EQ(ValueOfVariable("VRELProbe"), "some = text");
     EXPECT_EQ(TextOf(L"VRELProbe"), "some = text");
     EXPECT_EQ(Put(L"VRELProbe", L""), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELProbe"), "");
+    EXPECT_EQ(ValueOfVariable("VRELProbe"), "");
     EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"Environment variable: VRELProbe=some = text\n",
                                                           "Environment variable: VRELProbe=\n"}));
     EXPECT_EQ(listener.events[0].level, 50);
@@ -201,19 +201,19 @@ TEST(VRELEnvironmentTest, PutVariable) {
 }
 
 TEST(VRELEnvironmentTest, PutVariableRemovesPrevious) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     setenv("VRELThird", "set by others", 1);
     EXPECT_EQ(Put(L"VRELFirst", L"1"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELFirst"), "1");
+    EXPECT_EQ(ValueOfVariable("VRELFirst"), "1");
     EXPECT_EQ(Put(L"VRELSecond", L"2"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELFirst"), "(none)");
-    EXPECT_EQ(FoundAs("VRELSecond"), "2");
+    EXPECT_EQ(ValueOfVariable("VRELFirst"), "(none)");
+    EXPECT_EQ(ValueOfVariable("VRELSecond"), "2");
     EXPECT_EQ(Put(L"VRELThird", L"3"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELSecond"), "(none)");
-    EXPECT_EQ(FoundAs("VRELThird"), "3");
+    EXPECT_EQ(ValueOfVariable("VRELSecond"), "(none)");
+    EXPECT_EQ(ValueOfVariable("VRELThird"), "3");
     EXPECT_EQ(Put(L"VRELFirst", L"4"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELFirst"), "4");
-    EXPECT_EQ(FoundAs("VRELThird"), "(none)");
+    EXPECT_EQ(ValueOfVariable("VRELFirst"), "4");
+    EXPECT_EQ(ValueOfVariable("VRELThird"), "(none)");
   });
 }
 
@@ -226,45 +226,45 @@ TEST(VRELEnvironmentTest, PutVariableReadsFormat) {
       {L"100%%", "100%"}, {L"100%", "100%"},         {L"%s%d%n", "%s%d%n"}, {L"%%%%", "%%"},
       {L"%%%", "%%"},     {L"%1$s %*d", "%1$s %*d"}, {L"%%s", "%s"},
   };
-  RunApart([&] {
+  RunInSeparateProcess([&] {
     for (Row const& row : rows) {
       SCOPED_TRACE(row.found);
       EXPECT_EQ(Put(L"VRELProbe", row.value), VREL_S_OK);
-      EXPECT_EQ(FoundAs("VRELProbe"), row.found);
+      EXPECT_EQ(ValueOfVariable("VRELProbe"), row.found);
     }
     EXPECT_EQ(Put(L"VREL%%Probe%d", L"x"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VREL%Probe%d"), "x");
+    EXPECT_EQ(ValueOfVariable("VREL%Probe%d"), "x");
   });
 }
 
 TEST(VRELEnvironmentTest, PutVariableRefusesLongString) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     auto const text = [](std::size_t length) { return VRELString(std::string(length, 'v')); };
     // "N=" and the value, at most 255 bytes.
     EXPECT_EQ(Put(L"N", text(253)), VREL_S_OK);
-    EXPECT_EQ(FoundAs("N"), std::string(253, 'v'));
+    EXPECT_EQ(ValueOfVariable("N"), std::string(253, 'v'));
     EXPECT_EQ(Put(L"N", L"short"), VREL_S_OK);
     RecordingListener const listener;
     for (std::size_t length : {254U, 255U, 256U, 2000U, 100000U}) EXPECT_EQ(Put(L"N", text(length)), VREL_E_FAIL);
     EXPECT_EQ(Put(text(300), L"x"), VREL_E_FAIL);
     // The environment is unchanged, and each call was reported.
-    EXPECT_EQ(FoundAs("N"), "short");
+    EXPECT_EQ(ValueOfVariable("N"), "short");
     EXPECT_EQ(listener.events.size(), 6U);
     // The limit applies to the unescaped string: 252 bytes of 504.
     EXPECT_EQ(Put(L"N", VRELString(std::string(504, '%'))), VREL_S_OK);
-    EXPECT_EQ(FoundAs("N"), std::string(252, '%'));
+    EXPECT_EQ(ValueOfVariable("N"), std::string(252, '%'));
   });
 }
 
 TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     // The system splits the string at the first "=".
     EXPECT_EQ(Put(L"VRELA=B", L"C"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELA"), "B=C");
+    EXPECT_EQ(ValueOfVariable("VRELA"), "B=C");
     // A variable without a name is accepted, and cannot be read.
     EXPECT_EQ(Put(L"", L"x"), VREL_S_OK);
-    EXPECT_EQ(FoundAs(""), "(none)");
-    EXPECT_EQ(FoundAs("VRELA"), "(none)");
+    EXPECT_EQ(ValueOfVariable(""), "(none)");
+    EXPECT_EQ(ValueOfVariable("VRELA"), "(none)");
     VRELString name(L"VRELProbe");
     VRELString const taken(std::move(name));
     RecordingListener const listener;
@@ -275,7 +275,7 @@ TEST(VRELEnvironmentTest, PutVariableWithOddNames) {
 }
 
 TEST(VRELEnvironmentTest, PutVariableRoundTrip) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     // Characters of the default codepage are read back.
     VRELString value("Schraube \xC3\x96");
     VRELString back;
@@ -286,7 +286,7 @@ TEST(VRELEnvironmentTest, PutVariableRoundTrip) {
 }
 
 TEST(VRELEnvironmentTest, GetEnvReturnsOneObject) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
     ASSERT_NE(environment, nullptr);
@@ -322,7 +322,7 @@ TEST(VRELEnvironmentTest, GetEnvOnSeveralThreadsReturnsOneObject) {
 }
 
 TEST(VRELEnvironmentTest, OutlivesHandles) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment::GetEnv()->Set(L"a=b");
     { VRELReferenceHandle const handle(VRELEnvironment::GetEnv()); }
@@ -345,14 +345,14 @@ TEST(VRELEnvironmentTest, ExistsUntilExit) {
 }
 
 TEST(VRELEnvironmentTest, PropertiesAreNotVariables) {
-  RunApart([] {
+  RunInSeparateProcess([] {
     VRELEnvironment::_pVariables = nullptr;
     VRELEnvironment* const environment = VRELEnvironment::GetEnv();
     setenv("VRELProbe", "x", 1);
     EXPECT_EQ(Put(L"VRELOther", L"y"), VREL_S_OK);
     EXPECT_EQ(environment->GetCount(), 0);
     EXPECT_EQ(environment->Set(L"VRELProperty=z"), VREL_S_OK);
-    EXPECT_EQ(FoundAs("VRELProperty"), "(none)");
+    EXPECT_EQ(ValueOfVariable("VRELProperty"), "(none)");
     EXPECT_EQ(TextOf(L"VRELProperty"), "untouched");
   });
 }

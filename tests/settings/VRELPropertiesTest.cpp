@@ -111,7 +111,7 @@ TEST(VRELPropertiesTest, ValuesOfEveryKind) {
   EXPECT_TRUE(value == VRELValue(8));
 }
 
-TEST(VRELPropertiesTest, SetReplacesTheValueOfAKey) {
+TEST(VRELPropertiesTest, SetReplacesValueOfKey) {
   VRELProperties properties;
   properties.Set(L"a", VRELValue(1));
   EXPECT_EQ(properties.Set(L"a", VRELValue(VRELString(L"two"))), VREL_S_OK);
@@ -154,7 +154,7 @@ TEST(VRELPropertiesTest, SetWithoutKeyFails) {
 }
 
 TEST(VRELPropertiesTest, SetCallsVirtualSet) {
-  class Refusing : public VRELProperties {
+  class FailingProperties : public VRELProperties {
    public:
     using VRELProperties::Set;
     VRINResult Set(VRELString const& key, VRELValue const&) override {
@@ -163,7 +163,7 @@ TEST(VRELPropertiesTest, SetCallsVirtualSet) {
     }
     std::string keys;
   };
-  Refusing properties;
+  FailingProperties properties;
   EXPECT_EQ(properties.VRELProperties::Set(L"a=b"), VREL_E_INVALID_ARGUMENT);
   EXPECT_EQ(properties.keys, "a");
 }
@@ -348,14 +348,14 @@ TEST(VRELPropertiesTest, OutputCallsVirtualGet) {
 }
 
 TEST(VRELPropertiesTest, OutputOfUnreadableValue) {
-  class Withholding : public VRELProperties {
+  class UnreadableProperties : public VRELProperties {
    public:
     using VRELProperties::Get;
     VRINResult Get(VRELString const& key, VRELValue& value) const override {
       return key.length() == 2 ? VRINResult(VREL_E_FAIL) : VRELProperties::Get(key, value);
     }
   };
-  Withholding properties;
+  UnreadableProperties properties;
   for (wchar_t const* text : {L"a=1", L"aa=2", L"b=3"}) properties.Set(text);
   EXPECT_EQ(Written(properties), "a=1\naa=\nb=3\n");
 }
@@ -450,13 +450,13 @@ TEST(VRELPropertiesTest, InputIsInDefaultCodepage) {
 }
 
 TEST(VRELPropertiesTest, InputEndsAtShortStream) {
-  class Lying : public VRELInputStream {
+  class OverreportingStream : public VRELInputStream {
    public:
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char*, int) override { return 0; }
     long available() const override { return 1; }
   };
-  Lying stream;
+  OverreportingStream stream;
   Gk_Source source(&stream);
   VRELProperties properties;
   source >> properties;
@@ -484,7 +484,7 @@ TEST(VRELPropertiesTest, RoundTrip) {
   }
 }
 
-TEST(VRELPropertiesTest, SetTakesEveryKindOfValue) {
+TEST(VRELPropertiesTest, SetAcceptsEveryKindOfValue) {
   VRELProperties properties;
   EXPECT_EQ(properties.Set(L"a", "narrow"), VREL_S_OK);
   EXPECT_EQ(properties.Set(L"b", L"wide"), VREL_S_OK);

@@ -433,7 +433,7 @@ TEST(Gk_SourceTest, PushedBackBytesAreNotOverwritten) {
 }
 
 TEST(Gk_SourceTest, StreamWithoutAddRaises) {
-  struct Poor : VRELInputStream {
+  struct MinimalStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
       if (position == std::strlen(text)) return 0;
@@ -443,7 +443,7 @@ TEST(Gk_SourceTest, StreamWithoutAddRaises) {
     char const* text = "ab c";
     std::size_t position = 0;
   };
-  Poor stream;
+  MinimalStream stream;
   Gk_Source source(&stream, false);
   EXPECT_EQ(Raised([&] { source.skipWhite(); }), "Gk_IOException");
   source.setWhiteSpace(" ");

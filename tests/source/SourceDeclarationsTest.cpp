@@ -8,35 +8,31 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "VRELStringInputStream.h"
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
-
-static_assert(Declares<void (Gk_Source::*)(VRELInputStream*)>(&Gk_Source::install));
-static_assert(Declares<VRELInputStream* (Gk_Source::*)() const>(&Gk_Source::top));
-static_assert(Declares<Gk_Source::WhiteSpace (Gk_Source::*)(Gk_Source::WhiteSpace const&)>(&Gk_Source::setWhiteSpace));
-static_assert(Declares<Gk_String (Gk_Source::*)()>(&Gk_Source::next));
-static_assert(Declares<Gk_String (Gk_Source::*)()>(&Gk_Source::nextString));
-static_assert(Declares<Gk_String (Gk_Source::*)()>(&Gk_Source::nextLine));
-static_assert(Declares<Gk_String (Gk_Source::*)()>(&Gk_Source::peek));
-static_assert(Declares<void (Gk_Source::*)()>(&Gk_Source::skipWhite));
-static_assert(Declares<bool (Gk_Source::*)()>(&Gk_Source::isEmpty));
-static_assert(Declares<Gk_ROString (Gk_Source::*)(Gk_ROString const&)>(&Gk_Source::matchPattern));
-static_assert(Declares<bool (Gk_Source::WhiteSpace::*)(char) const>(&Gk_Source::WhiteSpace::isSpace));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, char&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, char*&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, int&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, long&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, unsigned int&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, unsigned long&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, float&)>(&operator>>));
-static_assert(Declares<Gk_Source& (*)(Gk_Source&, double&)>(&operator>>));
+static_assert(IsDeclared<void (Gk_Source::*)(VRELInputStream*)>(&Gk_Source::install));
+static_assert(IsDeclared<VRELInputStream* (Gk_Source::*)() const>(&Gk_Source::top));
+static_assert(
+    IsDeclared<Gk_Source::WhiteSpace (Gk_Source::*)(Gk_Source::WhiteSpace const&)>(&Gk_Source::setWhiteSpace));
+static_assert(IsDeclared<Gk_String (Gk_Source::*)()>(&Gk_Source::next));
+static_assert(IsDeclared<Gk_String (Gk_Source::*)()>(&Gk_Source::nextString));
+static_assert(IsDeclared<Gk_String (Gk_Source::*)()>(&Gk_Source::nextLine));
+static_assert(IsDeclared<Gk_String (Gk_Source::*)()>(&Gk_Source::peek));
+static_assert(IsDeclared<void (Gk_Source::*)()>(&Gk_Source::skipWhite));
+static_assert(IsDeclared<bool (Gk_Source::*)()>(&Gk_Source::isEmpty));
+static_assert(IsDeclared<Gk_ROString (Gk_Source::*)(Gk_ROString const&)>(&Gk_Source::matchPattern));
+static_assert(IsDeclared<bool (Gk_Source::WhiteSpace::*)(char) const>(&Gk_Source::WhiteSpace::isSpace));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, char&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, char*&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, int&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, long&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, unsigned int&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, unsigned long&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, float&)>(&operator>>));
+static_assert(IsDeclared<Gk_Source& (*)(Gk_Source&, double&)>(&operator>>));
 static_assert(std::is_constructible_v<Gk_Source, VRELInputStream*, bool>);
 static_assert(std::is_constructible_v<Gk_Source::WhiteSpace, char const*>);
 static_assert(std::is_base_of_v<Gk_String, Gk_Source::WhiteSpace>);

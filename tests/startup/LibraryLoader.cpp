@@ -2,9 +2,8 @@
 //                                   construction.
 // LibraryLoader repeat LIBRARY N    Loads the library, sets up its console logger and unloads it, N times. Fails if it
 //                                   remains loaded, keeps state, or leaks memory.
-// LibraryLoader codepage LIBRARY    Loads the library in the locale "C", then sets a UTF-8 locale. Fails if ICU does
-// not
-//                                   use UTF-8 then.
+// LibraryLoader codepage LIBRARY    Loads the library in the locale "C", then sets a UTF-8 locale. Fails if ICU
+//                                   does not use UTF-8 then.
 //
 // The program is not linked with the library. It is linked with ICU, which remains loaded.
 #include <dlfcn.h>

@@ -81,7 +81,7 @@ TEST(VRELStartupTest, ConsoleLoggerPrecedesModules) {
   EXPECT_LT(position("VRELConsoleLogger::_console"), position("VRELLibraryManager::_libraries"));
 }
 
-TEST(VRELStartupTest, TimingLoggerIsAfterWhatItUses) {
+TEST(VRELStartupTest, TimingLoggerFollowsItsDependencies) {
   std::vector<std::string> const actual = ConstructedObjects();
   auto const position = [&](std::string const& name) { return std::find(actual.begin(), actual.end(), name); };
   ASSERT_NE(position("VRELTimingLogger::_timer"), actual.end());

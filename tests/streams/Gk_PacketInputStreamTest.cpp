@@ -91,7 +91,7 @@ TEST(Gk_PacketInputStreamTest, ReadCrossesPackets) {
   EXPECT_EQ(stream.read(target, 6), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, ReadReturnsWhatIsLeft) {
+TEST(Gk_PacketInputStreamTest, ReadReturnsRemainingBytes) {
   Bytes underlying("abcdef");
   Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.readChar(), 'a');
@@ -140,7 +140,7 @@ TEST(Gk_PacketInputStreamTest, SkipCrossesPackets) {
   EXPECT_EQ(stream.skip(1), -1);
 }
 
-TEST(Gk_PacketInputStreamTest, SkipReturnsWhatIsLeft) {
+TEST(Gk_PacketInputStreamTest, SkipReturnsRemainingBytes) {
   Bytes underlying("abcdef");
   Gk_PacketInputStream stream(&underlying, 4);
   EXPECT_EQ(stream.skip(LONG_MAX), 6);
@@ -202,7 +202,7 @@ TEST(Gk_PacketInputStreamTest, SetOffsetPushesBackZeroBytes) {
   EXPECT_EQ(stream.readChar(), 'a');
 }
 
-TEST(Gk_PacketInputStreamTest, SetOffsetOnAFile) {
+TEST(Gk_PacketInputStreamTest, SetOffsetOnFile) {
   ScratchDirectory const scratch;
   VRELFilePath const path(VRELString(scratch.Write("letters", "abcdefghij")));
   VRELFileInputStream file(path);
@@ -275,7 +275,7 @@ TEST(Gk_PacketInputStreamTest, FailedReadIsRetried) {
 }
 
 TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
-  struct Boaster : VRELInputStream {
+  struct OverreportingStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int count) override {
       std::memset(buffer, 'x', static_cast<std::size_t>(count));
@@ -283,7 +283,7 @@ TEST(Gk_PacketInputStreamTest, ExcessiveReadResultIsClipped) {
     }
     bool isFirst = true;
   };
-  Boaster boaster;
+  OverreportingStream boaster;
   Gk_PacketInputStream stream(&boaster, 4);
   char target[100];
   EXPECT_EQ(stream.read(target, 100), 4);
@@ -314,14 +314,14 @@ TEST(Gk_PacketInputStreamTest, PacketOfOneByte) {
 }
 
 TEST(Gk_PacketInputStreamTest, PropagatesExceptions) {
-  struct Poor : VRELInputStream {
+  struct MinimalStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* buffer, int /*count*/) override {
       *buffer = 'p';
       return 1;
     }
   };
-  Poor poor;
+  MinimalStream poor;
   Gk_PacketInputStream stream(&poor, 4);
   EXPECT_EQ(Raised([&] { stream.available(); }), "Gk_IOException");
   EXPECT_EQ(Raised([&] { stream.getCurrentOffset(); }), "Gk_IOException");

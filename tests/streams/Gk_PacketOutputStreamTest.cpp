@@ -95,7 +95,7 @@ TEST(Gk_PacketOutputStreamTest, FlushBufferWritesZeroBytes) {
   EXPECT_EQ(target.TakeCalls(), "write: flush ");
 }
 
-TEST(Gk_PacketOutputStreamTest, PacketHasTheSizeAskedFor) {
+TEST(Gk_PacketOutputStreamTest, PacketHasRequestedSize) {
   for (int size = 1; size < 70; ++size) {
     Recorder target;
     Gk_PacketOutputStream stream(&target, size);

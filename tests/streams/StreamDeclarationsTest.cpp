@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "Declaration.h"
 #include "Gk_IndexedInputStream.h"
 #include "Gk_PacketInputStream.h"
 #include "Gk_PacketOutputStream.h"
@@ -24,94 +25,88 @@
 
 namespace {
 
-// Selects the overload with exactly this type.
-template <class Member>
-constexpr bool Declares(Member member) {
-  return member != nullptr;
-}
-
 // VRELInputStream
-static_assert(Declares<VRELInputStream* (VRELInputStream::*)()>(&VRELInputStream::duplicate));
-static_assert(Declares<int (VRELInputStream::*)()>(&VRELInputStream::readChar));
-static_assert(Declares<int (VRELInputStream::*)(char*, int)>(&VRELInputStream::read));
-static_assert(Declares<long (VRELInputStream::*)(long)>(&VRELInputStream::skip));
-static_assert(Declares<long (VRELInputStream::*)() const>(&VRELInputStream::available));
-static_assert(Declares<bool (VRELInputStream::*)(Gk_String const&)>(&VRELInputStream::add));
-static_assert(Declares<long (VRELInputStream::*)() const>(&VRELInputStream::getCurrentOffset));
-static_assert(Declares<long (VRELInputStream::*)(long)>(&VRELInputStream::setOffset));
+static_assert(IsDeclared<VRELInputStream* (VRELInputStream::*)()>(&VRELInputStream::duplicate));
+static_assert(IsDeclared<int (VRELInputStream::*)()>(&VRELInputStream::readChar));
+static_assert(IsDeclared<int (VRELInputStream::*)(char*, int)>(&VRELInputStream::read));
+static_assert(IsDeclared<long (VRELInputStream::*)(long)>(&VRELInputStream::skip));
+static_assert(IsDeclared<long (VRELInputStream::*)() const>(&VRELInputStream::available));
+static_assert(IsDeclared<bool (VRELInputStream::*)(Gk_String const&)>(&VRELInputStream::add));
+static_assert(IsDeclared<long (VRELInputStream::*)() const>(&VRELInputStream::getCurrentOffset));
+static_assert(IsDeclared<long (VRELInputStream::*)(long)>(&VRELInputStream::setOffset));
 
 // VRELFilterInputStream
-static_assert(Declares<int (VRELFilterInputStream::*)()>(&VRELFilterInputStream::readChar));
-static_assert(Declares<int (VRELFilterInputStream::*)(char*, int)>(&VRELFilterInputStream::read));
-static_assert(Declares<long (VRELFilterInputStream::*)(long)>(&VRELFilterInputStream::skip));
-static_assert(Declares<long (VRELFilterInputStream::*)() const>(&VRELFilterInputStream::available));
-static_assert(Declares<bool (VRELFilterInputStream::*)(Gk_String const&)>(&VRELFilterInputStream::add));
-static_assert(Declares<long (VRELFilterInputStream::*)() const>(&VRELFilterInputStream::getCurrentOffset));
-static_assert(Declares<long (VRELFilterInputStream::*)(long)>(&VRELFilterInputStream::setOffset));
+static_assert(IsDeclared<int (VRELFilterInputStream::*)()>(&VRELFilterInputStream::readChar));
+static_assert(IsDeclared<int (VRELFilterInputStream::*)(char*, int)>(&VRELFilterInputStream::read));
+static_assert(IsDeclared<long (VRELFilterInputStream::*)(long)>(&VRELFilterInputStream::skip));
+static_assert(IsDeclared<long (VRELFilterInputStream::*)() const>(&VRELFilterInputStream::available));
+static_assert(IsDeclared<bool (VRELFilterInputStream::*)(Gk_String const&)>(&VRELFilterInputStream::add));
+static_assert(IsDeclared<long (VRELFilterInputStream::*)() const>(&VRELFilterInputStream::getCurrentOffset));
+static_assert(IsDeclared<long (VRELFilterInputStream::*)(long)>(&VRELFilterInputStream::setOffset));
 
 // VRELFileInputStream
-static_assert(Declares<VRELInputStream* (VRELFileInputStream::*)()>(&VRELFileInputStream::duplicate));
-static_assert(Declares<int (VRELFileInputStream::*)(char*, int)>(&VRELFileInputStream::read));
-static_assert(Declares<long (VRELFileInputStream::*)(long)>(&VRELFileInputStream::skip));
-static_assert(Declares<long (VRELFileInputStream::*)() const>(&VRELFileInputStream::available));
-static_assert(Declares<bool (VRELFileInputStream::*)(Gk_String const&)>(&VRELFileInputStream::add));
-static_assert(Declares<long (VRELFileInputStream::*)() const>(&VRELFileInputStream::getCurrentOffset));
-static_assert(Declares<long (VRELFileInputStream::*)(long)>(&VRELFileInputStream::setOffset));
+static_assert(IsDeclared<VRELInputStream* (VRELFileInputStream::*)()>(&VRELFileInputStream::duplicate));
+static_assert(IsDeclared<int (VRELFileInputStream::*)(char*, int)>(&VRELFileInputStream::read));
+static_assert(IsDeclared<long (VRELFileInputStream::*)(long)>(&VRELFileInputStream::skip));
+static_assert(IsDeclared<long (VRELFileInputStream::*)() const>(&VRELFileInputStream::available));
+static_assert(IsDeclared<bool (VRELFileInputStream::*)(Gk_String const&)>(&VRELFileInputStream::add));
+static_assert(IsDeclared<long (VRELFileInputStream::*)() const>(&VRELFileInputStream::getCurrentOffset));
+static_assert(IsDeclared<long (VRELFileInputStream::*)(long)>(&VRELFileInputStream::setOffset));
 
 // VRELStringInputStream
-static_assert(Declares<VRELInputStream* (VRELStringInputStream::*)()>(&VRELStringInputStream::duplicate));
-static_assert(Declares<int (VRELStringInputStream::*)()>(&VRELStringInputStream::readChar));
-static_assert(Declares<int (VRELStringInputStream::*)(char*, int)>(&VRELStringInputStream::read));
-static_assert(Declares<long (VRELStringInputStream::*)(long)>(&VRELStringInputStream::skip));
-static_assert(Declares<long (VRELStringInputStream::*)() const>(&VRELStringInputStream::available));
-static_assert(Declares<bool (VRELStringInputStream::*)(Gk_String const&)>(&VRELStringInputStream::add));
+static_assert(IsDeclared<VRELInputStream* (VRELStringInputStream::*)()>(&VRELStringInputStream::duplicate));
+static_assert(IsDeclared<int (VRELStringInputStream::*)()>(&VRELStringInputStream::readChar));
+static_assert(IsDeclared<int (VRELStringInputStream::*)(char*, int)>(&VRELStringInputStream::read));
+static_assert(IsDeclared<long (VRELStringInputStream::*)(long)>(&VRELStringInputStream::skip));
+static_assert(IsDeclared<long (VRELStringInputStream::*)() const>(&VRELStringInputStream::available));
+static_assert(IsDeclared<bool (VRELStringInputStream::*)(Gk_String const&)>(&VRELStringInputStream::add));
 
 // Gk_PacketInputStream
-static_assert(Declares<VRELInputStream* (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::duplicate));
-static_assert(Declares<int (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::readChar));
-static_assert(Declares<int (Gk_PacketInputStream::*)(char*, int)>(&Gk_PacketInputStream::read));
-static_assert(Declares<long (Gk_PacketInputStream::*)(long)>(&Gk_PacketInputStream::skip));
-static_assert(Declares<long (Gk_PacketInputStream::*)() const>(&Gk_PacketInputStream::available));
-static_assert(Declares<bool (Gk_PacketInputStream::*)(Gk_String const&)>(&Gk_PacketInputStream::add));
-static_assert(Declares<long (Gk_PacketInputStream::*)() const>(&Gk_PacketInputStream::getCurrentOffset));
-static_assert(Declares<long (Gk_PacketInputStream::*)(long)>(&Gk_PacketInputStream::setOffset));
+static_assert(IsDeclared<VRELInputStream* (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::duplicate));
+static_assert(IsDeclared<int (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::readChar));
+static_assert(IsDeclared<int (Gk_PacketInputStream::*)(char*, int)>(&Gk_PacketInputStream::read));
+static_assert(IsDeclared<long (Gk_PacketInputStream::*)(long)>(&Gk_PacketInputStream::skip));
+static_assert(IsDeclared<long (Gk_PacketInputStream::*)() const>(&Gk_PacketInputStream::available));
+static_assert(IsDeclared<bool (Gk_PacketInputStream::*)(Gk_String const&)>(&Gk_PacketInputStream::add));
+static_assert(IsDeclared<long (Gk_PacketInputStream::*)() const>(&Gk_PacketInputStream::getCurrentOffset));
+static_assert(IsDeclared<long (Gk_PacketInputStream::*)(long)>(&Gk_PacketInputStream::setOffset));
 
 // Gk_IndexedInputStream
-static_assert(Declares<VRELInputStream* (Gk_IndexedInputStream::*)()>(&Gk_IndexedInputStream::duplicate));
-static_assert(Declares<int (Gk_IndexedInputStream::*)()>(&Gk_IndexedInputStream::readChar));
-static_assert(Declares<int (Gk_IndexedInputStream::*)(char*, int)>(&Gk_IndexedInputStream::read));
-static_assert(Declares<bool (Gk_IndexedInputStream::*)(Gk_String const&)>(&Gk_IndexedInputStream::add));
-static_assert(Declares<void (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::fetchPacket));
-static_assert(Declares<int (Gk_IndexedInputStream::*)() const>(&Gk_IndexedInputStream::getLineNumber));
+static_assert(IsDeclared<VRELInputStream* (Gk_IndexedInputStream::*)()>(&Gk_IndexedInputStream::duplicate));
+static_assert(IsDeclared<int (Gk_IndexedInputStream::*)()>(&Gk_IndexedInputStream::readChar));
+static_assert(IsDeclared<int (Gk_IndexedInputStream::*)(char*, int)>(&Gk_IndexedInputStream::read));
+static_assert(IsDeclared<bool (Gk_IndexedInputStream::*)(Gk_String const&)>(&Gk_IndexedInputStream::add));
+static_assert(IsDeclared<void (Gk_PacketInputStream::*)()>(&Gk_PacketInputStream::fetchPacket));
+static_assert(IsDeclared<int (Gk_IndexedInputStream::*)() const>(&Gk_IndexedInputStream::getLineNumber));
 
 // VRELOutputStream
-static_assert(Declares<int (VRELOutputStream::*)(char)>(&VRELOutputStream::writeChar));
-static_assert(Declares<int (VRELOutputStream::*)(char const*, int)>(&VRELOutputStream::write));
-static_assert(Declares<void (VRELOutputStream::*)()>(&VRELOutputStream::flush));
-static_assert(Declares<void (VRELOutputStream::*)()>(&VRELOutputStream::close));
+static_assert(IsDeclared<int (VRELOutputStream::*)(char)>(&VRELOutputStream::writeChar));
+static_assert(IsDeclared<int (VRELOutputStream::*)(char const*, int)>(&VRELOutputStream::write));
+static_assert(IsDeclared<void (VRELOutputStream::*)()>(&VRELOutputStream::flush));
+static_assert(IsDeclared<void (VRELOutputStream::*)()>(&VRELOutputStream::close));
 
 // VRELFilterOutputStream
-static_assert(Declares<int (VRELFilterOutputStream::*)(char)>(&VRELFilterOutputStream::writeChar));
-static_assert(Declares<int (VRELFilterOutputStream::*)(char const*, int)>(&VRELFilterOutputStream::write));
-static_assert(Declares<void (VRELFilterOutputStream::*)()>(&VRELFilterOutputStream::flush));
-static_assert(Declares<void (VRELFilterOutputStream::*)()>(&VRELFilterOutputStream::close));
+static_assert(IsDeclared<int (VRELFilterOutputStream::*)(char)>(&VRELFilterOutputStream::writeChar));
+static_assert(IsDeclared<int (VRELFilterOutputStream::*)(char const*, int)>(&VRELFilterOutputStream::write));
+static_assert(IsDeclared<void (VRELFilterOutputStream::*)()>(&VRELFilterOutputStream::flush));
+static_assert(IsDeclared<void (VRELFilterOutputStream::*)()>(&VRELFilterOutputStream::close));
 
 // VRELFileOutputStream
-static_assert(Declares<int (VRELFileOutputStream::*)(char const*, int)>(&VRELFileOutputStream::write));
-static_assert(Declares<void (VRELFileOutputStream::*)()>(&VRELFileOutputStream::flush));
-static_assert(Declares<void (VRELFileOutputStream::*)()>(&VRELFileOutputStream::close));
+static_assert(IsDeclared<int (VRELFileOutputStream::*)(char const*, int)>(&VRELFileOutputStream::write));
+static_assert(IsDeclared<void (VRELFileOutputStream::*)()>(&VRELFileOutputStream::flush));
+static_assert(IsDeclared<void (VRELFileOutputStream::*)()>(&VRELFileOutputStream::close));
 
 // VRELStringOutputStream
-static_assert(Declares<int (VRELStringOutputStream::*)(char const*, int)>(&VRELStringOutputStream::write));
-static_assert(Declares<void (VRELStringOutputStream::*)()>(&VRELStringOutputStream::flush));
-static_assert(Declares<void (VRELStringOutputStream::*)()>(&VRELStringOutputStream::close));
+static_assert(IsDeclared<int (VRELStringOutputStream::*)(char const*, int)>(&VRELStringOutputStream::write));
+static_assert(IsDeclared<void (VRELStringOutputStream::*)()>(&VRELStringOutputStream::flush));
+static_assert(IsDeclared<void (VRELStringOutputStream::*)()>(&VRELStringOutputStream::close));
 
 // Gk_PacketOutputStream
-static_assert(Declares<int (Gk_PacketOutputStream::*)(char const*, int)>(&Gk_PacketOutputStream::write));
-static_assert(Declares<void (Gk_PacketOutputStream::*)()>(&Gk_PacketOutputStream::flush));
-static_assert(Declares<char (Gk_PacketOutputStream::*)(char)>(&Gk_PacketOutputStream::write));
-static_assert(Declares<void (Gk_PacketOutputStream::*)()>(&Gk_PacketOutputStream::flushBuffer));
-static_assert(Declares<char const* (VRELStringOutputStream::*)() const>(&VRELStringOutputStream::contents));
+static_assert(IsDeclared<int (Gk_PacketOutputStream::*)(char const*, int)>(&Gk_PacketOutputStream::write));
+static_assert(IsDeclared<void (Gk_PacketOutputStream::*)()>(&Gk_PacketOutputStream::flush));
+static_assert(IsDeclared<char (Gk_PacketOutputStream::*)(char)>(&Gk_PacketOutputStream::write));
+static_assert(IsDeclared<void (Gk_PacketOutputStream::*)()>(&Gk_PacketOutputStream::flushBuffer));
+static_assert(IsDeclared<char const* (VRELStringOutputStream::*)() const>(&VRELStringOutputStream::contents));
 
 static_assert(std::is_same_v<decltype(VRELFileInputStream::console), VRELFileInputStream>);
 static_assert(std::is_same_v<decltype(VRELFileOutputStream::console), VRELFileOutputStream>);
@@ -143,47 +138,47 @@ static_assert(std::is_base_of_v<VRELOutputStream, VRELFileOutputStream>);
 static_assert(std::is_base_of_v<VRELOutputStream, VRELStringOutputStream>);
 static_assert(std::is_base_of_v<VRELFilterOutputStream, Gk_PacketOutputStream>);
 
-// The object at an offset in another one.
+// Returns the part of type `Field` at `offset` of `object`.
 template <class Field, class Object>
-Field const& FieldAt(Object const& object, std::size_t offset) {
+Field const& PartAt(Object const& object, std::size_t offset) {
   return *reinterpret_cast<Field const*>(reinterpret_cast<char const*>(&object) + offset);
 }
 
 TEST(StreamDeclarationsTest, FieldsByOffset) {
   VRELStringInputStream text(Gk_String("abc"));
   text.readChar();
-  EXPECT_EQ(FieldAt<VRELInputStream*>(text, 8), nullptr);
-  EXPECT_EQ(FieldAt<Gk_String>(text, 16).len(), 4);
-  EXPECT_EQ(FieldAt<long>(text, 16 + sizeof(Gk_String)), 1);
+  EXPECT_EQ(PartAt<VRELInputStream*>(text, 8), nullptr);
+  EXPECT_EQ(PartAt<Gk_String>(text, 16).len(), 4);
+  EXPECT_EQ(PartAt<long>(text, 16 + sizeof(Gk_String)), 1);
 
   Gk_PacketInputStream packet(&text, 2);
   packet.readChar();
-  EXPECT_EQ(FieldAt<VRELInputStream*>(packet, 8), &text);
-  EXPECT_EQ(FieldAt<Gk_String>(packet, 16).len(), 2);
-  EXPECT_EQ(FieldAt<int>(packet, 16 + sizeof(Gk_String)), 1);
-  EXPECT_EQ(FieldAt<int>(packet, 20 + sizeof(Gk_String)), 2);
+  EXPECT_EQ(PartAt<VRELInputStream*>(packet, 8), &text);
+  EXPECT_EQ(PartAt<Gk_String>(packet, 16).len(), 2);
+  EXPECT_EQ(PartAt<int>(packet, 16 + sizeof(Gk_String)), 1);
+  EXPECT_EQ(PartAt<int>(packet, 20 + sizeof(Gk_String)), 2);
 
   VRELStringOutputStream out;
   out.write("ab", 2);
-  EXPECT_EQ(FieldAt<VRELOutputStream*>(out, 8), nullptr);
-  EXPECT_EQ(FieldAt<Gk_String>(out, 16).len(), 2);
+  EXPECT_EQ(PartAt<VRELOutputStream*>(out, 8), nullptr);
+  EXPECT_EQ(PartAt<Gk_String>(out, 16).len(), 2);
   Gk_PacketOutputStream pending(&out, 8);
   pending.write("abc", 3);
-  EXPECT_EQ(FieldAt<VRELOutputStream*>(pending, 8), &out);
-  EXPECT_EQ(FieldAt<Gk_String>(pending, 16).len(), 8);
-  EXPECT_EQ(FieldAt<int>(pending, 16 + sizeof(Gk_String)), 3);
+  EXPECT_EQ(PartAt<VRELOutputStream*>(pending, 8), &out);
+  EXPECT_EQ(PartAt<Gk_String>(pending, 16).len(), 8);
+  EXPECT_EQ(PartAt<int>(pending, 16 + sizeof(Gk_String)), 3);
 
   VRELStringInputStream lines(Gk_String("\n\n"));
   Gk_IndexedInputStream indexed(&lines);
   indexed.readChar();
-  EXPECT_EQ(FieldAt<VRELInputStream*>(indexed, 8), &lines);
-  EXPECT_EQ(FieldAt<int>(indexed, 16), 1);
+  EXPECT_EQ(PartAt<VRELInputStream*>(indexed, 8), &lines);
+  EXPECT_EQ(PartAt<int>(indexed, 16), 1);
 
   VRELFileInputStream const& console = VRELFileInputStream::console;
-  EXPECT_EQ(FieldAt<long>(console, 16), -1);
-  EXPECT_EQ(FieldAt<long>(console, 24), -1);
-  EXPECT_TRUE(FieldAt<VRELFileDescriptorHandle>(console, 32).IsValid());
-  EXPECT_TRUE(FieldAt<VRELFileDescriptorHandle>(VRELFileOutputStream::console, 16).IsValid());
+  EXPECT_EQ(PartAt<long>(console, 16), -1);
+  EXPECT_EQ(PartAt<long>(console, 24), -1);
+  EXPECT_TRUE(PartAt<VRELFileDescriptorHandle>(console, 32).IsValid());
+  EXPECT_TRUE(PartAt<VRELFileDescriptorHandle>(VRELFileOutputStream::console, 16).IsValid());
 }
 
 }  // namespace

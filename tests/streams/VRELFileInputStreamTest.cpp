@@ -310,7 +310,7 @@ TEST_F(VRELFileInputStreamTest, Assignment) {
 }
 
 // The size is read once.
-TEST_F(VRELFileInputStreamTest, SizeIsThatOfConstruction) {
+TEST_F(VRELFileInputStreamTest, SizeIsReadAtConstruction) {
   VRELFileInputStream stream(path);
   directory.Write("digits", "012");
   EXPECT_EQ(stream.available(), 10);

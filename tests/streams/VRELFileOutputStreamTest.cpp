@@ -84,7 +84,7 @@ TEST_F(VRELFileOutputStreamTest, CopiesShareFile) {
   EXPECT_EQ(CountOpenDescriptors(file), 0);
 }
 
-TEST_F(VRELFileOutputStreamTest, TakesDescriptor) {
+TEST_F(VRELFileOutputStreamTest, AcceptsDescriptor) {
   auto* const descriptor = new VRELFileDescriptor(path, VRELFileDescriptor::ModeWrite);
   {
     VRELFileOutputStream stream(descriptor);

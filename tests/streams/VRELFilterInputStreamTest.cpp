@@ -67,7 +67,7 @@ TEST(VRELFilterInputStreamTest, DuplicateIsPure) {
   EXPECT_EQ(sizeof(VRELFilterInputStream), sizeof(VRELInputStream));
 }
 
-TEST(VRELFilterInputStreamTest, ForwardsEverything) {
+TEST(VRELFilterInputStreamTest, ForwardsAllOperations) {
   RecordingStream underlying;
   Filter filter(&underlying);
   VRELInputStream& stream = filter;
@@ -101,11 +101,11 @@ TEST(VRELFilterInputStreamTest, CopiesShareStream) {
 }
 
 TEST(VRELFilterInputStreamTest, PropagatesExceptions) {
-  struct Poor : VRELInputStream {
+  struct MinimalStream : VRELInputStream {
     VRELInputStream* duplicate() override { return nullptr; }
     int read(char* /*buffer*/, int /*count*/) override { return -1; }
   };
-  Poor underlying;
+  MinimalStream underlying;
   Filter filter(&underlying);
   EXPECT_EQ(filter.readChar(), -1);
   EXPECT_EQ(filter.skip(5), 0);

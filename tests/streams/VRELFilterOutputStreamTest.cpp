@@ -33,7 +33,7 @@ class Filter : public VRELFilterOutputStream {
   VRELOutputStream* Target() const { return target; }
 };
 
-TEST(VRELFilterOutputStreamTest, ForwardsEverything) {
+TEST(VRELFilterOutputStreamTest, ForwardsAllOperations) {
   RecordingStream underlying;
   VRELFilterOutputStream filter(&underlying);
   VRELOutputStream& stream = filter;

@@ -45,7 +45,7 @@ TEST(VRELStringInputStreamTest, EmptyString) {
   }
 }
 
-TEST(VRELStringInputStreamTest, ReadWholeIsAllOrNothing) {
+TEST(VRELStringInputStreamTest, ReadWholeFailsIfTooShort) {
   VRELStringInputStream stream(Gk_String("abcdef"));
   char buffer[8] = "#######";
   EXPECT_TRUE(stream.readWhole(buffer, 2));
@@ -131,7 +131,7 @@ TEST(VRELStringInputStreamTest, SkipReads) {
   EXPECT_EQ(stream.readChar(), -1);
 }
 
-// The base skip would call read for ever, since 0 is the end of input here.
+// The base skip would call read forever, since 0 is the end of input here.
 TEST(VRELStringInputStreamTest, SkipEndsAtEndOfInput) {
   std::string const bytes(5000, 'x');
   VRELStringInputStream stream(Gk_String(bytes.c_str()));

@@ -51,7 +51,7 @@ TEST(VRELStringOutputStreamTest, WriteIsImmediate) {
   EXPECT_EQ(out.contents()[3], 'c');
 }
 
-TEST(VRELStringOutputStreamTest, WriteTakesItsOwnContents) {
+TEST(VRELStringOutputStreamTest, WriteAcceptsOwnContents) {
   VRELStringOutputStream out;
   out.write("abc", 3);
   std::string expected = "abc";

@@ -7,8 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "FieldAt.h"
-#include "IsDeclared.h"
+#include "Declaration.h"
 #include "VRELString.h"
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELStringConversions.h"
@@ -141,7 +140,7 @@ static_assert(sizeof(S) == 24 && sizeof(Tokenizer) == 8 && sizeof(Converter) == 
 static_assert(sizeof(StepReader) == 16 && sizeof(StepWriter) == 16 && sizeof(UnitWriter) == 56);
 static_assert(sizeof(VRELStringAsciiCharUtil) == 16 && sizeof(VRELStringUnicodeWCharUtil) == 16);
 
-TEST(StringDeclarationsTest, StringFieldsKeepTheirOffsets) {
+TEST(StringDeclarationsTest, StringFieldsKeepOffsets) {
   S text(L"bolt");
   S const flagged("bolt");
   EXPECT_FALSE(FieldAt<bool>(text, 8));
@@ -151,7 +150,7 @@ TEST(StringDeclarationsTest, StringFieldsKeepTheirOffsets) {
   EXPECT_EQ(FieldAt<void*>(text, 16), nullptr);
 }
 
-TEST(StringDeclarationsTest, ReaderFieldsKeepTheirOffsets) {
+TEST(StringDeclarationsTest, ReaderFieldsKeepOffsets) {
   S out;
   PageReader page("\\S\\A");
   EXPECT_STREQ(FieldAt<char const*>(page, 8), "\\S\\A");
@@ -169,7 +168,7 @@ TEST(StringDeclarationsTest, ReaderFieldsKeepTheirOffsets) {
   EXPECT_EQ(FieldAt<char const*>(UnitReader(nullptr), 8), nullptr);
 }
 
-TEST(StringDeclarationsTest, WriterAndConverterFieldsKeepTheirOffsets) {
+TEST(StringDeclarationsTest, WriterAndConverterFieldsKeepOffsets) {
   UnitWriter writer(L"\u00E9");
   S out;
   writer.GetResult(out);

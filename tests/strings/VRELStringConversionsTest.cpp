@@ -408,7 +408,7 @@ TEST(RemoveDoubleQuotesTest, EqualsDocumentedLoop) {
   }
 }
 
-TEST(RemoveDoubleQuotesTest, MillionMarksTakeLinearTime) {
+TEST(RemoveDoubleQuotesTest, MillionMarksNeedLinearTime) {
   std::u16string const marks(500000, u'"');
   EXPECT_EQ(Stripped(Utf16(marks + u"a" + marks)), u"a");
   // Each mark at the start removes a unit at the end.

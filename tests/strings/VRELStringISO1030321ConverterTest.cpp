@@ -32,7 +32,7 @@ TEST(VRELStringISO1030321ConverterTest, CopiesString) {
   EXPECT_EQ(converter.Held(), nullptr);
 }
 
-TEST(VRELStringISO1030321ConverterTest, TakesOwnString) {
+TEST(VRELStringISO1030321ConverterTest, AcceptsOwnString) {
   OpenConverter converter;
   converter.ResetUSAsciiString("some text");
   converter.ResetUSAsciiString(converter.Held());

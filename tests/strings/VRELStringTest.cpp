@@ -1287,7 +1287,7 @@ TEST(VRELStringTest, HashEqualsIcuAtEveryLength) {
   }
 }
 
-TEST(VRELStringTest, NothingThrowsWithoutMemory) {
+TEST(VRELStringTest, FunctionsDoNotThrowWithoutMemory) {
   if (!LIMITS_OF_MEMORY_WORK) GTEST_SKIP() << "the sanitizer needs the address space itself";
   ChildResult const child = RunInChildWithoutTeardown([] {
     VRELString const before(L"before");

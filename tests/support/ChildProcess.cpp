@@ -41,8 +41,8 @@ void Exchange(std::string const& input, Pipe& in, Pipe& out, Pipe& err, ChildRes
   std::size_t written = 0;
   if (input.empty()) in.CloseWrite();
   while (out.ends[0] >= 0 || err.ends[0] >= 0) {
-    std::array<pollfd, 3> waiting{{{out.ends[0], POLLIN, 0}, {err.ends[0], POLLIN, 0}, {in.ends[1], POLLOUT, 0}}};
-    if (poll(waiting.data(), waiting.size(), -1) < 0) {
+    std::array<pollfd, 3> polled{{{out.ends[0], POLLIN, 0}, {err.ends[0], POLLIN, 0}, {in.ends[1], POLLOUT, 0}}};
+    if (poll(polled.data(), polled.size(), -1) < 0) {
       if (errno == EINTR) continue;
       throw std::runtime_error("poll failed");
     }
@@ -56,9 +56,9 @@ void Exchange(std::string const& input, Pipe& in, Pipe& out, Pipe& err, ChildRes
         source.CloseRead();
       }
     };
-    collect(waiting[0], out, result.output);
-    collect(waiting[1], err, result.errors);
-    if (waiting[2].revents != 0) {
+    collect(polled[0], out, result.output);
+    collect(polled[1], err, result.errors);
+    if (polled[2].revents != 0) {
       ssize_t const count = write(in.ends[1], input.data() + written, input.size() - written);
       if (count > 0) written += static_cast<std::size_t>(count);
       if (count < 0 || written == input.size()) in.CloseWrite();

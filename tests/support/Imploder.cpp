@@ -169,7 +169,8 @@ class Matcher {
     older.resize(text.size(), -1);
   }
 
-  // Returns the longest match at `place`, the nearest of equal ones. Requires: all earlier positions were added.
+  // Returns the longest match at `place`, the nearest of equal ones.
+  // Requires: all earlier positions were added.
   Match Find(int place) const {
     Match best;
     int const limit = std::min<int>(longestCopy, static_cast<int>(plain.size()) - place);

@@ -14,8 +14,8 @@ class ImplodedData {
 
   ImplodedData& Literal(unsigned char byte);
   ImplodedData& Literals(std::string_view bytes);
-  // Writes a back-reference. Requires: a length of 2 to 518; a distance of 1 to the dictionary size, or 256 for
-  // length 2.
+  // Writes a back-reference.
+  // Requires: a length of 2 to 518; a distance of 1 to the dictionary size, or 256 for length 2.
   ImplodedData& Copy(int length, int distance);
   ImplodedData& End();
 

@@ -4,8 +4,8 @@
 #include <functional>
 
 // Runs the current test again in a new process, which calls setlocale(LC_ALL, locale) and then `body`, before any
-// string conversion. Failures of `body` are failures of this test. Requires: one call in a test; code before it runs in
-// both processes.
+// string conversion. Failures of `body` are failures of this test.
+// Requires: one call in a test; code before it runs in both processes.
 //
 //   TEST(NameTest, Umlaut) {
 //     RunTestInLocale("C.UTF-8", [] { EXPECT_EQ(Size(L"\u00F6"), 2); });

@@ -3,8 +3,8 @@
 
 #include <string>
 
-// Creates an empty directory and removes it with its contents in the destructor. Errors: std::runtime_error,
-// std::filesystem::filesystem_error.
+// Creates an empty directory and removes it with its contents in the destructor.
+// Errors: std::runtime_error, std::filesystem::filesystem_error.
 class ScratchDirectory {
  public:
   ScratchDirectory();

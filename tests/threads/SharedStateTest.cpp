@@ -1,5 +1,5 @@
-// What docs/architecture.md says is not safe: each test shares an object between threads in a child process and expects
-// a report of ThreadSanitizer. If one of these becomes safe, change the page and the test.
+// Operations that docs/architecture.md lists as not safe: each test shares an object between threads in a child process
+// and expects a report of ThreadSanitizer. If one of these becomes safe, change the page and the test.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -19,6 +19,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 MANUAL = ROOT / "docs/man/brivet.1"
 COMPLETION = ROOT / "completions/brivet"
+ZSH_COMPLETION = ROOT / "completions/_brivet"
+FISH_COMPLETION = ROOT / "completions/brivet.fish"
 BRIVET = ""
 
 
@@ -66,7 +68,7 @@ class ManualTest(unittest.TestCase):
         self.assertEqual(documented, help_options())
 
     def test_exit_statuses_match_help(self):
-        documented = re.findall(r"^ +(\d+) +\S", manual_section("EXIT STATUS"), re.MULTILINE)
+        documented = re.findall(r"^ +(\d+) +[A-Z]", manual_section("EXIT STATUS"), re.MULTILINE)
         help_text = re.search(r"^Exit status: (.*?)\n\n", help_page(), re.MULTILINE | re.DOTALL).group(1)
         self.assertEqual(documented, re.findall(r"(?:^|; |;\n)(\d+) ", help_text, re.MULTILINE))
 
@@ -83,7 +85,8 @@ class CompletionTest(unittest.TestCase):
         script += '_brivet brivet "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"\n'
         script += '((${#COMPREPLY[@]} == 0)) || printf "%s\\n" "${COMPREPLY[@]}"'
         command = ["bash", "--norc", "-euc", script, "bash", COMPLETION, *words]
-        answer = subprocess.run(command, check=True, capture_output=True, text=True)
+        environment = {**os.environ, "PATH": f"{Path(BRIVET).parent}:{os.environ['PATH']}"}
+        answer = subprocess.run(command, check=True, capture_output=True, text=True, env=environment)
         self.assertEqual(answer.stderr, "")
         return answer.stdout.split()
 
@@ -95,9 +98,9 @@ class CompletionTest(unittest.TestCase):
         self.assertEqual(len(self.complete("--")), len(self.complete("-")))
 
     def test_completes_prefix(self):
-        self.assertEqual(self.complete("-v"), ["-version"])
+        self.assertEqual(self.complete("-ve"), ["-verbose", "-version"])
         self.assertEqual(self.complete("--pr"), ["--progress"])
-        self.assertEqual(self.complete("-quiet", "-l"), ["-list"])
+        self.assertEqual(self.complete("-quiet", "-li"), ["-list"])
 
     def test_completes_formats(self):
         formats = help_options()["write"].split("|")
@@ -105,8 +108,23 @@ class CompletionTest(unittest.TestCase):
             self.assertEqual(self.complete(option, ""), formats)
         self.assertEqual(self.complete("bracket.stp", "-write", "s"), ["step"])
 
+    def test_completes_settings(self):
+        self.assertEqual(self.complete("-set", "SewTol"), ["SewTolerance="])
+        self.assertEqual(self.complete("-set", "FileLineL"), ["FileLineLength="])
+
+    def test_completes_folders(self):
+        self.assertEqual(self.complete("-outdir", str(ROOT / "docs/ma")), [str(ROOT / "docs/man")])
+
+    def test_other_shells_have_same_options(self):
+        options = {name for name in help_options() if name != "--"}
+        self.assertEqual(set(re.findall(r"'\*?-(\w+)\[", ZSH_COMPLETION.read_text())), options)
+        self.assertEqual(set(re.findall(r"^complete -c brivet -[os] (\w+)", FISH_COMPLETION.read_text(), re.M)), options)
+        for shell, file in [("zsh", ZSH_COMPLETION), ("fish", FISH_COMPLETION)]:
+            if shutil.which(shell) is not None:
+                subprocess.run([shell, "-n", file], check=True)
+
     def test_leaves_file_names_to_bash(self):
-        for words in [[""], ["bra"], ["-options", "-"], ["-set", "-"], ["-set", "A", "=", "-"], ["--", "-"]]:
+        for words in [[""], ["bra"], ["-options", "-"], ["-report", "-"], ["-set", "A", "=", "-"], ["--", "-"]]:
             self.assertEqual(self.complete(*words), [])
 
     def test_completes_at_prompt(self):

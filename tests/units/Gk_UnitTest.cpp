@@ -45,7 +45,7 @@ TEST(Gk_UnitTest, IsSetTestsNameAndSize) {
   EXPECT_TRUE(Gk_Unit(nullptr, 1.0).IsSet());
 }
 
-TEST(Gk_UnitTest, CopyTakesNameAndSize) {
+TEST(Gk_UnitTest, CopyKeepsNameAndSize) {
   Gk_Unit const ell("ell", 1143.0);
   Gk_Unit const copy(ell);
   Gk_Unit assigned;

@@ -5,50 +5,45 @@
 #include <type_traits>
 #include <utility>
 
+#include "Declaration.h"
 #include "Gk_Unit.h"
 #include "VRELUnit.h"
 #include "VRELUnitValue.h"
 
 namespace {
 
-// Compiles if the function has an overload of exactly this type; noexcept may be added.
-template <class Pointer>
-constexpr bool Declares(Pointer) {
-  return true;
-}
+static_assert(IsDeclared<VRINResult (*)(VRELUnit)>(&CheckUnit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit, VRELString&)>(&GetUnitName));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit, double&)>(&GetUnitScaleFactor));
+static_assert(IsDeclared<VRINResult (*)(double, VRELUnit&)>(&GetVRELUnit));
+static_assert(IsDeclared<VRINResult (*)(Gk_Unit const&, VRELUnit&)>(&GetVRELUnitFromGkUnit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit const&, Gk_Unit&)>(&GetGkUnitFromVRELUnit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit&)>(&get_sending_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit&)>(&get_receiving_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit)>(&set_sending_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit)>(&set_receiving_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit*)>(&set_sending_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit*)>(&set_receiving_system_unit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit, VRELUnit)>(&set_internal_unit));
+static_assert(IsDeclared<VRINResult (*)(bool)>(&set_internal_unit));
 
-static_assert(Declares<VRINResult (*)(VRELUnit)>(&CheckUnit));
-static_assert(Declares<VRINResult (*)(VRELUnit, VRELString&)>(&GetUnitName));
-static_assert(Declares<VRINResult (*)(VRELUnit, double&)>(&GetUnitScaleFactor));
-static_assert(Declares<VRINResult (*)(double, VRELUnit&)>(&GetVRELUnit));
-static_assert(Declares<VRINResult (*)(Gk_Unit const&, VRELUnit&)>(&GetVRELUnitFromGkUnit));
-static_assert(Declares<VRINResult (*)(VRELUnit const&, Gk_Unit&)>(&GetGkUnitFromVRELUnit));
-static_assert(Declares<VRINResult (*)(VRELUnit&)>(&get_sending_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit&)>(&get_receiving_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit)>(&set_sending_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit)>(&set_receiving_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit*)>(&set_sending_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit*)>(&set_receiving_system_unit));
-static_assert(Declares<VRINResult (*)(VRELUnit, VRELUnit)>(&set_internal_unit));
-static_assert(Declares<VRINResult (*)(bool)>(&set_internal_unit));
-
-static_assert(Declares<VRELUnit (*)()>(&VRELUnitValue::GetReadUnit));
-static_assert(Declares<void (*)(VRELUnit)>(&VRELUnitValue::SetReadUnit));
-static_assert(Declares<VRELUnit (*)()>(&VRELUnitValue::GetUnitWhenUnspecified));
-static_assert(Declares<void (*)(VRELUnit)>(&VRELUnitValue::SetUnitWhenUnspecified));
-static_assert(Declares<VRELUnit (*)()>(&VRELUnitValue::GetApplicationUnit));
-static_assert(Declares<void (*)(VRELUnit)>(&VRELUnitValue::SetApplicationUnit));
-static_assert(Declares<VRELUnit (*)()>(&VRELUnitValue::GetWriteUnit));
-static_assert(Declares<void (*)(VRELUnit)>(&VRELUnitValue::SetWriteUnit));
-static_assert(Declares<VRINResult (*)(VRELUnit&, VRELString const&)>(&VRELUnitValue::GetUnitFromString));
-static_assert(Declares<void (*)(VRELUnit, VRELString&)>(&VRELUnitValue::GetUnitAsString));
+static_assert(IsDeclared<VRELUnit (*)()>(&VRELUnitValue::GetReadUnit));
+static_assert(IsDeclared<void (*)(VRELUnit)>(&VRELUnitValue::SetReadUnit));
+static_assert(IsDeclared<VRELUnit (*)()>(&VRELUnitValue::GetUnitWhenUnspecified));
+static_assert(IsDeclared<void (*)(VRELUnit)>(&VRELUnitValue::SetUnitWhenUnspecified));
+static_assert(IsDeclared<VRELUnit (*)()>(&VRELUnitValue::GetApplicationUnit));
+static_assert(IsDeclared<void (*)(VRELUnit)>(&VRELUnitValue::SetApplicationUnit));
+static_assert(IsDeclared<VRELUnit (*)()>(&VRELUnitValue::GetWriteUnit));
+static_assert(IsDeclared<void (*)(VRELUnit)>(&VRELUnitValue::SetWriteUnit));
+static_assert(IsDeclared<VRINResult (*)(VRELUnit&, VRELString const&)>(&VRELUnitValue::GetUnitFromString));
+static_assert(IsDeclared<void (*)(VRELUnit, VRELString&)>(&VRELUnitValue::GetUnitAsString));
 
 static_assert(!std::is_polymorphic_v<Gk_Unit>);
 static_assert(std::is_constructible_v<Gk_Unit, char const*, double>);
-static_assert(Declares<double (Gk_Unit::*)() const>(&Gk_Unit::getValue));
-static_assert(Declares<bool (Gk_Unit::*)() const>(&Gk_Unit::IsSet));
-static_assert(Declares<bool (Gk_Unit::*)(Gk_Unit const&) const>(&Gk_Unit::operator==));
-static_assert(Declares<double (Gk_Unit::*)(Gk_Unit const&) const>(&Gk_Unit::mapTo));
+static_assert(IsDeclared<double (Gk_Unit::*)() const>(&Gk_Unit::getValue));
+static_assert(IsDeclared<bool (Gk_Unit::*)() const>(&Gk_Unit::IsSet));
+static_assert(IsDeclared<bool (Gk_Unit::*)(Gk_Unit const&) const>(&Gk_Unit::operator==));
+static_assert(IsDeclared<double (Gk_Unit::*)(Gk_Unit const&) const>(&Gk_Unit::mapTo));
 
 template <class Argument, class = void>
 struct SetsInternalUnit : std::false_type {};

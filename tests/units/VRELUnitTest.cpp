@@ -96,7 +96,7 @@ TEST(VRELUnitTest, GetVRELUnitFindsEachFactor) {
   }
 }
 
-TEST(VRELUnitTest, GetVRELUnitHasItsTolerances) {
+TEST(VRELUnitTest, GetVRELUnitUsesDocumentedTolerances) {
   struct Case {
     double factor;
     int unit;

@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "FieldAt.h"
-#include "IsDeclared.h"
+#include "Declaration.h"
 #include "VRELTable.h"
 #include "VRELValue.h"
 
@@ -44,7 +43,7 @@ static_assert(IsDeclared<VRINResult (Table::*)(V*, ...) const>(&Table::Get));
 static_assert(IsDeclared<VRINResult (Table::*)(int, V*, ...) const>(&Table::Get));
 static_assert(IsDeclared<int (Table::*)() const>(&Table::GetRowsCount));
 
-TEST(ValueDeclarationsTest, FieldsKeepTheirOffsets) {
+TEST(ValueDeclarationsTest, FieldsKeepOffsets) {
   V const value(VRELString(L"7"));
   EXPECT_EQ(reinterpret_cast<VRELString const*>(&value)->length(), 1);
   EXPECT_EQ(FieldAt<char*>(value, 24), nullptr);

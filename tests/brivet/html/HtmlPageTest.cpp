@@ -90,3 +90,40 @@ TEST(HtmlPageTest, WritesLongLineInPieces) {
   EXPECT_GT(target.total, 1'200'000);
   EXPECT_LT(target.largest, 70'000);
 }
+
+TEST(HtmlPageTest, ShowsEdition3Sections) {
+  ReadDocument document(
+      "ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'4;1');FILE_NAME('','',(''),(''),'','','');FILE_SCHEMA(('S'));ENDSEC;"
+      "ANCHOR;<top>=#1{label:'x'}{n:(1,$)};ENDSEC;REFERENCE;#0010=<a&b>;ENDSEC;DATA;#1=A(#10,@1,{a:1},{1,2});ENDSEC;"
+      "END-ISO-10303-21;SIGNATURE;\nMII\nB=\nENDSEC;");
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  std::string const page = TextOf([&](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(HtmlPage(stream, "part.stp").WritePage(request), VREL_S_OK);
+  });
+  EXPECT_THAT(page, HasSubstr("<H2>ANCHOR section</H2>\n"
+                              "&lt;top&gt; = #<a href=\"#1\">1</a> {label: 'x'} {n: (1, $)}<br>\r\n"
+                              "<H2>REFERENCE section</H2>\n"
+                              "#<a name= \"10\">10</a> = &lt;a&amp;b&gt;<br>\r\n"
+                              "<H2>Data section 1</H2>\n"
+                              "#<a name= \"1\">1</a> = A(#<a href=\"#10\">10</a>, @1, {a: 1}, {1, 2})<br>\r\n"
+                              "<H2>SIGNATURE section</H2>\n"
+                              "MII<br>\r\nB=<br>\r\n"));
+}
+
+TEST(HtmlPageTest, SaysWhatIsIncomplete) {
+  ReadDocument document(DocumentText("#1=A(;\n#2=B('x);\n\n#3=C();\n"));
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  std::string const page = TextOf([&](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(HtmlPage(stream, "part.stp").WritePage(request), VREL_S_OK);
+  });
+  EXPECT_THAT(page,
+              HasSubstr("<H2>Incomplete</H2>\n<TABLE>\n"
+                        "<TR><TD COLSPAN=2>Parts of the document could not be read and are not part of this page.\n"
+                        "<TR><TD>line 7<TD>#1 expected parameter, found ';'\n"
+                        "<TR><TD>lines 8 to 9<TD>#2 expected &quot;'&quot; at the end of the string, found another "
+                        "instance\n</TABLE>\n<H2>Header</H2>\n"));
+}

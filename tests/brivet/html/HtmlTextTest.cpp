@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-TEST(HtmlTextTest, EscapesWhatHasAMeaning) {
+TEST(HtmlTextTest, EscapesMarkup) {
   EXPECT_EQ(EscapeHtml(""), "");
   EXPECT_EQ(EscapeHtml("a < b & c > \"d\" 'e'"), "a &lt; b &amp; c &gt; &quot;d&quot; 'e'");
   EXPECT_EQ(EscapeHtml("&#12;</SCRIPT>"), "&amp;#12;&lt;/SCRIPT&gt;");
 }
 
-TEST(HtmlTextTest, WritesCharactersBeyondAsciiAsReferences) {
+TEST(HtmlTextTest, WritesCharacterReferences) {
   struct Row {
     char const* text;
     char const* html;
@@ -27,14 +27,14 @@ TEST(HtmlTextTest, WritesCharactersBeyondAsciiAsReferences) {
   for (Row const& row : rows) EXPECT_EQ(EscapeHtml(row.text), row.html);
 }
 
-TEST(HtmlTextTest, ReplacesBytesThatAreNoUtf8) {
+TEST(HtmlTextTest, ReplacesInvalidUtf8) {
   std::string const bad = "&#65533;";
   EXPECT_EQ(EscapeHtml("\x80z"), bad + "z");
   EXPECT_EQ(EscapeHtml("\xC3"), bad);
   EXPECT_EQ(EscapeHtml("\xC3z"), bad + "z");
   EXPECT_EQ(EscapeHtml("\xE3\x83z"), bad + bad + "z");
   EXPECT_EQ(EscapeHtml("\xFF"), bad);
-  // Longer than need be, half a pair, behind the last character.
+  // Overlong, a surrogate, above the last code point.
   EXPECT_EQ(EscapeHtml("\xC0\x80"), bad + bad);
   EXPECT_EQ(EscapeHtml("\xE0\x80\x80"), bad + bad + bad);
   EXPECT_EQ(EscapeHtml("\xF0\x80\x80\x80"), bad + bad + bad + bad);
@@ -42,7 +42,7 @@ TEST(HtmlTextTest, ReplacesBytesThatAreNoUtf8) {
   EXPECT_EQ(EscapeHtml("\xF4\x90\x80\x80"), bad + bad + bad + bad);
 }
 
-TEST(HtmlTextTest, Appends) {
+TEST(HtmlTextTest, AppendsToString) {
   std::string page = "<B>";
   AppendHtml(page, "<");
   EXPECT_EQ(page, "<B>&lt;");

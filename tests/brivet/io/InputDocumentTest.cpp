@@ -192,7 +192,7 @@ TEST(InputDocumentTest, CheckUnchangedReportsChanges) {
 }
 
 // The descriptor can be read, the file cannot be opened again.
-TEST(InputDocumentTest, ReadsStandardInputWithoutPermissionForFile) {
+TEST(InputDocumentTest, ReadsStandardInputWithoutPermission) {
   ScratchDirectory const folder;
   std::string const path = folder.Write("a.txt", "content");
   ASSERT_EQ(chmod(path.c_str(), 0), 0);

@@ -72,10 +72,10 @@ TEST(InputFileTest, ReportsMissingPermission) {
   int const created = open(path.c_str(), O_CREAT | O_WRONLY, 0);
   ASSERT_GE(created, 0);
   close(created);
-  // Root may read everything, so that the child changes to the user nobody.
+  // Root may read everything, so that the child becomes another user.
   ChildResult const result = RunInChildWithoutTeardown([&path] {
-    constexpr uid_t NOBODY = 65534;
-    if (geteuid() == 0 && setuid(NOBODY) != 0) return 1;
+    constexpr uid_t kUser = 65534;
+    if (geteuid() == 0 && setuid(kUser) != 0) return 1;
     return CodeOf(path) == VREL_E_FILE_OPEN ? 0 : 2;
   });
   EXPECT_EQ(result.exitStatus, 0);

@@ -161,7 +161,7 @@ TEST_F(OptionSetTest, WarnsAboutKeysInSections) {
   EXPECT_EQ(ValueOf(L"SewTolerance"), "(none)");
 }
 
-TEST_F(OptionSetTest, AddsNothingOfInvalidFile) {
+TEST_F(OptionSetTest, InvalidFileAddsNoOption) {
   EXPECT_EQ(Read("SewTolerance=1\nx\n[y\n"), VREL_E_FAIL);
   std::string const path = folder.Path("base.cfg");
   EXPECT_EQ(listener.Texts(), (Texts{path + ":2: error: Incorrect syntax: line 2:x *** \"key=value\" expected",

@@ -47,7 +47,7 @@ Names KnownNames() {
 
 }  // namespace
 
-TEST(OptionVocabularyTest, KnowsVocabulary) {
+TEST(OptionVocabularyTest, ContainsVocabulary) {
   for (char const* name :
        {"ConvertAttributes", "convertATTRIBUTES", "/XStep/Import/Mode/Solid/Trim", "Import/Mode/Assem.true/Flatten",
         "Check JT Model", "PeltaR5.Assembly.Writer.JT.Representation", "*", "Import/Mode/Assem.*",
@@ -67,7 +67,7 @@ TEST(OptionVocabularyTest, KnowsVocabulary) {
   }
 }
 
-TEST(OptionVocabularyTest, KnowsNamesAddedAtRunTime) {
+TEST(OptionVocabularyTest, FindsNamesAddedAtRunTime) {
   VRELString const text(L"BrivetTestOption");
   EXPECT_FALSE(IsKnownOption(text));
   VRELOptionName const name(text);
@@ -106,7 +106,7 @@ TEST(OptionVocabularyTest, SuggestsClosestNames) {
 }
 
 // Compares with an exhaustive search, for known names with random edits.
-TEST(OptionVocabularyTest, SuggestsNoFartherName) {
+TEST(OptionVocabularyTest, SuggestsNoDistantName) {
   Names const known = KnownNames();
   std::mt19937 random(20261120);
   auto const below = [&random](std::size_t count) { return static_cast<std::size_t>(random() % count); };

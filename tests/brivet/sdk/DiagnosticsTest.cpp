@@ -14,14 +14,14 @@ std::string Times(int count, std::string const& text) {
 
 }  // namespace
 
-TEST(DiagnosticsTest, ReportProblemSendsOneEscapedEvent) {
+TEST(DiagnosticsTest, ReportProblemEscapesText) {
   struct Row {
     std::string subject;
     std::string text;
     std::string message;
   };
   Row const rows[] = {
-      {"part.stp:12", "expected ; behind #4, found #5", "part.stp:12: expected ; behind #4, found #5"},
+      {"part.stp:12", "expected ';', found '#5'", "part.stp:12: expected ';', found '#5'"},
       {"", "b", ": b"},
       {"100%", "%s %%d %%%n", "100%: %s %%d %%%n"},
       {"m\xFCller\n", std::string("a\0b", 3), "m\xFCller<U+000A>: a<U+0000>b"},
@@ -48,7 +48,7 @@ TEST(DiagnosticsTest, ReportProblemSendsOneEscapedEvent) {
   }
 }
 
-TEST(DiagnosticsTest, ReportProblemTakesNoSubject) {
+TEST(DiagnosticsTest, ReportProblemNeedsNoSubject) {
   RecordingListener listener;
   ReportProblem("50% of --x");
   ReportProblem(std::string(2000, 'a'));
@@ -85,7 +85,7 @@ TEST(DiagnosticsTest, ReportAtNamesLocationAndSeverity) {
   EXPECT_EQ(listener.events[2].text, "a<U+000A>b: error: c");
 }
 
-TEST(DiagnosticsTest, FormatLocationLeavesOutUnknownParts) {
+TEST(DiagnosticsTest, FormatLocationOmitsUnknown) {
   EXPECT_EQ(FormatLocation({"a", 1, 2}), "a:1:2");
   EXPECT_EQ(FormatLocation({"a", 1, 0}), "a:1");
   EXPECT_EQ(FormatLocation({"a", 0, 2}), "a");

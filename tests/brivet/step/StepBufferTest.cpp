@@ -10,7 +10,7 @@
 #include "StepFixture.h"
 #include "VRELAbortException.h"
 
-TEST(StepBufferTest, ReadsBytesAndGoesBack) {
+TEST(StepBufferTest, ReadsBytes) {
   BytesInFile file("ab\xFF");
   StepBuffer& buffer = file.Buffer();
   EXPECT_EQ(buffer.IsValid(), VREL_S_OK);
@@ -40,7 +40,7 @@ TEST(StepBufferTest, ReadsBytesAndGoesBack) {
   EXPECT_EQ(buffer.Offset(), 3U);
 }
 
-TEST(StepBufferTest, ReadsElsewhereWithoutAMove) {
+TEST(StepBufferTest, ReadAtKeepsOffset) {
   BytesInFile file("abcdef");
   StepBuffer& buffer = file.Buffer();
   buffer.Take();
@@ -63,7 +63,7 @@ TEST(StepBufferTest, ReadsLines) {
   EXPECT_EQ(line.toUtf8(), "J\xC3\xB6");
 }
 
-// What a typed reader of binary formats would offer fails here as in the base.
+// The operations of typed readers of binary formats fail as in the base class.
 TEST(StepBufferTest, HasNoBinaryValues) {
   BytesInFile file("1234");
   int number = 5;
@@ -71,13 +71,13 @@ TEST(StepBufferTest, HasNoBinaryValues) {
   EXPECT_EQ(number, 5);
 }
 
-TEST(StepBufferTest, TakesAnEmptyFile) {
+TEST(StepBufferTest, ReadsEmptyFile) {
   BytesInFile file("");
   EXPECT_EQ(file.Buffer().IsValid(), VREL_S_OK);
   EXPECT_EQ(file.Buffer().Peek(), StepBuffer::kEnd);
 }
 
-TEST(StepBufferTest, RefusesWhatHasNoLength) {
+TEST(StepBufferTest, RefusesStreamWithoutLength) {
   ScratchDirectory directory;
   std::string const pipe = directory.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -89,8 +89,8 @@ TEST(StepBufferTest, RefusesWhatHasNoLength) {
   EXPECT_EQ(StepBuffer(VRELFileHandle(), nullptr).IsValid(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: what lies behind it comes with another.
-TEST(StepBufferTest, SlidesOverALargeFile) {
+// The window is 4 MiB: the bytes after it need another one.
+TEST(StepBufferTest, ReadsLargeFile) {
   std::string bytes(5 * 1024 * 1024, 'a');
   bytes[4 * 1024 * 1024] = 'b';
   bytes.back() = 'c';
@@ -106,7 +106,7 @@ TEST(StepBufferTest, SlidesOverALargeFile) {
   EXPECT_EQ(buffer.Take(), 'a');
 }
 
-TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
+TEST(StepBufferTest, TruncatedFileEndsEarly) {
   ScratchDirectory directory;
   std::string const path = directory.Write("part.stp", std::string(5 * 1024 * 1024, 'a'));
   StepBuffer buffer(VRELFileHandle(new VRELFile(path.c_str())), nullptr);
@@ -117,9 +117,9 @@ TEST(StepBufferTest, EndsWhereAFileEndsThatBecameShorter) {
 }
 
 // However long a single token is.
-TEST(StepBufferTest, StopsOnRequestWithinAMebibyte) {
-  constexpr unsigned long MEBIBYTE = 1048576;
-  BytesInFile file(std::string(3 * MEBIBYTE, 'x'));
+TEST(StepBufferTest, StopsOnAbort) {
+  constexpr unsigned long kMebibyte = 1048576;
+  BytesInFile file(std::string(3 * kMebibyte, 'x'));
   StepBuffer& buffer = file.Buffer();
   for (int i = 0; i < 10; ++i) buffer.Take();
   Gk_ErrMgr::setAbort();
@@ -129,5 +129,5 @@ TEST(StepBufferTest, StopsOnRequestWithinAMebibyte) {
         }
       },
       VRELAbortException);
-  EXPECT_EQ(buffer.Offset(), MEBIBYTE);
+  EXPECT_EQ(buffer.Offset(), kMebibyte);
 }

@@ -6,7 +6,7 @@
 
 #include "VRELBufferHandle.h"
 
-TEST(StepEntityReaderTest, GivesAnIdThatFits) {
+TEST(StepEntityReaderTest, GetEntityIdNeedsInt) {
   struct Row {
     std::uint64_t number;
     VRINResult result;
@@ -27,7 +27,7 @@ TEST(StepEntityReaderTest, GivesAnIdThatFits) {
   }
 }
 
-TEST(StepEntityReaderTest, KeepsItsPlaceAndItsType) {
+TEST(StepEntityReaderTest, StoresPositionAndType) {
   VRELBufferHandle buffer;
   StepEntityReader entity(buffer, 1, 5'000'000'000, 4'294'967'295);
   EXPECT_EQ(entity.Offset(), 5'000'000'000U);
@@ -44,7 +44,7 @@ TEST(StepEntityReaderTest, KeepsItsPlaceAndItsType) {
   EXPECT_TRUE(entity.HasEscapes());
 }
 
-TEST(StepEntityReaderTest, CountsLinesAsFarAsTheyFit) {
+TEST(StepEntityReaderTest, LimitsLineNumber) {
   VRELBufferHandle buffer;
   EXPECT_EQ(StepEntityReader(buffer, 1, 0, 4'294'967'296).Line(), 4'294'967'295);
 }

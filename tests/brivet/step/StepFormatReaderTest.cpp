@@ -18,6 +18,7 @@
 #include "StepEntityReader.h"
 #include "StepFixture.h"
 #include "VRELAbortException.h"
+#include "VRELOptions.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -54,9 +55,9 @@ std::vector<std::string> Messages(std::string const& bytes) {
   return messages;
 }
 
-std::string const HEADER =
+std::string const kHeader =
     "ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'');FILE_NAME('','',(''),(''),'','','');FILE_SCHEMA(('S'));";
-std::string const ALL_KINDS =
+std::string const kAllKinds =
     "#1=A('it''s','\\X2\\30D6\\X0\\',.T.,-1.5E-3,\"0F\",$,*,(#2,T(1)));/* c */\n#2=(B()C('\\S\\A'));\n"
     "#3=&SCOPE #4=D(#3);ENDSCOPE/#4/E();\n";
 
@@ -93,7 +94,7 @@ TEST(StepFormatReaderTest, CountsTypes) {
 }
 
 TEST(StepFormatReaderTest, DescribesInstances) {
-  ReadDocument document(DocumentText(ALL_KINDS));
+  ReadDocument document(DocumentText(kAllKinds));
   EXPECT_THAT(document.Messages(), IsEmpty());
   EXPECT_EQ(document.Record(),
             "DATA #1 A< 'it's' '\\X2\\30D6\\X0\\=\xE3\x83\x96@7' .T r:-1.5E-3 b:0F $ * ( #2 T[ i:1 ] ) >; "
@@ -111,7 +112,7 @@ TEST(StepFormatReaderTest, DescribesSectionParameters) {
 }
 
 TEST(StepFormatReaderTest, DescribesHeader) {
-  ReadDocument document(HEADER + "OTHER(1,#2);ENDSEC;DATA;ENDSEC;END-ISO-10303-21;");
+  ReadDocument document(kHeader + "OTHER(1,#2);ENDSEC;DATA;ENDSEC;END-ISO-10303-21;");
   DocumentRecorder recorder;
   EXPECT_EQ(document->DescribeHeader(recorder), VREL_S_OK);
   EXPECT_EQ(recorder.text,
@@ -137,7 +138,7 @@ TEST(StepFormatReaderTest, FillsReaderLists) {
   EXPECT_EQ(document->GetNextDataSection(), nullptr);
 }
 
-TEST(StepFormatReaderTest, TakesAllLineEnds) {
+TEST(StepFormatReaderTest, AcceptsAllLineEnds) {
   std::string const bytes = DocumentText("#1=A('a\nb\\S\\A',\n#2);\n#2=B();\n");
   for (char const* end : {"\n", "\r\n", "\r"}) {
     std::string other;
@@ -241,7 +242,7 @@ TEST(StepFormatReaderTest, ReportsIncompleteFiles) {
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.rest);
-    std::string const bytes = HEADER + "ENDSEC;DATA;#1=A();" + row.rest;
+    std::string const bytes = kHeader + "ENDSEC;DATA;#1=A();" + row.rest;
     EXPECT_EQ(Messages(bytes), row.messages);
     ReadDocument document(bytes);
     EXPECT_EQ(document->GetState(), row.isPartial ? VREL_S_PARTIAL : VREL_S_OK);
@@ -254,12 +255,12 @@ TEST(StepFormatReaderTest, ReportsIncompleteHeader) {
   EXPECT_THAT(
       Messages("ISO-10303-21;HEADER;\nFILE_NAME();ENDSEC;DATA;ENDSEC;END-ISO-10303-21;"),
       ElementsAre("W 2: warning: expected FILE_DESCRIPTION" + none, "W 2: warning: expected FILE_SCHEMA" + none));
-  EXPECT_THAT(Messages(HEADER + "\nFILE_POPULATION(,);1;ENDSEC;DATA;ENDSEC;END-ISO-10303-21;"),
+  EXPECT_THAT(Messages(kHeader + "\nFILE_POPULATION(,);1;ENDSEC;DATA;ENDSEC;END-ISO-10303-21;"),
               ElementsAre("W 2:17: warning: expected parameter, found ','; the header entity is lost"));
   EXPECT_THAT(
-      Messages(HEADER + "\nA();1;ENDSEC;DATA;ENDSEC;END-ISO-10303-21;"),
+      Messages(kHeader + "\nA();1;ENDSEC;DATA;ENDSEC;END-ISO-10303-21;"),
       ElementsAre("W 2:5: warning: expected header entity or ENDSEC, found '1'; this part of the header is lost"));
-  EXPECT_THAT(Messages(HEADER + "\nDATA;#1=A();ENDSEC;END-ISO-10303-21;"),
+  EXPECT_THAT(Messages(kHeader + "\nDATA;#1=A();ENDSEC;END-ISO-10303-21;"),
               ElementsAre("W 2:1: warning: expected header entity or ENDSEC, found 'DATA'"));
 }
 
@@ -273,7 +274,7 @@ TEST(StepFormatReaderTest, ReportsDanglingReferences) {
   EXPECT_EQ(messages[2],
             "WARNING: part.stp:9:7: warning: no instance '#99999999999999999999' in the file, referred to in #3 of "
             "type (A B)");
-  // An instance that could not be read is not there.
+  // An instance that could not be read is not defined.
   EXPECT_THAT(messages[3], HasSubstr("no instance '#4' in the file, referred to in #2 of type P"));
   EXPECT_EQ(document->GetDanglingCount(), 3);
   EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
@@ -319,28 +320,28 @@ TEST(StepFormatReaderTest, ReportsHundredWarnings) {
 }
 
 TEST(StepFormatReaderTest, TakesDeepListsAndScopes) {
-  constexpr long DEPTH = 100'000;
-  ExpectCounts(DocumentText("#1=A(" + std::string(DEPTH, '(') + "1" + std::string(DEPTH, ')') + ");"), {1, 1, 0});
+  constexpr long kDepth = 100'000;
+  ExpectCounts(DocumentText("#1=A(" + std::string(kDepth, '(') + "1" + std::string(kDepth, ')') + ");"), {1, 1, 0});
   std::string scopes;
   std::string ends;
-  for (long i = 0; i < DEPTH; ++i) {
+  for (long i = 0; i < kDepth; ++i) {
     scopes += "#" + std::to_string(i) + "=&SCOPE ";
     ends += "ENDSCOPE A();";
   }
-  ExpectCounts(DocumentText(scopes + ends), {1, DEPTH, 0});
+  ExpectCounts(DocumentText(scopes + ends), {1, kDepth, 0});
 }
 
 // Ids that agree in their lower half share no slot for it.
 TEST(StepFormatReaderTest, TakesSparseIds) {
-  constexpr long COUNT = 100'000;
+  constexpr long kCount = 100'000;
   std::string data;
-  for (long i = 0; i < COUNT; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
+  for (long i = 0; i < kCount; ++i) data += "#" + std::to_string(std::uint64_t(i) << 32U) + "=A();";
   std::clock_t const start = std::clock();
-  ExpectCounts(DocumentText(data), {1, COUNT, 0});
+  ExpectCounts(DocumentText(data), {1, kCount, 0});
   EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
 }
 
-TEST(StepFormatReaderTest, TakesIdsOfAnyLength) {
+TEST(StepFormatReaderTest, AcceptsIdsOfAnyLength) {
   std::string const far = "1" + std::string(300, '0');
   ReadDocument document(DocumentText("#" + far + "1=A(#00" + far + "2,#" + far + "3);#000" + far + "2=B(#1);#1=C(#" +
                                      far + "1);\n#0" + far + "1=D();"));
@@ -392,7 +393,7 @@ TEST(StepFormatReaderTest, ReadsSectionWithDamagedHeading) {
                       {"DATA('x'):", "10: warning: expected ';' after DATA, found ':'"},
                       {"DATA 5;", "6: warning: expected ';' after DATA, found '5'"}};
   for (Row const& row : rows) {
-    std::string const bytes = HEADER + "ENDSEC;\n" + row.heading + " #1=A();#2=B();ENDSEC;END-ISO-10303-21;";
+    std::string const bytes = kHeader + "ENDSEC;\n" + row.heading + " #1=A();#2=B();ENDSEC;END-ISO-10303-21;";
     EXPECT_THAT(Messages(bytes), ElementsAre(std::string("W 2:") + row.error + "; the heading of the section is lost"));
     ReadDocument document(bytes);
     // Without a semicolon nothing separates the instance from the heading.
@@ -457,7 +458,7 @@ TEST(StepFormatReaderTest, DescribeNeedsResolve) {
   EXPECT_EQ(document->Resolve(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: what it does not hold is read from the file again.
+// The window is 4 MiB: bytes outside it are read from the file again.
 TEST(StepFormatReaderTest, ReportsChangedFile) {
   std::string const filling = "/*" + std::string(5U << 20U, ' ') + "*/";
   std::string const bytes = DocumentText("#1=A();#2=B(#1);" + filling + "#3=C(#1);#4=D(#2);");
@@ -525,7 +526,7 @@ TEST(StepFormatReaderTest, RefusesUnreadableFile) {
 }
 
 TEST(StepFormatReaderTest, EveryPrefixIsIncomplete) {
-  std::string const whole = DocumentText(ALL_KINDS);
+  std::string const whole = DocumentText(kAllKinds);
   ASSERT_THAT(Messages(whole), IsEmpty());
   for (std::size_t length = 0; length < EndOf(whole); ++length) {
     ReadDocument document(whole.substr(0, length));
@@ -537,7 +538,7 @@ TEST(StepFormatReaderTest, EveryPrefixIsIncomplete) {
 TEST(StepFormatReaderTest, SurvivesRandomBytes) {
   std::mt19937 random(20261120);
   for (int run = 0; run < 600; ++run) {
-    std::string bytes = run % 2 == 0 ? "" : HEADER + "ENDSEC;DATA;";
+    std::string bytes = run % 2 == 0 ? "" : kHeader + "ENDSEC;DATA;";
     std::size_t const length = random() % 300;
     for (std::size_t i = 0; i < length; ++i) bytes += static_cast<char>(random() % 256);
     ReadDocument document(bytes);
@@ -545,9 +546,9 @@ TEST(StepFormatReaderTest, SurvivesRandomBytes) {
   }
 }
 
-// What remains of a document after random changes can be described.
+// A document can be described after random changes.
 TEST(StepFormatReaderTest, SurvivesRandomChanges) {
-  std::string const whole = DocumentText(ALL_KINDS);
+  std::string const whole = DocumentText(kAllKinds);
   std::string const alphabet = "'\"()/*;=#,\\&$.!<>XS02A\n\r\xE9";
   std::mt19937 random(1994);
   int changedMeaning = 0;
@@ -612,7 +613,7 @@ TEST(StepFormatReaderTest, ReadsCorpus) {
 // Does not need Resolve.
 TEST(StepFormatReaderTest, DescribesEscapedInstances) {
   std::string const bytes =
-      HEADER +
+      kHeader +
       "ENDSEC;DATA;\n#1=A('x');\n#2=B('\\S\\A',#1);\n#3=(C('y')D('\\S\\A',\n'\\S\\A'));\n#4=E();\n"
       "ENDSEC;\nDATA('\\S\\A',('S'));\nENDSEC;END-ISO-10303-21;";
   ScratchDirectory const directory;
@@ -629,11 +630,89 @@ TEST(StepFormatReaderTest, DescribesEscapedInstances) {
   EXPECT_EQ(recorder.text,
             "DATA #2 B< '\\S\\A=\xC3\x81@3' #1? >; #3c C< 'y' > D< '\\S\\A=\xC3\x81@4' '\\S\\A=\xC3\x81@5' >; ENDSEC "
             "DATA < '\\S\\A=\xC3\x81@8' ( 'S' ) > ENDSEC");
-  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA;#1=A('x''y');ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
+  EXPECT_EQ(ReadDocument(kHeader + "ENDSEC;DATA;#1=A('x''y');ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
 }
 
 // Only if the heading is read.
 TEST(StepFormatReaderTest, CountsEscapesOfHeading) {
-  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA('\\\\') #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 1);
-  EXPECT_EQ(ReadDocument(HEADER + "ENDSEC;DATA('\\\\',) #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
+  EXPECT_EQ(ReadDocument(kHeader + "ENDSEC;DATA('\\\\') #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 1);
+  EXPECT_EQ(ReadDocument(kHeader + "ENDSEC;DATA('\\\\',) #1=A();ENDSEC;END-ISO-10303-21;")->GetEscapedCount(), 0);
+}
+
+// ISO 10303-21:2016.
+TEST(StepFormatReaderTest, ReadsEdition3Sections) {
+  std::string const bytes =
+      kHeader +
+      "ENDSEC;ANCHOR;<top>=#1{label:'x'};ENDSEC;REFERENCE;#10=<a.stp#b>;#0011=<c>;@12=<d>;ENDSEC;"
+      "DATA;#1=A(#10,#11,#12,@12);ENDSEC;END-ISO-10303-21;\nSIGNATURE;\nMII/B=\nENDSEC;\nSIGNATURE;"
+      "\nC=\nENDSEC;\nwhat follows 'is ignored";
+  ReadDocument document(bytes);
+  EXPECT_THAT(document.Messages(),
+              ElementsAre("WARNING: part.stp:1:" + std::to_string(bytes.find("#12") + 1) +
+                          ": warning: no instance '#12' in the file, referred to in #1 of type A"));
+  EXPECT_EQ(document->GetState(), VREL_S_OK);
+  EXPECT_EQ(document->GetSectionCount(), 1);
+  EXPECT_EQ(document->GetInstanceCount(), 1);
+  EXPECT_EQ(document.Record(),
+            "ANCHOR <top>= #1 {label: 'x' } ; ENDSEC REFERENCE #10= <a.stp#b> ; #0011= <c> ; @12= <d> ; ENDSEC "
+            "DATA #1 A< #10 #11 #12? @12 >; ENDSEC SIGNATURE [MII/B=\n] ENDSEC SIGNATURE [C=\n] ENDSEC");
+}
+
+TEST(StepFormatReaderTest, DamagedEntryIsLost) {
+  ReadDocument document(kHeader +
+                        "ENDSEC;ANCHOR;\n<a>=#1;\n<b=#1;\n<c>=#1;\nENDSEC;\nDATA;#1=A();ENDSEC;END-ISO-10303-21;");
+  EXPECT_THAT(
+      document.Messages(),
+      ElementsAre("WARNING: part.stp:3:1: warning: expected '>' at the end of the resource, found end of line; the "
+                  "entry is lost"));
+  EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
+  EXPECT_THAT(document.Record(), HasSubstr("ANCHOR <a>= #1 ; <c>= #1 ; ENDSEC DATA #1 A< >; ENDSEC"));
+}
+
+TEST(StepFormatReaderTest, SignatureWithoutEndIsIncomplete) {
+  ReadDocument document(DocumentText("#1=A();") + "SIGNATURE;\nMII\n");
+  EXPECT_THAT(document.Messages(),
+              ElementsAre("WARNING: part.stp:11:1: warning: expected ENDSEC, found end of file; the file is cut off"));
+  EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
+}
+
+TEST(StepFormatReaderTest, OptionSetsEncoding) {
+  ScratchDirectory const directory;
+  VRELFileHandle const file(new VRELFile(directory.Write("part.stp", DocumentText("#1=A('5 \x80');")).c_str()));
+  VRELOptions options;
+  options.AddOption(L"Step.*.Reader.Encoding", VRELString("windows-1252"));
+  RecordingListener listener;
+  StepFormatReader* const document = new StepFormatReader(file, "part.stp", &options);
+  VRELFormatReaderHandle const handle(document);
+  ASSERT_EQ(document->Open(), VREL_S_OK);
+  VRELReader reader(handle);
+  reader.ReadHeaderSection();
+  reader.ReadDataSection();
+  reader.Resolve();
+  DocumentRecorder recorder;
+  Progress progress;
+  EXPECT_EQ(document->Describe(recorder, progress, false), VREL_S_OK);
+  EXPECT_EQ(recorder.text, "DATA #1 A< '5 \x80=5 \xE2\x82\xAC' >; ENDSEC");
+  EXPECT_THAT(listener.Texts(), ElementsAre("part.stp: encoding of strings: windows-1252 (1 string)"));
+}
+
+TEST(StepFormatReaderTest, RefusesUnknownEncoding) {
+  ScratchDirectory const directory;
+  VRELFileHandle const file(new VRELFile(directory.Write("part.stp", DocumentText("#1=A();")).c_str()));
+  VRELOptions options;
+  options.AddOption(L"Step.*.Reader.Encoding", VRELString("klingon"));
+  RecordingListener listener;
+  StepFormatReader* const document = new StepFormatReader(file, "part.stp", &options);
+  VRELFormatReaderHandle const handle(document);
+  EXPECT_EQ(document->Open(), VREL_E_INVALID_ARGUMENT);
+  EXPECT_THAT(listener.Texts(),
+              ElementsAre("part.stp: error: unknown encoding 'klingon' in option Step.*.Reader.Encoding\nhint: name an "
+                          "encoding as ICU does, such as UTF-8, ISO-8859-1 or Shift_JIS"));
+}
+
+TEST(StepFormatReaderTest, LogsEncodings) {
+  ReadDocument document(DocumentText("#1=A('\xC3\xA4','\xE4');#2=A('\xE4');"));
+  EXPECT_THAT(document.Messages(), IsEmpty());
+  EXPECT_THAT(document.listener.Texts(),
+              ElementsAre("part.stp: encoding of strings: UTF-8 (1 string), ISO-8859-1 (2 strings)"));
 }

@@ -24,7 +24,7 @@ std::string Printed(std::string const& header) {
 
 }  // namespace
 
-TEST(StepHeaderTest, ShowsEachTextOnALineOfItsOwn) {
+TEST(StepHeaderTest, SetsRowForEachString) {
   EXPECT_EQ(Printed("FILE_DESCRIPTION(('\\X2\\30D6\\X0\\','b','c'),$);\n"
                     "FILE_NAME('part','t',('J\\S\\vrg',''),(),$,*,'100%d');\n"
                     "FILE_SCHEMA(('S1','S2'));\n"),
@@ -49,7 +49,7 @@ TEST(StepHeaderTest, ShowsEachTextOnALineOfItsOwn) {
             "schema_identifiers 2     : S2\n");
 }
 
-TEST(StepHeaderTest, TakesHeadersThatAreNotByTheBook) {
+TEST(StepHeaderTest, ReadsIrregularHeaders) {
   // A string where a list belongs, $ in a list, numbers, parameters that are left out, another order, other entities.
   EXPECT_EQ(Printed("FILE_SCHEMA('S');!MINE(1,(2,3),T('x'));FILE_NAME(12,.T.,($,'a',(1.5,\"0F\"),#7),T('y'));"
                     "SECTION_LANGUAGE($,'en');FILE_DESCRIPTION();"),
@@ -74,12 +74,12 @@ TEST(StepHeaderTest, TakesHeadersThatAreNotByTheBook) {
 }
 
 // A text can neither begin a line of its own nor move the cursor of a terminal.
-TEST(StepHeaderTest, ShowsControlCharactersByTheirCodes) {
+TEST(StepHeaderTest, EscapesControls) {
   EXPECT_EQ(Printed("FILE_SCHEMA('a\\X2\\000A001B2028\\X0\\z');"),
             "FILE_SCHEMA\nschema_identifiers       : a<U+000A><U+001B><U+2028>z\n");
 }
 
-TEST(StepHeaderTest, KnowsTheParametersOfThreeEntities) {
+TEST(StepHeaderTest, NamesParameters) {
   EXPECT_STREQ(StepHeader::ParametersOf("FILE_NAME")[6], "authorization");
   EXPECT_EQ(StepHeader::ParametersOf("FILE_NAME")[7], nullptr);
   EXPECT_STREQ(StepHeader::ParametersOf("FILE_DESCRIPTION")[1], "implementation_level");

@@ -50,7 +50,7 @@ TEST(StepIdsTest, NumberIsIdOrOffset) {
   EXPECT_EQ(StepIds::NumberOf(IdOf("1000000000000000000"), 77), 9223372036854775885U);
 }
 
-TEST(StepIdsTest, TakesIdsOfAnyLength) {
+TEST(StepIdsTest, AcceptsIdsOfAnyLength) {
   std::vector<std::string> const digits = {
       "5", "2147483647", "2147483648", "999999999999999999", "9223372036854775808", "123456789012345678901234567890"};
   Indexed indexed(digits);

@@ -135,15 +135,15 @@ TEST(StepParserTest, IdHasDigitsAndNumber) {
 }
 
 TEST(StepParserTest, ReadsDeepLists) {
-  constexpr std::size_t DEPTH = 100'000;
-  std::string const open(DEPTH, '(');
-  std::string const close(DEPTH, ')');
+  constexpr std::size_t kDepth = 100'000;
+  std::string const open(kDepth, '(');
+  std::string const close(kDepth, ')');
   std::string const handed = Parsed("A(" + open + "1" + close + ");");
-  EXPECT_EQ(handed.size(), std::string("A< i:1 >").size() + 4 * DEPTH);
+  EXPECT_EQ(handed.size(), std::string("A< i:1 >").size() + 4 * kDepth);
   EXPECT_EQ(Parsed("A(" + open + "1" + close + ";"), "1:200004: expected ',' or ')' after a parameter, found ';'");
 }
 
-TEST(StepParserTest, RefusesTooDeepLists) {
+TEST(StepParserTest, RefusesListsBeyondDepthLimit) {
   std::string const open(StepParser::kDepthLimit + 1, '(');
   EXPECT_EQ(Parsed("A(" + open + "1"), "1:10000003: expected lists at most 10,000,000 deep, found '('");
 }

@@ -14,9 +14,9 @@ namespace {
 using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
 // Requires: ascending sources.
-StepReferrers::Walk WalkOver(Pairs const& pairs, int& walks) {
-  return [&pairs, &walks](StepReferrers::Note const& note) {
-    ++walks;
+StepReferrers::Traversal TraversalOf(Pairs const& pairs, int& passes) {
+  return [&pairs, &passes](StepReferrers::Note const& note) {
+    ++passes;
     for (auto const& [source, target] : pairs) note(source, target);
   };
 }
@@ -30,66 +30,66 @@ std::vector<std::uint32_t> Of(StepReferrers& referrers, std::uint32_t target) {
 
 TEST(StepReferrersTest, ReturnsEachReferrerOnce) {
   Pairs const pairs = {{0, 2}, {0, 2}, {0, 1}, {0, 2}, {1, 2}, {2, 2}, {2, 0}};
-  int walks = 0;
-  StepReferrers referrers(3, WalkOver(pairs, walks));
-  EXPECT_EQ(walks, 1);
+  int passes = 0;
+  StepReferrers referrers(3, TraversalOf(pairs, passes));
+  EXPECT_EQ(passes, 1);
   EXPECT_EQ(Of(referrers, 0), (std::vector<std::uint32_t>{2}));
   EXPECT_EQ(Of(referrers, 1), (std::vector<std::uint32_t>{0}));
   EXPECT_EQ(Of(referrers, 2), (std::vector<std::uint32_t>{0, 1, 2}));
-  EXPECT_EQ(walks, 2);
+  EXPECT_EQ(passes, 2);
 }
 
 TEST(StepReferrersTest, TakesEmptyDocument) {
-  int walks = 0;
-  StepReferrers(0, WalkOver({}, walks));
+  int passes = 0;
+  StepReferrers(0, TraversalOf({}, passes));
   Pairs const none;
-  StepReferrers referrers(2, WalkOver(none, walks));
+  StepReferrers referrers(2, TraversalOf(none, passes));
   EXPECT_TRUE(Of(referrers, 0).empty());
   EXPECT_TRUE(Of(referrers, 1).empty());
 }
 
 // Each of 1,100 instances refers to all: more than are kept at once.
 TEST(StepReferrersTest, ManyReferencesTakeMorePasses) {
-  constexpr std::uint32_t COUNT = 1100;
-  int walks = 0;
-  StepReferrers referrers(COUNT, [&walks](StepReferrers::Note const& note) {
-    ++walks;
-    for (std::uint32_t source = 0; source < COUNT; ++source) {
-      for (std::uint32_t target = 0; target < COUNT; ++target) note(source, target);
+  constexpr std::uint32_t kCount = 1100;
+  int passes = 0;
+  StepReferrers referrers(kCount, [&passes](StepReferrers::Note const& note) {
+    ++passes;
+    for (std::uint32_t source = 0; source < kCount; ++source) {
+      for (std::uint32_t target = 0; target < kCount; ++target) note(source, target);
     }
   });
   for (int round = 1; round <= 2; ++round) {
-    for (std::uint32_t target = 0; target < COUNT; ++target) {
+    for (std::uint32_t target = 0; target < kCount; ++target) {
       StepReferrers::Range const range = referrers.Of(target);
-      ASSERT_EQ(range.end() - range.begin(), COUNT);
+      ASSERT_EQ(range.end() - range.begin(), kCount);
       ASSERT_EQ(range.begin()[0], 0U);
-      ASSERT_EQ(range.begin()[COUNT - 1], COUNT - 1);
+      ASSERT_EQ(range.begin()[kCount - 1], kCount - 1);
     }
-    // The referrers of 953 instances are at most 2^20: one walk counts, two collect.
-    EXPECT_EQ(walks, 1 + 2 * round);
+    // The referrers of 953 instances are at most 2^20: one pass counts, two collect.
+    EXPECT_EQ(passes, 1 + 2 * round);
   }
 }
 
 // In a large document two referrers for each instance are kept.
 TEST(StepReferrersTest, KeepsTwoReferrersEach) {
-  constexpr std::uint32_t COUNT = 600'000;
+  constexpr std::uint32_t kCount = 600'000;
   for (std::uint32_t const each : {2U, 3U}) {
-    int walks = 0;
-    StepReferrers referrers(COUNT, [&walks, each](StepReferrers::Note const& note) {
-      ++walks;
-      for (std::uint32_t source = 0; source < COUNT; ++source) {
-        for (std::uint32_t i = 0; i < each; ++i) note(source, (source + i) % COUNT);
+    int passes = 0;
+    StepReferrers referrers(kCount, [&passes, each](StepReferrers::Note const& note) {
+      ++passes;
+      for (std::uint32_t source = 0; source < kCount; ++source) {
+        for (std::uint32_t i = 0; i < each; ++i) note(source, (source + i) % kCount);
       }
     });
-    for (std::uint32_t target = 0; target < COUNT; ++target) {
+    for (std::uint32_t target = 0; target < kCount; ++target) {
       StepReferrers::Range const range = referrers.Of(target);
       ASSERT_EQ(range.end() - range.begin(), each);
     }
-    EXPECT_EQ(walks, each == 2 ? 2 : 3);
+    EXPECT_EQ(passes, each == 2 ? 2 : 3);
   }
 }
 
-// A file can change between two walks.
+// A file can change between two passes.
 TEST(StepReferrersTest, DetectsChangedReferences) {
   Pairs const counted = {{0, 0}, {0, 1}, {1, 1}, {2, 2}};
   for (Pairs const& found : {Pairs{}, Pairs{{0, 0}, {0, 1}, {1, 1}}, Pairs{{0, 0}, {0, 1}, {1, 1}, {2, 2}, {3, 2}},
@@ -126,8 +126,8 @@ TEST(StepReferrersTest, AgreesWithModel) {
         model[target].insert(source);
       }
     }
-    int walks = 0;
-    StepReferrers referrers(count, WalkOver(pairs, walks));
+    int passes = 0;
+    StepReferrers referrers(count, TraversalOf(pairs, passes));
     for (std::uint32_t target = 0; target < count; ++target) {
       ASSERT_EQ(Of(referrers, target), std::vector<std::uint32_t>(model[target].begin(), model[target].end()));
     }
@@ -136,13 +136,13 @@ TEST(StepReferrersTest, AgreesWithModel) {
   }
 }
 
-TEST(StepReferrersTest, KeepsAsManyAsGiven) {
+TEST(StepReferrersTest, KeepsUpToGivenCount) {
   constexpr std::uint32_t kCount = 1100;
-  int walks = 0;
+  int passes = 0;
   StepReferrers referrers(
       kCount,
-      [&walks](StepReferrers::Note const& note) {
-        ++walks;
+      [&passes](StepReferrers::Note const& note) {
+        ++passes;
         for (std::uint32_t source = 0; source < kCount; ++source) {
           for (std::uint32_t target = 0; target < kCount; ++target) note(source, target);
         }
@@ -152,5 +152,5 @@ TEST(StepReferrersTest, KeepsAsManyAsGiven) {
     StepReferrers::Range const range = referrers.Of(target);
     ASSERT_EQ(range.end() - range.begin(), kCount);
   }
-  EXPECT_EQ(walks, 2);
+  EXPECT_EQ(passes, 2);
 }

@@ -42,38 +42,38 @@ std::string ScanError(std::string const& document) {
   return "";
 }
 
-constexpr auto WORD = StepScanner::Keyword;
-constexpr auto STRING = StepScanner::String;
-constexpr auto NUMBER = StepScanner::Number;
-constexpr auto OTHER = StepScanner::Other;
+constexpr auto kWord = StepScanner::Keyword;
+constexpr auto kString = StepScanner::String;
+constexpr auto kNumber = StepScanner::Number;
+constexpr auto kOther = StepScanner::Other;
 
 }  // namespace
 
 TEST(StepScannerTest, ReadsKinds) {
   ExpectTokens("#12=A_B(1,-2.5E+3,.T.,$,*,\"0F3\",'x');", {{StepScanner::Instance, 1, "#12"},
-                                                           {OTHER, 1, "="},
-                                                           {WORD, 1, "A_B"},
-                                                           {OTHER, 1, "("},
-                                                           {NUMBER, 1, "1"},
-                                                           {OTHER, 1, ","},
-                                                           {NUMBER, 1, "-2.5E+3"},
-                                                           {OTHER, 1, ","},
+                                                           {kOther, 1, "="},
+                                                           {kWord, 1, "A_B"},
+                                                           {kOther, 1, "("},
+                                                           {kNumber, 1, "1"},
+                                                           {kOther, 1, ","},
+                                                           {kNumber, 1, "-2.5E+3"},
+                                                           {kOther, 1, ","},
                                                            {StepScanner::Enumeration, 1, ".T."},
-                                                           {OTHER, 1, ","},
-                                                           {OTHER, 1, "$"},
-                                                           {OTHER, 1, ","},
-                                                           {OTHER, 1, "*"},
-                                                           {OTHER, 1, ","},
+                                                           {kOther, 1, ","},
+                                                           {kOther, 1, "$"},
+                                                           {kOther, 1, ","},
+                                                           {kOther, 1, "*"},
+                                                           {kOther, 1, ","},
                                                            {StepScanner::Binary, 1, "\"0F3\""},
-                                                           {OTHER, 1, ","},
-                                                           {STRING, 1, "x"},
-                                                           {OTHER, 1, ")"},
-                                                           {OTHER, 1, ";"}});
+                                                           {kOther, 1, ","},
+                                                           {kString, 1, "x"},
+                                                           {kOther, 1, ")"},
+                                                           {kOther, 1, ";"}});
   ExpectTokens("ISO-10303-21 END-ISO-10303-21 !MINE &SCOPE <http://a/b#c>",
-               {{WORD, 1, "ISO-10303-21"},
-                {WORD, 1, "END-ISO-10303-21"},
-                {WORD, 1, "!MINE"},
-                {WORD, 1, "&SCOPE"},
+               {{kWord, 1, "ISO-10303-21"},
+                {kWord, 1, "END-ISO-10303-21"},
+                {kWord, 1, "!MINE"},
+                {kWord, 1, "&SCOPE"},
                 {StepScanner::Resource, 1, "<http://a/b#c>"}});
 }
 
@@ -82,60 +82,60 @@ TEST(StepScannerTest, ReadsNumbers) {
     SCOPED_TRACE(number);
     std::string const text(number);
     bool const whole = text.back() != '-';
-    std::vector<Expected> expected{{NUMBER, 1, whole ? text : "5."}};
-    if (!whole) expected.push_back({OTHER, 1, "-"});
+    std::vector<Expected> expected{{kNumber, 1, whole ? text : "5."}};
+    if (!whole) expected.push_back({kOther, 1, "-"});
     ExpectTokens(text, expected);
   }
 }
 
 TEST(StepScannerTest, IncompleteTokenIsOther) {
   for (char const* piece : {"#", "!", "&", ".", ".T", "+", "-", "+.", "1E", "-2.5E+", "{", "/", "\\", "\xC3"}) {
-    ExpectTokens(piece, {{OTHER, 1, piece}});
+    ExpectTokens(piece, {{kOther, 1, piece}});
   }
-  ExpectTokens("# 1", {{OTHER, 1, "#"}, {NUMBER, 1, "1"}});
-  ExpectTokens(std::string("\0", 1), {{OTHER, 1, std::string("\0", 1)}});
+  ExpectTokens("# 1", {{kOther, 1, "#"}, {kNumber, 1, "1"}});
+  ExpectTokens(std::string("\0", 1), {{kOther, 1, std::string("\0", 1)}});
 }
 
 TEST(StepScannerTest, BinaryEndsAtNoDigit) {
-  ExpectTokens("\"0\nfF3 \"1", {{StepScanner::Binary, 1, "\"0fF3\""}, {NUMBER, 2, "1"}});
-  ExpectTokens("\"01G\";", {{OTHER, 1, "\"01"}, {WORD, 1, "G"}, {OTHER, 1, "\""}, {OTHER, 1, ";"}});
-  ExpectTokens(std::string("\"0\0", 3), {{OTHER, 1, "\"0"}, {OTHER, 1, std::string("\0", 1)}});
+  ExpectTokens("\"0\nfF3 \"1", {{StepScanner::Binary, 1, "\"0fF3\""}, {kNumber, 2, "1"}});
+  ExpectTokens("\"01G\";", {{kOther, 1, "\"01"}, {kWord, 1, "G"}, {kOther, 1, "\""}, {kOther, 1, ";"}});
+  ExpectTokens(std::string("\"0\0", 3), {{kOther, 1, "\"0"}, {kOther, 1, std::string("\0", 1)}});
 }
 
 TEST(StepScannerTest, ReducesApostrophes) {
-  ExpectTokens("'it''s'", {{STRING, 1, "it's"}});
-  ExpectTokens("''", {{STRING, 1, ""}});
-  ExpectTokens("''''", {{STRING, 1, "'"}});
-  ExpectTokens("'a\r\nb\nc\rd' 'e'", {{STRING, 1, "abcd"}, {STRING, 4, "e"}});
-  ExpectTokens("'a'\n'b'", {{STRING, 1, "a"}, {STRING, 2, "b"}});
+  ExpectTokens("'it''s'", {{kString, 1, "it's"}});
+  ExpectTokens("''", {{kString, 1, ""}});
+  ExpectTokens("''''", {{kString, 1, "'"}});
+  ExpectTokens("'a\r\nb\nc\rd' 'e'", {{kString, 1, "abcd"}, {kString, 4, "e"}});
+  ExpectTokens("'a'\n'b'", {{kString, 1, "a"}, {kString, 2, "b"}});
   ExpectTokens(
       "'a\tb\x1B\x7F"
       "c'",
-      {{STRING, 1, "a\tbc"}});
-  ExpectTokens("'\\S\\| \\\\ \xE9'", {{STRING, 1, "\\S\\| \\\\ \xE9"}});
+      {{kString, 1, "a\tbc"}});
+  ExpectTokens("'\\S\\| \\\\ \xE9'", {{kString, 1, "\\S\\| \\\\ \xE9"}});
 }
 
 TEST(StepScannerTest, SeparatesCommentsAndStrings) {
-  ExpectTokens("'/* text */'/* it's ' none */'b'", {{STRING, 1, "/* text */"}, {STRING, 1, "b"}});
-  ExpectTokens("A/*\n*//***/B /* * / ** */C/**/", {{WORD, 1, "A"}, {WORD, 2, "B"}, {WORD, 2, "C"}});
-  ExpectTokens("/ * */", {{OTHER, 1, "/"}, {OTHER, 1, "*"}, {OTHER, 1, "*"}, {OTHER, 1, "/"}});
+  ExpectTokens("'/* text */'/* it's ' none */'b'", {{kString, 1, "/* text */"}, {kString, 1, "b"}});
+  ExpectTokens("A/*\n*//***/B /* * / ** */C/**/", {{kWord, 1, "A"}, {kWord, 2, "B"}, {kWord, 2, "C"}});
+  ExpectTokens("/ * */", {{kOther, 1, "/"}, {kOther, 1, "*"}, {kOther, 1, "*"}, {kOther, 1, "/"}});
   // Comments are not nested.
-  ExpectTokens("/* /* */ A", {{WORD, 1, "A"}});
+  ExpectTokens("/* /* */ A", {{kWord, 1, "A"}});
 }
 
 TEST(StepScannerTest, CountsLines) {
-  ExpectTokens("A\nB\r\nC\rD\n\nE\r\rF\n\rG", {{WORD, 1, "A"},
-                                               {WORD, 2, "B"},
-                                               {WORD, 3, "C"},
-                                               {WORD, 4, "D"},
-                                               {WORD, 6, "E"},
-                                               {WORD, 8, "F"},
-                                               {WORD, 10, "G"}});
+  ExpectTokens("A\nB\r\nC\rD\n\nE\r\rF\n\rG", {{kWord, 1, "A"},
+                                               {kWord, 2, "B"},
+                                               {kWord, 3, "C"},
+                                               {kWord, 4, "D"},
+                                               {kWord, 6, "E"},
+                                               {kWord, 8, "F"},
+                                               {kWord, 10, "G"}});
 }
 
 TEST(StepScannerTest, SkipsByteOrderMark) {
-  ExpectTokens("\xEF\xBB\xBF A", {{WORD, 1, "A"}});
-  ExpectTokens("A \xEF", {{WORD, 1, "A"}, {OTHER, 1, "\xEF"}});
+  ExpectTokens("\xEF\xBB\xBF A", {{kWord, 1, "A"}});
+  ExpectTokens("A \xEF", {{kWord, 1, "A"}, {kOther, 1, "\xEF"}});
 }
 
 TEST(StepScannerTest, DigitsSkipsZeros) {
@@ -151,8 +151,8 @@ TEST(StepScannerTest, DigitsSkipsZeros) {
 
 TEST(StepScannerTest, DescribeCutsLongTokens) {
   std::string const word(1000, 'A');
-  ExpectTokens(word + ";", {{WORD, 1, word}, {OTHER, 1, ";"}});
-  ExpectTokens("'" + word + "'", {{STRING, 1, word}});
+  ExpectTokens(word + ";", {{kWord, 1, word}, {kOther, 1, ";"}});
+  ExpectTokens("'" + word + "'", {{kString, 1, word}});
   BytesInFile file(word);
   StepScanner scanner(file.Buffer());
   EXPECT_EQ(scanner.Next().Describe(), "'" + std::string(60, 'A') + "...'");
@@ -267,7 +267,7 @@ TEST(StepScannerTest, RefusesUnterminatedTokens) {
   EXPECT_EQ(ScanError("\"0F"), "1:1: expected '\"' at the end of the binary, found end of file");
   EXPECT_EQ(ScanError("\"\n"), "1:1: expected '\"' at the end of the binary, found end of file");
   EXPECT_EQ(ScanError("<a"), "1:1: expected '>' at the end of the resource, found end of file");
-  EXPECT_EQ(ScanError("<a;\nb>"), "1:1: expected '>' at the end of the resource, found end of file");
+  EXPECT_EQ(ScanError("<a;\nb>"), "1:1: expected '>' at the end of the resource, found end of line");
 }
 
 // A missing apostrophe must not join instances.
@@ -285,13 +285,13 @@ TEST(StepScannerTest, StringEndsBeforeInstance) {
 
 TEST(StepScannerTest, ReadsNames) {
   ExpectTokens("@12,#PI @PI_2 #P1;_A", {{StepScanner::Name, 1, "@12"},
-                                        {OTHER, 1, ","},
+                                        {kOther, 1, ","},
                                         {StepScanner::Name, 1, "#PI"},
                                         {StepScanner::Name, 1, "@PI_2"},
                                         {StepScanner::Name, 1, "#P1"},
-                                        {OTHER, 1, ";"},
-                                        {WORD, 1, "_A"}});
-  ExpectTokens("@ 1", {{OTHER, 1, "@"}, {NUMBER, 1, "1"}});
+                                        {kOther, 1, ";"},
+                                        {kWord, 1, "_A"}});
+  ExpectTokens("@ 1", {{kOther, 1, "@"}, {kNumber, 1, "1"}});
 }
 
 TEST(StepScannerTest, KeepsNulOfString) {
@@ -329,9 +329,13 @@ TEST(StepScannerTest, ReadsLinesBeforeEnd) {
   StepScanner scanner(file.Buffer());
   scanner.Next();
   scanner.Next();
-  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), "\nMIIB/ENDSEC+\n ab/*==\n");
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), "MIIB/ENDSEC+\n ab/*==\n");
   EXPECT_EQ(scanner.Next().text, "ENDSEC");
   EXPECT_EQ(scanner.Current().line, 4);
-  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), ";A");
+  EXPECT_EQ(scanner.ReadLinesBeforeEnd(), ";A\n");
   EXPECT_EQ(scanner.Next().kind, StepScanner::End);
+  BytesInFile otherEnds(" \r\na\r\rb\r\n\nENDSEC");
+  StepScanner other(otherEnds.Buffer());
+  EXPECT_EQ(other.ReadLinesBeforeEnd(), "a\n\nb\n\n");
+  EXPECT_EQ(other.Next().line, 6);
 }

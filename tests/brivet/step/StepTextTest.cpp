@@ -117,10 +117,10 @@ TEST(StepTextTest, KeepsInvalidEscapes) {
 
 // Cost: linear time, no deep stack.
 TEST(StepTextTest, TakesManyEscapes) {
-  constexpr std::size_t COUNT = 100000;
+  constexpr std::size_t kCount = 100000;
   auto const repeat = [](std::string const& part) {
     std::string all;
-    for (std::size_t i = 0; i < COUNT; ++i) all += part;
+    for (std::size_t i = 0; i < kCount; ++i) all += part;
     return all;
   };
   StepText text;

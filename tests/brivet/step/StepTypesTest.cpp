@@ -4,7 +4,7 @@
 
 #include <string>
 
-TEST(StepTypesTest, NumbersTypesAsTheyCome) {
+TEST(StepTypesTest, NumbersTypesInOrder) {
   StepTypes types;
   EXPECT_EQ(types.Size(), 0U);
   EXPECT_EQ(types.Count("LINE"), 0U);
@@ -17,7 +17,7 @@ TEST(StepTypesTest, NumbersTypesAsTheyCome) {
   EXPECT_EQ(types.Instances(1), 1);
 }
 
-TEST(StepTypesTest, TakesTypesBeyondTheLimitAsOne) {
+TEST(StepTypesTest, MergesTypesBeyondLimit) {
   StepTypes types;
   for (std::size_t i = 0; i < StepTypes::kLimit; ++i) ASSERT_EQ(types.Count("T" + std::to_string(i)), i);
   EXPECT_EQ(types.Count("X"), StepTypes::kLimit);
@@ -28,7 +28,7 @@ TEST(StepTypesTest, TakesTypesBeyondTheLimitAsOne) {
   EXPECT_EQ(types.Instances(StepTypes::kLimit), 2);
 }
 
-TEST(StepTypesTest, TakesLongNamesAsOne) {
+TEST(StepTypesTest, MergesLongNames) {
   StepTypes types;
   std::string const longest(StepTypes::kNameLimit, 'A');
   EXPECT_EQ(types.Count(longest), 0U);

@@ -32,7 +32,7 @@ std::string Rewritten(std::string const& bytes, VRELOptions* options = nullptr) 
   return Rewritten(document, options);
 }
 
-// What a description hands on, without the lines, which are written behind an @ and in front of an apostrophe.
+// Returns the record of a description without the line numbers, which are between an @ and an apostrophe.
 std::string Parameters(ReadDocument& document) {
   std::string const record = document.Record();
   std::string parameters;
@@ -57,7 +57,7 @@ void ExpectRoundTrip(std::string const& bytes, VRELOptions* options = nullptr) {
 
 }  // namespace
 
-TEST(StepWriterTest, WritesOneInstanceALine) {
+TEST(StepWriterTest, WritesInstancesOnLines) {
   EXPECT_EQ(Rewritten("ISO-10303-21;HEADER;/* c */FILE_DESCRIPTION(('d'),'2;1');FILE_NAME('n','t',('a','b'),('o'),\n"
                       "'p','s','');FILE_SCHEMA(('S'));ENDSEC;DATA;\n"
                       "#1 = A ( 'it''s' , '\\X2\\30D6\\X0\\' , .T. , -1.5E-3 , \"0F\" , $ , * , ( #2 , T ( 1 ) ) ) ;\n"
@@ -100,7 +100,7 @@ TEST(StepWriterTest, OptionsReplaceHeaderFields) {
   options.AddOption(L"PreProcessorVersion", VRELString("p\n1"));
   options.AddOption(L"SendingSystemName", VRELString("brivet"));
   options.AddOption(L"FileDescription", VRELString("d"));
-  // Options of other directions don't count.
+  // Options of other directions have no effect.
   options.AddOption(L"Step.Assembly.Reader.SendingSystemName", VRELString("no"));
   std::string const bytes =
       "ISO-10303-21;HEADER;FILE_DESCRIPTION(('x','y'),'2;1');FILE_NAME('n','t',('a','b'),('o'),'p','s','z');"
@@ -256,7 +256,7 @@ TEST(StepWriterTest, KeepsEdition3Sections) {
   EXPECT_EQ(Rewritten(document), bytes);
 }
 
-TEST(StepWriterTest, CommentSaysWhatIsIncomplete) {
+TEST(StepWriterTest, CommentListsIncompleteParts) {
   EXPECT_THAT(
       Rewritten(DocumentText("#1=A(;\n#2=B();\n")),
       HasSubstr("FILE_SCHEMA(('S'));\nENDSEC;\n/* INCOMPLETE: 1 part of the document could not be read and is not "

@@ -79,7 +79,7 @@ class BrivetFixture : public testing::Test {
 };
 
 // Uses most of the syntax of ISO 10303-21.
-inline constexpr char WASHER[] = R"(ISO-10303-21;
+inline constexpr char kWasher[] = R"(ISO-10303-21;
 HEADER;
 /* it's a washer */
 FILE_DESCRIPTION(('Scheibe f\S\|r M8','washer'),'2;1');

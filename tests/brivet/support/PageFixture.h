@@ -18,7 +18,7 @@ inline BrivetWriteRequest PageRequest(ReadDocument& document, Progress& progress
   return request;
 }
 
-// Takes `room` bytes and no more.
+// Accepts `room` bytes and no more.
 class FullStream final : public VRELOutputStream {
  public:
   explicit FullStream(int bytes) : room(bytes) {}

@@ -51,7 +51,7 @@ TEST(StandardErrorListenerTest, LocationReplacesProgramName) {
   EXPECT_EQ(Output([] { ReportWarning("part.stp", "odd"); }), "brivet: warning: part.stp: odd\n");
 }
 
-TEST(StandardErrorListenerTest, WritesHintsOnLinesOfTheirOwn) {
+TEST(StandardErrorListenerTest, WritesHintOnSeparateLine) {
   EXPECT_EQ(Output([] { VRELError::Printf("a:1: error: b\nhint: c"); }), "a:1: error: b\nhint: c\n");
   EXPECT_EQ(Output([] { VRELError::Printf("b\nhint: c\nd"); }), "brivet: b\nhint: c<U+000A>d\n");
   EXPECT_EQ(Output([] { VRELError::Printf("hint: c"); }), "hint: c\n");
@@ -90,12 +90,24 @@ TEST(StandardErrorListenerTest, IgnoresOtherEvents) {
 }
 
 // Any event can have this name.
-TEST(StandardErrorListenerTest, AcceptsForeignEventOfThatName) {
+TEST(StandardErrorListenerTest, AcceptsForeignEventOfSameName) {
   EXPECT_EQ(Output([] {
               VRELEvent event("VRELErrorEvent", VREL_LEVEL_ERROR);
               VRELEventBus::Fire(event);
             }),
             "brivet: \n");
+}
+
+TEST(StandardErrorListenerTest, WritesNotesOnRequest) {
+  testing::internal::CaptureStderr();
+  {
+    StandardErrorListener const listener(nullptr, true);
+    VRELInfo::Printf("note: odd");
+    VRELInfo::Printf("Healing = On");
+    VRELWarning::Printf("first");
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "brivet: note: odd\nbrivet: warning: first\n");
+  EXPECT_EQ(Output([] { VRELInfo::Printf("note: odd"); }), "");
 }
 
 TEST(StandardErrorListenerTest, DestructorRemovesListener) {

@@ -15,13 +15,14 @@ TEST(FormatsTest, FindsByExtension) {
   EXPECT_STREQ(Format::OfOutput("b.c/a.HtM")->name, "html");
   EXPECT_STREQ(Format::OfOutput("a.txt")->name, "text");
   EXPECT_STREQ(Format::OfOutput("a.text")->name, "text");
-  for (char const* path : {"a.stp", "a.STEP", "a.html.p21"}) EXPECT_STREQ(Format::OfOutput(path)->name, "step") << path;
-  for (char const* path : {"", "a", ".html", "a.", "a.htm l", "x.html/a", "a.ht", "a.html.htm "}) {
+  for (char const* path : {"a.stp", "a.STEP", "a.html.p21", "a.stp.gz"})
+    EXPECT_STREQ(Format::OfOutput(path)->name, "step") << path;
+  for (char const* path : {"", "a", ".html", "a.", "a.htm l", "x.html/a", "a.ht", "a.html.htm ", "a.gz"}) {
     EXPECT_EQ(Format::OfOutput(path), nullptr) << path;
   }
 }
 
-TEST(FormatsTest, EveryInputIsStep) {
+TEST(FormatsTest, InputFormatIsAlwaysStep) {
   for (char const* path : {"a.stp", "a", "a.html", "-"}) {
     EXPECT_STREQ(Format::OfInput(path).module, "BrivetStep") << path;
   }
@@ -29,4 +30,30 @@ TEST(FormatsTest, EveryInputIsStep) {
 
 TEST(FormatsTest, ListsWrittenNames) {
   EXPECT_EQ(Format::WrittenNames(), "html, text, step, json");
+}
+
+TEST(FormatsTest, ListsFormats) {
+  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .txt, .text, .stp, .step, .p21");
+  EXPECT_EQ(Format::Table(),
+            "html     HTML     write       BrivetHtml   .html .htm\n"
+            "text     text     write       BrivetText   .txt .text\n"
+            "step     STEP     read,write  BrivetStep   .stp .step .p21\n");
+}
+
+TEST(FormatsTest, NamesOutputs) {
+  Format const& html = *Format::Named("html");
+  struct Row {
+    char const* input;
+    char const* output;
+  };
+  Row const rows[] = {{"a.stp", "a.html"},
+                      {"x/a.b.STEP", "a.b.html"},
+                      {"a.stp.gz", "a.html"},
+                      {"a.STPZ", "a.html"},
+                      {"a", "a.html"},
+                      {"-", "stdin.html"},
+                      {".stp", ".stp.html"},
+                      {"a.gz", "a.html"},
+                      {"/dev/stdin", "stdin.html"}};
+  for (Row const& row : rows) EXPECT_EQ(html.OutputName(row.input), row.output) << row.input;
 }

@@ -40,7 +40,7 @@ class ListingTest : public testing::Test {
   VRELFormatReaderHandle handle;
 };
 
-constexpr char HEADER[] =
+constexpr char kHeader[] =
     "FILE_DESCRIPTION\n"
     "description              : (empty)\n"
     "implementation_level     : 2;1\n"
@@ -64,7 +64,7 @@ TEST_F(ListingTest, SortsTypesByCount) {
   Document& document = Read(DocumentText("#1=A();\n#2=B();\n#3=B();\n#4=(C()D());\n#5=A();\n#6=B();\n#7=A(;\n"));
   testing::internal::CaptureStdout();
   EXPECT_EQ(PrintListing(document, progress), VREL_S_OK);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(HEADER) +
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kHeader) +
                                                         "data sections              1\n"
                                                         "entity instances           6\n"
                                                         "  simple                   5\n"
@@ -79,13 +79,13 @@ TEST_F(ListingTest, SortsTypesByCount) {
                                                         "         1  (C D)\n");
 }
 
-// Columns are as wide as what stands in them.
+// Columns are as wide as their widest entry.
 TEST_F(ListingTest, ShowsEscapedStrings) {
   Document& document =
       Read(DocumentText("#1=A('plain');\n#1234567890=A('\\S\\|','\\X2\\000A\\X0\\');\n#3=B(('\\\\'));\n"));
   testing::internal::CaptureStdout();
   EXPECT_EQ(PrintListing(document, progress), VREL_S_OK);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(HEADER) +
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kHeader) +
                                                         "data sections              1\n"
                                                         "entity instances           3\n"
                                                         "  simple                   3\n"

@@ -33,7 +33,7 @@ class RunLogTest : public testing::Test {
     RecordingListener listener;
     RunLog const log(kLog, filesOfRun);
     isWriting = log.IsWriting();
-    Texts const texts = listener.Texts();
+    Texts texts = listener.Texts();
     VRELInfo::Printf("text");
     return texts;
   }
@@ -77,7 +77,7 @@ TEST_F(RunLogTest, RefusesPipeWithoutWaiting) {
   EXPECT_FALSE(isWriting);
 }
 
-// A link that somebody has put there must not redirect the log.
+// A link that another user created must not redirect the log.
 TEST_F(RunLogTest, RefusesSymbolicLinks) {
   folder.Write("victim", "precious");
   for (char const* target : {"victim", "dangling", "/dev/null"}) {
@@ -121,7 +121,7 @@ TEST_F(RunLogTest, ReportsMissingPermission) {
   EXPECT_FALSE(folder.Has(kLog));
 }
 
-// A full disk takes an empty file.
+// A full disk accepts an empty file.
 TEST_F(RunLogTest, ReportsFullDisk) {
   ChildResult const result = RunInChild([this] {
     std::signal(SIGXFSZ, SIG_IGN);
@@ -145,7 +145,7 @@ TEST_F(RunLogTest, RefusesFilesOfRun) {
   EXPECT_EQ(Run({"hard.stp"}), Texts{Refusal("it is a file of this run")});
 }
 
-// It does not exist before the log is created.
+// The output does not exist before the log is created.
 TEST_F(RunLogTest, RefusesFutureOutput) {
   EXPECT_EQ(Run({"./brivet_read.log"}), Texts{Refusal("it is a file of this run")});
   EXPECT_FALSE(folder.Has(kLog));

@@ -134,7 +134,7 @@ TEST_F(TranslationTest, ListingHasNoWritePhase) {
 
 TEST_F(TranslationTest, SendsGenericTasksWhenMeasuring) {
   VRELPerfTrackerStatus::instance.SetPerfTracking(true);
-  Texts const texts = Run(DocumentText(""));
+  Texts const texts = Run(DocumentText("#1=A();\n"));
   VRELPerfTrackerStatus::instance.SetPerfTracking(false);
   Texts writing = kWriting;
   writing.insert(writing.begin() + 3, "Conversion");
@@ -243,7 +243,7 @@ class FileChanger final : public VRELEventListener {
 
 }  // namespace
 
-TEST_F(TranslationTest, ReportsInputThatChanges) {
+TEST_F(TranslationTest, ReportsChangedInput) {
   folder.Write("a.html", "old");
   for (char const* event : {"VRELStartReadFileTaskEvent", "Writing File"}) {
     SCOPED_TRACE(event);

@@ -41,7 +41,7 @@ class VRELLogFileWrapperTest : public testing::Test {
   VRELFilePath PathOf(char const* name) const { return directory.Path(name).c_str(); }
 
   // Runs `body` in the directory.
-  void RunThere(std::function<void()> const& body) const {
+  void RunInDirectory(std::function<void()> const& body) const {
     ChildResult const child = RunInChild([&] {
       if (chdir(directory.Path().c_str()) != 0) return 2;
       body();
@@ -97,9 +97,9 @@ TEST_F(VRELLogFileWrapperTest, PathIsOpenDuringLifetime) {
 
 // Path that overrides OpenFile.
 TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
-  class AskedPath : public VRELFilePath {
+  class OverridingPath : public VRELFilePath {
    public:
-    AskedPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
+    OverridingPath(std::FILE* given, bool validity) : file(given), isValid(validity) {}
     bool IsValid() const override { return isValid; }
     std::FILE* OpenFile(char const* mode) const override {
       modes += mode;
@@ -111,7 +111,7 @@ TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
     std::FILE* file;
     bool isValid;
   };
-  AskedPath const valid(std::fopen(directory.Path("log").c_str(), "w"), true);
+  OverridingPath const valid(std::fopen(directory.Path("log").c_str(), "w"), true);
   {
     VRELLogFileWrapper const log(valid);
     VRELInfo::Printf("text");
@@ -120,10 +120,10 @@ TEST_F(VRELLogFileWrapperTest, CallsOpenFileOfPath) {
   EXPECT_EQ(directory.Read("log"), "Message : text\n");
   EXPECT_EQ(CountOpenDescriptors(directory.Path("log")), 0);
 
-  AskedPath const invalid(nullptr, false);
+  OverridingPath const invalid(nullptr, false);
   VRELLogFileWrapper const none(invalid);
   EXPECT_EQ(invalid.modes, "");
-  AskedPath const refusing(nullptr, true);
+  OverridingPath const refusing(nullptr, true);
   VRELLogFileWrapper const idle(refusing);
   EXPECT_EQ(refusing.modes, "w");
   EXPECT_EQ(ListenerCount(), 0);
@@ -142,7 +142,7 @@ TEST_F(VRELLogFileWrapperTest, FailedOpenIsSilent) {
 TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsAreInCurrentDirectory) {
   directory.Write("brivet_read.log", "the run before");
   directory.Write("brivet_write.log", "the run before");
-  RunThere([] {
+  RunInDirectory([] {
     {
       VRELLogFileWrapper const log(true);
       VRELInfo::Printf("reading");
@@ -155,7 +155,7 @@ TEST_F(VRELLogFileWrapperTest, ReadAndWriteLogsAreInCurrentDirectory) {
 }
 
 TEST_F(VRELLogFileWrapperTest, CreatesOnlyOneLog) {
-  RunThere([] { VRELLogFileWrapper const log(false); });
+  RunInDirectory([] { VRELLogFileWrapper const log(false); });
   EXPECT_TRUE(directory.Has("brivet_write.log"));
   EXPECT_FALSE(directory.Has("brivet_read.log"));
 }
@@ -204,7 +204,7 @@ TEST_F(VRELLogFileWrapperTest, ThresholdIsReadFromEnvironment) {
 
 TEST_F(VRELLogFileWrapperTest, ThresholdAppliesToAllConstructors) {
   setenv("VRELLogLevel", "ERROR", 1);
-  RunThere([&] {
+  RunInDirectory([&] {
     std::FILE* const file = std::fopen("borrowed", "w");
     {
       VRELLogFileWrapper const borrowing(file);
@@ -287,7 +287,7 @@ TEST_F(VRELLogFileWrapperTest, RemovedLogIsNotRecreated) {
   EXPECT_EQ(directory.Read("log"), "Message : 3\n");
 }
 
-TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
+TEST_F(VRELLogFileWrapperTest, KilledProcessKeepsLog) {
   ChildResult const child = RunInChildWithoutTeardown([&]() -> int {
     VRELLogFileWrapper const log(PathOf("log"));
     VRELInfo::Printf("last words");
@@ -299,7 +299,7 @@ TEST_F(VRELLogFileWrapperTest, KilledProcessLosesNothing) {
 
 // A static wrapper of the application is destroyed before the library.
 TEST_F(VRELLogFileWrapperTest, StaticWrapperWritesUntilExit) {
-  RunThere([] {
+  RunInDirectory([] {
     static VRELLogFileWrapper const log(true);
     std::atexit([] { VRELInfo::Printf("at exit"); });
   });

@@ -105,7 +105,7 @@ TEST_F(VRELLoggerTest, StartsIdle) {
   logger.HandleEvent(event);
 }
 
-TEST_F(VRELLoggerTest, InitializeTakesStreamAndAddsListener) {
+TEST_F(VRELLoggerTest, InitializeSetsStreamAndAddsListener) {
   StreamHistory history;
   auto* const stream = new HistoryStream(history);
   VRELLogger logger;
@@ -159,9 +159,9 @@ TEST_F(VRELLoggerTest, LevelOverridesEnvironment) {
 
 // Nothing is added or removed, line ends included. Each event is one write.
 TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
-  class Saying : public VRELEvent {
+  class TextEvent : public VRELEvent {
    public:
-    explicit Saying(char const* said) : VRELEvent("Saying", VREL_LEVEL_INFO), text(said) {}
+    explicit TextEvent(char const* initialText) : VRELEvent("TextEvent", VREL_LEVEL_INFO), text(initialText) {}
     void GetFormattedDescription(VRELOutputStream* stream) override {
       stream->write(text.data(), static_cast<int>(text.size()));
     }
@@ -172,8 +172,8 @@ TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
   StreamHistory history;
   VRELLogger logger;
   logger.Initialize(new HistoryStream(history), VREL_LEVEL_INFO);
-  Saying first("a");
-  Saying second("b\r\nc");
+  TextEvent first("a");
+  TextEvent second("b\r\nc");
   VRELEvent silent("Silent", VREL_LEVEL_ERROR);
   VRELEventBus::Fire(first);
   VRELEventBus::Fire(second);
@@ -186,16 +186,16 @@ TEST_F(VRELLoggerTest, WritesTextsVerbatimInOrder) {
 
 // The event writes to the stream of the logger itself.
 TEST_F(VRELLoggerTest, PassesStreamToEvent) {
-  class Looking : public VRELEvent {
+  class StreamRecordingEvent : public VRELEvent {
    public:
-    Looking() : VRELEvent("Looking", VREL_LEVEL_INFO) {}
+    StreamRecordingEvent() : VRELEvent("StreamRecordingEvent", VREL_LEVEL_INFO) {}
     void GetFormattedDescription(VRELOutputStream* stream) override { seen = stream; }
     VRELOutputStream* seen = nullptr;
   };
   StreamHistory history;
   VRELLogger logger;
   logger.Initialize(new HistoryStream(history), VREL_LEVEL_INFO);
-  Looking event;
+  StreamRecordingEvent event;
   VRELEventBus::Fire(event);
   EXPECT_EQ(event.seen, logger.GetOutputStream());
 }
@@ -337,7 +337,7 @@ class SpecialAbort : public VRELAbortException {
   virtual ~SpecialAbort() = default;
 };
 
-TEST_F(VRELLoggerTest, AbortIsRethrownAsNew) {
+TEST_F(VRELLoggerTest, AbortIsRethrownAsNewObject) {
   ThrowingListener const listener([] { throw SpecialAbort(); });
   VRELFilePath path(directory.Path("no/such/log").c_str());
   VRELLogger logger;

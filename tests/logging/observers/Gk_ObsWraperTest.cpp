@@ -277,7 +277,7 @@ class Gk_ObsWraperChangesTest : public testing::Test {
     }
   }
 
-  void ExpectEachToldOnce(std::size_t times = 1) const {
+  void ExpectEachNotifiedOnce(std::size_t times = 1) const {
     for (auto const& observer : observers) EXPECT_EQ(observer->calls.size(), times);
   }
 
@@ -291,7 +291,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversCanRemoveThemselves) {
     observer->then = [this, self = observer.get()] { observable.getObservers().Remove(self); };
   }
   wrapper.setInt(1);
-  ExpectEachToldOnce();
+  ExpectEachNotifiedOnce();
   EXPECT_EQ(observable.getObservers().Size(), 0);
 }
 
@@ -337,7 +337,7 @@ TEST_F(Gk_ObsWraperChangesTest, AddedObserversGetNextValue) {
     };
   }
   wrapper.setInt(1);
-  ExpectEachToldOnce();
+  ExpectEachNotifiedOnce();
   ASSERT_EQ(added.size(), static_cast<std::size_t>(count));
   for (auto const& observer : added) EXPECT_EQ(observer->calls, Calls{});
   for (auto const& observer : observers) observer->then = nullptr;
@@ -351,7 +351,7 @@ TEST_F(Gk_ObsWraperChangesTest, ObserversCanSendToSameName) {
     if (++depth == 1) wrapper.setInt(2);
   };
   wrapper.setInt(1);
-  ExpectEachToldOnce(2);
+  ExpectEachNotifiedOnce(2);
 }
 
 TEST(Gk_ObsWraperTest, ExceptionOfObserverReachesSender) {

@@ -14,21 +14,21 @@ class VRELCallbackSharedTest : public testing::Test {
   VRELCallbackSharedTest() { callCount = 0; }
   ~VRELCallbackSharedTest() override {
     VRELCallbackShared::m_AbortCallback = nullptr;
-    TakeRequestBack();
+    ClearRequest();
   }
 
-  static void TakeRequestBack() {
+  static void ClearRequest() {
     try {
       Gk_ErrMgr::checkAbort();
     } catch (VRELAbortException const&) {
     }
   }
 
-  static bool SayNo() {
+  static bool ReturnFalse() {
     ++callCount;
     return false;
   }
-  static bool SayYes() {
+  static bool ReturnTrue() {
     ++callCount;
     return true;
   }
@@ -40,24 +40,24 @@ TEST_F(VRELCallbackSharedTest, IsNotAbortedInitially) {
 }
 
 TEST_F(VRELCallbackSharedTest, CallbackDecides) {
-  VRELCallbackShared::m_AbortCallback = SayNo;
+  VRELCallbackShared::m_AbortCallback = ReturnFalse;
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
   EXPECT_EQ(callCount, 1);
-  VRELCallbackShared::m_AbortCallback = SayYes;
+  VRELCallbackShared::m_AbortCallback = ReturnTrue;
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   EXPECT_EQ(callCount, 2);
   EXPECT_FALSE(Gk_ErrMgr::shouldAbort());
 }
 
 TEST_F(VRELCallbackSharedTest, RequestThrowsRepeatedly) {
-  VRELCallbackShared::m_AbortCallback = SayNo;
+  VRELCallbackShared::m_AbortCallback = ReturnFalse;
   Gk_ErrMgr::setAbort();
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
   // The callback is called nevertheless.
   EXPECT_EQ(callCount, 1);
   EXPECT_TRUE(Gk_ErrMgr::shouldAbort());
   EXPECT_THROW(VRELCallbackShared::IsAborted(), VRELAbortException);
-  TakeRequestBack();
+  ClearRequest();
   EXPECT_FALSE(VRELCallbackShared::IsAborted());
 }
 

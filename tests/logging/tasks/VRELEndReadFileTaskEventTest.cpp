@@ -13,7 +13,7 @@ constexpr char kHeading[] = "-------------------------Source File Header Informa
 std::string const kRule = std::string(80, '-') + "\n";
 
 // Records the selected models and the number of GetCount calls.
-class WatchedHeader : public VRELFileHeader {
+class RecordingHeader : public VRELFileHeader {
  public:
   VRINResult SelectModel(int index) override {
     calls += std::to_string(index) + " ";
@@ -34,7 +34,7 @@ TEST(VRELEndReadFileTaskEventTest, HasReadFileTask) {
 }
 
 TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
-  WatchedHeader header;
+  RecordingHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim 100%s");
   header.AddSection(L"Size");
   header.Set(L"Configurations Count", VRELValue(2));
@@ -49,7 +49,7 @@ TEST(VRELEndReadFileTaskEventTest, WritesHeaderOfOneModel) {
 }
 
 TEST(VRELEndReadFileTaskEventTest, WritesModelNumbers) {
-  WatchedHeader header;
+  RecordingHeader header;
   header.Set(VRELFileHeader::AUTHOR, L"Kim");
   header.SelectModel(1);
   header.Set(VRELFileHeader::UNITS, L"mm");
@@ -92,7 +92,7 @@ TEST(VRELEndReadFileTaskEventTest, WritesNumberOfEmptyModel) {
 }
 
 TEST(VRELEndReadFileTaskEventTest, EmptyHeaderWritesNothing) {
-  WatchedHeader header;
+  RecordingHeader header;
   EXPECT_EQ(DescriptionOf(VRELEndReadFileTaskEvent(VREL_S_OK, &header)), "");
   EXPECT_EQ(header.TakeCalls(), "0 0 ");
   header.ResizeModels(2);

@@ -55,7 +55,7 @@ int ListenerCount() {
 }
 
 // Monitor that returns the times that the test sets.
-class ToldMonitor : public VRELBasePerformanceMonitor {
+class RecordingMonitor : public VRELBasePerformanceMonitor {
  public:
   VRINResult PrintStatistics() override {
     VRELInfo::Printf("statistics");
@@ -379,7 +379,7 @@ TEST_F(VRELTimingLoggerTest, OverlongIdentifierIsTruncated) {
 }
 
 TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
   monitor.userTime = 10;
@@ -411,7 +411,7 @@ TEST_F(VRELTimingLoggerTest, AddsTimesOfMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
   Start("A", 0, 0);
@@ -429,7 +429,7 @@ TEST_F(VRELTimingLoggerTest, PrintsDetailsOfMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   VRELTimingLogger::_detailedTaskInfo = true;
   monitor.kernelTime = 5;
@@ -457,7 +457,7 @@ TEST_F(VRELTimingLoggerTest, FailedQueryLeavesColumnsZero) {
 }
 
 TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   VRELTimingLogger::_pMonitor = &monitor;
   monitor.kernelTime = 1;
   monitor.userTime = 2;
@@ -469,7 +469,7 @@ TEST_F(VRELTimingLoggerTest, SummaryWithoutTasksPrintsMonitor) {
 }
 
 TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
-  auto monitor = std::make_unique<ToldMonitor>();
+  auto monitor = std::make_unique<RecordingMonitor>();
   VRELTimingLogger::_pMonitor = monitor.get();
   Start("A", 0, 0);
   monitor->userTime = 2;
@@ -481,7 +481,7 @@ TEST_F(VRELTimingLoggerTest, DeletedMonitorLeavesTimesZero) {
 }
 
 TEST_F(VRELTimingLoggerTest, DestructorFinalizesAndClearsMonitor) {
-  ToldMonitor monitor;
+  RecordingMonitor monitor;
   auto another = std::make_unique<VRELTimingLogger>();
   another->Initialize();
   EXPECT_EQ(ListenerCount(), 2);
@@ -511,12 +511,12 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
   } throwing;
-  auto dying = std::make_unique<VRELTimingLogger>();
-  dying->Initialize();
+  auto throwing = std::make_unique<VRELTimingLogger>();
+  throwing->Initialize();
   VRELEventBus::GetEventBus()->AddListener(&throwing);
-  EXPECT_THROW(dying->Finalize(), std::runtime_error);
+  EXPECT_THROW(throwing->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
-  dying.reset();
+  throwing.reset();
   EXPECT_EQ(ListenerCount(), 2);
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
@@ -545,7 +545,7 @@ ChildResult RunWithVariables(char const* timing, char const* detail, std::functi
   });
 }
 
-void ExpectWell(ChildResult const& child) {
+void ExpectSuccess(ChildResult const& child) {
   EXPECT_EQ(child.exitStatus, 0) << child.output << child.errors;
   EXPECT_EQ(child.signal, 0);
 }
@@ -553,7 +553,7 @@ void ExpectWell(ChildResult const& child) {
 TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
   for (char const* const value : {kUnset, "", "No", "false", "OFF", "1", "2", "Yes ", "maybe", "100%s"}) {
     SCOPED_TRACE(value == nullptr ? "(unset)" : value);
-    ExpectWell(RunWithVariables(value, "Yes", [] {
+    ExpectSuccess(RunWithVariables(value, "Yes", [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_FALSE(VRELTimingLogger::_isTimerOn);
@@ -573,7 +573,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpLeavesTimerOffByDefault) {
 
 TEST(VRELTimingLoggerProcessTest, SetUpReadsEnvironment) {
   for (char const* const value : {"Yes", "true", "ON"}) {
-    ExpectWell(RunWithVariables(value, kUnset, [] {
+    ExpectSuccess(RunWithVariables(value, kUnset, [] {
       RecordingListener const listener;
       VRELTimingLogger::SetUp();
       EXPECT_TRUE(VRELTimingLogger::_isTimerOn);
@@ -599,7 +599,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
   };
   for (auto const& each : cases) {
     SCOPED_TRACE(each.value == nullptr ? "(unset)" : each.value);
-    ExpectWell(RunWithVariables("Yes", each.value, [&] {
+    ExpectSuccess(RunWithVariables("Yes", each.value, [&] {
       VRELTimingLogger::_detailedTaskInfo = each.before;
       VRELTimingLogger::SetUp();
       EXPECT_EQ(VRELTimingLogger::_detailedTaskInfo, each.after);
@@ -608,7 +608,7 @@ TEST(VRELTimingLoggerProcessTest, SetUpReadsDetailVariable) {
 }
 
 TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
-  ExpectWell(RunWithVariables(kUnset, kUnset, [] {
+  ExpectSuccess(RunWithVariables(kUnset, kUnset, [] {
     VRELTimingLogger::_timer.Initialize();
     VRELBasePerformanceMonitor monitor;
     VRELBasePerformanceMonitor::Install(&monitor, new VRELBrivetLibrary("VRELTestNoSuchModule", "", ""));
@@ -621,7 +621,7 @@ TEST(VRELTimingLoggerProcessTest, StopDoesNothingIfOff) {
 }
 
 TEST(VRELTimingLoggerProcessTest, MeasuresFiredEvents) {
-  ExpectWell(RunWithVariables("Yes", kUnset, [] {
+  ExpectSuccess(RunWithVariables("Yes", kUnset, [] {
     RecordingListener listener;
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Translation", VREL_LEVEL_INFO);
@@ -664,7 +664,7 @@ std::string Masked(std::string line) {
 }
 
 TEST(VRELTimingLoggerProcessTest, PrintsTimesOfRealMonitor) {
-  ExpectWell(RunWithVariables("Yes", "Yes", [] {
+  ExpectSuccess(RunWithVariables("Yes", "Yes", [] {
     VRELTimingLogger::SetUp();
     VRELBrivetLibrary module("VRELTestMonitor", "InitializeModule", "");
     ASSERT_EQ(module.Load(), VREL_S_OK);
@@ -715,10 +715,10 @@ TEST(VRELTimingLoggerProcessTest, PrintsSummaryAtExit) {
     VRELTimingLogger::SetUp();
     VRELStartTaskEvent::Fire("s", "Mesh", VREL_LEVEL_INFO);
     // Is destroyed first.
-    static ToldMonitor monitor;
+    static RecordingMonitor monitor;
     VRELTimingLogger::_pMonitor = &monitor;
   });
-  ExpectWell(child);
+  ExpectSuccess(child);
   EXPECT_EQ(child.output,
             "Message : Task Timing On\n"
             "Message : ================= End Timing Performance Summary =================\n");
@@ -731,7 +731,7 @@ TEST(VRELTimingLoggerProcessTest, PrintsNothingAfterStop) {
     VRELTimingLogger::Stop();
     VRELInfo::Printf("stopped");
   });
-  ExpectWell(child);
+  ExpectSuccess(child);
   EXPECT_EQ(child.output,
             "Message : Task Timing On\n"
             "Message : ================= End Timing Performance Summary =================\n"
@@ -748,7 +748,7 @@ TEST(VRELTimingLoggerProcessTest, QueriesMonitorOfModuleAtExit) {
       VRELBrivetLibrary module(name.c_str(), "InitializeModule", "");
       EXPECT_EQ(module.Load(), VREL_S_OK);
     });
-    ExpectWell(child);
+    ExpectSuccess(child);
     bool const isAsked = child.output.find("Message : statistics of " + name + "\n") != std::string::npos;
     EXPECT_NE(isAsked, isStatic) << child.output;
     EXPECT_NE(child.output.find("End Timing Performance Summary"), std::string::npos) << child.output;

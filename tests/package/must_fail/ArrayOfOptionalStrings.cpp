@@ -1,4 +1,4 @@
-// An optional or a pair is as movable as what it holds.
+// An optional or a pair is as movable as its elements.
 // error: VRELIsByteMovable
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-// A file is not made from a boolean: it would be descriptor 0 or 1.
+// A file is not created from a boolean: it would be descriptor 0 or 1.
 // error: uses? (of )?deleted function
 #include "VRINFile.h"
 

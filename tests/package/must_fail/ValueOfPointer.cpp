@@ -1,4 +1,4 @@
-// A value is not made from a pointer that is not a string: it would be stored as true.
+// A value is not created from a pointer that is not a string: it would be stored as true.
 // error: uses? (of )?deleted function
 #include "VRINValue.h"
 

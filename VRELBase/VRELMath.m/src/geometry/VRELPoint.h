@@ -19,7 +19,7 @@ class VRELStreamFormatter;
 // for an abort and then throw VRELAbortException.
 //
 // Compatibility: a point of another dimension is accepted. operator[] clamps its index, so that the last coordinate
-// also serves as the missing ones.
+// is also used for the missing ones.
 // Compatibility: assignment sets the reference count of the left side to 0. Assign to a point that handles refer to
 // with CopyFrom, which leaves the count unchanged.
 class VREL_EXPORT VRELPoint : public VRELReferenceCount {

@@ -35,7 +35,7 @@ class VREL_EXPORT VRELPointf {
   // points.
   // Compatibility: a point is never equal to itself.
   bool operator==(VRELPointf const& other) const noexcept;
-  // Not available, because the negation of operator== is not what the expression says; use !a.IsEqual(b).
+  // Deleted, because the negation of operator== would not compare the points. Use !a.IsEqual(b).
   bool operator!=(VRELPointf const& other) const = delete;
   // Returns true if all three coordinates are exactly equal.
   constexpr bool IsEqual(VRELPointf const& other) const noexcept {

@@ -30,7 +30,7 @@ class VREL_EXPORT Gk_Func {
   static int abs(int n) noexcept { return n < 0 ? static_cast<int>(0u - static_cast<unsigned int>(n)) : n; }
   static double abs(double x) noexcept { return std::fabs(x); }
 
-  // Compatibility: returns whether b is below both a and c, which neither the name nor the order of arguments suggests.
+  // Compatibility: returns whether b is below both a and c, which differs from what the name suggests.
   static bool notInRange(int a, int b, int c) noexcept { return b < a && b < c; }
 
   // Returns the binomial coefficient of n over k; 0 for k below 0 or above n. The result is a product of quotients and

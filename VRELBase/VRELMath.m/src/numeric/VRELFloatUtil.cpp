@@ -11,12 +11,10 @@
 
 // How a number is parsed. The value of a string is defined by a loop over its bytes:
 //
-//   - A digit of the mantissa m makes it 10 m + digit, in doubles, as long as m is below 2^53. Later digits are
-//   dropped;
-//     those before the point are counted in the exponent, but only while m is above 2^53, not equal to it.
-//   - The digits of the written exponent go into the same number as that count. With such a mantissa, and no point,
-//   they
-//     are dropped and counted too.
+//   - A digit of the mantissa m sets it to 10 m + digit, in doubles, as long as m is below 2^53.
+//     Later digits are dropped; those before the point are counted in the exponent, but only while m is above 2^53.
+//   - The digits of the written exponent are added to the same number as that count.
+//     With such a mantissa, and no point, they are dropped and counted too.
 //   - The value is m * 5^e * 2^e, or m / 5^-e * 2^e for a negative exponent e. 5^e is computed by repeated squaring.
 //
 // This is not the correctly rounded conversion of strtod (compare Clinger, "How to read floating point numbers
@@ -71,9 +69,9 @@ double ScaleByPowerOfTwo(double x, std::int64_t exponent) {
 class NumberParser {
  public:
   explicit NumberParser(char const* text) : at(text) {
-    TakeExactDigits();
-    TakeMantissa();
-    if (digits != 0 && IsExponentMark(*at)) TakeExponent();
+    ReadExactMantissa();
+    ReadMantissa();
+    if (digits != 0 && IsExponentMark(*at)) ReadExponent();
   }
 
   char const* End() const { return at; }
@@ -91,33 +89,33 @@ class NumberParser {
     return kPowersOfFive[static_cast<std::size_t>(n)];
   }
 
-  // Fast path of TakeMantissa: takes the digits for which the mantissa is an exact integer, and a point among them.
-  void TakeExactDigits() {
+  // Fast path of ReadMantissa: reads the digits, and the point, as long as the mantissa is an exact integer.
+  void ReadExactMantissa() {
     std::uint64_t whole = 0;
     char const* start = at;
-    whole = TakeWhole(whole);
+    whole = ReadExactDigits(whole);
     digits = at - start;
     if (*at == '.') {
       ++at;
       hasPoint = true;
       start = at;
-      whole = TakeWhole(whole);
+      whole = ReadExactDigits(whole);
       fractionDigits = at - start;
       digits += fractionDigits;
     }
     mantissa = static_cast<double>(whole);
   }
 
-  std::uint64_t TakeWhole(std::uint64_t whole) {
+  std::uint64_t ReadExactDigits(std::uint64_t whole) {
     constexpr std::uint64_t limit = (1ull << 53) / 10 - 1;  // 10 * limit + 9 is below 2^53
     for (; VRELIsAsciiDigit(*at) && whole <= limit; ++at) whole = whole * 10 + static_cast<std::uint64_t>(*at - '0');
     return whole;
   }
 
-  void TakeMantissa() {
+  void ReadMantissa() {
     for (;; ++at) {
       if (VRELIsAsciiDigit(*at)) {
-        TakeMantissaDigit(*at - '0');
+        ReadMantissaDigit(*at - '0');
       } else if (*at == '.' && !hasPoint) {
         hasPoint = true;
       } else {
@@ -126,7 +124,7 @@ class NumberParser {
     }
   }
 
-  void TakeMantissaDigit(int digit) {
+  void ReadMantissaDigit(int digit) {
     if (CountsInExponent()) {
       ++exponent;
       return;
@@ -137,11 +135,11 @@ class NumberParser {
     if (hasPoint) ++fractionDigits;
   }
 
-  void TakeExponent() {
+  void ReadExponent() {
     bool hasSign = false;
     for (++at;; ++at) {
       if (VRELIsAsciiDigit(*at)) {
-        TakeExponentDigit(*at - '0');
+        ReadExponentDigit(*at - '0');
       } else if ((*at == '+' || *at == '-') && !hasSign) {
         hasSign = true;
         isExponentNegative = *at == '-';
@@ -151,7 +149,7 @@ class NumberParser {
     }
   }
 
-  void TakeExponentDigit(int digit) {
+  void ReadExponentDigit(int digit) {
     if (CountsInExponent()) {
       ++exponent;
     } else if (exponent < kExponentLimit) {

@@ -25,9 +25,11 @@ class VREL_EXPORT VRELLocalNumericLocaleOverride {
   // Saves the current locale and sets the numeric locale to "C". Returns the name of the new numeric locale; empty if
   // saving failed, and then nothing is set.
   VRELString InitializeNumericLocale();
-  // Saves the name of the current locale. Errors: VREL_E_FAIL if it has no name.
+  // Saves the name of the current locale.
+  // Errors: VREL_E_FAIL if it has no name.
   VRINResult SaveCurrentNumericLocale();
-  // Sets the numeric locale to the saved name. Errors: VREL_E_FAIL if no name was saved or no locale has that name.
+  // Sets the numeric locale to the saved name.
+  // Errors: VREL_E_FAIL if no name was saved or no locale has that name.
   VRINResult RestoreNumericLocale();
 
  private:

@@ -34,7 +34,7 @@ class VREL_EXPORT VRELRGBColor {
   virtual bool IsValid() const;
 
   // Sets four components.
-  // Compatibility: takes alpha, too, in spite of its name.
+  // Compatibility: sets alpha, too, in spite of its name.
   virtual VRINResult SetRGB(unsigned int red, unsigned int green, unsigned int blue, unsigned int alpha);
   // Set four components from an array.
   virtual VRINResult SetRGBA(unsigned int* values);

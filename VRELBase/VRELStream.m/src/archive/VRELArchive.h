@@ -32,8 +32,8 @@ class VREL_EXPORT VRELArchive {
   // Ownership: the stream is not owned and must outlive the archive. Null is a stream at its end.
   explicit VRELArchive(VRELInputStream* input);
 
-  // Reads exactly `count` bytes with one read of the stream, and returns `count`. Errors: throws code 1 if the stream
-  // returns any other number.
+  // Reads exactly `count` bytes with one read of the stream, and returns `count`.
+  // Errors: throws code 1 if the stream returns any other number.
   int Read(char* buffer, int count) {
     int const taken = stream != nullptr ? stream->read(buffer, count) : 0;
     bytesRead += taken;
@@ -58,7 +58,8 @@ class VREL_EXPORT VRELArchive {
   }
   // Reads 4 bytes. Not-a-number is not an error.
   VRELArchive& operator>>(float& value) { return Restore(value); }
-  // Reads 8 bytes. Errors: not-a-number is stored and throws code 2.
+  // Reads 8 bytes.
+  // Errors: not-a-number is stored and throws code 2.
   VRELArchive& operator>>(double& value) {
     value = Take<double>();
     if (value != value) ThrowNotANumber();
@@ -73,16 +74,17 @@ class VREL_EXPORT VRELArchive {
   long GetCStringLength();
 
   // Reads a length and a string: bytes in the default codepage of the process, or wide characters of 4 bytes. The
-  // result ends at the first zero. The units are read with one read of the stream. Errors: throws code 1 if they do not
-  // arrive, or do not fit into memory or an int. A string that cannot be converted is reported by `out`, as by its
-  // constructors.
+  // result ends at the first zero. The units are read with one read of the stream.
+  // Errors: throws code 1 if they do not arrive, or do not fit into memory or an int. A string that cannot be converted
+  // is reported by `out`, as by its constructors.
   void RestoreCString(VRELString& out);
 
   // Reads the class record before an object, and stores its 2-byte tag in `tagOut` unless that is null.
   //
   // Succeeds for a new class whose name equals `name`, or is stored in `name` if that is empty; and for a reference to
-  // a class that was read before, whose name is not in the record. Errors: VREL_E_FAIL for a reference to an object,
-  // for a tag of 0, for another name, and for a name of 64 bytes or more, which is not consumed.
+  // a class that was read before, whose name is not in the record.
+  // Errors: VREL_E_FAIL for a reference to an object, for a tag of 0, for another name, and for a name of 64 bytes or
+  // more, which is not consumed.
   VRINResult RestoreClassObject(VRELString& name, unsigned short* tagOut);
   // Reads the class record of a class with this name; null and the empty string accept any name.
   VRINResult RestoreClassObject(char const* name, unsigned short* tagOut);

@@ -319,7 +319,8 @@ bool Decoder::Flush() {
   return true;
 }
 
-// Reads bits in words of eight bytes. Requires: the bytes are available.
+// Reads bits in words of eight bytes.
+// Requires: the bytes are available.
 class WordReader {
  public:
   WordReader(unsigned char const* from, std::uint64_t bits, unsigned count) : at(from), buffer(bits), bitCount(count) {}

@@ -61,8 +61,9 @@ class VREL_EXPORT VRELBufferFileHandler : public VRELBufferHandler {
   // Returns VREL_S_OK for a position in the window, otherwise VREL_E_FAIL.
   VRINResult IsPointerPositionValid(unsigned long position);
 
-  // Moves the start of the window and the stream, and reads nothing. Compatibility: until FillBuffer is called, GetChar
-  // returns old bytes of the block for positions up to the old end of the window.
+  // Moves the start of the window and the stream, and reads nothing.
+  // Compatibility: until FillBuffer is called, GetChar returns old bytes of the block for positions up to the old end
+  // of the window.
   VRINResult AdvanceFilePointerPosition(unsigned long position);
 
   // Reads the window at the position of the stream.

@@ -12,7 +12,7 @@
 //   if (handler->GetChar(512, byte).IsSuccess()) ...
 class VREL_EXPORT VRELBufferHandler : public VRELReferenceCount {
  public:
-  // Makes a reader without a block.
+  // Creates a reader without a block.
   VRELBufferHandler();
   VRELBufferHandler(VRELBufferHandler const&) = delete;
   VRELBufferHandler& operator=(VRELBufferHandler const&) = delete;

@@ -12,9 +12,10 @@
 //   out.margin()->decr();  // </BLOCKQUOTE><a name= "AM}"></a><a href="#AM{">}</a><br>
 //
 // The names of the anchors have a letter for each level, and a mark: AM{ and AM} for the first block, BM{ and BM} for
-// the next one, AAM{ for the first block inside the first. Compatibility: a level is never reset, so that the first
-// block inside B is BB if A had one inside. The letters after Z are the next bytes, with wrap-around. A name has at
-// most 99 bytes, and deeper blocks share the names of the blocks around them.
+// the next one, AAM{ for the first block inside the first.
+// Compatibility: a level is never reset, so that the first block inside B is BB if A had one inside. The letters after
+// Z are the next bytes, with wrap-around. A name has at most 99 bytes, and deeper blocks share the names of the blocks
+// around them.
 class VREL_EXPORT Gk_HTMLMargin : public VRELStreamFormatter::VRELStreamFormatterMargin {
  public:
   // Writes the blocks to `formatter`; with null, only counts them.

@@ -78,8 +78,8 @@ class VREL_EXPORT VRELStreamFormatter {
   virtual VRELStreamFormatterObjectHandle define(long number);
   virtual VRELStreamFormatterObjectHandle refer(long number);
 
-  // Returns an object that writes the formatted string, at most 511 bytes. Compatibility: all objects refer to one
-  // buffer of the process, and write the string of the latest call.
+  // Returns an object that writes the formatted string, at most 511 bytes.
+  // Compatibility: all objects refer to one buffer of the process, and write the string of the latest call.
   virtual VRELStreamFormatterObjectHandle format(char const* pattern, ...) VREL_PRINTF_FORMAT(2, 3);
 
   // Return the objects for indentation, space, line end and nothing. They are written by operator<< and can be
@@ -93,11 +93,13 @@ class VREL_EXPORT VRELStreamFormatter {
   VRELOutputStream* installOutputStream(VRELOutputStream* stream) noexcept;
 
   // Resets the formats to "%d", "%u", "%ld", "%ul" and "%lf", and keeps trailing zeros. The precision and its flag are
-  // unchanged. Compatibility: "%ul", for unsigned long, writes the low 32 bits and a letter l.
+  // unchanged.
+  // Compatibility: "%ul", for unsigned long, writes the low 32 bits and a letter l.
   void resetFormat() noexcept;
 
-  // Set a format and return the previous one. Requires: the format has one argument of the type; it is not copied and
-  // must outlive its use. With null, numbers of the type are not written.
+  // Set a format and return the previous one.
+  // Requires: the format has one argument of the type; it is not copied and must outlive its use. With null, numbers of
+  // the type are not written.
   char const* setIntFormat(char const* format) noexcept;
   char const* setUIntFormat(char const* format) noexcept;
   char const* setLongFormat(char const* format) noexcept;
@@ -160,7 +162,8 @@ class VREL_EXPORT VRELStreamFormatter::VRELStreamFormatterMargin : public VRELSt
   explicit VRELStreamFormatterMargin(VRELStreamFormatter* owner = nullptr) noexcept : formatter(owner) {}
 
   void dump(VRELStreamFormatter& target) const override;
-  // Increase and decrease the depth. Compatibility: there is no lower limit; a negative depth writes nothing.
+  // Increase and decrease the depth.
+  // Compatibility: there is no lower limit; a negative depth writes nothing.
   virtual void incr();
   virtual void decr();
 

@@ -22,8 +22,8 @@
 // A token shares its bytes with the source until the source begins the next one, so that tokens are not copied. Use
 // copy() for a token that is passed to another thread.
 //
-// Bytes are read with readChar, and a byte too far is pushed back with add: between two calls nothing is buffered, and
-// the stream can be used directly.
+// Bytes are read with readChar, and a byte read too far is pushed back with add: between two calls nothing is buffered,
+// and the stream can be used directly.
 //
 // Errors: "Gk_IOException" at the first push-back, if the stream does not support add.
 class VREL_EXPORT Gk_Source {
@@ -31,9 +31,9 @@ class VREL_EXPORT Gk_Source {
   // Set of delimiters.
   class VREL_EXPORT WhiteSpace : public Gk_String {
    public:
-    // Makes the empty set.
+    // Creates the empty set.
     WhiteSpace() = default;
-    // Makes a set of the bytes of a string; the empty set for null.
+    // Creates a set of the bytes of a string; the empty set for null.
     WhiteSpace(char const* characters);
 
     // Returns whether a byte is a delimiter. Bytes that share no bit with any delimiter are rejected at once.
@@ -50,8 +50,8 @@ class VREL_EXPORT Gk_Source {
     int mask = 0;  // bitwise OR of all delimiters
   };
 
-  // Starts without delimiters, so that all input is one token. Ownership: the stream is not owned; null is an empty
-  // stream. The flag changes nextString.
+  // Starts without delimiters, so that all input is one token.
+  // Ownership: the stream is not owned; null is an empty stream. The flag changes nextString.
   explicit Gk_Source(VRELInputStream* input, bool isSingleDelimiter = false);
 
   // Replaces the stream.
@@ -65,11 +65,12 @@ class VREL_EXPORT Gk_Source {
   Gk_String next();
 
   // Like next; but with the flag set, skips only one delimiter, so that there is an empty token between two delimiters:
-  // "a,,b" gives "a", an empty token and "b".
+  // "a,,b" results in "a", an empty token and "b".
   Gk_String nextString();
 
-  // Reads up to the next delimiter. Compatibility: a delimiter at the beginning is the first byte of the token; call
-  // skipWhite or isEmpty between lines.
+  // Reads up to the next delimiter.
+  // Compatibility: a delimiter at the beginning is the first byte of the token; call skipWhite or isEmpty between
+  // lines.
   Gk_String nextLine();
 
   // Returns the token that next would return, and restores the position.
@@ -105,8 +106,8 @@ class VREL_EXPORT Gk_Source {
 // Reads the first byte of the next token; zero at the end of input.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, char& c);
 
-// Copies the token of nextString, with its terminator, to `text`. Requires: enough room. Copies nothing for an empty
-// token or a null pointer.
+// Copies the token of nextString, with its terminator, to `text`.
+// Requires: enough room. Copies nothing for an empty token or a null pointer.
 VREL_EXPORT Gk_Source& operator>>(Gk_Source& source, char*& text);
 
 // Read the number at the beginning of the next token with Gk_StringParser; 0 if there is none. The rest of the token is

@@ -20,7 +20,8 @@ class VREL_EXPORT Gk_IndexedInputStream : public VRELFilterInputStream {
   Gk_IndexedInputStream& operator=(Gk_IndexedInputStream const&) = default;
 
   // Returns a copy on a duplicate of the underlying stream. If that cannot be duplicated, the copy is at the end of
-  // input. Ownership: the caller deletes the copy. The duplicate is not deleted by the copy.
+  // input.
+  // Ownership: the caller deletes the copy. The duplicate is not deleted by the copy.
   VRELInputStream* duplicate() override;
   int readChar() override;
   int read(char* target, int count) override;

@@ -26,9 +26,11 @@ class VREL_EXPORT VRELFileInputStream : public VRELInputStream {
  public:
   // Reads standard input. Its size counts as -1.
   VRELFileInputStream();
-  // Reads the file of a C stream. Ownership: the caller keeps and closes `stream`.
+  // Reads the file of a C stream.
+  // Ownership: the caller keeps and closes `stream`.
   explicit VRELFileInputStream(std::FILE* stream);
-  // Opens a file. Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
+  // Opens a file.
+  // Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
   explicit VRELFileInputStream(VRELFilePath const& path);
   // Shares the file, and copies a private position.
   VRELFileInputStream(VRELFileInputStream const&) = default;
@@ -42,7 +44,8 @@ class VREL_EXPORT VRELFileInputStream : public VRELInputStream {
   // Returns 0 at the end of the file, and -1 on failure or for a count below 0.
   int read(char* buffer, int count) override;
 
-  // Moves by `count` bytes, backward if negative. Compatibility: returns the new position, not the distance.
+  // Moves by `count` bytes, backward if negative.
+  // Compatibility: returns the new position, not the distance.
   long skip(long count) override;
 
   // Returns the size of the file at construction less the position.

@@ -19,10 +19,11 @@ class VREL_EXPORT VRELFileOutputStream : public VRELOutputStream {
  public:
   // Writes to standard output.
   VRELFileOutputStream();
-  // Writes to the file of a C stream, past the buffer of that stream: flush it first. Ownership: the caller keeps and
-  // closes `stream`.
+  // Writes to the file of a C stream, past the buffer of that stream: flush it first.
+  // Ownership: the caller keeps and closes `stream`.
   explicit VRELFileOutputStream(std::FILE* stream);
-  // Creates or truncates a file. Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
+  // Creates or truncates a file.
+  // Errors: raises "CANNOT_OPEN_FILE" through Gk_ErrMgr if the file cannot be opened.
   explicit VRELFileOutputStream(VRELFilePath const& path);
   // Shares the descriptor. With null every write fails.
   explicit VRELFileOutputStream(VRELFileDescriptor* file);

@@ -24,7 +24,8 @@ class VREL_EXPORT VRELInputStream {
   VRELInputStream& operator=(VRELInputStream const&) = default;
   virtual ~VRELInputStream();
 
-  // Returns a new stream on the same source, or null if the source cannot be shared. Ownership: the caller deletes it.
+  // Returns a new stream on the same source, or null if the source cannot be shared.
+  // Ownership: the caller deletes it.
   virtual VRELInputStream* duplicate() = 0;
   // Reads one byte through read and returns it as 0 to 255; -1 at the end of input and on failure.
   virtual int readChar();

@@ -31,14 +31,16 @@ class VREL_EXPORT VRELStringInputStream : public VRELInputStream {
   // than 1, since 0 is the end of input here.
   long skip(long count) override;
   // Reads exactly `count` bytes; if fewer are left, reads none and returns false. Not virtual, for readers of many
-  // small values. Requires: `count` is above 0.
+  // small values.
+  // Requires: `count` is above 0.
   bool readWhole(char* buffer, int count) {
     if (count > remaining()) return false;
     std::memcpy(buffer, text.begin() + position, static_cast<std::size_t>(count));
     position += count;
     return true;
   }
-  // Returns 1 if any byte is left, else 0. Compatibility: not a count, unlike VRELFileInputStream::available.
+  // Returns 1 if any byte is left, else 0.
+  // Compatibility: not a count, unlike VRELFileInputStream::available.
   long available() const override;
   // Moves back by text.len(), at most to the beginning, and returns true.
   bool add(Gk_String const& pushed) override;

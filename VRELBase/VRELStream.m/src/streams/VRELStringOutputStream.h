@@ -5,15 +5,16 @@
 #include "VRELExport.h"
 #include "VRELOutputStream.h"
 
-// Appends the bytes that are written to a Gk_String. Compatibility: no terminator is added; write a zero byte before
-// contents() is used as a C string.
+// Appends the bytes that are written to a Gk_String.
+// Compatibility: no terminator is added; write a zero byte before contents() is used as a C string.
 //
 //   VRELStringOutputStream out;
 //   out.write("bolt", 4);
 //   out.writeChar('\0');
 //   use(out.contents());  // "bolt"
 //
-// Copies share the bytes. Errors: throws VRELAllocException.
+// Copies share the bytes.
+// Errors: throws VRELAllocException.
 class VREL_EXPORT VRELStringOutputStream : public VRELOutputStream {
  public:
   VRELStringOutputStream() = default;

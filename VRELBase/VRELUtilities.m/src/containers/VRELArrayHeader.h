@@ -20,8 +20,9 @@
 //
 // Errors: the functions return 1 for success and 0 for failure. A header whose checkWord differs from data is treated
 // as no array: nothing is changed and nothing is freed. Functions that allocate throw VRELAllocException, with the
-// array unchanged. Ownership: a header comes from vrelArrayAllocate and is released by one vrelArrayFree for each
-// owner. Thread safety: none. The share count is a plain variable, so that copies must stay on one thread.
+// array unchanged.
+// Ownership: a header comes from vrelArrayAllocate and is released by one vrelArrayFree for each owner.
+// Thread safety: none. The share count is a plain variable, so that copies must stay on one thread.
 struct VRELArrayHeader {
   unsigned char* checkWord;  // equals data while the header is valid, null just before it is freed
   std::int32_t capacity;     // element slots in data

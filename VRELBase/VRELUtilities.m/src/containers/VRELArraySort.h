@@ -3,8 +3,8 @@
 // Quicksort with the middle element as pivot and Lomuto's partition (Cormen et al., Introduction to Algorithms, section
 // 7.1), made iterative by a stack of ranges. The order of equal elements is part of the interface, so that the
 // partition and the order of the ranges are fixed, and so is one oddity: when a pivot lands at index 0, the whole array
-// is sorted once more, before the ranges that are pending. With equal elements such a pass can lead to itself again,
-// for ever. VRELArraySort detects that and refuses the pass, which changes no order that the steps would have reached.
+// is sorted once more, before the ranges that are pending. With equal elements such a pass can repeat itself
+// forever. VRELArraySort detects that and refuses the pass, which changes no order that the steps would have reached.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 #include "VRELDynamicArray.h"
 #include "detail/VRELSwapObjectBytes.h"
 
-// One call of qsort, which is below.
+// State of one call of qsort, which is below.
 template <class T>
 class VRELArraySort {
  public:
@@ -62,7 +62,7 @@ class VRELArraySort {
   // if it is refused.
   //
   // A pass depends on the arrangement of the keys alone. One that begins with the arrangement of an earlier pass, as
-  // happens with the keys 0 1 1 1, would cause passes for ever. It is refused: index 0 has its element already, and the
+  // happens with the keys 0 1 1 1, would cause passes forever. It is refused: index 0 has its element already, and the
   // pending ranges of the latest pass sort the others. To detect it, the arrangements of pass 1, 2, 4, 8 ... are kept,
   // each until the next one (Brent's cycle detection). Passes beyond the number of elements are refused too; only
   // contradictory operators cause that many.

@@ -149,7 +149,7 @@ class VRELHashList {
   Iterator begin() const noexcept { return {&table, table.FindOccupied(0)}; }
   Iterator end() const noexcept { return {&table, -1}; }
 
-  // Whether both lists have the same elements, each by the other's equality. Slots do not matter.
+  // Returns whether both lists have the same elements, each by the other's equality. Slots do not matter.
   friend bool operator==(VRELHashList const& a, VRELHashList const& b) {
     return a.table.IsEqual(
         b.table, [](auto const& one, int slot, auto const& other) { return other.Find(one.rows.keys[slot]) >= 0; });

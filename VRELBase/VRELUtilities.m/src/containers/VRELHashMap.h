@@ -120,8 +120,8 @@ class VRELHashMap {
     return true;
   }
 
-  // Returns the value of the key for which equals(K const&) holds, or null, so that a caller need not make a K to
-  // search for one. The pointer is valid until the next change.
+  // Returns the value of the key for which equals(K const&) holds, or null, so that a caller can
+  // search without constructing a K. The pointer is valid until the next change.
   //
   // Requires: `hash` is the hash of such a key.
   template <class Equals>
@@ -176,7 +176,7 @@ class VRELHashMap {
   const_iterator begin() const noexcept { return {&table, table.FindOccupied(0)}; }
   const_iterator end() const noexcept { return {&table, -1}; }
 
-  // Whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.
+  // Returns whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.
   friend bool operator==(VRELHashMap const& a, VRELHashMap const& b) {
     return a.table.IsEqual(b.table, [](auto const& one, int slot, auto const& other) {
       int const match = other.Find(one.rows.keys[slot]);

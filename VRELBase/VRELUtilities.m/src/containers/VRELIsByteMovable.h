@@ -6,7 +6,7 @@
 
 namespace VRELByteMovableDetail {
 
-// Whether `name` begins with `prefix`.
+// Returns whether `name` begins with `prefix`.
 constexpr bool StartsWith(char const* name, char const* prefix) noexcept {
   for (; *prefix != '\0'; ++name, ++prefix) {
     if (*name != *prefix) return false;
@@ -14,8 +14,8 @@ constexpr bool StartsWith(char const* name, char const* prefix) noexcept {
   return true;
 }
 
-// Whether `name`, as the compiler spells a type, is one of the standard class templates `names` with its arguments.
-// The inline namespaces of libstdc++ and libc++ are skipped.
+// Returns whether `name`, as the compiler spells a type, is one of the standard class templates `names` with its
+// arguments. The inline namespaces of libstdc++ and libc++ are skipped.
 template <std::size_t n>
 constexpr bool IsStandardTemplate(char const* name, char const* const (&names)[n]) noexcept {
   if (!StartsWith(name, "std::")) return false;
@@ -68,8 +68,8 @@ constexpr bool IsAggregateOfArguments() noexcept {
 //
 // False for the standard types that are known to fail in libstdc++ or libc++ (std::string, list, deque, map, set, the
 // unordered containers, function, any), and for an array, optional, pair, tuple or variant of them. True for all other
-// types, because a class cannot be looked into. Specialize it for a class of yours that must not be moved, or
-// for a standard type that your program may move:
+// types, because the members of a class cannot be examined. Specialize it for your own class that must not be
+// moved, or for a standard type that your program may move:
 //
 //   struct Node { Node* self = this; };
 //   template <>

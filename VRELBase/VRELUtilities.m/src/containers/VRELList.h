@@ -120,7 +120,7 @@ class VREL_EXPORT VRELList {
   Iterator begin() const noexcept { return Begin(); }
   Iterator end() const noexcept { return End(); }
 
-  // Whether both lists have the same pointers in the same order.
+  // Returns whether both lists have the same pointers in the same order.
   bool operator==(VRELList const& other) const noexcept {
     return chain.IsEqual(other.chain, [](auto const& a, auto const& b) { return a.value == b.value; });
   }

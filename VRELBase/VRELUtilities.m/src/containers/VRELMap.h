@@ -183,7 +183,7 @@ class VREL_EXPORT VRELMap {
   // Returns the entries for a loop with structured bindings.
   EntryRange Entries() const noexcept { return EntryRange(Begin()); }
 
-  // Whether both maps have the same keys and pointers in the same order.
+  // Returns whether both maps have the same keys and pointers in the same order.
   bool operator==(VRELMap const& other) const noexcept {
     return chain.IsEqual(other.chain,
                          [](auto const& a, auto const& b) { return a.key == b.key && a.value == b.value; });

@@ -41,7 +41,7 @@ class VREL_EXPORT VRELStack {
   // Returns the element at an index from the bottom; null for an index out of range.
   void* ElementAt(int index) const { return index >= 0 && index < elements.size() ? elements[index] : nullptr; }
 
-  // Whether both stacks have the same pointers in the same order.
+  // Returns whether both stacks have the same pointers in the same order.
   bool operator==(VRELStack const& other) const noexcept { return elements == other.elements; }
   bool operator!=(VRELStack const& other) const noexcept { return !(*this == other); }
 

@@ -3,8 +3,8 @@
 //
 // Deletion is iterative as well. The first destructor collects its children in a list of pending deletions and deletes
 // from there; the destructors of those nodes add their children to the same list instead of deleting them. A pending
-// node knows its list, so that a node with several parents is added once, and a node that a client's destructor deletes
-// in between is removed.
+// node stores its list, so that a node with several parents is added once, and a node that a client's destructor
+// deletes in between is removed.
 #include "VRELTree.h"
 
 #include <algorithm>
@@ -59,7 +59,7 @@ VRELTree::~VRELTree() {
 
 VRELTree& VRELTree::operator=(VRELTree&& other) noexcept {
   VRELTree old(std::move(*this));
-  // An assignment to itself takes the root back.
+  // A self-assignment stores the root again.
   root = std::exchange(&other == this ? old.root : other.root, nullptr);
   return *this;
 }

@@ -29,13 +29,13 @@ class VREL_EXPORT VRELTree {
  public:
   class VRELTreeNode;
 
-  // Makes a tree without a root.
+  // Creates a tree without a root.
   VRELTree() = default;
-  // Makes a tree whose root has that object.
+  // Creates a tree whose root has that object.
   explicit VRELTree(void* object);
   VRELTree(VRELTree const&) = delete;
   VRELTree& operator=(VRELTree const&) = delete;
-  // Both take the root and leave the source without one. Assignment deletes the own root first.
+  // Both transfer the root and leave the source without one. Assignment deletes the previous root first.
   VRELTree(VRELTree&& other) noexcept : root(std::exchange(other.root, nullptr)) {}
   VRELTree& operator=(VRELTree&& other) noexcept;
   // Deletes the root and its descendants. Exceptions of the nodes' destructors are dropped.

@@ -32,7 +32,8 @@ class VREL_EXPORT Gk_ErrMgr {
   // Sends an error event with the token, as VRELError::Printf does, then throws a copy of the exception.
   [[noreturn]] static void raise(Gk_Exception const& exception);
 
-  // Calls trap() and returns. Compatibility: prints nothing and does not stop; the caller continues.
+  // Calls trap() and returns.
+  // Compatibility: prints nothing and does not stop; the caller continues.
   static void doAssert(char const* file, int line);
 
   // Does nothing. Set a breakpoint here to stop before an exception is thrown and after a failed assertion.

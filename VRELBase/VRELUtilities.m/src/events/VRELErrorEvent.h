@@ -22,7 +22,8 @@ class VREL_EXPORT VRELErrorEvent : public VRELTextEventOf<VRELErrorEvent> {
   // Writes "Error : ", the message and a line end; without a message, calls GetFormattedDescription of the error.
   void GetFormattedDescription(VRELOutputStream* stream) override;
 
-  // Returns the error. Ownership: not the event.
+  // Returns the error.
+  // Ownership: not the event.
   virtual VRELError* GetError();
 
   using VRELTextEventOf::Fire;

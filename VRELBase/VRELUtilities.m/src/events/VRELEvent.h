@@ -32,7 +32,8 @@ class VREL_EXPORT VRELEvent : public VRELObject {
   // Returns true if the bus sets the time stamps of the event when it is sent. The base class returns false.
   virtual bool IsTimed();
 
-  // Returns the event name, or null. Ownership: the event.
+  // Returns the event name, or null.
+  // Ownership: the event.
   char const* GetEventName() const noexcept { return eventName; }
 
   // Replaces the event name by a copy of `name`. Does nothing for a null or empty string.

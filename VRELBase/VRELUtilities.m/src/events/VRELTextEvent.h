@@ -21,7 +21,8 @@ class VREL_EXPORT VRELTextEvent : public VRELEvent {
   VRELTextEvent(VRELTextEvent const& other);
   ~VRELTextEvent() override;
 
-  // Returns the message, or null if it is empty. Ownership: the event.
+  // Returns the message, or null if it is empty.
+  // Ownership: the event.
   char const* GetMessage() const noexcept { return message; }
 
  protected:
@@ -52,8 +53,8 @@ class VREL_EXPORT VRELTextEvent : public VRELEvent {
 template <class Event>
 class VRELTextEventOf : public VRELTextEvent {
  public:
-  // Creates an event by the va_list constructor and sends it. A null format sends nothing. Compatibility: the message
-  // is formatted once, and the level is that of the va_list constructor.
+  // Creates an event by the va_list constructor and sends it. A null format sends nothing.
+  // Compatibility: the message is formatted once, and the level is that of the va_list constructor.
   static void Fire(char const* format, ...) VREL_PRINTF_FORMAT(1, 2);
 
  protected:

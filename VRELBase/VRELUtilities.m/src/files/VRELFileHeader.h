@@ -23,8 +23,8 @@ class VRELStreamFormatter;
 // A document may contain several models, each with rows of its own. All operations use the current model. Any key is
 // allowed; the constants below are the usual ones. No key has a default value.
 //
-// Ownership: a copy shares the models with its source, so that Set on one shows in the other. Its current model is its
-// own.
+// Ownership: a copy shares the models with its source, so that Set on one is visible in the other. Its current model is
+// its own.
 class VREL_EXPORT VRELFileHeader {
  public:
   static VRELString const MODIFICATION_DATE;     // "Modification Date"

@@ -70,17 +70,17 @@ class VREL_EXPORT Gk_ROString {
   // Matches this text, a file name or path, against a pattern without regard to case.
   //
   //   ?       one byte, except "/" and a leading dot (the first byte of the name or after a "/")
-  //   *       any bytes; "?" and "*" that follow it do not take "/", and each "*" that follows takes a byte if one is
-  //   left [a-z_]  one byte of the set, except a leading dot; "!" or "^" after "[" negates the set; a "/" before the
-  //   matching
-  //           element fails
-  //   \       takes the next pattern byte literally
+  //   *       any bytes; "?" and "*" after it do not match "/", and each "*" after it matches a byte if one is left
+  //   [a-z_]  one byte of the set, except a leading dot; "!" or "^" after "[" negates the set;
+  //           a "/" before the matching element fails
+  //   \       the next pattern byte, literally
   //
-  // After a "*" the rest of the name counts as a name, so that a "[" directly after it takes no dot at all. The name
-  // may continue with a "/" where the pattern ends. Compatibility: unlike a shell pattern, "*" takes "/" and a leading
-  // dot, and a "*" at the end takes the whole rest.
+  // After a "*" the rest of the name counts as a name, so that a "[" directly after it matches no dot at all. The name
+  // may continue with a "/" where the pattern ends.
+  // Compatibility: unlike a shell pattern, "*" matches "/" and a leading dot, and a "*" at the end matches the whole
+  // rest.
   //
-  // Takes at most len() steps for each byte of the pattern, and no memory.
+  // Needs at most len() steps for each byte of the pattern, and no memory.
   bool matchPathPattern(Gk_ROString const& pattern) const;
 
  protected:

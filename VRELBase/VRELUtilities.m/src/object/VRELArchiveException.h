@@ -17,7 +17,8 @@ enum eVRELArchiveException : int {
 //     ...
 //   }
 //
-// Compatibility: thrown as a pointer to a heap object. Ownership: the handler deletes it.
+// Compatibility: thrown as a pointer to a heap object.
+// Ownership: the handler deletes it.
 class VREL_EXPORT VRELArchiveException {
  public:
   explicit VRELArchiveException(eVRELArchiveException reason) noexcept : code(reason) {}

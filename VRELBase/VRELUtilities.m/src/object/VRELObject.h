@@ -26,7 +26,8 @@ class VREL_EXPORT VRELObject : public VRELReferenceCount {
   // Compatibility: compares this object's own type name only, not those of its base classes.
   virtual bool IsKindOf(char const* name);
 
-  // Returns the type name, or null. Ownership: the object.
+  // Returns the type name, or null.
+  // Ownership: the object.
   char const* GetTypeName() const noexcept { return typeName; }
 
  private:

@@ -27,7 +27,8 @@ class VRELTypedHandle : public VRELReferenceHandle {
   // Releases the held object, then holds `object`, which may be null or the held object itself.
   void reset(T* object = nullptr) { VRELReferenceHandle::reset(object); }
 
-  // Converts to the pointer, null for an invalid handle. Ownership: the handles.
+  // Converts to the pointer, null for an invalid handle.
+  // Ownership: the handles.
   operator T*() const { return static_cast<T*>(GetInstance()); }
 
   T* operator->() { return static_cast<T*>(GetInstance()); }

@@ -16,7 +16,7 @@
 // Compatibility: setValue and getValue are about the name of the option, not its value.
 class VREL_EXPORT Gk_Option : public VRELOption {
  public:
-  // Makes an unset option with an empty name.
+  // Creates an unset option with an empty name.
   Gk_Option();
   Gk_Option(Gk_Option& other);
   // Assigns as VRELOption does, and copies the cached strings.
@@ -24,8 +24,8 @@ class VREL_EXPORT Gk_Option : public VRELOption {
 
   // Sets the name.
   void setValue(Gk_String const& newName);
-  // Returns the name, also of an unset option. Compatibility: a name that was returned once is cached, and setValue
-  // does not change the cached one.
+  // Returns the name, also of an unset option.
+  // Compatibility: a name that was returned once is cached, and setValue does not change the cached one.
   Gk_String const& getValue();
 
   // Set the value (see VRELOption::SetValue). The remark is ignored.

@@ -30,10 +30,9 @@ class VRELFilePath;
 //
 // White space (tab, blank, carriage return, line feed) is removed from both ends of lines, section names, keys and
 // value lists. A section name ends at the last "]" of its line. A key ends at the first "=", or at the first ":" if
-// there is no
-// "="; neither the key nor the value list can be empty. A value list is split at each comma, and blanks around commas
-// are kept. There are no quotes, no escapes and no comments at the end of a line; a byte order mark is part of the
-// first line.
+// there is no "="; neither the key nor the value list can be empty. A value list is split at each comma, and blanks
+// around commas are kept. There are no quotes, no escapes and no comments at the end of a line; a byte order mark is
+// part of the first line.
 //
 // A repeated section is continued; a repeated key is a further key. Keys before the first section, and after "[]",
 // belong to the default section, whose name is empty. Names are case-sensitive.
@@ -54,7 +53,8 @@ class VREL_EXPORT VRELCfgFile {
   // Errors: VREL_E_FAIL if there is any error, also from an earlier load or read; the lines without errors are kept.
   // VREL_E_INVALID_ARGUMENT for null.
   VRINResult Load(std::FILE* stream);
-  // Parses a file. Errors: VREL_E_INVALID_ARGUMENT for the empty path, VREL_E_FILE_OPEN if it cannot be opened.
+  // Parses a file.
+  // Errors: VREL_E_INVALID_ARGUMENT for the empty path, VREL_E_FILE_OPEN if it cannot be opened.
   VRINResult Load(VRELFilePath const& path);
 
   // Returns the section of that name, or null. A null name is the default section, here and below.
@@ -83,7 +83,8 @@ class VREL_EXPORT VRELCfgFile {
   // Read a number that Gk_StringParser accepts as a whole.
   int GetDouble(char const* key, double& value, int index, char const* section);
   int GetInt(char const* key, int& value, int index, char const* section);
-  // Read TRUE or FALSE in any case; GetLogical also 0 or 1. Compatibility: GetBool does not accept numbers.
+  // Read TRUE or FALSE in any case; GetLogical also 0 or 1.
+  // Compatibility: GetBool does not accept numbers.
   int GetLogical(char const* key, int& value, int index, char const* section);
   int GetBool(char const* key, bool& value, int index, char const* section);
 

@@ -15,9 +15,9 @@
 // Strings are in the default codepage of the process; null is the empty string.
 class VREL_EXPORT VRELCfgFileKey {
  public:
-  // Makes a key without values.
+  // Creates a key without values.
   explicit VRELCfgFileKey(char const* name);
-  // Makes a key without values, with memory for `expectedValues` of them.
+  // Creates a key without values, with memory for `expectedValues` of them.
   VRELCfgFileKey(char const* name, int expectedValues);
   virtual ~VRELCfgFileKey();
   VRELCfgFileKey(VRELCfgFileKey const&) = delete;

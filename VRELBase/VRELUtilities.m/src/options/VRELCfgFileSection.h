@@ -18,7 +18,7 @@
 // Ownership: the section owns its keys.
 class VREL_EXPORT VRELCfgFileSection {
  public:
-  // Makes a section without keys.
+  // Creates a section without keys.
   explicit VRELCfgFileSection(char const* name);
   virtual ~VRELCfgFileSection();
   VRELCfgFileSection(VRELCfgFileSection const&) = delete;

@@ -27,10 +27,10 @@
 // Thread safety: an option is used by one thread at a time.
 class VREL_EXPORT VRELOption {
  public:
-  // Makes an unset option. The name can be read once a value is set.
+  // Creates an unset option. The name can be read once a value is set.
   VRELOption();
   VRELOption(VRELString name);
-  // Make an option with a default value, which is also the current value. A value of unknown kind leaves it unset.
+  // Create an option with a default value, which is also the current value. A value of unknown kind leaves it unset.
   VRELOption(VRELOptionName const& name, VRELValue& value, bool isPrivate);
   VRELOption(VRELOptionName const& name, VRELString& value, bool isPrivate);
   VRELOption(VRELOptionName const& name, bool value, bool isPrivate);

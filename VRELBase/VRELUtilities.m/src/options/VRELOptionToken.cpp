@@ -6,10 +6,10 @@
 //
 // Colliding keys. The hash that decides the slots is known to anyone, so keys that collide can be computed, and a probe
 // run can become as long as the table. Since children are never removed one by one, the end of a run is found with a
-// union-find structure instead of a walk (Knuth, The Art of Computer Programming, volume 3, section 6.4, describes the
-// runs; Tarjan, "Efficiency of a good but not linear set union algorithm", the structure). A run that is longer than 32
-// slots is not searched, but looked up in an index by a second hash, of the case-folded key with a random seed. Both
-// keep each operation at constant cost on average, independent of the keys.
+// union-find structure instead of a traversal (Knuth, The Art of Computer Programming, volume 3, section 6.4, describes
+// the runs; Tarjan, "Efficiency of a good but not linear set union algorithm", the structure). A run that is longer
+// than 32 slots is not searched, but looked up in an index by a second hash, of the case-folded key with a random seed.
+// Both keep each operation at constant cost on average, independent of the keys.
 #include "VRELOptionToken.h"
 
 #include <unicode/uchar.h>

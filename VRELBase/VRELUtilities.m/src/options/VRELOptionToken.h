@@ -26,8 +26,8 @@ class VRELOption;
 // Thread safety: none. The enumeration state is part of the node.
 class VREL_EXPORT VRELOptionToken {
  public:
-  // Makes a node without children; with null, a root. The parent does not refer to the node: AddToken makes nodes that
-  // are children of their parent.
+  // Creates a node without children; with null, a root. The parent does not refer to the node: AddToken makes nodes
+  // that are children of their parent.
   VRELOptionToken(VRELOptionToken* parent);
   // Deletes neither children nor option. Call RemoveAll first.
   ~VRELOptionToken();
@@ -42,15 +42,16 @@ class VREL_EXPORT VRELOptionToken {
   static void operator delete(void* memory, std::nothrow_t const&) noexcept { ::operator delete(memory); }
   static void operator delete(void*, void*) noexcept {}
 
-  // Finds the child for a key; "*" is the wildcard child. Errors: VREL_E_FAIL, with a null `child`, if there is none or
-  // the key is empty.
+  // Finds the child for a key; "*" is the wildcard child.
+  // Errors: VREL_E_FAIL, with a null `child`, if there is none or the key is empty.
   VRINResult GetToken(VRELString const& key, VRELOptionToken*& child) const;
   // Like GetToken, but returns the child, or null.
   VRELOptionToken* Find(std::u16string_view key) const;
   VRELOptionToken* FindWildcard() const noexcept { return wildcardChild; }
   // Returns whether a key is "*".
   static bool IsWildcard(std::u16string_view key) noexcept { return key.size() == 1 && key.front() == u'*'; }
-  // Finds the child for a key, or adds it. Errors: VREL_E_FAIL, with a null `child`, if the key is empty.
+  // Finds the child for a key, or adds it.
+  // Errors: VREL_E_FAIL, with a null `child`, if the key is empty.
   VRINResult AddToken(VRELString const& key, VRELOptionToken*& child);
   // Like AddToken, but returns the child, or null.
   VRELOptionToken* FindOrAdd(std::u16string_view key);
@@ -60,7 +61,8 @@ class VREL_EXPORT VRELOptionToken {
     stored = option;
     return stored != nullptr ? VREL_S_OK : VREL_E_OPTION_UNSET;
   }
-  // Sets the option and deletes the previous one. Ownership: the node owns the option.
+  // Sets the option and deletes the previous one.
+  // Ownership: the node owns the option.
   // Errors: VREL_E_INVALID_ARGUMENT for null.
   VRINResult SetOption(VRELOption* newOption);
 
@@ -69,8 +71,8 @@ class VREL_EXPORT VRELOptionToken {
 
   // Restarts the enumeration of the children.
   VRINResult InitEnumeration() const;
-  // Returns the next child: named children in slot order, then the wildcard child. Errors: VREL_E_FAIL, with a null
-  // `child`, after the last one.
+  // Returns the next child: named children in slot order, then the wildcard child.
+  // Errors: VREL_E_FAIL, with a null `child`, after the last one.
   VRINResult GetNextChild(VRELOptionToken*& child) const;
 
   // Deletes all descendants and the option, iteratively.

@@ -70,7 +70,8 @@ class Path {
 
   int TokenCount() const { return count; }
   std::u16string_view Last() const { return last; }
-  // Returns one of the first 6 tokens. Requires: not the last token.
+  // Returns one of the first 6 tokens.
+  // Requires: not the last token.
   std::u16string_view Token(int index) const { return first[index]; }
   // Returns all tokens but the last, each with its separator.
   std::u16string_view Others() const { return text.substr(0, text.size() - last.size()); }
@@ -107,8 +108,8 @@ VRELOptionToken* FollowPath(Path const& path, VRELOptionToken& root, Step const&
   return node;
 }
 
-// Returns the first key of a look-up with more than 7 tokens. Compatibility: tokens 7 and up are concatenated, which is
-// not how AddOption stores them.
+// Returns the first key of a look-up with more than 7 tokens.
+// Compatibility: tokens 7 and up are concatenated, which is not how AddOption stores them.
 std::u16string JoinedKey(Path const& path) {
   std::u16string_view others = path.Others();
   for (int i = 0; i < kLowerLevels; ++i) TakeToken(others);

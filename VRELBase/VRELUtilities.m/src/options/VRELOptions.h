@@ -41,8 +41,8 @@ class VREL_EXPORT VRELOptions {
   // Store a copy of an option under its name, or assign it to the option that is stored there (see
   // VRELOption::operator=).
   // Errors: VREL_E_INVALID_ARGUMENT for null and for an empty name, VREL_E_OPTION_UNSET for an unset option,
-  // VREL_E_FAIL for an empty token in the name. Compatibility: a name of more than 7 tokens is stored, and found only
-  // by enumeration.
+  // VREL_E_FAIL for an empty token in the name.
+  // Compatibility: a name of more than 7 tokens is stored, and found only by enumeration.
   VRINResult AddOption(VRELOption const* option);
   VRINResult AddOption(VRELOption const& option);
   // Add a new option with this name and value.
@@ -71,25 +71,27 @@ class VREL_EXPORT VRELOptions {
   //
   // Errors: VREL_E_INVALID_ARGUMENT if `name` is empty; VREL_E_FAIL if no option matches; VREL_E_OPTION_UNSET if only
   // the last node reached through wildcards has no option. On failure `option` is null, except that it is unchanged if
-  // no stored name ends in the last token; initialize it to null. Compatibility: a "*" in `name` matches only a stored
-  // "*". For names of more than 7 tokens, tokens 7 and up are concatenated without dots and looked up as the last
-  // token.
+  // no stored name ends in the last token; initialize it to null.
+  // Compatibility: a "*" in `name` matches only a stored "*". For names of more than 7 tokens, tokens 7 and up are
+  // concatenated without dots and looked up as the last token.
   VRINResult GetOption(VRELString const& name, VRELOption*& option) const;
   // Returns whether an option is stored under exactly the name of this one. False for more than 7 tokens.
   bool HasOption(VRELOption const& option) const;
 
-  // Returns the number of successful additions. Compatibility: includes those that replaced an option.
+  // Returns the number of successful additions.
+  // Compatibility: includes those that replaced an option.
   int Size() const { return size; }
 
   // Restarts the enumeration.
   void InitEnumeration() const;
   // Returns the next option, depth first: children in slot order of the hash table, wildcards last. The call after the
-  // last option restarts. Errors: VREL_E_FAIL, with a null `option`, after the last one.
+  // last option restarts.
+  // Errors: VREL_E_FAIL, with a null `option`, after the last one.
   // Compatibility: a branch without options ends the traversal of its parent, and options below an option are skipped.
   // Both concern only names of more than 7 tokens and the remains of names that were refused.
   VRINResult GetNext(VRELOption*& option) const;
-  // Replaces `node` by the next node with an option, at or below it. Errors: VREL_E_FAIL, with a null `node`, if there
-  // is none.
+  // Replaces `node` by the next node with an option, at or below it.
+  // Errors: VREL_E_FAIL, with a null `node`, if there is none.
   VRINResult GetNext(VRELOptionToken*& node) const;
 
   // Adds the keys of a configuration file (see VRELCfgFile) that are above its first section, each by

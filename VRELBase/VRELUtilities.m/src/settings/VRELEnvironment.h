@@ -33,14 +33,15 @@ class VREL_EXPORT VRELEnvironment : public VRELProperties {
   // Returns the shared object. It is made by the first call at the latest, and never destroyed.
   static VRELEnvironment* GetEnv();
 
-  // Reads a variable as a string. Errors: VREL_E_FAIL, with `value` unchanged, if it is not set or there is no login
-  // name.
+  // Reads a variable as a string.
+  // Errors: VREL_E_FAIL, with `value` unchanged, if it is not set or there is no login name.
   static VRINResult GetVariable(VRELString const& name, VRELString& value);
-  // Reads a variable as an integer, by VRELStringToInteger. Errors: those of the read and of the conversion, with
-  // `value` unchanged.
+  // Reads a variable as an integer, by VRELStringToInteger.
+  // Errors: those of the read and of the conversion, with `value` unchanged.
   static VRINResult GetVariable(VRELString const& name, int& value);
-  // Reads a variable as a boolean, by VRELStringToBool. Compatibility: `value` is always written. A string that is not
-  // a boolean is false, with success; VREL_E_FAIL, with false, is returned only if the variable is not set.
+  // Reads a variable as a boolean, by VRELStringToBool.
+  // Compatibility: `value` is always written. A string that is not a boolean is false, with success; VREL_E_FAIL, with
+  // false, is returned only if the variable is not set.
   static VRINResult GetVariable(VRELString const& name, bool& value);
 
   // Puts "name=value" into the environment, and reports it on the channel VRELInfo.

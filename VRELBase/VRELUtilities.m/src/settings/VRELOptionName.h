@@ -31,12 +31,14 @@ class VREL_EXPORT VRELOptionName {
   // Scores how well `given` matches `known`, ignoring case. The score is VREL_OPTION_EXACT_MATCH for equal strings.
   // Otherwise they are compared token by token: a "*" in `given` matches any token and adds 2 to the power of its
   // index, so that earlier wildcards cost less. VREL_OPTION_NO_MATCH if a token or the number of tokens differs. A "*"
-  // in `known` is an ordinary token. Errors: VREL_E_FAIL, with the lowest int as score, for a "*" at index 31 or later.
-  // Otherwise VREL_S_OK, also if there is no match.
+  // in `known` is an ordinary token.
+  // Errors: VREL_E_FAIL, with the lowest int as score, for a "*" at index 31 or later. Otherwise VREL_S_OK, also if
+  // there is no match.
   static VRINResult Match(VRELString const& known, VRELString const& given, int& score);
 
-  // Matches a name against all names. Errors: VREL_E_FAIL if the best score is VREL_OPTION_NO_MATCH, which is also the
-  // score of sixteen leading wildcards.
+  // Matches a name against all names.
+  // Errors: VREL_E_FAIL if the best score is VREL_OPTION_NO_MATCH, which is also the score of sixteen leading
+  // wildcards.
   static VRINResult IsValid(VRELString const& given);
 
   // All names in order of construction; null for names that were destroyed.

@@ -31,13 +31,15 @@ class VREL_EXPORT VRELProperties : public VRELReferenceCount {
   VRELProperties();
   ~VRELProperties() override;
 
-  // Reads the value of a key. Errors: VREL_E_FAIL, with `value` unchanged, if there is no such key.
+  // Reads the value of a key.
+  // Errors: VREL_E_FAIL, with `value` unchanged, if there is no such key.
   virtual VRINResult Get(VRELString const& key, VRELValue& value) const;
-  // Adds a pair, or replaces the value of the key. Errors: VREL_E_FAIL if the map has just grown, and an equal key that
-  // differs in case is in the probe run.
+  // Adds a pair, or replaces the value of the key.
+  // Errors: VREL_E_FAIL if the map has just grown, and an equal key that differs in case is in the probe run.
   virtual VRINResult Set(VRELString const& key, VRELValue const& value);
   // Sets the part before the first "=" to the part after it, by the operation above. White space is kept, and the value
-  // can be empty. Errors: VREL_E_FAIL if there is no "=" or no key.
+  // can be empty.
+  // Errors: VREL_E_FAIL if there is no "=" or no key.
   virtual VRINResult Set(VRELString const& keyAndValue);
   // Returns the number of keys.
   virtual int GetCount() const;

@@ -25,9 +25,10 @@
 //
 // Errors: never throws, except toUtf8, toUtf16 and toWide, which allocate in the standard library. If memory runs out
 // or ICU fails, the new object is uninitialized: getIsInitialized() is false, length() is -1, and each operation
-// returns the value documented for that case. A string of INT_MAX or more code units cannot be built. Requires: a
-// string passed as an argument is initialized. Cost: one heap allocation for a string that is not empty, a second one
-// above 12 code units or so. Thread safety: none for assignment. Any number of threads may read one string.
+// returns the value documented for that case. A string of INT_MAX or more code units cannot be built.
+// Requires: a string passed as an argument is initialized.
+// Performance: one heap allocation for a string that is not empty, a second one above 26 code units.
+// Thread safety: none for assignment. Any number of threads may read one string.
 class VREL_EXPORT VRELString {
  public:
   // Name of the code page in which the library reads and writes plain ASCII.

@@ -54,7 +54,8 @@ VREL_EXPORT VRELString VRELStringConvertToUpperCase(VRELString const& text);
 VREL_EXPORT VRELString VRELStringReplaceNonASCIICharsWith(VRELString const& text, wchar_t replacement);
 
 // Removes all quotation marks (U+0022) at the start and at the end of the string, and returns VREL_S_OK. `out` may be
-// the same object as `in`. Compatibility: positions at the end are counted in characters, not in UTF-16 code units.
-// With characters above U+FFFF, marks at the end are not found, and removing a mark at the start can remove units at
-// the end; with unpaired surrogates it removes the rest.
+// the same object as `in`.
+// Compatibility: positions at the end are counted in characters, not in UTF-16 code units. With characters above
+// U+FFFF, marks at the end are not found, and removing a mark at the start can remove units at the end; with unpaired
+// surrogates it removes the rest.
 VREL_EXPORT VRINResult RemoveDoubleQuotesAtStartAndEndOf(VRELString const& in, VRELString& out);

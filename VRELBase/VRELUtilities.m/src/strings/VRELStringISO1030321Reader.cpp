@@ -49,7 +49,8 @@ bool Decode(std::string_view bytes, bool isPage, char16_t*& out) {
   return true;
 }
 
-// Position of the next occurrence of a marker. Requires: the positions asked for never decrease.
+// Position of the next occurrence of a marker.
+// Requires: the positions asked for never decrease.
 class MarkerSearch {
  public:
   MarkerSearch(std::string_view searched, std::string_view searchedMarker)

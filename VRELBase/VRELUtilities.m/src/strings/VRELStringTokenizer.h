@@ -12,10 +12,11 @@
 //   VRELStringTokenizer const tokens(VRELString(L"a,,b"), L',');
 //   for (int i = 0; i < tokens.GetTokenCount(); ++i) std::cout << tokens.Token(i) << "\n";  // "a", "", "b"
 //
-// Cost: the constructor creates all tokens, in linear time.
+// Performance: the constructor creates all tokens, in linear time.
 class VREL_EXPORT VRELStringTokenizer {
  public:
-  // Splits the string. Compatibility: only the low 16 bits of the separator are used.
+  // Splits the string.
+  // Compatibility: only the low 16 bits of the separator are used.
   VRELStringTokenizer(VRELString const& text, wchar_t separator);
   // Splits bytes of the default code page of the process.
   VRELStringTokenizer(char const* text, wchar_t separator);

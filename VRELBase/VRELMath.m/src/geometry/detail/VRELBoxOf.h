@@ -1,4 +1,4 @@
-// What VRELBox2D and VRELBox3D have in common.
+// Common implementation of VRELBox2D and VRELBox3D.
 #pragma once
 
 #include <cmath>

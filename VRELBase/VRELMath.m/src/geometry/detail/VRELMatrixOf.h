@@ -1,4 +1,4 @@
-// What the three grids of values have in common.
+// Common implementation of the grids of values.
 #pragma once
 
 #include <climits>

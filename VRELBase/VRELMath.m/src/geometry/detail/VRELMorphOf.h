@@ -1,4 +1,4 @@
-// What VRELMorph2D and VRELMorph3D have in common.
+// Common implementation of VRELMorph2D and VRELMorph3D.
 #pragma once
 
 #include "Gk_Def.h"

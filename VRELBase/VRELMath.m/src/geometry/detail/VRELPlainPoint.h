@@ -1,4 +1,4 @@
-// What VRELPoint2D and VRELPoint3D have in common.
+// Common implementation of VRELPoint2D and VRELPoint3D.
 #pragma once
 
 #include <cmath>

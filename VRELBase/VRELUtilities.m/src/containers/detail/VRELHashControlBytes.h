@@ -1,4 +1,4 @@
-// What a hash table stores about its keys, so that a search skips keys that cannot be equal without reading them.
+// Control bytes: short hashes of the keys, by which a search skips keys that cannot be equal without reading them.
 #pragma once
 
 #include <type_traits>

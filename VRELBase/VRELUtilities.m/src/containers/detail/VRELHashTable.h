@@ -214,7 +214,8 @@ class VRELHashTable {
     return -1;
   }
 
-  // Whether both tables have the same number of entries and isInOther(other, slot) holds for each slot of either one.
+  // Returns whether both tables have the same number of entries and isInOther(other, slot) holds for each slot of
+  // either one.
   template <class IsInOther>
   bool IsEqual(VRELHashTable const& other, IsInOther const& isInOther) const {
     if (CountOccupied() != other.CountOccupied()) return false;
@@ -262,7 +263,7 @@ class VRELHashTable {
 
   int Slots() const noexcept { return rows.occupied.size(); }
 
-  // Whether that many entries are too many for the slots. Also true if there is no slot at all.
+  // Returns whether that many entries are too many for the slots. Also true if there is no slot at all.
   bool IsTooFullFor(int entries) const noexcept {
     return entries > static_cast<double>(loadFactor) * Slots() || Slots() < 1;
   }
@@ -351,7 +352,7 @@ class VRELHashTable {
     return result;
   }
 
-  // Whether the search ended within that many probes.
+  // Returns whether the search ended within that many probes.
   bool ProbeUpTo(int probes, Rows const& where, K const& key, int controlByte, int start, ProbeResult& result) const {
     int const slots = where.occupied.size();
     int const atEnd = slots - start;
@@ -361,7 +362,7 @@ class VRELHashTable {
     return ProbeRange(where, key, controlByte, 0, wrapped < start ? wrapped : start, result);
   }
 
-  // Whether the search ended in this range.
+  // Returns whether the search ended in this range.
   bool ProbeRange(Rows const& where, K const& key, int controlByte, int first, int end, ProbeResult& result) const {
     unsigned char const* const occupied = where.occupied.getArray();
     K const* const keys = where.keys.getArray();
@@ -393,8 +394,8 @@ class VRELHashTable {
     return false;
   }
 
-  // A vacant slot has a default key, so that a plain key that is none shows an occupied slot without a look at the
-  // control byte.
+  // A vacant slot has a default key, so that a plain key that is not the default one marks an occupied slot without
+  // reading the control byte.
   static bool IsVacant(unsigned char const* occupied, K const* keys, int slot) {
     bool const isOccupied = occupied[slot] != ControlBytes::kVacant;
     if constexpr (kIsPlain) return keys[slot] == K() && !isOccupied;

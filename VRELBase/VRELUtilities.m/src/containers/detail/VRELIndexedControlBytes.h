@@ -45,8 +45,8 @@ class VRELIndexedControlBytes : public VRELDynamicArray<unsigned char> {
   // Requires: the array is empty.
   void endGrow(int n) {
     if (n < 1) return;
-    if (n > std::numeric_limits<int>::max() - kPointerRoom) throw VRELAllocException();
-    reserve(n + kPointerRoom);
+    if (n > std::numeric_limits<int>::max() - kPointerSize) throw VRELAllocException();
+    reserve(n + kPointerSize);
     VRELDynamicArray<unsigned char>::endGrow(n);
   }
 
@@ -72,7 +72,7 @@ class VRELIndexedControlBytes : public VRELDynamicArray<unsigned char> {
   }
 
  private:
-  static constexpr int kPointerRoom = sizeof(VRELHashSlotIndex*);
+  static constexpr int kPointerSize = sizeof(VRELHashSlotIndex*);
 
   void DropOwnedIndex() noexcept {
     if (!isShared()) SetIndex(nullptr);

@@ -91,7 +91,7 @@ class VRELNodeChain {
     size = 0;
   }
 
-  // Whether both chains have the same number of nodes and isEqual(a, b) holds for each pair of them.
+  // Returns whether both chains have the same number of nodes and isEqual(a, b) holds for each pair of them.
   template <class Predicate>
   bool IsEqual(VRELNodeChain const& other, Predicate isEqual) const {
     if (size != other.size) return false;

@@ -8,8 +8,8 @@
 #include "VRELExport.h"
 
 // SipHash-1-3 (Aumasson and Bernstein, "SipHash: a fast short-input PRF", 2012) of a sequence of 16-bit units in
-// little-endian order, under a random key of the process. Two sequences collide with probability 2^-64, whoever chose
-// them.
+// little-endian order, under a random key of the process. Two sequences collide with probability 2^-64, also if an
+// attacker chooses them.
 //
 //   VRELSeededHash hash;
 //   for (char16_t unit : name) hash.Add(unit);

@@ -13,7 +13,8 @@ class VREL_EXPORT VRELCallbackShared {
   // Returns false if no abort was requested. Calls the callback, if there is one, in every case.
   //
   // Errors: throws VRELAbortException if the callback returns true or the flag of Gk_ErrMgr::setAbort was set before
-  // the call of the callback. Compatibility: the flag stays set, so that the next call throws again.
+  // the call of the callback.
+  // Compatibility: the flag stays set, so that the next call throws again.
   static bool IsAborted();
 
   // Callback of the application; null at start.

@@ -13,7 +13,7 @@
 //
 // A few objects are compared one by one. More are indexed by a hash table, which each search extends by the objects
 // that were added since the last one, so that a file of many sections is read in linear time, and sections of few keys
-// need no table. The hash is seeded, so that nobody can write a file whose names collide.
+// need no table. The hash is seeded, so that no file can contain names that are made to collide.
 //
 // View is a view of a name that is valid as long as its object.
 // Thread safety: none, for searches too.

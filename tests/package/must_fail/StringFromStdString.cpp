@@ -1,4 +1,4 @@
-// A text is made from a std::string only on purpose.
+// A std::string does not convert to a string implicitly.
 // error: invalid initialization of reference|no viable conversion
 #include <string>
 
