@@ -19,8 +19,9 @@ compressed if its name ends in .gz.
 Options take one dash or two and can be abbreviated: -h, -vers. An argument
 follows as the next word or after "=": -write text, --write=text.
 
-  -write FORMAT          the format to write: html, text, step or json; by default
-                         that of the extension of OUTPUT, or html without OUTPUT
+  -write html|text|step|json
+                         the format to write; by default that of the extension of
+                         OUTPUT, or html without OUTPUT
   -o FILE                another way to give OUTPUT
   -force                 overwrite an OUTPUT that is an existing STEP file
   -strict                treat a partial result as a failure: write no output

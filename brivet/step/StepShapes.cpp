@@ -388,8 +388,12 @@ void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   std::uint32_t const curve =
       context.Instance(entry.item, STEP_ATTRIBUTE(EdgeCurve, "edge_geometry"), StepEntity::Curve);
   if (curve == 0) return;
-  // The ends of a straight edge are its extent.
-  if (sink == nullptr && hasEnds && context.store.Is(curve, StepEntity::Line)) return;
+  if (hasEnds && context.store.Is(curve, StepEntity::Line)) {
+    entry.placement.Apply(from);
+    entry.placement.Apply(to);
+    AddPolyline(product, entry, {from[0], from[1], from[2], to[0], to[1], to[2]});
+    return;
+  }
   bool const isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
   AddPieces(product, entry,
             geometry.Pieces(curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, isForward, radians, chordError));

@@ -139,7 +139,7 @@ class Listing {
     Utf8StreamFormatter out(&text);
     out << document.GetFileHeader() << out.endline();
     text.writeChar('\0');
-    page = text.contents();
+    page += text.contents();
   }
 
   void AppendCount(std::string_view name, long count) {

@@ -136,7 +136,8 @@ TEST_F(BrivetPipelineTest, ListsFormats) {
   EXPECT_EQ(result.output,
             "html     HTML     write       BrivetHtml   .html .htm\n"
             "text     text     write       BrivetText   .txt .text\n"
-            "step     STEP     read,write  BrivetStep   .stp .step .p21\n");
+            "step     STEP     read,write  BrivetStep   .stp .step .p21\n"
+            "json     JSON     write       BrivetJson   .json\n");
 }
 
 TEST_F(BrivetPipelineTest, AcceptsUsualSpellings) {

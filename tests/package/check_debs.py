@@ -94,8 +94,8 @@ class MetadataTest(unittest.TestCase):
         for end in ["/usr/include/VRELBase/VRELString.h", "/libVRELBase.so", "/VRELBaseConfig.cmake", "/VRELBase.pc"]:
             self.assertEqual(len([path for path in development if path.endswith(end)]), 1, end)
         driver = sorted(path.rsplit("/", 1)[1] for path in files(DRIVER))
-        self.assertEqual(driver, ["brivet", "brivet", "brivet.1.gz", "libBrivetHtml.so", "libBrivetStep.so",
-                                  "libBrivetText.so"])
+        self.assertEqual(driver, ["brivet", "brivet", "brivet.1.gz", "libBrivetHtml.so", "libBrivetJson.so",
+                                  "libBrivetStep.so", "libBrivetText.so"])
 
     def test_owner_and_modes(self):
         for name in PACKAGES:

@@ -65,8 +65,8 @@ TEST(CurveTest, EvaluatesRationalCircle) {
 
 // Points by SciPy 1.10 for knots 0 0 0 0 1 2 3 3 3 3 and the control points below.
 TEST(CurveTest, EvaluatesCubicWithManyKnots) {
-  auto const curve = Curve::BSpline(3, {0, 0, 0, 1, 2, 0, 2, -1, 1, 4, 0, 3, 5, 2, 1, 6, 0, 0},
-                                    {0, 0, 0, 0, 1, 2, 3, 3, 3, 3}, {});
+  auto const curve =
+      Curve::BSpline(3, {0, 0, 0, 1, 2, 0, 2, -1, 1, 4, 0, 3, 5, 2, 1, 6, 0, 0}, {0, 0, 0, 0, 1, 2, 3, 3, 3, 3}, {});
   ExpectPoint(*curve, 0, 0, 0, 0);
   ExpectPoint(*curve, 0.5, 1.1979166666666667, 0.9270833333333333, 0.3229166666666667);
   ExpectPoint(*curve, 1, 2.083333333333333, -0.083333333333333, 1.083333333333333);

@@ -6,7 +6,7 @@
 
 TEST(ModelBoxTest, ExtendIgnoresUnusableNumbers) {
   ModelBox box;
-  for (double const bad : {NAN, static_cast<double>(INFINITY), 1e308, -1e308}) {
+  for (double const bad : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
     double const point[3] = {0, bad, 0};
     box.Extend(point);
   }
@@ -22,12 +22,4 @@ TEST(ModelBoxTest, ExtendIgnoresUnusableNumbers) {
   ModelBox const empty;
   box.Extend(empty);
   EXPECT_EQ(box.Diagonal(), 5);
-}
-
-TEST(ModelBoxTest, AsBoxKeepsEmptiness) {
-  EXPECT_EQ(ModelBox().AsBox3D().IsEmpty(), VRELBox3D().IsEmpty());
-  ModelBox box;
-  double const a[3] = {1, 2, 3};
-  box.Extend(a);
-  EXPECT_FALSE(box.AsBox3D().IsEmpty());
 }

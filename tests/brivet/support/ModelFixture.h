@@ -28,11 +28,10 @@ constexpr char kContexts[] =
 // A product with the given base id: #b PRODUCT, #b+1 formation, #b+2 definition, #b+3 shape, #b+5 representation.
 inline std::string ProductText(int base, std::string const& name, std::string const& items, int context = 1) {
   auto const id = [base](int i) { return "#" + std::to_string(base + i); };
-  return id(0) + "=PRODUCT('" + name + "','" + name + "','',());\n" + id(1) +
-         "=PRODUCT_DEFINITION_FORMATION('v1',''," + id(0) + ");\n" + id(2) + "=PRODUCT_DEFINITION('design',''," + id(1) +
-         ",$);\n" + id(3) + "=PRODUCT_DEFINITION_SHAPE('',''," + id(2) + ");\n" + id(4) +
-         "=SHAPE_DEFINITION_REPRESENTATION(" + id(3) + "," + id(5) + ");\n" + id(5) + "=SHAPE_REPRESENTATION('',(" +
-         items + "),#" + std::to_string(context) + ");\n";
+  return id(0) + "=PRODUCT('" + name + "','" + name + "','',());\n" + id(1) + "=PRODUCT_DEFINITION_FORMATION('v1',''," +
+         id(0) + ");\n" + id(2) + "=PRODUCT_DEFINITION('design',''," + id(1) + ",$);\n" + id(3) +
+         "=PRODUCT_DEFINITION_SHAPE('',''," + id(2) + ");\n" + id(4) + "=SHAPE_DEFINITION_REPRESENTATION(" + id(3) +
+         "," + id(5) + ");\n" + id(5) + "=SHAPE_REPRESENTATION('',(" + items + "),#" + std::to_string(context) + ");\n";
 }
 
 // An occurrence of the product of base `child` in that of base `parent`, named "n" and its id.

@@ -33,11 +33,12 @@ TEST(FormatsTest, ListsWrittenNames) {
 }
 
 TEST(FormatsTest, ListsFormats) {
-  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .txt, .text, .stp, .step, .p21");
+  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .txt, .text, .stp, .step, .p21, .json");
   EXPECT_EQ(Format::Table(),
             "html     HTML     write       BrivetHtml   .html .htm\n"
             "text     text     write       BrivetText   .txt .text\n"
-            "step     STEP     read,write  BrivetStep   .stp .step .p21\n");
+            "step     STEP     read,write  BrivetStep   .stp .step .p21\n"
+            "json     JSON     write       BrivetJson   .json\n");
 }
 
 TEST(FormatsTest, NamesOutputs) {
