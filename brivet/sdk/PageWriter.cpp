@@ -8,8 +8,6 @@
 #include "BrivetModule.h"
 #include "Document.h"
 #include "EscapedText.h"
-#include "ModelSummary.h"
-#include "ProductModel.h"
 #include "VRELFileHeader.h"
 #include "VRELString.h"
 
@@ -17,8 +15,6 @@ namespace {
 
 constexpr std::size_t kMaxDigits = 40;  // ids with more digits are cut
 constexpr std::size_t kCutDigits = 20;
-constexpr std::size_t kSummaryLines = 40;
-constexpr std::size_t kSummaryWidth = 80;
 constexpr std::size_t kMaxLosses = 100;
 constexpr std::size_t kMaxInstances = 100;  // of one loss
 
@@ -47,22 +43,11 @@ VRINResult PageWriter::WritePage(BrivetWriteRequest& request) {
   escaped.clear();
   AppendEscapingControls(escaped, request.title);
   PutTitle(std::string(escaped));
-  if (BeginsWithSummary()) WriteSummary(request);
+  WriteSummary(request);
   WriteLosses(*request.document);
   WriteHeader(*request.document);
   WriteCounts(*request.document);
   return request.document->Describe(*this, *request.progress, true);
-}
-
-void PageWriter::WriteSummary(BrivetWriteRequest& request) {
-  ProductModel const* const model = request.document->GetModel(false, *request.progress);
-  if (model == nullptr || model->IsEmpty()) return;
-  PutHeading("Summary");
-  ModelSummary const summary = ModelSummary::Of(*model, kSummaryLines, kSummaryWidth);
-  BeginTable();
-  for (ModelSummary::Row const& row : summary.rows) PutRow(row.key, row.value);
-  for (std::string const& line : summary.tree) PutRow("", line);
-  EndTable();
 }
 
 void PageWriter::WriteLosses(Document& document) {

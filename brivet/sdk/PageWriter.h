@@ -14,7 +14,7 @@ class Document;
 
 // Writes a document from its title to its last instance, in this order:
 //
-//   title, summary (if the class asks for it), what was lost, header, counts by type, each section: its instances, each
+//   title, summary (if the class writes one), what was lost, header, counts by type, each section: its instances, each
 //   with those that refer to it
 //
 // A derived class provides the markup. Of ids with very many digits only the first ones are shown.
@@ -74,13 +74,12 @@ class PageWriter : public DocumentVisitor {
   // The line of those that refer to an instance.
   virtual void BeginReferrers() = 0;
   virtual void EndReferrers() = 0;
-  // Returns whether the page begins with the summary of the product model.
-  virtual bool BeginsWithSummary() const { return false; }
+  // Called after the title: writes a summary of the product model, or nothing.
+  virtual void WriteSummary(BrivetWriteRequest& /*request*/) {}
   // Called after each instance. Throws to end writing.
   virtual void Check() = 0;
 
  private:
-  void WriteSummary(BrivetWriteRequest& request);
   void WriteLosses(Document& document);
   void WriteHeader(Document& document);
   void WriteCounts(Document& document);
