@@ -49,6 +49,8 @@ class Document : public VRELFormatReader {
   // Returns what was lost, in the order of the lines; empty if and only if GetState is not VREL_S_PARTIAL or a failure
   // of reading. Beyond 100,000 losses the last entry covers all that follow.
   std::vector<Loss> const& GetLosses() const noexcept { return losses; }
+  // Adds a loss that the driver has found, such as damaged compressed data. Its lines are 0. Call it after reading.
+  void AddLoss(Loss const& loss) { losses.push_back(loss); }
   // Returns the number of references to instances that the document does not contain; 0 before Resolve.
   long GetDanglingCount() const noexcept { return danglingCount; }
 

@@ -19,6 +19,7 @@ constexpr std::size_t kMaxLosses = 100;
 constexpr std::size_t kMaxInstances = 100;  // of one loss
 
 std::string LinesOf(Loss const& loss) {
+  if (loss.firstLine == 0) return "input";
   if (loss.lastLine <= loss.firstLine) return "line " + std::to_string(loss.firstLine);
   return "lines " + std::to_string(loss.firstLine) + " to " + std::to_string(loss.lastLine);
 }

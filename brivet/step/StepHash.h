@@ -21,23 +21,28 @@ inline std::uint64_t MixBits(std::uint64_t number) {
   return number ^ (number >> 31U);
 }
 
-// Returns the hash of a string under a seed.
+// Returns the hash of a string under a seed. Each block is multiplied by a number that depends on the seed, and the
+// halves of the product are combined, so that no pair of strings collides for many seeds.
 inline std::uint64_t HashString(std::string_view text, std::uint64_t seed) {
-  std::uint64_t hash = MixBits(seed ^ text.size());
+  __extension__ using Product = unsigned __int128;
+  std::uint64_t const factor = MixBits(seed) | 1U;
+  std::uint64_t hash = seed ^ text.size();
   while (!text.empty()) {
     std::uint64_t block = 0;
     std::size_t const count = text.size() < sizeof block ? text.size() : sizeof block;
     std::memcpy(&block, text.data(), count);
-    hash = MixBits(hash ^ block);
+    Product const product = Product(hash ^ block) * factor;
+    hash = static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
     text.remove_prefix(count);
   }
-  return hash;
+  return MixBits(hash);
 }
 
-// Hash function object for string keys in containers of the standard library.
+// Hash function object for string keys in containers of the standard library. Not noexcept: the containers of libstdc++
+// then store the hash with the key instead of computing it again.
 class SeededStringHash {
  public:
-  std::size_t operator()(std::string const& key) const noexcept { return HashString(key, seed); }
+  std::size_t operator()(std::string const& key) const { return HashString(key, seed); }
 
  private:
   std::uint64_t seed = RandomSeed();

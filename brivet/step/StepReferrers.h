@@ -6,7 +6,7 @@
 #include <vector>
 
 // Returns the referrers of each instance of a document, in the document's order. Memory does not grow with the number
-// of references: see the source. Most documents need one or two passes over the references.
+// of references: see the source. Most documents need one or two passes.
 //
 // Memory: 16 bytes per instance at most, and what is kept at once.
 // Errors: InputError (VREL_E_INVALID_FILE) if a pass finds other references than the one before.

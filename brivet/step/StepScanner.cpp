@@ -99,7 +99,7 @@ std::string_view StepScanner::Token::Digits() const {
 }
 
 long StepScanner::Column() const {
-  if (token.column != 0) return token.column;
+  if (tokenLineBegin != kUnknown) return static_cast<long>(token.begin - tokenLineBegin) + 1;
   char bytes[kColumnLimit];
   std::size_t const count = std::min<unsigned long>(token.begin, kColumnLimit);
   std::size_t const found = buffer.ReadAt(token.begin - count, bytes, count);
@@ -121,7 +121,7 @@ void StepScanner::Seek(Position position) {
   token.text.clear();
   token.begin = buffer.Offset();
   token.line = line;
-  token.column = 0;
+  tokenLineBegin = kUnknown;
 }
 
 bool StepScanner::NextReference() {
@@ -140,7 +140,7 @@ bool StepScanner::NextReference() {
         break;
       case '#':
         token.begin = buffer.Offset();
-        token.column = 0;
+        tokenLineBegin = kUnknown;
         ReadInstance();
         if (token.kind == Instance) return true;
         break;
@@ -250,7 +250,7 @@ void StepScanner::Append(int byte) {
 void StepScanner::BeginToken() {
   token.line = line;
   token.begin = buffer.Offset();
-  token.column = lineBegin == kUnknown ? 0 : static_cast<long>(token.begin - lineBegin) + 1;
+  tokenLineBegin = lineBegin;
 }
 
 void StepScanner::SkipByteOrderMark() {

@@ -38,7 +38,6 @@ class StepScanner {
     Kind kind = End;
     bool hasNul = false;      // a string with zero bytes, which `text` contains
     long line = 1;            // of the first byte, from 1
-    long column = 1;          // of the first byte, from 1; 0 if unknown
     unsigned long begin = 0;  // offset of the first byte
     std::string text;         // as in the file; of a string what is between its apostrophes: doubled ones reduced,
                               // without control bytes except tab and NUL, escapes kept
@@ -82,8 +81,8 @@ class StepScanner {
   // end of the file as the current token, if there is none.
   bool NextReference();
 
-  // Returns the lines, from the next one on, up to one that begins with ENDSEC, and makes that word the next token. Each
-  // line ends with a line feed. Errors: InputError for more than kTextLimit bytes.
+  // Returns the lines, from the next one on, up to one that begins with ENDSEC, and makes that word the next token.
+  // Each line ends with a line feed. Errors: InputError for more than kTextLimit bytes.
   std::string ReadLinesBeforeEnd();
 
  private:
@@ -110,6 +109,7 @@ class StepScanner {
 
   StepBuffer& buffer;
   Token token;
+  unsigned long tokenLineBegin = 0;  // offset of the first byte of the token's line, or kUnknown
   long line = 1;
   unsigned long lineBegin = 0;  // offset of the first byte of the line; kUnknown after Seek
   // No comment ends at or after this offset: the rest of the file is not searched again for the end of one.

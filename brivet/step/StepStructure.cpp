@@ -160,7 +160,8 @@ bool StepStructure::SkipHeading(char const* word) {
 }
 
 bool StepStructure::EndsAnySection() const {
-  if (scanner.Current().kind == StepScanner::End) return true;
+  StepScanner::Kind const kind = scanner.Current().kind;
+  if (kind != StepScanner::Keyword) return kind == StepScanner::End;
   for (char const* word : {"ENDSEC", "DATA", "ANCHOR", "REFERENCE", kEndOfExchange}) {
     if (parser.AtWord(word)) return true;
   }

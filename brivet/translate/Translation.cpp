@@ -240,6 +240,7 @@ VRINResult Translation::ReadEntities() {
     reader->ReadDataSection();
     document->SetProgress(nullptr);
     VRINResult const state = CheckDocument();
+    if (!input->Damage().empty()) document->AddLoss({0, 0, {}, input->Damage()});
     if (state == VREL_S_OK && document->GetInstanceCount() == 0) {
       ReportWarning(job.ShownInput(), "the file contains no instances");
     }
@@ -282,7 +283,6 @@ RunReport Translation::Report(VRINResult result) const {
   if (document == nullptr) return report;
   report.instances = document->GetInstanceCount();
   report.lost = document->GetLosses();
-  if (!input->Damage().empty()) report.lost.push_back({0, 0, {}, input->Damage()});
   report.dangling = document->GetDanglingCount();
   return report;
 }

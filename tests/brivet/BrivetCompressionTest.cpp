@@ -114,6 +114,9 @@ TEST_F(BrivetCompressionTest, DamagedDataIsPartial) {
     EXPECT_THAT(result.errors, HasSubstr(std::string("brivet: warning: ") + row.name + ": " + row.reason + "\n"));
     EXPECT_THAT(folder.Read("r.json"), HasSubstr(std::string("\"reason\":\"") + row.reason + "\""));
     EXPECT_THAT(folder.Read("out.txt"), HasSubstr("EDGE("));
+    EXPECT_THAT(folder.Read("out.txt"), HasSubstr(std::string("input                    : ") + row.reason + "\n"));
+    EXPECT_EQ(Brivet({row.name, "out.stp", "-force"}).exitStatus, 8);
+    EXPECT_THAT(folder.Read("out.stp"), HasSubstr("/* INCOMPLETE: "));
     EXPECT_EQ(Brivet({row.name, "strict.txt", "-strict"}).exitStatus, 8);
     EXPECT_FALSE(folder.Has("strict.txt"));
   }

@@ -511,12 +511,12 @@ TEST_F(VRELTimingLoggerTest, DestructorDropsExceptions) {
    public:
     void HandleEvent(VRELEvent&) override { throw std::runtime_error("no space left"); }
   } throwing;
-  auto throwing = std::make_unique<VRELTimingLogger>();
-  throwing->Initialize();
+  auto activeLogger = std::make_unique<VRELTimingLogger>();
+  activeLogger->Initialize();
   VRELEventBus::GetEventBus()->AddListener(&throwing);
-  EXPECT_THROW(throwing->Finalize(), std::runtime_error);
+  EXPECT_THROW(activeLogger->Finalize(), std::runtime_error);
   EXPECT_EQ(ListenerCount(), 3);
-  throwing.reset();
+  activeLogger.reset();
   EXPECT_EQ(ListenerCount(), 2);
   VRELEventBus::GetEventBus()->RemoveListener(&throwing);
 }
