@@ -37,7 +37,7 @@ std::string ProductModel::NodeName(int product, int occurrence) const {
   return product >= 0 ? products[static_cast<std::size_t>(product)].DisplayName() : std::string();
 }
 
-// Counts bottom up: a product is counted once, whatever the number of its uses. An explicit stack replaces recursion,
+// Counts bottom up: a product is counted once, not at each of its uses. An explicit stack replaces recursion,
 // since structures can be as deep as the file is long.
 long ProductModel::CountNodes(int product) const {
   std::vector<long> counts(products.size(), -1);
