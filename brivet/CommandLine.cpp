@@ -23,6 +23,7 @@ enum class OptionId {
   Progress,
   Quiet,
   List,
+  Summary,
   NoSync,
   Strict,
   Report,
@@ -51,29 +52,18 @@ constexpr Option kOutput = {"o", "FILE", OptionId::Output};
 
 // An abbreviation means the first option that begins with it. The last three are those of worker processes.
 constexpr Option kOptions[] = {
-    {"help", nullptr, OptionId::Help},
-    {"version", nullptr, OptionId::Version},
-    {"options", "FILE", OptionId::Options},
-    {"set", "NAME=VALUE", OptionId::Set},
-    {"write", "FORMAT", OptionId::Write},
-    {"progress", nullptr, OptionId::Progress},
-    {"quiet", nullptr, OptionId::Quiet},
-    {"list", nullptr, OptionId::List},
-    {"nosync", nullptr, OptionId::NoSync},
-    {"strict", nullptr, OptionId::Strict},
-    {"report", "FILE", OptionId::Report},
-    {"outdir", "DIR", OptionId::OutDir},
-    {"jobs", "N", OptionId::Jobs},
-    {"force", nullptr, OptionId::Force},
-    {"formats", nullptr, OptionId::Formats},
-    {"settings", nullptr, OptionId::Settings},
-    {"logdir", "DIR", OptionId::LogDir},
-    {"nolog", nullptr, OptionId::NoLog},
-    {"verbose", nullptr, OptionId::Verbose},
-    {"tempspace", "SIZE", OptionId::TempSpace},
-    {"worker", nullptr, OptionId::Worker},
-    {"readlog", "FILE", OptionId::ReadLog},
-    {"writelog", "FILE", OptionId::WriteLog},
+    {"help", nullptr, OptionId::Help},          {"version", nullptr, OptionId::Version},
+    {"options", "FILE", OptionId::Options},     {"set", "NAME=VALUE", OptionId::Set},
+    {"write", "FORMAT", OptionId::Write},       {"progress", nullptr, OptionId::Progress},
+    {"quiet", nullptr, OptionId::Quiet},        {"list", nullptr, OptionId::List},
+    {"summary", nullptr, OptionId::Summary},    {"nosync", nullptr, OptionId::NoSync},
+    {"strict", nullptr, OptionId::Strict},      {"report", "FILE", OptionId::Report},
+    {"outdir", "DIR", OptionId::OutDir},        {"jobs", "N", OptionId::Jobs},
+    {"force", nullptr, OptionId::Force},        {"formats", nullptr, OptionId::Formats},
+    {"settings", nullptr, OptionId::Settings},  {"logdir", "DIR", OptionId::LogDir},
+    {"nolog", nullptr, OptionId::NoLog},        {"verbose", nullptr, OptionId::Verbose},
+    {"tempspace", "SIZE", OptionId::TempSpace}, {"worker", nullptr, OptionId::Worker},
+    {"readlog", "FILE", OptionId::ReadLog},     {"writelog", "FILE", OptionId::WriteLog},
 };
 
 // The names in the form that VRELArgs requires: writable strings, with ":" after those that take an argument, once for
@@ -139,7 +129,7 @@ class CommandLineParser {
       if (!files.empty() || hasOutputOption)
         Refuse("option " + exclusiveNames + " takes no file",
                line.action == CommandLine::Help ? "it takes one FORMAT" : "");
-    } else if (isListing) {
+    } else if (!listingName.empty()) {
       ParseListing();
     } else if (!line.outputFolder.empty() || hasOutputFolder) {
       ParseInputs();
@@ -158,13 +148,13 @@ class CommandLineParser {
 
   void ParseListing() {
     if (hasOutputOption || hasOutputFolder) {
-      Refuse("option -list writes no OUTPUT", "");
+      Refuse("option " + listingName + " writes no OUTPUT", "");
     } else if (files.empty()) {
       Refuse("missing INPUT", "");
     } else if (files.size() > 1) {
-      Refuse("extra argument " + QuoteName(files[1]), "-list takes one INPUT");
+      Refuse("extra argument " + QuoteName(files[1]), listingName + " takes one INPUT");
     } else if (line.report == "-") {
-      Refuse("options -list and -report - both write to standard output", "");
+      Refuse("options " + listingName + " and -report - both write to standard output", "");
     } else {
       line.action = CommandLine::List;
       line.input = files[0];
@@ -242,8 +232,11 @@ class CommandLineParser {
       case OptionId::Settings:
         return SetAction(CommandLine::ListSettings, option);
       case OptionId::List:
-        isListing = true;
+        listingName = listingName.empty() ? "-list" : listingName;
         return true;
+      case OptionId::Summary:
+        listingName = listingName.empty() ? "-summary" : listingName;
+        return SetFlag(line.isSummary, true);
       case OptionId::Output:
         hasOutputOption = true;
         return SetText(line.output, argument);
@@ -378,7 +371,7 @@ class CommandLineParser {
   std::vector<std::string> files;
   int exclusiveOptionCount = 0;  // options that need no file: -help, -version, ...
   std::string exclusiveNames;
-  bool isListing = false;
+  std::string listingName;  // -list or -summary; empty without them
   bool hasOutputOption = false;
   bool hasOutputFolder = false;
 };

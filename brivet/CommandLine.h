@@ -28,6 +28,7 @@ struct CommandLine {
   std::string readLog;                    // names of the logs in a worker process; empty for the defaults
   std::string writeLog;                   //
   long temporarySpace = kTemporarySpace;  // limit for temporary copies of the input, in bytes
+  bool isSummary = false;                 // List prints the summary only
   bool isStrict = false;                  // a partial result is a failure
   bool isForced = false;                  // the output may be an existing document
   bool isVerbose = false;                 // notes are printed

@@ -6,7 +6,7 @@ inline constexpr char kHelpText[] =
        brivet [options] -outdir DIR INPUT...
 
 Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
-or to STEP again:
+to a summary in JSON, or to STEP again:
 
   $ brivet bracket.stp
   bracket.html: 232 instances of 41 types from bracket.stp
@@ -19,12 +19,15 @@ compressed if its name ends in .gz.
 Options take one dash or two and can be abbreviated: -h, -vers. An argument
 follows as the next word or after "=": -write text, --write=text.
 
-  -write html|text|step  the format to write; by default that of the extension of
+  -write html|text|step|json
+                         the format to write; by default that of the extension of
                          OUTPUT, or html without OUTPUT
   -o FILE                another way to give OUTPUT
   -force                 overwrite an OUTPUT that is an existing STEP file
   -strict                treat a partial result as a failure: write no output
-  -list                  print a summary of INPUT with counts by type, and write
+  -summary               print what is in INPUT: unit, extent, products, colours,
+                         layers, properties and structure; write nothing
+  -list                  print the same, the header, and counts by type; write
                          nothing
   -report FILE           write the result as a line of JSON for each input
   -options FILE          read options of the translation from a file

@@ -71,6 +71,7 @@ Job JobOf(CommandLine const& line) {
   job.areOptionsReported = !line.isWorker;
   job.isQuiet = line.isQuiet || line.report == "-";
   job.isSynchronized = line.isSynchronized;
+  job.isSummary = line.isSummary;
   if (line.action == CommandLine::List) return job;
   job.target = &line.Target();
   job.output = line.OutputPath();

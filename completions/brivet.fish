@@ -3,11 +3,12 @@ function __brivet_settings
     brivet -settings 2>/dev/null | string replace -r ' .*' '' | string replace -r '.*\.' '' | string match -r '^[A-Za-z]+$' | sort -u | string replace -r '$' =
 end
 
-complete -c brivet -o write -x -a 'html text step' -d 'format to write'
+complete -c brivet -o write -x -a 'html text step json' -d 'format to write'
 complete -c brivet -s o -r -d 'output file'
 complete -c brivet -o force -d 'overwrite an output that is an existing STEP file'
 complete -c brivet -o strict -d 'treat a partial result as a failure'
-complete -c brivet -o list -d 'print a summary and write nothing'
+complete -c brivet -o summary -d 'print what is in the input'
+complete -c brivet -o list -d 'print a summary, the header and counts'
 complete -c brivet -o report -r -d 'write results as JSON'
 complete -c brivet -o options -r -d 'read options from a file'
 complete -c brivet -o set -x -a '(__brivet_settings)' -d 'set one option'

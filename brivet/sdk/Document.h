@@ -11,6 +11,7 @@
 
 class DocumentVisitor;
 class Progress;
+struct ProductModel;
 
 // Base class of the documents that reading modules provide. The driver reads a document once, with a VRELReader:
 //
@@ -74,6 +75,14 @@ class Document : public VRELFormatReader {
   // Passes the sections and the records that contain such strings to the visitor, as Describe does. May be called
   // before Resolve, but then no reference counts as defined.
   virtual VRINResult DescribeEscaped(DocumentVisitor& /*visitor*/) { return VREL_S_OK; }
+
+  // Returns the product model, which takes a pass over the document at the first call; null for a format that has none.
+  // With `geometry` it contains polylines and meshes. Ownership: the document owns the model; a call with another
+  // argument replaces it.
+  //
+  // Errors: null after a report if the file is no longer what was read.
+  // Requires: the document was read. It need not be resolved.
+  virtual ProductModel const* GetModel(bool /*geometry*/, Progress& /*receiver*/) { return nullptr; }
 
   // Sets where reading reports its progress; null for none.
   // Ownership: the caller keeps it.

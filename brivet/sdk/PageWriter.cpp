@@ -44,6 +44,7 @@ VRINResult PageWriter::WritePage(BrivetWriteRequest& request) {
   escaped.clear();
   AppendEscapingControls(escaped, request.title);
   PutTitle(std::string(escaped));
+  WriteSummary(request);
   WriteLosses(*request.document);
   WriteHeader(*request.document);
   WriteCounts(*request.document);

@@ -14,7 +14,8 @@ class Document;
 
 // Writes a document from its title to its last instance, in this order:
 //
-//   title, what was lost, header, counts by type, each section: its instances, each with those that refer to it
+//   title, summary (if the class writes one), what was lost, header, counts by type, each section: its instances, each
+//   with those that refer to it
 //
 // A derived class provides the markup. Of ids with very many digits only the first ones are shown.
 class PageWriter : public DocumentVisitor {
@@ -73,6 +74,8 @@ class PageWriter : public DocumentVisitor {
   // The line of those that refer to an instance.
   virtual void BeginReferrers() = 0;
   virtual void EndReferrers() = 0;
+  // Called after the title: writes a summary of the product model, or nothing.
+  virtual void WriteSummary(BrivetWriteRequest& /*request*/) {}
   // Called after each instance. Throws to end writing.
   virtual void Check() = 0;
 

@@ -8,6 +8,8 @@
 #include "InputError.h"
 #include "Progress.h"
 #include "StepEntityReader.h"
+#include "StepEntityStore.h"
+#include "StepModelReader.h"
 #include "StepOptions.h"
 #include "StepSections.h"
 
@@ -239,4 +241,23 @@ void StepFormatReader::DescribeInstance(std::uint32_t instance, DocumentVisitor&
 VRINResult StepFormatReader::ReportChange(InputError const& error) {
   diagnostics.Error(error.line, error.column, error.text + kChanged, kChangedHint);
   return error.result;
+}
+
+ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver) {
+  if (model != nullptr && (hasGeometry || !geometry)) return model.get();
+  auto built = std::make_unique<ProductModel>();
+  StepEntityStore store;
+  if (!isOpen) return nullptr;
+  references->IndexIds();
+  if (DescribeSections(store, receiver, false, false).IsFailure()) return nullptr;
+  StepShapes::Settings settings;
+  settings.withGeometry = geometry;
+  ReadStepModel(store, settings, *built);
+  if (model == nullptr) {
+    for (std::string const& warning : built->warnings) diagnostics.Warn(0, 0, warning);
+    diagnostics.ReportSuppressed();
+  }
+  model = std::move(built);
+  hasGeometry = geometry;
+  return model.get();
 }

@@ -56,6 +56,7 @@ class StepFormatReader final : public Document {
   VRINResult Describe(DocumentVisitor& visitor, Progress& receiver, bool withReferrers) override;
   long GetEscapedCount() const override;
   VRINResult DescribeEscaped(DocumentVisitor& visitor) override;
+  ProductModel const* GetModel(bool geometry, Progress& receiver) override;
 
   // For the sections and entities of this document: the next entity of the header or of the current data section, or
   // null at its end, and their content.
@@ -90,4 +91,6 @@ class StepFormatReader final : public Document {
   std::unique_ptr<StepStructure> structure;
   long duplicates = 0;  // errors: instances with the id of an earlier one
   bool isOpen = false;
+  std::unique_ptr<ProductModel> model;
+  bool hasGeometry = false;  // the model has polylines and meshes
 };

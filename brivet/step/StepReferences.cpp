@@ -32,9 +32,17 @@ void StepReferences::AddExternal(DocumentVisitor::Id const& id) {
   externals.emplace_back(id.digits);
 }
 
+void StepReferences::IndexIds() {
+  if (isIndexed) return;
+  std::sort(externals.begin(), externals.end());
+  ids.Index([](std::uint32_t, std::uint32_t) {});
+  isIndexed = true;
+}
+
 void StepReferences::Build(OnDuplicate const& onDuplicate, OnDangling const& onDangling) {
   std::sort(externals.begin(), externals.end());
   ids.Index(onDuplicate);
+  isIndexed = true;
   // The first pass over the references counts them. Only that one reports those to nothing.
   auto const traverse = [this, onDangling, isFirst = true](StepReferrers::Note const& note) mutable {
     ReadReferences([&](std::uint32_t source, std::uint32_t target) {

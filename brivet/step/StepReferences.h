@@ -26,6 +26,8 @@ class StepReferences {
 
   // Adds the next instance; `number` is that of StepIds.
   void Add(std::uint64_t number) { ids.Add(number); }
+  // Builds the index of ids alone, unless it exists. Of instances with the same id it contains the first.
+  void IndexIds();
   // Adds an id that a REFERENCE section defines.
   void AddExternal(DocumentVisitor::Id const& id);
 
@@ -55,5 +57,6 @@ class StepReferences {
   StepScanner& scanner;
   StepIds ids;
   std::vector<std::string> externals;  // sorted by Build
+  bool isIndexed = false;
   std::unique_ptr<StepReferrers> referrers;
 };

@@ -2,9 +2,16 @@
 
 #include <algorithm>
 
+#include "BrivetModule.h"
+#include "Document.h"
+#include "ModelSummary.h"
+#include "ProductModel.h"
+
 namespace {
 
 constexpr std::size_t kKeyWidth = 24;  // as in the dump of a file header
+constexpr std::size_t kSummaryLines = 40;
+constexpr std::size_t kSummaryWidth = 80;  // of a value
 
 }  // namespace
 
@@ -45,4 +52,13 @@ void TextPage::PutRow(std::string_view key, std::string_view value) {
   }
   Put(value);
   EndLine();
+}
+
+void TextPage::WriteSummary(BrivetWriteRequest& request) {
+  ProductModel const* const model = request.document->GetModel(false, *request.progress);
+  if (model == nullptr || model->IsEmpty()) return;
+  PutHeading("Summary");
+  ModelSummary const summary = ModelSummary::Of(*model, kSummaryLines, kSummaryWidth);
+  for (ModelSummary::Row const& row : summary.rows) PutRow(row.key, row.value);
+  for (std::string const& line : summary.tree) PutRow("", line);
 }

@@ -28,6 +28,7 @@ class TextPage final : public PageWriter {
   void EndTable() override {}
   void BeginReferrers() override { pending += "    referred to by "; }
   void EndReferrers() override { EndLine(); }
+  void WriteSummary(BrivetWriteRequest& request) override;
   void Check() override { stream.Check(); }
 
   void Flush();

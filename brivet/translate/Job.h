@@ -13,6 +13,7 @@ struct Job {
   std::string readLog = "brivet_read.log";    // path of the log of the run; empty for none
   std::string writeLog = "brivet_write.log";  // path of the log of its writing phase; empty for none
   long temporarySpace = 16L << 30U;           // limit for temporary copies of the input, in bytes
+  bool isSummary = false;                     // a listing consists of the summary
   bool isStrict = false;                      // a partial result is a failure
   bool isVerbose = false;                     // reports notes
   bool areOptionsReported = true;             // warnings about options are printed and not only logged

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <numeric>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -11,6 +12,10 @@
 #include "Document.h"
 #include "DocumentVisitor.h"
 #include "EscapedText.h"
+#include "HeaderRecords.h"
+#include "ModelSummary.h"
+#include "ProductModel.h"
+#include "Progress.h"
 #include "StandardOutput.h"
 #include "Utf8StreamFormatter.h"
 #include "VRELStringOutputStream.h"
@@ -18,6 +23,9 @@
 namespace {
 
 constexpr std::size_t kCountWidth = 18;
+constexpr std::size_t kValueWidth = 56;
+constexpr std::size_t kScreenLines = 24;
+constexpr std::size_t kListedLines = 40;
 constexpr std::size_t kBlockSize = 65536;  // bytes that are printed at once
 
 // Thrown after a failure that was reported.
@@ -54,10 +62,11 @@ class EscapedStrings final : public DocumentVisitor {
 
 class Listing {
  public:
-  explicit Listing(Document& listed) : document(listed) {}
+  Listing(Document& listed, Progress& shownProgress) : document(listed), progress(shownProgress) {}
 
   void Print() {
     Measure();
+    if (AppendModel(kListedLines)) page += "\n";
     AppendHeader();
     AppendCounts();
     AppendTypes();
@@ -65,7 +74,50 @@ class Listing {
     Flush();
   }
 
+  void PrintSummary() {
+    AppendFile();
+    AppendModel(kScreenLines - static_cast<std::size_t>(std::count(page.begin(), page.end(), '\n')));
+    Flush();
+  }
+
  private:
+  void AppendRow(std::string_view name, std::string const& value) {
+    page += PadRight(name, kCountWidth);
+    AppendEscapingControls(page, value);
+    page += "\n";
+  }
+
+  // The lines of -summary that come from the header and the counts.
+  void AppendFile() {
+    HeaderRecords header;
+    VRINResult const result = document.DescribeHeader(header);
+    if (result.IsFailure()) throw ListingFailure{result};
+    auto const append = [&](char const* name, std::optional<std::string> const& value) {
+      if (!value.has_value() || value->empty()) return;
+      std::size_t end = std::min(value->size(), kValueWidth);
+      // Not within a character.
+      while (end < value->size() && (static_cast<unsigned char>((*value)[end]) & 0xC0U) == 0x80U) ++end;
+      AppendRow(name, end < value->size() ? value->substr(0, end) + "..." : *value);
+    };
+    append("file", header.Text("FILE_NAME", 0));
+    if (char const* const protocol = header.ApplicationProtocol()) AppendRow("application", protocol);
+    append("system", header.Text("FILE_NAME", 5));
+    append("date", header.Text("FILE_NAME", 1));
+    std::string counts = std::to_string(document.GetInstanceCount());
+    if (document.GetFailedCount() != 0) counts += ", " + std::to_string(document.GetFailedCount()) + " lost";
+    AppendRow("instances", counts);
+  }
+
+  // Returns whether there is a model.
+  bool AppendModel(std::size_t lines) {
+    ProductModel const* const model = document.GetModel(false, progress);
+    if (model == nullptr || model->IsEmpty()) return false;
+    ModelSummary const summary = ModelSummary::Of(*model, lines, kValueWidth);
+    for (ModelSummary::Row const& row : summary.rows) page += PadRight(row.key, kCountWidth) + row.value + "\n";
+    for (std::string const& line : summary.tree) page += line + "\n";
+    return true;
+  }
+
   // The document reports it if the file has changed since it was read.
   void VisitStrings(EscapedStrings::Receiver const& receiver) {
     EscapedStrings strings(receiver);
@@ -87,7 +139,7 @@ class Listing {
     Utf8StreamFormatter out(&text);
     out << document.GetFileHeader() << out.endline();
     text.writeChar('\0');
-    page = text.contents();
+    page += text.contents();
   }
 
   void AppendCount(std::string_view name, long count) {
@@ -143,6 +195,7 @@ class Listing {
   }
 
   Document& document;
+  Progress& progress;
   std::string page;
   long escaped = 0;
   std::size_t lineWidth = 4;
@@ -151,9 +204,18 @@ class Listing {
 
 }  // namespace
 
-VRINResult PrintListing(Document& document) {
+VRINResult PrintListing(Document& document, Progress& progress) {
   try {
-    Listing(document).Print();
+    Listing(document, progress).Print();
+    return VREL_S_OK;
+  } catch (ListingFailure const& failure) {
+    return failure.result;
+  }
+}
+
+VRINResult PrintDocumentSummary(Document& document, Progress& progress) {
+  try {
+    Listing(document, progress).PrintSummary();
     return VREL_S_OK;
   } catch (ListingFailure const& failure) {
     return failure.result;

@@ -169,7 +169,9 @@ VRINResult Translation::RunReadPhase() {
   if (result.IsSuccess()) result &= ReadEntities();
   if (result.IsSuccess()) result = CheckStrict(result);
   if (result.IsSuccess() && target == nullptr && !job.isQuiet) {
-    result &= CatchAsResult(job.ShownInput(), [this] { return PrintListing(*document); });
+    result &= CatchAsResult(job.ShownInput(), [this] {
+      return job.isSummary ? PrintDocumentSummary(*document, progress) : PrintListing(*document, progress);
+    });
   }
   return result;
 }

@@ -137,6 +137,7 @@ TEST_F(BrivetPipelineTest, ListsFormats) {
   EXPECT_THAT(
       result.output,
       MatchesRegex("html     HTML     write       BrivetHtml   [^ ]* +.html .htm +/.*/libBrivetHtml.so\n"
+                   "json     JSON     write       BrivetJson   [^ ]* +.json +/.*/libBrivetJson.so\n"
                    "text     text     write       BrivetText   [^ ]* +.txt .text +/.*/libBrivetText.so\n"
                    "step     STEP     read,write  BrivetStep   [^ ]* +.stp .step .p21 +/.*/libBrivetStep.so\n"));
   EXPECT_THAT(Brivet({"-help", "step"}).output, HasSubstr("\n  Step.*.Writer.FileLineLength\n"));

@@ -305,7 +305,7 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
   Row const rows[] = {
       {{}, "missing INPUT"},
       {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'\nhint: to translate several files, use -outdir DIR"},
-      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write\nhint: the formats are html, text, step"},
+      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write\nhint: the formats are html, text, step, json"},
       {{"-set", "a=", "a.stp"},
        "invalid argument 'a=' for -set: no value after '='\n"
        "hint: write \"\" for an empty string"},
@@ -504,4 +504,21 @@ TEST_F(BrivetTest, ReadsOptionsFromPipe) {
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(result.errors, "/dev/stdin:2: warning: unknown option 'Healig'; did you mean 'Healing'?\n");
   EXPECT_THAT(Log(), HasSubstr("\nMessage : Healing = true\n"));
+}
+
+TEST_F(BrivetTest, PrintsSummary) {
+  ChildResult const result = Brivet({"-summary", BracketPath()});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(result.output,
+            "file              bracket.stp\n"
+            "application       AP214\n"
+            "system            brivet examples\n"
+            "date              2026-11-20T09:30:00\n"
+            "instances         232\n"
+            "unit              millimetre and DEGREE\n"
+            "extent            60 x 40 x 50 millimetre\n"
+            "contents          1 product, 1 solid, 10 faces\n"
+            "Winkel f\xC3\xBCr Tr\xC3\xA4ger \xE3\x83\x96\xE3\x83\xA9\xE3\x82\xB1\xE3\x83\x83\xE3\x83\x88\n");
+  ExpectRefused(Brivet({"-summary", "missing.stp"}), 13, "cannot open 'missing.stp': No such file or directory");
 }

@@ -29,11 +29,11 @@ TEST(FormatsTest, InputFormatIsAlwaysStep) {
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
-  EXPECT_EQ(Format::WrittenNames(), "html, text, step");
+  EXPECT_EQ(Format::WrittenNames(), "html, text, step, json");
 }
 
 TEST(FormatsTest, ListsFormats) {
-  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .txt, .text, .stp, .step, .p21");
+  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .json, .txt, .text, .stp, .step, .p21");
   EXPECT_EQ(Format::Table().rfind("html     HTML     write       BrivetHtml   ", 0), 0U);
 }
 

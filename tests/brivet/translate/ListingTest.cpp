@@ -10,6 +10,7 @@
 
 #include "Document.h"
 #include "FormatModule.h"
+#include "Progress.h"
 #include "RecordingListener.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
@@ -35,6 +36,7 @@ class ListingTest : public testing::Test {
 
   ScratchDirectory folder;
   FormatModule module{Format::OfInput("a.stp")};
+  Progress progress;
   VRELFormatReaderHandle handle;
 };
 
@@ -61,7 +63,7 @@ constexpr char kHeader[] =
 TEST_F(ListingTest, SortsTypesByCount) {
   Document& document = Read(DocumentText("#1=A();\n#2=B();\n#3=B();\n#4=(C()D());\n#5=A();\n#6=B();\n#7=A(;\n"));
   testing::internal::CaptureStdout();
-  EXPECT_EQ(PrintListing(document), VREL_S_OK);
+  EXPECT_EQ(PrintListing(document, progress), VREL_S_OK);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kHeader) +
                                                         "data sections              1\n"
                                                         "entity instances           6\n"
@@ -82,7 +84,7 @@ TEST_F(ListingTest, ShowsEscapedStrings) {
   Document& document =
       Read(DocumentText("#1=A('plain');\n#1234567890=A('\\S\\|','\\X2\\000A\\X0\\');\n#3=B(('\\\\'));\n"));
   testing::internal::CaptureStdout();
-  EXPECT_EQ(PrintListing(document), VREL_S_OK);
+  EXPECT_EQ(PrintListing(document, progress), VREL_S_OK);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kHeader) +
                                                         "data sections              1\n"
                                                         "entity instances           3\n"
@@ -110,7 +112,7 @@ TEST_F(ListingTest, ReportsFullOutputOnce) {
   int const full = open("/dev/full", O_WRONLY);
   dup2(full, STDOUT_FILENO);
   RecordingListener const listener;
-  EXPECT_EQ(PrintListing(document), VREL_E_FILE_SAVE);
+  EXPECT_EQ(PrintListing(document, progress), VREL_E_FILE_SAVE);
   dup2(before, STDOUT_FILENO);
   close(before);
   close(full);

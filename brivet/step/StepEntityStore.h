@@ -1,0 +1,116 @@
+// Compact storage of the instances that the product model needs.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "DocumentVisitor.h"
+#include "StepEntities.h"
+
+// Parameter of a record. Lists and typed parameters are decoded when they are iterated.
+struct StepValue {
+  enum Kind : unsigned char { EndOfList, Number, Text, Enumeration, Reference, Unset, Derived, List, Typed, Other };
+
+  Kind kind = EndOfList;
+  double number = 0.0;    // of Number
+  std::string_view text;  // of Text (UTF-8), Enumeration, the type name of Typed, and the id of a dangling Reference
+  std::uint32_t reference = 0;  // of Reference: the ordinal of the instance, 0 if the document does not contain it
+  unsigned char const* content = nullptr;  // of List and Typed
+
+  // Returns the name of the kind for messages: "a number".
+  char const* KindName() const noexcept;
+};
+
+// Iterates the values of a list or a record.
+//
+//   for (StepValues values(list); values.Next();) Use(values.Current());
+class StepValues {
+ public:
+  explicit StepValues(StepValue const& list) noexcept : position(list.content) {}
+  explicit StepValues(unsigned char const* start) noexcept : position(start) {}
+
+  bool Next() noexcept;
+  StepValue const& Current() const noexcept { return current; }
+
+ private:
+  unsigned char const* position;
+  StepValue current;
+};
+
+// Visitor that stores the instances of known entities, by their ordinal. Of other instances only the id and the type
+// are stored. Costs 8 bytes and the id for each instance of the document, 9 for each number, 5 for each reference, and
+// one for each other value.
+//
+//   StepEntityStore store;
+//   document.Describe(store, progress, false);
+//   for (std::uint32_t const product : store.InstancesOf(StepEntity::Product)) {
+//     StepValue const name = store.Get(product, STEP_ATTRIBUTE(Product, "name"));
+//   }
+class StepEntityStore final : public DocumentVisitor {
+ public:
+  void BeginInstance(Id const& id, bool complex) override;
+  void EndInstance() override;
+  void BeginRecord(std::string_view type) override;
+  void EndRecord() override;
+  void Integer(std::string_view number) override { PutNumber(number); }
+  void Real(std::string_view number) override { PutNumber(number); }
+  void String(DocumentVisitor::Text const& text) override;
+  void Enumeration(std::string_view name) override;
+  void Binary(std::string_view digits) override;
+  void Reference(Id const& target, bool defined) override;
+  void Unset() override { PutKind(StepValue::Unset); }
+  void Derived() override { PutKind(StepValue::Derived); }
+  void BeginList() override { PutKind(StepValue::List); }
+  void EndList() override { PutKind(StepValue::EndOfList); }
+  void BeginTyped(std::string_view type) override;
+  void EndTyped() override { PutKind(StepValue::EndOfList); }
+  void Name(std::string_view name) override;
+  void Resource(std::string_view resource) override;
+  void BeginBraces(std::string_view tag) override;
+  void EndBraces() override { PutKind(StepValue::EndOfList); }
+
+  // Returns the highest ordinal; the lowest is 1.
+  std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(offsets.size()) - 1; }
+  // Returns the instances that have a record of this entity or one of its subtypes, in the document's order.
+  std::vector<std::uint32_t> InstancesOf(StepEntity entity) const;
+  // Returns whether the instance has a record of the entity or one of its subtypes.
+  bool Is(std::uint32_t instance, StepEntity entity) const noexcept;
+  // Returns the entity of the first known record, or None.
+  StepEntity EntityOf(std::uint32_t instance) const noexcept;
+  // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
+  // of the attribute's entity, or if its record is too short.
+  StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // Returns the type of the first known record, or of the first record if none is known; empty if it is not stored
+  // because the document has too many unknown types.
+  std::string_view TypeNameOf(std::uint32_t instance) const noexcept;
+  // Returns "#12".
+  std::string IdOf(std::uint32_t instance) const;
+
+ private:
+  struct Record {
+    StepEntity entity = StepEntity::None;
+    unsigned char const* values = nullptr;
+  };
+  class Records;
+
+  void NoteUnknownType(std::string_view type);
+  void PutKind(StepValue::Kind kind);
+  void PutNumber(std::string_view number);
+  void PutBytes(StepValue::Kind kind, std::string_view text);
+  void PutSize(std::size_t size);
+
+  std::vector<unsigned char> bytes;
+  std::vector<std::size_t> offsets{0};  // by ordinal
+  std::vector<std::vector<std::uint32_t>> byEntity{kStepEntityCount};
+  std::unordered_map<std::string, std::uint32_t> unknownNumbers;  // of unknown types, from 1
+  std::vector<std::string_view> unknownTypes{{}};                 // by number; 0 is for those that are not stored
+  std::uint32_t unknownType = 0;                                  // of the first record of the present instance
+  bool isKnown = false;                                           // the present record is of a known entity
+  std::uint32_t current = 0;  // ordinal of the present instance, 0 outside of instances
+  bool isFirstRecord = true;
+  bool hasKnown = false;  // the present instance has a known record
+};

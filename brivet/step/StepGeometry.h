@@ -1,0 +1,60 @@
+// Points, placements and curves of a STEP file.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Curve.h"
+#include "Placement.h"
+#include "StepModelContext.h"
+
+// Reads geometry in the units of its context: lengths in the length unit, angles as they are. An item that is damaged
+// or of an unknown type is skipped with a warning.
+class StepGeometry {
+ public:
+  explicit StepGeometry(StepModelContext& modelContext) : context(modelContext) {}
+
+  // Reads a CARTESIAN_POINT; missing coordinates are 0. Returns false if it is none, or a coordinate is not finite.
+  bool ReadPoint(std::uint32_t point, double* coordinates);
+  // Reads a DIRECTION and normalizes it. Returns false if it is none or has no length.
+  bool ReadDirection(std::uint32_t direction, double* components);
+  // Reads an AXIS2_PLACEMENT_3D or a CARTESIAN_TRANSFORMATION_OPERATOR_3D as the mapping from its local coordinates.
+  bool ReadPlacement(std::uint32_t placement, Placement& result);
+
+  // Curve and the range of its parameter, in the direction of travel.
+  struct Piece {
+    std::unique_ptr<Curve> curve;
+    double first = 0.0;
+    double last = 0.0;
+  };
+
+  // Returns the pieces of a curve between two points, or of the whole curve if they are null; none if it is damaged.
+  // `forward` is false if the edge runs against the curve. `radians` converts the parameters of trimmed conics.
+  std::vector<Piece> Pieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians,
+                            double chordError);
+
+ private:
+  bool ReadFrame(std::uint32_t position, Curve::Frame& frame);
+  std::unique_ptr<Curve> ReadBasis(std::uint32_t curve, int depth);
+  std::unique_ptr<Curve> ReadBSpline(std::uint32_t curve);
+  // Appends the pieces of a curve.
+  bool ReadPieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians, int depth,
+                  std::vector<Piece>& pieces);
+  // One end of a trimmed curve.
+  struct Trim {
+    bool hasPoint = false;
+    double point[3] = {0.0, 0.0, 0.0};
+    std::optional<double> parameter;
+  };
+  Trim ReadTrim(std::uint32_t curve, StepAttribute const& attribute);
+  // Sets the range of a trimmed piece. Returns false, after a warning, if it has none.
+  bool ReadTrims(std::uint32_t curve, double radians, Piece& piece);
+  // Counts steps. Returns false, at first with a warning, if the document takes too many.
+  bool Spend(std::size_t steps);
+
+  StepModelContext& context;
+  long effort = 0;
+  double tolerance = 0.0;
+};

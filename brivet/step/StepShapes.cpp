@@ -1,0 +1,606 @@
+#include "StepShapes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+// The items of a shape form a graph: solids have shells, shells faces, faces bounds, bounds loops, loops edges. It is
+// traversed with an explicit stack, since damaged files nest without bounds, and each item is counted once. A mapped
+// item enters its representation again with another placement, in which items extend the box but are not counted again;
+// the number of visits is bounded, since mapped items that contain each other twice would double at each level.
+//
+// The extent is exact: each placed point, and for each arc the extremes of its coordinates, which are
+// center + cos(t) x + sin(t) y and so have them at tan(t) = y / x. Other curves are sampled.
+
+namespace {
+
+constexpr int kDepthLimit = 64;
+constexpr long kVisitLimit = 2000000;  // plus kVisitsPerInstance for each instance of the document
+constexpr long kVisitsPerInstance = 8;
+// Items that have no edges of their own: surfaces, texts and placements.
+constexpr std::string_view kUnevaluated[] = {"ANNOTATION_TEXT",
+                                             "AXIS1_PLACEMENT",
+                                             "AXIS2_PLACEMENT_2D",
+                                             "BEZIER_SURFACE",
+                                             "BLOCK",
+                                             "BOOLEAN_RESULT",
+                                             "BOUNDED_SURFACE",
+                                             "B_SPLINE_SURFACE",
+                                             "B_SPLINE_SURFACE_WITH_KNOTS",
+                                             "COMPOSITE_TEXT",
+                                             "CONICAL_SURFACE",
+                                             "CYLINDRICAL_SURFACE",
+                                             "DEFINED_SYMBOL",
+                                             "DEGENERATE_TOROIDAL_SURFACE",
+                                             "FEA_AXIS2_PLACEMENT_3D",
+                                             "NODE_SET",
+                                             "OFFSET_SURFACE",
+                                             "PLANAR_BOX",
+                                             "PLANAR_EXTENT",
+                                             "PLANE",
+                                             "QUASI_UNIFORM_SURFACE",
+                                             "RATIONAL_B_SPLINE_SURFACE",
+                                             "RECTANGULAR_COMPOSITE_SURFACE",
+                                             "RECTANGULAR_TRIMMED_SURFACE",
+                                             "RIGHT_CIRCULAR_CONE",
+                                             "RIGHT_CIRCULAR_CYLINDER",
+                                             "SPHERE",
+                                             "SPHERICAL_SURFACE",
+                                             "SURFACE_OF_LINEAR_EXTRUSION",
+                                             "SURFACE_OF_REVOLUTION",
+                                             "TEXT_LITERAL",
+                                             "TOROIDAL_SURFACE",
+                                             "TORUS",
+                                             "UNIFORM_SURFACE"};
+
+bool IsUnevaluated(std::string_view type) {
+  return std::find(std::begin(kUnevaluated), std::end(kUnevaluated), type) != std::end(kUnevaluated);
+}
+
+constexpr int kSizeSamples = 6;  // estimate the size of a curve
+constexpr double kPi = 3.14159265358979323846264338327950288;
+
+}  // namespace
+
+void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordShare) {
+  Curve::Frame scaled{};
+  if (piece.curve->AsArc(scaled)) {
+    Arc arc{};
+    std::copy_n(scaled.origin, 3, arc.center);
+    std::copy_n(scaled.x, 3, arc.x);
+    std::copy_n(scaled.y, 3, arc.y);
+    arc.first = std::min(piece.first, piece.last);
+    arc.last = std::max(piece.first, piece.last);
+    arcs.push_back(arc);
+  } else if (piece.curve->IsStraight()) {
+    double point[3];
+    for (double const t : {piece.first, piece.last}) {
+      piece.curve->Evaluate(t, point);
+      AddPoint(point);
+    }
+  } else {
+    ModelBox box;
+    for (int i = 0; i <= kSizeSamples; ++i) {
+      double point[3];
+      piece.curve->Evaluate(piece.first + (piece.last - piece.first) * i / kSizeSamples, point);
+      box.Extend(point);
+    }
+    piece.curve->Sample(piece.first, piece.last, chordShare * box.Diagonal(), points);
+  }
+}
+
+void StepExtent::AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare) {
+  std::size_t const firstPoint = points.size();
+  std::size_t const firstArc = arcs.size();
+  AddPiece(piece, chordShare);
+  for (std::size_t i = firstPoint; i + 3 <= points.size(); i += 3) placement.Apply(&points[i]);
+  auto const& n = placement.Numbers();
+  for (std::size_t i = firstArc; i < arcs.size(); ++i) {
+    placement.Apply(arcs[i].center);
+    for (double* const axis : {arcs[i].x, arcs[i].y}) {
+      double const old[3] = {axis[0], axis[1], axis[2]};
+      for (std::size_t row = 0; row < 3; ++row) {
+        axis[row] = n[4 * row] * old[0] + n[4 * row + 1] * old[1] + n[4 * row + 2] * old[2];
+      }
+    }
+  }
+}
+
+void StepExtent::Extend(Placement const& placement, ModelBox& box) const {
+  for (std::size_t i = 0; i + 3 <= points.size(); i += 3) {
+    double point[3] = {points[i], points[i + 1], points[i + 2]};
+    placement.Apply(point);
+    box.Extend(point);
+  }
+  auto const& n = placement.Numbers();
+  for (Arc const& arc : arcs) {
+    double center[3] = {arc.center[0], arc.center[1], arc.center[2]};
+    placement.Apply(center);
+    double x[3];
+    double y[3];
+    for (std::size_t i = 0; i < 3; ++i) {
+      x[i] = n[4 * i] * arc.x[0] + n[4 * i + 1] * arc.x[1] + n[4 * i + 2] * arc.x[2];
+      y[i] = n[4 * i] * arc.y[0] + n[4 * i + 1] * arc.y[1] + n[4 * i + 2] * arc.y[2];
+    }
+    auto const extendAt = [&](double t) {
+      double const cosine = std::cos(t);
+      double const sine = std::sin(t);
+      double const point[3] = {center[0] + cosine * x[0] + sine * y[0], center[1] + cosine * x[1] + sine * y[1],
+                               center[2] + cosine * x[2] + sine * y[2]};
+      box.Extend(point);
+    };
+    extendAt(arc.first);
+    extendAt(arc.last);
+    for (int i = 0; i < 3; ++i) {
+      double const extreme = std::atan2(y[i], x[i]);
+      double t = extreme + std::ceil((arc.first - extreme) / kPi) * kPi;
+      for (int count = 0; count < 3 && t <= arc.last; ++count, t += kPi) extendAt(t);
+    }
+  }
+}
+
+void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
+  extent = StepExtent();
+  chordError = 0.0;
+  sink = nullptr;
+  ReadItems(product, representations);
+  extent.Extend(Placement(), product.extent);
+  if (!settings.withGeometry) return;
+  // The chord error depends on the extent, so that polylines take a second traversal.
+  ModelProduct counted;
+  counted.extent = product.extent;
+  chordError = settings.chordShare * product.extent.Diagonal();
+  StepExtent const complete = std::move(extent);
+  sink = &product.polylines;
+  ReadItems(counted, representations);
+  product.meshes = std::move(counted.meshes);
+  extent = complete;
+}
+
+long StepShapes::VisitLimit() const {
+  return kVisitLimit + kVisitsPerInstance * static_cast<long>(context.store.InstanceCount());
+}
+
+void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
+  seen.clear();
+  std::vector<Entry> pending;
+  for (std::uint32_t const representation : representations) {
+    if (visits > VisitLimit()) return;
+    radians = units.Radians(units.ContextOf(representation));
+    std::vector<std::uint32_t> const items =
+        context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"));
+    for (auto item = items.rbegin(); item != items.rend(); ++item) {
+      pending.push_back({*item, Placement(), styles.ColourOf(representation), 0, !styles.IsInvisible(representation)});
+    }
+    while (!pending.empty()) {
+      Entry const entry = pending.back();
+      pending.pop_back();
+      if (++visits > VisitLimit()) {
+        context.Warn(representation, "the shape has too many items; the rest is skipped");
+        return;
+      }
+      ReadItem(product, entry, pending);
+    }
+  }
+}
+
+void StepShapes::PushAll(std::vector<std::uint32_t> const& items, Entry const& parent,
+                         std::vector<Entry>& pending) const {
+  if (parent.depth > kDepthLimit) return;
+  for (auto item = items.rbegin(); item != items.rend(); ++item) {
+    pending.push_back({*item, parent.placement, parent.colour, parent.depth + 1, parent.isVisible});
+  }
+}
+
+void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector<Entry>& pending) {
+  auto const& store = context.store;
+  Entry entry = given;
+  std::uint32_t const item = entry.item;
+  if (skipped.count(item) != 0) return;
+  if (int const own = styles.ColourOf(item); own >= 0) entry.colour = own;
+  if (styles.IsInvisible(item)) entry.isVisible = false;
+  if (entry.colour >= 0 &&
+      std::find(product.colours.begin(), product.colours.end(), entry.colour) == product.colours.end()) {
+    product.colours.push_back(entry.colour);
+  }
+  auto const pushOne = [&](StepAttribute const& attribute, StepEntity expected) {
+    std::uint32_t const one = context.Instance(item, attribute, expected);
+    if (one != 0) PushAll({one}, entry, pending);
+  };
+  auto const pushAll = [&](StepAttribute const& attribute, StepEntity expected) {
+    PushAll(context.Instances(item, attribute, expected), entry, pending);
+  };
+
+  if (store.Is(item, StepEntity::ManifoldSolidBrep)) {
+    if (IsFirst(item)) ++product.solids;
+    pushOne(STEP_ATTRIBUTE(ManifoldSolidBrep, "outer"), StepEntity::ConnectedFaceSet);
+    if (store.Is(item, StepEntity::BrepWithVoids)) {
+      pushAll(STEP_ATTRIBUTE(BrepWithVoids, "voids"), StepEntity::ConnectedFaceSet);
+    }
+  } else if (store.Is(item, StepEntity::OrientedClosedShell)) {
+    pushOne(STEP_ATTRIBUTE(OrientedClosedShell, "closed_shell_element"), StepEntity::ConnectedFaceSet);
+  } else if (store.Is(item, StepEntity::OrientedOpenShell)) {
+    pushOne(STEP_ATTRIBUTE(OrientedOpenShell, "open_shell_element"), StepEntity::ConnectedFaceSet);
+  } else if (store.Is(item, StepEntity::ConnectedFaceSet)) {
+    bool const isShell = store.Is(item, StepEntity::ClosedShell) || store.Is(item, StepEntity::OpenShell);
+    if (IsFirst(item) && isShell) ++product.shells;
+    pushAll(STEP_ATTRIBUTE(ConnectedFaceSet, "cfs_faces"), StepEntity::Face);
+  } else if (store.Is(item, StepEntity::OrientedFace)) {
+    pushOne(STEP_ATTRIBUTE(OrientedFace, "face_element"), StepEntity::Face);
+  } else if (store.Is(item, StepEntity::Face)) {
+    if (IsFirst(item)) ++product.faces;
+    pushAll(STEP_ATTRIBUTE(Face, "bounds"), StepEntity::FaceBound);
+  } else if (store.Is(item, StepEntity::FaceBound)) {
+    pushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop);
+  } else if (store.Is(item, StepEntity::EdgeLoop)) {
+    pushAll(STEP_ATTRIBUTE(EdgeLoop, "edge_list"), StepEntity::Edge);
+  } else if (store.Is(item, StepEntity::VertexLoop)) {
+    pushOne(STEP_ATTRIBUTE(VertexLoop, "loop_vertex"), StepEntity::Vertex);
+  } else if (store.Is(item, StepEntity::PolyLoop)) {
+    ReadPolyLoop(product, entry);
+  } else if (store.Is(item, StepEntity::OrientedEdge)) {
+    pushOne(STEP_ATTRIBUTE(OrientedEdge, "edge_element"), StepEntity::Edge);
+  } else if (store.Is(item, StepEntity::EdgeCurve)) {
+    ReadEdge(product, entry);
+  } else if (store.Is(item, StepEntity::Edge)) {
+    pushOne(STEP_ATTRIBUTE(Edge, "edge_start"), StepEntity::Vertex);
+    pushOne(STEP_ATTRIBUTE(Edge, "edge_end"), StepEntity::Vertex);
+  } else if (store.Is(item, StepEntity::VertexPoint)) {
+    double point[3];
+    std::uint32_t const geometryItem =
+        context.Instance(item, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
+    if (geometryItem != 0 && geometry.ReadPoint(geometryItem, point)) AddPoint(entry, point);
+  } else if (store.Is(item, StepEntity::ShellBasedSurfaceModel)) {
+    pushAll(STEP_ATTRIBUTE(ShellBasedSurfaceModel, "sbsm_boundary"), StepEntity::ConnectedFaceSet);
+  } else if (store.Is(item, StepEntity::FaceBasedSurfaceModel)) {
+    pushAll(STEP_ATTRIBUTE(FaceBasedSurfaceModel, "fbsm_faces"), StepEntity::ConnectedFaceSet);
+  } else if (store.Is(item, StepEntity::EdgeBasedWireframeModel)) {
+    pushAll(STEP_ATTRIBUTE(EdgeBasedWireframeModel, "ebwm_boundary"), StepEntity::ConnectedEdgeSet);
+  } else if (store.Is(item, StepEntity::ConnectedEdgeSet)) {
+    pushAll(STEP_ATTRIBUTE(ConnectedEdgeSet, "ces_edges"), StepEntity::Edge);
+  } else if (store.Is(item, StepEntity::ShellBasedWireframeModel)) {
+    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(ShellBasedWireframeModel, "sbwm_boundary")), entry, pending);
+  } else if (store.Is(item, StepEntity::WireShell)) {
+    pushAll(STEP_ATTRIBUTE(WireShell, "wire_shell_extent"), StepEntity::Loop);
+  } else if (store.Is(item, StepEntity::VertexShell)) {
+    pushOne(STEP_ATTRIBUTE(VertexShell, "vertex_shell_extent"), StepEntity::Loop);
+  } else if (store.Is(item, StepEntity::GeometricSet)) {
+    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(GeometricSet, "elements")), entry, pending);
+  } else if (store.Is(item, StepEntity::Curve)) {
+    ReadFreeCurve(product, entry);
+  } else if (store.Is(item, StepEntity::CartesianPoint)) {
+    double point[3];
+    if (entry.depth > 0 && geometry.ReadPoint(item, point)) AddPoint(entry, point);
+  } else if (store.Is(item, StepEntity::MappedItem)) {
+    PushMapped(entry, pending);
+  } else if (store.Is(item, StepEntity::TessellatedItem)) {
+    if (store.Is(item, StepEntity::TessellatedSolid)) {
+      if (IsFirst(item)) ++product.solids;
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedSolid, "items")), entry, pending);
+    } else if (store.Is(item, StepEntity::TessellatedShell)) {
+      if (IsFirst(item)) ++product.shells;
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedShell, "items")), entry, pending);
+    } else if (store.Is(item, StepEntity::TessellatedWire)) {
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedWire, "items")), entry, pending);
+    } else if (store.Is(item, StepEntity::TessellatedGeometricSet)) {
+      std::uint32_t location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedItem, "location"));
+      if (location == 0)
+        location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
+      Placement local;
+      if (location != 0 && geometry.ReadPlacement(location, local)) entry.placement = entry.placement * local;
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedGeometricSet, "children")), entry, pending);
+    } else {
+      ReadTessellated(product, entry);
+    }
+  } else if (store.Is(item, StepEntity::SolidModel)) {
+    if (IsFirst(item)) ++product.solids;
+  } else if (store.Is(item, StepEntity::CurveBoundedSurface)) {
+    pushAll(STEP_ATTRIBUTE(CurveBoundedSurface, "boundaries"), StepEntity::Curve);
+  } else if (store.Is(item, StepEntity::Path)) {
+    pushAll(STEP_ATTRIBUTE(Path, "edge_list"), StepEntity::Edge);
+  } else if (store.EntityOf(item) == StepEntity::None && !IsUnevaluated(store.TypeNameOf(item))) {
+    std::string const type(store.TypeNameOf(item));
+    context.Warn(item, "an item of the unknown type " + type + " is skipped");
+  }
+}
+
+void StepShapes::PushMapped(Entry const& entry, std::vector<Entry>& pending) {
+  if (entry.depth > kDepthLimit) {
+    context.Warn(entry.item, "mapped items contain each other, or are nested too deeply");
+    return;
+  }
+  std::uint32_t const source =
+      context.Instance(entry.item, STEP_ATTRIBUTE(MappedItem, "mapping_source"), StepEntity::RepresentationMap);
+  if (source == 0 || context.store.Is(source, StepEntity::CameraUsage)) return;
+  std::uint32_t const target = context.AnyInstance(entry.item, STEP_ATTRIBUTE(MappedItem, "mapping_target"));
+  std::uint32_t const origin = context.AnyInstance(source, STEP_ATTRIBUTE(RepresentationMap, "mapping_origin"));
+  std::uint32_t const mapped =
+      context.Instance(source, STEP_ATTRIBUTE(RepresentationMap, "mapped_representation"), StepEntity::Representation);
+  Placement to;
+  Placement from;
+  Placement inverse;
+  if (mapped == 0 || !geometry.ReadPlacement(target, to) || !geometry.ReadPlacement(origin, from) ||
+      !from.Invert(inverse)) {
+    return;
+  }
+  Entry inner = entry;
+  inner.placement = entry.placement * to * inverse;
+  PushAll(context.AnyInstances(mapped, STEP_ATTRIBUTE(Representation, "items")), inner, pending);
+}
+
+void StepShapes::AddPoint(Entry const& entry, double const* point) {
+  double placed[3] = {point[0], point[1], point[2]};
+  entry.placement.Apply(placed);
+  if (sink == nullptr) extent.AddPoint(placed);
+}
+
+void StepShapes::AddPolyline(ModelProduct& /*product*/, Entry const& entry, std::vector<double> points) {
+  if (sink == nullptr || !entry.isVisible || points.size() < 6) return;
+  ModelPolyline polyline;
+  polyline.instance = context.IdOf(entry.item);
+  polyline.coordinates = std::move(points);
+  polyline.colour = entry.colour;
+  sink->push_back(std::move(polyline));
+}
+
+void StepShapes::AddPieces(ModelProduct& product, Entry const& entry, std::vector<StepGeometry::Piece> const& pieces) {
+  bool const isPlaced = !entry.placement.IsIdentity();
+  std::vector<double> points;
+  for (StepGeometry::Piece const& piece : pieces) {
+    if (sink != nullptr) {
+      piece.curve->Sample(piece.first, piece.last, chordError, points);
+      continue;
+    }
+    // A placed arc stays exact only as an arc, so that the extent of the piece itself is placed.
+    if (!isPlaced) {
+      extent.AddPiece(piece, settings.chordShare);
+    } else {
+      extent.AddPlacedPiece(piece, entry.placement, settings.chordShare);
+    }
+  }
+  if (sink == nullptr) return;
+  if (isPlaced) {
+    for (std::size_t i = 0; i + 3 <= points.size(); i += 3) entry.placement.Apply(&points[i]);
+  }
+  AddPolyline(product, entry, std::move(points));
+}
+
+void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
+  bool const isFirst = IsFirst(entry.item);
+  if (isFirst) ++product.edges;
+  // A second use with the same placement adds nothing.
+  if (!isFirst && entry.placement.IsIdentity()) return;
+  auto const end = [&](StepAttribute const& attribute, double* point) {
+    std::uint32_t const vertex = context.Instance(entry.item, attribute, StepEntity::VertexPoint);
+    std::uint32_t const location =
+        vertex == 0 ? 0 : context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
+    return location != 0 && geometry.ReadPoint(location, point);
+  };
+  double from[3];
+  double to[3];
+  bool const hasEnds = end(STEP_ATTRIBUTE(Edge, "edge_start"), from) && end(STEP_ATTRIBUTE(Edge, "edge_end"), to);
+  if (hasEnds) {
+    AddPoint(entry, from);
+    AddPoint(entry, to);
+  }
+  std::uint32_t const curve =
+      context.Instance(entry.item, STEP_ATTRIBUTE(EdgeCurve, "edge_geometry"), StepEntity::Curve);
+  if (curve == 0) return;
+  if (hasEnds && context.store.Is(curve, StepEntity::Line)) {
+    entry.placement.Apply(from);
+    entry.placement.Apply(to);
+    AddPolyline(product, entry, {from[0], from[1], from[2], to[0], to[1], to[2]});
+    return;
+  }
+  bool const isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
+  AddPieces(product, entry,
+            geometry.Pieces(curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, isForward, radians, chordError));
+}
+
+void StepShapes::ReadFreeCurve(ModelProduct& product, Entry const& entry) {
+  // Lines and open conics have no range of their own.
+  AddPieces(product, entry, geometry.Pieces(entry.item, nullptr, nullptr, true, radians, chordError));
+}
+
+void StepShapes::ReadPolyLoop(ModelProduct& product, Entry const& entry) {
+  std::vector<double> corners;
+  for (std::uint32_t const corner :
+       context.Instances(entry.item, STEP_ATTRIBUTE(PolyLoop, "polygon"), StepEntity::CartesianPoint)) {
+    double point[3];
+    if (!geometry.ReadPoint(corner, point)) continue;
+    AddPoint(entry, point);
+    if (sink == nullptr) continue;
+    entry.placement.Apply(point);
+    corners.insert(corners.end(), point, point + 3);
+  }
+  if (corners.size() >= 6) corners.insert(corners.end(), corners.begin(), corners.begin() + 3);
+  AddPolyline(product, entry, std::move(corners));
+}
+
+std::vector<double> StepShapes::Coordinates(std::uint32_t list) {
+  std::vector<double> coordinates;
+  StepValue const rows = context.store.Get(list, STEP_ATTRIBUTE(CoordinatesList, "position_coords"));
+  if (rows.kind != StepValue::List) return coordinates;
+  for (StepValues row(rows); row.Next();) {
+    double point[3] = {0.0, 0.0, 0.0};
+    int count = 0;
+    if (row.Current().kind == StepValue::List) {
+      for (StepValues values(row.Current()); count < 3 && values.Next(); ++count)
+        point[count] = values.Current().number;
+    }
+    coordinates.insert(coordinates.end(), point, point + 3);
+  }
+  return coordinates;
+}
+
+namespace {
+
+// Numbers of a list, or of a list of lists, as indices from 1; 0 for anything else.
+std::vector<std::size_t> IndicesOf(StepValue const& list) {
+  std::vector<std::size_t> indices;
+  if (list.kind != StepValue::List) return indices;
+  for (StepValues values(list); values.Next();) {
+    double const number = values.Current().number;
+    bool const isIndex = values.Current().kind == StepValue::Number && number >= 1.0 && number < 4e9;
+    indices.push_back(isIndex ? static_cast<std::size_t>(number) : 0);
+  }
+  return indices;
+}
+
+std::size_t LargestIndex(StepValue const& lists) {
+  std::size_t largest = 0;
+  if (lists.kind != StepValue::List) return largest;
+  for (StepValues each(lists); each.Next();) {
+    for (std::size_t const index : IndicesOf(each.Current())) largest = std::max(largest, index);
+  }
+  return largest;
+}
+
+}  // namespace
+
+void StepShapes::ReadLineStrips(ModelProduct& product, Entry const& entry, std::vector<double> const& coordinates,
+                                StepValue const& strips) {
+  auto const addStrip = [&](StepValue const& strip) {
+    std::vector<double> points;
+    for (std::size_t const index : IndicesOf(strip)) {
+      if (index == 0 || 3 * index > coordinates.size()) continue;
+      double point[3] = {coordinates[3 * index - 3], coordinates[3 * index - 2], coordinates[3 * index - 1]};
+      AddPoint(entry, point);
+      entry.placement.Apply(point);
+      if (sink != nullptr) points.insert(points.end(), point, point + 3);
+    }
+    AddPolyline(product, entry, std::move(points));
+  };
+  if (strips.kind != StepValue::List) return;
+  StepValues first(strips);
+  if (first.Next() && first.Current().kind != StepValue::List) {
+    addStrip(strips);
+    return;
+  }
+  for (StepValues each(strips); each.Next();) addStrip(each.Current());
+}
+
+// Triangles, strips and fans (ISO 10303-42, triangulated_face and complex_triangulated_face) index the coordinates,
+// directly or through pnindex.
+void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
+  auto const& store = context.store;
+  std::uint32_t const item = entry.item;
+  bool const isFace = store.Is(item, StepEntity::TessellatedFace);
+  if (isFace && IsFirst(item)) ++product.faces;
+  auto const coordinatesOf = [&](StepAttribute const& attribute) {
+    std::uint32_t const list = context.Instance(item, attribute, StepEntity::CoordinatesList);
+    return list == 0 ? std::vector<double>() : Coordinates(list);
+  };
+  if (store.Is(item, StepEntity::TessellatedCurveSet)) {
+    ReadLineStrips(product, entry, coordinatesOf(STEP_ATTRIBUTE(TessellatedCurveSet, "coordinates")),
+                   store.Get(item, STEP_ATTRIBUTE(TessellatedCurveSet, "line_strips")));
+    return;
+  }
+  if (store.Is(item, StepEntity::TessellatedEdge)) {
+    ReadLineStrips(product, entry, coordinatesOf(STEP_ATTRIBUTE(TessellatedEdge, "coordinates")),
+                   store.Get(item, STEP_ATTRIBUTE(TessellatedEdge, "line_strip")));
+    return;
+  }
+  if (store.Is(item, StepEntity::TessellatedPointSet)) {
+    std::vector<double> const points = coordinatesOf(STEP_ATTRIBUTE(TessellatedPointSet, "coordinates"));
+    for (std::size_t const index : IndicesOf(store.Get(item, STEP_ATTRIBUTE(TessellatedPointSet, "point_list")))) {
+      if (index > 0 && 3 * index <= points.size()) AddPoint(entry, &points[3 * index - 3]);
+    }
+    return;
+  }
+  if (!isFace && !store.Is(item, StepEntity::TessellatedSurfaceSet)) return;
+
+  std::vector<double> const coordinates = coordinatesOf(isFace ? STEP_ATTRIBUTE(TessellatedFace, "coordinates")
+                                                               : STEP_ATTRIBUTE(TessellatedSurfaceSet, "coordinates"));
+  std::size_t const count = coordinates.size() / 3;
+  bool const isComplex =
+      store.Is(item, StepEntity::ComplexTriangulatedFace) || store.Is(item, StepEntity::ComplexTriangulatedSurfaceSet);
+  StepAttribute indexAttribute = STEP_ATTRIBUTE(TriangulatedFace, "pnindex");
+  StepAttribute firstAttribute = STEP_ATTRIBUTE(TriangulatedFace, "triangles");
+  StepAttribute fanAttribute = STEP_ATTRIBUTE(ComplexTriangulatedFace, "triangle_fans");
+  if (isFace && isComplex) {
+    indexAttribute = STEP_ATTRIBUTE(ComplexTriangulatedFace, "pnindex");
+    firstAttribute = STEP_ATTRIBUTE(ComplexTriangulatedFace, "triangle_strips");
+  } else if (!isFace) {
+    indexAttribute = isComplex ? STEP_ATTRIBUTE(ComplexTriangulatedSurfaceSet, "pnindex")
+                               : STEP_ATTRIBUTE(TriangulatedSurfaceSet, "pnindex");
+    firstAttribute = isComplex ? STEP_ATTRIBUTE(ComplexTriangulatedSurfaceSet, "triangle_strips")
+                               : STEP_ATTRIBUTE(TriangulatedSurfaceSet, "triangles");
+    fanAttribute = STEP_ATTRIBUTE(ComplexTriangulatedSurfaceSet, "triangle_fans");
+  }
+  std::vector<std::size_t> const pointIndices = IndicesOf(store.Get(item, indexAttribute));
+  StepValue const lists = store.Get(item, firstAttribute);
+  StepValue const fans = isComplex ? store.Get(item, fanAttribute) : StepValue();
+  // Some exporters write indices of the coordinates themselves, which exceed the length of pnindex.
+  bool const isDirect = pointIndices.empty() || std::max(LargestIndex(lists), LargestIndex(fans)) > pointIndices.size();
+  auto const pointOf = [&](std::size_t index) -> std::size_t {
+    if (index == 0) return 0;
+    if (!isDirect) index = index <= pointIndices.size() ? pointIndices[index - 1] : 0;
+    return index <= count ? index : 0;
+  };
+
+  std::vector<std::uint32_t> triangles;
+  bool isDamaged = false;
+  auto const addTriangle = [&](std::size_t a, std::size_t b, std::size_t c) {
+    std::size_t const corners[3] = {pointOf(a), pointOf(b), pointOf(c)};
+    if (corners[0] == 0 || corners[1] == 0 || corners[2] == 0) {
+      isDamaged = true;
+      return;
+    }
+    for (std::size_t const corner : corners) triangles.push_back(static_cast<std::uint32_t>(corner - 1));
+  };
+  if (lists.kind == StepValue::List) {
+    for (StepValues each(lists); each.Next();) {
+      std::vector<std::size_t> const strip = IndicesOf(each.Current());
+      if (!isComplex && strip.size() != 3) isDamaged = true;
+      for (std::size_t i = 0; i + 2 < strip.size(); ++i) {
+        bool const isOdd = i % 2 == 1;
+        addTriangle(strip[i], strip[isOdd ? i + 2 : i + 1], strip[isOdd ? i + 1 : i + 2]);
+      }
+    }
+  }
+  if (fans.kind == StepValue::List) {
+    for (StepValues each(fans); each.Next();) {
+      std::vector<std::size_t> const fan = IndicesOf(each.Current());
+      for (std::size_t i = 1; i + 1 < fan.size(); ++i) addTriangle(fan[0], fan[i], fan[i + 1]);
+    }
+  }
+  if (isDamaged) context.Warn(item, "triangles with invalid indices are skipped");
+
+  // Only the points that are used belong to the shape.
+  std::unordered_map<std::uint32_t, std::uint32_t> used;
+  ModelMesh mesh;
+  for (std::uint32_t& corner : triangles) {
+    auto const [found, isNew] = used.try_emplace(corner, static_cast<std::uint32_t>(used.size()));
+    if (isNew) {
+      double point[3] = {coordinates[3 * corner], coordinates[3 * corner + 1], coordinates[3 * corner + 2]};
+      AddPoint(entry, point);
+      entry.placement.Apply(point);
+      if (sink != nullptr) mesh.points.insert(mesh.points.end(), point, point + 3);
+    }
+    corner = found->second;
+  }
+  if (sink == nullptr || !entry.isVisible || triangles.empty()) return;
+  mesh.instance = context.IdOf(item);
+  mesh.triangles = std::move(triangles);
+  mesh.colour = entry.colour;
+  product.meshes.push_back(std::move(mesh));
+}
+
+void StepShapes::ReadPolylines(std::uint32_t item, double annotationError, double angleFactor,
+                               std::vector<ModelPolyline>& polylines) {
+  seen.clear();
+  sink = &polylines;
+  chordError = annotationError;
+  radians = angleFactor;
+  ModelProduct ignored;
+  std::vector<Entry> pending{{item, Placement(), -1, 1, true}};
+  while (!pending.empty() && ++visits <= VisitLimit()) {
+    Entry const entry = pending.back();
+    pending.pop_back();
+    ReadItem(ignored, entry, pending);
+  }
+  sink = nullptr;
+}

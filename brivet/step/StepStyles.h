@@ -1,0 +1,32 @@
+// Colours and visibility of items.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "StepModelContext.h"
+
+// Reads all styled items into ProductModel::colours.
+class StepStyles {
+ public:
+  explicit StepStyles(StepModelContext& modelContext) : context(modelContext) {}
+
+  void Read();
+
+  // Returns the index of the colour that an item itself has, or -1.
+  int ColourOf(std::uint32_t item) const;
+  bool IsInvisible(std::uint32_t item) const { return invisible.count(item) != 0; }
+
+ private:
+  std::optional<ModelColour> ColourOfStyledItem(std::uint32_t styledItem);
+  std::optional<ModelColour> SurfaceColour(std::uint32_t style);
+  std::optional<ModelColour> ReadColour(std::uint32_t colour);
+  int IndexOf(ModelColour const& colour);
+
+  StepModelContext& context;
+  std::unordered_map<std::uint32_t, int> colours;  // by item
+  std::unordered_map<std::string, int> known;      // by the written form of the colour
+  std::unordered_set<std::uint32_t> invisible;
+};

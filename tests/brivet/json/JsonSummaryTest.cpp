@@ -1,0 +1,111 @@
+#ifdef BRIVET_HAS_JSON
+
+#include "JsonSummary.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "BrivetModule.h"
+#include "CheckedOutputStream.h"
+#include "ChildProcess.h"
+#include "ModelFixture.h"
+#include "PageFixture.h"
+#include "ScratchDirectory.h"
+
+namespace {
+
+std::string JsonOf(std::string const& data) {
+  ReadDocument document(DocumentText(data));
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  return TextOf([&request](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(WriteJsonSummary(request, stream), VREL_S_OK);
+  });
+}
+
+bool Contains(std::string const& text, std::string const& part) {
+  return text.find(part) != text.npos;
+}
+
+// Python of Debian, whose modules are those of Debian.
+ChildResult Validate(std::string const& file) {
+  return RunProgram({"/usr/bin/python3", "-c",
+                     "import json, sys, jsonschema\n"
+                     "schema = json.load(open(sys.argv[1]))\n"
+                     "jsonschema.Draft7Validator.check_schema(schema)\n"
+                     "jsonschema.Draft7Validator(schema).validate(json.load(open(sys.argv[2])))\n",
+                     VREL_SOURCE_DIR "/docs/summary.schema.json", file});
+}
+
+std::string AssemblyText() {
+  return kContexts + ProductText(100, "top", "#12") + ProductText(200, "part", "#22", 2) + PointText(21, "1.,2.,3.") +
+         "#22=GEOMETRIC_SET('',(#21));\n" + UsageText(300, 100, 200) +
+         "#30=PRESENTATION_LAYER_ASSIGNMENT('layer','',(#22));\n"
+         "#31=PROPERTY_DEFINITION('geometric validation property','',#202);\n#32=DATUM('','',$,.F.,'A');\n"
+         "#33=CAMERA_MODEL_D3('front',#12,#12);\n";
+}
+
+}  // namespace
+
+TEST(JsonSummaryTest, WritesEmptyDocument) {
+  EXPECT_EQ(JsonOf("#1=A();\n"),
+            "{\n  \"format\": \"brivet-summary\",\n  \"version\": 1,\n"
+            "  \"file\": {\n    \"name\": \"\",\n    \"schemas\": [\"S\"],\n    \"applicationProtocol\": \"other\",\n"
+            "    \"description\": [\"\"],\n    \"timeStamp\": \"\",\n    \"authors\": [\"\"],\n"
+            "    \"organizations\": [\"\"],\n    \"preprocessor\": \"\",\n    \"originatingSystem\": \"\"\n  },\n"
+            "  \"counts\": {\n    \"instances\": 1,\n    \"complex\": 0,\n    \"skipped\": 0,\n    \"types\": {\n"
+            "      \"A\": 1\n    }\n  },\n"
+            "  \"status\": {\n    \"result\": \"success\",\n    \"lost\": []\n  },\n"
+            "  \"units\": [],\n  \"products\": [],\n  \"structure\": [],\n  \"extent\": null,\n  \"colours\": [],\n"
+            "  \"layers\": [],\n  \"properties\": [],\n  \"annotations\": [],\n  \"views\": []\n}\n");
+}
+
+TEST(JsonSummaryTest, WritesModel) {
+  std::string const json = JsonOf(AssemblyText());
+  EXPECT_TRUE(Contains(json, "\"name\": \"INCH\",\n        \"metres\": 0.0254\n")) << json;
+  EXPECT_TRUE(Contains(json, "\"occurrence\": \"#300\",\n"));
+  EXPECT_TRUE(Contains(json, "\"placement\": [25.4, 0, 0, 0, 0, 25.4, 0, 0, 0, 0, 25.4, 0]"));
+  EXPECT_TRUE(Contains(json, "\"min\": [25.4, 50.8, 76.19999999999999],\n")) << json;
+  EXPECT_TRUE(Contains(json, "\"unit\": \"millimetre\"\n"));
+  EXPECT_TRUE(Contains(json, "\"kind\": \"validation\",\n      \"values\": []\n"));
+  EXPECT_TRUE(Contains(json, "\"kind\": \"datum\",\n      \"form\": \"semantic\",\n"));
+  EXPECT_TRUE(Contains(json, "\"kind\": \"camera\"\n"));
+}
+
+TEST(JsonSummaryTest, CountsRecordsOfComplexInstances) {
+  std::string const json = JsonOf("#1=(A()B());\n#2=A();\n#3=C(;\n");
+  EXPECT_TRUE(Contains(json, "\"A\": 2,\n      \"B\": 1\n")) << json;
+  EXPECT_TRUE(Contains(json, "\"result\": \"partial\""));
+  EXPECT_TRUE(Contains(json, "\"instances\": [\"#3\"]"));
+}
+
+TEST(JsonSummaryTest, MatchesSchema) {
+  if (RunProgram({"/usr/bin/python3", "-c", "import jsonschema"}).exitStatus != 0) {
+    GTEST_SKIP() << "python3-jsonschema is missing";
+  }
+  ScratchDirectory folder;
+  for (std::string const& data : {std::string("#1=A();\n"), AssemblyText(), std::string("#1=(A()B());\n#3=C(;\n")}) {
+    ChildResult const result = Validate(folder.Write("summary.json", JsonOf(data)));
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  }
+  ChildResult const refused = Validate(folder.Write("summary.json", "{\"format\": \"brivet-summary\"}"));
+  EXPECT_NE(refused.exitStatus, 0);
+}
+
+// Indentation of each of 20,000 levels would take gigabytes.
+TEST(JsonSummaryTest, WritesDeepStructureInLinearSpace) {
+  constexpr int kDepth = 20000;
+  std::string data = "#20=PRODUCT('p','p','',());\n#21=PRODUCT_DEFINITION_FORMATION('','',#20);\n";
+  for (int i = 0; i <= kDepth; ++i) data += "#" + std::to_string(1000 + i) + "=PRODUCT_DEFINITION('','',#21,$);\n";
+  for (int i = 0; i < kDepth; ++i) {
+    data += "#" + std::to_string(500000 + i) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#" + std::to_string(1000 + i) +
+            ",#" + std::to_string(1001 + i) + ",$);\n";
+  }
+  EXPECT_LT(JsonOf(data).size(), 20000000U);
+}
+
+#endif

@@ -1,0 +1,25 @@
+#include "ModelBox.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+TEST(ModelBoxTest, ExtendIgnoresUnusableNumbers) {
+  ModelBox box;
+  for (double const bad : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
+    double const point[3] = {0, bad, 0};
+    box.Extend(point);
+  }
+  EXPECT_TRUE(box.isEmpty);
+  EXPECT_EQ(box.Diagonal(), 0);
+  double const a[3] = {1, 2, 3};
+  double const b[3] = {4, -2, 3};
+  box.Extend(a);
+  box.Extend(b);
+  EXPECT_EQ(box.low[1], -2);
+  EXPECT_EQ(box.high[0], 4);
+  EXPECT_EQ(box.Diagonal(), 5);
+  ModelBox const empty;
+  box.Extend(empty);
+  EXPECT_EQ(box.Diagonal(), 5);
+}

@@ -1,0 +1,114 @@
+#include "StepProperties.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "ModelFixture.h"
+
+namespace {
+
+// A property of the product of base 100 with the items of its representation. Uses three ids.
+std::string PropertyText(int id, std::string const& name, std::string const& items) {
+  std::string const base = std::to_string(id);
+  return "#" + base + "=PROPERTY_DEFINITION('" + name + "','',#102);\n#" + std::to_string(id + 1) +
+         "=REPRESENTATION('',(" + items + "),#1);\n#" + std::to_string(id + 2) +
+         "=PROPERTY_DEFINITION_REPRESENTATION(#" + base + ",#" + std::to_string(id + 1) + ");\n";
+}
+
+}  // namespace
+
+TEST(StepPropertiesTest, ReadsLayers) {
+  ReadModel const model(
+      "#20=PRESENTATION_LAYER_ASSIGNMENT('outline','lines',(#11,#12));\n#21=PRESENTATION_LAYER_ASSIGNMENT('',$,());\n");
+  ASSERT_EQ(model->layers.size(), 2U);
+  EXPECT_EQ(model->layers[0].instance, "#20");
+  EXPECT_EQ(model->layers[0].name, "outline");
+  EXPECT_EQ(model->layers[0].description, "lines");
+  EXPECT_EQ(model->layers[0].items, (std::vector<std::string>{"#11", "#12"}));
+  EXPECT_EQ(model->layers[1].name, "");
+  EXPECT_EQ(model->layers[1].description, std::nullopt);
+}
+
+TEST(StepPropertiesTest, ReadsValidationProperties) {
+  ReadModel const model(ProductText(100, "a", "") +
+                        "#20=DERIVED_UNIT((#21));\n#21=DERIVED_UNIT_ELEMENT(#3,3.);\n"
+                        "#22=MEASURE_REPRESENTATION_ITEM('volume measure',VOLUME_MEASURE(12.5),#20);\n" +
+                        PointText(23, "1.,2.,3.") + PropertyText(30, "geometric validation property", "#22,#23"));
+  ASSERT_EQ(model->properties.size(), 1U);
+  ModelProperty const& property = model->properties[0];
+  EXPECT_EQ(property.instance, "#30");
+  EXPECT_EQ(property.product, "#102");
+  EXPECT_EQ(property.kind, ModelProperty::Validation);
+  ASSERT_EQ(property.values.size(), 2U);
+  EXPECT_EQ(property.values[0].name, "volume measure");
+  EXPECT_EQ(property.values[0].number, 12.5);
+  EXPECT_EQ(property.values[0].unit, "millimetre^3");
+  EXPECT_EQ(property.values[1].point, (std::vector<double>{1, 2, 3}));
+}
+
+TEST(StepPropertiesTest, DeterminesKinds) {
+  ReadModel const model(ProductText(100, "a", "") + PropertyText(30, "geometric_validation_property", "") +
+                        PropertyText(40, "Density", "") + PropertyText(50, "material property", "") +
+                        PropertyText(60, "user defined attribute", "") + PropertyText(70, "x", ""));
+  std::vector<ModelProperty::Kind> kinds;
+  for (ModelProperty const& each : model->properties) kinds.push_back(each.kind);
+  EXPECT_EQ(kinds, (std::vector<ModelProperty::Kind>{ModelProperty::Validation, ModelProperty::Material,
+                                                     ModelProperty::Material, ModelProperty::Attribute,
+                                                     ModelProperty::Other}));
+  EXPECT_TRUE(model->properties[4].values.empty());
+}
+
+TEST(StepPropertiesTest, ReadsUserDefinedAttributes) {
+  ReadModel const model(ProductText(100, "a", "") +
+                        "#20=DESCRIPTIVE_REPRESENTATION_ITEM('colour','red');\n"
+                        "#21=(INTEGER_REPRESENTATION_ITEM(3)REPRESENTATION_ITEM('count'));\n"
+                        "#22=VALUE_REPRESENTATION_ITEM('ratio',COUNT_MEASURE(4.));\n" +
+                        PropertyText(30, "user defined attribute", "#20,#22"));
+  ASSERT_EQ(model->properties.size(), 1U);
+  ASSERT_EQ(model->properties[0].values.size(), 2U);
+  EXPECT_EQ(model->properties[0].values[0].text, "red");
+  EXPECT_EQ(model->properties[0].values[1].number, 4.0);
+  EXPECT_EQ(model->properties[0].values[1].unit, std::nullopt);
+}
+
+TEST(StepPropertiesTest, ReadsSemanticAnnotations) {
+  ReadModel const model(
+      "#20=DIMENSIONAL_SIZE(#30,'diameter');\n#21=DIMENSIONAL_CHARACTERISTIC_REPRESENTATION(#20,#22);\n"
+      "#22=SHAPE_DIMENSION_REPRESENTATION('',(#23),#1);\n"
+      "#23=(LENGTH_MEASURE_WITH_UNIT()MEASURE_REPRESENTATION_ITEM()MEASURE_WITH_UNIT(LENGTH_MEASURE(8.5),#3)"
+      "REPRESENTATION_ITEM('nominal value'));\n"
+      "#24=FLATNESS_TOLERANCE('flat','',#25,#30);\n#25=LENGTH_MEASURE_WITH_UNIT(LENGTH_MEASURE(0.1),#3);\n"
+      "#26=DATUM('','',$,.F.,'A');\n#30=SHAPE_ASPECT('','',$,.T.);\n");
+  ASSERT_EQ(model->annotations.size(), 3U);
+  EXPECT_EQ(model->annotations[0].kind, ModelAnnotation::Dimension);
+  EXPECT_EQ(model->annotations[0].name, "diameter");
+  EXPECT_EQ(model->annotations[0].value, "8.5 millimetre");
+  EXPECT_EQ(model->annotations[0].form, ModelAnnotation::Semantic);
+  EXPECT_EQ(model->annotations[1].kind, ModelAnnotation::Tolerance);
+  EXPECT_EQ(model->annotations[1].value, "0.1 millimetre");
+  EXPECT_EQ(model->annotations[2].kind, ModelAnnotation::Datum);
+  EXPECT_EQ(model->annotations[2].name, "A");
+}
+
+TEST(StepPropertiesTest, ReadsGraphicAnnotationsWithViews) {
+  ReadModel const model(
+      "#20=CAMERA_MODEL_D3('front',#12,#21);\n#21=VIEW_VOLUME(.PARALLEL.,#11,1.,0.,.F.,0.,.F.,.F.,#22);\n"
+      "#23=CAMERA_MODEL_D3('free',#12,#21);\n#24=DRAUGHTING_MODEL('',(#20,#25,#28),#1);\n"
+      "#25=ANNOTATION_CURVE_OCCURRENCE('',(),#26);\n#26=POLYLINE('',(#11,#11));\n"
+      "#27=DRAUGHTING_CALLOUT('callout',(#25));\n#28=TESSELLATED_ANNOTATION_OCCURRENCE('t',(),#26);\n"
+      "#29=DRAUGHTING_MODEL_ITEM_ASSOCIATION('','',#30,#24,#27);\n#30=DIMENSIONAL_SIZE($,'d');\n");
+  ASSERT_EQ(model->views.size(), 2U);
+  EXPECT_EQ(model->views[0].name, "front");
+  EXPECT_EQ(model->views[0].kind, ModelView::Saved);
+  EXPECT_EQ(model->views[1].kind, ModelView::Camera);
+  ASSERT_EQ(model->annotations.size(), 3U);
+  EXPECT_EQ(model->annotations[0].name, "callout");
+  EXPECT_EQ(model->annotations[0].kind, ModelAnnotation::Dimension);
+  EXPECT_EQ(model->annotations[0].form, ModelAnnotation::Polyline);
+  EXPECT_EQ(model->annotations[0].view, "front");
+  EXPECT_EQ(model->annotations[1].form, ModelAnnotation::Tessellated);
+  EXPECT_EQ(model->annotations[1].name, "t");
+  EXPECT_EQ(model->annotations[1].view, "front");
+}

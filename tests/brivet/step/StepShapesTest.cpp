@@ -1,0 +1,200 @@
+#include "StepShapes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "ModelFixture.h"
+
+namespace {
+
+// A face with the straight edges between four points #21, #23, #25, #27 of the plane z = 0: a rectangle of 4 by 3.
+std::string RectangleText() {
+  std::string data =
+      PointText(21, "0.,0.,0.") + PointText(23, "4.,0.,0.") + PointText(25, "4.,3.,0.") + PointText(27, "0.,3.,0.");
+  for (int i = 22; i <= 28; i += 2)
+    data += "#" + std::to_string(i) + "=VERTEX_POINT('',#" + std::to_string(i - 1) + ");\n";
+  data += "#30=DIRECTION('',(1.,0.,0.));\n#31=VECTOR('',#30,1.);\n#32=LINE('',#21,#31);\n";
+  for (int i = 0; i < 4; ++i) {
+    std::string const from = std::to_string(22 + 2 * i);
+    std::string const to = std::to_string(22 + 2 * ((i + 1) % 4));
+    data += "#" + std::to_string(40 + i) + "=EDGE_CURVE('',#" + from + ",#" + to + ",#32,.T.);\n#" +
+            std::to_string(50 + i) + "=ORIENTED_EDGE('',*,*,#" + std::to_string(40 + i) + ",.T.);\n";
+  }
+  return data +
+         "#60=EDGE_LOOP('',(#50,#51,#52,#53));\n#61=FACE_OUTER_BOUND('',#60,.T.);\n"
+         "#62=ADVANCED_FACE('',(#61),#63,.T.);\n#63=PLANE('',#12);\n";
+}
+
+// Coordinates of a unit tetrahedron, #20.
+constexpr char kTetrahedron[] = "#20=COORDINATES_LIST('',4,((0.,0.,0.),(1.,0.,0.),(0.,1.,0.),(0.,0.,1.)));\n";
+
+}  // namespace
+
+TEST(StepShapesTest, CountsSolid) {
+  ReadModel const model(RectangleText() + "#70=CLOSED_SHELL('',(#62));\n#71=MANIFOLD_SOLID_BREP('',#70);\n" +
+                        ProductText(100, "a", "#12,#71"));
+  ModelProduct const& product = model->products[0];
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  EXPECT_EQ(product.solids, 1);
+  EXPECT_EQ(product.shells, 1);
+  EXPECT_EQ(product.faces, 1);
+  EXPECT_EQ(product.edges, 4);
+  EXPECT_TRUE(product.polylines.empty());
+  ExpectBox(product.extent, {0, 0, 0, 4, 3, 0});
+}
+
+TEST(StepShapesTest, CountsSharedItemsOnce) {
+  ReadModel const model(RectangleText() +
+                        "#70=CLOSED_SHELL('',(#62,#62));\n#71=ORIENTED_CLOSED_SHELL('',*,#70,.F.);\n"
+                        "#72=BREP_WITH_VOIDS('',#70,(#71));\n#73=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                        ProductText(100, "a", "#72,#73,#72"));
+  EXPECT_EQ(model->products[0].solids, 1);
+  EXPECT_EQ(model->products[0].shells, 1);
+  EXPECT_EQ(model->products[0].faces, 1);
+  EXPECT_EQ(model->products[0].edges, 4);
+}
+
+// A quarter of a circle of radius 2 around (5,0,0), from (7,0,0) to (5,2,0); and the other three quarters.
+TEST(StepShapesTest, ExtentOfArcIsExact) {
+  std::string const data = PointText(20, "5.,0.,0.") + "#21=AXIS2_PLACEMENT_3D('',#20,$,$);\n#22=CIRCLE('',#21,2.);\n" +
+                           PointText(23, "7.,0.,0.") + PointText(24, "5.,2.,0.") +
+                           "#25=VERTEX_POINT('',#23);\n#26=VERTEX_POINT('',#24);\n"
+                           "#30=CONNECTED_EDGE_SET('',(#31));\n#32=EDGE_BASED_WIREFRAME_MODEL('',(#30));\n";
+  ReadModel const quarter(data + "#31=EDGE_CURVE('',#25,#26,#22,.T.);\n" + ProductText(100, "a", "#32"));
+  ExpectBox(quarter->extent, {5, 0, 0, 7, 2, 0});
+  ReadModel const rest(data + "#31=EDGE_CURVE('',#25,#26,#22,.F.);\n" + ProductText(100, "a", "#32"));
+  ExpectBox(rest->extent, {3, -2, 0, 7, 2, 0});
+  ReadModel const whole(data + "#31=EDGE_CURVE('',#25,#25,#22,.T.);\n" + ProductText(100, "a", "#32"));
+  ExpectBox(whole->extent, {3, -2, 0, 7, 2, 0});
+}
+
+TEST(StepShapesTest, ExtentOfMappedEllipseIsExact) {
+  ReadModel const model(
+      "#20=ELLIPSE('',#12,3.,1.);\n#21=GEOMETRIC_CURVE_SET('',(#20));\n"
+      "#22=SHAPE_REPRESENTATION('',(#21),#1);\n#23=REPRESENTATION_MAP(#12,#22);\n" +
+      PointText(24, "10.,0.,0.") +
+      "#25=DIRECTION('',(0.,1.,0.));\n#26=DIRECTION('',(0.,0.,1.));\n"
+      "#27=AXIS2_PLACEMENT_3D('',#24,#26,#25);\n#28=MAPPED_ITEM('',#23,#27);\n" +
+      ProductText(100, "a", "#28"));
+  ExpectBox(model->extent, {9, -3, 0, 11, 3, 0});
+}
+
+TEST(StepShapesTest, MappedItemsThatContainThemselvesEnd) {
+  ReadModel const model(
+      "#22=SHAPE_REPRESENTATION('',(#28,#28),#1);\n#23=REPRESENTATION_MAP(#12,#22);\n"
+      "#28=MAPPED_ITEM('',#23,#12);\n" +
+      ProductText(100, "a", "#28"));
+  EXPECT_TRUE(model->extent.isEmpty);
+  EXPECT_FALSE(model->warnings.empty());
+}
+
+TEST(StepShapesTest, IgnoresUnusableNumbers) {
+  ReadModel const model(PointText(20, "1.E308,0.,0.") + PointText(21, "1.,2.,3.") +
+                        "#22=GEOMETRIC_SET('',(#20,#21));\n" + ProductText(100, "a", "#22"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>{"#20: a coordinate is not a usable number"});
+  ExpectBox(model->extent, {1, 2, 3, 1, 2, 3});
+}
+
+TEST(StepShapesTest, MakesPolylinesOnRequest) {
+  ReadModel const model(RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                            ProductText(100, "a", "#71"),
+                        true);
+  ASSERT_EQ(model->products[0].polylines.size(), 4U);
+  EXPECT_EQ(model->products[0].polylines[0].instance, "#40");
+  std::vector<double> const& points = model->products[0].polylines[0].coordinates;
+  EXPECT_EQ(std::vector<double>(points.begin(), points.begin() + 3), (std::vector<double>{0, 0, 0}));
+  EXPECT_EQ(std::vector<double>(points.end() - 3, points.end()), (std::vector<double>{4, 0, 0}));
+}
+
+TEST(StepShapesTest, ReadsTriangulatedFaces) {
+  ReadModel const model(std::string(kTetrahedron) +
+                            "#21=TRIANGULATED_FACE('',#20,3,(),$,(1,2,3),((1,2,3)));\n"
+                            "#22=TRIANGULATED_FACE('',#20,4,(),$,(),((1,2,4),(2,3,4),(3,1,4)));\n"
+                            "#23=TESSELLATED_SOLID('',(#21,#22),$);\n" +
+                            ProductText(100, "a", "#23"),
+                        true);
+  ModelProduct const& product = model->products[0];
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  EXPECT_EQ(product.solids, 1);
+  EXPECT_EQ(product.faces, 2);
+  ExpectBox(product.extent, {0, 0, 0, 1, 1, 1});
+  ASSERT_EQ(product.meshes.size(), 2U);
+  EXPECT_EQ(product.meshes[0].triangles, (std::vector<std::uint32_t>{0, 1, 2}));
+  EXPECT_EQ(product.meshes[1].triangles.size(), 9U);
+}
+
+// Strip 1 2 3 4: triangles 1 2 3 and 2 4 3. Fan 1 2 3 4: triangles 1 2 3 and 1 3 4.
+TEST(StepShapesTest, ReadsStripsAndFans) {
+  ReadModel const model(std::string(kTetrahedron) +
+                            "#21=COMPLEX_TRIANGULATED_FACE('',#20,4,(),$,(),((1,2,3,4)),());\n"
+                            "#22=COMPLEX_TRIANGULATED_SURFACE_SET('',#20,4,(),(1,2,3,4),(),((1,2,3,4)));\n"
+                            "#23=TESSELLATED_SHELL('',(#21),$);\n#24=TESSELLATED_GEOMETRIC_SET('',(#22));\n" +
+                            ProductText(100, "a", "#23,#24"),
+                        true);
+  ModelProduct const& product = model->products[0];
+  EXPECT_EQ(product.shells, 1);
+  EXPECT_EQ(product.faces, 1);
+  ASSERT_EQ(product.meshes.size(), 2U);
+  EXPECT_EQ(product.meshes[0].triangles, (std::vector<std::uint32_t>{0, 1, 2, 1, 3, 2}));
+  EXPECT_EQ(product.meshes[1].triangles, (std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3}));
+}
+
+// Indices that exceed pnindex are those of the coordinates.
+TEST(StepShapesTest, AcceptsDirectTriangleIndices) {
+  ReadModel const model(
+      std::string(kTetrahedron) +
+      "#21=TRIANGULATED_FACE('',#20,3,(),$,(2,3,4),((2,3,4)));\n#23=TESSELLATED_SHELL('',(#21),$);\n" +
+      ProductText(100, "a", "#23"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ExpectBox(model->extent, {0, 0, 0, 1, 1, 1});
+}
+
+TEST(StepShapesTest, SkipsInvalidTriangles) {
+  ReadModel const model(std::string(kTetrahedron) +
+                        "#21=TRIANGULATED_SURFACE_SET('',#20,4,(),(),((1,2,3),(1,2,9),(0,1,2),(1,2)));\n"
+                        "#22=TESSELLATED_GEOMETRIC_SET('',(#21));\n" +
+                        ProductText(100, "a", "#22"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>{"#21: triangles with invalid indices are skipped"});
+  ExpectBox(model->extent, {0, 0, 0, 1, 1, 0});
+}
+
+TEST(StepShapesTest, ReadsTessellatedCurvesAndPoints) {
+  ReadModel const model(std::string(kTetrahedron) +
+                            "#21=TESSELLATED_CURVE_SET('',#20,((1,2),(2,3)));\n#22=TESSELLATED_POINT_SET('',#20,(4));\n"
+                            "#23=TESSELLATED_GEOMETRIC_SET('',(#21,#22));\n" +
+                            ProductText(100, "a", "#23"),
+                        true);
+  EXPECT_EQ(model->products[0].polylines.size(), 2U);
+  ExpectBox(model->extent, {0, 0, 0, 1, 1, 1});
+}
+
+TEST(StepShapesTest, PlacesRepositionedTessellation) {
+  ReadModel const model(std::string(kTetrahedron) + PointText(30, "5.,0.,0.") +
+                        "#31=AXIS2_PLACEMENT_3D('',#30,$,$);\n#21=TESSELLATED_CURVE_SET('',#20,((1,2)));\n"
+                        "#22=(GEOMETRIC_REPRESENTATION_ITEM()REPOSITIONED_TESSELLATED_ITEM(#31)REPRESENTATION_ITEM('')"
+                        "TESSELLATED_GEOMETRIC_SET((#21))TESSELLATED_ITEM());\n" +
+                        ProductText(100, "a", "#22"));
+  ExpectBox(model->extent, {5, 0, 0, 6, 0, 0});
+}
+
+TEST(StepShapesTest, WarnsAboutUnknownItems) {
+  ReadModel const model("#20=STRANGE('');\n#21=TEXT_LITERAL('','x',#12,'baseline left',.RIGHT.,#12);\n" +
+                        ProductText(100, "a", "#20,#21"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>{"#20: an item of the unknown type STRANGE is skipped"});
+}
+
+TEST(StepShapesTest, WarnsAboutWrongTypes) {
+  ReadModel const model(
+      "#20=MANIFOLD_SOLID_BREP('',#12);\n#21=CLOSED_SHELL('',(#20,#99,5));\n"
+      "#22=SHELL_BASED_SURFACE_MODEL('',(#21));\n" +
+      ProductText(100, "a", "#20,#22"));
+  EXPECT_EQ(model->warnings,
+            (std::vector<std::string>{
+                "#20: attribute outer: expected CONNECTED_FACE_SET, found #12 of type AXIS2_PLACEMENT_3D",
+                "#21: attribute cfs_faces: expected FACE, found #20 of type MANIFOLD_SOLID_BREP",
+                "#21: attribute cfs_faces: expected FACE, found #99, which the file does not contain",
+                "#21: attribute cfs_faces: expected FACE, found a number"}));
+}
