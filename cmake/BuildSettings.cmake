@@ -19,6 +19,10 @@ function(vrel_build_settings target)
     target_compile_options(${target} PRIVATE -fsanitize=${VREL_SANITIZE} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VREL_SANITIZE})
+    # With sanitizers g++ 12 warns about std::function in std::regex.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+    endif()
   endif()
   if(VREL_COVERAGE)
     target_compile_options(${target} PRIVATE --coverage)

@@ -10,7 +10,8 @@
 #include <string>
 #include <vector>
 
-// Compares each operation with the same operation on an icu::UnicodeString on the heap, for strings of 10, 40 and 400 units.
+// Compares each operation with the same operation on an icu::UnicodeString on the heap, for strings of 10, 40 and 400
+// units.
 
 namespace {
 

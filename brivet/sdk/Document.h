@@ -61,8 +61,8 @@ class Document : public VRELFormatReader {
   virtual long GetTypeInstanceCount(std::size_t type) const = 0;
 
   // Passes the records of the header to the visitor: as far as the format has them FILE_DESCRIPTION, FILE_NAME and
-  // FILE_SCHEMA, with the parameters of ISO 10303-21. Only a document that names a schema in FILE_SCHEMA, or that was read
-  // from a STEP file, can be written as STEP.
+  // FILE_SCHEMA, with the parameters of ISO 10303-21. Only a document that names a schema in FILE_SCHEMA, or that was
+  // read from a STEP file, can be written as STEP.
   virtual VRINResult DescribeHeader(DocumentVisitor& visitor) = 0;
   // Passes all data sections to the visitor. With `referrers` each instance is followed by the instances that refer to
   // it, which takes another pass over the file, or several if there are very many references.

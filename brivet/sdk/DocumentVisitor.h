@@ -13,8 +13,9 @@
 //   EndList() EndRecord() EndInstance()
 //
 // What a document owes its visitor is listed in ContractVisitor.h, which checks it in tests. In short: BeginSection,
-// instances with their records, EndSection; types and enumerations in upper case; an integer as "-12", a real as "1.5E-3",
-// always with a decimal point; a reference by the digits of the id. The header consists of records without instances.
+// instances with their records, EndSection; types and enumerations in upper case; an integer as "-12", a real as
+// "1.5E-3", always with a decimal point; a reference by the digits of the id. The header consists of records without
+// instances.
 class DocumentVisitor {
  public:
   // Name of an instance within its document.

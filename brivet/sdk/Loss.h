@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-// A range of lines without what it should have contained. Both lines are counted from 1, or 0 if unknown. A document reports its losses
-// in the order of the lines.
+// A range of lines without what it should have contained. Both lines are counted from 1, or 0 if unknown. A document
+// reports its losses in the order of the lines.
 struct Loss {
   long firstLine = 0;
   long lastLine = 0;

@@ -29,8 +29,8 @@ struct Format {
   static std::string WrittenNames();
   // Returns their extensions: ".html, .htm, .txt, ...".
   static std::string WrittenExtensions();
-  // Returns a table of all formats, one per line: name, title, what can be done, module, version, extensions and path. A
-  // format that is not used, because another one of its name is before it in the path, is marked.
+  // Returns a table of all formats, one per line: name, title, what can be done, module, version, extensions and path.
+  // A format that is not used, because another one of its name is before it in the path, is marked.
   static std::string Table();
 
   // Returns the name of the output for an input, without folder: the input's name with the extension of this format

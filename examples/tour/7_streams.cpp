@@ -112,6 +112,5 @@ int main() {
   Write(out, Setting(options, L"Bill.Title", VRELString()), parts);
 
   VRELEventBus::GetEventBus()->RemoveListener(&problems);
-  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage()
-      << out.endline();
+  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage() << out.endline();
 }

@@ -141,6 +141,5 @@ int main() {
   out << "to " << box.high()[0] << ", " << box.high()[1] << ", " << box.high()[2] << out.endline();
 
   VRELEventBus::GetEventBus()->RemoveListener(&problems);
-  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage()
-      << out.endline();
+  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage() << out.endline();
 }

@@ -162,6 +162,5 @@ int main() {
   VRELLibraryManager::FreeLibraries();
 
   VRELEventBus::GetEventBus()->RemoveListener(&problems);
-  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage()
-      << out.endline();
+  out << problems.warnings << " warnings, " << problems.errors << " errors: " << total.GetMessage() << out.endline();
 }

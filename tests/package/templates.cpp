@@ -1,7 +1,9 @@
 // Instantiates templates of the public headers and calls overloads, for the check of client warnings.
 #include "VRELBase.h"
 
-struct Part : VRELReferenceCount { int x; };
+struct Part : VRELReferenceCount {
+  int x;
+};
 template class VRELTypedHandle<Part>;
 template class VRELDynamicArray<int>;
 template class VRELDynamicArray<VRELString>;
@@ -13,5 +15,6 @@ bool Use(VRELTypedHandle<Part> const& handle, VRELDynamicArray<int>& array) {
   vrelArrayAddUnique<int>(array, seven);
   vrelArrayRemove<int>(array, seven);
   VRELMessageEvent event("%d", false, 3);
-  return handle == nullptr || nullptr != handle || vrelArrayFind<int>(array, seven) >= 0 || VRINValue(L"x").IsValid() || VRINFile(3).IsValid();
+  return handle == nullptr || nullptr != handle || vrelArrayFind<int>(array, seven) >= 0 || VRINValue(L"x").IsValid() ||
+         VRINFile(3).IsValid();
 }

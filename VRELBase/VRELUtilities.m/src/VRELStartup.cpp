@@ -1,6 +1,6 @@
 // All objects of the library with static storage duration and a constructor or destructor. The order of the definitions
-// is the order of construction; destruction is in reverse order. The C++ standard defines an order only within one source,
-// so no other source of the library defines such an object (tests/tree/check_objects.py).
+// is the order of construction; destruction is in reverse order. The C++ standard defines an order only within one
+// source, so no other source of the library defines such an object (tests/tree/check_objects.py).
 //
 // Constraints on the order:
 //   - the array of option names is before the names, which register themselves in it;

@@ -42,7 +42,8 @@ TEST(OptionDescriptionsTest, KnowsWhatHasEffect) {
 
 TEST(OptionDescriptionsTest, ListsMatchingNames) {
   EXPECT_EQ(ListOptions("writer.filelinelength"),
-            "Step.*.Writer.FileLineLength         int from 0 to 2147483647 default: 0    maximum length of a line; 0 for no limit\n");
+            "Step.*.Writer.FileLineLength         int from 0 to 2147483647 default: 0    maximum length of a line; 0 "
+            "for no limit\n");
   EXPECT_EQ(ListOptions("Sew?olerance"), "SewTolerance\n");
   EXPECT_EQ(ListOptions("Sew?"), "");
   EXPECT_EQ(ListOptions("[").find('\n'), std::string::npos);

@@ -29,7 +29,7 @@ TEST(FormatsTest, InputFormatIsAlwaysStep) {
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
-  EXPECT_EQ(Format::WrittenNames(), "html, text, step, json");
+  EXPECT_EQ(Format::WrittenNames(), "html, json, text, step");
 }
 
 TEST(FormatsTest, ListsFormats) {

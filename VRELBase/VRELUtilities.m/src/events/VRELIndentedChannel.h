@@ -20,8 +20,8 @@
 //
 // Thread safety: none; see VRELEventBus.
 // Compatibility: a message is formatted twice, the second time without arguments. The second pass replaces "%%" by "%"
-// and keeps single percent signs. Printf("100%%") and Printf("100%%%%") both send "100%"; two percent signs in a row need
-// eight in the format. The second pass never reads an argument: "%s" from an argument is sent as it is.
+// and keeps single percent signs. Printf("100%%") and Printf("100%%%%") both send "100%"; two percent signs in a row
+// need eight in the format. The second pass never reads an argument: "%s" from an argument is sent as it is.
 template <class Event, int& tab>
 class VREL_EXPORT VRELIndentedChannel {
  public:

@@ -58,8 +58,8 @@ VRELEnvironment* VRELEnvironment::GetEnv() {
   auto created = std::make_unique<VRELEnvironment>();
   // A reference of its own, so that no handle deletes it.
   created->RaiseReference();
-  bool const isStored = __atomic_compare_exchange_n(&_pVariables, &current, created.get(), false, __ATOMIC_ACQ_REL,
-                                                    __ATOMIC_ACQUIRE);
+  bool const isStored =
+      __atomic_compare_exchange_n(&_pVariables, &current, created.get(), false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE);
   return isStored ? created.release() : current;
 }
 
