@@ -16,10 +16,6 @@ class VRELPair {
   // Value-initializes both; numbers and pointers are zero.
   VRELPair() : key(), value() {}
   VRELPair(K const& theKey, V const& theValue) : key(theKey), value(theValue) {}
-  VRELPair(VRELPair const&) = default;
-  VRELPair(VRELPair&&) = default;
-  VRELPair& operator=(VRELPair const&) = default;
-  VRELPair& operator=(VRELPair&&) = default;
 
   K& GetKey() noexcept { return key; }
   K const& GetKey() const noexcept { return key; }
