@@ -242,13 +242,17 @@ class PolylineCurve final : public Curve {
       double const distance = DistanceToChord(point, from, from + 3);
       if (distance < smallest) {
         smallest = distance;
-        best = static_cast<double>(i / 3) + t;
+        std::size_t const index = i / 3;
+        best = static_cast<double>(index) + t;
       }
     }
     return best;
   }
   double First() const override { return 0.0; }
-  double Last() const override { return static_cast<double>(points.size() / 3 - 1); }
+  double Last() const override {
+    std::size_t const segments = points.size() / 3 - 1;
+    return static_cast<double>(segments);
+  }
   std::vector<double> Breaks(double first, double last) const override {
     std::vector<double> breaks;
     for (double t = std::floor(first) + 1.0; t < last; t += 1.0) breaks.push_back(t);

@@ -75,7 +75,7 @@ VRELMorph3D Placement::AsMorph() const {
   VRELAffine3D affine;
   for (int row = 0; row < 3; ++row) {
     for (int column = 0; column < 3; ++column) {
-      affine.SetElement(row, column, numbers[static_cast<std::size_t>(4 * row + column)]);
+      affine.SetElement(row, column, numbers[4 * static_cast<std::size_t>(row) + static_cast<std::size_t>(column)]);
     }
   }
   return VRELMorph3D(affine, VRELPoint3D(numbers[3], numbers[7], numbers[11]), 1.0);

@@ -66,10 +66,10 @@ class ManifestParser {
     std::string const readerOptions = Find("reader options");
     std::string const writerOptions = Find("writer options");
     for (std::string const& each : Split(readerOptions)) {
-      format.readerOptions.push_back(ParseOption(each, name + " Reader " + each));
+      format.readerOptions.push_back(ParseOption(each, std::string(name).append(" Reader ").append(each)));
     }
     for (std::string const& each : Split(writerOptions)) {
-      format.writerOptions.push_back(ParseOption(each, name + " Writer " + each));
+      format.writerOptions.push_back(ParseOption(each, std::string(name).append(" Writer ").append(each)));
     }
     return format;
   }

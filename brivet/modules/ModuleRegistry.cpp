@@ -175,7 +175,11 @@ bool ModuleRegistry::ReadNextFolder() {
     if (EndsWith(entry->d_name, Manifest::kExtension)) names.emplace_back(entry->d_name);
   }
   std::sort(names.begin(), names.end());
-  for (std::string const& name : names) ReadManifest(descriptor.Get(), folder + "/" + name, name);
+  for (std::string const& name : names) {
+    std::string path = folder;
+    path.append("/").append(name);
+    ReadManifest(descriptor.Get(), path, name);
+  }
   return true;
 }
 

@@ -135,7 +135,7 @@ std::string WhyInvalidOption(OptionDescription const& option) {
 std::string WhyInvalidOptions(std::vector<OptionDescription> const& options) {
   std::vector<std::string_view> names;
   for (OptionDescription const& option : options) {
-    std::string const fault = WhyInvalidOption(option);
+    std::string fault = WhyInvalidOption(option);
     if (!fault.empty()) return fault;
     for (std::string_view const name : names) {
       if (EqualsIgnoringCase(name, option.name)) return "two options have the name " + Quote(name);
@@ -222,7 +222,7 @@ std::string ModuleDescription::WhyInvalid() const {
   if (formats.size() > kListLimit) return "more than 32 formats";
   std::set<std::string> names;
   for (FormatDescription const& format : formats) {
-    std::string const fault = WhyInvalidFormat(format);
+    std::string fault = WhyInvalidFormat(format);
     if (!fault.empty()) return fault;
     if (!names.insert(format.name).second) return "two formats have the name " + Quote(format.name);
   }

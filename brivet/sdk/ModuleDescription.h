@@ -96,6 +96,7 @@ using BrivetDescribeFunction = void(ModuleDescription&);
 
 // Defines the function that describes the module; its body follows. The version is a function of its own, because it
 // must be known before a class of the interface is used.
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is the name of a parameter.
 #define BRIVET_DESCRIBE_MODULE(description)                                                                    \
   extern "C" __attribute__((visibility("default"))) int BrivetSdkVersion();                                    \
   extern "C" int BrivetSdkVersion() {                                                                          \
@@ -103,3 +104,4 @@ using BrivetDescribeFunction = void(ModuleDescription&);
   }                                                                                                            \
   extern "C" __attribute__((visibility("default"))) void BrivetDescribeModule(ModuleDescription& description); \
   extern "C" void BrivetDescribeModule(ModuleDescription& description)
+// NOLINTEND(bugprone-macro-parentheses)

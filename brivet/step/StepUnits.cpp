@@ -44,7 +44,7 @@ StepUnit StepUnits::Read(std::uint32_t unit, int depth) {
   if (unit == 0 || depth > kDepthLimit) return {};
   auto const found = unitsRead.find(unit);
   if (found != unitsRead.end()) return found->second;
-  StepUnit const result = Compute(unit, depth);
+  StepUnit result = Compute(unit, depth);
   unitsRead.emplace(unit, result);
   return result;
 }

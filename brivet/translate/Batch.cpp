@@ -74,7 +74,7 @@ struct Pipe {
   }
 };
 
-enum Channel { kOutput, kErrors, kReport, kChannelCount };
+enum Channel { OutputChannel, ErrorChannel, ReportChannel, ChannelCount };
 
 }  // namespace
 
@@ -83,8 +83,8 @@ struct Batch::Worker {
   std::size_t item = 0;
   pid_t process = -1;
   Clock::time_point begin;
-  std::array<int, kChannelCount> pipes = {-1, -1, -1};
-  std::array<std::string, kChannelCount> text;
+  std::array<int, ChannelCount> pipes = {-1, -1, -1};
+  std::array<std::string, ChannelCount> text;
 };
 
 // One run of a batch. Starts workers and polls their pipes until all are done.
@@ -140,7 +140,7 @@ class Batch::Loop {
 
   void Start() {
     std::size_t const item = next++;
-    std::array<Pipe, kChannelCount> pipes;
+    std::array<Pipe, ChannelCount> pipes;
     bool areOpen = true;
     for (Pipe& pipe : pipes) areOpen = areOpen && pipe.Open();
     Worker worker;
@@ -180,22 +180,22 @@ class Batch::Loop {
   }
 
   // Runs in the child. Calls only functions that are safe after fork.
-  [[noreturn]] static void Execute(std::vector<char*> const& arguments, std::array<Pipe, kChannelCount> const& pipes,
+  [[noreturn]] static void Execute(std::vector<char*> const& arguments, std::array<Pipe, ChannelCount> const& pipes,
                                    bool readsStandardInput, pid_t parent) {
     // A worker does not outlive the batch.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent) _exit(kExecFailure);
     // Moves the pipes out of the way of the descriptors that they become.
-    std::array<int, kChannelCount> ends;
+    std::array<int, ChannelCount> ends;
     for (std::size_t i = 0; i < pipes.size(); ++i) ends[i] = fcntl(pipes[i].writeEnd, F_DUPFD, kReportDescriptor + 1);
     if (!readsStandardInput) {
       int const nothing = open("/dev/null", O_RDONLY);
       if (nothing > STDIN_FILENO) dup2(nothing, STDIN_FILENO);
       if (nothing > kReportDescriptor) close(nothing);
     }
-    dup2(ends[kOutput], STDOUT_FILENO);
-    dup2(ends[kErrors], STDERR_FILENO);
-    dup2(ends[kReport], kReportDescriptor);
+    dup2(ends[OutputChannel], STDOUT_FILENO);
+    dup2(ends[ErrorChannel], STDERR_FILENO);
+    dup2(ends[ReportChannel], kReportDescriptor);
     for (int const end : ends) close(end);
     execv("/proc/self/exe", arguments.data());
     _exit(kExecFailure);
@@ -210,7 +210,7 @@ class Batch::Loop {
     }
     poll(polled.data(), polled.size(), kPollMilliseconds);
     for (std::size_t i = 0; i < workers.size();) {
-      for (std::size_t channel = 0; channel < kChannelCount; ++channel) Read(workers[i], channel, polled);
+      for (std::size_t channel = 0; channel < ChannelCount; ++channel) Read(workers[i], channel, polled);
       if (!IsAtEnd(workers[i]) || !Reap(workers[i])) {
         ++i;
         continue;
@@ -228,7 +228,7 @@ class Batch::Loop {
     ssize_t const count = read(pipe, block, sizeof block);
     if (count > 0) {
       worker.text[channel].append(block, static_cast<std::size_t>(count));
-      if (channel == kErrors) PrintLines(worker.text[channel], stderr);
+      if (channel == ErrorChannel) PrintLines(worker.text[channel], stderr);
     } else if (count == 0 || (errno != EINTR && errno != EAGAIN)) {
       CloseDescriptor(pipe);
     }
@@ -268,10 +268,10 @@ class Batch::Loop {
     for (std::string& text : worker.text) {
       if (!text.empty() && text.back() != '\n') text += '\n';
     }
-    PrintLines(worker.text[kErrors], stderr);
-    PrintLines(worker.text[kOutput], stdout);
+    PrintLines(worker.text[ErrorChannel], stderr);
+    PrintLines(worker.text[OutputChannel], stdout);
     std::string& line = lines[worker.item];
-    line = std::move(worker.text[kReport]);
+    line = std::move(worker.text[ReportChannel]);
     if (line.empty()) {
       line = FailureReport(worker.item, exitStatus, std::chrono::duration<double>(Clock::now() - worker.begin).count());
     }

@@ -120,6 +120,7 @@ std::vector<std::string> WritableFormats() {
     }
   }
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (auto const& each : found) names.push_back(each.second);
   return names;
 }
