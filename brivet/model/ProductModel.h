@@ -152,7 +152,7 @@ struct ModelView {
   Kind kind = Camera;
 };
 
-// The whole model. Indices refer to its vectors; -1 stands for none.
+// The whole model. Indices refer to its vectors; -1 means none.
 //
 // The structure is stored once for each product, not for each node, so that a million uses of one child cost a
 // million ModelOccurrence records and no copies of its shape. It contains no cycle.

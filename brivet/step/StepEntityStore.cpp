@@ -161,7 +161,7 @@ class StepEntityStore::Records {
 };
 
 void StepEntityStore::BeginInstance(Id const& id, bool complex) {
-  // Offset 0 stands for no instance.
+  // Offset 0 means no instance.
   if (bytes.empty()) bytes.push_back(0);
   // Instances that could not be read are not passed, but have an ordinal.
   current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(offsets.size());

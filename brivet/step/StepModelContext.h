@@ -10,7 +10,7 @@
 #include "ProductModel.h"
 #include "StepEntityStore.h"
 
-// An instance is its ordinal; 0 stands for none. A reference that is missing, dangling or of a wrong type is skipped
+// An instance is its ordinal; 0 means none. A reference that is missing, dangling or of a wrong type is skipped
 // with one warning that names the instance, the attribute, and the expected and the found type.
 class StepModelContext {
  public:

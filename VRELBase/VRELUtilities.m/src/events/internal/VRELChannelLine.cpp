@@ -1,7 +1,7 @@
 // A channel call formats its message twice. The first pass is vsnprintf with the arguments of the caller. The second
-// pass has no arguments: a printf would read arguments that do not exist if the message contained a conversion
-// specification, so Unescape does the only defined part of it, which is to replace "%%" by "%" from left to right. The
-// message is cut to 1023 bytes before the second pass, so that a "%%" can be split by the cut.
+// pass has no arguments: a printf would read arguments that do not exist if the message contained a directive such as
+// "%s", so Unescape does the only defined part of it, which is to replace "%%" by "%" from left to right. The message
+// is cut to 1023 bytes before the second pass, so that a "%%" can be split by the cut.
 #include "VRELChannelLine.h"
 
 #include <algorithm>

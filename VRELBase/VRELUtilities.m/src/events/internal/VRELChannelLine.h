@@ -20,7 +20,7 @@ class VREL_EXPORT VRELChannelLine {
   void Format(char const* format) noexcept;
 
   // Replaces "%%" by "%" in the whole message and returns it: the second formatting pass, which has no arguments. Other
-  // percent signs are kept, so that a conversion specification in the message never reads an argument.
+  // percent signs are kept, so that a directive such as "%s" in the message never reads an argument.
   char const* Unescape() noexcept;
 
   // Copies `source` to `target`, which may be the same buffer, and replaces "%%" by "%". Writes at most `capacity`
