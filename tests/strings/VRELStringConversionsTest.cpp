@@ -135,6 +135,11 @@ TEST(VRELStringToBoolTest, OtherStringsFail) {
   bool value = true;
   EXPECT_EQ(VRELStringToBool(Uninitialized(), value), VREL_E_FAIL);
   EXPECT_EQ(VRELStringToBool(VRELString("yes\0no", ascii) + VRELString(L"x"), value), VREL_E_FAIL);
+  // U+0000 is a character, which UTF-7 encodes in bytes other than 0.
+  VRELString const withZero("on+AAA-", "UTF-7");
+  ASSERT_EQ(withZero.length(), 3);
+  EXPECT_EQ(VRELStringToBool(withZero, value), VREL_E_FAIL);
+  EXPECT_TRUE(value);
 }
 
 TEST(VRELStringToDoubleTest, ReadsNumberAtStart) {

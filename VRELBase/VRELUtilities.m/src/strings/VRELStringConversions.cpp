@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cwctype>
 #include <initializer_list>
 #include <memory>
 #include <string_view>
+
+#include "VRELAscii.h"
 
 namespace {
 
@@ -64,6 +67,24 @@ VRELString FromInteger(Integer value) {
   char text[32];
   *std::to_chars(text, text + sizeof(text) - 1, value).ptr = '\0';
   return VRELString(text);
+}
+
+// Returns the bytes of a word in one number, the first one lowest. Requires: at most eight characters.
+constexpr std::uint64_t Packed(std::string_view word) noexcept {
+  std::uint64_t packed = 0;
+  for (std::size_t i = 0; i < word.size(); ++i) packed |= std::uint64_t(static_cast<unsigned char>(word[i])) << (8 * i);
+  return packed;
+}
+
+// Returns the same for a string in lower case; 0 if it is longer or contains U+0000 or a character beyond ASCII.
+std::uint64_t PackedLowerCase(std::u16string_view text) noexcept {
+  if (text.size() > sizeof(std::uint64_t)) return 0;
+  std::uint64_t packed = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == 0 || text[i] >= 0x80) return 0;
+    packed |= std::uint64_t(VRELFoldAscii(text[i])) << (8 * i);
+  }
+  return packed;
 }
 
 bool IsAnyOf(VRELString const& text, std::initializer_list<std::u16string_view> words) {
@@ -226,6 +247,23 @@ bool VRELStringIsWord(VRELString const& text, std::u16string_view word) {
 }
 
 VRINResult VRELStringToBool(VRELString const& text, bool& value) {
+  switch (PackedLowerCase(text.view())) {
+    case Packed("yes"):
+    case Packed("true"):
+    case Packed("on"):
+      value = true;
+      return VREL_S_OK;
+    case Packed("no"):
+    case Packed("false"):
+    case Packed("off"):
+      value = false;
+      return VREL_S_OK;
+    case 0:
+      break;
+    default:
+      return VREL_E_FAIL;
+  }
+  // Characters beyond ASCII can be equal to ASCII ones when case is ignored: U+017F, a long s, to "s".
   if (IsAnyOf(text, {u"yes", u"true", u"on"})) {
     value = true;
   } else if (IsAnyOf(text, {u"no", u"false", u"off"})) {
