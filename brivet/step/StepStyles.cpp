@@ -68,6 +68,11 @@ int StepStyles::ColourOf(std::uint32_t item) const {
   return found == colours.end() ? -1 : found->second;
 }
 
+int StepStyles::ColourOfAnnotation(std::uint32_t occurrence) {
+  std::optional<ModelColour> const colour = ColourOfStyledItem(occurrence);
+  return colour.has_value() ? IndexOf(*colour) : -1;
+}
+
 int StepStyles::IndexOf(ModelColour const& colour) {
   char key[120];
   std::snprintf(key, sizeof key, "%.9g %.9g %.9g %.9g", colour.red, colour.green, colour.blue, colour.transparency);

@@ -157,7 +157,7 @@ TEST(StepShapesTest, SkipsInvalidTriangles) {
                         "#21=TRIANGULATED_SURFACE_SET('',#20,4,(),(),((1,2,3),(1,2,9),(0,1,2),(1,2)));\n"
                         "#22=TESSELLATED_GEOMETRIC_SET('',(#21));\n" +
                         ProductText(100, "a", "#22"));
-  EXPECT_EQ(model->warnings, std::vector<std::string>{"#21: triangles with invalid indices are skipped"});
+  EXPECT_EQ(model->warnings, std::vector<std::string>{"#21: triangles with invalid points are skipped"});
   ExpectBox(model->extent, {0, 0, 0, 1, 1, 0});
 }
 
