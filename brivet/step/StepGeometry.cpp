@@ -8,7 +8,7 @@
 #include "ModelBox.h"
 
 // A curve is reduced to pieces: a basis curve and a range of its parameter. Trimmed curves set the range, composite
-// curves have several pieces, surface curves stand for their 3D curve, and replicas are mapped polylines. The chain of
+// curves have several pieces, surface curves are replaced by their 3D curve, and replicas by mapped polylines. The chain of
 // references is followed to a bounded depth, since damaged files contain cycles, and with a bounded number of pieces
 // and points for the whole document, since a short file can name the same curve in each of many edges.
 

@@ -54,7 +54,7 @@ void StepStyles::Read() {
     ++context.model.colours[static_cast<std::size_t>(index)].items;
     std::uint32_t const item = context.AnyInstance(each, STEP_ATTRIBUTE(StyledItem, "item"));
     if (item == 0) continue;
-    // The overriding style of an item wins whatever the order in the file.
+    // The overriding style of an item wins in any order in the file.
     if (store.Is(each, StepEntity::OverRidingStyledItem)) {
       colours[item] = index;
     } else {
