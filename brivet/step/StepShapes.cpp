@@ -164,7 +164,7 @@ long StepShapes::VisitLimit() const {
 }
 
 void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
-  seen.clear();
+  seen.Clear();
   std::vector<Entry> pending;
   for (std::uint32_t const representation : representations) {
     if (visits > VisitLimit()) return;
@@ -591,7 +591,7 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
 
 void StepShapes::ReadPolylines(std::uint32_t item, double annotationError, double angleFactor,
                                std::vector<ModelPolyline>& polylines) {
-  seen.clear();
+  seen.Clear();
   sink = &polylines;
   chordError = annotationError;
   radians = angleFactor;
