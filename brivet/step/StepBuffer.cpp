@@ -1,3 +1,6 @@
+// The window is a block of the file in memory, so that scanners can search many bytes at once. It moves when the byte
+// at an offset outside is read, to begin there. It is small enough for the second-level cache: a larger one is written
+// to memory and read from there again.
 #include "StepBuffer.h"
 
 #include <sys/stat.h>
@@ -11,7 +14,6 @@
 
 #include "Gk_ErrMgr.h"
 #include "InputError.h"
-#include "VRELBufferFileHandler.h"
 #include "VRELFile.h"
 #include "VRELFilePath.h"
 #include "VRELString.h"
@@ -19,6 +21,7 @@
 namespace {
 
 constexpr unsigned long kPollInterval = 1UL << 20U;  // bytes
+constexpr unsigned long kWindowSize = 1UL << 18U;
 
 // Opening a pipe would block until it has a writer.
 bool IsRegularFile(VRELFile const& file) {
@@ -36,6 +39,7 @@ bool IsRegularFile(VRELFile const& file) {
 StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document) : VRELBuffer(source), owner(document) {
   VRELFileHandle opened(source);
   if (!opened.IsValid() || !IsRegularFile(*opened)) return;
+  std::FILE* stream = nullptr;  // owned by the file
   if (!opened->GetFilePointer(stream, VRELFile::BinaryOpen).IsSuccess()) return;
   struct stat status;
   if (fstat(fileno(stream), &status) != 0 || !S_ISREG(status.st_mode)) return;
@@ -43,10 +47,9 @@ StepBuffer::StepBuffer(VRELFileHandle const& source, StepFormatReader* document)
   descriptor = fileno(stream);
   size = static_cast<unsigned long>(status.st_size);
   end = size;
-  // The window cannot be used for an empty file: it would read after the end and drop its block.
-  if (size == 0) return;
-  window = new VRELBufferFileHandler(source);
-  handler = window;
+  block = std::make_unique<char[]>(std::min(size, kWindowSize) + kPadding);
+  cursor = block.get();
+  last = cursor;
 }
 
 StepBuffer::~StepBuffer() = default;
@@ -81,19 +84,28 @@ VRINResult StepBuffer::ReadLine(VRELString& line) {
 
 VRINResult StepBuffer::SetOffset(unsigned long position) {
   if (position > size) return VREL_E_INVALID_ARGUMENT;
-  offset = position;
-  next = kUnknown;
+  if (position < begin || position > begin + filled) {
+    begin = position;
+    filled = 0;
+  }
+  cursor = block.get() + (position - begin);
+  UpdateLast();
   return VREL_S_OK;
 }
 
 VRINResult StepBuffer::GetOffset(unsigned long& position) {
-  position = offset;
+  position = Offset();
   return VREL_S_OK;
 }
 
 void StepBuffer::LimitTo(unsigned long position) {
   end = std::min(position, size);
-  next = kUnknown;
+  UpdateLast();
+}
+
+void StepBuffer::UpdateLast() noexcept {
+  unsigned long const wanted = end > begin ? std::min<unsigned long>(end - begin, filled) : 0;
+  last = std::max<char const*>(block.get() + wanted, cursor);
 }
 
 std::size_t StepBuffer::ReadAt(unsigned long position, char* bytes, std::size_t capacity) const {
@@ -109,16 +121,22 @@ std::size_t StepBuffer::ReadAt(unsigned long position, char* bytes, std::size_t 
   return done;
 }
 
+// The end of the window, of the limit or of the file was reached.
 int StepBuffer::Load() {
+  unsigned long const offset = Offset();
+  if (offset >= end) return kEnd;
   // A single comment or string may be very long.
-  if (offset % kPollInterval == 0) Gk_ErrMgr::checkAbort();
-  if (offset >= end) return next = kEnd;
-  unsigned char byte = 0;
-  // A qualified call, because a virtual one for each byte is slow.
-  bool const isRead = static_cast<VRELBufferFileHandler*>(handler)
-                          ->VRELBufferFileHandler::GetChar(static_cast<long>(offset), byte)
-                          .IsSuccess();
-  if (!isRead && stream != nullptr && std::ferror(stream) != 0) FailToRead(offset);
-  if (!isRead) size = end = offset;
-  return next = isRead ? byte : kEnd;
+  if (offset / kPollInterval != polled) {
+    Gk_ErrMgr::checkAbort();
+    polled = offset / kPollInterval;
+  }
+  begin = offset;
+  filled = 0;
+  cursor = block.get();
+  last = cursor;
+  filled = ReadAt(offset, block.get(), std::min(size - offset, kWindowSize));
+  std::memset(&block[filled], 0, kPadding);
+  if (filled == 0) size = end = offset;
+  UpdateLast();
+  return filled == 0 ? kEnd : static_cast<unsigned char>(*cursor);
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
+#include <memory>
+#include <string_view>
 
 #include "VRELBuffer.h"
-#include "VRELBufferFileHandlerHandle.h"
 
 class StepFormatReader;
 
@@ -17,6 +17,7 @@ class StepFormatReader;
 class StepBuffer : public VRELBuffer {
  public:
   static constexpr int kEnd = -1;
+  static constexpr std::size_t kPadding = 16;
 
   // Opens the file's path.
   // Ownership: `document`, whose entities read from here, is not owned.
@@ -41,7 +42,7 @@ class StepBuffer : public VRELBuffer {
   class Limit {
    public:
     Limit(StepBuffer& limited, unsigned long position) : buffer(limited) { buffer.LimitTo(position); }
-    ~Limit() { buffer.LimitTo(buffer.size); }
+    ~Limit() { buffer.LimitTo(~0UL); }
     Limit(Limit const&) = delete;
     Limit& operator=(Limit const&) = delete;
 
@@ -50,34 +51,47 @@ class StepBuffer : public VRELBuffer {
   };
 
   // Returns the byte at the current offset, 0 to 255, or kEnd.
-  int Peek() { return next != kUnknown ? next : Load(); }
+  int Peek() { return cursor != last ? static_cast<unsigned char>(*cursor) : Load(); }
   // Returns the same and advances.
   int Take() {
     int const byte = Peek();
-    if (byte != kEnd) {
-      ++offset;
-      next = kUnknown;
-    }
+    if (byte != kEnd) ++cursor;
     return byte;
   }
+  // Returns the bytes of the window from the current offset on; none at the end of the file only. Valid until the
+  // window moves: as long as the offset stays in it.
+  std::string_view Window() {
+    if (cursor == last) Load();
+    return {cursor, static_cast<std::size_t>(last - cursor)};
+  }
+  // Returns the same without regard to the limit. kPadding zero bytes follow, which can be read.
+  std::string_view Block() {
+    if (cursor == last) Load();
+    return {cursor, filled - static_cast<std::size_t>(cursor - block.get())};
+  }
+  // Advances by up to Window().size() bytes.
+  void Skip(std::size_t bytes) noexcept { cursor += bytes; }
 
-  unsigned long Offset() const noexcept { return offset; }
+  unsigned long Offset() const noexcept { return begin + static_cast<unsigned long>(cursor - block.get()); }
   unsigned long Size() const noexcept { return size; }
   StepFormatReader& Document() const noexcept { return *owner; }
 
  private:
-  static constexpr int kUnknown = -2;
-
   int Load();
   void LimitTo(unsigned long position);
+  void UpdateLast() noexcept;
 
   StepFormatReader* owner;
-  std::FILE* stream = nullptr;  // owned by the file
-  VRELBufferFileHandlerHandle window;
-  unsigned long offset = 0;
+  // The window: `filled` bytes of the file from `begin` on, of which those from `cursor` to `last` are still to be
+  // read.
+  std::unique_ptr<char[]> block;
+  unsigned long begin = 0;
+  std::size_t filled = 0;
+  char const* cursor = nullptr;
+  char const* last = nullptr;
   unsigned long size = 0;
-  unsigned long end = 0;  // at most size
-  int next = kUnknown;
-  int descriptor = -1;  // of `stream`
+  unsigned long end = 0;        // of the bytes to read, at most size
+  unsigned long polled = ~0UL;  // interval of bytes in which checkAbort was called last
+  int descriptor = -1;          // of the open file
   bool valid = false;
 };

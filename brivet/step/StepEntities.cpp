@@ -27,7 +27,11 @@ constexpr std::array<std::uint16_t, kSlots> BuildTable() {
 
 constexpr std::array<std::uint16_t, kSlots> kTable = BuildTable();
 
+constexpr StepEntityTable kConstantTable;
+
 }  // namespace
+
+StepEntityTable const kStepEntityTable = kConstantTable;
 
 StepEntity FindStepEntity(std::string_view name) noexcept {
   for (std::size_t slot = Hash(name) % kSlots; kTable[slot] != 0; slot = (slot + 1) % kSlots) {

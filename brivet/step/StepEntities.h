@@ -1,6 +1,7 @@
 // Entity definitions that the product model needs, from StepEntities.def.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -33,6 +34,30 @@ constexpr bool IsA(StepEntity entity, StepEntity ancestor) {
   while (entity != ancestor && entity != StepEntity::None) entity = DefinitionOf(entity).supertype;
   return entity == ancestor;
 }
+
+// Answers IsA by one access: a bit for each pair, computed at compile time.
+class StepEntityTable {
+ public:
+  constexpr StepEntityTable() {
+    for (std::size_t i = 0; i < kStepEntityCount; ++i) {
+      StepEntity each = static_cast<StepEntity>(i);
+      while (true) {
+        auto const ancestor = static_cast<std::size_t>(each);
+        words[i][ancestor / 64] |= std::uint64_t(1) << ancestor % 64;
+        if (each == StepEntity::None) break;
+        each = DefinitionOf(each).supertype;
+      }
+    }
+  }
+  // Returns the same as IsA.
+  constexpr bool IsA(StepEntity entity, StepEntity ancestor) const noexcept {
+    auto const bit = static_cast<std::size_t>(ancestor);
+    return (words[static_cast<std::size_t>(entity)][bit / 64] >> bit % 64 & 1U) != 0;
+  }
+
+ private:
+  std::array<std::array<std::uint64_t, (kStepEntityCount + 63) / 64>, kStepEntityCount> words{};
+};
 
 // Returns the number of the entity's own attributes.
 constexpr int OwnAttributeCount(StepEntity entity) {
@@ -76,6 +101,8 @@ constexpr StepAttribute AttributeOf(StepEntity entity, std::string_view name) {
     constexpr StepAttribute kAttribute = AttributeOf(StepEntity::entity, name); \
     return kAttribute;                                                          \
   }())
+
+extern StepEntityTable const kStepEntityTable;
 
 // Returns the entity of this name, or None.
 StepEntity FindStepEntity(std::string_view name) noexcept;

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
+#include "StepInstanceText.h"
+#include "StepReferences.h"
 #include "VRELFloatUtil.h"
 
 // Layout of an instance: its flags in one byte, its id (a size, or the digits as a text if they do not fit), then its
@@ -16,12 +19,15 @@
 //   Typed                the size and the bytes of the type, values and EndOfList
 //
 // A size is a variable-length number of seven bits to the byte, the lowest first.
+//
+// The index has the entity of each instance, so that most questions about types are answered without its bytes.
 
 namespace {
 
 constexpr unsigned char kExternalMapping = 1;
 constexpr unsigned char kLongId = 2;
 constexpr std::size_t kUnknownTypeLimit = 4096;
+constexpr std::size_t kNumberLimit = 63;  // bytes of a number that are read
 
 std::size_t TakeSize(unsigned char const*& position) noexcept {
   std::size_t size = 0;
@@ -125,9 +131,9 @@ bool StepValues::Next() noexcept {
 class StepEntityStore::Records {
  public:
   Records(StepEntityStore const& store, std::uint32_t instance) noexcept {
-    std::size_t const offset = instance < store.offsets.size() ? store.offsets[instance] : 0;
+    std::size_t const offset = instance < store.index.size() ? store.index[instance].offset : 0;
     if (offset == 0) return;
-    position = &store.bytes[offset];
+    position = store.bytes.At(offset);
     unsigned char const flags = *position++;
     isExternal = (flags & kExternalMapping) != 0;
     if ((flags & kLongId) != 0) {
@@ -160,29 +166,66 @@ class StepEntityStore::Records {
   bool isEnded = false;
 };
 
-void StepEntityStore::BeginInstance(Id const& id, bool complex) {
+void StepEntityStore::Bytes::Grow(std::size_t wanted) {
+  std::size_t const larger = std::max(size + wanted, capacity + capacity / 2 + 4096);
+  void* const grown = std::realloc(block.get(), larger);
+  if (grown == nullptr) throw std::bad_alloc();
+  static_cast<void>(block.release());
+  block.reset(static_cast<unsigned char*>(grown));
+  capacity = larger;
+}
+
+void StepEntityStore::Bytes::Put(void const* data, std::size_t length) {
+  if (length == 0) return;
+  std::memcpy(Room(length), data, length);
+  size += length;
+}
+
+void StepEntityStore::Bytes::PutSize(std::size_t number) {
+  unsigned char* const room = Room(10);
+  unsigned char* end = room;
+  for (; number >= 0x80; number >>= 7U) *end++ = static_cast<unsigned char>(number | 0x80U);
+  *end++ = static_cast<unsigned char>(number);
+  size += static_cast<std::size_t>(end - room);
+}
+
+void StepEntityStore::BeginEntry(Id const& id, bool complex) {
   // Offset 0 means no instance.
-  if (bytes.empty()) bytes.push_back(0);
+  if (bytes.Size() == 0) bytes.Put(0);
   // Instances that could not be read are not passed, but have an ordinal.
-  current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(offsets.size());
-  if (offsets.size() <= current) offsets.resize(std::size_t(current) + 1);
-  offsets[current] = bytes.size();
-  unknownType = 0;
-  isFirstRecord = true;
-  hasKnown = false;
-  bytes.push_back(static_cast<unsigned char>((complex ? kExternalMapping : 0) | (id.fits() ? 0 : kLongId)));
+  current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(index.size());
+  if (index.size() <= current) index.resize(std::size_t(current) + 1);
+  begins.clear();
+  Entry& entry = index[current];
+  entry.offset = bytes.Size() & ((std::uint64_t(1) << 47U) - 1);
+  entry.isComplex = complex;
+  entry.entity = 0;
+  bytes.Put(static_cast<unsigned char>((complex ? kExternalMapping : 0) | (id.fits() ? 0 : kLongId)));
   if (id.fits()) {
-    PutSize(static_cast<std::size_t>(id.number));
+    bytes.PutSize(static_cast<std::size_t>(id.number));
   } else {
-    PutSize(id.digits.size());
-    bytes.insert(bytes.end(), id.digits.begin(), id.digits.end());
+    bytes.PutSize(id.digits.size());
+    bytes.Put(id.digits.data(), id.digits.size());
   }
 }
 
+void StepEntityStore::BeginInstance(Id const& id, bool complex) {
+  BeginEntry(id, complex);
+  unknownType = 0;
+  isFirstRecord = true;
+  hasKnown = false;
+}
+
 void StepEntityStore::EndInstance() {
-  bytes.insert(bytes.end(), 2, 0);
-  if (!hasKnown) PutSize(unknownType);
+  bytes.Put("\0", 2);
+  if (!hasKnown) bytes.PutSize(unknownType);
   current = 0;
+}
+
+void StepEntityStore::PutEntity(StepEntity entity) {
+  auto const number = static_cast<std::uint16_t>(entity);
+  bytes.Put(&number, sizeof number);
+  if (index[current].entity == 0) index[current].entity = number;
 }
 
 void StepEntityStore::BeginRecord(std::string_view type) {
@@ -191,27 +234,117 @@ void StepEntityStore::BeginRecord(std::string_view type) {
   StepEntity const entity = FindStepEntity(type);
   isKnown = entity != StepEntity::None;
   if (isKnown) {
-    auto const number = static_cast<std::uint16_t>(entity);
-    unsigned char encoded[sizeof number];
-    std::memcpy(encoded, &number, sizeof number);
-    bytes.insert(bytes.end(), encoded, encoded + sizeof number);
+    PutEntity(entity);
     hasKnown = true;
-    byEntity[number].push_back(current);
   } else if (isFirstRecord) {
-    NoteUnknownType(type);
+    unknownType = NumberOfUnknown(type);
   }
   isFirstRecord = false;
 }
 
-void StepEntityStore::NoteUnknownType(std::string_view type) {
+std::uint32_t StepEntityStore::NumberOfUnknown(std::string_view type) {
   auto const found = unknownNumbers.find(std::string(type));
-  if (found != unknownNumbers.end()) {
-    unknownType = found->second;
-  } else if (unknownTypes.size() <= kUnknownTypeLimit) {
-    unknownType = static_cast<std::uint32_t>(unknownTypes.size());
-    // The keys of a node-based map do not move.
-    unknownTypes.push_back(unknownNumbers.emplace(type, unknownType).first->first);
+  if (found != unknownNumbers.end()) return found->second;
+  if (unknownTypes.size() > kUnknownTypeLimit) return 0;
+  auto const number = static_cast<std::uint32_t>(unknownTypes.size());
+  // The keys of a node-based map do not move.
+  unknownTypes.push_back(unknownNumbers.emplace(type, number).first->first);
+  return number;
+}
+
+StepEntityStore::Type StepEntityStore::FindType(std::string_view name) {
+  Type type;
+  if (name.empty() || name.front() != '(') {
+    type.entity = FindStepEntity(name);
+    type.isKnown = type.entity != StepEntity::None;
+    if (!type.isKnown) type.unknown = NumberOfUnknown(name);
+    return type;
   }
+  // The name of all types beyond a limit is "(other types)".
+  std::string_view names = name.substr(1, name.size() - 2);
+  std::string_view const first = names.substr(0, names.find(' '));
+  while (!names.empty() && !type.isKnown) {
+    std::string_view const each = names.substr(0, names.find(' '));
+    type.isKnown = FindStepEntity(each) != StepEntity::None || each == "other";
+    names.remove_prefix(std::min(names.size(), each.size() + 1));
+  }
+  if (!type.isKnown) type.unknown = NumberOfUnknown(first);
+  return type;
+}
+
+void StepEntityStore::AddUnknown(Id const& id, Type const& type) {
+  BeginEntry(id, false);
+  bytes.Put("\0", 2);
+  bytes.PutSize(type.unknown);
+  current = 0;
+}
+
+// Receives the records of an instance in the usual form. A simple one has the entity of its type, which is not looked
+// up again.
+class StepEntityStore::Sink : public StepInstanceText::Ignore {
+ public:
+  Sink(StepEntityStore& target, StepEntity recordEntity, StepReferences const& resolved)
+      : store(target), references(resolved), entity(recordEntity) {}
+
+  void BeginRecord(std::string_view type) {
+    if (entity == StepEntity::None) return store.BeginRecord(type);
+    store.isKnown = true;
+    store.hasKnown = true;
+    store.PutEntity(entity);
+  }
+  void EndRecord() { store.EndRecord(); }
+  // Not copied: a byte follows that no number contains.
+  void Number(std::string_view number, bool /*isReal*/) {
+    if (!store.isKnown) return;
+    if (number.size() > kNumberLimit) return store.PutNumber(number);
+    store.PutDouble(VRELFloatUtil::vrelstrtod(number.data(), nullptr));
+  }
+  void String(std::string_view text, bool isDoubled, long /*lines*/) {
+    if (!isDoubled) return store.PutBytes(StepValue::Text, text);
+    std::string reduced;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      reduced += text[i];
+      if (text[i] == '\'') ++i;
+    }
+    store.PutBytes(StepValue::Text, reduced);
+  }
+  void Enumeration(std::string_view name) { store.PutBytes(StepValue::Enumeration, name); }
+  void Reference(StepInstanceText::Number const& target) {
+    if (!store.isKnown) return;
+    Id id;
+    id.digits = target.digits;
+    id.number = target.value;
+    store.PutReference(references.Resolve(id) ? id.ordinal : 0, id.digits);
+  }
+  void Unset() { store.PutKind(StepValue::Unset); }
+  void Derived() { store.PutKind(StepValue::Derived); }
+  void BeginList() { store.PutKind(StepValue::List); }
+  void EndList() { store.PutKind(StepValue::EndOfList); }
+  void BeginTyped(std::string_view type) { store.PutBytes(StepValue::Typed, type); }
+  void EndTyped() { store.PutKind(StepValue::EndOfList); }
+
+ private:
+  StepEntityStore& store;
+  StepReferences const& references;
+  StepEntity const entity;
+};
+
+bool StepEntityStore::Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit,
+                          StepReferences const& references) {
+  bool const isComplex = text.AtList();
+  std::size_t const size = bytes.Size();
+  BeginInstance(id, isComplex);
+  std::uint32_t const ordinal = current;
+  Sink sink(*this, isComplex ? StepEntity::None : type.entity, references);
+  if (text.ReadRecords(sink) && text.Size() <= limit) {
+    EndInstance();
+    return true;
+  }
+  index[ordinal] = Entry();
+  bytes.Resize(size);
+  isKnown = false;
+  current = 0;
+  return false;
 }
 
 void StepEntityStore::EndRecord() {
@@ -220,31 +353,30 @@ void StepEntityStore::EndRecord() {
 }
 
 void StepEntityStore::PutKind(StepValue::Kind kind) {
-  if (isKnown) bytes.push_back(kind);
-}
-
-void StepEntityStore::PutSize(std::size_t size) {
-  for (; size >= 0x80; size >>= 7U) bytes.push_back(static_cast<unsigned char>(size | 0x80U));
-  bytes.push_back(static_cast<unsigned char>(size));
+  if (isKnown) bytes.Put(kind);
 }
 
 void StepEntityStore::PutBytes(StepValue::Kind kind, std::string_view text) {
   if (!isKnown) return;
-  bytes.push_back(kind);
-  PutSize(text.size());
-  bytes.insert(bytes.end(), text.begin(), text.end());
+  bytes.Put(kind);
+  bytes.PutSize(text.size());
+  bytes.Put(text.data(), text.size());
 }
 
 void StepEntityStore::PutNumber(std::string_view number) {
   if (!isKnown) return;
-  char text[64];
-  std::size_t const size = std::min(number.size(), sizeof text - 1);
+  char text[kNumberLimit + 1];
+  std::size_t const size = std::min(number.size(), kNumberLimit);
   std::memcpy(text, number.data(), size);
   text[size] = '\0';
-  double const value = VRELFloatUtil::vrelstrtod(text, nullptr);
-  unsigned char encoded[1 + sizeof value] = {StepValue::Number};
-  std::memcpy(encoded + 1, &value, sizeof value);
-  bytes.insert(bytes.end(), encoded, encoded + sizeof encoded);
+  PutDouble(VRELFloatUtil::vrelstrtod(text, nullptr));
+}
+
+void StepEntityStore::PutDouble(double value) {
+  unsigned char* const room = bytes.Room(1 + sizeof value);
+  *room = StepValue::Number;
+  std::memcpy(room + 1, &value, sizeof value);
+  bytes.Resize(bytes.Size() + 1 + sizeof value);
 }
 
 void StepEntityStore::String(DocumentVisitor::Text const& text) {
@@ -261,14 +393,17 @@ void StepEntityStore::Binary(std::string_view /*digits*/) {
 
 void StepEntityStore::Reference(Id const& target, bool defined) {
   if (!isKnown) return;
-  std::uint32_t const ordinal = defined ? target.ordinal : 0;
-  unsigned char encoded[1 + sizeof ordinal] = {StepValue::Reference};
-  std::memcpy(encoded + 1, &ordinal, sizeof ordinal);
-  bytes.insert(bytes.end(), encoded, encoded + sizeof encoded);
-  if (ordinal == 0) {
-    PutSize(target.digits.size());
-    bytes.insert(bytes.end(), target.digits.begin(), target.digits.end());
-  }
+  PutReference(defined ? target.ordinal : 0, target.digits);
+}
+
+void StepEntityStore::PutReference(std::uint32_t ordinal, std::string_view digits) {
+  unsigned char* const room = bytes.Room(1 + sizeof ordinal);
+  *room = StepValue::Reference;
+  std::memcpy(room + 1, &ordinal, sizeof ordinal);
+  bytes.Resize(bytes.Size() + 1 + sizeof ordinal);
+  if (ordinal != 0) return;
+  bytes.PutSize(digits.size());
+  bytes.Put(digits.data(), digits.size());
 }
 
 void StepEntityStore::BeginTyped(std::string_view type) {
@@ -287,26 +422,45 @@ void StepEntityStore::BeginBraces(std::string_view tag) {
   PutBytes(StepValue::Typed, tag);
 }
 
+// A distribution sort of the records by entity. An instance with two records of one entity is listed twice.
+void StepEntityStore::SortByEntity() const {
+  begins.assign(kStepEntityCount + 1, 0);
+  auto const forEach = [this](auto const& take) {
+    for (std::uint32_t instance = 1; instance < index.size(); ++instance) {
+      if (!index[instance].isComplex) {
+        if (index[instance].entity != 0) take(std::size_t(index[instance].entity), instance);
+        continue;
+      }
+      for (Records records(*this, instance); records.Next();) {
+        take(static_cast<std::size_t>(records.Current().entity), instance);
+      }
+    }
+  };
+  forEach([this](std::size_t entity, std::uint32_t /*instance*/) { ++begins[entity + 1]; });
+  for (std::size_t i = 0; i < kStepEntityCount; ++i) begins[i + 1] += begins[i];
+  sorted.resize(begins.back());
+  std::vector<std::size_t> next(begins);
+  forEach([&](std::size_t entity, std::uint32_t instance) { sorted[next[entity]++] = instance; });
+}
+
 std::vector<std::uint32_t> StepEntityStore::InstancesOf(StepEntity entity) const {
+  if (begins.empty()) SortByEntity();
   std::vector<std::uint32_t> found;
   for (std::size_t i = 1; i < kStepEntityCount; ++i) {
-    if (IsA(static_cast<StepEntity>(i), entity)) found.insert(found.end(), byEntity[i].begin(), byEntity[i].end());
+    if (!kStepEntityTable.IsA(static_cast<StepEntity>(i), entity)) continue;
+    found.insert(found.end(), sorted.begin() + static_cast<std::ptrdiff_t>(begins[i]),
+                 sorted.begin() + static_cast<std::ptrdiff_t>(begins[i + 1]));
   }
-  std::sort(found.begin(), found.end());
+  if (!std::is_sorted(found.begin(), found.end())) std::sort(found.begin(), found.end());
   found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 
-bool StepEntityStore::Is(std::uint32_t instance, StepEntity entity) const noexcept {
+bool StepEntityStore::HasRecord(std::uint32_t instance, StepEntity entity) const noexcept {
   for (Records records(*this, instance); records.Next();) {
-    if (IsA(records.Current().entity, entity)) return true;
+    if (kStepEntityTable.IsA(records.Current().entity, entity)) return true;
   }
   return false;
-}
-
-StepEntity StepEntityStore::EntityOf(std::uint32_t instance) const noexcept {
-  Records records(*this, instance);
-  return records.Next() ? records.Current().entity : StepEntity::None;
 }
 
 // With external mapping a record holds the attributes of its own entity alone; with internal mapping the only record
@@ -315,13 +469,13 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
   Records records(*this, instance);
   while (records.Next()) {
     Record const record = records.Current();
-    bool const matches =
-        records.IsExternal() ? record.entity == attribute.entity : IsA(record.entity, attribute.entity);
+    bool const matches = records.IsExternal() ? record.entity == attribute.entity
+                                              : kStepEntityTable.IsA(record.entity, attribute.entity);
     if (!matches) continue;
-    int index = records.IsExternal() ? attribute.own : attribute.position;
+    int place = records.IsExternal() ? attribute.own : attribute.position;
     StepValues values(record.values);
     while (values.Next()) {
-      if (index-- == 0) return values.Current();
+      if (place-- == 0) return values.Current();
     }
     return {};
   }
@@ -335,9 +489,9 @@ std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexc
 }
 
 std::string StepEntityStore::IdOf(std::uint32_t instance) const {
-  std::size_t const offset = instance < offsets.size() ? offsets[instance] : 0;
+  std::size_t const offset = instance < index.size() ? index[instance].offset : 0;
   if (offset == 0) return "#?";
-  unsigned char const* position = &bytes[offset];
+  unsigned char const* position = bytes.At(offset);
   bool const isLong = (*position++ & kLongId) != 0;
   return "#" + (isLong ? std::string(TakeText(position)) : std::to_string(TakeSize(position)));
 }

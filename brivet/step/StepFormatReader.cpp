@@ -225,10 +225,17 @@ void StepFormatReader::DescribeInstance(std::uint32_t instance, DocumentVisitor&
   if (!entity.IsRead()) return;
   std::string digits;
   {
+    StepScanner::Position const begin = {entity.Offset(), entity.Line()};
     StepBuffer::Limit const limit(*bytes, contents.EndOf(instance));
-    structure->GoTo({entity.Offset(), entity.Line()});
-    visitor.BeginInstance(references->IdAt(instance, digits), parser->AtSymbol('('));
-    parser->ReadInstance(visitor);
+    scanner->Seek(begin);
+    if (parser->FindUsualInstance(contents.EndOf(instance) - begin.offset) != 0) {
+      visitor.BeginInstance(references->IdAt(instance, digits), *scanner->Ahead() == '(');
+      parser->ReadUsualInstance(visitor);
+    } else {
+      structure->GoTo(begin);
+      visitor.BeginInstance(references->IdAt(instance, digits), parser->AtSymbol('('));
+      parser->ReadInstance(visitor);
+    }
   }
   if (withReferrers) {
     for (std::uint32_t const source : references->ReferrersOf(instance)) {
@@ -243,13 +250,46 @@ VRINResult StepFormatReader::ReportChange(InputError const& error) {
   return error.result;
 }
 
+// The records of types that the store does not know are not read.
+VRINResult StepFormatReader::Store(StepEntityStore& store, Progress& receiver) {
+  std::vector<StepEntityStore::Type> known;
+  for (std::size_t i = 0; i < types.Size(); ++i) known.push_back(store.FindType(types.Name(i)));
+  store.Reserve(contents.Count());
+  std::string digits;
+  try {
+    for (std::uint32_t instance = 0; instance < contents.Count(); ++instance) {
+      if (instance % kProgressInterval == 0) receiver.Done(static_cast<long>(instance));
+      Gk_ErrMgr::checkAbort();
+      StepEntityReader const& entity = contents.At(instance);
+      if (!entity.IsRead()) continue;
+      DocumentVisitor::Id id;
+      id.number = static_cast<std::int64_t>(entity.Number());
+      id.ordinal = instance + 1;
+      if (!id.fits()) id = references->IdAt(instance, digits);
+      StepEntityStore::Type const& type = known[entity.Type()];
+      if (!type.isKnown) {
+        store.AddUnknown(id, type);
+        continue;
+      }
+      // Up to the next instance at most: the file may have been overwritten.
+      std::size_t const limit = contents.EndOf(instance) - entity.Offset();
+      scanner->Seek({entity.Offset(), entity.Line()});
+      StepInstanceText text(scanner->Ahead());
+      if (!store.Add(id, type, text, limit, *references)) DescribeInstance(instance, store, false);
+    }
+    return VREL_S_OK;
+  } catch (InputError const& error) {
+    return ReportChange(error);
+  }
+}
+
 ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver) {
   if (model != nullptr && (hasGeometry || !geometry)) return model.get();
   auto built = std::make_unique<ProductModel>();
   StepEntityStore store;
   if (!isOpen) return nullptr;
   references->IndexIds();
-  modelResult = DescribeSections(store, receiver, false, false);
+  modelResult = Store(store, receiver);
   if (modelResult.IsFailure()) return nullptr;
   StepShapes::Settings settings;
   settings.withGeometry = geometry;

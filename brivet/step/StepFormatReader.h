@@ -17,6 +17,7 @@
 #include "StepTypes.h"
 
 class StepEntityReader;
+class StepEntityStore;
 class VRELOptions;
 struct InputError;
 
@@ -75,6 +76,7 @@ class StepFormatReader final : public Document {
   VRINResult DescribeSections(DocumentVisitor& visitor, Progress& receiver, bool withReferrers, bool onlyEscaped);
   void DescribeOtherSection(StepContents::Section const& section, DocumentVisitor& visitor);
   void DescribeInstance(std::uint32_t instance, DocumentVisitor& visitor, bool withReferrers);
+  VRINResult Store(StepEntityStore& store, Progress& receiver);
   VRINResult ReportChange(InputError const& error);
 
   VRELOptions* const options;

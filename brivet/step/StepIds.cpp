@@ -74,11 +74,3 @@ void StepIds::Index(std::function<void(std::uint32_t, std::uint32_t)> const& onD
     }
   }
 }
-
-std::uint32_t StepIds::Find(DocumentVisitor::Id const& id) const {
-  if (index.empty()) return kNone;
-  if (!dense) return index[SlotOf(id)];
-  // Converted, the -1 of an id that does not fit is above all slots.
-  std::uint64_t const number = static_cast<std::uint64_t>(id.number);
-  return number < index.size() ? index[number] : kNone;
-}

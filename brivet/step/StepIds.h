@@ -44,7 +44,12 @@ class StepIds {
   void Index(std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
 
   // Returns the instance of an id, from 0, or kNone; kNone before Index.
-  std::uint32_t Find(DocumentVisitor::Id const& id) const;
+  std::uint32_t Find(DocumentVisitor::Id const& id) const {
+    if (!dense) return index.empty() ? kNone : index[SlotOf(id)];
+    // Converted, the -1 of an id that does not fit is above all slots.
+    std::uint64_t const number = static_cast<std::uint64_t>(id.number);
+    return number < index.size() ? index[number] : kNone;
+  }
 
  private:
   // Returns whether the ids are so close to each other that they can be used as slots.

@@ -15,6 +15,52 @@ std::string Quote(char symbol) {
   return std::string("'") + symbol + "'";
 }
 
+// Passes an instance in the usual form to a visitor.
+class VisitorSink {
+ public:
+  VisitorSink(DocumentVisitor& target, StepReferences const* resolved, long line)
+      : visitor(target), references(resolved), firstLine(line) {}
+
+  void BeginRecord(std::string_view type) { visitor.BeginRecord(type); }
+  void EndRecord() { visitor.EndRecord(); }
+  void Number(std::string_view number, bool isReal) { isReal ? visitor.Real(number) : visitor.Integer(number); }
+  void String(std::string_view string, bool isDoubled, long lines) {
+    if (isDoubled) {
+      reduced.clear();
+      for (std::size_t i = 0; i < string.size(); ++i) {
+        reduced += string[i];
+        if (string[i] == '\'') ++i;
+      }
+      string = reduced;
+    }
+    DocumentVisitor::Text text;
+    text.encoded = string;
+    text.utf8 = string;
+    text.line = firstLine + lines;
+    visitor.String(text);
+  }
+  void Enumeration(std::string_view name) { visitor.Enumeration(name); }
+  void Reference(StepInstanceText::Number const& target) {
+    DocumentVisitor::Id id;
+    id.digits = target.digits;
+    id.number = target.value;
+    bool const isDefined = references == nullptr || references->Resolve(id);
+    visitor.Reference(id, isDefined);
+  }
+  void Unset() { visitor.Unset(); }
+  void Derived() { visitor.Derived(); }
+  void BeginList() { visitor.BeginList(); }
+  void EndList() { visitor.EndList(); }
+  void BeginTyped(std::string_view type) { visitor.BeginTyped(type); }
+  void EndTyped() { visitor.EndTyped(); }
+
+ private:
+  DocumentVisitor& visitor;
+  StepReferences const* references;
+  long const firstLine;
+  std::string reduced;
+};
+
 }  // namespace
 
 DocumentVisitor::Id StepParser::IdOf(StepScanner::Token const& token) {
@@ -43,6 +89,21 @@ bool StepParser::ReadInstance(DocumentVisitor& visitor) {
   if (isComplex) scanner.Next();
   if (!AtSymbol(';')) Fail("';' after an instance");
   return isComplex;
+}
+
+std::size_t StepParser::FindUsualInstance(std::size_t limit) const {
+  char const* const bytes = scanner.Ahead();
+  if (bytes == nullptr) return 0;
+  StepInstanceText text(bytes);
+  StepInstanceText::Ignore ignored;
+  return text.ReadRecords(ignored) && text.Size() <= limit ? text.Size() : 0;
+}
+
+void StepParser::ReadUsualInstance(DocumentVisitor& visitor) {
+  StepInstanceText text(scanner.Ahead());
+  VisitorSink sink(visitor, references, scanner.Line());
+  text.ReadRecords(sink);
+  scanner.Skip(text);
 }
 
 void StepParser::ReadRecord(DocumentVisitor& visitor) {

@@ -26,6 +26,13 @@ class StepParser {
 
   // Reads an instance after its "=": one record, or several in parentheses. Returns whether there are parentheses.
   bool ReadInstance(DocumentVisitor& visitor);
+  // Returns the bytes of an instance after its "=" up to the semicolon, if they are in the usual form, which begins
+  // where the scanner was sent, and ends before `limit`; otherwise 0. The scanner does not move.
+  std::size_t FindUsualInstance(std::size_t limit) const;
+  // Reads those bytes. The scanner is after the semicolon then.
+  // Requires: FindUsualInstance returned their number.
+  void ReadUsualInstance(DocumentVisitor& visitor);
+
   // Reads TYPE(...), or (...) without a type.
   void ReadRecord(DocumentVisitor& visitor);
   // Reads an entry of an ANCHOR or REFERENCE section: NAME=VALUE{TAG:VALUE}...;

@@ -1,6 +1,14 @@
+// References are found without parsing: the instances were checked when the file was read, so that all that matters is
+// where strings, comments and the instance end. Blocks of 16 bytes are searched for the bytes that do. Instances with
+// comments or with references to nothing, and those that cross the window, are left to the scanner, which also has the
+// lines and columns for messages.
 #include "StepReferences.h"
 
 #include <algorithm>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "Gk_ErrMgr.h"
 #include "InputError.h"
@@ -14,6 +22,29 @@ constexpr std::size_t kNameDigits = 20;  // of an id in a message
 
 // How many referrers are kept in memory at once, as a share of the file's bytes: a reference has at least three.
 constexpr std::uint64_t kBytesForEachKept = 12;
+
+constexpr int kSafeDigits = 18;  // of an id that fits into 63 bits
+
+// Returns the first byte that is # ' / ; or NUL. Up to 15 bytes after it are read.
+char const* FindMark(char const* at) {
+#ifdef __SSE2__
+  __m128i const sign = _mm_set1_epi8('#');
+  __m128i const apostrophe = _mm_set1_epi8('\'');
+  __m128i const slash = _mm_set1_epi8('/');
+  __m128i const semicolon = _mm_set1_epi8(';');
+  for (;; at += 16) {
+    __m128i const block = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at));
+    __m128i const first = _mm_or_si128(_mm_cmpeq_epi8(block, sign), _mm_cmpeq_epi8(block, apostrophe));
+    __m128i const second = _mm_or_si128(_mm_cmpeq_epi8(block, slash), _mm_cmpeq_epi8(block, semicolon));
+    __m128i const end = _mm_cmpeq_epi8(block, _mm_setzero_si128());
+    int const found = _mm_movemask_epi8(_mm_or_si128(_mm_or_si128(first, second), end));
+    if (found != 0) return at + __builtin_ctz(static_cast<unsigned>(found));
+  }
+#else
+  while (*at != '#' && *at != '\'' && *at != '/' && *at != ';' && *at != '\0') ++at;
+  return at;
+#endif
+}
 
 }  // namespace
 
@@ -65,8 +96,45 @@ void StepReferences::ReadReferences(StepReferrers::Note const& note) {
     StepEntityReader const& entity = contents.At(source);
     if (!entity.IsRead()) continue;
     scanner.Seek({entity.Offset(), entity.Line()});
-    StepBuffer::Limit const limit(buffer, contents.EndOf(source));
+    unsigned long const end = contents.EndOf(source);
+    if (FindTargets(scanner.Ahead(), end - entity.Offset())) {
+      for (std::uint32_t const target : targets) note(source, target);
+      continue;
+    }
+    StepBuffer::Limit const limit(buffer, end);
     while (scanner.NextReference()) note(source, ids.Find(StepParser::IdOf(scanner.Current())));
+  }
+}
+
+// Sets the targets of the instance at `at`. Returns false if the scanner has to read it.
+bool StepReferences::FindTargets(char const* at, std::size_t limit) {
+  targets.clear();
+  char const* const begin = at;
+  while (true) {
+    at = FindMark(at);
+    switch (*at++) {
+      case ';':
+        return static_cast<std::size_t>(at - begin) <= limit;
+      case '\'':
+        while (*at != '\'' && *at != '\0') ++at;
+        if (*at++ == '\0') return false;
+        break;
+      case '#': {
+        char const* const digits = at;
+        DocumentVisitor::Id id;
+        std::uint64_t number = 0;
+        for (; IsDigit(*at); ++at) number = number * 10 + static_cast<std::uint64_t>(*at - '0');
+        if (at - digits > kSafeDigits) return false;
+        if (at == digits) break;
+        id.number = static_cast<std::int64_t>(number);
+        std::uint32_t const target = ids.Find(id);
+        if (target == StepIds::kNone) return false;
+        targets.push_back(target);
+        break;
+      }
+      default:
+        return false;
+    }
   }
 }
 

@@ -51,11 +51,13 @@ class StepReferences {
   bool IsExternal(DocumentVisitor::Id const& id) const;
   std::string DigitsAt(std::uint64_t offset, std::size_t limit) const;
   void ReadReferences(StepReferrers::Note const& note);
+  bool FindTargets(char const* at, std::size_t limit);
 
   StepContents const& contents;
   StepBuffer& buffer;
   StepScanner& scanner;
   StepIds ids;
+  std::vector<std::uint32_t> targets;  // of the present instance; a member so that its memory is reused
   std::vector<std::string> externals;  // sorted by Build
   bool isIndexed = false;
   std::unique_ptr<StepReferrers> referrers;

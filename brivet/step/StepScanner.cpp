@@ -1,5 +1,6 @@
 // The scanner is a hand-written deterministic automaton with one byte of lookahead. It reads each byte once: tokens are
-// collected in a buffer that is reused, and white space is counted in lines but not kept.
+// collected in a buffer that is reused, and white space is counted in lines but not kept. Runs of bytes of one class
+// are searched and copied as a whole, as far as the window extends.
 //
 // Two rules limit the damage of a missing apostrophe or a stray "<". A string that contains ";", a line end and "#12="
 // in a row counts as unterminated: without this, two missing apostrophes would form one string over thousands of
@@ -124,8 +125,23 @@ void StepScanner::Seek(Position position) {
   tokenLineBegin = kUnknown;
 }
 
+void StepScanner::Skip(StepInstanceText const& text) {
+  if (text.Lines() != 0) lineBegin = buffer.Offset() + text.LineBegin();
+  line += text.Lines();
+  buffer.Skip(text.Size());
+  token.kind = End;
+  token.text.clear();
+  token.begin = buffer.Offset();
+  token.line = line;
+  tokenLineBegin = kUnknown;
+}
+
 bool StepScanner::NextReference() {
+  auto const isUnmarked = [](int byte) {
+    return byte != '\'' && byte != '/' && byte != '#' && byte != ';' && !IsLineEnd(byte);
+  };
   while (true) {
+    SkipWhile(isUnmarked);
     token.text.clear();
     token.line = line;
     switch (buffer.Peek()) {
@@ -236,15 +252,42 @@ int StepScanner::Take() {
 
 // Takes a byte of the token.
 void StepScanner::Keep() {
-  Append(Take());
+  char const byte = static_cast<char>(Take());
+  Append({&byte, 1});
 }
 
-void StepScanner::Append(int byte) {
-  if (token.text.size() < kTextLimit) {
-    token.text.push_back(static_cast<char>(byte));
-  } else {
-    isTooLong = true;
+// Takes bytes of the token up to the first one that the predicate refuses. It refuses line ends.
+template <class Predicate>
+void StepScanner::KeepWhile(Predicate isKept) {
+  while (true) {
+    std::string_view const window = buffer.Window();
+    std::size_t count = 0;
+    while (count < window.size() && isKept(static_cast<unsigned char>(window[count]))) ++count;
+    if (count == 0) return;
+    Append(window.substr(0, count));
+    buffer.Skip(count);
+    afterReturn = false;
+    if (count < window.size()) return;
   }
+}
+
+template <class Predicate>
+void StepScanner::SkipWhile(Predicate isSkipped) {
+  while (true) {
+    std::string_view const window = buffer.Window();
+    std::size_t count = 0;
+    while (count < window.size() && isSkipped(static_cast<unsigned char>(window[count]))) ++count;
+    if (count == 0) return;
+    buffer.Skip(count);
+    afterReturn = false;
+    if (count < window.size()) return;
+  }
+}
+
+void StepScanner::Append(std::string_view bytes) {
+  std::size_t const free = kTextLimit - token.text.size();
+  token.text.append(bytes.substr(0, free));
+  if (bytes.size() > free) isTooLong = true;
 }
 
 void StepScanner::BeginToken() {
@@ -284,11 +327,13 @@ bool StepScanner::SkipBlanksAndComments() {
 void StepScanner::SkipComment() {
   Take();
   unsigned long const begin = buffer.Offset();
+  auto const isOfComment = [](int byte) { return byte != '*' && !IsLineEnd(byte); };
   for (int byte = begin < noCommentEnd ? Take() : StepBuffer::kEnd; byte != StepBuffer::kEnd; byte = Take()) {
     if (byte == '*' && buffer.Peek() == '/') {
       Take();
       return;
     }
+    SkipWhile(isOfComment);
   }
   noCommentEnd = std::min(noCommentEnd, begin);
   FailUnterminated("'*/'", "comment");
@@ -298,6 +343,8 @@ void StepScanner::ReadString() {
   token.kind = String;
   Take();
   InstanceStart start;
+  auto const isOfString = [](int byte) { return byte != '\'' && byte != ';' && !IsControl(byte); };
+  KeepWhile(isOfString);
   for (int byte = Take(); byte != StepBuffer::kEnd; byte = Take()) {
     if (byte == '\'') {
       if (buffer.Peek() != '\'') return;
@@ -308,7 +355,9 @@ void StepScanner::ReadString() {
       if (byte != 0) continue;
       token.hasNul = true;
     }
-    Append(byte);
+    char const kept = static_cast<char>(byte);
+    Append({&kept, 1});
+    if (!start.IsActive()) KeepWhile(isOfString);
   }
   FailUnterminated("\"'\"", "string");
 }
@@ -316,9 +365,12 @@ void StepScanner::ReadString() {
 void StepScanner::SkipString() {
   BeginToken();
   Take();
+  auto const isOfString = [](int byte) { return byte != '\'' && !IsLineEnd(byte); };
+  SkipWhile(isOfString);
   for (int byte = Take(); byte != StepBuffer::kEnd; byte = Take()) {
     // The second of two apostrophes opens a string again.
     if (byte == '\'') return;
+    SkipWhile(isOfString);
   }
   FailUnterminated("\"'\"", "string");
 }
@@ -352,7 +404,8 @@ void StepScanner::ReadResource() {
 void StepScanner::ReadInstance() {
   Keep();
   token.kind = IsDigit(buffer.Peek()) ? Instance : IsLetter(buffer.Peek()) ? Name : Other;
-  while (IsDigit(buffer.Peek()) || (token.kind == Name && IsLetter(buffer.Peek()))) Keep();
+  if (token.kind == Instance) KeepWhile(IsDigit);
+  if (token.kind == Name) KeepWhile([](int byte) { return IsDigit(byte) || IsLetter(byte); });
 }
 
 void StepScanner::ReadName() {
@@ -362,7 +415,7 @@ void StepScanner::ReadName() {
 
 void StepScanner::ReadKeyword() {
   Keep();
-  while (IsWordByte(buffer.Peek())) Keep();
+  KeepWhile(IsWordByte);
   token.kind = IsWordByte(static_cast<unsigned char>(token.text.back())) ? Keyword : Other;
 }
 
@@ -375,7 +428,7 @@ void StepScanner::ReadPoint() {
   }
   token.kind = Other;
   if (!IsLetter(buffer.Peek())) return;
-  while (IsWordByte(buffer.Peek())) Keep();
+  KeepWhile(IsWordByte);
   if (buffer.Peek() != '.') return;
   Keep();
   token.kind = Enumeration;
@@ -385,24 +438,19 @@ void StepScanner::ReadPoint() {
 void StepScanner::ReadNumber() {
   token.kind = Number;
   if (buffer.Peek() == '+' || buffer.Peek() == '-') Keep();
-  bool digits = false;
+  bool digits = IsDigit(buffer.Peek());
   bool const fraction = !token.text.empty() && token.text[0] == '.';
-  while (IsDigit(buffer.Peek())) {
-    Keep();
-    digits = true;
-  }
+  KeepWhile(IsDigit);
   if (buffer.Peek() == '.' && !fraction) {
     Keep();
-    while (IsDigit(buffer.Peek())) {
-      Keep();
-      digits = true;
-    }
+    digits = digits || IsDigit(buffer.Peek());
+    KeepWhile(IsDigit);
   }
   if (digits && (buffer.Peek() == 'E' || buffer.Peek() == 'e')) {
     Keep();
     if (buffer.Peek() == '+' || buffer.Peek() == '-') Keep();
     digits = IsDigit(buffer.Peek());
-    while (IsDigit(buffer.Peek())) Keep();
+    KeepWhile(IsDigit);
   }
   if (!digits) token.kind = Other;
 }

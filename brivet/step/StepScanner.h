@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "StepBuffer.h"
+#include "StepInstanceText.h"
 
 // Splits bytes into tokens and skips white space, line ends (LF, CR LF, CR), comments and a UTF-8 byte order mark. A
 // byte that begins no token is returned as a token of kind Other, because only the parser knows what it expects.
@@ -76,6 +77,12 @@ class StepScanner {
   // Continues at a token, which the next call of Next returns. Until then there is no current token.
   void Seek(Position position);
 
+  // Returns the bytes from the next one to the end of the window, for StepInstanceText; null if a line end may be
+  // divided there.
+  char const* Ahead() { return afterReturn || !started ? nullptr : buffer.Block().data(); }
+  // Skips what was read from Ahead. There is no current token afterwards.
+  void Skip(StepInstanceText const& text);
+
   // Advances to the next instance name before the next semicolon, skipping everything else; strings are not decoded.
   // Requires: the instance was read before; syntax errors are not detected. Returns false, with the semicolon or the
   // end of the file as the current token, if there is none.
@@ -90,7 +97,11 @@ class StepScanner {
 
   int Take();
   void Keep();
-  void Append(int byte);
+  template <class Predicate>
+  void KeepWhile(Predicate isKept);
+  template <class Predicate>
+  void SkipWhile(Predicate isSkipped);
+  void Append(std::string_view bytes);
   void BeginToken();
   void SkipByteOrderMark();
   bool SkipBlanksAndComments();

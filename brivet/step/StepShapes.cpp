@@ -159,7 +159,7 @@ long StepShapes::VisitLimit() const {
 }
 
 void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
-  seen.clear();
+  seen.Clear();
   std::vector<Entry> pending;
   for (std::uint32_t const representation : representations) {
     if (visits > VisitLimit()) return;
@@ -644,7 +644,7 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
 }
 
 void StepShapes::ReadPlaced(ModelProduct& product, std::vector<PlacedItem> const& items) {
-  seen.clear();
+  seen.Clear();
   std::vector<Entry> pending;
   for (PlacedItem const& each : items) {
     // Points of annotations count, as those in sets do.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "StepGeometry.h"
+#include "StepMarks.h"
 #include "StepModelContext.h"
 #include "StepStyles.h"
 #include "StepUnits.h"
@@ -96,7 +97,7 @@ class StepShapes {
   void AddPieces(ModelProduct& product, Entry const& entry, std::vector<StepGeometry::Piece> const& pieces);
   void AddPolyline(ModelProduct& product, Entry const& entry, std::vector<double> points);
   // Returns true at the first call for the item in this product.
-  bool IsFirst(std::uint32_t item) { return seen.insert(item).second; }
+  bool IsFirst(std::uint32_t item) { return seen.Insert(item); }
 
   StepModelContext& context;
   StepUnits& units;
@@ -104,7 +105,7 @@ class StepShapes {
   StepGeometry geometry;
   Settings settings;
   StepExtent extent;
-  std::unordered_set<std::uint32_t> seen;
+  StepMarks seen;
   std::unordered_set<std::uint32_t> skipped;
   std::vector<ModelPolyline>* sink = nullptr;
   double radians = 1.0;

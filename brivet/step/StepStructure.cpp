@@ -3,6 +3,9 @@
 // because the reader frame asks for one entity after the other. There is one token of lookahead: `hasPendingToken` says
 // that the current token was examined and belongs to what is read next.
 //
+// Instances in the usual form are read ahead by StepInstanceText, from the name to the semicolon; ReadInstance then
+// only counts them. All others, and so all errors, take the way over the parser.
+//
 // Recovery: each entity, entry or instance that fails has a begin, its first token. From there StepRecovery finds
 // where reading resumes, which may be before the position of the error, so that bytes are read again. A hostile file
 // could make each instance fail at the end of the file. Once kRescanFactor times the size of the file was read again,
@@ -41,6 +44,17 @@ class TypeCollector final : public EscapeCounter {
     name += type;
   }
   std::string name;
+};
+
+// Composes the same type from an instance in the usual form.
+struct TypeSink : StepInstanceText::Ignore {
+  explicit TypeSink(std::string& target) : name(target) {}
+  void BeginRecord(std::string_view type) {
+    if (name.size() > StepTypes::kNameLimit) return;
+    if (name.size() > 1) name += ' ';
+    name += type;
+  }
+  std::string& name;
 };
 
 // Returns the position after a word of the text and `next`, with blanks between; npos if the text does not contain
@@ -369,6 +383,10 @@ StepEntityReader* StepStructure::NextInstance(VRELBufferHandle& buffer, Progress
   }
   while (true) {
     Gk_ErrMgr::checkAbort();
+    if (!hasPendingToken && openScopes.empty()) {
+      StepEntityReader* const entity = ReadUsualInstance(buffer);
+      if (entity != nullptr) return entity;
+    }
     Part part = openScopes.empty() ? Part::Data : Part::Scope;
     try {
       Advance();
@@ -394,6 +412,24 @@ void StepStructure::LoseScopes() {
   openScopes.clear();
 }
 
+// Reads an instance completely. Returns null, and has read nothing, if it is not in the usual form.
+StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
+  char const* const bytes = scanner.Ahead();
+  if (bytes == nullptr) return nullptr;
+  StepInstanceText text(bytes);
+  if (!text.ReadName()) return nullptr;
+  StepScanner::Position const begin = {scanner.Offset() + text.Size(), scanner.Line() + text.Lines()};
+  aheadType.assign(bytes[text.Size()] == '(' ? 1 : 0, '(');
+  TypeSink type(aheadType);
+  if (!text.ReadRecords(type)) return nullptr;
+  isAheadComplex = text.IsComplex();
+  if (isAheadComplex) aheadType += ')';
+  auto const number = static_cast<std::uint64_t>(text.Name().value);
+  scanner.Skip(text);
+  aheadBegin = begin.offset;
+  return MakeEntity(number, begin, buffer);
+}
+
 // Reads "#12=". Returns null for an instance that opens a scope: it follows the instances of the scope.
 StepEntityReader* StepStructure::ReadInstanceName(VRELBufferHandle& buffer) {
   StepScanner::Token const& token = scanner.Current();
@@ -408,7 +444,7 @@ StepEntityReader* StepStructure::ReadInstanceName(VRELBufferHandle& buffer) {
          parts.references.NameOf(number));
     return nullptr;
   }
-  if (!parser.AtWord("&SCOPE")) return MakeEntity(number, buffer);
+  if (!parser.AtWord("&SCOPE")) return MakeEntity(number, scanner.CurrentPosition(), buffer);
   openScopes.push_back(number);
   // The instances of the scope follow without a semicolon.
   scanner.Next();
@@ -428,11 +464,11 @@ StepEntityReader* StepStructure::LeaveScope(VRELBufferHandle& buffer) {
     } while (parser.AtSymbol(','));
     parser.Expect('/', "the exported instances");
   }
-  return MakeEntity(number, buffer);
+  return MakeEntity(number, scanner.CurrentPosition(), buffer);
 }
 
-StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, VRELBufferHandle& buffer) {
-  StepScanner::Position const begin = scanner.CurrentPosition();
+StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, StepScanner::Position begin,
+                                            VRELBufferHandle& buffer) {
   parts.contents.AddInstance();
   parts.references.Add(number);
   return new StepEntityReader(buffer, number, begin.offset, begin.line);
@@ -441,6 +477,12 @@ StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, VRELBufferHand
 VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
   if (entity.IsRead()) return VREL_S_OK;
   StepScanner::Position const begin = {entity.Offset(), entity.Line()};
+  if (begin.offset == aheadBegin) {
+    aheadBegin = ~0UL;
+    entity.SetType(parts.types.Count(aheadType), false);
+    ++(isAheadComplex ? complex : simple);
+    return VREL_S_OK;
+  }
   try {
     GoTo(begin);
     TypeCollector type;

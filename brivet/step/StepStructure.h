@@ -96,9 +96,10 @@ class StepStructure {
   void EndExchange();
   bool SkipSemicolon();
   void ReadTrailingSignatures();
+  StepEntityReader* ReadUsualInstance(VRELBufferHandle& buffer);
   StepEntityReader* ReadInstanceName(VRELBufferHandle& buffer);
   StepEntityReader* LeaveScope(VRELBufferHandle& buffer);
-  StepEntityReader* MakeEntity(std::uint64_t number, VRELBufferHandle& buffer);
+  StepEntityReader* MakeEntity(std::uint64_t number, StepScanner::Position begin, VRELBufferHandle& buffer);
   void LoseScopes();
 
   Parts parts;
@@ -112,6 +113,10 @@ class StepStructure {
   unsigned long rescanned = 0;            // bytes that were read again after errors
   long simple = 0;
   long complex = 0;
+  // The instance that was read ahead: its record has been checked.
+  unsigned long aheadBegin = ~0UL;
+  bool isAheadComplex = false;
+  std::string aheadType;         // a member so that its memory is reused
   long escaped = 0;              // strings of the data sections with escapes
   bool hasPendingToken = false;  // the current token is still to be read
   bool ended = false;            // the end of the exchange structure was reached

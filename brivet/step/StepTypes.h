@@ -12,7 +12,8 @@
 
 // Numbers the types from 0 in the order of their first instances, and counts the instances. All types beyond kLimit,
 // and those with a name of more than kNameLimit bytes, which only a damaged file has, are one type: "(other types)".
-// The hash function is seeded, so that no document can choose names that collide.
+// The hash function is seeded, so that no document can choose names that collide. A small cache by length and first and
+// last bytes precedes the hash table, because a document has few types and many instances.
 class StepTypes {
  public:
   static constexpr std::size_t kLimit = 20'000;
@@ -29,6 +30,12 @@ class StepTypes {
   long Instances(std::size_t type) const { return types[type].instances; }
 
  private:
+  static constexpr std::uint32_t kNone = UINT32_MAX;
+  static constexpr std::size_t kCacheSize = 1024;
+
+  static std::size_t CacheSlot(std::string_view name) noexcept;
+  std::uint32_t Find(std::string_view name);
+
   struct Type {
     std::string const* name;  // the key
     long instances;
@@ -36,5 +43,6 @@ class StepTypes {
 
   std::unordered_map<std::string, std::uint32_t, SeededStringHash> numbers;
   std::vector<Type> types;
+  std::vector<std::uint32_t> cache = std::vector<std::uint32_t>(kCacheSize, kNone);
   std::string key;  // a member so that its memory is reused
 };

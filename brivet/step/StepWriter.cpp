@@ -29,51 +29,75 @@ namespace {
 
 constexpr std::size_t kBlockSize = 65536;  // bytes
 
-// Writes lines of a limited length. A piece is what no line end may divide. Lines are sent in blocks, because one may
-// be as long as the document.
+// Writes lines of a limited length. A piece is what no line end may divide. The piece that is being composed is the end
+// of the buffer; where it begins, a line end is inserted if it does not fit into the line. The buffer is sent in
+// blocks.
 class LineWriter {
  public:
   LineWriter(CheckedOutputStream& target, int width)
-      : stream(target), limit(width > 0 ? static_cast<std::size_t>(width) : std::string::npos) {}
-
-  void Begin(std::string_view text) {
-    PlacePiece();
-    piece = text;
+      : stream(target), limit(width > 0 ? static_cast<std::size_t>(width) : std::string::npos) {
+    Grow(2 * kBlockSize);
   }
-  void Join(std::string_view text) { piece += text; }
+
+  void Begin() {
+    if (limit != std::string::npos) PlacePiece();
+    if (size >= kBlockSize) Send();
+    pieceBegin = size;
+  }
+  void Begin(std::string_view text) {
+    Begin();
+    Join(text);
+  }
+  void Join(std::string_view text) {
+    if (buffer.size() - size < text.size()) Grow(text.size());
+    std::copy(text.begin(), text.end(), buffer.begin() + static_cast<std::ptrdiff_t>(size));
+    size += text.size();
+  }
+  void Join(char byte) {
+    if (buffer.size() == size) Grow(1);
+    buffer[size++] = byte;
+  }
   void EndLine() {
-    PlacePiece();
-    BreakLine();
-    Send();
+    Begin();
+    Join('\n');
+    column = 0;
+    pieceBegin = size;
   }
   void WriteLine(std::string_view text) {
     Begin(text);
     EndLine();
   }
+  // Sends what is left.
+  void Flush() {
+    if (size != 0) Send();
+  }
 
  private:
   void PlacePiece() {
-    if (column != 0 && limit - std::min(limit, column) < piece.size()) BreakLine();
-    pending += piece;
-    column += piece.size();
-    piece.clear();
-    if (pending.size() >= kBlockSize) Send();
+    std::size_t const length = size - pieceBegin;
+    if (column != 0 && limit - std::min(limit, column) < length) {
+      Join('\n');
+      auto const begin = buffer.begin() + static_cast<std::ptrdiff_t>(pieceBegin);
+      std::rotate(begin, begin + static_cast<std::ptrdiff_t>(length), begin + static_cast<std::ptrdiff_t>(length + 1));
+      column = 0;
+    }
+    column += length;
+    pieceBegin = size;
   }
-  void BreakLine() {
-    pending += '\n';
-    column = 0;
-  }
+  void Grow(std::size_t wanted) { buffer.resize(std::max(size + wanted, buffer.size() + buffer.size() / 2)); }
   void Send() {
-    stream.write(pending.data(), static_cast<int>(pending.size()));
+    stream.write(buffer.data(), static_cast<int>(size));
     stream.Check();
-    pending.clear();
+    size = 0;
+    pieceBegin = 0;
   }
 
   CheckedOutputStream& stream;
   std::size_t const limit;
-  std::size_t column = 0;  // bytes of the present line
-  std::string pending;
-  std::string piece;
+  std::size_t column = 0;  // bytes of the present line before the piece
+  std::vector<char> buffer;
+  std::size_t size = 0;  // bytes of the buffer that are used
+  std::size_t pieceBegin = 0;
 };
 
 std::string Quote(std::string_view encoded) {
@@ -115,34 +139,41 @@ class StepWriter : public DocumentVisitor {
   void BeginRecord(std::string_view type) override {
     // The first record of an instance is not separated from the equals sign.
     isFirst ? out.Join(type) : out.Begin(type);
-    out.Join("(");
+    out.Join('(');
     isFirst = true;
   }
   void EndRecord() override {
-    out.Join(")");
+    out.Join(')');
     isFirst = false;
   }
-  void Integer(std::string_view number) override { Put(number); }
-  void Real(std::string_view number) override { Put(number); }
-  void String(Text const& text) override { Put(encoder.IsActive() ? encoder.Encode(text) : Quote(text.encoded)); }
-  void Enumeration(std::string_view name) override { Put("." + std::string(name) + "."); }
-  void Binary(std::string_view digits) override { Put("\"" + std::string(digits) + "\""); }
-  void Reference(Id const& target, bool /*defined*/) override { Put("#" + std::string(target.digits)); }
-  void Unset() override { Put("$"); }
-  void Derived() override { Put("*"); }
-  void BeginList() override { Open("("); }
-  void EndList() override { Close(")"); }
-  void BeginTyped(std::string_view type) override { Open(std::string(type) + "("); }
-  void EndTyped() override { Close(")"); }
-  void Name(std::string_view name) override { Put(name); }
-  void Resource(std::string_view resource) override { Put(resource); }
+  void Integer(std::string_view number) override { Put(kNothing, number, kNothing); }
+  void Real(std::string_view number) override { Put(kNothing, number, kNothing); }
+  void String(Text const& text) override {
+    if (encoder.IsActive()) {
+      Put(kNothing, encoder.Encode(text), kNothing);
+    } else if (text.encoded.find('\'') == std::string_view::npos) {
+      Put('\'', text.encoded, '\'');
+    } else {
+      Put(kNothing, Quote(text.encoded), kNothing);
+    }
+  }
+  void Enumeration(std::string_view name) override { Put('.', name, '.'); }
+  void Binary(std::string_view digits) override { Put('"', digits, '"'); }
+  void Reference(Id const& target, bool /*defined*/) override { Put('#', target.digits, kNothing); }
+  void Unset() override { Put('$', {}, kNothing); }
+  void Derived() override { Put('*', {}, kNothing); }
+  void BeginList() override { Open({}, '('); }
+  void EndList() override { Close(')'); }
+  void BeginTyped(std::string_view type) override { Open(type, '('); }
+  void EndTyped() override { Close(')'); }
+  void Name(std::string_view name) override { Put(kNothing, name, kNothing); }
+  void Resource(std::string_view resource) override { Put(kNothing, resource, kNothing); }
   void BeginBraces(std::string_view tag) override {
-    std::string const text = "{" + std::string(tag) + (tag.empty() ? "" : ":");
     // Those of an entry follow its value without a comma.
     if (inEntry && depth == 0) isFirst = true;
-    Open(text);
+    tag.empty() ? Open({}, '{') : Open("{" + std::string(tag), ':');
   }
-  void EndBraces() override { Close("}"); }
+  void EndBraces() override { Close('}'); }
 
   void BeginOtherSection(std::string_view keyword) override {
     // Signatures are after the end of the exchange structure.
@@ -176,21 +207,32 @@ class StepWriter : public DocumentVisitor {
   }
 
  protected:
-  virtual void Put(std::string_view value) {
-    Separate();
-    out.Begin(value);
-    isFirst = false;
-  }
-  virtual void Open(std::string_view text) {
-    Separate();
-    out.Begin(text);
+  // Not part of a value.
+  static constexpr char kNothing = '\0';
+
+  // Returns whether the value that begins is replaced by another one.
+  virtual bool IsReplaced() { return false; }
+  virtual void Open(std::string_view text, char bracket) {
+    Write(kNothing, text, bracket);
     isFirst = true;
     ++depth;
   }
-  virtual void Close(std::string_view text) {
-    out.Join(text);
+  virtual void Close(char bracket) {
+    out.Join(bracket);
     isFirst = false;
     --depth;
+  }
+  // Writes a value between two bytes.
+  void Put(char before, std::string_view value, char after) {
+    if (!IsReplaced()) Write(before, value, after);
+  }
+  void Write(char before, std::string_view value, char after) {
+    if (!isFirst) out.Join(',');
+    out.Begin();
+    if (before != kNothing) out.Join(before);
+    out.Join(value);
+    if (after != kNothing) out.Join(after);
+    isFirst = false;
   }
 
   LineWriter& out;
@@ -199,9 +241,6 @@ class StepWriter : public DocumentVisitor {
   std::size_t depth = 0;  // of lists within the record or the entry
 
  private:
-  void Separate() {
-    if (!isFirst) out.Join(",");
-  }
   // The parameters of the section itself are in its heading.
   void EndHeading() {
     if (!inHeading) return;
@@ -274,18 +313,15 @@ class HeaderWriter final : public StepWriter {
   bool HasWritten(char const* type) const { return std::find(written.begin(), written.end(), type) != written.end(); }
 
  private:
-  void Put(std::string_view value) override {
-    if (level != 0 ? isReplaced : Replace()) return;
-    StepWriter::Put(value);
-  }
-  void Open(std::string_view text) override {
+  bool IsReplaced() override { return level != 0 ? isReplaced : Replace(); }
+  void Open(std::string_view text, char bracket) override {
     if (level == 0) isReplaced = Replace();
     ++level;
-    if (!isReplaced) StepWriter::Open(text);
+    if (!isReplaced) StepWriter::Open(text, bracket);
   }
-  void Close(std::string_view text) override {
+  void Close(char bracket) override {
     --level;
-    if (!isReplaced) StepWriter::Close(text);
+    if (!isReplaced) StepWriter::Close(bracket);
   }
 
   // Begins the next parameter of the entity. Returns whether an option replaces it.
@@ -295,7 +331,7 @@ class HeaderWriter final : public StepWriter {
       if (entity != field.entity || parameter != field.parameter) continue;
       VRELString value;
       if (!FindStepOption(options, kDirection, static_cast<VRELString>(field.option), value)) return false;
-      StepWriter::Put(field.isList ? "(" + Encode(value) + ")" : Encode(value));
+      Write(kNothing, field.isList ? "(" + Encode(value) + ")" : Encode(value), kNothing);
       return true;
     }
     return false;
@@ -412,7 +448,9 @@ VRINResult WriteStep(BrivetWriteRequest& request) {
   CheckedOutputStream stream(request.stream);
   LineWriter out(stream, length);
   try {
-    return Write(request, out, encoder);
+    result = Write(request, out, encoder);
+    out.Flush();
+    return result;
   } catch (CheckedOutputStream::Failure const&) {
     return VREL_E_FILE_SAVE;
   }
