@@ -18,7 +18,6 @@
 #include <cstring>
 #include <cwctype>
 #include <memory>
-#include <random>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,6 +29,7 @@
 #include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
 #include "VRELWildcardChain.h"
+#include "detail/VRELSeededHash.h"
 
 namespace {
 
@@ -88,7 +88,7 @@ std::uint64_t Mix(std::uint64_t hash, char16_t unit) {
 
 // Returns a hash of the case-folded key that cannot be computed outside the process.
 std::uint32_t FoldedHashOf(std::u16string_view text) {
-  static std::uint64_t const seed = std::random_device()() | std::uint64_t{std::random_device()()} << 32;
+  static std::uint64_t const seed = VRELSeededHash::ProcessKey().low;
   std::uint64_t hash = seed;
   for (char16_t const unit : text) {
     if (unit >= 0x80) {
