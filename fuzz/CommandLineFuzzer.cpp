@@ -67,7 +67,9 @@ void CheckAccepted(CommandLine const& line, Words const& words) {
   Require(line.output.empty() || IsWord(words, line.output), "OUTPUT is a word of the line");
   Require(line.jobs == 0 && line.temporarySpace > 0, "numbers are in their ranges");
   Require(!line.OutputPath().empty(), "the output has a name");
-  Require(Format::Named(line.Target().name) != nullptr, "the format can be written");
+  // The default format is accepted also if its module is not installed; the translation then reports that.
+  Format const& target = line.Target();
+  Require(&target == &Format::Page() || Format::Named(target.name) != nullptr, "the format can be written");
 }
 
 }  // namespace

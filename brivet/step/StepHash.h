@@ -8,9 +8,14 @@
 #include <string_view>
 
 // Returns a number that the author of a document cannot know, so that no document can contain keys that collide.
+// Fuzzers use a fixed number, so that a run can be repeated.
 inline std::uint64_t RandomSeed() {
+#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION
+  return 0x9E3779B97F4A7C15U;
+#else
   std::random_device source;
   return std::uint64_t(source()) << 32U | source();
+#endif
 }
 
 // Spreads numbers that are close to each other over all bits: the finalizer of splitmix64 (Steele, Lea, Flood: Fast

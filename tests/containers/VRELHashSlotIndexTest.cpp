@@ -37,6 +37,26 @@ TEST(VRELHashSlotIndexTest, FindsVacantSlotInAllLevels) {
   EXPECT_EQ(index.FindVacant(4096), 8192);
 }
 
+TEST(VRELHashSlotIndexTest, RemovedForNowStaysOccupied) {
+  VRELHashSlotIndex index(5);
+  for (int slot : {1, 2, 3}) index.Add(slot, static_cast<std::uint64_t>(slot));
+  EXPECT_FALSE(index.HasRemoved());
+  EXPECT_EQ(index.HashAt(2), 2u);
+  index.ReserveRemoved();
+  index.RemoveForNow(2);
+  EXPECT_TRUE(index.HasRemoved());
+  EXPECT_EQ(index.FindAny(2), -1);
+  EXPECT_EQ(index.FindAny(3), 3);
+  EXPECT_EQ(index.FindVacant(1), 4);
+  EXPECT_EQ(index.TakeRemoved(), std::vector<int>{2});
+  EXPECT_FALSE(index.HasRemoved());
+  index.MakeVacant(2);
+  EXPECT_EQ(index.FindVacant(1), 2);
+  EXPECT_FALSE(index.HasRepeated());
+  index.Add(2, 3);
+  EXPECT_TRUE(index.HasRepeated());
+}
+
 TEST(VRELHashSlotIndexTest, FindsRepeatedHashInSlotOrder) {
   VRELHashSlotIndex index(10);
   for (int slot : {6, 2, 8}) index.Add(slot, 7);

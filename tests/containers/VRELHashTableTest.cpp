@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <ctime>
 #include <random>
 #include <string>
 #include <utility>
@@ -205,6 +207,148 @@ TEST(VRELHashTableTest, CollidingKeysAreRarelyCompared) {
     ASSERT_EQ(*value, number);
   }
   EXPECT_LT(compared, 20000 * 20);
+}
+
+// No two keys are equal, so that entries are moved after removed ones in one pass. The runs go across the last slot.
+TEST(VRELHashTableTest, RemovedKeysMatchModel) {
+  for (unsigned int seed = 0; seed < 6; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    StringMap map;
+    HashModel model = MakeModel();
+    // Homes next to each other, so that keys of one home are between those of another.
+    static auto const home = [](int number) { return static_cast<unsigned int>(number / 2 % 3) * 11u + 2100u; };
+    model.hash = [](int number) { return home(number); };
+    map.SetFunctions([](VRELString const& key) { return home(NumberOf(key)); }, nullptr);
+    for (int number = 0; number < 900; number += 2)
+      ASSERT_EQ(map.Add(KeyOf(number), number), model.Add(number, number));
+    for (int step = 0; step < 250; ++step) {
+      int const number = static_cast<int>(random() % 450) * 2;
+      VRELString const key = KeyOf(number);
+      // Mostly removals and searches of values, which do not need the slots.
+      switch (random() % 64) {
+        case 0:
+          ASSERT_EQ(map.FindKey(key), model.Find(number)) << step;
+          break;
+        case 1:
+          ASSERT_EQ(EntriesOf(map), EntriesOf(model)) << step;
+          break;
+        case 2:
+        case 3:
+        case 4:
+          ASSERT_EQ(map.Add(key, step), model.Add(number, step)) << step;
+          break;
+        case 5:
+          ASSERT_EQ(map.Put(key, step), model.Put(number, step)) << step;
+          break;
+        default:
+          if (random() % 2 == 0) {
+            ASSERT_EQ(map.Remove(key), model.Remove(number)) << step;
+          } else {
+            int value = -1;
+            int const slot = model.Find(number);
+            ASSERT_EQ(map.Get(key, value), slot >= 0) << step;
+            ASSERT_EQ(value, slot >= 0 ? model.rows[static_cast<std::size_t>(slot)].value : -1) << step;
+          }
+          break;
+      }
+      ASSERT_EQ(map.Size(), model.count) << step;
+    }
+    ASSERT_EQ(EntriesOf(map), EntriesOf(model));
+    StringMap const copy(map);
+    for (int number = 0; number < 900; number += 3 + static_cast<int>(random() % 2)) {
+      ASSERT_EQ(map.Remove(KeyOf(number)), model.Remove(number)) << number;
+    }
+    // Each operation that depends on slots sees the moved entries.
+    switch (seed) {
+      case 0:
+        ASSERT_EQ(EntriesOf(copy), EntriesOf(model));
+        break;
+      case 1: {
+        Entries entries;
+        for (auto [key, value] : map) entries.emplace_back(NumberOf(key), value);
+        ASSERT_EQ(entries, EntriesOf(model));
+        break;
+      }
+      case 2:
+        map.Rehash(3000);
+        model.Rehash(3000);
+        ASSERT_EQ(EntriesOf(map), EntriesOf(model));
+        break;
+      case 3:
+        map.InitEnumeration();
+        ASSERT_EQ(map.HasNext(), model.count > 0);
+        ASSERT_TRUE(map == copy);
+        break;
+      case 4:
+        for (int number = 0; number < 900; ++number) {
+          auto const equals = [number](VRELString const& stored) { return NumberOf(stored) / 2 == number / 2; };
+          ASSERT_EQ(map.GetEqual(home(number), equals) != nullptr, model.Find(number) >= 0) << number;
+        }
+        break;
+      default:
+        map.Clear();
+        ASSERT_TRUE(map.Add(KeyOf(2), 2));
+        ASSERT_EQ(map.Size(), 1);
+        break;
+    }
+  }
+}
+
+TEST(VRELHashTableTest, RemovedKeysOfDeepCopy) {
+  VRELHashList<VRELString> list;
+  list.SetFunctions(HashOfNone, nullptr);
+  for (int number = 0; number < 2000; number += 2) EXPECT_TRUE(list.Add(KeyOf(number)));
+  EXPECT_TRUE(list.Remove(KeyOf(0)));
+  EXPECT_FALSE(list.Get(KeyOf(0)));
+  EXPECT_TRUE(list.Get(KeyOf(1998)));
+  VRELHashList<VRELString> const copy = list.copy();
+  EXPECT_EQ(copy.Find(KeyOf(2)), 5);
+  EXPECT_EQ(copy.Find(KeyOf(1998)), 5 + 998);
+  EXPECT_EQ(list.Size(), 999);
+}
+
+// Seconds of processor time for an operation, the best of some runs.
+template <class Prepare, class Operation>
+double SecondsOf(Prepare const& prepare, Operation const& operation) {
+  double best = 1e9;
+  for (int run = 0; run < 5; ++run) {
+    auto object = prepare();
+    std::clock_t const start = std::clock();
+    operation(object);
+    best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+  }
+  return best;
+}
+
+// 37 * 'A' + 'U' is 37 * 'B' + '0', so that all names have one hash code.
+TEST(VRELHashTableTest, RemovalIsLinearForCollidingKeys) {
+  constexpr int kKeys = 40000;
+  std::vector<VRELString> colliding;
+  std::vector<VRELString> ordinary;
+  std::mt19937 random(5);
+  for (int i = 0; i < kKeys; ++i) {
+    std::string name;
+    std::string other;
+    for (int bit = 0; bit < 16; ++bit) name += (i >> bit & 1) != 0 ? "AU" : "B0";
+    for (int letter = 0; letter < 32; ++letter) other += static_cast<char>('A' + random() % 26);
+    colliding.emplace_back(name);
+    ordinary.emplace_back(other);
+  }
+  EXPECT_EQ(colliding[0].hashCode(), colliding[kKeys - 1].hashCode());
+  auto const seconds = [](std::vector<VRELString> const& keys) {
+    auto const prepare = [&] {
+      StringMap map;
+      for (VRELString const& key : keys) map.Add(key, 1);
+      return map;
+    };
+    return SecondsOf(prepare, [&](StringMap& map) {
+      for (int i = 0; i < kKeys - 1; ++i) map.Remove(keys[static_cast<std::size_t>(i * 7919LL % kKeys)]);
+      EXPECT_EQ(map.Size(), 1);
+      EXPECT_EQ(map.FindKey(keys[static_cast<std::size_t>((kKeys - 1) * 7919LL % kKeys)]) >= 0, true);
+    });
+  };
+  EXPECT_LE(seconds(colliding), 3 * seconds(ordinary));
 }
 
 }  // namespace

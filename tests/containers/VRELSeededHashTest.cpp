@@ -33,6 +33,16 @@ TEST(VRELSeededHashTest, MatchesSipHash) {
   EXPECT_EQ(HashOf(std::u16string(200, u'x')), 0x8E1BB6D629BE0006u);
 }
 
+TEST(VRELSeededHashTest, FourUnitsAreAddedAtOnce) {
+  VRELSeededHash hash(kReferenceKey);
+  EXPECT_TRUE(hash.CanAddFour());
+  hash.AddFour(0x0064006300620061);
+  EXPECT_EQ(hash.Finish(), HashOf(u"abcd"));
+  VRELSeededHash odd(kReferenceKey);
+  odd.Add(u'a');
+  EXPECT_FALSE(odd.CanAddFour());
+}
+
 TEST(VRELSeededHashTest, IsStableWithinProcess) {
   std::string_view const bytes = "abc\xFF";
   std::u16string_view const units = u"abc\u00FF";

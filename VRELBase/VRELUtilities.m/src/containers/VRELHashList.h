@@ -110,14 +110,14 @@ class VRELHashList {
   // Returns the slot of an element, or -1.
   int Find(T const& element) const { return table.Find(element); }
   // Returns whether the element is in the list.
-  bool Get(T const& element) const { return table.Find(element) >= 0; }
+  bool Get(T const& element) const { return table.FindRow(element) >= 0; }
 
   // Adds the element. Returns false, and keeps the one in the list, if there is an equal one.
   // Compatibility: may rehash even then.
   bool Add(T const& element) { return table.Add(element); }
   // Replaces the equal element, or adds it. Returns true.
   bool Put(T const& element) {
-    int const slot = table.Find(element);
+    int const slot = table.FindRow(element);
     if (slot < 0) return table.Add(element);
     table.rows.keys[slot] = element;
     return true;
@@ -146,7 +146,7 @@ class VRELHashList {
     return true;
   }
 
-  Iterator begin() const noexcept { return {&table, table.FindOccupied(0)}; }
+  Iterator begin() const noexcept { return {&table, table.FindFirst()}; }
   Iterator end() const noexcept { return {&table, -1}; }
 
   // Returns whether both lists have the same elements, each by the other's equality. Slots do not matter.

@@ -114,7 +114,7 @@ class VRELHashMap {
   int FindKey(K const& key) const { return table.Find(key); }
   // Assigns the key's value to `out`. Returns false, with `out` unchanged, if the key is not in the map.
   bool Get(K const& key, V& out) const {
-    int const slot = table.Find(key);
+    int const slot = table.FindRow(key);
     if (slot < 0) return false;
     out = table.rows.values[slot];
     return true;
@@ -139,7 +139,7 @@ class VRELHashMap {
   bool Add(K const& key, V const& value) { return table.Add(key, value); }
   // Replaces the key's value, or adds an entry. Returns true.
   bool Put(K const& key, V const& value) {
-    int const slot = table.Find(key);
+    int const slot = table.FindRow(key);
     if (slot < 0) return table.Add(key, value);
     table.rows.values[slot] = value;
     return true;
@@ -171,9 +171,9 @@ class VRELHashMap {
   // Moves the cursor past the next entry. Returns false at the end.
   bool SkipNext() const noexcept { return table.GetNext() >= 0; }
 
-  iterator begin() noexcept { return {&table, table.FindOccupied(0)}; }
+  iterator begin() noexcept { return {&table, table.FindFirst()}; }
   iterator end() noexcept { return {&table, -1}; }
-  const_iterator begin() const noexcept { return {&table, table.FindOccupied(0)}; }
+  const_iterator begin() const noexcept { return {&table, table.FindFirst()}; }
   const_iterator end() const noexcept { return {&table, -1}; }
 
   // Returns whether both maps have the same keys, each by the other's equality, with equal values. Slots do not matter.

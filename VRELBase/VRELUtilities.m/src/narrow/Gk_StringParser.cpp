@@ -1,6 +1,7 @@
 #include "Gk_StringParser.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <functional>
 #include <limits>
@@ -106,12 +107,16 @@ int Gk_StringParser::intValue() {
 unsigned int Gk_StringParser::uIntValue() {
   // A number is in range if its magnitude is: a negative number wraps in 32 bits, as it does in the wider type.
   static_assert(sizeof(unsigned long) > sizeof(unsigned int));
-  unsigned long const number =
-      convert<unsigned long>([](char const* place, char** end) { return std::strtoul(place, end, 0); }, 0);
+  auto const read = [](char const* place, char** end) {
+    unsigned long const number = std::strtoul(place, end, 0);
+    while (std::isspace(static_cast<unsigned char>(*place)) != 0) ++place;
+    unsigned long const magnitude = *place == '-' ? 0UL - number : number;
+    unsigned long const most = std::numeric_limits<unsigned int>::max();
+    return magnitude <= most ? number : most;
+  };
+  unsigned long const number = convert<unsigned long>(read, 0);
   testSpill();
-  unsigned long const most = std::numeric_limits<unsigned int>::max();
-  bool const inRange = number <= most || 0UL - number <= most;
-  return static_cast<unsigned int>(inRange ? number : most);
+  return static_cast<unsigned int>(number);
 }
 
 void Gk_StringParser::testSpill() {

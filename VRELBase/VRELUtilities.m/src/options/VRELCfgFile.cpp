@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Gk_StringParser.h"
+#include "VRELCfgLine.h"
 #include "VRELFilePath.h"
 #include "VRELStringAsciiCharUtil.h"
 #include "VRELStringConversions.h"
@@ -15,28 +16,6 @@ namespace {
 struct FileCloser {
   void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
 };
-
-bool IsWhiteSpace(char byte) {
-  return byte == '\t' || byte == ' ' || byte == '\r' || byte == '\n';
-}
-
-// Removes white space from both ends: returns the first byte that is kept, and terminates the string after the last
-// one.
-char* Trimmed(char* text) {
-  while (IsWhiteSpace(*text)) ++text;
-  char* end = text + std::strlen(text);
-  while (end > text && IsWhiteSpace(end[-1])) --end;
-  *end = '\0';
-  return text;
-}
-
-// Returns the separator of a trimmed key line; null if there is none, or nothing on one side of it.
-char* FindSeparator(char* line) {
-  char* separator = std::strchr(line, '=');
-  if (separator == nullptr) separator = std::strchr(line, ':');
-  bool const isComplete = separator != nullptr && separator != line && separator[1] != '\0';
-  return isComplete ? separator : nullptr;
-}
 
 // Appends a key with its values. Overwrites the commas in `text`.
 void AddKey(VRELCfgFileSection& section, char const* name, char* text) {
@@ -96,7 +75,7 @@ VRINResult VRELCfgFile::Load(std::FILE* stream) {
   char line[1024];
   VRELCfgFileSection* current = createSection("");
   for (long lineNumber = 1; std::fgets(line, sizeof line, stream) != nullptr; ++lineNumber) {
-    ReadLine(Trimmed(line), lineNumber, current);
+    ReadLine(line, lineNumber, current);
   }
   if (GetErrorCount() > 0) return VREL_E_FAIL;
   return VREL_S_OK;
@@ -110,32 +89,24 @@ VRINResult VRELCfgFile::Load(VRELFilePath const& path) {
 }
 
 void VRELCfgFile::ReadLine(char* line, long lineNumber, VRELCfgFileSection*& current) {
-  if (*line == '\0' || *line == '#' || *line == ';') return;
-  if (*line == '[') {
-    VRELCfgFileSection* const section = ReadSectionLine(line);
-    if (section != nullptr) {
-      current = section;
-    } else {
+  VRELCfgLine const parsed = VRELCfgLine::Parse(line);
+  switch (parsed.kind) {
+    case VRELCfgLine::kBlank:
+      break;
+    case VRELCfgLine::kSection:
+      current = createSection(parsed.text);
+      break;
+    case VRELCfgLine::kKey:
+      AddKey(*current, parsed.text, parsed.value);
+      break;
+    case VRELCfgLine::kBadSection:
       // Compatibility: the quotation marks do not match.
-      flagError("Incorrect syntax: line %ld:%s *** \"[section name]' expected.", lineNumber, line);
-    }
-    return;
+      flagError("Incorrect syntax: line %ld:%s *** \"[section name]' expected.", lineNumber, parsed.text);
+      break;
+    case VRELCfgLine::kBadKey:
+      flagError("Incorrect syntax: line %ld:%s *** \"key=value\" expected", lineNumber, parsed.text);
+      break;
   }
-  char* const separator = FindSeparator(line);
-  if (separator == nullptr) {
-    flagError("Incorrect syntax: line %ld:%s *** \"key=value\" expected", lineNumber, line);
-    return;
-  }
-  *separator = '\0';
-  AddKey(*current, Trimmed(line), Trimmed(separator + 1));
-}
-
-// Returns null, with the line unchanged, if it has no "]".
-VRELCfgFileSection* VRELCfgFile::ReadSectionLine(char* line) {
-  char* const bracket = std::strrchr(line, ']');
-  if (bracket == nullptr) return nullptr;
-  *bracket = '\0';
-  return createSection(Trimmed(line + 1));
 }
 
 VRELCfgFileSection* VRELCfgFile::findSection(char const* name) const {
@@ -168,7 +139,7 @@ void VRELCfgFile::flagError(char const* format, ...) {
 
 void VRELCfgFile::removeWhiteSpaces(char* text) {
   if (text == nullptr) return;
-  char const* const rest = Trimmed(text);
+  char const* const rest = VRELCfgLine::Trimmed(text);
   if (rest != text) std::memmove(text, rest, std::strlen(rest) + 1);
 }
 

@@ -90,7 +90,6 @@ class VREL_EXPORT VRELCfgFile {
 
  private:
   void ReadLine(char* line, long lineNumber, VRELCfgFileSection*& current);
-  VRELCfgFileSection* ReadSectionLine(char* line);
   VRELCfgFileKey const* FindKey(char const* key, char const* section) const;
   template <class T, class Parse>
   int Read(char const* key, T& value, int index, char const* section, char const* expected, Parse const& parse);

@@ -18,7 +18,6 @@
 #include <cstring>
 #include <cwctype>
 #include <memory>
-#include <random>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -29,6 +28,8 @@
 #include "VRELOption.h"
 #include "VRELOptionConstants.h"
 #include "VRELStringConversions.h"
+#include "VRELWildcardChain.h"
+#include "detail/VRELSeededHash.h"
 
 namespace {
 
@@ -87,7 +88,7 @@ std::uint64_t Mix(std::uint64_t hash, char16_t unit) {
 
 // Returns a hash of the case-folded key that cannot be computed outside the process.
 std::uint32_t FoldedHashOf(std::u16string_view text) {
-  static std::uint64_t const seed = std::random_device()() | std::uint64_t{std::random_device()()} << 32;
+  static std::uint64_t const seed = VRELSeededHash::ProcessKey().low;
   std::uint64_t hash = seed;
   for (char16_t const unit : text) {
     if (unit >= 0x80) {
@@ -263,7 +264,7 @@ VRINResult VRELOptionToken::GetToken(VRELString const& key, VRELOptionToken*& ch
 }
 
 VRELOptionToken* VRELOptionToken::Find(std::u16string_view key) const {
-  if (IsWildcard(key)) return wildcardChild;
+  if (IsWildcard(key)) return FindWildcard();
   if (key.empty()) return nullptr;
   if (NamedChildren const* const children = Table()) return children->Find(key);
   NamedToken* const child = OnlyChild();
@@ -288,6 +289,26 @@ VRELOptionToken* VRELOptionToken::FindOrAdd(std::u16string_view key) {
   if (found != nullptr || key.empty()) return found;
   if (!IsWildcard(key)) return AddNamed(key);
   wildcardChild = new VRELOptionToken(this);
+  return wildcardChild;
+}
+
+// Replaces the first level of a chain by a node. Enumerations continue as if it had been there from the beginning.
+VRELOptionToken* VRELOptionToken::FindWildcard() const {
+  VRELWildcardChain* const chain = Chain();
+  if (chain == nullptr) return wildcardChild;
+  auto node = std::make_unique<VRELOptionToken>(const_cast<VRELOptionToken*>(this));
+  bool const isPassed = cursor == wildcardChild;
+  if (chain->Levels() > 1) {
+    chain->RemoveLevel();
+    node->wildcardChild = wildcardChild;
+    if (chain->isEnumerated) node->cursor = wildcardChild;
+  } else {
+    chain->Option();
+    node->option = chain->ReleaseOption();
+    delete chain;
+  }
+  wildcardChild = node.release();
+  if (isPassed) cursor = wildcardChild;
   return wildcardChild;
 }
 
@@ -326,7 +347,10 @@ VRELOptionToken* VRELOptionToken::TakeChild() noexcept {
     named = 0;
     return child;
   }
-  return std::exchange(wildcardChild, nullptr);
+  VRELWildcardChain* const chain = Chain();
+  delete chain;
+  VRELOptionToken* const child = std::exchange(wildcardChild, nullptr);
+  return chain == nullptr ? child : nullptr;
 }
 
 VRINResult VRELOptionToken::SetOption(VRELOption* newOption) {
@@ -348,15 +372,18 @@ VRINResult VRELOptionToken::InitEnumeration() const {
   return VREL_S_OK;
 }
 
+// Returns the next named child of the enumeration, or null.
+VRELOptionToken* VRELOptionToken::NextNamed() const noexcept {
+  if (NamedChildren* const children = Table()) return children->GetNext();
+  NamedToken* const only = OnlyChild();
+  if (only == nullptr || only->isEnumerated) return nullptr;
+  only->isEnumerated = true;
+  return only;
+}
+
 VRINResult VRELOptionToken::GetNextChild(VRELOptionToken*& child) const {
-  child = nullptr;
-  if (NamedChildren* const children = Table()) {
-    child = children->GetNext();
-  } else if (NamedToken* const only = OnlyChild(); only != nullptr && !only->isEnumerated) {
-    only->isEnumerated = true;
-    child = only;
-  }
-  if (child == nullptr && cursor != wildcardChild) child = wildcardChild;
+  child = NextNamed();
+  if (child == nullptr && cursor != wildcardChild) child = FindWildcard();
   if (child == nullptr) return VREL_E_FAIL;
   cursor = child;
   return VREL_S_OK;

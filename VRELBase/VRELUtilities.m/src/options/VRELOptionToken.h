@@ -11,6 +11,7 @@
 #include "VRINResult.h"
 
 class VRELOption;
+class VRELWildcardChain;
 
 // Node of the tree in which VRELOptions stores its options: one token of the option names that lead through it, and at
 // most one option. Clients meet nodes in an enumeration:
@@ -47,7 +48,9 @@ class VREL_EXPORT VRELOptionToken {
   VRINResult GetToken(VRELString const& key, VRELOptionToken*& child) const;
   // Like GetToken, but returns the child, or null.
   VRELOptionToken* Find(std::u16string_view key) const;
-  VRELOptionToken* FindWildcard() const noexcept { return wildcardChild; }
+  // Returns the child for "*", or null. Allocates the child if it is the first node of a chain of wildcards that were
+  // not requested before.
+  VRELOptionToken* FindWildcard() const;
   // Returns whether a key is "*".
   static bool IsWildcard(std::u16string_view key) noexcept { return key.size() == 1 && key.front() == u'*'; }
   // Finds the child for a key, or adds it.
@@ -84,6 +87,8 @@ class VREL_EXPORT VRELOptionToken {
   static bool HashEqualFunction(VRELString const& a, VRELString const& b);
 
  private:
+  friend class VRELOptions;
+
   struct NamedToken;
   struct NamedChildren;
 
@@ -93,11 +98,22 @@ class VREL_EXPORT VRELOptionToken {
   void ConvertToTable();
   VRELOptionToken* TakeChild() noexcept;
   void ForgetNamed() noexcept;
+  VRELOptionToken* NextNamed() const noexcept;
+
+  // Returns the chain of wildcard nodes below this node that are not allocated, or null.
+  VRELWildcardChain* Chain() const noexcept {
+    auto const bits = reinterpret_cast<std::uintptr_t>(wildcardChild);
+    return (bits & 1) != 0 ? reinterpret_cast<VRELWildcardChain*>(bits & ~std::uintptr_t{1}) : nullptr;
+  }
+  static VRELOptionToken* Tagged(VRELWildcardChain* chain) noexcept {
+    return reinterpret_cast<VRELOptionToken*>(reinterpret_cast<std::uintptr_t>(chain) | 1);
+  }
 
   // No named child: 0. One: its address. More: the address of a NamedChildren, with bit 0 set.
   std::uintptr_t named = 0;
   VRELOptionToken* parent;
   mutable VRELOptionToken* cursor = nullptr;
-  VRELOptionToken* wildcardChild = nullptr;
+  // The node, or the address of a chain with bit 0 set.
+  mutable VRELOptionToken* wildcardChild = nullptr;
   VRELOption* option = nullptr;
 };

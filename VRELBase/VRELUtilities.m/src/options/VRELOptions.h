@@ -10,8 +10,10 @@
 #include "VRINResult.h"
 
 class VRELOption;
+class VRELOptionPath;
 class VRELOptionToken;
 class VRELStreamFormatter;
+class VRELWildcardChain;
 
 // Option store: options addressed by dotted names with wildcards.
 //
@@ -111,7 +113,18 @@ class VREL_EXPORT VRELOptions {
   VRINResult RemoveAll();
 
  private:
+  VRELOptionToken* FindOrAddTokens(VRELOptionPath const& path);
+  static VRELOption* FindStored(VRELOptionToken*& node, int& levels);
+  bool HasPath(VRELOptionPath const& path) const;
+  void AddConfigured(std::string const& name, std::string const& value);
+  static VRINResult GetOptionBelow(VRELOptionToken const* node, int level, VRELOptionPath const& path,
+                                   VRELOption*& option);
   VRELOptionToken* FirstNode() const;
+  VRELOptionToken* ParentOfCurrent() const;
+  VRELWildcardChain* NextOption(VRELOption*& option) const;
+  static VRELWildcardChain* Descend(VRELOptionToken*& node);
+  template <class Action>
+  void ForEach(Action const& action) const;
 
   VRELOptionToken* root;
   mutable VRELOptionToken* current = nullptr;

@@ -20,7 +20,10 @@
 //   all their slots are in an ordered set in addition, so that the first one after a given slot is found in
 //   logarithmic time.
 //
-// Operations that change the index throw std::bad_alloc; it is not usable afterwards.
+// A slot can be removed for a while: it is in no chain any more and still counts as occupied, until the table has moved
+// the entries after it and makes it vacant.
+//
+// Operations that change the index throw std::bad_alloc; it is not usable afterwards, except after ReserveRemoved.
 class VRELHashSlotIndex {
  public:
   explicit VRELHashSlotIndex(int slotCount)
@@ -53,23 +56,34 @@ class VRELHashSlotIndex {
 
   // Removes an occupied slot.
   void Remove(int slot) {
-    std::uint64_t const hash = At(slot).hash;
-    int chained = FindChained(hash);
-    bool const isRepeated = At(chained).isRepeated;
-    if (isRepeated) repeated.erase({hash, slot});
-    auto const left = repeated.lower_bound({hash, 0});
-    if (chained == slot) {
-      Unlink(slot);
-      if (isRepeated) Link(chained = left->second);
-    }
-    if (isRepeated) {
-      auto const second = std::next(left);
-      bool const isLast = second == repeated.end() || second->first != hash;
-      At(chained).isRepeated = !isLast;
-      if (isLast) repeated.erase(left);
-    }
+    TakeFromChain(slot);
     SetVacant(slot, true);
   }
+
+  // Removes an occupied slot that stays occupied until MakeVacant.
+  // Requires: HasRepeated() is false, and ReserveRemoved was called before.
+  void RemoveForNow(int slot) noexcept {
+    removed.push_back(slot);
+    TakeFromChain(slot);
+  }
+  void ReserveRemoved() {
+    if (removed.size() == removed.capacity()) removed.reserve(2 * removed.size() + 16);
+  }
+  // Makes a slot that RemoveForNow has removed vacant.
+  void MakeVacant(int slot) noexcept { SetVacant(slot, true); }
+  // Returns whether RemoveForNow has removed slots since the last TakeRemoved.
+  bool HasRemoved() const noexcept { return !removed.empty(); }
+  // Returns these slots, and forgets them.
+  std::vector<int> TakeRemoved() noexcept { return std::exchange(removed, {}); }
+
+  // Returns the hash of an occupied slot.
+  std::uint64_t HashAt(int slot) const noexcept { return At(slot).hash; }
+  // Returns whether several slots have the same hash.
+  bool HasRepeated() const noexcept { return !repeated.empty(); }
+  // Returns a slot with the hash, or -1.
+  int FindAny(std::uint64_t hash) const noexcept { return FindChained(hash); }
+
+  int Distance(int from, int to) const noexcept { return to >= from ? to - from : slots - from + to; }
 
   // Returns the first vacant slot at or after `start`, going on from slot 0 after the last one; -1 if there is none.
   int FindVacant(int start) const noexcept {
@@ -108,10 +122,26 @@ class VRELHashSlotIndex {
     bool isRepeated = false;  // of a chained slot: whether its hash is in `repeated`
   };
 
+  void TakeFromChain(int slot) {
+    std::uint64_t const hash = At(slot).hash;
+    int chained = FindChained(hash);
+    bool const isRepeated = At(chained).isRepeated;
+    if (isRepeated) repeated.erase({hash, slot});
+    auto const left = repeated.lower_bound({hash, 0});
+    if (chained == slot) {
+      Unlink(slot);
+      if (isRepeated) Link(chained = left->second);
+    }
+    if (isRepeated) {
+      auto const second = std::next(left);
+      bool const isLast = second == repeated.end() || second->first != hash;
+      At(chained).isRepeated = !isLast;
+      if (isLast) repeated.erase(left);
+    }
+  }
+
   Entry& At(int slot) noexcept { return entries[static_cast<std::size_t>(slot)]; }
   Entry const& At(int slot) const noexcept { return entries[static_cast<std::size_t>(slot)]; }
-
-  int Distance(int from, int to) const noexcept { return to >= from ? to - from : slots - from + to; }
 
   int const& Head(std::uint64_t hash) const noexcept { return heads[static_cast<std::size_t>(hash % heads.size())]; }
   int& Head(std::uint64_t hash) noexcept { return heads[static_cast<std::size_t>(hash % heads.size())]; }
@@ -168,4 +198,5 @@ class VRELHashSlotIndex {
   std::vector<Entry> entries;
   std::set<std::pair<std::uint64_t, int>> repeated;
   std::vector<std::vector<std::uint64_t>> vacant;
+  std::vector<int> removed;
 };

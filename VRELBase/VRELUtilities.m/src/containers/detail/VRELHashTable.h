@@ -18,13 +18,22 @@
 // of the key provide a second, seeded hash, an insertion that probes kLongRun slots builds an index of the table
 // (VRELHashSlotIndex), which then finds the equal key and the vacant slot directly. Slots and results are the same with
 // and without the index. If there is no memory for it, the table works without.
+//
+// A removal from a table with an index does not move the entries after the removed one at once, because it would move
+// the whole rest of a long run. The slot is only marked. The entries are moved, all in one pass, before the next
+// operation that depends on slots: anything but a removal and a search for the value of a key. The slots do not depend
+// on when that happens: an entry goes to the first vacant slot from its home on, in slot order, and entries that
+// compete for one vacant slot keep their order.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "detail/VRELHashControlBytes.h"
 #include "detail/VRELHashRows.h"
@@ -76,6 +85,7 @@ class VRELHashTable {
 
   // Replaces the arrays by copies of their own.
   void Unshare() {
+    Settle();
     rows.ForEachColumn([](auto& column) { column = column.copy(); }, rows);
     rows.occupied = rows.occupied.copy();
   }
@@ -97,26 +107,27 @@ class VRELHashTable {
 
   // Returns the slot of a key, or -1.
   int Find(K const& key) const {
-    auto const slots = static_cast<unsigned int>(rows.occupied.size());
-    if (slots == 0) return -1;
-    int const start = static_cast<int>(GetHashCode(key) % slots);
-    if constexpr (ControlBytes::kExist && kIsPlain) {
-      if (slots > kFewSlots && equalFunction == nullptr) return FindByControlByte(key, start);
-    } else if constexpr (ControlBytes::kExist) {
-      if (slots > kFewSlots) {
-        PrefetchRow(start);
-      } else if (IsVacant(start)) {
-        return -1;
-      } else if (CheckEqual(key, rows.keys[start])) {
-        return start;
+    Settle();
+    return FindSettled(key);
+  }
+
+  // Returns the slot of the row of a key, or -1. The key may move to another slot before the next operation.
+  int FindRow(K const& key) const {
+    if constexpr (kCanBeIndexed) {
+      if (IsUnsettled() && equalFunction == nullptr) {
+        int const slot = IndexOf(rows)->FindAny(VRELHashTraits<K>::SeededHash(key));
+        if (slot < 0 || !CheckEqual(key, rows.keys[slot])) return -1;
+        // An equal key with another home is found only if the runs are connected.
+        if (HomeIn(rows, GetHashCode(key)) == HomeIn(rows, GetHashCode(rows.keys[slot]))) return slot;
       }
     }
-    return ProbeFrom(rows, key, ControlByteOf(key), start).match;
+    return Find(key);
   }
 
   // Returns the slot of the entry whose key satisfies `equals`, or -1. `hash` and seededHash() are those of such a key.
   template <class Equals, class SeededHash>
   int FindEqual(unsigned int hash, Equals const& equals, SeededHash const& seededHash) const {
+    Settle();
     int const slots = Slots();
     if (slots == 0) return -1;
     auto const start = static_cast<int>(hash % static_cast<unsigned int>(slots));
@@ -139,6 +150,7 @@ class VRELHashTable {
   // Returns false, and changes no entry, if there is an equal key.
   template <class... Values>
   bool Add(K const& key, Values const&... values) {
+    Settle();
     if (!IsTooFullFor(count + 1)) return Place(key, values...);
     // The arguments may be in the arrays that are replaced.
     return AddAfterRehash(K(key), Values(values)...);
@@ -146,13 +158,19 @@ class VRELHashTable {
 
   // Returns whether the key was in the table.
   bool Remove(K const& key) {
-    int const removed = Find(key);
+    int const removed = FindRow(key);
     if (removed < 0) return false;
-    ResetColumns(removed);
-    SetVacant(rows, removed);
-    --count;
-    ReinsertProbeRun(removed);
-    return true;
+    if constexpr (kCanBeIndexed) {
+      if (equalFunction == nullptr && IndexOf(rows) == nullptr && IsInLongRun(removed)) BuildIndex(rows);
+      if (RemoveForNow(removed)) return true;
+      if (IsUnsettled()) {
+        Settle();
+        // The entry may have moved.
+        int const moved = FindSettled(key);
+        return moved >= 0 && RemoveSettled(moved);
+      }
+    }
+    return RemoveSettled(removed);
   }
 
   void Clear() {
@@ -163,6 +181,7 @@ class VRELHashTable {
   }
 
   void Rehash(int slots) {
+    Settle();
     Rows fresh;
     Grow(fresh, AtLeastOccupied(slots));
     // Keys that collided will mostly do so again.
@@ -171,7 +190,8 @@ class VRELHashTable {
     bool const shared = rows.keys.isShared();
     for (int row = 0, end = Slots(); row < end; ++row) {
       if (IsVacant(row)) continue;
-      int const slot = ProbeForInsertion(fresh, rows.keys[row], rows.occupied[row]).vacant;
+      LazySeededHash seededHash = SeededHashAt(row);
+      int const slot = ProbeForInsertion(fresh, rows.keys[row], rows.occupied[row], seededHash).vacant;
       if (slot < 0) continue;
       auto const transfer = [=](auto& to, auto& from) {
         if (shared) {
@@ -181,7 +201,7 @@ class VRELHashTable {
         }
       };
       rows.ForEachColumn(transfer, fresh, rows);
-      SetOccupied(fresh, slot, rows.occupied[row]);
+      SetOccupied(fresh, slot, rows.occupied[row], seededHash);
     }
     rows = std::move(fresh);
   }
@@ -197,15 +217,24 @@ class VRELHashTable {
 
   void InitEnumeration() const noexcept { cursor = 0; }
 
-  bool HasNext() const noexcept { return FindOccupied(cursor) >= 0; }
+  bool HasNext() const noexcept {
+    Settle();
+    return FindOccupied(cursor) >= 0;
+  }
 
   // Returns the next occupied slot and moves the cursor past it; -1 at the end.
   int GetNext() const noexcept {
+    Settle();
     int const slot = FindOccupied(cursor);
     if (slot >= 0) cursor = slot + 1;
     return slot;
   }
 
+  // Returns the first occupied slot, or -1.
+  int FindFirst() const noexcept {
+    Settle();
+    return FindOccupied(0);
+  }
   // Returns the first occupied slot from `first` on, or -1.
   int FindOccupied(int first) const noexcept {
     for (int slot = first, end = Slots(); slot < end; ++slot) {
@@ -218,6 +247,8 @@ class VRELHashTable {
   // either one.
   template <class IsInOther>
   bool IsEqual(VRELHashTable const& other, IsInOther const& isInOther) const {
+    Settle();
+    other.Settle();
     if (CountOccupied() != other.CountOccupied()) return false;
     for (int slot = FindOccupied(0); slot >= 0; slot = FindOccupied(slot + 1)) {
       if (!isInOther(*this, slot, other)) return false;
@@ -239,6 +270,18 @@ class VRELHashTable {
 
   using ControlBytes = VRELHashControlBytes<K>;
 
+  // The second hash of a key, computed at its first use.
+  struct LazySeededHash {
+    std::uint64_t Of(K const& key) {
+      if (!isKnown) value = VRELHashTraits<K>::SeededHash(key);
+      isKnown = true;
+      return value;
+    }
+
+    std::uint64_t value = 0;
+    bool isKnown = false;
+  };
+
   // Keys that are compared as fast as their control bytes.
   static constexpr bool kIsPlain = std::is_pointer_v<K> || std::is_integral_v<K>;
 
@@ -252,6 +295,10 @@ class VRELHashTable {
   // to collide need the first number of probes less than once in 10^8 insertions.
   static constexpr int kLongRun = 512;
   static constexpr int kIndexedRun = 16;
+
+  // A run of this length with few different homes is one of keys that were made to collide.
+  static constexpr int kSuspectRun = 128;
+  static constexpr int kSampledKeys = 8;
 
   static void Grow(Rows& target, int slots) {
     target.ForEachColumn([=](auto& column) { column.endGrow(slots); }, target);
@@ -319,8 +366,122 @@ class VRELHashTable {
     return static_cast<int>(hash % static_cast<unsigned int>(where.occupied.size()));
   }
 
+  int FindSettled(K const& key) const {
+    auto const slots = static_cast<unsigned int>(rows.occupied.size());
+    if (slots == 0) return -1;
+    int const start = static_cast<int>(GetHashCode(key) % slots);
+    if constexpr (ControlBytes::kExist && kIsPlain) {
+      if (slots > kFewSlots && equalFunction == nullptr) return FindByControlByte(key, start);
+    } else if constexpr (ControlBytes::kExist) {
+      if (slots > kFewSlots) {
+        PrefetchRow(start);
+      } else if (IsVacant(start)) {
+        return -1;
+      } else if (CheckEqual(key, rows.keys[start])) {
+        return start;
+      }
+    }
+    return ProbeFrom(rows, key, ControlByteOf(key), start).match;
+  }
+
+  // Returns whether a sample of the kSuspectRun keys from a slot on has few different homes.
+  // Requires: they are in one probe run.
+  bool HasFewHomes(Rows const& where, int first) const {
+    int homes[kSampledKeys];
+    int different = 0;
+    int const slots = where.occupied.size();
+    for (int i = 0; i < kSampledKeys; ++i) {
+      int const slot = static_cast<int>((static_cast<unsigned int>(first) + kSuspectRun / kSampledKeys * i) %
+                                        static_cast<unsigned int>(slots));
+      int const home = HomeIn(where, GetHashCode(where.keys[slot]));
+      bool isKnown = false;
+      for (int other = 0; other < different; ++other) isKnown = isKnown || homes[other] == home;
+      if (!isKnown) homes[different++] = home;
+    }
+    return different <= kSampledKeys / 2;
+  }
+
+  // Returns whether the entries after a slot are many in one probe run, of keys that were made to collide.
+  bool IsInLongRun(int first) const {
+    int const slots = Slots();
+    if (slots <= kLongRun) return false;
+    for (int step = 1; step <= kLongRun; ++step) {
+      int const slot = first + step < slots ? first + step : first + step - slots;
+      if (IsVacant(slot)) return step > kSuspectRun && HasFewHomes(rows, first);
+    }
+    return true;
+  }
+
+  // Removes an entry and leaves those after it where they are until Settle. Returns false, with nothing changed, if
+  // that is not possible.
+  bool RemoveForNow([[maybe_unused]] int slot) {
+    if constexpr (kCanBeIndexed) {
+      VRELHashSlotIndex* const index = IndexOf(rows);
+      // Keys with the same second hash may be equal, and one of them may be dropped when it is inserted again.
+      if (index == nullptr || equalFunction != nullptr || index->HasRepeated() || index->FindVacant(0) < 0)
+        return false;
+      // A removal would double the slots.
+      if (IsTooFullFor(count - 1)) return false;
+      try {
+        index->ReserveRemoved();
+      } catch (std::bad_alloc const&) {
+        return false;
+      }
+      ResetColumns(slot);
+      rows.occupied[slot] = ControlBytes::kVacant;
+      index->RemoveForNow(slot);
+      --count;
+      return true;
+    }
+    return false;
+  }
+
+  // Returns whether slots were removed for now.
+  bool IsUnsettled() const noexcept {
+    VRELHashSlotIndex const* const index = IndexOf(rows);
+    return index != nullptr && index->HasRemoved();
+  }
+
+  // Moves the entries after slots that were removed for now. Const because it changes nothing that a client can see.
+  void Settle() const noexcept {
+    if constexpr (kCanBeIndexed) {
+      if (IsUnsettled()) const_cast<VRELHashTable*>(this)->MoveAfterRemoved();
+    }
+  }
+
+  [[gnu::noinline]] void MoveAfterRemoved() {
+    VRELHashSlotIndex* const index = IndexOf(rows);
+    int const slots = Slots();
+    // Removed slots count as occupied, so that this one separates two runs.
+    int const first = index->FindVacant(0);
+    std::vector<int> removed = index->TakeRemoved();
+    std::sort(removed.begin(), removed.end(),
+              [=](int a, int b) { return index->Distance(first, a) < index->Distance(first, b); });
+    int moved = 0;
+    for (int const each : removed) {
+      if (index->Distance(first, each) < moved) continue;
+      int const end = index->FindVacant(each);
+      for (int slot = each; slot != end; slot = slot + 1 == slots ? 0 : slot + 1) {
+        if (IsVacant(slot)) {
+          index->MakeVacant(slot);
+        } else {
+          Reinsert(slot);
+        }
+      }
+      moved = end == first ? slots : index->Distance(first, end);
+    }
+  }
+
+  bool RemoveSettled(int removed) {
+    ResetColumns(removed);
+    SetVacant(rows, removed);
+    --count;
+    ReinsertProbeRun(removed);
+    return true;
+  }
+
   // Searches for a key to be inserted: if the probe run is long, builds the index first.
-  ProbeResult ProbeForInsertion(Rows& where, K const& key, int controlByte) const {
+  ProbeResult ProbeForInsertion(Rows& where, K const& key, int controlByte, LazySeededHash& seededHash) const {
     if (where.occupied.size() == 0) return {-1, -1};
     int const start = HomeIn(where, GetHashCode(key));
     if constexpr (kCanBeIndexed) {
@@ -328,23 +489,32 @@ class VRELHashTable {
       ProbeResult result = {-1, -1};
       if (ProbeUpTo(kIndexedRun, where, key, controlByte, start, result)) return result;
       if (where.occupied.size() > kLongRun && equalFunction == nullptr && IndexOf(where) == nullptr) {
-        if (ProbeUpTo(kLongRun, where, key, controlByte, start, result)) return result;
+        if (ProbeUpTo(kSuspectRun, where, key, controlByte, start, result)) return result;
+        bool const isSuspect = HasFewHomes(where, start);
+        if (!isSuspect && ProbeUpTo(kLongRun, where, key, controlByte, start, result)) return result;
         BuildIndex(where);
+      }
+      if (equalFunction == nullptr && IndexOf(where) != nullptr) {
+        return ProbeByIndex(where, key, start, seededHash.Of(key));
       }
     }
     return ProbeFrom(where, key, controlByte, start);
   }
 
+  ProbeResult ProbeByIndex(Rows const& where, K const& key, int start, std::uint64_t seededHash) const {
+    VRELHashSlotIndex const& index = *IndexOf(where);
+    int const vacant = index.FindVacant(start);
+    int const match =
+        index.Find(seededHash, start, vacant, [&](int slot) { return CheckEqual(key, where.keys[slot]); });
+    return match >= 0 ? ProbeResult{match, -1} : ProbeResult{-1, vacant};
+  }
+
   ProbeResult ProbeFrom(Rows const& where, K const& key, int controlByte, int start) const {
     ProbeResult result = {-1, -1};
     if constexpr (kCanBeIndexed) {
-      VRELHashSlotIndex const* const index = equalFunction == nullptr ? IndexOf(where) : nullptr;
-      if (index != nullptr) {
+      if (equalFunction == nullptr && IndexOf(where) != nullptr) {
         if (ProbeUpTo(kIndexedRun, where, key, controlByte, start, result)) return result;
-        result.vacant = index->FindVacant(start);
-        result.match = index->Find(VRELHashTraits<K>::SeededHash(key), start, result.vacant,
-                                   [&](int slot) { return CheckEqual(key, where.keys[slot]); });
-        return result.match >= 0 ? ProbeResult{result.match, -1} : result;
+        return ProbeByIndex(where, key, start, VRELHashTraits<K>::SeededHash(key));
       }
     }
     if (ProbeRange(where, key, controlByte, start, where.occupied.size(), result)) return result;
@@ -415,6 +585,16 @@ class VRELHashTable {
     }
   }
 
+  // Returns the second hash of the key at an occupied slot, known if there is an index.
+  LazySeededHash SeededHashAt([[maybe_unused]] int slot) const noexcept {
+    LazySeededHash seededHash;
+    if constexpr (kCanBeIndexed) {
+      VRELHashSlotIndex const* const index = IndexOf(rows);
+      if (index != nullptr) seededHash = {index->HashAt(slot), true};
+    }
+    return seededHash;
+  }
+
   // Leaves the table without an index if there is no memory for it.
   static void BuildIndex([[maybe_unused]] Rows& where) {
     if constexpr (kCanBeIndexed) {
@@ -433,13 +613,14 @@ class VRELHashTable {
   }
 
   // Marks a vacant slot, whose key is stored already, as occupied.
-  static void SetOccupied(Rows& where, int slot, unsigned char controlByte) {
+  static void SetOccupied(Rows& where, int slot, unsigned char controlByte,
+                          [[maybe_unused]] LazySeededHash& seededHash) {
     where.occupied[slot] = controlByte;
     if constexpr (kCanBeIndexed) {
       VRELHashSlotIndex* const index = IndexOf(where);
       if (index == nullptr) return;
       try {
-        index->Add(slot, VRELHashTraits<K>::SeededHash(where.keys[slot]));
+        index->Add(slot, seededHash.Of(where.keys[slot]));
       } catch (std::bad_alloc const&) {
         where.occupied.SetIndex(nullptr);
       }
@@ -463,14 +644,15 @@ class VRELHashTable {
   template <class... Values>
   bool Place(K const& key, Values const&... values) {
     unsigned char const controlByte = ControlByteOf(key);
-    ProbeResult const result = ProbeForInsertion(rows, key, controlByte);
+    LazySeededHash seededHash;
+    ProbeResult const result = ProbeForInsertion(rows, key, controlByte, seededHash);
     if (result.match >= 0) return false;
     // Full, although the count allowed one more: a copy of the container has filled the shared arrays.
     if (result.vacant < 0) return AddAfterRehash(K(key), Values(values)...);
     // The value first, because its assignment may throw: a key without a control byte is no entry.
     ((rows.values[result.vacant] = values), ...);
     rows.keys[result.vacant] = key;
-    SetOccupied(rows, result.vacant, controlByte);
+    SetOccupied(rows, result.vacant, controlByte, seededHash);
     ++count;
     return true;
   }
@@ -495,10 +677,11 @@ class VRELHashTable {
 
   void Reinsert(int slot) {
     unsigned char const controlByte = rows.occupied[slot];
+    LazySeededHash seededHash = SeededHashAt(slot);
     K key = K();
     VRELSwapObjectBytes(key, rows.keys[slot]);
     SetVacant(rows, slot);
-    ProbeResult const result = ProbeForInsertion(rows, key, controlByte);
+    ProbeResult const result = ProbeForInsertion(rows, key, controlByte, seededHash);
     if (result.match >= 0) {
       // The key equals one that was not equal, or not in its probe run, when it was added.
       ResetColumns(slot);
@@ -511,7 +694,7 @@ class VRELHashTable {
       rows.ForEachColumn(exchange, rows);
     }
     VRELSwapObjectBytes(key, rows.keys[result.vacant]);
-    SetOccupied(rows, result.vacant, controlByte);
+    SetOccupied(rows, result.vacant, controlByte, seededHash);
   }
 
   HashFunction hashFunction = nullptr;

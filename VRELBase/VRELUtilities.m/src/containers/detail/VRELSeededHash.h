@@ -44,6 +44,15 @@ class VRELSeededHash {
     }
   }
 
+  // Adds four units at once, the first one in the low bits.
+  // Requires: the number of units before is a multiple of four.
+  void AddFour(std::uint64_t units) noexcept {
+    Compress(units);
+    count += 4;
+  }
+  // Returns whether AddFour can be called.
+  bool CanAddFour() const noexcept { return count % 4 == 0; }
+
   std::uint64_t Finish() noexcept {
     // The last word has at most three units, and the length in bytes, modulo 256, in its upper byte.
     Compress(word | static_cast<std::uint64_t>(count) << 57);
