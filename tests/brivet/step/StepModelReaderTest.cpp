@@ -106,7 +106,11 @@ bool IsUnread(std::string const& beginning) {
                                             "#94=SYMBOL_REPRESENTATION('',(#43),",
                                             "#98=CAMERA_MODEL_D3('v',",
                                             "ASSOCIATION('','',#400,",
-                                            "#400=DIMENSIONAL_SIZE("};
+                                            "#400=DIMENSIONAL_SIZE(",
+                                            "#401=SHAPE_ASPECT('','',",
+                                            "#403=SHAPE_DIMENSION_REPRESENTATION('',(#84),",
+                                            "#404=FLATNESS_TOLERANCE('','',#7,",
+                                            "#405=DATUM('','',"};
   return std::any_of(std::begin(kUnread), std::end(kUnread), [&](std::string const& each) {
     return beginning.size() >= each.size() && beginning.compare(beginning.size() - each.size(), each.size(), each) == 0;
   });

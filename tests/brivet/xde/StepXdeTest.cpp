@@ -183,13 +183,16 @@ ModelBox EdgeBoxOf(ProductModel const& model) {
 }
 
 // Colours of styled items that the peer does not transfer: placements and points, a mapped item whose items all have
-// other colours, and a callout.
+// other colours, a callout, and tessellation.
 struct ExtraColour {
   char const* file;
   char const* colour;
 };
-constexpr ExtraColour kExtraColours[] = {
-    {"attributes-layers.stp", "#996633"}, {"overriding-styles.stp", "#ff0000"}, {"mapped-annotations.stp", "#ffffff"}};
+constexpr ExtraColour kExtraColours[] = {{"attributes-layers.stp", "#996633"},
+                                         {"overriding-styles.stp", "#ff0000"},
+                                         {"mapped-annotations.stp", "#ffffff"},
+                                         {"tessellated-styled.stp", "#0000ff"},
+                                         {"tessellated-styled.stp", "#ff0000"}};
 
 class StepXdeTest : public testing::TestWithParam<char const*> {};
 
