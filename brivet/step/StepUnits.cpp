@@ -106,12 +106,18 @@ std::optional<ModelUnits> StepUnits::ReadContext(std::uint32_t representationCon
   ModelUnits units;
   for (std::uint32_t const unit :
        context.AnyInstances(representationContext, STEP_ATTRIBUTE(GlobalUnitAssignedContext, "units"))) {
-    bool const isLength = store.Is(unit, StepEntity::LengthUnit);
-    if (!isLength && !store.Is(unit, StepEntity::PlaneAngleUnit)) continue;
     StepUnit const read = Read(unit);
     if (!read.isValid) continue;
-    (isLength ? units.lengthName : units.angleName) = read.name;
-    (isLength ? units.metres : units.radians) = read.factor;
+    if (store.Is(unit, StepEntity::LengthUnit)) {
+      units.lengthName = read.name;
+      units.metres = read.factor;
+    } else if (store.Is(unit, StepEntity::PlaneAngleUnit)) {
+      units.angleName = read.name;
+      units.radians = read.factor;
+    } else if (store.Is(unit, StepEntity::SolidAngleUnit)) {
+      units.solidAngleName = read.name;
+      units.steradians = read.factor;
+    }
   }
   if (units.lengthName.empty()) return std::nullopt;
   for (std::uint32_t const measure :

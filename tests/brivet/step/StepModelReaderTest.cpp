@@ -104,7 +104,6 @@ bool IsUnread(std::string const& beginning) {
                                             "#26=LINE('',#11,",
                                             "#32=ADVANCED_FACE('',(#30),",
                                             "#94=SYMBOL_REPRESENTATION('',(#43),",
-                                            "#98=CAMERA_MODEL_D3('v',",
                                             "ASSOCIATION('','',#400,",
                                             "#400=DIMENSIONAL_SIZE(",
                                             "#401=SHAPE_ASPECT('','',",
