@@ -16,10 +16,12 @@
 
 // Units of one or more representation contexts. Lengths of the model are in the unit of their context.
 struct ModelUnits {
-  std::string lengthName;  // "millimetre", or the name in the file of a conversion-based unit; empty if unset
-  double metres = 1.0;     // factor to metres
-  std::string angleName;   // "radian", ...
-  double radians = 1.0;    // factor to radians
+  std::string lengthName;      // "millimetre", or the name in the file of a conversion-based unit; empty if unset
+  double metres = 1.0;         // factor to metres
+  std::string angleName;       // "radian", ...
+  double radians = 1.0;        // factor to radians
+  std::string solidAngleName;  // "steradian", ...
+  double steradians = 1.0;     // factor to steradians
   std::optional<double> uncertainty;  // in the length unit
   std::vector<std::string> contexts;  // the contexts with these units
 };
@@ -148,12 +150,24 @@ struct ModelAnnotation {
   std::vector<ModelMesh> meshes;         // the same: filled areas and triangles
 };
 
+// Position and direction of a view, in the coordinates and the unit of a product.
+struct ModelCamera {
+  double eye[3] = {0.0, 0.0, 1.0};
+  double target[3] = {0.0, 0.0, 0.0};  // the centre of the window
+  double up[3] = {0.0, 1.0, 0.0};      // of length 1
+  bool isPerspective = false;
+  double width = 0.0;  // of the window; 0 if it is unknown
+  double height = 0.0;
+};
+
 struct ModelView {
   enum Kind { Camera, Saved };
 
   std::string instance;
   std::optional<std::string> name;
   Kind kind = Camera;
+  int product = -1;  // index into ProductModel::products; -1 if there are no products
+  std::optional<ModelCamera> camera;
 };
 
 // The whole model. Indices refer to its vectors; -1 means none.

@@ -52,9 +52,10 @@ void StepAnnotations::Read() {
   occurrences.insert(occurrences.end(), tessellated.begin(), tessellated.end());
   std::sort(occurrences.begin(), occurrences.end());
   occurrences.erase(std::unique(occurrences.begin(), occurrences.end()), occurrences.end());
-  if (!occurrences.empty()) {
+  if (!occurrences.empty() || !context.model.views.empty()) {
     FindCallouts();
     FindHomes();
+    ReadCameras();
     for (std::uint32_t const each : occurrences) {
       if (!store.Is(each, StepEntity::AnnotationPlane)) ReadGraphicAnnotation(each);
     }
@@ -223,7 +224,7 @@ void StepAnnotations::FindHomes() {
     for (std::uint32_t const item : context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"))) {
       bool const isPart = store.Is(item, StepEntity::AnnotationOccurrence) ||
                           store.Is(item, StepEntity::TessellatedAnnotationOccurrence) ||
-                          store.Is(item, StepEntity::DraughtingCallout);
+                          store.Is(item, StepEntity::DraughtingCallout) || store.Is(item, StepEntity::CameraModel);
       std::uint32_t const styled = isPart ? 0 : context.AnyInstance(item, STEP_ATTRIBUTE(StyledItem, "item"));
       if (isPart) {
         representationsOf[item].push_back(representation);
@@ -255,6 +256,76 @@ std::uint32_t StepAnnotations::OwnerOfMeaning(std::uint32_t meaning) const {
   return structure.OwnerOf(meaning);
 }
 
+StepAnnotations::Home StepAnnotations::Placed(std::uint32_t representation, Home home) const {
+  auto const& model = context.model;
+  if (home.product < 0) home.product = !model.roots.empty() ? model.roots.front() : model.products.empty() ? -1 : 0;
+  StepUnits::Factors const used =
+      representation == 0 ? StepUnits::Factors() : units.FactorsOf(units.ContextOf(representation));
+  int const target = home.product < 0 ? -1 : model.products[static_cast<std::size_t>(home.product)].units;
+  if (used.metres != 0.0 && target >= 0) {
+    double const factor = used.metres / model.units[static_cast<std::size_t>(target)].metres;
+    if (factor != 1.0) home.placement = Placement::Scaling(factor) * home.placement;
+  }
+  return home;
+}
+
+// The view reference system of ISO 10303-46: z points to the viewer, y is up. The projection point and the window are
+// in its coordinates.
+std::optional<ModelCamera> StepAnnotations::CameraOf(std::uint32_t camera, Placement const& placement) {
+  auto const& store = context.store;
+  std::uint32_t const system = context.AnyInstance(camera, STEP_ATTRIBUTE(CameraModelD3, "view_reference_system"));
+  std::uint32_t const volume = context.AnyInstance(camera, STEP_ATTRIBUTE(CameraModelD3, "perspective_of_volume"));
+  Placement frame;
+  if (!store.Is(system, StepEntity::Axis2Placement3d) || !store.Is(volume, StepEntity::ViewVolume) ||
+      !shapes.Geometry().ReadPlacement(system, frame)) {
+    return std::nullopt;
+  }
+  ModelCamera result;
+  result.isPerspective = context.Enumeration(volume, STEP_ATTRIBUTE(ViewVolume, "projection_type")) == "CENTRAL";
+  std::uint32_t const eye = context.AnyInstance(volume, STEP_ATTRIBUTE(ViewVolume, "projection_point"));
+  if (eye == 0 || !shapes.Geometry().ReadPoint(eye, result.eye)) return std::nullopt;
+  std::uint32_t const window = context.AnyInstance(volume, STEP_ATTRIBUTE(ViewVolume, "view_window"));
+  Placement corner;
+  std::uint32_t const position = context.AnyInstance(window, STEP_ATTRIBUTE(PlanarBox, "placement"));
+  double const x = context.Number(window, STEP_ATTRIBUTE(PlanarExtent, "size_in_x")).value_or(0.0);
+  double const y = context.Number(window, STEP_ATTRIBUTE(PlanarExtent, "size_in_y")).value_or(0.0);
+  if (position != 0 && std::abs(x) <= kLargestCoordinate && std::abs(y) <= kLargestCoordinate &&
+      shapes.Geometry().ReadPlacement(position, corner)) {
+    result.target[0] = 0.5 * x;
+    result.target[1] = 0.5 * y;
+    corner.Apply(result.target);
+    result.width = std::abs(x);
+    result.height = std::abs(y);
+  } else {
+    result.target[0] = result.eye[0];
+    result.target[1] = result.eye[1];
+  }
+  double const distance = context.Number(volume, STEP_ATTRIBUTE(ViewVolume, "view_plane_distance")).value_or(0.0);
+  result.target[2] += std::abs(distance) <= kLargestCoordinate ? distance : 0.0;
+  frame = placement * frame;
+  auto const& n = frame.Numbers();
+  double const scale = std::cbrt(std::abs(frame.Determinant()));
+  if (!frame.IsFinite() || !(scale > 0.0)) return std::nullopt;
+  frame.Apply(result.eye);
+  frame.Apply(result.target);
+  for (std::size_t i = 0; i < 3; ++i) result.up[i] = n[4 * i + 1] / scale;
+  result.width *= scale;
+  result.height *= scale;
+  return result;
+}
+
+void StepAnnotations::ReadCameras() {
+  std::vector<std::uint32_t> const cameras = context.store.InstancesOf(StepEntity::CameraModelD3);
+  for (std::size_t i = 0; i < cameras.size() && i < context.model.views.size(); ++i) {
+    auto const found = representationsOf.find(cameras[i]);
+    std::uint32_t const representation = found == representationsOf.end() ? 0 : found->second.front();
+    Home const home = Placed(representation, representation == 0 ? Home() : HomeOf(representation));
+    ModelView& view = context.model.views[i];
+    view.product = home.product;
+    view.camera = CameraOf(cameras[i], home.placement);
+  }
+}
+
 Placement StepAnnotations::Locate(std::uint32_t occurrence, std::uint32_t meaning, ModelAnnotation& annotation) {
   std::uint32_t own = 0;  // the representation that defines the unit
   Home chosen;
@@ -282,17 +353,10 @@ Placement StepAnnotations::Locate(std::uint32_t occurrence, std::uint32_t meanin
     int const product = structure.ProductOfOwner(OwnerOfMeaning(meaning));
     if (product >= 0) chosen = {product, Placement(), true};
   }
-  auto const& model = context.model;
-  if (chosen.product < 0) chosen.product = !model.roots.empty() ? model.roots.front() : model.products.empty() ? -1 : 0;
+  chosen = Placed(own, chosen);
   annotation.product = chosen.product;
-  StepUnits::Factors const used = own == 0 ? StepUnits::Factors() : units.FactorsOf(units.ContextOf(own));
-  radians = used.radians;
-  int const target = chosen.product < 0 ? -1 : model.products[static_cast<std::size_t>(chosen.product)].units;
-  Placement placement = chosen.placement;
-  if (used.metres != 0.0 && target >= 0) {
-    double const factor = used.metres / model.units[static_cast<std::size_t>(target)].metres;
-    if (factor != 1.0) placement = Placement::Scaling(factor) * placement;
-  }
+  Placement const placement = chosen.placement;
+  radians = own == 0 ? 1.0 : units.FactorsOf(units.ContextOf(own)).radians;
   if (plane != planeOf.end()) {
     std::uint32_t const item = context.AnyInstance(plane->second, STEP_ATTRIBUTE(StyledItem, "item"));
     std::uint32_t position = context.AnyInstance(item, STEP_ATTRIBUTE(ElementarySurface, "position"));

@@ -34,6 +34,9 @@ class StepAnnotations {
   };
 
   void ReadViews();
+  // Sets the cameras of the views. Requires: FindHomes.
+  void ReadCameras();
+  std::optional<ModelCamera> CameraOf(std::uint32_t camera, Placement const& placement);
   // Adds the names of views to all annotations of a representation, and of those that it maps.
   void AddView(std::uint32_t representation, std::string const& names);
   // Counts steps. Returns false, after a warning, if the document takes too many.
@@ -42,6 +45,9 @@ class StepAnnotations {
   void FindCallouts();
   void FindHomes();
   Home const& HomeOf(std::uint32_t representation);
+  // Returns the product of a representation, or the first root, and the placement of its items with the factor between
+  // units.
+  Home Placed(std::uint32_t representation, Home home) const;
   // Sets the product and the view of an annotation, and returns the placement of its items in the product.
   Placement Locate(std::uint32_t occurrence, std::uint32_t meaning, ModelAnnotation& annotation);
   void ReadGraphicAnnotation(std::uint32_t occurrence);

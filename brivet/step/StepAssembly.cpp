@@ -279,7 +279,9 @@ bool StepAssembly::MapItems(std::uint32_t childItem, std::uint32_t parentItem, d
       !child.Invert(inverse)) {
     return false;
   }
-  placement = factor == 1.0 ? parent * inverse : parent * Placement::Scaling(factor) * inverse;
+  Placement const mapping = factor == 1.0 ? parent * inverse : parent * Placement::Scaling(factor) * inverse;
+  if (!mapping.IsFinite()) return false;
+  placement = mapping;
   return true;
 }
 

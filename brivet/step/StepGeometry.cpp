@@ -8,9 +8,9 @@
 #include "ModelBox.h"
 
 // A curve is reduced to pieces: a basis curve and a range of its parameter. Trimmed curves set the range, composite
-// curves have several pieces, surface curves are replaced by their 3D curve, and replicas by mapped polylines. The chain of
-// references is followed to a bounded depth, since damaged files contain cycles, and with a bounded number of pieces
-// and points for the whole document, since a short file can name the same curve in each of many edges.
+// curves have several pieces, surface curves are replaced by their 3D curve, and replicas by mapped polylines. The
+// chain of references is followed to a bounded depth, since damaged files contain cycles, and with a bounded number of
+// pieces and points for the whole document, since a short file can name the same curve in each of many edges.
 
 namespace {
 
@@ -120,8 +120,8 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
         placement, STEP_ATTRIBUTE(CartesianTransformationOperator, "local_origin"), StepEntity::CartesianPoint);
     if (location == 0 || !ReadPoint(location, origin)) return false;
     scale = context.Number(placement, STEP_ATTRIBUTE(CartesianTransformationOperator, "scale")).value_or(1.0);
-    if (scale == 0.0) {
-      context.Warn(placement, "the scale is 0");
+    if (scale == 0.0 || !(std::abs(scale) <= kLargestCoordinate)) {
+      context.Warn(placement, "the scale is not a usable number");
       return false;
     }
     // ISO 10303-42, base_axis: z first, x orthogonal to it, y completes the frame and keeps the side of axis2.
@@ -294,7 +294,10 @@ StepGeometry::Trim StepGeometry::ReadTrim(std::uint32_t curve, StepAttribute con
   for (StepValues values(list); values.Next();) {
     StepValue const& value = values.Current();
     if (value.kind == StepValue::Reference) {
-      trim.hasPoint = value.reference != 0 && ReadPoint(value.reference, trim.point);
+      trim.hasPoint = ReadPoint(value.reference, trim.point);
+      if (!context.store.Is(value.reference, StepEntity::CartesianPoint)) {
+        context.WarnOfType(curve, attribute, StepEntity::CartesianPoint, value);
+      }
     } else {
       trim.parameter = NumberOf(value);
     }

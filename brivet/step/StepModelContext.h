@@ -44,11 +44,12 @@ class StepModelContext {
   // Adds a warning about an instance, at most one of the same text.
   void Warn(std::uint32_t instance, std::string const& text) { Warn(store.IdOf(instance), text); }
   void Warn(std::string const& instance, std::string const& text);
+  // Adds a warning about a value of an attribute that is not an instance of the expected entity.
+  void WarnOfType(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected, StepValue const& found);
 
  private:
   // Returns the ordinal of a reference, or 0 with a warning.
   std::uint32_t Resolve(std::uint32_t instance, StepAttribute const& attribute, StepValue const& reference);
-  void WarnOfType(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected, StepValue const& found);
 
   static constexpr std::size_t kWarningLimit = 10000;
   std::unordered_set<std::string> warned;

@@ -8,6 +8,7 @@ namespace {
 
 // Conversion-based units refer to other units; a chain this long is a cycle.
 constexpr int kDepthLimit = 8;
+constexpr double kLargestFactor = 1e30;  // of a unit to the SI unit; others are damaged numbers
 constexpr std::size_t kNameLimit = 200;  // of derived units, whose elements can be derived units
 
 struct Prefix {
@@ -72,7 +73,7 @@ StepUnit StepUnits::Compute(std::uint32_t unit, int depth) {
     // A division by 1000 is exact where a product with 0.001 is not: 25.4 millimetres are 0.0254 metres.
     double const number = value.value_or(0.0);
     double const factor = base.factor < 1.0 ? number / (1.0 / base.factor) : number * base.factor;
-    result.isValid = base.isValid && factor > 0.0 && std::isfinite(factor);
+    result.isValid = base.isValid && factor >= 1.0 / kLargestFactor && factor <= kLargestFactor;
     if (result.isValid) {
       result.factor = factor;
     } else {
@@ -105,12 +106,18 @@ std::optional<ModelUnits> StepUnits::ReadContext(std::uint32_t representationCon
   ModelUnits units;
   for (std::uint32_t const unit :
        context.AnyInstances(representationContext, STEP_ATTRIBUTE(GlobalUnitAssignedContext, "units"))) {
-    bool const isLength = store.Is(unit, StepEntity::LengthUnit);
-    if (!isLength && !store.Is(unit, StepEntity::PlaneAngleUnit)) continue;
     StepUnit const read = Read(unit);
     if (!read.isValid) continue;
-    (isLength ? units.lengthName : units.angleName) = read.name;
-    (isLength ? units.metres : units.radians) = read.factor;
+    if (store.Is(unit, StepEntity::LengthUnit)) {
+      units.lengthName = read.name;
+      units.metres = read.factor;
+    } else if (store.Is(unit, StepEntity::PlaneAngleUnit)) {
+      units.angleName = read.name;
+      units.radians = read.factor;
+    } else if (store.Is(unit, StepEntity::SolidAngleUnit)) {
+      units.solidAngleName = read.name;
+      units.steradians = read.factor;
+    }
   }
   if (units.lengthName.empty()) return std::nullopt;
   for (std::uint32_t const measure :

@@ -315,3 +315,28 @@ TEST(StepAnnotationsTest, ReadsGraphicAnnotationsWithViews) {
   EXPECT_EQ(model->annotations[1].name, "t");
   EXPECT_EQ(model->annotations[1].view, "front");
 }
+
+// The view reference system is at (10, 0, 0) and looks along -x; up is z. Its window is 4 by 2, in inches.
+TEST(StepAnnotationsTest, ReadsCameras) {
+  ReadModel const model(
+      ProductText(100, "a", "") + "#20=CAMERA_MODEL_D3('v',#21,#25);\n#21=AXIS2_PLACEMENT_3D('',#22,#23,#24);\n" +
+      PointText(22, "10.,0.,0.") + "#23=DIRECTION('',(1.,0.,0.));\n#24=DIRECTION('',(0.,1.,0.));\n" +
+      "#25=VIEW_VOLUME(.CENTRAL.,#26,1.,0.,.F.,0.,.F.,.F.,#27);\n" + PointText(26, "0.,0.,5.") +
+      "#27=PLANAR_BOX('',4.,2.,#28);\n#28=AXIS2_PLACEMENT_2D('',#29,$);\n" + PointText(29, "-2.,-1.") +
+      "#30=DRAUGHTING_MODEL('',(#20),#2);\n#31=REPRESENTATION_RELATIONSHIP('','',#30,#105);\n"
+      "#40=CAMERA_MODEL_D3('w',#41,$);\n#41=AXIS2_PLACEMENT_3D('',#22,$,$);\n");
+  ASSERT_EQ(model->views.size(), 2U);
+  EXPECT_EQ(model->views[0].product, 0);
+  ASSERT_TRUE(model->views[0].camera.has_value());
+  ModelCamera const& camera = *model->views[0].camera;
+  EXPECT_TRUE(camera.isPerspective);
+  EXPECT_NEAR(camera.eye[0], 15 * 25.4, 1e-9);
+  EXPECT_NEAR(camera.target[0], 11 * 25.4, 1e-9);
+  EXPECT_NEAR(camera.target[1], 0.0, 1e-9);
+  EXPECT_NEAR(camera.target[2], 0.0, 1e-9);
+  EXPECT_NEAR(camera.up[2], 1.0, 1e-12);
+  EXPECT_NEAR(camera.width, 4 * 25.4, 1e-9);
+  EXPECT_NEAR(camera.height, 2 * 25.4, 1e-9);
+  EXPECT_FALSE(model->views[1].camera.has_value());
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+}

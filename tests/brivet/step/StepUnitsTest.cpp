@@ -54,3 +54,13 @@ TEST(StepUnitsTest, EndsAtCycle) {
       ProductText(100, "a", "", 32));
   EXPECT_TRUE(model->units.empty());
 }
+
+TEST(StepUnitsTest, ReadsSolidAngle) {
+  ReadModel const model(
+      "#20=(GEOMETRIC_REPRESENTATION_CONTEXT(3)GLOBAL_UNIT_ASSIGNED_CONTEXT((#3,#4,#21))"
+      "REPRESENTATION_CONTEXT('',''));\n#21=(NAMED_UNIT(*)SI_UNIT($,.STERADIAN.)SOLID_ANGLE_UNIT());\n" +
+      ProductText(100, "a", "", 20));
+  ASSERT_EQ(model->units.size(), 1U);
+  EXPECT_EQ(model->units[0].solidAngleName, "steradian");
+  EXPECT_EQ(model->units[0].steradians, 1.0);
+}

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -128,4 +129,38 @@ TEST_F(ListingTest, ReportsChangedFile) {
   EXPECT_EQ(PrintListing(document, progress), VREL_E_INVALID_FILE);
   EXPECT_EQ(PrintDocumentSummary(document, progress), VREL_E_INVALID_FILE);
   testing::internal::GetCapturedStdout();
+}
+
+// A summary fits on a screen of 24 lines, however large the assembly is.
+TEST_F(ListingTest, SummaryOfLargeAssemblyFitsScreen) {
+  std::string data;
+  auto const addProduct = [&data](int id) {
+    std::string const number = std::to_string(id);
+    data += "#" + number + "=PRODUCT('p" + number + "','','',());\n#" + std::to_string(id + 1) +
+            "=PRODUCT_DEFINITION_FORMATION('','',#" + number + ");\n#" + std::to_string(id + 2) +
+            "=PRODUCT_DEFINITION('','',#" + std::to_string(id + 1) + ",$);\n";
+  };
+  int next = 100000;
+  // A tree of 3 levels with 30 different children each at the second one.
+  for (int i = 0; i < 931; ++i) {
+    addProduct(10 * i + 10);
+    if (i == 0) continue;
+    int const parent = i <= 30 ? 0 : (i - 31) / 30 + 1;
+    data += "#" + std::to_string(++next) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#" +
+            std::to_string(10 * parent + 12) + ",#" + std::to_string(10 * i + 12) + ",$);\n";
+    data += "#" + std::to_string(++next) + "=PRESENTATION_LAYER_ASSIGNMENT('layer " + std::to_string(i) + "','',());\n";
+    data += "#" + std::to_string(++next) + "=PROPERTY_DEFINITION('property " + std::to_string(i) + "','',$);\n";
+  }
+  Document& document = Read(DocumentText(data));
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(PrintDocumentSummary(document, progress), VREL_S_OK);
+  std::string const text = testing::internal::GetCapturedStdout();
+  EXPECT_LE(std::count(text.begin(), text.end(), '\n'), 24);
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t const end = text.find('\n', at);
+    EXPECT_LE(end - at, 80U);
+    at = end + 1;
+  }
+  EXPECT_NE(text.find("\ncontents          931 products, 930 occurrences\n"), text.npos) << text;
+  EXPECT_NE(text.find("p10 (30 parts)\n"), text.npos) << text;
 }
