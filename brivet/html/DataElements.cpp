@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kLevel = 3;  // of libdeflate: close to zlib's default in size, and many times as fast
+constexpr int kLevel = 1;  // of libdeflate: close to zlib's default in size, and many times as fast
 constexpr std::size_t kPiece = 65536;
 
 }  // namespace
