@@ -77,7 +77,7 @@ class StructureTree {
     const row = make("div", { role: "treeitem", "aria-level": level, "aria-posinset": position, "aria-setsize": size,
       "aria-expanded": hasChildren ? "false" : null, "aria-selected": "false", tabindex: -1, class: "row" },
     make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "name" }, name),
-    isSingle ? null : make("span", { class: "times" }, `×${node.uses.length}`),
+    isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`),
     product.extent ? make("span", { class: "extent" }, sizeOf(product.extent)) : null, links);
     row.node = node;
     this.indent(row, level);
