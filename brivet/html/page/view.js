@@ -283,7 +283,7 @@ varying vec3 vNormal;
 vec3 readable(vec3 colour) {
   float light = dot(colour, vec3(0.3, 0.59, 0.11));
   if (isDark > 0.5) return mix(colour, vec3(1.0), 0.5 * smoothstep(0.42, 0.05, light));
-  return colour * mix(1.0, 0.66, smoothstep(0.5, 0.95, light));
+  return colour * mix(1.0, 0.6, smoothstep(0.4, 0.9, light));
 }
 void main() {
   if (isPicking > 0.5) {
@@ -607,7 +607,7 @@ class Picture {
     const camera = this.updateCamera();
     const { shared } = this;
     shared.isPicking.value = 0;
-    shared.fading.value = this.hasFaces ? 0 : 0.55;
+    shared.fading.value = this.hasFaces ? 0 : 0.4;
     shared.pass.value = 2;
     shared.shift.value.set(0, 0);
     this.renderer.setRenderTarget(null);
@@ -616,7 +616,7 @@ class Picture {
     const hasSelection = shared.range.value.y > shared.range.value.x;
     const isSmall = this.segments < 300000 && this.detail === 1;
     // Lines are one pixel of the screen wide; on dense screens and for the selection they are drawn several times.
-    const widths = isSmall && this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1]] : [[0, 0]];
+    const widths = !isSmall ? [[0, 0]] : this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1]] : [[0, 0], [0.5, 0.5]];
     const selectedWidths = this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1], [-1, 0], [0, -1]] : [[0, 0], [1, 0], [0, 1]];
     const names = this.showsNotes ? ["edges", "notes"] : ["edges"];
     if (!(hasSelection && shared.isolated.value)) this.drawWide(names, camera, widths, hasSelection ? 0 : 2);
@@ -1173,5 +1173,5 @@ async function createView(section, model) {
   addEventListener("resize", resize);
   updateTheme();
   resize();
-  if (typeof selected !== "undefined" && selected !== null) onSelect({ detail: { path: selected } });
+  if (selectedPath !== null) onSelect({ detail: { path: selectedPath } });
 }
