@@ -102,7 +102,9 @@ class Encoder {
       if (product.polylines.empty()) sharp = SharpPolylines(product);
       AddRecord(0, i, product.polylines.empty() ? sharp : product.polylines, product.meshes);
     }
-    for (std::size_t i = 0; i < model.annotations.size(); ++i) AddRecord(1, i, model.annotations[i].polylines, {});
+    for (std::size_t i = 0; i < model.annotations.size(); ++i) {
+      AddRecord(1, i, model.annotations[i].polylines, model.annotations[i].meshes);
+    }
 
     leftOut.clear();
     if (threshold.leftOut > 0) {
@@ -173,6 +175,8 @@ class Encoder {
     AppendCounts(records, {all.points - before.points, all.polylines - before.polylines, all.runs - before.runs,
                            all.meshPoints - before.meshPoints, all.triangles - before.triangles,
                            all.meshRuns - before.meshRuns});
+    Append(records, static_cast<std::int32_t>(kind == 1 ? model.annotations[index].product : -1));
+    AppendCount(records, 0);
     ++recordCount;
   }
 

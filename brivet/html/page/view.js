@@ -21,6 +21,7 @@ const SLOW_FRAME = 90; // milliseconds; slower frames show fewer edges while the
 const ACCENT = { light: [0.85, 0.33, 0.0], dark: [1.0, 0.62, 0.2] };
 const INK = { light: [0.17, 0.2, 0.25], dark: [0.82, 0.85, 0.9] };
 const NOTE_INK = { light: [0.0, 0.36, 0.65], dark: [0.5, 0.78, 1.0] };
+const FACE_GROUPS = ["faces", "glass", "areas"]; // areas: filled annotations
 const FACE = [0.72, 0.76, 0.82];
 
 // Geometry ------------------------------------------------------------------------------------------------------------
@@ -46,6 +47,8 @@ function parsePicture(bytes) {
       record[name] = next();
       offset[name] += record[name];
     }
+    record.product = next() | 0; // -1 for none
+    next();
     records.push(record);
   }
   const array = (Type, length) => {
@@ -185,8 +188,7 @@ async function placeNodes(model, numbers, recordOf, turns) {
   const nodes = { count: 0, record: new Uint32Array(limit), matrix: new Float64Array(12 * limit), leftOut: 0 };
   // The units of a product are those of its geometry; the picture is in the unit of the first root.
   for (let i = 0; i < model.roots.length; ++i) {
-    const factor = rootFactor(model, i);
-    const pending = [[model.roots[i], [factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0]]];
+    const pending = [[model.roots[i], scaling(rootFactor(model, i))]];
     let steps = 0;
     while (pending.length > 0 && nodes.count < limit) {
       if (++steps % 256 === 0) await turns.next();
@@ -204,6 +206,28 @@ async function placeNodes(model, numbers, recordOf, turns) {
   }
   nodes.leftOut = numbers.total - nodes.count;
   return nodes;
+}
+
+// Returns the placement of the first place of each product that annotations belong to.
+async function firstPlaces(model, records, turns) {
+  const wanted = new Set(records.map(each => each.product).filter(each => each >= 0 && each < model.products.length));
+  const found = new Map();
+  if (wanted.size === 0) return found;
+  const seen = new Set();
+  const pending = model.roots.map((root, i) => [root, scaling(rootFactor(model, i))]).reverse();
+  while (pending.length > 0 && found.size < wanted.size) {
+    const [product, matrix] = pending.pop();
+    if (seen.has(product)) continue;
+    seen.add(product);
+    if (wanted.has(product)) found.set(product, matrix);
+    const { children } = model.products[product];
+    for (let k = children.length - 1; k >= 0; --k) {
+      const use = model.occurrences[children[k]];
+      if (!seen.has(use.child)) pending.push([use.child, multiply(matrix, use.placement)]);
+    }
+    await turns.next();
+  }
+  return found;
 }
 
 function rootFactor(model, root) {
@@ -437,7 +461,7 @@ class Picture {
     this.scene = new THREE.Scene();
     this.scene.autoUpdate = false;
     this.groups = {};
-    for (const name of ["faces", "glass", "edges", "notes"]) {
+    for (const name of ["faces", "glass", "edges", "notes", "areas"]) {
       this.groups[name] = new THREE.Group();
       this.scene.add(this.groups[name]);
     }
@@ -471,7 +495,7 @@ class Picture {
   material(name, isInstanced) {
     const key = name + isInstanced;
     if (this.materials[key]) return this.materials[key];
-    const isFace = name === "faces" || name === "glass";
+    const isFace = FACE_GROUPS.includes(name);
     const defines = {};
     if (isFace) defines.IS_FACE = "";
     if (isInstanced) defines.IS_INSTANCED = "";
@@ -488,7 +512,7 @@ class Picture {
   // Adds vertices and indices to a group. `instances` is null, or has rows and nodes.
   add(name, part, instances) {
     const geometry = instances ? new THREE.InstancedBufferGeometry() : new THREE.BufferGeometry();
-    const isFace = name === "faces" || name === "glass";
+    const isFace = FACE_GROUPS.includes(name);
     geometry.setAttribute("position", new THREE.BufferAttribute(part.positions, 3));
     geometry.setAttribute("color", new THREE.BufferAttribute(part.colours, 4, true));
     if (isFace) geometry.setAttribute("normal", new THREE.BufferAttribute(part.normals, 3, true));
@@ -509,8 +533,8 @@ class Picture {
     object.matrixAutoUpdate = false;
     object.userData = { count: part.indices.length, instances: instances ? instances.nodes.length : 0, isFace };
     this.groups[name].add(object);
-    if (isFace) this.hasFaces = true;
-    else this.segments += part.indices.length / 2 * (instances ? instances.nodes.length : 1);
+    if (isFace && name !== "areas") this.hasFaces = true;
+    if (!isFace) this.segments += part.indices.length / 2 * (instances ? instances.nodes.length : 1);
   }
 
   setTheme(isDark, background) {
@@ -612,7 +636,7 @@ class Picture {
     shared.shift.value.set(0, 0);
     this.renderer.setRenderTarget(null);
     this.renderer.clear();
-    this.draw(["faces"], camera);
+    this.draw(this.showsNotes ? ["faces", "areas"] : ["faces"], camera);
     const hasSelection = shared.range.value.y > shared.range.value.x;
     const isSmall = this.segments < 300000 && this.detail === 1;
     // Lines are one pixel of the screen wide; on dense screens and for the selection they are drawn several times.
@@ -775,7 +799,10 @@ async function fillPicture(picture, model, data, turns) {
     box[axis] = Math.min(box[axis], value);
     box[axis + 3] = Math.max(box[axis + 3], value);
   });
-  const noteMatrix = model.roots.length > 0 ? scaling(rootFactor(model, 0)) : IDENTITY;
+  // An annotation is shown at the first place of its product.
+  const placeOfProduct = await firstPlaces(model, data.records, turns);
+  const noteMatrix = record => placeOfProduct.get(record.product) ||
+    (model.roots.length > 0 ? scaling(rootFactor(model, 0)) : IDENTITY);
   for (let i = 0; i < nodes.count; ++i) {
     corners(nodes.matrix.subarray(12 * i, 12 * i + 12), nodes.record[i], extend(whole));
     if (i % 256 === 0) await turns.next();
@@ -784,7 +811,7 @@ async function fillPicture(picture, model, data, turns) {
   data.records.forEach((record, i) => { if (record.kind === 1) notes.push(i); });
   // Annotations may be far outside; the picture begins with the shape.
   const shape = whole.slice();
-  for (const note of notes) corners(noteMatrix, note, extend(whole));
+  for (const note of notes) corners(noteMatrix(data.records[note]), note, extend(whole));
   if (!(whole[0] <= whole[3])) return null;
   if (!(shape[0] <= shape[3])) for (let i = 0; i < 6; ++i) shape[i] = whole[i];
   const centre = [0, 1, 2].map(axis => shape[axis] + (shape[axis + 3] - shape[axis]) / 2);
@@ -808,7 +835,7 @@ async function fillPicture(picture, model, data, turns) {
   const places = data.records.map(() => []);
   for (let i = 0; i < nodes.count; ++i) places[nodes.record[i]].push(i);
   const colours = new Colours(model);
-  const batches = { edges: new Batch(false), notes: new Batch(false), faces: new Batch(true), glass: new Batch(true) };
+  const batches = { edges: new Batch(false), notes: new Batch(false), faces: new Batch(true), glass: new Batch(true), areas: new Batch(true) };
   const flush = async name => {
     const batch = batches[name];
     if (batch.indexCount === 0) return;
@@ -862,7 +889,7 @@ async function fillPicture(picture, model, data, turns) {
     if (record.triangles > 0) {
       for (const name of ["faces", "glass"]) {
         const part = recordFaces(data, record, colours, name === "glass");
-        if (part) parts.push([name, part]);
+        if (part) parts.push([isNote ? "areas" : name, part]);
       }
     }
     if (isInstanced) {
@@ -877,7 +904,7 @@ async function fillPicture(picture, model, data, turns) {
       picture.request();
     } else {
       for (let k = 0; k < shown; ++k) {
-        const matrix = local(isNote ? noteMatrix : nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin);
+        const matrix = local(isNote ? noteMatrix(record) : nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin);
         for (const [name, part] of parts) {
           batches[name].add(transform(part, matrix, at[k]));
           if (batches[name].points >= BATCH_POINTS) await flush(name);

@@ -41,6 +41,7 @@ class Numbers {
 
 using Ids = std::vector<std::uint32_t>;
 using Floats = std::vector<float>;
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
 using Doubles = std::vector<double>;
 
 ModelPolyline Line(std::vector<double> coordinates, int colour = -1) {
@@ -72,7 +73,7 @@ TEST(PictureDataTest, EncodesPolylines) {
       Encode(Model({Line({8, 0, 0, 16, 4, 2}, 1), Line({0, 0, 0, 8, 0, 0, 8, 4, 0}, 0), Line({0, 0, 0, 0, 0, 2}, 1)})));
   EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0x43495042, 1, 1, 7, 3, 2, 0, 0, 0, 0}));
   EXPECT_EQ(numbers.Next<double>(3), (Doubles{8, 2, 1}));
-  EXPECT_EQ(numbers.Next<std::uint32_t>(8), (Ids{0, 0, 7, 3, 2, 0, 0, 0}));
+  EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0, 0, 7, 3, 2, 0, 0, 0, kNone, 0}));
   EXPECT_EQ(numbers.Next<float>(21), (Floats{-8, -2, -1, 0, -2, -1, 0,  2,  -1,  // colour 0
                                              0,  -2, -1, 8, 2,  1,  -8, -2, -1, -8, -2, 1}));
   EXPECT_EQ(numbers.Next<std::uint16_t>(4), (std::vector<std::uint16_t>{3, 2, 2, 0}));
@@ -94,7 +95,7 @@ TEST(PictureDataTest, EncodesMeshesAndTheirEdges) {
   Numbers numbers(Encode(model));
   EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0x43495042, 1, 1, 12, 6, 1, 6, 2, 2, 0}));
   EXPECT_EQ(numbers.Next<double>(3), (Doubles{2, 1, 0}));
-  EXPECT_EQ(numbers.Next<std::uint32_t>(8), (Ids{0, 0, 12, 6, 1, 6, 2, 2}));
+  EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0, 0, 12, 6, 1, 6, 2, 2, kNone, 0}));
   numbers.Next<float>(36);
   EXPECT_EQ(numbers.Next<std::uint16_t>(6), (std::vector<std::uint16_t>{2, 2, 2, 2, 2, 2}));
   EXPECT_EQ(numbers.Next<std::int32_t>(2), (std::vector<std::int32_t>{6, -1}));
@@ -110,18 +111,19 @@ TEST(PictureDataTest, EncodesMeshesAndTheirEdges) {
 TEST(PictureDataTest, EncodesAnnotations) {
   ProductModel model = Model({});
   model.annotations.resize(3);
+  model.annotations[2].product = 7;
   model.annotations[2].polylines = {Line({0, 0, 0, 2, 0, 0})};
   Numbers numbers(Encode(model));
   EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0x43495042, 1, 1, 2, 1, 1, 0, 0, 0, 0}));
   EXPECT_EQ(numbers.Next<double>(3), (Doubles{1, 0, 0}));
-  EXPECT_EQ(numbers.Next<std::uint32_t>(8), (Ids{1, 2, 2, 1, 1, 0, 0, 0}));
+  EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{1, 2, 2, 1, 1, 0, 0, 0, 7, 0}));
 }
 
 TEST(PictureDataTest, KeepsDetailsFarFromOrigin) {
   Numbers numbers(Encode(Model({Line({1e9, 0, 0, 1e9 + 0.5, 0, 0, 1e9 + 1, 0, 0})})));
   numbers.Next<std::uint32_t>(10);
   EXPECT_EQ(numbers.Next<double>(3), (Doubles{1000000000.5, 0, 0}));
-  numbers.Next<std::uint32_t>(8);
+  numbers.Next<std::uint32_t>(10);
   EXPECT_EQ(numbers.Next<float>(9), (Floats{-0.5, 0, 0, 0, 0, 0, 0.5, 0, 0}));
 }
 
@@ -129,7 +131,7 @@ TEST(PictureDataTest, KeepsTinyShapes) {
   Numbers numbers(Encode(Model({Line({0, 0, 0, 1e-9, 0, 0})})));
   numbers.Next<std::uint32_t>(10);
   numbers.Next<double>(3);
-  numbers.Next<std::uint32_t>(8);
+  numbers.Next<std::uint32_t>(10);
   EXPECT_NEAR(static_cast<double>(numbers.Next<float>()), -5e-10, 1e-15);
 }
 
@@ -156,7 +158,7 @@ TEST(PictureDataTest, SplitsLongPolylines) {
   Numbers numbers(Encode(Model({Line(coordinates)})));
   EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0x43495042, 1, 1, 65538, 2, 1, 0, 0, 0, 0}));
   numbers.Next<double>(3);
-  numbers.Next<std::uint32_t>(8);
+  numbers.Next<std::uint32_t>(10);
   numbers.Next<float>(3 * 65538);
   EXPECT_EQ(numbers.Next<std::uint16_t>(2), (std::vector<std::uint16_t>{65535, 3}));
 }
@@ -171,7 +173,7 @@ TEST(PictureDataTest, LeavesOutShortestEdges) {
   EXPECT_EQ(leftOut, "The picture leaves out the 70 shortest of 100 edges.");
   EXPECT_EQ(numbers.Next<std::uint32_t>(10), (Ids{0x43495042, 1, 1, 60, 30, 1, 0, 0, 0, 0}));
   numbers.Next<double>(3);
-  numbers.Next<std::uint32_t>(8);
+  numbers.Next<std::uint32_t>(10);
   EXPECT_EQ(numbers.Next<float>(6), (Floats{-50, 0, 0, 21, 0, 0}));
 
   ProductModel model = Model({Line({0, 0, 0, 1, 0, 0})});
