@@ -222,6 +222,8 @@ void ModelData::WriteModel(Document& document, ProductModel const* model) {
     }
     json.Key("units").BeginList();
     for (std::size_t i = 0; i < Shown(model->units, kRows); ++i) json.String(model->units[i].lengthName);
+    json.EndList().Key("unitMetres").BeginList();
+    for (std::size_t i = 0; i < Shown(model->units, kRows); ++i) json.Number(model->units[i].metres);
     json.EndList().Key("roots").BeginList();
     for (int const root : model->roots) {
       if (static_cast<std::size_t>(root) < kProducts) json.Integer(root);

@@ -1,6 +1,7 @@
 // Picture of a page: the drawing that is always shown, and the data of the interactive picture.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 struct ProductModel;

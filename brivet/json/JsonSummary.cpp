@@ -476,6 +476,7 @@ VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& st
   if (described.IsFailure()) return described;
   ProductModel const none;
   ProductModel const* const model = document.GetModel(false, *request.progress);
+  if (document.GetModelResult().IsFailure()) return document.GetModelResult();
   JsonStream out(stream);
   Summary(request, header, model != nullptr ? *model : none, out).Write();
   out.Put('\n');

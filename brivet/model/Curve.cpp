@@ -201,6 +201,7 @@ class BSplineCurve final : public Curve {
     int const samples = static_cast<int>(std::min<std::size_t>(4 * poles.size(), 4096));
     return ClosestParameter(*this, First(), Last(), samples, point);
   }
+  bool IsPiecewiseStraight() const override { return degree == 1; }
   double First() const override { return knots[degree]; }
   double Last() const override { return knots[knots.size() - degree - 1]; }
   std::vector<double> Breaks(double first, double last) const override {
@@ -253,6 +254,7 @@ class PolylineCurve final : public Curve {
     std::size_t const segments = points.size() / 3 - 1;
     return static_cast<double>(segments);
   }
+  bool IsPiecewiseStraight() const override { return true; }
   std::vector<double> Breaks(double first, double last) const override {
     std::vector<double> breaks;
     for (double t = std::floor(first) + 1.0; t < last; t += 1.0) breaks.push_back(t);
@@ -376,6 +378,13 @@ void Curve::Sample(double first, double last, double chordError, std::vector<dou
   std::vector<double> stops = Breaks(std::min(first, last), std::max(first, last));
   if (first > last) std::reverse(stops.begin(), stops.end());
   stops.push_back(last);
+  if (IsPiecewiseStraight()) {
+    for (double const stop : stops) {
+      Evaluate(stop, point);
+      points.insert(points.end(), point, point + 3);
+    }
+    return;
+  }
 
   struct Interval {
     double end;

@@ -58,6 +58,8 @@ class Curve {
 
   // Returns true for a line, whose ends determine its extent.
   virtual bool IsStraight() const { return false; }
+  // Returns true if the curve is straight between its breaks, as a polyline is.
+  virtual bool IsPiecewiseStraight() const { return IsStraight(); }
   // Returns true for a circle or an ellipse, and sets the origin and the scaled axes: origin + cos(t) x + sin(t) y.
   virtual bool AsArc(Frame& /*scaled*/) const { return false; }
 

@@ -50,12 +50,12 @@ struct ModelPolyline {
   int colour = -1;                  // index into ProductModel::colours, or -1
 };
 
-// Triangles of one tessellated item in the coordinates of its product.
+// Triangles of one tessellated item in the coordinates of its product, counterclockwise seen from outside.
 struct ModelMesh {
   std::string instance;
   std::vector<double> points;            // x, y, z of each
   std::vector<std::uint32_t> triangles;  // three indices into points each, from 0
-  std::vector<double> normals;           // one for each point, or empty
+  std::vector<double> normals;           // x, y, z for each point, of length 1 or 0, or empty
   int colour = -1;
 };
 
@@ -131,6 +131,7 @@ struct ModelProperty {
   std::vector<ModelPropertyValue> values;
 };
 
+// Annotation, graphic or semantic. Its polylines, meshes and plane are in the coordinates and the unit of a product.
 struct ModelAnnotation {
   enum Kind { Dimension, Tolerance, Datum, Note, Placeholder, Other };
   enum Form { Polyline, Tessellated, Semantic };
@@ -140,8 +141,11 @@ struct ModelAnnotation {
   Kind kind = Other;
   Form form = Semantic;
   std::optional<std::string> value;
-  std::optional<std::string> view;
+  std::optional<std::string> view;       // names of the views that show it, separated by ", "
+  int product = -1;                      // index into ProductModel::products; -1 if there are no products
+  std::optional<Placement> plane;        // maps the x-y plane to the plane of the annotation
   std::vector<ModelPolyline> polylines;  // empty unless they were asked for
+  std::vector<ModelMesh> meshes;         // the same: filled areas and triangles
 };
 
 struct ModelView {

@@ -80,9 +80,12 @@ class Document : public VRELFormatReader {
   // With `geometry` it contains polylines and meshes. Ownership: the document owns the model; a call with another
   // argument replaces it.
   //
-  // Errors: null after a report if the file is no longer what was read.
+  // Errors: null after a report if the file is no longer what was read; then GetModelResult returns a failure, which is
+  // the result of the writing module.
   // Requires: the document was read. It need not be resolved.
   virtual ProductModel const* GetModel(bool /*geometry*/, Progress& /*receiver*/) { return nullptr; }
+  // Returns the result of the last GetModel: VREL_S_OK, also for a format without models, or VREL_E_INVALID_FILE.
+  VRINResult GetModelResult() const noexcept { return modelResult; }
 
   // Sets where reading reports its progress; null for none.
   // Ownership: the caller keeps it.
@@ -92,4 +95,5 @@ class Document : public VRELFormatReader {
   Progress* progress = nullptr;
   std::vector<Loss> losses;
   long danglingCount = 0;
+  VRINResult modelResult = VREL_S_OK;
 };

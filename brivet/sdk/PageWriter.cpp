@@ -45,6 +45,7 @@ VRINResult PageWriter::WritePage(BrivetWriteRequest& request) {
   AppendEscapingControls(escaped, request.title);
   PutTitle(std::string(escaped));
   WriteSummary(request);
+  if (request.document->GetModelResult().IsFailure()) return request.document->GetModelResult();
   WriteLosses(*request.document);
   WriteHeader(*request.document);
   WriteCounts(*request.document);

@@ -45,6 +45,20 @@ int StepAssembly::ProductOf(std::uint32_t definition) const {
   return found == products.end() ? -1 : found->second;
 }
 
+int StepAssembly::ProductOfOwner(std::uint32_t owner) const {
+  auto const found = occurrenceOf.find(owner);
+  return found == occurrenceOf.end() ? ProductOf(owner)
+                                     : context.model.occurrences[static_cast<std::size_t>(found->second)].child;
+}
+
+std::unordered_map<std::uint32_t, int> StepAssembly::ProductsByShape() const {
+  std::unordered_map<std::uint32_t, int> productOfShape;
+  for (std::size_t i = 0; i < representations.size(); ++i) {
+    for (std::uint32_t const shape : representations[i]) productOfShape.try_emplace(shape, static_cast<int>(i));
+  }
+  return productOfShape;
+}
+
 std::uint32_t StepAssembly::OwnerOf(std::uint32_t propertyDefinition) const {
   auto const& store = context.store;
   std::uint32_t definition = propertyDefinition;
@@ -278,10 +292,7 @@ void StepAssembly::PlaceByMappedItems() {
   for (std::size_t i = 0; i < occurrences.size(); ++i) {
     if (!isPlaced[i]) unplaced[occurrences[i].parent].push_back(i);
   }
-  std::unordered_map<std::uint32_t, int> productOfShape;
-  for (std::size_t i = 0; i < representations.size(); ++i) {
-    for (std::uint32_t const shape : representations[i]) productOfShape.try_emplace(shape, static_cast<int>(i));
-  }
+  std::unordered_map<std::uint32_t, int> const productOfShape = ProductsByShape();
   for (auto const& [parent, waiting] : unplaced) {
     std::unordered_map<int, std::vector<std::uint32_t>> mappedItems;  // by child
     for (std::uint32_t const shape : representations[static_cast<std::size_t>(parent)]) {

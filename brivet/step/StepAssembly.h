@@ -23,6 +23,10 @@ class StepAssembly {
   // Returns the definition that a property definition, or a chain of them, finally belongs to: a product definition or
   // an occurrence; 0 if it is neither.
   std::uint32_t OwnerOf(std::uint32_t propertyDefinition) const;
+  // Returns the index of an owner: the product, or the child of the occurrence; -1 if it is neither.
+  int ProductOfOwner(std::uint32_t owner) const;
+  // Returns the first product of each representation of a shape.
+  std::unordered_map<std::uint32_t, int> ProductsByShape() const;
 
  private:
   void ReadProducts();

@@ -249,7 +249,8 @@ ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver
   StepEntityStore store;
   if (!isOpen) return nullptr;
   references->IndexIds();
-  if (DescribeSections(store, receiver, false, false).IsFailure()) return nullptr;
+  modelResult = DescribeSections(store, receiver, false, false);
+  if (modelResult.IsFailure()) return nullptr;
   StepShapes::Settings settings;
   settings.withGeometry = geometry;
   ReadStepModel(store, settings, *built);

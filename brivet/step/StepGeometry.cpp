@@ -8,7 +8,7 @@
 #include "ModelBox.h"
 
 // A curve is reduced to pieces: a basis curve and a range of its parameter. Trimmed curves set the range, composite
-// curves have several pieces, surface curves stand for their 3D curve, and replicas are mapped polylines. The chain of
+// curves have several pieces, surface curves are replaced by their 3D curve, and replicas by mapped polylines. The chain of
 // references is followed to a bounded depth, since damaged files contain cycles, and with a bounded number of pieces
 // and points for the whole document, since a short file can name the same curve in each of many edges.
 
@@ -106,6 +106,14 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
       DefaultXAxis(z, x);
       Orthogonalize(x, z);
     }
+    Cross(z, x, y);
+  } else if (store.Is(placement, StepEntity::Axis2Placement2d)) {
+    std::uint32_t const location =
+        context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
+    if (location == 0 || !ReadPoint(location, origin)) return false;
+    std::uint32_t const reference =
+        context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement2d, "ref_direction"), StepEntity::Direction, true);
+    if (reference == 0 || !ReadDirection(reference, x) || !Orthogonalize(x, z)) DefaultXAxis(z, x);
     Cross(z, x, y);
   } else if (store.Is(placement, StepEntity::CartesianTransformationOperator)) {
     std::uint32_t const location = context.Instance(
@@ -234,8 +242,7 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
   }
   if (store.Is(curve, StepEntity::Conic)) {
     Curve::Frame frame{};
-    std::uint32_t const position =
-        context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Axis2Placement3d);
+    std::uint32_t const position = context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Placement);
     if (position == 0 || !ReadFrame(position, frame)) return nullptr;
     auto const number = [&](StepAttribute const& attribute) { return context.Number(curve, attribute).value_or(0.0); };
     if (store.Is(curve, StepEntity::Circle)) {

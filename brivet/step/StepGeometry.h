@@ -20,7 +20,8 @@ class StepGeometry {
   bool ReadPoint(std::uint32_t point, double* coordinates);
   // Reads a DIRECTION and normalizes it. Returns false if it is none or has no length.
   bool ReadDirection(std::uint32_t direction, double* components);
-  // Reads an AXIS2_PLACEMENT_3D or a CARTESIAN_TRANSFORMATION_OPERATOR_3D as the mapping from its local coordinates.
+  // Reads an AXIS2_PLACEMENT_3D, an AXIS2_PLACEMENT_2D in the plane z = 0, or a CARTESIAN_TRANSFORMATION_OPERATOR as
+  // the mapping from its local coordinates.
   bool ReadPlacement(std::uint32_t placement, Placement& result);
 
   // Curve and the range of its parameter, in the direction of travel.

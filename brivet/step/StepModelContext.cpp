@@ -73,27 +73,36 @@ std::vector<std::uint32_t> StepModelContext::Instances(std::uint32_t instance, S
   return found;
 }
 
-std::uint32_t StepModelContext::AnyInstance(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
-  StepValue const value = store.Get(instance, attribute);
-  return value.kind == StepValue::Reference ? value.reference : 0;
+std::uint32_t StepModelContext::Resolve(std::uint32_t instance, StepAttribute const& attribute,
+                                        StepValue const& reference) {
+  if (reference.reference == 0) {
+    Warn(instance, "attribute " + AttributeName(attribute) + ": found #" + std::string(reference.text) +
+                       ", which the file does not contain");
+  }
+  return reference.reference;
 }
 
-std::vector<std::uint32_t> StepModelContext::AnyInstances(std::uint32_t instance,
-                                                          StepAttribute const& attribute) const {
+std::uint32_t StepModelContext::AnyInstance(std::uint32_t instance, StepAttribute const& attribute) {
+  StepValue const value = store.Get(instance, attribute);
+  return value.kind == StepValue::Reference ? Resolve(instance, attribute, value) : 0;
+}
+
+std::vector<std::uint32_t> StepModelContext::AnyInstances(std::uint32_t instance, StepAttribute const& attribute) {
   std::vector<std::uint32_t> found;
+  auto const add = [&](StepValue const& value) {
+    if (value.kind != StepValue::Reference) return;
+    std::uint32_t const each = Resolve(instance, attribute, value);
+    if (each != 0) found.push_back(each);
+  };
   StepValue const list = store.Get(instance, attribute);
-  if (list.kind == StepValue::Reference && list.reference != 0) found.push_back(list.reference);
+  add(list);
   if (list.kind != StepValue::List && list.kind != StepValue::Typed) return found;
   // A select of sets is written as a typed list: NULL_STYLE, SET_REPRESENTATION_ITEM((#1,#2)).
   for (StepValues values(list); values.Next();) {
     StepValue const& value = values.Current();
-    if (value.kind == StepValue::Reference && value.reference != 0) found.push_back(value.reference);
+    add(value);
     if (value.kind != StepValue::List) continue;
-    for (StepValues inner(value); inner.Next();) {
-      if (inner.Current().kind == StepValue::Reference && inner.Current().reference != 0) {
-        found.push_back(inner.Current().reference);
-      }
-    }
+    for (StepValues inner(value); inner.Next();) add(inner.Current());
   }
   return found;
 }

@@ -26,9 +26,9 @@ class StepModelContext {
                          bool isOptional = false);
   // Returns the instances of a list that are of the entity. A single reference counts as a list.
   std::vector<std::uint32_t> Instances(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected);
-  // Returns the referenced instance of any known entity, or 0 without a warning.
-  std::uint32_t AnyInstance(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
-  std::vector<std::uint32_t> AnyInstances(std::uint32_t instance, StepAttribute const& attribute) const;
+  // Returns the referenced instance of any entity, or 0; with a warning if the file does not contain it.
+  std::uint32_t AnyInstance(std::uint32_t instance, StepAttribute const& attribute);
+  std::vector<std::uint32_t> AnyInstances(std::uint32_t instance, StepAttribute const& attribute);
 
   // Returns a string, or nothing if it is unset. Other values draw a warning.
   std::optional<std::string> Text(std::uint32_t instance, StepAttribute const& attribute);
@@ -46,6 +46,8 @@ class StepModelContext {
   void Warn(std::string const& instance, std::string const& text);
 
  private:
+  // Returns the ordinal of a reference, or 0 with a warning.
+  std::uint32_t Resolve(std::uint32_t instance, StepAttribute const& attribute, StepValue const& reference);
   void WarnOfType(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected, StepValue const& found);
 
   static constexpr std::size_t kWarningLimit = 10000;

@@ -1,5 +1,6 @@
 #include "StepModelReader.h"
 
+#include "StepAnnotations.h"
 #include "StepAssembly.h"
 #include "StepModelContext.h"
 #include "StepProperties.h"
@@ -15,4 +16,5 @@ void ReadStepModel(StepEntityStore const& store, StepShapes::Settings const& set
   styles.Read();
   structure.Read();
   StepProperties(context, units, structure).Read();
+  StepAnnotations(context, units, styles, shapes, structure).Read();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -19,27 +20,20 @@ namespace {
 constexpr int kDepthLimit = 64;
 constexpr long kVisitLimit = 2000000;  // plus kVisitsPerInstance for each instance of the document
 constexpr long kVisitsPerInstance = 8;
-// Items that have no edges of their own: surfaces, texts and placements.
-constexpr std::string_view kUnevaluated[] = {"ANNOTATION_TEXT",
-                                             "AXIS1_PLACEMENT",
-                                             "AXIS2_PLACEMENT_2D",
+// Items that have no edges of their own: surfaces and placements.
+constexpr std::string_view kUnevaluated[] = {"AXIS1_PLACEMENT",
                                              "BEZIER_SURFACE",
                                              "BLOCK",
                                              "BOOLEAN_RESULT",
                                              "BOUNDED_SURFACE",
                                              "B_SPLINE_SURFACE",
                                              "B_SPLINE_SURFACE_WITH_KNOTS",
-                                             "COMPOSITE_TEXT",
                                              "CONICAL_SURFACE",
                                              "CYLINDRICAL_SURFACE",
-                                             "DEFINED_SYMBOL",
                                              "DEGENERATE_TOROIDAL_SURFACE",
                                              "FEA_AXIS2_PLACEMENT_3D",
                                              "NODE_SET",
                                              "OFFSET_SURFACE",
-                                             "PLANAR_BOX",
-                                             "PLANAR_EXTENT",
-                                             "PLANE",
                                              "QUASI_UNIFORM_SURFACE",
                                              "RATIONAL_B_SPLINE_SURFACE",
                                              "RECTANGULAR_COMPOSITE_SURFACE",
@@ -50,7 +44,6 @@ constexpr std::string_view kUnevaluated[] = {"ANNOTATION_TEXT",
                                              "SPHERICAL_SURFACE",
                                              "SURFACE_OF_LINEAR_EXTRUSION",
                                              "SURFACE_OF_REVOLUTION",
-                                             "TEXT_LITERAL",
                                              "TOROIDAL_SURFACE",
                                              "TORUS",
                                              "UNIFORM_SURFACE"};
@@ -60,6 +53,8 @@ bool IsUnevaluated(std::string_view type) {
 }
 
 constexpr int kSizeSamples = 6;  // estimate the size of a curve
+// First coordinate of a point that cannot be used.
+constexpr double kUnusable = std::numeric_limits<double>::infinity();
 constexpr double kPi = 3.14159265358979323846264338327950288;
 
 }  // namespace
@@ -199,7 +194,7 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   Entry entry = given;
   std::uint32_t const item = entry.item;
   if (skipped.count(item) != 0) return;
-  if (int const own = styles.ColourOf(item); own >= 0) entry.colour = own;
+  if (int const own = OwnColour(item); own >= 0) entry.colour = own;
   if (styles.IsInvisible(item)) entry.isVisible = false;
   if (entry.colour >= 0 &&
       std::find(product.colours.begin(), product.colours.end(), entry.colour) == product.colours.end()) {
@@ -276,6 +271,7 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   } else if (store.Is(item, StepEntity::MappedItem)) {
     PushMapped(entry, pending);
   } else if (store.Is(item, StepEntity::TessellatedItem)) {
+    Reposition(entry);
     if (store.Is(item, StepEntity::TessellatedSolid)) {
       if (IsFirst(item)) ++product.solids;
       PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedSolid, "items")), entry, pending);
@@ -285,11 +281,6 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
     } else if (store.Is(item, StepEntity::TessellatedWire)) {
       PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedWire, "items")), entry, pending);
     } else if (store.Is(item, StepEntity::TessellatedGeometricSet)) {
-      std::uint32_t location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedItem, "location"));
-      if (location == 0)
-        location = context.AnyInstance(item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
-      Placement local;
-      if (location != 0 && geometry.ReadPlacement(location, local)) entry.placement = entry.placement * local;
       PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedGeometricSet, "children")), entry, pending);
     } else {
       ReadTessellated(product, entry);
@@ -304,6 +295,25 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
     std::string const type(store.TypeNameOf(item));
     context.Warn(item, "an item of the unknown type " + type + " is skipped");
   }
+}
+
+// A tessellated item without a colour has that of the face, shell or solid to which it is linked.
+int StepShapes::OwnColour(std::uint32_t item) const {
+  int const own = styles.ColourOf(item);
+  if (own >= 0 || !context.store.Is(item, StepEntity::TessellatedItem)) return own;
+  std::uint32_t linked = context.AnyInstance(item, STEP_ATTRIBUTE(TessellatedFace, "geometric_link"));
+  if (linked == 0) linked = context.AnyInstance(item, STEP_ATTRIBUTE(TessellatedSolid, "geometric_link"));
+  if (linked == 0) linked = context.AnyInstance(item, STEP_ATTRIBUTE(TessellatedShell, "topological_link"));
+  return linked == 0 ? -1 : styles.ColourOf(linked);
+}
+
+void StepShapes::Reposition(Entry& entry) {
+  std::uint32_t location = context.AnyInstance(entry.item, STEP_ATTRIBUTE(RepositionedTessellatedItem, "location"));
+  if (location == 0) {
+    location = context.AnyInstance(entry.item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
+  }
+  Placement local;
+  if (location != 0 && geometry.ReadPlacement(location, local)) entry.placement = entry.placement * local;
 }
 
 void StepShapes::PushMapped(Entry const& entry, std::vector<Entry>& pending) {
@@ -425,11 +435,15 @@ std::vector<double> StepShapes::Coordinates(std::uint32_t list) {
   if (rows.kind != StepValue::List) return coordinates;
   for (StepValues row(rows); row.Next();) {
     double point[3] = {0.0, 0.0, 0.0};
-    int count = 0;
-    if (row.Current().kind == StepValue::List) {
-      for (StepValues values(row.Current()); count < 3 && values.Next(); ++count)
-        point[count] = values.Current().number;
+    bool isUsable = row.Current().kind == StepValue::List;
+    if (isUsable) {
+      int count = 0;
+      for (StepValues values(row.Current()); count < 3 && values.Next(); ++count) {
+        point[count] = NumberOf(values.Current()).value_or(kUnusable);
+        if (!(std::abs(point[count]) <= kLargestCoordinate)) isUsable = false;
+      }
     }
+    if (!isUsable) point[0] = kUnusable;
     coordinates.insert(coordinates.end(), point, point + 3);
   }
   return coordinates;
@@ -449,6 +463,35 @@ std::vector<std::size_t> IndicesOf(StepValue const& list) {
   return indices;
 }
 
+// Vectors of a list of lists; what is no number is 0.
+std::vector<double> Normals(StepValue const& list) {
+  std::vector<double> normals;
+  if (list.kind != StepValue::List) return normals;
+  for (StepValues rows(list); rows.Next();) {
+    double normal[3] = {0.0, 0.0, 0.0};
+    int size = 0;
+    if (rows.Current().kind == StepValue::List) {
+      for (StepValues values(rows.Current()); size < 3 && values.Next(); ++size) {
+        normal[size] = NumberOf(values.Current()).value_or(0.0);
+      }
+    }
+    normals.insert(normals.end(), normal, normal + 3);
+  }
+  return normals;
+}
+
+// Appends a normal in the coordinates of the product. Placements are similarities, so that normals map like vectors.
+void AddNormal(Placement const& placement, double const* normal, std::vector<double>& normals) {
+  auto const& n = placement.Numbers();
+  double placed[3];
+  for (std::size_t row = 0; row < 3; ++row) {
+    placed[row] = n[4 * row] * normal[0] + n[4 * row + 1] * normal[1] + n[4 * row + 2] * normal[2];
+  }
+  double const length = std::hypot(placed[0], placed[1], placed[2]);
+  bool const isUsable = std::isfinite(length) && length > 0.0;
+  for (double const component : placed) normals.push_back(isUsable ? component / length : 0.0);
+}
+
 std::size_t LargestIndex(StepValue const& lists) {
   std::size_t largest = 0;
   if (lists.kind != StepValue::List) return largest;
@@ -465,7 +508,7 @@ void StepShapes::ReadLineStrips(ModelProduct& product, Entry const& entry, std::
   auto const addStrip = [&](StepValue const& strip) {
     std::vector<double> points;
     for (std::size_t const index : IndicesOf(strip)) {
-      if (index == 0 || 3 * index > coordinates.size()) continue;
+      if (index == 0 || 3 * index > coordinates.size() || coordinates[3 * index - 3] == kUnusable) continue;
       double point[3] = {coordinates[3 * index - 3], coordinates[3 * index - 2], coordinates[3 * index - 1]};
       AddPoint(entry, point);
       entry.placement.Apply(point);
@@ -538,18 +581,17 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
   auto const pointOf = [&](std::size_t index) -> std::size_t {
     if (index == 0) return 0;
     if (!isDirect) index = index <= pointIndices.size() ? pointIndices[index - 1] : 0;
-    return index <= count ? index : 0;
+    return index == 0 || index > count || coordinates[3 * index - 3] == kUnusable ? 0 : index;
   };
 
   std::vector<std::uint32_t> triangles;
   bool isDamaged = false;
   auto const addTriangle = [&](std::size_t a, std::size_t b, std::size_t c) {
-    std::size_t const corners[3] = {pointOf(a), pointOf(b), pointOf(c)};
-    if (corners[0] == 0 || corners[1] == 0 || corners[2] == 0) {
+    if (pointOf(a) == 0 || pointOf(b) == 0 || pointOf(c) == 0) {
       isDamaged = true;
       return;
     }
-    for (std::size_t const corner : corners) triangles.push_back(static_cast<std::uint32_t>(corner - 1));
+    for (std::size_t const corner : {a, b, c}) triangles.push_back(static_cast<std::uint32_t>(corner));
   };
   if (lists.kind == StepValue::List) {
     for (StepValues each(lists); each.Next();) {
@@ -567,40 +609,68 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
       for (std::size_t i = 1; i + 1 < fan.size(); ++i) addTriangle(fan[0], fan[i], fan[i + 1]);
     }
   }
-  if (isDamaged) context.Warn(item, "triangles with invalid indices are skipped");
+  if (isDamaged) context.Warn(item, "triangles with invalid points are skipped");
 
-  // Only the points that are used belong to the shape.
+  // Only the points that are used belong to the shape. A point that pnindex lists twice can have two normals.
+  StepValue const normalList = store.Get(
+      item, isFace ? STEP_ATTRIBUTE(TessellatedFace, "normals") : STEP_ATTRIBUTE(TessellatedSurfaceSet, "normals"));
+  std::vector<double> const normals = sink == nullptr ? std::vector<double>() : Normals(normalList);
+  bool const hasNormals =
+      normals.size() == 3 || (!normals.empty() && normals.size() == 3 * (isDirect ? count : pointIndices.size()));
   std::unordered_map<std::uint32_t, std::uint32_t> used;
   ModelMesh mesh;
   for (std::uint32_t& corner : triangles) {
     auto const [found, isNew] = used.try_emplace(corner, static_cast<std::uint32_t>(used.size()));
     if (isNew) {
-      double point[3] = {coordinates[3 * corner], coordinates[3 * corner + 1], coordinates[3 * corner + 2]};
+      double const* const coordinate = &coordinates[3 * (pointOf(corner) - 1)];
+      double point[3] = {coordinate[0], coordinate[1], coordinate[2]};
       AddPoint(entry, point);
       entry.placement.Apply(point);
       if (sink != nullptr) mesh.points.insert(mesh.points.end(), point, point + 3);
+      if (hasNormals)
+        AddNormal(entry.placement, &normals[normals.size() == 3 ? 0 : 3 * (std::size_t{corner} - 1)], mesh.normals);
     }
     corner = found->second;
   }
   if (sink == nullptr || !entry.isVisible || triangles.empty()) return;
+  if (entry.placement.Determinant() < 0.0) {
+    // A mirror reverses the orientation of triangles.
+    for (std::size_t i = 0; i + 3 <= triangles.size(); i += 3) std::swap(triangles[i + 1], triangles[i + 2]);
+  }
   mesh.instance = context.IdOf(item);
   mesh.triangles = std::move(triangles);
   mesh.colour = entry.colour;
   product.meshes.push_back(std::move(mesh));
 }
 
-void StepShapes::ReadPolylines(std::uint32_t item, double annotationError, double angleFactor,
-                               std::vector<ModelPolyline>& polylines) {
+void StepShapes::ReadPlaced(ModelProduct& product, std::vector<PlacedItem> const& items) {
   seen.clear();
-  sink = &polylines;
-  chordError = annotationError;
-  radians = angleFactor;
-  ModelProduct ignored;
-  std::vector<Entry> pending{{item, Placement(), -1, 1, true}};
-  while (!pending.empty() && ++visits <= VisitLimit()) {
-    Entry const entry = pending.back();
-    pending.pop_back();
-    ReadItem(ignored, entry, pending);
+  std::vector<Entry> pending;
+  for (PlacedItem const& each : items) {
+    // Points of annotations count, as those in sets do.
+    pending.push_back({each.item, each.placement, each.colour, 1, true});
+    while (!pending.empty() && ++visits <= VisitLimit()) {
+      Entry const entry = pending.back();
+      pending.pop_back();
+      ReadItem(product, entry, pending);
+    }
+    pending.clear();
   }
+}
+
+void StepShapes::ReadAnnotation(std::vector<PlacedItem> const& items, double angleFactor, ModelAnnotation& annotation) {
+  radians = angleFactor;
+  extent = StepExtent();
+  chordError = 0.0;
+  sink = nullptr;
+  ModelProduct measured;
+  ReadPlaced(measured, items);
+  ModelBox box;
+  extent.Extend(Placement(), box);
+  chordError = settings.chordShare * box.Diagonal();
+  sink = &annotation.polylines;
+  ModelProduct sampled;
+  ReadPlaced(sampled, items);
+  annotation.meshes = std::move(sampled.meshes);
   sink = nullptr;
 }

@@ -54,8 +54,17 @@ class StepShapes {
   StepExtent const& Extent() const { return extent; }
 
   StepGeometry& Geometry() { return geometry; }
-  // Appends the polylines of any item that annotations use.
-  void ReadPolylines(std::uint32_t item, double chordError, double radians, std::vector<ModelPolyline>& polylines);
+  Settings const& GetSettings() const { return settings; }
+
+  // Item of an annotation with its placement and colour.
+  struct PlacedItem {
+    std::uint32_t item;
+    Placement placement;
+    int colour;
+  };
+  // Sets the polylines and meshes of an annotation. The chord error is a share of the annotation's own diagonal, since
+  // letters are small compared with the part. `radians` converts the parameters of trimmed conics.
+  void ReadAnnotation(std::vector<PlacedItem> const& items, double radians, ModelAnnotation& annotation);
 
  private:
   struct Entry {
@@ -71,6 +80,10 @@ class StepShapes {
   void ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations);
   void ReadItem(ModelProduct& product, Entry const& entry, std::vector<Entry>& pending);
   void PushAll(std::vector<std::uint32_t> const& items, Entry const& parent, std::vector<Entry>& pending) const;
+  void ReadPlaced(ModelProduct& product, std::vector<PlacedItem> const& items);
+  int OwnColour(std::uint32_t item) const;
+  // Applies the location of a repositioned tessellated item.
+  void Reposition(Entry& entry);
   void PushMapped(Entry const& entry, std::vector<Entry>& pending);
   void ReadEdge(ModelProduct& product, Entry const& entry);
   void ReadFreeCurve(ModelProduct& product, Entry const& entry);

@@ -54,7 +54,7 @@ void StepStyles::Read() {
     ++context.model.colours[static_cast<std::size_t>(index)].items;
     std::uint32_t const item = context.AnyInstance(each, STEP_ATTRIBUTE(StyledItem, "item"));
     if (item == 0) continue;
-    // The overriding style of an item wins whatever the order in the file.
+    // The overriding style of an item wins in any order in the file.
     if (store.Is(each, StepEntity::OverRidingStyledItem)) {
       colours[item] = index;
     } else {
@@ -66,6 +66,11 @@ void StepStyles::Read() {
 int StepStyles::ColourOf(std::uint32_t item) const {
   auto const found = colours.find(item);
   return found == colours.end() ? -1 : found->second;
+}
+
+int StepStyles::ColourOfAnnotation(std::uint32_t occurrence) {
+  std::optional<ModelColour> const colour = ColourOfStyledItem(occurrence);
+  return colour.has_value() ? IndexOf(*colour) : -1;
 }
 
 int StepStyles::IndexOf(ModelColour const& colour) {

@@ -17,6 +17,8 @@ class StepStyles {
 
   // Returns the index of the colour that an item itself has, or -1.
   int ColourOf(std::uint32_t item) const;
+  // Returns the index of the colour that an annotation occurrence gives its item, or -1. It is not counted.
+  int ColourOfAnnotation(std::uint32_t occurrence);
   bool IsInvisible(std::uint32_t item) const { return invisible.count(item) != 0; }
 
  private:

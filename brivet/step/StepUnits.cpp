@@ -98,12 +98,9 @@ StepUnit StepUnits::Compute(std::uint32_t unit, int depth) {
   return result;
 }
 
-int StepUnits::OfContext(std::uint32_t representationContext) {
-  if (representationContext == 0) return -1;
-  auto const [found, isNew] = known.try_emplace(representationContext, -1);
-  if (!isNew) return found->second;
+std::optional<ModelUnits> StepUnits::ReadContext(std::uint32_t representationContext) {
   auto const& store = context.store;
-  if (!store.Is(representationContext, StepEntity::GlobalUnitAssignedContext)) return -1;
+  if (!store.Is(representationContext, StepEntity::GlobalUnitAssignedContext)) return std::nullopt;
 
   ModelUnits units;
   for (std::uint32_t const unit :
@@ -115,7 +112,7 @@ int StepUnits::OfContext(std::uint32_t representationContext) {
     (isLength ? units.lengthName : units.angleName) = read.name;
     (isLength ? units.metres : units.radians) = read.factor;
   }
-  if (units.lengthName.empty()) return -1;
+  if (units.lengthName.empty()) return std::nullopt;
   for (std::uint32_t const measure :
        context.AnyInstances(representationContext, STEP_ATTRIBUTE(GlobalUncertaintyAssignedContext, "uncertainty"))) {
     if (units.uncertainty.has_value()) break;
@@ -127,7 +124,16 @@ int StepUnits::OfContext(std::uint32_t representationContext) {
     // A unit equal to that of the context changes nothing, not even by rounding.
     units.uncertainty = read.isValid && read.factor == units.metres ? *value : scaled;
   }
+  return units;
+}
 
+int StepUnits::OfContext(std::uint32_t representationContext) {
+  if (representationContext == 0) return -1;
+  auto const [found, isNew] = known.try_emplace(representationContext, -1);
+  if (!isNew) return found->second;
+  std::optional<ModelUnits> read = ReadContext(representationContext);
+  if (!read.has_value()) return -1;
+  ModelUnits& units = *read;
   auto& all = context.model.units;
   char numbers[120];
   std::snprintf(numbers, sizeof numbers, " %.17g %.17g %.17g ", units.metres, units.radians,
@@ -155,4 +161,12 @@ double StepUnits::Metres(std::uint32_t representationContext) {
 double StepUnits::Radians(std::uint32_t representationContext) {
   int const index = OfContext(representationContext);
   return index < 0 ? 1.0 : context.model.units[static_cast<std::size_t>(index)].radians;
+}
+
+StepUnits::Factors StepUnits::FactorsOf(std::uint32_t representationContext) {
+  auto const [found, isNew] = factors.try_emplace(representationContext);
+  if (!isNew) return found->second;
+  std::optional<ModelUnits> const units = ReadContext(representationContext);
+  if (units.has_value()) found->second = {units->metres, units->radians};
+  return found->second;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -26,16 +27,25 @@ class StepUnits {
   double Metres(std::uint32_t representationContext);
   // Returns the factor of a context's plane angle unit to radians; 1 without units.
   double Radians(std::uint32_t representationContext);
+  // Factors of a context's units to metres and radians; 0 metres without a unit of length.
+  struct Factors {
+    double metres = 0.0;
+    double radians = 1.0;
+  };
+  // Returns the factors of a context without adding it to the model, which lists contexts of shapes only.
+  Factors FactorsOf(std::uint32_t representationContext);
   // Returns a unit of any kind: named, conversion-based or derived.
   StepUnit Read(std::uint32_t unit);
 
  private:
   StepUnit Read(std::uint32_t unit, int depth);
   StepUnit Compute(std::uint32_t unit, int depth);
+  std::optional<ModelUnits> ReadContext(std::uint32_t representationContext);
 
   StepModelContext& context;
   std::unordered_map<std::uint32_t, std::uint32_t> contexts;  // by representation
   std::unordered_map<std::uint32_t, int> known;               // by context
+  std::unordered_map<std::uint32_t, Factors> factors;         // by context
   std::unordered_map<std::uint32_t, StepUnit> unitsRead;      // by unit
   std::unordered_map<std::string, std::size_t> indexOfUnits;  // by their text
 };

@@ -111,6 +111,7 @@ class Listing {
   // Returns whether there is a model.
   bool AppendModel(std::size_t lines) {
     ProductModel const* const model = document.GetModel(false, progress);
+    if (document.GetModelResult().IsFailure()) throw ListingFailure{document.GetModelResult()};
     if (model == nullptr || model->IsEmpty()) return false;
     ModelSummary const summary = ModelSummary::Of(*model, lines, kValueWidth);
     for (ModelSummary::Row const& row : summary.rows) page += PadRight(row.key, kCountWidth) + row.value + "\n";

@@ -47,11 +47,11 @@ def main():
     parser.add_argument("--three")
     parser.add_argument("--notice")
     parser.add_argument("output")
-    parser.add_argument("style")
+    parser.add_argument("style", help="one or more files, separated by commas")
     parser.add_argument("scripts", nargs="+")
     arguments = parser.parse_args()
 
-    style = without_comments(read(arguments.style))
+    style = without_comments(b"".join(read(path) for path in arguments.style.split(",")))
     script = b'(() => {\n"use strict";\n' + b"".join(without_comments(read(path)) for path in arguments.scripts) + b"})();\n"
     for name, text in (("style", style), ("script", script)):
         if b"</" + name.encode() in text.lower() or b"<!--" in text:

@@ -1,5 +1,3 @@
-#ifdef BRIVET_HAS_JSON
-
 #include "JsonSummary.h"
 
 #include <gtest/gtest.h>
@@ -108,4 +106,50 @@ TEST(JsonSummaryTest, WritesDeepStructureInLinearSpace) {
   EXPECT_LT(JsonOf(data).size(), 20000000U);
 }
 
-#endif
+TEST(JsonSummaryTest, ReportsChangedFile) {
+  ReadDocument document(ChangeableText());
+  CutChangeableText(document);
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  TextOf([&request](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(WriteJsonSummary(request, stream), VREL_E_INVALID_FILE);
+  });
+  EXPECT_EQ(document->GetModelResult(), VREL_E_INVALID_FILE);
+}
+
+TEST(JsonSummaryTest, WritesKindsOfAnnotations) {
+  std::string const json = JsonOf(
+      "#1=DIMENSIONAL_SIZE($,'d');\n#2=FLATNESS_TOLERANCE('','',$,$);\n#3=DATUM('','',$,.F.,'A');\n"
+      "#4=ANNOTATION_TEXT_OCCURRENCE('n',(),$);\n#5=ANNOTATION_PLACEHOLDER_OCCURRENCE('p',(),$,.GPS_DATA.,0.);\n"
+      "#6=TESSELLATED_ANNOTATION_OCCURRENCE('t',(),$);\n#7=CAMERA_MODEL_D3('c',$,$);\n"
+      "#8=CAMERA_MODEL_D3('s',$,$);\n#9=DRAUGHTING_MODEL('',(#8,#6),$);\n");
+  auto const row = [](char const* id, char const* name, char const* kind, char const* form, char const* view) {
+    return std::string("      \"instance\": \"") + id + "\",\n      \"name\": \"" + name + "\",\n      \"kind\": \"" +
+           kind + "\",\n      \"form\": \"" + form + "\",\n      \"value\": null,\n      \"view\": " + view + "\n";
+  };
+  EXPECT_TRUE(Contains(json, row("#4", "n", "note", "polyline", "null"))) << json;
+  EXPECT_TRUE(Contains(json, row("#5", "p", "placeholder", "polyline", "null")));
+  EXPECT_TRUE(Contains(json, row("#6", "t", "other", "tessellated", "\"s\"")));
+  EXPECT_TRUE(Contains(json, row("#1", "d", "dimension", "semantic", "null")));
+  EXPECT_TRUE(Contains(json, row("#2", "", "tolerance", "semantic", "null")));
+  EXPECT_TRUE(Contains(json, row("#3", "A", "datum", "semantic", "null")));
+  EXPECT_TRUE(Contains(json, "\"instance\": \"#7\",\n      \"name\": \"c\",\n      \"kind\": \"camera\"\n"));
+  EXPECT_TRUE(Contains(json, "\"instance\": \"#8\",\n      \"name\": \"s\",\n      \"kind\": \"saved\"\n"));
+}
+
+TEST(JsonSummaryTest, WritesKindsOfProperties) {
+  std::string const json = JsonOf(
+      "#1=PROPERTY_DEFINITION('geometric validation property',$,$);\n#2=PROPERTY_DEFINITION('density','',$);\n"
+      "#3=PROPERTY_DEFINITION('user defined attribute','',$);\n#4=PROPERTY_DEFINITION($,'',$);\n"
+      "#5=PROPERTY_DEFINITION_REPRESENTATION(#4,#6);\n#6=REPRESENTATION('',(#7,#8,#9),$);\n"
+      "#7=DESCRIPTIVE_REPRESENTATION_ITEM('a','b');\n#8=VALUE_REPRESENTATION_ITEM('c',COUNT_MEASURE(0.1));\n"
+      "#9=CARTESIAN_POINT('d',(1.,2.5,-3.));\n");
+  for (char const* kind : {"validation", "material", "attribute", "other"}) {
+    EXPECT_TRUE(Contains(json, std::string("\"kind\": \"") + kind + "\",\n      \"values\": ")) << kind;
+  }
+  EXPECT_TRUE(Contains(json, "\"name\": \"a\",\n          \"value\": \"b\",\n          \"unit\": null\n")) << json;
+  EXPECT_TRUE(Contains(json, "\"name\": \"c\",\n          \"value\": 0.1,\n          \"unit\": null\n"));
+  EXPECT_TRUE(Contains(json, "\"name\": \"d\",\n          \"value\": [1, 2.5, -3],\n          \"unit\": null\n"));
+  EXPECT_TRUE(Contains(json, "\"instance\": \"#4\",\n      \"product\": null,\n      \"name\": null,\n"));
+}

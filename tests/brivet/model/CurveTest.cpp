@@ -162,3 +162,16 @@ TEST(CurveTest, RefusesBadNumbers) {
   EXPECT_EQ(Curve::BSpline(1, {0, 0, 0, 1, 0, 0}, {1, 1, 1, 1}, {}), nullptr);
   EXPECT_EQ(Curve::BSpline(1, {0, 0, 0, 1, 0, 0}, {0, 0, 1, 1}, {1, 0}), nullptr);
 }
+
+TEST(CurveTest, SamplesStraightPiecesByTheirEnds) {
+  std::vector<double> const corners{0, 0, 0, 3, 0, 0, 3, 4, 0};
+  std::vector<double> points;
+  Curve::Polyline(corners)->Sample(0.0, 2.0, 0.001, points);
+  EXPECT_EQ(points, corners);
+  points.clear();
+  Curve::BSpline(1, corners, {0, 0, 1, 2, 2}, {})->Sample(0.0, 2.0, 0.001, points);
+  EXPECT_EQ(points, corners);
+  points.clear();
+  Curve::Polyline(corners)->Sample(1.5, 0.0, 0.001, points);
+  EXPECT_EQ(points, (std::vector<double>{3, 2, 0, 3, 0, 0, 0, 0, 0}));
+}

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ModelFixture.h"
+#include "ModelSummary.h"
 
 namespace {
 
@@ -206,4 +207,70 @@ TEST(StepAssemblyTest, AcceptsExponentialStructure) {
   ReadModel const model(data + ItemText(30, "1.,2.,3."));
   EXPECT_EQ(model->CountNodes(0), ProductModel::kNodeLimit + 1);
   ExpectBox(model->extent, {1, 2, 3, 1, 2, 3});
+}
+
+// A node takes an occurrence, not a copy of the shape.
+TEST(StepAssemblyTest, AcceptsMillionOccurrences) {
+  constexpr std::size_t kCount = 1000000;
+  std::string data = ProductText(100, "top", "#12") + ProductText(200, "bolt", "#31") + PointText(30, "1.,2.,3.") +
+                     "#31=GEOMETRIC_CURVE_SET('',(#32));\n#32=POLYLINE('',(#11,#30));\n";
+  for (std::size_t i = 0; i < kCount; ++i) {
+    data += "#" + std::to_string(1000 + i) + "=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','','',#102,#202,$);\n";
+  }
+  ReadModel const model(data, true);
+  EXPECT_EQ(model->products.size(), 2U);
+  EXPECT_EQ(model->occurrences.size(), kCount);
+  EXPECT_EQ(model->products[0].occurrences.size(), kCount);
+  EXPECT_EQ(model->products[1].polylines.size(), 1U);
+  EXPECT_TRUE(model->products[0].polylines.empty());
+  EXPECT_EQ(model->CountNodes(0), static_cast<long>(kCount) + 1);
+  EXPECT_LE(sizeof(ModelOccurrence), 320U);
+  ExpectBox(model->extent, {0, 0, 0, 1, 2, 3});
+  ModelSummary const summary = ModelSummary::Of(*model, 24, 60);
+  ASSERT_EQ(summary.tree.size(), 2U);
+  EXPECT_EQ(summary.tree[1],
+            "  bolt \xC3\x97"
+            "1000000");
+}
+
+TEST(StepAssemblyTest, FindsTwoRoots) {
+  ReadModel const model(ProductText(100, "a", "") + ProductText(200, "b", "") + ProductText(300, "c", "") +
+                        UsageText(400, 200, 100));
+  EXPECT_EQ(model->roots, (std::vector<int>{1, 2}));
+}
+
+// The geometry of an external part is in another file: its product has no shape, and the document is no root.
+TEST(StepAssemblyTest, ReadsExternalReferences) {
+  ReadModel const model(
+      ProductText(100, "top", "#12") + ProductText(200, "nut", "#12") + UsageText(300, 100, 200) +
+      PlacementText(310, 300, 205, 105, 12, 12) +
+      "#400=DOCUMENT_FILE('nut.stp','','',#401,'',$);\n#401=DOCUMENT_TYPE('geometry');\n"
+      "#402=APPLIED_DOCUMENT_REFERENCE(#400,'',(#202));\n"
+      "#403=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('nut.stp',#404,#405,(#400));\n"
+      "#404=IDENTIFICATION_ROLE('external document id and location',$);\n#405=EXTERNAL_SOURCE(IDENTIFIER(''));\n"
+      "#406=DOCUMENT_REPRESENTATION_TYPE('digital',#400);\n#407=PROPERTY_DEFINITION('external definition','',#400);\n"
+      "#408=PROPERTY_DEFINITION_REPRESENTATION(#203,#205);\n#409=PRODUCT('doc','doc','',());\n"
+      "#410=PRODUCT_DEFINITION_FORMATION('','',#409);\n"
+      "#411=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('','',#410,$,(#400));\n"
+      "#412=PRODUCT_RELATED_PRODUCT_CATEGORY('document','',(#409));\n"
+      "#413=APPLIED_DOCUMENT_USAGE_CONSTRAINT_ASSIGNMENT(#414,$,(#202));\n#414=DOCUMENT_USAGE_CONSTRAINT(#400,'','');"
+      "\n");
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ASSERT_EQ(model->products.size(), 3U);
+  EXPECT_EQ(model->products[1].name, "nut");
+  EXPECT_TRUE(model->products[1].extent.isEmpty);
+  EXPECT_EQ(model->products[2].name, "doc");
+  EXPECT_EQ(model->roots, std::vector<int>{0});
+  EXPECT_EQ(model->occurrences.size(), 1U);
+}
+
+TEST(StepAssemblyTest, WarnsOfDanglingReferenceOfAnyType) {
+  ReadModel const model("#20=STYLED_ITEM('',(),#99);\n#21=PRESENTATION_LAYER_ASSIGNMENT('','',(#11,#98));\n");
+  EXPECT_EQ(model->warnings,
+            (std::vector<std::string>{"#21: attribute assigned_items: found #98, which the file does not contain"}));
+  ReadModel const styled(
+      "#20=STYLED_ITEM('',(#21),#99);\n#21=PRESENTATION_STYLE_ASSIGNMENT((#22));\n"
+      "#22=CURVE_STYLE('',$,$,#23);\n#23=COLOUR_RGB('',1.,1.,1.);\n");
+  EXPECT_EQ(styled->warnings,
+            (std::vector<std::string>{"#20: attribute item: found #99, which the file does not contain"}));
 }

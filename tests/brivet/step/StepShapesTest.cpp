@@ -157,7 +157,7 @@ TEST(StepShapesTest, SkipsInvalidTriangles) {
                         "#21=TRIANGULATED_SURFACE_SET('',#20,4,(),(),((1,2,3),(1,2,9),(0,1,2),(1,2)));\n"
                         "#22=TESSELLATED_GEOMETRIC_SET('',(#21));\n" +
                         ProductText(100, "a", "#22"));
-  EXPECT_EQ(model->warnings, std::vector<std::string>{"#21: triangles with invalid indices are skipped"});
+  EXPECT_EQ(model->warnings, std::vector<std::string>{"#21: triangles with invalid points are skipped"});
   ExpectBox(model->extent, {0, 0, 0, 1, 1, 0});
 }
 
@@ -178,6 +178,101 @@ TEST(StepShapesTest, PlacesRepositionedTessellation) {
                         "TESSELLATED_GEOMETRIC_SET((#21))TESSELLATED_ITEM());\n" +
                         ProductText(100, "a", "#22"));
   ExpectBox(model->extent, {5, 0, 0, 6, 0, 0});
+}
+
+TEST(StepShapesTest, PlacesRepositionedCurveSet) {
+  ReadModel const model(std::string(kTetrahedron) + PointText(30, "5.,0.,0.") +
+                        "#31=AXIS2_PLACEMENT_3D('',#30,$,$);\n"
+                        "#22=(GEOMETRIC_REPRESENTATION_ITEM()REPOSITIONED_TESSELLATED_ITEM(#31)REPRESENTATION_ITEM('')"
+                        "TESSELLATED_CURVE_SET(#20,((1,2)))TESSELLATED_ITEM());\n" +
+                        ProductText(100, "a", "#22"));
+  ExpectBox(model->extent, {5, 0, 0, 6, 0, 0});
+}
+
+// Normals belong to the entries of pnindex, so that one point can have two; a single one belongs to all.
+TEST(StepShapesTest, ReadsNormals) {
+  ReadModel const model(
+      std::string(kTetrahedron) +
+          "#21=TRIANGULATED_FACE('',#20,4,((0.,0.,2.),(0.,3.,0.),(-1.,0.,0.),(3.,4.,0.)),$,(1,2,3,1),((1,2,3),(4,2,3)))"
+          ";\n"
+          "#22=TRIANGULATED_FACE('',#20,3,((0.,0.,1.)),$,(1,2,3),((1,2,3)));\n"
+          "#23=TRIANGULATED_FACE('',#20,4,((1.,0.,0.),(0.,1.,0.),(0.,0.,1.),(0.,0.,0.)),$,(),((2,3,4)));\n"
+          "#24=TRIANGULATED_FACE('',#20,3,((0.,0.,1.),(0.,1.,0.)),$,(1,2,3),((1,2,3)));\n"
+          "#25=TESSELLATED_SHELL('',(#21,#22,#23,#24),$);\n" +
+          ProductText(100, "a", "#25"),
+      true);
+  auto const& meshes = model->products[0].meshes;
+  ASSERT_EQ(meshes.size(), 4U);
+  EXPECT_EQ(meshes[0].triangles, (std::vector<std::uint32_t>{0, 1, 2, 3, 1, 2}));
+  EXPECT_EQ(meshes[0].points.size(), 12U);
+  EXPECT_EQ(meshes[0].normals, (std::vector<double>{0, 0, 1, 0, 1, 0, -1, 0, 0, 0.6, 0.8, 0}));
+  EXPECT_EQ(meshes[1].normals, (std::vector<double>{0, 0, 1, 0, 0, 1, 0, 0, 1}));
+  EXPECT_EQ(meshes[2].normals, (std::vector<double>{0, 1, 0, 0, 0, 1, 0, 0, 0}));
+  // Two normals for three points cannot be assigned.
+  EXPECT_TRUE(meshes[3].normals.empty());
+}
+
+// The target mirrors y: the order of the corners is reversed, and normals are mirrored.
+TEST(StepShapesTest, MirrorsMeshes) {
+  ReadModel const model(
+      std::string(kTetrahedron) +
+          "#21=TRIANGULATED_FACE('',#20,3,((0.,1.,0.)),$,(1,2,3),((1,2,3)));\n#22=TESSELLATED_SHELL('',(#21),$);\n"
+          "#23=SHAPE_REPRESENTATION('',(#22),#1);\n#24=REPRESENTATION_MAP(#12,#23);\n#25=MAPPED_ITEM('',#24,#26);\n"
+          "#26=CARTESIAN_TRANSFORMATION_OPERATOR_3D('',#27,#28,#11,$,#29);\n#27=DIRECTION('',(1.,0.,0.));\n"
+          "#28=DIRECTION('',(0.,-1.,0.));\n#29=DIRECTION('',(0.,0.,1.));\n" +
+          ProductText(100, "a", "#25"),
+      true);
+  ASSERT_EQ(model->products[0].meshes.size(), 1U);
+  ModelMesh const& mesh = model->products[0].meshes[0];
+  EXPECT_EQ(mesh.points, (std::vector<double>{0, 0, 0, 1, 0, 0, 0, -1, 0}));
+  EXPECT_EQ(mesh.triangles, (std::vector<std::uint32_t>{0, 2, 1}));
+  EXPECT_EQ(mesh.normals, (std::vector<double>{0, -1, 0, 0, -1, 0, 0, -1, 0}));
+}
+
+TEST(StepShapesTest, ColoursMeshesByFace) {
+  auto const style = [](int id, std::string const& item, std::string const& red) {
+    auto const name = [id](int i) { return "#" + std::to_string(id + i); };
+    return name(0) + "=STYLED_ITEM('',(" + name(1) + ")," + item + ");\n" + name(1) +
+           "=PRESENTATION_STYLE_ASSIGNMENT((" + name(2) + "));\n" + name(2) + "=CURVE_STYLE('',$,$," + name(3) +
+           ");\n" + name(3) + "=COLOUR_RGB(''," + red + ",0.,0.);\n";
+  };
+  ReadModel const model(std::string(kTetrahedron) +
+                            "#21=TRIANGULATED_FACE('',#20,3,(),$,(1,2,3),((1,2,3)));\n"
+                            "#22=TRIANGULATED_FACE('',#20,3,(),#26,(1,2,4),((1,2,3)));\n"
+                            "#23=TRIANGULATED_FACE('',#20,3,(),$,(1,3,4),((1,2,3)));\n"
+                            "#24=TESSELLATED_SOLID('',(#21,#22,#23),$);\n#26=ADVANCED_FACE('',(),$,.T.);\n" +
+                            style(30, "#21", "1.") + style(40, "#26", "0.6") + style(50, "#24", "0.2") +
+                            ProductText(100, "a", "#24"),
+                        true);
+  std::vector<std::string> colours;
+  for (ModelMesh const& each : model->products[0].meshes) {
+    ASSERT_GE(each.colour, 0);
+    colours.push_back(model->colours[static_cast<std::size_t>(each.colour)].colour.Hexadecimal());
+  }
+  EXPECT_EQ(colours, (std::vector<std::string>{"#ff0000", "#990000", "#330000"}));
+}
+
+TEST(StepShapesTest, SkipsUnusableCoordinates) {
+  ReadModel const model(
+      "#20=COORDINATES_LIST('',4,((0.,0.,0.),(1.,0.,0.),(0.,1.,1e308),('x',$,1.)));\n"
+      "#21=TRIANGULATED_FACE('',#20,4,(),$,(),((1,2,3),(1,2,4)));\n"
+      "#22=TESSELLATED_CURVE_SET('',#20,((1,2,3),(4,1,2)));\n"
+      "#23=TESSELLATED_GEOMETRIC_SET('',(#21,#22));\n" +
+          ProductText(100, "a", "#23"),
+      true);
+  EXPECT_TRUE(model->products[0].meshes.empty());
+  ASSERT_EQ(model->products[0].polylines.size(), 2U);
+  EXPECT_EQ(model->products[0].polylines[0].coordinates, (std::vector<double>{0, 0, 0, 1, 0, 0}));
+  EXPECT_EQ(model->products[0].polylines[1].coordinates, (std::vector<double>{0, 0, 0, 1, 0, 0}));
+  ExpectBox(model->extent, {0, 0, 0, 1, 0, 0});
+}
+
+TEST(StepShapesTest, ReadsPlanarConics) {
+  ReadModel const model(
+      "#20=CIRCLE('',#21,2.);\n#21=AXIS2_PLACEMENT_2D('',#22,$);\n#22=CARTESIAN_POINT('',(1.,1.));\n" +
+      ProductText(100, "a", "#20"));
+  EXPECT_TRUE(model->warnings.empty());
+  ExpectBox(model->extent, {-1, -1, 0, 3, 3, 0});
 }
 
 TEST(StepShapesTest, WarnsAboutUnknownItems) {

@@ -1,6 +1,9 @@
 // Pages for tests.
 #pragma once
 
+#include <gtest/gtest.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <string>
 
@@ -54,6 +57,16 @@ inline std::string LongDocument() {
   std::string values;
   for (int i = 0; i < 200'000; ++i) values += "12345,";
   return DocumentText("#1=A((" + values + "1));");
+}
+
+// A document whose last instances are beyond the bytes that a reader keeps, so that they are read again from the file.
+inline std::string ChangeableText() {
+  return DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=C(#1);");
+}
+
+// Cuts the last instances off the file of such a document.
+inline void CutChangeableText(ReadDocument& document) {
+  EXPECT_EQ(truncate(document.Path().c_str(), static_cast<off_t>(ChangeableText().find("#3="))), 0);
 }
 
 // A header, all kinds of parameters, two sections, a broken instance, a reference to nothing and an id beyond a long.

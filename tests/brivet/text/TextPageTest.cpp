@@ -85,3 +85,37 @@ TEST(TextPageTest, WritesLongLineInPieces) {
   EXPECT_GT(target.total, 1'200'000);
   EXPECT_LT(target.largest, 70'000);
 }
+
+TEST(TextPageTest, BeginsWithSummary) {
+  ReadDocument document(DocumentText(
+      "#1=PRODUCT('p','plate','',());\n#2=PRODUCT_DEFINITION_FORMATION('','',#1);\n#3=PRODUCT_DEFINITION('','',#2,$);\n"
+      "#4=PRODUCT('w','washer','',());\n#5=PRODUCT_DEFINITION_FORMATION('','',#4);\n"
+      "#6=PRODUCT_DEFINITION('','',#5,$);\n#7=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','left','',#3,#6,$);\n"
+      "#8=NEXT_ASSEMBLY_USAGE_OCCURRENCE('','right','',#3,#6,$);\n"));
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  std::string const page = TextOf([&request](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(TextPage(stream).WritePage(request), VREL_S_OK);
+  });
+  EXPECT_EQ(page.substr(0, page.find("\nHeader")),
+            "part.stp\n"
+            "\n"
+            "Summary\n"
+            "-------\n"
+            "contents                 : 2 products, 2 occurrences\n"
+            "plate\n"
+            "  washer \xC3\x97"
+            "2\n");
+}
+
+TEST(TextPageTest, ReportsChangedFile) {
+  ReadDocument document(ChangeableText());
+  CutChangeableText(document);
+  Progress progress;
+  BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+  TextOf([&request](VRELOutputStream* target) {
+    CheckedOutputStream stream(target);
+    EXPECT_EQ(TextPage(stream).WritePage(request), VREL_E_INVALID_FILE);
+  });
+}

@@ -118,3 +118,14 @@ TEST_F(ListingTest, ReportsFullOutputOnce) {
   close(full);
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"cannot write to standard output: No space left on device"}));
 }
+
+// The window of the reader is smaller than the file, so that the model is read from the file again.
+TEST_F(ListingTest, ReportsChangedFile) {
+  std::string const bytes = DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=C(#1);");
+  Document& document = Read(bytes);
+  ASSERT_EQ(truncate(folder.Path("a.stp").c_str(), static_cast<off_t>(bytes.find("#3="))), 0);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(PrintListing(document, progress), VREL_E_INVALID_FILE);
+  EXPECT_EQ(PrintDocumentSummary(document, progress), VREL_E_INVALID_FILE);
+  testing::internal::GetCapturedStdout();
+}
