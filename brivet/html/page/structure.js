@@ -188,7 +188,8 @@ class StructureTree {
     addCount("Shells", target.shells);
     addCount("Faces", target.faces);
     addCount("Edges", target.edges);
-    const colours = [...new Set(target.colours.map(index => model.colours[index].colour))];
+    const colours = [...new Set(target.colours.filter(index => model.colours[index])
+      .map(index => model.colours[index].colour))];
     if (colours.length > 0) add("Colours", ...colours.slice(0, 12).map(makeSwatch));
     const links = [target.instance, target.definition, ...target.shapes.slice(0, 5)].filter(name => name);
     add("Instances", ...links.flatMap(name => [instanceLink(name), " "]));
