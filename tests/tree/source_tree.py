@@ -44,6 +44,9 @@ DRIVER_LAYERS = [
 # The folders that hold the code that uses the library, and that the library never includes.
 CLIENTS = ["tests", "examples", "fuzz", "benchmarks"]
 
+# What a format module uses of another one's folder.
+MODULE_USES = {"brivet/html": ["brivet/svg"]}
+
 # Files whose layer is not that of their folder.
 LAYER_OF_FILE = {
     "VRINResult.h": "object",
@@ -129,8 +132,8 @@ class SourceTree:
         return folder if folder in LIBRARY_LAYERS else None
 
     def may_include(self, file, included):
-        """Whether the layer of a file may include that of another. A format module may include only itself, the SDK and
-        the model."""
+        """Whether the layer of a file may include that of another. A format module may include only itself, the SDK,
+        the model, and what MODULE_USES lists."""
         source, target = self.layer(file), self.layer(included)
         if source is None or target is None or source == target or source == "clients":
             return True
@@ -142,7 +145,7 @@ class SourceTree:
             return True
         heights = {f"brivet/{name}": height for height, names in enumerate(DRIVER_LAYERS) for name in names}
         if source not in heights:
-            return target in ("brivet/sdk", "brivet/model")
+            return target in ("brivet/sdk", "brivet/model", *MODULE_USES.get(source, []))
         return target in heights and heights[target] < heights[source]
 
     def test_folder(self, file):

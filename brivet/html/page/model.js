@@ -1,0 +1,81 @@
+// Product model of the document, as the C++ class ModelData writes it.
+
+const IDENTITY = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0];
+
+const toProduct = row => ({
+  definition: row[0], instance: row[1], id: row[2], name: row[3], description: row[4], version: row[5],
+  extent: row[6] || null, solids: row[7], shells: row[8], faces: row[9], edges: row[10], shapes: row[11],
+  shapeCount: row[12], colours: row[13], unit: row[14], children: [],
+});
+const toOccurrence = row => ({
+  instance: row[0], parent: row[1], child: row[2], name: row[3], designator: row[4], placement: row[5] || IDENTITY,
+});
+const toLayer = row => ({ instance: row[0], name: row[1], description: row[2], items: row[3] });
+const toProperty = row => ({
+  instance: row[0], product: row[1], name: row[2], description: row[3], kind: row[4],
+  values: row[5].map(value => ({ name: value[0], value: value[1], unit: value[2] })), valueCount: row[6],
+});
+const toColour = row => ({ colour: row[0], transparency: row[1], items: row[2] });
+const toAnnotation = row => ({
+  instance: row[0], name: row[1], kind: row[2], form: row[3], value: row[4], view: row[5],
+});
+const toView = row => ({ instance: row[0], name: row[1], kind: row[2] });
+const toType = row => ({ name: row[0], count: row[1] });
+
+// Reads the parts of a list, each as one task.
+async function readList(name, parts, convert) {
+  const turns = new Turns();
+  const list = [];
+  for (let part = 0; part < (parts[name] || 0); ++part) {
+    for (const row of await readJson(`${name}-${part}`)) {
+      list.push(convert(row));
+      if (list.length % 1000 === 0) await turns.next();
+    }
+  }
+  return list;
+}
+
+async function readModel() {
+  const model = await readJson("model");
+  const { parts } = model;
+  model.products = await readList("products", parts, toProduct);
+  model.occurrences = await readList("occurrences", parts, toOccurrence);
+  model.roots = model.roots || [];
+  model.units = model.units || [];
+  const turns = new Turns();
+  for (let i = 0; i < model.occurrences.length; ++i) {
+    const { parent } = model.occurrences[i];
+    if (parent >= 0) model.products[parent].children.push(i);
+    if (i % 1000 === 0) await turns.next();
+  }
+  model.layers = await readList("layers", parts, toLayer);
+  model.properties = await readList("properties", parts, toProperty);
+  model.colours = await readList("colours", parts, toColour);
+  model.annotations = await readList("annotations", parts, toAnnotation);
+  model.views = await readList("views", parts, toView);
+  model.types = await readList("types", parts, toType);
+  return model;
+}
+
+const textOf = text => text === null || text.trim() === "" ? "" : text;
+
+// Returns the name of an occurrence, else that of its product; for a root (-1) that of the product.
+function nodeName(model, product, occurrence) {
+  const use = occurrence < 0 ? null : model.occurrences[occurrence];
+  const target = model.products[product];
+  return (use && textOf(use.name)) || textOf(target.name) || textOf(target.id) || "(no name)";
+}
+
+// Returns the product of a path, "0/3/12": the position of a root, then the occurrence at each level. -1 if it is none.
+function productOf(model, path) {
+  const steps = path.split("/").map(Number);
+  const root = model.roots[steps[0]];
+  if (root === undefined) return -1;
+  let product = root;
+  for (const step of steps.slice(1)) {
+    const use = model.occurrences[step];
+    if (!use || use.parent !== product) return -1;
+    product = use.child;
+  }
+  return product;
+}

@@ -1,0 +1,1204 @@
+// Interactive picture of the product model, drawn by three.js.
+//
+// A node is one place of a product that has geometry. Nodes are numbered in the order of a depth-first traversal of the
+// structure, so that the nodes below each node of the tree are a range of numbers: selection, dimming and sections are
+// two numbers in the shader, and need no change of buffers. Numbers and paths are converted by counting the nodes below
+// each product, which takes no memory for each node of the tree.
+//
+// A product with many places is uploaded once and drawn with instancing. The others are joined to batches, so that
+// 100,000 products do not take 100,000 draw calls. Coordinates on the graphics card are relative to the centre of the
+// model and divided by its size; they are computed in double precision, so that a model far from the origin is exact.
+//
+// A frame is drawn only after something has changed.
+
+const NODE_LIMIT = 200000;
+const POINT_LIMIT = 12000000; // of all batches and instances
+const BATCH_POINTS = 200000;
+const MIN_INSTANCES = 8; // fewer places of a product join a batch
+const MIN_INSTANCED_POINTS = 2000; // as do places with fewer points in total
+const PICK_SIZE = 11; // pixels around the pointer where an edge is found
+const SLOW_FRAME = 90; // milliseconds; slower frames show fewer edges while the picture moves
+const ACCENT = { light: [0.85, 0.33, 0.0], dark: [1.0, 0.62, 0.2] };
+const INK = { light: [0.17, 0.2, 0.25], dark: [0.82, 0.85, 0.9] };
+const NOTE_INK = { light: [0.0, 0.36, 0.65], dark: [0.5, 0.78, 1.0] };
+const FACE_GROUPS = ["faces", "glass", "areas"]; // areas: filled annotations
+const FACE = [0.72, 0.76, 0.82];
+
+// Geometry ------------------------------------------------------------------------------------------------------------
+
+// Reads what the C++ struct PictureData encodes, without copies of the arrays.
+function parsePicture(bytes) {
+  const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
+  let at = 0;
+  const next = () => { at += 4; return view.getUint32(at - 4, true); };
+  if (next() !== 0x43495042 || next() !== 1) throw new Error("unknown picture data");
+  const count = next();
+  const names = ["points", "polylines", "runs", "meshPoints", "triangles", "meshRuns"];
+  const totals = {};
+  for (const name of names) totals[name] = next();
+  next();
+  const records = [];
+  const offset = { points: 0, polylines: 0, runs: 0, meshPoints: 0, triangles: 0, meshRuns: 0 };
+  for (let i = 0; i < count; ++i) {
+    const origin = [0, 8, 16].map(k => view.getFloat64(at + k, true));
+    at += 24;
+    const record = { origin, kind: next(), index: next(), first: { ...offset } };
+    for (const name of names) {
+      record[name] = next();
+      offset[name] += record[name];
+    }
+    record.product = next() | 0; // -1 for none
+    next();
+    records.push(record);
+  }
+  const array = (Type, length) => {
+    const begin = bytes.byteOffset + at;
+    at += length * Type.BYTES_PER_ELEMENT;
+    return begin % Type.BYTES_PER_ELEMENT === 0 ? new Type(bytes.buffer, begin, length)
+      : new Type(bytes.buffer.slice(begin, begin + length * Type.BYTES_PER_ELEMENT));
+  };
+  const data = { records, totals };
+  data.points = array(Float32Array, 3 * totals.points);
+  data.lengths = array(Uint16Array, totals.polylines + totals.polylines % 2);
+  data.runs = array(Int32Array, 2 * totals.runs);
+  data.meshPoints = array(Float32Array, 3 * totals.meshPoints);
+  data.normals = array(Int8Array, 4 * totals.meshPoints);
+  data.triangles = array(Uint32Array, 3 * totals.triangles);
+  data.meshRuns = array(Int32Array, 2 * totals.meshRuns);
+  return data;
+}
+
+// Box of the points of a record, in the coordinates of its product without the origin.
+function recordBox(data, record) {
+  const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+  const extend = (array, first, count) => {
+    for (let i = 3 * first; i < 3 * (first + count); ++i) {
+      const axis = i % 3;
+      if (array[i] < box[axis]) box[axis] = array[i];
+      if (array[i] > box[axis + 3]) box[axis + 3] = array[i];
+    }
+  };
+  extend(data.points, record.first.points, record.points);
+  extend(data.meshPoints, record.first.meshPoints, record.meshPoints);
+  return box;
+}
+
+// Matrices are the 12 numbers of placements, row by row.
+function multiply(a, b) {
+  const product = new Array(12);
+  for (let row = 0; row < 3; ++row) {
+    for (let column = 0; column < 4; ++column) {
+      product[4 * row + column] = a[4 * row] * b[column] + a[4 * row + 1] * b[4 + column] +
+        a[4 * row + 2] * b[8 + column] + (column === 3 ? a[4 * row + 3] : 0);
+    }
+  }
+  return product;
+}
+
+const apply = (m, x, y, z) => [
+  m[0] * x + m[1] * y + m[2] * z + m[3],
+  m[4] * x + m[5] * y + m[6] * z + m[7],
+  m[8] * x + m[9] * y + m[10] * z + m[11],
+];
+
+// Numbers of the nodes, and their paths in the structure.
+class NodeNumbers {
+  // `hasGeometry` is true for each product that has some.
+  constructor(model, hasGeometry) {
+    this.model = model;
+    this.hasGeometry = hasGeometry;
+    this.below = new Float64Array(model.products.length).fill(-1);
+    for (const root of model.roots) this.count(root);
+    this.total = 0;
+    for (const root of model.roots) this.total += this.below[root];
+  }
+
+  childOf(use) { return this.model.occurrences[use].child; }
+
+  count(root) {
+    const pending = [root];
+    while (pending.length > 0) {
+      const product = pending[pending.length - 1];
+      const { children } = this.model.products[product];
+      if (this.below[product] === -1) {
+        this.below[product] = -2; // its children are being counted
+        for (const use of children) if (this.below[this.childOf(use)] === -1) pending.push(this.childOf(use));
+        continue;
+      }
+      pending.pop();
+      if (this.below[product] !== -2) continue;
+      let sum = this.hasGeometry[product] ? 1 : 0;
+      for (const use of children) sum += Math.max(0, this.below[this.childOf(use)]);
+      this.below[product] = sum;
+    }
+  }
+
+  // Returns the first number below a path and the number after the last one, or null if there is no such path.
+  rangeOf(path) {
+    const steps = path.split("/").map(Number);
+    let first = 0;
+    for (let i = 0; i < steps[0]; ++i) first += this.below[this.model.roots[i]];
+    let product = this.model.roots[steps[0]];
+    if (product === undefined) return null;
+    for (const step of steps.slice(1)) {
+      if (this.hasGeometry[product]) ++first;
+      const { children } = this.model.products[product];
+      const position = children.indexOf(step);
+      if (position < 0) return null;
+      for (let i = 0; i < position; ++i) first += this.below[this.childOf(children[i])];
+      product = this.childOf(step);
+    }
+    return [first, first + this.below[product]];
+  }
+
+  pathOf(number) {
+    let rest = number;
+    let path = "";
+    let product = -1;
+    for (let i = 0; i < this.model.roots.length && product < 0; ++i) {
+      const root = this.model.roots[i];
+      if (rest < this.below[root]) {
+        path = String(i);
+        product = root;
+      } else {
+        rest -= this.below[root];
+      }
+    }
+    while (product >= 0) {
+      if (this.hasGeometry[product] && rest-- === 0) return path;
+      let next = -1;
+      for (const use of this.model.products[product].children) {
+        const below = this.below[this.childOf(use)];
+        if (rest < below) {
+          path += "/" + use;
+          next = this.childOf(use);
+          break;
+        }
+        rest -= below;
+      }
+      product = next;
+    }
+    return null;
+  }
+}
+
+// Places of the products that have geometry, in the order of their numbers.
+async function placeNodes(model, numbers, recordOf, turns) {
+  const limit = Math.min(numbers.total, NODE_LIMIT);
+  const nodes = { count: 0, record: new Uint32Array(limit), matrix: new Float64Array(12 * limit), leftOut: 0 };
+  // The units of a product are those of its geometry; the picture is in the unit of the first root.
+  for (let i = 0; i < model.roots.length; ++i) {
+    const pending = [[model.roots[i], scaling(rootFactor(model, i))]];
+    let steps = 0;
+    while (pending.length > 0 && nodes.count < limit) {
+      if (++steps % 256 === 0) await turns.next();
+      const [product, matrix] = pending.pop();
+      if (numbers.hasGeometry[product]) {
+        nodes.record[nodes.count] = recordOf[product];
+        nodes.matrix.set(matrix, 12 * nodes.count++);
+      }
+      const { children } = model.products[product];
+      for (let k = children.length - 1; k >= 0; --k) {
+        const use = model.occurrences[children[k]];
+        if (numbers.below[use.child] > 0) pending.push([use.child, multiply(matrix, use.placement)]);
+      }
+    }
+  }
+  nodes.leftOut = numbers.total - nodes.count;
+  return nodes;
+}
+
+// Returns the placement of the first place of each product that annotations belong to.
+async function firstPlaces(model, records, turns) {
+  const wanted = new Set(records.map(each => each.product).filter(each => each >= 0 && each < model.products.length));
+  const found = new Map();
+  if (wanted.size === 0) return found;
+  const seen = new Set();
+  const pending = model.roots.map((root, i) => [root, scaling(rootFactor(model, i))]).reverse();
+  while (pending.length > 0 && found.size < wanted.size) {
+    const [product, matrix] = pending.pop();
+    if (seen.has(product)) continue;
+    seen.add(product);
+    if (wanted.has(product)) found.set(product, matrix);
+    const { children } = model.products[product];
+    for (let k = children.length - 1; k >= 0; --k) {
+      const use = model.occurrences[children[k]];
+      if (!seen.has(use.child)) pending.push([use.child, multiply(matrix, use.placement)]);
+    }
+    await turns.next();
+  }
+  return found;
+}
+
+function rootFactor(model, root) {
+  const metres = model.unitMetres;
+  const unit = model.products[model.roots[root]].unit;
+  if (!metres || !model.unit || !(unit >= 0) || !(metres[unit] > 0) || !(model.unit.metres > 0)) return 1;
+  return metres[unit] / model.unit.metres;
+}
+
+// Shaders -------------------------------------------------------------------------------------------------------------
+
+const VERTEX_SHADER = `
+precision highp float;
+uniform mat4 modelViewMatrix;
+uniform mat4 projectionMatrix;
+uniform vec2 range;       // the selected nodes; none if it is empty
+uniform float isolated;   // 1: only the selected nodes are shown
+uniform float pass;       // 0: nodes that are not selected, 1: selected ones, 2: all
+uniform vec2 shift;       // in clip coordinates, for wider lines
+attribute vec3 position;
+attribute vec4 color;
+#ifdef IS_FACE
+attribute vec3 normal;
+varying vec3 vNormal;
+#endif
+#ifdef IS_INSTANCED
+attribute vec4 row0;
+attribute vec4 row1;
+attribute vec4 row2;
+#endif
+attribute float node;
+varying vec4 vColor;
+varying vec3 vView;
+varying float vSelected;
+varying float vNode;
+void main() {
+  vec4 place = vec4(position, 1.0);
+#ifdef IS_INSTANCED
+  place = vec4(dot(row0, place), dot(row1, place), dot(row2, place), 1.0);
+#endif
+#ifdef IS_FACE
+  vec3 direction = normal;
+#ifdef IS_INSTANCED
+  direction = vec3(dot(row0.xyz, normal), dot(row1.xyz, normal), dot(row2.xyz, normal));
+#endif
+  vNormal = mat3(modelViewMatrix) * direction;
+#endif
+  vColor = color;
+  vNode = node;
+  bool isSelected = node >= range.x && node < range.y;
+  vSelected = isSelected ? 1.0 : range.y > range.x ? -1.0 : 0.0;
+  vec4 view = modelViewMatrix * place;
+  vView = view.xyz;
+  gl_Position = projectionMatrix * view;
+  gl_Position.xy += shift * gl_Position.w;
+  bool isHidden = (isolated > 0.5 && !isSelected) || (pass < 0.5 && isSelected) || (abs(pass - 1.0) < 0.5 && !isSelected);
+  if (isHidden) gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
+}`;
+
+const FRAGMENT_SHADER = `
+precision highp float;
+uniform vec3 ink;         // of edges without colour
+uniform vec3 background;
+uniform vec3 accent;
+uniform float isDark;
+uniform vec2 depths;      // nearest and farthest point
+uniform float fading;
+uniform float isPicking;
+varying vec4 vColor;
+varying vec3 vView;
+varying float vSelected;
+varying float vNode;
+#ifdef IS_FACE
+varying vec3 vNormal;
+#endif
+// Keeps the hue of a colour and separates it from the background.
+vec3 readable(vec3 colour) {
+  float light = dot(colour, vec3(0.3, 0.59, 0.11));
+  if (isDark > 0.5) return mix(colour, vec3(1.0), 0.5 * smoothstep(0.42, 0.05, light));
+  return colour * mix(1.0, 0.6, smoothstep(0.4, 0.9, light));
+}
+void main() {
+  if (isPicking > 0.5) {
+    float number = floor(vNode + 1.5);
+    gl_FragColor = vec4(mod(number, 256.0), mod(floor(number / 256.0), 256.0), floor(number / 65536.0), 255.0) / 255.0;
+    return;
+  }
+#ifdef IS_FACE
+  vec3 normal = dot(vNormal, vNormal) > 1e-20 ? normalize(vNormal) : normalize(cross(dFdx(vView), dFdy(vView)));
+  if (normal.z < 0.0) normal = -normal;
+  float light = 0.42 + 0.5 * max(0.0, dot(normal, normalize(vec3(0.25, 0.45, 0.85)))) + 0.08 * normal.y;
+  vec3 colour = vColor.rgb * light;
+  if (vSelected > 0.5) colour = mix(colour, accent * light, 0.45);
+  if (vSelected < -0.5) colour = mix(colour, background, 0.72);
+  gl_FragColor = vec4(colour, vSelected < -0.5 ? min(vColor.a, 0.5) : vColor.a);
+#else
+  vec3 colour = vColor.a > 0.5 ? readable(vColor.rgb) : ink;
+  float depth = clamp((-vView.z - depths.x) / max(1e-9, depths.y - depths.x), 0.0, 1.0);
+  colour = mix(colour, background, fading * depth);
+  if (vSelected > 0.5) colour = accent;
+  if (vSelected < -0.5) colour = mix(colour, background, 0.72);
+  gl_FragColor = vec4(colour, 1.0);
+#endif
+}`;
+
+// Parts of the scene --------------------------------------------------------------------------------------------------
+
+// Arrays that grow, for one batch of vertices and indices.
+class Batch {
+  constructor(isFace) {
+    this.isFace = isFace;
+    this.points = 0;
+    this.positions = [];
+    this.colours = [];
+    this.nodes = [];
+    this.normals = [];
+    this.indices = [];
+    this.indexCount = 0;
+  }
+  add(part) {
+    this.positions.push(part.positions);
+    this.colours.push(part.colours);
+    this.nodes.push(part.nodes);
+    if (this.isFace) this.normals.push(part.normals);
+    this.indices.push([part.indices, this.points]);
+    this.points += part.positions.length / 3;
+    this.indexCount += part.indices.length;
+  }
+  join(Type, arrays) {
+    const joined = new Type(arrays.reduce((sum, each) => sum + each.length, 0));
+    let at = 0;
+    for (const each of arrays) {
+      joined.set(each, at);
+      at += each.length;
+    }
+    return joined;
+  }
+  joinIndices() {
+    const joined = new Uint32Array(this.indexCount);
+    let at = 0;
+    for (const [indices, first] of this.indices) {
+      for (let i = 0; i < indices.length; ++i) joined[at++] = indices[i] + first;
+    }
+    return joined;
+  }
+}
+
+// Indices of the segments of the polylines of a record, and the colour of each point.
+function recordEdges(data, record, colours, isShaded) {
+  const { points, polylines, runs, first } = record;
+  const indices = new Uint32Array(2 * (points - polylines));
+  const bytes = new Uint8Array(4 * points);
+  let point = 0;
+  let at = 0;
+  let polyline = first.polylines;
+  for (let run = first.runs; run < first.runs + runs; ++run) {
+    const colour = colours.edge(data.runs[2 * run + 1], isShaded);
+    for (let rest = data.runs[2 * run]; rest > 0; --rest, ++polyline) {
+      for (let i = 0; i < data.lengths[polyline]; ++i, ++point) {
+        bytes.set(colour, 4 * point);
+        if (i > 0) {
+          indices[at++] = point - 1;
+          indices[at++] = point;
+        }
+      }
+    }
+  }
+  return { positions: data.points.subarray(3 * first.points, 3 * (first.points + points)), colours: bytes, indices };
+}
+
+// The opaque or the transparent triangles of a record. A point belongs to one run.
+function recordFaces(data, record, colours, isTransparent) {
+  const { meshPoints, meshRuns, first } = record;
+  const bytes = new Uint8Array(4 * meshPoints);
+  const kept = [];
+  let triangle = first.triangles;
+  for (let run = first.meshRuns; run < first.meshRuns + meshRuns; ++run) {
+    const colour = colours.face(data.meshRuns[2 * run + 1]);
+    const count = data.meshRuns[2 * run];
+    const indices = data.triangles.subarray(3 * triangle, 3 * (triangle + count));
+    triangle += count;
+    if ((colour[3] < 255) !== isTransparent) continue;
+    for (const index of indices) if (index < meshPoints) bytes.set(colour, 4 * index);
+    kept.push(indices);
+  }
+  const indices = new Uint32Array(kept.reduce((sum, each) => sum + each.length, 0));
+  let at = 0;
+  for (const each of kept) {
+    indices.set(each, at);
+    at += each.length;
+  }
+  if (indices.length === 0) return null;
+  const normals = new Int8Array(3 * meshPoints);
+  for (let i = 0; i < meshPoints; ++i) {
+    for (let axis = 0; axis < 3; ++axis) normals[3 * i + axis] = data.normals[4 * (first.meshPoints + i) + axis];
+  }
+  return { positions: data.meshPoints.subarray(3 * first.meshPoints, 3 * (first.meshPoints + meshPoints)),
+    colours: bytes, normals, indices };
+}
+
+// Colours of the model as bytes.
+class Colours {
+  constructor(model) {
+    this.list = (model.colours || []).map(each => {
+      const number = parseInt(each.colour.slice(1), 16);
+      return [number >> 16 & 255, number >> 8 & 255, number & 255, Math.round(255 * (1 - (each.transparency || 0)))];
+    });
+  }
+  // Edges of shaded faces are darker than the faces, whose colour they usually have.
+  edge(index, isShaded) {
+    const colour = this.list[index];
+    if (!colour) return isShaded ? [40, 44, 52, 255] : [0, 0, 0, 0];
+    const factor = isShaded ? 0.45 : 1;
+    return [colour[0] * factor, colour[1] * factor, colour[2] * factor, 255];
+  }
+  face(index) {
+    const colour = this.list[index];
+    return colour ? [colour[0], colour[1], colour[2], Math.max(16, colour[3])] : [...FACE.map(each => 255 * each), 255];
+  }
+}
+
+// The picture ---------------------------------------------------------------------------------------------------------
+
+class Picture {
+  constructor(canvas, context) {
+    this.canvas = canvas;
+    this.renderer = new THREE.WebGLRenderer({ canvas, context, antialias: true, alpha: false });
+    this.renderer.autoClear = false;
+    this.renderer.sortObjects = false;
+    context.getExtension("OES_standard_derivatives");
+    this.scene = new THREE.Scene();
+    this.scene.autoUpdate = false;
+    this.groups = {};
+    for (const name of ["faces", "glass", "edges", "notes", "areas"]) {
+      this.groups[name] = new THREE.Group();
+      this.scene.add(this.groups[name]);
+    }
+    this.shared = {
+      range: { value: new THREE.Vector2(0, 0) }, isolated: { value: 0 }, pass: { value: 2 },
+      shift: { value: new THREE.Vector2(0, 0) }, background: { value: new THREE.Vector3() },
+      accent: { value: new THREE.Vector3() }, isDark: { value: 0 }, depths: { value: new THREE.Vector2(0, 1) },
+      fading: { value: 0.5 }, isPicking: { value: 0 },
+    };
+    this.inks = { edges: { value: new THREE.Vector3() }, notes: { value: new THREE.Vector3() } };
+    this.materials = {};
+    this.orthographic = new THREE.OrthographicCamera(-1, 1, 1, -1, 0, 1);
+    this.perspectiveCamera = new THREE.PerspectiveCamera(30, 1, 0.01, 10);
+    this.isPerspective = false;
+    this.azimuth = 0;
+    this.elevation = 0;
+    this.target = new THREE.Vector3();
+    this.height = 1.2; // of the visible part of the plane through the target
+    this.centre = new THREE.Vector3();
+    this.radius = 0.5; // of a sphere around everything
+    this.detail = 1;
+    this.segments = 0;
+    this.hasFaces = false;
+    this.isRequested = false;
+    this.width = 1;
+    this.pixelHeight = 1;
+    this.frames = 0;
+  }
+
+  // Materials of a kind share all uniforms but the colour of the ink.
+  material(name, isInstanced) {
+    const key = name + isInstanced;
+    if (this.materials[key]) return this.materials[key];
+    const isFace = FACE_GROUPS.includes(name);
+    const defines = {};
+    if (isFace) defines.IS_FACE = "";
+    if (isInstanced) defines.IS_INSTANCED = "";
+    const material = new THREE.RawShaderMaterial({
+      vertexShader: VERTEX_SHADER, fragmentShader: FRAGMENT_SHADER, defines, side: THREE.DoubleSide,
+      uniforms: { ...this.shared, ink: name === "notes" ? this.inks.notes : this.inks.edges },
+      extensions: { derivatives: isFace }, transparent: name === "glass", depthWrite: name !== "glass",
+      polygonOffset: isFace, polygonOffsetFactor: 1, polygonOffsetUnits: 2,
+    });
+    this.materials[key] = material;
+    return material;
+  }
+
+  // Adds vertices and indices to a group. `instances` is null, or has rows and nodes.
+  add(name, part, instances) {
+    const geometry = instances ? new THREE.InstancedBufferGeometry() : new THREE.BufferGeometry();
+    const isFace = FACE_GROUPS.includes(name);
+    geometry.setAttribute("position", new THREE.BufferAttribute(part.positions, 3));
+    geometry.setAttribute("color", new THREE.BufferAttribute(part.colours, 4, true));
+    if (isFace) geometry.setAttribute("normal", new THREE.BufferAttribute(part.normals, 3, true));
+    geometry.setIndex(new THREE.BufferAttribute(part.indices, 1));
+    if (instances) {
+      const rows = new THREE.InstancedInterleavedBuffer(instances.rows, 12);
+      for (let row = 0; row < 3; ++row) {
+        geometry.setAttribute("row" + row, new THREE.InterleavedBufferAttribute(rows, 4, 4 * row));
+      }
+      geometry.setAttribute("node", new THREE.InstancedBufferAttribute(instances.nodes, 1));
+      geometry.maxInstancedCount = instances.nodes.length;
+    } else {
+      geometry.setAttribute("node", new THREE.BufferAttribute(part.nodes, 1));
+    }
+    const material = this.material(name, instances !== null);
+    const object = isFace ? new THREE.Mesh(geometry, material) : new THREE.LineSegments(geometry, material);
+    object.frustumCulled = false;
+    object.matrixAutoUpdate = false;
+    object.userData = { count: part.indices.length, instances: instances ? instances.nodes.length : 0, isFace };
+    this.groups[name].add(object);
+    if (isFace && name !== "areas") this.hasFaces = true;
+    if (!isFace) this.segments += part.indices.length / 2 * (instances ? instances.nodes.length : 1);
+  }
+
+  setTheme(isDark, background) {
+    const theme = isDark ? "dark" : "light";
+    this.shared.isDark.value = isDark ? 1 : 0;
+    this.shared.background.value.fromArray(background);
+    this.shared.accent.value.fromArray(ACCENT[theme]);
+    this.inks.edges.value.fromArray(INK[theme]);
+    this.inks.notes.value.fromArray(NOTE_INK[theme]);
+    this.renderer.setClearColor(new THREE.Color(...background), 1);
+    this.request();
+  }
+
+  resize(width, height, ratio) {
+    this.width = Math.max(1, width);
+    this.pixelHeight = Math.max(1, height);
+    this.renderer.setPixelRatio(ratio);
+    this.renderer.setSize(this.width, this.pixelHeight, false);
+    this.ratio = ratio;
+    this.render();
+  }
+
+  // Directions of the camera in the model: to the right, up and towards the viewer.
+  axes() {
+    const [sa, ca] = [Math.sin(this.azimuth), Math.cos(this.azimuth)];
+    const [se, ce] = [Math.sin(this.elevation), Math.cos(this.elevation)];
+    const right = new THREE.Vector3(ca, sa, 0);
+    const back = new THREE.Vector3(sa * ce, -ca * ce, se);
+    return { right, back, up: new THREE.Vector3().crossVectors(back, right) };
+  }
+
+  updateCamera() {
+    const { right, up, back } = this.axes();
+    const aspect = this.width / this.pixelHeight;
+    const toCentre = this.centre.clone().sub(this.target).dot(back);
+    const camera = this.isPerspective ? this.perspectiveCamera : this.orthographic;
+    const distance = this.isPerspective ? this.height / 2 / Math.tan(camera.fov * Math.PI / 360)
+      : Math.abs(toCentre) + 2 * this.radius;
+    const reach = this.radius * 1.01 + 1e-6;
+    const nearest = distance - toCentre - reach;
+    const farthest = distance - toCentre + reach;
+    if (this.isPerspective) {
+      camera.aspect = aspect;
+      camera.near = Math.max(nearest, distance / 500, 1e-7);
+      camera.far = Math.max(farthest, camera.near * 2);
+    } else {
+      camera.top = this.height / 2;
+      camera.bottom = -camera.top;
+      camera.right = camera.top * aspect;
+      camera.left = -camera.right;
+      camera.near = nearest;
+      camera.far = farthest;
+    }
+    camera.position.copy(this.target).addScaledVector(back, distance);
+    camera.matrixAutoUpdate = false;
+    camera.matrix.makeBasis(right, up, back).setPosition(camera.position);
+    camera.matrixWorld.copy(camera.matrix);
+    camera.matrixWorldInverse.getInverse(camera.matrixWorld);
+    camera.updateProjectionMatrix();
+    this.shared.depths.value.set(Math.max(0, nearest), farthest);
+    return camera;
+  }
+
+  request() {
+    if (this.isRequested) return;
+    this.isRequested = true;
+    requestAnimationFrame(() => {
+      this.isRequested = false;
+      this.render();
+    });
+  }
+
+  setDetail(detail) {
+    if (detail === this.detail) return;
+    this.detail = detail;
+    for (const group of Object.values(this.groups)) {
+      for (const { geometry, userData } of group.children) {
+        if (userData.instances > 0) {
+          geometry.maxInstancedCount = Math.max(1, Math.ceil(userData.instances * detail));
+        } else {
+          const unit = userData.isFace ? 3 : 2;
+          geometry.setDrawRange(0, Math.max(unit, Math.floor(userData.count * detail / unit) * unit));
+        }
+      }
+    }
+  }
+
+  draw(names, camera) {
+    for (const name of Object.keys(this.groups)) this.groups[name].visible = names.includes(name);
+    this.renderer.render(this.scene, camera);
+  }
+
+  render() {
+    const camera = this.updateCamera();
+    const { shared } = this;
+    shared.isPicking.value = 0;
+    shared.fading.value = this.hasFaces ? 0 : 0.4;
+    shared.pass.value = 2;
+    shared.shift.value.set(0, 0);
+    this.renderer.setRenderTarget(null);
+    this.renderer.clear();
+    this.draw(this.showsNotes ? ["faces", "areas"] : ["faces"], camera);
+    const hasSelection = shared.range.value.y > shared.range.value.x;
+    const isSmall = this.segments < 300000 && this.detail === 1;
+    // Lines are one pixel of the screen wide; on dense screens and for the selection they are drawn several times.
+    const widths = !isSmall ? [[0, 0]] : this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1]] : [[0, 0], [0.5, 0.5]];
+    const selectedWidths = this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1], [-1, 0], [0, -1]] : [[0, 0], [1, 0], [0, 1]];
+    const names = this.showsNotes ? ["edges", "notes"] : ["edges"];
+    if (!(hasSelection && shared.isolated.value)) this.drawWide(names, camera, widths, hasSelection ? 0 : 2);
+    if (hasSelection) {
+      if (!this.hasFaces) this.renderer.clearDepth();
+      this.drawWide(["edges"], camera, shared.isolated.value ? widths : selectedWidths, 1);
+    }
+    shared.pass.value = 2;
+    this.draw(["glass"], camera);
+    ++this.frames;
+  }
+
+  drawWide(names, camera, offsets, pass) {
+    this.shared.pass.value = pass;
+    for (const [x, y] of offsets) {
+      this.shared.shift.value.set(2 * x / (this.width * this.ratio), 2 * y / (this.pixelHeight * this.ratio));
+      this.draw(names, camera);
+    }
+    this.shared.shift.value.set(0, 0);
+  }
+
+  // Returns the number of the node at a position of the canvas, or -1.
+  pick(x, y) {
+    if (!this.pickTarget) this.pickTarget = new THREE.WebGLRenderTarget(PICK_SIZE, PICK_SIZE);
+    const camera = this.updateCamera();
+    const half = (PICK_SIZE - 1) / 2;
+    camera.setViewOffset(this.width, this.pixelHeight, x - half - 0.5, y - half - 0.5, PICK_SIZE, PICK_SIZE);
+    camera.updateProjectionMatrix();
+    this.shared.isPicking.value = 1;
+    this.shared.pass.value = 2;
+    this.renderer.setRenderTarget(this.pickTarget);
+    this.renderer.setClearColor(0x000000, 0);
+    this.renderer.clear();
+    this.draw(["faces", "edges"], camera);
+    this.shared.isPicking.value = 0;
+    const pixels = new Uint8Array(4 * PICK_SIZE * PICK_SIZE);
+    this.renderer.readRenderTargetPixels(this.pickTarget, 0, 0, PICK_SIZE, PICK_SIZE, pixels);
+    this.renderer.setRenderTarget(null);
+    this.renderer.setClearColor(new THREE.Color(...this.shared.background.value.toArray()), 1);
+    camera.clearViewOffset();
+    let best = -1;
+    let nearest = Infinity;
+    for (let i = 0; i < PICK_SIZE * PICK_SIZE; ++i) {
+      const number = pixels[4 * i] + 256 * pixels[4 * i + 1] + 65536 * pixels[4 * i + 2];
+      const distance = Math.hypot(i % PICK_SIZE - half, Math.floor(i / PICK_SIZE) - half);
+      if (number > 0 && distance < nearest) {
+        best = number - 1;
+        nearest = distance;
+      }
+    }
+    return best;
+  }
+
+  // Moves the target so that the picture follows the pointer by this many pixels.
+  pan(x, y) {
+    const { right, up, back } = this.axes();
+    const scale = this.height / this.pixelHeight;
+    this.target.addScaledVector(right, -x * scale).addScaledVector(up, y * scale);
+    this.request();
+  }
+
+  rotate(x, y) {
+    this.azimuth = (this.azimuth - x * 0.008) % (2 * Math.PI);
+    this.elevation = Math.max(-Math.PI / 2, Math.min(Math.PI / 2, this.elevation + y * 0.008));
+    this.request();
+  }
+
+  // Zooms so that the point at a position of the canvas keeps it.
+  zoom(factor, x = this.width / 2, y = this.pixelHeight / 2) {
+    const height = Math.max(1e-6, Math.min(50, this.height / factor));
+    const ratio = 1 - height / this.height;
+    this.pan((this.width / 2 - x) * ratio, (this.pixelHeight / 2 - y) * ratio);
+    this.height = height;
+    this.request();
+  }
+
+  look(azimuth, elevation) {
+    this.azimuth = azimuth * Math.PI / 180;
+    this.elevation = elevation * Math.PI / 180;
+    this.request();
+  }
+
+  // Shows these boxes; each has 6 numbers.
+  fit(boxes) {
+    const { right, up, back } = this.axes();
+    const low = [Infinity, Infinity, Infinity];
+    const high = [-Infinity, -Infinity, -Infinity];
+    const corner = new THREE.Vector3();
+    for (const box of boxes) {
+      for (let i = 0; i < 8; ++i) {
+        corner.set(box[i & 1 ? 3 : 0], box[i & 2 ? 4 : 1], box[i & 4 ? 5 : 2]);
+        [right, up, back].forEach((axis, k) => {
+          const value = corner.dot(axis);
+          low[k] = Math.min(low[k], value);
+          high[k] = Math.max(high[k], value);
+        });
+      }
+    }
+    if (!(low[0] <= high[0])) return;
+    const aspect = this.width / this.pixelHeight;
+    const margin = 1.12;
+    const deep = this.isPerspective ? (high[2] - low[2]) * 0.5 : 0;
+    this.height = Math.max(1e-6, margin * Math.max(high[1] - low[1], (high[0] - low[0]) / aspect) + deep * 0.54);
+    this.target.set(0, 0, 0).addScaledVector(right, (low[0] + high[0]) / 2).addScaledVector(up, (low[1] + high[1]) / 2)
+      .addScaledVector(back, (low[2] + high[2]) / 2);
+    this.request();
+  }
+}
+
+// Loading -------------------------------------------------------------------------------------------------------------
+
+async function loadThree() {
+  if (typeof THREE !== "undefined") return;
+  const script = document.createElement("script");
+  script.textContent = await readText("three");
+  document.head.append(script);
+  if (typeof THREE === "undefined") throw new Error("three.js did not start");
+}
+
+function createContext(canvas) {
+  const attributes = { alpha: false, antialias: true, depth: true, stencil: false, powerPreference: "high-performance" };
+  try {
+    const context = canvas.getContext("webgl", attributes);
+    return context && !context.isContextLost() && context.getExtension("ANGLE_instanced_arrays") &&
+      context.getExtension("OES_element_index_uint") && context.getExtension("OES_standard_derivatives") ? context : null;
+  } catch (error) {
+    return null;
+  }
+}
+
+// Adds the geometry to the picture, with a pause for the browser after each piece. Returns the boxes of the nodes and
+// sentences about what is left out.
+async function fillPicture(picture, model, data, turns) {
+  const recordOf = new Int32Array(model.products.length).fill(-1);
+  const boxes = [];
+  for (let i = 0; i < data.records.length; ++i) {
+    const record = data.records[i];
+    boxes.push(recordBox(data, record));
+    if (record.kind === 0 && record.index < recordOf.length) recordOf[record.index] = i;
+    await turns.next();
+  }
+  const numbers = new NodeNumbers(model, Array.from(recordOf, each => each >= 0));
+  const nodes = await placeNodes(model, numbers, recordOf, turns);
+
+  // The box of all nodes, in the coordinates of the model.
+  const whole = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+  const corners = (matrix, record, visit) => {
+    const box = boxes[record];
+    const { origin } = data.records[record];
+    for (let i = 0; i < 8; ++i) {
+      visit(apply(matrix, box[i & 1 ? 3 : 0] + origin[0], box[i & 2 ? 4 : 1] + origin[1], box[i & 4 ? 5 : 2] + origin[2]));
+    }
+  };
+  const extend = box => point => point.forEach((value, axis) => {
+    if (!Number.isFinite(value)) return;
+    box[axis] = Math.min(box[axis], value);
+    box[axis + 3] = Math.max(box[axis + 3], value);
+  });
+  // An annotation is shown at the first place of its product.
+  const placeOfProduct = await firstPlaces(model, data.records, turns);
+  const noteMatrix = record => placeOfProduct.get(record.product) ||
+    (model.roots.length > 0 ? scaling(rootFactor(model, 0)) : IDENTITY);
+  for (let i = 0; i < nodes.count; ++i) {
+    corners(nodes.matrix.subarray(12 * i, 12 * i + 12), nodes.record[i], extend(whole));
+    if (i % 256 === 0) await turns.next();
+  }
+  const notes = [];
+  data.records.forEach((record, i) => { if (record.kind === 1) notes.push(i); });
+  // Annotations may be far outside; the picture begins with the shape.
+  const shape = whole.slice();
+  for (const note of notes) corners(noteMatrix(data.records[note]), note, extend(whole));
+  if (!(whole[0] <= whole[3])) return null;
+  if (!(shape[0] <= shape[3])) for (let i = 0; i < 6; ++i) shape[i] = whole[i];
+  const centre = [0, 1, 2].map(axis => shape[axis] + (shape[axis + 3] - shape[axis]) / 2);
+  const size = Math.hypot(...[0, 1, 2].map(axis => shape[axis + 3] - shape[axis])) || 1;
+  const unit = 1 / size;
+  const toScene = matrix => { // of the placement of a record
+    const scaled = Array.from(matrix, each => each * unit);
+    for (let row = 0; row < 3; ++row) scaled[4 * row + 3] = (matrix[4 * row + 3] - centre[row]) * unit;
+    return scaled;
+  };
+  const local = (matrix, origin) => { // of the points of a record
+    const scaled = Array.from(matrix, each => each * unit);
+    const moved = apply(matrix, ...origin);
+    for (let row = 0; row < 3; ++row) scaled[4 * row + 3] = (moved[row] - centre[row]) * unit;
+    return scaled;
+  };
+  const sceneBox = box => Array.from(box, (value, i) => (value - centre[i % 3]) * unit);
+  picture.radius = Math.max(0.5, ...sceneBox(whole).map(Math.abs)) * Math.sqrt(3);
+
+  // Places by record.
+  const places = data.records.map(() => []);
+  for (let i = 0; i < nodes.count; ++i) places[nodes.record[i]].push(i);
+  const colours = new Colours(model);
+  const batches = { edges: new Batch(false), notes: new Batch(false), faces: new Batch(true), glass: new Batch(true), areas: new Batch(true) };
+  const flush = async name => {
+    const batch = batches[name];
+    if (batch.indexCount === 0) return;
+    batches[name] = new Batch(batch.isFace);
+    picture.add(name, { positions: batch.join(Float32Array, batch.positions), colours: batch.join(Uint8Array, batch.colours),
+      nodes: batch.join(Float32Array, batch.nodes), normals: batch.isFace ? batch.join(Int8Array, batch.normals) : null,
+      indices: batch.joinIndices() }, null);
+    picture.request();
+    await pause();
+  };
+  const transform = (part, matrix, node) => {
+    const count = part.positions.length / 3;
+    const positions = new Float32Array(3 * count);
+    for (let i = 0; i < 3 * count; i += 3) {
+      const [x, y, z] = [part.positions[i], part.positions[i + 1], part.positions[i + 2]];
+      for (let row = 0; row < 3; ++row) {
+        positions[i + row] = matrix[4 * row] * x + matrix[4 * row + 1] * y + matrix[4 * row + 2] * z + matrix[4 * row + 3];
+      }
+    }
+    let { normals } = part;
+    if (normals) {
+      normals = new Int8Array(3 * count);
+      const scale = Math.cbrt(Math.abs(determinant(matrix))) || 1;
+      for (let i = 0; i < 3 * count; i += 3) {
+        const [x, y, z] = [part.normals[i], part.normals[i + 1], part.normals[i + 2]];
+        for (let row = 0; row < 3; ++row) {
+          const value = (matrix[4 * row] * x + matrix[4 * row + 1] * y + matrix[4 * row + 2] * z) / scale;
+          normals[i + row] = Math.max(-127, Math.min(127, Math.round(value)));
+        }
+      }
+    }
+    return { positions, normals, colours: part.colours, indices: part.indices,
+      nodes: new Float32Array(count).fill(node) };
+  };
+
+  let points = 0;
+  let skipped = 0;
+  for (let i = 0; i < data.records.length; ++i) {
+    const record = data.records[i];
+    const isNote = record.kind === 1;
+    const at = isNote ? [-1] : places[i];
+    if (at.length === 0) continue;
+    const size = record.points + record.meshPoints;
+    const isInstanced = at.length >= MIN_INSTANCES && size * at.length >= MIN_INSTANCED_POINTS;
+    const shown = Math.min(at.length, Math.max(0, Math.floor((POINT_LIMIT - points) / size)));
+    skipped += at.length - shown;
+    points += size * shown;
+    if (shown === 0) continue;
+    const parts = [];
+    if (record.points > 0) parts.push([isNote ? "notes" : "edges", recordEdges(data, record, colours, record.triangles > 0)]);
+    if (record.triangles > 0) {
+      for (const name of ["faces", "glass"]) {
+        const part = recordFaces(data, record, colours, name === "glass");
+        if (part) parts.push([isNote ? "areas" : name, part]);
+      }
+    }
+    if (isInstanced) {
+      const rows = new Float32Array(12 * shown);
+      const numbersOf = new Float32Array(shown);
+      for (let k = 0; k < shown; ++k) {
+        rows.set(local(nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin), 12 * k);
+        numbersOf[k] = at[k];
+        if (k % 1000 === 999) await turns.next();
+      }
+      for (const [name, part] of parts) picture.add(name, part, { rows, nodes: numbersOf });
+      picture.request();
+    } else {
+      for (let k = 0; k < shown; ++k) {
+        const matrix = local(isNote ? noteMatrix(record) : nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin);
+        for (const [name, part] of parts) {
+          batches[name].add(transform(part, matrix, at[k]));
+          if (batches[name].points >= BATCH_POINTS) await flush(name);
+        }
+        await turns.next();
+      }
+    }
+    await turns.next();
+  }
+  for (const name of Object.keys(batches)) await flush(name);
+
+  const leftOut = [];
+  if (nodes.leftOut + skipped > 0) {
+    leftOut.push(`The picture shows ${(numbers.total - nodes.leftOut - skipped).toLocaleString("en")} of ` +
+      `${numbers.total.toLocaleString("en")} parts.`);
+  }
+  const boxesOf = (first, end) => {
+    const found = [];
+    for (let i = first; i < Math.min(end, nodes.count); ++i) {
+      const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+      corners(toScene(nodes.matrix.subarray(12 * i, 12 * i + 12)), nodes.record[i], extend(box));
+      if (box[0] <= box[3]) found.push(box);
+    }
+    return found;
+  };
+  return { numbers, boxesOf, whole: sceneBox(shape), everything: sceneBox(whole), hasNotes: notes.length > 0,
+    hasShape: nodes.count > 0, leftOut };
+}
+
+const scaling = factor => [factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0];
+const determinant = m => m[0] * (m[5] * m[10] - m[6] * m[9]) - m[1] * (m[4] * m[10] - m[6] * m[8]) +
+  m[2] * (m[4] * m[9] - m[5] * m[8]);
+
+// Controls ------------------------------------------------------------------------------------------------------------
+
+function addMouseAndTouch(picture, canvas, onClick, onMove) {
+  const pointers = new Map();
+  let travel = 0;
+  let last = null; // centre and distance of two pointers
+  const pair = () => {
+    const [a, b] = [...pointers.values()];
+    return { x: (a.x + b.x) / 2, y: (a.y + b.y) / 2, distance: Math.hypot(a.x - b.x, a.y - b.y) };
+  };
+  const position = event => {
+    const box = canvas.getBoundingClientRect();
+    return { x: event.clientX - box.left, y: event.clientY - box.top };
+  };
+  canvas.addEventListener("pointerdown", event => {
+    if (pointers.size === 0) travel = 0;
+    pointers.set(event.pointerId, { ...position(event), button: event.button });
+    last = pointers.size === 2 ? pair() : null;
+    try { canvas.setPointerCapture(event.pointerId); } catch (error) { /* the pointer is gone */ }
+    canvas.focus({ preventScroll: true });
+    if (event.button === 1) event.preventDefault();
+  });
+  canvas.addEventListener("pointermove", event => {
+    const before = pointers.get(event.pointerId);
+    if (!before) return;
+    const now = position(event);
+    const [x, y] = [now.x - before.x, now.y - before.y];
+    travel += Math.abs(x) + Math.abs(y);
+    pointers.set(event.pointerId, { ...now, button: before.button });
+    if (pointers.size >= 2) {
+      const next = pair();
+      if (last) {
+        picture.pan(next.x - last.x, next.y - last.y);
+        if (last.distance > 0 && next.distance > 0) picture.zoom(next.distance / last.distance, next.x, next.y);
+      }
+      last = next;
+    } else if (travel > 3) {
+      if (before.button !== 0 || event.shiftKey || event.ctrlKey) picture.pan(x, y);
+      else picture.rotate(x, y);
+    }
+    if (travel > 3) onMove();
+  });
+  const end = event => {
+    const before = pointers.get(event.pointerId);
+    pointers.delete(event.pointerId);
+    last = null;
+    if (before && event.type === "pointerup" && travel <= 3 && before.button === 0 && pointers.size === 0) {
+      onClick(before.x, before.y);
+    }
+  };
+  canvas.addEventListener("pointerup", end);
+  canvas.addEventListener("pointercancel", end);
+  canvas.addEventListener("contextmenu", event => event.preventDefault());
+  // The page scrolls until the picture has the focus.
+  canvas.addEventListener("wheel", event => {
+    if (document.activeElement !== canvas && !event.ctrlKey) return;
+    event.preventDefault();
+    const now = position(event);
+    const lines = event.deltaMode === 1 ? 30 : event.deltaMode === 2 ? 300 : 1;
+    picture.zoom(Math.exp(-Math.max(-300, Math.min(300, event.deltaY * lines)) * 0.0022), now.x, now.y);
+    onMove();
+  }, { passive: false });
+}
+
+function addKeyboard(picture, canvas, actions) {
+  const step = 24;
+  canvas.addEventListener("keydown", event => {
+    if (event.ctrlKey || event.metaKey || event.altKey) return;
+    const move = event.shiftKey ? (x, y) => picture.pan(-x, -y) : (x, y) => picture.rotate(-x, -y);
+    const keys = {
+      ArrowLeft: () => move(-step, 0), ArrowRight: () => move(step, 0), ArrowUp: () => move(0, -step),
+      ArrowDown: () => move(0, step), "+": () => picture.zoom(1.25), "=": () => picture.zoom(1.25),
+      "-": () => picture.zoom(0.8), f: actions.fit, Home: actions.fit, 1: actions.front, 2: actions.top,
+      3: actions.right, 0: actions.isometric, p: actions.perspective, Escape: actions.clear,
+    };
+    const action = keys[event.key.length === 1 ? event.key.toLowerCase() : event.key];
+    if (!action) return;
+    event.preventDefault();
+    action();
+  });
+}
+
+function addButton(toolbar, name, title, action, isToggle) {
+  const button = document.createElement("button");
+  button.type = "button";
+  button.textContent = name;
+  if (title) button.title = title;
+  if (isToggle) button.setAttribute("aria-pressed", "false");
+  button.addEventListener("click", action);
+  toolbar.append(button);
+  return button;
+}
+
+// Replaces the drawing of the section by an interactive picture. Without WebGL the drawing remains.
+async function createView(section, model) {
+  const canvas = document.createElement("canvas");
+  const context = hasData("geometry") && hasData("three") ? createContext(canvas) : null;
+  if (!context) {
+    section.dataset.picture = "unavailable";
+    const note = document.createElement("p");
+    note.className = "note";
+    note.textContent = "The interactive picture needs WebGL, which this browser does not provide.";
+    section.append(note);
+    return;
+  }
+  const data = parsePicture(await readBytes("geometry"));
+  await loadThree();
+  await pause();
+
+  const stage = document.createElement("div");
+  stage.className = "stage";
+  const toolbar = document.createElement("div");
+  toolbar.className = "toolbar";
+  toolbar.setAttribute("role", "toolbar");
+  toolbar.setAttribute("aria-label", "Picture");
+  canvas.tabIndex = 0;
+  canvas.setAttribute("role", "img");
+  canvas.setAttribute("aria-label", "Picture of the model. Arrow keys rotate, Shift and arrow keys move, plus and minus zoom.");
+  const hint = document.createElement("p");
+  hint.className = "hint";
+  const selection = document.createElement("output");
+  selection.className = "selection";
+  stage.append(toolbar, canvas, selection, hint);
+
+  const picture = new Picture(canvas, context);
+  picture.showsNotes = false;
+  const turns = new Turns();
+  const content = await fillPicture(picture, model, data, turns);
+  if (!content) {
+    section.dataset.picture = "unavailable";
+    return;
+  }
+
+  let range = null;
+  let path = null;
+  const fit = () => {
+    const isolated = picture.shared.isolated.value > 0 && range;
+    let boxes = isolated ? content.boxesOf(range[0], range[1]) : [content.whole];
+    if (!isolated && picture.showsNotes) boxes = [content.everything];
+    picture.fit(boxes.length > 0 ? boxes : [content.whole]);
+  };
+  // The isometric view has the slope of a cube's diagonal.
+  const look = (azimuth, elevation) => () => {
+    picture.look(azimuth, elevation);
+    fit();
+  };
+  const setPressed = (button, isPressed) => button.setAttribute("aria-pressed", String(isPressed));
+  const actions = {
+    fit, front: look(0, 0), top: look(0, 90), right: look(90, 0), isometric: look(45, 35.264389682754654),
+    perspective: () => {
+      picture.isPerspective = !picture.isPerspective;
+      setPressed(perspective, picture.isPerspective);
+      picture.request();
+    },
+    clear: () => selectNode(null, "view"),
+  };
+  addButton(toolbar, "Fit", "Show everything (F)", actions.fit);
+  addButton(toolbar, "Front", "Front view (1)", actions.front);
+  addButton(toolbar, "Top", "Top view (2)", actions.top);
+  addButton(toolbar, "Right", "Right view (3)", actions.right);
+  addButton(toolbar, "Isometric", "Isometric view (0)", actions.isometric);
+  const perspective = addButton(toolbar, "Perspective", "Perspective or parallel projection (P)", actions.perspective, true);
+  addButton(toolbar, "Zoom in", "Zoom in (+)", () => picture.zoom(1.4));
+  addButton(toolbar, "Zoom out", "Zoom out (-)", () => picture.zoom(1 / 1.4));
+  if (content.hasNotes) {
+    const notes = addButton(toolbar, "Annotations", "Show or hide annotations", () => {
+      picture.showsNotes = !picture.showsNotes;
+      setPressed(notes, picture.showsNotes);
+      picture.request();
+    }, true);
+    picture.showsNotes = true;
+    setPressed(notes, true);
+  }
+  const only = addButton(toolbar, "Only selection", "Show only the selected part of the structure", () => {
+    picture.shared.isolated.value = picture.shared.isolated.value ? 0 : 1;
+    setPressed(only, picture.shared.isolated.value > 0);
+    fit();
+  }, true);
+
+  const showSelection = () => {
+    picture.shared.range.value.set(range ? range[0] : 0, range ? range[1] : 0);
+    only.disabled = !range;
+    if (!range && picture.shared.isolated.value) {
+      picture.shared.isolated.value = 0;
+      setPressed(only, false);
+    }
+    let name = "";
+    if (path !== null) {
+      const product = productOf(model, path);
+      const steps = path.split("/");
+      if (product >= 0) name = nodeName(model, product, steps.length > 1 ? Number(steps[steps.length - 1]) : -1);
+    }
+    selection.textContent = name.length > 120 ? name.slice(0, 120) + "…" : name;
+    canvas.dataset.selected = path === null ? "" : path;
+    picture.request();
+  };
+  const onSelect = event => {
+    path = event.detail.path;
+    const found = path === null ? null : content.numbers.rangeOf(path);
+    range = found && found[1] > found[0] ? found : null;
+    showSelection();
+  };
+  document.addEventListener("brivet-select", onSelect);
+
+  // While the picture moves, a slow machine draws only a part of it.
+  let previous = 0;
+  let rest = 0;
+  const onMove = () => {
+    const now = performance.now();
+    if (previous > 0 && now - previous > SLOW_FRAME && now - previous < 2000 && picture.segments > 100000) {
+      picture.setDetail(Math.max(1 / 32, picture.detail / 2));
+    }
+    requestAnimationFrame(() => { previous = performance.now(); });
+    clearTimeout(rest);
+    rest = setTimeout(() => {
+      previous = 0;
+      picture.setDetail(1);
+      picture.request();
+    }, 250);
+  };
+  addMouseAndTouch(picture, canvas, (x, y) => {
+    const node = picture.pick(x, y);
+    selectNode(node < 0 ? null : content.numbers.pathOf(node), "view");
+  }, onMove);
+  addKeyboard(picture, canvas, actions);
+
+  const updateTheme = () => {
+    const channels = getComputedStyle(section).color.match(/[\d.]+/g).map(Number);
+    const isDark = channels[0] + channels[1] + channels[2] > 384;
+    const found = getComputedStyle(canvas).backgroundColor.match(/[\d.]+/g).map(each => Number(each) / 255);
+    picture.setTheme(isDark, found.length === 3 ? found : isDark ? [0.09, 0.1, 0.12] : [0.975, 0.98, 0.985]);
+  };
+  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => requestAnimationFrame(updateTheme));
+  new MutationObserver(updateTheme).observe(document.documentElement, { attributes: true, attributeFilter: ["class", "data-theme", "style"] });
+  canvas.addEventListener("webglcontextlost", event => event.preventDefault());
+  canvas.addEventListener("webglcontextrestored", () => picture.request());
+
+  hint.textContent = "Drag to rotate, Shift and drag or two fingers to move, wheel or pinch to zoom after a click, click to select.";
+  for (const sentence of content.leftOut) {
+    const note = document.createElement("p");
+    note.className = "note";
+    note.textContent = sentence;
+    stage.append(note);
+  }
+  section.append(stage);
+  section.classList.add("interactive");
+  only.disabled = true;
+  let isFirst = true;
+  const resize = () => {
+    const box = canvas.getBoundingClientRect();
+    if (box.width === 0 || box.height === 0) return;
+    picture.resize(Math.round(box.width), Math.round(box.height), Math.min(devicePixelRatio || 1, 3));
+    if (isFirst) {
+      isFirst = false;
+      actions.isometric();
+      section.dataset.picture = "ready";
+    }
+  };
+  new ResizeObserver(resize).observe(canvas);
+  addEventListener("resize", resize);
+  updateTheme();
+  resize();
+  if (selectedPath !== null) onSelect({ detail: { path: selectedPath } });
+}
