@@ -318,7 +318,7 @@ void main() {
 #ifdef IS_FACE
   vec3 normal = dot(vNormal, vNormal) > 1e-20 ? normalize(vNormal) : normalize(cross(dFdx(vView), dFdy(vView)));
   if (normal.z < 0.0) normal = -normal;
-  float light = 0.42 + 0.5 * max(0.0, dot(normal, normalize(vec3(0.25, 0.45, 0.85)))) + 0.08 * normal.y;
+  float light = 0.52 + 0.46 * max(0.0, dot(normal, normalize(vec3(0.25, 0.45, 0.85)))) + 0.08 * normal.y;
   vec3 colour = vColor.rgb * light;
   if (vSelected > 0.5) colour = mix(colour, accent * light, 0.45);
   if (vSelected < -0.5) colour = mix(colour, background, 0.72);
