@@ -72,6 +72,7 @@ class Shot:
     """What the canvas shows, as a set of the pixels that differ from the background."""
 
     def __init__(self, page):
+        page.run("document.querySelector('#view .selection').style.visibility = 'hidden'")  # it covers the canvas
         self.png = page.find("#view canvas").screenshot_as_png
         width, height, step, rows = pixels(self.png)
         background = bytes(rows[height // 2][8 * step:8 * step + 3])
