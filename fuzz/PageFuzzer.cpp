@@ -1,6 +1,6 @@
-// Fuzzes the pages of documents. Asserts that neither page has a control character except line ends, that the HTML page
-// is ASCII with links that lead to anchors, and that both are at most 24 times as large as the document, beyond what is
-// in every page.
+// Fuzzes the pages of documents. Asserts that no page has a control character except line ends, that HTML pages are
+// ASCII, that the links of the plain one lead to anchors, that the interactive one has no script but its own, and that
+// all are at most 24 times as large as the document, beyond what is in every page.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +10,8 @@
 #include "BrivetModule.h"
 #include "CheckedOutputStream.h"
 #include "HtmlPage.h"
+#include "InteractivePage.h"
+#include "PageAssets.h"
 #include "Require.h"
 #include "StepDocument.h"
 #include "TextPage.h"
@@ -63,6 +65,28 @@ std::set<std::string> Between(std::string const& page, std::string const& begin)
   return found;
 }
 
+bool IsAscii(std::string const& page) {
+  return std::none_of(page.begin(), page.end(), [](char c) { return (c & 0x80) != 0; });
+}
+
+std::size_t Count(std::string const& page, std::string const& part) {
+  std::size_t count = 0;
+  for (std::size_t at = page.find(part); at != page.npos; at = page.find(part, at + 1)) ++count;
+  return count;
+}
+
+void CheckInteractivePage(ReadDocument& read, std::size_t size) {
+  std::string const page = PageOf<InteractivePage>(read);
+  CheckControls(page);
+  std::size_t const fixed =
+      kFixedSize + PageAssets::kStyle.size() + PageAssets::kScript.size() + PageAssets::kThree.size();
+  Require(page.size() <= fixed + kGrowth * size, "an interactive page is not much larger than its document");
+  Require(IsAscii(page), "an interactive page is ASCII");
+  Require(Count(page, "<script") == Count(page, "<script type=\"application/gzip\" id=\"data-") + 1,
+          "an interactive page has one script");
+  Require(Count(page, "</html>") == 1, "an interactive page is complete");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t size) {
@@ -75,9 +99,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
   std::string const html = PageOf<HtmlPage>(read);
   CheckControls(html);
   Require(html.size() <= kFixedSize + kGrowth * size, "a page is not much larger than its document");
-  Require(std::none_of(html.begin(), html.end(), [](char c) { return (c & 0x80) != 0; }), "an HTML page is ASCII");
+  Require(IsAscii(html), "an HTML page is ASCII");
   std::set<std::string> const anchors = Between(html, "<a name= \"");
   for (std::string const& link : Between(html, "<a href=\"#"))
     Require(anchors.count(link) == 1, "a link has an anchor");
+  CheckInteractivePage(read, size);
   return 0;
 }

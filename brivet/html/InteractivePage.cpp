@@ -18,6 +18,7 @@
 VRINResult InteractivePage::WritePage(BrivetWriteRequest& request) {
   Document& document = *request.document;
   ProductModel const* const model = document.GetModel(true, *request.progress);
+  if (document.GetModelResult().IsFailure()) return document.GetModelResult();
   PagePicture const picture = model != nullptr ? PagePicture::Of(*model, title) : PagePicture();
   WriteHead();
   WriteSections(document, model, picture);

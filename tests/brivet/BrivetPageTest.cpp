@@ -1,4 +1,4 @@
-// The page of the shipped document in a real browser.
+// The plain page of the shipped document in a real browser. The tests of the interactive page are in tests/pages.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ class BrivetPageTest : public BrivetFixture {};
 
 TEST_F(BrivetPageTest, LinksLeadToInstances) {
   if (!HasHeadlessBrowser()) GTEST_SKIP() << "chromium is missing";
-  ASSERT_EQ(Brivet({BracketPath(), "page.html"}).exitStatus, 0);
+  ASSERT_EQ(Brivet({BracketPath(), "page.html", "-set", "Html.*.Writer.Plain=On"}).exitStatus, 0);
   std::string page = folder.Read("page.html");
   page.insert(page.rfind("</BODY>"), kScript);
   Write("look.html", page);

@@ -75,6 +75,20 @@ constexpr char kWasherStep[] =
 TEST_F(BrivetTranslateTest, WritesPage) {
   ExpectTranslated(Brivet({"washer.stp"}), "washer.html: 3 instances of 3 types from washer.stp");
   std::string const page = folder.Read("washer.html");
+  EXPECT_THAT(page, StartsWith("<!DOCTYPE html>\n<html lang=\"en\">\n"));
+  for (char const* part :
+       {"<title>washer.stp</title>", "<h1>washer.stp</h1>", "<section id=\"summary\"", "<dt>Instances</dt><dd>3</dd>",
+        "<section id=\"instances\"", "<section id=\"header\"", "Scheibe f&#252;r M8", "id=\"data-instances-0\""}) {
+    EXPECT_THAT(page, HasSubstr(part));
+  }
+  EXPECT_THAT(page, testing::EndsWith("</script>\n</body>\n</html>\n"));
+  EXPECT_EQ(Files(), (Names{"brivet_read.log", "brivet_write.log", "washer.html", "washer.stp"}));
+}
+
+TEST_F(BrivetTranslateTest, WritesPlainPage) {
+  ExpectTranslated(Brivet({"washer.stp", "-set", "Html.*.Writer.Plain=On"}),
+                   "washer.html: 3 instances of 3 types from washer.stp");
+  std::string const page = folder.Read("washer.html");
   for (char const* part : {"<H1>washer.stp</H1>", "Scheibe f&#252;r M8", "#<a name= \"10\">10</a> = PRODUCT(",
                            "(#<a href=\"#20\">20</a>))<br>", "referred to by #<a href=\"#10\">10</a>",
                            "&#12502;&#12524;&#12531;&#12489; R1", "</HTML>"}) {
@@ -114,7 +128,7 @@ TEST_F(BrivetTranslateTest, WritesToCurrentDirectory) {
                    "bolt.v2.html: 3 instances of 3 types from parts/deep/bolt.v2.STEP");
   EXPECT_TRUE(folder.Has("bolt.v2.html"));
   // The title is the name without its folder.
-  EXPECT_THAT(folder.Read("bolt.v2.html"), HasSubstr("<H1>bolt.v2.STEP</H1>"));
+  EXPECT_THAT(folder.Read("bolt.v2.html"), HasSubstr("<h1>bolt.v2.STEP</h1>"));
 }
 
 TEST_F(BrivetTranslateTest, ReadsPipes) {
@@ -308,7 +322,7 @@ TEST_F(BrivetTranslateTest, UnprintableSummaryIsWarning) {
     ChildResult const result = Shell(std::string(command) + "; echo $? >status");
     EXPECT_EQ(folder.Read("status"), "0\n");
     EXPECT_THAT(result.errors, StartsWith("brivet: warning: cannot write to standard output: "));
-    EXPECT_THAT(folder.Read("washer.html"), HasSubstr("</HTML>"));
+    EXPECT_THAT(folder.Read("washer.html"), testing::EndsWith("</html>\n"));
     EXPECT_THAT(Log("brivet_write.log"), testing::EndsWith("Product Completed Successfully\n"));
     unlink(folder.Path("washer.html").c_str());
   }

@@ -42,6 +42,7 @@ async function followAddress(parts) {
 }
 
 async function startPage() {
+  if (typeof DecompressionStream === "undefined") throw new Error("this browser cannot decompress data");
   const parts = { list: null, search: null };
   const instances = openSection("instances");
   if (instances) {
@@ -74,4 +75,7 @@ async function startPage() {
   document.documentElement.dataset.ready = "true";
 }
 
-startPage();
+startPage().catch(error => {
+  section("summary").append(make("p", { class: "banner", role: "alert" }, `The page cannot show its data: ${error.message}.`));
+  throw error;
+});

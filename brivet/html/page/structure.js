@@ -77,7 +77,7 @@ class StructureTree {
     const row = make("div", { role: "treeitem", "aria-level": level, "aria-posinset": position, "aria-setsize": size,
       "aria-expanded": hasChildren ? "false" : null, "aria-selected": "false", tabindex: -1, class: "row" },
     make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "name" }, name),
-    isSingle ? null : make("span", { class: "times" }, `×${node.uses.length}`),
+    isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`),
     product.extent ? make("span", { class: "extent" }, sizeOf(product.extent)) : null, links);
     row.node = node;
     this.indent(row, level);
@@ -188,7 +188,8 @@ class StructureTree {
     addCount("Shells", target.shells);
     addCount("Faces", target.faces);
     addCount("Edges", target.edges);
-    const colours = [...new Set(target.colours.map(index => model.colours[index].colour))];
+    const colours = [...new Set(target.colours.filter(index => model.colours[index])
+      .map(index => model.colours[index].colour))];
     if (colours.length > 0) add("Colours", ...colours.slice(0, 12).map(makeSwatch));
     const links = [target.instance, target.definition, ...target.shapes.slice(0, 5)].filter(name => name);
     add("Instances", ...links.flatMap(name => [instanceLink(name), " "]));

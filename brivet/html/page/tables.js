@@ -19,12 +19,12 @@ class DataTable {
     const head = make("tr", {}, ...columns.map(column => make("th", { scope: "col", class: column.isNumber ? "number" : null },
       column.title)));
     const table = make("table", {}, make("thead", {}, head), this.body);
-    section.append(make("div", { class: "scroll", role: "region", tabindex: 0, "aria-label": label }, table));
+    section.append(make("div", { class: "scroll", role: "region", tabindex: 0, "aria-label": `Table of ${label.toLowerCase()}` }, table));
     if (rows.length > TABLE_ROWS) {
       this.back = make("button", { type: "button", onclick: () => this.show(this.begin - TABLE_ROWS) }, "Previous");
       this.forth = make("button", { type: "button", onclick: () => this.show(this.begin + TABLE_ROWS) }, "Next");
       this.range = make("span", { class: "range", role: "status" });
-      section.append(make("div", { class: "pager", role: "group", "aria-label": `Pages of ${label}` }, this.back, this.forth,
+      section.append(make("div", { class: "pager", role: "group", "aria-label": `Pages of ${label.toLowerCase()}` }, this.back, this.forth,
         this.range));
     }
     this.show(0);
