@@ -16,6 +16,7 @@ const POINT_LIMIT = 12000000; // of all batches and instances
 const BATCH_POINTS = 200000;
 const MIN_INSTANCES = 8; // fewer places of a product join a batch
 const MIN_INSTANCED_POINTS = 2000; // as do places with fewer points in total
+const FIT_LIMIT = 5000; // nodes whose boxes are fitted one by one
 const PICK_SIZE = 11; // pixels around the pointer where an edge is found
 const SLOW_FRAME = 90; // milliseconds; slower frames show fewer edges while the picture moves
 const ACCENT = { light: [0.85, 0.33, 0.0], dark: [1.0, 0.62, 0.2] };
@@ -307,7 +308,7 @@ varying vec3 vNormal;
 vec3 readable(vec3 colour) {
   float light = dot(colour, vec3(0.3, 0.59, 0.11));
   if (isDark > 0.5) return mix(colour, vec3(1.0), 0.5 * smoothstep(0.42, 0.05, light));
-  return colour * mix(1.0, 0.6, smoothstep(0.4, 0.9, light));
+  return colour * mix(1.0, 0.7, smoothstep(0.4, 0.9, light));
 }
 void main() {
   if (isPicking > 0.5) {
@@ -923,15 +924,22 @@ async function fillPicture(picture, model, data, turns) {
   }
   const boxesOf = (first, end) => {
     const found = [];
-    for (let i = first; i < Math.min(end, nodes.count); ++i) {
+    const last = Math.min(end, nodes.count);
+    // The box of everything is looser, and takes no time.
+    if (last - first > FIT_LIMIT) return [sceneBox(shape)];
+    for (let i = first; i < last; ++i) {
       const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
       corners(toScene(nodes.matrix.subarray(12 * i, 12 * i + 12)), nodes.record[i], extend(box));
       if (box[0] <= box[3]) found.push(box);
     }
     return found;
   };
-  return { numbers, boxesOf, whole: sceneBox(shape), everything: sceneBox(whole), hasNotes: notes.length > 0,
-    hasShape: nodes.count > 0, leftOut };
+  const noteBoxes = notes.length > FIT_LIMIT ? [sceneBox(whole)] : notes.map(note => {
+    const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+    corners(toScene(noteMatrix(data.records[note])), note, extend(box));
+    return box;
+  });
+  return { numbers, boxesOf, whole: sceneBox(shape), noteBoxes, hasNotes: notes.length > 0, leftOut };
 }
 
 const scaling = factor => [factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0];
@@ -1020,11 +1028,12 @@ function addKeyboard(picture, canvas, actions) {
   });
 }
 
-function addButton(toolbar, name, title, action, isToggle) {
+function addButton(toolbar, name, title, action, isToggle, label) {
   const button = document.createElement("button");
   button.type = "button";
   button.textContent = name;
   if (title) button.title = title;
+  if (label) button.setAttribute("aria-label", label);
   if (isToggle) button.setAttribute("aria-pressed", "false");
   button.addEventListener("click", action);
   toolbar.append(button);
@@ -1075,8 +1084,8 @@ async function createView(section, model) {
   let path = null;
   const fit = () => {
     const isolated = picture.shared.isolated.value > 0 && range;
-    let boxes = isolated ? content.boxesOf(range[0], range[1]) : [content.whole];
-    if (!isolated && picture.showsNotes) boxes = [content.everything];
+    const boxes = isolated ? content.boxesOf(range[0], range[1]) : content.boxesOf(0, Infinity);
+    if (!isolated && picture.showsNotes) boxes.push(...content.noteBoxes);
     picture.fit(boxes.length > 0 ? boxes : [content.whole]);
   };
   // The isometric view has the slope of a cube's diagonal.
@@ -1100,8 +1109,8 @@ async function createView(section, model) {
   addButton(toolbar, "Right", "Right view (3)", actions.right);
   addButton(toolbar, "Isometric", "Isometric view (0)", actions.isometric);
   const perspective = addButton(toolbar, "Perspective", "Perspective or parallel projection (P)", actions.perspective, true);
-  addButton(toolbar, "Zoom in", "Zoom in (+)", () => picture.zoom(1.4));
-  addButton(toolbar, "Zoom out", "Zoom out (-)", () => picture.zoom(1 / 1.4));
+  addButton(toolbar, "+", "Zoom in (+)", () => picture.zoom(1.4), false, "Zoom in");
+  addButton(toolbar, "\u2212", "Zoom out (-)", () => picture.zoom(1 / 1.4), false, "Zoom out");
   if (content.hasNotes) {
     const notes = addButton(toolbar, "Annotations", "Show or hide annotations", () => {
       picture.showsNotes = !picture.showsNotes;
