@@ -24,9 +24,8 @@ char const* NameOf(char byte) {
   }
 }
 
-}  // namespace
-
-void AppendHtml(std::string& target, std::string_view utf8) {
+template <class Name>
+void Append(std::string& target, std::string_view utf8, Name const& name) {
   auto const* const bytes = reinterpret_cast<std::uint8_t const*>(utf8.data());
   std::size_t at = 0;
   while (at < utf8.size()) {
@@ -39,12 +38,22 @@ void AppendHtml(std::string& target, std::string_view utf8) {
     }
     if (code >= 0x80) {
       target += "&#" + std::to_string(code) + ";";
-    } else if (char const* const name = NameOf(static_cast<char>(code))) {
-      target += name;
+    } else if (char const* const entity = name(static_cast<char>(code))) {
+      target += entity;
     } else {
       target += static_cast<char>(code);
     }
   }
+}
+
+}  // namespace
+
+void AppendHtml(std::string& target, std::string_view utf8) {
+  Append(target, utf8, NameOf);
+}
+
+void AppendAsciiMarkup(std::string& target, std::string_view markup) {
+  Append(target, markup, [](char) -> char const* { return nullptr; });
 }
 
 std::string EscapeHtml(std::string_view utf8) {

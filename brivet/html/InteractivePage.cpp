@@ -5,6 +5,7 @@
 
 #include "BrivetModule.h"
 #include "Document.h"
+#include "HtmlText.h"
 #include "InstanceBlocks.h"
 #include "ModelData.h"
 #include "PageAssets.h"
@@ -53,7 +54,9 @@ void InteractivePage::WriteSections(Document& document, ProductModel const* mode
           "<noscript><p class=\"note\">Without scripts this page shows the summary, the drawing and the header. "
           "Write a plain listing with <code>-set Html.*.Writer.Plain=On</code>.</p></noscript>\n");
   if (!picture.drawing.empty() || !picture.geometry.empty()) {
-    WriteSection("view", "View", picture.drawing);
+    std::string drawing;
+    AppendAsciiMarkup(drawing, picture.drawing);
+    WriteSection("view", "View", drawing);
   }
   if (model != nullptr) {
     WriteEmptySection("structure", "Structure", !model->roots.empty());

@@ -29,6 +29,20 @@ def without_comments(text):
     return b"\n".join(line for line in lines if line and not line.startswith(b"//")) + b"\n"
 
 
+def ascii_only(text, escape):
+    """Escapes the other characters, which are in strings only, so that a page is the same in every encoding."""
+    return "".join(c if ord(c) < 128 else escape(c) for c in text.decode("utf-8")).encode("ascii")
+
+
+def script_escape(character):
+    units = character.encode("utf-16-be")
+    return "".join(f"\\u{units[i]:02x}{units[i + 1]:02x}" for i in range(0, len(units), 2))
+
+
+def style_escape(character):
+    return f"\\{ord(character):x} "
+
+
 def hash_of(text):
     return b"sha256-" + base64.b64encode(hashlib.sha256(text).digest()) if text else b""
 
@@ -53,6 +67,8 @@ def main():
 
     style = without_comments(b"".join(read(path) for path in arguments.style.split(",")))
     script = b'(() => {\n"use strict";\n' + b"".join(without_comments(read(path)) for path in arguments.scripts) + b"})();\n"
+    style = ascii_only(style, style_escape)
+    script = ascii_only(script, script_escape)
     for name, text in (("style", style), ("script", script)):
         if b"</" + name.encode() in text.lower() or b"<!--" in text:
             raise SystemExit(f"embed.py: the {name} would end its element")

@@ -57,7 +57,7 @@ async function startPage() {
   for (const [name, fill] of Object.entries(fillers)) {
     const target = openSection(name);
     if (!target) continue;
-    fill(target, model);
+    await fill(target, model);
     await pause();
   }
   addContents();

@@ -19,11 +19,24 @@ class Query {
     const source = type ? escapePattern(this.type.replace(/^\(/, "").split(" ")[0].replace(/\)$/, ""))
       : id ? `#${id[1]}(?!\\d)` : escapePattern(this.text);
     this.pattern = new RegExp(source, "iu");
-    // Ids are stored as differences, so that only a search without digits can use the stored text.
+    // Ids are stored as differences, so that only a search without digits can use the stored text; one for an id can
+    // compute the difference.
     this.isStored = !/[#\d]/.test(type ? this.type : this.text);
+    this.id = id && Number.isSafeInteger(Number(id[1])) ? Number(id[1]) : -1;
   }
 
-  mayMatch(stored) { return !this.isStored || this.pattern.test(stored); }
+  // Returns whether some item of a block can match.
+  mayMatchBlock(block) { return !this.isStored || this.pattern.test(block.text); }
+
+  // Returns false if an item cannot match; its text need not be decoded then.
+  mayMatch(block, item) {
+    if (this.isStored) return this.pattern.test(block.text.slice(block.starts[item], block.end(item)));
+    if (this.id < 0) return true;
+    const own = block.ids[item];
+    if (own === this.id || own < 0) return true;
+    const stored = block.text.slice(block.starts[item], block.end(item));
+    return stored.includes(String.fromCharCode(REFERENCE) + (own - this.id)) || stored.includes("#" + this.id);
+  }
 
   // Returns where the text of an item matches, or -1.
   match(text, isInstance) {
@@ -91,10 +104,10 @@ class Search {
         for (let piece = rest.next(); piece && !piece.isReferrers; piece = rest.next()) text += piece.text || piece.label;
         if (query.type === null && query.match(text, true) >= 0) last = this.add(begin - 1, text, query);
       }
-      if (query.mayMatch(block.text)) {
+      if (query.mayMatchBlock(block)) {
         for (let item = 0; item < block.count; ++item) {
           const kind = block.kind(item);
-          if (kind !== HEADING && (!query.isStored || query.mayMatch(block.text.slice(block.starts[item], block.end(item))))) {
+          if (kind !== HEADING && query.mayMatch(block, item)) {
             const text = plainText(block, item);
             if (query.match(text, kind === INSTANCE) >= 0) last = this.add(begin + item, text, query);
           }

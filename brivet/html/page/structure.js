@@ -110,8 +110,9 @@ class StructureTree {
     for (let level = 1; level < 8; ++level) {
       const rows = [...this.tree.querySelectorAll(`[aria-level="${level}"][aria-expanded]`)];
       let count = this.tree.childElementCount;
+      if (rows.length === 0 || count + rows.length > FIRST_ROWS) return;
       for (const row of rows) count += Math.min(GROUP_ROWS, this.groupsOf(row.node.product).length);
-      if (count > FIRST_ROWS || rows.length === 0) return;
+      if (count > FIRST_ROWS) return;
       for (const row of rows) this.expand(row);
     }
   }

@@ -62,10 +62,24 @@ function valueCell(property) {
   return cell;
 }
 
-function addProperties(section, model) {
+// Returns the names of the products and occurrences that have properties, by their instances.
+async function ownersOf(model) {
+  const owners = new Set(model.properties.map(property => property.product));
   const names = new Map();
-  for (const product of model.products) names.set(product.definition, textOf(product.name) || textOf(product.id));
-  for (const use of model.occurrences) names.set(use.instance, textOf(use.name) || textOf(use.designator));
+  const turns = new Turns();
+  for (const product of model.products) {
+    if (owners.has(product.definition)) names.set(product.definition, textOf(product.name) || textOf(product.id));
+    if (turns.isOver()) await turns.next();
+  }
+  for (const use of model.occurrences) {
+    if (owners.has(use.instance)) names.set(use.instance, textOf(use.name) || textOf(use.designator));
+    if (turns.isOver()) await turns.next();
+  }
+  return names;
+}
+
+async function addProperties(section, model) {
+  const names = await ownersOf(model);
   return new DataTable(section, "Properties", [
     { title: "Name", cell: row => orEmpty(row.name) || orEmpty(row.description) },
     { title: "Value", cell: valueCell },

@@ -47,3 +47,9 @@ TEST(HtmlTextTest, AppendsToString) {
   AppendHtml(page, "<");
   EXPECT_EQ(page, "<B>&lt;");
 }
+
+TEST(HtmlTextTest, KeepsAsciiMarkup) {
+  std::string page = "<svg>";
+  AppendAsciiMarkup(page, "<title>a &amp; \xC3\xA4\xFF</title>");
+  EXPECT_EQ(page, "<svg><title>a &amp; &#228;&#65533;</title>");
+}
