@@ -138,6 +138,7 @@ TEST_F(BrivetPipelineTest, ListsFormats) {
       result.output,
       MatchesRegex("html     HTML     write       BrivetHtml   [^ ]* +.html .htm +/.*/libBrivetHtml.so\n"
                    "json     JSON     write       BrivetJson   [^ ]* +.json +/.*/libBrivetJson.so\n"
+                   "svg      SVG      write       BrivetSvg    [^ ]* +.svg +/.*/libBrivetSvg.so\n"
                    "text     text     write       BrivetText   [^ ]* +.txt .text +/.*/libBrivetText.so\n"
                    "step     STEP     read,write  BrivetStep   [^ ]* +.stp .step .p21 +/.*/libBrivetStep.so\n"));
   EXPECT_THAT(Brivet({"-help", "step"}).output, HasSubstr("\n  Step.*.Writer.FileLineLength\n"));

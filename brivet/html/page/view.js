@@ -13,9 +13,12 @@
 
 const NODE_LIMIT = 200000;
 const POINT_LIMIT = 12000000; // of all batches and instances
-const BATCH_POINTS = 200000;
+const BATCH_POINTS = 100000;
+const PIECE_POINTS = 20000; // of one step of work, unless a polyline is longer
+const PROGRESS = 700; // milliseconds between frames while the picture is filled
 const MIN_INSTANCES = 8; // fewer places of a product join a batch
 const MIN_INSTANCED_POINTS = 2000; // as do places with fewer points in total
+const FIT_LIMIT = 5000; // nodes whose boxes are fitted one by one
 const PICK_SIZE = 11; // pixels around the pointer where an edge is found
 const SLOW_FRAME = 90; // milliseconds; slower frames show fewer edges while the picture moves
 const ACCENT = { light: [0.85, 0.33, 0.0], dark: [1.0, 0.62, 0.2] };
@@ -27,7 +30,7 @@ const FACE = [0.72, 0.76, 0.82];
 // Geometry ------------------------------------------------------------------------------------------------------------
 
 // Reads what the C++ struct PictureData encodes, without copies of the arrays.
-function parsePicture(bytes) {
+async function parsePicture(bytes, turns) {
   const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
   let at = 0;
   const next = () => { at += 4; return view.getUint32(at - 4, true); };
@@ -38,18 +41,22 @@ function parsePicture(bytes) {
   for (const name of names) totals[name] = next();
   next();
   const records = [];
-  const offset = { points: 0, polylines: 0, runs: 0, meshPoints: 0, triangles: 0, meshRuns: 0 };
+  const first = [0, 0, 0, 0, 0, 0];
   for (let i = 0; i < count; ++i) {
-    const origin = [0, 8, 16].map(k => view.getFloat64(at + k, true));
+    const record = { origin: [view.getFloat64(at, true), view.getFloat64(at + 8, true), view.getFloat64(at + 16, true)] };
     at += 24;
-    const record = { origin, kind: next(), index: next(), first: { ...offset } };
-    for (const name of names) {
-      record[name] = next();
-      offset[name] += record[name];
+    record.kind = next();
+    record.index = next();
+    record.first = { points: first[0], polylines: first[1], runs: first[2], meshPoints: first[3], triangles: first[4],
+      meshRuns: first[5] };
+    for (let k = 0; k < names.length; ++k) {
+      record[names[k]] = next();
+      first[k] += record[names[k]];
     }
     record.product = next() | 0; // -1 for none
     next();
     records.push(record);
+    if (i % 500 === 0) await turns.next();
   }
   const array = (Type, length) => {
     const begin = bytes.byteOffset + at;
@@ -69,17 +76,27 @@ function parsePicture(bytes) {
 }
 
 // Box of the points of a record, in the coordinates of its product without the origin.
-function recordBox(data, record) {
+async function recordBox(data, record, turns) {
   const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
-  const extend = (array, first, count) => {
-    for (let i = 3 * first; i < 3 * (first + count); ++i) {
-      const axis = i % 3;
-      if (array[i] < box[axis]) box[axis] = array[i];
-      if (array[i] > box[axis + 3]) box[axis + 3] = array[i];
+  const extend = async (array, first, count) => {
+    for (let begin = first; begin < first + count; begin += 100000) {
+      const end = Math.min(begin + 100000, first + count);
+      for (let axis = 0; axis < 3; ++axis) {
+        let low = box[axis];
+        let high = box[axis + 3];
+        for (let i = 3 * begin + axis; i < 3 * end; i += 3) {
+          const value = array[i];
+          if (value < low) low = value;
+          if (value > high) high = value;
+        }
+        box[axis] = low;
+        box[axis + 3] = high;
+      }
+      if (turns.isOver()) await turns.next();
     }
   };
-  extend(data.points, record.first.points, record.points);
-  extend(data.meshPoints, record.first.meshPoints, record.meshPoints);
+  await extend(data.points, record.first.points, record.points);
+  await extend(data.meshPoints, record.first.meshPoints, record.meshPoints);
   return box;
 }
 
@@ -188,20 +205,26 @@ async function placeNodes(model, numbers, recordOf, turns) {
   const nodes = { count: 0, record: new Uint32Array(limit), matrix: new Float64Array(12 * limit), leftOut: 0 };
   // The units of a product are those of its geometry; the picture is in the unit of the first root.
   for (let i = 0; i < model.roots.length; ++i) {
-    const pending = [[model.roots[i], scaling(rootFactor(model, i))]];
-    let steps = 0;
-    while (pending.length > 0 && nodes.count < limit) {
-      if (++steps % 256 === 0) await turns.next();
-      const [product, matrix] = pending.pop();
-      if (numbers.hasGeometry[product]) {
+    const pending = []; // product, matrix, position of the next child
+    const enter = (product, matrix) => {
+      if (numbers.hasGeometry[product] && nodes.count < limit) {
         nodes.record[nodes.count] = recordOf[product];
         nodes.matrix.set(matrix, 12 * nodes.count++);
       }
-      const { children } = model.products[product];
-      for (let k = children.length - 1; k >= 0; --k) {
-        const use = model.occurrences[children[k]];
-        if (numbers.below[use.child] > 0) pending.push([use.child, multiply(matrix, use.placement)]);
+      pending.push([product, matrix, 0]);
+    };
+    enter(model.roots[i], scaling(rootFactor(model, i)));
+    let steps = 0;
+    while (pending.length > 0 && nodes.count < limit) {
+      if (++steps % 256 === 0) await turns.next();
+      const level = pending[pending.length - 1];
+      const { children } = model.products[level[0]];
+      if (level[2] === children.length) {
+        pending.pop();
+        continue;
       }
+      const use = model.occurrences[children[level[2]++]];
+      if (numbers.below[use.child] > 0) enter(use.child, multiply(level[1], use.placement));
     }
   }
   nodes.leftOut = numbers.total - nodes.count;
@@ -307,7 +330,7 @@ varying vec3 vNormal;
 vec3 readable(vec3 colour) {
   float light = dot(colour, vec3(0.3, 0.59, 0.11));
   if (isDark > 0.5) return mix(colour, vec3(1.0), 0.5 * smoothstep(0.42, 0.05, light));
-  return colour * mix(1.0, 0.6, smoothstep(0.4, 0.9, light));
+  return colour * mix(1.0, 0.7, smoothstep(0.4, 0.9, light));
 }
 void main() {
   if (isPicking > 0.5) {
@@ -318,7 +341,7 @@ void main() {
 #ifdef IS_FACE
   vec3 normal = dot(vNormal, vNormal) > 1e-20 ? normalize(vNormal) : normalize(cross(dFdx(vView), dFdy(vView)));
   if (normal.z < 0.0) normal = -normal;
-  float light = 0.42 + 0.5 * max(0.0, dot(normal, normalize(vec3(0.25, 0.45, 0.85)))) + 0.08 * normal.y;
+  float light = 0.52 + 0.46 * max(0.0, dot(normal, normalize(vec3(0.25, 0.45, 0.85)))) + 0.08 * normal.y;
   vec3 colour = vColor.rgb * light;
   if (vSelected > 0.5) colour = mix(colour, accent * light, 0.45);
   if (vSelected < -0.5) colour = mix(colour, background, 0.72);
@@ -375,33 +398,43 @@ class Batch {
   }
 }
 
-// Indices of the segments of the polylines of a record, and the colour of each point.
-function recordEdges(data, record, colours, isShaded) {
-  const { points, polylines, runs, first } = record;
-  const indices = new Uint32Array(2 * (points - polylines));
-  const bytes = new Uint8Array(4 * points);
-  let point = 0;
-  let at = 0;
+// Returns the edges of a record in pieces: positions, colours and indices of segments.
+async function recordEdges(data, record, colours, isShaded, turns) {
+  const { runs, first } = record;
+  const pieces = [];
+  let point = first.points;
   let polyline = first.polylines;
   for (let run = first.runs; run < first.runs + runs; ++run) {
     const colour = colours.edge(data.runs[2 * run + 1], isShaded);
-    for (let rest = data.runs[2 * run]; rest > 0; --rest, ++polyline) {
-      for (let i = 0; i < data.lengths[polyline]; ++i, ++point) {
-        bytes.set(colour, 4 * point);
-        if (i > 0) {
-          indices[at++] = point - 1;
-          indices[at++] = point;
+    const word = new Uint32Array(new Uint8Array(colour).buffer)[0];
+    const end = polyline + data.runs[2 * run];
+    while (polyline < end) {
+      const begin = polyline;
+      let points = 0;
+      while (polyline < end && points < PIECE_POINTS) points += data.lengths[polyline++];
+      const indices = new Uint32Array(2 * (points - (polyline - begin)));
+      let at = 0;
+      let index = 0;
+      for (let i = begin; i < polyline; ++i) {
+        for (let rest = data.lengths[i] - 1; rest > 0; --rest) {
+          indices[at++] = index;
+          indices[at++] = ++index;
         }
+        ++index;
       }
+      pieces.push({ positions: data.points.subarray(3 * point, 3 * (point + points)),
+        colours: new Uint8Array(new Uint32Array(points).fill(word).buffer), indices });
+      point += points;
+      if (turns.isOver()) await turns.next();
     }
   }
-  return { positions: data.points.subarray(3 * first.points, 3 * (first.points + points)), colours: bytes, indices };
+  return pieces;
 }
 
-// The opaque or the transparent triangles of a record. A point belongs to one run.
-function recordFaces(data, record, colours, isTransparent) {
+// Returns the opaque or the transparent triangles of a record, or null if there are none. A point belongs to one run.
+async function recordFaces(data, record, colours, isTransparent, turns) {
   const { meshPoints, meshRuns, first } = record;
-  const bytes = new Uint8Array(4 * meshPoints);
+  const words = new Uint32Array(meshPoints);
   const kept = [];
   let triangle = first.triangles;
   for (let run = first.meshRuns; run < first.meshRuns + meshRuns; ++run) {
@@ -410,8 +443,10 @@ function recordFaces(data, record, colours, isTransparent) {
     const indices = data.triangles.subarray(3 * triangle, 3 * (triangle + count));
     triangle += count;
     if ((colour[3] < 255) !== isTransparent) continue;
-    for (const index of indices) if (index < meshPoints) bytes.set(colour, 4 * index);
+    const word = new Uint32Array(new Uint8Array(colour).buffer)[0];
+    for (let i = 0; i < indices.length; ++i) if (indices[i] < meshPoints) words[indices[i]] = word;
     kept.push(indices);
+    if (turns.isOver()) await turns.next();
   }
   const indices = new Uint32Array(kept.reduce((sum, each) => sum + each.length, 0));
   let at = 0;
@@ -421,11 +456,13 @@ function recordFaces(data, record, colours, isTransparent) {
   }
   if (indices.length === 0) return null;
   const normals = new Int8Array(3 * meshPoints);
-  for (let i = 0; i < meshPoints; ++i) {
-    for (let axis = 0; axis < 3; ++axis) normals[3 * i + axis] = data.normals[4 * (first.meshPoints + i) + axis];
+  for (let i = 0, to = 0, from = 4 * first.meshPoints; i < meshPoints; ++i, from += 4) {
+    normals[to++] = data.normals[from];
+    normals[to++] = data.normals[from + 1];
+    normals[to++] = data.normals[from + 2];
   }
   return { positions: data.meshPoints.subarray(3 * first.meshPoints, 3 * (first.meshPoints + meshPoints)),
-    colours: bytes, normals, indices };
+    colours: new Uint8Array(words.buffer), normals, indices };
 }
 
 // Colours of the model as bytes.
@@ -518,11 +555,13 @@ class Picture {
     if (isFace) geometry.setAttribute("normal", new THREE.BufferAttribute(part.normals, 3, true));
     geometry.setIndex(new THREE.BufferAttribute(part.indices, 1));
     if (instances) {
-      const rows = new THREE.InstancedInterleavedBuffer(instances.rows, 12);
+      // The pieces of a product share these buffers.
+      instances.buffer = instances.buffer || new THREE.InstancedInterleavedBuffer(instances.rows, 12);
+      instances.attribute = instances.attribute || new THREE.InstancedBufferAttribute(instances.nodes, 1);
       for (let row = 0; row < 3; ++row) {
-        geometry.setAttribute("row" + row, new THREE.InterleavedBufferAttribute(rows, 4, 4 * row));
+        geometry.setAttribute("row" + row, new THREE.InterleavedBufferAttribute(instances.buffer, 4, 4 * row));
       }
-      geometry.setAttribute("node", new THREE.InstancedBufferAttribute(instances.nodes, 1));
+      geometry.setAttribute("node", instances.attribute);
       geometry.maxInstancedCount = instances.nodes.length;
     } else {
       geometry.setAttribute("node", new THREE.BufferAttribute(part.nodes, 1));
@@ -778,9 +817,8 @@ async function fillPicture(picture, model, data, turns) {
   const boxes = [];
   for (let i = 0; i < data.records.length; ++i) {
     const record = data.records[i];
-    boxes.push(recordBox(data, record));
+    boxes.push(await recordBox(data, record, turns));
     if (record.kind === 0 && record.index < recordOf.length) recordOf[record.index] = i;
-    await turns.next();
   }
   const numbers = new NodeNumbers(model, Array.from(recordOf, each => each >= 0));
   const nodes = await placeNodes(model, numbers, recordOf, turns);
@@ -836,6 +874,7 @@ async function fillPicture(picture, model, data, turns) {
   for (let i = 0; i < nodes.count; ++i) places[nodes.record[i]].push(i);
   const colours = new Colours(model);
   const batches = { edges: new Batch(false), notes: new Batch(false), faces: new Batch(true), glass: new Batch(true), areas: new Batch(true) };
+  let shown = performance.now();
   const flush = async name => {
     const batch = batches[name];
     if (batch.indexCount === 0) return;
@@ -843,17 +882,25 @@ async function fillPicture(picture, model, data, turns) {
     picture.add(name, { positions: batch.join(Float32Array, batch.positions), colours: batch.join(Uint8Array, batch.colours),
       nodes: batch.join(Float32Array, batch.nodes), normals: batch.isFace ? batch.join(Int8Array, batch.normals) : null,
       indices: batch.joinIndices() }, null);
-    picture.request();
     await pause();
+    if (performance.now() - shown > PROGRESS) {
+      shown = performance.now();
+      picture.request();
+      await new Promise(resolve => { requestAnimationFrame(resolve); setTimeout(resolve, 100); });
+    }
   };
   const transform = (part, matrix, node) => {
     const count = part.positions.length / 3;
     const positions = new Float32Array(3 * count);
+    const from = part.positions;
+    const [a, b, c, d, e, f, g, h, k, l, m, n] = matrix;
     for (let i = 0; i < 3 * count; i += 3) {
-      const [x, y, z] = [part.positions[i], part.positions[i + 1], part.positions[i + 2]];
-      for (let row = 0; row < 3; ++row) {
-        positions[i + row] = matrix[4 * row] * x + matrix[4 * row + 1] * y + matrix[4 * row + 2] * z + matrix[4 * row + 3];
-      }
+      const x = from[i];
+      const y = from[i + 1];
+      const z = from[i + 2];
+      positions[i] = a * x + b * y + c * z + d;
+      positions[i + 1] = e * x + f * y + g * z + h;
+      positions[i + 2] = k * x + l * y + m * z + n;
     }
     let { normals } = part;
     if (normals) {
@@ -880,39 +927,43 @@ async function fillPicture(picture, model, data, turns) {
     if (at.length === 0) continue;
     const size = record.points + record.meshPoints;
     const isInstanced = at.length >= MIN_INSTANCES && size * at.length >= MIN_INSTANCED_POINTS;
-    const shown = Math.min(at.length, Math.max(0, Math.floor((POINT_LIMIT - points) / size)));
-    skipped += at.length - shown;
-    points += size * shown;
-    if (shown === 0) continue;
+    const count = Math.min(at.length, Math.max(0, Math.floor((POINT_LIMIT - points) / size)));
+    skipped += at.length - count;
+    points += size * count;
+    if (count === 0) continue;
     const parts = [];
-    if (record.points > 0) parts.push([isNote ? "notes" : "edges", recordEdges(data, record, colours, record.triangles > 0)]);
+    if (record.points > 0) {
+      for (const piece of await recordEdges(data, record, colours, record.triangles > 0, turns)) {
+        parts.push([isNote ? "notes" : "edges", piece]);
+      }
+    }
     if (record.triangles > 0) {
       for (const name of ["faces", "glass"]) {
-        const part = recordFaces(data, record, colours, name === "glass");
+        const part = await recordFaces(data, record, colours, name === "glass", turns);
         if (part) parts.push([isNote ? "areas" : name, part]);
       }
     }
     if (isInstanced) {
-      const rows = new Float32Array(12 * shown);
-      const numbersOf = new Float32Array(shown);
-      for (let k = 0; k < shown; ++k) {
+      const rows = new Float32Array(12 * count);
+      const numbersOf = new Float32Array(count);
+      for (let k = 0; k < count; ++k) {
         rows.set(local(nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin), 12 * k);
         numbersOf[k] = at[k];
         if (k % 1000 === 999) await turns.next();
       }
-      for (const [name, part] of parts) picture.add(name, part, { rows, nodes: numbersOf });
-      picture.request();
+      const instances = { rows, nodes: numbersOf };
+      for (const [name, part] of parts) picture.add(name, part, instances);
     } else {
-      for (let k = 0; k < shown; ++k) {
+      for (let k = 0; k < count; ++k) {
         const matrix = local(isNote ? noteMatrix(record) : nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin);
         for (const [name, part] of parts) {
           batches[name].add(transform(part, matrix, at[k]));
           if (batches[name].points >= BATCH_POINTS) await flush(name);
+          if (turns.isOver()) await turns.next();
         }
-        await turns.next();
       }
     }
-    await turns.next();
+    if (turns.isOver()) await turns.next();
   }
   for (const name of Object.keys(batches)) await flush(name);
 
@@ -923,15 +974,22 @@ async function fillPicture(picture, model, data, turns) {
   }
   const boxesOf = (first, end) => {
     const found = [];
-    for (let i = first; i < Math.min(end, nodes.count); ++i) {
+    const last = Math.min(end, nodes.count);
+    // The box of everything is looser, and takes no time.
+    if (last - first > FIT_LIMIT) return [sceneBox(shape)];
+    for (let i = first; i < last; ++i) {
       const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
       corners(toScene(nodes.matrix.subarray(12 * i, 12 * i + 12)), nodes.record[i], extend(box));
       if (box[0] <= box[3]) found.push(box);
     }
     return found;
   };
-  return { numbers, boxesOf, whole: sceneBox(shape), everything: sceneBox(whole), hasNotes: notes.length > 0,
-    hasShape: nodes.count > 0, leftOut };
+  const noteBoxes = notes.length > FIT_LIMIT ? [sceneBox(whole)] : notes.map(note => {
+    const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+    corners(toScene(noteMatrix(data.records[note])), note, extend(box));
+    return box;
+  });
+  return { numbers, boxesOf, whole: sceneBox(shape), noteBoxes, hasNotes: notes.length > 0, leftOut };
 }
 
 const scaling = factor => [factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0];
@@ -1020,11 +1078,12 @@ function addKeyboard(picture, canvas, actions) {
   });
 }
 
-function addButton(toolbar, name, title, action, isToggle) {
+function addButton(toolbar, name, title, action, isToggle, label) {
   const button = document.createElement("button");
   button.type = "button";
   button.textContent = name;
   if (title) button.title = title;
+  if (label) button.setAttribute("aria-label", label);
   if (isToggle) button.setAttribute("aria-pressed", "false");
   button.addEventListener("click", action);
   toolbar.append(button);
@@ -1043,7 +1102,8 @@ async function createView(section, model) {
     section.append(note);
     return;
   }
-  const data = parsePicture(await readBytes("geometry"));
+  const turns = new Turns();
+  const data = await parsePicture(await readBytes("geometry"), turns);
   await loadThree();
   await pause();
 
@@ -1064,7 +1124,6 @@ async function createView(section, model) {
 
   const picture = new Picture(canvas, context);
   picture.showsNotes = false;
-  const turns = new Turns();
   const content = await fillPicture(picture, model, data, turns);
   if (!content) {
     section.dataset.picture = "unavailable";
@@ -1075,8 +1134,8 @@ async function createView(section, model) {
   let path = null;
   const fit = () => {
     const isolated = picture.shared.isolated.value > 0 && range;
-    let boxes = isolated ? content.boxesOf(range[0], range[1]) : [content.whole];
-    if (!isolated && picture.showsNotes) boxes = [content.everything];
+    const boxes = isolated ? content.boxesOf(range[0], range[1]) : content.boxesOf(0, Infinity);
+    if (!isolated && picture.showsNotes) boxes.push(...content.noteBoxes);
     picture.fit(boxes.length > 0 ? boxes : [content.whole]);
   };
   // The isometric view has the slope of a cube's diagonal.
@@ -1100,8 +1159,8 @@ async function createView(section, model) {
   addButton(toolbar, "Right", "Right view (3)", actions.right);
   addButton(toolbar, "Isometric", "Isometric view (0)", actions.isometric);
   const perspective = addButton(toolbar, "Perspective", "Perspective or parallel projection (P)", actions.perspective, true);
-  addButton(toolbar, "Zoom in", "Zoom in (+)", () => picture.zoom(1.4));
-  addButton(toolbar, "Zoom out", "Zoom out (-)", () => picture.zoom(1 / 1.4));
+  addButton(toolbar, "+", "Zoom in (+)", () => picture.zoom(1.4), false, "Zoom in");
+  addButton(toolbar, "\u2212", "Zoom out (-)", () => picture.zoom(1 / 1.4), false, "Zoom out");
   if (content.hasNotes) {
     const notes = addButton(toolbar, "Annotations", "Show or hide annotations", () => {
       picture.showsNotes = !picture.showsNotes;
