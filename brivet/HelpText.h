@@ -19,7 +19,7 @@ compressed if its name ends in .gz.
 Options take one dash or two and can be abbreviated: -h, -vers. An argument
 follows as the next word or after "=": -write text, --write=text.
 
-  -write html|text|step|json
+  -write html|text|step|json|glb|stl|obj
                          the format to write; by default that of the extension of
                          OUTPUT, or html without OUTPUT
   -o FILE                another way to give OUTPUT
