@@ -6,7 +6,7 @@ inline constexpr char kHelpText[] =
        brivet [options] -outdir DIR INPUT...
 
 Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
-to a summary in JSON, or to STEP again:
+to a summary in JSON, to meshes, or to STEP again:
 
   $ brivet bracket.stp
   bracket.html: 232 instances of 41 types from bracket.stp

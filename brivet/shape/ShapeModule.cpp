@@ -77,7 +77,7 @@ BRIVET_DESCRIBE_MODULE(module) {
        "0.1"},
       {"Angle", Type::Double, "0.3", "angle between neighbouring segments of a mesh, in radians", {}, "0.01", "1.5"},
       {"MemoryLimit", Type::Int, "8192", "memory that the evaluation may take, in MB", {}, "64", "16777216"},
-      {"TimeLimit", Type::Int, "600", "time that the evaluation may take, in seconds", {}, "1", "604800"},
+      {"TimeLimit", Type::Int, "300", "time that the evaluation may take, in seconds", {}, "1", "604800"},
   };
   module.formats = {shape};
 }

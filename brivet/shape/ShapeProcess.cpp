@@ -25,6 +25,9 @@ constexpr int kPollMilliseconds = 50;
 constexpr int kWaitMicroseconds = 2000;
 constexpr std::size_t kReadSize = 1U << 18U;
 constexpr int kCannotExecute = 127;
+// The document is descriptor 3 of the child: its path may name a descriptor of this process.
+constexpr char kDocument[] = "/proc/self/fd/3";
+constexpr int kFirstFree = 4;
 
 // Open descriptor, closed by the destructor.
 class Handle {
@@ -107,18 +110,20 @@ void SetLimit(__rlimit_resource resource, rlim_t limit) {
 }
 
 // Runs in the child after fork: calls functions that are safe in a signal handler only.
-[[noreturn]] void Execute(char* const* arguments, int input, int output, pid_t parent, rlim_t bytes) {
+[[noreturn]] void Execute(char* const* arguments, int input, int output, int document, pid_t parent, rlim_t bytes) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
   if (getppid() != parent) _exit(kCannotExecute);
   SetLimit(RLIMIT_AS, bytes);
   SetLimit(RLIMIT_CORE, 0);
-  // Descriptors 0 to 2 may be closed in this process, so that the pipe may have their numbers.
-  int const first = fcntl(input, F_DUPFD, 3);
-  int const second = fcntl(output, F_DUPFD, 3);
+  // The descriptors may have the numbers that they are copied to.
   int const errors = open("/dev/null", O_RDWR);
-  if (dup2(first, 0) < 0 || dup2(second, 1) < 0 || dup2(errors, 2) < 0) _exit(kCannotExecute);
-  syscall(SYS_close_range, 3U, ~0U, 0U);
+  int const copies[] = {fcntl(input, F_DUPFD, kFirstFree), fcntl(output, F_DUPFD, kFirstFree),
+                        fcntl(errors, F_DUPFD, kFirstFree), fcntl(document, F_DUPFD, kFirstFree)};
+  for (int i = 0; i < kFirstFree; ++i) {
+    if (dup2(copies[i], i) < 0) _exit(kCannotExecute);
+  }
+  syscall(SYS_close_range, static_cast<unsigned>(kFirstFree), ~0U, 0U);
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -129,21 +134,23 @@ void SetLimit(__rlimit_resource resource, rlim_t limit) {
 
 }  // namespace
 
-ShapeProcess::Outcome ShapeProcess::Run(std::string const& program, std::string const& argument,
+ShapeProcess::Outcome ShapeProcess::Run(std::string const& program, std::string const& document,
                                         std::string const& request, Limits const& limits,
                                         std::function<bool(std::string_view)> const& receive) {
   Handle const input(MemoryFile(request));
+  Handle const file(open(document.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.Get() < 0) return {NotStarted, errno};
   int ends[2];
   if (input.Get() < 0 || pipe2(ends, O_CLOEXEC) != 0) return {NotStarted, errno};
   Handle const output(ends[0]);
   Handle inner(ends[1]);
-  std::string words[2] = {program, argument};
+  std::string words[2] = {program, kDocument};
   char* const arguments[] = {words[0].data(), words[1].data(), nullptr};
   std::vector<char> buffer(kReadSize);
   pid_t const self = getpid();
   pid_t const started = fork();
   if (started < 0) return {NotStarted, errno};
-  if (started == 0) Execute(arguments, input.Get(), inner.Get(), self, limits.bytes);
+  if (started == 0) Execute(arguments, input.Get(), inner.Get(), file.Get(), self, limits.bytes);
   Child child(started);
   inner.Close();
 
