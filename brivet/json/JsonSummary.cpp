@@ -16,8 +16,10 @@
 #include "Diagnostics.h"
 #include "Document.h"
 #include "HeaderRecords.h"
+#include "ModuleOptions.h"
 #include "ProductModel.h"
 #include "Progress.h"
+#include "ShapeEvaluator.h"
 #include "ValidUtf8.h"
 
 namespace {
@@ -447,7 +449,9 @@ VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& st
   VRINResult const described = document.DescribeHeader(header);
   if (described.IsFailure()) return described;
   ProductModel const none;
-  ProductModel const* const model = document.GetModel(false, *request.progress);
+  bool const isComputed = ModuleOptions(request.options, "Json", ModuleOptions::Writer).GetBool("Computed", false);
+  ProductModel const* const model = isComputed ? GetEvaluatedModel(request, ShapeEvaluator::Properties)
+                                               : document.GetModel(false, *request.progress);
   JsonStream out(stream);
   Summary(request, header, model != nullptr ? *model : none, out).Write();
   out.Put('\n');

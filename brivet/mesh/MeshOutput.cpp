@@ -31,7 +31,8 @@ void MeshOutput::PutFloat(float number) {
 
 void MeshOutput::PutDecimal(double number) {
   char digits[32];
-  auto const end = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 9).ptr;
+  // Adding 0 drops the sign of a negative zero.
+  auto const end = std::to_chars(digits, digits + sizeof digits, number + 0.0, std::chars_format::general, 9).ptr;
   Put(std::string_view(digits, static_cast<std::size_t>(end - digits)));
 }
 

@@ -58,6 +58,7 @@ namespace {
 constexpr int kMeshes = 1;  // ShapeEvaluator::Parts
 constexpr int kProperties = 2;
 constexpr double kSmallestDeflection = 1e-6;  // in millimetres
+constexpr double kIntegrationError = 1e-6;    // relative, of each face
 constexpr int kArenaLimit = 4;                // address space of each thread's heap counts as memory
 
 // Thrown if the other process reads no more.
@@ -300,8 +301,9 @@ class Evaluation {
     std::uint32_t flags = 0;
     GProp_GProps surface;
     GProp_GProps volume;
-    BRepGProp::SurfaceProperties(shape, surface);
-    BRepGProp::VolumeProperties(shape, volume, Standard_True);
+    // Without an error bound the engine integrates rational curves to 0.1 %.
+    BRepGProp::SurfaceProperties(shape, surface, kIntegrationError);
+    BRepGProp::VolumeProperties(shape, volume, kIntegrationError, Standard_True);
     if (surface.Mass() > 0.0) {
       flags |= kHasMass;
       numbers[0] = volume.Mass();

@@ -39,7 +39,7 @@ TEST(BinaryStlWriterTest, PlacesOccurrences) {
       Padded("binary STL by brivet, unit metre") + Words({2}) +
       Words({kZero, kZero, kOne, kThree, kZero, kZero, kFour, kZero, kZero, kThree, kHalf, kZero}) +
       std::string(2, '\0') +
-      Words({kZero, kZero, kOne, kZero, kHalf, kZero, kMinus | kOne, kZero, kZero, kMinus, kZero, kZero}) +
+      Words({kZero, kZero, kOne, kZero, kHalf, kZero, kMinus | kOne, kZero, kZero, kZero, kZero, kZero}) +
       std::string(2, '\0');
   EXPECT_EQ(Written<BinaryStlWriter>(AssemblyModel()), expected);
 }

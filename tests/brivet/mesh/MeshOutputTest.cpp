@@ -7,17 +7,18 @@
 #include <functional>
 #include <string>
 
+#include "MeshFixture.h"
 #include "PageFixture.h"
 
 namespace {
 
 std::string Bytes(std::function<void(MeshOutput&)> const& write) {
-  return TextOf([&write](VRELOutputStream* target) {
-    CheckedOutputStream stream(target);
-    MeshOutput output(stream);
-    write(output);
-    output.Flush();
-  });
+  ByteStream target;
+  CheckedOutputStream stream(&target);
+  MeshOutput output(stream);
+  write(output);
+  output.Flush();
+  return target.bytes;
 }
 
 }  // namespace
@@ -36,8 +37,8 @@ TEST(MeshOutputTest, WritesDecimals) {
     double number;
     char const* expected;
   };
-  for (Row const& row : {Row{0.0, "0"}, Row{1.0 / 3.0, "0.333333333"}, Row{-1e-20, "-1e-20"}, Row{25.4, "25.4"},
-                         Row{123456789012.0, "1.23456789e+11"}}) {
+  for (Row const& row : {Row{0.0, "0"}, Row{-0.0, "0"}, Row{1.0 / 3.0, "0.333333333"}, Row{-1e-20, "-1e-20"},
+                         Row{25.4, "25.4"}, Row{123456789012.0, "1.23456789e+11"}}) {
     EXPECT_EQ(Bytes([&row](MeshOutput& output) { output.PutDecimal(row.number); }), row.expected);
   }
 }

@@ -14,9 +14,9 @@
 #include "ProductModel.h"
 #include "Progress.h"
 #include "ShapeEvaluator.h"
-#include "StreamText.h"
 #include "VRELFile.h"
 #include "VRELFileHandle.h"
+#include "VRELOutputStream.h"
 
 class ModelDocument final : public Document {
  public:
@@ -105,6 +105,19 @@ inline ProductModel AssemblyModel() {
   return model;
 }
 
+// Keeps all bytes, zeros included.
+class ByteStream final : public VRELOutputStream {
+ public:
+  int write(char const* buffer, int count) override {
+    bytes.append(buffer, static_cast<std::size_t>(count));
+    return count;
+  }
+  void flush() override {}
+  void close() override {}
+
+  std::string bytes;
+};
+
 // Returns what a writer writes of the model. The result of writing is `expected`.
 template <class Writer>
 std::string Written(ProductModel const& model, VRINResult const& expected = VREL_S_OK) {
@@ -115,11 +128,11 @@ std::string Written(ProductModel const& model, VRINResult const& expected = VREL
   request.progress = &progress;
   request.title = "part.stp";
   request.format = "glb";
-  return TextOf([&](VRELOutputStream* target) {
-    request.stream = target;
-    Writer writer;
-    EXPECT_EQ(writer.Write(request), expected);
-  });
+  ByteStream stream;
+  request.stream = &stream;
+  Writer writer;
+  EXPECT_EQ(writer.Write(request), expected);
+  return stream.bytes;
 }
 
 // The bytes of 32-bit numbers, the least significant first.
