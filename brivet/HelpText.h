@@ -6,7 +6,7 @@ inline constexpr char kHelpText[] =
        brivet [options] -outdir DIR INPUT...
 
 Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
-to a summary in JSON, or to STEP again:
+to a summary in JSON, to meshes, or to STEP again:
 
   $ brivet bracket.stp
   bracket.html: 232 instances of 41 types from bracket.stp
@@ -19,7 +19,7 @@ compressed if its name ends in .gz.
 Options take one dash or two and can be abbreviated: -h, -vers. An argument
 follows as the next word or after "=": -write text, --write=text.
 
-  -write html|text|step|json|svg
+  -write html|text|step|json|svg|glb|stl|obj
                          the format to write; by default that of the extension of
                          OUTPUT, or html without OUTPUT
   -o FILE                another way to give OUTPUT

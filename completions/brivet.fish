@@ -3,7 +3,7 @@ function __brivet_settings
     brivet -settings 2>/dev/null | string replace -r ' .*' '' | string replace -r '.*\.' '' | string match -r '^[A-Za-z]+$' | sort -u | string replace -r '$' =
 end
 
-complete -c brivet -o write -x -a 'html text step json svg' -d 'format to write'
+complete -c brivet -o write -x -a 'html text step json svg glb stl obj' -d 'format to write'
 complete -c brivet -s o -r -d 'output file'
 complete -c brivet -o force -d 'overwrite an output that is an existing STEP file'
 complete -c brivet -o strict -d 'treat a partial result as a failure'

@@ -44,6 +44,7 @@ ModuleDescription Describe(std::string const& path) {
     std::string const reason = ", but the description says that " + format.name + " is ";
     if (format.reads) FindFunction(module, BRIVET_OPEN, (reason + "read").c_str());
     if (format.writes) FindFunction(module, BRIVET_WRITE, (reason + "written").c_str());
+    if (format.evaluates) FindFunction(module, BRIVET_EVALUATE, (reason + "evaluated").c_str());
   }
   return description;
 }
@@ -109,6 +110,7 @@ std::string ManifestOf(ModuleDescription const& module) {
     AddKey(text, "signatures", Join(format.signatures, ShowSignature));
     AddKey(text, "reads", format.reads ? "TRUE" : "FALSE");
     AddKey(text, "writes", format.writes ? "TRUE" : "FALSE");
+    AddKey(text, "evaluates", format.evaluates ? "TRUE" : "");
     AddKey(text, "reader options", Join(format.readerOptions, NameOfOption));
     AddKey(text, "writer options", Join(format.writerOptions, NameOfOption));
     AddOptions(text, format.name + " Reader ", format.readerOptions);

@@ -28,5 +28,8 @@ BRIVET_DESCRIBE_MODULE(module) {
   json.extensions = {".json"};
   json.mediaType = "application/json";
   json.writes = true;
+  json.writerOptions = {
+      {"Computed", OptionDescription::Bool, "Off", "compute volumes, areas and centroids by the shape module", {}, "", ""},
+  };
   module.formats = {json};
 }

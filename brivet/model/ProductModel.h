@@ -61,11 +61,18 @@ struct ModelMesh {
   int colour = -1;
 };
 
-// Volume, area and centre of gravity that a shape module computed, in the length unit of the product.
+// Visible face of an exact shape, for a module that meshes it.
+struct ModelFace {
+  std::string instance;
+  int colour = -1;  // index into ProductModel::colours, or -1
+};
+
+// Volume, area, centre of gravity and exact extent that a shape module computed, in the length unit of the product.
 struct ModelComputed {
-  double volume = 0.0;
+  double volume = 0.0;  // of closed shells; 0 if there are none
   double area = 0.0;
-  double centroid[3] = {0.0, 0.0, 0.0};
+  double centroid[3] = {0.0, 0.0, 0.0};  // of the volume; of the area if there is no volume
+  ModelBox extent;
 };
 
 // One product definition.
@@ -88,6 +95,7 @@ struct ModelProduct {
   std::vector<int> occurrences;          // indices into ProductModel::occurrences: the children
   std::vector<ModelPolyline> polylines;  // empty unless they were asked for
   std::vector<ModelMesh> meshes;         // the same
+  std::vector<ModelFace> visibleFaces;   // the same
   std::optional<ModelComputed> computed;
 
   // Returns the name, else the id, else an empty string. A blank name does not count.
@@ -190,6 +198,7 @@ struct ProductModel {
   ModelBox extent;       // of all roots with their children, in extentUnits
   int extentUnits = -1;  // index into units
   std::vector<std::string> warnings;
+  int evaluatedParts = 0;  // of ShapeEvaluator::Parts: those that a shape module was asked for
 
   bool IsEmpty() const noexcept {
     return products.empty() && layers.empty() && properties.empty() && annotations.empty() && colours.empty();

@@ -63,6 +63,7 @@ class ManifestParser {
     for (std::string const& each : Split(Find("signatures"))) format.signatures.push_back(ParseSignature(each));
     format.reads = GetBool("reads");
     format.writes = GetBool("writes");
+    format.evaluates = Find("evaluates") == "TRUE";
     std::string const readerOptions = Find("reader options");
     std::string const writerOptions = Find("writer options");
     for (std::string const& each : Split(readerOptions)) {

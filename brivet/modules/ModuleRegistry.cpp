@@ -115,17 +115,20 @@ ModuleRegistry::Match ModuleRegistry::FindFormat(std::string_view text, Accept c
   return {};
 }
 
+bool ModuleRegistry::Does(FormatDescription const& format, Task task) {
+  return task == Reading ? format.reads : task == Writing ? format.writes : format.evaluates;
+}
+
 ModuleRegistry::Match ModuleRegistry::FindName(std::string_view name, Task task) {
   if (name.empty()) return {};
-  return FindFormat(name, [name, task](FormatDescription const& format) {
-    return format.name == name && (task == Reading ? format.reads : format.writes);
-  });
+  return FindFormat(
+      name, [name, task](FormatDescription const& format) { return format.name == name && Does(format, task); });
 }
 
 ModuleRegistry::Match ModuleRegistry::FindExtension(std::string_view extension, Task task) {
   if (extension.size() < 2) return {};
   return FindFormat(extension, [extension, task](FormatDescription const& format) {
-    return (task == Reading ? format.reads : format.writes) &&
+    return Does(format, task) &&
            std::find(format.extensions.begin(), format.extensions.end(), extension) != format.extensions.end();
   });
 }

@@ -20,7 +20,7 @@
 // Thread safety: one thread at a time.
 class ModuleRegistry {
  public:
-  enum Task { Reading, Writing };
+  enum Task { Reading, Writing, Evaluating };
 
   struct Module {
     std::string name;
@@ -57,6 +57,7 @@ class ModuleRegistry {
   std::list<Module> const& All();
 
  private:
+  static bool Does(FormatDescription const& format, Task task);
   struct File {
     std::string name;  // of the module
     std::string path;

@@ -67,7 +67,7 @@ bool Names(std::vector<std::string> const& tokens, DeclaredOption const& each) {
 }
 
 bool IsUsed(DeclaredOption const& each, std::string_view source, std::string_view target) {
-  return each.format->name == (each.task == kReader ? source : target);
+  return each.format->evaluates || each.format->name == (each.task == kReader ? source : target);
 }
 
 std::string Lower(std::string text) {
@@ -173,8 +173,9 @@ std::string DescribeFormat(std::string const& format) {
   ModuleRegistry& registry = ModuleRegistry::Get();
   ModuleRegistry::Match const reader = registry.FindName(format, ModuleRegistry::Reading);
   ModuleRegistry::Match const writer = registry.FindName(format, ModuleRegistry::Writing);
-  if (!reader && !writer) return "";
-  ModuleRegistry::Match const& any = writer ? writer : reader;
+  ModuleRegistry::Match const evaluator = registry.FindName(format, ModuleRegistry::Evaluating);
+  if (!reader && !writer && !evaluator) return "";
+  ModuleRegistry::Match const& any = writer ? writer : reader ? reader : evaluator;
   std::string text = any.format->name + ": " + any.format->title + "\n";
   auto const addLine = [&text](char const* key, std::string const& value) {
     if (!value.empty()) text += Padded(key, 12) + value + "\n";
@@ -185,6 +186,7 @@ std::string DescribeFormat(std::string const& format) {
   addLine("media type", any.format->mediaType);
   if (reader) addLine("read by", reader.module->library + " " + reader.module->description.version);
   if (writer) addLine("written by", writer.module->library + " " + writer.module->description.version);
+  if (evaluator) addLine("evaluated by", evaluator.module->library + " " + evaluator.module->description.version);
   bool hasOptions = false;
   auto const addOptions = [&](ModuleRegistry::Match const& match, char const* task) {
     if (!match) return;
@@ -198,6 +200,7 @@ std::string DescribeFormat(std::string const& format) {
   };
   addOptions(reader, kReader);
   addOptions(writer, kWriter);
+  if (!reader) addOptions(evaluator, kReader);
   if (!hasOptions) text += "no options\n";
   return text;
 }

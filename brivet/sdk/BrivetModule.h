@@ -11,7 +11,9 @@
 #include "VRINResult.h"
 
 class Document;
+struct ProductModel;
 class Progress;
+class ShapeEvaluator;
 class VRELOptions;
 class VRELOutputStream;
 
@@ -20,6 +22,7 @@ class VRELOutputStream;
 #define BRIVET_FINALIZE "BrivetFinalize"
 #define BRIVET_OPEN "BrivetOpenDocument"
 #define BRIVET_WRITE "BrivetWriteDocument"
+#define BRIVET_EVALUATE "BrivetEvaluateShapes"
 
 #define BRIVET_MODULE_ENTRY extern "C" __attribute__((visibility("default"))) void
 
@@ -41,8 +44,21 @@ struct BrivetWriteRequest {
   Progress* progress = nullptr;
   std::string title;  // the document's name, for readers
   VRINResult result = VREL_E_NOT_IMPLEMENTED;
+  std::string format;                // name of the format, for modules that write several
+  ShapeEvaluator* shapes = nullptr;  // evaluates the shapes of the document; may be null
+};
+
+// Request to evaluate the exact shapes of a document. See ShapeEvaluator::Evaluate.
+struct BrivetEvaluateRequest {
+  std::string path;                // the document
+  std::string shownName;           // how messages name it
+  ProductModel* model = nullptr;   // completed by the module
+  int parts = 0;                   // of ShapeEvaluator::Parts
+  VRELOptions* options = nullptr;  // those that the user set; may be null
+  VRINResult result = VREL_E_NOT_IMPLEMENTED;
 };
 
 using BrivetEntryFunction = void();
 using BrivetOpenFunction = void(BrivetOpenRequest&);
 using BrivetWriteFunction = void(BrivetWriteRequest&);
+using BrivetEvaluateFunction = void(BrivetEvaluateRequest&);

@@ -157,7 +157,7 @@ std::string WhyInvalidFormat(FormatDescription const& format) {
   if (!format.mediaType.empty() && !IsName(format.mediaType, "/-_.+", true, kTextLimit)) {
     return name + "invalid media type " + Quote(format.mediaType);
   }
-  if (!format.reads && !format.writes) return name + "neither read nor written";
+  if (!format.reads && !format.writes && !format.evaluates) return name + "neither read nor written";
   if (format.extensions.empty()) return name + "no extension";
   if (format.extensions.size() > kListLimit) return name + "more than 32 extensions";
   for (std::string const& each : format.extensions) {

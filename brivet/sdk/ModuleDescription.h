@@ -67,6 +67,7 @@ struct FormatDescription {
   std::vector<Signature> signatures;    // a file with one of them and an unknown extension has this format
   bool reads = false;
   bool writes = false;
+  bool evaluates = false;  // computes the exact shapes of documents that have one of the extensions
   std::vector<OptionDescription> readerOptions;
   std::vector<OptionDescription> writerOptions;
 

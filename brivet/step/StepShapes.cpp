@@ -151,6 +151,7 @@ void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& r
   sink = &product.polylines;
   ReadItems(counted, representations);
   product.meshes = std::move(counted.meshes);
+  product.visibleFaces = std::move(counted.visibleFaces);
   extent = complete;
 }
 
@@ -225,7 +226,10 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   } else if (store.Is(item, StepEntity::OrientedFace)) {
     pushOne(STEP_ATTRIBUTE(OrientedFace, "face_element"), StepEntity::Face);
   } else if (store.Is(item, StepEntity::Face)) {
-    if (IsFirst(item)) ++product.faces;
+    if (IsFirst(item)) {
+      ++product.faces;
+      if (sink != nullptr && entry.isVisible) product.visibleFaces.push_back({context.IdOf(item), entry.colour});
+    }
     pushAll(STEP_ATTRIBUTE(Face, "bounds"), StepEntity::FaceBound);
   } else if (store.Is(item, StepEntity::FaceBound)) {
     pushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop);

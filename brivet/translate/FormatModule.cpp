@@ -50,6 +50,10 @@ VRINResult FormatModule::FindWriter() {
   return Find(BRIVET_WRITE, "writing ", writeFunction);
 }
 
+VRINResult FormatModule::FindEvaluator() {
+  return Find(BRIVET_EVALUATE, "evaluating ", evaluateFunction);
+}
+
 VRINResult FormatModule::Find(char const* entry, char const* task, void*& function) {
   if (function != nullptr) return VREL_S_OK;
   static int const kRegistered = std::atexit(RefuseExit);
@@ -102,7 +106,8 @@ std::string FormatModule::WhyNotUsable(void* module) const {
   FormatDescription const* const found = actual.Find(format.name);
   FormatDescription const* const listed = format.description->Find(format.name);
   if (actual.name != format.module || actual.version != format.description->version || found == nullptr ||
-      listed == nullptr || found->reads != listed->reads || found->writes != listed->writes) {
+      listed == nullptr || found->reads != listed->reads || found->writes != listed->writes ||
+      found->evaluates != listed->evaluates) {
     return "its manifest describes another module: format " + QuoteName(format.name) + " of version " +
            format.description->version + ", found version " + actual.version;
   }
@@ -138,8 +143,18 @@ VRINResult FormatModule::Open(BrivetOpenRequest& request) {
 VRINResult FormatModule::Write(BrivetWriteRequest& request) {
   VRINResult const result = FindWriter();
   if (result.IsFailure()) return result;
+  request.format = format.name;
   return Run([this, &request]() -> VRINResult {
     reinterpret_cast<BrivetWriteFunction*>(writeFunction)(request);
+    return request.result;
+  });
+}
+
+VRINResult FormatModule::Evaluate(BrivetEvaluateRequest& request) {
+  VRINResult const result = FindEvaluator();
+  if (result.IsFailure()) return result;
+  return Run([this, &request]() -> VRINResult {
+    reinterpret_cast<BrivetEvaluateFunction*>(evaluateFunction)(request);
     return request.result;
   });
 }

@@ -25,11 +25,13 @@ class FormatModule {
   // Find the entry point, so that a missing one is reported before any work is done.
   VRINResult FindReader();
   VRINResult FindWriter();
+  VRINResult FindEvaluator();
 
   // Return the result of the module; VREL_E_UNEXPECTED, after a report, if it throws an exception of the standard
   // library or reports success without a document.
   VRINResult Open(BrivetOpenRequest& request);
   VRINResult Write(BrivetWriteRequest& request);
+  VRINResult Evaluate(BrivetEvaluateRequest& request);
 
  private:
   VRINResult Find(char const* entry, char const* task, void*& function);
@@ -45,4 +47,5 @@ class FormatModule {
   bool isGuarded = false;
   void* openFunction = nullptr;
   void* writeFunction = nullptr;
+  void* evaluateFunction = nullptr;
 };

@@ -87,7 +87,10 @@ std::string Row(Module const& module, FormatDescription const& format) {
     text.resize(std::max(text.size(), width), ' ');
     return text + " ";
   };
-  char const* const tasks = !format.writes ? "read" : format.reads ? "read,write" : "write";
+  char const* const tasks = format.evaluates ? "evaluate"
+                            : !format.writes ? "read"
+                            : format.reads   ? "read,write"
+                                             : "write";
   return padded(format.name, 8) + padded(format.title, 8) + padded(tasks, 11) + padded(module.name, 12) +
          padded(module.description.version, 7) + padded(Joined(format.extensions), 17) + module.library;
 }
@@ -146,6 +149,10 @@ Format const* Format::OfOutput(std::string_view path) {
 
 Format const* Format::Named(std::string_view name) {
   return FormatOf(ModuleRegistry::Get().FindName(name, ModuleRegistry::Writing));
+}
+
+Format const* Format::OfEvaluation(std::string_view extension) {
+  return FormatOf(ModuleRegistry::Get().FindExtension(extension, ModuleRegistry::Evaluating));
 }
 
 Format const& Format::Page() {

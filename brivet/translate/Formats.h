@@ -23,6 +23,8 @@ struct Format {
   static Format const* OfOutput(std::string_view path);
   // Returns the format of this name that can be written, or null.
   static Format const* Named(std::string_view name);
+  // Returns the format of a module that evaluates the shapes of files with the extension, or null.
+  static Format const* OfEvaluation(std::string_view extension);
   // Returns the default: an HTML page.
   static Format const& Page();
   // Returns the names of the formats that can be written: "html, text, step".

@@ -352,6 +352,9 @@ VRINResult Translation::WriteDocument() {
   request.options = &options.Store();
   request.progress = &progress;
   request.title = BaseNameOf(job.ShownInput());
+  shapes = std::make_unique<ModuleShapeEvaluator>(Format::OfInput(job.input), input->Path(), job.ShownInput(),
+                                                  options.Store());
+  request.shapes = shapes.get();
   Stage const stage(progress, "writing", document->GetInstanceCount());
   VRINResult result = target->Write(request);
   if (result.IsSuccess() && gzip && !gzip->Finish()) result = VREL_E_FILE_SAVE;

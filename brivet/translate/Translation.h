@@ -10,6 +10,7 @@
 #include "FormatModule.h"
 #include "InputDocument.h"
 #include "Job.h"
+#include "ModuleShapeEvaluator.h"
 #include "OptionSet.h"
 #include "OutputFile.h"
 #include "Progress.h"
@@ -76,6 +77,7 @@ class Translation {
   Progress& progress;
   FormatModule source;
   std::unique_ptr<FormatModule> target;
+  std::unique_ptr<ModuleShapeEvaluator> shapes;
   std::unique_ptr<InputDocument> input;
   std::unique_ptr<OutputFile> output;
   VRINResult committedResult = VREL_UNDETERMINED;  // known once the output is replaced

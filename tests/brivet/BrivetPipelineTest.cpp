@@ -136,8 +136,12 @@ TEST_F(BrivetPipelineTest, ListsFormats) {
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(
       result.output,
-      MatchesRegex("html     HTML     write       BrivetHtml   [^ ]* +.html .htm +/.*/libBrivetHtml.so\n"
+      MatchesRegex("glb      glTF     write       BrivetMesh   [^ ]* +.glb +/.*/libBrivetMesh.so\n"
+                   "html     HTML     write       BrivetHtml   [^ ]* +.html .htm +/.*/libBrivetHtml.so\n"
                    "json     JSON     write       BrivetJson   [^ ]* +.json +/.*/libBrivetJson.so\n"
+                   "obj      OBJ      write       BrivetMesh   [^ ]* +.obj +/.*/libBrivetMesh.so\n"
+                   "(shape    shapes   evaluate    BrivetShape  [^ ]* +.stp .step .p21 +/.*/libBrivetShape.so\n)?"
+                   "stl      STL      write       BrivetMesh   [^ ]* +.stl +/.*/libBrivetMesh.so\n"
                    "svg      SVG      write       BrivetSvg    [^ ]* +.svg +/.*/libBrivetSvg.so\n"
                    "text     text     write       BrivetText   [^ ]* +.txt .text +/.*/libBrivetText.so\n"
                    "step     STEP     read,write  BrivetStep   [^ ]* +.stp .step .p21 +/.*/libBrivetStep.so\n"));
