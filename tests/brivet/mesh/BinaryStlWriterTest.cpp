@@ -1,4 +1,3 @@
-
 #include "BinaryStlWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,3 @@
-
 #include "GlbWriter.h"
 
 #include <gtest/gtest.h>

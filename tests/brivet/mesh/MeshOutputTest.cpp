@@ -1,4 +1,3 @@
-
 #include "MeshOutput.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,3 @@
-
 #include "MeshScene.h"
 
 #include <gtest/gtest.h>

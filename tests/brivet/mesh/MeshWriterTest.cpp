@@ -1,4 +1,3 @@
-
 #include "MeshWriter.h"
 
 #include <gtest/gtest.h>

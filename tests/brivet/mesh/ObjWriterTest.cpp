@@ -1,4 +1,3 @@
-
 #include "ObjWriter.h"
 
 #include <gtest/gtest.h>
