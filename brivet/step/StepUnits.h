@@ -5,6 +5,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "StepHash.h"
 #include "StepModelContext.h"
 
 // Unit as a name and a factor to the SI unit of its kind.
@@ -34,8 +35,8 @@ class StepUnits {
   StepUnit Compute(std::uint32_t unit, int depth);
 
   StepModelContext& context;
-  std::unordered_map<std::uint32_t, std::uint32_t> contexts;  // by representation
-  std::unordered_map<std::uint32_t, int> known;               // by context
-  std::unordered_map<std::uint32_t, StepUnit> unitsRead;      // by unit
-  std::unordered_map<std::string, std::size_t> indexOfUnits;  // by their text
+  std::unordered_map<std::uint32_t, std::uint32_t> contexts;                    // by representation
+  std::unordered_map<std::uint32_t, int> known;                                 // by context
+  std::unordered_map<std::uint32_t, StepUnit> unitsRead;                        // by unit
+  std::unordered_map<std::string, std::size_t, SeededStringHash> indexOfUnits;  // by their text
 };
