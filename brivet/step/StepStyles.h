@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "StepHash.h"
 #include "StepModelContext.h"
 
 // Reads all styled items into ProductModel::colours.
@@ -28,7 +29,7 @@ class StepStyles {
   int IndexOf(ModelColour const& colour);
 
   StepModelContext& context;
-  std::unordered_map<std::uint32_t, int> colours;  // by item
-  std::unordered_map<std::string, int> known;      // by the written form of the colour
+  std::unordered_map<std::uint32_t, int> colours;                // by item
+  std::unordered_map<std::string, int, SeededStringHash> known;  // by the written form of the colour
   std::unordered_set<std::uint32_t> invisible;
 };

@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "StepHash.h"
 #include "StepModelContext.h"
 
 // Unit as a name and a factor to the SI unit of its kind.
@@ -43,9 +44,9 @@ class StepUnits {
   std::optional<ModelUnits> ReadContext(std::uint32_t representationContext);
 
   StepModelContext& context;
-  std::unordered_map<std::uint32_t, std::uint32_t> contexts;  // by representation
-  std::unordered_map<std::uint32_t, int> known;               // by context
-  std::unordered_map<std::uint32_t, Factors> factors;         // by context
-  std::unordered_map<std::uint32_t, StepUnit> unitsRead;      // by unit
-  std::unordered_map<std::string, std::size_t> indexOfUnits;  // by their text
+  std::unordered_map<std::uint32_t, std::uint32_t> contexts;                    // by representation
+  std::unordered_map<std::uint32_t, int> known;                                 // by context
+  std::unordered_map<std::uint32_t, Factors> factors;                           // by context
+  std::unordered_map<std::uint32_t, StepUnit> unitsRead;                        // by unit
+  std::unordered_map<std::string, std::size_t, SeededStringHash> indexOfUnits;  // by their text
 };

@@ -1083,6 +1083,60 @@ TEST(VRELOptionsTest, ReadFromFileBoundsMemoryForLongNames) {
   }
 }
 
+// Names of four letters, the most options that fit into a megabyte, with values of each kind.
+TEST(VRELOptionsTest, ReadFromFileBoundsMemoryForManyNames) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "AddressSanitizer needs memory of its own";
+#endif
+  ScratchDirectory const directory;
+  for (char const* value : {"1", "xy", "a,b", "1.5", "\xC3\xA9"}) {
+    SCOPED_TRACE(value);
+    std::string bytes;
+    int lines = 0;
+    for (; bytes.size() < (1 << 20) - 16; ++lines) {
+      bytes += ToLetters(static_cast<unsigned>(lines), 4) + "=" + value + "\n";
+    }
+    VRELString const path(directory.Write("options.cfg", bytes));
+    ChildResult const child = RunInChild([&] {
+      long const before = PeakMemory();
+      VRELOptions options;
+      if (options.ReadFromFile(path).IsFailure() || options.Size() != lines) return 1;
+      VRELOptions merged;
+      if (bytes.back() == '1') merged.AddOptions(options, true);
+      VRELOption* option = nullptr;
+      if (options.GetOption(L"Step.Reader.baaa", option).IsFailure()) return 3;
+      VRELString name;
+      option->GetName(name);
+      if (name != L"baaa") return 4;
+      return PeakMemory() - before <= 50L << 20 ? 0 : 2;
+    });
+    EXPECT_EQ(child.exitStatus, 0) << child.errors;
+  }
+}
+
+// Nodes of wildcards are made when they are requested, and behave as if they had been there before.
+TEST(VRELOptionsTest, WildcardNodesAreMadeOnRequest) {
+  VRELOptions options;
+  AddAll(options, {"X", "a.Y"});
+  VRELOption* option = nullptr;
+  options.InitEnumeration();
+  ASSERT_EQ(options.GetNext(option), VREL_S_OK);
+  std::string const first = NameOf(*option);
+  // A further branch below the first option's wildcards, in the middle of the enumeration.
+  std::string const last = first == "X" ? "X" : "Y";
+  AddAll(options, {"*.b." + last, "*.*.*.c." + last});
+  EXPECT_EQ(Find(options, "q.b." + last), "*.b." + last);
+  EXPECT_EQ(Find(options, "*.*.*.c." + last), "*.*.*.c." + last);
+  EXPECT_EQ(Find(options, "X"), "X");
+  EXPECT_EQ(Find(options, "a.Y"), "a.Y");
+  EXPECT_TRUE(Has(options, "*.*.*.*.*.*.X"));
+  EXPECT_FALSE(Has(options, "*.*.*.*.*.b.X"));
+  EXPECT_EQ(Names(options).size(), 4U);
+  AddAll(options, {"*.*.*.*.*.*.X"});
+  EXPECT_EQ(Find(options, "X"), "*.*.*.*.*.*.X");
+  EXPECT_EQ(Names(options).size(), 4U);
+}
+
 double ReadSeconds(std::string const& path, int expectedSize) {
   double best = 1e9;
   for (int run = 0; run < 5; ++run) {

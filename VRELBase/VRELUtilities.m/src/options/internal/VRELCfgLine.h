@@ -1,8 +1,10 @@
 // Syntax of one line of a configuration file.
 #pragma once
 
+#include "VRELExport.h"
+
 // Line of a configuration file, without white space at its ends; see VRELCfgFile for the syntax.
-struct VRELCfgLine {
+struct VREL_EXPORT VRELCfgLine {
   enum Kind { kBlank, kSection, kKey, kBadSection, kBadKey };
 
   // Parses a line in place.

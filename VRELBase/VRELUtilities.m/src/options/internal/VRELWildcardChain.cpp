@@ -67,6 +67,10 @@ bool VRELWildcardChain::CanDefer(std::string_view name, std::string_view value) 
   return !isNumeric || value.find('.') == value.npos;
 }
 
+VRELOption VRELWildcardChain::Parse() const {
+  return VRELParseOption(Name(), VRELConfiguredValue(ValueBytes()));
+}
+
 VRELOption* VRELWildcardChain::Option() {
   if (option != nullptr) return option;
   int const failures = VRELString::getFailureCount();

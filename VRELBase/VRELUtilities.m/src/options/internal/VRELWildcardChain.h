@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "VRELExport.h"
 #include "VRELOption.h"
 
 // Returns the option with this name and a value that is parsed as by VRELOptions::AddOptionParseValue.
@@ -22,7 +23,7 @@ VRELString VRELConfiguredValue(std::string const& bytes);
 // options file of a megabyte can contain 150,000 options, and a VRELOption with its strings needs 240 bytes or more.
 //
 // Thread safety: none. Option() changes the chain.
-class VRELWildcardChain {
+class VREL_EXPORT VRELWildcardChain {
  public:
   // Creates a chain of `levels` nodes, 1 to 6.
   static std::unique_ptr<VRELWildcardChain> Make(int levels, std::unique_ptr<VRELOption> option);
@@ -55,7 +56,7 @@ class VRELWildcardChain {
   std::string NameBytes() const { return std::string(Bytes(), nameLength); }
   std::string ValueBytes() const { return std::string(Bytes() + nameLength, valueLength); }
   VRELString Name() const { return VRELString(NameBytes().c_str()); }
-  VRELOption Parse() const { return VRELParseOption(Name(), VRELConfiguredValue(ValueBytes())); }
+  VRELOption Parse() const;
   // Returns the option. The caller owns it.
   // Requires: Option() was called.
   VRELOption* ReleaseOption() noexcept;
