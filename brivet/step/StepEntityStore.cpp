@@ -194,7 +194,7 @@ void StepEntityStore::Bytes::PutSize(std::size_t number) {
   size += static_cast<std::size_t>(end - room);
 }
 
-void StepEntityStore::BeginEntry(Id const& id, bool complex) {
+void StepEntityStore::StartInstance(Id const& id, bool complex) {
   // Instances that could not be read are not passed, but have an ordinal.
   current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(index.size());
   if (index.size() <= current) index.resize(std::size_t(current) + 1);
@@ -213,7 +213,7 @@ void StepEntityStore::BeginEntry(Id const& id, bool complex) {
 }
 
 void StepEntityStore::BeginInstance(Id const& id, bool complex) {
-  BeginEntry(id, complex);
+  StartInstance(id, complex);
   unknownType = 0;
   isFirstRecord = true;
   hasKnown = false;

@@ -161,7 +161,7 @@ class StepEntityStore final : public DocumentVisitor {
   };
 
   struct Free {
-    void operator()(unsigned char* bytes) const noexcept { std::free(bytes); }
+    void operator()(unsigned char* memory) const noexcept { std::free(memory); }
   };
   using Block = std::unique_ptr<unsigned char, Free>;
 
@@ -200,7 +200,7 @@ class StepEntityStore final : public DocumentVisitor {
   };
 
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
-  void BeginEntry(Id const& id, bool complex);
+  void StartInstance(Id const& id, bool complex);
   void PutEntity(StepEntity entity);
   void PutReference(std::uint32_t ordinal, std::string_view digits);
   std::uint32_t NumberOfUnknown(std::string_view type);

@@ -37,3 +37,14 @@ TEST(StepTypesTest, MergesLongNames) {
   EXPECT_EQ(types.Count(longest + "B"), 1U);
   EXPECT_EQ(types.Name(1), "(other types)");
 }
+
+// More types than the cache has slots, in turn.
+TEST(StepTypesTest, CountsManyTypesInTurn) {
+  StepTypes types;
+  for (int round = 0; round < 3; ++round) {
+    for (int i = 0; i < 3000; ++i) EXPECT_EQ(types.Count("TYPE_" + std::to_string(i)), static_cast<std::uint32_t>(i));
+  }
+  EXPECT_EQ(types.Size(), 3000U);
+  EXPECT_EQ(types.Instances(2999), 3);
+  EXPECT_EQ(types.Name(2999), "TYPE_2999");
+}
