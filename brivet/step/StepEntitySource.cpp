@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr std::size_t kSlots = 64;
-constexpr std::size_t kBlockSize = 16384;
-constexpr std::size_t kOverlap = 2048;
+constexpr std::size_t kSlots = 32;
+constexpr std::size_t kBlockSize = 8192;
+constexpr std::size_t kOverlap = 1024;
 
 }  // namespace
 
