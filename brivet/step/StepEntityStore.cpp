@@ -20,7 +20,10 @@
 //
 // A size is a variable-length number of seven bits to the byte, the lowest first.
 //
-// The index has the entity of each instance, so that most questions about types are answered without its bytes.
+// Instances are composed in a buffer and then copied to a chunk, or become one if they are long. The index has the
+// entity of each instance, so that most questions about types are answered without its bytes. A model asks for less
+// than half of the instances of a boundary representation: surfaces, and the points and directions of straight lines,
+// are never loaded.
 
 namespace {
 
@@ -131,9 +134,11 @@ bool StepValues::Next() noexcept {
 class StepEntityStore::Records {
  public:
   Records(StepEntityStore const& store, std::uint32_t instance) noexcept {
-    std::size_t const offset = instance < store.index.size() ? store.index[instance].offset : 0;
-    if (offset == 0) return;
-    position = store.bytes.At(offset);
+    if (instance >= store.index.size()) return;
+    Entry const& entry = store.index[instance];
+    if (entry.state == Listed && entry.entity != 0) store.source->Load(instance);
+    if (entry.state != Stored) return;
+    position = store.At(entry.place);
     unsigned char const flags = *position++;
     isExternal = (flags & kExternalMapping) != 0;
     if ((flags & kLongId) != 0) {
@@ -189,17 +194,15 @@ void StepEntityStore::Bytes::PutSize(std::size_t number) {
   size += static_cast<std::size_t>(end - room);
 }
 
-void StepEntityStore::BeginEntry(Id const& id, bool complex) {
-  // Offset 0 means no instance.
-  if (bytes.Size() == 0) bytes.Put(0);
+void StepEntityStore::StartInstance(Id const& id, bool complex) {
   // Instances that could not be read are not passed, but have an ordinal.
   current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(index.size());
   if (index.size() <= current) index.resize(std::size_t(current) + 1);
-  begins.clear();
-  Entry& entry = index[current];
-  entry.offset = bytes.Size() & ((std::uint64_t(1) << 47U) - 1);
-  entry.isComplex = complex;
-  entry.entity = 0;
+  // A listed instance keeps its type.
+  if (index[current].state != Listed) begins.clear();
+  index[current] = Entry();
+  index[current].isComplex = complex;
+  bytes.Clear();
   bytes.Put(static_cast<unsigned char>((complex ? kExternalMapping : 0) | (id.fits() ? 0 : kLongId)));
   if (id.fits()) {
     bytes.PutSize(static_cast<std::size_t>(id.number));
@@ -210,7 +213,7 @@ void StepEntityStore::BeginEntry(Id const& id, bool complex) {
 }
 
 void StepEntityStore::BeginInstance(Id const& id, bool complex) {
-  BeginEntry(id, complex);
+  StartInstance(id, complex);
   unknownType = 0;
   isFirstRecord = true;
   hasKnown = false;
@@ -219,7 +222,33 @@ void StepEntityStore::BeginInstance(Id const& id, bool complex) {
 void StepEntityStore::EndInstance() {
   bytes.Put("\0", 2);
   if (!hasKnown) bytes.PutSize(unknownType);
+  PlaceInstance();
   current = 0;
+}
+
+// Copies the present instance to a chunk. One that would fill much of a chunk becomes one itself.
+void StepEntityStore::PlaceInstance() {
+  constexpr std::size_t kChunkSize = std::size_t(1) << kChunkBits;
+  Entry& entry = index[current];
+  std::size_t chunk = lastChunk;
+  std::size_t offset = 0;
+  if (bytes.Size() > kChunkSize / 4) {
+    chunk = chunks.size();
+    chunks.push_back(bytes.Release());
+  } else {
+    if (kChunkSize - filled < bytes.Size()) {
+      chunks.emplace_back(static_cast<unsigned char*>(std::malloc(kChunkSize)));
+      if (chunks.back() == nullptr) throw std::bad_alloc();
+      lastChunk = chunks.size() - 1;
+      chunk = lastChunk;
+      filled = 0;
+    }
+    offset = filled;
+    std::memcpy(chunks[chunk].get() + filled, bytes.Begin(), bytes.Size());
+    filled += bytes.Size();
+  }
+  entry.place = (chunk << kChunkBits | offset) & ((std::uint64_t(1) << 45U) - 1);
+  entry.state = Stored;
 }
 
 void StepEntityStore::PutEntity(StepEntity entity) {
@@ -256,27 +285,41 @@ StepEntityStore::Type StepEntityStore::FindType(std::string_view name) {
   Type type;
   if (name.empty() || name.front() != '(') {
     type.entity = FindStepEntity(name);
-    type.isKnown = type.entity != StepEntity::None;
-    if (!type.isKnown) type.unknown = NumberOfUnknown(name);
+    if (type.entity == StepEntity::None) type.number = NumberOfUnknown(name);
     return type;
   }
-  // The name of all types beyond a limit is "(other types)".
   std::string_view names = name.substr(1, name.size() - 2);
   std::string_view const first = names.substr(0, names.find(' '));
-  while (!names.empty() && !type.isKnown) {
+  // The name of all types beyond a limit is "(other types)".
+  type.isComplete = first != "other";
+  type.isComplex = true;
+  std::vector<StepEntity> records;
+  while (!names.empty()) {
     std::string_view const each = names.substr(0, names.find(' '));
-    type.isKnown = FindStepEntity(each) != StepEntity::None || each == "other";
+    StepEntity const entity = FindStepEntity(each);
+    if (entity != StepEntity::None) records.push_back(entity);
     names.remove_prefix(std::min(names.size(), each.size() + 1));
   }
-  if (!type.isKnown) type.unknown = NumberOfUnknown(first);
+  if (records.empty()) {
+    type.isComplex = false;
+    type.number = NumberOfUnknown(first);
+  } else {
+    type.entity = records.front();
+    type.number = static_cast<std::uint32_t>(recordLists.size());
+    recordLists.push_back(std::move(records));
+  }
   return type;
 }
 
-void StepEntityStore::AddUnknown(Id const& id, Type const& type) {
-  BeginEntry(id, false);
-  bytes.Put("\0", 2);
-  bytes.PutSize(type.unknown);
-  current = 0;
+void StepEntityStore::List(std::uint32_t ordinal, Type const& type) {
+  if (index.size() <= ordinal) index.resize(std::size_t(ordinal) + 1);
+  begins.clear();
+  Entry& entry = index[ordinal];
+  entry = Entry();
+  entry.state = Listed;
+  entry.place = type.number;
+  entry.isComplex = type.isComplex;
+  entry.entity = static_cast<std::uint16_t>(type.entity);
 }
 
 // Receives the records of an instance in the usual form. A simple one has the entity of its type, which is not looked
@@ -332,7 +375,7 @@ class StepEntityStore::Sink : public StepInstanceText::Ignore {
 bool StepEntityStore::Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit,
                           StepReferences const& references) {
   bool const isComplex = text.AtList();
-  std::size_t const size = bytes.Size();
+  Entry const listed = id.ordinal < index.size() ? index[id.ordinal] : Entry();
   BeginInstance(id, isComplex);
   std::uint32_t const ordinal = current;
   Sink sink(*this, isComplex ? StepEntity::None : type.entity, references);
@@ -340,8 +383,7 @@ bool StepEntityStore::Add(Id const& id, Type const& type, StepInstanceText& text
     EndInstance();
     return true;
   }
-  index[ordinal] = Entry();
-  bytes.Resize(size);
+  index[ordinal] = listed;
   isKnown = false;
   current = 0;
   return false;
@@ -376,7 +418,7 @@ void StepEntityStore::PutDouble(double value) {
   unsigned char* const room = bytes.Room(1 + sizeof value);
   *room = StepValue::Number;
   std::memcpy(room + 1, &value, sizeof value);
-  bytes.Resize(bytes.Size() + 1 + sizeof value);
+  bytes.Extend(1 + sizeof value);
 }
 
 void StepEntityStore::String(DocumentVisitor::Text const& text) {
@@ -400,7 +442,7 @@ void StepEntityStore::PutReference(std::uint32_t ordinal, std::string_view digit
   unsigned char* const room = bytes.Room(1 + sizeof ordinal);
   *room = StepValue::Reference;
   std::memcpy(room + 1, &ordinal, sizeof ordinal);
-  bytes.Resize(bytes.Size() + 1 + sizeof ordinal);
+  bytes.Extend(1 + sizeof ordinal);
   if (ordinal != 0) return;
   bytes.PutSize(digits.size());
   bytes.Put(digits.data(), digits.size());
@@ -431,6 +473,10 @@ void StepEntityStore::SortByEntity() const {
         if (index[instance].entity != 0) take(std::size_t(index[instance].entity), instance);
         continue;
       }
+      if (index[instance].state == Listed) {
+        for (StepEntity const each : recordLists[index[instance].place]) take(static_cast<std::size_t>(each), instance);
+        continue;
+      }
       for (Records records(*this, instance); records.Next();) {
         take(static_cast<std::size_t>(records.Current().entity), instance);
       }
@@ -457,6 +503,12 @@ std::vector<std::uint32_t> StepEntityStore::InstancesOf(StepEntity entity) const
 }
 
 bool StepEntityStore::HasRecord(std::uint32_t instance, StepEntity entity) const noexcept {
+  if (index[instance].state == Listed) {
+    for (StepEntity const each : recordLists[index[instance].place]) {
+      if (kStepEntityTable.IsA(each, entity)) return true;
+    }
+    return false;
+  }
   for (Records records(*this, instance); records.Next();) {
     if (kStepEntityTable.IsA(records.Current().entity, entity)) return true;
   }
@@ -483,15 +535,16 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
 }
 
 std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexcept {
+  if (StepEntity const entity = EntityOf(instance); entity != StepEntity::None) return DefinitionOf(entity).name;
+  if (instance < index.size() && index[instance].state == Listed) return unknownTypes[index[instance].place];
   Records records(*this, instance);
-  if (records.Next()) return DefinitionOf(records.Current().entity).name;
-  return unknownTypes[records.UnknownType()];
+  return records.Next() ? std::string_view() : unknownTypes[records.UnknownType()];
 }
 
 std::string StepEntityStore::IdOf(std::uint32_t instance) const {
-  std::size_t const offset = instance < index.size() ? index[instance].offset : 0;
-  if (offset == 0) return "#?";
-  unsigned char const* position = bytes.At(offset);
+  if (instance >= index.size() || index[instance].state == None) return "#?";
+  if (source != nullptr) return source->IdOf(instance);
+  unsigned char const* position = At(index[instance].place);
   bool const isLong = (*position++ & kLongId) != 0;
   return "#" + (isLong ? std::string(TakeText(position)) : std::to_string(TakeSize(position)));
 }

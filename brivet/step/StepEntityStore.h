@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "DocumentVisitor.h"
@@ -47,10 +48,11 @@ class StepValues {
 };
 
 // Visitor that stores the instances of known entities, by their ordinal. Of other instances only the id and the type
-// are stored. Instances in the usual form are stored faster by Add.
+// are stored. With a source, instances can be listed with their types alone; they are loaded when they are asked for,
+// and stored then. Stored instances do not move.
 //
-// Memory: 16 bytes and the id for each instance of the document, 9 for each number, 5 for each reference, and one for
-// each other value.
+// Memory: 12 bytes for each instance of the document. For each stored instance 3 bytes and the id, 9 for each number, 5
+// for each reference, and one for each other value.
 //
 //   StepEntityStore store;
 //   document.Describe(store, progress, false);
@@ -59,8 +61,22 @@ class StepValues {
 //   }
 class StepEntityStore final : public DocumentVisitor {
  public:
+  // Where listed instances come from.
+  class Source {
+   public:
+    virtual ~Source() = default;
+    // Passes an instance to the store, or does nothing if that fails.
+    virtual void Load(std::uint32_t instance) noexcept = 0;
+    // Returns "#12".
+    virtual std::string IdOf(std::uint32_t instance) const = 0;
+  };
+
+  StepEntityStore() = default;
   // Makes room for the index of so many instances.
-  void Reserve(std::uint32_t instances) { index.reserve(std::size_t(instances) + 1); }
+  // Ownership: `instanceSource` is not owned.
+  StepEntityStore(std::uint32_t instances, Source& instanceSource) : source(&instanceSource) {
+    index.reserve(std::size_t(instances) + 1);
+  }
 
   void BeginInstance(Id const& id, bool complex) override;
   void EndInstance() override;
@@ -85,18 +101,20 @@ class StepEntityStore final : public DocumentVisitor {
 
   // Type of instances.
   struct Type {
-    StepEntity entity = StepEntity::None;
-    std::uint32_t unknown = 0;
-    bool isKnown = false;  // the instances have to be read
+    StepEntity entity = StepEntity::None;  // of the first known record
+    std::uint32_t number = 0;              // of an unknown type, or of the known records of an instance with several
+    bool isComplex = false;
+    bool isComplete = true;  // otherwise the records are not those of the name
   };
   // Returns the type with a name of StepTypes: "A", or "(A B)" for several records.
   Type FindType(std::string_view name);
   // Stores the records that follow "=" in `text`. Returns false, and stores nothing, if they are not in the usual form
   // or have more than `limit` bytes.
-  // Requires: `type` is that of the instance, and is known. The digits of the id may be empty if its number fits.
+  // Requires: `type` is that of the instance. The digits of the id may be empty if its number fits.
   bool Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit, StepReferences const& references);
-  // Stores the id and the type alone.
-  void AddUnknown(Id const& id, Type const& type);
+  // Lists an instance by its type alone.
+  // Requires: a source; the type is complete.
+  void List(std::uint32_t ordinal, Type const& type);
 
   // Returns the highest ordinal; the lowest is 1.
   std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(index.size()) - 1; }
@@ -130,20 +148,37 @@ class StepEntityStore final : public DocumentVisitor {
 
   class Sink;
 
-  // Where an instance is, and the entity of its first known record.
+  enum State { None, Listed, Stored };
+
+  // The entity of the first known record, and where the instance is: the chunk and the offset there. Of a listed
+  // instance the place is the number of the type.
   struct Entry {
-    std::uint64_t offset : 47;  // 0 means no instance
+    std::uint64_t place : 45;
+    std::uint64_t state : 2;
     std::uint64_t isComplex : 1;
     std::uint64_t entity : 16;
-    constexpr Entry() noexcept : offset(0), isComplex(0), entity(0) {}
+    constexpr Entry() noexcept : place(0), state(None), isComplex(0), entity(0) {}
   };
 
-  // Bytes that grow in place where the system can do that, so that they do not need twice their memory.
+  struct Free {
+    void operator()(unsigned char* memory) const noexcept { std::free(memory); }
+  };
+  using Block = std::unique_ptr<unsigned char, Free>;
+
+  // Bytes that grow in place where the system can do that.
   class Bytes {
    public:
     std::size_t Size() const noexcept { return size; }
-    void Resize(std::size_t newSize) noexcept { size = newSize; }
-    unsigned char const* At(std::size_t offset) const noexcept { return block.get() + offset; }
+    // Adds bytes that were written to Room.
+    void Extend(std::size_t count) noexcept { size += count; }
+    unsigned char const* Begin() const noexcept { return block.get(); }
+    void Clear() noexcept { size = 0; }
+    // Returns the bytes and forgets them.
+    Block Release() noexcept {
+      size = 0;
+      capacity = 0;
+      return std::move(block);
+    }
     // Returns room for so many bytes at the end.
     unsigned char* Room(std::size_t wanted) {
       if (capacity - size < wanted) Grow(wanted);
@@ -157,18 +192,15 @@ class StepEntityStore final : public DocumentVisitor {
     void PutSize(std::size_t number);
 
    private:
-    struct Free {
-      void operator()(unsigned char* bytes) const noexcept { std::free(bytes); }
-    };
     void Grow(std::size_t wanted);
 
-    std::unique_ptr<unsigned char, Free> block;
+    Block block;
     std::size_t size = 0;
     std::size_t capacity = 0;
   };
 
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
-  void BeginEntry(Id const& id, bool complex);
+  void StartInstance(Id const& id, bool complex);
   void PutEntity(StepEntity entity);
   void PutReference(std::uint32_t ordinal, std::string_view digits);
   std::uint32_t NumberOfUnknown(std::string_view type);
@@ -178,13 +210,25 @@ class StepEntityStore final : public DocumentVisitor {
   void PutBytes(StepValue::Kind kind, std::string_view text);
   void SortByEntity() const;
 
-  Bytes bytes;
-  std::vector<Entry> index{Entry()};  // by ordinal
+  unsigned char const* At(std::uint64_t place) const noexcept {
+    return chunks[place >> kChunkBits].get() + (place & ((1U << kChunkBits) - 1));
+  }
+  void PlaceInstance();
+
+  static constexpr unsigned kChunkBits = 18;
+
+  Source* source = nullptr;
+  Bytes bytes;                                        // the present instance
+  std::vector<Block> chunks;                          // of stored instances
+  std::size_t lastChunk = 0;                          // the one that is being filled
+  std::size_t filled = std::size_t(1) << kChunkBits;  // its bytes that are used
+  std::vector<Entry> index{Entry()};                  // by ordinal
   // Ordinals by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;
   std::unordered_map<std::string, std::uint32_t> unknownNumbers;  // of unknown types, from 1
   std::vector<std::string_view> unknownTypes{{}};                 // by number; 0 is for those that are not stored
+  std::vector<std::vector<StepEntity>> recordLists;               // the known records of types with several
   std::uint32_t unknownType = 0;                                  // of the first record of the present instance
   bool isKnown = false;                                           // the present record is of a known entity
   std::uint32_t current = 0;  // ordinal of the present instance, 0 outside of instances

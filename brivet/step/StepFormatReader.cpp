@@ -8,7 +8,7 @@
 #include "InputError.h"
 #include "Progress.h"
 #include "StepEntityReader.h"
-#include "StepEntityStore.h"
+#include "StepEntitySource.h"
 #include "StepModelReader.h"
 #include "StepOptions.h"
 #include "StepSections.h"
@@ -250,50 +250,17 @@ VRINResult StepFormatReader::ReportChange(InputError const& error) {
   return error.result;
 }
 
-// The records of types that the store does not know are not read.
-VRINResult StepFormatReader::Store(StepEntityStore& store, Progress& receiver) {
-  std::vector<StepEntityStore::Type> known;
-  for (std::size_t i = 0; i < types.Size(); ++i) known.push_back(store.FindType(types.Name(i)));
-  store.Reserve(contents.Count());
-  std::string digits;
-  try {
-    for (std::uint32_t instance = 0; instance < contents.Count(); ++instance) {
-      if (instance % kProgressInterval == 0) receiver.Done(static_cast<long>(instance));
-      Gk_ErrMgr::checkAbort();
-      StepEntityReader const& entity = contents.At(instance);
-      if (!entity.IsRead()) continue;
-      DocumentVisitor::Id id;
-      id.number = static_cast<std::int64_t>(entity.Number());
-      id.ordinal = instance + 1;
-      if (!id.fits()) id = references->IdAt(instance, digits);
-      StepEntityStore::Type const& type = known[entity.Type()];
-      if (!type.isKnown) {
-        store.AddUnknown(id, type);
-        continue;
-      }
-      // Up to the next instance at most: the file may have been overwritten.
-      std::size_t const limit = contents.EndOf(instance) - entity.Offset();
-      scanner->Seek({entity.Offset(), entity.Line()});
-      StepInstanceText text(scanner->Ahead());
-      if (!store.Add(id, type, text, limit, *references)) DescribeInstance(instance, store, false);
-    }
-    return VREL_S_OK;
-  } catch (InputError const& error) {
-    return ReportChange(error);
-  }
-}
-
 ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver) {
   if (model != nullptr && (hasGeometry || !geometry)) return model.get();
-  auto built = std::make_unique<ProductModel>();
-  StepEntityStore store;
   if (!isOpen) return nullptr;
+  auto built = std::make_unique<ProductModel>();
   references->IndexIds();
-  modelResult = Store(store, receiver);
-  if (modelResult.IsFailure()) return nullptr;
-  StepShapes::Settings settings;
-  settings.withGeometry = geometry;
-  ReadStepModel(store, settings, *built);
+  try {
+    BuildModel(geometry, receiver, *built);
+  } catch (InputError const& error) {
+    modelResult = ReportChange(error);
+    return nullptr;
+  }
   if (model == nullptr) {
     for (std::string const& warning : built->warnings) diagnostics.Warn(0, 0, warning);
     diagnostics.ReportSuppressed();
@@ -301,4 +268,21 @@ ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver
   model = std::move(built);
   hasGeometry = geometry;
   return model.get();
+}
+
+void StepFormatReader::BuildModel(bool geometry, Progress& receiver, ProductModel& built) {
+  StepEntitySource source(
+      {contents, *references, types, *bytes},
+      [this](std::uint32_t instance, DocumentVisitor& visitor) { DescribeInstance(instance, visitor, false); });
+  for (std::uint32_t instance = 0; instance < contents.Count(); ++instance) {
+    if (instance % kProgressInterval == 0) {
+      receiver.Done(static_cast<long>(instance));
+      Gk_ErrMgr::checkAbort();
+    }
+    source.List(instance);
+  }
+  StepShapes::Settings settings;
+  settings.withGeometry = geometry;
+  ReadStepModel(source.Store(), settings, built);
+  source.RethrowFailure();
 }

@@ -17,7 +17,6 @@
 #include "StepTypes.h"
 
 class StepEntityReader;
-class StepEntityStore;
 class VRELOptions;
 struct InputError;
 
@@ -76,7 +75,7 @@ class StepFormatReader final : public Document {
   VRINResult DescribeSections(DocumentVisitor& visitor, Progress& receiver, bool withReferrers, bool onlyEscaped);
   void DescribeOtherSection(StepContents::Section const& section, DocumentVisitor& visitor);
   void DescribeInstance(std::uint32_t instance, DocumentVisitor& visitor, bool withReferrers);
-  VRINResult Store(StepEntityStore& store, Progress& receiver);
+  void BuildModel(bool geometry, Progress& receiver, ProductModel& built);
   VRINResult ReportChange(InputError const& error);
 
   VRELOptions* const options;

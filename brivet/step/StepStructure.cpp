@@ -4,7 +4,7 @@
 // that the current token was examined and belongs to what is read next.
 //
 // Instances in the usual form are read ahead by StepInstanceText, from the name to the semicolon; ReadInstance then
-// only counts them. All others, and so all errors, take the way over the parser.
+// only counts them. All others, and so all errors, are handled by the parser.
 //
 // Recovery: each entity, entry or instance that fails has a begin, its first token. From there StepRecovery finds
 // where reading resumes, which may be before the position of the error, so that bytes are read again. A hostile file

@@ -380,7 +380,7 @@ class SchemaFinder final : public DocumentVisitor {
   bool isInSchema = false;
 };
 
-// Without the name of a schema nobody knows what the entities of a file mean. A STEP file is copied as it is.
+// Without the name of a schema the meaning of entities is unknown. A STEP file is copied as it is.
 VRINResult CheckSchema(Document& document) {
   if (dynamic_cast<StepFormatReader*>(&document) != nullptr) return VREL_S_OK;
   SchemaFinder finder;

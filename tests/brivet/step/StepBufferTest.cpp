@@ -89,7 +89,7 @@ TEST(StepBufferTest, RefusesStreamWithoutLength) {
   EXPECT_EQ(StepBuffer(VRELFileHandle(), nullptr).IsValid(), VREL_E_FAIL);
 }
 
-// The window is 4 MiB: the bytes after it need another one.
+// The bytes are in several windows.
 TEST(StepBufferTest, ReadsLargeFile) {
   std::string bytes(5 * 1024 * 1024, 'a');
   bytes[4 * 1024 * 1024] = 'b';
@@ -104,6 +104,42 @@ TEST(StepBufferTest, ReadsLargeFile) {
   EXPECT_EQ(buffer.Take(), StepBuffer::kEnd);
   buffer.SetOffset(0);
   EXPECT_EQ(buffer.Take(), 'a');
+}
+
+TEST(StepBufferTest, WindowEndsAtLimit) {
+  BytesInFile file("abcdef");
+  StepBuffer& buffer = file.Buffer();
+  EXPECT_EQ(buffer.Window(), "abcdef");
+  buffer.Skip(2);
+  EXPECT_EQ(buffer.Offset(), 2U);
+  {
+    StepBuffer::Limit const limit(buffer, 4);
+    EXPECT_EQ(buffer.Window(), "cd");
+    EXPECT_EQ(buffer.Block(), "cdef");
+    EXPECT_EQ(buffer.Block().data()[4], '\0');
+    buffer.Skip(2);
+    EXPECT_EQ(buffer.Window(), "");
+    EXPECT_EQ(buffer.Peek(), StepBuffer::kEnd);
+  }
+  EXPECT_EQ(buffer.Window(), "ef");
+  buffer.Skip(2);
+  EXPECT_EQ(buffer.Window(), "");
+  EXPECT_EQ(buffer.Offset(), 6U);
+}
+
+TEST(StepBufferTest, WindowMovesToOffset) {
+  std::string bytes(3 * 1024 * 1024, 'a');
+  bytes[2 * 1024 * 1024] = 'b';
+  BytesInFile file(bytes);
+  StepBuffer& buffer = file.Buffer();
+  buffer.SetOffset(2 * 1024 * 1024);
+  EXPECT_EQ(buffer.Window().substr(0, 2), "ba");
+  buffer.SetOffset(2 * 1024 * 1024 - 1);
+  EXPECT_EQ(buffer.Window().substr(0, 2), "ab");
+  std::size_t total = 0;
+  for (buffer.SetOffset(0); !buffer.Window().empty(); buffer.Skip(buffer.Window().size()))
+    total += buffer.Window().size();
+  EXPECT_EQ(total, bytes.size());
 }
 
 TEST(StepBufferTest, TruncatedFileEndsEarly) {

@@ -22,6 +22,32 @@ class StoredDocument {
   ReadDocument document;
 };
 
+// Source that knows one instance: #1=CARTESIAN_POINT('p').
+class PointSource final : public StepEntityStore::Source {
+ public:
+  PointSource() : store(4, *this) {}
+
+  void Load(std::uint32_t instance) noexcept override {
+    ++loads;
+    if (fails) return;
+    DocumentVisitor::Id id;
+    id.number = 1;
+    id.ordinal = instance;
+    DocumentVisitor::Text text;
+    text.utf8 = "p";
+    store.BeginInstance(id, false);
+    store.BeginRecord("CARTESIAN_POINT");
+    store.String(text);
+    store.EndRecord();
+    store.EndInstance();
+  }
+  std::string IdOf(std::uint32_t instance) const override { return "#" + std::to_string(10 * instance); }
+
+  StepEntityStore store;
+  int loads = 0;
+  bool fails = false;
+};
+
 }  // namespace
 
 TEST(StepEntityStoreTest, ReadsInternalAndExternalMapping) {
@@ -87,4 +113,54 @@ TEST(StepEntityStoreTest, KeepsOrdinalsAfterLostInstances) {
   ASSERT_EQ(curves.size(), 2U);
   EXPECT_EQ(store.IdOf(curves[1]), "#3");
   EXPECT_EQ(store.IdOf(store.Get(curves[1], STEP_ATTRIBUTE(CurveReplica, "parent_curve")).reference), "#1");
+}
+
+TEST(StepEntityStoreTest, LoadsListedInstancesOnce) {
+  PointSource source;
+  StepEntityStore& store = source.store;
+  store.List(1, store.FindType("CARTESIAN_POINT"));
+  store.List(2, store.FindType("STRANGE"));
+  store.List(4, store.FindType("(ODD BOUNDED_CURVE STYLED_ITEM)"));
+  EXPECT_EQ(store.InstanceCount(), 4U);
+  EXPECT_EQ(store.InstancesOf(StepEntity::Point), std::vector<std::uint32_t>{1});
+  EXPECT_EQ(store.InstancesOf(StepEntity::Curve), std::vector<std::uint32_t>{4});
+  EXPECT_EQ(store.InstancesOf(StepEntity::StyledItem), std::vector<std::uint32_t>{4});
+  EXPECT_TRUE(store.Is(1, StepEntity::Point));
+  EXPECT_FALSE(store.Is(1, StepEntity::Curve));
+  EXPECT_FALSE(store.Is(2, StepEntity::Point));
+  EXPECT_FALSE(store.Is(3, StepEntity::Point));
+  EXPECT_TRUE(store.Is(4, StepEntity::StyledItem));
+  EXPECT_TRUE(store.Is(4, StepEntity::Curve));
+  EXPECT_FALSE(store.Is(4, StepEntity::Point));
+  EXPECT_EQ(store.EntityOf(4), StepEntity::BoundedCurve);
+  EXPECT_EQ(store.TypeNameOf(1), "CARTESIAN_POINT");
+  EXPECT_EQ(store.TypeNameOf(2), "STRANGE");
+  EXPECT_EQ(store.IdOf(2), "#20");
+  EXPECT_EQ(store.IdOf(3), "#?");
+  EXPECT_EQ(store.Get(2, STEP_ATTRIBUTE(RepresentationItem, "name")).kind, StepValue::EndOfList);
+  EXPECT_EQ(source.loads, 0);
+  EXPECT_EQ(store.Get(1, STEP_ATTRIBUTE(RepresentationItem, "name")).text, "p");
+  EXPECT_EQ(store.Get(1, STEP_ATTRIBUTE(RepresentationItem, "name")).text, "p");
+  EXPECT_EQ(source.loads, 1);
+  EXPECT_EQ(store.InstancesOf(StepEntity::Point), std::vector<std::uint32_t>{1});
+}
+
+TEST(StepEntityStoreTest, FailedLoadHasNoValues) {
+  PointSource source;
+  source.fails = true;
+  source.store.List(1, source.store.FindType("CARTESIAN_POINT"));
+  EXPECT_EQ(source.store.Get(1, STEP_ATTRIBUTE(RepresentationItem, "name")).kind, StepValue::EndOfList);
+  EXPECT_TRUE(source.store.Is(1, StepEntity::Point));
+}
+
+// Views of values stay valid while other instances are stored, also of one that is longer than a chunk.
+TEST(StepEntityStoreTest, StoredInstancesDoNotMove) {
+  std::string data = "#1=PRODUCT('first');\n#2=PRODUCT('" + std::string(1000000, 'x') + "');\n";
+  for (int i = 3; i <= 20000; ++i) data += "#" + std::to_string(i) + "=PRODUCT('name " + std::to_string(i) + "');\n";
+  StoredDocument const document(data);
+  StepEntityStore const& store = document.store;
+  EXPECT_EQ(store.Get(1, STEP_ATTRIBUTE(Product, "id")).text, "first");
+  EXPECT_EQ(store.Get(2, STEP_ATTRIBUTE(Product, "id")).text.size(), 1000000U);
+  EXPECT_EQ(store.Get(3, STEP_ATTRIBUTE(Product, "id")).text, "name 3");
+  EXPECT_EQ(store.Get(20000, STEP_ATTRIBUTE(Product, "id")).text, "name 20000");
 }

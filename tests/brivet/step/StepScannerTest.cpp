@@ -339,3 +339,19 @@ TEST(StepScannerTest, ReadsLinesBeforeEnd) {
   EXPECT_EQ(other.ReadLinesBeforeEnd(), "a\n\nb\n\n");
   EXPECT_EQ(other.Next().line, 6);
 }
+
+// Windows end at 262144 bytes: here within each of the tokens in turn.
+TEST(StepScannerTest, TokensCrossWindows) {
+  std::string const text = "'a''b' WORD_1 -12.5E+3 .T. /* * */ #77\r\n\"0F\" <x:y>;\r\r\nEND";
+  for (std::size_t shift = 0; shift <= text.size(); ++shift) {
+    ExpectTokens(std::string(262144 - shift, ' ') + text, {{kString, 1, "a'b"},
+                                                           {kWord, 1, "WORD_1"},
+                                                           {kNumber, 1, "-12.5E+3"},
+                                                           {StepScanner::Enumeration, 1, ".T."},
+                                                           {StepScanner::Instance, 1, "#77"},
+                                                           {StepScanner::Binary, 2, "\"0F\""},
+                                                           {StepScanner::Resource, 2, "<x:y>"},
+                                                           {kOther, 2, ";"},
+                                                           {kWord, 4, "END"}});
+  }
+}

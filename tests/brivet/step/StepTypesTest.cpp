@@ -69,3 +69,14 @@ TEST(StepTypesTest, NamesThatCollideUnderStandardHash) {
   std::vector<std::string> const ordinary(standard.begin(), standard.end());
   EXPECT_LE(seconds(colliding), 3 * seconds(ordinary));
 }
+
+// More types than the cache has slots, in turn.
+TEST(StepTypesTest, CountsManyTypesInTurn) {
+  StepTypes types;
+  for (int round = 0; round < 3; ++round) {
+    for (int i = 0; i < 3000; ++i) EXPECT_EQ(types.Count("TYPE_" + std::to_string(i)), static_cast<std::uint32_t>(i));
+  }
+  EXPECT_EQ(types.Size(), 3000U);
+  EXPECT_EQ(types.Instances(2999), 3);
+  EXPECT_EQ(types.Name(2999), "TYPE_2999");
+}

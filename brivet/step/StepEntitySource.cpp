@@ -1,0 +1,79 @@
+// A direct-mapped cache: the block with a number has one slot, so that a look-up is a comparison. Exporters write
+// instances in the order of the shape or grouped by type, so that a traversal reads at a few positions that advance
+// through the file. Consecutive blocks overlap, so that an instance which is no longer than the overlap is in the block
+// where it begins. In the worst case each instance takes a read of one block.
+#include "StepEntitySource.h"
+
+#include <utility>
+
+#include "Gk_ErrMgr.h"
+#include "StepEntityReader.h"
+#include "StepInstanceText.h"
+
+namespace {
+
+constexpr std::size_t kSlots = 32;
+constexpr std::size_t kBlockSize = 8192;
+constexpr std::size_t kOverlap = 1024;
+
+}  // namespace
+
+StepEntitySource::StepEntitySource(Parts const& documentParts, Describe describeInstance)
+    : parts(documentParts), describe(std::move(describeInstance)), store(parts.contents.Count(), *this), cache(kSlots) {
+  for (std::size_t i = 0; i < parts.types.Size(); ++i) known.push_back(store.FindType(parts.types.Name(i)));
+}
+
+void StepEntitySource::List(std::uint32_t instance) {
+  StepEntityReader const& entity = parts.contents.At(instance);
+  if (!entity.IsRead()) return;
+  StepEntityStore::Type const& type = known[entity.Type()];
+  if (type.isComplete) {
+    store.List(instance + 1, type);
+  } else {
+    Read(instance);
+  }
+}
+
+void StepEntitySource::Load(std::uint32_t ordinal) noexcept {
+  if (failure != nullptr) return;
+  try {
+    Gk_ErrMgr::checkAbort();
+    Read(ordinal - 1);
+  } catch (...) {
+    failure = std::current_exception();
+  }
+}
+
+std::string StepEntitySource::IdOf(std::uint32_t ordinal) const {
+  std::string idDigits;
+  return "#" + std::string(parts.references.IdAt(ordinal - 1, idDigits).digits);
+}
+
+void StepEntitySource::Read(std::uint32_t instance) {
+  StepEntityReader const& entity = parts.contents.At(instance);
+  DocumentVisitor::Id id;
+  id.number = static_cast<std::int64_t>(entity.Number());
+  id.ordinal = instance + 1;
+  if (!id.fits()) id = parts.references.IdAt(instance, digits);
+  // Up to the next instance at most: the file may have been overwritten.
+  std::size_t const limit = parts.contents.EndOf(instance) - entity.Offset();
+  StepInstanceText text(BytesAt(entity.Offset()));
+  if (!store.Add(id, known[entity.Type()], text, limit, parts.references)) {
+    describe(instance, store);
+  }
+}
+
+// Returns the bytes from an offset to the end of its block, and a NUL.
+char const* StepEntitySource::BytesAt(unsigned long offset) {
+  std::uint64_t const number = offset / kBlockSize;
+  Block& block = cache[number % kSlots];
+  if (block.number != number) {
+    if (block.bytes == nullptr) block.bytes = std::make_unique<char[]>(kBlockSize + kOverlap + 1);
+    block.number = UINT64_MAX;
+    block.size = parts.buffer.ReadAt(number * kBlockSize, block.bytes.get(), kBlockSize + kOverlap);
+    block.bytes[block.size] = '\0';
+    block.number = number;
+  }
+  std::size_t const begin = offset % kBlockSize;
+  return begin < block.size ? &block.bytes[begin] : "";
+}

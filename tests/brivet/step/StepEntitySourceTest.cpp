@@ -1,0 +1,56 @@
+#include "StepEntitySource.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "ModelFixture.h"
+
+namespace {
+
+// Products with names of many lengths and forms, far from each other.
+std::string ProductsText(int count) {
+  std::string const gap = "/*" + std::string(30000, ' ') + "*/\n";
+  std::string data;
+  for (int i = 0; i < count; ++i) {
+    std::string const name = i % 3 == 0   ? std::string(static_cast<std::size_t>(1000 * i), 'n')
+                             : i % 3 == 1 ? "caf\\X2\\00E9\\X0\\"
+                                          : "it''s " + std::to_string(i);
+    data += ProductText(100 + 10 * i, name, "#12") + gap;
+  }
+  return data;
+}
+
+}  // namespace
+
+TEST(StepEntitySourceTest, ReadsInstancesInAnyForm) {
+  ReadModel const model(ProductsText(80));
+  ASSERT_EQ(model->products.size(), 80U);
+  EXPECT_EQ(model->products[0].name, "");
+  EXPECT_EQ(model->products[3].name, std::string(3000, 'n'));
+  EXPECT_EQ(model->products[78].name, std::string(78000, 'n'));
+  EXPECT_EQ(model->products[1].name, "caf\xC3\xA9");
+  EXPECT_EQ(model->products[79].name, "caf\xC3\xA9");
+  EXPECT_EQ(model->products[2].name, "it's 2");
+  EXPECT_EQ(model->products[77].name, "it's 77");
+  EXPECT_EQ(model->products[79].instance, "#890");
+}
+
+TEST(StepEntitySourceTest, ReportsTruncatedFile) {
+  ReadDocument document(DocumentText(kContexts + ProductsText(80)), "part.stp", false);
+  ASSERT_EQ(truncate(document.Path().c_str(), 500000), 0);
+  Progress progress;
+  EXPECT_EQ(document->GetModel(false, progress), nullptr);
+  ASSERT_FALSE(document.Messages().empty());
+  EXPECT_NE(document.Messages().back().find("the file has changed since it was read"), std::string::npos);
+}
+
+TEST(StepEntitySourceTest, KeepsLongIds) {
+  std::string const id(25, '7');
+  ReadModel const model("#" + id + "=PRODUCT('a','a','',());\n#90=PRODUCT_DEFINITION_FORMATION('','',#" + id +
+                        ");\n#91=PRODUCT_DEFINITION('','',#90,$);\n");
+  ASSERT_EQ(model->products.size(), 1U);
+  EXPECT_EQ(model->products[0].instance, "#" + id);
+}
