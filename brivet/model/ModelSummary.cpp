@@ -228,12 +228,20 @@ class Rows {
     for (int kind = 0; kind < 4; ++kind) {
       List list(width);
       bool hasAny = false;
+      long unnamed = 0;
       for (ModelProperty const& property : model.properties) {
         if (property.kind != kind) continue;
         hasAny = true;
         for (ModelPropertyValue const& value : property.values) list.Add(TextOf(property, value));
-        if (property.values.empty()) list.Add(Shown(property.name.value_or(""), kNameWidth));
+        if (!property.values.empty()) continue;
+        std::string const name = property.name.value_or("");
+        if (name.find_first_not_of(' ') == std::string::npos) {
+          ++unnamed;
+        } else {
+          list.Add(Shown(name, kNameWidth));
+        }
       }
+      if (unnamed != 0) list.Add(std::to_string(unnamed) + " without a name");
       if (hasAny) Put(kKeys[kind], list.Text());
     }
   }

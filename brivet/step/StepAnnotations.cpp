@@ -23,6 +23,7 @@ constexpr long kStepLimit = 1000000;  // plus kStepsPerInstance for each instanc
 constexpr long kStepsPerInstance = 8;
 constexpr std::size_t kViewLimit = 1000;  // bytes of the names of all views of an annotation
 constexpr std::size_t kTextLimit = 4000;  // bytes of the text of a note
+constexpr int kTextPartLimit = 1000;      // texts of a composite text, which can contain itself
 
 bool IsBlank(std::optional<std::string> const& text) {
   return !text.has_value() || text->find_first_not_of(" \t\r\n") == std::string::npos;
@@ -414,14 +415,14 @@ std::string StepAnnotations::TextOf(std::uint32_t item) {
   auto const& store = context.store;
   std::string text;
   std::vector<std::uint32_t> pending{item};
-  while (!pending.empty() && Spend()) {
+  for (int count = 0; !pending.empty() && count < kTextPartLimit && Spend(); ++count) {
     std::uint32_t const each = pending.back();
     pending.pop_back();
     if (store.Is(each, StepEntity::TextLiteral)) {
       std::string const literal = context.Text(each, STEP_ATTRIBUTE(TextLiteral, "literal")).value_or("");
       if (text.size() + literal.size() > kTextLimit) break;
       text += (text.empty() ? "" : "\n") + literal;
-    } else if (store.Is(each, StepEntity::CompositeText) && pending.size() < kTextLimit) {
+    } else if (store.Is(each, StepEntity::CompositeText) && pending.size() < static_cast<std::size_t>(kTextPartLimit)) {
       std::vector<std::uint32_t> const parts =
           context.AnyInstances(each, STEP_ATTRIBUTE(CompositeText, "collected_text"));
       pending.insert(pending.end(), parts.rbegin(), parts.rend());

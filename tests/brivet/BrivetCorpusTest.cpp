@@ -111,3 +111,41 @@ TEST_F(BrivetCorpusTest, PlainPageOpensInBrowser) {
   // A string that is encoded in the file.
   EXPECT_THAT(document, testing::HasSubstr("\xE3\x83\x96\xE3\x83\xAC\xE3\x83\xB3\xE3\x83\x89"));
 }
+
+// The tree follows from the usages in the file: rod assembly, two bracket assemblies of three bolts with nuts, plate.
+TEST_F(BrivetCorpusTest, SummarizesAssembly) {
+  ChildResult const result = Brivet({"-summary", PathOf(kModels[0])});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_THAT(result.output,
+              testing::HasSubstr("\ncontents          9 products, 13 occurrences, 5 solids, 53 faces\n"));
+  EXPECT_THAT(result.output, testing::HasSubstr("\nunit              millimetre and radian\n"));
+  EXPECT_THAT(result.output, testing::EndsWith("\nas1\n"
+                                               "  rod-assembly_1\n"
+                                               "    nut \xC3\x97"
+                                               "2\n"
+                                               "    rod_1\n"
+                                               "  l-bracket-assembly \xC3\x97"
+                                               "2\n"
+                                               "    nut-bolt-assembly \xC3\x97"
+                                               "3\n"
+                                               "      bolt_1\n"
+                                               "      nut_3\n"
+                                               "    l-bracket_1\n"
+                                               "  plate_1\n"));
+}
+
+TEST_F(BrivetCorpusTest, WritesValidSummaries) {
+  for (Model const& model : kModels) {
+    SCOPED_TRACE(model.name);
+    std::string const json = Translated(PathOf(model), model, "summary.json");
+    EXPECT_THAT(json, testing::StartsWith("{\n  \"format\": \"brivet-summary\",\n"));
+    if (RunProgram({"/usr/bin/python3", "-c", "import jsonschema"}).exitStatus != 0) continue;
+    ChildResult const result =
+        RunProgram({"/usr/bin/python3", "-c",
+                    "import json, sys, jsonschema\n"
+                    "jsonschema.Draft7Validator(json.load(open(sys.argv[1]))).validate(json.load(open(sys.argv[2])))\n",
+                    VREL_SOURCE_DIR "/docs/summary.schema.json", folder.Path("summary.json")});
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  }
+}

@@ -110,3 +110,11 @@ TEST(ModelSummaryTest, DescribesContents) {
                                                      "layers: 'l<U+000A>' (1 item)", "validation: volume 12.5 inch^3",
                                                      "annotations: 2 notes", "views: 'front'"}));
 }
+
+TEST(ModelSummaryTest, CountsPropertiesWithoutNames) {
+  ProductModel model;
+  model.properties.resize(3);
+  model.properties[0].name = "finish";
+  model.properties[1].name = " ";
+  EXPECT_EQ(RowsOf(model), std::vector<std::string>{"properties: finish, 2 without a name"});
+}

@@ -340,3 +340,28 @@ TEST(StepAnnotationsTest, ReadsCameras) {
   EXPECT_FALSE(model->views[1].camera.has_value());
   EXPECT_EQ(model->warnings, std::vector<std::string>());
 }
+
+TEST(StepAnnotationsTest, ReadsComplexInstances) {
+  ReadModel const model(
+      PartText() + TriangleText() +
+          "#30=(ANNOTATION_CURVE_OCCURRENCE()ANNOTATION_OCCURRENCE()DRAUGHTING_ANNOTATION_OCCURRENCE()"
+          "GEOMETRIC_REPRESENTATION_ITEM()REPRESENTATION_ITEM('leader')STYLED_ITEM((),#24));\n"
+          "#31=(CHARACTERIZED_OBJECT('','')CHARACTERIZED_REPRESENTATION()DRAUGHTING_MODEL()"
+          "REPRESENTATION('',(#30,#32),#1));\n#32=CAMERA_MODEL_D3('v',#12,$);\n",
+      true);
+  ASSERT_EQ(model->annotations.size(), 1U);
+  EXPECT_EQ(model->annotations[0].name, "leader");
+  EXPECT_EQ(model->annotations[0].view, "v");
+  ASSERT_EQ(model->annotations[0].polylines.size(), 1U);
+  EXPECT_EQ(model->annotations[0].polylines[0].coordinates, kTriangle);
+}
+
+// A text that contains itself does not use up the steps of the annotations after it.
+TEST(StepAnnotationsTest, TextThatContainsItselfEnds) {
+  std::string data = PartText() + TriangleText() + "#30=COMPOSITE_TEXT('',(#30,#30,#30));\n";
+  for (int i = 0; i < 200; ++i) data += "#" + std::to_string(1000 + i) + "=ANNOTATION_TEXT_OCCURRENCE('',(),#30);\n";
+  ReadModel const model(data + "#2000=ANNOTATION_CURVE_OCCURRENCE('',(),#24);\n");
+  ASSERT_EQ(model->annotations.size(), 201U);
+  EXPECT_EQ(model->annotations[0].value, std::nullopt);
+  EXPECT_TRUE(model->warnings.empty());
+}
