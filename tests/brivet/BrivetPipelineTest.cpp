@@ -149,6 +149,23 @@ TEST_F(BrivetPipelineTest, ListsFormats) {
   EXPECT_EQ(Brivet({"-help", "nosuch"}).exitStatus, 2);
 }
 
+TEST_F(BrivetPipelineTest, DrawsSelectedView) {
+  std::string const bracket = BracketPath();
+  // 60 x 50 x 40 mm; the margin is 0.04 of the larger side.
+  EXPECT_EQ(Brivet({bracket, "front.svg", "-set", "Svg.*.Writer.View=Front"}).exitStatus, 0);
+  EXPECT_THAT(folder.Read("front.svg"), HasSubstr(" viewBox=\"-2.4 -2.4 64.8 54.8\" "));
+  EXPECT_EQ(Brivet({bracket, "right.svg", "-set", "View=right"}).exitStatus, 0);
+  EXPECT_THAT(folder.Read("right.svg"), HasSubstr(" viewBox=\"-2 -2 44 54\" "));
+  EXPECT_EQ(Brivet({bracket, "back.svg", "-set", "Svg.*.Writer.View=Back"}).exitStatus, 1);
+}
+
+TEST_F(BrivetPipelineTest, ReportsNothingToDraw) {
+  ChildResult const result = Brivet({"washer.stp", "washer.svg"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.errors, "brivet: washer.stp: nothing to draw: the document has no edges and no triangles\n");
+  EXPECT_FALSE(folder.Has("washer.svg"));
+}
+
 TEST_F(BrivetPipelineTest, AcceptsUsualSpellings) {
   EXPECT_EQ(Brivet({"--write=text", "washer.stp"}).exitStatus, 0);
   EXPECT_TRUE(folder.Has("washer.txt"));

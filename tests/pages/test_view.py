@@ -317,6 +317,13 @@ class ViewTests(PageTest):
         packed = page.run("return document.getElementById('data-geometry').textContent")
         picture = zlib.decompress(base64.b64decode(packed), 31)
         self.assertLess(len(picture), 400)
+        # The first place is in the lower left corner.
+        shot = Shot(page)
+        x, y = min(shot.drawn, key=lambda place: place[0] - 3 * place[1])
+        ActionChains(page.driver).move_to_element_with_offset(
+            page.find("#view canvas"), x - shot.width // 2, y - shot.height // 2).click().perform()
+        self.settle(page)
+        self.assertEqual(self.selected(page), "0/0")
         page.go("node=0/999")
         page.wait("return document.querySelector('#view canvas').dataset.selected === '0/999'")
         self.press(page, "Only selection")
