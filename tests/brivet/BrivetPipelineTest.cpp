@@ -174,7 +174,7 @@ TEST_F(BrivetPipelineTest, AcceptsUsualSpellings) {
   ChildResult const unknown = Brivet({"washer.stp", "a.pdf"});
   EXPECT_EQ(unknown.exitStatus, 2);
   EXPECT_THAT(unknown.errors,
-              StartsWith("brivet: no format has the extension of OUTPUT 'a.pdf'\nhint: use one of .html, "));
+              StartsWith("brivet: no format has the extension of OUTPUT 'a.pdf'\nhint: use one of .glb, .html, "));
 }
 
 TEST_F(BrivetPipelineTest, PlacesLogs) {

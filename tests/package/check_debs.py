@@ -96,9 +96,11 @@ class MetadataTest(unittest.TestCase):
         for end in ["/usr/include/VRELBase/VRELString.h", "/libVRELBase.so", "/VRELBaseConfig.cmake", "/VRELBase.pc"]:
             self.assertEqual(len([path for path in development if path.endswith(end)]), 1, end)
         driver = sorted(path.rsplit("/", 1)[1] for path in files(DRIVER))
-        self.assertEqual(driver, ["BrivetHtml.brivet", "BrivetJson.brivet", "BrivetStep.brivet", "BrivetSvg.brivet", "BrivetText.brivet", "_brivet", "brivet",
-                                  "brivet", "brivet.1.gz", "brivet.fish", "libBrivetHtml.so", "libBrivetJson.so", "libBrivetSdk.so.1",
-                                  "libBrivetSdk.so.1.0.1", "libBrivetStep.so", "libBrivetSvg.so", "libBrivetText.so"])
+        self.assertEqual(driver, ["BrivetHtml.brivet", "BrivetJson.brivet", "BrivetMesh.brivet", "BrivetStep.brivet",
+                                  "BrivetSvg.brivet", "BrivetText.brivet", "_brivet", "brivet", "brivet", "brivet.1.gz",
+                                  "brivet.fish", "libBrivetHtml.so", "libBrivetJson.so", "libBrivetMesh.so",
+                                  "libBrivetSdk.so.1", "libBrivetSdk.so.1.0.1", "libBrivetStep.so", "libBrivetSvg.so",
+                                  "libBrivetText.so"])
         sdk = files(SDK)
         for end in ["/usr/include/brivet/Document.h", "/libBrivetSdk.so", "/BrivetModule.cmake", "/brivet-sdk.pc",
                     "/brivet-describe"]:

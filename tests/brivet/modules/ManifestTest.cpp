@@ -39,12 +39,21 @@ TEST(ManifestTest, ParsesDescription) {
   EXPECT_EQ(format->extensions, (std::vector<std::string>{".stl", ".stlb"}));
   EXPECT_TRUE(format->reads);
   EXPECT_FALSE(format->writes);
+  EXPECT_FALSE(format->evaluates);
   ASSERT_EQ(format->signatures.size(), 2U);
   EXPECT_EQ(format->signatures[1].offset, 84);
   EXPECT_EQ(format->signatures[1].bytes, std::string("\0\xFF", 2));
   ASSERT_EQ(format->readerOptions.size(), 1U);
   EXPECT_EQ(format->readerOptions[0].choices.size(), 2U);
   EXPECT_EQ(format->readerOptions[0].help, "unit of the file, by default mm");
+}
+
+TEST(ManifestTest, ParsesEvaluation) {
+  Manifest const manifest =
+      Manifest::Parse(Replaced(kManifest, "reads = TRUE", "reads = FALSE\nevaluates = TRUE"), "BrivetStl");
+  EXPECT_EQ(manifest.problem, "");
+  ASSERT_NE(manifest.module.Find("stl"), nullptr);
+  EXPECT_TRUE(manifest.module.Find("stl")->evaluates);
 }
 
 TEST(ManifestTest, SaysWhatIsDamaged) {
