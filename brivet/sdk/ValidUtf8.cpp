@@ -1,32 +1,56 @@
 #include "ValidUtf8.h"
 
+#include <unicode/utf8.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
-std::string ValidUtf8(std::string_view text) {
-  std::string valid;
-  valid.reserve(text.size());
-  for (std::size_t i = 0; i < text.size();) {
-    auto const lead = static_cast<unsigned char>(text[i]);
-    std::size_t const length = lead < 0x80 ? 1 : lead >> 5 == 6 ? 2 : lead >> 4 == 14 ? 3 : lead >> 3 == 30 ? 4 : 0;
-    bool isValid = length > 0 && i + length <= text.size();
-    std::uint32_t code = isValid && length > 1 ? lead & (0xFFU >> (length + 1)) : lead;
-    for (std::size_t k = 1; isValid && k < length; ++k) {
-      auto const next = static_cast<unsigned char>(text[i + k]);
-      isValid = (next & 0xC0U) == 0x80U;
-      code = code << 6U | (next & 0x3FU);
-    }
-    static constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (isValid && length > 1) {
-      isValid = code >= kSmallest[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-    }
-    if (isValid) {
-      valid.append(text.substr(i, length));
-      i += length;
-    } else {
-      valid += "\xEF\xBF\xBD";
-      ++i;
-    }
+namespace {
+
+// Returns the length of the ASCII characters at the beginning, in whole words.
+std::size_t AsciiLength(std::string_view utf8) {
+  std::size_t at = 0;
+  for (std::uint64_t word = 0; at + sizeof word <= utf8.size(); at += sizeof word) {
+    std::memcpy(&word, utf8.data() + at, sizeof word);
+    if ((word & 0x8080808080808080U) != 0) break;
   }
+  return at;
+}
+
+// Returns where the first invalid byte is, or the size.
+std::size_t FindInvalid(std::string_view utf8, std::size_t at) {
+  auto const* const bytes = reinterpret_cast<std::uint8_t const*>(utf8.data());
+  at += AsciiLength(utf8.substr(at));
+  while (at < utf8.size()) {
+    std::size_t const begin = at;
+    UChar32 code = 0;
+    U8_NEXT(bytes, at, utf8.size(), code);
+    if (code < 0) return begin;
+  }
+  return at;
+}
+
+}  // namespace
+
+bool IsValidUtf8(std::string_view utf8) {
+  return FindInvalid(utf8, 0) == utf8.size();
+}
+
+void AppendValidUtf8(std::string& target, std::string_view utf8) {
+  for (std::size_t at = 0; at < utf8.size();) {
+    std::size_t const end = FindInvalid(utf8, at);
+    target += utf8.substr(at, end - at);
+    at = end;
+    if (at == utf8.size()) break;
+    target += "\xEF\xBF\xBD";
+    ++at;
+  }
+}
+
+std::string ValidUtf8(std::string_view utf8) {
+  std::string valid;
+  valid.reserve(utf8.size());
+  AppendValidUtf8(valid, utf8);
   return valid;
 }

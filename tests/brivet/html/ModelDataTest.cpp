@@ -91,7 +91,11 @@ TEST(ModelDataTest, WritesTables) {
   annotation.form = ModelAnnotation::Tessellated;
   annotation.view = "Front";
   model.annotations.push_back(annotation);
-  model.views.push_back({"#7", "Front", ModelView::Saved});
+  ModelView view;
+  view.instance = "#7";
+  view.name = "Front";
+  view.kind = ModelView::Saved;
+  model.views.push_back(view);
   std::string const page = DataFor(&model);
   EXPECT_EQ(DataOf(page, "layers-0"), R"([["#1","7",null,2]])");
   EXPECT_EQ(DataOf(page, "properties-0"),
