@@ -174,10 +174,10 @@ TEST_F(BrivetBatchTest, FullDiskLosesOnlySomeOutputs) {
   std::string data;
   for (int i = 1; i < 2000; ++i) data += "#" + std::to_string(i) + "=ORIENTED_EDGE('',*,*,$,.F.);\n";
   Write("large.stp", DocumentText(data));
-  ChildResult const result = Shell("ulimit -f 40; \"$b\" -outdir out -nolog -jobs 2 large.stp a.stp");
+  ChildResult const result = Shell("ulimit -f 40; \"$b\" -outdir out -write text -nolog -jobs 2 large.stp a.stp");
   EXPECT_EQ(result.exitStatus, 15);
-  EXPECT_THAT(result.errors, HasSubstr("brivet: cannot write 'out/large.html': File too large\n"));
-  EXPECT_EQ(FilesIn("out"), Names{"a.html"});
+  EXPECT_THAT(result.errors, HasSubstr("brivet: cannot write 'out/large.txt': File too large\n"));
+  EXPECT_EQ(FilesIn("out"), Names{"a.txt"});
 }
 
 TEST_F(BrivetBatchTest, ReadsStandardInputAndPipes) {

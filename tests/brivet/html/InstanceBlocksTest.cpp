@@ -72,7 +72,7 @@ TEST(InstanceBlocksTest, StartsBlocksAtItems) {
   EXPECT_EQ(AttributesOf(page, "instances-1"),
             " data-items=\"2341\" data-first=\"2342\" data-low=\"2342\" data-high=\"4682\"");
   // The difference begins again in each block.
-  EXPECT_EQ(DataOf(page, "instances-1").substr(0, 20), "\001#\0042342 = A('xxxxxx");
+  EXPECT_EQ(DataOf(page, "instances-1").substr(0, 20), "\001#\0042342 = A('xxxxxxx");
 }
 
 TEST(InstanceBlocksTest, SplitsLongItem) {
