@@ -305,7 +305,8 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
   Row const rows[] = {
       {{}, "missing INPUT"},
       {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'\nhint: to translate several files, use -outdir DIR"},
-      {{"a.stp", "-write", "pdf"}, "unknown format 'pdf' for -write\nhint: the formats are html, json, text, step"},
+      {{"a.stp", "-write", "pdf"},
+       "unknown format 'pdf' for -write\nhint: the formats are html, json, svg, text, step"},
       {{"-set", "a=", "a.stp"},
        "invalid argument 'a=' for -set: no value after '='\n"
        "hint: write \"\" for an empty string"},

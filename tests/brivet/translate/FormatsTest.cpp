@@ -29,11 +29,11 @@ TEST(FormatsTest, InputFormatIsAlwaysStep) {
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
-  EXPECT_EQ(Format::WrittenNames(), "html, json, text, step");
+  EXPECT_EQ(Format::WrittenNames(), "html, json, svg, text, step");
 }
 
 TEST(FormatsTest, ListsFormats) {
-  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .json, .txt, .text, .stp, .step, .p21");
+  EXPECT_EQ(Format::WrittenExtensions(), ".html, .htm, .json, .svg, .txt, .text, .stp, .step, .p21");
   EXPECT_EQ(Format::Table().rfind("html     HTML     write       BrivetHtml   ", 0), 0U);
 }
 
