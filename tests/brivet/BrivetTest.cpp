@@ -306,7 +306,7 @@ TEST_F(BrivetTest, RefusesInvalidCommandLine) {
       {{}, "missing INPUT"},
       {{"a.stp", "b.stp", "c.stp"}, "extra argument 'c.stp'\nhint: to translate several files, use -outdir DIR"},
       {{"a.stp", "-write", "pdf"},
-       "unknown format 'pdf' for -write\nhint: the formats are glb, html, json, obj, stl, text, step"},
+       "unknown format 'pdf' for -write\nhint: the formats are glb, html, json, obj, stl, svg, text, step"},
       {{"-set", "a=", "a.stp"},
        "invalid argument 'a=' for -set: no value after '='\n"
        "hint: write \"\" for an empty string"},

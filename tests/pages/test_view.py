@@ -331,6 +331,28 @@ class ViewTests(PageTest):
         self.assertAlmostEqual(width / height, 2.0, delta=0.05)
         self.assert_quiet(page)
 
+    def test_selects_one_of_many_children(self):
+        """A node among thousands is shown without the rows before it."""
+        data = FRAME.format(x0="0.", x1="1.", z0="0.", z1="0.5").replace("#12=", "#9=")
+        data += ("#30=PRODUCT('top','top','',());\n#31=PRODUCT_DEFINITION_FORMATION('','',#30);\n"
+                 "#32=PRODUCT_DEFINITION('','',#31,$);\n#33=PRODUCT_DEFINITION_SHAPE('','',#32);\n"
+                 "#34=SHAPE_DEFINITION_REPRESENTATION(#33,#15);\n")
+        for i in range(3000):
+            k = 1000 + 10 * i
+            data += (f"#{k}=PRODUCT('p{i}','part {i}','',());\n#{k + 1}=PRODUCT_DEFINITION_FORMATION('','',#{k});\n"
+                     f"#{k + 2}=PRODUCT_DEFINITION('','',#{k + 1},$);\n"
+                     f"#{k + 3}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','','',#32,#{k + 2},$);\n")
+        page = self.open_view(self.write_document(data))
+        page.go("node=1/2000")
+        page.wait("return document.querySelector('#structure [aria-selected=true]')")
+        self.assertIn("part 2000", page.text("#structure [aria-selected=true]"))
+        self.assertLess(page.count("#structure [role=treeitem]"), 1500)
+        page.go("node=1/1500")
+        page.wait("return document.querySelector('#structure [aria-selected=true]').textContent.includes('part 1500')")
+        names = [name for name in page.texts("#structure .row .name") if name.startswith("part ")]
+        self.assertEqual(names, sorted(set(names), key=lambda name: int(name[5:])))
+        self.assert_quiet(page)
+
     def test_dark(self):
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia",
                                     {"features": [{"name": "prefers-color-scheme", "value": "dark"}]})

@@ -41,23 +41,38 @@ class StructureTree {
     return groups;
   }
 
-  // Adds rows for `nodes` from `begin` on, after the row `after`; null: at the end.
-  addRows(after, nodes, begin, level) {
-    const end = Math.min(nodes.length, begin + GROUP_ROWS);
-    const rows = nodes.slice(begin, end).map((node, i) => this.makeRow(node, level, begin + i + 1, nodes.length));
-    if (end < nodes.length) {
-      const more = make("div", { role: "treeitem", "aria-level": level, tabindex: -1, class: "row more" },
-        `Show more (${numbers.format(nodes.length - end)})`);
-      more.show = () => {
-        const before = more.previousElementSibling;
-        more.remove();
-        this.addRows(before, nodes, end, level);
-        this.focus(before.nextElementSibling);
-      };
-      this.indent(more, level);
-      rows.push(more);
-    }
+  // Adds rows for `nodes` from `begin` to `end`, at most GROUP_ROWS and a row for the rest, after the row `after`; null:
+  // at the end.
+  addRows(after, nodes, begin, level, end = nodes.length) {
+    const last = Math.min(end, begin + GROUP_ROWS);
+    const rows = nodes.slice(begin, last).map((node, i) => this.makeRow(node, level, begin + i + 1, nodes.length));
+    if (last < end) rows.push(this.makeMore(nodes, last, level, end));
     if (after) after.after(...rows); else this.tree.append(...rows);
+  }
+
+  // Returns the row for nodes that have no rows yet.
+  makeMore(nodes, begin, level, end) {
+    const more = make("div", { role: "treeitem", "aria-level": level, tabindex: -1, class: "row more" },
+      `Show more (${numbers.format(end - begin)})`);
+    more.show = () => {
+      const before = more.previousElementSibling;
+      this.addRows(more, nodes, begin, level, end);
+      more.remove();
+      this.focus(before.nextElementSibling);
+    };
+    // Replaces this row by those around the node of an occurrence. Returns whether the occurrence is here.
+    more.showUse = use => {
+      let at = begin;
+      while (at < end && !nodes[at].uses.includes(use)) ++at;
+      if (at === end) return false;
+      const first = Math.max(begin, at - Math.floor(GROUP_ROWS / 2));
+      this.addRows(more, nodes, first, level, end);
+      if (first > begin) more.after(this.makeMore(nodes, begin, level, first));
+      more.remove();
+      return true;
+    };
+    this.indent(more, level);
+    return more;
   }
 
   indent(row, level) { row.style.setProperty("--level", Math.min(level - 1, 24)); }
@@ -156,8 +171,7 @@ class StructureTree {
         if (depth > level) continue;
         if (child.show) {
           const before = child.previousElementSibling;
-          child.show();
-          child = before;
+          if (child.showUse(use)) child = before;
         } else if (child.node.uses.includes(use)) {
           break;
         }

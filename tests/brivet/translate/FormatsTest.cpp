@@ -29,11 +29,11 @@ TEST(FormatsTest, InputFormatIsAlwaysStep) {
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
-  EXPECT_EQ(Format::WrittenNames(), "glb, html, json, obj, stl, text, step");
+  EXPECT_EQ(Format::WrittenNames(), "glb, html, json, obj, stl, svg, text, step");
 }
 
 TEST(FormatsTest, ListsFormats) {
-  EXPECT_EQ(Format::WrittenExtensions(), ".glb, .html, .htm, .json, .obj, .stl, .txt, .text, .stp, .step, .p21");
+  EXPECT_EQ(Format::WrittenExtensions(), ".glb, .html, .htm, .json, .obj, .stl, .svg, .txt, .text, .stp, .step, .p21");
   EXPECT_EQ(Format::Table().rfind("glb      glTF     write       BrivetMesh   ", 0), 0U);
   EXPECT_NE(Format::Table().find("\nhtml     HTML     write       BrivetHtml   "), std::string::npos);
 }
