@@ -101,6 +101,10 @@ class MetadataTest(unittest.TestCase):
                                   "brivet.fish", "libBrivetHtml.so", "libBrivetJson.so", "libBrivetMesh.so",
                                   "libBrivetSdk.so.1", "libBrivetSdk.so.1.0.1", "libBrivetStep.so", "libBrivetSvg.so",
                                   "libBrivetText.so"])
+        if any((ROOT / "build/package").glob(f"brivet-shape_{VERSION}_*.deb")):
+            shape = sorted(path.rsplit("/", 1)[1] for path in files("brivet-shape"))
+            self.assertEqual(shape, ["BrivetShape.brivet", "brivet-shape-worker", "libBrivetShape.so"])
+            self.assertIn(f"{DRIVER} (= {VERSION})", field("brivet-shape", "Depends").split(", "))
         sdk = files(SDK)
         for end in ["/usr/include/brivet/Document.h", "/libBrivetSdk.so", "/BrivetModule.cmake", "/brivet-sdk.pc",
                     "/brivet-describe"]:

@@ -14,7 +14,7 @@ import sys
 from pathlib import Path
 
 # Binaries that copy into buffers of known size, so that checked functions must appear.
-FORTIFIED = re.compile(r"^(brivet|libVRELBase\.so\.\d)")
+FORTIFIED = re.compile(r"^(brivet(-describe)?$|libVRELBase\.so\.\d)")
 
 
 def readelf(path, *options):

@@ -106,7 +106,7 @@ class CompletionTest(unittest.TestCase):
         formats = help_options()["write"].split("|")
         for option in ["-write", "--write"]:
             self.assertEqual(self.complete(option, ""), formats)
-        self.assertEqual(self.complete("bracket.stp", "-write", "ste"), ["step"])
+        self.assertEqual(self.complete("bracket.stp", "-write", "st"), ["step", "stl"])
 
     def test_completes_settings(self):
         self.assertEqual(self.complete("-set", "SewTol"), ["SewTolerance="])

@@ -16,6 +16,9 @@
 #include <Bnd_Box.hxx>
 #include <GProp_GProps.hxx>
 #include <IFSelect_ReturnStatus.hxx>
+#include <Interface_Check.hxx>
+#include <Interface_EntityIterator.hxx>
+#include <Interface_Graph.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Poly_Triangulation.hxx>
@@ -27,7 +30,9 @@
 #include <StepRepr_Representation.hxx>
 #include <StepRepr_RepresentationItem.hxx>
 #include <StepRepr_RepresentationMap.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
 #include <StepShape_Face.hxx>
+#include <StepShape_HArray1OfFace.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
@@ -48,6 +53,7 @@
 #include <sstream>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -152,6 +158,7 @@ class Evaluation {
       int const ident = model->IdentLabel(model->Value(i));
       if (ident > 0) entities.emplace(static_cast<std::uint32_t>(ident), model->Value(i));
     }
+    Transfer([this] { RemoveDamagedFaces(); });
     Transfer([this] { reader.TransferRoots(); });
     for (std::size_t i = 0; i < request.products.size(); ++i) {
       for (std::uint32_t const each : request.products[i].representations) owners.emplace(each, i);
@@ -189,6 +196,53 @@ class Evaluation {
     } catch (Standard_Failure const& failure) {
       answer.PutProblem(0, TextOf(failure));
     }
+  }
+
+  // Removes the faces that depend on an instance that the engine could not read from their shells, since the engine
+  // does not check for missing references when it transfers them, and crashes.
+  void RemoveDamagedFaces() {
+    std::vector<Handle(Standard_Transient)> pending;
+    std::unordered_set<Standard_Transient const*> reached;
+    std::unordered_set<Standard_Transient const*> damaged;
+    auto const reach = [&](Handle(Standard_Transient) const& entity) {
+      if (!reached.insert(entity.get()).second) return;
+      if (entity->IsKind(STANDARD_TYPE(StepShape_Face))) {
+        damaged.insert(entity.get());
+        answer.PutProblem(InstanceOf(entity), "the face depends on a damaged or missing instance");
+      } else {
+        pending.push_back(entity);
+      }
+    };
+    for (int i = 1; i <= model->NbEntities(); ++i) {
+      Handle(Interface_Check) const check = model->Check(i, Standard_False);
+      if (model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed())) reach(model->Value(i));
+    }
+    if (reached.empty()) return;
+    Interface_Graph const& graph = reader.WS()->Graph();
+    while (!pending.empty()) {
+      Handle(Standard_Transient) const entity = pending.back();
+      pending.pop_back();
+      for (Interface_EntityIterator each = graph.Sharings(entity); each.More(); each.Next()) reach(each.Value());
+    }
+    for (auto const& each : entities) {
+      Handle(StepShape_ConnectedFaceSet) const shell = Handle(StepShape_ConnectedFaceSet)::DownCast(each.second);
+      if (!shell.IsNull()) RemoveFaces(*shell, damaged);
+    }
+  }
+
+  static void RemoveFaces(StepShape_ConnectedFaceSet& shell,
+                          std::unordered_set<Standard_Transient const*> const& damaged) {
+    Handle(StepShape_HArray1OfFace) const all = shell.CfsFaces();
+    if (all.IsNull()) return;
+    std::vector<Handle(StepShape_Face)> kept;
+    for (int i = all->Lower(); i <= all->Upper(); ++i) {
+      Handle(StepShape_Face) const& face = all->Value(i);
+      if (!face.IsNull() && damaged.count(face.get()) == 0) kept.push_back(face);
+    }
+    if (kept.empty() || static_cast<int>(kept.size()) == all->Length()) return;
+    Handle(StepShape_HArray1OfFace) const rest = new StepShape_HArray1OfFace(1, static_cast<int>(kept.size()));
+    for (std::size_t i = 0; i < kept.size(); ++i) rest->SetValue(static_cast<int>(i) + 1, kept[i]);
+    shell.SetCfsFaces(rest);
   }
 
   std::uint32_t FirstRepresentation(std::size_t product) const {

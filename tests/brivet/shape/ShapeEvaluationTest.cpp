@@ -220,6 +220,20 @@ TEST(ShapeEvaluationTest, ReportsFaceThatIsNotTransferred) {
   EXPECT_FALSE(evaluated[0].polylines.empty());
 }
 
+// The engine crashes if it transfers such a face.
+TEST(ShapeEvaluationTest, SkipsFaceWithMissingReference) {
+  std::vector<int> faces;
+  int solid = 0;
+  std::string text = BoxText(1000, 2, 3, 4, faces, solid);
+  std::string const placement = "AXIS2_PLACEMENT_3D('',#";
+  std::size_t const begin = text.find(placement) + placement.size();
+  text.replace(begin, text.find(',', begin) - begin, "999999");
+  Evaluated const evaluated(text + ProductText(100, "box", "#" + std::to_string(solid)));
+  EXPECT_THAT(evaluated.warnings, testing::Contains("part.stp: #" + std::to_string(faces[0]) +
+                                                    ": the face depends on a damaged or missing instance"));
+  EXPECT_EQ(evaluated[0].meshes.size(), 5U);
+}
+
 TEST(ShapeEvaluationTest, KeepsEdgesIfWorkerFails) {
   ScratchDirectory folder;
   struct Row {
