@@ -29,6 +29,7 @@
 #include "VRELHashMap.h"
 #include "VRELLogFileWrapper.h"
 #include "VRELLogger.h"
+#include "VRELOption.h"
 #include "VRELOptionToken.h"
 #include "VRELOptions.h"
 #include "VRELPolylineSet.h"
@@ -726,6 +727,62 @@ TEST(LibraryAllocationTest, FailedOptionNodeIsReleased) {
   std::size_t const used = mallinfo2().uordblks;
   for (int i = 0; i < 1000; ++i) addInVain();
   EXPECT_LT(mallinfo2().uordblks, used + 20000);
+}
+
+// Marks removed entries in memory of its own; without it the entries are moved at once.
+TEST(LibraryAllocationTest, RemovalOfCollidingKeysNeedsNoMemory) {
+  VRELHashMap<VRELString, int> map;
+  map.SetFunctions([](VRELString const&) { return 7U; }, nullptr);
+  std::vector<VRELString> keys;
+  for (int i = 0; i < 1000; ++i) keys.emplace_back("key" + std::to_string(i));
+  for (int i = 0; i < 1000; ++i) ASSERT_TRUE(map.Add(keys[static_cast<std::size_t>(i)], i));
+  for (std::size_t i = 0; i < 100; ++i) {
+    Failing const failing(1, 1000000);
+    EXPECT_TRUE(map.Remove(keys[i]));
+  }
+  for (std::size_t i = 100; i < 116; ++i) EXPECT_TRUE(map.Remove(keys[i]));
+  for (std::size_t i = 116; i < 300; ++i) {
+    Failing const failing(1, 1000000);
+    EXPECT_TRUE(map.Remove(keys[i]));
+  }
+  EXPECT_EQ(map.Size(), 700);
+  for (int i = 0; i < 1000; ++i) {
+    int value = -1;
+    EXPECT_EQ(map.Get(keys[static_cast<std::size_t>(i)], value), i >= 300);
+    EXPECT_EQ(value, i >= 300 ? i : -1);
+  }
+  EXPECT_EQ(map.FindKey(keys[300]), 7);
+  EXPECT_EQ(map.FindKey(keys[999]), 706);
+}
+
+// An option of a file is created at its first request.
+TEST(LibraryAllocationTest, FailedRequestKeepsDeferredOption) {
+  std::FILE* const stream = std::tmpfile();
+  ASSERT_NE(stream, nullptr);
+  std::fputs("A.X=text that is longer than the internal buffer of a string\n", stream);
+  std::rewind(stream);
+  VRELOptions options;
+  ASSERT_EQ(options.ReadFromFile(stream), VREL_S_OK);
+  std::fclose(stream);
+  VRELOption* option = nullptr;
+  VRELString const name(L"A.b.X");
+  int failed = 0;
+  for (long number = 1; number < 100 && option == nullptr; ++number) {
+    try {
+      Failing const failing(number);
+      options.GetOption(name, option);
+    } catch (...) {
+      ++failed;
+      option = nullptr;
+    }
+  }
+  EXPECT_GT(failed, 2);
+  ASSERT_NE(option, nullptr);
+  VRELString value;
+  EXPECT_EQ(option->GetValue(value), VREL_S_OK);
+  EXPECT_EQ(value, VRELString(L"text that is longer than the internal buffer of a string"));
+  EXPECT_EQ(option->GetName(value), VREL_S_OK);
+  EXPECT_EQ(value, VRELString(L"A.X"));
 }
 
 TEST(LibraryAllocationTest, FailedSetenvIsReported) {

@@ -141,6 +141,12 @@ class PrinterTest(unittest.TestCase):
         self.assertEqual(dict(zip(expected, answers)), expected)
 
     def test_missing_class_information_prints_hint(self):
+        # As in a build with -g, which the measurement of coverage is.
+        described = subprocess.run(
+            ["gdb", "-nx", "-batch", "-ex", "ptype VRELString", LIBRARY], capture_output=True, text=True, check=False
+        )
+        if "class VRELString" in described.stdout:
+            self.skipTest("the library has debug information about its classes")
         expected = {
             "text": f"VRELString: {HINT}",
             "drawing": "{title = <incomplete type>}",

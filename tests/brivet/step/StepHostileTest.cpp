@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
+#include <algorithm>
 #include <ctime>
 #include <fstream>
 #include <string>
@@ -95,6 +96,42 @@ TEST(StepHostileTest, PageIsAtMost24TimesInput) {
     ReadDocument document(bytes);
     EXPECT_LT(PageSize<HtmlPage>(document), 24 * static_cast<long>(bytes.size())) << targets;
   }
+}
+
+// Time for a byte of a document in which every instance refers to every other one, in relation to the time for a byte
+// of ordinary instances.
+template <class Page>
+double RelativeTimeOfReferences() {
+  auto const secondsPerByte = [](std::string const& bytes) {
+    double best = 1e9;
+    for (int run = 0; run < 3; ++run) {
+      std::clock_t const start = std::clock();
+      ReadDocument document(bytes);
+      PageSize<Page>(document);
+      best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return best / static_cast<double>(bytes.size());
+  };
+  constexpr int kInstances = 800;
+  std::string list;
+  for (int i = 1; i <= kInstances; ++i) list += (i == 1 ? "#" : ",#") + std::to_string(i);
+  std::string references;
+  for (int i = 1; i <= kInstances; ++i) references += "#" + std::to_string(i) + "=A((" + list + "));\n";
+  std::string ordinary;
+  for (int i = 1; ordinary.size() < references.size(); i += 3) {
+    std::string const point = std::to_string(i);
+    std::string const direction = std::to_string(i + 1);
+    ordinary += "#" + point + "=CARTESIAN_POINT('',(" + point + ".5,0.25,-1.E-3));\n#" + direction +
+                "=DIRECTION('',(0.,0.,1.));\n#" + std::to_string(i + 2) + "=AXIS2_PLACEMENT_3D('axis',#" + point +
+                ",#" + direction + ",$);\n";
+  }
+  return secondsPerByte(DocumentText(references)) / secondsPerByte(DocumentText(ordinary));
+}
+
+// A link needs more bytes than the reference in the document, so that such a page is longer than an ordinary one.
+TEST(StepHostileTest, ReferencesOfAllToAllTakeLinearTime) {
+  EXPECT_LE(RelativeTimeOfReferences<TextPage>(), 2);
+  EXPECT_LE(RelativeTimeOfReferences<HtmlPage>(), 4);
 }
 
 TEST(StepHostileTest, ManyAuthorsTakeLittleMemory) {

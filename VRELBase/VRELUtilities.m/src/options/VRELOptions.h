@@ -97,7 +97,8 @@ class VREL_EXPORT VRELOptions {
   VRINResult GetNext(VRELOptionToken*& node) const;
 
   // Adds the keys of a configuration file (see VRELCfgFile) that are above its first section, each by
-  // AddOptionParseValue. Keys that it refuses are skipped.
+  // AddOptionParseValue. Keys that it refuses are skipped. Most values are parsed when the option is requested for the
+  // first time, by a look-up or an enumeration.
   // Errors: VREL_E_INVALID_ARGUMENT for an empty path or a null stream; VREL_E_FILE_OPEN; VREL_E_FAIL, with nothing
   // added, if any line has a syntax error.
   VRINResult ReadFromFile(VRELString const& path);

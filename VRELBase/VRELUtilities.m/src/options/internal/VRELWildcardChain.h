@@ -48,7 +48,7 @@ class VREL_EXPORT VRELWildcardChain {
   void RemoveLevel() noexcept { --levels; }
 
   // Returns the option. The chain owns it.
-  // Errors: throws std::bad_alloc, with nothing changed.
+  // Errors: throws std::bad_alloc or VRELAllocException, with nothing changed.
   VRELOption* Option();
   // Returns whether the option was not requested yet, and is stored as bytes.
   bool IsDeferred() const noexcept { return option == nullptr; }
