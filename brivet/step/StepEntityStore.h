@@ -13,6 +13,7 @@
 
 #include "DocumentVisitor.h"
 #include "StepEntities.h"
+#include "StepHash.h"
 
 class StepInstanceText;
 class StepReferences;
@@ -226,7 +227,7 @@ class StepEntityStore final : public DocumentVisitor {
   // Ordinals by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;
-  std::unordered_map<std::string, std::uint32_t> unknownNumbers;  // of unknown types, from 1
+  std::unordered_map<std::string, std::uint32_t, SeededStringHash> unknownNumbers;  // of unknown types, from 1
   std::vector<std::string_view> unknownTypes{{}};                 // by number; 0 is for those that are not stored
   std::vector<std::vector<StepEntity>> recordLists;               // the known records of types with several
   std::uint32_t unknownType = 0;                                  // of the first record of the present instance

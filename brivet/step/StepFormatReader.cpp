@@ -253,6 +253,7 @@ VRINResult StepFormatReader::ReportChange(InputError const& error) {
 ProductModel const* StepFormatReader::GetModel(bool geometry, Progress& receiver) {
   if (model != nullptr && (hasGeometry || !geometry)) return model.get();
   if (!isOpen) return nullptr;
+  modelResult = VREL_S_OK;
   auto built = std::make_unique<ProductModel>();
   references->IndexIds();
   try {

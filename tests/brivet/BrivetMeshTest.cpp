@@ -54,7 +54,8 @@ TEST_F(BrivetMeshTest, WritesTessellatedShape) {
   EXPECT_THAT(folder.Read("plate.glb"), StartsWith("glTF"));
   EXPECT_EQ(Brivet({"plate.stp", "-write", "obj"}).exitStatus, 0);
   EXPECT_EQ(folder.Read("plate.obj"),
-            "# plate.stp by brivet\n# unit: millimetre\no plate\nv 0 0 0\nv 2 0 0\nv 0 1 0\nf 1 2 3\n");
+            "# plate.stp by brivet\n# unit: millimetre\no plate\nv 0 0 0\nv 2 0 0\nv 0 1 0\n"
+            "vn 0 0 1\nvn 0 0 1\nvn 0 0 1\nf 1//1 2//2 3//3\n");
 }
 
 TEST_F(BrivetMeshTest, RefusesDocumentWithoutShape) {

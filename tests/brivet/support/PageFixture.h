@@ -59,12 +59,13 @@ inline std::string LongDocument() {
   return DocumentText("#1=A((" + values + "1));");
 }
 
-// A document whose last instances are beyond the bytes that a reader keeps, so that they are read again from the file.
+// A document whose last instance, which is part of the product model, is beyond the bytes that a reader keeps, so that
+// it is read again from the file.
 inline std::string ChangeableText() {
-  return DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=C(#1);");
+  return DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=PRODUCT_DEFINITION('','',#1,$);");
 }
 
-// Cuts the last instances off the file of such a document.
+// Cuts the last instance off the file of such a document.
 inline void CutChangeableText(ReadDocument& document) {
   EXPECT_EQ(truncate(document.Path().c_str(), static_cast<off_t>(ChangeableText().find("#3="))), 0);
 }

@@ -122,7 +122,8 @@ TEST_F(ListingTest, ReportsFullOutputOnce) {
 
 // The window of the reader is smaller than the file, so that the model is read from the file again.
 TEST_F(ListingTest, ReportsChangedFile) {
-  std::string const bytes = DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=C(#1);");
+  std::string const bytes =
+      DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=PRODUCT_DEFINITION('','',#1,$);");
   Document& document = Read(bytes);
   ASSERT_EQ(truncate(folder.Path("a.stp").c_str(), static_cast<off_t>(bytes.find("#3="))), 0);
   testing::internal::CaptureStdout();
