@@ -29,7 +29,13 @@ BRIVET_DESCRIBE_MODULE(module) {
   json.mediaType = "application/json";
   json.writes = true;
   json.writerOptions = {
-      {"Computed", OptionDescription::Bool, "Off", "compute volumes, areas and centroids by the shape module", {}, "", ""},
+      {"Computed",
+       OptionDescription::Bool,
+       "Off",
+       "compute volumes, areas and centroids by the shape module",
+       {},
+       "",
+       ""},
   };
   module.formats = {json};
 }

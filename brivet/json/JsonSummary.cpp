@@ -450,8 +450,8 @@ VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& st
   if (described.IsFailure()) return described;
   ProductModel const none;
   bool const isComputed = ModuleOptions(request.options, "Json", ModuleOptions::Writer).GetBool("Computed", false);
-  ProductModel const* const model = isComputed ? GetEvaluatedModel(request, ShapeEvaluator::Properties)
-                                               : document.GetModel(false, *request.progress);
+  ProductModel const* const model =
+      isComputed ? GetEvaluatedModel(request, ShapeEvaluator::Properties) : document.GetModel(false, *request.progress);
   if (document.GetModelResult().IsFailure()) return document.GetModelResult();
   JsonStream out(stream);
   Summary(request, header, model != nullptr ? *model : none, out).Write();

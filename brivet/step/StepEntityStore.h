@@ -228,11 +228,11 @@ class StepEntityStore final : public DocumentVisitor {
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;
   std::unordered_map<std::string, std::uint32_t, SeededStringHash> unknownNumbers;  // of unknown types, from 1
-  std::vector<std::string_view> unknownTypes{{}};                 // by number; 0 is for those that are not stored
-  std::vector<std::vector<StepEntity>> recordLists;               // the known records of types with several
-  std::uint32_t unknownType = 0;                                  // of the first record of the present instance
-  bool isKnown = false;                                           // the present record is of a known entity
-  std::uint32_t current = 0;  // ordinal of the present instance, 0 outside of instances
+  std::vector<std::string_view> unknownTypes{{}};    // by number; 0 is for those that are not stored
+  std::vector<std::vector<StepEntity>> recordLists;  // the known records of types with several
+  std::uint32_t unknownType = 0;                     // of the first record of the present instance
+  bool isKnown = false;                              // the present record is of a known entity
+  std::uint32_t current = 0;                         // ordinal of the present instance, 0 outside of instances
   bool isFirstRecord = true;
   bool hasKnown = false;  // the present instance has a known record
 };
