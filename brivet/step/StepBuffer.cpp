@@ -87,6 +87,8 @@ VRINResult StepBuffer::SetOffset(unsigned long position) {
   if (position < begin || position > begin + filled) {
     begin = position;
     filled = 0;
+    // Nothing is loaded at the end of a file that was cut, and Block must not show the bytes of the window before.
+    std::memset(block.get(), 0, kPadding);
   }
   cursor = block.get() + (position - begin);
   UpdateLast();

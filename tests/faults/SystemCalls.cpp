@@ -91,7 +91,7 @@ class CallTracer {
     run.names.emplace_back(call->name);
     bool const canBeShort = call->transfersBytes && registers.rdx > 1;
     if (canBeShort) run.transfers.push_back(run.count);
-    if (canBeShort && call->number == SYS_read) run.reads.push_back(run.count);
+    if (canBeShort && (call->number == SYS_read || call->number == SYS_pread64)) run.reads.push_back(run.count);
     bool const isSelected =
         run.count == fault.number || (fault.isPermanent && run.hasOccurred && run.failedCall == call->name);
     if (!isSelected) return;

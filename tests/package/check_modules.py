@@ -72,7 +72,8 @@ class StlTest(unittest.TestCase):
         write("plate.stl", TRIANGLE)
         write("recognised.txt", TRIANGLE)
         for name in ["plate.stl", "recognised.txt"]:
-            brivet(name, "plate.html", "-set", "Unit=cm", "-set", "Stl.*.Reader.Product=cover", path=path)
+            brivet(name, "plate.html", "-set", "Unit=cm", "-set", "Stl.*.Reader.Product=cover",
+                   "-set", "Html.*.Writer.Plain=On", path=path)
             page = (SCRATCH / "plate.html").read_text(encoding="utf-8")
             self.assertIn("cover", page)
             self.assertIn("25.", page)

@@ -91,7 +91,7 @@ class BootstrapTest(unittest.TestCase):
         return self.calls.read_text().splitlines()
 
     def test_does_nothing_if_all_are_installed(self):
-        expected = (["script/bootstrap: all 16 packages are installed"], [], 0)
+        expected = (["script/bootstrap: all 19 packages are installed"], [], 0)
         self.assertEqual(self.bootstrap(missing="chromium", root=False), expected)
         self.assertEqual(self.called(), [])
 

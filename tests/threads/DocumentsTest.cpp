@@ -51,7 +51,12 @@ std::string Translate(BrivetOpenFunction* open, BrivetWriteFunction* write) {
   StringStream stream;
   VRELOptions options;
   Progress progress;
-  BrivetWriteRequest output{request.document, &stream, &options, &progress, "bracket"};
+  BrivetWriteRequest output;
+  output.document = request.document;
+  output.stream = &stream;
+  output.options = &options;
+  output.progress = &progress;
+  output.title = "bracket";
   write(output);
   EXPECT_TRUE(output.result.IsSuccess()) << output.result.GetMessage();
   return stream.text;

@@ -120,16 +120,19 @@ TEST_F(ListingTest, ReportsFullOutputOnce) {
   EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"cannot write to standard output: No space left on device"}));
 }
 
-// The window of the reader is smaller than the file, so that the model is read from the file again.
+// The window of the reader is smaller than the comments, so that the model is read from the file again.
 TEST_F(ListingTest, ReportsChangedFile) {
+  std::string const comment = "/*" + std::string(5U << 20U, ' ') + "*/";
   std::string const bytes =
-      DocumentText("#1=A();" + ("/*" + std::string(5U << 20U, ' ') + "*/") + "#3=PRODUCT_DEFINITION('','',#1,$);");
+      DocumentText("#1=A();" + comment + "#3=PRODUCT_DEFINITION('','',#1,$);" + comment + "#4=A();");
   Document& document = Read(bytes);
   ASSERT_EQ(truncate(folder.Path("a.stp").c_str(), static_cast<off_t>(bytes.find("#3="))), 0);
   testing::internal::CaptureStdout();
-  EXPECT_EQ(PrintListing(document, progress), VREL_E_INVALID_FILE);
-  EXPECT_EQ(PrintDocumentSummary(document, progress), VREL_E_INVALID_FILE);
+  VRINResult const listed = PrintListing(document, progress);
+  VRINResult const summarized = PrintDocumentSummary(document, progress);
   testing::internal::GetCapturedStdout();
+  EXPECT_EQ(listed, VREL_E_INVALID_FILE);
+  EXPECT_EQ(summarized, VREL_E_INVALID_FILE);
 }
 
 // A summary fits on a screen of 24 lines, however large the assembly is.

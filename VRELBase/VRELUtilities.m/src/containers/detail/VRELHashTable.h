@@ -391,8 +391,9 @@ class VRELHashTable {
     int different = 0;
     int const slots = where.occupied.size();
     for (int i = 0; i < kSampledKeys; ++i) {
-      int const slot = static_cast<int>((static_cast<unsigned int>(first) + kSuspectRun / kSampledKeys * i) %
-                                        static_cast<unsigned int>(slots));
+      int const slot = static_cast<int>(
+          (static_cast<unsigned int>(first) + static_cast<unsigned int>(kSuspectRun / kSampledKeys * i)) %
+          static_cast<unsigned int>(slots));
       int const home = HomeIn(where, GetHashCode(where.keys[slot]));
       bool isKnown = false;
       for (int other = 0; other < different; ++other) isKnown = isKnown || homes[other] == home;
