@@ -59,7 +59,8 @@ void HtmlPage::PutDefinition(Id const& id) {
   if (!anchor.empty()) PutMarkup("</a>");
 }
 
-void HtmlPage::PutReference(Id const& id) {
+void HtmlPage::PutReference(std::string_view before, Id const& id) {
+  Put(before);
   Flush();
   if (id.fits()) {
     formatter << formatter.refer(static_cast<long>(id.number));

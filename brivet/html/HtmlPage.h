@@ -20,7 +20,7 @@ class HtmlPage final : public PageWriter {
   void Put(std::string_view utf8) override;
   void EndLine() override;
   void PutDefinition(Id const& id) override;
-  void PutReference(Id const& id) override;
+  void PutReference(std::string_view before, Id const& id) override;
   void PutTitle(std::string_view title) override;
   void PutHeading(std::string_view heading) override;
   void BeginTable() override { PutMarkup("<TABLE>\n"); }

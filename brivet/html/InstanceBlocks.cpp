@@ -1,6 +1,8 @@
 #include "InstanceBlocks.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstddef>
 
 #include "BrivetModule.h"
 #include "DataElements.h"
@@ -85,10 +87,14 @@ void InstanceBlocks::BeginReferrers() {
   inReferrers = true;
 }
 
-void InstanceBlocks::PutNumber(char mark, std::int64_t number) {
+void InstanceBlocks::PutNumber(std::string_view before, char mark, std::int64_t number) {
   char digits[24];
-  block += mark;
-  block.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+  char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+  std::size_t const size = block.size();
+  block.resize(size + before.size() + 1 + static_cast<std::size_t>(end - digits));
+  char* at = std::copy(before.begin(), before.end(), &block[size]);
+  *at++ = mark;
+  std::copy(digits, end, at);
 }
 
 void InstanceBlocks::PutFar(char mark, Id const& id) {
@@ -106,18 +112,20 @@ void InstanceBlocks::PutDefinition(Id const& id) {
     return;
   }
   own = id.number;
-  PutNumber(kDefinition, own - previous);
+  PutNumber("", kDefinition, own - previous);
   previous = own;
   if (low < 0 || own < low) low = own;
   if (own > high) high = own;
 }
 
-void InstanceBlocks::PutReference(Id const& id) {
+void InstanceBlocks::PutReference(std::string_view before, Id const& id) {
+  if (!inItem) BeginItem(kLine);
   SplitLongItem();
   if (!id.fits() || id.number > kLargestNumber) {
+    block += before;
     PutFar(kFarReference, id);
   } else {
-    PutNumber(kReference, own - id.number);
+    PutNumber(before, kReference, own - id.number);
   }
 }
 

@@ -16,12 +16,14 @@ class DataElements;
 // A block is a sequence of items in UTF-8. Control bytes mark what is not text; the text itself contains none, because
 // strings of documents are escaped. Ids are stored as differences, which compress well:
 //
-//   01 TEXT        instance                          02 TEXT   line that is no instance: a section's parameters, an
-//   entry 03 TEXT        heading of a section              08        the referrers of the instance follow 04 NUMBER
-//   definition, the difference to the definition before, which is 0 at the beginning of a block 05 NUMBER reference,
-//   the number of the present instance minus the target 06 ORDINAL:DIGITS;  definition with an id beyond 2^53 - 1, with
-//   the position of the instance in the document 07 ORDINAL:DIGITS;  reference to such an instance; DIGITS as they are
-//   shown, cut if they are very many
+// - 01 TEXT: instance
+// - 02 TEXT: line that is no instance: the parameters of a section, an entry
+// - 03 TEXT: heading of a section
+// - 08: the referrers of the instance follow
+// - 04 NUMBER: definition, the difference to the definition before, which is 0 at the beginning of a block
+// - 05 NUMBER: reference, the number of the present instance minus the target
+// - 06 ORDINAL:DIGITS; definition with an id beyond 2^53 - 1, with the position of the instance in the document
+// - 07 ORDINAL:DIGITS; reference to such an instance; DIGITS as they are shown, cut if they are very many
 //
 // The attributes of an element are the index of its block: data-items, the number of items that begin in it;
 // data-first, the position in the document of the first instance that begins in it, from 1; data-low and data-high, the
@@ -56,7 +58,7 @@ class InstanceBlocks final : public PageWriter {
   void Put(std::string_view utf8) override;
   void EndLine() override;
   void PutDefinition(Id const& id) override;
-  void PutReference(Id const& id) override;
+  void PutReference(std::string_view before, Id const& id) override;
   void PutHeading(std::string_view heading) override;
   void BeginReferrers() override;
   void EndReferrers() override {}
@@ -69,7 +71,7 @@ class InstanceBlocks final : public PageWriter {
 
   void BeginItem(char kind);
   void EndItem() { inItem = false; }
-  void PutNumber(char mark, std::int64_t number);
+  void PutNumber(std::string_view before, char mark, std::int64_t number);
   void PutFar(char mark, Id const& id);
   void SplitLongItem();
   void Flush();

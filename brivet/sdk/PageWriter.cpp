@@ -195,10 +195,12 @@ void PageWriter::Binary(std::string_view digits) {
 }
 
 void PageWriter::Reference(Id const& target, bool defined) {
-  PutValue("#");
+  char const* const before = isFirst ? "#" : ", #";
+  isFirst = false;
   if (defined) {
-    PutReference(target);
+    PutReference(before, target);
   } else {
+    Put(before);
     Put(ShownDigits(target));
   }
 }
@@ -241,9 +243,8 @@ void PageWriter::Referrer(Id const& source) {
     EndRecords();
     BeginReferrers();
   }
-  Put(hasReferrers ? " #" : "#");
+  PutReference(hasReferrers ? " #" : "#", source);
   hasReferrers = true;
-  PutReference(source);
 }
 
 void PageWriter::BeginOtherSection(std::string_view keyword) {

@@ -62,9 +62,10 @@ class PageWriter : public DocumentVisitor {
   // Puts UTF-8 text. A line may be put in any number of calls.
   virtual void Put(std::string_view utf8) = 0;
   virtual void EndLine() = 0;
-  // Put the id of an instance where it is defined, and where something refers to it.
+  // Puts the id of an instance where it is defined.
   virtual void PutDefinition(Id const& id) = 0;
-  virtual void PutReference(Id const& id) = 0;
+  // Puts the text before a reference, such as ", #", and the id of the instance that it leads to.
+  virtual void PutReference(std::string_view before, Id const& id) = 0;
   virtual void PutTitle(std::string_view title) = 0;
   virtual void PutHeading(std::string_view heading) = 0;
   // Tables of two columns: BeginTable, rows, EndTable. A row with an empty key is a heading.

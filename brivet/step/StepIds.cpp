@@ -5,6 +5,7 @@
 #include "StepIds.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include "StepHash.h"
@@ -34,7 +35,12 @@ void StepIds::Add(std::uint64_t number) {
 
 DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits, std::size_t limit) const {
   bool const fits = number < kOffsetMark;
-  digits = fits ? std::to_string(number) : digitsAt(number & ~kOffsetMark, limit);
+  if (fits) {
+    char buffer[24];
+    digits.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
+  } else {
+    digits = digitsAt(number & ~kOffsetMark, limit);
+  }
   DocumentVisitor::Id id;
   id.digits = digits;
   if (fits) id.number = static_cast<std::int64_t>(number);

@@ -20,7 +20,10 @@ class TextPage final : public PageWriter {
   void Put(std::string_view utf8) override;
   void EndLine() override;
   void PutDefinition(Id const& id) override { pending += ShownDigits(id); }
-  void PutReference(Id const& id) override { pending += ShownDigits(id); }
+  void PutReference(std::string_view before, Id const& id) override {
+    Put(before);
+    pending += ShownDigits(id);
+  }
   void PutTitle(std::string_view title) override;
   void PutHeading(std::string_view heading) override;
   void BeginTable() override {}
