@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "Diagnostics.h"
 #include "DocumentVisitor.h"
@@ -207,4 +208,35 @@ VRINResult StlDocument::Describe(DocumentVisitor& visitor, Progress& receiver, b
   }
   visitor.EndSection();
   return VREL_S_OK;
+}
+
+ProductModel const* StlDocument::GetModel(bool geometry, Progress& /*receiver*/) {
+  model = ProductModel();
+  model.units.emplace_back();
+  model.units[0].lengthName = "millimetre";
+  model.units[0].metres = 0.001;
+  ModelMesh mesh;
+  mesh.instance = "#1";
+  model.products.emplace_back();
+  ModelProduct& solid = model.products[0];
+  solid.instance = "#1";
+  solid.definition = "#1";
+  solid.name = product;
+  solid.shapes = {"#1"};
+  solid.units = 0;
+  for (Facet const& facet : facets) {
+    Gk_ErrMgr::checkAbort();
+    for (std::size_t corner = 3; corner < 12; corner += 3) {
+      double const point[3] = {facet[corner] * scale, facet[corner + 1] * scale, facet[corner + 2] * scale};
+      solid.extent.Extend(point);
+      if (!geometry) continue;
+      mesh.triangles.push_back(static_cast<std::uint32_t>(mesh.points.size() / 3));
+      mesh.points.insert(mesh.points.end(), point, point + 3);
+    }
+  }
+  if (geometry) solid.meshes.push_back(std::move(mesh));
+  model.extent = solid.extent;
+  model.extentUnits = 0;
+  model.roots = {0};
+  return &model;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Document.h"
+#include "ProductModel.h"
 
 class VRELOptions;
 
@@ -32,6 +33,8 @@ class StlDocument final : public Document {
   }
   VRINResult DescribeHeader(DocumentVisitor& visitor) override;
   VRINResult Describe(DocumentVisitor& visitor, Progress& receiver, bool referrers) override;
+  // One product with one mesh.
+  ProductModel const* GetModel(bool geometry, Progress& receiver) override;
 
  private:
   using Facet = std::array<float, 12>;  // the normal and three corners
@@ -46,5 +49,6 @@ class StlDocument final : public Document {
   std::string product;
   double scale = 1;  // millimetres in a unit of the file
   std::vector<Facet> facets;
+  ProductModel model;
   bool isRead = false;
 };

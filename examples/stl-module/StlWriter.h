@@ -5,7 +5,7 @@
 
 struct BrivetWriteRequest;
 
-// Writes the FACET instances of a document, in the form that StlDocument describes.
+// Writes the triangles of a document's product model in millimetres, with all components in their places.
 //
-// Errors: VREL_E_NOT_SUPPORTED after a report, if the document has none; VREL_E_FILE_SAVE.
+// Errors: VREL_E_NOT_SUPPORTED after a report, if there are none; VREL_E_FILE_SAVE; those of Document::GetModelResult.
 VRINResult WriteStl(BrivetWriteRequest& request);

@@ -87,7 +87,10 @@ class StlTest(unittest.TestCase):
         self.assertIn("bad.stl:2: expected a number, found 'one'", brivet("bad.stl", path=path, expected=21))
         self.assertIn("no ISO 10303-21 schema", brivet("plate.stl", "plate.stp", path=path, expected=4))
         self.assertFalse((SCRATCH / "plate.stp").exists())
-        self.assertIn("no facets", brivet(BRACKET, "bracket.stl", path=path, expected=4))
+        self.assertIn("no triangles", brivet(BRACKET, "bracket.stl", path=path, expected=4))
+        # The assembly has two knobs with faces of 264 and 24 triangles.
+        brivet(ROOT / "examples/assembly.stp", "knobs.stl", "-set", "Binary=On", path=path)
+        self.assertEqual((SCRATCH / "knobs.stl").stat().st_size, 84 + 50 * 2 * (264 + 24))
         write("options.cfg", "# options\nStl.*.Reader.Unit = yard\n")
         error = "options.cfg:2: error: option 'Stl.*.Reader.Unit': expected one of mm, cm, m, inch, found 'yard'"
         self.assertIn(error, brivet("nosuch.stl", "-options", "options.cfg", path=path, expected=1))

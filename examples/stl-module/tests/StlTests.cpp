@@ -9,7 +9,10 @@
 #include "InputError.h"
 #include "Progress.h"
 #include "StlDocument.h"
+#include "StlWriter.h"
 #include "VRELFileHandle.h"
+#include "VRELOptions.h"
+#include "VRELOutputStream.h"
 
 namespace {
 
@@ -48,6 +51,40 @@ std::string Binary(unsigned count, unsigned present) {
   return bytes.append(present * 50, '\0');
 }
 
+// Stream that keeps all bytes.
+class Bytes final : public VRELOutputStream {
+ public:
+  int write(char const* buffer, int count) override {
+    text.append(buffer, static_cast<std::size_t>(count));
+    return count;
+  }
+  void flush() override {}
+  void close() override {}
+
+  std::string text;
+};
+
+// Reads a document, and returns what the writer makes of its product model.
+std::string Written(std::string const& bytes, bool isBinary) {
+  std::ofstream("test.stl", std::ios::binary) << bytes;
+  VRELFileHandle const file(new VRELFile("test.stl"));
+  StlDocument document(file, "test.stl", nullptr);
+  CHECK(document.Open().IsSuccess());
+  document.PreprocessData();
+  VRELOptions options;
+  options.AddOption(VRELString("Stl.*.Writer.Binary"), isBinary);
+  Progress progress;
+  Bytes stream;
+  BrivetWriteRequest request;
+  request.document = &document;
+  request.stream = &stream;
+  request.options = &options;
+  request.progress = &progress;
+  request.title = "plate";
+  CHECK(WriteStl(request).IsSuccess());
+  return stream.text;
+}
+
 void TestBadAscii(std::string const& bytes, long line) {
   long facets = 0;
   try {
@@ -65,6 +102,12 @@ int main() {
   CHECK(Read(kTriangle, facets).empty() && facets == 1);
   CHECK(Read(Binary(3, 3), facets).empty() && facets == 3);
   CHECK(Read(Binary(3, 2), facets).empty() && facets == 2);
+  // The normal is that of the corners, which are counterclockwise.
+  CHECK(Written(kTriangle, false) ==
+        "solid plate\nfacet normal 0. 0. 1.\n outer loop\n  vertex 0. 0. 0.\n  vertex 1. 0. 0.\n  vertex 0. 2.5 0.\n"
+        " endloop\nendfacet\nendsolid plate\n");
+  CHECK(Written(kTriangle, true).size() == 84 + 50);
+  CHECK(Written(Written(kTriangle, true), false) == Written(kTriangle, false));
   TestBadAscii("solid a\nfacet normal 0 0 one\n", 2);
   TestBadAscii("solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0\nendloop", 6);
   TestBadAscii("solid a\n", 2);
