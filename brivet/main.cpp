@@ -122,7 +122,7 @@ class ReportFile {
 // Runs a translation and returns its result, which is final once the output is in place.
 VRINResult Run(Translation& translation, Job const& job) {
   VRINResult const result = translation.Run();
-  return translation.IsCommitted() ? result : CatchAsResult(job.ShownInput(), [&result] { return result; });
+  return translation.IsCommitted() ? result : CatchAsResult(job.InputDisplayName(), [&result] { return result; });
 }
 
 RunReport Translate(CommandLine const& line, OptionSet& options) {

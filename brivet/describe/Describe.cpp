@@ -33,7 +33,7 @@ ModuleDescription Describe(std::string const& path) {
   }
   ModuleDescription description;
   reinterpret_cast<BrivetDescribeFunction*>(FindFunction(module, BRIVET_DESCRIBE, kHint))(description);
-  std::string const fault = description.WhyInvalid();
+  std::string const fault = description.InvalidReason();
   if (!fault.empty()) throw std::runtime_error("invalid description: " + fault);
   std::string const name = "lib" + description.name + ".so";
   if (file.substr(file.rfind('/') + 1) != name) {

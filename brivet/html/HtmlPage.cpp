@@ -55,7 +55,7 @@ void HtmlPage::PutDefinition(Id const& id) {
   }
   std::string const anchor = AnchorOf(id);
   if (!anchor.empty()) PutMarkup("<a name= \"" + anchor + "\">");
-  Put(ShownDigits(id));
+  Put(DisplayDigits(id));
   if (!anchor.empty()) PutMarkup("</a>");
 }
 
@@ -68,7 +68,7 @@ void HtmlPage::PutReference(std::string_view before, Id const& id) {
   }
   std::string const anchor = AnchorOf(id);
   if (!anchor.empty()) PutMarkup("<a href=\"#" + anchor + "\">");
-  Put(ShownDigits(id));
+  Put(DisplayDigits(id));
   if (!anchor.empty()) PutMarkup("</a>");
 }
 

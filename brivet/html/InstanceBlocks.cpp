@@ -101,7 +101,7 @@ void InstanceBlocks::PutFar(char mark, Id const& id) {
   block += mark;
   block += std::to_string(id.ordinal);
   block += ':';
-  block += ShownDigits(id);
+  block += DisplayDigits(id);
   block += ';';
 }
 

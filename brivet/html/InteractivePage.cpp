@@ -30,7 +30,7 @@ VRINResult InteractivePage::WritePage(BrivetWriteRequest& request) {
 }
 
 void InteractivePage::WriteHead() {
-  std::string const shown = PageSummary::Shown(title);
+  std::string const shown = PageSummary::DisplayText(title);
   std::string scripts = "'" + std::string(PageAssets::kScriptHash) + "'";
   if (!PageAssets::kThreeHash.empty()) scripts += " '" + std::string(PageAssets::kThreeHash) + "'";
   Put("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"

@@ -48,7 +48,7 @@ class Rows {
     markup.append("<div><dt>")
         .append(key)
         .append("</dt><dd>")
-        .append(PageSummary::Shown(value))
+        .append(PageSummary::DisplayText(value))
         .append("</dd></div>\n");
   }
   void Add(char const* key, std::optional<std::string> const& value) { Add(key, std::string_view(value.value_or(""))); }
@@ -96,7 +96,7 @@ std::string LostParts(Document& document) {
       "<p><strong>Incomplete.</strong> Parts of the document could not be read and are not part of this "
       "page.</p>\n<ul>\n";
   for (std::size_t i = 0; i < losses.size() && i < kLosses; ++i) {
-    markup += "<li>" + LinesOf(losses[i]) + ": " + PageSummary::Shown(DescriptionOf(losses[i])) + "</li>\n";
+    markup += "<li>" + LinesOf(losses[i]) + ": " + PageSummary::DisplayText(DescriptionOf(losses[i])) + "</li>\n";
   }
   if (losses.size() > kLosses) markup += "<li>" + std::to_string(losses.size()) + " losses in all</li>\n";
   return markup + "</ul>\n";
@@ -104,7 +104,7 @@ std::string LostParts(Document& document) {
 
 }  // namespace
 
-std::string PageSummary::Shown(std::string_view utf8) {
+std::string PageSummary::DisplayText(std::string_view utf8) {
   std::string_view const cut = CutUtf8(utf8, kLongestValue);
   std::string escaped;
   AppendEscapingControls(escaped, cut);
@@ -119,7 +119,7 @@ std::string PageSummary::Summary(Document& document, ProductModel const* model,
   std::string const lost = LostParts(document);
   if (!lost.empty() || !leftOut.empty()) {
     markup += "<div class=\"banner\" role=\"note\">\n" + lost;
-    for (std::string const& sentence : leftOut) markup += "<p>" + Shown(sentence) + "</p>\n";
+    for (std::string const& sentence : leftOut) markup += "<p>" + DisplayText(sentence) + "</p>\n";
     markup += "</div>\n";
   }
   HeaderRecords header;
@@ -155,9 +155,10 @@ std::string PageSummary::Header(Document& document) {
     VRELString text;
     value.GetValue(text);
     if (isRow) {
-      markup += "<tr><th scope=\"row\">" + Shown(key.toUtf8()) + "</th><td>" + Shown(text.toUtf8()) + "</td></tr>\n";
+      markup += "<tr><th scope=\"row\">" + DisplayText(key.toUtf8()) + "</th><td>" + DisplayText(text.toUtf8()) +
+                "</td></tr>\n";
     } else if (!text.toUtf8().empty()) {
-      markup += "<tr><th scope=\"rowgroup\" colspan=\"2\">" + Shown(text.toUtf8()) + "</th></tr>\n";
+      markup += "<tr><th scope=\"rowgroup\" colspan=\"2\">" + DisplayText(text.toUtf8()) + "</th></tr>\n";
     }
   }
   if (count > kHeaderRows) {

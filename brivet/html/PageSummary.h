@@ -19,5 +19,5 @@ class PageSummary {
   // Returns the rows of the header, as markup; empty if it has none.
   static std::string Header(Document& document);
   // Returns a string as pages show it: with controls escaped, as HTML, cut at kLongestValue.
-  static std::string Shown(std::string_view utf8);
+  static std::string DisplayText(std::string_view utf8);
 };

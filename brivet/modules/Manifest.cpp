@@ -143,7 +143,7 @@ Manifest Manifest::Parse(std::string bytes, std::string const& name) {
     if (bytes.empty()) throw Problem{"damaged manifest: empty"};
     manifest.module = ManifestParser(bytes).Parse();
     if (manifest.module.name != name) throw Problem{"the manifest is of module '" + manifest.module.name + "'"};
-    if (manifest.module.sdkVersion == BRIVET_SDK_VERSION) manifest.problem = manifest.module.WhyInvalid();
+    if (manifest.module.sdkVersion == BRIVET_SDK_VERSION) manifest.problem = manifest.module.InvalidReason();
   } catch (Problem const& problem) {
     manifest.problem = problem.text;
   }

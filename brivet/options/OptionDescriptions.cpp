@@ -130,7 +130,7 @@ std::string WhyInvalidValue(VRELString const& name, VRELString const& value) {
   std::string first;
   for (DeclaredOption const& each : DeclaredOptions()) {
     if (!Names(tokens, each)) continue;
-    std::string reason = each.option->WhyInvalid(value.toUtf8());
+    std::string reason = each.option->InvalidReason(value.toUtf8());
     if (reason.empty()) return "";
     if (first.empty()) first = reason;
   }
@@ -142,7 +142,7 @@ std::string WhyInvalidValue(VRELString const& name, VRELString const& value, std
   std::vector<std::string> const tokens = TokensOf(name);
   for (DeclaredOption const& each : DeclaredOptions()) {
     if (!Names(tokens, each) || !IsUsed(each, source, target)) continue;
-    std::string reason = each.option->WhyInvalid(value.toUtf8());
+    std::string reason = each.option->InvalidReason(value.toUtf8());
     if (!reason.empty()) return reason;
   }
   return "";

@@ -128,7 +128,7 @@ std::string WhyInvalidOption(OptionDescription const& option) {
   for (std::string const& each : {option.minimum, option.maximum}) {
     if (!each.empty() && !ParseDouble(each, bound)) return name + ": the range is not of numbers";
   }
-  std::string const fault = option.defaultValue.empty() ? "" : option.WhyInvalid(option.defaultValue);
+  std::string const fault = option.defaultValue.empty() ? "" : option.InvalidReason(option.defaultValue);
   return fault.empty() ? "" : name + ": default: " + fault;
 }
 
@@ -191,7 +191,7 @@ bool FindOptionType(std::string_view name, OptionDescription::Type& type) {
   return false;
 }
 
-std::string OptionDescription::WhyInvalid(std::string_view value) const {
+std::string OptionDescription::InvalidReason(std::string_view value) const {
   std::string const expected = Expected(*this, WithoutQuotes(value));
   return expected.empty() ? "" : "expected " + expected + ", found " + Quote(value);
 }
@@ -212,7 +212,7 @@ FormatDescription const* ModuleDescription::Find(std::string_view formatName) co
   return found == formats.end() ? nullptr : &*found;
 }
 
-std::string ModuleDescription::WhyInvalid() const {
+std::string ModuleDescription::InvalidReason() const {
   if (!IsName(name, "-_", true, kNameLimit)) {
     return "the name of the module is not of at most 55 letters, digits, '-' and '_'";
   }

@@ -39,7 +39,7 @@ struct OptionDescription {
 
   // Returns why a value does not have the type or is out of range: "expected a number from 0 to 9, found 'a'"; empty if
   // it is valid. `value` is as in an options file: quotes at its ends are not part of it.
-  std::string WhyInvalid(std::string_view value) const;
+  std::string InvalidReason(std::string_view value) const;
 };
 
 // Returns "bool", "int", "double", "string" or "choice".
@@ -86,7 +86,7 @@ struct ModuleDescription {
   // Returns the format of that name, or null.
   FormatDescription const* Find(std::string_view formatName) const;
   // Returns which rule above the description breaks: "two formats have the name 'stl'"; empty for none.
-  std::string WhyInvalid() const;
+  std::string InvalidReason() const;
 };
 
 #define BRIVET_SDK_VERSION_FUNCTION "BrivetSdkVersion"

@@ -35,7 +35,7 @@ std::string DescriptionOf(Loss const& loss) {
 
 }  // namespace
 
-std::string PageWriter::ShownDigits(Id const& id) {
+std::string PageWriter::DisplayDigits(Id const& id) {
   if (id.digits.size() <= kMaxDigits) return std::string(id.digits);
   return std::string(id.digits.substr(0, kCutDigits)) + "...";
 }
@@ -201,7 +201,7 @@ void PageWriter::Reference(Id const& target, bool defined) {
     PutReference(before, target);
   } else {
     Put(before);
-    Put(ShownDigits(target));
+    Put(DisplayDigits(target));
   }
 }
 

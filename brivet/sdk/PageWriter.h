@@ -57,7 +57,7 @@ class PageWriter : public DocumentVisitor {
   static constexpr std::size_t kBlockSize = 65536;
 
   // Returns the digits of an id as they are shown.
-  static std::string ShownDigits(Id const& id);
+  static std::string DisplayDigits(Id const& id);
 
   // Puts UTF-8 text. A line may be put in any number of calls.
   virtual void Put(std::string_view utf8) = 0;

@@ -42,7 +42,7 @@ class ShapeAnswer {
   // Returns whether the answer ended as it must.
   bool IsComplete() const noexcept { return isComplete && pending.empty() && problem.empty(); }
   // Returns why the answer is invalid; empty if it is not.
-  std::string const& WhyInvalid() const noexcept { return problem; }
+  std::string const& InvalidReason() const noexcept { return problem; }
 
   std::vector<Product>& Products() noexcept { return products; }
   std::vector<Problem> const& Problems() const noexcept { return problems; }

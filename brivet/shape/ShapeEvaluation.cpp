@@ -77,7 +77,7 @@ void ShapeEvaluation::Run(ShapeSettings const& settings) {
   ShapeProcess::Outcome const outcome =
       ShapeProcess::Run(settings.worker, documentPath, request, settings.limits,
                         [&answer](std::string_view bytes) { return answer.Add(bytes); });
-  if (answer.WhyInvalid().empty()) {
+  if (answer.InvalidReason().empty()) {
     ReportProblems(answer);
     Apply(answer);
   }
@@ -161,7 +161,7 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
       reason = "the shape worker needs more than " + std::to_string(settings.limits.seconds) + " seconds";
       break;
     case ShapeProcess::Refused:
-      reason = "the shape worker is not usable: " + answer.WhyInvalid();
+      reason = "the shape worker is not usable: " + answer.InvalidReason();
       break;
     case ShapeProcess::NotStarted:
       reason = "cannot start the shape worker: " + std::string(std::strerror(outcome.number));

@@ -19,10 +19,10 @@ class TextPage final : public PageWriter {
  private:
   void Put(std::string_view utf8) override;
   void EndLine() override;
-  void PutDefinition(Id const& id) override { pending += ShownDigits(id); }
+  void PutDefinition(Id const& id) override { pending += DisplayDigits(id); }
   void PutReference(std::string_view before, Id const& id) override {
     Put(before);
-    pending += ShownDigits(id);
+    pending += DisplayDigits(id);
   }
   void PutTitle(std::string_view title) override;
   void PutHeading(std::string_view heading) override;

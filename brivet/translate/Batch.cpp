@@ -119,7 +119,7 @@ class Batch::Loop {
       if (isAborted && Clock::now() > deadline) KillAll();
     }
     bar.Hide();
-    if (isAborted) Complain("interrupted");
+    if (isAborted) ReportFailure("interrupted");
     WriteReports(true);
     return Status();
   }
@@ -161,7 +161,7 @@ class Batch::Loop {
     }
     if (worker.process < 0) {
       Close(worker);
-      Complain("cannot start a process for " + QuoteName(batch.items[item].input) + ": " + std::strerror(error));
+      ReportFailure("cannot start a process for " + QuoteName(batch.items[item].input) + ": " + std::strerror(error));
       Finish(worker, kCrashStatus);
       return;
     }
@@ -211,7 +211,7 @@ class Batch::Loop {
     poll(polled.data(), polled.size(), kPollMilliseconds);
     for (std::size_t i = 0; i < workers.size();) {
       for (std::size_t channel = 0; channel < ChannelCount; ++channel) Read(workers[i], channel, polled);
-      if (!IsAtEnd(workers[i]) || !Reap(workers[i])) {
+      if (!IsAtEnd(workers[i]) || !CollectWorker(workers[i])) {
         ++i;
         continue;
       }
@@ -239,7 +239,7 @@ class Batch::Loop {
   }
 
   // Returns false if the process still runs.
-  bool Reap(Worker& worker) {
+  bool CollectWorker(Worker& worker) {
     int status = 0;
     pid_t const ended = waitpid(worker.process, &status, WNOHANG);
     if (ended == 0 || (ended < 0 && errno == EINTR)) {
@@ -250,14 +250,14 @@ class Batch::Loop {
     int exitStatus = kCrashStatus;
     if (ended == worker.process && WIFEXITED(status)) exitStatus = WEXITSTATUS(status);
     if (exitStatus == kExecFailure) {
-      Complain("cannot start a process for " + QuoteName(batch.items[worker.item].input));
+      ReportFailure("cannot start a process for " + QuoteName(batch.items[worker.item].input));
       exitStatus = kCrashStatus;
     }
     if (ended == worker.process && WIFSIGNALED(status)) {
       exitStatus = isAborted ? kAbortedStatus : kCrashStatus;
       if (!isAborted) {
-        Complain("the process for " + QuoteName(batch.items[worker.item].input) + " was ended by signal " +
-                 std::to_string(WTERMSIG(status)) + " (" + strsignal(WTERMSIG(status)) + ")");
+        ReportFailure("the process for " + QuoteName(batch.items[worker.item].input) + " was ended by signal " +
+                      std::to_string(WTERMSIG(status)) + " (" + strsignal(WTERMSIG(status)) + ")");
       }
     }
     Finish(worker, exitStatus);
@@ -304,7 +304,7 @@ class Batch::Loop {
     text.erase(0, end);
   }
 
-  void Complain(std::string const& problem) {
+  void ReportFailure(std::string const& problem) {
     bar.Hide();
     ReportProblem(problem);
   }

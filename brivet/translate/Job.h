@@ -21,8 +21,8 @@ struct Job {
   bool isSynchronized = true;                 // the output is synchronized with the disk
 
   // Return the names for messages and logs, with control characters escaped.
-  std::string ShownInput() const { return input == "-" ? "standard input" : Escaped(input); }
-  std::string ShownOutput() const { return output == "-" ? "standard output" : Escaped(output); }
+  std::string InputDisplayName() const { return input == "-" ? "standard input" : Escaped(input); }
+  std::string OutputDisplayName() const { return output == "-" ? "standard output" : Escaped(output); }
 
  private:
   static std::string Escaped(std::string const& name) {

@@ -39,7 +39,7 @@ bool IsInUse(struct stat const& log, Names const& files) {
 }
 
 // Returns why a file must not be overwritten by a log; empty if it may.
-std::string WhyNotLog(struct stat const& status) {
+std::string LogObstacle(struct stat const& status) {
   if (S_ISLNK(status.st_mode)) return "it is a symbolic link";
   if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
   if (!S_ISREG(status.st_mode)) return "it is not a regular file";
@@ -69,13 +69,13 @@ LogFile Open(std::string const& path) {
   if (errno != EEXIST) return Refuse(file, std::strerror(errno));
   struct stat status;
   if (lstat(path.c_str(), &status) == 0) {
-    std::string const obstacle = WhyNotLog(status);
+    std::string const obstacle = LogObstacle(status);
     if (!obstacle.empty()) return Refuse(file, obstacle);
   }
   file.descriptor = open(path.c_str(), kFlags);
   if (file.descriptor < 0) return Refuse(file, std::strerror(errno));
   // Again for what is open: the name may refer to another file since lstat.
-  std::string const obstacle = fstat(file.descriptor, &status) == 0 ? WhyNotLog(status) : std::strerror(errno);
+  std::string const obstacle = fstat(file.descriptor, &status) == 0 ? LogObstacle(status) : std::strerror(errno);
   return obstacle.empty() ? file : Refuse(file, obstacle);
 }
 
@@ -112,6 +112,6 @@ RunLog::RunLog(std::string const& path, Names const& filesOfRun) {
 
 void RunLog::RemoveOld(std::string const& path, Names const& filesOfRun) {
   struct stat status;
-  if (lstat(path.c_str(), &status) != 0 || !WhyNotLog(status).empty() || IsInUse(status, filesOfRun)) return;
+  if (lstat(path.c_str(), &status) != 0 || !LogObstacle(status).empty() || IsInUse(status, filesOfRun)) return;
   unlink(path.c_str());
 }

@@ -129,14 +129,14 @@ void Translation::ReportProduct() const {
   std::string const from = Format::OfInput(job.input).title;
   std::string const product = target != nullptr ? from + " to " + job.target->title + " translator" : from + " reader";
   VRELStartProductEvent event(product.c_str(), "brivet " BRIVET_VERSION);
-  event.AddOption("Input File", job.ShownInput().c_str());
-  if (target != nullptr) event.AddOption("Output File", job.ShownOutput().c_str());
+  event.AddOption("Input File", job.InputDisplayName().c_str());
+  if (target != nullptr) event.AddOption("Output File", job.OutputDisplayName().c_str());
   VRELEventBus::Fire(event);
 }
 
 VRINResult Translation::ReportOptions() const {
   VRELStartOptionsTaskEvent::Fire();
-  VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
+  VRINResult const result = CatchAsResult(job.InputDisplayName(), [this]() -> VRINResult {
     for (OptionSource const& each : options.Sources()) ReportMessage(each.Words());
     options.Dump();
     if (job.areOptionsReported) options.ReportWarnings();
@@ -169,7 +169,7 @@ VRINResult Translation::RunReadPhase() {
   if (result.IsSuccess()) result &= ReadEntities();
   if (result.IsSuccess()) result = CheckStrict(result);
   if (result.IsSuccess() && target == nullptr && !job.isQuiet) {
-    result &= CatchAsResult(job.ShownInput(), [this] {
+    result &= CatchAsResult(job.InputDisplayName(), [this] {
       return job.isSummary ? PrintDocumentSummary(*document, progress) : PrintListing(*document, progress);
     });
   }
@@ -187,7 +187,7 @@ VRINResult Translation::RunWritePhase() {
 
 // Opens everything that could make the translation fail later, before the document is read.
 VRINResult Translation::OpenFiles() {
-  VRINResult result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
+  VRINResult result = CatchAsResult(job.InputDisplayName(), [this]() -> VRINResult {
     input = std::make_unique<InputDocument>(job.input, job.temporarySpace);
     return VREL_S_OK;
   });
@@ -195,7 +195,7 @@ VRINResult Translation::OpenFiles() {
   if (target == nullptr) return result;
   if (result.IsSuccess()) result = target->FindWriter();
   if (result.IsFailure()) return result;
-  return CatchAsResult(job.ShownOutput(), [this]() -> VRINResult {
+  return CatchAsResult(job.OutputDisplayName(), [this]() -> VRINResult {
     auto const durability = job.isSynchronized ? OutputFile::Synchronized : OutputFile::NotSynchronized;
     output = std::make_unique<OutputFile>(job.output, input->Status(), durability);
     return VREL_S_OK;
@@ -203,8 +203,8 @@ VRINResult Translation::OpenFiles() {
 }
 
 VRINResult Translation::ReadFile() {
-  VRELStartReadFileTaskEvent::Fire(job.ShownInput().c_str());
-  VRINResult const result = CheckInput(CatchAsResult(job.ShownInput(), [this] { return OpenDocument(); }));
+  VRELStartReadFileTaskEvent::Fire(job.InputDisplayName().c_str());
+  VRINResult const result = CheckInput(CatchAsResult(job.InputDisplayName(), [this] { return OpenDocument(); }));
   VRELFileHeader none;
   Send<VRELEndReadFileTaskEvent>(result, document != nullptr ? &document->GetFileHeader() : &none);
   return result;
@@ -214,7 +214,7 @@ VRINResult Translation::ReadFile() {
 VRINResult Translation::OpenDocument() {
   BrivetOpenRequest request;
   request.file = VRELFileHandle(new VRELFile(input->Path().c_str()));
-  request.shownName = job.ShownInput();
+  request.shownName = job.InputDisplayName();
   request.options = &options.Store();
   VRINResult const result = source.Open(request);
   if (result.IsFailure()) return result;
@@ -234,7 +234,7 @@ VRINResult Translation::PreprocessSource() {
 
 VRINResult Translation::ReadEntities() {
   Send<VRELStartReadEntitiesTaskEvent>();
-  VRINResult const result = CheckInput(CatchAsResult(job.ShownInput(), [this] {
+  VRINResult const result = CheckInput(CatchAsResult(job.InputDisplayName(), [this] {
     Stage const stage(progress, "reading", input->Size());
     document->SetProgress(&progress);
     reader->ReadDataSection();
@@ -242,7 +242,7 @@ VRINResult Translation::ReadEntities() {
     VRINResult const state = CheckDocument();
     if (!input->Damage().empty()) document->AddLoss({0, 0, {}, input->Damage()});
     if (state == VREL_S_OK && document->GetInstanceCount() == 0) {
-      ReportWarning(job.ShownInput(), "the file contains no instances");
+      ReportWarning(job.InputDisplayName(), "the file contains no instances");
     }
     return state;
   }));
@@ -254,7 +254,7 @@ VRINResult Translation::ReadEntities() {
 VRINResult Translation::CheckDocument() const {
   VRINResult const state = document->GetState();
   if (state.IsFailure() && VRELError::GetErrorCount() == 0) {
-    ReportProblem(job.ShownInput(), "no instance could be read");
+    ReportProblem(job.InputDisplayName(), "no instance could be read");
   }
   return state;
 }
@@ -262,7 +262,7 @@ VRINResult Translation::CheckDocument() const {
 // Reports a damaged container, whose document is complete only as far as it could be decompressed.
 VRINResult Translation::CheckDamage() const {
   if (input->Damage().empty()) return VREL_S_OK;
-  ReportWarning(job.ShownInput(), input->Damage());
+  ReportWarning(job.InputDisplayName(), input->Damage());
   return VREL_S_PARTIAL;
 }
 
@@ -270,7 +270,7 @@ VRINResult Translation::CheckDamage() const {
 VRINResult Translation::CheckStrict(VRINResult result) {
   if (!job.isStrict || result != VREL_S_PARTIAL) return result;
   isRefusedAsPartial = true;
-  ReportProblem(job.ShownInput(), "the file is damaged, and option -strict accepts no partial result");
+  ReportProblem(job.InputDisplayName(), "the file is damaged, and option -strict accepts no partial result");
   return VREL_E_INVALID_FILE;
 }
 
@@ -290,7 +290,7 @@ RunReport Translation::Report(VRINResult result) const {
 // Returns `result` if the input is still what was opened. A file that changes fails in any way, or not at all.
 VRINResult Translation::CheckInput(VRINResult result) const {
   if (result == VREL_E_ABORTED) return result;
-  VRINResult const unchanged = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
+  VRINResult const unchanged = CatchAsResult(job.InputDisplayName(), [this]() -> VRINResult {
     input->CheckUnchanged();
     return VREL_S_OK;
   });
@@ -301,7 +301,7 @@ VRINResult Translation::Convert() {
   VRELStartConversionTaskEvent::Fire();
   VRELStartConversionStageEvent stage("References", ClampToInt(document->GetInstanceCount()), 100.0, true);
   VRELEventBus::Fire(stage);
-  VRINResult const result = CatchAsResult(job.ShownInput(), [this]() -> VRINResult {
+  VRINResult const result = CatchAsResult(job.InputDisplayName(), [this]() -> VRINResult {
     VRINResult const resolved = reader->Resolve();
     // A format without references does not implement this.
     return resolved == VREL_E_NOT_IMPLEMENTED ? VRINResult(VREL_S_OK) : resolved;
@@ -327,10 +327,10 @@ VRINResult Translation::PostprocessTarget() {
 }
 
 VRINResult Translation::WriteFile() {
-  Send<VRELStartWriteFileTaskEvent>(VRELFilePath(job.ShownOutput().c_str()));
-  VRINResult result = CheckInput(CatchAsResult(job.ShownOutput(), [this] { return WriteDocument(); }));
+  Send<VRELStartWriteFileTaskEvent>(VRELFilePath(job.OutputDisplayName().c_str()));
+  VRINResult result = CheckInput(CatchAsResult(job.OutputDisplayName(), [this] { return WriteDocument(); }));
   if (result.IsSuccess()) {
-    result = CatchAsResult(job.ShownOutput(), [this]() -> VRINResult {
+    result = CatchAsResult(job.OutputDisplayName(), [this]() -> VRINResult {
       CheckMemory();
       output->Commit();
       return VREL_S_OK;
@@ -339,7 +339,7 @@ VRINResult Translation::WriteFile() {
   if (IsCommitted()) committedResult = input->Damage().empty() ? document->GetState() : VRINResult(VREL_S_PARTIAL);
   // Removes the temporary file before the failure is reported.
   if (result.IsFailure()) output.reset();
-  Send<VRELEndWriteFileTaskEvent>(VRELString(job.ShownOutput().c_str()), result);
+  Send<VRELEndWriteFileTaskEvent>(VRELString(job.OutputDisplayName().c_str()), result);
   return result;
 }
 
@@ -351,8 +351,8 @@ VRINResult Translation::WriteDocument() {
   request.stream = gzip ? static_cast<VRELOutputStream*>(&*gzip) : output.get();
   request.options = &options.Store();
   request.progress = &progress;
-  request.title = BaseNameOf(job.ShownInput());
-  shapes = std::make_unique<ModuleShapeEvaluator>(Format::OfInput(job.input), input->Path(), job.ShownInput(),
+  request.title = BaseNameOf(job.InputDisplayName());
+  shapes = std::make_unique<ModuleShapeEvaluator>(Format::OfInput(job.input), input->Path(), job.InputDisplayName(),
                                                   options.Store());
   request.shapes = shapes.get();
   Stage const stage(progress, "writing", document->GetInstanceCount());
@@ -370,8 +370,8 @@ bool Translation::IsCommitted() const {
 // The output is in place, so that nothing is an error any more.
 void Translation::PrintSummary() {
   if (job.isQuiet || output->IsStandardOutput()) return;
-  std::string line = job.ShownOutput() + ": " + Counted(document->GetInstanceCount(), "instance") + " of " +
-                     Counted(static_cast<long>(document->GetTypeCount()), "type") + " from " + job.ShownInput();
+  std::string line = job.OutputDisplayName() + ": " + Counted(document->GetInstanceCount(), "instance") + " of " +
+                     Counted(static_cast<long>(document->GetTypeCount()), "type") + " from " + job.InputDisplayName();
   if (document->GetFailedCount() != 0) line += ", " + std::to_string(document->GetFailedCount()) + " lost";
   try {
     if (WriteAll(STDOUT_FILENO, line + "\n")) return;

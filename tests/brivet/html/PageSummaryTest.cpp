@@ -83,8 +83,8 @@ TEST(PageSummaryTest, WritesHeaderRows) {
 }
 
 TEST(PageSummaryTest, ShownStringsAreSafe) {
-  EXPECT_EQ(PageSummary::Shown("<script>'\"&"), "&lt;script&gt;'&quot;&amp;");
-  EXPECT_EQ(PageSummary::Shown(std::string_view("\0\n\x7F", 3)), "&lt;U+0000&gt;&lt;U+000A&gt;&lt;U+007F&gt;");
-  EXPECT_EQ(PageSummary::Shown("\xE2\x80\xAE\xC3\xA4\xFF"), "&lt;U+202E&gt;&#228;&#65533;");
-  EXPECT_EQ(PageSummary::Shown(std::string(5000, 'x')), std::string(4000, 'x') + "&#8230;");
+  EXPECT_EQ(PageSummary::DisplayText("<script>'\"&"), "&lt;script&gt;'&quot;&amp;");
+  EXPECT_EQ(PageSummary::DisplayText(std::string_view("\0\n\x7F", 3)), "&lt;U+0000&gt;&lt;U+000A&gt;&lt;U+007F&gt;");
+  EXPECT_EQ(PageSummary::DisplayText("\xE2\x80\xAE\xC3\xA4\xFF"), "&lt;U+202E&gt;&#228;&#65533;");
+  EXPECT_EQ(PageSummary::DisplayText(std::string(5000, 'x')), std::string(4000, 'x') + "&#8230;");
 }

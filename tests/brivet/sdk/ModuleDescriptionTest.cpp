@@ -28,13 +28,13 @@ OptionDescription Option(OptionDescription::Type type) {
 std::string FaultOf(void (*change)(ModuleDescription&)) {
   ModuleDescription module = Valid();
   change(module);
-  return module.WhyInvalid();
+  return module.InvalidReason();
 }
 
 }  // namespace
 
 TEST(ModuleDescriptionTest, AcceptsValidDescription) {
-  EXPECT_EQ(Valid().WhyInvalid(), "");
+  EXPECT_EQ(Valid().InvalidReason(), "");
 }
 
 TEST(ModuleDescriptionTest, NamesBrokenRule) {
@@ -66,26 +66,28 @@ TEST(ModuleDescriptionTest, NamesBrokenRule) {
 
 TEST(ModuleDescriptionTest, ChecksValuesByType) {
   OptionDescription const boolean = Option(OptionDescription::Bool);
-  for (char const* value : {"On", "off", "YES", "no", "True", "\"false\""}) EXPECT_EQ(boolean.WhyInvalid(value), "");
-  for (char const* value : {"", "1", "onn"}) EXPECT_NE(boolean.WhyInvalid(value), "") << value;
+  for (char const* value : {"On", "off", "YES", "no", "True", "\"false\""}) EXPECT_EQ(boolean.InvalidReason(value), "");
+  for (char const* value : {"", "1", "onn"}) EXPECT_NE(boolean.InvalidReason(value), "") << value;
   OptionDescription integer = Option(OptionDescription::Int);
-  for (char const* value : {"0", "-2147483648", "0x7FFFFFFF", "+5"}) EXPECT_EQ(integer.WhyInvalid(value), "") << value;
+  for (char const* value : {"0", "-2147483648", "0x7FFFFFFF", "+5"})
+    EXPECT_EQ(integer.InvalidReason(value), "") << value;
   for (char const* value : {"", "-", "1.", "2147483648", "99999999999999999999", "0x", " 1"}) {
-    EXPECT_NE(integer.WhyInvalid(value), "") << value;
+    EXPECT_NE(integer.InvalidReason(value), "") << value;
   }
   integer.minimum = "1";
   integer.maximum = "9";
-  EXPECT_EQ(integer.WhyInvalid("9"), "");
-  EXPECT_EQ(integer.WhyInvalid("10"), "expected a whole number from 1 to 9, found '10'");
+  EXPECT_EQ(integer.InvalidReason("9"), "");
+  EXPECT_EQ(integer.InvalidReason("10"), "expected a whole number from 1 to 9, found '10'");
   OptionDescription real = Option(OptionDescription::Double);
   real.minimum = "0.5";
-  for (char const* value : {"0.5", "1", "1e3"}) EXPECT_EQ(real.WhyInvalid(value), "") << value;
-  for (char const* value : {"nan", "inf", "1e999", "0.4", "1,5", "."}) EXPECT_NE(real.WhyInvalid(value), "") << value;
+  for (char const* value : {"0.5", "1", "1e3"}) EXPECT_EQ(real.InvalidReason(value), "") << value;
+  for (char const* value : {"nan", "inf", "1e999", "0.4", "1,5", "."})
+    EXPECT_NE(real.InvalidReason(value), "") << value;
   OptionDescription choice = Option(OptionDescription::Choice);
   choice.choices = {"mm", "inch"};
-  EXPECT_EQ(choice.WhyInvalid("INCH"), "");
-  EXPECT_EQ(choice.WhyInvalid("yard"), "expected one of mm, inch, found 'yard'");
-  EXPECT_EQ(Option(OptionDescription::String).WhyInvalid(""), "");
+  EXPECT_EQ(choice.InvalidReason("INCH"), "");
+  EXPECT_EQ(choice.InvalidReason("yard"), "expected one of mm, inch, found 'yard'");
+  EXPECT_EQ(Option(OptionDescription::String).InvalidReason(""), "");
 }
 
 TEST(ModuleDescriptionTest, RecognisesSignatures) {

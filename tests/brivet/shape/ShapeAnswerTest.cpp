@@ -48,11 +48,11 @@ std::string Whole() {
          Record(3, Bytes<std::uint32_t>({7}) + "no shape") + End(4);
 }
 
-std::string WhyInvalid(std::string const& bytes) {
+std::string InvalidReason(std::string const& bytes) {
   ShapeAnswer answer(2, 1'000'000);
   answer.Add(bytes);
   EXPECT_FALSE(answer.IsComplete());
-  return answer.WhyInvalid();
+  return answer.InvalidReason();
 }
 
 }  // namespace
@@ -111,35 +111,35 @@ TEST(ShapeAnswerTest, RefusesInvalidBytes) {
   constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinite = std::numeric_limits<double>::infinity();
   std::string const damaged = "it sends a damaged record";
-  EXPECT_EQ(WhyInvalid("BRVSHP02"), "it is of another version");
-  EXPECT_EQ(WhyInvalid("x"), "it is of another version");
-  EXPECT_EQ(WhyInvalid(kHeader + Record(6, "")), "it sends an unknown record");
-  EXPECT_EQ(WhyInvalid(kHeader + Record(0, "")), "it sends an unknown record");
-  EXPECT_EQ(WhyInvalid(kHeader + Bytes<std::uint32_t>({1, 0xFFFFFFFFU})), "it announces too much");
-  EXPECT_EQ(WhyInvalid(std::string(1'000'001, 'x')), "it sends too much");
-  EXPECT_EQ(WhyInvalid(kHeader + End(0) + "x"), "it sends more than it announces");
-  EXPECT_EQ(WhyInvalid(kHeader + End(0) + End(1)), "it sends more than it announces");
-  EXPECT_EQ(WhyInvalid(kHeader + End(1)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(5, "")), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Done(2)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Done(1) + Done(1)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Done(1) + Record(1, MeshContent())), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Done(1) + Properties(1, 3, 8)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Properties(2, 3, 8)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Properties(0, 4, 8)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Properties(0, 3, kNotANumber)), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(2, "")), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(3, "abc")), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(3, std::string(505, 'x'))), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, "")), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent() + "x")), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent(kNotANumber))), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent(-kInfinite))), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent(2e15))), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent(2, 3))), damaged);
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, MeshContent(2, 2, 0.5F))), damaged);
+  EXPECT_EQ(InvalidReason("BRVSHP02"), "it is of another version");
+  EXPECT_EQ(InvalidReason("x"), "it is of another version");
+  EXPECT_EQ(InvalidReason(kHeader + Record(6, "")), "it sends an unknown record");
+  EXPECT_EQ(InvalidReason(kHeader + Record(0, "")), "it sends an unknown record");
+  EXPECT_EQ(InvalidReason(kHeader + Bytes<std::uint32_t>({1, 0xFFFFFFFFU})), "it announces too much");
+  EXPECT_EQ(InvalidReason(std::string(1'000'001, 'x')), "it sends too much");
+  EXPECT_EQ(InvalidReason(kHeader + End(0) + "x"), "it sends more than it announces");
+  EXPECT_EQ(InvalidReason(kHeader + End(0) + End(1)), "it sends more than it announces");
+  EXPECT_EQ(InvalidReason(kHeader + End(1)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(5, "")), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Done(2)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Done(1) + Done(1)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Done(1) + Record(1, MeshContent())), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Done(1) + Properties(1, 3, 8)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Properties(2, 3, 8)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Properties(0, 4, 8)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Properties(0, 3, kNotANumber)), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(2, "")), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(3, "abc")), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(3, std::string(505, 'x'))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, "")), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent() + "x")), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent(kNotANumber))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent(-kInfinite))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent(2e15))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent(2, 3))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, MeshContent(2, 2, 0.5F))), damaged);
   // Counts whose product exceeds 32 bits.
-  EXPECT_EQ(WhyInvalid(kHeader + Record(1, Bytes<std::uint32_t>({1, 20, 10, 0xFFFFFFFFU, 0xFFFFFFFFU}))), damaged);
+  EXPECT_EQ(InvalidReason(kHeader + Record(1, Bytes<std::uint32_t>({1, 20, 10, 0xFFFFFFFFU, 0xFFFFFFFFU}))), damaged);
 }
 
 TEST(ShapeAnswerTest, StaysInvalid) {
