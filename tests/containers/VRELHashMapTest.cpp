@@ -837,7 +837,7 @@ TEST(VRELHashMapTest, IteratorEndsAfterChange) {
   ++iterator;
   EXPECT_EQ(iterator, map.end());
   int visited = 0;
-  for (auto [key, value] : map) {
+  for ([[maybe_unused]] auto const& row : map) {
     if (++visited == 2) map.Clear();
   }
   EXPECT_EQ(visited, 2);
