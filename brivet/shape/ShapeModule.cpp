@@ -29,7 +29,7 @@ std::string FindWorker() {
   std::string folder = resolved.get();
   folder.erase(folder.rfind('/') + 1);
   for (char const* each : {"", BRIVET_WORKER_FOLDER "/"}) {
-    std::string const path = folder + each + "brivet-shape-worker";
+    std::string path = folder + each + "brivet-shape-worker";
     if (access(path.c_str(), X_OK) == 0) return path;
   }
   return "";

@@ -177,11 +177,15 @@ VRINResult StepFormatReader::DescribeEscaped(DocumentVisitor& visitor) {
 VRINResult StepFormatReader::DescribeSections(DocumentVisitor& visitor, Progress& receiver, bool withReferrers,
                                               bool onlyEscaped) {
   try {
-    for (StepContents::Section const& section : contents.Sections()) {
-      if (section.kind == StepContents::Kind::Data) {
-        DescribeSection(section, visitor, receiver, withReferrers, onlyEscaped);
-      } else if (!onlyEscaped) {
-        DescribeOtherSection(section, visitor);
+    // Signatures are last, even if the file has them elsewhere: what is written after one is not read again.
+    for (bool const signatures : {false, true}) {
+      for (StepContents::Section const& section : contents.Sections()) {
+        if ((section.kind == StepContents::Kind::Lines) != signatures) continue;
+        if (section.kind == StepContents::Kind::Data) {
+          DescribeSection(section, visitor, receiver, withReferrers, onlyEscaped);
+        } else if (!onlyEscaped) {
+          DescribeOtherSection(section, visitor);
+        }
       }
     }
     return VREL_S_OK;

@@ -658,6 +658,11 @@ TEST(StepFormatReaderTest, ReadsEdition3Sections) {
             "DATA #1 A< #10 #11 #12? @12 >; ENDSEC SIGNATURE [MII/B=\n] ENDSEC SIGNATURE [C=\n] ENDSEC");
 }
 
+TEST(StepFormatReaderTest, SignatureBeforeDataIsDescribedLast) {
+  ReadDocument document(kHeader + "ENDSEC;SIGNATURE;\nMII\nENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;");
+  EXPECT_EQ(document.Record(), "DATA #1 A< >; ENDSEC SIGNATURE [MII\n] ENDSEC");
+}
+
 TEST(StepFormatReaderTest, DamagedEntryIsLost) {
   ReadDocument document(kHeader +
                         "ENDSEC;ANCHOR;\n<a>=#1;\n<b=#1;\n<c>=#1;\nENDSEC;\nDATA;#1=A();ENDSEC;END-ISO-10303-21;");

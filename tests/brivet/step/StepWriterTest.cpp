@@ -256,6 +256,12 @@ TEST(StepWriterTest, KeepsEdition3Sections) {
   EXPECT_EQ(Rewritten(document), bytes);
 }
 
+TEST(StepWriterTest, KeepsDataAfterSignature) {
+  EXPECT_THAT(Rewritten("ISO-10303-21;HEADER;FILE_DESCRIPTION((''),'2;1');FILE_NAME('','',(''),(''),'','','');"
+                        "FILE_SCHEMA(('S'));ENDSEC;SIGNATURE;\nMII\nENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;"),
+              HasSubstr("DATA;\n#1=A();\nENDSEC;\nEND-ISO-10303-21;\nSIGNATURE;\nMII\nENDSEC;\n"));
+}
+
 TEST(StepWriterTest, CommentListsIncompleteParts) {
   EXPECT_THAT(
       Rewritten(DocumentText("#1=A(;\n#2=B();\n")),
