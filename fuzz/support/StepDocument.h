@@ -31,7 +31,10 @@ class PlainWriter final : public DocumentVisitor {
     inSection = false;
   }
   void BeginOtherSection(std::string_view keyword) override {
-    if (keyword == "SIGNATURE") text += "END-ISO-10303-21;\n";
+    if (keyword == "SIGNATURE" && !isEnded) {
+      text += "END-ISO-10303-21;\n";
+      isEnded = true;
+    }
     text += std::string(keyword) + ";\n";
   }
   void EndOtherSection() override { text += "ENDSEC;\n"; }
@@ -135,6 +138,7 @@ class PlainWriter final : public DocumentVisitor {
   std::string present;
   char const* end = "";
   bool inSection = false;
+  bool isEnded = false;  // the exchange structure
   bool inEntry = false;
   bool isFirst = true;
   int depth = 0;
