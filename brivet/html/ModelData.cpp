@@ -128,12 +128,11 @@ void ModelData::WriteLayers(ProductModel const& model) {
 
 // instance, product, name, description, kind, values: name, value, unit
 void ModelData::WriteProperties(ProductModel const& model) {
-  static constexpr char const* kKinds[] = {"validation", "material", "attribute", "other"};
   BeginRows("properties");
   for (std::size_t i = 0; i < Shown(model.properties, kRows); ++i) {
     ModelProperty const& each = model.properties[i];
     rows.BeginList().String(each.instance).String(each.product).String(each.name).String(each.description);
-    rows.String(kKinds[each.kind]).BeginList();
+    rows.String(each.KindName()).BeginList();
     for (std::size_t k = 0; k < Shown(each.values, kValues); ++k) {
       ModelPropertyValue const& value = each.values[k];
       rows.BeginList().String(value.name);
@@ -167,12 +166,10 @@ void ModelData::WriteColours(ProductModel const& model) {
 
 // instance, name, kind, form, value, view
 void ModelData::WriteAnnotations(ProductModel const& model) {
-  static constexpr char const* kKinds[] = {"dimension", "tolerance", "datum", "note", "placeholder", "other"};
-  static constexpr char const* kForms[] = {"polyline", "tessellated", "semantic"};
   BeginRows("annotations");
   for (std::size_t i = 0; i < Shown(model.annotations, kRows); ++i) {
     ModelAnnotation const& each = model.annotations[i];
-    rows.BeginList().String(each.instance).String(each.name).String(kKinds[each.kind]).String(kForms[each.form]);
+    rows.BeginList().String(each.instance).String(each.name).String(each.KindName()).String(each.FormName());
     rows.String(each.value).String(each.view).EndList();
     EndRow();
   }

@@ -372,7 +372,6 @@ class Summary {
   }
 
   void WriteProperties() {
-    static constexpr char const* kKinds[] = {"validation", "material", "attribute", "other"};
     Key("properties");
     writer.StartArray();
     for (ModelProperty const& each : model.properties) {
@@ -381,7 +380,7 @@ class Summary {
       PutOptional("product", each.product.empty() ? std::nullopt : std::optional(each.product));
       PutOptional("name", each.name);
       PutOptional("description", each.description);
-      PutText("kind", kKinds[each.kind]);
+      PutText("kind", each.KindName());
       Key("values");
       writer.StartArray();
       for (ModelPropertyValue const& value : each.values) {
@@ -404,16 +403,14 @@ class Summary {
   }
 
   void WriteAnnotations() {
-    static constexpr char const* kKinds[] = {"dimension", "tolerance", "datum", "note", "placeholder", "other"};
-    static constexpr char const* kForms[] = {"polyline", "tessellated", "semantic"};
     Key("annotations");
     writer.StartArray();
     for (ModelAnnotation const& each : model.annotations) {
       writer.StartObject();
       PutText("instance", each.instance);
       PutOptional("name", each.name);
-      PutText("kind", kKinds[each.kind]);
-      PutText("form", kForms[each.form]);
+      PutText("kind", each.KindName());
+      PutText("form", each.FormName());
       PutOptional("value", each.value);
       PutOptional("view", each.view);
       writer.EndObject();

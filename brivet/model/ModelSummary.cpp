@@ -261,13 +261,13 @@ class Rows {
   }
 
   void AddAnnotations() {
-    static constexpr char const* kThings[] = {"dimension", "tolerance", "datum", "note", "placeholder", "other"};
     if (!model.annotations.empty()) {
-      std::map<int, long> counts;
+      std::map<ModelAnnotation::Kind, long> counts;
       for (ModelAnnotation const& each : model.annotations) ++counts[each.kind];
       List list(width);
       for (auto const& [kind, count] : counts) {
-        list.Add(kind == ModelAnnotation::Other ? std::to_string(count) + " other" : Counted(count, kThings[kind]));
+        list.Add(kind == ModelAnnotation::Other ? std::to_string(count) + " other"
+                                                : Counted(count, ModelAnnotation::NameOf(kind)));
       }
       Put("annotations", list.Text());
     }

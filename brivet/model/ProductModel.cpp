@@ -29,6 +29,21 @@ std::string ModelProduct::DisplayName() const {
   return id.value_or("");
 }
 
+char const* ModelProperty::KindName() const noexcept {
+  static constexpr char const* kNames[] = {"validation", "material", "attribute", "other"};
+  return kNames[kind];
+}
+
+char const* ModelAnnotation::NameOf(Kind kind) noexcept {
+  static constexpr char const* kNames[] = {"dimension", "tolerance", "datum", "note", "placeholder", "other"};
+  return kNames[kind];
+}
+
+char const* ModelAnnotation::FormName() const noexcept {
+  static constexpr char const* kNames[] = {"polyline", "tessellated", "semantic"};
+  return kNames[form];
+}
+
 std::string ProductModel::NodeName(int product, int occurrence) const {
   if (occurrence >= 0) {
     auto const& name = occurrences[static_cast<std::size_t>(occurrence)].name;

@@ -139,6 +139,9 @@ struct ModelProperty {
   std::optional<std::string> description;
   Kind kind = Other;
   std::vector<ModelPropertyValue> values;
+
+  // Returns the name of the kind, such as "validation".
+  char const* KindName() const noexcept;
 };
 
 // Annotation, graphic or semantic. Its polylines, meshes and plane are in the coordinates and the unit of a product.
@@ -156,6 +159,12 @@ struct ModelAnnotation {
   std::optional<Placement> plane;        // maps the x-y plane to the plane of the annotation
   std::vector<ModelPolyline> polylines;  // empty unless they were asked for
   std::vector<ModelMesh> meshes;         // the same: filled areas and triangles
+
+  // Returns the name of a kind, such as "dimension".
+  static char const* NameOf(Kind kind) noexcept;
+  char const* KindName() const noexcept { return NameOf(kind); }
+  // Returns the name of the form, such as "polyline".
+  char const* FormName() const noexcept;
 };
 
 // Position and direction of a view, in the coordinates and the unit of a product.

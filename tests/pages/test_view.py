@@ -252,7 +252,7 @@ class ViewTests(PageTest):
         self.assertEqual(page.run("return heard"), [["0/6", "view"]])
         self.assertEqual(page.text("#view .selection"), "Front knob")
         self.assertEqual(page.count("#structure [aria-selected=true]"), 1)
-        # A click beside the model selects nothing.
+        # A click outside the model selects nothing.
         ActionChains(page.driver).move_to_element_with_offset(
             page.find("#view canvas"), 20 - shot.width // 2, 20 - shot.height // 2).click().perform()
         self.settle(page)
