@@ -194,12 +194,13 @@ class FuzzTest(unittest.TestCase):
 
 
 class TestScriptTest(unittest.TestCase):
-    """Tests which programs script/test builds for a pattern. A fake ctest lists one test that is not a test case."""
+    """Tests which programs script/test builds for a pattern. A fake ctest lists tests that are not test cases."""
 
     def programs(self, pattern):
         text = (ROOT / "script/test").read_text()
         functions = text[text.index("# test_names:") : text.index("pattern=\n")]
-        fake = "ctest() { echo '  Test   #1: tree.layers'; echo '  Test #12: tests_strings_NOT_BUILT'; }\n"
+        others = "tree.layers tests_strings_NOT_BUILT docs.book.containers pages.view tools.printers package.readme".split()
+        fake = "ctest() { " + "".join(f"echo '  Test #1: {name}'; " for name in others) + "}\n"
         command = ["bash", "-euo", "pipefail", "-c", f'{fake}{functions}programs_for "$1"', "bash", pattern]
         answer = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
         self.assertEqual(answer.stderr, "")
@@ -210,11 +211,22 @@ class TestScriptTest(unittest.TestCase):
 
     def test_pattern_of_driver_class_needs_its_program(self):
         self.assertEqual(self.programs("OptionSetTest"), ["BrivetTests"])
-        self.assertEqual(self.programs("StepParserTest"), ["BrivetModuleTests"])
+        for name in ["StepParserTest", "MeshWriterTest", "DrawingTest"]:
+            self.assertEqual(self.programs(name), ["BrivetModuleTests"])
+        self.assertEqual(self.programs("StepXdeTest"), ["BrivetXdeTests"])
 
-    def test_pattern_of_other_tests_needs_everything(self):
-        self.assertEqual(self.programs("layers"), [])
+    def test_pattern_of_other_tests_needs_their_targets(self):
+        self.assertEqual(self.programs("layers"), ["-"])
+        self.assertEqual(self.programs("docs.book"), ["book_containers"])
+        self.assertEqual(self.programs("pages"), ["brivet"])
+        self.assertEqual(self.programs("printers"), ["BarePrinterProgram", "PrinterProgram"])
+        self.assertEqual(self.programs("^package"), ["all"])
         self.assertEqual(self.programs("NoSuchTest"), [])
+
+    def test_each_program_of_test_cases_is_known(self):
+        known = {f"tests_{path.name}" for path in (ROOT / "tests").iterdir()}
+        known |= {"BrivetTests", "BrivetModuleTests", "BrivetXdeTests", "FaultTests"}
+        self.assertLessEqual(set(self.programs("Test\\.")), known)
 
 
 class CoverageTest(unittest.TestCase):
