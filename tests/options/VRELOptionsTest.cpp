@@ -464,6 +464,25 @@ TEST(VRELOptionsTest, AddOptions) {
   }
 }
 
+// The options of a file are kept as bytes until they are requested.
+TEST(VRELOptionsTest, AddOptionsTakesOptionsOfFile) {
+  ScratchDirectory const directory;
+  VRELString const path(directory.Write("options.cfg", "X=10\nStep.Y=20\nStep.Reader.Z=on\n"));
+  for (bool overwrite : {false, true}) {
+    SCOPED_TRACE(overwrite);
+    VRELOptions mine;
+    mine.AddOption(L"x", 1);
+    VRELOptions other;
+    ASSERT_EQ(other.ReadFromFile(path), VREL_S_OK);
+    EXPECT_EQ(mine.AddOptions(other, overwrite), VREL_S_OK);
+    EXPECT_EQ(mine.Size(), overwrite ? 4 : 3);
+    EXPECT_EQ(ValueOf(*Get(mine, "X")), overwrite ? "10" : "1");
+    EXPECT_EQ(ValueOf(*Get(mine, "Step.Y")), "20");
+    EXPECT_EQ(ValueOf(*Get(mine, "Step.Reader.Z")), "true");
+    EXPECT_EQ(ValueOf(*Get(other, "Step.Y")), "20");
+  }
+}
+
 TEST(VRELOptionsTest, AddOptionsRestartsEnumeration) {
   VRELOptions other;
   AddAll(other, {"A", "B", "C"});
@@ -798,6 +817,15 @@ Texts Dumped(VRELOptions const& options, char const* header, char const* format,
     if (event.level == VREL_LEVEL_INFO) texts.push_back(event.text);
   }
   return texts;
+}
+
+TEST(VRELOptionsTest, DumpPrintsOptionsOfFile) {
+  ScratchDirectory const directory;
+  VRELOptions options;
+  ASSERT_EQ(options.ReadFromFile(VRELString(directory.Write("options.cfg", "Step.Y=20\n"))), VREL_S_OK);
+  EXPECT_EQ(Dumped(options, nullptr, "%s = %s", nullptr), Texts{"Step.Y = 20"});
+  // Printing keeps nothing, so that a second call prints the same.
+  EXPECT_EQ(Dumped(options, nullptr, "%s = %s", nullptr), Texts{"Step.Y = 20"});
 }
 
 TEST(VRELOptionsTest, DumpPrintsOnInfoChannel) {
