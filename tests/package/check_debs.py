@@ -4,17 +4,21 @@
 
 check_debs.py SCRATCH
 """
+import io
 import os
 import re
 import shutil
 import subprocess
 import sys
+import tarfile
 import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 VERSION = re.search(r"VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text().split("project(", 1)[1]).group(1)
-RUNTIME, DEVELOPMENT, DRIVER, SDK = f"libvrelbase{VERSION.split('.')[0]}", "libvrelbase-dev", "brivet", "brivet-dev"
+# Before 1.0 the version of the binary interface is major and minor version.
+ABI = re.match(r"0\.\d+|\d+", VERSION).group()
+RUNTIME, DEVELOPMENT, DRIVER, SDK = f"libvrelbase{ABI}", "libvrelbase-dev", "brivet", "brivet-dev"
 PACKAGES = [RUNTIME, DEVELOPMENT, DRIVER, SDK]
 SCRATCH = Path()
 
@@ -45,6 +49,18 @@ def files(name):
     lines = run("dpkg-deb", "--contents", package(name)).splitlines()
     entries = {line.split(None, 5)[5].split(" -> ")[0][1:]: line for line in lines}
     return {path: line for path, line in entries.items() if not path.endswith("/")}
+
+
+def contents(name):
+    """Returns the names of the files of a package, without those that every package has."""
+    return sorted(path.rsplit("/", 1)[1] for path in files(name) if not re.search("/share/(doc|lintian)/", path))
+
+
+def control_files(name):
+    """Returns the names of the control files of a package."""
+    archive = subprocess.run(["dpkg-deb", "--ctrl-tarfile", package(name)], capture_output=True, check=True).stdout
+    with tarfile.open(fileobj=io.BytesIO(archive)) as control:
+        return control.getnames()
 
 
 def older(name):
@@ -86,29 +102,51 @@ class MetadataTest(unittest.TestCase):
         self.assertIn("libstdc++6", needed)
         self.assertTrue([name for name in needed if re.fullmatch(r"libicu\d+", name)])
         shlibs = run("dpkg-deb", "--info", package(RUNTIME), "shlibs")
-        self.assertEqual(shlibs, f"libVRELBase {VERSION.split('.')[0]} {RUNTIME} (>= {VERSION})\n")
+        self.assertEqual(shlibs, f"libVRELBase {ABI} {RUNTIME} (>= {VERSION})\n")
 
     def test_contents(self):
-        major = VERSION.split(".")[0]
-        library = sorted(path.rsplit("/", 1)[1] for path in files(RUNTIME))
-        self.assertEqual(library, [f"libVRELBase.so.{major}", f"libVRELBase.so.{VERSION}"])
+        library = contents(RUNTIME)
+        self.assertEqual(library, [f"libVRELBase.so.{ABI}", f"libVRELBase.so.{VERSION}"])
         development = files(DEVELOPMENT)
         for end in ["/usr/include/VRELBase/VRELString.h", "/libVRELBase.so", "/VRELBaseConfig.cmake", "/VRELBase.pc"]:
             self.assertEqual(len([path for path in development if path.endswith(end)]), 1, end)
-        driver = sorted(path.rsplit("/", 1)[1] for path in files(DRIVER))
+        driver = contents(DRIVER)
         self.assertEqual(driver, ["BrivetHtml.brivet", "BrivetJson.brivet", "BrivetMesh.brivet", "BrivetStep.brivet",
                                   "BrivetSvg.brivet", "BrivetText.brivet", "_brivet", "brivet", "brivet", "brivet.1.gz",
                                   "brivet.fish", "libBrivetHtml.so", "libBrivetJson.so", "libBrivetMesh.so",
-                                  "libBrivetSdk.so.1", "libBrivetSdk.so.1.0.1", "libBrivetStep.so", "libBrivetSvg.so",
+                                  "libBrivetSdk.so.1", f"libBrivetSdk.so.1.{ABI}", "libBrivetStep.so", "libBrivetSvg.so",
                                   "libBrivetText.so"])
         if any((ROOT / "build/package").glob(f"brivet-shape_{VERSION}_*.deb")):
-            shape = sorted(path.rsplit("/", 1)[1] for path in files("brivet-shape"))
+            shape = contents("brivet-shape")
             self.assertEqual(shape, ["BrivetShape.brivet", "brivet-shape-worker", "libBrivetShape.so"])
             self.assertIn(f"{DRIVER} (= {VERSION})", field("brivet-shape", "Depends").split(", "))
         sdk = files(SDK)
         for end in ["/usr/include/brivet/Document.h", "/libBrivetSdk.so", "/BrivetModule.cmake", "/brivet-sdk.pc",
                     "/brivet-describe"]:
             self.assertEqual(len([path for path in sdk if path.endswith(end)]), 1, end)
+
+    def test_changelog_and_copyright(self):
+        for name in PACKAGES:
+            with self.subTest(name):
+                tree = SCRATCH / f"documents-{name}"
+                run("dpkg-deb", "--extract", package(name), tree)
+                documents = tree / "usr/share/doc" / name
+                self.assertIn("No licence is granted yet.", (documents / "copyright").read_text())
+                changes = run("dpkg-parsechangelog", "-l", documents / "changelog.gz", "--show-field", "Version")
+                self.assertEqual(changes.strip(), VERSION)
+                self.assertEqual("three.js authors" in (documents / "copyright").read_text(), name == DRIVER)
+
+    def test_has_no_maintainer_scripts(self):
+        for name in PACKAGES:
+            scripts = control_files(name)
+            self.assertEqual("./triggers" in scripts, name in [RUNTIME, DRIVER], name)
+            self.assertFalse({"./postinst", "./postrm", "./preinst", "./prerm"} & set(scripts), name)
+
+    def test_lintian_finds_nothing(self):
+        if shutil.which("lintian") is None:
+            self.skipTest("lintian is not installed")
+        found = run("lintian", "--no-cfg", "--allow-root", "--fail-on", "none", *[package(name) for name in PACKAGES])
+        self.assertEqual(found, "")
 
     def test_owner_and_modes(self):
         for name in PACKAGES:
@@ -221,7 +259,7 @@ def main():
     if reason:
         print(f"skipped: {reason}")
         return 77
-    built = subprocess.run([ROOT / "script/package"], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    built = subprocess.run([ROOT / "script/package", "--quick"], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     if built.returncode != 0:
         print(built.stdout)
         return 1
