@@ -35,14 +35,17 @@ PATIENCE = 60  # seconds
 
 # Runs before the scripts of the page: records errors, violations of the policy, dialogs and long tasks.
 WATCH = """
-window.watched = {errors: [], policy: [], trapped: 0, longest: 0};
+window.watched = {errors: [], policy: [], trapped: 0, longest: 0, tasks: []};
 addEventListener('error', event => watched.errors.push(String(event.message)));
 addEventListener('unhandledrejection', event => watched.errors.push(String(event.reason)));
 document.addEventListener('securitypolicyviolation', event => watched.policy.push(event.violatedDirective));
 window.trap = () => { ++watched.trapped; };
 window.alert = window.confirm = window.prompt = window.trap;
 new PerformanceObserver(list => {
-  for (const entry of list.getEntries()) watched.longest = Math.max(watched.longest, entry.duration);
+  for (const entry of list.getEntries()) {
+    watched.longest = Math.max(watched.longest, entry.duration);
+    watched.tasks.push([entry.startTime, entry.duration]);
+  }
 }).observe({entryTypes: ['longtask']});
 """
 

@@ -107,8 +107,9 @@ class ViewTests(PageTest):
 
     def settle(self, page):
         """Waits until requested frames are drawn."""
-        page.driver.execute_async_script(
-            "const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(done, 50)))")
+        page.driver.execute_async_script("const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(done))")
+        page.wait("return document.querySelector('#view canvas').dataset.frame === 'drawn'")
+        page.driver.execute_async_script("const done = arguments[0]; requestAnimationFrame(() => setTimeout(done, 50))")
 
     def press(self, page, name):
         button = next(each for each in page.find_all("#view button") if each.text == name)

@@ -16,7 +16,7 @@ class StructureTree {
       onclick: event => this.onClick(event) });
     this.details = make("div", { class: "details", "aria-live": "polite" });
     section.append(this.tree, this.details);
-    this.addRows(null, model.roots.map((product, i) => ({ product, uses: [-1], path: String(i) })), 0, 1);
+    this.addRows(null, model.roots.map((product, i) => ({ product, uses: [-1], path: String(i), levels: [[i]] })), 0, 1);
     this.expandFirst();
     const [first] = this.tree.children;
     if (first) first.tabIndex = 0;
@@ -107,7 +107,7 @@ class StructureTree {
     if (!this.canExpand(row) || this.isExpanded(row)) return;
     row.setAttribute("aria-expanded", "true");
     const nodes = this.groupsOf(row.node.product).map(group => (
-      { ...group, path: `${row.node.path}/${group.uses[0]}` }));
+      { ...group, path: `${row.node.path}/${group.uses[0]}`, levels: [...row.node.levels, group.uses] }));
     this.addRows(row, nodes, 0, this.levelOf(row) + 1);
   }
 
@@ -152,7 +152,8 @@ class StructureTree {
   select(row) {
     if (row.show) { row.show(); return; }
     this.mark(row);
-    selectNode(row.node.path, "tree");
+    const { path, levels } = row.node;
+    selectNode(path, "tree", levels.some(uses => uses.length > 1) ? levels : null);
   }
 
   // Expands the tree down to a path and marks its node; null: marks nothing.
