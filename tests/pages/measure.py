@@ -52,6 +52,8 @@ def long_parts(profile, tasks, origin):
 
 
 class PageMeasurement(PageTest):
+    arguments = ("--use-angle=swiftshader", "--enable-unsafe-swiftshader", "--ignore-gpu-blocklist")
+
     def runTest(self):
         pass
 
@@ -68,6 +70,10 @@ class PageMeasurement(PageTest):
         page.wait("return document.documentElement.dataset.ready === 'true'", 200)
         if page.run("return document.getElementById('data-geometry') !== null"):
             page.wait("return document.getElementById('view').dataset.picture !== undefined", 200)
+            try:
+                page.wait("return document.querySelector('#view canvas')?.dataset.frame === 'drawn'", 60)
+            except Exception:
+                print("   the picture is not complete after 60 s")
         time.sleep(1)
         marks = page.run("""return {marks: performance.getEntriesByType('mark').map(each => [each.name, each.startTime]),
             paint: performance.getEntriesByName('first-contentful-paint').map(each => each.startTime), tasks: watched.tasks,
@@ -82,8 +88,9 @@ class PageMeasurement(PageTest):
             # Times of the profile are those of the monotonic clock.
             end = page.run("return performance.now()")
             origin = profile["endTime"] / 1000 - end
-            for length, stack in long_parts(profile, tasks, origin):
-                print(f"   {length:8.0f} ms  {stack}")
+            for begin, length in tasks[:4]:
+                for part, stack in long_parts(profile, [(begin, length)], origin)[:5]:
+                    print(f"   {length:6.0f} ms at {begin / 1000:.2f} s: {part:6.0f} ms  {stack}")
 
 
 def main():

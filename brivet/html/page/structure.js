@@ -31,7 +31,7 @@ class StructureTree {
     if (groups) return groups;
     const byProduct = new Map();
     for (const use of this.model.products[product].children) {
-      const { child } = this.model.occurrences[use];
+      const child = this.model.occurrences.children[use];
       const group = byProduct.get(child);
       if (group) group.uses.push(use);
       else byProduct.set(child, { product: child, uses: [use] });
@@ -85,7 +85,7 @@ class StructureTree {
     const hasChildren = product.children.length > 0;
     const links = make("span", { class: "links" }, instanceLink(product.definition));
     for (const use of node.uses.slice(0, OCCURRENCE_LINKS)) {
-      if (use >= 0) links.append(" ", instanceLink(model.occurrences[use].instance));
+      if (use >= 0) links.append(" ", instanceLink(model.occurrences.get(use).instance));
     }
     if (node.uses.length > OCCURRENCE_LINKS) links.append(" …");
     for (const link of links.children) link.tabIndex = -1;
@@ -198,7 +198,7 @@ class StructureTree {
     addText("Name", target.name);
     addText("Version", target.version);
     addText("Description", target.description);
-    if (uses.length === 1 && uses[0] >= 0) addText("Designator", model.occurrences[uses[0]].designator);
+    if (uses.length === 1 && uses[0] >= 0) addText("Designator", model.occurrences.get(uses[0]).designator);
     if (target.extent) add("Extent", `${sizeOf(target.extent)} ${shortUnit(model.units[target.unit])}`);
     addCount("Solids", target.solids);
     addCount("Shells", target.shells);

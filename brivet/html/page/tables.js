@@ -71,7 +71,8 @@ async function ownersOf(model) {
     if (owners.has(product.definition)) names.set(product.definition, textOf(product.name) || textOf(product.id));
     if (turns.isOver()) await turns.next();
   }
-  for (const use of model.occurrences) {
+  for (let i = 0; i < model.occurrences.length && names.size < owners.size; ++i) {
+    const use = model.occurrences.get(i);
     if (owners.has(use.instance)) names.set(use.instance, textOf(use.name) || textOf(use.designator));
     if (turns.isOver()) await turns.next();
   }

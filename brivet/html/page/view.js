@@ -18,9 +18,9 @@ const NODE_LIMIT = 200000;
 const POINT_LIMIT = 12000000; // of all batches and instances
 const BATCH_POINTS = 50000;
 const PIECE_POINTS = 20000; // of one step of work, unless a polyline is longer
-const CHUNK_INSTANCES = 2000; // that are drawn at once
-const SLICE = 50; // milliseconds of drawing
-const MOVING_SLICE = 30; // of a frame while the picture moves
+const CHUNK_INSTANCES = 500; // that are drawn at once
+const SLICE = 30; // milliseconds of drawing
+const MOVING_SLICE = 25; // of a frame while the picture moves
 const FIRST_SLICE = 1000; // lines and triangles, before their time is known
 const SMALL_FRAME = 2000; // lines and triangles that are drawn without measuring their time
 const UPLOADS = 3; // batches whose buffers are uploaded in one slice
@@ -138,7 +138,7 @@ class NodeNumbers {
     for (const root of model.roots) this.total += this.below[root];
   }
 
-  childOf(use) { return this.model.occurrences[use].child; }
+  childOf(use) { return this.model.occurrences.children[use]; }
 
   count(root) {
     const pending = [root];
@@ -259,8 +259,9 @@ async function placeNodes(model, numbers, recordOf, turns) {
         pending.pop();
         continue;
       }
-      const use = model.occurrences[children[level[2]++]];
-      if (numbers.below[use.child] > 0) enter(use.child, multiply(level[1], use.placement));
+      const use = children[level[2]++];
+      const child = model.occurrences.children[use];
+      if (numbers.below[child] > 0) enter(child, multiply(level[1], model.occurrences.get(use).placement));
     }
   }
   nodes.leftOut = numbers.total - nodes.count;
@@ -281,8 +282,8 @@ async function firstPlaces(model, records, turns) {
     if (wanted.has(product)) found.set(product, matrix);
     const { children } = model.products[product];
     for (let k = children.length - 1; k >= 0; --k) {
-      const use = model.occurrences[children[k]];
-      if (!seen.has(use.child)) pending.push([use.child, multiply(matrix, use.placement)]);
+      const child = model.occurrences.children[children[k]];
+      if (!seen.has(child)) pending.push([child, multiply(matrix, model.occurrences.get(children[k]).placement)]);
     }
     await turns.next();
   }
@@ -1321,6 +1322,7 @@ function addButton(toolbar, name, title, action, isToggle, label) {
 
 // Replaces the drawing of the section by an interactive picture. Without WebGL the drawing remains.
 async function createView(section, model) {
+  await pause(); // creating a context takes long if the browser has none yet
   const canvas = document.createElement("canvas");
   const context = hasData("geometry") && hasData("three") ? createContext(canvas) : null;
   if (!context) {
@@ -1331,6 +1333,7 @@ async function createView(section, model) {
     section.append(note);
     return;
   }
+  await pause();
   const turns = new Turns();
   const data = await parsePicture(await readBytes("geometry"), turns);
   await loadThree();
@@ -1469,6 +1472,7 @@ async function createView(section, model) {
   section.append(stage);
   section.classList.add("interactive");
   only.disabled = true;
+  await pause();
   let isFirst = true;
   const resize = () => {
     const box = canvas.getBoundingClientRect();
