@@ -5,7 +5,9 @@
 
 const GROUP_ROWS = 200;
 const FIRST_ROWS = 60; // that are expanded at first
-const OCCURRENCE_LINKS = 3;
+const ROW_LINKS = 1; // to occurrences; the details have more
+const DETAIL_LINKS = 50;
+const ROW_DIGITS = 5; // of an extent
 
 class StructureTree {
   constructor(section, model) {
@@ -84,16 +86,16 @@ class StructureTree {
     const name = nodeName(model, node.product, isSingle ? node.uses[0] : -1);
     const hasChildren = product.children.length > 0;
     const links = make("span", { class: "links" }, instanceLink(product.definition));
-    for (const use of node.uses.slice(0, OCCURRENCE_LINKS)) {
+    for (const use of node.uses.slice(0, ROW_LINKS)) {
       if (use >= 0) links.append(" ", instanceLink(model.occurrences.get(use).instance));
     }
-    if (node.uses.length > OCCURRENCE_LINKS) links.append(" …");
+    if (node.uses.length > ROW_LINKS) links.append(" …");
     for (const link of links.children) link.tabIndex = -1;
     const row = make("div", { role: "treeitem", "aria-level": level, "aria-posinset": position, "aria-setsize": size,
       "aria-expanded": hasChildren ? "false" : null, "aria-selected": "false", tabindex: -1, class: "row" },
-    make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "name" }, name),
-    isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`),
-    product.extent ? make("span", { class: "extent" }, sizeOf(product.extent)) : null, links);
+    make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "label" },
+      make("span", { class: "name" }, name), isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`)),
+    product.extent ? make("span", { class: "extent" }, sizeOf(product.extent, ROW_DIGITS)) : null, links);
     row.node = node;
     this.indent(row, level);
     return row;
@@ -209,6 +211,11 @@ class StructureTree {
     if (colours.length > 0) add("Colours", ...colours.slice(0, 12).map(makeSwatch));
     const links = [target.instance, target.definition, ...target.shapes.slice(0, 5)].filter(name => name);
     add("Instances", ...links.flatMap(name => [instanceLink(name), " "]));
+    const occurrences = uses.filter(use => use >= 0);
+    if (occurrences.length > 0) {
+      add(occurrences.length > 1 ? "Occurrences" : "Occurrence", ...occurrences.slice(0, DETAIL_LINKS)
+        .flatMap(use => [instanceLink(model.occurrences.get(use).instance), " "]), occurrences.length > DETAIL_LINKS ? "…" : "");
+    }
     this.details.replaceChildren(list);
   }
 
