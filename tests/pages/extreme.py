@@ -82,7 +82,7 @@ def placed(count):
     side = int(count ** 0.5) + 1
     for i in range(count):
         k = 1000 + 10 * i
-        yield (f"#{k}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','','',#32,#12,$);\n"
+        yield (f"#{k}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','o{i}','',#32,#12,$);\n"
                f"#{k + 1}=CARTESIAN_POINT('',({2 * (i % side)}.,0.,{2 * (i // side)}.));\n"
                f"#{k + 2}=AXIS2_PLACEMENT_3D('',#{k + 1},$,$);\n"
                f"#{k + 3}=ITEM_DEFINED_TRANSFORMATION('','',#36,#{k + 2});\n"

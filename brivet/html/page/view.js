@@ -1420,7 +1420,7 @@ async function createView(section, model) {
     if (path !== null) {
       const product = productOf(model, path);
       const steps = path.split("/");
-      if (product >= 0) name = nodeName(model, product, steps.length > 1 ? Number(steps[steps.length - 1]) : -1);
+      if (product >= 0) name = nodeName(model, product, steps.length > 1 && times === 1 ? Number(steps[steps.length - 1]) : -1);
     }
     selection.textContent = (name.length > 120 ? name.slice(0, 120) + "…" : name) + (times > 1 ? ` ×${numbers.format(times)}` : "");
     canvas.dataset.selected = path === null ? "" : path;
