@@ -209,6 +209,45 @@ class ViewTests(PageTest):
         self.settle(page)
         self.assertNotEqual(Shot(page).drawn.keys(), fitted.drawn.keys())
 
+    def touch(self, page, kind, *points):
+        self.driver.execute_cdp_cmd("Input.dispatchTouchEvent", {
+            "type": kind, "touchPoints": [{"x": x, "y": y, "id": i} for i, (x, y) in enumerate(points)]})
+
+    def test_touch(self):
+        page = self.open_view(self.write_document(FRAME.format(x0="0.", x1="100.", z0="0.", z1="50.")))
+        self.press(page, "Front")
+        self.press(page, "\u2212")
+        self.press(page, "\u2212")
+        before = Shot(page)
+        page.run("document.querySelector('#view canvas').scrollIntoView({block: 'center'})")
+        x, y = page.run("""const box = document.querySelector('#view canvas').getBoundingClientRect();
+            return [box.x + box.width / 2, box.y + box.height / 2]""")
+        # Two fingers move apart: the frame is 1.5 times as large.
+        self.touch(page, "touchStart", (x - 60, y), (x + 60, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x - 60 - 3 * step, y), (x + 60 + 3 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        after = Shot(page)
+        self.assertAlmostEqual(after.box()[0] / before.box()[0], 1.5, delta=0.08)
+        # Two fingers move in parallel: the frame moves and keeps its size.
+        self.touch(page, "touchStart", (x - 60, y), (x + 60, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x - 60 + 4 * step, y), (x + 60 + 4 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        moved = Shot(page)
+        self.assertAlmostEqual(min(x for x, _ in moved.drawn) - min(x for x, _ in after.drawn), 40, delta=5)
+        self.assertAlmostEqual(moved.box()[0], after.box()[0], delta=4)
+        # One finger rotates.
+        self.touch(page, "touchStart", (x, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x + 8 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        self.assertLess(Shot(page).box()[0], 0.9 * moved.box()[0])
+        self.assert_quiet(page)
+
     def test_perspective(self):
         page = self.open_view(self.sample(ASSEMBLY))
         parallel = Shot(page).drawn

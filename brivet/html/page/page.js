@@ -54,6 +54,7 @@ async function startPage() {
     parts.list = new InstanceList(instances, blocks);
     parts.search = new Search(openSection("search"), blocks, parts.list);
     await parts.list.showPage(0);
+    performance.mark("contents");
   }
   const model = await readModel();
   const fillers = { structure: (target, data) => new StructureTree(target, data), properties: addProperties,
@@ -76,6 +77,7 @@ async function startPage() {
     if (link && link.getAttribute("href") === location.hash) followAddress(parts);
   });
   if (location.hash !== "") await followAddress(parts);
+  performance.mark("sections");
   document.documentElement.dataset.ready = "true";
 }
 

@@ -1481,6 +1481,7 @@ async function createView(section, model) {
     if (isFirst) {
       isFirst = false;
       actions.isometric();
+      performance.mark("picture");
       section.dataset.picture = "ready";
     }
   };
