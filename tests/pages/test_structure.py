@@ -76,7 +76,7 @@ class StructureTests(PageTest):
         page, names = self.open_cart()
         page.run("window.seen = []; document.addEventListener('brivet-select', event => seen.push(event.detail))")
         page.run("document.querySelectorAll('[role=treeitem] .name')[3].click()")
-        self.assertEqual(page.run("return seen"), [{"path": "0/0/6", "origin": "tree"}])
+        self.assertEqual(page.run("return seen"), [{"path": "0/0/6", "origin": "tree", "levels": [[0], [0, 1, 2, 3], [6, 7]]}])
         self.assertIn("bolt", page.text(".details"))
 
     def test_selection_elsewhere_is_revealed(self):
