@@ -173,8 +173,8 @@ class PageTest(unittest.TestCase):
         """Checks that no task of the tab takes longer than `limit` milliseconds while the page opens and `use` works with it.
 
         The time in which the browser creates contexts of WebGL does not count: it starts a process, or waits for the one
-        that still draws an earlier page. Other work on the machine stretches tasks: the best of several attempts counts, and the limit grows by how much the
-        same loop is stretched in the same tab.
+        that still draws an earlier page. Other work on the machine stretches tasks: the best of several attempts counts,
+        and the limit grows by how much the same loop is stretched in the same tab.
         """
         found = []
         for _ in range(5):

@@ -1030,7 +1030,8 @@ function createContext(canvas) {
   try {
     const context = canvas.getContext("webgl", attributes);
     return context && !context.isContextLost() && context.getExtension("ANGLE_instanced_arrays") &&
-      context.getExtension("OES_element_index_uint") && context.getExtension("OES_standard_derivatives") ? context : null;
+      context.getExtension("OES_element_index_uint") && context.getExtension("OES_standard_derivatives") &&
+      context.getParameter(context.MAX_VERTEX_TEXTURE_IMAGE_UNITS) > 0 ? context : null;
   } catch (error) {
     return null;
   }
