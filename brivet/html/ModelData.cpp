@@ -85,8 +85,8 @@ void ModelData::WriteProducts(ProductModel const& model) {
   EndRows();
 }
 
-// instance, parent, child, name, designator, placement. The parent is -1 if the occurrence is not part of the
-// structure.
+// parent, child, instance, name, designator, placement. The parent is -1 if the occurrence is not part of the structure.
+// Each row is a line, so that scripts can parse one row of many.
 void ModelData::WriteOccurrences(ProductModel const& model) {
   std::vector<int> parents(model.occurrences.size(), -1);
   std::size_t const products = Shown(model.products, kProducts);
@@ -99,7 +99,7 @@ void ModelData::WriteOccurrences(ProductModel const& model) {
   BeginRows("occurrences");
   for (std::size_t i = 0; i < Shown(model.occurrences, kOccurrences); ++i) {
     ModelOccurrence const& each = model.occurrences[i];
-    rows.BeginList().String(each.instance).Integer(parents[i]).Integer(each.child);
+    rows.BeginList().Integer(parents[i]).Integer(each.child).String(each.instance);
     rows.String(each.name).String(each.designator);
     if (each.placement.IsIdentity()) {
       rows.Integer(0);
@@ -109,6 +109,7 @@ void ModelData::WriteOccurrences(ProductModel const& model) {
       rows.EndList();
     }
     rows.EndList();
+    rows.text += '\n';
     EndRow();
   }
   EndRows();

@@ -20,7 +20,7 @@ struct ProductModel;
 // A document can describe more than a browser can show; what is beyond the limits is left out and reported.
 class ModelData {
  public:
-  static constexpr std::size_t kPartBytes = 1048576;
+  static constexpr std::size_t kPartBytes = 262144;
   static constexpr std::size_t kProducts = 200000;
   static constexpr std::size_t kOccurrences = 1000000;
   static constexpr std::size_t kRows = 100000;  // of the other lists

@@ -619,8 +619,12 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
   StepValue const normalList = store.Get(
       item, isFace ? STEP_ATTRIBUTE(TessellatedFace, "normals") : STEP_ATTRIBUTE(TessellatedSurfaceSet, "normals"));
   std::vector<double> const normals = sink == nullptr ? std::vector<double>() : Normals(normalList);
+  // Without pnindex, normals may end after the last point that is used.
+  std::uint32_t const last = triangles.empty() ? 0 : *std::max_element(triangles.begin(), triangles.end());
   bool const hasNormals =
-      normals.size() == 3 || (!normals.empty() && normals.size() == 3 * (isDirect ? count : pointIndices.size()));
+      normals.size() == 3 ||
+      (!normals.empty() && (isDirect ? normals.size() >= 3 * std::size_t{last} && normals.size() <= 3 * count
+                                     : normals.size() == 3 * pointIndices.size()));
   std::unordered_map<std::uint32_t, std::uint32_t> used;
   ModelMesh mesh;
   for (std::uint32_t& corner : triangles) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws layers.svg: the layers of the library, as the tests enforce them, and brivet with its modules on top.
+"""Draws layers.svg: the layers of the library, as the tests enforce them; above it brivet, its modules and their SDK.
 
 draw_layers.py     writes layers.svg next to this script
 """
@@ -34,7 +34,17 @@ CONTENTS = {
     "records": ("placements, selections, colours, shells", MATH),
     "public": ("the handles of applications", PUBLIC),
 }
-LEFT, WIDTH, HEIGHT, TOP = 20, 640, 26, 130
+# The modules and what they read or write.
+MODULES = [
+    ("BrivetStep", "reads and writes STEP"),
+    ("BrivetHtml", "pages"),
+    ("BrivetSvg", "drawings"),
+    ("BrivetJson", "summaries"),
+    ("BrivetText", "listings"),
+    ("BrivetMesh", "glb, stl, obj"),
+    ("BrivetShape", "exact shapes"),
+]
+LEFT, WIDTH, HEIGHT, TOP = 20, 760, 26, 262
 
 
 def box(x, y, width, height, fill, title, text=""):
@@ -56,19 +66,32 @@ def draw():
     bottom = TOP + len(layers) * HEIGHT
     lines = [
         f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {LEFT * 2 + WIDTH} {bottom + 60}" role="img">',
-        "<title>The layers of the library, and brivet with its modules on top</title>",
+        "<title>The layers of the library; above it brivet, its modules and their SDK</title>",
         "<style>text{font:13px sans-serif;fill:#223}.name{font-weight:bold}.side{fill:#556}</style>",
         f'<rect width="{LEFT * 2 + WIDTH}" height="{bottom + 60}" fill="#ffffff"/>',
     ]
-    module = (WIDTH - 2 * 20) // 3
-    for number, name in enumerate(["BrivetStep", "BrivetHtml", "BrivetText"]):
-        lines.append(box(LEFT + number * (module + 20), 64, module, 32, "#f6dcdc", name))
+    side = f'<text x="{LEFT + WIDTH / 2:g}" y="%d" text-anchor="middle" class="side">%s</text>'
     lines.append(box(LEFT, 14, WIDTH, 32, "#f2cccc", "brivet, the driver"))
-    lines.append(f'<text x="{LEFT + WIDTH / 2:g}" y="59" text-anchor="middle" class="side">loads by name</text>')
+    lines.append(side % (62, "loads modules by name, from their manifests"))
+    gap = 12
+    module = (WIDTH - 3 * gap) // 4
+    for number, (name, text) in enumerate(MODULES):
+        x, y = LEFT + number % 4 * (module + gap), 72 + number // 4 * 54
+        lines.append(
+            f'<rect x="{x}" y="{y}" width="{module}" height="44" rx="3" fill="#f6dcdc" stroke="#667"/>'
+            f'<text x="{x + module / 2:g}" y="{y + 19}" text-anchor="middle" class="name">{name}</text>'
+            f'<text x="{x + module / 2:g}" y="{y + 36}" text-anchor="middle">{text}</text>'
+        )
+    # The worker of the last module.
+    x, y = LEFT + 3 * (module + gap), 126
+    lines.append(f'<path d="M{x - gap} {y + 22}h{gap}" stroke="#667" stroke-dasharray="3 2"/>')
     lines.append(
-        f'<text x="{LEFT + WIDTH / 2:g}" y="117" text-anchor="middle" class="side">'
-        "libVRELBase.so: a file includes only its own layer and lower ones</text>"
+        f'<rect x="{x}" y="{y}" width="{module}" height="44" rx="3" fill="#ffffff" stroke="#667" stroke-dasharray="3 2"/>'
+        f'<text x="{x + module / 2:g}" y="{y + 19}" text-anchor="middle" class="name">brivet-shape-worker</text>'
+        f'<text x="{x + module / 2:g}" y="{y + 36}" text-anchor="middle">a process, Open CASCADE</text>'
     )
+    lines.append(box(LEFT, 184, WIDTH, 32, "#f2cccc", "libBrivetSdk.so: what modules include, and the product model"))
+    lines.append(side % (246, "libVRELBase.so: a file includes only its own layer and lower ones"))
     for number, layer in enumerate(layers):
         description, colour = CONTENTS[layer]
         lines.append(box(LEFT, TOP + number * HEIGHT, WIDTH, HEIGHT, colour, layer, description))

@@ -77,6 +77,8 @@ class PageTests(PageTest):
                      if each.is_displayed()]
             self.assertIn("summary", shown)
             self.assertIn("header", shown)
+            self.assertIn("view", shown)
+            self.assertTrue(self.driver.find_element("css selector", "#view > svg").is_displayed())
             self.assertNotIn("instances", shown)
             self.assertIn("Plain=On", self.driver.find_element("css selector", "noscript").text)
         finally:

@@ -37,7 +37,10 @@ class StructureTests(PageTest):
                                            [3, "bolt", "×2", None], [2, "f", "", None]])
         links = page.run("""return [...document.querySelectorAll('[role=treeitem]')[1].querySelectorAll('a')]
             .map(each => each.getAttribute('href'))""")
-        self.assertEqual(links, [f"#{names['wheel']}"] + [f"#{use}" for use in names["uses"][:3]])
+        self.assertEqual(links, [f"#{names['wheel']}", f"#{names['uses'][0]}"])
+        page.run("document.querySelectorAll('[role=treeitem]')[1].querySelector('.name').click()")
+        links = page.run("return [...document.querySelectorAll('.details dd:last-child a')].map(each => each.getAttribute('href'))")
+        self.assertEqual(links[-4:], [f"#{use}" for use in names["uses"]])
         page.run("document.querySelectorAll('[role=treeitem]')[1].querySelector('a').click()")
         page.wait(f"return document.querySelector('.item.current')?.id === '{names['wheel']}'")
         self.assert_quiet(page)
@@ -73,7 +76,7 @@ class StructureTests(PageTest):
         page, names = self.open_cart()
         page.run("window.seen = []; document.addEventListener('brivet-select', event => seen.push(event.detail))")
         page.run("document.querySelectorAll('[role=treeitem] .name')[3].click()")
-        self.assertEqual(page.run("return seen"), [{"path": "0/0/6", "origin": "tree"}])
+        self.assertEqual(page.run("return seen"), [{"path": "0/0/6", "origin": "tree", "levels": [[0], [0, 1, 2, 3], [6, 7]]}])
         self.assertIn("bolt", page.text(".details"))
 
     def test_selection_elsewhere_is_revealed(self):

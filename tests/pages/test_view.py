@@ -7,6 +7,7 @@ import zlib
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
 
+import extreme
 from browser import PageTest, main
 
 ASSEMBLY = "examples/assembly.stp"
@@ -107,8 +108,9 @@ class ViewTests(PageTest):
 
     def settle(self, page):
         """Waits until requested frames are drawn."""
-        page.driver.execute_async_script(
-            "const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(done, 50)))")
+        page.driver.execute_async_script("const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(done))")
+        page.wait("return document.querySelector('#view canvas').dataset.frame === 'drawn'")
+        page.driver.execute_async_script("const done = arguments[0]; requestAnimationFrame(() => setTimeout(done, 50))")
 
     def press(self, page, name):
         button = next(each for each in page.find_all("#view button") if each.text == name)
@@ -207,6 +209,45 @@ class ViewTests(PageTest):
         self.settle(page)
         self.assertNotEqual(Shot(page).drawn.keys(), fitted.drawn.keys())
 
+    def touch(self, page, kind, *points):
+        self.driver.execute_cdp_cmd("Input.dispatchTouchEvent", {
+            "type": kind, "touchPoints": [{"x": x, "y": y, "id": i} for i, (x, y) in enumerate(points)]})
+
+    def test_touch(self):
+        page = self.open_view(self.write_document(FRAME.format(x0="0.", x1="100.", z0="0.", z1="50.")))
+        self.press(page, "Front")
+        self.press(page, "\u2212")
+        self.press(page, "\u2212")
+        before = Shot(page)
+        page.run("document.querySelector('#view canvas').scrollIntoView({block: 'center'})")
+        x, y = page.run("""const box = document.querySelector('#view canvas').getBoundingClientRect();
+            return [box.x + box.width / 2, box.y + box.height / 2]""")
+        # Two fingers move apart: the frame is 1.5 times as large.
+        self.touch(page, "touchStart", (x - 60, y), (x + 60, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x - 60 - 3 * step, y), (x + 60 + 3 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        after = Shot(page)
+        self.assertAlmostEqual(after.box()[0] / before.box()[0], 1.5, delta=0.08)
+        # Two fingers move in parallel: the frame moves and keeps its size.
+        self.touch(page, "touchStart", (x - 60, y), (x + 60, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x - 60 + 4 * step, y), (x + 60 + 4 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        moved = Shot(page)
+        self.assertAlmostEqual(min(x for x, _ in moved.drawn) - min(x for x, _ in after.drawn), 40, delta=5)
+        self.assertAlmostEqual(moved.box()[0], after.box()[0], delta=4)
+        # One finger rotates.
+        self.touch(page, "touchStart", (x, y))
+        for step in range(1, 11):
+            self.touch(page, "touchMove", (x + 8 * step, y))
+        self.touch(page, "touchEnd")
+        self.settle(page)
+        self.assertLess(Shot(page).box()[0], 0.9 * moved.box()[0])
+        self.assert_quiet(page)
+
     def test_perspective(self):
         page = self.open_view(self.sample(ASSEMBLY))
         parallel = Shot(page).drawn
@@ -257,6 +298,75 @@ class ViewTests(PageTest):
             page.find("#view canvas"), 20 - shot.width // 2, 20 - shot.height // 2).click().perform()
         self.settle(page)
         self.assertEqual(self.selected(page), "")
+        self.assert_quiet(page)
+
+    def orange(self, page):
+        """Returns what the canvas shows, and the pixels in the hue of the selection."""
+        shot = Shot(page)
+        selected = [place for place, colour in shot.drawn.items() if colour[0] > colour[1] and colour[0] - colour[2] > 20]
+        return shot, selected
+
+    def test_row_selects_all_its_nodes(self):
+        """A row that represents several nodes selects them all; each of them selects the row."""
+        # Three frames: two side by side and one above the first.
+        page = self.open_view(self.write_document("".join(extreme.placed(3))))
+        self.press(page, "Front")
+        width, height = Shot(page).box()
+        page.run("[...document.querySelectorAll('.row')].find(row => row.querySelector('.times')).querySelector('.name').click()")
+        self.settle(page)
+        self.assertEqual(page.text("#view .selection"), "part ×3")
+        shot, selected = self.orange(page)
+        self.assertGreater(len(selected), 0.9 * len(shot.drawn))
+        everything = {(x, y) for x, y in selected}
+        self.press(page, "Only selection")
+        self.assertEqual(Shot(page).box(), (width, height))
+        self.press(page, "Only selection")
+        # A click on the left edge of each frame: the corners of all are at 0, 2 and 3 of 3 units to the right.
+        left, right = min(x for x, _ in everything), max(x for x, _ in everything)
+        top, bottom = min(y for _, y in everything), max(y for _, y in everything)
+        unit = (right - left) / 3
+        for number, (x, y) in enumerate([(left, bottom - unit / 4), (right, bottom - unit / 4), (left, top + unit / 4)]):
+            ActionChains(page.driver).move_to_element_with_offset(
+                page.find("#view canvas"), round(x) - shot.width // 2, round(y) - shot.height // 2).click().perform()
+            page.wait(f"return document.querySelector('#view canvas').dataset.selected === '0/{number}'")
+            self.settle(page)
+            self.assertEqual(page.text("[aria-selected=true] .times"), " ×3")
+            self.assertEqual(page.count("[aria-selected=true]"), 1)
+            self.assertLess(len(self.orange(page)[1]), 0.5 * len(everything))
+        # The row again.
+        page.find("[aria-selected=true] .name").click()
+        self.settle(page)
+        self.assertGreater(len(self.orange(page)[1]), 0.9 * len(everything))
+        self.assert_quiet(page)
+
+    def test_row_in_repeated_row_selects_all_its_nodes(self):
+        # Two assemblies of two frames each.
+        data = "".join(extreme.placed(2)).replace("'top','top'", "'pair','pair'")
+        data += ("#50=PRODUCT('all','all','',());\n#51=PRODUCT_DEFINITION_FORMATION('','',#50);\n"
+                 "#52=PRODUCT_DEFINITION('','',#51,$);\n#53=PRODUCT_DEFINITION_SHAPE('','',#52);\n"
+                 "#54=SHAPE_DEFINITION_REPRESENTATION(#53,#55);\n#55=SHAPE_REPRESENTATION('',(#36),#1);\n")
+        for i in range(2):
+            k = 5000 + 10 * i
+            data += (f"#{k}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','','',#52,#32,$);\n"
+                     f"#{k + 1}=CARTESIAN_POINT('',(0.,0.,{2 * i}.));\n#{k + 2}=AXIS2_PLACEMENT_3D('',#{k + 1},$,$);\n"
+                     f"#{k + 3}=ITEM_DEFINED_TRANSFORMATION('','',#36,#{k + 2});\n"
+                     f"#{k + 4}=(REPRESENTATION_RELATIONSHIP('','',#35,#55)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION"
+                     f"(#{k + 3})SHAPE_REPRESENTATION_RELATIONSHIP());\n#{k + 5}=PRODUCT_DEFINITION_SHAPE('','',#{k});\n"
+                     f"#{k + 6}=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#{k + 4},#{k + 5});\n")
+        page = self.open_view(self.write_document(data))
+        self.press(page, "Front")
+        page.run("[...document.querySelectorAll('.row .name')].find(each => each.textContent === 'part').click()")
+        self.settle(page)
+        self.assertEqual(page.text("#view .selection"), "part ×4")
+        shot, selected = self.orange(page)
+        self.assertGreater(len(selected), 0.9 * len(shot.drawn))
+        # One of them, by its address.
+        page.go("node=0/2/0")
+        page.wait("return document.querySelector('#view canvas').dataset.selected === '0/2/0'")
+        self.settle(page)
+        one = len(self.orange(page)[1])
+        self.assertGreater(one, 0.15 * len(selected))
+        self.assertLess(one, 0.4 * len(selected))
         self.assert_quiet(page)
 
     def test_only_selection(self):

@@ -159,7 +159,9 @@ class Blocks {
 
   // Returns the item that defines a number, or -1.
   async findNumber(number, report = () => {}) {
+    const turns = new Turns();
     for (let i = 0; i < this.list.length; ++i) {
+      if (turns.isOver()) await turns.next();
       const entry = this.list[i];
       if (number < entry.low || number > entry.high) continue;
       const item = (await this.read(i)).ids.indexOf(number);
@@ -184,8 +186,10 @@ class Blocks {
   // Returns the item whose id has more digits than a number can have, or -1.
   async findDigits(digits) {
     const shown = digits.length <= 40 ? digits : digits.slice(0, 20) + "...";
+    const turns = new Turns();
     for (let i = 0; i < this.list.length; ++i) {
       if (!this.list[i].hasFar) continue;
+      if (turns.isOver()) await turns.next();
       const { text } = await this.read(i);
       const end = text.indexOf(`:${shown};`);
       for (let at = end; at >= 0; at = text.indexOf(`:${shown};`, at + 1)) {

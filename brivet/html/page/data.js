@@ -1,6 +1,6 @@
 // Data elements of the page: gzip in Base64, read by their names.
 
-const MAX_TASK = 40; // milliseconds of work before the browser gets a turn
+const MAX_TASK = 25; // milliseconds of work before the browser gets a turn
 
 const pause = () => new Promise(resolve => {
   const channel = new MessageChannel();
@@ -21,32 +21,52 @@ class Turns {
 
 const hasData = name => document.getElementById("data-" + name) !== null;
 
-// Returns the bytes of Base64 text. Large texts are decoded in pieces.
-async function decodeBase64(text) {
-  const padding = text.endsWith("==") ? 2 : text.endsWith("=") ? 1 : 0;
-  const bytes = new Uint8Array(text.length / 4 * 3 - padding);
-  const turns = new Turns();
-  const PIECE = 1 << 20; // a multiple of 4
-  for (let at = 0; at < text.length; at += PIECE) {
-    const piece = text.slice(at, at + PIECE);
-    if (Uint8Array.fromBase64) {
-      bytes.set(Uint8Array.fromBase64(piece), at / 4 * 3);
-    } else {
-      const binary = atob(piece);
-      for (let i = 0, to = at / 4 * 3; i < binary.length; ++i, ++to) bytes[to] = binary.charCodeAt(i);
-    }
-    await turns.next();
-  }
+// Returns the bytes of Base64 text.
+function decodeBase64(text) {
+  if (Uint8Array.fromBase64) return Uint8Array.fromBase64(text);
+  const binary = atob(text);
+  const bytes = new Uint8Array(binary.length);
+  for (let i = 0; i < binary.length; ++i) bytes[i] = binary.charCodeAt(i);
   return bytes;
 }
 
-// Returns the content of a data element as bytes. Throws if there is none.
+const ENCODED_PIECE = 1 << 19; // characters that are decoded at once, a multiple of 4
+const LARGEST_RATIO = 1032; // of compressed data
+
+// Returns the content of a data element as bytes. Throws if there is none, or if it is damaged.
 async function readBytes(name) {
   const element = document.getElementById("data-" + name);
   if (!element) throw new Error(`the page has no data '${name}'`);
-  const packed = await decodeBase64(element.textContent);
-  const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream("gzip"));
-  return new Uint8Array(await new Response(stream).arrayBuffer());
+  const text = element.textContent;
+  // The last four bytes are the size of the content.
+  const tail = decodeBase64(text.slice(-8));
+  const size = new DataView(tail.buffer).getUint32(tail.length - 4, true);
+  if (size > LARGEST_RATIO * text.length) throw new Error(`the data '${name}' is damaged`);
+  const stream = new DecompressionStream("gzip");
+  const feed = async () => {
+    const writer = stream.writable.getWriter();
+    const turns = new Turns();
+    for (let at = 0; at < text.length; at += ENCODED_PIECE) {
+      await writer.ready;
+      writer.write(decodeBase64(text.slice(at, at + ENCODED_PIECE))).catch(() => {}); // the reader reports it
+      if (turns.isOver()) await turns.next();
+    }
+    await writer.close();
+  };
+  const feeding = feed().catch(() => {});
+  const bytes = new Uint8Array(size);
+  const reader = stream.readable.getReader();
+  const turns = new Turns();
+  let at = 0;
+  for (let part = await reader.read(); !part.done; part = await reader.read()) {
+    if (at + part.value.length > size) throw new Error(`the data '${name}' is damaged`);
+    bytes.set(part.value, at);
+    at += part.value.length;
+    if (turns.isOver()) await turns.next();
+  }
+  await feeding;
+  if (at !== size) throw new Error(`the data '${name}' is damaged`);
+  return bytes;
 }
 
 async function readText(name) {

@@ -15,14 +15,14 @@ function make(tag, attributes, ...children) {
 const numbers = new Intl.NumberFormat("en");
 const counted = (count, thing) => `${numbers.format(count)} ${thing}${count === 1 ? "" : "s"}`;
 
-// Returns a number with at most six significant digits.
-const shortNumber = number => typeof number === "number" ? String(Number(number.toPrecision(6))) : "";
+// Returns a number with at most this many significant digits.
+const shortNumber = (number, digits = 6) => typeof number === "number" ? String(Number(number.toPrecision(digits))) : "";
 
 // Returns a link to an instance, "#12".
 const instanceLink = name => make("a", { href: name, class: "id" }, name);
 
 // Returns the size of an extent: "20 × 30 × 5".
-const sizeOf = extent => [0, 1, 2].map(i => shortNumber(extent[i + 3] - extent[i])).join(" × ");
+const sizeOf = (extent, digits = 6) => [0, 1, 2].map(i => shortNumber(extent[i + 3] - extent[i], digits)).join(" × ");
 
 // Short forms of common units.
 const SHORT_UNITS = { millimetre: "mm", centimetre: "cm", metre: "m", micrometre: "µm", kilometre: "km" };

@@ -7,9 +7,6 @@ const toProduct = row => ({
   extent: row[6] || null, solids: row[7], shells: row[8], faces: row[9], edges: row[10], shapes: row[11],
   shapeCount: row[12], colours: row[13], unit: row[14], children: [],
 });
-const toOccurrence = row => ({
-  instance: row[0], parent: row[1], child: row[2], name: row[3], designator: row[4], placement: row[5] || IDENTITY,
-});
 const toLayer = row => ({ instance: row[0], name: row[1], description: row[2], items: row[3] });
 const toProperty = row => ({
   instance: row[0], product: row[1], name: row[2], description: row[3], kind: row[4],
@@ -22,12 +19,61 @@ const toAnnotation = row => ({
 const toView = row => ({ instance: row[0], name: row[1], kind: row[2] });
 const toType = row => ({ name: row[0], count: row[1] });
 
+// Uses of products in assemblies. A million objects would take much memory, and stop the page when it is collected: the
+// rows remain text, and each is parsed when it is needed.
+class Occurrences {
+  constructor() {
+    this.length = 0;
+    this.texts = []; // of the parts
+    this.firsts = []; // occurrence of each part
+    this.parents = new Int32Array(1024); // -1: not part of the structure
+    this.children = new Int32Array(1024);
+    this.positions = new Uint32Array(1024); // in the text of the part
+  }
+
+  // Adds the rows of a part: lines that begin with parent and child.
+  async addPart(text, turns) {
+    this.texts.push(text);
+    this.firsts.push(this.length);
+    for (let at = 0, end = text.indexOf("\n"); end >= 0; at = end + 1, end = text.indexOf("\n", at)) {
+      if (this.length === this.parents.length) {
+        for (const name of ["parents", "children", "positions"]) {
+          const larger = new this[name].constructor(2 * this.length);
+          larger.set(this[name]);
+          this[name] = larger;
+        }
+      }
+      // The first character separates the rows, the second begins this one.
+      const comma = text.indexOf(",", at + 2);
+      this.parents[this.length] = Number(text.slice(at + 2, comma));
+      this.children[this.length] = parseInt(text.slice(comma + 1, comma + 12), 10);
+      this.positions[this.length++] = at + 1;
+      if (this.length % 1000 === 0 && turns.isOver()) await turns.next();
+    }
+  }
+
+  // Returns the occurrence, or undefined if there is none.
+  get(index) {
+    if (!(index >= 0 && index < this.length)) return undefined;
+    let low = 0, high = this.firsts.length - 1;
+    while (low < high) {
+      const middle = (low + high + 1) >> 1;
+      if (this.firsts[middle] <= index) low = middle; else high = middle - 1;
+    }
+    const begin = this.positions[index];
+    const row = JSON.parse(this.texts[low].slice(begin, this.texts[low].indexOf("\n", begin)));
+    return { parent: row[0], child: row[1], instance: row[2], name: row[3], designator: row[4], placement: row[5] || IDENTITY };
+  }
+}
+
 // Reads the parts of a list, each as one task.
 async function readList(name, parts, convert) {
   const turns = new Turns();
   const list = [];
   for (let part = 0; part < (parts[name] || 0); ++part) {
-    for (const row of await readJson(`${name}-${part}`)) {
+    const text = await readText(`${name}-${part}`);
+    await turns.next();
+    for (const row of JSON.parse(text)) {
       list.push(convert(row));
       if (list.length % 1000 === 0) await turns.next();
     }
@@ -39,12 +85,16 @@ async function readModel() {
   const model = await readJson("model");
   const { parts } = model;
   model.products = await readList("products", parts, toProduct);
-  model.occurrences = await readList("occurrences", parts, toOccurrence);
+  const turns = new Turns();
+  model.occurrences = new Occurrences();
+  for (let part = 0; part < (parts.occurrences || 0); ++part) {
+    await model.occurrences.addPart(await readText(`occurrences-${part}`), turns);
+    await turns.next();
+  }
   model.roots = model.roots || [];
   model.units = model.units || [];
-  const turns = new Turns();
   for (let i = 0; i < model.occurrences.length; ++i) {
-    const { parent } = model.occurrences[i];
+    const parent = model.occurrences.parents[i];
     if (parent >= 0) model.products[parent].children.push(i);
     if (i % 1000 === 0) await turns.next();
   }
@@ -61,7 +111,7 @@ const textOf = text => text === null || text.trim() === "" ? "" : text;
 
 // Returns the name of an occurrence, else that of its product; for a root (-1) that of the product.
 function nodeName(model, product, occurrence) {
-  const use = occurrence < 0 ? null : model.occurrences[occurrence];
+  const use = occurrence < 0 ? null : model.occurrences.get(occurrence);
   const target = model.products[product];
   return (use && textOf(use.name)) || textOf(target.name) || textOf(target.id) || "(no name)";
 }
@@ -73,9 +123,8 @@ function productOf(model, path) {
   if (root === undefined) return -1;
   let product = root;
   for (const step of steps.slice(1)) {
-    const use = model.occurrences[step];
-    if (!use || use.parent !== product) return -1;
-    product = use.child;
+    if (model.occurrences.parents[step] !== product || !(step < model.occurrences.length)) return -1;
+    product = model.occurrences.children[step];
   }
   return product;
 }

@@ -3,13 +3,17 @@
 const section = name => document.getElementById(name);
 
 let selectedPath = null;
+let selectedLevels = null;
 
 // Selects a node of the structure: "0" is the first root, "0/12" its child by occurrence 12; null selects nothing.
-// `origin`: "tree", "view" or "address".
-function selectNode(path, origin) {
-  if (path === selectedPath && origin === "view") return;
+// `origin`: "tree", "view" or "address". `levels` is null, or selects all nodes of a row of the tree: the position of the
+// root, then for each level the occurrences of equal children.
+function selectNode(path, origin, levels = null) {
+  if (path === selectedPath && levels === selectedLevels && origin === "view") return;
   selectedPath = path;
-  document.dispatchEvent(new CustomEvent("brivet-select", { detail: { path, origin } }));
+  selectedLevels = levels;
+  const detail = levels ? { path, origin, levels } : { path, origin };
+  document.dispatchEvent(new CustomEvent("brivet-select", { detail }));
 }
 
 function addContents() {
@@ -50,6 +54,7 @@ async function startPage() {
     parts.list = new InstanceList(instances, blocks);
     parts.search = new Search(openSection("search"), blocks, parts.list);
     await parts.list.showPage(0);
+    performance.mark("contents");
   }
   const model = await readModel();
   const fillers = { structure: (target, data) => new StructureTree(target, data), properties: addProperties,
@@ -72,6 +77,7 @@ async function startPage() {
     if (link && link.getAttribute("href") === location.hash) followAddress(parts);
   });
   if (location.hash !== "") await followAddress(parts);
+  performance.mark("sections");
   document.documentElement.dataset.ready = "true";
 }
 

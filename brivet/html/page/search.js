@@ -95,6 +95,8 @@ class Search {
     let reported = performance.now();
     for (let index = 0; index < this.blocks.list.length; ++index) {
       const block = await this.blocks.read(index, false);
+      // Small blocks arrive in the same task.
+      if (turns.isOver()) await turns.next();
       if (run !== this.run) return;
       const { begin, part } = this.blocks.list[index];
       if (part >= 0 && last !== begin - 1) {

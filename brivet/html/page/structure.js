@@ -5,7 +5,9 @@
 
 const GROUP_ROWS = 200;
 const FIRST_ROWS = 60; // that are expanded at first
-const OCCURRENCE_LINKS = 3;
+const ROW_LINKS = 1; // to occurrences; the details have more
+const DETAIL_LINKS = 50;
+const ROW_DIGITS = 5; // of an extent
 
 class StructureTree {
   constructor(section, model) {
@@ -16,7 +18,7 @@ class StructureTree {
       onclick: event => this.onClick(event) });
     this.details = make("div", { class: "details", "aria-live": "polite" });
     section.append(this.tree, this.details);
-    this.addRows(null, model.roots.map((product, i) => ({ product, uses: [-1], path: String(i) })), 0, 1);
+    this.addRows(null, model.roots.map((product, i) => ({ product, uses: [-1], path: String(i), levels: [[i]] })), 0, 1);
     this.expandFirst();
     const [first] = this.tree.children;
     if (first) first.tabIndex = 0;
@@ -31,7 +33,7 @@ class StructureTree {
     if (groups) return groups;
     const byProduct = new Map();
     for (const use of this.model.products[product].children) {
-      const { child } = this.model.occurrences[use];
+      const child = this.model.occurrences.children[use];
       const group = byProduct.get(child);
       if (group) group.uses.push(use);
       else byProduct.set(child, { product: child, uses: [use] });
@@ -84,16 +86,16 @@ class StructureTree {
     const name = nodeName(model, node.product, isSingle ? node.uses[0] : -1);
     const hasChildren = product.children.length > 0;
     const links = make("span", { class: "links" }, instanceLink(product.definition));
-    for (const use of node.uses.slice(0, OCCURRENCE_LINKS)) {
-      if (use >= 0) links.append(" ", instanceLink(model.occurrences[use].instance));
+    for (const use of node.uses.slice(0, ROW_LINKS)) {
+      if (use >= 0) links.append(" ", instanceLink(model.occurrences.get(use).instance));
     }
-    if (node.uses.length > OCCURRENCE_LINKS) links.append(" …");
+    if (node.uses.length > ROW_LINKS) links.append(" …");
     for (const link of links.children) link.tabIndex = -1;
     const row = make("div", { role: "treeitem", "aria-level": level, "aria-posinset": position, "aria-setsize": size,
       "aria-expanded": hasChildren ? "false" : null, "aria-selected": "false", tabindex: -1, class: "row" },
-    make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "name" }, name),
-    isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`),
-    product.extent ? make("span", { class: "extent" }, sizeOf(product.extent)) : null, links);
+    make("span", { class: "toggle", "aria-hidden": "true" }), make("span", { class: "label" },
+      make("span", { class: "name" }, name), isSingle ? null : make("span", { class: "times" }, ` ×${node.uses.length}`)),
+    product.extent ? make("span", { class: "extent" }, sizeOf(product.extent, ROW_DIGITS)) : null, links);
     row.node = node;
     this.indent(row, level);
     return row;
@@ -107,7 +109,7 @@ class StructureTree {
     if (!this.canExpand(row) || this.isExpanded(row)) return;
     row.setAttribute("aria-expanded", "true");
     const nodes = this.groupsOf(row.node.product).map(group => (
-      { ...group, path: `${row.node.path}/${group.uses[0]}` }));
+      { ...group, path: `${row.node.path}/${group.uses[0]}`, levels: [...row.node.levels, group.uses] }));
     this.addRows(row, nodes, 0, this.levelOf(row) + 1);
   }
 
@@ -152,7 +154,8 @@ class StructureTree {
   select(row) {
     if (row.show) { row.show(); return; }
     this.mark(row);
-    selectNode(row.node.path, "tree");
+    const { path, levels } = row.node;
+    selectNode(path, "tree", levels.some(uses => uses.length > 1) ? levels : null);
   }
 
   // Expands the tree down to a path and marks its node; null: marks nothing.
@@ -197,7 +200,7 @@ class StructureTree {
     addText("Name", target.name);
     addText("Version", target.version);
     addText("Description", target.description);
-    if (uses.length === 1 && uses[0] >= 0) addText("Designator", model.occurrences[uses[0]].designator);
+    if (uses.length === 1 && uses[0] >= 0) addText("Designator", model.occurrences.get(uses[0]).designator);
     if (target.extent) add("Extent", `${sizeOf(target.extent)} ${shortUnit(model.units[target.unit])}`);
     addCount("Solids", target.solids);
     addCount("Shells", target.shells);
@@ -208,6 +211,11 @@ class StructureTree {
     if (colours.length > 0) add("Colours", ...colours.slice(0, 12).map(makeSwatch));
     const links = [target.instance, target.definition, ...target.shapes.slice(0, 5)].filter(name => name);
     add("Instances", ...links.flatMap(name => [instanceLink(name), " "]));
+    const occurrences = uses.filter(use => use >= 0);
+    if (occurrences.length > 0) {
+      add(occurrences.length > 1 ? "Occurrences" : "Occurrence", ...occurrences.slice(0, DETAIL_LINKS)
+        .flatMap(use => [instanceLink(model.occurrences.get(use).instance), " "]), occurrences.length > DETAIL_LINKS ? "…" : "");
+    }
     this.details.replaceChildren(list);
   }
 

@@ -10,7 +10,7 @@ function makeSwatch(colour) {
 }
 
 class DataTable {
-  // `columns`: {title, isNumber, cell: row => node or string}.
+  // `columns`: {title, isNumber, isWord, cell: row => node or string}.
   constructor(section, label, columns, rows) {
     this.columns = columns;
     this.rows = rows;
@@ -34,7 +34,7 @@ class DataTable {
     this.begin = begin;
     const rows = this.rows.slice(begin, begin + TABLE_ROWS);
     this.body.replaceChildren(...rows.map(row => make("tr", {}, ...this.columns.map(column => make("td",
-      { class: column.isNumber ? "number" : null }, column.cell(row))))));
+      { class: column.isNumber ? "number" : column.isWord ? "word" : null }, column.cell(row))))));
     if (!this.range) return;
     this.back.disabled = begin === 0;
     this.forth.disabled = begin + TABLE_ROWS >= this.rows.length;
@@ -47,7 +47,7 @@ const orEmpty = text => text === null ? "" : text;
 const linkCell = row => row.instance ? instanceLink(row.instance) : "";
 
 function valueText(value) {
-  const text = Array.isArray(value.value) ? `(${value.value.map(shortNumber).join(", ")})`
+  const text = Array.isArray(value.value) ? `(${value.value.map(number => shortNumber(number)).join(", ")})`
     : typeof value.value === "number" ? shortNumber(value.value) : orEmpty(value.value);
   return value.unit ? `${text} ${value.unit}` : text;
 }
@@ -71,7 +71,8 @@ async function ownersOf(model) {
     if (owners.has(product.definition)) names.set(product.definition, textOf(product.name) || textOf(product.id));
     if (turns.isOver()) await turns.next();
   }
-  for (const use of model.occurrences) {
+  for (let i = 0; i < model.occurrences.length && names.size < owners.size; ++i) {
+    const use = model.occurrences.get(i);
     if (owners.has(use.instance)) names.set(use.instance, textOf(use.name) || textOf(use.designator));
     if (turns.isOver()) await turns.next();
   }
@@ -85,7 +86,7 @@ async function addProperties(section, model) {
     { title: "Value", cell: valueCell },
     { title: "Product", cell: row => make("span", {}, names.get(row.product) || "", " ", row.product ? instanceLink(row.product)
       : "") },
-    { title: "Kind", cell: row => row.kind },
+    { title: "Kind", isWord: true, cell: row => row.kind },
     { title: "Instance", cell: linkCell },
   ], model.properties);
 }
@@ -123,8 +124,8 @@ function addAnnotations(section, model) {
   if (model.annotations.length > 0) {
     new DataTable(section, "Annotations", [
       { title: "Name", cell: row => orEmpty(row.name) },
-      { title: "Kind", cell: row => row.kind },
-      { title: "Form", cell: row => row.form },
+      { title: "Kind", isWord: true, cell: row => row.kind },
+      { title: "Form", isWord: true, cell: row => row.form },
       { title: "Value", cell: row => orEmpty(row.value) },
       { title: "View", cell: row => orEmpty(row.view) },
       { title: "Instance", cell: linkCell },
@@ -134,7 +135,7 @@ function addAnnotations(section, model) {
   section.append(make("h3", {}, "Views"));
   new DataTable(section, "Views", [
     { title: "Name", cell: row => orEmpty(row.name) },
-    { title: "Kind", cell: row => row.kind },
+    { title: "Kind", isWord: true, cell: row => row.kind },
     { title: "Instance", cell: linkCell },
   ], model.views);
 }

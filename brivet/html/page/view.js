@@ -1,26 +1,34 @@
 // Interactive picture of the product model, drawn by three.js.
 //
 // A node is one place of a product that has geometry. Nodes are numbered in the order of a depth-first traversal of the
-// structure, so that the nodes below each node of the tree are a range of numbers: selection, dimming and sections are
-// two numbers in the shader, and need no change of buffers. Numbers and paths are converted by counting the nodes below
-// each product, which takes no memory for each node of the tree.
+// structure, so that the nodes below each node of the tree are a range of numbers. A row of the tree that represents equal
+// children has several ranges; a texture with a byte for each node marks those that are selected, so that selection,
+// dimming and sections need no change of buffers. Numbers and paths are converted by counting the nodes below each
+// product, which takes no memory for each node of the tree.
 //
 // A product with many places is uploaded once and drawn with instancing. The others are joined to batches, so that
 // 100,000 products do not take 100,000 draw calls. Coordinates on the graphics card are relative to the centre of the
 // model and divided by its size; they are computed in double precision, so that a model far from the origin is exact.
 //
-// A frame is drawn only after something has changed.
+// A frame is drawn only after something has changed, in slices: each slice draws as many lines and triangles as take
+// SLICE milliseconds on this machine, then the browser gets a turn. Hardware draws most models in one slice. While the
+// picture moves, a frame is one slice, which leaves out edges if there are too many.
 
 const NODE_LIMIT = 200000;
 const POINT_LIMIT = 12000000; // of all batches and instances
-const BATCH_POINTS = 100000;
+const BATCH_POINTS = 50000;
 const PIECE_POINTS = 20000; // of one step of work, unless a polyline is longer
-const PROGRESS = 700; // milliseconds between frames while the picture is filled
+const CHUNK_INSTANCES = 500; // that are drawn at once
+const SLICE = 30; // milliseconds of drawing
+const MOVING_SLICE = 25; // of a frame while the picture moves
+const FIRST_SLICE = 1000; // lines and triangles, before their time is known
+const SMALL_FRAME = 2000; // lines and triangles that are drawn without measuring their time
+const UPLOADS = 3; // batches whose buffers are uploaded in one slice
+const MARKS_WIDTH = 512; // of the texture of the selected nodes
 const MIN_INSTANCES = 8; // fewer places of a product join a batch
 const MIN_INSTANCED_POINTS = 2000; // as do places with fewer points in total
 const FIT_LIMIT = 5000; // nodes whose boxes are fitted one by one
 const PICK_SIZE = 11; // pixels around the pointer where an edge is found
-const SLOW_FRAME = 90; // milliseconds; slower frames show fewer edges while the picture moves
 const ACCENT = { light: [0.85, 0.33, 0.0], dark: [1.0, 0.62, 0.2] };
 const INK = { light: [0.17, 0.2, 0.25], dark: [0.82, 0.85, 0.9] };
 const NOTE_INK = { light: [0.0, 0.36, 0.65], dark: [0.5, 0.78, 1.0] };
@@ -130,7 +138,7 @@ class NodeNumbers {
     for (const root of model.roots) this.total += this.below[root];
   }
 
-  childOf(use) { return this.model.occurrences[use].child; }
+  childOf(use) { return this.model.occurrences.children[use]; }
 
   count(root) {
     const pending = [root];
@@ -166,6 +174,34 @@ class NodeNumbers {
       product = this.childOf(step);
     }
     return [first, first + this.below[product]];
+  }
+
+  // Returns the ranges of the nodes below a row of the tree, in order, up to the number `end`. `levels` has the position of
+  // the root, and for each level below it the occurrences, all of the same product.
+  rangesOf(levels, end) {
+    let first = 0;
+    for (let i = 0; i < levels[0][0]; ++i) first += this.below[this.model.roots[i]];
+    let product = this.model.roots[levels[0][0]];
+    const offsets = []; // of each level
+    for (const uses of levels.slice(1)) {
+      const wanted = new Set(uses);
+      const found = [];
+      let offset = this.hasGeometry[product] ? 1 : 0;
+      for (const use of this.model.products[product].children) {
+        if (wanted.has(use)) found.push(offset);
+        offset += this.below[this.childOf(use)];
+      }
+      offsets.push(found);
+      product = this.childOf(uses[0]);
+    }
+    const size = this.below[product];
+    const ranges = [];
+    const visit = (level, at) => {
+      if (level === offsets.length) ranges.push([at, at + size]);
+      else for (const offset of offsets[level]) if (at + offset < end) visit(level + 1, at + offset);
+    };
+    if (size > 0 && first < end) visit(0, first);
+    return ranges;
   }
 
   pathOf(number) {
@@ -223,8 +259,9 @@ async function placeNodes(model, numbers, recordOf, turns) {
         pending.pop();
         continue;
       }
-      const use = model.occurrences[children[level[2]++]];
-      if (numbers.below[use.child] > 0) enter(use.child, multiply(level[1], use.placement));
+      const use = children[level[2]++];
+      const child = model.occurrences.children[use];
+      if (numbers.below[child] > 0) enter(child, multiply(level[1], model.occurrences.get(use).placement));
     }
   }
   nodes.leftOut = numbers.total - nodes.count;
@@ -245,8 +282,8 @@ async function firstPlaces(model, records, turns) {
     if (wanted.has(product)) found.set(product, matrix);
     const { children } = model.products[product];
     for (let k = children.length - 1; k >= 0; --k) {
-      const use = model.occurrences[children[k]];
-      if (!seen.has(use.child)) pending.push([use.child, multiply(matrix, use.placement)]);
+      const child = model.occurrences.children[children[k]];
+      if (!seen.has(child)) pending.push([child, multiply(matrix, model.occurrences.get(children[k]).placement)]);
     }
     await turns.next();
   }
@@ -266,7 +303,9 @@ const VERTEX_SHADER = `
 precision highp float;
 uniform mat4 modelViewMatrix;
 uniform mat4 projectionMatrix;
-uniform vec2 range;       // the selected nodes; none if it is empty
+uniform vec2 range;       // contains the selected nodes; none if it is empty
+uniform sampler2D marks;  // 1 for each node that is selected
+uniform float marksHeight;
 uniform float isolated;   // 1: only the selected nodes are shown
 uniform float pass;       // 0: nodes that are not selected, 1: selected ones, 2: all
 uniform vec2 shift;       // in clip coordinates, for wider lines
@@ -301,6 +340,11 @@ void main() {
   vColor = color;
   vNode = node;
   bool isSelected = node >= range.x && node < range.y;
+  if (isSelected) {
+    float row = floor((node + 0.5) / MARKS_WIDTH);
+    vec2 mark = vec2((node - row * MARKS_WIDTH + 0.5) / MARKS_WIDTH, (row + 0.5) / marksHeight);
+    isSelected = texture2D(marks, mark).r > 0.5;
+  }
   vSelected = isSelected ? 1.0 : range.y > range.x ? -1.0 : 0.0;
   vec4 view = modelViewMatrix * place;
   vView = view.xyz;
@@ -431,38 +475,49 @@ async function recordEdges(data, record, colours, isShaded, turns) {
   return pieces;
 }
 
-// Returns the opaque or the transparent triangles of a record, or null if there are none. A point belongs to one run.
+// Returns the opaque or the transparent triangles of a record in pieces, each with its own points.
 async function recordFaces(data, record, colours, isTransparent, turns) {
   const { meshPoints, meshRuns, first } = record;
-  const words = new Uint32Array(meshPoints);
-  const kept = [];
+  const pieces = [];
+  const local = new Uint32Array(meshPoints); // index of a point in its piece
+  const pieceOf = new Uint32Array(meshPoints); // the last piece with a point, from 1
+  let number = 0;
   let triangle = first.triangles;
   for (let run = first.meshRuns; run < first.meshRuns + meshRuns; ++run) {
     const colour = colours.face(data.meshRuns[2 * run + 1]);
-    const count = data.meshRuns[2 * run];
-    const indices = data.triangles.subarray(3 * triangle, 3 * (triangle + count));
-    triangle += count;
-    if ((colour[3] < 255) !== isTransparent) continue;
+    const end = triangle + data.meshRuns[2 * run];
+    if ((colour[3] < 255) !== isTransparent) triangle = end;
     const word = new Uint32Array(new Uint8Array(colour).buffer)[0];
-    for (let i = 0; i < indices.length; ++i) if (indices[i] < meshPoints) words[indices[i]] = word;
-    kept.push(indices);
-    if (turns.isOver()) await turns.next();
+    while (triangle < end) {
+      const count = Math.min(end - triangle, PIECE_POINTS);
+      const indices = data.triangles.slice(3 * triangle, 3 * (triangle + count));
+      const points = new Uint32Array(Math.min(indices.length, meshPoints));
+      let size = 0;
+      ++number;
+      for (let i = 0; i < indices.length; ++i) {
+        const point = indices[i] < meshPoints ? indices[i] : 0;
+        if (pieceOf[point] !== number) {
+          pieceOf[point] = number;
+          local[point] = size;
+          points[size++] = point;
+        }
+        indices[i] = local[point];
+      }
+      const positions = new Float32Array(3 * size);
+      const normals = new Int8Array(3 * size);
+      for (let i = 0; i < size; ++i) {
+        const from = first.meshPoints + points[i];
+        for (let axis = 0; axis < 3; ++axis) {
+          positions[3 * i + axis] = data.meshPoints[3 * from + axis];
+          normals[3 * i + axis] = data.normals[4 * from + axis];
+        }
+      }
+      pieces.push({ positions, normals, colours: new Uint8Array(new Uint32Array(size).fill(word).buffer), indices });
+      triangle += count;
+      if (turns.isOver()) await turns.next();
+    }
   }
-  const indices = new Uint32Array(kept.reduce((sum, each) => sum + each.length, 0));
-  let at = 0;
-  for (const each of kept) {
-    indices.set(each, at);
-    at += each.length;
-  }
-  if (indices.length === 0) return null;
-  const normals = new Int8Array(3 * meshPoints);
-  for (let i = 0, to = 0, from = 4 * first.meshPoints; i < meshPoints; ++i, from += 4) {
-    normals[to++] = data.normals[from];
-    normals[to++] = data.normals[from + 1];
-    normals[to++] = data.normals[from + 2];
-  }
-  return { positions: data.meshPoints.subarray(3 * first.meshPoints, 3 * (first.meshPoints + meshPoints)),
-    colours: new Uint8Array(words.buffer), normals, indices };
+  return pieces;
 }
 
 // Colours of the model as bytes.
@@ -486,6 +541,27 @@ class Colours {
   }
 }
 
+// How many lines and triangles fit in a slice.
+class Pace {
+  constructor() {
+    this.rate = 0; // milliseconds for each, 0 until it is known
+    this.least = Infinity; // milliseconds of the shortest slice, most of which is the same for each slice
+    this.budget = FIRST_SLICE;
+  }
+  // Prepares for a frame of this many. The rate depends on the view, so that a slow machine begins with few.
+  begin(total) {
+    if (this.rate === 0 || total * this.rate > SLICE / 4) this.budget = Math.min(this.budget, 4 * FIRST_SLICE);
+  }
+  add(count, time) {
+    this.least = Math.min(this.least, time);
+    if (count < FIRST_SLICE / 4) return;
+    const rate = Math.max(time - this.least, time / 10) / count;
+    this.rate = this.rate > 0 ? (this.rate + rate) / 2 : rate;
+    const fitting = SLICE / Math.max(this.rate, rate);
+    this.budget = Math.max(FIRST_SLICE / 2, Math.min(fitting, Math.max(this.budget, 4 * count)));
+  }
+}
+
 // The picture ---------------------------------------------------------------------------------------------------------
 
 class Picture {
@@ -497,13 +573,14 @@ class Picture {
     context.getExtension("OES_standard_derivatives");
     this.scene = new THREE.Scene();
     this.scene.autoUpdate = false;
+    this.context = context;
     this.groups = {};
     for (const name of ["faces", "glass", "edges", "notes", "areas"]) {
       this.groups[name] = new THREE.Group();
       this.scene.add(this.groups[name]);
     }
     this.shared = {
-      range: { value: new THREE.Vector2(0, 0) }, isolated: { value: 0 }, pass: { value: 2 },
+      range: { value: new THREE.Vector2(0, 0) }, marks: { value: null }, marksHeight: { value: 1 }, isolated: { value: 0 }, pass: { value: 2 },
       shift: { value: new THREE.Vector2(0, 0) }, background: { value: new THREE.Vector3() },
       accent: { value: new THREE.Vector3() }, isDark: { value: 0 }, depths: { value: new THREE.Vector2(0, 1) },
       fading: { value: 0.5 }, isPicking: { value: 0 },
@@ -519,13 +596,31 @@ class Picture {
     this.height = 1.2; // of the visible part of the plane through the target
     this.centre = new THREE.Vector3();
     this.radius = 0.5; // of a sphere around everything
-    this.detail = 1;
     this.segments = 0;
     this.hasFaces = false;
     this.isRequested = false;
+    this.isMoving = false;
+    this.frame = null; // that is being drawn
+    this.pace = new Pace();
+    this.pickPace = new Pace(); // few lines are inside its small target
     this.width = 1;
     this.pixelHeight = 1;
-    this.frames = 0;
+    this.setSelection([], 1);
+  }
+
+  // Selects the nodes of these ranges, in order, among `count` nodes.
+  setSelection(ranges, count) {
+    const height = Math.max(1, Math.ceil(count / MARKS_WIDTH));
+    if (!this.marks || this.marks.length !== MARKS_WIDTH * height) {
+      this.marks = new Uint8Array(MARKS_WIDTH * height);
+      this.shared.marks.value = new THREE.DataTexture(this.marks, MARKS_WIDTH, height, THREE.LuminanceFormat);
+      this.shared.marksHeight.value = height;
+    } else {
+      this.marks.fill(0);
+    }
+    for (const [first, end] of ranges) this.marks.fill(255, first, end);
+    this.shared.marks.value.needsUpdate = true;
+    this.shared.range.value.set(ranges.length > 0 ? ranges[0][0] : 0, ranges.length > 0 ? ranges[ranges.length - 1][1] : 0);
   }
 
   // Materials of a kind share all uniforms but the colour of the ink.
@@ -533,7 +628,7 @@ class Picture {
     const key = name + isInstanced;
     if (this.materials[key]) return this.materials[key];
     const isFace = FACE_GROUPS.includes(name);
-    const defines = {};
+    const defines = { MARKS_WIDTH: MARKS_WIDTH + ".0" };
     if (isFace) defines.IS_FACE = "";
     if (isInstanced) defines.IS_INSTANCED = "";
     const material = new THREE.RawShaderMaterial({
@@ -550,10 +645,17 @@ class Picture {
   add(name, part, instances) {
     const geometry = instances ? new THREE.InstancedBufferGeometry() : new THREE.BufferGeometry();
     const isFace = FACE_GROUPS.includes(name);
-    geometry.setAttribute("position", new THREE.BufferAttribute(part.positions, 3));
-    geometry.setAttribute("color", new THREE.BufferAttribute(part.colours, 4, true));
-    if (isFace) geometry.setAttribute("normal", new THREE.BufferAttribute(part.normals, 3, true));
-    geometry.setIndex(new THREE.BufferAttribute(part.indices, 1));
+    // The chunks of the instances of a part share its buffers.
+    const shared = part.attributes || {};
+    part.attributes = shared;
+    const attribute = (name, array, size, isNormalized) => {
+      shared[name] = shared[name] || new THREE.BufferAttribute(array, size, isNormalized);
+      return shared[name];
+    };
+    geometry.setAttribute("position", attribute("position", part.positions, 3, false));
+    geometry.setAttribute("color", attribute("color", part.colours, 4, true));
+    if (isFace) geometry.setAttribute("normal", attribute("normal", part.normals, 3, true));
+    geometry.setIndex(attribute("index", part.indices, 1, false));
     if (instances) {
       // The pieces of a product share these buffers.
       instances.buffer = instances.buffer || new THREE.InstancedInterleavedBuffer(instances.rows, 12);
@@ -568,9 +670,19 @@ class Picture {
     }
     const material = this.material(name, instances !== null);
     const object = isFace ? new THREE.Mesh(geometry, material) : new THREE.LineSegments(geometry, material);
-    object.frustumCulled = false;
+    const { position } = geometry.attributes;
+    geometry.boundingSphere = instances ? null : sphereAround(position.array);
+    object.frustumCulled = false; // by drawSlice
     object.matrixAutoUpdate = false;
-    object.userData = { count: part.indices.length, instances: instances ? instances.nodes.length : 0, isFace };
+    object.visible = false;
+    const nodes = instances ? instances.nodes : part.nodes;
+    let [lowest, highest] = [Infinity, -Infinity];
+    for (let i = 0; i < nodes.length; ++i) {
+      if (nodes[i] < lowest) lowest = nodes[i];
+      if (nodes[i] > highest) highest = nodes[i];
+    }
+    object.userData = { lines: part.indices.length / (isFace ? 3 : 2), corners: isFace ? 3 : 2, lowest, highest,
+      instances: instances ? instances.nodes.length : 1, isUploaded: false };
     this.groups[name].add(object);
     if (isFace && name !== "areas") this.hasFaces = true;
     if (!isFace) this.segments += part.indices.length / 2 * (instances ? instances.nodes.length : 1);
@@ -593,6 +705,7 @@ class Picture {
     this.renderer.setPixelRatio(ratio);
     this.renderer.setSize(this.width, this.pixelHeight, false);
     this.ratio = ratio;
+    this.frame = null; // the canvas is empty now
     this.render();
   }
 
@@ -637,7 +750,14 @@ class Picture {
     return camera;
   }
 
+  // Requests a frame.
   request() {
+    this.frame = null;
+    this.canvas.dataset.frame = "requested";
+    this.schedule();
+  }
+
+  schedule() {
     if (this.isRequested) return;
     this.isRequested = true;
     requestAnimationFrame(() => {
@@ -646,80 +766,169 @@ class Picture {
     });
   }
 
-  setDetail(detail) {
-    if (detail === this.detail) return;
-    this.detail = detail;
-    for (const group of Object.values(this.groups)) {
-      for (const { geometry, userData } of group.children) {
-        if (userData.instances > 0) {
-          geometry.maxInstancedCount = Math.max(1, Math.ceil(userData.instances * detail));
-        } else {
-          const unit = userData.isFace ? 3 : 2;
-          geometry.setDrawRange(0, Math.max(unit, Math.floor(userData.count * detail / unit) * unit));
-        }
-      }
-    }
+  // While the picture moves, frames may leave out edges.
+  setMoving(isMoving) {
+    if (isMoving === this.isMoving) return;
+    this.isMoving = isMoving;
+    if (!isMoving && this.lastDetail < 1) this.request();
   }
 
-  draw(names, camera) {
-    for (const name of Object.keys(this.groups)) this.groups[name].visible = names.includes(name);
-    this.renderer.render(this.scene, camera);
-  }
-
-  render() {
-    const camera = this.updateCamera();
+  // Returns what a frame draws: the objects of each step and their uniforms.
+  steps(detail) {
     const { shared } = this;
-    shared.isPicking.value = 0;
-    shared.fading.value = this.hasFaces ? 0 : 0.4;
-    shared.pass.value = 2;
-    shared.shift.value.set(0, 0);
-    this.renderer.setRenderTarget(null);
-    this.renderer.clear();
-    this.draw(this.showsNotes ? ["faces", "areas"] : ["faces"], camera);
-    const hasSelection = shared.range.value.y > shared.range.value.x;
-    const isSmall = this.segments < 300000 && this.detail === 1;
+    const { x: first, y: end } = shared.range.value;
+    const hasSelection = end > first;
+    const isIsolated = hasSelection && shared.isolated.value > 0;
+    const isSmall = this.segments < 300000 && detail === 1;
     // Lines are one pixel of the screen wide; on dense screens and for the selection they are drawn several times.
     const widths = !isSmall ? [[0, 0]] : this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1]] : [[0, 0], [0.5, 0.5]];
     const selectedWidths = this.ratio > 1.4 ? [[0, 0], [1, 0], [0, 1], [-1, 0], [0, -1]] : [[0, 0], [1, 0], [0, 1]];
+    const steps = [];
+    const add = (names, pass, offset, clearsDepth = false) => {
+      let objects = names.flatMap(name => this.groups[name].children);
+      if (pass === 1 || isIsolated) objects = objects.filter(({ userData }) => userData.highest >= first && userData.lowest < end);
+      if (objects.length > 0 || clearsDepth) steps.push({ names, objects, pass, offset, clearsDepth });
+    };
+    add(this.showsNotes ? ["faces", "areas"] : ["faces"], 2, [0, 0]);
     const names = this.showsNotes ? ["edges", "notes"] : ["edges"];
-    if (!(hasSelection && shared.isolated.value)) this.drawWide(names, camera, widths, hasSelection ? 0 : 2);
+    if (!isIsolated) for (const offset of widths) add(names, hasSelection ? 0 : 2, offset);
     if (hasSelection) {
-      if (!this.hasFaces) this.renderer.clearDepth();
-      this.drawWide(["edges"], camera, shared.isolated.value ? widths : selectedWidths, 1);
+      const offsets = isIsolated ? widths : selectedWidths;
+      offsets.forEach((offset, i) => add(["edges"], 1, offset, i === 0 && !this.hasFaces));
     }
-    shared.pass.value = 2;
-    this.draw(["glass"], camera);
-    ++this.frames;
+    add(["glass"], 2, [0, 0]);
+    return steps;
   }
 
-  drawWide(names, camera, offsets, pass) {
-    this.shared.pass.value = pass;
-    for (const [x, y] of offsets) {
-      this.shared.shift.value.set(2 * x / (this.width * this.ratio), 2 * y / (this.pixelHeight * this.ratio));
-      this.draw(names, camera);
-    }
-    this.shared.shift.value.set(0, 0);
+  // Returns a frame for `steps`, of which each object draws this part of its lines.
+  makeFrame(steps, detail) {
+    let total = 0;
+    for (const { objects } of steps) for (const { userData } of objects) total += userData.lines * userData.instances;
+    return { steps, detail, total: total * detail, step: 0, object: 0, line: 0, isPicking: false };
   }
 
-  // Returns the number of the node at a position of the canvas, or -1.
-  pick(x, y) {
-    if (!this.pickTarget) this.pickTarget = new THREE.WebGLRenderTarget(PICK_SIZE, PICK_SIZE);
-    const camera = this.updateCamera();
-    const half = (PICK_SIZE - 1) / 2;
-    camera.setViewOffset(this.width, this.pixelHeight, x - half - 0.5, y - half - 0.5, PICK_SIZE, PICK_SIZE);
-    camera.updateProjectionMatrix();
-    this.shared.isPicking.value = 1;
-    this.shared.pass.value = 2;
-    this.renderer.setRenderTarget(this.pickTarget);
-    this.renderer.setClearColor(0x000000, 0);
-    this.renderer.clear();
-    this.draw(["faces", "edges"], camera);
-    this.shared.isPicking.value = 0;
-    const pixels = new Uint8Array(4 * PICK_SIZE * PICK_SIZE);
-    this.renderer.readRenderTargetPixels(this.pickTarget, 0, 0, PICK_SIZE, PICK_SIZE, pixels);
+  beginFrame() {
+    let frame = this.makeFrame(this.steps(1), 1);
+    const time = frame.total * this.pace.rate;
+    if (this.isMoving && time > MOVING_SLICE) {
+      const detail = Math.max(1 / 256, MOVING_SLICE / time);
+      frame = this.makeFrame(this.steps(detail), detail);
+    } else {
+      this.pace.begin(frame.total);
+    }
+    this.lastDetail = frame.detail;
     this.renderer.setRenderTarget(null);
-    this.renderer.setClearColor(new THREE.Color(...this.shared.background.value.toArray()), 1);
-    camera.clearViewOffset();
+    this.renderer.clear();
+    this.canvas.dataset.frame = "begun";
+    return frame;
+  }
+
+  // Draws a slice of the frame, and requests the next one.
+  render() {
+    const isNew = this.frame === null;
+    if (isNew) this.frame = this.beginFrame();
+    const isSmall = this.frame.total <= SMALL_FRAME;
+    if (!isSmall && isNew) this.waitForDrawing();
+    if (this.drawSlice(this.frame, isSmall ? null : this.pace, this.updateCamera(), null, () => this.waitForDrawing())) {
+      this.canvas.dataset.frame = "drawn";
+    } else {
+      this.schedule();
+    }
+  }
+
+  // Waits until the canvas is drawn; otherwise the browser would wait when it shows the canvas.
+  waitForDrawing() {
+    this.context.readPixels(0, 0, 1, 1, this.context.RGBA, this.context.UNSIGNED_BYTE, new Uint8Array(4));
+  }
+
+  // Draws the next lines and triangles of a frame: as many as fit, or all if `pace` is null. `wait` returns when they are
+  // drawn. Returns whether the frame is complete.
+  drawSlice(frame, pace, camera, target, wait) {
+    const { shared } = this;
+    const begin = performance.now();
+    const frustum = new THREE.Frustum().setFromMatrix(
+      new THREE.Matrix4().multiplyMatrices(camera.projectionMatrix, camera.matrixWorldInverse));
+    let rest = pace ? pace.budget : Infinity;
+    let uploads = pace ? UPLOADS : Infinity;
+    let lines = 0;
+    shared.isPicking.value = frame.isPicking ? 1 : 0;
+    shared.fading.value = this.hasFaces ? 0 : 0.4;
+    this.renderer.setRenderTarget(target);
+    while (rest > 0 && uploads > 0 && frame.step < frame.steps.length) {
+      const { names, objects, pass, offset, clearsDepth } = frame.steps[frame.step];
+      if (clearsDepth && frame.object === 0 && frame.line === 0) this.renderer.clearDepth();
+      const drawn = [];
+      while (rest > 0 && uploads > 0 && frame.object < objects.length) {
+        const object = objects[frame.object];
+        const { userData, geometry } = object;
+        if (geometry.boundingSphere && !frustum.intersectsSphere(geometry.boundingSphere)) {
+          frame.line = 0;
+          ++frame.object;
+          continue;
+        }
+        if (!userData.isUploaded) --uploads;
+        userData.isUploaded = true;
+        const instances = Math.max(1, Math.ceil(userData.instances * (userData.instances > 1 ? frame.detail : 1)));
+        const end = Math.max(1, Math.floor(userData.lines * (userData.instances > 1 ? 1 : frame.detail)));
+        const count = Math.min(end - frame.line, Math.max(1, Math.floor(rest / instances)));
+        geometry.setDrawRange(frame.line * userData.corners, count * userData.corners);
+        if (geometry.isInstancedBufferGeometry) geometry.maxInstancedCount = instances;
+        object.visible = true;
+        drawn.push(object);
+        rest -= count * instances;
+        lines += count * instances;
+        frame.line += count;
+        if (frame.line < end) {
+          rest = 0; // an object has one range in a slice
+        } else {
+          frame.line = 0;
+          ++frame.object;
+        }
+      }
+      shared.pass.value = pass;
+      shared.shift.value.set(2 * offset[0] / (this.width * this.ratio), 2 * offset[1] / (this.pixelHeight * this.ratio));
+      for (const name of Object.keys(this.groups)) this.groups[name].visible = names.includes(name);
+      this.renderer.render(this.scene, camera);
+      for (const object of drawn) object.visible = false;
+      if (frame.object >= objects.length) {
+        ++frame.step;
+        frame.object = 0;
+      }
+    }
+    const isComplete = frame.step >= frame.steps.length;
+    if (!pace) return isComplete;
+    wait();
+    pace.add(lines, performance.now() - begin);
+    return isComplete;
+  }
+
+  // Returns the number of the node at a position of the canvas, or -1; null if the view has changed meanwhile.
+  async pick(x, y) {
+    if (!this.pickTarget) this.pickTarget = new THREE.WebGLRenderTarget(PICK_SIZE, PICK_SIZE);
+    const half = (PICK_SIZE - 1) / 2;
+    const pixels = new Uint8Array(4 * PICK_SIZE * PICK_SIZE);
+    const read = () => this.renderer.readRenderTargetPixels(this.pickTarget, 0, 0, PICK_SIZE, PICK_SIZE, pixels);
+    const state = () => [this.azimuth, this.elevation, this.height, this.isPerspective, ...this.target.toArray()].join();
+    const before = state();
+    const steps = [["faces"], ["edges"]].map(names => ({ names, objects: this.groups[names[0]].children, pass: 2, offset: [0, 0] }));
+    const frame = this.makeFrame(steps, 1);
+    frame.isPicking = true;
+    this.pickPace.begin(frame.total);
+    for (let isComplete = false, isFirst = true; !isComplete; isFirst = false) {
+      const camera = this.updateCamera();
+      camera.setViewOffset(this.width, this.pixelHeight, x - half - 0.5, y - half - 0.5, PICK_SIZE, PICK_SIZE);
+      camera.updateProjectionMatrix();
+      if (isFirst) {
+        this.renderer.setRenderTarget(this.pickTarget);
+        this.renderer.setClearColor(0x000000, 0);
+        this.renderer.clear();
+        this.renderer.setClearColor(new THREE.Color(...this.shared.background.value.toArray()), 1);
+      }
+      isComplete = this.drawSlice(frame, this.pickPace, camera, this.pickTarget, read);
+      camera.clearViewOffset();
+      if (!isComplete) await pause();
+      if (state() !== before) return null;
+    }
     let best = -1;
     let nearest = Infinity;
     for (let i = 0; i < PICK_SIZE * PICK_SIZE; ++i) {
@@ -789,6 +998,22 @@ class Picture {
   }
 }
 
+// Returns a sphere around the points, or null if a coordinate is not finite.
+function sphereAround(positions) {
+  const low = [Infinity, Infinity, Infinity];
+  const high = [-Infinity, -Infinity, -Infinity];
+  for (let axis = 0; axis < 3; ++axis) {
+    for (let i = axis; i < positions.length; i += 3) {
+      if (!Number.isFinite(positions[i])) return null;
+      if (positions[i] < low[axis]) low[axis] = positions[i];
+      if (positions[i] > high[axis]) high[axis] = positions[i];
+    }
+  }
+  const centre = low.map((value, axis) => (value + high[axis]) / 2);
+  // Wider lines reach a little outside.
+  return new THREE.Sphere(new THREE.Vector3(...centre), Math.hypot(...high.map((value, axis) => value - low[axis])) / 2 + 1e-5);
+}
+
 // Loading -------------------------------------------------------------------------------------------------------------
 
 async function loadThree() {
@@ -800,11 +1025,13 @@ async function loadThree() {
 }
 
 function createContext(canvas) {
-  const attributes = { alpha: false, antialias: true, depth: true, stencil: false, powerPreference: "high-performance" };
+  const attributes = { alpha: false, antialias: true, depth: true, stencil: false, preserveDrawingBuffer: true,
+    powerPreference: "high-performance" };
   try {
     const context = canvas.getContext("webgl", attributes);
     return context && !context.isContextLost() && context.getExtension("ANGLE_instanced_arrays") &&
-      context.getExtension("OES_element_index_uint") && context.getExtension("OES_standard_derivatives") ? context : null;
+      context.getExtension("OES_element_index_uint") && context.getExtension("OES_standard_derivatives") &&
+      context.getParameter(context.MAX_VERTEX_TEXTURE_IMAGE_UNITS) > 0 ? context : null;
   } catch (error) {
     return null;
   }
@@ -874,7 +1101,6 @@ async function fillPicture(picture, model, data, turns) {
   for (let i = 0; i < nodes.count; ++i) places[nodes.record[i]].push(i);
   const colours = new Colours(model);
   const batches = { edges: new Batch(false), notes: new Batch(false), faces: new Batch(true), glass: new Batch(true), areas: new Batch(true) };
-  let shown = performance.now();
   const flush = async name => {
     const batch = batches[name];
     if (batch.indexCount === 0) return;
@@ -882,12 +1108,7 @@ async function fillPicture(picture, model, data, turns) {
     picture.add(name, { positions: batch.join(Float32Array, batch.positions), colours: batch.join(Uint8Array, batch.colours),
       nodes: batch.join(Float32Array, batch.nodes), normals: batch.isFace ? batch.join(Int8Array, batch.normals) : null,
       indices: batch.joinIndices() }, null);
-    await pause();
-    if (performance.now() - shown > PROGRESS) {
-      shown = performance.now();
-      picture.request();
-      await new Promise(resolve => { requestAnimationFrame(resolve); setTimeout(resolve, 100); });
-    }
+    if (turns.isOver()) await turns.next();
   };
   const transform = (part, matrix, node) => {
     const count = part.positions.length / 3;
@@ -939,24 +1160,31 @@ async function fillPicture(picture, model, data, turns) {
     }
     if (record.triangles > 0) {
       for (const name of ["faces", "glass"]) {
-        const part = await recordFaces(data, record, colours, name === "glass", turns);
-        if (part) parts.push([isNote ? "areas" : name, part]);
+        for (const piece of await recordFaces(data, record, colours, name === "glass", turns)) {
+          parts.push([isNote ? "areas" : name, piece]);
+        }
       }
     }
     if (isInstanced) {
-      const rows = new Float32Array(12 * count);
-      const numbersOf = new Float32Array(count);
-      for (let k = 0; k < count; ++k) {
-        rows.set(local(nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin), 12 * k);
-        numbersOf[k] = at[k];
-        if (k % 1000 === 999) await turns.next();
+      for (let begin = 0; begin < count; begin += CHUNK_INSTANCES) {
+        const chunk = Math.min(CHUNK_INSTANCES, count - begin);
+        const instances = { rows: new Float32Array(12 * chunk), nodes: new Float32Array(chunk) };
+        for (let k = 0; k < chunk; ++k) {
+          const node = at[begin + k];
+          instances.rows.set(local(nodes.matrix.subarray(12 * node, 12 * node + 12), record.origin), 12 * k);
+          instances.nodes[k] = node;
+        }
+        for (const [name, part] of parts) {
+          picture.add(name, part, instances);
+          if (turns.isOver()) await turns.next();
+        }
+        if (turns.isOver()) await turns.next();
       }
-      const instances = { rows, nodes: numbersOf };
-      for (const [name, part] of parts) picture.add(name, part, instances);
     } else {
       for (let k = 0; k < count; ++k) {
         const matrix = local(isNote ? noteMatrix(record) : nodes.matrix.subarray(12 * at[k], 12 * at[k] + 12), record.origin);
         for (const [name, part] of parts) {
+          if (batches[name].points + part.positions.length / 3 > 2 * BATCH_POINTS) await flush(name);
           batches[name].add(transform(part, matrix, at[k]));
           if (batches[name].points >= BATCH_POINTS) await flush(name);
           if (turns.isOver()) await turns.next();
@@ -972,15 +1200,18 @@ async function fillPicture(picture, model, data, turns) {
     leftOut.push(`The picture shows ${(numbers.total - nodes.leftOut - skipped).toLocaleString("en")} of ` +
       `${numbers.total.toLocaleString("en")} parts.`);
   }
-  const boxesOf = (first, end) => {
+  const boxesOf = ranges => {
     const found = [];
-    const last = Math.min(end, nodes.count);
+    let count = 0;
+    for (const [first, end] of ranges) count += Math.min(end, nodes.count) - first;
     // The box of everything is looser, and takes no time.
-    if (last - first > FIT_LIMIT) return [sceneBox(shape)];
-    for (let i = first; i < last; ++i) {
-      const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
-      corners(toScene(nodes.matrix.subarray(12 * i, 12 * i + 12)), nodes.record[i], extend(box));
-      if (box[0] <= box[3]) found.push(box);
+    if (count > FIT_LIMIT) return [sceneBox(shape)];
+    for (const [first, end] of ranges) {
+      for (let i = first; i < Math.min(end, nodes.count); ++i) {
+        const box = [Infinity, Infinity, Infinity, -Infinity, -Infinity, -Infinity];
+        corners(toScene(nodes.matrix.subarray(12 * i, 12 * i + 12)), nodes.record[i], extend(box));
+        if (box[0] <= box[3]) found.push(box);
+      }
     }
     return found;
   };
@@ -989,7 +1220,7 @@ async function fillPicture(picture, model, data, turns) {
     corners(toScene(noteMatrix(data.records[note])), note, extend(box));
     return box;
   });
-  return { numbers, boxesOf, whole: sceneBox(shape), noteBoxes, hasNotes: notes.length > 0, leftOut };
+  return { numbers, count: nodes.count, boxesOf, whole: sceneBox(shape), noteBoxes, hasNotes: notes.length > 0, leftOut };
 }
 
 const scaling = factor => [factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0];
@@ -1092,6 +1323,7 @@ function addButton(toolbar, name, title, action, isToggle, label) {
 
 // Replaces the drawing of the section by an interactive picture. Without WebGL the drawing remains.
 async function createView(section, model) {
+  await pause(); // creating a context takes long if the browser has none yet
   const canvas = document.createElement("canvas");
   const context = hasData("geometry") && hasData("three") ? createContext(canvas) : null;
   if (!context) {
@@ -1102,6 +1334,7 @@ async function createView(section, model) {
     section.append(note);
     return;
   }
+  await pause();
   const turns = new Turns();
   const data = await parsePicture(await readBytes("geometry"), turns);
   await loadThree();
@@ -1130,11 +1363,12 @@ async function createView(section, model) {
     return;
   }
 
-  let range = null;
+  let ranges = [];
   let path = null;
+  let times = 1; // the number of nodes that the selected row represents
   const fit = () => {
-    const isolated = picture.shared.isolated.value > 0 && range;
-    const boxes = isolated ? content.boxesOf(range[0], range[1]) : content.boxesOf(0, Infinity);
+    const isolated = picture.shared.isolated.value > 0 && ranges.length > 0;
+    const boxes = content.boxesOf(isolated ? ranges : [[0, Infinity]]);
     if (!isolated && picture.showsNotes) boxes.push(...content.noteBoxes);
     picture.fit(boxes.length > 0 ? boxes : [content.whole]);
   };
@@ -1177,9 +1411,9 @@ async function createView(section, model) {
   }, true);
 
   const showSelection = () => {
-    picture.shared.range.value.set(range ? range[0] : 0, range ? range[1] : 0);
-    only.disabled = !range;
-    if (!range && picture.shared.isolated.value) {
+    picture.setSelection(ranges, content.count);
+    only.disabled = ranges.length === 0;
+    if (ranges.length === 0 && picture.shared.isolated.value) {
       picture.shared.isolated.value = 0;
       setPressed(only, false);
     }
@@ -1187,39 +1421,34 @@ async function createView(section, model) {
     if (path !== null) {
       const product = productOf(model, path);
       const steps = path.split("/");
-      if (product >= 0) name = nodeName(model, product, steps.length > 1 ? Number(steps[steps.length - 1]) : -1);
+      if (product >= 0) name = nodeName(model, product, steps.length > 1 && times === 1 ? Number(steps[steps.length - 1]) : -1);
     }
-    selection.textContent = name.length > 120 ? name.slice(0, 120) + "…" : name;
+    selection.textContent = (name.length > 120 ? name.slice(0, 120) + "…" : name) + (times > 1 ? ` ×${numbers.format(times)}` : "");
     canvas.dataset.selected = path === null ? "" : path;
     picture.request();
   };
   const onSelect = event => {
-    path = event.detail.path;
-    const found = path === null ? null : content.numbers.rangeOf(path);
-    range = found && found[1] > found[0] ? found : null;
+    ({ path } = event.detail);
+    const { levels } = event.detail;
+    const found = path === null || levels ? null : content.numbers.rangeOf(path);
+    ranges = levels ? content.numbers.rangesOf(levels, content.count) : found && found[1] > found[0] ? [found] : [];
+    times = levels ? levels.reduce((product, uses) => product * uses.length, 1) : 1;
     showSelection();
   };
   document.addEventListener("brivet-select", onSelect);
 
   // While the picture moves, a slow machine draws only a part of it.
-  let previous = 0;
   let rest = 0;
   const onMove = () => {
-    const now = performance.now();
-    if (previous > 0 && now - previous > SLOW_FRAME && now - previous < 2000 && picture.segments > 100000) {
-      picture.setDetail(Math.max(1 / 32, picture.detail / 2));
-    }
-    requestAnimationFrame(() => { previous = performance.now(); });
+    picture.setMoving(true);
     clearTimeout(rest);
-    rest = setTimeout(() => {
-      previous = 0;
-      picture.setDetail(1);
-      picture.request();
-    }, 250);
+    rest = setTimeout(() => picture.setMoving(false), 250);
   };
-  addMouseAndTouch(picture, canvas, (x, y) => {
-    const node = picture.pick(x, y);
-    selectNode(node < 0 ? null : content.numbers.pathOf(node), "view");
+  let picks = 0;
+  addMouseAndTouch(picture, canvas, async (x, y) => {
+    const pick = ++picks;
+    const node = await picture.pick(x, y);
+    if (node !== null && pick === picks) selectNode(node < 0 ? null : content.numbers.pathOf(node), "view");
   }, onMove);
   addKeyboard(picture, canvas, actions);
 
@@ -1244,6 +1473,7 @@ async function createView(section, model) {
   section.append(stage);
   section.classList.add("interactive");
   only.disabled = true;
+  await pause();
   let isFirst = true;
   const resize = () => {
     const box = canvas.getBoundingClientRect();
@@ -1252,6 +1482,7 @@ async function createView(section, model) {
     if (isFirst) {
       isFirst = false;
       actions.isometric();
+      performance.mark("picture");
       section.dataset.picture = "ready";
     }
   };
@@ -1259,5 +1490,5 @@ async function createView(section, model) {
   addEventListener("resize", resize);
   updateTheme();
   resize();
-  if (selectedPath !== null) onSelect({ detail: { path: selectedPath } });
+  if (selectedPath !== null) onSelect({ detail: { path: selectedPath, levels: selectedLevels } });
 }

@@ -61,7 +61,7 @@ TEST(ModelDataTest, WritesStructure) {
             R"([["#12","#10",null,"cart \"one\"",null,null,0,0,0,0,0,[],0,[],-1],)"
             R"(["#22","#20","w",null,null,null,[0,-1,0.5,2,1,0.5],1,0,6,12,["#30","#31"],2,[0],0]])");
   EXPECT_EQ(DataOf(page, "occurrences-0"),
-            R"([["#40",0,1,null,null,0],["#41",0,1,"left",null,[1,0,0,0.5,0,1,0,0,0,0,1,-3]]])");
+            "[[0,1,\"#40\",null,null,0]\n,[0,1,\"#41\",\"left\",null,[1,0,0,0.5,0,1,0,0,0,0,1,-3]]\n]");
   EXPECT_EQ(DataOf(page, "colours-0"), R"([["#ff0000",0.25,3]])");
   EXPECT_EQ(DataOf(page, "model"),
             R"({"instances":3,"unit":{"name":"millimetre","metres":0.001},"units":["millimetre"],"unitMetres":[0.001],)"
@@ -117,10 +117,10 @@ TEST(ModelDataTest, DividesLongLists) {
   ProductModel model;
   for (int i = 0; i < 20000; ++i) model.layers.push_back({"#1", std::string(100, 'x'), std::nullopt, {}});
   std::string const page = DataFor(&model);
-  // A row takes 117 bytes with its comma, so that 8963 rows exceed 1048576 bytes; with brackets and without one comma:
-  EXPECT_EQ(DataOf(page, "layers-0").size(), 1048672U);
-  EXPECT_NE(DataOf(page, "layers-2"), "(absent)");
-  EXPECT_EQ(DataOf(page, "layers-3"), "(absent)");
+  // A row takes 117 bytes with its comma, so that 2241 rows exceed 262144 bytes; with brackets and without one comma:
+  EXPECT_EQ(DataOf(page, "layers-0").size(), 262198U);
+  EXPECT_NE(DataOf(page, "layers-8"), "(absent)");
+  EXPECT_EQ(DataOf(page, "layers-9"), "(absent)");
 }
 
 TEST(ModelDataTest, CutsBeyondLimits) {

@@ -212,6 +212,20 @@ TEST(StepShapesTest, ReadsNormals) {
   EXPECT_TRUE(meshes[3].normals.empty());
 }
 
+// Points after the last one that is used need no normals.
+TEST(StepShapesTest, ReadsNormalsOfFirstPoints) {
+  ReadModel const model(std::string(kTetrahedron) +
+                            "#21=TRIANGULATED_FACE('',#20,3,((0.,0.,1.),(0.,1.,0.),(1.,0.,0.)),$,(),((1,2,3)));\n"
+                            "#22=TRIANGULATED_FACE('',#20,2,((0.,0.,1.),(0.,1.,0.)),$,(),((1,2,3)));\n"
+                            "#25=TESSELLATED_SHELL('',(#21,#22),$);\n" +
+                            ProductText(100, "a", "#25"),
+                        true);
+  auto const& meshes = model->products[0].meshes;
+  ASSERT_EQ(meshes.size(), 2U);
+  EXPECT_EQ(meshes[0].normals, (std::vector<double>{0, 0, 1, 0, 1, 0, 1, 0, 0}));
+  EXPECT_TRUE(meshes[1].normals.empty());
+}
+
 // The target mirrors y: the order of the corners is reversed, and normals are mirrored.
 TEST(StepShapesTest, MirrorsMeshes) {
   ReadModel const model(
