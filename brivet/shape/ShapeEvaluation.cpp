@@ -167,5 +167,6 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
       reason = "cannot start the shape worker: " + std::string(std::strerror(outcome.number));
       break;
   }
+  model.evaluationFailure = reason;
   ReportWarning(shownName, "exact shapes are not evaluated: " + reason);
 }
