@@ -119,12 +119,12 @@ TEST_F(PageShadingTest, OnNeedsNothingWithoutExactShape) {
 }
 
 TEST_F(PageShadingTest, AutoSkipsManyFaces) {
-  document.model.products[1].visibleFaces.assign(19998, {"#30", -1});
+  document.model.products[1].visibleFaces.assign(4998, {"#30", -1});
   EXPECT_EQ(Evaluate().leftOut.size(), 2U);
   EXPECT_EQ(evaluator.calls.size(), 1U);
   document.model = ExactModel();
-  document.model.products[1].visibleFaces.assign(19999, {"#30", -1});
-  EXPECT_THAT(Evaluate().leftOut, ElementsAre("Faces are not shaded, because the document has more than 20000 faces. "
+  document.model.products[1].visibleFaces.assign(4999, {"#30", -1});
+  EXPECT_THAT(Evaluate().leftOut, ElementsAre("Faces are not shaded, because the document has more than 5000 faces. "
                                               "The option Html.*.Writer.Shade=On shades them."));
   EXPECT_EQ(evaluator.calls.size(), 1U);
   options.AddOption(L"Html.*.Writer.Shade", true);
