@@ -26,6 +26,12 @@
 #include <Standard_Failure.hxx>
 #include <Standard_OutOfMemory.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepGeom_Axis1Placement.hxx>
+#include <StepGeom_Axis2Placement3d.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Direction.hxx>
+#include <StepGeom_Line.hxx>
+#include <StepGeom_Vector.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_Representation.hxx>
 #include <StepRepr_RepresentationItem.hxx>
@@ -33,6 +39,7 @@
 #include <StepShape_ConnectedFaceSet.hxx>
 #include <StepShape_Face.hxx>
 #include <StepShape_HArray1OfFace.hxx>
+#include <StepShape_VertexPoint.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
@@ -198,6 +205,38 @@ class Evaluation {
     }
   }
 
+  static int CountOf(Handle(StepGeom_Direction) const& direction) {
+    return direction.IsNull() || direction->DirectionRatios().IsNull() ? 0 : direction->NbDirectionRatios();
+  }
+  static int CountOf(Handle(StepGeom_CartesianPoint) const& point) {
+    return point.IsNull() ? 0 : point->NbCoordinates();
+  }
+
+  // Returns whether an entity has fewer coordinates than its use requires: the engine transfers such a point or
+  // direction to nothing, and then uses it. Points and directions of parametric curves have two coordinates.
+  static bool LacksCoordinates(Handle(Standard_Transient) const& entity) {
+    if (auto const direction = Handle(StepGeom_Direction)::DownCast(entity); !direction.IsNull()) {
+      return CountOf(direction) < 2;
+    }
+    if (auto const point = Handle(StepGeom_CartesianPoint)::DownCast(entity); !point.IsNull())
+      return CountOf(point) < 2;
+    if (auto const vertex = Handle(StepShape_VertexPoint)::DownCast(entity); !vertex.IsNull()) {
+      auto const point = Handle(StepGeom_CartesianPoint)::DownCast(vertex->VertexGeometry());
+      return !point.IsNull() && CountOf(point) < 3;
+    }
+    if (auto const place = Handle(StepGeom_Axis2Placement3d)::DownCast(entity); !place.IsNull()) {
+      return CountOf(place->Location()) < 3 || (place->HasAxis() && CountOf(place->Axis()) < 3) ||
+             (place->HasRefDirection() && CountOf(place->RefDirection()) < 3);
+    }
+    if (auto const axis = Handle(StepGeom_Axis1Placement)::DownCast(entity); !axis.IsNull()) {
+      return CountOf(axis->Location()) < 3 || (axis->HasAxis() && CountOf(axis->Axis()) < 3);
+    }
+    if (auto const line = Handle(StepGeom_Line)::DownCast(entity); !line.IsNull() && !line->Dir().IsNull()) {
+      return CountOf(line->Dir()->Orientation()) < CountOf(line->Pnt());
+    }
+    return false;
+  }
+
   // Removes the faces that depend on an instance that the engine could not read from their shells, since the engine
   // does not check for missing references when it transfers them, and crashes.
   void RemoveDamagedFaces() {
@@ -209,13 +248,15 @@ class Evaluation {
       if (entity->IsKind(STANDARD_TYPE(StepShape_Face))) {
         damaged.insert(entity.get());
         answer.PutProblem(InstanceOf(entity), "the face depends on a damaged or missing instance");
+        damagedFaces.insert(InstanceOf(entity));
       } else {
         pending.push_back(entity);
       }
     };
     for (int i = 1; i <= model->NbEntities(); ++i) {
       Handle(Interface_Check) const check = model->Check(i, Standard_False);
-      if (model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed())) reach(model->Value(i));
+      bool const hasFailed = model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed());
+      if (hasFailed || LacksCoordinates(model->Value(i))) reach(model->Value(i));
     }
     if (reached.empty()) return;
     Interface_Graph const& graph = reader.WS()->Graph();
@@ -239,7 +280,9 @@ class Evaluation {
       Handle(StepShape_Face) const& face = all->Value(i);
       if (!face.IsNull() && damaged.count(face.get()) == 0) kept.push_back(face);
     }
-    if (kept.empty() || static_cast<int>(kept.size()) == all->Length()) return;
+    if (static_cast<int>(kept.size()) == all->Length()) return;
+    // An array has at least one face. The engine skips one without a surface.
+    if (kept.empty()) kept.push_back(new StepShape_Face);
     Handle(StepShape_HArray1OfFace) const rest = new StepShape_HArray1OfFace(1, static_cast<int>(kept.size()));
     for (std::size_t i = 0; i < kept.size(); ++i) rest->SetValue(static_cast<int>(i) + 1, kept[i]);
     shell.SetCfsFaces(rest);
@@ -264,7 +307,7 @@ class Evaluation {
       if (!entity->IsKind(STANDARD_TYPE(StepShape_Face))) continue;
       TopoDS_Shape const shape = ShapeOf(entity);
       if (shape.IsNull()) {
-        missingFaces.push_back(instance);
+        if (damagedFaces.count(instance) == 0) missingFaces.push_back(instance);
         continue;
       }
       for (TopExp_Explorer each(shape, TopAbs_FACE); each.More(); each.Next()) {
@@ -478,6 +521,7 @@ class Evaluation {
   std::unordered_map<std::uint32_t, Handle(Standard_Transient)> entities;
   std::unordered_map<std::uint32_t, std::size_t> owners;          // the product of each representation
   std::unordered_map<TopoDS_TShape const*, std::uint32_t> faces;  // the instance of each face
+  std::unordered_set<std::uint32_t> damagedFaces;                 // those that were reported
   std::vector<std::uint32_t> missingFaces;
   std::vector<double> points;
   std::vector<float> normals;
