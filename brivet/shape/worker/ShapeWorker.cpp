@@ -29,8 +29,14 @@
 #include <StepGeom_Axis1Placement.hxx>
 #include <StepGeom_Axis2Placement3d.hxx>
 #include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Circle.hxx>
+#include <StepGeom_ConicalSurface.hxx>
+#include <StepGeom_CylindricalSurface.hxx>
 #include <StepGeom_Direction.hxx>
+#include <StepGeom_Ellipse.hxx>
 #include <StepGeom_Line.hxx>
+#include <StepGeom_SphericalSurface.hxx>
+#include <StepGeom_ToroidalSurface.hxx>
 #include <StepGeom_Vector.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_Representation.hxx>
@@ -72,6 +78,7 @@ constexpr int kMeshes = 1;  // ShapeEvaluator::Parts
 constexpr int kProperties = 2;
 constexpr double kSmallestDeflection = 1e-6;  // in millimetres
 constexpr double kIntegrationError = 1e-6;    // relative, of each face
+constexpr double kLargestLength = 1e15;       // as kLargestCoordinate
 constexpr int kArenaLimit = 4;                // address space of each thread's heap counts as memory
 
 // Thrown if the other process reads no more.
@@ -212,14 +219,23 @@ class Evaluation {
     return point.IsNull() ? 0 : point->NbCoordinates();
   }
 
-  // Returns whether an entity has fewer coordinates than its use requires: the engine transfers such a point or
-  // direction to nothing, and then uses it. Points and directions of parametric curves have two coordinates.
-  static bool LacksCoordinates(Handle(Standard_Transient) const& entity) {
+  // Lengths beyond this are damaged numbers, with which the engine crashes or loops.
+  static bool IsLength(double length) { return std::abs(length) <= kLargestLength; }
+
+  // Returns whether an entity has fewer coordinates than its use requires, an impossible length, or no edges: the
+  // engine transfers such an entity to nothing, and then uses it. Points and directions of parametric curves have two
+  // coordinates.
+  static bool IsDamaged(Handle(Standard_Transient) const& entity) {
     if (auto const direction = Handle(StepGeom_Direction)::DownCast(entity); !direction.IsNull()) {
       return CountOf(direction) < 2;
     }
-    if (auto const point = Handle(StepGeom_CartesianPoint)::DownCast(entity); !point.IsNull())
-      return CountOf(point) < 2;
+    if (auto const point = Handle(StepGeom_CartesianPoint)::DownCast(entity); !point.IsNull()) {
+      int const count = CountOf(point);
+      for (int i = 1; i <= count; ++i) {
+        if (!IsLength(point->CoordinatesValue(i))) return true;
+      }
+      return count < 2;
+    }
     if (auto const vertex = Handle(StepShape_VertexPoint)::DownCast(entity); !vertex.IsNull()) {
       auto const point = Handle(StepGeom_CartesianPoint)::DownCast(vertex->VertexGeometry());
       return !point.IsNull() && CountOf(point) < 3;
@@ -233,6 +249,24 @@ class Evaluation {
     }
     if (auto const line = Handle(StepGeom_Line)::DownCast(entity); !line.IsNull() && !line->Dir().IsNull()) {
       return CountOf(line->Dir()->Orientation()) < CountOf(line->Pnt());
+    }
+    if (auto const circle = Handle(StepGeom_Circle)::DownCast(entity); !circle.IsNull()) {
+      return !IsLength(circle->Radius());
+    }
+    if (auto const ellipse = Handle(StepGeom_Ellipse)::DownCast(entity); !ellipse.IsNull()) {
+      return !IsLength(ellipse->SemiAxis1()) || !IsLength(ellipse->SemiAxis2());
+    }
+    if (auto const cylinder = Handle(StepGeom_CylindricalSurface)::DownCast(entity); !cylinder.IsNull()) {
+      return !IsLength(cylinder->Radius());
+    }
+    if (auto const cone = Handle(StepGeom_ConicalSurface)::DownCast(entity); !cone.IsNull()) {
+      return !IsLength(cone->Radius());
+    }
+    if (auto const sphere = Handle(StepGeom_SphericalSurface)::DownCast(entity); !sphere.IsNull()) {
+      return !IsLength(sphere->Radius());
+    }
+    if (auto const torus = Handle(StepGeom_ToroidalSurface)::DownCast(entity); !torus.IsNull()) {
+      return !IsLength(torus->MajorRadius()) || !IsLength(torus->MinorRadius());
     }
     return false;
   }
@@ -256,7 +290,7 @@ class Evaluation {
     for (int i = 1; i <= model->NbEntities(); ++i) {
       Handle(Interface_Check) const check = model->Check(i, Standard_False);
       bool const hasFailed = model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed());
-      if (hasFailed || LacksCoordinates(model->Value(i))) reach(model->Value(i));
+      if (hasFailed || IsDamaged(model->Value(i))) reach(model->Value(i));
     }
     if (reached.empty()) return;
     Interface_Graph const& graph = reader.WS()->Graph();

@@ -202,7 +202,8 @@ TEST(ShapeBadInputTest, SurvivesInvalidNumbers) {
   }
   for (char const* radius : {"0.", "-1.", "1.E+999", "1.E-300", "$"}) {
     int solid = 0;
-    std::string const pin = CylinderText(1000, 7, 2.5, solid) + ProductText(100, "pin", "#" + std::to_string(solid));
+    std::string pin = CylinderText(1000, 7, 2.5, solid);
+    pin += ProductText(100, "pin", "#" + std::to_string(solid));
     Evaluated const evaluated(
         Replaced(pin, "CYLINDRICAL_SURFACE('',#1005,7.000000", std::string("CYLINDRICAL_SURFACE('',#1005,") + radius));
     ExpectSound(evaluated.model.products[0]);
@@ -236,16 +237,38 @@ TEST(ShapeBadInputTest, SkipsFacesOfPointsWithoutCoordinates) {
   }
 }
 
-// The engine crashes while it reads such a direction. The edges remain.
+// The engine would crash or loop with such a radius.
+TEST(ShapeBadInputTest, SkipsFacesThatCrashEngine) {
+  int solid = 0;
+  std::string text = CylinderText(1000, 7, 2.5, solid);
+  text += ProductText(100, "pin", "#" + std::to_string(solid));
+  for (char const* const type : {"CIRCLE(''", "CYLINDRICAL_SURFACE(''"}) {
+    std::size_t const at = text.find(type);
+    ASSERT_NE(at, text.npos);
+    Evaluated const evaluated(Replaced(text, "7.000000);", "1.E+300);", at));
+    EXPECT_EQ(evaluated.model.evaluationFailure, "") << type;
+    EXPECT_THAT(evaluated.warnings, Contains(HasSubstr("the face depends on a damaged or missing instance"))) << type;
+    EXPECT_FALSE(evaluated.model.products[0].meshes.empty()) << type;
+    ExpectSound(evaluated.model.products[0]);
+  }
+}
+
+// The engine crashes while it reads a direction without ratios or a loop without edges. The edges remain.
 TEST(ShapeBadInputTest, SurvivesCrashOfEngine) {
   std::vector<int> faces;
-  Evaluated const evaluated(
-      Replaced(Box(2, 3, 4, faces), "DIRECTION('',(-1.000000,0.000000,0.000000)", "DIRECTION('',()"));
-  EXPECT_EQ(evaluated.model.evaluationFailure, "the shape worker has crashed: Segmentation fault");
-  EXPECT_THAT(evaluated.warnings,
-              Contains("part.stp: exact shapes are not evaluated: the shape worker has crashed: Segmentation fault"));
-  EXPECT_TRUE(evaluated.model.products[0].meshes.empty());
-  EXPECT_EQ(evaluated.model.products[0].polylines.size(), 12U);
+  std::string const text = Box(2, 3, 4, faces);
+  std::string loop = text;
+  std::size_t const begin = loop.find("EDGE_LOOP('',(") + 14;
+  loop.erase(begin, loop.find(')', begin) - begin);
+  for (std::string const& data :
+       {Replaced(text, "DIRECTION('',(-1.000000,0.000000,0.000000)", "DIRECTION('',()"), loop}) {
+    Evaluated const evaluated(data);
+    EXPECT_EQ(evaluated.model.evaluationFailure, "the shape worker has crashed: Segmentation fault");
+    EXPECT_THAT(evaluated.warnings,
+                Contains("part.stp: exact shapes are not evaluated: the shape worker has crashed: Segmentation fault"));
+    EXPECT_TRUE(evaluated.model.products[0].meshes.empty());
+    EXPECT_EQ(evaluated.model.products[0].polylines.size(), 12U);
+  }
 }
 
 // Types of instances that do not fit, which the engine must not take for others.
