@@ -15,10 +15,12 @@
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <GProp_GProps.hxx>
-#include <IFSelect_ReturnStatus.hxx>
+#include <IFSelect_WorkLibrary.hxx>
 #include <Interface_Check.hxx>
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
+#include <Interface_InterfaceModel.hxx>
+#include <Interface_Protocol.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Poly_Triangulation.hxx>
@@ -43,9 +45,14 @@
 #include <StepRepr_RepresentationItem.hxx>
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_EdgeLoop.hxx>
 #include <StepShape_Face.hxx>
 #include <StepShape_HArray1OfFace.hxx>
+#include <StepShape_HArray1OfOrientedEdge.hxx>
+#include <StepShape_OrientedEdge.hxx>
 #include <StepShape_VertexPoint.hxx>
+#include <TColStd_HArray1OfReal.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
@@ -79,6 +86,7 @@ constexpr int kProperties = 2;
 constexpr double kSmallestDeflection = 1e-6;  // in millimetres
 constexpr double kIntegrationError = 1e-6;    // relative, of each face
 constexpr double kLargestLength = 1e15;       // as kLargestCoordinate
+constexpr int kNewTransfer = 4;               // XSControl_WorkSession::InitTransferReader
 constexpr int kArenaLimit = 4;                // address space of each thread's heap counts as memory
 
 // Thrown if the other process reads no more.
@@ -165,9 +173,7 @@ class Evaluation {
   Evaluation(Request const& shapeRequest, Answer& shapeAnswer) : request(shapeRequest), answer(shapeAnswer) {}
 
   bool Read(char const* path) {
-    if (reader.ReadFile(path) != IFSelect_RetDone) return false;
-    model = reader.StepModel();
-    if (model.IsNull()) return false;
+    if (!ReadModel(path)) return false;
     for (int i = 1; i <= model->NbEntities(); ++i) {
       int const ident = model->IdentLabel(model->Value(i));
       if (ident > 0) entities.emplace(static_cast<std::uint32_t>(ident), model->Value(i));
@@ -217,6 +223,43 @@ class Evaluation {
   }
   static int CountOf(Handle(StepGeom_CartesianPoint) const& point) {
     return point.IsNull() ? 0 : point->NbCoordinates();
+  }
+
+  // Reads as STEPControl_Reader::ReadFile does, but repairs the entities before they are checked.
+  bool ReadModel(char const* path) {
+    try {
+      Handle(XSControl_WorkSession) const session = reader.WS();
+      Handle(Interface_InterfaceModel) read;
+      if (session->WorkLibrary()->ReadFile(path, read, session->Protocol()) != 0 || read.IsNull()) return false;
+      RepairLists(*read);
+      session->SetModel(read);
+      session->InitTransferReader(kNewTransfer);
+    } catch (Standard_OutOfMemory const&) {
+      throw std::bad_alloc();
+    } catch (Standard_Failure const&) {
+      return false;
+    }
+    model = reader.StepModel();
+    return !model.IsNull();
+  }
+
+  // Fills lists that the file leaves empty, since the engine uses them when it checks the entities, and crashes. The
+  // faces that depend on them are removed later.
+  void RepairLists(Interface_InterfaceModel const& read) {
+    for (int i = 1; i <= read.NbEntities(); ++i) {
+      Handle(Standard_Transient) const& entity = read.Value(i);
+      if (auto const direction = Handle(StepGeom_Direction)::DownCast(entity);
+          !direction.IsNull() && direction->DirectionRatios().IsNull()) {
+        direction->SetDirectionRatios(new TColStd_HArray1OfReal(1, 3, 0.0));
+        repaired.insert(entity.get());
+      } else if (auto const loop = Handle(StepShape_EdgeLoop)::DownCast(entity);
+                 !loop.IsNull() && loop->EdgeList().IsNull()) {
+        Handle(StepShape_OrientedEdge) const edge = new StepShape_OrientedEdge;
+        edge->SetEdgeElement(new StepShape_Edge);
+        loop->SetEdgeList(new StepShape_HArray1OfOrientedEdge(1, 1, edge));
+        repaired.insert(entity.get());
+      }
+    }
   }
 
   // Lengths beyond this are damaged numbers, with which the engine crashes or loops.
@@ -290,7 +333,8 @@ class Evaluation {
     for (int i = 1; i <= model->NbEntities(); ++i) {
       Handle(Interface_Check) const check = model->Check(i, Standard_False);
       bool const hasFailed = model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed());
-      if (hasFailed || IsDamaged(model->Value(i))) reach(model->Value(i));
+      Handle(Standard_Transient) const& entity = model->Value(i);
+      if (hasFailed || repaired.count(entity.get()) != 0 || IsDamaged(entity)) reach(entity);
     }
     if (reached.empty()) return;
     Interface_Graph const& graph = reader.WS()->Graph();
@@ -555,7 +599,8 @@ class Evaluation {
   std::unordered_map<std::uint32_t, Handle(Standard_Transient)> entities;
   std::unordered_map<std::uint32_t, std::size_t> owners;          // the product of each representation
   std::unordered_map<TopoDS_TShape const*, std::uint32_t> faces;  // the instance of each face
-  std::unordered_set<std::uint32_t> damagedFaces;                 // those that were reported
+  std::unordered_set<Standard_Transient const*> repaired;
+  std::unordered_set<std::uint32_t> damagedFaces;  // those that were reported
   std::vector<std::uint32_t> missingFaces;
   std::vector<double> points;
   std::vector<float> normals;
