@@ -27,7 +27,23 @@ BRIVET_DESCRIBE_MODULE(module) {
   html.extensions = {".html", ".htm"};
   html.mediaType = "text/html";
   html.writes = true;
+  using Type = OptionDescription;
   html.writerOptions = {
-      {"Plain", OptionDescription::Bool, "Off", "write a listing without scripts, for text browsers", {}, "", ""}};
+      {"Plain", Type::Bool, "Off", "write a listing without scripts, for text browsers", {}, "", ""},
+      {"Shade",
+       Type::Choice,
+       "Auto",
+       "shade faces of exact shapes by the shape module: Auto if there are not too many",
+       {"Auto", "On", "Off"},
+       "",
+       ""},
+      {"Tolerance",
+       Type::Double,
+       "0.001",
+       "share by which stored volumes, areas and centroids may differ from computed ones",
+       {},
+       "0",
+       "1"},
+  };
   module.formats = {html};
 }

@@ -10,7 +10,9 @@
 #include "ModelData.h"
 #include "PageAssets.h"
 #include "PagePicture.h"
+#include "PageShading.h"
 #include "PageSummary.h"
+#include "PageValidation.h"
 #include "ProductModel.h"
 
 // Order in the file: what is shown at once comes first, then the data, then the script that renders it. Everything that
@@ -20,10 +22,15 @@ VRINResult InteractivePage::WritePage(BrivetWriteRequest& request) {
   Document& document = *request.document;
   ProductModel const* const model = document.GetModel(true, *request.progress);
   if (document.GetModelResult().IsFailure()) return document.GetModelResult();
+  PageShading const shading = model != nullptr ? PageShading::Evaluate(request, *model) : PageShading();
+  PageValidation const validation(model, request.options);
   PagePicture const picture = model != nullptr ? PagePicture::Of(*model, title) : PagePicture();
   WriteHead();
-  WriteSections(document, model, picture);
-  ModelData(elements).Write(document, model);
+  std::vector<std::string> leftOut = ModelData::LeftOut(document, model);
+  if (!picture.leftOut.empty()) leftOut.push_back(picture.leftOut);
+  leftOut.insert(leftOut.end(), shading.leftOut.begin(), shading.leftOut.end());
+  WriteSections(document, model, picture, PageSummary::Summary(document, model, leftOut, validation.SummaryRows()));
+  ModelData(elements).Write(document, model, &validation);
   VRINResult const result = InstanceBlocks(elements).Write(request);
   WriteEnd(picture);
   return result;
@@ -45,12 +52,11 @@ void InteractivePage::WriteHead() {
       shown + "</h1>\n<nav id=\"contents\" aria-label=\"Sections\"></nav>\n</header>\n<main>\n");
 }
 
-void InteractivePage::WriteSections(Document& document, ProductModel const* model, PagePicture const& picture) {
-  std::vector<std::string> leftOut = ModelData::LeftOut(document, model);
-  if (!picture.leftOut.empty()) leftOut.push_back(picture.leftOut);
+void InteractivePage::WriteSections(Document& document, ProductModel const* model, PagePicture const& picture,
+                                    std::string const& summary) {
   WriteSection(
       "summary", "Summary",
-      PageSummary::Summary(document, model, leftOut) +
+      summary +
           "<noscript><p class=\"note\">Without scripts this page shows the summary, the drawing and the header. "
           "Write a plain listing with <code>-set Html.*.Writer.Plain=On</code>.</p></noscript>\n");
   if (!picture.drawing.empty() || !picture.geometry.empty()) {

@@ -28,7 +28,8 @@ class InteractivePage {
  private:
   void Put(std::string_view markup) { elements.WriteMarkup(markup); }
   void WriteHead();
-  void WriteSections(Document& document, ProductModel const* model, PagePicture const& picture);
+  void WriteSections(Document& document, ProductModel const* model, PagePicture const& picture,
+                     std::string const& summary);
   void WriteSection(char const* id, char const* heading, std::string_view content);
   // A section that the scripts fill and show.
   void WriteEmptySection(char const* id, char const* heading, bool isPresent);

@@ -7,6 +7,7 @@
 
 #include "DataElements.h"
 #include "Document.h"
+#include "PageValidation.h"
 #include "ProductModel.h"
 
 namespace {
@@ -29,13 +30,13 @@ void PutBox(JsonText& json, ModelBox const& box) {
 
 }  // namespace
 
-void ModelData::Write(Document& document, ProductModel const* model) {
+void ModelData::Write(Document& document, ProductModel const* model, PageValidation const* validation) {
   parts.BeginObject();
   if (model != nullptr) {
     WriteProducts(*model);
     WriteOccurrences(*model);
     WriteLayers(*model);
-    WriteProperties(*model);
+    WriteProperties(*model, validation);
     WriteColours(*model);
     WriteAnnotations(*model);
     WriteViews(*model);
@@ -127,8 +128,9 @@ void ModelData::WriteLayers(ProductModel const& model) {
   EndRows();
 }
 
-// instance, product, name, description, kind, values: name, value, unit
-void ModelData::WriteProperties(ProductModel const& model) {
+// instance, product, name, description, kind, values: name, value, unit, and if it was checked: the computed value, the
+// comparison, 1 if it differs, and its unit
+void ModelData::WriteProperties(ProductModel const& model, PageValidation const* validation) {
   BeginRows("properties");
   for (std::size_t i = 0; i < Shown(model.properties, kRows); ++i) {
     ModelProperty const& each = model.properties[i];
@@ -146,7 +148,19 @@ void ModelData::WriteProperties(ProductModel const& model) {
       } else {
         rows.String(value.text);
       }
-      rows.String(value.unit).EndList();
+      rows.String(value.unit);
+      if (ValidationCheck const* const check = validation == nullptr ? nullptr : validation->Find(i, k)) {
+        if (check->quantity == ValidationCheck::Centroid) {
+          rows.BeginList();
+          for (double const number : check->computed) rows.Number(number);
+          rows.EndList();
+        } else {
+          rows.Number(check->computed[0]);
+        }
+        rows.String(check->Text(validation->Tolerance()));
+        rows.Integer(check->verdict == ValidationCheck::Agrees ? 0 : 1).String(check->unit);
+      }
+      rows.EndList();
     }
     rows.EndList().Integer(static_cast<long>(each.values.size())).EndList();
     EndRow();

@@ -8,6 +8,7 @@
 
 class DataElements;
 class Document;
+class PageValidation;
 struct ProductModel;
 
 // Writes the product model and the types of the instances as JSON, for the scripts of the page.
@@ -30,8 +31,8 @@ class ModelData {
 
   explicit ModelData(DataElements& target) : elements(target) {}
 
-  // Writes everything. `model` may be null.
-  void Write(Document& document, ProductModel const* model);
+  // Writes everything. `model` and `validation` may be null.
+  void Write(Document& document, ProductModel const* model, PageValidation const* validation = nullptr);
 
   // Returns a sentence for each list that was cut: "The page shows the first 200000 of 300000 products." Valid before
   // Write, for `model` and `document`.
@@ -41,7 +42,7 @@ class ModelData {
   void WriteProducts(ProductModel const& model);
   void WriteOccurrences(ProductModel const& model);
   void WriteLayers(ProductModel const& model);
-  void WriteProperties(ProductModel const& model);
+  void WriteProperties(ProductModel const& model, PageValidation const* validation);
   void WriteColours(ProductModel const& model);
   void WriteAnnotations(ProductModel const& model);
   void WriteViews(ProductModel const& model);

@@ -43,11 +43,11 @@ std::string Number(double number) {
 // Rows of a description list.
 class Rows {
  public:
-  void Add(char const* key, std::string_view value) {
+  void Add(char const* key, std::string_view value, bool differs = false) {
     if (value.find_first_not_of(' ') == value.npos) return;
     markup.append("<div><dt>")
         .append(key)
-        .append("</dt><dd>")
+        .append(differs ? "</dt><dd class=\"differs\">" : "</dt><dd>")
         .append(PageSummary::DisplayText(value))
         .append("</dd></div>\n");
   }
@@ -113,8 +113,8 @@ std::string PageSummary::DisplayText(std::string_view utf8) {
   return markup;
 }
 
-std::string PageSummary::Summary(Document& document, ProductModel const* model,
-                                 std::vector<std::string> const& leftOut) {
+std::string PageSummary::Summary(Document& document, ProductModel const* model, std::vector<std::string> const& leftOut,
+                                 std::vector<Row> const& computed) {
   std::string markup;
   std::string const lost = LostParts(document);
   if (!lost.empty() || !leftOut.empty()) {
@@ -137,6 +137,7 @@ std::string PageSummary::Summary(Document& document, ProductModel const* model,
   rows.Add("Originating system", header.Text("FILE_NAME", 5));
   rows.Add("Date", header.Text("FILE_NAME", 1));
   if (model != nullptr) AddModel(rows, *model);
+  for (Row const& each : computed) rows.Add(each.key, std::string_view(each.value), each.differs);
   rows.Add("Instances", std::string_view(std::to_string(document.GetInstanceCount())));
   rows.AddCount("Skipped", document.GetFailedCount());
   return markup + "<dl class=\"facts\">\n" + rows.markup + "</dl>\n";

@@ -14,8 +14,17 @@ class PageSummary {
  public:
   static constexpr std::size_t kLongestValue = 4000;  // bytes of one value; longer ones are cut
 
-  // Returns the rows of the summary and the banner if something is lost or left out, as markup. `model` may be null.
-  static std::string Summary(Document& document, ProductModel const* model, std::vector<std::string> const& leftOut);
+  // Row of the summary; it is marked if it contains a difference.
+  struct Row {
+    char const* key;
+    std::string value;
+    bool differs = false;
+  };
+
+  // Returns the rows of the summary and the banner if something is lost or left out, as markup. `model` may be null;
+  // `computed` follows its rows.
+  static std::string Summary(Document& document, ProductModel const* model, std::vector<std::string> const& leftOut,
+                             std::vector<Row> const& computed = {});
   // Returns the rows of the header, as markup; empty if it has none.
   static std::string Header(Document& document);
   // Returns a string as pages show it: with controls escaped, as HTML, cut at kLongestValue.

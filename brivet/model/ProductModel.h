@@ -128,6 +128,7 @@ struct ModelPropertyValue {
   std::optional<std::string> text;
   std::vector<double> point;
   std::optional<std::string> unit;
+  std::optional<double> siFactor;  // of the unit, or of the coordinates of a point, to the SI unit; unset if unknown
 };
 
 struct ModelProperty {
@@ -207,7 +208,8 @@ struct ProductModel {
   ModelBox extent;       // of all roots with their children, in extentUnits
   int extentUnits = -1;  // index into units
   std::vector<std::string> warnings;
-  int evaluatedParts = 0;  // of ShapeEvaluator::Parts: those that a shape module was asked for
+  int evaluatedParts = 0;         // of ShapeEvaluator::Parts: those that a shape module was asked for
+  std::string evaluationFailure;  // why the evaluation of exact shapes did not complete; empty if it did
 
   bool IsEmpty() const noexcept {
     return products.empty() && layers.empty() && properties.empty() && annotations.empty() && colours.empty();

@@ -150,6 +150,8 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
         reason = "the engine cannot read the file";
       } else if (outcome.number == 0) {
         reason = "the answer of the shape worker is incomplete";
+      } else if (outcome.number == kWorkerNotStarted) {
+        reason = "the shape worker does not start: Open CASCADE 7.6 is not installed";
       } else {
         reason = "the shape worker has failed with status " + std::to_string(outcome.number);
       }
@@ -167,5 +169,6 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
       reason = "cannot start the shape worker: " + std::string(std::strerror(outcome.number));
       break;
   }
+  model.evaluationFailure = reason;
   ReportWarning(shownName, "exact shapes are not evaluated: " + reason);
 }

@@ -45,7 +45,8 @@ BRIVET_MODULE_ENTRY BrivetEvaluateShapes(BrivetEvaluateRequest& request) {
   ShapeSettings settings;
   settings.worker = FindWorker();
   if (settings.worker.empty()) {
-    ReportWarning(request.shownName, "exact shapes are not evaluated: brivet-shape-worker is not installed");
+    request.model->evaluationFailure = "brivet-shape-worker is not installed";
+    ReportWarning(request.shownName, "exact shapes are not evaluated: " + request.model->evaluationFailure);
     return;
   }
   ModuleOptions const options(request.options, kComponent, ModuleOptions::Reader);

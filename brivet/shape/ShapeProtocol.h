@@ -35,4 +35,5 @@ constexpr std::uint32_t kHasBox = 2;
 // Exit statuses of the worker, next to 0.
 constexpr int kWorkerFailed = 1;
 constexpr int kWorkerOutOfMemory = 7;
-constexpr int kWorkerUnreadable = 21;  // the engine cannot read the file
+constexpr int kWorkerUnreadable = 21;   // the engine cannot read the file
+constexpr int kWorkerNotStarted = 127;  // of the loader of programs, if a library is missing or of another version

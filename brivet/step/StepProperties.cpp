@@ -94,6 +94,8 @@ void StepProperties::ReadProperties() {
         std::uint32_t const representation = context.Instance(
             link, STEP_ATTRIBUTE(PropertyDefinitionRepresentation, "used_representation"), StepEntity::Representation);
         if (representation == 0) continue;
+        double const metres = units.FactorsOf(units.ContextOf(representation)).metres;
+        metresOfPoints = metres > 0.0 ? std::optional<double>(metres) : std::nullopt;
         for (std::uint32_t const item : context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"))) {
           ReadValue(item, 0, property);
         }
@@ -116,7 +118,10 @@ void StepProperties::ReadValue(std::uint32_t item, int depth, ModelProperty& pro
   auto const setMeasure = [&](StepAttribute const& component, StepAttribute const& unitAttribute) {
     value.number = context.Number(item, component);
     StepUnit const unit = units.Read(context.AnyInstance(item, unitAttribute));
-    if (unit.isValid) value.unit = unit.name;
+    if (unit.isValid) {
+      value.unit = unit.name;
+      value.siFactor = unit.factor;
+    }
     if (value.number.has_value()) return;
     StepValue const given = store.Get(item, component);
     StepValues content(given);
@@ -145,6 +150,7 @@ void StepProperties::ReadValue(std::uint32_t item, int depth, ModelProperty& pro
     value.point.erase(
         std::remove_if(value.point.begin(), value.point.end(), [](double number) { return !std::isfinite(number); }),
         value.point.end());
+    value.siFactor = metresOfPoints;
   } else if (store.Is(item, StepEntity::CompoundRepresentationItem)) {
     if (depth > kDepthLimit) return;
     for (std::uint32_t const inner :

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "StepAssembly.h"
 #include "StepModelContext.h"
@@ -23,5 +24,6 @@ class StepProperties {
   StepModelContext& context;
   StepUnits& units;
   StepAssembly const& structure;
+  std::optional<double> metresOfPoints;  // of the present representation
   long valueCount = 0;
 };

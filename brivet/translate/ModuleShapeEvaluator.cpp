@@ -1,6 +1,7 @@
 #include "ModuleShapeEvaluator.h"
 
 #include "Diagnostics.h"
+#include "ProductModel.h"
 
 bool ModuleShapeEvaluator::IsAvailable() {
   if (!isSearched) format = Format::OfEvaluation(source.extension);
@@ -18,6 +19,7 @@ void ModuleShapeEvaluator::Evaluate(ProductModel& model, int parts, Progress& /*
   request.parts = parts;
   request.options = &options;
   if (module->Evaluate(request).IsFailure()) {
-    ReportWarning(shownName, "exact shapes are not evaluated: the module has failed");
+    model.evaluationFailure = "the module has failed";
+    ReportWarning(shownName, "exact shapes are not evaluated: " + model.evaluationFailure);
   }
 }

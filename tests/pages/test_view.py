@@ -370,7 +370,8 @@ class ViewTests(PageTest):
         self.assert_quiet(page)
 
     def test_only_selection(self):
-        page = self.open_view(self.sample(ASSEMBLY))
+        # Edges only: shaded faces of a pin that is fitted take more pixels than those of everything.
+        page = self.open_view(self.sample(ASSEMBLY), "-set", "Html.*.Writer.Shade=Off")
         everything = len(Shot(page).drawn)
         self.assertFalse(next(each for each in page.find_all("#view button") if each.text == "Only selection").is_enabled())
         page.go("node=0/5")

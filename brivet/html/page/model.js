@@ -10,7 +10,8 @@ const toProduct = row => ({
 const toLayer = row => ({ instance: row[0], name: row[1], description: row[2], items: row[3] });
 const toProperty = row => ({
   instance: row[0], product: row[1], name: row[2], description: row[3], kind: row[4],
-  values: row[5].map(value => ({ name: value[0], value: value[1], unit: value[2] })), valueCount: row[6],
+  values: row[5].map(value => ({ name: value[0], value: value[1], unit: value[2], check: value.length > 3
+    ? { value: value[3], text: value[4], differs: value[5] === 1, unit: value[6] } : null })), valueCount: row[6],
 });
 const toColour = row => ({ colour: row[0], transparency: row[1], items: row[2] });
 const toAnnotation = row => ({

@@ -62,6 +62,17 @@ function valueCell(property) {
   return cell;
 }
 
+// Computed values next to stored ones. A difference is marked by its text and a class.
+function computedCell(property) {
+  const cell = make("span");
+  for (const { check } of property.values) {
+    if (check === null) continue;
+    cell.append(make("span", { class: "value" }, valueText(check) + " ",
+      make("span", { class: check.differs ? "check differs" : "check" }, check.text)));
+  }
+  return cell;
+}
+
 // Returns the names of the products and occurrences that have properties, by their instances.
 async function ownersOf(model) {
   const owners = new Set(model.properties.map(property => property.product));
@@ -81,9 +92,11 @@ async function ownersOf(model) {
 
 async function addProperties(section, model) {
   const names = await ownersOf(model);
+  const isChecked = model.properties.some(property => property.values.some(value => value.check !== null));
   return new DataTable(section, "Properties", [
     { title: "Name", cell: row => orEmpty(row.name) || orEmpty(row.description) },
     { title: "Value", cell: valueCell },
+    ...isChecked ? [{ title: "Computed", cell: computedCell }] : [],
     { title: "Product", cell: row => make("span", {}, names.get(row.product) || "", " ", row.product ? instanceLink(row.product)
       : "") },
     { title: "Kind", isWord: true, cell: row => row.kind },

@@ -15,10 +15,12 @@
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <GProp_GProps.hxx>
-#include <IFSelect_ReturnStatus.hxx>
+#include <IFSelect_WorkLibrary.hxx>
 #include <Interface_Check.hxx>
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
+#include <Interface_InterfaceModel.hxx>
+#include <Interface_Protocol.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Poly_Triangulation.hxx>
@@ -26,13 +28,31 @@
 #include <Standard_Failure.hxx>
 #include <Standard_OutOfMemory.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepGeom_Axis1Placement.hxx>
+#include <StepGeom_Axis2Placement3d.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Circle.hxx>
+#include <StepGeom_ConicalSurface.hxx>
+#include <StepGeom_CylindricalSurface.hxx>
+#include <StepGeom_Direction.hxx>
+#include <StepGeom_Ellipse.hxx>
+#include <StepGeom_Line.hxx>
+#include <StepGeom_SphericalSurface.hxx>
+#include <StepGeom_ToroidalSurface.hxx>
+#include <StepGeom_Vector.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_Representation.hxx>
 #include <StepRepr_RepresentationItem.hxx>
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_EdgeLoop.hxx>
 #include <StepShape_Face.hxx>
 #include <StepShape_HArray1OfFace.hxx>
+#include <StepShape_HArray1OfOrientedEdge.hxx>
+#include <StepShape_OrientedEdge.hxx>
+#include <StepShape_VertexPoint.hxx>
+#include <TColStd_HArray1OfReal.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
 #include <TopoDS.hxx>
@@ -65,6 +85,8 @@ constexpr int kMeshes = 1;  // ShapeEvaluator::Parts
 constexpr int kProperties = 2;
 constexpr double kSmallestDeflection = 1e-6;  // in millimetres
 constexpr double kIntegrationError = 1e-6;    // relative, of each face
+constexpr double kLargestLength = 1e15;       // as kLargestCoordinate
+constexpr int kNewTransfer = 4;               // XSControl_WorkSession::InitTransferReader
 constexpr int kArenaLimit = 4;                // address space of each thread's heap counts as memory
 
 // Thrown if the other process reads no more.
@@ -151,9 +173,7 @@ class Evaluation {
   Evaluation(Request const& shapeRequest, Answer& shapeAnswer) : request(shapeRequest), answer(shapeAnswer) {}
 
   bool Read(char const* path) {
-    if (reader.ReadFile(path) != IFSelect_RetDone) return false;
-    model = reader.StepModel();
-    if (model.IsNull()) return false;
+    if (!ReadModel(path)) return false;
     for (int i = 1; i <= model->NbEntities(); ++i) {
       int const ident = model->IdentLabel(model->Value(i));
       if (ident > 0) entities.emplace(static_cast<std::uint32_t>(ident), model->Value(i));
@@ -198,6 +218,102 @@ class Evaluation {
     }
   }
 
+  static int CountOf(Handle(StepGeom_Direction) const& direction) {
+    return direction.IsNull() || direction->DirectionRatios().IsNull() ? 0 : direction->NbDirectionRatios();
+  }
+  static int CountOf(Handle(StepGeom_CartesianPoint) const& point) {
+    return point.IsNull() ? 0 : point->NbCoordinates();
+  }
+
+  // Reads as STEPControl_Reader::ReadFile does, but repairs the entities before they are checked.
+  bool ReadModel(char const* path) {
+    try {
+      Handle(XSControl_WorkSession) const session = reader.WS();
+      Handle(Interface_InterfaceModel) read;
+      if (session->WorkLibrary()->ReadFile(path, read, session->Protocol()) != 0 || read.IsNull()) return false;
+      RepairLists(*read);
+      session->SetModel(read);
+      session->InitTransferReader(kNewTransfer);
+    } catch (Standard_OutOfMemory const&) {
+      throw std::bad_alloc();
+    } catch (Standard_Failure const&) {
+      return false;
+    }
+    model = reader.StepModel();
+    return !model.IsNull();
+  }
+
+  // Fills lists that the file leaves empty, since the engine uses them when it checks the entities, and crashes. The
+  // faces that depend on them are removed later.
+  void RepairLists(Interface_InterfaceModel const& read) {
+    for (int i = 1; i <= read.NbEntities(); ++i) {
+      Handle(Standard_Transient) const& entity = read.Value(i);
+      if (auto const direction = Handle(StepGeom_Direction)::DownCast(entity);
+          !direction.IsNull() && direction->DirectionRatios().IsNull()) {
+        direction->SetDirectionRatios(new TColStd_HArray1OfReal(1, 3, 0.0));
+        repaired.insert(entity.get());
+      } else if (auto const loop = Handle(StepShape_EdgeLoop)::DownCast(entity);
+                 !loop.IsNull() && loop->EdgeList().IsNull()) {
+        Handle(StepShape_OrientedEdge) const edge = new StepShape_OrientedEdge;
+        edge->SetEdgeElement(new StepShape_Edge);
+        loop->SetEdgeList(new StepShape_HArray1OfOrientedEdge(1, 1, edge));
+        repaired.insert(entity.get());
+      }
+    }
+  }
+
+  // Lengths beyond this are damaged numbers, with which the engine crashes or loops.
+  static bool IsLength(double length) { return std::abs(length) <= kLargestLength; }
+
+  // Returns whether an entity has fewer coordinates than its use requires, an impossible length, or no edges: the
+  // engine transfers such an entity to nothing, and then uses it. Points and directions of parametric curves have two
+  // coordinates.
+  static bool IsDamaged(Handle(Standard_Transient) const& entity) {
+    if (auto const direction = Handle(StepGeom_Direction)::DownCast(entity); !direction.IsNull()) {
+      return CountOf(direction) < 2;
+    }
+    if (auto const point = Handle(StepGeom_CartesianPoint)::DownCast(entity); !point.IsNull()) {
+      int const count = CountOf(point);
+      for (int i = 1; i <= count; ++i) {
+        if (!IsLength(point->CoordinatesValue(i))) return true;
+      }
+      return count < 2;
+    }
+    if (auto const vertex = Handle(StepShape_VertexPoint)::DownCast(entity); !vertex.IsNull()) {
+      auto const point = Handle(StepGeom_CartesianPoint)::DownCast(vertex->VertexGeometry());
+      return !point.IsNull() && CountOf(point) < 3;
+    }
+    if (auto const place = Handle(StepGeom_Axis2Placement3d)::DownCast(entity); !place.IsNull()) {
+      return CountOf(place->Location()) < 3 || (place->HasAxis() && CountOf(place->Axis()) < 3) ||
+             (place->HasRefDirection() && CountOf(place->RefDirection()) < 3);
+    }
+    if (auto const axis = Handle(StepGeom_Axis1Placement)::DownCast(entity); !axis.IsNull()) {
+      return CountOf(axis->Location()) < 3 || (axis->HasAxis() && CountOf(axis->Axis()) < 3);
+    }
+    if (auto const line = Handle(StepGeom_Line)::DownCast(entity); !line.IsNull() && !line->Dir().IsNull()) {
+      return CountOf(line->Dir()->Orientation()) < CountOf(line->Pnt());
+    }
+    if (auto const circle = Handle(StepGeom_Circle)::DownCast(entity); !circle.IsNull()) {
+      return !IsLength(circle->Radius());
+    }
+    if (auto const ellipse = Handle(StepGeom_Ellipse)::DownCast(entity); !ellipse.IsNull()) {
+      return !IsLength(ellipse->SemiAxis1()) || !IsLength(ellipse->SemiAxis2());
+    }
+    if (auto const cylinder = Handle(StepGeom_CylindricalSurface)::DownCast(entity); !cylinder.IsNull()) {
+      return !IsLength(cylinder->Radius());
+    }
+    if (auto const cone = Handle(StepGeom_ConicalSurface)::DownCast(entity); !cone.IsNull()) {
+      return !IsLength(cone->Radius());
+    }
+    if (auto const sphere = Handle(StepGeom_SphericalSurface)::DownCast(entity); !sphere.IsNull()) {
+      return !IsLength(sphere->Radius());
+    }
+    if (auto const torus = Handle(StepGeom_ToroidalSurface)::DownCast(entity); !torus.IsNull()) {
+      return !IsLength(torus->MajorRadius()) || !IsLength(torus->MinorRadius());
+    }
+    return false;
+  }
+
   // Removes the faces that depend on an instance that the engine could not read from their shells, since the engine
   // does not check for missing references when it transfers them, and crashes.
   void RemoveDamagedFaces() {
@@ -209,13 +325,16 @@ class Evaluation {
       if (entity->IsKind(STANDARD_TYPE(StepShape_Face))) {
         damaged.insert(entity.get());
         answer.PutProblem(InstanceOf(entity), "the face depends on a damaged or missing instance");
+        damagedFaces.insert(InstanceOf(entity));
       } else {
         pending.push_back(entity);
       }
     };
     for (int i = 1; i <= model->NbEntities(); ++i) {
       Handle(Interface_Check) const check = model->Check(i, Standard_False);
-      if (model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed())) reach(model->Value(i));
+      bool const hasFailed = model->IsErrorEntity(i) || (!check.IsNull() && check->HasFailed());
+      Handle(Standard_Transient) const& entity = model->Value(i);
+      if (hasFailed || repaired.count(entity.get()) != 0 || IsDamaged(entity)) reach(entity);
     }
     if (reached.empty()) return;
     Interface_Graph const& graph = reader.WS()->Graph();
@@ -239,7 +358,9 @@ class Evaluation {
       Handle(StepShape_Face) const& face = all->Value(i);
       if (!face.IsNull() && damaged.count(face.get()) == 0) kept.push_back(face);
     }
-    if (kept.empty() || static_cast<int>(kept.size()) == all->Length()) return;
+    if (static_cast<int>(kept.size()) == all->Length()) return;
+    // An array has at least one face. The engine skips one without a surface.
+    if (kept.empty()) kept.push_back(new StepShape_Face);
     Handle(StepShape_HArray1OfFace) const rest = new StepShape_HArray1OfFace(1, static_cast<int>(kept.size()));
     for (std::size_t i = 0; i < kept.size(); ++i) rest->SetValue(static_cast<int>(i) + 1, kept[i]);
     shell.SetCfsFaces(rest);
@@ -264,7 +385,7 @@ class Evaluation {
       if (!entity->IsKind(STANDARD_TYPE(StepShape_Face))) continue;
       TopoDS_Shape const shape = ShapeOf(entity);
       if (shape.IsNull()) {
-        missingFaces.push_back(instance);
+        if (damagedFaces.count(instance) == 0) missingFaces.push_back(instance);
         continue;
       }
       for (TopExp_Explorer each(shape, TopAbs_FACE); each.More(); each.Next()) {
@@ -478,6 +599,8 @@ class Evaluation {
   std::unordered_map<std::uint32_t, Handle(Standard_Transient)> entities;
   std::unordered_map<std::uint32_t, std::size_t> owners;          // the product of each representation
   std::unordered_map<TopoDS_TShape const*, std::uint32_t> faces;  // the instance of each face
+  std::unordered_set<Standard_Transient const*> repaired;
+  std::unordered_set<std::uint32_t> damagedFaces;  // those that were reported
   std::vector<std::uint32_t> missingFaces;
   std::vector<double> points;
   std::vector<float> normals;

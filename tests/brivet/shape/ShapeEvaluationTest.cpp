@@ -259,13 +259,17 @@ TEST(ShapeEvaluationTest, KeepsEdgesIfWorkerFails) {
       // A content of 4 GB: the limit of time or of bytes ends it.
       EXPECT_EQ(evaluated.warnings.size(), 1U);
     }
+    EXPECT_FALSE(evaluated.Model().evaluationFailure.empty()) << row.commands;
     EXPECT_TRUE(evaluated[0].meshes.empty()) << row.commands;
     EXPECT_FALSE(evaluated[0].computed.has_value());
     EXPECT_EQ(evaluated[0].polylines.size(), 12U);
   }
   Evaluated const missing(BoxProduct(), "/nosuch/worker");
-  EXPECT_THAT(missing.warnings,
-              ElementsAre("part.stp: exact shapes are not evaluated: the shape worker has failed with status 127"));
+  EXPECT_THAT(
+      missing.warnings,
+      ElementsAre("part.stp: exact shapes are not evaluated: the shape worker does not start: Open CASCADE 7.6 is "
+                  "not installed"));
+  EXPECT_EQ(missing.Model().evaluationFailure, "the shape worker does not start: Open CASCADE 7.6 is not installed");
 }
 
 // After a crash the products before it are kept.
