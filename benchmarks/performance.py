@@ -55,6 +55,8 @@ def read_rows(path=LIST):
                 if "limit" in row:
                     number, unit = row["limit"].split(" ")
                     row.update(peer=f"limit of {number} {unit}", allowed=float(number) * UNITS[unit], target=1.0)
+                if "target" not in row and "why" not in row:
+                    raise SystemExit(f"performance.py: '{row['what']}' has neither a target nor a reason (why)")
                 rows.append(row)
     return table, rows
 
@@ -188,8 +190,8 @@ A ratio is the cost of the library divided by that of its peer: below 1 the libr
 a process of their own, several times in random order; each repetition of ours is divided by the same one of the peer.
 The ratio is the median, with the smallest and the largest in parentheses. Time is processor time unless the benchmark
 waits for something. With a limit, the ratio is the used share of it. Where the peer is the library itself with less
-input, the target says that cost grows in proportion to the input. A row without a target is for information: it
-shows a peer with other guarantees.
+input, the target says that cost grows in proportion to the input. The reason for a row without a target follows its
+table.
 
 ## Machine
 """
@@ -216,6 +218,8 @@ def page(table, results, rows, left_out):
                 target = f"{row['target']:g}" if "target" in row else ""
                 state = "**missed**" if row["state"] == "missed" else row["state"]
                 lines.append("| " + " | ".join([row["what"], row["peer"], *costs, spread(row), target, state]) + " |")
+        reasons = [f"- {r['what']} / {r['peer']}: {r['why']}" for r in rows if r["group"] == group and "why" in r]
+        lines += ["\nWithout a target:\n", *reasons] if reasons else []
     if missed:
         lines.append("\n## Missed targets\n")
     for note in dict.fromkeys(row.get("note") for row in missed):

@@ -74,7 +74,7 @@ void MeasureTime(benchmark::State& state) {
 }
 
 // Measures the peak memory of the operation in a separate process.
-void Grows(benchmark::State& state, char const* how) {
+void MeasureMemory(benchmark::State& state, char const* how) {
   LargeFile const file(state.range(0));
   std::string const command = std::string(STEP_MEMORY " ") + how + " " + file.path;
   long long bytes = 0;
@@ -94,7 +94,7 @@ void Sizes(benchmark::internal::Benchmark* each) {
 }
 
 // Peak memory varies by a page or two between runs, so that few repetitions are enough.
-void Twice(benchmark::internal::Benchmark* each) {
+void OnceRepeated(benchmark::internal::Benchmark* each) {
   each->Arg(kLargest)->Iterations(1)->Repetitions(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 

@@ -583,6 +583,34 @@ TEST(VRELTreeTest, MatchesModelOnRandomGraphs) {
   }
 }
 
+// GetChildCount does not use the iterator, but must visit the same nodes, also where several nodes share an object and
+// so count as one if they are in one probe run.
+TEST(VRELTreeTest, GetChildCountAgreesWithIterator) {
+  std::mt19937 random(31);
+  int skipped = 0;
+  for (int const count : {1, 2, 12, 13, 14, 25, 26, 60, 300, 3000}) {
+    for (unsigned const objects : {1u, 2u, 7u, 100u, 1000000u}) {
+      for (int round = 0; round < 5; ++round) {
+        VRELTree tree(reinterpret_cast<void*>(std::uintptr_t(1)));
+        std::vector<VRELTree::VRELTreeNode*> nodes = {tree.GetRoot()};
+        for (int i = 1; i < count; ++i) {
+          auto* const object = reinterpret_cast<void*>(std::uintptr_t(1 + random() % objects));
+          nodes.push_back(nodes[random() % nodes.size()]->AddChild(object));
+          // Links to other nodes, the root included.
+          if (random() % 4 == 0) nodes[random() % nodes.size()]->AddChildPtr(nodes[random() % nodes.size()]);
+        }
+        if (round == 4) nodes[random() % nodes.size()]->AddChildPtr(nullptr);
+        int expected = 0;
+        VRELTree::VRELTreeNode::VRELTreeNodeIterator iterator(tree.GetRoot());
+        for (auto* node = iterator.GetCurrentNode(); node != nullptr; node = iterator.GetNextNode()) ++expected;
+        ASSERT_EQ(tree.GetChildCount(), expected) << count << " nodes, " << objects << " objects";
+        skipped += expected < count ? 1 : 0;
+      }
+    }
+  }
+  EXPECT_GT(skipped, 0);
+}
+
 TEST(VRELTreeTest, MoveLeavesSourceWithoutRoot) {
   std::vector<int> deleted;
   {

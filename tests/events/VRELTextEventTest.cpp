@@ -129,6 +129,20 @@ TEST(VRELTextEventTest, EmptyMessageIsNull) {
   }
 }
 
+// "%s" alone is not formatted but copied.
+TEST(VRELTextEventTest, FormatOfOneStringIsCopied) {
+  char const directives[] = "100%% %s \xE9\n";
+  char const* volatile null = nullptr;  // the compiler would warn of a literal
+  for (MessageEventRow const& row : kRows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_STREQ(row.makeVariadic("%s", directives)->GetMessage(), directives);
+    EXPECT_STREQ(row.makeFromList("%s", directives)->GetMessage(), directives);
+    EXPECT_STREQ(row.makeVariadic("%s", null)->GetMessage(), "(null)");
+    EXPECT_STREQ(row.makeFromList("%s", null)->GetMessage(), "(null)");
+    EXPECT_STREQ(row.makeVariadic("%s%%", "x")->GetMessage(), "x%");
+  }
+}
+
 TEST(VRELTextEventTest, CutsAfter1023Bytes) {
   std::string const fits(1023, 'x');
   std::string const tooLong = fits + "y";

@@ -176,7 +176,9 @@ TEST(VRELStreamFormatterTest, NullStreamWritesNothing) {
       << out.format("%d", 1);
   out.dump(reinterpret_cast<void const*>(0x10));
   // Nothing was buffered for the new stream.
+  EXPECT_EQ(out.getOutputStream(), nullptr);
   EXPECT_EQ(out.installOutputStream(&stream), nullptr);
+  EXPECT_EQ(out.getOutputStream(), &stream);
   EXPECT_TRUE(calls.empty());
 }
 

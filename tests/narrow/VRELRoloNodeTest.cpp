@@ -246,4 +246,54 @@ TEST(VRELRoloNodeTest, EqualsSetOfPaths) {
   EXPECT_EQ(nodes.size(), 120);
 }
 
+// The model asks each child in turn, by matchNode.
+VRELRoloNode* FindByMatchNode(VRELRoloNode& start, Gk_ROString& path, bool leaf) {
+  VRELRoloNode* node = &start;
+  while (true) {
+    VRELRoloNode* next = nullptr;
+    for (int i = 0; i < node->getChildren().size() && next == nullptr; ++i) {
+      VRELRoloNode* const child = node->getChildren()[i];
+      if (child != nullptr && child->matchNode(&path)) next = child;
+    }
+    if (next == nullptr) return node;
+    node = next;
+    if (path.text().empty() || (leaf && path.text().find('/') == std::string_view::npos)) return node;
+  }
+}
+
+// Segments and paths of few letters, "/" included, with and without terminator or with zero bytes.
+TEST(VRELRoloNodeTest, FindChildNodeAgreesWithMatchNode) {
+  std::mt19937 random(29);
+  char const letters[] = {'a', 'b', '/', '\0'};
+  auto const text = [&](unsigned longest, unsigned kinds) {
+    std::string made;
+    for (unsigned count = random() % (longest + 1); count > 0; --count) made += letters[random() % kinds];
+    return made;
+  };
+  int found = 0;
+  for (int round = 0; round < 3000; ++round) {
+    VRELRoloNode root;
+    std::vector<VRELRoloNode*> nodes = {&root};
+    for (int i = 0; i < 12; ++i) {
+      std::string const segment = text(3, 4);
+      bool const isTerminated = random() % 2 == 0;
+      auto* const node = new VRELRoloNode();
+      node->setValue(isTerminated ? Gk_String(segment.c_str()) : Gk_String(segment.data(), int(segment.size())));
+      nodes[random() % nodes.size()]->getChildren().add(node);
+      nodes.push_back(node);
+    }
+    for (int i = 0; i < 10; ++i) {
+      std::string const bytes = text(8, 3);
+      bool const leaf = random() % 2 == 0;
+      Gk_ROString path(bytes.c_str());
+      Gk_ROString expectedPath(bytes.c_str());
+      VRELRoloNode* const expected = FindByMatchNode(root, expectedPath, leaf);
+      ASSERT_EQ(root.findChildNode(&path, leaf), expected) << bytes;
+      ASSERT_EQ(path.text(), expectedPath.text()) << bytes;
+      found += expected != &root ? 1 : 0;
+    }
+  }
+  EXPECT_GT(found, 3000);
+}
+
 }  // namespace

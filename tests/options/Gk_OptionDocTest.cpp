@@ -49,6 +49,33 @@ TEST(Gk_OptionDocTest, AddOptionByKind) {
   EXPECT_EQ(Gk_OptionDoc::fetchOption(L"/OptionDoc.kinds/g/text"), text);
 }
 
+// Paths around the length up to which no memory is allocated.
+TEST(Gk_OptionDocTest, FetchOptionByPathOfAnyLength) {
+  for (std::size_t const length : {1, 200, 239, 240, 241, 242, 243, 244, 255, 256, 257, 300, 5000}) {
+    VRELString const path(std::u16string_view(u"OptionDoc.len/" + std::u16string(length, u'n')));
+    EXPECT_EQ(Gk_OptionDoc::fetchOption(path), nullptr) << length;
+    Gk_Option* const added = Gk_OptionDoc::addOption(path, 1, nullptr);
+    ASSERT_NE(added, nullptr);
+    EXPECT_EQ(Gk_OptionDoc::fetchOption(path), added) << length;
+  }
+}
+
+TEST(Gk_OptionDocTest, FetchOptionDistinguishesSimilarNames) {
+  wchar_t const* const names[] = {L"OptionDoc.like/ab",  L"OptionDoc.like/abc", L"OptionDoc.like/b",
+                                  L"OptionDoc.like/acb", L"OptionDoc.lik/abc",  L"OptionDoc.like2/abc"};
+  int value = 0;
+  for (wchar_t const* const name : names) Gk_OptionDoc::addOption(name, ++value, nullptr);
+  value = 0;
+  for (wchar_t const* const name : names) {
+    Gk_Option* const option = Gk_OptionDoc::fetchOption(name);
+    ASSERT_NE(option, nullptr) << VRELString(name);
+    EXPECT_EQ(option->count(), ++value) << VRELString(name);
+  }
+  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.like/a"), nullptr);
+  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.like/"), nullptr);
+  EXPECT_EQ(Gk_OptionDoc::fetchOption(L"OptionDoc.like/xbc"), nullptr);
+}
+
 TEST(Gk_OptionDocTest, SecondAddOptionReplacesValue) {
   Gk_Option* const first = Gk_OptionDoc::addOption(L"OptionDoc.twice/n", 1, nullptr);
   Gk_Option* const second = Gk_OptionDoc::addOption(L"OptionDoc.twice/n", 2, nullptr);

@@ -40,6 +40,7 @@ what = "wait"
 ours = "Wait"
 peer = "another"
 theirs = "PeerWait"
+why = "It is a lower bound."
 [[group.row]]
 what = "almost equal"
 ours = "Shade"
@@ -165,6 +166,15 @@ class PageTest(unittest.TestCase):
         self.assertNotIn(busy, page)
         self.results["context"]["load"] = "0.60"
         self.assertIn(busy, self.page())
+
+    def test_row_without_target_has_its_reason(self):
+        page = self.page()
+        at = page.index("Without a target:")
+        self.assertEqual(page[at : at + 3], ["Without a target:", "", "- wait / another: It is a lower bound."])
+        self.assertEqual(page.count("Without a target:"), 1)
+        self.list = LIST.replace('why = "It is a lower bound."', "")
+        with self.assertRaisesRegex(SystemExit, "'wait' has neither a target nor a reason"):
+            self.page()
 
     def test_missed_target_has_its_note(self):
         page = self.page()

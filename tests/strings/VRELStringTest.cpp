@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "ChildProcess.h"
+#include "VRELStringBlocks.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define LIMITS_OF_MEMORY_WORK false
@@ -1297,6 +1298,7 @@ TEST(VRELStringTest, FunctionsDoNotThrowWithoutMemory) {
     // 26 units and the terminator are the most that the object itself has space for.
     VRELString full(L"abcdefghijklmnopqrstuvwxyz");
     VRELString small(L"a");
+    std::vector<VRELString> const held(VRELStringBlocks::kCapacity, before);  // uses up the free blocks
     LimitMemory(0);
     // In small steps at the end: freed blocks are kept in lists, one for each size.
     for (std::size_t size = 1 << 20; size >= 16; size -= size > 2048 ? size / 2 : 16) {

@@ -3,6 +3,7 @@
 // source, so no other source of the library defines such an object (tests/tree/check_objects.py).
 //
 // Constraints on the order:
+//   - the free lists of string blocks are first, so that they are usable as long as the library's strings exist;
 //   - the array of option names is before the names, which register themselves in it;
 //   - public names are in the order of their diagnostic numbers;
 //   - the event bus is before the loggers, which leave it when they are destroyed;
@@ -25,6 +26,7 @@
 #include "VRELPerfTrackerStatus.h"
 #include "VRELPointf.h"
 #include "VRELStreamFormatter.h"
+#include "VRELStringBlocks.h"
 #include "VRELTimingLogger.h"
 #include "VRELUnit.h"
 #include "VRELVectorf.h"
@@ -33,6 +35,12 @@
 #include "VRINReaderWriterName.h"
 #include "VRINRepresentationName.h"
 #include "VRINResult.h"
+
+namespace {
+
+VRELStringBlocks::Lifetime stringBlocks;
+
+}  // namespace
 
 VRINResult VRINResult::E_FAIL_RESULT(VREL_E_FAIL);
 

@@ -91,6 +91,8 @@ class VREL_EXPORT VRELStreamFormatter {
 
   // Sets the stream and returns the previous one, without flushing it.
   VRELOutputStream* installOutputStream(VRELOutputStream* stream) noexcept;
+  // Returns the stream, or null.
+  VRELOutputStream* getOutputStream() const noexcept { return output; }
 
   // Resets the formats to "%d", "%u", "%ld", "%ul" and "%lf", and keeps trailing zeros. The precision and its flag are
   // unchanged.

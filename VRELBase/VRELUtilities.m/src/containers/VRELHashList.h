@@ -8,6 +8,9 @@
 #include "VRELHashTraits.h"
 #include "detail/VRELHashTable.h"
 
+template <class T>
+class VRELHashListSnapshot;
+
 // Hash set with open addressing and linear probing.
 //
 // Use it for membership tests; use VRELHashMap to find a value by a key.
@@ -157,5 +160,8 @@ class VRELHashList {
   friend bool operator!=(VRELHashList const& a, VRELHashList const& b) { return !(a == b); }
 
  private:
+  template <class>
+  friend class VRELHashListSnapshot;
+
   VRELHashTable<T, void> table;
 };

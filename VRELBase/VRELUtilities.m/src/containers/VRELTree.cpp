@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <memory>
 #include <utility>
+#include <vector>
 
 using Node = VRELTree::VRELTreeNode;
 
@@ -26,9 +27,91 @@ void Traverse(Node* start, Visit visit) {
   }
 }
 
+// The visited nodes of a traversal during which no object changes: a VRELHashList<Node*> that stores each object next
+// to its node, so that a search reads no other node. Slots, growth and so the nodes that count as equal are those of
+// the list (see VRELHashTable.h).
+class VisitedNodes {
+ public:
+  VisitedNodes() { rows.endGrow(kFirstSlots); }
+
+  // Returns false if the node counts as visited, otherwise marks it.
+  bool Visit(Node* node) {
+    Row const row = {node, node->GetObjectPtr()};
+    int slot = FindVacant(rows, row);
+    if (slot < 0) return false;
+    if (count + 1 > static_cast<double>(kLoadFactor) * rows.size()) {
+      Rehash();
+      slot = FindVacant(rows, row);
+      // Equal to a node of another probe run before.
+      if (slot < 0) return true;
+    }
+    rows[slot] = row;
+    ++count;
+    return true;
+  }
+
+ private:
+  struct Row {
+    Node* node;  // null if the slot is vacant
+    void* object;
+  };
+
+  static constexpr int kFirstSlots = 17;
+  static constexpr float kLoadFactor = 0.75F;
+
+  // Returns the slot for a node, or -1 if an equal one is in its probe run.
+  static int FindVacant(VRELDynamicArray<Row> const& where, Row const& row) {
+    auto const slots = static_cast<unsigned int>(where.size());
+    Row const* const all = where.getArray();
+    auto slot = static_cast<int>(VRELHashTraits<Node*>::Hash(row.node) % slots);
+    for (; all[slot].node != nullptr; slot = slot + 1 == static_cast<int>(slots) ? 0 : slot + 1) {
+      if (all[slot].object == row.object) return -1;
+    }
+    return slot;
+  }
+
+  // Drops a node that has become equal to another one; it is still counted.
+  void Rehash() {
+    VRELDynamicArray<Row> fresh;
+    fresh.endGrow(2 * rows.size());
+    for (Row const& row : rows) {
+      int const slot = row.node != nullptr ? FindVacant(fresh, row) : -1;
+      if (slot >= 0) fresh[slot] = row;
+    }
+    rows = std::move(fresh);
+  }
+
+  VRELDynamicArray<Row> rows;
+  int count = 0;
+};
+
+// Does the same as Traverse, if `visit` changes neither nodes nor objects. Several times as fast.
+template <class Visit>
+void TraverseUnchanged(Node* start, Visit visit) {
+  if (start == nullptr || !visit(*start)) return;
+  struct Step {
+    VRELDynamicArray<Node*> const* children;
+    int next;
+  };
+  VisitedNodes visited;
+  std::vector<Step> path = {{&start->GetChildren(), 0}};
+  while (!path.empty()) {
+    Step& step = path.back();
+    if (step.next == step.children->size()) {
+      path.pop_back();
+      continue;
+    }
+    Node* const child = (*step.children)[step.next++];
+    if (child == nullptr) return;
+    if (!visited.Visit(child)) continue;
+    if (!visit(*child)) return;
+    if (child->GetChildren().size() > 0) path.push_back({&child->GetChildren(), 0});
+  }
+}
+
 int CountFrom(Node* start) {
   int count = 0;
-  Traverse(start, [&](Node&) { return ++count > 0; });
+  TraverseUnchanged(start, [&](Node&) { return ++count > 0; });
   return count;
 }
 
@@ -74,7 +157,7 @@ int VRELTree::GetChildCount() const {
 
 int VRELTree::GetChildCount(void* object) const {
   Node* found = nullptr;
-  Traverse(root, [&](Node& node) {
+  TraverseUnchanged(root, [&](Node& node) {
     if (node.GetObjectPtr() == object) found = &node;
     return found == nullptr;
   });

@@ -26,8 +26,18 @@ VRELTextEvent::~VRELTextEvent() {
 
 void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximumLength) {
   if (format == nullptr) return;
-  char text[kMaximumLength + 1];
   va_list copy;
+  // The format of the channels, whose message is formatted already.
+  if (std::strcmp(format, "%s") == 0) {
+    va_copy(copy, arguments);
+    char const* const argument = va_arg(copy, char const*);
+    va_end(copy);
+    if (argument != nullptr) {
+      SetText(argument, maximumLength);
+      return;
+    }
+  }
+  char text[kMaximumLength + 1];
   va_copy(copy, arguments);
   int const length = std::min(std::vsnprintf(text, sizeof text, format, arguments), maximumLength);
   if (length > 0 && text[0] != '\0') {
@@ -41,6 +51,14 @@ void VRELTextEvent::SetMessage(char const* format, va_list arguments, int maximu
     message[size] = '\0';
   }
   va_end(copy);
+}
+
+void VRELTextEvent::SetText(char const* text, int maximumLength) {
+  std::size_t const size = maximumLength > 0 ? strnlen(text, static_cast<std::size_t>(maximumLength)) : 0;
+  if (size == 0) return;
+  message = new char[size + 1];
+  std::memcpy(message, text, size);
+  message[size] = '\0';
 }
 
 void VRELTextEvent::WriteLine(VRELOutputStream* stream, char const* prefix) const {

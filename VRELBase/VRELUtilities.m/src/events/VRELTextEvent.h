@@ -46,6 +46,8 @@ class VREL_EXPORT VRELTextEvent : public VRELEvent {
   void SetMessage(char const* format, va_list arguments, int maximumLength = kMaximumLength);
 
  private:
+  void SetText(char const* text, int maximumLength);
+
   char* message;
 };
 

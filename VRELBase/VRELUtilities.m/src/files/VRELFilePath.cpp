@@ -5,14 +5,13 @@
 #include <unistd.h>
 
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "VRELAllocException.h"
+#include "VRELFindUnit.h"
 #include "VRELStringTokenizer.h"
 
 namespace {
@@ -26,22 +25,10 @@ bool IsEmpty(VRELString const& text) {
   return text.length() < 1;
 }
 
-// Returns the index of the last occurrence of a code unit, or -1. Compares four units at once: a 16-bit lane of the
-// difference is zero where the unit occurs, and `(x - ones) & ~x & highBits` is nonzero if a lane of x is zero (the
-// zero byte test of "Bit Twiddling Hacks", S. E. Anderson).
+// Returns the index of the last occurrence of a code unit, or -1.
 int LastIndexOf(std::u16string_view text, char16_t unit) {
-  constexpr std::size_t kLaneCount = 4;
-  constexpr std::uint64_t kOnes = 0x0001000100010001;
-  std::uint64_t const wanted = unit * kOnes;
-  std::size_t end = text.size();
-  for (; end >= kLaneCount; end -= kLaneCount) {
-    std::uint64_t lanes;
-    std::memcpy(&lanes, text.data() + (end - kLaneCount), sizeof lanes);
-    std::uint64_t const difference = lanes ^ wanted;
-    if (((difference - kOnes) & ~difference & (kOnes << 15)) != 0) break;
-  }
-  while (end > 0 && text[end - 1] != unit) --end;
-  return static_cast<int>(end) - 1;
+  std::size_t const found = VRELFindLastUnit(text, unit);
+  return found != std::u16string_view::npos ? static_cast<int>(found) : -1;
 }
 
 bool EndsWithSlash(VRELString const& text) {

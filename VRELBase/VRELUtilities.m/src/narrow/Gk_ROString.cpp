@@ -7,6 +7,7 @@
 
 #include "VRELAllocException.h"
 #include "VRELAscii.h"
+#include "VRELMatchPathSegment.h"
 
 namespace {
 
@@ -240,14 +241,7 @@ int Gk_ROString::reverseFind(char c, int from) const {
 }
 
 int Gk_ROString::matchPathString(Gk_ROString const& segment) const {
-  std::string_view const path = text();
-  std::string_view const wanted = segment.text();
-  bool const pathIsRooted = !path.empty() && path.front() == '/';
-  if (!wanted.empty() && wanted.front() == '/') return pathIsRooted ? 1 : 0;
-  if (pathIsRooted || path.substr(0, wanted.size()) != wanted) return -1;
-  int const taken = static_cast<int>(wanted.size());
-  if (path.size() == wanted.size()) return taken;
-  return path[wanted.size()] == '/' ? taken + 1 : -1;
+  return VRELMatchPathSegment(text(), segment.text());
 }
 
 bool Gk_ROString::matchPathPattern(Gk_ROString const& pattern) const {

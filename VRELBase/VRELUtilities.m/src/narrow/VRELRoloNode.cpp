@@ -1,9 +1,26 @@
 #include "VRELRoloNode.h"
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 
 #include "VRELAllocException.h"
+#include "VRELMatchPathSegment.h"
+
+namespace {
+
+// Returns false only if a segment does not match a path whose first segment has `end` bytes. A matching one ends at a
+// "/" or at the end of the path, so that its length is `end` unless it contains a "/" itself. Rejects the other
+// children of a folder by one or two bytes.
+bool MayMatch(Gk_String const& segment, std::string_view path, std::size_t end) {
+  auto const size = static_cast<std::size_t>(segment.len());
+  char const* const bytes = segment.begin();
+  if (size > 0 && bytes[0] == '/') return true;
+  if (size < end || (end > 0 && bytes[end - 1] != path[end - 1])) return false;
+  return size == end || bytes[end] == '\0' || bytes[end] == '/';
+}
+
+}  // namespace
 
 // Collects all descendants first and deletes each without its children, so that destructors do not nest. If memory runs
 // out, a node keeps its children and deletes them itself.
@@ -24,17 +41,33 @@ VRELRoloNode::~VRELRoloNode() {
 
 bool VRELRoloNode::matchNode(Gk_ROString* path) const {
   if (path == nullptr) return false;
-  int const taken = path->matchPathString(value.rwString());
-  if (taken < 0) return false;
-  path->offset(taken);
+  std::string_view const text = path->text();
+  std::string_view rest = text;
+  if (!matchSegment(rest)) return false;
+  path->offset(static_cast<int>(text.size() - rest.size()));
   return true;
 }
 
 VRELRoloNode* VRELRoloNode::findChildNode(Gk_ROString* path, bool leaf) {
+  if (path == nullptr) return this;
+  std::string_view const text = path->text();
+  std::string_view rest = text;
+  VRELRoloNode* const node = findDescendant(rest, leaf);
+  path->offset(static_cast<int>(text.size() - rest.size()));
+  return node;
+}
+
+bool VRELRoloNode::matchSegment(std::string_view& rest) const {
+  int const taken = VRELMatchPathSegment(rest, value.text());
+  if (taken < 0) return false;
+  rest.remove_prefix(static_cast<std::size_t>(taken));
+  return true;
+}
+
+VRELRoloNode* VRELRoloNode::findDescendant(std::string_view& rest, bool leaf) {
   VRELRoloNode* node = this;
-  while (VRELRoloNode* const child = node->matchingChild(path)) {
+  while (VRELRoloNode* const child = node->matchingChild(rest)) {
     node = child;
-    std::string_view const rest = path->text();
     if (rest.empty()) break;
     if (leaf && rest.find('/') == std::string_view::npos) break;
   }
@@ -60,12 +93,21 @@ VRELRoloNode* VRELRoloNode::newNode() const {
   return new VRELRoloNode();
 }
 
-// Returns the first child that matches the path, and moves the path past it; null if there is none.
-VRELRoloNode* VRELRoloNode::matchingChild(Gk_ROString* path) const {
+// Returns the first child that matches the start of `rest`, and removes what it takes; null if there is none.
+VRELRoloNode* VRELRoloNode::matchingChild(std::string_view& rest) const {
+  std::size_t const end = std::min(rest.find('/'), rest.size());
   for (VRELRoloNode* child : children) {
-    if (child != nullptr && child->matchNode(path)) return child;
+    if (child != nullptr && MayMatch(child->value, rest, end) && child->matchSegment(rest)) return child;
   }
   return nullptr;
+}
+
+VRELRoloNode* VRELRoloNode::matchingChild(Gk_ROString* path) const {
+  std::string_view const text = path->text();
+  std::string_view rest = text;
+  VRELRoloNode* const child = matchingChild(rest);
+  path->offset(static_cast<int>(text.size() - rest.size()));
+  return child;
 }
 
 VRELRoloNode* VRELRoloNode::addChild(std::string_view segment) {

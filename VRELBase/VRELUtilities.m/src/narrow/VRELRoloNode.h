@@ -53,7 +53,13 @@ class VREL_EXPORT VRELRoloNode {
   // Creates the nodes of createNode. A derived class returns nodes of its own type.
   virtual VRELRoloNode* newNode() const;
 
+  // Do the same as matchNode and findChildNode for a path without a zero byte, and remove what they use from its start.
+  bool matchSegment(std::string_view& rest) const;
+  VRELRoloNode* findDescendant(std::string_view& rest, bool leaf);
+
  private:
+  VRELRoloNode* matchingChild(std::string_view& rest) const;
+  // Compatibility: part of the binary interface; nothing calls it.
   VRELRoloNode* matchingChild(Gk_ROString* path) const;
   VRELRoloNode* addChild(std::string_view segment);
 

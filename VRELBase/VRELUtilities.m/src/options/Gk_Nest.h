@@ -1,6 +1,8 @@
 // Folder of the process-wide tree of options and observables.
 #pragma once
 
+#include <string_view>
+
 #include "VRELDynamicArray.h"
 #include "VRELExport.h"
 #include "VRELRoloNode.h"
@@ -33,6 +35,9 @@ class VREL_EXPORT Gk_Nest : public VRELRoloNode {
   static Gk_Option* fetchOption(Gk_ROString const& path, bool create);
   static Gk_Observable* fetchObservable(Gk_ROString const& path, bool create);
 
+  // Does the same as fetchOption without `create`, for a path without a zero byte.
+  static Gk_Option* findOption(std::string_view path);
+
   VRELDynamicArray<Gk_Option*> const& getOptions() const noexcept { return options; }
 
  protected:
@@ -41,6 +46,10 @@ class VREL_EXPORT Gk_Nest : public VRELRoloNode {
  private:
   explicit Gk_Nest(Gk_String const& name);
 
+  template <class Item>
+  static Item* findItem(std::string_view path, VRELDynamicArray<Item*> Gk_Nest::*items);
+  template <class Item>
+  Item* itemNamed(std::string_view name, VRELDynamicArray<Item*> Gk_Nest::*items);
   template <class Item>
   static Item* fetchItem(Gk_ROString const& path, bool create, VRELDynamicArray<Item*> Gk_Nest::*items);
 

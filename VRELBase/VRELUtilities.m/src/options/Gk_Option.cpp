@@ -32,7 +32,7 @@ void Gk_Option::setValue(Gk_String const& newName) {
 }
 
 Gk_String const& Gk_Option::getValue() {
-  if (nameCache.dataLen() == 0) nameCache = VRELNarrowText(Name());
+  if (nameCache.len() < 2 && nameCache.dataLen() == 0) nameCache = VRELNarrowText(Name());
   return nameCache;
 }
 
@@ -78,5 +78,10 @@ VRELString Gk_Option::getVRELString() const {
 }
 
 Gk_Option* Gk_Option::fetch(VRELString const& path, bool create) {
+  // Nearly every path fits.
+  char narrow[256];
+  if (!create && path.convertToMBCS(narrow, sizeof narrow, nullptr, false).IsSuccess()) {
+    return Gk_Nest::findOption(narrow);
+  }
   return Gk_Nest::fetchOption(VRELNarrowText(path).dataStr(), create);
 }

@@ -15,9 +15,12 @@
 #include <memory>
 #include <new>
 #include <ostream>
+#include <utility>
 
 #include "VRELAscii.h"
 #include "VRELConvertedSize.h"
+#include "VRELFindUnit.h"
+#include "VRELStringBlocks.h"
 #include "detail/VRELSeededHash.h"
 
 // How strings are built. Every constructor ends in BuildUnits, which writes the code units directly into the buffer of
@@ -78,11 +81,24 @@ UnicodeString* SharedEmpty() noexcept {
   return empty;
 }
 
+// Creates an ICU string in a block of the thread's free list. Null if memory runs out.
+template <class... Arguments>
+UnicodeString* NewString(Arguments&&... arguments) noexcept {
+  void* const block = VRELStringBlocks::Take();
+  return block != nullptr ? new (block) UnicodeString(std::forward<Arguments>(arguments)...) : nullptr;
+}
+
+void DeleteString(UnicodeString* text) noexcept {
+  if (text == nullptr) return;
+  text->UnicodeString::~UnicodeString();
+  VRELStringBlocks::Return(text);
+}
+
 // Counts and deletes a string that ran out of memory; null is one that was not even created.
 UnicodeString* Checked(UnicodeString* text) noexcept {
   if (text != nullptr && !text->isBogus()) return text;
   ++failureCount;
-  delete text;
+  DeleteString(text);
   return nullptr;
 }
 
@@ -91,12 +107,12 @@ template <class Write>
 UnicodeString* BuildUnits(std::size_t count, Write const& write) noexcept {
   if (count == 0) return SharedEmpty();
   if (count >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return nullptr;
-  auto* text = new UnicodeString();
+  auto* text = NewString();
   if (text == nullptr) return nullptr;
   auto const length = static_cast<std::int32_t>(count);
   char16_t* const buffer = text->getBuffer(length + 1);
   if (buffer == nullptr) {
-    delete text;
+    DeleteString(text);
     return nullptr;
   }
   write(buffer);
@@ -187,7 +203,7 @@ UnicodeString* BuildFromScalars(Unit const* text, std::size_t length, bool& bad)
 UnicodeString* BuildFromUtf8(std::string_view utf8) noexcept {
   if (utf8.size() >= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return nullptr;
   icu::StringPiece const bytes(utf8.data(), static_cast<std::int32_t>(utf8.size()));
-  return Terminated(new UnicodeString(UnicodeString::fromUTF8(bytes)));
+  return Terminated(NewString(UnicodeString::fromUTF8(bytes)));
 }
 
 // Returns the length of a string that is all ASCII, or -1.
@@ -265,7 +281,7 @@ VRELString::VRELString(VRELString const& other) : badConversion(other.badConvers
   } else if (other.unicodeString == SharedEmpty()) {
     unicodeString = other.unicodeString;
   } else {
-    Adopt(new UnicodeString(*other.unicodeString));
+    Adopt(NewString(*other.unicodeString));
   }
 }
 
@@ -329,8 +345,8 @@ VRELString::VRELString(char const* text, char const* codepage) {
     return;
   }
   UErrorCode status = U_ZERO_ERROR;
-  Adopt(Terminated(converter != nullptr ? new UnicodeString(text, -1, converter.get(), status)
-                                        : new UnicodeString(text, static_cast<char const*>(nullptr))));
+  Adopt(Terminated(converter != nullptr ? NewString(text, -1, converter.get(), status)
+                                        : NewString(text, static_cast<char const*>(nullptr))));
   holdsZero = view().find(u'\0') != std::u16string_view::npos;
 }
 
@@ -382,7 +398,7 @@ void VRELString::Adopt(UnicodeString* text) noexcept {
 }
 
 void VRELString::Destroy() noexcept {
-  if (unicodeString != SharedEmpty()) delete unicodeString;
+  if (unicodeString != SharedEmpty()) DeleteString(unicodeString);
   unicodeString = nullptr;
 }
 
@@ -484,7 +500,13 @@ int VRELString::indexOf(unsigned short unit) const noexcept {
 }
 
 int VRELString::indexOf(unsigned short unit, int start) const noexcept {
-  return unicodeString != nullptr ? unicodeString->indexOf(static_cast<char16_t>(unit), start) : -1;
+  if (unicodeString == nullptr) return -1;
+  // ICU does not find half of a surrogate pair.
+  if (U16_IS_SURROGATE(unit)) return unicodeString->indexOf(static_cast<char16_t>(unit), start);
+  std::size_t const size = static_cast<std::size_t>(unicodeString->length());  // the terminator can be found
+  std::size_t const found =
+      VRELFindUnit({unicodeString->getBuffer(), size}, unit, static_cast<std::size_t>(std::max(start, 0)));
+  return found != std::u16string_view::npos ? static_cast<int>(found) : -1;
 }
 
 int VRELString::lastIndexOf(unsigned short unit) const noexcept {

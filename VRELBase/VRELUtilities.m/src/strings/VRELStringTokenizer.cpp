@@ -21,7 +21,11 @@ VRINResult VRELStringTokenizer::GetToken(int index, VRELString& out) const {
 void VRELStringTokenizer::Initialize(VRELString const& text, wchar_t separator) {
   auto const unit = static_cast<unsigned short>(separator);
   int const length = text.length();
-  int position = length > 0 ? 0 : -1;
+  if (length < 1) return;
+  int count = 1;
+  for (int found = text.indexOf(unit); found != -1; found = text.indexOf(unit, found + 1)) ++count;
+  tokens.reserve(count);
+  int position = 0;
   while (position != -1) {
     int const found = text.indexOf(unit, position);
     tokens.addMoved(text.substring(position, found == -1 ? length : found));

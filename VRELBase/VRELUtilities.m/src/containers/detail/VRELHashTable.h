@@ -28,6 +28,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -235,12 +236,41 @@ class VRELHashTable {
     Settle();
     return FindOccupied(0);
   }
-  // Returns the first occupied slot from `first` on, or -1.
+  // Returns the first occupied slot from `first` on, or -1. Skips eight vacant slots at once.
   int FindOccupied(int first) const noexcept {
-    for (int slot = first, end = Slots(); slot < end; ++slot) {
-      if (!IsVacant(slot)) return slot;
+    unsigned char const* const occupied = rows.occupied.getArray();
+    int const end = Slots();
+    int slot = first;
+    for (std::uint64_t bytes = 0; end - slot >= 8; slot += 8) {
+      std::memcpy(&bytes, occupied + slot, sizeof bytes);
+      if (bytes != 0) break;
+    }
+    for (; slot < end; ++slot) {
+      if (occupied[slot] != ControlBytes::kVacant) return slot;
     }
     return -1;
+  }
+
+  // Calls visit(slot, key) for each occupied slot, in order. `visit` must not change the table.
+  template <class Visit>
+  void ForEachOccupied(Visit const& visit) const {
+    Settle();
+    unsigned char const* const occupied = rows.occupied.getArray();
+    K const* const keys = rows.keys.getArray();
+    int const end = Slots();
+    int slot = 0;
+    for (; end - slot >= VRELHashGroup::kSize; slot += VRELHashGroup::kSize) {
+      unsigned int left = ~VRELHashGroup(occupied + slot, ControlBytes::kAny).vacant & 0xFFFF;
+      for (; left != 0; left &= left - 1) visit(slot + __builtin_ctz(left), keys[slot + __builtin_ctz(left)]);
+    }
+    for (; slot < end; ++slot) {
+      if (occupied[slot] != ControlBytes::kVacant) visit(slot, keys[slot]);
+    }
+  }
+
+  // Returns whether a slot, which may be one that the table no longer has, has that key.
+  bool HasAt(int slot, K const& key) const noexcept {
+    return slot < Slots() && rows.keys[slot] == key && !IsVacant(slot);
   }
 
   // Returns whether both tables have the same number of entries and isInOther(other, slot) holds for each slot of

@@ -1,8 +1,5 @@
 #include "Gk_ObsWraper.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "Gk_DoubleObserver.h"
 #include "Gk_IntObserver.h"
 #include "Gk_Observable.h"
@@ -10,45 +7,22 @@
 #include "Gk_ProgressObserver.h"
 #include "Gk_StringObserver.h"
 #include "VRELEntityCallback.h"
+#include "VRELHashListSnapshot.h"
 #include "VRELStreamFormatter.h"
 
 namespace {
 
-constexpr int kInlineCapacity = 16;
-
-// Snapshot of the observers of an observable, in the order of the list. Observers may change the list during a send,
-// and a nested send would move its only cursor, so the list itself cannot be iterated.
-class Recipients {
- public:
-  explicit Recipients(VRELHashList<Gk_Observer*> const& list) {
-    if (list.Size() > kInlineCapacity) heapStorage.resize(static_cast<std::size_t>(list.Size()));
-    first = heapStorage.empty() ? inlineStorage : heapStorage.data();
-    last = first;
-    Gk_Observer** const end = first + std::max(list.Size(), kInlineCapacity);
-    list.InitEnumeration();
-    while (last != end && list.GetNext(*last)) ++last;
-  }
-  Recipients(Recipients const&) = delete;
-  Recipients& operator=(Recipients const&) = delete;
-
-  Gk_Observer* const* begin() const { return first; }
-  Gk_Observer* const* end() const { return last; }
-
- private:
-  Gk_Observer* inlineStorage[kInlineCapacity];
-  std::vector<Gk_Observer*> heapStorage;
-  Gk_Observer** first;
-  Gk_Observer** last;
-};
-
+// Observers may change the list during a send, and a nested send would move its only cursor, so that a snapshot of the
+// list is iterated.
 template <class Observer, class Call>
 void Deliver(Gk_Observable* observable, Gk_Observer::Type type, Call const& call) {
   if (observable == nullptr) return;
-  VRELHashList<Gk_Observer*> const& list = observable->getObservers();
+  VRELHashListSnapshot<Gk_Observer*> const snapshot(observable->getObservers());
   bool isFirst = true;
-  for (Gk_Observer* observer : Recipients(list)) {
+  for (auto const& entry : snapshot) {
+    Gk_Observer* const observer = entry.element;
     // An observer that was called before it may have removed it.
-    if (observer == nullptr || (!isFirst && !list.Get(observer))) continue;
+    if (observer == nullptr || (!isFirst && !snapshot.IsInList(entry))) continue;
     isFirst = false;
     if (observer->getType() == type) {
       call(*static_cast<Observer*>(observer));
@@ -62,9 +36,7 @@ template <class Value>
 void Trace(Gk_String const& name, char const* separator, Value const& value) {
   VRELStreamFormatter& sink = Gk_ObservableDoc::debugSink();
   // Formatting the line costs more than all else here, so it is skipped without a stream.
-  VRELOutputStream* const stream = sink.installOutputStream(nullptr);
-  if (stream == nullptr) return;
-  sink.installOutputStream(stream);
+  if (sink.getOutputStream() == nullptr) return;
   sink << sink.margin() << name << separator << value << sink.endline();
 }
 
