@@ -102,14 +102,6 @@ VRELRoloNode* VRELRoloNode::matchingChild(std::string_view& rest) const {
   return nullptr;
 }
 
-VRELRoloNode* VRELRoloNode::matchingChild(Gk_ROString* path) const {
-  std::string_view const text = path->text();
-  std::string_view rest = text;
-  VRELRoloNode* const child = matchingChild(rest);
-  path->offset(static_cast<int>(text.size() - rest.size()));
-  return child;
-}
-
 VRELRoloNode* VRELRoloNode::addChild(std::string_view segment) {
   std::unique_ptr<VRELRoloNode> child(newNode());
   child->value = Gk_String(Gk_ROString(segment.data(), static_cast<int>(segment.size())));

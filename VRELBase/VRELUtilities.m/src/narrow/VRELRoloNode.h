@@ -59,8 +59,6 @@ class VREL_EXPORT VRELRoloNode {
 
  private:
   VRELRoloNode* matchingChild(std::string_view& rest) const;
-  // Compatibility: part of the binary interface; nothing calls it.
-  VRELRoloNode* matchingChild(Gk_ROString* path) const;
   VRELRoloNode* addChild(std::string_view segment);
 
   Gk_String value;
