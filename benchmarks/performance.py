@@ -2,7 +2,9 @@
 """Runs the comparisons of comparisons.toml, and writes docs/performance.md with a plot for each group.
 
 performance.py --run PROGRAM RESULTS [ARGUMENT...]   runs VRELBaseBenchmarks and writes RESULTS (JSON)
-performance.py RESULTS [--docs FOLDER]               writes the page and its plots from RESULTS
+performance.py RESULTS [--docs FOLDER] [--scale FILE]
+                                                     writes the page and its plots from RESULTS, and from FILE, which
+                                                     scale.py wrote
 performance.py --packages                            lists the Debian packages whose versions belong to the results
 
 Benchmarks that are compared with each other run in a process of their own, so that they share no heap and little time
@@ -18,6 +20,8 @@ import sys
 import tomllib
 from pathlib import Path
 from statistics import median
+
+import scale
 
 ROOT = Path(__file__).resolve().parents[1]
 LIST = ROOT / "benchmarks/comparisons.toml"
@@ -197,7 +201,7 @@ table.
 """
 
 
-def page(table, results, rows, left_out):
+def page(table, results, rows, left_out, points):
     context = results["context"]
     machine = [("Date", context["date"][:10]), ("Processor", f"{context.get('cpu', 'unknown')}, {context['num_cpus']}")]
     machine += [("Compiler", context.get("compiler", "unknown")), ("Load before", context.get("load", "unknown"))]
@@ -220,6 +224,8 @@ def page(table, results, rows, left_out):
                 lines.append("| " + " | ".join([row["what"], row["peer"], *costs, spread(row), target, state]) + " |")
         reasons = [f"- {r['what']} / {r['peer']}: {r['why']}" for r in rows if r["group"] == group and "why" in r]
         lines += ["\nWithout a target:\n", *reasons] if reasons else []
+    if points:
+        lines += scale.section(points)
     if missed:
         lines.append("\n## Missed targets\n")
     for note in dict.fromkeys(row.get("note") for row in missed):
@@ -232,7 +238,7 @@ def page(table, results, rows, left_out):
     return "\n".join(lines).rstrip() + "\n"
 
 
-def write(table, rows, results_path, docs):
+def write(table, rows, results_path, docs, scale_path=None):
     results = json.loads(results_path.read_text(encoding="utf-8"))
     rows, left_out = compare(rows, results, table["needs"])
     images = docs / "images"
@@ -241,7 +247,10 @@ def write(table, rows, results_path, docs):
         old.unlink()
     for group in dict.fromkeys(row["group"] for row in rows):
         draw(group, [row for row in rows if row["group"] == group], images / image_name(group))
-    (docs / "performance.md").write_text(page(table, results, rows, left_out), encoding="utf-8")
+    points = json.loads(scale_path.read_text(encoding="utf-8")) if scale_path else []
+    if points:
+        scale.draw(points, images / "performance-scale.svg")
+    (docs / "performance.md").write_text(page(table, results, rows, left_out, points), encoding="utf-8")
     for row in rows:
         if row["state"] == "missed":
             print(f"missed: {row['what']} / {row['peer']}: {spread(row)}, target {row['target']:g}")
@@ -256,6 +265,7 @@ def main():
     parser.add_argument("--run", metavar="PROGRAM")
     parser.add_argument("--comparisons", type=Path, default=LIST)
     parser.add_argument("--docs", type=Path, default=ROOT / "docs", help="folder of the page and of images/")
+    parser.add_argument("--scale", type=Path, metavar="FILE")
     options, arguments = parser.parse_known_args()
     table, rows = read_rows(options.comparisons)
     if options.packages:
@@ -265,7 +275,7 @@ def main():
     elif options.run:
         run(options.run, rows, options.results, arguments)
     else:
-        write(table, rows, options.results, options.docs)
+        write(table, rows, options.results, options.docs, options.scale)
 
 
 if __name__ == "__main__":

@@ -15,7 +15,8 @@ ROOT = Path(__file__).resolve().parents[2]
 BENCHMARKS = ROOT / "benchmarks"
 sys.path.insert(0, str(BENCHMARKS))
 
-import performance  # noqa: E402
+import performance
+import scale
 from performance import comparable_sets, read_rows  # noqa: E402
 
 LIST = """
@@ -116,6 +117,29 @@ def run():
 
 
 @unittest.skipUnless(importlib.util.find_spec("matplotlib"), "python3-matplotlib is not installed")
+class ScaleTest(unittest.TestCase):
+    """Tests the inputs of scale.py, and its section of the page."""
+
+    def test_generates_unique_ids_and_known_references(self):
+        for size in [1000, 30000]:
+            out = io.BytesIO()
+            count = scale.generate(size, out)
+            text = re.sub(rb"'[^']*'|/\*.*?\*/", b"", out.getvalue(), flags=re.S)
+            defined = re.findall(rb"#(\d+)\s*=", text)
+            self.assertEqual((len(defined), len(set(defined))), (count, count))
+            self.assertLessEqual(set(re.findall(rb"#(\d+)", text)), set(defined))
+            self.assertTrue(0.5 * size < len(out.getvalue()) < 1.5 * size, len(out.getvalue()))
+
+    def test_section_has_row_for_each_size(self):
+        def point(mode, size, seconds):
+            return {"mode": mode, "bytes": size, "instances": size // 50, "seconds": seconds, "peak": 20e6}
+
+        points = [point(mode, size, size / 1e8) for size in [10**6, 10**7] for mode in scale.MODES]
+        rows = [line for line in scale.section(points) if line.startswith("| 1")]
+        cell = " | 0.01 s, 20 MB"
+        self.assertEqual(rows, ["| 1 MB | 20,000" + 4 * cell + " |", "| 10 MB | 200,000" + 4 * cell.replace("0.01", "0.1") + " |"])
+
+
 class PageTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
