@@ -37,7 +37,6 @@ void StepEntitySource::List(std::uint32_t instance) {
 void StepEntitySource::Load(std::uint32_t ordinal) noexcept {
   if (failure != nullptr) return;
   try {
-    Gk_ErrMgr::checkAbort();
     Read(ordinal - 1);
   } catch (...) {
     failure = std::current_exception();
@@ -47,6 +46,20 @@ void StepEntitySource::Load(std::uint32_t ordinal) noexcept {
 std::string StepEntitySource::IdOf(std::uint32_t ordinal) const {
   std::string idDigits;
   return "#" + std::string(parts.references.IdAt(ordinal - 1, idDigits).digits);
+}
+
+char const* StepEntitySource::BytesOf(std::uint32_t ordinal) noexcept {
+  if (failure != nullptr) return nullptr;
+  try {
+    return BytesAt(parts.contents.At(ordinal - 1).Offset());
+  } catch (...) {
+    failure = std::current_exception();
+    return nullptr;
+  }
+}
+
+std::uint32_t StepEntitySource::Find(std::int64_t id) const noexcept {
+  return parts.references.OrdinalOf(id);
 }
 
 void StepEntitySource::Read(std::uint32_t instance) {
@@ -69,6 +82,7 @@ char const* StepEntitySource::BytesAt(unsigned long offset) {
   Block& block = cache[number % kSlots];
   if (block.number != number) {
     if (block.bytes == nullptr) block.bytes = std::make_unique<char[]>(kBlockSize + kOverlap + 1);
+    Gk_ErrMgr::checkAbort();
     block.number = UINT64_MAX;
     block.size = parts.buffer.ReadAt(number * kBlockSize, block.bytes.get(), kBlockSize + kOverlap);
     block.bytes[block.size] = '\0';

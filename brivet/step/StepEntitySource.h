@@ -44,6 +44,8 @@ class StepEntitySource final : public StepEntityStore::Source {
 
   void Load(std::uint32_t ordinal) noexcept override;
   std::string IdOf(std::uint32_t ordinal) const override;
+  char const* BytesOf(std::uint32_t ordinal) noexcept override;
+  std::uint32_t Find(std::int64_t id) const noexcept override;
 
  private:
   struct Block {

@@ -534,6 +534,80 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
   return {};
 }
 
+StepRecordText StepEntityStore::RecordOf(std::uint32_t instance) const noexcept {
+  Entry const entry = instance < index.size() ? index[instance] : Entry();
+  if (entry.state != Listed || entry.isComplex || entry.entity == 0) return {};
+  return {source->BytesOf(instance), DefinitionOf(static_cast<StepEntity>(entry.entity)).name};
+}
+
+StepRecordText StepEntityStore::RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  if (!kStepEntityTable.IsA(SimpleEntityOf(instance), attribute.entity)) return {};
+  StepRecordText record = RecordOf(instance);
+  for (int i = 0; i < attribute.position; ++i) {
+    if (!record.Skip()) break;
+  }
+  return record;
+}
+
+bool StepEntityStore::ReadReference(std::uint32_t instance, StepAttribute const& attribute,
+                                    std::uint32_t& target) const noexcept {
+  std::int64_t id = 0;
+  if (!RecordFrom(instance, attribute).Reference(id)) return false;
+  target = source->Find(id);
+  return target != 0;
+}
+
+bool StepEntityStore::ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
+                                     std::vector<std::uint32_t>& targets) const {
+  std::size_t const old = targets.size();
+  bool const isRead = RecordFrom(instance, attribute).References([&](std::int64_t id) {
+    std::uint32_t const target = source->Find(id);
+    if (target != 0) targets.push_back(target);
+    return target != 0;
+  });
+  if (!isRead) targets.resize(old);
+  return isRead;
+}
+
+bool StepEntityStore::ReadTriple(std::uint32_t instance, StepAttribute const& attribute,
+                                 double* numbers) const noexcept {
+  int count = 0;
+  std::fill_n(numbers, 3, 0.0);
+  auto const take = [&](double number) noexcept {
+    if (count == 3) return false;
+    numbers[count++] = number;
+    return true;
+  };
+  return RecordFrom(instance, attribute).Numbers(take) && count > 0;
+}
+
+bool StepEntityStore::ReadNumbers(std::uint32_t instance, StepAttribute const& attribute,
+                                  std::vector<double>& numbers) const {
+  std::size_t const old = numbers.size();
+  bool const isRead = RecordFrom(instance, attribute).Numbers([&](double number) {
+    numbers.push_back(number);
+    return true;
+  });
+  if (!isRead) numbers.resize(old);
+  return isRead;
+}
+
+bool StepEntityStore::ReadNumber(std::uint32_t instance, StepAttribute const& attribute,
+                                 double& number) const noexcept {
+  return RecordFrom(instance, attribute).Number(number);
+}
+
+bool StepEntityStore::ReadFlag(std::uint32_t instance, StepAttribute const& attribute, bool& flag) const noexcept {
+  std::string_view name;
+  if (!RecordFrom(instance, attribute).Enumeration(name)) return false;
+  flag = name == "T";
+  return true;
+}
+
+bool StepEntityStore::IsUnset(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  return RecordFrom(instance, attribute).AtUnset();
+}
+
 std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexcept {
   if (StepEntity const entity = EntityOf(instance); entity != StepEntity::None) return DefinitionOf(entity).name;
   if (instance < index.size() && index[instance].state == Listed) return unknownTypes[index[instance].place];

@@ -14,6 +14,7 @@
 #include "DocumentVisitor.h"
 #include "StepEntities.h"
 #include "StepHash.h"
+#include "StepRecordText.h"
 
 class StepInstanceText;
 class StepReferences;
@@ -70,6 +71,11 @@ class StepEntityStore final : public DocumentVisitor {
     virtual void Load(std::uint32_t instance) noexcept = 0;
     // Returns "#12".
     virtual std::string IdOf(std::uint32_t instance) const = 0;
+    // Returns the bytes of the instance after "=", with a NUL at an unspecified distance, or null. They are valid until
+    // the next call.
+    virtual char const* BytesOf(std::uint32_t /*instance*/) noexcept { return nullptr; }
+    // Returns the ordinal of an id, or 0 if the document does not contain it.
+    virtual std::uint32_t Find(std::int64_t /*id*/) const noexcept { return 0; }
   };
 
   StepEntityStore() = default;
@@ -134,6 +140,32 @@ class StepEntityStore final : public DocumentVisitor {
   // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
   // of the attribute's entity, or if its record is too short.
   StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // The following functions read attributes of listed instances from the bytes of the file, without storing anything.
+  // They need a simple instance in the usual form, and return false for others, which Get decodes.
+
+  // Sets the ordinal of a reference.
+  bool ReadReference(std::uint32_t instance, StepAttribute const& attribute, std::uint32_t& target) const noexcept;
+  // Appends the ordinals of a list of references.
+  bool ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
+                      std::vector<std::uint32_t>& targets) const;
+  // Reads a list of one to three numbers; missing ones are 0.
+  bool ReadTriple(std::uint32_t instance, StepAttribute const& attribute, double* numbers) const noexcept;
+  // Appends a list of numbers.
+  bool ReadNumbers(std::uint32_t instance, StepAttribute const& attribute, std::vector<double>& numbers) const;
+  bool ReadNumber(std::uint32_t instance, StepAttribute const& attribute, double& number) const noexcept;
+  bool ReadFlag(std::uint32_t instance, StepAttribute const& attribute, bool& flag) const noexcept;
+  // Returns whether the attribute is "$".
+  bool IsUnset(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // Returns the record of an instance whose type is the entity itself; valid until the next call of the store.
+  StepRecordText RecordOf(std::uint32_t instance) const noexcept;
+  // Returns the ordinal of an id in such a record, or 0.
+  std::uint32_t Find(std::int64_t id) const noexcept { return source == nullptr ? 0 : source->Find(id); }
+
+  // Returns the entity of a simple instance, None for others.
+  StepEntity SimpleEntityOf(std::uint32_t instance) const noexcept {
+    return instance < index.size() && !index[instance].isComplex ? static_cast<StepEntity>(index[instance].entity)
+                                                                 : StepEntity::None;
+  }
   // Returns the type of the first known record, or of the first record if none is known; empty if it is not stored
   // because the document has too many unknown types.
   std::string_view TypeNameOf(std::uint32_t instance) const noexcept;
@@ -200,6 +232,8 @@ class StepEntityStore final : public DocumentVisitor {
     std::size_t capacity = 0;
   };
 
+  // Returns the record of a listed instance from an attribute on.
+  StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
   void StartInstance(Id const& id, bool complex);
   void PutEntity(StepEntity entity);
