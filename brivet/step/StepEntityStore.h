@@ -53,8 +53,8 @@ class StepValues {
 // are stored. With a source, instances can be listed with their types alone; they are loaded when they are asked for,
 // and stored then. Stored instances do not move.
 //
-// Memory: 12 bytes for each instance of the document. For each stored instance 3 bytes and the id, 9 for each number, 5
-// for each reference, and one for each other value.
+// Memory: 8 bytes for each instance of the document, and 8 for those that are not part of a shape. For each stored
+// instance 3 bytes and the id, 9 for each number, 5 for each reference, and one for each other value.
 //
 //   StepEntityStore store;
 //   document.Describe(store, progress, false);
@@ -71,19 +71,18 @@ class StepEntityStore final : public DocumentVisitor {
     virtual void Load(std::uint32_t instance) noexcept = 0;
     // Returns "#12".
     virtual std::string IdOf(std::uint32_t instance) const = 0;
-    // Returns the bytes of the instance after "=", with a NUL at an unspecified distance, or null. They are valid until
-    // the next call.
-    virtual char const* BytesOf(std::uint32_t /*instance*/) noexcept { return nullptr; }
+    // Returns the bytes from an offset of the file on, with a NUL at an unspecified distance, or null. They are valid
+    // until the next call, and StepRecordText can read them.
+    virtual char const* BytesAt(std::uint64_t /*offset*/) noexcept { return nullptr; }
     // Returns the ordinal of an id, or 0 if the document does not contain it.
     virtual std::uint32_t Find(std::int64_t /*id*/) const noexcept { return 0; }
   };
 
   StepEntityStore() = default;
-  // Makes room for the index of so many instances.
+  // Begins with so many instances, of which nothing is known.
   // Ownership: `instanceSource` is not owned.
-  StepEntityStore(std::uint32_t instances, Source& instanceSource) : source(&instanceSource) {
-    index.reserve(std::size_t(instances) + 1);
-  }
+  StepEntityStore(std::uint32_t instances, Source& instanceSource)
+      : source(&instanceSource), index(std::size_t(instances) + 1) {}
 
   void BeginInstance(Id const& id, bool complex) override;
   void EndInstance() override;
@@ -111,7 +110,8 @@ class StepEntityStore final : public DocumentVisitor {
     StepEntity entity = StepEntity::None;  // of the first known record
     std::uint32_t number = 0;              // of an unknown type, or of the known records of an instance with several
     bool isComplex = false;
-    bool isComplete = true;  // otherwise the records are not those of the name
+    bool isComplete = true;   // otherwise the records are not those of the name
+    bool isSelected = false;  // has an entity that is not only found by references
   };
   // Returns the type with a name of StepTypes: "A", or "(A B)" for several records.
   Type FindType(std::string_view name);
@@ -119,9 +119,19 @@ class StepEntityStore final : public DocumentVisitor {
   // or have more than `limit` bytes.
   // Requires: `type` is that of the instance. The digits of the id may be empty if its number fits.
   bool Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit, StepReferences const& references);
-  // Lists an instance by its type alone.
+  // Lists an instance by its type and the offset of its records in the file.
   // Requires: a source; the type is complete.
-  void List(std::uint32_t ordinal, Type const& type);
+  void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset = 0) {
+    if (index.size() <= ordinal) index.resize(std::size_t(ordinal) + 1);
+    Entry entry;
+    entry.state = Listed;
+    bool const isSimple = !type.isComplex && type.entity != StepEntity::None;
+    entry.place = (isSimple ? offset : type.number) & kPlaceMask;
+    entry.isComplex = type.isComplex;
+    entry.entity = static_cast<std::uint16_t>(type.entity);
+    index[ordinal] = entry;
+    if (type.isSelected) Select(ordinal);
+  }
 
   // Returns the highest ordinal; the lowest is 1.
   std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(index.size()) - 1; }
@@ -184,7 +194,8 @@ class StepEntityStore final : public DocumentVisitor {
   enum State { None, Listed, Stored };
 
   // The entity of the first known record, and where the instance is: the chunk and the offset there. Of a listed
-  // instance the place is the number of the type.
+  // instance the place is the offset in the file if it is a simple one of a known entity, otherwise the number of the
+  // type.
   struct Entry {
     std::uint64_t place : 45;
     std::uint64_t state : 2;
@@ -249,8 +260,13 @@ class StepEntityStore final : public DocumentVisitor {
     return chunks[place >> kChunkBits].get() + (place & ((1U << kChunkBits) - 1));
   }
   void PlaceInstance();
+  void Select(std::uint32_t ordinal) {
+    begins.clear();
+    selected.push_back(ordinal);
+  }
 
   static constexpr unsigned kChunkBits = 18;
+  static constexpr std::uint64_t kPlaceMask = (std::uint64_t(1) << 45U) - 1;
 
   Source* source = nullptr;
   Bytes bytes;                                        // the present instance
@@ -258,7 +274,8 @@ class StepEntityStore final : public DocumentVisitor {
   std::size_t lastChunk = 0;                          // the one that is being filled
   std::size_t filled = std::size_t(1) << kChunkBits;  // its bytes that are used
   std::vector<Entry> index{Entry()};                  // by ordinal
-  // Ordinals by entity, and where those of each entity begin. Built when they are asked for.
+  std::vector<std::uint32_t> selected;                // listed or stored, except simple ones of a shape's entities
+  // Those by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;
   std::unordered_map<std::string, std::uint32_t, SeededStringHash> unknownNumbers;  // of unknown types, from 1

@@ -57,7 +57,8 @@ bool IsSame(double const* a, double const* b) {
 
 bool StepGeometry::ReadPoint(std::uint32_t point, double* coordinates) {
   auto const isUsable = [&] {
-    return std::all_of(coordinates, coordinates + 3, [](double value) { return std::abs(value) <= kLargestCoordinate; });
+    return std::all_of(coordinates, coordinates + 3,
+                       [](double value) { return std::abs(value) <= kLargestCoordinate; });
   };
   if (context.store.ReadTriple(point, STEP_ATTRIBUTE(CartesianPoint, "coordinates"), coordinates) && isUsable()) {
     return true;
@@ -93,6 +94,21 @@ bool StepGeometry::ReadDirection(std::uint32_t direction, double* components) {
   return true;
 }
 
+// Finds what an AXIS2_PLACEMENT_3D refers to in one pass over its bytes. Returns false if that is not all there, or of
+// other types.
+bool StepGeometry::FindAxes(std::uint32_t placement, Axes& axes) const {
+  auto const& store = context.store;
+  if (store.SimpleEntityOf(placement) != StepEntity::Axis2Placement3d) return false;
+  std::int64_t location = 0;
+  std::int64_t z = 0;
+  std::int64_t x = 0;
+  StepRecordText record = store.RecordOf(placement);
+  if (!(record.Skip() && record.Reference(location) && record.Reference(z) && record.Reference(x))) return false;
+  axes = {store.Find(location), store.Find(z), store.Find(x)};
+  return store.Is(axes.location, StepEntity::CartesianPoint) && store.Is(axes.z, StepEntity::Direction) &&
+         store.Is(axes.x, StepEntity::Direction);
+}
+
 bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
   auto const& store = context.store;
   double origin[3] = {0.0, 0.0, 0.0};
@@ -101,14 +117,20 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
   double z[3] = {0.0, 0.0, 1.0};
   double scale = 1.0;
   if (store.Is(placement, StepEntity::Axis2Placement3d)) {
-    std::uint32_t const location =
-        context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
-    if (location == 0 || !ReadPoint(location, origin)) return false;
-    std::uint32_t const axis =
-        context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "axis"), StepEntity::Direction, true);
-    if (axis == 0 || !ReadDirection(axis, z)) z[0] = z[1] = 0.0, z[2] = 1.0;
-    std::uint32_t const reference =
-        context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "ref_direction"), StepEntity::Direction, true);
+    Axes axes;
+    bool const isFound = FindAxes(placement, axes);
+    if (!isFound) {
+      axes.location = context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
+    }
+    if (axes.location == 0 || !ReadPoint(axes.location, origin)) return false;
+    if (!isFound) {
+      axes.z = context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "axis"), StepEntity::Direction, true);
+    }
+    if (axes.z == 0 || !ReadDirection(axes.z, z)) z[0] = z[1] = 0.0, z[2] = 1.0;
+    std::uint32_t const reference = isFound
+                                        ? axes.x
+                                        : context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "ref_direction"),
+                                                           StepEntity::Direction, true);
     if (reference == 0 || !ReadDirection(reference, x) || !Orthogonalize(x, z)) {
       DefaultXAxis(z, x);
       Orthogonalize(x, z);
@@ -431,6 +453,7 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
       inverse.Apply(ends[0]);
       inverse.Apply(ends[1]);
     }
+    leftOut = nullptr;
     std::vector<Piece> parts;
     if (!ReadPieces(parent, from == nullptr ? nullptr : ends[0], to == nullptr ? nullptr : ends[1], forward, radians,
                     depth + 1, parts)) {
@@ -469,6 +492,7 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
     context.Warn(basis, "the curve is damaged or of an unknown type");
     return false;
   }
+  if (leftOut != nullptr && !isTrimmed && !piece.hull.isEmpty && leftOut->Contains(piece.hull)) return true;
   double const period = piece.curve->Period();
   piece.first = piece.curve->First();
   piece.last = piece.curve->Last();
@@ -511,8 +535,10 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
 }
 
 std::vector<StepGeometry::Piece> StepGeometry::Pieces(std::uint32_t curve, double const* from, double const* to,
-                                                      bool forward, double radians, double chordError) {
+                                                      bool forward, double radians, double chordError,
+                                                      ModelBox const* covered) {
   tolerance = chordError;
+  leftOut = covered;
   std::vector<Piece> pieces;
   if (!ReadPieces(curve, from, to, forward, radians, 0, pieces)) pieces.clear();
   return pieces;

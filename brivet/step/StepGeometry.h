@@ -34,11 +34,19 @@ class StepGeometry {
   };
 
   // Returns the pieces of a curve between two points, or of the whole curve if they are null; none if it is damaged.
-  // `forward` is false if the edge runs against the curve. `radians` converts the parameters of trimmed conics.
+  // `forward` is false if the edge runs against the curve. `radians` converts the parameters of trimmed conics. Pieces
+  // whose hull is in the box `covered` are left out; it may be null.
   std::vector<Piece> Pieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians,
-                            double chordError);
+                            double chordError, ModelBox const* covered = nullptr);
 
  private:
+  // What a placement refers to.
+  struct Axes {
+    std::uint32_t location = 0;
+    std::uint32_t z = 0;
+    std::uint32_t x = 0;
+  };
+  bool FindAxes(std::uint32_t placement, Axes& axes) const;
   bool ReadFrame(std::uint32_t position, Curve::Frame& frame);
   std::unique_ptr<Curve> ReadBasis(std::uint32_t curve, int depth);
   std::unique_ptr<Curve> ReadBSpline(std::uint32_t curve);
@@ -67,6 +75,7 @@ class StepGeometry {
   StepModelContext& context;
   long effort = 0;
   double tolerance = 0.0;
+  ModelBox const* leftOut = nullptr;
   ModelBox hull;      // of the B-spline that was read last
   Spline lastSpline;  // a member so that its memory is reused
 };

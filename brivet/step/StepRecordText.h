@@ -1,6 +1,7 @@
 // Values of a record, decoded from the bytes of the file without storing them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -10,14 +11,19 @@
 // the kind that is asked for. Otherwise a function returns false, and nothing more can be read: the caller takes the
 // general way, which also reports errors.
 //
+// A NUL and kPadding bytes that can be read follow the bytes.
+//
 //   StepRecordText record(bytes, "VERTEX_POINT");  // of "VERTEX_POINT('',#12);"
 //   std::int64_t point = 0;
 //   if (record.Skip() && record.Reference(point)) Use(point);
 class StepRecordText {
  public:
   StepRecordText() = default;
-  // Begins after the name of a type and its parenthesis. A byte that no record contains follows the bytes, such as NUL.
-  // A null pointer, or bytes that do not begin with the name, make a record from which nothing can be read.
+  // How many bytes are read at most after the NUL that ends the bytes.
+  static constexpr std::size_t kPadding = 64;
+
+  // Begins after the name of a type, which has fewer than kPadding bytes, and its parenthesis. A null pointer, or bytes
+  // that do not begin with the name, make a record from which nothing can be read.
   StepRecordText(char const* bytes, std::string_view type) noexcept;
 
   // Skips a value that is not a list.

@@ -86,7 +86,7 @@ void StepExtent::AddPiece(StepGeometry::Piece piece, double chordShare) {
     }
   } else if (isBox && !piece.hull.isEmpty) {
     steps += kStepsPerSpline;
-    if (IsWithin(piece.hull, box)) return;
+    if (box.Contains(piece.hull)) return;
     waiting.push_back({std::move(piece), chordShare});
     if (waiting.size() >= kWaitingPieces) SettlePieces();
   } else {
@@ -155,7 +155,7 @@ void StepExtent::SettleArcs() {
 
 void StepExtent::SettlePieces() {
   for (Waiting const& each : waiting) {
-    if (IsWithin(each.piece.hull, box)) continue;
+    if (box.Contains(each.piece.hull)) continue;
     AddSamples(each.piece, each.chordShare);
     MovePointsToBox();
   }
@@ -169,12 +169,6 @@ void StepExtent::Finish() {
   arcs.shrink_to_fit();
   waiting.shrink_to_fit();
   points.shrink_to_fit();
-}
-
-bool StepExtent::IsWithin(ModelBox const& inner, ModelBox const& outer) noexcept {
-  bool isWithin = !outer.isEmpty;
-  for (int i = 0; i < 3; ++i) isWithin = isWithin && inner.low[i] >= outer.low[i] && inner.high[i] <= outer.high[i];
-  return isWithin;
 }
 
 // Returns whether no computed point of the arc can be outside: the whole ellipse is inside, with a margin for rounding.
@@ -561,6 +555,19 @@ bool StepShapes::FindEdge(std::uint32_t item, Edge& edge) const {
          store.Is(edge.curve, StepEntity::Curve);
 }
 
+bool StepShapes::ReadVertex(std::uint32_t vertex, double* point) {
+  Vertex& known = vertices[vertex % kVertices];
+  if (known.item != vertex) {
+    std::uint32_t const location =
+        context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
+    known.item = 0;
+    if (location == 0 || !geometry.ReadPoint(location, known.point)) return false;
+    known.item = vertex;
+  }
+  std::copy_n(known.point, 3, point);
+  return true;
+}
+
 void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   bool const isFirst = IsFirst(entry.item);
   if (isFirst) ++product.edges;
@@ -570,9 +577,7 @@ void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   bool const isFound = FindEdge(entry.item, edge);
   auto const end = [&](StepAttribute const& attribute, std::uint32_t vertex, double* point) {
     if (!isFound) vertex = context.Instance(entry.item, attribute, StepEntity::VertexPoint);
-    std::uint32_t const location =
-        vertex == 0 ? 0 : context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
-    return location != 0 && geometry.ReadPoint(location, point);
+    return vertex != 0 && ReadVertex(vertex, point);
   };
   double from[3];
   double to[3];
@@ -596,12 +601,12 @@ void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   if (!isFound) edge.isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
   AddPieces(product, entry,
             geometry.Pieces(edge.curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, edge.isForward, radians,
-                            chordError));
+                            chordError, Covered(entry)));
 }
 
 void StepShapes::ReadFreeCurve(ModelProduct& product, Entry const& entry) {
   // Lines and open conics have no range of their own.
-  AddPieces(product, entry, geometry.Pieces(entry.item, nullptr, nullptr, true, radians, chordError));
+  AddPieces(product, entry, geometry.Pieces(entry.item, nullptr, nullptr, true, radians, chordError, Covered(entry)));
 }
 
 void StepShapes::ReadPolyLoop(ModelProduct& product, Entry const& entry) {

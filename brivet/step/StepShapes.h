@@ -36,6 +36,8 @@ class StepExtent {
   // Adds a curve. One that is neither straight nor an arc is sampled with a chord error of this share of its size.
   void AddPiece(StepGeometry::Piece piece, double chordShare);
   void AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare);
+  // Returns the box in which curves need not be added, or null.
+  ModelBox const* Covered() const noexcept { return isBox ? &box : nullptr; }
   // Ends the additions to an extent that cannot be placed.
   void Finish();
   // Extends a box by the placed shape. Requires: the identity, after Finish, if it cannot be placed.
@@ -67,7 +69,6 @@ class StepExtent {
   void SettleArcs();
   void SettlePieces();
   void MovePointsToBox();
-  static bool IsWithin(ModelBox const& inner, ModelBox const& outer) noexcept;
   static bool IsWithin(Arc const& arc, ModelBox const& outer) noexcept;
   static void Place(Placement const& placement, Arc& arc);
   static void Extend(Arc const& arc, ModelBox& target);
@@ -155,6 +156,12 @@ class StepShapes {
     std::uint32_t curve = 0;
     bool isForward = false;
   };
+  // Returns the box in which curves of the item need not be evaluated, or null.
+  ModelBox const* Covered(Entry const& entry) const {
+    return sink == nullptr && !IsPlaced(entry) ? extent.Covered() : nullptr;
+  }
+  // Reads the point of a vertex. Returns false if it has none.
+  bool ReadVertex(std::uint32_t vertex, double* point);
   bool FindEdge(std::uint32_t item, Edge& edge) const;
   void ReadEdge(ModelProduct& product, Entry const& entry);
   void ReadFreeCurve(ModelProduct& product, Entry const& entry);
@@ -176,6 +183,13 @@ class StepShapes {
   Settings settings;
   StepExtent extent;
   StepMarks seen;
+  // The points of vertices that were read last, since three edges meet at most of them.
+  struct Vertex {
+    std::uint32_t item = 0;
+    double point[3] = {0.0, 0.0, 0.0};
+  };
+  static constexpr std::size_t kVertices = 2048;
+  std::vector<Vertex> vertices = std::vector<Vertex>(kVertices);
   std::vector<Entry> pending;
   std::vector<Level> placements;
   std::vector<std::uint32_t> found;  // a member so that its memory is reused
