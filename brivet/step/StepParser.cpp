@@ -79,9 +79,7 @@ unsigned long StepParser::DigitsOffset(StepScanner::Token const& token) {
   return token.begin + token.text.size() - token.Digits().size();
 }
 
-// The functions that it calls are part of it, so that the exception for a syntax error passes few frames: unwinding
-// them would be most of the time of a damaged instance.
-[[gnu::flatten]] bool StepParser::ReadInstance(DocumentVisitor& visitor) {
+bool StepParser::ReadInstance(DocumentVisitor& visitor) {
   bool const isComplex = AtSymbol('(');
   if (isComplex) scanner.Next();
   do {
