@@ -31,6 +31,12 @@ struct ModelBox {
     Extend(other.low);
     Extend(other.high);
   }
+  // Returns whether another box is inside or touches the inside of the boundary. An empty box contains nothing.
+  bool Contains(ModelBox const& other) const noexcept {
+    bool contains = !isEmpty && !other.isEmpty;
+    for (int i = 0; i < 3; ++i) contains = contains && other.low[i] >= low[i] && other.high[i] <= high[i];
+    return contains;
+  }
   // Returns the length of the diagonal, 0 if the box is empty.
   double Diagonal() const noexcept {
     double const size[3] = {high[0] - low[0], high[1] - low[1], high[2] - low[2]};

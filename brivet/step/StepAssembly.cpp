@@ -385,9 +385,11 @@ void StepAssembly::FindRoots() {
 void StepAssembly::ReadShapes() {
   auto& model = context.model;
   std::vector<StepExtent> extents(model.products.size());
+  std::vector<bool> isChild(model.products.size(), false);
+  for (ModelOccurrence const& each : model.occurrences) isChild[static_cast<std::size_t>(each.child)] = true;
   for (std::size_t i = 0; i < model.products.size(); ++i) {
-    shapes.Read(model.products[i], representations[i]);
-    extents[i] = shapes.Extent();
+    shapes.Read(model.products[i], representations[i], isChild[i]);
+    extents[i] = shapes.TakeExtent();
   }
   ComputeExtents(extents);
 }

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "StepEntityReader.h"
-#include "StepSections.h"
-
 StepContents::Section& StepContents::Add(Kind kind, std::string const& keyword) {
   if (kind == Kind::Data) data.push_back({count, nullptr});
   sections.emplace_back();
@@ -16,18 +13,9 @@ StepContents::Section& StepContents::Add(Kind kind, std::string const& keyword) 
   return section;
 }
 
-StepEntityReader& StepContents::At(std::uint32_t instance) const {
-  auto section = data.begin();
-  // Most documents have one data section.
-  if (data.size() > 1) {
-    auto const isBefore = [](std::uint32_t wanted, DataSection const& each) { return wanted < each.first; };
-    section = std::upper_bound(data.begin(), data.end(), instance, isBefore) - 1;
-  }
-  return section->entities->At(instance - section->first);
-}
-
-unsigned long StepContents::EndOf(std::uint32_t instance) const {
-  return instance + 1 < count ? At(instance + 1).Offset() : ~0UL;
+StepContents::DataSection const& StepContents::SectionOf(std::uint32_t instance) const {
+  auto const isBefore = [](std::uint32_t wanted, DataSection const& each) { return wanted < each.first; };
+  return *(std::upper_bound(data.begin(), data.end(), instance, isBefore) - 1);
 }
 
 unsigned long StepContents::BeginAfter(unsigned long offset) const {

@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "StepEntityReader.h"
 #include "StepScanner.h"
-
-class StepDataSection;
-class StepEntityReader;
+#include "StepSections.h"
 
 // Table of contents: where each part of the file begins. The parts themselves are read again for each description.
 class StepContents {
@@ -35,10 +34,14 @@ class StepContents {
   long DataSectionCount() const noexcept { return static_cast<long>(data.size()); }
   // Returns the number of instances, including those that could not be read.
   std::uint32_t Count() const noexcept { return count; }
-  StepEntityReader& At(std::uint32_t instance) const;
+  StepEntityReader& At(std::uint32_t instance) const {
+    // Most documents have one data section.
+    DataSection const& section = data.size() == 1 ? data.front() : SectionOf(instance);
+    return section.entities->At(instance - section.first);
+  }
   // Returns the offset at which an instance ends at the latest, where the next one begins; the largest number for the
   // last instance.
-  unsigned long EndOf(std::uint32_t instance) const;
+  unsigned long EndOf(std::uint32_t instance) const { return instance + 1 < count ? At(instance + 1).Offset() : ~0UL; }
   // Returns the offset of the first instance that begins after an offset; the largest number if there is none.
   unsigned long BeginAfter(unsigned long offset) const;
 
@@ -49,6 +52,8 @@ class StepContents {
     std::uint32_t first;
     StepDataSection* entities;
   };
+  DataSection const& SectionOf(std::uint32_t instance) const;
+
   std::vector<DataSection> data;
   std::uint32_t count = 0;
 };

@@ -1,8 +1,10 @@
 // Instance of a STEP file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
+#include "StepEntityPool.h"
 #include "VRELEntityReader.h"
 
 // Stores where the records of the instance begin, and little more: a document has one object for each instance, and
@@ -14,6 +16,11 @@ class StepEntityReader final : public VRELEntityReader {
 
   // `source` is a StepBuffer, `idNumber` the number of StepIds, `position` the offset after the "=".
   StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long position, long lineNumber);
+
+  // Only created in a pool, which frees the memory.
+  static void* operator new(std::size_t size, StepEntityPool& pool) { return pool.Allocate(size); }
+  static void operator delete(void* /*memory*/, StepEntityPool& /*pool*/) noexcept {}
+  static void operator delete(void* /*memory*/) noexcept {}
 
   // Reads the records and stores their type; they are not passed to a visitor.
   // Errors: a failure, after a report, for a syntax error.
@@ -40,8 +47,7 @@ class StepEntityReader final : public VRELEntityReader {
   bool IsRead() const noexcept { return type != kNoType; }
 
  private:
-  // Bit fields, because eight more bytes would make each allocation sixteen bytes larger. The lower half of the number
-  // is the id of the base class.
+  // Bit fields, because there is an object for each instance. The lower half of the number is the id of the base class.
   std::uint64_t const offset : 48;
   std::uint64_t type : 15;
   std::uint64_t escapes : 1;

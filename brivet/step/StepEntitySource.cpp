@@ -4,11 +4,13 @@
 // where it begins. In the worst case each instance takes a read of one block.
 #include "StepEntitySource.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Gk_ErrMgr.h"
 #include "StepEntityReader.h"
 #include "StepInstanceText.h"
+#include "StepRecordText.h"
 
 namespace {
 
@@ -23,21 +25,22 @@ StepEntitySource::StepEntitySource(Parts const& documentParts, Describe describe
   for (std::size_t i = 0; i < parts.types.Size(); ++i) known.push_back(store.FindType(parts.types.Name(i)));
 }
 
-void StepEntitySource::List(std::uint32_t instance) {
-  StepEntityReader const& entity = parts.contents.At(instance);
-  if (!entity.IsRead()) return;
-  StepEntityStore::Type const& type = known[entity.Type()];
-  if (type.isComplete) {
-    store.List(instance + 1, type);
-  } else {
-    Read(instance);
+void StepEntitySource::List(std::uint32_t first, std::uint32_t end) {
+  for (std::uint32_t instance = first; instance < end; ++instance) {
+    StepEntityReader const& entity = parts.contents.At(instance);
+    if (!entity.IsRead()) continue;
+    StepEntityStore::Type const& type = known[entity.Type()];
+    if (type.isComplete) {
+      store.List(instance + 1, type, entity.Offset());
+    } else {
+      Read(instance);
+    }
   }
 }
 
 void StepEntitySource::Load(std::uint32_t ordinal) noexcept {
   if (failure != nullptr) return;
   try {
-    Gk_ErrMgr::checkAbort();
     Read(ordinal - 1);
   } catch (...) {
     failure = std::current_exception();
@@ -49,6 +52,10 @@ std::string StepEntitySource::IdOf(std::uint32_t ordinal) const {
   return "#" + std::string(parts.references.IdAt(ordinal - 1, idDigits).digits);
 }
 
+std::uint32_t StepEntitySource::Find(std::int64_t id) const noexcept {
+  return parts.references.OrdinalOf(id);
+}
+
 void StepEntitySource::Read(std::uint32_t instance) {
   StepEntityReader const& entity = parts.contents.At(instance);
   DocumentVisitor::Id id;
@@ -57,23 +64,35 @@ void StepEntitySource::Read(std::uint32_t instance) {
   if (!id.fits()) id = parts.references.IdAt(instance, digits);
   // Up to the next instance at most: the file may have been overwritten.
   std::size_t const limit = parts.contents.EndOf(instance) - entity.Offset();
-  StepInstanceText text(BytesAt(entity.Offset()));
+  char const* const bytes = BytesAt(entity.Offset());
+  if (bytes == nullptr) return;
+  StepInstanceText text(bytes);
   if (!store.Add(id, known[entity.Type()], text, limit, parts.references)) {
     describe(instance, store);
   }
 }
 
-// Returns the bytes from an offset to the end of its block, and a NUL.
-char const* StepEntitySource::BytesAt(unsigned long offset) {
+char const* StepEntitySource::BytesAt(std::uint64_t offset) noexcept {
   std::uint64_t const number = offset / kBlockSize;
   Block& block = cache[number % kSlots];
   if (block.number != number) {
-    if (block.bytes == nullptr) block.bytes = std::make_unique<char[]>(kBlockSize + kOverlap + 1);
-    block.number = UINT64_MAX;
-    block.size = parts.buffer.ReadAt(number * kBlockSize, block.bytes.get(), kBlockSize + kOverlap);
-    block.bytes[block.size] = '\0';
-    block.number = number;
+    if (failure != nullptr) return nullptr;
+    try {
+      Read(block, number);
+    } catch (...) {
+      failure = std::current_exception();
+      return nullptr;
+    }
   }
-  std::size_t const begin = offset % kBlockSize;
-  return begin < block.size ? &block.bytes[begin] : "";
+  return &block.bytes[std::min<std::size_t>(offset % kBlockSize, block.size)];
+}
+
+void StepEntitySource::Read(Block& block, std::uint64_t number) {
+  Gk_ErrMgr::checkAbort();
+  if (block.bytes == nullptr)
+    block.bytes = std::make_unique<char[]>(kBlockSize + kOverlap + 1 + StepRecordText::kPadding);
+  block.number = UINT64_MAX;
+  block.size = parts.buffer.ReadAt(number * kBlockSize, block.bytes.get(), kBlockSize + kOverlap);
+  block.bytes[block.size] = '\0';
+  block.number = number;
 }

@@ -36,14 +36,16 @@ class StepEntitySource final : public StepEntityStore::Source {
   StepEntitySource(Parts const& documentParts, Describe describeInstance);
 
   StepEntityStore& Store() noexcept { return store; }
-  // Lists an instance, counted from 0.
-  void List(std::uint32_t instance);
+  // Lists instances, counted from 0.
+  void List(std::uint32_t first, std::uint32_t end);
   void RethrowFailure() const {
     if (failure != nullptr) std::rethrow_exception(failure);
   }
 
   void Load(std::uint32_t ordinal) noexcept override;
   std::string IdOf(std::uint32_t ordinal) const override;
+  char const* BytesAt(std::uint64_t offset) noexcept override;
+  std::uint32_t Find(std::int64_t id) const noexcept override;
 
  private:
   struct Block {
@@ -53,7 +55,7 @@ class StepEntitySource final : public StepEntityStore::Source {
   };
 
   void Read(std::uint32_t instance);
-  char const* BytesAt(unsigned long offset);
+  void Read(Block& block, std::uint64_t number);
 
   Parts const parts;
   Describe const describe;

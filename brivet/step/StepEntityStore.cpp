@@ -1,6 +1,7 @@
 #include "StepEntityStore.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <new>
 
@@ -31,6 +32,31 @@ constexpr unsigned char kExternalMapping = 1;
 constexpr unsigned char kLongId = 2;
 constexpr std::size_t kUnknownTypeLimit = 4096;
 constexpr std::size_t kNumberLimit = 63;  // bytes of a number that are read
+
+// The entities of which most of a document consists. They are found by references, and hardly ever by their entity.
+constexpr bool IsShapeEntity(StepEntity entity) {
+  for (StepEntity const each : {StepEntity::Point, StepEntity::Direction, StepEntity::Vector, StepEntity::Placement,
+                                StepEntity::Curve, StepEntity::TopologicalRepresentationItem}) {
+    if (IsA(entity, each)) return true;
+  }
+  return false;
+}
+
+constexpr auto FindShapeEntities() {
+  std::array<bool, kStepEntityCount> isShape{};
+  for (std::size_t i = 0; i < kStepEntityCount; ++i) isShape[i] = IsShapeEntity(static_cast<StepEntity>(i));
+  return isShape;
+}
+
+constexpr std::array<bool, kStepEntityCount> kIsShapeEntity = FindShapeEntities();
+
+// Returns whether one of them is the entity or a subtype of it.
+bool HasShapeEntities(StepEntity entity) {
+  for (std::size_t i = 0; i < kStepEntityCount; ++i) {
+    if (kIsShapeEntity[i] && kStepEntityTable.IsA(static_cast<StepEntity>(i), entity)) return true;
+  }
+  return false;
+}
 
 std::size_t TakeSize(unsigned char const*& position) noexcept {
   std::size_t size = 0;
@@ -199,7 +225,7 @@ void StepEntityStore::StartInstance(Id const& id, bool complex) {
   current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(index.size());
   if (index.size() <= current) index.resize(std::size_t(current) + 1);
   // A listed instance keeps its type.
-  if (index[current].state != Listed) begins.clear();
+  if (index[current].state != Listed) Select(current);
   index[current] = Entry();
   index[current].isComplex = complex;
   bytes.Clear();
@@ -247,7 +273,7 @@ void StepEntityStore::PlaceInstance() {
     std::memcpy(chunks[chunk].get() + filled, bytes.Begin(), bytes.Size());
     filled += bytes.Size();
   }
-  entry.place = (chunk << kChunkBits | offset) & ((std::uint64_t(1) << 45U) - 1);
+  entry.place = (chunk << kChunkBits | offset) & kPlaceMask;
   entry.state = Stored;
 }
 
@@ -286,6 +312,7 @@ StepEntityStore::Type StepEntityStore::FindType(std::string_view name) {
   if (name.empty() || name.front() != '(') {
     type.entity = FindStepEntity(name);
     if (type.entity == StepEntity::None) type.number = NumberOfUnknown(name);
+    type.isSelected = type.entity != StepEntity::None && !kIsShapeEntity[static_cast<std::size_t>(type.entity)];
     return type;
   }
   std::string_view names = name.substr(1, name.size() - 2);
@@ -304,22 +331,12 @@ StepEntityStore::Type StepEntityStore::FindType(std::string_view name) {
     type.isComplex = false;
     type.number = NumberOfUnknown(first);
   } else {
+    type.isSelected = true;
     type.entity = records.front();
     type.number = static_cast<std::uint32_t>(recordLists.size());
     recordLists.push_back(std::move(records));
   }
   return type;
-}
-
-void StepEntityStore::List(std::uint32_t ordinal, Type const& type) {
-  if (index.size() <= ordinal) index.resize(std::size_t(ordinal) + 1);
-  begins.clear();
-  Entry& entry = index[ordinal];
-  entry = Entry();
-  entry.state = Listed;
-  entry.place = type.number;
-  entry.isComplex = type.isComplex;
-  entry.entity = static_cast<std::uint16_t>(type.entity);
 }
 
 // Receives the records of an instance in the usual form. A simple one has the entity of its type, which is not looked
@@ -468,7 +485,7 @@ void StepEntityStore::BeginBraces(std::string_view tag) {
 void StepEntityStore::SortByEntity() const {
   begins.assign(kStepEntityCount + 1, 0);
   auto const forEach = [this](auto const& take) {
-    for (std::uint32_t instance = 1; instance < index.size(); ++instance) {
+    for (std::uint32_t const instance : selected) {
       if (!index[instance].isComplex) {
         if (index[instance].entity != 0) take(std::size_t(index[instance].entity), instance);
         continue;
@@ -490,8 +507,14 @@ void StepEntityStore::SortByEntity() const {
 }
 
 std::vector<std::uint32_t> StepEntityStore::InstancesOf(StepEntity entity) const {
-  if (begins.empty()) SortByEntity();
   std::vector<std::uint32_t> found;
+  if (HasShapeEntities(entity)) {
+    for (std::uint32_t instance = 1; instance < index.size(); ++instance) {
+      if (Is(instance, entity)) found.push_back(instance);
+    }
+    return found;
+  }
+  if (begins.empty()) SortByEntity();
   for (std::size_t i = 1; i < kStepEntityCount; ++i) {
     if (!kStepEntityTable.IsA(static_cast<StepEntity>(i), entity)) continue;
     found.insert(found.end(), sorted.begin() + static_cast<std::ptrdiff_t>(begins[i]),
@@ -518,6 +541,9 @@ bool StepEntityStore::HasRecord(std::uint32_t instance, StepEntity entity) const
 // With external mapping a record holds the attributes of its own entity alone; with internal mapping the only record
 // holds those of its supertypes first.
 StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  // A listed instance of another entity is not loaded.
+  StepEntity const simple = SimpleEntityOf(instance);
+  if (simple != StepEntity::None && !kStepEntityTable.IsA(simple, attribute.entity)) return {};
   Records records(*this, instance);
   while (records.Next()) {
     Record const record = records.Current();
@@ -532,6 +558,80 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
     return {};
   }
   return {};
+}
+
+StepRecordText StepEntityStore::RecordOf(std::uint32_t instance) const noexcept {
+  Entry const entry = instance < index.size() ? index[instance] : Entry();
+  if (entry.state != Listed || entry.isComplex || entry.entity == 0) return {};
+  return {source->BytesAt(entry.place), DefinitionOf(static_cast<StepEntity>(entry.entity)).name};
+}
+
+StepRecordText StepEntityStore::RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  if (!kStepEntityTable.IsA(SimpleEntityOf(instance), attribute.entity)) return {};
+  StepRecordText record = RecordOf(instance);
+  for (int i = 0; i < attribute.position; ++i) {
+    if (!record.Skip()) break;
+  }
+  return record;
+}
+
+bool StepEntityStore::ReadReference(std::uint32_t instance, StepAttribute const& attribute,
+                                    std::uint32_t& target) const noexcept {
+  std::int64_t id = 0;
+  if (!RecordFrom(instance, attribute).Reference(id)) return false;
+  target = source->Find(id);
+  return target != 0;
+}
+
+bool StepEntityStore::ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
+                                     std::vector<std::uint32_t>& targets) const {
+  std::size_t const old = targets.size();
+  bool const isRead = RecordFrom(instance, attribute).References([&](std::int64_t id) {
+    std::uint32_t const target = source->Find(id);
+    if (target != 0) targets.push_back(target);
+    return target != 0;
+  });
+  if (!isRead) targets.resize(old);
+  return isRead;
+}
+
+bool StepEntityStore::ReadTriple(std::uint32_t instance, StepAttribute const& attribute,
+                                 double* numbers) const noexcept {
+  int count = 0;
+  std::fill_n(numbers, 3, 0.0);
+  auto const take = [&](double number) noexcept {
+    if (count == 3) return false;
+    numbers[count++] = number;
+    return true;
+  };
+  return RecordFrom(instance, attribute).Numbers(take) && count > 0;
+}
+
+bool StepEntityStore::ReadNumbers(std::uint32_t instance, StepAttribute const& attribute,
+                                  std::vector<double>& numbers) const {
+  std::size_t const old = numbers.size();
+  bool const isRead = RecordFrom(instance, attribute).Numbers([&](double number) {
+    numbers.push_back(number);
+    return true;
+  });
+  if (!isRead) numbers.resize(old);
+  return isRead;
+}
+
+bool StepEntityStore::ReadNumber(std::uint32_t instance, StepAttribute const& attribute,
+                                 double& number) const noexcept {
+  return RecordFrom(instance, attribute).Number(number);
+}
+
+bool StepEntityStore::ReadFlag(std::uint32_t instance, StepAttribute const& attribute, bool& flag) const noexcept {
+  std::string_view name;
+  if (!RecordFrom(instance, attribute).Enumeration(name)) return false;
+  flag = name == "T";
+  return true;
+}
+
+bool StepEntityStore::IsUnset(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  return RecordFrom(instance, attribute).AtUnset();
 }
 
 std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexcept {

@@ -14,6 +14,7 @@
 #include "DocumentVisitor.h"
 #include "StepEntities.h"
 #include "StepHash.h"
+#include "StepRecordText.h"
 
 class StepInstanceText;
 class StepReferences;
@@ -52,8 +53,8 @@ class StepValues {
 // are stored. With a source, instances can be listed with their types alone; they are loaded when they are asked for,
 // and stored then. Stored instances do not move.
 //
-// Memory: 12 bytes for each instance of the document. For each stored instance 3 bytes and the id, 9 for each number, 5
-// for each reference, and one for each other value.
+// Memory: 8 bytes for each instance of the document, and 8 for those that are not part of a shape. For each stored
+// instance 3 bytes and the id, 9 for each number, 5 for each reference, and one for each other value.
 //
 //   StepEntityStore store;
 //   document.Describe(store, progress, false);
@@ -70,14 +71,18 @@ class StepEntityStore final : public DocumentVisitor {
     virtual void Load(std::uint32_t instance) noexcept = 0;
     // Returns "#12".
     virtual std::string IdOf(std::uint32_t instance) const = 0;
+    // Returns the bytes from an offset of the file on, with a NUL at an unspecified distance, or null. They are valid
+    // until the next call, and StepRecordText can read them.
+    virtual char const* BytesAt(std::uint64_t /*offset*/) noexcept { return nullptr; }
+    // Returns the ordinal of an id, or 0 if the document does not contain it.
+    virtual std::uint32_t Find(std::int64_t /*id*/) const noexcept { return 0; }
   };
 
   StepEntityStore() = default;
-  // Makes room for the index of so many instances.
+  // Begins with so many instances, of which nothing is known.
   // Ownership: `instanceSource` is not owned.
-  StepEntityStore(std::uint32_t instances, Source& instanceSource) : source(&instanceSource) {
-    index.reserve(std::size_t(instances) + 1);
-  }
+  StepEntityStore(std::uint32_t instances, Source& instanceSource)
+      : source(&instanceSource), index(std::size_t(instances) + 1) {}
 
   void BeginInstance(Id const& id, bool complex) override;
   void EndInstance() override;
@@ -105,7 +110,8 @@ class StepEntityStore final : public DocumentVisitor {
     StepEntity entity = StepEntity::None;  // of the first known record
     std::uint32_t number = 0;              // of an unknown type, or of the known records of an instance with several
     bool isComplex = false;
-    bool isComplete = true;  // otherwise the records are not those of the name
+    bool isComplete = true;   // otherwise the records are not those of the name
+    bool isSelected = false;  // has an entity that is not only found by references
   };
   // Returns the type with a name of StepTypes: "A", or "(A B)" for several records.
   Type FindType(std::string_view name);
@@ -113,9 +119,19 @@ class StepEntityStore final : public DocumentVisitor {
   // or have more than `limit` bytes.
   // Requires: `type` is that of the instance. The digits of the id may be empty if its number fits.
   bool Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit, StepReferences const& references);
-  // Lists an instance by its type alone.
+  // Lists an instance by its type and the offset of its records in the file.
   // Requires: a source; the type is complete.
-  void List(std::uint32_t ordinal, Type const& type);
+  void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset = 0) {
+    if (index.size() <= ordinal) index.resize(std::size_t(ordinal) + 1);
+    Entry entry;
+    entry.state = Listed;
+    bool const isSimple = !type.isComplex && type.entity != StepEntity::None;
+    entry.place = (isSimple ? offset : type.number) & kPlaceMask;
+    entry.isComplex = type.isComplex;
+    entry.entity = static_cast<std::uint16_t>(type.entity);
+    index[ordinal] = entry;
+    if (type.isSelected) Select(ordinal);
+  }
 
   // Returns the highest ordinal; the lowest is 1.
   std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(index.size()) - 1; }
@@ -134,6 +150,32 @@ class StepEntityStore final : public DocumentVisitor {
   // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
   // of the attribute's entity, or if its record is too short.
   StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // The following functions read attributes of listed instances from the bytes of the file, without storing anything.
+  // They need a simple instance in the usual form, and return false for others, which Get decodes.
+
+  // Sets the ordinal of a reference.
+  bool ReadReference(std::uint32_t instance, StepAttribute const& attribute, std::uint32_t& target) const noexcept;
+  // Appends the ordinals of a list of references.
+  bool ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
+                      std::vector<std::uint32_t>& targets) const;
+  // Reads a list of one to three numbers; missing ones are 0.
+  bool ReadTriple(std::uint32_t instance, StepAttribute const& attribute, double* numbers) const noexcept;
+  // Appends a list of numbers.
+  bool ReadNumbers(std::uint32_t instance, StepAttribute const& attribute, std::vector<double>& numbers) const;
+  bool ReadNumber(std::uint32_t instance, StepAttribute const& attribute, double& number) const noexcept;
+  bool ReadFlag(std::uint32_t instance, StepAttribute const& attribute, bool& flag) const noexcept;
+  // Returns whether the attribute is "$".
+  bool IsUnset(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  // Returns the record of an instance whose type is the entity itself; valid until the next call of the store.
+  StepRecordText RecordOf(std::uint32_t instance) const noexcept;
+  // Returns the ordinal of an id in such a record, or 0.
+  std::uint32_t Find(std::int64_t id) const noexcept { return source == nullptr ? 0 : source->Find(id); }
+
+  // Returns the entity of a simple instance, None for others.
+  StepEntity SimpleEntityOf(std::uint32_t instance) const noexcept {
+    return instance < index.size() && !index[instance].isComplex ? static_cast<StepEntity>(index[instance].entity)
+                                                                 : StepEntity::None;
+  }
   // Returns the type of the first known record, or of the first record if none is known; empty if it is not stored
   // because the document has too many unknown types.
   std::string_view TypeNameOf(std::uint32_t instance) const noexcept;
@@ -152,7 +194,8 @@ class StepEntityStore final : public DocumentVisitor {
   enum State { None, Listed, Stored };
 
   // The entity of the first known record, and where the instance is: the chunk and the offset there. Of a listed
-  // instance the place is the number of the type.
+  // instance the place is the offset in the file if it is a simple one of a known entity, otherwise the number of the
+  // type.
   struct Entry {
     std::uint64_t place : 45;
     std::uint64_t state : 2;
@@ -200,6 +243,8 @@ class StepEntityStore final : public DocumentVisitor {
     std::size_t capacity = 0;
   };
 
+  // Returns the record of a listed instance from an attribute on.
+  StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
   void StartInstance(Id const& id, bool complex);
   void PutEntity(StepEntity entity);
@@ -215,8 +260,13 @@ class StepEntityStore final : public DocumentVisitor {
     return chunks[place >> kChunkBits].get() + (place & ((1U << kChunkBits) - 1));
   }
   void PlaceInstance();
+  void Select(std::uint32_t ordinal) {
+    begins.clear();
+    selected.push_back(ordinal);
+  }
 
   static constexpr unsigned kChunkBits = 18;
+  static constexpr std::uint64_t kPlaceMask = (std::uint64_t(1) << 45U) - 1;
 
   Source* source = nullptr;
   Bytes bytes;                                        // the present instance
@@ -224,7 +274,8 @@ class StepEntityStore final : public DocumentVisitor {
   std::size_t lastChunk = 0;                          // the one that is being filled
   std::size_t filled = std::size_t(1) << kChunkBits;  // its bytes that are used
   std::vector<Entry> index{Entry()};                  // by ordinal
-  // Ordinals by entity, and where those of each entity begin. Built when they are asked for.
+  std::vector<std::uint32_t> selected;                // listed or stored, except simple ones of a shape's entities
+  // Those by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;
   std::unordered_map<std::string, std::uint32_t, SeededStringHash> unknownNumbers;  // of unknown types, from 1

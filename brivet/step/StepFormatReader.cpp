@@ -1,5 +1,6 @@
 #include "StepFormatReader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -279,12 +280,11 @@ void StepFormatReader::BuildModel(bool geometry, Progress& receiver, ProductMode
   StepEntitySource source(
       {contents, *references, types, *bytes},
       [this](std::uint32_t instance, DocumentVisitor& visitor) { DescribeInstance(instance, visitor, false); });
-  for (std::uint32_t instance = 0; instance < contents.Count(); ++instance) {
-    if (instance % kProgressInterval == 0) {
-      receiver.Done(static_cast<long>(instance));
-      Gk_ErrMgr::checkAbort();
-    }
-    source.List(instance);
+  for (std::uint32_t first = 0; first < contents.Count();
+       first += std::min(kProgressInterval, contents.Count() - first)) {
+    receiver.Done(static_cast<long>(first));
+    Gk_ErrMgr::checkAbort();
+    source.List(first, first + std::min(kProgressInterval, contents.Count() - first));
   }
   StepShapes::Settings settings;
   settings.withGeometry = geometry;

@@ -56,6 +56,13 @@ bool IsSame(double const* a, double const* b) {
 }  // namespace
 
 bool StepGeometry::ReadPoint(std::uint32_t point, double* coordinates) {
+  auto const isUsable = [&] {
+    return std::all_of(coordinates, coordinates + 3,
+                       [](double value) { return std::abs(value) <= kLargestCoordinate; });
+  };
+  if (context.store.ReadTriple(point, STEP_ATTRIBUTE(CartesianPoint, "coordinates"), coordinates) && isUsable()) {
+    return true;
+  }
   StepValue const list = context.store.Get(point, STEP_ATTRIBUTE(CartesianPoint, "coordinates"));
   if (list.kind != StepValue::List) return false;
   std::fill_n(coordinates, 3, 0.0);
@@ -65,18 +72,19 @@ bool StepGeometry::ReadPoint(std::uint32_t point, double* coordinates) {
     coordinates[count] = values.Current().number;
   }
   if (count == 0) return false;
-  bool const isUsable =
-      std::all_of(coordinates, coordinates + 3, [](double value) { return std::abs(value) <= kLargestCoordinate; });
-  if (!isUsable) context.Warn(point, "a coordinate is not a usable number");
-  return isUsable;
+  if (isUsable()) return true;
+  context.Warn(point, "a coordinate is not a usable number");
+  return false;
 }
 
 bool StepGeometry::ReadDirection(std::uint32_t direction, double* components) {
-  StepValue const list = context.store.Get(direction, STEP_ATTRIBUTE(Direction, "direction_ratios"));
-  if (list.kind != StepValue::List) return false;
-  std::fill_n(components, 3, 0.0);
-  int count = 0;
-  for (StepValues values(list); count < 3 && values.Next(); ++count) components[count] = values.Current().number;
+  if (!context.store.ReadTriple(direction, STEP_ATTRIBUTE(Direction, "direction_ratios"), components)) {
+    StepValue const list = context.store.Get(direction, STEP_ATTRIBUTE(Direction, "direction_ratios"));
+    if (list.kind != StepValue::List) return false;
+    std::fill_n(components, 3, 0.0);
+    int count = 0;
+    for (StepValues values(list); count < 3 && values.Next(); ++count) components[count] = values.Current().number;
+  }
   double const length = Length(components);
   if (!(length > 0.0) || !std::isfinite(length)) {
     context.Warn(direction, "the direction has no length");
@@ -84,6 +92,21 @@ bool StepGeometry::ReadDirection(std::uint32_t direction, double* components) {
   }
   for (int i = 0; i < 3; ++i) components[i] /= length;
   return true;
+}
+
+// Finds what an AXIS2_PLACEMENT_3D refers to in one pass over its bytes. Returns false if that is not all there, or of
+// other types.
+bool StepGeometry::FindAxes(std::uint32_t placement, Axes& axes) const {
+  auto const& store = context.store;
+  if (store.SimpleEntityOf(placement) != StepEntity::Axis2Placement3d) return false;
+  std::int64_t location = 0;
+  std::int64_t z = 0;
+  std::int64_t x = 0;
+  StepRecordText record = store.RecordOf(placement);
+  if (!(record.Skip() && record.Reference(location) && record.Reference(z) && record.Reference(x))) return false;
+  axes = {store.Find(location), store.Find(z), store.Find(x)};
+  return store.Is(axes.location, StepEntity::CartesianPoint) && store.Is(axes.z, StepEntity::Direction) &&
+         store.Is(axes.x, StepEntity::Direction);
 }
 
 bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
@@ -94,14 +117,20 @@ bool StepGeometry::ReadPlacement(std::uint32_t placement, Placement& result) {
   double z[3] = {0.0, 0.0, 1.0};
   double scale = 1.0;
   if (store.Is(placement, StepEntity::Axis2Placement3d)) {
-    std::uint32_t const location =
-        context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
-    if (location == 0 || !ReadPoint(location, origin)) return false;
-    std::uint32_t const axis =
-        context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "axis"), StepEntity::Direction, true);
-    if (axis == 0 || !ReadDirection(axis, z)) z[0] = z[1] = 0.0, z[2] = 1.0;
-    std::uint32_t const reference =
-        context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "ref_direction"), StepEntity::Direction, true);
+    Axes axes;
+    bool const isFound = FindAxes(placement, axes);
+    if (!isFound) {
+      axes.location = context.Instance(placement, STEP_ATTRIBUTE(Placement, "location"), StepEntity::CartesianPoint);
+    }
+    if (axes.location == 0 || !ReadPoint(axes.location, origin)) return false;
+    if (!isFound) {
+      axes.z = context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "axis"), StepEntity::Direction, true);
+    }
+    if (axes.z == 0 || !ReadDirection(axes.z, z)) z[0] = z[1] = 0.0, z[2] = 1.0;
+    std::uint32_t const reference = isFound
+                                        ? axes.x
+                                        : context.Instance(placement, STEP_ATTRIBUTE(Axis2Placement3d, "ref_direction"),
+                                                           StepEntity::Direction, true);
     if (reference == 0 || !ReadDirection(reference, x) || !Orthogonalize(x, z)) {
       DefaultXAxis(z, x);
       Orthogonalize(x, z);
@@ -175,24 +204,58 @@ bool StepGeometry::ReadFrame(std::uint32_t position, Curve::Frame& frame) {
   return true;
 }
 
+// Reads a B_SPLINE_CURVE_WITH_KNOTS that is a simple instance in one pass over its bytes. Returns false for others.
+bool StepGeometry::ReadSimpleSpline(std::uint32_t curve, Spline& spline) {
+  auto const& store = context.store;
+  if (store.SimpleEntityOf(curve) != StepEntity::BSplineCurveWithKnots) return false;
+  spline.poles.clear();
+  spline.knots.clear();
+  spline.multiplicities.clear();
+  StepRecordText record = store.RecordOf(curve);
+  auto const addTo = [](std::vector<double>& numbers) {
+    return [&numbers](double number) {
+      numbers.push_back(number);
+      return true;
+    };
+  };
+  auto const addPole = [&](std::int64_t id) {
+    spline.poles.push_back(store.Find(id));
+    return store.Is(spline.poles.back(), StepEntity::CartesianPoint);
+  };
+  return record.Skip() && record.Number(spline.degree) && std::isfinite(spline.degree) && record.References(addPole) &&
+         record.Skip() && record.Skip() && record.Skip() && record.Numbers(addTo(spline.multiplicities)) &&
+         record.Numbers(addTo(spline.knots));
+}
+
 std::unique_ptr<Curve> StepGeometry::ReadBSpline(std::uint32_t curve) {
   auto const& store = context.store;
-  double const degreeValue = context.Number(curve, STEP_ATTRIBUTE(BSplineCurve, "degree")).value_or(0.0);
-  int const degree = degreeValue >= 1.0 && degreeValue <= 25.0 ? static_cast<int>(degreeValue) : 0;
+  Spline& spline = lastSpline;
+  bool const isRead = ReadSimpleSpline(curve, spline);
+  if (!isRead) {
+    spline.degree = context.Number(curve, STEP_ATTRIBUTE(BSplineCurve, "degree")).value_or(0.0);
+    spline.poles =
+        context.Instances(curve, STEP_ATTRIBUTE(BSplineCurve, "control_points_list"), StepEntity::CartesianPoint);
+  }
+  int const degree = spline.degree >= 1.0 && spline.degree <= 25.0 ? static_cast<int>(spline.degree) : 0;
   std::vector<double> poles;
-  for (std::uint32_t const pole :
-       context.Instances(curve, STEP_ATTRIBUTE(BSplineCurve, "control_points_list"), StepEntity::CartesianPoint)) {
+  poles.reserve(3 * spline.poles.size());
+  hull = ModelBox();
+  for (std::uint32_t const pole : spline.poles) {
     double point[3];
     if (!ReadPoint(pole, point)) return nullptr;
     poles.insert(poles.end(), point, point + 3);
+    hull.Extend(point);
   }
   if (!Spend(poles.size())) return nullptr;
   std::size_t const count = poles.size() / 3;
   std::vector<double> knots;
   if (store.Is(curve, StepEntity::BSplineCurveWithKnots)) {
-    std::vector<double> const values = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knots"));
-    std::vector<double> const multiplicities =
-        context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knot_multiplicities"));
+    if (!isRead) {
+      spline.knots = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knots"));
+      spline.multiplicities = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knot_multiplicities"));
+    }
+    std::vector<double> const& values = spline.knots;
+    std::vector<double> const& multiplicities = spline.multiplicities;
     if (values.size() != multiplicities.size()) return nullptr;
     for (std::size_t i = 0; i < values.size(); ++i) {
       // More knots than the control points need are refused before they take memory.
@@ -282,7 +345,9 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
     double direction[3];
     if (basis == 0 || reference == 0 || !ReadDirection(reference, direction)) return nullptr;
     double const distance = context.Number(curve, STEP_ATTRIBUTE(OffsetCurve3d, "distance")).value_or(0.0);
-    return Curve::Offset(ReadBasis(basis, depth + 1), distance, direction);
+    auto spatial = ReadBasis(basis, depth + 1);
+    hull = ModelBox();
+    return Curve::Offset(std::move(spatial), distance, direction);
   }
   return nullptr;
 }
@@ -388,6 +453,7 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
       inverse.Apply(ends[0]);
       inverse.Apply(ends[1]);
     }
+    leftOut = nullptr;
     std::vector<Piece> parts;
     if (!ReadPieces(parent, from == nullptr ? nullptr : ends[0], to == nullptr ? nullptr : ends[1], forward, radians,
                     depth + 1, parts)) {
@@ -419,11 +485,14 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
     isTrimmed = true;
     sense = context.Flag(curve, STEP_ATTRIBUTE(TrimmedCurve, "sense_agreement"));
   }
+  hull = ModelBox();
   piece.curve = ReadBasis(basis, depth);
+  piece.hull = hull;
   if (piece.curve == nullptr) {
     context.Warn(basis, "the curve is damaged or of an unknown type");
     return false;
   }
+  if (leftOut != nullptr && !isTrimmed && !piece.hull.isEmpty && leftOut->Contains(piece.hull)) return true;
   double const period = piece.curve->Period();
   piece.first = piece.curve->First();
   piece.last = piece.curve->Last();
@@ -466,8 +535,10 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
 }
 
 std::vector<StepGeometry::Piece> StepGeometry::Pieces(std::uint32_t curve, double const* from, double const* to,
-                                                      bool forward, double radians, double chordError) {
+                                                      bool forward, double radians, double chordError,
+                                                      ModelBox const* covered) {
   tolerance = chordError;
+  leftOut = covered;
   std::vector<Piece> pieces;
   if (!ReadPieces(curve, from, to, forward, radians, 0, pieces)) pieces.clear();
   return pieces;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Curve.h"
+#include "ModelBox.h"
 #include "Placement.h"
 #include "StepModelContext.h"
 
@@ -29,17 +30,33 @@ class StepGeometry {
     std::unique_ptr<Curve> curve;
     double first = 0.0;
     double last = 0.0;
+    ModelBox hull;  // contains the curve if it is a B-spline: the box of its control points; otherwise empty
   };
 
   // Returns the pieces of a curve between two points, or of the whole curve if they are null; none if it is damaged.
-  // `forward` is false if the edge runs against the curve. `radians` converts the parameters of trimmed conics.
+  // `forward` is false if the edge runs against the curve. `radians` converts the parameters of trimmed conics. Pieces
+  // whose hull is in the box `covered` are left out; it may be null.
   std::vector<Piece> Pieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians,
-                            double chordError);
+                            double chordError, ModelBox const* covered = nullptr);
 
  private:
+  // What a placement refers to.
+  struct Axes {
+    std::uint32_t location = 0;
+    std::uint32_t z = 0;
+    std::uint32_t x = 0;
+  };
+  bool FindAxes(std::uint32_t placement, Axes& axes) const;
   bool ReadFrame(std::uint32_t position, Curve::Frame& frame);
   std::unique_ptr<Curve> ReadBasis(std::uint32_t curve, int depth);
   std::unique_ptr<Curve> ReadBSpline(std::uint32_t curve);
+  struct Spline {
+    double degree = 0.0;
+    std::vector<std::uint32_t> poles;
+    std::vector<double> knots;
+    std::vector<double> multiplicities;
+  };
+  bool ReadSimpleSpline(std::uint32_t curve, Spline& spline);
   // Appends the pieces of a curve.
   bool ReadPieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians, int depth,
                   std::vector<Piece>& pieces);
@@ -58,4 +75,7 @@ class StepGeometry {
   StepModelContext& context;
   long effort = 0;
   double tolerance = 0.0;
+  ModelBox const* leftOut = nullptr;
+  ModelBox hull;      // of the B-spline that was read last
+  Spline lastSpline;  // a member so that its memory is reused
 };

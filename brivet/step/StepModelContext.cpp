@@ -1,5 +1,6 @@
 #include "StepModelContext.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -44,6 +45,12 @@ void StepModelContext::WarnOfType(std::uint32_t instance, StepAttribute const& a
 
 std::uint32_t StepModelContext::Instance(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,
                                          bool isOptional) {
+  std::uint32_t target = 0;
+  if (store.ReadReference(instance, attribute, target)) {
+    if (store.Is(target, expected)) return target;
+  } else if (isOptional && store.IsUnset(instance, attribute)) {
+    return 0;
+  }
   StepValue const value = store.Get(instance, attribute);
   if (value.kind == StepValue::Reference && value.reference != 0 && store.Is(value.reference, expected)) {
     return value.reference;
@@ -57,6 +64,18 @@ std::uint32_t StepModelContext::Instance(std::uint32_t instance, StepAttribute c
 std::vector<std::uint32_t> StepModelContext::Instances(std::uint32_t instance, StepAttribute const& attribute,
                                                        StepEntity expected) {
   std::vector<std::uint32_t> found;
+  AddInstances(instance, attribute, expected, found);
+  return found;
+}
+
+void StepModelContext::AddInstances(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,
+                                    std::vector<std::uint32_t>& found) {
+  std::size_t const old = found.size();
+  auto const isExpected = [&](std::uint32_t each) { return store.Is(each, expected); };
+  if (store.ReadReferences(instance, attribute, found)) {
+    if (std::all_of(found.begin() + static_cast<std::ptrdiff_t>(old), found.end(), isExpected)) return;
+    found.resize(old);
+  }
   StepValue const list = store.Get(instance, attribute);
   auto const add = [&](StepValue const& value) {
     if (value.kind == StepValue::Reference && value.reference != 0 && store.Is(value.reference, expected)) {
@@ -70,7 +89,6 @@ std::vector<std::uint32_t> StepModelContext::Instances(std::uint32_t instance, S
   } else {
     add(list);
   }
-  return found;
 }
 
 std::uint32_t StepModelContext::Resolve(std::uint32_t instance, StepAttribute const& attribute,
@@ -83,12 +101,15 @@ std::uint32_t StepModelContext::Resolve(std::uint32_t instance, StepAttribute co
 }
 
 std::uint32_t StepModelContext::AnyInstance(std::uint32_t instance, StepAttribute const& attribute) {
+  std::uint32_t target = 0;
+  if (store.ReadReference(instance, attribute, target)) return target;
   StepValue const value = store.Get(instance, attribute);
   return value.kind == StepValue::Reference ? Resolve(instance, attribute, value) : 0;
 }
 
 std::vector<std::uint32_t> StepModelContext::AnyInstances(std::uint32_t instance, StepAttribute const& attribute) {
   std::vector<std::uint32_t> found;
+  if (store.ReadReferences(instance, attribute, found)) return found;
   auto const add = [&](StepValue const& value) {
     if (value.kind != StepValue::Reference) return;
     std::uint32_t const each = Resolve(instance, attribute, value);
@@ -117,11 +138,14 @@ std::optional<std::string> StepModelContext::Text(std::uint32_t instance, StepAt
 }
 
 std::optional<double> StepModelContext::Number(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  double number = 0.0;
+  if (store.ReadNumber(instance, attribute, number) && std::isfinite(number)) return number;
   return NumberOf(store.Get(instance, attribute));
 }
 
 std::vector<double> StepModelContext::Numbers(std::uint32_t instance, StepAttribute const& attribute) const {
   std::vector<double> numbers;
+  if (store.ReadNumbers(instance, attribute, numbers)) return numbers;
   StepValue const list = store.Get(instance, attribute);
   if (list.kind != StepValue::List) return numbers;
   for (StepValues values(list); values.Next();) {
@@ -131,6 +155,8 @@ std::vector<double> StepModelContext::Numbers(std::uint32_t instance, StepAttrib
 }
 
 bool StepModelContext::Flag(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+  bool flag = false;
+  if (store.ReadFlag(instance, attribute, flag)) return flag;
   StepValue const value = store.Get(instance, attribute);
   return value.kind == StepValue::Enumeration && value.text == "T";
 }

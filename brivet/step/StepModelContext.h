@@ -26,6 +26,9 @@ class StepModelContext {
                          bool isOptional = false);
   // Returns the instances of a list that are of the entity. A single reference counts as a list.
   std::vector<std::uint32_t> Instances(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected);
+  // Appends them to a vector, whose memory can be reused.
+  void AddInstances(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,
+                    std::vector<std::uint32_t>& found);
   // Returns the referenced instance of any entity, or 0; with a warning if the file does not contain it.
   std::uint32_t AnyInstance(std::uint32_t instance, StepAttribute const& attribute);
   std::vector<std::uint32_t> AnyInstances(std::uint32_t instance, StepAttribute const& attribute);

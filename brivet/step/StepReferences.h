@@ -38,6 +38,14 @@ class StepReferences {
   // Sets the ordinal of the id. Returns whether the document defines it.
   bool Resolve(DocumentVisitor::Id& id) const;
 
+  // Returns the ordinal of an id that fits, or 0.
+  std::uint32_t OrdinalOf(std::int64_t number) const {
+    DocumentVisitor::Id id;
+    id.number = number;
+    std::uint32_t const instance = ids.Find(id);
+    return instance == StepIds::kNone ? 0 : instance + 1;
+  }
+
   // Returns the id of an instance; its digits are stored in `digits`.
   DocumentVisitor::Id IdAt(std::uint32_t instance, std::string& digits, std::size_t limit = StepIds::kAllDigits) const;
   // Returns the id for a message: "#12".

@@ -40,7 +40,3 @@ VRELEntityReader* StepDataSection::GetNextKey() {
   if (entity != nullptr) entityList.add(entity);
   return entity;
 }
-
-StepEntityReader& StepDataSection::At(std::uint32_t index) const {
-  return static_cast<StepEntityReader&>(*entityList.getArray()[index]);
-}

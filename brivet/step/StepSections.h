@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
+#include "StepEntityReader.h"
 #include "StepScanner.h"
 #include "VRELEntityReader.h"
 #include "VRELSectionReader.h"
 
-class StepEntityReader;
 class StepFormatReader;
 
 // An entity of the header.
@@ -45,7 +45,9 @@ class StepDataSection final : public VRELSectionReader {
   // Returns the next instance, or null at the end.
   VRELEntityReader* GetNextKey() override;
   // Returns an instance that was traversed, from 0.
-  StepEntityReader& At(std::uint32_t index) const;
+  StepEntityReader& At(std::uint32_t index) const {
+    return static_cast<StepEntityReader&>(*entityList.getArray()[index]);
+  }
 
  private:
   StepFormatReader& document;

@@ -13,7 +13,9 @@
 // the number of visits is bounded, since mapped items that contain each other twice would double at each level.
 //
 // The extent is exact: each placed point, and for each arc the extremes of its coordinates, which are
-// center + cos(t) x + sin(t) y and so have them at tan(t) = y / x. Other curves are sampled.
+// center + cos(t) x + sin(t) y and so have them at tan(t) = y / x. Other curves are sampled. A shape that is not placed
+// needs only the box itself: then a curve is skipped if a bound of it is inside of the box of the items before, for a
+// B-spline the box of its control points, which contain it in their convex hull because all weights are positive.
 
 namespace {
 
@@ -52,6 +54,12 @@ bool IsUnevaluated(std::string_view type) {
   return std::find(std::begin(kUnevaluated), std::end(kUnevaluated), type) != std::end(kUnevaluated);
 }
 
+// Of an extent that cannot be placed: curves that wait until the box is larger, in which most of them are.
+constexpr std::size_t kWaitingArcs = 4096;
+constexpr std::size_t kWaitingPieces = 64;
+constexpr std::size_t kStepsPerSpline = 16;
+constexpr double kRounding = 16.0 * std::numeric_limits<double>::epsilon();
+
 constexpr int kSizeSamples = 6;  // estimate the size of a curve
 // First coordinate of a point that cannot be used.
 constexpr double kUnusable = std::numeric_limits<double>::infinity();
@@ -59,7 +67,7 @@ constexpr double kPi = 3.14159265358979323846264338327950288;
 
 }  // namespace
 
-void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordShare) {
+void StepExtent::AddPiece(StepGeometry::Piece piece, double chordShare) {
   Curve::Frame scaled{};
   if (piece.curve->AsArc(scaled)) {
     Arc arc{};
@@ -69,144 +77,295 @@ void StepExtent::AddPiece(StepGeometry::Piece const& piece, double chordShare) {
     arc.first = std::min(piece.first, piece.last);
     arc.last = std::max(piece.first, piece.last);
     arcs.push_back(arc);
+    if (isBox && arcs.size() >= kWaitingArcs) SettleArcs();
   } else if (piece.curve->IsStraight()) {
     double point[3];
     for (double const t : {piece.first, piece.last}) {
       piece.curve->Evaluate(t, point);
       AddPoint(point);
     }
+  } else if (isBox && !piece.hull.isEmpty) {
+    steps += kStepsPerSpline;
+    if (box.Contains(piece.hull)) return;
+    waiting.push_back({std::move(piece), chordShare});
+    if (waiting.size() >= kWaitingPieces) SettlePieces();
   } else {
-    ModelBox box;
-    for (int i = 0; i <= kSizeSamples; ++i) {
-      double point[3];
-      piece.curve->Evaluate(piece.first + (piece.last - piece.first) * i / kSizeSamples, point);
-      box.Extend(point);
-    }
-    piece.curve->Sample(piece.first, piece.last, chordShare * box.Diagonal(), points);
+    AddSamples(piece, chordShare);
+    if (isBox) MovePointsToBox();
+  }
+}
+
+void StepExtent::AddSamples(StepGeometry::Piece const& piece, double chordShare) {
+  ModelBox size;
+  for (int i = 0; i <= kSizeSamples; ++i) {
+    double point[3];
+    piece.curve->Evaluate(piece.first + (piece.last - piece.first) * i / kSizeSamples, point);
+    size.Extend(point);
+  }
+  std::size_t const old = points.size();
+  piece.curve->Sample(piece.first, piece.last, chordShare * size.Diagonal(), points);
+  if (piece.hull.isEmpty) return;
+  // Only rounding takes a point out of the hull. Without it a curve has the same extent, evaluated or not.
+  for (std::size_t i = old; i < points.size(); ++i) {
+    std::size_t const axis = (i - old) % 3;
+    if (std::isfinite(points[i])) points[i] = std::clamp(points[i], piece.hull.low[axis], piece.hull.high[axis]);
   }
 }
 
 void StepExtent::AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare) {
+  Curve::Frame scaled{};
   std::size_t const firstPoint = points.size();
   std::size_t const firstArc = arcs.size();
-  AddPiece(piece, chordShare);
+  if (piece.curve->AsArc(scaled)) {
+    arcs.emplace_back();
+    Arc& arc = arcs.back();
+    std::copy_n(scaled.origin, 3, arc.center);
+    std::copy_n(scaled.x, 3, arc.x);
+    std::copy_n(scaled.y, 3, arc.y);
+    arc.first = std::min(piece.first, piece.last);
+    arc.last = std::max(piece.first, piece.last);
+  } else if (piece.curve->IsStraight()) {
+    points.resize(firstPoint + 6);
+    piece.curve->Evaluate(piece.first, &points[firstPoint]);
+    piece.curve->Evaluate(piece.last, &points[firstPoint + 3]);
+  } else {
+    AddSamples(piece, chordShare);
+  }
   for (std::size_t i = firstPoint; i + 3 <= points.size(); i += 3) placement.Apply(&points[i]);
+  for (std::size_t i = firstArc; i < arcs.size(); ++i) Place(placement, arcs[i]);
+  if (!isBox) return;
+  MovePointsToBox();
+  if (arcs.size() >= kWaitingArcs) SettleArcs();
+}
+
+void StepExtent::MovePointsToBox() {
+  for (std::size_t i = 0; i + 3 <= points.size(); i += 3) ExtendBox(&points[i]);
+  points.clear();
+}
+
+void StepExtent::SettleArcs() {
+  for (Arc& arc : arcs) {
+    steps += 4;
+    if (IsWithin(arc, box)) continue;
+    Place(Placement(), arc);
+    Extend(arc, box);
+  }
+  arcs.clear();
+}
+
+void StepExtent::SettlePieces() {
+  for (Waiting const& each : waiting) {
+    if (box.Contains(each.piece.hull)) continue;
+    AddSamples(each.piece, each.chordShare);
+    MovePointsToBox();
+  }
+  waiting.clear();
+}
+
+void StepExtent::Finish() {
+  if (!isBox) return;
+  SettleArcs();
+  SettlePieces();
+  arcs.shrink_to_fit();
+  waiting.shrink_to_fit();
+  points.shrink_to_fit();
+}
+
+// Returns whether no computed point of the arc can be outside: the whole ellipse is inside, with a margin for rounding.
+bool StepExtent::IsWithin(Arc const& arc, ModelBox const& outer) noexcept {
+  if (outer.isEmpty) return false;
+  for (int i = 0; i < 3; ++i) {
+    double reach = std::sqrt(arc.x[i] * arc.x[i] + arc.y[i] * arc.y[i]);
+    if (arc.x[i] != 0.0 || arc.y[i] != 0.0) reach += kRounding * (std::abs(arc.center[i]) + reach);
+    if (!(arc.center[i] - reach >= outer.low[i] && arc.center[i] + reach <= outer.high[i])) return false;
+  }
+  return true;
+}
+
+void StepExtent::Place(Placement const& placement, Arc& arc) {
+  placement.Apply(arc.center);
   auto const& n = placement.Numbers();
-  for (std::size_t i = firstArc; i < arcs.size(); ++i) {
-    placement.Apply(arcs[i].center);
-    for (double* const axis : {arcs[i].x, arcs[i].y}) {
-      double const old[3] = {axis[0], axis[1], axis[2]};
-      for (std::size_t row = 0; row < 3; ++row) {
-        axis[row] = n[4 * row] * old[0] + n[4 * row + 1] * old[1] + n[4 * row + 2] * old[2];
-      }
+  for (double* const axis : {arc.x, arc.y}) {
+    double const old[3] = {axis[0], axis[1], axis[2]};
+    for (std::size_t row = 0; row < 3; ++row) {
+      axis[row] = n[4 * row] * old[0] + n[4 * row + 1] * old[1] + n[4 * row + 2] * old[2];
     }
   }
 }
 
-void StepExtent::Extend(Placement const& placement, ModelBox& box) const {
+void StepExtent::Extend(Arc const& arc, ModelBox& target) {
+  auto const extendAt = [&](double t) {
+    double const cosine = std::cos(t);
+    double const sine = std::sin(t);
+    double const point[3] = {arc.center[0] + cosine * arc.x[0] + sine * arc.y[0],
+                             arc.center[1] + cosine * arc.x[1] + sine * arc.y[1],
+                             arc.center[2] + cosine * arc.x[2] + sine * arc.y[2]};
+    target.Extend(point);
+  };
+  extendAt(arc.first);
+  extendAt(arc.last);
+  for (int i = 0; i < 3; ++i) {
+    double const extreme = std::atan2(arc.y[i], arc.x[i]);
+    double t = extreme + std::ceil((arc.first - extreme) / kPi) * kPi;
+    for (int count = 0; count < 3 && t <= arc.last; ++count, t += kPi) extendAt(t);
+  }
+}
+
+void StepExtent::Extend(Placement const& placement, ModelBox& target) const {
+  target.Extend(box);
   for (std::size_t i = 0; i + 3 <= points.size(); i += 3) {
     double point[3] = {points[i], points[i + 1], points[i + 2]};
     placement.Apply(point);
-    box.Extend(point);
+    target.Extend(point);
   }
-  auto const& n = placement.Numbers();
-  for (Arc const& arc : arcs) {
-    double center[3] = {arc.center[0], arc.center[1], arc.center[2]};
-    placement.Apply(center);
-    double x[3];
-    double y[3];
-    for (std::size_t i = 0; i < 3; ++i) {
-      x[i] = n[4 * i] * arc.x[0] + n[4 * i + 1] * arc.x[1] + n[4 * i + 2] * arc.x[2];
-      y[i] = n[4 * i] * arc.y[0] + n[4 * i + 1] * arc.y[1] + n[4 * i + 2] * arc.y[2];
-    }
-    auto const extendAt = [&](double t) {
-      double const cosine = std::cos(t);
-      double const sine = std::sin(t);
-      double const point[3] = {center[0] + cosine * x[0] + sine * y[0], center[1] + cosine * x[1] + sine * y[1],
-                               center[2] + cosine * x[2] + sine * y[2]};
-      box.Extend(point);
-    };
-    extendAt(arc.first);
-    extendAt(arc.last);
-    for (int i = 0; i < 3; ++i) {
-      double const extreme = std::atan2(y[i], x[i]);
-      double t = extreme + std::ceil((arc.first - extreme) / kPi) * kPi;
-      for (int count = 0; count < 3 && t <= arc.last; ++count, t += kPi) extendAt(t);
-    }
+  for (Arc const& each : arcs) {
+    Arc arc = each;
+    Place(placement, arc);
+    Extend(arc, target);
   }
 }
 
-void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
-  extent = StepExtent();
+void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& representations, bool isPlaced) {
+  extent = isPlaced ? StepExtent() : StepExtent::OfBox();
   chordError = 0.0;
   sink = nullptr;
   ReadItems(product, representations);
+  extent.Finish();
   extent.Extend(Placement(), product.extent);
   if (!settings.withGeometry) return;
   // The chord error depends on the extent, so that polylines take a second traversal.
   ModelProduct counted;
   counted.extent = product.extent;
   chordError = settings.chordShare * product.extent.Diagonal();
-  StepExtent const complete = std::move(extent);
   sink = &product.polylines;
   ReadItems(counted, representations);
   product.meshes = std::move(counted.meshes);
   product.visibleFaces = std::move(counted.visibleFaces);
-  extent = complete;
 }
 
 long StepShapes::VisitLimit() const {
   return kVisitLimit + kVisitsPerInstance * static_cast<long>(context.store.InstanceCount());
 }
 
+void StepShapes::Begin(Placement const& placement) {
+  pending.clear();
+  placements.clear();
+  placements.push_back({placement, placement.IsIdentity(), 0});
+}
+
+StepShapes::Entry StepShapes::Pop() {
+  while (placements.size() > 1 && pending.size() <= placements.back().pending) placements.pop_back();
+  Entry const entry = pending.back();
+  pending.pop_back();
+  return entry;
+}
+
+// The entry is the one that was popped last.
+void StepShapes::SetPlacement(Entry& entry, Placement const& placement) {
+  entry.placement = static_cast<std::uint32_t>(placements.size());
+  placements.push_back({placement, placement.IsIdentity(), pending.size()});
+}
+
 void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
   seen.Clear();
-  std::vector<Entry> pending;
+  colours.Clear();
+  Begin(Placement());
+  long const limit = VisitLimit();
   for (std::uint32_t const representation : representations) {
-    if (visits > VisitLimit()) return;
+    if (visits > limit) return;
     radians = units.Radians(units.ContextOf(representation));
     std::vector<std::uint32_t> const items =
         context.AnyInstances(representation, STEP_ATTRIBUTE(Representation, "items"));
     for (auto item = items.rbegin(); item != items.rend(); ++item) {
-      pending.push_back({*item, Placement(), styles.ColourOf(representation), 0, !styles.IsInvisible(representation)});
+      pending.push_back({*item, styles.ColourOf(representation), 0, 0, !styles.IsInvisible(representation)});
     }
     while (!pending.empty()) {
-      Entry const entry = pending.back();
-      pending.pop_back();
-      if (++visits > VisitLimit()) {
+      Entry const entry = Pop();
+      if (++visits > limit) {
         context.Warn(representation, "the shape has too many items; the rest is skipped");
         return;
       }
-      ReadItem(product, entry, pending);
+      ReadItem(product, entry);
     }
   }
 }
 
-void StepShapes::PushAll(std::vector<std::uint32_t> const& items, Entry const& parent,
-                         std::vector<Entry>& pending) const {
+void StepShapes::PushAll(std::vector<std::uint32_t> const& items, Entry const& parent) {
   if (parent.depth > kDepthLimit) return;
+  auto const depth = static_cast<std::uint16_t>(parent.depth + 1);
   for (auto item = items.rbegin(); item != items.rend(); ++item) {
-    pending.push_back({*item, parent.placement, parent.colour, parent.depth + 1, parent.isVisible});
+    pending.push_back({*item, parent.colour, parent.placement, depth, parent.isVisible});
   }
 }
 
-void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector<Entry>& pending) {
-  auto const& store = context.store;
+void StepShapes::PushOne(StepAttribute const& attribute, StepEntity expected, Entry const& parent) {
+  std::uint32_t const one = context.Instance(parent.item, attribute, expected);
+  if (one == 0 || parent.depth > kDepthLimit) return;
+  auto const depth = static_cast<std::uint16_t>(parent.depth + 1);
+  pending.push_back({one, parent.colour, parent.placement, depth, parent.isVisible});
+}
+
+void StepShapes::PushList(StepAttribute const& attribute, StepEntity expected, Entry const& parent) {
+  found.clear();
+  context.AddInstances(parent.item, attribute, expected, found);
+  PushAll(found, parent);
+}
+
+void StepShapes::UseColour(ModelProduct& product, int colour) {
+  if (colour >= 0 && colours.Insert(static_cast<std::uint32_t>(colour))) product.colours.push_back(colour);
+}
+
+void StepShapes::ReadItem(ModelProduct& product, Entry const& given) {
   Entry entry = given;
-  std::uint32_t const item = entry.item;
-  if (skipped.count(item) != 0) return;
-  if (int const own = OwnColour(item); own >= 0) entry.colour = own;
-  if (styles.IsInvisible(item)) entry.isVisible = false;
-  if (entry.colour >= 0 &&
-      std::find(product.colours.begin(), product.colours.end(), entry.colour) == product.colours.end()) {
-    product.colours.push_back(entry.colour);
+  if (!skipped.empty() && skipped.count(entry.item) != 0) return;
+  StepEntity const type = context.store.SimpleEntityOf(entry.item);
+  if (int const own = OwnColour(entry.item); own >= 0) entry.colour = own;
+  if (styles.IsInvisible(entry.item)) entry.isVisible = false;
+  UseColour(product, entry.colour);
+  if (!ReadUsualItem(product, entry, type)) ReadOtherItem(product, entry);
+}
+
+// Reads the topology of boundary representations, which is most of a document.
+bool StepShapes::ReadUsualItem(ModelProduct& product, Entry const& entry, StepEntity type) {
+  switch (type) {
+    case StepEntity::AdvancedFace:
+    case StepEntity::FaceSurface:
+      ReadFace(product, entry);
+      return true;
+    case StepEntity::FaceBound:
+    case StepEntity::FaceOuterBound:
+      PushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop, entry);
+      return true;
+    case StepEntity::EdgeLoop:
+      PushList(STEP_ATTRIBUTE(EdgeLoop, "edge_list"), StepEntity::Edge, entry);
+      return true;
+    case StepEntity::OrientedEdge:
+      PushOne(STEP_ATTRIBUTE(OrientedEdge, "edge_element"), StepEntity::Edge, entry);
+      return true;
+    case StepEntity::EdgeCurve:
+      ReadEdge(product, entry);
+      return true;
+    default:
+      return false;
   }
+}
+
+void StepShapes::ReadFace(ModelProduct& product, Entry const& entry) {
+  if (IsFirst(entry.item)) {
+    ++product.faces;
+    if (sink != nullptr && entry.isVisible) product.visibleFaces.push_back({context.IdOf(entry.item), entry.colour});
+  }
+  PushList(STEP_ATTRIBUTE(Face, "bounds"), StepEntity::FaceBound, entry);
+}
+
+void StepShapes::ReadOtherItem(ModelProduct& product, Entry entry) {
+  auto const& store = context.store;
+  std::uint32_t const item = entry.item;
   auto const pushOne = [&](StepAttribute const& attribute, StepEntity expected) {
-    std::uint32_t const one = context.Instance(item, attribute, expected);
-    if (one != 0) PushAll({one}, entry, pending);
+    PushOne(attribute, expected, entry);
   };
   auto const pushAll = [&](StepAttribute const& attribute, StepEntity expected) {
-    PushAll(context.Instances(item, attribute, expected), entry, pending);
+    PushList(attribute, expected, entry);
   };
 
   if (store.Is(item, StepEntity::ManifoldSolidBrep)) {
@@ -226,11 +385,7 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   } else if (store.Is(item, StepEntity::OrientedFace)) {
     pushOne(STEP_ATTRIBUTE(OrientedFace, "face_element"), StepEntity::Face);
   } else if (store.Is(item, StepEntity::Face)) {
-    if (IsFirst(item)) {
-      ++product.faces;
-      if (sink != nullptr && entry.isVisible) product.visibleFaces.push_back({context.IdOf(item), entry.colour});
-    }
-    pushAll(STEP_ATTRIBUTE(Face, "bounds"), StepEntity::FaceBound);
+    ReadFace(product, entry);
   } else if (store.Is(item, StepEntity::FaceBound)) {
     pushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop);
   } else if (store.Is(item, StepEntity::EdgeLoop)) {
@@ -260,32 +415,32 @@ void StepShapes::ReadItem(ModelProduct& product, Entry const& given, std::vector
   } else if (store.Is(item, StepEntity::ConnectedEdgeSet)) {
     pushAll(STEP_ATTRIBUTE(ConnectedEdgeSet, "ces_edges"), StepEntity::Edge);
   } else if (store.Is(item, StepEntity::ShellBasedWireframeModel)) {
-    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(ShellBasedWireframeModel, "sbwm_boundary")), entry, pending);
+    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(ShellBasedWireframeModel, "sbwm_boundary")), entry);
   } else if (store.Is(item, StepEntity::WireShell)) {
     pushAll(STEP_ATTRIBUTE(WireShell, "wire_shell_extent"), StepEntity::Loop);
   } else if (store.Is(item, StepEntity::VertexShell)) {
     pushOne(STEP_ATTRIBUTE(VertexShell, "vertex_shell_extent"), StepEntity::Loop);
   } else if (store.Is(item, StepEntity::GeometricSet)) {
-    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(GeometricSet, "elements")), entry, pending);
+    PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(GeometricSet, "elements")), entry);
   } else if (store.Is(item, StepEntity::Curve)) {
     ReadFreeCurve(product, entry);
   } else if (store.Is(item, StepEntity::CartesianPoint)) {
     double point[3];
     if (entry.depth > 0 && geometry.ReadPoint(item, point)) AddPoint(entry, point);
   } else if (store.Is(item, StepEntity::MappedItem)) {
-    PushMapped(entry, pending);
+    PushMapped(entry);
   } else if (store.Is(item, StepEntity::TessellatedItem)) {
     Reposition(entry);
     if (store.Is(item, StepEntity::TessellatedSolid)) {
       if (IsFirst(item)) ++product.solids;
-      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedSolid, "items")), entry, pending);
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedSolid, "items")), entry);
     } else if (store.Is(item, StepEntity::TessellatedShell)) {
       if (IsFirst(item)) ++product.shells;
-      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedShell, "items")), entry, pending);
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedShell, "items")), entry);
     } else if (store.Is(item, StepEntity::TessellatedWire)) {
-      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedWire, "items")), entry, pending);
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedWire, "items")), entry);
     } else if (store.Is(item, StepEntity::TessellatedGeometricSet)) {
-      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedGeometricSet, "children")), entry, pending);
+      PushAll(context.AnyInstances(item, STEP_ATTRIBUTE(TessellatedGeometricSet, "children")), entry);
     } else {
       ReadTessellated(product, entry);
     }
@@ -317,10 +472,10 @@ void StepShapes::Reposition(Entry& entry) {
     location = context.AnyInstance(entry.item, STEP_ATTRIBUTE(RepositionedTessellatedGeometricSet, "location"));
   }
   Placement local;
-  if (location != 0 && geometry.ReadPlacement(location, local)) entry.placement = entry.placement * local;
+  if (location != 0 && geometry.ReadPlacement(location, local)) SetPlacement(entry, PlacementOf(entry) * local);
 }
 
-void StepShapes::PushMapped(Entry const& entry, std::vector<Entry>& pending) {
+void StepShapes::PushMapped(Entry const& entry) {
   if (entry.depth > kDepthLimit) {
     context.Warn(entry.item, "mapped items contain each other, or are nested too deeply");
     return;
@@ -340,14 +495,16 @@ void StepShapes::PushMapped(Entry const& entry, std::vector<Entry>& pending) {
     return;
   }
   Entry inner = entry;
-  inner.placement = entry.placement * to * inverse;
-  PushAll(context.AnyInstances(mapped, STEP_ATTRIBUTE(Representation, "items")), inner, pending);
+  SetPlacement(inner, PlacementOf(entry) * to * inverse);
+  PushAll(context.AnyInstances(mapped, STEP_ATTRIBUTE(Representation, "items")), inner);
 }
 
 void StepShapes::AddPoint(Entry const& entry, double const* point) {
-  double placed[3] = {point[0], point[1], point[2]};
-  entry.placement.Apply(placed);
-  if (sink == nullptr) extent.AddPoint(placed);
+  if (sink != nullptr) return;
+  // A negative zero becomes positive, as by a placement.
+  double placed[3] = {point[0] + 0.0, point[1] + 0.0, point[2] + 0.0};
+  if (IsPlaced(entry)) PlacementOf(entry).Apply(placed);
+  extent.AddPoint(placed);
 }
 
 void StepShapes::AddPolyline(ModelProduct& /*product*/, Entry const& entry, std::vector<double> points) {
@@ -359,63 +516,97 @@ void StepShapes::AddPolyline(ModelProduct& /*product*/, Entry const& entry, std:
   sink->push_back(std::move(polyline));
 }
 
-void StepShapes::AddPieces(ModelProduct& product, Entry const& entry, std::vector<StepGeometry::Piece> const& pieces) {
-  bool const isPlaced = !entry.placement.IsIdentity();
+void StepShapes::AddPieces(ModelProduct& product, Entry const& entry, std::vector<StepGeometry::Piece> pieces) {
+  bool const isPlaced = IsPlaced(entry);
   std::vector<double> points;
-  for (StepGeometry::Piece const& piece : pieces) {
+  for (StepGeometry::Piece& piece : pieces) {
     if (sink != nullptr) {
       piece.curve->Sample(piece.first, piece.last, chordError, points);
       continue;
     }
     // A placed arc stays exact only as an arc, so that the extent of the piece itself is placed.
     if (!isPlaced) {
-      extent.AddPiece(piece, settings.chordShare);
+      extent.AddPiece(std::move(piece), settings.chordShare);
     } else {
-      extent.AddPlacedPiece(piece, entry.placement, settings.chordShare);
+      extent.AddPlacedPiece(piece, PlacementOf(entry), settings.chordShare);
     }
   }
   if (sink == nullptr) return;
   if (isPlaced) {
-    for (std::size_t i = 0; i + 3 <= points.size(); i += 3) entry.placement.Apply(&points[i]);
+    for (std::size_t i = 0; i + 3 <= points.size(); i += 3) PlacementOf(entry).Apply(&points[i]);
   }
   AddPolyline(product, entry, std::move(points));
+}
+
+// Finds what an edge refers to in one pass over its bytes. Returns false if that is not all there, or of other types.
+bool StepShapes::FindEdge(std::uint32_t item, Edge& edge) const {
+  auto const& store = context.store;
+  if (store.SimpleEntityOf(item) != StepEntity::EdgeCurve) return false;
+  std::int64_t start = 0;
+  std::int64_t end = 0;
+  std::int64_t curve = 0;
+  std::string_view sense;
+  StepRecordText record = store.RecordOf(item);
+  bool const isRead = record.Skip() && record.Reference(start) && record.Reference(end) && record.Reference(curve) &&
+                      record.Enumeration(sense);
+  if (!isRead) return false;
+  edge = {store.Find(start), store.Find(end), store.Find(curve), sense == "T"};
+  return store.Is(edge.start, StepEntity::VertexPoint) && store.Is(edge.end, StepEntity::VertexPoint) &&
+         store.Is(edge.curve, StepEntity::Curve);
+}
+
+bool StepShapes::ReadVertex(std::uint32_t vertex, double* point) {
+  Vertex& known = vertices[vertex % kVertices];
+  if (known.item != vertex) {
+    std::uint32_t const location =
+        context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
+    known.item = 0;
+    if (location == 0 || !geometry.ReadPoint(location, known.point)) return false;
+    known.item = vertex;
+  }
+  std::copy_n(known.point, 3, point);
+  return true;
 }
 
 void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   bool const isFirst = IsFirst(entry.item);
   if (isFirst) ++product.edges;
   // A second use with the same placement adds nothing.
-  if (!isFirst && entry.placement.IsIdentity()) return;
-  auto const end = [&](StepAttribute const& attribute, double* point) {
-    std::uint32_t const vertex = context.Instance(entry.item, attribute, StepEntity::VertexPoint);
-    std::uint32_t const location =
-        vertex == 0 ? 0 : context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
-    return location != 0 && geometry.ReadPoint(location, point);
+  if (!isFirst && !IsPlaced(entry)) return;
+  Edge edge;
+  bool const isFound = FindEdge(entry.item, edge);
+  auto const end = [&](StepAttribute const& attribute, std::uint32_t vertex, double* point) {
+    if (!isFound) vertex = context.Instance(entry.item, attribute, StepEntity::VertexPoint);
+    return vertex != 0 && ReadVertex(vertex, point);
   };
   double from[3];
   double to[3];
-  bool const hasEnds = end(STEP_ATTRIBUTE(Edge, "edge_start"), from) && end(STEP_ATTRIBUTE(Edge, "edge_end"), to);
+  bool const hasEnds =
+      end(STEP_ATTRIBUTE(Edge, "edge_start"), edge.start, from) && end(STEP_ATTRIBUTE(Edge, "edge_end"), edge.end, to);
   if (hasEnds) {
     AddPoint(entry, from);
     AddPoint(entry, to);
   }
-  std::uint32_t const curve =
-      context.Instance(entry.item, STEP_ATTRIBUTE(EdgeCurve, "edge_geometry"), StepEntity::Curve);
-  if (curve == 0) return;
-  if (hasEnds && context.store.Is(curve, StepEntity::Line)) {
-    entry.placement.Apply(from);
-    entry.placement.Apply(to);
+  if (!isFound) {
+    edge.curve = context.Instance(entry.item, STEP_ATTRIBUTE(EdgeCurve, "edge_geometry"), StepEntity::Curve);
+  }
+  if (edge.curve == 0) return;
+  if (hasEnds && context.store.Is(edge.curve, StepEntity::Line)) {
+    if (sink == nullptr) return;
+    PlacementOf(entry).Apply(from);
+    PlacementOf(entry).Apply(to);
     AddPolyline(product, entry, {from[0], from[1], from[2], to[0], to[1], to[2]});
     return;
   }
-  bool const isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
+  if (!isFound) edge.isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
   AddPieces(product, entry,
-            geometry.Pieces(curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, isForward, radians, chordError));
+            geometry.Pieces(edge.curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, edge.isForward, radians,
+                            chordError, Covered(entry)));
 }
 
 void StepShapes::ReadFreeCurve(ModelProduct& product, Entry const& entry) {
   // Lines and open conics have no range of their own.
-  AddPieces(product, entry, geometry.Pieces(entry.item, nullptr, nullptr, true, radians, chordError));
+  AddPieces(product, entry, geometry.Pieces(entry.item, nullptr, nullptr, true, radians, chordError, Covered(entry)));
 }
 
 void StepShapes::ReadPolyLoop(ModelProduct& product, Entry const& entry) {
@@ -426,7 +617,7 @@ void StepShapes::ReadPolyLoop(ModelProduct& product, Entry const& entry) {
     if (!geometry.ReadPoint(corner, point)) continue;
     AddPoint(entry, point);
     if (sink == nullptr) continue;
-    entry.placement.Apply(point);
+    PlacementOf(entry).Apply(point);
     corners.insert(corners.end(), point, point + 3);
   }
   if (corners.size() >= 6) corners.insert(corners.end(), corners.begin(), corners.begin() + 3);
@@ -515,7 +706,7 @@ void StepShapes::ReadLineStrips(ModelProduct& product, Entry const& entry, std::
       if (index == 0 || 3 * index > coordinates.size() || coordinates[3 * index - 3] == kUnusable) continue;
       double point[3] = {coordinates[3 * index - 3], coordinates[3 * index - 2], coordinates[3 * index - 1]};
       AddPoint(entry, point);
-      entry.placement.Apply(point);
+      PlacementOf(entry).Apply(point);
       if (sink != nullptr) points.insert(points.end(), point, point + 3);
     }
     AddPolyline(product, entry, std::move(points));
@@ -628,20 +819,20 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
   std::unordered_map<std::uint32_t, std::uint32_t> used;
   ModelMesh mesh;
   for (std::uint32_t& corner : triangles) {
-    auto const [found, isNew] = used.try_emplace(corner, static_cast<std::uint32_t>(used.size()));
+    auto const [place, isNew] = used.try_emplace(corner, static_cast<std::uint32_t>(used.size()));
     if (isNew) {
       double const* const coordinate = &coordinates[3 * (pointOf(corner) - 1)];
       double point[3] = {coordinate[0], coordinate[1], coordinate[2]};
       AddPoint(entry, point);
-      entry.placement.Apply(point);
+      PlacementOf(entry).Apply(point);
       if (sink != nullptr) mesh.points.insert(mesh.points.end(), point, point + 3);
       if (hasNormals)
-        AddNormal(entry.placement, &normals[normals.size() == 3 ? 0 : 3 * (std::size_t{corner} - 1)], mesh.normals);
+        AddNormal(PlacementOf(entry), &normals[normals.size() == 3 ? 0 : 3 * (std::size_t{corner} - 1)], mesh.normals);
     }
-    corner = found->second;
+    corner = place->second;
   }
   if (sink == nullptr || !entry.isVisible || triangles.empty()) return;
-  if (entry.placement.Determinant() < 0.0) {
+  if (PlacementOf(entry).Determinant() < 0.0) {
     // A mirror reverses the orientation of triangles.
     for (std::size_t i = 0; i + 3 <= triangles.size(); i += 3) std::swap(triangles[i + 1], triangles[i + 2]);
   }
@@ -653,27 +844,25 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
 
 void StepShapes::ReadPlaced(ModelProduct& product, std::vector<PlacedItem> const& items) {
   seen.Clear();
-  std::vector<Entry> pending;
+  colours.Clear();
+  long const limit = VisitLimit();
   for (PlacedItem const& each : items) {
+    Begin(each.placement);
     // Points of annotations count, as those in sets do.
-    pending.push_back({each.item, each.placement, each.colour, 1, true});
-    while (!pending.empty() && ++visits <= VisitLimit()) {
-      Entry const entry = pending.back();
-      pending.pop_back();
-      ReadItem(product, entry, pending);
-    }
-    pending.clear();
+    pending.push_back({each.item, each.colour, 0, 1, true});
+    while (!pending.empty() && ++visits <= limit) ReadItem(product, Pop());
   }
 }
 
 void StepShapes::ReadAnnotation(std::vector<PlacedItem> const& items, double angleFactor, ModelAnnotation& annotation) {
   radians = angleFactor;
-  extent = StepExtent();
+  extent = StepExtent::OfBox();
   chordError = 0.0;
   sink = nullptr;
   ModelProduct measured;
   ReadPlaced(measured, items);
   ModelBox box;
+  extent.Finish();
   extent.Extend(Placement(), box);
   chordError = settings.chordShare * box.Diagonal();
   sink = &annotation.polylines;

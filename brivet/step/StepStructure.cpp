@@ -419,7 +419,8 @@ StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
   StepInstanceText text(bytes);
   if (!text.ReadName()) return nullptr;
   StepScanner::Position const begin = {scanner.Offset() + text.Size(), scanner.Line() + text.Lines()};
-  aheadType.assign(bytes[text.Size()] == '(' ? 1 : 0, '(');
+  aheadType.clear();
+  if (bytes[text.Size()] == '(') aheadType += '(';
   TypeSink type(aheadType);
   if (!text.ReadRecords(type)) return nullptr;
   isAheadComplex = text.IsComplex();
@@ -471,7 +472,7 @@ StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, StepScanner::P
                                             VRELBufferHandle& buffer) {
   parts.contents.AddInstance();
   parts.references.Add(number);
-  return new StepEntityReader(buffer, number, begin.offset, begin.line);
+  return new (entityMemory) StepEntityReader(buffer, number, begin.offset, begin.line);
 }
 
 VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {

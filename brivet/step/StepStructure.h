@@ -9,6 +9,7 @@
 #include "StepBuffer.h"
 #include "StepContents.h"
 #include "StepDiagnostics.h"
+#include "StepEntityPool.h"
 #include "StepEntityReader.h"
 #include "StepLosses.h"
 #include "StepParser.h"
@@ -56,7 +57,7 @@ class StepStructure {
   // Adds the next data section to the contents. Returns false at the end of the file.
   bool NextDataSection();
   // Returns the next instance of the data section, or null at its end.
-  // Ownership: the caller's.
+  // Ownership: the caller's; the memory is that of this object, which must outlive the instance.
   StepEntityReader* NextInstance(VRELBufferHandle& buffer, Progress* progress);
   // Reads the records of that instance.
   // Errors: a failure after a report.
@@ -103,6 +104,7 @@ class StepStructure {
   void LoseScopes();
 
   Parts parts;
+  StepEntityPool entityMemory;
   StepScanner& scanner;
   StepParser& parser;
   StepRecovery recovery;

@@ -26,10 +26,10 @@ void StepStyles::Read() {
   auto const& store = context.store;
   for (std::uint32_t const each : store.InstancesOf(StepEntity::Invisibility)) {
     for (std::uint32_t const item : context.AnyInstances(each, STEP_ATTRIBUTE(Invisibility, "invisible_items"))) {
-      invisible.insert(item);
+      Hide(item);
       // An invisible styled item hides the item that it styles.
-      std::uint32_t const styled = context.AnyInstance(item, STEP_ATTRIBUTE(StyledItem, "item"));
-      if (styled != 0) invisible.insert(styled);
+      std::uint32_t const target = context.AnyInstance(item, STEP_ATTRIBUTE(StyledItem, "item"));
+      if (target != 0) Hide(target);
     }
   }
 
@@ -54,6 +54,7 @@ void StepStyles::Read() {
     ++context.model.colours[static_cast<std::size_t>(index)].items;
     std::uint32_t const item = context.AnyInstance(each, STEP_ATTRIBUTE(StyledItem, "item"));
     if (item == 0) continue;
+    styled.Insert(item);
     // The overriding style of an item wins in any order in the file.
     if (store.Is(each, StepEntity::OverRidingStyledItem)) {
       colours[item] = index;
@@ -63,7 +64,13 @@ void StepStyles::Read() {
   }
 }
 
+void StepStyles::Hide(std::uint32_t item) {
+  invisible.insert(item);
+  styled.Insert(item);
+}
+
 int StepStyles::ColourOf(std::uint32_t item) const {
+  if (!styled.Contains(item)) return -1;
   auto const found = colours.find(item);
   return found == colours.end() ? -1 : found->second;
 }

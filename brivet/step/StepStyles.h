@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "StepHash.h"
+#include "StepMarks.h"
 #include "StepModelContext.h"
 
 // Reads all styled items into ProductModel::colours.
@@ -20,16 +21,18 @@ class StepStyles {
   int ColourOf(std::uint32_t item) const;
   // Returns the index of the colour that an annotation occurrence gives its item, or -1. It is not counted.
   int ColourOfAnnotation(std::uint32_t occurrence);
-  bool IsInvisible(std::uint32_t item) const { return invisible.count(item) != 0; }
+  bool IsInvisible(std::uint32_t item) const { return styled.Contains(item) && invisible.count(item) != 0; }
 
  private:
   std::optional<ModelColour> ColourOfStyledItem(std::uint32_t styledItem);
   std::optional<ModelColour> SurfaceColour(std::uint32_t style);
   std::optional<ModelColour> ReadColour(std::uint32_t colour);
+  void Hide(std::uint32_t item);
   int IndexOf(ModelColour const& colour);
 
   StepModelContext& context;
   std::unordered_map<std::uint32_t, int> colours;                // by item
   std::unordered_map<std::string, int, SeededStringHash> known;  // by the written form of the colour
   std::unordered_set<std::uint32_t> invisible;
+  StepMarks styled;  // the items of both, so that the others are recognized without a search
 };

@@ -23,3 +23,21 @@ TEST(ModelBoxTest, ExtendIgnoresUnusableNumbers) {
   box.Extend(empty);
   EXPECT_EQ(box.Diagonal(), 5);
 }
+
+TEST(ModelBoxTest, ContainsBoxesOnItsBoundary) {
+  auto const boxOf = [](double low, double high) {
+    ModelBox box;
+    double const ends[2][3] = {{low, 0, 0}, {high, 1, 1}};
+    for (double const* const end : ends) box.Extend(end);
+    return box;
+  };
+  ModelBox const box = boxOf(0, 4);
+  EXPECT_TRUE(box.Contains(boxOf(0, 4)));
+  EXPECT_TRUE(box.Contains(boxOf(1, 2)));
+  EXPECT_FALSE(box.Contains(boxOf(-1, 2)));
+  EXPECT_FALSE(box.Contains(boxOf(1, 5)));
+  EXPECT_FALSE(boxOf(1, 2).Contains(box));
+  EXPECT_FALSE(box.Contains(ModelBox()));
+  EXPECT_FALSE(ModelBox().Contains(box));
+  EXPECT_FALSE(ModelBox().Contains(ModelBox()));
+}

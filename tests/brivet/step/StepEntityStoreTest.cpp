@@ -145,6 +145,18 @@ TEST(StepEntityStoreTest, LoadsListedInstancesOnce) {
   EXPECT_EQ(store.InstancesOf(StepEntity::Point), std::vector<std::uint32_t>{1});
 }
 
+TEST(StepEntityStoreTest, AttributesOfOtherEntitiesAreNotLoaded) {
+  PointSource source;
+  source.store.List(1, source.store.FindType("CARTESIAN_POINT"));
+  EXPECT_EQ(source.store.Get(1, STEP_ATTRIBUTE(StyledItem, "item")).kind, StepValue::EndOfList);
+  EXPECT_EQ(source.loads, 0);
+  double point[3];
+  EXPECT_FALSE(source.store.ReadTriple(1, STEP_ATTRIBUTE(CartesianPoint, "coordinates"), point));
+  EXPECT_FALSE(source.store.RecordOf(1).Skip());
+  EXPECT_FALSE(source.store.RecordOf(2).Skip());
+  EXPECT_FALSE(source.store.RecordOf(1000).Skip());
+}
+
 TEST(StepEntityStoreTest, FailedLoadHasNoValues) {
   PointSource source;
   source.fails = true;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,129 @@ TEST(StepShapesTest, ExtentOfArcIsExact) {
   ExpectBox(rest->extent, {3, -2, 0, 7, 2, 0});
   ReadModel const whole(data + "#31=EDGE_CURVE('',#25,#25,#22,.T.);\n" + ProductText(100, "a", "#32"));
   ExpectBox(whole->extent, {3, -2, 0, 7, 2, 0});
+}
+
+// A quadratic B-spline from (0,0,0) to (4,0,0) with the control point (2,y,0) between, as the item #80. It rises to
+// half of y, or for the weights 1, w, 1 to y w / (1 + w).
+std::string SplineText(double y, std::string const& weights = "") {
+  std::string const points = PointText(81, "0.,0.,0.") + PointText(82, "2.," + std::to_string(y) + ",0.") +
+                             PointText(83, "4.,0.,0.") + "#84=GEOMETRIC_CURVE_SET('',(#80));\n";
+  std::string const values = "2,(#81,#82,#83),.UNSPECIFIED.,.F.,.F.";
+  if (weights.empty())
+    return points + "#80=B_SPLINE_CURVE_WITH_KNOTS(''," + values + ",(3,3),(0.,1.),.UNSPECIFIED.);\n";
+  return points + "#80=(BOUNDED_CURVE()B_SPLINE_CURVE(" + values +
+         ")B_SPLINE_CURVE_WITH_KNOTS((3,3),(0.,1.),.UNSPECIFIED.)CURVE()GEOMETRIC_REPRESENTATION_ITEM()"
+         "RATIONAL_B_SPLINE_CURVE((" +
+         weights + "))REPRESENTATION_ITEM(''));\n";
+}
+
+TEST(StepShapesTest, ExtentOfSplinesIsThatOfTheirPoints) {
+  struct Case {
+    double y;
+    char const* weights;
+    double alone;
+    double withRectangle;  // of 4 by 3, which is before and after the curve
+  };
+  for (Case const& each :
+       {Case{2.0, "", 1.0, 3.0}, Case{3.0, "", 1.5, 3.0}, Case{4.0, "", 2.0, 3.0}, Case{8.0, "", 4.0, 4.0},
+        Case{4.0, "1.,3.,1.", 3.0, 3.0}, Case{8.0, "1.,3.,1.", 6.0, 6.0}, Case{2.0, "1.,3.,1.", 1.5, 3.0}}) {
+    std::string const data = RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                             SplineText(each.y, each.weights);
+    ReadModel const alone(data + ProductText(100, "a", "#12,#84"));
+    EXPECT_NEAR(alone->extent.high[1], each.alone, 0.001 * each.y) << each.y << each.weights;
+    for (char const* const items : {"#71,#84", "#84,#71"}) {
+      ReadModel const both(data + ProductText(100, "a", items));
+      EXPECT_NEAR(both->extent.high[1], each.withRectangle, 0.001 * each.y) << each.y << each.weights;
+      EXPECT_EQ(both->warnings, std::vector<std::string>());
+    }
+  }
+}
+
+// Such a curve can leave the hull of its control points, and is refused whether or not they are in the box.
+TEST(StepShapesTest, RefusesSplinesWithoutPositiveWeights) {
+  for (char const* const weights : {"1.,-0.5,1.", "1.,0.,1.", "-1.,-1.,-1.", "1.,1.", "1.,1E400,1."}) {
+    ReadModel const model(RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                          SplineText(2.0, weights) + ProductText(100, "a", "#71,#84"));
+    ExpectBox(model->extent, {0, 0, 0, 4, 3, 0});
+    EXPECT_EQ(model->warnings, std::vector<std::string>{"#80: the curve is damaged or of an unknown type"}) << weights;
+  }
+}
+
+// A coordinate that all control points share is that of the curve, without rounding.
+TEST(StepShapesTest, ExtentOfSplineHasNoRounding) {
+  for (double const z : {0.1, 0.3, 0.7, 200.1, -4.7}) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", z);
+    std::string data;
+    for (int i = 0; i < 6; ++i) data += PointText(20 + i, std::to_string(i) + ".,0.," + text);
+    data +=
+        "#30=B_SPLINE_CURVE_WITH_KNOTS('',3,(#20,#21,#22,#23,#24,#25),.U.,.F.,.F.,(4,1,1,4),(0.,0.3,0.7,1.1),.U.);\n"
+        "#31=GEOMETRIC_CURVE_SET('',(#30));\n";
+    ReadModel const model(data + ProductText(100, "a", "#31"));
+    EXPECT_EQ(model->extent.low[2], model->extent.high[2]) << z;
+    EXPECT_DOUBLE_EQ(model->extent.low[2], z);
+    ReadModel const placed(data + ProductText(100, "a", "#31") + ProductText(110, "b", "#12") +
+                           UsageText(120, 110, 100));
+    EXPECT_EQ(placed->products[0].extent.low[2], model->extent.low[2]) << z;
+    EXPECT_EQ(placed->products[0].extent.high[2], model->extent.high[2]) << z;
+  }
+}
+
+// More curves than wait for the box at once. Radii and heights fall and then rise.
+TEST(StepShapesTest, ExtentOfManyCurves) {
+  std::string data = PointText(50, "0.,0.,0.") + PointText(51, "1.,0.,0.");
+  std::string circles;
+  for (int i = 0; i < 9000; ++i) {
+    data +=
+        "#" + std::to_string(1000 + i) + "=CIRCLE('',#12," + std::to_string(i < 5000 ? 6000 - i : 1000 + i) + ".);\n";
+    circles += (i == 0 ? "#" : ",#") + std::to_string(1000 + i);
+  }
+  std::string splines;
+  for (int i = 0; i < 200; ++i) {
+    std::string const id = std::to_string(20000 + 2 * i);
+    int const height = i < 150 ? 400 - 2 * i : 100 + 2 * i;
+    data += PointText(20001 + 2 * i, "0.5," + std::to_string(height) + ".,0.");
+    data += "#" + id + "=B_SPLINE_CURVE_WITH_KNOTS('',2,(#50,#" + std::to_string(20001 + 2 * i) +
+            ",#51),.U.,.F.,.F.,(3,3),(0.,1.),.U.);\n";
+    splines += (i == 0 ? "#" : ",#") + id;
+  }
+  data += "#60=GEOMETRIC_CURVE_SET('',(" + circles + "));\n#61=GEOMETRIC_CURVE_SET('',(" + splines + "));\n";
+  ReadModel const wide(data + ProductText(100, "a", "#60"));
+  ExpectBox(wide->extent, {-9999, -9999, 0, 9999, 9999, 0});
+  ReadModel const high(data + ProductText(100, "a", "#61"));
+  EXPECT_NEAR(high->extent.high[1], 249, 1);
+  EXPECT_EQ(high->extent.low[1], 0);
+  ReadModel const all(data + ProductText(100, "a", "#61,#60"));
+  ExpectBox(all->extent, {-9999, -9999, 0, 9999, 9999, 0});
+}
+
+// Arcs whose ends are in the box of the rectangle: one leaves it between them, the other does not.
+TEST(StepShapesTest, ArcBeyondBoxIsEvaluated) {
+  std::string const data = RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                           PointText(80, "2.,3.,0.") + PointText(83, "3.,3.,0.") + PointText(84, "1.,3.,0.") +
+                           "#81=AXIS2_PLACEMENT_3D('',#80,$,$);\n#82=CIRCLE('',#81,1.);\n"
+                           "#85=VERTEX_POINT('',#83);\n#86=VERTEX_POINT('',#84);\n"
+                           "#90=CONNECTED_EDGE_SET('',(#91));\n#92=EDGE_BASED_WIREFRAME_MODEL('',(#90));\n";
+  ReadModel const above(data + "#91=EDGE_CURVE('',#85,#86,#82,.T.);\n" + ProductText(100, "a", "#71,#92"));
+  ExpectBox(above->extent, {0, 0, 0, 4, 4, 0});
+  ReadModel const below(data + "#91=EDGE_CURVE('',#86,#85,#82,.T.);\n" + ProductText(100, "a", "#71,#92"));
+  ExpectBox(below->extent, {0, 0, 0, 4, 3, 0});
+}
+
+// The same instances with what only the general way reads: comments, escapes, strings over lines.
+TEST(StepShapesTest, CountsItemsInAnyForm) {
+  for (char const* const name : {"/* c */''", "'\\X2\\00E9\\X0\\'", "'a\nb'", "'it''s'", " '' "}) {
+    std::string data = RectangleText() + "#70=CLOSED_SHELL('',(#62));\n#71=MANIFOLD_SOLID_BREP('',#70);\n";
+    for (std::size_t at = data.find("(''"); at != std::string::npos; at = data.find("(''", at + 3)) {
+      data.replace(at + 1, 2, name);
+    }
+    ReadModel const model(data + ProductText(100, "a", "#71"));
+    EXPECT_EQ(model->warnings, std::vector<std::string>());
+    EXPECT_EQ(model->products[0].solids, 1);
+    EXPECT_EQ(model->products[0].faces, 1);
+    EXPECT_EQ(model->products[0].edges, 4);
+    ExpectBox(model->extent, {0, 0, 0, 4, 3, 0});
+  }
 }
 
 TEST(StepShapesTest, ExtentOfMappedEllipseIsExact) {

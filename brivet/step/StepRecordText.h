@@ -1,0 +1,112 @@
+// Values of a record, decoded from the bytes of the file without storing them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "StepBytes.h"
+
+// Reads the values of a record one after the other, as long as they are in the usual form of StepInstanceText and of
+// the kind that is asked for. Otherwise a function returns false, and nothing more can be read: the caller takes the
+// general way, which also reports errors.
+//
+// A NUL and kPadding bytes that can be read follow the bytes.
+//
+//   StepRecordText record(bytes, "VERTEX_POINT");  // of "VERTEX_POINT('',#12);"
+//   std::int64_t point = 0;
+//   if (record.Skip() && record.Reference(point)) Use(point);
+class StepRecordText {
+ public:
+  StepRecordText() = default;
+  // How many bytes are read at most after the NUL that ends the bytes.
+  static constexpr std::size_t kPadding = 64;
+
+  // Begins after the name of a type, which has fewer than kPadding bytes, and its parenthesis. A null pointer, or bytes
+  // that do not begin with the name, make a record from which nothing can be read.
+  StepRecordText(char const* bytes, std::string_view type) noexcept;
+
+  // Skips a value that is not a list.
+  bool Skip() noexcept;
+  // Reads "#12".
+  bool Reference(std::int64_t& id) noexcept {
+    SkipBlanks();
+    return TakeReference(id) && EndValue();
+  }
+  // Reads an integer or a real number.
+  bool Number(double& number) noexcept {
+    SkipBlanks();
+    return TakeNumber(number) && EndValue();
+  }
+  // Reads ".NAME.".
+  bool Enumeration(std::string_view& name) noexcept;
+  // Returns whether the next value is "$".
+  bool AtUnset() noexcept {
+    SkipBlanks();
+    return *at == '$';
+  }
+  // Reads a list of references; calls take(id) for each, and ends with false if that returns false.
+  template <class Receiver>
+  bool References(Receiver const& take) noexcept(noexcept(take(std::int64_t()))) {
+    return List([&] {
+      std::int64_t id = 0;
+      return TakeReference(id) && take(id);
+    });
+  }
+  // Reads a list of numbers in the same way.
+  template <class Receiver>
+  bool Numbers(Receiver const& take) noexcept(noexcept(take(double()))) {
+    return List([&] {
+      double number = 0.0;
+      return TakeNumber(number) && take(number);
+    });
+  }
+
+ private:
+  void SkipBlanks() noexcept {
+    while (IsBlank(static_cast<unsigned char>(*at))) ++at;
+  }
+  bool EndValue() noexcept {
+    SkipBlanks();
+    return *at == ',' || *at == ')' ? (++at, true) : Stop();
+  }
+  // From here on nothing can be read.
+  bool Stop() noexcept {
+    at = "";
+    return false;
+  }
+  bool TakeReference(std::int64_t& id) noexcept;
+  bool TakeNumber(double& number) noexcept;
+  template <class Take>
+  bool List(Take const& take);
+
+  char const* at = "";
+};
+
+inline bool StepRecordText::TakeReference(std::int64_t& id) noexcept {
+  constexpr int kSafeDigits = 18;
+  if (*at != '#') return Stop();
+  char const* const first = ++at;
+  std::int64_t value = 0;
+  while (IsDigit(*at) && at - first <= kSafeDigits) value = value * 10 + (*at++ - '0');
+  if (at == first || at - first > kSafeDigits) return Stop();
+  id = value;
+  return true;
+}
+
+template <class Take>
+bool StepRecordText::List(Take const& take) {
+  SkipBlanks();
+  if (*at != '(') return Stop();
+  ++at;
+  SkipBlanks();
+  if (*at == ')') return ++at, EndValue();
+  while (true) {
+    if (!take()) return Stop();
+    SkipBlanks();
+    if (*at == ')') return ++at, EndValue();
+    if (*at != ',') return Stop();
+    ++at;
+    SkipBlanks();
+  }
+}
