@@ -82,7 +82,8 @@ Exit status: 0 success;
 1 error in an options file or an option; 2 wrong command line; 3 interrupted;
 4 format module missing, or OUTPUT cannot represent INPUT; 7 out of memory;
 8 partial: something was lost, and the output has the rest; 13 file not found;
-14 file cannot be read; 15 output cannot be written; 21 not a valid STEP file.
+14 file cannot be read; 15 output or temporary file cannot be written;
+21 not a valid STEP file.
 With several inputs it is that of the first one that failed, else 8 if one is
 partial.
 
