@@ -6,7 +6,8 @@ inline constexpr char kHelpText[] =
        brivet [options] -outdir DIR INPUT...
 
 Translates an ISO 10303-21 (STEP) clear text file to an HTML page, to plain text,
-to a summary in JSON, to meshes, or to STEP again:
+to a summary in JSON, to a line drawing in SVG, to meshes in glTF, STL or OBJ, or
+to STEP again:
 
   $ brivet bracket.stp
   bracket.html: 232 instances of 41 types from bracket.stp
@@ -16,8 +17,9 @@ INPUT and another extension. "-" is standard input or standard output. Input may
 be compressed with gzip, or be a zip archive of one STEP file; output is
 compressed if its name ends in .gz.
 
-Options take one dash or two and can be abbreviated: -h, -vers. An argument
-follows as the next word or after "=": -write text, --write=text.
+Options take one dash or two and can be abbreviated: -h, -vers. An
+ambiguous abbreviation selects one of the options: -s is -set. An argument follows
+as the next word or after "=": -write text, --write=text.
 
   -write html|text|step|json|svg|glb|stl|obj
                          the format to write; by default that of the extension of
@@ -45,10 +47,10 @@ follows as the next word or after "=": -write text, --write=text.
   -tempspace SIZE        limit for a temporary copy of the input; 16G by default
   -formats               list the formats: name, title, what can be done, module,
                          version, extensions and path
-  -settings              list the names for -set that match a PATTERN, for
-                         example 'Step*'; all without a PATTERN
-  -help, --help          print this text
-  -version, --version    print the version
+  -settings [PATTERN]    list the names for -set that match PATTERN, for example
+                         'Step*'; all without PATTERN
+  -help [FORMAT]         print this text, or the options of a format
+  -version               print the version
   --                     the following words are files, even with a leading dash
 
 An options file has a line NAME=VALUE for each option. Lines that begin with #
@@ -78,9 +80,10 @@ unchanged. Ctrl-C stops a run within a second.
 
 Exit status: 0 success;
 1 error in an options file or an option; 2 wrong command line; 3 interrupted;
-4 format module missing; 7 out of memory;
+4 format module missing, or OUTPUT cannot represent INPUT; 7 out of memory;
 8 partial: something was lost, and the output has the rest; 13 file not found;
-14 file cannot be read; 15 output cannot be written; 21 not a valid STEP file.
+14 file cannot be read; 15 output or temporary file cannot be written;
+21 not a valid STEP file.
 With several inputs it is that of the first one that failed, else 8 if one is
 partial.
 

@@ -276,7 +276,10 @@ int Act(CommandLine const& line) {
 int Run(int count, char** arguments) {
   ReserveStandardStreams();
   IgnoreFileSizeSignal();
+  // The locale decides the encoding of names and messages. Numbers have "." as the decimal mark in every locale, in the
+  // outputs and for the number parsers of format modules.
   std::setlocale(LC_ALL, "");
+  std::setlocale(LC_NUMERIC, "C");
   VRELErrorTracker::Initialize();
   CommandLine const line = CommandLine::Parse(count, arguments);
   bool const isSingle = line.action == CommandLine::Translate || line.action == CommandLine::List;

@@ -178,7 +178,7 @@ std::string DescribeFormat(std::string const& format) {
   ModuleRegistry::Match const& any = writer ? writer : reader ? reader : evaluator;
   std::string text = any.format->name + ": " + any.format->title + "\n";
   auto const addLine = [&text](char const* key, std::string const& value) {
-    if (!value.empty()) text += Padded(key, 12) + value + "\n";
+    if (!value.empty()) text += Padded(key, 14) + value + "\n";
   };
   std::string extensions;
   for (std::string const& each : any.format->extensions) extensions += (extensions.empty() ? "" : " ") + each;

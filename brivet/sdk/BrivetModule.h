@@ -1,7 +1,7 @@
 // Interface between the driver and the format modules.
 //
-// A module is a shared library, lib + NAME + .so, in the folder of libVRELBase.so. It exports the functions that are
-// named here, with C linkage. A module that only writes omits the function that opens, and vice versa.
+// A module is a shared library, lib + NAME + .so, with its manifest NAME.brivet next to it. It exports the functions
+// that are named here, with C linkage. A module that only writes omits the function that opens, and vice versa.
 #pragma once
 
 #include <string>

@@ -25,9 +25,9 @@
 //   same id. A reference that is said to be defined is the id of an instance.
 // - Header: only records and values.
 // - Types and enumerations are of upper-case letters, digits and "_"; an enumeration has no points.
-// - An integer has decimal digits and an optional sign. A real has digits, a decimal point and an optional exponent
-// "E",
-//   in every locale. The digits of a binary value are hexadecimal, in upper case, the first one 0 to 3.
+// - An integer has decimal digits and an optional sign. A real has digits, a decimal point and an optional exponent,
+//   which begins with "E", in every locale. The digits of a binary value are hexadecimal, in upper case, the first one
+//   0 to 3.
 // - BeginTyped contains one value. `encoded` of a string has no control characters, and `escaped` is set if it has an
 //   escape; `utf8` is UTF-8.
 class ContractVisitor final : public DocumentVisitor {

@@ -120,6 +120,26 @@ TEST_F(BrivetTest, ReadsEncodingOfLocale) {
   EXPECT_THAT(result.output, HasSubstr("File Name                : C:\\parts\\m\xC3\xBCller\n"));
 }
 
+TEST_F(BrivetTest, WritesDecimalPointInAnyLocale) {
+  ScratchDirectory const locales;
+  RunProgram({"localedef", "-i", "de_DE", "-f", "UTF-8", locales.Path("de_DE.UTF-8")});
+  ChildResult const made = RunInChildWithoutTeardown([&] {
+    setenv("LOCPATH", locales.Path().c_str(), 1);
+    bool const isUsable = std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+    return isUsable && std::string(nl_langinfo(RADIXCHAR)) == "," ? 0 : 1;
+  });
+  if (made.exitStatus != 0) GTEST_SKIP() << "cannot create a locale with a decimal comma: install the package locales";
+  ProgramOptions options;
+  options.directory = folder.Path();
+  options.environment = {"LOCPATH=" + locales.Path(), "LC_ALL=de_DE.UTF-8"};
+  std::string const assembly = VREL_SOURCE_DIR "/examples/assembly.stp";
+  ChildResult const result = RunProgram({BRIVET_PROGRAM, "-summary", assembly}, options);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, HasSubstr("\nextent            120 x 90 x 73.4 millimetre\n"));
+  ASSERT_EQ(RunProgram({BRIVET_PROGRAM, assembly, "page.html"}, options).exitStatus, 0);
+  EXPECT_THAT(folder.Read("page.html"), HasSubstr("<dd>120 &#215; 90 &#215; 73.4 millimetre</dd>"));
+}
+
 TEST_F(BrivetTest, ListsExampleDocument) {
   ChildResult const result = Brivet({"-list", BracketPath()});
   EXPECT_EQ(result.exitStatus, 0);
@@ -151,16 +171,22 @@ TEST_F(BrivetTest, ListsExampleDocument) {
   }
 }
 
-TEST_F(BrivetTest, ListingEqualsManual) {
-  std::string shown;
-  std::istringstream documentation(FileText(VREL_SOURCE_DIR "/docs/brivet.md"));
-  std::string line;
-  while (line != "    $ brivet -list examples/bracket.stp" && std::getline(documentation, line)) {
-  }
-  while (std::getline(documentation, line) && (line.empty() || line.rfind("    ", 0) == 0)) {
-    shown += (line.empty() ? "" : line.substr(4)) + "\n";
-  }
-  EXPECT_EQ(Brivet({"-list", BracketPath()}).output + "\n", shown);
+TEST_F(BrivetTest, ListingsEqualManual) {
+  auto const shownAfter = [](std::string const& command) {
+    std::string shown;
+    std::istringstream documentation(FileText(VREL_SOURCE_DIR "/docs/brivet.md"));
+    std::string line;
+    while (line != "    $ " + command && std::getline(documentation, line)) {
+    }
+    while (std::getline(documentation, line) && (line.empty() || line.rfind("    ", 0) == 0)) {
+      shown += (line.empty() ? "" : line.substr(4)) + "\n";
+    }
+    return shown;
+  };
+  EXPECT_EQ(Brivet({"-list", BracketPath()}).output + "\n", shownAfter("brivet -list examples/bracket.stp"));
+  EXPECT_EQ(Brivet({"-summary", VREL_SOURCE_DIR "/examples/assembly.stp"}).output + "\n",
+            shownAfter("brivet -summary examples/assembly.stp"));
+  EXPECT_EQ(Brivet({"-settings", "*FileLine*"}).output + "\n", shownAfter("brivet -settings '*FileLine*'"));
 }
 
 TEST_F(BrivetTest, ReportsUnreadableInput) {

@@ -123,10 +123,11 @@ class TutorialTest(unittest.TestCase):
         script = "\n".join(["set -e", f"PATH={BINARIES}:$PATH CXXFLAGS='-Wall -Wextra -Werror'", "export CXXFLAGS",
                             f"export CMAKE_PREFIX_PATH={PREFIX}", *commands])
         output = run("bash", "-c", script, cwd=folder)
-        self.assertIn("xyz      point list read        BrivetXyz    1.0", output)
+        self.assertIn("xyz      point list read,write  BrivetXyz    1.0", output)
         self.assertIn("Xyz.*.Reader.Scale\n", output)
         self.assertIn("points.txt: 2 instances of 1 type from points.xyz", output)
         self.assertIn("#2 = POINT(10., 25., 0.)", (folder / "points.txt").read_text(encoding="utf-8"))
+        self.assertEqual((folder / "scaled.xyz").read_text(encoding="utf-8"), "0. 0. 0.\n10. 25. 0.\n")
 
 
 class BadModuleTest(unittest.TestCase):
