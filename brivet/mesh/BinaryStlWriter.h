@@ -7,5 +7,5 @@
 // structure, nor a unit; the header of 80 bytes names the unit for people.
 class BinaryStlWriter final : public MeshWriter {
  protected:
-  std::string WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) override;
+  std::string WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) override;
 };

@@ -13,6 +13,7 @@
 #include <map>
 #include <utility>
 
+#include "BrivetModule.h"
 #include "Diagnostics.h"
 #include "Gk_ErrMgr.h"
 #include "ValidUtf8.h"
@@ -92,8 +93,8 @@ bool Orthogonalize(Placement& placement) {
 
 class Glb {
  public:
-  Glb(MeshScene const& meshScene, std::string const& documentTitle, MeshOutput& meshOutput)
-      : scene(meshScene), title(documentTitle), output(meshOutput), json(buffer) {}
+  Glb(MeshScene const& meshScene, BrivetWriteRequest const& writeRequest, MeshOutput& meshOutput)
+      : scene(meshScene), request(writeRequest), output(meshOutput), json(buffer) {}
 
   std::string Write() {
     MakeGroups();
@@ -217,7 +218,7 @@ class Glb {
     Key("nodes");
     json.StartArray();
     json.StartObject();
-    PutText("name", title);
+    PutText("name", request.title);
     PutNumbers("rotation", {-kHalfRoot, 0.0, 0.0, kHalfRoot});
     PutChildren(first[0], next);
     json.EndObject();
@@ -242,7 +243,7 @@ class Glb {
                                       ? model.occurrences[static_cast<std::size_t>(node.occurrence)].instance
                                       : model.products[static_cast<std::size_t>(node.product)].definition;
     if (!Orthogonalize(placement)) {
-      ReportWarning(title, instance + ": glTF has no shear; the placement is written without it");
+      ReportWarning(request.shownName, instance + ": glTF has no shear; the placement is written without it");
     }
     if (!placement.IsIdentity()) {
       auto const& n = placement.Numbers();
@@ -426,7 +427,7 @@ class Glb {
   }
 
   MeshScene const& scene;
-  std::string const& title;
+  BrivetWriteRequest const& request;
   MeshOutput& output;
   rapidjson::StringBuffer buffer;
   Json json;
@@ -441,6 +442,6 @@ class Glb {
 
 }  // namespace
 
-std::string GlbWriter::WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) {
-  return Glb(scene, title, output).Write();
+std::string GlbWriter::WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) {
+  return Glb(scene, request, output).Write();
 }

@@ -8,5 +8,5 @@
 // the y axis of glTF. Names are those of the model; the ids of instances are in "extras".
 class GlbWriter final : public MeshWriter {
  protected:
-  std::string WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) override;
+  std::string WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) override;
 };

@@ -12,25 +12,27 @@ VRINResult MeshWriter::Write(BrivetWriteRequest& request) {
   static ProductModel const kNone;
   MeshScene const scene(model != nullptr ? *model : kNone);
   auto const refuse = [&request](std::string const& reason, std::string const& hint) {
-    ReportProblem(request.title, reason);
+    ReportProblem(request.shownName, reason);
     if (!hint.empty()) ReportProblem("hint", hint);
     return VREL_E_NOT_SUPPORTED;
   };
   if (scene.IsEmpty()) {
     bool const isAvailable = request.shapes != nullptr && request.shapes->IsAvailable();
     return refuse("the document contains no meshes, which " + request.format + " requires",
-                  isAvailable ? "" : "install the package brivet-shape, which meshes exact shapes");
+                  isAvailable ? "" : "the package brivet-shape meshes the exact shapes of STEP files");
   }
   if (scene.HasTooManyNodes()) {
     return refuse("the structure has more than " + std::to_string(ProductModel::kNodeLimit) + " nodes", "");
   }
   if (scene.SkippedCount() > 0) {
-    ReportWarning(request.title, std::to_string(scene.SkippedCount()) + " triangles without an area are left out");
+    std::size_t const count = scene.SkippedCount();
+    ReportWarning(request.shownName, std::to_string(count) + (count == 1 ? " triangle without an area is left out"
+                                                                         : " triangles without an area are left out"));
   }
   CheckedOutputStream stream(request.stream);
   try {
     MeshOutput output(stream);
-    std::string const reason = WriteScene(scene, request.title, output);
+    std::string const reason = WriteScene(scene, request, output);
     if (!reason.empty()) return refuse(reason, "");
     output.Flush();
   } catch (CheckedOutputStream::Failure const&) {

@@ -28,7 +28,7 @@ class MeshWriter {
 
  protected:
   // Writes the scene, which is not empty. Returns why the format cannot represent it; empty for success.
-  virtual std::string WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) = 0;
+  virtual std::string WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) = 0;
 };
 
 // Sets the normal of a triangle by its corners, of length 1, or 0 if the triangle has no area.

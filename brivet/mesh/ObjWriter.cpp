@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "BrivetModule.h"
 #include "ValidUtf8.h"
 
 namespace {
@@ -103,8 +104,8 @@ class Object {
 
 }  // namespace
 
-std::string ObjWriter::WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) {
-  output.Put("# " + Name(title) + " by brivet\n");
+std::string ObjWriter::WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) {
+  output.Put("# " + Name(request.title) + " by brivet\n");
   if (!scene.UnitName().empty()) output.Put("# unit: " + Name(scene.UnitName()) + "\n");
   Object object(scene, output);
   scene.ForEachNode([&object](MeshScene::Node const& node) { object.Write(node); });

@@ -8,5 +8,5 @@
 // file. Transparency is left out.
 class ObjWriter final : public MeshWriter {
  protected:
-  std::string WriteScene(MeshScene const& scene, std::string const& title, MeshOutput& output) override;
+  std::string WriteScene(MeshScene const& scene, BrivetWriteRequest const& request, MeshOutput& output) override;
 };

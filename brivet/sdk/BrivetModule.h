@@ -42,7 +42,8 @@ struct BrivetWriteRequest {
   VRELOutputStream* stream = nullptr;  // if it accepts fewer bytes than it is given, writing ends with VREL_E_FILE_SAVE
   VRELOptions* options = nullptr;      // those that the user set; may be null
   Progress* progress = nullptr;
-  std::string title;  // the document's name, for readers
+  std::string title;      // the document's name, for readers
+  std::string shownName;  // how messages name the document
   VRINResult result = VREL_E_NOT_IMPLEMENTED;
   std::string format;                // name of the format, for modules that write several
   ShapeEvaluator* shapes = nullptr;  // evaluates the shapes of the document; may be null

@@ -40,7 +40,7 @@ VRINResult WriteSvg(BrivetWriteRequest& request) {
   ProductModel const* const model = request.document->GetModel(true, *request.progress);
   std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
   if (model == nullptr || !WriteDrawing(*model, OptionsOf(request), request.title, svg)) {
-    ReportProblem(request.title, "nothing to draw: the document has no edges and no triangles");
+    ReportProblem(request.shownName, "nothing to draw: the document has no edges and no triangles");
     return VREL_E_FAIL;
   }
   CheckedOutputStream stream(request.stream);

@@ -352,6 +352,7 @@ VRINResult Translation::WriteDocument() {
   request.options = &options.Store();
   request.progress = &progress;
   request.title = BaseNameOf(job.InputDisplayName());
+  request.shownName = job.InputDisplayName();
   shapes = std::make_unique<ModuleShapeEvaluator>(Format::OfInput(job.input), input->Path(), job.InputDisplayName(),
                                                   options.Store());
   request.shapes = shapes.get();

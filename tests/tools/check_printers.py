@@ -178,7 +178,9 @@ class PrinterTest(unittest.TestCase):
         folder.mkdir(parents=True)
         shutil.copy(LIBRARY, folder)
         name = Path(LIBRARY).name
-        (folder / ".".join(name.split(".")[:3])).symlink_to(name)
+        # The soname is libVRELBase.so.MAJOR, before 1.0 libVRELBase.so.0.MINOR.
+        parts = name.split(".")
+        (folder / ".".join(parts[: 4 if parts[2] == "0" else 3])).symlink_to(name)
         settings = [f"add-auto-load-safe-path {folder}"]
         self.assertNotEqual(self.run_gdb("print ok", settings=settings, folder=folder), [PRINTED["ok"]])
         shutil.copy(PRINTERS, folder / f"{name}-gdb.py")

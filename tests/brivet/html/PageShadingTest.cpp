@@ -52,6 +52,7 @@ class PageShadingTest : public testing::Test {
     request.document = &document;
     request.options = &options;
     request.title = "part.stp";
+    request.shownName = "folder/part.stp";
     request.shapes = &evaluator;
     RecordingListener listener;
     PageShading shading = PageShading::Evaluate(request, document.model);
@@ -106,7 +107,7 @@ TEST_F(PageShadingTest, OnWarnsOfMissingModule) {
   options.AddOption(L"Html.*.Writer.Shade", true);
   evaluator.isAvailable = false;
   EXPECT_THAT(Evaluate().leftOut, ElementsAre("Faces are not shaded: no module evaluates exact shapes."));
-  EXPECT_THAT(warnings, ElementsAre("part.stp: faces are not shaded: install the package brivet-shape, which meshes "
+  EXPECT_THAT(warnings, ElementsAre("folder/part.stp: faces are not shaded: install the package brivet-shape, which meshes "
                                     "exact shapes"));
 }
 

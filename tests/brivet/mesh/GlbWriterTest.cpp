@@ -105,7 +105,7 @@ TEST(GlbWriterTest, WritesShearAsRotation) {
   EXPECT_TRUE(Contains(json, "{\"name\":\"moved\",\"matrix\":[1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,")) << json;
   EXPECT_TRUE(Contains(json, "{\"name\":\"mirrored\",\"matrix\":[1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,")) << json;
   ASSERT_EQ(listener.Texts().size(), 2U);
-  EXPECT_EQ(listener.Texts()[0], "part.stp: #11: glTF has no shear; the placement is written without it");
+  EXPECT_EQ(listener.Texts()[0], "folder/part.stp: #11: glTF has no shear; the placement is written without it");
 }
 
 TEST(GlbWriterTest, WritesInvalidUtf8AsReplacement) {

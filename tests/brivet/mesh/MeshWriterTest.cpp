@@ -16,8 +16,8 @@ TEST(MeshWriterTest, RefusesDocumentWithoutMeshes) {
   RecordingListener listener;
   EXPECT_EQ(Written<GlbWriter>(ProductModel(), VREL_E_NOT_SUPPORTED), "");
   EXPECT_EQ(listener.Texts(),
-            (std::vector<std::string>{"part.stp: the document contains no meshes, which glb requires",
-                                      "hint: install the package brivet-shape, which meshes exact shapes"}));
+            (std::vector<std::string>{"folder/part.stp: the document contains no meshes, which glb requires",
+                                      "hint: the package brivet-shape meshes the exact shapes of STEP files"}));
 }
 
 TEST(MeshWriterTest, ReportsTrianglesLeftOut) {
@@ -25,7 +25,7 @@ TEST(MeshWriterTest, ReportsTrianglesLeftOut) {
   ProductModel model = PlateModel();
   model.products[0].meshes[0].triangles = {0, 1, 2, 0, 1, 1};
   EXPECT_NE(Written<ObjWriter>(model), "");
-  EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"part.stp: 1 triangles without an area are left out"}));
+  EXPECT_EQ(listener.Texts(), (std::vector<std::string>{"folder/part.stp: 1 triangle without an area is left out"}));
 }
 
 TEST(MeshWriterTest, ReportsFullDisk) {

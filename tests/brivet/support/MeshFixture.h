@@ -127,6 +127,7 @@ std::string Written(ProductModel const& model, VRINResult const& expected = VREL
   request.document = &document;
   request.progress = &progress;
   request.title = "part.stp";
+  request.shownName = "folder/part.stp";
   request.format = "glb";
   ByteStream stream;
   request.stream = &stream;

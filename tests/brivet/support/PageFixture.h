@@ -18,6 +18,7 @@ inline BrivetWriteRequest PageRequest(ReadDocument& document, Progress& progress
   request.document = &*document;
   request.progress = &progress;
   request.title = title;
+  request.shownName = "folder/" + title;
   return request;
 }
 
