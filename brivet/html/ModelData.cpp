@@ -86,8 +86,8 @@ void ModelData::WriteProducts(ProductModel const& model) {
   EndRows();
 }
 
-// parent, child, instance, name, designator, placement. The parent is -1 if the occurrence is not part of the structure.
-// Each row is a line, so that scripts can parse one row of many.
+// parent, child, instance, name, designator, placement. The parent is -1 if the occurrence is not part of the
+// structure. Each row is a line, so that scripts can parse one row of many.
 void ModelData::WriteOccurrences(ProductModel const& model) {
   std::vector<int> parents(model.occurrences.size(), -1);
   std::size_t const products = Shown(model.products, kProducts);

@@ -63,7 +63,8 @@ PageShading PageShading::Evaluate(BrivetWriteRequest& request, ProductModel cons
   bool const isAlways = mode == Mode::On;
   if (request.shapes == nullptr || !request.shapes->IsAvailable()) {
     if (isAlways) {
-      ReportWarning(request.shownName, "faces are not shaded: install the package brivet-shape, which meshes exact shapes");
+      ReportWarning(request.shownName,
+                    "faces are not shaded: install the package brivet-shape, which meshes exact shapes");
       shading.leftOut.push_back("Faces are not shaded: no module evaluates exact shapes.");
     }
     return shading;

@@ -18,7 +18,8 @@ std::string Header(std::string const& unit) {
 
 }  // namespace
 
-std::string BinaryStlWriter::WriteScene(MeshScene const& scene, BrivetWriteRequest const& /*request*/, MeshOutput& output) {
+std::string BinaryStlWriter::WriteScene(MeshScene const& scene, BrivetWriteRequest const& /*request*/,
+                                        MeshOutput& output) {
   std::vector<std::uint64_t> counts;
   for (std::size_t i = 0; i < scene.Model().products.size(); ++i) {
     std::uint64_t count = 0;

@@ -107,8 +107,9 @@ TEST_F(PageShadingTest, OnWarnsOfMissingModule) {
   options.AddOption(L"Html.*.Writer.Shade", true);
   evaluator.isAvailable = false;
   EXPECT_THAT(Evaluate().leftOut, ElementsAre("Faces are not shaded: no module evaluates exact shapes."));
-  EXPECT_THAT(warnings, ElementsAre("folder/part.stp: faces are not shaded: install the package brivet-shape, which meshes "
-                                    "exact shapes"));
+  EXPECT_THAT(warnings,
+              ElementsAre("folder/part.stp: faces are not shaded: install the package brivet-shape, which meshes "
+                          "exact shapes"));
 }
 
 TEST_F(PageShadingTest, OnNeedsNothingWithoutExactShape) {
