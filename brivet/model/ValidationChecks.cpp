@@ -12,6 +12,9 @@
 
 namespace {
 
+// A share of the diagonal of the extent.
+constexpr double kRounding = 1e-12;
+
 // Returns a text in lower case, with blanks for underscores and none at its ends.
 std::string Plain(std::optional<std::string> const& text) {
   std::string plain;
@@ -142,7 +145,12 @@ void ComputedTotals::Add(std::size_t index) {
   if (!isPresent) return;
   double const weight = sum.volume > 0.0 ? sum.volume : sum.area;
   double const* const moment = sum.volume > 0.0 ? moments[0] : moments[1];
-  for (int axis = 0; axis < 3 && weight > 0.0; ++axis) sum.centroid[axis] = moment[axis] / weight;
+  // Of a symmetric shape, rounding leaves a tiny number where the centroid is 0.
+  double const noise = sum.extent.isEmpty ? 0.0 : kRounding * sum.extent.Diagonal();
+  for (int axis = 0; axis < 3 && weight > 0.0; ++axis) {
+    double const center = moment[axis] / weight;
+    sum.centroid[axis] = std::abs(center) < noise ? 0.0 : center;
+  }
   known[index].computed = sum;
   known[index].state = Present;
 }

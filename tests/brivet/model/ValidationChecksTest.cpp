@@ -200,6 +200,19 @@ TEST(ComputedTotalsTest, AddsChildren) {
   EXPECT_EQ(all->extent.high[2], 8);
 }
 
+TEST(ComputedTotalsTest, RoundsCentroidNextToZero) {
+  ProductModel model;
+  model.products.resize(1);
+  model.products[0].faces = 6;
+  model.products[0].computed = Box();
+  model.products[0].computed->centroid[0] = -1.3e-16;
+  model.products[0].computed->centroid[1] = 1e-9;
+  ComputedTotals totals(model);
+  ASSERT_NE(totals.Of(0), nullptr);
+  EXPECT_EQ(totals.Of(0)->centroid[0], 0);
+  EXPECT_DOUBLE_EQ(totals.Of(0)->centroid[1], 1e-9);
+}
+
 // A child in metres in a parent in millimetres: 24 * 1000^3, 52 * 1000^2.
 TEST(ComputedTotalsTest, ScalesChildren) {
   ProductModel model = Assembly();
