@@ -72,7 +72,7 @@ class StepRecordText {
   }
   // From here on nothing can be read.
   bool Stop() noexcept {
-    at = "";
+    at = kNothing;
     return false;
   }
   bool TakeReference(std::int64_t& id) noexcept;
@@ -80,7 +80,9 @@ class StepRecordText {
   template <class Take>
   bool List(Take const& take);
 
-  char const* at = "";
+  static constexpr char kNothing[1 + kPadding] = {};
+
+  char const* at = kNothing;
 };
 
 inline bool StepRecordText::TakeReference(std::int64_t& id) noexcept {
