@@ -76,10 +76,10 @@ def occurrences(count):
         yield f"#{100 + i}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','o{i}','',#32,#12,$);\n"
 
 
-def placed(count):
-    """Places of one shape, row by row."""
+def placed(count, columns=None):
+    """Places of one shape, row by row; as many columns as rows if none are given."""
     yield PRODUCT + FRAME + TOP
-    side = int(count ** 0.5) + 1
+    side = columns or int(count ** 0.5) + 1
     for i in range(count):
         k = 1000 + 10 * i
         yield (f"#{k}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','o{i}','',#32,#12,$);\n"

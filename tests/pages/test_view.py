@@ -406,21 +406,7 @@ class ViewTests(PageTest):
 
     def test_repeated_product_is_instanced(self):
         """A thousand places take the space of one; each can be selected."""
-        data = FRAME.format(x0="0.", x1="1.", z0="0.", z1="0.5")
-        data += ("#30=PRODUCT('top','top','',());\n#31=PRODUCT_DEFINITION_FORMATION('','',#30);\n"
-                 "#32=PRODUCT_DEFINITION('','',#31,$);\n#33=PRODUCT_DEFINITION_SHAPE('','',#32);\n"
-                 "#34=SHAPE_DEFINITION_REPRESENTATION(#33,#35);\n#35=SHAPE_REPRESENTATION('',(#36),#1);\n"
-                 "#36=AXIS2_PLACEMENT_3D('',#37,$,$);\n#37=CARTESIAN_POINT('',(0.,0.,0.));\n")
-        for i in range(1000):
-            k = 1000 + 10 * i
-            data += (f"#{k}=NEXT_ASSEMBLY_USAGE_OCCURRENCE('{i}','','',#32,#12,$);\n"
-                     f"#{k + 1}=CARTESIAN_POINT('',({2 * (i % 40)}.,0.,{2 * (i // 40)}.));\n"
-                     f"#{k + 2}=AXIS2_PLACEMENT_3D('',#{k + 1},$,$);\n"
-                     f"#{k + 3}=ITEM_DEFINED_TRANSFORMATION('','',#36,#{k + 2});\n"
-                     f"#{k + 4}=(REPRESENTATION_RELATIONSHIP('','',#15,#35)REPRESENTATION_RELATIONSHIP_WITH_TRANSFORMATION"
-                     f"(#{k + 3})SHAPE_REPRESENTATION_RELATIONSHIP());\n"
-                     f"#{k + 5}=PRODUCT_DEFINITION_SHAPE('','',#{k});\n"
-                     f"#{k + 6}=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#{k + 4},#{k + 5});\n")
+        data = "".join(extreme.placed(1000, columns=40))
         page = self.open_view(self.write_document(data))
         self.press(page, "Front")
         width, height = Shot(page).box()
