@@ -125,6 +125,21 @@ void StepScanner::Seek(Position position) {
   tokenLineBegin = kUnknown;
 }
 
+bool StepScanner::SkipTo(unsigned long offset) {
+  if (line == 0 || afterReturn || !started || offset < buffer.Offset()) return false;
+  std::string_view const window = buffer.Window();
+  if (offset - buffer.Offset() > window.size()) return false;
+  std::string_view const skipped = window.substr(0, offset - buffer.Offset());
+  char previous = '\0';
+  for (char const byte : skipped) {
+    // A CR LF is one line end.
+    if (IsLineEnd(byte) && !(byte == '\n' && previous == '\r')) ++line;
+    previous = byte;
+  }
+  Seek({offset, line});
+  return true;
+}
+
 void StepScanner::Skip(StepInstanceText const& text) {
   if (text.Lines() != 0) lineBegin = buffer.Offset() + text.LineBegin();
   line += text.Lines();
