@@ -15,7 +15,7 @@
 namespace {
 
 constexpr std::size_t kSlots = 32;
-constexpr std::size_t kBlockSize = 8192;
+constexpr std::size_t kBlockSize = 32768;
 constexpr std::size_t kOverlap = 1024;
 
 }  // namespace

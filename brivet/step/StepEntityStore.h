@@ -146,9 +146,7 @@ class StepEntityStore final : public DocumentVisitor {
                           : kStepEntityTable.IsA(kind.Entity(), entity) && kind.Entity() != StepEntity::None;
   }
   // Returns the entity of the first known record, or None.
-  StepEntity EntityOf(std::uint32_t instance) const noexcept {
-    return KindOf(instance).Entity();
-  }
+  StepEntity EntityOf(std::uint32_t instance) const noexcept { return KindOf(instance).Entity(); }
   // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
   // of the attribute's entity, or if its record is too short.
   StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
@@ -196,8 +194,8 @@ class StepEntityStore final : public DocumentVisitor {
   enum State { None, Listed, Stored };
 
   // The entity of the first known record, the state, and how many bytes after the first instance of its group the
-  // instance begins in the file. The source has the offset too, but in memory that is twelve times larger, which the cache
-  // of the processor does not hold.
+  // instance begins in the file. The source has the offset too, but in memory that is twelve times larger, which the
+  // cache of the processor does not hold.
   struct Kind {
     std::uint16_t entity : 13;
     std::uint16_t state : 2;
@@ -295,7 +293,7 @@ class StepEntityStore final : public DocumentVisitor {
   std::vector<std::uint64_t> groupOffsets;            // of the first listed instance of each group
   // Of stored instances: the chunk and the offset there.
   std::unordered_map<std::uint32_t, std::uint64_t> places;
-  std::vector<std::uint32_t> selected;                // listed or stored, except simple ones of a shape's entities
+  std::vector<std::uint32_t> selected;  // listed or stored, except simple ones of a shape's entities
   // Those by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;

@@ -40,8 +40,9 @@ class StepIds {
   // Returns the id for a number. Its digits, at most `limit` of those that do not fit, are stored in `digits`.
   DocumentVisitor::Id IdOf(std::uint64_t number, std::string& digits, std::size_t limit = kAllDigits) const;
 
-  // Builds the index of the instances that are not left out, of which there are `indexed`. Calls `onDuplicate(i, first)`, in the order of instances, for each instance whose id an earlier
-  // one has; the index contains the first one.
+  // Builds the index of the instances that are not left out, of which there are `indexed`. Calls `onDuplicate(i,
+  // first)`, in the order of instances, for each instance whose id an earlier one has; the index contains the first
+  // one.
   void Index(std::uint32_t indexed, std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
 
   // Returns the instance of an id, from 0, or kNone; kNone before Index.

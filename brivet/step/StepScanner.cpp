@@ -16,6 +16,7 @@
 namespace {
 
 constexpr char kUnterminatedString[] = "expected \"'\" at the end of the string, found another instance";
+constexpr std::size_t kSkipLimit = 1024;    // bytes
 constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the start of a line
 
 // Recognizes ";", a line end and "#12=" in a row, with blanks between, in the bytes of a string.
@@ -128,15 +129,9 @@ void StepScanner::Seek(Position position) {
 bool StepScanner::SkipTo(unsigned long offset) {
   if (line == 0 || afterReturn || !started || offset < buffer.Offset()) return false;
   std::string_view const window = buffer.Window();
-  if (offset - buffer.Offset() > window.size()) return false;
-  std::string_view const skipped = window.substr(0, offset - buffer.Offset());
-  char previous = '\0';
-  for (char const byte : skipped) {
-    // A CR LF is one line end.
-    if (IsLineEnd(byte) && !(byte == '\n' && previous == '\r')) ++line;
-    previous = byte;
-  }
-  Seek({offset, line});
+  unsigned long const distance = offset - buffer.Offset();
+  if (distance > std::min(window.size(), kSkipLimit)) return false;
+  Seek({offset, line + CountLineEnds(window.data(), distance, false)});
   return true;
 }
 
