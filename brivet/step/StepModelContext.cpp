@@ -40,7 +40,7 @@ void StepModelContext::WarnOfType(std::uint32_t instance, StepAttribute const& a
     }
   }
   Warn(instance,
-       "attribute " + AttributeName(attribute) + ": expected " + DefinitionOf(expected).name + ", found " + what);
+       "attribute " + AttributeName(attribute) + ": expected " + std::string(DefinitionOf(expected).name) + ", found " + what);
 }
 
 std::uint32_t StepModelContext::Instance(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,
