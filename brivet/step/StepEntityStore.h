@@ -169,7 +169,7 @@ class StepEntityStore final : public DocumentVisitor {
   StepRecordText RecordOf(std::uint32_t instance) const noexcept {
     Kind const kind = KindOf(instance);
     return kind.state == Listed && !kind.isComplex && kind.entity != 0 ? RecordOf(instance, kind.Entity())
-                                                                         : StepRecordText();
+                                                                       : StepRecordText();
   }
   // Returns the ordinal of an id in such a record, or 0.
   std::uint32_t Find(std::int64_t id) const noexcept { return source == nullptr ? 0 : source->Find(id); }
