@@ -4,9 +4,9 @@
 scale.py BRIVET RESULTS [--largest MEGABYTES]    measures and writes RESULTS (JSON)
 
 An input is a boundary representation with lines, circles, ellipses and B-splines (benchmarks/brivet/make_step.py). The
-smallest ones have points only. Pages are made without exact shading, which small documents alone have. Each run reads from the page cache and writes to a scratch folder without fsync. Time is
-the processor time of the process, the median of three runs, or of one above 100 MB; memory is its peak, but at least that
-of this script, from which the kernel starts to count.
+smallest ones have points only. Pages are made without exact shading, which only small documents have. Each run reads from
+the page cache and writes to a scratch folder without fsync. Time is the processor time of the process, the median of three
+runs, or of one above 100 MB; memory is its peak, but at least that of this script, from which the kernel starts to count.
 """
 import argparse
 import json
@@ -100,7 +100,8 @@ def section(points):
         "\n## Scale\n",
         "![Time and memory of brivet over the size of the input](images/performance-scale.svg)\n",
         "Inputs are boundary representations with lines, circles, ellipses and B-splines (`benchmarks/brivet/make_step.py`).",
-        "`-list` includes the summary; pages are made without exact shading. Processor time of the whole process; below 1 MB most of it is the start of the program. Peak memory; below",
+        "`-list` includes the summary, and pages are made without exact shading. Processor time of the whole process; below",
+        "1 MB most of it is the start of the program. Peak memory; below",
         f"{min(p['peak'] for p in points) / 1e6:.0f} MB it is not measured.\n",
         "| Input | Instances | " + " | ".join(f"`{m}`" if m == "-list" else m for m in MODES) + " |",
         "|---|---|" + "---|" * len(MODES),
