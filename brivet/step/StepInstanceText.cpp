@@ -20,36 +20,39 @@ constexpr std::array<bool, 256> kPlainBytes = BuildPlainBytes();
 }  // namespace
 
 bool StepInstanceText::ReadName() noexcept {
-  SkipBlanks();
-  if (*at != '#') return false;
-  ++at;
-  if (!ReadNumber(name)) return false;
-  SkipBlanks();
-  if (*at != '=') return false;
-  ++at;
-  SkipBlanks();
+  char const* position = at;
+  SkipBlanks(position);
+  if (*position != '#') return false;
+  ++position;
+  if (!ReadNumber(position, name)) return false;
+  SkipBlanks(position);
+  if (*position != '=') return false;
+  ++position;
+  SkipBlanks(position);
+  at = position;
   return true;
 }
 
-void StepInstanceText::SkipBlankBytes() noexcept {
-  for (; IsBlank(static_cast<unsigned char>(*at)); ++at) {
-    if (!IsLineEnd(*at)) continue;
+char const* StepInstanceText::SkipBlankBytes(char const* position) noexcept {
+  for (; IsBlank(static_cast<unsigned char>(*position)); ++position) {
+    if (!IsLineEnd(*position)) continue;
     // A CR LF is counted at its end.
-    if (*at == '\r' && at[1] == '\n') continue;
+    if (*position == '\r' && position[1] == '\n') continue;
     ++lines;
-    lineBegin = Size() + 1;
+    lineBegin = static_cast<std::size_t>(position - begin) + 1;
   }
+  return position;
 }
 
-// Returns the bytes between the apostrophes, or a view of null for what is not a plain string.
-std::string_view StepInstanceText::ReadString(bool& isDoubled) noexcept {
-  char const* const first = ++at;
+// Returns the bytes up to the apostrophe that ends the string.
+std::string_view StepInstanceText::ReadStringBytes(char const* first, bool& isDoubled) noexcept {
+  char const* position = first;
   while (true) {
-    while (kPlainBytes[static_cast<unsigned char>(*at)]) ++at;
-    if (*at != '\'') return {};
-    ++at;
-    if (*at != '\'') return {first, static_cast<std::size_t>(at - first - 1)};
+    while (kPlainBytes[static_cast<unsigned char>(*position)]) ++position;
+    if (*position != '\'') return {};
+    ++position;
+    if (*position != '\'') return {first, static_cast<std::size_t>(position - first - 1)};
     isDoubled = true;
-    ++at;
+    ++position;
   }
 }

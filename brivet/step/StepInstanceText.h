@@ -67,19 +67,23 @@ class StepInstanceText {
  private:
   static constexpr unsigned kDepthLimit = 60;
 
-  void SkipBlanks() noexcept {
-    if (static_cast<unsigned char>(*at) <= ' ') SkipBlankBytes();
+  // The functions that read advance `position`, which is a local variable of their callers: in a register, and not in
+  // memory that each token would have to wait for.
+  void SkipBlanks(char const*& position) noexcept {
+    if (static_cast<unsigned char>(*position) <= ' ') position = SkipBlankBytes(position);
   }
-  void SkipBlankBytes() noexcept;
-  bool ReadNumber(Number& number) noexcept;
-  std::string_view ReadWord() noexcept;
-  std::string_view ReadReal(bool& isReal) noexcept;
-  std::string_view ReadString(bool& isDoubled) noexcept;
-  std::string_view ReadEnumeration() noexcept;
+  // Returns the position after them.
+  char const* SkipBlankBytes(char const* position) noexcept;
+  static bool ReadNumber(char const*& position, Number& number) noexcept;
+  static std::string_view ReadWord(char const*& position) noexcept;
+  static std::string_view ReadReal(char const*& position, bool& isReal) noexcept;
+  static std::string_view ReadString(char const*& position, bool& isDoubled) noexcept;
+  static std::string_view ReadStringBytes(char const* first, bool& isDoubled) noexcept;
+  static std::string_view ReadEnumeration(char const*& position) noexcept;
   template <class Sink>
-  bool ReadRecord(Sink& sink);
+  bool ReadRecord(char const*& start, Sink& sink);
   template <class Sink>
-  bool ReadValue(Sink& sink);
+  bool ReadValue(char const*& position, Sink& sink);
 
   char const* const begin;
   char const* at;
@@ -89,77 +93,90 @@ class StepInstanceText {
   std::size_t lineBegin = 0;
 };
 
-inline bool StepInstanceText::ReadNumber(Number& number) noexcept {
+inline bool StepInstanceText::ReadNumber(char const*& position, Number& number) noexcept {
   constexpr std::size_t kSafeDigits = 18;
-  std::size_t size = CountDigits(at);
+  std::size_t size = CountDigits(position);
   if (size == 0 || size > kSafeDigits) return false;
-  number.value = static_cast<std::int64_t>(NumberOfDigits(at, size));
-  char const* digits = at;
-  at += size;
+  number.value = static_cast<std::int64_t>(NumberOfDigits(position, size));
+  char const* digits = position;
+  position += size;
   for (; *digits == '0' && size > 1; --size) ++digits;
   number.digits = {digits, size};
   return true;
 }
 
-inline std::string_view StepInstanceText::ReadWord() noexcept {
-  char const* const first = at;
-  at += CountWordBytes(at);
-  return {first, static_cast<std::size_t>(at - first)};
+inline std::string_view StepInstanceText::ReadWord(char const*& position) noexcept {
+  char const* const first = position;
+  position += CountWordBytes(position);
+  return {first, static_cast<std::size_t>(position - first)};
 }
 
 // Returns an empty view for what is not a number.
-inline std::string_view StepInstanceText::ReadReal(bool& isReal) noexcept {
-  char const* const first = at;
-  if (*at == '+' || *at == '-') ++at;
-  std::size_t digits = CountDigits(at);
-  at += digits;
-  isReal = *at == '.';
+inline std::string_view StepInstanceText::ReadReal(char const*& position, bool& isReal) noexcept {
+  char const* const first = position;
+  if (*position == '+' || *position == '-') ++position;
+  std::size_t digits = CountDigits(position);
+  position += digits;
+  isReal = *position == '.';
   if (isReal) {
-    std::size_t const fraction = CountDigits(++at);
-    at += fraction;
+    std::size_t const fraction = CountDigits(++position);
+    position += fraction;
     digits += fraction;
   }
   if (digits == 0) return {};
-  if (*at == 'E' || *at == 'e') {
+  if (*position == 'E' || *position == 'e') {
     isReal = true;
-    ++at;
-    if (*at == '+' || *at == '-') ++at;
-    std::size_t const exponent = CountDigits(at);
+    ++position;
+    if (*position == '+' || *position == '-') ++position;
+    std::size_t const exponent = CountDigits(position);
     if (exponent == 0) return {};
-    at += exponent;
+    position += exponent;
   }
-  return {first, static_cast<std::size_t>(at - first)};
+  return {first, static_cast<std::size_t>(position - first)};
+}
+
+// Returns the bytes between the apostrophes, or a view of null for what is not a plain string.
+inline std::string_view StepInstanceText::ReadString(char const*& position, bool& isDoubled) noexcept {
+  char const* const first = position + 1;
+  // Most strings are empty.
+  if (first[0] == '\'' && first[1] != '\'') {
+    position = first + 1;
+    return {first, 0};
+  }
+  std::string_view const text = ReadStringBytes(first, isDoubled);
+  position = first + text.size() + 1;
+  return text;
 }
 
 // Returns an empty view for what is not an enumeration.
-inline std::string_view StepInstanceText::ReadEnumeration() noexcept {
-  ++at;
-  if (!IsLetter(*at)) return {};
-  std::string_view const word = ReadWord();
-  return *at++ == '.' ? word : std::string_view();
+inline std::string_view StepInstanceText::ReadEnumeration(char const*& position) noexcept {
+  ++position;
+  if (!IsLetter(*position)) return {};
+  std::string_view const word = ReadWord(position);
+  return *position++ == '.' ? word : std::string_view();
 }
 
 // Reads a value that is not a list. Returns false if there is none.
 template <class Sink>
-inline bool StepInstanceText::ReadValue(Sink& sink) {
-  switch (*at) {
+[[gnu::always_inline]] inline bool StepInstanceText::ReadValue(char const*& position, Sink& sink) {
+  switch (*position) {
     case '\'': {
       bool isDoubled = false;
-      std::string_view const text = ReadString(isDoubled);
+      std::string_view const text = ReadString(position, isDoubled);
       if (text.data() == nullptr) return false;
       sink.String(text, isDoubled, lines);
       return true;
     }
     case '#': {
-      ++at;
+      ++position;
       Number target = {{}, -1};
-      if (!ReadNumber(target)) return false;
+      if (!ReadNumber(position, target)) return false;
       sink.Reference(target);
       return true;
     }
     case '.':
-      if (!IsDigit(at[1])) {
-        std::string_view const word = ReadEnumeration();
+      if (!IsDigit(position[1])) {
+        std::string_view const word = ReadEnumeration(position);
         if (word.empty()) return false;
         sink.Enumeration(word);
         return true;
@@ -178,17 +195,17 @@ inline bool StepInstanceText::ReadValue(Sink& sink) {
     case '+':
     case '-': {
       bool isReal = false;
-      std::string_view const number = ReadReal(isReal);
+      std::string_view const number = ReadReal(position, isReal);
       if (number.empty()) return false;
       sink.Number(number, isReal);
       return true;
     }
     case '$':
-      ++at;
+      ++position;
       sink.Unset();
       return true;
     case '*':
-      ++at;
+      ++position;
       sink.Derived();
       return true;
     default:
@@ -197,68 +214,73 @@ inline bool StepInstanceText::ReadValue(Sink& sink) {
 }
 
 template <class Sink>
-bool StepInstanceText::ReadRecord(Sink& sink) {
-  if (!IsLetter(*at)) return false;
-  sink.BeginRecord(ReadWord());
-  SkipBlanks();
-  if (*at != '(') return false;
+bool StepInstanceText::ReadRecord(char const*& start, Sink& sink) {
+  char const* position = start;
+  if (!IsLetter(*position)) return false;
+  sink.BeginRecord(ReadWord(position));
+  SkipBlanks(position);
+  if (*position != '(') return false;
   // A bit for each open list, the innermost lowest: whether it is a typed parameter. A one marks the record.
   std::uint64_t open = 1;
   unsigned depth = 0;
   bool mayClose = true;
-  ++at;
+  ++position;
   while (true) {
-    SkipBlanks();
-    if (*at == '(' || IsLetter(*at)) {
-      bool const isTyped = *at != '(';
+    SkipBlanks(position);
+    if (*position == '(' || IsLetter(*position)) {
+      bool const isTyped = *position != '(';
       if (isTyped) {
-        sink.BeginTyped(ReadWord());
-        SkipBlanks();
-        if (*at != '(') return false;
+        sink.BeginTyped(ReadWord(position));
+        SkipBlanks(position);
+        if (*position != '(') return false;
       } else {
         sink.BeginList();
       }
       open = open << 1U | (isTyped ? 1U : 0U);
-      ++at;
+      ++position;
       if (++depth > kDepthLimit) return false;
       mayClose = true;
       continue;
     }
-    if (*at != ')' || !mayClose) {
-      if (!ReadValue(sink)) return false;
-      SkipBlanks();
+    if (*position != ')' || !mayClose) {
+      if (!ReadValue(position, sink)) return false;
+      SkipBlanks(position);
     }
-    while (*at == ')') {
-      ++at;
+    while (*position == ')') {
+      ++position;
       if (depth == 0) {
         sink.EndRecord();
+        start = position;
         return true;
       }
       (open & 1U) != 0 ? sink.EndTyped() : sink.EndList();
       open >>= 1U;
       --depth;
-      SkipBlanks();
+      SkipBlanks(position);
     }
-    if (*at != ',') return false;
-    ++at;
+    if (*position != ',') return false;
+    ++position;
     mayClose = false;
   }
 }
 
 template <class Sink>
 bool StepInstanceText::ReadRecords(Sink& sink) {
-  isComplex = *at == '(';
+  char const* position = at;
+  isComplex = *position == '(';
   if (isComplex) {
-    ++at;
-    SkipBlanks();
+    ++position;
+    SkipBlanks(position);
     do {
-      if (!ReadRecord(sink)) return false;
-      SkipBlanks();
-    } while (*at != ')');
-    ++at;
-  } else if (!ReadRecord(sink)) {
+      if (!ReadRecord(position, sink)) return false;
+      SkipBlanks(position);
+    } while (*position != ')');
+    ++position;
+  } else if (!ReadRecord(position, sink)) {
     return false;
   }
-  SkipBlanks();
-  return *at++ == ';';
+  SkipBlanks(position);
+  if (*position != ';') return false;
+  at = position + 1;
+  return true;
 }
