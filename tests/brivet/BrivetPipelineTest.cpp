@@ -199,9 +199,9 @@ TEST_F(BrivetPipelineTest, ListsSettings) {
 
 TEST_F(BrivetPipelineTest, RefusesPatternWithoutMatch) {
   ExpectRefused(Brivet({"-settings", "zzz"}), 2,
-                "no option name matches 'zzz'\nbrivet: hint: 'brivet -settings' lists all names");
+                "no option name matches 'zzz'\nhint: 'brivet -settings' lists all names");
   ExpectRefused(Brivet({"-settings", "Healig"}), 2,
-                "no option name matches 'Healig'\nbrivet: hint: did you mean 'Healing'?");
+                "no option name matches 'Healig'\nhint: did you mean 'Healing'?");
   EXPECT_EQ(Brivet({"-settings", ""}).exitStatus, 0);
 }
 
