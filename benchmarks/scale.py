@@ -23,9 +23,9 @@ ROOT = Path(__file__).resolve().parents[1]
 SIZES = [10**power for power in range(3, 10)]
 MODES = {
     "-list": ["-list", "INPUT"],
-    "page": ["INPUT", "OUT.html"],
-    "JSON": ["INPUT", "OUT.json"],
-    "STEP": ["INPUT", "OUT.stp"],
+    "page": ["-quiet", "INPUT", "OUT.html"],
+    "JSON": ["-quiet", "INPUT", "OUT.json"],
+    "STEP": ["-quiet", "INPUT", "OUT.stp"],
 }
 END = b"ENDSEC;\nEND-ISO-10303-21;\n"
 
@@ -57,7 +57,7 @@ def generate(size, out):
 def measure(brivet, mode, source, folder):
     """Runs brivet once. Returns processor seconds and peak bytes."""
     arguments = [word.replace("INPUT", str(source)).replace("OUT", str(folder / "out")) for word in MODES[mode]]
-    command = [brivet, "-quiet", "-nolog", "-nosync", "-force", *arguments]
+    command = [brivet, "-nolog", "-nosync", "-force", *arguments]
     with subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL) as process:
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)

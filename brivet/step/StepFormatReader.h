@@ -25,7 +25,8 @@ struct InputError;
 //
 // The file is read through a window from the first byte to the last: once while it is traversed, once by Resolve, and
 // once or more by each description, which needs Resolve.
-// Memory: less than 100 bytes per instance, and the header; it does not depend on the length of the file.
+// Memory: about 60 bytes per instance, 65 with the product model without geometry, and the header; it does not depend on
+// the length of the file.
 //
 // The sections of edition 3 (ANCHOR, REFERENCE, SIGNATURE) are described as they are. An instance with a scope follows
 // the instances of its scope.
@@ -63,6 +64,8 @@ class StepFormatReader final : public Document {
   VRELEntityReader* ReadNextHeaderEntity();
   VRINResult ReadHeaderEntity(StepScanner::Position begin) { return structure->ReadHeaderEntity(begin, header); }
   StepEntityReader* ReadNextInstance() { return structure->NextInstance(buffer, progress); }
+  // Returns about how many instances follow those that were read.
+  long EstimateRest(long instances) const;
   VRINResult ReadInstance(StepEntityReader& entity) { return structure->ReadInstance(entity); }
 
  private:
@@ -87,6 +90,7 @@ class StepFormatReader final : public Document {
   StepText strings;
   StepBuffer* bytes = nullptr;  // the buffer of the base class
   std::unique_ptr<StepScanner> scanner;
+  std::unique_ptr<StepLines> lines;
   std::unique_ptr<StepReferences> references;
   std::unique_ptr<StepParser> parser;
   std::unique_ptr<StepStructure> structure;

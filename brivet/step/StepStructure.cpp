@@ -46,15 +46,20 @@ class TypeCollector final : public EscapeCounter {
   std::string name;
 };
 
-// Composes the same type from an instance in the usual form.
-struct TypeSink : StepInstanceText::Ignore {
-  explicit TypeSink(std::string& target) : name(target) {}
+// Composes the same type from an instance in the usual form that has several records.
+struct ComplexTypeSink : StepInstanceText::Ignore {
   void BeginRecord(std::string_view type) {
     if (name.size() > StepTypes::kNameLimit) return;
     if (name.size() > 1) name += ' ';
     name += type;
   }
-  std::string& name;
+  std::string name = "(";
+};
+
+// The type of an instance in the usual form that has one record.
+struct SimpleTypeSink : StepInstanceText::Ignore {
+  void BeginRecord(std::string_view type) { name = type; }
+  std::string_view name;
 };
 
 // Returns the position after a word of the text and `next`, with blanks between; npos if the text does not contain
@@ -433,12 +438,16 @@ StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
   StepInstanceText text(bytes);
   if (!text.ReadName()) return nullptr;
   StepScanner::Position const begin = {scanner.Offset() + text.Size(), scanner.Line() + text.Lines()};
-  aheadType.clear();
-  if (bytes[text.Size()] == '(') aheadType += '(';
-  TypeSink type(aheadType);
-  if (!text.ReadRecords(type)) return nullptr;
-  isAheadComplex = text.IsComplex();
-  if (isAheadComplex) aheadType += ')';
+  isAheadComplex = text.AtList();
+  if (isAheadComplex) {
+    ComplexTypeSink type;
+    if (!text.ReadRecords(type)) return nullptr;
+    aheadType = parts.types.Find(type.name + ")");
+  } else {
+    SimpleTypeSink type;
+    if (!text.ReadRecords(type)) return nullptr;
+    aheadType = parts.types.Find(type.name);
+  }
   auto const number = static_cast<std::uint64_t>(text.Name().value);
   scanner.Skip(text);
   aheadBegin = begin.offset;
@@ -486,35 +495,44 @@ StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, StepScanner::P
                                             VRELBufferHandle& buffer) {
   parts.contents.AddInstance();
   parts.references.Add(number);
-  return new (entityMemory) StepEntityReader(buffer, number, begin.offset, begin.line);
+  parts.lines.Add(begin.line);
+  lastBegin = begin;
+  return new (entityMemory) StepEntityReader(buffer, parts.contents.StoreNumber(number), begin.offset);
 }
 
 VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
   if (entity.IsRead()) return VREL_S_OK;
-  StepScanner::Position const begin = {entity.Offset(), entity.Line()};
-  if (begin.offset == aheadBegin) {
+  if (entity.Offset() == aheadBegin) {
     aheadBegin = ~0UL;
-    entity.SetType(parts.types.Count(aheadType), false);
+    parts.references.CountRead();
+    parts.types.Count(aheadType);
+    entity.SetType(aheadType, false);
     ++(isAheadComplex ? complex : simple);
     return VREL_S_OK;
   }
+  StepScanner::Position const begin = lastBegin;
   try {
     GoTo(begin);
     TypeCollector type;
     bool const isComplex = parser.ReadInstance(type);
-    entity.SetType(parts.types.Count(isComplex ? "(" + type.name + ")" : type.name), type.escaped != 0);
+    parts.references.CountRead();
+    std::uint32_t const number = parts.types.Find(isComplex ? "(" + type.name + ")" : type.name);
+    parts.types.Count(number);
+    entity.SetType(number, type.escaped != 0);
     escaped += type.escaped;
     ++(isComplex ? complex : simple);
     return VREL_S_OK;
   } catch (InputError const& error) {
     Lose(error, begin, openScopes.empty() ? Part::Data : Part::Scope, kInstanceIsLost,
-         parts.references.NameOf(entity.Number()));
+         parts.references.NameOf(parts.contents.NumberOf(entity)));
     return error.result;
   }
 }
 
-void StepStructure::RemoveFromCounts(StepEntityReader& entity) {
-  GoTo({entity.Offset(), entity.Line()});
+void StepStructure::RemoveFromCounts(std::uint32_t instance) {
+  StepEntityReader& entity = parts.contents.At(instance);
+  parts.references.RemoveRead();
+  GoTo({entity.Offset(), parts.lines.At(instance)});
   EscapeCounter counter;
   bool const isComplex = parser.ReadInstance(counter);
   escaped -= counter.escaped;
