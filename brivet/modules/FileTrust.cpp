@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include "FileError.h"
@@ -71,7 +73,10 @@ std::string FileTrust::WhyUntrustedAbove(std::string const& path) const {
     bool const isAboveOwn = folder.compare(0, each.size(), each) == 0 &&
                             (folder.size() == each.size() || folder[each.size()] == '/' || each == "/");
     struct stat status;
-    if (isAboveOwn || stat(each.c_str(), &status) != 0) continue;
+    if (isAboveOwn) continue;
+    if (stat(each.c_str(), &status) != 0) {
+      return "the folder " + QuoteName(each) + " cannot be examined: " + std::strerror(errno);
+    }
     if ((status.st_mode & S_ISVTX) != 0) status.st_mode &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH);
     std::string const reason = WhyUntrusted(status);
     if (!reason.empty()) return "the folder " + QuoteName(each) + " " + reason;

@@ -106,4 +106,6 @@ TEST(FileTrustTest, ExaminesFoldersAbove) {
   ASSERT_EQ(chmod((root + "/a").c_str(), 01777), 0);
   EXPECT_EQ(trust.WhyUntrustedAbove(root + "/a/b/c"), "");
   EXPECT_EQ(trust.WhyUntrustedAbove("/"), "");
+  EXPECT_EQ(trust.WhyUntrustedAbove(root + "/missing/module"),
+            "the folder '" + root + "/missing' cannot be examined: No such file or directory");
 }
