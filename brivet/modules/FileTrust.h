@@ -1,4 +1,4 @@
-// Decides whose files may be loaded as code.
+// Decides which files may be loaded as code.
 #pragma once
 
 #include <sys/types.h>
@@ -8,18 +8,17 @@
 
 struct stat;
 
-// Files that only trusted users can change. Trusted are root, the owner of "/" (root as a user namespace shows it),
-// this user, and the owner of a folder that the constructor names.
+// Checks that only trusted users can change a file. Trusted are root, the owner of "/" (root as a user namespace shows
+// it), this user, and the owner of the folder that the constructor names.
 //
-// Others must not be able to write to a file or a folder, except to a group that has no other members: on systems with
-// a private group for each user, files are writable by that group by default. The group that may write to the folder of
-// the constructor is trusted as well, and the group of root.
+// A file or a folder that a group may write is accepted if all members of the group are trusted: on systems with a
+// private group for each user, files are writable by that group by default. The group root is accepted, and the group
+// that may write to the folder of the constructor. Members that the system does not list, as of a directory service
+// without enumeration, are not found. Access control lists are not examined.
 //
 //   FileTrust const trust("/usr/lib");
 //   struct stat status;
 //   if (stat(path, &status) == 0 && trust.WhyUntrusted(status).empty()) Load(path);
-//
-// Members of a group that the system does not list are not found, as of a directory service without enumeration.
 //
 // Thread safety: one thread at a time in the process, since the lists of users and groups have one iteration.
 class FileTrust {
@@ -32,8 +31,9 @@ class FileTrust {
 
   // Returns why a folder above a path is not trusted: "the folder '/shared' can be written by everybody"; empty if all
   // are. In a folder with the sticky bit, such as /tmp, only the owner of a file can replace it, so that others may
-  // write to it. The folders above the folder of the constructor, and it, are not examined. Requires: the path is
-  // absolute and without symbolic links.
+  // write to it. The folder of the constructor and those above it are not examined.
+  //
+  // Requires: the path is absolute and without symbolic links.
   std::string WhyUntrustedAbove(std::string const& path) const;
 
  private:

@@ -16,8 +16,8 @@
 //
 // A module runs with the rights of this user, so that everything on its path must be trusted: a folder, a manifest or
 // a module that an untrusted user owns or may write is skipped with a warning (see FileTrust), as are invalid
-// manifests. So is a folder below one that an untrusted user may change, unless it is the folder of the library: who
-// can change that can change the library. Symbolic links are resolved first. Folders that do not exist are skipped.
+// manifests. So is a folder below one that an untrusted user may change, except the folder of the library: a user who
+// can change it can replace the library. Symbolic links are resolved first. Folders that do not exist are skipped.
 //
 // Thread safety: one thread at a time.
 class ModuleRegistry {
