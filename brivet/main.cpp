@@ -24,8 +24,10 @@
 #include "HelpText.h"
 #include "InputDocument.h"
 #include "Job.h"
+#include "ModuleRegistry.h"
 #include "OptionDescriptions.h"
 #include "OptionSet.h"
+#include "OptionVocabulary.h"
 #include "OutOfMemory.h"
 #include "OutputFile.h"
 #include "ProgressBar.h"
@@ -222,6 +224,8 @@ int TranslateAll(CommandLine const& line) {
   std::vector<BatchItem> const items = MakeBatch(line.inputs, line.Target(), line.outputFolder, logFolder);
   std::string const conflict = FindConflict(items);
   if (!conflict.empty()) return RefuseToRun(conflict, "translate them to different folders");
+  // Reports the problems of modules once, instead of in each worker.
+  ModuleRegistry::Get().All();
   VRINResult result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
     CheckOptionsFiles(line);
     OptionSet options;
@@ -252,6 +256,14 @@ int PrintFormat(std::string const& name) {
   return RefuseToRun("unknown format " + QuoteName(name) + " for -help", "'brivet -formats' lists the formats");
 }
 
+int PrintSettings(std::string const& pattern) {
+  std::string const list = ListOptions(pattern);
+  if (!list.empty() || pattern.empty()) return Print(list);
+  std::string const suggestion = SuggestOptions(VRELString(pattern));
+  return RefuseToRun("no option name matches " + QuoteName(pattern),
+                     suggestion.empty() ? "'brivet -settings' lists all names" : suggestion);
+}
+
 int Act(CommandLine const& line) {
   switch (line.action) {
     case CommandLine::Refuse:
@@ -265,7 +277,7 @@ int Act(CommandLine const& line) {
     case CommandLine::ListFormats:
       return Print(Format::Table());
     case CommandLine::ListSettings:
-      return Print(ListOptions(line.pattern));
+      return PrintSettings(line.pattern);
     case CommandLine::TranslateAll:
       return TranslateAll(line);
     default:
@@ -281,12 +293,16 @@ int Run(int count, char** arguments) {
   std::setlocale(LC_ALL, "");
   std::setlocale(LC_NUMERIC, "C");
   VRELErrorTracker::Initialize();
+  // The command line decides whether warnings about modules are printed, and needs modules to be parsed.
+  ModuleRegistry::SetWarningMode(ModuleRegistry::Keep);
   CommandLine const line = CommandLine::Parse(count, arguments);
   bool const isSingle = line.action == CommandLine::Translate || line.action == CommandLine::List;
   std::optional<ProgressBar> bar;
   if (isSingle && !line.isQuiet && (line.showsProgress || isatty(STDERR_FILENO) != 0)) bar.emplace();
   std::optional<StandardErrorListener> listener;
   if (!line.isQuiet) listener.emplace(bar ? &*bar : nullptr, line.isVerbose);
+  // The process that started a worker has reported them.
+  ModuleRegistry::SetWarningMode(line.isWorker ? ModuleRegistry::Drop : ModuleRegistry::Report);
   return Act(line);
 }
 

@@ -111,6 +111,7 @@ std::string ManifestOf(ModuleDescription const& module) {
     AddKey(text, "reads", format.reads ? "TRUE" : "FALSE");
     AddKey(text, "writes", format.writes ? "TRUE" : "FALSE");
     AddKey(text, "evaluates", format.evaluates ? "TRUE" : "");
+    AddKey(text, "uses shapes", format.usesShapes ? "TRUE" : "");
     AddKey(text, "reader options", Join(format.readerOptions, NameOfOption));
     AddKey(text, "writer options", Join(format.writerOptions, NameOfOption));
     AddOptions(text, format.name + " Reader ", format.readerOptions);

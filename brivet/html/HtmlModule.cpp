@@ -27,6 +27,7 @@ BRIVET_DESCRIBE_MODULE(module) {
   html.extensions = {".html", ".htm"};
   html.mediaType = "text/html";
   html.writes = true;
+  html.usesShapes = true;
   using Type = OptionDescription;
   html.writerOptions = {
       {"Plain", Type::Bool, "Off", "write a listing without scripts, for text browsers", {}, "", ""},

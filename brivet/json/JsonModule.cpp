@@ -28,6 +28,7 @@ BRIVET_DESCRIBE_MODULE(module) {
   json.extensions = {".json"};
   json.mediaType = "application/json";
   json.writes = true;
+  json.usesShapes = true;
   json.writerOptions = {
       {"Computed",
        OptionDescription::Bool,

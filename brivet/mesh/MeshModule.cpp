@@ -29,6 +29,7 @@ BRIVET_DESCRIBE_MODULE(module) {
   glb.extensions = {".glb"};
   glb.mediaType = "model/gltf-binary";
   glb.writes = true;
+  glb.usesShapes = true;
   FormatDescription obj;
   obj.name = "obj";
   obj.title = "OBJ";
@@ -36,6 +37,7 @@ BRIVET_DESCRIBE_MODULE(module) {
   obj.extensions = {".obj"};
   obj.mediaType = "model/obj";
   obj.writes = true;
+  obj.usesShapes = true;
   FormatDescription stl;
   stl.name = "stl";
   stl.title = "STL";
@@ -43,5 +45,6 @@ BRIVET_DESCRIBE_MODULE(module) {
   stl.extensions = {".stl"};
   stl.mediaType = "model/stl";
   stl.writes = true;
+  stl.usesShapes = true;
   module.formats = {glb, obj, stl};
 }

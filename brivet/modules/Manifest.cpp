@@ -64,6 +64,7 @@ class ManifestParser {
     format.reads = GetBool("reads");
     format.writes = GetBool("writes");
     format.evaluates = Find("evaluates") == "TRUE";
+    format.usesShapes = Find("uses shapes") == "TRUE";
     std::string const readerOptions = Find("reader options");
     std::string const writerOptions = Find("writer options");
     for (std::string const& each : Split(readerOptions)) {

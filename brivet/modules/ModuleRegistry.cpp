@@ -57,11 +57,40 @@ std::string ReadAll(int descriptor, std::size_t size) {
   return bytes;
 }
 
+struct Warnings {
+  ModuleRegistry::WarningMode mode = ModuleRegistry::Report;
+  std::vector<std::pair<std::string, std::string>> kept;
+};
+
+Warnings& TheWarnings() {
+  static Warnings warnings;
+  return warnings;
+}
+
+void Warn(std::string const& subject, std::string const& text) {
+  Warnings& warnings = TheWarnings();
+  if (warnings.mode == ModuleRegistry::Report) ReportWarning(subject, text);
+  if (warnings.mode == ModuleRegistry::Keep) warnings.kept.emplace_back(subject, text);
+}
+
+// Returns the path without symbolic links; the path itself if it does not exist.
+std::string Resolve(std::string const& path) {
+  std::unique_ptr<char, decltype(&std::free)> const resolved(realpath(path.c_str(), nullptr), &std::free);
+  return resolved != nullptr ? resolved.get() : path;
+}
+
 }  // namespace
 
-ModuleRegistry::ModuleRegistry(std::vector<std::string> searchedFolders) : folders(std::move(searchedFolders)) {
-  struct stat status;
-  libraryOwner = stat(LibraryFolder().c_str(), &status) == 0 ? status.st_uid : 0;
+ModuleRegistry::ModuleRegistry(std::vector<std::string> searchedFolders)
+    : folders(std::move(searchedFolders)), trust(LibraryFolder()) {}
+
+void ModuleRegistry::SetWarningMode(WarningMode mode) {
+  Warnings& warnings = TheWarnings();
+  warnings.mode = mode;
+  if (mode == Keep) return;
+  std::vector<std::pair<std::string, std::string>> const kept = std::move(warnings.kept);
+  warnings.kept.clear();
+  for (auto const& [subject, text] : kept) Warn(subject, text);
 }
 
 ModuleRegistry& ModuleRegistry::Get() {
@@ -78,10 +107,14 @@ std::vector<std::string> ModuleRegistry::DefaultFolders() {
     std::string_view const folder = rest.substr(0, rest.find(':'));
     rest.remove_prefix(std::min(folder.size() + 1, rest.size()));
     if (folder.empty()) continue;
-    if (folder[0] == '/') {
-      folders.emplace_back(folder);
+    struct stat status;
+    std::string const path(folder);
+    if (path[0] != '/') {
+      Warn("BRIVET_MODULE_PATH", "folder '" + path + "' is skipped: its path is relative");
+    } else if (stat(path.c_str(), &status) != 0 && errno == ENOENT) {
+      Warn("BRIVET_MODULE_PATH", "folder '" + path + "' is skipped: " + std::strerror(ENOENT));
     } else {
-      ReportWarning("BRIVET_MODULE_PATH", "folder '" + std::string(folder) + "' is skipped: its path is relative");
+      folders.push_back(path);
     }
   }
   folders.push_back(LibraryFolder() + "/brivet");
@@ -150,26 +183,23 @@ std::list<ModuleRegistry::Module> const& ModuleRegistry::All() {
   return modules;
 }
 
-bool ModuleRegistry::IsTrusted(struct stat const& status) const {
-  bool const isOwned = status.st_uid == 0 || status.st_uid == geteuid() || status.st_uid == libraryOwner;
-  return isOwned && (status.st_mode & S_IWOTH) == 0;
-}
-
 // Returns false if there is none.
 bool ModuleRegistry::ReadNextFolder() {
   if (nextFolder == folders.size()) return false;
-  std::string const folder = folders[nextFolder++];
+  std::string const folder = Resolve(folders[nextFolder++]);
+  auto const skip = [&folder](std::string const& reason) {
+    Warn(folder, "format modules are not searched here: " + reason);
+    return true;
+  };
   OpenFile const descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   struct stat status;
   if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) {
-    if (errno != ENOENT)
-      ReportWarning(folder, std::string("format modules are not searched here: ") + std::strerror(errno));
-    return true;
+    return errno == ENOENT || skip(std::strerror(errno));
   }
-  if ((status.st_mode & S_IWOTH) != 0) {
-    ReportWarning(folder, "format modules are not searched here: everybody may write to the folder");
-    return true;
-  }
+  std::string const danger = trust.WhyUntrusted(status);
+  if (!danger.empty()) return skip("the folder " + danger);
+  std::string const dangerAbove = trust.WhyUntrustedAbove(folder);
+  if (!dangerAbove.empty()) return skip(dangerAbove);
   std::vector<std::string> names;
   std::unique_ptr<DIR, FolderCloser> const entries(opendir(folder.c_str()));
   while (entries != nullptr) {
@@ -187,15 +217,14 @@ bool ModuleRegistry::ReadNextFolder() {
 }
 
 void ModuleRegistry::ReadManifest(int folder, std::string const& path, std::string const& file) {
-  auto const skip = [&path](std::string const& reason) {
-    ReportWarning(path, "the format module is skipped: " + reason);
-  };
+  auto const skip = [&path](std::string const& reason) { Warn(path, "the format module is skipped: " + reason); };
   // Without O_NONBLOCK a pipe would block.
   OpenFile const descriptor(openat(folder, file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status;
   if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0) return skip(std::strerror(errno));
   if (!S_ISREG(status.st_mode)) return skip("the manifest is not a regular file");
-  if (!IsTrusted(status)) return skip("the manifest belongs to another user, or everybody may write to it");
+  std::string const danger = trust.WhyUntrusted(status);
+  if (!danger.empty()) return skip("the manifest " + danger);
   if (static_cast<std::size_t>(status.st_size) > Manifest::kSizeLimit) return skip("the manifest is too large");
   std::string const name = file.substr(0, file.size() - std::strlen(Manifest::kExtension));
   files.push_back({name, path, ReadAll(descriptor.Get(), static_cast<std::size_t>(status.st_size)), false, nullptr});
@@ -206,7 +235,7 @@ ModuleRegistry::Module const* ModuleRegistry::Examine(File& file) {
   if (file.isExamined) return file.module;
   file.isExamined = true;
   auto const skip = [&file](std::string const& reason) {
-    ReportWarning(file.path, "the format module is skipped: " + reason);
+    Warn(file.path, "the format module is skipped: " + reason);
     return nullptr;
   };
   Manifest manifest = Manifest::Parse(file.bytes, file.name);
@@ -217,8 +246,12 @@ ModuleRegistry::Module const* ModuleRegistry::Examine(File& file) {
   module.library = std::string(FolderOf(file.path)) + "lib" + file.name + ".so";
   struct stat status;
   // A module that is missing is reported when it is loaded.
-  if (stat(module.library.c_str(), &status) == 0 && !IsTrusted(status)) {
-    return skip("the module belongs to another user, or everybody may write to it");
+  if (stat(module.library.c_str(), &status) == 0) {
+    std::string danger = trust.WhyUntrusted(status);
+    if (!danger.empty()) return skip("the module " + danger);
+    // It may be a link to another folder.
+    danger = trust.WhyUntrustedAbove(Resolve(module.library));
+    if (!danger.empty()) return skip(danger);
   }
   module.description = std::move(manifest.module);
   for (File& earlier : files) {

@@ -7,15 +7,17 @@
 #include <string_view>
 #include <vector>
 
+#include "FileTrust.h"
 #include "ModuleDescription.h"
 
 // Searches folders for manifests, one after the other, and only until it has what is wanted. A manifest is parsed only
 // if it contains the name or the extension that is wanted. The first module of a name is used, and the first format
 // with a name or an extension. Nothing is loaded.
 //
-// A folder that everybody may write, and a manifest or a module that everybody may write or that belongs to neither
-// root, this user nor the owner of the library, are skipped with a warning, as are invalid manifests. Folders that do
-// not exist are skipped.
+// A module runs with the rights of this user, so that everything on its path must be trusted: a folder, a manifest or
+// a module that an untrusted user owns or may write is skipped with a warning (see FileTrust), as are invalid
+// manifests. So is a folder below one that an untrusted user may change, except the folder of the library: a user who
+// can change it can replace the library. Symbolic links are resolved first. Folders that do not exist are skipped.
 //
 // Thread safety: one thread at a time.
 class ModuleRegistry {
@@ -42,9 +44,17 @@ class ModuleRegistry {
 
   // Returns the registry of the program: the folders of DefaultFolders.
   static ModuleRegistry& Get();
-  // Returns the folders of BRIVET_MODULE_PATH, separated by colons, except relative ones, which are skipped with a
-  // warning; then "brivet" in the folder of libVRELBase.so, and that folder itself.
+  // Returns the folders of BRIVET_MODULE_PATH, separated by colons, except relative ones and those that do not exist,
+  // which are skipped with a warning; then "brivet" in the folder of libVRELBase.so, and that folder itself.
   static std::vector<std::string> DefaultFolders();
+
+  // How all registries report warnings. They are reported at once unless it is set.
+  enum WarningMode {
+    Report,  // also reports those that were kept
+    Keep,    // keeps them until another mode is set
+    Drop,    // forgets them, with those that were kept
+  };
+  static void SetWarningMode(WarningMode mode);
   // Returns the folder of libVRELBase.so, without a final "/".
   static std::string LibraryFolder();
 
@@ -71,11 +81,10 @@ class ModuleRegistry {
   bool ReadNextFolder();
   void ReadManifest(int folder, std::string const& path, std::string const& file);
   Module const* Examine(File& file);
-  bool IsTrusted(struct stat const& status) const;
 
   std::vector<std::string> folders;
   std::size_t nextFolder = 0;
   std::vector<File> files;
   std::list<Module> modules;
-  unsigned libraryOwner;
+  FileTrust trust;
 };

@@ -54,6 +54,18 @@ std::vector<DeclaredOption> FindDeclaredOptions() {
   return all;
 }
 
+// Returns the formats that evaluate exact shapes, without those that another module shadows.
+std::vector<ModuleRegistry::Match> FindEvaluators() {
+  std::vector<ModuleRegistry::Match> found;
+  for (ModuleRegistry::Module const& module : ModuleRegistry::Get().All()) {
+    if (!module.shadowedBy.empty()) continue;
+    for (FormatDescription const& format : module.description.formats) {
+      if (format.evaluates) found.push_back({&module, &format});
+    }
+  }
+  return found;
+}
+
 std::vector<DeclaredOption> const& DeclaredOptions() {
   static std::vector<DeclaredOption> const kAll = FindDeclaredOptions();
   return kAll;
@@ -188,19 +200,28 @@ std::string DescribeFormat(std::string const& format) {
   if (writer) addLine("written by", writer.module->library + " " + writer.module->description.version);
   if (evaluator) addLine("evaluated by", evaluator.module->library + " " + evaluator.module->description.version);
   bool hasOptions = false;
-  auto const addOptions = [&](ModuleRegistry::Match const& match, char const* task) {
+  auto const addOptions = [&](ModuleRegistry::Match const& match, char const* task, char const* heading) {
     if (!match) return;
     auto const& options = task == kReader ? match.format->readerOptions : match.format->writerOptions;
     for (OptionDescription const& option : options) {
-      if (!hasOptions) text += "options:\n";
+      if (!hasOptions) text += heading;
       hasOptions = true;
       text += "  " + FullName({match.format, task, &option}) + "\n      " + option.help + "\n      " +
               NameOf(option.type) + RangeOf(option) + ", default: " + DefaultOf(option) + "\n";
     }
   };
-  addOptions(reader, kReader);
-  addOptions(writer, kWriter);
-  if (!reader) addOptions(evaluator, kReader);
+  constexpr char kHeading[] = "options:\n";
+  addOptions(reader, kReader, kHeading);
+  addOptions(writer, kWriter, kHeading);
+  if (!reader) addOptions(evaluator, kReader, kHeading);
+  if (writer && writer.format->usesShapes) {
+    bool const hasOwnOptions = hasOptions;
+    hasOptions = false;
+    for (ModuleRegistry::Match const& each : FindEvaluators()) {
+      addOptions(each, kReader, "options of exact shapes:\n");
+    }
+    hasOptions = hasOptions || hasOwnOptions;
+  }
   if (!hasOptions) text += "no options\n";
   return text;
 }

@@ -28,5 +28,6 @@ std::string WhyInvalidValue(VRELString const& name, VRELString const& value, std
 // match anywhere. An empty one matches all. Case is ignored.
 std::string ListOptions(std::string const& pattern);
 
-// Returns a description of the format with its options; empty if there is no format of this name.
+// Returns a description of the format with its options, and those of the evaluation of exact shapes if writing the
+// format uses it; empty if there is no format of this name.
 std::string DescribeFormat(std::string const& format);

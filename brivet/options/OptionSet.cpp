@@ -31,16 +31,6 @@ bool HasControls(VRELString const& text) {
   return Escaped(text).toUtf8() != text.toUtf8();
 }
 
-// Returns "'a'", "'a' or 'b'", "'a', 'b' or 'c'".
-std::string Alternatives(std::vector<std::string> const& names) {
-  std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i != 0) text += i + 1 == names.size() ? " or " : ", ";
-    text += QuoteName(names[i]);
-  }
-  return text;
-}
-
 bool IsKnown(VRELString const& name) {
   return IsKnownOption(name) || IsDeclaredOption(name);
 }
@@ -133,8 +123,8 @@ void OptionSet::WarnOfUnknown(VRELString const& name, Warning const& origin) {
   ++unknownCount;
   std::string text = "unknown option " + Quote(name);
   if (unknownCount <= kSuggestionLimit) {
-    std::vector<std::string> const closest = ClosestOptions(name);
-    if (!closest.empty()) text += "; did you mean " + Alternatives(closest) + "?";
+    std::string const suggestion = SuggestOptions(name);
+    if (!suggestion.empty()) text += "; " + suggestion;
   }
   Warn(origin, text);
 }

@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include "FileError.h"
 #include "VRELOptionName.h"
 #include "VRELStringConversions.h"
 
@@ -208,6 +209,17 @@ std::vector<std::string> ClosestOptions(VRELString const& name) {
     SettingSearch(leading, distance, rest, suggestions).Run();
   }
   return suggestions.Texts();
+}
+
+std::string SuggestOptions(VRELString const& name) {
+  std::vector<std::string> const names = ClosestOptions(name);
+  if (names.empty()) return "";
+  std::string text = "did you mean ";
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i != 0) text += i + 1 == names.size() ? " or " : ", ";
+    text += QuoteName(names[i]);
+  }
+  return text + "?";
 }
 
 std::vector<std::string> KnownSettings() {

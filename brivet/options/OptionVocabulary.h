@@ -17,5 +17,8 @@ bool IsKnownOption(VRELString const& name);
 // third of its length. Case is ignored. Takes well below a millisecond for the thousand known names.
 std::vector<std::string> ClosestOptions(VRELString const& name);
 
+// Returns the names of ClosestOptions as a question: "did you mean 'a', 'b' or 'c'?"; empty if there is none.
+std::string SuggestOptions(VRELString const& name);
+
 // Returns all known settings, in UTF-8, without leading tokens; each once.
 std::vector<std::string> KnownSettings();

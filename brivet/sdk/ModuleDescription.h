@@ -67,7 +67,8 @@ struct FormatDescription {
   std::vector<Signature> signatures;    // a file with one of them and an unknown extension has this format
   bool reads = false;
   bool writes = false;
-  bool evaluates = false;  // computes the exact shapes of documents that have one of the extensions
+  bool evaluates = false;   // computes the exact shapes of documents that have one of the extensions
+  bool usesShapes = false;  // writing it may evaluate exact shapes; the options of their evaluation apply to it
   std::vector<OptionDescription> readerOptions;
   std::vector<OptionDescription> writerOptions;
 

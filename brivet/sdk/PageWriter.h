@@ -52,12 +52,12 @@ class PageWriter : public DocumentVisitor {
   void EndEntry() override;
   void Lines(std::string_view text) override;
 
+  // Returns the digits of an id as they are shown: the first ones and "..." if there are very many.
+  static std::string DisplayDigits(Id const& id);
+
  protected:
   // A line can be as long as the document. It is written in blocks of about this many bytes.
   static constexpr std::size_t kBlockSize = 65536;
-
-  // Returns the digits of an id as they are shown.
-  static std::string DisplayDigits(Id const& id);
 
   // Puts UTF-8 text. A line may be put in any number of calls.
   virtual void Put(std::string_view utf8) = 0;

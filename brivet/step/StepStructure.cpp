@@ -137,6 +137,7 @@ void StepStructure::MarkIncomplete(std::string const& expected, std::string cons
 void StepStructure::ReadOpening() {
   try {
     scanner.Next();
+    if (scanner.Current().kind == StepScanner::End) CheckEmpty();
     parser.ExpectWord("ISO-10303-21");
     if (!parser.AtWord("HEADER")) parser.Fail("HEADER");
     scanner.Next();
@@ -144,6 +145,19 @@ void StepStructure::ReadOpening() {
   } catch (InputError const& error) {
     FindHeader(error);
   }
+}
+
+// Errors: InputError without a line if the file has no bytes, or nothing but white space and a byte order mark.
+void StepStructure::CheckEmpty() {
+  if (parts.buffer.Size() == 0) throw InputError{VREL_E_INVALID_FILE, 0, "the file is empty"};
+  std::string block(kOpeningLimit, '\0');
+  for (unsigned long position = 0; position < parts.buffer.Size();) {
+    Gk_ErrMgr::checkAbort();
+    std::size_t const count = parts.buffer.ReadAt(position, block.data(), block.size());
+    if (block.find_first_not_of(" \t\r\n\v\f\xEF\xBB\xBF") < count || count == 0) return;
+    position += count;
+  }
+  throw InputError{VREL_E_INVALID_FILE, 0, "the file contains nothing but white space"};
 }
 
 // Finds the header of a file whose first lines are damaged.

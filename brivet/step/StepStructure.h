@@ -79,6 +79,7 @@ class StepStructure {
   using Part = StepRecovery::Part;
 
   void Advance();
+  void CheckEmpty();
   void FindHeader(InputError const& error);
   void Lose(InputError const& error, StepScanner::Position begin, Part part, char const* what,
             std::string const& instance = "");

@@ -14,6 +14,7 @@
 #include "EscapedText.h"
 #include "HeaderRecords.h"
 #include "ModelSummary.h"
+#include "PageWriter.h"
 #include "ProductModel.h"
 #include "Progress.h"
 #include "StandardOutput.h"
@@ -49,7 +50,7 @@ class EscapedStrings final : public DocumentVisitor {
   explicit EscapedStrings(Receiver take) : receiver(std::move(take)) {}
 
   void BeginSection() override { position = "data"; }
-  void BeginInstance(Id const& id, bool /*complex*/) override { position = "#" + std::string(id.digits); }
+  void BeginInstance(Id const& id, bool /*complex*/) override { position = "#" + PageWriter::DisplayDigits(id); }
   void EndInstance() override { position = "data"; }
   void String(Text const& text) override {
     if (text.escaped) receiver(text, position);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "BrivetFixture.h"
+#include "ModuleRegistry.h"
 
 namespace {
 
@@ -193,8 +194,49 @@ TEST_F(BrivetPipelineTest, ListsSettings) {
             "Step.*.Writer.FileLineLength         int from 0 to 2147483647 default: 0    maximum length of a line; 0 "
             "for no limit\n");
   EXPECT_EQ(Brivet({"-settings", "sewtolerance"}).output, "SewTolerance\n");
-  EXPECT_EQ(Brivet({"-settings", "NoSuchName"}).output, "");
   EXPECT_THAT(Brivet({"-settings"}).output, HasSubstr("\nHealing\n"));
+}
+
+TEST_F(BrivetPipelineTest, RefusesPatternWithoutMatch) {
+  ExpectRefused(Brivet({"-settings", "zzz"}), 2,
+                "no option name matches 'zzz'\nhint: 'brivet -settings' lists all names");
+  ExpectRefused(Brivet({"-settings", "Healig"}), 2,
+                "no option name matches 'Healig'\nhint: did you mean 'Healing'?");
+  EXPECT_EQ(Brivet({"-settings", ""}).exitStatus, 0);
+}
+
+TEST_F(BrivetPipelineTest, HelpListsOptionsOfExactShapes) {
+  bool const isInstalled = bool(ModuleRegistry::Get().FindName("shape", ModuleRegistry::Evaluating));
+  for (std::string const format : {"glb", "stl", "obj", "html", "json", "text", "svg", "step"}) {
+    bool const usesShapes = format != "text" && format != "svg" && format != "step";
+    std::string const help = Brivet({"-help", format}).output;
+    EXPECT_EQ(help.find("options of exact shapes:\n  Shape.*.Reader.Deflection\n") != help.npos,
+              isInstalled && usesShapes)
+        << help;
+  }
+  EXPECT_EQ(Brivet({"-help", "glb"}).output.find("no options") == std::string::npos, isInstalled);
+}
+
+TEST_F(BrivetPipelineTest, WarnsOnceOfMissingModuleFolder) {
+  auto const errors = [this](std::vector<std::string> words) {
+    words.insert(words.begin(), BRIVET_PROGRAM);
+    ProgramOptions options;
+    options.directory = folder.Path();
+    options.environment = {"LC_ALL=C.UTF-8", "BRIVET_MODULE_PATH=/nonexistent/modules:relative"};
+    return RunProgram(words, options).errors;
+  };
+  std::string const missing =
+      "brivet: warning: BRIVET_MODULE_PATH: folder '/nonexistent/modules' is skipped: No such file or directory\n";
+  std::string const relative =
+      "brivet: warning: BRIVET_MODULE_PATH: folder 'relative' is skipped: its path is relative\n";
+  folder.Write("other.stp", kWasher);
+  EXPECT_EQ(errors({"washer.stp"}), missing + relative);
+  EXPECT_EQ(errors({"washer.stp", "o.txt"}), missing + relative);
+  EXPECT_EQ(errors({"-write", "text", "washer.stp"}), missing + relative);
+  EXPECT_EQ(errors({"-outdir", "all", "-jobs", "2", "washer.stp", "other.stp"}), missing + relative);
+  EXPECT_EQ(errors({"-formats"}), missing + relative);
+  EXPECT_EQ(errors({"-quiet", "washer.stp", "o.txt"}), "");
+  EXPECT_EQ(errors({"-version"}), "");
 }
 
 TEST_F(BrivetPipelineTest, VerboseNotesUnusedOptions) {

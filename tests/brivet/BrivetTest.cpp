@@ -216,12 +216,8 @@ TEST_F(BrivetTest, RefusesOtherFiles) {
     int line;
   };
   Row const rows[] = {
-      {"", 1},
-      {"solid cube\n", 1},
-      {std::string("\x89PNG\r\n\x1A\n\0\0", 10), 1},
-      {std::string(100000, '\0'), 1},
-      {std::string("<a\0b>", 5), 1},
-      {washer.substr(0, washer.find("washer */")), 3},
+      {"solid cube\n", 1},           {std::string("\x89PNG\r\n\x1A\n\0\0", 10), 1},   {std::string(100000, '\0'), 1},
+      {std::string("<a\0b>", 5), 1}, {washer.substr(0, washer.find("washer */")), 3},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.bytes.substr(0, 20));
@@ -234,6 +230,21 @@ TEST_F(BrivetTest, RefusesOtherFiles) {
     }
     EXPECT_FALSE(folder.Has("part.html"));
   }
+}
+
+TEST_F(BrivetTest, ReportsEmptyFile) {
+  std::string const hint = "\nhint: the input must be an ISO 10303-21 (STEP) clear text file\n";
+  Write("part.stp", "");
+  for (std::vector<std::string> const& words :
+       {std::vector<std::string>{"part.stp"}, {"-list", "part.stp"}, {"-summary", "part.stp"}}) {
+    ChildResult const result = Brivet(words);
+    EXPECT_EQ(result.exitStatus, 21);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "part.stp: error: the file is empty" + hint);
+  }
+  EXPECT_FALSE(folder.Has("part.html"));
+  Write("part.stp", "\r\n \n");
+  EXPECT_EQ(Brivet({"part.stp"}).errors, "part.stp: error: the file contains nothing but white space" + hint);
 }
 
 // Warns about each fault; a document without any instance left is an error.

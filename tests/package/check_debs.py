@@ -162,6 +162,32 @@ class MetadataTest(unittest.TestCase):
                     self.assertNotRegex(run("readelf", "-d", f"{tree}{path}"), r"RPATH|RUNPATH")
 
 
+class FinishTest(unittest.TestCase):
+    """Packages of debug symbols as CPack writes them: only packages that are not quick have some."""
+
+    def test_symbols_are_independent_of_build_folder(self):
+        tree = SCRATCH / "symbols"
+        symbols = tree / "usr/lib/debug/.build-id/01/23.debug"
+        symbols.parent.mkdir(parents=True)
+        symbols.write_text("symbols\n")
+        symbols.chmod(0o755)
+        (tree / "DEBIAN").mkdir()
+        (tree / "DEBIAN/control").write_text("Package: part-dbgsym\nVersion: 1\nArchitecture: all\nMaintainer: M <m@m.m>\n"
+                                             "Description: debug symbols\n")
+        (tree / "DEBIAN/md5sums").write_text(f"8d3067c94b3a2ee1d7e4b0a5c7f4a8b1  {symbols}\n")
+        (SCRATCH / "finish").mkdir()
+        finished = SCRATCH / "finish/part-dbgsym_1_all.ddeb"
+        run("dpkg-deb", "--root-owner-group", "--build", tree, finished)
+        run("cmake", f"-DCPACK_PACKAGE_FILES={finished}", f"-DCPACK_TEMPORARY_DIRECTORY={SCRATCH}/finish", "-P",
+            ROOT / "cmake/FinishPackages.cmake")
+        sums = run("dpkg-deb", "--info", finished, "md5sums")
+        # printf 'symbols\n' | md5sum
+        self.assertEqual(sums, "dd4534a4f803a68ce350b40e5234098f  usr/lib/debug/.build-id/01/23.debug\n")
+        listing = run("dpkg-deb", "--contents", finished)
+        self.assertRegex(listing, r"-rw-r--r-- root/root .* \./usr/lib/debug/\.build-id/01/23\.debug\n")
+        self.assertIn(" ./usr/share/doc/part-dbgsym -> part\n", listing)
+
+
 class InstallTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):

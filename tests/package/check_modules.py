@@ -12,7 +12,7 @@ import sys
 import unittest
 from pathlib import Path
 
-PREFIX, LIBRARIES, BINARIES, ROOT, SCRATCH = (Path(word).absolute() for word in sys.argv[1:6])
+PREFIX, LIBRARIES, BINARIES, ROOT, SCRATCH = (Path(word).resolve() for word in sys.argv[1:6])
 BRACKET = ROOT / "examples/bracket.stp"
 TRIANGLE = "".join(
     f"{line}\n"
@@ -255,10 +255,10 @@ class BadModuleTest(unittest.TestCase):
     def test_untrusted(self):
         self.build()
         self.manifest.chmod(0o666)
-        self.assertIn("belongs to another user, or everybody may write", brivet("-formats", path=[self.folder]))
+        self.assertIn("the manifest can be written by everybody", brivet("-formats", path=[self.folder]))
         self.manifest.chmod(0o644)
         self.folder.chmod(0o777)
-        self.assertIn("everybody may write to the folder", brivet("-formats", path=[self.folder]))
+        self.assertIn("the folder can be written by everybody", brivet("-formats", path=[self.folder]))
         self.folder.chmod(0o755)
         self.assertIn("its path is relative", brivet("-formats", path=["."]))
         self.assertNotIn("Bad", brivet("-formats"))

@@ -101,6 +101,45 @@ class InstanceTests(PageTest):
         hits, listed = search(page, "hay")
         self.assertEqual((hits, len(listed)), ("39,996 hits, the first 1,000 are listed", 50))
 
+    def test_search_shows_its_progress(self):
+        lines = [f"#{i}=P('{'needle' if i % 10000 == 0 else 'hay'}','{'x' * 60}');\n" for i in range(1, 40001)]
+        page = self.open_page(self.write_document("".join(lines)))
+        self.assertGreater(page.count("[id^=data-instances-]"), 3)
+        self.assertFalse(page.find("#search progress").is_displayed())
+        # A clock that is a thousand times as fast makes each block take longer than the interval of the reports.
+        page.run("""const now = performance.now.bind(performance);
+            performance.now = () => 1000 * now();
+            const bar = document.querySelector('#search progress');
+            const stop = [...document.querySelectorAll('#search button')].find(each => each.textContent === 'Stop');
+            window.states = [];
+            new MutationObserver(() => states.push([bar.value, bar.offsetWidth > 0 && bar.offsetHeight > 0, stop.offsetWidth > 0,
+              document.getElementById('search-hits').textContent])).observe(bar, {attributes: true});""")
+        self.assertEqual(search(page, "hay")[0], "39,996 hits, the first 1,000 are listed")
+        states = page.run("return states")
+        values = [value for value, bar, stop, _ in states if bar and stop and 0 < value < 1]
+        self.assertGreater(len(values), 1)
+        self.assertEqual(values, sorted(values))
+        for value, _, _, text in states:
+            if value in values:
+                self.assertIn(f" … {int(100 * value + 0.5)} %", text)
+        self.assertEqual(states[-1][:3], [1, False, False])
+        self.assertFalse(page.find("#search progress").is_displayed())
+        # The next search begins at 0, and Stop hides the bar.
+        page.run("""states.length = 0;
+            const bar = document.querySelector('#search progress');
+            new MutationObserver(() => {
+              if (bar.value > 0 && bar.value < 1 && !bar.hidden) {
+                [...document.querySelectorAll('#search button')].find(each => each.textContent === 'Stop').click();
+              }
+            }).observe(bar, {attributes: true});
+            const input = document.querySelector('#search input');
+            input.value = 'needle';
+            input.form.requestSubmit();""")
+        page.wait("return document.getElementById('search-hits').textContent.endsWith('(stopped)')")
+        self.assertFalse(page.find("#search progress").is_displayed())
+        self.assertEqual(page.run("return states[0]")[:3], [0, True, True])
+        self.assert_quiet(page)
+
     def test_long_item_is_shown_in_pieces(self):
         count = 300000  # more than one block
         path = self.write_document("#1=A((" + "#2," * count + "#2),'end');\n#2=B();\n")

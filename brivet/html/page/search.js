@@ -89,6 +89,7 @@ class Search {
     this.status.textContent = "";
     if (query.text === "") return;
     this.isRunning = true;
+    this.progress.value = 0;
     this.progress.hidden = this.stop.hidden = false;
     const turns = new Turns();
     let last = -1; // the item of the last hit

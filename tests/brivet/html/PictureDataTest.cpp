@@ -185,3 +185,22 @@ TEST(PictureDataTest, LeavesOutShortestEdges) {
   PictureData::Encode(model, leftOut, limits);
   EXPECT_EQ(leftOut, "The picture leaves out 2 of 3 triangles.");
 }
+
+// 4,000,002 points of two edges, and 2,000,001 triangles.
+TEST(PictureDataTest, LimitsPicture) {
+  std::vector<double> points;
+  for (int i = 0; i <= 2'000'000; ++i) points.insert(points.end(), {i * 1.0, 0, 0});
+  ModelPolyline longer = Line(points);
+  for (double& coordinate : points) coordinate /= 2;
+  ProductModel model = Model({Line(points), longer});
+  std::string leftOut;
+  EXPECT_FALSE(PictureData::Encode(model, leftOut).empty());
+  EXPECT_EQ(leftOut, "The picture leaves out the 1 shortest of 2 edges.");
+  ModelMesh mesh;
+  mesh.points = {0, 0, 0, 4, 0, 0, 0, 2, 0};
+  for (int i = 0; i <= 2'000'000; ++i) mesh.triangles.insert(mesh.triangles.end(), {0, 1, 2});
+  model = Model({Line({0, 0, 0, 1, 0, 0})});
+  model.products[0].meshes = {mesh};
+  EXPECT_FALSE(PictureData::Encode(model, leftOut).empty());
+  EXPECT_EQ(leftOut, "The picture leaves out 1 of 2000001 triangles.");
+}

@@ -40,6 +40,7 @@ TEST(ManifestTest, ParsesDescription) {
   EXPECT_TRUE(format->reads);
   EXPECT_FALSE(format->writes);
   EXPECT_FALSE(format->evaluates);
+  EXPECT_FALSE(format->usesShapes);
   ASSERT_EQ(format->signatures.size(), 2U);
   EXPECT_EQ(format->signatures[1].offset, 84);
   EXPECT_EQ(format->signatures[1].bytes, std::string("\0\xFF", 2));
@@ -54,6 +55,14 @@ TEST(ManifestTest, ParsesEvaluation) {
   EXPECT_EQ(manifest.problem, "");
   ASSERT_NE(manifest.module.Find("stl"), nullptr);
   EXPECT_TRUE(manifest.module.Find("stl")->evaluates);
+}
+
+TEST(ManifestTest, ParsesUseOfShapes) {
+  Manifest const manifest =
+      Manifest::Parse(Replaced(kManifest, "writes = FALSE", "writes = TRUE\nuses shapes = TRUE"), "BrivetStl");
+  EXPECT_EQ(manifest.problem, "");
+  ASSERT_NE(manifest.module.Find("stl"), nullptr);
+  EXPECT_TRUE(manifest.module.Find("stl")->usesShapes);
 }
 
 TEST(ManifestTest, SaysWhatIsDamaged) {

@@ -155,8 +155,12 @@ TEST(StepFormatReaderTest, RefusesOtherFormats) {
     std::string error;
   };
   Row const rows[] = {
-      {"", "1:1: error: expected ISO-10303-21, found end of file"},
-      {"\n\n", "3:1: error: expected ISO-10303-21, found end of file"},
+      {"", " error: the file is empty"},
+      {"\n\n", " error: the file contains nothing but white space"},
+      {std::string(10000, ' ') + "\t\r\n\v\f", " error: the file contains nothing but white space"},
+      {"\xEF\xBB\xBF\n", " error: the file contains nothing but white space"},
+      {"/* */", "1:6: error: expected ISO-10303-21, found end of file"},
+      {std::string(10000, ' ') + "/* */", "1:10006: error: expected ISO-10303-21, found end of file"},
       {"Dear all,\n", "1:1: error: expected ISO-10303-21, found 'Dear'"},
       {"\n {\"a\":1}", "2:2: error: expected ISO-10303-21, found '{'"},
       {std::string("\x7F"

@@ -97,6 +97,10 @@ TEST(StepHostileTest, PageIsAtMost24TimesInput) {
     std::string const bytes = DocumentText(data);
     ReadDocument document(bytes);
     EXPECT_LT(PageSize<HtmlPage>(document), 24 * static_cast<long>(bytes.size())) << targets;
+    EXPECT_LT(PageSize<TextPage>(document), 24 * static_cast<long>(bytes.size())) << targets;
+    ReadDocument small(DocumentText("#1=A();"));
+    long const scripts = PageSize<InteractivePage>(small);
+    EXPECT_LT(PageSize<InteractivePage>(document) - scripts, 24 * static_cast<long>(bytes.size())) << targets;
   }
 }
 

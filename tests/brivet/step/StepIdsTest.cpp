@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <ctime>
 #include <map>
 #include <random>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "StepHash.h"
 
 namespace {
 
@@ -103,6 +107,32 @@ TEST(StepIdsTest, FindBeforeIndexReturnsNone) {
   ids.Add(1);
   EXPECT_EQ(ids.Find(IdOf("1")), StepIds::kNone);
   EXPECT_EQ(ids.Find(IdOf("12345678901234567890")), StepIds::kNone);
+}
+
+// Ids that would all have slot 0 of the 4,001 slots if the hash function had no seed.
+TEST(StepIdsTest, IdsThatCollideWithoutSeed) {
+  constexpr std::size_t kIds = 3000;
+  std::vector<std::string> colliding;
+  for (std::uint64_t id = 1; colliding.size() < kIds; ++id) {
+    if (MixBits(id) % 4001 == 0) colliding.push_back(std::to_string(id));
+  }
+  std::mt19937_64 random(7);
+  std::vector<std::string> ordinary;
+  for (std::size_t i = 0; i < kIds; ++i) ordinary.push_back(std::to_string(random() % std::stoull(colliding.back())));
+  auto const seconds = [](std::vector<std::string> const& digits) {
+    Indexed indexed(digits);
+    double best = 1e9;
+    for (int run = 0; run < 5; ++run) {
+      std::clock_t const start = std::clock();
+      for (int round = 0; round < 10; ++round) indexed.Index();
+      for (int round = 0; round < 10; ++round) {
+        for (std::string const& each : digits) EXPECT_NE(indexed.ids.Find(IdOf(each)), StepIds::kNone);
+      }
+      best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return best;
+  };
+  EXPECT_LE(seconds(colliding), 3 * seconds(ordinary));
 }
 
 TEST(StepIdsTest, AgreesWithMap) {

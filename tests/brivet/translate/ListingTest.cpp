@@ -104,6 +104,22 @@ TEST_F(ListingTest, ShowsEscapedStrings) {
                                                         "     9  #3           \\\n");
 }
 
+// The column of all rows is as wide as the longest id.
+TEST_F(ListingTest, ShortensLongIds) {
+  std::string const id(100'000, '7');
+  std::string strings;
+  for (int i = 0; i < 10'000; ++i) strings += i == 0 ? "'\\\\'" : ",'\\\\'";
+  std::string const bytes = DocumentText("#" + id + "=A('\\\\');\n#1=B(" + strings + ");\n");
+  Document& document = Read(bytes);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(PrintListing(document, progress), VREL_S_OK);
+  std::string const output = testing::internal::GetCapturedStdout();
+  EXPECT_NE(output.find("\n  line  instance                  text\n     7  #77777777777777777777...  \\\n"
+                        "     8  #1                        \\\n"),
+            output.npos);
+  EXPECT_LT(output.size(), 24 * bytes.size());
+}
+
 TEST_F(ListingTest, ReportsFullOutputOnce) {
   std::string data;
   for (int i = 1; i <= 20000; ++i) data += "#" + std::to_string(i) + "=A('\\S\\|" + std::string(20, 'x') + "');\n";
