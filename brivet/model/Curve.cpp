@@ -335,23 +335,27 @@ std::unique_ptr<Curve> Curve::Parabola(Frame const& frame, double focus) {
   return std::make_unique<ParabolaCurve>(frame, focus);
 }
 
-std::unique_ptr<Curve> Curve::BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
-                                      std::vector<double> weights) {
+bool Curve::IsBSpline(int degree, std::vector<double> const& poles, std::vector<double> const& knots,
+                      std::vector<double> const& weights) {
   std::size_t const count = poles.size() / 3;
-  if (degree < 1 || degree > BSplineCurve::kDegreeLimit || count < static_cast<std::size_t>(degree) + 1) return nullptr;
+  if (degree < 1 || degree > BSplineCurve::kDegreeLimit || count < static_cast<std::size_t>(degree) + 1) return false;
   if (knots.size() != count + static_cast<std::size_t>(degree) + 1 || !std::is_sorted(knots.begin(), knots.end())) {
-    return nullptr;
+    return false;
   }
-  if (!AreFinite(poles.data(), poles.size()) || !AreFinite(knots.data(), knots.size())) return nullptr;
+  if (!AreFinite(poles.data(), poles.size()) || !AreFinite(knots.data(), knots.size())) return false;
   if (!weights.empty()) {
     bool const isValid = weights.size() == count && std::all_of(weights.begin(), weights.end(), [](double weight) {
                            return weight > 0.0 && std::isfinite(weight);
                          });
-    if (!isValid) return nullptr;
+    if (!isValid) return false;
   }
-  auto curve = std::make_unique<BSplineCurve>(degree, std::move(poles), std::move(knots), weights);
-  if (!(curve->First() < curve->Last())) return nullptr;
-  return curve;
+  return knots[static_cast<std::size_t>(degree)] < knots[count];
+}
+
+std::unique_ptr<Curve> Curve::BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
+                                      std::vector<double> weights) {
+  if (!IsBSpline(degree, poles, knots, weights)) return nullptr;
+  return std::make_unique<BSplineCurve>(degree, std::move(poles), std::move(knots), weights);
 }
 
 std::unique_ptr<Curve> Curve::Polyline(std::vector<double> points) {

@@ -40,6 +40,9 @@ class Curve {
   // + degree + 1, in ascending order.
   static std::unique_ptr<Curve> BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
                                         std::vector<double> weights);
+  // Returns whether BSpline returns a curve for these arguments.
+  static bool IsBSpline(int degree, std::vector<double> const& poles, std::vector<double> const& knots,
+                        std::vector<double> const& weights);
   // Returns the polyline through the points; the parameter of the n-th one is n.
   static std::unique_ptr<Curve> Polyline(std::vector<double> points);
   // Returns the points at `distance` from a curve, along the cross product of `reference` and the tangent.

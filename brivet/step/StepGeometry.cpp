@@ -209,7 +209,7 @@ bool StepGeometry::ReadSimpleSpline(std::uint32_t curve, Spline& spline) {
   auto const& store = context.store;
   if (store.SimpleEntityOf(curve) != StepEntity::BSplineCurveWithKnots) return false;
   spline.poles.clear();
-  spline.knots.clear();
+  spline.values.clear();
   spline.multiplicities.clear();
   StepRecordText record = store.RecordOf(curve);
   auto const addTo = [](std::vector<double>& numbers) {
@@ -224,7 +224,50 @@ bool StepGeometry::ReadSimpleSpline(std::uint32_t curve, Spline& spline) {
   };
   return record.Skip() && record.Number(spline.degree) && std::isfinite(spline.degree) && record.References(addPole) &&
          record.Skip() && record.Skip() && record.Skip() && record.Numbers(addTo(spline.multiplicities)) &&
-         record.Numbers(addTo(spline.knots));
+         record.Numbers(addTo(spline.values));
+}
+
+bool StepGeometry::ReadKnots(std::uint32_t curve, bool isRead, int degree, Spline& spline) {
+  auto const& store = context.store;
+  std::size_t const count = spline.points.size() / 3;
+  std::vector<double>& knots = spline.knots;
+  knots.clear();
+  if (store.Is(curve, StepEntity::BSplineCurveWithKnots)) {
+    if (!isRead) {
+      spline.values = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knots"));
+      spline.multiplicities = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knot_multiplicities"));
+    }
+    std::vector<double> const& values = spline.values;
+    std::vector<double> const& multiplicities = spline.multiplicities;
+    if (values.size() != multiplicities.size()) return false;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      // More knots than the control points need are refused before they take memory.
+      if (!(multiplicities[i] >= 1.0) || multiplicities[i] > kKnotLimit) return false;
+      auto const times = static_cast<std::size_t>(multiplicities[i]);
+      if (knots.size() + times > count + static_cast<std::size_t>(degree) + 1) return false;
+      knots.insert(knots.end(), times, values[i]);
+    }
+    return true;
+  }
+  if (degree <= 0 || count <= static_cast<std::size_t>(degree)) return false;
+  // ISO 10303-42, default_b_spline_knots: the knots of the forms without explicit ones.
+  auto const order = static_cast<std::size_t>(degree) + 1;
+  if (store.Is(curve, StepEntity::UniformCurve)) {
+    for (std::size_t i = 0; i < count + order; ++i) knots.push_back(static_cast<double>(i) - degree);
+  } else if (store.Is(curve, StepEntity::BezierCurve)) {
+    if ((count - 1) % static_cast<std::size_t>(degree) != 0) return false;
+    knots.assign(order, 0.0);
+    std::size_t const spans = (count - 1) / static_cast<std::size_t>(degree);
+    for (std::size_t span = 1; span < spans; ++span) {
+      knots.insert(knots.end(), static_cast<std::size_t>(degree), static_cast<double>(span));
+    }
+    knots.insert(knots.end(), order, static_cast<double>(spans));
+  } else {
+    knots.assign(order, 0.0);
+    for (std::size_t i = 1; i + order <= count; ++i) knots.push_back(static_cast<double>(i));
+    knots.insert(knots.end(), order, static_cast<double>(count - static_cast<std::size_t>(degree)));
+  }
+  return true;
 }
 
 std::unique_ptr<Curve> StepGeometry::ReadBSpline(std::uint32_t curve) {
@@ -237,54 +280,51 @@ std::unique_ptr<Curve> StepGeometry::ReadBSpline(std::uint32_t curve) {
         context.Instances(curve, STEP_ATTRIBUTE(BSplineCurve, "control_points_list"), StepEntity::CartesianPoint);
   }
   int const degree = spline.degree >= 1.0 && spline.degree <= 25.0 ? static_cast<int>(spline.degree) : 0;
-  std::vector<double> poles;
-  poles.reserve(3 * spline.poles.size());
+  spline.points.clear();
   hull = ModelBox();
   for (std::uint32_t const pole : spline.poles) {
     double point[3];
     if (!ReadPoint(pole, point)) return nullptr;
-    poles.insert(poles.end(), point, point + 3);
+    spline.points.insert(spline.points.end(), point, point + 3);
     hull.Extend(point);
   }
-  if (!Spend(poles.size())) return nullptr;
-  std::size_t const count = poles.size() / 3;
-  std::vector<double> knots;
-  if (store.Is(curve, StepEntity::BSplineCurveWithKnots)) {
-    if (!isRead) {
-      spline.knots = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knots"));
-      spline.multiplicities = context.Numbers(curve, STEP_ATTRIBUTE(BSplineCurveWithKnots, "knot_multiplicities"));
-    }
-    std::vector<double> const& values = spline.knots;
-    std::vector<double> const& multiplicities = spline.multiplicities;
-    if (values.size() != multiplicities.size()) return nullptr;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      // More knots than the control points need are refused before they take memory.
-      if (!(multiplicities[i] >= 1.0) || multiplicities[i] > kKnotLimit) return nullptr;
-      auto const times = static_cast<std::size_t>(multiplicities[i]);
-      if (knots.size() + times > count + static_cast<std::size_t>(degree) + 1) return nullptr;
-      knots.insert(knots.end(), times, values[i]);
-    }
-  } else if (degree > 0 && count > static_cast<std::size_t>(degree)) {
-    // ISO 10303-42, default_b_spline_knots: the knots of the forms without explicit ones.
-    auto const order = static_cast<std::size_t>(degree) + 1;
-    if (store.Is(curve, StepEntity::UniformCurve)) {
-      for (std::size_t i = 0; i < count + order; ++i) knots.push_back(static_cast<double>(i) - degree);
-    } else if (store.Is(curve, StepEntity::BezierCurve)) {
-      if ((count - 1) % static_cast<std::size_t>(degree) != 0) return nullptr;
-      knots.assign(order, 0.0);
-      std::size_t const spans = (count - 1) / static_cast<std::size_t>(degree);
-      for (std::size_t span = 1; span < spans; ++span) {
-        knots.insert(knots.end(), static_cast<std::size_t>(degree), static_cast<double>(span));
-      }
-      knots.insert(knots.end(), order, static_cast<double>(spans));
-    } else {
-      knots.assign(order, 0.0);
-      for (std::size_t i = 1; i + order <= count; ++i) knots.push_back(static_cast<double>(i));
-      knots.insert(knots.end(), order, static_cast<double>(count - static_cast<std::size_t>(degree)));
-    }
+  if (!Spend(spline.points.size()) || !ReadKnots(curve, isRead, degree, spline)) return nullptr;
+  std::vector<double> weights;
+  if (store.Is(curve, StepEntity::RationalBSplineCurve)) {
+    weights = context.Numbers(curve, STEP_ATTRIBUTE(RationalBSplineCurve, "weights_data"));
   }
-  std::vector<double> weights = context.Numbers(curve, STEP_ATTRIBUTE(RationalBSplineCurve, "weights_data"));
-  return Curve::BSpline(degree, std::move(poles), std::move(knots), std::move(weights));
+  if (mayLeaveOut && leftOut->Contains(hull)) {
+    isLeftOut = Curve::IsBSpline(degree, spline.points, spline.knots, weights);
+    return nullptr;
+  }
+  return Curve::BSpline(degree, spline.points, spline.knots, std::move(weights));
+}
+
+std::unique_ptr<Curve> StepGeometry::ReadEllipse(std::uint32_t curve) {
+  auto const& store = context.store;
+  bool const isCircle = store.Is(curve, StepEntity::Circle);
+  std::int64_t position = 0;
+  double radii[2] = {0.0, 0.0};
+  Curve::Frame frame{};
+  // A simple instance is read in one pass over its bytes.
+  StepRecordText record = store.RecordOf(curve);
+  bool const isRead = record.Skip() && record.Reference(position) && record.Number(radii[0]) &&
+                      (isCircle || record.Number(radii[1])) && std::isfinite(radii[0]) && std::isfinite(radii[1]);
+  std::uint32_t placement = isRead ? store.Find(position) : 0;
+  if (!store.Is(placement, StepEntity::Placement)) {
+    placement = context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Placement);
+  }
+  if (placement == 0 || !ReadFrame(placement, frame)) return nullptr;
+  auto const number = [&](StepAttribute const& attribute) { return context.Number(curve, attribute).value_or(0.0); };
+  if (isCircle) {
+    double const radius = isRead ? radii[0] : number(STEP_ATTRIBUTE(Circle, "radius"));
+    return Curve::Ellipse(frame, radius, radius);
+  }
+  if (!isRead) {
+    radii[0] = number(STEP_ATTRIBUTE(Ellipse, "semi_axis_1"));
+    radii[1] = number(STEP_ATTRIBUTE(Ellipse, "semi_axis_2"));
+  }
+  return Curve::Ellipse(frame, radii[0], radii[1]);
 }
 
 std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
@@ -303,19 +343,12 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
     for (double& component : direction) component *= magnitude == 0.0 ? 1.0 : magnitude;
     return Curve::Line(origin, direction);
   }
+  if (store.Is(curve, StepEntity::Circle) || store.Is(curve, StepEntity::Ellipse)) return ReadEllipse(curve);
   if (store.Is(curve, StepEntity::Conic)) {
     Curve::Frame frame{};
     std::uint32_t const position = context.Instance(curve, STEP_ATTRIBUTE(Conic, "position"), StepEntity::Placement);
     if (position == 0 || !ReadFrame(position, frame)) return nullptr;
     auto const number = [&](StepAttribute const& attribute) { return context.Number(curve, attribute).value_or(0.0); };
-    if (store.Is(curve, StepEntity::Circle)) {
-      double const radius = number(STEP_ATTRIBUTE(Circle, "radius"));
-      return Curve::Ellipse(frame, radius, radius);
-    }
-    if (store.Is(curve, StepEntity::Ellipse)) {
-      return Curve::Ellipse(frame, number(STEP_ATTRIBUTE(Ellipse, "semi_axis_1")),
-                            number(STEP_ATTRIBUTE(Ellipse, "semi_axis_2")));
-    }
     if (store.Is(curve, StepEntity::Hyperbola)) {
       return Curve::Hyperbola(frame, number(STEP_ATTRIBUTE(Hyperbola, "semi_axis")),
                               number(STEP_ATTRIBUTE(Hyperbola, "semi_imag_axis")));
@@ -345,6 +378,7 @@ std::unique_ptr<Curve> StepGeometry::ReadBasis(std::uint32_t curve, int depth) {
     double direction[3];
     if (basis == 0 || reference == 0 || !ReadDirection(reference, direction)) return nullptr;
     double const distance = context.Number(curve, STEP_ATTRIBUTE(OffsetCurve3d, "distance")).value_or(0.0);
+    mayLeaveOut = false;
     auto spatial = ReadBasis(basis, depth + 1);
     hull = ModelBox();
     return Curve::Offset(std::move(spatial), distance, direction);
@@ -486,13 +520,15 @@ bool StepGeometry::ReadPieces(std::uint32_t curve, double const* from, double co
     sense = context.Flag(curve, STEP_ATTRIBUTE(TrimmedCurve, "sense_agreement"));
   }
   hull = ModelBox();
+  mayLeaveOut = leftOut != nullptr && !isTrimmed;
+  isLeftOut = false;
   piece.curve = ReadBasis(basis, depth);
   piece.hull = hull;
+  if (isLeftOut) return true;
   if (piece.curve == nullptr) {
     context.Warn(basis, "the curve is damaged or of an unknown type");
     return false;
   }
-  if (leftOut != nullptr && !isTrimmed && !piece.hull.isEmpty && leftOut->Contains(piece.hull)) return true;
   double const period = piece.curve->Period();
   piece.first = piece.curve->First();
   piece.last = piece.curve->Last();

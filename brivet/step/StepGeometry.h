@@ -53,10 +53,16 @@ class StepGeometry {
   struct Spline {
     double degree = 0.0;
     std::vector<std::uint32_t> poles;
-    std::vector<double> knots;
+    std::vector<double> values;  // of the knots, each once
     std::vector<double> multiplicities;
+    std::vector<double> points;  // of the poles
+    std::vector<double> knots;   // each as often as its multiplicity
   };
   bool ReadSimpleSpline(std::uint32_t curve, Spline& spline);
+  // Sets the knots of a curve whose poles are known.
+  bool ReadKnots(std::uint32_t curve, bool isRead, int degree, Spline& spline);
+  // Reads a CIRCLE or an ELLIPSE.
+  std::unique_ptr<Curve> ReadEllipse(std::uint32_t curve);
   // Appends the pieces of a curve.
   bool ReadPieces(std::uint32_t curve, double const* from, double const* to, bool forward, double radians, int depth,
                   std::vector<Piece>& pieces);
@@ -76,6 +82,8 @@ class StepGeometry {
   long effort = 0;
   double tolerance = 0.0;
   ModelBox const* leftOut = nullptr;
-  ModelBox hull;      // of the B-spline that was read last
+  bool mayLeaveOut = false;  // the basis curve that is read next can be left out
+  bool isLeftOut = false;    // it was: its hull is in the box
+  ModelBox hull;             // of the B-spline that was read last
   Spline lastSpline;  // a member so that its memory is reused
 };

@@ -18,7 +18,8 @@
 //   if (text.ReadName() && text.ReadRecords(sink)) Skip(text.Size());
 class StepInstanceText {
  public:
-  // Begins at `bytes`, which a byte follows that no instance contains, such as NUL.
+  // Begins at `bytes`, which a byte follows that no instance contains, such as NUL, and kBlockPadding more that can be
+  // read.
   explicit StepInstanceText(char const* bytes) noexcept : begin(bytes), at(bytes) {}
 
   struct Number {
@@ -89,19 +90,20 @@ class StepInstanceText {
 };
 
 inline bool StepInstanceText::ReadNumber(Number& number) noexcept {
-  constexpr int kSafeDigits = 18;
-  char const* const first = at;
-  std::uint64_t value = 0;
-  for (; IsDigit(*at); ++at) value = value * 10 + static_cast<std::uint64_t>(*at - '0');
-  char const* digits = first;
-  while (digits + 1 < at && *digits == '0') ++digits;
-  number = {{digits, static_cast<std::size_t>(at - digits)}, static_cast<std::int64_t>(value)};
-  return at != first && at - first <= kSafeDigits;
+  constexpr std::size_t kSafeDigits = 18;
+  std::size_t size = CountDigits(at);
+  if (size == 0 || size > kSafeDigits) return false;
+  number.value = static_cast<std::int64_t>(NumberOfDigits(at, size));
+  char const* digits = at;
+  at += size;
+  for (; *digits == '0' && size > 1; --size) ++digits;
+  number.digits = {digits, size};
+  return true;
 }
 
 inline std::string_view StepInstanceText::ReadWord() noexcept {
   char const* const first = at;
-  while (IsWordByte(*at)) ++at;
+  at += CountWordBytes(at);
   return {first, static_cast<std::size_t>(at - first)};
 }
 
@@ -109,23 +111,22 @@ inline std::string_view StepInstanceText::ReadWord() noexcept {
 inline std::string_view StepInstanceText::ReadReal(bool& isReal) noexcept {
   char const* const first = at;
   if (*at == '+' || *at == '-') ++at;
-  char const* const whole = at;
-  while (IsDigit(*at)) ++at;
-  auto digits = at - whole;
+  std::size_t digits = CountDigits(at);
+  at += digits;
   isReal = *at == '.';
   if (isReal) {
-    char const* const fraction = ++at;
-    while (IsDigit(*at)) ++at;
-    digits += at - fraction;
+    std::size_t const fraction = CountDigits(++at);
+    at += fraction;
+    digits += fraction;
   }
   if (digits == 0) return {};
   if (*at == 'E' || *at == 'e') {
     isReal = true;
     ++at;
     if (*at == '+' || *at == '-') ++at;
-    char const* const exponent = at;
-    while (IsDigit(*at)) ++at;
-    if (at == exponent) return {};
+    std::size_t const exponent = CountDigits(at);
+    if (exponent == 0) return {};
+    at += exponent;
   }
   return {first, static_cast<std::size_t>(at - first)};
 }
@@ -138,7 +139,7 @@ inline std::string_view StepInstanceText::ReadEnumeration() noexcept {
   return *at++ == '.' ? word : std::string_view();
 }
 
-// Requires: the next byte begins a value. Returns whether a value that is not a list was read.
+// Reads a value that is not a list. Returns false if there is none.
 template <class Sink>
 inline bool StepInstanceText::ReadValue(Sink& sink) {
   switch (*at) {
@@ -208,19 +209,16 @@ bool StepInstanceText::ReadRecord(Sink& sink) {
   ++at;
   while (true) {
     SkipBlanks();
-    if (*at == '(') {
-      sink.BeginList();
-      open <<= 1U;
-      ++at;
-      if (++depth > kDepthLimit) return false;
-      mayClose = true;
-      continue;
-    }
-    if (IsLetter(*at)) {
-      sink.BeginTyped(ReadWord());
-      SkipBlanks();
-      if (*at != '(') return false;
-      open = open << 1U | 1U;
+    if (*at == '(' || IsLetter(*at)) {
+      bool const isTyped = *at != '(';
+      if (isTyped) {
+        sink.BeginTyped(ReadWord());
+        SkipBlanks();
+        if (*at != '(') return false;
+      } else {
+        sink.BeginList();
+      }
+      open = open << 1U | (isTyped ? 1U : 0U);
       ++at;
       if (++depth > kDepthLimit) return false;
       mayClose = true;

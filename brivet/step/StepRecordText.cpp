@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 
 #include "VRELFloatUtil.h"
 
@@ -14,33 +15,11 @@ constexpr std::uint64_t kExactMantissa = std::uint64_t(1) << 53U;
 constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kLargestPower = 22;
-constexpr int kSafeDigits = 18;
+constexpr std::size_t kSafeDigits = 18;
 constexpr int kNumberLimit = 63;  // bytes; longer numbers take the general way
-
-#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-// Takes eight digits at once, if there are so many: in a register, neighbouring digits are combined to numbers of two,
-// of four and of eight digits (D. Lemire: Number parsing at a gigabyte per second).
-bool TakeEightDigits(char const* bytes, std::uint64_t& number) {
-  std::uint64_t block;
-  std::memcpy(&block, bytes, sizeof block);
-  std::uint64_t const above = block + 0x4646464646464646U;
-  std::uint64_t const below = block - 0x3030303030303030U;
-  if (((above | below) & 0x8080808080808080U) != 0) return false;
-  block = below * 10 + (below >> 8U);
-  constexpr std::uint64_t kPairs = 0x000000FF000000FFU;
-  block = ((block & kPairs) * 0x000F424000000064U + (block >> 16U & kPairs) * 0x0000271000000001U) >> 32U;
-  number = number * 100000000U + block;
-  return true;
-}
-#else
-bool TakeEightDigits(char const* /*bytes*/, std::uint64_t& /*number*/) {
-  return false;
-}
-#endif
 
 // Takes digits, and returns the position after them. So many that they overflow are not used.
 char const* TakeDigits(char const* at, std::uint64_t& number) {
-  if (TakeEightDigits(at, number)) at += 8;
   for (; IsDigit(*at); ++at) number = number * 10 + static_cast<std::uint64_t>(*at - '0');
   return at;
 }
@@ -49,10 +28,27 @@ bool IsPlain(char byte) {
   return byte >= ' ' && byte < 0x7F && byte != '\'' && byte != '\\';
 }
 
+// Returns whether the bytes begin with the name of a type, compared in blocks that overlap.
+bool BeginsWith(char const* bytes, std::string_view type) {
+  constexpr std::size_t kBlock = sizeof(std::uint64_t);
+  if (type.size() < kBlock) return std::memcmp(bytes, type.data(), type.size()) == 0;
+  auto const isSameAt = [&](std::size_t place) {
+    std::uint64_t found;
+    std::uint64_t expected;
+    std::memcpy(&found, bytes + place, kBlock);
+    std::memcpy(&expected, type.data() + place, kBlock);
+    return found == expected;
+  };
+  for (std::size_t place = 0; place + kBlock < type.size(); place += kBlock) {
+    if (!isSameAt(place)) return false;
+  }
+  return isSameAt(type.size() - kBlock);
+}
+
 }  // namespace
 
 StepRecordText::StepRecordText(char const* bytes, std::string_view type) noexcept {
-  if (bytes == nullptr || std::memcmp(bytes, type.data(), type.size()) != 0) return;
+  if (bytes == nullptr || !BeginsWith(bytes, type)) return;
   at = bytes + type.size();
   SkipBlanks();
   if (*at == '(') {
@@ -106,20 +102,44 @@ bool StepRecordText::Enumeration(std::string_view& name) noexcept {
   return EndValue();
 }
 
+// Most numbers have a point, no exponent, and not more digits than a double.
+bool StepRecordText::TakeShortNumber(double& number) noexcept {
+  constexpr std::size_t kWhole = 8;
+  constexpr std::size_t kFraction = std::size(kWholePowersOfTen) - 1;
+  char const* digits = at;
+  bool const isNegative = *digits == '-';
+  if (isNegative) ++digits;
+  std::size_t const whole = CountDigits(digits);
+  if (whole == 0 || whole > kWhole || digits[whole] != '.') return false;
+  std::size_t const fraction = CountDigits(digits + whole + 1);
+  char const* const end = digits + whole + 1 + fraction;
+  if (fraction > kFraction || whole + fraction > kSafeDigits || *end == 'E' || *end == 'e') return false;
+  std::uint64_t mantissa = NumberOfDigits(digits, whole);
+  if (fraction > 0) {
+    mantissa = mantissa * kWholePowersOfTen[fraction] + NumberOfDigits(digits + whole + 1, fraction);
+    if (mantissa > kExactMantissa) return false;
+  }
+  double const size = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+  number = isNegative ? -size : size;
+  at = end;
+  return true;
+}
+
 bool StepRecordText::TakeNumber(double& number) noexcept {
+  if (TakeShortNumber(number)) return true;
   char const* const first = at;
   bool const isNegative = *at == '-';
   if (isNegative || *at == '+') ++at;
   char const* const mantissa = at;
   std::uint64_t whole = 0;
   at = TakeDigits(at, whole);
-  auto digits = at - mantissa;
+  auto digits = static_cast<std::size_t>(at - mantissa);
   std::ptrdiff_t power = 0;
   if (*at == '.') {
     char const* const fraction = ++at;
     at = TakeDigits(at, whole);
     power = fraction - at;
-    digits -= power;
+    digits += static_cast<std::size_t>(at - fraction);
   }
   if (digits == 0) return Stop();
   if (*at == 'E' || *at == 'e') {

@@ -64,6 +64,7 @@ class StepRecordText {
 
  private:
   void SkipBlanks() noexcept {
+    if (static_cast<unsigned char>(*at) > ' ') return;
     while (IsBlank(static_cast<unsigned char>(*at))) ++at;
   }
   bool EndValue() noexcept {
@@ -77,6 +78,7 @@ class StepRecordText {
   }
   bool TakeReference(std::int64_t& id) noexcept;
   bool TakeNumber(double& number) noexcept;
+  bool TakeShortNumber(double& number) noexcept;
   template <class Take>
   bool List(Take const& take);
 
@@ -86,13 +88,12 @@ class StepRecordText {
 };
 
 inline bool StepRecordText::TakeReference(std::int64_t& id) noexcept {
-  constexpr int kSafeDigits = 18;
+  constexpr std::size_t kSafeDigits = 18;
   if (*at != '#') return Stop();
-  char const* const first = ++at;
-  std::int64_t value = 0;
-  while (IsDigit(*at) && at - first <= kSafeDigits) value = value * 10 + (*at++ - '0');
-  if (at == first || at - first > kSafeDigits) return Stop();
-  id = value;
+  std::size_t const count = CountDigits(++at);
+  if (count == 0 || count > kSafeDigits) return Stop();
+  id = static_cast<std::int64_t>(NumberOfDigits(at, count));
+  at += count;
   return true;
 }
 

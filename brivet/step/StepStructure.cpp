@@ -46,15 +46,20 @@ class TypeCollector final : public EscapeCounter {
   std::string name;
 };
 
-// Composes the same type from an instance in the usual form.
-struct TypeSink : StepInstanceText::Ignore {
-  explicit TypeSink(std::string& target) : name(target) {}
+// Composes the same type from an instance in the usual form that has several records.
+struct ComplexTypeSink : StepInstanceText::Ignore {
   void BeginRecord(std::string_view type) {
     if (name.size() > StepTypes::kNameLimit) return;
     if (name.size() > 1) name += ' ';
     name += type;
   }
-  std::string& name;
+  std::string name = "(";
+};
+
+// The type of an instance in the usual form that has one record.
+struct SimpleTypeSink : StepInstanceText::Ignore {
+  void BeginRecord(std::string_view type) { name = type; }
+  std::string_view name;
 };
 
 // Returns the position after a word of the text and `next`, with blanks between; npos if the text does not contain
@@ -419,12 +424,16 @@ StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
   StepInstanceText text(bytes);
   if (!text.ReadName()) return nullptr;
   StepScanner::Position const begin = {scanner.Offset() + text.Size(), scanner.Line() + text.Lines()};
-  aheadType.clear();
-  if (bytes[text.Size()] == '(') aheadType += '(';
-  TypeSink type(aheadType);
-  if (!text.ReadRecords(type)) return nullptr;
-  isAheadComplex = text.IsComplex();
-  if (isAheadComplex) aheadType += ')';
+  isAheadComplex = text.AtList();
+  if (isAheadComplex) {
+    ComplexTypeSink type;
+    if (!text.ReadRecords(type)) return nullptr;
+    aheadType = parts.types.Find(type.name + ")");
+  } else {
+    SimpleTypeSink type;
+    if (!text.ReadRecords(type)) return nullptr;
+    aheadType = parts.types.Find(type.name);
+  }
   auto const number = static_cast<std::uint64_t>(text.Name().value);
   scanner.Skip(text);
   aheadBegin = begin.offset;
@@ -480,7 +489,8 @@ VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
   StepScanner::Position const begin = {entity.Offset(), entity.Line()};
   if (begin.offset == aheadBegin) {
     aheadBegin = ~0UL;
-    entity.SetType(parts.types.Count(aheadType), false);
+    parts.types.Count(aheadType);
+    entity.SetType(aheadType, false);
     ++(isAheadComplex ? complex : simple);
     return VREL_S_OK;
   }
@@ -488,7 +498,9 @@ VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
     GoTo(begin);
     TypeCollector type;
     bool const isComplex = parser.ReadInstance(type);
-    entity.SetType(parts.types.Count(isComplex ? "(" + type.name + ")" : type.name), type.escaped != 0);
+    std::uint32_t const number = parts.types.Find(isComplex ? "(" + type.name + ")" : type.name);
+    parts.types.Count(number);
+    entity.SetType(number, type.escaped != 0);
     escaped += type.escaped;
     ++(isComplex ? complex : simple);
     return VREL_S_OK;

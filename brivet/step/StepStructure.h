@@ -118,7 +118,7 @@ class StepStructure {
   // The instance that was read ahead: its record has been checked.
   unsigned long aheadBegin = ~0UL;
   bool isAheadComplex = false;
-  std::string aheadType;         // a member so that its memory is reused
+  std::uint32_t aheadType = 0;
   long escaped = 0;              // strings of the data sections with escapes
   bool hasPendingToken = false;  // the current token is still to be read
   bool ended = false;            // the end of the exchange structure was reached

@@ -3,27 +3,26 @@
 #include <cstring>
 #include <tuple>
 
-std::size_t StepTypes::CacheSlot(std::string_view name) noexcept {
-  std::uint64_t first = 0;
-  std::uint64_t last = 0;
-  if (name.size() >= sizeof first) {
-    std::memcpy(&first, name.data(), sizeof first);
-    std::memcpy(&last, name.data() + name.size() - sizeof last, sizeof last);
+std::uint32_t StepTypes::Find(std::string_view name) {
+  CacheEntry wanted;
+  wanted.size = static_cast<std::uint32_t>(name.size());
+  if (name.size() >= kPart) {
+    std::memcpy(&wanted.first, name.data(), kPart);
+    std::memcpy(&wanted.last, name.data() + name.size() - kPart, kPart);
   } else {
-    std::memcpy(&first, name.data(), name.size());
+    std::memcpy(&wanted.first, name.data(), name.size());
   }
-  return (first * 3 + last + name.size()) * 0x9E3779B97F4A7C15U >> 54U;
-}
-
-std::uint32_t StepTypes::Count(std::string_view name) {
-  std::uint32_t& cached = cache[CacheSlot(name)];
-  if (cached == kNone || *types[cached].name != name) cached = Find(name);
-  ++types[cached].instances;
-  return cached;
+  CacheEntry& cached = cache[(wanted.first * 3 + wanted.last + wanted.size) * 0x9E3779B97F4A7C15U >> 54U];
+  bool const isSame = cached.type != kNone && cached.first == wanted.first && cached.last == wanted.last &&
+                      cached.size == wanted.size && (name.size() <= 2 * kPart || *types[cached.type].name == name);
+  if (isSame) return cached.type;
+  wanted.type = FindInTable(name);
+  cached = wanted;
+  return wanted.type;
 }
 
 // Adds the type if it is new.
-std::uint32_t StepTypes::Find(std::string_view name) {
+std::uint32_t StepTypes::FindInTable(std::string_view name) {
   key.assign(name.size() > kNameLimit ? "(other types)" : name);
   auto entry = numbers.find(key);
   if (entry == numbers.end()) {

@@ -19,8 +19,16 @@ class StepTypes {
   static constexpr std::size_t kLimit = 20'000;
   static constexpr std::size_t kNameLimit = 1'000;
 
+  // Returns the number of the type, which is added, without instances, if it is new.
+  std::uint32_t Find(std::string_view name);
+  // Counts an instance of a type.
+  void Count(std::uint32_t type) { ++types[type].instances; }
   // Counts an instance of the type and returns the type's number.
-  std::uint32_t Count(std::string_view name);
+  std::uint32_t Count(std::string_view name) {
+    std::uint32_t const type = Find(name);
+    Count(type);
+    return type;
+  }
 
   // Takes back one Count.
   void Remove(std::uint32_t type) { --types[type].instances; }
@@ -33,8 +41,16 @@ class StepTypes {
   static constexpr std::uint32_t kNone = UINT32_MAX;
   static constexpr std::size_t kCacheSize = 1024;
 
-  static std::size_t CacheSlot(std::string_view name) noexcept;
-  std::uint32_t Find(std::string_view name);
+  // Names of at most twice kPart bytes are equal if their keys are.
+  static constexpr std::size_t kPart = sizeof(std::uint64_t);
+  struct CacheEntry {
+    std::uint64_t first = 0;  // bytes of the name
+    std::uint64_t last = 0;
+    std::uint32_t size = 0;
+    std::uint32_t type = kNone;
+  };
+
+  std::uint32_t FindInTable(std::string_view name);
 
   struct Type {
     std::string const* name;  // the key
@@ -43,6 +59,6 @@ class StepTypes {
 
   std::unordered_map<std::string, std::uint32_t, SeededStringHash> numbers;
   std::vector<Type> types;
-  std::vector<std::uint32_t> cache = std::vector<std::uint32_t>(kCacheSize, kNone);
+  std::vector<CacheEntry> cache = std::vector<CacheEntry>(kCacheSize);
   std::string key;  // a member so that its memory is reused
 };
