@@ -35,6 +35,20 @@ inline bool IsBlank(int byte) {
   return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
 
+// Returns how many line ends are in the bytes: LF, CR LF and CR. One that begins before them, with a CR, is not counted
+// again. The loop has no branches, so that the compiler examines many bytes at once.
+inline long CountLineEnds(char const* bytes, std::size_t size, bool isAfterReturn) {
+  if (size == 0) return 0;
+  long count = IsLineEnd(bytes[0]) && !(bytes[0] == '\n' && isAfterReturn) ? 1 : 0;
+  for (std::size_t i = 1; i < size; ++i) {
+    bool const isLineFeed = bytes[i] == '\n';
+    bool const isReturn = bytes[i] == '\r';
+    bool const followsReturn = bytes[i - 1] == '\r';
+    count += static_cast<long>(isReturn | (isLineFeed & !followsReturn));
+  }
+  return count;
+}
+
 inline bool IsControl(int byte) {
   return (byte >= 0 && byte < ' ') || byte == 0x7F;
 }

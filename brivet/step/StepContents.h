@@ -32,6 +32,17 @@ class StepContents {
   std::vector<Section> const& Sections() const noexcept { return sections; }
   Section& Last() { return sections.back(); }
   long DataSectionCount() const noexcept { return static_cast<long>(data.size()); }
+  // Returns how an instance stores a number of StepIds, which is kept here if it does not fit.
+  StepEntityReader::Id StoreNumber(std::uint64_t number) {
+    if (number <= UINT32_MAX) return {static_cast<std::uint32_t>(number), false};
+    largeNumbers.push_back(number);
+    return {static_cast<std::uint32_t>(largeNumbers.size() - 1), true};
+  }
+  // Returns that number.
+  std::uint64_t NumberOf(StepEntityReader const& entity) const {
+    StepEntityReader::Id const id = entity.StoredId();
+    return id.isLarge ? largeNumbers[id.number] : id.number;
+  }
   // Returns the number of instances, including those that could not be read.
   std::uint32_t Count() const noexcept { return count; }
   StepEntityReader& At(std::uint32_t instance) const {
@@ -55,5 +66,6 @@ class StepContents {
   DataSection const& SectionOf(std::uint32_t instance) const;
 
   std::vector<DataSection> data;
+  std::vector<std::uint64_t> largeNumbers;
   std::uint32_t count = 0;
 };

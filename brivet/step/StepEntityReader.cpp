@@ -1,8 +1,5 @@
 #include "StepEntityReader.h"
 
-#include <algorithm>
-#include <climits>
-
 #include "StepBuffer.h"
 #include "StepFormatReader.h"
 #include "StepTypes.h"
@@ -18,15 +15,9 @@ static_assert(StepTypes::kLimit < StepEntityReader::kNoType);
 
 }  // namespace
 
-StepEntityReader::StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long position,
-                                   long lineNumber)
-    : VRELEntityReader(source),
-      offset(position),
-      type(kNoType),
-      escapes(0),
-      line(static_cast<std::uint32_t>(std::min<long>(lineNumber, UINT32_MAX))),
-      highHalf(static_cast<std::uint32_t>(idNumber >> 32U)) {
-  entityId = static_cast<int>(static_cast<std::uint32_t>(idNumber));
+StepEntityReader::StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position)
+    : VRELEntityReader(source), offset(position), isLarge(id.isLarge ? 1 : 0), type(kNoType), escapes(0) {
+  entityId = static_cast<int>(id.number);
 }
 
 VRINResult StepEntityReader::ReadEntity() {
@@ -34,7 +25,7 @@ VRINResult StepEntityReader::ReadEntity() {
 }
 
 VRINResult StepEntityReader::GetEntityId(int& id) const {
-  if (Number() > INT_MAX) return VREL_E_FAIL;
+  if (isLarge != 0 || entityId < 0) return VREL_E_FAIL;
   return VRELEntityReader::GetEntityId(id);
 }
 

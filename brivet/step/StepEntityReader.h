@@ -14,8 +14,14 @@ class StepEntityReader final : public VRELEntityReader {
   // The type of an instance that was not read or cannot be read.
   static constexpr std::uint32_t kNoType = 0x7FFF;
 
-  // `source` is a StepBuffer, `idNumber` the number of StepIds, `position` the offset after the "=".
-  StepEntityReader(VRELBufferHandle& source, std::uint64_t idNumber, unsigned long position, long lineNumber);
+  // How the number of StepIds is stored: itself, or its place in StepContents if it does not fit.
+  struct Id {
+    std::uint32_t number;
+    bool isLarge;
+  };
+
+  // `source` is a StepBuffer, `position` the offset after the "=".
+  StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position);
 
   // Only created in a pool, which frees the memory.
   static void* operator new(std::size_t size, StepEntityPool& pool) { return pool.Allocate(size); }
@@ -30,8 +36,6 @@ class StepEntityReader final : public VRELEntityReader {
   VRELString GetEntityType() const override;
 
   unsigned long Offset() const noexcept { return offset; }
-  // Returns the line; at most 4294967295.
-  long Line() const noexcept { return line; }
   std::uint32_t Type() const noexcept { return type; }
   // Requires: typeNumber < kNoType.
   void SetType(std::uint32_t typeNumber, bool hasEscapes) noexcept {
@@ -41,16 +45,14 @@ class StepEntityReader final : public VRELEntityReader {
   void SetUnread() noexcept { SetType(kNoType, false); }
   // Returns whether a string of the instance has escapes.
   bool HasEscapes() const noexcept { return escapes; }
-  std::uint64_t Number() const noexcept {
-    return std::uint64_t(highHalf) << 32U | static_cast<std::uint32_t>(entityId);
-  }
+  // Returns how the number is stored. StepContents::NumberOf returns the number.
+  Id StoredId() const noexcept { return {static_cast<std::uint32_t>(entityId), isLarge != 0}; }
   bool IsRead() const noexcept { return type != kNoType; }
 
  private:
-  // Bit fields, because there is an object for each instance. The lower half of the number is the id of the base class.
-  std::uint64_t const offset : 48;
+  // Bit fields, because there is an object for each instance. The number is the id of the base class.
+  std::uint64_t const offset : 47;
+  std::uint64_t const isLarge : 1;
   std::uint64_t type : 15;
   std::uint64_t escapes : 1;
-  std::uint32_t const line;
-  std::uint32_t const highHalf;
 };

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr std::size_t kSlots = 32;
-constexpr std::size_t kBlockSize = 8192;
+constexpr std::size_t kBlockSize = 32768;
 constexpr std::size_t kOverlap = 1024;
 
 }  // namespace
@@ -59,7 +59,7 @@ std::uint32_t StepEntitySource::Find(std::int64_t id) const noexcept {
 void StepEntitySource::Read(std::uint32_t instance) {
   StepEntityReader const& entity = parts.contents.At(instance);
   DocumentVisitor::Id id;
-  id.number = static_cast<std::int64_t>(entity.Number());
+  id.number = static_cast<std::int64_t>(parts.contents.NumberOf(entity));
   id.ordinal = instance + 1;
   if (!id.fits()) id = parts.references.IdAt(instance, digits);
   // Up to the next instance at most: the file may have been overwritten.
@@ -70,6 +70,14 @@ void StepEntitySource::Read(std::uint32_t instance) {
   if (!store.Add(id, known[entity.Type()], text, limit, parts.references)) {
     describe(instance, store);
   }
+}
+
+std::uint32_t StepEntitySource::TypeNumberOf(std::uint32_t ordinal) const noexcept {
+  return known[parts.contents.At(ordinal - 1).Type()].number;
+}
+
+std::uint64_t StepEntitySource::OffsetOf(std::uint32_t ordinal) const noexcept {
+  return parts.contents.At(ordinal - 1).Offset();
 }
 
 char const* StepEntitySource::BytesAt(std::uint64_t offset) noexcept {

@@ -44,6 +44,8 @@ class StepEntitySource final : public StepEntityStore::Source {
 
   void Load(std::uint32_t ordinal) noexcept override;
   std::string IdOf(std::uint32_t ordinal) const override;
+  std::uint32_t TypeNumberOf(std::uint32_t ordinal) const noexcept override;
+  std::uint64_t OffsetOf(std::uint32_t ordinal) const noexcept override;
   char const* BytesAt(std::uint64_t offset) noexcept override;
   std::uint32_t Find(std::int64_t id) const noexcept override;
 

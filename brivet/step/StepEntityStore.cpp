@@ -21,8 +21,8 @@
 //
 // A size is a variable-length number of seven bits to the byte, the lowest first.
 //
-// Instances are composed in a buffer and then copied to a chunk, or become one if they are long. The index has the
-// entity of each instance, so that most questions about types are answered without its bytes. A model asks for less
+// Instances are composed in a buffer and then copied to a chunk, or become one if they are long. There is a
+// kind for each instance, so that most questions about types are answered without its bytes. A model asks for less
 // than half of the instances of a boundary representation: surfaces, and the points and directions of straight lines,
 // are never loaded.
 
@@ -160,11 +160,11 @@ bool StepValues::Next() noexcept {
 class StepEntityStore::Records {
  public:
   Records(StepEntityStore const& store, std::uint32_t instance) noexcept {
-    if (instance >= store.index.size()) return;
-    Entry const& entry = store.index[instance];
-    if (entry.state == Listed && entry.entity != 0) store.source->Load(instance);
-    if (entry.state != Stored) return;
-    position = store.At(entry.place);
+    if (instance >= store.kinds.size()) return;
+    Kind const& kind = store.kinds[instance];
+    if (kind.state == Listed && kind.entity != 0) store.source->Load(instance);
+    if (kind.state != Stored) return;
+    position = store.BytesOf(instance);
     unsigned char const flags = *position++;
     isExternal = (flags & kExternalMapping) != 0;
     if ((flags & kLongId) != 0) {
@@ -222,12 +222,11 @@ void StepEntityStore::Bytes::PutSize(std::size_t number) {
 
 void StepEntityStore::StartInstance(Id const& id, bool complex) {
   // Instances that could not be read are not passed, but have an ordinal.
-  current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(index.size());
-  if (index.size() <= current) index.resize(std::size_t(current) + 1);
+  current = id.ordinal != 0 ? id.ordinal : static_cast<std::uint32_t>(kinds.size());
+  if (kinds.size() <= current) kinds.resize(std::size_t(current) + 1);
   // A listed instance keeps its type.
-  if (index[current].state != Listed) Select(current);
-  index[current] = Entry();
-  index[current].isComplex = complex;
+  if (kinds[current].state != Listed) Select(current);
+  kinds[current] = Kind(StepEntity::None, None, complex);
   bytes.Clear();
   bytes.Put(static_cast<unsigned char>((complex ? kExternalMapping : 0) | (id.fits() ? 0 : kLongId)));
   if (id.fits()) {
@@ -255,7 +254,6 @@ void StepEntityStore::EndInstance() {
 // Copies the present instance to a chunk. One that would fill much of a chunk becomes one itself.
 void StepEntityStore::PlaceInstance() {
   constexpr std::size_t kChunkSize = std::size_t(1) << kChunkBits;
-  Entry& entry = index[current];
   std::size_t chunk = lastChunk;
   std::size_t offset = 0;
   if (bytes.Size() > kChunkSize / 4) {
@@ -273,14 +271,14 @@ void StepEntityStore::PlaceInstance() {
     std::memcpy(chunks[chunk].get() + filled, bytes.Begin(), bytes.Size());
     filled += bytes.Size();
   }
-  entry.place = (chunk << kChunkBits | offset) & kPlaceMask;
-  entry.state = Stored;
+  places[current] = chunk << kChunkBits | offset;
+  kinds[current].state = Stored;
 }
 
 void StepEntityStore::PutEntity(StepEntity entity) {
   auto const number = static_cast<std::uint16_t>(entity);
   bytes.Put(&number, sizeof number);
-  if (index[current].entity == 0) index[current].entity = number;
+  if (kinds[current].entity == 0) kinds[current].entity = number & 0x1FFFU;
 }
 
 void StepEntityStore::BeginRecord(std::string_view type) {
@@ -392,7 +390,7 @@ class StepEntityStore::Sink : public StepInstanceText::Ignore {
 bool StepEntityStore::Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit,
                           StepReferences const& references) {
   bool const isComplex = text.AtList();
-  Entry const listed = id.ordinal < index.size() ? index[id.ordinal] : Entry();
+  Kind const listed = KindOf(id.ordinal);
   BeginInstance(id, isComplex);
   std::uint32_t const ordinal = current;
   Sink sink(*this, isComplex ? StepEntity::None : type.entity, references);
@@ -400,7 +398,7 @@ bool StepEntityStore::Add(Id const& id, Type const& type, StepInstanceText& text
     EndInstance();
     return true;
   }
-  index[ordinal] = listed;
+  kinds[ordinal] = listed;
   isKnown = false;
   current = 0;
   return false;
@@ -486,12 +484,13 @@ void StepEntityStore::SortByEntity() const {
   begins.assign(kStepEntityCount + 1, 0);
   auto const forEach = [this](auto const& take) {
     for (std::uint32_t const instance : selected) {
-      if (!index[instance].isComplex) {
-        if (index[instance].entity != 0) take(std::size_t(index[instance].entity), instance);
+      Kind const kind = kinds[instance];
+      if (!kind.isComplex) {
+        if (kind.entity != 0) take(std::size_t(kind.entity), instance);
         continue;
       }
-      if (index[instance].state == Listed) {
-        for (StepEntity const each : recordLists[index[instance].place]) take(static_cast<std::size_t>(each), instance);
+      if (kind.state == Listed) {
+        for (StepEntity const each : RecordsOf(instance)) take(static_cast<std::size_t>(each), instance);
         continue;
       }
       for (Records records(*this, instance); records.Next();) {
@@ -509,7 +508,7 @@ void StepEntityStore::SortByEntity() const {
 std::vector<std::uint32_t> StepEntityStore::InstancesOf(StepEntity entity) const {
   std::vector<std::uint32_t> found;
   if (HasShapeEntities(entity)) {
-    for (std::uint32_t instance = 1; instance < index.size(); ++instance) {
+    for (std::uint32_t instance = 1; instance < kinds.size(); ++instance) {
       if (Is(instance, entity)) found.push_back(instance);
     }
     return found;
@@ -526,8 +525,8 @@ std::vector<std::uint32_t> StepEntityStore::InstancesOf(StepEntity entity) const
 }
 
 bool StepEntityStore::HasRecord(std::uint32_t instance, StepEntity entity) const noexcept {
-  if (index[instance].state == Listed) {
-    for (StepEntity const each : recordLists[index[instance].place]) {
+  if (kinds[instance].state == Listed) {
+    for (StepEntity const each : RecordsOf(instance)) {
       if (kStepEntityTable.IsA(each, entity)) return true;
     }
     return false;
@@ -561,9 +560,9 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
 }
 
 StepRecordText StepEntityStore::RecordOf(std::uint32_t instance) const noexcept {
-  Entry const entry = instance < index.size() ? index[instance] : Entry();
-  if (entry.state != Listed || entry.isComplex || entry.entity == 0) return {};
-  return {source->BytesAt(entry.place), DefinitionOf(static_cast<StepEntity>(entry.entity)).name};
+  Kind const kind = KindOf(instance);
+  if (kind.state != Listed || kind.isComplex || kind.entity == 0) return {};
+  return {source->BytesAt(OffsetOf(instance)), DefinitionOf(kind.Entity()).name};
 }
 
 StepRecordText StepEntityStore::RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
@@ -636,15 +635,15 @@ bool StepEntityStore::IsUnset(std::uint32_t instance, StepAttribute const& attri
 
 std::string_view StepEntityStore::TypeNameOf(std::uint32_t instance) const noexcept {
   if (StepEntity const entity = EntityOf(instance); entity != StepEntity::None) return DefinitionOf(entity).name;
-  if (instance < index.size() && index[instance].state == Listed) return unknownTypes[index[instance].place];
+  if (KindOf(instance).state == Listed) return unknownTypes[source->TypeNumberOf(instance)];
   Records records(*this, instance);
   return records.Next() ? std::string_view() : unknownTypes[records.UnknownType()];
 }
 
 std::string StepEntityStore::IdOf(std::uint32_t instance) const {
-  if (instance >= index.size() || index[instance].state == None) return "#?";
+  if (KindOf(instance).state == None) return "#?";
   if (source != nullptr) return source->IdOf(instance);
-  unsigned char const* position = At(index[instance].place);
+  unsigned char const* position = BytesOf(instance);
   bool const isLong = (*position++ & kLongId) != 0;
   return "#" + (isLong ? std::string(TakeText(position)) : std::to_string(TakeSize(position)));
 }

@@ -53,8 +53,8 @@ class StepValues {
 // are stored. With a source, instances can be listed with their types alone; they are loaded when they are asked for,
 // and stored then. Stored instances do not move.
 //
-// Memory: 8 bytes for each instance of the document, and 8 for those that are not part of a shape. For each stored
-// instance 3 bytes and the id, 9 for each number, 5 for each reference, and one for each other value.
+// Memory: 4 bytes for each instance of the document, and 8 for those that are not part of a shape. For each stored
+// instance about 40 bytes and the id, 9 for each number, 5 for each reference, and one for each other value.
 //
 //   StepEntityStore store;
 //   document.Describe(store, progress, false);
@@ -71,6 +71,10 @@ class StepEntityStore final : public DocumentVisitor {
     virtual void Load(std::uint32_t instance) noexcept = 0;
     // Returns "#12".
     virtual std::string IdOf(std::uint32_t instance) const = 0;
+    // Returns Type::number of a listed instance.
+    virtual std::uint32_t TypeNumberOf(std::uint32_t instance) const noexcept = 0;
+    // Returns the offset of the records of a listed instance in the file.
+    virtual std::uint64_t OffsetOf(std::uint32_t instance) const noexcept = 0;
     // Returns the bytes from an offset of the file on, with a NUL at an unspecified distance, or null. They are valid
     // until the next call, and StepRecordText can read them.
     virtual char const* BytesAt(std::uint64_t /*offset*/) noexcept { return nullptr; }
@@ -82,7 +86,7 @@ class StepEntityStore final : public DocumentVisitor {
   // Begins with so many instances, of which nothing is known.
   // Ownership: `instanceSource` is not owned.
   StepEntityStore(std::uint32_t instances, Source& instanceSource)
-      : source(&instanceSource), index(std::size_t(instances) + 1) {}
+      : source(&instanceSource), kinds(std::size_t(instances) + 1) {}
 
   void BeginInstance(Id const& id, bool complex) override;
   void EndInstance() override;
@@ -120,33 +124,29 @@ class StepEntityStore final : public DocumentVisitor {
   // Requires: `type` is that of the instance. The digits of the id may be empty if its number fits.
   bool Add(Id const& id, Type const& type, StepInstanceText& text, std::size_t limit, StepReferences const& references);
   // Lists an instance by its type and the offset of its records in the file.
-  // Requires: a source; the type is complete.
-  void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset = 0) {
-    if (index.size() <= ordinal) index.resize(std::size_t(ordinal) + 1);
-    Entry entry;
-    entry.state = Listed;
-    bool const isSimple = !type.isComplex && type.entity != StepEntity::None;
-    entry.place = (isSimple ? offset : type.number) & kPlaceMask;
-    entry.isComplex = type.isComplex;
-    entry.entity = static_cast<std::uint16_t>(type.entity);
-    index[ordinal] = entry;
+  // Requires: a source; an ordinal of the document, in ascending order; the type is complete.
+  void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset) {
+    std::size_t const group = ordinal / kGroup;
+    if (group >= groupOffsets.size()) groupOffsets.resize(group + 1, offset);
+    std::uint64_t const distance = offset - groupOffsets[group];
+    Kind kind(type.entity, Listed, type.isComplex);
+    kind.distance = static_cast<std::uint16_t>(distance < kFar ? distance : kFar);
+    kinds[ordinal] = kind;
     if (type.isSelected) Select(ordinal);
   }
 
   // Returns the highest ordinal; the lowest is 1.
-  std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(index.size()) - 1; }
+  std::uint32_t InstanceCount() const noexcept { return static_cast<std::uint32_t>(kinds.size()) - 1; }
   // Returns the instances that have a record of this entity or one of its subtypes, in the document's order.
   std::vector<std::uint32_t> InstancesOf(StepEntity entity) const;
   // Returns whether the instance has a record of the entity or one of its subtypes.
   bool Is(std::uint32_t instance, StepEntity entity) const noexcept {
-    Entry const entry = instance < index.size() ? index[instance] : Entry();
-    return entry.isComplex ? HasRecord(instance, entity)
-                           : kStepEntityTable.IsA(static_cast<StepEntity>(entry.entity), entity) && entry.entity != 0;
+    Kind const kind = KindOf(instance);
+    return kind.isComplex ? HasRecord(instance, entity)
+                          : kStepEntityTable.IsA(kind.Entity(), entity) && kind.Entity() != StepEntity::None;
   }
   // Returns the entity of the first known record, or None.
-  StepEntity EntityOf(std::uint32_t instance) const noexcept {
-    return instance < index.size() ? static_cast<StepEntity>(index[instance].entity) : StepEntity::None;
-  }
+  StepEntity EntityOf(std::uint32_t instance) const noexcept { return KindOf(instance).Entity(); }
   // Returns the value of an attribute, with internal or external mapping. The kind is EndOfList if the instance is not
   // of the attribute's entity, or if its record is too short.
   StepValue Get(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
@@ -173,8 +173,8 @@ class StepEntityStore final : public DocumentVisitor {
 
   // Returns the entity of a simple instance, None for others.
   StepEntity SimpleEntityOf(std::uint32_t instance) const noexcept {
-    return instance < index.size() && !index[instance].isComplex ? static_cast<StepEntity>(index[instance].entity)
-                                                                 : StepEntity::None;
+    Kind const kind = KindOf(instance);
+    return kind.isComplex ? StepEntity::None : kind.Entity();
   }
   // Returns the type of the first known record, or of the first record if none is known; empty if it is not stored
   // because the document has too many unknown types.
@@ -193,16 +193,22 @@ class StepEntityStore final : public DocumentVisitor {
 
   enum State { None, Listed, Stored };
 
-  // The entity of the first known record, and where the instance is: the chunk and the offset there. Of a listed
-  // instance the place is the offset in the file if it is a simple one of a known entity, otherwise the number of the
-  // type.
-  struct Entry {
-    std::uint64_t place : 45;
-    std::uint64_t state : 2;
-    std::uint64_t isComplex : 1;
-    std::uint64_t entity : 16;
-    constexpr Entry() noexcept : place(0), state(None), isComplex(0), entity(0) {}
+  // The entity of the first known record, the state, and how many bytes after the first instance of its group the
+  // instance begins in the file. The source has the offset too, but in memory that is twelve times larger, which the
+  // cache of the processor does not hold.
+  struct Kind {
+    std::uint16_t entity : 13;
+    std::uint16_t state : 2;
+    std::uint16_t isComplex : 1;
+    std::uint16_t distance = 0;
+    constexpr Kind() noexcept : entity(0), state(None), isComplex(0) {}
+    constexpr Kind(StepEntity first, State now, bool hasSeveral) noexcept
+        : entity(static_cast<std::uint16_t>(first) & 0x1FFFU), state(now), isComplex(hasSeveral ? 1U : 0U) {}
+    constexpr StepEntity Entity() const noexcept { return static_cast<StepEntity>(entity); }
   };
+  static_assert(kStepEntityCount <= 0x1FFF && sizeof(Kind) == 4);
+  static constexpr std::uint32_t kGroup = 64;  // instances
+  static constexpr std::uint16_t kFar = 0xFFFF;
 
   struct Free {
     void operator()(unsigned char* memory) const noexcept { std::free(memory); }
@@ -246,6 +252,10 @@ class StepEntityStore final : public DocumentVisitor {
   // Returns the record of a listed instance from an attribute on.
   StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
+  // Returns the known records of a listed instance that has several.
+  std::vector<StepEntity> const& RecordsOf(std::uint32_t instance) const noexcept {
+    return recordLists[source->TypeNumberOf(instance)];
+  }
   void StartInstance(Id const& id, bool complex);
   void PutEntity(StepEntity entity);
   void PutReference(std::uint32_t ordinal, std::string_view digits);
@@ -256,7 +266,14 @@ class StepEntityStore final : public DocumentVisitor {
   void PutBytes(StepValue::Kind kind, std::string_view text);
   void SortByEntity() const;
 
-  unsigned char const* At(std::uint64_t place) const noexcept {
+  Kind KindOf(std::uint32_t instance) const noexcept { return instance < kinds.size() ? kinds[instance] : Kind(); }
+  std::uint64_t OffsetOf(std::uint32_t instance) const noexcept {
+    std::uint16_t const distance = kinds[instance].distance;
+    return distance != kFar ? groupOffsets[instance / kGroup] + distance : source->OffsetOf(instance);
+  }
+  // Returns the bytes of a stored instance.
+  unsigned char const* BytesOf(std::uint32_t instance) const noexcept {
+    std::uint64_t const place = places.find(instance)->second;
     return chunks[place >> kChunkBits].get() + (place & ((1U << kChunkBits) - 1));
   }
   void PlaceInstance();
@@ -266,15 +283,17 @@ class StepEntityStore final : public DocumentVisitor {
   }
 
   static constexpr unsigned kChunkBits = 18;
-  static constexpr std::uint64_t kPlaceMask = (std::uint64_t(1) << 45U) - 1;
 
   Source* source = nullptr;
   Bytes bytes;                                        // the present instance
   std::vector<Block> chunks;                          // of stored instances
   std::size_t lastChunk = 0;                          // the one that is being filled
   std::size_t filled = std::size_t(1) << kChunkBits;  // its bytes that are used
-  std::vector<Entry> index{Entry()};                  // by ordinal
-  std::vector<std::uint32_t> selected;                // listed or stored, except simple ones of a shape's entities
+  std::vector<Kind> kinds{Kind()};                    // by ordinal
+  std::vector<std::uint64_t> groupOffsets;            // of the first listed instance of each group
+  // Of stored instances: the chunk and the offset there.
+  std::unordered_map<std::uint32_t, std::uint64_t> places;
+  std::vector<std::uint32_t> selected;  // listed or stored, except simple ones of a shape's entities
   // Those by entity, and where those of each entity begin. Built when they are asked for.
   mutable std::vector<std::uint32_t> sorted;
   mutable std::vector<std::size_t> begins;

@@ -56,10 +56,11 @@ VRINResult StepFormatReader::Open() {
 
 void StepFormatReader::CreateParts() {
   scanner = std::make_unique<StepScanner>(*bytes);
-  references = std::make_unique<StepReferences>(contents, *bytes, *scanner);
+  lines = std::make_unique<StepLines>(contents, *bytes);
+  references = std::make_unique<StepReferences>(contents, *bytes, *scanner, *lines);
   parser = std::make_unique<StepParser>(*scanner, strings, references.get());
   structure = std::make_unique<StepStructure>(
-      StepStructure::Parts{*bytes, *scanner, *parser, contents, *references, types, diagnostics, lossRecord});
+      StepStructure::Parts{*bytes, *scanner, *parser, contents, *references, *lines, types, diagnostics, lossRecord});
 }
 
 VRINResult StepFormatReader::SetEncoding() {
@@ -107,6 +108,12 @@ VRELSectionReader* StepFormatReader::GetNextDataSection() {
   return section;
 }
 
+long StepFormatReader::EstimateRest(long instances) const {
+  auto const read = static_cast<double>(bytes->Offset());
+  auto const rest = static_cast<double>(bytes->Size()) - read;
+  return static_cast<long>(1.01 * rest * static_cast<double>(instances) / std::max(read, 1.0)) + 1;
+}
+
 VRINResult StepFormatReader::Resolve() {
   if (!isOpen) return VREL_E_FAIL;
   if (!references->IsBuilt()) {
@@ -137,18 +144,17 @@ void StepFormatReader::ReportDangling(std::uint32_t source) {
 }
 
 void StepFormatReader::HandleDuplicate(std::uint32_t instance, std::uint32_t first) {
-  StepEntityReader& entity = contents.At(instance);
   std::string const name = references->NameAt(instance);
-  std::string const text =
-      "duplicate instance " + name + ", first defined in line " + std::to_string(contents.At(first).Line());
+  std::string const text = "duplicate instance " + name + ", first defined in line " + std::to_string(lines->At(first));
+  long const line = lines->At(instance);
   if (lossRecord.Count() == 0) {
     ++duplicates;
-    diagnostics.Error(entity.Line(), 0, text, "give one of them another id");
+    diagnostics.Error(line, 0, text, "give one of them another id");
     return;
   }
-  diagnostics.Warn(entity.Line(), 0, text + "; the instance is lost");
-  lossRecord.Add({entity.Line(), entity.Line(), {name}, text});
-  structure->RemoveFromCounts(entity);
+  diagnostics.Warn(line, 0, text + "; the instance is lost");
+  lossRecord.Add({line, line, {name}, text});
+  structure->RemoveFromCounts(instance);
 }
 
 VRINResult StepFormatReader::DescribeHeader(DocumentVisitor& visitor) {
@@ -230,9 +236,9 @@ void StepFormatReader::DescribeInstance(std::uint32_t instance, DocumentVisitor&
   if (!entity.IsRead()) return;
   std::string digits;
   {
-    StepScanner::Position const begin = {entity.Offset(), entity.Line()};
     StepBuffer::Limit const limit(*bytes, contents.EndOf(instance));
-    scanner->Seek(begin);
+    if (!scanner->SkipTo(entity.Offset())) scanner->Seek({entity.Offset(), lines->At(instance)});
+    StepScanner::Position const begin = {entity.Offset(), scanner->Line()};
     if (parser->FindUsualInstance(contents.EndOf(instance) - begin.offset) != 0) {
       visitor.BeginInstance(references->IdAt(instance, digits), *scanner->Ahead() == '(');
       parser->ReadUsualInstance(visitor);

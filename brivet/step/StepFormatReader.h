@@ -63,6 +63,8 @@ class StepFormatReader final : public Document {
   VRELEntityReader* ReadNextHeaderEntity();
   VRINResult ReadHeaderEntity(StepScanner::Position begin) { return structure->ReadHeaderEntity(begin, header); }
   StepEntityReader* ReadNextInstance() { return structure->NextInstance(buffer, progress); }
+  // Returns about how many instances follow those that were read.
+  long EstimateRest(long instances) const;
   VRINResult ReadInstance(StepEntityReader& entity) { return structure->ReadInstance(entity); }
 
  private:
@@ -87,6 +89,7 @@ class StepFormatReader final : public Document {
   StepText strings;
   StepBuffer* bytes = nullptr;  // the buffer of the base class
   std::unique_ptr<StepScanner> scanner;
+  std::unique_ptr<StepLines> lines;
   std::unique_ptr<StepReferences> references;
   std::unique_ptr<StepParser> parser;
   std::unique_ptr<StepStructure> structure;

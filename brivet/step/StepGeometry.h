@@ -85,5 +85,5 @@ class StepGeometry {
   bool mayLeaveOut = false;  // the basis curve that is read next can be left out
   bool isLeftOut = false;    // it was: its hull is in the box
   ModelBox hull;             // of the B-spline that was read last
-  Spline lastSpline;  // a member so that its memory is reused
+  Spline lastSpline;         // a member so that its memory is reused
 };

@@ -30,6 +30,15 @@ std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id, std::uint64_t off
 
 void StepIds::Add(std::uint64_t number) {
   highest = std::max(highest, number);
+  if (hasAllRuns) {
+    if (!runs.empty() && number == runs.back().id + runs.back().length) {
+      ++runs.back().length;
+    } else if (runs.size() < kRunLimit) {
+      runs.push_back({number, count, 1});
+    } else {
+      hasAllRuns = false;
+    }
+  }
   ++count;
 }
 
@@ -51,6 +60,24 @@ bool StepIds::IsDense() const {
   return highest < SlotsFor(count);
 }
 
+bool StepIds::HasRuns() {
+  if (!hasAllRuns || highest >= kOffsetMark || runs.empty()) return false;
+  std::sort(runs.begin(), runs.end(), [](Run const& a, Run const& b) { return a.id < b.id; });
+  // Runs that overlap contain duplicates.
+  auto const overlaps = [](Run const& a, Run const& b) { return b.id - a.id < a.length; };
+  if (std::adjacent_find(runs.begin(), runs.end(), overlaps) != runs.end()) return false;
+  longest = *std::max_element(runs.begin(), runs.end(), [](Run const& a, Run const& b) { return a.length < b.length; });
+  return true;
+}
+
+std::uint32_t StepIds::FindInRuns(std::uint64_t number) const {
+  auto const isBefore = [](std::uint64_t wanted, Run const& run) { return wanted < run.id; };
+  auto const next = std::upper_bound(runs.begin(), runs.end(), number, isBefore);
+  if (next == runs.begin()) return kNone;
+  Run const& run = *(next - 1);
+  return number - run.id < run.length ? run.instance + static_cast<std::uint32_t>(number - run.id) : kNone;
+}
+
 bool StepIds::IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const {
   if (id.fits() || number < kOffsetMark) return number == static_cast<std::uint64_t>(id.number);
   return digitsAt(number & ~kOffsetMark, id.digits.size() + 1) == id.digits;
@@ -65,14 +92,19 @@ std::size_t StepIds::SlotOf(DocumentVisitor::Id const& id) const {
   return slot;
 }
 
-void StepIds::Index(std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate) {
-  dense = IsDense();
-  index.assign(SlotsFor(count), kNone);
+void StepIds::Index(std::uint32_t indexed, std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate) {
+  if (indexed == count && HasRuns()) {
+    form = Form::Runs;
+    return;
+  }
+  form = IsDense() ? Form::Dense : Form::Hashed;
+  // Dense ids need no slot after the highest one.
+  index.assign(form == Form::Dense ? highest + 1 : SlotsFor(count), kNone);
   std::string digits;
   for (std::uint32_t i = 0; i < count; ++i) {
     std::uint64_t const number = numberAt(i);
     if (number == kLeftOut) continue;
-    std::uint32_t& instance = index[dense ? number : SlotOf(IdOf(number, digits))];
+    std::uint32_t& instance = index[form == Form::Dense ? number : SlotOf(IdOf(number, digits))];
     if (instance == kNone) {
       instance = i;
     } else {

@@ -14,7 +14,8 @@
 // StepEntityReader): its id or, if that does not fit, the offset of its digits in the file. Ids of any length therefore
 // take no more memory than others.
 //
-// Memory: less than 6 bytes per instance.
+// Memory: less than 6 bytes per instance; none if the ids ascend by one from instance to
+// instance, with few exceptions.
 class StepIds {
  public:
   static constexpr std::uint32_t kNone = UINT32_MAX;
@@ -39,19 +40,35 @@ class StepIds {
   // Returns the id for a number. Its digits, at most `limit` of those that do not fit, are stored in `digits`.
   DocumentVisitor::Id IdOf(std::uint64_t number, std::string& digits, std::size_t limit = kAllDigits) const;
 
-  // Builds the index. Calls `onDuplicate(i, first)`, in the order of instances, for each instance whose id an earlier
-  // one has; the index contains the first one.
-  void Index(std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
+  // Builds the index of the instances that are not left out, of which there are `indexed`. Calls `onDuplicate(i,
+  // first)`, in the order of instances, for each instance whose id an earlier one has; the index contains the first
+  // one.
+  void Index(std::uint32_t indexed, std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
 
   // Returns the instance of an id, from 0, or kNone; kNone before Index.
   std::uint32_t Find(DocumentVisitor::Id const& id) const {
-    if (!dense) return index.empty() ? kNone : index[SlotOf(id)];
-    // Converted, the -1 of an id that does not fit is above all slots.
-    std::uint64_t const number = static_cast<std::uint64_t>(id.number);
+    // Converted, the -1 of an id that does not fit is above all slots and runs.
+    auto const number = static_cast<std::uint64_t>(id.number);
+    if (form == Form::Runs) {
+      std::uint64_t const place = number - longest.id;
+      return place < longest.length ? longest.instance + static_cast<std::uint32_t>(place) : FindInRuns(number);
+    }
+    if (form == Form::Hashed) return index.empty() ? kNone : index[SlotOf(id)];
     return number < index.size() ? index[number] : kNone;
   }
 
  private:
+  // Consecutive instances whose ids ascend by one.
+  struct Run {
+    std::uint64_t id;  // of the first one
+    std::uint32_t instance;
+    std::uint32_t length;
+  };
+  static constexpr std::size_t kRunLimit = 64;
+
+  // Returns whether runs are all that is needed, and sorts them.
+  bool HasRuns();
+  std::uint32_t FindInRuns(std::uint64_t number) const;
   // Returns whether the ids are so close to each other that they can be used as slots.
   bool IsDense() const;
   bool IsSame(std::uint64_t number, DocumentVisitor::Id const& id) const;
@@ -62,6 +79,10 @@ class StepIds {
   std::uint64_t const seed;
   std::uint32_t count = 0;
   std::uint64_t highest = 0;
-  bool dense = false;
+  std::vector<Run> runs;  // in the order of instances until they are indexed; those beyond kRunLimit are left out
+  bool hasAllRuns = true;
+  Run longest = {0, 0, 0};
+  enum class Form { Hashed, Dense, Runs };
+  Form form = Form::Hashed;
   std::vector<std::uint32_t> index;  // instances, at their ids or, hashed with linear probing, at the next free slot
 };

@@ -48,14 +48,16 @@ char const* FindMark(char const* at) {
 
 }  // namespace
 
-StepReferences::StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens)
+StepReferences::StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens,
+                               StepLines& instanceLines)
     : contents(instances),
       buffer(bytes),
       scanner(tokens),
+      lines(instanceLines),
       ids(
           [this](std::uint32_t instance) {
             StepEntityReader const& entity = contents.At(instance);
-            return entity.IsRead() ? entity.Number() : StepIds::kLeftOut;
+            return entity.IsRead() ? contents.NumberOf(entity) : StepIds::kLeftOut;
           },
           [this](std::uint64_t offset, std::size_t limit) { return DigitsAt(offset, limit); }) {}
 
@@ -66,13 +68,13 @@ void StepReferences::AddExternal(DocumentVisitor::Id const& id) {
 void StepReferences::IndexIds() {
   if (isIndexed) return;
   std::sort(externals.begin(), externals.end());
-  ids.Index([](std::uint32_t, std::uint32_t) {});
+  ids.Index(readCount, [](std::uint32_t, std::uint32_t) {});
   isIndexed = true;
 }
 
 void StepReferences::Build(OnDuplicate const& onDuplicate, OnDangling const& onDangling) {
   std::sort(externals.begin(), externals.end());
-  ids.Index(onDuplicate);
+  ids.Index(readCount, onDuplicate);
   isIndexed = true;
   // The first pass over the references counts them. Only that one reports those to nothing.
   auto const traverse = [this, onDangling, isFirst = true](StepReferrers::Note const& note) mutable {
@@ -95,12 +97,14 @@ void StepReferences::ReadReferences(StepReferrers::Note const& note) {
     Gk_ErrMgr::checkAbort();
     StepEntityReader const& entity = contents.At(source);
     if (!entity.IsRead()) continue;
-    scanner.Seek({entity.Offset(), entity.Line()});
+    scanner.Seek({entity.Offset(), 0});
     unsigned long const end = contents.EndOf(source);
     if (FindTargets(scanner.Ahead(), end - entity.Offset())) {
       for (std::uint32_t const target : targets) note(source, target);
       continue;
     }
+    // Only now is the line needed.
+    scanner.Seek({entity.Offset(), lines.At(source)});
     StepBuffer::Limit const limit(buffer, end);
     while (scanner.NextReference()) note(source, ids.Find(StepParser::IdOf(scanner.Current())));
   }
@@ -152,13 +156,13 @@ bool StepReferences::IsExternal(DocumentVisitor::Id const& id) const {
 }
 
 DocumentVisitor::Id StepReferences::IdAt(std::uint32_t instance, std::string& digits, std::size_t limit) const {
-  DocumentVisitor::Id id = ids.IdOf(contents.At(instance).Number(), digits, limit);
+  DocumentVisitor::Id id = ids.IdOf(contents.NumberOf(contents.At(instance)), digits, limit);
   id.ordinal = instance + 1;
   return id;
 }
 
 std::string StepReferences::NameAt(std::uint32_t instance) const {
-  return NameOf(contents.At(instance).Number());
+  return NameOf(contents.NumberOf(contents.At(instance)));
 }
 
 std::string StepReferences::NameOf(std::uint64_t number) const {

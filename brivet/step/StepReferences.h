@@ -10,6 +10,7 @@
 #include "StepBuffer.h"
 #include "StepContents.h"
 #include "StepIds.h"
+#include "StepLines.h"
 #include "StepReferrers.h"
 #include "StepScanner.h"
 
@@ -22,10 +23,13 @@ class StepReferences {
   using OnDuplicate = std::function<void(std::uint32_t instance, std::uint32_t first)>;
 
   // Ownership: nothing is owned.
-  StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens);
+  StepReferences(StepContents const& instances, StepBuffer& bytes, StepScanner& tokens, StepLines& instanceLines);
 
   // Adds the next instance; `number` is that of StepIds.
   void Add(std::uint64_t number) { ids.Add(number); }
+  // Counts an instance that was read. The others are not part of the index.
+  void CountRead() noexcept { ++readCount; }
+  void RemoveRead() noexcept { --readCount; }
   // Builds the index of ids alone, unless it exists. Of instances with the same id it contains the first.
   void IndexIds();
   // Adds an id that a REFERENCE section defines.
@@ -64,7 +68,9 @@ class StepReferences {
   StepContents const& contents;
   StepBuffer& buffer;
   StepScanner& scanner;
+  StepLines& lines;
   StepIds ids;
+  std::uint32_t readCount = 0;
   std::vector<std::uint32_t> targets;  // of the present instance; a member so that its memory is reused
   std::vector<std::string> externals;  // sorted by Build
   bool isIndexed = false;

@@ -16,6 +16,7 @@
 namespace {
 
 constexpr char kUnterminatedString[] = "expected \"'\" at the end of the string, found another instance";
+constexpr std::size_t kSkipLimit = 1024;    // bytes
 constexpr std::size_t kColumnLimit = 4096;  // bytes that are read to find the start of a line
 
 // Recognizes ";", a line end and "#12=" in a row, with blanks between, in the bytes of a string.
@@ -123,6 +124,15 @@ void StepScanner::Seek(Position position) {
   token.begin = buffer.Offset();
   token.line = line;
   tokenLineBegin = kUnknown;
+}
+
+bool StepScanner::SkipTo(unsigned long offset) {
+  if (line == 0 || afterReturn || !started || offset < buffer.Offset()) return false;
+  std::string_view const window = buffer.Window();
+  unsigned long const distance = offset - buffer.Offset();
+  if (distance > std::min(window.size(), kSkipLimit)) return false;
+  Seek({offset, line + CountLineEnds(window.data(), distance, false)});
+  return true;
 }
 
 void StepScanner::Skip(StepInstanceText const& text) {

@@ -77,6 +77,10 @@ class StepScanner {
   // Continues at a token, which the next call of Next returns. Until then there is no current token.
   void Seek(Position position);
 
+  // Does the same for a token that follows in the window, at a short distance, and counts the line ends before it.
+  // Returns false, and does nothing, if it is not there or the present line is unknown (0).
+  bool SkipTo(unsigned long offset);
+
   // Returns the bytes from the next one to the end of the window, for StepInstanceText; null if a line end may be
   // divided there.
   char const* Ahead() { return afterReturn || !started ? nullptr : buffer.Block().data(); }

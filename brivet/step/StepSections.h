@@ -50,5 +50,8 @@ class StepDataSection final : public VRELSectionReader {
   }
 
  private:
+  void ReserveMore();
+
   StepFormatReader& document;
+  int reserved = 0;
 };

@@ -481,23 +481,27 @@ StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, StepScanner::P
                                             VRELBufferHandle& buffer) {
   parts.contents.AddInstance();
   parts.references.Add(number);
-  return new (entityMemory) StepEntityReader(buffer, number, begin.offset, begin.line);
+  parts.lines.Add(begin.line);
+  lastBegin = begin;
+  return new (entityMemory) StepEntityReader(buffer, parts.contents.StoreNumber(number), begin.offset);
 }
 
 VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
   if (entity.IsRead()) return VREL_S_OK;
-  StepScanner::Position const begin = {entity.Offset(), entity.Line()};
-  if (begin.offset == aheadBegin) {
+  if (entity.Offset() == aheadBegin) {
     aheadBegin = ~0UL;
+    parts.references.CountRead();
     parts.types.Count(aheadType);
     entity.SetType(aheadType, false);
     ++(isAheadComplex ? complex : simple);
     return VREL_S_OK;
   }
+  StepScanner::Position const begin = lastBegin;
   try {
     GoTo(begin);
     TypeCollector type;
     bool const isComplex = parser.ReadInstance(type);
+    parts.references.CountRead();
     std::uint32_t const number = parts.types.Find(isComplex ? "(" + type.name + ")" : type.name);
     parts.types.Count(number);
     entity.SetType(number, type.escaped != 0);
@@ -506,13 +510,15 @@ VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
     return VREL_S_OK;
   } catch (InputError const& error) {
     Lose(error, begin, openScopes.empty() ? Part::Data : Part::Scope, kInstanceIsLost,
-         parts.references.NameOf(entity.Number()));
+         parts.references.NameOf(parts.contents.NumberOf(entity)));
     return error.result;
   }
 }
 
-void StepStructure::RemoveFromCounts(StepEntityReader& entity) {
-  GoTo({entity.Offset(), entity.Line()});
+void StepStructure::RemoveFromCounts(std::uint32_t instance) {
+  StepEntityReader& entity = parts.contents.At(instance);
+  parts.references.RemoveRead();
+  GoTo({entity.Offset(), parts.lines.At(instance)});
   EscapeCounter counter;
   bool const isComplex = parser.ReadInstance(counter);
   escaped -= counter.escaped;

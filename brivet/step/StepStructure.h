@@ -37,6 +37,7 @@ class StepStructure {
     StepParser& parser;
     StepContents& contents;
     StepReferences& references;
+    StepLines& lines;
     StepTypes& types;
     StepDiagnostics& diagnostics;
     StepLosses& losses;
@@ -69,7 +70,7 @@ class StepStructure {
   long EscapedCount() const noexcept { return escaped; }
   // Removes an instance from the counts.
   // Requires: the instance was read.
-  void RemoveFromCounts(StepEntityReader& entity);
+  void RemoveFromCounts(std::uint32_t instance);
 
   // Goes to the token at a position and makes it the current one.
   void GoTo(StepScanner::Position position);
@@ -115,6 +116,7 @@ class StepStructure {
   unsigned long rescanned = 0;            // bytes that were read again after errors
   long simple = 0;
   long complex = 0;
+  StepScanner::Position lastBegin;  // of the records of the last instance
   // The instance that was read ahead: its record has been checked.
   unsigned long aheadBegin = ~0UL;
   bool isAheadComplex = false;

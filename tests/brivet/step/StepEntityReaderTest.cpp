@@ -8,30 +8,30 @@
 
 TEST(StepEntityReaderTest, GetEntityIdNeedsInt) {
   struct Row {
-    std::uint64_t number;
+    StepEntityReader::Id stored;
     VRINResult result;
     int id;
   };
-  Row const rows[] = {{0, VREL_S_OK, 0},
-                      {2147483647, VREL_S_OK, 2147483647},
-                      {2147483648, VREL_E_FAIL, -5},
-                      {4294967296, VREL_E_FAIL, -5},
-                      {UINT64_MAX - 1, VREL_E_FAIL, -5}};
+  Row const rows[] = {{{0, false}, VREL_S_OK, 0},
+                      {{2147483647, false}, VREL_S_OK, 2147483647},
+                      {{2147483648, false}, VREL_E_FAIL, -5},
+                      {{4294967295, false}, VREL_E_FAIL, -5},
+                      {{3, true}, VREL_E_FAIL, -5}};
   VRELBufferHandle buffer;
   for (Row const& row : rows) {
-    StepEntityReader const entity(buffer, row.number, 0, 1);
+    StepEntityReader const entity(buffer, row.stored, 0);
     int id = -5;
-    EXPECT_EQ(entity.GetEntityId(id), row.result) << row.number;
-    EXPECT_EQ(id, row.id) << row.number;
-    EXPECT_EQ(entity.Number(), row.number);
+    EXPECT_EQ(entity.GetEntityId(id), row.result) << row.stored.number;
+    EXPECT_EQ(id, row.id) << row.stored.number;
+    EXPECT_EQ(entity.StoredId().number, row.stored.number);
+    EXPECT_EQ(entity.StoredId().isLarge, row.stored.isLarge);
   }
 }
 
 TEST(StepEntityReaderTest, StoresPositionAndType) {
   VRELBufferHandle buffer;
-  StepEntityReader entity(buffer, 1, 5'000'000'000, 4'294'967'295);
-  EXPECT_EQ(entity.Offset(), 5'000'000'000U);
-  EXPECT_EQ(entity.Line(), 4'294'967'295);
+  StepEntityReader entity(buffer, {1, false}, 100'000'000'000'000);
+  EXPECT_EQ(entity.Offset(), 100'000'000'000'000U);
   EXPECT_FALSE(entity.IsRead());
   EXPECT_FALSE(entity.HasEscapes());
   EXPECT_EQ(entity.Type(), StepEntityReader::kNoType);
@@ -44,7 +44,7 @@ TEST(StepEntityReaderTest, StoresPositionAndType) {
   EXPECT_TRUE(entity.HasEscapes());
 }
 
-TEST(StepEntityReaderTest, LimitsLineNumber) {
-  VRELBufferHandle buffer;
-  EXPECT_EQ(StepEntityReader(buffer, 1, 0, 4'294'967'296).Line(), 4'294'967'295);
+// A document has one of them for each instance.
+TEST(StepEntityReaderTest, IsSmall) {
+  EXPECT_LE(sizeof(StepEntityReader), 48U);
 }

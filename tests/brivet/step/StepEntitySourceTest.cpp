@@ -47,6 +47,20 @@ TEST(StepEntitySourceTest, ReportsTruncatedFile) {
   EXPECT_NE(document.Messages().back().find("the file has changed since it was read"), std::string::npos);
 }
 
+// Instances that begin far after the first one of their group.
+TEST(StepEntitySourceTest, ReadsInstancesFarApart) {
+  std::string data;
+  std::string edges;
+  for (int i = 0; i < 100; ++i) {
+    data += PointText(1000 + i, std::to_string(i) + ".,0.,0.");
+    if (i % 9 == 4) data += "#" + std::to_string(2000 + i) + "=STRANGE('" + std::string(20000, 'x') + "');\n";
+    edges += (i == 0 ? "#" : ",#") + std::to_string(1000 + i);
+  }
+  data += "#3000=GEOMETRIC_SET('',(" + edges + "));\n";
+  ReadModel const model(data + ProductText(100, "a", "#3000"));
+  ExpectBox(model->extent, {0, 0, 0, 99, 0, 0});
+}
+
 TEST(StepEntitySourceTest, KeepsLongIds) {
   std::string const id(25, '7');
   ReadModel const model("#" + id + "=PRODUCT('a','a','',());\n#90=PRODUCT_DEFINITION_FORMATION('','',#" + id +

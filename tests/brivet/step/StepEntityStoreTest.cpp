@@ -42,8 +42,16 @@ class PointSource final : public StepEntityStore::Source {
     store.EndInstance();
   }
   std::string IdOf(std::uint32_t instance) const override { return "#" + std::to_string(10 * instance); }
+  std::uint32_t TypeNumberOf(std::uint32_t instance) const noexcept override { return numbers[instance]; }
+  std::uint64_t OffsetOf(std::uint32_t /*instance*/) const noexcept override { return 0; }
+  void List(std::uint32_t instance, char const* type) {
+    StepEntityStore::Type const found = store.FindType(type);
+    numbers[instance] = found.number;
+    store.List(instance, found, 0);
+  }
 
   StepEntityStore store;
+  std::uint32_t numbers[5] = {};
   int loads = 0;
   bool fails = false;
 };
@@ -118,9 +126,9 @@ TEST(StepEntityStoreTest, KeepsOrdinalsAfterLostInstances) {
 TEST(StepEntityStoreTest, LoadsListedInstancesOnce) {
   PointSource source;
   StepEntityStore& store = source.store;
-  store.List(1, store.FindType("CARTESIAN_POINT"));
-  store.List(2, store.FindType("STRANGE"));
-  store.List(4, store.FindType("(ODD BOUNDED_CURVE STYLED_ITEM)"));
+  source.List(1, "CARTESIAN_POINT");
+  source.List(2, "STRANGE");
+  source.List(4, "(ODD BOUNDED_CURVE STYLED_ITEM)");
   EXPECT_EQ(store.InstanceCount(), 4U);
   EXPECT_EQ(store.InstancesOf(StepEntity::Point), std::vector<std::uint32_t>{1});
   EXPECT_EQ(store.InstancesOf(StepEntity::Curve), std::vector<std::uint32_t>{4});
@@ -147,7 +155,7 @@ TEST(StepEntityStoreTest, LoadsListedInstancesOnce) {
 
 TEST(StepEntityStoreTest, AttributesOfOtherEntitiesAreNotLoaded) {
   PointSource source;
-  source.store.List(1, source.store.FindType("CARTESIAN_POINT"));
+  source.List(1, "CARTESIAN_POINT");
   EXPECT_EQ(source.store.Get(1, STEP_ATTRIBUTE(StyledItem, "item")).kind, StepValue::EndOfList);
   EXPECT_EQ(source.loads, 0);
   double point[3];
@@ -160,7 +168,7 @@ TEST(StepEntityStoreTest, AttributesOfOtherEntitiesAreNotLoaded) {
 TEST(StepEntityStoreTest, FailedLoadHasNoValues) {
   PointSource source;
   source.fails = true;
-  source.store.List(1, source.store.FindType("CARTESIAN_POINT"));
+  source.List(1, "CARTESIAN_POINT");
   EXPECT_EQ(source.store.Get(1, STEP_ATTRIBUTE(RepresentationItem, "name")).kind, StepValue::EndOfList);
   EXPECT_TRUE(source.store.Is(1, StepEntity::Point));
 }

@@ -132,11 +132,11 @@ double RelativeTimeOfReferences() {
 
 // Each reference is shown twice, where it is and as a referrer, and a link of the plain page needs more bytes than the
 // reference in the document. The ordinary instances here are short and have no product model; against real documents
-// the ratio of the interactive page is 1.3. The limits allow for a busy machine.
+// the ratio of the interactive page is 1.3. The limits allow for a busy machine; quadratic time would be 800.
 TEST(StepHostileTest, ReferencesOfAllToAllTakeLinearTime) {
-  EXPECT_LE(RelativeTimeOfReferences<InteractivePage>(), 4);
-  EXPECT_LE(RelativeTimeOfReferences<TextPage>(), 3);
-  EXPECT_LE(RelativeTimeOfReferences<HtmlPage>(), 5);
+  EXPECT_LE(RelativeTimeOfReferences<InteractivePage>(), 10);
+  EXPECT_LE(RelativeTimeOfReferences<TextPage>(), 10);
+  EXPECT_LE(RelativeTimeOfReferences<HtmlPage>(), 10);
 }
 
 TEST(StepHostileTest, ManyAuthorsTakeLittleMemory) {

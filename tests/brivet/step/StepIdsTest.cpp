@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <string>
@@ -32,7 +33,10 @@ struct Indexed {
   Indexed& operator=(Indexed const&) = delete;
   void Index() {
     duplicates.clear();
-    ids.Index([this](std::uint32_t instance, std::uint32_t first) { duplicates.emplace_back(instance, first); });
+    auto const indexed = static_cast<std::uint32_t>(
+        numbers.size() - static_cast<std::size_t>(std::count(numbers.begin(), numbers.end(), StepIds::kLeftOut)));
+    ids.Index(indexed,
+              [this](std::uint32_t instance, std::uint32_t first) { duplicates.emplace_back(instance, first); });
   }
 
   std::vector<std::string> texts;
@@ -119,6 +123,73 @@ TEST(StepIdsTest, AgreesWithMap) {
       std::string const id = std::to_string(random() % (2 * range));
       auto const place = model.find(id);
       ASSERT_EQ(indexed.ids.Find(IdOf(id)), place == model.end() ? StepIds::kNone : place->second) << id;
+    }
+  }
+}
+
+namespace {
+
+// Ids in runs: pairs of the first id and the length.
+std::vector<std::string> Runs(std::vector<std::pair<long, long>> const& runs) {
+  std::vector<std::string> ids;
+  for (auto const& [first, length] : runs) {
+    for (long i = 0; i < length; ++i) ids.push_back(std::to_string(first + i));
+  }
+  return ids;
+}
+
+}  // namespace
+
+TEST(StepIdsTest, FindsInRuns) {
+  for (std::vector<std::pair<long, long>> const& runs : {std::vector<std::pair<long, long>>{{1, 100}},
+                                                         {{0, 3}},
+                                                         {{5, 1}},
+                                                         {{500, 10}, {1, 14}, {16, 300}, {15, 1}},
+                                                         {{4294967290, 20}, {7, 2}},
+                                                         {{1, 5}, {10, 5}, {20, 5}}}) {
+    std::vector<std::string> const digits = Runs(runs);
+    Indexed indexed(digits);
+    EXPECT_TRUE(indexed.duplicates.empty());
+    std::map<long, std::uint32_t> model;
+    for (std::uint32_t i = 0; i < digits.size(); ++i) model.emplace(std::stol(digits[i]), i);
+    for (auto const& [first, length] : runs) {
+      for (long id = std::max(0L, first - 3); id < first + length + 3; ++id) {
+        auto const place = model.find(id);
+        ASSERT_EQ(indexed.ids.Find(IdOf(std::to_string(id))), place == model.end() ? StepIds::kNone : place->second)
+            << id;
+      }
+    }
+    EXPECT_EQ(indexed.ids.Find(IdOf("12345678901234567890")), StepIds::kNone);
+    EXPECT_EQ(indexed.ids.Find(IdOf("999999999999999999")), StepIds::kNone);
+  }
+}
+
+TEST(StepIdsTest, RunsThatOverlapHaveDuplicates) {
+  // Instances 0 to 4 have the ids 10 to 14, 5 to 7 the ids 1 to 3, 8 to 10 the ids 14 to 16, and 11 the id 2.
+  Indexed indexed(Runs({{10, 5}, {1, 3}, {14, 3}, {2, 1}}));
+  EXPECT_EQ(indexed.duplicates, (Pairs{{8, 4}, {11, 6}}));
+  EXPECT_EQ(indexed.ids.Find(IdOf("14")), 4U);
+  EXPECT_EQ(indexed.ids.Find(IdOf("2")), 6U);
+  EXPECT_EQ(indexed.ids.Find(IdOf("16")), 10U);
+}
+
+TEST(StepIdsTest, LeftOutInstanceOfRunIsNotFound) {
+  Indexed indexed(Runs({{1, 10}}));
+  indexed.numbers[4] = StepIds::kLeftOut;
+  indexed.Index();
+  EXPECT_EQ(indexed.ids.Find(IdOf("5")), StepIds::kNone);
+  EXPECT_EQ(indexed.ids.Find(IdOf("6")), 5U);
+}
+
+// More runs than are kept.
+TEST(StepIdsTest, FindsInManyRuns) {
+  for (long const step : {2L, 1000L}) {
+    std::vector<std::pair<long, long>> runs;
+    for (long i = 0; i < 200; ++i) runs.emplace_back((200 - i) * step, 1);
+    Indexed indexed(Runs(runs));
+    for (long i = 0; i < 200; ++i) {
+      EXPECT_EQ(indexed.ids.Find(IdOf(std::to_string((200 - i) * step))), static_cast<std::uint32_t>(i));
+      EXPECT_EQ(indexed.ids.Find(IdOf(std::to_string((200 - i) * step + 1))), StepIds::kNone);
     }
   }
 }

@@ -35,7 +35,8 @@ struct TextSink {
 
 // Returns what was read, or "refused".
 std::string Read(std::string const& bytes) {
-  StepInstanceText text(bytes.c_str());
+  std::string const padded = bytes + std::string(1 + kBlockPadding, '\0');
+  StepInstanceText text(padded.c_str());
   TextSink sink;
   return text.ReadName() && text.ReadRecords(sink) ? sink.text : "refused";
 }
@@ -75,8 +76,21 @@ TEST(StepInstanceTextTest, ReadsUsualForm) {
   EXPECT_EQ(Read("#1=A('x',\n\r\n\r'y');"), "[A 'x' 0 'y' 3]");
 }
 
+// Words and numbers that are longer than a block of bytes, or end with one.
+TEST(StepInstanceTextTest, ReadsLongTokens) {
+  for (std::size_t size : {1, 7, 8, 9, 15, 16, 17, 18, 31, 32, 33, 60}) {
+    std::string const word(size, 'W');
+    std::string const digits =
+        std::string("123456789012345678901234567890123456789012345678901234567890").substr(0, size);
+    EXPECT_EQ(Read("#1=" + word + "(." + word + ".);"), "[" + word + " ." + word + ".]");
+    EXPECT_EQ(Read("#1=A(" + digits + ",-" + digits + "." + digits + "E-" + digits + ");"),
+              "[A int " + digits + " real -" + digits + "." + digits + "E-" + digits + "]");
+    EXPECT_EQ(Read("#1=A(#" + digits + ");"), size <= 18 ? "[A #" + digits + "/" + digits + "]" : "refused");
+  }
+}
+
 TEST(StepInstanceTextTest, ReportsNameAndSize) {
-  std::string const bytes = "\r\n#0012\n = (A(\n)) ;rest";
+  std::string const bytes = "\r\n#0012\n = (A(\n)) ;rest" + std::string(1 + kBlockPadding, '\0');
   StepInstanceText text(bytes.c_str());
   StepInstanceText::Ignore ignored;
   ASSERT_TRUE(text.ReadName());

@@ -195,6 +195,29 @@ TEST(StepScannerTest, SeekReturnsToToken) {
   EXPECT_EQ(scanner.Next().line, 3);
 }
 
+TEST(StepScannerTest, SkipToCountsLines) {
+  BytesInFile file("A\r\n\n 'b'\rC" + std::string(2000, '\n') + "D");
+  StepScanner scanner(file.Buffer());
+  EXPECT_FALSE(scanner.SkipTo(5));  // before the first token
+  scanner.Seek({0, 7});
+  EXPECT_TRUE(scanner.SkipTo(5));
+  EXPECT_EQ(scanner.Line(), 9);
+  EXPECT_EQ(scanner.Next().text, "b");
+  EXPECT_FALSE(scanner.SkipTo(0));
+  EXPECT_TRUE(scanner.SkipTo(9));
+  EXPECT_EQ(scanner.Next().text, "C");
+  EXPECT_EQ(scanner.Current().line, 10);
+  EXPECT_FALSE(scanner.SkipTo(2010));  // too far
+  EXPECT_EQ(scanner.Offset(), 10U);
+  scanner.Seek({2000, 2000});
+  EXPECT_TRUE(scanner.SkipTo(2010));
+  EXPECT_EQ(scanner.Next().text, "D");
+  EXPECT_EQ(scanner.Current().line, 2010);
+  EXPECT_FALSE(scanner.SkipTo(2012));  // after the end
+  scanner.Seek({0, 0});
+  EXPECT_FALSE(scanner.SkipTo(5));  // the line is unknown
+}
+
 // The file was truncated meanwhile.
 TEST(StepScannerTest, SeekAfterEndIsEnd) {
   BytesInFile file("A B");

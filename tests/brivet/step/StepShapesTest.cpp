@@ -118,6 +118,31 @@ TEST(StepShapesTest, RefusesSplinesWithoutPositiveWeights) {
   }
 }
 
+// Damage is reported although the control points are in the box.
+TEST(StepShapesTest, WarnsAboutDamagedKnotsInBox) {
+  std::string const data = RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                           PointText(80, "1.,1.,0.") + PointText(81, "2.,2.,0.") + PointText(82, "3.,1.,0.");
+  for (char const* const knots : {"(3,3),(0.,0.)", "(3,3),(1.,0.)", "(3,2),(0.,1.)", "(3,4),(0.,1.)", "(3),(0.,1.)"}) {
+    ReadModel const model(data + "#83=B_SPLINE_CURVE_WITH_KNOTS('',2,(#80,#81,#82),.U.,.F.,.F.," + knots +
+                          ",.U.);\n#84=GEOMETRIC_CURVE_SET('',(#83));\n" + ProductText(100, "a", "#71,#84"));
+    ExpectBox(model->extent, {0, 0, 0, 4, 3, 0});
+    EXPECT_EQ(model->warnings, std::vector<std::string>{"#83: the curve is damaged or of an unknown type"}) << knots;
+  }
+}
+
+// The control points are in the box, but not the curves that are made from the spline.
+TEST(StepShapesTest, EvaluatesOffsetOfSplineInBox) {
+  std::string const data = RectangleText() + "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n" +
+                           PointText(80, "1.,1.,0.") + PointText(81, "2.,1.,0.") + PointText(82, "3.,1.,0.");
+  ReadModel const model(data +
+                        "#83=B_SPLINE_CURVE_WITH_KNOTS('',2,(#80,#81,#82),.U.,.F.,.F.,(3,3),(0.,1.),.U.);\n"
+                        "#85=DIRECTION('',(0.,0.,1.));\n#86=OFFSET_CURVE_3D('',#83,5.,.F.,#85);\n"
+                        "#84=GEOMETRIC_CURVE_SET('',(#86));\n" +
+                        ProductText(100, "a", "#71,#84"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ExpectBox(model->extent, {0, 0, 0, 4, 6, 0});
+}
+
 // A coordinate that all control points share is that of the curve, without rounding.
 TEST(StepShapesTest, ExtentOfSplineHasNoRounding) {
   for (double const z : {0.1, 0.3, 0.7, 200.1, -4.7}) {

@@ -80,3 +80,31 @@ TEST(StepTypesTest, CountsManyTypesInTurn) {
   EXPECT_EQ(types.Instances(2999), 3);
   EXPECT_EQ(types.Name(2999), "TYPE_2999");
 }
+
+// Names that begin and end alike, or are the bytes of a longer one, are not taken for each other.
+TEST(StepTypesTest, DistinguishesSimilarNames) {
+  std::vector<std::string> const names = {"A",
+                                          "AA",
+                                          "AAAAAAA",
+                                          "AAAAAAAA",
+                                          "AAAAAAAAA",
+                                          "ABCDEFGHIJKLMNOP",
+                                          "ABCDEFGHABCDEFGH",
+                                          "ABCDEFGHXABCDEFGH",
+                                          "ABCDEFGHYABCDEFGH",
+                                          "ABCDEFGHYYABCDEFGH"};
+  StepTypes types;
+  for (int round = 0; round < 3; ++round) {
+    for (std::uint32_t i = 0; i < names.size(); ++i) EXPECT_EQ(types.Count(names[i]), i) << names[i];
+  }
+  EXPECT_EQ(types.Size(), names.size());
+}
+
+TEST(StepTypesTest, FindAddsTypeWithoutInstances) {
+  StepTypes types;
+  EXPECT_EQ(types.Find("LINE"), 0U);
+  EXPECT_EQ(types.Instances(0), 0);
+  types.Count(0);
+  EXPECT_EQ(types.Find("LINE"), 0U);
+  EXPECT_EQ(types.Instances(0), 1);
+}
