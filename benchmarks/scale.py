@@ -2,17 +2,15 @@
 """Measures how the time and the memory of brivet grow with the size of the input, from 1 KB to 1 GB.
 
 scale.py BRIVET RESULTS [--largest MEGABYTES]    measures and writes RESULTS (JSON)
-scale.py --generate BYTES                        writes one of the inputs to standard output
 
-An input repeats the instances of examples/bracket.stp, each time with other ids, so that it holds as many products as
-copies. The smallest one holds points only. Each run reads from the page cache and writes to a scratch folder without
-fsync. Time is the processor time of the process, the median of three runs, or of one above 100 MB; memory is its peak,
-but at least that of this script, from which the kernel starts to count.
+An input is a boundary representation with lines, circles, ellipses and B-splines (benchmarks/brivet/make_step.py). The
+smallest ones have points only. Pages are made without exact shading, which only small documents have. Each run reads from
+the page cache and writes to a scratch folder without fsync. Time is the processor time of the process, the median of three
+runs, or of one above 100 MB; memory is its peak, but at least that of this script, from which the kernel starts to count.
 """
 import argparse
 import json
 import os
-import re
 import subprocess
 import sys
 import tempfile
@@ -20,44 +18,34 @@ from pathlib import Path
 from statistics import median
 
 ROOT = Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(ROOT / "benchmarks/brivet"))
+import make_step  # noqa: E402
+
 SIZES = [10**power for power in range(3, 10)]
 MODES = {
     "-list": ["-list", "INPUT"],
-    "page": ["INPUT", "OUT.html"],
-    "JSON": ["INPUT", "OUT.json"],
-    "STEP": ["INPUT", "OUT.stp"],
+    "page": ["-quiet", "-set", "Html.*.Writer.Shade=Off", "INPUT", "OUT.html"],
+    "JSON": ["-quiet", "INPUT", "OUT.json"],
+    "STEP": ["-quiet", "INPUT", "OUT.stp"],
 }
-END = b"ENDSEC;\nEND-ISO-10303-21;\n"
+SMALLEST = 30_000  # bytes of a solid and what it needs
 
 
-def generate(size, out):
+def generate(size, path):
     """Writes a STEP file of about that many bytes, and returns the number of its instances."""
-    text = (ROOT / "examples/bracket.stp").read_bytes()
-    start = text.index(b"DATA;\n") + len(b"DATA;\n")
-    head, data = text[:start], text[start : text.rindex(b"ENDSEC;")]
-    ids = [int(found) for found in re.findall(rb"#(\d+)\s*=", data)]
-    written = out.write(head)
-    if size < len(text):
-        count = 0
-        while written < size:
-            count += 1
-            written += out.write(b"#%d=CARTESIAN_POINT('',(%d.,0.,0.));\n" % (count, count))
-        out.write(END)
-        return count
-    pieces = re.split(rb"#(\d+)", data)
-    copies = max(1, (size - len(head)) // len(data))
-    for copy in range(copies):
-        offset = copy * max(ids)
-        pieces_out = [piece if i % 2 == 0 else b"#%d" % (int(piece) + offset) for i, piece in enumerate(pieces)]
-        out.write(b"".join(pieces_out))
-    out.write(END)
-    return copies * len(ids)
+    if size >= SMALLEST:
+        return make_step.make("brep", size, path)
+    target = make_step.StepFile(path, 0.0)
+    while target.size < size:
+        target.point(float(target.instances), 0.0, 0.0)
+    target.close([])
+    return target.instances
 
 
 def measure(brivet, mode, source, folder):
     """Runs brivet once. Returns processor seconds and peak bytes."""
     arguments = [word.replace("INPUT", str(source)).replace("OUT", str(folder / "out")) for word in MODES[mode]]
-    command = [brivet, "-quiet", "-nolog", "-nosync", "-force", *arguments]
+    command = [brivet, "-nolog", "-nosync", "-force", *arguments]
     with subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL) as process:
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
@@ -76,8 +64,7 @@ def run(brivet, largest):
         for size in SIZES:
             if size > largest:
                 break
-            with source.open("wb") as out:
-                instances = generate(size, out)
+            instances = generate(size, source)
             for mode in MODES:
                 runs = [measure(brivet, mode, source, folder) for _ in range(3 if size <= 10**8 else 1)]
                 point = {"mode": mode, "bytes": source.stat().st_size, "instances": instances}
@@ -112,8 +99,9 @@ def section(points):
     lines = [
         "\n## Scale\n",
         "![Time and memory of brivet over the size of the input](images/performance-scale.svg)\n",
-        "Inputs repeat the instances of `examples/bracket.stp` (`benchmarks/scale.py`), so that they have as many products as",
-        "copies. Processor time of the whole process; below 1 MB most of it is the start of the program. Peak memory; below",
+        "Inputs are boundary representations with lines, circles, ellipses and B-splines (`benchmarks/brivet/make_step.py`).",
+        "`-list` includes the summary, and pages are made without exact shading. Processor time of the whole process; below",
+        "1 MB most of it is the start of the program. Peak memory; below",
         f"{min(p['peak'] for p in points) / 1e6:.0f} MB it is not measured.\n",
         "| Input | Instances | " + " | ".join(f"`{m}`" if m == "-list" else m for m in MODES) + " |",
         "|---|---|" + "---|" * len(MODES),
@@ -129,12 +117,9 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("brivet", type=Path, nargs="?")
     parser.add_argument("results", type=Path, nargs="?")
-    parser.add_argument("--generate", type=int, metavar="BYTES")
     parser.add_argument("--largest", type=int, default=1000, metavar="MEGABYTES")
     options = parser.parse_args()
-    if options.generate is not None:
-        generate(options.generate, sys.stdout.buffer)
-    elif options.results is None:
+    if options.results is None:
         parser.error("RESULTS is missing")
     else:
         points = run(options.brivet.resolve(), options.largest * 10**6)

@@ -57,11 +57,18 @@ class StepFile:
         self.damage = damage
         self.due = 0.0
         self.numbers = Numbers()
-        self.write(HEADER + OPENING)
+        self.instances = 0
+        self.write(HEADER)
+        for record in OPENING.splitlines(keepends=True):
+            self.write_instance(record)
 
     def write(self, text):
         self.out.write(text)
         self.size += len(text)
+
+    def write_instance(self, text):
+        self.write(text)
+        self.instances += 1
 
     def add(self, record):
         self.last += 1
@@ -69,7 +76,7 @@ class StepFile:
         if self.due >= 1.0:
             self.due -= 1.0
             record = record.replace(",", ",,", 1)
-        self.write(f"#{self.last}={record};\n")
+        self.write_instance(f"#{self.last}={record};\n")
         return self.last
 
     def real(self, value):
@@ -208,8 +215,19 @@ class StepFile:
 
     def close(self, solids):
         names = ",".join(f"#{each}" for each in solids)
-        self.write(f"#15=ADVANCED_BREP_SHAPE_REPRESENTATION('',({names}),#5);\nENDSEC;\nEND-ISO-10303-21;\n")
+        self.write_instance(f"#15=ADVANCED_BREP_SHAPE_REPRESENTATION('',({names}),#5);\n")
+        self.write("ENDSEC;\nEND-ISO-10303-21;\n")
         self.out.close()
+
+
+def make(form, size, path, damage=0.0):
+    """Writes a file of at least that many bytes, and returns the number of its instances."""
+    target = StepFile(path, damage)
+    solids = []
+    while target.size < size:
+        solids.append(target.group(len(solids), form == "boxes"))
+    target.close(solids)
+    return target.instances
 
 
 def size_of(text):
@@ -224,11 +242,7 @@ def main():
     parser.add_argument("path")
     parser.add_argument("--damage", type=float, default=0.0, help="share of instances with a syntax error")
     arguments = parser.parse_args()
-    target = StepFile(arguments.path, arguments.damage)
-    solids = []
-    while target.size < arguments.size:
-        solids.append(target.group(len(solids), arguments.form == "boxes"))
-    target.close(solids)
+    make(arguments.form, arguments.size, arguments.path, arguments.damage)
 
 
 if __name__ == "__main__":

@@ -13,7 +13,7 @@ enum class StepEntity : std::uint16_t {
 };
 
 struct StepEntityDefinition {
-  char const* name;
+  std::string_view name;
   StepEntity supertype;
   char const* attributes;  // names separated by blanks
 };

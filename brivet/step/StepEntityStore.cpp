@@ -559,15 +559,10 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
   return {};
 }
 
-StepRecordText StepEntityStore::RecordOf(std::uint32_t instance) const noexcept {
-  Kind const kind = KindOf(instance);
-  if (kind.state != Listed || kind.isComplex || kind.entity == 0) return {};
-  return {source->BytesAt(OffsetOf(instance)), DefinitionOf(kind.Entity()).name};
-}
-
 StepRecordText StepEntityStore::RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
-  if (!kStepEntityTable.IsA(SimpleEntityOf(instance), attribute.entity)) return {};
-  StepRecordText record = RecordOf(instance);
+  Kind const kind = KindOf(instance);
+  if (kind.state != Listed || kind.isComplex || !kStepEntityTable.IsA(kind.Entity(), attribute.entity)) return {};
+  StepRecordText record = RecordOf(instance, kind.Entity());
   for (int i = 0; i < attribute.position; ++i) {
     if (!record.Skip()) break;
   }

@@ -126,9 +126,8 @@ class StepEntityStore final : public DocumentVisitor {
   // Lists an instance by its type and the offset of its records in the file.
   // Requires: a source; an ordinal of the document, in ascending order; the type is complete.
   void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset) {
-    std::size_t const group = ordinal / kGroup;
-    if (group >= groupOffsets.size()) groupOffsets.resize(group + 1, offset);
-    std::uint64_t const distance = offset - groupOffsets[group];
+    if (ordinal / kGroup >= groupOffsets.size()) groupOffsets.resize(ordinal / kGroup + 1, offset);
+    std::uint64_t const distance = offset - groupOffsets.back();
     Kind kind(type.entity, Listed, type.isComplex);
     kind.distance = static_cast<std::uint16_t>(distance < kFar ? distance : kFar);
     kinds[ordinal] = kind;
@@ -167,7 +166,11 @@ class StepEntityStore final : public DocumentVisitor {
   // Returns whether the attribute is "$".
   bool IsUnset(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
   // Returns the record of an instance whose type is the entity itself; valid until the next call of the store.
-  StepRecordText RecordOf(std::uint32_t instance) const noexcept;
+  StepRecordText RecordOf(std::uint32_t instance) const noexcept {
+    Kind const kind = KindOf(instance);
+    return kind.state == Listed && !kind.isComplex && kind.entity != 0 ? RecordOf(instance, kind.Entity())
+                                                                       : StepRecordText();
+  }
   // Returns the ordinal of an id in such a record, or 0.
   std::uint32_t Find(std::int64_t id) const noexcept { return source == nullptr ? 0 : source->Find(id); }
 
@@ -251,6 +254,9 @@ class StepEntityStore final : public DocumentVisitor {
     std::size_t capacity = 0;
   };
 
+  StepRecordText RecordOf(std::uint32_t instance, StepEntity entity) const noexcept {
+    return {source->BytesAt(OffsetOf(instance)), DefinitionOf(entity).name};
+  }
   // Returns the record of a listed instance from an attribute on.
   StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;

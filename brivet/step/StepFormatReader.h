@@ -25,7 +25,8 @@ struct InputError;
 //
 // The file is read through a window from the first byte to the last: once while it is traversed, once by Resolve, and
 // once or more by each description, which needs Resolve.
-// Memory: less than 100 bytes per instance, and the header; it does not depend on the length of the file.
+// Memory: about 60 bytes per instance, 65 with the product model without geometry, and the header; it does not depend
+// on the length of the file.
 //
 // The sections of edition 3 (ANCHOR, REFERENCE, SIGNATURE) are described as they are. An instance with a scope follows
 // the instances of its scope.

@@ -1,7 +1,8 @@
-// Two table layouts. Exporters number instances almost without gaps: then the id is the slot, and a look-up is one
-// access. Otherwise the table is a hash table with linear probing at a load of at most three quarters, with a seeded
-// hash function so that no document can choose ids that collide. Both tables contain instances, not ids: the id is read
-// from the instance.
+// Three forms. Most exporters number instances in order, with few exceptions: then runs of consecutive ids are all that
+// is stored, and the longest one is tried first. If ids are in another order, but almost without gaps, there is a table
+// in which the id is the slot, and a look-up is one access. Otherwise the table is a hash table with linear probing at
+// a load of at most three quarters, with a seeded hash function so that no document can choose ids that collide. Both
+// tables contain instances, not ids: the id is read from the instance.
 #include "StepIds.h"
 
 #include <algorithm>

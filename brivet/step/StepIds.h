@@ -14,8 +14,7 @@
 // StepEntityReader): its id or, if that does not fit, the offset of its digits in the file. Ids of any length therefore
 // take no more memory than others.
 //
-// Memory: less than 6 bytes per instance; none if the ids ascend by one from instance to
-// instance, with few exceptions.
+// Memory: less than 6 bytes per instance; none if the ids ascend by one from instance to instance, with few exceptions.
 class StepIds {
  public:
   static constexpr std::uint32_t kNone = UINT32_MAX;

@@ -39,8 +39,8 @@ void StepModelContext::WarnOfType(std::uint32_t instance, StepAttribute const& a
       what = store.IdOf(found.reference) + (type.empty() ? " of another type" : " of type " + std::string(type));
     }
   }
-  Warn(instance,
-       "attribute " + AttributeName(attribute) + ": expected " + DefinitionOf(expected).name + ", found " + what);
+  Warn(instance, "attribute " + AttributeName(attribute) + ": expected " + std::string(DefinitionOf(expected).name) +
+                     ", found " + what);
 }
 
 std::uint32_t StepModelContext::Instance(std::uint32_t instance, StepAttribute const& attribute, StepEntity expected,

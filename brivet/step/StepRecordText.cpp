@@ -58,7 +58,7 @@ StepRecordText::StepRecordText(char const* bytes, std::string_view type) noexcep
   }
 }
 
-bool StepRecordText::Skip() noexcept {
+bool StepRecordText::SkipAny() noexcept {
   SkipBlanks();
   switch (*at) {
     case '\'':

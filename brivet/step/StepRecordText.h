@@ -27,7 +27,12 @@ class StepRecordText {
   StepRecordText(char const* bytes, std::string_view type) noexcept;
 
   // Skips a value that is not a list.
-  bool Skip() noexcept;
+  bool Skip() noexcept {
+    // Most of them are '', * or $ without blanks.
+    if (at[0] == '\'' && at[1] == '\'' && at[2] == ',') return at += 3, true;
+    if ((at[0] == '*' || at[0] == '$') && at[1] == ',') return at += 2, true;
+    return SkipAny();
+  }
   // Reads "#12".
   bool Reference(std::int64_t& id) noexcept {
     SkipBlanks();
@@ -63,6 +68,7 @@ class StepRecordText {
   }
 
  private:
+  bool SkipAny() noexcept;
   void SkipBlanks() noexcept {
     if (static_cast<unsigned char>(*at) > ' ') return;
     while (IsBlank(static_cast<unsigned char>(*at))) ++at;
