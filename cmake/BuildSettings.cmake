@@ -7,13 +7,9 @@ check_cxx_compiler_flag(-fcf-protection=full VREL_HAS_CF_PROTECTION)
 
 # vrel_build_settings(target): applies all of them to one target.
 function(vrel_build_settings target)
-  # -ffp-contract=off: results are guaranteed bit for bit, so no product and sum may become one operation. An empty format
-  # is a valid call of the message channels.
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wno-format-zero-length
-                                           -ffp-contract=off)
-  if(VREL_WARNINGS_AS_ERRORS)
-    target_compile_options(${target} PRIVATE -Werror)
-  endif()
+  vrel_warnings(${target})
+  # Results are guaranteed bit for bit, so no product and sum may become one operation.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
   vrel_hardening(${target})
   if(VREL_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${VREL_SANITIZE} -fno-sanitize-recover=all
@@ -28,6 +24,15 @@ function(vrel_build_settings target)
     # Atomic, because gcovr refuses counters that the tests of threads have made negative.
     target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
     target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()
+
+# vrel_warnings(target): the warnings. An empty format is a valid call of the message channels.
+function(vrel_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+                                           -Wnon-virtual-dtor -Wno-format-zero-length)
+  if(VREL_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
   endif()
 endfunction()
 

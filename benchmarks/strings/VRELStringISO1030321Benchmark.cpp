@@ -27,7 +27,7 @@ void decode(benchmark::State& state) {
     reader.ConvertFromASCII(text.c_str(), out);
     benchmark::DoNotOptimize(&out);
   }
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(decode)->Apply(Sizes);
 
@@ -40,7 +40,7 @@ void encode(benchmark::State& state) {
     writer.ConvertToASCII(text, out);
     benchmark::DoNotOptimize(out);
   }
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * static_cast<std::size_t>(text.length())));
+  state.SetBytesProcessed(state.iterations() * text.length());
 }
 BENCHMARK(encode)->Apply(Sizes);
 

@@ -38,7 +38,7 @@ std::size_t MissingFaces(ModelProduct const& product) {
   std::size_t unidentified = 0;
   for (ModelMesh const& mesh : product.meshes) {
     missing.erase(mesh.instance);
-    unidentified += all.count(mesh.instance) == 0 ? 1 : 0;
+    if (all.count(mesh.instance) == 0) ++unidentified;
   }
   return missing.size() - std::min(missing.size(), unidentified);
 }

@@ -29,7 +29,7 @@ GzipOutputStream::~GzipOutputStream() {
 }
 
 int GzipOutputStream::write(char const* bytes, int count) {
-  return Compress(bytes, count, Z_NO_FLUSH) ? count : -1;
+  return count >= 0 && Compress(bytes, count, Z_NO_FLUSH) ? count : -1;
 }
 
 bool GzipOutputStream::Finish() {

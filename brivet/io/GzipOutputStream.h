@@ -16,7 +16,7 @@ class GzipOutputStream final : public VRELOutputStream {
   GzipOutputStream(GzipOutputStream const&) = delete;
   GzipOutputStream& operator=(GzipOutputStream const&) = delete;
 
-  // Returns `count`, or -1 after a failure of the target.
+  // Returns `count`, or -1 after a failure of the target and for a negative count.
   int write(char const* bytes, int count) override;
   // Do nothing: the stream is completed by Finish.
   void flush() override {}

@@ -141,6 +141,7 @@ void OutputFile::KeepAttributes(struct stat const& replaced) {
 }
 
 int OutputFile::write(char const* bytes, int count) {
+  if (count < 0) return -1;
   if (buffer.size() + static_cast<std::size_t>(count) > kBufferSize) flush();
   if (writeError != 0) return -1;
   std::string_view const given(bytes, static_cast<std::size_t>(count));

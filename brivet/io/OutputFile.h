@@ -31,7 +31,7 @@ class OutputFile final : public VRELOutputStream {
   OutputFile(OutputFile const&) = delete;
   OutputFile& operator=(OutputFile const&) = delete;
 
-  // Returns `count`, or -1 after the first failure, which Check and Commit report.
+  // Returns `count`; -1 after the first failure, which Check and Commit report, and for a negative count.
   int write(char const* bytes, int count) override;
   void flush() override;
   void close() override { flush(); }

@@ -46,7 +46,7 @@ bool IsClean(ModelMesh const& mesh) {
   return true;
 }
 
-ModelMesh Clean(ModelMesh const& mesh, long& skipped) {
+ModelMesh Clean(ModelMesh const& mesh, std::size_t& skipped) {
   constexpr std::uint32_t kUnused = 0xFFFFFFFFU;
   ModelMesh clean;
   clean.instance = mesh.instance;

@@ -1,6 +1,7 @@
 // Meshes of a product model with the nodes of its structure, ready for writing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -44,7 +45,7 @@ class MeshScene {
   // Returns whether the structure has more nodes than ProductModel::kNodeLimit.
   bool HasTooManyNodes() const;
   // Returns the number of triangles that were left out.
-  long SkippedCount() const noexcept { return skippedCount; }
+  std::size_t SkippedCount() const noexcept { return skippedCount; }
 
   // Calls the function for each node, parents first. Polls for an abort.
   void ForEachNode(std::function<void(Node const&)> const& receive) const;
@@ -61,5 +62,5 @@ class MeshScene {
   std::deque<ModelMesh> cleaned;                      // those that differ from the model's
   std::vector<double> metres;
   std::vector<char> isShown;  // the product or a descendant has meshes
-  long skippedCount = 0;
+  std::size_t skippedCount = 0;
 };

@@ -20,7 +20,7 @@ void AbortOnSignals() {
     if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = RequestAbort;
-    action.sa_flags = SA_RESETHAND;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);  // the highest bit
     sigaction(signal, &action, nullptr);
   }
 }

@@ -38,7 +38,7 @@ std::string Shorten(std::string const& text) {
   AppendEscapingControls(escaped, text);
   std::size_t begin = escaped.size();
   for (std::size_t length = 0; begin > 0; --begin) {
-    length += escaped[begin - 1] == '%' ? 2 : 1;
+    length += escaped[begin - 1] == '%' ? 2U : 1U;
     if (length > kSubjectLimit) break;
   }
   if (begin == 0) return escaped;

@@ -16,7 +16,11 @@ static_assert(StepTypes::kLimit < StepEntityReader::kNoType);
 }  // namespace
 
 StepEntityReader::StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position)
-    : VRELEntityReader(source), offset(position), isLarge(id.isLarge ? 1 : 0), type(kNoType), escapes(0) {
+    : VRELEntityReader(source),
+      offset(position & kLargestOffset),
+      isLarge(id.isLarge ? 1 : 0),
+      type(kNoType),
+      escapes(0) {
   entityId = static_cast<int>(id.number);
 }
 

@@ -39,7 +39,7 @@ class StepEntityReader final : public VRELEntityReader {
   std::uint32_t Type() const noexcept { return type; }
   // Requires: typeNumber < kNoType.
   void SetType(std::uint32_t typeNumber, bool hasEscapes) noexcept {
-    type = typeNumber;
+    type = typeNumber & kNoType;
     escapes = hasEscapes;
   }
   void SetUnread() noexcept { SetType(kNoType, false); }
@@ -50,6 +50,8 @@ class StepEntityReader final : public VRELEntityReader {
   bool IsRead() const noexcept { return type != kNoType; }
 
  private:
+  static constexpr std::uint64_t kLargestOffset = 0x7FFFFFFFFFFF;  // 128 TiB
+
   // Bit fields, because there is an object for each instance. The number is the id of the base class.
   std::uint64_t const offset : 47;
   std::uint64_t const isLarge : 1;

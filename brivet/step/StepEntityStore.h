@@ -206,7 +206,9 @@ class StepEntityStore final : public DocumentVisitor {
     std::uint16_t distance = 0;
     constexpr Kind() noexcept : entity(0), state(None), isComplex(0) {}
     constexpr Kind(StepEntity first, State now, bool hasSeveral) noexcept
-        : entity(static_cast<std::uint16_t>(first) & 0x1FFFU), state(now), isComplex(hasSeveral ? 1U : 0U) {}
+        : entity(static_cast<std::uint16_t>(first) & 0x1FFFU),
+          state(static_cast<std::uint16_t>(now) & 3U),
+          isComplex(hasSeveral ? 1U : 0U) {}
     constexpr StepEntity Entity() const noexcept { return static_cast<StepEntity>(entity); }
   };
   static_assert(kStepEntityCount <= 0x1FFF && sizeof(Kind) == 4);

@@ -74,10 +74,10 @@ std::uint32_t Hexadecimal(std::string_view digits) {
 
 void AppendCharacter(std::string& utf8, std::uint32_t code) {
   if (code > 0x10FFFF || U_IS_SURROGATE(code)) code = kReplacement;
-  char bytes[4];
+  std::uint8_t bytes[4];
   std::size_t length = 0;
   U8_APPEND_UNSAFE(bytes, length, code);
-  utf8.append(bytes, length);
+  utf8.append(reinterpret_cast<char const*>(bytes), length);
 }
 
 // Joins the code units of consecutive \X2\ escapes.

@@ -46,7 +46,7 @@ void Log() {
   delete VRELErrorTracker::GetInstance();
 }
 
-class Bar : public Gk_ProgressObserver {
+class Bar final : public Gk_ProgressObserver {
  public:
   Type getType() const override { return ProgressType; }
   void setMax(int steps) override { all = steps; }

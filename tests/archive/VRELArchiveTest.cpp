@@ -320,7 +320,7 @@ TEST(VRELArchiveTest, NarrowStrings) {
 }
 
 TEST(VRELArchiveTest, LongStrings) {
-  for (std::size_t const length : {4095, 4096, 4097, 8191, 8192, 8193, 65533, 200000}) {
+  for (std::size_t const length : {4095U, 4096U, 4097U, 8191U, 8192U, 8193U, 65533U, 200000U}) {
     SCOPED_TRACE(length);
     std::string text(length, ' ');
     for (std::size_t i = 0; i < length; ++i) text[i] = static_cast<char>('a' + i % 26);
@@ -409,7 +409,7 @@ TEST(VRELArchiveTest, StringIsReadInOneCall) {
       {"\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x1F"s, {1, 2, 1, 2, 4, 0x7FFFFFFC}},
   };
   for (auto const& row : rows) {
-    for (std::size_t const arriving : {0, 3, 5000, 100000}) {
+    for (std::size_t const arriving : {0U, 3U, 5000U, 100000U}) {
       int const bytes = row.requests.back();
       if (arriving >= static_cast<std::size_t>(bytes)) continue;
       SCOPED_TRACE(std::to_string(arriving) + " of " + std::to_string(bytes));

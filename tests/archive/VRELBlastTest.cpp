@@ -267,7 +267,7 @@ TEST(VRELBlastTest, ReportsFailedOutput) {
   std::string const data = ImplodedData(false, 4).Literals(text).End().Bytes();
   for (std::size_t good = 0; good < 4; ++good) {
     SCOPED_TRACE(good);
-    for (std::size_t const blockLength : {1, 4096}) {
+    for (std::size_t const blockLength : {1U, 4096U}) {
       Decompression const done = Blast(data, blockLength, good);
       EXPECT_EQ(done.result, 1);
       EXPECT_EQ(done.writes.size(), good + 1);
@@ -308,7 +308,7 @@ TEST(VRELBlastTest, CopiesEveryLength) {
       sample.Literals(RandomBytes(random, 1024));
       for (int length = 2; length <= 518; ++length) {
         sample.Copy(length, 1 + static_cast<int>(random() % (length == 2 ? 256 : 1024)));
-        if (length % 3 == 0) sample.Literals(RandomBytes(random, length % 5));
+        if (length % 3 == 0) sample.Literals(RandomBytes(random, static_cast<std::size_t>(length % 5)));
       }
       sample.Check();
     }
@@ -324,7 +324,7 @@ TEST(VRELBlastTest, CopiesFromEveryDistance) {
       sample.Literals(RandomBytes(random, window + 1));
       for (int distance = 1; distance <= 64 << dictionary; ++distance) {
         sample.Copy(3 + distance % 30, distance);
-        sample.Literals(RandomBytes(random, distance % 4));
+        sample.Literals(RandomBytes(random, static_cast<std::size_t>(distance % 4)));
       }
       for (int distance = 1; distance <= 256; ++distance) {
         sample.Copy(2, distance);
@@ -343,7 +343,7 @@ TEST(VRELBlastTest, OverlappingCopiesRepeat) {
   for (int distance = 1; distance <= 40; ++distance) {
     for (int length = 3; length <= 70; ++length) {
       sample.Copy(length, distance);
-      sample.Literals(RandomBytes(random, 1 + length % 3));
+      sample.Literals(RandomBytes(random, static_cast<std::size_t>(1 + length % 3)));
     }
     sample.Copy(518, distance);
     sample.Literals(RandomBytes(random, 48));
@@ -403,7 +403,7 @@ void ExpectRoundTrip(std::string const& text) {
 
 TEST(VRELBlastTest, RoundTripOfRandomData) {
   std::mt19937 random(12);
-  for (std::size_t const length : {0, 1, 2, 3, 100, 4095, 4096, 4097, 20000}) {
+  for (std::size_t const length : {0U, 1U, 2U, 3U, 100U, 4095U, 4096U, 4097U, 20000U}) {
     SCOPED_TRACE(length);
     ExpectRoundTrip(RandomBytes(random, length));
     std::string few(length, '\0');
@@ -422,7 +422,8 @@ TEST(VRELBlastTest, RoundTripOfStructuredData) {
   ExpectRoundTrip(std::string(30000, '\0'));
   std::string record;
   for (int i = 0; i < 3000; ++i) {
-    record += std::string{static_cast<char>(i), static_cast<char>(i >> 8), '\0', '\0'} + std::string(i % 11, '\xFF');
+    record += std::string{static_cast<char>(i), static_cast<char>(i >> 8), '\0', '\0'} +
+              std::string(static_cast<std::size_t>(i % 11), '\xFF');
   }
   ExpectRoundTrip(record);
 }

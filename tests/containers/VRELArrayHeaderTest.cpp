@@ -478,7 +478,7 @@ TEST(VRELArrayHeaderMemoryTest, AllocationWithoutMemoryThrows) {
     } catch (VRELAllocException const&) {
     }
     // Until there is no memory even for a header.
-    for (std::size_t size : {65536, 1024, 16}) {
+    for (std::size_t size : {65536U, 1024U, 16U}) {
       while (void* block = std::malloc(size)) asm volatile("" : : "g"(block) : "memory");
     }
     try {

@@ -181,7 +181,7 @@ TEST(VRELArraySortTest, RandomArraysMatchSteps) {
   std::mt19937 random(24);
   for (int round = 0; round < 20000; ++round) {
     int const size = 1 + static_cast<int>(random() % 40);
-    unsigned int const range = 1 + random() % 50;
+    std::size_t const range = 1 + random() % 50;
     Keys keys;
     for (int i = 0; i < size; ++i) keys.push_back(static_cast<int>(random() % range));
     CheckAgainstModel(keys);

@@ -29,7 +29,7 @@ TEST(VRELHashControlBytesTest, CaseDoesNotChangeMark) {
   for (int round = 0; round < 5000; ++round) {
     std::string lower;
     std::string other;
-    for (unsigned int left = random() % 20; left > 0; --left) {
+    for (std::size_t left = random() % 20; left > 0; --left) {
       char const character = static_cast<char>(1 + random() % 127);
       bool const isLetter = (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
       lower += character;

@@ -229,7 +229,7 @@ TEST_F(VRELIndentedChannelTest, SecondPassHalvesPercentSigns) {
   char const letters[] = {'%', '%', '%', 's', 'n', 'd', '*', '$', '5', ' ', '\n', '\xE9'};
   for (int round = 0; round < 2000; ++round) {
     std::string text;
-    for (unsigned int length = random() % 40; length > 0; --length) text += letters[random() % sizeof letters];
+    for (std::size_t length = random() % 40; length > 0; --length) text += letters[random() % sizeof letters];
     std::string expected;
     for (std::size_t i = 0; i < text.size();) {
       std::size_t run = 0;

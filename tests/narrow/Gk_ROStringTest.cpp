@@ -549,7 +549,7 @@ class PatternModel {
   }
 
   std::size_t EndOfClose(std::size_t p) const {
-    while (p < pattern.size() && pattern[p] != ']') p += pattern[p] == '\\' ? 2 : 1;
+    while (p < pattern.size() && pattern[p] != ']') p += pattern[p] == '\\' ? 2U : 1U;
     return p < pattern.size() ? p + 1 : 0;
   }
 

@@ -405,7 +405,8 @@ TEST(Gk_StringTest, ClearRemovesAllElements) {
 
 TEST(Gk_StringTest, ViewsShareBytes) {
   Gk_String string("abc");
-  EXPECT_EQ(static_cast<char const*>(string.dataStr()), static_cast<char*>(string));
+  Gk_RWString const data = string.dataStr();
+  EXPECT_EQ(static_cast<char const*>(data), static_cast<char*>(string));
   EXPECT_EQ(string.rwString().len(), 4);
   EXPECT_EQ(Gk_String("").dataStr().len(), 1);
   Gk_String empty;

@@ -267,7 +267,7 @@ TEST(VRELRoloNodeTest, FindChildNodeAgreesWithMatchNode) {
   char const letters[] = {'a', 'b', '/', '\0'};
   auto const text = [&](unsigned longest, unsigned kinds) {
     std::string made;
-    for (unsigned count = random() % (longest + 1); count > 0; --count) made += letters[random() % kinds];
+    for (std::size_t count = random() % (longest + 1); count > 0; --count) made += letters[random() % kinds];
     return made;
   };
   int found = 0;

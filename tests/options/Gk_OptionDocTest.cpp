@@ -51,7 +51,7 @@ TEST(Gk_OptionDocTest, AddOptionByKind) {
 
 // Paths around the length up to which no memory is allocated.
 TEST(Gk_OptionDocTest, FetchOptionByPathOfAnyLength) {
-  for (std::size_t const length : {1, 200, 239, 240, 241, 242, 243, 244, 255, 256, 257, 300, 5000}) {
+  for (std::size_t const length : {1U, 200U, 239U, 240U, 241U, 242U, 243U, 244U, 255U, 256U, 257U, 300U, 5000U}) {
     VRELString const path(std::u16string_view(u"OptionDoc.len/" + std::u16string(length, u'n')));
     EXPECT_EQ(Gk_OptionDoc::fetchOption(path), nullptr) << length;
     Gk_Option* const added = Gk_OptionDoc::addOption(path, 1, nullptr);

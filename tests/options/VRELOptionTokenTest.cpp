@@ -190,7 +190,7 @@ TEST(VRELOptionTokenTest, AgreesWithHashMap) {
     Root root;
     VRELHashMap<VRELString, VRELOptionToken*> map(17);
     map.SetFunctions(VRELOptionToken::GetHashValue, VRELOptionToken::HashEqualFunction);
-    unsigned const keys = random() % (round % 10 == 0 ? 2000 : 60);
+    std::size_t const keys = random() % (round % 10 == 0 ? 2000 : 60);
     for (unsigned i = 0; i < keys; ++i) {
       std::u16string key;
       for (unsigned length = random() % 8 + 1; length > 0; --length) key += letters[random() % std::size(letters)];

@@ -457,14 +457,14 @@ TEST(VRELArgsTest, AgreesWithModel) {
   auto const anyText = [&](unsigned int dashes) -> Text {
     if (below(20) == 0) return std::nullopt;
     std::string text(below(10) < dashes ? "-" : "");
-    for (unsigned int length = below(5); length > 0; --length) text += "abc:-"[below(5)];
+    for (std::size_t length = below(5); length > 0; --length) text += "abc:-"[below(5)];
     return text;
   };
   for (int run = 0; run < 20000; ++run) {
     ArgsModel model;
     model.line.emplace_back("program");
-    for (unsigned int count = below(7); count > 0; --count) model.line.push_back(anyText(7));
-    for (unsigned int count = below(6); count > 0; --count) model.table.push_back(anyText(0));
+    for (std::size_t count = below(7); count > 0; --count) model.line.push_back(anyText(7));
+    for (std::size_t count = below(6); count > 0; --count) model.table.push_back(anyText(0));
     TextVector line(model.line);
     TextVector table(model.table);
     VRELArgs args(line.Count(), line.Get());
@@ -486,7 +486,7 @@ TEST(VRELArgsTest, AgreesWithModel) {
           break;
         }
         case 4: {
-          unsigned int const place = below(static_cast<unsigned int>(line.Count()));
+          std::size_t const place = below(static_cast<unsigned int>(line.Count()));
           args.IsAnOption(table.Count(), table.Get(), line[static_cast<int>(place)], &index);
           ASSERT_EQ(index, model.Option(model.line[place]));
           break;

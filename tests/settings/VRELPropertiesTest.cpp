@@ -471,7 +471,7 @@ TEST(VRELPropertiesTest, RoundTrip) {
   for (int run = 0; run < 50; ++run) {
     std::map<std::string, std::string> model;
     VRELProperties properties;
-    for (unsigned int count = random() % 60; count > 0; --count) {
+    for (std::size_t count = random() % 60; count > 0; --count) {
       std::string const key = std::to_string(random() % 1000);
       std::string const value = std::to_string(random());
       model[key] = value;

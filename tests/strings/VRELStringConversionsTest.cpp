@@ -406,7 +406,7 @@ TEST(RemoveDoubleQuotesTest, EqualsDocumentedLoop) {
   std::u16string const pieces[] = {u"\"", u"\"", u"\"", u"a", u"\u00E9", u"\U0001F529", u"\U0001F529"};
   for (int i = 0; i < 100000 && !testing::Test::HasFailure(); ++i) {
     std::u16string units;
-    for (unsigned n = random() % 14; n > 0; --n) units += pieces[random() % std::size(pieces)];
+    for (std::size_t n = random() % 14; n > 0; --n) units += pieces[random() % std::size(pieces)];
     if (random() % 8 == 0) units += char16_t(random() % 2 == 0 ? 0xD800 : 0xDC00);
     if (random() % 4 == 0) units += u"\"\"";
     EXPECT_EQ(Stripped(Utf16(units)), StripSlowly(Utf16(units)).toUtf16()) << Utf16(units);

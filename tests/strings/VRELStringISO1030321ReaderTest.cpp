@@ -274,8 +274,8 @@ TEST(VRELStringISO1030321ReaderTest, EqualsModelOnRandomStrings) {
   int decodedTexts = 0;
   for (int round = 0; round < 40000; ++round) {
     std::string text;
-    unsigned const share = 1 + random() % 10;
-    for (unsigned count = random() % 14; count > 0; --count) {
+    std::size_t const share = 1 + random() % 10;
+    for (std::size_t count = random() % 14; count > 0; --count) {
       text += random() % 10 < share ? good[random() % good.size()] : fragments[random() % fragments.size()];
     }
     SCOPED_TRACE(testing::PrintToString(text));

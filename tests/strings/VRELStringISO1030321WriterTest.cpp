@@ -121,7 +121,7 @@ TEST(VRELStringISO1030321WriterTest, RoundTripOfRandomStrings) {
                             char16_t(0xFFFF)};
   for (int round = 0; round < 5000; ++round) {
     std::u16string text;
-    for (unsigned count = 1 + random() % 30; count > 0; --count) text += units[random() % std::size(units)];
+    for (std::size_t count = 1 + random() % 30; count > 0; --count) text += units[random() % std::size(units)];
     VRELStringISO1030321Writer writer;
     char const* out = nullptr;
     ASSERT_EQ(writer.ConvertToASCII(VRELString(std::u16string_view(text)), out), 0);

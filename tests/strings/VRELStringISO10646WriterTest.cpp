@@ -158,7 +158,7 @@ TEST(VRELStringISO10646WriterTest, EqualsModelOnRandomStrings) {
       u'a', u'Z', u'\\', u'\x7F', u'\u0080', u'\u00E9', u'\uABCD', char16_t(0xD83D), char16_t(0xDE00)};
   for (int round = 0; round < 10000; ++round) {
     std::u16string text;
-    for (unsigned count = random() % 20; count > 0; --count) text += units[random() % std::size(units)];
+    for (std::size_t count = random() % 20; count > 0; --count) text += units[random() % std::size(units)];
     VRELString out;
     ASSERT_EQ(VRELStringISO10646Writer(Text(text)).GetResult(out), 0);
     ASSERT_EQ(out.toUtf16(), Model(Text(text)).toUtf16());

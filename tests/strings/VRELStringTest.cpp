@@ -138,7 +138,8 @@ TEST(VRELStringTest, InvalidCodePointIsEmpty) {
 
 TEST(VRELStringTest, ConstructsFromUnit) {
   EXPECT_EQ(VRELString(static_cast<unsigned short>(0)).length(), 0);
-  for (unsigned short unit : {1, 0x41, 0xC1, 0xD83D, 0xDE00, 0xFFFE, 0xFFFF}) {
+  for (unsigned short const unit :
+       std::initializer_list<unsigned short>{1, 0x41, 0xC1, 0xD83D, 0xDE00, 0xFFFE, 0xFFFF}) {
     SCOPED_TRACE(unit);
     VRELString const text(unit);
     EXPECT_EQ(text.length(), 1);
@@ -616,7 +617,7 @@ TEST(VRELStringTest, HashIncludesTerminator) {
   std::mt19937 random(20240607);
   for (int round = 0; round < 2000; ++round) {
     std::u16string units;
-    for (unsigned i = random() % 60; i > 0; --i) units += static_cast<char16_t>(1 + random() % 0x2FF);
+    for (std::size_t i = random() % 60; i > 0; --i) units += static_cast<char16_t>(1 + random() % 0x2FF);
     int const hash = Model(units).hashCode();
     if (hash < 0) ++negative;
     ASSERT_EQ(Text(units).hashCode(), std::abs(hash));
@@ -1352,7 +1353,7 @@ class RandomTexts {
     static char16_t const units[] = {
         u'a', u'b', u'A', u'B', u'\u00E9', char16_t(0xFFFD), char16_t(0xD83D), char16_t(0xDE00)};
     std::u16string text;
-    for (unsigned count = random() % (maximum + 1); count > 0; --count) text += units[random() % std::size(units)];
+    for (std::size_t count = random() % (maximum + 1); count > 0; --count) text += units[random() % std::size(units)];
     return text;
   }
   int Index(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit + 6)) - 3; }

@@ -89,7 +89,7 @@ void TestBadAscii(std::string const& bytes, long line) {
   long facets = 0;
   try {
     Read(bytes, facets);
-    CHECK(!"no error");
+    Check(false, __LINE__, "no error");
   } catch (InputError const& error) {
     CHECK(error.line == line);
   }

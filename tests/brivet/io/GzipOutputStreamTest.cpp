@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 
 #include "ChildProcess.h"
@@ -46,6 +47,18 @@ TEST(GzipOutputStreamTest, WritesWhatGzipReads) {
   ChildResult const result = RunProgram({"gzip", "-dc", folder.Write("a.gz", target.bytes)});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   EXPECT_TRUE(result.output == plain);
+}
+
+TEST(GzipOutputStreamTest, RefusesNegativeCount) {
+  LimitedStream target(100);
+  GzipOutputStream stream(target);
+  EXPECT_EQ(stream.write("a", 1), 1);
+  EXPECT_EQ(stream.write("b", -1), -1);
+  EXPECT_EQ(stream.write("b", INT_MIN), -1);
+  EXPECT_EQ(stream.write("c", 1), 1);
+  EXPECT_TRUE(stream.Finish());
+  ScratchDirectory const folder;
+  EXPECT_EQ(RunProgram({"gzip", "-dc", folder.Write("a.gz", target.bytes)}).output, "ac");
 }
 
 TEST(GzipOutputStreamTest, ReportsFailureOfTarget) {

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -105,6 +106,16 @@ TEST_F(OutputFileTest, AcceptsBlocksOfAnySize) {
   }
   file->Commit();
   EXPECT_TRUE(folder.Read("page.html") == all);
+}
+
+TEST_F(OutputFileTest, RefusesNegativeCount) {
+  auto const file = Open(folder.Path("page.html"));
+  Put(*file, "a");
+  EXPECT_EQ(file->write("b", -1), -1);
+  EXPECT_EQ(file->write("b", INT_MIN), -1);
+  Put(*file, "c");
+  file->Commit();
+  EXPECT_EQ(folder.Read("page.html"), "ac");
 }
 
 TEST_F(OutputFileTest, NewFileHasModeOfUmask) {

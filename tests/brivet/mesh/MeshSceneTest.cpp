@@ -18,7 +18,7 @@ TEST(MeshSceneTest, LeavesOutInvalidTriangles) {
   ASSERT_EQ(scene.MeshesOf(0).size(), 1U);
   EXPECT_EQ(scene.MeshesOf(0)[0]->points, (std::vector<double>{0, 0, 0, 1, 0, 0, 0, 1, 0, 5, 5, 5}));
   EXPECT_EQ(scene.MeshesOf(0)[0]->triangles, (std::vector<std::uint32_t>{0, 1, 2, 2, 1, 3}));
-  EXPECT_EQ(scene.SkippedCount(), 6);
+  EXPECT_EQ(scene.SkippedCount(), 6U);
 }
 
 TEST(MeshSceneTest, DropsNormalsWithoutLength) {

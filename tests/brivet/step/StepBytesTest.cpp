@@ -25,7 +25,7 @@ TEST(StepBytesTest, CountDigitsEndsAtOtherByte) {
 }
 
 TEST(StepBytesTest, CountWordBytesAgreesWithIsWordByte) {
-  for (std::size_t size : {0, 1, 15, 16, 17, 31, 33}) {
+  for (std::size_t size : {0U, 1U, 15U, 16U, 17U, 31U, 33U}) {
     for (int byte = 0; byte < 256; ++byte) {
       std::string const text = Padded(std::string(size, 'A') + static_cast<char>(byte));
       bool const isWord = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||

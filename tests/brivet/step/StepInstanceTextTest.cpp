@@ -78,7 +78,7 @@ TEST(StepInstanceTextTest, ReadsUsualForm) {
 
 // Words and numbers that are longer than a block of bytes, or end with one.
 TEST(StepInstanceTextTest, ReadsLongTokens) {
-  for (std::size_t size : {1, 7, 8, 9, 15, 16, 17, 18, 31, 32, 33, 60}) {
+  for (std::size_t size : {1U, 7U, 8U, 9U, 15U, 16U, 17U, 18U, 31U, 32U, 33U, 60U}) {
     std::string const word(size, 'W');
     std::string const digits =
         std::string("123456789012345678901234567890123456789012345678901234567890").substr(0, size);

@@ -202,10 +202,10 @@ TEST(StepRecoveryTest, DamagedBytesLoseThreeEach) {
   std::mt19937 random(17);
   for (int run = 0; run < 400; ++run) {
     SCOPED_TRACE(run);
-    unsigned int const count = 1 + random() % 5;
+    long const count = 1 + static_cast<long>(random() % 5);
     std::string changed = whole;
     bool changesId = false;
-    for (unsigned int i = 0; i < count; ++i) {
+    for (long i = 0; i < count; ++i) {
       std::size_t const at = random() % whole.size();
       changed[at] = static_cast<char>(random() % 256);
       std::size_t const line = whole.rfind('\n', at) + 1;

@@ -120,8 +120,8 @@ TEST(StepReferrersTest, AgreesWithModel) {
     Pairs pairs;
     std::vector<std::set<std::uint32_t>> model(count);
     for (std::uint32_t source = 0; source < count; ++source) {
-      for (unsigned int left = random() % 12; left > 0; --left) {
-        std::uint32_t const target = random() % 3 == 0 ? 0 : random() % count;
+      for (std::size_t left = random() % 12; left > 0; --left) {
+        auto const target = static_cast<std::uint32_t>(random() % 3 == 0 ? 0 : random() % count);
         pairs.emplace_back(source, target);
         model[target].insert(source);
       }

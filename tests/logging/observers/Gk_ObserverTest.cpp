@@ -45,7 +45,7 @@ TEST(Gk_ObserverTest, TypeClassesAreAbstract) {
   static_assert(std::is_abstract_v<Gk_StringObserver> && std::is_base_of_v<Gk_Observer, Gk_StringObserver>);
   static_assert(std::is_abstract_v<Gk_ProgressObserver> && std::is_base_of_v<Gk_Observer, Gk_ProgressObserver>);
   static_assert(std::is_abstract_v<VRELEntityCallback> && std::is_base_of_v<Gk_Observer, VRELEntityCallback>);
-  struct Callback : VRELEntityCallback {
+  struct Callback final : VRELEntityCallback {
     void setEntityCallback(void* /*first*/, void* /*second*/) override {}
   } const callback;
   EXPECT_EQ(callback.getType(), Gk_Observer::EntityType);

@@ -19,7 +19,7 @@ constexpr std::uint32_t kClassFlag = 0x80000000U;
 constexpr unsigned short kMaxClassName = 64;
 
 // Strings of up to this many bytes, terminator included, are read into the stack.
-constexpr long kStackBytes = 16384;
+constexpr std::size_t kStackBytes = 16384;
 
 // Anonymous memory that is committed page by page as it is written.
 class ReservedMemory {
@@ -85,7 +85,7 @@ VRELString VRELArchive::TakeText(long length) {
   // A length below 0 is a second mark of a wide string. A count of more bytes than an int holds cannot be read at once.
   if (length < 0 || length > std::numeric_limits<int>::max() / unitSize) ThrowEndReached();
 
-  std::array<Unit, kStackBytes / unitSize> units;
+  std::array<Unit, kStackBytes / sizeof(Unit)> units;
   if (length < static_cast<long>(units.size())) {
     if (length > 0) Read(reinterpret_cast<char*>(units.data()), static_cast<int>(length * unitSize));
     units[static_cast<std::size_t>(length)] = 0;

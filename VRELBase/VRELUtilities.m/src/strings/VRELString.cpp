@@ -721,10 +721,16 @@ std::wstring VRELString::toWide() const {
   std::wstring result;
   std::u16string_view const text = view();
   result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size();) {
-    UChar32 character = 0;
-    U16_NEXT(text.data(), i, text.size(), character);
-    result += static_cast<wchar_t>(U_IS_SURROGATE(character) ? 0xFFFD : character);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char16_t const unit = text[i];
+    if (!U16_IS_SURROGATE(unit)) {
+      result += static_cast<wchar_t>(unit);
+    } else if (U16_IS_LEAD(unit) && i + 1 < text.size() && U16_IS_TRAIL(text[i + 1])) {
+      result += static_cast<wchar_t>(U16_GET_SUPPLEMENTARY(unit, text[i + 1]));
+      ++i;
+    } else {
+      result += L'\xFFFD';
+    }
   }
   return result;
 }

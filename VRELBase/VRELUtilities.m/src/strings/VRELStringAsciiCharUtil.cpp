@@ -3,6 +3,7 @@
 VRELStringAsciiCharUtil::VRELStringAsciiCharUtil(VRELString const& source, bool substToUnderscore) {
   int const size = source.getConvertToMBCSSize(VRELString::CODEPAGE_NAME_ASCII);
   if (size <= 0) return;
-  text.reset(new char[static_cast<std::size_t>(size)]);
+  auto const bytes = static_cast<std::size_t>(size);
+  text.reset(new char[bytes]);
   source.convertToMBCS(text.get(), size, VRELString::CODEPAGE_NAME_ASCII, substToUnderscore);
 }

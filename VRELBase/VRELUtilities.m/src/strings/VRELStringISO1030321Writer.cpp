@@ -9,7 +9,8 @@ VRINResult VRELStringISO1030321Writer::ConvertToASCII(VRELString const& text, ch
     int const size = encoded.getConvertToMBCSSize(VRELString::CODEPAGE_NAME_ASCII);
     if (size > 1) {
       // Compatibility: the previous result is not released.
-      USAsciiString = new char[static_cast<std::size_t>(size)];
+      auto const bytes = static_cast<std::size_t>(size);
+      USAsciiString = new char[bytes];
       result = encoded.convertToMBCS(USAsciiString, size, VRELString::CODEPAGE_NAME_ASCII, false);
     }
   }
