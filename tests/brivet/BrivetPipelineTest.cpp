@@ -200,8 +200,7 @@ TEST_F(BrivetPipelineTest, ListsSettings) {
 TEST_F(BrivetPipelineTest, RefusesPatternWithoutMatch) {
   ExpectRefused(Brivet({"-settings", "zzz"}), 2,
                 "no option name matches 'zzz'\nhint: 'brivet -settings' lists all names");
-  ExpectRefused(Brivet({"-settings", "Healig"}), 2,
-                "no option name matches 'Healig'\nhint: did you mean 'Healing'?");
+  ExpectRefused(Brivet({"-settings", "Healig"}), 2, "no option name matches 'Healig'\nhint: did you mean 'Healing'?");
   EXPECT_EQ(Brivet({"-settings", ""}).exitStatus, 0);
 }
 
