@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr std::size_t kSlots = 32;
-constexpr std::size_t kBlockSize = 32768;
+constexpr std::size_t kSlots = 16;
+constexpr std::size_t kBlockSize = 16384;
 constexpr std::size_t kOverlap = 1024;
 
 }  // namespace

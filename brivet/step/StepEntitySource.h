@@ -18,7 +18,7 @@
 // Lists all instances of a document, and loads those that are asked for, in any order. Blocks of the file are cached,
 // because most instances refer to others that are near.
 //
-// Memory: up to 1.1 MiB.
+// Memory: up to 280 KiB.
 // Errors: after a failure nothing is loaded any more. RethrowFailure throws it.
 class StepEntitySource final : public StepEntityStore::Source {
  public:

@@ -114,12 +114,15 @@ bool StepRecordText::TakeShortNumber(double& number) noexcept {
   std::size_t const fraction = CountDigits(digits + whole + 1);
   char const* const end = digits + whole + 1 + fraction;
   if (fraction > kFraction || whole + fraction > kSafeDigits || *end == 'E' || *end == 'e') return false;
-  std::uint64_t mantissa = NumberOfDigits(digits, whole);
+  auto mantissa =
+      static_cast<std::int64_t>(whole == 1 ? static_cast<std::uint64_t>(*digits - '0') : NumberOfDigits(digits, whole));
+  auto size = static_cast<double>(mantissa);
   if (fraction > 0) {
-    mantissa = mantissa * kWholePowersOfTen[fraction] + NumberOfDigits(digits + whole + 1, fraction);
-    if (mantissa > kExactMantissa) return false;
+    mantissa = mantissa * static_cast<std::int64_t>(kWholePowersOfTen[fraction]) +
+               static_cast<std::int64_t>(NumberOfDigits(digits + whole + 1, fraction));
+    if (mantissa > static_cast<std::int64_t>(kExactMantissa)) return false;
+    size = static_cast<double>(mantissa) / kPowersOfTen[fraction];
   }
-  double const size = static_cast<double>(mantissa) / kPowersOfTen[fraction];
   number = isNegative ? -size : size;
   at = end;
   return true;
