@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,6 @@ class StepContents {
   DataSection const& SectionOf(std::uint32_t instance) const;
 
   std::vector<DataSection> data;
-  std::vector<std::uint64_t> largeNumbers;
+  std::deque<std::uint64_t> largeNumbers;  // grows without free capacity
   std::uint32_t count = 0;
 };
