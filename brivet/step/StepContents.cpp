@@ -18,7 +18,7 @@ StepContents::DataSection const& StepContents::SectionOf(std::uint32_t instance)
   return *(std::upper_bound(data.begin(), data.end(), instance, isBefore) - 1);
 }
 
-unsigned long StepContents::BeginAfter(unsigned long offset) const {
+std::uint32_t StepContents::FirstAfter(unsigned long offset) const {
   std::uint32_t low = 0;
   std::uint32_t high = count;
   while (low < high) {
@@ -29,5 +29,10 @@ unsigned long StepContents::BeginAfter(unsigned long offset) const {
       low = middle + 1;
     }
   }
-  return low < count ? At(low).Offset() : ~0UL;
+  return low;
+}
+
+unsigned long StepContents::BeginAfter(unsigned long offset) const {
+  std::uint32_t const instance = FirstAfter(offset);
+  return instance < count ? At(instance).Offset() : ~0UL;
 }

@@ -56,6 +56,8 @@ class StepContents {
   unsigned long EndOf(std::uint32_t instance) const { return instance + 1 < count ? At(instance + 1).Offset() : ~0UL; }
   // Returns the offset of the first instance that begins after an offset; the largest number if there is none.
   unsigned long BeginAfter(unsigned long offset) const;
+  // Returns the instance that begins at an offset, counted from 0. Requires: there is one.
+  std::uint32_t IndexOf(unsigned long offset) const { return FirstAfter(offset) - 1; }
 
  private:
   std::vector<Section> sections;
@@ -65,6 +67,8 @@ class StepContents {
     StepDataSection* entities;
   };
   DataSection const& SectionOf(std::uint32_t instance) const;
+  // Returns the first instance that begins after an offset; Count if there is none.
+  std::uint32_t FirstAfter(unsigned long offset) const;
 
   std::vector<DataSection> data;
   std::deque<std::uint64_t> largeNumbers;  // grows without free capacity

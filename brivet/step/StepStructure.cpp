@@ -510,7 +510,11 @@ VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
     ++(isAheadComplex ? complex : simple);
     return VREL_S_OK;
   }
-  StepScanner::Position const begin = lastBegin;
+  StepScanner::Position begin = lastBegin;
+  if (entity.Offset() != begin.offset) {
+    // An earlier instance, which could not be read before.
+    begin = {entity.Offset(), parts.lines.At(parts.contents.IndexOf(entity.Offset()))};
+  }
   try {
     GoTo(begin);
     TypeCollector type;

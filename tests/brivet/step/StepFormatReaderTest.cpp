@@ -120,6 +120,23 @@ TEST(StepFormatReaderTest, DescribesHeader) {
             "OTHER< i:1 #2? >");
 }
 
+// The same error again, at its own place, although other instances were read since.
+TEST(StepFormatReaderTest, ReadsLostEntityAgain) {
+  ReadDocument document(DocumentText("#1=A(1);\n#2=B(1;\n#3=C(1);\n#4=D(2);\n"));
+  ASSERT_EQ(document->GetInstanceCount(), 3);
+  std::vector<std::string> const first = document.Messages();
+  ASSERT_EQ(first.size(), 1U);
+  VRELDynamicArray<VRELEntityReader*> const entities = document->GetDataEntityList();
+  ASSERT_EQ(entities.size(), 4);
+  EXPECT_TRUE(entities.getArray()[1]->ReadEntity().IsFailure());
+  std::vector<std::string> const both = document.Messages();
+  ASSERT_EQ(both.size(), 2U);
+  EXPECT_EQ(both[1], first[0]);
+  EXPECT_EQ(entities.getArray()[1]->GetEntityType().toUtf8(), "");
+  EXPECT_EQ(document->GetInstanceCount(), 3);
+  EXPECT_EQ(entities.getArray()[3]->GetEntityType().toUtf8(), "D");
+}
+
 TEST(StepFormatReaderTest, FillsReaderLists) {
   ReadDocument document(DocumentText("#7=A(1);#99999999999=B();"));
   VRELDynamicArray<VRELEntityReader*> const entities = document->GetDataEntityList();
