@@ -80,6 +80,13 @@ def is_run(block, text):
     )
 
 
+def first_unknown_line(block, text):
+    """Returns ", which has no line ..." for the first line of the block that the text does not have; "" for none."""
+    known = {line.strip() for line in text.splitlines()}
+    unknown = [line.strip() for line in block if line.strip() not in known]
+    return f", which has no line '{unknown[0]}'" if unknown else ""
+
+
 def check_links(root, pages):
     headings = {page.path.resolve(): page.headings for page in pages}
     for page in pages:
@@ -112,11 +119,15 @@ def check_blocks(root, pages):
             if language == "cpp" and (example is None or example.suffix != ".cpp"):
                 yield f"{location}: no source file is linked above this block"
             elif language == "cpp" and not is_run(lines, example.read_text(encoding="utf-8")):
-                yield f"{location}: differs from {example.name}"
+                unknown = first_unknown_line(lines, example.read_text(encoding="utf-8"))
+                yield f"{location}: differs from {example.name}{unknown}"
             elif language == "text" and example is not None:
                 files = sorted(example.parent.glob(f"{example.stem}.out*")) if example.suffix == ".cpp" else [example]
-                if not any(is_run(lines, file.read_text(encoding="utf-8")) for file in files):
-                    yield f"{location}: differs from the expected output of {example.name}"
+                texts = [file.read_text(encoding="utf-8") for file in files]
+                if not any(is_run(lines, text) for text in texts):
+                    expected = f"the expected output of {example.name}" if example.suffix == ".cpp" else example.name
+                    unknown = first_unknown_line(lines, "\n".join(texts))
+                    yield f"{location}: differs from {expected}{unknown}"
 
 
 def check_examples(root, pages):
@@ -166,7 +177,9 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--root", type=Path, default=Path(__file__).resolve().parents[2])
     found = list(faults(parser.parse_args().root))
-    print("\n".join(found))
+    for fault in found:
+        print(fault)
+    print(f"docs: {len(found)} faults")
     return 1 if found else 0
 
 

@@ -60,10 +60,14 @@ class CheckDocsTest(unittest.TestCase):
 
     def test_block_differs_from_file(self):
         expected = [
-            "docs/tour.md:7: differs from 1_first.cpp",
+            "docs/tour.md:7: differs from 1_first.cpp, which has no line 'Shout();'",
             "docs/tour.md: does not show this line of 1_first.cpp: Say();",
         ]
         self.assertEqual(self.found(replace={"docs/tour.md": ("  Say();", "  Shout();")}), expected)
+
+    def test_block_omits_line_of_file(self):
+        replaced = {"examples/tour/1_first.cpp": ("  Say();\n", "\n  Say();\n")}
+        self.assertEqual(self.found(replace=replaced), ["docs/tour.md:7: differs from 1_first.cpp"])
 
     def test_block_without_file(self):
         found = self.found(replace={"docs/tour.md": ("[the step](../examples/tour/2_second.cpp)", "The step")})
@@ -71,10 +75,11 @@ class CheckDocsTest(unittest.TestCase):
         self.assertIn("examples/tour/2_second.cpp: no page links to it", found)
 
     def test_output_differs(self):
-        for old, line, name in [("hello\n", 13, "1_first.cpp"), ("written\n", 31, "2_second.cpp"),
-                                ("bolt 8\n", 21, "data.txt")]:
+        for old, line, source in [("hello\n", 13, "the expected output of 1_first.cpp"),
+                                  ("written\n", 31, "the expected output of 2_second.cpp"),
+                                  ("bolt 8\n", 21, "data.txt")]:
             with self.subTest(old):
-                expected = [f"docs/tour.md:{line}: differs from the expected output of {name}"]
+                expected = [f"docs/tour.md:{line}: differs from {source}, which has no line 'other'"]
                 self.assertEqual(self.found(replace={"docs/tour.md": (old, "other\n")}), expected)
 
     def test_tour_omits_line(self):

@@ -34,7 +34,10 @@ def check_layers(tree):
     used = set()
     for file in tree.files:
         if tree.layer(file) is None:
-            faults.append(f"{file}: its folder is no layer of the source tree")
+            faults.append(
+                f"{file}: its folder is no layer of the source tree; if it is to be one, add it to LIBRARY_LAYERS in "
+                "tests/tree/source_tree.py, and its tests to test_folders in tests/CMakeLists.txt"
+            )
             continue
         for name in tree.includes(file):
             included = tree.included_file(name)
@@ -86,7 +89,7 @@ def check_names(tree):
             faults.append(f"{file}: {first} has the same name")
     for file in tree.files:
         paths = [name for name in tree.includes(file) if "/" in name.removeprefix("detail/")]
-        faults += [f'{file}: includes "{name}" by a path' for name in paths]
+        faults += [f'{file}: includes "{name}" by a path; headers are included by their bare names' for name in paths]
     return faults
 
 
