@@ -1,6 +1,6 @@
 // Storage of named children. Most nodes have one named child or none, and a hostile options file can bring half a
 // million of them in a megabyte. A node is therefore allocated together with its key, and a single child is referred to
-// directly. A table is built when the second child comes. It has the slots of a VRELHashMap (17 at first, doubled
+// directly. A table is built when the second child is added. It has the slots of a VRELHashMap (17 at first, doubled
 // before more than three quarters are used; linear probing), because they decide the order of enumeration and, for keys
 // that are equal but hash differently, which keys are found. A single child behaves as if it were in such a table.
 //
@@ -135,7 +135,7 @@ struct VRELOptionToken::NamedChildren {
     return const_cast<NamedToken*>(child);
   }
 
-  // Adds a child. Returns false if its key meets an equal one.
+  // Adds a child. Returns false if it has the key of another child.
   bool Add(NamedToken& child) {
     // Before the check for an equal key, as VRELHashMap::Add does.
     if (4 * (count + 1) > 3 * slots.size()) Grow();
@@ -271,7 +271,7 @@ VRELOptionToken* VRELOptionToken::Find(std::u16string_view key) const {
   if (child == nullptr) return nullptr;
   std::u16string_view const childKey = child->Key();
   if (childKey == key) return child;
-  // In a table of 17 slots, equal keys that hash to different slots would not meet.
+  // In a table of 17 slots, an equal key that hashes to another slot would not be found.
   bool const isFound =
       VRELString::compareIgnoringCase(key, childKey) == 0 && HashOf(key) % kSlots == HashOf(childKey) % kSlots;
   return isFound ? child : nullptr;
