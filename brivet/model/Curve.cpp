@@ -353,7 +353,7 @@ bool Curve::IsBSpline(int degree, std::vector<double> const& poles, std::vector<
 }
 
 std::unique_ptr<Curve> Curve::BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
-                                      std::vector<double> weights) {
+                                      std::vector<double> const& weights) {
   if (!IsBSpline(degree, poles, knots, weights)) return nullptr;
   return std::make_unique<BSplineCurve>(degree, std::move(poles), std::move(knots), weights);
 }

@@ -39,7 +39,7 @@ class Curve {
   // `weights` is empty, or has a positive one for each control point. Requires: knots.size() = number of control points
   // + degree + 1, in ascending order.
   static std::unique_ptr<Curve> BSpline(int degree, std::vector<double> poles, std::vector<double> knots,
-                                        std::vector<double> weights);
+                                        std::vector<double> const& weights);
   // Returns whether BSpline returns a curve for these arguments.
   static bool IsBSpline(int degree, std::vector<double> const& poles, std::vector<double> const& knots,
                         std::vector<double> const& weights);

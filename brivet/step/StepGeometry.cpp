@@ -297,7 +297,7 @@ std::unique_ptr<Curve> StepGeometry::ReadBSpline(std::uint32_t curve) {
     isLeftOut = Curve::IsBSpline(degree, spline.points, spline.knots, weights);
     return nullptr;
   }
-  return Curve::BSpline(degree, spline.points, spline.knots, std::move(weights));
+  return Curve::BSpline(degree, spline.points, spline.knots, weights);
 }
 
 std::unique_ptr<Curve> StepGeometry::ReadEllipse(std::uint32_t curve) {

@@ -139,11 +139,8 @@ inline std::string_view StepInstanceText::ReadReal(char const*& position, bool& 
 inline std::string_view StepInstanceText::ReadString(char const*& position, bool& isDoubled) noexcept {
   char const* const first = position + 1;
   // Most strings are empty.
-  if (first[0] == '\'' && first[1] != '\'') {
-    position = first + 1;
-    return {first, 0};
-  }
-  std::string_view const text = ReadStringBytes(first, isDoubled);
+  bool const isEmpty = first[0] == '\'' && first[1] != '\'';
+  std::string_view const text = isEmpty ? std::string_view(first, 1).substr(0, 0) : ReadStringBytes(first, isDoubled);
   position = first + text.size() + 1;
   return text;
 }
