@@ -142,6 +142,13 @@ class ScaleTest(unittest.TestCase):
         self.assertEqual(rows, ["| 1 MB | 20,000" + 4 * cell + " |", "| 10 MB | 200,000" + 4 * cell.replace("0.01", "0.1") + " |"])
 
 
+class FilterTest(unittest.TestCase):
+    def test_escapes_special_characters_alone(self):
+        pattern = performance.filter_of({"a b, c/3", "List<A>/1", "f(x)[0]"})
+        self.assertEqual(pattern, r"^(List<A>/1|a b, c/3|f\(x\)\[0\])(/[a-z_]+:[0-9.]+|/[a-z_]+_time)*$")
+        self.assertTrue(re.match(pattern, "f(x)[0]/repeats:3"))
+
+
 class PageTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
