@@ -116,6 +116,26 @@ inline std::size_t CountWordBytes(char const* bytes) noexcept {
 
 #endif
 
+// How many digits precede and follow the first byte that is not a digit.
+struct DigitCounts {
+  std::size_t before;
+  std::size_t after;
+};
+
+// Requires: kBlockPadding bytes after the second byte that is not a digit can be read.
+inline DigitCounts CountDigitsAround(char const* bytes) noexcept {
+#ifdef __SSE2__
+  // Most numbers, with the byte that ends them, are in one block. The bits above those of the block are set.
+  unsigned const others = ~DigitMask(bytes);
+  unsigned const otherThanFirst = others & (others - 1);
+  auto const before = static_cast<std::size_t>(__builtin_ctz(others));
+  auto const end = static_cast<std::size_t>(__builtin_ctz(otherThanFirst));
+  if (end < 16) return {before, end - before - 1};
+#endif
+  std::size_t const count = CountDigits(bytes);
+  return {count, CountDigits(bytes + count + 1)};
+}
+
 constexpr std::uint64_t kWholePowersOfTen[] = {1,
                                                10,
                                                100,
@@ -150,6 +170,7 @@ inline std::uint64_t NumberOfEightDigits(char const* digits, std::size_t count) 
 
 // Returns the number that digits form. Requires: 1 to 18 digits, and 8 bytes that can be read.
 inline std::uint64_t NumberOfDigits(char const* digits, std::size_t count) noexcept {
+  if (count <= 8) return NumberOfEightDigits(digits, count);
   std::uint64_t number = 0;
   for (; count > 8; digits += 8, count -= 8) number = number * kWholePowersOfTen[8] + NumberOfEightDigits(digits, 8);
   return number * kWholePowersOfTen[count] + NumberOfEightDigits(digits, count);

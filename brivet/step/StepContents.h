@@ -1,6 +1,7 @@
 // Sections and instances of a STEP file.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -51,6 +52,15 @@ class StepContents {
     DataSection const& section = data.size() == 1 ? data.front() : SectionOf(instance);
     return section.entities->At(instance - section.first);
   }
+  // Calls take(instance, entity) for instances from `first` to before `end`.
+  template <class Receiver>
+  void ForEach(std::uint32_t first, std::uint32_t end, Receiver const& take) const {
+    while (first < end) {
+      DataSection const& section = SectionOf(first);
+      std::uint32_t const sectionEnd = std::min(end, SectionEnd(section));
+      for (; first < sectionEnd; ++first) take(first, section.entities->At(first - section.first));
+    }
+  }
   // Returns the offset at which an instance ends at the latest, where the next one begins; the largest number for the
   // last instance.
   unsigned long EndOf(std::uint32_t instance) const { return instance + 1 < count ? At(instance + 1).Offset() : ~0UL; }
@@ -67,6 +77,9 @@ class StepContents {
     StepDataSection* entities;
   };
   DataSection const& SectionOf(std::uint32_t instance) const;
+  std::uint32_t SectionEnd(DataSection const& section) const noexcept {
+    return &section == &data.back() ? count : (&section + 1)->first;
+  }
   // Returns the first instance that begins after an offset; Count if there is none.
   std::uint32_t FirstAfter(unsigned long offset) const;
 

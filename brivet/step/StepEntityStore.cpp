@@ -251,6 +251,12 @@ void StepEntityStore::EndInstance() {
   current = 0;
 }
 
+void StepEntityStore::BeginGroup(std::uint32_t ordinal, std::uint64_t offset) {
+  groupOffsets.resize(ordinal / kGroup + 1, offset);
+  groupOffset = offset;
+  groupEnd = (ordinal / kGroup + 1) * kGroup;
+}
+
 // Copies the present instance to a chunk. One that would fill much of a chunk becomes one itself.
 void StepEntityStore::PlaceInstance() {
   constexpr std::size_t kChunkSize = std::size_t(1) << kChunkBits;
@@ -559,46 +565,16 @@ StepValue StepEntityStore::Get(std::uint32_t instance, StepAttribute const& attr
   return {};
 }
 
-StepRecordText StepEntityStore::RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
-  Kind const kind = KindOf(instance);
-  if (kind.state != Listed || kind.isComplex || !kStepEntityTable.IsA(kind.Entity(), attribute.entity)) return {};
-  StepRecordText record = RecordOf(instance, kind.Entity());
-  for (int i = 0; i < attribute.position; ++i) {
-    if (!record.Skip()) break;
-  }
-  return record;
-}
-
-bool StepEntityStore::ReadReference(std::uint32_t instance, StepAttribute const& attribute,
-                                    std::uint32_t& target) const noexcept {
-  std::int64_t id = 0;
-  if (!RecordFrom(instance, attribute).Reference(id)) return false;
-  target = source->Find(id);
-  return target != 0;
-}
-
 bool StepEntityStore::ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
                                      std::vector<std::uint32_t>& targets) const {
   std::size_t const old = targets.size();
   bool const isRead = RecordFrom(instance, attribute).References([&](std::int64_t id) {
-    std::uint32_t const target = source->Find(id);
+    std::uint32_t const target = Find(id);
     if (target != 0) targets.push_back(target);
     return target != 0;
   });
   if (!isRead) targets.resize(old);
   return isRead;
-}
-
-bool StepEntityStore::ReadTriple(std::uint32_t instance, StepAttribute const& attribute,
-                                 double* numbers) const noexcept {
-  int count = 0;
-  std::fill_n(numbers, 3, 0.0);
-  auto const take = [&](double number) noexcept {
-    if (count == 3) return false;
-    numbers[count++] = number;
-    return true;
-  };
-  return RecordFrom(instance, attribute).Numbers(take) && count > 0;
 }
 
 bool StepEntityStore::ReadNumbers(std::uint32_t instance, StepAttribute const& attribute,

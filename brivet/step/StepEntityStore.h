@@ -12,8 +12,10 @@
 #include <vector>
 
 #include "DocumentVisitor.h"
+#include "StepBlockCache.h"
 #include "StepEntities.h"
 #include "StepHash.h"
+#include "StepIds.h"
 #include "StepRecordText.h"
 
 class StepInstanceText;
@@ -75,18 +77,17 @@ class StepEntityStore final : public DocumentVisitor {
     virtual std::uint32_t TypeNumberOf(std::uint32_t instance) const noexcept = 0;
     // Returns the offset of the records of a listed instance in the file.
     virtual std::uint64_t OffsetOf(std::uint32_t instance) const noexcept = 0;
-    // Returns the bytes from an offset of the file on, with a NUL at an unspecified distance, or null. They are valid
-    // until the next call, and StepRecordText can read them.
-    virtual char const* BytesAt(std::uint64_t /*offset*/) noexcept { return nullptr; }
     // Returns the ordinal of an id, or 0 if the document does not contain it.
     virtual std::uint32_t Find(std::int64_t /*id*/) const noexcept { return 0; }
   };
 
   StepEntityStore() = default;
-  // Begins with so many instances, of which nothing is known.
-  // Ownership: `instanceSource` is not owned.
-  StepEntityStore(std::uint32_t instances, Source& instanceSource)
-      : source(&instanceSource), kinds(std::size_t(instances) + 1) {}
+  // Begins with so many instances, of which nothing is known. Without the bytes of the file, attributes are not read
+  // from them. The ids of `run` are found without a call.
+  // Ownership: `instanceSource` and `fileBytes` are not owned.
+  StepEntityStore(std::uint32_t instances, Source& instanceSource, StepBlockCache* fileBytes = nullptr,
+                  StepIds::Run const& run = {})
+      : source(&instanceSource), blocks(fileBytes), consecutive(run), kinds(std::size_t(instances) + 1) {}
 
   void BeginInstance(Id const& id, bool complex) override;
   void EndInstance() override;
@@ -126,8 +127,8 @@ class StepEntityStore final : public DocumentVisitor {
   // Lists an instance by its type and the offset of its records in the file.
   // Requires: a source; an ordinal of the document, in ascending order; the type is complete.
   void List(std::uint32_t ordinal, Type const& type, std::uint64_t offset) {
-    if (ordinal / kGroup >= groupOffsets.size()) groupOffsets.resize(ordinal / kGroup + 1, offset);
-    std::uint64_t const distance = offset - groupOffsets.back();
+    if (ordinal >= groupEnd) BeginGroup(ordinal, offset);
+    std::uint64_t const distance = offset - groupOffset;
     Kind kind(type.entity, Listed, type.isComplex);
     kind.distance = static_cast<std::uint16_t>(distance < kFar ? distance : kFar);
     kinds[ordinal] = kind;
@@ -153,12 +154,19 @@ class StepEntityStore final : public DocumentVisitor {
   // They need a simple instance in the usual form, and return false for others, which Get decodes.
 
   // Sets the ordinal of a reference.
-  bool ReadReference(std::uint32_t instance, StepAttribute const& attribute, std::uint32_t& target) const noexcept;
+  bool ReadReference(std::uint32_t instance, StepAttribute const& attribute, std::uint32_t& target) const noexcept {
+    std::int64_t id = 0;
+    if (!RecordFrom(instance, attribute).Reference(id)) return false;
+    target = Find(id);
+    return target != 0;
+  }
   // Appends the ordinals of a list of references.
   bool ReadReferences(std::uint32_t instance, StepAttribute const& attribute,
                       std::vector<std::uint32_t>& targets) const;
   // Reads a list of one to three numbers; missing ones are 0.
-  bool ReadTriple(std::uint32_t instance, StepAttribute const& attribute, double* numbers) const noexcept;
+  bool ReadTriple(std::uint32_t instance, StepAttribute const& attribute, double* numbers) const noexcept {
+    return RecordFrom(instance, attribute).Triple(numbers);
+  }
   // Appends a list of numbers.
   bool ReadNumbers(std::uint32_t instance, StepAttribute const& attribute, std::vector<double>& numbers) const;
   bool ReadNumber(std::uint32_t instance, StepAttribute const& attribute, double& number) const noexcept;
@@ -172,7 +180,11 @@ class StepEntityStore final : public DocumentVisitor {
                                                                        : StepRecordText();
   }
   // Returns the ordinal of an id in such a record, or 0.
-  std::uint32_t Find(std::int64_t id) const noexcept { return source == nullptr ? 0 : source->Find(id); }
+  std::uint32_t Find(std::int64_t id) const noexcept {
+    std::uint64_t const place = static_cast<std::uint64_t>(id) - consecutive.id;
+    if (place < consecutive.length) return consecutive.instance + static_cast<std::uint32_t>(place) + 1;
+    return source == nullptr ? 0 : source->Find(id);
+  }
 
   // Returns the entity of a simple instance, None for others.
   StepEntity SimpleEntityOf(std::uint32_t instance) const noexcept {
@@ -255,10 +267,17 @@ class StepEntityStore final : public DocumentVisitor {
   };
 
   StepRecordText RecordOf(std::uint32_t instance, StepEntity entity) const noexcept {
-    return {source->BytesAt(OffsetOf(instance)), DefinitionOf(entity).name};
+    return {blocks == nullptr ? nullptr : blocks->BytesAt(OffsetOf(instance)), DefinitionOf(entity).name};
   }
   // Returns the record of a listed instance from an attribute on.
-  StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept;
+  StepRecordText RecordFrom(std::uint32_t instance, StepAttribute const& attribute) const noexcept {
+    Kind const kind = KindOf(instance);
+    if (kind.state != Listed || kind.isComplex || !kStepEntityTable.IsA(kind.Entity(), attribute.entity)) return {};
+    StepRecordText record = RecordOf(instance, kind.Entity());
+    for (int i = 0; i < attribute.position && record.Skip(); ++i) {
+    }
+    return record;
+  }
   bool HasRecord(std::uint32_t instance, StepEntity entity) const noexcept;
   // Returns the known records of a listed instance that has several.
   std::vector<StepEntity> const& RecordsOf(std::uint32_t instance) const noexcept {
@@ -284,6 +303,7 @@ class StepEntityStore final : public DocumentVisitor {
     std::uint64_t const place = places.find(instance)->second;
     return chunks[place >> kChunkBits].get() + (place & ((1U << kChunkBits) - 1));
   }
+  void BeginGroup(std::uint32_t ordinal, std::uint64_t offset);
   void PlaceInstance();
   void Select(std::uint32_t ordinal) {
     begins.clear();
@@ -293,12 +313,16 @@ class StepEntityStore final : public DocumentVisitor {
   static constexpr unsigned kChunkBits = 18;
 
   Source* source = nullptr;
+  StepBlockCache* blocks = nullptr;
+  StepIds::Run consecutive;
   Bytes bytes;                                        // the present instance
   std::vector<Block> chunks;                          // of stored instances
   std::size_t lastChunk = 0;                          // the one that is being filled
   std::size_t filled = std::size_t(1) << kChunkBits;  // its bytes that are used
   std::vector<Kind> kinds{Kind()};                    // by ordinal
   std::vector<std::uint64_t> groupOffsets;            // of the first listed instance of each group
+  std::uint64_t groupOffset = 0;                      // of the last group
+  std::uint32_t groupEnd = 0;                         // the first ordinal after it
   // Of stored instances: the chunk and the offset there.
   std::unordered_map<std::uint32_t, std::uint64_t> places;
   std::vector<std::uint32_t> selected;  // listed or stored, except simple ones of a shape's entities

@@ -57,8 +57,8 @@ bool IsSame(double const* a, double const* b) {
 
 bool StepGeometry::ReadPoint(std::uint32_t point, double* coordinates) {
   auto const isUsable = [&] {
-    return std::all_of(coordinates, coordinates + 3,
-                       [](double value) { return std::abs(value) <= kLargestCoordinate; });
+    return std::abs(coordinates[0]) <= kLargestCoordinate && std::abs(coordinates[1]) <= kLargestCoordinate &&
+           std::abs(coordinates[2]) <= kLargestCoordinate;
   };
   if (context.store.ReadTriple(point, STEP_ATTRIBUTE(CartesianPoint, "coordinates"), coordinates) && isUsable()) {
     return true;

@@ -27,6 +27,13 @@ class StepIds {
   // Returns up to `limit` digits at an offset of the file, where an id begins without its leading zeros.
   using DigitsAt = std::function<std::string(std::uint64_t offset, std::size_t limit)>;
 
+  // Consecutive instances whose ids ascend by one.
+  struct Run {
+    std::uint64_t id = 0;  // of the first one
+    std::uint32_t instance = 0;
+    std::uint32_t length = 0;
+  };
+
   StepIds(NumberAt numbers, DigitsAt digits);
 
   // Returns the number for an id whose first digit, after leading zeros, is at `offset`.
@@ -44,6 +51,9 @@ class StepIds {
   // one.
   void Index(std::uint32_t indexed, std::function<void(std::uint32_t, std::uint32_t)> const& onDuplicate);
 
+  // Returns the longest run if ids are found by runs, otherwise an empty one.
+  Run const& LongestRun() const noexcept { return longest; }
+
   // Returns the instance of an id, from 0, or kNone; kNone before Index.
   std::uint32_t Find(DocumentVisitor::Id const& id) const {
     // Converted, the -1 of an id that does not fit is above all slots and runs.
@@ -57,12 +67,6 @@ class StepIds {
   }
 
  private:
-  // Consecutive instances whose ids ascend by one.
-  struct Run {
-    std::uint64_t id;  // of the first one
-    std::uint32_t instance;
-    std::uint32_t length;
-  };
   static constexpr std::size_t kRunLimit = 64;
 
   // Returns whether runs are all that is needed, and sorts them.
@@ -80,7 +84,7 @@ class StepIds {
   std::uint64_t highest = 0;
   std::vector<Run> runs;  // in the order of instances until they are indexed; those beyond kRunLimit are left out
   bool hasAllRuns = true;
-  Run longest = {0, 0, 0};
+  Run longest;
   enum class Form { Hashed, Dense, Runs };
   Form form = Form::Hashed;
   std::vector<std::uint32_t> index;  // instances, at their ids or, hashed with linear probing, at the next free slot

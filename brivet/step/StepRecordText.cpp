@@ -1,7 +1,7 @@
 #include "StepRecordText.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <iterator>
 
 #include "VRELFloatUtil.h"
@@ -28,35 +28,38 @@ bool IsPlain(char byte) {
   return byte >= ' ' && byte < 0x7F && byte != '\'' && byte != '\\';
 }
 
-// Returns whether the bytes begin with the name of a type, compared in blocks that overlap.
-bool BeginsWith(char const* bytes, std::string_view type) {
-  constexpr std::size_t kBlock = sizeof(std::uint64_t);
-  if (type.size() < kBlock) return std::memcmp(bytes, type.data(), type.size()) == 0;
-  auto const isSameAt = [&](std::size_t place) {
-    std::uint64_t found;
-    std::uint64_t expected;
-    std::memcpy(&found, bytes + place, kBlock);
-    std::memcpy(&expected, type.data() + place, kBlock);
-    return found == expected;
-  };
-  for (std::size_t place = 0; place + kBlock < type.size(); place += kBlock) {
-    if (!isSameAt(place)) return false;
+// Takes a number without an exponent and with no more digits than a double, as most are. Returns the position after it,
+// or null for others.
+char const* TakeShortNumber(char const* at, double& number) noexcept {
+  constexpr std::size_t kWhole = 8;
+  constexpr std::size_t kFraction = std::size(kWholePowersOfTen) - 1;
+  bool const isNegative = *at == '-';
+  char const* const digits = at + (isNegative ? 1 : 0);
+  auto const [whole, fraction] = CountDigitsAround(digits);
+  char const* const end = digits + whole + 1 + fraction;
+  bool const hasExponent = (*end | 0x20) == 'e';
+  if (whole - 1 >= kWhole || fraction > kFraction || hasExponent) return nullptr;
+  double size;
+  if (digits[whole] != '.') {
+    if (digits[whole] != ',' && digits[whole] != ')') return nullptr;
+    size = static_cast<double>(static_cast<std::int64_t>(NumberOfDigits(digits, whole)));
+    number = isNegative ? -size : size;
+    return digits + whole;
   }
-  return isSameAt(type.size() - kBlock);
+  if (fraction == 0) {
+    size = whole == 1 ? *digits - '0' : static_cast<double>(static_cast<std::int64_t>(NumberOfDigits(digits, whole)));
+  } else {
+    if (whole + fraction > kSafeDigits) return nullptr;
+    std::uint64_t const mantissa =
+        NumberOfDigits(digits, whole) * kWholePowersOfTen[fraction] + NumberOfDigits(digits + whole + 1, fraction);
+    if (mantissa > kExactMantissa) return nullptr;
+    size = static_cast<double>(static_cast<std::int64_t>(mantissa)) / kPowersOfTen[fraction];
+  }
+  number = isNegative ? -size : size;
+  return end;
 }
 
 }  // namespace
-
-StepRecordText::StepRecordText(char const* bytes, std::string_view type) noexcept {
-  if (bytes == nullptr || !BeginsWith(bytes, type)) return;
-  at = bytes + type.size();
-  SkipBlanks();
-  if (*at == '(') {
-    ++at;
-  } else {
-    Stop();
-  }
-}
 
 bool StepRecordText::SkipAny() noexcept {
   SkipBlanks();
@@ -80,9 +83,11 @@ bool StepRecordText::SkipAny() noexcept {
     case '.':
       if (!IsDigit(at[1])) {
         std::string_view name;
-        return Enumeration(name);
+        return TakeEnumeration(name);
       }
       break;
+    case '(':
+      return SkipList();
     default:
       break;
   }
@@ -90,7 +95,26 @@ bool StepRecordText::SkipAny() noexcept {
   return TakeNumber(number) && EndValue();
 }
 
-bool StepRecordText::Enumeration(std::string_view& name) noexcept {
+// The syntax was checked when the file was read: all that matters is where the list ends.
+bool StepRecordText::SkipList() noexcept {
+  long depth = 0;
+  do {
+    char const byte = *at++;
+    if (byte == '(') {
+      ++depth;
+    } else if (byte == ')') {
+      --depth;
+    } else if (byte == '\'') {
+      while (IsPlain(*at)) ++at;
+      if (*at++ != '\'') return Stop();
+    } else if (!IsWordByte(byte) && !IsBlank(byte) && std::string_view(",#$*.+").find(byte) == std::string_view::npos) {
+      return Stop();
+    }
+  } while (depth > 0);
+  return EndValue();
+}
+
+bool StepRecordText::TakeEnumeration(std::string_view& name) noexcept {
   SkipBlanks();
   if (*at != '.') return Stop();
   char const* const first = ++at;
@@ -102,35 +126,36 @@ bool StepRecordText::Enumeration(std::string_view& name) noexcept {
   return EndValue();
 }
 
-// Most numbers have a point, no exponent, and not more digits than a double.
-bool StepRecordText::TakeShortNumber(double& number) noexcept {
-  constexpr std::size_t kWhole = 8;
-  constexpr std::size_t kFraction = std::size(kWholePowersOfTen) - 1;
-  char const* digits = at;
-  bool const isNegative = *digits == '-';
-  if (isNegative) ++digits;
-  std::size_t const whole = CountDigits(digits);
-  if (whole == 0 || whole > kWhole || digits[whole] != '.') return false;
-  std::size_t const fraction = CountDigits(digits + whole + 1);
-  char const* const end = digits + whole + 1 + fraction;
-  if (fraction > kFraction || whole + fraction > kSafeDigits || *end == 'E' || *end == 'e') return false;
-  auto mantissa =
-      static_cast<std::int64_t>(whole == 1 ? static_cast<std::uint64_t>(*digits - '0') : NumberOfDigits(digits, whole));
-  auto size = static_cast<double>(mantissa);
-  if (fraction > 0) {
-    mantissa = mantissa * static_cast<std::int64_t>(kWholePowersOfTen[fraction]) +
-               static_cast<std::int64_t>(NumberOfDigits(digits + whole + 1, fraction));
-    if (mantissa > static_cast<std::int64_t>(kExactMantissa)) return false;
-    size = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+bool StepRecordText::Triple(double* numbers) noexcept {
+  // Without blanks first.
+  if (*at == '(') {
+    char const* position = at;
+    int count = 0;
+    do {
+      position = TakeShortNumber(position + 1, numbers[count]);
+    } while (position != nullptr && ++count < 3 && *position == ',');
+    if (position != nullptr && position[0] == ')' && (position[1] == ',' || position[1] == ')')) {
+      std::fill(numbers + count, numbers + 3, 0.0);
+      at = position + 2;
+      return true;
+    }
   }
-  number = isNegative ? -size : size;
-  at = end;
-  return true;
+  int count = 0;
+  std::fill_n(numbers, 3, 0.0);
+  auto const take = [&](double number) noexcept {
+    if (count == 3) return false;
+    numbers[count++] = number;
+    return true;
+  };
+  return Numbers(take) && count > 0;
 }
 
 bool StepRecordText::TakeNumber(double& number) noexcept {
-  if (TakeShortNumber(number)) return true;
   char const* const first = at;
+  if (char const* const end = TakeShortNumber(at, number)) {
+    at = end;
+    return true;
+  }
   bool const isNegative = *at == '-';
   if (isNegative || *at == '+') ++at;
   char const* const mantissa = at;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "StepBytes.h"
@@ -24,9 +25,18 @@ class StepRecordText {
 
   // Begins after the name of a type, which has fewer than kPadding bytes, and its parenthesis. A null pointer, or bytes
   // that do not begin with the name, make a record from which nothing can be read.
-  StepRecordText(char const* bytes, std::string_view type) noexcept;
+  StepRecordText(char const* bytes, std::string_view type) noexcept {
+    if (bytes == nullptr || !BeginsWith(bytes, type)) return;
+    at = bytes + type.size();
+    SkipBlanks();
+    if (*at == '(') {
+      ++at;
+    } else {
+      Stop();
+    }
+  }
 
-  // Skips a value that is not a list.
+  // Skips a value.
   bool Skip() noexcept {
     // Most of them are '', * or $ without blanks.
     if (at[0] == '\'' && at[1] == '\'' && at[2] == ',') return at += 3, true;
@@ -44,7 +54,15 @@ class StepRecordText {
     return TakeNumber(number) && EndValue();
   }
   // Reads ".NAME.".
-  bool Enumeration(std::string_view& name) noexcept;
+  bool Enumeration(std::string_view& name) noexcept {
+    // Most of them are .T. or .F. without blanks.
+    if (at[0] == '.' && IsLetter(at[1]) && at[2] == '.' && (at[3] == ',' || at[3] == ')')) {
+      name = {at + 1, 1};
+      at += 4;
+      return true;
+    }
+    return TakeEnumeration(name);
+  }
   // Returns whether the next value is "$".
   bool AtUnset() noexcept {
     SkipBlanks();
@@ -58,7 +76,9 @@ class StepRecordText {
       return TakeReference(id) && take(id);
     });
   }
-  // Reads a list of numbers in the same way.
+  // Reads a list of one to three numbers; missing ones are 0.
+  bool Triple(double* numbers) noexcept;
+  // Reads a list of numbers in the same way as References.
   template <class Receiver>
   bool Numbers(Receiver const& take) noexcept(noexcept(take(double()))) {
     return List([&] {
@@ -68,7 +88,24 @@ class StepRecordText {
   }
 
  private:
+  // Returns whether the bytes begin with the name of a type, compared in blocks that overlap.
+  static bool BeginsWith(char const* bytes, std::string_view type) noexcept {
+    constexpr std::size_t kBlock = sizeof(std::uint64_t);
+    if (type.size() < kBlock) return std::memcmp(bytes, type.data(), type.size()) == 0;
+    auto const isSameAt = [&](std::size_t place) {
+      std::uint64_t found;
+      std::uint64_t expected;
+      std::memcpy(&found, bytes + place, kBlock);
+      std::memcpy(&expected, type.data() + place, kBlock);
+      return found == expected;
+    };
+    for (std::size_t place = 0; place + kBlock < type.size(); place += kBlock) {
+      if (!isSameAt(place)) return false;
+    }
+    return isSameAt(type.size() - kBlock);
+  }
   bool SkipAny() noexcept;
+  bool SkipList() noexcept;
   void SkipBlanks() noexcept {
     if (static_cast<unsigned char>(*at) > ' ') return;
     while (IsBlank(static_cast<unsigned char>(*at))) ++at;
@@ -84,7 +121,7 @@ class StepRecordText {
   }
   bool TakeReference(std::int64_t& id) noexcept;
   bool TakeNumber(double& number) noexcept;
-  bool TakeShortNumber(double& number) noexcept;
+  bool TakeEnumeration(std::string_view& name) noexcept;
   template <class Take>
   bool List(Take const& take);
 

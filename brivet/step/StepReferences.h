@@ -42,6 +42,8 @@ class StepReferences {
   // Sets the ordinal of the id. Returns whether the document defines it.
   bool Resolve(DocumentVisitor::Id& id) const;
 
+  // Returns instances, counted from 0, whose ids ascend by one; the length may be 0.
+  StepIds::Run const& LongestRun() const noexcept { return ids.LongestRun(); }
   // Returns the ordinal of an id that fits, or 0.
   std::uint32_t OrdinalOf(std::int64_t number) const {
     DocumentVisitor::Id id;

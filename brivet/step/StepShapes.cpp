@@ -248,6 +248,7 @@ long StepShapes::VisitLimit() const {
 }
 
 void StepShapes::Begin(Placement const& placement) {
+  lastColour = -1;
   pending.clear();
   placements.clear();
   placements.push_back({placement, placement.IsIdentity(), 0});
@@ -268,6 +269,7 @@ void StepShapes::SetPlacement(Entry& entry, Placement const& placement) {
 
 void StepShapes::ReadItems(ModelProduct& product, std::vector<std::uint32_t> const& representations) {
   seen.Clear();
+  unplaced.Clear();
   colours.Clear();
   Begin(Placement());
   long const limit = VisitLimit();
@@ -312,42 +314,91 @@ void StepShapes::PushList(StepAttribute const& attribute, StepEntity expected, E
 }
 
 void StepShapes::UseColour(ModelProduct& product, int colour) {
-  if (colour >= 0 && colours.Insert(static_cast<std::uint32_t>(colour))) product.colours.push_back(colour);
+  // Most items have the colour of the one before.
+  if (colour < 0 || colour == lastColour) return;
+  lastColour = colour;
+  if (colours.Insert(static_cast<std::uint32_t>(colour))) product.colours.push_back(colour);
+}
+
+void StepShapes::UseStyle(Entry& entry) const {
+  if (int const own = OwnColour(entry.item); own >= 0) entry.colour = own;
+  if (styles.IsInvisible(entry.item)) entry.isVisible = false;
+}
+
+// Begins to read an item of an entity that has no colour by other ways than a style. Returns false if it is skipped.
+bool StepShapes::BeginUsualItem(ModelProduct& product, Entry& entry) {
+  if (skipped.Contains(entry.item)) return false;
+  if (styles.HasStyle(entry.item)) UseStyle(entry);
+  UseColour(product, entry.colour);
+  return true;
 }
 
 void StepShapes::ReadItem(ModelProduct& product, Entry const& given) {
   Entry entry = given;
-  if (!skipped.empty() && skipped.count(entry.item) != 0) return;
-  StepEntity const type = context.store.SimpleEntityOf(entry.item);
-  if (int const own = OwnColour(entry.item); own >= 0) entry.colour = own;
-  if (styles.IsInvisible(entry.item)) entry.isVisible = false;
+  if (ReadUsualItem(product, entry, context.store.SimpleEntityOf(entry.item))) return;
+  if (skipped.Contains(entry.item)) return;
+  UseStyle(entry);
   UseColour(product, entry.colour);
-  if (!ReadUsualItem(product, entry, type)) ReadOtherItem(product, entry);
+  ReadOtherItem(product, entry);
 }
 
-// Reads the topology of boundary representations, which is most of a document.
-bool StepShapes::ReadUsualItem(ModelProduct& product, Entry const& entry, StepEntity type) {
+// Reads the topology of boundary representations, which is most of a document. Returns false for other items.
+bool StepShapes::ReadUsualItem(ModelProduct& product, Entry& entry, StepEntity type) {
   switch (type) {
     case StepEntity::AdvancedFace:
     case StepEntity::FaceSurface:
-      ReadFace(product, entry);
+      if (BeginUsualItem(product, entry)) ReadFace(product, entry);
       return true;
     case StepEntity::FaceBound:
     case StepEntity::FaceOuterBound:
-      PushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop, entry);
+      if (BeginUsualItem(product, entry)) PushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop, entry);
       return true;
     case StepEntity::EdgeLoop:
-      PushList(STEP_ATTRIBUTE(EdgeLoop, "edge_list"), StepEntity::Edge, entry);
+      if (BeginUsualItem(product, entry)) ReadLoop(product, entry);
       return true;
     case StepEntity::OrientedEdge:
-      PushOne(STEP_ATTRIBUTE(OrientedEdge, "edge_element"), StepEntity::Edge, entry);
+      if (BeginUsualItem(product, entry))
+        PushOne(STEP_ATTRIBUTE(OrientedEdge, "edge_element"), StepEntity::Edge, entry);
       return true;
     case StepEntity::EdgeCurve:
-      ReadEdge(product, entry);
+      if (BeginUsualItem(product, entry)) ReadEdge(product, entry);
       return true;
     default:
       return false;
   }
+}
+
+// Reads the edges of a loop at once, and pushes only the rest from the first one on that is unusual. The order is that
+// of the stack.
+void StepShapes::ReadLoop(ModelProduct& product, Entry const& entry) {
+  found.clear();
+  context.AddInstances(entry.item, STEP_ATTRIBUTE(EdgeLoop, "edge_list"), StepEntity::Edge, found);
+  if (entry.depth > kDepthLimit) return;
+  auto const depth = static_cast<std::uint16_t>(entry.depth + 1);
+  std::size_t count = 0;
+  while (count < found.size() &&
+         ReadUsualEdge(product, {found[count], entry.colour, entry.placement, depth, entry.isVisible})) {
+    ++count;
+  }
+  found.erase(found.begin(), found.begin() + static_cast<std::ptrdiff_t>(count));
+  PushAll(found, entry);
+}
+
+// Reads an oriented edge and its edge. Returns false, and does nothing, if they are of other types.
+bool StepShapes::ReadUsualEdge(ModelProduct& product, Entry entry) {
+  auto const& store = context.store;
+  std::uint32_t edge = 0;
+  if (store.SimpleEntityOf(entry.item) != StepEntity::OrientedEdge || entry.depth > kDepthLimit ||
+      !store.ReadReference(entry.item, STEP_ATTRIBUTE(OrientedEdge, "edge_element"), edge) ||
+      store.SimpleEntityOf(edge) != StepEntity::EdgeCurve) {
+    return false;
+  }
+  visits += 2;
+  if (!BeginUsualItem(product, entry)) return true;
+  entry.item = edge;
+  ++entry.depth;
+  if (BeginUsualItem(product, entry)) ReadEdge(product, entry);
+  return true;
 }
 
 void StepShapes::ReadFace(ModelProduct& product, Entry const& entry) {
@@ -389,7 +440,7 @@ void StepShapes::ReadOtherItem(ModelProduct& product, Entry entry) {
   } else if (store.Is(item, StepEntity::FaceBound)) {
     pushOne(STEP_ATTRIBUTE(FaceBound, "bound"), StepEntity::Loop);
   } else if (store.Is(item, StepEntity::EdgeLoop)) {
-    pushAll(STEP_ATTRIBUTE(EdgeLoop, "edge_list"), StepEntity::Edge);
+    ReadLoop(product, entry);
   } else if (store.Is(item, StepEntity::VertexLoop)) {
     pushOne(STEP_ATTRIBUTE(VertexLoop, "loop_vertex"), StepEntity::Vertex);
   } else if (store.Is(item, StepEntity::PolyLoop)) {
@@ -507,6 +558,11 @@ void StepShapes::AddPoint(Entry const& entry, double const* point) {
   extent.AddPoint(placed);
 }
 
+// Three edges meet at most vertices.
+void StepShapes::AddVertex(Entry const& entry, std::uint32_t vertex, double const* point) {
+  if (sink == nullptr && (IsPlaced(entry) || unplaced.Insert(vertex))) AddPoint(entry, point);
+}
+
 void StepShapes::AddPolyline(ModelProduct& /*product*/, Entry const& entry, std::vector<double> points) {
   if (sink == nullptr || !entry.isVisible || points.size() < 6) return;
   ModelPolyline polyline;
@@ -555,37 +611,36 @@ bool StepShapes::FindEdge(std::uint32_t item, Edge& edge) const {
          store.Is(edge.curve, StepEntity::Curve);
 }
 
-bool StepShapes::ReadVertex(std::uint32_t vertex, double* point) {
+bool StepShapes::ReadVertex(std::uint32_t vertex, Point& point) {
   Vertex& known = vertices[vertex % kVertices];
   if (known.item != vertex) {
     std::uint32_t const location =
         context.Instance(vertex, STEP_ATTRIBUTE(VertexPoint, "vertex_geometry"), StepEntity::Point);
     known.item = 0;
-    if (location == 0 || !geometry.ReadPoint(location, known.point)) return false;
+    if (location == 0 || !geometry.ReadPoint(location, known.point.data())) return false;
     known.item = vertex;
   }
-  std::copy_n(known.point, 3, point);
+  point = known.point;
   return true;
 }
 
 void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
-  bool const isFirst = IsFirst(entry.item);
-  if (isFirst) ++product.edges;
   // A second use with the same placement adds nothing.
-  if (!isFirst && !IsPlaced(entry)) return;
+  if (!IsPlaced(entry) && !unplaced.Insert(entry.item)) return;
+  if (IsFirst(entry.item)) ++product.edges;
   Edge edge;
   bool const isFound = FindEdge(entry.item, edge);
-  auto const end = [&](StepAttribute const& attribute, std::uint32_t vertex, double* point) {
+  auto const readEnd = [&](StepAttribute const& attribute, std::uint32_t& vertex, Point& point) {
     if (!isFound) vertex = context.Instance(entry.item, attribute, StepEntity::VertexPoint);
     return vertex != 0 && ReadVertex(vertex, point);
   };
-  double from[3];
-  double to[3];
-  bool const hasEnds =
-      end(STEP_ATTRIBUTE(Edge, "edge_start"), edge.start, from) && end(STEP_ATTRIBUTE(Edge, "edge_end"), edge.end, to);
+  Point from;
+  Point to;
+  bool const hasEnds = readEnd(STEP_ATTRIBUTE(Edge, "edge_start"), edge.start, from) &&
+                       readEnd(STEP_ATTRIBUTE(Edge, "edge_end"), edge.end, to);
   if (hasEnds) {
-    AddPoint(entry, from);
-    AddPoint(entry, to);
+    AddVertex(entry, edge.start, from.data());
+    AddVertex(entry, edge.end, to.data());
   }
   if (!isFound) {
     edge.curve = context.Instance(entry.item, STEP_ATTRIBUTE(EdgeCurve, "edge_geometry"), StepEntity::Curve);
@@ -593,15 +648,15 @@ void StepShapes::ReadEdge(ModelProduct& product, Entry const& entry) {
   if (edge.curve == 0) return;
   if (hasEnds && context.store.Is(edge.curve, StepEntity::Line)) {
     if (sink == nullptr) return;
-    PlacementOf(entry).Apply(from);
-    PlacementOf(entry).Apply(to);
+    PlacementOf(entry).Apply(from.data());
+    PlacementOf(entry).Apply(to.data());
     AddPolyline(product, entry, {from[0], from[1], from[2], to[0], to[1], to[2]});
     return;
   }
   if (!isFound) edge.isForward = context.Flag(entry.item, STEP_ATTRIBUTE(EdgeCurve, "same_sense"));
   AddPieces(product, entry,
-            geometry.Pieces(edge.curve, hasEnds ? from : nullptr, hasEnds ? to : nullptr, edge.isForward, radians,
-                            chordError, Covered(entry)));
+            geometry.Pieces(edge.curve, hasEnds ? from.data() : nullptr, hasEnds ? to.data() : nullptr, edge.isForward,
+                            radians, chordError, Covered(entry)));
 }
 
 void StepShapes::ReadFreeCurve(ModelProduct& product, Entry const& entry) {
@@ -844,6 +899,7 @@ void StepShapes::ReadTessellated(ModelProduct& product, Entry const& entry) {
 
 void StepShapes::ReadPlaced(ModelProduct& product, std::vector<PlacedItem> const& items) {
   seen.Clear();
+  unplaced.Clear();
   colours.Clear();
   long const limit = VisitLimit();
   for (PlacedItem const& each : items) {

@@ -1,9 +1,9 @@
 // Shapes of products: counts, extents, polylines and meshes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -95,7 +95,7 @@ class StepShapes {
   // Reads the shapes of a product from its representations. The extent can be placed if the product `isPlaced`.
   void Read(ModelProduct& product, std::vector<std::uint32_t> const& representations, bool isPlaced);
   // Excludes an item, for example a mapped item that places a child.
-  void Skip(std::uint32_t item) { skipped.insert(item); }
+  void Skip(std::uint32_t item) { skipped.Insert(item); }
   // Returns the extent of the product that was read last.
   StepExtent TakeExtent() { return std::exchange(extent, StepExtent()); }
 
@@ -137,9 +137,13 @@ class StepShapes {
   bool IsPlaced(Entry const& entry) const { return !placements[entry.placement].isIdentity; }
   void SetPlacement(Entry& entry, Placement const& placement);
   void ReadItem(ModelProduct& product, Entry const& given);
-  bool ReadUsualItem(ModelProduct& product, Entry const& entry, StepEntity type);
+  bool BeginUsualItem(ModelProduct& product, Entry& entry);
+  bool ReadUsualItem(ModelProduct& product, Entry& entry, StepEntity type);
   void ReadFace(ModelProduct& product, Entry const& entry);
+  void ReadLoop(ModelProduct& product, Entry const& entry);
+  bool ReadUsualEdge(ModelProduct& product, Entry entry);
   void ReadOtherItem(ModelProduct& product, Entry entry);
+  void UseStyle(Entry& entry) const;
   void UseColour(ModelProduct& product, int colour);
   void PushAll(std::vector<std::uint32_t> const& items, Entry const& parent);
   void PushOne(StepAttribute const& attribute, StepEntity expected, Entry const& parent);
@@ -161,7 +165,8 @@ class StepShapes {
     return sink == nullptr && !IsPlaced(entry) ? extent.Covered() : nullptr;
   }
   // Reads the point of a vertex. Returns false if it has none.
-  bool ReadVertex(std::uint32_t vertex, double* point);
+  using Point = std::array<double, 3>;
+  bool ReadVertex(std::uint32_t vertex, Point& point);
   bool FindEdge(std::uint32_t item, Edge& edge) const;
   void ReadEdge(ModelProduct& product, Entry const& entry);
   void ReadFreeCurve(ModelProduct& product, Entry const& entry);
@@ -171,6 +176,7 @@ class StepShapes {
                       StepValue const& strips);
   std::vector<double> Coordinates(std::uint32_t list);
   void AddPoint(Entry const& entry, double const* point);
+  void AddVertex(Entry const& entry, std::uint32_t vertex, double const* point);
   void AddPieces(ModelProduct& product, Entry const& entry, std::vector<StepGeometry::Piece> pieces);
   void AddPolyline(ModelProduct& product, Entry const& entry, std::vector<double> points);
   // Returns true at the first call for the item in this product.
@@ -182,11 +188,12 @@ class StepShapes {
   StepGeometry geometry;
   Settings settings;
   StepExtent extent;
-  StepMarks seen;
+  StepMarks seen;      // items that were counted
+  StepMarks unplaced;  // edges and vertices that were read in the coordinates of the product
   // The points of vertices that were read last, since three edges meet at most of them.
   struct Vertex {
     std::uint32_t item = 0;
-    double point[3] = {0.0, 0.0, 0.0};
+    Point point = {0.0, 0.0, 0.0};
   };
   static constexpr std::size_t kVertices = 2048;
   std::vector<Vertex> vertices = std::vector<Vertex>(kVertices);
@@ -194,7 +201,8 @@ class StepShapes {
   std::vector<Level> placements;
   std::vector<std::uint32_t> found;  // a member so that its memory is reused
   StepMarks colours;                 // of the present product, by their indices
-  std::unordered_set<std::uint32_t> skipped;
+  int lastColour = -1;               // that was inserted last
+  StepMarks skipped;
   std::vector<ModelPolyline>* sink = nullptr;
   double radians = 1.0;
   double chordError = 0.0;

@@ -81,6 +81,12 @@ int StepStyles::ColourOfAnnotation(std::uint32_t occurrence) {
 }
 
 int StepStyles::IndexOf(ModelColour const& colour) {
+  auto const [place, isFirst] = written.try_emplace({colour.red, colour.green, colour.blue, colour.transparency}, 0);
+  if (isFirst) place->second = FindOrAdd(colour);
+  return place->second;
+}
+
+int StepStyles::FindOrAdd(ModelColour const& colour) {
   char key[120];
   std::snprintf(key, sizeof key, "%.9g %.9g %.9g %.9g", colour.red, colour.green, colour.blue, colour.transparency);
   auto& all = context.model.colours;

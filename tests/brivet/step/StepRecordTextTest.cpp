@@ -73,11 +73,53 @@ TEST(StepRecordTextTest, ReadsValuesInOrder) {
   EXPECT_FALSE(record.Skip());
 }
 
-TEST(StepRecordTextTest, SkipsEachKindButLists) {
-  Padded const bytes("A('',#1,.T.,.5,-1,+2.5E-3,$,*,'x')");
+TEST(StepRecordTextTest, SkipsEachKind) {
+  Padded const bytes(
+      "A('',#1,.T.,.5,-1,+2.5E-3,$,*,'x',(),((1.,-2.E-1),(#3,$)), ( 'a)''(b' ,*,.UP., KEY_1(2)\r\n) ,'last',7)");
   StepRecordText record = bytes.Record();
-  for (int i = 0; i < 9; ++i) EXPECT_TRUE(record.Skip()) << i;
+  for (int i = 0; i < 13; ++i) EXPECT_TRUE(record.Skip()) << i;
+  double number = 0.0;
+  EXPECT_TRUE(record.Number(number));
+  EXPECT_EQ(number, 7.0);
   EXPECT_FALSE(record.Skip());
+}
+
+TEST(StepRecordTextTest, ReadsTriples) {
+  Padded const bytes("A((1.,-2.5,3),( 4.E1 ,5.),(6.),(1.,2.,3.,4.),(1.,2.,3.))");
+  StepRecordText record = bytes.Record();
+  double numbers[3] = {9.0, 9.0, 9.0};
+  auto const expect = [&](double first, double second, double third) {
+    EXPECT_EQ(numbers[0], first);
+    EXPECT_EQ(numbers[1], second);
+    EXPECT_EQ(numbers[2], third);
+  };
+  EXPECT_TRUE(record.Triple(numbers));
+  expect(1.0, -2.5, 3.0);
+  EXPECT_TRUE(record.Triple(numbers));
+  expect(40.0, 5.0, 0.0);
+  EXPECT_TRUE(record.Triple(numbers));
+  expect(6.0, 0.0, 0.0);
+  EXPECT_FALSE(record.Triple(numbers));
+  EXPECT_FALSE(record.Triple(numbers));
+  for (char const* const text : {"A(())", "A((#1))", "A((1.,))", "A((1.;", "A((1.,2.", "A(1.)", "A((1.)", "A((1.)x"}) {
+    Padded const refused(text);
+    EXPECT_FALSE(refused.Record().Triple(numbers)) << text;
+  }
+}
+
+TEST(StepRecordTextTest, ReadsEnumerations) {
+  Padded const bytes("A(.T., .F. ,.UNKNOWN.,.U.)");
+  StepRecordText record = bytes.Record();
+  for (char const* const expected : {"T", "F", "UNKNOWN", "U"}) {
+    std::string_view name;
+    EXPECT_TRUE(record.Enumeration(name));
+    EXPECT_EQ(name, expected);
+  }
+  for (char const* const text : {"A(.T.x)", "A(.1.)", "A(.T", "A(..)"}) {
+    Padded const refused(text);
+    std::string_view name;
+    EXPECT_FALSE(refused.Record().Enumeration(name)) << text;
+  }
 }
 
 // After a refusal nothing can be read, although a value follows.
@@ -87,7 +129,10 @@ TEST(StepRecordTextTest, RefusesOtherForms) {
                                  "A('a\nb',1)",
                                  "A('a",
                                  "A(/* */1,1)",
-                                 "A((1),1)",
+                                 "A((1,'\\X\\E9'),1)",
+                                 "A((1;),1)",
+                                 "A((1,(2),1",
+                                 "A((1,/* ) */2),1)",
                                  "A(\"0F\",1)",
                                  "A(B(1),1)",
                                  "A(#,1)",

@@ -438,6 +438,52 @@ TEST(StepShapesTest, ReadsPlanarConics) {
   ExpectBox(model->extent, {-1, -1, 0, 3, 3, 0});
 }
 
+// Edges after an unusual one, which is not read at once, do not precede it.
+TEST(StepShapesTest, ReadsEdgesInOrderOfLoop) {
+  std::string data = RectangleText();
+  std::string const usual = "(#50,#51,#52,#53)";
+  data.replace(data.find(usual), usual.size(), "(#50,#55,#52,#53)");
+  data +=
+      "#55=ORIENTED_EDGE('',*,*,#51,.F.);\n#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n"
+      "#80=COLOUR_RGB('',1.,0.,0.);\n#81=COLOUR_RGB('',0.,1.,0.);\n#82=COLOUR_RGB('',0.,0.,1.);\n";
+  // The third edge has the first colour.
+  for (int i = 0; i < 3; ++i) {
+    std::string const id = std::to_string(90 + 4 * i);
+    std::string const next = std::to_string(91 + 4 * i);
+    std::string const item = std::to_string(i == 0 ? 42 : 39 + i);
+    data += "#" + id + "=CURVE_STYLE('',$,$,#" + std::to_string(80 + i) + ");\n#" + next +
+            "=PRESENTATION_STYLE_ASSIGNMENT((#" + id + "));\n#" + std::to_string(92 + 4 * i) + "=STYLED_ITEM('',(#" +
+            next + "),#" + item + ");\n";
+  }
+  ReadModel const model(data + ProductText(200, "a", "#71"), true);
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ModelProduct const& product = model->products[0];
+  EXPECT_EQ(product.colours, (std::vector<int>{1, 2, 0}));
+  std::vector<std::string> instances;
+  std::vector<int> colours;
+  for (ModelPolyline const& each : product.polylines) {
+    instances.push_back(each.instance);
+    colours.push_back(each.colour);
+  }
+  EXPECT_EQ(instances, (std::vector<std::string>{"#40", "#41", "#42", "#43"}));
+  EXPECT_EQ(colours, (std::vector<int>{1, 2, 0, -1}));
+}
+
+// In any order of the items.
+TEST(StepShapesTest, ReadsMappedShapeAndShapeItself) {
+  std::string const data = RectangleText() +
+                           "#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n"
+                           "#72=SHAPE_REPRESENTATION('',(#71),#1);\n#73=REPRESENTATION_MAP(#12,#72);\n" +
+                           PointText(74, "10.,20.,30.") +
+                           "#75=AXIS2_PLACEMENT_3D('',#74,$,$);\n#76=MAPPED_ITEM('',#73,#75);\n";
+  for (char const* const items : {"#71,#76", "#76,#71"}) {
+    ReadModel const model(data + ProductText(100, "a", items), true);
+    EXPECT_EQ(model->products[0].edges, 4);
+    EXPECT_EQ(model->products[0].polylines.size(), 8U);
+    ExpectBox(model->products[0].extent, {0, 0, 0, 14, 23, 30});
+  }
+}
+
 TEST(StepShapesTest, WarnsAboutUnknownItems) {
   ReadModel const model("#20=STRANGE('');\n#21=TEXT_LITERAL('','x',#12,'baseline left',.RIGHT.,#12);\n" +
                         ProductText(100, "a", "#20,#21"));
