@@ -424,7 +424,7 @@ std::vector<std::size_t> StepAssembly::BottomUp() const {
 
 // The extent of an assembly is exact if its nodes have few enough points and arcs: each is placed. Otherwise it is the
 // extent of the placed boxes of its children, so that deep structures do not take quadratic time.
-void StepAssembly::ComputeExtents(std::vector<StepExtent> const& extents) {
+void StepAssembly::ComputeExtents(std::vector<StepExtent>& extents) {
   auto& model = context.model;
   std::vector<std::size_t> steps(model.products.size(), 0);
   std::size_t budget = kExtentStepLimit;
@@ -468,7 +468,7 @@ void StepAssembly::ComputeExtents(std::vector<StepExtent> const& extents) {
   }
 }
 
-void StepAssembly::ExtendByTree(int root, std::vector<StepExtent> const& extents, ModelBox& box) const {
+void StepAssembly::ExtendByTree(int root, std::vector<StepExtent>& extents, ModelBox& box) const {
   auto const& model = context.model;
   std::vector<std::pair<int, Placement>> pending{{root, Placement()}};
   while (!pending.empty()) {

@@ -41,8 +41,8 @@ class StepAssembly {
   void FindRoots();
   void ReadShapes();
   std::vector<std::size_t> BottomUp() const;
-  void ComputeExtents(std::vector<StepExtent> const& extents);
-  void ExtendByTree(int root, std::vector<StepExtent> const& extents, ModelBox& box) const;
+  void ComputeExtents(std::vector<StepExtent>& extents);
+  void ExtendByTree(int root, std::vector<StepExtent>& extents, ModelBox& box) const;
   double MetresOf(int product) const;
   bool Belongs(std::uint32_t representation, int product) const;
   bool IsItemOf(std::uint32_t item, std::uint32_t representation);

@@ -15,7 +15,8 @@
 // The extent is exact: each placed point, and for each arc the extremes of its coordinates, which are
 // center + cos(t) x + sin(t) y and so have them at tan(t) = y / x. Other curves are sampled. A shape that is not placed
 // needs only the box itself: then a curve is skipped if a bound of it is inside of the box of the items before, for a
-// B-spline the box of its control points, which contain it in their convex hull because all weights are positive.
+// B-spline the box of its control points, which contain it in their convex hull because all weights are positive. The
+// bounds of a shape that is placed are placed with it.
 
 namespace {
 
@@ -54,11 +55,30 @@ bool IsUnevaluated(std::string_view type) {
   return std::find(std::begin(kUnevaluated), std::end(kUnevaluated), type) != std::end(kUnevaluated);
 }
 
-// Of an extent that cannot be placed: curves that wait until the box is larger, in which most of them are.
+// Of an extent that cannot be placed: how many curves wait until the box is larger, in which most of them are.
 constexpr std::size_t kWaitingArcs = 4096;
 constexpr std::size_t kWaitingPieces = 64;
 constexpr std::size_t kStepsPerSpline = 16;
 constexpr double kRounding = 16.0 * std::numeric_limits<double>::epsilon();
+
+// Returns a box that contains each placed point of a box, as Placement::Apply computes it: rounding does not change the
+// order of products and sums, which are formed in the same way.
+ModelBox ImageOf(ModelBox const& box, Placement const& placement) noexcept {
+  ModelBox image = box;
+  auto const& n = placement.Numbers();
+  for (std::size_t row = 0; row < 3; ++row) {
+    double low[3];
+    double high[3];
+    for (std::size_t i = 0; i < 3; ++i) {
+      double const factor = n[4 * row + i];
+      low[i] = factor * (factor < 0.0 ? box.high[i] : box.low[i]);
+      high[i] = factor * (factor < 0.0 ? box.low[i] : box.high[i]);
+    }
+    image.low[row] = low[0] + low[1] + low[2] + n[4 * row + 3];
+    image.high[row] = high[0] + high[1] + high[2] + n[4 * row + 3];
+  }
+  return image;
+}
 
 constexpr int kSizeSamples = 6;  // estimate the size of a curve
 // First coordinate of a point that cannot be used.
@@ -84,11 +104,11 @@ void StepExtent::AddPiece(StepGeometry::Piece piece, double chordShare) {
       piece.curve->Evaluate(t, point);
       AddPoint(point);
     }
-  } else if (isBox && !piece.hull.isEmpty) {
-    steps += kStepsPerSpline;
-    if (box.Contains(piece.hull)) return;
+  } else if (!piece.hull.isEmpty) {
+    if (isBox) steps += kStepsPerSpline;
+    if (isBox && box.Contains(piece.hull)) return;
     waiting.push_back({std::move(piece), chordShare});
-    if (waiting.size() >= kWaitingPieces) SettlePieces();
+    if (isBox && waiting.size() >= kWaitingPieces) SettlePieces();
   } else {
     AddSamples(piece, chordShare);
     if (isBox) MovePointsToBox();
@@ -163,9 +183,14 @@ void StepExtent::SettlePieces() {
 }
 
 void StepExtent::Finish() {
-  if (!isBox) return;
-  SettleArcs();
-  SettlePieces();
+  if (isBox) {
+    SettleArcs();
+    SettlePieces();
+  } else {
+    ModelBox own;
+    ExtendByAll(Placement(), own);
+    box = own;
+  }
   arcs.shrink_to_fit();
   waiting.shrink_to_fit();
   points.shrink_to_fit();
@@ -211,18 +236,37 @@ void StepExtent::Extend(Arc const& arc, ModelBox& target) {
   }
 }
 
-void StepExtent::Extend(Placement const& placement, ModelBox& target) const {
-  target.Extend(box);
-  for (std::size_t i = 0; i + 3 <= points.size(); i += 3) {
-    double point[3] = {points[i], points[i + 1], points[i + 2]};
-    placement.Apply(point);
-    target.Extend(point);
+void StepExtent::Extend(Placement const& placement, ModelBox& target) {
+  if (isBox || placement.IsIdentity()) {
+    target.Extend(box);
+  } else if (!target.Contains(ImageOf(box, placement))) {
+    ExtendByAll(placement, target);
   }
+}
+
+void StepExtent::ExtendByAll(Placement const& placement, ModelBox& target) {
+  auto const extendByPoints = [&](std::size_t first) {
+    for (std::size_t i = first; i + 3 <= points.size(); i += 3) {
+      double point[3] = {points[i], points[i + 1], points[i + 2]};
+      placement.Apply(point);
+      target.Extend(point);
+    }
+  };
+  extendByPoints(0);
   for (Arc const& each : arcs) {
     Arc arc = each;
     Place(placement, arc);
-    Extend(arc, target);
+    if (!IsWithin(arc, target)) Extend(arc, target);
   }
+  // A curve is sampled for the first placement in which it can extend the box.
+  auto const sample = [&](Waiting const& each) {
+    if (target.Contains(ImageOf(each.piece.hull, placement))) return false;
+    std::size_t const first = points.size();
+    AddSamples(each.piece, each.chordShare);
+    extendByPoints(first);
+    return true;
+  };
+  waiting.erase(std::remove_if(waiting.begin(), waiting.end(), sample), waiting.end());
 }
 
 void StepShapes::Read(ModelProduct& product, std::vector<std::uint32_t> const& representations, bool isPlaced) {

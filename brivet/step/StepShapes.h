@@ -38,12 +38,12 @@ class StepExtent {
   void AddPlacedPiece(StepGeometry::Piece const& piece, Placement const& placement, double chordShare);
   // Returns the box in which curves need not be added, or null.
   ModelBox const* Covered() const noexcept { return isBox ? &box : nullptr; }
-  // Ends the additions to an extent that cannot be placed.
+  // Ends the additions.
   void Finish();
-  // Extends a box by the placed shape. Requires: the identity, after Finish, if it cannot be placed.
-  void Extend(Placement const& placement, ModelBox& target) const;
+  // Extends a box by the placed shape. Requires: Finish; the identity if it cannot be placed.
+  void Extend(Placement const& placement, ModelBox& target);
   // Returns about the number of steps that Extend takes.
-  std::size_t Size() const { return steps + points.size() / 3 + 4 * arcs.size(); }
+  std::size_t Size() const { return steps + points.size() / 3 + 4 * arcs.size() + 4 * waiting.size(); }
 
  private:
   // center + cos(t) x + sin(t) y
@@ -69,16 +69,16 @@ class StepExtent {
   void SettleArcs();
   void SettlePieces();
   void MovePointsToBox();
+  void ExtendByAll(Placement const& placement, ModelBox& target);
   static bool IsWithin(Arc const& arc, ModelBox const& outer) noexcept;
   static void Place(Placement const& placement, Arc& arc);
   static void Extend(Arc const& arc, ModelBox& target);
 
   std::vector<double> points;
   std::vector<Arc> arcs;
-  // Of an extent that cannot be placed: the box, the curves that are still to be evaluated, and the steps taken.
-  ModelBox box;
-  std::vector<Waiting> waiting;
-  std::size_t steps = 0;
+  std::vector<Waiting> waiting;  // curves that are still to be evaluated
+  ModelBox box;                  // without a placement
+  std::size_t steps = 0;         // taken for an extent that cannot be placed
   bool isBox = false;
 };
 

@@ -502,3 +502,23 @@ TEST(StepShapesTest, WarnsAboutWrongTypes) {
                 "#21: attribute cfs_faces: expected FACE, found #99, which the file does not contain",
                 "#21: attribute cfs_faces: expected FACE, found a number"}));
 }
+
+// In the coordinates of its product, the spline is in the box of the points.
+TEST(StepShapesTest, SplineExtendsBoxOfRotatedProduct) {
+  std::string const data =
+      PointText(20, "0.,0.,0.") + PointText(21, "10.,10.,0.") + PointText(22, "0.,8.,0.") + PointText(23, "2.,10.,0.") +
+      "#24=B_SPLINE_CURVE_WITH_KNOTS('',1,(#22,#23),.UNSPECIFIED.,.F.,.F.,(2,2),(0.,1.),.UNSPECIFIED.);\n"
+      "#25=GEOMETRIC_SET('',(#20,#21,#24));\n" +
+      ProductText(100, "child", "#25,#12") +
+      // Rotated by 45 degrees about z; twice, the second time moved by 100 along x.
+      "#30=DIRECTION('',(0.,0.,1.));\n#31=DIRECTION('',(1.,1.,0.));\n#32=AXIS2_PLACEMENT_3D('',#11,#30,#31);\n" +
+      PointText(33, "100.,0.,0.") + "#34=AXIS2_PLACEMENT_3D('',#33,#30,#31);\n" +
+      ProductText(200, "parent", "#32,#34") + UsageText(300, 200, 100) + PlacementText(301, 300, 105, 205, 12, 32) +
+      UsageText(310, 200, 100) + PlacementText(311, 310, 105, 205, 12, 34);
+  ReadModel const model(data);
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ASSERT_EQ(model->products.size(), 2U);
+  ExpectBox(model->products[0].extent, {0, 0, 0, 10, 10, 0});
+  double const half = std::sqrt(0.5);
+  ExpectBox(model->products[1].extent, {-8 * half, 0, 0, 100, 20 * half, 0});
+}
