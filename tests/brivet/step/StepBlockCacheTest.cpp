@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -32,10 +33,19 @@ TEST(StepBlockCacheTest, FindsBytes) {
   std::string const text = NumberedLines();
   BytesInFile file(text);
   StepBlockCache cache(file.Buffer());
-  for (std::size_t const offset : {0UL, 10UL, 16380UL, 16390UL, 262140UL, 0UL, 524280UL, 983040UL, 20UL, kSize - 10}) {
+  auto const expectAt = [&](std::size_t offset) {
     char const* const bytes = cache.BytesAt(offset);
     ASSERT_NE(bytes, nullptr) << offset;
     EXPECT_EQ(std::string_view(bytes, 10), std::string_view(text).substr(offset, 10)) << offset;
+  };
+  for (std::size_t const offset : {0UL, 10UL, 16380UL, 16390UL, 262140UL, 0UL, 524280UL, 983040UL, 20UL, kSize - 10}) {
+    expectAt(offset);
+  }
+  // Forwards, backwards and at three positions.
+  for (std::size_t offset = 0; offset + 10 <= kSize; offset += 990) expectAt(offset);
+  for (std::size_t offset = kSize; offset >= 10; offset -= std::min<std::size_t>(offset, 4990)) expectAt(offset - 10);
+  for (std::size_t offset = 0; offset < kSize / 3; offset += 1230) {
+    for (std::size_t const start : {0UL, 300000UL, 600000UL}) expectAt(start + offset);
   }
   EXPECT_FALSE(cache.HasFailed());
   EXPECT_NO_THROW(cache.RethrowFailure());
