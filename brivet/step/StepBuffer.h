@@ -17,7 +17,7 @@ class StepFormatReader;
 class StepBuffer : public VRELBuffer {
  public:
   static constexpr int kEnd = -1;
-  static constexpr std::size_t kPadding = 16;
+  static constexpr std::size_t kPadding = 32;
 
   // Opens the file's path.
   // Ownership: `document`, whose entities read from here, is not owned.

@@ -15,15 +15,6 @@ static_assert(StepTypes::kLimit < StepEntityReader::kNoType);
 
 }  // namespace
 
-StepEntityReader::StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position)
-    : VRELEntityReader(source),
-      offset(position & kLargestOffset),
-      isLarge(id.isLarge ? 1 : 0),
-      type(kNoType),
-      escapes(0) {
-  entityId = static_cast<int>(id.number);
-}
-
 VRINResult StepEntityReader::ReadEntity() {
   return DocumentOf(buffer).ReadInstance(*this);
 }

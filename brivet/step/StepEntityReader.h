@@ -21,7 +21,14 @@ class StepEntityReader final : public VRELEntityReader {
   };
 
   // `source` is a StepBuffer, `position` the offset after the "=".
-  StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position);
+  StepEntityReader(VRELBufferHandle& source, Id id, unsigned long position)
+      : VRELEntityReader(source),
+        offset(position & kLargestOffset),
+        isLarge(id.isLarge ? 1 : 0),
+        type(kNoType),
+        escapes(0) {
+    entityId = static_cast<int>(id.number);
+  }
 
   // Only created in a pool, which frees the memory.
   static void* operator new(std::size_t size, StepEntityPool& pool) { return pool.Allocate(size); }

@@ -29,18 +29,21 @@ std::uint64_t StepIds::NumberOf(DocumentVisitor::Id const& id, std::uint64_t off
   return id.fits() ? static_cast<std::uint64_t>(id.number) : kOffsetMark | offset;
 }
 
-void StepIds::Add(std::uint64_t number) {
+// Begins a run, unless there are too many.
+void StepIds::AddOther(std::uint64_t number) {
   highest = std::max(highest, number);
+  hasAllRuns = hasAllRuns && runs.size() < kRunLimit;
   if (hasAllRuns) {
-    if (!runs.empty() && number == runs.back().id + runs.back().length) {
-      ++runs.back().length;
-    } else if (runs.size() < kRunLimit) {
-      runs.push_back({number, count, 1});
-    } else {
-      hasAllRuns = false;
-    }
+    runs.push_back({number, count, 1});
+    nextNumber = number + 1;
   }
   ++count;
+}
+
+std::uint64_t StepIds::Highest() const noexcept {
+  std::uint64_t result = highest;
+  for (Run const& run : runs) result = std::max(result, run.id + run.length - 1);
+  return result;
 }
 
 DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits, std::size_t limit) const {
@@ -58,11 +61,11 @@ DocumentVisitor::Id StepIds::IdOf(std::uint64_t number, std::string& digits, std
 }
 
 bool StepIds::IsDense() const {
-  return highest < SlotsFor(count);
+  return Highest() < SlotsFor(count);
 }
 
 bool StepIds::HasRuns() {
-  if (!hasAllRuns || highest >= kOffsetMark || runs.empty()) return false;
+  if (!hasAllRuns || Highest() >= kOffsetMark || runs.empty()) return false;
   std::sort(runs.begin(), runs.end(), [](Run const& a, Run const& b) { return a.id < b.id; });
   // Runs that overlap contain duplicates.
   auto const overlaps = [](Run const& a, Run const& b) { return b.id - a.id < a.length; };
@@ -100,7 +103,7 @@ void StepIds::Index(std::uint32_t indexed, std::function<void(std::uint32_t, std
   }
   form = IsDense() ? Form::Dense : Form::Hashed;
   // Dense ids need no slot after the highest one.
-  index.assign(form == Form::Dense ? highest + 1 : SlotsFor(count), kNone);
+  index.assign(form == Form::Dense ? Highest() + 1 : SlotsFor(count), kNone);
   std::string digits;
   for (std::uint32_t i = 0; i < count; ++i) {
     std::uint64_t const number = numberAt(i);

@@ -40,7 +40,15 @@ class StepIds {
   static std::uint64_t NumberOf(DocumentVisitor::Id const& id, std::uint64_t offset);
   // Adds the next instance.
   // Requires: fewer than kNone instances.
-  void Add(std::uint64_t number);
+  void Add(std::uint64_t number) {
+    if (number == nextNumber && hasAllRuns) {
+      ++runs.back().length;
+      ++nextNumber;
+      ++count;
+    } else {
+      AddOther(number);
+    }
+  }
   std::uint32_t Count() const noexcept { return count; }
 
   // Returns the id for a number. Its digits, at most `limit` of those that do not fit, are stored in `digits`.
@@ -69,6 +77,9 @@ class StepIds {
  private:
   static constexpr std::size_t kRunLimit = 64;
 
+  void AddOther(std::uint64_t number);
+  // Returns the highest number that was added.
+  std::uint64_t Highest() const noexcept;
   // Returns whether runs are all that is needed, and sorts them.
   bool HasRuns();
   std::uint32_t FindInRuns(std::uint64_t number) const;
@@ -81,7 +92,8 @@ class StepIds {
   DigitsAt const digitsAt;
   std::uint64_t const seed;
   std::uint32_t count = 0;
-  std::uint64_t highest = 0;
+  std::uint64_t highest = 0;              // apart from those of runs
+  std::uint64_t nextNumber = UINT64_MAX;  // that continues the last run
   std::vector<Run> runs;  // in the order of instances until they are indexed; those beyond kRunLimit are left out
   bool hasAllRuns = true;
   Run longest;

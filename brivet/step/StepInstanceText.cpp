@@ -19,20 +19,6 @@ constexpr std::array<bool, 256> kPlainBytes = BuildPlainBytes();
 
 }  // namespace
 
-bool StepInstanceText::ReadName() noexcept {
-  char const* position = at;
-  SkipBlanks(position);
-  if (*position != '#') return false;
-  ++position;
-  if (!ReadNumber(position, name)) return false;
-  SkipBlanks(position);
-  if (*position != '=') return false;
-  ++position;
-  SkipBlanks(position);
-  at = position;
-  return true;
-}
-
 char const* StepInstanceText::SkipBlankBytes(char const* position) noexcept {
   for (; IsBlank(static_cast<unsigned char>(*position)); ++position) {
     if (!IsLineEnd(*position)) continue;

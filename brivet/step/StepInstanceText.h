@@ -18,8 +18,7 @@
 //   if (text.ReadName() && text.ReadRecords(sink)) Skip(text.Size());
 class StepInstanceText {
  public:
-  // Begins at `bytes`, which a byte follows that no instance contains, such as NUL, and kBlockPadding more that can be
-  // read.
+  // Begins at `bytes`, which a byte follows that no instance contains, such as NUL, and kPadding more that can be read.
   explicit StepInstanceText(char const* bytes) noexcept : begin(bytes), at(bytes) {}
 
   struct Number {
@@ -43,6 +42,8 @@ class StepInstanceText {
     void BeginTyped(std::string_view /*type*/) {}
     void EndTyped() {}
   };
+
+  static constexpr std::size_t kPadding = kBlockPadding + 1;
 
   // Reads "#12=" and the blanks before and after. Returns false if that is not there.
   bool ReadName() noexcept;
@@ -93,6 +94,26 @@ class StepInstanceText {
   std::size_t lineBegin = 0;
 };
 
+inline bool StepInstanceText::ReadName() noexcept {
+  char const* position = at;
+  if (position[0] == '\n' && position[1] == '#') {
+    // Most instances begin a line.
+    ++lines;
+    lineBegin = static_cast<std::size_t>(++position - begin);
+  } else {
+    SkipBlanks(position);
+    if (*position != '#') return false;
+  }
+  ++position;
+  if (!ReadNumber(position, name)) return false;
+  SkipBlanks(position);
+  if (*position != '=') return false;
+  ++position;
+  SkipBlanks(position);
+  at = position;
+  return true;
+}
+
 inline bool StepInstanceText::ReadNumber(char const*& position, Number& number) noexcept {
   constexpr std::size_t kSafeDigits = 18;
   std::size_t size = CountDigits(position);
@@ -115,14 +136,10 @@ inline std::string_view StepInstanceText::ReadWord(char const*& position) noexce
 inline std::string_view StepInstanceText::ReadReal(char const*& position, bool& isReal) noexcept {
   char const* const first = position;
   if (*position == '+' || *position == '-') ++position;
-  std::size_t digits = CountDigits(position);
-  position += digits;
-  isReal = *position == '.';
-  if (isReal) {
-    std::size_t const fraction = CountDigits(++position);
-    position += fraction;
-    digits += fraction;
-  }
+  auto const [whole, fraction] = CountDigitsAround(position);
+  isReal = position[whole] == '.';
+  std::size_t const digits = isReal ? whole + fraction : whole;
+  position += isReal ? digits + 1 : digits;
   if (digits == 0) return {};
   if (*position == 'E' || *position == 'e') {
     isReal = true;

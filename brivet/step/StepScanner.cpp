@@ -135,17 +135,6 @@ bool StepScanner::SkipTo(unsigned long offset) {
   return true;
 }
 
-void StepScanner::Skip(StepInstanceText const& text) {
-  if (text.Lines() != 0) lineBegin = buffer.Offset() + text.LineBegin();
-  line += text.Lines();
-  buffer.Skip(text.Size());
-  token.kind = End;
-  token.text.clear();
-  token.begin = buffer.Offset();
-  token.line = line;
-  tokenLineBegin = kUnknown;
-}
-
 bool StepScanner::NextReference() {
   auto const isUnmarked = [](int byte) {
     return byte != '\'' && byte != '/' && byte != '#' && byte != ';' && !IsLineEnd(byte);

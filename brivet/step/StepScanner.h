@@ -85,7 +85,17 @@ class StepScanner {
   // divided there.
   char const* Ahead() { return afterReturn || !started ? nullptr : buffer.Block().data(); }
   // Skips what was read from Ahead. There is no current token afterwards.
-  void Skip(StepInstanceText const& text);
+  void Skip(StepInstanceText const& text) {
+    unsigned long const offset = buffer.Offset();
+    if (text.Lines() != 0) lineBegin = offset + text.LineBegin();
+    line += text.Lines();
+    buffer.Skip(text.Size());
+    token.kind = End;
+    token.text.clear();
+    token.begin = offset + text.Size();
+    token.line = line;
+    tokenLineBegin = kUnknown;
+  }
 
   // Advances to the next instance name before the next semicolon, skipping everything else; strings are not decoded.
   // Requires: the instance was read before; syntax errors are not detected. Returns false, with the semicolon or the

@@ -15,14 +15,11 @@
 #include <algorithm>
 #include <string_view>
 
-#include "Gk_ErrMgr.h"
-#include "Progress.h"
 #include "StepHeader.h"
 
 namespace {
 
 constexpr char kEndOfExchange[] = "END-ISO-10303-21";
-constexpr std::uint32_t kProgressInterval = 4096;  // instances
 constexpr unsigned long kRescanFactor = 4;
 constexpr char kInstanceIsLost[] = "the instance is lost";
 constexpr unsigned long kOpeningLimit = 4096;  // bytes that are searched for the header of a damaged file
@@ -395,17 +392,9 @@ void StepStructure::ReadSectionParameters() {
   }
 }
 
-StepEntityReader* StepStructure::NextInstance(VRELBufferHandle& buffer, Progress* progress) {
-  if (ended) return nullptr;
-  if (progress != nullptr && parts.contents.Count() % kProgressInterval == 0) {
-    progress->Done(static_cast<long>(scanner.Offset()));
-  }
+// Reads by tokens until an instance, the end of the section, or an instance in the usual form.
+StepEntityReader* StepStructure::NextOtherInstance(VRELBufferHandle& buffer) {
   while (true) {
-    Gk_ErrMgr::checkAbort();
-    if (!hasPendingToken && openScopes.empty()) {
-      StepEntityReader* const entity = ReadUsualInstance(buffer);
-      if (entity != nullptr) return entity;
-    }
     Part part = openScopes.empty() ? Part::Data : Part::Scope;
     try {
       Advance();
@@ -417,6 +406,10 @@ StepEntityReader* StepStructure::NextInstance(VRELBufferHandle& buffer, Progress
     } catch (InputError const& error) {
       Lose(error, pieceBegin, part, "this part of the section is lost");
     }
+    Gk_ErrMgr::checkAbort();
+    if (hasPendingToken || !openScopes.empty()) continue;
+    StepEntityReader* const entity = ReadUsualInstance(buffer);
+    if (entity != nullptr) return entity;
   }
 }
 
@@ -431,6 +424,14 @@ void StepStructure::LoseScopes() {
   openScopes.clear();
 }
 
+// Reads the records of an instance that may have several.
+bool StepStructure::ReadUsualRecords(StepInstanceText& text) {
+  ComplexTypeSink type;
+  if (!text.ReadRecords(type)) return false;
+  aheadType = parts.types.Find(type.name + ")");
+  return true;
+}
+
 // Reads an instance completely. Returns null, and has read nothing, if it is not in the usual form.
 StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
   char const* const bytes = scanner.Ahead();
@@ -440,9 +441,7 @@ StepEntityReader* StepStructure::ReadUsualInstance(VRELBufferHandle& buffer) {
   StepScanner::Position const begin = {scanner.Offset() + text.Size(), scanner.Line() + text.Lines()};
   isAheadComplex = text.AtList();
   if (isAheadComplex) {
-    ComplexTypeSink type;
-    if (!text.ReadRecords(type)) return nullptr;
-    aheadType = parts.types.Find(type.name + ")");
+    if (!ReadUsualRecords(text)) return nullptr;
   } else {
     SimpleTypeSink type;
     if (!text.ReadRecords(type)) return nullptr;
@@ -491,25 +490,7 @@ StepEntityReader* StepStructure::LeaveScope(VRELBufferHandle& buffer) {
   return MakeEntity(number, scanner.CurrentPosition(), buffer);
 }
 
-StepEntityReader* StepStructure::MakeEntity(std::uint64_t number, StepScanner::Position begin,
-                                            VRELBufferHandle& buffer) {
-  parts.contents.AddInstance();
-  parts.references.Add(number);
-  parts.lines.Add(begin.line);
-  lastBegin = begin;
-  return new (entityMemory) StepEntityReader(buffer, parts.contents.StoreNumber(number), begin.offset);
-}
-
-VRINResult StepStructure::ReadInstance(StepEntityReader& entity) {
-  if (entity.IsRead()) return VREL_S_OK;
-  if (entity.Offset() == aheadBegin) {
-    aheadBegin = ~0UL;
-    parts.references.CountRead();
-    parts.types.Count(aheadType);
-    entity.SetType(aheadType, false);
-    ++(isAheadComplex ? complex : simple);
-    return VREL_S_OK;
-  }
+VRINResult StepStructure::ReadOtherInstance(StepEntityReader& entity) {
   StepScanner::Position begin = lastBegin;
   if (entity.Offset() != begin.offset) {
     // An earlier instance, which could not be read before.

@@ -5,12 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "Gk_ErrMgr.h"
 #include "InputError.h"
+#include "Progress.h"
 #include "StepBuffer.h"
 #include "StepContents.h"
 #include "StepDiagnostics.h"
 #include "StepEntityPool.h"
 #include "StepEntityReader.h"
+#include "StepLines.h"
 #include "StepLosses.h"
 #include "StepParser.h"
 #include "StepRecovery.h"
@@ -18,7 +21,6 @@
 #include "StepScanner.h"
 #include "StepTypes.h"
 
-class Progress;
 class VRELFileHeader;
 
 // Reads a file from the first byte to the last: the opening, the header, each section with its entries or instances,
@@ -59,10 +61,30 @@ class StepStructure {
   bool NextDataSection();
   // Returns the next instance of the data section, or null at its end.
   // Ownership: the caller's; the memory is that of this object, which must outlive the instance.
-  StepEntityReader* NextInstance(VRELBufferHandle& buffer, Progress* progress);
+  StepEntityReader* NextInstance(VRELBufferHandle& buffer, Progress* progress) {
+    if (ended) return nullptr;
+    if (progress != nullptr && parts.contents.Count() % kProgressInterval == 0) {
+      progress->Done(static_cast<long>(scanner.Offset()));
+    }
+    Gk_ErrMgr::checkAbort();
+    if (!hasPendingToken && openScopes.empty()) {
+      StepEntityReader* const entity = ReadUsualInstance(buffer);
+      if (entity != nullptr) return entity;
+    }
+    return NextOtherInstance(buffer);
+  }
   // Reads the records of that instance.
   // Errors: a failure after a report.
-  VRINResult ReadInstance(StepEntityReader& entity);
+  VRINResult ReadInstance(StepEntityReader& entity) {
+    if (entity.IsRead()) return VREL_S_OK;
+    if (entity.Offset() != aheadBegin) return ReadOtherInstance(entity);
+    aheadBegin = ~0UL;
+    parts.references.CountRead();
+    parts.types.Count(aheadType);
+    entity.SetType(aheadType, false);
+    ++(isAheadComplex ? complex : simple);
+    return VREL_S_OK;
+  }
 
   bool IsEnded() const noexcept { return ended; }
   long SimpleCount() const noexcept { return simple; }
@@ -77,6 +99,7 @@ class StepStructure {
 
  private:
   using Part = StepRecovery::Part;
+  static constexpr std::uint32_t kProgressInterval = 4096;  // instances
 
   void Advance();
   void CheckEmpty();
@@ -99,10 +122,19 @@ class StepStructure {
   void EndExchange();
   bool SkipSemicolon();
   void ReadTrailingSignatures();
+  StepEntityReader* NextOtherInstance(VRELBufferHandle& buffer);
   StepEntityReader* ReadUsualInstance(VRELBufferHandle& buffer);
+  bool ReadUsualRecords(StepInstanceText& text);
+  VRINResult ReadOtherInstance(StepEntityReader& entity);
   StepEntityReader* ReadInstanceName(VRELBufferHandle& buffer);
   StepEntityReader* LeaveScope(VRELBufferHandle& buffer);
-  StepEntityReader* MakeEntity(std::uint64_t number, StepScanner::Position begin, VRELBufferHandle& buffer);
+  StepEntityReader* MakeEntity(std::uint64_t number, StepScanner::Position begin, VRELBufferHandle& buffer) {
+    parts.contents.AddInstance();
+    parts.references.Add(number);
+    parts.lines.Add(begin.line);
+    lastBegin = begin;
+    return new (entityMemory) StepEntityReader(buffer, parts.contents.StoreNumber(number), begin.offset);
+  }
   void LoseScopes();
 
   Parts parts;

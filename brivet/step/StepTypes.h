@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,7 +21,20 @@ class StepTypes {
   static constexpr std::size_t kNameLimit = 1'000;
 
   // Returns the number of the type, which is added, without instances, if it is new.
-  std::uint32_t Find(std::string_view name);
+  std::uint32_t Find(std::string_view name) {
+    CacheEntry wanted;
+    wanted.size = static_cast<std::uint32_t>(name.size());
+    if (name.size() >= kPart) {
+      std::memcpy(&wanted.first, name.data(), kPart);
+      std::memcpy(&wanted.last, name.data() + name.size() - kPart, kPart);
+    } else {
+      std::memcpy(&wanted.first, name.data(), name.size());
+    }
+    CacheEntry const& cached = cache[wanted.Slot()];
+    bool const isSame = cached.type != kNone && cached.first == wanted.first && cached.last == wanted.last &&
+                        cached.size == wanted.size && (name.size() <= 2 * kPart || *types[cached.type].name == name);
+    return isSame ? cached.type : FindInTable(name, wanted);
+  }
   // Counts an instance of a type.
   void Count(std::uint32_t type) { ++types[type].instances; }
   // Counts an instance of the type and returns the type's number.
@@ -48,9 +62,11 @@ class StepTypes {
     std::uint64_t last = 0;
     std::uint32_t size = 0;
     std::uint32_t type = kNone;
+
+    std::size_t Slot() const noexcept { return (first * 3 + last + size) * 0x9E3779B97F4A7C15U >> 54U; }
   };
 
-  std::uint32_t FindInTable(std::string_view name);
+  std::uint32_t FindInTable(std::string_view name, CacheEntry wanted);
 
   struct Type {
     std::string const* name;  // the key
