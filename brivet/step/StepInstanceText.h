@@ -239,6 +239,12 @@ bool StepInstanceText::ReadRecord(char const*& start, Sink& sink) {
   unsigned depth = 0;
   bool mayClose = true;
   ++position;
+  // Most records begin with an empty name.
+  if (position[0] == '\'' && position[1] == '\'' && position[2] == ',') {
+    sink.String(std::string_view(position + 1, 0), false, lines);
+    position += 3;
+    mayClose = false;
+  }
   while (true) {
     SkipBlanks(position);
     if (*position == '(' || IsLetter(*position)) {

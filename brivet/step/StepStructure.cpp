@@ -309,18 +309,29 @@ bool StepStructure::SkipSemicolon() {
 
 // Anything else after the end of the exchange structure is ignored.
 void StepStructure::ReadTrailingSignatures() {
-  try {
-    scanner.Next();
-    while (parser.AtWord("SIGNATURE")) {
-      ReadSignature();
+  auto const atSignature = [this] {
+    try {
       scanner.Next();
+      return parser.AtWord("SIGNATURE");
+    } catch (InputError const&) {
+      return false;
     }
-  } catch (InputError const&) {
+  };
+  while (atSignature()) {
+    try {
+      ReadSignature();
+    } catch (InputError const& error) {
+      parts.diagnostics.Warn(error.line, error.column, error.text + "; the signature is lost");
+      parts.losses.Add({error.line, error.line, {}, error.text});
+      return;
+    }
   }
 }
 
+// The keyword is read with a semicolon, as other headings have, and without one.
 void StepStructure::ReadSignature() {
-  if (!SkipSemicolon()) parser.Fail("';' after SIGNATURE");
+  StepScanner::Position const content = {scanner.Offset(), scanner.Line()};
+  if (!SkipSemicolon()) scanner.Seek(content);
   StepContents::Section& section = parts.contents.Add(StepContents::Kind::Lines, "SIGNATURE");
   section.begin = {scanner.Offset(), scanner.Line()};
   scanner.ReadLinesBeforeEnd();

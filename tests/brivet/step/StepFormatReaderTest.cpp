@@ -681,6 +681,24 @@ TEST(StepFormatReaderTest, ReadsEdition3Sections) {
             "DATA #1 A< #10 #11 #12? @12 >; ENDSEC SIGNATURE [MII/B=\n] ENDSEC SIGNATURE [C=\n] ENDSEC");
 }
 
+TEST(StepFormatReaderTest, SignatureNeedsNoSemicolon) {
+  ReadDocument document(DocumentText("#1=A();") +
+                        "SIGNATURE\r\nMII/*=\r\nENDSEC;\nSIGNATURE;\nC=\nENDSEC;\nSIGNATURE D=\nENDSEC;");
+  EXPECT_EQ(document.Messages(), std::vector<std::string>());
+  EXPECT_EQ(document->GetState(), VREL_S_OK);
+  EXPECT_THAT(document.Record(),
+              testing::EndsWith("SIGNATURE [MII/*=\n] ENDSEC SIGNATURE [C=\n] ENDSEC SIGNATURE [D=\n] ENDSEC"));
+}
+
+TEST(StepFormatReaderTest, ReportsLostSignature) {
+  ReadDocument document(DocumentText("#1=A();") + "SIGNATURE\n" + std::string(StepScanner::kTextLimit + 1, 'M') +
+                        "\nENDSEC;\n");
+  EXPECT_THAT(document.Messages(),
+              ElementsAre(testing::EndsWith("expected a section of at most 16 MiB, found a longer one; "
+                                            "the signature is lost")));
+  EXPECT_EQ(document->GetState(), VREL_S_PARTIAL);
+}
+
 TEST(StepFormatReaderTest, SignatureBeforeDataIsDescribedLast) {
   ReadDocument document(kHeader + "ENDSEC;SIGNATURE;\nMII\nENDSEC;DATA;#1=A();ENDSEC;END-ISO-10303-21;");
   EXPECT_EQ(document.Record(), "DATA #1 A< >; ENDSEC SIGNATURE [MII\n] ENDSEC");
