@@ -241,7 +241,7 @@ bool StepInstanceText::ReadRecord(char const*& start, Sink& sink) {
   ++position;
   // Most records begin with an empty name.
   if (position[0] == '\'' && position[1] == '\'' && position[2] == ',') {
-    sink.String(std::string_view(position + 1, 0), false, lines);
+    sink.String(std::string_view(position + 1, 1).substr(0, 0), false, lines);
     position += 3;
     mayClose = false;
   }

@@ -11,12 +11,29 @@
 
 namespace {
 
+// The instance "#ID=RECORD;".
+std::string InstanceText(int id, std::string const& record) {
+  return "#" + std::to_string(id) + "=" + record + ";\n";
+}
+
+std::string VertexText(int id, int point) {
+  return InstanceText(id, "VERTEX_POINT('',#" + std::to_string(point) + ")");
+}
+
+// A colour #80 + i, its style in three instances from #90 + 4 * i on, and the item that has it.
+std::string StyleText(int i, std::string const& colour, int item) {
+  int const first = 90 + 4 * i;
+  return InstanceText(80 + i, "COLOUR_RGB(''," + colour + ")") +
+         InstanceText(first, "CURVE_STYLE('',$,$,#" + std::to_string(80 + i) + ")") +
+         InstanceText(first + 1, "PRESENTATION_STYLE_ASSIGNMENT((#" + std::to_string(first) + "))") +
+         InstanceText(first + 2, "STYLED_ITEM('',(#" + std::to_string(first + 1) + "),#" + std::to_string(item) + ")");
+}
+
 // A face with the straight edges between four points #21, #23, #25, #27 of the plane z = 0: a rectangle of 4 by 3.
 std::string RectangleText() {
   std::string data =
       PointText(21, "0.,0.,0.") + PointText(23, "4.,0.,0.") + PointText(25, "4.,3.,0.") + PointText(27, "0.,3.,0.");
-  for (int i = 22; i <= 28; i += 2)
-    data += "#" + std::to_string(i) + "=VERTEX_POINT('',#" + std::to_string(i - 1) + ");\n";
+  for (int i = 22; i <= 28; i += 2) data += VertexText(i, i - 1);
   data += "#30=DIRECTION('',(1.,0.,0.));\n#31=VECTOR('',#30,1.);\n#32=LINE('',#21,#31);\n";
   for (int i = 0; i < 4; ++i) {
     std::string const from = std::to_string(22 + 2 * i);
@@ -443,18 +460,9 @@ TEST(StepShapesTest, ReadsEdgesInOrderOfLoop) {
   std::string data = RectangleText();
   std::string const usual = "(#50,#51,#52,#53)";
   data.replace(data.find(usual), usual.size(), "(#50,#55,#52,#53)");
-  data +=
-      "#55=ORIENTED_EDGE('',*,*,#51,.F.);\n#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n"
-      "#80=COLOUR_RGB('',1.,0.,0.);\n#81=COLOUR_RGB('',0.,1.,0.);\n#82=COLOUR_RGB('',0.,0.,1.);\n";
+  data += "#55=ORIENTED_EDGE('',*,*,#51,.F.);\n#70=OPEN_SHELL('',(#62));\n#71=SHELL_BASED_SURFACE_MODEL('',(#70));\n";
   // The third edge has the first colour.
-  for (int i = 0; i < 3; ++i) {
-    std::string const id = std::to_string(90 + 4 * i);
-    std::string const next = std::to_string(91 + 4 * i);
-    std::string const item = std::to_string(i == 0 ? 42 : 39 + i);
-    data += "#" + id + "=CURVE_STYLE('',$,$,#" + std::to_string(80 + i) + ");\n#" + next +
-            "=PRESENTATION_STYLE_ASSIGNMENT((#" + id + "));\n#" + std::to_string(92 + 4 * i) + "=STYLED_ITEM('',(#" +
-            next + "),#" + item + ");\n";
-  }
+  data += StyleText(0, "1.,0.,0.", 42) + StyleText(1, "0.,1.,0.", 40) + StyleText(2, "0.,0.,1.", 41);
   ReadModel const model(data + ProductText(200, "a", "#71"), true);
   EXPECT_EQ(model->warnings, std::vector<std::string>());
   ModelProduct const& product = model->products[0];
