@@ -20,6 +20,12 @@ std::string VertexText(int id, int point) {
   return InstanceText(id, "VERTEX_POINT('',#" + std::to_string(point) + ")");
 }
 
+// An edge #40 + i between two vertices on the line #32, and the oriented edge #50 + i.
+std::string EdgeText(int i, int from, int to) {
+  return InstanceText(40 + i, "EDGE_CURVE('',#" + std::to_string(from) + ",#" + std::to_string(to) + ",#32,.T.)") +
+         InstanceText(50 + i, "ORIENTED_EDGE('',*,*,#" + std::to_string(40 + i) + ",.T.)");
+}
+
 // A colour #80 + i, its style in three instances from #90 + 4 * i on, and the item that has it.
 std::string StyleText(int i, std::string const& colour, int item) {
   int const first = 90 + 4 * i;
@@ -35,12 +41,7 @@ std::string RectangleText() {
       PointText(21, "0.,0.,0.") + PointText(23, "4.,0.,0.") + PointText(25, "4.,3.,0.") + PointText(27, "0.,3.,0.");
   for (int i = 22; i <= 28; i += 2) data += VertexText(i, i - 1);
   data += "#30=DIRECTION('',(1.,0.,0.));\n#31=VECTOR('',#30,1.);\n#32=LINE('',#21,#31);\n";
-  for (int i = 0; i < 4; ++i) {
-    std::string const from = std::to_string(22 + 2 * i);
-    std::string const to = std::to_string(22 + 2 * ((i + 1) % 4));
-    data += "#" + std::to_string(40 + i) + "=EDGE_CURVE('',#" + from + ",#" + to + ",#32,.T.);\n#" +
-            std::to_string(50 + i) + "=ORIENTED_EDGE('',*,*,#" + std::to_string(40 + i) + ",.T.);\n";
-  }
+  for (int i = 0; i < 4; ++i) data += EdgeText(i, 22 + 2 * i, 22 + 2 * ((i + 1) % 4));
   return data +
          "#60=EDGE_LOOP('',(#50,#51,#52,#53));\n#61=FACE_OUTER_BOUND('',#60,.T.);\n"
          "#62=ADVANCED_FACE('',(#61),#63,.T.);\n#63=PLANE('',#12);\n";
