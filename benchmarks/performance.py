@@ -207,7 +207,7 @@ table.
 """
 
 
-def page(table, results, rows, left_out, points):
+def page(table, results, rows, left_out, scales):
     context = results["context"]
     machine = [("Date", context["date"][:10]), ("Processor", f"{context.get('cpu', 'unknown')}, {context['num_cpus']}")]
     machine += [("Compiler", context.get("compiler", "unknown")), ("Load before", context.get("load", "unknown"))]
@@ -230,8 +230,8 @@ def page(table, results, rows, left_out, points):
                 lines.append("| " + " | ".join([row["what"], row["peer"], *costs, spread(row), target, state]) + " |")
         reasons = [f"- {r['what']} / {r['peer']}: {r['why']}" for r in rows if r["group"] == group and "why" in r]
         lines += ["\nWithout a target:\n", *reasons] if reasons else []
-    if points:
-        lines += scale.section(points)
+    if scales:
+        lines += scale.section(scales)
     if missed:
         lines.append("\n## Missed targets\n")
     for note in dict.fromkeys(row.get("note") for row in missed):
@@ -253,10 +253,10 @@ def write(table, rows, results_path, docs, scale_path=None):
         old.unlink()
     for group in dict.fromkeys(row["group"] for row in rows):
         draw(group, [row for row in rows if row["group"] == group], images / image_name(group))
-    points = json.loads(scale_path.read_text(encoding="utf-8")) if scale_path else []
-    if points:
-        scale.draw(points, images / "performance-scale.svg")
-    (docs / "performance.md").write_text(page(table, results, rows, left_out, points), encoding="utf-8")
+    scales = json.loads(scale_path.read_text(encoding="utf-8")) if scale_path else None
+    if scales:
+        scale.draw(scales["points"], images / "performance-scale.svg")
+    (docs / "performance.md").write_text(page(table, results, rows, left_out, scales), encoding="utf-8")
     for row in rows:
         if row["state"] == "missed":
             print(f"missed: {row['what']} / {row['peer']}: {spread(row)}, target {row['target']:g}")

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Measures how the time and the memory of brivet grow with the size of the input, from 1 KB to 1 GB.
+"""Measures how the time and the memory of brivet grow with the size of the input, from 1 KB to 1 GB, how long it takes to
+start, and how much faster a batch of small files is with two jobs.
 
 scale.py BRIVET RESULTS [--largest MEGABYTES]    measures and writes RESULTS (JSON)
 
@@ -12,8 +13,10 @@ import argparse
 import json
 import os
 import subprocess
+import shutil
 import sys
 import tempfile
+import time
 from pathlib import Path
 from statistics import median
 
@@ -29,6 +32,8 @@ MODES = {
     "STEP": ["-quiet", "INPUT", "OUT.stp"],
 }
 SMALLEST = 30_000  # bytes of a solid and what it needs
+BATCH = 1000  # files
+STARTS = 41  # runs
 
 
 def generate(size, path):
@@ -45,15 +50,52 @@ def generate(size, path):
 def measure(brivet, mode, source, folder):
     """Runs brivet once. Returns processor seconds and peak bytes."""
     arguments = [word.replace("INPUT", str(source)).replace("OUT", str(folder / "out")) for word in MODES[mode]]
-    command = [brivet, "-nolog", "-nosync", "-force", *arguments]
+    seconds, peak = execute([brivet, "-nolog", "-nosync", "-force", *arguments], folder)
+    for output in folder.glob("out.*"):
+        output.unlink()
+    return seconds, peak
+
+
+def execute(command, folder):
+    """Runs a command. Returns processor seconds and peak bytes."""
     with subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL) as process:
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode != 0:
-        raise SystemExit(f"scale.py: {' '.join(command)} returned {process.returncode}")
-    for output in folder.glob("out.*"):
-        output.unlink()
+        raise SystemExit(f"scale.py: {' '.join(map(str, command))} returned {process.returncode}")
     return usage.ru_utime + usage.ru_stime, usage.ru_maxrss * 1024
+
+
+def measure_starts(brivet):
+    """Returns the median processor seconds of -version, and of a small document to a page."""
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        page = [brivet, "-nolog", "-nosync", "-force", "-quiet", ROOT / "examples/bracket.stp", "out.html"]
+        pairs = [(execute([brivet, "-version"], folder)[0], execute(page, folder)[0]) for _ in range(STARTS)]
+    return {"version": median(pair[0] for pair in pairs), "page": median(pair[1] for pair in pairs)}
+
+
+def measure_batch(brivet, files):
+    """Returns the median seconds that a batch of equal files takes with one and with two jobs, and the median speed-up."""
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        make_step.make("brep", SMALLEST, folder / "0.stp")
+        names = [f"{number}.stp" for number in range(files)]
+        for each in names[1:]:
+            shutil.copy(folder / "0.stp", folder / each)
+        rounds = []
+        for _ in range(3):
+            pair = []
+            for jobs in [1, 2]:
+                (folder / "out").mkdir()
+                begin = time.monotonic()
+                command = [brivet, "-nolog", "-nosync", "-quiet", "-jobs", str(jobs), "-write", "json", "-outdir", "out"]
+                execute(command + names, folder)
+                pair.append(time.monotonic() - begin)
+                shutil.rmtree(folder / "out")
+            rounds.append(pair)
+    speed_up = median(one / two for one, two in rounds)
+    return {"files": files, "one": median(r[0] for r in rounds), "two": median(r[1] for r in rounds), "speed_up": speed_up}
 
 
 def run(brivet, largest):
@@ -94,8 +136,9 @@ def draw(points, path):
     pyplot.close(figure)
 
 
-def section(points):
+def section(results):
     """Returns the lines of the section of docs/performance.md."""
+    points, starts, batch = results["points"], results["starts"], results["batch"]
     lines = [
         "\n## Scale\n",
         "![Time and memory of brivet over the size of the input](images/performance-scale.svg)\n",
@@ -110,6 +153,11 @@ def section(points):
         of_size = {point["mode"]: point for point in points if point["bytes"] == size}
         cells = [f"{p['seconds']:.3g} s, {p['peak'] / 1e6:.3g} MB" for p in (of_size[mode] for mode in MODES)]
         lines.append(f"| {size / 1e6:.3g} MB | {of_size['-list']['instances']:,} | " + " | ".join(cells) + " |")
+    lines += [
+        f"\nbrivet starts and ends in {1000 * starts['version']:.1f} ms of processor time (`-version`); `examples/bracket.stp` becomes a",
+        f"page in {1000 * starts['page']:.1f} ms. {batch['files']:,} files of {SMALLEST / 1000:.0f} KB become JSON in {batch['one']:.1f} s with `-jobs 1`",
+        f"and in {batch['two']:.1f} s with `-jobs 2`: {batch['speed_up']:.2f} times as fast.",
+    ]
     return lines
 
 
@@ -122,8 +170,11 @@ def main():
     if options.results is None:
         parser.error("RESULTS is missing")
     else:
-        points = run(options.brivet.resolve(), options.largest * 10**6)
-        options.results.write_text(json.dumps(points, indent=1), encoding="utf-8")
+        brivet = options.brivet.resolve()
+        results = {"starts": measure_starts(brivet), "batch": measure_batch(brivet, BATCH)}
+        print(f"starts and batch: {results}", flush=True)
+        results["points"] = run(brivet, options.largest * 10**6)
+        options.results.write_text(json.dumps(results, indent=1), encoding="utf-8")
 
 
 if __name__ == "__main__":

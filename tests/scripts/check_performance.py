@@ -137,9 +137,28 @@ class ScaleTest(unittest.TestCase):
             return {"mode": mode, "bytes": size, "instances": size // 50, "seconds": seconds, "peak": 20e6}
 
         points = [point(mode, size, size / 1e8) for size in [10**6, 10**7] for mode in scale.MODES]
-        rows = [line for line in scale.section(points) if line.startswith("| 1")]
+        starts = {"version": 0.0045, "page": 0.00951}
+        batch = {"files": 1000, "one": 8.04, "two": 4.06, "speed_up": 1.977}
+        lines = scale.section({"points": points, "starts": starts, "batch": batch})
+        rows = [line for line in lines if line.startswith("| 1")]
         cell = " | 0.01 s, 20 MB"
         self.assertEqual(rows, ["| 1 MB | 20,000" + 4 * cell + " |", "| 10 MB | 200,000" + 4 * cell.replace("0.01", "0.1") + " |"])
+        text = " ".join(lines)
+        self.assertIn("in 4.5 ms of processor time", text)
+        self.assertIn("1,000 files of 30 KB become JSON in 8.0 s with `-jobs 1` and in 4.1 s with `-jobs 2`: 1.98 times as fast.", text)
+
+    def test_measures_starts_and_batch(self):
+        with tempfile.TemporaryDirectory() as folder:
+            # A batch takes as long with two jobs as with one.
+            program = Path(folder) / "brivet"
+            program.write_text("#!/bin/sh\nwhile [ $# -gt 0 ]; do if [ $1 = -outdir ]; then sleep 0.2; fi; shift; done\n")
+            program.chmod(0o755)
+            batch = scale.measure_batch(program, 3)
+            starts = scale.measure_starts(program)
+        self.assertEqual(batch["files"], 3)
+        self.assertTrue(0.2 <= batch["one"] < 5, batch)
+        self.assertTrue(0.2 < batch["speed_up"] < 5, batch)
+        self.assertTrue(0 <= starts["version"] < 1, starts)
 
 
 class FilterTest(unittest.TestCase):
