@@ -388,25 +388,32 @@ std::vector<BatchItem> MakeBatch(std::vector<std::string> const& inputs, Format 
   return items;
 }
 
-std::string FindConflict(std::vector<BatchItem> const& items) {
+std::string FindConflict(std::vector<BatchItem> const& items, std::vector<std::string> const& optionsFiles) {
+  using Key = std::pair<dev_t, ino_t>;
   std::map<std::string_view, std::string_view> inputOfOutput;
-  std::map<std::pair<dev_t, ino_t>, std::string_view> inputFiles;
+  std::map<Key, std::string> readFiles;
   struct stat status;
+  auto const addRead = [&](char const* kind, std::string const& path) {
+    if (IsStandardInput(path) || stat(path.c_str(), &status) != 0) return;
+    readFiles.emplace(Key(status.st_dev, status.st_ino), kind + QuoteName(path));
+  };
   for (BatchItem const& item : items) {
     auto const [other, isNew] = inputOfOutput.emplace(item.output, item.input);
     if (!isNew) {
       return "inputs " + QuoteName(other->second) + " and " + QuoteName(item.input) + " have the same output " +
              QuoteName(item.output);
     }
-    if (!IsStandardInput(item.input) && stat(item.input.c_str(), &status) == 0) {
-      inputFiles.emplace(std::make_pair(status.st_dev, status.st_ino), item.input);
-    }
+    addRead("input ", item.input);
   }
+  for (std::string const& path : optionsFiles) addRead("options file ", path);
   for (BatchItem const& item : items) {
-    if (stat(item.output.c_str(), &status) != 0) continue;
-    auto const input = inputFiles.find({status.st_dev, status.st_ino});
-    if (input == inputFiles.end()) continue;
-    return "the output of " + QuoteName(item.input) + " would overwrite the input " + QuoteName(input->second);
+    for (std::string const* written : {&item.output, &item.readLog, &item.writeLog}) {
+      if (written->empty() || stat(written->c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
+      auto const file = readFiles.find({status.st_dev, status.st_ino});
+      if (file == readFiles.end()) continue;
+      char const* const kind = written == &item.output ? "the output of " : "a log of ";
+      return kind + QuoteName(item.input) + " would overwrite the " + file->second;
+    }
   }
   return "";
 }

@@ -119,6 +119,7 @@ VRINResult Translation::RunTasks() {
 std::vector<std::string> Translation::FilesOfRun() const {
   std::vector<std::string> files{job.input};
   if (target != nullptr) files.push_back(job.output);
+  if (!job.report.empty()) files.push_back(job.report);
   for (OptionSource const& each : options.Sources()) {
     if (each.kind == OptionSource::File) files.push_back(each.text);
   }

@@ -156,6 +156,28 @@ TEST_F(BrivetBatchTest, RefusesOverwritingInputs) {
   EXPECT_EQ(folder.Read("a.stp"), kWasher);
 }
 
+TEST_F(BrivetBatchTest, ReportReplacesNoFileOfRun) {
+  Write("base.cfg", "Assembly = On\n");
+  ASSERT_EQ(link(folder.Path("a.stp").c_str(), folder.Path("other").c_str()), 0);
+  struct Row {
+    char const* report;
+    char const* reason;
+  };
+  Row const rows[] = {{"a.stp", "it is an input file"},
+                      {"other", "it is an input file"},
+                      {"./b.html", "it is an output file"},
+                      {"base.cfg", "it is an options file"},
+                      {"a.read.log", "it is a log of this run"}};
+  for (Row const& row : rows) {
+    ChildResult const result =
+        Brivet({"-outdir", ".", "-options", "base.cfg", "-report", row.report, "a.stp", "b.step"});
+    ExpectRefused(result, 15, std::string("cannot write '") + row.report + "': " + row.reason);
+    EXPECT_FALSE(folder.Has("a.html"));
+  }
+  EXPECT_EQ(folder.Read("a.stp"), kWasher);
+  EXPECT_EQ(folder.Read("base.cfg"), "Assembly = On\n");
+}
+
 TEST_F(BrivetBatchTest, ReportsUnusableFolders) {
   Write("file", "");
   ChildResult const result = Brivet({"-outdir", "file", "a.stp"});

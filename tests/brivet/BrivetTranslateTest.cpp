@@ -245,6 +245,45 @@ TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
   });
 }
 
+TEST_F(BrivetTranslateTest, ReportReplacesNoFileOfRun) {
+  Write("base.cfg", "Assembly = On\n");
+  ASSERT_EQ(symlink("washer.stp", folder.Path("symbolic").c_str()), 0);
+  ASSERT_EQ(link(folder.Path("washer.stp").c_str(), folder.Path("hard").c_str()), 0);
+  struct Row {
+    std::vector<std::string> words;
+    char const* error;
+  };
+  Row const rows[] = {
+      {{"-report", "washer.stp", "washer.stp", "q.txt"}, "'washer.stp': it is the input file"},
+      {{"-report", "./washer.stp", "washer.stp", "q.txt"}, "'./washer.stp': it is the input file"},
+      {{"-report", "symbolic", "washer.stp", "q.txt"}, "'symbolic': it is the input file"},
+      {{"-report", "hard", "washer.stp", "q.txt"}, "'hard': it is the input file"},
+      {{"-report", "washer.stp", "-list", "washer.stp"}, "'washer.stp': it is the input file"},
+      {{"-report", "q.txt", "washer.stp", "./q.txt"}, "'q.txt': it is the output file"},
+      {{"-report", "washer.html", "washer.stp"}, "'washer.html': it is the output file"},
+      {{"-options", "base.cfg", "-report", "base.cfg", "washer.stp"}, "'base.cfg': it is an options file"},
+      {{"-options", "base.cfg", "-write", "text", "washer.stp", "base.cfg"}, "'base.cfg': it is an options file"},
+  };
+  Names const before = Files();
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.error);
+    ExpectRefused(Brivet(row.words), 15, std::string("cannot write ") + row.error);
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(folder.Read("washer.stp"), kWasher);
+    EXPECT_EQ(folder.Read("base.cfg"), "Assembly = On\n");
+  }
+  ExpectRefused(Shell("\"$b\" -report washer.stp - q.txt <washer.stp"), 15,
+                "cannot write 'washer.stp': it is the input file");
+  EXPECT_EQ(folder.Read("washer.stp"), kWasher);
+}
+
+TEST_F(BrivetTranslateTest, LogDoesNotOverwriteReport) {
+  ChildResult const result = Brivet({"-report", "brivet_read.log", "washer.stp", "q.txt"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "brivet: warning: cannot write the log 'brivet_read.log': it is a file of this run\n");
+  EXPECT_THAT(folder.Read("brivet_read.log"), StartsWith("{\"input\":\"washer.stp\""));
+}
+
 TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
 #ifdef VREL_COVERAGE
   GTEST_SKIP() << "the limit would cut the coverage data as well";
