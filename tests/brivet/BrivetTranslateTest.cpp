@@ -144,6 +144,12 @@ TEST_F(BrivetTranslateTest, ReadsPipes) {
   EXPECT_THAT(broken.errors, HasSubstr("standard input:1:"));
 }
 
+TEST_F(BrivetTranslateTest, PipeWithoutExtensionIsStep) {
+  ExpectTranslated(Shell("mkfifo p; cat washer.stp >p & sleep 0.2; timeout 20 \"$b\" p q.txt; s=$?; rm p; exit $s"),
+                   "q.txt: 3 instances of 3 types from p");
+  EXPECT_THAT(folder.Read("q.txt"), HasSubstr("#1204 = C('')\n"));
+}
+
 TEST_F(BrivetTranslateTest, WritesToStandardOutput) {
   for (char const* place : {"-", "/dev/stdout"}) {
     ChildResult const result = Brivet({"washer.stp", place, "-write", "text"});
