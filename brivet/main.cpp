@@ -42,6 +42,7 @@
 #include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
 #include "VRELLibraryManager.h"
+#include "WorkerProgress.h"
 
 namespace {
 
@@ -191,9 +192,13 @@ VRINResult Run(Translation& translation, Job const& job) {
   return translation.IsCommitted() ? result : CatchAsResult(job.InputDisplayName(), [&result] { return result; });
 }
 
-RunReport Translate(CommandLine const& line, OptionSet& options) {
+// `reportStream` may be null.
+RunReport Translate(CommandLine const& line, OptionSet& options, VRELOutputStream* reportStream) {
   Job const job = JobOf(line);
-  ProgressReporter progress;
+  ProgressReporter reporter;
+  std::optional<WorkerProgress> ofWorker;
+  if (line.isWorker && reportStream != nullptr) ofWorker.emplace(reporter, *reportStream);
+  Progress& progress = ofWorker ? static_cast<Progress&>(*ofWorker) : reporter;
   Translation translation(job, options, progress);
   return translation.Report(Run(translation, job));
 }
@@ -237,7 +242,7 @@ int TranslateOne(CommandLine const& line) {
     std::error_code error;
     std::filesystem::create_directories(line.logFolder, error);
   }
-  RunReport report = Translate(line, options);
+  RunReport report = Translate(line, options, reportFile.Stream());
   FreeLibraries();
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   if (reportFile.Stream() != nullptr) {

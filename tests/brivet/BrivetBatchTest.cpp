@@ -239,6 +239,18 @@ TEST_F(BrivetBatchTest, ShowsTotalProgress) {
   EXPECT_EQ(result.errors.back(), '\r');
 }
 
+// One file, of which parts are done before it is.
+TEST_F(BrivetBatchTest, ProgressCountsFilesInWork) {
+  std::string data;
+  for (int i = 1; i <= 600'000; ++i) data += "#" + std::to_string(i) + "=A('a string',(1,2,3,4,5,6,7,8,9));\n";
+  Write("large.stp", DocumentText(data));
+  ChildResult const result =
+      Brivet({"-outdir", "out", "-write", "step", "-progress", "-report", "r.json", "large.stp"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.errors, testing::ContainsRegex("0 of 1 files \\[#+ +\\] +[1-9][0-9]?%"));
+  EXPECT_THAT(folder.Read("r.json"), testing::StartsWith("{\"input\":\"large.stp\""));
+}
+
 TEST_F(BrivetBatchTest, VerboseNotesUnusedOptionsOnce) {
   ChildResult const result = Brivet({"-verbose", "-outdir", "out", "-set", "Healing=On", "a.stp", "b.step"});
   EXPECT_EQ(result.exitStatus, 0);
