@@ -308,6 +308,9 @@ TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
 TEST_F(BrivetTranslateTest, WritesToDevices) {
   ExpectTranslated(Brivet({"washer.stp", "/dev/null"}), "/dev/null: 3 instances of 3 types from washer.stp");
   ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
+  ExpectRefused(Shell("\"$b\" washer.stp - >/dev/full"), 15,
+                "cannot write to standard output: No space left on device");
+  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("Output File \"/dev/full\" Writing has Failed with code16777231\n"));
   EXPECT_EQ(Shell("mkfifo p; cat p >copy & \"$b\" washer.stp p -w text; wait; test -p p").exitStatus, 0);
   EXPECT_EQ(folder.Read("copy"), kWasherText);
