@@ -28,9 +28,10 @@ as the next word or after "=": -write text, --write=text.
   -force                 overwrite an OUTPUT that is an existing STEP file
   -strict                treat a partial result as a failure: write no output
   -summary               print what is in INPUT: unit, extent, products, colours,
-                         layers, properties and structure; write nothing
-  -list                  print the same, the header, and counts by type; write
-                         nothing
+                         layers, properties and structure; write no OUTPUT, only
+                         the log brivet_read.log
+  -list                  print the same, the header, and counts by type; write no
+                         OUTPUT, only the log brivet_read.log
   -report FILE           write the result as a line of JSON for each input
   -options FILE          read options of the translation from a file
   -set NAME=VALUE        set one option; later ones replace earlier ones
@@ -79,7 +80,8 @@ The output file is replaced atomically: a run that fails leaves an existing one
 unchanged. Ctrl-C stops a run within a second.
 
 Exit status: 0 success;
-1 error in an options file or an option; 2 wrong command line; 3 interrupted;
+1 error in an options file, an option or a format module; 2 wrong command line;
+3 interrupted;
 4 format module missing, or OUTPUT cannot represent INPUT; 7 out of memory;
 8 partial: something was lost, and the output has the rest; 13 file not found;
 14 file cannot be read; 15 output or temporary file cannot be written;

@@ -12,6 +12,7 @@
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "AbortSignals.h"
@@ -20,6 +21,7 @@
 #include "CommandLine.h"
 #include "Diagnostics.h"
 #include "FileError.h"
+#include "FileIdentity.h"
 #include "Formats.h"
 #include "HelpText.h"
 #include "InputDocument.h"
@@ -40,6 +42,7 @@
 #include "VRELAllocException.h"
 #include "VRELErrorTracker.h"
 #include "VRELLibraryManager.h"
+#include "WorkerProgress.h"
 
 namespace {
 
@@ -67,6 +70,7 @@ Job JobOf(CommandLine const& line) {
   job.input = line.input;
   job.readLog = LogPath(line, line.readLog, "brivet_read.log");
   job.writeLog = LogPath(line, line.writeLog, "brivet_write.log");
+  job.report = line.report;
   job.temporarySpace = line.temporarySpace;
   job.isStrict = line.isStrict;
   job.isVerbose = line.isVerbose;
@@ -87,6 +91,67 @@ VRINResult ReadOptions(CommandLine const& line, OptionSet& options) {
     for (OptionSource const& source : line.sources) result &= options.Add(source);
     if (result.IsFailure() || line.sources.empty() || line.action == CommandLine::TranslateAll) return result;
     return options.Check(Format::OfInput(line.input).name, line.action == CommandLine::List ? "" : line.Target().name);
+  });
+}
+
+std::vector<std::string> OptionsFiles(CommandLine const& line) {
+  std::vector<std::string> files;
+  for (OptionSource const& source : line.sources) {
+    if (source.kind == OptionSource::File) files.push_back(source.text);
+  }
+  return files;
+}
+
+// A name that an output or the report gets.
+class WrittenName {
+ public:
+  explicit WrittenName(std::string path) : name(std::move(path)), identity(FileIdentity::OfOutput(name)) {}
+
+  // Throw FileError if the name refers to a file of the run that is read, or to another one that is written.
+  void CheckRead(std::string const& path, char const* reason) const { Check(FileIdentity::OfInput(path), reason); }
+  void CheckWritten(std::string const& path, char const* reason) const { Check(FileIdentity::OfOutput(path), reason); }
+
+ private:
+  void Check(FileIdentity const& other, char const* reason) const {
+    if (identity == other) throw MakeOutputError(name, reason);
+  }
+
+  std::string const name;
+  FileIdentity const identity;
+};
+
+// Checks that OUTPUT and the report replace no other file of the run. OutputFile recognizes an OUTPUT that is the
+// input.
+VRINResult CheckWrittenNames(CommandLine const& line) {
+  return CatchAsResult(line.input, [&line]() -> VRINResult {
+    bool const isTranslation = line.action == CommandLine::Translate;
+    if (isTranslation) {
+      WrittenName const output(line.OutputPath());
+      for (std::string const& path : OptionsFiles(line)) output.CheckRead(path, "it is an options file");
+    }
+    if (line.report.empty()) return VREL_S_OK;
+    WrittenName const report(line.report);
+    report.CheckRead(line.input, "it is the input file");
+    if (isTranslation) report.CheckWritten(line.OutputPath(), "it is the output file");
+    for (std::string const& path : OptionsFiles(line)) report.CheckRead(path, "it is an options file");
+    return VREL_S_OK;
+  });
+}
+
+// The same for the report about several inputs; FindConflict checks their outputs.
+VRINResult CheckReportName(CommandLine const& line, std::vector<BatchItem> const& items) {
+  if (line.report.empty()) return VREL_S_OK;
+  return CatchAsResult(line.report, [&]() -> VRINResult {
+    WrittenName const report(line.report);
+    for (BatchItem const& item : items) {
+      report.CheckRead(item.input, "it is an input file");
+      report.CheckWritten(item.output, "it is an output file");
+      for (std::string const& log : {item.readLog, item.writeLog}) {
+        if (!log.empty()) report.CheckWritten(log, "it is a log of this run");
+      }
+    }
+    for (std::string const& path : OptionsFiles(line)) report.CheckRead(path, "it is an options file");
+    return VREL_S_OK;
   });
 }
 
@@ -127,9 +192,13 @@ VRINResult Run(Translation& translation, Job const& job) {
   return translation.IsCommitted() ? result : CatchAsResult(job.InputDisplayName(), [&result] { return result; });
 }
 
-RunReport Translate(CommandLine const& line, OptionSet& options) {
+// `reportStream` may be null.
+RunReport Translate(CommandLine const& line, OptionSet& options, VRELOutputStream* reportStream) {
   Job const job = JobOf(line);
-  ProgressReporter progress;
+  ProgressReporter reporter;
+  std::optional<WorkerProgress> ofWorker;
+  if (line.isWorker && reportStream != nullptr) ofWorker.emplace(reporter, *reportStream);
+  Progress& progress = ofWorker ? static_cast<Progress&>(*ofWorker) : reporter;
   Translation translation(job, options, progress);
   return translation.Report(Run(translation, job));
 }
@@ -163,7 +232,8 @@ int TranslateOne(CommandLine const& line) {
     return RefuseToRun(obstacle, "to overwrite it, use -force or -write; to translate several files, use -outdir DIR");
   }
   OptionSet options;
-  VRINResult result = ReadOptions(line, options);
+  VRINResult result = CheckWrittenNames(line);
+  if (result.IsSuccess()) result = ReadOptions(line, options);
   ReportFile reportFile;
   if (result.IsSuccess()) result = reportFile.Open(line);
   if (result.IsFailure()) return ExitStatusOf(result);
@@ -172,7 +242,7 @@ int TranslateOne(CommandLine const& line) {
     std::error_code error;
     std::filesystem::create_directories(line.logFolder, error);
   }
-  RunReport report = Translate(line, options);
+  RunReport report = Translate(line, options, reportFile.Stream());
   FreeLibraries();
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   if (reportFile.Stream() != nullptr) {
@@ -210,10 +280,10 @@ void CreateFolder(std::string const& folder) {
 
 // A worker reads the options files again.
 void CheckOptionsFiles(CommandLine const& line) {
-  for (OptionSource const& source : line.sources) {
-    if (source.kind == OptionSource::File && !std::filesystem::is_regular_file(source.text)) {
-      throw FileError{VREL_E_FILE_OPEN,
-                      "cannot read " + QuoteName(source.text) + " for several inputs: not a regular file", ""};
+  for (std::string const& path : OptionsFiles(line)) {
+    if (!std::filesystem::is_regular_file(path)) {
+      throw FileError{VREL_E_FILE_OPEN, "cannot read " + QuoteName(path) + " for several inputs: not a regular file",
+                      ""};
     }
   }
 }
@@ -222,11 +292,13 @@ int TranslateAll(CommandLine const& line) {
   AbortOnSignals();
   std::string const logFolder = line.hasLogs ? (line.logFolder.empty() ? line.outputFolder : line.logFolder) : "";
   std::vector<BatchItem> const items = MakeBatch(line.inputs, line.Target(), line.outputFolder, logFolder);
-  std::string const conflict = FindConflict(items);
+  std::string const conflict = FindConflict(items, OptionsFiles(line));
   if (!conflict.empty()) return RefuseToRun(conflict, "translate them to different folders");
+  VRINResult result = CheckReportName(line, items);
+  if (result.IsFailure()) return ExitStatusOf(result);
   // Reports the problems of modules once, instead of in each worker.
   ModuleRegistry::Get().All();
-  VRINResult result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
+  result = CatchAsResult(line.outputFolder, [&]() -> VRINResult {
     CheckOptionsFiles(line);
     OptionSet options;
     VRINResult const read = ReadOptions(line, options);

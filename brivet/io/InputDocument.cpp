@@ -162,10 +162,12 @@ void InputDocument::CheckUnchanged() const {
 
 bool IsStepDocument(std::string const& path) {
   constexpr std::string_view kKeyword = "ISO-10303-21";
+  struct stat status;
+  // A pipe that is opened and closed again loses its writer.
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return false;
   InputFile const opened(descriptor, path);
-  struct stat status;
   if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return false;
   std::string text = FirstBytes(descriptor, kPrefix);
   switch (DetectCompression(text)) {

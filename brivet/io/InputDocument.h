@@ -56,5 +56,6 @@ class InputDocument {
   long size = 0;
 };
 
-// Returns whether a regular file begins as a STEP file or, decompressed, as one. A zip archive counts as one.
+// Returns whether a regular file begins as a STEP file or, decompressed, as one. A zip archive counts as one. Nothing
+// else is opened: a pipe would lose its writer.
 bool IsStepDocument(std::string const& path);

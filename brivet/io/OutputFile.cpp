@@ -9,41 +9,21 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "Descriptor.h"
-#include "FileError.h"
+#include "FileIdentity.h"
 #include "Gk_ErrMgr.h"
 #include "PathNames.h"
 
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
-constexpr int kLinkLimit = 40;
 constexpr int kNameAttempts = 100;
 constexpr mode_t kGroupBits = 070;
 constexpr mode_t kSetIdBits = 06000;
 
-[[noreturn]] void Refuse(std::string const& path, std::string const& reason) {
-  throw FileError{VREL_E_FILE_SAVE, "cannot write " + QuoteName(path) + ": " + reason, ""};
-}
-
 bool AreSame(struct stat const& a, struct stat const& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-// Resolves the symbolic links of the last component, which need not exist.
-std::string ResolveLinks(std::string const& path) {
-  std::string resolved = path;
-  for (int i = 0; i < kLinkLimit; ++i) {
-    std::error_code error;
-    std::string const next = std::filesystem::read_symlink(resolved, error).string();
-    if (error) return resolved;
-    resolved.resize(next.rfind('/', 0) == 0 ? 0 : FolderOf(resolved).size());
-    resolved += next;
-  }
-  Refuse(path, std::strerror(ELOOP));
 }
 
 // Returns an unpredictable name, so that no other process creates the file first; empty, with errno, on failure.
@@ -61,6 +41,11 @@ std::string DescriptorPath(int descriptor) {
 
 }  // namespace
 
+FileError MakeOutputError(std::string const& path, std::string const& reason) {
+  std::string const target = path == "-" ? "to standard output" : QuoteName(path);
+  return {VREL_E_FILE_SAVE, "cannot write " + target + ": " + reason, ""};
+}
+
 OutputFile::OutputFile(std::string const& path, struct stat const& input, Durability durability)
     : shownName(path), isSynchronized(durability == Synchronized) {
   buffer.reserve(kBufferSize);
@@ -69,7 +54,8 @@ OutputFile::OutputFile(std::string const& path, struct stat const& input, Durabi
   bool const toStandardOutput = path == "-";
   bool const exists = toStandardOutput ? fstat(STDOUT_FILENO, &existing) == 0 : stat(path.c_str(), &existing) == 0;
   if (!exists && (toStandardOutput || errno != ENOENT || path.empty())) Fail(errno);
-  if (exists && S_ISREG(existing.st_mode) && AreSame(existing, input)) Refuse(path, "it is the input file");
+  if (exists && S_ISREG(existing.st_mode) && AreSame(existing, input))
+    throw MakeOutputError(path, "it is the input file");
   isStandardOutput =
       toStandardOutput || (exists && fstat(STDOUT_FILENO, &standardOutput) == 0 && AreSame(existing, standardOutput));
   isDirect = isStandardOutput || (exists && !S_ISREG(existing.st_mode));
@@ -78,8 +64,9 @@ OutputFile::OutputFile(std::string const& path, struct stat const& input, Durabi
     return;
   }
   target = ResolveLinks(path);
+  if (target.empty()) Fail(ELOOP);
   folder = FolderOf(target);
-  if (target.empty() || target.back() == '/') Fail(EISDIR);
+  if (target.back() == '/') Fail(EISDIR);
   // rename needs write permission for the folder only; a file that may not be written is not replaced either.
   if (exists && access(target.c_str(), W_OK) != 0) Fail(errno);
   isReplacement = exists;
@@ -93,7 +80,7 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Fail(int error) const {
-  throw MakeFileError(VREL_E_FILE_SAVE, "write", isStandardOutput ? "standard output" : shownName, error);
+  throw MakeOutputError(isStandardOutput ? "-" : shownName, std::strerror(error));
 }
 
 void OutputFile::OpenDirectly() {

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "FileError.h"
 #include "VRELOutputStream.h"
 
 // Bytes are written to an unnamed file in the folder of the output, or to one with an unpredictable name where the file
@@ -69,3 +70,7 @@ class OutputFile final : public VRELOutputStream {
   std::string temporary;  // name of the temporary file; empty if it has none
   std::string buffer;
 };
+
+// Returns the error for an output that cannot be written: "cannot write 'page.html': it is the input file", "cannot
+// write to standard output: No space left on device". "-" is standard output.
+FileError MakeOutputError(std::string const& path, std::string const& reason);

@@ -438,6 +438,18 @@ class Summary {
   Writer writer;
 };
 
+// Reports that nothing evaluates the exact shapes of a model.
+void WarnOfMissingModule(BrivetWriteRequest const& request, ProductModel const& model) {
+  bool const isAvailable = request.shapes != nullptr && request.shapes->IsAvailable();
+  bool const hasExactShapes = std::any_of(model.products.begin(), model.products.end(),
+                                          [](ModelProduct const& product) { return product.faces > 0; });
+  if (isAvailable || !hasExactShapes) return;
+  ReportWarning(
+      request.shownName,
+      "volumes, areas and centroids are not computed: install the package brivet-shape, which evaluates exact "
+      "shapes");
+}
+
 }  // namespace
 
 VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& stream) {
@@ -450,6 +462,7 @@ VRINResult WriteJsonSummary(BrivetWriteRequest& request, CheckedOutputStream& st
   ProductModel const* const model =
       isComputed ? GetEvaluatedModel(request, ShapeEvaluator::Properties) : document.GetModel(false, *request.progress);
   if (document.GetModelResult().IsFailure()) return document.GetModelResult();
+  if (isComputed && model != nullptr) WarnOfMissingModule(request, *model);
   JsonStream out(stream);
   Summary(request, header, model != nullptr ? *model : none, out).Write();
   out.Put('\n');

@@ -31,6 +31,10 @@ bool HasControls(VRELString const& text) {
   return Escaped(text).toUtf8() != text.toUtf8();
 }
 
+std::string NotShown(int count, std::string const& kind) {
+  return std::to_string(count) + " more " + kind + (count == 1 ? " was" : "s were") + " not shown";
+}
+
 bool IsKnown(VRELString const& name) {
   return IsKnownOption(name) || IsDeclaredOption(name);
 }
@@ -38,29 +42,37 @@ bool IsKnown(VRELString const& name) {
 }  // namespace
 
 VRINResult OptionSet::Add(OptionSource const& source) {
-  VRINResult const result = source.kind == OptionSource::File ? AddFile(source.text) : AddSetting(source);
+  origins.push_back(source);
+  VRINResult const result = source.kind == OptionSource::File ? AddFile(source) : AddSetting(source);
   if (result.IsSuccess()) sources.push_back(source);
   return result;
 }
 
-VRINResult OptionSet::AddFile(std::string const& path) {
+VRINResult OptionSet::AddFile(OptionSource const& source) {
   bool isValid = false;
-  VRINResult const result = CatchAsResult(path, [&]() -> VRINResult {
-    OptionsFile const file = OptionsFile::Read(path);
+  fileWarnings = 0;
+  fileErrors = 0;
+  VRINResult const result = CatchAsResult(source.text, [&]() -> VRINResult {
+    OptionsFile const file = OptionsFile::Read(source.text);
     for (OptionsFile::Problem const& problem : file.problems) {
-      ReportErrorAt({path, static_cast<long>(problem.line)}, problem.text);
+      if (++fileErrors <= kReportLimit) {
+        ReportErrorAt({source.text, static_cast<long>(problem.line)}, problem.text);
+      }
     }
     bool isAccepted = true;
-    Warning origin;
-    origin.location.file = path;
+    Origin origin{origins.size() - 1};
     for (OptionsFile::Entry const& entry : file.entries) {
-      origin.location.line = static_cast<long>(entry.line);
+      origin.line = static_cast<long>(entry.line);
       isAccepted = AddOption(entry.name, entry.value, origin) && isAccepted;
     }
-    if (file.keysInSections != 0) {
-      origin.location.line = static_cast<long>(file.firstLineInSections);
-      Warn(origin, "options below a section header are ignored: " + std::to_string(file.keysInSections));
+    if (fileWarnings > kReportLimit) {
+      AddWarning(source, 0, NotShown(fileWarnings - kReportLimit, "warning"));
     }
+    if (file.keysInSections != 0) {
+      AddWarning(source, static_cast<long>(file.firstLineInSections),
+                 "options below a section header are ignored: " + std::to_string(file.keysInSections));
+    }
+    if (fileErrors > kReportLimit) ReportErrorAt({source.text}, NotShown(fileErrors - kReportLimit, "error"));
     isValid = file.problems.empty() && isAccepted;
     return VREL_S_OK;
   });
@@ -75,21 +87,21 @@ VRINResult OptionSet::AddSetting(OptionSource const& source) {
     return VREL_E_INVALID_ARGUMENT;
   }
   return CatchAsResult(source.Words(), [&] {
-    Warning origin;
-    origin.setting = source.Words();
+    Origin const origin{origins.size() - 1};
     bool const isAccepted = AddOption(VRELString(name.c_str()), VRELString(value.c_str()), origin);
     return VRINResult(isAccepted ? VREL_S_OK : VREL_E_FAIL);
   });
 }
 
-bool OptionSet::AddOption(VRELString const& name, VRELString const& value, Warning const& origin) {
+bool OptionSet::AddOption(VRELString const& name, VRELString const& value, Origin const& origin) {
   if (HasEmptyToken(name.toUtf8())) {
     Warn(origin, "option name " + Quote(name) + " has an empty part between dots; it is ignored");
     return true;
   }
   std::string const reason = WhyInvalidValue(name, value);
   if (!reason.empty()) {
-    ReportInvalid({name, value, origin}, reason);
+    if (origins[origin.source].kind == OptionSource::Setting || ++fileErrors <= kReportLimit)
+      ReportInvalid({name, value, origin}, reason);
     return false;
   }
   if (!IsKnown(name)) WarnOfUnknown(name, origin);
@@ -99,39 +111,50 @@ bool OptionSet::AddOption(VRELString const& name, VRELString const& value, Warni
   return true;
 }
 
-void OptionSet::ReportInvalid(Entry const& entry, std::string const& reason) {
+void OptionSet::ReportInvalid(Entry const& entry, std::string const& reason) const {
   std::string const text = "option " + Quote(entry.name) + ": " + reason;
-  if (entry.origin.location.file.empty()) {
-    ReportProblem(entry.origin.setting, text);
+  OptionSource const& source = origins[entry.origin.source];
+  if (source.kind == OptionSource::File) {
+    ReportErrorAt({source.text, entry.origin.line}, text);
   } else {
-    ReportErrorAt(entry.origin.location, text);
+    ReportProblem(source.Words(), text);
   }
 }
 
 VRINResult OptionSet::Check(std::string const& source, std::string const& target) const {
   VRINResult result = VREL_S_OK;
+  int errors = 0;
   for (Entry const& entry : entries) {
     std::string const reason = WhyInvalidValue(entry.name, entry.value, source, target);
     if (reason.empty()) continue;
-    ReportInvalid(entry, reason);
+    if (++errors <= kReportLimit) ReportInvalid(entry, reason);
     result = VREL_E_FAIL;
   }
+  if (errors > kReportLimit) ReportProblem(NotShown(errors - kReportLimit, "error"));
   return result;
 }
 
-void OptionSet::WarnOfUnknown(VRELString const& name, Warning const& origin) {
+void OptionSet::WarnOfUnknown(VRELString const& name, Origin const& origin) {
   ++unknownCount;
-  std::string text = "unknown option " + Quote(name);
-  if (unknownCount <= kSuggestionLimit) {
-    std::string const suggestion = SuggestOptions(name);
-    if (!suggestion.empty()) text += "; " + suggestion;
-  }
-  Warn(origin, text);
+  bool const isReported = origins[origin.source].kind == OptionSource::Setting || fileWarnings < kReportLimit;
+  std::string const suggestion = isReported && unknownCount <= kSuggestionLimit ? SuggestOptions(name) : "";
+  Warn(origin, "unknown option " + Quote(name) + (suggestion.empty() ? "" : "; " + suggestion));
 }
 
-void OptionSet::Warn(Warning const& origin, std::string const& text) {
-  warnings.push_back(origin);
-  warnings.back().text = text;
+void OptionSet::Warn(Origin const& origin, std::string const& text) {
+  OptionSource const& source = origins[origin.source];
+  if (source.kind == OptionSource::Setting || ++fileWarnings <= kReportLimit) AddWarning(source, origin.line, text);
+}
+
+void OptionSet::AddWarning(OptionSource const& source, long line, std::string const& text) {
+  Warning& warning = warnings.emplace_back();
+  if (source.kind == OptionSource::File) {
+    warning.location.file = source.text;
+    warning.location.line = line;
+  } else {
+    warning.setting = source.Words();
+  }
+  warning.text = text;
 }
 
 void OptionSet::Dump() const {

@@ -1,6 +1,7 @@
 // Options of one run and their sources.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,10 @@
 //   if (options.Add({OptionSource::Setting, "Assembly=On"}).IsSuccess()) Use(options.Store());
 class OptionSet {
  public:
+  // Only the first kReportLimit warnings and errors of an options file are kept and reported; the number of the others
+  // follows them.
+  static constexpr int kReportLimit = 100;
+
   struct Warning {
     SourceLocation location;  // in an options file; without a file for a setting
     std::string setting;      // "-set Asembly=On"
@@ -25,7 +30,7 @@ class OptionSet {
   // with their lines.
   //
   // A name in a file with an empty token is skipped with a warning. An unknown name (see IsKnownOption) is stored with
-  // a warning that suggests the closest known ones.
+  // a warning; the first hundred suggest the closest known ones.
   // Errors: the results of OptionsFile::Read; VREL_E_FAIL for a file with syntax errors; VREL_E_INVALID_ARGUMENT for a
   // setting without "=", without a value or with an empty token in its name. A value that no module accepts (see
   // WhyInvalidValue) is an error as well: VREL_E_FAIL.
@@ -53,25 +58,33 @@ class OptionSet {
   int UnknownCount() const { return unknownCount; }
 
  private:
-  VRINResult AddFile(std::string const& path);
-  VRINResult AddSetting(OptionSource const& source);
+  // Where an option was set.
+  struct Origin {
+    std::size_t source = 0;  // index in origins
+    long line = 0;           // of a file
+  };
   struct Entry {
     VRELString name;
     VRELString value;
-    Warning origin;
+    Origin origin;
   };
 
+  VRINResult AddFile(OptionSource const& source);
+  VRINResult AddSetting(OptionSource const& source);
   // Returns false, after a report, if the value is invalid.
-  bool AddOption(VRELString const& name, VRELString const& value, Warning const& origin);
-  static void ReportInvalid(Entry const& entry, std::string const& reason);
-  void WarnOfUnknown(VRELString const& name, Warning const& origin);
-
-  void Warn(Warning const& origin, std::string const& text);
+  bool AddOption(VRELString const& name, VRELString const& value, Origin const& origin);
+  void ReportInvalid(Entry const& entry, std::string const& reason) const;
+  void WarnOfUnknown(VRELString const& name, Origin const& origin);
+  void Warn(Origin const& origin, std::string const& text);
+  void AddWarning(OptionSource const& source, long line, std::string const& text);
 
   VRELOptions store;
-  std::vector<Entry> entries;  // all names and values that were stored
-  bool hasControls = false;    // one of them contains a control character
-  std::vector<OptionSource> sources;
+  std::vector<Entry> entries;         // all names and values that were stored
+  bool hasControls = false;           // one of them contains a control character
+  std::vector<OptionSource> origins;  // all sources, also those with errors
+  std::vector<OptionSource> sources;  // those that were added
   std::vector<Warning> warnings;
   int unknownCount = 0;
+  int fileWarnings = 0;  // about the file that is added
+  int fileErrors = 0;
 };

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <numeric>
 #include <set>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "FileError.h"
@@ -171,7 +173,59 @@ bool Holds(Range const& range, View token) {
 // Names of format modules that are not in the vocabulary of the library.
 constexpr View kModuleNames[] = {u"Encoding"};
 
+bool IsAscii(View name) {
+  return std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
+}
+
+// Hash table of all known settings, so that the time for an options file does not depend on their number. It holds the
+// names without regard to case, and is built again when the library has new names.
+class SettingIndex {
+ public:
+  enum Answer { Unknown, Known, Undecided };
+
+  // Undecided for a name that a comparison by characters does not decide: one with a wildcard or with characters beyond
+  // ASCII, and one that was removed.
+  Answer Find(View name) {
+    if (size != VRELOptionName::_optionNames.size()) Build();
+    if (!isComplete || name.empty() || name.find(u'*') != name.npos || !IsAscii(name)) return Undecided;
+    auto const found = places.find(Folded(name));
+    if (found == places.end()) return Unknown;
+    return found->second < 0 || VRELOptionName::_optionNames[found->second] != nullptr ? Known : Undecided;
+  }
+
+ private:
+  static constexpr int kPermanent = -1;
+
+  static std::u16string Folded(View name) {
+    std::u16string folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), Fold);
+    return folded;
+  }
+
+  void Build() {
+    places.clear();
+    isComplete = true;
+    for (View const name : kModuleNames) places.emplace(Folded(name), kPermanent);
+    for (View const name : kPublicNames) places.emplace(Folded(name), kPermanent);
+    size = VRELOptionName::_optionNames.size();
+    for (int i = 0; i < size; ++i) {
+      VRELOptionName const* const known = VRELOptionName::_optionNames[i];
+      if (known == nullptr) continue;
+      VRELString const text(*known);
+      isComplete = isComplete && IsAscii(text.view());
+      places.emplace(Folded(text.view()), i);
+    }
+  }
+
+  std::unordered_map<std::u16string, int> places;  // in the names of the library
+  int size = -1;
+  bool isComplete = false;  // all names are ASCII
+};
+
 bool IsSetting(View name) {
+  static SettingIndex index;
+  SettingIndex::Answer const answer = index.Find(name);
+  if (answer != SettingIndex::Undecided) return answer == SettingIndex::Known;
   return Holds(kModuleNames, name) || VRELOptionName::IsValid(VRELString(name)).IsSuccess() ||
          Holds(kPublicNames, name);
 }

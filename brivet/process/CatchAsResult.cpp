@@ -18,7 +18,7 @@ namespace {
 VRINResult ReportInternalError(std::string const& subject, char const* text) {
   ReportProblem(subject, std::string("internal error: ") + text);
   ReportProblem("hint", "please report this, with the file if possible");
-  return VREL_E_UNEXPECTED;
+  return VREL_E_FAIL;
 }
 
 }  // namespace
@@ -35,7 +35,11 @@ VRINResult CatchAsResult(std::string const& subject, std::function<VRINResult()>
     if (!error.hint.empty()) ReportProblem("hint", error.hint);
     return error.result;
   } catch (InputError const& error) {
-    ReportProblem(error.line == 0 ? subject : subject + ":" + std::to_string(error.line), error.text);
+    if (error.line == 0) {
+      ReportProblem(subject, error.text);
+    } else {
+      ReportErrorAt({subject, error.line, error.column}, error.text);
+    }
     return error.result;
   } catch (ReadFailure const& failure) {
     ReportProblem(subject, failure.text);

@@ -10,11 +10,11 @@
 //
 //   exception                           result              message
 //   FileError                           its own             its own, then its hint on a line of its own
-//   InputError                          its own             `subject`, the line, its text
+//   InputError                          its own             `subject`, its text; with a line as ReportErrorAt
 //   ReadFailure                         VREL_E_FILE_OPEN    `subject`, its text
 //   VRELAbortException                  VREL_E_ABORTED      "interrupted"
 //   std::bad_alloc, VRELAllocException  VREL_E_UNEXPECTED   "out of memory"
-//   any other                           VREL_E_UNEXPECTED   "internal error"
+//   any other                           VREL_E_FAIL         "internal error"
 //   Gk_Exception                        VREL_E_FAIL         none: it was reported when it was raised
 //
 // A success becomes VREL_E_FAIL if VRELErrorTracker counted an error during the call, and counts as std::bad_alloc if a

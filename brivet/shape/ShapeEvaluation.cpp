@@ -145,7 +145,8 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
     case ShapeProcess::Exited:
       if (outcome.number == 0 && answer.IsComplete()) return;
       if (outcome.number == kWorkerOutOfMemory) {
-        reason = "the shape worker needs more than " + std::to_string(settings.limits.bytes >> 20U) + " MB of memory";
+        reason = "the memory limit of " + std::to_string(settings.limits.bytes >> 20U) +
+                 " MB was reached; the option Shape.*.Reader.MemoryLimit raises it";
       } else if (outcome.number == kWorkerUnreadable) {
         reason = "the engine cannot read the file";
       } else if (outcome.number == 0) {
@@ -160,7 +161,8 @@ void ShapeEvaluation::ReportEnd(ShapeAnswer const& answer, ShapeProcess::Outcome
       reason = std::string("the shape worker has crashed: ") + strsignal(outcome.number);
       break;
     case ShapeProcess::TimedOut:
-      reason = "the shape worker needs more than " + std::to_string(settings.limits.seconds) + " seconds";
+      reason = "the time limit of " + std::to_string(settings.limits.seconds) +
+               " s was reached; the option Shape.*.Reader.TimeLimit raises it";
       break;
     case ShapeProcess::Refused:
       reason = "the shape worker is not usable: " + answer.InvalidReason();

@@ -132,9 +132,16 @@ class PlacedLines {
     AddItems(pointLimit);
   }
 
+  // Polylines that are not among the items, by the reason. The numbers can be too large for an integer.
+  struct LeftOut {
+    double byNodes = 0.0;
+    double byPlacement = 0.0;
+    double byPolylines = 0.0;
+    double bySize = 0.0;
+  };
+
   std::vector<Item> const& Items() const noexcept { return items; }
-  // Returns the number of polylines that are not among the items. It can be too large for an integer.
-  double LeftOut() const noexcept { return std::max(0.0, total - static_cast<double>(items.size())); }
+  LeftOut const& GetLeftOut() const noexcept { return leftOut; }
   double Total() const noexcept { return total; }
 
   ModelPolyline const& Polyline(Item const& item) const { return nodes[item.node].lines->Polylines()[item.polyline]; }
@@ -197,7 +204,11 @@ class PlacedLines {
   // the time depends on what is drawn.
   void AddNodes(int root, Placement const& placement) {
     std::vector<std::pair<int, Placement>> pending{{root, placement}};
-    while (!pending.empty() && nodes.size() < kNodeLimit) {
+    while (!pending.empty()) {
+      if (nodes.size() >= kNodeLimit) {
+        hasMoreNodes = true;
+        return;
+      }
       auto const [product, place] = pending.back();
       pending.pop_back();
       auto const index = static_cast<std::size_t>(product);
@@ -206,7 +217,11 @@ class PlacedLines {
       if (!lines[index]->Polylines().empty()) nodes.push_back({lines[index].get(), place});
       std::vector<int> const& children = model.products[index].occurrences;
       // The list is bounded as that of the nodes is.
-      for (auto each = children.rbegin(); each != children.rend() && pending.size() < kNodeLimit; ++each) {
+      for (auto each = children.rbegin(); each != children.rend(); ++each) {
+        if (pending.size() >= kNodeLimit) {
+          hasMoreNodes = true;
+          break;
+        }
         ModelOccurrence const* const occurrence = Occurrence(*each);
         if (occurrence == nullptr || !IsProduct(occurrence->child)) continue;
         pending.emplace_back(occurrence->child, place * occurrence->placement);
@@ -221,6 +236,9 @@ class PlacedLines {
   }
 
   void AddItems(std::size_t pointLimit) {
+    double placed = 0.0;
+    for (Node const& node : nodes) placed += static_cast<double>(node.lines->Polylines().size());
+    (hasMoreNodes ? leftOut.byNodes : leftOut.byPlacement) = std::max(0.0, total - placed);
     std::size_t points = 0;
     for (std::size_t node = 0; node < nodes.size() && items.size() < kPolylineLimit; ++node) {
       double const scale = std::cbrt(std::abs(nodes[node].placement.Determinant()));
@@ -230,6 +248,7 @@ class PlacedLines {
         items.push_back({static_cast<std::uint32_t>(node), static_cast<std::uint32_t>(i), SizeOf(polylines[i], scale)});
       }
     }
+    leftOut.byPolylines = placed - static_cast<double>(items.size());
     if (points <= pointLimit) return;
     std::stable_sort(items.begin(), items.end(), [](Item const& a, Item const& b) { return a.size > b.size; });
     std::size_t kept = 0;
@@ -237,6 +256,7 @@ class PlacedLines {
       points += Polyline(items[kept]).coordinates.size() / 3;
       if (points > pointLimit) break;
     }
+    leftOut.bySize = static_cast<double>(items.size() - kept);
     items.resize(kept);
   }
 
@@ -246,6 +266,8 @@ class PlacedLines {
   std::vector<Node> nodes;
   std::vector<Item> items;
   double total = 0.0;
+  LeftOut leftOut;
+  bool hasMoreNodes = false;  // than the limit
 };
 
 // The lines that are drawn already. Coordinates are divided by the size of the drawing.
@@ -523,6 +545,26 @@ std::string FormatCount(double count) {
   return buffer;
 }
 
+std::string Capitalized(std::string text) {
+  text[0] = static_cast<char>(text[0] - 'a' + 'A');
+  return text;
+}
+
+// Returns how many edges are not drawn, for each reason. `cut` edges do not fit into the drawing.
+std::string DescribeLeftOut(PlacedLines const& placed, double cut) {
+  PlacedLines::LeftOut const& leftOut = placed.GetLeftOut();
+  std::string text;
+  auto const append = [&](double count, std::string const& reason) {
+    if (count <= 0.0) return;
+    text += "; " + FormatCount(count) + " of " + FormatCount(placed.Total()) + " edges are left out because " + reason;
+  };
+  append(leftOut.byNodes, "of the limit of " + std::to_string(kNodeLimit) + " nodes of the structure");
+  append(leftOut.byPlacement, "their placement is not finite");
+  append(leftOut.byPolylines, "of the limit of " + std::to_string(kPolylineLimit) + " polylines");
+  append(leftOut.bySize + cut, "of the limit of the drawing's size");
+  return text;
+}
+
 }  // namespace
 
 bool WriteDrawing(ProductModel const& model, DrawingOptions const& options, std::string const& title,
@@ -563,7 +605,7 @@ bool WriteDrawing(ProductModel const& model, DrawingOptions const& options, std:
 
   NumberFormat const numbers(size);
   std::string paths;
-  double leftOut = 0.0;
+  double cut = 0.0;
   for (std::size_t i = 0; i < views.size(); ++i) {
     if (viewCount > 1) {
       paths += "<g aria-label=\"" + std::string(views[i].Name()) + "\" transform=\"translate(";
@@ -572,8 +614,7 @@ bool WriteDrawing(ProductModel const& model, DrawingOptions const& options, std:
       numbers.Append(paths, corners[i].y);
       paths += ")\">\n";
     }
-    double const viewLeftOut = placed.LeftOut() + views[i].WritePaths(model, size, numbers, viewLimit, paths);
-    leftOut = std::max(leftOut, viewLeftOut);
+    cut = std::max(cut, views[i].WritePaths(model, size, numbers, viewLimit, paths));
     if (viewCount > 1) paths += "</g>\n";
   }
 
@@ -590,15 +631,12 @@ bool WriteDrawing(ProductModel const& model, DrawingOptions const& options, std:
       "\" role=\"img\" fill=\"none\" stroke=\"currentColor\" stroke-width=\"1.2\" stroke-linecap=\"round\" "
       "stroke-linejoin=\"round\">\n";
   svg += "<title>" + EscapeXml(title, kTitleLimit) + "</title>\n<desc>";
-  svg += viewCount == 4 ? "Isometric, front, top and right views" : std::string(views[0].Name()) + " view";
+  svg += viewCount == 4 ? "Isometric, front, top and right views" : Capitalized(views[0].Name()) + " view";
   if (model.extentUnits >= 0 && static_cast<std::size_t>(model.extentUnits) < model.units.size()) {
     std::string const& unit = model.units[static_cast<std::size_t>(model.extentUnits)].lengthName;
     if (!unit.empty()) svg += "; unit: " + EscapeXml(unit, kTitleLimit);
   }
-  if (leftOut > 0.0) {
-    svg += "; " + FormatCount(leftOut) + " of " + FormatCount(placed.Total()) +
-           " edges are left out because of the limit of the drawing's size";
-  }
+  svg += DescribeLeftOut(placed, cut);
   svg += "</desc>\n" + paths + "</svg>\n";
   return true;
 }

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int kBarWidth = 40;
+constexpr double kLeastPart = 0.02;  // for an estimate of the time
 constexpr std::chrono::milliseconds kInterval(100);
 
 // "0:42", "12:05", "3:00:00".
@@ -51,6 +52,6 @@ std::string BatchProgressBar::Text(std::size_t doneFiles, std::size_t totalFiles
   std::snprintf(line, sizeof line, "%zu of %zu files [%.*s%*s] %3d%%", doneFiles, totalFiles, filled,
                 "########################################", kBarWidth - filled, "", static_cast<int>(part * 100));
   std::string text = line;
-  if (part > 0 && part < 1) text += ", " + Duration(elapsedSeconds * (1 - part) / part) + " left";
+  if (part >= kLeastPart && part < 1) text += ", " + Duration(elapsedSeconds * (1 - part) / part) + " left";
   return text;
 }

@@ -6,7 +6,8 @@
 #include <string>
 
 // Draws the progress of all translations on the line of the cursor on standard error, with the time left if the rest
-// takes as long for each byte as what is done. The line is redrawn at most ten times a second:
+// takes as long for each byte as what is done. The time is shown from 2% on; the first files say little about large
+// ones. The line is redrawn at most ten times a second:
 //
 //   3 of 12 files [##########                              ]  25%, 0:42 left
 class BatchProgressBar {
@@ -17,7 +18,7 @@ class BatchProgressBar {
   BatchProgressBar(BatchProgressBar const&) = delete;
   BatchProgressBar& operator=(BatchProgressBar const&) = delete;
 
-  // Draws the bar.
+  // Draws the bar. The bytes include those that are done of files in work.
   void Update(std::size_t doneFiles, long doneBytes);
   // Clears the line for other output. The next update draws it again.
   void Hide();

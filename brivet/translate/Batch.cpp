@@ -28,6 +28,7 @@
 #include "PathNames.h"
 #include "RunReport.h"
 #include "VRELAbortException.h"
+#include "WorkerProgress.h"
 
 namespace {
 
@@ -85,6 +86,7 @@ struct Batch::Worker {
   Clock::time_point begin;
   std::array<int, ChannelCount> pipes = {-1, -1, -1};
   std::array<std::string, ChannelCount> text;
+  int steps = 0;  // done, of WorkerProgress::kSteps
 };
 
 // One run of a batch. Starts workers and polls their pipes until all are done.
@@ -114,7 +116,7 @@ class Batch::Loop {
       if (!isAborted && Gk_ErrMgr::shouldAbort()) Abort();
       while (!isAborted && next < batch.items.size() && workers.size() < static_cast<std::size_t>(batch.jobs)) Start();
       if (isAborted) next = batch.items.size();
-      bar.Update(doneFiles, doneBytes);
+      bar.Update(doneFiles, doneBytes + BytesInWork());
       Poll();
       if (isAborted && Clock::now() > deadline) KillAll();
     }
@@ -229,9 +231,28 @@ class Batch::Loop {
     if (count > 0) {
       worker.text[channel].append(block, static_cast<std::size_t>(count));
       if (channel == ErrorChannel) PrintLines(worker.text[channel], stderr);
+      if (channel == ReportChannel) TakeSteps(worker);
     } else if (count == 0 || (errno != EINTR && errno != EAGAIN)) {
       CloseDescriptor(pipe);
     }
+  }
+
+  // Counts and removes the marks of WorkerProgress.
+  static void TakeSteps(Worker& worker) {
+    std::string& text = worker.text[ReportChannel];
+    std::size_t const marks = std::min(text.find_first_not_of(WorkerProgress::kMark), text.size());
+    worker.steps = static_cast<int>(
+        std::min(static_cast<std::size_t>(worker.steps) + marks, static_cast<std::size_t>(WorkerProgress::kSteps)));
+    text.erase(0, marks);
+  }
+
+  // Returns the bytes that the running workers have done, as far as they have reported it.
+  long BytesInWork() const {
+    double bytes = 0;
+    for (Worker const& worker : workers) {
+      bytes += static_cast<double>(sizes[worker.item]) * worker.steps / WorkerProgress::kSteps;
+    }
+    return static_cast<long>(bytes);
   }
 
   static bool IsAtEnd(Worker const& worker) {
@@ -388,25 +409,32 @@ std::vector<BatchItem> MakeBatch(std::vector<std::string> const& inputs, Format 
   return items;
 }
 
-std::string FindConflict(std::vector<BatchItem> const& items) {
+std::string FindConflict(std::vector<BatchItem> const& items, std::vector<std::string> const& optionsFiles) {
+  using Key = std::pair<dev_t, ino_t>;
   std::map<std::string_view, std::string_view> inputOfOutput;
-  std::map<std::pair<dev_t, ino_t>, std::string_view> inputFiles;
+  std::map<Key, std::string> readFiles;
   struct stat status;
+  auto const addRead = [&](char const* kind, std::string const& path) {
+    if (IsStandardInput(path) || stat(path.c_str(), &status) != 0) return;
+    readFiles.emplace(Key(status.st_dev, status.st_ino), kind + QuoteName(path));
+  };
   for (BatchItem const& item : items) {
     auto const [other, isNew] = inputOfOutput.emplace(item.output, item.input);
     if (!isNew) {
       return "inputs " + QuoteName(other->second) + " and " + QuoteName(item.input) + " have the same output " +
              QuoteName(item.output);
     }
-    if (!IsStandardInput(item.input) && stat(item.input.c_str(), &status) == 0) {
-      inputFiles.emplace(std::make_pair(status.st_dev, status.st_ino), item.input);
-    }
+    addRead("input ", item.input);
   }
+  for (std::string const& path : optionsFiles) addRead("options file ", path);
   for (BatchItem const& item : items) {
-    if (stat(item.output.c_str(), &status) != 0) continue;
-    auto const input = inputFiles.find({status.st_dev, status.st_ino});
-    if (input == inputFiles.end()) continue;
-    return "the output of " + QuoteName(item.input) + " would overwrite the input " + QuoteName(input->second);
+    for (std::string const* written : {&item.output, &item.readLog, &item.writeLog}) {
+      if (written->empty() || stat(written->c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
+      auto const file = readFiles.find({status.st_dev, status.st_ino});
+      if (file == readFiles.end()) continue;
+      char const* const kind = written == &item.output ? "the output of " : "a log of ";
+      return kind + QuoteName(item.input) + " would overwrite the " + file->second;
+    }
   }
   return "";
 }

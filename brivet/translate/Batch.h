@@ -22,9 +22,9 @@ struct BatchItem {
 std::vector<BatchItem> MakeBatch(std::vector<std::string> const& inputs, Format const& format,
                                  std::string const& outputFolder, std::string const& logFolder);
 
-// Returns why the items cannot be translated together: two inputs with the same output, or an output that is one of the
-// inputs. Empty if they can.
-std::string FindConflict(std::vector<BatchItem> const& items);
+// Returns why the items cannot be translated together: two inputs with the same output, or an output or a log that is
+// one of the inputs or of the options files. Empty if they can.
+std::string FindConflict(std::vector<BatchItem> const& items, std::vector<std::string> const& optionsFiles);
 
 // Runs a worker process for each item, several at a time. The workers are this program, called with the words for the
 // worker and those of the item: one process translates one input. Their messages and summary lines are printed as they

@@ -126,7 +126,7 @@ VRINResult FormatModule::Run(Call const& call) {
   } catch (std::exception const& error) {
     ReportProblem("the module " + QuoteName(format.module) + " has failed: " + error.what());
   }
-  return VREL_E_UNEXPECTED;
+  return VREL_E_FAIL;
 }
 
 VRINResult FormatModule::Open(BrivetOpenRequest& request) {
@@ -136,7 +136,7 @@ VRINResult FormatModule::Open(BrivetOpenRequest& request) {
     reinterpret_cast<BrivetOpenFunction*>(openFunction)(request);
     if (request.result.IsFailure() || request.document != nullptr) return request.result;
     ReportProblem("the module " + QuoteName(format.module) + " has reported success without a document");
-    return VREL_E_UNEXPECTED;
+    return VREL_E_FAIL;
   });
 }
 

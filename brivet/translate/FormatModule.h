@@ -27,8 +27,8 @@ class FormatModule {
   VRINResult FindWriter();
   VRINResult FindEvaluator();
 
-  // Return the result of the module; VREL_E_UNEXPECTED, after a report, if it throws an exception of the standard
-  // library or reports success without a document.
+  // Return the result of the module; VREL_E_FAIL, after a report, if it throws an exception of the standard library
+  // other than std::bad_alloc, or reports success without a document.
   VRINResult Open(BrivetOpenRequest& request);
   VRINResult Write(BrivetWriteRequest& request);
   VRINResult Evaluate(BrivetEvaluateRequest& request);

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <list>
 #include <map>
 #include <set>
@@ -60,9 +61,11 @@ Format const* FormatOf(Match const& match) {
 // Returns the first bytes of a regular file; nothing of any other.
 std::string FirstBytes(std::string const& path) {
   std::string bytes;
+  struct stat status;
+  // A pipe that is opened and closed again loses its writer.
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return bytes;
   int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return bytes;
-  struct stat status;
   if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
     bytes.resize(kRecognisedBytes);
     ssize_t const count = read(descriptor, bytes.data(), bytes.size());
@@ -81,18 +84,38 @@ Format const* FindInput(std::string_view path) {
   return FormatOf(match);
 }
 
-// A row of the table of formats.
-std::string Row(Module const& module, FormatDescription const& format) {
-  auto const padded = [](std::string text, std::size_t width) {
-    text.resize(std::max(text.size(), width), ' ');
-    return text + " ";
-  };
+// A row of the table of formats: its columns, and the rest of the line.
+struct Row {
+  std::array<std::string, 6> columns;
+  std::string rest;
+};
+
+using Widths = std::array<std::size_t, 6>;
+
+constexpr Widths kLeastWidths = {8, 8, 11, 12, 7, 17};
+
+// Returns the number of characters of a UTF-8 string.
+std::size_t LengthOf(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
+}
+
+Row MakeRow(Module const& module, FormatDescription const& format) {
   char const* const tasks = format.evaluates ? "evaluate"
                             : !format.writes ? "read"
                             : format.reads   ? "read,write"
                                              : "write";
-  return padded(format.name, 8) + padded(format.title, 8) + padded(tasks, 11) + padded(module.name, 12) +
-         padded(module.description.version, 7) + padded(Joined(format.extensions), 17) + module.library;
+  return {{format.name, format.title, tasks, module.name, module.description.version, Joined(format.extensions)},
+          module.library};
+}
+
+std::string LineOf(Row const& row, Widths const& widths) {
+  std::string line;
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    std::size_t const length = LengthOf(row.columns[i]);
+    line += row.columns[i] + std::string(std::max(widths[i], length) - length + 1, ' ');
+  }
+  return line + row.rest + "\n";
 }
 
 // Returns which module is used instead of this one: " (not used: PATH is before it)"; empty for none.
@@ -184,14 +207,18 @@ std::string Format::WrittenExtensions() {
 }
 
 std::string Format::Table() {
-  std::multimap<std::pair<bool, std::string>, std::string> rows;
+  std::multimap<std::pair<bool, std::string>, Row> rows;
+  Widths widths = kLeastWidths;
   for (Module const& module : ModuleRegistry::Get().All()) {
     for (FormatDescription const& format : module.description.formats) {
-      rows.emplace(std::make_pair(format.reads, format.name), Row(module, format) + ShadowNote(module, format) + "\n");
+      Row row = MakeRow(module, format);
+      row.rest += ShadowNote(module, format);
+      for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], LengthOf(row.columns[i]));
+      rows.emplace(std::make_pair(format.reads, format.name), std::move(row));
     }
   }
   std::string table;
-  for (auto const& row : rows) table += row.second;
+  for (auto const& row : rows) table += LineOf(row.second, widths);
   return table;
 }
 

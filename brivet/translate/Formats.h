@@ -17,7 +17,8 @@ struct Format {
   ModuleDescription const* description = nullptr;  // of the module, as in its manifest; null if there is none
 
   // Returns the format for reading a file: the one that has its extension, else the one that recognises its first
-  // bytes, else STEP. A final ".gz" is ignored. Only a regular file that is not compressed is opened.
+  // bytes, else STEP. A final ".gz" is ignored. Only a regular file that is not compressed is opened; a pipe without a
+  // known extension is STEP.
   static Format const& OfInput(std::string_view path);
   // Returns the format for writing a file of this name, or null if its extension is unknown. A final ".gz" is ignored.
   static Format const* OfOutput(std::string_view path);

@@ -12,6 +12,7 @@ struct Job {
   Format const* target = nullptr;             // what to write; null for a listing
   std::string readLog = "brivet_read.log";    // path of the log of the run; empty for none
   std::string writeLog = "brivet_write.log";  // path of the log of its writing phase; empty for none
+  std::string report;                         // file that gets the report of the run; empty for none
   long temporarySpace = 16L << 30U;           // limit for temporary copies of the input, in bytes
   bool isSummary = false;                     // a listing consists of the summary
   bool isStrict = false;                      // a partial result is a failure

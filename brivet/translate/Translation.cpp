@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include "Diagnostics.h"
 #include "Document.h"
 #include "EndOptionsEvent.h"
+#include "FileError.h"
 #include "GzipOutputStream.h"
 #include "Listing.h"
 #include "PathNames.h"
@@ -72,6 +74,19 @@ std::string Counted(long number, char const* things) {
   return number == 1 ? text : text + "s";
 }
 
+// Calls a module and returns its result. A failure that the module has not reported is reported here: the file, what
+// was done with it ("read", "written"), the format and the module.
+VRINResult CallModule(std::string const& file, char const* task, Format const& format,
+                      std::function<VRINResult()> const& call) {
+  int const errorsBefore = VRELError::GetErrorCount();
+  VRINResult const result = CatchAsResult(file, call);
+  if (result.IsFailure() && VRELError::GetErrorCount() == errorsBefore) {
+    ReportProblem(file, std::string("cannot be ") + task + " as " + format.title + ": the module " +
+                            QuoteName(format.module) + " failed: " + result.GetMessage());
+  }
+  return result;
+}
+
 // Measures tasks while the object exists, if the environment requests it.
 class Timing {
  public:
@@ -119,6 +134,7 @@ VRINResult Translation::RunTasks() {
 std::vector<std::string> Translation::FilesOfRun() const {
   std::vector<std::string> files{job.input};
   if (target != nullptr) files.push_back(job.output);
+  if (!job.report.empty()) files.push_back(job.report);
   for (OptionSource const& each : options.Sources()) {
     if (each.kind == OptionSource::File) files.push_back(each.text);
   }
@@ -169,7 +185,7 @@ VRINResult Translation::RunReadPhase() {
   if (result.IsSuccess()) result &= ReadEntities();
   if (result.IsSuccess()) result = CheckStrict(result);
   if (result.IsSuccess() && target == nullptr && !job.isQuiet) {
-    result &= CatchAsResult(job.InputDisplayName(), [this] {
+    result &= CallModule(job.InputDisplayName(), "read", Format::OfInput(job.input), [this] {
       return job.isSummary ? PrintDocumentSummary(*document, progress) : PrintListing(*document, progress);
     });
   }
@@ -204,7 +220,8 @@ VRINResult Translation::OpenFiles() {
 
 VRINResult Translation::ReadFile() {
   VRELStartReadFileTaskEvent::Fire(job.InputDisplayName().c_str());
-  VRINResult const result = CheckInput(CatchAsResult(job.InputDisplayName(), [this] { return OpenDocument(); }));
+  VRINResult const result = CheckInput(
+      CallModule(job.InputDisplayName(), "read", Format::OfInput(job.input), [this] { return OpenDocument(); }));
   VRELFileHeader none;
   Send<VRELEndReadFileTaskEvent>(result, document != nullptr ? &document->GetFileHeader() : &none);
   return result;
@@ -301,11 +318,12 @@ VRINResult Translation::Convert() {
   VRELStartConversionTaskEvent::Fire();
   VRELStartConversionStageEvent stage("References", ClampToInt(document->GetInstanceCount()), 100.0, true);
   VRELEventBus::Fire(stage);
-  VRINResult const result = CatchAsResult(job.InputDisplayName(), [this]() -> VRINResult {
-    VRINResult const resolved = reader->Resolve();
-    // A format without references does not implement this.
-    return resolved == VREL_E_NOT_IMPLEMENTED ? VRINResult(VREL_S_OK) : resolved;
-  });
+  VRINResult const result =
+      CallModule(job.InputDisplayName(), "read", Format::OfInput(job.input), [this]() -> VRINResult {
+        VRINResult const resolved = reader->Resolve();
+        // A format without references does not implement this.
+        return resolved == VREL_E_NOT_IMPLEMENTED ? VRINResult(VREL_S_OK) : resolved;
+      });
   stage.SetFinished();
   VRELEventBus::Fire(stage);
   VRELEndTaskEvent::Fire(result, "Conversion", "Conversion", VREL_LEVEL_INFO, true);
@@ -328,7 +346,8 @@ VRINResult Translation::PostprocessTarget() {
 
 VRINResult Translation::WriteFile() {
   Send<VRELStartWriteFileTaskEvent>(VRELFilePath(job.OutputDisplayName().c_str()));
-  VRINResult result = CheckInput(CatchAsResult(job.OutputDisplayName(), [this] { return WriteDocument(); }));
+  VRINResult result =
+      CheckInput(CallModule(job.OutputDisplayName(), "written", *job.target, [this] { return WriteDocument(); }));
   if (result.IsSuccess()) {
     result = CatchAsResult(job.OutputDisplayName(), [this]() -> VRINResult {
       CheckMemory();

@@ -156,6 +156,28 @@ TEST_F(BrivetBatchTest, RefusesOverwritingInputs) {
   EXPECT_EQ(folder.Read("a.stp"), kWasher);
 }
 
+TEST_F(BrivetBatchTest, ReportReplacesNoFileOfRun) {
+  Write("base.cfg", "Assembly = On\n");
+  ASSERT_EQ(link(folder.Path("a.stp").c_str(), folder.Path("other").c_str()), 0);
+  struct Row {
+    char const* report;
+    char const* reason;
+  };
+  Row const rows[] = {{"a.stp", "it is an input file"},
+                      {"other", "it is an input file"},
+                      {"./b.html", "it is an output file"},
+                      {"base.cfg", "it is an options file"},
+                      {"a.read.log", "it is a log of this run"}};
+  for (Row const& row : rows) {
+    ChildResult const result =
+        Brivet({"-outdir", ".", "-options", "base.cfg", "-report", row.report, "a.stp", "b.step"});
+    ExpectRefused(result, 15, std::string("cannot write '") + row.report + "': " + row.reason);
+    EXPECT_FALSE(folder.Has("a.html"));
+  }
+  EXPECT_EQ(folder.Read("a.stp"), kWasher);
+  EXPECT_EQ(folder.Read("base.cfg"), "Assembly = On\n");
+}
+
 TEST_F(BrivetBatchTest, ReportsUnusableFolders) {
   Write("file", "");
   ChildResult const result = Brivet({"-outdir", "file", "a.stp"});
@@ -215,6 +237,18 @@ TEST_F(BrivetBatchTest, ShowsTotalProgress) {
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.errors, testing::StartsWith("\r0 of 2 files [" + std::string(40, ' ') + "]   0%"));
   EXPECT_EQ(result.errors.back(), '\r');
+}
+
+// One file, of which parts are done before it is.
+TEST_F(BrivetBatchTest, ProgressCountsFilesInWork) {
+  std::string data;
+  for (int i = 1; i <= 600'000; ++i) data += "#" + std::to_string(i) + "=A('a string',(1,2,3,4,5,6,7,8,9));\n";
+  Write("large.stp", DocumentText(data));
+  ChildResult const result =
+      Brivet({"-outdir", "out", "-write", "step", "-progress", "-report", "r.json", "large.stp"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.errors, testing::ContainsRegex("0 of 1 files \\[#+ +\\] +[1-9][0-9]?%"));
+  EXPECT_THAT(folder.Read("r.json"), testing::StartsWith("{\"input\":\"large.stp\""));
 }
 
 TEST_F(BrivetBatchTest, VerboseNotesUnusedOptionsOnce) {

@@ -102,6 +102,19 @@ TEST_F(BrivetMeshTest, SurvivesCrashOfWorker) {
   EXPECT_THAT(folder.Read("on.json"), HasSubstr("\"computed\": null"));
 }
 
+// The engine allocates in destructors, where an exception would end the worker by a signal.
+TEST_F(BrivetMeshTest, ReportsMemoryLimit) {
+  if (!ModuleRegistry::Get().FindName("shape", ModuleRegistry::Evaluating)) GTEST_SKIP() << "no shape module";
+  Write("assembly.stp", FileText(VREL_SOURCE_DIR "/examples/assembly.stp"));
+  ChildResult const result =
+      Brivet({"-set", "Shape.*.Reader.MemoryLimit=100", "-set", "Shape.*.Reader.Deflection=0.000001", "-set",
+              "Shape.*.Reader.Angle=0.01", "assembly.stp", "a.glb"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors,
+            "brivet: warning: assembly.stp: exact shapes are not evaluated: the memory limit of 100 MB was reached; "
+            "the option Shape.*.Reader.MemoryLimit raises it\n");
+}
+
 TEST_F(BrivetMeshTest, ListsOptionsOfShapeModule) {
   if (!ModuleRegistry::Get().FindName("shape", ModuleRegistry::Evaluating)) GTEST_SKIP() << "no shape module";
   ChildResult const result = Brivet({"-help", "shape"});

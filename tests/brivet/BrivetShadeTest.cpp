@@ -80,13 +80,15 @@ TEST_F(BrivetShadeTest, PageSurvivesFailureOfWorker) {
     char const* commands;
     char const* reason;
   };
-  for (Row const& row : {Row{"kill -SEGV $$\n", "the shape worker has crashed: Segmentation fault"},
-                         Row{"kill -ABRT $$\n", "the shape worker has crashed: Aborted"},
-                         Row{"exit 7\n", "the shape worker needs more than 8192 MB of memory"},
-                         Row{"while :; do :; done\n", "the shape worker needs more than 1 seconds"},
-                         Row{"printf BRVSHP99\n", "the shape worker is not usable: it is of another version"},
-                         Row{"exit 127\n", "the shape worker does not start: Open CASCADE 7.6 is not installed"},
-                         Row{"exit 0\n", "the answer of the shape worker is incomplete"}}) {
+  for (Row const& row :
+       {Row{"kill -SEGV $$\n", "the shape worker has crashed: Segmentation fault"},
+        Row{"kill -ABRT $$\n", "the shape worker has crashed: Aborted"},
+        Row{"exit 7\n", "the memory limit of 8192 MB was reached; the option Shape.*.Reader.MemoryLimit raises it"},
+        Row{"while :; do :; done\n",
+            "the time limit of 1 s was reached; the option Shape.*.Reader.TimeLimit raises it"},
+        Row{"printf BRVSHP99\n", "the shape worker is not usable: it is of another version"},
+        Row{"exit 127\n", "the shape worker does not start: Open CASCADE 7.6 is not installed"},
+        Row{"exit 0\n", "the answer of the shape worker is incomplete"}}) {
     WriteWorker(row.commands);
     ChildResult const result = Shade({"-set", "Shape.*.Reader.TimeLimit=1"});
     EXPECT_EQ(result.exitStatus, 0) << row.commands;

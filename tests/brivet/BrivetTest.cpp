@@ -324,6 +324,8 @@ TEST_F(BrivetTest, PrintsHelp) {
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.output, StartsWith("usage: brivet [options] INPUT [OUTPUT]\n"));
     EXPECT_THAT(result.output, HasSubstr("Exit status: 0 success;"));
+    EXPECT_THAT(result.output,
+                HasSubstr("counts by type; write no\n                         OUTPUT, only the log brivet_read.log\n"));
     EXPECT_EQ(result.errors, "");
   }
   for (char const* option : {"--version", "-version", "-v", "-vers"}) {

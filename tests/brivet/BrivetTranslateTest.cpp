@@ -144,6 +144,12 @@ TEST_F(BrivetTranslateTest, ReadsPipes) {
   EXPECT_THAT(broken.errors, HasSubstr("standard input:1:"));
 }
 
+TEST_F(BrivetTranslateTest, PipeWithoutExtensionIsStep) {
+  ExpectTranslated(Shell("mkfifo p; cat washer.stp >p & sleep 0.2; timeout 20 \"$b\" p q.txt; s=$?; rm p; exit $s"),
+                   "q.txt: 3 instances of 3 types from p");
+  EXPECT_THAT(folder.Read("q.txt"), HasSubstr("#1204 = C('')\n"));
+}
+
 TEST_F(BrivetTranslateTest, WritesToStandardOutput) {
   for (char const* place : {"-", "/dev/stdout"}) {
     ChildResult const result = Brivet({"washer.stp", place, "-write", "text"});
@@ -245,6 +251,45 @@ TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
   });
 }
 
+TEST_F(BrivetTranslateTest, ReportReplacesNoFileOfRun) {
+  Write("base.cfg", "Assembly = On\n");
+  ASSERT_EQ(symlink("washer.stp", folder.Path("symbolic").c_str()), 0);
+  ASSERT_EQ(link(folder.Path("washer.stp").c_str(), folder.Path("hard").c_str()), 0);
+  struct Row {
+    std::vector<std::string> words;
+    char const* error;
+  };
+  Row const rows[] = {
+      {{"-report", "washer.stp", "washer.stp", "q.txt"}, "'washer.stp': it is the input file"},
+      {{"-report", "./washer.stp", "washer.stp", "q.txt"}, "'./washer.stp': it is the input file"},
+      {{"-report", "symbolic", "washer.stp", "q.txt"}, "'symbolic': it is the input file"},
+      {{"-report", "hard", "washer.stp", "q.txt"}, "'hard': it is the input file"},
+      {{"-report", "washer.stp", "-list", "washer.stp"}, "'washer.stp': it is the input file"},
+      {{"-report", "q.txt", "washer.stp", "./q.txt"}, "'q.txt': it is the output file"},
+      {{"-report", "washer.html", "washer.stp"}, "'washer.html': it is the output file"},
+      {{"-options", "base.cfg", "-report", "base.cfg", "washer.stp"}, "'base.cfg': it is an options file"},
+      {{"-options", "base.cfg", "-write", "text", "washer.stp", "base.cfg"}, "'base.cfg': it is an options file"},
+  };
+  Names const before = Files();
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.error);
+    ExpectRefused(Brivet(row.words), 15, std::string("cannot write ") + row.error);
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(folder.Read("washer.stp"), kWasher);
+    EXPECT_EQ(folder.Read("base.cfg"), "Assembly = On\n");
+  }
+  ExpectRefused(Shell("\"$b\" -report washer.stp - q.txt <washer.stp"), 15,
+                "cannot write 'washer.stp': it is the input file");
+  EXPECT_EQ(folder.Read("washer.stp"), kWasher);
+}
+
+TEST_F(BrivetTranslateTest, LogDoesNotOverwriteReport) {
+  ChildResult const result = Brivet({"-report", "brivet_read.log", "washer.stp", "q.txt"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "brivet: warning: cannot write the log 'brivet_read.log': it is a file of this run\n");
+  EXPECT_THAT(folder.Read("brivet_read.log"), StartsWith("{\"input\":\"washer.stp\""));
+}
+
 TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
 #ifdef VREL_COVERAGE
   GTEST_SKIP() << "the limit would cut the coverage data as well";
@@ -262,6 +307,9 @@ TEST_F(BrivetTranslateTest, FailureKeepsOldOutput) {
 
 TEST_F(BrivetTranslateTest, WritesToDevices) {
   ExpectTranslated(Brivet({"washer.stp", "/dev/null"}), "/dev/null: 3 instances of 3 types from washer.stp");
+  ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
+  ExpectRefused(Shell("\"$b\" washer.stp - >/dev/full"), 15,
+                "cannot write to standard output: No space left on device");
   ExpectRefused(Brivet({"washer.stp", "/dev/full"}), 15, "cannot write '/dev/full': No space left on device");
   EXPECT_THAT(Log("brivet_write.log"), HasSubstr("Output File \"/dev/full\" Writing has Failed with code16777231\n"));
   EXPECT_EQ(Shell("mkfifo p; cat p >copy & \"$b\" washer.stp p -w text; wait; test -p p").exitStatus, 0);

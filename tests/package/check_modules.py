@@ -84,7 +84,7 @@ class StlTest(unittest.TestCase):
         write("cut.stl", binary(3, 2))
         self.assertIn("the file ends after 2 of 3 facets", brivet("cut.stl", "cut.html", path=path, expected=8))
         write("bad.stl", "solid a\nfacet normal 0 0 one\n")
-        self.assertIn("bad.stl:2: expected a number, found 'one'", brivet("bad.stl", path=path, expected=21))
+        self.assertIn("bad.stl:2: error: expected a number, found 'one'", brivet("bad.stl", path=path, expected=21))
         self.assertIn("no ISO 10303-21 schema", brivet("plate.stl", "plate.stp", path=path, expected=4))
         self.assertFalse((SCRATCH / "plate.stp").exists())
         self.assertIn("no triangles", brivet(BRACKET, "bracket.stl", path=path, expected=4))
@@ -199,7 +199,7 @@ class BadModuleTest(unittest.TestCase):
         answer = subprocess.run(
             [BINARIES / "brivet", BRACKET, "out.bad", "-nolog"], cwd=SCRATCH, capture_output=True, text=True,
             env=dict(os.environ, BRIVET_MODULE_PATH=str(self.folder)), check=False)
-        self.assertGreater(answer.returncode, 0)
+        self.assertEqual(answer.returncode, 1)
         self.assertIn("the module 'BrivetBad' has failed: thrown by the module", answer.stderr)
         self.assertFalse((SCRATCH / "out.bad").exists())
 
@@ -214,7 +214,7 @@ class BadModuleTest(unittest.TestCase):
         answer = subprocess.run(
             [BINARIES / "brivet", "in.bad", "out.html", "-nolog"], cwd=SCRATCH, capture_output=True, text=True,
             env=dict(os.environ, BRIVET_MODULE_PATH=str(self.folder)), check=False)
-        self.assertGreater(answer.returncode, 0)
+        self.assertEqual(answer.returncode, 1)
         self.assertIn("reported success without a document", answer.stderr)
 
     def test_invalid_description(self):

@@ -68,6 +68,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <iostream>
 #include <new>
 #include <sstream>
@@ -615,6 +616,20 @@ int TakeOutput() {
   return output;
 }
 
+// The engine allocates memory in destructors, from which no exception can be thrown: std::terminate is called instead
+// of the handlers in main.
+[[noreturn]] void EndWithoutHandler() {
+  try {
+    if (std::current_exception() != nullptr) throw;
+  } catch (std::bad_alloc const&) {
+    _exit(kWorkerOutOfMemory);
+  } catch (Standard_OutOfMemory const&) {
+    _exit(kWorkerOutOfMemory);
+  } catch (...) {
+  }
+  std::abort();
+}
+
 int Run(char const* path) {
   mallopt(M_ARENA_MAX, kArenaLimit);
   Answer answer(TakeOutput());
@@ -635,6 +650,7 @@ int main(int count, char** arguments) {
     std::fputs("usage: brivet-shape-worker FILE\n", stderr);
     return 2;
   }
+  std::set_terminate(EndWithoutHandler);
   int status = kWorkerFailed;
   try {
     status = Run(arguments[1]);

@@ -14,6 +14,7 @@
 #include "ChildProcess.h"
 #include "FileError.h"
 #include "Gk_ErrMgr.h"
+#include "OpenWatch.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
 #include "UnprivilegedProcess.h"
@@ -207,4 +208,16 @@ TEST(InputDocumentTest, ReadsStandardInputWithoutPermission) {
     EXPECT_EQ(document.Size(), 7);
   });
   close(descriptor);
+}
+
+TEST(InputDocumentTest, OnlyRegularFileIsStepDocument) {
+  ScratchDirectory const folder;
+  std::string const pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  OpenWatch const watch(pipe);
+  EXPECT_FALSE(IsStepDocument(pipe));
+  EXPECT_FALSE(IsStepDocument(folder.Path()));
+  EXPECT_FALSE(IsStepDocument("/dev/null"));
+  EXPECT_FALSE(watch.WasOpened());
+  EXPECT_TRUE(IsStepDocument(folder.Write("a", "ISO-10303-21;")));
 }

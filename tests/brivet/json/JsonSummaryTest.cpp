@@ -11,7 +11,10 @@
 #include "ChildProcess.h"
 #include "ModelFixture.h"
 #include "PageFixture.h"
+#include "RecordingListener.h"
 #include "ScratchDirectory.h"
+#include "SolidText.h"
+#include "VRELOptions.h"
 
 namespace {
 
@@ -152,4 +155,31 @@ TEST(JsonSummaryTest, WritesKindsOfProperties) {
   EXPECT_TRUE(Contains(json, "\"name\": \"c\",\n          \"value\": 0.1,\n          \"unit\": null\n"));
   EXPECT_TRUE(Contains(json, "\"name\": \"d\",\n          \"value\": [1, 2.5, -3],\n          \"unit\": null\n"));
   EXPECT_TRUE(Contains(json, "\"instance\": \"#4\",\n      \"product\": null,\n      \"name\": null,\n"));
+}
+
+TEST(JsonSummaryTest, ComputedWarnsOfMissingModule) {
+  std::vector<int> faces;
+  int solid = 0;
+  std::string const box = BoxText(1000, 2, 3, 4, faces, solid);
+  std::string const exact = kContexts + box + ProductText(100, "box", "#" + std::to_string(solid));
+  VRELOptions options;
+  options.AddOption(L"Json.*.Writer.Computed", true);
+  auto const warnings = [](std::string const& data, VRELOptions* given) {
+    ReadDocument document(DocumentText(data));
+    Progress progress;
+    BrivetWriteRequest request = PageRequest(document, progress, "part.stp");
+    request.options = given;
+    RecordingListener listener;
+    TextOf([&request](VRELOutputStream* target) {
+      CheckedOutputStream stream(target);
+      EXPECT_EQ(WriteJsonSummary(request, stream), VREL_S_OK);
+    });
+    return listener.Texts();
+  };
+  EXPECT_EQ(
+      warnings(exact, &options),
+      std::vector<std::string>{"folder/part.stp: volumes, areas and centroids are not computed: install the package "
+                               "brivet-shape, which evaluates exact shapes"});
+  EXPECT_EQ(warnings(exact, nullptr), std::vector<std::string>());
+  EXPECT_EQ(warnings(AssemblyText(), &options), std::vector<std::string>());
 }

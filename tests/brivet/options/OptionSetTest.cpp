@@ -129,14 +129,40 @@ TEST_F(OptionSetTest, ShortensLongNames) {
   EXPECT_EQ(options.Warnings()[1].text, begin + "...'");
 }
 
-TEST_F(OptionSetTest, LimitsSuggestionsToHundred) {
+TEST_F(OptionSetTest, LimitsWarningsOfFileToHundred) {
   std::string bytes;
   for (int i = 0; i < 102; ++i) bytes += "SewTolerence=1\n";
   EXPECT_EQ(Read(bytes), VREL_S_OK);
-  ASSERT_EQ(options.Warnings().size(), 102U);
-  EXPECT_EQ(options.Warnings()[99].text, "unknown option 'SewTolerence'; did you mean 'SewTolerance'?");
-  EXPECT_EQ(options.Warnings()[100].text, "unknown option 'SewTolerence'");
+  Texts const warnings = Warnings();
+  std::string const path = folder.Path("base.cfg");
+  ASSERT_EQ(warnings.size(), 101U);
+  EXPECT_EQ(warnings[99], path + ":100: warning: unknown option 'SewTolerence'; did you mean 'SewTolerance'?");
+  EXPECT_EQ(warnings[100], path + ": warning: 2 more warnings were not shown");
   EXPECT_EQ(options.UnknownCount(), 102);
+  // Those of another source are shown, without suggestions.
+  EXPECT_EQ(Set("SewTolerence=1"), VREL_S_OK);
+  EXPECT_EQ(Read(bytes.substr(0, bytes.size() / 102) + "a..b=1\n"), VREL_S_OK);
+  Texts const more = Warnings();
+  ASSERT_EQ(more.size(), 104U);
+  EXPECT_EQ(more[101], "-set SewTolerence=1: unknown option 'SewTolerence'");
+  EXPECT_EQ(more[102], path + ":1: warning: unknown option 'SewTolerence'");
+}
+
+TEST_F(OptionSetTest, LimitsErrorsOfFileToHundred) {
+  std::string invalid;
+  std::string malformed;
+  for (int i = 0; i < 101; ++i) {
+    invalid += "FileLineLength=abc\n";
+    malformed += "x\n";
+  }
+  std::string const last = folder.Path("base.cfg") + ": error: 1 more error was not shown";
+  for (std::string const& bytes : {invalid, malformed}) {
+    listener.events.clear();
+    EXPECT_EQ(Read(bytes), VREL_E_FAIL);
+    Texts const errors = listener.Texts();
+    ASSERT_EQ(errors.size(), 101U);
+    EXPECT_EQ(errors.back(), last);
+  }
 }
 
 // The store would miss options in its enumerations.

@@ -70,9 +70,19 @@ TEST(OptionVocabularyTest, ContainsVocabulary) {
 TEST(OptionVocabularyTest, FindsNamesAddedAtRunTime) {
   VRELString const text(L"BrivetTestOption");
   EXPECT_FALSE(IsKnownOption(text));
-  VRELOptionName const name(text);
-  EXPECT_TRUE(IsKnownOption(text));
-  EXPECT_EQ(ClosestOptions(VRELString(L"BrivetTstOption")), Names{"BrivetTestOption"});
+  {
+    VRELOptionName const name(text);
+    EXPECT_TRUE(IsKnownOption(text));
+    EXPECT_TRUE(IsKnownOption(VRELString(L"bRIVETtESToPTION")));
+    EXPECT_EQ(ClosestOptions(VRELString(L"BrivetTstOption")), Names{"BrivetTestOption"});
+  }
+  EXPECT_FALSE(IsKnownOption(text));
+}
+
+// U+017F, a long s, is equal to "s" if case is ignored.
+TEST(OptionVocabularyTest, IgnoresCaseBeyondAscii) {
+  EXPECT_TRUE(IsKnownOption(VRELString(L"\u017FewTolerance")));
+  EXPECT_FALSE(IsKnownOption(VRELString(L"\u017FewTolerence")));
 }
 
 TEST(OptionVocabularyTest, SuggestsClosestNames) {

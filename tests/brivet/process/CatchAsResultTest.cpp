@@ -57,16 +57,16 @@ TEST_F(CatchAsResultTest, ReportsExceptions) {
       {[]() -> VRINResult {
          throw InputError{VREL_E_INVALID_FILE, 12, "expected ;, found ,"};
        },
-       VREL_E_INVALID_FILE, 21, "part.stp:12: expected ;, found ,"},
+       VREL_E_INVALID_FILE, 21, "part.stp:12: error: expected ;, found ,"},
       {[]() -> VRINResult {
          throw InputError{VREL_E_FILE_OPEN, 0, "expected a"};
        },
        VREL_E_FILE_OPEN, 14, "part.stp: expected a"},
       {[]() -> VRINResult { throw VRELAbortException(); }, VREL_E_ABORTED, 3, "interrupted"},
       {[]() -> VRINResult { throw std::bad_alloc(); }, VREL_E_UNEXPECTED, 7, "out of memory"},
-      {[]() -> VRINResult { throw std::length_error("a length"); }, VREL_E_UNEXPECTED, 7,
+      {[]() -> VRINResult { throw std::length_error("a length"); }, VREL_E_FAIL, 1,
        "part.stp: internal error: a length"},
-      {[]() -> VRINResult { throw 12; }, VREL_E_UNEXPECTED, 7, "part.stp: internal error: unknown exception"},
+      {[]() -> VRINResult { throw 12; }, VREL_E_FAIL, 1, "part.stp: internal error: unknown exception"},
       {[]() -> VRINResult { throw VRELAllocException(); }, VREL_E_UNEXPECTED, 7, "out of memory"},
       {[]() -> VRINResult { Gk_ErrMgr::raise(Gk_Exception("CANNOT_OPEN_FILE", nullptr)); }, VREL_E_FAIL, 1,
        "CANNOT_OPEN_FILE"},

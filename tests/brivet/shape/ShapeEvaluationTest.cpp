@@ -242,15 +242,16 @@ TEST(ShapeEvaluationTest, KeepsEdgesIfWorkerFails) {
   };
   for (Row const& row :
        {Row{"kill -SEGV $$\n", "the shape worker has crashed: Segmentation fault"},
-        Row{"exit 7\n", "the shape worker needs more than 8192 MB of memory"},
+        Row{"exit 7\n", "the memory limit of 8192 MB was reached; the option Shape.*.Reader.MemoryLimit raises it"},
         Row{"exit 21\n", "the engine cannot read the file"},
         Row{"exit 1\n", "the shape worker has failed with status 1"},
         Row{"exit 0\n", "the answer of the shape worker is incomplete"},
-        Row{"while :; do :; done\n", "the shape worker needs more than 1 seconds"},
+        Row{"while :; do :; done\n",
+            "the time limit of 1 s was reached; the option Shape.*.Reader.TimeLimit raises it"},
         Row{"echo garbage\n", "the shape worker is not usable: it is of another version"},
         Row{"printf BRVSHP01; exec cat /dev/zero\n", "the shape worker is not usable: it sends an unknown record"},
         Row{"printf 'BRVSHP01\\001\\0\\0\\0\\377\\377\\377\\377'; exec cat /dev/urandom\n",
-            "the shape worker needs more than 1 seconds"}}) {
+            "the time limit of 1 s was reached; the option Shape.*.Reader.TimeLimit raises it"}}) {
     Evaluated const evaluated(BoxProduct(), FakeWorker(folder, row.commands), kAll, 1);
     if (std::string(row.commands).find("urandom") == std::string::npos) {
       EXPECT_THAT(evaluated.warnings,

@@ -88,7 +88,7 @@ TEST(DrawingTest, WritesDocument) {
   EXPECT_EQ(Draw(Model({Line({0, 0, 0, 100, 0, 0, 100, 0, 50})})),
             "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"-4 -4 108 58\" role=\"img\" fill=\"none\" "
             "stroke=\"currentColor\" stroke-width=\"1.2\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
-            "<title>part</title>\n<desc>front view; unit: millimetre</desc>\n"
+            "<title>part</title>\n<desc>Front view; unit: millimetre</desc>\n"
             "<path vector-effect=\"non-scaling-stroke\" d=\"M0 50L100 50 100 0\"/>\n</svg>\n");
 }
 
@@ -252,6 +252,27 @@ TEST(DrawingTest, LeavesOutShortestEdgesBeyondLimit) {
                                           "drawing's size</desc>"));
 }
 
+// One node more than the limit.
+TEST(DrawingTest, SaysThatNodesAreLeftOut) {
+  ProductModel model = Model({});
+  model.products.resize(2);
+  model.products[1].polylines = {Line({0, 0, 0, 0, 0, 10})};
+  for (int i = 0; i < 250'000; ++i) AddChild(model, 0, 1, Placement());
+  EXPECT_THAT(Draw(model, DrawingOptions::Front, 16 << 20), Not(HasSubstr("left out")));
+  AddChild(model, 0, 1, Placement());
+  EXPECT_THAT(Draw(model, DrawingOptions::Front, 16 << 20),
+              HasSubstr("; 1 of 250001 edges are left out because of the limit of 250000 nodes of the "
+                        "structure</desc>"));
+}
+
+TEST(DrawingTest, SaysThatPlacementsAreNotFinite) {
+  ProductModel model = Model({Line({0, 0, 0, 0, 0, 10})});
+  model.products.resize(2);
+  model.products[1].polylines = {Line({0, 0, 0, 0, 0, 10})};
+  AddChild(model, 0, 1, Placement::Translation(std::numeric_limits<double>::infinity(), 0, 0));
+  EXPECT_THAT(Draw(model), HasSubstr("; 1 of 2 edges are left out because their placement is not finite</desc>"));
+}
+
 // A short file can describe an exponential number of nodes.
 TEST(DrawingTest, BoundsNumberOfNodes) {
   ProductModel model = Model({});
@@ -261,7 +282,9 @@ TEST(DrawingTest, BoundsNumberOfNodes) {
   }
   model.products.back().polylines = {Line({0, 0, 0, 0, 0, 10})};
   EXPECT_THAT(Draw(model), Not(HasSubstr("nan")));
-  EXPECT_THAT(Draw(model), HasSubstr(" of 1e+18 edges are left out"));
+  EXPECT_THAT(Draw(model, DrawingOptions::Front, 16 << 20),
+              HasSubstr("; 1e+18 of 1e+18 edges are left out because of the limit of 250000 nodes of the "
+                        "structure</desc>"));
   // Without edges they take no time.
   model.products.back().polylines.clear();
   std::string svg;

@@ -41,7 +41,7 @@ TEST(SvgDocumentTest, WritesIsometricView) {
   std::string const svg = SvgOf(EdgesText(), "");
   EXPECT_THAT(svg, StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns="));
   EXPECT_THAT(svg, HasSubstr("<title>part.stp</title>"));
-  EXPECT_THAT(svg, HasSubstr("<desc>isometric view; unit: millimetre</desc>"));
+  EXPECT_THAT(svg, HasSubstr("<desc>Isometric view; unit: millimetre</desc>"));
 }
 
 TEST(SvgDocumentTest, AppliesViewOption) {

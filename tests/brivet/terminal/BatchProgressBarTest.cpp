@@ -20,6 +20,10 @@ TEST(BatchProgressBarTest, ShowsFilesPartAndTimeLeft) {
   EXPECT_EQ(BatchProgressBar::Text(2, 4, 500, 1000, 725), "2 of 4 files " + Bar(20, " 50%, 12:05 left"));
   EXPECT_EQ(BatchProgressBar::Text(2, 4, 500, 1000, 10800), "2 of 4 files " + Bar(20, " 50%, 3:00:00 left"));
   EXPECT_EQ(BatchProgressBar::Text(4, 4, 1000, 1000, 10), "4 of 4 files " + Bar(40, "100%"));
+  // Small files before a large one are no sample of it.
+  EXPECT_EQ(BatchProgressBar::Text(1, 2, 10'000, 139'000'000, 0.2), "1 of 2 files " + Bar(0, "  0%"));
+  EXPECT_EQ(BatchProgressBar::Text(1, 3, 17, 998, 5), "1 of 3 files " + Bar(0, "  1%"));
+  EXPECT_EQ(BatchProgressBar::Text(1, 3, 20, 998, 5), "1 of 3 files " + Bar(0, "  2%, 3:53 left"));
   // Files without a size count as well.
   EXPECT_EQ(BatchProgressBar::Text(1, 2, 0, 0, 1), "1 of 2 files " + Bar(20, " 50%, 0:01 left"));
 }

@@ -1,6 +1,10 @@
 #include "Formats.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "OpenWatch.h"
+#include "ScratchDirectory.h"
 
 TEST(FormatsTest, FindsByName) {
   EXPECT_STREQ(Format::Named("html")->module, "BrivetHtml");
@@ -26,6 +30,21 @@ TEST(FormatsTest, InputFormatIsAlwaysStep) {
   for (char const* path : {"a.stp", "a", "a.html", "-"}) {
     EXPECT_STREQ(Format::OfInput(path).module, "BrivetStep") << path;
   }
+}
+
+// Opening and closing it would end its writer.
+TEST(FormatsTest, PipeIsNotOpened) {
+  ScratchDirectory const folder;
+  std::string const pipe = folder.Path("pipe");
+  std::string const file = folder.Write("file", "solid");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  OpenWatch const pipeWatch(pipe);
+  OpenWatch const fileWatch(file);
+  if (!pipeWatch.IsWatching()) GTEST_SKIP() << "inotify is not available";
+  EXPECT_STREQ(Format::OfInput(pipe).name, "step");
+  EXPECT_STREQ(Format::OfInput(file).name, "step");
+  EXPECT_FALSE(pipeWatch.WasOpened());
+  EXPECT_TRUE(fileWatch.WasOpened());
 }
 
 TEST(FormatsTest, ListsWrittenNames) {
