@@ -78,7 +78,9 @@ void PageWriter::WriteHeader(Document& document) {
     bool const isRow = header.Get(row, key, value).IsSuccess();
     VRELString text;
     value.GetValue(text);
-    PutRow(isRow ? key.toUtf8() : std::string(), text.toUtf8());
+    escaped.clear();
+    AppendEscapingControls(escaped, text.toUtf8());
+    PutRow(isRow ? key.toUtf8() : std::string(), std::string(escaped));
   }
   EndTable();
 }

@@ -212,6 +212,13 @@ TEST(StepHostileTest, PagesEscapeControls) {
               testing::AllOf(testing::StartsWith("x<U+000A><U+001B>\n"), HasSubstr("#1 = A(<a<U+000A>b>)\n")));
 }
 
+TEST(StepHostileTest, PagesEscapeControlsOfHeader) {
+  std::string bytes = DocumentText("#1=A();");
+  bytes.replace(bytes.find("FILE_NAME('',''"), 15, "FILE_NAME('\\X\\1B',<a\x02>");
+  EXPECT_THAT(PageOf<TextPage>(bytes), testing::AllOf(HasSubstr("File Name                : <U+001B>\n"),
+                                                      HasSubstr("time_stamp               : <a<U+0002>>\n")));
+}
+
 // Another process overwrites the file after it was read.
 TEST(StepHostileTest, OverwrittenFileTakesLinearTime) {
   std::string data;
