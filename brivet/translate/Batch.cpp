@@ -34,6 +34,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// How often a worker that has closed its pipes is asked whether it has ended.
+constexpr useconds_t kEndMicroseconds = 100;
 constexpr int kPollMilliseconds = 100;
 constexpr auto kTerminationTime = std::chrono::milliseconds(1300);
 constexpr int kReportDescriptor = 3;  // of a worker
@@ -210,7 +212,9 @@ class Batch::Loop {
         if (pipe >= 0) polled.push_back({pipe, POLLIN, 0});
       }
     }
-    poll(polled.data(), polled.size(), kPollMilliseconds);
+    // A worker whose pipes are closed ends at once, and no pipe wakes poll then.
+    bool const isEnding = std::any_of(workers.begin(), workers.end(), IsAtEnd);
+    poll(polled.data(), polled.size(), isEnding ? 0 : kPollMilliseconds);
     for (std::size_t i = 0; i < workers.size();) {
       for (std::size_t channel = 0; channel < ChannelCount; ++channel) Read(workers[i], channel, polled);
       if (!IsAtEnd(workers[i]) || !CollectWorker(workers[i])) {
@@ -264,8 +268,7 @@ class Batch::Loop {
     int status = 0;
     pid_t const ended = waitpid(worker.process, &status, WNOHANG);
     if (ended == 0 || (ended < 0 && errno == EINTR)) {
-      // All of its pipes are closed, so that poll does not wait for it.
-      usleep(1000);
+      usleep(kEndMicroseconds);
       return false;
     }
     int exitStatus = kCrashStatus;

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <regex>
 #include <string>
@@ -154,6 +155,27 @@ TEST_F(BrivetBatchTest, RefusesOverwritingInputs) {
   EXPECT_EQ(result.exitStatus, 2);
   EXPECT_THAT(result.errors, HasSubstr("brivet: the output of 'a.stp' would overwrite the input 'a.stp'\n"));
   EXPECT_EQ(folder.Read("a.stp"), kWasher);
+}
+
+// One after the other, inputs take about as long as in runs of their own.
+TEST_F(BrivetBatchTest, DoesNotWaitBetweenInputs) {
+  constexpr int kInputs = 10;
+  using Clock = std::chrono::steady_clock;
+  std::vector<std::string> words = {"-nolog", "-jobs", "1", "-outdir", "out"};
+  for (int i = 0; i < kInputs; ++i) {
+    words.push_back("input" + std::to_string(i) + ".stp");
+    Write(words.back(), kWasher);
+  }
+  auto shortest = Clock::duration::max();
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    Clock::time_point const begin = Clock::now();
+    for (int i = 0; i < kInputs; ++i) EXPECT_EQ(Brivet({"-nolog", "-quiet", "a.stp", "out.html"}).exitStatus, 0);
+    Clock::time_point const middle = Clock::now();
+    EXPECT_EQ(Brivet(words).exitStatus, 0);
+    shortest = std::min(shortest, (Clock::now() - middle) - (middle - begin));
+  }
+  // Without an event, a batch waits for a tenth of a second.
+  EXPECT_LT(shortest, std::chrono::milliseconds(100));
 }
 
 TEST_F(BrivetBatchTest, ReportReplacesNoFileOfRun) {
