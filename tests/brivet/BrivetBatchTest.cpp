@@ -280,9 +280,7 @@ TEST_F(BrivetBatchTest, VerboseNotesUnusedOptionsOnce) {
 }
 
 TEST_F(BrivetBatchTest, ReportsUnreadableInput) {
-#ifdef VREL_COVERAGE
-  GTEST_SKIP() << "another user may not write the coverage data";
-#endif
+  if (std::string const reason = WhyNotUnprivileged(); !reason.empty()) GTEST_SKIP() << reason;
   ASSERT_EQ(chmod(folder.Path("a.stp").c_str(), 0), 0);
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   RunUnprivileged([this] {

@@ -222,9 +222,7 @@ TEST_F(BrivetTranslateTest, LogsTimesOfTasks) {
 }
 
 TEST_F(BrivetTranslateTest, ChecksOutputBeforeReading) {
-#ifdef VREL_COVERAGE
-  GTEST_SKIP() << "another user may not write the coverage data";
-#endif
+  if (std::string const reason = WhyNotUnprivileged(); !reason.empty()) GTEST_SKIP() << reason;
   struct Row {
     std::vector<std::string> words;
     char const* error;
@@ -430,9 +428,7 @@ TEST_F(BrivetTranslateTest, ControlCharactersCannotForgeOutput) {
 
 // The file is in another user's folder and may not be opened by name.
 TEST_F(BrivetTranslateTest, ReadsStandardInputFromDescriptor) {
-#ifdef VREL_COVERAGE
-  GTEST_SKIP() << "another user may not write the coverage data";
-#endif
+  if (std::string const reason = WhyNotUnprivileged(); !reason.empty()) GTEST_SKIP() << reason;
   if (geteuid() != 0) GTEST_SKIP() << "only root may open the file";
   ASSERT_EQ(chmod(folder.Path("washer.stp").c_str(), 0600), 0);
   ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);

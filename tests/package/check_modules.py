@@ -25,6 +25,8 @@ def run(*command, path=(), expected=0, cwd=SCRATCH):
     environment = {key: value for key, value in os.environ.items() if key != "LD_LIBRARY_PATH"}
     environment.update(LC_ALL="C.UTF-8", BRIVET_MODULE_PATH=":".join(str(folder) for folder in path))
     environment["PKG_CONFIG_PATH"] = str(LIBRARIES / "pkgconfig")
+    if shutil.which("make") is None:
+        environment["CMAKE_GENERATOR"] = "Ninja"
     answer = subprocess.run(
         [str(word) for word in command], cwd=cwd, env=environment, capture_output=True, text=True, check=False
     )

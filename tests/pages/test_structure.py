@@ -1,8 +1,9 @@
 """The tree of the structure: counts, keyboard, selection; and the tables of the model."""
+from browser import Page, PageTest, main  # skips the tests if selenium is missing
+
 from selenium.webdriver.common.keys import Keys
 
 from assembly import Assembly
-from browser import Page, PageTest, main
 
 
 def cart():

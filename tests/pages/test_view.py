@@ -4,11 +4,12 @@ import struct
 import time
 import zlib
 
+from browser import PageTest, main  # skips the tests if selenium is missing
+
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
 
 import extreme
-from browser import PageTest, main
 
 ASSEMBLY = "examples/assembly.stp"
 

@@ -168,6 +168,7 @@ class FilterTest(unittest.TestCase):
         self.assertTrue(re.match(pattern, "f(x)[0]/repeats:3"))
 
 
+@unittest.skipUnless(importlib.util.find_spec("matplotlib"), "python3-matplotlib is not installed")
 class PageTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()

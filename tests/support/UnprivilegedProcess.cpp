@@ -20,3 +20,11 @@ void RunUnprivileged(std::function<void()> const& body) {
   EXPECT_EQ(result.exitStatus, 0) << result.output << result.errors;
   EXPECT_EQ(result.signal, 0);
 }
+
+bool CanExecuteUnprivileged(std::string const& program) {
+  ChildResult const result = RunInChildWithoutTeardown([&] {
+    if (geteuid() == 0 && setuid(nobody) != 0) return 2;
+    return access(program.c_str(), X_OK) == 0 ? 0 : 1;
+  });
+  return result.exitStatus == 0;
+}

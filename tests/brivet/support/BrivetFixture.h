@@ -11,6 +11,7 @@
 #include "ChildProcess.h"
 #include "ScratchDirectory.h"
 #include "TestDocument.h"
+#include "UnprivilegedProcess.h"
 
 class BrivetFixture : public testing::Test {
  protected:
@@ -32,6 +33,15 @@ class BrivetFixture : public testing::Test {
     options.directory = folder.Path();
     options.environment = {"LC_ALL=C.UTF-8"};
     return RunProgram({"sh", "-c", std::string("b='") + BRIVET_PROGRAM + "'; " + command}, options);
+  }
+
+  // Returns why another user cannot run the program; empty if they can.
+  static std::string WhyNotUnprivileged() {
+#ifdef VREL_COVERAGE
+    return "another user may not write the coverage data";
+#else
+    return CanExecuteUnprivileged(BRIVET_PROGRAM) ? "" : "another user may not enter the folder of the build";
+#endif
   }
 
   // Returns a log with the version and the time masked.
