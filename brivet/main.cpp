@@ -375,7 +375,13 @@ int Run(int count, char** arguments) {
   if (!line.isQuiet) listener.emplace(bar ? &*bar : nullptr, line.isVerbose);
   // The process that started a worker has reported them.
   ModuleRegistry::SetWarningMode(line.isWorker ? ModuleRegistry::Drop : ModuleRegistry::Report);
-  return Act(line);
+  try {
+    return Act(line);
+  } catch (VRELAbortException const&) {
+    // Between the steps that report it themselves.
+    ReportProblem("interrupted");
+    return ExitStatusOf(VREL_E_ABORTED);
+  }
 }
 
 }  // namespace

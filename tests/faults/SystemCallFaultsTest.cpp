@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <set>
 
@@ -121,6 +122,29 @@ TEST(SystemCallFaultsTest, OneFailsWritingStep) {
 
 TEST(SystemCallFaultsTest, OneFailsListing) {
   TryCalls(3, {EIO, EINTR, kShort}, false, 60, 20);
+}
+
+// At each call after the loader's: also where nothing but the command line is checked.
+TEST(SystemCallFaultsTest, SignalEndsRunCleanly) {
+  if (!MayTrace()) GTEST_SKIP() << "processes cannot be traced";
+  FaultyRun const run({"washer.stp", "new.html"});
+  SystemCallRun const whole = RunWith(run, {}, false);
+  ASSERT_EQ(whole.status, 0);
+  int interrupted = 0;
+  for (long number = whole.count / 2; number <= whole.count; ++number) {
+    SystemCallFault fault;
+    fault.number = number;
+    fault.signal = SIGTERM;
+    SystemCallRun const traced = RunWith(run, fault, false);
+    ChildResult const result = run.Collect(traced.status);
+    // The signal ends the process before its handler is installed.
+    EXPECT_TRUE(result.signal == SIGTERM || result.exitStatus == 3 || result.exitStatus == 0)
+        << traced.failedCall << ", call " << number << ": " << result.signal << " " << result.errors;
+    EXPECT_TRUE(run.IsSoundStopped(result, false)) << traced.failedCall << ", call " << number;
+    interrupted += result.exitStatus == 3 ? 1 : 0;
+    if (testing::Test::HasFailure()) return;
+  }
+  EXPECT_GT(interrupted, 10);
 }
 
 // The file is synchronized before the rename and its folder after it, unless -nosync is given.

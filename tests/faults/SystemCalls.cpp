@@ -95,7 +95,9 @@ class CallTracer {
     bool const isSelected =
         run.count == fault.number || (fault.isPermanent && run.hasOccurred && run.failedCall == call->name);
     if (!isSelected) return;
-    if (fault.error != 0) {
+    if (fault.signal != 0) {
+      kill(process, fault.signal);
+    } else if (fault.error != 0) {
       Refuse(registers, fault.error);
     } else if (!canBeShort) {
       return;

@@ -7,11 +7,12 @@
 #include <vector>
 
 // Fault of one of the traced system calls, which are numbered from 1 in a run. The call is not made, or is made for
-// fewer bytes.
+// fewer bytes; or a signal arrives during the call.
 struct SystemCallFault {
   long number = 0;           // 0 for none
   int error = 0;             // an errno; 0 for a transfer of half of the requested bytes
   bool isPermanent = false;  // also for all later calls of the same name
+  int signal = 0;            // instead of an error
 };
 
 struct SystemCallRun {
