@@ -159,23 +159,23 @@ TEST_F(BrivetBatchTest, RefusesOverwritingInputs) {
 
 // One after the other, inputs take about as long as in runs of their own.
 TEST_F(BrivetBatchTest, DoesNotWaitBetweenInputs) {
-  constexpr int kInputs = 10;
+  constexpr int kInputs = 30;
   using Clock = std::chrono::steady_clock;
   std::vector<std::string> words = {"-nolog", "-jobs", "1", "-outdir", "out"};
   for (int i = 0; i < kInputs; ++i) {
     words.push_back("input" + std::to_string(i) + ".stp");
     Write(words.back(), kWasher);
   }
-  auto shortest = Clock::duration::max();
-  for (int attempt = 0; attempt < 3; ++attempt) {
+  // Without an event, a batch waits for a tenth of a second. Other processes can make an attempt slow.
+  bool isFast = false;
+  for (int attempt = 0; attempt < 10 && !isFast; ++attempt) {
     Clock::time_point const begin = Clock::now();
     for (int i = 0; i < kInputs; ++i) EXPECT_EQ(Brivet({"-nolog", "-quiet", "a.stp", "out.html"}).exitStatus, 0);
     Clock::time_point const middle = Clock::now();
     EXPECT_EQ(Brivet(words).exitStatus, 0);
-    shortest = std::min(shortest, (Clock::now() - middle) - (middle - begin));
+    isFast = (Clock::now() - middle) - (middle - begin) < std::chrono::milliseconds(100);
   }
-  // Without an event, a batch waits for a tenth of a second.
-  EXPECT_LT(shortest, std::chrono::milliseconds(100));
+  EXPECT_TRUE(isFast);
 }
 
 TEST_F(BrivetBatchTest, ReportReplacesNoFileOfRun) {
