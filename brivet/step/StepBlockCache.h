@@ -31,7 +31,7 @@ class StepBlockCache {
     if (offset - block.begin >= block.length && !Read(offset)) return nullptr;
     return &block.bytes[std::min<std::size_t>(offset - block.begin, block.size)];
   }
-  // Makes a failure of the reader of the bytes one of the cache.
+  // Stores a failure, as one of reading: nothing is read after it.
   void Fail(std::exception_ptr reason) noexcept { failure = std::move(reason); }
   bool HasFailed() const noexcept { return failure != nullptr; }
   void RethrowFailure() const {

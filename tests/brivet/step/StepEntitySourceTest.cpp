@@ -47,6 +47,15 @@ TEST(StepEntitySourceTest, ReportsTruncatedFile) {
   EXPECT_NE(document.Messages().back().find("the file has changed since it was read"), std::string::npos);
 }
 
+TEST(StepEntitySourceTest, ReadsSeveralDataSections) {
+  std::string const next = "ENDSEC;\nDATA;\n";
+  ReadModel const model(PointText(20, "1.,2.,3.") + next + PointText(21, "4.,5.,6.") + next + next +
+                        "#22=GEOMETRIC_SET('',(#20,#21));\n" + ProductText(100, "a", "#22"));
+  EXPECT_EQ(model->warnings, std::vector<std::string>());
+  ASSERT_EQ(model->products.size(), 1U);
+  ExpectBox(model->extent, {1, 2, 3, 4, 5, 6});
+}
+
 // Instances that begin far after the first one of their group.
 TEST(StepEntitySourceTest, ReadsInstancesFarApart) {
   std::string data;

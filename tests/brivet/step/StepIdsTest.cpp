@@ -58,6 +58,16 @@ TEST(StepIdsTest, NumberIsIdOrOffset) {
   EXPECT_EQ(StepIds::NumberOf(IdOf("1000000000000000000"), 77), 9223372036854775885U);
 }
 
+TEST(StepIdsTest, LongestRunIsThatOfFoundIds) {
+  Indexed const runs({"40", "5", "6", "7", "20", "21"});
+  EXPECT_EQ(runs.ids.LongestRun().id, 5U);
+  EXPECT_EQ(runs.ids.LongestRun().instance, 1U);
+  EXPECT_EQ(runs.ids.LongestRun().length, 3U);
+  // The index of other forms decides which instance of a duplicate is found.
+  Indexed const duplicate({"1", "2", "3", "2"});
+  EXPECT_EQ(duplicate.ids.LongestRun().length, 0U);
+}
+
 TEST(StepIdsTest, AcceptsIdsOfAnyLength) {
   std::vector<std::string> const digits = {
       "5", "2147483647", "2147483648", "999999999999999999", "9223372036854775808", "123456789012345678901234567890"};
