@@ -378,7 +378,7 @@ int Run(int count, char** arguments) {
   try {
     return Act(line);
   } catch (VRELAbortException const&) {
-    // Between the steps that report it themselves.
+    // No step of the run has reported this one.
     ReportProblem("interrupted");
     return ExitStatusOf(VREL_E_ABORTED);
   }
